@@ -1,0 +1,60 @@
+#include "COMMON/MsgBox.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <set>
+
+namespace {
+
+MessageHandler& Handler() {
+    static MessageHandler sHandler;
+    return sHandler;
+}
+
+std::set<wxString>& ToldMatters() {
+    static std::set<wxString> sTold;
+    return sTold;
+}
+
+void Print(const wxString& text, const wxString& title) {
+    std::printf("%s: %s\n", static_cast<const char*>(title.utf8_str()), static_cast<const char*>(text.utf8_str()));
+    std::fflush(stdout);
+}
+
+bool Show(MessageKind kind, const wxString& text, const wxString& title) {
+    if (Handler()) return Handler()(kind, text, title);
+    Print(text, title);
+    return kind != MessageKind::Question;
+}
+
+} // namespace
+
+void SetMessageHandler(MessageHandler handler) { Handler() = std::move(handler); }
+
+void MsgBox(const wxString& text, const wxString& title) { Show(MessageKind::Inform, text, title); }
+
+void MsgBoxf(const wxString& title, const wchar_t* format, ...) {
+    std::va_list arguments;
+    va_start(arguments, format);
+    const wxString text = wxString::FormatV(wxString(format), arguments);
+    va_end(arguments);
+    Show(MessageKind::Inform, text, title);
+}
+
+bool MsgBoxYesno(const wxString& text, const wxString& title) {
+    return Show(MessageKind::Question, text, title);
+}
+
+void MsgBoxExit(const wxString& text, const wxString& title) {
+    Show(MessageKind::Fatal, text, title);
+    std::exit(0);
+}
+
+void Notice(const wxString& about, const wxString& text) {
+    const bool bNew = ToldMatters().insert(about).second;
+    Print(text, "Notice");
+    if (bNew && Handler()) Handler()(MessageKind::Notice, text, "Notice");
+}
+
+void ForgetNotices() { ToldMatters().clear(); }

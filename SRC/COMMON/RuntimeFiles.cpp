@@ -1,0 +1,29 @@
+#include "COMMON/RuntimeFiles.h"
+
+#include <cstdlib>
+
+#include <wx/filename.h>
+#include <wx/stdpaths.h>
+
+const char* const kConfigureFileName = "Morentis3Configure.txt";
+
+wxString GetExecutableDir() { return wxFileName(wxStandardPaths::Get().GetExecutablePath()).GetPath(); }
+
+wxString FindRuntimeFile(const wxString& name) {
+    if (wxFileName::Exists(name)) return name;
+    for (const wxString& dir : {GetExecutableDir(), wxString::FromUTF8(MORENTIS_DATADIR)}) {
+        const wxString path = dir + "/" + name;
+        if (wxFileName::Exists(path)) return path;
+    }
+    return name;
+}
+
+wxString GetConfigureFilePath() {
+    const wxString dir = GetExecutableDir();
+    if (wxFileName::IsDirWritable(dir)) return dir + "/" + kConfigureFileName;
+    wxString config;
+    if (!wxGetEnv("XDG_CONFIG_HOME", &config) || config.empty()) config = wxFileName::GetHomeDir() + "/.config";
+    config += "/morentis";
+    wxFileName::Mkdir(config, wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL);
+    return config + "/" + kConfigureFileName;
+}
