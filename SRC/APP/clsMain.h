@@ -1,0 +1,65 @@
+// The hub: owns every long-lived part of the program and outlives all others.
+#pragma once
+
+#include <wx/string.h>
+
+class DataLoader_cls;
+class DrawOption_cls;
+class FrameMain_cls;
+class PDataSeqCtrl_cls;
+class PDataSequence_cls;
+class PeriodicBoundary_cls;
+class PeriodicBoundaryCtrl_cls;
+class Preference_cls;
+class TimeCtrl_cls;
+class wxWindow;
+
+class Main_cls {
+public:
+    /// Builds all objects and the main frame (not yet shown) and reads the configure file.
+    Main_cls();
+    ~Main_cls();
+    Main_cls(const Main_cls&) = delete;
+    Main_cls& operator=(const Main_cls&) = delete;
+
+    wxWindow* GetPTopLevelWindow() const;
+
+    // The store, as the clock and the panels ask for it.
+    int GetUsedTotalMemoryMB() const;
+    int GetMemoryLimitMB() const;
+    /// MB a loaded snapshot; -1 if none is loaded.
+    int GetAverageMemoryMB() const;
+    bool IsTheIndexReady(int index, double frac) const;
+    bool IsTheIndexLoaded(int index) const;
+
+    /// Wait for reader and interpolator; paints may run meanwhile.
+    void WaitThreadFinish();
+    /// Close what is open and open the sequence of `path`.
+    void OpenDataFileCommand(const wxString& path);
+    void OpenDataFile(const wxString& path);
+    void CloseDataCommand();
+    void CloseData();
+
+    /// Full: a project. Else the configure part alone. Written beside and renamed; false on failure,
+    /// and then the old file is whole.
+    bool SaveProjectFile(const wxString& path, bool bFull);
+    void ReadProjectFile(const wxString& path);
+    /// Writes the configure file; quiet when that can't be done.
+    void QuitProcess();
+    /// Debug aid: radius, type and value of the previous snapshot into the current one.
+    void Special();
+
+    DrawOption_cls* mpCDrawOption = nullptr;
+    PDataSeqCtrl_cls* mpCPDataSeqCtrl = nullptr;
+    PeriodicBoundary_cls* mpCPeriodicBoundary = nullptr;
+    DataLoader_cls* mpCDataLoader = nullptr;
+    TimeCtrl_cls* mpCTimeCtrl = nullptr;
+    FrameMain_cls* mpCFrameMain = nullptr; ///< wxWidgets destroys windows
+    wxString mStrExeDir;                   ///< directory of the executable, no trailing slash
+    unsigned long mPid = 0;
+    int mDisplayWidth = 0;
+    int mDisplayHeight = 0;
+
+private:
+    wxString SerializeAll(bool bFull);
+};

@@ -1,0 +1,55 @@
+// How the particles of one class (type 0 to 3) look.
+#pragma once
+
+#include <istream>
+
+#include <wx/string.h>
+
+#include "COLORCURVE/clsColorCurve.h"
+#include "CONFITEM/clsConfItem.h"
+#include "CONFITEM/clsConfItemList.h"
+
+class DrawOption_cls;
+class GLAttributeGUI_cls;
+class PDataSequence_cls;
+class wxWindow;
+
+class GLAttribute_cls {
+public:
+    GLAttribute_cls(PDataSequence_cls* pSequence, int seqIndex, int index, DrawOption_cls* pDrawOption);
+    ~GLAttribute_cls();
+    GLAttribute_cls(const GLAttribute_cls&) = delete;
+    GLAttribute_cls& operator=(const GLAttribute_cls&) = delete;
+
+    /// The constant radius when "RadiusType=" is 1, else the factor on the data's radius.
+    float GetRadiusFactor() const;
+    wxWindow* InstantiateGUI(wxWindow* pParent);
+    /// Load the billboard texture into GL. UI thread with a current context.
+    void RefreshTex();
+    wxString Serialize() const;
+    void ReadStrLine(std::wistream& stream, const wxString& line);
+
+    GLAttributeGUI_cls* mpCGUI = nullptr; ///< owned by its notebook
+    PDataSequence_cls* mpCSequence;
+    DrawOption_cls* mpCDrawOption;
+    int mIndex; ///< 0 to 3
+    ColorCurve_cls mColor;    ///< points and billboards
+    ColorCurve_cls mAmbient;  ///< spheres
+    ColorCurve_cls mDiffuse;
+    ColorCurve_cls mSpecular;
+    unsigned mTexture = 0;    ///< GL texture name
+    ConfItemList_cls mConfList;
+    ConfItemUINT_cls mDrawType;    ///< 0 point, 1 billboard, 2 sphere, 3 both, 4 hide
+    ConfItemUINT_cls mDrawQuality; ///< 0 low to 2 high
+    ConfItemUINT_cls mBlendType;   ///< 0 alpha blend, 1 additive
+    ConfItemUINT_cls mRadiusType;  ///< 0 use data, 1 constant
+    ConfItemFLOAT_cls mRadiusFactor;
+    ConfItemFLOAT_cls mRadiusFactorForConst;
+    ConfItemINT_cls mPointSize;    ///< pixels of the off-screen buffer
+    ConfItemUINT_cls mAlphaType;   ///< 0 constant, 1 power -2 of the radius
+    ConfItemUINT_cls mShaderType;
+    ConfItemFLOAT_cls mAlphaFactor;
+    ConfItemFLOAT_cls mAlphaDependBase;
+    ConfItemFLOAT_cls mAlphaMax;
+    ConfItemSTR_cls mTexFileBillboard;
+};

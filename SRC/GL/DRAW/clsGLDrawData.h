@@ -1,0 +1,57 @@
+// Draws one draw-time snapshot: builds the list of the particles to draw once a paint, then hands them to
+// OpenGL in batches. One object per sequence; UI thread with a current context.
+#pragma once
+
+#include <vector>
+
+#include "GL/BASE/clsPositionAndDirection.h"
+#include "GL/DRAW/clsArrayAndIndex.h"
+
+class GLAttribute_cls;
+class SnapData_cls;
+
+class GLDrawData_cls {
+public:
+    GLDrawData_cls();
+    ~GLDrawData_cls();
+    GLDrawData_cls(const GLDrawData_cls&) = delete;
+    GLDrawData_cls& operator=(const GLDrawData_cls&) = delete;
+
+    /// Camera in data coordinates, for sorting and billboards.
+    void SetCameraPos(const PositionAndDirection_cls& camera);
+    void SetLightSourceInfo(int lightCount, const float* pLightPos, double lengthA, double lengthB);
+
+    /// The five ways to draw; `face` 0 builds the list, other faces and passes use it again.
+    void GLDrawPointArrayElement(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute);
+    void GLDrawPointAll(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute);
+    void GLDrawSequential(int face, SnapData_cls* pSnap, GLAttribute_cls** ppAttribute);
+
+    /// Only the list; returns its length.
+    int ZSort(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute);
+
+    /// Compensation for drawing only every step-th particle: stronger and larger. The plain forms are
+    /// limited (alpha term at least 0.2, radius term at most 0.8), the Unlimited ones are not.
+    static double GetSteppingAlphaFactor(int step);
+    static double GetSteppingRadiusFactor(int step);
+    static double GetSteppingAlphaFactorUnlimited(int step);
+    static double GetSteppingRadiusFactorUnlimited(int step);
+
+    static ArrayAndIndex_cls* mspIndexAndZ; ///< the list of this paint
+    static int msDownsizedAtFBO0;           ///< its length
+    static SnapData_cls* mspCSnapShot;                  ///< the one draw-time snapshot; owned here
+    static double msCurrentDoubleIndex;
+    bool mbShadowPass = false;
+
+private:
+    void ZSortAtFBO0(int count, int step, const float (*pPos)[3], int sortOrder, int planeDepth);
+
+    float mCameraPos[3] = {0, 0, 0};
+    float mCameraDir[3] = {0, 0, -1};
+    int mLightNumber = 0;
+    double mLightPos[3] = {0, 0, 0};
+    double mShadowLengthA = 0.0;
+    double mShadowLengthB = 0.0;
+    std::vector<unsigned> mVIndices; ///< indices of the list, as the element call wants them
+    std::vector<float> mVVertex;     ///< batch positions
+    std::vector<float> mVColor;      ///< batch colours
+};

@@ -1,0 +1,34 @@
+// The panel around one view: a row of controls above the canvas.
+#pragma once
+
+#include <wx/panel.h>
+
+class DrawOption_cls;
+class FrameMain_cls;
+class MainGLCanvas_cls;
+class Preference_cls;
+class wxGLContext;
+
+class GLCanvasCtrl_cls : public wxPanel {
+public:
+    /// `name` as "MainGLCanvas 0"; index 4 is the Extra Panel's.
+    GLCanvasCtrl_cls(wxWindow* pParent, FrameMain_cls* pFrame, DrawOption_cls* pDrawOption, Preference_cls* pPreference,
+                     const wxString& name, int panelIndex, int displayMode, wxGLContext* pShare);
+
+    MainGLCanvas_cls* GetPCCanvas() const { return mpCCanvas; }
+    /// Controls from the canvas's settings.
+    void UpdateWindow();
+    void SyncDisplayModeToCombobox();
+    void SyncComboboxToDisplayMode();
+    void UpdateToggleButtonsAndParams();
+    void OnMenuHide();
+    void ShowPanel();
+    bool IsPanelShown() const { return mbPanelShown; }
+    int GetDisplayMode() const;
+    wxString Serialize();
+    void ReadStrLine(const wxString& line);
+
+private:
+    MainGLCanvas_cls* mpCCanvas = nullptr;
+    bool mbPanelShown = true;
+};

@@ -1,0 +1,48 @@
+// Upper half of the main window: four views in nested splitters, and the property tabs beside them.
+#pragma once
+
+#include <wx/panel.h>
+
+#include "CONFITEM/clsConfItem.h"
+#include "CONFITEM/clsConfItemList.h"
+
+class FrameMain_cls;
+class GLCanvasCtrl_cls;
+class PDataSequence_cls;
+class DrawOption_cls;
+class Preference_cls;
+class wxNotebook;
+class wxSplitterWindow;
+
+class TopHalfPanel_cls : public wxPanel {
+public:
+    TopHalfPanel_cls(wxWindow* pParent, FrameMain_cls* pFrame, PDataSequence_cls* pSequence, DrawOption_cls* pDrawOption,
+                     Preference_cls* pPreference);
+
+    /// 0 one view, 1 two above each other, 2 two side by side, 3 two rows of two, 4 two columns of two.
+    void SplitPanel(int type);
+    int GetSplit() const { return int(mPreviewPanelType.mValue); }
+    /// True when every shown view shows this frame and step.
+    bool CheckGLRefresh(int frame, int step);
+    void RefreshGLPanels();
+    /// Nothing that is on the screen holds any more.
+    void ClearStatusGLPanels();
+    void RefreshAttrib();
+    void RefreshDrawOptions();
+    void RecalcSize();
+    GLCanvasCtrl_cls* GetPCGLCanvasCtrl(int view) const { return mpCCtrl[view]; }
+    wxString Serialize();
+    void ReadStrLine(const wxString& line);
+
+private:
+    FrameMain_cls* mpCFrame;
+    PDataSequence_cls* mpCSequence;
+    DrawOption_cls* mpCDrawOption;
+    GLCanvasCtrl_cls* mpCCtrl[4];
+    wxSplitterWindow* mpCOuter = nullptr;
+    wxSplitterWindow* mpCInner[2] = {nullptr, nullptr};
+    wxNotebook* mpCAttribBook = nullptr;
+    wxNotebook* mpCOptionBook = nullptr;
+    ConfItemList_cls mConfList;
+    ConfItemUINT_cls mPreviewPanelType;
+};

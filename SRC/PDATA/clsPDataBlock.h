@@ -1,0 +1,52 @@
+// The particle arrays of one snapshot: a structure of arrays that exists only while the snapshot is cached.
+#pragma once
+
+#include <wx/string.h>
+
+class ArrayPool_cls;
+class DataLoader_cls;
+class PDataSnap_cls;
+
+class PDataBlock_cls {
+public:
+    explicit PDataBlock_cls(PDataSnap_cls* pSnap);
+    ~PDataBlock_cls();
+    PDataBlock_cls(const PDataBlock_cls&) = delete;
+    PDataBlock_cls& operator=(const PDataBlock_cls&) = delete;
+
+    /// Make the arrays for `number` particles, all zero to whoever reads them after the reader has
+    /// finished. 0 makes nothing. False when memory is short (the caller evicts and tries again).
+    bool Allocate(int number);
+    void ReleaseData();
+    /// What the memory limit counts: 56 bytes a particle for Hermite interpolation, else 32; fixed weights.
+    long long GetUsedMemoryKB() const;
+
+    /// Read the file's head on the UI thread: particle count here, time into the snapshot. False when the
+    /// file can't be used; the user has been told then.
+    bool LoadHeaderBinary(const wxString& path);
+    bool LoadHeaderAscii(const wxString& path);
+    /// Head if not yet known, arrays, then the background reader.
+    void LoadData(const wxString& path);
+    /// The reader alone, for a block whose head is known and whose arrays exist.
+    void StartLoadingData(const wxString& path);
+    /// Start the interpolator towards `next` (this block itself for the last snapshot). A request that
+    /// meets a running interpolator is dropped.
+    void InterpolateData(PDataBlock_cls* pNext);
+
+    static DataLoader_cls* mspCDataLoaderLink;
+
+    PDataSnap_cls* mpCSnap;             ///< owner
+    float (*mpPos)[3] = nullptr;        ///< positions after the loader's translate and scale
+    float (*mpVel)[3] = nullptr;        ///< velocity as read, then slope to the next snapshot
+    float* mpRadius = nullptr;
+    float* mpDRadius = nullptr;         ///< radius slope
+    float* mpValue1 = nullptr;          ///< the free scalar "Value1"
+    float* mpDValue1 = nullptr;         ///< its slope
+    unsigned char* mpType = nullptr;    ///< 0 to 4
+    int* mpID = nullptr;                ///< exists only with mbHasID
+    int mParticleNumber = -1;           ///< -1: head not yet read
+    bool mbAllocated = false;
+    int mInterpolateType = 1;           ///< 0 linear, 1 Hermite, 2 none
+    int mVariableNumber = 0;            ///< 0 constant, 1 variable, 2 sorted by ID
+    bool mbHasID = true;
+};

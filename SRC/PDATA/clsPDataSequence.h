@@ -1,0 +1,74 @@
+// A file sequence as a fixed array of 10000 snapshots, with what draws it.
+#pragma once
+
+#include <istream>
+
+#include <wx/string.h>
+
+#include "CONFITEM/clsConfItem.h"
+#include "PDATA/clsFileSequence.h"
+
+class DrawOption_cls;
+class GLAttribute_cls;
+class GLDrawData_cls;
+class PDataSnap_cls;
+class PositionAndDirection_cls;
+class wxWindow;
+
+class PDataSequence_cls {
+public:
+    static constexpr int kMaxSnap = 10000;
+    static constexpr int kAttributeNumber = 4;
+
+    PDataSequence_cls(int seqIndex, DrawOption_cls* pDrawOption);
+    ~PDataSequence_cls();
+    PDataSequence_cls(const PDataSequence_cls&) = delete;
+    PDataSequence_cls& operator=(const PDataSequence_cls&) = delete;
+
+    /// Work out the sequence of `path` and give each slot its file. No data is read. A path that doesn't
+    /// exist is also tried relative to msStrProjectDir; Serialize writes the text as given.
+    void OpenDataFile(const wxString& path);
+    wxString GetStrPath() const { return mStrGivenPath; }
+    /// index -2: every slot (with bForget the file sequence goes too); else one slot.
+    void Clear(int index, bool bForget);
+    int ClampIndexWithinRange(int index) const;
+    int GetSeqLength() const { return mCFileSequence.mMaxOffset; }
+    void SetSeqLength(int length) { mCFileSequence.mMaxOffset = length; }
+
+    wxString GetFilename(int index) const;
+    int GetFilenameStatus(int index) const;
+    int GetParticleNumber(int index) const;
+    double GetTime(int index) const;
+    /// step (0..1) times the time from snapshot `index` to the next.
+    double GetDT(int index, double step) const;
+    bool IsTheIndexLoaded(int index) const;
+    bool IsTheIndexReady(int index, double frac, bool bForce);
+    void PrepareIndex(int index, double frac, bool bForce, bool bWait);
+    void SetSnipping(int index);
+    void ClearSnipping();
+    long long GetUsedTotalMemoryMB() const;
+    int GetLoadedFrameNumber() const;
+
+    /// Camera in data coordinates for sorting and billboards.
+    void SetCameraInfo(const PositionAndDirection_cls& camera);
+    void GLDrawData(int face, int frame, double dt, int lightCount, float* pLightPos, double lengthA,
+                    double lengthB, bool bShadowPass, int panelIndex);
+    void RefreshGLAttribTex();
+    void Special_Copy(int dst, int src);
+
+    wxString Serialize() const;
+    void ReadStrLine(std::wistream& stream, const wxString& line);
+
+    static wxString msStrProjectDir; ///< folder of the project under reading, empty otherwise
+
+    PDataSnap_cls* mpCSnap[kMaxSnap]; ///< owned, chained by mpCNext and mpCPrev
+    int mSeqIndex;                    ///< 0 to 3
+    GLDrawData_cls* mpCGLDrawData;    ///< owned
+    GLAttribute_cls* mpCGLAttribute[kAttributeNumber]; ///< owned
+    FileSequence_cls mCFileSequence;
+    ConfItemSTR_cls mCItemFile;
+
+private:
+    void SetIndividualFilenames();
+    wxString mStrGivenPath;
+};

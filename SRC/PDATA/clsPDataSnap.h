@@ -1,0 +1,60 @@
+// One slot of a sequence: how far its snapshot has come (four flags), its time, file and arrays.
+#pragma once
+
+#include <atomic>
+
+#include <wx/string.h>
+
+class GLAttribute_cls;
+class GLDrawData_cls;
+class PDataBlock_cls;
+class PDataSequence_cls;
+
+class PDataSnap_cls {
+public:
+    PDataSnap_cls(PDataSequence_cls* pSequence, int index);
+    ~PDataSnap_cls();
+    PDataSnap_cls(const PDataSnap_cls&) = delete;
+    PDataSnap_cls& operator=(const PDataSnap_cls&) = delete;
+
+    /// Also forgets what was known of the file.
+    void SetFilePath(const wxString& path);
+    /// 0 while the head is unread.
+    int GetParticleNumber() const;
+    /// The file opens and its head made sense; looked up once, and again before every read.
+    bool IsFileValid();
+    /// Bring the snapshot to the point of being drawn: read, and with `bNeed` its slopes; with `bWait`
+    /// the call returns when that is done.
+    void PrepareData(bool bNeed, bool bWait);
+    /// True also for a file that doesn't open: nothing will ever come.
+    bool IsItReady(bool bNeed);
+    bool IsItLoaded() const;
+    bool IsPreparing(bool bNeed) const;
+    void LoadData();
+    void InterpolateData(bool bWait);
+    /// Wait for the own read, free the arrays, clear the flags. The head is read again next time.
+    void ReleaseData();
+    /// ReleaseData; with `bForget` path, time and file status go too.
+    void Clear(bool bForget);
+    long long GetUsedMemoryKB() const;
+    /// Draw at `dt` after this snapshot's time; rebuilds the draw-time snapshot when it no longer fits.
+    void GLDrawData(int face, GLDrawData_cls* pDraw, GLAttribute_cls** ppAttribute, double dt);
+
+    /// Wait until the running reader is done, when `bExpect` equals "target is being read".
+    static void WaitThreadReading(PDataSnap_cls* pTarget, bool bExpect);
+    static void WaitThreadInterpolate(PDataSnap_cls* pTarget, bool bExpect);
+
+    PDataBlock_cls* mpCBlock;      ///< owned
+    PDataSequence_cls* mpCSequence;
+    PDataSnap_cls* mpCNext = nullptr;
+    PDataSnap_cls* mpCPrev = nullptr;
+    int mIndex;
+    double mTime = -9999.0;        ///< simulation time; -9999 when unset
+    bool mbSnipping = false;       ///< a key stands here: eviction prefers others
+    wxString mStrFilePath;         ///< empty for unused slots
+    int mFileStatus = 0;           ///< 0 not checked, 1 opens, 2 can't be used
+    bool mbLoadStarted = false;
+    std::atomic<bool> mbLoaded{false};       ///< set by the reader (release)
+    bool mbInterpolateStarted = false;
+    std::atomic<bool> mbInterpolated{false}; ///< set by the interpolator (release)
+};

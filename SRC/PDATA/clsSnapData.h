@@ -1,0 +1,42 @@
+// The draw-time snapshot: the particles at one exact, fractional time with colours worked out. Drawing,
+// filters and the information panel read only this.
+#pragma once
+
+class GLAttribute_cls;
+class PDataBlock_cls;
+
+class SnapData_cls {
+public:
+    /// Evaluate `pBlock` at its time plus dt, every `step`-th particle.
+    SnapData_cls(PDataBlock_cls* pBlock, GLAttribute_cls** ppAttribute, double dt, int step);
+    ~SnapData_cls();
+    SnapData_cls(const SnapData_cls&) = delete;
+    SnapData_cls& operator=(const SnapData_cls&) = delete;
+
+    /// Does this snapshot serve the given block, time and step? Consumes GbSnapDataRefresh.
+    bool IsItSameSnap(PDataBlock_cls* pBlock, double dt, int step) const;
+    /// True if any attribute's colour depends on a computed quantity (depend value 2 or more).
+    static bool IsInterpolateRequired(GLAttribute_cls** ppAttribute);
+
+    PDataBlock_cls* mpCBlock;          ///< source, not owned
+    bool mbAllocated = false;
+    bool mbValue1Dash = false;         ///< mpValue1Dash exists
+    int mNumber = 0;                   ///< particles, as in the block
+    double mTime = 0.0;                ///< block time plus dt
+    int mStep = 1;                     ///< only multiples of it are filled
+    float (*mpPos)[3] = nullptr;
+    float* mpRadius = nullptr;
+    float* mpValue1 = nullptr;
+    float* mpValue1Dash = nullptr;     ///< the one derived quantity that colours may depend on
+    float (*mpColor)[4] = nullptr;     ///< RGBA, alpha adjusted
+    unsigned char* mpType = nullptr;   ///< borrowed from the block
+
+private:
+    bool Allocate(int number);
+    void ReleaseData();
+    void SetPValue1(float** ppOut, GLAttribute_cls* pAttribute, int which);
+    bool AllocateValue1Dash();
+    void SetValue1Dash(int depend);
+    void InterpolateNot(PDataBlock_cls* pBlock, GLAttribute_cls** ppAttribute);
+    void InterpolateLinear(GLAttribute_cls** ppAttribute, double dt);
+};

@@ -1,0 +1,168 @@
+// The single clock of the film: current frame and step, film length, work area (what plays), active area
+// (what the time lines show), stepping, repeat, prefetch, and playing.
+//
+// A position is a frame (0 to and including the last) plus an interpolation step below the interval. Its
+// double index is (frame + step / interval) / last frame. A data index is a snapshot number with a
+// fraction. Every change the user makes goes through a ...Command operation and lands in a ...Native one.
+#pragma once
+
+#include <istream>
+#include <vector>
+
+#include <wx/stopwatch.h>
+#include <wx/string.h>
+
+#include "CONFITEM/clsConfItem.h"
+#include "CONFITEM/clsConfItemList.h"
+#include "TIME/clsMotionBlurCtrl.h"
+
+class Main_cls;
+
+class TimeCtrl_cls {
+public:
+    explicit TimeCtrl_cls(Main_cls* pMain);
+    TimeCtrl_cls(const TimeCtrl_cls&) = delete;
+    TimeCtrl_cls& operator=(const TimeCtrl_cls&) = delete;
+
+    // Reading.
+    int GetFrame() const { return mFrame; }
+    int GetInterpStep() const { return mInterpStep; }
+    int GetMaxFrame() const { return int(mMaxFrame.mValue); }
+    int GetWAMin() const { return int(mWAMin.mValue); }
+    int GetWAMax() const { return int(mWAMax.mValue); }
+    int GetAAMin() const { return int(mAAMin.mValue); }
+    int GetAAMax() const { return int(mAAMax.mValue); }
+    int GetAnimStep() const;   ///< "Stepping", at least 1
+    int GetAnimInterp() const; ///< "Interval", steps a frame, at least 1
+    bool IsRepeat() const { return mbRepeat.mValue; }
+    bool IsPlaying() const { return mbPlaying; }
+    int GetPlayDirection() const { return mPlayDirection; }
+    int GetPrefetch() const { return mPrefetch; }
+    /// Paint must make the slopes ready even at whole snapshots: a blur is running.
+    bool IsForceInterpolation() const { return mCMotionBlur.mbBlur; }
+    /// frame -1: the current position with its motion blur term.
+    double GetDoubleIndex(int frame = -1, int step = 0) const;
+    double GetDoubleIndexWAMin() const { return BoundIndex(GetWAMin()); }
+    double GetDoubleIndexWAMax() const { return BoundIndex(GetWAMax()); }
+    double GetDoubleIndexAAMin() const { return BoundIndex(GetAAMin()); }
+    double GetDoubleIndexAAMax() const { return BoundIndex(GetAAMax()); }
+    long long GetIndexFromDouble(double doubleIndex) const;
+    /// Data index of a frame, whole and with its fraction; -1 stands for the current value.
+    int GetRemappedIndex(int frame) const;
+    double GetRemappedIndexDouble(int frame, int step) const;
+    /// Fraction of the way between two data frames.
+    double GetRemappedInterpStepDouble(int frame, int step) const;
+    int GetOffsetForImgSeq(int frame, int step) const;
+    static int GetInterval(int maxFrame); ///< tick spacing on a ruler
+    int GetExpectedPrefetchMax() const;   ///< snapshots that fit the memory limit; -1 unknown
+    int RoundFrame(int frame) const;      ///< nearest multiple of the stepping
+    bool IsWorkingArea(int frame) const;
+    bool IsPlayConditionSatisfied(int frame) const { return IsWorkingArea(frame); }
+    bool IsTheFrameReady(int frame, bool bIgnoreInterp) const;
+    bool IsTheFrameLoaded(int frame) const;
+    int GetSnipNext() const;
+    int GetSnipPrev() const;
+    int CalcNextFrame(int frame, int dir, bool bUseRange, bool bRepeat) const;
+    void AdjustFrameByRange(int* pFrame, int* pStep, int dir, bool bUseRange, bool bRepeat) const;
+    void CalcNextFrameFromStep(int* pFrame, int* pStep, bool bUseRange, bool bRepeat) const;
+
+    // Moving. An old value of -1 means the one now held.
+    void SetFrameCommand(int frame, int old = -1);
+    void SetInterpStepCommand(int step);
+    void SetWAMinCommand(int frame, int old = -1);
+    void SetWAMaxCommand(int frame, int old = -1);
+    void SetAAMinCommand(int frame, int old = -1);
+    void SetAAMaxCommand(int frame, int old = -1);
+    void SetRepeatCommand(int repeat, int old = -1);
+    void SetAnimStepCommand(int step, int old = -1);
+    void SetAnimInterpCommand(int interp, int old = -1);
+    void SetPrefetchCommand(int frames, int old = -1);
+    void SetMaxFrameCommand(int maxFrame);
+    void MoveFrameCommand(int dir);
+    void MoveInterpStepCommand(int dir);
+    void MoveFrameCommandLarge(int dir);
+    void MoveFrameCommandSnip(int dir);
+    void SetFrameFromDoubleCommand(double doubleIndex);
+    void ExpandAACommand(bool bZoomIn);
+
+    void SetFrameNative(int frame, int updateMask);
+    void SetInterpStepNative(int step, int updateMask);
+    void SetWAMinNative(int frame);
+    void SetWAMaxNative(int frame);
+    void SetAAMinNative(int frame);
+    void SetAAMaxNative(int frame);
+    void SetRepeatNative(int repeat);
+    void SetAnimStepNative(int step);
+    void SetAnimInterpNative(int interp);
+    void SetPrefetchNative(int frames);
+    void SetMaxFrameNative(int maxFrame);
+
+    // Areas.
+    void SetWorkingArea(int lastFrame);
+    void CheckWorkingArea();
+    void SetWAInHere();
+    void SetWAOutHere();
+    void SetIndex(unsigned frame);
+    void SetIndexWithinWA();
+
+    // Playing.
+    void StartPlayCommand(int dir);
+    void StartPlay(int dir);
+    /// One advance at most; true when the position moved and waits to be drawn.
+    bool ProcPlaying();
+    void ProcStopPlaying();
+    void BeginMotionBlur();
+
+    // Snipping marks: which frames hold keys.
+    void EmptySnippingTag();
+    void UpdateSnippingTag();
+
+    wxString Serialize() const;
+    void ReadStrLine(std::wistream& stream, const wxString& line);
+
+    int mFrameInterval = 30;       ///< least milliseconds between two advances
+    bool mbShyMode = false;
+    bool mbCustomRange = false;    ///< mRangeMin, mRangeMax replace the work area
+    int mRangeMin = 0;
+    int mRangeMax = 0;
+    bool mbIgnoreNextStop = false; ///< a repeat went round: the next stop event is not meant
+    MotionBlurCtrl_cls mCMotionBlur;
+    ConfItemBOOL_cls mbUseTimeRemap;
+    ConfItemBOOL_cls mbUseMotionBlur;
+    ConfItemUINT_cls mSceneLengthType;
+
+private:
+    double BoundIndex(int frame) const;
+    void LowHigh(int* pLow, int* pHigh) const;
+    int FloorToStep(int frame) const;
+    void CheckAfterMaxFrameChange();
+    void ClampFrame();
+    void UpdateCurrentDoubleIndex();
+    void WaitForNextAdvance();
+
+    Main_cls* mpCMain;
+    wxStopWatch mCStopWatchPlay;
+    int mPlayElapsed = 0;
+    int mStopCount = 0;
+    wxStopWatch mCStopWatchFrame;
+    long mLastFrameTime = 0;
+    bool mbPlaying = false;
+    int mPlayDirection = 1;
+    int mPrefetch = 3;
+    std::vector<bool> mVSnippingTag; ///< one bit per frame
+    int mFrame = 0;
+    int mInterpStep = 0;
+    int mRegionMin = 0;
+    int mRegionMax = 99;
+    int mPrevMaxFrame = 100;
+
+    ConfItemList_cls mConfList;
+    ConfItemUINT_cls mMaxFrame;
+    ConfItemUINT_cls mWAMin;
+    ConfItemUINT_cls mWAMax;
+    ConfItemUINT_cls mAAMin;
+    ConfItemUINT_cls mAAMax;
+    ConfItemINT_cls mAnimStep;
+    ConfItemINT_cls mAnimInterp;
+    ConfItemBOOL_cls mbRepeat;
+};
