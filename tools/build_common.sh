@@ -1,6 +1,6 @@
 # Shared by ./run and ./test: needed Debian packages, configuring, building.
 # Sourced with the working directory at the root of the checkout.
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2034
 
 BUILD=build/release
 PROGRAM=$BUILD/morentis
