@@ -67,7 +67,8 @@ configured_here() {
 configure() {
   local fresh=()
   [[ -f $BUILD/CMakeCache.txt ]] && ! configured_here && fresh=(--fresh)
-  cmake "${fresh[@]}" --preset release "$@" >&2 || fail "Configuring failed; see above."
+  # A half-written tree must not pass for a configured one the next time.
+  cmake "${fresh[@]}" --preset release "$@" >&2 || { rm -f $BUILD/build.ninja; fail "Configuring failed; see above."; }
 }
 
 # build TARGET: says nothing of a tree that has nothing to do.
