@@ -22,8 +22,7 @@ public:
 
     explicit MouseCtrl_cls(Preference_cls* pPreference) : mpCPreference(pPreference) {}
 
-    /// Take over an event. Its place is in units of `contentScale` pixels; it is held inside the window
-    /// only as far as the event is.
+    /// Take over an event; a unit of its coordinates is `contentScale` pixels.
     void SetMouseInformation(const wxMouseEvent& event, double contentScale, wxSize sizeInPixels);
     /// The current place is where the next way starts.
     void SetPreviousPosition();

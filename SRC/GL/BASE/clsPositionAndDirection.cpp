@@ -54,8 +54,10 @@ void PositionAndDirection_cls::TrackBall(double prevX, double prevY, double curX
 }
 
 void PositionAndDirection_cls::Zoom(double dx, double dy) {
-    // A fast wheel must not carry the camera through its anchor.
+    // A fast wheel must not carry the camera through its anchor, nor onto it, whence no zoom leads away.
     const double factor = std::max(0.01, 1.0 + (dy - 0.2 * dx) * mSensitivity);
+    const double closest = 1e-9 * (1.0 + MyVector::GetNorm(mAnc));
+    if (factor < 1.0 && GetDistanceToAnc() * factor < closest) return;
     for (int i = 0; i < 3; ++i)
         mPos[i] = mAnc[i] + (mPos[i] - mAnc[i]) * factor;
 }
