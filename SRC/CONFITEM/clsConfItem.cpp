@@ -1,0 +1,65 @@
+#include "CONFITEM/clsConfItem.h"
+
+#include "CONFITEM/ConfNumber.h"
+
+bool ConfItem_cls::ReadStrLineBase(wxString line) {
+    if (line.Find(mStrKey) == wxNOT_FOUND) return false;
+    mStrValue = line.Mid(mStrKey.length());
+    return true;
+}
+
+wxString ConfItem_cls::ReplaceSeparator() const {
+    wxString path = mStrValue;
+    path.Replace("\\", "/");
+    path.Replace(" ", "\\ ");
+    return path;
+}
+
+ConfItemSTR_cls::ConfItemSTR_cls(const wxString& key, const wxString& value) : ConfItem_cls(CONFITEM_STR) {
+    SetItem(key, value);
+}
+
+void ConfItemSTR_cls::SetItem(wxString key, wxString value) {
+    mStrKey = key;
+    if (!value.empty()) mStrValue = value;
+}
+
+bool ConfItemSTR_cls::ReadStrLine(wxString line) { return ReadStrLineBase(line); }
+
+wxString ConfItemSTR_cls::Serialize() {
+    if (mStrValue == "!!SKIP!!") return wxString();
+    return mStrKey + mStrValue + "\n";
+}
+
+wxString ConfItemSTR_cls::GetItemStr() { return mStrValue; }
+
+template <class T, int TYPE>
+void ConfScalar_cls<T, TYPE>::SetItem(wxString key, wxString value) {
+    mStrKey = key;
+    if (value.empty()) return;
+    mStrValue = value;
+    mValue = ConfNumberFromText<T>(value);
+}
+
+template <class T, int TYPE>
+bool ConfScalar_cls<T, TYPE>::ReadStrLine(wxString line) {
+    if (!ReadStrLineBase(line)) return false;
+    mValue = ConfNumberFromText<T>(mStrValue);
+    return true;
+}
+
+template <class T, int TYPE>
+wxString ConfScalar_cls<T, TYPE>::Serialize() {
+    return mStrKey + ConfNumberToText(mValue) + "\n";
+}
+
+template <class T, int TYPE>
+wxString ConfScalar_cls<T, TYPE>::GetItemStr() {
+    return ConfNumberToText(mValue);
+}
+
+template class ConfScalar_cls<int, CONFITEM_INT>;
+template class ConfScalar_cls<unsigned, CONFITEM_UINT>;
+template class ConfScalar_cls<float, CONFITEM_FLOAT>;
+template class ConfScalar_cls<double, CONFITEM_DOUBLE>;
+template class ConfScalar_cls<bool, CONFITEM_BOOL>;

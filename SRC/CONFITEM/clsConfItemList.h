@@ -1,0 +1,36 @@
+// The settings of one object: items in the order in which they stand in a file.
+#pragma once
+
+#include <vector>
+
+#include "CONFITEM/clsConfItem.h"
+
+/// Holds pointers to items that are members of their owner; it owns none of them.
+class ConfItemList_cls {
+public:
+    bool mbUseDefault = true; ///< false: Add keeps the value that an item has
+
+    /// Append an item under a key with its default as text. This call is the only place of a default.
+    void Add(ConfItem_cls* pItem, wxString key, wxString value);
+    /// Offer a line to every item; true when any of them took it.
+    bool ReadStrLineAll(wxString line);
+    /// The lines of all items.
+    wxString SerializeAll();
+    /// The item with exactly this key, else null.
+    ConfItem_cls* GetPCItem(wxString key);
+    /// The key of the item whose number stands at this address, for an element of an array with
+    /// "::DIM=" and its index behind; empty when there is none. Texts, bools and arrays of unsigned
+    /// are not looked for.
+    wxString GetHeaderStrFromPointer(void* pValue);
+    /// Copy keys and values, item by item, from a list of the same layout. Items whose classes differ
+    /// stay as they are.
+    void CopyListComponentFromP(ConfItemList_cls* pSrc);
+    /// Empty the list; the items survive.
+    void Clear() { mListPCItem.clear(); }
+
+    size_t GetCount() const { return mListPCItem.size(); }
+    ConfItem_cls* operator[](size_t index) const { return mListPCItem[index]; }
+
+private:
+    std::vector<ConfItem_cls*> mListPCItem;
+};
