@@ -25,7 +25,8 @@ bool PDataBlock_cls::Allocate(int number) {
     mParticleNumber = number;
     if (number <= 0) return true;
     ParticleArrays_st arrays;
-    if (!ArrayPool_cls::Shared().AllocateParticles(static_cast<size_t>(number), mbHasID, &arrays)) return false;
+    if (!ArrayPool_cls::Shared().AllocateParticles(static_cast<size_t>(number), mbHasID, &arrays))
+        return false;
     mpPos = arrays.mpPos;
     mpVel = arrays.mpVel;
     mpRadius = arrays.mpRadius;
@@ -83,9 +84,10 @@ bool PDataBlock_cls::LoadData(const wxString& path) {
         mVariableNumber = static_cast<int>(mspCDataLoaderLink->mCItemVariableNumber.mValue);
     }
     if (!mbAllocated && !AllocateOrEvict()) {
-        mpCSnap->SetUnusable(wxString::Format(_("%s: memory is too short for its %d particles. Lower \"Memory "
-                                                "Limit(MB)\" or close other programs, then remove the cache."),
-                                              path, mParticleNumber));
+        mpCSnap->SetUnusable(
+            wxString::Format(_("%s: memory is too short for its %d particles. Lower \"Memory "
+                               "Limit(MB)\" or close other programs, then remove the cache."),
+                             path, mParticleNumber));
         mParticleNumber = -1;
         return false;
     }
@@ -108,13 +110,15 @@ bool PDataBlock_cls::StartLoadingData(const wxString& path) {
     GThreadReaderIndex.store(mpCSnap->mIndex);
     ThreadFileReader_cls* pReader = new ThreadFileReader_cls;
     GpCThreadReader.store(pReader);
-    pReader->SetParameters(&mpCSnap->mbLoaded, mspCDataLoaderLink, path, mParticleNumber, GetArrays(), mbHasID);
+    pReader->SetParameters(&mpCSnap->mbLoaded, mspCDataLoaderLink, path, mParticleNumber, GetArrays(),
+                           mbHasID);
     if (pReader->Run() != wxTHREAD_NO_ERROR) MsgBoxExit(_("Can't create thread"), _("Error!"));
     return true;
 }
 
 bool PDataBlock_cls::IsUnderInterpolation() const {
-    if (!GpCThreadInterpolate.load() || GbThreadInterpolateFinished.load(std::memory_order_acquire)) return false;
+    if (!GpCThreadInterpolate.load() || GbThreadInterpolateFinished.load(std::memory_order_acquire))
+        return false;
     return this == mspInterpolated || this == mspInterpolatedNext;
 }
 

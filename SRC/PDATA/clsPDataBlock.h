@@ -59,7 +59,7 @@ private:
     bool AllocateOrEvict();
     ParticleArrays_st GetArrays() const;
 
-    unsigned mZeroBits = 0; ///< arrays that were all zero when allocated, for the reader
-    static PDataBlock_cls* mspInterpolated;     ///< the two blocks of the running interpolator
+    unsigned mZeroBits = 0;                 ///< arrays that were all zero when allocated, for the reader
+    static PDataBlock_cls* mspInterpolated; ///< the two blocks of the running interpolator
     static PDataBlock_cls* mspInterpolatedNext;
 };

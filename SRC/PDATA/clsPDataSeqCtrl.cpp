@@ -32,8 +32,12 @@ void PDataSeqCtrl_cls::ClearData(int seq, int index, bool bForget) {
 }
 
 void PDataSeqCtrl_cls::OpenDataFile(const wxString& path) { GetPCActiveFileSequence()->OpenDataFile(path); }
-wxString PDataSeqCtrl_cls::GetStrActiveFileSequencePath() const { return GetPCActiveFileSequence()->GetStrPath(); }
-int PDataSeqCtrl_cls::GetActiveFileSequenceLength() const { return GetPCActiveFileSequence()->GetSeqLength(); }
+wxString PDataSeqCtrl_cls::GetStrActiveFileSequencePath() const {
+    return GetPCActiveFileSequence()->GetStrPath();
+}
+int PDataSeqCtrl_cls::GetActiveFileSequenceLength() const {
+    return GetPCActiveFileSequence()->GetSeqLength();
+}
 
 void PDataSeqCtrl_cls::PrepareIndex(int index, double frac, bool bForce, bool bWait) {
     GetPCActiveFileSequence()->PrepareIndex(index, frac, bForce, bWait);
@@ -53,7 +57,9 @@ long long PDataSeqCtrl_cls::CalcAndGetUsedTotalMemoryMB() {
     return used;
 }
 
-int PDataSeqCtrl_cls::GetLoadedFrameNumber() const { return GetPCActiveFileSequence()->GetLoadedFrameNumber(); }
+int PDataSeqCtrl_cls::GetLoadedFrameNumber() const {
+    return GetPCActiveFileSequence()->GetLoadedFrameNumber();
+}
 
 void PDataSeqCtrl_cls::ClearSnipping() {
     for (PDataSequence_cls* pSequence : mpCSequence)

@@ -108,7 +108,8 @@ double PDataSequence_cls::GetDT(int index, double step) const {
 bool PDataSequence_cls::IsTheIndexLoaded(int index) const { return GetSnap(index)->IsItLoaded(); }
 
 bool PDataSequence_cls::IsTheIndexReady(int index, double frac, bool bForce) {
-    return GetSnap(index)->IsItReady(!(frac == 0.0) || bForce || SnapData_cls::IsInterpolateRequired(mpCGLAttribute));
+    return GetSnap(index)->IsItReady(!(frac == 0.0) || bForce ||
+                                     SnapData_cls::IsInterpolateRequired(mpCGLAttribute));
 }
 
 void PDataSequence_cls::PrepareIndex(int index, double frac, bool bForce, bool bWait) {
@@ -131,15 +132,18 @@ long long PDataSequence_cls::GetUsedTotalMemoryMB() const {
 }
 
 int PDataSequence_cls::GetLoadedFrameNumber() const {
-    return static_cast<int>(std::count_if(std::begin(mpCSnap), std::end(mpCSnap), [](const PDataSnap_cls* pSnap) {
-        return pSnap->mbLoaded.load(std::memory_order_acquire);
-    }));
+    return static_cast<int>(
+        std::count_if(std::begin(mpCSnap), std::end(mpCSnap), [](const PDataSnap_cls* pSnap) {
+            return pSnap->mbLoaded.load(std::memory_order_acquire);
+        }));
 }
 
-void PDataSequence_cls::SetCameraInfo(const PositionAndDirection_cls& camera) { mpCGLDrawData->SetCameraPos(camera); }
+void PDataSequence_cls::SetCameraInfo(const PositionAndDirection_cls& camera) {
+    mpCGLDrawData->SetCameraPos(camera);
+}
 
-void PDataSequence_cls::GLDrawData(int face, int frame, double dt, int lightCount, float* pLightPos, double lengthA,
-                                   double lengthB, bool bShadowPass, int /*panelIndex*/) {
+void PDataSequence_cls::GLDrawData(int face, int frame, double dt, int lightCount, float* pLightPos,
+                                   double lengthA, double lengthB, bool bShadowPass, int /*panelIndex*/) {
     mpCGLDrawData->mbShadowPass = bShadowPass;
     mpCGLDrawData->SetLightSourceInfo(lightCount, pLightPos, lengthA, lengthB);
     GetSnap(frame)->GLDrawData(face, mpCGLDrawData, mpCGLAttribute, dt);

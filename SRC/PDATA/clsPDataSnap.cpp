@@ -28,7 +28,8 @@ void UpdateStatusTextOnly() {
 }
 
 void PollReader() {
-    for (int poll = 1; GpCThreadReader.load() && !GbThreadReaderFinished.load(std::memory_order_acquire); ++poll) {
+    for (int poll = 1; GpCThreadReader.load() && !GbThreadReaderFinished.load(std::memory_order_acquire);
+         ++poll) {
         wxMilliSleep(5);
         if (poll % 100 == 0) UpdateStatusTextOnly();
     }
@@ -65,9 +66,10 @@ void PDataSnap_cls::LookForFile() {
     } else if (wxFileName::IsFileReadable(mStrFilePath)) {
         mFileStatus = 1;
     } else {
-        SetUnusable(wxString::Format(_("%s: this file of the sequence can't be opened. Its frame shows no particles. "
-                                       "When the file is there, remove the cache to read it."),
-                                     mStrFilePath));
+        SetUnusable(
+            wxString::Format(_("%s: this file of the sequence can't be opened. Its frame shows no particles. "
+                               "When the file is there, remove the cache to read it."),
+                             mStrFilePath));
     }
 }
 

@@ -28,7 +28,8 @@ constexpr unsigned kFirstComputed = 2; // depend values from here on need the de
 template <class T>
 bool Take(T*& array, int number) {
     bool bZero = false;
-    array = static_cast<T*>(ArrayPool_cls::Shared().Allocate(static_cast<size_t>(number) * sizeof(T), &bZero));
+    array =
+        static_cast<T*>(ArrayPool_cls::Shared().Allocate(static_cast<size_t>(number) * sizeof(T), &bZero));
     return array != nullptr;
 }
 
@@ -60,8 +61,9 @@ SnapData_cls::SnapData_cls(PDataBlock_cls* pBlock, GLAttribute_cls** ppAttribute
     if (mNumber == 0 || !pBlock->mbAllocated) return;
     while (!Allocate(mNumber))
         if (!PDataSeqCtrl_cls::ReleaseForAllocation(pBlock->mpCSnap)) {
-            Notice("SnapData", _("Memory is too short to draw this snapshot. Lower \"Memory Limit(MB)\" or close "
-                                 "other programs."));
+            Notice("SnapData",
+                   _("Memory is too short to draw this snapshot. Lower \"Memory Limit(MB)\" or close "
+                     "other programs."));
             mNumber = 0;
             return;
         }

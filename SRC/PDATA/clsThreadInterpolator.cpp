@@ -27,8 +27,9 @@ ThreadInterpolator_cls::Box ThreadInterpolator_cls::CopyBox(const PeriodicBounda
     return box;
 }
 
-void ThreadInterpolator_cls::SetParameters(std::atomic<bool>* pFinished, const PeriodicBoundary_cls* pPeriodic,
-                                           const PDataBlock_cls& block, const PDataBlock_cls& next, float dt) {
+void ThreadInterpolator_cls::SetParameters(std::atomic<bool>* pFinished,
+                                           const PeriodicBoundary_cls* pPeriodic, const PDataBlock_cls& block,
+                                           const PDataBlock_cls& next, float dt) {
     mpbFinished = pFinished;
     mpCBlock = &block;
     mpCNext = &next;
@@ -63,8 +64,8 @@ void ThreadInterpolator_cls::Interpolate(const PDataBlock_cls& block, const PDat
 
 // Only linear interpolation has slopes to compute: else the file's velocity serves, and radius and value keep
 // the zeros that they have from the reader.
-void ThreadInterpolator_cls::InterpolateInBox(const PDataBlock_cls& block, const PDataBlock_cls& next, const Box& box,
-                                              float dt) {
+void ThreadInterpolator_cls::InterpolateInBox(const PDataBlock_cls& block, const PDataBlock_cls& next,
+                                              const Box& box, float dt) {
     if (block.mInterpolateType != 0 || !block.mbAllocated || !next.mbAllocated) return;
     const int number = std::min(block.mParticleNumber, next.mParticleNumber);
     const int count = GetThreadCount(block.mParticleNumber);
@@ -78,7 +79,8 @@ void ThreadInterpolator_cls::InterpolateInBox(const PDataBlock_cls& block, const
     std::vector<ThreadInterpolatorBlock_cls*> running;
     for (int k = 1; k < count; ++k) {
         // A share whose thread can't be had is done here.
-        if (workers[size_t(k)]->Create() == wxTHREAD_NO_ERROR && workers[size_t(k)]->Run() == wxTHREAD_NO_ERROR)
+        if (workers[size_t(k)]->Create() == wxTHREAD_NO_ERROR &&
+            workers[size_t(k)]->Run() == wxTHREAD_NO_ERROR)
             running.push_back(workers[size_t(k)].get());
         else
             workers[size_t(k)]->Interpolate();

@@ -35,7 +35,8 @@ private:
         float mLength[3] = {0, 0, 0};
     };
     static Box CopyBox(const PeriodicBoundary_cls* pPeriodic);
-    static void InterpolateInBox(const PDataBlock_cls& block, const PDataBlock_cls& next, const Box& box, float dt);
+    static void InterpolateInBox(const PDataBlock_cls& block, const PDataBlock_cls& next, const Box& box,
+                                 float dt);
 
     std::atomic<bool>* mpbFinished = nullptr;
     const PDataBlock_cls* mpCBlock = nullptr;

@@ -37,7 +37,8 @@ void EvaluateStream(float* pOut, const float* pIn, const float* pSlope, float dt
     Evaluate(pOut + k, pIn + k, pSlope + k, dt, count - k);
 }
 
-void CopyOrEvaluate(float* pOut, const float* pIn, const float* pSlope, float dt, long long count, bool bStream) {
+void CopyOrEvaluate(float* pOut, const float* pIn, const float* pSlope, float dt, long long count,
+                    bool bStream) {
     if (!pSlope)
         std::memcpy(pOut, pIn, static_cast<size_t>(count) * sizeof(float));
     else if (bStream)
