@@ -62,6 +62,20 @@ TEST(Camera, trackBallTurnsInTheMiddleAndRollsAtTheRim) {
     ExpectVector(camera.mUp, 0, -std::sin(turn), std::cos(turn));
 }
 
+TEST(Camera, trackBallBetweenMiddleAndRimDoesBoth) {
+    PositionAndDirection_cls camera = Camera();
+    camera.TrackBall(0.4, 0.6, 0.5, 0.6);
+    const double sideways = std::atan(0.1 * (1 - 0.6 * 0.6));
+    ExpectVector(camera.mPos, 1 - 4 * std::cos(sideways), 4 * std::sin(sideways), 0);
+    EXPECT_GT(camera.mUp[1], 0.05); // over the middle to the right: up leans left
+
+    camera = Camera();
+    camera.TrackBall(0.5, 0.5, 0.5, 0.6);
+    const double upward = std::atan(0.1 * (1 - 0.5 * 0.5));
+    ExpectVector(camera.mPos, 1 - 4 * std::cos(upward), 0, -4 * std::sin(upward));
+    EXPECT_LT(camera.mUp[1], -0.04);
+}
+
 TEST(Camera, trackBallIsLimitedForOneGesture) {
     PositionAndDirection_cls a = Camera(), b = Camera();
     a.TrackBall(-0.2, 0, 0, 0);

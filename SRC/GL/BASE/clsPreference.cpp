@@ -45,7 +45,7 @@ void Preference_cls::SetToDefaultParam() {
     mCConfItemListPref.Add(&mCSortType, "PREF_SORT_TYPE=", "0");
 }
 
-bool Preference_cls::ReadStrLine(wxString line) {
+bool Preference_cls::ReadStrLine(const wxString& line) {
     const bool bMouse = mCConfItemList.ReadStrLineAll(line);
     return mCConfItemListPref.ReadStrLineAll(line) || bMouse;
 }

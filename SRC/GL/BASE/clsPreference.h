@@ -37,7 +37,7 @@ public:
     /// Set all mouse keys to their defaults; for a template other than 0 there are none.
     void SetToDefaultMouse(int mouseTemplate);
     void SetToDefaultParam();
-    bool ReadStrLine(wxString line);
+    bool ReadStrLine(const wxString& line);
     wxString Serialize();
 
     /// Turn the left button with the emulating key into the middle button and forget that key.
