@@ -1,0 +1,38 @@
+// How data is read and treated: the record grammar and the loader's settings. One instance serves all;
+// readers take the settings at the moment they start, so a change shows at the next read.
+#pragma once
+
+#include "PDATA/clsGrammerBase.h"
+
+class DataLoaderGUI_cls;
+class Main_cls;
+class PeriodicBoundary_cls;
+class wxWindow;
+
+class DataLoader_cls : public GrammerBase_cls {
+public:
+    /// pMain may be null (no hub: nothing can be opened).
+    explicit DataLoader_cls(Main_cls* pMain);
+
+    /// Translate, scales and logarithm; grammar and interpolation stay.
+    void SetToDefault();
+    /// Make the dialog on first use (OpenWindow: then show it). Defined with the dialog.
+    void InitGUI(wxWindow* pParent);
+    void OpenWindow(wxWindow* pParent);
+    /// Open the sequence of `path` and remember it.
+    void OpenDataFile(const wxString& path);
+    bool ReadStrLine(const wxString& line) { return ReadStrLineAll(line); }
+    wxString Serialize() { return SerializeAll(); }
+
+    Main_cls* mpCMain;
+    PeriodicBoundary_cls* mpCPeriodic = nullptr; ///< set by the hub
+    DataLoaderGUI_cls* mpCGUI = nullptr;         ///< null until first opened
+
+    ConfItemSTR_cls mCItemLastOpened;       ///< "NONE" or the last path opened
+    ConfItemUINT_cls mCItemInterpolateType; ///< 0 linear, 1 Hermite, 2 none
+    ConfItemUINT_cls mCItemVariableNumber;  ///< 0 constant, 1 variable, 2 sort by ID
+    ConfItemFLOATARRAY_cls mCItemTranslate; ///< added to each position, before the scale
+    ConfItemFLOAT_cls mCItemScale;          ///< of positions, velocities, radii; 0 leaves them alone
+    ConfItemFLOAT_cls mCItemScaleValue1;    ///< of Value1; 0 leaves it alone
+    ConfItemUINT_cls mCItemLogarithm;       ///< 1: Value1 becomes its log10
+};

@@ -1,0 +1,62 @@
+#include "PDATA/clsGrammerBase.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int kHeadLines[] = {1, 1, 1, 3, 10};             // a line of text or four bytes each
+constexpr int kBodyWords[] = {3, 3, 1, 3, 10, 1, 1, 1, 1}; // a column of text or four bytes each
+
+bool Contains(const ConfItemINTARRAY_cls& item, int code) {
+    return std::find(item.mValue, item.mValue + item.mCount, code) != item.mValue + item.mCount;
+}
+
+void Store(ConfItemINTARRAY_cls& item, const std::vector<int>& codes) {
+    const size_t number = std::min<size_t>(codes.size(), GrammerBase_cls::kMaxItem);
+    std::copy_n(codes.begin(), number, item.mValue);
+    item.mCount = static_cast<unsigned>(number);
+    item.mStrValue = item.GetItemStr();
+}
+
+int Sum(const ConfItemINTARRAY_cls& item, int (*size)(int)) {
+    int sum = 0;
+    for (unsigned i = 0; i < item.mCount; ++i)
+        sum += size(item.mValue[i]);
+    return sum;
+}
+
+} // namespace
+
+GrammerBase_cls::GrammerBase_cls(const wxString& prefix) {
+    Add(&mCItemDataType, prefix + "DataType=", "0");
+    Add(&mCItemHead, prefix + "GrammerHead=", "0 1");
+    Add(&mCItemBody, prefix + "GrammerBody=", "0 1 5 6 7 8");
+}
+
+bool GrammerBase_cls::IsItemExistHead(int code) const { return Contains(mCItemHead, code); }
+bool GrammerBase_cls::IsItemExistBody(int code) const { return Contains(mCItemBody, code); }
+void GrammerBase_cls::SetHeaderGrammer(const std::vector<int>& codes) { Store(mCItemHead, codes); }
+void GrammerBase_cls::SetBodyGrammer(const std::vector<int>& codes) { Store(mCItemBody, codes); }
+
+std::vector<int> GrammerBase_cls::GetHeaderGrammer() const {
+    return {mCItemHead.mValue, mCItemHead.mValue + mCItemHead.mCount};
+}
+
+std::vector<int> GrammerBase_cls::GetBodyGrammer() const {
+    return {mCItemBody.mValue, mCItemBody.mValue + mCItemBody.mCount};
+}
+
+int GrammerBase_cls::GetHeaderByte() const { return Sum(mCItemHead, GetHeadItemByte); }
+int GrammerBase_cls::GetHeaderLine() const { return Sum(mCItemHead, GetHeadItemLine); }
+int GrammerBase_cls::GetRecordByte() const { return Sum(mCItemBody, GetBodyItemByte); }
+bool GrammerBase_cls::IsDefaultBody() const { return GetBodyGrammer() == std::vector<int>{0, 1, 5, 6, 7, 8}; }
+
+int GrammerBase_cls::GetHeadItemByte(int code) { return 4 * GetHeadItemLine(code); }
+
+int GrammerBase_cls::GetHeadItemLine(int code) {
+    return code >= HEAD_TIME && code <= HEAD_DUMMY10 ? kHeadLines[code] : 0;
+}
+
+int GrammerBase_cls::GetBodyItemByte(int code) {
+    return code >= BODY_XYZ && code <= BODY_VALUE1 ? 4 * kBodyWords[code] : 0;
+}
