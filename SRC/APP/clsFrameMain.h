@@ -2,8 +2,8 @@
 // drives the program. Other objects and threads reach it only by posted commands (COMMON/EventIds.h).
 #pragma once
 
-#include <wx/bitmap.h>
 #include <wx/frame.h>
+#include <wx/stopwatch.h>
 #include <wx/timer.h>
 
 #include "CONFITEM/clsConfItem.h"
@@ -15,6 +15,7 @@ class GLExtraFrame_cls;
 class GLInfo_cls;
 class Main_cls;
 class MainGLCanvas_cls;
+class PeriodicBoundaryGUI_cls;
 class PDataSeqCtrl_cls;
 class PDataSequence_cls;
 class Preference_cls;
@@ -63,8 +64,58 @@ public:
 
     static FrameMain_cls* mspCThis;
 
-    // The frame's developer adds the handlers.
+    void SetLastProject(const wxString& path) { mCItemLastMRP.mStrValue = path; }
+    /// Bring menus, views and panels in line with settings that were just read.
+    void ApplySettings();
+    /// A project opens; any other file opens with the present grammar, through the dialog's check.
+    void OpenDroppedFile(const wxString& path);
+
 private:
+    void CreateMenus();
+    void CreateHalves();
+    void BindHandlers();
+    void Bind(int id, void (FrameMain_cls::*pHandler)(wxCommandEvent&));
+
+    // clsFrameMainIdle.cpp
+    void OnIdle(wxIdleEvent& event);
+    void OnTimer(wxTimerEvent& event);
+    bool PrepareAhead(int frame);
+
+    // clsFrameMainFile.cpp: files and quitting
+    void OnMenuOpenProject(wxCommandEvent& event);
+    void OnMenuSaveProject(wxCommandEvent& event);
+    void OnMenuSaveProjectAs(wxCommandEvent& event);
+    void OnMenuLoadData(wxCommandEvent& event);
+    void OnMenuCloseData(wxCommandEvent& event);
+    void OnQuit(wxCommandEvent& event);
+    void OnClose(wxCloseEvent& event);
+    void SaveProject(const wxString& path);
+    bool AskQuit();
+
+    // clsFrameMainHandlers.cpp: everything else that a menu or a posted command does
+    void OnMenuRefreshGL(wxCommandEvent& event);
+    void OnMenuRefreshTL(wxCommandEvent& event);
+    void OnMenuRefreshSB(wxCommandEvent& event);
+    void OnMenuRefreshAttrib(wxCommandEvent& event);
+    void OnMenuRefreshDrawOptions(wxCommandEvent& event);
+    void OnMenuResizedTL(wxCommandEvent& event);
+    void OnMenuShortcut(wxCommandEvent& event);
+    void OnMenuSyncGLCtrl(wxCommandEvent& event);
+    void OnMenuGo(wxCommandEvent& event);
+    void OnMenuRemoveCacheSnap(wxCommandEvent& event);
+    void OnMenuRemoveCacheAll(wxCommandEvent& event);
+    void OnMenuPreference(wxCommandEvent& event);
+    void OnMenuPeriodicBoundary(wxCommandEvent& event);
+    void OnMenuViewPanelType(wxCommandEvent& event);
+    void OnMenuViewExtra(wxCommandEvent& event);
+    void OnMenuPlayStop(wxCommandEvent& event);
+    void OnMenuUnlock(wxCommandEvent& event);
+    void OnMenuSpecial(wxCommandEvent& event);
+    void OnAbout(wxCommandEvent& event);
+    void OnMenuAboutGL(wxCommandEvent& event);
+    void OnCharHook(wxKeyEvent& event);
+    void OnSash(wxSplitterEvent& event);
+
     Main_cls* mpCMain;
     wxSplitterWindow* mpCSplitter = nullptr;
     TopHalfPanel_cls* mpCTopHalf = nullptr;
@@ -72,12 +123,16 @@ private:
     GLExtraFrame_cls* mpCExtraFrame = nullptr;
     wxInfoBar* mpCInfoBar = nullptr;
     wxTimer mTimer;
-    Preference_cls* mpCPreference = nullptr;
-    Shortcut_cls* mpCShortcut = nullptr;
-    MainGLCanvas_cls* mpCMainCanvas = nullptr;
-    GLInfo_cls* mpCGLInfo = nullptr;
-    int mBtmHeight = 150;
+    Preference_cls* mpCPreference = nullptr;       ///< owned
+    PreferenceGUI_cls* mpCPreferenceGUI = nullptr; ///< made at first use; a child window
+    PeriodicBoundaryGUI_cls* mpCPeriodicGUI = nullptr;
+    Shortcut_cls* mpCShortcut = nullptr;       ///< owned
+    MainGLCanvas_cls* mpCMainCanvas = nullptr; ///< view 0: image and export processes
+    GLInfo_cls* mpCGLInfo = nullptr;           ///< owned
+    int mBtmHeight = 150;                      ///< height given to the bottom half, pixels
     bool mbProjectNamed = false;
+    long mLastReaderPost = 0; ///< milliseconds of mStatusWatch
+    wxStopWatch mStatusWatch;
     ConfItemList_cls mCConfList;
     ConfItemSTR_cls mCItemLastMRP;
     ConfItemSTR_cls mCItemLastIMG;

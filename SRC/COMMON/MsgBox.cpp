@@ -18,7 +18,8 @@ std::set<wxString>& ToldMatters() {
 }
 
 void Print(const wxString& text, const wxString& title) {
-    std::printf("%s: %s\n", static_cast<const char*>(title.utf8_str()), static_cast<const char*>(text.utf8_str()));
+    std::printf("%s: %s\n", static_cast<const char*>(title.utf8_str()),
+                static_cast<const char*>(text.utf8_str()));
     std::fflush(stdout);
 }
 

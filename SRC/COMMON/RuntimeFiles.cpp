@@ -22,7 +22,8 @@ wxString GetConfigureFilePath() {
     const wxString dir = GetExecutableDir();
     if (wxFileName::IsDirWritable(dir)) return dir + "/" + kConfigureFileName;
     wxString config;
-    if (!wxGetEnv("XDG_CONFIG_HOME", &config) || config.empty()) config = wxFileName::GetHomeDir() + "/.config";
+    if (!wxGetEnv("XDG_CONFIG_HOME", &config) || config.empty())
+        config = wxFileName::GetHomeDir() + "/.config";
     config += "/morentis";
     wxFileName::Mkdir(config, wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL);
     return config + "/" + kConfigureFileName;

@@ -11,8 +11,8 @@ public:
     /// The frame connects itself here.
     static void Connect(std::function<void()> update) { Update() = std::move(update); }
 
-    static bool sbLock;          ///< true: calls do nothing
-    static bool sbAllowDispach;  ///< false: the text is refreshed, pending events stay pending
+    static bool sbLock;         ///< true: calls do nothing
+    static bool sbAllowDispach; ///< false: the text is refreshed, pending events stay pending
 
 private:
     static std::function<void()>& Update();

@@ -2,7 +2,7 @@
 
 #include "CONFITEM/ConfNumber.h"
 
-bool ConfItem_cls::ReadStrLineBase(wxString line) {
+bool ConfItem_cls::ReadStrLineBase(const wxString& line) {
     if (line.Find(mStrKey) == wxNOT_FOUND) return false;
     mStrValue = line.Mid(mStrKey.length());
     return true;
@@ -19,12 +19,12 @@ ConfItemSTR_cls::ConfItemSTR_cls(const wxString& key, const wxString& value) : C
     SetItem(key, value);
 }
 
-void ConfItemSTR_cls::SetItem(wxString key, wxString value) {
+void ConfItemSTR_cls::SetItem(const wxString& key, const wxString& value) {
     mStrKey = key;
     if (!value.empty()) mStrValue = value;
 }
 
-bool ConfItemSTR_cls::ReadStrLine(wxString line) { return ReadStrLineBase(line); }
+bool ConfItemSTR_cls::ReadStrLine(const wxString& line) { return ReadStrLineBase(line); }
 
 wxString ConfItemSTR_cls::Serialize() {
     if (mStrValue == "!!SKIP!!") return wxString();
@@ -34,7 +34,7 @@ wxString ConfItemSTR_cls::Serialize() {
 wxString ConfItemSTR_cls::GetItemStr() { return mStrValue; }
 
 template <class T, int TYPE>
-void ConfScalar_cls<T, TYPE>::SetItem(wxString key, wxString value) {
+void ConfScalar_cls<T, TYPE>::SetItem(const wxString& key, const wxString& value) {
     mStrKey = key;
     if (value.empty()) return;
     mStrValue = value;
@@ -42,7 +42,7 @@ void ConfScalar_cls<T, TYPE>::SetItem(wxString key, wxString value) {
 }
 
 template <class T, int TYPE>
-bool ConfScalar_cls<T, TYPE>::ReadStrLine(wxString line) {
+bool ConfScalar_cls<T, TYPE>::ReadStrLine(const wxString& line) {
     if (!ReadStrLineBase(line)) return false;
     mValue = ConfNumberFromText<T>(mStrValue);
     return true;

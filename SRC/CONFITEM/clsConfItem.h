@@ -11,8 +11,8 @@ public:
     ConfItemSTR_cls() : ConfItem_cls(CONFITEM_STR) {}
     ConfItemSTR_cls(const wxString& key, const wxString& value);
 
-    void SetItem(wxString key, wxString value) override;
-    bool ReadStrLine(wxString line) override;
+    void SetItem(const wxString& key, const wxString& value) override;
+    bool ReadStrLine(const wxString& line) override;
     wxString Serialize() override;
     wxString GetItemStr() override;
 };
@@ -23,8 +23,8 @@ class ConfScalar_cls : public ConfItem_cls {
 public:
     T mValue = T();
 
-    void SetItem(wxString key, wxString value) override;
-    bool ReadStrLine(wxString line) override;
+    void SetItem(const wxString& key, const wxString& value) override;
+    bool ReadStrLine(const wxString& line) override;
     wxString Serialize() override;
     wxString GetItemStr() override;
 

@@ -32,23 +32,23 @@ bool Extract(std::istringstream& stream, T& value) {
 
 } // namespace
 
-unsigned int ConfArray_cls::CountDimension(wxString value) {
+unsigned int ConfArray_cls::CountDimension(const wxString& value) {
     return static_cast<unsigned>(std::min<size_t>(CountBlanks(value) + 1, MAX_DIMENSION));
 }
 
 template <class T, int TYPE>
-void ConfItemARRAY_cls<T, TYPE>::SetItem(wxString key, wxString value) {
+void ConfItemARRAY_cls<T, TYPE>::SetItem(const wxString& key, const wxString& value) {
     mStrKey = key;
     if (value.empty()) return;
     mStrValue = value;
     mCount = CountDimension(value);
     // The array of ints tells it when it reads.
-    if (TYPE != CONFITEM_INTARRAY && CountBlanks(value) >= MAX_DIMENSION) TellOverrun(key);
-    ReadStrLine(key + value);
+    if (TYPE != CONFITEM_INTARRAY && CountBlanks(value) >= MAX_DIMENSION) TellOverrun(mStrKey);
+    ReadStrLine(mStrKey + value);
 }
 
 template <class T, int TYPE>
-bool ConfItemARRAY_cls<T, TYPE>::ReadStrLine(wxString line) {
+bool ConfItemARRAY_cls<T, TYPE>::ReadStrLine(const wxString& line) {
     if (!ReadStrLineBase(line)) return false;
     std::istringstream stream{std::string(mStrValue.ToAscii())};
     stream.imbue(std::locale::classic());

@@ -9,7 +9,7 @@ public:
     static constexpr unsigned MAX_DIMENSION = 16;
 
     /// How many values a text holds: one plus its blanks behind the first character, 16 at most.
-    unsigned int CountDimension(wxString value);
+    unsigned int CountDimension(const wxString& value);
 
 protected:
     ConfArray_cls() = default;
@@ -27,8 +27,8 @@ public:
     unsigned mCount = 0;
     T mValue[MAX_DIMENSION] = {};
 
-    void SetItem(wxString key, wxString value) override;
-    bool ReadStrLine(wxString line) override;
+    void SetItem(const wxString& key, const wxString& value) override;
+    bool ReadStrLine(const wxString& line) override;
     wxString Serialize() override;
     wxString GetItemStr() override;
 

@@ -15,16 +15,16 @@ public:
     int mType = 0;               ///< one of ConfItemType
 
     /// Take the key and, unless `value` is empty, the value.
-    virtual void SetItem(wxString key, wxString value) = 0;
+    virtual void SetItem(const wxString& key, const wxString& value) = 0;
     /// Take the value of a line that holds the key; false and unchanged for any other line.
-    virtual bool ReadStrLine(wxString line) = 0;
+    virtual bool ReadStrLine(const wxString& line) = 0;
     /// The line with its line feed.
     virtual wxString Serialize() = 0;
     /// The value alone, as it stands in the line.
     virtual wxString GetItemStr() = 0;
 
     /// Find the key and cut the value text; the half of reading that all items share.
-    bool ReadStrLineBase(wxString line);
+    bool ReadStrLineBase(const wxString& line);
     /// The value text as a path for a command line: "\" becomes "/", blanks are escaped with "\".
     wxString ReplaceSeparator() const;
 

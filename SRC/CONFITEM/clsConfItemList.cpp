@@ -58,12 +58,12 @@ bool CopyAsAnyOf(ConfItem_cls* pDest, const ConfItem_cls* pSrc) {
 
 } // namespace
 
-void ConfItemList_cls::Add(ConfItem_cls* pItem, wxString key, wxString value) {
+void ConfItemList_cls::Add(ConfItem_cls* pItem, const wxString& key, const wxString& value) {
     pItem->SetItem(key, mbUseDefault ? value : wxString());
     mListPCItem.push_back(pItem);
 }
 
-bool ConfItemList_cls::ReadStrLineAll(wxString line) {
+bool ConfItemList_cls::ReadStrLineAll(const wxString& line) {
     bool bTaken = false;
     for (ConfItem_cls* item : mListPCItem)
         bTaken |= item->ReadStrLine(line);
@@ -77,7 +77,7 @@ wxString ConfItemList_cls::SerializeAll() {
     return text;
 }
 
-ConfItem_cls* ConfItemList_cls::GetPCItem(wxString key) {
+ConfItem_cls* ConfItemList_cls::GetPCItem(const wxString& key) {
     const auto found = std::find_if(mListPCItem.begin(), mListPCItem.end(),
                                     [&](const ConfItem_cls* item) { return item->mStrKey == key; });
     return found == mListPCItem.end() ? nullptr : *found;

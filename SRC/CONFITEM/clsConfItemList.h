@@ -11,13 +11,13 @@ public:
     bool mbUseDefault = true; ///< false: Add keeps the value that an item has
 
     /// Append an item under a key with its default as text. This call is the only place of a default.
-    void Add(ConfItem_cls* pItem, wxString key, wxString value);
+    void Add(ConfItem_cls* pItem, const wxString& key, const wxString& value);
     /// Offer a line to every item; true when any of them took it.
-    bool ReadStrLineAll(wxString line);
+    bool ReadStrLineAll(const wxString& line);
     /// The lines of all items.
     wxString SerializeAll();
     /// The item with exactly this key, else null.
-    ConfItem_cls* GetPCItem(wxString key);
+    ConfItem_cls* GetPCItem(const wxString& key);
     /// The key of the item whose number stands at this address, for an element of an array with
     /// "::DIM=" and its index behind; empty when there is none. Texts, bools and arrays of unsigned
     /// are not looked for.

@@ -35,18 +35,18 @@ public:
 
     static DataLoader_cls* mspCDataLoaderLink;
 
-    PDataSnap_cls* mpCSnap;             ///< owner
-    float (*mpPos)[3] = nullptr;        ///< positions after the loader's translate and scale
-    float (*mpVel)[3] = nullptr;        ///< velocity as read, then slope to the next snapshot
+    PDataSnap_cls* mpCSnap;      ///< owner
+    float (*mpPos)[3] = nullptr; ///< positions after the loader's translate and scale
+    float (*mpVel)[3] = nullptr; ///< velocity as read, then slope to the next snapshot
     float* mpRadius = nullptr;
-    float* mpDRadius = nullptr;         ///< radius slope
-    float* mpValue1 = nullptr;          ///< the free scalar "Value1"
-    float* mpDValue1 = nullptr;         ///< its slope
-    unsigned char* mpType = nullptr;    ///< 0 to 4
-    int* mpID = nullptr;                ///< exists only with mbHasID
-    int mParticleNumber = -1;           ///< -1: head not yet read
+    float* mpDRadius = nullptr;      ///< radius slope
+    float* mpValue1 = nullptr;       ///< the free scalar "Value1"
+    float* mpDValue1 = nullptr;      ///< its slope
+    unsigned char* mpType = nullptr; ///< 0 to 4
+    int* mpID = nullptr;             ///< exists only with mbHasID
+    int mParticleNumber = -1;        ///< -1: head not yet read
     bool mbAllocated = false;
-    int mInterpolateType = 1;           ///< 0 linear, 1 Hermite, 2 none
-    int mVariableNumber = 0;            ///< 0 constant, 1 variable, 2 sorted by ID
+    int mInterpolateType = 1; ///< 0 linear, 1 Hermite, 2 none
+    int mVariableNumber = 0;  ///< 0 constant, 1 variable, 2 sorted by ID
     bool mbHasID = true;
 };

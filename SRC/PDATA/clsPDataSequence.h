@@ -61,9 +61,9 @@ public:
 
     static wxString msStrProjectDir; ///< folder of the project under reading, empty otherwise
 
-    PDataSnap_cls* mpCSnap[kMaxSnap]; ///< owned, chained by mpCNext and mpCPrev
-    int mSeqIndex;                    ///< 0 to 3
-    GLDrawData_cls* mpCGLDrawData;    ///< owned
+    PDataSnap_cls* mpCSnap[kMaxSnap];                  ///< owned, chained by mpCNext and mpCPrev
+    int mSeqIndex;                                     ///< 0 to 3
+    GLDrawData_cls* mpCGLDrawData;                     ///< owned
     GLAttribute_cls* mpCGLAttribute[kAttributeNumber]; ///< owned
     FileSequence_cls mCFileSequence;
     ConfItemSTR_cls mCItemFile;

@@ -44,17 +44,17 @@ public:
     static void WaitThreadReading(PDataSnap_cls* pTarget, bool bExpect);
     static void WaitThreadInterpolate(PDataSnap_cls* pTarget, bool bExpect);
 
-    PDataBlock_cls* mpCBlock;      ///< owned
+    PDataBlock_cls* mpCBlock; ///< owned
     PDataSequence_cls* mpCSequence;
     PDataSnap_cls* mpCNext = nullptr;
     PDataSnap_cls* mpCPrev = nullptr;
     int mIndex;
-    double mTime = -9999.0;        ///< simulation time; -9999 when unset
-    bool mbSnipping = false;       ///< a key stands here: eviction prefers others
-    wxString mStrFilePath;         ///< empty for unused slots
-    int mFileStatus = 0;           ///< 0 not checked, 1 opens, 2 can't be used
+    double mTime = -9999.0;  ///< simulation time; -9999 when unset
+    bool mbSnipping = false; ///< a key stands here: eviction prefers others
+    wxString mStrFilePath;   ///< empty for unused slots
+    int mFileStatus = 0;     ///< 0 not checked, 1 opens, 2 can't be used
     bool mbLoadStarted = false;
-    std::atomic<bool> mbLoaded{false};       ///< set by the reader (release)
+    std::atomic<bool> mbLoaded{false}; ///< set by the reader (release)
     bool mbInterpolateStarted = false;
     std::atomic<bool> mbInterpolated{false}; ///< set by the interpolator (release)
 };

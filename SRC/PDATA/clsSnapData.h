@@ -18,18 +18,18 @@ public:
     /// True if any attribute's colour depends on a computed quantity (depend value 2 or more).
     static bool IsInterpolateRequired(GLAttribute_cls** ppAttribute);
 
-    PDataBlock_cls* mpCBlock;          ///< source, not owned
+    PDataBlock_cls* mpCBlock; ///< source, not owned
     bool mbAllocated = false;
-    bool mbValue1Dash = false;         ///< mpValue1Dash exists
-    int mNumber = 0;                   ///< particles, as in the block
-    double mTime = 0.0;                ///< block time plus dt
-    int mStep = 1;                     ///< only multiples of it are filled
+    bool mbValue1Dash = false; ///< mpValue1Dash exists
+    int mNumber = 0;           ///< particles, as in the block
+    double mTime = 0.0;        ///< block time plus dt
+    int mStep = 1;             ///< only multiples of it are filled
     float (*mpPos)[3] = nullptr;
     float* mpRadius = nullptr;
     float* mpValue1 = nullptr;
-    float* mpValue1Dash = nullptr;     ///< the one derived quantity that colours may depend on
-    float (*mpColor)[4] = nullptr;     ///< RGBA, alpha adjusted
-    unsigned char* mpType = nullptr;   ///< borrowed from the block
+    float* mpValue1Dash = nullptr;   ///< the one derived quantity that colours may depend on
+    float (*mpColor)[4] = nullptr;   ///< RGBA, alpha adjusted
+    unsigned char* mpType = nullptr; ///< borrowed from the block
 
 private:
     bool Allocate(int number);

@@ -13,7 +13,9 @@ public:
     /// One sub-step on; true when that carries into the next film step.
     bool Increment(int dir);
     /// Time offset in interpolation steps; 0 while no blur runs.
-    double GetFactor() const { return mBlurSteps > 0 ? double(mBlurStep) * double(mShutter) / mBlurSteps : 0.0; }
+    double GetFactor() const {
+        return mBlurSteps > 0 ? double(mBlurStep) * double(mShutter) / mBlurSteps : 0.0;
+    }
     /// Weight of one sub-frame.
     double GetAlpha() const { return mBlurSteps > 0 ? 1.0 / mBlurSteps : 1.0; }
     bool IsInitBluring() const;
@@ -22,8 +24,8 @@ public:
     bool IsOutputConditionOK() const { return !mbBlur || IsLastBluring(); }
 
     TimeCtrl_cls* mpCTimeCtrl;
-    bool mbBlur = false;    ///< sub-stepping is running
+    bool mbBlur = false; ///< sub-stepping is running
     int mBlurStep = 0;
-    float mShutter = 0.5f;  ///< share of a step that the shutter is open
+    float mShutter = 0.5f; ///< share of a step that the shutter is open
     int mBlurSteps = 4;
 };

@@ -27,11 +27,11 @@ public:
     // Reading.
     int GetFrame() const { return mFrame; }
     int GetInterpStep() const { return mInterpStep; }
-    int GetMaxFrame() const { return int(mMaxFrame.mValue); }
-    int GetWAMin() const { return int(mWAMin.mValue); }
-    int GetWAMax() const { return int(mWAMax.mValue); }
-    int GetAAMin() const { return int(mAAMin.mValue); }
-    int GetAAMax() const { return int(mAAMax.mValue); }
+    int GetMaxFrame() const { return ToFrame(mMaxFrame); }
+    int GetWAMin() const { return ToFrame(mWAMin); }
+    int GetWAMax() const { return ToFrame(mWAMax); }
+    int GetAAMin() const { return ToFrame(mAAMin); }
+    int GetAAMax() const { return ToFrame(mAAMax); }
     int GetAnimStep() const;   ///< "Stepping", at least 1
     int GetAnimInterp() const; ///< "Interval", steps a frame, at least 1
     bool IsRepeat() const { return mbRepeat.mValue; }
@@ -117,12 +117,12 @@ public:
     void EmptySnippingTag();
     void UpdateSnippingTag();
 
-    wxString Serialize() const;
+    wxString Serialize();
     void ReadStrLine(std::wistream& stream, const wxString& line);
 
-    int mFrameInterval = 30;       ///< least milliseconds between two advances
+    int mFrameInterval = 30; ///< least milliseconds between two advances
     bool mbShyMode = false;
-    bool mbCustomRange = false;    ///< mRangeMin, mRangeMax replace the work area
+    bool mbCustomRange = false; ///< mRangeMin, mRangeMax replace the work area
     int mRangeMin = 0;
     int mRangeMax = 0;
     bool mbIgnoreNextStop = false; ///< a repeat went round: the next stop event is not meant
@@ -132,13 +132,15 @@ public:
     ConfItemUINT_cls mSceneLengthType;
 
 private:
+    static int ToFrame(const ConfItemUINT_cls& item);
     double BoundIndex(int frame) const;
     void LowHigh(int* pLow, int* pHigh) const;
     int FloorToStep(int frame) const;
     void CheckAfterMaxFrameChange();
-    void ClampFrame();
     void UpdateCurrentDoubleIndex();
-    void WaitForNextAdvance();
+    void WaitForNextAdvance() const;
+    void SetPosition(int frame, int step);
+    void StopPlaying(bool bByUser);
 
     Main_cls* mpCMain;
     wxStopWatch mCStopWatchPlay;

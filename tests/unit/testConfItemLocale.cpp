@@ -11,6 +11,12 @@
 
 namespace {
 
+class CommaPunct_cls : public std::numpunct<char> {
+    char do_decimal_point() const override { return ','; }
+    char do_thousands_sep() const override { return '.'; }
+    std::string do_grouping() const override { return "\3"; }
+};
+
 // Puts the process under a locale that writes 1,5; builds German into a folder of its own where the
 // system has none.
 class CommaLocale_cls {
@@ -39,7 +45,8 @@ private:
     bool Enter(const char* name) {
         if (!std::setlocale(LC_ALL, name)) return false;
         mbActive = std::localeconv()->decimal_point[0] == ',';
-        if (mbActive) std::locale::global(std::locale(name)); // streams follow this one
+        // Streams follow this one. Made by hand: glibc leaks in making it from a LOCPATH.
+        if (mbActive) std::locale::global(std::locale(std::locale::classic(), new CommaPunct_cls));
         return mbActive;
     }
     std::string mSaved;

@@ -32,12 +32,12 @@ public:
     GLAttributeGUI_cls* mpCGUI = nullptr; ///< owned by its notebook
     PDataSequence_cls* mpCSequence;
     DrawOption_cls* mpCDrawOption;
-    int mIndex; ///< 0 to 3
-    ColorCurve_cls mColor;    ///< points and billboards
-    ColorCurve_cls mAmbient;  ///< spheres
+    int mIndex;              ///< 0 to 3
+    ColorCurve_cls mColor;   ///< points and billboards
+    ColorCurve_cls mAmbient; ///< spheres
     ColorCurve_cls mDiffuse;
     ColorCurve_cls mSpecular;
-    unsigned mTexture = 0;    ///< GL texture name
+    unsigned mTexture = 0; ///< GL texture name
     ConfItemList_cls mConfList;
     ConfItemUINT_cls mDrawType;    ///< 0 point, 1 billboard, 2 sphere, 3 both, 4 hide
     ConfItemUINT_cls mDrawQuality; ///< 0 low to 2 high
@@ -45,8 +45,8 @@ public:
     ConfItemUINT_cls mRadiusType;  ///< 0 use data, 1 constant
     ConfItemFLOAT_cls mRadiusFactor;
     ConfItemFLOAT_cls mRadiusFactorForConst;
-    ConfItemINT_cls mPointSize;    ///< pixels of the off-screen buffer
-    ConfItemUINT_cls mAlphaType;   ///< 0 constant, 1 power -2 of the radius
+    ConfItemINT_cls mPointSize;  ///< pixels of the off-screen buffer
+    ConfItemUINT_cls mAlphaType; ///< 0 constant, 1 power -2 of the radius
     ConfItemUINT_cls mShaderType;
     ConfItemFLOAT_cls mAlphaFactor;
     ConfItemFLOAT_cls mAlphaDependBase;

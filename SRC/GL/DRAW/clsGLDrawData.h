@@ -38,7 +38,7 @@ public:
 
     static ArrayAndIndex_cls* mspIndexAndZ; ///< the list of this paint
     static int msDownsizedAtFBO0;           ///< its length
-    static SnapData_cls* mspCSnapShot;                  ///< the one draw-time snapshot; owned here
+    static SnapData_cls* mspCSnapShot;      ///< the one draw-time snapshot; owned here
     static double msCurrentDoubleIndex;
     bool mbShadowPass = false;
 

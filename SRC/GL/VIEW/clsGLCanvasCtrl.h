@@ -12,8 +12,9 @@ class wxGLContext;
 class GLCanvasCtrl_cls : public wxPanel {
 public:
     /// `name` as "MainGLCanvas 0"; index 4 is the Extra Panel's.
-    GLCanvasCtrl_cls(wxWindow* pParent, FrameMain_cls* pFrame, DrawOption_cls* pDrawOption, Preference_cls* pPreference,
-                     const wxString& name, int panelIndex, int displayMode, wxGLContext* pShare);
+    GLCanvasCtrl_cls(wxWindow* pParent, FrameMain_cls* pFrame, DrawOption_cls* pDrawOption,
+                     Preference_cls* pPreference, const wxString& name, int panelIndex, int displayMode,
+                     wxGLContext* pShare);
 
     MainGLCanvas_cls* GetPCCanvas() const { return mpCCanvas; }
     /// Controls from the canvas's settings.

@@ -11,8 +11,8 @@ class wxGLContext;
 
 class GLExtraFrame_cls : public wxFrame {
 public:
-    GLExtraFrame_cls(FrameMain_cls* pFrame, wxWindow* pParent, DrawOption_cls* pDrawOption, Preference_cls* pPreference,
-                     wxGLContext* pShare);
+    GLExtraFrame_cls(FrameMain_cls* pFrame, wxWindow* pParent, DrawOption_cls* pDrawOption,
+                     Preference_cls* pPreference, wxGLContext* pShare);
     GLCanvasCtrl_cls* GetPCCanvasCtrl() const { return mpCCtrl; }
 
 private:

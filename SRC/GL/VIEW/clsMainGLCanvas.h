@@ -28,8 +28,9 @@ public:
     static constexpr int kExtraPanel = 4;
 
     /// `pShare` is the context of panel 0, null for panel 0 itself.
-    MainGLCanvas_cls(wxWindow* pParent, GLCanvasCtrl_cls* pCtrl, FrameMain_cls* pFrame, DrawOption_cls* pDrawOption,
-                     Preference_cls* pPreference, int panelIndex, int displayMode, wxGLContext* pShare);
+    MainGLCanvas_cls(wxWindow* pParent, GLCanvasCtrl_cls* pCtrl, FrameMain_cls* pFrame,
+                     DrawOption_cls* pDrawOption, Preference_cls* pPreference, int panelIndex,
+                     int displayMode, wxGLContext* pShare);
     ~MainGLCanvas_cls() override;
 
     /// Queue a paint; with panel 0 also one of an Extra Panel that copies it.

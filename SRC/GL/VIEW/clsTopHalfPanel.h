@@ -16,8 +16,8 @@ class wxSplitterWindow;
 
 class TopHalfPanel_cls : public wxPanel {
 public:
-    TopHalfPanel_cls(wxWindow* pParent, FrameMain_cls* pFrame, PDataSequence_cls* pSequence, DrawOption_cls* pDrawOption,
-                     Preference_cls* pPreference);
+    TopHalfPanel_cls(wxWindow* pParent, FrameMain_cls* pFrame, PDataSequence_cls* pSequence,
+                     DrawOption_cls* pDrawOption, Preference_cls* pPreference);
 
     /// 0 one view, 1 two above each other, 2 two side by side, 3 two rows of two, 4 two columns of two.
     void SplitPanel(int type);

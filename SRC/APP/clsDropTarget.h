@@ -1,0 +1,15 @@
+// Files dropped on the main window: a project opens, and so does any one file of a sequence.
+#pragma once
+
+#include <wx/dnd.h>
+
+class FrameMain_cls;
+
+class DropTarget_cls : public wxFileDropTarget {
+public:
+    explicit DropTarget_cls(FrameMain_cls* pFrame) : mpCFrame(pFrame) {}
+    bool OnDropFiles(wxCoord x, wxCoord y, const wxArrayString& paths) override;
+
+private:
+    FrameMain_cls* mpCFrame;
+};

@@ -1,0 +1,190 @@
+#include "APP/clsFrameMain.h"
+
+#include <wx/infobar.h>
+#include <wx/sizer.h>
+#include <wx/splitter.h>
+
+#include "APP/clsDropTarget.h"
+#include "APP/clsMain.h"
+#include "APP/clsShortcut.h"
+#include "COMMON/Globals.h"
+#include "COMMON/MenuEvent.h"
+#include "COMMON/RuntimeFiles.h"
+#include "COMMON/clsUpdateStatusBar.h"
+#include "GL/BASE/clsGLInfo.h"
+#include "GL/BASE/clsPreference.h"
+#include "GL/VIEW/clsGLCanvasCtrl.h"
+#include "GL/VIEW/clsGLExtraFrame.h"
+#include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsTopHalfPanel.h"
+#include "PDATA/clsPDataSeqCtrl.h"
+#include "TIME/clsTimeCtrl.h"
+#include "WIDGET/MessageBoxes.h"
+#include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
+#include "WIDGET/clsColourDialogEX.h"
+#include "WIDGET/clsFileDialogEX.h"
+
+FrameMain_cls* FrameMain_cls::mspCThis = nullptr;
+
+namespace {
+constexpr int kTimerMillis = 500;
+constexpr int kMinPane = 80;
+constexpr int kHighDisplay = 1050;
+} // namespace
+
+FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRect& rect)
+    : wxFrame(nullptr, wxID_ANY, title, rect.GetPosition(), rect.GetSize()), mpCMain(pMain), mTimer(this) {
+    mspCThis = GpCMainFrameCLS = this;
+    SetMenuEventTarget(this);
+    InstallMessageBoxes([this](const wxString& text) { ShowNotice(text); });
+    SetIcon(wxIcon(FindRuntimeFile("ICONS/morentis.png"), wxBITMAP_TYPE_PNG));
+
+    mpCShortcut = new Shortcut_cls(this);
+    mpCPreference = new Preference_cls;
+    mpCGLInfo = new GLInfo_cls;
+    mTimer.Start(kTimerMillis);
+    mCConfList.Add(&mCItemLastMRP, "LastOpenedFileMRP=", "None");
+    mCConfList.Add(&mCItemLastIMG, "LastOpenedFileIMG=", "None");
+
+    MainGLCanvas_cls::InitializeStaticMembers();
+    mBtmHeight = pMain->mDisplayHeight > kHighDisplay ? 210 : 150;
+    CreateHalves();
+    CreateMenus();
+    CreateStatusBar(4);
+    const int widths[] = {-1, -1, 180, 180};
+    GetStatusBar()->SetStatusWidths(4, widths);
+    for (int field = 0; field < 4; ++field)
+        SetStatusText(wxString::Format("field_%d", field), field);
+
+    GpCFileDialog = new wxFileDialogEX(this);
+    GpCClrDialog = new wxColourDialogEX(this);
+    mpCMainCanvas = GetPCGLCanvas(0);
+    GpCurrentGLPanel = mpCMainCanvas;
+    mpCExtraFrame =
+        new GLExtraFrame_cls(this, this, pMain->mpCDrawOption, mpCPreference, mpCMainCanvas->GetContext());
+    SetDropTarget(new DropTarget_cls(this));
+    BindHandlers();
+    UpdateStatusBar_cls::Connect([this] {
+        UpdateStatusText();
+        if (!UpdateStatusBar_cls::sbAllowDispach) return;
+        if (wxEventLoopBase* loop = wxEventLoopBase::GetActive())
+            loop->YieldFor(wxEVT_CATEGORY_UI | wxEVT_CATEGORY_USER_INPUT);
+    });
+    UpdateStatusText();
+}
+
+FrameMain_cls::~FrameMain_cls() {
+    mTimer.Stop();
+    UpdateStatusBar_cls::Connect({});
+    SetMessageHandler({});
+    SetMenuEventTarget(nullptr);
+    delete mpCPreference;
+    delete mpCShortcut;
+    delete mpCGLInfo;
+    delete GpCFileDialog;
+    delete GpCClrDialog;
+    GpCFileDialog = nullptr;
+    GpCClrDialog = nullptr;
+    MainGLCanvas_cls::DestructStaticMembers();
+    mspCThis = GpCMainFrameCLS = nullptr;
+    GpCurrentGLPanel = nullptr;
+}
+
+void FrameMain_cls::CreateHalves() {
+    mpCInfoBar = new wxInfoBar(this);
+    mpCSplitter = new wxSplitterWindow(this, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+                                       wxSP_LIVE_UPDATE | wxSP_3DSASH);
+    mpCSplitter->SetSashGravity(1.0); // the bottom half keeps its height
+    mpCSplitter->SetMinimumPaneSize(kMinPane);
+    mpCTopHalf = new TopHalfPanel_cls(mpCSplitter, this, GetPCActiveFileSequence(), mpCMain->mpCDrawOption,
+                                      mpCPreference);
+    mpCBtmHalf = new BtmHalfPanel_cls(mpCSplitter, mpCMain);
+    mpCSplitter->SplitHorizontally(mpCTopHalf, mpCBtmHalf, -mBtmHeight);
+    auto* sizer = new wxBoxSizer(wxVERTICAL);
+    sizer->Add(mpCInfoBar, 0, wxEXPAND);
+    sizer->Add(mpCSplitter, 1, wxEXPAND);
+    SetSizer(sizer);
+    SetMinClientSize(wxSize(640, 400));
+}
+
+PDataSequence_cls* FrameMain_cls::GetPCActiveFileSequence() const {
+    return mpCMain->mpCPDataSeqCtrl->GetPCActiveFileSequence();
+}
+
+GLCanvasCtrl_cls* FrameMain_cls::GetPCGLCanvasCtrl(int view) const {
+    if (view == MainGLCanvas_cls::kExtraPanel)
+        return mpCExtraFrame ? mpCExtraFrame->GetPCCanvasCtrl() : nullptr;
+    return view >= 0 && view < 4 ? mpCTopHalf->GetPCGLCanvasCtrl(view) : nullptr;
+}
+
+MainGLCanvas_cls* FrameMain_cls::GetPCGLCanvas(int view) const {
+    GLCanvasCtrl_cls* ctrl = GetPCGLCanvasCtrl(view);
+    return ctrl ? ctrl->GetPCCanvas() : nullptr;
+}
+
+TimeCtrl_cls* FrameMain_cls::GetPCTimeCtrl() const { return mpCMain->mpCTimeCtrl; }
+
+PDataSeqCtrl_cls* FrameMain_cls::GetPCDataSeqCtrl() const { return mpCMain->mpCPDataSeqCtrl; }
+
+void FrameMain_cls::UpdateStatusText() {
+    static const char* const kStages[] = {"Drawing ", "Shadow ", "Drawing LH"};
+    const PDataSequence_cls* sequence = GetPCActiveFileSequence();
+    wxString text[4];
+    if (sequence->GetSeqLength() > 0) {
+        text[0] = sequence->mCFileSequence.GetInfoStr();
+        text[1] = wxString::Format(_("%d particles, %d of %d MB in use"),
+                                   sequence->GetParticleNumber(mpCMain->mpCTimeCtrl->GetRemappedIndex(-1)),
+                                   mpCMain->GetUsedTotalMemoryMB(), mpCMain->GetMemoryLimitMB());
+    } else {
+        text[0] = _("No data: load particle data, or drop a file or a project here");
+    }
+    const int drawing = GDrawingPercentage.load();
+    if (drawing != 100) text[2] = wxString::Format("%s%d%%", kStages[GDrawingStage.load() % 3], drawing);
+    const int reading = GThreadReaderPercentage.load();
+    if (reading != 100)
+        text[3] = wxString::Format("index:%d- Loading%d%%", GThreadReaderIndex.load(), reading);
+    for (int field = 0; field < 4; ++field)
+        if (GetStatusBar()->GetStatusText(field) != text[field]) SetStatusText(text[field], field);
+}
+
+void FrameMain_cls::UpdateTitle(const wxString& projectName) {
+    SetTitle(projectName.empty() ? wxString("Morentis 3 v 0.80") : "Morentis3 - " + projectName);
+}
+
+void FrameMain_cls::FitSplitterWindow(bool bForce) {
+    const int height = mpCSplitter->GetClientSize().y;
+    if (height <= 0) return;
+    const int least = std::min(mpCBtmHalf->GetMinHeight(), 120);
+    if (!bForce && mpCSplitter->GetSashPosition() <= height - least) return;
+    mpCSplitter->SetSashPosition(height - std::max(mBtmHeight, mpCBtmHalf->GetMinHeight()));
+    mpCBtmHalf->RecheckSize();
+    Refresh();
+}
+
+void FrameMain_cls::ShowNotice(const wxString& text) {
+    // Notices may come from inside a paint: show them when it is over.
+    CallAfter([this, text] { mpCInfoBar->ShowMessage(text, wxICON_WARNING); });
+}
+
+void FrameMain_cls::ApplySettings() {
+    mpCTopHalf->SplitPanel(mpCTopHalf->GetSplit());
+    if (wxMenuBar* bar = GetMenuBar()) bar->Check(ID_VIEW_PANEL_TYPE_0 + mpCTopHalf->GetSplit(), true);
+    for (int view = 0; view < MainGLCanvas_cls::kViewNumber; ++view)
+        if (GLCanvasCtrl_cls* ctrl = GetPCGLCanvasCtrl(view)) ctrl->UpdateWindow();
+    mpCTopHalf->RefreshAttrib();
+    mpCTopHalf->RefreshDrawOptions();
+    mpCBtmHalf->RefreshGUI();
+}
+
+wxString FrameMain_cls::Serialize() {
+    wxString text = mpCTopHalf->Serialize();
+    return text + GetPCGLCanvasCtrl(MainGLCanvas_cls::kExtraPanel)->Serialize();
+}
+
+wxString FrameMain_cls::SerializeForConfigure() { return mCConfList.SerializeAll(); }
+
+void FrameMain_cls::ReadStrLine(const wxString& line) {
+    mCConfList.ReadStrLineAll(line);
+    mpCTopHalf->ReadStrLine(line);
+    GetPCGLCanvasCtrl(MainGLCanvas_cls::kExtraPanel)->ReadStrLine(line);
+}

@@ -1,0 +1,104 @@
+// The idle loop: evict, read ahead, refresh what is behind, advance playing by one frame a paint.
+#include "APP/clsFrameMain.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+#include <wx/utils.h>
+
+#include "APP/clsMain.h"
+#include "COMMON/EventIds.h"
+#include "COMMON/Globals.h"
+#include "COMMON/MenuEvent.h"
+#include "GL/VIEW/clsTopHalfPanel.h"
+#include "PDATA/clsPDataSeqCtrl.h"
+#include "TIME/clsTimeCtrl.h"
+
+namespace {
+
+// The status bar needs no more than this many milliseconds' news of a reader; posting at every idle pass
+// would keep the loop spinning.
+constexpr long kReaderPostMillis = 100;
+
+/// To be asked before a frame is prepared: inside the wait for a reader that can't be.
+void CheckPreparePossible() {
+    if (!GbGLLockForLoadingData.load()) return;
+    std::puts("GbGLLockForLoadingData == TRUE");
+    std::puts("Prepare impossible");
+    std::exit(0);
+}
+
+struct DataIndex_st {
+    int mIndex;
+    double mFrac;
+};
+
+DataIndex_st SplitIndex(double index) {
+    const int whole = int(index);
+    return {whole, index - whole};
+}
+
+DataIndex_st IndexOfFrame(const TimeCtrl_cls* time, int frame) {
+    return SplitIndex(time->GetRemappedIndexDouble(frame, frame == -1 ? -1 : 0));
+}
+
+} // namespace
+
+void FrameMain_cls::OnIdle(wxIdleEvent& event) {
+    event.Skip();
+    TimeCtrl_cls* time = mpCMain->mpCTimeCtrl;
+    PDataSeqCtrl_cls* store = mpCMain->mpCPDataSeqCtrl;
+    store->CleanUpMemory(time->GetFrame(), time->GetAnimStep());
+    if (GpCThreadReader.load()) {
+        if (mStatusWatch.Time() - mLastReaderPost >= kReaderPostMillis) {
+            mLastReaderPost = mStatusWatch.Time();
+            PostMenuEvent(ID_REFRESH_SB);
+        }
+    } else if (IsTheFrameReady(-1)) {
+        PrepareFramesAhead(time->GetPrefetch());
+    }
+    if (GbGLLockPlayWait.load()) return;
+    if (!mpCTopHalf->CheckGLRefresh(time->GetFrame(), time->GetInterpStep())) {
+        wxMilliSleep(13); // a paint is on its way: don't spin
+        return;
+    }
+    if (time->IsPlaying() && time->ProcPlaying()) GbGLLockPlayWait.store(true);
+}
+
+void FrameMain_cls::OnTimer(wxTimerEvent&) {
+    // Safety net for a reader that ended between its last two stores.
+    if (GpCThreadReader.load() && GbThreadReaderFinished.load(std::memory_order_acquire))
+        GpCThreadReader.store(nullptr);
+}
+
+bool FrameMain_cls::IsTheFrameReady(int frame) const {
+    const DataIndex_st data = IndexOfFrame(mpCMain->mpCTimeCtrl, frame);
+    return mpCMain->IsTheIndexReady(data.mIndex, data.mFrac);
+}
+
+bool FrameMain_cls::IsTheFrameLoaded(int frame) const {
+    return mpCMain->IsTheIndexLoaded(mpCMain->mpCTimeCtrl->GetRemappedIndex(frame));
+}
+
+void FrameMain_cls::PrepareTheFrame(int frame) {
+    CheckPreparePossible();
+    const DataIndex_st data = IndexOfFrame(mpCMain->mpCTimeCtrl, frame);
+    mpCMain->mpCPDataSeqCtrl->PrepareIndex(data.mIndex, data.mFrac,
+                                           mpCMain->mpCTimeCtrl->IsForceInterpolation(), frame == -1);
+}
+
+bool FrameMain_cls::PrepareAhead(int frame) {
+    if (IsTheFrameReady(frame)) return false;
+    PrepareTheFrame(frame);
+    return true;
+}
+
+void FrameMain_cls::PrepareFramesAhead(int count) {
+    const TimeCtrl_cls* time = mpCMain->mpCTimeCtrl;
+    const int dir = time->GetPlayDirection();
+    for (int k = 1; k <= count; ++k) {
+        const int frame = time->CalcNextFrame(-1, k * dir, false, true);
+        if (frame < 0 || frame > time->GetMaxFrame()) continue;
+        if (PrepareAhead(frame)) return; // one at a time: the nearest first
+    }
+}

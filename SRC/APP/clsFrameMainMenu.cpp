@@ -1,0 +1,174 @@
+// The menus, as one table.
+#include "APP/clsFrameMain.h"
+
+#include <wx/menu.h>
+
+#include "COMMON/EventIds.h"
+#include "COMMON/RuntimeFiles.h"
+
+namespace {
+
+enum class Entry { Normal, Check, Radio, Separator, SubBegin, SubEnd };
+
+struct MenuEntry_st {
+    Entry mKind;
+    const char* mLabel;    ///< goes through the catalogue
+    const char* mMnemonic; ///< one letter, null for none
+    const char* mShortcut; ///< accelerator text, null for none
+    int mId;
+    const char* mIcon; ///< file under ICONS, null for none
+    bool mbAvailable;  ///< false: greyed until what it opens exists
+};
+
+constexpr MenuEntry_st kSeparator = {Entry::Separator, nullptr, nullptr, nullptr, 0, nullptr, true};
+constexpr MenuEntry_st kSubEnd = {Entry::SubEnd, nullptr, nullptr, nullptr, 0, nullptr, true};
+
+constexpr MenuEntry_st kFile[] = {
+    {Entry::Normal, "Open Project", "O", "Ctrl-O", ID_OPEN_PROJECT, nullptr, true},
+    {Entry::Normal, "Save Project", "S", "Ctrl-S", ID_SAVE_PROJECT, nullptr, true},
+    {Entry::Normal, "Save Project As", "S", "Ctrl-Shift-S", ID_SAVE_PROJECT_AS, nullptr, true},
+    kSeparator,
+    {Entry::Normal, "Load Particle Data", "L", "Ctrl-Alt-O", ID_LOAD_DATA, nullptr, true},
+    {Entry::Normal, "Save Snapshot", "I", "F7", ID_SAVE_IMAGE_SNAP, nullptr, false},
+    {Entry::Normal, "Save Image Sequence", "A", "F8", ID_SAVE_IMAGE_SEQ, nullptr, false},
+    {Entry::SubBegin, "Export", "E", nullptr, ID_EXPORT_MENU, nullptr, false},
+    {Entry::Normal, "Export Particle Data", "P", nullptr, ID_EXPORT_DATA, nullptr, false},
+    {Entry::Normal, "Export Path to Clipboard (.pov)", "C", nullptr, ID_EXPORT_PATH_POV, nullptr, false},
+    kSubEnd,
+    {Entry::Normal, "Close Particle Data", "W", "Ctrl-W", ID_CLOSE_DATA, nullptr, true},
+    kSeparator,
+    {Entry::Normal, "Quit", "Q", "Q", ID_QUIT, nullptr, true},
+};
+
+constexpr MenuEntry_st kEdit[] = {
+    {Entry::Normal, "Undo", "U", "Ctrl-Z", ID_UNDO, nullptr, false},
+    {Entry::Normal, "Redo", "R", "Ctrl-Y", ID_REDO, nullptr, false},
+    {Entry::Normal, "Move Frame", "G", "Ctrl-G", ID_GO, nullptr, true},
+    {Entry::Check, "Time Remap", "R", nullptr, ID_TIME_REMAP, nullptr, false},
+    {Entry::SubBegin, "Remove Cache", "D", nullptr, ID_REMOVE_CACHE_MENU, nullptr, true},
+    {Entry::Normal, "Snapshot", nullptr, "F5", ID_REMOVE_CACHE_SNAP, nullptr, true},
+    {Entry::Normal, "All Cache", nullptr, "Ctrl-Alt-F5", ID_REMOVE_CACHE_ALL, nullptr, true},
+    kSubEnd,
+    kSeparator,
+    {Entry::Normal, "Scene Config", "S", "Ctrl-K", ID_SCENE, "Scene", false},
+    {Entry::Normal, "Preference", "P", "Ctrl-Alt-P", ID_PREFERENCE, "Preference", true},
+};
+
+constexpr MenuEntry_st kFilter[] = {
+    {Entry::SubBegin, "Bool", "B", nullptr, ID_FILTER_BOOL_MENU, nullptr, false},
+    {Entry::Normal, "Boolean", "B", nullptr, ID_FILTER_BOOLEAN, nullptr, false},
+    {Entry::Normal, "Filtering", "T", nullptr, ID_FILTER_FILTERING, nullptr, false},
+    kSubEnd,
+    {Entry::SubBegin, "Object", "B", nullptr, ID_FILTER_OBJECT_MENU, nullptr, false},
+    {Entry::Normal, "DataBox", "C", nullptr, ID_FILTER_DATABOX, nullptr, false},
+    {Entry::Normal, "Object", "O", nullptr, ID_FILTER_OBJECT, nullptr, false},
+    {Entry::Normal, "Stick", "S", nullptr, ID_FILTER_STICK, nullptr, false},
+    {Entry::Normal, "Grid", "G", nullptr, ID_FILTER_GRID, nullptr, false},
+    kSubEnd,
+    {Entry::SubBegin, "World", "W", nullptr, ID_FILTER_WORLD_MENU, nullptr, false},
+    {Entry::Normal, "CopyBox", "C", nullptr, ID_FILTER_COPYBOX, nullptr, false},
+    {Entry::Normal, "Fog", "F", nullptr, ID_FILTER_FOG, nullptr, false},
+    kSubEnd,
+    kSeparator,
+    {Entry::Normal, "Up", "U", nullptr, ID_FILTER_UP, nullptr, false},
+    {Entry::Normal, "Down", "D", nullptr, ID_FILTER_DOWN, nullptr, false},
+    {Entry::Normal, "Delete", "X", nullptr, ID_FILTER_DELETE, nullptr, false},
+};
+
+constexpr MenuEntry_st kPovRay[] = {
+    {Entry::Normal, "Pov-Ray Rendering Configure", "R", "Ctrl-R", ID_POVRAY, "PovRay", false},
+    kSeparator,
+    {Entry::Normal, "Export Pov-Ray scene file (Snapshot)", nullptr, nullptr, ID_POV_EXPORT_SNAP, nullptr,
+     false},
+    {Entry::Normal, "Export Pov-Ray scene file (Animation)", nullptr, nullptr, ID_POV_EXPORT_ANIM, nullptr,
+     false},
+    {Entry::Normal, "Render scene using Pov-Ray (Snapshot)", nullptr, nullptr, ID_POV_RENDER_SNAP, nullptr,
+     false},
+    {Entry::Normal, "Render scene using Pov-Ray (Animation)", nullptr, nullptr, ID_POV_RENDER_ANIM, nullptr,
+     false},
+};
+
+constexpr MenuEntry_st kView[] = {
+    {Entry::Radio, "1 panel", nullptr, "Alt-1", ID_VIEW_PANEL_TYPE_0, nullptr, true},
+    {Entry::Radio, "2 panels (vertical)", nullptr, "Alt-2", ID_VIEW_PANEL_TYPE_1, "splitV", true},
+    {Entry::Radio, "2 panels (horizontal)", nullptr, "Alt-3", ID_VIEW_PANEL_TYPE_2, "splitH", true},
+    {Entry::Radio, "4 panelsA", nullptr, "Alt-4", ID_VIEW_PANEL_TYPE_3, "split4", true},
+    {Entry::Radio, "4 panelsB", nullptr, "Alt-5", ID_VIEW_PANEL_TYPE_4, "split4", true},
+    kSeparator,
+    {Entry::Check, "Extra Panel", "0", "Alt-0", ID_VIEW_EXTRA, nullptr, true},
+};
+
+constexpr MenuEntry_st kDialog[] = {
+    {Entry::Normal, "View and Camera Config", "U", "Ctrl-U", ID_CAMERA_PATH, "Camera", false},
+    {Entry::Normal, "Light Source Editor", "L", "Ctrl-L", ID_LIGHT_SOURCE, "LightSource", false},
+    {Entry::Normal, "Color Curve Editor", "J", "Ctrl-J", ID_COLOR_CURVE, "Color", false},
+    {Entry::Normal, "Texture Editor", "J", "Ctrl-T", ID_TEX_PROPERTY, "Texture", false},
+    {Entry::Normal, "Stereogram Config", "S", "Ctrl-M", ID_STEREOGRAM, "StereoGram", false},
+    {Entry::Normal, "Periodic Boundary", "P", "Ctrl-B", ID_PERIODIC_BOUNDARY, "PeriodicBoundary", true},
+};
+
+constexpr MenuEntry_st kHelp[] = {
+    {Entry::Normal, "About", "A", nullptr, ID_ABOUT, nullptr, true},
+    {Entry::Normal, "About Open GL", "G", nullptr, ID_ABOUT_GL, nullptr, true},
+    kSeparator,
+    {Entry::Normal, "Unlock (for Debug)", "U", nullptr, ID_UNLOCK, nullptr, true},
+    {Entry::Normal, "Special (for Debug)", "S", nullptr, ID_SPECIAL, nullptr, true},
+};
+
+wxString LabelOf(const MenuEntry_st& entry) {
+    wxString label = wxGetTranslation(entry.mLabel);
+    if (entry.mMnemonic) label += wxString::Format("(&%s)", entry.mMnemonic);
+    if (entry.mShortcut) label += wxString::Format("\t%s", entry.mShortcut);
+    return label;
+}
+
+wxItemKind KindOf(Entry kind) {
+    if (kind == Entry::Check) return wxITEM_CHECK;
+    return kind == Entry::Radio ? wxITEM_RADIO : wxITEM_NORMAL;
+}
+
+void AddBitmapMenu(wxMenu* menu, const MenuEntry_st& entry) {
+    auto* item = new wxMenuItem(menu, entry.mId, LabelOf(entry), wxEmptyString, KindOf(entry.mKind));
+    if (entry.mIcon && entry.mKind == Entry::Normal)
+        item->SetBitmap(
+            wxBitmap(FindRuntimeFile(wxString::Format("ICONS/%s.png", entry.mIcon)), wxBITMAP_TYPE_PNG));
+    menu->Append(item);
+    item->Enable(entry.mbAvailable);
+}
+
+template <size_t N>
+wxMenu* MakeMenu(const MenuEntry_st (&entries)[N]) {
+    auto* menu = new wxMenu;
+    wxMenu* target = menu;
+    for (const MenuEntry_st& entry : entries) {
+        if (entry.mKind == Entry::Separator) {
+            target->AppendSeparator();
+        } else if (entry.mKind == Entry::SubBegin) {
+            target = new wxMenu;
+            menu->Append(entry.mId, LabelOf(entry), target)->Enable(entry.mbAvailable);
+        } else if (entry.mKind == Entry::SubEnd) {
+            target = menu;
+        } else {
+            AddBitmapMenu(target, entry);
+        }
+    }
+    return menu;
+}
+
+wxString Title(const wxString& name, const char* mnemonic) {
+    return wxString::Format("%s(&%s)", name, mnemonic);
+}
+
+} // namespace
+
+void FrameMain_cls::CreateMenus() {
+    auto* bar = new wxMenuBar;
+    bar->Append(MakeMenu(kFile), Title(_("File"), "F"));
+    bar->Append(MakeMenu(kEdit), Title(_("Edit"), "E"));
+    bar->Append(MakeMenu(kFilter), Title(_("Filter"), "L"));
+    bar->Append(MakeMenu(kPovRay), Title(_("Pov-Ray"), "P"));
+    bar->Append(MakeMenu(kView), Title(_("View"), "V"));
+    bar->Append(MakeMenu(kDialog), Title(_("Dialog"), "D"));
+    bar->Append(MakeMenu(kHelp), Title(_("Help"), "H"));
+    SetMenuBar(bar);
+}

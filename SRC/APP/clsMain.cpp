@@ -1,0 +1,146 @@
+#include "APP/clsMain.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+
+#include <wx/artprov.h>
+#include <wx/display.h>
+#include <wx/utils.h>
+
+#include "APP/clsFrameMain.h"
+#include "COMMON/EventIds.h"
+#include "COMMON/Globals.h"
+#include "COMMON/MenuEvent.h"
+#include "COMMON/MsgBox.h"
+#include "COMMON/RuntimeFiles.h"
+#include "GL/DRAW/clsDrawOption.h"
+#include "GL/DRAW/clsGLDrawData.h"
+#include "GL/VIEW/clsMainGLCanvas.h"
+#include "PDATA/clsDataLoader.h"
+#include "PDATA/clsPDataBlock.h"
+#include "PDATA/clsPDataSeqCtrl.h"
+#include "PDATA/clsPDataSnap.h"
+#include "PDATA/clsPeriodicBoundary.h"
+#include "PDATA/clsSnapData.h"
+#include "TIME/clsTimeCtrl.h"
+#include "WIDGET/clsFontProvider.h"
+#include "WIDGET/clsMyArtProvider.h"
+
+namespace {
+
+// More than this many files are cut to kKeptFiles; the store has 10000 slots.
+constexpr int kMaxLastIndex = 9999;
+constexpr int kKeptFiles = 8000;
+
+/// Where the window stands at first: most of the screen, not more than a desk needs.
+wxRect FirstWindowRect(int displayHeight) {
+    wxRect rect = wxGetClientDisplayRect();
+    if (rect.x + rect.width >= 1210) {
+        rect.x = 10;
+        rect.width = 1200;
+    }
+    const bool bHigh = displayHeight > 1050;
+    if (rect.y + rect.height >= (bHigh ? 1010 : 910)) {
+        rect.y = 10;
+        rect.height = bHigh ? 1000 : 900;
+    }
+    return rect;
+}
+
+} // namespace
+
+Main_cls::Main_cls() {
+    mStrExeDir = GetExecutableDir();
+    mPid = static_cast<unsigned long>(getpid());
+    wxDisplaySize(&mDisplayWidth, &mDisplayHeight);
+
+    wxArtProvider::Push(new MyArtProvider);
+    FontProvider_cls::InitializeStatic();
+
+    // Later objects take earlier ones as arguments, and the frame's panels reach back to the hub.
+    mpCDrawOption = new DrawOption_cls;
+    mpCPDataSeqCtrl = new PDataSeqCtrl_cls(mpCDrawOption, false);
+    mpCDataLoader = new DataLoader_cls(this);
+    mpCPeriodicBoundary = new PeriodicBoundary_cls;
+    mpCDataLoader->mpCPeriodic = mpCPeriodicBoundary;
+    PDataBlock_cls::mspCDataLoaderLink = mpCDataLoader;
+    mpCTimeCtrl = new TimeCtrl_cls(this);
+    mpCFrameMain = new FrameMain_cls("Morentis 3 v 0.80", this, FirstWindowRect(mDisplayHeight));
+
+    ReadProjectFile(GetConfigureFilePath());
+    PostMenuEvent(ID_REFRESH_TL);
+    PostMenuEvent(ID_REFRESH_GL);
+    mpCFrameMain->FitSplitterWindow(true);
+}
+
+Main_cls::~Main_cls() {
+    WaitThreadFinish();
+    delete mpCDrawOption;
+    delete mpCPDataSeqCtrl;
+    delete mpCPeriodicBoundary;
+    delete mpCDataLoader;
+    delete mpCTimeCtrl;
+    PDataBlock_cls::mspCDataLoaderLink = nullptr;
+}
+
+wxWindow* Main_cls::GetPTopLevelWindow() const { return mpCFrameMain; }
+
+int Main_cls::GetUsedTotalMemoryMB() const { return mpCPDataSeqCtrl->mUsedMB; }
+
+int Main_cls::GetMemoryLimitMB() const { return mpCPDataSeqCtrl->mLimitMB; }
+
+int Main_cls::GetAverageMemoryMB() const {
+    const int loaded = mpCPDataSeqCtrl->GetLoadedFrameNumber();
+    return loaded > 0 ? GetUsedTotalMemoryMB() / loaded : -1;
+}
+
+bool Main_cls::IsTheIndexReady(int index, double frac) const {
+    return mpCPDataSeqCtrl->IsTheIndexReady(index, frac, mpCTimeCtrl->IsForceInterpolation());
+}
+
+bool Main_cls::IsTheIndexLoaded(int index) const { return mpCPDataSeqCtrl->IsTheIndexLoaded(index); }
+
+void Main_cls::WaitThreadFinish() {
+    while (GpCThreadReader.load() && !GbThreadReaderFinished.load(std::memory_order_acquire))
+        wxMilliSleep(10);
+    GpCThreadReader.store(nullptr);
+    while (GpCThreadInterpolate.load() && !GbThreadInterpolateFinished.load(std::memory_order_acquire))
+        wxMilliSleep(10);
+    GpCThreadInterpolate.store(nullptr);
+}
+
+void Main_cls::OpenDataFileCommand(const wxString& path) {
+    // Undo takes these two back in the other order: close the new data, open the old.
+    CloseData();
+    if (!path.empty()) OpenDataFile(path);
+}
+
+void Main_cls::CloseDataCommand() { CloseData(); }
+
+void Main_cls::OpenDataFile(const wxString& path) {
+    mpCPDataSeqCtrl->OpenDataFile(path);
+    int last = std::max(mpCPDataSeqCtrl->GetActiveFileSequenceLength() - 1, 0);
+    if (last > kMaxLastIndex) {
+        MsgBox(_("Max file sequence number is 8000"), _("Warning"));
+        mpCPDataSeqCtrl->GetPCActiveFileSequence()->SetSeqLength(kKeptFiles);
+        last = kKeptFiles - 1;
+    }
+    mpCTimeCtrl->SetMaxFrameNative(last);
+    PostMenuEvent(ID_REFRESH_GL);
+}
+
+void Main_cls::CloseData() {
+    WaitThreadFinish();
+    mpCPDataSeqCtrl->ClearData(-1, -2, true);
+    delete GLDrawData_cls::mspCSnapShot;
+    GLDrawData_cls::mspCSnapShot = nullptr;
+}
+
+void Main_cls::Special() {
+    const int index = mpCTimeCtrl->GetRemappedIndex(-1);
+    if (index > 0) mpCPDataSeqCtrl->GetPCActiveFileSequence()->Special_Copy(index, index - 1);
+    GbSnapDataRefresh.store(true);
+    PostMenuEvent(ID_REFRESH_GL);
+}

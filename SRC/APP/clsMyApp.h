@@ -1,0 +1,24 @@
+// The application object: locale, image handlers, the hub.
+#pragma once
+
+#include <wx/app.h>
+#include <wx/intl.h>
+
+class Main_cls;
+
+class MyApp : public wxApp {
+public:
+    bool OnInit() override;
+    int OnExit() override;
+    bool OnExceptionInMainLoop() override;
+    Main_cls* GetPCMain() const { return mpCMain; }
+
+private:
+    wxLocale mLocale;
+    Main_cls* mpCMain = nullptr;
+};
+
+wxDECLARE_APP(MyApp);
+
+/// Run the program until its window closes; command-line arguments are not looked at.
+int RunMorentis(int argc, char** argv);

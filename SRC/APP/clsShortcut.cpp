@@ -1,0 +1,109 @@
+#include "APP/clsShortcut.h"
+
+#include <wx/defs.h>
+
+#include "APP/clsFrameMain.h"
+#include "COMMON/EventIds.h"
+#include "COMMON/Globals.h"
+#include "COMMON/MenuEvent.h"
+#include "GL/VIEW/clsMainGLCanvas.h"
+#include "TIME/clsTimeCtrl.h"
+
+bool Shortcut_cls::ProcShortcutKey(int modifier, int keycode) {
+    if (modifier == 1) return false; // Alt belongs to the menus
+    if (modifier != 2) return ProcPlain(keycode);
+    if (!ProcCtrl(keycode)) return false;
+    PostMenuEvent(ID_REFRESH_GL);
+    return true;
+}
+
+bool Shortcut_cls::ProcCtrl(int keycode) {
+    switch (keycode) {
+    case '1':
+        SetDisplayMode(2);
+        return true;
+    case '3':
+        SetDisplayMode(4);
+        return true;
+    case '7':
+        SetDisplayMode(5);
+        return true;
+    default:
+        return false;
+    }
+}
+
+void Shortcut_cls::SetDisplayMode(int mode) {
+    if (!GpCurrentGLPanel) return;
+    GpCurrentGLPanel->SetDisplayMode(mode);
+    PostMenuEvent(ID_SYNC_GL_CTRL);
+    PostMenuEvent(ID_REFRESH_GL);
+}
+
+bool Shortcut_cls::ProcPlain(int keycode) {
+    switch (keycode) {
+    case '0':
+    case WXK_NUMPAD0:
+    case WXK_NUMPAD_INSERT:
+        SetDisplayMode(0);
+        return true;
+    case '1':
+    case WXK_NUMPAD1:
+    case WXK_NUMPAD_END:
+        SetDisplayMode(1);
+        return true;
+    case '3':
+    case WXK_NUMPAD3:
+    case WXK_NUMPAD_PAGEDOWN:
+        SetDisplayMode(3);
+        return true;
+    case '7':
+    case WXK_NUMPAD7:
+    case WXK_NUMPAD_HOME:
+        SetDisplayMode(6);
+        return true;
+    case '5':
+    case WXK_NUMPAD5:
+    case WXK_NUMPAD_BEGIN:
+        if (GpCurrentGLPanel) GpCurrentGLPanel->TogglePerspective();
+        PostMenuEvent(ID_SYNC_GL_CTRL);
+        return true;
+    default:
+        return ProcTime(keycode);
+    }
+}
+
+bool Shortcut_cls::ProcTime(int keycode) {
+    TimeCtrl_cls* time = mpCFrame->GetPCTimeCtrl();
+    switch (keycode) {
+    case WXK_SPACE:
+        time->StartPlayCommand(1);
+        return true;
+    case '\'':
+        time->ExpandAACommand(true);
+        return true;
+    case '-':
+        time->ExpandAACommand(false);
+        return true;
+    case 'B':
+        time->SetWAMinCommand(time->GetFrame(), -1);
+        return true;
+    case 'N':
+        time->SetWAMaxCommand(time->GetFrame(), -1);
+        return true;
+    case 'J':
+        time->MoveFrameCommandSnip(-1);
+        return true;
+    case 'K':
+        time->MoveFrameCommandSnip(1);
+        return true;
+    case WXK_LEFT:
+        time->MoveFrameCommand(-1);
+        return true;
+    case WXK_RIGHT:
+        time->MoveFrameCommand(1);
+        return true;
+    default:
+        return false;
+    }
+}

@@ -1,0 +1,139 @@
+#include "TIME/clsTimeCtrl.h"
+
+#include <algorithm>
+#include <climits>
+#include <cmath>
+
+#include "APP/clsMain.h"
+#include "COMMON/EventIds.h"
+#include "COMMON/MenuEvent.h"
+#include "COMMON/UpdateBits.h"
+#include "PARAM/clsParameters.h"
+
+TimeCtrl_cls::TimeCtrl_cls(Main_cls* pMain) : mCMotionBlur(this), mpCMain(pMain) {
+    mConfList.Add(&mMaxFrame, "TimeMaxFrame=", "100");
+    mConfList.Add(&mWAMin, "TimeWorkAreaMin=", "0");
+    mConfList.Add(&mWAMax, "TimeWorkAreaMax=", "100");
+    mConfList.Add(&mAAMin, "TimeActiveAreaMin=", "0");
+    mConfList.Add(&mAAMax, "TImeActiveAreaMax=", "100");
+    mConfList.Add(&mbUseTimeRemap, "TimeUseTimeRemap=", "0");
+    mConfList.Add(&mbUseMotionBlur, "TimeUseMotionBlur=", "0");
+    mConfList.Add(&mAnimStep, "TimeAnimStep=", "1");
+    mConfList.Add(&mAnimInterp, "TimeAnimInterp=", "1");
+    mConfList.Add(&mbRepeat, "TimeRepeat=", "0");
+    mConfList.Add(&mSceneLengthType, "TimeSceneLengthType=", "0");
+    Parameters_cls::SetFrameNumber(GetMaxFrame(), GetAnimInterp());
+}
+
+int TimeCtrl_cls::ToFrame(const ConfItemUINT_cls& item) {
+    // A file may hold anything; sums of a few frames must still fit an int.
+    return int(std::min(item.mValue, unsigned(INT_MAX / 4)));
+}
+
+int TimeCtrl_cls::GetAnimStep() const { return std::clamp(mAnimStep.mValue, 1, INT_MAX / 8); }
+
+int TimeCtrl_cls::GetAnimInterp() const { return std::clamp(mAnimInterp.mValue, 1, INT_MAX / 8); }
+
+double TimeCtrl_cls::GetDoubleIndex(int frame, int step) const {
+    const double length = GetMaxFrame();
+    if (length <= 0.0) return 0.0;
+    if (frame != -1) return (frame + double(step) / GetAnimInterp()) / length;
+    const double blur = mCMotionBlur.mbBlur ? mCMotionBlur.GetFactor() : 0.0;
+    return (mFrame + (mInterpStep + blur) / GetAnimInterp()) / length;
+}
+
+double TimeCtrl_cls::BoundIndex(int frame) const {
+    return GetMaxFrame() > 0 ? double(frame) / GetMaxFrame() : 0.0;
+}
+
+long long TimeCtrl_cls::GetIndexFromDouble(double doubleIndex) const {
+    if (GetMaxFrame() <= 0 || !std::isfinite(doubleIndex)) return 0;
+    return static_cast<long long>(std::clamp(doubleIndex, -1e6, 1e6) * GetMaxFrame() + 0.1);
+}
+
+// The time remap curve stands between the film's time and these three; without it film time is data time.
+
+int TimeCtrl_cls::GetRemappedIndex(int frame) const { return std::max(frame == -1 ? mFrame : frame, 0); }
+
+double TimeCtrl_cls::GetRemappedIndexDouble(int frame, int step) const {
+    if (frame == -1) frame = mFrame;
+    if (step == -1) step = mInterpStep;
+    return std::max(frame + double(step) / GetAnimInterp(), 0.0);
+}
+
+double TimeCtrl_cls::GetRemappedInterpStepDouble(int frame, int step) const {
+    (void)frame; // counts only under a remap curve
+    if (step == -1) step = mInterpStep;
+    const double blur = mCMotionBlur.mbBlur ? mCMotionBlur.GetFactor() : 0.0;
+    return (step + blur) / GetAnimInterp();
+}
+
+int TimeCtrl_cls::GetOffsetForImgSeq(int frame, int step) const {
+    if (frame == -1) frame = mFrame;
+    if (step == -1) step = mInterpStep;
+    return (frame - GetWAMin()) / GetAnimStep() * GetAnimInterp() + step;
+}
+
+int TimeCtrl_cls::GetInterval(int maxFrame) {
+    if (maxFrame > 1000) return 10;
+    if (maxFrame > 500) return 5;
+    return maxFrame >= 201 ? 2 : 1;
+}
+
+int TimeCtrl_cls::GetExpectedPrefetchMax() const {
+    if (!mpCMain) return -1;
+    const int average = mpCMain->GetAverageMemoryMB();
+    if (average < 0) return -1;
+    return mpCMain->GetMemoryLimitMB() / std::max(average, 1);
+}
+
+int TimeCtrl_cls::RoundFrame(int frame) const {
+    const int step = GetAnimStep();
+    int rounded = (frame + step / 2) / step * step;
+    while (rounded > GetMaxFrame())
+        rounded -= step;
+    return rounded;
+}
+
+bool TimeCtrl_cls::IsWorkingArea(int frame) const {
+    return frame >= GetWAMin() && frame <= GetWAMax() && frame <= GetMaxFrame();
+}
+
+bool TimeCtrl_cls::IsTheFrameReady(int frame, bool bIgnoreInterp) const {
+    if (!mpCMain) return false;
+    const double index = GetRemappedIndexDouble(frame, frame == -1 ? -1 : 0);
+    const int whole = int(index);
+    return mpCMain->IsTheIndexReady(whole, bIgnoreInterp ? 1.0 : index - whole);
+}
+
+bool TimeCtrl_cls::IsTheFrameLoaded(int frame) const {
+    return mpCMain && mpCMain->IsTheIndexLoaded(GetRemappedIndex(frame));
+}
+
+int TimeCtrl_cls::GetSnipNext() const {
+    for (int frame = mFrame + 1; frame < int(mVSnippingTag.size()); ++frame)
+        if (mVSnippingTag[size_t(frame)]) return frame;
+    return GetMaxFrame();
+}
+
+int TimeCtrl_cls::GetSnipPrev() const {
+    for (int frame = std::min(mFrame, int(mVSnippingTag.size())) - 1; frame >= 0; --frame)
+        if (mVSnippingTag[size_t(frame)]) return frame;
+    return 0;
+}
+
+void TimeCtrl_cls::EmptySnippingTag() { mVSnippingTag.assign(size_t(GetMaxFrame()) + 1, false); }
+
+void TimeCtrl_cls::UpdateSnippingTag() { EmptySnippingTag(); }
+
+void TimeCtrl_cls::UpdateCurrentDoubleIndex() { Parameters_cls::msCurrentDoubleIndex = GetDoubleIndex(); }
+
+wxString TimeCtrl_cls::Serialize() { return mConfList.SerializeAll(); }
+
+void TimeCtrl_cls::ReadStrLine(std::wistream&, const wxString& line) {
+    if (!mConfList.ReadStrLineAll(line)) return;
+    // The file's own length is what the areas in it belong to.
+    mPrevMaxFrame = GetMaxFrame();
+    Parameters_cls::SetFrameNumber(GetMaxFrame(), GetAnimInterp());
+    PostMenuEvent(ID_REFRESH_TL);
+}

@@ -1,0 +1,142 @@
+// Which frame comes next, and playing.
+#include "TIME/clsTimeCtrl.h"
+
+#include <algorithm>
+
+#include <wx/utils.h>
+
+#include "COMMON/EventIds.h"
+#include "COMMON/MenuEvent.h"
+#include "COMMON/UpdateBits.h"
+
+void TimeCtrl_cls::LowHigh(int* pLow, int* pHigh) const {
+    *pLow = mbCustomRange ? mRangeMin : GetWAMin();
+    *pHigh = mbCustomRange ? mRangeMax : GetWAMax();
+}
+
+int TimeCtrl_cls::FloorToStep(int frame) const { return frame / GetAnimStep() * GetAnimStep(); }
+
+int TimeCtrl_cls::CalcNextFrame(int frame, int dir, bool bUseRange, bool bRepeat) const {
+    int next = (frame == -1 ? mFrame : frame) + GetAnimStep() * dir;
+    const bool bAround = bRepeat && mbRepeat.mValue;
+    if (dir >= 0 && next > GetMaxFrame()) next = bAround ? 0 : GetMaxFrame();
+    if (dir < 0 && (next < 0 || next > GetMaxFrame())) next = bAround ? GetMaxFrame() : 0;
+    if (bUseRange) {
+        int low = 0;
+        int high = 0;
+        LowHigh(&low, &high);
+        next = std::max(std::min(next, high), low);
+    }
+    return FloorToStep(next);
+}
+
+void TimeCtrl_cls::AdjustFrameByRange(int* pFrame, int* pStep, int dir, bool bUseRange, bool bRepeat) const {
+    const bool bAround = bRepeat && mbRepeat.mValue;
+    if (dir >= 0 && *pFrame > GetMaxFrame()) *pFrame = bAround ? 0 : GetMaxFrame();
+    if (dir < 0 && (*pFrame < 0 || *pFrame > GetMaxFrame())) *pFrame = bAround ? GetMaxFrame() : 0;
+    if (bUseRange) {
+        int low = 0;
+        int high = 0;
+        LowHigh(&low, &high);
+        if (*pFrame >= high) {
+            *pFrame = high;
+            *pStep = 0;
+        }
+        if (*pFrame < low) {
+            *pFrame = low;
+            *pStep = 0;
+        }
+    }
+    *pFrame = FloorToStep(*pFrame);
+}
+
+void TimeCtrl_cls::CalcNextFrameFromStep(int* pFrame, int* pStep, bool bUseRange, bool bRepeat) const {
+    int dir = 1;
+    if (*pStep < 0) {
+        dir = -1;
+        *pFrame -= GetAnimStep();
+        *pStep = GetAnimInterp() - 1;
+    } else if (*pStep >= GetAnimInterp()) {
+        *pFrame += GetAnimStep();
+        *pStep = 0;
+    }
+    if (dir < 0 && *pFrame < 0 && !(bRepeat && mbRepeat.mValue))
+        *pStep = 0; // before the start there is no step
+    AdjustFrameByRange(pFrame, pStep, dir, bUseRange, bRepeat);
+}
+
+void TimeCtrl_cls::StartPlayCommand(int dir) {
+    if (!mbPlaying) {
+        StartPlay(dir);
+        return;
+    }
+    if (mStopCount++ == 0) mPlayElapsed = int(mCStopWatchPlay.Time());
+    StopPlaying(true);
+}
+
+void TimeCtrl_cls::StartPlay(int dir) {
+    mbPlaying = true;
+    mPlayDirection = dir < 0 ? -1 : 1;
+    mStopCount = 0;
+    mCStopWatchPlay.Start();
+    const int next = CalcNextFrame(-1, mPlayDirection, true, true);
+    if (!IsWorkingArea(mFrame) && next != mFrame) SetFrameCommand(next);
+    PostUpdateEvents(UPDATE_TL | UPDATE_GL);
+}
+
+void TimeCtrl_cls::WaitForNextAdvance() const {
+    // Paces playing on the UI thread: an advance is due every mFrameInterval milliseconds at most.
+    while (mCStopWatchFrame.Time() - mLastFrameTime < mFrameInterval)
+        wxMilliSleep(3);
+}
+
+void TimeCtrl_cls::SetPosition(int frame, int step) {
+    mFrame = frame;
+    mInterpStep = step;
+    UpdateCurrentDoubleIndex();
+    PostUpdateEvents(UPDATE_TL | UPDATE_GL);
+}
+
+bool TimeCtrl_cls::ProcPlaying() {
+    int frame = mFrame;
+    int step = mInterpStep;
+    const bool bNewPosition = !mCMotionBlur.mbBlur || mCMotionBlur.Increment(mPlayDirection);
+    if (bNewPosition) {
+        step += mPlayDirection;
+        CalcNextFrameFromStep(&frame, &step, true, true);
+        if (frame == mFrame && step == mInterpStep) {
+            StopPlaying(false);
+            return false;
+        }
+    }
+    WaitForNextAdvance();
+    mLastFrameTime = mCStopWatchFrame.Time();
+    SetPosition(frame, step);
+    // With repeat the last frame is drawn as every other one; the next advance goes round.
+    if (frame == GetMaxFrame() && mPlayDirection > 0 && !(mbRepeat.mValue && !mbCustomRange)) {
+        StopPlaying(false);
+        return false;
+    }
+    return true;
+}
+
+void TimeCtrl_cls::ProcStopPlaying() { StopPlaying(false); }
+
+void TimeCtrl_cls::StopPlaying(bool bByUser) {
+    mbPlaying = false;
+    mbCustomRange = false;
+    mCMotionBlur.EndMotionBlur();
+    const int end = mPlayDirection > 0 ? GetWAMax() : GetWAMin();
+    // A user who stops at the end of a repeated film means it.
+    if (mbRepeat.mValue && !bByUser && mFrame == FloorToStep(end) && GetWAMax() != GetWAMin()) {
+        mbPlaying = true;
+        mbIgnoreNextStop = true;
+        SetPosition(mPlayDirection > 0 ? GetWAMin() : GetWAMax(), 0);
+    }
+    PostMenuEvent(ID_REFRESH_TL);
+    PostMenuEvent(ID_PLAY_STOP);
+}
+
+void TimeCtrl_cls::BeginMotionBlur() {
+    if (mbUseMotionBlur.mValue) mCMotionBlur.BeginMotionBlur(mPlayDirection);
+}

@@ -1,0 +1,105 @@
+"""Each rule of tools/check_layers.py finds its own violation and nothing else."""
+import pathlib
+import subprocess
+import sys
+import tempfile
+import unittest
+
+TOOL = pathlib.Path(__file__).resolve().parents[2] / "tools" / "check_layers.py"
+
+HEADER = "#pragma once\n"
+
+
+class CheckLayers(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.root = pathlib.Path(folder.name)
+        self.put("SRC/COMMON/Globals.h", HEADER)
+        self.put("SRC/PDATA/clsPDataBlock.h", HEADER + '#include "COMMON/Globals.h"\n')
+        self.put("SRC/APP/clsMain.h", HEADER + '#include "PDATA/clsPDataBlock.h"\n')
+        self.put("tools/layers.txt", "# nothing allowed\n")
+
+    def put(self, name, text):
+        path = self.root / name
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_text(text)
+
+    def check(self):
+        result = subprocess.run([sys.executable, str(TOOL), str(self.root)],
+                                capture_output=True, text=True)
+        lines = result.stdout.splitlines()
+        return result.returncode, lines[:-1]
+
+    def assertOneError(self, place, word):
+        status, errors = self.check()
+        self.assertEqual(1, status)
+        self.assertEqual(1, len(errors), errors)
+        self.assertTrue(errors[0].startswith(place + ": "), errors[0])
+        self.assertIn(word, errors[0])
+
+    def testTidyTreePasses(self):
+        self.assertEqual((0, []), self.check())
+
+    def testHeaderMayNotIncludeUpwardEvenWhenListed(self):
+        self.put("SRC/PDATA/clsLoader.h", HEADER + "\n" + '#include "APP/clsMain.h"\n')
+        self.assertOneError("SRC/PDATA/clsLoader.h:3", "forward")
+
+    def testFoldersOfOneFloorDoNotMeet(self):
+        self.put("SRC/TIME/clsTimeCtrl.h", HEADER)
+        self.put("SRC/WIDGET/clsPanel.h", HEADER + '#include "TIME/clsTimeCtrl.h"\n')
+        self.assertOneError("SRC/WIDGET/clsPanel.h:2", "not below")
+
+    def testNestedFolderHasItsOwnFloor(self):
+        self.put("SRC/POVRAY/clsPov.h", HEADER)
+        self.put("SRC/POVRAY/TEXT/clsText.h", HEADER + '#include "POVRAY/clsPov.h"\n')
+        self.assertOneError("SRC/POVRAY/TEXT/clsText.h:2", "not below")
+
+    def testSourceMayIncludeUpwardOnlyWhenListed(self):
+        self.put("SRC/PDATA/clsLoader.cpp", '#include "APP/clsMain.h"\n')
+        self.assertOneError("SRC/PDATA/clsLoader.cpp:1", "layers.txt")
+        self.put("tools/layers.txt", "PDATA/clsLoader.cpp -> APP/clsMain.h : opening is the hub's\n")
+        self.assertEqual((0, []), self.check())
+
+    def testSanctionWithoutReasonIsRefused(self):
+        self.put("tools/layers.txt", "PDATA/clsLoader.cpp -> APP/clsMain.h :\n")
+        self.assertOneError("tools/layers.txt:1", "form")
+
+    def testSanctionNobodyNeedsIsAnError(self):
+        self.put("tools/layers.txt", "\nPDATA/clsLoader.cpp -> APP/clsMain.h : once needed\n")
+        self.assertOneError("tools/layers.txt:2", "not needed")
+
+    def testSanctionForDownwardIncludeIsAnError(self):
+        self.put("SRC/APP/clsMain.cpp", '#include "PDATA/clsPDataBlock.h"\n')
+        self.put("tools/layers.txt", "APP/clsMain.cpp -> PDATA/clsPDataBlock.h : below anyway\n")
+        self.assertOneError("tools/layers.txt:1", "not needed")
+
+    def testIncludeWithoutFolderIsFound(self):
+        self.put("SRC/APP/clsMain.cpp", '#include "clsMain.h"\n')
+        self.assertOneError("SRC/APP/clsMain.cpp:1", "not a file")
+
+    def testHeaderWithoutGuardIsFound(self):
+        self.put("SRC/TIME/clsTimeCtrl.h", "class TimeCtrl_cls;\n")
+        self.assertOneError("SRC/TIME/clsTimeCtrl.h:1", "pragma once")
+
+    def testFolderWithoutFloorIsFound(self):
+        self.put("SRC/EXTRA/clsThing.h", HEADER)
+        self.assertOneError("SRC/EXTRA/clsThing.h:1", "floor")
+
+    def testForeignReferencesAreFound(self):
+        for text in ("see Part" + " 3.4", "iss" + "ue 12", "as speci" + "fied", "the Speci" + "fication"):
+            with self.subTest(text):
+                self.put("docs/NOTES.md", "# Notes\n" + text + "\n")
+                self.assertOneError("docs/NOTES.md:2", "reader")
+
+    def testLikeWordsPass(self):
+        self.put("docs/NOTES.md", "# Notes\nThe user specifies a part of 3.4 units; a specific issue.\n")
+        self.assertEqual((0, []), self.check())
+
+    def testBrokenInputsAreNotRead(self):
+        self.put("tests/data/bad/words.txt", "iss" + "ue 12\n")
+        self.assertEqual((0, []), self.check())
+
+
+if __name__ == "__main__":
+    unittest.main()

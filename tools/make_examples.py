@@ -1,0 +1,206 @@
+#!/usr/bin/env python3
+"""Write the project file and the README of every folder of examples/.
+
+The numbers come from the FACTS.txt beside the snapshots: bounds of the data,
+box, counts, the record grammar. Each project centres its data on the origin
+and scales them to about two units, which the default camera sees whole.
+"""
+import pathlib
+import statistics
+
+EXAMPLES = pathlib.Path(__file__).resolve().parent.parent / "examples"
+
+# Largest edge of the scaled data.
+EXTENT = 1.8
+# Sand, blue, vermilion, green: told apart on black, also with weak colour vision.
+COLOURS = ["0.93 0.75 0.46 1", "0.36 0.66 0.92 1", "0.92 0.42 0.26 1", "0.45 0.78 0.52 1"]
+OWN_RUN = ("Origin: our own run of LAMMPS (29 Sep 2021); licence: that of Morentis, see LICENSE "
+           "in the root.")
+OWN_CODE = "Origin: our own N-body run; licence: that of Morentis, see LICENSE in the root."
+
+LINEAR = 0
+CONSTANT, VARIABLE, SORT_BY_ID = 0, 1, 2
+OPEN_BOX, PERIODIC_XY, PERIODIC_XYZ = 0, 1, 2
+
+# All interpolate linearly: a dump's time is its step number, so velocities can't
+# carry a particle to the next snapshot, and the galaxies turn too far between two.
+SETS = {
+    "lj_melt_text": dict(
+        what="A Lennard-Jones crystal of 1372 atoms melts: text dumps, sorted by id, in a periodic box.",
+        origin=OWN_RUN, periodic=PERIODIC_XYZ, points=[14] * 4, radius=0.5),
+    "lj_unsorted_text": dict(
+        what="A melt of two atom types whose rows stand in another order in every file: matched by id.",
+        origin=OWN_RUN, periodic=PERIODIC_XYZ, number=SORT_BY_ID, points=[14, 14, 10, 14], radius=0.5),
+    "lj_melt_bin": dict(
+        what="The melting crystal of lj_melt_text as binary records in the default layout; value is speed.",
+        origin=OWN_RUN, periodic=PERIODIC_XYZ, box_from="lj_melt_text", points=[14] * 4),
+    "friction_text": dict(
+        what="Two asperities rub in a flat slab: atom types 0 slabs, 1 lower and 2 upper asperity, 3 walls.",
+        origin=OWN_RUN, periodic=PERIODIC_XY, flat=True, points=[12, 14, 14, 10], radius=0.5),
+    "friction_bin_622187": dict(
+        what="The same slab as binary records with two dummy words and the fields in an order of their own.",
+        origin=OWN_RUN, periodic=PERIODIC_XY, box_from="friction_text", flat=True,
+        points=[12, 14, 14, 10], radius=0.5),
+    "deposit_text": dict(
+        what="Atoms rain on a surface: 350 particles grow to 450, types 0 surface and 1 rain.",
+        origin=OWN_RUN, periodic=PERIODIC_XY, number=VARIABLE, points=[14] * 4, radius=0.5),
+    "galaxy_small_bin": dict(
+        what="Two disc galaxies meet: types 0 and 2 discs, 1 and 3 haloes; binary, default layout.",
+        origin=OWN_CODE, points=[8, 6, 8, 6], additive=True),
+    "galaxy_small_tipsy": dict(
+        what="The two galaxies in a native N-body layout that the grammar describes with dummies.",
+        origin=OWN_CODE, points=[8] * 4, additive=True),
+    "public_pyscal_ni500": dict(
+        what="500 nickel atoms vibrate in a box that breathes; text dumps of somebody else's run.",
+        origin="Origin: examples/traj.light of github.com/pyscal/pyscal, cut into one file a frame; "
+               "licence: BSD-3-Clause, see LICENSE.pyscal.txt.",
+        periodic=PERIODIC_XYZ, points=[14] * 4, radius=1.2),
+}
+
+
+def read_facts(folder):
+    """The words of FACTS.txt: scalars by name, frames and boxes in order."""
+    facts = {"frames": [], "boxes": []}
+    for line in (folder / "FACTS.txt").read_text().splitlines():
+        name, _, rest = line.partition(" ")
+        if name == "frame":
+            words = rest.split()
+            facts["frames"].append(dict(file=words[1], bounds=[
+                (float(low), float(high)) for low, high in zip(words[4:7], words[7:10])]))
+        elif name == "box":
+            words = [float(word) for word in rest.split()[1:7]]
+            facts["boxes"].append(list(zip(words[0::2], words[1::2])))
+        elif name in ("kind", "header", "body"):
+            facts[name] = rest
+    return facts
+
+
+def typical_bounds(frames):
+    """Median bounds over the frames: a late stray must not make the start tiny."""
+    return [(statistics.median(frame["bounds"][axis][0] for frame in frames),
+             statistics.median(frame["bounds"][axis][1] for frame in frames)) for axis in range(3)]
+
+
+def place(bounds):
+    """Translation to the origin, scale to EXTENT, and the scaled edges."""
+    edges = [high - low for low, high in bounds]
+    scale = EXTENT / max(edges)
+    return [0.0 - (low + high) / 2 for low, high in bounds], scale, [edge * scale for edge in edges]
+
+
+def numbers(values):
+    return " ".join(f"{value:.6f}" for value in values)
+
+
+def loader_lines(setup, facts, shift, scale):
+    return [
+        f"DataLoadDataType={1 if facts['kind'] == 'text' else 0}",
+        f"DataLoadGrammerHead={facts['header']}",
+        f"DataLoadGrammerBody={facts['body']}",
+        f"InterpolateType={LINEAR}",
+        f"VariableNumber={setup.get('number', CONSTANT)}",
+        f"LoaderTranslate={numbers(shift)}",
+        f"LoaderScale={scale:.6f}",
+        "LoaderScaleValue1=1.000000",
+        "LoaderLogarithm=0",
+    ]
+
+
+def view_lines(setup):
+    # Display mode and geometry of the four panels: camera, then from +z, -x, -y.
+    modes = [(6, 1) if setup.get("flat") else (0, 0), (6, 1), (1, 1), (3, 1)]
+    lines = ["PreviewPanelType=0"]
+    for panel, (mode, geometry) in enumerate(modes):
+        prefix = f"Panel{panel}"
+        lines += [
+            f"{prefix}ShowMessage=1",
+            f"{prefix}ShowItems=1",
+            f"{prefix}ShowGrid={0 if setup.get('flat') else 1}",
+            f"{prefix}ShowData=1",
+            f"{prefix}GLDepthMin=0.050000",
+            f"{prefix}GLDepthMax=500.000000",
+            f"{prefix}GLPersAngle=35.000000",
+            f"{prefix}GLOrthoScale=2.200000",
+            f"{prefix}DisplayMode={mode}",
+            f"{prefix}GLGeometry={geometry}",
+        ]
+    return lines
+
+
+def time_lines(last):
+    return [
+        f"TimeMaxFrame={last}",
+        "TimeWorkAreaMin=0",
+        f"TimeWorkAreaMax={last}",
+        "TimeActiveAreaMin=0",
+        f"TImeActiveAreaMax={last}",
+        "TimeUseTimeRemap=0",
+        "TimeUseMotionBlur=0",
+        "TimeAnimStep=1",
+        "TimeAnimInterp=1",
+        "TimeRepeat=0",
+    ]
+
+
+OPTION_LINES = ["DownSizing=1", "SortOrder=0", "Classify=1", "Shadow=0"]
+
+
+def attribute_lines(setup, scale):
+    lines = []
+    for kind, colour in enumerate(COLOURS):
+        prefix = f"SEQ0TYPE{kind}"
+        lines += [
+            f"{prefix}ColUseColorCurve=0",
+            f"{prefix}ColConstantColor={colour}",
+            f"{prefix}DrawType=0",
+            f"{prefix}BlendType={1 if setup.get('additive') else 0}",
+            # Radii act when the user turns to billboards or spheres.
+            f"{prefix}RadiusType={1 if 'radius' in setup else 0}",
+            f"{prefix}RadiusFactor=1.000000",
+            f"{prefix}RadiusFactorForConst={setup.get('radius', 0.5) * scale:.6f}",
+            f"{prefix}PointSize={setup['points'][kind]}",
+            f"{prefix}AlphaType=0",
+            f"{prefix}AlphaFactro={0.8 if setup.get('additive') else 1:.6f}",
+        ]
+    return lines
+
+
+def periodic_lines(setup, edges):
+    lines = [f"PeriodicType={setup.get('periodic', OPEN_BOX)}",
+             "PeriodicSize=1.000000 1.000000 1.000000", "PeriodicEffect=0"]
+    for axis in range(3):
+        vector = [edges[axis] if other == axis else 0 for other in range(3)]
+        lines.append(f"PeriodicBaseVector{axis}={numbers(vector)}")
+    return lines
+
+
+def project(name, setup):
+    facts = read_facts(EXAMPLES / name)
+    boxes = facts["boxes"]
+    if "box_from" in setup:
+        boxes = read_facts(EXAMPLES / setup["box_from"])["boxes"]
+    shift, scale, edges = place(boxes[0] if boxes else typical_bounds(facts["frames"]))
+    lines = (loader_lines(setup, facts, shift, scale) + view_lines(setup)
+             + time_lines(len(facts["frames"]) - 1) + OPTION_LINES
+             + ["DataSequence0=0", facts["frames"][0]["file"]]
+             + attribute_lines(setup, scale) + periodic_lines(setup, edges)
+             + ["FBOBufferSize=3", "LineWidth=5.000000"])
+    return "\n".join(lines) + "\n"
+
+
+def readme(name, setup):
+    return (f"{setup['what']}\n"
+            f"To open it: File, Open Project, {name}.mrp; FACTS.txt tells what every frame holds.\n"
+            f"{setup['origin']}\n")
+
+
+def main():
+    for name, setup in SETS.items():
+        folder = EXAMPLES / name
+        (folder / f"{name}.mrp").write_text(project(name, setup))
+        (folder / "README.md").write_text(readme(name, setup))
+    print(f"{len(SETS)} projects written")
+
+
+if __name__ == "__main__":
+    main()

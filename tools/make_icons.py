@@ -1,0 +1,35 @@
+#!/usr/bin/env python3
+"""Draw ICONS/*.png from ICONS/svg/*.svg and ICONS/morentis.svg.
+
+The pictures are committed, so a build needs none of this: run it after a
+drawing has changed. It needs rsvg-convert (Debian package librsvg2-bin).
+"""
+import pathlib
+import shutil
+import subprocess
+import sys
+
+ICONS = pathlib.Path(__file__).resolve().parent.parent / "ICONS"
+SIZE = 24
+# The toggle buttons above a view stand in a narrow row.
+SMALL = {"ShowMessage": 20, "ShowItem": 20, "ShowGrid": 20, "ShowData": 20}
+
+
+def draw(source, target, size):
+    subprocess.run(
+        ["rsvg-convert", "-w", str(size), "-h", str(size), "-o", str(target), str(source)],
+        check=True)
+
+
+def main():
+    if not shutil.which("rsvg-convert"):
+        sys.exit("make_icons.py needs rsvg-convert: apt-get install librsvg2-bin")
+    sources = sorted((ICONS / "svg").glob("*.svg"))
+    for source in sources:
+        draw(source, ICONS / (source.stem + ".png"), SMALL.get(source.stem, SIZE))
+    draw(ICONS / "morentis.svg", ICONS / "morentis.png", 128)
+    print(f"{len(sources) + 1} pictures drawn in {ICONS}")
+
+
+if __name__ == "__main__":
+    main()
