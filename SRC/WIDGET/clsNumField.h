@@ -32,9 +32,6 @@ public:
     /// Let another window, such as the label, be dragged too.
     void AttachGrip(wxWindow* pGrip);
     wxTextCtrl* GetPCText() const { return mpCText; }
-    bool AcceptsFocus() const override { return false; } // its text does
-    bool AcceptsFocusFromKeyboard() const override { return false; }
-    bool AcceptsFocusRecursively() const override { return true; }
 
 private:
     void ShowText();
