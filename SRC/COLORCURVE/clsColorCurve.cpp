@@ -11,12 +11,14 @@ namespace {
 
 constexpr size_t kKeySize = std::tuple_size<ColorCurve_cls::Key>::value;
 
-unsigned char ToByte(double value) { return static_cast<unsigned char>(std::min(std::max(value, 0.0), 255.0)); }
+unsigned char ToByte(double value) {
+    return static_cast<unsigned char>(std::min(std::max(value, 0.0), 255.0));
+}
 
 } // namespace
 
-ColorCurve_cls::ColorCurve_cls(const wxString& id, const wxString& label, const wxString& constantColor, int keyCount,
-                               const double (*pKeys)[5])
+ColorCurve_cls::ColorCurve_cls(const wxString& id, const wxString& label, const wxString& constantColor,
+                               int keyCount, const double (*pKeys)[5])
     : mID(id), mLabel(label) {
     mConfList.Add(&mbUseColorCurve, mID + "UseColorCurve=", "0");
     mConfList.Add(&mConstantColor, mID + "ConstantColor=", constantColor);
@@ -31,8 +33,9 @@ ColorCurve_cls::ColorCurve_cls(const wxString& id, const wxString& label, const 
 }
 
 void ColorCurve_cls::SetKeys(std::vector<Key> keys) {
-    keys.erase(std::remove_if(keys.begin(), keys.end(), [](const Key& key) { return !std::isfinite(key[0]); }),
-               keys.end());
+    keys.erase(
+        std::remove_if(keys.begin(), keys.end(), [](const Key& key) { return !std::isfinite(key[0]); }),
+        keys.end());
     if (keys.empty()) return;
     std::stable_sort(keys.begin(), keys.end(), [](const Key& a, const Key& b) { return a[0] < b[0]; });
     mKeys = std::move(keys);

@@ -20,7 +20,8 @@ public:
         const float t = std::min(mLast, std::max((x - mOffset) / mRange, mFirst));
         const Segment* pSegment = mSegments.data();
         // Curves have a handful of keys: walking on beats any cleverness.
-        for (const Segment* pEnd = pSegment + mSegments.size() - 1; pSegment != pEnd && t >= pSegment[1].mBegin;)
+        for (const Segment* pEnd = pSegment + mSegments.size() - 1;
+             pSegment != pEnd && t >= pSegment[1].mBegin;)
             ++pSegment;
         const float along = t - pSegment->mBegin;
         for (int c = 0; c < 4; ++c)

@@ -36,14 +36,14 @@ inline void SlopesWrapped(float* pSlope, const float* pFrom, const float* pTo, f
 }
 
 MORENTIS_DATA_LOOP
-void SlopesGuess(float* pSlope, const float* pFrom, const float* pTo, float dt, long long count, const float* pHalf,
-                 const float* pLength) {
+void SlopesGuess(float* pSlope, const float* pFrom, const float* pTo, float dt, long long count,
+                 const float* pHalf, const float* pLength) {
     SlopesWrapped<false>(pSlope, pFrom, pTo, dt, count, pHalf, pLength);
 }
 
 MORENTIS_DATA_LOOP
-void SlopesForce(float* pSlope, const float* pFrom, const float* pTo, float dt, long long count, const float* pHalf,
-                 const float* pLength) {
+void SlopesForce(float* pSlope, const float* pFrom, const float* pTo, float dt, long long count,
+                 const float* pHalf, const float* pLength) {
     SlopesWrapped<true>(pSlope, pFrom, pTo, dt, count, pHalf, pLength);
 }
 

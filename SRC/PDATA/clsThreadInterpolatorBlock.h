@@ -11,8 +11,8 @@ public:
 
     /// Slopes of `block`'s particles begin to end (exclusive) towards `next`, which is `dt` later. `boundary`
     /// holds the lengths of the periodic box. The periodic settings are those of PeriodicBoundary_cls.
-    void SetParameters(const PDataBlock_cls& block, const PDataBlock_cls& next, int periodicType, int periodicEffect,
-                       const float boundary[3], int begin, int end, float dt);
+    void SetParameters(const PDataBlock_cls& block, const PDataBlock_cls& next, int periodicType,
+                       int periodicEffect, const float boundary[3], int begin, int end, float dt);
     /// The work itself, on whatever thread calls it.
     void Interpolate();
 
@@ -37,9 +37,9 @@ private:
     int SearchIDFull(int id) const;
     bool SearchIDFrom(int* pCursor, int id) const;
 
-    int mVariableNumber = 0;  ///< 0 constant, 1 variable, 2 sorted by ID
-    int mPeriodicType = 0;    ///< 0 none, 1 x and y, 2 all axes
-    int mPeriodicEffect = 0;  ///< 0 the shorter way round, 1 no motion
+    int mVariableNumber = 0; ///< 0 constant, 1 variable, 2 sorted by ID
+    int mPeriodicType = 0;   ///< 0 none, 1 x and y, 2 all axes
+    int mPeriodicEffect = 0; ///< 0 the shorter way round, 1 no motion
     float mBoundary[3] = {0, 0, 0};
     const float (*mpPos)[3] = nullptr;
     float (*mpVel)[3] = nullptr;

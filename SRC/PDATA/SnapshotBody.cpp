@@ -1,0 +1,115 @@
+#include "PDATA/SnapshotBody.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <new>
+
+#include "COMMON/EventIds.h"
+#include "COMMON/Globals.h"
+#include "COMMON/MenuEvent.h"
+#include "COMMON/clsSplitPath.h"
+#include "PDATA/clsBinaryReader.h"
+#include "PDATA/clsDataLoader.h"
+#include "PDATA/clsTextReader.h"
+
+namespace {
+
+// Positions and IDs in the order of their IDs, equal ones in the file's order. Velocity, radius, type and
+// value stay where they are: the sorted order serves the search for a position by its ID alone.
+void SortById(const ParticleArrays_st& arrays, size_t number) {
+    if (!arrays.mpID || std::is_sorted(arrays.mpID, arrays.mpID + number)) return;
+    std::unique_ptr<uint64_t[]> keys(new (std::nothrow) uint64_t[number]);
+    std::unique_ptr<float[][3]> pos(new (std::nothrow) float[number][3]);
+    if (!keys || !pos) {
+        std::printf("No memory to sort %zu particles by ID\n", number);
+        return;
+    }
+    for (size_t i = 0; i < number; ++i)
+        keys[i] = static_cast<uint64_t>(static_cast<uint32_t>(arrays.mpID[i]) ^ 0x80000000u) << 32 | i;
+    std::sort(keys.get(), keys.get() + number);
+    for (size_t i = 0; i < number; ++i) {
+        std::memcpy(pos[i], arrays.mpPos[keys[i] & 0xffffffffu], sizeof pos[i]);
+        arrays.mpID[i] = static_cast<int>(static_cast<uint32_t>(keys[i] >> 32) ^ 0x80000000u);
+    }
+    std::memcpy(arrays.mpPos, pos.get(), number * sizeof pos[0]);
+}
+
+template <class T>
+void Clear(T* array, size_t first, size_t last) {
+    if (array) std::memset(static_cast<void*>(array + first), 0, (last - first) * sizeof(T));
+}
+
+} // namespace
+
+SnapshotBody_st MakeSnapshotBody(const DataLoader_cls& loader, const wxString& path, int number,
+                                 const ParticleArrays_st& arrays, bool bHasID) {
+    SnapshotBody_st job;
+    job.mPath = NarrowPath(path);
+    job.mDataType = loader.mCItemDataType.mValue;
+    job.mBody = loader.GetBodyGrammer();
+    job.mbDefaultBody = loader.IsDefaultBody();
+    job.mHeaderBytes = loader.GetHeaderByte();
+    job.mHeaderLines = loader.GetHeaderLine();
+    job.mNumber = std::max(number, 0);
+    job.mArrays = arrays;
+    if (!bHasID) job.mArrays.mpID = nullptr;
+    std::copy_n(loader.mCItemTranslate.mValue, 3, job.mAdjust.mTranslate);
+    job.mAdjust.mScale = loader.mCItemScale.mValue;
+    job.mAdjust.mScaleValue = loader.mCItemScaleValue1.mValue;
+    job.mAdjust.mbLogarithm = loader.mCItemLogarithm.mValue == 1;
+    job.mbSortById = loader.mCItemVariableNumber.mValue == 2;
+    return job;
+}
+
+void ReadSnapshotBody(const SnapshotBody_st& job) {
+    if (job.mNumber <= 0) return;
+    if (job.mDataType == 1)
+        TextReader_cls(job).Read();
+    else
+        BinaryReader_cls(job).Read();
+    if (job.mbSortById) SortById(job.mArrays, static_cast<size_t>(job.mNumber));
+}
+
+unsigned GetBodyItemBit(int code) {
+    switch (code) {
+    case BODY_XYZ:
+        return PARTICLE_POS;
+    case BODY_VXYZ:
+        return PARTICLE_VEL;
+    case BODY_RADIUS:
+        return PARTICLE_RADIUS;
+    case BODY_ID:
+        return PARTICLE_ID;
+    case BODY_TYPE:
+        return PARTICLE_TYPE;
+    case BODY_VALUE1:
+        return PARTICLE_VALUE1;
+    default:
+        return 0;
+    }
+}
+
+void ClearParticles(const ParticleArrays_st& arrays, unsigned bits, size_t first, size_t last) {
+    if (first >= last) return;
+    if (bits & PARTICLE_POS) Clear(arrays.mpPos, first, last);
+    if (bits & PARTICLE_VEL) Clear(arrays.mpVel, first, last);
+    if (bits & PARTICLE_RADIUS) Clear(arrays.mpRadius, first, last);
+    if (bits & PARTICLE_VALUE1) Clear(arrays.mpValue1, first, last);
+    if (bits & PARTICLE_TYPE) Clear(arrays.mpType, first, last);
+    if (bits & PARTICLE_ID) Clear(arrays.mpID, first, last);
+    if (bits & PARTICLE_DRADIUS) Clear(arrays.mpDRadius, first, last);
+    if (bits & PARTICLE_DVALUE1) Clear(arrays.mpDValue1, first, last);
+}
+
+void ReadProgress_cls::Add(long long particles) {
+    const long long before = mDone.fetch_add(particles, std::memory_order_relaxed);
+    const long long now = before + particles;
+    if (before / mInterval == now / mInterval) return;
+    // 100 says that nobody reads any more: that is the thread's last word.
+    const long long percentage = std::min<long long>(99, 100 * now / std::max<long long>(mNumber, 1));
+    GThreadReaderPercentage.store(static_cast<int>(percentage), std::memory_order_relaxed);
+    PostMenuEvent(ID_REFRESH_SB);
+}
