@@ -41,11 +41,12 @@ wxGLContextAttrs MakeContextAttributes() {
 MainGLCanvas_cls::MainGLCanvas_cls(wxWindow* pParent, GLCanvasCtrl_cls* pCtrl, FrameMain_cls* pFrame,
                                    DrawOption_cls* pDrawOption, Preference_cls* pPreference, int panelIndex,
                                    int displayMode, wxGLContext* pShare)
-    : mPanelIndex(panelIndex), mpCCtrl(pCtrl), mpCFrame(pFrame), mpCDrawOption(pDrawOption), mCDolly(pPreference),
+    : wxGLCanvas(pParent, MakeWindowAttributes(), wxID_ANY, wxDefaultPosition, wxDefaultSize,
+                 wxWANTS_CHARS | wxFULL_REPAINT_ON_RESIZE, wxString::Format("View %d", panelIndex)),
+      mPanelIndex(panelIndex), mpCCtrl(pCtrl), mpCFrame(pFrame), mpCDrawOption(pDrawOption), mCDolly(pPreference),
       mCMouse(pPreference) {
     // A window that GL can't draw into still stands in its place and says why it is empty.
-    const bool bGL = Create(pParent, MakeWindowAttributes(), wxID_ANY, wxDefaultPosition, wxDefaultSize,
-                            wxWANTS_CHARS | wxFULL_REPAINT_ON_RESIZE, wxString::Format("View %d", panelIndex));
+    const bool bGL = GetHandle() != nullptr;
     if (!bGL) wxWindow::Create(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxWANTS_CHARS);
     SetBackgroundStyle(wxBG_STYLE_PAINT);
     if (bGL) MakeContext(pShare);
