@@ -8,13 +8,13 @@
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 #include <wx/tglbtn.h>
-#include <wx/wrapsizer.h>
 
 #include "APP/clsMain.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
 #include "TIME/clsTimeCtrl.h"
+#include "WIDGET/clsGripLabel.h"
 #include "WIDGET/clsMyArtProvider.h"
 #include "WIDGET/clsNumField.h"
 
@@ -88,7 +88,7 @@ NumField_cls* PlayCtrlGUI_cls::AddField(wxSizer* pSizer, const wxString& label, 
                                         const wxString& tip, std::function<void(int)> set) {
     auto* field = new NumField_cls(this, IntSpec(low, high), 5);
     if (!label.empty()) {
-        auto* text = new wxStaticText(this, wxID_ANY, label);
+        auto* text = new GripLabel_cls(this, label);
         text->SetToolTip(tip);
         field->AttachGrip(text);
         pSizer->Add(text, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, FromDIP(3 * kGap));
