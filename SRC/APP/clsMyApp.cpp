@@ -11,6 +11,7 @@
 #include "APP/clsMain.h"
 #include "COMMON/MsgBox.h"
 #include "COMMON/RuntimeFiles.h"
+#include "GL/VIEW/clsMainGLCanvas.h"
 
 wxIMPLEMENT_APP_NO_MAIN(MyApp);
 
@@ -48,6 +49,7 @@ bool MyApp::OnInit() {
     mpCMain = new Main_cls;
     mpCMain->mpCFrameMain->Show(true);
     SetTopWindow(mpCMain->mpCFrameMain);
+    mpCMain->mpCFrameMain->GetPCGLCanvas(0)->SetFocus(); // keys act from the first moment
     return true;
 }
 
