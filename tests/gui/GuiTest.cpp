@@ -58,6 +58,7 @@ void GuiTest::SetUp() {
         return bAnswer;
     });
     MainGLCanvas_cls::msCFBOSizeIndex.mValue = 0; // 256 pixels: software rendering
+    MainGLCanvas_cls::msbKeepPicture = true;
     ForgetNotices();
     Frame()->Raise();
     Settle();
@@ -122,7 +123,7 @@ bool GuiTest::OpenProjectAndPaint(const std::string& path) {
 
 Picture_st GuiTest::Grab(int view) {
     Picture_st picture;
-    picture.mRGB = Canvas(view)->ReadWindowPixels(&picture.mW, &picture.mH);
+    picture.mRGB = Canvas(view)->GetShownPicture(&picture.mW, &picture.mH);
     return picture;
 }
 
