@@ -1,0 +1,60 @@
+// The reader as a background thread: flags, progress and the events that it posts.
+#include <wx/event.h>
+
+#include "ReaderTestTools.h"
+#include "COMMON/EventIds.h"
+#include "COMMON/MenuEvent.h"
+#include "PDATA/clsThreadFileReader.h"
+
+namespace {
+
+class Recorder_cls : public wxEvtHandler {
+public:
+    Recorder_cls() {
+        Bind(wxEVT_MENU, [this](wxCommandEvent& event) { mIds.push_back(event.GetId()); });
+    }
+    std::vector<int> mIds;
+};
+
+} // namespace
+
+TEST(ReaderThread, FillsTheArraysThenRaisesItsFlags) {
+    std::string bytes = Pack(2.5f, 200000);
+    for (int i = 0; i < 200000; ++i) {
+        const float f = static_cast<float>(i);
+        bytes += Pack(f, f, f, f, f, f, f, i, 1, f);
+    }
+    TempDir_cls dir;
+    const wxString path = wxString::FromUTF8(dir.Write("thread.bin", bytes).c_str());
+    TestLoader_cls loader(0, {0, 1}, {0, 1, 5, 6, 7, 8});
+    Recorder_cls recorder;
+    SetMenuEventTarget(&recorder);
+    for (int round = 0; round < 20; ++round) {
+        TestArrays_cls arrays(200000);
+        std::atomic<bool> bFinished{false};
+        GbThreadReaderFinished.store(false);
+        GThreadReaderIndex.store(7);
+        auto* reader = new ThreadFileReader_cls;
+        GpCThreadReader.store(reader);
+        reader->SetParameters(&bFinished, &loader, path, 200000, arrays.mArrays, true);
+        ASSERT_EQ(wxTHREAD_NO_ERROR, reader->Run());
+        while (!GbThreadReaderFinished.load(std::memory_order_acquire))
+            wxMilliSleep(1);
+        EXPECT_TRUE(bFinished.load());
+        EXPECT_EQ(-1, GThreadReaderIndex.load());
+        EXPECT_EQ(100, GThreadReaderPercentage.load());
+        for (int i = 0; i < 200000; i += 777)
+            ASSERT_EQ(i, arrays->mpID[i]);
+        while (GpCThreadReader.load())
+            wxMilliSleep(1);
+    }
+    SetMenuEventTarget(nullptr);
+    size_t before; // a call handles one event
+    do {
+        before = recorder.mIds.size();
+        recorder.ProcessPendingEvents();
+    } while (recorder.mIds.size() > before);
+    EXPECT_EQ(80u, recorder.mIds.size())
+        << "progress at half and whole, then both events at the end, each round";
+    EXPECT_EQ(ID_REFRESH_TL, recorder.mIds.back());
+}
