@@ -1,5 +1,6 @@
 #include "APP/clsFrameMain.h"
 
+#include <wx/evtloop.h>
 #include <wx/infobar.h>
 #include <wx/sizer.h>
 #include <wx/splitter.h>
@@ -7,8 +8,10 @@
 #include "APP/clsDropTarget.h"
 #include "APP/clsMain.h"
 #include "APP/clsShortcut.h"
+#include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
+#include "COMMON/MsgBox.h"
 #include "COMMON/RuntimeFiles.h"
 #include "COMMON/clsUpdateStatusBar.h"
 #include "GL/BASE/clsGLInfo.h"

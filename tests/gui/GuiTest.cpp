@@ -193,7 +193,9 @@ void GuiTest::Type(const std::string& text) {
 
 wxWindow* GuiTest::FindByLabel(wxWindow* root, const wxString& label) {
     for (wxWindow* child : root->GetChildren()) {
-        if (child->IsShown() && child->GetLabelText() == wxControl::RemoveMnemonics(label)) return child;
+        if (child->IsShown() &&
+            wxControl::RemoveMnemonics(child->GetLabel()) == wxControl::RemoveMnemonics(label))
+            return child;
         if (wxWindow* found = FindByLabel(child, label)) return found;
     }
     return nullptr;

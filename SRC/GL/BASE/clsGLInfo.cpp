@@ -17,7 +17,7 @@ int GLInfo_cls::msMaxTexture = 0;
 
 namespace {
 
-wxString GetText(GLenum name) {
+wxString ReadGLText(GLenum name) {
     const GLubyte* pText = glGetString(name);
     return pText ? wxString::FromUTF8(reinterpret_cast<const char*>(pText)) : wxString();
 }
@@ -27,12 +27,12 @@ wxString GetText(GLenum name) {
 void GLInfo_cls::Initialize() {
     if (msbInitialized) return;
     msbInitialized = true;
-    msStrVersion = GetText(GL_VERSION);
-    msStrVendor = GetText(GL_VENDOR);
-    msStrRenderer = GetText(GL_RENDERER);
+    msStrVersion = ReadGLText(GL_VERSION);
+    msStrVendor = ReadGLText(GL_VENDOR);
+    msStrRenderer = ReadGLText(GL_RENDERER);
     int major = 0;
     int minor = 0;
-    const wxString glsl = GetText(GL_SHADING_LANGUAGE_VERSION);
+    const wxString glsl = ReadGLText(GL_SHADING_LANGUAGE_VERSION);
     if (std::sscanf(glsl.utf8_str(), "%d.%d", &major, &minor) == 2)
         msStrGLSL = wxString::Format("GLSL ver. %d.%d", major, minor);
     glGetIntegerv(GL_MAX_ELEMENTS_VERTICES, &msMaxVertices);
@@ -48,7 +48,7 @@ wxString GLInfo_cls::GetGLMaxElementsIndices() {
     return wxString::Format("Max Elements Indices: %d", msMaxIndices);
 }
 
-wxString GLInfo_cls::GetAllStr() {
+wxString GLInfo_cls::GetText() {
     if (!msbInitialized) return _("No view has been drawn yet.");
     wxString text;
     text << "OpenGL " << msStrVersion << "\n" << msStrGLSL << "\n" << msStrVendor << "\n" << msStrRenderer << "\n";

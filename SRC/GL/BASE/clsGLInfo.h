@@ -16,7 +16,7 @@ public:
     static wxString GetGLMaxElementsVertices();
     static wxString GetGLMaxElementsIndices();
     /// One fact a line, for a box.
-    static wxString GetAllStr();
+    static wxString GetText();
 
 private:
     static bool msbInitialized;

@@ -1,0 +1,6 @@
+// The compact look of fields, buttons and tabs.
+#pragma once
+
+/// Shrink the toolkit's generous paddings for the whole program, once; colours stay the theme's. Needs
+/// the display. Where the toolkit doesn't let us, everything is merely taller.
+void InstallDenseStyle();
