@@ -9,10 +9,10 @@
 #include <wx/stattext.h>
 #include <wx/tglbtn.h>
 
-#include "APP/clsMain.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
+#include "PDATA/clsPDataSeqCtrl.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/clsGripLabel.h"
 #include "WIDGET/clsMyArtProvider.h"
@@ -49,9 +49,9 @@ int LimitPrefetch(int request, int expectedMax) {
     return request > most ? static_cast<int>(most) : request;
 }
 
-PlayCtrlGUI_cls::PlayCtrlGUI_cls(wxWindow* pParent, TimeCtrl_cls* pTime, Main_cls* pMain)
+PlayCtrlGUI_cls::PlayCtrlGUI_cls(wxWindow* pParent, TimeCtrl_cls* pTime, PDataSeqCtrl_cls* pStore)
     : wxPanel(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL), mpCTime(pTime),
-      mpCMain(pMain) {
+      mpCStore(pStore) {
     auto* upper = new wxBoxSizer(wxHORIZONTAL);
     MakeTransport(upper);
     MakePosition(upper);
@@ -221,7 +221,7 @@ void PlayCtrlGUI_cls::UpdateValues() {
 
 void PlayCtrlGUI_cls::RefreshMemory() {
     const wxString text =
-        wxString::Format(_("%d of %d MB"), mpCMain->GetUsedTotalMemoryMB(), mpCMain->GetMemoryLimitMB());
+        wxString::Format(_("%lld of %d MB"), mpCStore->CalcAndGetUsedTotalMemoryMB(), mpCStore->mLimitMB);
     if (mpCMemory->GetLabelText() == text) return;
     mpCMemory->SetLabelText(text);
     Layout();
