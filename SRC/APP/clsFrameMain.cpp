@@ -1,5 +1,6 @@
 #include "APP/clsFrameMain.h"
 
+#include <wx/evtloop.h>
 #include <wx/infobar.h>
 #include <wx/sizer.h>
 #include <wx/splitter.h>
@@ -7,8 +8,10 @@
 #include "APP/clsDropTarget.h"
 #include "APP/clsMain.h"
 #include "APP/clsShortcut.h"
+#include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
+#include "COMMON/MsgBox.h"
 #include "COMMON/RuntimeFiles.h"
 #include "COMMON/clsUpdateStatusBar.h"
 #include "GL/BASE/clsGLInfo.h"
@@ -156,7 +159,8 @@ void FrameMain_cls::FitSplitterWindow(bool bForce) {
     if (height <= 0) return;
     const int least = std::min(mpCBtmHalf->GetMinHeight(), 120);
     if (!bForce && mpCSplitter->GetSashPosition() <= height - least) return;
-    mpCSplitter->SetSashPosition(height - std::max(mBtmHeight, mpCBtmHalf->GetMinHeight()));
+    // No more than the play panel needs; time lines below it will ask for mBtmHeight.
+    mpCSplitter->SetSashPosition(height - mpCBtmHalf->GetMinHeight());
     mpCBtmHalf->RecheckSize();
     Refresh();
 }

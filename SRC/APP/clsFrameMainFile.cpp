@@ -12,6 +12,7 @@
 #include "COMMON/MsgBox.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
 #include "PDATA/clsDataLoader.h"
+#include "PDATA/clsDataLoaderGUI.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
@@ -100,10 +101,13 @@ void FrameMain_cls::OnMenuCloseData(wxCommandEvent&) {
 }
 
 void FrameMain_cls::OpenDroppedFile(const wxString& path) {
-    if (wxFileName(path).GetExt().Lower() == "mrp")
+    if (wxFileName(path).GetExt().Lower() == "mrp") {
         OpenProject(path);
-    else
-        mpCMain->mpCDataLoader->OpenWithCheck(path);
+        return;
+    }
+    DataLoader_cls* loader = mpCMain->mpCDataLoader;
+    loader->InitGUI(this);
+    loader->mpCGUI->OpenWithCheck(path);
 }
 
 bool FrameMain_cls::AskQuit() {

@@ -31,6 +31,17 @@ public:
     /// Swatch colour, over `background` unless opaque.
     wxColour GetWXColor(const wxColour& background, double x, bool bOpaque) const;
     bool IsConstant() const { return !mbUseColorCurve.mValue; }
+    /// Mirror the colours along the axis.
+    void Flip();
+    /// Red takes green's curve, green blue's, blue red's; three times is none.
+    void SwapRGB();
+    /// Take another curve's colours, and unless `bCurveOnly` its settings as well.
+    void CopyColorFromP(const ColorCurve_cls* pSrc, bool bCurveOnly);
+    /// Keys in ascending order of their position; an empty list changes nothing.
+    void SetKeys(std::vector<Key> keys);
+    const std::vector<Key>& GetKeys() const { return mKeys; }
+    float GetScaleOffset() const { return mScaleOffset; }
+    float GetScaleRange() const { return mScaleRange; }
 
     wxString Serialize() const;
     /// True if the line was taken.
@@ -47,6 +58,8 @@ public:
     ConfItemUINT_cls mDependType;
 
 private:
+    bool ReadKeys(const wxString& text);
+
     float mScaleOffset = 0.0f;
     float mScaleRange = 1.0f;
     std::vector<Key> mKeys; ///< ascending

@@ -3,7 +3,8 @@
 
 #include <wx/string.h>
 
-class ArrayPool_cls;
+#include "PDATA/ParticleArrays.h"
+
 class DataLoader_cls;
 class PDataSnap_cls;
 
@@ -25,13 +26,16 @@ public:
     /// file can't be used; the user has been told then.
     bool LoadHeaderBinary(const wxString& path);
     bool LoadHeaderAscii(const wxString& path);
-    /// Head if not yet known, arrays, then the background reader.
-    void LoadData(const wxString& path);
+    /// Head if not yet known, arrays, then the background reader. False when no reader was started: another
+    /// one runs, or the file can't be used (the snapshot's file status says so then).
+    bool LoadData(const wxString& path);
     /// The reader alone, for a block whose head is known and whose arrays exist.
-    void StartLoadingData(const wxString& path);
+    bool StartLoadingData(const wxString& path);
     /// Start the interpolator towards `next` (this block itself for the last snapshot). A request that
-    /// meets a running interpolator is dropped.
-    void InterpolateData(PDataBlock_cls* pNext);
+    /// meets a running interpolator is dropped: the answer is false then.
+    bool InterpolateData(PDataBlock_cls* pNext);
+    /// The running interpolator reads or writes this block's arrays.
+    bool IsUnderInterpolation() const;
 
     static DataLoader_cls* mspCDataLoaderLink;
 
@@ -49,4 +53,13 @@ public:
     int mInterpolateType = 1; ///< 0 linear, 1 Hermite, 2 none
     int mVariableNumber = 0;  ///< 0 constant, 1 variable, 2 sorted by ID
     bool mbHasID = true;
+
+private:
+    bool LoadHeader(const wxString& path);
+    bool AllocateOrEvict();
+    ParticleArrays_st GetArrays() const;
+
+    unsigned mZeroBits = 0;                 ///< arrays that were all zero when allocated, for the reader
+    static PDataBlock_cls* mspInterpolated; ///< the two blocks of the running interpolator
+    static PDataBlock_cls* mspInterpolatedNext;
 };

@@ -8,6 +8,7 @@
 #include "PDATA/clsPDataSequence.h"
 
 class DrawOption_cls;
+class PDataSnap_cls;
 
 class PDataSeqCtrl_cls {
 public:
@@ -35,8 +36,9 @@ public:
     int GetLoadedFrameNumber() const;
     void ClearSnipping();
     void SetSnipping(int index);
-    /// Memory is short: release the snapshot furthest from use. False when nothing is left to release.
-    static bool ReleaseForAllocation();
+    /// Memory is short: release the snapshot furthest from use, but never `pKeep` or the one that waits for
+    /// its neighbour. False when nothing is left to release.
+    static bool ReleaseForAllocation(const PDataSnap_cls* pKeep = nullptr);
 
     wxString Serialize() const;
     void ReadStrLine(std::wistream& stream, const wxString& line);
@@ -49,6 +51,9 @@ public:
 private:
     void ReleaseMemoryOutofStep(int step);
     bool ReleaseMemoryAStep(int current, int step);
+    PDataSnap_cls* FindFurthest(const PDataSnap_cls* pKeep) const;
+
+    static PDataSeqCtrl_cls* mspCThis; ///< the store that gives memory back
     int mLastCurrent = 0;
     int mLastStep = 1;
 };

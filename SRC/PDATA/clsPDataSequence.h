@@ -69,6 +69,10 @@ public:
     ConfItemSTR_cls mCItemFile;
 
 private:
+    PDataSnap_cls* GetSnap(int index) const;
+    wxString FindPath(const wxString& path);
     void SetIndividualFilenames();
+
     wxString mStrGivenPath;
+    wxString mStrLastProjectDir; ///< folder that a relative path was last found in: undo opens it again
 };

@@ -43,6 +43,10 @@ public:
     /// Wait until the running reader is done, when `bExpect` equals "target is being read".
     static void WaitThreadReading(PDataSnap_cls* pTarget, bool bExpect);
     static void WaitThreadInterpolate(PDataSnap_cls* pTarget, bool bExpect);
+    /// Wait for the running interpolator, whosever it is.
+    static void WaitInterpolator();
+    /// The user has to know that this snapshot's file can't be used; it counts as ready with no particles.
+    void SetUnusable(const wxString& text);
 
     PDataBlock_cls* mpCBlock; ///< owned
     PDataSequence_cls* mpCSequence;
@@ -57,4 +61,13 @@ public:
     std::atomic<bool> mbLoaded{false}; ///< set by the reader (release)
     bool mbInterpolateStarted = false;
     std::atomic<bool> mbInterpolated{false}; ///< set by the interpolator (release)
+
+    /// The snapshot for whose slopes its next one is being read: memory is not taken from it.
+    static PDataSnap_cls* mspCOnBehalf;
+
+private:
+    bool IsUnderRead() const { return mbLoadStarted && !mbLoaded.load(std::memory_order_acquire); }
+    void LookForFile();
+    bool PrepareNext(bool bWait);
+    void ReleaseDrawnSnapshot();
 };

@@ -4,6 +4,7 @@
 
 class GLAttribute_cls;
 class PDataBlock_cls;
+class ThreadSnapInterpolate_cls;
 
 class SnapData_cls {
 public:
@@ -17,6 +18,12 @@ public:
     bool IsItSameSnap(PDataBlock_cls* pBlock, double dt, int step) const;
     /// True if any attribute's colour depends on a computed quantity (depend value 2 or more).
     static bool IsInterpolateRequired(GLAttribute_cls** ppAttribute);
+    /// The block is about to give its arrays back while this snapshot may be on its way to the screen: take
+    /// over what is borrowed. The snapshot serves no other draw after that.
+    void TakeOverFromBlock();
+    /// The values that drive a curve of an attribute: 0 colour, 1 ambient, 2 diffuse, 3 specular. A derived
+    /// quantity is computed on first use; all curves share the first one that was asked for.
+    void SetPValue1(float** ppOut, GLAttribute_cls* pAttribute, int which);
 
     PDataBlock_cls* mpCBlock; ///< source, not owned
     bool mbAllocated = false;
@@ -34,9 +41,11 @@ public:
 private:
     bool Allocate(int number);
     void ReleaseData();
-    void SetPValue1(float** ppOut, GLAttribute_cls* pAttribute, int which);
     bool AllocateValue1Dash();
-    void SetValue1Dash(int depend);
+    void SetValue1Dash(unsigned depend);
     void InterpolateNot(PDataBlock_cls* pBlock, GLAttribute_cls** ppAttribute);
-    void InterpolateLinear(GLAttribute_cls** ppAttribute, double dt);
+    void InterpolateLinear(PDataBlock_cls* pBlock, GLAttribute_cls** ppAttribute, float dt);
+    void RunThreads(ThreadSnapInterpolate_cls& work) const;
+
+    bool mbOwnType = false; ///< mpType was taken over
 };

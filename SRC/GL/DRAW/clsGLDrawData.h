@@ -45,13 +45,16 @@ public:
 private:
     void ZSortAtFBO0(int count, int step, const float (*pPos)[3], int sortOrder, int planeDepth);
 
-    float mCameraPos[3] = {0, 0, 0};
-    float mCameraDir[3] = {0, 0, -1};
+    void DrawStraight(const SnapData_cls* pSnap, int number, bool bColors);
+
+    double mCameraPos[3] = {0, 0, 0};
+    double mCameraDir[3] = {0, 0, -1};
     int mLightNumber = 0;
     double mLightPos[3] = {0, 0, 0};
     double mShadowLengthA = 0.0;
     double mShadowLengthB = 0.0;
     std::vector<unsigned> mVIndices; ///< indices of the list, as the element call wants them
-    std::vector<float> mVVertex;     ///< batch positions
-    std::vector<float> mVColor;      ///< batch colours
+    std::vector<float> mVBatch;      ///< vertices of one batch, see clsGLPointBatch.h
+
+    static bool msbListIsIdentity; ///< the list is all particles in their own order, none faded
 };

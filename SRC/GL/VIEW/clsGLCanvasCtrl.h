@@ -7,7 +7,11 @@ class DrawOption_cls;
 class FrameMain_cls;
 class MainGLCanvas_cls;
 class Preference_cls;
+class wxBoxSizer;
+class wxCheckBox;
+class wxComboBox;
 class wxGLContext;
+class wxToggleButton;
 
 class GLCanvasCtrl_cls : public wxPanel {
 public:
@@ -30,6 +34,20 @@ public:
     void ReadStrLine(const wxString& line);
 
 private:
+    void MakeControls();
+    void MakeToggle(int which);
+    void OnComboBox(wxCommandEvent& event);
+    void OnPivot(wxCommandEvent& event);
+    void OnToggle(int which);
+    void OnSize(wxSizeEvent& event);
+    void OnRightUp(wxMouseEvent& event);
+    void FitControls(int width);
+
     MainGLCanvas_cls* mpCCanvas = nullptr;
+    wxBoxSizer* mpCSizerControls = nullptr;
+    wxComboBox* mpCComboDisplayMode = nullptr;
+    wxComboBox* mpCComboGeometry = nullptr;
+    wxCheckBox* mpCCheckPivot = nullptr;
+    wxToggleButton* mpCToggle[4] = {}; ///< message, items, grid, data
     bool mbPanelShown = true;
 };

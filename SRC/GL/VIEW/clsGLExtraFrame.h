@@ -16,5 +16,9 @@ public:
     GLCanvasCtrl_cls* GetPCCanvasCtrl() const { return mpCCtrl; }
 
 private:
+    void OnCharHook(wxKeyEvent& event);
+    void OnClose(wxCloseEvent& event);
+    void OnShow(wxShowEvent& event);
+
     GLCanvasCtrl_cls* mpCCtrl = nullptr;
 };

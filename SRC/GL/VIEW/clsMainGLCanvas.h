@@ -6,12 +6,18 @@
 
 #include <epoxy/gl.h>
 
+#include <istream>
+#include <memory>
+#include <vector>
+
 #include <wx/glcanvas.h>
 #include <wx/stopwatch.h>
 
 #include "CONFITEM/clsConfItem.h"
 #include "CONFITEM/clsConfItemList.h"
+#include "GL/BASE/clsDolly.h"
 #include "GL/BASE/clsGLPerspective.h"
+#include "GL/BASE/clsGLStrings2D.h"
 #include "GL/BASE/clsMouseCtrl.h"
 #include "GL/BASE/clsPositionAndDirection.h"
 
@@ -21,6 +27,7 @@ class FBO_cls;
 class FrameMain_cls;
 class GLCanvasCtrl_cls;
 class Preference_cls;
+class wxDC;
 
 class MainGLCanvas_cls : public wxGLCanvas {
 public:
@@ -39,7 +46,7 @@ public:
     bool CheckGLRefresh(int frame, int step);
     /// Whatever was painted no longer holds.
     void MarkStale();
-    wxGLContext* GetContext() const { return mpCGLContext; }
+    wxGLContext* GetContext() const { return mpCGLContext.get(); }
 
     // Queries on the view.
     int GetDisplayMode() const { return mDisplayMode.mValue; }
@@ -51,7 +58,9 @@ public:
     int GetMultiPanelMode() const; ///< 0 one face, 1 fisheye, 2 panorama
 
     // View settings.
+    /// A geometry below 2 follows the mode: orthographic along an axis, else perspective.
     void SetDisplayMode(int mode);
+    void SetGeometry(int geometry);
     void TogglePerspective();
     void LinkageConnect();
     void ForceUpdateCameraPos() { mbForceUpdateCameraPos = true; }
@@ -59,6 +68,8 @@ public:
     PositionAndDirection_cls* GetPCCameraPosition();
     double* GetPCAnchorPosition(); ///< three doubles
     void SetThisToBeActiveGL();
+    /// Is there a picture at all, or only a text that tells why not?
+    bool HasGL() const { return mpCGLContext != nullptr; }
 
     // Other outputs than the window, driven from the frame's stop command.
     void StopSaveImgSeqProcess() {}
@@ -77,8 +88,8 @@ public:
     wxString GetMessageText() const { return mStrMessageShown; }
     int GetPaintCount() const { return mPaintCount; }
     double GetFirstPaintMillis() const { return double(mFirstPaintMillis); }
-    /// The picture now in the window, for tests: RGB, top row first; w and h in pixels.
-    std::vector<unsigned char> ReadWindowPixels(int* pW, int* pH);
+    /// The picture last shown: RGB, top row first, w times h pixels. Kept only while msbKeepPicture is set.
+    const std::vector<unsigned char>& GetShownPicture(int* pW, int* pH) const;
 
     int mPanelIndex; ///< 0 to 3, 4 for the Extra Panel
     ConfItemList_cls mConfList;
@@ -93,8 +104,18 @@ public:
     ConfItemFLOAT_cls mGLOrthoScale;
     ConfItemINT_cls mDisplayMode;
     ConfItemINT_cls mGLGeometry;
+    ConfItemINT_cls mGLPathIndex;
+    ConfItemUINT_cls mGridType; ///< this and the four that follow are kept in the file only
+    ConfItemBOOL_cls mShowOtherCam;
+    ConfItemBOOL_cls mDrawItemByXOR;
+    ConfItemBOOL_cls mGridAntialias;
+    ConfItemBOOL_cls mGridShowTag;
+    ConfItemBOOL_cls mDistortion;
+    ConfItemBOOL_cls mFisheyeGrid;
 
+    static bool msbKeepPicture;     ///< read every picture back before it is shown, for tests; slow
     static const int msAFBOSize[5]; ///< 256 to 4096
+    static int GetFBOSize();
     static ConfItemUINT_cls msCFBOSizeIndex;
     static ConfItemFLOAT_cls msCLineWidth;
     static ConfItemUINT_cls msCTagFontIndex;
@@ -108,5 +129,118 @@ public:
     GLPerspective_cls mCGLPerspective;
     PositionAndDirection_cls mCCamPos; ///< the camera of the current paint
 
-    // The view developer adds the private part: the steps of a paint, mouse, popup menu.
+private:
+    // What the paint in progress draws.
+    struct Moment_st {
+        double doubleIndex = 0.0;
+        double remappedIndex = 0.0;
+        int dataFrame = 0;
+        double dt = 0.0; ///< data time after the frame's snapshot
+        double distanceToAnchor = 1.0;
+        int fboSize = 2048;
+        bool bData = true; ///< false: the data are still being read
+    };
+    enum class DataState { Ready, Loading };
+
+    // clsMainGLCanvas.cpp
+    void AddItems();
+    void MakeContext(wxGLContext* pShare);
+    void TellNoGL();
+    MainGLCanvas_cls* GetOther(int view) const;
+    wxSize GetPixelSize() const;
+    bool GoesAlong(int mode) const { return mode >= 1 && mode <= 6; }
+
+    // clsMainGLCanvasPaint.cpp
+    void OnPaint(wxPaintEvent& event);
+    bool IsPaintAllowed() const;
+    DataState WaitForFrame();
+    bool KeepsLastPicture() const;
+    void ReadTime();
+    void DrawTextOnDC(wxDC& dc, const wxString& text);
+    bool BeginGL();
+    void InitializeGLIfNot();
+    void SetViewFromSettings();
+    void PlaceCamera();
+    void DrawEyes();
+    void CountPaint();
+    void KeepPicture();
+    void DrawOnWindow();
+
+    // clsMainGLCanvasDraw.cpp
+    void DrawOnFBO();
+    void BeginFace();
+    void DrawDataMain();
+    void DrawDataCopyLoop(bool bShadowPass);
+    void DrawOtherObjects(double gridUnit);
+    void DrawAnchor();
+    void SetLineWidth();
+    void SetGLBGColor(int which);
+    void GatherFBOImages(int w, int h, bool bToImage);
+
+    // clsMainGLCanvasCamera.cpp
+    void UpdateCameraPos();
+    void ModifyOrthoCamera();
+    void UpdateAnc();
+    void SetPerspective();
+    void SetAngleIfLinked();
+    bool IsCameraLinked() const { return mDisplayMode.mValue == 7; }
+
+    // clsMainGLCanvasMouse.cpp
+    void BindMouse();
+    void OnMouse(wxMouseEvent& event);
+    void OnCaptureLost(wxMouseCaptureLostEvent& event);
+    void OnButtonDown();
+    bool OnWheel();
+    bool ProcViewOrItemDragging();
+    void ShowMenu();
+    void OnMenu(wxCommandEvent& event);
+    void OnMenuToggleLink();
+    void OnMenuMoveToCamPos();
+    void OnChangedByMouse();
+    void SetOtherCanvasToBeActiveGL();
+    void RefreshOtherOrthoCanvas();
+
+    // clsMainGLCanvasMessage.cpp
+    void DrawMessage(int w, int h);
+    wxString MakeStatusLine() const;
+    wxString MakeDataLine() const;
+    wxString MakeMemoryLine();
+
+    GLCanvasCtrl_cls* mpCCtrl;
+    FrameMain_cls* mpCFrame;
+    DrawOption_cls* mpCDrawOption;
+    std::unique_ptr<wxGLContext> mpCGLContext; ///< null: no OpenGL here
+    bool mbGLInitialized = false;
+    PositionAndDirection_cls mCCamFree;
+    PositionAndDirection_cls mCCamLinked;
+    PositionAndDirection_cls mCCamOrtho;
+    Dolly_cls mCDolly;
+    MouseCtrl_cls mCMouse;
+    GLStrings2D_cls mCStrings;
+    Moment_st mMoment;
+
+    bool mbForceUpdateCameraPos = false;
+    bool mbImageRequest = false; ///< this paint makes an image: it waits for its data
+    bool mbLoading = false;      ///< the last paint gave up waiting for the reader
+    bool mbLockDragging = false;
+    int mPaintedFrame = -1; ///< -1 when the view must be drawn anyway
+    int mPaintedStep = -1;
+    double mPaintedBlurFactor = -1.0;
+    int mFrameFrame = -1;
+    int mFrameStep = -1;
+    double mFrameBlurFactor = -1.0;
+    int mWaitFrame = -1; ///< position whose reading mCWaitWatch times
+    int mWaitStep = -1;
+    wxStopWatch mCWaitWatch;
+    wxStopWatch mCStopWatch; ///< of the drawing
+    wxSize mShownSize;       ///< of the picture in the window; empty before the first
+    int mPaintCount = 0;     ///< paints with all data
+    float mFirstPaintMillis = 0.0f;
+    int mDrawCount = 0;
+    wxString mWXStrMessage; ///< warning of this paint
+    wxString mStrMessageShown;
+    std::vector<unsigned char> mVPicture; ///< see msbKeepPicture
+    wxSize mPictureSize;
+
+    static std::unique_ptr<FBO_cls> mspCFace; ///< the scene of the paint in progress; kept for its memory
 };

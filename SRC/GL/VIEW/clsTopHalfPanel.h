@@ -35,10 +35,13 @@ public:
     void ReadStrLine(const wxString& line);
 
 private:
-    FrameMain_cls* mpCFrame;
+    void CreateViews(wxWindow* pParent, FrameMain_cls* pFrame, Preference_cls* pPreference);
+    void CreateBooks(wxWindow* pParent);
+
     PDataSequence_cls* mpCSequence;
     DrawOption_cls* mpCDrawOption;
     GLCanvasCtrl_cls* mpCCtrl[4];
+    wxSplitterWindow* mpCSides = nullptr; ///< views left, books right
     wxSplitterWindow* mpCOuter = nullptr;
     wxSplitterWindow* mpCInner[2] = {nullptr, nullptr};
     wxNotebook* mpCAttribBook = nullptr;

@@ -1,0 +1,113 @@
+#include "APP/clsPreferenceGUI.h"
+
+#include <wx/button.h>
+#include <wx/notebook.h>
+#include <wx/sizer.h>
+
+#include "COMMON/EventIds.h"
+#include "COMMON/Globals.h"
+#include "COMMON/MenuEvent.h"
+#include "GL/BASE/clsPreference.h"
+#include "PDATA/clsPDataSeqCtrl.h"
+#include "WIDGET/clsMultiInputPanel.h"
+
+namespace {
+
+constexpr int kMaxThreads = 64;
+constexpr int kMaxMemoryMB = 1 << 20;
+
+const std::vector<wxString>& ButtonLabels() {
+    static const std::vector<wxString> sLabels = {_("Left Mouse BTN"), _("Middle Mouse BTN"),
+                                                  _("Right Mouse BTN"), _("Not Assigned")};
+    return sLabels;
+}
+
+} // namespace
+
+PreferenceGUI_cls::PreferenceGUI_cls(wxWindow* pParent, Preference_cls* pPreference,
+                                     PDataSeqCtrl_cls* pSeqCtrl)
+    : wxDialogEXKey(pParent, _("Preference")), mpCPreference(pPreference), mpCSeqCtrl(pSeqCtrl) {
+    auto* book = new wxNotebook(this, wxID_ANY);
+    for (const bool bMouse : {true, false}) {
+        auto* page = new wxPanel(book);
+        mpPage = page;
+        auto* sizer = new wxBoxSizer(wxVERTICAL);
+        if (bMouse)
+            SetMNumMouseParam(sizer);
+        else
+            SetMNumMemParam(sizer);
+        page->SetSizer(sizer);
+        book->AddPage(page, bMouse ? _("Mouse") : _("Performance"));
+    }
+    auto* close = new wxButton(this, ID_DIALOG_CLOSE, _("Close"));
+    auto* outer = new wxBoxSizer(wxVERTICAL);
+    outer->Add(book, 1, wxEXPAND | wxALL, FromDIP(4));
+    outer->Add(close, 0, wxALIGN_RIGHT | wxLEFT | wxRIGHT | wxBOTTOM, FromDIP(8));
+    SetSizerAndFit(outer);
+}
+
+void PreferenceGUI_cls::AddActionRow(const wxString& label, ConfItemUINT_cls& button,
+                                     ConfItemBOOLARRAY_cls& modifiers) {
+    const int row =
+        mpCMouse->AddChoice(label, &button.mValue, ButtonLabels(), _("Mouse button of this action"));
+    const wxString keys[3] = {_("Shift"), _("Ctrl"), _("Alt")};
+    for (int k = 0; k < 3; ++k)
+        mpCMouse->AddCheckTo(row, &modifiers.mValue[k], keys[k], _("Key that must be held with the button"));
+}
+
+void PreferenceGUI_cls::SetMNumMouseParam(wxBoxSizer* pSizer) {
+    Preference_cls& p = *mpCPreference;
+    mpCMouse = new MultiInputPanel_cls(mpPage);
+    AddActionRow(_("Gyration"), p.mCGyration, p.mCGyrationMod);
+    AddActionRow(_("Zoom"), p.mCZoom, p.mCZoomMod);
+    AddActionRow(_("Move Center"), p.mCCenter, p.mCCenterMod);
+    AddActionRow(_("Move Item"), p.mCItem, p.mCItemMod);
+    AddActionRow(_("Menu"), p.mCMenu, p.mCMenuMod);
+    AddActionRow(_("Item Selection"), p.mCHitTest, p.mCHitTestMod);
+    mpCMouse->AddChoice(_("MButton Emulate"), &p.mCMButtonEmulate.mValue,
+                        {_("Left BTN + Shift"), _("Left BTN + Ctrl"), _("Left BTN + Alt"), _("Not Assigned")},
+                        _("Key that makes the left button the middle one"));
+    const int invert = mpCMouse->AddCheck(_("Invert"), &p.mCZoomInvert.mValue, _("Zoom"),
+                                          _("Reverse the direction of zooming"));
+    mpCMouse->AddCheckTo(invert, &p.mCGyrationInvert.mValue, _("Gyration"),
+                         _("Reverse the direction of turning"));
+    mpCMouse->AddChoice(_("Template"), &mTemplate, {_("Defalut"), _("Blender Like")},
+                        _("Set of assignments"));
+    pSizer->Add(mpCMouse, 1, wxEXPAND);
+}
+
+void PreferenceGUI_cls::SetMNumMemParam(wxBoxSizer* pSizer) {
+    mpCPerformance = new MultiInputPanel_cls(mpPage);
+    mpCPerformance->AddCaption(_("Memory Limit(MB)"));
+    NumSpec memory;
+    memory.mMin = 1;
+    memory.mMax = kMaxMemoryMB;
+    memory.mStep = 64;
+    mpCPerformance->AddNumber(_("Critical"), &mpCSeqCtrl->mLimitMB, 1, memory,
+                              _("Snapshots are dropped from memory above this many megabytes"));
+    mpCPerformance->AddStatic(
+        _("NowUsed"), [this] { return wxString::Format("%lld", mpCSeqCtrl->CalcAndGetUsedTotalMemoryMB()); },
+        _("Megabytes that the loaded snapshots take"));
+    mpCPerformance->AddCaption(_("Calculation"));
+    NumSpec threads;
+    threads.mMin = 1;
+    threads.mMax = kMaxThreads;
+    threads.mbInteger = true;
+    mpCPerformance->AddNumber(
+        _("Thread (I/O)"), [] { return static_cast<double>(GThreadNumberReadAscii.load()); },
+        [](double value) { GThreadNumberReadAscii.store(static_cast<int>(value)); }, threads,
+        _("Threads that read text files"));
+    const int sort = mpCPerformance->AddChoice(
+        _("Z-Sort Algorithm"), &mpCPreference->mCSortType.mValue,
+        {_("Precise"), _("Approximate 10"), _("Approximate 100"), _("Approximate 1000")},
+        _("How exactly particles are sorted by depth"));
+    mpCPerformance->SetOnChange([sort](int row, bool) {
+        if (row == sort) PostMenuEvent(ID_REFRESH_GL);
+    });
+    pSizer->Add(mpCPerformance, 1, wxEXPAND);
+}
+
+void PreferenceGUI_cls::UpdateValues() {
+    mpCMouse->UpdateValues();
+    mpCPerformance->UpdateValues();
+}

@@ -1,0 +1,30 @@
+// What the OpenGL of this machine says about itself; read once, with a current context.
+#pragma once
+
+#include <wx/string.h>
+
+class GLInfo_cls {
+public:
+    /// Read all; later calls do nothing.
+    static void Initialize();
+
+    static wxString GetGLVersionStr() { return msStrVersion; }
+    static wxString GetGLVendorStr() { return msStrVendor; }
+    static wxString GetGLRendererStr() { return msStrRenderer; }
+    /// "GLSL ver. 1.30", or "GLSL Not Implemented".
+    static wxString GetGLSLVersionStr() { return msStrGLSL; }
+    static wxString GetGLMaxElementsVertices();
+    static wxString GetGLMaxElementsIndices();
+    /// One fact a line, for a box.
+    static wxString GetText();
+
+private:
+    static bool msbInitialized;
+    static wxString msStrVersion;
+    static wxString msStrVendor;
+    static wxString msStrRenderer;
+    static wxString msStrGLSL;
+    static int msMaxVertices;
+    static int msMaxIndices;
+    static int msMaxTexture;
+};

@@ -1,0 +1,25 @@
+// Small text in a view, in pixels of the window.
+#pragma once
+
+#include <wx/string.h>
+
+class GLStrings2D_cls {
+public:
+    enum class Font { Helvetica10, Helvetica12, Helvetica18, Fixed13, Fixed15, Times10, Times24 };
+
+    /// Once per process, with a display.
+    static void InitializeGLUT();
+
+    /// Pixels of what is drawn into.
+    void SetWindowGeometry(int w, int h);
+    /// Text in the current colour with its left end at x. y counts from the bottom edge to the baseline;
+    /// with `bFromTop` from the top edge, 12 pixels lower than the number says. A line feed goes 24 pixels
+    /// down. Characters that the font lacks show as "?".
+    void Draw(Font font, const wxString& text, int x, int y, bool bFromTop) const;
+    static int GetTextWidth(Font font, const wxString& text);
+
+private:
+    int mW = 1;
+    int mH = 1;
+    static bool msbGLUTInitialized;
+};

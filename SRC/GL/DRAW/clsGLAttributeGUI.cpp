@@ -1,0 +1,157 @@
+#include "GL/DRAW/clsGLAttributeGUI.h"
+
+#include "COMMON/EventIds.h"
+#include "COMMON/Globals.h"
+#include "COMMON/MenuEvent.h"
+#include "GL/DRAW/clsDrawOption.h"
+#include "GL/DRAW/clsGLAttribute.h"
+
+namespace {
+
+enum DrawType { DRAW_POINT = 0, DRAW_BILLBOARD = 1, DRAW_SPHERE = 2, DRAW_BOTH = 3, DRAW_HIDE = 4 };
+
+NumSpec Range(double low, double high, double step, bool bRelative = false) {
+    NumSpec spec;
+    spec.mMin = low;
+    spec.mMax = high;
+    spec.mStep = step;
+    spec.mbRelative = bRelative;
+    return spec;
+}
+
+} // namespace
+
+GLAttributeGUI_cls::GLAttributeGUI_cls(wxWindow* pParent, GLAttribute_cls* pAttribute)
+    : MultiInputPanel_cls(pParent), mpCAttribute(pAttribute) {
+    // Types that nothing draws yet aren't offered; a project that holds one shows and keeps it.
+    mRowDrawType = AddChoice(_("Draw Type"), &mpCAttribute->mDrawType.mValue,
+                             std::vector<ChoiceItem>{{DRAW_POINT, _("Point"), true},
+                                                     {DRAW_BILLBOARD, _("Billboard"), false},
+                                                     {DRAW_SPHERE, _("Sphere"), false},
+                                                     {DRAW_BOTH, _("Both"), false},
+                                                     {DRAW_HIDE, _("Hide"), true}},
+                             _("What stands for a particle"));
+    AddPointRows();
+    AddRadiusRows();
+    AddAlphaRows();
+    AddColorRows();
+    HideAndShow();
+}
+
+void GLAttributeGUI_cls::AddPointRows() {
+    GLAttribute_cls& a = *mpCAttribute;
+    mRowQuality = AddChoice(_("Quality"), &a.mDrawQuality.mValue, {_("Low"), _("Middle"), _("High")},
+                            _("Fineness of spheres and billboards"));
+    mRowBlend = AddChoice(_("Blend Type"), &a.mBlendType.mValue, {_("AlphaBlend"), _("Additive")},
+                          _("How a particle mixes with what is behind it"));
+    mRowPointSize = AddNumber(_("Point Size"), &a.mPointSize.mValue, 1, Range(1, 200, 1),
+                              _("Edge of a point in pixels of the picture"));
+    mRowShader = AddChoice(_("Shader"), &a.mShaderType.mValue,
+                           {_("original"), _("Gouroud"), _("Phong"), _("Toon")}, _("Lighting of spheres"));
+    mRowTexture =
+        AddFile(_("Texture"), &a.mTexFileBillboard.mStrValue, _("Select a texture"),
+                "Image (*.png;*.jpg;*.bmp;*.tif)|*.png;*.jpg;*.bmp;*.tif|All|*", _("Picture on billboards"));
+}
+
+void GLAttributeGUI_cls::AddRadiusRows() {
+    GLAttribute_cls& a = *mpCAttribute;
+    mRowRadiusType = AddChoice(_("Radius"), &a.mRadiusType.mValue, {_("Use Data"), _("Constant (unity)")},
+                               _("Where the radius comes from"));
+    mRowRadiusFactor = AddNumber(_("Radius Factor"), &a.mRadiusFactor.mValue, 1, Range(0, 1e6, 0.1, true),
+                                 _("Multiplies the radius in the data"));
+    mRowRadiusConst =
+        AddNumber(_("Radius Value"), &a.mRadiusFactorForConst.mValue, 1, Range(0, 1e6, 0.001, true),
+                  _("Radius of every particle, in units of the data"));
+}
+
+void GLAttributeGUI_cls::AddAlphaRows() {
+    GLAttribute_cls& a = *mpCAttribute;
+    mRowAlphaType =
+        AddChoice(_("Alpha"), &a.mAlphaType.mValue, {_("Constant (unity)"), _("Depend on R (power -2)")},
+                  _("Whether larger particles are more transparent"));
+    mRowAlphaFactor = AddNumber(_("Alpha Factor"), &a.mAlphaFactor.mValue, 1, Range(0, 100, 0.01, true),
+                                _("Multiplies the colour's alpha"));
+    mRowAlphaBase = AddNumber(_("Base/Max"), &a.mAlphaDependBase.mValue, 1, Range(0, 1e6, 0.1, true),
+                              _("Radius with full alpha, in units of the data"));
+    AddNumberTo(mRowAlphaBase, &a.mAlphaMax.mValue, Range(0, 100, 0.1), _("Limit of alpha times factor"));
+}
+
+void GLAttributeGUI_cls::AddColorRows() {
+    GLAttribute_cls& a = *mpCAttribute;
+    ColorCurve_cls& color = a.mColor;
+    mRowUseCurve = AddCheck(_("Color"), &color.mbUseColorCurve.mValue, _("By a quantity"),
+                            _("Colour each particle by one of its quantities"));
+    mRowColor = AddColor("", color.mConstantColor.mValue, _("Colour of all particles of this attribute"));
+    mRowDepend = AddChoice(_("Depend on"), &color.mDependType.mValue,
+                           {_("Value1"), _("Radius"), _("Distance from origin"), "x", "y", "z", _("Speed"),
+                            "Vx", "Vy", "Vz", _("ID")},
+                           _("The quantity that chooses the colour"));
+    mRowScaling = AddNumber(_("Scaling"), &color.mScalingMin.mValue, 1, Range(-1e30, 1e30, 0.1),
+                            _("Quantity at the start of the curve, in units of the data"));
+    AddNumberTo(mRowScaling, &color.mScalingMax.mValue, Range(-1e30, 1e30, 0.1),
+                _("Quantity at the end of the curve, in units of the data"));
+    mRowAmbient =
+        AddColor(_("Ambient"), a.mAmbient.mConstantColor.mValue, _("Colour of spheres in the shade"));
+    mRowDiffuse =
+        AddColor(_("Diffuse"), a.mDiffuse.mConstantColor.mValue, _("Colour of spheres in the light"));
+    mRowSpecular = AddColor(_("Specular"), a.mSpecular.mConstantColor.mValue, _("Colour of highlights"));
+}
+
+bool GLAttributeGUI_cls::IsDrawType(unsigned type) const { return mpCAttribute->mDrawType.mValue == type; }
+
+void GLAttributeGUI_cls::UpdateValues() {
+    MultiInputPanel_cls::UpdateValues(kAllRows);
+    HideAndShow();
+}
+
+void GLAttributeGUI_cls::HideAndShow() {
+    const GLAttribute_cls& a = *mpCAttribute;
+    const bool bPoint = IsDrawType(DRAW_POINT);
+    const bool bBillboard = IsDrawType(DRAW_BILLBOARD) || IsDrawType(DRAW_BOTH);
+    const bool bSphere = IsDrawType(DRAW_SPHERE) || IsDrawType(DRAW_BOTH);
+    const bool bAny = bPoint || bBillboard || bSphere;
+    Freeze();
+    ShowRow(mRowPointSize, bPoint);
+    ShowRow(mRowQuality, bBillboard || bSphere);
+    ShowRow(mRowBlend, bPoint || bBillboard);
+    ShowRow(mRowShader, bSphere);
+    ShowRow(mRowTexture, bBillboard);
+    ShowRow(mRowRadiusType, bAny);
+    ShowRow(mRowRadiusFactor, bAny && a.mRadiusType.mValue != 1);
+    ShowRow(mRowRadiusConst, bAny && a.mRadiusType.mValue == 1);
+    ShowRow(mRowAlphaType, bAny);
+    ShowRow(mRowAlphaFactor, bAny);
+    ShowRow(mRowAlphaBase, bAny && a.mAlphaType.mValue == 1);
+    const bool bOwnColor = bPoint || bBillboard;
+    const bool bCurve = a.mColor.mbUseColorCurve.mValue;
+    ShowRow(mRowUseCurve, bOwnColor);
+    ShowRow(mRowColor, bOwnColor && !bCurve);
+    ShowRow(mRowDepend, bOwnColor && bCurve);
+    ShowRow(mRowScaling, bOwnColor && bCurve);
+    ShowRow(mRowAmbient, bSphere);
+    ShowRow(mRowDiffuse, bSphere);
+    ShowRow(mRowSpecular, bSphere);
+    Thaw();
+}
+
+void GLAttributeGUI_cls::FuncHookClick(int) {
+    HideAndShow();
+    Redraw();
+}
+
+void GLAttributeGUI_cls::FuncHookCombobox(int) {
+    HideAndShow();
+    Redraw();
+}
+
+void GLAttributeGUI_cls::FuncHookValue(int, bool) { Redraw(); }
+
+void GLAttributeGUI_cls::Redraw() {
+    GbSnapDataRefresh.store(true);
+    PostMenuEvent(ID_REFRESH_GL);
+}
+
+wxWindow* GLAttribute_cls::InstantiateGUI(wxWindow* pParent) {
+    mpCGUI = new GLAttributeGUI_cls(pParent, this);
+    return mpCGUI;
+}

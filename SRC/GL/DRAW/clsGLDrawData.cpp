@@ -1,0 +1,80 @@
+#include "GL/DRAW/clsGLDrawData.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "GL/BASE/clsPositionAndDirection.h"
+#include "GL/DRAW/clsDrawList.h"
+#include "GL/DRAW/clsDrawOption.h"
+#include "GL/DRAW/clsGLAttribute.h"
+#include "PDATA/clsSnapData.h"
+
+ArrayAndIndex_cls* GLDrawData_cls::mspIndexAndZ = nullptr;
+int GLDrawData_cls::msDownsizedAtFBO0 = 0;
+SnapData_cls* GLDrawData_cls::mspCSnapShot = nullptr;
+double GLDrawData_cls::msCurrentDoubleIndex = 0.0;
+bool GLDrawData_cls::msbListIsIdentity = false;
+
+namespace {
+
+// Made anew for each paint; its memory stays, as fresh pages cost more than the list.
+std::vector<ArrayAndIndex_cls> sDrawList;
+
+double AlphaFactor(double share, int step) { return 1.0 + share * (step - 1); }
+double RadiusFactor(double share, int step) { return std::sqrt(1.0 + share * (step - 1)); }
+double AlphaShare(int step) { return 0.8 - 0.6 * step / 100.0; }
+double RadiusShare(int step) { return 0.6 * step / 100.0 + 0.2; }
+
+} // namespace
+
+GLDrawData_cls::GLDrawData_cls() = default;
+GLDrawData_cls::~GLDrawData_cls() = default;
+
+void GLDrawData_cls::SetCameraPos(const PositionAndDirection_cls& camera) {
+    std::copy(camera.mPos, camera.mPos + 3, mCameraPos);
+    std::copy(camera.mFront, camera.mFront + 3, mCameraDir);
+}
+
+void GLDrawData_cls::SetLightSourceInfo(int lightCount, const float* pLightPos, double lengthA, double lengthB) {
+    mLightNumber = lightCount;
+    if (pLightPos) std::copy(pLightPos, pLightPos + 3, mLightPos);
+    mShadowLengthA = lengthA;
+    mShadowLengthB = lengthB;
+}
+
+void GLDrawData_cls::ZSortAtFBO0(int count, int step, const float (*pPos)[3], int sortOrder, int planeDepth) {
+    DrawListOrder order;
+    order.sortOrder = static_cast<unsigned>(sortOrder);
+    order.planeDepth = planeDepth;
+    std::copy(mCameraPos, mCameraPos + 3, order.cameraPos);
+    std::copy(mCameraDir, mCameraDir + 3, order.cameraDir);
+    MakeDrawList(sDrawList, count, step, pPos, order);
+    // A Boolean chain thins the list here: before the sort, and not with sort order 2.
+    mspIndexAndZ = sDrawList.data();
+    msDownsizedAtFBO0 = static_cast<int>(sDrawList.size());
+    msbListIsIdentity = step == 1 && sortOrder != 1 && sortOrder != 2;
+}
+
+int GLDrawData_cls::ZSort(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute) {
+    if (face == 0) {
+        const DrawOption_cls& option = *pAttribute->mpCDrawOption;
+        const bool bFacesEye = pAttribute->mDrawType.mValue == 1 && pAttribute->mDrawQuality.mValue == 1;
+        ZSortAtFBO0(pSnap->mpPos ? pSnap->mNumber : 0, option.GetDownSizing(), pSnap->mpPos,
+                    static_cast<int>(option.mSortOrder.mValue), bFacesEye ? 0 : 1);
+    }
+    return msDownsizedAtFBO0;
+}
+
+double GLDrawData_cls::GetSteppingAlphaFactor(int step) {
+    return AlphaFactor(std::max(AlphaShare(step), 0.2), step);
+}
+
+double GLDrawData_cls::GetSteppingRadiusFactor(int step) {
+    return RadiusFactor(std::min(RadiusShare(step), 0.8), step);
+}
+
+double GLDrawData_cls::GetSteppingAlphaFactorUnlimited(int step) { return AlphaFactor(AlphaShare(step), step); }
+
+double GLDrawData_cls::GetSteppingRadiusFactorUnlimited(int step) {
+    return RadiusFactor(RadiusShare(step), step);
+}

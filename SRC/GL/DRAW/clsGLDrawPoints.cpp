@@ -1,0 +1,136 @@
+// The point loops of GLDrawData_cls.
+#include "GL/DRAW/clsGLDrawData.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <epoxy/gl.h>
+
+#include "COMMON/Globals.h"
+#include "GL/BASE/clsGLState.h"
+#include "GL/DRAW/clsDrawOption.h"
+#include "GL/DRAW/clsDrawProgress.h"
+#include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsGLPointBatch.h"
+#include "PDATA/clsSnapData.h"
+
+namespace {
+
+constexpr int kRun = 1000000; // indices a call: between two calls the user can abort
+
+float GetPointSize(const GLAttribute_cls& attribute) {
+    return static_cast<float>(std::max(attribute.mPointSize.mValue, 1));
+}
+
+void SetPointState(float size) {
+    glDisable(GL_LIGHTING);
+    glDisable(GL_TEXTURE_2D);
+    glEnable(GL_DEPTH_TEST);
+    glDepthMask(GL_TRUE);
+    glPointSize(size);
+}
+
+void SetBlend(bool bAdditive) { glBlendFunc(GL_SRC_ALPHA, bAdditive ? GL_ONE : GL_ONE_MINUS_SRC_ALPHA); }
+
+// What the colour curve of an attribute hangs on, as the snapshot worked it out.
+const float* GetDrivingValues(const SnapData_cls& snap, const GLAttribute_cls& attribute) {
+    if (attribute.mColor.mDependType.mValue == 1) return snap.mpRadius;
+    if (attribute.mColor.mDependType.mValue >= 2 && snap.mpValue1Dash) return snap.mpValue1Dash;
+    return snap.mpValue1;
+}
+
+// Alpha of one point whose colour hangs on a value: the curve's alpha, by the law of "AlphaType=".
+struct PointAlpha {
+    explicit PointAlpha(const GLAttribute_cls& attribute, double steppingFactor)
+        : bDepends(attribute.mAlphaType.mValue == 1),
+          factor(static_cast<float>(steppingFactor * attribute.mAlphaFactor.mValue)),
+          square(attribute.GetRadiusFactor() * attribute.GetRadiusFactor()), limit(attribute.mAlphaMax.mValue) {}
+
+    float operator()(float alpha) const {
+        if (bDepends) alpha = square > 0.0f ? std::min(alpha / square, limit) : limit;
+        return alpha * factor;
+    }
+
+    bool bDepends;
+    float factor;
+    float square;
+    float limit;
+};
+
+} // namespace
+
+void GLDrawData_cls::DrawStraight(const SnapData_cls* pSnap, int number, bool bColors) {
+    const GLClientScope_cls client;
+    glEnableClientState(GL_VERTEX_ARRAY);
+    glVertexPointer(3, GL_FLOAT, 0, pSnap->mpPos);
+    if (bColors) {
+        glEnableClientState(GL_COLOR_ARRAY);
+        glColorPointer(4, GL_FLOAT, 0, pSnap->mpColor);
+    }
+    DrawProgress_cls progress(number);
+    for (int first = 0; first < number; first += kRun) {
+        const int run = std::min(kRun, number - first);
+        if (msbListIsIdentity)
+            glDrawArrays(GL_POINTS, first, run);
+        else
+            glDrawElements(GL_POINTS, run, GL_UNSIGNED_INT, mVIndices.data() + first);
+        if (!progress.Report(first + run)) return;
+    }
+}
+
+void GLDrawData_cls::GLDrawPointArrayElement(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute) {
+    const int number = ZSort(face, pSnap, pAttribute);
+    if (number == 0) return;
+    if (!msbListIsIdentity) {
+        mVIndices.resize(static_cast<size_t>(number));
+        for (size_t i = 0; i < mVIndices.size(); ++i)
+            mVIndices[i] = static_cast<unsigned>(mspIndexAndZ[i].mIndex);
+    }
+    const GLAttribScope_cls attributes;
+    SetPointState(GetPointSize(*pAttribute));
+    float color[4];
+    pAttribute->mColor.PreCalcScaleFactor();
+    pAttribute->mColor.GetColor4fScaled(color, 0.0f);
+    const double stepping = GetSteppingAlphaFactorUnlimited(pAttribute->mpCDrawOption->GetDownSizing());
+    color[3] = static_cast<float>(color[3] * pAttribute->mAlphaFactor.mValue * stepping);
+    const bool bAdditive = pAttribute->mBlendType.mValue == 1;
+    if (color[3] < 1.0f || bAdditive) {
+        glEnable(GL_BLEND);
+        SetBlend(bAdditive);
+        if (bAdditive) glDisable(GL_DEPTH_TEST);
+    } else {
+        glDisable(GL_BLEND);
+    }
+    glColor4fv(color);
+    DrawStraight(pSnap, number, false);
+    CheckGLErrors("points of one colour");
+}
+
+void GLDrawData_cls::GLDrawPointAll(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute) {
+    const int number = ZSort(face, pSnap, pAttribute);
+    const float* pValues = GetDrivingValues(*pSnap, *pAttribute);
+    if (number == 0 || !pValues) return;
+    const GLAttribScope_cls attributes;
+    const bool bAdditive = pAttribute->mBlendType.mValue == 1;
+    SetPointState(GetPointSize(*pAttribute));
+    SetBlend(bAdditive);
+    if (bAdditive) glDisable(GL_DEPTH_TEST);
+
+    ColorCurve_cls& curve = pAttribute->mColor;
+    curve.PreCalcScaleFactor();
+    const PointAlpha alpha(*pAttribute, GetSteppingAlphaFactorUnlimited(pAttribute->mpCDrawOption->GetDownSizing()));
+    DrawProgress_cls progress(number);
+    GLPointBatch_cls batch(mVBatch, false, !bAdditive);
+    float color[4];
+    for (int i = 0; i < number;) {
+        for (const int end = std::min(number, i + progress.GetInterval()); i < end; ++i) {
+            const int index = mspIndexAndZ[i].mIndex;
+            curve.GetColor4fScaled(color, pValues[index]);
+            color[3] = alpha(color[3]);
+            batch.Add(pSnap->mpPos[index], color, 1.0f);
+        }
+        if (!progress.Report(i)) break;
+    }
+    batch.Flush();
+    CheckGLErrors("points coloured by a value");
+}

@@ -1,0 +1,52 @@
+#include "GL/VIEW/clsGLExtraFrame.h"
+
+#include <wx/sizer.h>
+
+#include "APP/clsFrameMain.h"
+#include "COMMON/EventIds.h"
+#include "COMMON/clsUpdateStatusBar.h"
+#include "GL/VIEW/clsGLCanvasCtrl.h"
+#include "GL/VIEW/clsMainGLCanvas.h"
+
+GLExtraFrame_cls::GLExtraFrame_cls(FrameMain_cls* pFrame, wxWindow* pParent, DrawOption_cls* pDrawOption,
+                                   Preference_cls* pPreference, wxGLContext* pShare)
+    : wxFrame(pParent, wxID_ANY, "Extra", wxDefaultPosition, wxSize(640, 520),
+              wxDEFAULT_FRAME_STYLE | wxFRAME_NO_TASKBAR) {
+    mpCCtrl = new GLCanvasCtrl_cls(this, pFrame, pDrawOption, pPreference, "Extra",
+                                   MainGLCanvas_cls::kExtraPanel, 0, pShare);
+    auto* sizer = new wxBoxSizer(wxVERTICAL);
+    sizer->Add(mpCCtrl, 1, wxEXPAND);
+    SetSizer(sizer);
+    Bind(wxEVT_CHAR_HOOK, &GLExtraFrame_cls::OnCharHook, this);
+    Bind(wxEVT_CLOSE_WINDOW, &GLExtraFrame_cls::OnClose, this);
+    Bind(wxEVT_SHOW, &GLExtraFrame_cls::OnShow, this);
+}
+
+// Alt and Return fills the screen with the picture alone, Escape brings the frame back.
+void GLExtraFrame_cls::OnCharHook(wxKeyEvent& event) {
+    const int key = event.GetKeyCode();
+    if (event.GetModifiers() == wxMOD_ALT && (key == WXK_RETURN || key == WXK_NUMPAD_ENTER)) {
+        mpCCtrl->OnMenuHide();
+        ShowFullScreen(true, wxFULLSCREEN_ALL);
+    } else if (key == WXK_ESCAPE && (IsFullScreen() || !mpCCtrl->IsPanelShown())) {
+        ShowFullScreen(false);
+        mpCCtrl->ShowPanel();
+    } else {
+        event.Skip(); // and on to the main frame
+    }
+}
+
+void GLExtraFrame_cls::OnClose(wxCloseEvent& event) {
+    if (!event.CanVeto()) {
+        event.Skip();
+        return;
+    }
+    event.Veto(); // the frame lives as long as the program
+    Hide();
+    if (wxMenuBar* pBar = static_cast<wxFrame*>(GetParent())->GetMenuBar()) pBar->Check(ID_VIEW_EXTRA, false);
+}
+
+void GLExtraFrame_cls::OnShow(wxShowEvent& event) {
+    UpdateStatusBar_cls::sbAllowDispach = !event.IsShown();
+    event.Skip();
+}

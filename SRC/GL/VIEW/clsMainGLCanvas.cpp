@@ -1,0 +1,199 @@
+#include "GL/VIEW/clsMainGLCanvas.h"
+
+#include <algorithm>
+
+#include "APP/clsFrameMain.h"
+#include "COLORCURVE/clsColorCurve.h"
+#include "COMMON/Globals.h"
+#include "COMMON/MsgBox.h"
+#include "GL/BASE/clsFBO.h"
+#include "GL/BASE/clsGLState.h"
+#include "GL/VIEW/clsGLCanvasCtrl.h"
+
+bool MainGLCanvas_cls::msbKeepPicture = false;
+const int MainGLCanvas_cls::msAFBOSize[5] = {256, 512, 1024, 2048, 4096};
+ConfItemUINT_cls MainGLCanvas_cls::msCFBOSizeIndex;
+ConfItemFLOAT_cls MainGLCanvas_cls::msCLineWidth;
+ConfItemUINT_cls MainGLCanvas_cls::msCTagFontIndex;
+ConfItemList_cls MainGLCanvas_cls::msCConfListStatic;
+ColorCurve_cls* MainGLCanvas_cls::mspCClrCurveBG = nullptr;
+ColorCurve_cls* MainGLCanvas_cls::mspCClrCurveOut = nullptr;
+ColorCurve_cls* MainGLCanvas_cls::mspCClrCurveTag = nullptr;
+double MainGLCanvas_cls::msCAnchorPos[3] = {0, 0, 0};
+double MainGLCanvas_cls::msCAnchorPosOrtho[3] = {0, 0, 0};
+std::unique_ptr<FBO_cls> MainGLCanvas_cls::mspCFace;
+
+namespace {
+
+wxGLAttributes MakeWindowAttributes() {
+    wxGLAttributes attributes;
+    attributes.PlatformDefaults().RGBA().DoubleBuffer().Depth(24).Stencil(8).EndList();
+    return attributes;
+}
+
+wxGLContextAttrs MakeContextAttributes() {
+    wxGLContextAttrs attributes;
+    attributes.PlatformDefaults().CompatibilityProfile().EndList();
+    return attributes;
+}
+
+} // namespace
+
+MainGLCanvas_cls::MainGLCanvas_cls(wxWindow* pParent, GLCanvasCtrl_cls* pCtrl, FrameMain_cls* pFrame,
+                                   DrawOption_cls* pDrawOption, Preference_cls* pPreference, int panelIndex,
+                                   int displayMode, wxGLContext* pShare)
+    : wxGLCanvas(pParent, MakeWindowAttributes(), wxID_ANY, wxDefaultPosition, wxDefaultSize,
+                 wxWANTS_CHARS | wxFULL_REPAINT_ON_RESIZE, wxString::Format("View %d", panelIndex)),
+      mPanelIndex(panelIndex), mpCCtrl(pCtrl), mpCFrame(pFrame), mpCDrawOption(pDrawOption),
+      mCDolly(pPreference), mCMouse(pPreference) {
+    // A window that GL can't draw into still stands in its place and says why it is empty.
+    const bool bGL = GetHandle() != nullptr;
+    if (!bGL) wxWindow::Create(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxWANTS_CHARS);
+    SetBackgroundStyle(wxBG_STYLE_PAINT);
+    if (bGL) MakeContext(pShare);
+    if (!mpCGLContext) TellNoGL();
+    AddItems();
+    SetDisplayMode(displayMode);
+    SetCameraToDefaultPos();
+    Bind(wxEVT_PAINT, &MainGLCanvas_cls::OnPaint, this);
+    BindMouse();
+}
+
+MainGLCanvas_cls::~MainGLCanvas_cls() {
+    if (HasCapture()) ReleaseMouse();
+    if (GpCurrentGLPanel == this) GpCurrentGLPanel = nullptr;
+}
+
+void MainGLCanvas_cls::MakeContext(wxGLContext* pShare) {
+    const wxGLContextAttrs attributes = MakeContextAttributes();
+    mpCGLContext = std::make_unique<wxGLContext>(this, pShare, &attributes);
+    if (!mpCGLContext->IsOK()) mpCGLContext = std::make_unique<wxGLContext>(this, pShare);
+    if (!mpCGLContext->IsOK()) mpCGLContext.reset();
+}
+
+void MainGLCanvas_cls::TellNoGL() {
+    static bool sbTold = false;
+    if (sbTold) return;
+    sbTold = true;
+    const wxString text =
+        _("The views stay empty: this display offers no OpenGL of version 2.0 or higher with a "
+          "compatibility profile.\nInstall the OpenGL driver of your graphics card, or the "
+          "packages libgl1 and libgl1-mesa-dri, and start again.");
+    CallAfter([text] { MsgBox(text, _("No OpenGL")); });
+}
+
+void MainGLCanvas_cls::AddItems() {
+    const wxString prefix = wxString::Format("Panel%d", mPanelIndex);
+    mConfList.Add(&mShowMessage, prefix + "ShowMessage=", mPanelIndex == kExtraPanel ? "0" : "1");
+    mConfList.Add(&mShowItems, prefix + "ShowItems=", "1");
+    mConfList.Add(&mShowGrid, prefix + "ShowGrid=", "1");
+    mConfList.Add(&mShowData, prefix + "ShowData=", "1");
+    mConfList.Add(&mPivotMode, prefix + "PivotMode=", "0");
+    mConfList.Add(&mGLDepthMin, prefix + "GLDepthMin=", "0.03");
+    mConfList.Add(&mGLDepthMax, prefix + "GLDepthMax=", "5000");
+    mConfList.Add(&mGLPersAngle, prefix + "GLPersAngle=", "35");
+    mConfList.Add(&mGLOrthoScale, prefix + "GLOrthoScale=", "1");
+    mConfList.Add(&mDisplayMode, prefix + "DisplayMode=", "0");
+    mConfList.Add(&mGLGeometry, prefix + "GLGeometry=", "0");
+    mConfList.Add(&mGLPathIndex, prefix + "GLPathIndex=", "0");
+    mConfList.Add(&mGridType, prefix + "GridType=", "0");
+    mConfList.Add(&mShowOtherCam, prefix + "ShowOtherCam=", "0");
+    mConfList.Add(&mDrawItemByXOR, prefix + "DrawItemByXOR=", "0");
+    mConfList.Add(&mGridAntialias, prefix + "GridAntialias=", "0");
+    mConfList.Add(&mGridShowTag, prefix + "GridShowTag=", "0");
+    mConfList.Add(&mDistortion, prefix + "Distortion", "0"); // files know these two without "="
+    mConfList.Add(&mFisheyeGrid, prefix + "FisheyeGrid", "0");
+}
+
+void MainGLCanvas_cls::InitializeStaticMembers() {
+    mspCClrCurveBG = new ColorCurve_cls("BGColor", _("Background"), "0 0 0 0");
+    mspCClrCurveOut = new ColorCurve_cls("OutColor", _("Around the picture"), "0 0 0 0");
+    mspCClrCurveTag = new ColorCurve_cls("TagColor", _("Tags"), "1 1 1 1");
+    msCConfListStatic.Clear();
+    msCConfListStatic.Add(&msCFBOSizeIndex, "FBOBufferSize=", "3");
+    msCConfListStatic.Add(&msCTagFontIndex, "TagFontIndex=", "4");
+    msCConfListStatic.Add(&msCLineWidth, "LineWidth=", "5");
+}
+
+void MainGLCanvas_cls::DestructStaticMembers() {
+    mspCFace.reset();
+    delete mspCClrCurveBG;
+    delete mspCClrCurveOut;
+    delete mspCClrCurveTag;
+    mspCClrCurveBG = mspCClrCurveOut = mspCClrCurveTag = nullptr;
+    msCConfListStatic.Clear();
+}
+
+wxString MainGLCanvas_cls::SerializeStaticMember() {
+    return msCConfListStatic.SerializeAll() + mspCClrCurveBG->Serialize() + mspCClrCurveOut->Serialize() +
+           mspCClrCurveTag->Serialize();
+}
+
+void MainGLCanvas_cls::ReadStrLineStaticMember(std::wistream& stream, const wxString& line) {
+    msCConfListStatic.ReadStrLineAll(line);
+    for (ColorCurve_cls* pCurve : {mspCClrCurveBG, mspCClrCurveOut, mspCClrCurveTag})
+        pCurve->ReadStrLine(stream, line);
+}
+
+wxString MainGLCanvas_cls::Serialize() { return mConfList.SerializeAll(); }
+
+void MainGLCanvas_cls::ReadStrLine(const wxString& line) {
+    if (!mConfList.ReadStrLineAll(line)) return;
+    mDisplayMode.mValue = std::clamp(mDisplayMode.mValue, 0, mPanelIndex == kExtraPanel ? 8 : 7);
+    mGLGeometry.mValue = std::clamp(mGLGeometry.mValue, 0, 3);
+    MarkStale();
+}
+
+int MainGLCanvas_cls::GetFBOSize() { return msAFBOSize[std::min(msCFBOSizeIndex.mValue, 4u)]; }
+
+MainGLCanvas_cls* MainGLCanvas_cls::GetOther(int view) const { return mpCFrame->GetPCGLCanvas(view); }
+
+wxSize MainGLCanvas_cls::GetPixelSize() const {
+    const wxSize size = GetClientSize() * GetContentScaleFactor();
+    return wxSize(std::max(size.x, 1), std::max(size.y, 1));
+}
+
+void MainGLCanvas_cls::RefreshEX() {
+    Refresh(false); // drawing happens in paint events only
+    if (mPanelIndex != 0) return;
+    MainGLCanvas_cls* pExtra = GetOther(kExtraPanel);
+    if (pExtra && pExtra->IsShownOnScreen() && pExtra->GetDisplayMode() == 8) pExtra->Refresh(false);
+}
+
+bool MainGLCanvas_cls::CheckGLRefresh(int frame, int step) {
+    if (!IsShownOnScreen()) return true;
+    if (frame == mPaintedFrame && step == mPaintedStep) return true;
+    const bool bReading = GpCThreadReader.load() && !GbThreadReaderFinished.load(std::memory_order_acquire);
+    if (mbLoading && bReading && frame == mWaitFrame && step == mWaitStep)
+        return false; // its end will wake us
+    Refresh(false);
+    return false;
+}
+
+void MainGLCanvas_cls::MarkStale() { mPaintedFrame = mPaintedStep = -1; }
+
+void MainGLCanvas_cls::SetGLBGColor(int which) {
+    float color[4];
+    (which == 0 ? mspCClrCurveBG : mspCClrCurveOut)->GetColor4fScaled(color, 0.0f);
+    glClearColor(color[0], color[1], color[2], color[3]);
+}
+
+void MainGLCanvas_cls::KeepPicture() {
+    const wxSize size = GetPixelSize();
+    const size_t row = static_cast<size_t>(size.x) * 3;
+    std::vector<unsigned char> upward(row * static_cast<size_t>(size.y));
+    const GLClientScope_cls client;
+    glReadBuffer(GL_BACK); // the front buffer of a window can't be read everywhere
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    glReadPixels(0, 0, size.x, size.y, GL_RGB, GL_UNSIGNED_BYTE, upward.data());
+    mVPicture.resize(upward.size());
+    for (size_t y = 0, last = static_cast<size_t>(size.y) - 1; y <= last; ++y)
+        std::copy_n(upward.data() + (last - y) * row, row, mVPicture.data() + y * row);
+    mPictureSize = size;
+}
+
+const std::vector<unsigned char>& MainGLCanvas_cls::GetShownPicture(int* pW, int* pH) const {
+    *pW = mPictureSize.x;
+    *pH = mPictureSize.y;
+    return mVPicture;
+}

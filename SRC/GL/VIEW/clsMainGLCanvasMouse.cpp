@@ -1,0 +1,179 @@
+// The mouse over a view, and its popup menu.
+#include "GL/VIEW/clsMainGLCanvas.h"
+
+#include <wx/intl.h>
+#include <wx/menu.h>
+
+#include "APP/clsFrameMain.h"
+#include "COMMON/EventIds.h"
+#include "COMMON/Globals.h"
+#include "GL/BASE/clsMouseNormalized.h"
+#include "GL/VIEW/clsGLCanvasCtrl.h"
+
+void MainGLCanvas_cls::BindMouse() {
+    for (const auto& type : {wxEVT_LEFT_DOWN, wxEVT_LEFT_UP, wxEVT_LEFT_DCLICK, wxEVT_MIDDLE_DOWN,
+                             wxEVT_MIDDLE_UP, wxEVT_MIDDLE_DCLICK, wxEVT_RIGHT_DOWN, wxEVT_RIGHT_UP,
+                             wxEVT_RIGHT_DCLICK, wxEVT_MOTION, wxEVT_MOUSEWHEEL})
+        Bind(type, &MainGLCanvas_cls::OnMouse, this);
+    Bind(wxEVT_MOUSE_CAPTURE_LOST, &MainGLCanvas_cls::OnCaptureLost, this);
+    Bind(wxEVT_MENU, &MainGLCanvas_cls::OnMenu, this, ID_CANVAS_MOVE_TO_CAM, ID_CANVAS_TOGGLE_PERSPECTIVE);
+}
+
+void MainGLCanvas_cls::OnMouse(wxMouseEvent& event) {
+    mCMouse.SetMouseInformation(event, GetContentScaleFactor(), GetPixelSize());
+    if (mCMouse.IsShowMenu()) {
+        ShowMenu();
+        return;
+    }
+    // A press on a button of the orientation gizmo locks dragging here.
+    bool bChanged = false;
+    if (mCMouse.IsButtonUp()) {
+        if (HasCapture()) ReleaseMouse();
+        mbLockDragging = false;
+    }
+    if (mCMouse.IsMouseDragging() && !mbLockDragging) bChanged = ProcViewOrItemDragging();
+    if (mCMouse.IsButtonDown()) OnButtonDown();
+    // The end of an item's drag sets its keys here.
+    if (mCMouse.IsWheel()) bChanged = OnWheel();
+    if (bChanged) OnChangedByMouse();
+}
+
+void MainGLCanvas_cls::OnCaptureLost(wxMouseCaptureLostEvent&) {
+    mbLockDragging = true; // until the next press
+}
+
+void MainGLCanvas_cls::OnButtonDown() {
+    SetFocus();
+    mbLockDragging = false;
+    if (!HasCapture()) {
+        if (wxWindow* pOther = wxWindow::GetCapture()) pOther->ReleaseMouse();
+        CaptureMouse();
+        SetThisToBeActiveGL();
+    }
+    mCMouse.SetPreviousPosition();
+    mCMouse.SetGyrationMode(GetPixelSize());
+}
+
+bool MainGLCanvas_cls::OnWheel() {
+    if (!GetScreenRect().Contains(wxGetMousePosition())) {
+        SetOtherCanvasToBeActiveGL();
+        return false;
+    }
+    UpdateAnc();
+    mCDolly.SetParameter(1.0, nullptr, GetPixelSize(), mDisplayMode.mValue);
+    const bool bChanged =
+        mCDolly.ZoomWheel(GetPCCameraPosition(), mCMouse.mWheelSteps, &mGLOrthoScale.mValue);
+    mCMouse.SetPreviousPosition();
+    SetThisToBeActiveGL();
+    return bChanged;
+}
+
+bool MainGLCanvas_cls::ProcViewOrItemDragging() {
+    const wxSize size = GetPixelSize();
+    MouseNormalized_cls mouse(mCMouse, size);
+    mouse.LimitMove();
+    UpdateAnc();
+    mCDolly.SetParameter(1.0, &mouse, size, mDisplayMode.mValue);
+    PositionAndDirection_cls* pCamera = GetPCCameraPosition();
+    bool bChanged = false;
+    if (mCMouse.IsMoveCenter() || (mCMouse.IsGyration() && IsAlongAxis())) {
+        double* pAnchor = GetPCAnchorPosition();
+        Position_cls anchor(pAnchor[0], pAnchor[1], pAnchor[2]);
+        bChanged = mCDolly.MoveCenter(pCamera, &anchor);
+        for (int i = 0; i < 3; ++i)
+            pAnchor[i] = anchor.mPos[i];
+    } else if (mCMouse.IsGyration()) {
+        bChanged = mCDolly.Gyration(pCamera);
+    } else if (mCMouse.IsZoom()) {
+        bChanged = mCDolly.Zoom(pCamera, &mGLOrthoScale.mValue);
+    }
+    // The selected item is moved here.
+    mCMouse.SetPreviousPosition();
+    return bChanged;
+}
+
+void MainGLCanvas_cls::OnChangedByMouse() {
+    if (GpCurrentGLPanel != this) {
+        SetThisToBeActiveGL();
+        SetFocus();
+    }
+    RefreshEX();
+    if (IsAlongAxis()) RefreshOtherOrthoCanvas();
+}
+
+void MainGLCanvas_cls::SetThisToBeActiveGL() {
+    if (GpCurrentGLPanel == this) return;
+    GpCurrentGLPanel = this;
+    mpCFrame->ReconnectCameraPathGUI();
+}
+
+void MainGLCanvas_cls::SetOtherCanvasToBeActiveGL() {
+    const wxPoint pointer = wxGetMousePosition();
+    for (int view = 0; view < kViewNumber; ++view) {
+        MainGLCanvas_cls* pOther = GetOther(view);
+        if (!pOther || pOther == this || !pOther->IsShownOnScreen()) continue;
+        if (!pOther->GetScreenRect().Contains(pointer)) continue;
+        pOther->SetThisToBeActiveGL();
+        pOther->SetFocus();
+        return;
+    }
+}
+
+void MainGLCanvas_cls::RefreshOtherOrthoCanvas() {
+    for (int view = 0; view < kViewNumber; ++view) {
+        MainGLCanvas_cls* pOther = GetOther(view);
+        if (pOther && pOther != this && pOther->IsAlongAxis() && pOther->IsShownOnScreen())
+            pOther->RefreshEX();
+    }
+}
+
+void MainGLCanvas_cls::ShowMenu() {
+    wxMenu menu;
+    menu.Append(ID_CANVAS_MOVE_TO_CAM, _("Move to Cam Pos"));
+    menu.Append(ID_CANVAS_SET_KEY_POS, wxString::Format("%s %s", _("Sey Key Cam Pos"), _("(Pos)")));
+    menu.Append(ID_CANVAS_SET_KEY_POS_ROT, wxString::Format("%s %s", _("Sey Key Cam Pos"), _("(Pos+Rot)")));
+    menu.Append(ID_CANVAS_SET_KEY_ANC, _("Sey Key Anc Pos"));
+    menu.Append(ID_CANVAS_TOGGLE_LINK, _("Link/Unlink to Cam"));
+    menu.AppendSeparator();
+    menu.Append(ID_CANVAS_TOGGLE_PERSPECTIVE, _("Toggle Perspective"));
+    // Keys need a camera path to stand on.
+    for (const int id : {ID_CANVAS_SET_KEY_POS, ID_CANVAS_SET_KEY_POS_ROT, ID_CANVAS_SET_KEY_ANC})
+        menu.Enable(id, false);
+    SetFocus();
+    SetThisToBeActiveGL();
+    PopupMenu(&menu);
+}
+
+void MainGLCanvas_cls::OnMenu(wxCommandEvent& event) {
+    switch (event.GetId()) {
+    case ID_CANVAS_MOVE_TO_CAM:
+        OnMenuMoveToCamPos();
+        break;
+    case ID_CANVAS_TOGGLE_LINK:
+        OnMenuToggleLink();
+        break;
+    case ID_CANVAS_TOGGLE_PERSPECTIVE:
+        TogglePerspective();
+        break;
+    default:
+        event.Skip();
+        break;
+    }
+}
+
+void MainGLCanvas_cls::OnMenuMoveToCamPos() {
+    LinkageConnect();
+    mpCCtrl->UpdateWindow();
+    ForceUpdateCameraPos();
+    RefreshEX();
+}
+
+void MainGLCanvas_cls::OnMenuToggleLink() {
+    if (mDisplayMode.mValue >= 7) {
+        SetDisplayMode(0);
+        mpCCtrl->UpdateWindow();
+        RefreshEX();
+    } else {
+        OnMenuMoveToCamPos();
+    }
+}

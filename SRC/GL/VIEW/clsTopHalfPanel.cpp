@@ -1,0 +1,164 @@
+#include "GL/VIEW/clsTopHalfPanel.h"
+
+#include <algorithm>
+
+#include <wx/intl.h>
+#include <wx/notebook.h>
+#include <wx/sizer.h>
+#include <wx/splitter.h>
+
+#include "COMMON/EventIds.h"
+#include "GL/DRAW/clsDrawOption.h"
+#include "GL/DRAW/clsDrawOptionGUI.h"
+#include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsGLAttributeGUI.h"
+#include "GL/VIEW/clsGLCanvasCtrl.h"
+#include "GL/VIEW/clsMainGLCanvas.h"
+#include "PDATA/clsPDataSequence.h"
+
+namespace {
+
+constexpr int kBookWidth = 300;
+constexpr int kMinPane = 40;
+constexpr int kViews = 4;
+
+wxSplitterWindow* MakeSplitter(wxWindow* pParent, double gravity) {
+    auto* splitter = new wxSplitterWindow(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+                                          wxSP_LIVE_UPDATE | wxSP_3DSASH);
+    splitter->SetSashGravity(gravity);
+    splitter->SetMinimumPaneSize(kMinPane);
+    return splitter;
+}
+
+void Split(wxSplitterWindow* pSplitter, bool bAbove, wxWindow* pFirst, wxWindow* pSecond) {
+    pFirst->Show();
+    pSecond->Show();
+    const wxSize size = pSplitter->GetClientSize();
+    if (bAbove)
+        pSplitter->SplitHorizontally(pFirst, pSecond, size.y / 2);
+    else
+        pSplitter->SplitVertically(pFirst, pSecond, size.x / 2);
+}
+
+} // namespace
+
+TopHalfPanel_cls::TopHalfPanel_cls(wxWindow* pParent, FrameMain_cls* pFrame, PDataSequence_cls* pSequence,
+                                   DrawOption_cls* pDrawOption, Preference_cls* pPreference)
+    : wxPanel(pParent), mpCSequence(pSequence), mpCDrawOption(pDrawOption) {
+    mConfList.Add(&mPreviewPanelType, "PreviewPanelType=", "0");
+    mpCSides = MakeSplitter(this, 1.0); // the books keep their width
+    CreateViews(mpCSides, pFrame, pPreference);
+    CreateBooks(mpCSides);
+    auto* sizer = new wxBoxSizer(wxVERTICAL);
+    sizer->Add(mpCSides, 1, wxEXPAND);
+    SetSizer(sizer);
+}
+
+void TopHalfPanel_cls::CreateViews(wxWindow* pParent, FrameMain_cls* pFrame, Preference_cls* pPreference) {
+    static const int kModes[kViews] = {0, 6, 1, 3};
+    mpCOuter = MakeSplitter(pParent, 0.5);
+    for (wxSplitterWindow*& pInner : mpCInner)
+        pInner = MakeSplitter(mpCOuter, 0.5);
+    wxGLContext* pShare = nullptr;
+    for (int view = 0; view < kViews; ++view) {
+        mpCCtrl[view] =
+            new GLCanvasCtrl_cls(mpCInner[view / 2], pFrame, mpCDrawOption, pPreference,
+                                 wxString::Format("MainGLCanvas %d", view), view, kModes[view], pShare);
+        if (view == 0) pShare = mpCCtrl[0]->GetPCCanvas()->GetContext();
+        if (view > 0) mpCCtrl[view]->Hide();
+    }
+    mpCInner[1]->Hide();
+    mpCInner[0]->Initialize(mpCCtrl[0]);
+    mpCOuter->Initialize(mpCInner[0]);
+}
+
+void TopHalfPanel_cls::CreateBooks(wxWindow* pParent) {
+    auto* side = new wxPanel(pParent);
+    mpCAttribBook = new wxNotebook(side, ID_NOTEBOOK_ATTRIB);
+    for (int i = 0; i < PDataSequence_cls::kAttributeNumber; ++i)
+        mpCAttribBook->AddPage(mpCSequence->mpCGLAttribute[i]->InstantiateGUI(mpCAttribBook),
+                               wxString::Format("%s %d", _("Attrib"), i));
+    mpCOptionBook = new wxNotebook(side, ID_NOTEBOOK_OPTION);
+    mpCOptionBook->AddPage(mpCDrawOption->InstantiateGUI(mpCOptionBook), _("Option"));
+    auto* sizer = new wxBoxSizer(wxVERTICAL);
+    sizer->Add(mpCAttribBook, 3, wxEXPAND | wxBOTTOM, 4);
+    sizer->Add(mpCOptionBook, 1, wxEXPAND);
+    side->SetSizer(sizer);
+    mpCSides->SplitVertically(mpCOuter, side, -kBookWidth);
+}
+
+void TopHalfPanel_cls::SplitPanel(int type) {
+    type = std::clamp(type, 0, 4);
+    mPreviewPanelType.mValue = static_cast<unsigned>(type);
+    const bool bTwo = type >= 1;
+    const bool bFour = type >= 3;
+    const bool bInnerAbove = type == 1 || type == 4;
+    if (!bFour && mpCOuter->IsSplit()) mpCOuter->Unsplit(mpCInner[1]);
+    for (int pair = 0; pair < 2; ++pair) {
+        wxSplitterWindow* pInner = mpCInner[pair];
+        if (pInner->IsSplit()) pInner->Unsplit(mpCCtrl[2 * pair + 1]);
+    }
+    if (bFour) {
+        mpCCtrl[2]->Show();
+        if (mpCOuter->IsSplit()) mpCOuter->Unsplit(mpCInner[1]);
+        Split(mpCOuter, type == 3, mpCInner[0], mpCInner[1]);
+        mpCOuter->UpdateSize();
+        Split(mpCInner[1], bInnerAbove, mpCCtrl[2], mpCCtrl[3]);
+    }
+    if (bTwo) Split(mpCInner[0], bInnerAbove, mpCCtrl[0], mpCCtrl[1]);
+    RefreshGLPanels();
+}
+
+bool TopHalfPanel_cls::CheckGLRefresh(int frame, int step) {
+    bool bDone = true;
+    for (GLCanvasCtrl_cls* pCtrl : mpCCtrl)
+        bDone = pCtrl->GetPCCanvas()->CheckGLRefresh(frame, step) && bDone;
+    return bDone;
+}
+
+void TopHalfPanel_cls::RefreshGLPanels() {
+    for (GLCanvasCtrl_cls* pCtrl : mpCCtrl) {
+        pCtrl->UpdateToggleButtonsAndParams();
+        pCtrl->GetPCCanvas()->MarkStale();
+        if (pCtrl->IsShownOnScreen()) pCtrl->GetPCCanvas()->Refresh(false);
+    }
+}
+
+void TopHalfPanel_cls::ClearStatusGLPanels() {
+    for (GLCanvasCtrl_cls* pCtrl : mpCCtrl)
+        pCtrl->GetPCCanvas()->MarkStale();
+}
+
+void TopHalfPanel_cls::RefreshAttrib() {
+    for (GLAttribute_cls* pAttribute : mpCSequence->mpCGLAttribute) {
+        if (!pAttribute->mpCGUI) continue;
+        pAttribute->mpCGUI->UpdateValues();
+        pAttribute->mpCGUI->HideAndShow();
+    }
+    RefreshDrawOptions();
+}
+
+void TopHalfPanel_cls::RefreshDrawOptions() {
+    if (!mpCDrawOption->mpCGUI) return;
+    mpCDrawOption->mpCGUI->UpdateValues();
+    mpCDrawOption->mpCGUI->HideAndShow();
+}
+
+void TopHalfPanel_cls::RecalcSize() {
+    Layout();
+    for (wxNotebook* pBook : {mpCAttribBook, mpCOptionBook})
+        if (wxWindow* pPage = pBook->GetCurrentPage()) pPage->Layout();
+}
+
+wxString TopHalfPanel_cls::Serialize() {
+    wxString text = mConfList.SerializeAll();
+    for (GLCanvasCtrl_cls* pCtrl : mpCCtrl)
+        text += pCtrl->Serialize();
+    return text;
+}
+
+void TopHalfPanel_cls::ReadStrLine(const wxString& line) {
+    mConfList.ReadStrLineAll(line);
+    for (GLCanvasCtrl_cls* pCtrl : mpCCtrl)
+        pCtrl->ReadStrLine(line);
+}

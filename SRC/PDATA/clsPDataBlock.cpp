@@ -1,0 +1,138 @@
+#include "PDATA/clsPDataBlock.h"
+
+#include <wx/intl.h>
+
+#include "COMMON/Globals.h"
+#include "COMMON/MsgBox.h"
+#include "PDATA/SnapshotHeader.h"
+#include "PDATA/clsArrayPool.h"
+#include "PDATA/clsDataLoader.h"
+#include "PDATA/clsPDataSeqCtrl.h"
+#include "PDATA/clsPDataSnap.h"
+#include "PDATA/clsThreadFileReader.h"
+#include "PDATA/clsThreadInterpolator.h"
+
+DataLoader_cls* PDataBlock_cls::mspCDataLoaderLink = nullptr;
+PDataBlock_cls* PDataBlock_cls::mspInterpolated = nullptr;
+PDataBlock_cls* PDataBlock_cls::mspInterpolatedNext = nullptr;
+
+PDataBlock_cls::PDataBlock_cls(PDataSnap_cls* pSnap) : mpCSnap(pSnap) {}
+
+PDataBlock_cls::~PDataBlock_cls() { ReleaseData(); }
+
+bool PDataBlock_cls::Allocate(int number) {
+    ReleaseData();
+    mParticleNumber = number;
+    if (number <= 0) return true;
+    ParticleArrays_st arrays;
+    if (!ArrayPool_cls::Shared().AllocateParticles(static_cast<size_t>(number), mbHasID, &arrays))
+        return false;
+    mpPos = arrays.mpPos;
+    mpVel = arrays.mpVel;
+    mpRadius = arrays.mpRadius;
+    mpDRadius = arrays.mpDRadius;
+    mpValue1 = arrays.mpValue1;
+    mpDValue1 = arrays.mpDValue1;
+    mpType = arrays.mpType;
+    mpID = arrays.mpID;
+    mZeroBits = arrays.mZeroBits;
+    mbAllocated = true;
+    return true;
+}
+
+ParticleArrays_st PDataBlock_cls::GetArrays() const {
+    return {mpPos, mpVel, mpRadius, mpValue1, mpType, mpID, mpDRadius, mpDValue1, mZeroBits};
+}
+
+void PDataBlock_cls::ReleaseData() {
+    mParticleNumber = -1;
+    if (!mbAllocated) return;
+    ParticleArrays_st arrays = GetArrays();
+    ArrayPool_cls::Shared().FreeParticles(&arrays);
+    mpPos = mpVel = nullptr;
+    mpRadius = mpDRadius = mpValue1 = mpDValue1 = nullptr;
+    mpType = nullptr;
+    mpID = nullptr;
+    mbAllocated = false;
+}
+
+long long PDataBlock_cls::GetUsedMemoryKB() const {
+    if (mParticleNumber == -1) return 0;
+    return static_cast<long long>(mParticleNumber) * (mInterpolateType == 1 ? 56 : 32) / 1024;
+}
+
+bool PDataBlock_cls::LoadHeaderBinary(const wxString& path) { return LoadHeader(path); }
+bool PDataBlock_cls::LoadHeaderAscii(const wxString& path) { return LoadHeader(path); }
+
+bool PDataBlock_cls::LoadHeader(const wxString& path) {
+    const SnapshotHeader_st header = ReadSnapshotHeader(*mspCDataLoaderLink, path);
+    if (!header.mbOk) {
+        mpCSnap->SetUnusable(header.mStrError);
+        return false;
+    }
+    mParticleNumber = header.mNumber;
+    mpCSnap->mTime = header.mbHasTime ? header.mTime : mpCSnap->mIndex;
+    return true;
+}
+
+bool PDataBlock_cls::LoadData(const wxString& path) {
+    if (GpCThreadReader.load()) return false;
+    if (mParticleNumber == -1) {
+        const bool bText = mspCDataLoaderLink->mCItemDataType.mValue == 1;
+        if (!(bText ? LoadHeaderAscii(path) : LoadHeaderBinary(path))) return false;
+        mInterpolateType = static_cast<int>(mspCDataLoaderLink->mCItemInterpolateType.mValue);
+        mVariableNumber = static_cast<int>(mspCDataLoaderLink->mCItemVariableNumber.mValue);
+    }
+    if (!mbAllocated && !AllocateOrEvict()) {
+        mpCSnap->SetUnusable(
+            wxString::Format(_("%s: memory is too short for its %d particles. Lower \"Memory "
+                               "Limit(MB)\" or close other programs, then remove the cache."),
+                             path, mParticleNumber));
+        mParticleNumber = -1;
+        return false;
+    }
+    return StartLoadingData(path);
+}
+
+bool PDataBlock_cls::AllocateOrEvict() {
+    const int number = mParticleNumber;
+    while (!Allocate(number))
+        if (!PDataSeqCtrl_cls::ReleaseForAllocation(mpCSnap)) {
+            mParticleNumber = number;
+            return false;
+        }
+    return true;
+}
+
+bool PDataBlock_cls::StartLoadingData(const wxString& path) {
+    if (GpCThreadReader.load()) return false;
+    GbThreadReaderFinished.store(false);
+    GThreadReaderIndex.store(mpCSnap->mIndex);
+    ThreadFileReader_cls* pReader = new ThreadFileReader_cls;
+    GpCThreadReader.store(pReader);
+    pReader->SetParameters(&mpCSnap->mbLoaded, mspCDataLoaderLink, path, mParticleNumber, GetArrays(),
+                           mbHasID);
+    if (pReader->Run() != wxTHREAD_NO_ERROR) MsgBoxExit(_("Can't create thread"), _("Error!"));
+    return true;
+}
+
+bool PDataBlock_cls::IsUnderInterpolation() const {
+    if (!GpCThreadInterpolate.load() || GbThreadInterpolateFinished.load(std::memory_order_acquire))
+        return false;
+    return this == mspInterpolated || this == mspInterpolatedNext;
+}
+
+bool PDataBlock_cls::InterpolateData(PDataBlock_cls* pNext) {
+    if (GpCThreadInterpolate.load()) return false;
+    float dt = static_cast<float>(pNext->mpCSnap->mTime - mpCSnap->mTime);
+    if (dt == 0.0f) dt = 1.0f;
+    mspInterpolated = this;
+    mspInterpolatedNext = pNext;
+    GbThreadInterpolateFinished.store(false);
+    ThreadInterpolator_cls* pThread = new ThreadInterpolator_cls;
+    GpCThreadInterpolate.store(pThread);
+    const PeriodicBoundary_cls* pPeriodic = mspCDataLoaderLink ? mspCDataLoaderLink->mpCPeriodic : nullptr;
+    pThread->SetParameters(&mpCSnap->mbInterpolated, pPeriodic, *this, *pNext, dt);
+    if (pThread->Run() != wxTHREAD_NO_ERROR) MsgBoxExit(_("Can't create thread"), _("Error!"));
+    return true;
+}

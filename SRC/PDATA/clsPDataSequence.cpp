@@ -1,0 +1,186 @@
+#include "PDATA/clsPDataSequence.h"
+
+#include <algorithm>
+#include <string>
+
+#include <wx/filename.h>
+
+#include "COMMON/MsgBox.h"
+#include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsGLDrawData.h"
+#include "PDATA/clsPDataBlock.h"
+#include "PDATA/clsPDataSnap.h"
+#include "PDATA/clsSnapData.h"
+
+wxString PDataSequence_cls::msStrProjectDir;
+
+namespace {
+
+constexpr double kTimeUnset = -9999.0;
+
+bool DoesSequenceExist(const wxString& path) {
+    return wxFileName::FileExists(FileSequence_cls(path).GetModifiedStr(0, 0));
+}
+
+} // namespace
+
+PDataSequence_cls::PDataSequence_cls(int seqIndex, DrawOption_cls* pDrawOption)
+    : mSeqIndex(seqIndex), mpCGLDrawData(new GLDrawData_cls),
+      mCItemFile(wxString::Format("DataSequence%d=", seqIndex), wxString::Format("%d", seqIndex)) {
+    for (int i = 0; i < kMaxSnap; ++i)
+        mpCSnap[i] = new PDataSnap_cls(this, i);
+    for (int i = 0; i + 1 < kMaxSnap; ++i) {
+        mpCSnap[i]->mpCNext = mpCSnap[i + 1];
+        mpCSnap[i + 1]->mpCPrev = mpCSnap[i];
+    }
+    for (int k = 0; k < kAttributeNumber; ++k)
+        mpCGLAttribute[k] = new GLAttribute_cls(this, seqIndex, k, pDrawOption);
+}
+
+PDataSequence_cls::~PDataSequence_cls() {
+    for (PDataSnap_cls* pSnap : mpCSnap)
+        delete pSnap;
+    delete mpCGLDrawData;
+    for (GLAttribute_cls* pAttribute : mpCGLAttribute)
+        delete pAttribute;
+}
+
+wxString PDataSequence_cls::FindPath(const wxString& path) {
+    if (!wxFileName(path).IsRelative() || DoesSequenceExist(path)) return path;
+    for (const wxString& folder : {msStrProjectDir, mStrLastProjectDir}) {
+        const wxString there = folder + "/" + path;
+        if (folder.empty() || !DoesSequenceExist(there)) continue;
+        mStrLastProjectDir = folder;
+        return there;
+    }
+    return path;
+}
+
+void PDataSequence_cls::OpenDataFile(const wxString& path) {
+    if (path.empty()) return;
+    ForgetNotices();
+    Clear(-2, true);
+    mStrGivenPath = path;
+    mCFileSequence.Set(FindPath(path));
+    mCFileSequence.CalcMaxOffset();
+    SetIndividualFilenames();
+}
+
+void PDataSequence_cls::SetIndividualFilenames() {
+    for (int i = 0; i < std::min(GetSeqLength(), kMaxSnap); ++i)
+        mpCSnap[i]->SetFilePath(mCFileSequence.GetModifiedStr(i, 0));
+}
+
+void PDataSequence_cls::Clear(int index, bool bForget) {
+    if (index != -2) {
+        GetSnap(index)->Clear(bForget);
+        return;
+    }
+    if (bForget) {
+        mCFileSequence.Set(wxString());
+        mStrGivenPath.clear();
+    }
+    for (PDataSnap_cls* pSnap : mpCSnap)
+        pSnap->Clear(bForget);
+}
+
+int PDataSequence_cls::ClampIndexWithinRange(int index) const {
+    return GetSeqLength() >= 1 && index >= GetSeqLength() ? GetSeqLength() - 1 : index;
+}
+
+PDataSnap_cls* PDataSequence_cls::GetSnap(int index) const {
+    return mpCSnap[std::min(std::max(ClampIndexWithinRange(index), 0), kMaxSnap - 1)];
+}
+
+wxString PDataSequence_cls::GetFilename(int index) const { return GetSnap(index)->mStrFilePath; }
+int PDataSequence_cls::GetFilenameStatus(int index) const { return GetSnap(index)->mFileStatus; }
+int PDataSequence_cls::GetParticleNumber(int index) const { return GetSnap(index)->GetParticleNumber(); }
+double PDataSequence_cls::GetTime(int index) const { return GetSnap(index)->mTime; }
+
+double PDataSequence_cls::GetDT(int index, double step) const {
+    const double time = GetTime(index);
+    const double next = GetTime(index + 1);
+    // Beside a file that can't be read there is no time to move through.
+    if (time == kTimeUnset || next == kTimeUnset) return 0.0;
+    return step * (next - time);
+}
+
+bool PDataSequence_cls::IsTheIndexLoaded(int index) const { return GetSnap(index)->IsItLoaded(); }
+
+bool PDataSequence_cls::IsTheIndexReady(int index, double frac, bool bForce) {
+    return GetSnap(index)->IsItReady(!(frac == 0.0) || bForce ||
+                                     SnapData_cls::IsInterpolateRequired(mpCGLAttribute));
+}
+
+void PDataSequence_cls::PrepareIndex(int index, double frac, bool bForce, bool bWait) {
+    const bool bNeed = !(frac == 0.0) || bForce || SnapData_cls::IsInterpolateRequired(mpCGLAttribute);
+    GetSnap(index)->PrepareData(bNeed, bWait);
+}
+
+void PDataSequence_cls::SetSnipping(int index) { GetSnap(index)->mbSnipping = true; }
+
+void PDataSequence_cls::ClearSnipping() {
+    for (PDataSnap_cls* pSnap : mpCSnap)
+        pSnap->mbSnipping = false;
+}
+
+long long PDataSequence_cls::GetUsedTotalMemoryMB() const {
+    long long sum = 0;
+    for (int i = 0; i < std::min(GetSeqLength(), kMaxSnap); ++i)
+        sum += mpCSnap[i]->GetUsedMemoryKB();
+    return sum / 1024;
+}
+
+int PDataSequence_cls::GetLoadedFrameNumber() const {
+    return static_cast<int>(
+        std::count_if(std::begin(mpCSnap), std::end(mpCSnap), [](const PDataSnap_cls* pSnap) {
+            return pSnap->mbLoaded.load(std::memory_order_acquire);
+        }));
+}
+
+void PDataSequence_cls::SetCameraInfo(const PositionAndDirection_cls& camera) {
+    mpCGLDrawData->SetCameraPos(camera);
+}
+
+void PDataSequence_cls::GLDrawData(int face, int frame, double dt, int lightCount, float* pLightPos,
+                                   double lengthA, double lengthB, bool bShadowPass, int /*panelIndex*/) {
+    mpCGLDrawData->mbShadowPass = bShadowPass;
+    mpCGLDrawData->SetLightSourceInfo(lightCount, pLightPos, lengthA, lengthB);
+    GetSnap(frame)->GLDrawData(face, mpCGLDrawData, mpCGLAttribute, dt);
+}
+
+void PDataSequence_cls::RefreshGLAttribTex() {
+    for (GLAttribute_cls* pAttribute : mpCGLAttribute)
+        pAttribute->RefreshTex();
+}
+
+void PDataSequence_cls::Special_Copy(int dst, int src) {
+    const PDataSnap_cls* pTo = GetSnap(dst);
+    const PDataSnap_cls* pFrom = GetSnap(src);
+    const int number = pTo->GetParticleNumber();
+    if (pTo == pFrom || !pTo->IsItLoaded() || !pFrom->IsItLoaded() || number < 1) return;
+    if (number != pFrom->GetParticleNumber()) return;
+    PDataSnap_cls::WaitInterpolator(); // it reads what is written here
+    std::copy_n(pFrom->mpCBlock->mpRadius, number, pTo->mpCBlock->mpRadius);
+    std::copy_n(pFrom->mpCBlock->mpType, number, pTo->mpCBlock->mpType);
+    std::copy_n(pFrom->mpCBlock->mpValue1, number, pTo->mpCBlock->mpValue1);
+}
+
+// "DataSequence0=0", the path as the user gave it on a line of its own, then the attributes.
+wxString PDataSequence_cls::Serialize() const {
+    wxString text = mCItemFile.mStrKey + mCItemFile.mStrValue + "\n" + mStrGivenPath + "\n";
+    for (const GLAttribute_cls* pAttribute : mpCGLAttribute)
+        text += pAttribute->Serialize();
+    return text;
+}
+
+void PDataSequence_cls::ReadStrLine(std::wistream& stream, const wxString& line) {
+    if (line.StartsWith(mCItemFile.mStrKey)) {
+        std::wstring path;
+        std::getline(stream, path);
+        if (!path.empty() && path.back() == L'\r') path.pop_back();
+        OpenDataFile(path);
+    }
+    for (GLAttribute_cls* pAttribute : mpCGLAttribute)
+        pAttribute->ReadStrLine(stream, line);
+}

@@ -1,0 +1,100 @@
+// From a snapshot to the draw calls: keeps the one draw-time snapshot and picks the way of drawing.
+#include <cmath>
+#include <cstdio>
+
+#include "COMMON/Globals.h"
+#include "GL/DRAW/clsDrawOption.h"
+#include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsGLDrawData.h"
+#include "PDATA/clsPDataBlock.h"
+#include "PDATA/clsPDataSequence.h"
+#include "PDATA/clsPDataSnap.h"
+#include "PDATA/clsSnapData.h"
+
+namespace {
+
+// What of an attribute is worked into the draw-time snapshot's colours.
+struct AlphaSetting {
+    unsigned mType = 0;
+    float mFactor = 0.0f;
+    float mDependBase = 0.0f;
+    float mMax = 0.0f;
+
+    bool operator==(const AlphaSetting& other) const {
+        return mType == other.mType && mFactor == other.mFactor && mDependBase == other.mDependBase &&
+               mMax == other.mMax;
+    }
+};
+
+AlphaSetting sLastAlpha[PDataSequence_cls::kAttributeNumber];
+
+/// Remember the settings of this draw; true when they differ from the last one's.
+bool TakeAlphaSettings(GLAttribute_cls** ppAttribute) {
+    bool bChanged = false;
+    for (int k = 0; k < PDataSequence_cls::kAttributeNumber; ++k) {
+        const GLAttribute_cls& attribute = *ppAttribute[k];
+        const AlphaSetting now = {attribute.mAlphaType.mValue, attribute.mAlphaFactor.mValue,
+                                  attribute.mAlphaDependBase.mValue, attribute.mAlphaMax.mValue};
+        bChanged = bChanged || !(now == sLastAlpha[k]);
+        sLastAlpha[k] = now;
+    }
+    return bChanged;
+}
+
+void MakeSnapshot(PDataBlock_cls* pBlock, GLAttribute_cls** ppAttribute, double dt, int step) {
+    std::puts("MakeSnapshot");
+    delete GLDrawData_cls::mspCSnapShot;
+    GLDrawData_cls::mspCSnapShot = nullptr; // making one may evict, which looks at it
+    GLDrawData_cls::mspCSnapShot = new SnapData_cls(pBlock, ppAttribute, dt, step);
+    std::puts("MakeSnapshotEnd");
+}
+
+void Dispatch(int face, GLDrawData_cls* pDraw, GLAttribute_cls** ppAttribute) {
+    SnapData_cls* pSnap = GLDrawData_cls::mspCSnapShot;
+    GLAttribute_cls* pFirst = ppAttribute[0];
+    if (pFirst->mpCDrawOption->mClassify.mValue != 0) {
+        pDraw->GLDrawSequential(face, pSnap, ppAttribute);
+        return;
+    }
+    switch (pFirst->mDrawType.mValue) {
+    case 0:
+        if (pFirst->mColor.IsConstant())
+            pDraw->GLDrawPointArrayElement(face, pSnap, pFirst);
+        else
+            pDraw->GLDrawPointAll(face, pSnap, pFirst);
+        break;
+    default: // billboards (1) and spheres (2) join here
+        break;
+    }
+}
+
+} // namespace
+
+void PDataSnap_cls::GLDrawData(int face, GLDrawData_cls* pDraw, GLAttribute_cls** ppAttribute, double dt) {
+    if (!IsItLoaded() || GetParticleNumber() < 1 || !mpCBlock->mbAllocated) return;
+    // Slopes that are still being written are no picture.
+    const bool bSlopes = !(dt == 0.0) || SnapData_cls::IsInterpolateRequired(ppAttribute);
+    if (bSlopes && mpCBlock->IsUnderInterpolation()) WaitInterpolator();
+    GbAbort.store(false);
+    GDrawingPercentage.store(0);
+    const int step = ppAttribute[0]->mpCDrawOption->GetDownSizing();
+    const bool bAlphaChanged = TakeAlphaSettings(ppAttribute);
+    const SnapData_cls* pSnap = GLDrawData_cls::mspCSnapShot;
+    if (!pSnap || !pSnap->IsItSameSnap(mpCBlock, dt, step) || bAlphaChanged)
+        MakeSnapshot(mpCBlock, ppAttribute, dt, step);
+    // Memory for it may have been short.
+    if (GLDrawData_cls::mspCSnapShot->mbAllocated) Dispatch(face, pDraw, ppAttribute);
+    GDrawingPercentage.store(100);
+}
+
+void PDataSnap_cls::ReleaseDrawnSnapshot() {
+    SnapData_cls*& pSnap = GLDrawData_cls::mspCSnapShot;
+    if (!mpCBlock->mbAllocated || !pSnap || pSnap->mpCBlock != mpCBlock) return;
+    if (GbGLLockDrawing.load()) {
+        // A paint that let events through is reading it.
+        pSnap->TakeOverFromBlock();
+        return;
+    }
+    delete pSnap;
+    pSnap = nullptr;
+}

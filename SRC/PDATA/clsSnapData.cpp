@@ -1,0 +1,218 @@
+#include "PDATA/clsSnapData.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+#include <system_error>
+#include <thread>
+#include <vector>
+
+#include <wx/intl.h>
+
+#include "COMMON/Globals.h"
+#include "COMMON/MsgBox.h"
+#include "GL/DRAW/clsGLAttribute.h"
+#include "PDATA/clsArrayPool.h"
+#include "PDATA/clsPDataBlock.h"
+#include "PDATA/clsPDataSeqCtrl.h"
+#include "PDATA/clsPDataSequence.h"
+#include "PDATA/clsPDataSnap.h"
+#include "PDATA/clsThreadSnapInterpolate.h"
+
+namespace {
+
+constexpr int kAttributeNumber = PDataSequence_cls::kAttributeNumber;
+constexpr unsigned kFirstComputed = 2; // depend values from here on need the derived array
+
+template <class T>
+bool Take(T*& array, int number) {
+    bool bZero = false;
+    array =
+        static_cast<T*>(ArrayPool_cls::Shared().Allocate(static_cast<size_t>(number) * sizeof(T), &bZero));
+    return array != nullptr;
+}
+
+template <class T>
+void Give(T*& array) {
+    ArrayPool_cls::Shared().Free(array);
+    array = nullptr;
+}
+
+const ColorCurve_cls& CurveOf(const GLAttribute_cls& attribute, int which) {
+    const ColorCurve_cls* pCurve[] = {&attribute.mColor, &attribute.mAmbient, &attribute.mDiffuse,
+                                      &attribute.mSpecular};
+    return *pCurve[which >= 0 && which < 4 ? which : 0];
+}
+
+template <class QUANTITY>
+void FillDash(float* pOut, int number, int step, QUANTITY quantity) {
+    for (long long i = 0; i < number; i += step)
+        pOut[i] = quantity(i);
+}
+
+float Length(const float* v) { return std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]); }
+
+} // namespace
+
+SnapData_cls::SnapData_cls(PDataBlock_cls* pBlock, GLAttribute_cls** ppAttribute, double dt, int step)
+    : mpCBlock(pBlock), mNumber(std::max(pBlock->mParticleNumber, 0)), mTime(pBlock->mpCSnap->mTime + dt),
+      mStep(std::max(step, 1)) {
+    if (mNumber == 0 || !pBlock->mbAllocated) return;
+    while (!Allocate(mNumber))
+        if (!PDataSeqCtrl_cls::ReleaseForAllocation(pBlock->mpCSnap)) {
+            Notice("SnapData",
+                   _("Memory is too short to draw this snapshot. Lower \"Memory Limit(MB)\" or close "
+                     "other programs."));
+            mNumber = 0;
+            return;
+        }
+    mpType = pBlock->mpType;
+    if (dt == 0.0 && !IsInterpolateRequired(ppAttribute))
+        InterpolateNot(pBlock, ppAttribute);
+    else
+        InterpolateLinear(pBlock, ppAttribute, static_cast<float>(dt));
+}
+
+SnapData_cls::~SnapData_cls() { ReleaseData(); }
+
+bool SnapData_cls::Allocate(int number) {
+    mbAllocated =
+        Take(mpPos, number) && Take(mpRadius, number) && Take(mpValue1, number) && Take(mpColor, number);
+    if (mbAllocated) return true;
+    Give(mpPos);
+    Give(mpRadius);
+    Give(mpValue1);
+    Give(mpColor);
+    return false;
+}
+
+void SnapData_cls::ReleaseData() {
+    if (!mbAllocated) {
+        std::puts("Release Snap failed");
+        return;
+    }
+    Give(mpPos);
+    Give(mpRadius);
+    Give(mpValue1);
+    Give(mpColor);
+    Give(mpValue1Dash);
+    if (mbOwnType) Give(mpType);
+    mbAllocated = mbValue1Dash = mbOwnType = false;
+}
+
+void SnapData_cls::TakeOverFromBlock() {
+    mTime = std::numeric_limits<double>::quiet_NaN(); // fits no draw
+    if (!mbAllocated || mbOwnType || mpType != mpCBlock->mpType) return;
+    mbOwnType = true;
+    mpCBlock->mpType = nullptr;
+}
+
+bool SnapData_cls::IsItSameSnap(PDataBlock_cls* pBlock, double dt, int step) const {
+    if (GbSnapDataRefresh.exchange(false)) {
+        std::puts("GbSnapDataRefresh!!");
+        return false;
+    }
+    // Two snapshots may bear the same time, so that the block counts as well.
+    if (pBlock != mpCBlock || !(pBlock->mpCSnap->mTime + dt == mTime)) return false;
+    return mStep == 1 || mStep == step;
+}
+
+bool SnapData_cls::IsInterpolateRequired(GLAttribute_cls** ppAttribute) {
+    return std::any_of(ppAttribute, ppAttribute + kAttributeNumber, [](const GLAttribute_cls* pAttribute) {
+        const auto computed = [pAttribute](int which) {
+            return CurveOf(*pAttribute, which).mDependType.mValue >= kFirstComputed;
+        };
+        switch (pAttribute->mDrawType.mValue) {
+        case 0:
+        case 1:
+        case 3:
+            return computed(0);
+        case 2:
+            return computed(1) || computed(2) || computed(3);
+        default:
+            return false;
+        }
+    });
+}
+
+void SnapData_cls::SetPValue1(float** ppOut, GLAttribute_cls* pAttribute, int which) {
+    const unsigned depend = CurveOf(*pAttribute, which).mDependType.mValue;
+    if (depend >= kFirstComputed) SetValue1Dash(depend);
+    *ppOut = depend == 1 ? mpRadius : depend >= kFirstComputed && mbValue1Dash ? mpValue1Dash : mpValue1;
+}
+
+bool SnapData_cls::AllocateValue1Dash() {
+    mbValue1Dash = mbAllocated && Take(mpValue1Dash, mNumber);
+    return mbValue1Dash;
+}
+
+// Taken from the block, not from the moved particles. Made once: whoever asks first decides what it holds.
+void SnapData_cls::SetValue1Dash(unsigned depend) {
+    if (mbValue1Dash || mbOwnType || !AllocateValue1Dash()) return;
+    const float(*pPos)[3] = mpCBlock->mpPos;
+    const float(*pVel)[3] = mpCBlock->mpVel;
+    const int* pID = mpCBlock->mpID;
+    if (depend == 2)
+        FillDash(mpValue1Dash, mNumber, mStep, [=](long long i) { return Length(pPos[i]); });
+    else if (depend <= 5)
+        FillDash(mpValue1Dash, mNumber, mStep, [=](long long i) { return pPos[i][depend - 3]; });
+    else if (depend == 6)
+        FillDash(mpValue1Dash, mNumber, mStep, [=](long long i) { return Length(pVel[i]); });
+    else if (depend <= 9)
+        FillDash(mpValue1Dash, mNumber, mStep, [=](long long i) { return pVel[i][depend - 7]; });
+    else if (depend == 10 && pID)
+        FillDash(mpValue1Dash, mNumber, mStep, [=](long long i) { return static_cast<float>(pID[i]); });
+    else
+        std::fill_n(mpValue1Dash, mNumber, 0.0f);
+}
+
+void SnapData_cls::InterpolateNot(PDataBlock_cls* pBlock, GLAttribute_cls** ppAttribute) {
+    InterpolateLinear(pBlock, ppAttribute, 0.0f);
+}
+
+// At the snapshot's own time the arrays are copied: a slope that is no number stays out of it.
+void SnapData_cls::InterpolateLinear(PDataBlock_cls* pBlock, GLAttribute_cls** ppAttribute, float dt) {
+    ThreadSnapInterpolate_cls work;
+    const bool bMoves = !(dt == 0.0f);
+    work.mpPos = pBlock->mpPos;
+    work.mpRadius = pBlock->mpRadius;
+    work.mpValue1 = pBlock->mpValue1;
+    work.mpVel = bMoves ? pBlock->mpVel : nullptr;
+    work.mpDRadius = bMoves ? pBlock->mpDRadius : nullptr;
+    work.mpDValue1 = bMoves ? pBlock->mpDValue1 : nullptr;
+    work.mpType = mpType;
+    work.mpPosOut = mpPos;
+    work.mpRadiusOut = mpRadius;
+    work.mpValue1Out = mpValue1;
+    work.mpColorOut = mpColor;
+    work.mDT = dt;
+    work.mStep = mStep;
+    for (int k = 0; k < kAttributeNumber; ++k) {
+        GLAttribute_cls& attribute = *ppAttribute[k];
+        attribute.mColor.PreCalcScaleFactor();
+        float* pValue = nullptr;
+        SetPValue1(&pValue, &attribute, 0);
+        const float base = attribute.mAlphaDependBase.mValue;
+        const float scale = attribute.mAlphaType.mValue == 1 ? base * base : attribute.mAlphaFactor.mValue;
+        work.mSource[k] = {ColorSegments_cls(attribute.mColor), pValue, scale};
+    }
+    RunThreads(work);
+}
+
+void SnapData_cls::RunThreads(ThreadSnapInterpolate_cls& work) const {
+    const int count = ThreadSnapInterpolate_cls::GetThreadCount(mNumber);
+    const long long share = mNumber / count;
+    std::vector<std::thread> threads;
+    long long begin = 0;
+    for (int k = 0; k + 1 < count; ++k, begin += share) {
+        try {
+            threads.emplace_back([&work, begin, share] { work.InterpolateDataLinear(begin, begin + share); });
+        } catch (const std::system_error&) {
+            work.InterpolateDataLinear(begin, begin + share); // no thread to be had: done here
+        }
+    }
+    work.InterpolateDataLinear(begin, mNumber);
+    for (std::thread& thread : threads)
+        thread.join();
+}

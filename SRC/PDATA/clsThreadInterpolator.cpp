@@ -1,0 +1,91 @@
+#include "PDATA/clsThreadInterpolator.h"
+
+#include <algorithm>
+#include <memory>
+#include <vector>
+
+#include <wx/intl.h>
+
+#include "COMMON/EventIds.h"
+#include "COMMON/Globals.h"
+#include "COMMON/MenuEvent.h"
+#include "COMMON/MsgBox.h"
+#include "PDATA/clsPDataBlock.h"
+#include "PDATA/clsPeriodicBoundary.h"
+#include "PDATA/clsThreadInterpolatorBlock.h"
+
+ThreadInterpolator_cls::Box ThreadInterpolator_cls::CopyBox(const PeriodicBoundary_cls* pPeriodic) {
+    Box box;
+    if (!pPeriodic) return box;
+    box.mType = static_cast<int>(pPeriodic->mCPeriodicType.mValue);
+    box.mEffect = static_cast<int>(pPeriodic->mCPeriodicEffect.mValue);
+    for (int k = 0; k < 3; ++k) {
+        float vector[3];
+        pPeriodic->GetBoundaryVector(vector, k);
+        box.mLength[k] = vector[k]; // a slanted box counts as its diagonal lengths
+    }
+    return box;
+}
+
+void ThreadInterpolator_cls::SetParameters(std::atomic<bool>* pFinished,
+                                           const PeriodicBoundary_cls* pPeriodic, const PDataBlock_cls& block,
+                                           const PDataBlock_cls& next, float dt) {
+    mpbFinished = pFinished;
+    mpCBlock = &block;
+    mpCNext = &next;
+    mBox = CopyBox(pPeriodic);
+    mDT = dt;
+    if (Create() != wxTHREAD_NO_ERROR) MsgBoxExit(_("Can't create thread"), _("Error!"));
+}
+
+int ThreadInterpolator_cls::GetThreadCount(int number) {
+    if (number < 100001) return 1;
+    if (number < 300001) return 2;
+    if (number < 1000001) return 3;
+    if (number <= 3000000) return 4;
+    return number <= 10000000 ? 5 : 6;
+}
+
+wxThread::ExitCode ThreadInterpolator_cls::Entry() {
+    InterpolateInBox(*mpCBlock, *mpCNext, mBox, mDT);
+    mpbFinished->store(true, std::memory_order_release);
+    PostMenuEvent(ID_REFRESH_TL);
+    GbThreadInterpolateFinished.store(true, std::memory_order_release);
+    // Whoever saw the flag may have started a successor by now: clear only what is ours.
+    ThreadInterpolator_cls* pSelf = this;
+    GpCThreadInterpolate.compare_exchange_strong(pSelf, nullptr);
+    return nullptr;
+}
+
+void ThreadInterpolator_cls::Interpolate(const PDataBlock_cls& block, const PDataBlock_cls& next,
+                                         const PeriodicBoundary_cls* pPeriodic, float dt) {
+    InterpolateInBox(block, next, CopyBox(pPeriodic), dt);
+}
+
+// Only linear interpolation has slopes to compute: else the file's velocity serves, and radius and value keep
+// the zeros that they have from the reader.
+void ThreadInterpolator_cls::InterpolateInBox(const PDataBlock_cls& block, const PDataBlock_cls& next,
+                                              const Box& box, float dt) {
+    if (block.mInterpolateType != 0 || !block.mbAllocated || !next.mbAllocated) return;
+    const int number = std::min(block.mParticleNumber, next.mParticleNumber);
+    const int count = GetThreadCount(block.mParticleNumber);
+    const int share = number / count;
+    std::vector<std::unique_ptr<ThreadInterpolatorBlock_cls>> workers;
+    for (int k = 0; k < count; ++k) {
+        workers.push_back(std::make_unique<ThreadInterpolatorBlock_cls>());
+        const int end = k + 1 < count ? (k + 1) * share : number;
+        workers.back()->SetParameters(block, next, box.mType, box.mEffect, box.mLength, k * share, end, dt);
+    }
+    std::vector<ThreadInterpolatorBlock_cls*> running;
+    for (int k = 1; k < count; ++k) {
+        // A share whose thread can't be had is done here.
+        if (workers[size_t(k)]->Create() == wxTHREAD_NO_ERROR &&
+            workers[size_t(k)]->Run() == wxTHREAD_NO_ERROR)
+            running.push_back(workers[size_t(k)].get());
+        else
+            workers[size_t(k)]->Interpolate();
+    }
+    workers[0]->Interpolate();
+    for (ThreadInterpolatorBlock_cls* pWorker : running)
+        pWorker->Wait();
+}

@@ -1,0 +1,46 @@
+// Computes, once a snapshot pair and in the background, each particle's slope towards the next snapshot.
+//
+// Settings and array pointers are copied when the thread is made. It reads two blocks and writes the slope
+// arrays of the first; at most one exists at any time (GpCThreadInterpolate).
+#pragma once
+
+#include <atomic>
+
+#include <wx/thread.h>
+
+class PDataBlock_cls;
+class PeriodicBoundary_cls;
+
+class ThreadInterpolator_cls : public wxThread {
+public:
+    ThreadInterpolator_cls() : wxThread(wxTHREAD_DETACHED) {}
+
+    /// `pFinished` is set when the slopes of `block` are there; `dt` is the time from it to `next`. Without a
+    /// boundary nothing wraps. A thread that can't be made ends the program.
+    void SetParameters(std::atomic<bool>* pFinished, const PeriodicBoundary_cls* pPeriodic,
+                       const PDataBlock_cls& block, const PDataBlock_cls& next, float dt);
+    /// The slopes alone, with all threads, on the caller's time.
+    static void Interpolate(const PDataBlock_cls& block, const PDataBlock_cls& next,
+                            const PeriodicBoundary_cls* pPeriodic, float dt);
+    /// Threads for a snapshot of `number` particles, 1 to 6.
+    static int GetThreadCount(int number);
+
+protected:
+    ExitCode Entry() override;
+
+private:
+    struct Box {
+        int mType = 0;
+        int mEffect = 0;
+        float mLength[3] = {0, 0, 0};
+    };
+    static Box CopyBox(const PeriodicBoundary_cls* pPeriodic);
+    static void InterpolateInBox(const PDataBlock_cls& block, const PDataBlock_cls& next, const Box& box,
+                                 float dt);
+
+    std::atomic<bool>* mpbFinished = nullptr;
+    const PDataBlock_cls* mpCBlock = nullptr;
+    const PDataBlock_cls* mpCNext = nullptr;
+    Box mBox;
+    float mDT = 1.0f;
+};

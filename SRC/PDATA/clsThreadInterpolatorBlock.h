@@ -1,0 +1,59 @@
+// One share of the interpolator's work: slopes towards the next snapshot for a contiguous range of particles.
+#pragma once
+
+#include <wx/thread.h>
+
+class PDataBlock_cls;
+
+class ThreadInterpolatorBlock_cls : public wxThread {
+public:
+    ThreadInterpolatorBlock_cls() : wxThread(wxTHREAD_JOINABLE) {}
+
+    /// Slopes of `block`'s particles begin to end (exclusive) towards `next`, which is `dt` later. `boundary`
+    /// holds the lengths of the periodic box. The periodic settings are those of PeriodicBoundary_cls.
+    void SetParameters(const PDataBlock_cls& block, const PDataBlock_cls& next, int periodicType,
+                       int periodicEffect, const float boundary[3], int begin, int end, float dt);
+    /// The work itself, on whatever thread calls it.
+    void Interpolate();
+
+protected:
+    ExitCode Entry() override;
+
+private:
+    template <int WRAP, bool FORCE>
+    void Core(int i, int j);
+    void InterpolateDataLinear();
+    void InterpolateDataLinearPeriodic();
+    template <class CORE>
+    void InterpolateDataLinearSearchingID(CORE core);
+    template <class CORE>
+    void InterpolateDataLinearSearchingIDSorted(CORE core);
+    template <class VISIT>
+    void WithCore(VISIT visit);
+    void InterpolateScalars();
+    void StandStill(int i);
+    int SearchID(int i) const;
+    int SearchIDNear(int i, int width) const;
+    int SearchIDFull(int id) const;
+    bool SearchIDFrom(int* pCursor, int id) const;
+
+    int mVariableNumber = 0; ///< 0 constant, 1 variable, 2 sorted by ID
+    int mPeriodicType = 0;   ///< 0 none, 1 x and y, 2 all axes
+    int mPeriodicEffect = 0; ///< 0 the shorter way round, 1 no motion
+    float mBoundary[3] = {0, 0, 0};
+    const float (*mpPos)[3] = nullptr;
+    float (*mpVel)[3] = nullptr;
+    const float* mpRadius = nullptr;
+    float* mpDRadius = nullptr;
+    const float* mpValue1 = nullptr;
+    float* mpDValue1 = nullptr;
+    const int* mpID = nullptr;
+    const float (*mpPosNext)[3] = nullptr;
+    const float* mpRadiusNext = nullptr;
+    const float* mpValue1Next = nullptr;
+    const int* mpIDNext = nullptr;
+    int mBegin = 0;
+    int mEnd = 0;
+    int mNumberNext = 0;
+    float mDT = 1.0f;
+};

@@ -1,0 +1,42 @@
+#include "WIDGET/DenseStyle.h"
+
+#include <dlfcn.h>
+
+namespace {
+
+// Paddings only. Selectors are those of the toolkit's own themes.
+const char* const kStyle =
+    "entry, spinbutton entry { min-height: 22px; padding: 0px 4px; }"
+    "button { min-height: 22px; min-width: 16px; padding: 0px 6px; }"
+    "combobox button { min-height: 18px; padding: 0px 4px; }"
+    "checkbutton, radiobutton { min-height: 22px; padding: 0px; }"
+    "notebook header tab { min-height: 22px; padding: 1px 8px; }"
+    "treeview header button, treeview.view header button { min-height: 18px; padding: 0px 4px; }";
+
+template <class F>
+F Symbol(const char* name) {
+    return reinterpret_cast<F>(dlsym(RTLD_DEFAULT, name));
+}
+
+} // namespace
+
+// The toolkit is already in the process; asking the loader for its functions spares a build dependency
+// on its headers for five calls.
+void InstallDenseStyle() {
+    static bool sbDone = false;
+    if (sbDone) return;
+    sbDone = true;
+    auto* make = Symbol<void* (*)()>("gtk_css_provider_new");
+    auto* load = Symbol<int (*)(void*, const char*, long, void**)>("gtk_css_provider_load_from_data");
+    auto* screen = Symbol<void* (*)()>("gdk_screen_get_default");
+    auto* add = Symbol<void (*)(void*, void*, unsigned)>("gtk_style_context_add_provider_for_screen");
+    auto* unref = Symbol<void (*)(void*)>("g_object_unref");
+    if (!make || !load || !screen || !add || !unref) return;
+    constexpr unsigned kApplication = 600; // priority of applications, below the user's own style
+    void* display = screen();
+    if (!display) return;
+    void* provider = make();
+    load(provider, kStyle, -1, nullptr);
+    add(display, provider, kApplication);
+    unref(provider);
+}

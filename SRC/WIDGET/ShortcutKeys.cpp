@@ -1,0 +1,92 @@
+#include "WIDGET/ShortcutKeys.h"
+
+#include <wx/choice.h>
+#include <wx/combobox.h>
+#include <wx/event.h>
+#include <wx/listctrl.h>
+#include <wx/textctrl.h>
+
+#include "COMMON/EventIds.h"
+#include "COMMON/Globals.h"
+#include "COMMON/MenuEvent.h"
+#include "WIDGET/clsNumField.h"
+
+namespace {
+
+bool IsModifierKey(int key) {
+    return key == WXK_NONE || key == WXK_SHIFT || key == WXK_ALT || key == WXK_CONTROL ||
+           key == WXK_RAW_CONTROL || key == WXK_WINDOWS_LEFT || key == WXK_WINDOWS_RIGHT ||
+           key == WXK_CAPITAL || key == WXK_NUMLOCK || key == WXK_MENU || key == WXK_WINDOWS_MENU;
+}
+
+bool IsNavigation(int key) {
+    switch (key) {
+    case WXK_TAB:
+    case WXK_RETURN:
+    case WXK_NUMPAD_ENTER:
+    case WXK_ESCAPE:
+    case WXK_BACK:
+    case WXK_DELETE:
+    case WXK_NUMPAD_DELETE:
+    case WXK_INSERT:
+    case WXK_LEFT:
+    case WXK_RIGHT:
+    case WXK_UP:
+    case WXK_DOWN:
+    case WXK_HOME:
+    case WXK_END:
+    case WXK_PAGEUP:
+    case WXK_PAGEDOWN:
+    case WXK_NUMPAD_LEFT:
+    case WXK_NUMPAD_RIGHT:
+    case WXK_NUMPAD_UP:
+    case WXK_NUMPAD_DOWN:
+    case WXK_NUMPAD_HOME:
+    case WXK_NUMPAD_END:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool IsNumberKey(int key) {
+    if (key >= '0' && key <= '9') return true;
+    if (key >= WXK_NUMPAD0 && key <= WXK_NUMPAD9) return true;
+    return key == '.' || key == ',' || key == '-' || key == '+' || key == 'E' || key == WXK_NUMPAD_DECIMAL ||
+           key == WXK_NUMPAD_SEPARATOR || key == WXK_NUMPAD_SUBTRACT || key == WXK_NUMPAD_ADD;
+}
+
+bool IsClipboardKey(int key) { return key == 'A' || key == 'C' || key == 'V' || key == 'X'; }
+
+} // namespace
+
+bool IsFieldKey(FieldKind kind, int key, int modifier) {
+    const int strong = modifier & ~wxMOD_SHIFT;
+    if (IsModifierKey(key)) return true;
+    if (strong == wxMOD_ALT) return true; // mnemonics and the window manager
+    if (kind == FieldKind::None)
+        return strong == 0 && (IsNavigation(key) || key == WXK_SPACE); // Space presses the focused button
+    if (strong == wxMOD_CONTROL) return IsClipboardKey(key) || IsNavigation(key);
+    if (strong != 0) return false;
+    if (IsNavigation(key)) return true;
+    if (kind == FieldKind::Number) return IsNumberKey(key);
+    return key < WXK_F1 || key > WXK_F24;
+}
+
+FieldKind GetFocusedFieldKind() {
+    wxWindow* focus = wxWindow::FindFocus();
+    if (!focus) return FieldKind::None;
+    if (wxDynamicCast(focus->GetParent(), NumField_cls)) return FieldKind::Number;
+    if (wxDynamicCast(focus, wxTextCtrl) || wxDynamicCast(focus, wxComboBox)) return FieldKind::Text;
+    return FieldKind::None;
+}
+
+bool HandBackShortcut(const wxKeyEvent& event) {
+    const int key = event.GetKeyCode();
+    const int modifier = event.GetModifiers();
+    if (IsFieldKey(GetFocusedFieldKind(), key, modifier)) return false;
+    GShortcutKeycode = key;
+    GShortcutModifier = modifier;
+    PostMenuEvent(ID_SHORTCUT);
+    return true;
+}

@@ -1,0 +1,20 @@
+// Which key presses a field keeps for itself, and handing the others to the main frame.
+#pragma once
+
+class wxKeyEvent;
+
+enum class FieldKind {
+    None,   ///< no field has the focus
+    Number, ///< a number is edited: letters and blanks mean nothing there
+    Text    ///< free text is edited
+};
+
+/// True when a field of this kind edits with the key. Letters as capitals; modifiers 1 Alt, 2 Ctrl,
+/// 4 Shift, 8 Meta, added up.
+bool IsFieldKey(FieldKind kind, int keycode, int modifier);
+
+/// What the focused window edits.
+FieldKind GetFocusedFieldKind();
+
+/// Offer a key to the frame as ID_SHORTCUT unless the focused field needs it. True when it was handed on.
+bool HandBackShortcut(const wxKeyEvent& event);

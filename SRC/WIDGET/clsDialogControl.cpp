@@ -1,0 +1,21 @@
+#include "WIDGET/clsDialogControl.h"
+
+#include "WIDGET/clsDialogEXKey.h"
+
+void DialogControl_cls::InitGUI(wxWindow* pParent) {
+    if (mpCDialog) return;
+    mpCDialog = MakeDialog(pParent);
+    mpCDialog->Bind(wxEVT_DESTROY, [this](wxWindowDestroyEvent& event) {
+        if (event.GetEventObject() == mpCDialog) mpCDialog = nullptr;
+        event.Skip();
+    });
+}
+
+void DialogControl_cls::OpenWindow(wxWindow* pParent) {
+    InitGUI(pParent);
+    mpCDialog->OpenWindow();
+}
+
+void DialogControl_cls::UpdateItems(bool bOnlyShown) {
+    if (mpCDialog && (!bOnlyShown || mpCDialog->IsShown())) mpCDialog->UpdateValues();
+}

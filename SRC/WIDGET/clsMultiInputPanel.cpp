@@ -1,0 +1,162 @@
+#include "WIDGET/clsMultiInputPanel.h"
+
+#include <algorithm>
+
+#include <wx/button.h>
+#include <wx/checkbox.h>
+#include <wx/choice.h>
+#include <wx/sizer.h>
+#include <wx/stattext.h>
+#include <wx/textctrl.h>
+
+#include "WIDGET/DenseStyle.h"
+#include "WIDGET/ShortcutKeys.h"
+#include "WIDGET/clsDialogEXKey.h"
+#include "WIDGET/clsFontProvider.h"
+#include "WIDGET/clsMultiInputRow.h"
+#include "WIDGET/clsNumField.h"
+
+namespace {
+constexpr int kGap = 4; // the spacing unit
+constexpr int kDefaultLabelWidth = 104;
+} // namespace
+
+MultiInputPanel_cls::MultiInputPanel_cls(wxWindow* pParent, int labelWidth)
+    : wxPanel(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL) {
+    InstallDenseStyle();
+    mpCGrid = new wxFlexGridSizer(2, FromDIP(wxSize(2 * kGap, kGap / 2)));
+    mpCGrid->AddGrowableCol(1, 1);
+    // An empty first row gives the label column its least width.
+    mpCGrid->Add(FromDIP(labelWidth > 0 ? labelWidth : kDefaultLabelWidth), 0);
+    mpCGrid->Add(0, 0);
+    auto* outer = new wxBoxSizer(wxVERTICAL);
+    outer->Add(mpCGrid, 0, wxEXPAND | wxALL, FromDIP(kGap));
+    SetSizer(outer);
+    Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
+        // A dialog decides about its keys itself.
+        const bool bOwn = !wxDynamicCast(wxGetTopLevelParent(this), wxDialog);
+        if (!bOwn || GetFocusedFieldKind() == FieldKind::None || !HandBackShortcut(event)) event.Skip();
+    });
+    for (const auto& type : {wxEVT_LEFT_DOWN, wxEVT_LEFT_UP, wxEVT_RIGHT_DOWN, wxEVT_RIGHT_UP})
+        Bind(type, [this](wxMouseEvent& event) { FuncHookMouse(event); });
+}
+
+MultiInputPanel_cls::~MultiInputPanel_cls() = default;
+
+int MultiInputPanel_cls::NewRow(const wxString& label, const wxString& tip) {
+    auto row = std::make_unique<Row>();
+    row->mpLabel = new wxStaticText(this, wxID_ANY, label);
+    if (!tip.empty()) row->mpLabel->SetToolTip(tip);
+    row->mpFields = new wxBoxSizer(wxHORIZONTAL);
+    mpCGrid->Add(row->mpLabel, 0, wxALIGN_CENTRE_VERTICAL);
+    mpCGrid->Add(row->mpFields, 1, wxEXPAND);
+    row->mpLabel->Bind(wxEVT_RIGHT_UP, [this](wxMouseEvent& event) { FuncHookMouse(event); });
+    mRows.push_back(std::move(row));
+    return static_cast<int>(mRows.size()) - 1;
+}
+
+wxWindow* MultiInputPanel_cls::Place(int row, wxWindow* pWindow, int proportion) {
+    Row& r = *mRows[static_cast<size_t>(row)];
+    const wxSize least = pWindow->GetMinSize();
+    pWindow->SetMinSize(wxSize(least.x, std::max(least.y, FromDIP(kFieldHeight))));
+    const int left = r.mFields.empty() ? 0 : FromDIP(kGap);
+    r.mpFields->Add(pWindow, proportion, wxALIGN_CENTRE_VERTICAL | wxLEFT, left);
+    r.mFields.push_back(pWindow);
+    return pWindow;
+}
+
+int MultiInputPanel_cls::AddButton(const wxString& label, const wxString& text, const wxString& tip) {
+    const int row = NewRow(label, "");
+    auto* button = new wxButton(this, wxID_ANY, text);
+    button->SetToolTip(tip);
+    button->Bind(wxEVT_BUTTON, [this, row](wxCommandEvent&) { Tell(row, Hook::Click, true); });
+    Place(row, button, 1);
+    return row;
+}
+
+int MultiInputPanel_cls::AddCaption(const wxString& text) {
+    const int row = NewRow(text, "");
+    mRows[static_cast<size_t>(row)]->mpLabel->SetFont(
+        FontProvider_cls::GetFont(FontProvider_cls::FONT_CAPTION));
+    return row;
+}
+
+int MultiInputPanel_cls::AddWindow(const wxString& label, wxWindow* pWindow) {
+    const int row = NewRow(label, "");
+    Place(row, pWindow, 1);
+    return row;
+}
+
+int MultiInputPanel_cls::AddStatic(const wxString& label, std::function<wxString()> get,
+                                   const wxString& tip) {
+    const int row = NewRow(label, tip);
+    auto* text = new wxStaticText(this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxST_NO_AUTORESIZE);
+    text->SetToolTip(tip);
+    Place(row, text, 1);
+    mRows[static_cast<size_t>(row)]->mRefresh.push_back([text, get] {
+        const wxString now = get();
+        if (text->GetLabelText() != now) text->SetLabelText(now);
+    });
+    UpdateValues(row);
+    return row;
+}
+
+int MultiInputPanel_cls::AddText(const wxString& label, wxString* pValue, const wxString& tip) {
+    const int row = NewRow(label, tip);
+    PlaceText(row, pValue, tip);
+    return row;
+}
+
+void MultiInputPanel_cls::UpdateValues(int which) {
+    for (int i = 0; i < GetRowCount(); ++i) {
+        if (which >= 0 && which != i) continue;
+        for (const auto& refresh : mRows[static_cast<size_t>(i)]->mRefresh)
+            refresh();
+    }
+}
+
+void MultiInputPanel_cls::ShowRow(int row, bool bShow) {
+    Row& r = *mRows[static_cast<size_t>(row)];
+    if (r.mbShown == bShow) return;
+    r.mbShown = bShow;
+    mpCGrid->Show(r.mpLabel, bShow);
+    mpCGrid->Show(r.mpFields, bShow, true);
+    InvalidateBestSize();
+    Layout();
+}
+
+bool MultiInputPanel_cls::IsRowShown(int row) const { return mRows[static_cast<size_t>(row)]->mbShown; }
+
+void MultiInputPanel_cls::EnableRow(int row, bool bEnable) {
+    Row& r = *mRows[static_cast<size_t>(row)];
+    r.mpLabel->Enable(bEnable);
+    for (wxWindow* field : r.mFields)
+        field->Enable(bEnable);
+}
+
+void MultiInputPanel_cls::SetRowLabel(int row, const wxString& label) {
+    mRows[static_cast<size_t>(row)]->mpLabel->SetLabelText(label);
+}
+
+wxWindow* MultiInputPanel_cls::GetField(int row, int k) const {
+    if (row < 0 || row >= GetRowCount()) return nullptr;
+    const Row& r = *mRows[static_cast<size_t>(row)];
+    return k >= 0 && k < static_cast<int>(r.mFields.size()) ? r.mFields[static_cast<size_t>(k)] : nullptr;
+}
+
+int MultiInputPanel_cls::GetRowCount() const { return static_cast<int>(mRows.size()); }
+
+void MultiInputPanel_cls::Tell(int row, Hook hook, bool bFinal) {
+    switch (hook) {
+    case Hook::Click:
+        FuncHookClick(row);
+        break;
+    case Hook::Choice:
+        FuncHookCombobox(row);
+        break;
+    case Hook::Value:
+        FuncHookValue(row, bFinal);
+        break;
+    }
+    if (mOnChange) mOnChange(row, bFinal);
+}

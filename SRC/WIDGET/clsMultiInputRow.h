@@ -1,0 +1,15 @@
+// One row of a MultiInputPanel_cls; only its own sources know it.
+#pragma once
+
+#include "WIDGET/clsMultiInputPanel.h"
+
+class wxBoxSizer;
+class wxStaticText;
+
+struct MultiInputPanel_cls::Row {
+    wxStaticText* mpLabel = nullptr;
+    wxBoxSizer* mpFields = nullptr;
+    std::vector<wxWindow*> mFields;
+    std::vector<std::function<void()>> mRefresh; ///< each shows a bound value in its field
+    bool mbShown = true;
+};
