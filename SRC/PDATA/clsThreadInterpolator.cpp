@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <system_error>
 #include <vector>
 
 #include <wx/intl.h>
@@ -35,7 +36,18 @@ void ThreadInterpolator_cls::SetParameters(std::atomic<bool>* pFinished,
     mpCNext = &next;
     mBox = CopyBox(pPeriodic);
     mDT = dt;
-    if (Create() != wxTHREAD_NO_ERROR) MsgBoxExit(_("Can't create thread"), _("Error!"));
+}
+
+ThreadInterpolator_cls::~ThreadInterpolator_cls() {
+    if (mThread.joinable()) mThread.join();
+}
+
+void ThreadInterpolator_cls::Run() {
+    try {
+        mThread = std::thread(&ThreadInterpolator_cls::Entry, this);
+    } catch (const std::system_error&) {
+        MsgBoxExit(_("Can't create thread"), _("Error!"));
+    }
 }
 
 int ThreadInterpolator_cls::GetThreadCount(int number) {
@@ -46,7 +58,7 @@ int ThreadInterpolator_cls::GetThreadCount(int number) {
     return number <= 10000000 ? 5 : 6;
 }
 
-wxThread::ExitCode ThreadInterpolator_cls::Entry() {
+void ThreadInterpolator_cls::Entry() {
     InterpolateInBox(*mpCBlock, *mpCNext, mBox, mDT);
     mpbFinished->store(true, std::memory_order_release);
     PostMenuEvent(ID_REFRESH_TL);
@@ -54,7 +66,6 @@ wxThread::ExitCode ThreadInterpolator_cls::Entry() {
     // Whoever saw the flag may have started a successor by now: clear only what is ours.
     ThreadInterpolator_cls* pSelf = this;
     GpCThreadInterpolate.compare_exchange_strong(pSelf, nullptr);
-    return nullptr;
 }
 
 void ThreadInterpolator_cls::Interpolate(const PDataBlock_cls& block, const PDataBlock_cls& next,

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "PDATA/DataLoops.h"
+#include "COMMON/DataLoops.h"
 #include "PDATA/clsPDataBlock.h"
 
 namespace {
