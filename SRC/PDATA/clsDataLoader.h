@@ -21,6 +21,11 @@ public:
     void OpenWindow(wxWindow* pParent);
     /// Open the sequence of `path` and remember it.
     void OpenDataFile(const wxString& path);
+    /// Open with the present grammar (that of the dialog's lists while it is shown), as the dialog does;
+    /// false, with a message, when the grammar can't be used.
+    bool OpenWithCheck(const wxString& path);
+    /// True for a usable grammar; otherwise the user is told.
+    static bool CheckGrammer(const GrammerBase_cls& grammer);
     bool ReadStrLine(const wxString& line) { return ReadStrLineAll(line); }
     wxString Serialize() { return SerializeAll(); }
 

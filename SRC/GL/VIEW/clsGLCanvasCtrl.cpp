@@ -62,7 +62,8 @@ GLCanvasCtrl_cls::GLCanvasCtrl_cls(wxWindow* pParent, FrameMain_cls* pFrame, Dra
                                    Preference_cls* pPreference, const wxString& name, int panelIndex,
                                    int displayMode, wxGLContext* pShare)
     : wxPanel(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL, name) {
-    mpCCanvas = new MainGLCanvas_cls(this, this, pFrame, pDrawOption, pPreference, panelIndex, displayMode, pShare);
+    mpCCanvas =
+        new MainGLCanvas_cls(this, this, pFrame, pDrawOption, pPreference, panelIndex, displayMode, pShare);
     MakeControls();
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(mpCSizerControls, 0, wxEXPAND | wxALL, kSpace / 2);
@@ -103,7 +104,8 @@ void GLCanvasCtrl_cls::MakeToggle(int which) {
     wxBitmap bitmap;
     if (wxFileExists(path)) bitmap.LoadFile(path, wxBITMAP_TYPE_PNG);
     const wxString label = bitmap.IsOk() ? wxString() : wxString(look.letter);
-    mpCToggle[which] = new wxToggleButton(this, wxID_ANY, label, wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
+    mpCToggle[which] =
+        new wxToggleButton(this, wxID_ANY, label, wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
     if (bitmap.IsOk()) mpCToggle[which]->SetBitmap(bitmap);
     mpCToggle[which]->SetToolTip(wxGetTranslation(look.tip));
     mpCToggle[which]->Bind(wxEVT_TOGGLEBUTTON, [this, which](wxCommandEvent&) { OnToggle(which); });

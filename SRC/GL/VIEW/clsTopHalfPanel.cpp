@@ -61,8 +61,9 @@ void TopHalfPanel_cls::CreateViews(wxWindow* pParent, FrameMain_cls* pFrame, Pre
         pInner = MakeSplitter(mpCOuter, 0.5);
     wxGLContext* pShare = nullptr;
     for (int view = 0; view < kViews; ++view) {
-        mpCCtrl[view] = new GLCanvasCtrl_cls(mpCInner[view / 2], pFrame, mpCDrawOption, pPreference,
-                                             wxString::Format("MainGLCanvas %d", view), view, kModes[view], pShare);
+        mpCCtrl[view] =
+            new GLCanvasCtrl_cls(mpCInner[view / 2], pFrame, mpCDrawOption, pPreference,
+                                 wxString::Format("MainGLCanvas %d", view), view, kModes[view], pShare);
         if (view == 0) pShare = mpCCtrl[0]->GetPCCanvas()->GetContext();
         if (view > 0) mpCCtrl[view]->Hide();
     }

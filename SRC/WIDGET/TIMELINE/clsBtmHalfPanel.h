@@ -2,6 +2,7 @@
 #pragma once
 
 #include <wx/panel.h>
+#include <wx/timer.h>
 
 class CacheBar_cls;
 class FrameSlider_cls;
@@ -31,4 +32,5 @@ private:
     FrameSlider_cls* mpCSlider;
     CacheBar_cls* mpCCacheBar;
     PlayCtrlGUI_cls* mpCPlay;
+    wxTimer mTimer; ///< looks at the store
 };

@@ -1,0 +1,217 @@
+#include "PDATA/clsDataLoaderGUI.h"
+
+#include <wx/button.h>
+#include <wx/filedlg.h>
+#include <wx/filename.h>
+#include <wx/listctrl.h>
+#include <wx/sizer.h>
+#include <wx/stattext.h>
+
+#include "COMMON/EventIds.h"
+#include "COMMON/Globals.h"
+#include "COMMON/MenuEvent.h"
+#include "PDATA/clsDataLoader.h"
+#include "PDATA/clsGuessDialog.h"
+#include "PDATA/clsPeriodicBoundary.h"
+#include "WIDGET/clsFileDialogEX.h"
+#include "WIDGET/clsMultiInputPanel.h"
+#include "WIDGET/clsMyArtProvider.h"
+
+namespace {
+constexpr int kGap = 4; // the spacing unit
+constexpr int kListWidth = 270;
+constexpr int kListHeight = 168;
+} // namespace
+
+DataLoaderGUI_cls::DataLoaderGUI_cls(wxWindow* pParent, DataLoader_cls* pLoader)
+    : wxDialogEXKey(pParent, _("Data Loader"), wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER),
+      GrammerBaseGUI_cls(pLoader), mpCLoader(pLoader) {
+    SetMenu();
+    auto* sizer = new wxBoxSizer(wxVERTICAL);
+    MakeTop(sizer);
+    MakeLists(sizer);
+    MakePanel(sizer);
+    MakePeriodic(sizer);
+    SetSizerAndFit(sizer);
+    mpCButtonOpen->SetDefault();
+    UpdateValues();
+}
+
+void DataLoaderGUI_cls::MakeTop(wxSizer* pSizer) {
+    mpCButtonOpen = new wxButton(this, wxID_ANY, _("Open File Sequence"));
+    mpCButtonOpen->SetBitmap(MyArtProvider::GetIcon("Open"));
+    mpCButtonOpen->SetToolTip(_("Choose the first file of a numbered sequence and open it (Enter)"));
+    mpCButtonOpen->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnBtnOpenFile(); });
+    pSizer->Add(mpCButtonOpen, 0, wxEXPAND | wxALL, FromDIP(2 * kGap));
+}
+
+wxSizer* DataLoaderGUI_cls::MakeListColumn(Which which, const wxString& label) {
+    auto* column = new wxBoxSizer(wxVERTICAL);
+    column->Add(new wxStaticText(this, wxID_ANY, label), 0, wxBOTTOM, FromDIP(kGap));
+    wxListCtrl* list = MakeList(this, which);
+    list->SetMinSize(FromDIP(wxSize(kListWidth, kListHeight)));
+    list->SetToolTip(_("Right click: insert, move and delete items"));
+    column->Add(list, 1, wxEXPAND);
+    auto* buttons = new wxBoxSizer(wxHORIZONTAL);
+    for (const int direction : {-1, 1}) {
+        auto* button = new wxButton(this, wxID_ANY, direction < 0 ? _("Up") : _("Down"));
+        button->SetBitmap(MyArtProvider::GetIcon(direction < 0 ? "Up" : "Down"));
+        button->SetToolTip(direction < 0 ? _("Move the item towards the start of the file")
+                                         : _("Move the item towards the end of the file"));
+        button->Bind(wxEVT_BUTTON,
+                     [this, list, direction](wxCommandEvent&) { MoveFocused(list, direction); });
+        buttons->Add(button, 1, direction > 0 ? wxLEFT : 0, FromDIP(kGap));
+    }
+    column->Add(buttons, 0, wxEXPAND | wxTOP, FromDIP(kGap));
+    return column;
+}
+
+void DataLoaderGUI_cls::MakeLists(wxSizer* pSizer) {
+    auto* lists = new wxBoxSizer(wxHORIZONTAL);
+    lists->Add(MakeListColumn(HEAD, _("Header Format")), 1, wxEXPAND | wxRIGHT, FromDIP(2 * kGap));
+    lists->Add(MakeListColumn(BODY, _("Body Format")), 1, wxEXPAND);
+    pSizer->Add(lists, 1, wxEXPAND | wxLEFT | wxRIGHT, FromDIP(2 * kGap));
+
+    auto* buttons = new wxBoxSizer(wxHORIZONTAL);
+    auto* standard = new wxButton(this, wxID_ANY, _("Default"));
+    standard->SetToolTip(_("Both lists and the fields below back to their defaults"));
+    standard->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnBtnDefault(); });
+    auto* guess = new wxButton(this, wxID_ANY, _("Guess"));
+    guess->SetBitmap(MyArtProvider::GetIcon("Guess"));
+    guess->SetToolTip(_("Look at the file last chosen and propose data type and both lists"));
+    guess->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnBtnGuess(); });
+    buttons->Add(standard, 1, wxRIGHT, FromDIP(2 * kGap));
+    buttons->Add(guess, 1);
+    pSizer->Add(buttons, 0, wxEXPAND | wxALL, FromDIP(2 * kGap));
+}
+
+void DataLoaderGUI_cls::MakePanel(wxSizer* pSizer) {
+    DataLoader_cls& loader = *mpCLoader;
+    mpCPanel = new MultiInputPanel_cls(this);
+    mRowDataType =
+        mpCPanel->AddChoice(_("Data Type"), &loader.mCItemDataType.mValue,
+                            {_("Simple Binary"), _("Simple Ascii")}, _("How numbers stand in the files"));
+    mpCPanel->AddChoice(_("Interpolation"), &loader.mCItemInterpolateType.mValue,
+                        {_("Linear"), _("Hermite"), _("No Interpolate")},
+                        _("How particles move between two snapshots"));
+    mpCPanel->AddChoice(
+        _("Particle Number"), &loader.mCItemVariableNumber.mValue,
+        {_("Constant"), _("Variable"), _("Sort by ID")},
+        _("Whether a particle keeps its place in all files, is found by its ID, or is sorted by it"));
+    NumSpec spec;
+    spec.mStep = 0.1;
+    mpCPanel->AddNumber(_("Translate"), loader.mCItemTranslate.mValue, 3, spec,
+                        _("Added to x, y and z of each position, in units of the data"));
+    spec.mbRelative = true;
+    mpCPanel->AddNumber(_("Scaling"), &loader.mCItemScale.mValue, 1, spec,
+                        _("Multiplies positions, velocities and radii"));
+    mpCPanel->AddNumber(_("Modify Value1"), &loader.mCItemScaleValue1.mValue, 1, spec,
+                        _("Multiplies Value1"));
+    mpCPanel->AddChoice("", &loader.mCItemLogarithm.mValue, {_("Raw Data"), _("Take log10")},
+                        _("What becomes of Value1"));
+    mpCPanel->SetOnChange([this](int row, bool) {
+        if (row == mRowDataType) OnHookCombobox();
+    });
+    pSizer->Add(mpCPanel, 0, wxEXPAND | wxLEFT | wxRIGHT, FromDIP(kGap));
+}
+
+void DataLoaderGUI_cls::MakePeriodic(wxSizer* pSizer) {
+    mpCPanelPeriodic = new MultiInputPanel_cls(this);
+    mpCButtonPeriodic = new wxButton(mpCPanelPeriodic, ID_BOUNDARY_SIZE);
+    mpCButtonPeriodic->SetToolTip(_("Size and base vectors of the periodic box"));
+    mpCButtonPeriodic->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnBtnPeriodic(); });
+    mpCPanelPeriodic->AddWindow(_("Boundary Size"), mpCButtonPeriodic);
+    if (PeriodicBoundary_cls* periodic = mpCLoader->mpCPeriodic) {
+        mpCPanelPeriodic->AddChoice(
+            _("Boundary"), &periodic->mCPeriodicType.mValue,
+            {_("No Periodic Boundary Condition"), _("Periodic in x-y plane"), _("Periodic in xyz space")},
+            _("The axes on which a particle that leaves comes in at the other side"));
+        mpCPanelPeriodic->AddChoice(_("When it wraps"), &periodic->mCPeriodicEffect.mValue,
+                                    {_("Guess velocity"), _("Force velocity to be 0")},
+                                    _("Motion of a particle that changes sides between two snapshots"));
+    }
+    mpCPanelPeriodic->SetOnChange([this](int, bool) { UpdatePeriodicButtonLabel(); });
+    pSizer->Add(mpCPanelPeriodic, 0, wxEXPAND | wxLEFT | wxRIGHT | wxBOTTOM, FromDIP(kGap));
+    UpdatePeriodicButtonLabel();
+}
+
+void DataLoaderGUI_cls::UpdateValues() {
+    // Lists that the user edited but didn't open with stay, unless the grammar was changed elsewhere.
+    const std::vector<int> head = mpCLoader->GetHeaderGrammer();
+    const std::vector<int> body = mpCLoader->GetBodyGrammer();
+    if (head != mVShownHead || body != mVShownBody || mpCLoader->mCItemDataType.mValue != mShownType) {
+        mVShownHead = head;
+        mVShownBody = body;
+        mShownType = mpCLoader->mCItemDataType.mValue;
+        UpdateList(mpCListHead, mpCLoader->mCItemHead);
+        UpdateList(mpCListBody, mpCLoader->mCItemBody);
+    }
+    mpCPanel->UpdateValues();
+    mpCPanelPeriodic->UpdateValues();
+    UpdatePeriodicButtonLabel();
+}
+
+void DataLoaderGUI_cls::UpdatePeriodicButtonLabel() {
+    const bool bOn = mpCLoader->mpCPeriodic && mpCLoader->mpCPeriodic->mCPeriodicType.mValue != 0;
+    mpCButtonPeriodic->SetLabel(_("Periodic Boundary Condition") + (bOn ? " [ON]" : " [OFF]"));
+}
+
+bool DataLoaderGUI_cls::CheckLists() const {
+    GrammerBase_cls scratch("DataLoad");
+    CopyListsTo(&scratch);
+    return DataLoader_cls::CheckGrammer(scratch);
+}
+
+bool DataLoaderGUI_cls::OpenWithCheck(const wxString& path) {
+    if (!CheckLists()) return false;
+    CopyListsTo(mpCLoader);
+    mStrLastChosen = path;
+    UpdateValues();
+    mpCLoader->OpenDataFile(path);
+    return true;
+}
+
+bool DataLoaderGUI_cls::AskForFile(wxString* pPath) {
+    wxFileDialogEX local(this);
+    wxFileDialogEX* dialog = GpCFileDialog ? GpCFileDialog : &local;
+    const wxString last = mpCLoader->mCItemLastOpened.mStrValue;
+    const wxFileName name(last);
+    const bool bNone = last.empty() || last == "NONE";
+    dialog->SetParams(_("Coose first file"), bNone ? wxString("./") : name.GetPath(),
+                      bNone ? wxString() : name.GetFullName(), "*", wxFD_FILE_MUST_EXIST | wxFD_OPEN);
+    if (dialog->ShowModal() != wxID_OK) return false;
+    *pPath = mStrLastChosen = dialog->GetPath();
+    return true;
+}
+
+void DataLoaderGUI_cls::OnBtnOpenFile() {
+    if (!CheckLists()) return;
+    wxString path;
+    if (!AskForFile(&path)) return;
+    if (OpenWithCheck(path)) CloseEXKey();
+}
+
+void DataLoaderGUI_cls::OnBtnDefault() {
+    SetToDefault(this, mpCListHead, mpCListBody);
+    mpCLoader->SetToDefault();
+    UpdateValues();
+}
+
+void DataLoaderGUI_cls::OnBtnGuess() {
+    const wxString last = mpCLoader->mCItemLastOpened.mStrValue;
+    if (mStrLastChosen.empty() && last != "NONE" && wxFileName::FileExists(last)) mStrLastChosen = last;
+    wxString path = mStrLastChosen;
+    if (path.empty() && !AskForFile(&path)) return;
+    GuessDialog_cls dialog(this, path, *mpCLoader);
+    if (dialog.ShowModal() != wxID_OK) return;
+    dialog.CopyTo(mpCLoader);
+    UpdateValues();
+}
+
+void DataLoaderGUI_cls::OnBtnPeriodic() { PostMenuEvent(ID_PERIODIC_BOUNDARY); }
+
+bool DataLoaderGUI_cls::OnKeyDown(wxKeyEvent& event) {
+    if (event.GetKeyCode() != 'O' || event.GetModifiers() != wxMOD_CONTROL) return false;
+    PostMenuEvent(ID_OPEN_PROJECT);
+    return true;
+}

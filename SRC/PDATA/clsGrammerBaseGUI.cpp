@@ -1,0 +1,258 @@
+#include "PDATA/clsGrammerBaseGUI.h"
+
+#include <algorithm>
+
+#include <wx/listctrl.h>
+#include <wx/menu.h>
+#include <wx/settings.h>
+
+#include "COMMON/MsgBox.h"
+#include "PDATA/clsGrammerBase.h"
+
+namespace {
+
+constexpr int kTypeNumber = 3; // particle types go from 0 to this
+constexpr int kHeadCodes = 5;
+constexpr int kBodyCodes = 9;
+
+enum MenuId { ID_SWAP_UP = 7001, ID_SWAP_DOWN, ID_DELETE_ITEM, ID_INSERT_FIRST = 7010 };
+
+bool IsDummy(int code) { return code >= BODY_DUMMY && code <= BODY_DUMMY10; }
+
+long FocusedRow(wxListCtrl* pList) { return pList->GetNextItem(-1, wxLIST_NEXT_ALL, wxLIST_STATE_FOCUSED); }
+
+void FocusRow(wxListCtrl* pList, long row) {
+    constexpr long mask = wxLIST_STATE_FOCUSED | wxLIST_STATE_SELECTED;
+    for (long i = 0; i < pList->GetItemCount(); ++i)
+        pList->SetItemState(i, i == row ? mask : 0, mask);
+    if (row >= 0 && row < pList->GetItemCount()) pList->EnsureVisible(row);
+}
+
+} // namespace
+
+GrammerBaseGUI_cls::GrammerBaseGUI_cls(GrammerBase_cls* pGrammer) : mpCGrammer(pGrammer) {
+    const char* const headName[kHeadCodes] = {"Time", "Number", "Dummy", "Dummy*3", "Dummy*10"};
+    const char* const headType[kHeadCodes] = {"float", "integer", "float", "float*3", "float*10"};
+    for (int i = 0; i < kHeadCodes; ++i) {
+        mStrName[HEAD][i] = mStrInsert[HEAD][i] = headName[i];
+        mStrType[HEAD][i] = headType[i];
+        mStrByte[HEAD][i] = wxString::Format("%d", GrammerBase_cls::GetHeadItemByte(i));
+    }
+    const char* const bodyName[kBodyCodes] = {"x y z",  "Vx Vy Vz", "Dummy", "Dummy*3", "Dummy*10",
+                                              "Radius", "ID",       "Type",  "Value1"};
+    const char* const bodyInsert[kBodyCodes] = {"XYZ",   "VxVyVz", "Dummy", "Dummy*3", "Dummy*10",
+                                                "Raius", "ID",     "Type",  "Value1"};
+    const wxString bodyType[kBodyCodes] = {
+        "float*3",  "float*3", "float",   "float*3",
+        "float*10", "float",   "integer", wxString::Format("integer[0-%d]", kTypeNumber),
+        "float"};
+    for (int i = 0; i < kBodyCodes; ++i) {
+        mStrName[BODY][i] = bodyName[i];
+        mStrInsert[BODY][i] = bodyInsert[i];
+        mStrType[BODY][i] = bodyType[i];
+        mStrByte[BODY][i] = wxString::Format("%d", GrammerBase_cls::GetBodyItemByte(i));
+    }
+}
+
+GrammerBaseGUI_cls::~GrammerBaseGUI_cls() {
+    delete mpCMenu[HEAD];
+    delete mpCMenu[BODY];
+}
+
+void GrammerBaseGUI_cls::SetMenu() {
+    for (const Which which : {HEAD, BODY}) {
+        delete mpCMenu[which];
+        mpCMenu[which] = new wxMenu;
+        mpCMenuInsert[which] = new wxMenu;
+        mpCMenu[which]->Append(ID_SWAP_UP, _("Swap up"));
+        mpCMenu[which]->Append(ID_SWAP_DOWN, _("Swap down"));
+        mpCMenu[which]->Append(ID_DELETE_ITEM, _("Delete item"));
+        mpCMenu[which]->AppendSubMenu(mpCMenuInsert[which], _("InsertItem"));
+    }
+}
+
+void GrammerBaseGUI_cls::UpdateMenuHead() { UpdateInsertMenu(HEAD); }
+void GrammerBaseGUI_cls::UpdateMenuBody() { UpdateInsertMenu(BODY); }
+
+void GrammerBaseGUI_cls::UpdateInsertMenu(Which which) {
+    wxMenu* menu = mpCMenuInsert[which];
+    while (menu->GetMenuItemCount() > 0)
+        menu->Destroy(menu->FindItemByPosition(0));
+    const std::vector<int> present = GetVGrammer(which == HEAD ? mpCListHead : mpCListBody);
+    const int codes = which == HEAD ? kHeadCodes : kBodyCodes;
+    for (int code = 0; code < codes; ++code) {
+        const bool bThere = std::find(present.begin(), present.end(), code) != present.end();
+        if (IsDummy(code) || !bThere) menu->Append(ID_INSERT_FIRST + code, mStrInsert[which][code]);
+    }
+}
+
+void GrammerBaseGUI_cls::SetColumn(wxListCtrl* pList) {
+    pList->AppendColumn("", wxLIST_FORMAT_RIGHT, pList->FromDIP(26));
+    pList->AppendColumn(_("Data"), wxLIST_FORMAT_LEFT, pList->FromDIP(90));
+    pList->AppendColumn(_("Type"), wxLIST_FORMAT_LEFT, pList->FromDIP(100));
+    pList->AppendColumn(_("Byte"), wxLIST_FORMAT_LEFT, pList->FromDIP(50));
+}
+
+wxListCtrl* GrammerBaseGUI_cls::MakeList(wxWindow* pParent, Which which) {
+    auto* list =
+        new wxListCtrl(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxLC_REPORT | wxLC_SINGLE_SEL);
+    (which == HEAD ? mpCListHead : mpCListBody) = list;
+    SetColumn(list);
+    list->Bind(wxEVT_LIST_ITEM_SELECTED, [this, list](wxListEvent&) { mpCActive = list; });
+    list->Bind(wxEVT_CONTEXT_MENU, [this, list](wxContextMenuEvent&) { ShowPopup(list); });
+    list->Bind(wxEVT_LIST_KEY_DOWN, [this, list](wxListEvent& event) {
+        if (event.GetKeyCode() == WXK_DELETE || event.GetKeyCode() == WXK_NUMPAD_DELETE)
+            DeleteSelectedItem(list);
+        else
+            event.Skip();
+    });
+    list->Bind(
+        wxEVT_MENU, [this, list](wxCommandEvent& event) { OnMenu(list, event.GetId()); }, ID_SWAP_UP,
+        ID_INSERT_FIRST + kBodyCodes);
+    return list;
+}
+
+int GrammerBaseGUI_cls::WhichOf(wxListCtrl* pList) const { return pList == mpCListHead ? HEAD : BODY; }
+
+void GrammerBaseGUI_cls::ShowPopup(wxListCtrl* pList) {
+    mpCActive = pList;
+    const int which = WhichOf(pList);
+    if (which == HEAD)
+        UpdateMenuHead();
+    else
+        UpdateMenuBody();
+    const long row = FocusedRow(pList);
+    mpCMenu[which]->Enable(ID_SWAP_UP, row > 0);
+    mpCMenu[which]->Enable(ID_SWAP_DOWN, row >= 0 && row + 1 < pList->GetItemCount());
+    mpCMenu[which]->Enable(ID_DELETE_ITEM, pList->GetSelectedItemCount() > 0);
+    pList->PopupMenu(mpCMenu[which]);
+}
+
+void GrammerBaseGUI_cls::OnMenu(wxListCtrl* pList, int id) {
+    switch (id) {
+    case ID_SWAP_UP:
+        MoveFocused(pList, -1);
+        break;
+    case ID_SWAP_DOWN:
+        MoveFocused(pList, 1);
+        break;
+    case ID_DELETE_ITEM:
+        DeleteSelectedItem(pList);
+        break;
+    default:
+        InsertListItem(pList, id - ID_INSERT_FIRST);
+    }
+}
+
+void GrammerBaseGUI_cls::SetRowText(wxListCtrl* pList, int row, int code) {
+    const int which = WhichOf(pList);
+    const bool bKnown = code >= 0 && code < (which == HEAD ? kHeadCodes : kBodyCodes);
+    const bool bText = mpCGrammer->mCItemDataType.mValue == 1;
+    pList->SetItem(row, 1, bKnown ? mStrName[which][code] : wxString::Format("? %d", code));
+    pList->SetItem(row, 2, bText || !bKnown ? wxString("-") : mStrType[which][code]);
+    pList->SetItem(row, 3, bText || !bKnown ? wxString("-") : mStrByte[which][code]);
+    pList->SetItemData(row, code);
+}
+
+bool GrammerBaseGUI_cls::AddListItem(wxListCtrl* pList, int position, int code, int) {
+    const int count = pList->GetItemCount();
+    if (count >= GrammerBase_cls::kMaxItem) {
+        MsgBox(
+            wxString::Format(_("A list holds %d items at most. Delete one first, or use Dummy*3 and Dummy*10 "
+                               "in place of single dummies."),
+                             GrammerBase_cls::kMaxItem),
+            _("Grammer Error"));
+        return false;
+    }
+    const int row = position < 0 || position > count ? count : position;
+    pList->InsertItem(row, "");
+    SetRowText(pList, row, code);
+    UpdateIndexAndColor(pList);
+    return true;
+}
+
+bool GrammerBaseGUI_cls::InsertListItem(wxListCtrl* pList, int code) {
+    const int row = static_cast<int>(FocusedRow(pList));
+    if (!AddListItem(pList, row, code, WhichOf(pList))) return false;
+    if (row >= 0) FocusRow(pList, row);
+    OnListsEdited();
+    return true;
+}
+
+void GrammerBaseGUI_cls::DeleteSelectedItem(wxListCtrl* pList) {
+    long next = -1;
+    for (long row = pList->GetItemCount() - 1; row >= 0; --row) {
+        if (!pList->GetItemState(row, wxLIST_STATE_SELECTED)) continue;
+        pList->DeleteItem(row);
+        next = row;
+    }
+    if (next < 0) return;
+    UpdateIndexAndColor(pList);
+    if (pList->GetItemCount() > 0) FocusRow(pList, std::min<long>(next, pList->GetItemCount() - 1));
+    OnListsEdited();
+}
+
+void GrammerBaseGUI_cls::UpdateIndexAndColor(wxListCtrl* pList) {
+    const bool bDark = pList->GetBackgroundColour().GetLuminance() < 0.5;
+    for (int row = 0; row < pList->GetItemCount(); ++row) {
+        pList->SetItem(row, 0, wxString::Format("%d", row));
+        const wxColour normal = bDark ? *wxWHITE : *wxBLACK;
+        const wxColour dummy = bDark ? wxColour(128, 128, 128) : wxColour(160, 160, 160);
+        pList->SetItemTextColour(row, IsDummy(static_cast<int>(pList->GetItemData(row))) ? dummy : normal);
+    }
+}
+
+void GrammerBaseGUI_cls::UpdateList(wxListCtrl* pList, ConfItemINTARRAY_cls& codes) {
+    pList->Freeze();
+    pList->DeleteAllItems();
+    for (unsigned i = 0; i < codes.mCount; ++i)
+        AddListItem(pList, -1, codes.mValue[i], WhichOf(pList));
+    pList->Thaw();
+}
+
+void GrammerBaseGUI_cls::SetToDefault(wxWindow*, wxListCtrl* pHead, wxListCtrl* pBody) {
+    if (!MsgBoxYesno(_("Set to default ?"), _("Inquery"))) return;
+    mpCGrammer->SetHeaderGrammer({HEAD_TIME, HEAD_NUMBER});
+    mpCGrammer->SetBodyGrammer({BODY_XYZ, BODY_VXYZ, BODY_RADIUS, BODY_ID, BODY_TYPE, BODY_VALUE1});
+    UpdateList(pHead, mpCGrammer->mCItemHead);
+    UpdateList(pBody, mpCGrammer->mCItemBody);
+    OnListsEdited();
+}
+
+void GrammerBaseGUI_cls::SwapList(wxListCtrl* pList, int a, int b) {
+    const int count = pList->GetItemCount();
+    if (a < 0 || b < 0 || a >= count || b >= count || a == b) return;
+    const int codeA = static_cast<int>(pList->GetItemData(a));
+    const int codeB = static_cast<int>(pList->GetItemData(b));
+    SetRowText(pList, a, codeB);
+    SetRowText(pList, b, codeA);
+    UpdateIndexAndColor(pList);
+}
+
+void GrammerBaseGUI_cls::MoveFocused(wxListCtrl* pList, int direction) {
+    const int row = static_cast<int>(FocusedRow(pList));
+    const int target = row + direction;
+    if (row < 0 || target < 0 || target >= pList->GetItemCount()) return;
+    SwapList(pList, row, target);
+    FocusRow(pList, target);
+    OnListsEdited();
+}
+
+std::vector<int> GrammerBaseGUI_cls::GetVGrammer(wxListCtrl* pList) const {
+    std::vector<int> codes;
+    for (int row = 0; row < pList->GetItemCount(); ++row)
+        codes.push_back(static_cast<int>(pList->GetItemData(row)));
+    return codes;
+}
+
+void GrammerBaseGUI_cls::CopyListsTo(GrammerBase_cls* pTarget) const {
+    pTarget->SetHeaderGrammer(GetVGrammer(mpCListHead));
+    pTarget->SetBodyGrammer(GetVGrammer(mpCListBody));
+}
+
+void GrammerBaseGUI_cls::OnHookCombobox() {
+    CopyListsTo(mpCGrammer);
+    UpdateList(mpCListHead, mpCGrammer->mCItemHead);
+    UpdateList(mpCListBody, mpCGrammer->mCItemBody);
+    OnListsEdited();
+}
