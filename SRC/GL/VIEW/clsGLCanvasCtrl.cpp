@@ -62,13 +62,15 @@ GLCanvasCtrl_cls::GLCanvasCtrl_cls(wxWindow* pParent, FrameMain_cls* pFrame, Dra
                                    Preference_cls* pPreference, const wxString& name, int panelIndex,
                                    int displayMode, wxGLContext* pShare)
     : wxPanel(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL, name) {
-    mpCCanvas = new MainGLCanvas_cls(this, this, pFrame, pDrawOption, pPreference, panelIndex, displayMode, pShare);
+    mpCCanvas =
+        new MainGLCanvas_cls(this, this, pFrame, pDrawOption, pPreference, panelIndex, displayMode, pShare);
     MakeControls();
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(mpCSizerControls, 0, wxEXPAND | wxALL, kSpace / 2);
     sizer->Add(mpCCanvas, 1, wxEXPAND);
     SetSizer(sizer);
     UpdateWindow();
+    FitControls(GetSize().x);
     Bind(wxEVT_SIZE, &GLCanvasCtrl_cls::OnSize, this);
     Bind(wxEVT_RIGHT_UP, &GLCanvasCtrl_cls::OnRightUp, this);
 }
@@ -82,16 +84,18 @@ void GLCanvasCtrl_cls::MakeControls() {
     mpCComboGeometry = new wxComboBox(this, wxID_ANY, wxEmptyString, wxDefaultPosition, wxDefaultSize,
                                       GetGeometryNames(), wxCB_READONLY);
     mpCComboGeometry->SetToolTip(_("Geometry"));
-    mpCCheckPivot = new wxCheckBox(this, wxID_ANY, _("Pivot Follows Anchor"));
+    mpCPivotClip = new wxPanel(this);
+    mpCCheckPivot = new wxCheckBox(mpCPivotClip, wxID_ANY, _("Pivot Follows Anchor"));
+    mpCPivotClip->SetMinSize(wxSize(1, mpCCheckPivot->GetBestSize().y));
     mpCCheckPivot->SetToolTip(_("The view turns around the anchor path's position"));
     for (int which = 0; which < 4; ++which)
         MakeToggle(which);
+    // The long label stands last: where room is short, it alone is cut.
     mpCSizerControls->Add(mpCComboDisplayMode, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, kSpace);
     mpCSizerControls->Add(mpCComboGeometry, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, kSpace);
-    mpCSizerControls->Add(mpCCheckPivot, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, kSpace);
-    mpCSizerControls->AddStretchSpacer();
     for (wxToggleButton* pToggle : mpCToggle)
         mpCSizerControls->Add(pToggle, 0, wxALIGN_CENTER_VERTICAL);
+    mpCSizerControls->Add(mpCPivotClip, 1, wxALIGN_CENTER_VERTICAL | wxLEFT, 2 * kSpace);
     mpCComboDisplayMode->Bind(wxEVT_COMBOBOX, &GLCanvasCtrl_cls::OnComboBox, this);
     mpCComboGeometry->Bind(wxEVT_COMBOBOX, &GLCanvasCtrl_cls::OnComboBox, this);
     mpCCheckPivot->Bind(wxEVT_CHECKBOX, &GLCanvasCtrl_cls::OnPivot, this);
@@ -103,7 +107,8 @@ void GLCanvasCtrl_cls::MakeToggle(int which) {
     wxBitmap bitmap;
     if (wxFileExists(path)) bitmap.LoadFile(path, wxBITMAP_TYPE_PNG);
     const wxString label = bitmap.IsOk() ? wxString() : wxString(look.letter);
-    mpCToggle[which] = new wxToggleButton(this, wxID_ANY, label, wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
+    mpCToggle[which] =
+        new wxToggleButton(this, wxID_ANY, label, wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
     if (bitmap.IsOk()) mpCToggle[which]->SetBitmap(bitmap);
     mpCToggle[which]->SetToolTip(wxGetTranslation(look.tip));
     mpCToggle[which]->Bind(wxEVT_TOGGLEBUTTON, [this, which](wxCommandEvent&) { OnToggle(which); });
@@ -165,7 +170,7 @@ void GLCanvasCtrl_cls::OnToggle(int which) {
 void GLCanvasCtrl_cls::FitControls(int width) {
     const bool bRow = mbPanelShown;
     mpCComboGeometry->Show(bRow && width >= 420);
-    mpCCheckPivot->Show(bRow && width >= 300);
+    mpCPivotClip->Show(bRow && width >= 300);
     mpCComboDisplayMode->Show(bRow && width >= 220);
     for (wxToggleButton* pToggle : mpCToggle)
         pToggle->Show(bRow && width >= 120);

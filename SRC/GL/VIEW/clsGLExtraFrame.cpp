@@ -12,8 +12,8 @@ GLExtraFrame_cls::GLExtraFrame_cls(FrameMain_cls* pFrame, wxWindow* pParent, Dra
                                    Preference_cls* pPreference, wxGLContext* pShare)
     : wxFrame(pParent, wxID_ANY, "Extra", wxDefaultPosition, wxSize(640, 520),
               wxDEFAULT_FRAME_STYLE | wxFRAME_NO_TASKBAR) {
-    mpCCtrl = new GLCanvasCtrl_cls(this, pFrame, pDrawOption, pPreference, "Extra", MainGLCanvas_cls::kExtraPanel, 0,
-                                   pShare);
+    mpCCtrl = new GLCanvasCtrl_cls(this, pFrame, pDrawOption, pPreference, "Extra",
+                                   MainGLCanvas_cls::kExtraPanel, 0, pShare);
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(mpCCtrl, 1, wxEXPAND);
     SetSizer(sizer);

@@ -43,8 +43,8 @@ MainGLCanvas_cls::MainGLCanvas_cls(wxWindow* pParent, GLCanvasCtrl_cls* pCtrl, F
                                    int displayMode, wxGLContext* pShare)
     : wxGLCanvas(pParent, MakeWindowAttributes(), wxID_ANY, wxDefaultPosition, wxDefaultSize,
                  wxWANTS_CHARS | wxFULL_REPAINT_ON_RESIZE, wxString::Format("View %d", panelIndex)),
-      mPanelIndex(panelIndex), mpCCtrl(pCtrl), mpCFrame(pFrame), mpCDrawOption(pDrawOption), mCDolly(pPreference),
-      mCMouse(pPreference) {
+      mPanelIndex(panelIndex), mpCCtrl(pCtrl), mpCFrame(pFrame), mpCDrawOption(pDrawOption),
+      mCDolly(pPreference), mCMouse(pPreference) {
     // A window that GL can't draw into still stands in its place and says why it is empty.
     const bool bGL = GetHandle() != nullptr;
     if (!bGL) wxWindow::Create(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxWANTS_CHARS);
@@ -74,9 +74,10 @@ void MainGLCanvas_cls::TellNoGL() {
     static bool sbTold = false;
     if (sbTold) return;
     sbTold = true;
-    const wxString text = _("The views stay empty: this display offers no OpenGL of version 2.0 or higher with a "
-                            "compatibility profile.\nInstall the OpenGL driver of your graphics card, or the "
-                            "packages libgl1 and libgl1-mesa-dri, and start again.");
+    const wxString text =
+        _("The views stay empty: this display offers no OpenGL of version 2.0 or higher with a "
+          "compatibility profile.\nInstall the OpenGL driver of your graphics card, or the "
+          "packages libgl1 and libgl1-mesa-dri, and start again.");
     CallAfter([text] { MsgBox(text, _("No OpenGL")); });
 }
 
@@ -162,7 +163,8 @@ bool MainGLCanvas_cls::CheckGLRefresh(int frame, int step) {
     if (!IsShownOnScreen()) return true;
     if (frame == mPaintedFrame && step == mPaintedStep) return true;
     const bool bReading = GpCThreadReader.load() && !GbThreadReaderFinished.load(std::memory_order_acquire);
-    if (mbLoading && bReading && frame == mWaitFrame && step == mWaitStep) return false; // its end will wake us
+    if (mbLoading && bReading && frame == mWaitFrame && step == mWaitStep)
+        return false; // its end will wake us
     Refresh(false);
     return false;
 }
@@ -184,11 +186,12 @@ std::vector<unsigned char> MainGLCanvas_cls::ReadWindowPixels(int* pW, int* pH) 
     if (!mpCGLContext || !mbGLInitialized || !SetCurrent(*mpCGLContext)) return pixels;
     const GLAttribScope_cls attributes;
     const GLClientScope_cls client;
-    glReadBuffer(GL_FRONT);
+    glReadBuffer(GL_BACK);
     glPixelStorei(GL_PACK_ALIGNMENT, 1);
     std::vector<unsigned char> upward(pixels.size());
     glReadPixels(0, 0, size.x, size.y, GL_RGB, GL_UNSIGNED_BYTE, upward.data());
     for (size_t y = 0; y < static_cast<size_t>(size.y); ++y)
-        std::copy_n(upward.data() + (static_cast<size_t>(size.y) - 1 - y) * row, row, pixels.data() + y * row);
+        std::copy_n(upward.data() + (static_cast<size_t>(size.y) - 1 - y) * row, row,
+                    pixels.data() + y * row);
     return pixels;
 }

@@ -88,7 +88,8 @@ public:
     wxString GetMessageText() const { return mStrMessageShown; }
     int GetPaintCount() const { return mPaintCount; }
     double GetFirstPaintMillis() const { return double(mFirstPaintMillis); }
-    /// The picture now in the window, for tests: RGB, top row first; w and h in pixels.
+    /// What the last paint left behind, for tests: RGB, top row first; w and h in pixels. Needs a driver
+    /// that copies at the swap of the buffers, as software rendering does.
     std::vector<unsigned char> ReadWindowPixels(int* pW, int* pH);
 
     int mPanelIndex; ///< 0 to 3, 4 for the Extra Panel

@@ -16,7 +16,8 @@ wxString MainGLCanvas_cls::MakeStatusLine() const {
     const PDataSequence_cls& sequence = *mpCFrame->GetPCActiveFileSequence();
     const int lookAt = 0; // a camera path's look-at flag
     return sequence.GetFilename(mMoment.dataFrame) +
-           wxString::Format(":%d--%d %d", sequence.GetFilenameStatus(mMoment.dataFrame), mDisplayMode.mValue, lookAt);
+           wxString::Format(":%d--%d %d", sequence.GetFilenameStatus(mMoment.dataFrame), mDisplayMode.mValue,
+                            lookAt);
 }
 
 wxString MainGLCanvas_cls::MakeDataLine() const {

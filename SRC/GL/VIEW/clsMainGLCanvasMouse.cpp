@@ -11,9 +11,9 @@
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 
 void MainGLCanvas_cls::BindMouse() {
-    for (const auto& type : {wxEVT_LEFT_DOWN, wxEVT_LEFT_UP, wxEVT_LEFT_DCLICK, wxEVT_MIDDLE_DOWN, wxEVT_MIDDLE_UP,
-                             wxEVT_MIDDLE_DCLICK, wxEVT_RIGHT_DOWN, wxEVT_RIGHT_UP, wxEVT_RIGHT_DCLICK, wxEVT_MOTION,
-                             wxEVT_MOUSEWHEEL})
+    for (const auto& type : {wxEVT_LEFT_DOWN, wxEVT_LEFT_UP, wxEVT_LEFT_DCLICK, wxEVT_MIDDLE_DOWN,
+                             wxEVT_MIDDLE_UP, wxEVT_MIDDLE_DCLICK, wxEVT_RIGHT_DOWN, wxEVT_RIGHT_UP,
+                             wxEVT_RIGHT_DCLICK, wxEVT_MOTION, wxEVT_MOUSEWHEEL})
         Bind(type, &MainGLCanvas_cls::OnMouse, this);
     Bind(wxEVT_MOUSE_CAPTURE_LOST, &MainGLCanvas_cls::OnCaptureLost, this);
     Bind(wxEVT_MENU, &MainGLCanvas_cls::OnMenu, this, ID_CANVAS_MOVE_TO_CAM, ID_CANVAS_TOGGLE_PERSPECTIVE);
@@ -122,7 +122,8 @@ void MainGLCanvas_cls::SetOtherCanvasToBeActiveGL() {
 void MainGLCanvas_cls::RefreshOtherOrthoCanvas() {
     for (int view = 0; view < kViewNumber; ++view) {
         MainGLCanvas_cls* pOther = GetOther(view);
-        if (pOther && pOther != this && pOther->IsAlongAxis() && pOther->IsShownOnScreen()) pOther->RefreshEX();
+        if (pOther && pOther != this && pOther->IsAlongAxis() && pOther->IsShownOnScreen())
+            pOther->RefreshEX();
     }
 }
 
@@ -145,10 +146,18 @@ void MainGLCanvas_cls::ShowMenu() {
 
 void MainGLCanvas_cls::OnMenu(wxCommandEvent& event) {
     switch (event.GetId()) {
-    case ID_CANVAS_MOVE_TO_CAM: OnMenuMoveToCamPos(); break;
-    case ID_CANVAS_TOGGLE_LINK: OnMenuToggleLink(); break;
-    case ID_CANVAS_TOGGLE_PERSPECTIVE: TogglePerspective(); break;
-    default: event.Skip(); break;
+    case ID_CANVAS_MOVE_TO_CAM:
+        OnMenuMoveToCamPos();
+        break;
+    case ID_CANVAS_TOGGLE_LINK:
+        OnMenuToggleLink();
+        break;
+    case ID_CANVAS_TOGGLE_PERSPECTIVE:
+        TogglePerspective();
+        break;
+    default:
+        event.Skip();
+        break;
     }
 }
 

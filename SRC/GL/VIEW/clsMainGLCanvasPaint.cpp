@@ -33,7 +33,9 @@ public:
     PaintLock_cls& operator=(const PaintLock_cls&) = delete;
 };
 
-bool IsReaderBusy() { return GpCThreadReader.load() && !GbThreadReaderFinished.load(std::memory_order_acquire); }
+bool IsReaderBusy() {
+    return GpCThreadReader.load() && !GbThreadReaderFinished.load(std::memory_order_acquire);
+}
 
 bool IsInterpolatorBusy() {
     return GpCThreadInterpolate.load() && !GbThreadInterpolateFinished.load(std::memory_order_acquire);
@@ -59,10 +61,11 @@ void MainGLCanvas_cls::OnPaint(wxPaintEvent&) {
     ReadTime();
     // Tags are emptied and lights brought to the double index here; a data export takes its step.
     if (!BeginGL()) {
-        DrawTextOnDC(dc, mpCGLContext ? _("Your OpenGL version is ") + GLInfo_cls::GetGLVersionStr() +
-                                            _("\nFBO is NOT supported. Plase upgrade your OpenGL environment.\nYou "
-                                              "can not use most advanced openGL functions on remote desktop.")
-                                      : _("OpenGL is missing: nothing can be drawn here."));
+        DrawTextOnDC(dc, mpCGLContext
+                             ? _("Your OpenGL version is ") + GLInfo_cls::GetGLVersionStr() +
+                                   _("\nFBO is NOT supported. Plase upgrade your OpenGL environment.\nYou "
+                                     "can not use most advanced openGL functions on remote desktop.")
+                             : _("OpenGL is missing: nothing can be drawn here."));
         return;
     }
     SetViewFromSettings();
@@ -102,7 +105,8 @@ MainGLCanvas_cls::DataState MainGLCanvas_cls::WaitForFrame() {
             continue;
         }
         if (!IsReaderBusy() && !IsInterpolatorBusy())
-            mpCFrame->GetPCDataSeqCtrl()->PrepareIndex(whole, index - whole, time.IsForceInterpolation(), false);
+            mpCFrame->GetPCDataSeqCtrl()->PrepareIndex(whole, index - whole, time.IsForceInterpolation(),
+                                                       false);
         while ((IsReaderBusy() || IsInterpolatorBusy()) && !mpCFrame->IsTheFrameReady(-1)) {
             if (mCWaitWatch.Time() > kWaitMillis) return DataState::Loading;
             wxMilliSleep(kPollMillis);
