@@ -159,7 +159,8 @@ void FrameMain_cls::FitSplitterWindow(bool bForce) {
     if (height <= 0) return;
     const int least = std::min(mpCBtmHalf->GetMinHeight(), 120);
     if (!bForce && mpCSplitter->GetSashPosition() <= height - least) return;
-    mpCSplitter->SetSashPosition(height - std::max(mBtmHeight, mpCBtmHalf->GetMinHeight()));
+    // No more than the play panel needs; time lines below it will ask for mBtmHeight.
+    mpCSplitter->SetSashPosition(height - mpCBtmHalf->GetMinHeight());
     mpCBtmHalf->RecheckSize();
     Refresh();
 }

@@ -11,6 +11,7 @@
 #include "APP/clsMain.h"
 #include "COMMON/MsgBox.h"
 #include "COMMON/RuntimeFiles.h"
+#include "GL/VIEW/clsMainGLCanvas.h"
 
 wxIMPLEMENT_APP_NO_MAIN(MyApp);
 
@@ -40,6 +41,7 @@ bool MyApp::OnInit() {
     // Numbers in files never follow the user's locale.
     std::setlocale(LC_NUMERIC, "C");
 
+    wxImage::CleanUpHandlers(); // the toolkit brings one along; ours come in our order
     AddHandler<wxBMPHandler>("Windows bitmap file", "bmp", "image/x-bmp", wxBITMAP_TYPE_BMP);
     AddHandler<wxPNGHandler>("PNG file", "png", "image/png", wxBITMAP_TYPE_PNG);
     AddHandler<wxJPEGHandler>("JPEG file", "jpg", "image/jpeg", wxBITMAP_TYPE_JPEG);
@@ -48,6 +50,9 @@ bool MyApp::OnInit() {
     mpCMain = new Main_cls;
     mpCMain->mpCFrameMain->Show(true);
     SetTopWindow(mpCMain->mpCFrameMain);
+    FrameMain_cls* frame = mpCMain->mpCFrameMain;
+    frame->GetPCGLCanvas(0)->SetFocus(); // keys act from the first moment
+    frame->CallAfter([frame] { frame->FitSplitterWindow(true); }); // the window has its size only now
     return true;
 }
 

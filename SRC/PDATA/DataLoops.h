@@ -6,5 +6,5 @@
 // The choice at load time comes before a sanitizer's runtime is up.
 #define MORENTIS_DATA_LOOP
 #else
-#define MORENTIS_DATA_LOOP __attribute__((optimize("O3"), target_clones("avx2", "default")))
+#define MORENTIS_DATA_LOOP __attribute__((target_clones("avx2", "default")))
 #endif

@@ -16,7 +16,7 @@ struct SnapshotBody_st {
     int mDataType = 0;      ///< 1 text, else binary
     std::vector<int> mBody; ///< the record's codes
     bool mbDefaultBody = false;
-    int mHeaderBytes = 0; ///< bytes before the first record
+    long long mHeaderBytes = 0; ///< bytes before the first record
     int mHeaderLines = 0; ///< lines before the first particle
     int mNumber = 0;      ///< particles
     ParticleArrays_st mArrays;

@@ -87,10 +87,10 @@ void GrammerBaseGUI_cls::UpdateInsertMenu(Which which) {
 }
 
 void GrammerBaseGUI_cls::SetColumn(wxListCtrl* pList) {
-    pList->AppendColumn("", wxLIST_FORMAT_RIGHT, pList->FromDIP(20));
+    pList->AppendColumn("", wxLIST_FORMAT_RIGHT, pList->FromDIP(26));
     pList->AppendColumn(_("Data"), wxLIST_FORMAT_LEFT, pList->FromDIP(90));
-    pList->AppendColumn(_("Type"), wxLIST_FORMAT_LEFT, pList->FromDIP(80));
-    pList->AppendColumn(_("Byte"), wxLIST_FORMAT_LEFT, pList->FromDIP(60));
+    pList->AppendColumn(_("Type"), wxLIST_FORMAT_LEFT, pList->FromDIP(100));
+    pList->AppendColumn(_("Byte"), wxLIST_FORMAT_LEFT, pList->FromDIP(50));
 }
 
 wxListCtrl* GrammerBaseGUI_cls::MakeList(wxWindow* pParent, Which which) {

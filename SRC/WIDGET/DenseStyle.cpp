@@ -8,7 +8,7 @@ namespace {
 const char* const kStyle =
     "entry, spinbutton entry { min-height: 22px; padding: 0px 4px; }"
     "button { min-height: 22px; min-width: 16px; padding: 0px 6px; }"
-    "button.combo, combobox button { padding: 0px 4px; }"
+    "combobox button { min-height: 18px; padding: 0px 4px; }"
     "checkbutton, radiobutton { min-height: 22px; padding: 0px; }"
     "notebook header tab { min-height: 22px; padding: 1px 8px; }"
     "treeview header button, treeview.view header button { min-height: 18px; padding: 0px 4px; }";

@@ -4,3 +4,6 @@
 /// Shrink the toolkit's generous paddings for the whole program, once; colours stay the theme's. Needs
 /// the display. Where the toolkit doesn't let us, everything is merely taller.
 void InstallDenseStyle();
+
+/// Height of a row's field in logical pixels, the same for all kinds.
+constexpr int kFieldHeight = 24;

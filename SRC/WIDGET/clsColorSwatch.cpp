@@ -31,7 +31,7 @@ wxColour Over(const float* pColor, float shade) {
 ColorSwatch_cls::ColorSwatch_cls(wxWindow* pParent) {
     SetBackgroundStyle(wxBG_STYLE_PAINT);
     Create(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxBORDER_NONE | wxWANTS_CHARS);
-    SetMinSize(FromDIP(wxSize(48, 20)));
+    SetMinSize(FromDIP(wxSize(48, 24)));
     SetCursor(wxCursor(wxCURSOR_HAND));
     Bind(wxEVT_PAINT, &ColorSwatch_cls::OnPaint, this);
     Bind(wxEVT_LEFT_UP, [this](wxMouseEvent&) { Choose(); });

@@ -1,5 +1,7 @@
 #include "WIDGET/clsMultiInputPanel.h"
 
+#include <algorithm>
+
 #include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/choice.h>
@@ -55,6 +57,8 @@ int MultiInputPanel_cls::NewRow(const wxString& label, const wxString& tip) {
 
 wxWindow* MultiInputPanel_cls::Place(int row, wxWindow* pWindow, int proportion) {
     Row& r = *mRows[static_cast<size_t>(row)];
+    const wxSize least = pWindow->GetMinSize();
+    pWindow->SetMinSize(wxSize(least.x, std::max(least.y, FromDIP(kFieldHeight))));
     const int left = r.mFields.empty() ? 0 : FromDIP(kGap);
     r.mpFields->Add(pWindow, proportion, wxALIGN_CENTRE_VERTICAL | wxLEFT, left);
     r.mFields.push_back(pWindow);
@@ -87,7 +91,6 @@ int MultiInputPanel_cls::AddStatic(const wxString& label, std::function<wxString
                                    const wxString& tip) {
     const int row = NewRow(label, tip);
     auto* text = new wxStaticText(this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxST_NO_AUTORESIZE);
-    text->SetMinSize(wxSize(-1, FromDIP(22)));
     text->SetToolTip(tip);
     Place(row, text, 1);
     mRows[static_cast<size_t>(row)]->mRefresh.push_back([text, get] {

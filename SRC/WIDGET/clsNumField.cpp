@@ -21,7 +21,7 @@ NumField_cls::NumField_cls(wxWindow* pParent, const NumSpec& spec, int widthChar
     : wxPanel(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL), mSpec(spec) {
     InstallDenseStyle();
     mpCText = new wxTextCtrl(this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxTE_PROCESS_ENTER);
-    mpCText->SetInitialSize(wxSize(mpCText->GetCharWidth() * widthChars + FromDIP(12), -1));
+    mpCText->SetMinSize(wxSize(mpCText->GetCharWidth() * widthChars + FromDIP(12), FromDIP(kFieldHeight)));
     mpCArrows =
         new wxPanel(this, wxID_ANY, wxDefaultPosition, FromDIP(wxSize(kArrowWidth, -1)), wxBORDER_NONE);
     mpCArrows->SetBackgroundStyle(wxBG_STYLE_PAINT);

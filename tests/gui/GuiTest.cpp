@@ -58,6 +58,7 @@ void GuiTest::SetUp() {
         return bAnswer;
     });
     MainGLCanvas_cls::msCFBOSizeIndex.mValue = 0; // 256 pixels: software rendering
+    MainGLCanvas_cls::msbKeepPicture = true;
     ForgetNotices();
     Frame()->Raise();
     Settle();
@@ -122,7 +123,7 @@ bool GuiTest::OpenProjectAndPaint(const std::string& path) {
 
 Picture_st GuiTest::Grab(int view) {
     Picture_st picture;
-    picture.mRGB = Canvas(view)->ReadWindowPixels(&picture.mW, &picture.mH);
+    picture.mRGB = Canvas(view)->GetShownPicture(&picture.mW, &picture.mH);
     return picture;
 }
 
@@ -130,9 +131,9 @@ bool GuiTest::ProjectToWindow(int view, const double (&pos)[3], double* pX, doub
     MainGLCanvas_cls* canvas = Canvas(view);
     double square[3];
     if (!canvas->mCGLPerspective.Project(canvas->mCCamPos, pos, square)) return false;
-    // The square picture is scaled to the window's longer side and centred.
+    // The square picture is scaled to the width of the window and centred.
     const wxSize size = canvas->GetClientSize() * canvas->GetContentScaleFactor();
-    const double side = std::max(size.x, size.y);
+    const double side = size.x;
     *pX = size.x / 2.0 + square[0] * side / 2.0;
     *pY = size.y / 2.0 - square[1] * side / 2.0;
     return true;

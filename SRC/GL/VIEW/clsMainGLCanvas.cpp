@@ -10,6 +10,7 @@
 #include "GL/BASE/clsGLState.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 
+bool MainGLCanvas_cls::msbKeepPicture = false;
 const int MainGLCanvas_cls::msAFBOSize[5] = {256, 512, 1024, 2048, 4096};
 ConfItemUINT_cls MainGLCanvas_cls::msCFBOSizeIndex;
 ConfItemFLOAT_cls MainGLCanvas_cls::msCLineWidth;
@@ -177,21 +178,22 @@ void MainGLCanvas_cls::SetGLBGColor(int which) {
     glClearColor(color[0], color[1], color[2], color[3]);
 }
 
-std::vector<unsigned char> MainGLCanvas_cls::ReadWindowPixels(int* pW, int* pH) {
+void MainGLCanvas_cls::KeepPicture() {
     const wxSize size = GetPixelSize();
-    *pW = size.x;
-    *pH = size.y;
     const size_t row = static_cast<size_t>(size.x) * 3;
-    std::vector<unsigned char> pixels(row * static_cast<size_t>(size.y), 0);
-    if (!mpCGLContext || !mbGLInitialized || !SetCurrent(*mpCGLContext)) return pixels;
-    const GLAttribScope_cls attributes;
+    std::vector<unsigned char> upward(row * static_cast<size_t>(size.y));
     const GLClientScope_cls client;
-    glReadBuffer(GL_BACK);
+    glReadBuffer(GL_BACK); // the front buffer of a window can't be read everywhere
     glPixelStorei(GL_PACK_ALIGNMENT, 1);
-    std::vector<unsigned char> upward(pixels.size());
     glReadPixels(0, 0, size.x, size.y, GL_RGB, GL_UNSIGNED_BYTE, upward.data());
-    for (size_t y = 0; y < static_cast<size_t>(size.y); ++y)
-        std::copy_n(upward.data() + (static_cast<size_t>(size.y) - 1 - y) * row, row,
-                    pixels.data() + y * row);
-    return pixels;
+    mVPicture.resize(upward.size());
+    for (size_t y = 0, last = static_cast<size_t>(size.y) - 1; y <= last; ++y)
+        std::copy_n(upward.data() + (last - y) * row, row, mVPicture.data() + y * row);
+    mPictureSize = size;
+}
+
+const std::vector<unsigned char>& MainGLCanvas_cls::GetShownPicture(int* pW, int* pH) const {
+    *pW = mPictureSize.x;
+    *pH = mPictureSize.y;
+    return mVPicture;
 }

@@ -88,9 +88,8 @@ public:
     wxString GetMessageText() const { return mStrMessageShown; }
     int GetPaintCount() const { return mPaintCount; }
     double GetFirstPaintMillis() const { return double(mFirstPaintMillis); }
-    /// What the last paint left behind, for tests: RGB, top row first; w and h in pixels. Needs a driver
-    /// that copies at the swap of the buffers, as software rendering does.
-    std::vector<unsigned char> ReadWindowPixels(int* pW, int* pH);
+    /// The picture last shown: RGB, top row first, w times h pixels. Kept only while msbKeepPicture is set.
+    const std::vector<unsigned char>& GetShownPicture(int* pW, int* pH) const;
 
     int mPanelIndex; ///< 0 to 3, 4 for the Extra Panel
     ConfItemList_cls mConfList;
@@ -114,6 +113,7 @@ public:
     ConfItemBOOL_cls mDistortion;
     ConfItemBOOL_cls mFisheyeGrid;
 
+    static bool msbKeepPicture;     ///< read every picture back before it is shown, for tests; slow
     static const int msAFBOSize[5]; ///< 256 to 4096
     static int GetFBOSize();
     static ConfItemUINT_cls msCFBOSizeIndex;
@@ -163,6 +163,7 @@ private:
     void PlaceCamera();
     void DrawEyes();
     void CountPaint();
+    void KeepPicture();
     void DrawOnWindow();
 
     // clsMainGLCanvasDraw.cpp
@@ -238,6 +239,8 @@ private:
     int mDrawCount = 0;
     wxString mWXStrMessage; ///< warning of this paint
     wxString mStrMessageShown;
+    std::vector<unsigned char> mVPicture; ///< see msbKeepPicture
+    wxSize mPictureSize;
 
     static std::unique_ptr<FBO_cls> mspCFace; ///< the scene of the paint in progress; kept for its memory
 };

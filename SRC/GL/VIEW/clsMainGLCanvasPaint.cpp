@@ -77,6 +77,7 @@ void MainGLCanvas_cls::OnPaint(wxPaintEvent&) {
     // image goes to its file, and after the last step of a motion blur its buffers go.
     CountPaint();
     DrawOnWindow();
+    if (msbKeepPicture) KeepPicture();
     SwapBuffers();
     mShownSize = GetPixelSize();
     // POV-Ray export takes its step; the dialogs of camera, lights and stereo follow the active view.

@@ -1,0 +1,91 @@
+#include "StoreFixture.h"
+
+namespace {
+
+/// Twenty slots that count as loaded, each of exactly one MB; no arrays behind them.
+class Eviction : public StoreFixture {
+protected:
+    Eviction() {
+        Sequence().SetSeqLength(20);
+        for (int i = 0; i < 20; ++i) {
+            Snap(i).mbLoadStarted = true;
+            Snap(i).mbLoaded = true;
+            Snap(i).mpCBlock->mInterpolateType = 0;
+            Snap(i).mpCBlock->mParticleNumber = 32768;
+        }
+    }
+    std::vector<int> Loaded() {
+        std::vector<int> loaded;
+        for (int i = 0; i < 20; ++i)
+            if (Snap(i).IsItLoaded()) loaded.push_back(i);
+        return loaded;
+    }
+    /// What goes, one after the other, when the limit sinks MB by MB.
+    std::vector<int> Order(int current, int step) {
+        std::vector<int> order;
+        for (;;) {
+            const std::vector<int> before = Loaded();
+            mStore.mLimitMB = static_cast<int>(before.size()) - 1;
+            mStore.CleanUpMemory(current, step);
+            const std::vector<int> after = Loaded();
+            if (after.size() == before.size()) return order;
+            EXPECT_EQ(after.size() + 1, before.size());
+            std::set_difference(before.begin(), before.end(), after.begin(), after.end(),
+                                std::back_inserter(order));
+        }
+    }
+};
+
+} // namespace
+
+TEST_F(Eviction, HistoryCountsDoubleAndTheNextThreeStay) {
+    EXPECT_EQ(Order(10, 1), (std::vector<int>{0, 1, 2, 3, 4, 5, 19, 6, 18, 17, 7, 16, 15, 8, 14, 9}));
+    EXPECT_EQ(Loaded(), (std::vector<int>{10, 11, 12, 13}));
+}
+
+TEST_F(Eviction, SnapshotsWithAKeyGoAfterTheirFellows) {
+    mStore.SetSnipping(2);
+    mStore.SetSnipping(18);
+    EXPECT_EQ(Order(10, 1), (std::vector<int>{0, 1, 3, 4, 5, 19, 2, 6, 17, 7, 16, 15, 8, 9, 18, 14}));
+    mStore.ClearSnipping();
+    EXPECT_FALSE(Snap(18).mbSnipping);
+}
+
+TEST_F(Eviction, SteppingByThreeDropsWhatIsNeverShown) {
+    mStore.CleanUpMemory(0, 3);
+    EXPECT_EQ(Loaded(), (std::vector<int>{0, 1, 3, 4, 6, 7, 9, 10, 12, 13, 15, 16, 18, 19}));
+    mStore.CleanUpMemory(0, 2);
+    EXPECT_EQ(Loaded().size(), 14u);
+}
+
+TEST_F(Eviction, LimitBelowOneSnapshotEnds) {
+    mStore.mLimitMB = 0;
+    mStore.CleanUpMemory(19, 1);
+    EXPECT_EQ(Loaded(), std::vector<int>{19});
+    EXPECT_EQ(mStore.mUsedMB, 1);
+    mStore.CleanUpMemory(0, 0); // a step of 0 is one of 1
+    EXPECT_TRUE(Loaded().empty());
+}
+
+TEST_F(Eviction, MemoryIsCountedByFixedWeights) {
+    EXPECT_EQ(mStore.CalcAndGetUsedTotalMemoryMB(), 20);
+    for (int i = 0; i < 20; ++i)
+        Snap(i).mpCBlock->mInterpolateType = 1;
+    EXPECT_EQ(mStore.CalcAndGetUsedTotalMemoryMB(), 20 * 1792 / 1024);
+    Snap(0).mpCBlock->mParticleNumber = 2000000000;
+    EXPECT_EQ(Snap(0).GetUsedMemoryKB(), 2000000000LL * 56 / 1024);
+    Snap(0).mpCBlock->mParticleNumber = -1;
+    EXPECT_EQ(Snap(0).GetUsedMemoryKB(), 0);
+}
+
+TEST_F(Eviction, ShortMemoryTakesTheFurthestButNotWhatIsNeeded) {
+    mStore.mLimitMB = 20;
+    mStore.CleanUpMemory(10, 1);
+    PDataSnap_cls::mspCOnBehalf = &Snap(0);
+    ASSERT_TRUE(PDataSeqCtrl_cls::ReleaseForAllocation(&Snap(1)));
+    EXPECT_FALSE(Snap(2).IsItLoaded());
+    while (PDataSeqCtrl_cls::ReleaseForAllocation(&Snap(1)))
+        ;
+    PDataSnap_cls::mspCOnBehalf = nullptr;
+    EXPECT_EQ(Loaded(), (std::vector<int>{0, 1}));
+}
