@@ -40,7 +40,7 @@ BtmHalfPanel_cls::BtmHalfPanel_cls(wxWindow* pParent, Main_cls* pMain)
 }
 
 void BtmHalfPanel_cls::FitOnce() {
-    auto* splitter = wxDynamicCast(GetParent(), wxSplitterWindow);
+    auto* splitter = dynamic_cast<wxSplitterWindow*>(GetParent());
     if (mbFitted || !splitter || !splitter->IsSplit()) return;
     const int height = splitter->GetClientSize().y;
     if (height < kRealWindow * GetMinHeight()) return; // the window has no size yet
