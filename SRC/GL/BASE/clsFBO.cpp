@@ -111,7 +111,8 @@ void FBO_cls::Begin(bool bClear) {
     if (!Attach()) std::printf("Off-screen buffer of %d x %d is not complete\n", mW, mH);
     glViewport(0, 0, mW, mH);
     glClearColor(0, 0, 0, 0);
-    glClear(bClear ? GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT : GL_STENCIL_BUFFER_BIT);
+    glClear(bClear ? GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT
+                   : GL_STENCIL_BUFFER_BIT);
 }
 
 void FBO_cls::End() {
@@ -126,11 +127,16 @@ void FBO_cls::End() {
 
 float FBO_cls::GetLineWidthFactor(int size) {
     switch (size) {
-    case 256: return 0.125f;
-    case 512: return 0.25f;
-    case 1024: return 0.5f;
-    case 4096: return 2.0f;
-    default: return 1.0f;
+    case 256:
+        return 0.125f;
+    case 512:
+        return 0.25f;
+    case 1024:
+        return 0.5f;
+    case 4096:
+        return 2.0f;
+    default:
+        return 1.0f;
     }
 }
 

@@ -51,7 +51,10 @@ wxString GLInfo_cls::GetGLMaxElementsIndices() {
 wxString GLInfo_cls::GetText() {
     if (!msbInitialized) return _("No view has been drawn yet.");
     wxString text;
-    text << "OpenGL " << msStrVersion << "\n" << msStrGLSL << "\n" << msStrVendor << "\n" << msStrRenderer << "\n";
+    text << "OpenGL " << msStrVersion << "\n"
+         << msStrGLSL << "\n"
+         << msStrVendor << "\n"
+         << msStrRenderer << "\n";
     text << GetGLMaxElementsVertices() << "\n" << GetGLMaxElementsIndices() << "\n";
     text << wxString::Format("Max Texture Size: %d", msMaxTexture);
     return text;

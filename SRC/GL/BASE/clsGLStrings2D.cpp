@@ -15,13 +15,20 @@ constexpr int kLineHeight = 24;
 void* GetGlutFont(GLStrings2D_cls::Font font) {
     using Font = GLStrings2D_cls::Font;
     switch (font) {
-    case Font::Helvetica10: return GLUT_BITMAP_HELVETICA_10;
-    case Font::Helvetica18: return GLUT_BITMAP_HELVETICA_18;
-    case Font::Fixed13: return GLUT_BITMAP_8_BY_13;
-    case Font::Fixed15: return GLUT_BITMAP_9_BY_15;
-    case Font::Times10: return GLUT_BITMAP_TIMES_ROMAN_10;
-    case Font::Times24: return GLUT_BITMAP_TIMES_ROMAN_24;
-    case Font::Helvetica12: break;
+    case Font::Helvetica10:
+        return GLUT_BITMAP_HELVETICA_10;
+    case Font::Helvetica18:
+        return GLUT_BITMAP_HELVETICA_18;
+    case Font::Fixed13:
+        return GLUT_BITMAP_8_BY_13;
+    case Font::Fixed15:
+        return GLUT_BITMAP_9_BY_15;
+    case Font::Times10:
+        return GLUT_BITMAP_TIMES_ROMAN_10;
+    case Font::Times24:
+        return GLUT_BITMAP_TIMES_ROMAN_24;
+    case Font::Helvetica12:
+        break;
     }
     return GLUT_BITMAP_HELVETICA_12;
 }

@@ -16,7 +16,8 @@ void TextureBase_cls::DeleteTexture() {
     mTexture = 0;
 }
 
-void TextureBase_cls::DrawOnScreen2D(int w, int h, int quadW, int quadH, int x, int y, bool bKeepState) const {
+void TextureBase_cls::DrawOnScreen2D(int w, int h, int quadW, int quadH, int x, int y,
+                                     bool bKeepState) const {
     const GLAttribScope_cls attributes;
     const GLClientScope_cls client;
     const GL2DScope_cls plane(w, h);

@@ -36,7 +36,8 @@ void MakeDrawList(std::vector<ArrayAndIndex_cls>& list, int count, int step, con
     if (order.sortOrder == 1 && order.planeDepth == 1)
         Fill(list, full, step, [&](int i) { return GetPlaneKey(pPos[i], order); });
     else if (order.sortOrder == 1)
-        Fill(list, full, step, [&](int i) { return static_cast<float>(-GetSquaredDistance(pPos[i], order)); });
+        Fill(list, full, step,
+             [&](int i) { return static_cast<float>(-GetSquaredDistance(pPos[i], order)); });
     else if (order.sortOrder == 2)
         Fill(list, all, step, [&](int i) { return static_cast<float>(GetSquaredDistance(pPos[i], order)); });
     else

@@ -7,8 +7,8 @@
 
 /// How a draw list is made: "SortOrder=" of the draw options, and where the eye is in data coordinates.
 struct DrawListOrder {
-    unsigned sortOrder = 0;   ///< 0 none, 1 far to near, 2 near to far
-    int planeDepth = 1;       ///< with sort order 1: 1 depth along the view, 0 distance from the eye
+    unsigned sortOrder = 0; ///< 0 none, 1 far to near, 2 near to far
+    int planeDepth = 1;     ///< with sort order 1: 1 depth along the view, 0 distance from the eye
     double cameraPos[3] = {0, 0, 0};
     double cameraDir[3] = {0, 0, -1};
 };

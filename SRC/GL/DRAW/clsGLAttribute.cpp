@@ -30,7 +30,8 @@ std::vector<unsigned char> GenerateBufferRGBA(const wxImage& image) {
 
 } // namespace
 
-GLAttribute_cls::GLAttribute_cls(PDataSequence_cls* pSequence, int seqIndex, int index, DrawOption_cls* pDrawOption)
+GLAttribute_cls::GLAttribute_cls(PDataSequence_cls* pSequence, int seqIndex, int index,
+                                 DrawOption_cls* pDrawOption)
     : mpCSequence(pSequence), mpCDrawOption(pDrawOption), mIndex(index),
       mColor(MakePrefix(seqIndex, index) + "Col", MakeLabel(index, "Color"), "1 0.8 0.2 1"),
       mAmbient(MakePrefix(seqIndex, index) + "Ambient", MakeLabel(index, "Ambient"), "0.2 0.16 0.04 1"),
@@ -71,8 +72,8 @@ void GLAttribute_cls::RefreshTex() {
     const wxLogNull quiet; // an unloadable file gives an empty texture
     wxImage image;
     if (image.LoadFile(FindRuntimeFile(mTexFileBillboard.mStrValue)))
-        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, image.GetWidth(), image.GetHeight(), 0, GL_RGBA, GL_UNSIGNED_BYTE,
-                     GenerateBufferRGBA(image).data());
+        glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, image.GetWidth(), image.GetHeight(), 0, GL_RGBA,
+                     GL_UNSIGNED_BYTE, GenerateBufferRGBA(image).data());
     glBindTexture(GL_TEXTURE_2D, 0);
 }
 

@@ -35,7 +35,8 @@ void GLDrawData_cls::SetCameraPos(const PositionAndDirection_cls& camera) {
     std::copy(camera.mFront, camera.mFront + 3, mCameraDir);
 }
 
-void GLDrawData_cls::SetLightSourceInfo(int lightCount, const float* pLightPos, double lengthA, double lengthB) {
+void GLDrawData_cls::SetLightSourceInfo(int lightCount, const float* pLightPos, double lengthA,
+                                        double lengthB) {
     mLightNumber = lightCount;
     if (pLightPos) std::copy(pLightPos, pLightPos + 3, mLightPos);
     mShadowLengthA = lengthA;
@@ -73,7 +74,9 @@ double GLDrawData_cls::GetSteppingRadiusFactor(int step) {
     return RadiusFactor(std::min(RadiusShare(step), 0.8), step);
 }
 
-double GLDrawData_cls::GetSteppingAlphaFactorUnlimited(int step) { return AlphaFactor(AlphaShare(step), step); }
+double GLDrawData_cls::GetSteppingAlphaFactorUnlimited(int step) {
+    return AlphaFactor(AlphaShare(step), step);
+}
 
 double GLDrawData_cls::GetSteppingRadiusFactorUnlimited(int step) {
     return RadiusFactor(RadiusShare(step), step);

@@ -44,7 +44,8 @@ struct PointAlpha {
     explicit PointAlpha(const GLAttribute_cls& attribute, double steppingFactor)
         : bDepends(attribute.mAlphaType.mValue == 1),
           factor(static_cast<float>(steppingFactor * attribute.mAlphaFactor.mValue)),
-          square(attribute.GetRadiusFactor() * attribute.GetRadiusFactor()), limit(attribute.mAlphaMax.mValue) {}
+          square(attribute.GetRadiusFactor() * attribute.GetRadiusFactor()),
+          limit(attribute.mAlphaMax.mValue) {}
 
     float operator()(float alpha) const {
         if (bDepends) alpha = square > 0.0f ? std::min(alpha / square, limit) : limit;
@@ -118,7 +119,8 @@ void GLDrawData_cls::GLDrawPointAll(int face, SnapData_cls* pSnap, GLAttribute_c
 
     ColorCurve_cls& curve = pAttribute->mColor;
     curve.PreCalcScaleFactor();
-    const PointAlpha alpha(*pAttribute, GetSteppingAlphaFactorUnlimited(pAttribute->mpCDrawOption->GetDownSizing()));
+    const PointAlpha alpha(*pAttribute,
+                           GetSteppingAlphaFactorUnlimited(pAttribute->mpCDrawOption->GetDownSizing()));
     DrawProgress_cls progress(number);
     GLPointBatch_cls batch(mVBatch, false, !bAdditive);
     float color[4];

@@ -76,8 +76,8 @@ class SequentialPoints_cls {
 public:
     SequentialPoints_cls(std::vector<float>& storage, const Looks& looks)
         : mbSized(looks.bMixedSize && GLPointBatch_cls::HasSizedPoints()),
-          mbPremultiply(looks.bMixedBlend && !glIsEnabled(GL_FOG)), mSize(looks.size), mbAdditive(looks.bAdditive),
-          mBatch(storage, mbSized, mbPremultiply || !mbAdditive) {
+          mbPremultiply(looks.bMixedBlend && !glIsEnabled(GL_FOG)), mSize(looks.size),
+          mbAdditive(looks.bAdditive), mBatch(storage, mbSized, mbPremultiply || !mbAdditive) {
         glPointSize(mSize);
         if (mbPremultiply)
             glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
@@ -92,7 +92,8 @@ public:
         }
         if (mbPremultiply) {
             const float a = std::clamp(pColor[3], 0.0f, 1.0f);
-            const float color[4] = {a * std::clamp(pColor[0], 0.0f, 1.0f), a * std::clamp(pColor[1], 0.0f, 1.0f),
+            const float color[4] = {a * std::clamp(pColor[0], 0.0f, 1.0f),
+                                    a * std::clamp(pColor[1], 0.0f, 1.0f),
                                     a * std::clamp(pColor[2], 0.0f, 1.0f), look.bAdditive ? 0.0f : a};
             mBatch.Add(pPos, color, look.size);
             return;

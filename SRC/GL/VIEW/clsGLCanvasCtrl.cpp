@@ -70,6 +70,7 @@ GLCanvasCtrl_cls::GLCanvasCtrl_cls(wxWindow* pParent, FrameMain_cls* pFrame, Dra
     sizer->Add(mpCCanvas, 1, wxEXPAND);
     SetSizer(sizer);
     UpdateWindow();
+    FitControls(GetSize().x);
     Bind(wxEVT_SIZE, &GLCanvasCtrl_cls::OnSize, this);
     Bind(wxEVT_RIGHT_UP, &GLCanvasCtrl_cls::OnRightUp, this);
 }
@@ -83,16 +84,18 @@ void GLCanvasCtrl_cls::MakeControls() {
     mpCComboGeometry = new wxComboBox(this, wxID_ANY, wxEmptyString, wxDefaultPosition, wxDefaultSize,
                                       GetGeometryNames(), wxCB_READONLY);
     mpCComboGeometry->SetToolTip(_("Geometry"));
-    mpCCheckPivot = new wxCheckBox(this, wxID_ANY, _("Pivot Follows Anchor"));
+    mpCPivotClip = new wxPanel(this);
+    mpCCheckPivot = new wxCheckBox(mpCPivotClip, wxID_ANY, _("Pivot Follows Anchor"));
+    mpCPivotClip->SetMinSize(wxSize(1, mpCCheckPivot->GetBestSize().y));
     mpCCheckPivot->SetToolTip(_("The view turns around the anchor path's position"));
     for (int which = 0; which < 4; ++which)
         MakeToggle(which);
+    // The long label stands last: where room is short, it alone is cut.
     mpCSizerControls->Add(mpCComboDisplayMode, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, kSpace);
     mpCSizerControls->Add(mpCComboGeometry, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, kSpace);
-    mpCSizerControls->Add(mpCCheckPivot, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, kSpace);
-    mpCSizerControls->AddStretchSpacer();
     for (wxToggleButton* pToggle : mpCToggle)
         mpCSizerControls->Add(pToggle, 0, wxALIGN_CENTER_VERTICAL);
+    mpCSizerControls->Add(mpCPivotClip, 1, wxALIGN_CENTER_VERTICAL | wxLEFT, 2 * kSpace);
     mpCComboDisplayMode->Bind(wxEVT_COMBOBOX, &GLCanvasCtrl_cls::OnComboBox, this);
     mpCComboGeometry->Bind(wxEVT_COMBOBOX, &GLCanvasCtrl_cls::OnComboBox, this);
     mpCCheckPivot->Bind(wxEVT_CHECKBOX, &GLCanvasCtrl_cls::OnPivot, this);
@@ -167,7 +170,7 @@ void GLCanvasCtrl_cls::OnToggle(int which) {
 void GLCanvasCtrl_cls::FitControls(int width) {
     const bool bRow = mbPanelShown;
     mpCComboGeometry->Show(bRow && width >= 420);
-    mpCCheckPivot->Show(bRow && width >= 300);
+    mpCPivotClip->Show(bRow && width >= 300);
     mpCComboDisplayMode->Show(bRow && width >= 220);
     for (wxToggleButton* pToggle : mpCToggle)
         pToggle->Show(bRow && width >= 120);

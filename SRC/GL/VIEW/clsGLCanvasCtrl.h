@@ -47,6 +47,7 @@ private:
     wxBoxSizer* mpCSizerControls = nullptr;
     wxComboBox* mpCComboDisplayMode = nullptr;
     wxComboBox* mpCComboGeometry = nullptr;
+    wxPanel* mpCPivotClip = nullptr; ///< cuts the check box where room is short
     wxCheckBox* mpCCheckPivot = nullptr;
     wxToggleButton* mpCToggle[4] = {}; ///< message, items, grid, data
     bool mbPanelShown = true;

@@ -18,13 +18,15 @@
 
 namespace {
 
-constexpr int kBookWidth = 300;
+constexpr int kBookWidth = 320;
 constexpr int kMinPane = 40;
+const wxSize kFirstSize(1200, 800); // panes of no size would squeeze their contents
 constexpr int kViews = 4;
 
 wxSplitterWindow* MakeSplitter(wxWindow* pParent, double gravity) {
     auto* splitter = new wxSplitterWindow(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize,
                                           wxSP_LIVE_UPDATE | wxSP_3DSASH);
+    splitter->SetSize(kFirstSize);
     splitter->SetSashGravity(gravity);
     splitter->SetMinimumPaneSize(kMinPane);
     return splitter;
@@ -52,6 +54,15 @@ TopHalfPanel_cls::TopHalfPanel_cls(wxWindow* pParent, FrameMain_cls* pFrame, PDa
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(mpCSides, 1, wxEXPAND);
     SetSizer(sizer);
+    Bind(wxEVT_SIZE, &TopHalfPanel_cls::OnSize, this);
+}
+
+// The first size that leaves room for both sides gives the books their width.
+void TopHalfPanel_cls::OnSize(wxSizeEvent& event) {
+    event.Skip();
+    if (mbSashSet || event.GetSize().x < 2 * kBookWidth) return;
+    mbSashSet = true;
+    CallAfter([this] { mpCSides->SetSashPosition(-kBookWidth); });
 }
 
 void TopHalfPanel_cls::CreateViews(wxWindow* pParent, FrameMain_cls* pFrame, Preference_cls* pPreference) {

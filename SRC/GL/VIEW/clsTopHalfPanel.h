@@ -37,6 +37,7 @@ public:
 private:
     void CreateViews(wxWindow* pParent, FrameMain_cls* pFrame, Preference_cls* pPreference);
     void CreateBooks(wxWindow* pParent);
+    void OnSize(wxSizeEvent& event);
 
     PDataSequence_cls* mpCSequence;
     DrawOption_cls* mpCDrawOption;
@@ -46,6 +47,7 @@ private:
     wxSplitterWindow* mpCInner[2] = {nullptr, nullptr};
     wxNotebook* mpCAttribBook = nullptr;
     wxNotebook* mpCOptionBook = nullptr;
+    bool mbSashSet = false;
     ConfItemList_cls mConfList;
     ConfItemUINT_cls mPreviewPanelType;
 };
