@@ -84,7 +84,7 @@ void FrameSlider_cls::OnPaint(wxPaintEvent&) {
     dc.DrawRectangle(scale.mLeft, top, scale.mWidth + 1, band);
     const int low = std::clamp(mShown.mLow, scale.mFirst, scale.mLast);
     const int high = std::clamp(mShown.mHigh, scale.mFirst, scale.mLast);
-    dc.SetBrush(wxBrush(Mix(wxSYS_COLOUR_BTNFACE, wxSYS_COLOUR_HIGHLIGHT, 0.45)));
+    dc.SetBrush(wxBrush(Mix(wxSYS_COLOUR_BTNFACE, wxSYS_COLOUR_BTNTEXT, 0.35)));
     dc.DrawRectangle(scale.ToPixel(low), top, scale.ToPixel(high) - scale.ToPixel(low) + 1, band);
     DrawRuler(dc, scale);
     DrawMarker(dc, scale);
@@ -95,7 +95,7 @@ void FrameSlider_cls::DrawRuler(wxDC& dc, const FrameScale& scale) {
     const int band = FromDIP(kBandHeight);
     dc.SetFont(FontProvider_cls::GetFont(FontProvider_cls::FONT_SMALL));
     dc.SetTextForeground(wxSystemSettings::GetColour(wxSYS_COLOUR_BTNTEXT));
-    dc.SetPen(wxPen(Mix(wxSYS_COLOUR_BTNFACE, wxSYS_COLOUR_BTNTEXT, 0.5)));
+    dc.SetPen(wxPen(Mix(wxSYS_COLOUR_BTNFACE, wxSYS_COLOUR_BTNTEXT, 0.7)));
     const int interval = TimeCtrl_cls::GetInterval(mShown.mMax);
     const int widest = dc.GetTextExtent(wxString::Format("%d", scale.mLast)).x + FromDIP(12);
     const int labels = TickLabelSpacing(scale, interval, widest);
