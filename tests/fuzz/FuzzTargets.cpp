@@ -99,8 +99,8 @@ void FuzzGuess(const std::string& bytes) {
     DataLoader_cls present(nullptr);
     const GrammarGuess_st guess = GuessGrammar(file.GetPath(), present);
     Promise(guess.mbFound || !guess.mStrProblem.empty(), "no guess comes without a reason");
-    Promise(guess.mHead.size() <= 16 && guess.mBody.size() <= 16, "a guess fits the lists");
     if (!guess.mbFound) return;
+    Promise(guess.mHead.size() <= 16 && guess.mBody.size() <= 16, "a guess fits the lists");
     // What was guessed must be readable.
     present.mCItemDataType.mValue = guess.mDataType;
     present.SetHeaderGrammer(guess.mHead);
