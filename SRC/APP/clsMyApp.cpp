@@ -51,8 +51,11 @@ bool MyApp::OnInit() {
     mpCMain->mpCFrameMain->Show(true);
     SetTopWindow(mpCMain->mpCFrameMain);
     FrameMain_cls* frame = mpCMain->mpCFrameMain;
-    frame->GetPCGLCanvas(0)->SetFocus(); // keys act from the first moment
-    frame->CallAfter([frame] { frame->FitSplitterWindow(true); }); // the window has its size only now
+    // The window has its size only now, and keys act from the first moment.
+    frame->CallAfter([frame] {
+        frame->FitSplitterWindow(true);
+        frame->GetPCGLCanvas(0)->SetFocus();
+    });
     return true;
 }
 

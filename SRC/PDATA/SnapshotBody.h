@@ -17,8 +17,8 @@ struct SnapshotBody_st {
     std::vector<int> mBody; ///< the record's codes
     bool mbDefaultBody = false;
     long long mHeaderBytes = 0; ///< bytes before the first record
-    int mHeaderLines = 0; ///< lines before the first particle
-    int mNumber = 0;      ///< particles
+    int mHeaderLines = 0;       ///< lines before the first particle
+    int mNumber = 0;            ///< particles
     ParticleArrays_st mArrays;
     ParticleAdjust_st mAdjust;
     bool mbSortById = false;

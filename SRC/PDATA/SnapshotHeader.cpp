@@ -1,20 +1,17 @@
 #include "PDATA/SnapshotHeader.h"
 
-#include <cerrno>
+#include <algorithm>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string>
 
-#include <fcntl.h>
 #include <locale.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <wx/intl.h>
 
-#include "COMMON/clsSplitPath.h"
+#include "PDATA/FileStart.h"
 #include "PDATA/clsGrammerBase.h"
 
 namespace {
@@ -22,43 +19,7 @@ namespace {
 constexpr size_t kLineLength = 254; // of a text head's line at most
 constexpr size_t kHeadMax = GrammerBase_cls::kMaxItem * kLineLength;
 
-struct Start_st {
-    std::string mBytes;   // as much of the file's start as any head can have
-    long long mSize = -1; // of the whole file
-    wxString mStrError;
-};
-
-wxString SystemError(int code) { return wxString::FromUTF8(std::strerror(code)); }
-
-// Open, so that neither a directory nor a pipe without a writer gets in the way.
-Start_st ReadStart(const wxString& path) {
-    Start_st start;
-    const int file = open(NarrowPath(path).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    struct stat status;
-    if (file < 0 || fstat(file, &status) != 0) {
-        start.mStrError = wxString::Format(_("The file can't be opened: %s."), SystemError(errno));
-        if (file >= 0) close(file);
-        return start;
-    }
-    if (!S_ISREG(status.st_mode)) {
-        start.mStrError = S_ISDIR(status.st_mode) ? _("This is a directory and not a snapshot file.")
-                                                  : _("This is no regular file.");
-        close(file);
-        return start;
-    }
-    start.mSize = status.st_size;
-    start.mBytes.resize(kHeadMax);
-    size_t length = 0;
-    ssize_t got = 0;
-    while (length < kHeadMax && (got = read(file, &start.mBytes[length], kHeadMax - length)) > 0)
-        length += static_cast<size_t>(got);
-    if (got < 0) start.mStrError = wxString::Format(_("The file can't be read: %s."), SystemError(errno));
-    start.mBytes.resize(length);
-    close(file);
-    return start;
-}
-
-wxString EndsEarly(const Start_st& start) {
+wxString EndsEarly(const FileStart_st& start) {
     if (start.mSize == 0) return _("The file is empty.");
     return wxString::Format(_("The file ends within its header (it has %lld bytes). "
                               "Check the header format in the data loader."),
@@ -72,7 +33,7 @@ struct Head_st {
     wxString mStrError;
 };
 
-Head_st ScanBinary(const std::vector<int>& codes, const Start_st& start) {
+Head_st ScanBinary(const std::vector<int>& codes, const FileStart_st& start) {
     Head_st head;
     size_t pos = 0;
     for (const int code : codes) {
@@ -95,7 +56,7 @@ Head_st ScanBinary(const std::vector<int>& codes, const Start_st& start) {
     return head;
 }
 
-Head_st ScanText(const std::vector<int>& codes, const Start_st& start) {
+Head_st ScanText(const std::vector<int>& codes, const FileStart_st& start) {
     static const locale_t sLocale = newlocale(LC_ALL_MASK, "C", nullptr);
     Head_st head;
     size_t pos = 0;
@@ -140,7 +101,7 @@ SnapshotHeader_st ReadSnapshotHeader(const GrammerBase_cls& grammar, const wxStr
     const bool bText = grammar.mCItemDataType.mValue == 1;
     SnapshotHeader_st header;
     header.mbHasTime = grammar.IsItemExistHead(HEAD_TIME);
-    const Start_st start = ReadStart(path);
+    const FileStart_st start = ReadFileStart(path, kHeadMax);
     wxString error = start.mStrError;
     if (!error.empty()) std::puts(bText ? "Load Header Ascii Error" : "Read Header Fails!!");
     if (error.empty()) {

@@ -20,6 +20,7 @@
 namespace {
 constexpr int kGap = 4; // the spacing unit
 constexpr int kListWidth = 270;
+constexpr int kLabelWidth = 112; // of both panels
 constexpr int kListHeight = 168;
 } // namespace
 
@@ -35,6 +36,11 @@ DataLoaderGUI_cls::DataLoaderGUI_cls(wxWindow* pParent, DataLoader_cls* pLoader)
     SetSizerAndFit(sizer);
     mpCButtonOpen->SetDefault();
     UpdateValues();
+    // A project may have brought another grammar meanwhile.
+    Bind(wxEVT_ACTIVATE, [this](wxActivateEvent& event) {
+        if (event.GetActive()) UpdateValues();
+        event.Skip();
+    });
 }
 
 void DataLoaderGUI_cls::MakeTop(wxSizer* pSizer) {
@@ -87,7 +93,7 @@ void DataLoaderGUI_cls::MakeLists(wxSizer* pSizer) {
 
 void DataLoaderGUI_cls::MakePanel(wxSizer* pSizer) {
     DataLoader_cls& loader = *mpCLoader;
-    mpCPanel = new MultiInputPanel_cls(this);
+    mpCPanel = new MultiInputPanel_cls(this, kLabelWidth);
     mRowDataType =
         mpCPanel->AddChoice(_("Data Type"), &loader.mCItemDataType.mValue,
                             {_("Simple Binary"), _("Simple Ascii")}, _("How numbers stand in the files"));
@@ -116,7 +122,7 @@ void DataLoaderGUI_cls::MakePanel(wxSizer* pSizer) {
 }
 
 void DataLoaderGUI_cls::MakePeriodic(wxSizer* pSizer) {
-    mpCPanelPeriodic = new MultiInputPanel_cls(this);
+    mpCPanelPeriodic = new MultiInputPanel_cls(this, kLabelWidth);
     mpCButtonPeriodic = new wxButton(mpCPanelPeriodic, ID_BOUNDARY_SIZE);
     mpCButtonPeriodic->SetToolTip(_("Size and base vectors of the periodic box"));
     mpCButtonPeriodic->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnBtnPeriodic(); });
@@ -202,10 +208,18 @@ void DataLoaderGUI_cls::OnBtnGuess() {
     if (mStrLastChosen.empty() && last != "NONE" && wxFileName::FileExists(last)) mStrLastChosen = last;
     wxString path = mStrLastChosen;
     if (path.empty() && !AskForFile(&path)) return;
-    GuessDialog_cls dialog(this, path, *mpCLoader);
-    if (dialog.ShowModal() != wxID_OK) return;
-    dialog.CopyTo(mpCLoader);
-    UpdateValues();
+    GrammerBase_cls present("DataLoad");
+    present.mCItemDataType.mValue = mpCLoader->mCItemDataType.mValue;
+    CopyListsTo(&present);
+    for (;;) {
+        GuessDialog_cls dialog(this, path, *this, present);
+        const int answer = dialog.Ask();
+        if (answer == wxID_OK) {
+            dialog.CopyTo(mpCLoader);
+            UpdateValues();
+        }
+        if (answer != wxID_OPEN || !AskForFile(&path)) return;
+    }
 }
 
 void DataLoaderGUI_cls::OnBtnPeriodic() { PostMenuEvent(ID_PERIODIC_BOUNDARY); }

@@ -245,6 +245,16 @@ std::vector<int> GrammerBaseGUI_cls::GetVGrammer(wxListCtrl* pList) const {
     return codes;
 }
 
+wxString GrammerBaseGUI_cls::Describe(Which which, const std::vector<int>& codes) const {
+    wxString text;
+    for (const int code : codes) {
+        const bool bKnown = code >= 0 && code < (which == HEAD ? kHeadCodes : kBodyCodes);
+        if (!text.empty()) text += ", ";
+        text += bKnown ? mStrName[which][code] : wxString::Format("? %d", code);
+    }
+    return text;
+}
+
 void GrammerBaseGUI_cls::CopyListsTo(GrammerBase_cls* pTarget) const {
     pTarget->SetHeaderGrammer(GetVGrammer(mpCListHead));
     pTarget->SetBodyGrammer(GetVGrammer(mpCListBody));

@@ -1,5 +1,7 @@
 #include "PDATA/clsPDataBlock.h"
 
+#include <memory>
+
 #include <wx/intl.h>
 
 #include "COMMON/Globals.h"
@@ -15,6 +17,13 @@
 DataLoader_cls* PDataBlock_cls::mspCDataLoaderLink = nullptr;
 PDataBlock_cls* PDataBlock_cls::mspInterpolated = nullptr;
 PDataBlock_cls* PDataBlock_cls::mspInterpolatedNext = nullptr;
+
+namespace {
+
+// The last interpolator, at work or done; the next one or the program's end joins it.
+std::unique_ptr<ThreadInterpolator_cls> sInterpolator;
+
+} // namespace
 
 PDataBlock_cls::PDataBlock_cls(PDataSnap_cls* pSnap) : mpCSnap(pSnap) {}
 
@@ -129,10 +138,10 @@ bool PDataBlock_cls::InterpolateData(PDataBlock_cls* pNext) {
     mspInterpolated = this;
     mspInterpolatedNext = pNext;
     GbThreadInterpolateFinished.store(false);
-    ThreadInterpolator_cls* pThread = new ThreadInterpolator_cls;
-    GpCThreadInterpolate.store(pThread);
+    sInterpolator = std::make_unique<ThreadInterpolator_cls>();
     const PeriodicBoundary_cls* pPeriodic = mspCDataLoaderLink ? mspCDataLoaderLink->mpCPeriodic : nullptr;
-    pThread->SetParameters(&mpCSnap->mbInterpolated, pPeriodic, *this, *pNext, dt);
-    if (pThread->Run() != wxTHREAD_NO_ERROR) MsgBoxExit(_("Can't create thread"), _("Error!"));
+    sInterpolator->SetParameters(&mpCSnap->mbInterpolated, pPeriodic, *this, *pNext, dt);
+    GpCThreadInterpolate.store(sInterpolator.get());
+    sInterpolator->Run();
     return true;
 }

@@ -195,7 +195,7 @@ void SnapData_cls::InterpolateLinear(PDataBlock_cls* pBlock, GLAttribute_cls** p
         SetPValue1(&pValue, &attribute, 0);
         const float base = attribute.mAlphaDependBase.mValue;
         const float scale = attribute.mAlphaType.mValue == 1 ? base * base : attribute.mAlphaFactor.mValue;
-        work.mSource[k] = {ColorSegments_cls(attribute.mColor), pValue, scale};
+        work.mSource[k] = {ColorSegments_cls(attribute.mColor, scale), pValue};
     }
     RunThreads(work);
 }

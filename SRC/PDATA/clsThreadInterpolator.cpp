@@ -1,7 +1,8 @@
 #include "PDATA/clsThreadInterpolator.h"
 
 #include <algorithm>
-#include <memory>
+#include <new>
+#include <system_error>
 #include <vector>
 
 #include <wx/intl.h>
@@ -13,6 +14,32 @@
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPeriodicBoundary.h"
 #include "PDATA/clsThreadInterpolatorBlock.h"
+
+namespace {
+
+constexpr int kIndexFrom = 2000; // lost places from which sorting the IDs is cheaper than scanning for each
+
+/// An index when so many particles changed their place that it pays; else, or when memory is short, an empty
+/// one.
+IDIndex MakeIDIndex(const PDataBlock_cls& block, const PDataBlock_cls& next, int number) {
+    IDIndex index;
+    if (block.mVariableNumber != 1 || !block.mpID || !next.mpID) return index;
+    int moved = 0;
+    for (int i = 0; i < number; ++i)
+        moved += block.mpID[i] != next.mpID[i] ? 1 : 0;
+    if (moved < kIndexFrom) return index;
+    try {
+        index.reserve(static_cast<size_t>(next.mParticleNumber));
+    } catch (const std::bad_alloc&) {
+        return index;
+    }
+    for (int j = 0; j < next.mParticleNumber; ++j)
+        index.emplace_back(next.mpID[j], j);
+    std::sort(index.begin(), index.end());
+    return index;
+}
+
+} // namespace
 
 ThreadInterpolator_cls::Box ThreadInterpolator_cls::CopyBox(const PeriodicBoundary_cls* pPeriodic) {
     Box box;
@@ -35,7 +62,18 @@ void ThreadInterpolator_cls::SetParameters(std::atomic<bool>* pFinished,
     mpCNext = &next;
     mBox = CopyBox(pPeriodic);
     mDT = dt;
-    if (Create() != wxTHREAD_NO_ERROR) MsgBoxExit(_("Can't create thread"), _("Error!"));
+}
+
+ThreadInterpolator_cls::~ThreadInterpolator_cls() {
+    if (mThread.joinable()) mThread.join();
+}
+
+void ThreadInterpolator_cls::Run() {
+    try {
+        mThread = std::thread(&ThreadInterpolator_cls::Entry, this);
+    } catch (const std::system_error&) {
+        MsgBoxExit(_("Can't create thread"), _("Error!"));
+    }
 }
 
 int ThreadInterpolator_cls::GetThreadCount(int number) {
@@ -46,7 +84,7 @@ int ThreadInterpolator_cls::GetThreadCount(int number) {
     return number <= 10000000 ? 5 : 6;
 }
 
-wxThread::ExitCode ThreadInterpolator_cls::Entry() {
+void ThreadInterpolator_cls::Entry() {
     InterpolateInBox(*mpCBlock, *mpCNext, mBox, mDT);
     mpbFinished->store(true, std::memory_order_release);
     PostMenuEvent(ID_REFRESH_TL);
@@ -54,7 +92,6 @@ wxThread::ExitCode ThreadInterpolator_cls::Entry() {
     // Whoever saw the flag may have started a successor by now: clear only what is ours.
     ThreadInterpolator_cls* pSelf = this;
     GpCThreadInterpolate.compare_exchange_strong(pSelf, nullptr);
-    return nullptr;
 }
 
 void ThreadInterpolator_cls::Interpolate(const PDataBlock_cls& block, const PDataBlock_cls& next,
@@ -70,22 +107,24 @@ void ThreadInterpolator_cls::InterpolateInBox(const PDataBlock_cls& block, const
     const int number = std::min(block.mParticleNumber, next.mParticleNumber);
     const int count = GetThreadCount(block.mParticleNumber);
     const int share = number / count;
-    std::vector<std::unique_ptr<ThreadInterpolatorBlock_cls>> workers;
+    const IDIndex index = MakeIDIndex(block, next, number);
+    std::vector<ThreadInterpolatorBlock_cls> workers(static_cast<size_t>(count));
     for (int k = 0; k < count; ++k) {
-        workers.push_back(std::make_unique<ThreadInterpolatorBlock_cls>());
         const int end = k + 1 < count ? (k + 1) * share : number;
-        workers.back()->SetParameters(block, next, box.mType, box.mEffect, box.mLength, k * share, end, dt);
+        workers[static_cast<size_t>(k)].SetParameters(block, next, box.mType, box.mEffect, box.mLength,
+                                                      k * share, end, dt);
     }
-    std::vector<ThreadInterpolatorBlock_cls*> running;
-    for (int k = 1; k < count; ++k) {
-        // A share whose thread can't be had is done here.
-        if (workers[size_t(k)]->Create() == wxTHREAD_NO_ERROR &&
-            workers[size_t(k)]->Run() == wxTHREAD_NO_ERROR)
-            running.push_back(workers[size_t(k)].get());
-        else
-            workers[size_t(k)]->Interpolate();
+    for (ThreadInterpolatorBlock_cls& worker : workers)
+        worker.SetIDIndex(index.empty() ? nullptr : &index);
+    std::vector<std::thread> threads;
+    for (size_t k = 1; k < workers.size(); ++k) {
+        try {
+            threads.emplace_back(&ThreadInterpolatorBlock_cls::Entry, &workers[k]);
+        } catch (const std::system_error&) {
+            workers[k].Entry(); // no thread to be had: done here
+        }
     }
-    workers[0]->Interpolate();
-    for (ThreadInterpolatorBlock_cls* pWorker : running)
-        pWorker->Wait();
+    workers[0].Entry();
+    for (std::thread& thread : threads)
+        thread.join();
 }

@@ -1,32 +1,35 @@
 // Computes, once a snapshot pair and in the background, each particle's slope towards the next snapshot.
 //
 // Settings and array pointers are copied when the thread is made. It reads two blocks and writes the slope
-// arrays of the first; at most one exists at any time (GpCThreadInterpolate).
+// arrays of the first; at most one works at any time (GpCThreadInterpolate). Its owner joins it by deleting
+// it, so that nothing of it is left running when the program ends.
 #pragma once
 
 #include <atomic>
-
-#include <wx/thread.h>
+#include <thread>
 
 class PDataBlock_cls;
 class PeriodicBoundary_cls;
 
-class ThreadInterpolator_cls : public wxThread {
+class ThreadInterpolator_cls {
 public:
-    ThreadInterpolator_cls() : wxThread(wxTHREAD_DETACHED) {}
+    ThreadInterpolator_cls() = default;
+    /// Waits for the work to end.
+    ~ThreadInterpolator_cls();
+    ThreadInterpolator_cls(const ThreadInterpolator_cls&) = delete;
+    ThreadInterpolator_cls& operator=(const ThreadInterpolator_cls&) = delete;
 
     /// `pFinished` is set when the slopes of `block` are there; `dt` is the time from it to `next`. Without a
-    /// boundary nothing wraps. A thread that can't be made ends the program.
+    /// boundary nothing wraps.
     void SetParameters(std::atomic<bool>* pFinished, const PeriodicBoundary_cls* pPeriodic,
                        const PDataBlock_cls& block, const PDataBlock_cls& next, float dt);
+    /// A thread that can't be made ends the program with a message.
+    void Run();
     /// The slopes alone, with all threads, on the caller's time.
     static void Interpolate(const PDataBlock_cls& block, const PDataBlock_cls& next,
                             const PeriodicBoundary_cls* pPeriodic, float dt);
     /// Threads for a snapshot of `number` particles, 1 to 6.
     static int GetThreadCount(int number);
-
-protected:
-    ExitCode Entry() override;
 
 private:
     struct Box {
@@ -34,6 +37,7 @@ private:
         int mEffect = 0;
         float mLength[3] = {0, 0, 0};
     };
+    void Entry();
     static Box CopyBox(const PeriodicBoundary_cls* pPeriodic);
     static void InterpolateInBox(const PDataBlock_cls& block, const PDataBlock_cls& next, const Box& box,
                                  float dt);
@@ -43,4 +47,5 @@ private:
     const PDataBlock_cls* mpCNext = nullptr;
     Box mBox;
     float mDT = 1.0f;
+    std::thread mThread;
 };

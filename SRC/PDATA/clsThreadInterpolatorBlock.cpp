@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "PDATA/DataLoops.h"
+#include "COMMON/DataLoops.h"
 #include "PDATA/clsPDataBlock.h"
 
 namespace {
@@ -73,12 +73,7 @@ void ThreadInterpolatorBlock_cls::SetParameters(const PDataBlock_cls& block, con
     mDT = dt;
 }
 
-wxThread::ExitCode ThreadInterpolatorBlock_cls::Entry() {
-    Interpolate();
-    return nullptr;
-}
-
-void ThreadInterpolatorBlock_cls::Interpolate() {
+void ThreadInterpolatorBlock_cls::Entry() {
     if (mBegin >= mEnd) return;
     if (mVariableNumber == 1)
         WithCore([this](auto core) { InterpolateDataLinearSearchingID(core); });
@@ -172,22 +167,30 @@ int ThreadInterpolatorBlock_cls::SearchID(int i) const {
 int ThreadInterpolatorBlock_cls::SearchIDNear(int i, int width) const {
     const int begin = std::max(i - width, 0);
     const int end = i < mNumberNext - width ? i + width : mNumberNext;
-    if (begin >= end) return -1;
-    const int* pFound = std::find(mpIDNext + begin, mpIDNext + end, mpID[i]);
-    return pFound == mpIDNext + end ? -1 : static_cast<int>(pFound - mpIDNext);
+    return SearchIDBetween(mpID[i], begin, end);
 }
 
 // With millions of particles a scan of everything for each lost one would never end: what isn't in the first
 // tenth is taken as gone.
 int ThreadInterpolatorBlock_cls::SearchIDFull(int id) const {
-    const int* pEnd = mpIDNext + mNumberNext / 10;
-    const int* pFound = std::find(mpIDNext, pEnd, id);
-    return pFound == pEnd ? -1 : static_cast<int>(pFound - mpIDNext);
+    return SearchIDBetween(id, 0, mNumberNext / 10);
+}
+
+int ThreadInterpolatorBlock_cls::SearchIDBetween(int id, int begin, int end) const {
+    if (begin >= end) return -1;
+    if (mpIDIndex) {
+        const auto found = std::lower_bound(mpIDIndex->begin(), mpIDIndex->end(), std::make_pair(id, begin));
+        return found != mpIDIndex->end() && found->first == id && found->second < end ? found->second : -1;
+    }
+    const int* pFound = std::find(mpIDNext + begin, mpIDNext + end, id);
+    return pFound == mpIDNext + end ? -1 : static_cast<int>(pFound - mpIDNext);
 }
 
 template <class CORE>
 void ThreadInterpolatorBlock_cls::InterpolateDataLinearSearchingIDSorted(CORE core) {
-    int cursor = 0;
+    // Where a walk from the start would come to as well.
+    int cursor =
+        static_cast<int>(std::lower_bound(mpIDNext, mpIDNext + mNumberNext, mpID[mBegin]) - mpIDNext);
     for (int i = mBegin; i < mEnd; ++i) {
         if (SearchIDFrom(&cursor, mpID[i]))
             core(i, cursor++);

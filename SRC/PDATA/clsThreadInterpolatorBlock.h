@@ -1,23 +1,24 @@
 // One share of the interpolator's work: slopes towards the next snapshot for a contiguous range of particles.
 #pragma once
 
-#include <wx/thread.h>
+#include <utility>
+#include <vector>
 
 class PDataBlock_cls;
 
-class ThreadInterpolatorBlock_cls : public wxThread {
-public:
-    ThreadInterpolatorBlock_cls() : wxThread(wxTHREAD_JOINABLE) {}
+/// The next snapshot's IDs and their places, ascending: answers a search without walking the arrays.
+using IDIndex = std::vector<std::pair<int, int>>;
 
+class ThreadInterpolatorBlock_cls {
+public:
     /// Slopes of `block`'s particles begin to end (exclusive) towards `next`, which is `dt` later. `boundary`
     /// holds the lengths of the periodic box. The periodic settings are those of PeriodicBoundary_cls.
     void SetParameters(const PDataBlock_cls& block, const PDataBlock_cls& next, int periodicType,
                        int periodicEffect, const float boundary[3], int begin, int end, float dt);
+    /// Search with this instead of by scanning; the answers are the same. It must outlive the work.
+    void SetIDIndex(const IDIndex* pIndex) { mpIDIndex = pIndex; }
     /// The work itself, on whatever thread calls it.
-    void Interpolate();
-
-protected:
-    ExitCode Entry() override;
+    void Entry();
 
 private:
     template <int WRAP, bool FORCE>
@@ -35,6 +36,7 @@ private:
     int SearchID(int i) const;
     int SearchIDNear(int i, int width) const;
     int SearchIDFull(int id) const;
+    int SearchIDBetween(int id, int begin, int end) const;
     bool SearchIDFrom(int* pCursor, int id) const;
 
     int mVariableNumber = 0; ///< 0 constant, 1 variable, 2 sorted by ID
@@ -52,6 +54,7 @@ private:
     const float* mpRadiusNext = nullptr;
     const float* mpValue1Next = nullptr;
     const int* mpIDNext = nullptr;
+    const IDIndex* mpIDIndex = nullptr;
     int mBegin = 0;
     int mEnd = 0;
     int mNumberNext = 0;

@@ -8,14 +8,22 @@
 #include <emmintrin.h>
 #endif
 
-#include "PDATA/DataLoops.h"
+#include "COMMON/DataLoops.h"
 
 namespace {
 
-constexpr long long kPiece = 4096;        // particles whose values stay in the first-level cache
+constexpr long long kPiece = 1024;        // particles whose values stay in the first-level cache
 constexpr long long kStreamFrom = 200000; // below this the results fit the caches and are read from there
 
 inline int ClassOf(unsigned char type) { return type < ThreadSnapInterpolate_cls::kClassNumber ? type : 0; }
+
+// One bit for each class that occurs.
+unsigned ClassesOf(const unsigned char* pType, long long begin, long long end) {
+    unsigned seen = 0;
+    for (long long i = begin; i < end; ++i)
+        seen |= 1u << ClassOf(pType[i]);
+    return seen;
+}
 
 MORENTIS_DATA_LOOP
 void Evaluate(float* pOut, const float* pIn, const float* pSlope, float dt, long long count) {
@@ -103,30 +111,34 @@ void ThreadSnapInterpolate_cls::EvaluateStepped(long long begin, long long end) 
             mpPosOut[i][c] = mpVel ? mpPos[i][c] + mpVel[i][c] * mDT : mpPos[i][c];
         mpRadiusOut[i] = mpDRadius ? mpRadius[i] + mpDRadius[i] * mDT : mpRadius[i];
         mpValue1Out[i] = mpDValue1 ? mpValue1[i] + mpDValue1[i] * mDT : mpValue1[i];
-        GetColor(mpColorOut[i], i);
+        const SnapColorSource_st& source = mSource[ClassOf(mpType[i])];
+        source.mCurve.Get(mpColorOut[i], source.mpValue[i]);
     }
 }
 
-inline void ThreadSnapInterpolate_cls::GetColor(float* pOut, long long i) const {
-    const SnapColorSource_st& source = mSource[ClassOf(mpType[i])];
-    source.mCurve.Get(pOut, source.mpValue[i]);
-    pOut[3] *= source.mAlphaScale;
-}
-
+// First where on its curve each particle would stand in each class that occurs, then the colours.
 void ThreadSnapInterpolate_cls::ColorAll(long long begin, long long end) const {
-    alignas(16) float color[4];
+    float t[kClassNumber][kPiece];
+    int segment[kClassNumber][kPiece];
+    const ColorSegments_cls::Segment_st* pTable[kClassNumber];
+    const unsigned seen = ClassesOf(mpType, begin, end);
+    for (int k = 0; k < kClassNumber; ++k) {
+        pTable[k] = mSource[k].mCurve.GetSegments();
+        if ((seen >> k & 1u) != 0)
+            mSource[k].mCurve.Locate(mSource[k].mpValue + begin, end - begin, t[k], segment[k]);
+    }
     for (long long i = begin; i < end; ++i) {
-        GetColor(color, i);
+        alignas(16) float color[4];
+        const int k = ClassOf(mpType[i]);
+        ColorSegments_cls::GetAt(color, pTable[k], segment[k][i - begin], t[k][i - begin]);
         StoreColor(mpColorOut[i], color);
     }
 }
 
 void ThreadSnapInterpolate_cls::ColorConstant(long long begin, long long end) const {
     alignas(16) float color[kClassNumber][4];
-    for (int k = 0; k < kClassNumber; ++k) {
+    for (int k = 0; k < kClassNumber; ++k)
         mSource[k].mCurve.Get(color[k], 0.0f);
-        color[k][3] *= mSource[k].mAlphaScale;
-    }
     for (long long i = begin; i < end; ++i)
         StoreColor(mpColorOut[i], color[ClassOf(mpType[i])]);
 }

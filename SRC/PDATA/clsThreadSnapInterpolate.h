@@ -7,7 +7,6 @@
 struct SnapColorSource_st {
     ColorSegments_cls mCurve;
     const float* mpValue = nullptr; ///< drives the curve; one entry a particle
-    float mAlphaScale = 1.0f;
 };
 
 class ThreadSnapInterpolate_cls {
@@ -43,6 +42,5 @@ private:
     void EvaluateStepped(long long begin, long long end) const;
     void ColorAll(long long begin, long long end) const;
     void ColorConstant(long long begin, long long end) const;
-    void GetColor(float* pOut, long long i) const;
     bool IsConstant() const;
 };

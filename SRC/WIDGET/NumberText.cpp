@@ -26,6 +26,15 @@ double OnGrid(double value, double step) {
     return inverse >= 1.0 ? steps / inverse : steps * step;
 }
 
+double ThreeDigits(double value) {
+    char buffer[64];
+    const auto written =
+        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::scientific, 2);
+    double rounded = value;
+    std::from_chars(buffer, written.ptr, rounded);
+    return rounded;
+}
+
 } // namespace
 
 bool ParseNumber(const wxString& text, const NumSpec& spec, double* pValue) {
@@ -69,8 +78,9 @@ double DragNumber(double start, int pixels, double factor, const NumSpec& spec) 
     const double moved = pixels * factor;
     if (spec.mbRelative && start != 0.0) {
         const double value = start * std::exp(moved * kRelativePerPixel);
-        const double unit = std::pow(10.0, std::floor(std::log10(std::fabs(value))) - 2.0);
-        return ClampNumber(OnGrid(value, unit), spec);
+        if (!std::isfinite(value)) return ClampNumber(value, spec);
+        // Three digits are as fine as a hand drags.
+        return ClampNumber(ThreeDigits(value), spec);
     }
     return ClampNumber(OnGrid(start + moved * spec.mStep, spec.mStep), spec);
 }

@@ -46,8 +46,8 @@ int MultiInputPanel_cls::AddNumbers(const wxString& label, T* pValue, int count,
         spec.mMin = std::max(spec.mMin, static_cast<double>(std::numeric_limits<T>::lowest()));
         spec.mMax = std::min(spec.mMax, static_cast<double>(std::numeric_limits<T>::max()));
     }
-    const int row = NewRow(label, WithRange(tip, spec));
     const int number = std::clamp(count, 1, kMaxField);
+    const int row = NewRow(label, WithRange(tip, spec), number == 1);
     for (int i = 0; i < number; ++i) {
         T* value = pValue + i;
         PlaceNumber(
@@ -80,7 +80,7 @@ int MultiInputPanel_cls::AddNumber(const wxString& label, unsigned* pValue, int 
 int MultiInputPanel_cls::AddNumber(const wxString& label, std::function<double()> get,
                                    std::function<void(double)> set, const NumSpec& spec,
                                    const wxString& tip) {
-    const int row = NewRow(label, WithRange(tip, spec));
+    const int row = NewRow(label, WithRange(tip, spec), true);
     PlaceNumber(row, std::move(get), std::move(set), spec, tip, true);
     return row;
 }

@@ -13,6 +13,7 @@
 #include "WIDGET/ShortcutKeys.h"
 #include "WIDGET/clsDialogEXKey.h"
 #include "WIDGET/clsFontProvider.h"
+#include "WIDGET/clsGripLabel.h"
 #include "WIDGET/clsMultiInputRow.h"
 #include "WIDGET/clsNumField.h"
 
@@ -43,9 +44,12 @@ MultiInputPanel_cls::MultiInputPanel_cls(wxWindow* pParent, int labelWidth)
 
 MultiInputPanel_cls::~MultiInputPanel_cls() = default;
 
-int MultiInputPanel_cls::NewRow(const wxString& label, const wxString& tip) {
+int MultiInputPanel_cls::NewRow(const wxString& label, const wxString& tip, bool bGrip) {
     auto row = std::make_unique<Row>();
-    row->mpLabel = new wxStaticText(this, wxID_ANY, label);
+    if (bGrip)
+        row->mpLabel = new GripLabel_cls(this, label);
+    else
+        row->mpLabel = new wxStaticText(this, wxID_ANY, label);
     if (!tip.empty()) row->mpLabel->SetToolTip(tip);
     row->mpFields = new wxBoxSizer(wxHORIZONTAL);
     mpCGrid->Add(row->mpLabel, 0, wxALIGN_CENTRE_VERTICAL);
@@ -135,7 +139,7 @@ void MultiInputPanel_cls::EnableRow(int row, bool bEnable) {
 }
 
 void MultiInputPanel_cls::SetRowLabel(int row, const wxString& label) {
-    mRows[static_cast<size_t>(row)]->mpLabel->SetLabelText(label);
+    mRows[static_cast<size_t>(row)]->mpLabel->SetLabel(label);
 }
 
 wxWindow* MultiInputPanel_cls::GetField(int row, int k) const {

@@ -90,7 +90,7 @@ private:
     struct Row;
     enum class Hook { Click, Choice, Value };
 
-    int NewRow(const wxString& label, const wxString& tip);
+    int NewRow(const wxString& label, const wxString& tip, bool bGrip = false);
     wxWindow* Place(int row, wxWindow* pWindow, int proportion);
     template <class T>
     int AddNumbers(const wxString& label, T* pValue, int count, NumSpec spec, const wxString& tip);

@@ -4,10 +4,9 @@
 #include "WIDGET/clsMultiInputPanel.h"
 
 class wxBoxSizer;
-class wxStaticText;
 
 struct MultiInputPanel_cls::Row {
-    wxStaticText* mpLabel = nullptr;
+    wxWindow* mpLabel = nullptr;
     wxBoxSizer* mpFields = nullptr;
     std::vector<wxWindow*> mFields;
     std::vector<std::function<void()>> mRefresh; ///< each shows a bound value in its field

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <cstdlib>
 
-#include <wx/dcbuffer.h>
+#include <wx/dcclient.h>
 #include <wx/settings.h>
 #include <wx/sizer.h>
 #include <wx/textctrl.h>
@@ -24,7 +24,6 @@ NumField_cls::NumField_cls(wxWindow* pParent, const NumSpec& spec, int widthChar
     mpCText->SetMinSize(wxSize(mpCText->GetCharWidth() * widthChars + FromDIP(12), FromDIP(kFieldHeight)));
     mpCArrows =
         new wxPanel(this, wxID_ANY, wxDefaultPosition, FromDIP(wxSize(kArrowWidth, -1)), wxBORDER_NONE);
-    mpCArrows->SetBackgroundStyle(wxBG_STYLE_PAINT);
     mpCArrows->SetCanFocus(false);
     mpCArrows->Bind(wxEVT_PAINT, [this](wxPaintEvent&) { PaintArrows(); });
     mpCArrows->Bind(wxEVT_MOUSEWHEEL, &NumField_cls::OnWheel, this);
@@ -187,10 +186,8 @@ void NumField_cls::EndGesture() {
 }
 
 void NumField_cls::PaintArrows() {
-    wxAutoBufferedPaintDC dc(mpCArrows);
+    wxPaintDC dc(mpCArrows); // no buffer of its own: the page's background shows through
     const wxSize size = mpCArrows->GetClientSize();
-    dc.SetBackground(wxBrush(GetBackgroundColour()));
-    dc.Clear();
     const wxColour colour =
         wxSystemSettings::GetColour(IsEnabled() ? wxSYS_COLOUR_BTNTEXT : wxSYS_COLOUR_GRAYTEXT);
     dc.SetPen(*wxTRANSPARENT_PEN);

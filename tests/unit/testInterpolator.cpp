@@ -143,6 +143,12 @@ TEST_F(Interpolator, VariableNumbersAreMatchedById) {
     ExpectAllBoxes(500, 500, 1, Shuffle);
     ExpectAllBoxes(2000, 900, 1, LoseEveryThird);
     ExpectAllBoxes(500, 700, 1, Shuffle);
+    ExpectAllBoxes(4000, 3600, 1, Shuffle); // enough of them moved for an index
+    ExpectAllBoxes(4000, 4000, 1, [](PDataBlock_cls& next) {
+        Shuffle(next);
+        for (int i = 0; i < next.mParticleNumber; ++i)
+            next.mpID[i] /= 2; // every ID twice
+    });
     ExpectAllBoxes(5, 5, 1, LoseEveryThird); // a tenth of it is nothing
 }
 

@@ -233,7 +233,7 @@ TEST_F(Store, RequestThatMeetsABusyInterpolatorIsMadeAgain) {
 
 TEST_F(Store, ReleaseWaitsForTheInterpolatorOfBothBlocks) {
     mLoader.mCItemVariableNumber.mValue = 1;
-    constexpr int kMany = 20000; // all of them lost: a search that takes a while
+    constexpr int kMany = 200000; // all of them lost: a search that takes a while
     for (int release = 0; release < 2; ++release) {
         for (int i = 0; i < 2; ++i)
             WriteSnap(i, float(i), kMany, i * kMany);

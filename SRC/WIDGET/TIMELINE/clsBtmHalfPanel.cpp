@@ -18,8 +18,8 @@ BtmHalfPanel_cls::BtmHalfPanel_cls(wxWindow* pParent, Main_cls* pMain)
     InstallDenseStyle();
     SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE));
     mpCSlider = new FrameSlider_cls(this, pMain->mpCTimeCtrl);
-    mpCCacheBar = new CacheBar_cls(this, pMain->mpCTimeCtrl, pMain);
-    mpCPlay = new PlayCtrlGUI_cls(this, pMain->mpCTimeCtrl, pMain);
+    mpCCacheBar = new CacheBar_cls(this, pMain->mpCTimeCtrl, pMain->mpCPDataSeqCtrl);
+    mpCPlay = new PlayCtrlGUI_cls(this, pMain->mpCTimeCtrl, pMain->mpCPDataSeqCtrl);
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(mpCSlider, 0, wxEXPAND);
     sizer->Add(mpCCacheBar, 0, wxEXPAND);

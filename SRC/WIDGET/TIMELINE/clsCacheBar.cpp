@@ -3,7 +3,6 @@
 #include <wx/dcbuffer.h>
 #include <wx/settings.h>
 
-#include "APP/clsMain.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
 #include "PDATA/clsPDataSnap.h"
@@ -29,17 +28,16 @@ wxString NameOf(CacheState state) {
 
 } // namespace
 
-CacheBar_cls::CacheBar_cls(wxWindow* pParent, TimeCtrl_cls* pTime, Main_cls* pMain)
-    : TimelineStrip_cls(pParent, pTime, kHeight), mpCMain(pMain) {
+CacheBar_cls::CacheBar_cls(wxWindow* pParent, TimeCtrl_cls* pTime, PDataSeqCtrl_cls* pStore)
+    : TimelineStrip_cls(pParent, pTime, kHeight), mpCStore(pStore) {
     Bind(wxEVT_PAINT, &CacheBar_cls::OnPaint, this);
     Bind(wxEVT_MOTION, &CacheBar_cls::OnMotion, this);
 }
 
 CacheState CacheBar_cls::GetState(int frame) const {
-    const PDataSeqCtrl_cls* store = mpCMain->mpCPDataSeqCtrl;
-    const PDataSequence_cls* sequence = store ? store->GetPCActiveFileSequence() : nullptr;
+    const PDataSequence_cls* sequence = mpCStore->GetPCActiveFileSequence();
     const int index = mpCTime->GetRemappedIndex(frame);
-    if (!sequence || index < 0 || index >= PDataSequence_cls::kMaxSnap) return CacheState::Empty;
+    if (index < 0 || index >= PDataSequence_cls::kMaxSnap) return CacheState::Empty;
     const PDataSnap_cls* snap = sequence->mpCSnap[index];
     if (!snap || snap->mStrFilePath.empty()) return CacheState::Empty;
     if (snap->mFileStatus == 2) return CacheState::Unreadable;

@@ -3,11 +3,11 @@
 
 #include "WIDGET/TIMELINE/clsTimelineStrip.h"
 
-class Main_cls;
+class PDataSeqCtrl_cls;
 
 class CacheBar_cls : public TimelineStrip_cls {
 public:
-    CacheBar_cls(wxWindow* pParent, TimeCtrl_cls* pTime, Main_cls* pMain);
+    CacheBar_cls(wxWindow* pParent, TimeCtrl_cls* pTime, PDataSeqCtrl_cls* pStore);
     /// Draw again if any column changed.
     void RefreshIfChanged();
     /// State of the snapshot that a frame shows.
@@ -19,7 +19,7 @@ private:
     wxColour ColourOf(CacheState state) const;
     std::vector<CacheState> Columns() const;
 
-    Main_cls* mpCMain;
+    PDataSeqCtrl_cls* mpCStore;
     std::vector<CacheState> mShown;
     int mTipFrame = -1;
 };

@@ -8,13 +8,13 @@
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 #include <wx/tglbtn.h>
-#include <wx/wrapsizer.h>
 
-#include "APP/clsMain.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
+#include "PDATA/clsPDataSeqCtrl.h"
 #include "TIME/clsTimeCtrl.h"
+#include "WIDGET/clsGripLabel.h"
 #include "WIDGET/clsMyArtProvider.h"
 #include "WIDGET/clsNumField.h"
 
@@ -49,9 +49,9 @@ int LimitPrefetch(int request, int expectedMax) {
     return request > most ? static_cast<int>(most) : request;
 }
 
-PlayCtrlGUI_cls::PlayCtrlGUI_cls(wxWindow* pParent, TimeCtrl_cls* pTime, Main_cls* pMain)
+PlayCtrlGUI_cls::PlayCtrlGUI_cls(wxWindow* pParent, TimeCtrl_cls* pTime, PDataSeqCtrl_cls* pStore)
     : wxPanel(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL), mpCTime(pTime),
-      mpCMain(pMain) {
+      mpCStore(pStore) {
     auto* upper = new wxBoxSizer(wxHORIZONTAL);
     MakeTransport(upper);
     MakePosition(upper);
@@ -88,7 +88,7 @@ NumField_cls* PlayCtrlGUI_cls::AddField(wxSizer* pSizer, const wxString& label, 
                                         const wxString& tip, std::function<void(int)> set) {
     auto* field = new NumField_cls(this, IntSpec(low, high), 5);
     if (!label.empty()) {
-        auto* text = new wxStaticText(this, wxID_ANY, label);
+        auto* text = new GripLabel_cls(this, label);
         text->SetToolTip(tip);
         field->AttachGrip(text);
         pSizer->Add(text, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, FromDIP(3 * kGap));
@@ -221,7 +221,7 @@ void PlayCtrlGUI_cls::UpdateValues() {
 
 void PlayCtrlGUI_cls::RefreshMemory() {
     const wxString text =
-        wxString::Format(_("%d of %d MB"), mpCMain->GetUsedTotalMemoryMB(), mpCMain->GetMemoryLimitMB());
+        wxString::Format(_("%lld of %d MB"), mpCStore->CalcAndGetUsedTotalMemoryMB(), mpCStore->mLimitMB);
     if (mpCMemory->GetLabelText() == text) return;
     mpCMemory->SetLabelText(text);
     Layout();

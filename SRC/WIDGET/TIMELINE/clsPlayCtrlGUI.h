@@ -6,8 +6,8 @@
 
 #include <wx/panel.h>
 
-class Main_cls;
 class NumField_cls;
+class PDataSeqCtrl_cls;
 class TimeCtrl_cls;
 struct NumSpec;
 class wxBitmapToggleButton;
@@ -22,7 +22,7 @@ int LimitPrefetch(int request, int expectedMax);
 
 class PlayCtrlGUI_cls : public wxPanel {
 public:
-    PlayCtrlGUI_cls(wxWindow* pParent, TimeCtrl_cls* pTime, Main_cls* pMain);
+    PlayCtrlGUI_cls(wxWindow* pParent, TimeCtrl_cls* pTime, PDataSeqCtrl_cls* pStore);
 
     /// Fields and buttons from the clock; what is the same isn't touched.
     void UpdateValues();
@@ -45,7 +45,7 @@ private:
     void SetWorkArea(int frame, bool bUpper);
 
     TimeCtrl_cls* mpCTime;
-    Main_cls* mpCMain;
+    PDataSeqCtrl_cls* mpCStore;
     wxBitmapToggleButton* mpCPlayBack = nullptr;
     wxBitmapToggleButton* mpCPlayForward = nullptr;
     NumField_cls* mpCFrame = nullptr;
