@@ -108,8 +108,8 @@ bool IsFieldKey(FieldKind kind, int key, int modifier) {
 FieldKind GetFocusedFieldKind() {
     wxWindow* focus = wxWindow::FindFocus();
     if (!focus) return FieldKind::None;
-    if (wxDynamicCast(focus->GetParent(), NumField_cls)) return FieldKind::Number;
-    if (wxDynamicCast(focus, wxTextCtrl) || wxDynamicCast(focus, wxComboBox)) return FieldKind::Text;
+    if (dynamic_cast<NumField_cls*>(focus->GetParent())) return FieldKind::Number;
+    if (dynamic_cast<wxTextCtrl*>(focus) || dynamic_cast<wxComboBox*>(focus)) return FieldKind::Text;
     return FieldKind::None;
 }
 
@@ -117,7 +117,7 @@ bool HandBackShortcut(const wxKeyEvent& event) {
     const int key = event.GetKeyCode();
     const int modifier = event.GetModifiers();
     if (IsFieldKey(GetFocusedFieldKind(), key, modifier)) return false;
-    const wxFrame* frame = wxTheApp ? wxDynamicCast(wxTheApp->GetTopWindow(), wxFrame) : nullptr;
+    const wxFrame* frame = wxTheApp ? dynamic_cast<wxFrame*>(wxTheApp->GetTopWindow()) : nullptr;
     if (wxMenuItem* item = FindAccelerated(frame, key, modifier)) {
         // The frame's own menu bar sees the key, but a plain letter the field would see first.
         const bool bPlain = (modifier & ~wxMOD_SHIFT) == 0 && key < WXK_START;

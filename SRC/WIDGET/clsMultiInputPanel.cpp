@@ -35,7 +35,7 @@ MultiInputPanel_cls::MultiInputPanel_cls(wxWindow* pParent, int labelWidth)
     SetSizer(outer);
     Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
         // A dialog decides about its keys itself.
-        const bool bOwn = !wxDynamicCast(wxGetTopLevelParent(this), wxDialog);
+        const bool bOwn = !dynamic_cast<wxDialog*>(wxGetTopLevelParent(this));
         if (!bOwn || GetFocusedFieldKind() == FieldKind::None || !HandBackShortcut(event)) event.Skip();
     });
     for (const auto& type : {wxEVT_LEFT_DOWN, wxEVT_LEFT_UP, wxEVT_RIGHT_DOWN, wxEVT_RIGHT_UP})
