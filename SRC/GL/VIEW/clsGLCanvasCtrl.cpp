@@ -1,7 +1,7 @@
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 
 #include <wx/checkbox.h>
-#include <wx/combobox.h>
+#include <wx/choice.h>
 #include <wx/intl.h>
 #include <wx/menu.h>
 #include <wx/sizer.h>
@@ -13,6 +13,9 @@
 namespace {
 
 constexpr int kSpace = 4;
+// Buttons redraw a few pixels around them, for their shadows: where that reaches a view, the toolkit paints
+// the view again with every step of a button's animation.
+constexpr int kShadow = 8;
 
 struct ToggleLook {
     const char* icon;
@@ -66,7 +69,7 @@ GLCanvasCtrl_cls::GLCanvasCtrl_cls(wxWindow* pParent, FrameMain_cls* pFrame, Dra
         new MainGLCanvas_cls(this, this, pFrame, pDrawOption, pPreference, panelIndex, displayMode, pShare);
     MakeControls();
     auto* sizer = new wxBoxSizer(wxVERTICAL);
-    sizer->Add(mpCSizerControls, 0, wxEXPAND | wxALL, kSpace / 2);
+    sizer->Add(mpCSizerRow, 0, wxEXPAND);
     sizer->Add(mpCCanvas, 1, wxEXPAND);
     SetSizer(sizer);
     UpdateWindow();
@@ -78,11 +81,10 @@ GLCanvasCtrl_cls::GLCanvasCtrl_cls(wxWindow* pParent, FrameMain_cls* pFrame, Dra
 void GLCanvasCtrl_cls::MakeControls() {
     mpCSizerControls = new wxBoxSizer(wxHORIZONTAL);
     const bool bExtraPanel = mpCCanvas->mPanelIndex == MainGLCanvas_cls::kExtraPanel;
-    mpCComboDisplayMode = new wxComboBox(this, wxID_ANY, wxEmptyString, wxDefaultPosition, wxDefaultSize,
-                                         GetDisplayModeNames(bExtraPanel), wxCB_READONLY);
+    mpCComboDisplayMode =
+        new wxChoice(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, GetDisplayModeNames(bExtraPanel));
     mpCComboDisplayMode->SetToolTip(_("Point of View"));
-    mpCComboGeometry = new wxComboBox(this, wxID_ANY, wxEmptyString, wxDefaultPosition, wxDefaultSize,
-                                      GetGeometryNames(), wxCB_READONLY);
+    mpCComboGeometry = new wxChoice(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, GetGeometryNames());
     mpCComboGeometry->SetToolTip(_("Geometry"));
     mpCPivotClip = new wxPanel(this);
     mpCCheckPivot = new wxCheckBox(mpCPivotClip, wxID_ANY, _("Pivot Follows Anchor"));
@@ -95,9 +97,13 @@ void GLCanvasCtrl_cls::MakeControls() {
     mpCSizerControls->Add(mpCComboGeometry, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, kSpace);
     for (wxToggleButton* pToggle : mpCToggle)
         mpCSizerControls->Add(pToggle, 0, wxALIGN_CENTER_VERTICAL);
+    mpCSizerRow = new wxBoxSizer(wxVERTICAL);
+    mpCSizerRow->AddSpacer(kSpace / 2);
+    mpCSizerRow->Add(mpCSizerControls, 0, wxEXPAND | wxLEFT | wxRIGHT, kSpace / 2);
+    mpCSizerRow->AddSpacer(kShadow);
     mpCSizerControls->Add(mpCPivotClip, 1, wxALIGN_CENTER_VERTICAL | wxLEFT, 2 * kSpace);
-    mpCComboDisplayMode->Bind(wxEVT_COMBOBOX, &GLCanvasCtrl_cls::OnComboBox, this);
-    mpCComboGeometry->Bind(wxEVT_COMBOBOX, &GLCanvasCtrl_cls::OnComboBox, this);
+    mpCComboDisplayMode->Bind(wxEVT_CHOICE, &GLCanvasCtrl_cls::OnComboBox, this);
+    mpCComboGeometry->Bind(wxEVT_CHOICE, &GLCanvasCtrl_cls::OnComboBox, this);
     mpCCheckPivot->Bind(wxEVT_CHECKBOX, &GLCanvasCtrl_cls::OnPivot, this);
 }
 
@@ -192,13 +198,13 @@ void GLCanvasCtrl_cls::OnRightUp(wxMouseEvent&) {
 void GLCanvasCtrl_cls::OnMenuHide() {
     mbPanelShown = false;
     FitControls(GetSize().x);
-    GetSizer()->Show(mpCSizerControls, false, true);
+    GetSizer()->Show(mpCSizerRow, false, true);
     Layout();
 }
 
 void GLCanvasCtrl_cls::ShowPanel() {
     mbPanelShown = true;
-    GetSizer()->Show(mpCSizerControls, true, true);
+    GetSizer()->Show(mpCSizerRow, true, true);
     FitControls(GetSize().x);
     Layout();
 }

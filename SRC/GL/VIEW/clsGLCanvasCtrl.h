@@ -9,7 +9,7 @@ class MainGLCanvas_cls;
 class Preference_cls;
 class wxBoxSizer;
 class wxCheckBox;
-class wxComboBox;
+class wxChoice;
 class wxGLContext;
 class wxToggleButton;
 
@@ -44,9 +44,10 @@ private:
     void FitControls(int width);
 
     MainGLCanvas_cls* mpCCanvas = nullptr;
+    wxBoxSizer* mpCSizerRow = nullptr; ///< the controls and the space around them
     wxBoxSizer* mpCSizerControls = nullptr;
-    wxComboBox* mpCComboDisplayMode = nullptr;
-    wxComboBox* mpCComboGeometry = nullptr;
+    wxChoice* mpCComboDisplayMode = nullptr;
+    wxChoice* mpCComboGeometry = nullptr;
     wxPanel* mpCPivotClip = nullptr; ///< cuts the check box where room is short
     wxCheckBox* mpCCheckPivot = nullptr;
     wxToggleButton* mpCToggle[4] = {}; ///< message, items, grid, data
