@@ -95,7 +95,7 @@ FrameMain_cls::~FrameMain_cls() {
 
 void FrameMain_cls::CreateHalves() {
     mpCInfoBar = new wxInfoBar(this);
-    mpCSplitter = new wxSplitterWindow(this, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+    mpCSplitter = new wxSplitterWindow(this, wxID_ANY, wxDefaultPosition, GetClientSize(),
                                        wxSP_LIVE_UPDATE | wxSP_3DSASH);
     mpCSplitter->SetSashGravity(1.0); // the bottom half keeps its height
     mpCSplitter->SetMinimumPaneSize(kMinPane);
