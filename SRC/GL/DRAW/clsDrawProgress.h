@@ -5,16 +5,18 @@
 
 class DrawProgress_cls {
 public:
-    /// A loop over `total` particles.
-    explicit DrawProgress_cls(int total);
+    /// A loop over `total` points of `size` pixels.
+    DrawProgress_cls(int total, float size);
 
-    /// Particles between two reports.
-    int GetInterval() const { return mInterval; }
-    /// Publish the percentage and, five times a second at most, let the window breathe. False: stop.
+    /// Points to draw between two reports: as many as take the slowest OpenGL a fraction of a second.
+    int GetRun() const { return mRun; }
+    /// Publish the percentage, which moves every 100,000 or, above 2,000,000, in twentieths; five times a
+    /// second at most let the window breathe. False: stop.
     bool Report(int done);
 
 private:
     int mTotal;
-    int mInterval;
+    int mInterval; ///< between two percentages
+    int mRun;
     wxStopWatch mCStopWatch;
 };

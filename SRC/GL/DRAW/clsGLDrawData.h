@@ -45,7 +45,7 @@ public:
 private:
     void ZSortAtFBO0(int count, int step, const float (*pPos)[3], int sortOrder, int planeDepth);
 
-    void DrawStraight(const SnapData_cls* pSnap, int number, bool bColors);
+    void DrawStraight(const SnapData_cls* pSnap, int number, float size, bool bColors);
 
     double mCameraPos[3] = {0, 0, 0};
     double mCameraDir[3] = {0, 0, -1};

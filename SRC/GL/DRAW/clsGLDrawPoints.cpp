@@ -16,18 +16,15 @@
 
 namespace {
 
-constexpr int kRun = 1000000; // indices a call: between two calls the user can abort
-
 float GetPointSize(const GLAttribute_cls& attribute) {
     return static_cast<float>(std::max(attribute.mPointSize.mValue, 1));
 }
 
-void SetPointState(float size) {
+void SetPointState() {
     glDisable(GL_LIGHTING);
     glDisable(GL_TEXTURE_2D);
     glEnable(GL_DEPTH_TEST);
     glDepthMask(GL_TRUE);
-    glPointSize(size);
 }
 
 void SetBlend(bool bAdditive) { glBlendFunc(GL_SRC_ALPHA, bAdditive ? GL_ONE : GL_ONE_MINUS_SRC_ALPHA); }
@@ -60,7 +57,7 @@ struct PointAlpha {
 
 } // namespace
 
-void GLDrawData_cls::DrawStraight(const SnapData_cls* pSnap, int number, bool bColors) {
+void GLDrawData_cls::DrawStraight(const SnapData_cls* pSnap, int number, float size, bool bColors) {
     const GLClientScope_cls client;
     glEnableClientState(GL_VERTEX_ARRAY);
     glVertexPointer(3, GL_FLOAT, 0, pSnap->mpPos);
@@ -68,9 +65,10 @@ void GLDrawData_cls::DrawStraight(const SnapData_cls* pSnap, int number, bool bC
         glEnableClientState(GL_COLOR_ARRAY);
         glColorPointer(4, GL_FLOAT, 0, pSnap->mpColor);
     }
-    DrawProgress_cls progress(number);
-    for (int first = 0; first < number; first += kRun) {
-        const int run = std::min(kRun, number - first);
+    glPointSize(size);
+    DrawProgress_cls progress(number, size);
+    for (int first = 0; first < number; first += progress.GetRun()) {
+        const int run = std::min(progress.GetRun(), number - first);
         if (msbListIsIdentity)
             glDrawArrays(GL_POINTS, first, run);
         else
@@ -88,7 +86,7 @@ void GLDrawData_cls::GLDrawPointArrayElement(int face, SnapData_cls* pSnap, GLAt
             mVIndices[i] = static_cast<unsigned>(mspIndexAndZ[i].mIndex);
     }
     const GLAttribScope_cls attributes;
-    SetPointState(GetPointSize(*pAttribute));
+    SetPointState();
     float color[4];
     pAttribute->mColor.PreCalcScaleFactor();
     pAttribute->mColor.GetColor4fScaled(color, 0.0f);
@@ -103,7 +101,7 @@ void GLDrawData_cls::GLDrawPointArrayElement(int face, SnapData_cls* pSnap, GLAt
         glDisable(GL_BLEND);
     }
     glColor4fv(color);
-    DrawStraight(pSnap, number, false);
+    DrawStraight(pSnap, number, GetPointSize(*pAttribute), false);
     CheckGLErrors("points of one colour");
 }
 
@@ -113,7 +111,9 @@ void GLDrawData_cls::GLDrawPointAll(int face, SnapData_cls* pSnap, GLAttribute_c
     if (number == 0 || !pValues) return;
     const GLAttribScope_cls attributes;
     const bool bAdditive = pAttribute->mBlendType.mValue == 1;
-    SetPointState(GetPointSize(*pAttribute));
+    const float size = GetPointSize(*pAttribute);
+    SetPointState();
+    glPointSize(size);
     SetBlend(bAdditive);
     if (bAdditive) glDisable(GL_DEPTH_TEST);
 
@@ -121,18 +121,18 @@ void GLDrawData_cls::GLDrawPointAll(int face, SnapData_cls* pSnap, GLAttribute_c
     curve.PreCalcScaleFactor();
     const PointAlpha alpha(*pAttribute,
                            GetSteppingAlphaFactorUnlimited(pAttribute->mpCDrawOption->GetDownSizing()));
-    DrawProgress_cls progress(number);
+    DrawProgress_cls progress(number, size);
     GLPointBatch_cls batch(mVBatch, false, !bAdditive);
     float color[4];
     for (int i = 0; i < number;) {
-        for (const int end = std::min(number, i + progress.GetInterval()); i < end; ++i) {
+        for (const int end = std::min(number, i + progress.GetRun()); i < end; ++i) {
             const int index = mspIndexAndZ[i].mIndex;
             curve.GetColor4fScaled(color, pValues[index]);
             color[3] = alpha(color[3]);
             batch.Add(pSnap->mpPos[index], color, 1.0f);
         }
+        batch.Flush();
         if (!progress.Report(i)) break;
     }
-    batch.Flush();
     CheckGLErrors("points coloured by a value");
 }

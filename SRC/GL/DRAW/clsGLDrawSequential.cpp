@@ -30,6 +30,7 @@ struct Looks {
     bool bMixedSize = false;
     bool bMixedBlend = false;
     float size = 1.0f;
+    float maxSize = 1.0f;
     bool bAdditive = false;
 };
 
@@ -60,6 +61,7 @@ Looks GatherLooks(const SnapData_cls& snap, GLAttribute_cls** ppAttribute) {
             looks.size = look.size;
             looks.bAdditive = look.bAdditive;
         }
+        looks.maxSize = std::max(looks.maxSize, look.size);
         looks.bMixedSize |= look.size != looks.size;
         looks.bMixedBlend |= look.bAdditive != looks.bAdditive;
         bFirst = false;
@@ -142,20 +144,19 @@ void GLDrawData_cls::GLDrawSequential(int face, SnapData_cls* pSnap, GLAttribute
     const float stepping = static_cast<float>(GetSteppingAlphaFactor(step));
 
     if (msbListIsIdentity && looks.bAllPoints && !looks.bMixedSize && !looks.bMixedBlend) {
-        glPointSize(looks.size);
         SetBlend(looks.bAdditive);
         if (!looks.bAdditive && IsOpaque(*pSnap)) glDisable(GL_BLEND);
-        DrawStraight(pSnap, number, true);
+        DrawStraight(pSnap, number, looks.size, true);
         CheckGLErrors("points of all classes, straight");
         return;
     }
 
-    DrawProgress_cls progress(number);
+    DrawProgress_cls progress(number, looks.maxSize);
     SequentialPoints_cls points(mVBatch, looks);
     unsigned last = kClasses;
     float color[4] = {0, 0, 0, 0};
     for (int i = 0; i < number;) {
-        for (const int end = std::min(number, i + progress.GetInterval()); i < end; ++i) {
+        for (const int end = std::min(number, i + progress.GetRun()); i < end; ++i) {
             const ArrayAndIndex_cls& entry = mspIndexAndZ[i];
             const unsigned type = GetClass(*pSnap, entry.mIndex);
             const ClassLook& look = looks.look[type];
@@ -168,8 +169,8 @@ void GLDrawData_cls::GLDrawSequential(int face, SnapData_cls* pSnap, GLAttribute
             }
             points.Add(pSnap->mpPos[entry.mIndex], color, look);
         }
+        points.Flush();
         if (!progress.Report(i)) break;
     }
-    points.Flush();
     CheckGLErrors("points of all classes");
 }

@@ -154,15 +154,21 @@ wxSize MainGLCanvas_cls::GetPixelSize() const {
 }
 
 void MainGLCanvas_cls::RefreshEX() {
-    Refresh(false); // drawing happens in paint events only
+    // Drawing happens in paint events only. One that comes while a paint lets events through would be
+    // refused: the idle loop brings it later.
+    if (GbGLLockDrawing.load())
+        MarkStale();
+    else
+        Refresh(false);
     if (mPanelIndex != 0) return;
     MainGLCanvas_cls* pExtra = GetOther(kExtraPanel);
-    if (pExtra && pExtra->IsShownOnScreen() && pExtra->GetDisplayMode() == 8) pExtra->Refresh(false);
+    if (pExtra && pExtra->IsShownOnScreen() && pExtra->GetDisplayMode() == 8) pExtra->RefreshEX();
 }
 
 bool MainGLCanvas_cls::CheckGLRefresh(int frame, int step) {
     if (!IsShownOnScreen()) return true;
     if (frame == mPaintedFrame && step == mPaintedStep) return true;
+    if (mbPaintQueued) return false;
     const bool bReading = GpCThreadReader.load() && !GbThreadReaderFinished.load(std::memory_order_acquire);
     if (mbLoading && bReading && frame == mWaitFrame && step == mWaitStep)
         return false; // its end will wake us

@@ -152,11 +152,12 @@ private:
 
     // clsMainGLCanvasPaint.cpp
     void OnPaint(wxPaintEvent& event);
+    void Paint();
     bool IsPaintAllowed() const;
     DataState WaitForFrame();
     bool KeepsLastPicture() const;
     void ReadTime();
-    void DrawTextOnDC(wxDC& dc, const wxString& text);
+    void DrawTextOnDC(wxDC& dc);
     bool BeginGL();
     void InitializeGLIfNot();
     void SetViewFromSettings();
@@ -221,6 +222,8 @@ private:
 
     bool mbForceUpdateCameraPos = false;
     bool mbImageRequest = false; ///< this paint makes an image: it waits for its data
+    bool mbPaintQueued = false;  ///< a paint event has come whose picture is still to be drawn
+    bool mbPainting = false;     ///< this canvas is the one that holds GbGLLockDrawing
     bool mbLoading = false;      ///< the last paint gave up waiting for the reader
     bool mbLockDragging = false;
     int mPaintedFrame = -1; ///< -1 when the view must be drawn anyway

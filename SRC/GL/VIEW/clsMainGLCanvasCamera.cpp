@@ -5,8 +5,6 @@
 
 #include <wx/intl.h>
 
-#include "APP/clsFrameMain.h"
-#include "COMMON/Globals.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 
 bool MainGLCanvas_cls::IsAlongAxis() const { return GoesAlong(mDisplayMode.mValue); }

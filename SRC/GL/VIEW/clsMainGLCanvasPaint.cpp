@@ -7,7 +7,9 @@
 #include <wx/utils.h>
 
 #include "APP/clsFrameMain.h"
+#include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
+#include "COMMON/MenuEvent.h"
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLInfo.h"
 #include "GL/BASE/clsGLState.h"
@@ -24,13 +26,20 @@ constexpr unsigned long kPollMillis = 2;
 // Only one canvas draws at a time, and a finished paint lets playing go on.
 class PaintLock_cls {
 public:
-    PaintLock_cls() { GbGLLockDrawing.store(true); }
+    explicit PaintLock_cls(bool& bPainting) : mbPainting(bPainting) {
+        mbPainting = true;
+        GbGLLockDrawing.store(true);
+    }
     ~PaintLock_cls() {
+        mbPainting = false;
         GbGLLockDrawing.store(false);
         GbGLLockPlayWait.store(false);
     }
     PaintLock_cls(const PaintLock_cls&) = delete;
     PaintLock_cls& operator=(const PaintLock_cls&) = delete;
+
+private:
+    bool& mbPainting;
 };
 
 bool IsReaderBusy() {
@@ -43,13 +52,25 @@ bool IsInterpolatorBusy() {
 
 } // namespace
 
+// The toolkit holds all input back while it paints, and with it the abort button: so the picture is drawn
+// right behind the paint event, where long drawing can let events through.
 void MainGLCanvas_cls::OnPaint(wxPaintEvent&) {
     wxPaintDC dc(this); // the toolkit wants one, whatever happens
+    if (!mpCGLContext || !FBO_cls::msbSupported) {
+        DrawTextOnDC(dc);
+    } else if (!mbPaintQueued) {
+        mbPaintQueued = true;
+        CallAfter(&MainGLCanvas_cls::Paint);
+    }
+}
+
+void MainGLCanvas_cls::Paint() {
+    mbPaintQueued = false;
     if (!IsPaintAllowed()) {
-        MarkStale(); // the idle loop brings the paint back
+        if (!mbPainting) MarkStale(); // the idle loop brings the paint back
         return;
     }
-    const PaintLock_cls lock;
+    const PaintLock_cls lock(mbPainting);
     mbLoading = WaitForFrame() == DataState::Loading;
     if (mbLoading) {
         MarkStale();
@@ -61,11 +82,7 @@ void MainGLCanvas_cls::OnPaint(wxPaintEvent&) {
     ReadTime();
     // Tags are emptied and lights brought to the double index here; a data export takes its step.
     if (!BeginGL()) {
-        DrawTextOnDC(dc, mpCGLContext
-                             ? _("Your OpenGL version is ") + GLInfo_cls::GetGLVersionStr() +
-                                   _("\nFBO is NOT supported. Plase upgrade your OpenGL environment.\nYou "
-                                     "can not use most advanced openGL functions on remote desktop.")
-                             : _("OpenGL is missing: nothing can be drawn here."));
+        Refresh(false); // for the text that tells why
         return;
     }
     SetViewFromSettings();
@@ -133,14 +150,21 @@ void MainGLCanvas_cls::ReadTime() {
     GLDrawData_cls::msCurrentDoubleIndex = mMoment.doubleIndex;
 }
 
-void MainGLCanvas_cls::DrawTextOnDC(wxDC& dc, const wxString& text) {
+void MainGLCanvas_cls::DrawTextOnDC(wxDC& dc) {
+    const wxString text =
+        mpCGLContext
+            ? _("Your OpenGL version is ") + GLInfo_cls::GetGLVersionStr() +
+                  _("\nFBO is NOT supported. Plase upgrade your OpenGL environment.\nYou can not use "
+                    "most advanced openGL functions on remote desktop.")
+            : _("OpenGL is missing: nothing can be drawn here.");
     dc.SetBackground(wxBrush(wxColour(212, 212, 212)));
     dc.Clear();
     dc.SetTextForeground(*wxBLACK);
     dc.SetFont(GetFont());
     dc.DrawLabel(text, GetClientRect().Deflate(8));
-    mPaintedFrame = mFrameFrame;
-    mPaintedStep = mFrameStep;
+    mPaintedFrame = mpCFrame->GetPCTimeCtrl()->GetFrame();
+    mPaintedStep = mpCFrame->GetPCTimeCtrl()->GetInterpStep();
+    GbGLLockPlayWait.store(false);
 }
 
 bool MainGLCanvas_cls::BeginGL() {
@@ -210,6 +234,7 @@ void MainGLCanvas_cls::DrawEyes() {
 }
 
 void MainGLCanvas_cls::CountPaint() {
+    if (mCStopWatch.Time() > 200) PostMenuEvent(ID_REFRESH_SB); // which tells of the drawing still
     if (mbLoading) return;
     if (mPaintCount++ == 0) mFirstPaintMillis = static_cast<float>(mCStopWatch.Time());
 }
