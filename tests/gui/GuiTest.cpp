@@ -267,11 +267,22 @@ void GuiTest::KeyNow(int keycode, int modifiers) {
 }
 
 void GuiTest::ClickPopup(wxWindow* window, wxPoint point, const std::vector<int>& keys) {
+    static bool sReturned;
+    sReturned = false;
     std::vector<std::function<void()>> acts(2, [] {});
+    acts.push_back([] { Snap("popup"); });
     for (const int key : keys)
         acts.push_back([key] { KeyNow(key); });
+    acts.push_back([] {});
+    acts.push_back([] { Snap("popup2"); });
+    // A popup that is still up would hold the test for ever.
+    for (int k = 0; k < 3; ++k)
+        acts.push_back([] {
+            if (!sReturned) KeyNow(WXK_ESCAPE);
+        });
     Later(std::move(acts));
     Click(window, point, 3);
+    sReturned = true;
     PumpUntil([] { return Acts_cls::sRunning == 0; });
     Settle();
 }
