@@ -77,7 +77,7 @@ void PDataSequence_cls::Clear(int index, bool bForget) {
         return;
     }
     if (bForget) {
-        mCFileSequence.Set(wxString());
+        mCFileSequence = FileSequence_cls(); // the length goes too
         mStrGivenPath.clear();
     }
     for (PDataSnap_cls* pSnap : mpCSnap)

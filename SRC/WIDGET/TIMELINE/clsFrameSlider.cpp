@@ -21,7 +21,8 @@ FrameSlider_cls::FrameSlider_cls(wxWindow* pParent, TimeCtrl_cls* pTime)
     SetToolTip(
         _("Frames of the film. Drag: go to a frame. Wheel: step. The band is the work area, which plays."));
     Bind(wxEVT_PAINT, &FrameSlider_cls::OnPaint, this);
-    for (const auto& type : {wxEVT_LEFT_DOWN, wxEVT_LEFT_UP, wxEVT_MOTION, wxEVT_MOUSEWHEEL})
+    for (const auto& type :
+         {wxEVT_LEFT_DOWN, wxEVT_LEFT_DCLICK, wxEVT_LEFT_UP, wxEVT_MOTION, wxEVT_MOUSEWHEEL})
         Bind(type, &FrameSlider_cls::OnMouse, this);
     Bind(wxEVT_MOUSE_CAPTURE_LOST, [](wxMouseCaptureLostEvent&) {});
 }
@@ -57,7 +58,7 @@ void FrameSlider_cls::GoTo(int pixel) {
 }
 
 void FrameSlider_cls::OnMouse(wxMouseEvent& event) {
-    if (event.LeftDown()) {
+    if (event.LeftDown() || event.LeftDClick()) {
         if (!HasCapture()) CaptureMouse();
         GoTo(event.GetX());
     } else if (event.LeftUp()) {
