@@ -2,6 +2,7 @@
 // Needs a display. Limits: 0.7 s and 1.5 s; `ratio` is the time over its limit.
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -32,6 +33,15 @@ double RunProbe(const std::string& project) {
         if (std::strncmp(line, "start-probe", 11) == 0) std::sscanf(line + 11, "%lf %lf", &shown, &painted);
     pclose(pipe);
     return painted;
+}
+
+/// The median of a few.
+double RunProbes(const std::string& project) {
+    std::vector<double> times;
+    for (int k = 0; k < 5; ++k)
+        times.push_back(RunProbe(project));
+    std::sort(times.begin(), times.end());
+    return times.front() > 0.0 ? times[2] : 0.0;
 }
 
 /// A snapshot of the default grammar and a project that opens it, in a folder of its own.
@@ -71,15 +81,15 @@ void Measure(benchmark::State& state, const std::string& project, double limit) 
     double sum = 0.0;
     int runs = 0;
     for (auto _ : state) {
-        const double millis = RunProbe(project);
+        const double millis = RunProbes(project);
         if (millis <= 0.0) {
             state.SkipWithError("the program did not start");
             return;
         }
-        state.SetIterationTime(millis / 1000.0);
         sum += millis;
         ++runs;
     }
+    state.counters["ms"] = sum / runs;
     state.counters["ratio"] = sum / runs / limit;
 }
 
@@ -98,7 +108,7 @@ void StartToFirstPicture(benchmark::State& state) {
     rmdir(dir);
 }
 
-BENCHMARK(StartEmpty)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
-BENCHMARK(StartToFirstPicture)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(StartEmpty)->Unit(benchmark::kMillisecond);
+BENCHMARK(StartToFirstPicture)->Unit(benchmark::kMillisecond);
 
 } // namespace
