@@ -120,7 +120,8 @@ def view_lines(setup):
             f"{prefix}GLDepthMin=0.050000",
             f"{prefix}GLDepthMax=500.000000",
             f"{prefix}GLPersAngle=35.000000",
-            f"{prefix}GLOrthoScale=2.200000",
+            # The width that an axis view shows: most views are wider than high.
+            f"{prefix}GLOrthoScale={2.8 if setup.get('flat') else 3.6:.6f}",
             f"{prefix}DisplayMode={mode}",
             f"{prefix}GLGeometry={geometry}",
         ]
@@ -137,8 +138,9 @@ def time_lines(last):
         "TimeUseTimeRemap=0",
         "TimeUseMotionBlur=0",
         "TimeAnimStep=1",
-        "TimeAnimInterp=1",
-        "TimeRepeat=0",
+        # A dozen files would be over in half a second.
+        "TimeAnimInterp=10",
+        "TimeRepeat=1",
     ]
 
 

@@ -95,7 +95,7 @@ FrameMain_cls::~FrameMain_cls() {
 
 void FrameMain_cls::CreateHalves() {
     mpCInfoBar = new wxInfoBar(this);
-    mpCSplitter = new wxSplitterWindow(this, wxID_ANY, wxDefaultPosition, wxDefaultSize,
+    mpCSplitter = new wxSplitterWindow(this, wxID_ANY, wxDefaultPosition, GetClientSize(),
                                        wxSP_LIVE_UPDATE | wxSP_3DSASH);
     mpCSplitter->SetSashGravity(1.0); // the bottom half keeps its height
     mpCSplitter->SetMinimumPaneSize(kMinPane);
@@ -103,6 +103,14 @@ void FrameMain_cls::CreateHalves() {
                                       mpCPreference);
     mpCBtmHalf = new BtmHalfPanel_cls(mpCSplitter, mpCMain);
     mpCSplitter->SplitHorizontally(mpCTopHalf, mpCBtmHalf, -mBtmHeight);
+    mpCSplitter->Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+        event.Skip();
+        if (!mbFitLater) return;
+        CallAfter([this] {
+            FitSplitterWindow(true);
+            mpCMainCanvas->SetFocus(); // keys act from the first moment
+        });
+    });
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(mpCInfoBar, 0, wxEXPAND);
     sizer->Add(mpCSplitter, 1, wxEXPAND);
@@ -156,7 +164,11 @@ void FrameMain_cls::UpdateTitle(const wxString& projectName) {
 
 void FrameMain_cls::FitSplitterWindow(bool bForce) {
     const int height = mpCSplitter->GetClientSize().y;
-    if (height <= 0) return;
+    if (height <= mpCBtmHalf->GetMinHeight() + kMinPane) {
+        if (bForce) mbFitLater = true; // the window has no size yet
+        return;
+    }
+    mbFitLater = false;
     const int least = std::min(mpCBtmHalf->GetMinHeight(), 120);
     if (!bForce && mpCSplitter->GetSashPosition() <= height - least) return;
     // No more than the play panel needs; time lines below it will ask for mBtmHeight.

@@ -129,6 +129,7 @@ private:
     Shortcut_cls* mpCShortcut = nullptr;       ///< owned
     MainGLCanvas_cls* mpCMainCanvas = nullptr; ///< view 0: image and export processes
     GLInfo_cls* mpCGLInfo = nullptr;           ///< owned
+    bool mbFitLater = false;                   ///< the lower half waits for the window to have its size
     int mBtmHeight = 150;                      ///< height given to the bottom half, pixels
     bool mbProjectNamed = false;
     long mLastReaderPost = 0; ///< milliseconds of mStatusWatch

@@ -75,7 +75,10 @@ wxString Main_cls::SerializeAll(bool bFull) {
 
 bool Main_cls::SaveProjectFile(const wxString& path, bool bFull) {
     if (!IsConfigureFile(path)) mpCFrameMain->SetLastProject(path);
-    return WriteText(path, SerializeAll(bFull));
+    PDataSequence_cls::msStrProjectDir = wxFileName(path).GetPath();
+    const wxString text = SerializeAll(bFull);
+    PDataSequence_cls::msStrProjectDir.clear();
+    return WriteText(path, text);
 }
 
 void Main_cls::QuitProcess() { WriteText(GetConfigureFilePath(), SerializeAll(false)); }

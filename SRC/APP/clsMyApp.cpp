@@ -11,7 +11,6 @@
 #include "APP/clsMain.h"
 #include "COMMON/MsgBox.h"
 #include "COMMON/RuntimeFiles.h"
-#include "GL/VIEW/clsMainGLCanvas.h"
 
 wxIMPLEMENT_APP_NO_MAIN(MyApp);
 
@@ -50,12 +49,6 @@ bool MyApp::OnInit() {
     mpCMain = new Main_cls;
     mpCMain->mpCFrameMain->Show(true);
     SetTopWindow(mpCMain->mpCFrameMain);
-    FrameMain_cls* frame = mpCMain->mpCFrameMain;
-    // The window has its size only now, and keys act from the first moment.
-    frame->CallAfter([frame] {
-        frame->FitSplitterWindow(true);
-        frame->GetPCGLCanvas(0)->SetFocus();
-    });
     return true;
 }
 

@@ -4,6 +4,7 @@
 
 #include <wx/filename.h>
 #include <wx/stdpaths.h>
+#include <wx/utils.h>
 
 const char* const kConfigureFileName = "Morentis3Configure.txt";
 

@@ -9,6 +9,8 @@ namespace {
 // Factors of 0 mean "leave alone"; 1 changes nothing and needs no pass over the memory.
 bool Counts(float factor) { return factor != 0.0f && factor != 1.0f; }
 
+bool Shifts(const float* v) { return v[0] != 0.0f || v[1] != 0.0f || v[2] != 0.0f; }
+
 void Multiply(float* array, size_t first, size_t last, float factor) {
     for (size_t i = first; i < last; ++i)
         array[i] *= factor;
@@ -16,8 +18,12 @@ void Multiply(float* array, size_t first, size_t last, float factor) {
 
 } // namespace
 
+bool ParticleAdjust_st::IsNothing() const {
+    return !Shifts(mTranslate) && !Counts(mScale) && !Counts(mScaleValue) && !mbLogarithm;
+}
+
 void ParticleAdjust_st::Apply(const ParticleArrays_st& arrays, size_t first, size_t last) const {
-    if (mTranslate[0] != 0.0f || mTranslate[1] != 0.0f || mTranslate[2] != 0.0f)
+    if (Shifts(mTranslate))
         for (size_t i = first; i < last; ++i)
             for (int k = 0; k < 3; ++k)
                 arrays.mpPos[i][k] += mTranslate[k];

@@ -11,6 +11,8 @@ struct ParticleAdjust_st {
     float mScaleValue = 1;           ///< of Value1; 0 leaves it alone
     bool mbLogarithm = false;        ///< then Value1 becomes its log10, or 0 where it isn't positive
 
+    /// Nothing would change.
+    bool IsNothing() const;
     /// Adjust the particles first to last - 1.
     void Apply(const ParticleArrays_st& arrays, size_t first, size_t last) const;
 };

@@ -9,6 +9,7 @@
 #include "PDATA/ParticleArrays.h"
 
 class DataLoader_cls;
+class wxString;
 
 /// All that a body reader needs to know, copied before it starts.
 struct SnapshotBody_st {

@@ -12,23 +12,20 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "PDATA/RecordCopy.h"
 #include "PDATA/clsGrammerBase.h"
 
 namespace {
 
-constexpr size_t kPieceBytes = 256 << 10; // stays in the second-level cache
-constexpr size_t kBlockBytes = 8 << 10;   // stays in the first-level cache while its items are unpacked
-constexpr size_t kBytesForTwo = 4 << 20;  // from here on a second thread pays
+constexpr size_t kPieceBytes = 256 << 10;  // stays in the second-level cache
+constexpr size_t kBlockBytes = 4 << 10;    // stays in the first-level cache while its items are unpacked
+constexpr size_t kBytesForTwo = 4 << 20;   // from here on a second thread pays
+constexpr size_t kBytesToStream = 8 << 20; // from here on the arrays don't stay in the cache anyway
+constexpr size_t kGroup = 16;              // records after which every array has filled whole cache lines
+constexpr size_t kPad = 16;                // read behind the last record
 constexpr int kMaxType = 4;
 
 using Bytes = const unsigned char* __restrict;
-
-template <size_t SIZE>
-void CopyItem(Bytes from, size_t stride, void* pTo, size_t number) {
-    unsigned char* __restrict to = static_cast<unsigned char*>(pTo);
-    for (size_t i = 0; i < number; ++i)
-        std::memcpy(to + SIZE * i, from + stride * i, SIZE);
-}
 
 int ReadInt(const unsigned char* from) {
     int value;
@@ -44,6 +41,11 @@ void CopyTypeClamped(Bytes from, size_t stride, unsigned char* __restrict to, si
 void CopyTypeByte(Bytes from, size_t stride, unsigned char* __restrict to, size_t number) {
     for (size_t i = 0; i < number; ++i)
         to[i] = static_cast<unsigned char>(std::min(ReadInt(from + stride * i) & 255, kMaxType));
+}
+
+// At least one group of records, and whole groups.
+size_t RecordsIn(size_t bytes, size_t record) {
+    return std::max<size_t>(1, bytes / std::max<size_t>(record, 4) / kGroup) * kGroup;
 }
 
 // Percentage and status bar as a reader by chunks would refresh them.
@@ -71,6 +73,8 @@ BinaryReader_cls::BinaryReader_cls(const SnapshotBody_st& job) : mJob(job) {
         }
         mRecordBytes += static_cast<size_t>(GrammerBase_cls::GetBodyItemByte(code));
     }
+    // What is adjusted at once had better stay in the cache.
+    mbStream = job.mAdjust.IsNothing() && static_cast<size_t>(job.mNumber) * mRecordBytes >= kBytesToStream;
     mTailBits = filled & ~job.mArrays.mZeroBits;
     mClearBits = ~filled & ~job.mArrays.mZeroBits;
 }
@@ -81,7 +85,7 @@ void BinaryReader_cls::Read() {
     if (file < 0) std::puts("Read Main Fails!!");
     ReadProgress_cls progress(mJob.mNumber, Interval(mJob));
     const bool bTwo = number * mRecordBytes >= kBytesForTwo && std::thread::hardware_concurrency() > 1;
-    const size_t half = bTwo ? number / 2 : 0;
+    const size_t half = bTwo ? number / 2 / kGroup * kGroup : 0;
     std::thread helper;
     if (bTwo) {
         try {
@@ -100,8 +104,9 @@ void BinaryReader_cls::Read() {
 }
 
 void BinaryReader_cls::ReadRange(int file, size_t first, size_t last, ReadProgress_cls* pProgress) {
-    const size_t pieceNumber = std::max<size_t>(1, kPieceBytes / std::max<size_t>(mRecordBytes, 4));
-    std::unique_ptr<unsigned char[]> buffer(new (std::nothrow) unsigned char[pieceNumber * mRecordBytes + 1]);
+    const size_t pieceNumber = RecordsIn(kPieceBytes, mRecordBytes);
+    std::unique_ptr<unsigned char[]> buffer(
+        new (std::nothrow) unsigned char[pieceNumber * mRecordBytes + kPad]);
     bool bEnd = file < 0 || !buffer;
     while (first < last) {
         const size_t number = std::min(pieceNumber, last - first);
@@ -114,6 +119,7 @@ void BinaryReader_cls::ReadRange(int file, size_t first, size_t last, ReadProgre
         pProgress->Add(static_cast<long long>(number));
         first += number;
     }
+    FinishStreams();
 }
 
 // Returns the records to unpack. A record that the file's end cuts is one of them: its whole words stay,
@@ -142,7 +148,7 @@ size_t BinaryReader_cls::ReadPiece(int file, unsigned char* pBuffer, size_t firs
 
 void BinaryReader_cls::Unpack(const unsigned char* pRecords, size_t first, size_t number) const {
     if (mItems.empty()) return;
-    const size_t block = std::max<size_t>(1, kBlockBytes / mRecordBytes);
+    const size_t block = RecordsIn(kBlockBytes, mRecordBytes);
     for (size_t start = 0; start < number; start += block) {
         const size_t count = std::min(block, number - start);
         for (const Item_st& item : mItems)
@@ -157,19 +163,19 @@ void BinaryReader_cls::UnpackItem(const Item_st& item, const unsigned char* pRec
     const size_t stride = mRecordBytes;
     switch (item.mCode) {
     case BODY_XYZ:
-        CopyItem<12>(from, stride, arrays.mpPos + first, number);
+        CopyVectors(from, stride, arrays.mpPos + first, number, mbStream);
         break;
     case BODY_VXYZ:
-        CopyItem<12>(from, stride, arrays.mpVel + first, number);
+        CopyVectors(from, stride, arrays.mpVel + first, number, mbStream);
         break;
     case BODY_RADIUS:
-        CopyItem<4>(from, stride, arrays.mpRadius + first, number);
+        CopyScalars(from, stride, arrays.mpRadius + first, number, mbStream);
         break;
     case BODY_ID:
-        CopyItem<4>(from, stride, arrays.mpID + first, number);
+        CopyScalars(from, stride, arrays.mpID + first, number, mbStream);
         break;
     case BODY_VALUE1:
-        CopyItem<4>(from, stride, arrays.mpValue1 + first, number);
+        CopyScalars(from, stride, arrays.mpValue1 + first, number, mbStream);
         break;
     case BODY_TYPE:
         if (mJob.mbDefaultBody)

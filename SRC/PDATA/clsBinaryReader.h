@@ -30,6 +30,7 @@ private:
     const SnapshotBody_st& mJob;
     std::vector<Item_st> mItems; ///< without dummies and unknown codes
     size_t mRecordBytes = 0;
+    bool mbStream = false;        ///< write past the cache
     unsigned mClearBits = 0;      ///< arrays that the file has nothing for and that aren't zero yet
     unsigned mTailBits = 0;       ///< arrays to clear behind the end of a short file
     std::atomic<size_t> mRead{0}; ///< whole records found

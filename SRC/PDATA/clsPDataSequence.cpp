@@ -77,7 +77,7 @@ void PDataSequence_cls::Clear(int index, bool bForget) {
         return;
     }
     if (bForget) {
-        mCFileSequence.Set(wxString());
+        mCFileSequence = FileSequence_cls(); // the length goes too
         mStrGivenPath.clear();
     }
     for (PDataSnap_cls* pSnap : mpCSnap)
@@ -166,9 +166,21 @@ void PDataSequence_cls::Special_Copy(int dst, int src) {
     std::copy_n(pFrom->mpCBlock->mpValue1, number, pTo->mpCBlock->mpValue1);
 }
 
+// As given; but a relative path that would lead nowhere from the folder that the project goes to is
+// written whole.
+wxString PDataSequence_cls::GetPathForProject() const {
+    if (msStrProjectDir.empty() || mStrGivenPath.empty() || !wxFileName(mStrGivenPath).IsRelative() ||
+        DoesSequenceExist(msStrProjectDir + "/" + mStrGivenPath) ||
+        !DoesSequenceExist(mCFileSequence.mStrPath))
+        return mStrGivenPath;
+    wxFileName whole(mCFileSequence.mStrPath);
+    whole.MakeAbsolute();
+    return whole.GetFullPath();
+}
+
 // "DataSequence0=0", the path as the user gave it on a line of its own, then the attributes.
 wxString PDataSequence_cls::Serialize() const {
-    wxString text = mCItemFile.mStrKey + mCItemFile.mStrValue + "\n" + mStrGivenPath + "\n";
+    wxString text = mCItemFile.mStrKey + mCItemFile.mStrValue + "\n" + GetPathForProject() + "\n";
     for (const GLAttribute_cls* pAttribute : mpCGLAttribute)
         text += pAttribute->Serialize();
     return text;

@@ -59,7 +59,7 @@ public:
     wxString Serialize() const;
     void ReadStrLine(std::wistream& stream, const wxString& line);
 
-    static wxString msStrProjectDir; ///< folder of the project under reading, empty otherwise
+    static wxString msStrProjectDir; ///< folder of the project under reading or writing, empty otherwise
 
     PDataSnap_cls* mpCSnap[kMaxSnap];                  ///< owned, chained by mpCNext and mpCPrev
     int mSeqIndex;                                     ///< 0 to 3
@@ -69,6 +69,7 @@ public:
     ConfItemSTR_cls mCItemFile;
 
 private:
+    wxString GetPathForProject() const;
     PDataSnap_cls* GetSnap(int index) const;
     wxString FindPath(const wxString& path);
     void SetIndividualFilenames();

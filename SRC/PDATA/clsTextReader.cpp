@@ -33,6 +33,7 @@ namespace {
 constexpr size_t kChunkBytes = 256 << 10;
 constexpr size_t kBehind = 4096;              // read along for the chunk's last line
 constexpr size_t kLineMax = size_t(64) << 20; // a longer line is cut here
+constexpr size_t kTail = 2 + kScanPad; // the byte before the chunk, the NUL, and what is looked at behind
 constexpr int kThreadMax = 64;
 
 size_t ReadAt(int file, char* to, size_t wanted, long long offset) {
@@ -159,7 +160,8 @@ void TextReader_cls::LoadChunk(int file, size_t index, Chunk_st* pChunk) const {
     const size_t lead = index > 0 ? 1 : 0;
     chunk.mOffset = static_cast<long long>(index * kChunkBytes - lead);
     const size_t own = std::min(kChunkBytes, static_cast<size_t>(mSize) - index * kChunkBytes);
-    if (chunk.mBuffer.size() < kChunkBytes + kBehind + 2) chunk.mBuffer.resize(kChunkBytes + kBehind + 2);
+    if (chunk.mBuffer.size() < kChunkBytes + kBehind + kTail)
+        chunk.mBuffer.resize(kChunkBytes + kBehind + kTail);
     char* text = chunk.mBuffer.data();
     chunk.mLength = ReadAt(file, text, lead + own + kBehind, chunk.mOffset);
     text[chunk.mLength] = '\0';
@@ -182,14 +184,14 @@ void TextReader_cls::LoadLineEnd(int file, Chunk_st* pChunk) const {
     while (!std::memchr(chunk.mBuffer.data() + from, '\n', chunk.mLength - from)) {
         from = chunk.mLength;
         if (chunk.mLength >= kLineMax) return;
-        if (chunk.mBuffer.size() < 2 * chunk.mLength + 1) {
+        if (chunk.mBuffer.size() < 2 * chunk.mLength + kTail) {
             try {
-                chunk.mBuffer.resize(2 * chunk.mLength + 1);
+                chunk.mBuffer.resize(2 * chunk.mLength + kTail);
             } catch (const std::bad_alloc&) {
                 return;
             }
         }
-        const size_t got = ReadAt(file, chunk.mBuffer.data() + from, chunk.mBuffer.size() - 1 - from,
+        const size_t got = ReadAt(file, chunk.mBuffer.data() + from, chunk.mBuffer.size() - kTail - from,
                                   chunk.mOffset + static_cast<long long>(from));
         if (got == 0) return;
         chunk.mLength += got;

@@ -1,9 +1,13 @@
 #include "WIDGET/ShortcutKeys.h"
 
-#include <wx/choice.h>
+#include <memory>
+
+#include <wx/accel.h>
+#include <wx/app.h>
 #include <wx/combobox.h>
 #include <wx/event.h>
-#include <wx/listctrl.h>
+#include <wx/frame.h>
+#include <wx/menu.h>
 #include <wx/textctrl.h>
 
 #include "COMMON/EventIds.h"
@@ -56,6 +60,34 @@ bool IsNumberKey(int key) {
            key == WXK_NUMPAD_SEPARATOR || key == WXK_NUMPAD_SUBTRACT || key == WXK_NUMPAD_ADD;
 }
 
+/// The item of a menu, or of its sub-menus, that bears this accelerator.
+wxMenuItem* FindAccelerated(const wxMenu& menu, int key, int modifier) {
+    for (wxMenuItem* item : menu.GetMenuItems()) {
+        if (const wxMenu* sub = item->GetSubMenu()) {
+            if (wxMenuItem* found = FindAccelerated(*sub, key, modifier)) return found;
+            continue;
+        }
+        const std::unique_ptr<wxAcceleratorEntry> entry(item->GetAccel());
+        // Flags of accelerators and modifiers of keys count alike: 1 Alt, 2 Ctrl, 4 Shift.
+        if (entry && entry->GetKeyCode() == key && entry->GetFlags() == modifier) return item;
+    }
+    return nullptr;
+}
+
+wxMenuItem* FindAccelerated(const wxFrame* pFrame, int key, int modifier) {
+    const wxMenuBar* bar = pFrame ? pFrame->GetMenuBar() : nullptr;
+    for (size_t i = 0; bar && i < bar->GetMenuCount(); ++i)
+        if (wxMenuItem* item = FindAccelerated(*bar->GetMenu(i), key, modifier)) return item;
+    return nullptr;
+}
+
+/// What choosing the item would do.
+void PostItem(wxMenuItem* pItem) {
+    if (!pItem->IsEnabled()) return;
+    if (pItem->IsCheckable()) pItem->Check(pItem->GetKind() == wxITEM_RADIO || !pItem->IsChecked());
+    PostMenuEvent(pItem->GetId(), pItem->IsCheckable() && pItem->IsChecked() ? 1 : 0);
+}
+
 bool IsClipboardKey(int key) { return key == 'A' || key == 'C' || key == 'V' || key == 'X'; }
 
 } // namespace
@@ -76,8 +108,8 @@ bool IsFieldKey(FieldKind kind, int key, int modifier) {
 FieldKind GetFocusedFieldKind() {
     wxWindow* focus = wxWindow::FindFocus();
     if (!focus) return FieldKind::None;
-    if (wxDynamicCast(focus->GetParent(), NumField_cls)) return FieldKind::Number;
-    if (wxDynamicCast(focus, wxTextCtrl) || wxDynamicCast(focus, wxComboBox)) return FieldKind::Text;
+    if (dynamic_cast<NumField_cls*>(focus->GetParent())) return FieldKind::Number;
+    if (dynamic_cast<wxTextCtrl*>(focus) || dynamic_cast<wxComboBox*>(focus)) return FieldKind::Text;
     return FieldKind::None;
 }
 
@@ -85,6 +117,14 @@ bool HandBackShortcut(const wxKeyEvent& event) {
     const int key = event.GetKeyCode();
     const int modifier = event.GetModifiers();
     if (IsFieldKey(GetFocusedFieldKind(), key, modifier)) return false;
+    const wxFrame* frame = wxTheApp ? dynamic_cast<wxFrame*>(wxTheApp->GetTopWindow()) : nullptr;
+    if (wxMenuItem* item = FindAccelerated(frame, key, modifier)) {
+        // The frame's own menu bar sees the key, but a plain letter the field would see first.
+        const bool bPlain = (modifier & ~wxMOD_SHIFT) == 0 && key < WXK_START;
+        if (wxGetTopLevelParent(wxWindow::FindFocus()) == frame && !bPlain) return false;
+        PostItem(item);
+        return true;
+    }
     GShortcutKeycode = key;
     GShortcutModifier = modifier;
     PostMenuEvent(ID_SHORTCUT);

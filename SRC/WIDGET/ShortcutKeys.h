@@ -16,5 +16,6 @@ bool IsFieldKey(FieldKind kind, int keycode, int modifier);
 /// What the focused window edits.
 FieldKind GetFocusedFieldKind();
 
-/// Offer a key to the frame as ID_SHORTCUT unless the focused field needs it. True when it was handed on.
+/// Offer a key to the main frame unless the focused field needs it: to its menu, when that bears the key,
+/// else as ID_SHORTCUT. True when it was handed on.
 bool HandBackShortcut(const wxKeyEvent& event);

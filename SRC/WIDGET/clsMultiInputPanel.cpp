@@ -35,7 +35,7 @@ MultiInputPanel_cls::MultiInputPanel_cls(wxWindow* pParent, int labelWidth)
     SetSizer(outer);
     Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
         // A dialog decides about its keys itself.
-        const bool bOwn = !wxDynamicCast(wxGetTopLevelParent(this), wxDialog);
+        const bool bOwn = !dynamic_cast<wxDialog*>(wxGetTopLevelParent(this));
         if (!bOwn || GetFocusedFieldKind() == FieldKind::None || !HandBackShortcut(event)) event.Skip();
     });
     for (const auto& type : {wxEVT_LEFT_DOWN, wxEVT_LEFT_UP, wxEVT_RIGHT_DOWN, wxEVT_RIGHT_UP})
@@ -80,8 +80,10 @@ int MultiInputPanel_cls::AddButton(const wxString& label, const wxString& text, 
 
 int MultiInputPanel_cls::AddCaption(const wxString& text) {
     const int row = NewRow(text, "");
-    mRows[static_cast<size_t>(row)]->mpLabel->SetFont(
-        FontProvider_cls::GetFont(FontProvider_cls::FONT_CAPTION));
+    wxWindow* label = mRows[static_cast<size_t>(row)]->mpLabel;
+    label->SetFont(FontProvider_cls::GetFont(FontProvider_cls::FONT_CAPTION));
+    label->InvalidateBestSize();
+    label->SetMinSize(label->GetBestSize()); // bold letters are wider
     return row;
 }
 
@@ -97,6 +99,7 @@ int MultiInputPanel_cls::AddStatic(const wxString& label, std::function<wxString
     auto* text = new wxStaticText(this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxST_NO_AUTORESIZE);
     text->SetToolTip(tip);
     Place(row, text, 1);
+    text->SetMinSize(wxDefaultSize); // a row of text stands at half its height
     mRows[static_cast<size_t>(row)]->mRefresh.push_back([text, get] {
         const wxString now = get();
         if (text->GetLabelText() != now) text->SetLabelText(now);

@@ -31,7 +31,7 @@ NumField_cls::NumField_cls(wxWindow* pParent, const NumSpec& spec, int widthChar
     auto* sizer = new wxBoxSizer(wxHORIZONTAL);
     sizer->Add(mpCText, 1, wxEXPAND);
     sizer->Add(mpCArrows, 0, wxEXPAND);
-    SetSizer(sizer);
+    SetSizerAndFit(sizer); // in its size at once: the toolkit complains of entries without width
 
     mpCText->Bind(wxEVT_TEXT_ENTER, [this](wxCommandEvent&) {
         Commit();

@@ -2,9 +2,23 @@
 
 #include <epoxy/gl.h>
 
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+
 #include <wx/app.h>
+#include <wx/bitmap.h>
+#include <wx/choice.h>
+#include <wx/combobox.h>
+#include <wx/dcmemory.h>
+#include <wx/dcscreen.h>
+#include <wx/dialog.h>
 #include <wx/evtloop.h>
+#include <wx/image.h>
 #include <wx/stopwatch.h>
+#include <wx/textctrl.h>
+#include <wx/timer.h>
+#include <wx/tooltip.h>
 #include <wx/uiaction.h>
 #include <wx/utils.h>
 #include <wx/window.h>
@@ -15,10 +29,12 @@
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
+#include "GL/VIEW/clsTopHalfPanel.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "TIME/clsTimeCtrl.h"
+#include "WIDGET/clsNumField.h"
 
 int Picture_st::Brightness(int x, int y) const {
     if (x < 0 || y < 0 || x >= mW || y >= mH) return 0;
@@ -130,7 +146,9 @@ Picture_st GuiTest::Grab(int view) {
 bool GuiTest::ProjectToWindow(int view, const double (&pos)[3], double* pX, double* pY) {
     MainGLCanvas_cls* canvas = Canvas(view);
     double square[3];
-    if (!canvas->mCGLPerspective.Project(canvas->mCCamPos, pos, square)) return false;
+    GLPerspective_cls perspective = canvas->mCGLPerspective;
+    perspective.SetWindowSize(1, 1); // the scene is drawn into a square
+    if (!perspective.Project(canvas->mCCamPos, pos, square)) return false;
     // The square picture is scaled to the width of the window and centred.
     const wxSize size = canvas->GetClientSize() * canvas->GetContentScaleFactor();
     const double side = size.x;
@@ -192,12 +210,198 @@ void GuiTest::Type(const std::string& text) {
     Breathe(PumpUntil);
 }
 
-wxWindow* GuiTest::FindByLabel(wxWindow* root, const wxString& label) {
+TempDir_cls::TempDir_cls() {
+    std::string name = (std::filesystem::temp_directory_path() / "morentisXXXXXX").string();
+    mPath = mkdtemp(name.data());
+}
+
+TempDir_cls::~TempDir_cls() {
+    std::error_code ignored;
+    std::filesystem::remove_all(mPath, ignored);
+}
+
+namespace {
+
+/// Does its acts one at a time, whatever loop runs, and is gone after the last.
+class Acts_cls : public wxTimer {
+public:
+    explicit Acts_cls(std::vector<std::function<void()>> acts) : mActs(std::move(acts)) {
+        ++sRunning;
+        Start(kGapMillis);
+    }
+    ~Acts_cls() override { --sRunning; }
+    void Notify() override {
+        if (mNext < mActs.size()) {
+            mActs[mNext++]();
+            return;
+        }
+        Stop();
+        wxTheApp->CallAfter([this] { delete this; });
+    }
+    static int sRunning;
+
+private:
+    static constexpr int kGapMillis = 70; // a popup needs a moment to grab the keys
+    std::vector<std::function<void()>> mActs;
+    size_t mNext = 0;
+};
+
+int Acts_cls::sRunning = 0;
+
+wxWindow* Find(wxWindow* root, const std::function<bool(wxWindow*)>& fits) {
     for (wxWindow* child : root->GetChildren()) {
-        if (child->IsShown() &&
-            wxControl::RemoveMnemonics(child->GetLabel()) == wxControl::RemoveMnemonics(label))
-            return child;
-        if (wxWindow* found = FindByLabel(child, label)) return found;
+        if (child->IsTopLevel() || !child->IsShown()) continue;
+        if (fits(child)) return child;
+        if (wxWindow* found = Find(child, fits)) return found;
     }
     return nullptr;
+}
+
+} // namespace
+
+void GuiTest::Later(std::vector<std::function<void()>> acts) { new Acts_cls(std::move(acts)); }
+
+void GuiTest::KeyNow(int keycode, int modifiers) {
+    wxUIActionSimulator simulator;
+    simulator.Char(keycode, modifiers);
+}
+
+void GuiTest::ClickPopup(wxWindow* window, wxPoint point, const std::vector<int>& keys) {
+    static bool sReturned;
+    sReturned = false;
+    std::vector<std::function<void()>> acts(2, [] {});
+    for (const int key : keys)
+        acts.push_back([key] {
+            if (!sReturned) KeyNow(key); // else the key would go elsewhere
+        });
+    acts.push_back([] {});
+    // A popup that is still up would hold the test for ever.
+    for (int k = 0; k < 3; ++k)
+        acts.push_back([] {
+            if (!sReturned) KeyNow(WXK_ESCAPE);
+        });
+    Later(std::move(acts));
+    Click(window, point, 3);
+    sReturned = true;
+    PumpUntil([] { return Acts_cls::sRunning == 0; });
+    Settle();
+}
+
+void GuiTest::Wheel(wxWindow* window, wxPoint point, int clicks) {
+    MoveTo(window, point);
+    const std::string command =
+        "xdotool click --repeat " + std::to_string(std::abs(clicks)) + (clicks > 0 ? " 4" : " 5");
+    if (std::system(command.c_str()) != 0) ADD_FAILURE() << "xdotool is needed for the wheel";
+    Breathe(PumpUntil);
+}
+
+void GuiTest::TypeInto(NumField_cls* field, const std::string& text) {
+    wxTextCtrl* edit = field->GetPCText();
+    ClickOn(edit);
+    Key('A', wxMOD_CONTROL);
+    Type(text);
+    Key(WXK_RETURN);
+}
+
+void GuiTest::Choose(wxWindow* choice, int row) {
+    auto* list = dynamic_cast<wxItemContainer*>(choice);
+    ASSERT_TRUE(list);
+    const int rows = row - list->GetSelection();
+    // A combo box opens by its arrow.
+    Click(choice, wxPoint(choice->GetClientSize().x - 10, choice->GetClientSize().y / 2));
+    std::vector<std::function<void()>> acts(2, [] {});
+    for (int k = 0; k < std::abs(rows); ++k)
+        acts.push_back([rows] { KeyNow(rows > 0 ? WXK_DOWN : WXK_UP); });
+    acts.push_back([] { KeyNow(WXK_RETURN); });
+    Later(std::move(acts));
+    PumpUntil([] { return Acts_cls::sRunning == 0; });
+    Settle();
+    EXPECT_EQ(list->GetSelection(), row);
+}
+
+wxWindow* GuiTest::FindByLabel(wxWindow* root, const wxString& label) {
+    const wxString text = wxControl::RemoveMnemonics(label);
+    return Find(root,
+                [&text](wxWindow* window) { return wxControl::RemoveMnemonics(window->GetLabel()) == text; });
+}
+
+wxWindow* GuiTest::FindByTip(wxWindow* root, const wxString& tip) {
+    return Find(root, [&tip](wxWindow* window) { return window->GetToolTipText().StartsWith(tip); });
+}
+
+NumField_cls* GuiTest::FindField(wxWindow* root, const wxString& tip) {
+    // The tip stands on the parts of the field.
+    wxWindow* found = Find(root, [&tip](wxWindow* window) {
+        return window->GetToolTipText().StartsWith(tip) && dynamic_cast<NumField_cls*>(window->GetParent());
+    });
+    return found ? dynamic_cast<NumField_cls*>(found->GetParent()) : nullptr;
+}
+
+wxTopLevelWindow* GuiTest::WaitForWindow(const wxString& title, int millis) {
+    wxTopLevelWindow* found = nullptr;
+    PumpUntil(
+        [&] {
+            for (wxWindow* window : wxTopLevelWindows)
+                if (window->IsShown() && window->GetLabel() == title)
+                    found = dynamic_cast<wxTopLevelWindow*>(window);
+            return found != nullptr;
+        },
+        millis);
+    Settle();
+    return found;
+}
+
+wxPoint GuiTest::Middle(const wxWindow* window) {
+    const wxSize size = window->GetClientSize();
+    return wxPoint(size.x / 2, size.y / 2);
+}
+
+Picture_st GuiTest::Shoot(wxWindow* window) {
+    Settle();
+    const wxRect rect = window->GetScreenRect();
+    wxBitmap bitmap(rect.width, rect.height, 24);
+    {
+        wxMemoryDC memory(bitmap);
+        wxScreenDC screen;
+        memory.Blit(0, 0, rect.width, rect.height, &screen, rect.x, rect.y);
+    }
+    const wxImage image = bitmap.ConvertToImage();
+    Picture_st picture;
+    picture.mW = image.GetWidth();
+    picture.mH = image.GetHeight();
+    picture.mRGB.assign(image.GetData(), image.GetData() + size_t(3) * size_t(picture.mW * picture.mH));
+    return picture;
+}
+
+void GuiTest::Snap(const std::string& name) {
+    const char* folder = std::getenv("MORENTIS_GUI_PICTURES");
+    if (!folder) return;
+    const std::string command = "import -window root " + std::string(folder) + "/" + name + ".png";
+    if (std::system(command.c_str()) != 0) ADD_FAILURE() << command;
+}
+
+bool GuiTest::WasTold(const wxString& text) const {
+    return std::any_of(mVMessages.begin(), mVMessages.end(),
+                       [&text](const ShownMessage_st& message) { return message.mText.Contains(text); });
+}
+
+void GuiTest::ResetViews() {
+    static const int kModes[MainGLCanvas_cls::kViewNumber] = {0, 6, 1, 3, 0};
+    for (int view = 0; view < MainGLCanvas_cls::kViewNumber; ++view) {
+        MainGLCanvas_cls* canvas = Canvas(view);
+        canvas->SetDisplayMode(kModes[view]);
+        canvas->SetGeometry(kModes[view] == 0 ? 0 : 1);
+        canvas->SetCameraToDefaultPos();
+        canvas->mGLOrthoScale.mValue = 1.0f;
+        canvas->mShowMessage.mValue = canvas->mShowItems.mValue = canvas->mShowGrid.mValue =
+            canvas->mShowData.mValue = true;
+        canvas->mPivotMode.mValue = false;
+        for (int i = 0; i < 3; ++i)
+            MainGLCanvas_cls::msCAnchorPos[i] = MainGLCanvas_cls::msCAnchorPosOrtho[i] = 0.0;
+    }
+    Menu(ID_SYNC_GL_CTRL);
+    Menu(ID_VIEW_PANEL_TYPE_0);
+    Canvas(0)->SetThisToBeActiveGL();
+    Canvas(0)->SetFocus();
+    Menu(ID_REFRESH_GL);
 }

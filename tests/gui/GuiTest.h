@@ -3,6 +3,7 @@
 #pragma once
 
 #include <deque>
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
@@ -16,6 +17,10 @@
 class FrameMain_cls;
 class Main_cls;
 class MainGLCanvas_cls;
+class MultiInputPanel_cls;
+class NumField_cls;
+class wxDialog;
+class wxTopLevelWindow;
 class wxWindow;
 
 /// A message that the program showed.
@@ -35,6 +40,18 @@ struct Picture_st {
     /// True if any pixel within `radius` of (x, y) is brighter than `level`.
     bool IsLit(double x, double y, int radius, int level) const;
     int CountLit(int level) const;
+};
+
+/// A folder of its own that is gone with the object.
+class TempDir_cls {
+public:
+    TempDir_cls();
+    ~TempDir_cls();
+    TempDir_cls(const TempDir_cls&) = delete;
+    TempDir_cls& operator=(const TempDir_cls&) = delete;
+    std::string operator/(const std::string& name) const { return (mPath / name).string(); }
+
+    std::filesystem::path mPath;
 };
 
 class GuiTest : public ::testing::Test {
@@ -65,8 +82,36 @@ protected:
     static void Drag(wxWindow* window, wxPoint from, wxPoint to, int button = 1, int steps = 8);
     static void Key(int keycode, int modifiers = 0);
     static void Type(const std::string& text);
+    static void Wheel(wxWindow* window, wxPoint point, int clicks); ///< positive: away from the user
+    /// Click a field, put a text in place of its own, press Enter.
+    static void TypeInto(NumField_cls* field, const std::string& text);
+    /// Open a choice or combo box with the mouse and go to a row with the keys.
+    static void Choose(wxWindow* choice, int row);
+    /// For loops that don't return, such as popups and modal dialogs: acts that a timer does one after
+    /// another. They may press keys with KeyNow alone.
+    static void Later(std::vector<std::function<void()>> acts);
+    static void KeyNow(int keycode, int modifiers = 0);
+    /// Right click, then go through the popup with these keys.
+    static void ClickPopup(wxWindow* window, wxPoint point, const std::vector<int>& keys);
+
     /// The shown descendant with this label, else null.
     static wxWindow* FindByLabel(wxWindow* root, const wxString& label);
+    /// The shown descendant whose tooltip begins so, else null.
+    static wxWindow* FindByTip(wxWindow* root, const wxString& tip);
+    /// The numeric field under a tooltip that begins so.
+    static NumField_cls* FindField(wxWindow* root, const wxString& tip);
+    /// The shown window with this title, waited for; null when none comes.
+    static wxTopLevelWindow* WaitForWindow(const wxString& title, int millis = 5000);
+    static wxPoint Middle(const wxWindow* window);
+    static void ClickOn(wxWindow* window) { Click(window, Middle(window)); }
+    /// What the screen shows of a window.
+    static Picture_st Shoot(wxWindow* window);
+    /// A picture of the whole screen into the folder that MORENTIS_GUI_PICTURES names, if it is set.
+    static void Snap(const std::string& name);
+    /// True if one of the messages so far holds this text.
+    bool WasTold(const wxString& text) const;
+    /// Back to the state of a fresh start: one view, default cameras and settings.
+    static void ResetViews();
 
     std::vector<ShownMessage_st> mVMessages; ///< since the test began
     std::deque<bool> mAnswers;               ///< to questions, in order; true when empty

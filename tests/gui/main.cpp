@@ -10,6 +10,16 @@
 #include "APP/clsMyApp.h"
 #include "COMMON/RuntimeFiles.h"
 
+namespace {
+
+/// A box would hold the tests for ever.
+void FailOnAssert(const wxString& file, int line, const wxString& function, const wxString& condition,
+                  const wxString& text) {
+    ADD_FAILURE() << file << ":" << line << " " << function << ": " << condition << " " << text;
+}
+
+} // namespace
+
 int main(int argc, char** argv) {
     ::testing::InitGoogleTest(&argc, argv);
     setenv("GDK_BACKEND", "x11", 1);
@@ -21,6 +31,7 @@ int main(int argc, char** argv) {
     // No settings of an earlier run.
     if (wxFileExists(GetConfigureFilePath())) wxRemoveFile(GetConfigureFilePath());
     if (!wxTheApp->CallOnInit()) return 1;
+    wxSetAssertHandler(FailOnAssert);
     int result = 1;
     {
         wxEventLoop loop;

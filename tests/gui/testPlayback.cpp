@@ -19,6 +19,9 @@ protected:
     void SetUp() override {
         GuiTest::SetUp();
         ASSERT_TRUE(OpenProjectAndPaint(Root() + "examples/lj_melt_bin/lj_melt_bin.mrp"));
+        // Each snapshot once, as the tests count them.
+        Hub()->mpCTimeCtrl->SetAnimInterpNative(1);
+        Hub()->mpCTimeCtrl->SetRepeatNative(0);
         HideAllButData();
     }
     void HideAllButData() {

@@ -131,6 +131,9 @@ TEST_F(Store, TextFormFindsTheDataBesideTheProject) {
     Sequence().mpCGLAttribute[2]->mAlphaFactor.mValue = 7.0f;
     EXPECT_EQ(ReadBack(text), text);
     EXPECT_EQ(mStore.GetActiveFileSequenceLength(), 3);
+    // Saved elsewhere, where the short name leads nowhere, the path is written whole.
+    PDataSequence_cls::msStrProjectDir = "/nowhere";
+    EXPECT_TRUE(mStore.Serialize().StartsWith("DataSequence0=0\n" + mFolder + "/run0000.bin\n"));
     // Undo opens the same text when no project is being read.
     PDataSequence_cls::msStrProjectDir.clear();
     mStore.ClearData(-1, -2, true);

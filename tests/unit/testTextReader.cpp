@@ -193,7 +193,7 @@ TEST(TextReader, ScansPlainNumbersExactly) {
     NastyNumbers_cls nasty;
     int plain = 0;
     for (int i = 0; i < 300000; ++i) {
-        const std::string text = nasty.Next();
+        const std::string text = nasty.Next() + std::string(kScanPad, '\0');
         const char* cursor = text.c_str();
         float value = 0;
         if (!ScanFloat(cursor, value)) continue;

@@ -16,7 +16,7 @@ void MainGLCanvas_cls::BindMouse() {
                              wxEVT_RIGHT_DCLICK, wxEVT_MOTION, wxEVT_MOUSEWHEEL})
         Bind(type, &MainGLCanvas_cls::OnMouse, this);
     Bind(wxEVT_MOUSE_CAPTURE_LOST, &MainGLCanvas_cls::OnCaptureLost, this);
-    Bind(wxEVT_MENU, &MainGLCanvas_cls::OnMenu, this, ID_CANVAS_MOVE_TO_CAM, ID_CANVAS_TOGGLE_PERSPECTIVE);
+    Bind(wxEVT_MENU, &MainGLCanvas_cls::OnMenu, this, ID_CANVAS_MOVE_TO_CAM, ID_CANVAS_SHOW_CONTROLS);
 }
 
 void MainGLCanvas_cls::OnMouse(wxMouseEvent& event) {
@@ -136,6 +136,7 @@ void MainGLCanvas_cls::ShowMenu() {
     menu.Append(ID_CANVAS_TOGGLE_LINK, _("Link/Unlink to Cam"));
     menu.AppendSeparator();
     menu.Append(ID_CANVAS_TOGGLE_PERSPECTIVE, _("Toggle Perspective"));
+    if (!mpCCtrl->IsPanelShown()) menu.Append(ID_CANVAS_SHOW_CONTROLS, _("Show Controls")); // the way back
     // Keys need a camera path to stand on.
     for (const int id : {ID_CANVAS_SET_KEY_POS, ID_CANVAS_SET_KEY_POS_ROT, ID_CANVAS_SET_KEY_ANC})
         menu.Enable(id, false);
@@ -151,6 +152,9 @@ void MainGLCanvas_cls::OnMenu(wxCommandEvent& event) {
         break;
     case ID_CANVAS_TOGGLE_LINK:
         OnMenuToggleLink();
+        break;
+    case ID_CANVAS_SHOW_CONTROLS:
+        mpCCtrl->ShowPanel();
         break;
     case ID_CANVAS_TOGGLE_PERSPECTIVE:
         TogglePerspective();

@@ -21,7 +21,8 @@ FrameSlider_cls::FrameSlider_cls(wxWindow* pParent, TimeCtrl_cls* pTime)
     SetToolTip(
         _("Frames of the film. Drag: go to a frame. Wheel: step. The band is the work area, which plays."));
     Bind(wxEVT_PAINT, &FrameSlider_cls::OnPaint, this);
-    for (const auto& type : {wxEVT_LEFT_DOWN, wxEVT_LEFT_UP, wxEVT_MOTION, wxEVT_MOUSEWHEEL})
+    for (const auto& type :
+         {wxEVT_LEFT_DOWN, wxEVT_LEFT_DCLICK, wxEVT_LEFT_UP, wxEVT_MOTION, wxEVT_MOUSEWHEEL})
         Bind(type, &FrameSlider_cls::OnMouse, this);
     Bind(wxEVT_MOUSE_CAPTURE_LOST, [](wxMouseCaptureLostEvent&) {});
 }
@@ -57,7 +58,7 @@ void FrameSlider_cls::GoTo(int pixel) {
 }
 
 void FrameSlider_cls::OnMouse(wxMouseEvent& event) {
-    if (event.LeftDown()) {
+    if (event.LeftDown() || event.LeftDClick()) {
         if (!HasCapture()) CaptureMouse();
         GoTo(event.GetX());
     } else if (event.LeftUp()) {
@@ -84,7 +85,7 @@ void FrameSlider_cls::OnPaint(wxPaintEvent&) {
     dc.DrawRectangle(scale.mLeft, top, scale.mWidth + 1, band);
     const int low = std::clamp(mShown.mLow, scale.mFirst, scale.mLast);
     const int high = std::clamp(mShown.mHigh, scale.mFirst, scale.mLast);
-    dc.SetBrush(wxBrush(Mix(wxSYS_COLOUR_BTNFACE, wxSYS_COLOUR_HIGHLIGHT, 0.45)));
+    dc.SetBrush(wxBrush(Mix(wxSYS_COLOUR_BTNFACE, wxSYS_COLOUR_BTNTEXT, 0.35)));
     dc.DrawRectangle(scale.ToPixel(low), top, scale.ToPixel(high) - scale.ToPixel(low) + 1, band);
     DrawRuler(dc, scale);
     DrawMarker(dc, scale);
@@ -95,7 +96,7 @@ void FrameSlider_cls::DrawRuler(wxDC& dc, const FrameScale& scale) {
     const int band = FromDIP(kBandHeight);
     dc.SetFont(FontProvider_cls::GetFont(FontProvider_cls::FONT_SMALL));
     dc.SetTextForeground(wxSystemSettings::GetColour(wxSYS_COLOUR_BTNTEXT));
-    dc.SetPen(wxPen(Mix(wxSYS_COLOUR_BTNFACE, wxSYS_COLOUR_BTNTEXT, 0.5)));
+    dc.SetPen(wxPen(Mix(wxSYS_COLOUR_BTNFACE, wxSYS_COLOUR_BTNTEXT, 0.7)));
     const int interval = TimeCtrl_cls::GetInterval(mShown.mMax);
     const int widest = dc.GetTextExtent(wxString::Format("%d", scale.mLast)).x + FromDIP(12);
     const int labels = TickLabelSpacing(scale, interval, widest);

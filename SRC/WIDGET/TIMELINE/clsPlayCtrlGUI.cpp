@@ -21,6 +21,7 @@
 namespace {
 
 constexpr int kGap = 4; // the spacing unit
+constexpr int kColumns = 10;
 constexpr int kMaxFrame = 65535;
 constexpr int kMaxStepping = 99;
 constexpr int kMaxPrefetch = 9999;
@@ -52,16 +53,16 @@ int LimitPrefetch(int request, int expectedMax) {
 PlayCtrlGUI_cls::PlayCtrlGUI_cls(wxWindow* pParent, TimeCtrl_cls* pTime, PDataSeqCtrl_cls* pStore)
     : wxPanel(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL), mpCTime(pTime),
       mpCStore(pStore) {
-    auto* upper = new wxBoxSizer(wxHORIZONTAL);
-    MakeTransport(upper);
-    MakePosition(upper);
-    MakeArea(upper);
-    auto* lower = new wxBoxSizer(wxHORIZONTAL);
-    MakeSettings(lower);
-    MakeState(lower);
+    // Both rows share their columns: transport or repeat, then four labels with a field each, then the rest.
+    auto* grid = new wxFlexGridSizer(kColumns, FromDIP(wxSize(kGap, kGap)));
+    grid->AddGrowableCol(kColumns - 1, 1);
+    MakeTransport(grid);
+    MakePosition(grid);
+    MakeArea(grid);
+    MakeSettings(grid);
+    MakeState(grid);
     auto* sizer = new wxBoxSizer(wxVERTICAL);
-    sizer->Add(upper, 0, wxEXPAND | wxALL, FromDIP(kGap));
-    sizer->Add(lower, 0, wxEXPAND | wxLEFT | wxRIGHT | wxBOTTOM, FromDIP(kGap));
+    sizer->Add(grid, 0, wxEXPAND | wxALL, FromDIP(kGap));
     SetSizer(sizer);
     UpdateValues();
     RefreshMemory();
@@ -86,16 +87,14 @@ wxBitmapToggleButton* PlayCtrlGUI_cls::AddToggle(wxSizer* pSizer, const wxString
 
 NumField_cls* PlayCtrlGUI_cls::AddField(wxSizer* pSizer, const wxString& label, int low, int high,
                                         const wxString& tip, std::function<void(int)> set) {
+    auto* text = new GripLabel_cls(this, label);
     auto* field = new NumField_cls(this, IntSpec(low, high), 5);
-    if (!label.empty()) {
-        auto* text = new GripLabel_cls(this, label);
-        text->SetToolTip(tip);
-        field->AttachGrip(text);
-        pSizer->Add(text, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, FromDIP(3 * kGap));
-    }
+    text->SetToolTip(tip);
     field->SetHint(tip);
+    field->AttachGrip(text);
     field->SetOnChange([set](double value, bool) { set(static_cast<int>(value)); });
-    pSizer->Add(field, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, FromDIP(kGap));
+    pSizer->Add(text, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, FromDIP(2 * kGap));
+    pSizer->Add(field, 0, wxALIGN_CENTRE_VERTICAL);
     return field;
 }
 
@@ -105,29 +104,27 @@ void PlayCtrlGUI_cls::Play(int direction) {
 }
 
 void PlayCtrlGUI_cls::MakeTransport(wxSizer* pSizer) {
-    AddButton(pSizer, "PlayFirst", _("To the start of the work area"),
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
+    AddButton(row, "PlayFirst", _("To the start of the work area"),
               [this] { mpCTime->MoveFrameCommandLarge(-1); });
-    AddButton(pSizer, "PlayStepBack", _("One step back"), [this] { mpCTime->MoveInterpStepCommand(-1); });
-    mpCPlayBack = AddToggle(pSizer, "PlayBack", _("Play backwards; again: stop"), [this] { Play(-1); });
-    AddButton(pSizer, "PlayStop", _("Stop playing"), [this] {
+    AddButton(row, "PlayStepBack", _("One step back"), [this] { mpCTime->MoveInterpStepCommand(-1); });
+    mpCPlayBack = AddToggle(row, "PlayBack", _("Play backwards; again: stop"), [this] { Play(-1); });
+    AddButton(row, "PlayStop", _("Stop playing"), [this] {
         if (mpCTime->IsPlaying())
             Play(mpCTime->GetPlayDirection());
         else
             PostMenuEvent(ID_PLAY_STOP);
     });
-    mpCPlayForward = AddToggle(pSizer, "PlayForward", _("Play (Space); again: stop"), [this] { Play(1); });
-    AddButton(pSizer, "PlayStepForward", _("One step forward"),
-              [this] { mpCTime->MoveInterpStepCommand(1); });
-    AddButton(pSizer, "PlayLast", _("To the end of the work area"),
+    mpCPlayForward = AddToggle(row, "PlayForward", _("Play (Space); again: stop"), [this] { Play(1); });
+    AddButton(row, "PlayStepForward", _("One step forward"), [this] { mpCTime->MoveInterpStepCommand(1); });
+    AddButton(row, "PlayLast", _("To the end of the work area"),
               [this] { mpCTime->MoveFrameCommandLarge(1); });
+    pSizer->Add(row, 0, wxALIGN_CENTRE_VERTICAL);
 }
 
 void PlayCtrlGUI_cls::MakePosition(wxSizer* pSizer) {
     mpCFrame = AddField(pSizer, _("Frame"), 0, kMaxFrame, _("Current frame"),
                         [this](int value) { mpCTime->SetFrameCommand(value); });
-    mpCLast = new wxStaticText(this, wxID_ANY, "/ 0");
-    mpCLast->SetToolTip(_("Last frame of the film"));
-    pSizer->Add(mpCLast, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, FromDIP(kGap));
     mpCStep = AddField(pSizer, _("Step"), 0, 0, _("Step between this frame and the next, below the interval"),
                        [this](int value) { mpCTime->SetInterpStepCommand(value); });
 }
@@ -145,6 +142,7 @@ void PlayCtrlGUI_cls::MakeArea(wxSizer* pSizer) {
                        [this](int value) { SetWorkArea(std::min(value, mpCTime->GetWAMax()), false); });
     mpCTo = AddField(pSizer, _("to"), 0, kMaxFrame, _("Last frame that plays"),
                      [this](int value) { SetWorkArea(std::max(value, mpCTime->GetWAMin()), true); });
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
     for (const bool bIn : {true, false}) {
         auto* button = new wxButton(this, wxID_ANY, bIn ? _("in here") : _("out here"), wxDefaultPosition,
                                     wxDefaultSize, wxBU_EXACTFIT);
@@ -157,8 +155,13 @@ void PlayCtrlGUI_cls::MakeArea(wxSizer* pSizer) {
                 mpCTime->SetWAOutHere();
             PostMenuEvent(ID_REFRESH_TL);
         });
-        pSizer->Add(button, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, FromDIP(kGap));
+        row->Add(button, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, FromDIP(kGap));
     }
+    row->AddStretchSpacer();
+    mpCLast = new wxStaticText(this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxALIGN_RIGHT);
+    mpCLast->SetToolTip(_("Frames from the first to the last of the film"));
+    row->Add(mpCLast, 0, wxALIGN_CENTRE_VERTICAL);
+    pSizer->Add(row, 0, wxEXPAND);
 }
 
 void PlayCtrlGUI_cls::MakeSettings(wxSizer* pSizer) {
@@ -166,7 +169,7 @@ void PlayCtrlGUI_cls::MakeSettings(wxSizer* pSizer) {
     mpCRepeat->SetToolTip(_("Play the work area again and again"));
     mpCRepeat->Bind(wxEVT_CHECKBOX,
                     [this](wxCommandEvent& event) { mpCTime->SetRepeatCommand(event.IsChecked() ? 1 : 0); });
-    pSizer->Add(mpCRepeat, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, FromDIP(kGap));
+    pSizer->Add(mpCRepeat, 0, wxALIGN_CENTRE_VERTICAL);
     mpCStepping =
         AddField(pSizer, _("Stepping"), 1, kMaxStepping, _("Only multiples of this are frames (1 to 99)"),
                  [this](int value) { mpCTime->SetAnimStepCommand(value); });
@@ -185,14 +188,16 @@ void PlayCtrlGUI_cls::MakeSettings(wxSizer* pSizer) {
 }
 
 void PlayCtrlGUI_cls::MakeState(wxSizer* pSizer) {
-    pSizer->AddStretchSpacer();
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
+    row->AddStretchSpacer();
     mpCMemory = new wxStaticText(this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxALIGN_RIGHT);
     mpCMemory->SetToolTip(_("Memory that loaded snapshots take, of the limit in the preferences"));
-    pSizer->Add(mpCMemory, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, FromDIP(3 * kGap));
+    row->Add(mpCMemory, 0, wxALIGN_CENTRE_VERTICAL);
     auto* abort = new wxButton(this, wxID_ANY, _("Abort"), wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
     abort->SetToolTip(_("Stop the drawing or calculation under way"));
     abort->Bind(wxEVT_BUTTON, [](wxCommandEvent&) { GbAbort.store(true); });
-    pSizer->Add(abort, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, FromDIP(2 * kGap));
+    row->Add(abort, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, FromDIP(2 * kGap));
+    pSizer->Add(row, 0, wxEXPAND);
 }
 
 void PlayCtrlGUI_cls::UpdateValues() {
@@ -213,7 +218,7 @@ void PlayCtrlGUI_cls::UpdateValues() {
     const int direction = mpCTime->IsPlaying() ? mpCTime->GetPlayDirection() : 0;
     if (mpCPlayForward->GetValue() != (direction > 0)) mpCPlayForward->SetValue(direction > 0);
     if (mpCPlayBack->GetValue() != (direction < 0)) mpCPlayBack->SetValue(direction < 0);
-    const wxString text = wxString::Format("/ %d", last);
+    const wxString text = wxString::Format(_("0 to %d"), last);
     if (mpCLast->GetLabelText() == text) return;
     mpCLast->SetLabelText(text);
     Layout();

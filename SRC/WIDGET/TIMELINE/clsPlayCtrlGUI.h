@@ -50,7 +50,7 @@ private:
     wxBitmapToggleButton* mpCPlayForward = nullptr;
     NumField_cls* mpCFrame = nullptr;
     NumField_cls* mpCStep = nullptr;
-    wxStaticText* mpCLast = nullptr; ///< "/ last frame"
+    wxStaticText* mpCLast = nullptr; ///< length of the film
     NumField_cls* mpCFrom = nullptr;
     NumField_cls* mpCTo = nullptr;
     wxCheckBox* mpCRepeat = nullptr;

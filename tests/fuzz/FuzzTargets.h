@@ -1,0 +1,11 @@
+// What is fuzzed. A target takes any bytes; a broken promise of the code under it ends the process.
+#pragma once
+
+#include <string>
+
+/// Head and body of a snapshot, binary and text, under grammars that the first bytes pick.
+void FuzzSnapshot(const std::string& bytes);
+/// The guess at a grammar.
+void FuzzGuess(const std::string& bytes);
+/// Every object that reads lines of a project, but for those that need a window.
+void FuzzProject(const std::string& bytes);

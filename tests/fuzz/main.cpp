@@ -1,0 +1,110 @@
+// A small mutating driver: takes the shipped examples and malformed files as seeds.
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <string>
+#include <vector>
+
+#include <wx/init.h>
+#include <wx/log.h>
+
+#include "COMMON/MsgBox.h"
+#include "FuzzTargets.h"
+
+namespace {
+
+constexpr size_t kLongestSeed = 20000;
+
+std::vector<std::string> ReadSeeds() {
+    const std::string root = MORENTIS_TEST_ROOT;
+    std::vector<std::string> seeds;
+    for (const char* folder : {"/tests/data/bad", "/examples", "/tests/data/small"})
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(root + folder)) {
+            if (!entry.is_regular_file()) continue;
+            std::ifstream file(entry.path(), std::ios::binary);
+            std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+            bytes.resize(std::min(bytes.size(), kLongestSeed));
+            seeds.push_back(bytes);
+        }
+    return seeds;
+}
+
+void MutateOnce(std::string& bytes, std::mt19937& random) {
+    static const char* const kTokens[] = {"-1",
+                                          "2147483647",
+                                          "99999999999",
+                                          "nan",
+                                          "inf",
+                                          "1e400",
+                                          "0x1p3",
+                                          "\n",
+                                          "\r\n",
+                                          "\t",
+                                          "=",
+                                          " ",
+                                          "-",
+                                          "TimeAnimStep=",
+                                          "DataLoadGrammerBody=",
+                                          "DataSequence0=0\n",
+                                          "\xff\xfe",
+                                          "%s%n"};
+    const size_t at = bytes.empty() ? 0 : random() % bytes.size();
+    switch (random() % 6) {
+    case 0:
+        if (!bytes.empty()) bytes[at] = char(random());
+        break;
+    case 1:
+        bytes.resize(at);
+        break;
+    case 2:
+        bytes.insert(at, kTokens[random() % (sizeof kTokens / sizeof kTokens[0])]);
+        break;
+    case 3:
+        bytes.erase(at, random() % 20);
+        break;
+    case 4:
+        bytes.insert(at, bytes.substr(at / 2, random() % 200));
+        break;
+    default:
+        if (bytes.size() >= 8) { // where binary heads keep their count
+            const auto count = unsigned(random() >> (random() % 32));
+            std::memcpy(&bytes[4 * (random() % 2)], &count, 4);
+        }
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const wxInitializer initializer;
+    wxLog::EnableLogging(false);
+    SetMessageHandler([](MessageKind, const wxString&, const wxString&) { return true; });
+    long runs = 1000;
+    unsigned seed = 1;
+    void (*target)(const std::string&) = nullptr;
+    for (int i = 1; i < argc; ++i) {
+        if (std::strcmp(argv[i], "snapshot") == 0) target = FuzzSnapshot;
+        if (std::strcmp(argv[i], "guess") == 0) target = FuzzGuess;
+        if (std::strcmp(argv[i], "project") == 0) target = FuzzProject;
+        if (std::strcmp(argv[i], "--runs") == 0 && i + 1 < argc) runs = std::atol(argv[++i]);
+        if (std::strcmp(argv[i], "--seed") == 0 && i + 1 < argc) seed = unsigned(std::atol(argv[++i]));
+    }
+    const std::vector<std::string> seeds = ReadSeeds();
+    if (!target || seeds.empty() || !initializer.IsOk()) {
+        std::fprintf(stderr, "usage: morentis_fuzz snapshot|guess|project [--runs N] [--seed S]\n");
+        return 2;
+    }
+    std::mt19937 random(seed);
+    for (long run = 0; run < runs; ++run) {
+        std::string bytes = seeds[random() % seeds.size()];
+        for (auto k = random() % 8; k > 0; --k)
+            MutateOnce(bytes, random);
+        target(bytes);
+    }
+    std::printf("%ld inputs taken\n", runs);
+    return 0;
+}
