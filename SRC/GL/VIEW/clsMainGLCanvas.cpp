@@ -56,7 +56,10 @@ MainGLCanvas_cls::MainGLCanvas_cls(wxWindow* pParent, GLCanvasCtrl_cls* pCtrl, F
     EndQuietly();
     // A window that GL can't draw into still stands in its place and says why it is empty.
     const bool bGL = GetHandle() != nullptr;
-    if (!bGL) wxWindow::Create(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxWANTS_CHARS);
+    if (!bGL) {
+        m_noExpose = m_nativeSizeEvent = false; // which the failed attempt has left as a GL window needs them
+        wxWindow::Create(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxWANTS_CHARS);
+    }
     SetBackgroundStyle(wxBG_STYLE_PAINT);
     if (bGL) MakeContext(pShare);
     if (!mpCGLContext) TellNoGL();
