@@ -25,11 +25,18 @@ std::unique_ptr<FBO_cls> MainGLCanvas_cls::mspCFace;
 
 namespace {
 
-wxGLAttributes MakeWindowAttributes() {
+// The toolkit takes a display without any OpenGL for a mistake of ours and would put a box on the screen:
+// from here on it is quiet, until EndQuietly.
+wxAssertHandler_t sOuterAssert = nullptr;
+
+wxGLAttributes BeginQuietly() {
+    sOuterAssert = wxSetAssertHandler(nullptr);
     wxGLAttributes attributes;
     attributes.PlatformDefaults().RGBA().DoubleBuffer().Depth(24).Stencil(8).EndList();
     return attributes;
 }
+
+void EndQuietly() { wxSetAssertHandler(sOuterAssert); }
 
 wxGLContextAttrs MakeContextAttributes() {
     wxGLContextAttrs attributes;
@@ -42,13 +49,17 @@ wxGLContextAttrs MakeContextAttributes() {
 MainGLCanvas_cls::MainGLCanvas_cls(wxWindow* pParent, GLCanvasCtrl_cls* pCtrl, FrameMain_cls* pFrame,
                                    DrawOption_cls* pDrawOption, Preference_cls* pPreference, int panelIndex,
                                    int displayMode, wxGLContext* pShare)
-    : wxGLCanvas(pParent, MakeWindowAttributes(), wxID_ANY, wxDefaultPosition, wxDefaultSize,
+    : wxGLCanvas(pParent, BeginQuietly(), wxID_ANY, wxDefaultPosition, wxDefaultSize,
                  wxWANTS_CHARS | wxFULL_REPAINT_ON_RESIZE, wxString::Format("View %d", panelIndex)),
       mPanelIndex(panelIndex), mpCCtrl(pCtrl), mpCFrame(pFrame), mpCDrawOption(pDrawOption),
       mCDolly(pPreference), mCMouse(pPreference) {
+    EndQuietly();
     // A window that GL can't draw into still stands in its place and says why it is empty.
     const bool bGL = GetHandle() != nullptr;
-    if (!bGL) wxWindow::Create(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxWANTS_CHARS);
+    if (!bGL) {
+        m_noExpose = m_nativeSizeEvent = false; // which the failed attempt has left as a GL window needs them
+        wxWindow::Create(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxWANTS_CHARS);
+    }
     SetBackgroundStyle(wxBG_STYLE_PAINT);
     if (bGL) MakeContext(pShare);
     if (!mpCGLContext) TellNoGL();
