@@ -323,7 +323,7 @@ TEST_F(Menus, ZzQuitYesWritesTheConfigureFile) {
     const std::string text = ReadAll(path.ToStdString());
     EXPECT_NE(text.find("LoaderScale=0.125"), std::string::npos);
     wxRemoveFile(path);
-    EXPECT_FALSE(frame->IsShown());
+    EXPECT_TRUE(wxPendingDelete.Member(frame));
 }
 
 } // namespace
