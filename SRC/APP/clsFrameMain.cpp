@@ -141,7 +141,7 @@ void FrameMain_cls::UpdateStatusText() {
     static const char* const kStages[] = {"Drawing ", "Shadow ", "Drawing LH"};
     const PDataSequence_cls* sequence = GetPCActiveFileSequence();
     wxString text[4];
-    if (sequence->GetSeqLength() > 0) {
+    if (!sequence->GetStrPath().empty() && sequence->GetSeqLength() > 0) {
         text[0] = sequence->mCFileSequence.GetInfoStr();
         text[1] = wxString::Format(_("%d particles, %d of %d MB in use"),
                                    sequence->GetParticleNumber(mpCMain->mpCTimeCtrl->GetRemappedIndex(-1)),

@@ -42,6 +42,9 @@ void Shortcut_cls::SetDisplayMode(int mode) {
 
 bool Shortcut_cls::ProcPlain(int keycode) {
     switch (keycode) {
+    case 'Q': // the toolkit doesn't take a letter alone as a menu's key
+        PostMenuEvent(ID_QUIT);
+        return true;
     case '0':
     case WXK_NUMPAD0:
     case WXK_NUMPAD_INSERT:

@@ -15,6 +15,7 @@
 #include <wx/dialog.h>
 #include <wx/evtloop.h>
 #include <wx/image.h>
+#include <wx/stattext.h>
 #include <wx/stopwatch.h>
 #include <wx/textctrl.h>
 #include <wx/timer.h>
@@ -326,7 +327,9 @@ wxWindow* GuiTest::FindByLabel(wxWindow* root, const wxString& label) {
 }
 
 wxWindow* GuiTest::FindByTip(wxWindow* root, const wxString& tip) {
-    return Find(root, [&tip](wxWindow* window) { return window->GetToolTipText().StartsWith(tip); });
+    return Find(root, [&tip](wxWindow* window) {
+        return window->GetToolTipText().StartsWith(tip) && !dynamic_cast<wxStaticText*>(window);
+    });
 }
 
 NumField_cls* GuiTest::FindField(wxWindow* root, const wxString& tip) {

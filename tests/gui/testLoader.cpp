@@ -342,7 +342,8 @@ TEST_F(Loader, GuessProposesAndUseFillsTheLists) {
         const Codes body = Body();
         for (const int code : item.mNeeded)
             EXPECT_EQ(std::count(body.begin(), body.end(), code), 1) << item.mPath << " code " << code;
-        EXPECT_EQ(Hub()->mpCPDataSeqCtrl->GetActiveFileSequenceLength(), 0) << "nothing opens by itself";
+        EXPECT_TRUE(Hub()->mpCPDataSeqCtrl->GetStrActiveFileSequencePath().empty())
+            << "nothing opens by itself";
         EXPECT_TRUE(mDialog->IsShown());
     }
 }
