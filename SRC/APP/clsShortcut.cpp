@@ -71,9 +71,6 @@ bool Shortcut_cls::ProcPlain(int keycode) {
         if (GpCurrentGLPanel) GpCurrentGLPanel->TogglePerspective();
         PostMenuEvent(ID_SYNC_GL_CTRL);
         return true;
-    case 'Q':
-        PostMenuEvent(ID_QUIT); // the toolkit takes no plain letter as an accelerator
-        return true;
     default:
         return ProcTime(keycode);
     }
