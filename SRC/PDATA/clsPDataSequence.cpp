@@ -77,7 +77,7 @@ void PDataSequence_cls::Clear(int index, bool bForget) {
         return;
     }
     if (bForget) {
-        mCFileSequence = FileSequence_cls(); // the length goes too
+        mCFileSequence.Set(wxString()); // the length stays, and with it the film
         mStrGivenPath.clear();
     }
     for (PDataSnap_cls* pSnap : mpCSnap)
