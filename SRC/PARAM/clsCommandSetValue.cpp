@@ -26,8 +26,9 @@ CommandSetValue_cls::CommandSetValue_cls(void* pTarget, const wxString& value, i
 
 void CommandSetValue_cls::Execute(bool) {
     if (mpTarget)
-        std::visit([this](const auto& value) { *static_cast<std::decay_t<decltype(value)>*>(mpTarget) = value; },
-                   mValue);
+        std::visit(
+            [this](const auto& value) { *static_cast<std::decay_t<decltype(value)>*>(mpTarget) = value; },
+            mValue);
     UpdateBit();
 }
 

@@ -7,8 +7,8 @@
 
 #include <wx/intl.h>
 
-wxString KeyFrame_cls::msAstrInterp[INTERP_COUNT] = {"LINEAR", "HERMITE (AUTO)", "HERMITE (SEMIAUTO)", "HERMITE",
-                                                     "STEP"};
+wxString KeyFrame_cls::msAstrInterp[INTERP_COUNT] = {"LINEAR", "HERMITE (AUTO)", "HERMITE (SEMIAUTO)",
+                                                     "HERMITE", "STEP"};
 
 void KeyFrame_cls::FillInterpNames() {
     msAstrInterp[INTERP_LINEAR] = _("LINEAR");

@@ -7,6 +7,9 @@
 
 namespace {
 
+// Up to here a step holds all keys: even a write past the undo list can't lead undo astray then.
+constexpr size_t kFewKeys = 32;
+
 bool IsSame(const KeyFrame_cls& a, const KeyFrame_cls& b) {
     return a.mInterpType == b.mInterpType && a.mDoubleIndex == b.mDoubleIndex && a.mValue == b.mValue &&
            a.mValueD1 == b.mValueD1 && a.mValueD2 == b.mValueD2;
@@ -37,7 +40,7 @@ void ComParamBase_cls::NoteDifferences(const std::vector<KeyFrame_cls>& wanted,
     if (wanted.size() != got.size()) return;
     mMendCount = int(wanted.size());
     for (size_t i = 0; i < wanted.size(); ++i)
-        if (!IsSame(wanted[i], got[i])) mVMend.emplace_back(int(i), wanted[i]);
+        if (wanted.size() <= kFewKeys || !IsSame(wanted[i], got[i])) mVMend.emplace_back(int(i), wanted[i]);
 }
 
 ComParamSetKey_cls::ComParamSetKey_cls(Parameters_cls* pParam, double doubleIndex, double value, double d1,

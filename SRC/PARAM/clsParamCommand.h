@@ -16,8 +16,8 @@ public:
     virtual void Run(Parameters_cls& param) = 0;
     /// The curve to act on; null when it is gone.
     Parameters_cls* GetTarget() const;
-    /// Have Execute mend what `got` has other than `wanted`: automatic tangents depend on the edits that
-    /// went before, and undo must bring back the keys as they were to the last digit.
+    /// `got` is what Run leaves, `wanted` what it shall leave: have Execute mend the rest. Automatic
+    /// tangents depend on the edits that went before, and undo must bring back every last digit.
     void NoteDifferences(const std::vector<KeyFrame_cls>& wanted, const std::vector<KeyFrame_cls>& got);
 
 protected:
@@ -45,7 +45,8 @@ private:
 /// Adds a key.
 class ComParamSetKeyC_cls final : public ComParamBase_cls {
 public:
-    ComParamSetKeyC_cls(Parameters_cls* pParam, const KeyFrame_cls& key) : ComParamBase_cls(pParam), mKey(key) {}
+    ComParamSetKeyC_cls(Parameters_cls* pParam, const KeyFrame_cls& key)
+        : ComParamBase_cls(pParam), mKey(key) {}
     void Run(Parameters_cls& param) override { param.ExecCommandSetKey(mKey); }
 
 private:
@@ -73,7 +74,7 @@ private:
     int mIndex;
 };
 
-/// Moves the first key within half the resolution of `from`.
+/// Moves the key at `from`, else the first one within half the resolution.
 class ComParamMoveKey_cls final : public ComParamBase_cls {
 public:
     ComParamMoveKey_cls(Parameters_cls* pParam, double from, double to, double resolution)

@@ -24,8 +24,8 @@ std::unordered_set<const Parameters_cls*>& Living() {
 
 } // namespace
 
-Parameters_cls::Parameters_cls(const wxString& id, const wxString& name, bool bTimeDepend, long long updateBit,
-                               ParamGroup_cls* pGroup)
+Parameters_cls::Parameters_cls(const wxString& id, const wxString& name, bool bTimeDepend,
+                               long long updateBit, ParamGroup_cls* pGroup)
     : mpCParamGroup(pGroup), mID(id), mName(name), mUpdateBit(updateBit), mVKeys(1) {
     mbTimeDepend.SetItem("timeDepend=", bTimeDepend ? "1" : "0");
     mPeriodic.SetItem("periodic=", "0");
@@ -115,7 +115,8 @@ int Parameters_cls::GetKeyFrameIndexToInsert(double doubleIndex, double resoluti
 }
 
 double Parameters_cls::GetNextKeyPosDoubleIndex(double doubleIndex, double resolution) const {
-    return KeyAt(std::min(GetKeyFrameIndexToInsert(doubleIndex, resolution), GetKeyNumber() - 1)).mDoubleIndex;
+    return KeyAt(std::min(GetKeyFrameIndexToInsert(doubleIndex, resolution), GetKeyNumber() - 1))
+        .mDoubleIndex;
 }
 
 double Parameters_cls::GetPrevKeyPosDoubleIndex(double doubleIndex, double resolution) const {

@@ -43,7 +43,9 @@ public:
     static double msCurrentDoubleIndex;
     /// False: edits change the keys directly and leave no step in the undo list.
     static bool msbUndoCommandMake;
-    static double Time(double doubleIndex) { return doubleIndex == kCurrent ? msCurrentDoubleIndex : doubleIndex; }
+    static double Time(double doubleIndex) {
+        return doubleIndex == kCurrent ? msCurrentDoubleIndex : doubleIndex;
+    }
     static double Resolution(double r) { return r == kCurrent ? msResolution : r; }
     /// Nearest multiple of 1/n, halves up; n kFilmGrid: frames of the film.
     static double Quantize(double doubleIndex, unsigned n = kFilmGrid);
@@ -58,7 +60,7 @@ public:
     /// The same without the cache; both arguments as they stand.
     double Evaluate(double doubleIndex, double resolution) const;
     unsigned int GetInterpTypeFromDouble(double doubleIndex) const;
-    double GetHermiteVelocity(int i) const; ///< tangent in use
+    double GetHermiteVelocity(int i) const;  ///< tangent in use
     double CalcVelocity(int i, int j) const; ///< slope from key i to key j; 0.0 where there is none
     /// The representative of y1 nearest to y0; on a tie the lower one if y1 > y0, else the upper one.
     static double GetValue1Periodic(double y0, double y1, double period);
@@ -108,8 +110,8 @@ public:
     bool DeleteKeyQueue(double doubleIndex);
     bool SelectKeyFrameQueue(double doubleIndex, double tolerance, bool bQuery, bool bToggle);
     bool SelectKeyFrameRegionQueue(double t0, double t1, double v0, double v1, bool bToggle);
-    bool MoveSelectedKeyByXYQueue(double dT, double dV, double resolution, double tMin, double tMax, double vMin,
-                                  double vMax);
+    bool MoveSelectedKeyByXYQueue(double dT, double dV, double resolution, double tMin, double tMax,
+                                  double vMin, double vMax);
     void ProcStartDraggingQueue(int x, int y);
     void ProcDraggingQueue(int x, int y);
     void SetRegionOriginQueue(int x, int y);
@@ -137,7 +139,7 @@ public:
     void ExecCommandInitSet(double value, double doubleIndex = 0.0);
     void ExecCommandTimeDependent(bool bTimeDepend);
     void SortKey();
-    void AdjustAutoControl(); ///< automatic tangents
+    void AdjustAutoControl();                        ///< automatic tangents
     void RestoreKey(int i, const KeyFrame_cls& key); ///< all but the selection, no sorting
 
     void GroupRefresh();
@@ -167,6 +169,7 @@ private:
     double InSegment(const KeyFrame_cls* pKey, double doubleIndex) const;
     wxString GetStrSegment(int i, wxString* pName) const;
     void Perform(ComParamBase_cls* pRedo, ComParamBase_cls* pUndo);
+    bool DeleteKeyNumber(int i);
     int MoveKeyTo(int i, double delta, unsigned frames, int* pWhere);
     int ReplaceKeyByMove(int i, int occupant, const KeyFrame_cls& moved);
     bool MoveSelected(double dT, double dV, unsigned frames, bool bTimeFixed);

@@ -143,8 +143,8 @@ wxString Parameters_cls::GetStrSegment(int i, wxString* pName) const {
     const double y1 = ValueFor(left.mValue, right.mValue);
     wxString text = i == 0 ? "#if " : "#elseif ";
     if (i == 0 && left.mDoubleIndex != 0.0)
-        text += "(t0 <= " + number(left.mDoubleIndex) + ")\n\t#declare " + *pName + " = " + number(left.mValue) +
-                ";\n#elseif ";
+        text += "(t0 <= " + number(left.mDoubleIndex) + ")\n\t#declare " + *pName + " = " +
+                number(left.mValue) + ";\n#elseif ";
     text += "(t0 <= " + number(right.mDoubleIndex) + ")\n";
     text += "\t#declare rate = (t0 - " + number(left.mDoubleIndex) + ")/" +
             number(right.mDoubleIndex - left.mDoubleIndex) + ";\n";

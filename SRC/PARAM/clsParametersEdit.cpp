@@ -66,7 +66,8 @@ void Parameters_cls::SetKey(const KeyFrame_cls& key, double resolution) {
     if (!std::isfinite(key.mDoubleIndex) || !std::isfinite(key.mValue)) return;
     const int there = CheckOverWrite(key.mDoubleIndex, resolution);
     if (there >= 0) {
-        Perform(new ComParamOvwtKeyC_cls(this, there, key), new ComParamOvwtKeyC_cls(this, there, KeyAt(there)));
+        Perform(new ComParamOvwtKeyC_cls(this, there, key),
+                new ComParamOvwtKeyC_cls(this, there, KeyAt(there)));
         return;
     }
     const int place = GetKeyFrameIndexToInsert(key.mDoubleIndex, msResolution);
@@ -94,15 +95,21 @@ void Parameters_cls::SetKeyTypeMulti(unsigned kind) {
 }
 
 bool Parameters_cls::DeleteKey(double doubleIndex, double resolution) {
+    const int i = GetKeyFrameIndexFromDouble(doubleIndex, resolution, false);
+    return DeleteKeyNumber(GetKeyNumber() == 1 ? 0 : i);
+}
+
+bool Parameters_cls::DeleteKeyNumber(int i) {
+    if (!IsIndex(i)) return false;
     if (GetKeyNumber() == 1) {
+        // A curve keeps its last key, but at the start and with no step to take back.
         mVKeys[0].mDoubleIndex = 0.0;
         return false;
     }
-    const int i = GetKeyFrameIndexFromDouble(doubleIndex, resolution, false);
-    if (i < 0) return false;
     const KeyFrame_cls key = KeyAt(i);
     Perform(new ComParamDelKey_cls(this, i),
-            new ComParamSetKey_cls(this, key.mDoubleIndex, key.mValue, key.mValueD1, key.mValueD2, key.mInterpType));
+            new ComParamSetKey_cls(this, key.mDoubleIndex, key.mValue, key.mValueD1, key.mValueD2,
+                                   key.mInterpType));
     return true;
 }
 
@@ -110,10 +117,18 @@ bool Parameters_cls::DeleteSelectedKey() {
     const UndoBlock_cls block(msbUndoCommandMake);
     bool bAny = false;
     for (int i = 0; i < GetKeyNumber();) {
-        const bool bGone = KeyAt(i).mbSelected && DeleteKey(KeyAt(i).mDoubleIndex, kCurrent);
+        // By number: in a film made shorter another key may stand at the same place.
+        const bool bGone = KeyAt(i).mbSelected && GetKeyNumber() > 1 && DeleteKeyNumber(i);
         bAny |= bGone;
         if (!bGone) ++i;
     }
+    if (GetKeyNumber() != 1 || !KeyAt(0).mbSelected) return bAny;
+    if (!bAny) return DeleteKeyNumber(0);
+    // The last of several goes to the start as part of the step, or undo would bring the others back
+    // around a key in the wrong place.
+    KeyFrame_cls atStart = KeyAt(0);
+    atStart.mDoubleIndex = 0.0;
+    Perform(new ComParamOvwtKeyC_cls(this, 0, atStart), new ComParamOvwtKeyC_cls(this, 0, KeyAt(0)));
     return bAny;
 }
 
@@ -155,7 +170,8 @@ void Parameters_cls::CopyParameterFromP(const Parameters_cls* pSrc) {
 
 void Parameters_cls::SetTimeDependent(bool bTimeDepend) {
     const UndoBlock_cls block(msbUndoCommandMake);
-    Perform(new ComParamClearKey_cls(this, mCurrentValue, msCurrentDoubleIndex), new ComParamMemento_cls(this));
+    Perform(new ComParamClearKey_cls(this, mCurrentValue, msCurrentDoubleIndex),
+            new ComParamMemento_cls(this));
     Perform(new ComParamSetTimeDependent_cls(this, bTimeDepend),
             new ComParamSetTimeDependent_cls(this, !bTimeDepend));
 }
@@ -174,7 +190,11 @@ void Parameters_cls::ExecCommandOvwtKey(int i, const KeyFrame_cls& key) {
 }
 
 void Parameters_cls::ExecCommandMoveKey(double from, double to, double resolution) {
-    const int i = GetKeyFrameIndexFromDouble(from, resolution, false);
+    // The key itself rather than one that merely lies near.
+    const auto exact = std::find_if(mVKeys.begin(), mVKeys.end(),
+                                    [from](const KeyFrame_cls& key) { return key.mDoubleIndex == from; });
+    const int i = exact == mVKeys.end() ? GetKeyFrameIndexFromDouble(from, resolution, false)
+                                        : int(exact - mVKeys.begin());
     if (i < 0) return;
     mVKeys[size_t(i)].mDoubleIndex = to;
     SortKey();

@@ -49,9 +49,11 @@ int Parameters_cls::MoveKeyTo(int i, double delta, unsigned frames, int* pWhere)
 
 int Parameters_cls::ReplaceKeyByMove(int i, int occupant, const KeyFrame_cls& moved) {
     const KeyFrame_cls old = KeyAt(i);
-    Perform(new ComParamOvwtKeyC_cls(this, occupant, moved), new ComParamOvwtKeyC_cls(this, occupant, KeyAt(occupant)));
+    Perform(new ComParamOvwtKeyC_cls(this, occupant, moved),
+            new ComParamOvwtKeyC_cls(this, occupant, KeyAt(occupant)));
     Perform(new ComParamDelKey_cls(this, i),
-            new ComParamSetKey_cls(this, old.mDoubleIndex, old.mValue, old.mValueD1, old.mValueD2, old.mInterpType));
+            new ComParamSetKey_cls(this, old.mDoubleIndex, old.mValue, old.mValueD1, old.mValueD2,
+                                   old.mInterpType));
     const int where = i >= occupant ? occupant : occupant - 1;
     SelectKey(where, true);
     return where;

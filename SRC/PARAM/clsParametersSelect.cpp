@@ -118,8 +118,8 @@ bool Parameters_cls::SelectKeyFrameRegionQueue(double t0, double t1, double v0, 
     return bAny;
 }
 
-bool Parameters_cls::MoveSelectedKeyByXYQueue(double dT, double dV, double resolution, double tMin, double tMax,
-                                              double vMin, double vMax) {
+bool Parameters_cls::MoveSelectedKeyByXYQueue(double dT, double dV, double resolution, double tMin,
+                                              double tMax, double vMin, double vMax) {
     if (!IsLinked(mpCParamGroup)) return MoveSelectedKeyByXY(dT, dV, resolution, tMin, tMax, vMin, vMax);
     return mpCParamGroup->MoveSelectedKeyByXY(dT, dV, resolution, tMin, tMax, vMin, vMax);
 }

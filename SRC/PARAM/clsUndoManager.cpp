@@ -101,8 +101,10 @@ void UndoManager_cls::OpenBlock() {
 }
 
 void UndoManager_cls::CloseBlock() {
-    if (mbReplaying || mBlockDepth <= 0) return; // the list was cleared, or the block undone, while it stood open
-    const bool bEmpty = mCurrent > 0 && mVpCRedo[mCurrent - 1] && mVpCRedo[mCurrent - 1]->mType == COMMAND_BLOCK_OPEN;
+    if (mbReplaying || mBlockDepth <= 0)
+        return; // the list was cleared, or the block undone, while it stood open
+    const bool bEmpty =
+        mCurrent > 0 && mVpCRedo[mCurrent - 1] && mVpCRedo[mCurrent - 1]->mType == COMMAND_BLOCK_OPEN;
     PushNewCommand(new ComBlockClose, new ComBlockOpen);
     ExecCurrent();
     // Both ends cancel out, so stepping back over them is taking them back.

@@ -65,15 +65,15 @@ private:
     void RunUnrecorded();
     void Discard(CommandItem_cls* pCommand);
 
-    Commands mVpCRedo; ///< the forward command of each step
-    Commands mVpCUndo; ///< its inverse, same index
+    Commands mVpCRedo;     ///< the forward command of each step
+    Commands mVpCUndo;     ///< its inverse, same index
     unsigned mCurrent = 0; ///< next step to redo; all below has been done
     int mBlockDepth = 0;
     long long mUpdateBit = 0;
-    int mRunning = 0;           ///< commands now running, one inside the other
-    bool mbReplaying = false;   ///< the running one is undone, or redone with steps behind it
-    Commands mVpCUnrecorded;    ///< pushed while replaying, waits for ExecCurrent
-    Commands mVpCDiscarded;     ///< deleted when none runs any more
+    int mRunning = 0;         ///< commands now running, one inside the other
+    bool mbReplaying = false; ///< the running one is undone, or redone with steps behind it
+    Commands mVpCUnrecorded;  ///< pushed while replaying, waits for ExecCurrent
+    Commands mVpCDiscarded;   ///< deleted when none runs any more
 };
 
 extern UndoManager_cls GCUndoList;
