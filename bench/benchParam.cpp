@@ -1,4 +1,5 @@
 // Evaluation of animated settings. Limit: reading the keys' bytes once from the cache, in the same run.
+#include <ctime>
 #include <numeric>
 #include <vector>
 
@@ -38,21 +39,21 @@ std::vector<double> MakeTimes(bool bInOrder) {
     return times;
 }
 
-/// ns_per_eval: one group of four curves at one time.
+/// ns_per_eval: processor time for one group of four curves at one time.
 void ParamEvaluate(benchmark::State& state) {
     ParamGroup_cls group("Bench", 4, kSuffixes, 0, true);
     FillGroup(group, unsigned(state.range(0)), int(state.range(2)));
     const std::vector<double> times = MakeTimes(state.range(1) != 0);
     float rgba[4];
+    const std::clock_t start = std::clock();
     for (auto _ : state) {
         for (const double t : times) {
             group.GetInterpolatedValue4Fast(rgba, t, 0.0);
             benchmark::DoNotOptimize(rgba);
         }
     }
-    state.counters["ns_per_eval"] =
-        benchmark::Counter(double(state.iterations()) * kTimes * 1e-9,
-                           benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
+    const double seconds = double(std::clock() - start) / CLOCKS_PER_SEC;
+    state.counters["ns_per_eval"] = seconds * 1e9 / (double(state.iterations()) * kTimes);
 }
 
 /// The limit of a walk over all keys: their bytes, read once.
