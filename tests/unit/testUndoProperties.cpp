@@ -11,7 +11,14 @@ const wxString kSuffixes[] = {"R", "G", "B"};
 /// Edits a group at random, the way users do, and notes the text after each step.
 class Editor {
 public:
-    explicit Editor(unsigned seed) : mRandom(seed) {
+    /// `keys`: in each curve from the start, some of them at one place as a file may have them.
+    explicit Editor(unsigned seed, int keys = 1) : mRandom(seed) {
+        for (Parameters_cls& param : mGroup.mVParams) {
+            std::vector<KeyFrame_cls> all;
+            for (int i = 0; i < keys; ++i)
+                all.push_back(MakeKey(i / 3 * 0.023, Value(), unsigned(Below(5)), Value(), 0.5));
+            SetKeys(param, all);
+        }
         mGroup.mVParams[0].mPeriodic.mValue = 360;
         mGroup.mVParams[1].mPeriodic.mValue = 7;
         mStates.emplace_back(0u, mGroup.Serialize());
@@ -112,7 +119,7 @@ private:
 class UndoProperties : public ParamTest, public ::testing::WithParamInterface<unsigned> {};
 
 TEST_P(UndoProperties, UndoAndRedoPassThroughExactlyTheStatesThatWere) {
-    Editor editor(GetParam());
+    Editor editor(GetParam(), GetParam() % 2 ? 1 : 120);
     for (int i = 0; i < 2500 && !HasFatalFailure(); ++i)
         editor.Step();
     ASSERT_GT(editor.mStates.size(), 500u);
