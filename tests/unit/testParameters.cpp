@@ -150,6 +150,18 @@ TEST_F(Parameters, TheOnlyKeyIsNeverDeleted) {
     EXPECT_EQ(far.Values(), (Doubles{2, 3}));
 }
 
+TEST_F(Parameters, AWritePastTheUndoListDoesNotLeadUndoAstray) {
+    Curve curve({MakeKey(0.4, 1)});
+    const wxString before = curve.Serialize();
+    curve.InsertKey(0.8, 2, 0, 0);
+    curve.DeleteKey(0.4, -1.0);
+    curve.DeleteKey(0.8, -1.0); // the only key: goes to the start with no step
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(curve.Positions(), (Doubles{0.4, 0.8}));
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(curve.Serialize(), before);
+}
+
 TEST_F(Parameters, DeletingSelectedKeysTakesThoseAndNoNeighbours) {
     Parameters_cls::SetFrameNumber(1000, 1);
     Curve curve({MakeKey(0.1, 1), MakeKey(0.5, 2), MakeKey(0.503, 3), MakeKey(0.9, 4)});
