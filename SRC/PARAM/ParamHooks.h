@@ -1,0 +1,34 @@
+// What curves ask of the floors above them. The hub sets these at start; an empty one does nothing.
+#pragma once
+
+#include <functional>
+
+#include <wx/string.h>
+
+class ParamGroup_cls;
+class ParamTL_cls;
+class Parameters_cls;
+
+/// Steps of dragging keys with the mouse on a time-line strip.
+enum class StripDrag { START, DRAG, REGION_ORIGIN, END };
+
+struct ParamHooks_st {
+    /// The living curve of this identifier, null when nobody knows it.
+    std::function<Parameters_cls*(const wxString& id)> mFindParam;
+    /// A key stands at this frame: mark its snapshot.
+    std::function<void(int frame)> mMarkSnipping;
+    /// The group's panels are stale.
+    std::function<void(ParamGroup_cls*)> mGroupRefresh;
+    /// The strip's key under the mouse, -1 none.
+    std::function<void(ParamTL_cls*, int key)> mStripHit;
+    /// The strip's check box of time dependence.
+    std::function<void(ParamTL_cls*, bool bTimeDepend)> mStripTimeDepend;
+    /// The strip's curve was read from a file.
+    std::function<void(ParamTL_cls*)> mStripRead;
+    /// The strip takes part in a drag; x, y in pixels.
+    std::function<void(ParamTL_cls*, StripDrag step, int x, int y)> mStripDrag;
+    /// Where copied text goes; the system clipboard from the start.
+    std::function<void(const wxString& text)> mClipboard;
+};
+
+extern ParamHooks_st GParamHooks;

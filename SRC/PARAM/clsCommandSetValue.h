@@ -1,0 +1,43 @@
+// Commands on plain values: a number or text behind a pointer, and a colour item.
+#pragma once
+
+#include <variant>
+
+#include <wx/string.h>
+
+#include "PARAM/clsCommandItem.h"
+
+class ConfItemFLOATARRAY_cls;
+
+/// Writes a value through a pointer to a variable of the value's type, which must outlive the command.
+class CommandSetValue_cls final : public CommandItem_cls {
+public:
+    CommandSetValue_cls(void* pTarget, float value, int updateBit);
+    CommandSetValue_cls(void* pTarget, double value, int updateBit);
+    CommandSetValue_cls(void* pTarget, unsigned int value, int updateBit);
+    CommandSetValue_cls(void* pTarget, int value, int updateBit);
+    CommandSetValue_cls(void* pTarget, const wxString& value, int updateBit);
+
+    void Execute(bool bUndo) override;
+    /// 0 float, 1 double, 2 unsigned, 3 int, 10 text.
+    int GetKind() const { return mKind; }
+
+private:
+    using Value = std::variant<float, double, unsigned int, int, wxString>;
+
+    void* mpTarget;
+    int mKind;
+    Value mValue;
+};
+
+/// Writes four floats, RGBA, into a colour item.
+class CommandSetColor_cls final : public CommandItem_cls {
+public:
+    CommandSetColor_cls(ConfItemFLOATARRAY_cls* pItem, const float* pRgba, int updateBit);
+
+    void Execute(bool bUndo) override;
+
+private:
+    ConfItemFLOATARRAY_cls* mpItem;
+    float mRgba[4];
+};

@@ -1,0 +1,164 @@
+#include "PARAM/clsUndoManager.h"
+
+#include <utility>
+
+#include "COMMON/EventIds.h"
+#include "COMMON/MenuEvent.h"
+#include "COMMON/UpdateBits.h"
+#include "PARAM/clsCommandItem.h"
+
+namespace {
+constexpr unsigned kUndoLimit = 65535;
+
+UndoManager_cls* sRunningList = nullptr; // the list whose command runs
+
+UndoManager_cls& ListInUse() { return sRunningList ? *sRunningList : GCUndoList; }
+} // namespace
+
+UndoManager_cls GCUndoList;
+
+UndoManager_cls::~UndoManager_cls() { Clear(); }
+
+void UndoManager_cls::Discard(CommandItem_cls* pCommand) {
+    if (mRunning > 0 && pCommand)
+        mVpCDiscarded.push_back(pCommand);
+    else
+        delete pCommand;
+}
+
+void UndoManager_cls::Run(CommandItem_cls* pCommand, bool bUndo) {
+    if (!pCommand) return;
+    UndoManager_cls* const outerList = std::exchange(sRunningList, this);
+    const bool bOuterReplaying = mbReplaying;
+    mbReplaying = bOuterReplaying || bUndo || mCurrent < GetStepCount();
+    ++mRunning;
+    pCommand->Execute(bUndo);
+    --mRunning;
+    mbReplaying = bOuterReplaying;
+    sRunningList = outerList;
+    if (mRunning > 0) return;
+    Commands discarded;
+    discarded.swap(mVpCDiscarded);
+    for (CommandItem_cls* command : discarded)
+        delete command;
+}
+
+void UndoManager_cls::RunUnrecorded() {
+    Commands commands;
+    commands.swap(mVpCUnrecorded);
+    for (CommandItem_cls* command : commands) {
+        Run(command, false);
+        Discard(command);
+    }
+}
+
+void UndoManager_cls::PushNewCommand(CommandItem_cls* pRedo, CommandItem_cls* pUndo) {
+    if (mbReplaying) {
+        mVpCUnrecorded.push_back(pRedo);
+        Discard(pUndo);
+        return;
+    }
+    for (unsigned i = mCurrent; i < GetStepCount(); ++i)
+        RemoveItem(i);
+    mVpCRedo.resize(mCurrent);
+    mVpCUndo.resize(mCurrent);
+    mVpCRedo.push_back(pRedo);
+    mVpCUndo.push_back(pUndo);
+}
+
+void UndoManager_cls::ExecCurrent() {
+    if (mbReplaying) {
+        RunUnrecorded();
+        return;
+    }
+    while (mCurrent < GetStepCount()) {
+        // The position moves first, so that what a command pushes comes behind it.
+        CommandItem_cls* command = mVpCRedo[mCurrent++];
+        Run(command, false);
+        if (mBlockDepth > 0) continue;
+        if (mBlockDepth == 0) ExecUpdate();
+        return;
+    }
+}
+
+void UndoManager_cls::UndoCurrent() {
+    if (mbReplaying) return;
+    do {
+        if (mCurrent == 0 || mCurrent - 1 >= kUndoLimit) {
+            mCurrent = 0;
+            break;
+        }
+        CommandItem_cls* command = mVpCUndo[--mCurrent];
+        Run(command, true);
+    } while (mBlockDepth > 0);
+    if (mBlockDepth == 0) ExecUpdate();
+}
+
+void UndoManager_cls::OpenBlock() {
+    if (mbReplaying) return;
+    PushNewCommand(new ComBlockOpen, new ComBlockClose);
+    ExecCurrent();
+}
+
+void UndoManager_cls::CloseBlock() {
+    if (mbReplaying || mBlockDepth <= 0)
+        return; // the list was cleared, or the block undone, while it stood open
+    const bool bEmpty =
+        mCurrent > 0 && mVpCRedo[mCurrent - 1] && mVpCRedo[mCurrent - 1]->mType == COMMAND_BLOCK_OPEN;
+    PushNewCommand(new ComBlockClose, new ComBlockOpen);
+    ExecCurrent();
+    // Both ends cancel out, so stepping back over them is taking them back.
+    if (bEmpty) mCurrent -= 2;
+}
+
+void UndoManager_cls::Clear() {
+    for (unsigned i = 0; i < GetStepCount(); ++i)
+        RemoveItem(i);
+    mVpCRedo.clear();
+    mVpCUndo.clear();
+    mCurrent = 0;
+    mBlockDepth = 0;
+}
+
+void UndoManager_cls::RemoveItem(unsigned index) {
+    if (index >= GetStepCount()) return;
+    Discard(mVpCRedo[index]);
+    Discard(mVpCUndo[index]);
+    mVpCRedo[index] = nullptr;
+    mVpCUndo[index] = nullptr;
+}
+
+void UndoManager_cls::SkipCurrent() {
+    if (mCurrent < GetStepCount()) ++mCurrent;
+}
+
+int UndoManager_cls::TypeAt(const Commands& commands, int n) const {
+    if (n < 0 || unsigned(n) >= mCurrent || mCurrent - unsigned(n) >= commands.size()) return COMMAND_PLAIN;
+    const CommandItem_cls* command = commands[mCurrent - unsigned(n)];
+    return command ? command->mType : COMMAND_PLAIN;
+}
+
+void UndoManager_cls::ExecUpdate() {
+    const long long mask = mUpdateBit;
+    mUpdateBit = 0;
+    PostUpdateEvents(mask);
+}
+
+void UndoManager_cls::SendEventToFrame(int id) { PostMenuEvent(id); }
+
+UndoBlock_cls::UndoBlock_cls(bool bOpen) : mbOpen(bOpen) {
+    if (mbOpen) GCUndoList.OpenBlock();
+}
+
+UndoBlock_cls::~UndoBlock_cls() {
+    if (mbOpen) GCUndoList.CloseBlock();
+}
+
+void CommandItem_cls::UpdateBit(long long mask) {
+    ListInUse().AddUpdateBit(mask);
+    if (mask & UPDATE_TL) PostMenuEvent(ID_REFRESH_TL);
+}
+
+void ComBlockOpen::Execute(bool) { ++ListInUse().mBlockDepth; }
+
+void ComBlockClose::Execute(bool) { --ListInUse().mBlockDepth; }

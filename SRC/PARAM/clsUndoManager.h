@@ -1,0 +1,91 @@
+// The undo list: every edit is a pair of commands, the one that does it and the one that takes it back.
+#pragma once
+
+#include <vector>
+
+class CommandItem_cls;
+
+/// Doing, redoing and undoing are one path: push a pair, then run it with ExecCurrent. Steps between
+/// OpenBlock and CloseBlock are one to the user. The list also gathers what the commands made stale and
+/// posts it as menu events when a whole step is finished.
+///
+/// A command may itself push pairs when it runs for the first time. When it is replayed they are run
+/// but not recorded, since the steps that follow are already there.
+///
+/// There is no limit on the number of steps, but undo reaches no further than position 65535. Main
+/// thread only.
+class UndoManager_cls {
+public:
+    UndoManager_cls() = default;
+    UndoManager_cls(const UndoManager_cls&) = delete;
+    UndoManager_cls& operator=(const UndoManager_cls&) = delete;
+    ~UndoManager_cls();
+
+    /// Add a step at the current position and forget all that lies behind; doesn't run it. Takes both
+    /// commands over.
+    void PushNewCommand(CommandItem_cls* pRedo, CommandItem_cls* pUndo);
+    /// Run the step at the position, with its whole block; also redo.
+    void ExecCurrent();
+    /// Take the last step back, with its whole block.
+    void UndoCurrent();
+    void OpenBlock();
+    /// A block with nothing in it leaves no step.
+    void CloseBlock();
+    /// Delete all steps. A command that is running lives until it ends.
+    void Clear();
+    /// Delete the commands of one step; its place stays and does nothing.
+    void RemoveItem(unsigned index);
+    /// Pass over a step without running it.
+    void SkipCurrent();
+
+    /// Type of the step `n` back from the position; 0 when there is none.
+    int GetRedoCommandType(int n) const { return TypeAt(mVpCRedo, n); }
+    int GetUndoCommandType(int n) const { return TypeAt(mVpCUndo, n); }
+    unsigned GetCurrent() const { return mCurrent; }
+    unsigned GetStepCount() const { return unsigned(mVpCRedo.size()); }
+    int GetBlockDepth() const { return mBlockDepth; }
+    long long GetUpdateBit() const { return mUpdateBit; }
+    bool IsUndoable() const { return mCurrent > 0; }
+    bool IsRedoable() const { return mCurrent < GetStepCount(); }
+
+    /// Gather what must be refreshed.
+    void AddUpdateBit(long long mask) { mUpdateBit |= mask; }
+    /// Turn what was gathered into events.
+    void ExecUpdate();
+    /// Post one menu event to the main frame.
+    void SendEventToFrame(int id);
+
+private:
+    friend class ComBlockOpen;
+    friend class ComBlockClose;
+    using Commands = std::vector<CommandItem_cls*>;
+
+    int TypeAt(const Commands& commands, int n) const;
+    void Run(CommandItem_cls* pCommand, bool bUndo);
+    void RunUnrecorded();
+    void Discard(CommandItem_cls* pCommand);
+
+    Commands mVpCRedo;     ///< the forward command of each step
+    Commands mVpCUndo;     ///< its inverse, same index
+    unsigned mCurrent = 0; ///< next step to redo; all below has been done
+    int mBlockDepth = 0;
+    long long mUpdateBit = 0;
+    int mRunning = 0;         ///< commands now running, one inside the other
+    bool mbReplaying = false; ///< the running one is undone, or redone with steps behind it
+    Commands mVpCUnrecorded;  ///< pushed while replaying, waits for ExecCurrent
+    Commands mVpCDiscarded;   ///< deleted when none runs any more
+};
+
+extern UndoManager_cls GCUndoList;
+
+/// A block of GCUndoList for the length of a scope; none when `bOpen` is false.
+class UndoBlock_cls {
+public:
+    explicit UndoBlock_cls(bool bOpen = true);
+    ~UndoBlock_cls();
+    UndoBlock_cls(const UndoBlock_cls&) = delete;
+    UndoBlock_cls& operator=(const UndoBlock_cls&) = delete;
+
+private:
+    bool mbOpen;
+};

@@ -1,0 +1,446 @@
+// Curves: finding keys, editing them with undo, selection, text forms.
+#include "PARAM/clsParameters.h"
+
+#include "COMMON/EventIds.h"
+#include "COMMON/UpdateBits.h"
+#include "PARAM/clsParamCommand.h"
+#include "ParamTest.h"
+
+namespace {
+
+using Parameters = ParamTest;
+using Doubles = std::vector<double>;
+
+TEST_F(Parameters, TheGridFollowsTheFilm) {
+    Parameters_cls::SetFrameNumber(50, 4);
+    EXPECT_DOUBLE_EQ(Parameters_cls::msResolution, 1.0 / 200);
+    EXPECT_EQ(Parameters_cls::msAnimInterp, 4);
+    EXPECT_EQ(Parameters_cls::Quantize(0.33), 0.34) << "halves go up";
+    EXPECT_EQ(Parameters_cls::Quantize(0.329), 0.32);
+    EXPECT_EQ(Parameters_cls::Quantize(0.4, 4), 0.5);
+    EXPECT_EQ(Parameters_cls::Quantize(0.4, 0), 0.0);
+    EXPECT_EQ(Parameters_cls::Quantize(1e300, 4), 0.0);
+    Parameters_cls::SetFrameNumber(0, 3);
+    EXPECT_EQ(Parameters_cls::msResolution, 1.0);
+    EXPECT_EQ(Parameters_cls::Quantize(0.4), 0.0);
+}
+
+TEST_F(Parameters, KeysAreFoundWithinHalfAResolution) {
+    Curve curve({MakeKey(0.25, 1), MakeKey(0.5, 2, INTERP_STEP), MakeKey(0.75, 3)});
+    const double r = 0.125; // binary fractions: the bounds are exact
+    EXPECT_TRUE(curve.IsKeyFrame(0.5625, r));
+    EXPECT_FALSE(curve.IsKeyFrame(0.4375, r)) << "a key at T + R/2 is not at T";
+    EXPECT_EQ(curve.CheckOverWrite(0.5625, r), -1) << "this one is strict at both ends";
+    EXPECT_EQ(curve.CheckOverWrite(0.5, 0.5), 1);
+    EXPECT_EQ(curve.CheckOverWrite(0.5, 0.51), 2) << "the last one";
+    EXPECT_EQ(curve.GetKeyFrameIndexFromDouble(0.625, r, false), -1);
+    EXPECT_EQ(curve.GetKeyFrameIndexFromDouble(0.625, r, true), 1);
+    EXPECT_EQ(curve.GetKeyFrameIndexFromDouble(0.0, r, true), 0);
+    EXPECT_EQ(curve.GetKeyFrameIndexFromDouble(1.0, r, true), 2);
+    EXPECT_EQ(curve.GetKeyFrameIndexToInsert(0.4375, r), 2);
+    EXPECT_EQ(curve.GetKeyFrameIndexToInsert(1.0, r), 3);
+    EXPECT_EQ(curve.GetNextKeyPosDoubleIndex(0.25, r), 0.5);
+    EXPECT_EQ(curve.GetNextKeyPosDoubleIndex(0.75, r), 0.75);
+    EXPECT_EQ(curve.GetPrevKeyPosDoubleIndex(0.75, r), 0.5);
+    EXPECT_EQ(curve.GetPrevKeyPosDoubleIndex(0.25, r), 0.0);
+    EXPECT_EQ(curve.GetAdjacentKey(0.5, -1), 0);
+    EXPECT_EQ(curve.GetAdjacentKey(0.75, 1), 2);
+    EXPECT_EQ(curve.GetAdjacentKey(0.6, -1), 1);
+    EXPECT_EQ(curve.GetAdjacentKey(0.6, 1), 2);
+    EXPECT_EQ(curve.GetAdjacentKey(0.1, -1), 0);
+    EXPECT_EQ(curve.GetInterpTypeFromDouble(0.6), INTERP_STEP);
+    EXPECT_EQ(curve.GetKeyFrameValue(99), 0) << "out of range is quiet";
+    curve.mbTimeDepend.mValue = false;
+    EXPECT_TRUE(curve.IsKeyFrame(0.9)) << "every time is a key's time then";
+}
+
+TEST_F(Parameters, ANewKeyTakesTheKindOfTheSegmentThatItSplits) {
+    Curve curve({MakeKey(0, 0, INTERP_HERMITE), MakeKey(0.5, 1, INTERP_STEP), MakeKey(1, 0)});
+    KeyFrame_cls key;
+    curve.SetKeyToValueAt(&key, 0.25);
+    EXPECT_EQ(key.mInterpType, INTERP_HERMITE);
+    EXPECT_DOUBLE_EQ(key.mValue, 0.5);
+    EXPECT_DOUBLE_EQ(key.mValueD1, 2) << "slope from the key before to the key after";
+    curve.SetKeyToValueAt(&key, 0.5);
+    EXPECT_EQ(key.mInterpType, INTERP_STEP);
+    EXPECT_DOUBLE_EQ(key.mValueD1, 0);
+    curve.InsertKey(0.75, 9, 3, 4);
+    EXPECT_EQ(curve.Positions(), (Doubles{0, 0.5, 0.75, 1}));
+    EXPECT_EQ(curve.GetKeys()[2].mInterpType, INTERP_STEP);
+    EXPECT_EQ(curve.GetKeyFrameValueD1(2), 3);
+    Parameters_cls::msCurrentDoubleIndex = 0.25;
+    curve.InsertKey(-1.0, 99, 0, 0);
+    EXPECT_DOUBLE_EQ(curve.GetKeyFrameValue(1), 0.5) << "now means the curve's own value";
+}
+
+TEST_F(Parameters, AKeyNearAnotherOverwritesIt) {
+    Curve curve({MakeKey(0, 0), MakeKey(0.5, 1, INTERP_STEP)});
+    const wxString before = curve.Serialize();
+    curve.SetKey(MakeKey(0.504, 7, INTERP_HERMITE), -1.0);
+    EXPECT_EQ(curve.Positions(), (Doubles{0, 0.504}));
+    EXPECT_EQ(curve.GetKeys()[1].mInterpType, INTERP_HERMITE);
+    curve.SetKey(MakeKey(0.51, 8), -1.0);
+    EXPECT_EQ(curve.GetKeyNumber(), 3);
+    curve.SetKey(MakeKey(std::nan(""), 8), -1.0);
+    curve.SetKey(MakeKey(0.3, INFINITY), -1.0);
+    EXPECT_EQ(curve.GetKeyNumber(), 3) << "no key stands nowhere";
+    GCUndoList.UndoCurrent();
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(curve.Serialize(), before);
+    EXPECT_FALSE(GCUndoList.IsUndoable());
+}
+
+TEST_F(Parameters, AnEditedValueBecomesAKeyNow) {
+    Curve curve({MakeKey(0, 0), MakeKey(1, 10)});
+    Parameters_cls::msCurrentDoubleIndex = 0.5;
+    curve.GetInterpolatedValue(-1.0);
+    EXPECT_FALSE(curve.IsValueChanged(-1.0));
+    curve.mCurrentValue = 8;
+    EXPECT_TRUE(curve.IsValueChanged(-1.0));
+    EXPECT_EQ(curve.mCurrentValue, 8);
+    curve.SetChangedValueKey(-1.0, 0, 0, -1.0);
+    EXPECT_EQ(curve.Values(), (Doubles{0, 8, 10}));
+    curve.SelectKey(1, true);
+    curve.mCurrentValue = 9;
+    curve.SetChangedValueKey(0.502, 0, 0, -1.0);
+    EXPECT_EQ(curve.Positions(), (Doubles{0, 0.502, 1}));
+    EXPECT_TRUE(curve.GetKeys()[1].mbSelected) << "the key stays selected";
+    curve.mbTimeDepend.mValue = false;
+    curve.mCurrentValue = 5;
+    curve.SetChangedValueKey(-1.0, 0, 0, -1.0);
+    EXPECT_EQ(curve.GetKeyFrameValue(0), 5) << "constant curves keep their value at 0";
+}
+
+TEST_F(Parameters, DeletingComputesTheNeighbourAgainstAFarPoint) {
+    const unsigned a = INTERP_HERMITE_AUTO;
+    Curve curve({MakeKey(0, 0, a), MakeKey(0.5, 4, a), MakeKey(1, 255, a)});
+    const wxString before = curve.Serialize();
+    EXPECT_TRUE(curve.DeleteKey(1.0, -1.0));
+    EXPECT_DOUBLE_EQ(curve.GetKeyFrameValueD1(1), 1.0) << "255 over 255";
+    const wxString after = curve.Serialize();
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(curve.Serialize(), before);
+    GCUndoList.ExecCurrent();
+    EXPECT_EQ(curve.Serialize(), after);
+    curve.InsertKey(0.75, 2, 0, 0);
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(curve.Serialize(), after) << "undo brings back even that tangent";
+    EXPECT_FALSE(curve.DeleteKey(0.3, -1.0));
+}
+
+TEST_F(Parameters, TheOnlyKeyIsNeverDeleted) {
+    Curve curve({MakeKey(0.4, 6)});
+    EXPECT_FALSE(curve.DeleteKey(0.4, -1.0));
+    EXPECT_EQ(curve.Positions(), (Doubles{0}));
+    EXPECT_EQ(curve.Values(), (Doubles{6}));
+    EXPECT_FALSE(GCUndoList.IsUndoable());
+    // All of several: one stays, and undo knows where it stood.
+    Curve two({MakeKey(0.4, 6), MakeKey(0.7, 9)});
+    two.SelectKey(0, true);
+    two.SelectKey(1, true);
+    EXPECT_TRUE(two.DeleteSelectedKey());
+    EXPECT_EQ(two.Positions(), (Doubles{0}));
+    EXPECT_EQ(two.Values(), (Doubles{9}));
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(two.Positions(), (Doubles{0.4, 0.7}));
+    EXPECT_EQ(two.Values(), (Doubles{6, 9}));
+    // A key far beyond the film is not mistaken for the one that goes.
+    Curve far({MakeKey(0, 1), MakeKey(300, 2), MakeKey(400, 3)});
+    far.ExecCommandDeleteKey(0);
+    EXPECT_EQ(far.Values(), (Doubles{2, 3}));
+}
+
+TEST_F(Parameters, AWritePastTheUndoListDoesNotLeadUndoAstray) {
+    Curve curve({MakeKey(0.4, 1)});
+    const wxString before = curve.Serialize();
+    curve.InsertKey(0.8, 2, 0, 0);
+    curve.DeleteKey(0.4, -1.0);
+    curve.DeleteKey(0.8, -1.0); // the only key: goes to the start with no step
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(curve.Positions(), (Doubles{0.4, 0.8}));
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(curve.Serialize(), before);
+}
+
+TEST_F(Parameters, DeletingSelectedKeysTakesThoseAndNoNeighbours) {
+    Parameters_cls::SetFrameNumber(1000, 1);
+    Curve curve({MakeKey(0.1, 1), MakeKey(0.5, 2), MakeKey(0.503, 3), MakeKey(0.9, 4)});
+    Parameters_cls::SetFrameNumber(100, 1); // now two keys share a frame
+    curve.SelectKey(2, true);
+    curve.SelectKey(3, true);
+    EXPECT_TRUE(curve.DeleteSelectedKey());
+    EXPECT_EQ(curve.Values(), (Doubles{1, 2}));
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(curve.Values(), (Doubles{1, 2, 3, 4}));
+    EXPECT_FALSE(curve.DeleteSelectedKey()) << "what undo brings back is not selected";
+}
+
+TEST_F(Parameters, MovedKeysStayOnTheGrid) {
+    Curve curve({MakeKey(0.2, 1), MakeKey(0.5, 2), MakeKey(0.8, 3)});
+    const wxString before = curve.Serialize();
+    EXPECT_EQ(curve.MoveKey(1, 0.004), 0) << "less than half a step";
+    EXPECT_EQ(curve.MoveKey(1, 0.006), 1);
+    EXPECT_DOUBLE_EQ(curve.GetKeyFrameDoubleIndex(1), 0.51);
+    EXPECT_EQ(curve.MoveKey(0, 0.4), 1);
+    EXPECT_EQ(curve.Values(), (Doubles{2, 1, 3})) << "past its neighbour";
+    EXPECT_EQ(curve.MoveKey(2, 5.0), 1);
+    EXPECT_EQ(curve.GetKeyFrameDoubleIndex(2), 1.0);
+    EXPECT_EQ(curve.MoveKey(0, -0.51, 8), 1);
+    EXPECT_EQ(curve.GetKeyFrameDoubleIndex(0), 0.0);
+    EXPECT_EQ(curve.MoveKey(7, 0.1), 0);
+    EXPECT_EQ(curve.MoveKey(0, std::nan("")), 0);
+    EXPECT_EQ(curve.MoveKey(0, 0.5, 0), 0);
+    while (GCUndoList.IsUndoable())
+        GCUndoList.UndoCurrent();
+    EXPECT_EQ(curve.Serialize(), before);
+}
+
+TEST_F(Parameters, AKeyMovedOntoAnotherReplacesIt) {
+    Curve curve({MakeKey(0.2, 1), MakeKey(0.5, 2), MakeKey(0.8, 3)});
+    const wxString before = curve.Serialize();
+    EXPECT_EQ(curve.MoveKey(0, 0.3), 3);
+    EXPECT_EQ(curve.Values(), (Doubles{1, 3}));
+    EXPECT_EQ(curve.GetSelectedKeyIndex(), 0);
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(curve.Serialize(), before);
+    EXPECT_FALSE(GCUndoList.IsUndoable()) << "one step";
+    EXPECT_EQ(curve.MoveKey(2, -0.3), 3);
+    EXPECT_EQ(curve.Values(), (Doubles{1, 3}));
+    EXPECT_TRUE(curve.GetKeys()[1].mbSelected);
+}
+
+TEST_F(Parameters, SelectedKeysMoveTogether) {
+    Curve curve({MakeKey(0.1, 1), MakeKey(0.2, 2), MakeKey(0.3, 3), MakeKey(0.9, 4)});
+    for (int i = 0; i < 3; ++i)
+        curve.SelectKey(i, true);
+    EXPECT_FALSE(curve.MoveSelectedKeyByXY(0.004, 0, -1, 0, 0, 0, 0));
+    EXPECT_FALSE(GCUndoList.IsUndoable());
+    EXPECT_TRUE(curve.MoveSelectedKeyByXY(0.1, 0.5, -1, 0, 0, 0, 0));
+    EXPECT_EQ(curve.Values(), (Doubles{1.5, 2.5, 3.5, 4}));
+    EXPECT_NEAR(curve.GetKeyFrameDoubleIndex(2), 0.4, 1e-12);
+    EXPECT_EQ(curve.GetSelectedKeyNum(), 3);
+    EXPECT_TRUE(curve.MoveSelectedKeyByXY(-0.3, 0, -1, 0, 0, 0, 0));
+    EXPECT_EQ(curve.Values(), (Doubles{2.5, 3.5, 4})) << "two keys met at the start, the later one stays";
+    EXPECT_NEAR(curve.GetKeyFrameDoubleIndex(1), 0.1, 1e-12);
+    GCUndoList.UndoCurrent();
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(curve.Values(), (Doubles{1, 2, 3, 4}));
+    EXPECT_FALSE(GCUndoList.IsUndoable());
+    curve.DeselectAll();
+    EXPECT_FALSE(curve.MoveSelectedKeyByXY(0.5, 1, -1, 0, 0, 0, 0));
+}
+
+TEST_F(Parameters, MovedKeysAreForcedIntoTheirRanges) {
+    Curve curve({MakeKey(0.1, 1), MakeKey(0.5, 2), MakeKey(0.9, 3)});
+    curve.SelectKey(1, true);
+    EXPECT_TRUE(curve.MoveSelectedKeyByXY(0, 4, -1, 0.2, 0.8, 1.5, 5));
+    EXPECT_EQ(curve.Values(), (Doubles{1.5, 5, 3}));
+    EXPECT_EQ(curve.Positions(), (Doubles{0.2, 0.5, 0.8}));
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(curve.Positions(), (Doubles{0.1, 0.5, 0.9}));
+    // A limit between two steps of the grid ends as well.
+    curve.SelectKey(1, true);
+    EXPECT_TRUE(curve.MoveSelectedKeyByXY(0.1, 0, -1, 0.1234, 0.5678, 0, 0));
+    EXPECT_TRUE(IsSorted(curve));
+}
+
+TEST_F(Parameters, AStepOfFiftyFiveIsNotFiftyFour) {
+    // 1 / (1.0 / 5 / 11) falls a hair short of 55.
+    Parameters_cls::SetFrameNumber(5, 11);
+    Curve curve({MakeKey(0, 1), MakeKey(1.0 / 55, 2)});
+    curve.SelectKey(1, true);
+    EXPECT_TRUE(curve.MoveSelectedKeyByXY(2.0 / 55, 0, -1, 0, 0, 0, 0));
+    EXPECT_DOUBLE_EQ(curve.GetKeyFrameDoubleIndex(1), 3.0 / 55);
+}
+
+TEST_F(Parameters, RemappingAndFlippingKeepTheOrder) {
+    Curve curve({MakeKey(0, 1), MakeKey(0.4, 2), MakeKey(0.5, 3, INTERP_STEP)});
+    const wxString before = curve.Serialize();
+    curve.RemapKeys(2.0);
+    EXPECT_EQ(curve.Positions(), (Doubles{0, 0.8, 1}));
+    curve.RemapKeys(0.5);
+    EXPECT_EQ(curve.Positions(), (Doubles{0, 0.4, 0.5}));
+    curve.RemapKeys(0.01);
+    EXPECT_EQ(curve.Values(), (Doubles{2, 3}))
+        << "0.004 is frame 0, where the first key stood; 0.005 is frame 1";
+    for (int i = 0; i < 3; ++i)
+        GCUndoList.UndoCurrent();
+    EXPECT_EQ(curve.Serialize(), before);
+    curve.Flip();
+    EXPECT_EQ(curve.Positions(), (Doubles{0.5, 0.6, 1}));
+    EXPECT_EQ(curve.Values(), (Doubles{3, 2, 1}));
+    EXPECT_EQ(curve.mName, "x");
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(curve.Serialize(), before);
+    curve.RemapKeyFrame(1, 2);
+    EXPECT_EQ(curve.Positions(), (Doubles{0, 0.2, 0.25}));
+    curve.RemapKeyFrame(1, 0);
+    curve.RemapKeyFrame(-1, 2);
+    EXPECT_EQ(curve.Positions(), (Doubles{0, 0.2, 0.25}));
+    EXPECT_FALSE(GCUndoList.IsUndoable());
+}
+
+TEST_F(Parameters, SwitchingTimeDependenceLeavesTheValueOnShow) {
+    EventRecorder events;
+    Curve curve({MakeKey(0, 0), MakeKey(1, 10)});
+    const wxString before = curve.Serialize();
+    Parameters_cls::msCurrentDoubleIndex = 0.3;
+    curve.GetInterpolatedValue(-1.0);
+    curve.SetTimeDependent(false);
+    EXPECT_EQ(curve.Positions(), (Doubles{0.3}));
+    EXPECT_EQ(curve.Values(), (Doubles{3}));
+    EXPECT_EQ(curve.GetKeys()[0].mInterpType, INTERP_HERMITE_AUTO);
+    EXPECT_FALSE(curve.mbTimeDepend.mValue);
+    EXPECT_EQ(events.Take().back(), ID_FILTER_REFRESH) << "the curve's mask is 4102";
+    curve.SetTimeDependent(false);
+    EXPECT_EQ(curve.GetKeyNumber(), 1);
+    GCUndoList.UndoCurrent();
+    EXPECT_FALSE(curve.mbTimeDepend.mValue);
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(curve.Serialize(), before);
+    curve.InitSet(5);
+    EXPECT_EQ(curve.Values(), (Doubles{5}));
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(curve.Serialize(), before);
+}
+
+TEST_F(Parameters, KindsChangeAloneAndTogether) {
+    Curve curve({MakeKey(0, 0, INTERP_HERMITE, 7, 8), MakeKey(0.5, 1), MakeKey(1, 4)});
+    const wxString before = curve.Serialize();
+    curve.SetKeyType(0, INTERP_HERMITE);
+    curve.SetKeyType(-1, INTERP_STEP);
+    curve.SetKeyTypeMulti(INTERP_STEP);
+    EXPECT_FALSE(GCUndoList.IsUndoable());
+    curve.SetKeyType(0, INTERP_HERMITE_AUTO);
+    EXPECT_EQ(curve.GetKeyFrameValueD1(0), 2);
+    curve.SelectKey(0, true);
+    curve.SelectKey(2, true);
+    curve.SetKeyTypeMulti(INTERP_STEP);
+    EXPECT_EQ(curve.GetKeys()[2].mInterpType, INTERP_STEP);
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(curve.GetKeys()[0].mInterpType, INTERP_HERMITE_AUTO);
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(curve.Serialize(), before) << "with the slope that the user had set";
+}
+
+TEST_F(Parameters, WithoutCommandsEditsLeaveNoStep) {
+    Parameters_cls::msbUndoCommandMake = false;
+    Curve curve({MakeKey(0, 1)});
+    curve.SetKey(MakeKey(0.5, 2), -1);
+    curve.SetKey(MakeKey(0.25, 3), -1);
+    curve.MoveKey(1, 0.25);
+    EXPECT_EQ(curve.Values(), (Doubles{1, 3}));
+    curve.SetTimeDependent(false);
+    curve.Flip();
+    EXPECT_EQ(GCUndoList.GetStepCount(), 0u);
+}
+
+TEST_F(Parameters, CommandsFindACurveThatWasRebuilt) {
+    auto* old = new Curve({MakeKey(0, 1)});
+    old->InsertKey(0.5, 2, 0, 0);
+    Curve rebuilt({MakeKey(0, 1), MakeKey(0.5, 2)});
+    delete old;
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(rebuilt.GetKeyNumber(), 2) << "nobody knows the curve any more: nothing happens";
+    GCUndoList.ExecCurrent();
+    GParamHooks.mFindParam = [&](const wxString& id) { return id == "Group x" ? &rebuilt : nullptr; };
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(rebuilt.GetKeyNumber(), 1);
+    EXPECT_TRUE(Parameters_cls::IsAlive(&rebuilt));
+}
+
+TEST_F(Parameters, SelectionByPointRegionAndPosition) {
+    Curve curve({MakeKey(0.25, 1), MakeKey(0.5, 2), MakeKey(0.75, 3)});
+    EXPECT_TRUE(curve.SelectKeyFrameRegion(0.5, 0.25, 0, 0, false));
+    EXPECT_EQ(curve.GetSelectedKeyNum(), 2) << "bounds count, equal values mean any";
+    EXPECT_TRUE(curve.SelectKeyFrameRegion(0, 1, 1.5, 9, true));
+    EXPECT_EQ(curve.GetSelectedKeyNum(), 2) << "the first stays, the second goes, the third comes";
+    EXPECT_TRUE(curve.SelectSelectedKeyByXY(0.26, 1.1, 0.1, 0.5));
+    EXPECT_FALSE(curve.SelectSelectedKeyByXY(0.5, 2, 0.1, 0.5));
+    EXPECT_FALSE(curve.SelectKeyByXY(0.5, 2.5, 0.1, 0.5, true)) << "strict";
+    EXPECT_TRUE(curve.SelectKeyByXY(0.5, 2, 0.3, 5, true));
+    EXPECT_EQ(curve.OnWhichKeyFrame(0.51, 0.1), 1);
+    EXPECT_EQ(curve.OnWhichKeyFrame(0.625, 0.125), -1);
+    curve.DeselectAll();
+    EXPECT_TRUE(curve.SelectKeyFrame(0.5, -1.0, true, false));
+    EXPECT_EQ(curve.GetSelectedKeyIndex(), -1);
+    int hit = -9;
+    GParamHooks.mStripHit = [&](ParamTL_cls*, int key) { hit = key; };
+    char strip = 0; // stands for a strip, which nobody looks into here
+    curve.mpCParamTL = reinterpret_cast<ParamTL_cls*>(&strip);
+    EXPECT_TRUE(curve.SelectKeyFrame(0.75, -1.0, false, false));
+    EXPECT_EQ(hit, 2);
+    EXPECT_FALSE(curve.SelectKeyFrame(0.8, -1.0, false, true));
+    EXPECT_EQ(hit, -1);
+}
+
+TEST_F(Parameters, ClipboardTextHoldsTheSelectedKeys) {
+    Curve curve({MakeKey(0.25, 1), MakeKey(0.5, 2, INTERP_STEP)});
+    curve.CopyKeyFrameToClipBoard();
+    EXPECT_EQ(mCopied, "");
+    curve.SelectKey(1, true);
+    curve.CopyKeyFrameToClipBoard();
+    EXPECT_EQ(mCopied, "Parameter_x\nitemnum 1\n0.500000000 4 2.000000 0.000000 0.000000 \n");
+}
+
+TEST_F(Parameters, SnippingTagsMarkTheFramesOfKeys) {
+    Curve curve({MakeKey(0, 1), MakeKey(0.29, 2), MakeKey(1, 3), MakeKey(1e300, 4), MakeKey(-1e300, 5)});
+    std::vector<int> marked;
+    GParamHooks.mMarkSnipping = [&](int frame) { marked.push_back(frame); };
+    std::vector<bool> tags(101);
+    curve.CheckSnippingTag(&tags);
+    EXPECT_EQ(marked, (std::vector<int>{0, 29, 100}));
+    EXPECT_TRUE(tags[29]);
+}
+
+TEST_F(Parameters, TextFormRoundTrip) {
+    Curve curve({MakeKey(0, 1), MakeKey(1 / 3.0, 2, INTERP_HERMITE_AUTO), MakeKey(1, 3, INTERP_STEP)});
+    curve.mPeriodic.mValue = 360;
+    const wxString text = curve.Serialize();
+    EXPECT_EQ(text, "Parameter_x\ntimeDepend=1\nperiodic=360\nitemnum 3\n"
+                    "0.000000000 0 1.000000 0.000000 0.000000 \n"
+                    "0.333333333 1 2.000000 2.000000 2.000000 \n"
+                    "1.000000000 4 3.000000 0.000000 0.000000 \n");
+    Parameters_cls read("Group x", "x", false, 0, nullptr);
+    EXPECT_EQ(ReadText(read, "Parameter_y\n" + text + "next\n"),
+              (std::vector<std::string>{"Parameter_y", "next"}));
+    EXPECT_EQ(read.Serialize(), text);
+}
+
+TEST_F(Parameters, BadTextEndsNothing) {
+    Parameters_cls curve("Group x", "x", true, 0, nullptr);
+    ReadText(curve, "Parameter_x\ntimeDepend=1\nitemnum 2000000000\n0.5 0 1 0 0\n");
+    EXPECT_EQ(curve.GetKeyNumber(), 1) << "the end of the file ends the keys";
+    ReadText(curve, "Parameter_x\nperiodic=0\nitemnum -4\n");
+    EXPECT_EQ(curve.GetKeyNumber(), 0);
+    EXPECT_EQ(curve.GetInterpolatedValue(0.5), 0);
+    ReadText(curve, L"Parameter_x\r\nitemnum 3\r\n0.9 0 1 0 0\r\n0.1 0 2 0 0\n\u00ff nonsense\n");
+    EXPECT_EQ(curve.GetKeyNumber(), 3);
+    EXPECT_TRUE(IsSorted(curve)) << "keys out of order are put in order";
+    ReadText(curve, "Parameter_x");
+    EXPECT_EQ(curve.GetKeyNumber(), 0);
+    // Editing goes on from there.
+    curve.InsertKey(0.5, 1, 0, 0);
+    curve.Flip();
+    EXPECT_EQ(curve.GetKeyNumber(), 1);
+}
+
+TEST_F(Parameters, SceneTextSelectsBySegment) {
+    Curve curve(
+        {MakeKey(0.25, 1, INTERP_HERMITE, 2), MakeKey(0.75, 3, INTERP_LINEAR, -4), MakeKey(0.875, 10)});
+    EXPECT_EQ(curve.GetStrExpression("A_x"),
+              "#if (t0 <= 0.25)\n\t#declare A_x = 1;\n#elseif (t0 <= 0.75)\n"
+              "\t#declare rate = (t0 - 0.25)/0.5;\n"
+              "\t#declare A_x = 1 + 1*rate + 6*rate*rate + -5*rate*rate*rate;\n"
+              "#elseif (t0 <= 0.875)\n\t#declare rate = (t0 - 0.75)/0.125;\n"
+              "\t#declare A_x = #else\n\t#declare A_x3+ rate * 7 = 10;\n#end\n");
+    Curve step({MakeKey(0, 350, INTERP_STEP), MakeKey(1, 10)});
+    step.mPeriodic.mValue = 360;
+    EXPECT_EQ(step.GetStrExpression("n"),
+              "#if (t0 <= 1)\n\t#declare rate = (t0 - 0)/1;\n"
+              "\t#declare n = 350 + 0*rate + 60*rate*rate + -40*rate*rate*rate;\n#end\n");
+    step.mbTimeDepend.mValue = false;
+    EXPECT_EQ(step.GetStrExpression("n"), "#declare n = 350;\n");
+}
+
+} // namespace
