@@ -4,6 +4,7 @@
 #include <wx/infobar.h>
 #include <wx/sizer.h>
 #include <wx/splitter.h>
+#include <wx/textentry.h>
 
 #include "APP/clsDropTarget.h"
 #include "APP/clsMain.h"
@@ -32,6 +33,7 @@ FrameMain_cls* FrameMain_cls::mspCThis = nullptr;
 namespace {
 constexpr int kTimerMillis = 500;
 constexpr int kMinPane = 80;
+constexpr long kStartMillis = 300; // by then the window stands
 constexpr int kHighDisplay = 1050;
 } // namespace
 
@@ -95,7 +97,7 @@ FrameMain_cls::~FrameMain_cls() {
 
 void FrameMain_cls::CreateHalves() {
     mpCInfoBar = new wxInfoBar(this);
-    mpCSplitter = new wxSplitterWindow(this, wxID_ANY, wxDefaultPosition, GetClientSize(),
+    mpCSplitter = new wxSplitterWindow(this, wxID_ANY, wxDefaultPosition, wxDefaultSize,
                                        wxSP_LIVE_UPDATE | wxSP_3DSASH);
     mpCSplitter->SetSashGravity(1.0); // the bottom half keeps its height
     mpCSplitter->SetMinimumPaneSize(kMinPane);
@@ -103,14 +105,6 @@ void FrameMain_cls::CreateHalves() {
                                       mpCPreference);
     mpCBtmHalf = new BtmHalfPanel_cls(mpCSplitter, mpCMain);
     mpCSplitter->SplitHorizontally(mpCTopHalf, mpCBtmHalf, -mBtmHeight);
-    mpCSplitter->Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
-        event.Skip();
-        if (!mbFitLater) return;
-        CallAfter([this] {
-            FitSplitterWindow(true);
-            mpCMainCanvas->SetFocus(); // keys act from the first moment
-        });
-    });
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(mpCInfoBar, 0, wxEXPAND);
     sizer->Add(mpCSplitter, 1, wxEXPAND);
@@ -164,17 +158,30 @@ void FrameMain_cls::UpdateTitle(const wxString& projectName) {
 
 void FrameMain_cls::FitSplitterWindow(bool bForce) {
     const int height = mpCSplitter->GetClientSize().y;
-    if (height <= mpCBtmHalf->GetMinHeight() + kMinPane) {
-        if (bForce) mbFitLater = true; // the window has no size yet
-        return;
-    }
-    mbFitLater = false;
+    if (height <= mpCBtmHalf->GetMinHeight() + kMinPane) return;
     const int least = std::min(mpCBtmHalf->GetMinHeight(), 120);
     if (!bForce && mpCSplitter->GetSashPosition() <= height - least) return;
     // No more than the play panel needs; time lines below it will ask for mBtmHeight.
     mpCSplitter->SetSashPosition(height - mpCBtmHalf->GetMinHeight());
     mpCBtmHalf->RecheckSize();
     Refresh();
+}
+
+// The toolkit gives menu, status bar and fonts their sizes bit by bit in the first moments.
+void FrameMain_cls::PlaceAtStart() {
+    const wxSize client = GetClientSize();
+    const wxSize inner = mpCSplitter->GetSize();
+    if (!IsShownOnScreen() || inner.x + 4 < client.x || inner.y < client.y / 2) {
+        mStartWatch.Start();
+        return;
+    }
+    if (mpCBtmHalf->GetSize().y != mpCBtmHalf->GetMinHeight()) FitSplitterWindow(true);
+    mpCTopHalf->PlaceBooks();
+    if (mStartWatch.Time() < kStartMillis) return;
+    mbPlaced = true;
+    // The toolkit begins in the first field; keys are to act on the film from the first moment.
+    if (auto* pField = dynamic_cast<wxTextEntry*>(wxWindow::FindFocus())) pField->SelectNone();
+    mpCMainCanvas->SetFocus();
 }
 
 void FrameMain_cls::ShowNotice(const wxString& text) {

@@ -73,6 +73,8 @@ public:
 private:
     void CreateMenus();
     void CreateHalves();
+    /// Sashes and focus, while the window comes to the screen.
+    void PlaceAtStart();
     void BindHandlers();
     void Bind(int id, void (FrameMain_cls::*pHandler)(wxCommandEvent&));
 
@@ -129,11 +131,12 @@ private:
     Shortcut_cls* mpCShortcut = nullptr;       ///< owned
     MainGLCanvas_cls* mpCMainCanvas = nullptr; ///< view 0: image and export processes
     GLInfo_cls* mpCGLInfo = nullptr;           ///< owned
-    bool mbFitLater = false;                   ///< the lower half waits for the window to have its size
+    bool mbPlaced = false;                     ///< the sashes stand where they do at a start
     int mBtmHeight = 150;                      ///< height given to the bottom half, pixels
     bool mbProjectNamed = false;
     long mLastReaderPost = 0; ///< milliseconds of mStatusWatch
     wxStopWatch mStatusWatch;
+    wxStopWatch mStartWatch; ///< since the window stands on the screen
     ConfItemList_cls mCConfList;
     ConfItemSTR_cls mCItemLastMRP;
     ConfItemSTR_cls mCItemLastIMG;

@@ -46,6 +46,7 @@ DataIndex_st IndexOfFrame(const TimeCtrl_cls* time, int frame) {
 
 void FrameMain_cls::OnIdle(wxIdleEvent& event) {
     event.Skip();
+    if (!mbPlaced) PlaceAtStart();
     TimeCtrl_cls* time = mpCMain->mpCTimeCtrl;
     PDataSeqCtrl_cls* store = mpCMain->mpCPDataSeqCtrl;
     store->CleanUpMemory(time->GetFrame(), time->GetAnimStep());

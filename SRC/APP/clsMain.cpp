@@ -72,7 +72,6 @@ Main_cls::Main_cls() {
     ReadProjectFile(GetConfigureFilePath());
     PostMenuEvent(ID_REFRESH_TL);
     PostMenuEvent(ID_REFRESH_GL);
-    mpCFrameMain->FitSplitterWindow(true);
 }
 
 Main_cls::~Main_cls() {

@@ -54,16 +54,9 @@ TopHalfPanel_cls::TopHalfPanel_cls(wxWindow* pParent, FrameMain_cls* pFrame, PDa
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(mpCSides, 1, wxEXPAND);
     SetSizer(sizer);
-    Bind(wxEVT_SIZE, &TopHalfPanel_cls::OnSize, this);
 }
 
-// The first size that leaves room for both sides gives the books their width.
-void TopHalfPanel_cls::OnSize(wxSizeEvent& event) {
-    event.Skip();
-    if (mbSashSet || event.GetSize().x < 2 * kBookWidth) return;
-    mbSashSet = true;
-    CallAfter([this] { mpCSides->SetSashPosition(-kBookWidth); });
-}
+void TopHalfPanel_cls::PlaceBooks() { mpCSides->SetSashPosition(-kBookWidth); }
 
 void TopHalfPanel_cls::CreateViews(wxWindow* pParent, FrameMain_cls* pFrame, Preference_cls* pPreference) {
     static const int kModes[kViews] = {0, 6, 1, 3};

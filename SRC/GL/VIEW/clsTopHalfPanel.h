@@ -30,6 +30,8 @@ public:
     void RefreshAttrib();
     void RefreshDrawOptions();
     void RecalcSize();
+    /// Give the property tabs their width; the panel must have its size.
+    void PlaceBooks();
     GLCanvasCtrl_cls* GetPCGLCanvasCtrl(int view) const { return mpCCtrl[view]; }
     wxString Serialize();
     void ReadStrLine(const wxString& line);
@@ -37,7 +39,6 @@ public:
 private:
     void CreateViews(wxWindow* pParent, FrameMain_cls* pFrame, Preference_cls* pPreference);
     void CreateBooks(wxWindow* pParent);
-    void OnSize(wxSizeEvent& event);
 
     PDataSequence_cls* mpCSequence;
     DrawOption_cls* mpCDrawOption;
@@ -47,7 +48,6 @@ private:
     wxSplitterWindow* mpCInner[2] = {nullptr, nullptr};
     wxNotebook* mpCAttribBook = nullptr;
     wxNotebook* mpCOptionBook = nullptr;
-    bool mbSashSet = false;
     ConfItemList_cls mConfList;
     ConfItemUINT_cls mPreviewPanelType;
 };

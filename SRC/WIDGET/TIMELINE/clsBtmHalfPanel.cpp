@@ -2,7 +2,6 @@
 
 #include <wx/settings.h>
 #include <wx/sizer.h>
-#include <wx/splitter.h>
 
 #include "APP/clsMain.h"
 #include "WIDGET/DenseStyle.h"
@@ -12,7 +11,6 @@
 
 namespace {
 constexpr int kStoreCheck = 500; // milliseconds between two looks at the store
-constexpr int kRealWindow = 3;   // a window that is laid out has this many times our height at least
 } // namespace
 
 BtmHalfPanel_cls::BtmHalfPanel_cls(wxWindow* pParent, Main_cls* pMain)
@@ -33,19 +31,6 @@ BtmHalfPanel_cls::BtmHalfPanel_cls(wxWindow* pParent, Main_cls* pMain)
         mpCPlay->RefreshMemory();
     });
     mTimer.Start(kStoreCheck);
-    Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
-        event.Skip();
-        if (!mbFitted) CallAfter([this] { FitOnce(); });
-    });
-}
-
-void BtmHalfPanel_cls::FitOnce() {
-    auto* splitter = dynamic_cast<wxSplitterWindow*>(GetParent());
-    if (mbFitted || !splitter || !splitter->IsSplit()) return;
-    const int height = splitter->GetClientSize().y;
-    if (height < kRealWindow * GetMinHeight()) return; // the window has no size yet
-    mbFitted = true;
-    if (GetSize().y < GetMinHeight()) splitter->SetSashPosition(height - GetMinHeight());
 }
 
 void BtmHalfPanel_cls::RefreshTLPanels() {

@@ -29,12 +29,8 @@ public:
     CacheBar_cls* GetPCCacheBar() const { return mpCCacheBar; }
 
 private:
-    /// See to it that everything shows when the window first has its size; later the user's sash counts.
-    void FitOnce();
-
     FrameSlider_cls* mpCSlider;
     CacheBar_cls* mpCCacheBar;
     PlayCtrlGUI_cls* mpCPlay;
-    bool mbFitted = false;
     wxTimer mTimer; ///< looks at the store
 };
