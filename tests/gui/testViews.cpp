@@ -2,7 +2,7 @@
 #include <cmath>
 
 #include <wx/checkbox.h>
-#include <wx/combobox.h>
+#include <wx/choice.h>
 #include <wx/menu.h>
 #include <wx/tglbtn.h>
 
@@ -67,8 +67,8 @@ protected:
         if (pInside) *pInside = inside;
         return inside > 0 ? double(lit) / inside : 0.0;
     }
-    static wxComboBox* Combo(int view, const wxString& tip) {
-        return dynamic_cast<wxComboBox*>(FindByTip(Frame()->GetPCGLCanvasCtrl(view), tip));
+    static wxChoice* Combo(int view, const wxString& tip) {
+        return dynamic_cast<wxChoice*>(FindByTip(Frame()->GetPCGLCanvasCtrl(view), tip));
     }
 };
 
@@ -227,6 +227,14 @@ TEST_F(Views, ExtraPanelCopiesViewNought) {
     ASSERT_TRUE(Settle());
     for (int i = 0; i < 3; ++i)
         EXPECT_NEAR(canvas->mCCamPos.mPos[i], Canvas(0)->mCCamPos.mPos[i], 1e-9);
+    // The whole screen, without the row of controls, and back.
+    canvas->SetFocus();
+    Key(WXK_RETURN, wxMOD_ALT);
+    ASSERT_TRUE(PumpUntil([extra] { return extra->IsFullScreen(); }));
+    EXPECT_FALSE(FindByTip(Frame()->GetPCGLCanvasCtrl(4), "Show/Hide Data"));
+    Key(WXK_ESCAPE);
+    ASSERT_TRUE(PumpUntil([extra] { return !extra->IsFullScreen(); }));
+    EXPECT_TRUE(FindByTip(Frame()->GetPCGLCanvasCtrl(4), "Show/Hide Data"));
     extra->Close();
     ASSERT_TRUE(PumpUntil([extra] { return !extra->IsShown(); }));
     EXPECT_FALSE(Frame()->GetMenuBar()->IsChecked(ID_VIEW_EXTRA));
