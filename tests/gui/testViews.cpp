@@ -260,10 +260,14 @@ TEST_F(Views, WideAndTallWindowsShowTheSameScene) {
     for (const wxSize& size : {wxSize(1500, 480), wxSize(700, 1100), wxSize(900, 800)}) {
         Frame()->SetSize(size);
         ASSERT_TRUE(PumpUntil([&size] { return Frame()->GetSize() == size; })) << size.x;
+        ASSERT_TRUE(PumpUntil([] {
+            const Picture_st picture = Grab(0);
+            return wxSize(picture.mW, picture.mH) == Canvas(0)->GetClientSize();
+        })) << "painted at the new size";
         ASSERT_TRUE(Settle());
         const wxSize canvas = Canvas(0)->GetClientSize();
         const Picture_st picture = Grab(0);
-        EXPECT_EQ(picture.mW, canvas.x) << "painted at the new size";
+        EXPECT_EQ(picture.mW, canvas.x);
         EXPECT_EQ(picture.mH, canvas.y);
         EXPECT_GT(ShareLit(0), 0.98) << size.x << " x " << size.y;
     }
