@@ -160,13 +160,12 @@ public:
     AnsweringHook_cls() { Register(); }
     ~AnsweringHook_cls() override { Unregister(); }
     int mCount = 0;
-    wxString mTitle;
+    int mAnswer = wxID_OK;
 
 protected:
-    int Enter(wxDialog* dialog) override {
+    int Enter(wxDialog*) override {
         ++mCount;
-        mTitle = dialog->GetTitle();
-        return wxID_OK;
+        return mAnswer;
     }
 };
 
@@ -177,6 +176,13 @@ TEST_F(Loader, TheRealBoxComesUp) {
     AnsweringHook_cls hook;
     ClickOn(mDialog->GetPCButtonOpen());
     EXPECT_EQ(hook.mCount, 1);
+    hook.mAnswer = wxID_NO;
+    ClickOn(Button("Default"));
+    EXPECT_EQ(hook.mCount, 2);
+    EXPECT_EQ(Body(), Codes({1, 5, 6, 7, 8}));
+    hook.mAnswer = wxID_YES;
+    ClickOn(Button("Default"));
+    EXPECT_EQ(Body(), kBody);
 }
 
 TEST_F(Loader, TextSequenceOpensPlaysAndIsLit) {

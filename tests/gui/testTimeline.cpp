@@ -32,6 +32,11 @@ protected:
         ResetViews();
         ASSERT_TRUE(OpenProjectAndPaint(Root() + "examples/lj_melt_bin/lj_melt_bin.mrp"));
         Menu(ID_VIEW_PANEL_TYPE_0);
+        // The project brings settings of its own.
+        Time()->SetAnimStepNative(1);
+        Time()->SetAnimInterpNative(1);
+        Time()->SetRepeatNative(0);
+        Time()->SetInterpStepNative(0, 0);
         Time()->SetWAMinNative(0);
         Time()->SetWAMaxNative(19);
         Time()->SetAAMinNative(0);

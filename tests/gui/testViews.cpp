@@ -2,7 +2,7 @@
 #include <cmath>
 
 #include <wx/checkbox.h>
-#include <wx/combobox.h>
+#include <wx/choice.h>
 #include <wx/menu.h>
 #include <wx/tglbtn.h>
 
@@ -67,8 +67,8 @@ protected:
         if (pInside) *pInside = inside;
         return inside > 0 ? double(lit) / inside : 0.0;
     }
-    static wxComboBox* Combo(int view, const wxString& tip) {
-        return dynamic_cast<wxComboBox*>(FindByTip(Frame()->GetPCGLCanvasCtrl(view), tip));
+    static wxChoice* Combo(int view, const wxString& tip) {
+        return dynamic_cast<wxChoice*>(FindByTip(Frame()->GetPCGLCanvasCtrl(view), tip));
     }
 };
 
@@ -227,6 +227,14 @@ TEST_F(Views, ExtraPanelCopiesViewNought) {
     ASSERT_TRUE(Settle());
     for (int i = 0; i < 3; ++i)
         EXPECT_NEAR(canvas->mCCamPos.mPos[i], Canvas(0)->mCCamPos.mPos[i], 1e-9);
+    // The whole screen, without the row of controls, and back.
+    canvas->SetFocus();
+    Key(WXK_RETURN, wxMOD_ALT);
+    ASSERT_TRUE(PumpUntil([extra] { return extra->IsFullScreen(); }));
+    EXPECT_FALSE(FindByTip(Frame()->GetPCGLCanvasCtrl(4), "Show/Hide Data"));
+    Key(WXK_ESCAPE);
+    ASSERT_TRUE(PumpUntil([extra] { return !extra->IsFullScreen(); }));
+    EXPECT_TRUE(FindByTip(Frame()->GetPCGLCanvasCtrl(4), "Show/Hide Data"));
     extra->Close();
     ASSERT_TRUE(PumpUntil([extra] { return !extra->IsShown(); }));
     EXPECT_FALSE(Frame()->GetMenuBar()->IsChecked(ID_VIEW_EXTRA));
@@ -252,10 +260,14 @@ TEST_F(Views, WideAndTallWindowsShowTheSameScene) {
     for (const wxSize& size : {wxSize(1500, 480), wxSize(700, 1100), wxSize(900, 800)}) {
         Frame()->SetSize(size);
         ASSERT_TRUE(PumpUntil([&size] { return Frame()->GetSize() == size; })) << size.x;
+        ASSERT_TRUE(PumpUntil([] {
+            const Picture_st picture = Grab(0);
+            return wxSize(picture.mW, picture.mH) == Canvas(0)->GetClientSize();
+        })) << "painted at the new size";
         ASSERT_TRUE(Settle());
         const wxSize canvas = Canvas(0)->GetClientSize();
         const Picture_st picture = Grab(0);
-        EXPECT_EQ(picture.mW, canvas.x) << "painted at the new size";
+        EXPECT_EQ(picture.mW, canvas.x);
         EXPECT_EQ(picture.mH, canvas.y);
         EXPECT_GT(ShareLit(0), 0.98) << size.x << " x " << size.y;
     }
