@@ -113,6 +113,19 @@ TEST_F(Mouse, ShiftCtrlLeftDragMovesTheCentre) {
     EXPECT_EQ(Apart(MainGLCanvas_cls::msCAnchorPosOrtho, origin), 0.0) << "the axis views keep theirs";
 }
 
+TEST_F(Mouse, FreeViewsFollowTheirSharedAnchor) {
+    Menu(ID_VIEW_PANEL_TYPE_2);
+    Canvas(1)->SetDisplayMode(0);
+    Menu(ID_REFRESH_GL);
+    const int paints = Canvas(1)->GetPaintCount();
+    {
+        const Held_cls keys({WXK_SHIFT, WXK_CONTROL});
+        DragAcross(1);
+    }
+    EXPECT_GT(Canvas(1)->GetPaintCount(), paints);
+    EXPECT_LT(Apart(Canvas(1)->mCCamPos.mAnc, MainGLCanvas_cls::msCAnchorPos), 1e-12);
+}
+
 TEST_F(Mouse, ShiftLeftDragMovesNoCamera) {
     const Camera_st before = Look();
     {

@@ -193,13 +193,16 @@ private:
     void OnButtonDown();
     bool OnWheel();
     bool ProcViewOrItemDragging();
+    bool MoveCenter(PositionAndDirection_cls* pCamera);
     void ShowMenu();
     void OnMenu(wxCommandEvent& event);
     void OnMenuToggleLink();
     void OnMenuMoveToCamPos();
     void OnChangedByMouse();
     void SetOtherCanvasToBeActiveGL();
-    void RefreshOtherOrthoCanvas();
+    void RefreshOtherOrthoCanvas() { RefreshOthers(true); }
+    void RefreshOtherFreeCanvas() { RefreshOthers(false); }
+    void RefreshOthers(bool bAlongAxis);
 
     // clsMainGLCanvasMessage.cpp
     void DrawMessage(int w, int h);

@@ -1,6 +1,8 @@
 // The mouse over a view, and its popup menu.
 #include "GL/VIEW/clsMainGLCanvas.h"
 
+#include <algorithm>
+
 #include <wx/intl.h>
 #include <wx/menu.h>
 
@@ -76,20 +78,28 @@ bool MainGLCanvas_cls::ProcViewOrItemDragging() {
     mCDolly.SetParameter(1.0, &mouse, size, mDisplayMode.mValue);
     PositionAndDirection_cls* pCamera = GetPCCameraPosition();
     bool bChanged = false;
-    if (mCMouse.IsMoveCenter() || (mCMouse.IsGyration() && IsAlongAxis())) {
-        double* pAnchor = GetPCAnchorPosition();
-        Position_cls anchor(pAnchor[0], pAnchor[1], pAnchor[2]);
-        bChanged = mCDolly.MoveCenter(pCamera, &anchor);
-        for (int i = 0; i < 3; ++i)
-            pAnchor[i] = anchor.mPos[i];
-    } else if (mCMouse.IsGyration()) {
+    if (mCMouse.IsGyration() && !IsAlongAxis())
         bChanged = mCDolly.Gyration(pCamera);
-    } else if (mCMouse.IsZoom()) {
+    else if (mCMouse.IsZoom())
         bChanged = mCDolly.Zoom(pCamera, &mGLOrthoScale.mValue);
-    }
+    else if (mCMouse.IsMoveCenter() || mCMouse.IsGyration())
+        bChanged = MoveCenter(pCamera);
     // The selected item is moved here.
     mCMouse.SetPreviousPosition();
     return bChanged;
+}
+
+// The anchor is shared: other views go with it.
+bool MainGLCanvas_cls::MoveCenter(PositionAndDirection_cls* pCamera) {
+    double* pAnchor = GetPCAnchorPosition();
+    Position_cls anchor(pAnchor[0], pAnchor[1], pAnchor[2]);
+    if (!mCDolly.MoveCenter(pCamera, &anchor)) return false;
+    std::copy_n(anchor.mPos, 3, pAnchor);
+    if (IsAlongAxis())
+        RefreshOtherOrthoCanvas();
+    else
+        RefreshOtherFreeCanvas();
+    return true;
 }
 
 void MainGLCanvas_cls::OnChangedByMouse() {
@@ -98,7 +108,6 @@ void MainGLCanvas_cls::OnChangedByMouse() {
         SetFocus();
     }
     RefreshEX();
-    if (IsAlongAxis()) RefreshOtherOrthoCanvas();
 }
 
 void MainGLCanvas_cls::SetThisToBeActiveGL() {
@@ -119,10 +128,10 @@ void MainGLCanvas_cls::SetOtherCanvasToBeActiveGL() {
     }
 }
 
-void MainGLCanvas_cls::RefreshOtherOrthoCanvas() {
+void MainGLCanvas_cls::RefreshOthers(bool bAlongAxis) {
     for (int view = 0; view < kViewNumber; ++view) {
         MainGLCanvas_cls* pOther = GetOther(view);
-        if (pOther && pOther != this && pOther->IsAlongAxis() && pOther->IsShownOnScreen())
+        if (pOther && pOther != this && pOther->IsAlongAxis() == bAlongAxis && pOther->IsShownOnScreen())
             pOther->RefreshEX();
     }
 }

@@ -204,8 +204,11 @@ void MainGLCanvas_cls::InitializeGLIfNot() {
 void MainGLCanvas_cls::SetViewFromSettings() {
     const wxSize size = GetPixelSize();
     mCGLPerspective.SetWindowSize(size.x, size.y);
-    const MainGLCanvas_cls* pFirst = GetOther(0);
-    if (mDisplayMode.mValue == 8 && pFirst) mCCamPos = pFirst->mCCamPos;
+    MainGLCanvas_cls* pFirst = GetOther(0);
+    if (mDisplayMode.mValue == 8 && pFirst) {
+        pFirst->UpdateCameraPos(); // which of the two paints first isn't ours to say
+        mCCamPos = pFirst->mCCamPos;
+    }
     SetPerspective();
     mCGLPerspective.mNear = static_cast<double>(mGLDepthMin.mValue);
     mCGLPerspective.mFar = static_cast<double>(mGLDepthMax.mValue);
