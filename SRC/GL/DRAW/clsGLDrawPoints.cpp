@@ -2,11 +2,11 @@
 #include "GL/DRAW/clsGLDrawData.h"
 
 #include <algorithm>
-#include <cmath>
+#include <limits>
 
 #include <epoxy/gl.h>
 
-#include "COMMON/Globals.h"
+#include "COLORCURVE/clsColorSegments.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsDrawProgress.h"
@@ -38,21 +38,20 @@ const float* GetDrivingValues(const SnapData_cls& snap, const GLAttribute_cls& a
 
 // Alpha of one point whose colour hangs on a value: the curve's alpha, by the law of "AlphaType=".
 struct PointAlpha {
-    explicit PointAlpha(const GLAttribute_cls& attribute, double steppingFactor)
-        : bDepends(attribute.mAlphaType.mValue == 1),
-          factor(static_cast<float>(steppingFactor * attribute.mAlphaFactor.mValue)),
-          square(attribute.GetRadiusFactor() * attribute.GetRadiusFactor()),
-          limit(attribute.mAlphaMax.mValue) {}
-
-    float operator()(float alpha) const {
-        if (bDepends) alpha = square > 0.0f ? std::min(alpha / square, limit) : limit;
-        return alpha * factor;
+    PointAlpha(const GLAttribute_cls& attribute, double steppingFactor)
+        : factor(static_cast<float>(steppingFactor * attribute.mAlphaFactor.mValue)) {
+        if (attribute.mAlphaType.mValue != 1) return;
+        const float square = attribute.GetRadiusFactor() * attribute.GetRadiusFactor();
+        perSquare = square > 0.0f ? std::min(1.0f / square, kLargest) : kLargest;
+        limit = attribute.mAlphaMax.mValue;
     }
 
-    bool bDepends;
+    float operator()(float alpha) const { return std::min(alpha * perSquare, limit) * factor; }
+
+    static constexpr float kLargest = std::numeric_limits<float>::max();
     float factor;
-    float square;
-    float limit;
+    float perSquare = 1.0f;
+    float limit = kLargest;
 };
 
 } // namespace
@@ -117,8 +116,8 @@ void GLDrawData_cls::GLDrawPointAll(int face, SnapData_cls* pSnap, GLAttribute_c
     SetBlend(bAdditive);
     if (bAdditive) glDisable(GL_DEPTH_TEST);
 
-    ColorCurve_cls& curve = pAttribute->mColor;
-    curve.PreCalcScaleFactor();
+    pAttribute->mColor.PreCalcScaleFactor();
+    const ColorSegments_cls curve(pAttribute->mColor);
     const PointAlpha alpha(*pAttribute,
                            GetSteppingAlphaFactorUnlimited(pAttribute->mpCDrawOption->GetDownSizing()));
     DrawProgress_cls progress(number, size);
@@ -127,7 +126,7 @@ void GLDrawData_cls::GLDrawPointAll(int face, SnapData_cls* pSnap, GLAttribute_c
     for (int i = 0; i < number;) {
         for (const int end = std::min(number, i + progress.GetRun()); i < end; ++i) {
             const int index = mspIndexAndZ[i].mIndex;
-            curve.GetColor4fScaled(color, pValues[index]);
+            curve.Get(color, pValues[index]);
             color[3] = alpha(color[3]);
             batch.Add(pSnap->mpPos[index], color, 1.0f);
         }
