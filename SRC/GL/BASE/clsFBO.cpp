@@ -104,7 +104,6 @@ bool FBO_cls::Attach() {
 }
 
 void FBO_cls::Begin(bool bClear) {
-    mbClearOnBegin = bClear;
     glPushAttrib(GL_ALL_ATTRIB_BITS);
     msVpCStack.push_back(this);
     glBindTexture(GL_TEXTURE_2D, 0); // never sample what is drawn into

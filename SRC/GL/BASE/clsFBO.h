@@ -25,7 +25,6 @@ public:
     void SetDepth(int bits) { mDepth = bits == 8 ? 8 : 16; }
     /// The GL objects, once; `bAlpha` keeps an alpha channel.
     void MakeFBO(bool bAlpha);
-    bool IsMade() const { return mbMade; }
     int GetWidth() const { return mW; }
     int GetHeight() const { return mH; }
 
@@ -46,10 +45,8 @@ public:
     static bool msbSupported;
 
 private:
-    void Bind();
     bool Attach();
 
-    bool mbClearOnBegin = false;
     bool mbMade = false;
     int mW;
     int mH;

@@ -7,6 +7,7 @@
 
 #include "COMMON/clsMyVector.h"
 #include "GL/BASE/clsPositionAndDirection.h"
+#include "GL/BASE/clsTextureBase.h"
 
 namespace {
 
@@ -128,19 +129,8 @@ void GLPerspective_cls::SetModelOrProjectionViewOnGL(const PositionAndDirection_
 }
 
 void GLPerspective_cls::Push2DMatrix(int width, int height) {
-    glMatrixMode(GL_PROJECTION);
-    glPushMatrix();
     glViewport(0, 0, width, height);
-    glLoadIdentity();
-    glOrtho(0, std::max(width, 1), 0, std::max(height, 1), -1, 1);
-    glMatrixMode(GL_MODELVIEW);
-    glPushMatrix();
-    glLoadIdentity();
+    TextureBase_cls::Push2DMatrix(width, height);
 }
 
-void GLPerspective_cls::Pop2DMatrix() {
-    glMatrixMode(GL_PROJECTION);
-    glPopMatrix();
-    glMatrixMode(GL_MODELVIEW);
-    glPopMatrix();
-}
+void GLPerspective_cls::Pop2DMatrix() { TextureBase_cls::Pop2DMatrix(); }

@@ -40,22 +40,6 @@ private:
     GLenum mMode;
 };
 
-/// Projection and model view for drawing in pixels of a window, origin at its lower left corner.
-class GL2DScope_cls {
-public:
-    GL2DScope_cls(int w, int h) : mProjection(GL_PROJECTION), mModel(GL_MODELVIEW) {
-        glMatrixMode(GL_PROJECTION);
-        glLoadIdentity();
-        glOrtho(0.0, w, 0.0, h, -1.0, 1.0);
-        glMatrixMode(GL_MODELVIEW);
-        glLoadIdentity();
-    }
-
-private:
-    GLMatrixScope_cls mProjection;
-    GLMatrixScope_cls mModel;
-};
-
 /// Is a context current, so that GL objects can be deleted?
 bool IsGLContextCurrent();
 

@@ -80,8 +80,3 @@ void GLStrings2D_cls::Draw(Font font, const wxString& text, int x, int y, bool b
     }
     flush();
 }
-
-int GLStrings2D_cls::GetTextWidth(Font font, const wxString& text) {
-    InitializeGLUT();
-    return glutBitmapLength(GetGlutFont(font), ToLatin1(text).c_str());
-}

@@ -16,7 +16,6 @@ public:
     /// with `bFromTop` from the top edge, 12 pixels lower than the number says. A line feed goes 24 pixels
     /// down. Characters that the font lacks show as "?".
     void Draw(Font font, const wxString& text, int x, int y, bool bFromTop) const;
-    static int GetTextWidth(Font font, const wxString& text);
 
 private:
     int mW = 1;

@@ -1,13 +1,22 @@
 #include "GL/BASE/clsGLTexture.h"
 
-#include <vector>
-
 #include <wx/bitmap.h>
 #include <wx/dcmemory.h>
 #include <wx/image.h>
 #include <wx/log.h>
 
 #include "GL/BASE/clsGLState.h"
+
+std::vector<unsigned char> GenerateBufferRGBA(const wxImage& image) {
+    const size_t count = static_cast<size_t>(image.GetWidth()) * static_cast<size_t>(image.GetHeight());
+    std::vector<unsigned char> pixels(count * 4, 255);
+    for (size_t i = 0; i < count; ++i) {
+        for (size_t c = 0; c < 3; ++c)
+            pixels[4 * i + c] = image.GetData()[3 * i + c];
+        if (image.HasAlpha()) pixels[4 * i + 3] = image.GetAlpha()[i];
+    }
+    return pixels;
+}
 
 GLTexture_cls::GLTexture_cls() = default;
 GLTexture_cls::~GLTexture_cls() = default;
@@ -69,14 +78,7 @@ void GLTexture_cls::CopyFromImage(const wxImage& image) {
         Upload(GL_RGB, image.GetData());
         return;
     }
-    const size_t count = static_cast<size_t>(mW) * static_cast<size_t>(mH);
-    std::vector<unsigned char> pixels(count * 4);
-    for (size_t i = 0; i < count; ++i) {
-        for (size_t c = 0; c < 3; ++c)
-            pixels[4 * i + c] = image.GetData()[3 * i + c];
-        pixels[4 * i + 3] = image.GetAlpha()[i];
-    }
-    Upload(GL_RGBA, pixels.data());
+    Upload(GL_RGBA, GenerateBufferRGBA(image).data());
 }
 
 bool GLTexture_cls::LoadImage(const wxString& path, bool bFlip) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include <wx/string.h>
 
@@ -11,6 +12,9 @@ class wxBitmap;
 class wxDC;
 class wxImage;
 class wxMemoryDC;
+
+/// Colour and alpha of an image as RGBA bytes; opaque where the image has no alpha.
+std::vector<unsigned char> GenerateBufferRGBA(const wxImage& image);
 
 class GLTexture_cls : public TextureBase_cls {
 public:

@@ -1,5 +1,7 @@
 #include "GL/BASE/clsTextureBase.h"
 
+#include <algorithm>
+
 #include "GL/BASE/clsGLState.h"
 
 TextureBase_cls& TextureBase_cls::operator=(TextureBase_cls&& other) noexcept {
@@ -20,7 +22,7 @@ void TextureBase_cls::DrawOnScreen2D(int w, int h, int quadW, int quadH, int x, 
                                      bool bKeepState) const {
     const GLAttribScope_cls attributes;
     const GLClientScope_cls client;
-    const GL2DScope_cls plane(w, h);
+    Push2DMatrix(w, h);
     if (!bKeepState) {
         glDisable(GL_BLEND);
         glDisable(GL_DEPTH_TEST);
@@ -37,13 +39,14 @@ void TextureBase_cls::DrawOnScreen2D(int w, int h, int quadW, int quadH, int x, 
     glVertexPointer(2, GL_INT, 0, corners);
     glTexCoordPointer(2, GL_INT, 0, coords);
     glDrawArrays(GL_QUADS, 0, 4);
+    Pop2DMatrix();
 }
 
 void TextureBase_cls::Push2DMatrix(int w, int h) {
     glMatrixMode(GL_PROJECTION);
     glPushMatrix();
     glLoadIdentity();
-    glOrtho(0.0, w, 0.0, h, -1.0, 1.0);
+    glOrtho(0.0, std::max(w, 1), 0.0, std::max(h, 1), -1.0, 1.0);
     glMatrixMode(GL_MODELVIEW);
     glPushMatrix();
     glLoadIdentity();

@@ -1,7 +1,5 @@
 #include "GL/DRAW/clsGLAttribute.h"
 
-#include <vector>
-
 #include <epoxy/gl.h>
 
 #include <wx/image.h>
@@ -9,24 +7,13 @@
 
 #include "COMMON/RuntimeFiles.h"
 #include "GL/BASE/clsGLState.h"
+#include "GL/BASE/clsGLTexture.h"
 
 namespace {
 
 wxString MakePrefix(int seqIndex, int index) { return wxString::Format("SEQ%dTYPE%d", seqIndex, index); }
 
 wxString MakeLabel(int index, const wxString& name) { return wxString::Format("Attrib %d : ", index) + name; }
-
-// Colour and alpha of an image as RGBA bytes; opaque where the image has no alpha.
-std::vector<unsigned char> GenerateBufferRGBA(const wxImage& image) {
-    const size_t count = static_cast<size_t>(image.GetWidth()) * static_cast<size_t>(image.GetHeight());
-    std::vector<unsigned char> pixels(count * 4, 255);
-    for (size_t i = 0; i < count; ++i) {
-        for (size_t c = 0; c < 3; ++c)
-            pixels[4 * i + c] = image.GetData()[3 * i + c];
-        if (image.HasAlpha()) pixels[4 * i + 3] = image.GetAlpha()[i];
-    }
-    return pixels;
-}
 
 } // namespace
 

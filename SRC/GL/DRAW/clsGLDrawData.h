@@ -21,7 +21,7 @@ public:
     void SetCameraPos(const PositionAndDirection_cls& camera);
     void SetLightSourceInfo(int lightCount, const float* pLightPos, double lengthA, double lengthB);
 
-    /// The five ways to draw; `face` 0 builds the list, other faces and passes use it again.
+    /// The ways to draw; `face` 0 builds the list, other faces and passes use it again.
     void GLDrawPointArrayElement(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute);
     void GLDrawPointAll(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute);
     void GLDrawSequential(int face, SnapData_cls* pSnap, GLAttribute_cls** ppAttribute);
