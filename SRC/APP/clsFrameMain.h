@@ -15,7 +15,6 @@ class GLExtraFrame_cls;
 class GLInfo_cls;
 class Main_cls;
 class MainGLCanvas_cls;
-class PeriodicBoundaryGUI_cls;
 class PDataSeqCtrl_cls;
 class PDataSequence_cls;
 class Preference_cls;
@@ -127,12 +126,11 @@ private:
     wxTimer mTimer;
     Preference_cls* mpCPreference = nullptr;       ///< owned
     PreferenceGUI_cls* mpCPreferenceGUI = nullptr; ///< made at first use; a child window
-    PeriodicBoundaryGUI_cls* mpCPeriodicGUI = nullptr;
-    Shortcut_cls* mpCShortcut = nullptr;       ///< owned
-    MainGLCanvas_cls* mpCMainCanvas = nullptr; ///< view 0: image and export processes
-    GLInfo_cls* mpCGLInfo = nullptr;           ///< owned
-    bool mbPlaced = false;                     ///< the sashes stand where they do at a start
-    int mBtmHeight = 150;                      ///< height given to the bottom half, pixels
+    Shortcut_cls* mpCShortcut = nullptr;           ///< owned
+    MainGLCanvas_cls* mpCMainCanvas = nullptr;     ///< view 0: image and export processes
+    GLInfo_cls* mpCGLInfo = nullptr;               ///< owned
+    bool mbPlaced = false;                         ///< the sashes stand where they do at a start
+    int mBtmHeight = 150;                          ///< height given to the bottom half, pixels
     bool mbProjectNamed = false;
     long mLastReaderPost = 0; ///< milliseconds of mStatusWatch
     wxStopWatch mStatusWatch;

@@ -14,6 +14,7 @@
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsDataLoaderGUI.h"
 #include "PDATA/clsPDataSeqCtrl.h"
+#include "PDATA/clsPeriodicBoundary.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
 #include "WIDGET/clsFileDialogEX.h"
@@ -49,6 +50,7 @@ void FrameMain_cls::OpenProject(const wxString& path) {
     mpCTopHalf->RefreshGLPanels();
     mpCBtmHalf->RefreshTLPanels();
     mpCTopHalf->RefreshAttrib();
+    mpCMain->mpCPeriodicBoundary->UpdateItems(true);
     PostMenuEvent(ID_FILTER_REFRESH);
     PostMenuEvent(ID_REFRESH_DRAW_OPTIONS);
     GetMenuBar()->Check(ID_TIME_REMAP, time->mbUseTimeRemap.mValue);

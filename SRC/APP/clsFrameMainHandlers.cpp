@@ -28,7 +28,7 @@
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
 #include "PDATA/clsPDataSeqCtrl.h"
-#include "PDATA/clsPeriodicBoundaryGUI.h"
+#include "PDATA/clsPeriodicBoundary.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
 
@@ -130,10 +130,7 @@ void FrameMain_cls::OnMenuPreference(wxCommandEvent&) {
 }
 
 void FrameMain_cls::OnMenuPeriodicBoundary(wxCommandEvent&) {
-    if (!mpCPeriodicGUI) mpCPeriodicGUI = new PeriodicBoundaryGUI_cls(this, mpCMain->mpCPeriodicBoundary);
-    mpCPeriodicGUI->UpdateValues();
-    mpCPeriodicGUI->Show();
-    mpCPeriodicGUI->Raise();
+    mpCMain->mpCPeriodicBoundary->OpenWindow(this);
 }
 
 void FrameMain_cls::OnMenuViewPanelType(wxCommandEvent& event) {

@@ -12,7 +12,7 @@ namespace {
 constexpr size_t kKeySize = std::tuple_size<ColorCurve_cls::Key>::value;
 
 unsigned char ToByte(double value) {
-    return static_cast<unsigned char>(std::min(std::max(value, 0.0), 255.0));
+    return value > 0.0 ? static_cast<unsigned char>(std::min(value, 255.0)) : 0; // nothing for a NaN
 }
 
 } // namespace

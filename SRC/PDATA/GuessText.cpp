@@ -94,8 +94,8 @@ std::vector<Column_st> LookAtColumns(const std::vector<std::string>& lines, size
             column.mbInteger = column.mbInteger && integer;
             const long long value = integer.value_or(0);
             column.mbDistinct = column.mbDistinct && seen[k].insert(value).second;
-            column.mbConsecutive =
-                column.mbConsecutive && (i == first || (integer && value - 1 == before[k]));
+            column.mbConsecutive = column.mbConsecutive &&
+                                   (i == first || (integer && value > before[k] && value - 1 == before[k]));
             before[k] = value;
             column.mMin = i == first ? number.value_or(0) : std::min(column.mMin, number.value_or(0));
             column.mMax = i == first ? number.value_or(0) : std::max(column.mMax, number.value_or(0));

@@ -1,5 +1,6 @@
 #include "PDATA/clsPDataBlock.h"
 
+#include <cstdio>
 #include <memory>
 
 #include <wx/intl.h>
@@ -46,6 +47,7 @@ bool PDataBlock_cls::Allocate(int number) {
     mpID = arrays.mpID;
     mZeroBits = arrays.mZeroBits;
     mbAllocated = true;
+    std::printf("Allocate %d\n", number);
     return true;
 }
 

@@ -1,11 +1,12 @@
 // The periodic box of the simulation: which axes wrap, its base vectors and a factor for each coordinate.
-// Holds data only; interpolation, CopyBox and Stick do the work.
+// Holds data and its dialog; interpolation, CopyBox and Stick do the work.
 #pragma once
 
 #include "CONFITEM/clsConfItem.h"
 #include "CONFITEM/clsConfItemList.h"
+#include "WIDGET/clsDialogControl.h"
 
-class PeriodicBoundary_cls {
+class PeriodicBoundary_cls : public DialogControl_cls {
 public:
     PeriodicBoundary_cls() { SetToDefault(); }
     PeriodicBoundary_cls(const PeriodicBoundary_cls&) = delete; // the list holds pointers to the items
@@ -25,4 +26,7 @@ public:
     ConfItemFLOATARRAY_cls mCPeriodicBaseVector0;
     ConfItemFLOATARRAY_cls mCPeriodicBaseVector1;
     ConfItemFLOATARRAY_cls mCPeriodicBaseVector2;
+
+protected:
+    wxDialogEXKey* MakeDialog(wxWindow* pParent) override; // defined with the dialog
 };

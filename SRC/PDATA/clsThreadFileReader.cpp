@@ -1,5 +1,7 @@
 #include "PDATA/clsThreadFileReader.h"
 
+#include <wx/intl.h>
+
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
@@ -11,7 +13,7 @@ void ThreadFileReader_cls::SetParameters(std::atomic<bool>* pbFinished, DataLoad
                                          bool bHasID) {
     mpbFinished = pbFinished;
     mBody = MakeSnapshotBody(*pLoader, path, number, arrays, bHasID);
-    if (Create() != wxTHREAD_NO_ERROR) MsgBoxExit("Can't create thread", "Error!");
+    if (Create() != wxTHREAD_NO_ERROR) MsgBoxExit(_("Can't create thread"), _("Error!"));
 }
 
 wxThread::ExitCode ThreadFileReader_cls::Entry() {

@@ -119,9 +119,8 @@ void ThreadInterpolatorBlock_cls::Core(int i, int j) {
         mpVel[i][c] = d / mDT;
     }
     const int scalar = WRAP == 3 ? i : j;
-    const bool bInside = scalar < mNumberNext;
-    mpDRadius[i] = bInside ? (mpRadiusNext[scalar] - mpRadius[i]) / mDT : 0.0f;
-    mpDValue1[i] = bInside ? (mpValue1Next[scalar] - mpValue1[i]) / mDT : 0.0f;
+    mpDRadius[i] = (mpRadiusNext[scalar] - mpRadius[i]) / mDT;
+    mpDValue1[i] = (mpValue1Next[scalar] - mpValue1[i]) / mDT;
 }
 
 template <class VISIT>

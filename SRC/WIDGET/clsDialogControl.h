@@ -3,10 +3,11 @@
 
 class wxDialogEXKey;
 class wxWindow;
+class wxWindowDestroyEvent;
 
 class DialogControl_cls {
 public:
-    virtual ~DialogControl_cls() = default;
+    virtual ~DialogControl_cls();
 
     /// Make the dialog if there is none yet.
     void InitGUI(wxWindow* pParent);
@@ -21,5 +22,7 @@ protected:
     virtual wxDialogEXKey* MakeDialog(wxWindow* pParent) = 0;
 
 private:
+    void OnDestroyDialog(wxWindowDestroyEvent& event);
+
     wxDialogEXKey* mpCDialog = nullptr; ///< owned by its parent window
 };

@@ -254,9 +254,11 @@ TEST_F(BadData, ImpossiblePositionsPaint) {
 TEST_F(BadData, ADirectoryInPlaceOfAFile) {
     Drop(Bad("sequence/directory_as_file/snap0000.bin"));
     ASSERT_TRUE(Settle());
-    EXPECT_LE(Time()->GetMaxFrame(), 1);
-    GoTo(Time()->GetMaxFrame());
-    EXPECT_TRUE(Settle());
+    EXPECT_TRUE(mVMessages.empty());
+    EXPECT_EQ(Time()->GetMaxFrame(), 0) << "a directory is no file";
+    EXPECT_EQ(Store()->GetPCActiveFileSequence()->GetParticleNumber(0), 100);
+    Drop(Bad("sequence/directory_as_file/snap0001.bin"));
+    EXPECT_TRUE(WasTold("snap0001.bin"));
 }
 
 } // namespace

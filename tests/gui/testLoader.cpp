@@ -22,6 +22,7 @@
 #include "WIDGET/MessageBoxes.h"
 #include "WIDGET/clsFileDialogEX.h"
 #include "WIDGET/clsMultiInputPanel.h"
+#include "WIDGET/clsNumField.h"
 
 namespace {
 
@@ -304,6 +305,17 @@ TEST_F(Loader, PeriodicButtonTellsAndOpensTheDialog) {
     ClickOn(button);
     wxTopLevelWindow* dialog = WaitForWindow("Periodic Boundary");
     ASSERT_TRUE(dialog);
+    NumField_cls* size = FindField(dialog, "Factors of the x");
+    ASSERT_TRUE(size);
+    EXPECT_EQ(size->GetValue(), 1.0);
+    // A project that is opened meanwhile shows at once.
+    const TempDir_cls dir;
+    std::ofstream(dir / "box.mrp") << "PeriodicSize=3 1 1\n";
+    Frame()->OpenProject(wxString::FromUTF8(dir / "box.mrp"));
+    EXPECT_EQ(size->GetValue(), 3.0);
+    Hub()->mpCPeriodicBoundary->ReadStrLine("PeriodicSize=1 1 1");
+    dialog->Raise();
+    ASSERT_TRUE(PumpUntil([dialog] { return dialog->IsActive(); }));
     Key(WXK_ESCAPE);
     ASSERT_TRUE(PumpUntil([dialog] { return !dialog->IsShown(); }));
 }

@@ -71,6 +71,9 @@ TEST(ColorCurve, BrokenKeyLinesLeaveTheCurveUsable) {
     ReadLines(curve, "AColorKeys=1 1 1 1 1 0 0.5 0 0 1 9 9");
     ASSERT_EQ(curve.GetKeys().size(), 2u);
     EXPECT_EQ(curve.GetKeys()[0], (ColorCurve_cls::Key{0, 0.5, 0, 0, 1}));
+    ReadLines(curve, "AColorKeys=0 nan 1e30 -1 1");
+    curve.mbUseColorCurve.mValue = true;
+    EXPECT_EQ(curve.GetWXColor(*wxWHITE, 0.0, true), wxColour(0, 255, 0));
 }
 
 TEST(ColorCurve, CompiledSegmentsAgreeWithTheCurve) {

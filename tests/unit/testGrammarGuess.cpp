@@ -208,6 +208,8 @@ TEST_F(GrammarGuess, SurvivesAnyFile) {
         }
         Guess(bytes);
     }
+    // Next to the smallest integer there is nothing to count down to.
+    Guess("4\n5 1 2 3\n-9223372036854775808 1 2 3\n9223372036854775807 1 2 3\n7 1 2 3\n");
     for (int round = 0; round < 2000; ++round) {
         std::string bytes(random() % 300, ' ');
         static const char sText[] = "0123456789 \n\n\t.-+eITEM: ATOMSxyz";

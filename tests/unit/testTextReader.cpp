@@ -275,6 +275,24 @@ TEST(TextReader, CopesWithLinesLongerThanItsChunks) {
     }
 }
 
+// Offsets past 31 bits, on a file with a hole that holds no line end.
+TEST(TextReader, WorksBeyondTwoGigabytes) {
+    constexpr long long kHole = 2200000000;
+    TempDir_cls dir;
+    const std::string path = dir.Write("big.txt", "0\n3\n1 2 3\n4 5 6");
+    FILE* file = fopen(path.c_str(), "r+b");
+    ASSERT_EQ(0, fseeko(file, kHole, SEEK_SET));
+    ASSERT_GT(fputs("\n7 8 9\n", file), 0);
+    fclose(file);
+    const TestLoader_cls loader(1, kHead, {0});
+    EXPECT_EQ(3, ReadSnapshotHeader(loader, wxString::FromUTF8(path.c_str())).mNumber);
+    TestArrays_cls arrays(3);
+    ReadBody(loader, path, 3, arrays);
+    EXPECT_EQ(3.0f, arrays->mpPos[0][2]);
+    EXPECT_EQ(6.0f, arrays->mpPos[1][2]);
+    EXPECT_EQ(9.0f, arrays->mpPos[2][2]);
+}
+
 TEST(TextReader, KeepsThePointUnderACommaLocale) {
     // Built here: few systems have it.
     const std::string german = testing::TempDir() + "de_DE.UTF-8";
