@@ -18,6 +18,8 @@
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPeriodicBoundary.h"
+#include "SCENE/clsAnchorPath.h"
+#include "SCENE/clsCameraPath.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
@@ -65,6 +67,8 @@ wxString Main_cls::SerializeAll(bool bFull) {
     text += mpCDrawOption->Serialize();
     text += mpCPDataSeqCtrl->Serialize();
     text += mpCPeriodicBoundary->Serialize();
+    text += mpCCameraPath->Serialize();
+    text += mpCAnchorPath->Serialize();
     text += mpCFrameMain->GetPCPreference()->Serialize();
     text += MainGLCanvas_cls::SerializeStaticMember();
     // The four views once more: files keep their shape.
@@ -101,6 +105,8 @@ void Main_cls::ReadProjectFile(const wxString& path) {
         mpCDrawOption->ReadStrLine(line);
         mpCPDataSeqCtrl->ReadStrLine(stream, line);
         mpCPeriodicBoundary->ReadStrLine(line);
+        mpCCameraPath->ReadStrLine(stream, line);
+        mpCAnchorPath->ReadStrLine(stream, line);
         mpCFrameMain->GetPCPreference()->ReadStrLine(line);
         MainGLCanvas_cls::ReadStrLineStaticMember(stream, line);
     }
