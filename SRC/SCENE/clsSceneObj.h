@@ -103,8 +103,8 @@ protected:
     // The block of an object in a file: a marker line, the items, then some of the groups.
     using Groups = std::initializer_list<ParamGroup_cls*>;
     wxString SerializeBlock(const wxString& marker, Groups groups);
-    /// Reads on behind the marker, groups in this order. A line that belongs to another block is left
-    /// in the stream. True when `line` was the marker.
+    /// Reads on behind the marker, groups in this order; any of them may be missing. A line that begins
+    /// with "--" belongs to another block and stays in the stream. True when `line` was the marker.
     bool ReadBlock(std::wistream& stream, const wxString& line, const wxString& marker, Groups groups);
 
 private:

@@ -4,31 +4,19 @@
 
 namespace {
 
-/// Lines of one block. A line that begins another block goes back, so that its owner finds it.
-class BlockReader_cls {
-public:
-    explicit BlockReader_cls(std::wistream& stream) : mStream(stream) {}
+/// Does the next line begin another block? Looks ahead by what every stream in memory can take back.
+bool IsMarkerNext(std::wistream& stream) {
+    if (stream.peek() != L'-') return false;
+    stream.get();
+    const bool bMarker = stream.peek() == L'-';
+    stream.unget();
+    return bMarker;
+}
 
-    /// False at the end of the block or the stream.
-    bool Read() {
-        mStart = mStream.tellg();
-        if (!ReadParamLine(mStream, &mStrLine)) return false;
-        if (!mStrLine.StartsWith("--")) return true;
-        PutBack();
-        return false;
-    }
-    void PutBack() {
-        if (mStart == std::wistream::pos_type(-1)) return;
-        mStream.clear();
-        mStream.seekg(mStart);
-    }
-
-    wxString mStrLine;
-
-private:
-    std::wistream& mStream;
-    std::wistream::pos_type mStart = -1;
-};
+/// The next line of this block; false at its end.
+bool ReadOwnLine(std::wistream& stream, wxString* pLine) {
+    return !IsMarkerNext(stream) && ReadParamLine(stream, pLine);
+}
 
 } // namespace
 
@@ -42,18 +30,16 @@ wxString SceneObj_cls::SerializeBlock(const wxString& marker, Groups groups) {
 bool SceneObj_cls::ReadBlock(std::wistream& stream, const wxString& line, const wxString& marker,
                              Groups groups) {
     if (line != marker) return false;
-    BlockReader_cls reader(stream);
-    bool bMore = reader.Read();
-    while (bMore && reader.mStrLine.Find("ParamGroup=") == wxNOT_FOUND) {
-        mCConfItemListBase.ReadStrLineAll(reader.mStrLine);
-        bMore = reader.Read();
+    wxString next;
+    bool bMore = ReadOwnLine(stream, &next);
+    while (bMore && next.Find("ParamGroup=") == wxNOT_FOUND) {
+        mCConfItemListBase.ReadStrLineAll(next);
+        bMore = ReadOwnLine(stream, &next);
     }
-    for (ParamGroup_cls* const* group = groups.begin(); bMore && group != groups.end(); ++group) {
-        if (!(*group)->ReadStrLine(stream, reader.mStrLine)) {
-            reader.PutBack();
-            break;
-        }
-        bMore = group + 1 != groups.end() && reader.Read();
+    size_t left = groups.size();
+    for (ParamGroup_cls* group : groups) {
+        --left;
+        if (bMore && group->ReadStrLine(stream, next)) bMore = left > 0 && ReadOwnLine(stream, &next);
     }
     return true;
 }

@@ -115,6 +115,15 @@ TEST_F(CameraPathFile, BlockWithoutCurvesLeavesTheNextOneWhole) {
     EXPECT_EQ(anchor.Serialize(), away.Serialize());
 }
 
+TEST_F(CameraPathFile, GroupThatIsMissingLeavesTheOther) {
+    CameraPath_cls camera, source;
+    AnchorPath_cls anchor;
+    Moved(source, anchor);
+    Read("---CameraPath\n" + source.mpCRotate->Serialize() + "-", camera, anchor);
+    EXPECT_EQ(camera.mpCRotate->Serialize(), source.mpCRotate->Serialize());
+    EXPECT_EQ(camera.mpCTranslate->mVParams[0].GetKeyNumber(), 1);
+}
+
 TEST_F(CameraPathFile, FilesCutAnywhereAreRead) {
     CameraPath_cls camera;
     AnchorPath_cls anchor;
