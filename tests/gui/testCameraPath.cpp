@@ -146,9 +146,7 @@ TEST_F(CameraPath, UsersMoveStandsUntilTimeMoves) {
     EXPECT_GT(Apart(moved.mPos, before.mPos), 0.5);
     Menu(ID_REFRESH_GL);
     EXPECT_LT(Apart(Eye().mPos, moved.mPos), 1e-9) << "a refresh is no move of time";
-    Menu(ID_CANVAS_SET_KEY_POS); // goes to the canvas by its popup alone
-    Canvas(0)->SetKeyPos();
-    ASSERT_TRUE(Settle());
+    Menu(ID_SET_KEY_POS);
     EXPECT_EQ(KeyNumber(), 3);
     EXPECT_LT(Apart(Eye().mPos, moved.mPos), 1e-9) << "the key stands where the view is";
     GCUndoList.UndoCurrent();
