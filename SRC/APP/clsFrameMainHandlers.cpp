@@ -93,6 +93,7 @@ void FrameMain_cls::OnMenuRefreshGL(wxCommandEvent&) {
 void FrameMain_cls::OnMenuRefreshTL(wxCommandEvent&) {
     mpCBtmHalf->RefreshGUI();
     mpCBtmHalf->RefreshTLPanels();
+    if (!GetPCTimeCtrl()->IsPlaying()) GetPCTimeCtrl()->UpdateSnippingTag(); // keys may have changed
     MultiInputPanel_cls::UpdateAllParams();
     UpdateStatusText();
 }

@@ -54,11 +54,12 @@ NumField_cls::NumField_cls(wxWindow* pParent, const NumSpec& spec, int widthChar
         event.Skip();
     });
     mpCText->Bind(wxEVT_CHAR_HOOK, &NumField_cls::OnTextKey, this);
-    mpCText->Bind(wxEVT_MOUSEWHEEL, [this](wxMouseEvent& event) {
+    // The toolkit's entry leaves the wheel to the window under it, which is this one.
+    Bind(wxEVT_MOUSEWHEEL, [this](wxMouseEvent& event) {
         if (mpCText->HasFocus())
             OnWheel(event);
         else
-            event.Skip(); // the wheel scrolls the page under it
+            event.Skip(); // the wheel scrolls the page
     });
     mHoldTimer.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
         StepBy(mHoldTicks);
