@@ -106,6 +106,11 @@ private:
     void OnMenuResizedTL(wxCommandEvent& event);
     void OnMenuShortcut(wxCommandEvent& event);
     void OnMenuSyncGLCtrl(wxCommandEvent& event);
+    void OnMenuUndo(wxCommandEvent& event);
+    void OnMenuRedo(wxCommandEvent& event);
+    void OnMenuTimeRemap(wxCommandEvent& event);
+    void OnMenuScene(wxCommandEvent& event);
+    void BindMenuStates();
     void OnMenuGo(wxCommandEvent& event);
     void OnMenuRemoveCacheSnap(wxCommandEvent& event);
     void OnMenuRemoveCacheAll(wxCommandEvent& event);

@@ -1,6 +1,8 @@
 // What menu entries and posted commands do, but for files (clsFrameMainFile.cpp).
 #include "APP/clsFrameMain.h"
 
+#include <functional>
+
 #include <wx/checkbox.h>
 #include <wx/choice.h>
 #include <wx/combobox.h>
@@ -17,6 +19,7 @@
 
 #include "APP/clsMain.h"
 #include "APP/clsPreferenceGUI.h"
+#include "APP/clsScene.h"
 #include "APP/clsShortcut.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
@@ -27,10 +30,12 @@
 #include "GL/VIEW/clsGLExtraFrame.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
+#include "PARAM/clsUndoManager.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPeriodicBoundary.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
+#include "WIDGET/clsMultiInputPanel.h"
 
 void FrameMain_cls::Bind(int id, void (FrameMain_cls::*pHandler)(wxCommandEvent&)) {
     wxFrame::Bind(wxEVT_MENU, pHandler, this, id);
@@ -46,6 +51,11 @@ void FrameMain_cls::BindHandlers() {
     Bind(ID_GO, &FrameMain_cls::OnMenuGo);
     Bind(ID_REMOVE_CACHE_SNAP, &FrameMain_cls::OnMenuRemoveCacheSnap);
     Bind(ID_REMOVE_CACHE_ALL, &FrameMain_cls::OnMenuRemoveCacheAll);
+    Bind(ID_UNDO, &FrameMain_cls::OnMenuUndo);
+    Bind(ID_REDO, &FrameMain_cls::OnMenuRedo);
+    Bind(ID_TIME_REMAP, &FrameMain_cls::OnMenuTimeRemap);
+    Bind(ID_SCENE, &FrameMain_cls::OnMenuScene);
+    BindMenuStates();
     Bind(ID_PREFERENCE, &FrameMain_cls::OnMenuPreference);
     Bind(ID_PERIODIC_BOUNDARY, &FrameMain_cls::OnMenuPeriodicBoundary);
     Bind(ID_REFRESH_GL, &FrameMain_cls::OnMenuRefreshGL);
@@ -85,6 +95,8 @@ void FrameMain_cls::OnMenuRefreshGL(wxCommandEvent&) {
 void FrameMain_cls::OnMenuRefreshTL(wxCommandEvent&) {
     mpCBtmHalf->RefreshGUI();
     mpCBtmHalf->RefreshTLPanels();
+    if (!GetPCTimeCtrl()->IsPlaying()) GetPCTimeCtrl()->UpdateSnippingTag(); // keys may have changed
+    MultiInputPanel_cls::UpdateAllParams();
     UpdateStatusText();
 }
 
@@ -103,6 +115,27 @@ void FrameMain_cls::OnMenuShortcut(wxCommandEvent&) {
 void FrameMain_cls::OnMenuSyncGLCtrl(wxCommandEvent&) {
     for (int view = 0; view < MainGLCanvas_cls::kViewNumber; ++view)
         GetPCGLCanvasCtrl(view)->UpdateWindow();
+}
+
+void FrameMain_cls::OnMenuUndo(wxCommandEvent&) { mpCMain->Undo(); }
+
+void FrameMain_cls::OnMenuRedo(wxCommandEvent&) { mpCMain->Redo(); }
+
+void FrameMain_cls::OnMenuTimeRemap(wxCommandEvent& event) {
+    GetPCTimeCtrl()->SetUseTimeRemapCommand(event.IsChecked());
+}
+
+void FrameMain_cls::OnMenuScene(wxCommandEvent&) { mpCMain->mpCScene->OpenWindow(this); }
+
+// Entries that follow the program's state by themselves.
+void FrameMain_cls::BindMenuStates() {
+    const auto state = [this](int id, std::function<void(wxUpdateUIEvent&)> tell) {
+        wxFrame::Bind(wxEVT_UPDATE_UI, tell, id);
+    };
+    state(ID_UNDO, [](wxUpdateUIEvent& event) { event.Enable(GCUndoList.IsUndoable()); });
+    state(ID_REDO, [](wxUpdateUIEvent& event) { event.Enable(GCUndoList.IsRedoable()); });
+    state(ID_TIME_REMAP,
+          [this](wxUpdateUIEvent& event) { event.Check(GetPCTimeCtrl()->mbUseTimeRemap.mValue); });
 }
 
 void FrameMain_cls::OnMenuGo(wxCommandEvent&) {

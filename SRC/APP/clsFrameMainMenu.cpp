@@ -41,16 +41,16 @@ constexpr MenuEntry_st kFile[] = {
 };
 
 constexpr MenuEntry_st kEdit[] = {
-    {Entry::Normal, "Undo", "U", "Ctrl-Z", ID_UNDO, nullptr, false},
-    {Entry::Normal, "Redo", "R", "Ctrl-Y", ID_REDO, nullptr, false},
+    {Entry::Normal, "Undo", "U", "Ctrl-Z", ID_UNDO, nullptr, true},
+    {Entry::Normal, "Redo", "R", "Ctrl-Y", ID_REDO, nullptr, true},
     {Entry::Normal, "Move Frame", "G", "Ctrl-G", ID_GO, nullptr, true},
-    {Entry::Check, "Time Remap", "R", nullptr, ID_TIME_REMAP, nullptr, false},
+    {Entry::Check, "Time Remap", "R", nullptr, ID_TIME_REMAP, nullptr, true},
     {Entry::SubBegin, "Remove Cache", "D", nullptr, ID_REMOVE_CACHE_MENU, nullptr, true},
     {Entry::Normal, "Snapshot", nullptr, "F5", ID_REMOVE_CACHE_SNAP, nullptr, true},
     {Entry::Normal, "All Cache", nullptr, "Ctrl-Alt-F5", ID_REMOVE_CACHE_ALL, nullptr, true},
     kSubEnd,
     kSeparator,
-    {Entry::Normal, "Scene Config", "S", "Ctrl-K", ID_SCENE, "Scene", false},
+    {Entry::Normal, "Scene Config", "S", "Ctrl-K", ID_SCENE, "Scene", true},
     {Entry::Normal, "Preference", "P", "Ctrl-Alt-P", ID_PREFERENCE, "Preference", true},
 };
 

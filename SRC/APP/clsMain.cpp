@@ -10,6 +10,7 @@
 #include <wx/utils.h>
 
 #include "APP/clsFrameMain.h"
+#include "APP/clsScene.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
@@ -73,6 +74,8 @@ Main_cls::Main_cls() {
     mpCCameraPath = new CameraPath_cls;
     mpCAnchorPath = new AnchorPath_cls;
     mpCTimeCtrl = new TimeCtrl_cls(this);
+    LinkParamHooks();
+    mpCScene = new Scene_cls(mpCTimeCtrl);
     mpCFrameMain = new FrameMain_cls("Morentis 3 v 0.80", this, FirstWindowRect(mDisplayHeight));
     MakeCameraPathGroup();
 
@@ -83,6 +86,7 @@ Main_cls::Main_cls() {
 
 Main_cls::~Main_cls() {
     WaitThreadFinish();
+    UnlinkParamHooks();
     delete mpCDrawOption;
     delete mpCPDataSeqCtrl;
     delete mpCPeriodicBoundary;
@@ -91,6 +95,7 @@ Main_cls::~Main_cls() {
     delete mpCCameraPath;
     delete mpCAnchorPath;
     delete mpCTimeCtrl;
+    delete mpCScene;
     PDataBlock_cls::mspCDataLoaderLink = nullptr;
 }
 
@@ -130,14 +135,6 @@ void Main_cls::WaitThreadFinish() {
         wxMilliSleep(10);
     GpCThreadInterpolate.store(nullptr);
 }
-
-void Main_cls::OpenDataFileCommand(const wxString& path) {
-    // Undo takes these two back in the other order: close the new data, open the old.
-    CloseData();
-    if (!path.empty()) OpenDataFile(path);
-}
-
-void Main_cls::CloseDataCommand() { CloseData(); }
 
 void Main_cls::OpenDataFile(const wxString& path) {
     mpCPDataSeqCtrl->OpenDataFile(path);

@@ -13,7 +13,9 @@ class PDataSequence_cls;
 class ParamGroup_cls;
 class PeriodicBoundary_cls;
 class PeriodicBoundaryCtrl_cls;
+class Parameters_cls;
 class Preference_cls;
+class Scene_cls;
 class TimeCtrl_cls;
 class wxWindow;
 
@@ -37,11 +39,20 @@ public:
 
     /// Wait for reader and interpolator; paints may run meanwhile.
     void WaitThreadFinish();
-    /// Close what is open and open the sequence of `path`.
+    /// Close what is open and open the sequence of `path`, as a step that undo takes back.
     void OpenDataFileCommand(const wxString& path);
     void OpenDataFile(const wxString& path);
     void CloseDataCommand();
     void CloseData();
+
+    // clsMainParams.cpp
+    /// One step back or forward; an edit that a hand still holds ends first.
+    void Undo();
+    void Redo();
+    /// Let curves and clock reach what they need of the program.
+    void LinkParamHooks();
+    /// The living curve of this identifier, null when nobody knows it.
+    Parameters_cls* GetPCParamFromID(const wxString& id);
 
     /// Full: a project. Else the configure part alone. Written beside and renamed; false on failure,
     /// and then the old file is whole.
@@ -61,6 +72,7 @@ public:
     /// Folder "Camera Path" of the time line: the curves of camera and anchor that files keep.
     ParamGroup_cls* mpCParamGroupCameraPath = nullptr;
     TimeCtrl_cls* mpCTimeCtrl = nullptr;
+    Scene_cls* mpCScene = nullptr;
     FrameMain_cls* mpCFrameMain = nullptr; ///< wxWidgets destroys windows
     wxString mStrExeDir;                   ///< directory of the executable, no trailing slash
     unsigned long mPid = 0;
@@ -69,5 +81,7 @@ public:
 
 private:
     void MakeCameraPathGroup();
+    void UnlinkParamHooks();
+    void EndGestures();
     wxString SerializeAll(bool bFull);
 };

@@ -15,6 +15,7 @@
 #include "GL/BASE/clsPreference.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "PARAM/clsUndoManager.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPeriodicBoundary.h"
@@ -112,4 +113,5 @@ void Main_cls::ReadProjectFile(const wxString& path) {
     }
     PDataSequence_cls::msStrProjectDir.clear();
     mpCFrameMain->ApplySettings();
+    GCUndoList.Clear(); // a project begins a history of its own
 }

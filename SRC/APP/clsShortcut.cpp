@@ -3,6 +3,7 @@
 #include <wx/defs.h>
 
 #include "APP/clsFrameMain.h"
+#include "APP/clsMain.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
@@ -27,6 +28,12 @@ bool Shortcut_cls::ProcCtrl(int keycode) {
         return true;
     case '7':
         SetDisplayMode(5);
+        return true;
+    case 'Y':
+        mpCFrame->GetPCMain()->Redo();
+        return true;
+    case 'Z':
+        mpCFrame->GetPCMain()->Undo();
         return true;
     default:
         return false;

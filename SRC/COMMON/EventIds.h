@@ -5,7 +5,8 @@
 enum MenuEventId : int {
     ID_ABOUT = 5014,
     ID_QUIT = 5006,
-    ID_DIALOG_CLOSE = 5101,
+    ID_DIALOG_OK = 5100,
+    ID_DIALOG_CLOSE = 5101, ///< also "Cancel"
 
     ID_OPEN_PROJECT = 6000,
     ID_SAVE_PROJECT = 6001,

@@ -5,6 +5,7 @@
 
 #include "COMMON/EventIds.h"
 #include "COMMON/MenuEvent.h"
+#include "COMMON/UpdateBits.h"
 #include "PDATA/clsPeriodicBoundary.h"
 #include "WIDGET/clsMultiInputPanel.h"
 
@@ -22,6 +23,7 @@ PeriodicBoundaryGUI_cls::PeriodicBoundaryGUI_cls(wxWindow* pParent, PeriodicBoun
     mpCPanel->SetOnChange([](int, bool bFinal) {
         if (bFinal) PostMenuEvent(ID_REFRESH_GL);
     });
+    mpCPanel->SetUndo(UPDATE_SNAPDATA | UPDATE_GL);
     auto* close = new wxButton(this, ID_DIALOG_CLOSE, _("Close"));
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(mpCPanel, 0, wxEXPAND | wxALL, FromDIP(4));

@@ -8,7 +8,16 @@
 #include "COMMON/EventIds.h"
 #include "COMMON/MenuEvent.h"
 #include "COMMON/UpdateBits.h"
-#include "PARAM/clsParameters.h"
+#include "PARAM/ParamText.h"
+#include "PARAM/clsParamGroup.h"
+
+namespace {
+
+const wxString kRemapLine = "---TimeRemap";
+constexpr double kSnap = 0.00001;
+constexpr double kNearlyWhole = 0.99999;
+
+} // namespace
 
 TimeCtrl_cls::TimeCtrl_cls(Main_cls* pMain) : mCMotionBlur(this), mpCMain(pMain) {
     mConfList.Add(&mMaxFrame, "TimeMaxFrame=", "100");
@@ -23,7 +32,12 @@ TimeCtrl_cls::TimeCtrl_cls(Main_cls* pMain) : mCMotionBlur(this), mpCMain(pMain)
     mConfList.Add(&mbRepeat, "TimeRepeat=", "0");
     mConfList.Add(&mSceneLengthType, "TimeSceneLengthType=", "0");
     Parameters_cls::SetFrameNumber(GetMaxFrame(), GetAnimInterp());
+    const wxString suffix = "Time";
+    mpCTimeRemapGroup =
+        new ParamGroup_cls("Time Remap", 1, &suffix, UPDATE_FILTER_REFRESH | UPDATE_TL | UPDATE_GL, false);
 }
+
+TimeCtrl_cls::~TimeCtrl_cls() { delete mpCTimeRemapGroup; }
 
 int TimeCtrl_cls::ToFrame(const ConfItemUINT_cls& item) {
     // A file may hold anything; sums of a few frames must still fit an int.
@@ -51,18 +65,33 @@ long long TimeCtrl_cls::GetIndexFromDouble(double doubleIndex) const {
     return static_cast<long long>(std::clamp(doubleIndex, -1e6, 1e6) * GetMaxFrame() + 0.1);
 }
 
-// The time remap curve stands between the film's time and these three; without it film time is data time.
+// The time remap curve stands between the film's time and these three; its values are snapshot numbers.
+// Without it film time is data time.
 
-int TimeCtrl_cls::GetRemappedIndex(int frame) const { return std::max(frame == -1 ? mFrame : frame, 0); }
+double TimeCtrl_cls::RemappedValue(double doubleIndex) const {
+    // Not through the cached value: the idle loop looks ahead, and an edit under way must stay.
+    const double value =
+        mpCTimeRemapGroup->mVParams.front().Evaluate(doubleIndex, Parameters_cls::msResolution);
+    return std::isnan(value) ? 0.0 : std::clamp(value, 0.0, double(INT_MAX / 4));
+}
+
+int TimeCtrl_cls::GetRemappedIndex(int frame) const {
+    if (!mbUseTimeRemap.mValue) return std::max(frame == -1 ? mFrame : frame, 0);
+    return int(RemappedValue(GetDoubleIndex(frame, 0)) + kSnap);
+}
 
 double TimeCtrl_cls::GetRemappedIndexDouble(int frame, int step) const {
     if (frame == -1) frame = mFrame;
     if (step == -1) step = mInterpStep;
-    return std::max(frame + double(step) / GetAnimInterp(), 0.0);
+    const double position = frame + double(step) / GetAnimInterp();
+    if (!mbUseTimeRemap.mValue) return std::max(position, 0.0);
+    const double value = RemappedValue(GetMaxFrame() > 0 ? position / GetMaxFrame() : 0.0);
+    // A curve that means a whole snapshot may miss it by a rounding, and would want its neighbour read.
+    return value - std::floor(value) > kNearlyWhole ? double(int(value + kSnap)) : value;
 }
 
-double TimeCtrl_cls::GetRemappedInterpStepDouble(int frame, int step) const {
-    (void)frame; // counts only under a remap curve
+double TimeCtrl_cls::GetRemappedInterpStepDouble(int, int step) const {
+    if (mbUseTimeRemap.mValue) return GetRemappedIndexDouble(-1, step) - GetRemappedIndex(-1);
     if (step == -1) step = mInterpStep;
     const double blur = mCMotionBlur.mbBlur ? mCMotionBlur.GetFactor() : 0.0;
     return (step + blur) / GetAnimInterp();
@@ -124,13 +153,36 @@ int TimeCtrl_cls::GetSnipPrev() const {
 
 void TimeCtrl_cls::EmptySnippingTag() { mVSnippingTag.assign(size_t(GetMaxFrame()) + 1, false); }
 
-void TimeCtrl_cls::UpdateSnippingTag() { EmptySnippingTag(); }
+void TimeCtrl_cls::UpdateSnippingTag() {
+    EmptySnippingTag();
+    if (mCollectTags) mCollectTags(&mVSnippingTag);
+}
 
-void TimeCtrl_cls::UpdateCurrentDoubleIndex() { Parameters_cls::msCurrentDoubleIndex = GetDoubleIndex(); }
+void TimeCtrl_cls::UpdateCurrentDoubleIndex() {
+    Parameters_cls::msCurrentDoubleIndex = GetDoubleIndex();
+    for (Parameters_cls& param : mpCTimeRemapGroup->mVParams)
+        param.GetInterpolatedValue(Parameters_cls::kCurrent); // what fields show
+}
 
-wxString TimeCtrl_cls::Serialize() { return mConfList.SerializeAll(); }
+wxString TimeCtrl_cls::Serialize() {
+    const wxString text = mConfList.SerializeAll();
+    return mbUseTimeRemap.mValue ? text + kRemapLine + "\n" + mpCTimeRemapGroup->Serialize() : text;
+}
 
-void TimeCtrl_cls::ReadStrLine(std::wistream&, const wxString& line) {
+void TimeCtrl_cls::ReadStrLine(std::wistream& stream, const wxString& line) {
+    if (line == kRemapLine) {
+        const auto start = stream.tellg();
+        wxString next;
+        while (ReadParamLine(stream, &next)) {
+            if (!next.Contains("ParamGroup=")) continue;
+            mpCTimeRemapGroup->ReadStrLine(stream, next);
+            UpdateCurrentDoubleIndex();
+            return;
+        }
+        stream.clear(); // no curve comes: the lines that follow belong to others
+        stream.seekg(start);
+        return;
+    }
     if (!mConfList.ReadStrLineAll(line)) return;
     // The file's own length is what the areas in it belong to.
     mPrevMaxFrame = GetMaxFrame();

@@ -3,9 +3,11 @@
 //
 // A position is a frame (0 to and including the last) plus an interpolation step below the interval. Its
 // double index is (frame + step / interval) / last frame. A data index is a snapshot number with a
-// fraction. Every change the user makes goes through a ...Command operation and lands in a ...Native one.
+// fraction. Every change the user makes goes through a ...Command operation, which leaves a step in the undo
+// list, and lands in a ...Native one.
 #pragma once
 
+#include <functional>
 #include <istream>
 #include <vector>
 
@@ -14,13 +16,16 @@
 
 #include "CONFITEM/clsConfItem.h"
 #include "CONFITEM/clsConfItemList.h"
+#include "TIME/TimeValues.h"
 #include "TIME/clsMotionBlurCtrl.h"
 
 class Main_cls;
+class ParamGroup_cls;
 
 class TimeCtrl_cls {
 public:
     explicit TimeCtrl_cls(Main_cls* pMain);
+    ~TimeCtrl_cls();
     TimeCtrl_cls(const TimeCtrl_cls&) = delete;
     TimeCtrl_cls& operator=(const TimeCtrl_cls&) = delete;
 
@@ -66,7 +71,7 @@ public:
     void AdjustFrameByRange(int* pFrame, int* pStep, int dir, bool bUseRange, bool bRepeat) const;
     void CalcNextFrameFromStep(int* pFrame, int* pStep, bool bUseRange, bool bRepeat) const;
 
-    // Moving. An old value of -1 means the one now held.
+    // Moving, a step each. An old value of -1 means the one now held; then what changes nothing leaves none.
     void SetFrameCommand(int frame, int old = -1);
     void SetInterpStepCommand(int step);
     void SetWAMinCommand(int frame, int old = -1);
@@ -85,6 +90,12 @@ public:
     void SetFrameFromDoubleCommand(double doubleIndex);
     void ExpandAACommand(bool bZoomIn);
 
+    void SetUseTimeRemapCommand(bool bUse);
+    /// Between the two, ...Command operations change the clock at once and leave no step; the end leaves one
+    /// for all of them. Not nested.
+    void BeginGesture();
+    void EndGesture();
+
     void SetFrameNative(int frame, int updateMask);
     void SetInterpStepNative(int step, int updateMask);
     void SetWAMinNative(int frame);
@@ -96,9 +107,20 @@ public:
     void SetAnimInterpNative(int interp);
     void SetPrefetchNative(int frames);
     void SetMaxFrameNative(int maxFrame);
+    /// `kind` is a TimeValue.
+    int GetValue(int kind) const;
+    void SetValueNative(int kind, int value);
+    TimeState_st GetState() const;
+    void SetState(const TimeState_st& state);
+
+    /// Told when the film's length or the remapping changes. Keys keep their share of the film and the
+    /// curve its values, so there is nothing to do.
+    void RemapParameterKeys(double) {}
+    void SetBUseTimeRemap(bool) {}
 
     // Areas.
     void SetWorkingArea(int lastFrame);
+    void SetWAMaxDirect(int frame); ///< no step, no event: the scene dialog's own way
     void CheckWorkingArea();
     void SetWAInHere();
     void SetWAOutHere();
@@ -108,6 +130,8 @@ public:
     // Playing.
     void StartPlayCommand(int dir);
     void StartPlay(int dir);
+    /// Not playing, at this position; what takes a start back.
+    void TakeBackPlay(int frame, int step);
     /// One advance at most; true when the position moved and waits to be drawn.
     bool ProcPlaying();
     void ProcStopPlaying();
@@ -115,7 +139,10 @@ public:
 
     // Snipping marks: which frames hold keys.
     void EmptySnippingTag();
+    /// Clear them and have mCollectTags set them anew.
     void UpdateSnippingTag();
+    const std::vector<bool>& GetSnippingTags() const { return mVSnippingTag; }
+    std::function<void(std::vector<bool>*)> mCollectTags; ///< the hub knows whose keys count
 
     wxString Serialize();
     void ReadStrLine(std::wistream& stream, const wxString& line);
@@ -129,10 +156,17 @@ public:
     MotionBlurCtrl_cls mCMotionBlur;
     ConfItemBOOL_cls mbUseTimeRemap;
     ConfItemBOOL_cls mbUseMotionBlur;
-    ConfItemUINT_cls mSceneLengthType;
+    ConfItemUINT_cls mSceneLengthType; ///< 0 "do remap", 1 "do not remap"
+    ParamGroup_cls* mpCTimeRemapGroup; ///< film time to snapshot number, while mbUseTimeRemap is on; owned
 
 private:
     static int ToFrame(const ConfItemUINT_cls& item);
+    double RemappedValue(double doubleIndex) const;
+    void Command(int kind, int value, int old = -1);
+    void PushLength(const TimeState_st& before, const TimeState_st& after);
+    void MoveToCommand(int frame, int step);
+    void SetBoundHere(int kind);
+    void TellStale() const;
     double BoundIndex(int frame) const;
     void LowHigh(int* pLow, int* pHigh) const;
     int FloorToStep(int frame) const;
@@ -157,6 +191,9 @@ private:
     int mRegionMin = 0;
     int mRegionMax = 99;
     int mPrevMaxFrame = 100;
+    bool mbGesture = false;
+    unsigned mTouched = 0; ///< values that the gesture under way may have changed, a bit each
+    TimeState_st mBeforeGesture;
 
     ConfItemList_cls mConfList;
     ConfItemUINT_cls mMaxFrame;

@@ -8,6 +8,8 @@
 #include "COMMON/EventIds.h"
 #include "COMMON/MenuEvent.h"
 #include "COMMON/UpdateBits.h"
+#include "PARAM/clsUndoManager.h"
+#include "TIME/clsTimeCommand.h"
 
 void TimeCtrl_cls::LowHigh(int* pLow, int* pHigh) const {
     *pLow = mbCustomRange ? mRangeMin : GetWAMin();
@@ -67,7 +69,10 @@ void TimeCtrl_cls::CalcNextFrameFromStep(int* pFrame, int* pStep, bool bUseRange
 
 void TimeCtrl_cls::StartPlayCommand(int dir) {
     if (!mbPlaying) {
-        StartPlay(dir);
+        // One step, although starting may move the frame by a command of its own.
+        const UndoBlock_cls block;
+        GCUndoList.PushNewCommand(new CommandStartAnim_cls(this, dir), new CommandStopAnim_cls(this, mFrame));
+        GCUndoList.ExecCurrent();
         return;
     }
     if (mStopCount++ == 0) mPlayElapsed = int(mCStopWatchPlay.Time());
@@ -81,7 +86,18 @@ void TimeCtrl_cls::StartPlay(int dir) {
     mCStopWatchPlay.Start();
     const int next = CalcNextFrame(-1, mPlayDirection, true, true);
     if (!IsWorkingArea(mFrame) && next != mFrame) SetFrameCommand(next);
-    PostUpdateEvents(UPDATE_TL | UPDATE_GL);
+    CommandItem_cls::UpdateBit(UPDATE_TL | UPDATE_GL);
+    TellStale();
+}
+
+void TimeCtrl_cls::TakeBackPlay(int frame, int step) {
+    const bool bWasPlaying = mbPlaying;
+    mbPlaying = false;
+    mbCustomRange = false;
+    mCMotionBlur.EndMotionBlur();
+    SetInterpStepNative(std::min(step, GetAnimInterp() - 1), UPDATE_TL | UPDATE_GL);
+    SetFrameNative(std::min(frame, GetMaxFrame()), UPDATE_TL | UPDATE_GL);
+    if (bWasPlaying) PostMenuEvent(ID_PLAY_STOP); // what runs along with playing ends, too
 }
 
 void TimeCtrl_cls::WaitForNextAdvance() const {
@@ -94,7 +110,8 @@ void TimeCtrl_cls::SetPosition(int frame, int step) {
     mFrame = frame;
     mInterpStep = step;
     UpdateCurrentDoubleIndex();
-    PostUpdateEvents(UPDATE_TL | UPDATE_GL);
+    CommandItem_cls::UpdateBit(UPDATE_TL | UPDATE_GL);
+    TellStale();
 }
 
 bool TimeCtrl_cls::ProcPlaying() {

@@ -83,6 +83,7 @@ wxMenuItem* FindAccelerated(const wxFrame* pFrame, int key, int modifier) {
 
 /// What choosing the item would do.
 void PostItem(wxMenuItem* pItem) {
+    pItem->GetMenu()->UpdateUI(); // what follows the program's state may be behind it
     if (!pItem->IsEnabled()) return;
     if (pItem->IsCheckable()) pItem->Check(pItem->GetKind() == wxITEM_RADIO || !pItem->IsChecked());
     PostMenuEvent(pItem->GetId(), pItem->IsCheckable() && pItem->IsChecked() ? 1 : 0);

@@ -10,6 +10,7 @@
 #include <wx/textctrl.h>
 
 #include "COMMON/Globals.h"
+#include "WIDGET/clsFieldUndo.h"
 #include "WIDGET/clsFileDialogEX.h"
 #include "WIDGET/clsMultiInputRow.h"
 
@@ -48,17 +49,17 @@ std::vector<ChoiceItem> Numbered(const std::vector<wxString>& labels) {
 
 int MultiInputPanel_cls::PlaceChoice(const wxString& label, std::function<unsigned()> get,
                                      std::function<void(unsigned)> set, const std::vector<ChoiceItem>& items,
-                                     const wxString& tip) {
+                                     const wxString& tip, Undo undo) {
     const int row = NewRow(label, tip);
     auto* choice = new wxChoice(this, wxID_ANY);
     choice->SetToolTip(tip);
     auto shown = std::make_shared<std::vector<unsigned>>();
     auto refresh = [choice, get, items, shown] { ShowChoice(choice, items, get(), *shown); };
     refresh();
-    choice->Bind(wxEVT_CHOICE, [this, row, choice, set, shown, refresh](wxCommandEvent&) {
+    choice->Bind(wxEVT_CHOICE, [this, row, choice, set, shown, refresh, undo](wxCommandEvent&) {
         const int selection = choice->GetSelection();
         if (selection < 0 || selection >= static_cast<int>(shown->size())) return;
-        set((*shown)[static_cast<size_t>(selection)]);
+        Edit(undo, [&] { set((*shown)[static_cast<size_t>(selection)]); });
         refresh(); // an entry that was only shown as the old value goes
         Tell(row, Hook::Choice, true);
     });
@@ -77,7 +78,8 @@ int MultiInputPanel_cls::PlaceChoice(const wxString& label, std::function<unsign
 int MultiInputPanel_cls::AddChoice(const wxString& label, unsigned* pValue,
                                    const std::vector<ChoiceItem>& items, const wxString& tip) {
     return PlaceChoice(
-        label, [pValue] { return *pValue; }, [pValue](unsigned value) { *pValue = value; }, items, tip);
+        label, [pValue] { return *pValue; }, [pValue](unsigned value) { *pValue = value; }, items, tip,
+        std::make_shared<FieldUndo_cls>(FieldUndo_cls::ForNumber(pValue)));
 }
 
 int MultiInputPanel_cls::AddChoice(const wxString& label, unsigned* pValue,
@@ -89,7 +91,8 @@ int MultiInputPanel_cls::AddChoice(const wxString& label, int* pValue, const std
                                    const wxString& tip) {
     return PlaceChoice(
         label, [pValue] { return static_cast<unsigned>(*pValue); },
-        [pValue](unsigned value) { *pValue = static_cast<int>(value); }, Numbered(labels), tip);
+        [pValue](unsigned value) { *pValue = static_cast<int>(value); }, Numbered(labels), tip,
+        std::make_shared<FieldUndo_cls>(FieldUndo_cls::ForNumber(pValue)));
 }
 
 int MultiInputPanel_cls::AddCheck(const wxString& label, bool* pValue, const wxString& text,
@@ -107,8 +110,9 @@ void MultiInputPanel_cls::PlaceCheck(int row, bool* pValue, const wxString& text
     auto* check = new wxCheckBox(this, wxID_ANY, text);
     check->SetToolTip(tip);
     check->SetValue(*pValue);
-    check->Bind(wxEVT_CHECKBOX, [this, row, pValue](wxCommandEvent& event) {
-        *pValue = event.IsChecked();
+    auto undo = std::make_shared<FieldUndo_cls>(FieldUndo_cls::ForCheck(pValue));
+    check->Bind(wxEVT_CHECKBOX, [this, row, pValue, undo](wxCommandEvent& event) {
+        Edit(undo, [&] { *pValue = event.IsChecked(); });
         Tell(row, Hook::Click, true);
     });
     Place(row, check, 0);
@@ -121,9 +125,10 @@ wxWindow* MultiInputPanel_cls::PlaceText(int row, wxString* pValue, const wxStri
     auto* text =
         new wxTextCtrl(this, wxID_ANY, *pValue, wxDefaultPosition, wxDefaultSize, wxTE_PROCESS_ENTER);
     text->SetToolTip(tip);
-    auto commit = [this, row, text, pValue] {
+    auto undo = std::make_shared<FieldUndo_cls>(FieldUndo_cls::ForText(pValue));
+    auto commit = [this, row, text, pValue, undo] {
         if (text->GetValue() == *pValue) return;
-        *pValue = text->GetValue();
+        Edit(undo, [=] { *pValue = text->GetValue(); });
         Tell(row, Hook::Value, true);
     };
     text->Bind(wxEVT_TEXT_ENTER, [commit](wxCommandEvent&) { commit(); });
@@ -132,7 +137,8 @@ wxWindow* MultiInputPanel_cls::PlaceText(int row, wxString* pValue, const wxStri
         event.Skip();
     });
     text->Bind(wxEVT_CHAR_HOOK, [text, pValue](wxKeyEvent& event) {
-        if (event.GetKeyCode() == WXK_ESCAPE && text->GetValue() != *pValue)
+        const bool bUndo = event.GetKeyCode() == 'Z' && event.GetModifiers() == wxMOD_CONTROL;
+        if ((event.GetKeyCode() == WXK_ESCAPE || bUndo) && text->GetValue() != *pValue)
             text->ChangeValue(*pValue);
         else
             event.Skip();
@@ -163,7 +169,8 @@ void MultiInputPanel_cls::AskForFile(int row, wxString* pValue, const wxString& 
     dialog->SetParams(message, name.GetPath(), name.GetFullName(), wildcard,
                       wxFD_OPEN | wxFD_FILE_MUST_EXIST);
     if (dialog->ShowModal() != wxID_OK) return;
-    *pValue = dialog->GetPath();
+    Edit(std::make_shared<FieldUndo_cls>(FieldUndo_cls::ForText(pValue)),
+         [&] { *pValue = dialog->GetPath(); });
     UpdateValues(row);
     Tell(row, Hook::Click, true);
 }

@@ -6,7 +6,9 @@
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 
+#include "PARAM/clsCommandCall.h"
 #include "WIDGET/clsColorSwatch.h"
+#include "WIDGET/clsFieldUndo.h"
 #include "WIDGET/clsMultiInputRow.h"
 #include "WIDGET/clsNumField.h"
 
@@ -23,13 +25,14 @@ wxString WithRange(const wxString& tip, const NumSpec& spec) {
 } // namespace
 
 void MultiInputPanel_cls::PlaceNumber(int row, std::function<double()> get, std::function<void(double)> set,
-                                      const NumSpec& spec, const wxString& tip, bool bGripLabel) {
+                                      const NumSpec& spec, const wxString& tip, bool bGripLabel, Undo undo) {
     Row& r = *mRows[static_cast<size_t>(row)];
     auto* field = new NumField_cls(this, spec, bGripLabel ? kWideChars : kNarrowChars);
     field->SetHint(WithRange(tip, spec));
     if (bGripLabel) field->AttachGrip(r.mpLabel);
-    field->SetOnChange([this, row, set](double value, bool bFinal) {
-        set(value);
+    field->SetOnChange([this, row, set, undo](double value, bool bFinal) {
+        Edit(
+            undo, [&] { set(value); }, bFinal);
         Tell(row, Hook::Value, bFinal);
     });
     Place(row, field, 1);
@@ -52,7 +55,8 @@ int MultiInputPanel_cls::AddNumbers(const wxString& label, T* pValue, int count,
         T* value = pValue + i;
         PlaceNumber(
             row, [value] { return static_cast<double>(*value); },
-            [value](double now) { *value = static_cast<T>(now); }, spec, tip, number == 1);
+            [value](double now) { *value = static_cast<T>(now); }, spec, tip, number == 1,
+            std::make_shared<FieldUndo_cls>(FieldUndo_cls::ForNumber(value)));
     }
     return row;
 }
@@ -81,14 +85,20 @@ int MultiInputPanel_cls::AddNumber(const wxString& label, std::function<double()
                                    std::function<void(double)> set, const NumSpec& spec,
                                    const wxString& tip) {
     const int row = NewRow(label, WithRange(tip, spec), true);
-    PlaceNumber(row, std::move(get), std::move(set), spec, tip, true);
+    auto undo = std::make_shared<FieldUndo_cls>(
+        [get] { return FieldValue(get()); },
+        [set](const FieldValue& value, int mask) -> CommandItem_cls* {
+            return new CommandCall_cls([set, number = std::get<double>(value)] { set(number); }, mask);
+        });
+    PlaceNumber(row, std::move(get), std::move(set), spec, tip, true, std::move(undo));
     return row;
 }
 
 void MultiInputPanel_cls::AddNumberTo(int row, float* pValue, const NumSpec& spec, const wxString& tip) {
     PlaceNumber(
         row, [pValue] { return static_cast<double>(*pValue); },
-        [pValue](double now) { *pValue = static_cast<float>(now); }, spec, tip, false);
+        [pValue](double now) { *pValue = static_cast<float>(now); }, spec, tip, false,
+        std::make_shared<FieldUndo_cls>(FieldUndo_cls::ForNumber(pValue)));
 }
 
 int MultiInputPanel_cls::AddColor(const wxString& label, float* pColor, const wxString& tip) {
@@ -96,8 +106,9 @@ int MultiInputPanel_cls::AddColor(const wxString& label, float* pColor, const wx
     auto* swatch = new ColorSwatch_cls(this);
     swatch->SetToolTip(tip);
     swatch->SetColor(pColor);
-    swatch->SetOnChoose([this, row, pColor](const float* pChosen) {
-        std::copy_n(pChosen, 3, pColor);
+    auto undo = std::make_shared<FieldUndo_cls>(FieldUndo_cls::ForColor(pColor));
+    swatch->SetOnChoose([this, row, pColor, undo](const float* pChosen) {
+        Edit(undo, [=] { std::copy_n(pChosen, 3, pColor); });
         Tell(row, Hook::Click, true);
     });
     Place(row, swatch, 1);
@@ -112,6 +123,7 @@ int MultiInputPanel_cls::AddColor(const wxString& label, float* pColor, const wx
             pColor[3] = static_cast<float>(now);
             swatch->SetColor(pColor);
         },
-        alpha, _("Alpha: 0 is clear, 1 is solid"), false);
+        alpha, _("Alpha: 0 is clear, 1 is solid"), false,
+        std::make_shared<FieldUndo_cls>(FieldUndo_cls::ForNumber(pColor + 3)));
     return row;
 }

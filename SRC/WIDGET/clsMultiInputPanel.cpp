@@ -1,6 +1,7 @@
 #include "WIDGET/clsMultiInputPanel.h"
 
 #include <algorithm>
+#include <set>
 
 #include <wx/button.h>
 #include <wx/checkbox.h>
@@ -9,17 +10,27 @@
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
 
+#include "PARAM/clsParamGroup.h"
 #include "WIDGET/DenseStyle.h"
 #include "WIDGET/ShortcutKeys.h"
 #include "WIDGET/clsDialogEXKey.h"
+#include "WIDGET/clsFieldUndo.h"
 #include "WIDGET/clsFontProvider.h"
 #include "WIDGET/clsGripLabel.h"
+#include "WIDGET/clsKeyButton.h"
 #include "WIDGET/clsMultiInputRow.h"
 #include "WIDGET/clsNumField.h"
+#include "WIDGET/clsParamEdit.h"
 
 namespace {
 constexpr int kGap = 4; // the spacing unit
 constexpr int kDefaultLabelWidth = 104;
+/// Panels whose values undo or the time may change.
+std::set<MultiInputPanel_cls*>& LivingPanels() {
+    static std::set<MultiInputPanel_cls*> sPanels;
+    return sPanels;
+}
+
 } // namespace
 
 MultiInputPanel_cls::MultiInputPanel_cls(wxWindow* pParent, int labelWidth)
@@ -42,7 +53,7 @@ MultiInputPanel_cls::MultiInputPanel_cls(wxWindow* pParent, int labelWidth)
         Bind(type, [this](wxMouseEvent& event) { FuncHookMouse(event); });
 }
 
-MultiInputPanel_cls::~MultiInputPanel_cls() = default;
+MultiInputPanel_cls::~MultiInputPanel_cls() { LivingPanels().erase(this); }
 
 int MultiInputPanel_cls::NewRow(const wxString& label, const wxString& tip, bool bGrip) {
     auto row = std::make_unique<Row>();
@@ -122,6 +133,64 @@ void MultiInputPanel_cls::UpdateValues(int which) {
     }
 }
 
+void MultiInputPanel_cls::SetUndo(long long updateMask) {
+    mbUndo = true;
+    mUndoMask = int(updateMask);
+    LivingPanels().insert(this);
+}
+
+void MultiInputPanel_cls::Edit(const Undo& undo, const std::function<void()>& write, bool bFinal) {
+    if (mbUndo && undo)
+        undo->Edit(write, bFinal, mUndoMask);
+    else
+        write();
+}
+
+void MultiInputPanel_cls::UpdateAllPanels() {
+    for (MultiInputPanel_cls* panel : LivingPanels())
+        panel->UpdateValues();
+}
+
+void MultiInputPanel_cls::UpdateAllParams() {
+    for (MultiInputPanel_cls* panel : LivingPanels())
+        for (int row = 0; row < panel->GetRowCount(); ++row)
+            if (panel->mRows[static_cast<size_t>(row)]->mbParam) panel->UpdateValues(row);
+}
+
+int MultiInputPanel_cls::AddParam(const wxString& label, ParamGroup_cls* pGroup, const NumSpec& spec,
+                                  const wxString& tip) {
+    LivingPanels().insert(this);
+    const int count = std::min(pGroup->GetDimension(), kMaxField);
+    const int row = NewRow(label, tip, count == 1);
+    Row& r = *mRows[static_cast<size_t>(row)];
+    r.mbParam = true;
+    NumSpec each = spec;
+    each.mbDouble = true;
+    const auto edit = std::make_shared<ParamEdit_cls>(pGroup);
+    for (int dim = 0; dim < count; ++dim) {
+        auto* diamond = new KeyButton_cls(this, pGroup, dim);
+        PlaceNumber(
+            row, [edit, dim] { return edit->GetValue(dim); }, nullptr, each, tip, count == 1, nullptr);
+        auto* field = static_cast<NumField_cls*>(r.mFields.back());
+        field->SetOnChange([this, row, edit, dim, diamond](double value, bool bFinal) {
+            edit->SetValue(dim, value, bFinal);
+            diamond->RefreshIfChanged();
+            Tell(row, Hook::Value, bFinal);
+        });
+        r.mpFields->Add(diamond, 0, wxALIGN_CENTRE_VERTICAL);
+        r.mRefresh.push_back([diamond] { diamond->RefreshIfChanged(); });
+        r.mKeyButtons.push_back(diamond);
+    }
+    return row;
+}
+
+KeyButton_cls* MultiInputPanel_cls::GetKeyButton(int row, int dimension) const {
+    if (row < 0 || row >= GetRowCount()) return nullptr;
+    const auto& buttons = mRows[static_cast<size_t>(row)]->mKeyButtons;
+    return dimension >= 0 && dimension < int(buttons.size()) ? buttons[static_cast<size_t>(dimension)]
+                                                             : nullptr;
+}
+
 void MultiInputPanel_cls::ShowRow(int row, bool bShow) {
     Row& r = *mRows[static_cast<size_t>(row)];
     if (r.mbShown == bShow) return;
@@ -139,6 +208,8 @@ void MultiInputPanel_cls::EnableRow(int row, bool bEnable) {
     r.mpLabel->Enable(bEnable);
     for (wxWindow* field : r.mFields)
         field->Enable(bEnable);
+    for (KeyButton_cls* button : r.mKeyButtons)
+        button->Enable(bEnable);
 }
 
 void MultiInputPanel_cls::SetRowLabel(int row, const wxString& label) {

@@ -2,7 +2,8 @@
 // another. All pages and dialogs are made of it, so the same field looks and works the same everywhere.
 //
 // Rows are numbered from 0 as they are added. A change by the user is written to the bound value first
-// and told afterwards; UpdateValues shows values that changed elsewhere.
+// and told afterwards; UpdateValues shows values that changed elsewhere. With SetUndo each gesture (typing
+// and Enter, an arrow held, a burst of the wheel, a drag) is one step of the undo list.
 #pragma once
 
 #include <functional>
@@ -13,6 +14,9 @@
 
 #include "WIDGET/NumberText.h"
 
+class FieldUndo_cls;
+class KeyButton_cls;
+class ParamGroup_cls;
 class wxFlexGridSizer;
 class wxSizer;
 
@@ -59,10 +63,21 @@ public:
                 const wxString& tip);
     /// A value that is only shown; `get` gives its text.
     int AddStatic(const wxString& label, std::function<wxString()> get, const wxString& tip);
+    /// An animated setting: one number a dimension, each with a diamond that sets or removes its key. Edits
+    /// are keys at the current time, always as steps of the undo list. The group outlives the panel.
+    int AddParam(const wxString& label, ParamGroup_cls* pGroup, const NumSpec& spec, const wxString& tip);
     int AddButton(const wxString& label, const wxString& text, const wxString& tip);
     int AddCaption(const wxString& text);
     /// A window made by the caller, child of this panel.
     int AddWindow(const wxString& label, wxWindow* pWindow);
+
+    /// From now on what the user changes is undoable, and makes stale what the mask says
+    /// (COMMON/UpdateBits.h). The bound values must live as long as the program.
+    void SetUndo(long long updateMask);
+    /// Show all values in every panel with SetUndo or AddParam: something was done or undone.
+    static void UpdateAllPanels();
+    /// Show the values of all AddParam rows: the time, or a curve, is another.
+    static void UpdateAllParams();
 
     /// Show the value of one row, or of all (kAllRows, and any other negative number).
     void UpdateValues(int which = kAllRows);
@@ -72,6 +87,7 @@ public:
     void SetRowLabel(int row, const wxString& label);
     /// Field k of a row: a NumField_cls, wxChoice, wxCheckBox, ColorSwatch_cls, wxTextCtrl or wxButton.
     wxWindow* GetField(int row, int k = 0) const;
+    KeyButton_cls* GetKeyButton(int row, int dimension = 0) const; ///< of an AddParam row, else null
     int GetRowCount() const;
     /// Told after the hooks below, whatever changed. bFinal is false while a gesture is under way.
     void SetOnChange(std::function<void(int row, bool bFinal)> handler) { mOnChange = std::move(handler); }
@@ -94,16 +110,20 @@ private:
     wxWindow* Place(int row, wxWindow* pWindow, int proportion);
     template <class T>
     int AddNumbers(const wxString& label, T* pValue, int count, NumSpec spec, const wxString& tip);
+    using Undo = std::shared_ptr<FieldUndo_cls>;
     void PlaceNumber(int row, std::function<double()> get, std::function<void(double)> set,
-                     const NumSpec& spec, const wxString& tip, bool bGripLabel);
+                     const NumSpec& spec, const wxString& tip, bool bGripLabel, Undo undo);
     void PlaceCheck(int row, bool* pValue, const wxString& text, const wxString& tip);
     int PlaceChoice(const wxString& label, std::function<unsigned()> get, std::function<void(unsigned)> set,
-                    const std::vector<ChoiceItem>& items, const wxString& tip);
+                    const std::vector<ChoiceItem>& items, const wxString& tip, Undo undo);
+    void Edit(const Undo& undo, const std::function<void()>& write, bool bFinal = true);
     wxWindow* PlaceText(int row, wxString* pValue, const wxString& tip);
     void AskForFile(int row, wxString* pValue, const wxString& message, const wxString& wildcard);
     void Tell(int row, Hook hook, bool bFinal);
 
     std::vector<std::unique_ptr<Row>> mRows;
     std::function<void(int, bool)> mOnChange;
+    bool mbUndo = false;
+    int mUndoMask = 0;
     wxFlexGridSizer* mpCGrid;
 };

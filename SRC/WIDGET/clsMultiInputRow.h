@@ -10,5 +10,7 @@ struct MultiInputPanel_cls::Row {
     wxBoxSizer* mpFields = nullptr;
     std::vector<wxWindow*> mFields;
     std::vector<std::function<void()>> mRefresh; ///< each shows a bound value in its field
+    std::vector<KeyButton_cls*> mKeyButtons;
+    bool mbParam = false; ///< its values depend on time
     bool mbShown = true;
 };

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <utility>
 
 #include <wx/dcclient.h>
 #include <wx/settings.h>
@@ -15,7 +16,18 @@ constexpr int kArrowWidth = 14;
 constexpr int kDragThreshold = 3; // pixels before a press becomes a drag
 constexpr int kHoldDelay = 400;   // milliseconds before a held arrow repeats
 constexpr int kHoldRepeat = 60;
+constexpr int kBurstEnd = 400; // milliseconds without another turn of the wheel
 } // namespace
+
+NumField_cls* NumField_cls::mspCActive = nullptr;
+
+NumField_cls::~NumField_cls() {
+    if (mspCActive == this) mspCActive = nullptr;
+}
+
+void NumField_cls::EndAnyGesture() {
+    if (mspCActive) mspCActive->EndGesture();
+}
 
 NumField_cls::NumField_cls(wxWindow* pParent, const NumSpec& spec, int widthChars)
     : wxPanel(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL), mSpec(spec) {
@@ -42,16 +54,18 @@ NumField_cls::NumField_cls(wxWindow* pParent, const NumSpec& spec, int widthChar
         event.Skip();
     });
     mpCText->Bind(wxEVT_CHAR_HOOK, &NumField_cls::OnTextKey, this);
-    mpCText->Bind(wxEVT_MOUSEWHEEL, [this](wxMouseEvent& event) {
+    // The toolkit's entry leaves the wheel to the window under it, which is this one.
+    Bind(wxEVT_MOUSEWHEEL, [this](wxMouseEvent& event) {
         if (mpCText->HasFocus())
             OnWheel(event);
         else
-            event.Skip(); // the wheel scrolls the page under it
+            event.Skip(); // the wheel scrolls the page
     });
     mHoldTimer.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
-        StepBy(mHoldTicks, false);
+        StepBy(mHoldTicks);
         mHoldTimer.StartOnce(kHoldRepeat);
     });
+    mBurstTimer.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { EndGesture(); });
     AttachGrip(mpCArrows);
     ShowText();
 }
@@ -86,10 +100,15 @@ void NumField_cls::Change(double value, bool bFinal) {
     ShowText();
     const bool bTell = bNew || (bFinal && mbChanged);
     mbChanged = !bFinal && (mbChanged || bNew);
+    if (mbChanged) {
+        if (mspCActive != this) EndAnyGesture();
+        mspCActive = this;
+    }
     if (bTell && mOnChange) mOnChange(mValue, bFinal);
 }
 
 void NumField_cls::Commit() {
+    if (!mbPressed) EndGesture(); // a press takes the focus away, and goes on
     if (!mpCText->IsModified()) return;
     double value = 0.0;
     if (ParseNumber(mpCText->GetValue(), mSpec, &value))
@@ -108,13 +127,21 @@ void NumField_cls::OnTextKey(wxKeyEvent& event) {
         ShowText();
         mpCText->SelectAll();
         return;
+    case 'Z':
+        if (event.GetModifiers() != wxMOD_CONTROL || !mpCText->IsModified()) {
+            event.Skip(); // the program's undo
+            return;
+        }
+        ShowText();
+        mpCText->SelectAll();
+        return;
     case WXK_UP:
     case WXK_NUMPAD_UP:
-        StepBy(1, true);
+        StepInBurst(1);
         return;
     case WXK_DOWN:
     case WXK_NUMPAD_DOWN:
-        StepBy(-1, true);
+        StepInBurst(-1);
         return;
     default:
         event.Skip();
@@ -123,13 +150,18 @@ void NumField_cls::OnTextKey(wxKeyEvent& event) {
 
 void NumField_cls::OnWheel(wxMouseEvent& event) {
     const int ticks = event.GetWheelRotation() > 0 ? 1 : -1;
-    StepBy(event.ControlDown() ? 10 * ticks : ticks, true);
+    StepInBurst(event.ControlDown() ? 10 * ticks : ticks);
 }
 
-void NumField_cls::StepBy(int ticks, bool bFinal) {
+void NumField_cls::StepBy(int ticks) {
     double value = mValue;
     if (mpCText->IsModified()) ParseNumber(mpCText->GetValue(), mSpec, &value);
-    Change(StepNumber(value, ticks, mSpec), bFinal);
+    Change(StepNumber(value, ticks, mSpec), false);
+}
+
+void NumField_cls::StepInBurst(int ticks) {
+    StepBy(ticks);
+    mBurstTimer.StartOnce(kBurstEnd);
 }
 
 void NumField_cls::AttachGrip(wxWindow* pGrip) {
@@ -162,7 +194,7 @@ void NumField_cls::OnGripDown(wxWindow* pGrip, bool bArrows, const wxPoint& posi
     mDragFrom = pGrip->ClientToScreen(position);
     if (!bArrows) return;
     mHoldTicks = position.y < pGrip->GetClientSize().y / 2 ? 1 : -1;
-    StepBy(mHoldTicks, false);
+    StepBy(mHoldTicks);
     mHoldTimer.StartOnce(kHoldDelay);
 }
 
@@ -178,11 +210,13 @@ void NumField_cls::OnGripDrag(wxWindow* pGrip, const wxMouseEvent& event) {
 }
 
 void NumField_cls::EndGesture() {
-    if (!mbPressed) return;
     mHoldTimer.Stop();
+    mBurstTimer.Stop();
     mHoldTicks = 0;
     mbPressed = mbDragging = false;
-    Change(mValue, true);
+    if (mspCActive == this) mspCActive = nullptr;
+    if (!std::exchange(mbChanged, false)) return;
+    if (mOnChange) mOnChange(mValue, true); // the text stays: the user may be typing already
 }
 
 void NumField_cls::PaintArrows() {

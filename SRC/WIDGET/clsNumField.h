@@ -1,6 +1,7 @@
 // A numeric field: type into it, click or hold its arrows, turn the wheel, or drag the arrows sideways
-// (Shift fine, Ctrl coarse). Enter and leaving the field commit, Escape restores; text that is no number
-// gives the old value back.
+// (Shift fine, Ctrl coarse). Enter and leaving the field commit, Escape and Ctrl-Z restore what is being
+// typed; text that is no number gives the old value back. Turns of the wheel and strokes of the arrow keys
+// that come close after each other are one gesture.
 #pragma once
 
 #include <functional>
@@ -14,11 +15,14 @@ class wxTextCtrl;
 
 class NumField_cls : public wxPanel {
 public:
-    /// Called with the new value; bFinal is false while a drag or a held arrow is under way, and each
-    /// gesture ends with one call where it is true.
+    /// Called with the new value; bFinal is false while a drag, a held arrow or a burst of the wheel is under
+    /// way, and each gesture ends with one call where it is true.
     using ChangeHandler = std::function<void(double value, bool bFinal)>;
 
     NumField_cls(wxWindow* pParent, const NumSpec& spec, int widthChars = 8);
+    ~NumField_cls() override;
+    /// Finish the gesture that is under way in any field.
+    static void EndAnyGesture();
 
     double GetValue() const { return mValue; }
     /// Show a value without telling the handler; an edit under way stays.
@@ -42,7 +46,8 @@ private:
     void OnGripDown(wxWindow* pGrip, bool bArrows, const wxPoint& position);
     void OnGripDrag(wxWindow* pGrip, const wxMouseEvent& event);
     void EndGesture();
-    void StepBy(int ticks, bool bFinal);
+    void StepBy(int ticks);
+    void StepInBurst(int ticks);
     void PaintArrows();
 
     NumSpec mSpec;
@@ -51,10 +56,13 @@ private:
     wxTextCtrl* mpCText;
     wxPanel* mpCArrows;
     wxTimer mHoldTimer;      ///< repeats a held arrow
+    wxTimer mBurstTimer;     ///< ends a burst of the wheel
     int mHoldTicks = 0;      ///< +1, -1, or 0 when no arrow is held
     bool mbDragging = false; ///< the pointer has moved enough to be a drag
     bool mbPressed = false;
     bool mbChanged = false; ///< something was told with bFinal false
     double mDragStart = 0.0;
     wxPoint mDragFrom;
+
+    static NumField_cls* mspCActive; ///< the field with a gesture under way
 };

@@ -3,6 +3,7 @@
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
+#include "COMMON/UpdateBits.h"
 #include "GL/DRAW/clsDrawOption.h"
 
 DrawOptionGUI_cls::DrawOptionGUI_cls(wxWindow* pParent, DrawOption_cls* pDrawOption)
@@ -24,6 +25,7 @@ DrawOptionGUI_cls::DrawOptionGUI_cls(wxWindow* pParent, DrawOption_cls* pDrawOpt
                                                    {1, _("Shadow Volume"), false},
                                                    {2, _("Show Shadow"), false}},
                            _("Shadows that particles throw"));
+    SetUndo(UPDATE_SNAPDATA | UPDATE_DRAW_OPTIONS | UPDATE_GL);
     HideAndShow();
 }
 

@@ -3,6 +3,7 @@
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
+#include "COMMON/UpdateBits.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
 
@@ -35,6 +36,7 @@ GLAttributeGUI_cls::GLAttributeGUI_cls(wxWindow* pParent, GLAttribute_cls* pAttr
     AddRadiusRows();
     AddAlphaRows();
     AddColorRows();
+    SetUndo(UPDATE_SNAPDATA | UPDATE_COLOR | UPDATE_GL | UPDATE_ATTRIB);
     HideAndShow();
 }
 

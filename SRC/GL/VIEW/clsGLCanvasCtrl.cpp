@@ -8,7 +8,10 @@
 #include <wx/tglbtn.h>
 
 #include "COMMON/RuntimeFiles.h"
+#include "COMMON/UpdateBits.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "PARAM/clsCommandCall.h"
+#include "PARAM/clsUndoManager.h"
 
 namespace {
 
@@ -156,19 +159,57 @@ void GLCanvasCtrl_cls::UpdateToggleButtonsAndParams() {
     mpCCanvas->mCGLPerspective.mbPerspective = !mpCCanvas->IsOrthographic();
 }
 
+bool GLCanvasCtrl_cls::Settings_st::operator==(const Settings_st& other) const {
+    return mMode == other.mMode && mGeometry == other.mGeometry && mbPivot == other.mbPivot &&
+           mbToggle == other.mbToggle;
+}
+
+GLCanvasCtrl_cls::Settings_st GLCanvasCtrl_cls::GetSettings() const {
+    Settings_st settings;
+    settings.mMode = mpCCanvas->GetDisplayMode();
+    settings.mGeometry = mpCCanvas->GetGeometry();
+    settings.mbPivot = mpCCanvas->mPivotMode.mValue;
+    for (int which = 0; which < 4; ++which)
+        settings.mbToggle[size_t(which)] = GetToggleItem(mpCCanvas, which).mValue;
+    return settings;
+}
+
+void GLCanvasCtrl_cls::SetSettings(const Settings_st& settings) {
+    mpCCanvas->SetDisplayMode(settings.mMode); // may bring another geometry
+    mpCCanvas->SetGeometry(settings.mGeometry);
+    mpCCanvas->mPivotMode.mValue = settings.mbPivot;
+    for (int which = 0; which < 4; ++which)
+        GetToggleItem(mpCCanvas, which).mValue = settings.mbToggle[size_t(which)];
+    UpdateWindow();
+    mpCCanvas->ForceUpdateCameraPos();
+    mpCCanvas->MarkStale();
+}
+
+void GLCanvasCtrl_cls::ChangeBy(const std::function<void()>& change) {
+    const Settings_st before = GetSettings();
+    change();
+    const Settings_st now = GetSettings();
+    if (now == before) return;
+    const auto command = [this](const Settings_st& settings) {
+        return new CommandCall_cls([this, settings] { SetSettings(settings); }, UPDATE_GL);
+    };
+    GCUndoList.PushNewCommand(command(now), command(before));
+    GCUndoList.ExecCurrent();
+}
+
 void GLCanvasCtrl_cls::OnComboBox(wxCommandEvent&) {
-    SyncDisplayModeToCombobox();
+    ChangeBy([this] { SyncDisplayModeToCombobox(); });
     mpCCanvas->SetFocus();
 }
 
 void GLCanvasCtrl_cls::OnPivot(wxCommandEvent& event) {
-    mpCCanvas->mPivotMode.mValue = event.IsChecked();
+    ChangeBy([&] { mpCCanvas->mPivotMode.mValue = event.IsChecked(); });
     mpCCanvas->RefreshEX();
     mpCCanvas->SetFocus();
 }
 
 void GLCanvasCtrl_cls::OnToggle(int which) {
-    GetToggleItem(mpCCanvas, which).mValue = mpCToggle[which]->GetValue();
+    ChangeBy([&] { GetToggleItem(mpCCanvas, which).mValue = mpCToggle[which]->GetValue(); });
     mpCCanvas->MarkStale();
     mpCCanvas->RefreshEX();
     mpCCanvas->SetFocus(); // keys belong to the view

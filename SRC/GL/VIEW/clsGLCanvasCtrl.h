@@ -1,6 +1,9 @@
 // The panel around one view: a row of controls above the canvas.
 #pragma once
 
+#include <array>
+#include <functional>
+
 #include <wx/panel.h>
 
 class DrawOption_cls;
@@ -34,6 +37,19 @@ public:
     void ReadStrLine(const wxString& line);
 
 private:
+    /// What the row of controls sets.
+    struct Settings_st {
+        int mMode = 0;
+        int mGeometry = 0;
+        bool mbPivot = false;
+        std::array<bool, 4> mbToggle{};
+        bool operator==(const Settings_st& other) const;
+    };
+    Settings_st GetSettings() const;
+    void SetSettings(const Settings_st& settings);
+    /// Call `change` and leave a step that takes it back.
+    void ChangeBy(const std::function<void()>& change);
+
     void MakeControls();
     void MakeToggle(int which);
     void OnComboBox(wxCommandEvent& event);

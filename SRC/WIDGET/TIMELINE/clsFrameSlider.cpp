@@ -24,7 +24,7 @@ FrameSlider_cls::FrameSlider_cls(wxWindow* pParent, TimeCtrl_cls* pTime)
     for (const auto& type :
          {wxEVT_LEFT_DOWN, wxEVT_LEFT_DCLICK, wxEVT_LEFT_UP, wxEVT_MOTION, wxEVT_MOUSEWHEEL})
         Bind(type, &FrameSlider_cls::OnMouse, this);
-    Bind(wxEVT_MOUSE_CAPTURE_LOST, [](wxMouseCaptureLostEvent&) {});
+    Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { mpCTime->EndGesture(); });
 }
 
 bool FrameSlider_cls::Shown::operator==(const Shown& o) const {
@@ -60,9 +60,11 @@ void FrameSlider_cls::GoTo(int pixel) {
 void FrameSlider_cls::OnMouse(wxMouseEvent& event) {
     if (event.LeftDown() || event.LeftDClick()) {
         if (!HasCapture()) CaptureMouse();
+        mpCTime->BeginGesture();
         GoTo(event.GetX());
     } else if (event.LeftUp()) {
         if (HasCapture()) ReleaseMouse();
+        mpCTime->EndGesture();
     } else if (event.Dragging() && HasCapture()) {
         GoTo(event.GetX());
     } else if (event.GetEventType() == wxEVT_MOUSEWHEEL) {

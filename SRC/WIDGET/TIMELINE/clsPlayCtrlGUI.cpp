@@ -92,7 +92,11 @@ NumField_cls* PlayCtrlGUI_cls::AddField(wxSizer* pSizer, const wxString& label, 
     text->SetToolTip(tip);
     field->SetHint(tip);
     field->AttachGrip(text);
-    field->SetOnChange([set](double value, bool) { set(static_cast<int>(value)); });
+    field->SetOnChange([this, set](double value, bool bFinal) {
+        if (!bFinal) mpCTime->BeginGesture();
+        set(static_cast<int>(value));
+        if (bFinal) mpCTime->EndGesture();
+    });
     pSizer->Add(text, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, FromDIP(2 * kGap));
     pSizer->Add(field, 0, wxALIGN_CENTRE_VERTICAL);
     return field;

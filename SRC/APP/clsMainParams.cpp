@@ -1,0 +1,72 @@
+// The hub and the undo list: steps that open and close data, and what curves ask of the program.
+#include "APP/clsCommandLoadData.h"
+#include "APP/clsMain.h"
+#include "PARAM/ParamHooks.h"
+#include "PARAM/clsKeyFrame.h"
+#include "PARAM/clsParamGroup.h"
+#include "PARAM/clsUndoManager.h"
+#include "PDATA/clsPDataSeqCtrl.h"
+#include "TIME/clsTimeCtrl.h"
+#include "WIDGET/clsMultiInputPanel.h"
+#include "WIDGET/clsNumField.h"
+
+void Main_cls::LinkParamHooks() {
+    KeyFrame_cls::FillInterpNames();
+    GParamHooks.mFindParam = [this](const wxString& id) { return GetPCParamFromID(id); };
+    GParamHooks.mMarkSnipping = [this](int frame) {
+        mpCPDataSeqCtrl->SetSnipping(mpCTimeCtrl->GetRemappedIndex(frame));
+    };
+    mpCTimeCtrl->mCollectTags = [this](std::vector<bool>* pTags) {
+        mpCPDataSeqCtrl->ClearSnipping();
+        mpCTimeCtrl->mpCTimeRemapGroup->CheckSnippingTag(pTags);
+    };
+}
+
+void Main_cls::UnlinkParamHooks() {
+    GCUndoList.Clear();
+    GParamHooks.mFindParam = nullptr;
+    GParamHooks.mMarkSnipping = nullptr;
+}
+
+Parameters_cls* Main_cls::GetPCParamFromID(const wxString& id) {
+    return mpCTimeCtrl->mpCTimeRemapGroup->GetPCParamFromID(id);
+}
+
+void Main_cls::EndGestures() {
+    NumField_cls::EndAnyGesture();
+    mpCTimeCtrl->EndGesture();
+}
+
+void Main_cls::Undo() {
+    EndGestures(); // what a hand still holds is the latest step
+    GCUndoList.UndoCurrent();
+    MultiInputPanel_cls::UpdateAllPanels();
+}
+
+void Main_cls::Redo() {
+    EndGestures();
+    GCUndoList.ExecCurrent();
+    MultiInputPanel_cls::UpdateAllPanels();
+}
+
+namespace {
+
+void Push(CommandLoadData_cls* pRedo, CommandLoadData_cls* pUndo) {
+    GCUndoList.PushNewCommand(pRedo, pUndo);
+    GCUndoList.ExecCurrent();
+}
+
+} // namespace
+
+void Main_cls::OpenDataFileCommand(const wxString& path) {
+    // Undo takes the two back in the other order: it closes the new data and opens the old.
+    const UndoBlock_cls block;
+    CloseDataCommand();
+    if (!path.empty()) Push(new CommandLoadData_cls(this, path), new CommandLoadData_cls(this, ""));
+}
+
+void Main_cls::CloseDataCommand() {
+    auto* undo = new CommandLoadData_cls(this, mpCPDataSeqCtrl->GetStrActiveFileSequencePath());
+    undo->KeepClock(mpCTimeCtrl->GetState());
+    Push(new CommandLoadData_cls(this, ""), undo);
+}
