@@ -7,12 +7,13 @@
 #include <wx/sizer.h>
 #include <wx/tglbtn.h>
 
-#include "COMMON/RuntimeFiles.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "WIDGET/clsMyArtProvider.h"
 
 namespace {
 
 constexpr int kSpace = 4;
+constexpr int kIconSize = 16;
 // Buttons redraw a few pixels around them, for their shadows: where that reaches a view, the toolkit paints
 // the view again with every step of a button's animation.
 constexpr int kShadow = 8;
@@ -24,10 +25,10 @@ struct ToggleLook {
 };
 
 const ToggleLook kToggles[4] = {
-    {"ICONS/ShowMessage.png", "M", wxTRANSLATE("Show/Hide Message")},
-    {"ICONS/ShowItem.png", "I", wxTRANSLATE("Show/Hide Item")},
-    {"ICONS/ShowGrid.png", "G", wxTRANSLATE("Show/Hide Grid")},
-    {"ICONS/ShowData.png", "D", wxTRANSLATE("Show/Hide Data")},
+    {"ShowMessage", "M", wxTRANSLATE("Show/Hide Message")},
+    {"ShowItem", "I", wxTRANSLATE("Show/Hide Item")},
+    {"ShowGrid", "G", wxTRANSLATE("Show/Hide Grid")},
+    {"ShowData", "D", wxTRANSLATE("Show/Hide Data")},
 };
 
 wxArrayString GetDisplayModeNames(bool bExtraPanel) {
@@ -52,6 +53,9 @@ wxArrayString GetGeometryNames() {
     names.Add(_("Panoramic"));
     return names;
 }
+
+/// From the longest form to the shortest.
+wxString GetPivotLabel(int form) { return form == 0 ? _("Pivot Follows Anchor") : _("Pivot"); }
 
 ConfItemBOOL_cls& GetToggleItem(MainGLCanvas_cls* pCanvas, int which) {
     ConfItemBOOL_cls* const items[4] = {&pCanvas->mShowMessage, &pCanvas->mShowItems, &pCanvas->mShowGrid,
@@ -86,13 +90,14 @@ void GLCanvasCtrl_cls::MakeControls() {
     mpCComboDisplayMode->SetToolTip(_("Point of View"));
     mpCComboGeometry = new wxChoice(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, GetGeometryNames());
     mpCComboGeometry->SetToolTip(_("Geometry"));
-    mpCPivotClip = new wxPanel(this);
-    mpCCheckPivot = new wxCheckBox(mpCPivotClip, wxID_ANY, _("Pivot Follows Anchor"));
-    mpCPivotClip->SetMinSize(wxSize(1, mpCCheckPivot->GetBestSize().y));
-    mpCCheckPivot->SetToolTip(_("The view turns around the anchor path's position"));
+    mpCCheckPivot = new wxCheckBox(this, wxID_ANY, "");
+    for (int form = 0; form < kPivotForms; ++form) {
+        mpCCheckPivot->SetLabel(GetPivotLabel(form));
+        mPivotWidth[form] = mpCCheckPivot->GetBestSize().x;
+    }
+    mpCCheckPivot->SetToolTip(_("Pivot Follows Anchor: the view turns around the anchor path's position"));
     for (int which = 0; which < 4; ++which)
         MakeToggle(which);
-    // The long label stands last: where room is short, it alone is cut.
     mpCSizerControls->Add(mpCComboDisplayMode, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, kSpace);
     mpCSizerControls->Add(mpCComboGeometry, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, kSpace);
     for (wxToggleButton* pToggle : mpCToggle)
@@ -101,7 +106,7 @@ void GLCanvasCtrl_cls::MakeControls() {
     mpCSizerRow->AddSpacer(kSpace / 2);
     mpCSizerRow->Add(mpCSizerControls, 0, wxEXPAND | wxLEFT | wxRIGHT, kSpace / 2);
     mpCSizerRow->AddSpacer(kShadow);
-    mpCSizerControls->Add(mpCPivotClip, 1, wxALIGN_CENTER_VERTICAL | wxLEFT, 2 * kSpace);
+    mpCSizerControls->Add(mpCCheckPivot, 0, wxALIGN_CENTER_VERTICAL | wxLEFT, kSpace);
     mpCComboDisplayMode->Bind(wxEVT_CHOICE, &GLCanvasCtrl_cls::OnComboBox, this);
     mpCComboGeometry->Bind(wxEVT_CHOICE, &GLCanvasCtrl_cls::OnComboBox, this);
     mpCCheckPivot->Bind(wxEVT_CHECKBOX, &GLCanvasCtrl_cls::OnPivot, this);
@@ -109,13 +114,12 @@ void GLCanvasCtrl_cls::MakeControls() {
 
 void GLCanvasCtrl_cls::MakeToggle(int which) {
     const ToggleLook& look = kToggles[which];
-    const wxString path = FindRuntimeFile(look.icon);
-    wxBitmap bitmap;
-    if (wxFileExists(path)) bitmap.LoadFile(path, wxBITMAP_TYPE_PNG);
-    const wxString label = bitmap.IsOk() ? wxString() : wxString(look.letter);
-    mpCToggle[which] =
-        new wxToggleButton(this, wxID_ANY, label, wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
-    if (bitmap.IsOk()) mpCToggle[which]->SetBitmap(bitmap);
+    const wxBitmapBundle icon = MyArtProvider::GetIcon(look.icon, kIconSize);
+    if (icon.IsOk())
+        mpCToggle[which] = new wxBitmapToggleButton(this, wxID_ANY, icon);
+    else
+        mpCToggle[which] =
+            new wxToggleButton(this, wxID_ANY, look.letter, wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
     mpCToggle[which]->SetToolTip(wxGetTranslation(look.tip));
     mpCToggle[which]->Bind(wxEVT_TOGGLEBUTTON, [this, which](wxCommandEvent&) { OnToggle(which); });
 }
@@ -172,14 +176,24 @@ void GLCanvasCtrl_cls::OnToggle(int which) {
     mpCCanvas->SetFocus(); // keys belong to the view
 }
 
-// The geometry goes first, the toggles last.
+// Where room is short, the long label gets shorter; then the controls go one by one, the least wanted first.
+// What is shown is never cut.
 void GLCanvasCtrl_cls::FitControls(int width) {
+    int toggles = kSpace;
+    for (const wxToggleButton* pToggle : mpCToggle)
+        toggles += pToggle->GetBestSize().x;
+    const int mode = mpCComboDisplayMode->GetBestSize().x + kSpace;
+    const int all = toggles + mode + mpCComboGeometry->GetBestSize().x + kSpace;
+    int form = 0;
+    while (form < kPivotForms - 1 && all + kSpace + mPivotWidth[form] > width)
+        ++form;
+    if (mpCCheckPivot->GetLabel() != GetPivotLabel(form)) mpCCheckPivot->SetLabel(GetPivotLabel(form));
     const bool bRow = mbPanelShown;
-    mpCComboGeometry->Show(bRow && width >= 420);
-    mpCPivotClip->Show(bRow && width >= 300);
-    mpCComboDisplayMode->Show(bRow && width >= 220);
+    mpCCheckPivot->Show(bRow && all + kSpace + mPivotWidth[form] <= width);
+    mpCComboGeometry->Show(bRow && all <= width);
+    mpCComboDisplayMode->Show(bRow && toggles + mode <= width);
     for (wxToggleButton* pToggle : mpCToggle)
-        pToggle->Show(bRow && width >= 120);
+        pToggle->Show(bRow && toggles <= width);
 }
 
 void GLCanvasCtrl_cls::OnSize(wxSizeEvent& event) {

@@ -48,8 +48,9 @@ private:
     wxBoxSizer* mpCSizerControls = nullptr;
     wxChoice* mpCComboDisplayMode = nullptr;
     wxChoice* mpCComboGeometry = nullptr;
-    wxPanel* mpCPivotClip = nullptr; ///< cuts the check box where room is short
     wxCheckBox* mpCCheckPivot = nullptr;
     wxToggleButton* mpCToggle[4] = {}; ///< message, items, grid, data
+    static constexpr int kPivotForms = 2;
+    int mPivotWidth[kPivotForms] = {}; ///< of the check box with its label in each form, pixels
     bool mbPanelShown = true;
 };
