@@ -100,8 +100,8 @@ FrameMain_cls::~FrameMain_cls() {
 void FrameMain_cls::CreateHalves() {
     mpCInfoBar = new wxInfoBar(this);
     // A splitter of no size would squeeze what is made in it.
-    mpCSplitter = new wxSplitterWindow(this, wxID_ANY, wxDefaultPosition, GetSize(),
-                                       wxSP_LIVE_UPDATE | wxSP_3DSASH);
+    mpCSplitter =
+        new wxSplitterWindow(this, wxID_ANY, wxDefaultPosition, GetSize(), wxSP_LIVE_UPDATE | wxSP_3DSASH);
     mpCSplitter->SetSashGravity(1.0); // the bottom half keeps its height
     mpCSplitter->SetMinimumPaneSize(kMinPane);
     mpCTopHalf = new TopHalfPanel_cls(mpCSplitter, this, GetPCActiveFileSequence(), mpCMain->mpCDrawOption,
@@ -194,8 +194,7 @@ void FrameMain_cls::ShowNotice(const wxString& text) {
 }
 
 void FrameMain_cls::ApplySettings() {
-    // A file may hold areas that are crossed or longer than the film.
-    GetPCTimeCtrl()->CheckWorkingArea();
+    mpCMain->CheckAreas(); // a file may hold anything
     mpCTopHalf->SplitPanel(mpCTopHalf->GetSplit());
     if (wxMenuBar* bar = GetMenuBar()) bar->Check(ID_VIEW_PANEL_TYPE_0 + mpCTopHalf->GetSplit(), true);
     for (int view = 0; view < MainGLCanvas_cls::kViewNumber; ++view)

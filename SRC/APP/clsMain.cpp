@@ -127,7 +127,15 @@ void Main_cls::OpenDataFile(const wxString& path) {
         last = kKeptFiles - 1;
     }
     mpCTimeCtrl->SetMaxFrameNative(last);
+    CheckAreas();
     PostMenuEvent(ID_REFRESH_GL);
+}
+
+void Main_cls::CheckAreas() {
+    // An area behind the end of the film would leave a single frame of it: then the whole film plays.
+    if (mpCTimeCtrl->GetWAMin() > mpCTimeCtrl->GetMaxFrame()) mpCTimeCtrl->SetWAMinNative(0);
+    if (mpCTimeCtrl->GetAAMin() > mpCTimeCtrl->GetMaxFrame()) mpCTimeCtrl->SetAAMinNative(0);
+    mpCTimeCtrl->CheckWorkingArea();
 }
 
 void Main_cls::CloseData() {

@@ -37,6 +37,8 @@ public:
     /// Close what is open and open the sequence of `path`.
     void OpenDataFileCommand(const wxString& path);
     void OpenDataFile(const wxString& path);
+    /// Bring work area, active area and current frame into the film, whatever they were.
+    void CheckAreas();
     void CloseDataCommand();
     void CloseData();
 
