@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstdio>
 
-#include <wx/artprov.h>
 #include <wx/display.h>
 #include <wx/utils.h>
 
@@ -56,7 +55,7 @@ Main_cls::Main_cls() {
     mPid = static_cast<unsigned long>(getpid());
     wxDisplaySize(&mDisplayWidth, &mDisplayHeight);
 
-    wxArtProvider::Push(new MyArtProvider);
+    MyArtProvider::Install();
     FontProvider_cls::InitializeStatic();
 
     // Later objects take earlier ones as arguments, and the frame's panels reach back to the hub.

@@ -38,6 +38,8 @@ TEST_F(NoGL, OneBoxTellsWhatToInstallAndTheRestRuns) {
     EXPECT_TRUE(PumpUntil([&] { return particles() == 2000; })) << particles();
     Hub()->mpCTimeCtrl->StartPlayCommand(1);
     EXPECT_TRUE(PumpUntil([] { return Hub()->mpCTimeCtrl->GetFrame() >= 2; }));
+    Hub()->mpCTimeCtrl->StartPlayCommand(1);
+    EXPECT_TRUE(Settle());
     Menu(ID_PREFERENCE);
     wxTopLevelWindow* dialog = WaitForWindow("Preference");
     ASSERT_TRUE(dialog);
