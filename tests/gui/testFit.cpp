@@ -84,7 +84,7 @@ TEST_F(Fit, ThePlayPanelIsWholeAtEveryWidth) {
     EXPECT_EQ(play->GetSize().y, wide) << "two rows again";
 }
 
-TEST_F(Fit, ControlsAboveAViewGetShorterAndGoInOrder) {
+TEST_F(Fit, ControlsAboveAViewGetShorterAndAreNotCut) {
     const auto controls = [](int view) { return Frame()->GetPCGLCanvasCtrl(view); };
     SetWidth(1200);
     EXPECT_TRUE(FindByLabel(controls(0), "Pivot Follows Anchor"));
@@ -93,14 +93,13 @@ TEST_F(Fit, ControlsAboveAViewGetShorterAndGoInOrder) {
         EXPECT_TRUE(FindByLabel(controls(view), "Pivot")) << view;
         ExpectWhole(controls(view), "four views");
     }
-    SetWidth(1000);
-    EXPECT_FALSE(FindByLabel(controls(0), "Pivot"));
-    EXPECT_TRUE(FindByTip(controls(0), "Point of View"));
-    ExpectWhole(controls(0), "at 1000");
-    SetWidth(800);
-    EXPECT_FALSE(FindByTip(controls(0), "Point of View"));
-    EXPECT_TRUE(FindByTip(controls(0), "Show/Hide Grid"));
-    ExpectWhole(controls(0), "at 800");
+    for (const int width : {1000, 930}) {
+        SetWidth(width);
+        EXPECT_FALSE(FindByTip(controls(0), "Geometry")) << width;
+        EXPECT_TRUE(FindByTip(controls(0), "Pivot Follows Anchor")) << width;
+        for (int view = 0; view < 4; ++view)
+            ExpectWhole(controls(view), "at " + std::to_string(width));
+    }
 }
 
 TEST_F(Fit, ThePreferenceDialogShowsItsCaptionsWhole) {

@@ -14,6 +14,7 @@ namespace {
 
 constexpr int kSpace = 4;
 constexpr int kIconSize = 16;
+constexpr int kShortLabelWidth = 330; // below it the check box stands without its label
 // Buttons redraw a few pixels around them, for their shadows: where that reaches a view, the toolkit paints
 // the view again with every step of a button's animation.
 constexpr int kShadow = 8;
@@ -176,24 +177,27 @@ void GLCanvasCtrl_cls::OnToggle(int which) {
     mpCCanvas->SetFocus(); // keys belong to the view
 }
 
-// Where room is short, the long label gets shorter; then the controls go one by one, the least wanted first.
-// What is shown is never cut.
+// The geometry goes first, the toggles last. The label of the check box takes the longest form that has room,
+// down to the box alone, which tells by its tooltip what it is.
 void GLCanvasCtrl_cls::FitControls(int width) {
-    int toggles = kSpace;
-    for (const wxToggleButton* pToggle : mpCToggle)
-        toggles += pToggle->GetBestSize().x;
-    const int mode = mpCComboDisplayMode->GetBestSize().x + kSpace;
-    const int all = toggles + mode + mpCComboGeometry->GetBestSize().x + kSpace;
-    int form = 0;
-    while (form < kPivotForms - 1 && all + kSpace + mPivotWidth[form] > width)
-        ++form;
-    if (mpCCheckPivot->GetLabel() != GetPivotLabel(form)) mpCCheckPivot->SetLabel(GetPivotLabel(form));
     const bool bRow = mbPanelShown;
-    mpCCheckPivot->Show(bRow && all + kSpace + mPivotWidth[form] <= width);
-    mpCComboGeometry->Show(bRow && all <= width);
-    mpCComboDisplayMode->Show(bRow && toggles + mode <= width);
+    mpCComboGeometry->Show(bRow && width >= 420);
+    mpCCheckPivot->Show(bRow && width >= 300);
+    mpCComboDisplayMode->Show(bRow && width >= 220);
     for (wxToggleButton* pToggle : mpCToggle)
-        pToggle->Show(bRow && toggles <= width);
+        pToggle->Show(bRow && width >= 120);
+    int used = 5 * kSpace; // the gaps, and what a button takes beyond its best size
+    for (const wxWindow* pControl : GetChildren())
+        if (pControl != mpCCanvas && pControl != mpCCheckPivot && pControl->IsShown())
+            used +=
+                pControl->GetEffectiveMinSize().x + (dynamic_cast<const wxChoice*>(pControl) ? kSpace : 0);
+    for (int form = 0; form < kPivotForms; ++form) {
+        if (form < kPivotForms - 1 && used + mPivotWidth[form] > width) continue;
+        if (form == 1 && width < kShortLabelWidth) continue;
+        if (mpCCheckPivot->GetLabel() != GetPivotLabel(form)) mpCCheckPivot->SetLabel(GetPivotLabel(form));
+        mPivotWidth[form] = mpCCheckPivot->GetBestSize().x; // grows when the toolkit's style has come
+        if (used + mPivotWidth[form] <= width) break;
+    }
 }
 
 void GLCanvasCtrl_cls::OnSize(wxSizeEvent& event) {

@@ -50,7 +50,7 @@ private:
     wxChoice* mpCComboGeometry = nullptr;
     wxCheckBox* mpCCheckPivot = nullptr;
     wxToggleButton* mpCToggle[4] = {}; ///< message, items, grid, data
-    static constexpr int kPivotForms = 2;
+    static constexpr int kPivotForms = 3;
     int mPivotWidth[kPivotForms] = {}; ///< of the check box with its label in each form, pixels
     bool mbPanelShown = true;
 };
