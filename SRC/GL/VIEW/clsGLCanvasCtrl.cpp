@@ -56,7 +56,10 @@ wxArrayString GetGeometryNames() {
 }
 
 /// From the longest form to the shortest.
-wxString GetPivotLabel(int form) { return form == 0 ? _("Pivot Follows Anchor") : _("Pivot"); }
+wxString GetPivotLabel(int form) {
+    if (form == 0) return _("Pivot Follows Anchor");
+    return form == 1 ? wxString(_("Pivot")) : wxString();
+}
 
 ConfItemBOOL_cls& GetToggleItem(MainGLCanvas_cls* pCanvas, int which) {
     ConfItemBOOL_cls* const items[4] = {&pCanvas->mShowMessage, &pCanvas->mShowItems, &pCanvas->mShowGrid,
