@@ -1,6 +1,7 @@
 #include "APP/clsFrameMain.h"
 
 #include <wx/evtloop.h>
+#include <wx/filename.h>
 #include <wx/infobar.h>
 #include <wx/sizer.h>
 #include <wx/splitter.h>
@@ -42,7 +43,8 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
     mspCThis = GpCMainFrameCLS = this;
     SetMenuEventTarget(this);
     InstallMessageBoxes([this](const wxString& text) { ShowNotice(text); });
-    SetIcon(wxIcon(FindRuntimeFile("ICONS/morentis.png"), wxBITMAP_TYPE_PNG));
+    const wxString icon = FindRuntimeFile("ICONS/morentis.png");
+    if (wxFileName::FileExists(icon)) SetIcon(wxIcon(icon, wxBITMAP_TYPE_PNG));
 
     mpCShortcut = new Shortcut_cls(this);
     mpCPreference = new Preference_cls;
@@ -97,8 +99,9 @@ FrameMain_cls::~FrameMain_cls() {
 
 void FrameMain_cls::CreateHalves() {
     mpCInfoBar = new wxInfoBar(this);
-    mpCSplitter = new wxSplitterWindow(this, wxID_ANY, wxDefaultPosition, wxDefaultSize,
-                                       wxSP_LIVE_UPDATE | wxSP_3DSASH);
+    // A splitter of no size would squeeze what is made in it.
+    mpCSplitter =
+        new wxSplitterWindow(this, wxID_ANY, wxDefaultPosition, GetSize(), wxSP_LIVE_UPDATE | wxSP_3DSASH);
     mpCSplitter->SetSashGravity(1.0); // the bottom half keeps its height
     mpCSplitter->SetMinimumPaneSize(kMinPane);
     mpCTopHalf = new TopHalfPanel_cls(mpCSplitter, this, GetPCActiveFileSequence(), mpCMain->mpCDrawOption,
@@ -167,6 +170,7 @@ void FrameMain_cls::FitSplitterWindow(bool bForce) {
     if (!bForce && mpCSplitter->GetSashPosition() <= height - least) return;
     // No more than the play panel needs; time lines below it will ask for mBtmHeight.
     mpCSplitter->SetSashPosition(height - mpCBtmHalf->GetMinHeight());
+    mBtmFitted = mpCBtmHalf->GetSize().y;
     mpCBtmHalf->RecheckSize();
     Refresh();
 }
@@ -194,6 +198,7 @@ void FrameMain_cls::ShowNotice(const wxString& text) {
 }
 
 void FrameMain_cls::ApplySettings() {
+    mpCMain->CheckAreas(); // a file may hold anything
     mpCTopHalf->SplitPanel(mpCTopHalf->GetSplit());
     if (wxMenuBar* bar = GetMenuBar()) bar->Check(ID_VIEW_PANEL_TYPE_0 + mpCTopHalf->GetSplit(), true);
     for (int view = 0; view < MainGLCanvas_cls::kViewNumber; ++view)

@@ -140,6 +140,7 @@ private:
     MainGLCanvas_cls* mpCMainCanvas = nullptr;     ///< view 0: image and export processes
     GLInfo_cls* mpCGLInfo = nullptr;               ///< owned
     bool mbPlaced = false;                         ///< the sashes stand where they do at a start
+    int mBtmFitted = -1;                           ///< height at which the bottom half was fitted last
     int mBtmHeight = 150;                          ///< height given to the bottom half, pixels
     bool mbProjectNamed = false;
     long mLastReaderPost = 0; ///< milliseconds of mStatusWatch

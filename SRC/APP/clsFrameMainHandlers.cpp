@@ -106,7 +106,13 @@ void FrameMain_cls::OnMenuRefreshAttrib(wxCommandEvent&) { mpCTopHalf->RefreshAt
 
 void FrameMain_cls::OnMenuRefreshDrawOptions(wxCommandEvent&) { mpCTopHalf->RefreshDrawOptions(); }
 
-void FrameMain_cls::OnMenuResizedTL(wxCommandEvent&) { mpCBtmHalf->RecheckSize(); }
+void FrameMain_cls::OnMenuResizedTL(wxCommandEvent&) {
+    // A sash that nobody has moved follows what the bottom half needs; one that was moved gives way only.
+    const int now = mpCBtmHalf->GetSize().y;
+    const int needed = mpCBtmHalf->GetMinHeight();
+    if (now == mBtmFitted || now < needed) FitSplitterWindow(true);
+    mpCBtmHalf->RecheckSize();
+}
 
 void FrameMain_cls::OnMenuShortcut(wxCommandEvent&) {
     mpCShortcut->ProcShortcutKey(GShortcutModifier, GShortcutKeycode);
@@ -159,9 +165,7 @@ void FrameMain_cls::OnMenuRemoveCacheAll(wxCommandEvent& event) {
 
 void FrameMain_cls::OnMenuPreference(wxCommandEvent&) {
     if (!mpCPreferenceGUI) mpCPreferenceGUI = new PreferenceGUI_cls(this, mpCPreference, GetPCDataSeqCtrl());
-    mpCPreferenceGUI->UpdateValues();
-    mpCPreferenceGUI->Show();
-    mpCPreferenceGUI->Raise();
+    mpCPreferenceGUI->OpenWindow();
 }
 
 void FrameMain_cls::OnMenuPeriodicBoundary(wxCommandEvent&) {

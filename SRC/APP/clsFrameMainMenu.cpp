@@ -4,7 +4,7 @@
 #include <wx/menu.h>
 
 #include "COMMON/EventIds.h"
-#include "COMMON/RuntimeFiles.h"
+#include "WIDGET/clsMyArtProvider.h"
 
 namespace {
 
@@ -19,6 +19,8 @@ struct MenuEntry_st {
     const char* mIcon; ///< file under ICONS, null for none
     bool mbAvailable;  ///< false: greyed until what it opens exists
 };
+
+constexpr int kIconSize = 24;
 
 constexpr MenuEntry_st kSeparator = {Entry::Separator, nullptr, nullptr, nullptr, 0, nullptr, true};
 constexpr MenuEntry_st kSubEnd = {Entry::SubEnd, nullptr, nullptr, nullptr, 0, nullptr, true};
@@ -130,8 +132,7 @@ wxItemKind KindOf(Entry kind) {
 void AddBitmapMenu(wxMenu* menu, const MenuEntry_st& entry) {
     auto* item = new wxMenuItem(menu, entry.mId, LabelOf(entry), wxEmptyString, KindOf(entry.mKind));
     if (entry.mIcon && entry.mKind == Entry::Normal)
-        item->SetBitmap(
-            wxBitmap(FindRuntimeFile(wxString::Format("ICONS/%s.png", entry.mIcon)), wxBITMAP_TYPE_PNG));
+        item->SetBitmap(MyArtProvider::GetIcon(entry.mIcon, kIconSize)); // none where the file is missing
     menu->Append(item);
     item->Enable(entry.mbAvailable);
 }

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstdio>
 
-#include <wx/artprov.h>
 #include <wx/display.h>
 #include <wx/utils.h>
 
@@ -61,7 +60,7 @@ Main_cls::Main_cls() {
     mPid = static_cast<unsigned long>(getpid());
     wxDisplaySize(&mDisplayWidth, &mDisplayHeight);
 
-    wxArtProvider::Push(new MyArtProvider);
+    MyArtProvider::Install();
     FontProvider_cls::InitializeStatic();
 
     // Later objects take earlier ones as arguments, and the frame's panels reach back to the hub.
@@ -145,7 +144,15 @@ void Main_cls::OpenDataFile(const wxString& path) {
         last = kKeptFiles - 1;
     }
     mpCTimeCtrl->SetMaxFrameNative(last);
+    CheckAreas();
     PostMenuEvent(ID_REFRESH_GL);
+}
+
+void Main_cls::CheckAreas() {
+    // An area behind the end of the film would leave a single frame of it: then the whole film plays.
+    if (mpCTimeCtrl->GetWAMin() > mpCTimeCtrl->GetMaxFrame()) mpCTimeCtrl->SetWAMinNative(0);
+    if (mpCTimeCtrl->GetAAMin() > mpCTimeCtrl->GetMaxFrame()) mpCTimeCtrl->SetAAMinNative(0);
+    mpCTimeCtrl->CheckWorkingArea();
 }
 
 void Main_cls::CloseData() {

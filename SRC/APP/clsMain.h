@@ -42,6 +42,8 @@ public:
     /// Close what is open and open the sequence of `path`, as a step that undo takes back.
     void OpenDataFileCommand(const wxString& path);
     void OpenDataFile(const wxString& path);
+    /// Bring work area, active area and current frame into the film, whatever they were.
+    void CheckAreas();
     void CloseDataCommand();
     void CloseData();
 

@@ -40,6 +40,7 @@ PreferenceGUI_cls::PreferenceGUI_cls(wxWindow* pParent, Preference_cls* pPrefere
         book->AddPage(page, bMouse ? _("Mouse") : _("Performance"));
     }
     auto* close = new wxButton(this, ID_DIALOG_CLOSE, _("Close"));
+    close->SetDefault();
     auto* outer = new wxBoxSizer(wxVERTICAL);
     outer->Add(book, 1, wxEXPAND | wxALL, FromDIP(4));
     outer->Add(close, 0, wxALIGN_RIGHT | wxLEFT | wxRIGHT | wxBOTTOM, FromDIP(8));

@@ -12,7 +12,9 @@ wxString GetExecutableDir() { return wxFileName(wxStandardPaths::Get().GetExecut
 
 wxString FindRuntimeFile(const wxString& name) {
     if (wxFileName::Exists(name)) return name;
-    for (const wxString& dir : {GetExecutableDir(), wxString::FromUTF8(MORENTIS_DATADIR)}) {
+    const wxString beside = GetExecutableDir();
+    for (const wxString& dir :
+         {beside, beside + "/../share/morentis", wxString::FromUTF8(MORENTIS_DATADIR)}) {
         const wxString path = dir + "/" + name;
         if (wxFileName::Exists(path)) return path;
     }

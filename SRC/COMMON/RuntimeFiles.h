@@ -4,7 +4,8 @@
 #include <wx/string.h>
 
 /// The path of a run-time file such as "ICONS/Camera.png": looked for in the working directory, then
-/// beside the executable, then in the installed data directory. When it is nowhere, the name as given.
+/// beside the executable, then in share/morentis of the tree that the executable stands in (which may have
+/// been moved), then in the installed data directory. When it is nowhere, the name as given.
 wxString FindRuntimeFile(const wxString& name);
 
 /// Directory of the running executable, without a trailing slash.

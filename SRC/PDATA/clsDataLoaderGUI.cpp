@@ -21,7 +21,7 @@ namespace {
 constexpr int kGap = 4; // the spacing unit
 constexpr int kListWidth = 270;
 constexpr int kLabelWidth = 112; // of both panels
-constexpr int kListHeight = 168;
+constexpr int kListHeight = 188; // seven rows under the header
 } // namespace
 
 DataLoaderGUI_cls::DataLoaderGUI_cls(wxWindow* pParent, DataLoader_cls* pLoader)

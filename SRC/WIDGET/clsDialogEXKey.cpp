@@ -1,5 +1,7 @@
 #include "WIDGET/clsDialogEXKey.h"
 
+#include <algorithm>
+
 #include <wx/display.h>
 
 #include "COMMON/EventIds.h"
@@ -26,15 +28,25 @@ wxDialogEXKey::wxDialogEXKey(wxWindow* pParent, const wxString& title, long styl
 void wxDialogEXKey::OpenWindow() {
     UpdateValues();
     if (!IsShown()) {
-        const bool bOnScreen =
-            mLastPosition != wxDefaultPosition && wxDisplay::GetFromPoint(mLastPosition) != wxNOT_FOUND;
-        if (bOnScreen)
+        if (mLastPosition != wxDefaultPosition)
             Move(mLastPosition);
         else
             CentreOnParent();
+        KeepOnScreen();
     }
     Show();
     Raise();
+}
+
+// The display may have got smaller since, or the main window stands at its edge.
+void wxDialogEXKey::KeepOnScreen() {
+    int display = wxDisplay::GetFromWindow(this);
+    if (display == wxNOT_FOUND) display = 0;
+    const wxRect area = wxDisplay(static_cast<unsigned>(display)).GetClientArea();
+    const wxRect rect = GetRect();
+    const wxPoint inside(std::max(std::min(rect.x, area.GetRight() + 1 - rect.width), area.x),
+                         std::max(std::min(rect.y, area.GetBottom() + 1 - rect.height), area.y));
+    if (inside != rect.GetPosition()) Move(inside);
 }
 
 void wxDialogEXKey::CloseEXKey() {

@@ -23,6 +23,7 @@ protected:
 
 private:
     void OnCharHook(wxKeyEvent& event);
+    void KeepOnScreen();
 
     wxPoint mLastPosition = wxDefaultPosition;
 };

@@ -92,9 +92,13 @@ int MultiInputPanel_cls::AddButton(const wxString& label, const wxString& text, 
 int MultiInputPanel_cls::AddCaption(const wxString& text) {
     const int row = NewRow(text, "");
     wxWindow* label = mRows[static_cast<size_t>(row)]->mpLabel;
-    label->SetFont(FontProvider_cls::GetFont(FontProvider_cls::FONT_CAPTION));
-    label->InvalidateBestSize();
-    label->SetMinSize(label->GetBestSize()); // bold letters are wider
+    const wxFont font = FontProvider_cls::GetFont(FontProvider_cls::FONT_CAPTION);
+    label->SetFont(font);
+    // Bold letters are wider, which the toolkit finds out only when the window stands.
+    int width = 0;
+    int height = 0;
+    label->GetTextExtent(text, &width, &height, nullptr, nullptr, &font);
+    label->SetMinSize(wxSize(width + FromDIP(kGap), height));
     return row;
 }
 

@@ -3,6 +3,7 @@
 #include <wx/bmpbndl.h>
 #include <wx/filename.h>
 #include <wx/image.h>
+#include <wx/log.h>
 
 #include "COMMON/RuntimeFiles.h"
 
@@ -10,6 +11,7 @@ void MyArtProvider::Install() { wxArtProvider::Push(new MyArtProvider); }
 
 wxBitmapBundle MyArtProvider::GetIcon(const wxString& name, int size) {
     const wxString path = FindRuntimeFile("ICONS/" + name + ".png");
+    const wxLogNull quiet; // what can't be read counts as missing
     wxImage image;
     if (!wxFileName::FileExists(path) || !image.LoadFile(path, wxBITMAP_TYPE_PNG)) return wxBitmapBundle();
     wxVector<wxBitmap> bitmaps;

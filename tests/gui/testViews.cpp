@@ -197,7 +197,7 @@ TEST_F(Views, NarrowPanelsHideTheirControlsOneByOne) {
     const auto count = [panel](int width) {
         wxSizeEvent event(wxSize(width, 300));
         panel->ProcessWindowEvent(event);
-        return (FindByTip(panel, "Geometry") ? 8 : 0) + (FindByLabel(panel, "Pivot Follows Anchor") ? 4 : 0) +
+        return (FindByTip(panel, "Geometry") ? 8 : 0) + (FindByTip(panel, "Pivot Follows Anchor") ? 4 : 0) +
                (FindByTip(panel, "Point of View") ? 2 : 0) + (FindByTip(panel, "Show/Hide Data") ? 1 : 0);
     };
     EXPECT_EQ(count(420), 15);

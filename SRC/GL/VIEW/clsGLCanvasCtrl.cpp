@@ -7,15 +7,17 @@
 #include <wx/sizer.h>
 #include <wx/tglbtn.h>
 
-#include "COMMON/RuntimeFiles.h"
 #include "COMMON/UpdateBits.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "PARAM/clsCommandCall.h"
 #include "PARAM/clsUndoManager.h"
+#include "WIDGET/clsMyArtProvider.h"
 
 namespace {
 
 constexpr int kSpace = 4;
+constexpr int kIconSize = 16;
+constexpr int kShortLabelWidth = 330; // below it the check box stands without its label
 // Buttons redraw a few pixels around them, for their shadows: where that reaches a view, the toolkit paints
 // the view again with every step of a button's animation.
 constexpr int kShadow = 8;
@@ -27,10 +29,10 @@ struct ToggleLook {
 };
 
 const ToggleLook kToggles[4] = {
-    {"ICONS/ShowMessage.png", "M", wxTRANSLATE("Show/Hide Message")},
-    {"ICONS/ShowItem.png", "I", wxTRANSLATE("Show/Hide Item")},
-    {"ICONS/ShowGrid.png", "G", wxTRANSLATE("Show/Hide Grid")},
-    {"ICONS/ShowData.png", "D", wxTRANSLATE("Show/Hide Data")},
+    {"ShowMessage", "M", wxTRANSLATE("Show/Hide Message")},
+    {"ShowItem", "I", wxTRANSLATE("Show/Hide Item")},
+    {"ShowGrid", "G", wxTRANSLATE("Show/Hide Grid")},
+    {"ShowData", "D", wxTRANSLATE("Show/Hide Data")},
 };
 
 wxArrayString GetDisplayModeNames(bool bExtraPanel) {
@@ -54,6 +56,12 @@ wxArrayString GetGeometryNames() {
     names.Add(_("Fisheye"));
     names.Add(_("Panoramic"));
     return names;
+}
+
+/// From the longest form to the shortest.
+wxString GetPivotLabel(int form) {
+    if (form == 0) return _("Pivot Follows Anchor");
+    return form == 1 ? wxString(_("Pivot")) : wxString();
 }
 
 ConfItemBOOL_cls& GetToggleItem(MainGLCanvas_cls* pCanvas, int which) {
@@ -89,13 +97,14 @@ void GLCanvasCtrl_cls::MakeControls() {
     mpCComboDisplayMode->SetToolTip(_("Point of View"));
     mpCComboGeometry = new wxChoice(this, wxID_ANY, wxDefaultPosition, wxDefaultSize, GetGeometryNames());
     mpCComboGeometry->SetToolTip(_("Geometry"));
-    mpCPivotClip = new wxPanel(this);
-    mpCCheckPivot = new wxCheckBox(mpCPivotClip, wxID_ANY, _("Pivot Follows Anchor"));
-    mpCPivotClip->SetMinSize(wxSize(1, mpCCheckPivot->GetBestSize().y));
-    mpCCheckPivot->SetToolTip(_("The view turns around the anchor path's position"));
+    mpCCheckPivot = new wxCheckBox(this, wxID_ANY, "");
+    for (int form = 0; form < kPivotForms; ++form) {
+        mpCCheckPivot->SetLabel(GetPivotLabel(form));
+        mPivotWidth[form] = mpCCheckPivot->GetBestSize().x;
+    }
+    mpCCheckPivot->SetToolTip(_("Pivot Follows Anchor: the view turns around the anchor path's position"));
     for (int which = 0; which < 4; ++which)
         MakeToggle(which);
-    // The long label stands last: where room is short, it alone is cut.
     mpCSizerControls->Add(mpCComboDisplayMode, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, kSpace);
     mpCSizerControls->Add(mpCComboGeometry, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, kSpace);
     for (wxToggleButton* pToggle : mpCToggle)
@@ -104,7 +113,7 @@ void GLCanvasCtrl_cls::MakeControls() {
     mpCSizerRow->AddSpacer(kSpace / 2);
     mpCSizerRow->Add(mpCSizerControls, 0, wxEXPAND | wxLEFT | wxRIGHT, kSpace / 2);
     mpCSizerRow->AddSpacer(kShadow);
-    mpCSizerControls->Add(mpCPivotClip, 1, wxALIGN_CENTER_VERTICAL | wxLEFT, 2 * kSpace);
+    mpCSizerControls->Add(mpCCheckPivot, 0, wxALIGN_CENTER_VERTICAL | wxLEFT, kSpace);
     mpCComboDisplayMode->Bind(wxEVT_CHOICE, &GLCanvasCtrl_cls::OnComboBox, this);
     mpCComboGeometry->Bind(wxEVT_CHOICE, &GLCanvasCtrl_cls::OnComboBox, this);
     mpCCheckPivot->Bind(wxEVT_CHECKBOX, &GLCanvasCtrl_cls::OnPivot, this);
@@ -112,13 +121,12 @@ void GLCanvasCtrl_cls::MakeControls() {
 
 void GLCanvasCtrl_cls::MakeToggle(int which) {
     const ToggleLook& look = kToggles[which];
-    const wxString path = FindRuntimeFile(look.icon);
-    wxBitmap bitmap;
-    if (wxFileExists(path)) bitmap.LoadFile(path, wxBITMAP_TYPE_PNG);
-    const wxString label = bitmap.IsOk() ? wxString() : wxString(look.letter);
-    mpCToggle[which] =
-        new wxToggleButton(this, wxID_ANY, label, wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
-    if (bitmap.IsOk()) mpCToggle[which]->SetBitmap(bitmap);
+    const wxBitmapBundle icon = MyArtProvider::GetIcon(look.icon, kIconSize);
+    if (icon.IsOk())
+        mpCToggle[which] = new wxBitmapToggleButton(this, wxID_ANY, icon);
+    else
+        mpCToggle[which] =
+            new wxToggleButton(this, wxID_ANY, look.letter, wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
     mpCToggle[which]->SetToolTip(wxGetTranslation(look.tip));
     mpCToggle[which]->Bind(wxEVT_TOGGLEBUTTON, [this, which](wxCommandEvent&) { OnToggle(which); });
 }
@@ -215,14 +223,27 @@ void GLCanvasCtrl_cls::OnToggle(int which) {
     mpCCanvas->SetFocus(); // keys belong to the view
 }
 
-// The geometry goes first, the toggles last.
+// The geometry goes first, the toggles last. The label of the check box takes the longest form that has room,
+// down to the box alone, which tells by its tooltip what it is.
 void GLCanvasCtrl_cls::FitControls(int width) {
     const bool bRow = mbPanelShown;
     mpCComboGeometry->Show(bRow && width >= 420);
-    mpCPivotClip->Show(bRow && width >= 300);
+    mpCCheckPivot->Show(bRow && width >= 300);
     mpCComboDisplayMode->Show(bRow && width >= 220);
     for (wxToggleButton* pToggle : mpCToggle)
         pToggle->Show(bRow && width >= 120);
+    int used = 5 * kSpace; // the gaps, and what a button takes beyond its best size
+    for (const wxWindow* pControl : GetChildren())
+        if (pControl != mpCCanvas && pControl != mpCCheckPivot && pControl->IsShown())
+            used +=
+                pControl->GetEffectiveMinSize().x + (dynamic_cast<const wxChoice*>(pControl) ? kSpace : 0);
+    for (int form = 0; form < kPivotForms; ++form) {
+        if (form < kPivotForms - 1 && used + mPivotWidth[form] > width) continue;
+        if (form == 1 && width < kShortLabelWidth) continue;
+        if (mpCCheckPivot->GetLabel() != GetPivotLabel(form)) mpCCheckPivot->SetLabel(GetPivotLabel(form));
+        mPivotWidth[form] = mpCCheckPivot->GetBestSize().x; // grows when the toolkit's style has come
+        if (used + mPivotWidth[form] <= width) break;
+    }
 }
 
 void GLCanvasCtrl_cls::OnSize(wxSizeEvent& event) {

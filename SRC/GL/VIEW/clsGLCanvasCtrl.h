@@ -64,8 +64,9 @@ private:
     wxBoxSizer* mpCSizerControls = nullptr;
     wxChoice* mpCComboDisplayMode = nullptr;
     wxChoice* mpCComboGeometry = nullptr;
-    wxPanel* mpCPivotClip = nullptr; ///< cuts the check box where room is short
     wxCheckBox* mpCCheckPivot = nullptr;
     wxToggleButton* mpCToggle[4] = {}; ///< message, items, grid, data
+    static constexpr int kPivotForms = 3;
+    int mPivotWidth[kPivotForms] = {}; ///< of the check box with its label in each form, pixels
     bool mbPanelShown = true;
 };

@@ -8,6 +8,7 @@
 #include "COMMON/MsgBox.h"
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLState.h"
+#include "GL/BASE/clsXErrorScope.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 
 bool MainGLCanvas_cls::msbKeepPicture = false;
@@ -25,18 +26,23 @@ std::unique_ptr<FBO_cls> MainGLCanvas_cls::mspCFace;
 
 namespace {
 
-// The toolkit takes a display without any OpenGL for a mistake of ours and would put a box on the screen:
-// from here on it is quiet, until EndQuietly.
+// The toolkit takes a display without any OpenGL for a mistake of ours: it would put a box on the screen, or
+// end the process over what the X server refuses. From here on both are quiet, until EndQuietly.
 wxAssertHandler_t sOuterAssert = nullptr;
+std::unique_ptr<XErrorScope_cls> spErrors;
 
 wxGLAttributes BeginQuietly() {
     sOuterAssert = wxSetAssertHandler(nullptr);
+    spErrors = std::make_unique<XErrorScope_cls>();
     wxGLAttributes attributes;
     attributes.PlatformDefaults().RGBA().DoubleBuffer().Depth(24).Stencil(8).EndList();
     return attributes;
 }
 
-void EndQuietly() { wxSetAssertHandler(sOuterAssert); }
+void EndQuietly() {
+    spErrors.reset();
+    wxSetAssertHandler(sOuterAssert);
+}
 
 wxGLContextAttrs MakeContextAttributes() {
     wxGLContextAttrs attributes;
@@ -53,15 +59,15 @@ MainGLCanvas_cls::MainGLCanvas_cls(wxWindow* pParent, GLCanvasCtrl_cls* pCtrl, F
                  wxWANTS_CHARS | wxFULL_REPAINT_ON_RESIZE, wxString::Format("View %d", panelIndex)),
       mPanelIndex(panelIndex), mpCCtrl(pCtrl), mpCFrame(pFrame), mpCDrawOption(pDrawOption),
       mCDolly(pPreference), mCMouse(pPreference) {
-    EndQuietly();
     // A window that GL can't draw into still stands in its place and says why it is empty.
     const bool bGL = GetHandle() != nullptr;
+    if (bGL) MakeContext(pShare);
+    EndQuietly();
     if (!bGL) {
         m_noExpose = m_nativeSizeEvent = false; // which the failed attempt has left as a GL window needs them
         wxWindow::Create(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxWANTS_CHARS);
     }
     SetBackgroundStyle(wxBG_STYLE_PAINT);
-    if (bGL) MakeContext(pShare);
     if (!mpCGLContext) TellNoGL();
     AddItems();
     SetDisplayMode(displayMode);
@@ -91,6 +97,17 @@ void MainGLCanvas_cls::TellNoGL() {
           "compatibility profile.\nInstall the OpenGL driver of your graphics card, or the "
           "packages libgl1 and libgl1-mesa-dri, and start again.");
     CallAfter([text] { MsgBox(text, _("No OpenGL")); });
+}
+
+// A context may be made and yet be refused when it is first used: the server answers late.
+bool MainGLCanvas_cls::MakeContextCurrent() {
+    if (!mpCGLContext) return false;
+    if (mbGLInitialized) return SetCurrent(*mpCGLContext);
+    const XErrorScope_cls errors;
+    if (SetCurrent(*mpCGLContext) && !errors.HasFailed()) return true;
+    mpCGLContext.reset();
+    TellNoGL();
+    return false;
 }
 
 void MainGLCanvas_cls::AddItems() {

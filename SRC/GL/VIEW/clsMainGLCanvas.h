@@ -158,6 +158,7 @@ private:
     void AddItems();
     void MakeContext(wxGLContext* pShare);
     void TellNoGL();
+    bool MakeContextCurrent();
     MainGLCanvas_cls* GetOther(int view) const;
     wxSize GetPixelSize() const;
     bool GoesAlong(int mode) const { return mode >= 1 && mode <= 6; }

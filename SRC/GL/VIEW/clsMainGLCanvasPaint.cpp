@@ -58,6 +58,7 @@ bool IsInterpolatorBusy() {
 void MainGLCanvas_cls::OnPaint(wxPaintEvent&) {
     wxPaintDC dc(this); // the toolkit wants one, whatever happens
     if (!mpCGLContext || !FBO_cls::msbSupported) {
+        if (IsPaintAllowed()) WaitForFrame(); // data are read all the same
         DrawTextOnDC(dc);
     } else if (!mbPaintQueued) {
         mbPaintQueued = true;
@@ -170,7 +171,7 @@ void MainGLCanvas_cls::DrawTextOnDC(wxDC& dc) {
 }
 
 bool MainGLCanvas_cls::BeginGL() {
-    if (!mpCGLContext || !SetCurrent(*mpCGLContext)) return false;
+    if (!MakeContextCurrent()) return false;
     InitializeGLIfNot();
     glMatrixMode(GL_PROJECTION);
     glLoadIdentity();

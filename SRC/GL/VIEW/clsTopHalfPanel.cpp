@@ -15,10 +15,11 @@
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "PDATA/clsPDataSequence.h"
+#include "WIDGET/DenseStyle.h"
 
 namespace {
 
-constexpr int kBookWidth = 320;
+constexpr int kBookWidth = 310; // leaves four views room for their controls in the first window
 constexpr int kMinPane = 40;
 const wxSize kFirstSize(1200, 800); // panes of no size would squeeze their contents
 constexpr int kViews = 4;
@@ -47,6 +48,7 @@ void Split(wxSplitterWindow* pSplitter, bool bAbove, wxWindow* pFirst, wxWindow*
 TopHalfPanel_cls::TopHalfPanel_cls(wxWindow* pParent, FrameMain_cls* pFrame, PDataSequence_cls* pSequence,
                                    DrawOption_cls* pDrawOption, Preference_cls* pPreference)
     : wxPanel(pParent), mpCSequence(pSequence), mpCDrawOption(pDrawOption) {
+    InstallDenseStyle(); // before anything is measured
     mConfList.Add(&mPreviewPanelType, "PreviewPanelType=", "0");
     mpCSides = MakeSplitter(this, 1.0); // the books keep their width
     CreateViews(mpCSides, pFrame, pPreference);
@@ -78,11 +80,14 @@ void TopHalfPanel_cls::CreateViews(wxWindow* pParent, FrameMain_cls* pFrame, Pre
 
 void TopHalfPanel_cls::CreateBooks(wxWindow* pParent) {
     auto* side = new wxPanel(pParent);
-    mpCAttribBook = new wxNotebook(side, ID_NOTEBOOK_ATTRIB);
+    // The toolkit complains about books that are smaller than their tabs, if only for a moment.
+    const wxSize size(kBookWidth, kFirstSize.y / 2);
+    side->SetSize(kBookWidth, kFirstSize.y);
+    mpCAttribBook = new wxNotebook(side, ID_NOTEBOOK_ATTRIB, wxDefaultPosition, size);
     for (int i = 0; i < PDataSequence_cls::kAttributeNumber; ++i)
         mpCAttribBook->AddPage(mpCSequence->mpCGLAttribute[i]->InstantiateGUI(mpCAttribBook),
                                wxString::Format("%s %d", _("Attrib"), i));
-    mpCOptionBook = new wxNotebook(side, ID_NOTEBOOK_OPTION);
+    mpCOptionBook = new wxNotebook(side, ID_NOTEBOOK_OPTION, wxDefaultPosition, size);
     mpCOptionBook->AddPage(mpCDrawOption->InstantiateGUI(mpCOptionBook), _("Option"));
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(mpCAttribBook, 3, wxEXPAND | wxBOTTOM, 4);

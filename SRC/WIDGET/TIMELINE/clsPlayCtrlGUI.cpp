@@ -20,8 +20,8 @@
 
 namespace {
 
-constexpr int kGap = 4; // the spacing unit
-constexpr int kColumns = 10;
+constexpr int kGap = 4;          // the spacing unit
+constexpr int kFieldColumns = 8; // four labels with a field each
 constexpr int kMaxFrame = 65535;
 constexpr int kMaxStepping = 99;
 constexpr int kMaxPrefetch = 9999;
@@ -53,39 +53,111 @@ int LimitPrefetch(int request, int expectedMax) {
 PlayCtrlGUI_cls::PlayCtrlGUI_cls(wxWindow* pParent, TimeCtrl_cls* pTime, PDataSeqCtrl_cls* pStore)
     : wxPanel(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL), mpCTime(pTime),
       mpCStore(pStore) {
-    // Both rows share their columns: transport or repeat, then four labels with a field each, then the rest.
-    auto* grid = new wxFlexGridSizer(kColumns, FromDIP(wxSize(kGap, kGap)));
-    grid->AddGrowableCol(kColumns - 1, 1);
-    MakeTransport(grid);
-    MakePosition(grid);
-    MakeArea(grid);
-    MakeSettings(grid);
-    MakeState(grid);
-    auto* sizer = new wxBoxSizer(wxVERTICAL);
-    sizer->Add(grid, 0, wxEXPAND | wxALL, FromDIP(kGap));
-    SetSizer(sizer);
+    MakeTransport();
+    MakePosition();
+    MakeArea();
+    MakeSettings();
+    MakeState();
     UpdateValues();
     RefreshMemory();
+    Arrange(false);
+    Bind(wxEVT_SIZE, &PlayCtrlGUI_cls::OnSize, this);
 }
 
-void PlayCtrlGUI_cls::AddButton(wxSizer* pSizer, const wxString& icon, const wxString& tip,
-                                std::function<void()> action) {
-    auto* button = new wxBitmapButton(this, wxID_ANY, MyArtProvider::GetIcon(icon));
-    button->SetToolTip(tip);
-    button->Bind(wxEVT_BUTTON, [action](wxCommandEvent&) { action(); });
-    pSizer->Add(button, 0, wxALIGN_CENTRE_VERTICAL);
+// Tab goes through the windows as they were made, in both arrangements.
+void PlayCtrlGUI_cls::Arrange(bool bNarrow) {
+    mbNarrow = bNarrow;
+    SetSizer(nullptr); // a window can stand in one sizer only
+    const int gap = FromDIP(kGap);
+    auto* grid = new wxFlexGridSizer(bNarrow ? kFieldColumns : kFieldColumns + 2, wxSize(gap, gap));
+    auto* outer = new wxBoxSizer(wxVERTICAL);
+    if (bNarrow) {
+        auto* top = new wxBoxSizer(wxHORIZONTAL);
+        top->Add(MakeRow(mTransport), 0, wxALIGN_CENTRE_VERTICAL);
+        top->Add(mpCRepeat, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, 2 * gap);
+        top->Add(MakeRow(mHere, gap), 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, 2 * gap);
+        top->AddStretchSpacer();
+        top->Add(mpCLast, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, gap);
+        top->Add(MakeRow(mState, 2 * gap), 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, 2 * gap);
+        outer->Add(top, 0, wxEXPAND | wxLEFT | wxRIGHT | wxTOP, gap);
+        AddFields(grid, mPosition, 0);
+        AddFields(grid, mSettings, 0);
+    } else {
+        // Both rows share their columns: transport or repeat, then four labels with a field each, then the
+        // rest.
+        grid->AddGrowableCol(kFieldColumns + 1, 1);
+        grid->Add(MakeRow(mTransport), 0, wxALIGN_CENTRE_VERTICAL);
+        AddFields(grid, mPosition, 2 * gap);
+        wxSizer* row = MakeRow(mHere, gap);
+        row->AddStretchSpacer();
+        row->Add(mpCLast, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, gap);
+        grid->Add(row, 0, wxEXPAND | wxLEFT, gap);
+        grid->Add(mpCRepeat, 0, wxALIGN_CENTRE_VERTICAL);
+        AddFields(grid, mSettings, 2 * gap);
+        grid->Add(MakeRow(mState, 2 * gap), 0, wxALIGN_RIGHT | wxALIGN_CENTRE_VERTICAL | wxLEFT, gap);
+    }
+    outer->Add(grid, 0, wxEXPAND | wxALL, gap);
+    SetSizer(outer);
 }
 
-wxBitmapToggleButton* PlayCtrlGUI_cls::AddToggle(wxSizer* pSizer, const wxString& icon, const wxString& tip,
-                                                 std::function<void()> action) {
-    auto* button = new wxBitmapToggleButton(this, wxID_ANY, MyArtProvider::GetIcon(icon));
+wxSizer* PlayCtrlGUI_cls::MakeRow(const std::vector<wxWindow*>& windows, int gap) {
+    auto* row = new wxBoxSizer(wxHORIZONTAL);
+    for (wxWindow* window : windows)
+        row->Add(window, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, window == windows.front() ? 0 : gap);
+    return row;
+}
+
+void PlayCtrlGUI_cls::AddFields(wxSizer* pSizer, const std::vector<wxWindow*>& windows, int gap) {
+    for (size_t k = 0; k < windows.size(); ++k) // a label and its field by turns
+        pSizer->Add(windows[k], 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, k % 2 == 0 ? gap : 0);
+}
+
+void PlayCtrlGUI_cls::OnSize(wxSizeEvent& event) {
+    FitWidth();
+    event.Skip();
+}
+
+// Three rows where two would be cut. The words at the right end change their length while the film plays, so
+// the width that two rows ask for is what they asked for last.
+void PlayCtrlGUI_cls::FitWidth() {
+    const int width = GetClientSize().x;
+    const bool bWasNarrow = mbNarrow;
+    if (mbNarrow && width >= mWideWidth) Arrange(false);
+    if (!mbNarrow && GetSizer()->GetMinSize().x > width) {
+        mWideWidth = GetSizer()->GetMinSize().x;
+        Arrange(true);
+    }
+    Layout();
+    if (mbNarrow != bWasNarrow) PostMenuEvent(ID_RESIZED_TL);
+}
+
+template <class TEXT_BUTTON, class BITMAP_BUTTON>
+TEXT_BUTTON* PlayCtrlGUI_cls::AddButton(const ButtonLook_st& look, const wxString& tip) {
+    const wxBitmapBundle icon = MyArtProvider::GetIcon(look.mIcon);
+    TEXT_BUTTON* button;
+    if (icon.IsOk())
+        button = new BITMAP_BUTTON(this, wxID_ANY, icon);
+    else
+        button = new TEXT_BUTTON(this, wxID_ANY, look.mText, wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
     button->SetToolTip(tip);
-    button->Bind(wxEVT_TOGGLEBUTTON, [action](wxCommandEvent&) { action(); });
-    pSizer->Add(button, 0, wxALIGN_CENTRE_VERTICAL);
+    mTransport.push_back(button);
     return button;
 }
 
-NumField_cls* PlayCtrlGUI_cls::AddField(wxSizer* pSizer, const wxString& label, int low, int high,
+void PlayCtrlGUI_cls::AddAction(const ButtonLook_st& look, const wxString& tip,
+                                std::function<void()> action) {
+    AddButton<wxButton, wxBitmapButton>(look, tip)->Bind(wxEVT_BUTTON,
+                                                         [action](wxCommandEvent&) { action(); });
+}
+
+wxToggleButton* PlayCtrlGUI_cls::AddToggle(const ButtonLook_st& look, const wxString& tip,
+                                           std::function<void()> action) {
+    auto* button = AddButton<wxToggleButton, wxBitmapToggleButton>(look, tip);
+    button->Bind(wxEVT_TOGGLEBUTTON, [action](wxCommandEvent&) { action(); });
+    return button;
+}
+
+NumField_cls* PlayCtrlGUI_cls::AddField(std::vector<wxWindow*>& row, const wxString& label, int low, int high,
                                         const wxString& tip, std::function<void(int)> set) {
     auto* text = new GripLabel_cls(this, label);
     auto* field = new NumField_cls(this, IntSpec(low, high), 5);
@@ -97,8 +169,8 @@ NumField_cls* PlayCtrlGUI_cls::AddField(wxSizer* pSizer, const wxString& label, 
         set(static_cast<int>(value));
         if (bFinal) mpCTime->EndGesture();
     });
-    pSizer->Add(text, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, FromDIP(2 * kGap));
-    pSizer->Add(field, 0, wxALIGN_CENTRE_VERTICAL);
+    row.push_back(text);
+    row.push_back(field);
     return field;
 }
 
@@ -107,30 +179,30 @@ void PlayCtrlGUI_cls::Play(int direction) {
     UpdateValues();
 }
 
-void PlayCtrlGUI_cls::MakeTransport(wxSizer* pSizer) {
-    auto* row = new wxBoxSizer(wxHORIZONTAL);
-    AddButton(row, "PlayFirst", _("To the start of the work area"),
+void PlayCtrlGUI_cls::MakeTransport() {
+    AddAction({"PlayFirst", "|<"}, _("To the start of the work area"),
               [this] { mpCTime->MoveFrameCommandLarge(-1); });
-    AddButton(row, "PlayStepBack", _("One step back"), [this] { mpCTime->MoveInterpStepCommand(-1); });
-    mpCPlayBack = AddToggle(row, "PlayBack", _("Play backwards; again: stop"), [this] { Play(-1); });
-    AddButton(row, "PlayStop", _("Stop playing"), [this] {
+    AddAction({"PlayStepBack", "<|"}, _("One step back"), [this] { mpCTime->MoveInterpStepCommand(-1); });
+    mpCPlayBack = AddToggle({"PlayBack", "<"}, _("Play backwards; again: stop"), [this] { Play(-1); });
+    AddAction({"PlayStop", "[]"}, _("Stop playing"), [this] {
         if (mpCTime->IsPlaying())
             Play(mpCTime->GetPlayDirection());
         else
             PostMenuEvent(ID_PLAY_STOP);
     });
-    mpCPlayForward = AddToggle(row, "PlayForward", _("Play (Space); again: stop"), [this] { Play(1); });
-    AddButton(row, "PlayStepForward", _("One step forward"), [this] { mpCTime->MoveInterpStepCommand(1); });
-    AddButton(row, "PlayLast", _("To the end of the work area"),
+    mpCPlayForward = AddToggle({"PlayForward", ">"}, _("Play (Space); again: stop"), [this] { Play(1); });
+    AddAction({"PlayStepForward", "|>"}, _("One step forward"),
+              [this] { mpCTime->MoveInterpStepCommand(1); });
+    AddAction({"PlayLast", ">|"}, _("To the end of the work area"),
               [this] { mpCTime->MoveFrameCommandLarge(1); });
-    pSizer->Add(row, 0, wxALIGN_CENTRE_VERTICAL);
 }
 
-void PlayCtrlGUI_cls::MakePosition(wxSizer* pSizer) {
-    mpCFrame = AddField(pSizer, _("Frame"), 0, kMaxFrame, _("Current frame"),
+void PlayCtrlGUI_cls::MakePosition() {
+    mpCFrame = AddField(mPosition, _("Frame"), 0, kMaxFrame, _("Current frame"),
                         [this](int value) { mpCTime->SetFrameCommand(value); });
-    mpCStep = AddField(pSizer, _("Step"), 0, 0, _("Step between this frame and the next, below the interval"),
-                       [this](int value) { mpCTime->SetInterpStepCommand(value); });
+    mpCStep =
+        AddField(mPosition, _("Step"), 0, 0, _("Step between this frame and the next, below the interval"),
+                 [this](int value) { mpCTime->SetInterpStepCommand(value); });
 }
 
 void PlayCtrlGUI_cls::SetWorkArea(int frame, bool bUpper) {
@@ -141,12 +213,11 @@ void PlayCtrlGUI_cls::SetWorkArea(int frame, bool bUpper) {
     PostMenuEvent(ID_REFRESH_TL);
 }
 
-void PlayCtrlGUI_cls::MakeArea(wxSizer* pSizer) {
-    mpCFrom = AddField(pSizer, _("Work Area"), 0, kMaxFrame, _("First frame that plays"),
+void PlayCtrlGUI_cls::MakeArea() {
+    mpCFrom = AddField(mPosition, _("Work Area"), 0, kMaxFrame, _("First frame that plays"),
                        [this](int value) { SetWorkArea(std::min(value, mpCTime->GetWAMax()), false); });
-    mpCTo = AddField(pSizer, _("to"), 0, kMaxFrame, _("Last frame that plays"),
+    mpCTo = AddField(mPosition, _("to"), 0, kMaxFrame, _("Last frame that plays"),
                      [this](int value) { SetWorkArea(std::max(value, mpCTime->GetWAMin()), true); });
-    auto* row = new wxBoxSizer(wxHORIZONTAL);
     for (const bool bIn : {true, false}) {
         auto* button = new wxButton(this, wxID_ANY, bIn ? _("in here") : _("out here"), wxDefaultPosition,
                                     wxDefaultSize, wxBU_EXACTFIT);
@@ -159,49 +230,41 @@ void PlayCtrlGUI_cls::MakeArea(wxSizer* pSizer) {
                 mpCTime->SetWAOutHere();
             PostMenuEvent(ID_REFRESH_TL);
         });
-        row->Add(button, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, FromDIP(kGap));
+        mHere.push_back(button);
     }
-    row->AddStretchSpacer();
     mpCLast = new wxStaticText(this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxALIGN_RIGHT);
     mpCLast->SetToolTip(_("Frames from the first to the last of the film"));
-    row->Add(mpCLast, 0, wxALIGN_CENTRE_VERTICAL);
-    pSizer->Add(row, 0, wxEXPAND);
 }
 
-void PlayCtrlGUI_cls::MakeSettings(wxSizer* pSizer) {
+void PlayCtrlGUI_cls::MakeSettings() {
     mpCRepeat = new wxCheckBox(this, wxID_ANY, _("Repeat"));
     mpCRepeat->SetToolTip(_("Play the work area again and again"));
     mpCRepeat->Bind(wxEVT_CHECKBOX,
                     [this](wxCommandEvent& event) { mpCTime->SetRepeatCommand(event.IsChecked() ? 1 : 0); });
-    pSizer->Add(mpCRepeat, 0, wxALIGN_CENTRE_VERTICAL);
     mpCStepping =
-        AddField(pSizer, _("Stepping"), 1, kMaxStepping, _("Only multiples of this are frames (1 to 99)"),
+        AddField(mSettings, _("Stepping"), 1, kMaxStepping, _("Only multiples of this are frames (1 to 99)"),
                  [this](int value) { mpCTime->SetAnimStepCommand(value); });
-    mpCInterval = AddField(pSizer, _("Interval"), 1, kMaxStepping,
+    mpCInterval = AddField(mSettings, _("Interval"), 1, kMaxStepping,
                            _("Interpolation steps from frame to frame (1 to 99)"),
                            [this](int value) { mpCTime->SetAnimInterpCommand(value); });
     mpCPrefetch =
-        AddField(pSizer, _("Prefetch"), 0, kMaxPrefetch,
+        AddField(mSettings, _("Prefetch"), 0, kMaxPrefetch,
                  _("Frames read ahead; over 3 at most 60% of what fits the memory"), [this](int value) {
                      mpCTime->SetPrefetchCommand(LimitPrefetch(value, mpCTime->GetExpectedPrefetchMax()));
                      mpCPrefetch->SetValue(mpCTime->GetPrefetch());
                  });
     mpCPace =
-        AddField(pSizer, _("Frame ms"), 0, kMaxPace, _("Least time between two frames, in milliseconds"),
+        AddField(mSettings, _("Frame ms"), 0, kMaxPace, _("Least time between two frames, in milliseconds"),
                  [this](int value) { mpCTime->mFrameInterval = value; });
 }
 
-void PlayCtrlGUI_cls::MakeState(wxSizer* pSizer) {
-    auto* row = new wxBoxSizer(wxHORIZONTAL);
-    row->AddStretchSpacer();
+void PlayCtrlGUI_cls::MakeState() {
     mpCMemory = new wxStaticText(this, wxID_ANY, "", wxDefaultPosition, wxDefaultSize, wxALIGN_RIGHT);
     mpCMemory->SetToolTip(_("Memory that loaded snapshots take, of the limit in the preferences"));
-    row->Add(mpCMemory, 0, wxALIGN_CENTRE_VERTICAL);
     auto* abort = new wxButton(this, wxID_ANY, _("Abort"), wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
     abort->SetToolTip(_("Stop the drawing or calculation under way"));
     abort->Bind(wxEVT_BUTTON, [](wxCommandEvent&) { GbAbort.store(true); });
-    row->Add(abort, 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, FromDIP(2 * kGap));
-    pSizer->Add(row, 0, wxEXPAND);
+    mState = {mpCMemory, abort};
 }
 
 void PlayCtrlGUI_cls::UpdateValues() {
@@ -225,7 +288,7 @@ void PlayCtrlGUI_cls::UpdateValues() {
     const wxString text = wxString::Format(_("0 to %d"), last);
     if (mpCLast->GetLabelText() == text) return;
     mpCLast->SetLabelText(text);
-    Layout();
+    if (GetSizer()) FitWidth();
 }
 
 void PlayCtrlGUI_cls::RefreshMemory() {
@@ -233,5 +296,5 @@ void PlayCtrlGUI_cls::RefreshMemory() {
         wxString::Format(_("%lld of %d MB"), mpCStore->CalcAndGetUsedTotalMemoryMB(), mpCStore->mLimitMB);
     if (mpCMemory->GetLabelText() == text) return;
     mpCMemory->SetLabelText(text);
-    Layout();
+    if (GetSizer()) FitWidth();
 }

@@ -10,11 +10,10 @@ class NumField_cls;
 class PDataSeqCtrl_cls;
 class TimeCtrl_cls;
 struct NumSpec;
-class wxBitmapToggleButton;
-class wxButton;
 class wxCheckBox;
 class wxSizer;
 class wxStaticText;
+class wxToggleButton;
 
 /// The prefetch that is granted: of a request over 3 at most 60% of the snapshots that fit the memory
 /// (`expectedMax`, negative when unknown).
@@ -31,23 +30,35 @@ public:
     NumField_cls* GetPCPrefetchField() const { return mpCPrefetch; }
 
 private:
-    void MakeTransport(wxSizer* pSizer);
-    void MakePosition(wxSizer* pSizer);
-    void MakeArea(wxSizer* pSizer);
-    void MakeSettings(wxSizer* pSizer);
-    void MakeState(wxSizer* pSizer);
-    void AddButton(wxSizer* pSizer, const wxString& icon, const wxString& tip, std::function<void()> action);
-    wxBitmapToggleButton* AddToggle(wxSizer* pSizer, const wxString& icon, const wxString& tip,
-                                    std::function<void()> action);
-    NumField_cls* AddField(wxSizer* pSizer, const wxString& label, int low, int high, const wxString& tip,
-                           std::function<void(int)> set);
+    /// A button's picture, and the text where that is missing.
+    struct ButtonLook_st {
+        const char* mIcon;
+        const char* mText;
+    };
+
+    void MakeTransport();
+    void MakePosition();
+    void MakeArea();
+    void MakeSettings();
+    void MakeState();
+    template <class TEXT_BUTTON, class BITMAP_BUTTON>
+    TEXT_BUTTON* AddButton(const ButtonLook_st& look, const wxString& tip);
+    void AddAction(const ButtonLook_st& look, const wxString& tip, std::function<void()> action);
+    wxToggleButton* AddToggle(const ButtonLook_st& look, const wxString& tip, std::function<void()> action);
+    NumField_cls* AddField(std::vector<wxWindow*>& row, const wxString& label, int low, int high,
+                           const wxString& tip, std::function<void(int)> set);
+    void Arrange(bool bNarrow);
+    static wxSizer* MakeRow(const std::vector<wxWindow*>& windows, int gap = 0);
+    static void AddFields(wxSizer* pSizer, const std::vector<wxWindow*>& windows, int gap);
+    void OnSize(wxSizeEvent& event);
+    void FitWidth();
     void Play(int direction);
     void SetWorkArea(int frame, bool bUpper);
 
     TimeCtrl_cls* mpCTime;
     PDataSeqCtrl_cls* mpCStore;
-    wxBitmapToggleButton* mpCPlayBack = nullptr;
-    wxBitmapToggleButton* mpCPlayForward = nullptr;
+    wxToggleButton* mpCPlayBack = nullptr;
+    wxToggleButton* mpCPlayForward = nullptr;
     NumField_cls* mpCFrame = nullptr;
     NumField_cls* mpCStep = nullptr;
     wxStaticText* mpCLast = nullptr; ///< length of the film
@@ -59,4 +70,11 @@ private:
     NumField_cls* mpCPrefetch = nullptr;
     NumField_cls* mpCPace = nullptr;
     wxStaticText* mpCMemory = nullptr;
+    bool mbNarrow = false;             ///< three rows
+    int mWideWidth = 0;                ///< what two rows need, pixels
+    std::vector<wxWindow*> mTransport; ///< the groups of the panel, in the order of their windows
+    std::vector<wxWindow*> mPosition;  ///< frame, step and work area: labels and fields
+    std::vector<wxWindow*> mHere;      ///< work area from or to the current frame
+    std::vector<wxWindow*> mSettings;  ///< stepping, interval, prefetch and pace: labels and fields
+    std::vector<wxWindow*> mState;     ///< memory and abort
 };
