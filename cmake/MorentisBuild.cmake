@@ -25,6 +25,7 @@ find_package(PkgConfig REQUIRED)
 pkg_check_modules(EPOXY REQUIRED IMPORTED_TARGET epoxy)
 find_package(OpenGL REQUIRED COMPONENTS OpenGL GLX)
 find_package(GLUT REQUIRED)
+find_package(X11 REQUIRED)
 find_package(Threads REQUIRED)
 
 separate_arguments(_wx_flags UNIX_COMMAND "${wxWidgets_CXX_FLAGS}")
@@ -33,7 +34,7 @@ target_include_directories(morentis_platform SYSTEM INTERFACE ${wxWidgets_INCLUD
 target_compile_definitions(morentis_platform INTERFACE ${wxWidgets_DEFINITIONS})
 target_compile_options(morentis_platform INTERFACE ${_wx_flags})
 target_link_libraries(morentis_platform INTERFACE ${wxWidgets_LIBRARIES} PkgConfig::EPOXY
-                      OpenGL::GL OpenGL::GLU GLUT::GLUT Threads::Threads)
+                      OpenGL::GL OpenGL::GLU GLUT::GLUT X11::X11 Threads::Threads)
 
 # What all our own code is compiled with.
 add_library(morentis_flags INTERFACE)

@@ -7,9 +7,12 @@
 
 #include <wx/artprov.h>
 #include <wx/display.h>
+#include <wx/filename.h>
 #include <wx/utils.h>
 
 #include "APP/clsFrameMain.h"
+#include "APP/clsRecentFiles.h"
+#include "APP/clsRecovery.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
@@ -67,9 +70,13 @@ Main_cls::Main_cls() {
     mpCDataLoader->mpCPeriodic = mpCPeriodicBoundary;
     PDataBlock_cls::mspCDataLoaderLink = mpCDataLoader;
     mpCTimeCtrl = new TimeCtrl_cls(this);
+    mpCRecentFiles = new RecentFiles_cls;
     mpCFrameMain = new FrameMain_cls("Morentis 3 v 0.80", this, FirstWindowRect(mDisplayHeight));
 
     ReadProjectFile(GetConfigureFilePath());
+    mpCRecovery =
+        new Recovery_cls(wxFileName(GetConfigureFilePath()).GetPath(), [this] { return MakeRecoveryText(); });
+    mpCFrameMain->FillRecentMenus();
     PostMenuEvent(ID_REFRESH_TL);
     PostMenuEvent(ID_REFRESH_GL);
 }
@@ -81,6 +88,8 @@ Main_cls::~Main_cls() {
     delete mpCPeriodicBoundary;
     delete mpCDataLoader;
     delete mpCTimeCtrl;
+    delete mpCRecentFiles;
+    delete mpCRecovery;
     PDataBlock_cls::mspCDataLoaderLink = nullptr;
 }
 

@@ -1,0 +1,98 @@
+// Projects: every object that reads lines of one, but for those that need a window.
+#include <string>
+
+#include "APP/ProjectText.h"
+#include "FuzzTargets.h"
+#include "GL/BASE/clsPreference.h"
+#include "GL/DRAW/clsDrawOption.h"
+#include "GL/DRAW/clsGLAttribute.h"
+#include "PARAM/clsParamGroup.h"
+#include "PDATA/clsDataLoader.h"
+#include "PDATA/clsPDataSeqCtrl.h"
+#include "PDATA/clsPDataSequence.h"
+#include "PDATA/clsPeriodicBoundary.h"
+#include "TIME/clsTimeCtrl.h"
+
+namespace {
+
+const wxString kTime[] = {"Time"};
+const wxString kPosition[] = {"x", "y", "z"};
+
+/// What a project sets, in the order of its blocks. Made once: the store alone has 40,000 slots.
+struct Settings_st {
+    DataLoader_cls mLoader{nullptr};
+    TimeCtrl_cls mTime{nullptr};
+    ParamGroup_cls mRemap{"Time Remap", 1, kTime, 0, true};
+    DrawOption_cls mOption;
+    PDataSeqCtrl_cls mStore{&mOption, false};
+    PeriodicBoundary_cls mPeriodic;
+    ParamGroup_cls mPosition{"Position", 3, kPosition, 0, true};
+    Preference_cls mPreference;
+
+    void Read(const std::wstring& text) {
+        TextStream_cls stream(text);
+        wxString line;
+        while (NextProjectLine(stream, &line)) {
+            mLoader.ReadStrLine(line);
+            mTime.ReadStrLine(stream, line);
+            mRemap.ReadStrLine(stream, line);
+            mOption.ReadStrLine(line);
+            mStore.ReadStrLine(stream, line);
+            mPeriodic.ReadStrLine(line);
+            mPosition.ReadStrLine(stream, line);
+            mPreference.ReadStrLine(line);
+        }
+    }
+    wxString Write() {
+        return mLoader.Serialize() + mTime.Serialize() + mRemap.Serialize() + mOption.Serialize() +
+               mStore.Serialize() + mPeriodic.Serialize() + mPosition.Serialize() + mPreference.Serialize();
+    }
+};
+
+void CheckCurves(ParamGroup_cls& group) {
+    for (Parameters_cls& curve : group.mVParams) {
+        for (int i = 1; i < curve.GetKeyNumber(); ++i)
+            Promise(!(curve.GetKeyFrameDoubleIndex(i) < curve.GetKeyFrameDoubleIndex(i - 1)),
+                    "keys stand in order");
+        for (const double t : {-0.5, 0.0, 0.3, 0.999, 2.0})
+            curve.GetInterpolatedValue(t);
+        curve.GetStrExpression("x");
+    }
+    std::vector<bool> tags(101, false);
+    group.CheckSnippingTag(&tags);
+}
+
+/// Texts of settings may hold the key of another one: then a line is taken twice, as the format has it.
+bool HoldsKey(const Settings_st& settings) {
+    if (settings.mLoader.mCItemLastOpened.mStrValue.Contains("=")) return true;
+    for (const PDataSequence_cls* sequence : settings.mStore.mpCSequence)
+        for (const GLAttribute_cls* attribute : sequence->mpCGLAttribute)
+            if (attribute->mTexFileBillboard.mStrValue.Contains("=")) return true;
+    return false;
+}
+
+} // namespace
+
+void FuzzProject(const std::string& bytes) {
+    static Settings_st sSettings;
+    static unsigned sRun = 0;
+    sSettings.Read(DecodeProject(bytes));
+    const TimeCtrl_cls& time = sSettings.mTime;
+    Promise(time.GetAnimStep() > 0 && time.GetAnimInterp() > 0 && time.GetMaxFrame() >= 0,
+            "the clock can tick");
+    sSettings.mTime.CheckWorkingArea();
+    Promise(time.GetWAMin() <= time.GetWAMax() && time.GetWAMax() <= time.GetMaxFrame(),
+            "the areas are in order");
+    Promise(sSettings.mOption.GetDownSizing() > 0, "the draw list can be filled");
+    sSettings.mLoader.GetHeaderByte();
+    float box[3];
+    sSettings.mPeriodic.GetBoundaryVector(box, 0);
+    CheckCurves(sSettings.mRemap);
+    CheckCurves(sSettings.mPosition);
+    if (sRun++ % 64 == 0 && !HoldsKey(sSettings)) {
+        const wxString first = sSettings.Write();
+        sSettings.Read(DecodeProject(EncodeProject(first)));
+        Promise(sSettings.Write() == first, "what is written is read as it was");
+    }
+    if (bytes.find("DataSequence") != std::string::npos) sSettings.mStore.ClearData(-2, -2, true);
+}
