@@ -51,7 +51,9 @@ wxString RecentFiles_cls::Serialize() const {
 bool RecentFiles_cls::ReadStrLine(const wxString& line) {
     for (int kind = 0; kind < kKindNumber; ++kind) {
         wxString rest;
-        if (!line.StartsWith(kKeys[kind], &rest) || rest.length() < 2 || rest[1] != '=') continue;
+        if (!line.StartsWith(kKeys[kind], &rest) || rest.length() < 2 || !wxIsdigit(rest[0]) ||
+            rest[1] != '=')
+            continue;
         std::vector<wxString>& paths = mVPaths[kind];
         const wxString path = rest.substr(2);
         const bool bNew = !path.empty() && std::find(paths.begin(), paths.end(), path) == paths.end();

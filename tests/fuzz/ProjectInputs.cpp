@@ -113,7 +113,7 @@ void ProjectInputs_cls::SpoilLine(std::mt19937& random, std::string* pLine) {
         pLine->insert(0, " ");
         break;
     default:
-        pLine->append(OneIn(random, 300) ? 1100000 : random() % 300, 'x');
+        pLine->append(OneIn(random, 3000) ? 1100000 : random() % 300, 'x');
     }
 }
 
