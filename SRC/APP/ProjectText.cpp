@@ -30,7 +30,8 @@ bool NextProjectLine(std::wistream& stream, wxString* pLine) {
     do {
         if (!std::getline(stream, line)) return false;
     } while (line.size() > kLongestProjectLine);
-    if (!line.empty() && line.back() == L'\r') line.pop_back();
+    while (!line.empty() && line.back() == L'\r')
+        line.pop_back();
     *pLine = line;
     return true;
 }

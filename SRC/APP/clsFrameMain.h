@@ -145,7 +145,8 @@ private:
     bool mbPlaced = false;                         ///< the sashes stand where they do at a start
     int mBtmHeight = 150;                          ///< height given to the bottom half, pixels
     bool mbProjectNamed = false;
-    bool mbQuitAsked = false;  ///< the end that comes is wanted
+    bool mbQuitAsked = false; ///< the end that comes is wanted
+    bool mbRecoveryOffered = false;
     bool mbShowsStar = false;  ///< the title tells of unsaved steps
     wxString mStrTitleProject; ///< the project in the title
     long mLastReaderPost = 0;  ///< milliseconds of mStatusWatch

@@ -12,6 +12,7 @@
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
+#include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "TIME/clsTimeCtrl.h"
@@ -50,6 +51,11 @@ void FrameMain_cls::OnIdle(wxIdleEvent& event) {
     event.Skip();
     if (!mbPlaced) PlaceAtStart();
     ShowModified();
+    // Views keep still while a question is up: not before there is a picture.
+    if (mbPlaced && !mbRecoveryOffered && (mpCMainCanvas->GetPaintCount() > 0 || !mpCMainCanvas->HasGL())) {
+        mbRecoveryOffered = true;
+        CallAfter(&FrameMain_cls::OfferRecovery);
+    }
     TimeCtrl_cls* time = mpCMain->mpCTimeCtrl;
     PDataSeqCtrl_cls* store = mpCMain->mpCPDataSeqCtrl;
     store->CleanUpMemory(time->GetFrame(), time->GetAnimStep());

@@ -57,7 +57,6 @@ bool MyApp::OnInit() {
     WatchUnaskedEnds([this] { mpCMain->LastWords(); });
     Bind(wxEVT_QUERY_END_SESSION, &MyApp::OnEndSession, this);
     Bind(wxEVT_END_SESSION, &MyApp::OnEndSession, this);
-    mpCMain->mpCFrameMain->CallAfter(&FrameMain_cls::OfferRecovery);
     return true;
 }
 

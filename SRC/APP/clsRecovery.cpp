@@ -109,18 +109,19 @@ void Recovery_cls::Tick(bool bMayWrite) {
     }
     const auto now = std::chrono::steady_clock::now();
     if (!bMayWrite || (mbEverWritten && now - mLastWrite < mGap)) return;
-    if (WriteNow()) return;
+    if (Write(false)) return;
     Notice("recovery",
            wxString::Format(_("No recovery project could be written in %s: save your project often."),
                             mStrFolder));
 }
 
-bool Recovery_cls::WriteNow() {
-    if (!IsModified()) return true;
+bool Recovery_cls::WriteNow() { return !IsModified() || Write(true); }
+
+bool Recovery_cls::Write(bool bAnyway) {
     mLastWrite = std::chrono::steady_clock::now();
     mbEverWritten = true;
     std::string text = mMakeText();
-    if (!mStrPath.empty() && text == mLastText) return true;
+    if (!bAnyway && !mStrPath.empty() && text == mLastText) return true;
     if (mStrPath.empty() && !MakeOwn()) return false;
     if (!WriteFileSafely(mStrPath, text).empty()) return false;
     mLastText = std::move(text);

@@ -72,6 +72,7 @@ public:
 
 private:
     bool MakeOwn();
+    bool Write(bool bAnyway);
 
     wxString mStrFolder;
     std::function<std::string()> mMakeText;

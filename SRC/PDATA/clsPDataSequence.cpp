@@ -213,7 +213,8 @@ void PDataSequence_cls::ReadStrLine(std::wistream& stream, const wxString& line)
     if (line.StartsWith(mCItemFile.mStrKey)) {
         std::wstring path;
         std::getline(stream, path);
-        if (!path.empty() && path.back() == L'\r') path.pop_back();
+        while (!path.empty() && path.back() == L'\r')
+            path.pop_back();
         OpenDataFile(path);
     }
     // All keys of the attributes hold the sequence's prefix; most lines of a project are none of them.

@@ -1,5 +1,9 @@
 // Projects: every object that reads lines of one, but for those that need a window.
+#include <algorithm>
+#include <cstdio>
 #include <string>
+
+#include <wx/arrstr.h>
 
 #include "APP/ProjectText.h"
 #include "FuzzTargets.h"
@@ -71,6 +75,16 @@ bool HoldsKey(const Settings_st& settings) {
     return false;
 }
 
+void CheckSame(const wxString& first, const wxString& second) {
+    if (first == second) return;
+    const wxArrayString left = wxSplit(first, '\n', '\0');
+    const wxArrayString right = wxSplit(second, '\n', '\0');
+    for (size_t i = 0; i < std::min(left.size(), right.size()); ++i)
+        if (left[i] != right[i])
+            std::fprintf(stderr, "%s\n%s\n", left[i].utf8_str().data(), right[i].utf8_str().data());
+    Promise(false, "what is written is read as it was");
+}
+
 } // namespace
 
 void FuzzProject(const std::string& bytes) {
@@ -92,7 +106,7 @@ void FuzzProject(const std::string& bytes) {
     if (sRun++ % 64 == 0 && !HoldsKey(sSettings)) {
         const wxString first = sSettings.Write();
         sSettings.Read(DecodeProject(EncodeProject(first)));
-        Promise(sSettings.Write() == first, "what is written is read as it was");
+        CheckSame(first, sSettings.Write());
     }
     if (sRun % 512 == 0) sSettings.mStore.ClearData(-2, -2, true);
 }
