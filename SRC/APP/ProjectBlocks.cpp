@@ -8,6 +8,8 @@
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPeriodicBoundary.h"
+#include "SCENE/clsAnchorPath.h"
+#include "SCENE/clsCameraPath.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
@@ -62,8 +64,8 @@ const std::vector<ProjectBlock_st>& GetProjectBlocks() {
          ReadBlock<&Main_cls::mpCPDataSeqCtrl>},
         {11, "periodic box", false, Write<&Main_cls::mpCPeriodicBoundary>,
          ReadLine<&Main_cls::mpCPeriodicBoundary>},
-        {12, "camera path", false, nullptr, nullptr},
-        {13, "anchor path", false, nullptr, nullptr},
+        {12, "camera path", false, Write<&Main_cls::mpCCameraPath>, ReadBlock<&Main_cls::mpCCameraPath>},
+        {13, "anchor path", false, Write<&Main_cls::mpCAnchorPath>, ReadBlock<&Main_cls::mpCAnchorPath>},
         {14, "light sources", false, nullptr, nullptr},
         {15, "stereogram", false, nullptr, nullptr},
         {16, "scene export", false, nullptr, nullptr},

@@ -132,6 +132,10 @@ MainGLCanvas_cls* FrameMain_cls::GetPCGLCanvas(int view) const {
 
 TimeCtrl_cls* FrameMain_cls::GetPCTimeCtrl() const { return mpCMain->mpCTimeCtrl; }
 
+CameraPath_cls* FrameMain_cls::GetPCCameraPath() const { return mpCMain->mpCCameraPath; }
+
+AnchorPath_cls* FrameMain_cls::GetPCAnchorPath() const { return mpCMain->mpCAnchorPath; }
+
 PDataSeqCtrl_cls* FrameMain_cls::GetPCDataSeqCtrl() const { return mpCMain->mpCPDataSeqCtrl; }
 
 void FrameMain_cls::UpdateStatusText() {

@@ -11,7 +11,9 @@
 #include "CONFITEM/clsConfItem.h"
 #include "CONFITEM/clsConfItemList.h"
 
+class AnchorPath_cls;
 class BtmHalfPanel_cls;
+class CameraPath_cls;
 class GLCanvasCtrl_cls;
 class GLExtraFrame_cls;
 class GLInfo_cls;
@@ -38,6 +40,8 @@ public:
     GLCanvasCtrl_cls* GetPCGLCanvasCtrl(int view) const; ///< 0 to 3 panels, 4 the extra frame's
     MainGLCanvas_cls* GetPCGLCanvas(int view) const;
     TimeCtrl_cls* GetPCTimeCtrl() const;
+    CameraPath_cls* GetPCCameraPath() const;
+    AnchorPath_cls* GetPCAnchorPath() const;
     PDataSeqCtrl_cls* GetPCDataSeqCtrl() const;
     Preference_cls* GetPCPreference() const { return mpCPreference; }
     GLExtraFrame_cls* GetPCExtraFrame() const { return mpCExtraFrame; }
@@ -123,6 +127,7 @@ private:
     void OnMenuViewPanelType(wxCommandEvent& event);
     void OnMenuViewExtra(wxCommandEvent& event);
     void OnMenuPlayStop(wxCommandEvent& event);
+    void OnMenuSetCameraKey(wxCommandEvent& event);
     void OnMenuUnlock(wxCommandEvent& event);
     void OnMenuSpecial(wxCommandEvent& event);
     void OnAbout(wxCommandEvent& event);

@@ -65,6 +65,8 @@ void FrameMain_cls::BindHandlers() {
         Bind(id, &FrameMain_cls::OnMenuViewPanelType);
     Bind(ID_VIEW_EXTRA, &FrameMain_cls::OnMenuViewExtra);
     Bind(ID_PLAY_STOP, &FrameMain_cls::OnMenuPlayStop);
+    for (const int id : {ID_SET_KEY_POS, ID_SET_KEY_POS_ROT, ID_SET_KEY_ANC})
+        Bind(id, &FrameMain_cls::OnMenuSetCameraKey);
     Bind(ID_ABOUT, &FrameMain_cls::OnAbout);
     Bind(ID_ABOUT_GL, &FrameMain_cls::OnMenuAboutGL);
     Bind(ID_UNLOCK, &FrameMain_cls::OnMenuUnlock);
@@ -158,6 +160,16 @@ void FrameMain_cls::OnMenuPlayStop(wxCommandEvent&) {
     mpCMainCanvas->StopExportDataProcess();
     mpCMainCanvas->StopExportPovStringProcess();
     if (time->IsPlaying()) time->ProcStopPlaying();
+}
+
+// The keys of camera and anchor come from the view that was used last.
+void FrameMain_cls::OnMenuSetCameraKey(wxCommandEvent& event) {
+    if (!GpCurrentGLPanel) return;
+    if (event.GetId() == ID_SET_KEY_POS) GpCurrentGLPanel->SetKeyPos();
+    if (event.GetId() == ID_SET_KEY_POS_ROT) GpCurrentGLPanel->SetKeyPosRot();
+    if (event.GetId() == ID_SET_KEY_ANC) GpCurrentGLPanel->SetKeyAnc();
+    OnMenuRefreshGL(event);
+    OnMenuRefreshTL(event);
 }
 
 void FrameMain_cls::OnMenuUnlock(wxCommandEvent&) { GbGLLockDrawing.store(false); }

@@ -18,15 +18,19 @@
 #include "COMMON/MenuEvent.h"
 #include "COMMON/MsgBox.h"
 #include "COMMON/RuntimeFiles.h"
+#include "COMMON/UpdateBits.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLDrawData.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "PARAM/clsParamGroup.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSnap.h"
 #include "PDATA/clsPeriodicBoundary.h"
 #include "PDATA/clsSnapData.h"
+#include "SCENE/clsAnchorPath.h"
+#include "SCENE/clsCameraPath.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/clsFontProvider.h"
 #include "WIDGET/clsMyArtProvider.h"
@@ -69,9 +73,12 @@ Main_cls::Main_cls() {
     mpCPeriodicBoundary = new PeriodicBoundary_cls;
     mpCDataLoader->mpCPeriodic = mpCPeriodicBoundary;
     PDataBlock_cls::mspCDataLoaderLink = mpCDataLoader;
+    mpCCameraPath = new CameraPath_cls;
+    mpCAnchorPath = new AnchorPath_cls;
     mpCTimeCtrl = new TimeCtrl_cls(this);
     mpCRecentFiles = new RecentFiles_cls;
     mpCFrameMain = new FrameMain_cls("Morentis 3 v 0.80", this, FirstWindowRect(mDisplayHeight));
+    MakeCameraPathGroup();
 
     ReadProjectFile(GetConfigureFilePath());
     mpCRecovery =
@@ -87,10 +94,24 @@ Main_cls::~Main_cls() {
     delete mpCPDataSeqCtrl;
     delete mpCPeriodicBoundary;
     delete mpCDataLoader;
+    delete mpCParamGroupCameraPath;
+    delete mpCCameraPath;
+    delete mpCAnchorPath;
     delete mpCTimeCtrl;
     delete mpCRecentFiles;
     delete mpCRecovery;
     PDataBlock_cls::mspCDataLoaderLink = nullptr;
+}
+
+// Camera and anchor share one line of the time line, without the scales, which nobody sees.
+void Main_cls::MakeCameraPathGroup() {
+    mpCCameraPath->DeleteObjectGroup();
+    mpCAnchorPath->DeleteObjectGroup();
+    mpCParamGroupCameraPath =
+        new ParamGroup_cls("Camera Path", 0, nullptr, UPDATE_FILTER_REFRESH | UPDATE_TL | UPDATE_GL, false);
+    mpCParamGroupCameraPath->mVpCChilds = {mpCCameraPath->mpCTranslate, mpCCameraPath->mpCRotate,
+                                           mpCAnchorPath->mpCTranslate};
+    mpCParamGroupCameraPath->mpCSceneObj = mpCCameraPath;
 }
 
 wxWindow* Main_cls::GetPTopLevelWindow() const { return mpCFrameMain; }

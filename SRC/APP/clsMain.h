@@ -5,11 +5,14 @@
 
 #include <wx/string.h>
 
+class AnchorPath_cls;
+class CameraPath_cls;
 class DataLoader_cls;
 class DrawOption_cls;
 class FrameMain_cls;
 class PDataSeqCtrl_cls;
 class PDataSequence_cls;
+class ParamGroup_cls;
 class PeriodicBoundary_cls;
 class PeriodicBoundaryCtrl_cls;
 class Preference_cls;
@@ -69,6 +72,10 @@ public:
     PDataSeqCtrl_cls* mpCPDataSeqCtrl = nullptr;
     PeriodicBoundary_cls* mpCPeriodicBoundary = nullptr;
     DataLoader_cls* mpCDataLoader = nullptr;
+    CameraPath_cls* mpCCameraPath = nullptr;
+    AnchorPath_cls* mpCAnchorPath = nullptr;
+    /// Folder "Camera Path" of the time line: the curves of camera and anchor that files keep.
+    ParamGroup_cls* mpCParamGroupCameraPath = nullptr;
     TimeCtrl_cls* mpCTimeCtrl = nullptr;
     FrameMain_cls* mpCFrameMain = nullptr; ///< wxWidgets destroys windows
     RecentFiles_cls* mpCRecentFiles = nullptr;
@@ -79,5 +86,6 @@ public:
     int mDisplayHeight = 0;
 
 private:
+    void MakeCameraPathGroup();
     wxString SerializeAll(bool bFull);
 };

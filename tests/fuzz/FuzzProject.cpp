@@ -15,12 +15,13 @@
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
 #include "PDATA/clsPeriodicBoundary.h"
+#include "SCENE/clsAnchorPath.h"
+#include "SCENE/clsCameraPath.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
 
 const wxString kTime[] = {"Time"};
-const wxString kPosition[] = {"x", "y", "z"};
 
 /// What a project sets, in the order of its blocks. Made once: the store alone has 40,000 slots.
 struct Settings_st {
@@ -30,7 +31,8 @@ struct Settings_st {
     DrawOption_cls mOption;
     PDataSeqCtrl_cls mStore{&mOption, false};
     PeriodicBoundary_cls mPeriodic;
-    ParamGroup_cls mPosition{"Position", 3, kPosition, 0, true};
+    CameraPath_cls mCamera;
+    AnchorPath_cls mAnchor;
     Preference_cls mPreference;
 
     void Read(const std::wstring& text) {
@@ -43,13 +45,15 @@ struct Settings_st {
             mOption.ReadStrLine(line);
             mStore.ReadStrLine(stream, line);
             mPeriodic.ReadStrLine(line);
-            mPosition.ReadStrLine(stream, line);
+            mCamera.ReadStrLine(stream, line);
+            mAnchor.ReadStrLine(stream, line);
             mPreference.ReadStrLine(line);
         }
     }
     wxString Write() {
         return mLoader.Serialize() + mTime.Serialize() + mRemap.Serialize() + mOption.Serialize() +
-               mStore.Serialize() + mPeriodic.Serialize() + mPosition.Serialize() + mPreference.Serialize();
+               mStore.Serialize() + mPeriodic.Serialize() + mCamera.Serialize() + mAnchor.Serialize() +
+               mPreference.Serialize();
     }
 };
 
@@ -102,7 +106,9 @@ void FuzzProject(const std::string& bytes) {
     float box[3];
     sSettings.mPeriodic.GetBoundaryVector(box, 0);
     CheckCurves(sSettings.mRemap);
-    CheckCurves(sSettings.mPosition);
+    for (ParamGroup_cls* group :
+         {sSettings.mCamera.mpCTranslate, sSettings.mCamera.mpCRotate, sSettings.mAnchor.mpCTranslate})
+        CheckCurves(*group);
     if (sRun++ % 64 == 0 && !HoldsKey(sSettings)) {
         const wxString first = sSettings.Write();
         sSettings.Read(DecodeProject(EncodeProject(first)));

@@ -54,11 +54,18 @@ ProjectInputs_cls::ProjectInputs_cls() {
 
 void ProjectInputs_cls::AddKeys(std::mt19937& random, Lines* pLines) {
     static const struct {
+        const char* mpMarker;
         const char* mpName;
         std::vector<const char*> mCurves;
-    } kGroups[] = {{"Time Remap", {"Time"}}, {"Position", {"x", "y", "z"}}, {"Nobody", {"x"}}};
-    const auto& group = kGroups[random() % 3];
-    pLines->push_back("---TimeRemap");
+    } kGroups[] = {{"---TimeRemap", "Time Remap", {"Time"}},
+                   {"---CameraPath", "Camera Translate", {"x", "y", "z"}},
+                   {"---CameraPath", "Camera Rotation", {"x", "y", "z"}},
+                   {"---AnchorPath", "Anchor Translate", {"x", "y", "z"}},
+                   {"---Nobody", "Nobody", {"x"}}};
+    const auto& group = kGroups[random() % 5];
+    pLines->push_back(group.mpMarker);
+    if (OneIn(random, 2)) pLines->push_back(std::string("CameraVAngle=") + Pick(random, kNumbers));
+    if (OneIn(random, 4)) pLines->push_back(std::string("CameraGeometry=") + Pick(random, kNumbers));
     pLines->push_back(std::string("-ParamGroup=") + group.mpName);
     if (!OneIn(random, 8))
         pLines->push_back("dimension=" + (OneIn(random, 4) ? std::string(Pick(random, kNumbers))

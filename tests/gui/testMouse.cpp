@@ -189,7 +189,8 @@ TEST_F(Mouse, RightClickOffersTheMenuAndItsEntriesWork) {
     EXPECT_EQ(Canvas(0)->GetGeometry(), 0);
     ClickPopup(Canvas(0), middle, {WXK_DOWN, WXK_RETURN});
     EXPECT_EQ(Canvas(0)->GetDisplayMode(), 7) << "Move to Cam Pos";
-    ClickPopup(Canvas(0), middle, {WXK_UP, WXK_UP, WXK_RETURN});
+    // The camera path brings its own geometry: there is nothing to toggle, and the last entry is grey.
+    ClickPopup(Canvas(0), middle, {WXK_UP, WXK_RETURN});
     EXPECT_EQ(Canvas(0)->GetDisplayMode(), 0) << "Unlink";
     ClickPopup(Canvas(0), middle, {WXK_UP, WXK_UP, WXK_RETURN});
     EXPECT_EQ(Canvas(0)->GetDisplayMode(), 7) << "Link";

@@ -127,7 +127,9 @@ void GLCanvasCtrl_cls::UpdateWindow() {
 
 void GLCanvasCtrl_cls::SyncComboboxToDisplayMode() {
     mpCComboDisplayMode->SetSelection(mpCCanvas->GetDisplayMode());
-    mpCComboGeometry->SetSelection(mpCCanvas->GetGeometry());
+    const bool bLinked = mpCCanvas->GetDisplayMode() == 7; // the camera path brings its own geometry
+    mpCComboGeometry->SetSelection(bLinked ? mpCCanvas->GetEffectiveGeometry() : mpCCanvas->GetGeometry());
+    mpCComboGeometry->Enable(!bLinked);
 }
 
 void GLCanvasCtrl_cls::SyncDisplayModeToCombobox() {

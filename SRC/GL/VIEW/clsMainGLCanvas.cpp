@@ -152,6 +152,7 @@ void MainGLCanvas_cls::ReadStrLine(const wxString& line) {
     if (!mConfList.ReadStrLineAll(line)) return;
     mDisplayMode.mValue = std::clamp(mDisplayMode.mValue, 0, mPanelIndex == kExtraPanel ? 8 : 7);
     mGLGeometry.mValue = std::clamp(mGLGeometry.mValue, 0, 3);
+    ForceUpdateCameraPos();
     MarkStale();
 }
 

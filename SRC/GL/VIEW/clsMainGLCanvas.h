@@ -21,6 +21,8 @@
 #include "GL/BASE/clsMouseCtrl.h"
 #include "GL/BASE/clsPositionAndDirection.h"
 
+class AnchorPath_cls;
+class CameraPath_cls;
 class ColorCurve_cls;
 class DrawOption_cls;
 class FBO_cls;
@@ -51,6 +53,8 @@ public:
     // Queries on the view.
     int GetDisplayMode() const { return mDisplayMode.mValue; }
     int GetGeometry() const { return mGLGeometry.mValue; }
+    /// The geometry that counts: a camera path brings its own.
+    int GetEffectiveGeometry() const;
     bool IsOrthographic() const;
     bool IsAlongAxis() const;
     bool IsFishEye() const;
@@ -62,8 +66,16 @@ public:
     void SetDisplayMode(int mode);
     void SetGeometry(int geometry);
     void TogglePerspective();
+    /// Look through the camera path (display mode 7).
     void LinkageConnect();
+    /// Drop a user's move of the linked camera with the next paint.
     void ForceUpdateCameraPos() { mbForceUpdateCameraPos = true; }
+    CameraPath_cls* GetPLinkedCameraPath() const;
+    AnchorPath_cls* GetPLinkedAnchorPath() const;
+    // Keys of the camera path from this view's camera and anchor; one step each. Time -1: now.
+    void SetKeyPos(double time = -1.0);
+    void SetKeyPosRot(double time = -1.0);
+    void SetKeyAnc(double time = -1.0);
     void SetCameraToDefaultPos();
     PositionAndDirection_cls* GetPCCameraPosition();
     double* GetPCAnchorPosition(); ///< three doubles
@@ -173,6 +185,7 @@ private:
     void DrawDataMain();
     void DrawDataCopyLoop(bool bShadowPass);
     void DrawOtherObjects(double gridUnit);
+    void DrawCameraPath(bool bPick);
     void DrawAnchor();
     void SetLineWidth();
     void SetGLBGColor(int which);
@@ -181,6 +194,10 @@ private:
     // clsMainGLCanvasCamera.cpp
     void UpdateCameraPos();
     void ModifyOrthoCamera();
+    void EvaluatePaths(double doubleIndex);
+    void FollowPath();
+    bool HasPathMoved();
+    const PositionAndDirection_cls& GetModeCamera();
     void UpdateAnc();
     void SetPerspective();
     void SetAngleIfLinked();
@@ -218,6 +235,8 @@ private:
     PositionAndDirection_cls mCCamFree;
     PositionAndDirection_cls mCCamLinked;
     PositionAndDirection_cls mCCamOrtho;
+    CameraPath_cls* mpCLinkedCameraPath = nullptr; ///< null: the hub's
+    AnchorPath_cls* mpCLinkedAnchorPath = nullptr; ///< null: the hub's
     Dolly_cls mCDolly;
     MouseCtrl_cls mCMouse;
     GLStrings2D_cls mCStrings;
@@ -229,6 +248,11 @@ private:
     bool mbPainting = false;     ///< this canvas is the one that holds GbGLLockDrawing
     bool mbLoading = false;      ///< the last paint gave up waiting for the reader
     bool mbLockDragging = false;
+    // What mCCamLinked was last taken from; until any of it changes, a user's move of it stands.
+    PositionAndDirection_cls mCCamPath;
+    int mPathFrame = -1;
+    int mPathStep = -1;
+    double mPathBlurFactor = -1.0;
     int mPaintedFrame = -1; ///< -1 when the view must be drawn anyway
     int mPaintedStep = -1;
     double mPaintedBlurFactor = -1.0;

@@ -6,6 +6,8 @@
 #include "GL/BASE/clsGLState.h"
 #include "GL/BASE/clsGrid.h"
 #include "PDATA/clsPDataSequence.h"
+#include "SCENE/clsAnchorPath.h"
+#include "SCENE/clsCameraPath.h"
 
 namespace {
 
@@ -86,9 +88,20 @@ void MainGLCanvas_cls::DrawOtherObjects(double gridUnit) {
         SetLineWidth();
         Grid_cls::DrawGridFlat(gridUnit, 3);
     }
-    // Camera path, lights and filters with "ShowItems="; real grids always; then a click picks among them.
+    if (mShowItems.mValue) DrawCameraPath(false);
+    // Lights and filters with "ShowItems="; real grids always; then a click picks among them.
     glDisable(GL_DEPTH_TEST);
     if (mShowItems.mValue) DrawAnchor();
+}
+
+// Not for the eye that looks through that camera, which would sit in its own path.
+void MainGLCanvas_cls::DrawCameraPath(bool bPick) {
+    const CameraPath_cls& camera = *GetPLinkedCameraPath();
+    const bool bInside = mCCamPos.Position_cls::operator==(camera.mCCurrent) &&
+                         mCCamPos.Direction_cls::operator==(camera.mCCurrent);
+    if (bInside) return;
+    camera.GLDraw(bPick);
+    GetPLinkedAnchorPath()->GLDraw(bPick);
 }
 
 void MainGLCanvas_cls::DrawAnchor() {

@@ -3,6 +3,7 @@
 
 #include "APP/clsFrameMain.h"
 #include "PDATA/clsPDataSequence.h"
+#include "SCENE/clsCameraPath.h"
 
 namespace {
 
@@ -14,7 +15,7 @@ constexpr GLenum kFreeMemory = 36937;
 
 wxString MainGLCanvas_cls::MakeStatusLine() const {
     const PDataSequence_cls& sequence = *mpCFrame->GetPCActiveFileSequence();
-    const int lookAt = 0; // a camera path's look-at flag
+    const int lookAt = GetPLinkedCameraPath()->mCLookAnchor.mValue;
     return sequence.GetFilename(mMoment.dataFrame) +
            wxString::Format(":%d--%d %d", sequence.GetFilenameStatus(mMoment.dataFrame), mDisplayMode.mValue,
                             lookAt);

@@ -9,6 +9,7 @@
 #include "APP/clsFrameMain.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
+#include "COMMON/MenuEvent.h"
 #include "GL/BASE/clsMouseNormalized.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 
@@ -146,9 +147,7 @@ void MainGLCanvas_cls::ShowMenu() {
     menu.AppendSeparator();
     menu.Append(ID_CANVAS_TOGGLE_PERSPECTIVE, _("Toggle Perspective"));
     if (!mpCCtrl->IsPanelShown()) menu.Append(ID_CANVAS_SHOW_CONTROLS, _("Show Controls")); // the way back
-    // Keys need a camera path to stand on.
-    for (const int id : {ID_CANVAS_SET_KEY_POS, ID_CANVAS_SET_KEY_POS_ROT, ID_CANVAS_SET_KEY_ANC})
-        menu.Enable(id, false);
+    menu.Enable(ID_CANVAS_TOGGLE_PERSPECTIVE, !IsCameraLinked()); // the path's geometry counts there
     SetFocus();
     SetThisToBeActiveGL();
     PopupMenu(&menu);
@@ -158,6 +157,12 @@ void MainGLCanvas_cls::OnMenu(wxCommandEvent& event) {
     switch (event.GetId()) {
     case ID_CANVAS_MOVE_TO_CAM:
         OnMenuMoveToCamPos();
+        break;
+    case ID_CANVAS_SET_KEY_POS:
+    case ID_CANVAS_SET_KEY_POS_ROT:
+    case ID_CANVAS_SET_KEY_ANC:
+        SetThisToBeActiveGL();
+        PostMenuEvent(event.GetId() - ID_CANVAS_SET_KEY_POS + ID_SET_KEY_POS);
         break;
     case ID_CANVAS_TOGGLE_LINK:
         OnMenuToggleLink();

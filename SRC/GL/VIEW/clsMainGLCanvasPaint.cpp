@@ -10,6 +10,7 @@
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
+#include "COMMON/clsMyVector.h"
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLInfo.h"
 #include "GL/BASE/clsGLState.h"
@@ -148,6 +149,7 @@ void MainGLCanvas_cls::ReadTime() {
     const double step = mMoment.remappedIndex - mMoment.dataFrame;
     mMoment.dt = mpCFrame->GetPCActiveFileSequence()->GetDT(mMoment.dataFrame, step);
     GLDrawData_cls::msCurrentDoubleIndex = mMoment.doubleIndex;
+    EvaluatePaths(mMoment.doubleIndex);
 }
 
 void MainGLCanvas_cls::DrawTextOnDC(wxDC& dc) {
@@ -217,7 +219,9 @@ void MainGLCanvas_cls::SetViewFromSettings() {
 
 void MainGLCanvas_cls::PlaceCamera() {
     UpdateCameraPos();
-    mMoment.distanceToAnchor = mCCamPos.GetDistanceToAnc();
+    mMoment.distanceToAnchor = IsCameraLinked()
+                                   ? MyVector::GetNormRelative<double>(mCCamPos.mPos, msCAnchorPos)
+                                   : mCCamPos.GetDistanceToAnc();
     if (!mbLoading) {
         mPaintedFrame = mFrameFrame;
         mPaintedStep = mFrameStep;

@@ -1,0 +1,28 @@
+// A placed object in OpenGL.
+#include <epoxy/gl.h>
+
+#include "GL/BASE/clsGLState.h"
+#include "SCENE/clsSceneObj.h"
+
+void SceneObj_cls::GLSetMatrix() const {
+    double matrix[16];
+    mCCurrent.GetGLMatrix(matrix);
+    glScaled(mCScaleCurrent[0], mCScaleCurrent[1], mCScaleCurrent[2]);
+    glMultMatrixd(matrix);
+}
+
+// Evaluates past the cached values, which a panel may be editing.
+void SceneObj_cls::GLDrawPath() const {
+    constexpr int kPoints = 100;
+    if (!mCVisible.mValue || !mpCTranslate) return;
+    GLfloat points[kPoints][3];
+    for (int i = 0; i < kPoints; ++i)
+        for (size_t k = 0; k < 3; ++k)
+            points[i][k] = GLfloat(
+                mpCTranslate->mVParams[k].Evaluate(double(i) / kPoints, Parameters_cls::msResolution));
+    const GLClientScope_cls client;
+    glColor4f(0.2f, 1.0f, 0.2f, 1.0f);
+    glEnableClientState(GL_VERTEX_ARRAY);
+    glVertexPointer(3, GL_FLOAT, 0, points);
+    glDrawArrays(GL_POINTS, 0, kPoints);
+}
