@@ -8,7 +8,9 @@
 #include <wx/textentry.h>
 
 #include "APP/clsDropTarget.h"
+#include "APP/UnaskedEnd.h"
 #include "APP/clsMain.h"
+#include "APP/clsRecovery.h"
 #include "APP/clsShortcut.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
@@ -81,6 +83,7 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
 }
 
 FrameMain_cls::~FrameMain_cls() {
+    ForgetUnaskedEnds();
     mTimer.Stop();
     UpdateStatusBar_cls::Connect({});
     SetMessageHandler({});
@@ -160,7 +163,16 @@ void FrameMain_cls::UpdateStatusText() {
 }
 
 void FrameMain_cls::UpdateTitle(const wxString& projectName) {
-    SetTitle(projectName.empty() ? wxString("Morentis 3 v 0.80") : "Morentis3 - " + projectName);
+    mStrTitleProject = projectName;
+    const wxString title = projectName.empty() ? wxString("Morentis 3 v 0.80") : "Morentis3 - " + projectName;
+    SetTitle((mbShowsStar ? "*" : "") + title);
+}
+
+void FrameMain_cls::ShowModified() {
+    const bool bModified = mpCMain->mpCRecovery && mpCMain->mpCRecovery->IsModified();
+    if (bModified == mbShowsStar) return;
+    mbShowsStar = bModified;
+    UpdateTitle(mStrTitleProject);
 }
 
 void FrameMain_cls::FitSplitterWindow(bool bForce) {

@@ -2,6 +2,8 @@
 // drives the program. Other objects and threads reach it only by posted commands (COMMON/EventIds.h).
 #pragma once
 
+#include <string>
+
 #include <wx/frame.h>
 #include <wx/stopwatch.h>
 #include <wx/timer.h>
@@ -54,10 +56,13 @@ public:
     void PrepareFramesAhead(int count);
 
     void UpdateStatusText();
+    /// Empty: no project is named. A star before the title tells of unsaved steps.
     void UpdateTitle(const wxString& projectName);
     void FitSplitterWindow(bool bForce);
     void ReconnectCameraPathGUI() {} ///< the camera dialog follows the active canvas
     void OpenProject(const wxString& path);
+    /// Ask for a recovery project that a program left which ended without being asked.
+    void OfferRecovery();
     /// Tell something beside the work, in a bar above the views.
     void ShowNotice(const wxString& text);
 
@@ -68,6 +73,9 @@ public:
     static FrameMain_cls* mspCThis;
 
     void SetLastProject(const wxString& path) { mCItemLastMRP.mStrValue = path; }
+    wxString GetLastProject() const { return mCItemLastMRP.mStrValue; }
+    bool IsProjectNamed() const { return mbProjectNamed; }
+    void FillRecentMenus();
     /// Bring menus, views and panels in line with settings that were just read.
     void ApplySettings();
     /// A project opens; any other file opens with the present grammar, through the dialog's check.
@@ -85,6 +93,8 @@ private:
     void OnIdle(wxIdleEvent& event);
     void OnTimer(wxTimerEvent& event);
     bool PrepareAhead(int frame);
+    void TickRecovery();
+    void ShowModified();
 
     // clsFrameMainFile.cpp: files and quitting
     void OnMenuOpenProject(wxCommandEvent& event);
@@ -94,7 +104,10 @@ private:
     void OnMenuCloseData(wxCommandEvent& event);
     void OnQuit(wxCommandEvent& event);
     void OnClose(wxCloseEvent& event);
+    void OnMenuRecent(wxCommandEvent& event);
     void SaveProject(const wxString& path);
+    void TakeProject(const std::wstring& text, const wxString& folder);
+    void OpenWithLoader(const wxString& path);
     bool AskQuit();
 
     // clsFrameMainHandlers.cpp: everything else that a menu or a posted command does
@@ -143,7 +156,11 @@ private:
     int mBtmFitted = -1;                           ///< height at which the bottom half was fitted last
     int mBtmHeight = 150;                          ///< height given to the bottom half, pixels
     bool mbProjectNamed = false;
-    long mLastReaderPost = 0; ///< milliseconds of mStatusWatch
+    bool mbQuitAsked = false; ///< the end that comes is wanted
+    bool mbRecoveryOffered = false;
+    bool mbShowsStar = false;  ///< the title tells of unsaved steps
+    wxString mStrTitleProject; ///< the project in the title
+    long mLastReaderPost = 0;  ///< milliseconds of mStatusWatch
     wxStopWatch mStatusWatch;
     wxStopWatch mStartWatch; ///< since the window stands on the screen
     ConfItemList_cls mCConfList;

@@ -5,7 +5,10 @@
 #include <wx/menu.h>
 #include <wx/utils.h>
 
+#include "APP/UnaskedEnd.h"
 #include "APP/clsMain.h"
+#include "APP/clsRecentFiles.h"
+#include "APP/clsRecovery.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
@@ -14,6 +17,7 @@
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsDataLoaderGUI.h"
 #include "PDATA/clsPDataSeqCtrl.h"
+#include "PDATA/clsPDataSequence.h"
 #include "PDATA/clsPeriodicBoundary.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
@@ -34,18 +38,24 @@ void FrameMain_cls::OnMenuOpenProject(wxCommandEvent&) {
 }
 
 void FrameMain_cls::OpenProject(const wxString& path) {
+    std::wstring text;
+    if (!mpCMain->LoadProjectText(path, &text)) return; // told, and nothing else changes
+    TakeProject(text, wxFileName(path).GetPath());
+    mCItemLastMRP.mStrValue = path;
+    mbProjectNamed = true;
+    mpCMain->mpCRecovery->MarkSaved();
+    mpCMain->mpCRecentFiles->Add(RecentFiles_cls::Projects, path);
+    FillRecentMenus();
+    UpdateTitle(path);
+}
+
+void FrameMain_cls::TakeProject(const std::wstring& text, const wxString& folder) {
     TimeCtrl_cls* time = mpCMain->mpCTimeCtrl;
-    if (!wxFileName::FileExists(path)) {
-        mpCMain->ReadProjectFile(path); // tells so, and nothing else changes
-        return;
-    }
     if (time->IsPlaying()) time->StartPlayCommand(1);
     time->SetInterpStepNative(0, 0);
     time->SetFrameNative(0, 0);
     mpCMain->CloseData();
-    mpCMain->ReadProjectFile(path);
-    mCItemLastMRP.mStrValue = path;
-    mbProjectNamed = true;
+    mpCMain->ReadProjectText(text, folder.empty() ? wxString(".") : folder, false);
     mpCTopHalf->ClearStatusGLPanels();
     mpCTopHalf->RefreshGLPanels();
     mpCBtmHalf->RefreshTLPanels();
@@ -54,8 +64,55 @@ void FrameMain_cls::OpenProject(const wxString& path) {
     PostMenuEvent(ID_FILTER_REFRESH);
     PostMenuEvent(ID_REFRESH_DRAW_OPTIONS);
     GetMenuBar()->Check(ID_TIME_REMAP, time->mbUseTimeRemap.mValue);
-    UpdateTitle(path);
     UpdateStatusText();
+}
+
+void FrameMain_cls::OfferRecovery() {
+    Recovery_cls* recovery = mpCMain->mpCRecovery;
+    Recovery_cls::Found_st found;
+    while (recovery->FindOrphan(&found)) {
+        const wxString question = wxString::Format(
+            _("Morentis ended on %s with changes that stood in no project.\n\nOpen what was kept of them? "
+              "\"No\" throws them away."),
+            found.mWhen.Format("%Y-%m-%d %H:%M"));
+        std::wstring text;
+        if (!MsgBoxYesno(question, _("Recovery"))) {
+            recovery->DropOrphan();
+            continue;
+        }
+        if (!mpCMain->LoadProjectText(found.mStrPath, &text)) return;
+        TakeProject(text, Main_cls::GetFolderOfRecovered(text));
+        mbProjectNamed = false;
+        recovery->AdoptOrphan();
+        UpdateTitle(wxString());
+        return; // others wait for the next start
+    }
+}
+
+void FrameMain_cls::FillRecentMenus() {
+    if (!GetMenuBar() || !mpCMain->mpCRecentFiles) return;
+    const int menus[] = {ID_RECENT_PROJECTS_MENU, ID_RECENT_DATA_MENU};
+    for (int kind = 0; kind < RecentFiles_cls::kKindNumber; ++kind)
+        mpCMain->mpCRecentFiles->FillMenu(RecentFiles_cls::Kind(kind),
+                                          GetMenuBar()->FindItem(menus[kind])->GetSubMenu());
+}
+
+void FrameMain_cls::OnMenuRecent(wxCommandEvent& event) {
+    const bool bProject = event.GetId() < ID_RECENT_DATA_0;
+    const auto kind = bProject ? RecentFiles_cls::Projects : RecentFiles_cls::Data;
+    const wxString path = mpCMain->mpCRecentFiles->GetByMenuId(event.GetId());
+    if (path.empty()) return;
+    if (bProject ? wxFileName::FileExists(path) : PDataSequence_cls::DoesSequenceExist(path)) {
+        // The menu is still open while its entry is chosen.
+        CallAfter([this, path, bProject] { bProject ? OpenProject(path) : OpenWithLoader(path); });
+        return;
+    }
+    mpCMain->mpCRecentFiles->Remove(kind, path);
+    CallAfter([this, path] {
+        FillRecentMenus();
+        MsgBox(wxString::Format(_("%s is not there any more. It is taken from the list."), path),
+               _("Warning"));
+    });
 }
 
 void FrameMain_cls::OnMenuSaveProject(wxCommandEvent& event) {
@@ -72,6 +129,10 @@ void FrameMain_cls::SaveProject(const wxString& path) {
     const wxBusyCursor busy;
     if (mpCMain->SaveProjectFile(path, true)) {
         mbProjectNamed = true;
+        mpCMain->mpCRecovery->MarkSaved();
+        mpCMain->mpCRecentFiles->Add(RecentFiles_cls::Projects, path);
+        FillRecentMenus();
+        mbShowsStar = false;
         UpdateTitle(path);
         return;
     }
@@ -107,6 +168,10 @@ void FrameMain_cls::OpenDroppedFile(const wxString& path) {
         OpenProject(path);
         return;
     }
+    OpenWithLoader(path);
+}
+
+void FrameMain_cls::OpenWithLoader(const wxString& path) {
     DataLoader_cls* loader = mpCMain->mpCDataLoader;
     loader->InitGUI(this);
     loader->mpCGUI->OpenWithCheck(path);
@@ -122,6 +187,9 @@ void FrameMain_cls::OnQuit(wxCommandEvent&) {
     if (!AskQuit()) return;
     mpCMain->WaitThreadFinish();
     mpCMain->QuitProcess();
+    ForgetUnaskedEnds();
+    mpCMain->mpCRecovery->Discard();
+    mbQuitAsked = true;
     Close(true);
 }
 
@@ -131,6 +199,7 @@ void FrameMain_cls::OnClose(wxCloseEvent& event) {
         PostMenuEvent(ID_QUIT);
         return;
     }
+    if (!mbQuitAsked) SayLastWords();
     mpCMain->WaitThreadFinish();
     Destroy();
 }

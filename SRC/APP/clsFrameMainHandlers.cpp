@@ -19,6 +19,7 @@
 
 #include "APP/clsMain.h"
 #include "APP/clsPreferenceGUI.h"
+#include "APP/clsRecentFiles.h"
 #include "APP/clsScene.h"
 #include "APP/clsShortcut.h"
 #include "COMMON/EventIds.h"
@@ -45,6 +46,10 @@ void FrameMain_cls::BindHandlers() {
     Bind(ID_OPEN_PROJECT, &FrameMain_cls::OnMenuOpenProject);
     Bind(ID_SAVE_PROJECT, &FrameMain_cls::OnMenuSaveProject);
     Bind(ID_SAVE_PROJECT_AS, &FrameMain_cls::OnMenuSaveProjectAs);
+    for (int place = 0; place < int(RecentFiles_cls::kMost); ++place) {
+        Bind(ID_RECENT_PROJECT_0 + place, &FrameMain_cls::OnMenuRecent);
+        Bind(ID_RECENT_DATA_0 + place, &FrameMain_cls::OnMenuRecent);
+    }
     Bind(ID_LOAD_DATA, &FrameMain_cls::OnMenuLoadData);
     Bind(ID_CLOSE_DATA, &FrameMain_cls::OnMenuCloseData);
     Bind(ID_QUIT, &FrameMain_cls::OnQuit);

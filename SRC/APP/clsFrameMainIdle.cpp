@@ -4,12 +4,15 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include <wx/dialog.h>
 #include <wx/utils.h>
 
 #include "APP/clsMain.h"
+#include "APP/clsRecovery.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
+#include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "TIME/clsTimeCtrl.h"
@@ -47,6 +50,12 @@ DataIndex_st IndexOfFrame(const TimeCtrl_cls* time, int frame) {
 void FrameMain_cls::OnIdle(wxIdleEvent& event) {
     event.Skip();
     if (!mbPlaced) PlaceAtStart();
+    ShowModified();
+    // Views keep still while a question is up: not before there is a picture.
+    if (mbPlaced && !mbRecoveryOffered && (mpCMainCanvas->GetPaintCount() > 0 || !mpCMainCanvas->HasGL())) {
+        mbRecoveryOffered = true;
+        CallAfter(&FrameMain_cls::OfferRecovery);
+    }
     TimeCtrl_cls* time = mpCMain->mpCTimeCtrl;
     PDataSeqCtrl_cls* store = mpCMain->mpCPDataSeqCtrl;
     store->CleanUpMemory(time->GetFrame(), time->GetAnimStep());
@@ -70,6 +79,18 @@ void FrameMain_cls::OnTimer(wxTimerEvent&) {
     // Safety net for a reader that ended between its last two stores.
     if (GpCThreadReader.load() && GbThreadReaderFinished.load(std::memory_order_acquire))
         GpCThreadReader.store(nullptr);
+    TickRecovery();
+}
+
+void FrameMain_cls::TickRecovery() {
+    if (!mpCMain->mpCRecovery) return; // the hub is still being made
+    bool bBusy = GbGLLockModalDialog.load() || GbGLLockProjectLoading.load() || GbGLLockDrawing.load() ||
+                 GbGLLockForLoadingData.load() || GbGLLockForInterplateData.load();
+    for (const wxWindow* window : wxTopLevelWindows) {
+        const auto* dialog = dynamic_cast<const wxDialog*>(window);
+        bBusy = bBusy || (dialog && dialog->IsModal());
+    }
+    mpCMain->mpCRecovery->Tick(!bBusy);
 }
 
 bool FrameMain_cls::IsTheFrameReady(int frame) const {

@@ -39,6 +39,11 @@ constexpr MenuEntry_st kFile[] = {
     kSubEnd,
     {Entry::Normal, "Close Particle Data", "W", "Ctrl-W", ID_CLOSE_DATA, nullptr, true},
     kSeparator,
+    {Entry::SubBegin, "Recent Projects", "R", nullptr, ID_RECENT_PROJECTS_MENU, nullptr, true},
+    kSubEnd,
+    {Entry::SubBegin, "Recent Data", "D", nullptr, ID_RECENT_DATA_MENU, nullptr, true},
+    kSubEnd,
+    kSeparator,
     {Entry::Normal, "Quit", "Q", "Q", ID_QUIT, nullptr, true},
 };
 
@@ -172,4 +177,5 @@ void FrameMain_cls::CreateMenus() {
     bar->Append(MakeMenu(kDialog), Title(_("Dialog"), "D"));
     bar->Append(MakeMenu(kHelp), Title(_("Help"), "H"));
     SetMenuBar(bar);
+    FillRecentMenus();
 }

@@ -6,9 +6,12 @@
 #include <cstdio>
 
 #include <wx/display.h>
+#include <wx/filename.h>
 #include <wx/utils.h>
 
 #include "APP/clsFrameMain.h"
+#include "APP/clsRecentFiles.h"
+#include "APP/clsRecovery.h"
 #include "APP/clsScene.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
@@ -75,10 +78,14 @@ Main_cls::Main_cls() {
     mpCTimeCtrl = new TimeCtrl_cls(this);
     LinkParamHooks();
     mpCScene = new Scene_cls(mpCTimeCtrl);
+    mpCRecentFiles = new RecentFiles_cls;
     mpCFrameMain = new FrameMain_cls("Morentis 3 v 0.80", this, FirstWindowRect(mDisplayHeight));
     MakeCameraPathGroup();
 
     ReadProjectFile(GetConfigureFilePath());
+    mpCRecovery =
+        new Recovery_cls(wxFileName(GetConfigureFilePath()).GetPath(), [this] { return MakeRecoveryText(); });
+    mpCFrameMain->FillRecentMenus();
     PostMenuEvent(ID_REFRESH_TL);
     PostMenuEvent(ID_REFRESH_GL);
 }
@@ -95,6 +102,8 @@ Main_cls::~Main_cls() {
     delete mpCAnchorPath;
     delete mpCTimeCtrl;
     delete mpCScene;
+    delete mpCRecentFiles;
+    delete mpCRecovery;
     PDataBlock_cls::mspCDataLoaderLink = nullptr;
 }
 

@@ -1,6 +1,8 @@
 // The hub: owns every long-lived part of the program and outlives all others.
 #pragma once
 
+#include <string>
+
 #include <wx/string.h>
 
 class AnchorPath_cls;
@@ -15,6 +17,8 @@ class PeriodicBoundary_cls;
 class PeriodicBoundaryCtrl_cls;
 class Parameters_cls;
 class Preference_cls;
+class RecentFiles_cls;
+class Recovery_cls;
 class Scene_cls;
 class TimeCtrl_cls;
 class wxWindow;
@@ -56,12 +60,24 @@ public:
     /// The living curve of this identifier, null when nobody knows it.
     Parameters_cls* GetPCParamFromID(const wxString& id);
 
-    /// Full: a project. Else the configure part alone. Written beside and renamed; false on failure,
+    /// Full: a project. Else what the configure file holds. Written beside and renamed; false on failure,
     /// and then the old file is whole.
     bool SaveProjectFile(const wxString& path, bool bFull);
     void ReadProjectFile(const wxString& path);
+    /// The text of a project; false, told to the user, when it can't be had. Changes nothing.
+    bool LoadProjectText(const wxString& path, std::wstring* pText);
+    /// Take over the settings of such a text. `folder` is where data that moved with it are looked for.
+    void ReadProjectText(const std::wstring& text, const wxString& folder, bool bConfigure);
     /// Writes the configure file; quiet when that can't be done.
     void QuitProcess();
+    /// What is unsaved, as a project's bytes.
+    std::string MakeRecoveryText();
+    /// The folder of the project that a recovery project was made from.
+    static wxString GetFolderOfRecovered(const std::wstring& text);
+    /// Keep what can be kept: the program ends without being asked. Doesn't touch the display.
+    void LastWords();
+    /// Data that were opened by the user stand at the top of the recent ones.
+    void NoteOpenedData(const wxString& path);
     /// Debug aid: radius, type and value of the previous snapshot into the current one.
     void Special();
 
@@ -76,7 +92,9 @@ public:
     TimeCtrl_cls* mpCTimeCtrl = nullptr;
     Scene_cls* mpCScene = nullptr;
     FrameMain_cls* mpCFrameMain = nullptr; ///< wxWidgets destroys windows
-    wxString mStrExeDir;                   ///< directory of the executable, no trailing slash
+    RecentFiles_cls* mpCRecentFiles = nullptr;
+    Recovery_cls* mpCRecovery = nullptr;
+    wxString mStrExeDir; ///< directory of the executable, no trailing slash
     unsigned long mPid = 0;
     int mDisplayWidth = 0;
     int mDisplayHeight = 0;

@@ -1,117 +1,128 @@
-// Project and configure files: which object, in which order. One line is one item; every line is offered
-// to every object, and an object with a block reads on from the stream itself.
+// Project and configure files: reading, writing, and the recovery project. What stands in them is told by
+// the table of blocks (ProjectBlocks.cpp).
 #include "APP/clsMain.h"
 
-#include <sstream>
-
-#include <wx/ffile.h>
-#include <wx/file.h>
 #include <wx/filename.h>
 
+#include "APP/ProjectBlocks.h"
+#include "APP/ProjectText.h"
 #include "APP/clsFrameMain.h"
+#include "APP/clsRecentFiles.h"
+#include "APP/clsRecovery.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
 #include "COMMON/RuntimeFiles.h"
+#include "COMMON/SafeFile.h"
 #include "GL/BASE/clsPreference.h"
-#include "GL/DRAW/clsDrawOption.h"
-#include "GL/VIEW/clsMainGLCanvas.h"
 #include "PARAM/clsUndoManager.h"
-#include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataSeqCtrl.h"
-#include "PDATA/clsPeriodicBoundary.h"
-#include "SCENE/clsAnchorPath.h"
-#include "SCENE/clsCameraPath.h"
-#include "TIME/clsTimeCtrl.h"
+#include "PDATA/clsPDataSequence.h"
 
 namespace {
 
-// Bytes that are no UTF-8 are carried through both ways instead of ending the text.
-const wxMBConvUTF8& FileConv() {
-    static const wxMBConvUTF8 sConv(wxMBConvUTF8::MAP_INVALID_UTF8_TO_PUA);
-    return sConv;
-}
-
 bool IsConfigureFile(const wxString& path) { return path.Matches(wxString("*") + kConfigureFileName); }
 
-bool ReadText(const wxString& path, wxString* pText) {
-    if (!wxFileName::FileExists(path)) return false;
-    wxFFile file(path, "rb");
-    if (!file.IsOpened()) return false;
-    const wxFileOffset length = file.Length();
-    std::string bytes(size_t(length > 0 ? length : 0), '\0');
-    bytes.resize(file.Read(bytes.data(), bytes.size()));
-    *pText = wxString(bytes.data(), FileConv(), bytes.size());
-    if (pText->StartsWith(wxString(wxUniChar(0xFEFF)))) pText->erase(0, 1);
-    return true;
-}
+/// The folder that data paths are tried in, for the length of a scope.
+class ProjectFolderScope_cls {
+public:
+    explicit ProjectFolderScope_cls(const wxString& folder) { PDataSequence_cls::msStrProjectDir = folder; }
+    ~ProjectFolderScope_cls() { PDataSequence_cls::msStrProjectDir.clear(); }
+    ProjectFolderScope_cls(const ProjectFolderScope_cls&) = delete;
+    ProjectFolderScope_cls& operator=(const ProjectFolderScope_cls&) = delete;
+};
 
-/// Write beside and rename: whatever happens, one whole file stands under the name.
-bool WriteText(const wxString& path, const wxString& text) {
-    const wxScopedCharBuffer bytes = text.mb_str(FileConv());
-    wxLogNull quiet; // the caller decides what to tell
-    wxTempFile file(path);
-    return file.IsOpened() && file.Write(bytes.data(), bytes.length()) && file.Flush() && file.Commit();
-}
-
-wxString StripLineEnd(const std::wstring& line) {
-    return wxString(!line.empty() && line.back() == L'\r' ? line.substr(0, line.size() - 1) : line);
+wxString FolderOfProject(const wxString& path) {
+    const wxString folder = wxFileName(path).GetPath();
+    return folder.empty() ? wxString(".") : folder;
 }
 
 } // namespace
 
 wxString Main_cls::SerializeAll(bool bFull) {
-    wxString text = mpCDataLoader->Serialize();
-    text += mpCFrameMain->SerializeForConfigure();
-    if (!bFull) return text;
-    text += mpCFrameMain->Serialize();
-    text += mpCTimeCtrl->Serialize();
-    text += mpCDrawOption->Serialize();
-    text += mpCPDataSeqCtrl->Serialize();
-    text += mpCPeriodicBoundary->Serialize();
-    text += mpCCameraPath->Serialize();
-    text += mpCAnchorPath->Serialize();
-    text += mpCFrameMain->GetPCPreference()->Serialize();
-    text += MainGLCanvas_cls::SerializeStaticMember();
-    // The four views once more: files keep their shape.
-    for (int view = 0; view < 4; ++view)
-        text += mpCFrameMain->GetPCGLCanvas(view)->Serialize();
+    wxString text = WriteProjectBlocks(*this, bFull);
+    // The configure file goes on with what only it keeps between runs.
+    if (!bFull) text += mpCFrameMain->GetPCPreference()->Serialize() + mpCRecentFiles->Serialize();
     return text;
 }
 
 bool Main_cls::SaveProjectFile(const wxString& path, bool bFull) {
+    // Before anything is serialised, so that the file names itself.
+    const wxString last = mpCFrameMain->GetLastProject();
     if (!IsConfigureFile(path)) mpCFrameMain->SetLastProject(path);
-    PDataSequence_cls::msStrProjectDir = wxFileName(path).GetPath();
-    const wxString text = SerializeAll(bFull);
-    PDataSequence_cls::msStrProjectDir.clear();
-    return WriteText(path, text);
+    const ProjectFolderScope_cls folder(FolderOfProject(path));
+    const bool bDone = WriteFileSafely(path, EncodeProject(SerializeAll(bFull))).empty();
+    if (!bDone) mpCFrameMain->SetLastProject(last);
+    return bDone;
 }
 
-void Main_cls::QuitProcess() { WriteText(GetConfigureFilePath(), SerializeAll(false)); }
+void Main_cls::QuitProcess() { WriteFileSafely(GetConfigureFilePath(), EncodeProject(SerializeAll(false))); }
 
-void Main_cls::ReadProjectFile(const wxString& path) {
-    wxString text;
-    if (!ReadText(path, &text)) {
-        if (!IsConfigureFile(path)) MsgBox(_("Read Configure Fails") + path, _("Warning"));
-        return;
+bool Main_cls::LoadProjectText(const wxString& path, std::wstring* pText) {
+    std::string bytes;
+    const ReadFileResult result = ReadWholeFile(path, kLargestProject, &bytes);
+    if (result == ReadFileResult::Ok) {
+        *pText = DecodeProject(bytes);
+        return true;
     }
-    const FlagScope_cls loading(GbGLLockProjectLoading);
-    PDataSequence_cls::msStrProjectDir = wxFileName(path).GetPath();
-    std::wistringstream stream(text.ToStdWstring());
-    std::wstring raw;
-    while (std::getline(stream, raw)) {
-        const wxString line = StripLineEnd(raw);
-        mpCDataLoader->ReadStrLine(line);
-        mpCFrameMain->ReadStrLine(line);
-        mpCTimeCtrl->ReadStrLine(stream, line);
-        mpCDrawOption->ReadStrLine(line);
-        mpCPDataSeqCtrl->ReadStrLine(stream, line);
-        mpCPeriodicBoundary->ReadStrLine(line);
-        mpCCameraPath->ReadStrLine(stream, line);
-        mpCAnchorPath->ReadStrLine(stream, line);
-        mpCFrameMain->GetPCPreference()->ReadStrLine(line);
-        MainGLCanvas_cls::ReadStrLineStaticMember(stream, line);
+    if (IsConfigureFile(path)) return false;
+    if (result == ReadFileResult::TooLarge)
+        MsgBox(wxString::Format(_("%s is larger than %d MB: this is no project. Nothing was changed."), path,
+                                int(kLargestProject >> 20)),
+               _("Warning"));
+    else
+        MsgBox(_("Read Configure Fails") + path, _("Warning"));
+    return false;
+}
+
+void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder, bool bConfigure) {
+    {
+        const FlagScope_cls loading(GbGLLockProjectLoading);
+        const ProjectFolderScope_cls projectFolder(folder);
+        TextStream_cls stream(text);
+        wxString line;
+        while (NextProjectLine(stream, &line)) {
+            // A path of these lists may hold anything, another object's key too.
+            if (bConfigure && mpCRecentFiles->ReadStrLine(line)) continue;
+            ReadProjectBlocks(*this, stream, line);
+        }
     }
-    PDataSequence_cls::msStrProjectDir.clear();
     mpCFrameMain->ApplySettings();
     GCUndoList.Clear(); // a project begins a history of its own
+}
+
+void Main_cls::ReadProjectFile(const wxString& path) {
+    std::wstring text;
+    if (LoadProjectText(path, &text)) ReadProjectText(text, FolderOfProject(path), IsConfigureFile(path));
+}
+
+std::string Main_cls::MakeRecoveryText() {
+    // Relative data paths stay as they are where the project lies beside the data, else they become whole:
+    // the next start may be from another folder.
+    const bool bNamed = mpCFrameMain->IsProjectNamed();
+    const wxString folder = FolderOfProject(bNamed ? mpCFrameMain->GetLastProject() : GetConfigureFilePath());
+    const ProjectFolderScope_cls projectFolder(folder);
+    return EncodeProject(SerializeAll(true));
+}
+
+wxString Main_cls::GetFolderOfRecovered(const std::wstring& text) {
+    const wxString key = "LastOpenedFileMRP=";
+    TextStream_cls stream(text);
+    wxString line;
+    wxString path;
+    while (NextProjectLine(stream, &line))
+        if (line.StartsWith(key, &path)) return FolderOfProject(path);
+    return wxString();
+}
+
+void Main_cls::LastWords() {
+    // Half read settings are nobody's work: then the last minute's file is what there is.
+    if (GbGLLockProjectLoading.load()) return;
+    mpCRecovery->WriteNow();
+    QuitProcess();
+}
+
+void Main_cls::NoteOpenedData(const wxString& path) {
+    if (!PDataSequence_cls::DoesSequenceExist(path)) return;
+    mpCRecentFiles->Add(RecentFiles_cls::Data, path);
+    mpCFrameMain->FillRecentMenus();
 }

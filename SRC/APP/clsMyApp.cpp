@@ -1,12 +1,14 @@
 #include "APP/clsMyApp.h"
 
 #include <clocale>
+#include <csignal>
 #include <exception>
 #include <new>
 
 #include <wx/filename.h>
 #include <wx/image.h>
 
+#include "APP/UnaskedEnd.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "COMMON/MsgBox.h"
@@ -32,6 +34,9 @@ void AddHandler(const char* name, const char* extension, const char* mime, wxBit
 
 bool MyApp::OnInit() {
     SetAppName("morentis");
+    // A write that meets a limit or a closed pipe fails; it doesn't end the program.
+    std::signal(SIGXFSZ, SIG_IGN);
+    std::signal(SIGPIPE, SIG_IGN);
     mLocale.Init(wxLANGUAGE_DEFAULT, wxLOCALE_LOAD_DEFAULT);
     wxLocale::AddCatalogLookupPathPrefix(".");
     wxLocale::AddCatalogLookupPathPrefix("./locale");
@@ -49,7 +54,18 @@ bool MyApp::OnInit() {
     mpCMain = new Main_cls;
     mpCMain->mpCFrameMain->Show(true);
     SetTopWindow(mpCMain->mpCFrameMain);
+    WatchUnaskedEnds([this] { mpCMain->LastWords(); });
+    Bind(wxEVT_QUERY_END_SESSION, &MyApp::OnEndSession, this);
+    Bind(wxEVT_END_SESSION, &MyApp::OnEndSession, this);
     return true;
+}
+
+// No question: who ends the session asked already, and may not wait for an answer.
+void MyApp::OnEndSession(wxCloseEvent&) { mpCMain->LastWords(); }
+
+void MyApp::OnUnhandledException() {
+    SayLastWords();
+    wxApp::OnUnhandledException();
 }
 
 int MyApp::OnExit() {
@@ -60,6 +76,7 @@ int MyApp::OnExit() {
 
 bool MyApp::OnExceptionInMainLoop() {
     // Memory that is short somewhere off the main road must not take the user's work with it.
+    mpCMain->LastWords();
     try {
         throw;
     } catch (const std::exception& error) {

@@ -11,9 +11,12 @@ public:
     bool OnInit() override;
     int OnExit() override;
     bool OnExceptionInMainLoop() override;
+    void OnUnhandledException() override;
     Main_cls* GetPCMain() const { return mpCMain; }
 
 private:
+    void OnEndSession(wxCloseEvent& event);
+
     wxLocale mLocale;
     Main_cls* mpCMain = nullptr;
 };

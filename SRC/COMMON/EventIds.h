@@ -93,6 +93,11 @@ enum MenuEventId : int {
     ID_POV_RENDER_END = 6085,
     ID_GRAPH_PANEL = 6088,
 
+    ID_RECENT_PROJECTS_MENU = 6700,
+    ID_RECENT_PROJECT_0 = 6701, ///< to 6709, in the order of the list
+    ID_RECENT_DATA_MENU = 6710,
+    ID_RECENT_DATA_0 = 6711, ///< to 6719
+
     ID_BOUNDARY_SIZE = 6506,
 
     ID_CANVAS_MOVE_TO_CAM = 6546,

@@ -5,7 +5,8 @@
 bool ReadParamLine(std::wistream& stream, wxString* pLine) {
     std::wstring line;
     if (!std::getline(stream, line)) return false;
-    if (!line.empty() && line.back() == L'\r') line.pop_back();
+    while (!line.empty() && line.back() == L'\r')
+        line.pop_back();
     *pLine = line;
     return true;
 }

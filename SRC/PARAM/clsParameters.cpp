@@ -176,7 +176,17 @@ void Parameters_cls::CopyKeyFrameToClipBoard() const {
 wxString Parameters_cls::Serialize() {
     wxString text = "Parameter_" + mName + "\n" + mConfList.SerializeAll() + "itemnum ";
     text += ConfNumberToText(GetKeyNumber()) + "\n";
-    for (const KeyFrame_cls& key : mVKeys)
+    // Automatic tangents are worked out anew when a file is read, from positions and values that the text
+    // has rounded. Written are those, so that saving again gives the same text.
+    Parameters_cls asRead(*this);
+    for (KeyFrame_cls& key : asRead.mVKeys) {
+        const wxString line = key.Serialize();
+        key = KeyFrame_cls();
+        key.ReadStrLine(line);
+    }
+    asRead.SortKey();
+    asRead.AdjustAutoControl();
+    for (const KeyFrame_cls& key : asRead.mVKeys)
         text += key.Serialize();
     return text;
 }

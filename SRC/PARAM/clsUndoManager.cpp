@@ -62,8 +62,10 @@ void UndoManager_cls::PushNewCommand(CommandItem_cls* pRedo, CommandItem_cls* pU
         RemoveItem(i);
     mVpCRedo.resize(mCurrent);
     mVpCUndo.resize(mCurrent);
+    mVStateIds.resize(mCurrent);
     mVpCRedo.push_back(pRedo);
     mVpCUndo.push_back(pUndo);
+    mVStateIds.push_back(++mLastStateId);
 }
 
 void UndoManager_cls::ExecCurrent() {
@@ -116,6 +118,8 @@ void UndoManager_cls::Clear() {
         RemoveItem(i);
     mVpCRedo.clear();
     mVpCUndo.clear();
+    mBaseStateId = GetStateId(); // what the steps made stays
+    mVStateIds.clear();
     mCurrent = 0;
     mBlockDepth = 0;
 }

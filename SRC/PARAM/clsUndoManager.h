@@ -47,6 +47,9 @@ public:
     long long GetUpdateBit() const { return mUpdateBit; }
     bool IsUndoable() const { return mCurrent > 0; }
     bool IsRedoable() const { return mCurrent < GetStepCount(); }
+    /// A number for what the steps below the position have made: the same again only where undo and redo
+    /// lead back to it. Never 0. Tells whether a file still holds what is there.
+    unsigned long long GetStateId() const { return mCurrent > 0 ? mVStateIds[mCurrent - 1] : mBaseStateId; }
 
     /// Gather what must be refreshed.
     void AddUpdateBit(long long mask) { mUpdateBit |= mask; }
@@ -65,8 +68,11 @@ private:
     void RunUnrecorded();
     void Discard(CommandItem_cls* pCommand);
 
-    Commands mVpCRedo;     ///< the forward command of each step
-    Commands mVpCUndo;     ///< its inverse, same index
+    Commands mVpCRedo;                          ///< the forward command of each step
+    Commands mVpCUndo;                          ///< its inverse, same index
+    std::vector<unsigned long long> mVStateIds; ///< state behind each step, same index
+    unsigned long long mBaseStateId = 1;        ///< state below all steps
+    unsigned long long mLastStateId = 1;
     unsigned mCurrent = 0; ///< next step to redo; all below has been done
     int mBlockDepth = 0;
     long long mUpdateBit = 0;

@@ -23,4 +23,5 @@ void DataLoader_cls::OpenDataFile(const wxString& path) {
     if (!mpCMain) return;
     mpCMain->OpenDataFileCommand(path);
     mCItemLastOpened.mStrValue = path;
+    mpCMain->NoteOpenedData(path);
 }

@@ -17,16 +17,40 @@ wxString PDataSequence_cls::msStrProjectDir;
 namespace {
 
 constexpr double kTimeUnset = -9999.0;
+constexpr size_t kLongestPath = 4096; // no system opens a longer one
 
-bool DoesSequenceExist(const wxString& path) {
-    return wxFileName::FileExists(FileSequence_cls(path).GetModifiedStr(0, 0));
+wxString MakeAbsolute(const wxString& path) {
+    wxFileName name(path);
+    name.MakeAbsolute();
+    return name.GetFullPath();
+}
+
+/// What a path that leads nowhere speaks of under a folder: the path itself where it is relative, else the
+/// longest end of it that stands there, the bare name last. Empty when there is none.
+wxString FindUnder(const wxString& folder, const wxString& path) {
+    if (folder.empty() || path.length() > kLongestPath) return wxString();
+    wxString end = path;
+    // Written on another machine: "D:\run\snap0000.bin".
+    end.Replace("\\", "/");
+    while (!end.empty()) {
+        const wxString there = folder + "/" + end;
+        if (end[0] != '/' && PDataSequence_cls::DoesSequenceExist(there)) return there;
+        const size_t slash = end.find('/');
+        end = slash == wxString::npos ? wxString() : end.substr(slash + 1);
+    }
+    return wxString();
 }
 
 } // namespace
 
+bool PDataSequence_cls::DoesSequenceExist(const wxString& path) {
+    return wxFileName::FileExists(FileSequence_cls(path).GetModifiedStr(0, 0));
+}
+
 PDataSequence_cls::PDataSequence_cls(int seqIndex, DrawOption_cls* pDrawOption)
     : mSeqIndex(seqIndex), mpCGLDrawData(new GLDrawData_cls),
-      mCItemFile(wxString::Format("DataSequence%d=", seqIndex), wxString::Format("%d", seqIndex)) {
+      mCItemFile(wxString::Format("DataSequence%d=", seqIndex), wxString::Format("%d", seqIndex)),
+      mStrPrefix(wxString::Format("SEQ%d", seqIndex)) {
     for (int i = 0; i < kMaxSnap; ++i)
         mpCSnap[i] = new PDataSnap_cls(this, i);
     for (int i = 0; i + 1 < kMaxSnap; ++i) {
@@ -46,10 +70,10 @@ PDataSequence_cls::~PDataSequence_cls() {
 }
 
 wxString PDataSequence_cls::FindPath(const wxString& path) {
-    if (!wxFileName(path).IsRelative() || DoesSequenceExist(path)) return path;
+    if (DoesSequenceExist(path)) return path;
     for (const wxString& folder : {msStrProjectDir, mStrLastProjectDir}) {
-        const wxString there = folder + "/" + path;
-        if (folder.empty() || !DoesSequenceExist(there)) continue;
+        const wxString there = FindUnder(folder, path);
+        if (there.empty()) continue;
         mStrLastProjectDir = folder;
         return there;
     }
@@ -166,16 +190,15 @@ void PDataSequence_cls::Special_Copy(int dst, int src) {
     std::copy_n(pFrom->mpCBlock->mpValue1, number, pTo->mpCBlock->mpValue1);
 }
 
-// As given; but a relative path that would lead nowhere from the folder that the project goes to is
-// written whole.
+// As given; but a text that would lead nowhere from the folder that the project goes to, or to other data
+// there, becomes the whole path of what is open.
 wxString PDataSequence_cls::GetPathForProject() const {
-    if (msStrProjectDir.empty() || mStrGivenPath.empty() || !wxFileName(mStrGivenPath).IsRelative() ||
-        DoesSequenceExist(msStrProjectDir + "/" + mStrGivenPath) ||
-        !DoesSequenceExist(mCFileSequence.mStrPath))
-        return mStrGivenPath;
-    wxFileName whole(mCFileSequence.mStrPath);
-    whole.MakeAbsolute();
-    return whole.GetFullPath();
+    const wxString opened = mCFileSequence.mStrPath;
+    if (msStrProjectDir.empty() || mStrGivenPath.empty() || !DoesSequenceExist(opened)) return mStrGivenPath;
+    if (!wxFileName(mStrGivenPath).IsRelative() && mStrGivenPath == opened) return mStrGivenPath;
+    const wxString there = FindUnder(msStrProjectDir, mStrGivenPath);
+    const wxString whole = MakeAbsolute(opened);
+    return !there.empty() && MakeAbsolute(there) == whole ? mStrGivenPath : whole;
 }
 
 // "DataSequence0=0", the path as the user gave it on a line of its own, then the attributes.
@@ -190,9 +213,12 @@ void PDataSequence_cls::ReadStrLine(std::wistream& stream, const wxString& line)
     if (line.StartsWith(mCItemFile.mStrKey)) {
         std::wstring path;
         std::getline(stream, path);
-        if (!path.empty() && path.back() == L'\r') path.pop_back();
+        while (!path.empty() && path.back() == L'\r')
+            path.pop_back();
         OpenDataFile(path);
     }
+    // All keys of the attributes hold the sequence's prefix; most lines of a project are none of them.
+    if (!line.Contains(mStrPrefix)) return;
     for (GLAttribute_cls* pAttribute : mpCGLAttribute)
         pAttribute->ReadStrLine(stream, line);
 }

@@ -26,7 +26,8 @@ public:
     PDataSequence_cls& operator=(const PDataSequence_cls&) = delete;
 
     /// Work out the sequence of `path` and give each slot its file. No data is read. A path that doesn't
-    /// exist is also tried relative to msStrProjectDir; Serialize writes the text as given.
+    /// exist is also looked for in msStrProjectDir, down to its bare name; Serialize writes the text as
+    /// given.
     void OpenDataFile(const wxString& path);
     wxString GetStrPath() const { return mStrGivenPath; }
     /// index -2: every slot (with bForget the file sequence goes too); else one slot.
@@ -59,6 +60,8 @@ public:
     wxString Serialize() const;
     void ReadStrLine(std::wistream& stream, const wxString& line);
 
+    /// Is there a first file?
+    static bool DoesSequenceExist(const wxString& path);
     static wxString msStrProjectDir; ///< folder of the project under reading or writing, empty otherwise
 
     PDataSnap_cls* mpCSnap[kMaxSnap];                  ///< owned, chained by mpCNext and mpCPrev
@@ -74,6 +77,7 @@ private:
     wxString FindPath(const wxString& path);
     void SetIndividualFilenames();
 
+    wxString mStrPrefix; ///< of the attributes' keys
     wxString mStrGivenPath;
     wxString mStrLastProjectDir; ///< folder that a relative path was last found in: undo opens it again
 };

@@ -4,28 +4,15 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <sstream>
 #include <vector>
 
-#include "GL/BASE/clsPreference.h"
-#include "GL/DRAW/clsDrawOption.h"
 #include "PDATA/GrammarGuess.h"
 #include "PDATA/SnapshotBody.h"
 #include "PDATA/SnapshotHeader.h"
 #include "PDATA/clsArrayPool.h"
 #include "PDATA/clsDataLoader.h"
-#include "PDATA/clsPDataSeqCtrl.h"
-#include "PDATA/clsPeriodicBoundary.h"
-#include "TIME/clsTimeCtrl.h"
 
 namespace {
-
-/// A promise that held for every input so far.
-void Promise(bool bKept, const char* what) {
-    if (bKept) return;
-    std::fprintf(stderr, "broken promise: %s\n", what);
-    std::abort();
-}
 
 /// The bytes as a file that goes at the end of the scope.
 class FuzzFile_cls {
@@ -79,6 +66,12 @@ void ReadBoth(const DataLoader_cls& loader, const wxString& path, size_t bytes) 
 
 } // namespace
 
+void Promise(bool bKept, const char* what) {
+    if (bKept) return;
+    std::fprintf(stderr, "broken promise: %s\n", what);
+    std::abort();
+}
+
 void FuzzSnapshot(const std::string& bytes) {
     const FuzzFile_cls file(bytes);
     DataLoader_cls loader(nullptr);
@@ -106,36 +99,4 @@ void FuzzGuess(const std::string& bytes) {
     present.SetHeaderGrammer(guess.mHead);
     present.SetBodyGrammer(guess.mBody);
     ReadBoth(present, file.GetPath(), bytes.size());
-}
-
-void FuzzProject(const std::string& bytes) {
-    DataLoader_cls loader(nullptr);
-    TimeCtrl_cls time(nullptr);
-    DrawOption_cls option;
-    PeriodicBoundary_cls periodic;
-    Preference_cls preference;
-    static PDataSeqCtrl_cls sStore(&option, false); // 40,000 slots: made once
-    std::wistringstream stream(wxString::FromUTF8(bytes).ToStdWstring());
-    std::wstring line;
-    while (std::getline(stream, line)) {
-        loader.ReadStrLine(line);
-        time.ReadStrLine(stream, line);
-        option.ReadStrLine(line);
-        sStore.ReadStrLine(stream, line);
-        periodic.ReadStrLine(line);
-        preference.ReadStrLine(line);
-    }
-    Promise(time.GetAnimStep() > 0 && time.GetAnimInterp() > 0 && time.GetMaxFrame() >= 0,
-            "the clock can tick");
-    time.CheckWorkingArea();
-    Promise(time.GetWAMin() <= time.GetWAMax() && time.GetWAMax() <= time.GetMaxFrame(),
-            "the areas are in order");
-    Promise(option.GetDownSizing() > 0, "the draw list can be filled");
-    loader.GetHeaderByte();
-    float box[3];
-    periodic.GetBoundaryVector(box, 0);
-    const wxString text = loader.Serialize() + time.Serialize() + option.Serialize() + sStore.Serialize() +
-                          periodic.Serialize() + preference.Serialize();
-    Promise(!text.empty(), "settings can be written");
-    sStore.ClearData(-2, -2, true);
 }

@@ -3,6 +3,9 @@
 
 #include <string>
 
+/// A promise that held for every input so far; the process ends when it is broken.
+void Promise(bool bKept, const char* what);
+
 /// Head and body of a snapshot, binary and text, under grammars that the first bytes pick.
 void FuzzSnapshot(const std::string& bytes);
 /// The guess at a grammar.

@@ -6,6 +6,7 @@
 #include <wx/app.h>
 #include <wx/evtloop.h>
 #include <wx/filefn.h>
+#include <wx/filename.h>
 
 #include "APP/clsMyApp.h"
 #include "COMMON/RuntimeFiles.h"
@@ -16,6 +17,13 @@ namespace {
 void FailOnAssert(const wxString& file, int line, const wxString& function, const wxString& condition,
                   const wxString& text) {
     ADD_FAILURE() << file << ":" << line << " " << function << ": " << condition << " " << text;
+}
+
+/// Tests end without a goodbye; nobody would answer the question of the next start.
+void RemoveRecoveryProjects() {
+    wxString path = wxFindFirstFile(wxFileName(GetConfigureFilePath()).GetPath() + "/Morentis3Recovery-*");
+    for (; !path.empty(); path = wxFindNextFile())
+        wxRemoveFile(path);
 }
 
 } // namespace
@@ -30,6 +38,7 @@ int main(int argc, char** argv) {
     if (!wxEntryStart(argc, argv)) return 1;
     // No settings of an earlier run.
     if (wxFileExists(GetConfigureFilePath())) wxRemoveFile(GetConfigureFilePath());
+    RemoveRecoveryProjects();
     if (!wxTheApp->CallOnInit()) return 1;
     wxSetAssertHandler(FailOnAssert);
     int result = 1;
@@ -38,6 +47,7 @@ int main(int argc, char** argv) {
         const wxEventLoopActivator active(&loop);
         result = RUN_ALL_TESTS();
     }
+    RemoveRecoveryProjects();
     std::fflush(stdout);
     // The hub's own way down is what the Quit suite tests; here the process just ends.
     std::_Exit(result);

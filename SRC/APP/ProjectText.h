@@ -1,0 +1,30 @@
+// The text form of project and configure files: bytes to lines and back, within bounds that keep any file,
+// however wrong, from holding the program.
+#pragma once
+
+#include <istream>
+#include <streambuf>
+#include <string>
+
+#include <wx/string.h>
+
+/// Larger files are no projects. A hundred curves of ten thousand keys each stay within it.
+constexpr size_t kLargestProject = size_t(64) << 20;
+/// Longer lines are passed over: they hold no setting.
+constexpr size_t kLongestProjectLine = size_t(1) << 20;
+
+/// UTF-8, with or without a mark at its start. Bytes that are none are carried through to EncodeProject.
+std::wstring DecodeProject(const std::string& bytes);
+std::string EncodeProject(const wxString& text);
+
+/// A stream over a text that lives longer; copies nothing.
+class TextStream_cls : private std::wstreambuf, public std::wistream {
+public:
+    explicit TextStream_cls(const std::wstring& text) : std::wistream(this) {
+        wchar_t* begin = const_cast<wchar_t*>(text.data()); // a stream buffer that is only read from
+        setg(begin, begin, begin + text.size());
+    }
+};
+
+/// The next line without its end, of Windows too; false at the end of the text.
+bool NextProjectLine(std::wistream& stream, wxString* pLine);

@@ -1,0 +1,118 @@
+// Projects: every object that reads lines of one, but for those that need a window.
+#include <algorithm>
+#include <cstdio>
+#include <string>
+
+#include <wx/arrstr.h>
+
+#include "APP/ProjectText.h"
+#include "FuzzTargets.h"
+#include "GL/BASE/clsPreference.h"
+#include "GL/DRAW/clsDrawOption.h"
+#include "GL/DRAW/clsGLAttribute.h"
+#include "PARAM/clsParamGroup.h"
+#include "PDATA/clsDataLoader.h"
+#include "PDATA/clsPDataSeqCtrl.h"
+#include "PDATA/clsPDataSequence.h"
+#include "PDATA/clsPeriodicBoundary.h"
+#include "SCENE/clsAnchorPath.h"
+#include "SCENE/clsCameraPath.h"
+#include "TIME/clsTimeCtrl.h"
+
+namespace {
+
+const wxString kTime[] = {"Time"};
+
+/// What a project sets, in the order of its blocks. Made once: the store alone has 40,000 slots.
+struct Settings_st {
+    DataLoader_cls mLoader{nullptr};
+    TimeCtrl_cls mTime{nullptr};
+    ParamGroup_cls mRemap{"Time Remap", 1, kTime, 0, true};
+    DrawOption_cls mOption;
+    PDataSeqCtrl_cls mStore{&mOption, false};
+    PeriodicBoundary_cls mPeriodic;
+    CameraPath_cls mCamera;
+    AnchorPath_cls mAnchor;
+    Preference_cls mPreference;
+
+    void Read(const std::wstring& text) {
+        TextStream_cls stream(text);
+        wxString line;
+        while (NextProjectLine(stream, &line)) {
+            mLoader.ReadStrLine(line);
+            mTime.ReadStrLine(stream, line);
+            mRemap.ReadStrLine(stream, line);
+            mOption.ReadStrLine(line);
+            mStore.ReadStrLine(stream, line);
+            mPeriodic.ReadStrLine(line);
+            mCamera.ReadStrLine(stream, line);
+            mAnchor.ReadStrLine(stream, line);
+            mPreference.ReadStrLine(line);
+        }
+    }
+    wxString Write() {
+        return mLoader.Serialize() + mTime.Serialize() + mRemap.Serialize() + mOption.Serialize() +
+               mStore.Serialize() + mPeriodic.Serialize() + mCamera.Serialize() + mAnchor.Serialize() +
+               mPreference.Serialize();
+    }
+};
+
+void CheckCurves(ParamGroup_cls& group) {
+    for (Parameters_cls& curve : group.mVParams) {
+        for (int i = 1; i < curve.GetKeyNumber(); ++i)
+            Promise(!(curve.GetKeyFrameDoubleIndex(i) < curve.GetKeyFrameDoubleIndex(i - 1)),
+                    "keys stand in order");
+        for (const double t : {-0.5, 0.0, 0.3, 0.999, 2.0})
+            curve.GetInterpolatedValue(t);
+        curve.GetStrExpression("x");
+    }
+    std::vector<bool> tags(101, false);
+    group.CheckSnippingTag(&tags);
+}
+
+/// Texts of settings may hold the key of another one: then a line is taken twice, as the format has it.
+bool HoldsKey(const Settings_st& settings) {
+    if (settings.mLoader.mCItemLastOpened.mStrValue.Contains("=")) return true;
+    for (const PDataSequence_cls* sequence : settings.mStore.mpCSequence)
+        for (const GLAttribute_cls* attribute : sequence->mpCGLAttribute)
+            if (attribute->mTexFileBillboard.mStrValue.Contains("=")) return true;
+    return false;
+}
+
+void CheckSame(const wxString& first, const wxString& second) {
+    if (first == second) return;
+    const wxArrayString left = wxSplit(first, '\n', '\0');
+    const wxArrayString right = wxSplit(second, '\n', '\0');
+    for (size_t i = 0; i < std::min(left.size(), right.size()); ++i)
+        if (left[i] != right[i])
+            std::fprintf(stderr, "%s\n%s\n", left[i].utf8_str().data(), right[i].utf8_str().data());
+    Promise(false, "what is written is read as it was");
+}
+
+} // namespace
+
+void FuzzProject(const std::string& bytes) {
+    static Settings_st sSettings;
+    static unsigned sRun = 0;
+    sSettings.Read(DecodeProject(bytes));
+    const TimeCtrl_cls& time = sSettings.mTime;
+    Promise(time.GetAnimStep() > 0 && time.GetAnimInterp() > 0 && time.GetMaxFrame() >= 0,
+            "the clock can tick");
+    sSettings.mTime.CheckWorkingArea();
+    Promise(time.GetWAMin() <= time.GetWAMax() && time.GetWAMax() <= time.GetMaxFrame(),
+            "the areas are in order");
+    Promise(sSettings.mOption.GetDownSizing() > 0, "the draw list can be filled");
+    sSettings.mLoader.GetHeaderByte();
+    float box[3];
+    sSettings.mPeriodic.GetBoundaryVector(box, 0);
+    CheckCurves(sSettings.mRemap);
+    for (ParamGroup_cls* group :
+         {sSettings.mCamera.mpCTranslate, sSettings.mCamera.mpCRotate, sSettings.mAnchor.mpCTranslate})
+        CheckCurves(*group);
+    if (sRun++ % 64 == 0 && !HoldsKey(sSettings)) {
+        const wxString first = sSettings.Write();
+        sSettings.Read(DecodeProject(EncodeProject(first)));
+        CheckSame(first, sSettings.Write());
+    }
+    if (sRun % 512 == 0) sSettings.mStore.ClearData(-2, -2, true);
+}
