@@ -15,7 +15,7 @@ namespace {
 
 constexpr int kTicLength = 3;
 constexpr int kMostTics = 6;
-constexpr int kLetterPixels = 9;
+constexpr int kLetterPixels = 11;
 
 unsigned char ToByte(float value) {
     return value > 0.0f ? static_cast<unsigned char>(std::min(value, 1.0f) * 255.0f) : 0; // nothing for a NaN

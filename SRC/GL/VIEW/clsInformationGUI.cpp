@@ -1,6 +1,5 @@
 #include "GL/VIEW/clsInformationGUI.h"
 
-#include <wx/event.h>
 #include <wx/intl.h>
 
 #include "COMMON/UpdateBits.h"
@@ -30,10 +29,6 @@ InformationGUI_cls::InformationGUI_cls(wxWindow* pParent, Information_cls* pInfo
         "", [this] { return mValues.mbThere ? wxString() : wxString(_("no such particle")); },
         _("Whether there is a particle of this index at this time"));
     SetUndo(UPDATE_DRAW_OPTIONS); // the handler looks at the particle again
-    Bind(wxEVT_SHOW, [this](wxShowEvent& event) {
-        event.Skip();
-        if (event.IsShown()) CallAfter([this] { mpCInformation->Update(); });
-    });
 }
 
 void InformationGUI_cls::UpdateInfo(const SnapData_cls* pSnap) {

@@ -258,6 +258,7 @@ private:
     void OnMenu(wxCommandEvent& event);
     void OnMenuToggleLink();
     void OnMenuMoveToCamPos();
+    void OnMenuViewAngle();
     void OnChangedByMouse();
     void SetOtherCanvasToBeActiveGL();
     void RefreshOtherOrthoCanvas() { RefreshOthers(true); }

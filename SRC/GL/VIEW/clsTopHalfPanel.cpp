@@ -110,6 +110,10 @@ void TopHalfPanel_cls::CreateBooks(wxWindow* pParent) {
     AddOptionPage(mPages.mpCOverlay, _("Overlay"));
     AddOptionPage(mPages.mpCExposure, _("Exposure"));
     AddOptionPage(mPages.mpCInformation, _("Info"));
+    mpCOptionBook->Bind(wxEVT_NOTEBOOK_PAGE_CHANGED, [this](wxBookCtrlEvent& event) {
+        event.Skip();
+        mPages.mpCInformation->Update(); // it doesn't keep up while it is hidden
+    });
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(mpCAttribBook, 2, wxEXPAND | wxBOTTOM, 4);
     sizer->Add(mpCOptionBook, 1, wxEXPAND);
