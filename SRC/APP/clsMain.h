@@ -15,6 +15,7 @@ class Information_cls;
 class Overlay_cls;
 class PDataSeqCtrl_cls;
 class PDataSequence_cls;
+class ParamGUICtrl_cls;
 class ParamGroup_cls;
 class PeriodicBoundary_cls;
 class PeriodicBoundaryCtrl_cls;
@@ -58,6 +59,8 @@ public:
     /// One step back or forward; an edit that a hand still holds ends first.
     void Undo();
     void Redo();
+    /// Also when the edit that a hand still holds would be the first step.
+    bool IsUndoable() const;
     /// Let curves and clock reach what they need of the program.
     void LinkParamHooks();
     /// The living curve of this identifier, null when nobody knows it.
@@ -96,6 +99,7 @@ public:
     /// Folder "Camera Path" of the time line: the curves of camera and anchor that files keep.
     ParamGroup_cls* mpCParamGroupCameraPath = nullptr;
     TimeCtrl_cls* mpCTimeCtrl = nullptr;
+    ParamGUICtrl_cls* mpCParamGUICtrl = nullptr; ///< the time lines, of the main frame
     Scene_cls* mpCScene = nullptr;
     FrameMain_cls* mpCFrameMain = nullptr; ///< wxWidgets destroys windows
     RecentFiles_cls* mpCRecentFiles = nullptr;
@@ -106,8 +110,9 @@ public:
     int mDisplayHeight = 0;
 
 private:
-    void MakeCameraPathGroup();
     void UnlinkParamHooks();
     void EndGestures();
+    void MakeCameraPathGroup();
+    void MakeTimeLines();
     wxString SerializeAll(bool bFull);
 };
