@@ -196,7 +196,6 @@ void FrameMain_cls::PlaceAtStart() {
         return;
     }
     if (mpCBtmHalf->GetSize().y != mBtmHeight) FitSplitterWindow(true);
-    mpCTopHalf->PlaceBooks();
     if (mStartWatch.Time() < kStartMillis) return;
     mbPlaced = true;
     // The toolkit begins in the first field; keys are to act on the film from the first moment.
