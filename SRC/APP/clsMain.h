@@ -9,7 +9,10 @@ class AnchorPath_cls;
 class CameraPath_cls;
 class DataLoader_cls;
 class DrawOption_cls;
+class Exposure_cls;
 class FrameMain_cls;
+class Information_cls;
+class Overlay_cls;
 class PDataSeqCtrl_cls;
 class PDataSequence_cls;
 class ParamGUICtrl_cls;
@@ -85,6 +88,9 @@ public:
     void Special();
 
     DrawOption_cls* mpCDrawOption = nullptr;
+    Exposure_cls* mpCExposure = nullptr;
+    Information_cls* mpCInformation = nullptr;
+    Overlay_cls* mpCOverlay = nullptr;
     PDataSeqCtrl_cls* mpCPDataSeqCtrl = nullptr;
     PeriodicBoundary_cls* mpCPeriodicBoundary = nullptr;
     DataLoader_cls* mpCDataLoader = nullptr;
