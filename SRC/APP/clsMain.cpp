@@ -31,6 +31,7 @@
 #include "PDATA/clsSnapData.h"
 #include "SCENE/clsAnchorPath.h"
 #include "SCENE/clsCameraPath.h"
+#include "SCENE/clsLightSRCCtrl.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/clsFontProvider.h"
 #include "WIDGET/clsMyArtProvider.h"
@@ -75,6 +76,7 @@ Main_cls::Main_cls() {
     PDataBlock_cls::mspCDataLoaderLink = mpCDataLoader;
     mpCCameraPath = new CameraPath_cls;
     mpCAnchorPath = new AnchorPath_cls;
+    mpCLightSRCCtrl = new LightSRCCtrl_cls;
     mpCTimeCtrl = new TimeCtrl_cls(this);
     LinkParamHooks();
     mpCScene = new Scene_cls(mpCTimeCtrl);
@@ -100,6 +102,7 @@ Main_cls::~Main_cls() {
     delete mpCParamGroupCameraPath;
     delete mpCCameraPath;
     delete mpCAnchorPath;
+    delete mpCLightSRCCtrl;
     delete mpCTimeCtrl;
     delete mpCScene;
     delete mpCRecentFiles;

@@ -10,6 +10,7 @@ class CameraPath_cls;
 class DataLoader_cls;
 class DrawOption_cls;
 class FrameMain_cls;
+class LightSRCCtrl_cls;
 class PDataSeqCtrl_cls;
 class PDataSequence_cls;
 class ParamGroup_cls;
@@ -87,6 +88,7 @@ public:
     DataLoader_cls* mpCDataLoader = nullptr;
     CameraPath_cls* mpCCameraPath = nullptr;
     AnchorPath_cls* mpCAnchorPath = nullptr;
+    LightSRCCtrl_cls* mpCLightSRCCtrl = nullptr;
     /// Folder "Camera Path" of the time line: the curves of camera and anchor that files keep.
     ParamGroup_cls* mpCParamGroupCameraPath = nullptr;
     TimeCtrl_cls* mpCTimeCtrl = nullptr;

@@ -9,6 +9,7 @@
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/BASE/clsXErrorScope.h"
+#include "GL/DRAW/clsGLAttribute.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 
 bool MainGLCanvas_cls::msbKeepPicture = false;
@@ -145,6 +146,7 @@ void MainGLCanvas_cls::InitializeStaticMembers() {
 
 void MainGLCanvas_cls::DestructStaticMembers() {
     mspCFace.reset();
+    GLAttribute_cls::DestructStaticMembers();
     delete mspCClrCurveBG;
     delete mspCClrCurveOut;
     delete mspCClrCurveTag;

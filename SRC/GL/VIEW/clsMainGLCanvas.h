@@ -180,11 +180,15 @@ private:
     void KeepPicture();
     void DrawOnWindow();
 
+    // clsMainGLCanvasData.cpp
+    void SetLights();
+    void DrawDataMain();
+    void DrawDataLitDiffuse(int lightIndex);
+    void DrawDataCopyLoop(bool bShadowPass);
+
     // clsMainGLCanvasDraw.cpp
     void DrawOnFBO();
     void BeginFace();
-    void DrawDataMain();
-    void DrawDataCopyLoop(bool bShadowPass);
     void DrawOtherObjects(double gridUnit);
     void DrawCameraPath(bool bPick);
     void DrawAnchor();

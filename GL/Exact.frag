@@ -1,0 +1,132 @@
+#version 120
+// The sphere itself: where the ray of a pixel meets it, with its depth and light.
+// Written by tools/make_shaders.py.
+
+#ifdef MATERIALS
+varying vec4 materialAmbient;
+varying vec4 materialDiffuse;
+varying vec4 materialSpecular;
+#define AMBIENT materialAmbient
+#define DIFFUSE materialDiffuse
+#define SPECULAR materialSpecular
+#else
+#define AMBIENT gl_FrontMaterial.ambient
+#define DIFFUSE gl_FrontMaterial.diffuse
+#define SPECULAR gl_FrontMaterial.specular
+#endif
+#define EMISSION vec4(0.0)
+uniform int lightNumber;
+uniform int shadowVolumeMode;
+uniform float boldness;
+uniform vec2 rayScale;
+uniform vec2 rayOffset;
+uniform bool perspective;
+varying vec4 ball;
+#define LIGHT_NUMBER lightNumber
+#define SHADOW_MODE shadowVolumeMode
+#define BOLDNESS boldness
+
+// What OpenGL light i brings to a place on a surface, eye coordinates, by the rules of the fixed
+// pipeline: attenuation, spot, and highlights for a viewer far away.
+void addLight(int i, vec3 place, vec3 normal, float shininess,
+              inout vec3 ambient, inout vec3 diffuse, inout vec3 specular)
+{
+    vec4 source = gl_LightSource[i].position;
+    vec3 to;
+    vec3 between;
+    float share = 1.0;
+    if (source.w == 0.0) {
+        to = normalize(source.xyz);
+        between = gl_LightSource[i].halfVector.xyz;
+    } else {
+        to = source.xyz / source.w - place;
+        float far = length(to);
+        share = 1.0 / (gl_LightSource[i].constantAttenuation + far * (gl_LightSource[i].linearAttenuation
+                       + far * gl_LightSource[i].quadraticAttenuation));
+        to /= max(far, 1e-30);
+        between = normalize(to + vec3(0.0, 0.0, 1.0));
+    }
+    if (gl_LightSource[i].spotCutoff <= 90.0) {
+        float along = -dot(to, normalize(gl_LightSource[i].spotDirection));
+        share *= along < gl_LightSource[i].spotCosCutoff
+                     ? 0.0 : pow(max(along, 1e-6), gl_LightSource[i].spotExponent);
+    }
+    float facing = dot(normal, to);
+    ambient += share * gl_LightSource[i].ambient.rgb;
+    if (facing <= 0.0) return;
+    diffuse += share * facing * gl_LightSource[i].diffuse.rgb;
+    specular += share * pow(max(dot(normal, between), 1e-6), shininess) * gl_LightSource[i].specular.rgb;
+}
+
+uniform int fogMode; // 0 none, 1 exponential, 2 its square, 3 linear
+
+vec3 fogged(vec3 color, float depth)
+{
+    if (fogMode == 0) return color;
+    float reach = gl_Fog.density * depth;
+    float clear = fogMode == 1 ? exp(-reach)
+                : fogMode == 2 ? exp(-reach * reach) : (gl_Fog.end - depth) * gl_Fog.scale;
+    return mix(gl_Fog.color.rgb, color, clamp(clear, 0.0, 1.0));
+}
+
+#ifdef CARTOON
+// As addLight, but in three flat tones and without highlights.
+void addTone(int i, vec3 place, vec3 normal, float dark, inout vec3 ambient, inout vec3 diffuse)
+{
+    vec3 direct = vec3(0.0);
+    vec3 unused = vec3(0.0);
+    vec3 base = vec3(0.0);
+    addLight(i, place, normal, 1.0, base, direct, unused);
+    ambient += base;
+    vec3 light = gl_LightSource[i].diffuse.rgb;
+    float full = max(max(light.r, light.g), light.b);
+    float share = full > 0.0 ? max(max(direct.r, direct.g), direct.b) / full : 0.0;
+    diffuse += light * (share > 0.75 ? 1.0 : share > 0.35 ? 0.75 : share > 0.02 ? 0.5 : dark);
+}
+
+vec4 lit(vec3 place, vec3 normal)
+{
+    vec3 viewer = gl_ProjectionMatrix[3][3] == 0.0 ? normalize(-place) : vec3(0.0, 0.0, 1.0);
+    if (dot(normal, viewer) < BOLDNESS) return vec4(0.0, 0.0, 0.0, DIFFUSE.a);
+    float dark = SHADOW_MODE == 0 ? 0.0 : 0.25;
+    vec3 around = gl_LightModel.ambient.rgb;
+    vec3 direct = vec3(0.0);
+    for (int i = 0; i < LIGHT_NUMBER; ++i)
+        addTone(i, place, normal, dark, around, direct);
+    return clamp(vec4(EMISSION.rgb + around * AMBIENT.rgb + direct * DIFFUSE.rgb, DIFFUSE.a), 0.0, 1.0);
+}
+#else
+vec4 lit(vec3 place, vec3 normal)
+{
+    vec3 around = gl_LightModel.ambient.rgb;
+    vec3 direct = vec3(0.0);
+    vec3 shine = vec3(0.0);
+    for (int i = 0; i < LIGHT_NUMBER; ++i)
+        addLight(i, place, normal, gl_FrontMaterial.shininess, around, direct, shine);
+    return clamp(vec4(EMISSION.rgb + around * AMBIENT.rgb + direct * DIFFUSE.rgb + shine * SPECULAR.rgb,
+                      DIFFUSE.a), 0.0, 1.0);
+}
+#endif
+
+void main()
+{
+    vec2 plane = gl_FragCoord.xy * rayScale + rayOffset;
+    vec3 start = perspective ? vec3(0.0) : vec3(plane, 0.0);
+    vec3 ray = perspective ? vec3(plane, -1.0) : vec3(0.0, 0.0, -1.0);
+    // From the foot of the perpendicular on the ray back to the surface: exact for far, small spheres too.
+    vec3 to = ball.xyz - start;
+    float square = dot(ray, ray);
+    vec3 foot = ray * (dot(to, ray) / square) - to;
+    float rest = ball.w * ball.w - dot(foot, foot);
+    if (rest < 0.0) discard;
+    vec3 outward = foot - ray * sqrt(rest / square);
+    vec3 place = ball.xyz + outward;
+    vec3 normal = normalize(outward);
+    vec2 depth = vec2(gl_ProjectionMatrix[2][2], gl_ProjectionMatrix[2][3]) * place.z
+               + vec2(gl_ProjectionMatrix[3][2], gl_ProjectionMatrix[3][3]);
+    // Cut by the near or the far plane; what lies behind it is the inside, which isn't drawn.
+    if (depth.y <= 0.0 || abs(depth.x) > depth.y) discard;
+    gl_FragDepth = 0.5 * (gl_DepthRange.diff * depth.x / depth.y + gl_DepthRange.near + gl_DepthRange.far);
+    vec4 color = lit(place, normal);
+    gl_FragColor = vec4(fogged(color.rgb, abs(place.z)), color.a);
+}

@@ -1,0 +1,219 @@
+#include "GL/BASE/clsShaderCtrl.h"
+
+#include <cstdio>
+
+#include <epoxy/gl.h>
+
+#include <wx/intl.h>
+#include <wx/window.h>
+
+#include "COMMON/MsgBox.h"
+#include "COMMON/RuntimeFiles.h"
+#include "GL/BASE/clsShaderProgram.h"
+
+namespace {
+
+const char* const kNames[ShaderCtrl_cls::kProgramNumber] = {"Gouraud", "Phong", "Cartoon"};
+
+const ShaderProgram_cls::Attributes kMeshAttributes = {{ShaderCtrl_cls::ATTRIBUTE_SPHERE, "sphere"},
+                                                       {ShaderCtrl_cls::ATTRIBUTE_AMBIENT, "ambient"},
+                                                       {ShaderCtrl_cls::ATTRIBUTE_DIFFUSE, "diffuse"},
+                                                       {ShaderCtrl_cls::ATTRIBUTE_SPECULAR, "specular"}};
+const ShaderProgram_cls::Attributes kExactAttributes = {{ShaderCtrl_cls::ATTRIBUTE_BALL, "sphere"},
+                                                        {ShaderCtrl_cls::ATTRIBUTE_AMBIENT, "ambient"},
+                                                        {ShaderCtrl_cls::ATTRIBUTE_DIFFUSE, "diffuse"},
+                                                        {ShaderCtrl_cls::ATTRIBUTE_SPECULAR, "specular"}};
+
+int GetFogMode() {
+    if (!glIsEnabled(GL_FOG)) return 0;
+    GLint mode = 0;
+    glGetIntegerv(GL_FOG_MODE, &mode);
+    return mode == GL_EXP ? 1 : mode == GL_EXP2 ? 2 : 3;
+}
+
+/// One past the last light that is on: the fixed pipeline needs no number.
+int CountLights() {
+    GLint most = 8;
+    glGetIntegerv(GL_MAX_LIGHTS, &most);
+    for (int i = most; i > 0; --i)
+        if (glIsEnabled(GL_LIGHT0 + static_cast<GLenum>(i - 1))) return i;
+    return 0;
+}
+
+void SetInt(const ShaderProgram_cls& program, const char* name, int value) {
+    const int place = program.GetUniform(name);
+    if (place >= 0) glUniform1i(place, value);
+}
+
+void SetFloat(const ShaderProgram_cls& program, const char* name, float value) {
+    const int place = program.GetUniform(name);
+    if (place >= 0) glUniform1f(place, value);
+}
+
+/// Boxes wait until the paint is over.
+void TellLater(wxWindow* pParent, const wxString& text) {
+    if (pParent)
+        pParent->CallAfter([text] { MsgBox(text, "!!"); });
+    else
+        std::fprintf(stderr, "%s\n", static_cast<const char*>(text.utf8_str()));
+}
+
+} // namespace
+
+std::string readShaderSource(const wxString& path) {
+    const std::string name(path.utf8_str());
+    std::FILE* pFile = std::fopen(name.c_str(), "rb");
+    if (!pFile) {
+        std::perror(name.c_str());
+        return {};
+    }
+    std::string text;
+    char piece[4096];
+    size_t got = 0;
+    while ((got = std::fread(piece, 1, sizeof piece, pFile)) > 0)
+        text.append(piece, got);
+    const bool bBad = std::ferror(pFile) != 0;
+    std::fclose(pFile);
+    if (bBad || text.empty()) {
+        std::fprintf(stderr, "Could not read file: %s.\n", name.c_str());
+        return {};
+    }
+    return text;
+}
+
+ShaderCtrl_cls::ShaderCtrl_cls() { mCConfItemList.Add(&mCCartoonBoldness, "CartoonBoldness=", "0.3"); }
+
+ShaderCtrl_cls::~ShaderCtrl_cls() = default;
+
+void ShaderCtrl_cls::InitializeShader(wxWindow* pParent, bool bEnable) {
+    mbEnabled = bEnable && HasShaders();
+    if (!mbEnabled) return;
+    MakeShader(pParent, 0, "GL/Gouraud.vert", "GL/Gouraud.frag");
+    MakeShader(pParent, 1, "GL/Phong.vert", "GL/Phong.frag");
+    MakeShader(pParent, 2, "GL/Cartoon.vert", "GL/Cartoon.frag");
+    glUseProgram(0);
+}
+
+// Whatever is wrong, the program runs on and draws with the fixed pipeline instead.
+void ShaderCtrl_cls::MakeShader(wxWindow* pParent, size_t index, const char* vertexFile,
+                                const char* fragmentFile) {
+    Source_st& source = mSources[index];
+    mPrograms[index] = std::make_unique<ShaderProgram_cls>();
+    for (const bool bVertex : {true, false}) {
+        const wxString path = FindRuntimeFile(bVertex ? vertexFile : fragmentFile);
+        std::string& text = bVertex ? source.mVertex : source.mFragment;
+        text = readShaderSource(path);
+        if (text.empty())
+            TellLater(pParent, wxString::Format(_("The shader file %s can't be read. Spheres with the shader "
+                                                  "\"%s\" are drawn as \"original\".\nPut the folder GL of "
+                                                  "the program back in its place."),
+                                                path, kNames[index]));
+    }
+    if (source.mVertex.empty() || source.mFragment.empty()) return;
+    ShaderProgram_cls& program = *mPrograms[index];
+    if (program.Make(source.mVertex, source.mFragment)) return;
+    // Only the first pair's compile status counts; for the others the link tells.
+    const ShaderProgram_cls& first = *mPrograms[0];
+    if (!first.mbVertexCompiled) ShowLog(pParent, vertexFile, program.GetLog());
+    if (!first.mbFragmentCompiled) ShowLog(pParent, fragmentFile, program.GetLog());
+    if (first.mbVertexCompiled && first.mbFragmentCompiled)
+        TellLater(pParent, wxString::Format(_("The shader of %s and %s can't be linked. Spheres with the "
+                                              "shader \"%s\" are drawn as \"original\".\n"),
+                                            vertexFile, fragmentFile, kNames[index]) +
+                               wxString::FromUTF8(program.GetLog()));
+}
+
+// The same words for both kinds of shader.
+void ShaderCtrl_cls::ShowLog(wxWindow* pParent, const wxString& file, const std::string& log) const {
+    TellLater(pParent, "Compile error in fragment shader.\n" + wxString::FromUTF8(log) + "\n" + file);
+}
+
+// One light alone, without ambient light: the pass that adds a light with shadows.
+bool ShaderCtrl_cls::IsSingleShadowLight(int lightNumber) const {
+    float ambient[4];
+    glGetLightfv(GL_LIGHT0, GL_AMBIENT, ambient);
+    return lightNumber == 1 && ambient[0] == 0.0f;
+}
+
+void ShaderCtrl_cls::Use(const ShaderProgram_cls& program, unsigned type, int lightNumber,
+                         const char* suffix) const {
+    glUseProgram(program.mProgram);
+    SetInt(program, (std::string("lightNumber") + suffix).c_str(), lightNumber);
+    SetInt(program, "fogMode", GetFogMode());
+    if (type != TYPE_CARTOON) return;
+    SetInt(program, (std::string("shadowVolumeMode") + suffix).c_str(),
+           IsSingleShadowLight(lightNumber) ? 0 : 1);
+    SetFloat(program, (std::string("boldness") + suffix).c_str(), mCCartoonBoldness.mValue);
+}
+
+void ShaderCtrl_cls::BeginShader(unsigned type, int lightNumber) {
+    if (!mbEnabled) return;
+    glUseProgram(0);
+    if (type < TYPE_GOURAUD || type > TYPE_CARTOON) return;
+    const ShaderProgram_cls& program = *mPrograms[type - 1];
+    if (!program.IsMade()) return;
+    if (glIsEnabled(GL_LIGHT_MODEL_TWO_SIDE)) glEnable(GL_VERTEX_PROGRAM_TWO_SIDE);
+    Use(program, type, lightNumber, kNames[type - 1]);
+}
+
+void ShaderCtrl_cls::EndShader(int /*type*/) {
+    if (!mbEnabled) return;
+    glDisable(GL_VERTEX_PROGRAM_TWO_SIDE);
+    glUseProgram(0);
+}
+
+const ShaderProgram_cls* ShaderCtrl_cls::GetSpheres(size_t index) {
+    Program& program = mSpheres[index];
+    if (!program) {
+        program = std::make_unique<ShaderProgram_cls>();
+        const Source_st& source = mSources[index];
+        const bool bSource = !source.mVertex.empty() && !source.mFragment.empty();
+        if (bSource && !program->Make(source.mVertex, source.mFragment, "#define SPHERES\n", kMeshAttributes))
+            std::printf("Spheres with %s are drawn in single calls: %s\n", kNames[index],
+                        program->GetLog().c_str());
+    }
+    return program->HasAttribute("sphere") ? program.get() : nullptr;
+}
+
+bool ShaderCtrl_cls::BeginSpheres(unsigned type, int lightNumber) {
+    if (!mbEnabled) return false;
+    // The fixed pipeline lights vertices, as Gouraud's does. A shader that isn't there is drawn as that.
+    const bool bFixed = type < TYPE_GOURAUD || type > TYPE_CARTOON || !mPrograms[type - 1]->IsMade();
+    const size_t index = bFixed ? 0 : type - 1;
+    const ShaderProgram_cls* pProgram = GetSpheres(index);
+    if (!pProgram) return false;
+    Use(*pProgram, type, bFixed ? CountLights() : lightNumber, kNames[index]);
+    return true;
+}
+
+const ShaderProgram_cls* ShaderCtrl_cls::GetExact(bool bCartoon, bool bMaterials) {
+    if (!mbEnabled) return nullptr;
+    if (!mbExactRead) {
+        mbExactRead = true;
+        mExactSource = {readShaderSource(FindRuntimeFile("GL/Exact.vert")),
+                        readShaderSource(FindRuntimeFile("GL/Exact.frag"))};
+    }
+    if (mExactSource.mVertex.empty() || mExactSource.mFragment.empty()) return nullptr;
+    Program& program = mExact[(bCartoon ? 2u : 0u) + (bMaterials ? 1u : 0u)];
+    if (!program) {
+        program = std::make_unique<ShaderProgram_cls>();
+        const std::string defines =
+            std::string(bCartoon ? "#define CARTOON\n" : "") + (bMaterials ? "#define MATERIALS\n" : "");
+        if (!program->Make(mExactSource.mVertex, mExactSource.mFragment, defines, kExactAttributes))
+            std::printf("GL/Exact.vert and GL/Exact.frag were refused: %s\n", program->GetLog().c_str());
+    }
+    return program->IsMade() ? program.get() : nullptr;
+}
+
+bool ShaderCtrl_cls::BeginExact(unsigned type, int lightNumber, bool bMaterials, const Rays_st& rays) {
+    const ShaderProgram_cls* pProgram = GetExact(type == TYPE_CARTOON, bMaterials);
+    if (!pProgram) return false;
+    const bool bFixed = type < TYPE_GOURAUD || type > TYPE_CARTOON;
+    Use(*pProgram, type, bFixed ? CountLights() : lightNumber, "");
+    glUniform4fv(pProgram->GetUniform("viewport"), 1, rays.viewport);
+    glUniform2fv(pProgram->GetUniform("rayScale"), 1, rays.scale);
+    glUniform2fv(pProgram->GetUniform("rayOffset"), 1, rays.offset);
+    SetFloat(*pProgram, "scale", rays.modelScale);
+    SetInt(*pProgram, "perspective", rays.bPerspective ? 1 : 0);
+    return true;
+}
