@@ -15,16 +15,67 @@ varying vec4 materialSpecular;
 #define SPECULAR gl_FrontMaterial.specular
 #endif
 #define EMISSION vec4(0.0)
-uniform int lightNumber;
 uniform int shadowVolumeMode;
 uniform float boldness;
 uniform vec2 rayScale;
 uniform vec2 rayOffset;
-uniform bool perspective;
+uniform vec2 depthRange; // eye coordinates: nearest and farthest z
+uniform vec2 depthMap;   // depth = x + y / z, in a parallel view x + y * z
 varying vec4 ball;
-#define LIGHT_NUMBER lightNumber
 #define SHADOW_MODE shadowVolumeMode
 #define BOLDNESS boldness
+
+#ifndef FOG
+uniform int fogMode; // 0 none, 1 exponential, 2 its square, 3 linear
+#define FOG fogMode
+#endif
+
+vec3 fogged(vec3 color, float depth)
+{
+    if (FOG == 0) return color;
+    float reach = gl_Fog.density * depth;
+    float clear = FOG == 1 ? exp(-reach)
+                : FOG == 2 ? exp(-reach * reach) : (gl_Fog.end - depth) * gl_Fog.scale;
+    return mix(gl_Fog.color.rgb, color, clamp(clear, 0.0, 1.0));
+}
+
+#if defined(PARALLEL) && !defined(CARTOON)
+
+// All particles have a shininess of 20.
+float gloss(float x)
+{
+    float x2 = x * x;
+    float x4 = x2 * x2;
+    float x8 = x4 * x4;
+    return x8 * x8 * x4;
+}
+
+uniform vec3 lightTo[8];
+uniform vec3 lightBetween[8];
+
+vec4 lit(vec3 place, vec3 normal)
+{
+#ifdef MATERIALS
+    vec3 color = gl_LightModel.ambient.rgb * AMBIENT.rgb;
+#else
+    vec3 color = gl_LightModel.ambient.rgb * gl_FrontMaterial.ambient.rgb;
+#endif
+    for (int i = 0; i < LIGHT_NUMBER; ++i) {
+        float facing = dot(normal, lightTo[i]);
+        float shine = facing > 0.0 ? gloss(max(dot(normal, lightBetween[i]), 0.0)) : 0.0;
+#ifdef MATERIALS
+        color += gl_LightSource[i].ambient.rgb * AMBIENT.rgb
+               + max(facing, 0.0) * gl_LightSource[i].diffuse.rgb * DIFFUSE.rgb
+               + shine * gl_LightSource[i].specular.rgb * SPECULAR.rgb;
+#else
+        color += gl_FrontLightProduct[i].ambient.rgb + max(facing, 0.0) * gl_FrontLightProduct[i].diffuse.rgb
+               + shine * gl_FrontLightProduct[i].specular.rgb;
+#endif
+    }
+    return clamp(vec4(color, DIFFUSE.a), 0.0, 1.0);
+}
+
+#else
 
 // What OpenGL light i brings to a place on a surface, eye coordinates, by the rules of the fixed
 // pipeline: attenuation, spot, and highlights for a viewer far away.
@@ -32,13 +83,11 @@ void addLight(int i, vec3 place, vec3 normal, float shininess,
               inout vec3 ambient, inout vec3 diffuse, inout vec3 specular)
 {
     vec4 source = gl_LightSource[i].position;
-    vec3 to;
-    vec3 between;
+    vec3 to = normalize(source.xyz);
+    vec3 between = gl_LightSource[i].halfVector.xyz;
     float share = 1.0;
-    if (source.w == 0.0) {
-        to = normalize(source.xyz);
-        between = gl_LightSource[i].halfVector.xyz;
-    } else {
+#ifndef PARALLEL
+    if (source.w != 0.0) {
         to = source.xyz / source.w - place;
         float far = length(to);
         share = 1.0 / (gl_LightSource[i].constantAttenuation + far * (gl_LightSource[i].linearAttenuation
@@ -51,25 +100,16 @@ void addLight(int i, vec3 place, vec3 normal, float shininess,
         share *= along < gl_LightSource[i].spotCosCutoff
                      ? 0.0 : pow(max(along, 1e-6), gl_LightSource[i].spotExponent);
     }
-    float facing = dot(normal, to);
+#endif
+    float facing = max(dot(normal, to), 0.0);
+    float shine = pow(max(dot(normal, between), 1e-6), shininess);
     ambient += share * gl_LightSource[i].ambient.rgb;
-    if (facing <= 0.0) return;
     diffuse += share * facing * gl_LightSource[i].diffuse.rgb;
-    specular += share * pow(max(dot(normal, between), 1e-6), shininess) * gl_LightSource[i].specular.rgb;
-}
-
-uniform int fogMode; // 0 none, 1 exponential, 2 its square, 3 linear
-
-vec3 fogged(vec3 color, float depth)
-{
-    if (fogMode == 0) return color;
-    float reach = gl_Fog.density * depth;
-    float clear = fogMode == 1 ? exp(-reach)
-                : fogMode == 2 ? exp(-reach * reach) : (gl_Fog.end - depth) * gl_Fog.scale;
-    return mix(gl_Fog.color.rgb, color, clamp(clear, 0.0, 1.0));
+    specular += (facing > 0.0 ? share * shine : 0.0) * gl_LightSource[i].specular.rgb;
 }
 
 #ifdef CARTOON
+
 // As addLight, but in three flat tones and without highlights.
 void addTone(int i, vec3 place, vec3 normal, float dark, inout vec3 ambient, inout vec3 diffuse)
 {
@@ -95,7 +135,9 @@ vec4 lit(vec3 place, vec3 normal)
         addTone(i, place, normal, dark, around, direct);
     return clamp(vec4(EMISSION.rgb + around * AMBIENT.rgb + direct * DIFFUSE.rgb, DIFFUSE.a), 0.0, 1.0);
 }
+
 #else
+
 vec4 lit(vec3 place, vec3 normal)
 {
     vec3 around = gl_LightModel.ambient.rgb;
@@ -106,27 +148,33 @@ vec4 lit(vec3 place, vec3 normal)
     return clamp(vec4(EMISSION.rgb + around * AMBIENT.rgb + direct * DIFFUSE.rgb + shine * SPECULAR.rgb,
                       DIFFUSE.a), 0.0, 1.0);
 }
+
+#endif
 #endif
 
 void main()
 {
     vec2 plane = gl_FragCoord.xy * rayScale + rayOffset;
-    vec3 start = perspective ? vec3(0.0) : vec3(plane, 0.0);
-    vec3 ray = perspective ? vec3(plane, -1.0) : vec3(0.0, 0.0, -1.0);
     // From the foot of the perpendicular on the ray back to the surface: exact for far, small spheres too.
-    vec3 to = ball.xyz - start;
-    float square = dot(ray, ray);
-    vec3 foot = ray * (dot(to, ray) / square) - to;
+#ifdef PERSPECTIVE
+    vec3 ray = vec3(plane, -1.0);
+    float share = 1.0 / dot(ray, ray);
+    vec3 foot = ray * (dot(ball.xyz, ray) * share) - ball.xyz;
+#else
+    const vec3 ray = vec3(0.0, 0.0, -1.0);
+    const float share = 1.0;
+    vec3 foot = vec3(plane - ball.xy, 0.0);
+#endif
     float rest = ball.w * ball.w - dot(foot, foot);
-    if (rest < 0.0) discard;
-    vec3 outward = foot - ray * sqrt(rest / square);
+    vec3 outward = foot - ray * sqrt(max(rest, 0.0) * share);
     vec3 place = ball.xyz + outward;
-    vec3 normal = normalize(outward);
-    vec2 depth = vec2(gl_ProjectionMatrix[2][2], gl_ProjectionMatrix[2][3]) * place.z
-               + vec2(gl_ProjectionMatrix[3][2], gl_ProjectionMatrix[3][3]);
     // Cut by the near or the far plane; what lies behind it is the inside, which isn't drawn.
-    if (depth.y <= 0.0 || abs(depth.x) > depth.y) discard;
-    gl_FragDepth = 0.5 * (gl_DepthRange.diff * depth.x / depth.y + gl_DepthRange.near + gl_DepthRange.far);
-    vec4 color = lit(place, normal);
+    if (rest < 0.0 || place.z > depthRange.x || place.z < depthRange.y) discard;
+#ifdef PERSPECTIVE
+    gl_FragDepth = depthMap.x + depthMap.y / place.z;
+#else
+    gl_FragDepth = depthMap.x + depthMap.y * place.z;
+#endif
+    vec4 color = lit(place, outward / ball.w);
     gl_FragColor = vec4(fogged(color.rgb, abs(place.z)), color.a);
 }

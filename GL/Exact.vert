@@ -15,7 +15,6 @@ uniform vec4 viewport;     // left, bottom, width, height in pixels
 uniform vec2 rayScale;     // from window coordinates to the plane at depth 1, or of a parallel view
 uniform vec2 rayOffset;
 uniform float scale;       // of the model-view matrix
-uniform bool perspective;
 varying vec4 ball;         // the sphere in eye coordinates
 
 // Middle and half width of the silhouette along one axis of the picture plane at depth 1.
@@ -33,15 +32,15 @@ void main()
     vec2 x = vec2(centre.x, radius);
     vec2 y = vec2(centre.y, radius);
     bool full = false;
-    if (perspective) {
-        float depth = -centre.z;
-        full = depth <= radius * 1.0001; // reaches the plane of the eye: may be anywhere
-        x = silhouette(centre.x, depth, radius);
-        y = silhouette(centre.y, depth, radius);
-    }
-    // Window coordinates, half a pixel wider for what the rasterizer rounds.
+#ifdef PERSPECTIVE
+    float depth = -centre.z;
+    full = depth <= radius * 1.0001; // reaches the plane of the eye: may be anywhere
+    x = silhouette(centre.x, depth, radius);
+    y = silhouette(centre.y, depth, radius);
+#endif
+    // Window coordinates, a little wider for what the rasterizer rounds.
     vec2 middle = full ? viewport.xy + 0.5 * viewport.zw : (vec2(x.x, y.x) - rayOffset) / rayScale;
-    vec2 reach = full ? viewport.zw : vec2(0.5) + vec2(x.y, y.y) / rayScale;
+    vec2 reach = full ? viewport.zw : vec2(0.125) + vec2(x.y, y.y) / rayScale;
     gl_PointSize = 2.0 * max(reach.x, reach.y);
     // A corner of a square, or 0 for a point.
     vec2 corner = middle + gl_MultiTexCoord0.xy * reach - viewport.xy;

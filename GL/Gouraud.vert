@@ -28,13 +28,11 @@ void addLight(int i, vec3 place, vec3 normal, float shininess,
               inout vec3 ambient, inout vec3 diffuse, inout vec3 specular)
 {
     vec4 source = gl_LightSource[i].position;
-    vec3 to;
-    vec3 between;
+    vec3 to = normalize(source.xyz);
+    vec3 between = gl_LightSource[i].halfVector.xyz;
     float share = 1.0;
-    if (source.w == 0.0) {
-        to = normalize(source.xyz);
-        between = gl_LightSource[i].halfVector.xyz;
-    } else {
+#ifndef PARALLEL
+    if (source.w != 0.0) {
         to = source.xyz / source.w - place;
         float far = length(to);
         share = 1.0 / (gl_LightSource[i].constantAttenuation + far * (gl_LightSource[i].linearAttenuation
@@ -47,21 +45,25 @@ void addLight(int i, vec3 place, vec3 normal, float shininess,
         share *= along < gl_LightSource[i].spotCosCutoff
                      ? 0.0 : pow(max(along, 1e-6), gl_LightSource[i].spotExponent);
     }
-    float facing = dot(normal, to);
+#endif
+    float facing = max(dot(normal, to), 0.0);
+    float shine = pow(max(dot(normal, between), 1e-6), shininess);
     ambient += share * gl_LightSource[i].ambient.rgb;
-    if (facing <= 0.0) return;
     diffuse += share * facing * gl_LightSource[i].diffuse.rgb;
-    specular += share * pow(max(dot(normal, between), 1e-6), shininess) * gl_LightSource[i].specular.rgb;
+    specular += (facing > 0.0 ? share * shine : 0.0) * gl_LightSource[i].specular.rgb;
 }
 
+#ifndef LIGHT_NUMBER
 uniform int lightNumberGouraud;
+#define LIGHT_NUMBER lightNumberGouraud
+#endif
 
 vec4 lit(vec3 place, vec3 normal)
 {
     vec3 around = gl_LightModel.ambient.rgb;
     vec3 direct = vec3(0.0);
     vec3 shine = vec3(0.0);
-    for (int i = 0; i < lightNumberGouraud; ++i)
+    for (int i = 0; i < LIGHT_NUMBER; ++i)
         addLight(i, place, normal, gl_FrontMaterial.shininess, around, direct, shine);
     return clamp(vec4(EMISSION.rgb + around * AMBIENT.rgb + direct * DIFFUSE.rgb + shine * SPECULAR.rgb,
                       DIFFUSE.a), 0.0, 1.0);

@@ -25,13 +25,11 @@ void addLight(int i, vec3 place, vec3 normal, float shininess,
               inout vec3 ambient, inout vec3 diffuse, inout vec3 specular)
 {
     vec4 source = gl_LightSource[i].position;
-    vec3 to;
-    vec3 between;
+    vec3 to = normalize(source.xyz);
+    vec3 between = gl_LightSource[i].halfVector.xyz;
     float share = 1.0;
-    if (source.w == 0.0) {
-        to = normalize(source.xyz);
-        between = gl_LightSource[i].halfVector.xyz;
-    } else {
+#ifndef PARALLEL
+    if (source.w != 0.0) {
         to = source.xyz / source.w - place;
         float far = length(to);
         share = 1.0 / (gl_LightSource[i].constantAttenuation + far * (gl_LightSource[i].linearAttenuation
@@ -44,26 +42,32 @@ void addLight(int i, vec3 place, vec3 normal, float shininess,
         share *= along < gl_LightSource[i].spotCosCutoff
                      ? 0.0 : pow(max(along, 1e-6), gl_LightSource[i].spotExponent);
     }
-    float facing = dot(normal, to);
+#endif
+    float facing = max(dot(normal, to), 0.0);
+    float shine = pow(max(dot(normal, between), 1e-6), shininess);
     ambient += share * gl_LightSource[i].ambient.rgb;
-    if (facing <= 0.0) return;
     diffuse += share * facing * gl_LightSource[i].diffuse.rgb;
-    specular += share * pow(max(dot(normal, between), 1e-6), shininess) * gl_LightSource[i].specular.rgb;
+    specular += (facing > 0.0 ? share * shine : 0.0) * gl_LightSource[i].specular.rgb;
 }
 
+#ifndef FOG
 uniform int fogMode; // 0 none, 1 exponential, 2 its square, 3 linear
+#define FOG fogMode
+#endif
 
 vec3 fogged(vec3 color, float depth)
 {
-    if (fogMode == 0) return color;
+    if (FOG == 0) return color;
     float reach = gl_Fog.density * depth;
-    float clear = fogMode == 1 ? exp(-reach)
-                : fogMode == 2 ? exp(-reach * reach) : (gl_Fog.end - depth) * gl_Fog.scale;
+    float clear = FOG == 1 ? exp(-reach)
+                : FOG == 2 ? exp(-reach * reach) : (gl_Fog.end - depth) * gl_Fog.scale;
     return mix(gl_Fog.color.rgb, color, clamp(clear, 0.0, 1.0));
 }
 
+#ifndef LIGHT_NUMBER
 uniform int lightNumberPhong;
 #define LIGHT_NUMBER lightNumberPhong
+#endif
 
 vec4 lit(vec3 place, vec3 normal)
 {

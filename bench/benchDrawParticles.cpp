@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
+#include <ctime>
 #include <functional>
 #include <memory>
 #include <random>
@@ -291,6 +292,13 @@ void DrawSpheresExact(benchmark::State& state, Case what) {
     state.counters["oursMs"] = Median(ours) * 1e3;
     state.counters["listsMs"] = lists * 1e3;
     state.counters["speedup"] = lists / Median(ours);
+    // Of all threads: says what it would take on a machine with nothing else to do.
+    const std::clock_t start = std::clock();
+    scene.TimeOurs();
+    state.counters["cpuMs"] = double(std::clock() - start) * 1e3 / CLOCKS_PER_SEC;
+    const std::clock_t middle = std::clock();
+    scene.Time([&] { scene.DrawLists(); });
+    state.counters["listsCpuMs"] = double(std::clock() - middle) * 1e3 / CLOCKS_PER_SEC;
 }
 
 #define DRAW_CASE(what, name, ...)                                                                           \

@@ -2,9 +2,12 @@
 """Write GL/*.vert and GL/*.frag, the shaders of lit spheres and objects.
 
 GLSL 1.20 on the state of the fixed pipeline: lights, materials and fog are read from where glLight,
-glMaterial and glFog put them. Parts that several files need stand here once. The program defines
-SPHERES where a mesh is repeated for many spheres, and MATERIALS where every sphere brings its own;
-without either a file works on plain vertices. Standard library only.
+glMaterial and glFog put them. Parts that several files need stand here once. Standard library only.
+
+Without any define a file works on plain vertices, and uniforms tell lights and fog. For many spheres the
+program compiles forms made for the scene at hand: SPHERES repeats a mesh, MATERIALS gives every ray-cast
+sphere its own colours, LIGHT_NUMBER and FOG are what the uniforms would tell, and PARALLEL says that all
+lights are far away and none is a spot.
 """
 import pathlib
 
@@ -22,13 +25,11 @@ void addLight(int i, vec3 place, vec3 normal, float shininess,
               inout vec3 ambient, inout vec3 diffuse, inout vec3 specular)
 {
     vec4 source = gl_LightSource[i].position;
-    vec3 to;
-    vec3 between;
+    vec3 to = normalize(source.xyz);
+    vec3 between = gl_LightSource[i].halfVector.xyz;
     float share = 1.0;
-    if (source.w == 0.0) {
-        to = normalize(source.xyz);
-        between = gl_LightSource[i].halfVector.xyz;
-    } else {
+#ifndef PARALLEL
+    if (source.w != 0.0) {
         to = source.xyz / source.w - place;
         float far = length(to);
         share = 1.0 / (gl_LightSource[i].constantAttenuation + far * (gl_LightSource[i].linearAttenuation
@@ -41,11 +42,12 @@ void addLight(int i, vec3 place, vec3 normal, float shininess,
         share *= along < gl_LightSource[i].spotCosCutoff
                      ? 0.0 : pow(max(along, 1e-6), gl_LightSource[i].spotExponent);
     }
-    float facing = dot(normal, to);
+#endif
+    float facing = max(dot(normal, to), 0.0);
+    float shine = pow(max(dot(normal, between), 1e-6), shininess);
     ambient += share * gl_LightSource[i].ambient.rgb;
-    if (facing <= 0.0) return;
     diffuse += share * facing * gl_LightSource[i].diffuse.rgb;
-    specular += share * pow(max(dot(normal, between), 1e-6), shininess) * gl_LightSource[i].specular.rgb;
+    specular += (facing > 0.0 ? share * shine : 0.0) * gl_LightSource[i].specular.rgb;
 }
 """
 
@@ -66,14 +68,17 @@ void addTone(int i, vec3 place, vec3 normal, float dark, inout vec3 ambient, ino
 """
 
 FOG = """
+#ifndef FOG
 uniform int fogMode; // 0 none, 1 exponential, 2 its square, 3 linear
+#define FOG fogMode
+#endif
 
 vec3 fogged(vec3 color, float depth)
 {
-    if (fogMode == 0) return color;
+    if (FOG == 0) return color;
     float reach = gl_Fog.density * depth;
-    float clear = fogMode == 1 ? exp(-reach)
-                : fogMode == 2 ? exp(-reach * reach) : (gl_Fog.end - depth) * gl_Fog.scale;
+    float clear = FOG == 1 ? exp(-reach)
+                : FOG == 2 ? exp(-reach * reach) : (gl_Fog.end - depth) * gl_Fog.scale;
     return mix(gl_Fog.color.rgb, color, clamp(clear, 0.0, 1.0));
 }
 """
@@ -102,14 +107,17 @@ attribute vec4 specular;
 """
 
 GOURAUD_VERT = MESH + LIGHTS + """
+#ifndef LIGHT_NUMBER
 uniform int lightNumberGouraud;
+#define LIGHT_NUMBER lightNumberGouraud
+#endif
 
 vec4 lit(vec3 place, vec3 normal)
 {
     vec3 around = gl_LightModel.ambient.rgb;
     vec3 direct = vec3(0.0);
     vec3 shine = vec3(0.0);
-    for (int i = 0; i < lightNumberGouraud; ++i)
+    for (int i = 0; i < LIGHT_NUMBER; ++i)
         addLight(i, place, normal, gl_FrontMaterial.shininess, around, direct, shine);
     return clamp(vec4(EMISSION.rgb + around * AMBIENT.rgb + direct * DIFFUSE.rgb + shine * SPECULAR.rgb,
                       DIFFUSE.a), 0.0, 1.0);
@@ -220,15 +228,19 @@ void main()
 """
 
 PHONG_FRAG = (PIXEL_MATERIAL + LIGHTS + FOG + """
+#ifndef LIGHT_NUMBER
 uniform int lightNumberPhong;
 #define LIGHT_NUMBER lightNumberPhong
+#endif
 """ + SMOOTH_SUM + PIXEL_MAIN)
 
 CARTOON_FRAG = (PIXEL_MATERIAL + LIGHTS + TONES + FOG + """
+#ifndef LIGHT_NUMBER
 uniform int lightNumberCartoon;
+#define LIGHT_NUMBER lightNumberCartoon
+#endif
 uniform int shadowVolumeModeCartoon; // 0: one light alone, to be added to the rest
 uniform float boldnessCartoon;       // 0 no outline, 1 nothing else
-#define LIGHT_NUMBER lightNumberCartoon
 #define SHADOW_MODE shadowVolumeModeCartoon
 #define BOLDNESS boldnessCartoon
 """ + TONE_SUM + PIXEL_MAIN)
@@ -247,7 +259,6 @@ uniform vec4 viewport;     // left, bottom, width, height in pixels
 uniform vec2 rayScale;     // from window coordinates to the plane at depth 1, or of a parallel view
 uniform vec2 rayOffset;
 uniform float scale;       // of the model-view matrix
-uniform bool perspective;
 varying vec4 ball;         // the sphere in eye coordinates
 
 // Middle and half width of the silhouette along one axis of the picture plane at depth 1.
@@ -265,15 +276,15 @@ void main()
     vec2 x = vec2(centre.x, radius);
     vec2 y = vec2(centre.y, radius);
     bool full = false;
-    if (perspective) {
-        float depth = -centre.z;
-        full = depth <= radius * 1.0001; // reaches the plane of the eye: may be anywhere
-        x = silhouette(centre.x, depth, radius);
-        y = silhouette(centre.y, depth, radius);
-    }
-    // Window coordinates, half a pixel wider for what the rasterizer rounds.
+#ifdef PERSPECTIVE
+    float depth = -centre.z;
+    full = depth <= radius * 1.0001; // reaches the plane of the eye: may be anywhere
+    x = silhouette(centre.x, depth, radius);
+    y = silhouette(centre.y, depth, radius);
+#endif
+    // Window coordinates, a little wider for what the rasterizer rounds.
     vec2 middle = full ? viewport.xy + 0.5 * viewport.zw : (vec2(x.x, y.x) - rayOffset) / rayScale;
-    vec2 reach = full ? viewport.zw : vec2(0.5) + vec2(x.y, y.y) / rayScale;
+    vec2 reach = full ? viewport.zw : vec2(0.125) + vec2(x.y, y.y) / rayScale;
     gl_PointSize = 2.0 * max(reach.x, reach.y);
     // A corner of a square, or 0 for a point.
     vec2 corner = middle + gl_MultiTexCoord0.xy * reach - viewport.xy;
@@ -283,6 +294,43 @@ void main()
     materialDiffuse = diffuse;
     materialSpecular = specular;
 #endif
+}
+"""
+
+# Far lights bring the same ambient light to every place, and their directions come as uniforms of length 1.
+FAR_SUM = """
+// All particles have a shininess of 20.
+float gloss(float x)
+{
+    float x2 = x * x;
+    float x4 = x2 * x2;
+    float x8 = x4 * x4;
+    return x8 * x8 * x4;
+}
+
+uniform vec3 lightTo[8];
+uniform vec3 lightBetween[8];
+
+vec4 lit(vec3 place, vec3 normal)
+{
+#ifdef MATERIALS
+    vec3 color = gl_LightModel.ambient.rgb * AMBIENT.rgb;
+#else
+    vec3 color = gl_LightModel.ambient.rgb * gl_FrontMaterial.ambient.rgb;
+#endif
+    for (int i = 0; i < LIGHT_NUMBER; ++i) {
+        float facing = dot(normal, lightTo[i]);
+        float shine = facing > 0.0 ? gloss(max(dot(normal, lightBetween[i]), 0.0)) : 0.0;
+#ifdef MATERIALS
+        color += gl_LightSource[i].ambient.rgb * AMBIENT.rgb
+               + max(facing, 0.0) * gl_LightSource[i].diffuse.rgb * DIFFUSE.rgb
+               + shine * gl_LightSource[i].specular.rgb * SPECULAR.rgb;
+#else
+        color += gl_FrontLightProduct[i].ambient.rgb + max(facing, 0.0) * gl_FrontLightProduct[i].diffuse.rgb
+               + shine * gl_FrontLightProduct[i].specular.rgb;
+#endif
+    }
+    return clamp(vec4(color, DIFFUSE.a), 0.0, 1.0);
 }
 """
 
@@ -300,37 +348,51 @@ varying vec4 materialSpecular;
 #define SPECULAR gl_FrontMaterial.specular
 #endif
 #define EMISSION vec4(0.0)
-uniform int lightNumber;
 uniform int shadowVolumeMode;
 uniform float boldness;
 uniform vec2 rayScale;
 uniform vec2 rayOffset;
-uniform bool perspective;
+uniform vec2 depthRange; // eye coordinates: nearest and farthest z
+uniform vec2 depthMap;   // depth = x + y / z, in a parallel view x + y * z
 varying vec4 ball;
-#define LIGHT_NUMBER lightNumber
 #define SHADOW_MODE shadowVolumeMode
 #define BOLDNESS boldness
-""" + LIGHTS + FOG + "\n#ifdef CARTOON" + TONES + TONE_SUM + "#else" + SMOOTH_SUM + "#endif\n" + """
+""" + FOG + """
+#if defined(PARALLEL) && !defined(CARTOON)
+""" + FAR_SUM + """
+#else
+""" + LIGHTS + """
+#ifdef CARTOON
+""" + TONES + TONE_SUM + """
+#else
+""" + SMOOTH_SUM + """
+#endif
+#endif
+
 void main()
 {
     vec2 plane = gl_FragCoord.xy * rayScale + rayOffset;
-    vec3 start = perspective ? vec3(0.0) : vec3(plane, 0.0);
-    vec3 ray = perspective ? vec3(plane, -1.0) : vec3(0.0, 0.0, -1.0);
     // From the foot of the perpendicular on the ray back to the surface: exact for far, small spheres too.
-    vec3 to = ball.xyz - start;
-    float square = dot(ray, ray);
-    vec3 foot = ray * (dot(to, ray) / square) - to;
+#ifdef PERSPECTIVE
+    vec3 ray = vec3(plane, -1.0);
+    float share = 1.0 / dot(ray, ray);
+    vec3 foot = ray * (dot(ball.xyz, ray) * share) - ball.xyz;
+#else
+    const vec3 ray = vec3(0.0, 0.0, -1.0);
+    const float share = 1.0;
+    vec3 foot = vec3(plane - ball.xy, 0.0);
+#endif
     float rest = ball.w * ball.w - dot(foot, foot);
-    if (rest < 0.0) discard;
-    vec3 outward = foot - ray * sqrt(rest / square);
+    vec3 outward = foot - ray * sqrt(max(rest, 0.0) * share);
     vec3 place = ball.xyz + outward;
-    vec3 normal = normalize(outward);
-    vec2 depth = vec2(gl_ProjectionMatrix[2][2], gl_ProjectionMatrix[2][3]) * place.z
-               + vec2(gl_ProjectionMatrix[3][2], gl_ProjectionMatrix[3][3]);
     // Cut by the near or the far plane; what lies behind it is the inside, which isn't drawn.
-    if (depth.y <= 0.0 || abs(depth.x) > depth.y) discard;
-    gl_FragDepth = 0.5 * (gl_DepthRange.diff * depth.x / depth.y + gl_DepthRange.near + gl_DepthRange.far);
-    vec4 color = lit(place, normal);
+    if (rest < 0.0 || place.z > depthRange.x || place.z < depthRange.y) discard;
+#ifdef PERSPECTIVE
+    gl_FragDepth = depthMap.x + depthMap.y / place.z;
+#else
+    gl_FragDepth = depthMap.x + depthMap.y * place.z;
+#endif
+    vec4 color = lit(place, outward / ball.w);
     gl_FragColor = vec4(fogged(color.rgb, abs(place.z)), color.a);
 }
 """

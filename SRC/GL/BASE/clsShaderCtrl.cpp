@@ -1,5 +1,7 @@
 #include "GL/BASE/clsShaderCtrl.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 #include <epoxy/gl.h>
@@ -38,6 +40,53 @@ int CountLights() {
     for (int i = most; i > 0; --i)
         if (glIsEnabled(GL_LIGHT0 + static_cast<GLenum>(i - 1))) return i;
     return 0;
+}
+
+/// All of the first `number` lights are far away, and none is a spot.
+bool AreLightsParallel(int number) {
+    for (int i = 0; i < number; ++i) {
+        const GLenum light = GL_LIGHT0 + static_cast<GLenum>(i);
+        float place[4];
+        float cutoff = 180.0f;
+        glGetLightfv(light, GL_POSITION, place);
+        glGetLightfv(light, GL_SPOT_CUTOFF, &cutoff);
+        if (place[3] != 0.0f || cutoff <= 90.0f) return false;
+    }
+    return true;
+}
+
+/// What a shader may know beforehand of the scene.
+std::string GetSceneDefines(int lightNumber) {
+    std::string defines = "#define LIGHT_NUMBER " + std::to_string(lightNumber) + "\n#define FOG " +
+                          std::to_string(GetFogMode()) + "\n";
+    if (AreLightsParallel(lightNumber)) defines += "#define PARALLEL\n";
+    return defines;
+}
+
+/// Directions to far lights, and those half way to a viewer in front, of length 1.
+void SetLightDirections(const ShaderProgram_cls& program, int number) {
+    const int place = program.GetUniform("lightTo");
+    if (place < 0) return;
+    std::array<float, 24> to = {};
+    std::array<float, 24> between = {};
+    const auto normalize = [](float* v) {
+        const float length = std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]);
+        for (int k = 0; k < 3 && length > 0.0f; ++k)
+            v[k] /= length;
+    };
+    for (int i = 0; i < std::min(number, 8); ++i) {
+        float position[4];
+        glGetLightfv(GL_LIGHT0 + static_cast<GLenum>(i), GL_POSITION, position);
+        float* pTo = &to[static_cast<size_t>(i) * 3];
+        float* pBetween = &between[static_cast<size_t>(i) * 3];
+        std::copy_n(position, 3, pTo);
+        normalize(pTo);
+        std::copy_n(pTo, 3, pBetween);
+        pBetween[2] += 1.0f;
+        normalize(pBetween);
+    }
+    glUniform3fv(place, 8, to.data());
+    glUniform3fv(program.GetUniform("lightBetween"), 8, between.data());
 }
 
 void SetInt(const ShaderProgram_cls& program, const char* name, int value) {
@@ -135,9 +184,8 @@ bool ShaderCtrl_cls::IsSingleShadowLight(int lightNumber) const {
     return lightNumber == 1 && ambient[0] == 0.0f;
 }
 
-void ShaderCtrl_cls::Use(const ShaderProgram_cls& program, unsigned type, int lightNumber,
-                         const char* suffix) const {
-    glUseProgram(program.mProgram);
+void ShaderCtrl_cls::SetSceneUniforms(const ShaderProgram_cls& program, unsigned type, int lightNumber,
+                                      const char* suffix) const {
     SetInt(program, (std::string("lightNumber") + suffix).c_str(), lightNumber);
     SetInt(program, "fogMode", GetFogMode());
     if (type != TYPE_CARTOON) return;
@@ -153,7 +201,8 @@ void ShaderCtrl_cls::BeginShader(unsigned type, int lightNumber) {
     const ShaderProgram_cls& program = *mPrograms[type - 1];
     if (!program.IsMade()) return;
     if (glIsEnabled(GL_LIGHT_MODEL_TWO_SIDE)) glEnable(GL_VERTEX_PROGRAM_TWO_SIDE);
-    Use(program, type, lightNumber, kNames[type - 1]);
+    glUseProgram(program.mProgram);
+    SetSceneUniforms(program, type, lightNumber, kNames[type - 1]);
 }
 
 void ShaderCtrl_cls::EndShader(int /*type*/) {
@@ -162,15 +211,15 @@ void ShaderCtrl_cls::EndShader(int /*type*/) {
     glUseProgram(0);
 }
 
-const ShaderProgram_cls* ShaderCtrl_cls::GetSpheres(size_t index) {
-    Program& program = mSpheres[index];
+const ShaderProgram_cls* ShaderCtrl_cls::GetForm(Forms& forms, const Source_st& source,
+                                                 const std::string& defines, bool bMesh) {
+    if (source.mVertex.empty() || source.mFragment.empty()) return nullptr;
+    Program& program = forms[defines];
     if (!program) {
         program = std::make_unique<ShaderProgram_cls>();
-        const Source_st& source = mSources[index];
-        const bool bSource = !source.mVertex.empty() && !source.mFragment.empty();
-        if (bSource && !program->Make(source.mVertex, source.mFragment, "#define SPHERES\n", kMeshAttributes))
-            std::printf("Spheres with %s are drawn in single calls: %s\n", kNames[index],
-                        program->GetLog().c_str());
+        if (!program->Make(source.mVertex, source.mFragment, defines,
+                           bMesh ? kMeshAttributes : kExactAttributes))
+            std::printf("A shader of spheres was refused:\n%s\n", program->GetLog().c_str());
     }
     return program->HasAttribute("sphere") ? program.get() : nullptr;
 }
@@ -180,40 +229,46 @@ bool ShaderCtrl_cls::BeginSpheres(unsigned type, int lightNumber) {
     // The fixed pipeline lights vertices, as Gouraud's does. A shader that isn't there is drawn as that.
     const bool bFixed = type < TYPE_GOURAUD || type > TYPE_CARTOON || !mPrograms[type - 1]->IsMade();
     const size_t index = bFixed ? 0 : type - 1;
-    const ShaderProgram_cls* pProgram = GetSpheres(index);
+    const int lights = bFixed ? CountLights() : lightNumber;
+    const ShaderProgram_cls* pProgram =
+        GetForm(mSpheres[index], mSources[index], "#define SPHERES\n" + GetSceneDefines(lights), true);
     if (!pProgram) return false;
-    Use(*pProgram, type, bFixed ? CountLights() : lightNumber, kNames[index]);
+    glUseProgram(pProgram->mProgram);
+    SetSceneUniforms(*pProgram, type, lights, kNames[index]);
     return true;
 }
 
-const ShaderProgram_cls* ShaderCtrl_cls::GetExact(bool bCartoon, bool bMaterials) {
-    if (!mbEnabled) return nullptr;
+const ShaderCtrl_cls::Source_st& ShaderCtrl_cls::GetExactSource() {
     if (!mbExactRead) {
         mbExactRead = true;
         mExactSource = {readShaderSource(FindRuntimeFile("GL/Exact.vert")),
                         readShaderSource(FindRuntimeFile("GL/Exact.frag"))};
     }
-    if (mExactSource.mVertex.empty() || mExactSource.mFragment.empty()) return nullptr;
-    Program& program = mExact[(bCartoon ? 2u : 0u) + (bMaterials ? 1u : 0u)];
-    if (!program) {
-        program = std::make_unique<ShaderProgram_cls>();
-        const std::string defines =
-            std::string(bCartoon ? "#define CARTOON\n" : "") + (bMaterials ? "#define MATERIALS\n" : "");
-        if (!program->Make(mExactSource.mVertex, mExactSource.mFragment, defines, kExactAttributes))
-            std::printf("GL/Exact.vert and GL/Exact.frag were refused: %s\n", program->GetLog().c_str());
-    }
-    return program->IsMade() ? program.get() : nullptr;
+    return mExactSource;
+}
+
+bool ShaderCtrl_cls::HasExact() {
+    return mbEnabled && GetForm(mExact, GetExactSource(), GetSceneDefines(CountLights()), false);
 }
 
 bool ShaderCtrl_cls::BeginExact(unsigned type, int lightNumber, bool bMaterials, const Rays_st& rays) {
-    const ShaderProgram_cls* pProgram = GetExact(type == TYPE_CARTOON, bMaterials);
-    if (!pProgram) return false;
+    if (!mbEnabled) return false;
     const bool bFixed = type < TYPE_GOURAUD || type > TYPE_CARTOON;
-    Use(*pProgram, type, bFixed ? CountLights() : lightNumber, "");
+    const int lights = bFixed ? CountLights() : lightNumber;
+    std::string defines = GetSceneDefines(lights);
+    if (type == TYPE_CARTOON) defines += "#define CARTOON\n";
+    if (bMaterials) defines += "#define MATERIALS\n";
+    if (rays.bPerspective) defines += "#define PERSPECTIVE\n";
+    const ShaderProgram_cls* pProgram = GetForm(mExact, GetExactSource(), defines, false);
+    if (!pProgram) return false;
+    glUseProgram(pProgram->mProgram);
+    SetSceneUniforms(*pProgram, type, lights, "");
     glUniform4fv(pProgram->GetUniform("viewport"), 1, rays.viewport);
     glUniform2fv(pProgram->GetUniform("rayScale"), 1, rays.scale);
     glUniform2fv(pProgram->GetUniform("rayOffset"), 1, rays.offset);
+    glUniform2fv(pProgram->GetUniform("depthRange"), 1, rays.depthRange);
+    glUniform2fv(pProgram->GetUniform("depthMap"), 1, rays.depthMap);
     SetFloat(*pProgram, "scale", rays.modelScale);
-    SetInt(*pProgram, "perspective", rays.bPerspective ? 1 : 0);
+    SetLightDirections(*pProgram, lights);
     return true;
 }

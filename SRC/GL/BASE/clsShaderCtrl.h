@@ -2,11 +2,13 @@
 // GL/*.frag) that work on the lights, materials and fog of the fixed pipeline.
 //
 // Each shader comes in several forms: for plain vertices; for a sphere's mesh that is repeated at many
-// places; and, made by other files, for spheres that are met by the rays of the pixels. A form that this
-// OpenGL refuses is missing and its Begin says so; the caller falls back.
+// places; and, made by other files, for spheres that are met by the rays of the pixels. The latter two are
+// compiled anew for each kind of scene, as lights and fog that a shader knows beforehand cost a fraction.
+// A form that this OpenGL refuses is missing and its Begin says so; the caller falls back.
 #pragma once
 
 #include <array>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -36,7 +38,9 @@ public:
         float viewport[4] = {0, 0, 1, 1};
         float scale[2] = {1, 1}; ///< window coordinates to the plane at depth 1, or of a parallel view
         float offset[2] = {0, 0};
-        float modelScale = 1.0f; ///< of the model-view matrix
+        float depthRange[2] = {-0.001f, -1e30f}; ///< nearest and farthest z, eye coordinates
+        float depthMap[2] = {0, 0};              ///< depth is a + b / z, in a parallel view a + b * z
+        float modelScale = 1.0f;                 ///< of the model-view matrix
         bool bPerspective = true;
     };
 
@@ -57,7 +61,8 @@ public:
     bool BeginSpheres(unsigned type, int lightNumber);
     /// Ray-cast spheres; with `bMaterials` each has its own, else that of glMaterial. False: not here.
     bool BeginExact(unsigned type, int lightNumber, bool bMaterials, const Rays_st& rays);
-    bool HasExact() { return GetExact(false, false) != nullptr; }
+    /// Ray-cast spheres at all?
+    bool HasExact();
 
     bool mbEnabled = false;
     ConfItemList_cls mCConfItemList;
@@ -72,15 +77,18 @@ private:
 
     void MakeShader(wxWindow* pParent, size_t index, const char* vertexFile, const char* fragmentFile);
     void ShowLog(wxWindow* pParent, const wxString& file, const std::string& log) const;
-    void Use(const ShaderProgram_cls& program, unsigned type, int lightNumber, const char* suffix) const;
+    using Forms = std::map<std::string, Program>; ///< by their defines
+    void SetSceneUniforms(const ShaderProgram_cls& program, unsigned type, int lightNumber,
+                          const char* suffix) const;
     bool IsSingleShadowLight(int lightNumber) const;
-    const ShaderProgram_cls* GetSpheres(size_t index);
-    const ShaderProgram_cls* GetExact(bool bCartoon, bool bMaterials);
+    const ShaderProgram_cls* GetForm(Forms& forms, const Source_st& source, const std::string& defines,
+                                     bool bMesh);
+    const Source_st& GetExactSource();
 
     std::array<Program, kProgramNumber> mPrograms;
     std::array<Source_st, kProgramNumber> mSources;
-    std::array<Program, kProgramNumber> mSpheres; ///< made when first asked for
-    std::array<Program, 4> mExact;                ///< lit, with materials, cartoon, with materials
+    std::array<Forms, kProgramNumber> mSpheres;
+    Forms mExact;
     bool mbExactRead = false;
     Source_st mExactSource;
 };

@@ -71,14 +71,15 @@ public:
     /// Returns the cost.
     float AddSphere(const float* pPos, float radius, const SphereMaterial_st& material,
                     const ClassLook_st& look) {
-        const SphereStyle_st style = {look.shaderType, look.quality, mLightNumber, !mLooks.bOneMaterial};
-        if (!mSpheres || mbAdditive != look.bAdditive || !(style == mStyle)) {
+        const SphereStyle_st style = {look.shaderType, look.quality, mLightNumber, !mLooks.bOneMaterial,
+                                      look.bAdditive};
+        if (!mSpheres || !(style == mStyle)) {
             Close();
             SetGLMaterial(material);
             glEnable(GL_LIGHTING);
             glEnable(GL_NORMALIZE);
             glDepthMask(GL_TRUE);
-            SetBlend(mbAdditive = look.bAdditive);
+            SetBlend(look.bAdditive);
             mSpheres.emplace(mStorage, mStyle = style, mView);
         }
         mSpheres->Add(pPos, radius, material);

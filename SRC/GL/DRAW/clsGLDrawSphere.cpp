@@ -55,7 +55,7 @@ void GLDrawData_cls::GLDrawSphereAll(int face, SnapData_cls* pSnap, GLAttribute_
 
     const ViewScale_cls view;
     const SphereStyle_st style = {pAttribute->mShaderType.mValue, pAttribute->mDrawQuality.mValue,
-                                  mLightNumber, !look.IsConstant()};
+                                  mLightNumber, !look.IsConstant(), pAttribute->mBlendType.mValue == 1};
     CheckExact(style.mQuality >= GLSphereBatch_cls::kExact, view);
     DrawProgress_cls progress(number);
     GLSphereBatch_cls batch(mVBatch, style, view);

@@ -60,6 +60,7 @@ GLSphereBatch_cls::GLSphereBatch_cls(std::vector<float>& storage, const SphereSt
 
 GLSphereBatch_cls::~GLSphereBatch_cls() {
     Flush();
+    glEnable(GL_BLEND);
     if (mForm == Form::Exact) {
         EndExact();
         return;
@@ -164,8 +165,11 @@ void GLSphereBatch_cls::AddExact(const float* pPos, float radius, const SphereMa
     if (mCount >= kExactCapacity) Flush();
 }
 
+// Opaque spheres hide what they cover, blended or not; unblended is cheaper.
 void GLSphereBatch_cls::Flush() {
     if (mCount == 0) return;
+    (mStyle.mbAdditive || mMinAlpha < 1.0f ? glEnable : glDisable)(GL_BLEND);
+    mMinAlpha = 1.0f;
     switch (mForm) {
     case Form::Exact:
         glDrawArrays(mbSquares ? GL_QUADS : GL_POINTS, 0, mCount);

@@ -14,10 +14,11 @@ struct SphereStyle_st {
     unsigned mQuality = 0;    ///< 0 to 2: meshes of level quality + 1; 3: exact
     int mLightNumber = 0;
     bool mbMaterials = false; ///< each sphere has its own material, else that of glMaterial
+    bool mbAdditive = false;  ///< as the blend function is set
 
     bool operator==(const SphereStyle_st& o) const {
         return mShaderType == o.mShaderType && mQuality == o.mQuality && mLightNumber == o.mLightNumber &&
-               mbMaterials == o.mbMaterials;
+               mbMaterials == o.mbMaterials && mbAdditive == o.mbAdditive;
     }
 };
 
@@ -28,8 +29,8 @@ public:
     static constexpr int kExactCapacity = 8192;
     static constexpr int kStride = 18; ///< floats a sphere or corner: place, radius, corner, material
 
-    /// Lighting, blending and depth state are the caller's; `storage` too, for the next use. An exact style
-    /// that this OpenGL or this view doesn't allow becomes the finest mesh.
+    /// Lighting, blend function and depth state are the caller's; `storage` too, for the next use. An exact
+    /// style that this OpenGL or this view doesn't allow becomes the finest mesh.
     GLSphereBatch_cls(std::vector<float>& storage, const SphereStyle_st& style, const ViewScale_cls& view);
     ~GLSphereBatch_cls();
     GLSphereBatch_cls(const GLSphereBatch_cls&) = delete;
@@ -39,6 +40,7 @@ public:
     void Add(const float* pPos, float radius, const SphereMaterial_st& material) {
         radius = radius < 0.0f ? -radius : radius;
         if (!IsDrawable(pPos, radius)) return;
+        mMinAlpha = material.mDiffuse[3] < mMinAlpha ? material.mDiffuse[3] : mMinAlpha;
         if (mForm == Form::Exact)
             AddExact(pPos, radius, material);
         else
@@ -71,6 +73,7 @@ private:
     int mLevel;
     bool mbSquares = false; ///< what is gathered are squares, else points
     float mMaxPoint = 1.0f; ///< pixels
+    float mMinAlpha = 1.0f; ///< of what is gathered
     SphereStyle_st mStyle;
     const ViewScale_cls& mView;
     Form mForm = Form::Fixed;

@@ -40,6 +40,23 @@ ViewScale_cls::ViewScale_cls() {
         mRays.scale[axis] = 2.0f / (mRays.viewport[2 + axis] * zoom);
         mRays.offset[axis] = (shift - 1.0f) / zoom - mRays.viewport[axis] * mRays.scale[axis];
     }
+    // ndc z = -p10 - p14 / z, in a parallel view p10 * z + p14.
+    float window[2];
+    glGetFloatv(GL_DEPTH_RANGE, window);
+    const float half = 0.5f * (window[1] - window[0]);
+    const float middle = 0.5f * (window[0] + window[1]);
+    if (bPerspective) {
+        mRays.depthMap[0] = middle - half * p[10];
+        mRays.depthMap[1] = -half * p[14];
+        // ndc z = -1 at the near plane, 1 at the far one.
+        mRays.depthRange[0] = p[14] / (1.0f - p[10]);
+        mRays.depthRange[1] = p[10] < -1.0f ? p[14] / (-1.0f - p[10]) : -1e30f;
+    } else if (p[10] != 0.0f) {
+        mRays.depthMap[0] = middle + half * p[14];
+        mRays.depthMap[1] = half * p[10];
+        mRays.depthRange[0] = (-1.0f - p[14]) / p[10];
+        mRays.depthRange[1] = (1.0f - p[14]) / p[10];
+    }
     mPixels = mRays.modelScale * std::max(1.0f / mRays.scale[0], 1.0f / mRays.scale[1]);
     mScreen = mRays.viewport[2] * mRays.viewport[3];
 }
@@ -65,7 +82,7 @@ ViewScale_cls::Silhouette_st ViewScale_cls::GetSilhouette(const float* pPos, flo
         const float across = mRays.bPerspective ? eye[axis] * depth / rest : eye[axis];
         const float half = mRays.bPerspective ? r * std::sqrt(eye[axis] * eye[axis] + rest) / rest : r;
         const float pixel = (across - mRays.offset[axis]) / mRays.scale[axis] - mRays.viewport[axis];
-        const float reach = half / mRays.scale[axis] + 0.5f;
+        const float reach = half / mRays.scale[axis] + 0.125f;
         middle[axis] = 2.0f * pixel / mRays.viewport[2 + axis] - 1.0f;
         bOutside |= pixel + reach < 0.0f || pixel - reach > mRays.viewport[2 + axis];
         size = std::max(size, 2.0f * reach);

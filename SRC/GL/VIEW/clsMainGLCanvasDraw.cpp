@@ -1,7 +1,6 @@
 // The scene of a view into its off-screen buffer, and from there to the window.
 #include "GL/VIEW/clsMainGLCanvas.h"
 
-#include "APP/clsFrameMain.h"
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/BASE/clsGrid.h"
