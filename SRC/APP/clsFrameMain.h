@@ -118,6 +118,7 @@ private:
     void OnMenuRefreshSB(wxCommandEvent& event);
     void OnMenuRefreshAttrib(wxCommandEvent& event);
     void OnMenuRefreshDrawOptions(wxCommandEvent& event);
+    void OnMenuRefreshExposure(wxCommandEvent& event);
     void OnMenuResizedTL(wxCommandEvent& event);
     void OnMenuShortcut(wxCommandEvent& event);
     void OnMenuSyncGLCtrl(wxCommandEvent& event);

@@ -9,8 +9,11 @@ class AnchorPath_cls;
 class CameraPath_cls;
 class DataLoader_cls;
 class DrawOption_cls;
+class Exposure_cls;
 class FrameMain_cls;
+class Information_cls;
 class LightSRCCtrl_cls;
+class Overlay_cls;
 class PDataSeqCtrl_cls;
 class PDataSequence_cls;
 class ParamGroup_cls;
@@ -83,6 +86,9 @@ public:
     void Special();
 
     DrawOption_cls* mpCDrawOption = nullptr;
+    Exposure_cls* mpCExposure = nullptr;
+    Information_cls* mpCInformation = nullptr;
+    Overlay_cls* mpCOverlay = nullptr;
     PDataSeqCtrl_cls* mpCPDataSeqCtrl = nullptr;
     PeriodicBoundary_cls* mpCPeriodicBoundary = nullptr;
     DataLoader_cls* mpCDataLoader = nullptr;

@@ -25,7 +25,7 @@ void MainGLCanvas_cls::DrawDataMain() {
     glEnable(GL_DEPTH_TEST);
     const GLMatrixScope_cls matrix;
     // A scene box moves the data, and the camera's copy into its coordinates.
-    mpCFrame->GetPCActiveFileSequence()->SetCameraInfo(mCCamPos);
+    mpCFrame->GetPCActiveFileSequence()->SetCameraInfo(mCFaceCam);
     // Mesh objects are drawn first.
     if (mShowData.mValue && mMoment.bData) DrawDataCopyLoop(false);
     // Shadow volumes follow: once into the stencil, once over what they hide.
@@ -39,18 +39,17 @@ void MainGLCanvas_cls::DrawDataLitDiffuse(int lightIndex) {
     glEnable(GL_LIGHTING);
     glEnable(GL_DEPTH_TEST);
     const GLMatrixScope_cls matrix;
-    mpCFrame->GetPCActiveFileSequence()->SetCameraInfo(mCCamPos);
+    mpCFrame->GetPCActiveFileSequence()->SetCameraInfo(mCFaceCam);
     if (mShowData.mValue && mMoment.bData) DrawDataCopyLoop(false);
 }
 
 // A Copy filter repeats this; sticks follow.
 void MainGLCanvas_cls::DrawDataCopyLoop(bool bShadowPass) {
-    const int face = 0;
     const LightSRCCtrl_cls& lights = *mpCFrame->GetPCLightSRCCtrl();
     float light[4];
     float angles[2];
     lights.GetLightInfo(mMoment.doubleIndex, light, angles, lights.GetFirstShadowedLight(), true, nullptr);
-    mpCFrame->GetPCActiveFileSequence()->GLDrawData(face, mMoment.dataFrame, mMoment.dt,
+    mpCFrame->GetPCActiveFileSequence()->GLDrawData(mMoment.face, mMoment.dataFrame, mMoment.dt,
                                                     lights.GetLightNumber(), light, 0.0, 0.0, bShadowPass,
                                                     mPanelIndex);
 }

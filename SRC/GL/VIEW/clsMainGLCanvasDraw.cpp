@@ -1,4 +1,4 @@
-// The scene of a view into its off-screen buffer, and from there to the window.
+// The scene of a view, once for each face.
 #include "GL/VIEW/clsMainGLCanvas.h"
 
 #include "GL/BASE/clsFBO.h"
@@ -7,48 +7,18 @@
 #include "SCENE/clsAnchorPath.h"
 #include "SCENE/clsCameraPath.h"
 
-namespace {
-
-// Cells of the ground grid: the power of ten that isn't below a tenth of the distance.
-double GetGridUnit(double distance) {
-    double unit = 0.0001;
-    while (distance > unit * 10.0 && unit < 1e30)
-        unit *= 10.0;
-    return unit;
-}
-
-} // namespace
-
-// Fisheye and panorama draw four faces here, one each otherwise.
-void MainGLCanvas_cls::DrawOnFBO() {
-    const double gridUnit = GetGridUnit(mMoment.distanceToAnchor);
-    // The stereogram shifts a copy of the camera for the eye, and a dome tilts it.
-    BeginFace();
-    {
-        const GLAttribScope_cls attributes;
-        SetGLBGColor(0); // or the fog's
-        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
-        SetLights();
-        SetLineWidth();
-        DrawDataMain();
-        CheckGLErrors("data");
-        DrawOtherObjects(gridUnit);
-        CheckGLErrors("other objects");
-        // Tags of the grids come last.
-    }
-    mspCFace->End();
-    // Each further light with shadows adds a picture of its own here.
-}
-
-void MainGLCanvas_cls::BeginFace() {
-    const int size = mMoment.fboSize;
-    if (!mspCFace || mspCFace->GetWidth() != size) mspCFace = std::make_unique<FBO_cls>(size, size);
-    mspCFace->MakeFBO(false);
-    mspCFace->Begin(false); // cleared with its background in a moment
-    mCGLPerspective.SetWindowSize(size, size);
-    mCGLPerspective.SetViewportOnGL();
-    mCGLPerspective.SetPerspectiveOnGL(mCCamPos);
-    mCGLPerspective.SetModelOrProjectionViewOnGL(mCCamPos, GL_MODELVIEW);
+// Into the face that is begun.
+void MainGLCanvas_cls::DrawFace(double gridUnit) {
+    const GLAttribScope_cls attributes;
+    SetGLBGColor(0); // or the fog's
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
+    SetLights();
+    SetLineWidth();
+    DrawDataMain();
+    CheckGLErrors("data");
+    DrawOtherObjects(gridUnit);
+    CheckGLErrors("other objects");
+    // Tags of the grids come last.
 }
 
 void MainGLCanvas_cls::SetLineWidth() {
@@ -95,13 +65,4 @@ void MainGLCanvas_cls::DrawAnchor() {
     glEnableClientState(GL_VERTEX_ARRAY);
     glVertexPointer(3, GL_FLOAT, 0, kCross);
     glDrawArrays(GL_LINES, 0, 6);
-}
-
-void MainGLCanvas_cls::GatherFBOImages(int w, int h, bool) {
-    SetGLBGColor(1);
-    // Fisheye and panorama put their faces together here.
-    // Exposure and the masks of a stereogram stand around the two calls.
-    FBO_cls::DrawOnScreenSet(mCGLPerspective, w, h, false);
-    FBO_cls::DrawOnScreenDraw(mspCFace.get(), 0);
-    CheckGLErrors("composition");
 }
