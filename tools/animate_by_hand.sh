@@ -6,7 +6,12 @@
 set -uo pipefail
 cd -P "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
 
-. tools/by_hand.sh
+PROGRAM=build/release/morentis
+STAGE=/tmp/morentis
+WIDTH=1320
+HEIGHT=900
+
+source tools/display_common.sh
 
 # shoot WINDOW NAME
 shoot() {
@@ -39,6 +44,9 @@ look_through_camera_path() {
   settle "$MAIN"
 }
 
+cp -r examples "$STAGE/examples" || exit 1
+start_display
+start_program
 open_project galaxy_small_bin
 drag 600 665 600 400 # the border above the time lines
 click 87 418         # open all groups

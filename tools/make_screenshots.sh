@@ -5,9 +5,14 @@
 set -uo pipefail
 cd -P "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
 
+PROGRAM=build/release/morentis
 IMAGES=docs/images
-mkdir -p $IMAGES
-. tools/by_hand.sh
+# The pictures show paths, so the examples lie in the same place for everybody.
+STAGE=/tmp/morentis
+WIDTH=1320
+HEIGHT=900
+
+source tools/display_common.sh
 
 wanted=("$@")
 is_wanted() {

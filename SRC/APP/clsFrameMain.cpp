@@ -140,6 +140,8 @@ CameraPath_cls* FrameMain_cls::GetPCCameraPath() const { return mpCMain->mpCCame
 
 AnchorPath_cls* FrameMain_cls::GetPCAnchorPath() const { return mpCMain->mpCAnchorPath; }
 
+LightSRCCtrl_cls* FrameMain_cls::GetPCLightSRCCtrl() const { return mpCMain->mpCLightSRCCtrl; }
+
 PDataSeqCtrl_cls* FrameMain_cls::GetPCDataSeqCtrl() const { return mpCMain->mpCPDataSeqCtrl; }
 
 void FrameMain_cls::UpdateStatusText() {

@@ -34,6 +34,7 @@
 #include "PDATA/clsSnapData.h"
 #include "SCENE/clsAnchorPath.h"
 #include "SCENE/clsCameraPath.h"
+#include "SCENE/clsLightSRCCtrl.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/clsFontProvider.h"
 #include "WIDGET/clsMyArtProvider.h"
@@ -81,6 +82,7 @@ Main_cls::Main_cls() {
     PDataBlock_cls::mspCDataLoaderLink = mpCDataLoader;
     mpCCameraPath = new CameraPath_cls;
     mpCAnchorPath = new AnchorPath_cls;
+    mpCLightSRCCtrl = new LightSRCCtrl_cls;
     mpCTimeCtrl = new TimeCtrl_cls(this);
     LinkParamHooks();
     mpCInformation->Connect([this]() -> const PDataBlock_cls* {
@@ -115,6 +117,7 @@ Main_cls::~Main_cls() {
     delete mpCParamGroupCameraPath;
     delete mpCCameraPath;
     delete mpCAnchorPath;
+    delete mpCLightSRCCtrl;
     delete mpCTimeCtrl;
     delete mpCScene;
     delete mpCRecentFiles;

@@ -12,6 +12,7 @@ class DrawOption_cls;
 class Exposure_cls;
 class FrameMain_cls;
 class Information_cls;
+class LightSRCCtrl_cls;
 class Overlay_cls;
 class PDataSeqCtrl_cls;
 class PDataSequence_cls;
@@ -96,6 +97,7 @@ public:
     DataLoader_cls* mpCDataLoader = nullptr;
     CameraPath_cls* mpCCameraPath = nullptr;
     AnchorPath_cls* mpCAnchorPath = nullptr;
+    LightSRCCtrl_cls* mpCLightSRCCtrl = nullptr;
     /// Folder "Camera Path" of the time line: the curves of camera and anchor that files keep.
     ParamGroup_cls* mpCParamGroupCameraPath = nullptr;
     TimeCtrl_cls* mpCTimeCtrl = nullptr;

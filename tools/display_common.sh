@@ -1,11 +1,6 @@
-# Functions that work the built program on a display of its own with mouse and keys, as a user would: for the
-# scripts beside it, which source it in the project's folder. Needs xvfb, openbox, xdotool and imagemagick.
-
-PROGRAM=build/release/morentis
-# The pictures show paths, so the examples lie in the same place for everybody.
-STAGE=/tmp/morentis
-WIDTH=1320
-HEIGHT=900
+# Sourced by the tools that take pictures of the built program: starts it on a display of its own and works
+# it with mouse and keys as a user would. Needs xvfb, openbox, xdotool and imagemagick. Expects PROGRAM,
+# WIDTH and HEIGHT of the window, and STAGE, a folder that is made and removed.
 
 fail() { printf '%s\n' "$*" >&2; exit 1; }
 
@@ -62,7 +57,7 @@ click() { xdotool mousemove --window "$MAIN" "$1" "$2" click "${3:-1}"; }
 
 # settle WINDOW: until its picture stays the same for half a second.
 settle() {
-  local now before='' same=0
+  local i now before='' same=0
   for ((i = 0; i < 100; ++i)); do
     now=$(import -silent -window "$1" rgb:- 2>/dev/null | md5sum)
     if [[ $now == "$before" ]]; then ((++same >= 3)) && return; else same=0; fi
@@ -117,13 +112,14 @@ type_path() {
   key Return
 }
 
+# open_project EXAMPLE [NAME]: of the staged examples.
 open_project() {
   focus "$MAIN"
   key ctrl+o
   wait_window 'Select a project file'
   focus "$(window 'Select a project file')"
-  type_path "$STAGE/examples/$1/$1.mrp"
-  wait_window "$1.mrp"
+  type_path "$STAGE/examples/$1/${2:-$1}.mrp"
+  wait_window "${2:-$1}.mrp"
   focus "$MAIN"
   settle "$MAIN"
   alive
@@ -136,6 +132,3 @@ steps() {
   settle "$MAIN"
 }
 
-cp -r examples "$STAGE/examples" || exit 1
-start_display
-start_program
