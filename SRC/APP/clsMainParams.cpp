@@ -1,6 +1,7 @@
 // The hub and the undo list: steps that open and close data, and what curves ask of the program.
 #include "APP/clsCommandLoadData.h"
 #include "APP/clsMain.h"
+#include "COLORCURVE/EDITOR/clsColorCurveCtrl.h"
 #include "PARAM/ParamHooks.h"
 #include "PARAM/clsKeyFrame.h"
 #include "PARAM/clsParamGroup.h"
@@ -35,6 +36,7 @@ Parameters_cls* Main_cls::GetPCParamFromID(const wxString& id) {
 void Main_cls::EndGestures() {
     NumField_cls::EndAnyGesture();
     mpCTimeCtrl->EndGesture();
+    mpCColorCurveCtrl->EndGesture();
 }
 
 void Main_cls::Undo() {
