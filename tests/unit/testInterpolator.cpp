@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <random>
 #include <unordered_map>
 
+#include "PDATA/clsIDIndex.h"
 #include "PDATA/clsPeriodicBoundary.h"
 #include "PDATA/clsThreadInterpolator.h"
 
@@ -219,4 +222,98 @@ TEST_F(Interpolator, ThreadCountsGrowWithTheParticles) {
                                           {10000000, 5}, {10000001, 6}};
     for (const auto& count : counts)
         EXPECT_EQ(ThreadInterpolator_cls::GetThreadCount(count.first), count.second) << count.first;
+}
+
+TEST_F(Interpolator, ExactlyHalfABoxIsNoCrossing) {
+    // One step beyond it is: the shorter way round, or none.
+    const float half = 0.5f * kBox;
+    const float above = std::nextafter(half, kBox);
+    for (unsigned effect = 0; effect < 2; ++effect) {
+        HandBlock_st hand(4, 1);
+        HandBlock_st next(4, 2);
+        const float to[4] = {half, -half, above, -above};
+        for (int i = 0; i < 4; ++i)
+            for (int c = 0; c < 3; ++c) {
+                hand.mBlock.mpPos[i][c] = 0.0f;
+                next.mBlock.mpPos[i][c] = to[i];
+            }
+        SetBox(2, effect);
+        for (const int variable : {0, 1, 2}) {
+            hand.mBlock.mVariableNumber = variable;
+            ThreadInterpolator_cls::Interpolate(hand.mBlock, next.mBlock, &mBox, 1.0f);
+            const float expected[4] = {half, -half, effect == 0 ? above - kBox : 0.0f,
+                                       effect == 0 ? kBox - above : 0.0f};
+            for (int i = 0; i < 4; ++i)
+                for (int c = 0; c < 3; ++c)
+                    EXPECT_EQ(hand.mBlock.mpVel[i][c], expected[i]) << i << " mode " << variable;
+        }
+    }
+}
+
+TEST_F(Interpolator, WhatIsNoNumberStaysWithItsParticle) {
+    const float bad[] = {std::nanf(""), INFINITY, -INFINITY};
+    for (const int variable : {0, 1, 2}) {
+        HandBlock_st hand(100, 1);
+        HandBlock_st next(100, 2);
+        hand.mBlock.mVariableNumber = variable;
+        for (int i = 0; i < 3; ++i) {
+            hand.mBlock.mpPos[10 + i][1] = bad[i];
+            next.mBlock.mpRadius[20 + i] = bad[i];
+            next.mBlock.mpValue1[30 + i] = bad[i];
+        }
+        SetBox(2, 0);
+        ThreadInterpolator_cls::Interpolate(hand.mBlock, next.mBlock, &mBox, 1.0f);
+        for (int i = 0; i < 100; ++i) {
+            EXPECT_TRUE(std::isfinite(hand.mBlock.mpVel[i][0]));
+            EXPECT_EQ(std::isfinite(hand.mBlock.mpVel[i][1]), i < 10 || i > 12) << i;
+            EXPECT_EQ(std::isfinite(hand.mBlock.mpDRadius[i]), i < 20 || i > 22) << i;
+            EXPECT_EQ(std::isfinite(hand.mBlock.mpDValue1[i]), i < 30 || i > 32) << i;
+        }
+        ThreadInterpolator_cls::Interpolate(hand.mBlock, next.mBlock, &mBox, std::nanf(""));
+        EXPECT_TRUE(std::isnan(hand.mBlock.mpVel[50][0])) << "a time that is no number passes through";
+    }
+}
+
+TEST_F(Interpolator, NoParticlesInEitherSnapshotIsNoWork) {
+    HandBlock_st hand(50, 1);
+    const HandBlock_st old(50, 1);
+    HandBlock_st empty(0, 2);
+    for (const int variable : {0, 1, 2}) {
+        hand.mBlock.mVariableNumber = empty.mBlock.mVariableNumber = variable;
+        ThreadInterpolator_cls::Interpolate(hand.mBlock, empty.mBlock, &mBox, 1.0f);
+        ThreadInterpolator_cls::Interpolate(empty.mBlock, hand.mBlock, &mBox, 1.0f);
+        EXPECT_EQ(hand.mBlock.mpVel[7][2], old.mBlock.mpVel[7][2]);
+    }
+}
+
+TEST(IDIndex, FindsWhatAScanWouldFind) {
+    std::mt19937 random(11);
+    for (const unsigned range : {1u, 50u, 3000u, 4000000000u}) {
+        std::vector<int> ids(2000);
+        for (int& id : ids)
+            id = static_cast<int>(random() % range);
+        ids[5] = std::numeric_limits<int>::min();
+        ids[6] = std::numeric_limits<int>::max();
+        IDIndex_cls index;
+        ASSERT_TRUE(index.Make(ids.data(), int(ids.size())));
+        for (int round = 0; round < 3000; ++round) {
+            const int id = round % 3 == 0 ? static_cast<int>(random() % range) : ids[random() % ids.size()];
+            const int begin = static_cast<int>(random() % ids.size());
+            const int end = static_cast<int>(random() % (ids.size() + 1));
+            const auto from = ids.begin() + std::min(begin, end);
+            const auto found = std::find(from, ids.begin() + end, id);
+            EXPECT_EQ(index.FindBetween(id, begin, end),
+                      found == ids.begin() + end ? -1 : int(found - ids.begin()));
+            const auto count = std::count(ids.begin(), ids.end(), id);
+            const int only = index.FindOnly(id);
+            EXPECT_EQ(count == 0  ? -1
+                      : count > 1 ? IDIndex_cls::kSeveral
+                                  : ids[size_t(only)],
+                      count == 1 ? id : only);
+        }
+    }
+    IDIndex_cls none;
+    EXPECT_TRUE(none.Make(nullptr, 0));
+    EXPECT_EQ(none.FindOnly(3), -1);
+    EXPECT_EQ(none.FindBetween(3, 0, 10), -1);
 }

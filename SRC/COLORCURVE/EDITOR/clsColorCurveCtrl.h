@@ -33,6 +33,8 @@ public:
     void EndGesture() { mCEdit.EndGesture(); }
     /// Scaling to the extremes of the driving scalar, one step.
     bool FitRange(bool bSequence);
+    /// Its colours, in one step; a curve that particles drive is put to use with them.
+    void TakeTemplate(const ColorCurve_cls& chosen);
     /// The curves that can be chosen, the linked one among them.
     std::vector<ColorCurve_cls*> GetCurves() const;
 
@@ -44,4 +46,7 @@ public:
 
 protected:
     wxDialogEXKey* MakeDialog(wxWindow* pParent) override;
+
+private:
+    void PlaceBeside(const wxWindow* pParent);
 };

@@ -7,6 +7,7 @@
 #include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/choice.h>
+#include <wx/settings.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 #include <wx/tglbtn.h>
@@ -18,6 +19,7 @@
 #include "PARAM/clsKeyFrame.h"
 #include "PARAM/clsParamGroup.h"
 #include "WIDGET/clsColorSwatch.h"
+#include "WIDGET/clsFontProvider.h"
 #include "WIDGET/clsMultiInputPanel.h"
 #include "WIDGET/clsNumField.h"
 
@@ -50,8 +52,7 @@ ColorCurveGUI_cls::ColorCurveGUI_cls(wxWindow* pParent, ColorCurveCtrl_cls* pCtr
     mpCTemplate = new ColorCurveTemplate_cls(this);
     mpCTemplate->SetOnChoose([this](const ColorCurve_cls& chosen) {
         mCEdit.EndGesture();
-        ColorCurve_cls* pCurve = mCEdit.GetPCCurve();
-        if (pCurve) pCurve->CopyColorFromP(&chosen, true);
+        mpCCtrl->TakeTemplate(chosen);
         UpdateValues();
     });
     sizer->Add(mpCTemplate, 0, wxEXPAND | wxLEFT | wxRIGHT | wxBOTTOM, FromDIP(2 * kGap));
@@ -167,6 +168,9 @@ wxSizer* ColorCurveGUI_cls::MakeChannelRow() {
         auto* button =
             new wxToggleButton(this, wxID_ANY, kNames[c], wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
         button->SetValue(true);
+        const bool bDark = wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE).GetLuminance() < 0.5;
+        button->SetForegroundColour(ColorCurveGraph_cls::GetChannelColour(c, bDark));
+        button->SetFont(FontProvider_cls::GetFont(FontProvider_cls::FONT_CAPTION));
         button->SetToolTip(tips[c]);
         button->Bind(wxEVT_TOGGLEBUTTON,
                      [this, c](wxCommandEvent& event) { mpCGraph->ShowChannel(c, event.IsChecked()); });

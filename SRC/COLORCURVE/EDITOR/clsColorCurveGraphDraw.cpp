@@ -18,7 +18,7 @@
 namespace {
 
 constexpr double kLineWidth = 1.7;
-constexpr double kKeyRadius = 4.5;
+constexpr double kKeyRadius = 5.0;
 constexpr int kSquare = 6; // of the checkerboard
 constexpr int kPad = 4;
 constexpr int kGridLines = 4; // between value 0 and 1

@@ -68,9 +68,9 @@ void Tics_cls::DrawOnDC(wxDC& dc, int x, int y, const wxColour& line, const wxCo
         int widest = 0;
         for (const Tic_st& tic : labels)
             widest = std::max(widest, dc.GetTextExtent(tic.mLabel).x);
-        const size_t count = std::max<size_t>(labels.size(), 1);
-        if (most > 1 && count > 1 &&
-            std::fabs(ToX(labels[1].mValue) - ToX(labels[0].mValue)) < widest + kLeastGap)
+        // The outer labels are pushed inwards by up to half their width.
+        if (most > 1 && labels.size() > 1 &&
+            std::fabs(ToX(labels[1].mValue) - ToX(labels[0].mValue)) < 1.5 * widest + kLeastGap)
             continue;
         for (const Tic_st& tic : labels) {
             const wxSize size = dc.GetTextExtent(tic.mLabel);
