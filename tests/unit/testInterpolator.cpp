@@ -1,7 +1,9 @@
 #include "StoreFixture.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <fstream>
 #include <limits>
 #include <random>
 #include <unordered_map>
@@ -18,8 +20,8 @@ constexpr float kBox = 6.0f;
 class Reference_cls {
 public:
     Reference_cls(const PDataBlock_cls& block, const PDataBlock_cls& next, unsigned type, unsigned effect,
-                  float dt)
-        : mBlock(block), mNext(next), mType(type), mEffect(effect), mDT(dt) {
+                  float dt, std::array<float, 3> box = {kBox, kBox, kBox})
+        : mBlock(block), mNext(next), mType(type), mEffect(effect), mDT(dt), mBox(box) {
         for (int j = 0; j < next.mParticleNumber; ++j)
             mPlaces.emplace(next.mpID[j], j);
     }
@@ -31,7 +33,7 @@ public:
             const auto found = mPlaces.find(wanted);
             return found == mPlaces.end() ? -1 : found->second;
         }
-        if (mNext.mpID[i] == wanted) return i;
+        if (i < mNext.mParticleNumber && mNext.mpID[i] == wanted) return i;
         for (int w = 10; w <= 10000; w *= 10) {
             const int j = Find(wanted, std::max(i - w, 0), std::min(i + w, mNext.mParticleNumber));
             if (j >= 0) return j;
@@ -43,10 +45,11 @@ public:
         if (j < 0) return 0.0f;
         float d = mNext.mpPos[j][c] - mBlock.mpPos[i][c];
         if ((mType == 1 && c < 2) || mType == 2) {
-            if (d > 0.5f * kBox)
-                d = mEffect == 0 ? d - kBox : 0.0f;
-            else if (d < -0.5f * kBox)
-                d = mEffect == 0 ? d + kBox : 0.0f;
+            const float length = mBox[size_t(c)];
+            if (d > 0.5f * length)
+                d = mEffect == 0 ? d - length : 0.0f;
+            else if (d < -0.5f * length)
+                d = mEffect == 0 ? d + length : 0.0f;
         }
         return d / mDT;
     }
@@ -82,6 +85,7 @@ private:
     unsigned mType;
     unsigned mEffect;
     float mDT;
+    std::array<float, 3> mBox;
     std::unordered_map<int, int> mPlaces; ///< ID to index in the next snapshot
 };
 
@@ -316,4 +320,68 @@ TEST(IDIndex, FindsWhatAScanWouldFind) {
     EXPECT_TRUE(none.Make(nullptr, 0));
     EXPECT_EQ(none.FindOnly(3), -1);
     EXPECT_EQ(none.FindBetween(3, 0, 10), -1);
+}
+
+namespace {
+
+/// The store with the settings of a shipped project.
+class RealData : public StoreFixture {
+protected:
+    void Open(const std::string& name) {
+        const std::string folder = std::string(MORENTIS_TEST_ROOT) + "/examples/" + name + "/";
+        std::ifstream project(folder + name + ".mrp");
+        std::string first;
+        for (std::string line; std::getline(project, line);) {
+            mLoader.ReadStrLine(line);
+            mBox.ReadStrLine(line);
+            if (line == "DataSequence0=0") std::getline(project, first);
+        }
+        mLoader.mpCPeriodic = &mBox;
+        mStore.OpenDataFile(folder + first);
+    }
+    std::array<float, 3> Lengths() const {
+        std::array<float, 3> lengths;
+        for (int c = 0; c < 3; ++c) {
+            float vector[3];
+            mBox.GetBoundaryVector(vector, c);
+            lengths[size_t(c)] = vector[c];
+        }
+        return lengths;
+    }
+    /// Particles that go round the box to the next snapshot.
+    static int CountCrossings(const PDataBlock_cls& block, const PDataBlock_cls& next, float dt) {
+        int count = 0;
+        for (int i = 0; i < std::min(block.mParticleNumber, next.mParticleNumber); ++i)
+            count +=
+                std::fabs(block.mpVel[i][0] * dt - (next.mpPos[i][0] - block.mpPos[i][0])) > 0.5f ? 1 : 0;
+        return count;
+    }
+
+    PeriodicBoundary_cls mBox;
+};
+
+} // namespace
+
+TEST_F(RealData, ShippedPeriodicRunsAgreeWithTheReference) {
+    int crossings = 0;
+    for (const char* name : {"lj_melt_bin", "lj_melt_text", "deposit_text", "friction_bin_622187"})
+        for (unsigned effect = 0; effect < 2; ++effect) {
+            Open(name);
+            mBox.mCPeriodicEffect.mValue = effect;
+            const int last = std::min(Sequence().GetSeqLength() - 1, name[0] == 'l' ? 5 : 1);
+            for (int index = 0; index < last; ++index) {
+                Sequence().PrepareIndex(index, 0.5, false, true);
+                const PDataBlock_cls& block = *Snap(index).mpCBlock;
+                const PDataBlock_cls& next = *Snap(index + 1).mpCBlock;
+                ASSERT_TRUE(Snap(index).mbInterpolated && Snap(index + 1).IsItLoaded()) << name;
+                const float dt = static_cast<float>(Snap(index + 1).mTime - Snap(index).mTime);
+                const unsigned type = mBox.mCPeriodicType.mValue;
+                ASSERT_GT(type, 0u) << name;
+                // Beyond the smaller count the arrays keep what was read: those are left out.
+                Reference_cls(block, next, type, effect, dt, Lengths()).Expect(block);
+                if (effect == 0 && name[0] == 'l') crossings += CountCrossings(block, next, dt);
+            }
+            mStore.ClearData(-2, -2, true);
+        }
+    EXPECT_GT(crossings, 100) << "the data must put the box to use";
 }
