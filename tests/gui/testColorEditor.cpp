@@ -12,6 +12,7 @@
 #include "COLORCURVE/EDITOR/clsColorCurveGraph.h"
 #include "COLORCURVE/EDITOR/clsColorCurveTemplate.h"
 #include "COMMON/EventIds.h"
+#include "COMMON/Globals.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
@@ -26,7 +27,7 @@
 
 namespace {
 
-class ColorCurveGui : public GuiTest {
+class ColorEditor : public GuiTest {
 protected:
     void SetUp() override {
         GuiTest::SetUp();
@@ -39,6 +40,7 @@ protected:
         Color().mbUseColorCurve.mValue = true;
         Color().mDependType.mValue = 0;
         Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence()->mpCGLAttribute[1]->mPointSize.mValue = 4;
+        GbSnapDataRefresh.store(true);
         Menu(ID_REFRESH_GL);
         GCUndoList.Clear();
         Hub()->mpCColorCurveCtrl->OpenCurve(&Color(), wxTheApp->GetTopWindow());
@@ -82,7 +84,7 @@ protected:
     }
 };
 
-TEST_F(ColorCurveGui, TemplatesColourTheView) {
+TEST_F(ColorEditor, TemplatesColourTheView) {
     const Picture_st before = Grab(0);
     const wxString text = Color().Serialize();
     Click(Gui()->GetPCTemplate(), CellPoint(9));
@@ -95,7 +97,7 @@ TEST_F(ColorCurveGui, TemplatesColourTheView) {
     EXPECT_EQ(Grab(0).mRGB, before.mRGB);
 }
 
-TEST_F(ColorCurveGui, AKeyIsDraggedInOneStepAndTheViewFollows) {
+TEST_F(ColorEditor, AKeyIsDraggedInOneStepAndTheViewFollows) {
     const Picture_st before = Grab(0);
     const wxString text = Color().Serialize();
     Drag(Graph(), KeyPoint(1.0, 1.0), KeyPoint(0.4, 0.6));
@@ -109,7 +111,7 @@ TEST_F(ColorCurveGui, AKeyIsDraggedInOneStepAndTheViewFollows) {
     EXPECT_FALSE(GCUndoList.IsUndoable());
 }
 
-TEST_F(ColorCurveGui, StopsAreInsertedColouredAndDeleted) {
+TEST_F(ColorEditor, StopsAreInsertedColouredAndDeleted) {
     const size_t count = Keys(0).size();
     const wxRect bar = Graph()->GetBar();
     DoubleClick(Graph(), wxPoint(int(Graph()->ToX(0.3)), bar.y + bar.height / 2));
@@ -132,7 +134,7 @@ TEST_F(ColorCurveGui, StopsAreInsertedColouredAndDeleted) {
     EXPECT_FALSE(GCUndoList.IsUndoable());
 }
 
-TEST_F(ColorCurveGui, FitRangeTakesTheExtremesOfFrameAndSequence) {
+TEST_F(ColorEditor, FitRangeTakesTheExtremesOfFrameAndSequence) {
     const PDataBlock_cls& block = *Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence()->mpCSnap[0]->mpCBlock;
     float* pEnd = block.mpValue1 + block.mParticleNumber;
     const float low = *std::min_element(block.mpValue1, pEnd);
@@ -151,7 +153,7 @@ TEST_F(ColorCurveGui, FitRangeTakesTheExtremesOfFrameAndSequence) {
     EXPECT_EQ(Color().mScalingMax.mValue, 1.0f);
 }
 
-TEST_F(ColorCurveGui, ButtonOfThePageOpensItsCurve) {
+TEST_F(ColorEditor, ButtonOfThePageOpensItsCurve) {
     Gui()->CloseEXKey();
     auto* book = static_cast<wxNotebook*>(Frame()->FindWindow(int(ID_NOTEBOOK_ATTRIB)));
     book->SetSelection(2);
@@ -166,7 +168,7 @@ TEST_F(ColorCurveGui, ButtonOfThePageOpensItsCurve) {
         false;
 }
 
-TEST_F(ColorCurveGui, ProjectKeepsTheKeysAndTheEditorShowsThem) {
+TEST_F(ColorEditor, ProjectKeepsTheKeysAndTheEditorShowsThem) {
     Click(Gui()->GetPCTemplate(), CellPoint(14)); // turbo: eighteen keys
     ASSERT_TRUE(Settle());
     const wxString text = Color().Serialize();
