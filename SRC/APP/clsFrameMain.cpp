@@ -178,11 +178,11 @@ void FrameMain_cls::ShowModified() {
 
 void FrameMain_cls::FitSplitterWindow(bool bForce) {
     const int height = mpCSplitter->GetClientSize().y;
-    if (height <= mpCBtmHalf->GetMinHeight() + kMinPane) return;
+    const int fitting = height - mBtmHeight - mpCSplitter->GetSashSize();
+    if (fitting <= kMinPane) return;
     const int least = std::min(mpCBtmHalf->GetMinHeight(), 120);
     if (!bForce && mpCSplitter->GetSashPosition() <= height - least) return;
-    // No more than the play panel needs; time lines below it will ask for mBtmHeight.
-    mpCSplitter->SetSashPosition(height - mpCBtmHalf->GetMinHeight());
+    mpCSplitter->SetSashPosition(fitting);
     mBtmFitted = mpCBtmHalf->GetSize().y;
     mpCBtmHalf->RecheckSize();
     Refresh();
@@ -196,7 +196,7 @@ void FrameMain_cls::PlaceAtStart() {
         mStartWatch.Start();
         return;
     }
-    if (mpCBtmHalf->GetSize().y != mpCBtmHalf->GetMinHeight()) FitSplitterWindow(true);
+    if (mpCBtmHalf->GetSize().y != mBtmHeight) FitSplitterWindow(true);
     mpCTopHalf->PlaceBooks();
     if (mStartWatch.Time() < kStartMillis) return;
     mbPlaced = true;

@@ -122,6 +122,7 @@ private:
     void OnMenuUndo(wxCommandEvent& event);
     void OnMenuRedo(wxCommandEvent& event);
     void OnMenuTimeRemap(wxCommandEvent& event);
+    void OnMenuDeselect(wxCommandEvent& event);
     void OnMenuScene(wxCommandEvent& event);
     void BindMenuStates();
     void OnMenuGo(wxCommandEvent& event);

@@ -87,6 +87,7 @@ Main_cls::Main_cls() {
     mpCRecentFiles = new RecentFiles_cls;
     mpCFrameMain = new FrameMain_cls("Morentis 3 v 0.80", this, FirstWindowRect(mDisplayHeight));
     MakeCameraPathGroup();
+    MakeTimeLines();
 
     ReadProjectFile(GetConfigureFilePath());
     mpCRecovery =

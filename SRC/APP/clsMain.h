@@ -13,6 +13,7 @@ class DrawOption_cls;
 class FrameMain_cls;
 class PDataSeqCtrl_cls;
 class PDataSequence_cls;
+class ParamGUICtrl_cls;
 class ParamGroup_cls;
 class PeriodicBoundary_cls;
 class PeriodicBoundaryCtrl_cls;
@@ -56,6 +57,8 @@ public:
     /// One step back or forward; an edit that a hand still holds ends first.
     void Undo();
     void Redo();
+    /// Also when the edit that a hand still holds would be the first step.
+    bool IsUndoable() const;
     /// Let curves and clock reach what they need of the program.
     void LinkParamHooks();
     /// The living curve of this identifier, null when nobody knows it.
@@ -93,6 +96,7 @@ public:
     ParamGroup_cls* mpCParamGroupCameraPath = nullptr;
     TimeCtrl_cls* mpCTimeCtrl = nullptr;
     ColorCurveCtrl_cls* mpCColorCurveCtrl = nullptr; ///< the colour curve editor
+    ParamGUICtrl_cls* mpCParamGUICtrl = nullptr; ///< the time lines, of the main frame
     Scene_cls* mpCScene = nullptr;
     FrameMain_cls* mpCFrameMain = nullptr; ///< wxWidgets destroys windows
     RecentFiles_cls* mpCRecentFiles = nullptr;
@@ -103,8 +107,9 @@ public:
     int mDisplayHeight = 0;
 
 private:
-    void MakeCameraPathGroup();
     void UnlinkParamHooks();
     void EndGestures();
+    void MakeCameraPathGroup();
+    void MakeTimeLines();
     wxString SerializeAll(bool bFull);
 };

@@ -115,6 +115,43 @@ void Parameters_cls::GetPolynomial(double doubleIndex, double* pC) const {
     pC[3] = cubic.mC3 / (dt * dt * dt);
 }
 
+void Parameters_cls::EvaluateMany(const double* pTimes, size_t count, double resolution, double* pOut) const {
+    const size_t n = mVKeys.size();
+    const KeyFrame_cls* keys = mVKeys.data();
+    const double half = resolution / 2;
+    size_t i = 0;
+    if (n < 2 || !mbTimeDepend.mValue) {
+        std::fill(pOut, pOut + count, n == 0 ? 0.0 : keys[0].mValue);
+        return;
+    }
+    for (; i < count && pTimes[i] <= keys[0].mDoubleIndex; ++i)
+        pOut[i] = keys[0].mValue;
+    size_t right = 1;
+    while (i < count && pTimes[i] < keys[n - 1].mDoubleIndex) {
+        while (right < n && !(keys[right].mDoubleIndex - half > pTimes[i]))
+            ++right;
+        if (right == n) break;
+        // All times of one segment share what is worked out from its two keys.
+        const KeyFrame_cls& left = keys[right - 1];
+        const double end = keys[right].mDoubleIndex - half;
+        const double dt = keys[right].mDoubleIndex - left.mDoubleIndex;
+        const double y0 = left.mValue;
+        const double y1 = ValueFor(y0, keys[right].mValue);
+        const Cubic_st cubic(left, keys[right], y1);
+        const bool bStep = left.mInterpType == INTERP_STEP;
+        const bool bHermite = IsHermite(left);
+        for (; i < count && end > pTimes[i] && pTimes[i] < keys[n - 1].mDoubleIndex; ++i) {
+            const double rate = (pTimes[i] - left.mDoubleIndex) / dt;
+            const double line = y0 + rate * (y1 - y0);
+            const double curve =
+                y0 + cubic.mC1 * rate + cubic.mC2 * rate * rate + cubic.mC3 * rate * rate * rate;
+            pOut[i] = bStep ? y0 : bHermite ? curve : line;
+        }
+    }
+    for (; i < count; ++i)
+        pOut[i] = keys[n - 1].mValue;
+}
+
 double Parameters_cls::InSegment(const KeyFrame_cls* pKey, double doubleIndex) const {
     const KeyFrame_cls& left = pKey[0];
     const KeyFrame_cls& right = pKey[1];

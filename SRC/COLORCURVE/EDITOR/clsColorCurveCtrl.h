@@ -31,6 +31,7 @@ public:
     ColorCurve_cls* GetPCCurve() const { return mCEdit.GetPCCurve(); }
     /// What a hand still holds becomes a step.
     void EndGesture() { mCEdit.EndGesture(); }
+    bool IsGesture() const { return mCEdit.IsGesture(); }
     /// Scaling to the extremes of the driving scalar, one step.
     bool FitRange(bool bSequence);
     /// Its colours, in one step; a curve that particles drive is put to use with them.

@@ -37,6 +37,7 @@ public:
     void SetTangent(int channel, int key, double slope);
     void Commit();
     void Cancel();
+    bool IsGesture() const { return IsUnderWay() || mSettingsBefore.has_value(); }
     /// Commits, settings too: undo is about to look at the list.
     void EndGesture();
 
