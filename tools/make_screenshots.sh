@@ -32,6 +32,11 @@ shoot() {
   printf '%s\n' "$IMAGES/$2.png"
 }
 
+cp -r examples "$STAGE/examples" || exit 1
+mkdir -p $IMAGES
+start_display
+start_program
+
 for example in examples/*/; do
   example=$(basename "$example")
   is_wanted "$example" || continue

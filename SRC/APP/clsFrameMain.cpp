@@ -12,6 +12,7 @@
 #include "APP/clsMain.h"
 #include "APP/clsRecovery.h"
 #include "APP/clsShortcut.h"
+#include "COLORCURVE/EDITOR/clsColorCurveCtrl.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
@@ -220,6 +221,7 @@ void FrameMain_cls::ApplySettings() {
     mpCTopHalf->RefreshAttrib();
     mpCTopHalf->RefreshDrawOptions();
     mpCBtmHalf->RefreshGUI();
+    mpCMain->mpCColorCurveCtrl->UpdateItems(true);
 }
 
 wxString FrameMain_cls::Serialize() {

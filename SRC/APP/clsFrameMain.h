@@ -133,6 +133,8 @@ private:
     void OnMenuRemoveCacheAll(wxCommandEvent& event);
     void OnMenuPreference(wxCommandEvent& event);
     void OnMenuPeriodicBoundary(wxCommandEvent& event);
+    void OnMenuColorCurve(wxCommandEvent& event);
+    void OnMenuRefreshColor(wxCommandEvent& event);
     void OnMenuViewPanelType(wxCommandEvent& event);
     void OnMenuViewExtra(wxCommandEvent& event);
     void OnMenuPlayStop(wxCommandEvent& event);
