@@ -12,6 +12,7 @@
 #include "APP/clsMain.h"
 #include "APP/clsRecovery.h"
 #include "APP/clsShortcut.h"
+#include "COLORCURVE/EDITOR/clsColorCurveCtrl.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
@@ -140,6 +141,8 @@ CameraPath_cls* FrameMain_cls::GetPCCameraPath() const { return mpCMain->mpCCame
 
 AnchorPath_cls* FrameMain_cls::GetPCAnchorPath() const { return mpCMain->mpCAnchorPath; }
 
+LightSRCCtrl_cls* FrameMain_cls::GetPCLightSRCCtrl() const { return mpCMain->mpCLightSRCCtrl; }
+
 PDataSeqCtrl_cls* FrameMain_cls::GetPCDataSeqCtrl() const { return mpCMain->mpCPDataSeqCtrl; }
 
 void FrameMain_cls::UpdateStatusText() {
@@ -197,7 +200,6 @@ void FrameMain_cls::PlaceAtStart() {
         return;
     }
     if (mpCBtmHalf->GetSize().y != mBtmHeight) FitSplitterWindow(true);
-    mpCTopHalf->PlaceBooks();
     if (mStartWatch.Time() < kStartMillis) return;
     mbPlaced = true;
     // The toolkit begins in the first field; keys are to act on the film from the first moment.
@@ -219,6 +221,7 @@ void FrameMain_cls::ApplySettings() {
     mpCTopHalf->RefreshAttrib();
     mpCTopHalf->RefreshDrawOptions();
     mpCBtmHalf->RefreshGUI();
+    mpCMain->mpCColorCurveCtrl->UpdateItems(true);
 }
 
 wxString FrameMain_cls::Serialize() {

@@ -18,6 +18,7 @@ class GLCanvasCtrl_cls;
 class GLExtraFrame_cls;
 class GLInfo_cls;
 class Main_cls;
+class LightSRCCtrl_cls;
 class MainGLCanvas_cls;
 class PDataSeqCtrl_cls;
 class PDataSequence_cls;
@@ -42,6 +43,7 @@ public:
     TimeCtrl_cls* GetPCTimeCtrl() const;
     CameraPath_cls* GetPCCameraPath() const;
     AnchorPath_cls* GetPCAnchorPath() const;
+    LightSRCCtrl_cls* GetPCLightSRCCtrl() const;
     PDataSeqCtrl_cls* GetPCDataSeqCtrl() const;
     Preference_cls* GetPCPreference() const { return mpCPreference; }
     GLExtraFrame_cls* GetPCExtraFrame() const { return mpCExtraFrame; }
@@ -131,6 +133,8 @@ private:
     void OnMenuRemoveCacheAll(wxCommandEvent& event);
     void OnMenuPreference(wxCommandEvent& event);
     void OnMenuPeriodicBoundary(wxCommandEvent& event);
+    void OnMenuColorCurve(wxCommandEvent& event);
+    void OnMenuRefreshColor(wxCommandEvent& event);
     void OnMenuViewPanelType(wxCommandEvent& event);
     void OnMenuViewExtra(wxCommandEvent& event);
     void OnMenuPlayStop(wxCommandEvent& event);

@@ -22,6 +22,7 @@
 #include "APP/clsRecentFiles.h"
 #include "APP/clsScene.h"
 #include "APP/clsShortcut.h"
+#include "COLORCURVE/EDITOR/clsColorCurveCtrl.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
@@ -65,6 +66,8 @@ void FrameMain_cls::BindHandlers() {
     BindMenuStates();
     Bind(ID_PREFERENCE, &FrameMain_cls::OnMenuPreference);
     Bind(ID_PERIODIC_BOUNDARY, &FrameMain_cls::OnMenuPeriodicBoundary);
+    Bind(ID_COLOR_CURVE, &FrameMain_cls::OnMenuColorCurve);
+    Bind(ID_REFRESH_COLOR, &FrameMain_cls::OnMenuRefreshColor);
     Bind(ID_REFRESH_GL, &FrameMain_cls::OnMenuRefreshGL);
     Bind(ID_REFRESH_TL, &FrameMain_cls::OnMenuRefreshTL);
     Bind(ID_REFRESH_SB, &FrameMain_cls::OnMenuRefreshSB);
@@ -185,6 +188,10 @@ void FrameMain_cls::OnMenuPreference(wxCommandEvent&) {
 void FrameMain_cls::OnMenuPeriodicBoundary(wxCommandEvent&) {
     mpCMain->mpCPeriodicBoundary->OpenWindow(this);
 }
+
+void FrameMain_cls::OnMenuColorCurve(wxCommandEvent&) { mpCMain->OpenColorCurveDialog(); }
+
+void FrameMain_cls::OnMenuRefreshColor(wxCommandEvent&) { mpCMain->mpCColorCurveCtrl->UpdateItems(true); }
 
 void FrameMain_cls::OnMenuViewPanelType(wxCommandEvent& event) {
     mpCTopHalf->SplitPanel(event.GetId() - ID_VIEW_PANEL_TYPE_0);

@@ -7,11 +7,13 @@
 
 class AnchorPath_cls;
 class CameraPath_cls;
+class ColorCurveCtrl_cls;
 class DataLoader_cls;
 class DrawOption_cls;
 class Exposure_cls;
 class FrameMain_cls;
 class Information_cls;
+class LightSRCCtrl_cls;
 class Overlay_cls;
 class PDataSeqCtrl_cls;
 class PDataSequence_cls;
@@ -84,6 +86,7 @@ public:
     void LastWords();
     /// Data that were opened by the user stand at the top of the recent ones.
     void NoteOpenedData(const wxString& path);
+    void OpenColorCurveDialog();
     /// Debug aid: radius, type and value of the previous snapshot into the current one.
     void Special();
 
@@ -96,9 +99,11 @@ public:
     DataLoader_cls* mpCDataLoader = nullptr;
     CameraPath_cls* mpCCameraPath = nullptr;
     AnchorPath_cls* mpCAnchorPath = nullptr;
+    LightSRCCtrl_cls* mpCLightSRCCtrl = nullptr;
     /// Folder "Camera Path" of the time line: the curves of camera and anchor that files keep.
     ParamGroup_cls* mpCParamGroupCameraPath = nullptr;
     TimeCtrl_cls* mpCTimeCtrl = nullptr;
+    ColorCurveCtrl_cls* mpCColorCurveCtrl = nullptr; ///< the colour curve editor
     ParamGUICtrl_cls* mpCParamGUICtrl = nullptr; ///< the time lines, of the main frame
     Scene_cls* mpCScene = nullptr;
     FrameMain_cls* mpCFrameMain = nullptr; ///< wxWidgets destroys windows

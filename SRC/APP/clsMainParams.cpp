@@ -2,6 +2,7 @@
 #include "APP/clsCommandLoadData.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
+#include "COLORCURVE/EDITOR/clsColorCurveCtrl.h"
 #include "PARAM/ParamHooks.h"
 #include "PARAM/clsKeyFrame.h"
 #include "PARAM/clsParamGroup.h"
@@ -64,10 +65,12 @@ Parameters_cls* Main_cls::GetPCParamFromID(const wxString& id) {
 void Main_cls::EndGestures() {
     NumField_cls::EndAnyGesture();
     mpCTimeCtrl->EndGesture();
+    mpCColorCurveCtrl->EndGesture();
 }
 
 bool Main_cls::IsUndoable() const {
-    return GCUndoList.IsUndoable() || NumField_cls::IsAnyGesture() || mpCTimeCtrl->IsGesture();
+    return GCUndoList.IsUndoable() || NumField_cls::IsAnyGesture() || mpCTimeCtrl->IsGesture() ||
+           mpCColorCurveCtrl->IsGesture();
 }
 
 void Main_cls::Undo() {

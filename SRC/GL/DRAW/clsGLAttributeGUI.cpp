@@ -1,5 +1,7 @@
 #include "GL/DRAW/clsGLAttributeGUI.h"
 
+#include "COLORCURVE/EDITOR/clsColorCurveBtn.h"
+#include "COLORCURVE/EDITOR/clsColorCurveCtrl.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
@@ -24,11 +26,11 @@ NumSpec Range(double low, double high, double step, bool bRelative = false) {
 
 GLAttributeGUI_cls::GLAttributeGUI_cls(wxWindow* pParent, GLAttribute_cls* pAttribute)
     : MultiInputPanel_cls(pParent), mpCAttribute(pAttribute) {
-    // Types that nothing draws yet aren't offered; a project that holds one shows and keeps it.
+    // "Both" draws nothing and so isn't offered; a project that holds it shows and keeps it.
     mRowDrawType = AddChoice(_("Draw Type"), &mpCAttribute->mDrawType.mValue,
                              std::vector<ChoiceItem>{{DRAW_POINT, _("Point"), true},
-                                                     {DRAW_BILLBOARD, _("Billboard"), false},
-                                                     {DRAW_SPHERE, _("Sphere"), false},
+                                                     {DRAW_BILLBOARD, _("Billboard"), true},
+                                                     {DRAW_SPHERE, _("Sphere"), true},
                                                      {DRAW_BOTH, _("Both"), false},
                                                      {DRAW_HIDE, _("Hide"), true}},
                              _("What stands for a particle"));
@@ -42,8 +44,13 @@ GLAttributeGUI_cls::GLAttributeGUI_cls(wxWindow* pParent, GLAttribute_cls* pAttr
 
 void GLAttributeGUI_cls::AddPointRows() {
     GLAttribute_cls& a = *mpCAttribute;
-    mRowQuality = AddChoice(_("Quality"), &a.mDrawQuality.mValue, {_("Low"), _("Middle"), _("High")},
-                            _("Fineness of spheres and billboards"));
+    mRowQuality =
+        AddChoice(_("Quality"), &a.mDrawQuality.mValue, {_("Low"), _("Middle"), _("High")},
+                  _("Low: billboards lie in the plane of the view; else, with all attributes in use, "
+                    "they face the eye"));
+    mRowFineness =
+        AddChoice(_("Quality"), &a.mDrawQuality.mValue, {_("Low"), _("Middle"), _("High"), _("Exact")},
+                  _("Fineness of the mesh of a sphere; Exact draws true spheres, and much faster"));
     mRowBlend = AddChoice(_("Blend Type"), &a.mBlendType.mValue, {_("AlphaBlend"), _("Additive")},
                           _("How a particle mixes with what is behind it"));
     mRowPointSize = AddNumber(_("Point Size"), &a.mPointSize.mValue, 1, Range(1, 200, 1),
@@ -75,7 +82,7 @@ void GLAttributeGUI_cls::AddAlphaRows() {
                                 _("Multiplies the colour's alpha"));
     mRowAlphaBase = AddNumber(_("Base/Max"), &a.mAlphaDependBase.mValue, 1, Range(0, 1e6, 0.1, true),
                               _("Radius with full alpha, in units of the data"));
-    AddNumberTo(mRowAlphaBase, &a.mAlphaMax.mValue, Range(0, 100, 0.1), _("Limit of alpha times factor"));
+    AddNumberTo(mRowAlphaBase, &a.mAlphaMax.mValue, Range(0, 100, 0.1), _("Limit of that alpha"));
 }
 
 void GLAttributeGUI_cls::AddColorRows() {
@@ -84,19 +91,16 @@ void GLAttributeGUI_cls::AddColorRows() {
     mRowUseCurve = AddCheck(_("Color"), &color.mbUseColorCurve.mValue, _("By a quantity"),
                             _("Colour each particle by one of its quantities"));
     mRowColor = AddColor("", color.mConstantColor.mValue, _("Colour of all particles of this attribute"));
-    mRowDepend = AddChoice(_("Depend on"), &color.mDependType.mValue,
-                           {_("Value1"), _("Radius"), _("Distance from origin"), "x", "y", "z", _("Speed"),
-                            "Vx", "Vy", "Vz", _("ID")},
+    mRowCurve = AddColorCurve(*this, "", &color, _("Colours by the quantity; a click opens the editor"));
+    mRowDepend = AddChoice(_("Depend on"), &color.mDependType.mValue, ColorCurveCtrl_cls::GetDependLabels(),
                            _("The quantity that chooses the colour"));
     mRowScaling = AddNumber(_("Scaling"), &color.mScalingMin.mValue, 1, Range(-1e30, 1e30, 0.1),
                             _("Quantity at the start of the curve, in units of the data"));
     AddNumberTo(mRowScaling, &color.mScalingMax.mValue, Range(-1e30, 1e30, 0.1),
                 _("Quantity at the end of the curve, in units of the data"));
-    mRowAmbient =
-        AddColor(_("Ambient"), a.mAmbient.mConstantColor.mValue, _("Colour of spheres in the shade"));
-    mRowDiffuse =
-        AddColor(_("Diffuse"), a.mDiffuse.mConstantColor.mValue, _("Colour of spheres in the light"));
-    mRowSpecular = AddColor(_("Specular"), a.mSpecular.mConstantColor.mValue, _("Colour of highlights"));
+    mRowAmbient = AddColorCurve(*this, _("Ambient"), &a.mAmbient, _("Colour of spheres in the shade"));
+    mRowDiffuse = AddColorCurve(*this, _("Diffuse"), &a.mDiffuse, _("Colour of spheres in the light"));
+    mRowSpecular = AddColorCurve(*this, _("Specular"), &a.mSpecular, _("Colour of highlights"));
 }
 
 bool GLAttributeGUI_cls::IsDrawType(unsigned type) const { return mpCAttribute->mDrawType.mValue == type; }
@@ -114,20 +118,22 @@ void GLAttributeGUI_cls::HideAndShow() {
     const bool bAny = bPoint || bBillboard || bSphere;
     Freeze();
     ShowRow(mRowPointSize, bPoint);
-    ShowRow(mRowQuality, bBillboard || bSphere);
-    ShowRow(mRowBlend, bPoint || bBillboard);
+    ShowRow(mRowQuality, bBillboard);
+    ShowRow(mRowFineness, bSphere && !bBillboard);
+    ShowRow(mRowBlend, bAny);
     ShowRow(mRowShader, bSphere);
     ShowRow(mRowTexture, bBillboard);
     ShowRow(mRowRadiusType, bAny);
     ShowRow(mRowRadiusFactor, bAny && a.mRadiusType.mValue != 1);
     ShowRow(mRowRadiusConst, bAny && a.mRadiusType.mValue == 1);
     ShowRow(mRowAlphaType, bAny);
-    ShowRow(mRowAlphaFactor, bAny);
+    ShowRow(mRowAlphaFactor, bAny && !(bBillboard && a.mAlphaType.mValue == 1));
     ShowRow(mRowAlphaBase, bAny && a.mAlphaType.mValue == 1);
     const bool bOwnColor = bPoint || bBillboard;
     const bool bCurve = a.mColor.mbUseColorCurve.mValue;
     ShowRow(mRowUseCurve, bOwnColor);
     ShowRow(mRowColor, bOwnColor && !bCurve);
+    ShowRow(mRowCurve, bOwnColor && bCurve);
     ShowRow(mRowDepend, bOwnColor && bCurve);
     ShowRow(mRowScaling, bOwnColor && bCurve);
     ShowRow(mRowAmbient, bSphere);

@@ -11,6 +11,7 @@
 #include "GL/BASE/clsGLState.h"
 #include "GL/BASE/clsGLTexture.h"
 #include "GL/BASE/clsXErrorScope.h"
+#include "GL/DRAW/clsGLAttribute.h"
 #include "GL/VIEW/clsDistortion.h"
 #include "GL/VIEW/clsDrawClrLegend.h"
 #include "GL/VIEW/clsDrawTimeIndex.h"
@@ -177,6 +178,7 @@ void DeleteAndForget(T*& pObject) {
 } // namespace
 
 void MainGLCanvas_cls::DestructStaticMembers() {
+    GLAttribute_cls::DestructStaticMembers();
     mspCDome.reset();
     mspCStage.reset();
     DeleteAndForget(mspCDistortion);

@@ -204,6 +204,12 @@ private:
     void KeepPicture();
     void DrawOnWindow();
 
+    // clsMainGLCanvasData.cpp
+    void SetLights();
+    void DrawDataMain();
+    void DrawDataLitDiffuse(int lightIndex);
+    void DrawDataCopyLoop(bool bShadowPass);
+
     // clsMainGLCanvasFaces.cpp
     static void InitializeShared();
     void DrawOnFBO();
@@ -226,8 +232,6 @@ private:
 
     // clsMainGLCanvasDraw.cpp
     void DrawFace(double gridUnit);
-    void DrawDataMain();
-    void DrawDataCopyLoop(bool bShadowPass);
     void DrawOtherObjects(double gridUnit);
     void DrawCameraPath(bool bPick);
     void DrawAnchor();

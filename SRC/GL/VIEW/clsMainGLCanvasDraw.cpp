@@ -1,11 +1,9 @@
 // The scene of a view, once for each face.
 #include "GL/VIEW/clsMainGLCanvas.h"
 
-#include "APP/clsFrameMain.h"
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/BASE/clsGrid.h"
-#include "PDATA/clsPDataSequence.h"
 #include "SCENE/clsAnchorPath.h"
 #include "SCENE/clsCameraPath.h"
 
@@ -14,7 +12,7 @@ void MainGLCanvas_cls::DrawFace(double gridUnit) {
     const GLAttribScope_cls attributes;
     SetGLBGColor(0); // or the fog's
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
-    // Lights are set here.
+    SetLights();
     SetLineWidth();
     DrawDataMain();
     CheckGLErrors("data");
@@ -26,25 +24,6 @@ void MainGLCanvas_cls::DrawFace(double gridUnit) {
 void MainGLCanvas_cls::SetLineWidth() {
     const float width = msCLineWidth.mValue * FBO_cls::GetLineWidthFactor(mMoment.fboSize);
     glLineWidth(width > 0.0f ? width : 1.0f);
-}
-
-void MainGLCanvas_cls::DrawDataMain() {
-    // Fog is set here.
-    glEnable(GL_LIGHTING);
-    glEnable(GL_DEPTH_TEST);
-    const GLMatrixScope_cls matrix;
-    // A scene box moves the data, and the camera's copy into its coordinates.
-    mpCFrame->GetPCActiveFileSequence()->SetCameraInfo(mCFaceCam);
-    // Mesh objects are drawn first.
-    if (mShowData.mValue && mMoment.bData) DrawDataCopyLoop(false);
-    // Shadow volumes follow: once into the stencil, once over what they hide.
-}
-
-// A Copy filter repeats this; sticks follow.
-void MainGLCanvas_cls::DrawDataCopyLoop(bool bShadowPass) {
-    float light[3] = {0, 0, 0};
-    mpCFrame->GetPCActiveFileSequence()->GLDrawData(mMoment.face, mMoment.dataFrame, mMoment.dt, 0, light,
-                                                    0.0, 0.0, bShadowPass, mPanelIndex);
 }
 
 void MainGLCanvas_cls::DrawOtherObjects(double gridUnit) {
