@@ -20,7 +20,7 @@ FLOORS = [
     ["CONFITEM"],
     ["PARAM"],
     ["COLORCURVE", "TIME", "WIDGET"],
-    ["PDATA"],
+    ["COLORCURVE/EDITOR", "PDATA"],
     ["GL/BASE", "POVRAY/TEXT"],
     ["SCENE"],
     ["FILTER"],

@@ -67,6 +67,25 @@ settle() {
   printf 'still changing: %s\n' "$(xdotool getwindowname "$1")" >&2
 }
 
+set_size() {
+  xdotool windowsize "$MAIN" $WIDTH $HEIGHT windowmove "$MAIN" 60 60
+  sleep 0.3
+  xdotool getwindowgeometry "$MAIN" | grep -q "Geometry: ${WIDTH}x$HEIGHT"
+}
+
+# drag X1 Y1 X2 Y2: in the main window.
+drag() {
+  local i
+  xdotool mousemove --window "$MAIN" "$1" "$2" mousedown 1
+  for i in 1 2 3 4; do
+    sleep 0.1
+    xdotool mousemove --window "$MAIN" $(($1 + ($3 - $1) * i / 4)) $(($2 + ($4 - $2) * i / 4))
+  done
+  sleep 0.1
+  xdotool mouseup 1
+  sleep 0.3
+}
+
 # The program is copied: it keeps its configure file beside itself.
 start_program() {
   rm -rf "${STAGE:?}/bin"
@@ -77,7 +96,8 @@ start_program() {
   children+=("$PROGRAM_PID")
   wait_window '^Morentis 3'
   MAIN=$(window '^Morentis 3')
-  xdotool windowsize --sync "$MAIN" $WIDTH $HEIGHT windowmove "$MAIN" 60 60
+  settle "$MAIN"
+  wait_for 20 set_size || fail "The window does not take its size."
   focus "$MAIN"
   settle "$MAIN"
 }

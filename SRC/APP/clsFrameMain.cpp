@@ -12,6 +12,7 @@
 #include "APP/clsMain.h"
 #include "APP/clsRecovery.h"
 #include "APP/clsShortcut.h"
+#include "COLORCURVE/EDITOR/clsColorCurveCtrl.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
@@ -180,11 +181,11 @@ void FrameMain_cls::ShowModified() {
 
 void FrameMain_cls::FitSplitterWindow(bool bForce) {
     const int height = mpCSplitter->GetClientSize().y;
-    if (height <= mpCBtmHalf->GetMinHeight() + kMinPane) return;
+    const int fitting = height - mBtmHeight - mpCSplitter->GetSashSize();
+    if (fitting <= kMinPane) return;
     const int least = std::min(mpCBtmHalf->GetMinHeight(), 120);
     if (!bForce && mpCSplitter->GetSashPosition() <= height - least) return;
-    // No more than the play panel needs; time lines below it will ask for mBtmHeight.
-    mpCSplitter->SetSashPosition(height - mpCBtmHalf->GetMinHeight());
+    mpCSplitter->SetSashPosition(fitting);
     mBtmFitted = mpCBtmHalf->GetSize().y;
     mpCBtmHalf->RecheckSize();
     Refresh();
@@ -198,8 +199,7 @@ void FrameMain_cls::PlaceAtStart() {
         mStartWatch.Start();
         return;
     }
-    if (mpCBtmHalf->GetSize().y != mpCBtmHalf->GetMinHeight()) FitSplitterWindow(true);
-    mpCTopHalf->PlaceBooks();
+    if (mpCBtmHalf->GetSize().y != mBtmHeight) FitSplitterWindow(true);
     if (mStartWatch.Time() < kStartMillis) return;
     mbPlaced = true;
     // The toolkit begins in the first field; keys are to act on the film from the first moment.
@@ -221,6 +221,7 @@ void FrameMain_cls::ApplySettings() {
     mpCTopHalf->RefreshAttrib();
     mpCTopHalf->RefreshDrawOptions();
     mpCBtmHalf->RefreshGUI();
+    mpCMain->mpCColorCurveCtrl->UpdateItems(true);
 }
 
 wxString FrameMain_cls::Serialize() {

@@ -125,6 +125,7 @@ private:
     void OnMenuUndo(wxCommandEvent& event);
     void OnMenuRedo(wxCommandEvent& event);
     void OnMenuTimeRemap(wxCommandEvent& event);
+    void OnMenuDeselect(wxCommandEvent& event);
     void OnMenuScene(wxCommandEvent& event);
     void BindMenuStates();
     void OnMenuGo(wxCommandEvent& event);
@@ -132,6 +133,8 @@ private:
     void OnMenuRemoveCacheAll(wxCommandEvent& event);
     void OnMenuPreference(wxCommandEvent& event);
     void OnMenuPeriodicBoundary(wxCommandEvent& event);
+    void OnMenuColorCurve(wxCommandEvent& event);
+    void OnMenuRefreshColor(wxCommandEvent& event);
     void OnMenuViewPanelType(wxCommandEvent& event);
     void OnMenuViewExtra(wxCommandEvent& event);
     void OnMenuPlayStop(wxCommandEvent& event);

@@ -22,6 +22,7 @@
 #include "APP/clsRecentFiles.h"
 #include "APP/clsScene.h"
 #include "APP/clsShortcut.h"
+#include "COLORCURVE/EDITOR/clsColorCurveCtrl.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
@@ -36,6 +37,7 @@
 #include "PDATA/clsPeriodicBoundary.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
+#include "WIDGET/TIMELINE/clsParamGUICtrl.h"
 #include "WIDGET/clsMultiInputPanel.h"
 
 void FrameMain_cls::Bind(int id, void (FrameMain_cls::*pHandler)(wxCommandEvent&)) {
@@ -59,10 +61,13 @@ void FrameMain_cls::BindHandlers() {
     Bind(ID_UNDO, &FrameMain_cls::OnMenuUndo);
     Bind(ID_REDO, &FrameMain_cls::OnMenuRedo);
     Bind(ID_TIME_REMAP, &FrameMain_cls::OnMenuTimeRemap);
+    Bind(ID_DESELECT, &FrameMain_cls::OnMenuDeselect);
     Bind(ID_SCENE, &FrameMain_cls::OnMenuScene);
     BindMenuStates();
     Bind(ID_PREFERENCE, &FrameMain_cls::OnMenuPreference);
     Bind(ID_PERIODIC_BOUNDARY, &FrameMain_cls::OnMenuPeriodicBoundary);
+    Bind(ID_COLOR_CURVE, &FrameMain_cls::OnMenuColorCurve);
+    Bind(ID_REFRESH_COLOR, &FrameMain_cls::OnMenuRefreshColor);
     Bind(ID_REFRESH_GL, &FrameMain_cls::OnMenuRefreshGL);
     Bind(ID_REFRESH_TL, &FrameMain_cls::OnMenuRefreshTL);
     Bind(ID_REFRESH_SB, &FrameMain_cls::OnMenuRefreshSB);
@@ -139,6 +144,10 @@ void FrameMain_cls::OnMenuTimeRemap(wxCommandEvent& event) {
     GetPCTimeCtrl()->SetUseTimeRemapCommand(event.IsChecked());
 }
 
+void FrameMain_cls::OnMenuDeselect(wxCommandEvent&) {
+    mpCBtmHalf->GetPCParamGUICtrl()->SelectObject(static_cast<SceneObj_cls*>(nullptr));
+}
+
 void FrameMain_cls::OnMenuScene(wxCommandEvent&) { mpCMain->mpCScene->OpenWindow(this); }
 
 // Entries that follow the program's state by themselves.
@@ -146,7 +155,7 @@ void FrameMain_cls::BindMenuStates() {
     const auto state = [this](int id, std::function<void(wxUpdateUIEvent&)> tell) {
         wxFrame::Bind(wxEVT_UPDATE_UI, tell, id);
     };
-    state(ID_UNDO, [](wxUpdateUIEvent& event) { event.Enable(GCUndoList.IsUndoable()); });
+    state(ID_UNDO, [this](wxUpdateUIEvent& event) { event.Enable(mpCMain->IsUndoable()); });
     state(ID_REDO, [](wxUpdateUIEvent& event) { event.Enable(GCUndoList.IsRedoable()); });
     state(ID_TIME_REMAP,
           [this](wxUpdateUIEvent& event) { event.Check(GetPCTimeCtrl()->mbUseTimeRemap.mValue); });
@@ -179,6 +188,10 @@ void FrameMain_cls::OnMenuPreference(wxCommandEvent&) {
 void FrameMain_cls::OnMenuPeriodicBoundary(wxCommandEvent&) {
     mpCMain->mpCPeriodicBoundary->OpenWindow(this);
 }
+
+void FrameMain_cls::OnMenuColorCurve(wxCommandEvent&) { mpCMain->OpenColorCurveDialog(); }
+
+void FrameMain_cls::OnMenuRefreshColor(wxCommandEvent&) { mpCMain->mpCColorCurveCtrl->UpdateItems(true); }
 
 void FrameMain_cls::OnMenuViewPanelType(wxCommandEvent& event) {
     mpCTopHalf->SplitPanel(event.GetId() - ID_VIEW_PANEL_TYPE_0);

@@ -9,10 +9,13 @@
 #include <wx/filename.h>
 #include <wx/utils.h>
 
+#include "APP/ColorCurveLinks.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsRecentFiles.h"
 #include "APP/clsRecovery.h"
 #include "APP/clsScene.h"
+#include "COLORCURVE/EDITOR/clsColorCurveBtn.h"
+#include "COLORCURVE/EDITOR/clsColorCurveCtrl.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
@@ -84,6 +87,9 @@ Main_cls::Main_cls() {
     mpCAnchorPath = new AnchorPath_cls;
     mpCLightSRCCtrl = new LightSRCCtrl_cls;
     mpCTimeCtrl = new TimeCtrl_cls(this);
+    mpCColorCurveCtrl = new ColorCurveCtrl_cls;
+    ColorCurveBtn_cls::mspCColorCurveCtrlLinked = mpCColorCurveCtrl;
+    LinkColorCurveCtrl(*this, *mpCColorCurveCtrl);
     LinkParamHooks();
     mpCInformation->Connect([this]() -> const PDataBlock_cls* {
         const int index = mpCTimeCtrl->GetRemappedIndex(-1);
@@ -94,6 +100,7 @@ Main_cls::Main_cls() {
     mpCRecentFiles = new RecentFiles_cls;
     mpCFrameMain = new FrameMain_cls("Morentis 3 v 0.80", this, FirstWindowRect(mDisplayHeight));
     MakeCameraPathGroup();
+    MakeTimeLines();
 
     ReadProjectFile(GetConfigureFilePath());
     mpCRecovery =
@@ -117,6 +124,8 @@ Main_cls::~Main_cls() {
     delete mpCCameraPath;
     delete mpCAnchorPath;
     delete mpCLightSRCCtrl;
+    ColorCurveBtn_cls::mspCColorCurveCtrlLinked = nullptr;
+    delete mpCColorCurveCtrl;
     delete mpCTimeCtrl;
     delete mpCScene;
     delete mpCRecentFiles;
@@ -187,6 +196,8 @@ void Main_cls::CloseData() {
     delete GLDrawData_cls::mspCSnapShot;
     GLDrawData_cls::mspCSnapShot = nullptr;
 }
+
+void Main_cls::OpenColorCurveDialog() { mpCColorCurveCtrl->OpenCurve(nullptr, mpCFrameMain); }
 
 void Main_cls::Special() {
     const int index = mpCTimeCtrl->GetRemappedIndex(-1);

@@ -7,6 +7,7 @@
 
 class AnchorPath_cls;
 class CameraPath_cls;
+class ColorCurveCtrl_cls;
 class DataLoader_cls;
 class DrawOption_cls;
 class Exposure_cls;
@@ -16,6 +17,7 @@ class LightSRCCtrl_cls;
 class Overlay_cls;
 class PDataSeqCtrl_cls;
 class PDataSequence_cls;
+class ParamGUICtrl_cls;
 class ParamGroup_cls;
 class PeriodicBoundary_cls;
 class PeriodicBoundaryCtrl_cls;
@@ -59,6 +61,8 @@ public:
     /// One step back or forward; an edit that a hand still holds ends first.
     void Undo();
     void Redo();
+    /// Also when the edit that a hand still holds would be the first step.
+    bool IsUndoable() const;
     /// Let curves and clock reach what they need of the program.
     void LinkParamHooks();
     /// The living curve of this identifier, null when nobody knows it.
@@ -82,6 +86,7 @@ public:
     void LastWords();
     /// Data that were opened by the user stand at the top of the recent ones.
     void NoteOpenedData(const wxString& path);
+    void OpenColorCurveDialog();
     /// Debug aid: radius, type and value of the previous snapshot into the current one.
     void Special();
 
@@ -98,6 +103,8 @@ public:
     /// Folder "Camera Path" of the time line: the curves of camera and anchor that files keep.
     ParamGroup_cls* mpCParamGroupCameraPath = nullptr;
     TimeCtrl_cls* mpCTimeCtrl = nullptr;
+    ColorCurveCtrl_cls* mpCColorCurveCtrl = nullptr; ///< the colour curve editor
+    ParamGUICtrl_cls* mpCParamGUICtrl = nullptr; ///< the time lines, of the main frame
     Scene_cls* mpCScene = nullptr;
     FrameMain_cls* mpCFrameMain = nullptr; ///< wxWidgets destroys windows
     RecentFiles_cls* mpCRecentFiles = nullptr;
@@ -108,8 +115,9 @@ public:
     int mDisplayHeight = 0;
 
 private:
-    void MakeCameraPathGroup();
     void UnlinkParamHooks();
     void EndGestures();
+    void MakeCameraPathGroup();
+    void MakeTimeLines();
     wxString SerializeAll(bool bFull);
 };

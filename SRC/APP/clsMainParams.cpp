@@ -1,12 +1,17 @@
 // The hub and the undo list: steps that open and close data, and what curves ask of the program.
 #include "APP/clsCommandLoadData.h"
+#include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
+#include "COLORCURVE/EDITOR/clsColorCurveCtrl.h"
 #include "PARAM/ParamHooks.h"
 #include "PARAM/clsKeyFrame.h"
 #include "PARAM/clsParamGroup.h"
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "TIME/clsTimeCtrl.h"
+#include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
+#include "WIDGET/TIMELINE/clsParamGUICtrl.h"
+#include "WIDGET/TIMELINE/clsParamTL.h"
 #include "WIDGET/clsMultiInputPanel.h"
 #include "WIDGET/clsNumField.h"
 
@@ -18,14 +23,39 @@ void Main_cls::LinkParamHooks() {
     };
     mpCTimeCtrl->mCollectTags = [this](std::vector<bool>* pTags) {
         mpCPDataSeqCtrl->ClearSnipping();
-        mpCTimeCtrl->mpCTimeRemapGroup->CheckSnippingTag(pTags);
+        if (mpCParamGUICtrl) mpCParamGUICtrl->CheckSnippingTag(pTags);
     };
 }
 
+// The groups that are there from the start, folded: most work needs no key.
+void Main_cls::MakeTimeLines() {
+    mpCParamGUICtrl = mpCFrameMain->GetPCBtmHalf()->GetPCParamGUICtrl();
+    ParamGUICtrl_cls* lines = mpCParamGUICtrl;
+    GParamHooks.mGroupRefresh = [lines](ParamGroup_cls* pGroup) { lines->GroupRefresh(pGroup); };
+    GParamHooks.mStripHit = &ParamGUICtrl_cls::StripHit;
+    GParamHooks.mStripTimeDepend = [lines](ParamTL_cls* pStrip, bool bTimeDepend) {
+        lines->StripTimeDepend(pStrip, bTimeDepend);
+    };
+    GParamHooks.mStripRead = [lines](ParamTL_cls* pStrip) { lines->StripRead(pStrip); };
+    for (ParamGroup_cls* group : {mpCTimeCtrl->mpCTimeRemapGroup, mpCParamGroupCameraPath}) {
+        lines->AddParamGroup(group);
+        lines->FoldGroup(group, true);
+    }
+    lines->ShowGroup(mpCTimeCtrl->mpCTimeRemapGroup, mpCTimeCtrl->mbUseTimeRemap.mValue);
+    lines->HideAndShow();
+    lines->ResizeTL();
+}
+
 void Main_cls::UnlinkParamHooks() {
+    mpCParamGUICtrl = nullptr; // went with the frame
     GCUndoList.Clear();
     GParamHooks.mFindParam = nullptr;
     GParamHooks.mMarkSnipping = nullptr;
+    GParamHooks.mGroupRefresh = nullptr;
+    GParamHooks.mStripHit = nullptr;
+    GParamHooks.mStripTimeDepend = nullptr;
+    GParamHooks.mStripRead = nullptr;
+    mpCTimeCtrl->mCollectTags = nullptr;
 }
 
 Parameters_cls* Main_cls::GetPCParamFromID(const wxString& id) {
@@ -35,6 +65,12 @@ Parameters_cls* Main_cls::GetPCParamFromID(const wxString& id) {
 void Main_cls::EndGestures() {
     NumField_cls::EndAnyGesture();
     mpCTimeCtrl->EndGesture();
+    mpCColorCurveCtrl->EndGesture();
+}
+
+bool Main_cls::IsUndoable() const {
+    return GCUndoList.IsUndoable() || NumField_cls::IsAnyGesture() || mpCTimeCtrl->IsGesture() ||
+           mpCColorCurveCtrl->IsGesture();
 }
 
 void Main_cls::Undo() {

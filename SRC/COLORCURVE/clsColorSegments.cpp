@@ -1,10 +1,12 @@
 #include "COLORCURVE/clsColorSegments.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 #include "COLORCURVE/clsColorCurve.h"
 #include "COMMON/DataLoops.h"
+#include "PARAM/clsParamGroup.h"
 
 namespace {
 
@@ -22,6 +24,31 @@ void ScaleAll(const float* pX, long long count, float* pT, int* pSegment, const 
         pT[i] = low < last ? low : last;
         pSegment[i] = 0;
     }
+}
+
+float ToFloat(double value) {
+    constexpr double kMost = std::numeric_limits<float>::max();
+    return static_cast<float>(std::clamp(value, -kMost, kMost));
+}
+
+/// The smallest float that isn't below a key's position: the same scalars lie behind both.
+float BeginOf(double position) {
+    const float begin = ToFloat(position);
+    return static_cast<double>(begin) < position
+               ? std::nextafter(begin, std::numeric_limits<float>::infinity())
+               : begin;
+}
+
+/// Where any of the curves has a key, ascending.
+std::vector<float> CollectBegins(const std::vector<Parameters_cls>& params) {
+    std::vector<float> begins;
+    for (const Parameters_cls& param : params)
+        for (const KeyFrame_cls& key : param.GetKeys())
+            begins.push_back(BeginOf(key.mDoubleIndex));
+    if (begins.empty()) begins.push_back(0.0f);
+    std::sort(begins.begin(), begins.end());
+    begins.erase(std::unique(begins.begin(), begins.end()), begins.end());
+    return begins;
 }
 
 constexpr size_t kTogether = 4; // keys looked at in one walk over the particles
@@ -53,31 +80,28 @@ void ColorSegments_cls::Locate(const float* pX, long long count, float* pT, int*
 
 ColorSegments_cls::ColorSegments_cls(const ColorCurve_cls& curve, float alphaScale)
     : mOffset(curve.GetScaleOffset()), mRange(curve.GetScaleRange()) {
-    const auto& keys = curve.GetKeys();
-    const auto at = [](const ColorCurve_cls::Key& key) {
-        Segment_st segment;
-        segment.mBegin = static_cast<float>(key[0]);
-        for (size_t c = 0; c < 4; ++c)
-            segment.mColor[c] = static_cast<float>(key[c + 1]);
-        return segment;
-    };
-    mSegments.clear();
     if (curve.IsConstant()) {
-        mSegments.resize(1);
         std::copy_n(curve.mConstantColor.mValue, 4, mSegments[0].mColor);
         mSegments[0].mColor[3] *= alphaScale;
         return;
     }
-    mFirst = static_cast<float>(keys.front()[0]);
-    mLast = static_cast<float>(keys.back()[0]);
-    // Every key opens a segment; the last one has no slope.
-    for (size_t k = 0; k < keys.size(); ++k) {
-        Segment_st segment = at(keys[k]);
-        const double width = k + 1 < keys.size() ? keys[k + 1][0] - keys[k][0] : 0.0;
-        for (size_t c = 0; width > 0.0 && c < 4; ++c)
-            segment.mSlope[c] = static_cast<float>((keys[k + 1][c + 1] - keys[k][c + 1]) / width);
-        segment.mColor[3] *= alphaScale;
-        segment.mSlope[3] *= alphaScale;
-        mSegments.push_back(segment);
+    const std::vector<Parameters_cls>& params = curve.mpCParamGroup->mVParams;
+    const std::vector<float> begins = CollectBegins(params);
+    mFirst = begins.front();
+    mLast = begins.back();
+    mSegments.clear();
+    for (const float begin : begins) {
+        Segment_st& segment = mSegments.emplace_back();
+        segment.mBegin = begin;
+        for (size_t c = 0; c < 4; ++c) {
+            double terms[4];
+            params[c].GetPolynomial(static_cast<double>(begin), terms);
+            const double scale = c == 3 ? static_cast<double>(alphaScale) : 1.0;
+            segment.mColor[c] = ToFloat(terms[0] * scale);
+            segment.mSlope[c] = ToFloat(terms[1] * scale);
+            segment.mSquare[c] = ToFloat(terms[2] * scale);
+            segment.mCube[c] = ToFloat(terms[3] * scale);
+            mbCubic = mbCubic || terms[2] != 0.0 || terms[3] != 0.0;
+        }
     }
 }

@@ -59,6 +59,11 @@ public:
     }
     /// The same without the cache; both arguments as they stand.
     double Evaluate(double doubleIndex, double resolution) const;
+    /// The curve from `doubleIndex` to the next key, without snapping to keys: the value at doubleIndex + u
+    /// is pC[0] + u (pC[1] + u (pC[2] + u pC[3])). For loops that evaluate a curve many times.
+    void GetPolynomial(double doubleIndex, double* pC) const;
+    /// The same numbers for many ascending times, in one walk over the keys.
+    void EvaluateMany(const double* pTimes, size_t count, double resolution, double* pOut) const;
     unsigned int GetInterpTypeFromDouble(double doubleIndex) const;
     double GetHermiteVelocity(int i) const;  ///< tangent in use
     double CalcVelocity(int i, int j) const; ///< slope from key i to key j; 0.0 where there is none
@@ -134,6 +139,7 @@ public:
     void ExecCommandOvwtKey(int i, const KeyFrame_cls& key);
     void ExecCommandMoveKey(double from, double to, double resolution);
     void ExecCommandDeleteKey(int i);
+    void ExecCommandSetKeys(std::vector<KeyFrame_cls> keys); ///< these in place of all
     void ExecCommandSetKeyType(int i, unsigned kind);
     void ExecCommandSetKeyTypeMulti(const std::vector<int>& indices, const std::vector<unsigned>& kinds);
     void ExecCommandInitSet(double value, double doubleIndex = 0.0);
@@ -166,6 +172,7 @@ private:
     const KeyFrame_cls& KeyAt(int i) const;
     bool IsIndex(int i) const { return i >= 0 && i < GetKeyNumber(); }
     double ValueFor(double y0, double y1) const;
+    const KeyFrame_cls* FindSegment(double doubleIndex, double half) const;
     double InSegment(const KeyFrame_cls* pKey, double doubleIndex) const;
     wxString GetStrSegment(int i, wxString* pName) const;
     void Perform(ComParamBase_cls* pRedo, ComParamBase_cls* pUndo);

@@ -68,9 +68,16 @@ double Parameters_cls::Evaluate(double doubleIndex, double resolution) const {
     const KeyFrame_cls* keys = mVKeys.data();
     if (!mbTimeDepend.mValue || doubleIndex <= keys[0].mDoubleIndex) return keys[0].mValue;
     if (n == 1 || doubleIndex >= keys[n - 1].mDoubleIndex) return keys[n - 1].mValue;
+    const KeyFrame_cls* pLeft = FindSegment(doubleIndex, resolution / 2);
+    return pLeft ? InSegment(pLeft, doubleIndex) : keys[n - 1].mValue;
+}
+
+// The left key of the segment behind key 0; null behind the last key.
+const KeyFrame_cls* Parameters_cls::FindSegment(double doubleIndex, double half) const {
     // The right end of the segment: the first key, not counting key 0, that lies more than half a
     // resolution ahead. So the last bit before a key already belongs to the segment behind it.
-    const double half = resolution / 2;
+    const KeyFrame_cls* keys = mVKeys.data();
+    const size_t n = mVKeys.size();
     size_t right = 1;
     for (size_t length = n - 1; length > 0;) {
         const size_t middle = length / 2;
@@ -78,8 +85,71 @@ double Parameters_cls::Evaluate(double doubleIndex, double resolution) const {
         right = bAhead ? right : right + middle + 1;
         length = bAhead ? middle : length - middle - 1;
     }
-    if (right == n) return keys[n - 1].mValue;
-    return InSegment(keys + right - 1, doubleIndex);
+    return right == n ? nullptr : keys + right - 1;
+}
+
+void Parameters_cls::GetPolynomial(double doubleIndex, double* pC) const {
+    std::fill_n(pC, 4, 0.0);
+    const size_t n = mVKeys.size();
+    const bool bConstant = n < 2 || !mbTimeDepend.mValue || doubleIndex < mVKeys[0].mDoubleIndex ||
+                           doubleIndex >= mVKeys[n - 1].mDoubleIndex;
+    const KeyFrame_cls* pLeft = bConstant ? nullptr : FindSegment(doubleIndex, 0.0);
+    if (!pLeft || pLeft->mInterpType == INTERP_STEP) {
+        pC[0] = pLeft ? pLeft->mValue : Evaluate(doubleIndex, 0.0);
+        return;
+    }
+    const double dt = pLeft[1].mDoubleIndex - pLeft[0].mDoubleIndex;
+    const double rate = (doubleIndex - pLeft[0].mDoubleIndex) / dt;
+    const double y0 = pLeft[0].mValue;
+    const double y1 = ValueFor(y0, pLeft[1].mValue);
+    if (!IsHermite(*pLeft)) {
+        pC[0] = y0 + rate * (y1 - y0);
+        pC[1] = (y1 - y0) / dt;
+        return;
+    }
+    // The same cubic, developed around another place.
+    const Cubic_st cubic(pLeft[0], pLeft[1], y1);
+    pC[0] = y0 + rate * (cubic.mC1 + rate * (cubic.mC2 + rate * cubic.mC3));
+    pC[1] = (cubic.mC1 + rate * (2 * cubic.mC2 + rate * 3 * cubic.mC3)) / dt;
+    pC[2] = (cubic.mC2 + 3 * rate * cubic.mC3) / (dt * dt);
+    pC[3] = cubic.mC3 / (dt * dt * dt);
+}
+
+void Parameters_cls::EvaluateMany(const double* pTimes, size_t count, double resolution, double* pOut) const {
+    const size_t n = mVKeys.size();
+    const KeyFrame_cls* keys = mVKeys.data();
+    const double half = resolution / 2;
+    size_t i = 0;
+    if (n < 2 || !mbTimeDepend.mValue) {
+        std::fill(pOut, pOut + count, n == 0 ? 0.0 : keys[0].mValue);
+        return;
+    }
+    for (; i < count && pTimes[i] <= keys[0].mDoubleIndex; ++i)
+        pOut[i] = keys[0].mValue;
+    size_t right = 1;
+    while (i < count && pTimes[i] < keys[n - 1].mDoubleIndex) {
+        while (right < n && !(keys[right].mDoubleIndex - half > pTimes[i]))
+            ++right;
+        if (right == n) break;
+        // All times of one segment share what is worked out from its two keys.
+        const KeyFrame_cls& left = keys[right - 1];
+        const double end = keys[right].mDoubleIndex - half;
+        const double dt = keys[right].mDoubleIndex - left.mDoubleIndex;
+        const double y0 = left.mValue;
+        const double y1 = ValueFor(y0, keys[right].mValue);
+        const Cubic_st cubic(left, keys[right], y1);
+        const bool bStep = left.mInterpType == INTERP_STEP;
+        const bool bHermite = IsHermite(left);
+        for (; i < count && end > pTimes[i] && pTimes[i] < keys[n - 1].mDoubleIndex; ++i) {
+            const double rate = (pTimes[i] - left.mDoubleIndex) / dt;
+            const double line = y0 + rate * (y1 - y0);
+            const double curve =
+                y0 + cubic.mC1 * rate + cubic.mC2 * rate * rate + cubic.mC3 * rate * rate * rate;
+            pOut[i] = bStep ? y0 : bHermite ? curve : line;
+        }
+    }
+    for (; i < count; ++i)
+        pOut[i] = keys[n - 1].mValue;
 }
 
 double Parameters_cls::InSegment(const KeyFrame_cls* pKey, double doubleIndex) const {

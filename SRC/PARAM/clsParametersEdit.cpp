@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "PARAM/ParamHooks.h"
 #include "PARAM/clsParamCommand.h"
@@ -209,6 +210,12 @@ void Parameters_cls::ExecCommandDeleteKey(int i) {
     mVKeys.back().mDoubleIndex = std::max(kSentinel, KeyAt(GetKeyNumber() - 2).mDoubleIndex);
     AdjustAutoControl();
     mVKeys.pop_back();
+}
+
+void Parameters_cls::ExecCommandSetKeys(std::vector<KeyFrame_cls> keys) {
+    mVKeys = std::move(keys);
+    SortKey();
+    AdjustAutoControl();
 }
 
 void Parameters_cls::ExecCommandSetKeyType(int i, unsigned kind) {

@@ -13,6 +13,7 @@
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
 #include "GL/DRAW/clsGLAttribute.h"
+#include "PDATA/ParticleScalars.h"
 #include "PDATA/clsArrayPool.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSeqCtrl.h"
@@ -23,7 +24,7 @@
 namespace {
 
 constexpr int kAttributeNumber = PDataSequence_cls::kAttributeNumber;
-constexpr unsigned kFirstComputed = 2; // depend values from here on need the derived array
+constexpr unsigned kFirstComputed = ParticleScalars_st::kFirstComputed; // these need the derived array
 
 template <class T>
 bool Take(T*& array, int number) {
@@ -45,13 +46,24 @@ const ColorCurve_cls& CurveOf(const GLAttribute_cls& attribute, int which) {
     return *pCurve[which >= 0 && which < 4 ? which : 0];
 }
 
-template <class QUANTITY>
-void FillDash(float* pOut, int number, int step, QUANTITY quantity) {
-    for (long long i = 0; i < number; i += step)
-        pOut[i] = quantity(i);
+/// Share out 0 to `number` over as many threads as such work is worth.
+template <class WORK>
+void InThreads(int number, const WORK& work) {
+    const int count = ThreadSnapInterpolate_cls::GetThreadCount(number);
+    const long long share = number / count;
+    std::vector<std::thread> threads;
+    long long begin = 0;
+    for (int k = 0; k + 1 < count; ++k, begin += share) {
+        try {
+            threads.emplace_back([&work, begin, share] { work(begin, begin + share); });
+        } catch (const std::system_error&) {
+            work(begin, begin + share); // no thread to be had: done here
+        }
+    }
+    work(begin, number);
+    for (std::thread& thread : threads)
+        thread.join();
 }
-
-float Length(const float* v) { return std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]); }
 
 } // namespace
 
@@ -150,21 +162,15 @@ bool SnapData_cls::AllocateValue1Dash() {
 // Taken from the block, not from the moved particles. Made once: whoever asks first decides what it holds.
 void SnapData_cls::SetValue1Dash(unsigned depend) {
     if (mbValue1Dash || mbOwnType || !AllocateValue1Dash()) return;
-    const float(*pPos)[3] = mpCBlock->mpPos;
-    const float(*pVel)[3] = mpCBlock->mpVel;
-    const int* pID = mpCBlock->mpID;
-    if (depend == 2)
-        FillDash(mpValue1Dash, mNumber, mStep, [=](long long i) { return Length(pPos[i]); });
-    else if (depend <= 5)
-        FillDash(mpValue1Dash, mNumber, mStep, [=](long long i) { return pPos[i][depend - 3]; });
-    else if (depend == 6)
-        FillDash(mpValue1Dash, mNumber, mStep, [=](long long i) { return Length(pVel[i]); });
-    else if (depend <= 9)
-        FillDash(mpValue1Dash, mNumber, mStep, [=](long long i) { return pVel[i][depend - 7]; });
-    else if (depend == 10 && pID)
-        FillDash(mpValue1Dash, mNumber, mStep, [=](long long i) { return static_cast<float>(pID[i]); });
-    else
-        std::fill_n(mpValue1Dash, mNumber, 0.0f);
+    const ParticleScalars_st scalars = ParticleScalars_st::Of(*mpCBlock);
+    if (mStep == 1) {
+        InThreads(mNumber, [&](long long begin, long long end) {
+            scalars.Fill(mpValue1Dash + begin, depend, begin, end);
+        });
+        return;
+    }
+    for (long long i = 0; i < mNumber; i += mStep)
+        scalars.Fill(mpValue1Dash + i, depend, i, i + 1);
 }
 
 void SnapData_cls::InterpolateNot(PDataBlock_cls* pBlock, GLAttribute_cls** ppAttribute) {
@@ -191,28 +197,12 @@ void SnapData_cls::InterpolateLinear(PDataBlock_cls* pBlock, GLAttribute_cls** p
     for (int k = 0; k < kAttributeNumber; ++k) {
         GLAttribute_cls& attribute = *ppAttribute[k];
         attribute.mColor.PreCalcScaleFactor();
-        float* pValue = nullptr;
-        SetPValue1(&pValue, &attribute, 0);
+        float* pValue = mpValue1;
+        // A colour that depends on nothing costs nothing.
+        if (!attribute.mColor.IsConstant()) SetPValue1(&pValue, &attribute, 0);
         const float base = attribute.mAlphaDependBase.mValue;
         const float scale = attribute.mAlphaType.mValue == 1 ? base * base : attribute.mAlphaFactor.mValue;
         work.mSource[k] = {ColorSegments_cls(attribute.mColor, scale), pValue};
     }
-    RunThreads(work);
-}
-
-void SnapData_cls::RunThreads(ThreadSnapInterpolate_cls& work) const {
-    const int count = ThreadSnapInterpolate_cls::GetThreadCount(mNumber);
-    const long long share = mNumber / count;
-    std::vector<std::thread> threads;
-    long long begin = 0;
-    for (int k = 0; k + 1 < count; ++k, begin += share) {
-        try {
-            threads.emplace_back([&work, begin, share] { work.InterpolateDataLinear(begin, begin + share); });
-        } catch (const std::system_error&) {
-            work.InterpolateDataLinear(begin, begin + share); // no thread to be had: done here
-        }
-    }
-    work.InterpolateDataLinear(begin, mNumber);
-    for (std::thread& thread : threads)
-        thread.join();
+    InThreads(mNumber, [&work](long long begin, long long end) { work.InterpolateDataLinear(begin, end); });
 }

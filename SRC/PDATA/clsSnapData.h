@@ -4,7 +4,6 @@
 
 class GLAttribute_cls;
 class PDataBlock_cls;
-class ThreadSnapInterpolate_cls;
 
 class SnapData_cls {
 public:
@@ -45,7 +44,6 @@ private:
     void SetValue1Dash(unsigned depend);
     void InterpolateNot(PDataBlock_cls* pBlock, GLAttribute_cls** ppAttribute);
     void InterpolateLinear(PDataBlock_cls* pBlock, GLAttribute_cls** ppAttribute, float dt);
-    void RunThreads(ThreadSnapInterpolate_cls& work) const;
 
     bool mbOwnType = false; ///< mpType was taken over
 };

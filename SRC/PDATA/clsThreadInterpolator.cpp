@@ -1,7 +1,6 @@
 #include "PDATA/clsThreadInterpolator.h"
 
 #include <algorithm>
-#include <new>
 #include <system_error>
 #include <vector>
 
@@ -11,6 +10,7 @@
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
 #include "COMMON/MsgBox.h"
+#include "PDATA/clsIDIndex.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPeriodicBoundary.h"
 #include "PDATA/clsThreadInterpolatorBlock.h"
@@ -19,24 +19,14 @@ namespace {
 
 constexpr int kIndexFrom = 2000; // lost places from which sorting the IDs is cheaper than scanning for each
 
-/// An index when so many particles changed their place that it pays; else, or when memory is short, an empty
-/// one.
-IDIndex MakeIDIndex(const PDataBlock_cls& block, const PDataBlock_cls& next, int number) {
-    IDIndex index;
-    if (block.mVariableNumber != 1 || !block.mpID || !next.mpID) return index;
+/// Fill the index when so many particles changed their place that it pays.
+void MakeIDIndex(const PDataBlock_cls& block, const PDataBlock_cls& next, int number, IDIndex_cls* pIndex) {
+    if (block.mVariableNumber != 1 || !block.mpID || !next.mpID) return;
     int moved = 0;
     for (int i = 0; i < number; ++i)
         moved += block.mpID[i] != next.mpID[i] ? 1 : 0;
-    if (moved < kIndexFrom) return index;
-    try {
-        index.reserve(static_cast<size_t>(next.mParticleNumber));
-    } catch (const std::bad_alloc&) {
-        return index;
-    }
-    for (int j = 0; j < next.mParticleNumber; ++j)
-        index.emplace_back(next.mpID[j], j);
-    std::sort(index.begin(), index.end());
-    return index;
+    // When memory is short the index stays empty, and the search goes by scanning.
+    if (moved >= kIndexFrom) pIndex->Make(next.mpID, next.mParticleNumber);
 }
 
 } // namespace
@@ -107,7 +97,8 @@ void ThreadInterpolator_cls::InterpolateInBox(const PDataBlock_cls& block, const
     const int number = std::min(block.mParticleNumber, next.mParticleNumber);
     const int count = GetThreadCount(block.mParticleNumber);
     const int share = number / count;
-    const IDIndex index = MakeIDIndex(block, next, number);
+    IDIndex_cls index;
+    MakeIDIndex(block, next, number, &index);
     std::vector<ThreadInterpolatorBlock_cls> workers(static_cast<size_t>(count));
     for (int k = 0; k < count; ++k) {
         const int end = k + 1 < count ? (k + 1) * share : number;
@@ -115,7 +106,7 @@ void ThreadInterpolator_cls::InterpolateInBox(const PDataBlock_cls& block, const
                                                       k * share, end, dt);
     }
     for (ThreadInterpolatorBlock_cls& worker : workers)
-        worker.SetIDIndex(index.empty() ? nullptr : &index);
+        worker.SetIDIndex(index.IsEmpty() ? nullptr : &index);
     std::vector<std::thread> threads;
     for (size_t k = 1; k < workers.size(); ++k) {
         try {

@@ -1,14 +1,20 @@
 #include "PDATA/clsThreadInterpolatorBlock.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 
 #include "COMMON/DataLoops.h"
+#include "PDATA/clsIDIndex.h"
 #include "PDATA/clsPDataBlock.h"
 
 namespace {
 
 constexpr int kLanes = 24; // eight particles: whole vectors for every width that processors have
+
+constexpr int kWindows[] = {10, 100, 1000, 10000}; // half widths of the search around the own place
+
+bool IsNear(int i, int j, int width) { return j >= i - width && j < i + width; }
 
 // What an axis does to a difference d: past its limit it goes round the box, or the particle stays.
 template <bool FORCE>
@@ -156,7 +162,14 @@ void ThreadInterpolatorBlock_cls::InterpolateDataLinearSearchingID(CORE core) {
 }
 
 int ThreadInterpolatorBlock_cls::SearchID(int i) const {
-    for (const int width : {10, 100, 1000, 10000}) {
+    if (mpIDIndex) {
+        // An ID that stands once is found wherever the widest of the windows would have met it.
+        const int j = mpIDIndex->FindOnly(mpID[i]);
+        if (j != IDIndex_cls::kSeveral)
+            return j >= 0 && (IsNear(i, j, kWindows[std::size(kWindows) - 1]) || j < mNumberNext / 10) ? j
+                                                                                                       : -1;
+    }
+    for (const int width : kWindows) {
         const int j = SearchIDNear(i, width);
         if (j >= 0) return j;
     }
@@ -177,10 +190,7 @@ int ThreadInterpolatorBlock_cls::SearchIDFull(int id) const {
 
 int ThreadInterpolatorBlock_cls::SearchIDBetween(int id, int begin, int end) const {
     if (begin >= end) return -1;
-    if (mpIDIndex) {
-        const auto found = std::lower_bound(mpIDIndex->begin(), mpIDIndex->end(), std::make_pair(id, begin));
-        return found != mpIDIndex->end() && found->first == id && found->second < end ? found->second : -1;
-    }
+    if (mpIDIndex) return mpIDIndex->FindBetween(id, begin, end);
     const int* pFound = std::find(mpIDNext + begin, mpIDNext + end, id);
     return pFound == mpIDNext + end ? -1 : static_cast<int>(pFound - mpIDNext);
 }

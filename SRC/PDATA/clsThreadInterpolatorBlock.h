@@ -1,13 +1,8 @@
 // One share of the interpolator's work: slopes towards the next snapshot for a contiguous range of particles.
 #pragma once
 
-#include <utility>
-#include <vector>
-
+class IDIndex_cls;
 class PDataBlock_cls;
-
-/// The next snapshot's IDs and their places, ascending: answers a search without walking the arrays.
-using IDIndex = std::vector<std::pair<int, int>>;
 
 class ThreadInterpolatorBlock_cls {
 public:
@@ -15,8 +10,9 @@ public:
     /// holds the lengths of the periodic box. The periodic settings are those of PeriodicBoundary_cls.
     void SetParameters(const PDataBlock_cls& block, const PDataBlock_cls& next, int periodicType,
                        int periodicEffect, const float boundary[3], int begin, int end, float dt);
-    /// Search with this instead of by scanning; the answers are the same. It must outlive the work.
-    void SetIDIndex(const IDIndex* pIndex) { mpIDIndex = pIndex; }
+    /// Search with the next snapshot's index instead of by scanning; the answers are the same. It must
+    /// outlive the work.
+    void SetIDIndex(const IDIndex_cls* pIndex) { mpIDIndex = pIndex; }
     /// The work itself, on whatever thread calls it.
     void Entry();
 
@@ -54,7 +50,7 @@ private:
     const float* mpRadiusNext = nullptr;
     const float* mpValue1Next = nullptr;
     const int* mpIDNext = nullptr;
-    const IDIndex* mpIDIndex = nullptr;
+    const IDIndex_cls* mpIDIndex = nullptr;
     int mBegin = 0;
     int mEnd = 0;
     int mNumberNext = 0;

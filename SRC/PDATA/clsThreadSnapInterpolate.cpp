@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 #ifdef __SSE2__
 #include <emmintrin.h>
@@ -127,12 +128,20 @@ void ThreadSnapInterpolate_cls::ColorAll(long long begin, long long end) const {
         if ((seen >> k & 1u) != 0)
             mSource[k].mCurve.Locate(mSource[k].mpValue + begin, end - begin, t[k], segment[k]);
     }
-    for (long long i = begin; i < end; ++i) {
-        alignas(16) float color[4];
-        const int k = ClassOf(mpType[i]);
-        ColorSegments_cls::GetAt(color, pTable[k], segment[k][i - begin], t[k][i - begin]);
-        StoreColor(mpColorOut[i], color);
-    }
+    const auto store = [&](auto cubic) {
+        for (long long i = begin; i < end; ++i) {
+            alignas(16) float color[4];
+            const int k = ClassOf(mpType[i]);
+            ColorSegments_cls::GetAt<decltype(cubic)::value>(color, pTable[k], segment[k][i - begin],
+                                                             t[k][i - begin]);
+            StoreColor(mpColorOut[i], color);
+        }
+    };
+    if (std::any_of(std::begin(mSource), std::end(mSource),
+                    [](const SnapColorSource_st& source) { return source.mCurve.IsCubic(); }))
+        store(std::true_type());
+    else
+        store(std::false_type());
 }
 
 void ThreadSnapInterpolate_cls::ColorConstant(long long begin, long long end) const {

@@ -95,6 +95,7 @@ public:
     /// for all of them. Not nested.
     void BeginGesture();
     void EndGesture();
+    bool IsGesture() const { return mbGesture; }
 
     void SetFrameNative(int frame, int updateMask);
     void SetInterpStepNative(int step, int updateMask);

@@ -108,6 +108,10 @@ int MultiInputPanel_cls::AddWindow(const wxString& label, wxWindow* pWindow) {
     return row;
 }
 
+void MultiInputPanel_cls::AddRefresh(int row, std::function<void()> refresh) {
+    mRows[static_cast<size_t>(row)]->mRefresh.push_back(std::move(refresh));
+}
+
 int MultiInputPanel_cls::AddStatic(const wxString& label, std::function<wxString()> get,
                                    const wxString& tip) {
     const int row = NewRow(label, tip);

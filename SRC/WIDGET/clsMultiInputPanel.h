@@ -73,6 +73,8 @@ public:
     int AddCaption(const wxString& text);
     /// A window made by the caller, child of this panel.
     int AddWindow(const wxString& label, wxWindow* pWindow);
+    /// Called by UpdateValues for the row: brings a window of the caller's up to date.
+    void AddRefresh(int row, std::function<void()> refresh);
 
     /// From now on what the user changes is undoable, and makes stale what the mask says
     /// (COMMON/UpdateBits.h). The bound values must live as long as the program.

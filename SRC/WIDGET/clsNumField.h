@@ -23,6 +23,7 @@ public:
     ~NumField_cls() override;
     /// Finish the gesture that is under way in any field.
     static void EndAnyGesture();
+    static bool IsAnyGesture() { return mspCActive != nullptr; }
 
     double GetValue() const { return mValue; }
     /// Show a value without telling the handler; an edit under way stays.

@@ -51,7 +51,8 @@ protected:
     static AnchorPath_cls& Anchor() { return *Hub()->mpCAnchorPath; }
     static TimeCtrl_cls& Time() { return *Hub()->mpCTimeCtrl; }
     static void Go(int frame) {
-        Time().SetFrameCommand(frame);
+        Time().SetFrameNative(frame, 0); // leaves no step
+        Menu(ID_REFRESH_GL);
         Settle();
     }
     static const PositionAndDirection_cls& Eye(int view = 0) { return Canvas(view)->mCCamPos; }

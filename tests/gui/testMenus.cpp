@@ -85,7 +85,6 @@ TEST_F(Menus, WhatIsNotThereYetIsGreyed) {
                          ID_POV_RENDER_ANIM,
                          ID_CAMERA_PATH,
                          ID_LIGHT_SOURCE,
-                         ID_COLOR_CURVE,
                          ID_TEX_PROPERTY,
                          ID_STEREOGRAM}) {
         ASSERT_TRUE(Bar()->FindItem(id)) << id;
@@ -94,7 +93,7 @@ TEST_F(Menus, WhatIsNotThereYetIsGreyed) {
     for (const int id :
          {ID_OPEN_PROJECT, ID_SAVE_PROJECT, ID_SAVE_PROJECT_AS, ID_LOAD_DATA, ID_CLOSE_DATA, ID_QUIT, ID_GO,
           ID_TIME_REMAP, ID_SCENE, ID_REMOVE_CACHE_SNAP, ID_REMOVE_CACHE_ALL, ID_PREFERENCE, ID_VIEW_EXTRA,
-          ID_PERIODIC_BOUNDARY, ID_ABOUT, ID_ABOUT_GL, ID_UNLOCK, ID_SPECIAL})
+          ID_COLOR_CURVE, ID_PERIODIC_BOUNDARY, ID_ABOUT, ID_ABOUT_GL, ID_UNLOCK, ID_SPECIAL})
         EXPECT_TRUE(Bar()->IsEnabled(id)) << Bar()->GetLabel(id);
     EXPECT_EQ(Bar()->GetMenuCount(), 7u);
 }

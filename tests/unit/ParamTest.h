@@ -50,6 +50,7 @@ protected:
         GCUndoList.Clear();
         GParamHooks = ParamHooks_st();
         GParamHooks.mClipboard = mClipboard;
+        GbSnapDataRefresh.store(false); // steps on colours leave it
         Parameters_cls::SetFrameNumber(100, 1);
         Parameters_cls::msbUndoCommandMake = true;
         Parameters_cls::msCurrentDoubleIndex = 0.0;

@@ -1,9 +1,14 @@
 #include "StoreFixture.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <fstream>
+#include <limits>
+#include <random>
 #include <unordered_map>
 
+#include "PDATA/clsIDIndex.h"
 #include "PDATA/clsPeriodicBoundary.h"
 #include "PDATA/clsThreadInterpolator.h"
 
@@ -15,8 +20,8 @@ constexpr float kBox = 6.0f;
 class Reference_cls {
 public:
     Reference_cls(const PDataBlock_cls& block, const PDataBlock_cls& next, unsigned type, unsigned effect,
-                  float dt)
-        : mBlock(block), mNext(next), mType(type), mEffect(effect), mDT(dt) {
+                  float dt, std::array<float, 3> box = {kBox, kBox, kBox})
+        : mBlock(block), mNext(next), mType(type), mEffect(effect), mDT(dt), mBox(box) {
         for (int j = 0; j < next.mParticleNumber; ++j)
             mPlaces.emplace(next.mpID[j], j);
     }
@@ -28,7 +33,7 @@ public:
             const auto found = mPlaces.find(wanted);
             return found == mPlaces.end() ? -1 : found->second;
         }
-        if (mNext.mpID[i] == wanted) return i;
+        if (i < mNext.mParticleNumber && mNext.mpID[i] == wanted) return i;
         for (int w = 10; w <= 10000; w *= 10) {
             const int j = Find(wanted, std::max(i - w, 0), std::min(i + w, mNext.mParticleNumber));
             if (j >= 0) return j;
@@ -40,10 +45,11 @@ public:
         if (j < 0) return 0.0f;
         float d = mNext.mpPos[j][c] - mBlock.mpPos[i][c];
         if ((mType == 1 && c < 2) || mType == 2) {
-            if (d > 0.5f * kBox)
-                d = mEffect == 0 ? d - kBox : 0.0f;
-            else if (d < -0.5f * kBox)
-                d = mEffect == 0 ? d + kBox : 0.0f;
+            const float length = mBox[size_t(c)];
+            if (d > 0.5f * length)
+                d = mEffect == 0 ? d - length : 0.0f;
+            else if (d < -0.5f * length)
+                d = mEffect == 0 ? d + length : 0.0f;
         }
         return d / mDT;
     }
@@ -79,6 +85,7 @@ private:
     unsigned mType;
     unsigned mEffect;
     float mDT;
+    std::array<float, 3> mBox;
     std::unordered_map<int, int> mPlaces; ///< ID to index in the next snapshot
 };
 
@@ -219,4 +226,162 @@ TEST_F(Interpolator, ThreadCountsGrowWithTheParticles) {
                                           {10000000, 5}, {10000001, 6}};
     for (const auto& count : counts)
         EXPECT_EQ(ThreadInterpolator_cls::GetThreadCount(count.first), count.second) << count.first;
+}
+
+TEST_F(Interpolator, ExactlyHalfABoxIsNoCrossing) {
+    // One step beyond it is: the shorter way round, or none.
+    const float half = 0.5f * kBox;
+    const float above = std::nextafter(half, kBox);
+    for (unsigned effect = 0; effect < 2; ++effect) {
+        HandBlock_st hand(4, 1);
+        HandBlock_st next(4, 2);
+        const float to[4] = {half, -half, above, -above};
+        for (int i = 0; i < 4; ++i)
+            for (int c = 0; c < 3; ++c) {
+                hand.mBlock.mpPos[i][c] = 0.0f;
+                next.mBlock.mpPos[i][c] = to[i];
+            }
+        SetBox(2, effect);
+        for (const int variable : {0, 1, 2}) {
+            hand.mBlock.mVariableNumber = variable;
+            ThreadInterpolator_cls::Interpolate(hand.mBlock, next.mBlock, &mBox, 1.0f);
+            const float expected[4] = {half, -half, effect == 0 ? above - kBox : 0.0f,
+                                       effect == 0 ? kBox - above : 0.0f};
+            for (int i = 0; i < 4; ++i)
+                for (int c = 0; c < 3; ++c)
+                    EXPECT_EQ(hand.mBlock.mpVel[i][c], expected[i]) << i << " mode " << variable;
+        }
+    }
+}
+
+TEST_F(Interpolator, WhatIsNoNumberStaysWithItsParticle) {
+    const float bad[] = {std::nanf(""), INFINITY, -INFINITY};
+    for (const int variable : {0, 1, 2}) {
+        HandBlock_st hand(100, 1);
+        HandBlock_st next(100, 2);
+        hand.mBlock.mVariableNumber = variable;
+        for (int i = 0; i < 3; ++i) {
+            hand.mBlock.mpPos[10 + i][1] = bad[i];
+            next.mBlock.mpRadius[20 + i] = bad[i];
+            next.mBlock.mpValue1[30 + i] = bad[i];
+        }
+        SetBox(2, 0);
+        ThreadInterpolator_cls::Interpolate(hand.mBlock, next.mBlock, &mBox, 1.0f);
+        for (int i = 0; i < 100; ++i) {
+            EXPECT_TRUE(std::isfinite(hand.mBlock.mpVel[i][0]));
+            EXPECT_EQ(std::isfinite(hand.mBlock.mpVel[i][1]), i < 10 || i > 12) << i;
+            EXPECT_EQ(std::isfinite(hand.mBlock.mpDRadius[i]), i < 20 || i > 22) << i;
+            EXPECT_EQ(std::isfinite(hand.mBlock.mpDValue1[i]), i < 30 || i > 32) << i;
+        }
+        ThreadInterpolator_cls::Interpolate(hand.mBlock, next.mBlock, &mBox, std::nanf(""));
+        EXPECT_TRUE(std::isnan(hand.mBlock.mpVel[50][0])) << "a time that is no number passes through";
+    }
+}
+
+TEST_F(Interpolator, NoParticlesInEitherSnapshotIsNoWork) {
+    HandBlock_st hand(50, 1);
+    const HandBlock_st old(50, 1);
+    HandBlock_st empty(0, 2);
+    for (const int variable : {0, 1, 2}) {
+        hand.mBlock.mVariableNumber = empty.mBlock.mVariableNumber = variable;
+        ThreadInterpolator_cls::Interpolate(hand.mBlock, empty.mBlock, &mBox, 1.0f);
+        ThreadInterpolator_cls::Interpolate(empty.mBlock, hand.mBlock, &mBox, 1.0f);
+        EXPECT_EQ(hand.mBlock.mpVel[7][2], old.mBlock.mpVel[7][2]);
+    }
+}
+
+TEST(IDIndex, FindsWhatAScanWouldFind) {
+    std::mt19937 random(11);
+    for (const unsigned range : {1u, 50u, 3000u, 4000000000u}) {
+        std::vector<int> ids(2000);
+        for (int& id : ids)
+            id = static_cast<int>(random() % range);
+        ids[5] = std::numeric_limits<int>::min();
+        ids[6] = std::numeric_limits<int>::max();
+        IDIndex_cls index;
+        ASSERT_TRUE(index.Make(ids.data(), int(ids.size())));
+        for (int round = 0; round < 3000; ++round) {
+            const int id = round % 3 == 0 ? static_cast<int>(random() % range) : ids[random() % ids.size()];
+            const int begin = static_cast<int>(random() % ids.size());
+            const int end = static_cast<int>(random() % (ids.size() + 1));
+            const auto from = ids.begin() + std::min(begin, end);
+            const auto found = std::find(from, ids.begin() + end, id);
+            EXPECT_EQ(index.FindBetween(id, begin, end),
+                      found == ids.begin() + end ? -1 : int(found - ids.begin()));
+            const auto count = std::count(ids.begin(), ids.end(), id);
+            const int only = index.FindOnly(id);
+            EXPECT_EQ(count == 0  ? -1
+                      : count > 1 ? IDIndex_cls::kSeveral
+                                  : ids[size_t(only)],
+                      count == 1 ? id : only);
+        }
+    }
+    IDIndex_cls none;
+    EXPECT_TRUE(none.Make(nullptr, 0));
+    EXPECT_EQ(none.FindOnly(3), -1);
+    EXPECT_EQ(none.FindBetween(3, 0, 10), -1);
+}
+
+namespace {
+
+/// The store with the settings of a shipped project.
+class RealData : public StoreFixture {
+protected:
+    void Open(const std::string& name) {
+        const std::string folder = std::string(MORENTIS_TEST_ROOT) + "/examples/" + name + "/";
+        std::ifstream project(folder + name + ".mrp");
+        std::string first;
+        for (std::string line; std::getline(project, line);) {
+            mLoader.ReadStrLine(line);
+            mBox.ReadStrLine(line);
+            if (line == "DataSequence0=0") std::getline(project, first);
+        }
+        mLoader.mpCPeriodic = &mBox;
+        mStore.OpenDataFile(folder + first);
+    }
+    std::array<float, 3> Lengths() const {
+        std::array<float, 3> lengths;
+        for (int c = 0; c < 3; ++c) {
+            float vector[3];
+            mBox.GetBoundaryVector(vector, c);
+            lengths[size_t(c)] = vector[c];
+        }
+        return lengths;
+    }
+    /// Particles that go round the box to the next snapshot.
+    static int CountCrossings(const PDataBlock_cls& block, const PDataBlock_cls& next, float dt) {
+        int count = 0;
+        for (int i = 0; i < std::min(block.mParticleNumber, next.mParticleNumber); ++i)
+            count +=
+                std::fabs(block.mpVel[i][0] * dt - (next.mpPos[i][0] - block.mpPos[i][0])) > 0.5f ? 1 : 0;
+        return count;
+    }
+
+    PeriodicBoundary_cls mBox;
+};
+
+} // namespace
+
+TEST_F(RealData, ShippedPeriodicRunsAgreeWithTheReference) {
+    int crossings = 0;
+    for (const char* name : {"lj_melt_bin", "lj_melt_text", "deposit_text", "friction_bin_622187"})
+        for (unsigned effect = 0; effect < 2; ++effect) {
+            Open(name);
+            mBox.mCPeriodicEffect.mValue = effect;
+            const int last = std::min(Sequence().GetSeqLength() - 1, name[0] == 'l' ? 5 : 1);
+            for (int index = 0; index < last; ++index) {
+                Sequence().PrepareIndex(index, 0.5, false, true);
+                const PDataBlock_cls& block = *Snap(index).mpCBlock;
+                const PDataBlock_cls& next = *Snap(index + 1).mpCBlock;
+                ASSERT_TRUE(Snap(index).mbInterpolated && Snap(index + 1).IsItLoaded()) << name;
+                const float dt = static_cast<float>(Snap(index + 1).mTime - Snap(index).mTime);
+                const unsigned type = mBox.mCPeriodicType.mValue;
+                ASSERT_GT(type, 0u) << name;
+                // Beyond the smaller count the arrays keep what was read: those are left out.
+                Reference_cls(block, next, type, effect, dt, Lengths()).Expect(block);
+                if (effect == 0 && name[0] == 'l') crossings += CountCrossings(block, next, dt);
+            }
+            mStore.ClearData(-2, -2, true);
+        }
+    EXPECT_GT(crossings, 100) << "the data must put the box to use";
 }

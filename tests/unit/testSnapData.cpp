@@ -1,9 +1,12 @@
 #include "StoreFixture.h"
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
+#include <numeric>
 
 #include "GL/DRAW/clsGLAttribute.h"
+#include "PDATA/ParticleScalars.h"
 #include "PDATA/clsSnapData.h"
 #include "PDATA/clsThreadSnapInterpolate.h"
 
@@ -163,4 +166,58 @@ TEST_F(SnapData, ThreadCountsGrowWithTheParticles) {
                                                 {1000001, 3}, {10000000, 3}, {10000001, 4}};
     for (const auto& count : counts)
         EXPECT_EQ(ThreadSnapInterpolate_cls::GetThreadCount(count.first), count.second) << count.first;
+}
+
+TEST_F(SnapData, AColourThatIsOffAsksForNothing) {
+    mAttribute[0]->mColor.mDependType.mValue = 6;
+    SwitchOn(1, 4, -5, 5);
+    HandBlock_st hand(100, 5);
+    const SnapData_cls snap(&hand.mBlock, mAttribute, 0.25, 1);
+    EXPECT_EQ(snap.mpValue1Dash[17], hand.mBlock.mpPos[17][1]) << "the first curve in use decides";
+    SwitchOn(1, 1, -5, 5);
+    const SnapData_cls plain(&hand.mBlock, mAttribute, 0.25, 1);
+    EXPECT_FALSE(plain.mbValue1Dash);
+}
+
+TEST_F(SnapData, RangeAndHistogramOfADrivingScalar) {
+    HandBlock_st hand(5000, 9);
+    PDataBlock_cls& block = hand.mBlock;
+    block.mpValue1[10] = std::nanf("");
+    block.mpValue1[11] = INFINITY;
+    block.mpRadius[12] = -INFINITY;
+    const ParticleScalars_st scalars = ParticleScalars_st::Of(block);
+    const auto value = [&block](unsigned depend, int i) {
+        const float* v = depend < 6 ? block.mpPos[i] : block.mpVel[i];
+        if (depend == 10) return static_cast<float>(block.mpID[i]);
+        if (depend < 2) return depend == 0 ? block.mpValue1[i] : block.mpRadius[i];
+        return depend % 4 == 2 ? std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]) : v[(depend + 1) % 4];
+    };
+    for (unsigned depend = 0; depend <= 10; ++depend)
+        for (int classIndex = -1; classIndex < 4; ++classIndex) {
+            std::vector<float> all;
+            for (int i = 0; i < 5000; ++i) {
+                const int type = block.mpType[i] > 3 ? 0 : block.mpType[i];
+                if (std::isfinite(value(depend, i)) && (classIndex < 0 || type == classIndex))
+                    all.push_back(value(depend, i));
+            }
+            float low;
+            float high;
+            ASSERT_TRUE(scalars.GetRange(depend, classIndex, &low, &high));
+            EXPECT_FLOAT_EQ(low, *std::min_element(all.begin(), all.end())) << depend << " " << classIndex;
+            EXPECT_FLOAT_EQ(high, *std::max_element(all.begin(), all.end())) << depend;
+            const std::vector<float> bins = scalars.Count(depend, classIndex, low, high, 7);
+            EXPECT_EQ(std::accumulate(bins.begin(), bins.end(), 0.0f), static_cast<float>(all.size()));
+        }
+    float low;
+    float high;
+    EXPECT_FALSE(ParticleScalars_st().GetRange(0, -1, &low, &high));
+    std::fill_n(block.mpType, 5000, static_cast<unsigned char>(2));
+    EXPECT_FALSE(scalars.GetRange(0, 1, &low, &high)) << "nobody is of this class";
+    const std::vector<float> none = scalars.Count(0, -1, 3.0f, 3.0f, 4);
+    EXPECT_EQ(std::accumulate(none.begin(), none.end(), 0.0f), 0.0f) << "a scale without extent";
+    // A thinned snapshot has only every step-th particle, and values at its own time.
+    const SnapData_cls snap(&block, mAttribute, 0.5, 10);
+    const ParticleScalars_st thin = ParticleScalars_st::Of(snap);
+    const std::vector<float> bins = thin.Count(1, -1, -100.0f, 100.0f, 1);
+    EXPECT_EQ(bins[0], 500.0f);
 }

@@ -76,3 +76,55 @@ TEST(TimelineModel, PrefetchFallsBackToWhatFits) {
     EXPECT_EQ(LimitPrefetch(3, 1), 3) << "three are always granted";
     EXPECT_EQ(LimitPrefetch(4, 1), 0);
 }
+
+TEST(TimelineModel, ZoomKeepsTheFrameUnderThePointer) {
+    const FrameArea area = {100, 900};
+    for (const double factor : {0.2, 0.5, 0.8, 1.1}) {
+        const FrameArea zoomed = ZoomArea(area, 300.0, factor, 1000);
+        EXPECT_NEAR(zoomed.mLast - zoomed.mFirst, 800 * factor, 1.0);
+        // A quarter of the way along before and after, but for the rounding to whole frames.
+        EXPECT_NEAR(zoomed.mFirst + 0.25 * (zoomed.mLast - zoomed.mFirst), 300.0, 1.0) << factor;
+    }
+    EXPECT_EQ(ZoomArea(area, 300.0, 100.0, 1000), (FrameArea{0, 1000})) << "no more than the film";
+    EXPECT_EQ(ZoomArea({0, 4}, 2.0, 0.5, 1000), (FrameArea{0, 4})) << "no less than a few frames";
+    EXPECT_EQ(ZoomArea({10, 15}, 12.0, 0.95, 1000).mLast - ZoomArea({10, 15}, 12.0, 0.95, 1000).mFirst, 4);
+    EXPECT_EQ(ZoomArea({0, 0}, 0.0, 0.5, 0), (FrameArea{0, 0})) << "a film of one frame";
+    EXPECT_EQ(ZoomArea({0, 2}, 1.0, 2.0, 2), (FrameArea{0, 2}));
+}
+
+TEST(TimelineModel, AreasAreDraggedWithinTheFilm) {
+    const FrameArea area = {20, 50};
+    EXPECT_EQ(DragArea(area, 0, 10, 100), (FrameArea{30, 60}));
+    EXPECT_EQ(DragArea(area, 0, 90, 100), (FrameArea{70, 100})) << "its length stays";
+    EXPECT_EQ(DragArea(area, 0, -90, 100), (FrameArea{0, 30}));
+    EXPECT_EQ(DragArea(area, -1, -90, 100), (FrameArea{0, 50}));
+    EXPECT_EQ(DragArea(area, -1, 90, 100), (FrameArea{50, 50})) << "the ends don't pass each other";
+    EXPECT_EQ(DragArea(area, 1, -90, 100), (FrameArea{20, 20}));
+    EXPECT_EQ(DragArea(area, 1, 90, 100), (FrameArea{20, 100}));
+    EXPECT_EQ(ShiftArea({0, 200}, 5, 100), (FrameArea{0, 100})) << "an area from a longer film";
+}
+
+TEST(TimelineModel, RowsScrollWithoutEmptySpace) {
+    RowScale rows;
+    rows.mHeight = 20;
+    rows.mCount = 10;
+    rows.mWindow = 90;
+    EXPECT_EQ(rows.ClampTop(1000), 110);
+    EXPECT_EQ(rows.ClampTop(-5), 0);
+    EXPECT_EQ(rows.TopToShow(9), 110);
+    EXPECT_EQ(rows.TopToShow(0), 0);
+    rows.mTop = 30;
+    EXPECT_EQ(rows.ToRow(0), 1);
+    EXPECT_EQ(rows.ToRow(89), 5);
+    EXPECT_EQ(rows.ToRow(170), -1) << "behind the last row";
+    EXPECT_EQ(rows.FirstSeen(), 1);
+    EXPECT_EQ(rows.LastSeen(), 5);
+    EXPECT_EQ(rows.TopToShow(4), 30) << "seen already";
+    EXPECT_EQ(rows.TopToShow(5), 30);
+    EXPECT_EQ(rows.TopToShow(1), 20);
+    rows.mCount = 2;
+    EXPECT_EQ(rows.ClampTop(30), 0);
+    rows.mCount = 0;
+    EXPECT_EQ(rows.ToRow(5), -1);
+    EXPECT_LT(rows.LastSeen(), rows.FirstSeen());
+}

@@ -1,5 +1,7 @@
 #include "GL/DRAW/clsGLAttributeGUI.h"
 
+#include "COLORCURVE/EDITOR/clsColorCurveBtn.h"
+#include "COLORCURVE/EDITOR/clsColorCurveCtrl.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
@@ -89,19 +91,16 @@ void GLAttributeGUI_cls::AddColorRows() {
     mRowUseCurve = AddCheck(_("Color"), &color.mbUseColorCurve.mValue, _("By a quantity"),
                             _("Colour each particle by one of its quantities"));
     mRowColor = AddColor("", color.mConstantColor.mValue, _("Colour of all particles of this attribute"));
-    mRowDepend = AddChoice(_("Depend on"), &color.mDependType.mValue,
-                           {_("Value1"), _("Radius"), _("Distance from origin"), "x", "y", "z", _("Speed"),
-                            "Vx", "Vy", "Vz", _("ID")},
+    mRowCurve = AddColorCurve(*this, "", &color, _("Colours by the quantity; a click opens the editor"));
+    mRowDepend = AddChoice(_("Depend on"), &color.mDependType.mValue, ColorCurveCtrl_cls::GetDependLabels(),
                            _("The quantity that chooses the colour"));
     mRowScaling = AddNumber(_("Scaling"), &color.mScalingMin.mValue, 1, Range(-1e30, 1e30, 0.1),
                             _("Quantity at the start of the curve, in units of the data"));
     AddNumberTo(mRowScaling, &color.mScalingMax.mValue, Range(-1e30, 1e30, 0.1),
                 _("Quantity at the end of the curve, in units of the data"));
-    mRowAmbient =
-        AddColor(_("Ambient"), a.mAmbient.mConstantColor.mValue, _("Colour of spheres in the shade"));
-    mRowDiffuse =
-        AddColor(_("Diffuse"), a.mDiffuse.mConstantColor.mValue, _("Colour of spheres in the light"));
-    mRowSpecular = AddColor(_("Specular"), a.mSpecular.mConstantColor.mValue, _("Colour of highlights"));
+    mRowAmbient = AddColorCurve(*this, _("Ambient"), &a.mAmbient, _("Colour of spheres in the shade"));
+    mRowDiffuse = AddColorCurve(*this, _("Diffuse"), &a.mDiffuse, _("Colour of spheres in the light"));
+    mRowSpecular = AddColorCurve(*this, _("Specular"), &a.mSpecular, _("Colour of highlights"));
 }
 
 bool GLAttributeGUI_cls::IsDrawType(unsigned type) const { return mpCAttribute->mDrawType.mValue == type; }
@@ -134,6 +133,7 @@ void GLAttributeGUI_cls::HideAndShow() {
     const bool bCurve = a.mColor.mbUseColorCurve.mValue;
     ShowRow(mRowUseCurve, bOwnColor);
     ShowRow(mRowColor, bOwnColor && !bCurve);
+    ShowRow(mRowCurve, bOwnColor && bCurve);
     ShowRow(mRowDepend, bOwnColor && bCurve);
     ShowRow(mRowScaling, bOwnColor && bCurve);
     ShowRow(mRowAmbient, bSphere);

@@ -17,7 +17,6 @@ namespace {
 
 constexpr int kSpace = 4;
 constexpr int kIconSize = 16;
-constexpr int kShortLabelWidth = 330; // below it the check box stands without its label
 // Buttons redraw a few pixels around them, for their shadows: where that reaches a view, the toolkit paints
 // the view again with every step of a button's animation.
 constexpr int kShadow = 8;
@@ -239,14 +238,13 @@ void GLCanvasCtrl_cls::FitControls(int width) {
     mpCComboDisplayMode->Show(bRow && width >= 220);
     for (wxToggleButton* pToggle : mpCToggle)
         pToggle->Show(bRow && width >= 120);
-    int used = 5 * kSpace; // the gaps, and what a button takes beyond its best size
+    int used = 2 * kSpace;
     for (const wxWindow* pControl : GetChildren())
         if (pControl != mpCCanvas && pControl != mpCCheckPivot && pControl->IsShown())
             used +=
                 pControl->GetEffectiveMinSize().x + (dynamic_cast<const wxChoice*>(pControl) ? kSpace : 0);
     for (int form = 0; form < kPivotForms; ++form) {
         if (form < kPivotForms - 1 && used + mPivotWidth[form] > width) continue;
-        if (form == 1 && width < kShortLabelWidth) continue;
         if (mpCCheckPivot->GetLabel() != GetPivotLabel(form)) mpCCheckPivot->SetLabel(GetPivotLabel(form));
         mPivotWidth[form] = mpCCheckPivot->GetBestSize().x; // grows when the toolkit's style has come
         if (used + mPivotWidth[form] <= width) break;

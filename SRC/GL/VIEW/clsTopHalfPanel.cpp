@@ -54,18 +54,30 @@ void Split(wxSplitterWindow* pSplitter, bool bAbove, wxWindow* pFirst, wxWindow*
 
 TopHalfPanel_cls::TopHalfPanel_cls(wxWindow* pParent, FrameMain_cls* pFrame, PDataSequence_cls* pSequence,
                                    const Pages_st& pages, Preference_cls* pPreference)
-    : wxPanel(pParent), mpCSequence(pSequence), mPages(pages) {
+    : wxPanel(pParent), mpCSequence(pSequence), mPages(pages), mBookWidth(kBookWidth) {
     InstallDenseStyle(); // before anything is measured
     mConfList.Add(&mPreviewPanelType, "PreviewPanelType=", "0");
     mpCSides = MakeSplitter(this, 1.0); // the books keep their width
     CreateViews(mpCSides, pFrame, pPreference);
     CreateBooks(mpCSides);
+    KeepBooks();
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(mpCSides, 1, wxEXPAND);
     SetSizer(sizer);
 }
 
-void TopHalfPanel_cls::PlaceBooks() { mpCSides->SetSashPosition(-kBookWidth); }
+void TopHalfPanel_cls::KeepBooks() {
+    // The toolkit sizes windows bit by bit at their start; a sash that was in the way once would stay there.
+    mpCSides->Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+        event.Skip();
+        CallAfter([this] { mpCSides->SetSashPosition(-mBookWidth); });
+    });
+    mpCSides->Bind(wxEVT_SPLITTER_SASH_POS_CHANGING, [this](wxSplitterEvent& event) {
+        if (event.GetEventObject() == mpCSides)
+            mBookWidth = mpCSides->GetClientSize().x - event.GetSashPosition();
+        event.Skip();
+    });
+}
 
 void TopHalfPanel_cls::CreateViews(wxWindow* pParent, FrameMain_cls* pFrame, Preference_cls* pPreference) {
     static const int kModes[kViews] = {0, 6, 1, 3};

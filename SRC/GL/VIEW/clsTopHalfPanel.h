@@ -45,8 +45,6 @@ public:
     void RefreshDrawOptions();
     void RefreshExposure();
     void RecalcSize();
-    /// Give the property tabs their width; the panel must have its size.
-    void PlaceBooks();
     GLCanvasCtrl_cls* GetPCGLCanvasCtrl(int view) const { return mpCCtrl[view]; }
     wxString Serialize();
     void ReadStrLine(const wxString& line);
@@ -54,6 +52,8 @@ public:
 private:
     void CreateViews(wxWindow* pParent, FrameMain_cls* pFrame, Preference_cls* pPreference);
     void CreateBooks(wxWindow* pParent);
+    /// The books keep the width that the user gave them, whatever happens to the window.
+    void KeepBooks();
     template <class T>
     void AddOptionPage(T* pSettings, const wxString& label);
 
@@ -61,6 +61,7 @@ private:
     Pages_st mPages;
     GLCanvasCtrl_cls* mpCCtrl[4];
     wxSplitterWindow* mpCSides = nullptr; ///< views left, books right
+    int mBookWidth;                       ///< pixels right of the sash
     wxSplitterWindow* mpCOuter = nullptr;
     wxSplitterWindow* mpCInner[2] = {nullptr, nullptr};
     wxNotebook* mpCAttribBook = nullptr;

@@ -19,6 +19,68 @@ double FrameScale::PixelsPerFrame() const {
     return mLast > mFirst ? static_cast<double>(mWidth) / (mLast - mFirst) : mWidth;
 }
 
+double FrameScale::ToPixelExact(double frame) const {
+    return mLast > mFirst ? mLeft + (frame - mFirst) / (mLast - mFirst) * mWidth : mLeft;
+}
+
+double FrameScale::ToFrameExact(double pixel) const {
+    if (mLast <= mFirst || mWidth <= 0) return mFirst;
+    return mFirst + (pixel - mLeft) / mWidth * (mLast - mFirst);
+}
+
+namespace {
+
+FrameArea PlaceArea(double first, int span, int maxFrame) {
+    const int low = static_cast<int>(std::lround(std::clamp(first, 0.0, double(maxFrame - span))));
+    return {low, low + span};
+}
+
+} // namespace
+
+FrameArea ZoomArea(const FrameArea& area, double anchor, double factor, int maxFrame) {
+    constexpr int kLeastSpan = 4; // frames; fewer show nothing more
+    const int longest = std::max(maxFrame, 0);
+    const int span = std::max(area.mLast - area.mFirst, 1);
+    int wanted = static_cast<int>(std::lround(std::min(span * factor, 1e9)));
+    if (factor < 1.0) wanted = std::min(wanted, span - 1);
+    if (factor > 1.0) wanted = std::max(wanted, span + 1);
+    wanted = std::min(std::max(wanted, kLeastSpan), longest);
+    const double share = (anchor - area.mFirst) / span;
+    return PlaceArea(anchor - share * wanted, wanted, longest);
+}
+
+FrameArea ShiftArea(const FrameArea& area, int frames, int maxFrame) {
+    const int span = std::clamp(area.mLast - area.mFirst, 0, std::max(maxFrame, 0));
+    return PlaceArea(double(area.mFirst) + frames, span, std::max(maxFrame, 0));
+}
+
+FrameArea DragArea(const FrameArea& area, int end, int frames, int maxFrame) {
+    if (end == 0) return ShiftArea(area, frames, maxFrame);
+    FrameArea moved = area;
+    if (end < 0)
+        moved.mFirst = std::clamp(area.mFirst + frames, 0, area.mLast);
+    else
+        moved.mLast = std::max(std::min(area.mLast + frames, maxFrame), area.mFirst);
+    return moved;
+}
+
+int RowScale::ToRow(int pixel) const {
+    const int at = pixel + mTop;
+    if (at < 0 || at >= mCount * mHeight) return -1;
+    return at / mHeight;
+}
+
+int RowScale::LastSeen() const { return std::min((mTop + mWindow - 1) / mHeight, mCount - 1); }
+
+int RowScale::ClampTop(int top) const { return std::max(std::min(top, mCount * mHeight - mWindow), 0); }
+
+int RowScale::TopToShow(int row) const {
+    const int above = row * mHeight;
+    if (above < mTop) return ClampTop(above);
+    const int below = above + mHeight - mWindow;
+    return ClampTop(std::max(mTop, below));
+}
+
 int TickLabelSpacing(const FrameScale& scale, int interval, int labelWidth) {
     const double perFrame = scale.PixelsPerFrame();
     const int base = std::max(interval, 1);

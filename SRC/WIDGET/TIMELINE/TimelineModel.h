@@ -16,6 +16,44 @@ struct FrameScale {
     int ToFrame(int pixel) const;
     /// Pixels a frame.
     double PixelsPerFrame() const;
+    /// The same without rounding and beyond the ends; frames with a fraction.
+    double ToPixelExact(double frame) const;
+    double ToFrameExact(double pixel) const;
+};
+
+/// A stretch of whole frames, both ends included.
+struct FrameArea {
+    int mFirst = 0;
+    int mLast = 0;
+    bool operator==(const FrameArea& o) const { return mFirst == o.mFirst && mLast == o.mLast; }
+    bool operator!=(const FrameArea& o) const { return !(*this == o); }
+};
+
+/// The area zoomed by `factor` (below 1: fewer frames) so that the frame `anchor` keeps its place on the
+/// strip, within a film that ends at `maxFrame`. At least one frame narrower or wider, until an end is met.
+FrameArea ZoomArea(const FrameArea& area, double anchor, double factor, int maxFrame);
+/// The area moved by whole frames, as far as the film goes.
+FrameArea ShiftArea(const FrameArea& area, int frames, int maxFrame);
+/// One end, or with `end` 0 the whole, dragged by `frames`; -1 the first frame's end, 1 the last one's. The
+/// ends don't pass each other.
+FrameArea DragArea(const FrameArea& area, int end, int frames, int maxFrame);
+
+/// Rows of one height under each other behind a window: what a scroll bar needs.
+struct RowScale {
+    int mHeight = 1; ///< pixels a row
+    int mCount = 0;
+    int mTop = 0;    ///< pixels scrolled away
+    int mWindow = 0; ///< pixels seen
+
+    int ToPixel(int row) const { return row * mHeight - mTop; }
+    /// Row under a pixel, -1 behind the last.
+    int ToRow(int pixel) const;
+    int FirstSeen() const { return mTop / mHeight; }
+    int LastSeen() const; ///< -1 without rows
+    /// The nearest `top` that leaves no empty space under the last row.
+    int ClampTop(int top) const;
+    /// The least movement of the top that shows a row whole.
+    int TopToShow(int row) const;
 };
 
 /// Distance in frames between two numbers on the ruler: a multiple of `interval` by 1, 2, 5, 10, 20 ...

@@ -1,4 +1,5 @@
-// Lower half of the main window: frame slider and cache bar over the play panel.
+// Lower half of the main window: the time control's buttons left of frame slider and cache bar, the time
+// lines under them, and the play panel, which is always seen, at the bottom.
 #pragma once
 
 #include <wx/panel.h>
@@ -7,19 +8,23 @@
 class CacheBar_cls;
 class FrameSlider_cls;
 class Main_cls;
+class ParamGUICtrl_cls;
 class PlayCtrlGUI_cls;
+class TimeCtrl_cls;
+class TimeHeader_cls;
 
 class BtmHalfPanel_cls : public wxPanel {
 public:
     BtmHalfPanel_cls(wxWindow* pParent, Main_cls* pMain);
 
-    /// Slider and cache bar from the clock and the store; what looks the same isn't drawn again.
+    /// Slider, cache bar and time lines from the clock, the store and the curves; what looks the same isn't
+    /// drawn again.
     void RefreshTLPanels();
     /// Fields and buttons of the play panel from the clock.
     void RefreshGUI();
     /// Fit the children to the panel's size.
     void RecheckSize();
-    /// Height, in pixels, that shows everything.
+    /// Height, in pixels, that shows everything and two rows of the time lines.
     int GetMinHeight() const;
     /// Everything from its data.
     void UpdateValues();
@@ -27,10 +32,18 @@ public:
     PlayCtrlGUI_cls* GetPCPlayCtrl() const { return mpCPlay; }
     FrameSlider_cls* GetPCSlider() const { return mpCSlider; }
     CacheBar_cls* GetPCCacheBar() const { return mpCCacheBar; }
+    TimeHeader_cls* GetPCHeader() const { return mpCHeader; }
+    ParamGUICtrl_cls* GetPCParamGUICtrl() const { return mpCParamGUICtrl; }
 
 private:
+    void UpdateTags();
+    void ShowTimeRemap();
+
+    TimeCtrl_cls* mpCTime;
     FrameSlider_cls* mpCSlider;
     CacheBar_cls* mpCCacheBar;
+    ParamGUICtrl_cls* mpCParamGUICtrl;
+    TimeHeader_cls* mpCHeader;
     PlayCtrlGUI_cls* mpCPlay;
     wxTimer mTimer; ///< looks at the store
 };

@@ -1,5 +1,6 @@
-// The slider over the film: ruler, work area and current frame. Press or drag to go to a frame, turn the
-// wheel to step.
+// The slider over the film. From the top: the film as a whole with the part that the strips show; the ruler,
+// where pressing or dragging goes to a frame; the work area, which plays. Parts are dragged by their ends or
+// as a whole. The wheel steps, with Ctrl it zooms around the pointer.
 #pragma once
 
 #include "WIDGET/TIMELINE/clsTimelineStrip.h"
@@ -11,19 +12,52 @@ public:
     FrameSlider_cls(wxWindow* pParent, TimeCtrl_cls* pTime);
     /// Draw again if the clock shows something else than what was drawn.
     void RefreshIfChanged();
+    /// Which frames hold keys.
+    void SetTags(std::vector<bool> tags);
+    const std::vector<bool>& GetTags() const { return mVTags; }
+    /// The whole film over the strip's width: where the part shown is dragged.
+    FrameScale GetFilmScale() const;
+    /// Middle of the bands from the top, for tests of the mouse: 0 film, 1 ruler, 2 work area.
+    int GetBandY(int band) const;
 
 private:
+    enum class Act { NONE, FRAME, ACTIVE, WORK };
     /// What the picture depends on.
     struct Shown {
         int mFrame = -1, mStep = -1, mInterp = -1, mFirst = -1, mLast = -1, mLow = -1, mHigh = -1, mMax = -1;
         bool operator==(const Shown& o) const;
     };
+    /// A band that can be dragged, where a pixel is: -1 its lower end, 0 its middle, 1 its upper end, else
+    /// kNone.
+    static constexpr int kNone = 9;
+
     Shown Current() const;
     void OnPaint(wxPaintEvent& event);
-    void OnMouse(wxMouseEvent& event);
+    void DrawFilm(wxDC& dc) const;
+    void DrawWorkArea(wxDC& dc, const FrameScale& scale) const;
     void DrawRuler(wxDC& dc, const FrameScale& scale);
+    void DrawTags(wxDC& dc, const FrameScale& scale) const;
     void DrawMarker(wxDC& dc, const FrameScale& scale);
+    void DrawHandle(wxDC& dc, int x, int top, int height, const wxColour& colour) const;
+
+    void OnMouse(wxMouseEvent& event);
+    void OnDown(const wxPoint& point);
+    void OnDrag(const wxPoint& point);
+    void OnWheel(const wxMouseEvent& event);
+    void Finish();
+    static wxString GetFramesTip();
+    void Hover(const wxPoint& point);
     void GoTo(int pixel);
+    Act ActAt(const wxPoint& point, int* pEnd) const;
+    int EndAt(const FrameScale& scale, const FrameArea& area, int pixel) const;
+    void SetArea(Act act, const FrameArea& area);
 
     Shown mShown;
+    std::vector<bool> mVTags;
+    Act mAct = Act::NONE;
+    int mEnd = kNone;
+    int mPressed = 0;    ///< pixel
+    FrameArea mDragFrom; ///< the area when it was pressed
+    FrameScale mDragScale;
+    bool mbMoved = false;
 };

@@ -1,0 +1,140 @@
+// The time lines: a tree of groups and curves on the left, their strips on the right, one row each. It knows
+// the groups, which rows stand there, and what is selected; the two windows draw and take the mouse.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include <wx/panel.h>
+
+#include "WIDGET/TIMELINE/KeyEdits.h"
+#include "WIDGET/TIMELINE/TimelineLook.h"
+#include "WIDGET/TIMELINE/TimelineModel.h"
+
+class GraphPanel_cls;
+class ParamGroupGUI_cls;
+class ParamStrips_cls;
+class ParamTL_cls;
+class ParamTree_cls;
+class SceneObj_cls;
+class TimeCtrl_cls;
+class wxScrollBar;
+class wxMenu;
+
+struct TimelineRow {
+    ParamGroupGUI_cls* mpCGroup;
+    int mDim;   ///< curve of the group, -1 for the group's own row
+    int mDepth; ///< in the tree
+};
+
+class ParamGUICtrl_cls : public wxPanel {
+public:
+    ParamGUICtrl_cls(wxWindow* pParent, TimeCtrl_cls* pTime);
+    ~ParamGUICtrl_cls() override;
+
+    // Groups. HideAndShow brings the rows in line with changes.
+    void AddParamGroup(ParamGroup_cls* pGroup); ///< with its children
+    void RemoveParamGroup(ParamGroup_cls* pGroup);
+    void FoldGroup(ParamGroup_cls* pGroup, bool bFolded); ///< hide its items
+    void ShowGroup(ParamGroup_cls* pGroup, bool bShow);
+    void FoldAll(bool bFolded);
+    void HideAndShow(); ///< rebuild the rows
+    void ResizeTL();    ///< have the frame place the lower half again
+    void RecheckSize(); ///< place windows and scroll bar
+    /// Repaint what shows something else now.
+    void RefreshTL();
+    /// Frames that hold keys of animated curves.
+    void CheckSnippingTag(std::vector<bool>* pTags) const;
+
+    // What the curves tell (PARAM/ParamHooks.h).
+    void GroupRefresh(ParamGroup_cls* pGroup);
+    void StripRead(ParamTL_cls* pStrip);
+    void StripTimeDepend(ParamTL_cls* pStrip, bool bTimeDepend);
+    static void StripHit(ParamTL_cls* pStrip, int key);
+
+    // The selection of rows.
+    /// Select the groups of an object alone, null none; the argument.
+    SceneObj_cls* SelectObject(SceneObj_cls* pObject);
+    SceneObj_cls* SelectObject(int id, int sub);
+    Curves GetSelectedCurves() const;
+    void SelectRow(int row, bool bExtend, bool bToggle);
+    void DeselectRows();
+    bool IsRowSelected(int row) const;
+    int GetFocusRow() const { return mFocusRow; }
+
+    // Rows, for the two windows.
+    const std::vector<TimelineRow>& GetRows() const { return mVRows; }
+    RowScale GetRowScale() const;
+    void ScrollTo(int top);
+    void ScrollBy(int pixels) { ScrollTo(mTop + pixels); }
+    /// Curves that an edit in the row acts on: linked ones come along.
+    Curves CurvesOfRow(int row) const;
+    /// Those that the row draws.
+    Curves OwnCurvesOfRow(int row) const;
+    Curves AllCurves() const;
+    Curves ShownCurves() const;
+    bool ToggleFold(int row);
+    void SetHoverRow(int row);
+    int GetHoverRow() const { return mHoverRow; }
+    const TimelineLook& GetLook() const { return mLook; }
+
+    // Edits of the selected keys, of keys at the current time, and the view (clsParamGUICtrlEdit.cpp).
+    Curves CurvesToKey() const; ///< of the selected rows
+    void DeleteKeys();
+    void CopyKeys() const;
+    void SelectAllKeys();
+    void SetKind(unsigned kind);
+    void ToggleKeysNow();
+    void GoToKey(const Curves& curves, int dir);
+    void GoToNeighbourKey(int dir);
+    void OpenKeyDialog();
+    void SetShyMode(bool bShy);
+    /// The graph of the selected rows in the place of the strips.
+    void ShowGraph(bool bShow);
+    bool IsGraphShown() const;
+    void SetActiveArea(const FrameArea& area);
+    void Zoom(double anchor, double factor);
+    void ZoomTo(bool bWorkArea);
+    void ShowKeyMenu(wxWindow* pWindow, const wxPoint& position, double insertAt, const Curves& insertInto);
+    void ShowRowMenu(wxWindow* pWindow, int row, const wxPoint& position);
+    /// Keys of the time line; true when it was one.
+    bool OnKey(const wxKeyEvent& event);
+    void RefreshAll();
+
+    TimeCtrl_cls* GetPCTime() const { return mpCTime; }
+    ParamTree_cls* GetPCTree() const { return mpCTree; }
+    ParamStrips_cls* GetPCStrips() const { return mpCStrips; }
+    GraphPanel_cls* GetPCGraph() const { return mpCGraph; }
+    /// Width at the right that the scroll bar takes, pixels.
+    int GetBarWidth() const;
+
+    std::function<void()> mOnChanged; ///< selection or keys look different now
+
+private:
+    ParamGroupGUI_cls* FindGUI(const ParamGroup_cls* pGroup) const;
+    void EnsureGUI(ParamGroup_cls* pGroup);
+    void DropGUI(const ParamGroup_cls* pGroup);
+    void AddRows(ParamGroup_cls* pGroup, int depth);
+    void Forget(const ParamGroupGUI_cls* pGUI);
+    void SetRowSelected(int row, bool bSelected);
+    void UpdateScrollBar();
+    void UpdateGraph();
+    size_t Signature() const;
+    void MoveFocusRow(int by, bool bExtend);
+    void AppendKinds(wxMenu* pMenu, const std::function<void(unsigned)>& set, int checked) const;
+
+    TimeCtrl_cls* mpCTime;
+    TimelineLook mLook;
+    ParamTree_cls* mpCTree;
+    ParamStrips_cls* mpCStrips;
+    GraphPanel_cls* mpCGraph;
+    wxScrollBar* mpCBar;
+    std::vector<ParamGroup_cls*> mVpCRoots; ///< as they were added
+    std::vector<std::unique_ptr<ParamGroupGUI_cls>> mVpCGUIs;
+    std::vector<TimelineRow> mVRows;
+    int mTop = 0;       ///< pixels scrolled away
+    int mFocusRow = -1; ///< the row that was last clicked
+    int mHoverRow = -1;
+    size_t mShown = 0; ///< signature of what was painted
+};

@@ -1,0 +1,74 @@
+// The strips right of the tree: the keys of every row over the film.
+#pragma once
+
+#include <vector>
+
+#include "WIDGET/TIMELINE/GraphEdit.h"
+#include "WIDGET/TIMELINE/KeyEdits.h"
+#include "WIDGET/TIMELINE/clsTimelineStrip.h"
+
+class ParamGUICtrl_cls;
+class wxDC;
+
+class ParamStrips_cls : public TimelineStrip_cls {
+public:
+    explicit ParamStrips_cls(ParamGUICtrl_cls* pCtrl);
+
+    bool AcceptsFocus() const override { return true; }
+    /// What a paint draws; the window's own part of a benchmark.
+    void Draw(wxDC& dc, const wxSize& size);
+    /// Place of a position in a row, for tests of the mouse.
+    wxPoint ToPoint(int row, double doubleIndex) const;
+    /// Let go of a drag under way, back to where it began.
+    void EndGesture();
+
+private:
+    enum class Act { NONE, PRESSED_KEY, MOVING, PRESSED_EMPTY, BAND, PAN };
+
+    void OnPaint(wxPaintEvent& event);
+    void DrawRows(wxDC& dc, const wxSize& size, const FrameScale& scale) const;
+    void DrawGrid(wxDC& dc, const wxSize& size, const FrameScale& scale) const;
+    void DrawTime(wxDC& dc, const wxSize& size, const FrameScale& scale) const;
+    void DrawMoveLabel(wxDC& dc, const wxSize& size, const FrameScale& scale) const;
+
+    void OnMouse(wxMouseEvent& event);
+    void OnKey(wxKeyEvent& event);
+    void OnWheel(const wxMouseEvent& event);
+    void OnDown(const wxMouseEvent& event);
+    void OnDoubleClick(const wxMouseEvent& event);
+    void OnRightDown(const wxMouseEvent& event);
+    void OnDrag(const wxMouseEvent& event);
+    void OnUp();
+    void Hover(const wxPoint& point);
+    void PressKey(const wxMouseEvent& event, const Curves& curves, double at);
+    void MoveKeys(int x);
+    void SelectBand();
+    void Pan(const wxPoint& point);
+    void KeepSelection();
+    void RestoreSelection();
+    void Insert(const wxPoint& point);
+    void Finish(bool bCommit);
+    wxRect Band() const;
+    /// The key under a point: its position, negative when there is none; `pCurves` takes the row's curves.
+    double KeyUnder(const wxPoint& point, Curves* pCurves) const;
+    /// The nearest step of the film.
+    double Snapped(int x) const;
+    double SelectionTolerance() const;
+
+    ParamGUICtrl_cls* mpCCtrl;
+    Act mAct = Act::NONE;
+    wxPoint mPressed;
+    wxPoint mNow;
+    double mPressedKey = 0.0; ///< position of the key that was pressed
+    double mDelta = 0.0;      ///< how far the keys are moved
+    bool mbAdd = false;
+    bool mbToggle = false;
+    bool mbDouble = false;         ///< the second press of a double click
+    bool mbDeselectOthers = false; ///< when a press on a selected key ends without a drag
+    int mPanTop = 0;
+    FrameArea mPanFrom;
+    CurveGesture_cls mCGesture;
+    /// The selection before a band: a bit a key.
+    std::vector<std::pair<Parameters_cls*, std::vector<bool>>> mVKept;
+    double mHintAt = -1.0;
+};
