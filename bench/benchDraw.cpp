@@ -4,8 +4,6 @@
 
 #include <epoxy/gl.h>
 
-#include <GL/freeglut.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
@@ -13,9 +11,9 @@
 #include <random>
 #include <vector>
 
+#include "BenchContext.h"
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLPerspective.h"
-#include "GL/BASE/clsGLStrings2D.h"
 #include "GL/BASE/clsPositionAndDirection.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
@@ -28,18 +26,6 @@ namespace {
 
 constexpr int kPoints = 1000000;
 constexpr int kSize = 2048;
-
-bool MakeContext() {
-    if (!std::getenv("DISPLAY")) return false;
-    static bool sbMade = false;
-    if (sbMade) return true;
-    GLStrings2D_cls::InitializeGLUT();
-    glutInitDisplayMode(GLUT_RGBA | GLUT_DOUBLE | GLUT_DEPTH | GLUT_STENCIL);
-    glutInitWindowSize(64, 64);
-    glutCreateWindow("bench");
-    glutHideWindow();
-    return sbMade = true;
-}
 
 // How the points look in one case.
 struct Look {
@@ -159,7 +145,7 @@ double Median(std::vector<double>& times) {
 }
 
 void DrawPoints(benchmark::State& state, Look look) {
-    if (!MakeContext()) {
+    if (!MakeBenchContext()) {
         state.SkipWithError("no display");
         return;
     }

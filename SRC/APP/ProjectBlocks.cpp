@@ -4,7 +4,9 @@
 #include "APP/clsMain.h"
 #include "GL/BASE/clsPreference.h"
 #include "GL/DRAW/clsDrawOption.h"
+#include "GL/VIEW/clsExposure.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsOverlay.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPeriodicBoundary.h"
@@ -58,8 +60,8 @@ const std::vector<ProjectBlock_st>& GetProjectBlocks() {
         {5, "layout and views", false, Write<&Main_cls::mpCFrameMain>, nullptr},
         {6, "time and time remap", false, Write<&Main_cls::mpCTimeCtrl>, ReadBlock<&Main_cls::mpCTimeCtrl>},
         {7, "draw options", false, Write<&Main_cls::mpCDrawOption>, ReadLine<&Main_cls::mpCDrawOption>},
-        {8, "overlay", false, nullptr, nullptr},
-        {9, "exposure", false, nullptr, nullptr},
+        {8, "overlay", false, Write<&Main_cls::mpCOverlay>, ReadLine<&Main_cls::mpCOverlay>},
+        {9, "exposure", false, Write<&Main_cls::mpCExposure>, ReadLine<&Main_cls::mpCExposure>},
         {10, "data and looks", false, Write<&Main_cls::mpCPDataSeqCtrl>,
          ReadBlock<&Main_cls::mpCPDataSeqCtrl>},
         {11, "periodic box", false, Write<&Main_cls::mpCPeriodicBoundary>,

@@ -56,7 +56,7 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
     mCConfList.Add(&mCItemLastMRP, "LastOpenedFileMRP=", "None");
     mCConfList.Add(&mCItemLastIMG, "LastOpenedFileIMG=", "None");
 
-    MainGLCanvas_cls::InitializeStaticMembers();
+    MainGLCanvas_cls::InitializeStaticMembers(pMain->mpCOverlay, pMain->mpCExposure, pMain->mpCInformation);
     mBtmHeight = pMain->mDisplayHeight > kHighDisplay ? 210 : 150;
     CreateHalves();
     CreateMenus();
@@ -108,8 +108,9 @@ void FrameMain_cls::CreateHalves() {
         new wxSplitterWindow(this, wxID_ANY, wxDefaultPosition, GetSize(), wxSP_LIVE_UPDATE | wxSP_3DSASH);
     mpCSplitter->SetSashGravity(1.0); // the bottom half keeps its height
     mpCSplitter->SetMinimumPaneSize(kMinPane);
-    mpCTopHalf = new TopHalfPanel_cls(mpCSplitter, this, GetPCActiveFileSequence(), mpCMain->mpCDrawOption,
-                                      mpCPreference);
+    const TopHalfPanel_cls::Pages_st pages = {mpCMain->mpCDrawOption, mpCMain->mpCOverlay,
+                                              mpCMain->mpCExposure, mpCMain->mpCInformation};
+    mpCTopHalf = new TopHalfPanel_cls(mpCSplitter, this, GetPCActiveFileSequence(), pages, mpCPreference);
     mpCBtmHalf = new BtmHalfPanel_cls(mpCSplitter, mpCMain);
     mpCSplitter->SplitHorizontally(mpCTopHalf, mpCBtmHalf, -mBtmHeight);
     auto* sizer = new wxBoxSizer(wxVERTICAL);
@@ -139,6 +140,8 @@ TimeCtrl_cls* FrameMain_cls::GetPCTimeCtrl() const { return mpCMain->mpCTimeCtrl
 CameraPath_cls* FrameMain_cls::GetPCCameraPath() const { return mpCMain->mpCCameraPath; }
 
 AnchorPath_cls* FrameMain_cls::GetPCAnchorPath() const { return mpCMain->mpCAnchorPath; }
+
+LightSRCCtrl_cls* FrameMain_cls::GetPCLightSRCCtrl() const { return mpCMain->mpCLightSRCCtrl; }
 
 PDataSeqCtrl_cls* FrameMain_cls::GetPCDataSeqCtrl() const { return mpCMain->mpCPDataSeqCtrl; }
 
@@ -197,7 +200,6 @@ void FrameMain_cls::PlaceAtStart() {
         return;
     }
     if (mpCBtmHalf->GetSize().y != mBtmHeight) FitSplitterWindow(true);
-    mpCTopHalf->PlaceBooks();
     if (mStartWatch.Time() < kStartMillis) return;
     mbPlaced = true;
     // The toolkit begins in the first field; keys are to act on the film from the first moment.

@@ -18,6 +18,7 @@ class GLCanvasCtrl_cls;
 class GLExtraFrame_cls;
 class GLInfo_cls;
 class Main_cls;
+class LightSRCCtrl_cls;
 class MainGLCanvas_cls;
 class PDataSeqCtrl_cls;
 class PDataSequence_cls;
@@ -42,6 +43,7 @@ public:
     TimeCtrl_cls* GetPCTimeCtrl() const;
     CameraPath_cls* GetPCCameraPath() const;
     AnchorPath_cls* GetPCAnchorPath() const;
+    LightSRCCtrl_cls* GetPCLightSRCCtrl() const;
     PDataSeqCtrl_cls* GetPCDataSeqCtrl() const;
     Preference_cls* GetPCPreference() const { return mpCPreference; }
     GLExtraFrame_cls* GetPCExtraFrame() const { return mpCExtraFrame; }
@@ -116,6 +118,7 @@ private:
     void OnMenuRefreshSB(wxCommandEvent& event);
     void OnMenuRefreshAttrib(wxCommandEvent& event);
     void OnMenuRefreshDrawOptions(wxCommandEvent& event);
+    void OnMenuRefreshExposure(wxCommandEvent& event);
     void OnMenuResizedTL(wxCommandEvent& event);
     void OnMenuShortcut(wxCommandEvent& event);
     void OnMenuSyncGLCtrl(wxCommandEvent& event);

@@ -73,6 +73,7 @@ void FrameMain_cls::BindHandlers() {
     Bind(ID_REFRESH_SB, &FrameMain_cls::OnMenuRefreshSB);
     Bind(ID_REFRESH_ATTRIB, &FrameMain_cls::OnMenuRefreshAttrib);
     Bind(ID_REFRESH_DRAW_OPTIONS, &FrameMain_cls::OnMenuRefreshDrawOptions);
+    Bind(ID_REFRESH_EXPOSURE, &FrameMain_cls::OnMenuRefreshExposure);
     Bind(ID_RESIZED_TL, &FrameMain_cls::OnMenuResizedTL);
     Bind(ID_SHORTCUT, &FrameMain_cls::OnMenuShortcut);
     Bind(ID_SYNC_GL_CTRL, &FrameMain_cls::OnMenuSyncGLCtrl);
@@ -115,6 +116,8 @@ void FrameMain_cls::OnMenuRefreshSB(wxCommandEvent&) { UpdateStatusText(); }
 void FrameMain_cls::OnMenuRefreshAttrib(wxCommandEvent&) { mpCTopHalf->RefreshAttrib(); }
 
 void FrameMain_cls::OnMenuRefreshDrawOptions(wxCommandEvent&) { mpCTopHalf->RefreshDrawOptions(); }
+
+void FrameMain_cls::OnMenuRefreshExposure(wxCommandEvent&) { mpCTopHalf->RefreshExposure(); }
 
 void FrameMain_cls::OnMenuResizedTL(wxCommandEvent&) {
     // A sash that nobody has moved follows what the bottom half needs; one that was moved gives way only.

@@ -24,7 +24,10 @@
 #include "COMMON/UpdateBits.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLDrawData.h"
+#include "GL/VIEW/clsExposure.h"
+#include "GL/VIEW/clsInformation.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsOverlay.h"
 #include "PARAM/clsParamGroup.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataBlock.h"
@@ -34,6 +37,7 @@
 #include "PDATA/clsSnapData.h"
 #include "SCENE/clsAnchorPath.h"
 #include "SCENE/clsCameraPath.h"
+#include "SCENE/clsLightSRCCtrl.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/clsFontProvider.h"
 #include "WIDGET/clsMyArtProvider.h"
@@ -71,6 +75,9 @@ Main_cls::Main_cls() {
 
     // Later objects take earlier ones as arguments, and the frame's panels reach back to the hub.
     mpCDrawOption = new DrawOption_cls;
+    mpCExposure = new Exposure_cls;
+    mpCInformation = new Information_cls;
+    mpCOverlay = new Overlay_cls;
     mpCPDataSeqCtrl = new PDataSeqCtrl_cls(mpCDrawOption, false);
     mpCDataLoader = new DataLoader_cls(this);
     mpCPeriodicBoundary = new PeriodicBoundary_cls;
@@ -78,11 +85,17 @@ Main_cls::Main_cls() {
     PDataBlock_cls::mspCDataLoaderLink = mpCDataLoader;
     mpCCameraPath = new CameraPath_cls;
     mpCAnchorPath = new AnchorPath_cls;
+    mpCLightSRCCtrl = new LightSRCCtrl_cls;
     mpCTimeCtrl = new TimeCtrl_cls(this);
     mpCColorCurveCtrl = new ColorCurveCtrl_cls;
     ColorCurveBtn_cls::mspCColorCurveCtrlLinked = mpCColorCurveCtrl;
     LinkColorCurveCtrl(*this, *mpCColorCurveCtrl);
     LinkParamHooks();
+    mpCInformation->Connect([this]() -> const PDataBlock_cls* {
+        const int index = mpCTimeCtrl->GetRemappedIndex(-1);
+        return IsTheIndexLoaded(index) ? mpCPDataSeqCtrl->GetPCActiveFileSequence()->GetPCBlock(index)
+                                       : nullptr;
+    });
     mpCScene = new Scene_cls(mpCTimeCtrl);
     mpCRecentFiles = new RecentFiles_cls;
     mpCFrameMain = new FrameMain_cls("Morentis 3 v 0.80", this, FirstWindowRect(mDisplayHeight));
@@ -101,12 +114,16 @@ Main_cls::~Main_cls() {
     WaitThreadFinish();
     UnlinkParamHooks();
     delete mpCDrawOption;
+    delete mpCOverlay;
     delete mpCPDataSeqCtrl;
     delete mpCPeriodicBoundary;
     delete mpCDataLoader;
+    delete mpCExposure;
+    delete mpCInformation;
     delete mpCParamGroupCameraPath;
     delete mpCCameraPath;
     delete mpCAnchorPath;
+    delete mpCLightSRCCtrl;
     ColorCurveBtn_cls::mspCColorCurveCtrlLinked = nullptr;
     delete mpCColorCurveCtrl;
     delete mpCTimeCtrl;

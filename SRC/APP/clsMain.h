@@ -10,7 +10,11 @@ class CameraPath_cls;
 class ColorCurveCtrl_cls;
 class DataLoader_cls;
 class DrawOption_cls;
+class Exposure_cls;
 class FrameMain_cls;
+class Information_cls;
+class LightSRCCtrl_cls;
+class Overlay_cls;
 class PDataSeqCtrl_cls;
 class PDataSequence_cls;
 class ParamGUICtrl_cls;
@@ -87,11 +91,15 @@ public:
     void Special();
 
     DrawOption_cls* mpCDrawOption = nullptr;
+    Exposure_cls* mpCExposure = nullptr;
+    Information_cls* mpCInformation = nullptr;
+    Overlay_cls* mpCOverlay = nullptr;
     PDataSeqCtrl_cls* mpCPDataSeqCtrl = nullptr;
     PeriodicBoundary_cls* mpCPeriodicBoundary = nullptr;
     DataLoader_cls* mpCDataLoader = nullptr;
     CameraPath_cls* mpCCameraPath = nullptr;
     AnchorPath_cls* mpCAnchorPath = nullptr;
+    LightSRCCtrl_cls* mpCLightSRCCtrl = nullptr;
     /// Folder "Camera Path" of the time line: the curves of camera and anchor that files keep.
     ParamGroup_cls* mpCParamGroupCameraPath = nullptr;
     TimeCtrl_cls* mpCTimeCtrl = nullptr;

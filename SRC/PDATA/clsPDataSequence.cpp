@@ -131,6 +131,8 @@ double PDataSequence_cls::GetDT(int index, double step) const {
 
 bool PDataSequence_cls::IsTheIndexLoaded(int index) const { return GetSnap(index)->IsItLoaded(); }
 
+const PDataBlock_cls* PDataSequence_cls::GetPCBlock(int index) const { return GetSnap(index)->mpCBlock; }
+
 bool PDataSequence_cls::IsTheIndexReady(int index, double frac, bool bForce) {
     return GetSnap(index)->IsItReady(!(frac == 0.0) || bForce ||
                                      SnapData_cls::IsInterpolateRequired(mpCGLAttribute));

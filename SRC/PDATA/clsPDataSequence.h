@@ -11,6 +11,7 @@
 class DrawOption_cls;
 class GLAttribute_cls;
 class GLDrawData_cls;
+class PDataBlock_cls;
 class PDataSnap_cls;
 class PositionAndDirection_cls;
 class wxWindow;
@@ -43,6 +44,7 @@ public:
     /// step (0..1) times the time from snapshot `index` to the next.
     double GetDT(int index, double step) const;
     bool IsTheIndexLoaded(int index) const;
+    const PDataBlock_cls* GetPCBlock(int index) const; ///< its arrays stand only while the index is loaded
     bool IsTheIndexReady(int index, double frac, bool bForce);
     void PrepareIndex(int index, double frac, bool bForce, bool bWait);
     void SetSnipping(int index);

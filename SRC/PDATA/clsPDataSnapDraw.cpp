@@ -63,7 +63,13 @@ void Dispatch(int face, GLDrawData_cls* pDraw, GLAttribute_cls** ppAttribute) {
         else
             pDraw->GLDrawPointAll(face, pSnap, pFirst);
         break;
-    default: // billboards (1) and spheres (2) join here
+    case 1:
+        pDraw->GLDrawBillboardAll(face, pSnap, pFirst);
+        break;
+    case 2:
+        pDraw->GLDrawSphereAll(face, pSnap, pFirst);
+        break;
+    default: // both (3) and hide (4) draw nothing
         break;
     }
 }

@@ -95,6 +95,13 @@ int MultiInputPanel_cls::AddChoice(const wxString& label, int* pValue, const std
         std::make_shared<FieldUndo_cls>(FieldUndo_cls::ForNumber(pValue)));
 }
 
+int MultiInputPanel_cls::AddChoice(const wxString& label, bool* pValue, const std::vector<wxString>& labels,
+                                   const wxString& tip) {
+    return PlaceChoice(
+        label, [pValue] { return *pValue ? 1u : 0u; }, [pValue](unsigned value) { *pValue = value != 0; },
+        Numbered(labels), tip, std::make_shared<FieldUndo_cls>(FieldUndo_cls::ForCheck(pValue)));
+}
+
 int MultiInputPanel_cls::AddCheck(const wxString& label, bool* pValue, const wxString& text,
                                   const wxString& tip) {
     const int row = NewRow(label, tip);

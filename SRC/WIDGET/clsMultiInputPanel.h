@@ -50,6 +50,9 @@ public:
                   const wxString& tip);
     int AddChoice(const wxString& label, int* pValue, const std::vector<wxString>& labels,
                   const wxString& tip);
+    /// The labels of false and of true.
+    int AddChoice(const wxString& label, bool* pValue, const std::vector<wxString>& labels,
+                  const wxString& tip);
     int AddCheck(const wxString& label, bool* pValue, const wxString& text, const wxString& tip);
     /// One more check box at the end of a row.
     void AddCheckTo(int row, bool* pValue, const wxString& text, const wxString& tip);

@@ -64,7 +64,8 @@ void CheckCurves(ParamGroup_cls& group) {
                     "keys stand in order");
         for (const double t : {-0.5, 0.0, 0.3, 0.999, 2.0})
             curve.GetInterpolatedValue(t);
-        curve.GetStrExpression("x");
+        // Straight pieces go to the name: the text grows with the square of the keys.
+        if (curve.GetKeyNumber() < 100) curve.GetStrExpression("x");
     }
     std::vector<bool> tags(101, false);
     group.CheckSnippingTag(&tags);

@@ -30,6 +30,7 @@
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
+#include "GL/VIEW/clsOverlay.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "PDATA/clsDataLoader.h"
@@ -76,6 +77,7 @@ void GuiTest::SetUp() {
     });
     MainGLCanvas_cls::msCFBOSizeIndex.mValue = 0; // 256 pixels: software rendering
     MainGLCanvas_cls::msbKeepPicture = true;
+    Hub()->mpCOverlay->mShowLegend.mValue[0] = false; // tests count what is lit
     ForgetNotices();
     Frame()->Raise();
     Settle();
@@ -135,6 +137,7 @@ bool GuiTest::OpenAndPaint(const std::string& path) {
 bool GuiTest::OpenProjectAndPaint(const std::string& path) {
     Frame()->OpenProject(wxString::FromUTF8(path));
     MainGLCanvas_cls::msCFBOSizeIndex.mValue = 0;
+    Hub()->mpCOverlay->mShowLegend.mValue[0] = false;
     return Settle();
 }
 

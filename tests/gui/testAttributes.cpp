@@ -83,7 +83,7 @@ TEST_F(Attributes, PointSizeGrowsThePoints) {
 TEST_F(Attributes, HideTakesTheParticlesAway) {
     wxWindow* type = FindByTip(Side(), "What stands for a particle");
     ASSERT_TRUE(type);
-    Choose(type, 1);
+    Choose(type, 3);
     EXPECT_EQ(Attribute(1)->mDrawType.mValue, 4u);
     EXPECT_EQ(Lit(), 0);
     EXPECT_FALSE(FindField(Side(), "Edge of a point")) << "a hidden particle has no size to set";

@@ -261,7 +261,6 @@ TEST_F(Graph, TheMenuSetsKindsAndTheDialogItsFields) {
 }
 
 TEST_F(Graph, DeletedCurvesAndStrangeFilmsAreShown) {
-    Click(mpPanel, AtKey(0, 1));
     MoveTo(mpPanel, AtKey(0, 1));
     wxUIActionSimulator simulator;
     simulator.MouseDown();

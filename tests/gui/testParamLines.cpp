@@ -37,7 +37,6 @@ protected:
         ResetViews();
         ASSERT_TRUE(OpenProjectAndPaint(Root() + "examples/lj_melt_bin/lj_melt_bin.mrp"));
         Menu(ID_VIEW_PANEL_TYPE_0);
-        Splitter()->SetSashPosition(-360); // all rows are seen
         Time()->SetMaxFrameNative(19);
         Time()->SetAnimStepNative(1);
         Time()->SetAnimInterpNative(1);
@@ -59,6 +58,13 @@ protected:
         GCUndoList.Clear();
         mStart = Text();
         Menu(ID_REFRESH_TL);
+        Settle();
+        // All rows are seen.
+        ASSERT_TRUE(PumpUntil([] {
+            Splitter()->SetSashPosition(-360);
+            return Strips()->GetClientSize().y >= 8 * Lines()->GetLook().mRow;
+        }));
+        Settle();
     }
     void TearDown() override {
         GCUndoList.Clear();
@@ -204,6 +210,7 @@ TEST_F(ParamLines, ValuesAreTypedAndDraggedInOneStep) {
     const wxRect value = Tree()->GetZoneRect(ALPHA, TreeZone::VALUE);
     const wxPoint middle(value.x + value.width / 2, value.y + value.height / 2);
     const auto open = [&] {
+        PumpUntil([] { return false; }, 600); // else it could be the third click of another double click
         MoveTo(Tree(), middle);
         wxUIActionSimulator().MouseDblClick();
         Settle();

@@ -5,6 +5,7 @@
 
 #include "GL/BASE/clsFBO.h"
 #include "GL/DRAW/clsDrawList.h"
+#include "GL/DRAW/clsZSort.h"
 
 namespace {
 
@@ -22,7 +23,7 @@ struct Row {
 };
 
 std::vector<int> Indices(const Row& row, int step, const DrawListOrder& order) {
-    std::vector<ArrayAndIndex_cls> list;
+    DrawList_t list;
     MakeDrawList(list, row.Count(), step, row.Get(), order);
     std::vector<int> indices;
     for (const ArrayAndIndex_cls& entry : list) {
@@ -80,13 +81,13 @@ TEST(GLDrawList, KeysThatAreNoNumbersComeLast) {
 }
 
 TEST(GLDrawList, ManyEntriesWithScatteredBadKeysAreOrdered) {
-    std::vector<ArrayAndIndex_cls> list;
+    DrawList_t list;
     unsigned seed = 1;
     for (int i = 0; i < 20000; ++i) {
         seed = seed * 1664525u + 1013904223u;
         list.push_back({i, i % 7 == 0 ? kNaN : float(seed >> 20), 1.0f});
     }
-    SortDrawList(list);
+    ZSort_cls::ZSortParallel(list);
     const size_t bad = (20000 + 6) / 7;
     for (size_t i = 1; i < list.size() - bad; ++i)
         ASSERT_LE(list[i - 1].mKey, list[i].mKey) << i;

@@ -1,8 +1,6 @@
 // Which particles are drawn, and in which order.
 #pragma once
 
-#include <vector>
-
 #include "GL/DRAW/clsArrayAndIndex.h"
 
 /// How a draw list is made: "SortOrder=" of the draw options, and where the eye is in data coordinates.
@@ -15,8 +13,4 @@ struct DrawListOrder {
 
 /// Every `step`-th of `count` particles; sort order 1 leaves out a last one that has no full step behind
 /// it. Keys that are no numbers come last.
-void MakeDrawList(std::vector<ArrayAndIndex_cls>& list, int count, int step, const float (*pPos)[3],
-                  const DrawListOrder& order);
-
-/// Ascending by key, equal keys by particle, keys that are no numbers last.
-void SortDrawList(std::vector<ArrayAndIndex_cls>& list);
+void MakeDrawList(DrawList_t& list, int count, int step, const float (*pPos)[3], const DrawListOrder& order);

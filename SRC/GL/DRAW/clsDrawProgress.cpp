@@ -19,6 +19,7 @@ DrawProgress_cls::DrawProgress_cls(int total, float size)
 
 bool DrawProgress_cls::Report(int done) {
     glFlush(); // what is queued can't be taken back
+    mCost = 0.0f;
     const long long told = done / mInterval * static_cast<long long>(mInterval);
     GDrawingPercentage.store(static_cast<int>(100 * told / mTotal), std::memory_order_relaxed);
     if (mCStopWatch.Time() > 200) {

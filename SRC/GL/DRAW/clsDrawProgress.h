@@ -5,18 +5,28 @@
 
 class DrawProgress_cls {
 public:
-    /// A loop over `total` points of `size` pixels.
-    DrawProgress_cls(int total, float size);
+    /// A loop over `total` points of `size` pixels; of other particles the loop tells the cost itself.
+    explicit DrawProgress_cls(int total, float size = 1.0f);
 
     /// Points to draw between two reports: as many as take the slowest OpenGL a fraction of a second.
     int GetRun() const { return mRun; }
+    /// Count what a particle costs the slowest OpenGL, in nanoseconds. True: a report is due.
+    bool AddCost(float cost) { return (mCost += cost) > kCostPerRun; }
     /// Publish the percentage, which moves every 100,000 or, above 2,000,000, in twentieths; five times a
     /// second at most let the window breathe. False: stop.
     bool Report(int done);
 
+    // Costs for AddCost.
+    static constexpr float kCostPixel = 6.0f;       ///< of a blended sprite
+    static constexpr float kCostExactPixel = 40.0f; ///< of a ray-cast sphere
+    static constexpr float kCostVertex = 100.0f;
+
 private:
+    static constexpr float kCostPerRun = 1e8f;
+
     int mTotal;
     int mInterval; ///< between two percentages
     int mRun;
+    float mCost = 0.0f;
     wxStopWatch mCStopWatch;
 };

@@ -2,16 +2,28 @@
 
 #include <epoxy/gl.h>
 
+#include <algorithm>
+
+#include <wx/filename.h>
 #include <wx/image.h>
+#include <wx/intl.h>
 #include <wx/log.h>
 
+#include "COMMON/MsgBox.h"
 #include "COMMON/RuntimeFiles.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/BASE/clsGLTexture.h"
+#include "GL/BASE/clsShaderCtrl.h"
+#include "GL/BASE/clsSphere.h"
+
+ShaderCtrl_cls* GLAttribute_cls::mspCShaderCtrl = nullptr;
 
 namespace {
 
 wxString MakePrefix(int seqIndex, int index) { return wxString::Format("SEQ%dTYPE%d", seqIndex, index); }
+
+/// A path in a text of one line, of any length.
+wxString Shorten(const wxString& path) { return path.length() > 200 ? path.Left(200) + "..." : path; }
 
 wxString MakeLabel(int index, const wxString& name) { return wxString::Format("Attrib %d : ", index) + name; }
 
@@ -56,12 +68,55 @@ void GLAttribute_cls::RefreshTex() {
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
-    const wxLogNull quiet; // an unloadable file gives an empty texture
+    mStrTextureFile = mTexFileBillboard.mStrValue;
+    const wxLogNull quiet; // the notice below tells more
+    const wxString path = FindRuntimeFile(mStrTextureFile);
     wxImage image;
-    if (image.LoadFile(FindRuntimeFile(mTexFileBillboard.mStrValue)))
+    GLint largest = 1024;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &largest);
+    if (!wxFileName::FileExists(path) || !image.LoadFile(path) || !image.IsOk())
+        Notice("texture " + path,
+               wxString::Format(_("The texture %s can't be read as an image. Billboards of "
+                                  "attribute %d are plain squares."),
+                                Shorten(path), mIndex));
+    else if (std::max(image.GetWidth(), image.GetHeight()) > largest)
+        Notice("texture " + path,
+               wxString::Format(_("The texture %s is larger than %d x %d pixels, the most that this OpenGL "
+                                  "takes. Billboards of attribute %d are plain squares."),
+                                Shorten(path), largest, largest, mIndex));
+    else
         glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, image.GetWidth(), image.GetHeight(), 0, GL_RGBA,
                      GL_UNSIGNED_BYTE, GenerateBufferRGBA(image).data());
     glBindTexture(GL_TEXTURE_2D, 0);
+}
+
+// The file's name may have been changed by a field, by undo or by a project.
+void GLAttribute_cls::BindTexture() {
+    if (mTexture == 0 || mStrTextureFile != mTexFileBillboard.mStrValue) RefreshTex();
+    glBindTexture(GL_TEXTURE_2D, mTexture);
+}
+
+void GLAttribute_cls::BeginShader(int lightNumber) const {
+    if (mspCShaderCtrl) mspCShaderCtrl->BeginShader(mShaderType.mValue, lightNumber);
+}
+
+void GLAttribute_cls::EndShader() const {
+    if (mspCShaderCtrl) mspCShaderCtrl->EndShader(static_cast<int>(mShaderType.mValue));
+}
+
+void GLAttribute_cls::InitializeShader(wxWindow* pParent, bool bEnable) {
+    if (mspCShaderCtrl) return;
+    mspCShaderCtrl = new ShaderCtrl_cls;
+    mspCShaderCtrl->InitializeShader(pParent, bEnable);
+    GpCSphere = new Sphere_cls;
+    GpCSphere->InitializeIfNot();
+}
+
+void GLAttribute_cls::DestructStaticMembers() {
+    delete mspCShaderCtrl;
+    mspCShaderCtrl = nullptr;
+    delete GpCSphere;
+    GpCSphere = nullptr;
 }
 
 wxString GLAttribute_cls::Serialize() const {

@@ -12,6 +12,7 @@
 class DrawOption_cls;
 class GLAttributeGUI_cls;
 class PDataSequence_cls;
+class ShaderCtrl_cls;
 class wxWindow;
 
 class GLAttribute_cls {
@@ -24,10 +25,22 @@ public:
     /// The constant radius when "RadiusType=" is 1, else the factor on the data's radius.
     float GetRadiusFactor() const;
     wxWindow* InstantiateGUI(wxWindow* pParent);
-    /// Load the billboard texture into GL. UI thread with a current context.
+    /// Load the billboard texture into GL; a file that can't be read is told and gives an empty one. UI
+    /// thread with a current context.
     void RefreshTex();
+    /// Bind the texture of the file that is set now.
+    void BindTexture();
+    /// Lit vertices from here on go through the shader of "ShaderType=".
+    void BeginShader(int lightNumber) const;
+    void EndShader() const;
+
+    /// The shaders and the sphere, shared by all; made at the first call, with a current context.
+    static void InitializeShader(wxWindow* pParent, bool bEnable);
+    static void DestructStaticMembers();
     wxString Serialize() const;
     void ReadStrLine(std::wistream& stream, const wxString& line);
+
+    static ShaderCtrl_cls* mspCShaderCtrl; ///< null before the first view is drawn
 
     GLAttributeGUI_cls* mpCGUI = nullptr; ///< owned by its notebook
     PDataSequence_cls* mpCSequence;
@@ -37,17 +50,18 @@ public:
     ColorCurve_cls mAmbient; ///< spheres
     ColorCurve_cls mDiffuse;
     ColorCurve_cls mSpecular;
-    unsigned mTexture = 0; ///< GL texture name
+    unsigned mTexture = 0;    ///< GL texture name
+    wxString mStrTextureFile; ///< that it was made of
     ConfItemList_cls mConfList;
     ConfItemUINT_cls mDrawType;    ///< 0 point, 1 billboard, 2 sphere, 3 both, 4 hide
-    ConfItemUINT_cls mDrawQuality; ///< 0 low to 2 high
+    ConfItemUINT_cls mDrawQuality; ///< 0 low to 2 high; spheres: 3 exact, no mesh
     ConfItemUINT_cls mBlendType;   ///< 0 alpha blend, 1 additive
     ConfItemUINT_cls mRadiusType;  ///< 0 use data, 1 constant
     ConfItemFLOAT_cls mRadiusFactor;
     ConfItemFLOAT_cls mRadiusFactorForConst;
-    ConfItemINT_cls mPointSize;  ///< pixels of the off-screen buffer
-    ConfItemUINT_cls mAlphaType; ///< 0 constant, 1 power -2 of the radius
-    ConfItemUINT_cls mShaderType;
+    ConfItemINT_cls mPointSize;   ///< pixels of the off-screen buffer
+    ConfItemUINT_cls mAlphaType;  ///< 0 constant, 1 power -2 of the radius
+    ConfItemUINT_cls mShaderType; ///< a ShaderCtrl_cls::Type
     ConfItemFLOAT_cls mAlphaFactor;
     ConfItemFLOAT_cls mAlphaDependBase;
     ConfItemFLOAT_cls mAlphaMax;

@@ -26,11 +26,11 @@ NumSpec Range(double low, double high, double step, bool bRelative = false) {
 
 GLAttributeGUI_cls::GLAttributeGUI_cls(wxWindow* pParent, GLAttribute_cls* pAttribute)
     : MultiInputPanel_cls(pParent), mpCAttribute(pAttribute) {
-    // Types that nothing draws yet aren't offered; a project that holds one shows and keeps it.
+    // "Both" draws nothing and so isn't offered; a project that holds it shows and keeps it.
     mRowDrawType = AddChoice(_("Draw Type"), &mpCAttribute->mDrawType.mValue,
                              std::vector<ChoiceItem>{{DRAW_POINT, _("Point"), true},
-                                                     {DRAW_BILLBOARD, _("Billboard"), false},
-                                                     {DRAW_SPHERE, _("Sphere"), false},
+                                                     {DRAW_BILLBOARD, _("Billboard"), true},
+                                                     {DRAW_SPHERE, _("Sphere"), true},
                                                      {DRAW_BOTH, _("Both"), false},
                                                      {DRAW_HIDE, _("Hide"), true}},
                              _("What stands for a particle"));
@@ -44,8 +44,13 @@ GLAttributeGUI_cls::GLAttributeGUI_cls(wxWindow* pParent, GLAttribute_cls* pAttr
 
 void GLAttributeGUI_cls::AddPointRows() {
     GLAttribute_cls& a = *mpCAttribute;
-    mRowQuality = AddChoice(_("Quality"), &a.mDrawQuality.mValue, {_("Low"), _("Middle"), _("High")},
-                            _("Fineness of spheres and billboards"));
+    mRowQuality =
+        AddChoice(_("Quality"), &a.mDrawQuality.mValue, {_("Low"), _("Middle"), _("High")},
+                  _("Low: billboards lie in the plane of the view; else, with all attributes in use, "
+                    "they face the eye"));
+    mRowFineness =
+        AddChoice(_("Quality"), &a.mDrawQuality.mValue, {_("Low"), _("Middle"), _("High"), _("Exact")},
+                  _("Fineness of the mesh of a sphere; Exact draws true spheres, and much faster"));
     mRowBlend = AddChoice(_("Blend Type"), &a.mBlendType.mValue, {_("AlphaBlend"), _("Additive")},
                           _("How a particle mixes with what is behind it"));
     mRowPointSize = AddNumber(_("Point Size"), &a.mPointSize.mValue, 1, Range(1, 200, 1),
@@ -77,7 +82,7 @@ void GLAttributeGUI_cls::AddAlphaRows() {
                                 _("Multiplies the colour's alpha"));
     mRowAlphaBase = AddNumber(_("Base/Max"), &a.mAlphaDependBase.mValue, 1, Range(0, 1e6, 0.1, true),
                               _("Radius with full alpha, in units of the data"));
-    AddNumberTo(mRowAlphaBase, &a.mAlphaMax.mValue, Range(0, 100, 0.1), _("Limit of alpha times factor"));
+    AddNumberTo(mRowAlphaBase, &a.mAlphaMax.mValue, Range(0, 100, 0.1), _("Limit of that alpha"));
 }
 
 void GLAttributeGUI_cls::AddColorRows() {
@@ -113,15 +118,16 @@ void GLAttributeGUI_cls::HideAndShow() {
     const bool bAny = bPoint || bBillboard || bSphere;
     Freeze();
     ShowRow(mRowPointSize, bPoint);
-    ShowRow(mRowQuality, bBillboard || bSphere);
-    ShowRow(mRowBlend, bPoint || bBillboard);
+    ShowRow(mRowQuality, bBillboard);
+    ShowRow(mRowFineness, bSphere && !bBillboard);
+    ShowRow(mRowBlend, bAny);
     ShowRow(mRowShader, bSphere);
     ShowRow(mRowTexture, bBillboard);
     ShowRow(mRowRadiusType, bAny);
     ShowRow(mRowRadiusFactor, bAny && a.mRadiusType.mValue != 1);
     ShowRow(mRowRadiusConst, bAny && a.mRadiusType.mValue == 1);
     ShowRow(mRowAlphaType, bAny);
-    ShowRow(mRowAlphaFactor, bAny);
+    ShowRow(mRowAlphaFactor, bAny && !(bBillboard && a.mAlphaType.mValue == 1));
     ShowRow(mRowAlphaBase, bAny && a.mAlphaType.mValue == 1);
     const bool bOwnColor = bPoint || bBillboard;
     const bool bCurve = a.mColor.mbUseColorCurve.mValue;

@@ -28,7 +28,7 @@ private:
     bool IsDrawType(unsigned type) const;
 
     GLAttribute_cls* mpCAttribute;
-    int mRowDrawType, mRowQuality, mRowBlend, mRowPointSize, mRowShader, mRowTexture;
+    int mRowDrawType, mRowQuality, mRowFineness, mRowBlend, mRowPointSize, mRowShader, mRowTexture;
     int mRowRadiusType, mRowRadiusFactor, mRowRadiusConst;
     int mRowAlphaType, mRowAlphaFactor, mRowAlphaBase;
     int mRowColor, mRowUseCurve, mRowCurve, mRowDepend, mRowScaling;

@@ -18,7 +18,7 @@ bool GLDrawData_cls::msbListIsIdentity = false;
 namespace {
 
 // Made anew for each paint; its memory stays, as fresh pages cost more than the list.
-std::vector<ArrayAndIndex_cls> sDrawList;
+DrawList_t sDrawList;
 
 double AlphaFactor(double share, int step) { return 1.0 + share * (step - 1); }
 double RadiusFactor(double share, int step) { return std::sqrt(1.0 + share * (step - 1)); }

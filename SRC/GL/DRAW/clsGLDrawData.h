@@ -4,11 +4,14 @@
 
 #include <vector>
 
+#include <wx/string.h>
+
 #include "GL/BASE/clsPositionAndDirection.h"
 #include "GL/DRAW/clsArrayAndIndex.h"
 
 class GLAttribute_cls;
 class SnapData_cls;
+class ViewScale_cls;
 
 class GLDrawData_cls {
 public:
@@ -24,6 +27,8 @@ public:
     /// The ways to draw; `face` 0 builds the list, other faces and passes use it again.
     void GLDrawPointArrayElement(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute);
     void GLDrawPointAll(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute);
+    void GLDrawBillboardAll(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute);
+    void GLDrawSphereAll(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute);
     void GLDrawSequential(int face, SnapData_cls* pSnap, GLAttribute_cls** ppAttribute);
 
     /// Only the list; returns its length.
@@ -36,16 +41,25 @@ public:
     static double GetSteppingAlphaFactorUnlimited(int step);
     static double GetSteppingRadiusFactorUnlimited(int step);
 
+    /// Corners of a quad of radius 1 around `pPos` that faces the camera's place: 12 numbers.
+    void GetVertexArrayLookAtCamera(const float* pPos, float* pOut) const;
+    /// Corners of the unit quad, turned by the upper 3 x 3 part of a transposed matrix: 12 numbers.
+    static void MultiplyMatrixOnVertexArrayOrg(const float* pMatrix, float* pOut);
+
     static ArrayAndIndex_cls* mspIndexAndZ; ///< the list of this paint
     static int msDownsizedAtFBO0;           ///< its length
     static SnapData_cls* mspCSnapShot;      ///< the one draw-time snapshot; owned here
     static double msCurrentDoubleIndex;
+    static wxString msStrMessage; ///< lines for the view that is drawn; whoever shows them empties it
     bool mbShadowPass = false;
 
 private:
     void ZSortAtFBO0(int count, int step, const float (*pPos)[3], int sortOrder, int planeDepth);
 
     void DrawStraight(const SnapData_cls* pSnap, int number, float size, bool bColors);
+
+    /// Tell when an exact style can't be drawn so.
+    static void CheckExact(bool bWanted, const ViewScale_cls& view);
 
     double mCameraPos[3] = {0, 0, 0};
     double mCameraDir[3] = {0, 0, -1};
@@ -54,7 +68,7 @@ private:
     double mShadowLengthA = 0.0;
     double mShadowLengthB = 0.0;
     std::vector<unsigned> mVIndices; ///< indices of the list, as the element call wants them
-    std::vector<float> mVBatch;      ///< vertices of one batch, see clsGLPointBatch.h
+    std::vector<float> mVBatch;      ///< vertices of one batch
 
     static bool msbListIsIdentity; ///< the list is all particles in their own order, none faded
 };

@@ -2,6 +2,7 @@
 #include "GL/DRAW/clsGLDrawData.h"
 
 #include <algorithm>
+#include <optional>
 
 #include <epoxy/gl.h>
 
@@ -9,113 +10,18 @@
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsDrawProgress.h"
 #include "GL/DRAW/clsGLAttribute.h"
-#include "GL/DRAW/clsGLPointBatch.h"
+#include "GL/DRAW/clsGLBillboardBatch.h"
+#include "GL/DRAW/clsGLSphereBatch.h"
+#include "GL/DRAW/clsSequentialLooks.h"
+#include "GL/DRAW/clsSequentialPoints.h"
 #include "PDATA/clsSnapData.h"
 
 namespace {
 
-constexpr unsigned kClasses = 4;
-
-struct ClassLook {
-    unsigned drawType = 4;
-    bool bConstant = true;
-    bool bAdditive = false;
-    float size = 1.0f;
-};
-
-// How the classes that occur among the particles look, and what they have in common.
-struct Looks {
-    ClassLook look[kClasses];
-    bool bAllPoints = true;
-    bool bMixedSize = false;
-    bool bMixedBlend = false;
-    float size = 1.0f;
-    float maxSize = 1.0f;
-    bool bAdditive = false;
-};
-
-unsigned GetClass(const SnapData_cls& snap, int index) {
-    const unsigned type = snap.mpType ? snap.mpType[index] : 0u;
-    return type < kClasses ? type : 0u;
-}
-
-Looks GatherLooks(const SnapData_cls& snap, GLAttribute_cls** ppAttribute) {
-    bool bOccurs[kClasses] = {};
-    for (int i = 0; i < snap.mNumber; ++i)
-        bOccurs[GetClass(snap, i)] = true;
-    Looks looks;
-    bool bFirst = true;
-    for (unsigned c = 0; c < kClasses; ++c) {
-        const GLAttribute_cls& attribute = *ppAttribute[c];
-        ClassLook& look = looks.look[c];
-        look.drawType = attribute.mDrawType.mValue;
-        look.bConstant = attribute.mColor.IsConstant();
-        look.bAdditive = attribute.mBlendType.mValue == 1;
-        look.size = static_cast<float>(std::max(attribute.mPointSize.mValue, 1));
-        if (!bOccurs[c]) continue;
-        if (look.drawType != 0) {
-            looks.bAllPoints = false;
-            continue;
-        }
-        if (bFirst) {
-            looks.size = look.size;
-            looks.bAdditive = look.bAdditive;
-        }
-        looks.maxSize = std::max(looks.maxSize, look.size);
-        looks.bMixedSize |= look.size != looks.size;
-        looks.bMixedBlend |= look.bAdditive != looks.bAdditive;
-        bFirst = false;
-    }
-    return looks;
-}
+// An alpha that can't change a pixel of eight bits.
+constexpr float kFaint = 0.0035f;
 
 void SetBlend(bool bAdditive) { glBlendFunc(GL_SRC_ALPHA, bAdditive ? GL_ONE : GL_ONE_MINUS_SRC_ALPHA); }
-
-// Feeds points to a batch and breaks it only where one batch can't give the picture. Both ways of
-// blending fit one batch when colours come multiplied by alpha and additive ones say alpha 0; fog, which
-// works on the bare colour, forbids that.
-class SequentialPoints_cls {
-public:
-    SequentialPoints_cls(std::vector<float>& storage, const Looks& looks)
-        : mbSized(looks.bMixedSize && GLPointBatch_cls::HasSizedPoints()),
-          mbPremultiply(looks.bMixedBlend && !glIsEnabled(GL_FOG)), mSize(looks.size),
-          mbAdditive(looks.bAdditive), mBatch(storage, mbSized, mbPremultiply || !mbAdditive) {
-        glPointSize(mSize);
-        if (mbPremultiply)
-            glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
-        else
-            SetBlend(mbAdditive);
-    }
-
-    void Add(const float* pPos, const float* pColor, const ClassLook& look) {
-        if (!mbSized && look.size != mSize) {
-            mBatch.Flush();
-            glPointSize(mSize = look.size);
-        }
-        if (mbPremultiply) {
-            const float a = std::clamp(pColor[3], 0.0f, 1.0f);
-            const float color[4] = {a * std::clamp(pColor[0], 0.0f, 1.0f),
-                                    a * std::clamp(pColor[1], 0.0f, 1.0f),
-                                    a * std::clamp(pColor[2], 0.0f, 1.0f), look.bAdditive ? 0.0f : a};
-            mBatch.Add(pPos, color, look.size);
-            return;
-        }
-        if (look.bAdditive != mbAdditive) {
-            mBatch.Flush();
-            SetBlend(mbAdditive = look.bAdditive);
-            mBatch.SetOverwrites(!mbAdditive);
-        }
-        mBatch.Add(pPos, pColor, look.size);
-    }
-    void Flush() { mBatch.Flush(); }
-
-private:
-    bool mbSized;
-    bool mbPremultiply;
-    float mSize;
-    bool mbAdditive;
-    GLPointBatch_cls mBatch;
-};
 
 bool IsOpaque(const SnapData_cls& snap) {
     float alpha = 1.0f;
@@ -124,26 +30,145 @@ bool IsOpaque(const SnapData_cls& snap) {
     return alpha >= 1.0f;
 }
 
-void SetSequentialState() {
-    glEnable(GL_BLEND);
-    glEnable(GL_DEPTH_TEST);
-    glDepthMask(GL_FALSE);
-    glDisable(GL_LIGHTING);
-    glDisable(GL_TEXTURE_2D);
+// Keeps one batch open, and closes it where the next particle needs another one: the order of the list is
+// the order of drawing.
+class SequentialBatches_cls {
+public:
+    SequentialBatches_cls(std::vector<float>& storage, const SequentialLooks_st& looks,
+                          const ViewScale_cls& view, int lightNumber)
+        : mStorage(storage), mLooks(looks), mView(view), mLightNumber(lightNumber) {
+        glEnable(GL_BLEND);
+        glEnable(GL_DEPTH_TEST);
+        glDepthMask(GL_FALSE);
+        glDisable(GL_LIGHTING);
+        glDisable(GL_TEXTURE_2D);
+        glDisable(GL_COLOR_MATERIAL);
+        glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
+    }
+    ~SequentialBatches_cls() { Close(); }
+    SequentialBatches_cls(const SequentialBatches_cls&) = delete;
+    SequentialBatches_cls& operator=(const SequentialBatches_cls&) = delete;
+
+    void AddPoint(const float* pPos, const float* pColor, const ClassLook_st& look) {
+        if (!mPoints) {
+            Close();
+            mPoints.emplace(mStorage, mLooks);
+        }
+        mPoints->Add(pPos, pColor, look);
+    }
+
+    void AddBillboard(const float* pPos, const float* pCorners, float radius, const float* pColor,
+                      const ClassLook_st& look) {
+        if (!mBillboards || mbAdditive != look.bAdditive) {
+            Close();
+            glEnable(GL_TEXTURE_2D);
+            SetBlend(mbAdditive = look.bAdditive);
+            mBillboards.emplace(mStorage, true);
+        }
+        mBillboards->Add(pPos, pCorners, radius, pColor);
+    }
+
+    /// Returns the cost.
+    float AddSphere(const float* pPos, float radius, const SphereMaterial_st& material,
+                    const ClassLook_st& look) {
+        const SphereStyle_st style = {look.shaderType, look.quality, mLightNumber, !mLooks.bOneMaterial,
+                                      look.bAdditive};
+        if (!mSpheres || !(style == mStyle)) {
+            Close();
+            SetGLMaterial(material);
+            glEnable(GL_LIGHTING);
+            glEnable(GL_NORMALIZE);
+            glDepthMask(GL_TRUE);
+            SetBlend(look.bAdditive);
+            mSpheres.emplace(mStorage, mStyle = style, mView);
+        }
+        mSpheres->Add(pPos, radius, material);
+        return mSpheres->GetCost(mView.GetArea(pPos, radius));
+    }
+
+    void Flush() {
+        if (mPoints) mPoints->Flush();
+        if (mBillboards) mBillboards->Flush();
+        if (mSpheres) mSpheres->Flush();
+    }
+
+private:
+    void Close() {
+        mPoints.reset();
+        if (mBillboards) {
+            mBillboards.reset();
+            glDisable(GL_TEXTURE_2D);
+        }
+        if (mSpheres) {
+            mSpheres.reset();
+            glDisable(GL_LIGHTING);
+            glDisable(GL_NORMALIZE);
+            glDepthMask(GL_FALSE);
+        }
+        glEnable(GL_BLEND); // which opaque points do without
+    }
+
+    std::vector<float>& mStorage;
+    const SequentialLooks_st& mLooks;
+    const ViewScale_cls& mView;
+    int mLightNumber;
+    bool mbAdditive = false;
+    SphereStyle_st mStyle;
+    std::optional<SequentialPoints_cls> mPoints;
+    std::optional<GLBillboardBatch_cls> mBillboards;
+    std::optional<GLSphereBatch_cls> mSpheres;
+};
+
+// What is kept from one particle to the next while class and settings allow it.
+struct Kept {
+    unsigned type = kSequentialClasses;
+    float color[4] = {0, 0, 0, 0};
+    SphereMaterial_st material;
+};
+
+// Colours of points and billboards come from the snapshot, "AlphaFactro=" worked in.
+void TakeColor(Kept& kept, const SnapData_cls& snap, const ArrayAndIndex_cls& entry, unsigned type,
+               const ClassLook_st& look, float radius, float stepping) {
+    const bool bByRadius = look.drawType == 1 && look.bAlphaByRadius;
+    if (type == kept.type && look.bConstantColor && !bByRadius) return;
+    const float* pColor = snap.mpColor[entry.mIndex];
+    std::copy_n(pColor, 4, kept.color);
+    if (bByRadius) kept.color[3] = AlphaByRadius(pColor[3], radius, 1.0f, look.alphaMax);
+    kept.color[3] *= entry.mAlpha * stepping;
+    kept.type = type;
+}
+
+void TakeMaterial(Kept& kept, const ArrayAndIndex_cls& entry, unsigned type, const ClassLook_st& look,
+                  float radius, float stepping) {
+    if (type == kept.type && look.spheres.IsConstant() && !look.bAlphaByRadius) return;
+    look.spheres.Get(entry.mIndex, kept.material);
+    const float factor = entry.mAlpha * stepping;
+    kept.material.ChangeAlpha([&](float alpha) {
+        const float own = look.bAlphaByRadius ? AlphaByRadius(alpha, radius, look.alphaBase, look.alphaMax)
+                                              : alpha * look.alphaFactor;
+        return std::min(own * factor, 1.0f);
+    });
+    kept.type = type;
 }
 
 } // namespace
 
 void GLDrawData_cls::GLDrawSequential(int face, SnapData_cls* pSnap, GLAttribute_cls** ppAttribute) {
     const int number = ZSort(face, pSnap, ppAttribute[0]);
-    if (number == 0 || !pSnap->mpColor || mbShadowPass) return;
+    if (number == 0 || !pSnap->mpColor || mbShadowPass) return; // shadow volumes have a pass of their own
     const GLAttribScope_cls attributes;
-    SetSequentialState();
-    const Looks looks = GatherLooks(*pSnap, ppAttribute);
     const int step = ppAttribute[0]->mpCDrawOption->GetDownSizing();
     const float stepping = static_cast<float>(GetSteppingAlphaFactor(step));
+    const float widening = static_cast<float>(GetSteppingRadiusFactor(step));
+    const SequentialLooks_st looks = GatherSequentialLooks(*pSnap, ppAttribute, widening);
+    const ViewScale_cls view;
 
     if (msbListIsIdentity && looks.bAllPoints && !looks.bMixedSize && !looks.bMixedBlend) {
+        glEnable(GL_BLEND);
+        glEnable(GL_DEPTH_TEST);
+        glDepthMask(GL_FALSE);
+        glDisable(GL_LIGHTING);
+        glDisable(GL_TEXTURE_2D);
         SetBlend(looks.bAdditive);
         if (!looks.bAdditive && IsOpaque(*pSnap)) glDisable(GL_BLEND);
         DrawStraight(pSnap, number, looks.size, true);
@@ -151,26 +176,42 @@ void GLDrawData_cls::GLDrawSequential(int face, SnapData_cls* pSnap, GLAttribute
         return;
     }
 
-    DrawProgress_cls progress(number, looks.maxSize);
-    SequentialPoints_cls points(mVBatch, looks);
-    unsigned last = kClasses;
-    float color[4] = {0, 0, 0, 0};
-    for (int i = 0; i < number;) {
-        for (const int end = std::min(number, i + progress.GetRun()); i < end; ++i) {
-            const ArrayAndIndex_cls& entry = mspIndexAndZ[i];
-            const unsigned type = GetClass(*pSnap, entry.mIndex);
-            const ClassLook& look = looks.look[type];
-            // Billboards and spheres join here: they flush the points before them.
-            if (look.drawType != 0) continue;
-            if (type != last || !look.bConstant) {
-                std::copy(pSnap->mpColor[entry.mIndex], pSnap->mpColor[entry.mIndex] + 4, color);
-                color[3] *= entry.mAlpha * stepping;
-                last = type;
-            }
-            points.Add(pSnap->mpPos[entry.mIndex], color, look);
+    CheckExact(looks.bExact, view);
+    if (looks.bBillboards) ppAttribute[0]->BindTexture(); // one for all classes
+    float matrix[16];
+    float flat[12];
+    float facing[12];
+    glGetFloatv(GL_TRANSPOSE_MODELVIEW_MATRIX, matrix);
+    MultiplyMatrixOnVertexArrayOrg(matrix, flat);
+
+    DrawProgress_cls progress(number);
+    SequentialBatches_cls batches(mVBatch, looks, view, mLightNumber);
+    Kept kept;
+    for (int i = 0; i < number; ++i) {
+        const ArrayAndIndex_cls& entry = mspIndexAndZ[i];
+        const unsigned type = GetSequentialClass(*pSnap, entry.mIndex);
+        const ClassLook_st& look = looks.look[type];
+        const float* pPos = pSnap->mpPos[entry.mIndex];
+        const float radius = look.bOneRadius ? look.radius : look.radius * pSnap->mpRadius[entry.mIndex];
+        float cost = DrawProgress_cls::kCostVertex;
+        if (look.drawType == 0) {
+            TakeColor(kept, *pSnap, entry, type, look, radius, stepping);
+            batches.AddPoint(pPos, kept.color, look);
+            cost += look.size * look.size * DrawProgress_cls::kCostPixel;
+        } else if (look.drawType == 1) {
+            TakeColor(kept, *pSnap, entry, type, look, radius, stepping);
+            if (!(kept.color[3] >= kFaint)) continue;
+            if (look.quality > 0) GetVertexArrayLookAtCamera(pPos, facing);
+            batches.AddBillboard(pPos, look.quality > 0 ? facing : flat, radius, kept.color, look);
+            cost += view.GetArea(pPos, radius) * DrawProgress_cls::kCostPixel;
+        } else if (look.drawType == 2) {
+            TakeMaterial(kept, entry, type, look, radius, stepping);
+            cost += batches.AddSphere(pPos, radius, kept.material, look);
         }
-        points.Flush();
-        if (!progress.Report(i)) break;
+        if (!progress.AddCost(cost)) continue;
+        batches.Flush();
+        if (!progress.Report(i + 1)) break;
     }
-    CheckGLErrors("points of all classes");
+    batches.Flush();
+    CheckGLErrors("particles of all classes");
 }

@@ -45,7 +45,8 @@ bool GLPointBatch_cls::HasSizedPoints() { return GetSizedProgram() != 0; }
 
 GLPointBatch_cls::GLPointBatch_cls(std::vector<float>& storage, bool bSized, bool bOverwrites)
     : mbSized(bSized), mbOverwrites(bOverwrites) {
-    storage.resize(static_cast<size_t>(kCapacity) * kStride);
+    const size_t room = static_cast<size_t>(kCapacity) * kStride;
+    if (storage.size() < room) storage.resize(room); // and never smaller: new room is filled
     mpData = storage.data();
     glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
     constexpr GLsizei stride = kStride * sizeof(float);

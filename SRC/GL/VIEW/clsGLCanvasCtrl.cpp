@@ -168,7 +168,8 @@ void GLCanvasCtrl_cls::UpdateToggleButtonsAndParams() {
 
 bool GLCanvasCtrl_cls::Settings_st::operator==(const Settings_st& other) const {
     return mMode == other.mMode && mGeometry == other.mGeometry && mbPivot == other.mbPivot &&
-           mbToggle == other.mbToggle;
+           mbToggle == other.mbToggle && mbDistortion == other.mbDistortion &&
+           mbFisheyeGrid == other.mbFisheyeGrid && mAngle == other.mAngle;
 }
 
 GLCanvasCtrl_cls::Settings_st GLCanvasCtrl_cls::GetSettings() const {
@@ -178,6 +179,9 @@ GLCanvasCtrl_cls::Settings_st GLCanvasCtrl_cls::GetSettings() const {
     settings.mbPivot = mpCCanvas->mPivotMode.mValue;
     for (int which = 0; which < 4; ++which)
         settings.mbToggle[size_t(which)] = GetToggleItem(mpCCanvas, which).mValue;
+    settings.mbDistortion = mpCCanvas->mDistortion.mValue;
+    settings.mbFisheyeGrid = mpCCanvas->mFisheyeGrid.mValue;
+    settings.mAngle = mpCCanvas->mGLPersAngle.mValue;
     return settings;
 }
 
@@ -187,6 +191,9 @@ void GLCanvasCtrl_cls::SetSettings(const Settings_st& settings) {
     mpCCanvas->mPivotMode.mValue = settings.mbPivot;
     for (int which = 0; which < 4; ++which)
         GetToggleItem(mpCCanvas, which).mValue = settings.mbToggle[size_t(which)];
+    mpCCanvas->mDistortion.mValue = settings.mbDistortion;
+    mpCCanvas->mFisheyeGrid.mValue = settings.mbFisheyeGrid;
+    mpCCanvas->mGLPersAngle.mValue = settings.mAngle;
     UpdateWindow();
     mpCCanvas->ForceUpdateCameraPos();
     mpCCanvas->MarkStale();

@@ -33,23 +33,25 @@ public:
     void ShowPanel();
     bool IsPanelShown() const { return mbPanelShown; }
     int GetDisplayMode() const;
+    /// Call `change`, which sets the view's settings, and leave a step that takes it back.
+    void ChangeBy(const std::function<void()>& change);
     wxString Serialize();
     void ReadStrLine(const wxString& line);
 
 private:
-    /// What the row of controls sets.
+    /// What the row of controls and the popup menu set.
     struct Settings_st {
         int mMode = 0;
         int mGeometry = 0;
         bool mbPivot = false;
         std::array<bool, 4> mbToggle{};
+        bool mbDistortion = false;
+        bool mbFisheyeGrid = false;
+        float mAngle = 35.0f;
         bool operator==(const Settings_st& other) const;
     };
     Settings_st GetSettings() const;
     void SetSettings(const Settings_st& settings);
-    /// Call `change` and leave a step that takes it back.
-    void ChangeBy(const std::function<void()>& change);
-
     void MakeControls();
     void MakeToggle(int which);
     void OnComboBox(wxCommandEvent& event);

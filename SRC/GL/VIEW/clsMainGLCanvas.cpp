@@ -6,9 +6,16 @@
 #include "COLORCURVE/clsColorCurve.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
+#include "COMMON/RuntimeFiles.h"
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLState.h"
+#include "GL/BASE/clsGLTexture.h"
 #include "GL/BASE/clsXErrorScope.h"
+#include "GL/DRAW/clsGLAttribute.h"
+#include "GL/VIEW/clsDistortion.h"
+#include "GL/VIEW/clsDrawClrLegend.h"
+#include "GL/VIEW/clsDrawTimeIndex.h"
+#include "GL/VIEW/clsFishEye.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 
 bool MainGLCanvas_cls::msbKeepPicture = false;
@@ -22,7 +29,16 @@ ColorCurve_cls* MainGLCanvas_cls::mspCClrCurveOut = nullptr;
 ColorCurve_cls* MainGLCanvas_cls::mspCClrCurveTag = nullptr;
 double MainGLCanvas_cls::msCAnchorPos[3] = {0, 0, 0};
 double MainGLCanvas_cls::msCAnchorPosOrtho[3] = {0, 0, 0};
-std::unique_ptr<FBO_cls> MainGLCanvas_cls::mspCFace;
+FishEye_cls* MainGLCanvas_cls::mspCFishEyeCtrl = nullptr;
+Distortion_cls* MainGLCanvas_cls::mspCDistortion = nullptr;
+GLTexture_cls* MainGLCanvas_cls::mspCMask = nullptr;
+GLTexture_cls* MainGLCanvas_cls::mspCFisheyeGrid = nullptr;
+DrawTimeIndex_cls* MainGLCanvas_cls::mspCDrawTimeIndex = nullptr;
+DrawClrLegend_cls* MainGLCanvas_cls::mspCDrawClrLegend = nullptr;
+Exposure_cls* MainGLCanvas_cls::mspCExposureLink = nullptr;
+Information_cls* MainGLCanvas_cls::mspCInformationLink = nullptr;
+std::unique_ptr<FBO_cls> MainGLCanvas_cls::mspCDome;
+std::unique_ptr<FBO_cls> MainGLCanvas_cls::mspCStage;
 
 namespace {
 
@@ -133,7 +149,8 @@ void MainGLCanvas_cls::AddItems() {
     mConfList.Add(&mFisheyeGrid, prefix + "FisheyeGrid", "0");
 }
 
-void MainGLCanvas_cls::InitializeStaticMembers() {
+void MainGLCanvas_cls::InitializeStaticMembers(Overlay_cls* pOverlay, Exposure_cls* pExposure,
+                                               Information_cls* pInformation) {
     mspCClrCurveBG = new ColorCurve_cls("BGColor", _("Background"), "0 0 0 0");
     mspCClrCurveOut = new ColorCurve_cls("OutColor", _("Around the picture"), "0 0 0 0");
     mspCClrCurveTag = new ColorCurve_cls("TagColor", _("Tags"), "1 1 1 1");
@@ -141,14 +158,40 @@ void MainGLCanvas_cls::InitializeStaticMembers() {
     msCConfListStatic.Add(&msCFBOSizeIndex, "FBOBufferSize=", "3");
     msCConfListStatic.Add(&msCTagFontIndex, "TagFontIndex=", "4");
     msCConfListStatic.Add(&msCLineWidth, "LineWidth=", "5");
+    mspCExposureLink = pExposure;
+    mspCInformationLink = pInformation;
+    mspCDrawTimeIndex = new DrawTimeIndex_cls(pOverlay);
+    mspCDrawClrLegend = new DrawClrLegend_cls(pOverlay);
+    mspCFishEyeCtrl = new FishEye_cls;
+    mspCDistortion = new Distortion_cls;
+    mspCDistortion->ReadWavefrontObject(FindRuntimeFile("Resource/distortion.obj"));
 }
 
+namespace {
+
+template <class T>
+void DeleteAndForget(T*& pObject) {
+    delete pObject;
+    pObject = nullptr;
+}
+
+} // namespace
+
 void MainGLCanvas_cls::DestructStaticMembers() {
-    mspCFace.reset();
-    delete mspCClrCurveBG;
-    delete mspCClrCurveOut;
-    delete mspCClrCurveTag;
-    mspCClrCurveBG = mspCClrCurveOut = mspCClrCurveTag = nullptr;
+    GLAttribute_cls::DestructStaticMembers();
+    mspCDome.reset();
+    mspCStage.reset();
+    DeleteAndForget(mspCDistortion);
+    DeleteAndForget(mspCFishEyeCtrl);
+    DeleteAndForget(mspCDrawClrLegend);
+    DeleteAndForget(mspCDrawTimeIndex);
+    DeleteAndForget(mspCFisheyeGrid);
+    DeleteAndForget(mspCMask);
+    DeleteAndForget(mspCClrCurveBG);
+    DeleteAndForget(mspCClrCurveOut);
+    DeleteAndForget(mspCClrCurveTag);
+    mspCExposureLink = nullptr;
+    mspCInformationLink = nullptr;
     msCConfListStatic.Clear();
 }
 

@@ -6,6 +6,7 @@
 
 #include <epoxy/gl.h>
 
+#include <functional>
 #include <istream>
 #include <memory>
 #include <vector>
@@ -24,10 +25,18 @@
 class AnchorPath_cls;
 class CameraPath_cls;
 class ColorCurve_cls;
+class Distortion_cls;
+class DrawClrLegend_cls;
 class DrawOption_cls;
+class DrawTimeIndex_cls;
+class Exposure_cls;
 class FBO_cls;
+class FishEye_cls;
 class FrameMain_cls;
 class GLCanvasCtrl_cls;
+class GLTexture_cls;
+class Information_cls;
+class Overlay_cls;
 class Preference_cls;
 class wxDC;
 
@@ -83,6 +92,12 @@ public:
     /// Is there a picture at all, or only a text that tells why not?
     bool HasGL() const { return mpCGLContext != nullptr; }
 
+    /// Takes a finished image: the picture, a square as wide as the image of which `clip` cuts the middle,
+    /// and what is written on top, clip pixels with alpha. Called inside the paint.
+    using ImageTaker = std::function<void(const FBO_cls& image, const FBO_cls& overlay, wxSize clip)>;
+    /// The next paint makes an image, complete when the last step of a motion blur has been added.
+    void RequestImage(ImageTaker taker);
+
     // Other outputs than the window, driven from the frame's stop command.
     void StopSaveImgSeqProcess() {}
     void StopExportDataProcess() {}
@@ -91,7 +106,9 @@ public:
     wxString Serialize();
     void ReadStrLine(const wxString& line);
 
-    static void InitializeStaticMembers();
+    /// The settings are the hub's and outlive the views.
+    static void InitializeStaticMembers(Overlay_cls* pOverlay, Exposure_cls* pExposure,
+                                        Information_cls* pInformation);
     static void DestructStaticMembers();
     static wxString SerializeStaticMember();
     static void ReadStrLineStaticMember(std::wistream& stream, const wxString& line);
@@ -135,6 +152,12 @@ public:
     static ColorCurve_cls* mspCClrCurveBG;
     static ColorCurve_cls* mspCClrCurveOut;
     static ColorCurve_cls* mspCClrCurveTag;
+    static FishEye_cls* mspCFishEyeCtrl;
+    static Distortion_cls* mspCDistortion;
+    static GLTexture_cls* mspCMask; ///< null until the first view has a context
+    static GLTexture_cls* mspCFisheyeGrid;
+    static DrawTimeIndex_cls* mspCDrawTimeIndex;
+    static DrawClrLegend_cls* mspCDrawClrLegend;
     static double msCAnchorPos[3];
     static double msCAnchorPosOrtho[3];
 
@@ -150,6 +173,7 @@ private:
         double dt = 0.0; ///< data time after the frame's snapshot
         double distanceToAnchor = 1.0;
         int fboSize = 2048;
+        int face = 0;      ///< the one being drawn
         bool bData = true; ///< false: the data are still being read
     };
     enum class DataState { Ready, Loading };
@@ -180,17 +204,39 @@ private:
     void KeepPicture();
     void DrawOnWindow();
 
-    // clsMainGLCanvasDraw.cpp
-    void DrawOnFBO();
-    void BeginFace();
+    // clsMainGLCanvasData.cpp
+    void SetLights();
     void DrawDataMain();
+    void DrawDataLitDiffuse(int lightIndex);
     void DrawDataCopyLoop(bool bShadowPass);
+
+    // clsMainGLCanvasFaces.cpp
+    static void InitializeShared();
+    void DrawOnFBO();
+    void ModifyByDomeTilt(PositionAndDirection_cls* pCamera) const;
+    bool IsAnyMultiPanel() const;
+
+    // clsMainGLCanvasGather.cpp
+    void GatherFBOImages(int w, int h, bool bToImage);
+    void GatherFBOMultiPanel(int w, int h, bool bAdditive);
+    void GatherDome(int w, int h);
+    void DrawDistorted(int w, int h);
+    void DrawDomeSquare(int w, int h);
+    void DrawFisheyeGrid(const std::function<void()>& draw);
+    void AddStage(int w, int h, float weight);
+    void BakeResultToFBOForImage(int slot);
+
+    // clsMainGLCanvasOverlay.cpp
+    void DrawOverlays(int w, int h, bool bToImage);
+    void FinishImage();
+
+    // clsMainGLCanvasDraw.cpp
+    void DrawFace(double gridUnit);
     void DrawOtherObjects(double gridUnit);
     void DrawCameraPath(bool bPick);
     void DrawAnchor();
     void SetLineWidth();
     void SetGLBGColor(int which);
-    void GatherFBOImages(int w, int h, bool bToImage);
 
     // clsMainGLCanvasCamera.cpp
     void UpdateCameraPos();
@@ -216,6 +262,7 @@ private:
     void OnMenu(wxCommandEvent& event);
     void OnMenuToggleLink();
     void OnMenuMoveToCamPos();
+    void OnMenuViewAngle();
     void OnChangedByMouse();
     void SetOtherCanvasToBeActiveGL();
     void RefreshOtherOrthoCanvas() { RefreshOthers(true); }
@@ -233,6 +280,7 @@ private:
     DrawOption_cls* mpCDrawOption;
     std::unique_ptr<wxGLContext> mpCGLContext; ///< null: no OpenGL here
     bool mbGLInitialized = false;
+    PositionAndDirection_cls mCFaceCam; ///< mCCamPos as the face being drawn sees the scene
     PositionAndDirection_cls mCCamFree;
     PositionAndDirection_cls mCCamLinked;
     PositionAndDirection_cls mCCamOrtho;
@@ -245,9 +293,11 @@ private:
 
     bool mbForceUpdateCameraPos = false;
     bool mbImageRequest = false; ///< this paint makes an image: it waits for its data
-    bool mbPaintQueued = false;  ///< a paint event has come whose picture is still to be drawn
-    bool mbPainting = false;     ///< this canvas is the one that holds GbGLLockDrawing
-    bool mbLoading = false;      ///< the last paint gave up waiting for the reader
+    ImageTaker mImageTaker;
+    std::unique_ptr<FBO_cls> mpCFBOForImage[2]; ///< one an eye; live while a motion blur runs
+    bool mbPaintQueued = false;                 ///< a paint event has come whose picture is still to be drawn
+    bool mbPainting = false;                    ///< this canvas is the one that holds GbGLLockDrawing
+    bool mbLoading = false;                     ///< the last paint gave up waiting for the reader
     bool mbLockDragging = false;
     // What mCCamLinked was last taken from; until any of it changes, a user's move of it stands.
     PositionAndDirection_cls mCCamPath;
@@ -273,5 +323,8 @@ private:
     std::vector<unsigned char> mVPicture; ///< see msbKeepPicture
     wxSize mPictureSize;
 
-    static std::unique_ptr<FBO_cls> mspCFace; ///< the scene of the paint in progress; kept for its memory
+    static Exposure_cls* mspCExposureLink;
+    static Information_cls* mspCInformationLink;
+    static std::unique_ptr<FBO_cls> mspCDome;  ///< the dome picture; kept for its memory
+    static std::unique_ptr<FBO_cls> mspCStage; ///< one finished picture before it is added to others
 };

@@ -174,7 +174,7 @@ void MainGLCanvas_cls::SetAngleIfLinked() {
         mCGLPerspective.mbPerspective = geometry != 1;
     }
     const double limit = 120.0;
-    if (mCGLPerspective.mAngle < limit || geometry == 1) return;
+    if (mCGLPerspective.mAngle < limit || geometry == 1 || GetMultiPanelMode() != 0) return;
     mCGLPerspective.mAngle = limit;
     if (geometry == 0)
         mWXStrMessage += _("View angle is limited to 120 deg in perspective view.") + wxString("\n");

@@ -1,81 +1,29 @@
-// The scene of a view into its off-screen buffer, and from there to the window.
+// The scene of a view, once for each face.
 #include "GL/VIEW/clsMainGLCanvas.h"
 
-#include "APP/clsFrameMain.h"
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/BASE/clsGrid.h"
-#include "PDATA/clsPDataSequence.h"
 #include "SCENE/clsAnchorPath.h"
 #include "SCENE/clsCameraPath.h"
 
-namespace {
-
-// Cells of the ground grid: the power of ten that isn't below a tenth of the distance.
-double GetGridUnit(double distance) {
-    double unit = 0.0001;
-    while (distance > unit * 10.0 && unit < 1e30)
-        unit *= 10.0;
-    return unit;
-}
-
-} // namespace
-
-// Fisheye and panorama draw four faces here, one each otherwise.
-void MainGLCanvas_cls::DrawOnFBO() {
-    const double gridUnit = GetGridUnit(mMoment.distanceToAnchor);
-    // The stereogram shifts a copy of the camera for the eye, and a dome tilts it.
-    BeginFace();
-    {
-        const GLAttribScope_cls attributes;
-        SetGLBGColor(0); // or the fog's
-        glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
-        // Lights are set here.
-        SetLineWidth();
-        DrawDataMain();
-        CheckGLErrors("data");
-        DrawOtherObjects(gridUnit);
-        CheckGLErrors("other objects");
-        // Tags of the grids come last.
-    }
-    mspCFace->End();
-    // Each further light with shadows adds a picture of its own here.
-}
-
-void MainGLCanvas_cls::BeginFace() {
-    const int size = mMoment.fboSize;
-    if (!mspCFace || mspCFace->GetWidth() != size) mspCFace = std::make_unique<FBO_cls>(size, size);
-    mspCFace->MakeFBO(false);
-    mspCFace->Begin(false); // cleared with its background in a moment
-    mCGLPerspective.SetWindowSize(size, size);
-    mCGLPerspective.SetViewportOnGL();
-    mCGLPerspective.SetPerspectiveOnGL(mCCamPos);
-    mCGLPerspective.SetModelOrProjectionViewOnGL(mCCamPos, GL_MODELVIEW);
+// Into the face that is begun.
+void MainGLCanvas_cls::DrawFace(double gridUnit) {
+    const GLAttribScope_cls attributes;
+    SetGLBGColor(0); // or the fog's
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
+    SetLights();
+    SetLineWidth();
+    DrawDataMain();
+    CheckGLErrors("data");
+    DrawOtherObjects(gridUnit);
+    CheckGLErrors("other objects");
+    // Tags of the grids come last.
 }
 
 void MainGLCanvas_cls::SetLineWidth() {
     const float width = msCLineWidth.mValue * FBO_cls::GetLineWidthFactor(mMoment.fboSize);
     glLineWidth(width > 0.0f ? width : 1.0f);
-}
-
-void MainGLCanvas_cls::DrawDataMain() {
-    // Fog is set here.
-    glEnable(GL_LIGHTING);
-    glEnable(GL_DEPTH_TEST);
-    const GLMatrixScope_cls matrix;
-    // A scene box moves the data, and the camera's copy into its coordinates.
-    mpCFrame->GetPCActiveFileSequence()->SetCameraInfo(mCCamPos);
-    // Mesh objects are drawn first.
-    if (mShowData.mValue && mMoment.bData) DrawDataCopyLoop(false);
-    // Shadow volumes follow: once into the stencil, once over what they hide.
-}
-
-// A Copy filter repeats this; sticks follow.
-void MainGLCanvas_cls::DrawDataCopyLoop(bool bShadowPass) {
-    const int face = 0;
-    float light[3] = {0, 0, 0};
-    mpCFrame->GetPCActiveFileSequence()->GLDrawData(face, mMoment.dataFrame, mMoment.dt, 0, light, 0.0, 0.0,
-                                                    bShadowPass, mPanelIndex);
 }
 
 void MainGLCanvas_cls::DrawOtherObjects(double gridUnit) {
@@ -117,13 +65,4 @@ void MainGLCanvas_cls::DrawAnchor() {
     glEnableClientState(GL_VERTEX_ARRAY);
     glVertexPointer(3, GL_FLOAT, 0, kCross);
     glDrawArrays(GL_LINES, 0, 6);
-}
-
-void MainGLCanvas_cls::GatherFBOImages(int w, int h, bool) {
-    SetGLBGColor(1);
-    // Fisheye and panorama put their faces together here.
-    // Exposure and the masks of a stereogram stand around the two calls.
-    FBO_cls::DrawOnScreenSet(mCGLPerspective, w, h, false);
-    FBO_cls::DrawOnScreenDraw(mspCFace.get(), 0);
-    CheckGLErrors("composition");
 }

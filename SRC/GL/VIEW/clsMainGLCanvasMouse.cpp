@@ -5,6 +5,7 @@
 
 #include <wx/intl.h>
 #include <wx/menu.h>
+#include <wx/numdlg.h>
 
 #include "APP/clsFrameMain.h"
 #include "COMMON/EventIds.h"
@@ -19,7 +20,7 @@ void MainGLCanvas_cls::BindMouse() {
                              wxEVT_RIGHT_DCLICK, wxEVT_MOTION, wxEVT_MOUSEWHEEL})
         Bind(type, &MainGLCanvas_cls::OnMouse, this);
     Bind(wxEVT_MOUSE_CAPTURE_LOST, &MainGLCanvas_cls::OnCaptureLost, this);
-    Bind(wxEVT_MENU, &MainGLCanvas_cls::OnMenu, this, ID_CANVAS_MOVE_TO_CAM, ID_CANVAS_SHOW_CONTROLS);
+    Bind(wxEVT_MENU, &MainGLCanvas_cls::OnMenu, this, ID_CANVAS_MOVE_TO_CAM, ID_CANVAS_VIEW_ANGLE);
 }
 
 void MainGLCanvas_cls::OnMouse(wxMouseEvent& event) {
@@ -148,6 +149,12 @@ void MainGLCanvas_cls::ShowMenu() {
     menu.Append(ID_CANVAS_TOGGLE_PERSPECTIVE, _("Toggle Perspective"));
     if (!mpCCtrl->IsPanelShown()) menu.Append(ID_CANVAS_SHOW_CONTROLS, _("Show Controls")); // the way back
     menu.Enable(ID_CANVAS_TOGGLE_PERSPECTIVE, !IsCameraLinked()); // the path's geometry counts there
+    if (IsFishEye()) {
+        menu.AppendCheckItem(ID_CANVAS_DISTORTION, _("Distortion"))->Check(mDistortion.mValue);
+        menu.AppendCheckItem(ID_CANVAS_FISHEYE_GRID, _("Fisheye Grid"))->Check(mFisheyeGrid.mValue);
+    }
+    // The path brings its own angle, a parallel view has none.
+    if (!IsCameraLinked() && !IsOrthographic()) menu.Append(ID_CANVAS_VIEW_ANGLE, _("View Angle..."));
     SetFocus();
     SetThisToBeActiveGL();
     PopupMenu(&menu);
@@ -173,10 +180,28 @@ void MainGLCanvas_cls::OnMenu(wxCommandEvent& event) {
     case ID_CANVAS_TOGGLE_PERSPECTIVE:
         TogglePerspective();
         break;
+    case ID_CANVAS_DISTORTION:
+        mpCCtrl->ChangeBy([this] { mDistortion.mValue = !mDistortion.mValue; });
+        break;
+    case ID_CANVAS_FISHEYE_GRID:
+        mpCCtrl->ChangeBy([this] { mFisheyeGrid.mValue = !mFisheyeGrid.mValue; });
+        break;
+    case ID_CANVAS_VIEW_ANGLE:
+        OnMenuViewAngle();
+        break;
     default:
         event.Skip();
         break;
     }
+}
+
+void MainGLCanvas_cls::OnMenuViewAngle() {
+    const bool bFlat = GetMultiPanelMode() == 0;
+    const long angle = wxGetNumberFromUser(
+        bFlat ? _("Of the picture's height, in degrees")
+              : _("Degrees: of a fisheye from rim to rim, of a panorama half of what its width shows"),
+        _("Angle"), _("View Angle"), long(mGLPersAngle.mValue), 1, bFlat ? 119 : 360, this);
+    if (angle > 0) mpCCtrl->ChangeBy([this, angle] { mGLPersAngle.mValue = float(angle); });
 }
 
 void MainGLCanvas_cls::OnMenuMoveToCamPos() {

@@ -15,6 +15,8 @@
 #include "GL/BASE/clsGLInfo.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/DRAW/clsGLDrawData.h"
+#include "GL/VIEW/clsFishEye.h"
+#include "GL/VIEW/clsInformation.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "TIME/clsTimeCtrl.h"
 
@@ -91,14 +93,16 @@ void MainGLCanvas_cls::Paint() {
     PlaceCamera();
     mMoment.fboSize = GetFBOSize();
     mCStopWatch.Start();
+    mspCFishEyeCtrl->MakeFishEyeBegin(mCGLPerspective.mClipW, mCGLPerspective.mClipH, mMoment.fboSize);
     DrawEyes();
-    // Time label and colour legend, first into the image that is asked for, then into the window; then the
-    // image goes to its file, and after the last step of a motion blur its buffers go.
+    mspCFishEyeCtrl->MakeFishEyeEnd(IsAnyMultiPanel());
+    FinishImage();
     CountPaint();
     DrawOnWindow();
     if (msbKeepPicture) KeepPicture();
     SwapBuffers();
     mShownSize = GetPixelSize();
+    if (mspCInformationLink) mspCInformationLink->Update();
     // POV-Ray export takes its step; the dialogs of camera, lights and stereo follow the active view.
 }
 
@@ -198,7 +202,8 @@ void MainGLCanvas_cls::InitializeGLIfNot() {
         // Shapes come here.
     }
     FBO_cls::Initialize();
-    // Shaders come here; then, with the first view, mask, grid texture, label and legend.
+    // Shaders of spheres come here.
+    if (FBO_cls::msbSupported) InitializeShared();
     glDepthFunc(GL_LEQUAL);
     mbGLInitialized = true;
     CheckGLErrors("initialisation");
@@ -237,7 +242,9 @@ void MainGLCanvas_cls::DrawEyes() {
     const double angle = mCGLPerspective.mAngle;
     DrawOnFBO();
     mCGLPerspective.SetModelOrProjectionViewOnGL(mCCamPos, GL_MODELVIEW);
+    mCGLPerspective.SetClipSize(size.x, size.y);
     mCGLPerspective.mAngle = static_cast<int>(angle); // the rest of the paint knows whole degrees only
+    if (mbImageRequest) BakeResultToFBOForImage(0);
     GatherFBOImages(size.x, size.y, false);
 }
 
@@ -249,6 +256,7 @@ void MainGLCanvas_cls::CountPaint() {
 
 void MainGLCanvas_cls::DrawOnWindow() {
     const wxSize size = GetPixelSize();
+    DrawOverlays(size.x, size.y, false);
     mCGLPerspective.SetWindowSize(size.x, size.y);
     mCGLPerspective.SetViewportOnGL();
     // The orientation gizmo comes here with "ShowItems=", and its buttons after the message.

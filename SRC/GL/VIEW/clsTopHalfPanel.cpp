@@ -4,6 +4,7 @@
 
 #include <wx/intl.h>
 #include <wx/notebook.h>
+#include <wx/scrolwin.h>
 #include <wx/sizer.h>
 #include <wx/splitter.h>
 
@@ -12,8 +13,13 @@
 #include "GL/DRAW/clsDrawOptionGUI.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLAttributeGUI.h"
+#include "GL/VIEW/clsExposure.h"
+#include "GL/VIEW/clsExposureGUI.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
+#include "GL/VIEW/clsInformation.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsOverlay.h"
+#include "GL/VIEW/clsOverlayGUI.h"
 #include "PDATA/clsPDataSequence.h"
 #include "WIDGET/DenseStyle.h"
 
@@ -21,6 +27,7 @@ namespace {
 
 constexpr int kBookWidth = 310; // leaves four views room for their controls in the first window
 constexpr int kMinPane = 40;
+constexpr int kScrollStep = 8;
 const wxSize kFirstSize(1200, 800); // panes of no size would squeeze their contents
 constexpr int kViews = 4;
 
@@ -46,19 +53,31 @@ void Split(wxSplitterWindow* pSplitter, bool bAbove, wxWindow* pFirst, wxWindow*
 } // namespace
 
 TopHalfPanel_cls::TopHalfPanel_cls(wxWindow* pParent, FrameMain_cls* pFrame, PDataSequence_cls* pSequence,
-                                   DrawOption_cls* pDrawOption, Preference_cls* pPreference)
-    : wxPanel(pParent), mpCSequence(pSequence), mpCDrawOption(pDrawOption) {
+                                   const Pages_st& pages, Preference_cls* pPreference)
+    : wxPanel(pParent), mpCSequence(pSequence), mPages(pages), mBookWidth(kBookWidth) {
     InstallDenseStyle(); // before anything is measured
     mConfList.Add(&mPreviewPanelType, "PreviewPanelType=", "0");
     mpCSides = MakeSplitter(this, 1.0); // the books keep their width
     CreateViews(mpCSides, pFrame, pPreference);
     CreateBooks(mpCSides);
+    KeepBooks();
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(mpCSides, 1, wxEXPAND);
     SetSizer(sizer);
 }
 
-void TopHalfPanel_cls::PlaceBooks() { mpCSides->SetSashPosition(-kBookWidth); }
+void TopHalfPanel_cls::KeepBooks() {
+    // The toolkit sizes windows bit by bit at their start; a sash that was in the way once would stay there.
+    mpCSides->Bind(wxEVT_SIZE, [this](wxSizeEvent& event) {
+        event.Skip();
+        CallAfter([this] { mpCSides->SetSashPosition(-mBookWidth); });
+    });
+    mpCSides->Bind(wxEVT_SPLITTER_SASH_POS_CHANGING, [this](wxSplitterEvent& event) {
+        if (event.GetEventObject() == mpCSides)
+            mBookWidth = mpCSides->GetClientSize().x - event.GetSashPosition();
+        event.Skip();
+    });
+}
 
 void TopHalfPanel_cls::CreateViews(wxWindow* pParent, FrameMain_cls* pFrame, Preference_cls* pPreference) {
     static const int kModes[kViews] = {0, 6, 1, 3};
@@ -68,7 +87,7 @@ void TopHalfPanel_cls::CreateViews(wxWindow* pParent, FrameMain_cls* pFrame, Pre
     wxGLContext* pShare = nullptr;
     for (int view = 0; view < kViews; ++view) {
         mpCCtrl[view] =
-            new GLCanvasCtrl_cls(mpCInner[view / 2], pFrame, mpCDrawOption, pPreference,
+            new GLCanvasCtrl_cls(mpCInner[view / 2], pFrame, mPages.mpCDrawOption, pPreference,
                                  wxString::Format("MainGLCanvas %d", view), view, kModes[view], pShare);
         if (view == 0) pShare = mpCCtrl[0]->GetPCCanvas()->GetContext();
         if (view > 0) mpCCtrl[view]->Hide();
@@ -76,6 +95,17 @@ void TopHalfPanel_cls::CreateViews(wxWindow* pParent, FrameMain_cls* pFrame, Pre
     mpCInner[1]->Hide();
     mpCInner[0]->Initialize(mpCCtrl[0]);
     mpCOuter->Initialize(mpCInner[0]);
+}
+
+// Pages scroll where they are higher than the book.
+template <class T>
+void TopHalfPanel_cls::AddOptionPage(T* pSettings, const wxString& label) {
+    auto* scroll = new wxScrolledWindow(mpCOptionBook);
+    auto* sizer = new wxBoxSizer(wxVERTICAL);
+    sizer->Add(pSettings->InstantiateGUI(scroll), 1, wxEXPAND);
+    scroll->SetSizer(sizer);
+    scroll->SetScrollRate(0, FromDIP(kScrollStep));
+    mpCOptionBook->AddPage(scroll, label);
 }
 
 void TopHalfPanel_cls::CreateBooks(wxWindow* pParent) {
@@ -88,9 +118,16 @@ void TopHalfPanel_cls::CreateBooks(wxWindow* pParent) {
         mpCAttribBook->AddPage(mpCSequence->mpCGLAttribute[i]->InstantiateGUI(mpCAttribBook),
                                wxString::Format("%s %d", _("Attrib"), i));
     mpCOptionBook = new wxNotebook(side, ID_NOTEBOOK_OPTION, wxDefaultPosition, size);
-    mpCOptionBook->AddPage(mpCDrawOption->InstantiateGUI(mpCOptionBook), _("Option"));
+    AddOptionPage(mPages.mpCDrawOption, _("Option"));
+    AddOptionPage(mPages.mpCOverlay, _("Overlay"));
+    AddOptionPage(mPages.mpCExposure, _("Exposure"));
+    AddOptionPage(mPages.mpCInformation, _("Info"));
+    mpCOptionBook->Bind(wxEVT_NOTEBOOK_PAGE_CHANGED, [this](wxBookCtrlEvent& event) {
+        event.Skip();
+        mPages.mpCInformation->Update(); // it doesn't keep up while it is hidden
+    });
     auto* sizer = new wxBoxSizer(wxVERTICAL);
-    sizer->Add(mpCAttribBook, 3, wxEXPAND | wxBOTTOM, 4);
+    sizer->Add(mpCAttribBook, 2, wxEXPAND | wxBOTTOM, 4);
     sizer->Add(mpCOptionBook, 1, wxEXPAND);
     side->SetSizer(sizer);
     mpCSides->SplitVertically(mpCOuter, side, -kBookWidth);
@@ -148,9 +185,17 @@ void TopHalfPanel_cls::RefreshAttrib() {
 }
 
 void TopHalfPanel_cls::RefreshDrawOptions() {
-    if (!mpCDrawOption->mpCGUI) return;
-    mpCDrawOption->mpCGUI->UpdateValues();
-    mpCDrawOption->mpCGUI->HideAndShow();
+    if (mPages.mpCDrawOption->mpCGUI) {
+        mPages.mpCDrawOption->mpCGUI->UpdateValues();
+        mPages.mpCDrawOption->mpCGUI->HideAndShow();
+    }
+    if (mPages.mpCOverlay->mpCGUI) mPages.mpCOverlay->mpCGUI->UpdateValues();
+    mPages.mpCInformation->Update();
+    RefreshExposure();
+}
+
+void TopHalfPanel_cls::RefreshExposure() {
+    if (mPages.mpCExposure->mpCGUI) mPages.mpCExposure->mpCGUI->UpdateValues();
 }
 
 void TopHalfPanel_cls::RecalcSize() {

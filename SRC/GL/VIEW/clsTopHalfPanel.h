@@ -10,14 +10,27 @@ class FrameMain_cls;
 class GLCanvasCtrl_cls;
 class PDataSequence_cls;
 class DrawOption_cls;
+class Exposure_cls;
+class Information_cls;
+class MultiInputPanel_cls;
+class Overlay_cls;
 class Preference_cls;
 class wxNotebook;
+class wxScrolledWindow;
 class wxSplitterWindow;
 
 class TopHalfPanel_cls : public wxPanel {
 public:
+    /// What the pages of the lower book edit; not owned.
+    struct Pages_st {
+        DrawOption_cls* mpCDrawOption;
+        Overlay_cls* mpCOverlay;
+        Exposure_cls* mpCExposure;
+        Information_cls* mpCInformation;
+    };
+
     TopHalfPanel_cls(wxWindow* pParent, FrameMain_cls* pFrame, PDataSequence_cls* pSequence,
-                     DrawOption_cls* pDrawOption, Preference_cls* pPreference);
+                     const Pages_st& pages, Preference_cls* pPreference);
 
     /// 0 one view, 1 two above each other, 2 two side by side, 3 two rows of two, 4 two columns of two.
     void SplitPanel(int type);
@@ -28,10 +41,10 @@ public:
     /// Nothing that is on the screen holds any more.
     void ClearStatusGLPanels();
     void RefreshAttrib();
+    /// The pages "Option", "Overlay", "Exposure" and "Info".
     void RefreshDrawOptions();
+    void RefreshExposure();
     void RecalcSize();
-    /// Give the property tabs their width; the panel must have its size.
-    void PlaceBooks();
     GLCanvasCtrl_cls* GetPCGLCanvasCtrl(int view) const { return mpCCtrl[view]; }
     wxString Serialize();
     void ReadStrLine(const wxString& line);
@@ -39,11 +52,16 @@ public:
 private:
     void CreateViews(wxWindow* pParent, FrameMain_cls* pFrame, Preference_cls* pPreference);
     void CreateBooks(wxWindow* pParent);
+    /// The books keep the width that the user gave them, whatever happens to the window.
+    void KeepBooks();
+    template <class T>
+    void AddOptionPage(T* pSettings, const wxString& label);
 
     PDataSequence_cls* mpCSequence;
-    DrawOption_cls* mpCDrawOption;
+    Pages_st mPages;
     GLCanvasCtrl_cls* mpCCtrl[4];
     wxSplitterWindow* mpCSides = nullptr; ///< views left, books right
+    int mBookWidth;                       ///< pixels right of the sash
     wxSplitterWindow* mpCOuter = nullptr;
     wxSplitterWindow* mpCInner[2] = {nullptr, nullptr};
     wxNotebook* mpCAttribBook = nullptr;

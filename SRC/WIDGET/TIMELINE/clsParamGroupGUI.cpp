@@ -44,13 +44,16 @@ void ParamGroupGUI_cls::Draw(wxDC& dc, const TreeLayout& layout, const TimelineL
     DrawRowIcon(dc, look, mpCGroup->mbOpen ? TimelineIcon::OPEN : TimelineIcon::CLOSED,
                 layout.GetRect(TreeZone::FOLD, y, depth), false);
     dc.SetTextForeground(look.mText);
+    const bool bLink = GetDimension() > 1 && (bHover || !mpCGroup->mbLinked);
+    const bool bShy = bHover || mpCGroup->mbShy;
+    const TreeZone next = bLink ? TreeZone::LINK : bShy ? TreeZone::SHY : TreeZone::PREVIOUS;
     wxRect name = layout.GetRect(TreeZone::NAME, y, depth);
-    name.SetRight(layout.GetRect(TreeZone::LINK, y, depth).x - layout.mPad);
+    name.SetRight(layout.GetRect(next, y, depth).x - layout.mPad);
     DrawRowText(dc, mpCGroup->mName, name, false);
-    if (GetDimension() > 1 && (bHover || !mpCGroup->mbLinked))
+    if (bLink)
         DrawRowIcon(dc, look, mpCGroup->mbLinked ? TimelineIcon::LINKED : TimelineIcon::UNLINKED,
                     layout.GetRect(TreeZone::LINK, y, depth), !bHover);
-    if (bHover || mpCGroup->mbShy)
+    if (bShy)
         DrawRowIcon(dc, look, TimelineIcon::SHY, layout.GetRect(TreeZone::SHY, y, depth), !mpCGroup->mbShy);
     DrawKeyButtons(dc, layout, look, y, GetState(), bHover);
 }

@@ -87,11 +87,6 @@ void ParamTree_cls::MakeEditor() {
                                wxTE_PROCESS_ENTER | wxTE_RIGHT | wxBORDER_NONE);
     mpCEditor->SetFont(mpCCtrl->GetLook().mFont);
     mpCEditor->Hide();
-    // A field that was hidden gets the focus, and with it a cursor instead of the selection, after a while.
-    mpCEditor->Bind(wxEVT_SET_FOCUS, [this](wxFocusEvent& event) {
-        if (!mpCEditor->IsModified()) mpCEditor->SelectAll();
-        event.Skip();
-    });
     mpCEditor->Bind(wxEVT_TEXT_ENTER, [this](wxCommandEvent&) { CloseEditor(true); });
     mpCEditor->Bind(wxEVT_KILL_FOCUS, [this](wxFocusEvent& event) {
         CloseEditor(true);

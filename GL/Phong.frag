@@ -1,0 +1,88 @@
+#version 120
+// Light at every pixel.
+// Written by tools/make_shaders.py.
+
+varying vec3 place;
+varying vec3 normal;
+#ifdef SPHERES
+varying vec4 materialAmbient;
+varying vec4 materialDiffuse;
+varying vec4 materialSpecular;
+#define AMBIENT materialAmbient
+#define DIFFUSE materialDiffuse
+#define SPECULAR materialSpecular
+#define EMISSION vec4(0.0)
+#else
+#define AMBIENT gl_FrontMaterial.ambient
+#define DIFFUSE gl_FrontMaterial.diffuse
+#define SPECULAR gl_FrontMaterial.specular
+#define EMISSION gl_FrontMaterial.emission
+#endif
+
+// What OpenGL light i brings to a place on a surface, eye coordinates, by the rules of the fixed
+// pipeline: attenuation, spot, and highlights for a viewer far away.
+void addLight(int i, vec3 place, vec3 normal, float shininess,
+              inout vec3 ambient, inout vec3 diffuse, inout vec3 specular)
+{
+    vec4 source = gl_LightSource[i].position;
+    vec3 to = normalize(source.xyz);
+    vec3 between = gl_LightSource[i].halfVector.xyz;
+    float share = 1.0;
+#ifndef PARALLEL
+    if (source.w != 0.0) {
+        to = source.xyz / source.w - place;
+        float far = length(to);
+        share = 1.0 / (gl_LightSource[i].constantAttenuation + far * (gl_LightSource[i].linearAttenuation
+                       + far * gl_LightSource[i].quadraticAttenuation));
+        to /= max(far, 1e-30);
+        between = normalize(to + vec3(0.0, 0.0, 1.0));
+    }
+    if (gl_LightSource[i].spotCutoff <= 90.0) {
+        float along = -dot(to, normalize(gl_LightSource[i].spotDirection));
+        share *= along < gl_LightSource[i].spotCosCutoff
+                     ? 0.0 : pow(max(along, 1e-6), gl_LightSource[i].spotExponent);
+    }
+#endif
+    float facing = max(dot(normal, to), 0.0);
+    float shine = pow(max(dot(normal, between), 1e-6), shininess);
+    ambient += share * gl_LightSource[i].ambient.rgb;
+    diffuse += share * facing * gl_LightSource[i].diffuse.rgb;
+    specular += (facing > 0.0 ? share * shine : 0.0) * gl_LightSource[i].specular.rgb;
+}
+
+#ifndef FOG
+uniform int fogMode; // 0 none, 1 exponential, 2 its square, 3 linear
+#define FOG fogMode
+#endif
+
+vec3 fogged(vec3 color, float depth)
+{
+    if (FOG == 0) return color;
+    float reach = gl_Fog.density * depth;
+    float clear = FOG == 1 ? exp(-reach)
+                : FOG == 2 ? exp(-reach * reach) : (gl_Fog.end - depth) * gl_Fog.scale;
+    return mix(gl_Fog.color.rgb, color, clamp(clear, 0.0, 1.0));
+}
+
+#ifndef LIGHT_NUMBER
+uniform int lightNumberPhong;
+#define LIGHT_NUMBER lightNumberPhong
+#endif
+
+vec4 lit(vec3 place, vec3 normal)
+{
+    vec3 around = gl_LightModel.ambient.rgb;
+    vec3 direct = vec3(0.0);
+    vec3 shine = vec3(0.0);
+    for (int i = 0; i < LIGHT_NUMBER; ++i)
+        addLight(i, place, normal, gl_FrontMaterial.shininess, around, direct, shine);
+    return clamp(vec4(EMISSION.rgb + around * AMBIENT.rgb + direct * DIFFUSE.rgb + shine * SPECULAR.rgb,
+                      DIFFUSE.a), 0.0, 1.0);
+}
+
+void main()
+{
+    vec3 upright = normalize(normal);
+    vec4 color = lit(place, gl_FrontFacing ? upright : -upright);
+    gl_FragColor = vec4(fogged(color.rgb, abs(place.z)), color.a);
+}

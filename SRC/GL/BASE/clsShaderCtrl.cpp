@@ -1,0 +1,274 @@
+#include "GL/BASE/clsShaderCtrl.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+#include <epoxy/gl.h>
+
+#include <wx/intl.h>
+#include <wx/window.h>
+
+#include "COMMON/MsgBox.h"
+#include "COMMON/RuntimeFiles.h"
+#include "GL/BASE/clsShaderProgram.h"
+
+namespace {
+
+const char* const kNames[ShaderCtrl_cls::kProgramNumber] = {"Gouraud", "Phong", "Cartoon"};
+
+const ShaderProgram_cls::Attributes kMeshAttributes = {{ShaderCtrl_cls::ATTRIBUTE_SPHERE, "sphere"},
+                                                       {ShaderCtrl_cls::ATTRIBUTE_AMBIENT, "ambient"},
+                                                       {ShaderCtrl_cls::ATTRIBUTE_DIFFUSE, "diffuse"},
+                                                       {ShaderCtrl_cls::ATTRIBUTE_SPECULAR, "specular"}};
+const ShaderProgram_cls::Attributes kExactAttributes = {{ShaderCtrl_cls::ATTRIBUTE_BALL, "sphere"},
+                                                        {ShaderCtrl_cls::ATTRIBUTE_AMBIENT, "ambient"},
+                                                        {ShaderCtrl_cls::ATTRIBUTE_DIFFUSE, "diffuse"},
+                                                        {ShaderCtrl_cls::ATTRIBUTE_SPECULAR, "specular"}};
+
+int GetFogMode() {
+    if (!glIsEnabled(GL_FOG)) return 0;
+    GLint mode = 0;
+    glGetIntegerv(GL_FOG_MODE, &mode);
+    return mode == GL_EXP ? 1 : mode == GL_EXP2 ? 2 : 3;
+}
+
+/// One past the last light that is on: the fixed pipeline needs no number.
+int CountLights() {
+    GLint most = 8;
+    glGetIntegerv(GL_MAX_LIGHTS, &most);
+    for (int i = most; i > 0; --i)
+        if (glIsEnabled(GL_LIGHT0 + static_cast<GLenum>(i - 1))) return i;
+    return 0;
+}
+
+/// All of the first `number` lights are far away, and none is a spot.
+bool AreLightsParallel(int number) {
+    for (int i = 0; i < number; ++i) {
+        const GLenum light = GL_LIGHT0 + static_cast<GLenum>(i);
+        float place[4];
+        float cutoff = 180.0f;
+        glGetLightfv(light, GL_POSITION, place);
+        glGetLightfv(light, GL_SPOT_CUTOFF, &cutoff);
+        if (place[3] != 0.0f || cutoff <= 90.0f) return false;
+    }
+    return true;
+}
+
+/// What a shader may know beforehand of the scene.
+std::string GetSceneDefines(int lightNumber) {
+    std::string defines = "#define LIGHT_NUMBER " + std::to_string(lightNumber) + "\n#define FOG " +
+                          std::to_string(GetFogMode()) + "\n";
+    if (AreLightsParallel(lightNumber)) defines += "#define PARALLEL\n";
+    return defines;
+}
+
+/// Directions to far lights, and those half way to a viewer in front, of length 1.
+void SetLightDirections(const ShaderProgram_cls& program, int number) {
+    const int place = program.GetUniform("lightTo");
+    if (place < 0) return;
+    std::array<float, 24> to = {};
+    std::array<float, 24> between = {};
+    const auto normalize = [](float* v) {
+        const float length = std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]);
+        for (int k = 0; k < 3 && length > 0.0f; ++k)
+            v[k] /= length;
+    };
+    for (int i = 0; i < std::min(number, 8); ++i) {
+        float position[4];
+        glGetLightfv(GL_LIGHT0 + static_cast<GLenum>(i), GL_POSITION, position);
+        float* pTo = &to[static_cast<size_t>(i) * 3];
+        float* pBetween = &between[static_cast<size_t>(i) * 3];
+        std::copy_n(position, 3, pTo);
+        normalize(pTo);
+        std::copy_n(pTo, 3, pBetween);
+        pBetween[2] += 1.0f;
+        normalize(pBetween);
+    }
+    glUniform3fv(place, 8, to.data());
+    glUniform3fv(program.GetUniform("lightBetween"), 8, between.data());
+}
+
+void SetInt(const ShaderProgram_cls& program, const char* name, int value) {
+    const int place = program.GetUniform(name);
+    if (place >= 0) glUniform1i(place, value);
+}
+
+void SetFloat(const ShaderProgram_cls& program, const char* name, float value) {
+    const int place = program.GetUniform(name);
+    if (place >= 0) glUniform1f(place, value);
+}
+
+/// Boxes wait until the paint is over.
+void TellLater(wxWindow* pParent, const wxString& text) {
+    if (pParent)
+        pParent->CallAfter([text] { MsgBox(text, "!!"); });
+    else
+        std::fprintf(stderr, "%s\n", static_cast<const char*>(text.utf8_str()));
+}
+
+} // namespace
+
+std::string readShaderSource(const wxString& path) {
+    const std::string name(path.utf8_str());
+    std::FILE* pFile = std::fopen(name.c_str(), "rb");
+    if (!pFile) {
+        std::perror(name.c_str());
+        return {};
+    }
+    std::string text;
+    char piece[4096];
+    size_t got = 0;
+    while ((got = std::fread(piece, 1, sizeof piece, pFile)) > 0)
+        text.append(piece, got);
+    const bool bBad = std::ferror(pFile) != 0;
+    std::fclose(pFile);
+    if (bBad || text.empty()) {
+        std::fprintf(stderr, "Could not read file: %s.\n", name.c_str());
+        return {};
+    }
+    return text;
+}
+
+ShaderCtrl_cls::ShaderCtrl_cls() { mCConfItemList.Add(&mCCartoonBoldness, "CartoonBoldness=", "0.3"); }
+
+ShaderCtrl_cls::~ShaderCtrl_cls() = default;
+
+void ShaderCtrl_cls::InitializeShader(wxWindow* pParent, bool bEnable) {
+    mbEnabled = bEnable && HasShaders();
+    if (!mbEnabled) return;
+    MakeShader(pParent, 0, "GL/Gouraud.vert", "GL/Gouraud.frag");
+    MakeShader(pParent, 1, "GL/Phong.vert", "GL/Phong.frag");
+    MakeShader(pParent, 2, "GL/Cartoon.vert", "GL/Cartoon.frag");
+    glUseProgram(0);
+}
+
+// Whatever is wrong, the program runs on and draws with the fixed pipeline instead.
+void ShaderCtrl_cls::MakeShader(wxWindow* pParent, size_t index, const char* vertexFile,
+                                const char* fragmentFile) {
+    Source_st& source = mSources[index];
+    mPrograms[index] = std::make_unique<ShaderProgram_cls>();
+    for (const bool bVertex : {true, false}) {
+        const wxString path = FindRuntimeFile(bVertex ? vertexFile : fragmentFile);
+        std::string& text = bVertex ? source.mVertex : source.mFragment;
+        text = readShaderSource(path);
+        if (text.empty())
+            TellLater(pParent, wxString::Format(_("The shader file %s can't be read. Spheres with the shader "
+                                                  "\"%s\" are drawn as \"original\".\nPut the folder GL of "
+                                                  "the program back in its place."),
+                                                path, kNames[index]));
+    }
+    if (source.mVertex.empty() || source.mFragment.empty()) return;
+    ShaderProgram_cls& program = *mPrograms[index];
+    if (program.Make(source.mVertex, source.mFragment)) return;
+    // Only the first pair's compile status counts; for the others the link tells.
+    const ShaderProgram_cls& first = *mPrograms[0];
+    if (!first.mbVertexCompiled) ShowLog(pParent, vertexFile, program.GetLog());
+    if (!first.mbFragmentCompiled) ShowLog(pParent, fragmentFile, program.GetLog());
+    if (first.mbVertexCompiled && first.mbFragmentCompiled)
+        TellLater(pParent, wxString::Format(_("The shader of %s and %s can't be linked. Spheres with the "
+                                              "shader \"%s\" are drawn as \"original\".\n"),
+                                            vertexFile, fragmentFile, kNames[index]) +
+                               wxString::FromUTF8(program.GetLog()));
+}
+
+// The same words for both kinds of shader.
+void ShaderCtrl_cls::ShowLog(wxWindow* pParent, const wxString& file, const std::string& log) const {
+    TellLater(pParent, "Compile error in fragment shader.\n" + wxString::FromUTF8(log) + "\n" + file);
+}
+
+// One light alone, without ambient light: the pass that adds a light with shadows.
+bool ShaderCtrl_cls::IsSingleShadowLight(int lightNumber) const {
+    float ambient[4];
+    glGetLightfv(GL_LIGHT0, GL_AMBIENT, ambient);
+    return lightNumber == 1 && ambient[0] == 0.0f;
+}
+
+void ShaderCtrl_cls::SetSceneUniforms(const ShaderProgram_cls& program, unsigned type, int lightNumber,
+                                      const char* suffix) const {
+    SetInt(program, (std::string("lightNumber") + suffix).c_str(), lightNumber);
+    SetInt(program, "fogMode", GetFogMode());
+    if (type != TYPE_CARTOON) return;
+    SetInt(program, (std::string("shadowVolumeMode") + suffix).c_str(),
+           IsSingleShadowLight(lightNumber) ? 0 : 1);
+    SetFloat(program, (std::string("boldness") + suffix).c_str(), mCCartoonBoldness.mValue);
+}
+
+void ShaderCtrl_cls::BeginShader(unsigned type, int lightNumber) {
+    if (!mbEnabled) return;
+    glUseProgram(0);
+    if (type < TYPE_GOURAUD || type > TYPE_CARTOON) return;
+    const ShaderProgram_cls& program = *mPrograms[type - 1];
+    if (!program.IsMade()) return;
+    if (glIsEnabled(GL_LIGHT_MODEL_TWO_SIDE)) glEnable(GL_VERTEX_PROGRAM_TWO_SIDE);
+    glUseProgram(program.mProgram);
+    SetSceneUniforms(program, type, lightNumber, kNames[type - 1]);
+}
+
+void ShaderCtrl_cls::EndShader(int /*type*/) {
+    if (!mbEnabled) return;
+    glDisable(GL_VERTEX_PROGRAM_TWO_SIDE);
+    glUseProgram(0);
+}
+
+const ShaderProgram_cls* ShaderCtrl_cls::GetForm(Forms& forms, const Source_st& source,
+                                                 const std::string& defines, bool bMesh) {
+    if (source.mVertex.empty() || source.mFragment.empty()) return nullptr;
+    Program& program = forms[defines];
+    if (!program) {
+        program = std::make_unique<ShaderProgram_cls>();
+        if (!program->Make(source.mVertex, source.mFragment, defines,
+                           bMesh ? kMeshAttributes : kExactAttributes))
+            std::printf("A shader of spheres was refused:\n%s\n", program->GetLog().c_str());
+    }
+    return program->HasAttribute("sphere") ? program.get() : nullptr;
+}
+
+bool ShaderCtrl_cls::BeginSpheres(unsigned type, int lightNumber) {
+    if (!mbEnabled) return false;
+    // The fixed pipeline lights vertices, as Gouraud's does. A shader that isn't there is drawn as that.
+    const bool bFixed = type < TYPE_GOURAUD || type > TYPE_CARTOON || !mPrograms[type - 1]->IsMade();
+    const size_t index = bFixed ? 0 : type - 1;
+    const int lights = bFixed ? CountLights() : lightNumber;
+    const ShaderProgram_cls* pProgram =
+        GetForm(mSpheres[index], mSources[index], "#define SPHERES\n" + GetSceneDefines(lights), true);
+    if (!pProgram) return false;
+    glUseProgram(pProgram->mProgram);
+    SetSceneUniforms(*pProgram, type, lights, kNames[index]);
+    return true;
+}
+
+const ShaderCtrl_cls::Source_st& ShaderCtrl_cls::GetExactSource() {
+    if (!mbExactRead) {
+        mbExactRead = true;
+        mExactSource = {readShaderSource(FindRuntimeFile("GL/Exact.vert")),
+                        readShaderSource(FindRuntimeFile("GL/Exact.frag"))};
+    }
+    return mExactSource;
+}
+
+bool ShaderCtrl_cls::HasExact() {
+    return mbEnabled && GetForm(mExact, GetExactSource(), GetSceneDefines(CountLights()), false);
+}
+
+bool ShaderCtrl_cls::BeginExact(unsigned type, int lightNumber, bool bMaterials, const Rays_st& rays) {
+    if (!mbEnabled) return false;
+    const bool bFixed = type < TYPE_GOURAUD || type > TYPE_CARTOON;
+    const int lights = bFixed ? CountLights() : lightNumber;
+    std::string defines = GetSceneDefines(lights);
+    if (type == TYPE_CARTOON) defines += "#define CARTOON\n";
+    if (bMaterials) defines += "#define MATERIALS\n";
+    if (rays.bPerspective) defines += "#define PERSPECTIVE\n";
+    const ShaderProgram_cls* pProgram = GetForm(mExact, GetExactSource(), defines, false);
+    if (!pProgram) return false;
+    glUseProgram(pProgram->mProgram);
+    SetSceneUniforms(*pProgram, type, lights, "");
+    glUniform4fv(pProgram->GetUniform("viewport"), 1, rays.viewport);
+    glUniform2fv(pProgram->GetUniform("rayScale"), 1, rays.scale);
+    glUniform2fv(pProgram->GetUniform("rayOffset"), 1, rays.offset);
+    glUniform2fv(pProgram->GetUniform("depthRange"), 1, rays.depthRange);
+    glUniform2fv(pProgram->GetUniform("depthMap"), 1, rays.depthMap);
+    SetFloat(*pProgram, "scale", rays.modelScale);
+    SetLightDirections(*pProgram, lights);
+    return true;
+}

@@ -1,0 +1,97 @@
+// The shaders of lit spheres and objects, shared by all views. Their sources are run-time files (GL/*.vert,
+// GL/*.frag) that work on the lights, materials and fog of the fixed pipeline.
+//
+// Each shader comes in several forms: for plain vertices; for a sphere's mesh that is repeated at many
+// places; and, made by other files, for spheres that are met by the rays of the pixels. The latter two are
+// compiled anew for each kind of scene, as lights and fog that a shader knows beforehand cost a fraction.
+// A form that this OpenGL refuses is missing and its Begin says so; the caller falls back.
+#pragma once
+
+#include <array>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "CONFITEM/clsConfItem.h"
+#include "CONFITEM/clsConfItemList.h"
+
+class ShaderProgram_cls;
+class wxString;
+class wxWindow;
+
+class ShaderCtrl_cls {
+public:
+    enum Type : unsigned { TYPE_ORIGINAL = 0, TYPE_GOURAUD, TYPE_PHONG, TYPE_CARTOON };
+    static constexpr int kProgramNumber = 3; ///< Gouraud, Phong, Cartoon
+
+    /// Places of the vertex attributes of spheres.
+    enum Attribute : unsigned {
+        ATTRIBUTE_BALL = 0, ///< centre and radius of a ray-cast sphere
+        ATTRIBUTE_AMBIENT = 6,
+        ATTRIBUTE_DIFFUSE = 7,
+        ATTRIBUTE_SPHERE = 11, ///< centre and radius of a mesh
+        ATTRIBUTE_SPECULAR = 12
+    };
+
+    /// The picture plane of ray-cast spheres.
+    struct Rays_st {
+        float viewport[4] = {0, 0, 1, 1};
+        float scale[2] = {1, 1}; ///< window coordinates to the plane at depth 1, or of a parallel view
+        float offset[2] = {0, 0};
+        float depthRange[2] = {-0.001f, -1e30f}; ///< nearest and farthest z, eye coordinates
+        float depthMap[2] = {0, 0};              ///< depth is a + b / z, in a parallel view a + b * z
+        float modelScale = 1.0f;                 ///< of the model-view matrix
+        bool bPerspective = true;
+    };
+
+    ShaderCtrl_cls();
+    ~ShaderCtrl_cls();
+    ShaderCtrl_cls(const ShaderCtrl_cls&) = delete;
+    ShaderCtrl_cls& operator=(const ShaderCtrl_cls&) = delete;
+
+    /// Make the three programs; what is wrong is told in boxes over `pParent` when the paint is over.
+    /// With `bEnable` false every Begin does nothing. All need a current context.
+    void InitializeShader(wxWindow* pParent, bool bEnable);
+
+    /// Plain vertices from here on go through a shader that sums the first `lightNumber` lights. Type 0,
+    /// and a type whose files are broken, is the fixed pipeline.
+    void BeginShader(unsigned type, int lightNumber);
+    void EndShader(int type);
+    /// A sphere's mesh by ATTRIBUTE_SPHERE and the materials. False: not here.
+    bool BeginSpheres(unsigned type, int lightNumber);
+    /// Ray-cast spheres; with `bMaterials` each has its own, else that of glMaterial. False: not here.
+    bool BeginExact(unsigned type, int lightNumber, bool bMaterials, const Rays_st& rays);
+    /// Ray-cast spheres at all?
+    bool HasExact();
+
+    bool mbEnabled = false;
+    ConfItemList_cls mCConfItemList;
+    ConfItemFLOAT_cls mCCartoonBoldness; ///< of the outline, 0 to 1
+
+private:
+    struct Source_st {
+        std::string mVertex;
+        std::string mFragment;
+    };
+    using Program = std::unique_ptr<ShaderProgram_cls>;
+
+    void MakeShader(wxWindow* pParent, size_t index, const char* vertexFile, const char* fragmentFile);
+    void ShowLog(wxWindow* pParent, const wxString& file, const std::string& log) const;
+    using Forms = std::map<std::string, Program>; ///< by their defines
+    void SetSceneUniforms(const ShaderProgram_cls& program, unsigned type, int lightNumber,
+                          const char* suffix) const;
+    bool IsSingleShadowLight(int lightNumber) const;
+    const ShaderProgram_cls* GetForm(Forms& forms, const Source_st& source, const std::string& defines,
+                                     bool bMesh);
+    const Source_st& GetExactSource();
+
+    std::array<Program, kProgramNumber> mPrograms;
+    std::array<Source_st, kProgramNumber> mSources;
+    std::array<Forms, kProgramNumber> mSpheres;
+    Forms mExact;
+    bool mbExactRead = false;
+    Source_st mExactSource;
+};
+
+/// The text of a shader's file; empty, with the reason on stderr, when it can't be read.
+std::string readShaderSource(const wxString& path);

@@ -1,0 +1,141 @@
+// Billboards of one attribute: textured quads in the plane of the view.
+#include "GL/DRAW/clsGLDrawData.h"
+
+#include <cmath>
+
+#include <epoxy/gl.h>
+
+#include "GL/BASE/clsGLState.h"
+#include "GL/DRAW/clsDrawOption.h"
+#include "GL/DRAW/clsDrawProgress.h"
+#include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsGLBillboardBatch.h"
+#include "GL/DRAW/clsViewScale.h"
+#include "PDATA/clsSnapData.h"
+
+namespace {
+
+// An alpha that can't change a pixel of eight bits.
+constexpr float kFaint = 0.0035f;
+// With more billboards than this their colours follow other rules, see BillboardAlpha.
+constexpr int kManyBillboards = 600000;
+
+// How the alpha of a billboard comes about. Two old ways of drawing few and many differ in details that
+// pictures hang on: many leave out what is too faint whatever the rule, and count a particle's own radius
+// even where all are drawn with one.
+struct BillboardAlpha {
+    BillboardAlpha(const GLAttribute_cls& attribute, bool bMany, bool bOneRadius, float scale)
+        : bByRadius(attribute.mAlphaType.mValue == 1), bSkipFaint(bByRadius || bMany),
+          bOwnRadius(bMany || !bOneRadius), limit(attribute.mAlphaMax.mValue),
+          factor(bByRadius ? scale : scale * attribute.mAlphaFactor.mValue) {}
+
+    /// `own` is the particle's radius, `common` the factor on it.
+    float operator()(float alpha, float own, float common) const {
+        if (!bByRadius) return alpha * factor;
+        return AlphaByRadius(alpha, bOwnRadius ? own * common : common, factor, limit);
+    }
+    bool IsSkipped(float alpha) const { return bSkipFaint && !(alpha >= kFaint); }
+
+    bool bByRadius;
+    bool bSkipFaint;
+    bool bOwnRadius;
+    float limit;
+    float factor;
+};
+
+void SetBillboardState(GLAttribute_cls& attribute) {
+    glDisable(GL_LIGHTING);
+    glEnable(GL_TEXTURE_2D);
+    attribute.BindTexture();
+    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, attribute.mBlendType.mValue == 1 ? GL_ONE : GL_ONE_MINUS_SRC_ALPHA);
+    glEnable(GL_DEPTH_TEST);
+    glDepthMask(GL_FALSE);
+}
+
+} // namespace
+
+void GLDrawData_cls::MultiplyMatrixOnVertexArrayOrg(const float* pMatrix, float* pOut) {
+    static const float kCorners[4][2] = {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}};
+    for (const float* corner : kCorners)
+        for (int axis = 0; axis < 3; ++axis)
+            *pOut++ = pMatrix[axis] * corner[0] + pMatrix[4 + axis] * corner[1];
+}
+
+void GLDrawData_cls::GetVertexArrayLookAtCamera(const float* pPos, float* pOut) const {
+    double d[3];
+    for (int i = 0; i < 3; ++i)
+        d[i] = static_cast<double>(pPos[i]) - mCameraPos[i];
+    const double square = d[0] * d[0] + d[1] * d[1] + d[2] * d[2];
+    // A particle in the eye itself has no side that could be seen.
+    const double far = square > 0.0 ? std::sqrt(square) : 1.0;
+    const int axis = d[1] == 0.0 && d[2] == 0.0 ? 1 : 0;
+    double r[3] = {0, 0, 0};
+    r[axis] = 1.0;
+    const double along = square > 0.0 ? d[axis] / square : 0.0;
+    double length = 0.0;
+    for (int i = 0; i < 3; ++i) {
+        r[i] -= along * d[i];
+        length += r[i] * r[i];
+    }
+    length = std::sqrt(length);
+    for (double& v : r)
+        v = length > 0.0 ? v / length : 0.0;
+    const double c[3] = {(d[2] * r[1] - d[1] * r[2]) / far, (d[0] * r[2] - d[2] * r[0]) / far,
+                         (d[1] * r[0] - d[0] * r[1]) / far};
+    const int signs[4][2] = {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}};
+    for (const int* sign : signs)
+        for (int i = 0; i < 3; ++i)
+            *pOut++ = static_cast<float>(sign[0] * r[i] + sign[1] * c[i]);
+}
+
+void GLDrawData_cls::GLDrawBillboardAll(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute) {
+    const int number = ZSort(face, pSnap, pAttribute);
+    if (number == 0 || !pSnap->mpColor || mbShadowPass) return;
+    const int step = pAttribute->mpCDrawOption->GetDownSizing();
+    const float scale =
+        static_cast<float>(GetSteppingRadiusFactorUnlimited(step)) * pAttribute->GetRadiusFactor();
+    if (scale == 0.0f) return;
+
+    const GLAttribScope_cls attributes;
+    SetBillboardState(*pAttribute);
+    float matrix[16];
+    float corners[12];
+    glGetFloatv(GL_TRANSPOSE_MODELVIEW_MATRIX, matrix);
+    MultiplyMatrixOnVertexArrayOrg(matrix, corners);
+
+    // One colour for all is the curve's, without what downsizing adds.
+    pAttribute->mColor.PreCalcScaleFactor();
+    float color[4];
+    pAttribute->mColor.GetColor4fScaled(color, 0.0f);
+    color[3] *= pAttribute->mAlphaFactor.mValue;
+    glColor4fv(color);
+
+    const bool bOneRadius = pAttribute->mRadiusType.mValue == 1;
+    const bool bColors = !pAttribute->mColor.IsConstant() || pAttribute->mAlphaType.mValue == 1;
+    const BillboardAlpha alpha(*pAttribute, bColors && number > kManyBillboards, bOneRadius,
+                               static_cast<float>(GetSteppingAlphaFactorUnlimited(step)));
+    const ViewScale_cls view;
+    DrawProgress_cls progress(number);
+    GLBillboardBatch_cls batch(mVBatch, bColors);
+    for (int i = 0; i < number; ++i) {
+        const int index = mspIndexAndZ[i].mIndex;
+        const float* pPos = pSnap->mpPos[index];
+        const float radius = bOneRadius ? scale : scale * pSnap->mpRadius[index];
+        if (bColors) {
+            const float* pColor = pSnap->mpColor[index];
+            color[0] = pColor[0], color[1] = pColor[1], color[2] = pColor[2];
+            color[3] = alpha(pColor[3], pSnap->mpRadius[index], scale);
+            if (alpha.IsSkipped(color[3])) continue;
+        }
+        batch.Add(pPos, corners, radius, color);
+        const float cost =
+            4.0f * DrawProgress_cls::kCostVertex + view.GetArea(pPos, radius) * DrawProgress_cls::kCostPixel;
+        if (!progress.AddCost(cost)) continue;
+        batch.Flush();
+        if (!progress.Report(i + 1)) break;
+    }
+    batch.Flush();
+    CheckGLErrors("billboards");
+}

@@ -1,0 +1,79 @@
+// Lit spheres of one attribute.
+#include "GL/DRAW/clsGLDrawData.h"
+
+#include <epoxy/gl.h>
+
+#include <wx/intl.h>
+
+#include "GL/BASE/clsGLState.h"
+#include "GL/DRAW/clsDrawOption.h"
+#include "GL/DRAW/clsDrawProgress.h"
+#include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsGLSphereBatch.h"
+#include "PDATA/clsSnapData.h"
+
+wxString GLDrawData_cls::msStrMessage;
+
+namespace {
+
+void SetSphereState(const GLAttribute_cls& attribute) {
+    glEnable(GL_LIGHTING);
+    glEnable(GL_NORMALIZE);
+    glDisable(GL_TEXTURE_2D);
+    glDisable(GL_COLOR_MATERIAL);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, attribute.mBlendType.mValue == 1 ? GL_ONE : GL_ONE_MINUS_SRC_ALPHA);
+    glEnable(GL_DEPTH_TEST);
+    glDepthMask(GL_TRUE);
+}
+
+} // namespace
+
+void GLDrawData_cls::CheckExact(bool bWanted, const ViewScale_cls& view) {
+    if (!bWanted || GLSphereBatch_cls::HasExact(view)) return;
+    const wxString text = _("\"Exact\" spheres are drawn as \"High\": this OpenGL can't cast rays.");
+    if (msStrMessage.Find(text) == wxNOT_FOUND) msStrMessage += text + "\n";
+}
+
+void GLDrawData_cls::GLDrawSphereAll(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute) {
+    const int number = ZSort(face, pSnap, pAttribute);
+    if (number == 0 || mbShadowPass) return; // shadow volumes are drawn here in their pass
+    if (!GLAttribute_cls::mspCShaderCtrl) return;
+    const int step = pAttribute->mpCDrawOption->GetDownSizing();
+    const float scale = static_cast<float>(GetSteppingRadiusFactor(step)) * pAttribute->GetRadiusFactor();
+    const float alphaFactor =
+        pAttribute->mAlphaFactor.mValue * static_cast<float>(GetSteppingAlphaFactor(step));
+    const bool bOneRadius = pAttribute->mRadiusType.mValue == 1;
+
+    const GLAttribScope_cls attributes;
+    SetSphereState(*pAttribute);
+    const SphereLook_cls look(*pAttribute, *pSnap);
+    SphereMaterial_st material;
+    look.GetAtZero(material);
+    material.ChangeAlpha([&](float alpha) { return alpha * alphaFactor; });
+    SetGLMaterial(material);
+
+    const ViewScale_cls view;
+    const SphereStyle_st style = {pAttribute->mShaderType.mValue, pAttribute->mDrawQuality.mValue,
+                                  mLightNumber, !look.IsConstant(), pAttribute->mBlendType.mValue == 1};
+    CheckExact(style.mQuality >= GLSphereBatch_cls::kExact, view);
+    DrawProgress_cls progress(number);
+    GLSphereBatch_cls batch(mVBatch, style, view);
+    for (int i = 0; i < number; ++i) {
+        const ArrayAndIndex_cls& entry = mspIndexAndZ[i];
+        const float* pPos = pSnap->mpPos[entry.mIndex];
+        const float radius = bOneRadius ? scale : scale * pSnap->mpRadius[entry.mIndex];
+        if (style.mbMaterials) {
+            look.Get(entry.mIndex, material);
+            // Faded by a filter only where the radius is the same for all.
+            const float factor = bOneRadius ? alphaFactor * entry.mAlpha : alphaFactor;
+            material.ChangeAlpha([factor](float alpha) { return alpha * factor; });
+        }
+        batch.Add(pPos, radius, material);
+        if (!progress.AddCost(batch.GetCost(view.GetArea(pPos, radius)))) continue;
+        batch.Flush();
+        if (!progress.Report(i + 1)) break;
+    }
+    batch.Flush();
+    CheckGLErrors("spheres");
+}

@@ -1,0 +1,212 @@
+#include "GL/DRAW/clsGLSphereBatch.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include <epoxy/gl.h>
+
+#include "GL/BASE/clsGLState.h"
+#include "GL/BASE/clsSphere.h"
+#include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsDrawProgress.h"
+
+namespace {
+
+constexpr int kCorner = 4;   // floats before the corner
+constexpr int kMaterial = 6; // floats before the material
+constexpr GLsizei kBytes = GLSphereBatch_cls::kStride * sizeof(float);
+constexpr unsigned kMaterialAttributes[3] = {
+    ShaderCtrl_cls::ATTRIBUTE_AMBIENT, ShaderCtrl_cls::ATTRIBUTE_DIFFUSE, ShaderCtrl_cls::ATTRIBUTE_SPECULAR};
+
+/// Arrays of four floats a sphere.
+void EnableAttribute(unsigned place, const float* pFirst, unsigned divisor) {
+    glEnableVertexAttribArray(place);
+    glVertexAttribPointer(place, 4, GL_FLOAT, GL_FALSE, kBytes, pFirst);
+    if (divisor != 0) glVertexAttribDivisor(place, divisor);
+}
+
+void DisableAttribute(unsigned place, bool bDivisor) {
+    glDisableVertexAttribArray(place);
+    if (bDivisor) glVertexAttribDivisor(place, 0);
+}
+
+/// One material for all spheres of a shader that expects each to bring its own.
+void SetConstantMaterial() {
+    constexpr GLenum kNames[3] = {GL_AMBIENT, GL_DIFFUSE, GL_SPECULAR};
+    for (size_t k = 0; k < 3; ++k) {
+        float color[4];
+        glGetMaterialfv(GL_FRONT, kNames[k], color);
+        glVertexAttrib4fv(kMaterialAttributes[k], color);
+    }
+}
+
+float GetLargestPoint() {
+    float range[2] = {1.0f, 1.0f};
+    glGetFloatv(GL_ALIASED_POINT_SIZE_RANGE, range);
+    return range[1];
+}
+
+} // namespace
+
+GLSphereBatch_cls::GLSphereBatch_cls(std::vector<float>& storage, const SphereStyle_st& style,
+                                     const ViewScale_cls& view)
+    : mLevel(static_cast<int>(std::min(style.mQuality, 2u)) + 1), mStyle(style), mView(view) {
+    const size_t room = static_cast<size_t>(kExactCapacity + 4) * kStride;
+    if (storage.size() < room) storage.resize(room); // and never smaller: new room is filled
+    mpData = storage.data();
+    if (style.mQuality >= kExact && HasExact(view)) BeginExact();
+    if (mForm != Form::Exact) BeginMesh();
+}
+
+GLSphereBatch_cls::~GLSphereBatch_cls() {
+    Flush();
+    glEnable(GL_BLEND);
+    if (mForm == Form::Exact) {
+        EndExact();
+        return;
+    }
+    if (mForm == Form::Instances) {
+        DisableAttribute(ShaderCtrl_cls::ATTRIBUTE_SPHERE, true);
+        for (const unsigned place : kMaterialAttributes)
+            DisableAttribute(place, true);
+    }
+    GpCSphere->EndArrays();
+    glUseProgram(0);
+}
+
+bool GLSphereBatch_cls::HasExact(const ViewScale_cls& view) {
+    return view.IsPlain() && GLAttribute_cls::mspCShaderCtrl && GLAttribute_cls::mspCShaderCtrl->HasExact();
+}
+
+float GLSphereBatch_cls::GetCost(float area) const {
+    constexpr float kCorners[3] = {42.0f, 162.0f, 642.0f};
+    if (mForm == Form::Exact) return DrawProgress_cls::kCostVertex + area * DrawProgress_cls::kCostExactPixel;
+    return kCorners[mLevel - 1] * DrawProgress_cls::kCostVertex + area * DrawProgress_cls::kCostPixel;
+}
+
+void GLSphereBatch_cls::BeginMesh() {
+    GpCSphere->BeginArrays(mLevel);
+    ShaderCtrl_cls* pShader = GLAttribute_cls::mspCShaderCtrl;
+    if (!pShader || !pShader->BeginSpheres(mStyle.mShaderType, mStyle.mLightNumber)) {
+        mForm = Form::Fixed;
+        if (pShader) pShader->BeginShader(mStyle.mShaderType, mStyle.mLightNumber);
+        return;
+    }
+    mForm = Sphere_cls::HasInstances() ? Form::Instances : Form::Single;
+    if (!mStyle.mbMaterials) SetConstantMaterial();
+    if (mForm == Form::Single) return;
+    EnableAttribute(ShaderCtrl_cls::ATTRIBUTE_SPHERE, mpData, 1);
+    for (size_t k = 0; mStyle.mbMaterials && k < 3; ++k)
+        EnableAttribute(kMaterialAttributes[k], mpData + kMaterial + 4 * k, 1);
+}
+
+void GLSphereBatch_cls::BeginExact() {
+    if (!GLAttribute_cls::mspCShaderCtrl->BeginExact(mStyle.mShaderType, mStyle.mLightNumber,
+                                                     mStyle.mbMaterials, mView.GetRays()))
+        return;
+    mForm = Form::Exact;
+    mMaxPoint = GetLargestPoint();
+    glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
+    glEnable(GL_POINT_SPRITE);
+    glEnable(GL_VERTEX_PROGRAM_POINT_SIZE);
+    EnableAttribute(ShaderCtrl_cls::ATTRIBUTE_BALL, mpData, 0);
+    glEnableClientState(GL_TEXTURE_COORD_ARRAY);
+    glTexCoordPointer(2, GL_FLOAT, kBytes, mpData + kCorner);
+    for (size_t k = 0; mStyle.mbMaterials && k < 3; ++k)
+        EnableAttribute(kMaterialAttributes[k], mpData + kMaterial + 4 * k, 0);
+}
+
+void GLSphereBatch_cls::EndExact() {
+    DisableAttribute(ShaderCtrl_cls::ATTRIBUTE_BALL, false);
+    for (const unsigned place : kMaterialAttributes)
+        DisableAttribute(place, false);
+    glDisable(GL_VERTEX_PROGRAM_POINT_SIZE);
+    glDisable(GL_POINT_SPRITE);
+    glPopClientAttrib();
+    glUseProgram(0);
+}
+
+void GLSphereBatch_cls::Put(const float* pPos, float radius, float cornerX, float cornerY,
+                            const SphereMaterial_st& material) {
+    float* p = mpData + static_cast<size_t>(mCount++) * kStride;
+    p[0] = pPos[0], p[1] = pPos[1], p[2] = pPos[2], p[3] = radius;
+    p[kCorner] = cornerX, p[kCorner + 1] = cornerY;
+    if (!mStyle.mbMaterials) return;
+    std::copy_n(material.mAmbient, 4, p + kMaterial);
+    std::copy_n(material.mDiffuse, 4, p + kMaterial + 4);
+    std::copy_n(material.mSpecular, 4, p + kMaterial + 8);
+}
+
+void GLSphereBatch_cls::AddMesh(const float* pPos, float radius, const SphereMaterial_st& material) {
+    Put(pPos, radius, 0.0f, 0.0f, material);
+    if (mCount >= kMeshCapacity) Flush();
+}
+
+// A point is cut off when its middle is off the screen, and has a limit to its size: then a square stands
+// for it.
+void GLSphereBatch_cls::AddExact(const float* pPos, float radius, const SphereMaterial_st& material) {
+    const ViewScale_cls::Silhouette_st seen = mView.GetSilhouette(pPos, radius);
+    if (!seen.bVisible) return;
+    constexpr float kRim = 0.999f;
+    const bool bSquare =
+        seen.bFull || seen.size > mMaxPoint || std::fabs(seen.x) > kRim || std::fabs(seen.y) > kRim;
+    if (bSquare != mbSquares) {
+        Flush();
+        mbSquares = bSquare;
+    }
+    if (bSquare) {
+        Put(pPos, radius, -1.0f, -1.0f, material);
+        Put(pPos, radius, 1.0f, -1.0f, material);
+        Put(pPos, radius, 1.0f, 1.0f, material);
+        Put(pPos, radius, -1.0f, 1.0f, material);
+    } else {
+        Put(pPos, radius, 0.0f, 0.0f, material);
+    }
+    if (mCount >= kExactCapacity) Flush();
+}
+
+// Opaque spheres hide what they cover, blended or not; unblended is cheaper.
+void GLSphereBatch_cls::Flush() {
+    if (mCount == 0) return;
+    (mStyle.mbAdditive || mMinAlpha < 1.0f ? glEnable : glDisable)(GL_BLEND);
+    mMinAlpha = 1.0f;
+    switch (mForm) {
+    case Form::Exact:
+        glDrawArrays(mbSquares ? GL_QUADS : GL_POINTS, 0, mCount);
+        break;
+    case Form::Instances:
+        GpCSphere->DrawInstances(mCount);
+        break;
+    case Form::Single:
+        for (int i = 0; i < mCount; ++i)
+            DrawSingle(mpData + static_cast<size_t>(i) * kStride);
+        break;
+    case Form::Fixed:
+        for (int i = 0; i < mCount; ++i)
+            DrawFixed(mpData + static_cast<size_t>(i) * kStride);
+        break;
+    }
+    mCount = 0;
+}
+
+void GLSphereBatch_cls::DrawSingle(const float* p) {
+    glVertexAttrib4fv(ShaderCtrl_cls::ATTRIBUTE_SPHERE, p);
+    for (size_t k = 0; mStyle.mbMaterials && k < 3; ++k)
+        glVertexAttrib4fv(kMaterialAttributes[k], p + kMaterial + 4 * k);
+    GpCSphere->DrawArrays();
+}
+
+void GLSphereBatch_cls::DrawFixed(const float* p) {
+    if (mStyle.mbMaterials) {
+        SphereMaterial_st material;
+        std::copy_n(p + kMaterial, 4, material.mAmbient);
+        std::copy_n(p + kMaterial + 4, 4, material.mDiffuse);
+        std::copy_n(p + kMaterial + 8, 4, material.mSpecular);
+        SetGLMaterial(material);
+    }
+    glPushMatrix();
+    glTranslatef(p[0], p[1], p[2]);
+    glScalef(p[3], p[3], p[3]);
+    GpCSphere->DrawArrays();
+    glPopMatrix();
+}

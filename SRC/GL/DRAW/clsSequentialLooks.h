@@ -1,0 +1,48 @@
+// How the four classes of particles look when all are drawn in one pass.
+#pragma once
+
+#include "GL/DRAW/clsSphereLook.h"
+#include "PDATA/clsSnapData.h"
+
+class GLAttribute_cls;
+
+constexpr unsigned kSequentialClasses = 4;
+
+struct ClassLook_st {
+    unsigned drawType = 4;
+    bool bConstantColor = true; ///< of points and billboards
+    bool bAdditive = false;
+    float size = 1.0f;   ///< of points, pixels
+    float radius = 1.0f; ///< constant, or factor on the data's; what downsizing adds is in it
+    bool bOneRadius = false;
+    bool bAlphaByRadius = false;
+    float alphaMax = 1.0f;
+    float alphaBase = 1.0f;   ///< squared
+    float alphaFactor = 1.0f; ///< of spheres
+    unsigned quality = 0;
+    unsigned shaderType = 0;
+    SphereLook_cls spheres;
+};
+
+/// The classes, and what those that occur among the particles have in common.
+struct SequentialLooks_st {
+    ClassLook_st look[kSequentialClasses];
+    bool bAllPoints = true;
+    bool bBillboards = false;
+    bool bExact = false;
+    bool bOneMaterial = false; ///< of all spheres
+    // Of points.
+    bool bMixedSize = false;
+    bool bMixedBlend = false;
+    float size = 1.0f;
+    bool bAdditive = false;
+};
+
+/// Types past the last class count as the first.
+inline unsigned GetSequentialClass(const SnapData_cls& snap, int index) {
+    const unsigned type = snap.mpType ? snap.mpType[index] : 0u;
+    return type < kSequentialClasses ? type : 0u;
+}
+
+/// `widening` is what downsizing does to radii.
+SequentialLooks_st GatherSequentialLooks(SnapData_cls& snap, GLAttribute_cls** ppAttribute, float widening);

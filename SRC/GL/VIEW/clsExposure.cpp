@@ -1,0 +1,120 @@
+#include "GL/VIEW/clsExposure.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <wx/app.h>
+#include <wx/intl.h>
+
+#include "COMMON/MsgBox.h"
+#include "COMMON/UpdateBits.h"
+#include "GL/BASE/clsGLProgram.h"
+#include "GL/BASE/clsGLState.h"
+#include "GL/VIEW/clsExposureGUI.h"
+#include "PARAM/clsCommandSetValue.h"
+#include "PARAM/clsUndoManager.h"
+
+namespace {
+
+enum Uniform { TEXTURE, LEVEL_MIN, LEVEL_MAX, GAMMA, HUE, SATURATION, BLEND_MODE, ALPHA, UNIFORMS };
+const char* const kUniforms[UNIFORMS] = {"textureImage", "levelMin",   "levelMax",  "gamma",
+                                         "hueOffset",    "saturation", "blendMode", "alpha"};
+
+constexpr double kLowGamma = 0.01;
+
+double FiniteOr(double value, double other) { return std::isfinite(value) ? value : other; }
+
+void SetFour(GLint location, double value) {
+    const auto v = static_cast<float>(value);
+    glUniform4f(location, v, v, v, v);
+}
+
+template <class T>
+void PushValue(T* pTarget, T value) {
+    if (*pTarget == value) return;
+    constexpr int mask = UPDATE_EXPOSURE | UPDATE_GL;
+    GCUndoList.PushNewCommand(new CommandSetValue_cls(pTarget, value, mask),
+                              new CommandSetValue_cls(pTarget, *pTarget, mask));
+    GCUndoList.ExecCurrent();
+}
+
+} // namespace
+
+Exposure_cls::Exposure_cls() {
+    mConfList.Add(&mLevel, "ExposureLevel=", "0 1");
+    mConfList.Add(&mGamma, "ExposureGamma=", "1");
+    mConfList.Add(&mHueOffset, "ExposureHueOffset=", "0");
+    mConfList.Add(&mSaturation, "ExposureSaturation=", "0");
+    std::fill_n(mLocation, int(UNIFORMS), -1);
+}
+
+Exposure_cls::~Exposure_cls() = default;
+
+void Exposure_cls::Initialize() {
+    if (mbInitialized) return;
+    mbInitialized = true;
+    mpCProgram = std::make_unique<GLProgram_cls>();
+    const GLProgram_cls::Result result =
+        mpCProgram->Build("GL/exposure.vert", "GL/exposure.frag", &mStrProblem);
+    mbEnabled = result == GLProgram_cls::Result::Ok;
+    if (mbEnabled) {
+        for (int i = 0; i < UNIFORMS; ++i)
+            mLocation[i] = mpCProgram->GetUniform(kUniforms[i]);
+        mpCProgram->Use();
+        glUniform1i(mLocation[TEXTURE], 0);
+        GLProgram_cls::UseNone();
+    } else if (result == GLProgram_cls::Result::NoFile) {
+        Notice("exposure", mStrProblem + " " + _("Pictures are shown without exposure."));
+    } else if (wxTheApp) {
+        // Behind the paint that is under way.
+        const wxString text = _("Compile error in fragment shader.\n") + mStrProblem;
+        wxTheApp->CallAfter([text] { MsgBox(text, "!!"); });
+    }
+    if (mpCGUI) mpCGUI->UpdateValues();
+}
+
+wxString Exposure_cls::GetStatus() const {
+    if (!mbInitialized) return _("not yet used");
+    return mbEnabled ? wxString(_("ready")) : mStrProblem.BeforeFirst('\n');
+}
+
+bool Exposure_cls::IsNeutral() const {
+    return mLevel.mValue[0] == 0.0 && mLevel.mValue[1] == 1.0 && mGamma.mValue == 1.0f &&
+           mHueOffset.mValue == 0 && mSaturation.mValue == 0;
+}
+
+void Exposure_cls::Begin() const {
+    // What targets hold is limited to 0 to 1 anyway: the fixed pipeline draws the same picture faster.
+    if (!mbEnabled || (IsNeutral() && mbBlendMode == 0)) return;
+    mpCProgram->Use();
+    SetFour(mLocation[LEVEL_MIN], FiniteOr(mLevel.mValue[0], 0.0));
+    SetFour(mLocation[LEVEL_MAX], FiniteOr(mLevel.mValue[1], 1.0));
+    SetFour(mLocation[GAMMA], std::max(FiniteOr(double(mGamma.mValue), 1.0), kLowGamma));
+    glUniform1i(mLocation[HUE], mHueOffset.mValue % 360);
+    glUniform1i(mLocation[SATURATION], std::clamp(mSaturation.mValue, -100, 100));
+    glUniform1i(mLocation[BLEND_MODE], mbBlendMode);
+    glUniform1f(mLocation[ALPHA], mAlpha);
+}
+
+void Exposure_cls::End() const {
+    if (mbEnabled) GLProgram_cls::UseNone();
+}
+
+void Exposure_cls::SetAccumulation(float alpha) {
+    mAlpha = alpha;
+    mbBlendMode = 1;
+}
+
+void Exposure_cls::EndAccumulation() {
+    mAlpha = 1.0f;
+    mbBlendMode = 0;
+}
+
+void Exposure_cls::SetToDefault() {
+    const UndoBlock_cls block;
+    PushValue(&mLevel.mValue[0], 0.0);
+    PushValue(&mLevel.mValue[1], 1.0);
+    PushValue(&mGamma.mValue, 1.0f);
+    PushValue(&mHueOffset.mValue, 0);
+    PushValue(&mSaturation.mValue, 0);
+}

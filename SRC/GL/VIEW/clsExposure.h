@@ -1,0 +1,63 @@
+// From the light in the off-screen buffers to the picture: level, gamma, hue and saturation, by one program
+// that stands between every buffer and its target.
+#pragma once
+
+#include <memory>
+
+#include <wx/string.h>
+
+#include "CONFITEM/clsConfItem.h"
+#include "CONFITEM/clsConfItemList.h"
+
+class ExposureGUI_cls;
+class GLProgram_cls;
+class wxWindow;
+
+class Exposure_cls {
+public:
+    Exposure_cls();
+    ~Exposure_cls();
+    Exposure_cls(const Exposure_cls&) = delete;
+    Exposure_cls& operator=(const Exposure_cls&) = delete;
+
+    /// Make the program; with a current context. Without its files, or with broken ones, pictures are shown
+    /// as they are: the user is told which file is wrong. Later calls do nothing.
+    void Initialize();
+    bool IsEnabled() const { return mbEnabled; }
+    /// What the page says about the program.
+    wxString GetStatus() const;
+
+    /// All that is drawn from the bound texture goes through the program until End, if it would change
+    /// anything.
+    void Begin() const;
+    void End() const;
+    /// The next pictures add up, each with the weight `alpha` twice: by the program, and by blending with
+    /// its alpha.
+    void SetAccumulation(float alpha);
+    void EndAccumulation();
+    float GetAlpha() const { return mAlpha; }
+
+    /// Pictures come out as they went in.
+    bool IsNeutral() const;
+    /// Back to that; one step of the undo list.
+    void SetToDefault();
+    wxWindow* InstantiateGUI(wxWindow* pParent);
+    void ReadStrLine(const wxString& line) { mConfList.ReadStrLineAll(line); }
+    wxString Serialize() { return mConfList.SerializeAll(); }
+
+    ExposureGUI_cls* mpCGUI = nullptr; ///< owned by its notebook
+    ConfItemList_cls mConfList;
+    ConfItemDOUBLEARRAY_cls mLevel; ///< light that becomes black, and full brightness
+    ConfItemFLOAT_cls mGamma;       ///< above 0
+    ConfItemINT_cls mHueOffset;     ///< degrees
+    ConfItemINT_cls mSaturation;    ///< percent, -100 to 100
+
+private:
+    bool mbInitialized = false;
+    bool mbEnabled = false;
+    float mAlpha = 1.0f;
+    int mbBlendMode = 0;
+    wxString mStrProblem;
+    std::unique_ptr<GLProgram_cls> mpCProgram;
+    int mLocation[8]; ///< of the uniforms
+};

@@ -1,0 +1,49 @@
+// One particle in numbers: as it is drawn, or as it stands in its file. The page "Info".
+#pragma once
+
+#include <functional>
+
+#include "CONFITEM/clsConfItem.h"
+#include "CONFITEM/clsConfItemList.h"
+
+class InformationGUI_cls;
+class PDataBlock_cls;
+class SnapData_cls;
+class wxWindow;
+
+class Information_cls {
+public:
+    enum Type { INTERPOLATED = 0, RAW_DATA = 1 };
+
+    /// What the page shows.
+    struct Values_st {
+        float mPos[3] = {0, 0, 0};
+        float mRadius = 0.0f;
+        float mValue1 = 0.0f;
+        int mType = 0;
+        int mID = 0; ///< 0 where the data have none
+        bool mbThere = false;
+        bool operator==(const Values_st& other) const;
+    };
+
+    Information_cls();
+    Information_cls(const Information_cls&) = delete;
+    Information_cls& operator=(const Information_cls&) = delete;
+
+    /// Where the block of the present frame comes from: null while it isn't read.
+    void Connect(std::function<const PDataBlock_cls*()> getBlock) { mGetBlock = std::move(getBlock); }
+    /// Look again at what is drawn, or at the file's data; cheap when the page isn't seen.
+    void Update();
+    wxWindow* InstantiateGUI(wxWindow* pParent);
+
+    static Values_st GetValues(const SnapData_cls* pSnap, int index);
+    static Values_st GetValues(const PDataBlock_cls* pBlock, int index);
+
+    InformationGUI_cls* mpCGUI = nullptr; ///< owned by its notebook
+    ConfItemList_cls mConfList;
+    ConfItemINT_cls mIndex; ///< place of the particle in its file, from 0
+    ConfItemINT_cls mType;  ///< a Type
+
+private:
+    std::function<const PDataBlock_cls*()> mGetBlock;
+};

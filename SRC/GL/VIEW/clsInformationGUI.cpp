@@ -1,0 +1,55 @@
+#include "GL/VIEW/clsInformationGUI.h"
+
+#include <wx/intl.h>
+
+#include "COMMON/UpdateBits.h"
+
+InformationGUI_cls::InformationGUI_cls(wxWindow* pParent, Information_cls* pInformation)
+    : MultiInputPanel_cls(pParent), mpCInformation(pInformation) {
+    NumSpec index;
+    index.mMin = 0;
+    index.mMax = 2147483647;
+    AddNumber(_("Index"), &pInformation->mIndex.mValue, 1, index,
+              _("Which particle: its place in the file, from 0"));
+    AddChoice(_("Values"), &pInformation->mType.mValue, {_("Interp."), _("Raw Data")},
+              _("As drawn at this time, or as in the snapshot's file"));
+    for (int axis = 0; axis < 3; ++axis)
+        AddStatic(
+            wxString(wxUniChar("xyz"[axis])),
+            [this, axis] { return wxString::Format("%g", double(mValues.mPos[axis])); },
+            _("Position in scaled coordinates"));
+    AddStatic(
+        _("type/ID"), [this] { return wxString::Format("%d / %d", mValues.mType, mValues.mID); },
+        _("Type and identifier of the particle"));
+    AddStatic(
+        _("rad./value"),
+        [this] { return wxString::Format("%g / %g", double(mValues.mRadius), double(mValues.mValue1)); },
+        _("Radius and Value1 of the particle"));
+    AddStatic(
+        "", [this] { return mValues.mbThere ? wxString() : wxString(_("no such particle")); },
+        _("Whether there is a particle of this index at this time"));
+    SetUndo(UPDATE_DRAW_OPTIONS); // the handler looks at the particle again
+}
+
+void InformationGUI_cls::UpdateInfo(const SnapData_cls* pSnap) {
+    Show(Information_cls::GetValues(pSnap, mpCInformation->mIndex.mValue));
+}
+
+void InformationGUI_cls::UpdateInfo(const PDataBlock_cls* pBlock) {
+    Show(Information_cls::GetValues(pBlock, mpCInformation->mIndex.mValue));
+}
+
+void InformationGUI_cls::Show(const Information_cls::Values_st& values) {
+    if (values == mValues) return;
+    mValues = values;
+    UpdateValues();
+}
+
+void InformationGUI_cls::FuncHookCombobox(int) { mpCInformation->Update(); }
+
+void InformationGUI_cls::FuncHookValue(int, bool) { mpCInformation->Update(); }
+
+wxWindow* Information_cls::InstantiateGUI(wxWindow* pParent) {
+    mpCGUI = new InformationGUI_cls(pParent, this);
+    return mpCGUI;
+}

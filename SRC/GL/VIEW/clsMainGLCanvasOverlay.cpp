@@ -1,0 +1,61 @@
+// What is written on top of the picture, and images that are taken of it.
+#include "GL/VIEW/clsMainGLCanvas.h"
+
+#include "APP/clsFrameMain.h"
+#include "GL/BASE/clsFBO.h"
+#include "GL/BASE/clsGLState.h"
+#include "GL/DRAW/clsGLAttribute.h"
+#include "GL/VIEW/clsDrawClrLegend.h"
+#include "GL/VIEW/clsDrawTimeIndex.h"
+#include "PDATA/clsPDataSequence.h"
+#include "TIME/clsTimeCtrl.h"
+
+namespace {
+
+constexpr double kTimeUnset = -9999.0;
+constexpr unsigned kSphere = 2; // draw type
+
+} // namespace
+
+void MainGLCanvas_cls::DrawOverlays(int w, int h, bool bToImage) {
+    const PDataSequence_cls& sequence = *mpCFrame->GetPCActiveFileSequence();
+    if (sequence.GetSeqLength() <= 0) return; // nothing to tell
+    const auto target = bToImage ? OverlayBase_cls::Target::Buffer : OverlayBase_cls::Target::Window;
+    const double time = sequence.GetTime(mMoment.dataFrame);
+    mspCDrawTimeIndex->DrawTimeInfo(time == kTimeUnset ? time : time + mMoment.dt, w, h, target);
+    const ColorCurve_cls* curves[PDataSequence_cls::kAttributeNumber];
+    for (int i = 0; i < PDataSequence_cls::kAttributeNumber; ++i) {
+        const GLAttribute_cls& attribute = *sequence.mpCGLAttribute[i];
+        curves[i] = attribute.mDrawType.mValue == kSphere ? &attribute.mAmbient : &attribute.mColor;
+    }
+    mspCDrawClrLegend->DrawClrLegend(curves, w, h, target);
+    CheckGLErrors("overlays");
+}
+
+void MainGLCanvas_cls::RequestImage(ImageTaker taker) {
+    mImageTaker = std::move(taker);
+    mbImageRequest = true;
+    MarkStale();
+    RefreshEX();
+}
+
+// The second eye of a stereogram brings an image of its own.
+void MainGLCanvas_cls::FinishImage() {
+    if (!mbImageRequest) return;
+    const MotionBlurCtrl_cls& blur = mpCFrame->GetPCTimeCtrl()->mCMotionBlur;
+    if (!blur.IsOutputConditionOK() || !mpCFBOForImage[0]) return;
+    const wxSize clip(mCGLPerspective.mClipW, mCGLPerspective.mClipH);
+    FBO_cls overlay(clip.x, clip.y);
+    overlay.SetDepth(8);
+    overlay.MakeFBO(true);
+    {
+        const FBOScope_cls target(overlay, true);
+        DrawOverlays(clip.x, clip.y, true);
+    }
+    mbImageRequest = false;
+    const ImageTaker taker = std::move(mImageTaker);
+    mImageTaker = nullptr;
+    if (taker) taker(*mpCFBOForImage[0], overlay, clip);
+    for (auto& pBuffer : mpCFBOForImage)
+        pBuffer.reset(); // the next image starts clean
+}

@@ -1,0 +1,5 @@
+// An OpenGL context for benchmarks that draw.
+#pragma once
+
+/// Once; false without a display.
+bool MakeBenchContext();

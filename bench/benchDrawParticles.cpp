@@ -1,0 +1,319 @@
+// Drawing billboards and spheres against bare OpenGL programs: same context, same off-screen buffer,
+// finished both. DrawBillboards: the bare one owns the same quads in buffer objects; DrawSpheres: it draws
+// instances of the same mesh whose places and materials stand in a buffer. Counter "ratio" is ours over
+// theirs. DrawSpheresExact: ray-cast spheres against a display list a sphere, counter "speedup".
+#include <benchmark/benchmark.h>
+
+#include <epoxy/gl.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <ctime>
+#include <functional>
+#include <memory>
+#include <random>
+#include <vector>
+
+#include "BenchContext.h"
+#include "GL/BASE/clsFBO.h"
+#include "GL/BASE/clsGLPerspective.h"
+#include "GL/BASE/clsPositionAndDirection.h"
+#include "GL/BASE/clsShaderCtrl.h"
+#include "GL/BASE/clsSphere.h"
+#include "GL/DRAW/clsDrawOption.h"
+#include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsGLDrawData.h"
+#include "PDATA/clsPDataBlock.h"
+#include "PDATA/clsPDataSnap.h"
+#include "PDATA/clsSnapData.h"
+
+namespace {
+
+constexpr int kSize = 2048;
+constexpr double kEye = 4.0;
+constexpr float kPixel = 0.00125f; // about one pixel of the buffer where the particles are
+
+struct Case {
+    int number;
+    unsigned drawType;
+    unsigned quality;
+    unsigned shader;
+    float radius; ///< pixels
+    bool bCurve;  ///< colours and materials by value
+};
+
+class Scene {
+public:
+    explicit Scene(const Case& what) : mCase(what), mSnap(nullptr, 0), mTarget(kSize, kSize) {
+        GLAttribute_cls::InitializeShader(nullptr, true);
+        FillBlock();
+        for (int i = 0; i < 4; ++i) {
+            mAttribute[i] = std::make_unique<GLAttribute_cls>(nullptr, 0, i, &mOption);
+            GLAttribute_cls& a = *mAttribute[i];
+            a.mDrawType.mValue = what.drawType;
+            a.mDrawQuality.mValue = what.quality;
+            a.mShaderType.mValue = what.shader;
+            for (ColorCurve_cls* pCurve : {&a.mColor, &a.mAmbient, &a.mDiffuse, &a.mSpecular})
+                pCurve->mbUseColorCurve.mValue = what.bCurve;
+            mpAttribute[i] = &a;
+        }
+        mSnap.mTime = 0.0;
+        mDrawn = std::make_unique<SnapData_cls>(mSnap.mpCBlock, mpAttribute, 0.0, 1);
+        mTarget.MakeFBO(false);
+    }
+    ~Scene() {
+        if (mBuffer[0] != 0) glDeleteBuffers(3, mBuffer);
+        if (mList != 0) glDeleteLists(mList, 1);
+    }
+
+    double TimeOurs() {
+        return Time([this] { mDraw.GLDrawSequential(0, mDrawn.get(), mpAttribute); });
+    }
+    double Time(const std::function<void()>& draw) {
+        const FBOScope_cls target(mTarget, true);
+        PositionAndDirection_cls camera;
+        camera.Set(0, 0, kEye);
+        GLPerspective_cls perspective(kSize, kSize);
+        perspective.SetPerspectiveOnGL(camera);
+        perspective.SetModelOrProjectionViewOnGL(camera, GL_MODELVIEW);
+        glEnable(GL_CULL_FACE);
+        glEnable(GL_DEPTH_TEST);
+        glEnable(GL_LIGHTING);
+        SetLights();
+        glFinish();
+        const auto start = std::chrono::steady_clock::now();
+        draw();
+        glFinish();
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    }
+
+    // What the bare programs do.
+    void MakeQuads();
+    void DrawQuads();
+    void MakeInstances();
+    void DrawInstances();
+    void MakeList(int level);
+    void DrawLists();
+
+private:
+    void FillBlock() {
+        PDataBlock_cls& block = *mSnap.mpCBlock;
+        block.mParticleNumber = mCase.number;
+        if (!block.Allocate(mCase.number)) std::abort();
+        std::mt19937 random(7);
+        std::uniform_real_distribution<float> side(-1.0f, 1.0f);
+        for (int i = 0; i < mCase.number; ++i) {
+            for (int axis = 0; axis < 3; ++axis)
+                block.mpPos[i][axis] = side(random);
+            block.mpRadius[i] = mCase.radius * kPixel;
+            block.mpValue1[i] = 0.5f + 0.5f * side(random);
+            block.mpType[i] = 0;
+        }
+    }
+    static void SetLights() {
+        const float from[4] = {0.5f, 0.5f, 0.7f, 0.0f};
+        const float white[4] = {1, 1, 1, 0};
+        glEnable(GL_LIGHT0);
+        glLightfv(GL_LIGHT0, GL_POSITION, from);
+        for (const GLenum color : {GL_AMBIENT, GL_DIFFUSE, GL_SPECULAR})
+            glLightfv(GL_LIGHT0, color, white);
+    }
+
+    Case mCase;
+    DrawOption_cls mOption;
+    std::unique_ptr<GLAttribute_cls> mAttribute[4];
+    GLAttribute_cls* mpAttribute[4] = {};
+    PDataSnap_cls mSnap;
+    std::unique_ptr<SnapData_cls> mDrawn;
+    GLDrawData_cls mDraw;
+    FBO_cls mTarget;
+    GLuint mBuffer[3] = {0, 0, 0};
+    GLuint mList = 0;
+};
+
+GLuint Upload(GLuint buffer, const std::vector<float>& data) {
+    glBindBuffer(GL_ARRAY_BUFFER, buffer);
+    glBufferData(GL_ARRAY_BUFFER, GLsizeiptr(data.size() * sizeof(float)), data.data(), GL_STATIC_DRAW);
+    glBindBuffer(GL_ARRAY_BUFFER, 0);
+    return buffer;
+}
+
+void Scene::MakeQuads() {
+    static const float kCorners[4][2] = {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}};
+    std::vector<float> places, colors, coords;
+    for (int i = 0; i < mCase.number; ++i)
+        for (const float* corner : kCorners) {
+            const float* p = mDrawn->mpPos[i];
+            const float r = mDrawn->mpRadius[i];
+            places.insert(places.end(), {p[0] + r * corner[0], p[1] + r * corner[1], p[2]});
+            colors.insert(colors.end(), mDrawn->mpColor[i], mDrawn->mpColor[i] + 4);
+            coords.insert(coords.end(), {corner[0] > 0 ? 1.0f : 0.0f, corner[1] > 0 ? 1.0f : 0.0f});
+        }
+    glGenBuffers(3, mBuffer);
+    Upload(mBuffer[0], places);
+    Upload(mBuffer[1], colors);
+    Upload(mBuffer[2], coords);
+}
+
+void Scene::DrawQuads() {
+    glDisable(GL_LIGHTING);
+    glDepthMask(GL_FALSE);
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glEnable(GL_TEXTURE_2D);
+    mpAttribute[0]->BindTexture();
+    glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
+    glEnableClientState(GL_VERTEX_ARRAY);
+    glEnableClientState(GL_COLOR_ARRAY);
+    glEnableClientState(GL_TEXTURE_COORD_ARRAY);
+    glBindBuffer(GL_ARRAY_BUFFER, mBuffer[0]);
+    glVertexPointer(3, GL_FLOAT, 0, nullptr);
+    glBindBuffer(GL_ARRAY_BUFFER, mBuffer[1]);
+    glColorPointer(4, GL_FLOAT, 0, nullptr);
+    glBindBuffer(GL_ARRAY_BUFFER, mBuffer[2]);
+    glTexCoordPointer(2, GL_FLOAT, 0, nullptr);
+    glDrawArrays(GL_QUADS, 0, 4 * mCase.number);
+    glPopClientAttrib();
+}
+
+void Scene::MakeInstances() {
+    std::vector<float> data;
+    for (int i = 0; i < mCase.number; ++i) {
+        const float* p = mDrawn->mpPos[i];
+        data.insert(data.end(), {p[0], p[1], p[2], mDrawn->mpRadius[i]});
+        float color[4];
+        for (ColorCurve_cls* pCurve :
+             {&mpAttribute[0]->mAmbient, &mpAttribute[0]->mDiffuse, &mpAttribute[0]->mSpecular}) {
+            pCurve->GetColor4fScaled(color, mDrawn->mpValue1[i]);
+            data.insert(data.end(), color, color + 4);
+        }
+    }
+    glGenBuffers(3, mBuffer);
+    Upload(mBuffer[0], data);
+}
+
+void Scene::DrawInstances() {
+    glDepthMask(GL_TRUE);
+    glEnable(GL_BLEND);
+    glMaterialf(GL_FRONT_AND_BACK, GL_SHININESS, 20.0f);
+    GpCSphere->BeginArrays(int(mCase.quality) + 1);
+    GLAttribute_cls::mspCShaderCtrl->BeginSpheres(mCase.shader, 1);
+    glBindBuffer(GL_ARRAY_BUFFER, mBuffer[0]);
+    const unsigned places[4] = {ShaderCtrl_cls::ATTRIBUTE_SPHERE, ShaderCtrl_cls::ATTRIBUTE_AMBIENT,
+                                ShaderCtrl_cls::ATTRIBUTE_DIFFUSE, ShaderCtrl_cls::ATTRIBUTE_SPECULAR};
+    for (size_t k = 0; k < 4; ++k) {
+        glEnableVertexAttribArray(places[k]);
+        glVertexAttribPointer(places[k], 4, GL_FLOAT, GL_FALSE, 64, static_cast<char*>(nullptr) + 16 * k);
+        glVertexAttribDivisor(places[k], 1);
+    }
+    GpCSphere->DrawInstances(mCase.number);
+    for (const unsigned place : places) {
+        glVertexAttribDivisor(place, 0);
+        glDisableVertexAttribArray(place);
+    }
+    GpCSphere->EndArrays();
+    glUseProgram(0);
+}
+
+void Scene::MakeList(int level) {
+    mList = glGenLists(1);
+    glNewList(mList, GL_COMPILE);
+    const Sphere_cls::Mesh_st& mesh = Sphere_cls::GetMesh(level);
+    glBegin(GL_TRIANGLES);
+    for (const unsigned short index : mesh.mIndices) {
+        glNormal3fv(&mesh.mVertices[index * 3u]);
+        glVertex3fv(&mesh.mVertices[index * 3u]);
+    }
+    glEnd();
+    glEndList();
+}
+
+void Scene::DrawLists() {
+    glDepthMask(GL_TRUE);
+    glEnable(GL_NORMALIZE);
+    for (int i = 0; i < mCase.number; ++i) {
+        const float* p = mDrawn->mpPos[i];
+        const float r = mDrawn->mpRadius[i];
+        glPushMatrix();
+        glTranslatef(p[0], p[1], p[2]);
+        glScalef(r, r, r);
+        glCallList(mList);
+        glPopMatrix();
+    }
+}
+
+double Median(std::vector<double> times) {
+    std::nth_element(times.begin(), times.begin() + long(times.size() / 2), times.end());
+    return times[times.size() / 2];
+}
+
+/// Both in turn, `rounds` times after one of each to warm up.
+void Compare(benchmark::State& state, Scene& scene, int rounds, const std::function<void()>& bare) {
+    scene.TimeOurs();
+    scene.Time(bare);
+    std::vector<double> ours, theirs;
+    for (auto _ : state)
+        for (int round = 0; round < rounds; ++round) {
+            theirs.push_back(scene.Time(bare));
+            ours.push_back(scene.TimeOurs());
+        }
+    state.counters["bareMs"] = Median(theirs) * 1e3;
+    state.counters["oursMs"] = Median(ours) * 1e3;
+    state.counters["ratio"] = Median(ours) / Median(theirs);
+}
+
+void DrawBillboards(benchmark::State& state, Case what) {
+    if (!MakeBenchContext()) return state.SkipWithError("no display");
+    Scene scene(what);
+    scene.MakeQuads();
+    Compare(state, scene, 3, [&] { scene.DrawQuads(); });
+}
+
+void DrawSpheres(benchmark::State& state, Case what) {
+    if (!MakeBenchContext()) return state.SkipWithError("no display");
+    Scene scene(what);
+    scene.MakeInstances();
+    Compare(state, scene, 1, [&] { scene.DrawInstances(); });
+}
+
+void DrawSpheresExact(benchmark::State& state, Case what) {
+    if (!MakeBenchContext()) return state.SkipWithError("no display");
+    Scene scene(what);
+    scene.TimeOurs();
+    scene.MakeList(1); // the coarsest mesh: each finer one is slower
+    std::vector<double> ours;
+    double lists = 0.0;
+    for (auto _ : state) {
+        for (int round = 0; round < 5; ++round)
+            ours.push_back(scene.TimeOurs());
+        lists = scene.Time([&] { scene.DrawLists(); });
+    }
+    state.counters["oursMs"] = Median(ours) * 1e3;
+    state.counters["listsMs"] = lists * 1e3;
+    state.counters["speedup"] = lists / Median(ours);
+    // Of all threads: says what it would take on a machine with nothing else to do.
+    const std::clock_t start = std::clock();
+    scene.TimeOurs();
+    state.counters["cpuMs"] = double(std::clock() - start) * 1e3 / CLOCKS_PER_SEC;
+    const std::clock_t middle = std::clock();
+    scene.Time([&] { scene.DrawLists(); });
+    state.counters["listsCpuMs"] = double(std::clock() - middle) * 1e3 / CLOCKS_PER_SEC;
+}
+
+#define DRAW_CASE(what, name, ...)                                                                           \
+    BENCHMARK_CAPTURE(what, name, Case{__VA_ARGS__})                                                         \
+        ->Name(#name)                                                                                        \
+        ->Iterations(1)                                                                                      \
+        ->Unit(benchmark::kMillisecond)
+
+// Number, draw type, quality, shader, radius in pixels, by value.
+DRAW_CASE(DrawBillboards, DrawBillboards, 1000000, 1, 0, 0, 2.0f, true);
+DRAW_CASE(DrawBillboards, DrawBillboards8px, 100000, 1, 0, 0, 4.0f, true);
+DRAW_CASE(DrawSpheres, DrawSpheres, 1000000, 2, 0, 0, 2.0f, true);
+DRAW_CASE(DrawSpheres, DrawSpheresPhong, 100000, 2, 0, 2, 4.0f, true);
+DRAW_CASE(DrawSpheresExact, DrawSpheresExact, 1000000, 2, 3, 0, 2.0f, false);
+DRAW_CASE(DrawSpheresExact, DrawSpheresExact100k, 100000, 2, 3, 0, 4.0f, false);
+DRAW_CASE(DrawSpheresExact, DrawSpheresExactByValue, 1000000, 2, 3, 0, 2.0f, true);
+
+} // namespace

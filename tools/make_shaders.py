@@ -1,0 +1,420 @@
+#!/usr/bin/env python3
+"""Write GL/*.vert and GL/*.frag, the shaders of lit spheres and objects.
+
+GLSL 1.20 on the state of the fixed pipeline: lights, materials and fog are read from where glLight,
+glMaterial and glFog put them. Parts that several files need stand here once. Standard library only.
+
+Without any define a file works on plain vertices, and uniforms tell lights and fog. For many spheres the
+program compiles forms made for the scene at hand: SPHERES repeats a mesh, MATERIALS gives every ray-cast
+sphere its own colours, LIGHT_NUMBER and FOG are what the uniforms would tell, and PARALLEL says that all
+lights are far away and none is a spot.
+"""
+import pathlib
+
+TARGET = pathlib.Path(__file__).resolve().parent.parent / "GL"
+
+HEAD = """#version 120
+// {title}
+// Written by tools/make_shaders.py.
+"""
+
+LIGHTS = """
+// What OpenGL light i brings to a place on a surface, eye coordinates, by the rules of the fixed
+// pipeline: attenuation, spot, and highlights for a viewer far away.
+void addLight(int i, vec3 place, vec3 normal, float shininess,
+              inout vec3 ambient, inout vec3 diffuse, inout vec3 specular)
+{
+    vec4 source = gl_LightSource[i].position;
+    vec3 to = normalize(source.xyz);
+    vec3 between = gl_LightSource[i].halfVector.xyz;
+    float share = 1.0;
+#ifndef PARALLEL
+    if (source.w != 0.0) {
+        to = source.xyz / source.w - place;
+        float far = length(to);
+        share = 1.0 / (gl_LightSource[i].constantAttenuation + far * (gl_LightSource[i].linearAttenuation
+                       + far * gl_LightSource[i].quadraticAttenuation));
+        to /= max(far, 1e-30);
+        between = normalize(to + vec3(0.0, 0.0, 1.0));
+    }
+    if (gl_LightSource[i].spotCutoff <= 90.0) {
+        float along = -dot(to, normalize(gl_LightSource[i].spotDirection));
+        share *= along < gl_LightSource[i].spotCosCutoff
+                     ? 0.0 : pow(max(along, 1e-6), gl_LightSource[i].spotExponent);
+    }
+#endif
+    float facing = max(dot(normal, to), 0.0);
+    float shine = pow(max(dot(normal, between), 1e-6), shininess);
+    ambient += share * gl_LightSource[i].ambient.rgb;
+    diffuse += share * facing * gl_LightSource[i].diffuse.rgb;
+    specular += (facing > 0.0 ? share * shine : 0.0) * gl_LightSource[i].specular.rgb;
+}
+"""
+
+TONES = """
+// As addLight, but in three flat tones and without highlights.
+void addTone(int i, vec3 place, vec3 normal, float dark, inout vec3 ambient, inout vec3 diffuse)
+{
+    vec3 direct = vec3(0.0);
+    vec3 unused = vec3(0.0);
+    vec3 base = vec3(0.0);
+    addLight(i, place, normal, 1.0, base, direct, unused);
+    ambient += base;
+    vec3 light = gl_LightSource[i].diffuse.rgb;
+    float full = max(max(light.r, light.g), light.b);
+    float share = full > 0.0 ? max(max(direct.r, direct.g), direct.b) / full : 0.0;
+    diffuse += light * (share > 0.75 ? 1.0 : share > 0.35 ? 0.75 : share > 0.02 ? 0.5 : dark);
+}
+"""
+
+FOG = """
+#ifndef FOG
+uniform int fogMode; // 0 none, 1 exponential, 2 its square, 3 linear
+#define FOG fogMode
+#endif
+
+vec3 fogged(vec3 color, float depth)
+{
+    if (FOG == 0) return color;
+    float reach = gl_Fog.density * depth;
+    float clear = FOG == 1 ? exp(-reach)
+                : FOG == 2 ? exp(-reach * reach) : (gl_Fog.end - depth) * gl_Fog.scale;
+    return mix(gl_Fog.color.rgb, color, clamp(clear, 0.0, 1.0));
+}
+"""
+
+# Vertices of a mesh: plain ones with a normal, or of a unit sphere that stands for many.
+MESH = """
+#ifdef SPHERES
+attribute vec4 sphere;   // centre and radius
+attribute vec4 ambient;  // its material
+attribute vec4 diffuse;
+attribute vec4 specular;
+#define VERTEX vec4(sphere.xyz + sphere.w * gl_Vertex.xyz, 1.0)
+#define NORMAL gl_Vertex.xyz
+#define AMBIENT ambient
+#define DIFFUSE diffuse
+#define SPECULAR specular
+#define EMISSION vec4(0.0)
+#else
+#define VERTEX gl_Vertex
+#define NORMAL gl_Normal
+#define AMBIENT gl_FrontMaterial.ambient
+#define DIFFUSE gl_FrontMaterial.diffuse
+#define SPECULAR gl_FrontMaterial.specular
+#define EMISSION gl_FrontMaterial.emission
+#endif
+"""
+
+GOURAUD_VERT = MESH + LIGHTS + """
+#ifndef LIGHT_NUMBER
+uniform int lightNumberGouraud;
+#define LIGHT_NUMBER lightNumberGouraud
+#endif
+
+vec4 lit(vec3 place, vec3 normal)
+{
+    vec3 around = gl_LightModel.ambient.rgb;
+    vec3 direct = vec3(0.0);
+    vec3 shine = vec3(0.0);
+    for (int i = 0; i < LIGHT_NUMBER; ++i)
+        addLight(i, place, normal, gl_FrontMaterial.shininess, around, direct, shine);
+    return clamp(vec4(EMISSION.rgb + around * AMBIENT.rgb + direct * DIFFUSE.rgb + shine * SPECULAR.rgb,
+                      DIFFUSE.a), 0.0, 1.0);
+}
+
+void main()
+{
+    vec4 vertex = VERTEX;
+    vec4 eye = gl_ModelViewMatrix * vertex;
+    vec3 place = eye.xyz / eye.w;
+    vec3 normal = normalize(gl_NormalMatrix * NORMAL);
+    gl_Position = gl_ModelViewProjectionMatrix * vertex;
+    gl_FrontColor = lit(place, normal);
+#ifndef SPHERES
+    gl_BackColor = lit(place, -normal);
+#endif
+    gl_FogFragCoord = abs(place.z);
+}
+"""
+
+GOURAUD_FRAG = FOG + """
+void main()
+{
+    gl_FragColor = vec4(fogged(gl_Color.rgb, gl_FogFragCoord), gl_Color.a);
+}
+"""
+
+# Place, normal and material to every pixel.
+PIXEL_VERT = MESH + """
+varying vec3 place;
+varying vec3 normal;
+#ifdef SPHERES
+varying vec4 materialAmbient;
+varying vec4 materialDiffuse;
+varying vec4 materialSpecular;
+#endif
+
+void main()
+{
+    vec4 vertex = VERTEX;
+    vec4 eye = gl_ModelViewMatrix * vertex;
+    place = eye.xyz / eye.w;
+    normal = gl_NormalMatrix * NORMAL;
+    gl_Position = gl_ModelViewProjectionMatrix * vertex;
+#ifdef SPHERES
+    materialAmbient = AMBIENT;
+    materialDiffuse = DIFFUSE;
+    materialSpecular = SPECULAR;
+#endif
+}
+"""
+
+PIXEL_MATERIAL = """
+varying vec3 place;
+varying vec3 normal;
+#ifdef SPHERES
+varying vec4 materialAmbient;
+varying vec4 materialDiffuse;
+varying vec4 materialSpecular;
+#define AMBIENT materialAmbient
+#define DIFFUSE materialDiffuse
+#define SPECULAR materialSpecular
+#define EMISSION vec4(0.0)
+#else
+#define AMBIENT gl_FrontMaterial.ambient
+#define DIFFUSE gl_FrontMaterial.diffuse
+#define SPECULAR gl_FrontMaterial.specular
+#define EMISSION gl_FrontMaterial.emission
+#endif
+"""
+
+SMOOTH_SUM = """
+vec4 lit(vec3 place, vec3 normal)
+{
+    vec3 around = gl_LightModel.ambient.rgb;
+    vec3 direct = vec3(0.0);
+    vec3 shine = vec3(0.0);
+    for (int i = 0; i < LIGHT_NUMBER; ++i)
+        addLight(i, place, normal, gl_FrontMaterial.shininess, around, direct, shine);
+    return clamp(vec4(EMISSION.rgb + around * AMBIENT.rgb + direct * DIFFUSE.rgb + shine * SPECULAR.rgb,
+                      DIFFUSE.a), 0.0, 1.0);
+}
+"""
+
+# The outline lies where the surface turns away from the viewer. Where one light is drawn alone, to be
+# added to a picture that has the ambient light, what the light doesn't reach stays black.
+TONE_SUM = """
+vec4 lit(vec3 place, vec3 normal)
+{
+    vec3 viewer = gl_ProjectionMatrix[3][3] == 0.0 ? normalize(-place) : vec3(0.0, 0.0, 1.0);
+    if (dot(normal, viewer) < BOLDNESS) return vec4(0.0, 0.0, 0.0, DIFFUSE.a);
+    float dark = SHADOW_MODE == 0 ? 0.0 : 0.25;
+    vec3 around = gl_LightModel.ambient.rgb;
+    vec3 direct = vec3(0.0);
+    for (int i = 0; i < LIGHT_NUMBER; ++i)
+        addTone(i, place, normal, dark, around, direct);
+    return clamp(vec4(EMISSION.rgb + around * AMBIENT.rgb + direct * DIFFUSE.rgb, DIFFUSE.a), 0.0, 1.0);
+}
+"""
+
+PIXEL_MAIN = """
+void main()
+{
+    vec3 upright = normalize(normal);
+    vec4 color = lit(place, gl_FrontFacing ? upright : -upright);
+    gl_FragColor = vec4(fogged(color.rgb, abs(place.z)), color.a);
+}
+"""
+
+PHONG_FRAG = (PIXEL_MATERIAL + LIGHTS + FOG + """
+#ifndef LIGHT_NUMBER
+uniform int lightNumberPhong;
+#define LIGHT_NUMBER lightNumberPhong
+#endif
+""" + SMOOTH_SUM + PIXEL_MAIN)
+
+CARTOON_FRAG = (PIXEL_MATERIAL + LIGHTS + TONES + FOG + """
+#ifndef LIGHT_NUMBER
+uniform int lightNumberCartoon;
+#define LIGHT_NUMBER lightNumberCartoon
+#endif
+uniform int shadowVolumeModeCartoon; // 0: one light alone, to be added to the rest
+uniform float boldnessCartoon;       // 0 no outline, 1 nothing else
+#define SHADOW_MODE shadowVolumeModeCartoon
+#define BOLDNESS boldnessCartoon
+""" + TONE_SUM + PIXEL_MAIN)
+
+EXACT_VERT = """
+attribute vec4 sphere;  // centre and radius
+#ifdef MATERIALS
+attribute vec4 ambient;
+attribute vec4 diffuse;
+attribute vec4 specular;
+varying vec4 materialAmbient;
+varying vec4 materialDiffuse;
+varying vec4 materialSpecular;
+#endif
+uniform vec4 viewport;     // left, bottom, width, height in pixels
+uniform vec2 rayScale;     // from window coordinates to the plane at depth 1, or of a parallel view
+uniform vec2 rayOffset;
+uniform float scale;       // of the model-view matrix
+varying vec4 ball;         // the sphere in eye coordinates
+
+// Middle and half width of the silhouette along one axis of the picture plane at depth 1.
+vec2 silhouette(float across, float depth, float radius)
+{
+    float rest = depth * depth - radius * radius;
+    return vec2(across * depth, radius * sqrt(across * across + rest)) / rest;
+}
+
+void main()
+{
+    vec3 centre = (gl_ModelViewMatrix * vec4(sphere.xyz, 1.0)).xyz;
+    float radius = sphere.w * scale;
+    ball = vec4(centre, radius);
+    vec2 x = vec2(centre.x, radius);
+    vec2 y = vec2(centre.y, radius);
+    bool full = false;
+#ifdef PERSPECTIVE
+    float depth = -centre.z;
+    full = depth <= radius * 1.0001; // reaches the plane of the eye: may be anywhere
+    x = silhouette(centre.x, depth, radius);
+    y = silhouette(centre.y, depth, radius);
+#endif
+    // Window coordinates, a little wider for what the rasterizer rounds.
+    vec2 middle = full ? viewport.xy + 0.5 * viewport.zw : (vec2(x.x, y.x) - rayOffset) / rayScale;
+    vec2 reach = full ? viewport.zw : vec2(0.125) + vec2(x.y, y.y) / rayScale;
+    gl_PointSize = 2.0 * max(reach.x, reach.y);
+    // A corner of a square, or 0 for a point.
+    vec2 corner = middle + gl_MultiTexCoord0.xy * reach - viewport.xy;
+    gl_Position = vec4(corner / (0.5 * viewport.zw) - 1.0, 0.0, 1.0);
+#ifdef MATERIALS
+    materialAmbient = ambient;
+    materialDiffuse = diffuse;
+    materialSpecular = specular;
+#endif
+}
+"""
+
+# Far lights bring the same ambient light to every place, and their directions come as uniforms of length 1.
+FAR_SUM = """
+// All particles have a shininess of 20.
+float gloss(float x)
+{
+    float x2 = x * x;
+    float x4 = x2 * x2;
+    float x8 = x4 * x4;
+    return x8 * x8 * x4;
+}
+
+uniform vec3 lightTo[8];
+uniform vec3 lightBetween[8];
+
+vec4 lit(vec3 place, vec3 normal)
+{
+#ifdef MATERIALS
+    vec3 color = gl_LightModel.ambient.rgb * AMBIENT.rgb;
+#else
+    vec3 color = gl_LightModel.ambient.rgb * gl_FrontMaterial.ambient.rgb;
+#endif
+    for (int i = 0; i < LIGHT_NUMBER; ++i) {
+        float facing = dot(normal, lightTo[i]);
+        float shine = facing > 0.0 ? gloss(max(dot(normal, lightBetween[i]), 0.0)) : 0.0;
+#ifdef MATERIALS
+        color += gl_LightSource[i].ambient.rgb * AMBIENT.rgb
+               + max(facing, 0.0) * gl_LightSource[i].diffuse.rgb * DIFFUSE.rgb
+               + shine * gl_LightSource[i].specular.rgb * SPECULAR.rgb;
+#else
+        color += gl_FrontLightProduct[i].ambient.rgb + max(facing, 0.0) * gl_FrontLightProduct[i].diffuse.rgb
+               + shine * gl_FrontLightProduct[i].specular.rgb;
+#endif
+    }
+    return clamp(vec4(color, DIFFUSE.a), 0.0, 1.0);
+}
+"""
+
+EXACT_FRAG = """
+#ifdef MATERIALS
+varying vec4 materialAmbient;
+varying vec4 materialDiffuse;
+varying vec4 materialSpecular;
+#define AMBIENT materialAmbient
+#define DIFFUSE materialDiffuse
+#define SPECULAR materialSpecular
+#else
+#define AMBIENT gl_FrontMaterial.ambient
+#define DIFFUSE gl_FrontMaterial.diffuse
+#define SPECULAR gl_FrontMaterial.specular
+#endif
+#define EMISSION vec4(0.0)
+uniform int shadowVolumeMode;
+uniform float boldness;
+uniform vec2 rayScale;
+uniform vec2 rayOffset;
+uniform vec2 depthRange; // eye coordinates: nearest and farthest z
+uniform vec2 depthMap;   // depth = x + y / z, in a parallel view x + y * z
+varying vec4 ball;
+#define SHADOW_MODE shadowVolumeMode
+#define BOLDNESS boldness
+""" + FOG + """
+#if defined(PARALLEL) && !defined(CARTOON)
+""" + FAR_SUM + """
+#else
+""" + LIGHTS + """
+#ifdef CARTOON
+""" + TONES + TONE_SUM + """
+#else
+""" + SMOOTH_SUM + """
+#endif
+#endif
+
+void main()
+{
+    vec2 plane = gl_FragCoord.xy * rayScale + rayOffset;
+    // From the foot of the perpendicular on the ray back to the surface: exact for far, small spheres too.
+#ifdef PERSPECTIVE
+    vec3 ray = vec3(plane, -1.0);
+    float share = 1.0 / dot(ray, ray);
+    vec3 foot = ray * (dot(ball.xyz, ray) * share) - ball.xyz;
+#else
+    const vec3 ray = vec3(0.0, 0.0, -1.0);
+    const float share = 1.0;
+    vec3 foot = vec3(plane - ball.xy, 0.0);
+#endif
+    float rest = ball.w * ball.w - dot(foot, foot);
+    vec3 outward = foot - ray * sqrt(max(rest, 0.0) * share);
+    vec3 place = ball.xyz + outward;
+    // Cut by the near or the far plane; what lies behind it is the inside, which isn't drawn.
+    if (rest < 0.0 || place.z > depthRange.x || place.z < depthRange.y) discard;
+#ifdef PERSPECTIVE
+    gl_FragDepth = depthMap.x + depthMap.y / place.z;
+#else
+    gl_FragDepth = depthMap.x + depthMap.y * place.z;
+#endif
+    vec4 color = lit(place, outward / ball.w);
+    gl_FragColor = vec4(fogged(color.rgb, abs(place.z)), color.a);
+}
+"""
+
+FILES = {
+    "Gouraud.vert": ("Light at the vertices.", GOURAUD_VERT),
+    "Gouraud.frag": ("The colour between the vertices, and fog.", GOURAUD_FRAG),
+    "Phong.vert": ("Place and normal for light at every pixel.", PIXEL_VERT),
+    "Phong.frag": ("Light at every pixel.", PHONG_FRAG),
+    "Cartoon.vert": ("Place and normal for tones at every pixel.", PIXEL_VERT),
+    "Cartoon.frag": ("Flat tones with an outline.", CARTOON_FRAG),
+    "Exact.vert": ("The square on the screen that a sphere fills.", EXACT_VERT),
+    "Exact.frag": ("The sphere itself: where the ray of a pixel meets it, with its depth and light.", EXACT_FRAG),
+}
+
+
+def main():
+    TARGET.mkdir(exist_ok=True)
+    for name, (title, body) in FILES.items():
+        (TARGET / name).write_text(HEAD.format(title=title) + body, encoding="utf-8")
+        print(TARGET / name)
+
+
+if __name__ == "__main__":
+    main()
