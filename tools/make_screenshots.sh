@@ -106,17 +106,16 @@ wide_lines() {
 }
 variant lj_melt_bin wide "$(wide_lines)"
 open_project lj_melt_bin wide
-for place in '230 250' '730 250' '230 600' '730 600'; do
+for place in '730 250' '230 600' '730 600'; do # the first view is near already
   for i in 1 2 3 4 5 6 7 8; do click $place 5; done
 done
 shoot "$MAIN" views_wide
 
 variant galaxy_small_bin overlay 'OverLayTimePos=2' 'OverLayTimeTag=t / Myr = ' 'OverLayShowLegend=1 0 0 0' \
-  'SEQ0TYPE0ColUseColorCurve=1' 'SEQ0TYPE0ColDependType=6' 'SEQ0TYPE0ColScalingMin=0' 'SEQ0TYPE0ColScalingMax=400' \
+  'SEQ0TYPE0ColUseColorCurve=1' 'SEQ0TYPE0ColDependType=6' 'SEQ0TYPE0ColScalingMin=0' 'SEQ0TYPE0ColScalingMax=2' \
   'ExposureLevel=0 2' 'ExposureGamma=1.4' 'Panel0ShowMessage=0' 'Panel0ShowItems=0' 'Panel0ShowGrid=0'
 open_project galaxy_small_bin overlay
-for i in 1 2 3 4 5 6 7 8 9 10; do click 500 400 5; done
 steps 5
-click 1190 563 # the tab "Exposure"
+click 1203 443 # the tab "Exposure"
 shoot "$MAIN" views_pages
 alive
