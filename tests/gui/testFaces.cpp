@@ -1,18 +1,22 @@
 // Fisheye, panorama and distortion as the window shows them: directions land where they must, and the
 // pictures are those that were looked at.
 #include <cmath>
+#include <sstream>
 
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "COLORCURVE/clsColorCurve.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/RuntimeFiles.h"
+#include "GL/DRAW/clsGLAttribute.h"
 #include "GL/VIEW/clsDistortion.h"
 #include "GL/VIEW/clsFishEye.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GoldenPicture.h"
 #include "PARAM/clsUndoManager.h"
+#include "PDATA/clsPDataSeqCtrl.h"
+#include "PDATA/clsPDataSequence.h"
 #include "PictureTest.h"
 #include "SCENE/clsCameraPath.h"
 
@@ -45,6 +49,9 @@ protected:
         }
         LookAlongX();
         ShowParticles(points, 12);
+    }
+    static GLAttribute_cls& Attribute() {
+        return *Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence()->mpCGLAttribute[0];
     }
     static void SetView(int geometry, float angle) {
         Canvas(0)->SetGeometry(geometry);
@@ -111,6 +118,33 @@ TEST_F(Faces, TheDomeHasNoGapsAndBlackCorners) {
         }
     EXPECT_EQ(dark, 0);
     EXPECT_EQ(lit, 0) << "outside the disc";
+}
+
+TEST_F(Faces, SpheresAreWholeAcrossTheSeams) {
+    // The first stands before two faces, the second before three, the third before the two behind as well.
+    const struct { double mPolar, mAround; } places[] = {{0, 0}, {48, 90}, {80, 90}};
+    LookAlongX();
+    for (const auto& place : places) {
+        Point point = Direction(place.mPolar, place.mAround);
+        for (double& x : point)
+            x *= 4.0;
+        ShowParticles({point}, 1);
+        int lit[2];
+        for (const bool bExact : {false, true}) {
+            for (const wxString line : {"DrawType=2", "RadiusType=0", "AmbientConstantColor=1 1 1 1"}) {
+                std::wistringstream none;
+                Attribute().ReadStrLine(none, "SEQ0TYPE0" + line);
+            }
+            Attribute().mDrawQuality.mValue = bExact ? 3 : 2;
+            SetView(2, 180);
+            lit[bExact] = Grab(0).CountLit(60);
+        }
+        EXPECT_NEAR(lit[1], lit[0], 0.04 * lit[0]) << place.mPolar;
+        const double radius = std::asin(0.25) * 180.0 / M_PI / 180.0 * kH; // of the silhouette in the middle
+        if (place.mPolar > 0) continue;
+        EXPECT_NEAR(lit[1], M_PI * radius * radius, 0.02 * lit[1]);
+    }
+    Attribute().mDrawType.mValue = 0;
 }
 
 TEST_F(Faces, ListsAreMadeOnceForAnAngle) {
