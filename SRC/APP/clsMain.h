@@ -104,7 +104,7 @@ public:
     ParamGroup_cls* mpCParamGroupCameraPath = nullptr;
     TimeCtrl_cls* mpCTimeCtrl = nullptr;
     ColorCurveCtrl_cls* mpCColorCurveCtrl = nullptr; ///< the colour curve editor
-    ParamGUICtrl_cls* mpCParamGUICtrl = nullptr; ///< the time lines, of the main frame
+    ParamGUICtrl_cls* mpCParamGUICtrl = nullptr;     ///< the time lines, of the main frame
     Scene_cls* mpCScene = nullptr;
     FrameMain_cls* mpCFrameMain = nullptr; ///< wxWidgets destroys windows
     RecentFiles_cls* mpCRecentFiles = nullptr;
