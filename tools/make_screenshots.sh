@@ -87,4 +87,35 @@ open_project galaxy_small_bin
 steps 5
 for i in 1 2 3 4 5 6 7 8 9; do click 500 400 5; done
 shoot "$MAIN" main
+
+# variant EXAMPLE NAME LINES...: the staged example with these lines behind its own; the last of a key counts.
+variant() {
+  local example=$1 name=$2
+  shift 2
+  { cat "$STAGE/examples/$example/$example.mrp"; printf '%s\n' "$@"; } >"$STAGE/examples/$example/$name.mrp"
+}
+
+wide_lines() {
+  local view
+  printf 'PreviewPanelType=3\nBGColorConstantColor=0.03 0.05 0.1 1\nOverLayShowLegend=0 0 0 0\n'
+  for view in 0 1 2 3; do
+    printf "Panel$view%s\\n" DisplayMode=0 GLPersAngle=180 ShowMessage=0 ShowItems=0 ShowData=1 ShowGrid=1
+  done
+  printf 'Panel0GLGeometry=2\nPanel0FisheyeGrid1\nPanel1GLGeometry=2\nPanel1FisheyeGrid0\n'
+  printf 'Panel2GLGeometry=2\nPanel2FisheyeGrid1\nPanel2Distortion1\nPanel3GLGeometry=3\n'
+}
+variant lj_melt_bin wide "$(wide_lines)"
+open_project lj_melt_bin wide
+for place in '730 250' '230 600' '730 600'; do # the first view is near already
+  for i in 1 2 3 4 5 6 7 8; do click $place 5; done
+done
+shoot "$MAIN" views_wide
+
+variant galaxy_small_bin overlay 'OverLayTimePos=2' 'OverLayTimeTag=t / Myr = ' 'OverLayShowLegend=1 0 0 0' \
+  'SEQ0TYPE0ColUseColorCurve=1' 'SEQ0TYPE0ColDependType=6' 'SEQ0TYPE0ColScalingMin=0' 'SEQ0TYPE0ColScalingMax=2' \
+  'ExposureLevel=0 2' 'ExposureGamma=1.4' 'Panel0ShowMessage=0' 'Panel0ShowItems=0' 'Panel0ShowGrid=0'
+open_project galaxy_small_bin overlay
+steps 5
+click 1203 443 # the tab "Exposure"
+shoot "$MAIN" views_pages
 alive

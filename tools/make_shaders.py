@@ -276,9 +276,17 @@ void main()
     vec2 x = vec2(centre.x, radius);
     vec2 y = vec2(centre.y, radius);
     bool full = false;
+    bool hidden = false;
 #ifdef PERSPECTIVE
     float depth = -centre.z;
     full = depth <= radius * 1.0001; // reaches the plane of the eye: may be anywhere
+    // Behind the eye, or wholly beyond a side of the picture: nothing, rather than the whole picture for
+    // each sphere beside the eye. Views to all sides have many of these.
+    vec2 low = viewport.xy * rayScale + rayOffset;
+    vec2 high = (viewport.xy + viewport.zw) * rayScale + rayOffset;
+    vec2 beyond = max((centre.xy - high * depth) / sqrt(1.0 + high * high),
+                      (low * depth - centre.xy) / sqrt(1.0 + low * low));
+    hidden = depth <= -radius || max(beyond.x, beyond.y) > radius * 1.01;
     x = silhouette(centre.x, depth, radius);
     y = silhouette(centre.y, depth, radius);
 #endif
@@ -288,7 +296,7 @@ void main()
     gl_PointSize = 2.0 * max(reach.x, reach.y);
     // A corner of a square, or 0 for a point.
     vec2 corner = middle + gl_MultiTexCoord0.xy * reach - viewport.xy;
-    gl_Position = vec4(corner / (0.5 * viewport.zw) - 1.0, 0.0, 1.0);
+    gl_Position = hidden ? vec4(2.0, 2.0, 2.0, 1.0) : vec4(corner / (0.5 * viewport.zw) - 1.0, 0.0, 1.0);
 #ifdef MATERIALS
     materialAmbient = ambient;
     materialDiffuse = diffuse;

@@ -2,6 +2,7 @@
 #include <cmath>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 
 #include <wx/notebook.h>
 
@@ -97,6 +98,20 @@ TEST_F(Exposure, KnownColoursComeOutAsTheyMust) {
             EXPECT_NEAR(shown[c], 255.0 * item.mOut[c], 1.5) << item.mSettings << ", channel " << c;
     }
     EXPECT_TRUE(Settings()->IsEnabled()) << Settings()->GetStatus();
+}
+
+TEST_F(Exposure, LightThatTheScreenCannotShowIsKept) {
+    ASSERT_TRUE(SizeView(480, 400));
+    LookAlongX();
+    ShowParticles({{4, 0, 0}, {4, 0, 0}, {4, 0, 0}}, 40);
+    std::wistringstream none;
+    Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence()->mpCGLAttribute[0]->ReadStrLine(none,
+                                                                                      "SEQ0TYPE0BlendType=1");
+    EXPECT_EQ(Show(0, 0, 0)[0], 255);
+    Set("Level=0 4");
+    EXPECT_NEAR(Show(0, 0, 0)[0], 255.0 * 3 / 4, 1.5) << "three particles that add up";
+    Set("Level=2 4");
+    EXPECT_NEAR(Show(0, 0, 0)[0], 255.0 / 2, 1.5);
 }
 
 TEST_F(Exposure, WideViewsAreExposedToo) {
@@ -206,15 +221,16 @@ TEST_F(Exposure, BrokenAndMissingShaderFilesAreTold) {
         broken.ReadStrLine("ExposureGamma=2");
         broken.Initialize();
         EXPECT_FALSE(broken.IsEnabled());
-        EXPECT_TRUE(broken.GetStatus().StartsWith("GL/exposure.frag")) << broken.GetStatus();
+        EXPECT_TRUE(broken.GetStatus() == "GL/exposure.frag is broken") << broken.GetStatus();
         broken.Begin();
         GLint program = 0;
         glGetIntegerv(GL_CURRENT_PROGRAM, &program);
         EXPECT_EQ(program, 0);
         broken.End();
         Settle();
-        EXPECT_TRUE(WasTold("Compile error in fragment shader.\nGL/exposure.frag"));
+        EXPECT_TRUE(WasTold("Compile error in fragment shader.\n"));
         EXPECT_TRUE(WasTold("nothing")) << "the driver's words";
+        EXPECT_TRUE(WasTold("\nGL/exposure.frag"));
     }
     std::filesystem::remove("GL/exposure.frag");
     std::filesystem::create_directory("GL/exposure.frag");

@@ -1,11 +1,7 @@
 // What is written on top of a picture, without drawing it; the exposure's settings; a particle in numbers.
-#include <cmath>
-
 #include <gtest/gtest.h>
 #include <wx/image.h>
 
-#include "COLORCURVE/clsColorCurve.h"
-#include "GL/VIEW/LegendTics.h"
 #include "GL/VIEW/clsDrawClrLegend.h"
 #include "GL/VIEW/clsDrawTimeIndex.h"
 #include "GL/VIEW/clsExposure.h"
@@ -76,44 +72,6 @@ TEST(Overlay, BlackBecomesTransparentAndRowsTurnUpward) {
     EXPECT_EQ(item.GetBufferRGBA(), expected);
     item.DeleteBufferRGBA();
     EXPECT_TRUE(item.GetBufferRGBA().empty());
-}
-
-TEST(Overlay, LegendHasTheColoursOfTheCurve) {
-    const double keys[2][5] = {{0, 0, 0, 1, 0.5}, {1, 1, 0, 0, 1.5}};
-    ColorCurve_cls curve("T", "", "0.2 0.4 0.6 0.8", 2, keys);
-    const auto pixel = [&curve](int x, bool bIgnoreAlpha) {
-        const std::vector<unsigned char> row = DrawClrLegend_cls::GetClrCurveOnBitmap(curve, bIgnoreAlpha);
-        return std::vector<int>(row.begin() + 4 * x, row.begin() + 4 * x + 4);
-    };
-    EXPECT_EQ(pixel(100, false), (std::vector<int>{51, 102, 153, 204})) << "constant";
-    EXPECT_EQ(pixel(100, true)[3], 255);
-    curve.mbUseColorCurve.mValue = true;
-    curve.PreCalcScaleFactor();
-    EXPECT_NEAR(pixel(60, false)[0], 255 * 60.5 / 240, 1.01);
-    EXPECT_NEAR(pixel(60, false)[3], 255 * (0.5 + 60.5 / 240), 1.01);
-    EXPECT_EQ(pixel(239, false)[3], 255) << "an alpha above 1 is full";
-}
-
-TEST(Overlay, TicsAreRoundAndInsideTheAxis) {
-    const auto text = [](double low, double high) {
-        wxString all;
-        for (const LegendTic_st& tic : MakeLegendTics(low, high, 6)) {
-            EXPECT_GE(tic.mPlace, -1e-6);
-            EXPECT_LE(tic.mPlace, 1.0 + 1e-6);
-            all += tic.mLabel + " ";
-        }
-        return all;
-    };
-    EXPECT_EQ(text(0, 1), "0 0.2 0.4 0.6 0.8 1 ");
-    EXPECT_EQ(text(-3, 17.5), "0 5 10 15 ");
-    EXPECT_EQ(text(1, 0), "0 0.2 0.4 0.6 0.8 1 ") << "an axis that falls";
-    EXPECT_NEAR(MakeLegendTics(1, 0, 6)[0].mPlace, 1.0, 1e-9);
-    EXPECT_EQ(text(-1e-30, 1e-30), "-1e-30 -5e-31 0 5e-31 1e-30 ");
-    EXPECT_EQ(text(5, 5), "");
-    EXPECT_EQ(text(0, INFINITY), "");
-    EXPECT_EQ(text(NAN, 1), "");
-    EXPECT_LE(MakeLegendTics(1e30, std::nextafter(1e30, 2e30), 6).size(), 6u);
-    EXPECT_LE(MakeLegendTics(0, 5e-324, 6).size(), 6u);
 }
 
 TEST(Information, TellsOneParticle) {

@@ -6,42 +6,20 @@
 #include <wx/dcmemory.h>
 #include <wx/image.h>
 
+#include "COLORCURVE/EDITOR/clsTics.h"
 #include "COLORCURVE/clsColorCurve.h"
 #include "GL/BASE/clsGLState.h"
-#include "GL/VIEW/LegendTics.h"
+#include "GL/BASE/clsGLTexture.h"
 #include "GL/VIEW/clsOverlay.h"
 
 namespace {
 
-constexpr int kTicLength = 3;
-constexpr int kMostTics = 6;
 constexpr int kLetterPixels = 11;
-
-unsigned char ToByte(float value) {
-    return value > 0.0f ? static_cast<unsigned char>(std::min(value, 1.0f) * 255.0f) : 0; // nothing for a NaN
-}
-
-void Insert(const std::vector<unsigned char>& row, int top, std::vector<unsigned char>* pBuffer) {
-    for (int y = 0; y < DrawClrLegend_cls::kBarHeight; ++y)
-        std::copy(row.begin(), row.end(), pBuffer->begin() + std::ptrdiff_t(row.size()) * (top + y));
-}
 
 } // namespace
 
 DrawClrLegend_cls::~DrawClrLegend_cls() {
     if (IsGLContextCurrent()) glDeleteTextures(kLegends, mLegendTexture);
-}
-
-std::vector<unsigned char> DrawClrLegend_cls::GetClrCurveOnBitmap(const ColorCurve_cls& curve,
-                                                                  bool bIgnoreAlpha) {
-    std::vector<unsigned char> row(size_t(kBarWidth) * 4);
-    for (size_t x = 0; x < size_t(kBarWidth); ++x) {
-        float color[4];
-        curve.GetColor4fNormal(color, (float(x) + 0.5f) / float(kBarWidth));
-        if (bIgnoreAlpha) color[3] = 1.0f;
-        std::transform(color, color + 4, row.begin() + std::ptrdiff_t(4 * x), ToByte);
-    }
-    return row;
 }
 
 wxImage DrawClrLegend_cls::GetTicsOnBitmap(const ColorCurve_cls& curve) const {
@@ -50,25 +28,18 @@ wxImage DrawClrLegend_cls::GetTicsOnBitmap(const ColorCurve_cls& curve) const {
     dc.SetBackground(*wxBLACK_BRUSH);
     dc.Clear();
     dc.SetFont(wxFont(wxFontInfo(wxSize(0, kLetterPixels)).Family(wxFONTFAMILY_SWISS)));
-    dc.SetTextForeground(*wxWHITE);
-    dc.SetPen(wxPen(wxColour(192, 192, 192)));
-    const double low = double(curve.mScalingMin.mValue);
-    const double high = double(curve.mScalingMax.mValue);
-    int free = -1; // the first column that no label covers
-    std::vector<LegendTic_st> tics = MakeLegendTics(low, high, kMostTics);
-    std::sort(tics.begin(), tics.end(),
-              [](const LegendTic_st& a, const LegendTic_st& b) { return a.mPlace < b.mPlace; });
-    for (const LegendTic_st& tic : tics) {
-        const int x = std::min(int(tic.mPlace * kBarWidth), kBarWidth - 1);
-        dc.DrawLine(x, 0, x, kTicLength);
-        const int width = dc.GetTextExtent(tic.mLabel).x;
-        const int left = std::clamp(x - width / 2, 0, std::max(kBarWidth - width, 0));
-        if (left <= free) continue;
-        dc.DrawText(tic.mLabel, left, kTicsHeight - dc.GetCharHeight());
-        free = left + width + kTicLength;
-    }
+    const Tics_cls tics(kBarWidth, kTicsHeight, double(curve.mScalingMin.mValue),
+                        double(curve.mScalingMax.mValue));
+    tics.DrawOnDC(dc, 0, 0, wxColour(192, 192, 192), *wxWHITE);
     dc.SelectObject(wxNullBitmap);
     return bitmap.ConvertToImage();
+}
+
+// The bar is above, with its own alpha.
+void DrawClrLegend_cls::InsertClrCurve(const ColorCurve_cls& curve) {
+    const wxImage bar = curve.GetColorImage(kBarWidth, kBarHeight, mpCOverlay->mLegendIgnoreAlpha.mValue);
+    const std::vector<unsigned char> pixels = ::GenerateBufferRGBA(bar); // all rows alike
+    std::copy(pixels.begin(), pixels.end(), mVBuffer.end() - std::ptrdiff_t(pixels.size()));
 }
 
 void DrawClrLegend_cls::MakeClrCurveTexture(const ColorCurve_cls& curve, int which) {
@@ -81,7 +52,7 @@ void DrawClrLegend_cls::MakeClrCurveTexture(const ColorCurve_cls& curve, int whi
     wxImage image(kBarWidth, kHeight); // black
     if (bTics) image.Paste(GetTicsOnBitmap(curve), 0, kHeight - kTicsHeight);
     GenerateBufferRGBA(image);
-    Insert(GetClrCurveOnBitmap(curve, bIgnoreAlpha), kHeight - kBarHeight, &mVBuffer);
+    InsertClrCurve(curve);
     Upload(&mLegendTexture[which]);
     DeleteBufferRGBA();
 }

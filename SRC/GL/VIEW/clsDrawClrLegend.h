@@ -1,8 +1,6 @@
 // Colour legends on top of a view: one bar an attribute, with the values of its ends and between.
 #pragma once
 
-#include <vector>
-
 #include <wx/string.h>
 
 #include "GL/VIEW/clsOverlayBase.h"
@@ -14,7 +12,7 @@ public:
     static constexpr int kLegends = 4;
     static constexpr int kBarWidth = 240;
     static constexpr int kBarHeight = 20;
-    static constexpr int kTicsHeight = 14;
+    static constexpr int kTicsHeight = 14; ///< of the values under it
 
     explicit DrawClrLegend_cls(const Overlay_cls* pOverlay) : OverlayBase_cls(pOverlay) {}
     ~DrawClrLegend_cls();
@@ -22,11 +20,9 @@ public:
     /// Draw into the present target, w by h pixels of it. One curve an attribute; null is passed over.
     void DrawClrLegend(const ColorCurve_cls* const pCurves[kLegends], int w, int h, Target target);
 
-    /// The bar of a curve: RGBA, one row of kBarWidth pixels.
-    static std::vector<unsigned char> GetClrCurveOnBitmap(const ColorCurve_cls& curve, bool bIgnoreAlpha);
-
 private:
     void MakeClrCurveTexture(const ColorCurve_cls& curve, int which);
+    void InsertClrCurve(const ColorCurve_cls& curve);
     wxImage GetTicsOnBitmap(const ColorCurve_cls& curve) const;
 
     GLuint mLegendTexture[kLegends] = {};

@@ -3,13 +3,15 @@
 #include <algorithm>
 #include <cmath>
 
+#include <epoxy/gl.h>
 #include <wx/app.h>
 #include <wx/intl.h>
 
 #include "COMMON/MsgBox.h"
+#include "COMMON/RuntimeFiles.h"
 #include "COMMON/UpdateBits.h"
-#include "GL/BASE/clsGLProgram.h"
-#include "GL/BASE/clsGLState.h"
+#include "GL/BASE/clsShaderCtrl.h"
+#include "GL/BASE/clsShaderProgram.h"
 #include "GL/VIEW/clsExposureGUI.h"
 #include "PARAM/clsCommandSetValue.h"
 #include "PARAM/clsUndoManager.h"
@@ -50,32 +52,44 @@ Exposure_cls::Exposure_cls() {
 
 Exposure_cls::~Exposure_cls() = default;
 
+bool Exposure_cls::MakeProgram() {
+    const char* const files[2] = {"GL/exposure.vert", "GL/exposure.frag"};
+    std::string source[2];
+    for (int i = 0; i < 2; ++i) {
+        source[i] = readShaderSource(FindRuntimeFile(files[i]));
+        if (!source[i].empty()) continue;
+        mStrProblem = wxString::Format(_("The shader file %s can't be read."), files[i]);
+        Notice("exposure", mStrProblem + " " + _("Pictures are shown without exposure."));
+        return false;
+    }
+    if (mpCProgram->Make(source[0], source[1])) return true;
+    const wxString file = files[mpCProgram->mbVertexCompiled ? 1 : 0];
+    mStrProblem = wxString::Format(_("%s is broken"), file);
+    // Behind the paint that is under way.
+    const wxString text =
+        _("Compile error in fragment shader.\n") + wxString::FromUTF8(mpCProgram->GetLog()) + "\n" + file;
+    if (wxTheApp) wxTheApp->CallAfter([text] { MsgBox(text, "!!"); });
+    return false;
+}
+
 void Exposure_cls::Initialize() {
     if (mbInitialized) return;
     mbInitialized = true;
-    mpCProgram = std::make_unique<GLProgram_cls>();
-    const GLProgram_cls::Result result =
-        mpCProgram->Build("GL/exposure.vert", "GL/exposure.frag", &mStrProblem);
-    mbEnabled = result == GLProgram_cls::Result::Ok;
+    mpCProgram = std::make_unique<ShaderProgram_cls>();
+    mbEnabled = MakeProgram();
     if (mbEnabled) {
         for (int i = 0; i < UNIFORMS; ++i)
             mLocation[i] = mpCProgram->GetUniform(kUniforms[i]);
-        mpCProgram->Use();
+        glUseProgram(mpCProgram->mProgram);
         glUniform1i(mLocation[TEXTURE], 0);
-        GLProgram_cls::UseNone();
-    } else if (result == GLProgram_cls::Result::NoFile) {
-        Notice("exposure", mStrProblem + " " + _("Pictures are shown without exposure."));
-    } else if (wxTheApp) {
-        // Behind the paint that is under way.
-        const wxString text = _("Compile error in fragment shader.\n") + mStrProblem;
-        wxTheApp->CallAfter([text] { MsgBox(text, "!!"); });
+        glUseProgram(0);
     }
     if (mpCGUI) mpCGUI->UpdateValues();
 }
 
 wxString Exposure_cls::GetStatus() const {
     if (!mbInitialized) return _("not yet used");
-    return mbEnabled ? wxString(_("ready")) : mStrProblem.BeforeFirst('\n');
+    return mbEnabled ? wxString(_("ready")) : mStrProblem;
 }
 
 bool Exposure_cls::IsNeutral() const {
@@ -86,7 +100,7 @@ bool Exposure_cls::IsNeutral() const {
 void Exposure_cls::Begin() const {
     // What targets hold is limited to 0 to 1 anyway: the fixed pipeline draws the same picture faster.
     if (!mbEnabled || (IsNeutral() && mbBlendMode == 0)) return;
-    mpCProgram->Use();
+    glUseProgram(mpCProgram->mProgram);
     SetFour(mLocation[LEVEL_MIN], FiniteOr(mLevel.mValue[0], 0.0));
     SetFour(mLocation[LEVEL_MAX], FiniteOr(mLevel.mValue[1], 1.0));
     SetFour(mLocation[GAMMA], std::max(FiniteOr(double(mGamma.mValue), 1.0), kLowGamma));
@@ -97,7 +111,7 @@ void Exposure_cls::Begin() const {
 }
 
 void Exposure_cls::End() const {
-    if (mbEnabled) GLProgram_cls::UseNone();
+    if (mbEnabled) glUseProgram(0);
 }
 
 void Exposure_cls::SetAccumulation(float alpha) {

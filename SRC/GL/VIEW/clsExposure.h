@@ -10,7 +10,7 @@
 #include "CONFITEM/clsConfItemList.h"
 
 class ExposureGUI_cls;
-class GLProgram_cls;
+class ShaderProgram_cls;
 class wxWindow;
 
 class Exposure_cls {
@@ -53,11 +53,13 @@ public:
     ConfItemINT_cls mSaturation;    ///< percent, -100 to 100
 
 private:
+    bool MakeProgram();
+
     bool mbInitialized = false;
     bool mbEnabled = false;
     float mAlpha = 1.0f;
     int mbBlendMode = 0;
     wxString mStrProblem;
-    std::unique_ptr<GLProgram_cls> mpCProgram;
+    std::unique_ptr<ShaderProgram_cls> mpCProgram;
     int mLocation[8]; ///< of the uniforms
 };

@@ -90,7 +90,6 @@ void FishEye_cls::MakeFishEyeProcessFH(int face, PositionAndDirection_cls* pCame
 
 void FishEye_cls::MakeFishEyeProcessLH(int face) { mpCFBO[face]->End(); }
 
-// Fresh memory costs a paint several times what drawing into old memory does.
 void FishEye_cls::MakeFishEyeEnd(bool bKeep) {
     for (int face = bKeep ? kFaces : 1; face < kFaces; ++face)
         mpCFBO[face].reset();

@@ -213,6 +213,7 @@ private:
     // clsMainGLCanvasFaces.cpp
     static void InitializeShared();
     void DrawOnFBO();
+    void EndFaces();
     void ModifyByDomeTilt(PositionAndDirection_cls* pCamera) const;
     bool IsAnyMultiPanel() const;
 
@@ -325,6 +326,7 @@ private:
 
     static Exposure_cls* mspCExposureLink;
     static Information_cls* mspCInformationLink;
-    static std::unique_ptr<FBO_cls> mspCDome;  ///< the dome picture; kept for its memory
-    static std::unique_ptr<FBO_cls> mspCStage; ///< one finished picture before it is added to others
+    static std::unique_ptr<FBO_cls> mspCDome; ///< the dome picture; kept for its memory
+    static std::unique_ptr<FBO_cls>
+        mspCStage; ///< one finished picture before it is added to others of an image
 };

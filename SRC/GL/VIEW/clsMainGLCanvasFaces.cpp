@@ -71,6 +71,14 @@ void MainGLCanvas_cls::ModifyByDomeTilt(PositionAndDirection_cls* pCamera) const
     pCamera->RotateYPR(0.0, double(GetPLinkedCameraPath()->mCFishEyeOffset.mValue), 0.0);
 }
 
+// The memory of wide views is kept while there are any: fresh memory costs a paint several times what drawing
+// into old memory does.
+void MainGLCanvas_cls::EndFaces() {
+    const bool bKeep = IsAnyMultiPanel();
+    mspCFishEyeCtrl->MakeFishEyeEnd(bKeep);
+    if (!bKeep) mspCDome.reset();
+}
+
 bool MainGLCanvas_cls::IsAnyMultiPanel() const {
     for (int view = 0; view < kViewNumber; ++view) {
         const MainGLCanvas_cls* pOther = GetOther(view);

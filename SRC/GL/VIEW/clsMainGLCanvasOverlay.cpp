@@ -58,4 +58,5 @@ void MainGLCanvas_cls::FinishImage() {
     if (taker) taker(*mpCFBOForImage[0], overlay, clip);
     for (auto& pBuffer : mpCFBOForImage)
         pBuffer.reset(); // the next image starts clean
+    mspCStage.reset();
 }

@@ -95,7 +95,7 @@ void MainGLCanvas_cls::Paint() {
     mCStopWatch.Start();
     mspCFishEyeCtrl->MakeFishEyeBegin(mCGLPerspective.mClipW, mCGLPerspective.mClipH, mMoment.fboSize);
     DrawEyes();
-    mspCFishEyeCtrl->MakeFishEyeEnd(IsAnyMultiPanel());
+    EndFaces();
     FinishImage();
     CountPaint();
     DrawOnWindow();
