@@ -7,6 +7,7 @@
 #include "COMMON/EventIds.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsGLAttributeGUI.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
 #include "GuiTest.h"
@@ -80,16 +81,36 @@ TEST_F(Attributes, PointSizeGrowsThePoints) {
     EXPECT_EQ(Attribute(1)->mPointSize.mValue, 1) << "the smallest there is";
 }
 
-TEST_F(Attributes, HideTakesTheParticlesAway) {
+TEST_F(Attributes, DrawTypesShowWhatMattersAndDraw) {
     wxWindow* type = FindByTip(Side(), "What stands for a particle");
     ASSERT_TRUE(type);
-    Choose(type, 3);
+    const int points = Lit();
+    // From the first row each time: a list at the top of the screen opens where the pointer is on another.
+    const auto choose = [&](int row) {
+        Attribute(1)->mDrawType.mValue = 0;
+        Attribute(1)->mpCGUI->UpdateValues();
+        Choose(type, row);
+    };
+    choose(1);
+    EXPECT_EQ(Attribute(1)->mDrawType.mValue, 1u);
+    EXPECT_FALSE(FindField(Side(), "Edge of a point"));
+    EXPECT_FALSE(FindByTip(Side(), "Lighting of spheres"));
+    EXPECT_TRUE(FindByTip(Side(), "Picture on billboards"));
+    EXPECT_GT(Lit(), 100) << "soft sprites";
+    choose(2);
+    EXPECT_EQ(Attribute(1)->mDrawType.mValue, 2u);
+    EXPECT_TRUE(FindByTip(Side(), "Fineness of the mesh"));
+    EXPECT_TRUE(FindByTip(Side(), "Lighting of spheres"));
+    EXPECT_FALSE(FindByTip(Side(), "Picture on billboards"));
+    EXPECT_GT(Lit(), 100) << "lit spheres";
+    choose(3);
     EXPECT_EQ(Attribute(1)->mDrawType.mValue, 4u);
     EXPECT_EQ(Lit(), 0);
-    EXPECT_FALSE(FindField(Side(), "Edge of a point")) << "a hidden particle has no size to set";
-    Choose(type, 0);
-    EXPECT_GT(Lit(), 100);
+    EXPECT_FALSE(FindByTip(Side(), "Where the radius comes from")) << "a hidden particle has nothing to set";
+    choose(0);
     EXPECT_TRUE(FindField(Side(), "Edge of a point"));
+    Menu(ID_REFRESH_GL);
+    EXPECT_EQ(Lit(), points);
 }
 
 TEST_F(Attributes, ColourDialogColoursThem) {

@@ -11,14 +11,35 @@ namespace {
 constexpr float kPixelsPerRun = 2e7f;
 constexpr float kMinRun = 8192.0f;
 constexpr float kMaxRun = 1e6f;
+constexpr GLuint64 kLongestWait = 10000000000; // ns; a driver that hangs shall not hang us
 } // namespace
 
 DrawProgress_cls::DrawProgress_cls(int total, float size)
     : mTotal(std::max(total, 1)), mInterval(mTotal > 2000000 ? mTotal / 20 : 100000),
       mRun(static_cast<int>(std::clamp(kPixelsPerRun / (size * size), kMinRun, kMaxRun))) {}
 
+DrawProgress_cls::~DrawProgress_cls() {
+    if (mpFence) glDeleteSync(static_cast<GLsync>(mpFence));
+}
+
+// What is queued can't be taken back: no more than one run may wait behind the one being drawn.
+void DrawProgress_cls::WaitForLastRun() {
+    static const bool sbFences = epoxy_gl_version() >= 32 || epoxy_has_gl_extension("GL_ARB_sync");
+    if (!sbFences) {
+        glFinish();
+        return;
+    }
+    GLsync behind = glFenceSync(GL_SYNC_GPU_COMMANDS_COMPLETE, 0);
+    glFlush();
+    if (mpFence) {
+        glClientWaitSync(static_cast<GLsync>(mpFence), GL_SYNC_FLUSH_COMMANDS_BIT, kLongestWait);
+        glDeleteSync(static_cast<GLsync>(mpFence));
+    }
+    mpFence = behind;
+}
+
 bool DrawProgress_cls::Report(int done) {
-    glFlush(); // what is queued can't be taken back
+    WaitForLastRun();
     mCost = 0.0f;
     const long long told = done / mInterval * static_cast<long long>(mInterval);
     GDrawingPercentage.store(static_cast<int>(100 * told / mTotal), std::memory_order_relaxed);

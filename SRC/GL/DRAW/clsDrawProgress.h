@@ -7,6 +7,9 @@ class DrawProgress_cls {
 public:
     /// A loop over `total` points of `size` pixels; of other particles the loop tells the cost itself.
     explicit DrawProgress_cls(int total, float size = 1.0f);
+    ~DrawProgress_cls();
+    DrawProgress_cls(const DrawProgress_cls&) = delete;
+    DrawProgress_cls& operator=(const DrawProgress_cls&) = delete;
 
     /// Points to draw between two reports: as many as take the slowest OpenGL a fraction of a second.
     int GetRun() const { return mRun; }
@@ -22,11 +25,14 @@ public:
     static constexpr float kCostVertex = 100.0f;
 
 private:
+    void WaitForLastRun();
+
     static constexpr float kCostPerRun = 1e8f;
 
     int mTotal;
     int mInterval; ///< between two percentages
     int mRun;
     float mCost = 0.0f;
+    void* mpFence = nullptr; ///< GL sync object behind the last run but one
     wxStopWatch mCStopWatch;
 };

@@ -1,0 +1,313 @@
+// Points and billboards of a few particles: blending and alpha by closed forms, the order of drawing,
+// downsizing, textures, abort; and a picture of each way to draw.
+#include <atomic>
+#include <chrono>
+#include <cmath>
+#include <fstream>
+#include <random>
+#include <thread>
+
+#include <wx/image.h>
+
+#include "COMMON/Globals.h"
+#include "DrawTest.h"
+#include "GoldenPicture.h"
+
+namespace {
+
+class Drawing : public DrawTest {
+protected:
+    /// A red square at z and a green one nearer, covering the middle; in file order.
+    std::vector<Particle_st> Pair(bool bRedFirst) {
+        MakePlainTexture();
+        SetAll(1);
+        SetColor(mAttribute[0]->mColor, 1, 0, 0, 0.5f);
+        SetColor(mAttribute[1]->mColor, 0, 1, 0, 0.25f);
+        for (auto& attribute : mAttribute)
+            attribute->mBlendType.mValue = 0;
+        const Particle_st red = {{0, 0, -0.5f}, 0.5f, 0};
+        const Particle_st green = {{0, 0, 0.5f}, 0.5f, 1};
+        return bRedFirst ? std::vector<Particle_st>{red, green} : std::vector<Particle_st>{green, red};
+    }
+    void ExpectMiddle(float r, float g, float b, const char* what) {
+        const Pixel_st pixel = Middle();
+        EXPECT_NEAR(pixel.r, r, 0.002f) << what;
+        EXPECT_NEAR(pixel.g, g, 0.002f) << what;
+        EXPECT_NEAR(pixel.b, b, 0.002f) << what;
+    }
+    /// The middle's red of one billboard of class 0 with this radius; its curve is 1 0 0 with an alpha of
+    /// 0.2.
+    float AlphaOf(float radius) {
+        Draw({{{0, 0, 0}, radius}});
+        return Middle().r;
+    }
+};
+
+TEST_F(Drawing, TwoSpritesBlendInTheOrderOfTheList) {
+    const auto expectRedBehind = [&](const char* what) { ExpectMiddle(0.5f * 0.75f, 0.25f, 0, what); };
+    const auto expectGreenBehind = [&](const char* what) { ExpectMiddle(0.5f, 0.25f * 0.5f, 0, what); };
+    for (const bool bRedFirst : {true, false}) {
+        const auto pair = Pair(bRedFirst);
+        mOption.mSortOrder.mValue = 0;
+        Draw(pair);
+        bRedFirst ? expectRedBehind("file order") : expectGreenBehind("file order");
+        mOption.mSortOrder.mValue = 1;
+        Draw(pair);
+        expectRedBehind("far to near");
+        mOption.mSortOrder.mValue = 2;
+        Draw(pair);
+        expectGreenBehind("near to far");
+        for (auto& attribute : mAttribute)
+            attribute->mBlendType.mValue = 1;
+        Draw(pair);
+        ExpectMiddle(0.5f, 0.25f, 0, "light adds up in any order");
+    }
+}
+
+TEST_F(Drawing, BothWaysOfBlendingMix) {
+    const auto pair = Pair(true);
+    mAttribute[0]->mBlendType.mValue = 1;
+    Draw(pair);
+    ExpectMiddle(0.5f * 0.75f, 0.25f, 0, "light below a cover");
+    mAttribute[0]->mBlendType.mValue = 0;
+    mAttribute[1]->mBlendType.mValue = 1;
+    Draw(pair);
+    ExpectMiddle(0.5f, 0.25f, 0, "light on a cover");
+}
+
+TEST_F(Drawing, SpheresHideWhatIsBehindAndSpritesDoNot) {
+    MakePlainTexture();
+    mAttribute[0]->mDrawType.mValue = 1;
+    mAttribute[1]->mDrawType.mValue = 2;
+    SetColor(mAttribute[0]->mColor, 0, 0, 1, 1);
+    GLAttribute_cls& red = *mAttribute[1];
+    for (ColorCurve_cls* pCurve : {&red.mAmbient, &red.mDiffuse, &red.mSpecular})
+        SetColor(*pCurve, 0.8f, 0, 0, 1);
+    for (const unsigned quality : {0u, 3u}) {
+        mAttribute[1]->mDrawQuality.mValue = quality;
+        // A sphere, then a sprite behind it and a point beside.
+        Draw({{{0, 0, 0.5f}, 0.3f, 1}, {{0, 0, -0.5f}, 0.6f, 0}});
+        EXPECT_GT(Middle().r, 0.1f);
+        EXPECT_EQ(Middle().b, At(2, 2).b) << "the sprite is hidden";
+        EXPECT_NEAR(At(mSize / 2 + int(0.5 * PixelsPerUnit() * 8 / 9), mSize / 2).b, 1.0f, 0.002f);
+        // A sprite in front writes no depth: the sphere behind it comes over it.
+        Draw({{{0, 0, 0.5f}, 0.6f, 0}, {{0, 0, -0.5f}, 0.3f, 1}});
+        EXPECT_GT(Middle().r, 0.1f);
+        EXPECT_LT(Middle().b, 0.5f);
+    }
+}
+
+TEST_F(Drawing, AlphaRulesOfOneAttribute) {
+    MakePlainTexture();
+    SetAll(1);
+    mOption.mClassify.mValue = 0;
+    GLAttribute_cls& a = *mAttribute[0];
+    SetColor(a.mColor, 1, 0, 0, 0.2f);
+    a.mAlphaFactor.mValue = 0.5f;
+    EXPECT_NEAR(AlphaOf(0.5f), 0.2f * 0.5f, 1e-3f) << "a constant colour takes the factor once";
+    mOption.mDownSizing.mValue = 2;
+    EXPECT_NEAR(AlphaOf(0.5f), 0.2f * 0.5f, 1e-3f) << "and nothing for downsizing";
+    mOption.mDownSizing.mValue = 1;
+    a.mColor.mbUseColorCurve.mValue = true;
+    a.mColor.SetKeys({{0, 1, 0, 0, 0.2}, {1, 1, 0, 0, 0.2}});
+    EXPECT_NEAR(AlphaOf(0.5f), 0.2f * 0.5f * 0.5f, 1e-3f) << "one by value takes it twice";
+    mOption.mDownSizing.mValue = 2;
+    const float stronger = float(GLDrawData_cls::GetSteppingAlphaFactor(2));
+    EXPECT_NEAR(AlphaOf(0.5f), 0.2f * 0.5f * 0.5f * stronger, 1e-3f);
+    mOption.mDownSizing.mValue = 1;
+    // By the radius: base^2 / r^2 at most the limit.
+    a.mAlphaType.mValue = 1;
+    a.mAlphaDependBase.mValue = 0.25f;
+    EXPECT_NEAR(AlphaOf(0.5f), 0.2f * 0.25f, 1e-3f);
+    a.mAlphaMax.mValue = 0.03f;
+    EXPECT_NEAR(AlphaOf(0.5f), 0.03f, 1e-3f);
+    a.mAlphaMax.mValue = 1.0f;
+    a.mRadiusType.mValue = 1;
+    a.mRadiusFactorForConst.mValue = 0.4f;
+    EXPECT_NEAR(AlphaOf(77.0f), 0.2f * 0.0625f / 0.16f, 1e-3f) << "the radius that is drawn";
+    a.mAlphaDependBase.mValue = 0.05f;
+    EXPECT_EQ(AlphaOf(1.0f), 0.0f) << "too faint to be drawn";
+    a.mRadiusFactorForConst.mValue = 0.0f;
+    EXPECT_EQ(AlphaOf(1.0f), 0.0f);
+}
+
+TEST_F(Drawing, AlphaRulesOfAllAttributes) {
+    MakePlainTexture();
+    SetAll(1);
+    GLAttribute_cls& a = *mAttribute[0];
+    SetColor(a.mColor, 1, 0, 0, 0.2f);
+    a.mAlphaFactor.mValue = 0.5f;
+    EXPECT_NEAR(AlphaOf(0.5f), 0.2f * 0.5f, 1e-3f);
+    mOption.mDownSizing.mValue = 3;
+    const float stronger = float(GLDrawData_cls::GetSteppingAlphaFactor(3));
+    EXPECT_NEAR(AlphaOf(0.5f), 0.2f * 0.5f * stronger, 1e-3f) << "constant colours too";
+    a.mAlphaType.mValue = 1;
+    a.mAlphaDependBase.mValue = 0.25f;
+    const float wide = float(GLDrawData_cls::GetSteppingRadiusFactor(3));
+    EXPECT_NEAR(AlphaOf(0.5f), 0.2f * 0.25f / (wide * wide) * stronger, 1e-3f);
+    a.mAlphaMax.mValue = 0.01f;
+    EXPECT_NEAR(AlphaOf(0.5f), 0.01f * stronger, 1e-3f) << "the limit comes before what downsizing adds";
+    // Spheres: at most opaque.
+    mOption.mDownSizing.mValue = 1;
+    SetAll(2, 0);
+    a.mAlphaMax.mValue = 5.0f;
+    for (ColorCurve_cls* pCurve : {&a.mAmbient, &a.mDiffuse, &a.mSpecular})
+        SetColor(*pCurve, 1, 1, 1, 1);
+    EXPECT_NEAR(AlphaOf(0.1f), 1.0f, 1e-3f);
+    a.mAlphaDependBase.mValue = 0.125f;
+    EXPECT_NEAR(AlphaOf(0.5f), 0.0625f, 1e-3f) << "a white sphere in full light shows its alpha";
+}
+
+TEST_F(Drawing, BillboardsInThePlaneOrFacingTheEye) {
+    MakePlainTexture();
+    mSize = 300;
+    SetColor(mAttribute[0]->mColor, 1, 1, 1, 1);
+    const Particle_st aside = {{1.0f, 0, 0}, 0.2f};
+    SetAll(1, 0);
+    Draw({aside});
+    const auto flat = LitInRow(mSize / 2);
+    EXPECT_NEAR(flat[1] - flat[0], 0.4 * PixelsPerUnit(), 1.0);
+    EXPECT_NEAR((flat[1] + flat[0]) / 2.0, mSize / 2 + PixelsPerUnit(), 1.0);
+    SetAll(1, 1);
+    Draw({aside});
+    const auto facing = LitInRow(mSize / 2);
+    // Its edges lie on the line through the particle that stands upright on the line of sight.
+    const double far = std::sqrt(17.0);
+    const auto edge = [&](double side) {
+        const double x = 1.0 + side * 0.2 * 4.0 / far;
+        const double depth = kEye - side * 0.2 * 1.0 / far;
+        return mSize / 2.0 + PixelsPerUnit() * kEye * x / depth;
+    };
+    EXPECT_NEAR(facing[0], std::min(edge(1), edge(-1)), 1.5);
+    EXPECT_NEAR(facing[1], std::max(edge(1), edge(-1)), 1.5);
+    // One attribute alone draws them in the plane whatever the quality.
+    mOption.mClassify.mValue = 0;
+    Draw({aside});
+    EXPECT_EQ(LitInRow(mSize / 2), flat);
+    SetAll(1, 1);
+    mOption.mClassify.mValue = 1;
+    Draw({{{0, 0, float(kEye)}, 0.2f}});
+    EXPECT_EQ(CountLit(), 0) << "in the eye itself";
+}
+
+TEST_F(Drawing, TypesThatDrawNothing) {
+    for (const unsigned classify : {0u, 1u})
+        for (const unsigned type : {3u, 4u, 77u}) {
+            mOption.mClassify.mValue = classify;
+            SetAll(type);
+            Draw({{{0, 0, 0}, 0.5f}});
+            EXPECT_EQ(CountLit(), 0) << type;
+        }
+    // Only attribute 0 counts without classes.
+    mOption.mClassify.mValue = 0;
+    SetAll(4);
+    mAttribute[0]->mDrawType.mValue = 0;
+    Draw({{{0, 0, 0}, 0.5f, 3}});
+    EXPECT_GT(CountLit(), 0);
+}
+
+TEST_F(Drawing, TexturesThatCannotBeReadAreNamed) {
+    SetAll(1);
+    SetColor(mAttribute[0]->mColor, 1, 1, 1, 1);
+    const std::string missing = mDir / "nothing.png";
+    const std::string broken = mDir / "broken.png";
+    std::ofstream(broken) << "This is no picture.";
+    for (const std::string& path : {missing, broken, mDir.mPath.string()}) {
+        mVMessages.clear();
+        mAttribute[0]->mTexFileBillboard.mStrValue = wxString::FromUTF8(path);
+        Draw({{{0, 0, 0}, 0.5f}});
+        Draw({{{0, 0, 0}, 0.5f}});
+        ASSERT_EQ(mVMessages.size(), 1u) << path;
+        EXPECT_EQ(mVMessages[0].mText, "The texture " + wxString::FromUTF8(path) +
+                                           " can't be read as an image. Billboards of attribute 0 are plain "
+                                           "squares.");
+        ExpectMiddle(1, 1, 1, "a plain square");
+    }
+    mAttribute[0]->mTexFileBillboard.mStrValue = "Texture/ParticleA.png";
+    Draw({{{0, 0, 0}, 0.5f}});
+    EXPECT_LT(At(mSize / 2 + int(0.45 * PixelsPerUnit()), mSize / 2).r, 0.2f) << "soft again";
+}
+
+TEST_F(Drawing, AbortEndsALongDrawing) {
+    MakePlainTexture();
+    SetAll(1);
+    mSize = 512;
+    std::vector<Particle_st> particles(400000, {{0, 0, 0}, 1.2f});
+    std::atomic<long long> asked{0};
+    const auto now = [] { return std::chrono::steady_clock::now().time_since_epoch().count(); };
+    std::thread hand([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(400)); // the loop clears what came before it
+        asked.store(now());
+        GbAbort.store(true);
+    });
+    Draw(particles);
+    const double seconds = double(now() - asked.load()) * 1e-9;
+    hand.join();
+    ASSERT_NE(asked.load(), 0) << "drawn before anybody could ask";
+    EXPECT_LT(seconds, 1.5); // half a second on a machine that does nothing else
+    EXPECT_FALSE(GbAbort.load());
+    EXPECT_GT(CountLit(), 1000) << "what was drawn stays";
+}
+
+TEST_F(Drawing, PicturesOfAllWays) {
+    std::mt19937 random(5);
+    std::vector<Particle_st> particles;
+    const auto side = [&random] { return float(random() % 2001) / 1000.0f - 1.0f; };
+    for (int i = 0; i < 40; ++i)
+        particles.push_back({{side(), side(), side()},
+                             0.15f + 0.1f * std::fabs(side()),
+                             static_cast<unsigned char>(i % 4),
+                             float(i) / 40.0f});
+    const float colors[4][3] = {{1, 0.8f, 0.2f}, {0.3f, 0.6f, 1}, {1, 0.3f, 0.2f}, {0.4f, 0.9f, 0.4f}};
+    for (size_t i = 0; i < 4; ++i) {
+        GLAttribute_cls& a = *mAttribute[i];
+        const float* c = colors[i];
+        SetColor(a.mColor, c[0], c[1], c[2], 0.8f);
+        SetColor(a.mAmbient, 0.2f * c[0], 0.2f * c[1], 0.2f * c[2], 1);
+        SetColor(a.mDiffuse, c[0], c[1], c[2], 1);
+        a.mPointSize.mValue = 4 + int(i) * 2;
+    }
+    const auto keep = [&](const std::string& name) {
+        Draw(particles);
+        EXPECT_TRUE(IsGolden("draw_" + name, Picture()));
+    };
+    SetAll(0);
+    keep("points");
+    SetAll(1);
+    keep("billboards");
+    mOption.mSortOrder.mValue = 1;
+    keep("billboards_sorted");
+    mOption.mSortOrder.mValue = 2;
+    keep("billboards_near_first");
+    mOption.mSortOrder.mValue = 0;
+    for (auto& a : mAttribute)
+        a->mBlendType.mValue = 1;
+    keep("billboards_additive");
+    for (auto& a : mAttribute)
+        a->mBlendType.mValue = 0;
+    SetAll(2, 0, 0);
+    keep("spheres_low");
+    SetAll(2, 2, 1);
+    keep("spheres_gouraud");
+    SetAll(2, 2, 2);
+    keep("spheres_phong");
+    SetAll(2, 2, 3);
+    keep("spheres_toon");
+    SetAll(2, 3, 2);
+    keep("spheres_exact");
+    SetAll(2, 3, 3);
+    keep("spheres_exact_toon");
+    SetAll(2, 3, 2);
+    for (auto& a : mAttribute)
+        a->mDiffuse.mConstantColor.mValue[3] = 0.4f;
+    mOption.mSortOrder.mValue = 1;
+    keep("spheres_clear_sorted");
+    mOption.mSortOrder.mValue = 0;
+    // Each class in its own way, and every third particle.
+    for (unsigned i = 0; i < 4; ++i)
+        mAttribute[i]->mDrawType.mValue = i % 3;
+    mOption.mDownSizing.mValue = 3;
+    keep("mixed_downsized");
+}
+
+} // namespace

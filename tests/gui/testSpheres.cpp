@@ -1,0 +1,257 @@
+// Lit spheres: silhouette and depth by closed forms, ray-cast ones against fine meshes, what can't be drawn,
+// and what happens without shaders.
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+#include <utility>
+
+#include <epoxy/gl.h>
+
+#include "DrawTest.h"
+#include "GL/BASE/clsPositionAndDirection.h"
+#include "GL/BASE/clsShaderCtrl.h"
+#include "GL/VIEW/clsMainGLCanvas.h"
+
+namespace {
+
+class Spheres : public DrawTest {
+protected:
+    void SetUp() override {
+        DrawTest::SetUp();
+        for (auto& a : mAttribute)
+            SetColor(a->mAmbient, 0.3f, 0.2f, 0.1f, 1); // no part of a sphere is black
+    }
+    static double MeanDifference(const Picture_st& a, const Picture_st& b) {
+        double sum = 0.0;
+        for (size_t i = 0; i < a.mRGB.size(); ++i)
+            sum += std::abs(int(a.mRGB[i]) - int(b.mRGB[i]));
+        return sum / double(a.mRGB.size());
+    }
+    /// The edges of a sphere's picture along one axis, in pixels: `across` and `depth` are its middle in eye
+    /// coordinates.
+    std::array<double, 2> Edges(double across, double depth, double radius) const {
+        const double scale = PixelsPerUnit() * kEye; // of tangents
+        const double angle = std::atan2(across, depth);
+        const double half = std::asin(radius / std::hypot(across, depth));
+        return {mSize / 2.0 + scale * std::tan(angle - half), mSize / 2.0 + scale * std::tan(angle + half)};
+    }
+    /// A folder of shaders in which some are missing or broken becomes the working directory.
+    std::string EnterBrokenFolder(const std::string& file, const std::string& text) {
+        namespace fs = std::filesystem;
+        mHome = fs::current_path();
+        fs::create_directories(mDir / "GL");
+        for (const auto& entry : fs::directory_iterator(Root() + "GL"))
+            fs::copy_file(entry.path(), (mDir / "GL/") + entry.path().filename().string());
+        std::ofstream(mDir / file, std::ios::trunc) << text;
+        fs::current_path(mDir.mPath);
+        return mDir / file;
+    }
+    void TearDown() override {
+        if (!mHome.empty()) std::filesystem::current_path(mHome);
+        DrawTest::TearDown();
+    }
+    std::filesystem::path mHome;
+};
+
+// Particles of all kinds of place: in front of each other, cut by the rim, near.
+const std::vector<std::array<float, 5>> kScene = {
+    {0.0f, 0.0f, 0.0f, 0.4f, 0},  {0.3f, 0.2f, 0.6f, 0.25f, 1},  {-0.5f, 0.4f, -1.0f, 0.5f, 2},
+    {1.15f, 0.1f, 0.2f, 0.3f, 3}, {-0.6f, -0.7f, 1.2f, 0.2f, 0}, {0.1f, -1.2f, 0.0f, 0.3f, 1}};
+
+TEST_F(Spheres, SilhouettesHaveTheirTrueSize) {
+    mSize = 400;
+    SetAll(2, 3);
+    for (const double x : {0.0, 0.5, -0.6}) {
+        const double radius = 0.45;
+        Draw({{{float(x), 0, 0}, float(radius)}});
+        const auto row = LitInRow(mSize / 2);
+        const auto wanted = Edges(x, kEye, radius);
+        EXPECT_NEAR(row[0], wanted[0], 1.0) << x;
+        EXPECT_NEAR(row[1], wanted[1], 1.0) << x;
+        const double middle = (wanted[0] + wanted[1]) / 2.0;
+        const auto column = LitInColumn(int(middle));
+        EXPECT_NEAR(column[0] + column[1], mSize, 1.0);
+        // Across the direction of the view it keeps the true angle; off the middle the picture stretches.
+        if (x == 0.0) {
+            EXPECT_NEAR((column[1] - column[0]) / 2.0,
+                        PixelsPerUnit() * kEye * radius / std::sqrt(kEye * kEye - radius * radius), 1.0);
+        }
+    }
+    mbParallel = true;
+    Draw({{{0.3f, -0.2f, 1.0f}, 0.5f}});
+    const auto column = LitInColumn(int(mSize / 2 + 0.3 * PixelsPerUnit()));
+    EXPECT_NEAR((column[1] - column[0]) / 2.0, 0.5 * PixelsPerUnit(), 1.0);
+    EXPECT_NEAR((column[1] + column[0]) / 2.0, mSize / 2 - 0.2 * PixelsPerUnit(), 1.0);
+}
+
+TEST_F(Spheres, DepthIsThatOfTheSurface) {
+    mSize = 201; // with a pixel in the very middle
+    for (const bool bParallel : {false, true}) {
+        mbParallel = bParallel;
+        for (const unsigned quality : {2u, 3u}) {
+            SetAll(2, quality);
+            Draw({{{0, 0, 0}, 0.5f}});
+            PositionAndDirection_cls camera;
+            camera.Set(0, 0, kEye);
+            const double anchor[3] = {0, 0, 0};
+            camera.SetAncPos(anchor);
+            const double top[3] = {0, 0, 0.5};
+            double seen[3];
+            ASSERT_TRUE(mPerspective.Project(camera, top, seen));
+            EXPECT_NEAR(DepthAt(100, 100), (seen[2] + 1.0) / 2.0, 2e-6) << quality << bParallel;
+            EXPECT_EQ(DepthAt(0, 0), 1.0f);
+        }
+    }
+}
+
+TEST_F(Spheres, ExactOnesLookLikeFineMeshesWithEveryShader) {
+    mSize = 192;
+    std::vector<Particle_st> particles;
+    for (const auto& p : kScene)
+        particles.push_back({{p[0], p[1], p[2]}, p[3], static_cast<unsigned char>(p[4]), p[0]});
+    for (const bool bParallel : {false, true})
+        for (const bool bByValue : {false, true})
+            for (unsigned shader = 0; shader < 4; ++shader) {
+                mbParallel = bParallel;
+                mAttribute[0]->mDiffuse.mbUseColorCurve.mValue = bByValue;
+                SetAll(2, 2, shader);
+                Draw(particles);
+                const Picture_st mesh = Picture();
+                SetAll(2, 3, shader);
+                Draw(particles);
+                // Highlights of light at vertices are duller than true ones, and outlines lie at edges.
+                EXPECT_LT(MeanDifference(mesh, Picture()), shader == 2 ? 0.6 : 1.2)
+                    << "shader " << shader << (bByValue ? ", by value" : "")
+                    << (bParallel ? ", parallel" : "");
+                EXPECT_TRUE(GLDrawData_cls::msStrMessage.empty());
+            }
+}
+
+TEST_F(Spheres, ExactOnesMayBeLargerThanPointsOrAroundTheEye) {
+    mSize = 1024; // beyond the largest point of software drivers
+    SetAll(2, 2, 2);
+    Draw({{{0, 0, 0}, 1.0f}, {{0, 0, float(kEye)}, 0.5f}, {{0.2f, 0, float(kEye) - 0.2f}, 0.15f}});
+    const Picture_st mesh = Picture();
+    SetAll(2, 3, 2);
+    Draw({{{0, 0, 0}, 1.0f}, {{0, 0, float(kEye)}, 0.5f}, {{0.2f, 0, float(kEye) - 0.2f}, 0.15f}});
+    EXPECT_LT(MeanDifference(mesh, Picture()), 1.0) << "the eye sits in one, which hides nothing";
+    EXPECT_GT(CountLit(), mSize * mSize / 3);
+}
+
+TEST_F(Spheres, MeshesAreLitAsTheFixedPipelineDoes) {
+    std::vector<Particle_st> particles;
+    for (const auto& p : kScene)
+        particles.push_back({{p[0], p[1], p[2]}, p[3], static_cast<unsigned char>(p[4])});
+    ShaderCtrl_cls none; // without shaders every sphere goes through the fixed pipeline
+    for (const bool bSpot : {false, true})
+        for (const bool bFog : {false, true}) {
+            mbSpot = bSpot;
+            mbFog = bFog;
+            SetAll(2, 1, 0);
+            Draw(particles);
+            const Picture_st instances = Picture();
+            ShaderCtrl_cls* const pOwn = std::exchange(GLAttribute_cls::mspCShaderCtrl, &none);
+            Draw(particles);
+            GLAttribute_cls::mspCShaderCtrl = pOwn;
+            EXPECT_GT(CountLit(), 500);
+            EXPECT_LT(MeanDifference(instances, Picture()), 0.2)
+                << (bSpot ? "spot" : "") << (bFog ? "fog" : "");
+        }
+}
+
+TEST_F(Spheres, ExactOnesKnowSpotsAndFog) {
+    mSize = 192;
+    for (const bool bFog : {false, true}) {
+        mbSpot = true;
+        mbFog = bFog;
+        SetAll(2, 2, 2);
+        Draw({{{0, 0, 0}, 0.8f}, {{0.6f, 0.3f, -1.0f}, 0.5f}});
+        const Picture_st mesh = Picture();
+        SetAll(2, 3, 2);
+        Draw({{{0, 0, 0}, 0.8f}, {{0.6f, 0.3f, -1.0f}, 0.5f}});
+        EXPECT_LT(MeanDifference(mesh, Picture()), 0.6) << (bFog ? "fog" : "");
+    }
+}
+
+TEST_F(Spheres, RadiiThatAreNoneDrawNothing) {
+    constexpr float kInf = std::numeric_limits<float>::infinity();
+    constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
+    for (const unsigned type : {1u, 2u})
+        for (const unsigned quality : {0u, 3u}) {
+            SetAll(type, quality);
+            Draw({{{0, 0, 0}, 0.0f},
+                  {{0, 0, 0}, kInf},
+                  {{0, 0, 0}, -kInf},
+                  {{0, 0, 0}, kNaN},
+                  {{kNaN, 0, 0}, 0.5f},
+                  {{0, kInf, 0}, 0.5f}});
+            EXPECT_EQ(CountLit(), 0) << type << quality;
+        }
+    // A negative radius is drawn as the sphere that it spans.
+    for (const unsigned quality : {1u, 3u}) {
+        SetAll(2, quality);
+        Draw({{{0, 0, 0}, 0.5f}});
+        const Picture_st positive = Picture();
+        Draw({{{0, 0, 0}, -0.5f}});
+        EXPECT_EQ(Picture().mRGB, positive.mRGB) << quality;
+    }
+    // Types past the last class are drawn as class 0.
+    Draw({{{0, 0, 0}, 0.5f, 200}});
+    EXPECT_GT(CountLit(), 100);
+}
+
+TEST_F(Spheres, AMissingShaderIsNamedAndOriginalTakesItsPlace) {
+    SetAll(2, 2, 2);
+    Draw({{{0, 0, 0}, 0.5f}});
+    const Picture_st phong = Picture();
+    SetAll(2, 2, 0);
+    Draw({{{0, 0, 0}, 0.5f}});
+    const Picture_st original = Picture();
+    ASSERT_GT(MeanDifference(phong, original), 0.05);
+    EnterBrokenFolder("GL/Phong.frag", "");
+    ShaderCtrl_cls broken;
+    broken.InitializeShader(Canvas(0), true);
+    Settle();
+    ASSERT_EQ(mVMessages.size(), 1u);
+    EXPECT_TRUE(mVMessages[0].mText.Contains("GL/Phong.frag can't be read")) << mVMessages[0].mText;
+    ShaderCtrl_cls* const pOwn = std::exchange(GLAttribute_cls::mspCShaderCtrl, &broken);
+    SetAll(2, 2, 2);
+    Draw({{{0, 0, 0}, 0.5f}});
+    GLAttribute_cls::mspCShaderCtrl = pOwn;
+    EXPECT_LT(MeanDifference(Picture(), original), 0.01);
+}
+
+TEST_F(Spheres, ABrokenShaderIsToldWithItsFile) {
+    EnterBrokenFolder("GL/Gouraud.frag", "#version 120\nvoid main() { this is no GLSL; }\n");
+    ShaderCtrl_cls broken;
+    broken.InitializeShader(Canvas(0), true);
+    Settle();
+    ASSERT_EQ(mVMessages.size(), 1u);
+    EXPECT_EQ(mVMessages[0].mTitle, "!!");
+    EXPECT_TRUE(mVMessages[0].mText.StartsWith("Compile error in fragment shader.\n"));
+    EXPECT_TRUE(mVMessages[0].mText.EndsWith("GL/Gouraud.frag")) << mVMessages[0].mText;
+    ShaderCtrl_cls* const pOwn = std::exchange(GLAttribute_cls::mspCShaderCtrl, &broken);
+    SetAll(2, 1, 1);
+    Draw({{{0, 0, 0}, 0.5f}});
+    GLAttribute_cls::mspCShaderCtrl = pOwn;
+    EXPECT_GT(CountLit(), 100);
+}
+
+TEST_F(Spheres, HighTakesThePlaceOfExactAndSaysSo) {
+    EnterBrokenFolder("GL/Exact.frag", "#version 120\nvoid main() { discard }\n");
+    ShaderCtrl_cls broken;
+    broken.InitializeShader(Canvas(0), true);
+    ShaderCtrl_cls* const pOwn = std::exchange(GLAttribute_cls::mspCShaderCtrl, &broken);
+    SetAll(2, 3, 2);
+    Draw({{{0, 0, 0}, 0.5f}});
+    const wxString told = GLDrawData_cls::msStrMessage;
+    const Picture_st fallback = Picture();
+    SetAll(2, 2, 2);
+    Draw({{{0, 0, 0}, 0.5f}});
+    GLAttribute_cls::mspCShaderCtrl = pOwn;
+    EXPECT_EQ(fallback.mRGB, Picture().mRGB);
+    EXPECT_EQ(told, "\"Exact\" spheres are drawn as \"High\": this OpenGL can't cast rays.\n");
+}
+
+} // namespace
