@@ -13,6 +13,7 @@
 #include <vector>
 
 #include <benchmark/benchmark.h>
+#include <wx/init.h>
 
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
@@ -72,6 +73,11 @@ public:
 void PlayCached(benchmark::State& state) {
     if (sysconf(_SC_AVPHYS_PAGES) / 1024 * (sysconf(_SC_PAGESIZE) / 1024) < kNeededMB) {
         state.SkipWithError("needs 7 GB of free memory");
+        return;
+    }
+    const wxInitializer initializer; // for the reader thread
+    if (!initializer.IsOk()) {
+        state.SkipWithError("needs a display");
         return;
     }
     const Film_cls film;

@@ -25,11 +25,13 @@ all() {
   done
 }
 
+# What a project doesn't say stays as the one before left it: here is all that the tiles change.
+PLAIN=$(all BlendType=0 AlphaType=0 AlphaDependBase=1 RadiusFactor=1 ColUseColorCurve=0 'AmbientConstantColor=0.15 0.2 0.25 1' \
+  'DiffuseConstantColor=0.5 0.75 1 1' 'SpecularConstantColor=1 1 1 1')
 SPHERES=$(all DrawType=2 DrawQuality=2 ShaderType=2)
-SPRITES=$(all DrawType=1 RadiusFactor=1.6 BlendType=0)
-CLEAR=$(for type in 0 1 2 3; do
-  printf 'SEQ0TYPE%dDiffuseConstantColor=0.5 0.8 1 0.35\n' $type
-done)
+# By height, from green to red: shows which one is in front.
+SPRITES=$(all DrawType=1 RadiusFactor=1.6 ColUseColorCurve=1 ColDependType=5 ColScalingMin=-1 ColScalingMax=1)
+CLEAR=$(all 'DiffuseConstantColor=0.5 0.75 1 0.35')
 
 # tile LABEL LINES...: the example with these lines behind its own; the last of a key counts.
 tiles=()
@@ -40,7 +42,8 @@ tile() {
   shift
   {
     cat "$STAGE/examples/$EXAMPLE/$EXAMPLE.mrp"
-    printf 'Panel0ShowMessage=0\nPanel0ShowItems=0\nPanel0ShowGrid=0\nPanel0DisplayMode=0\n'
+    printf 'DownSizing=1\nSortOrder=0\nClassify=1\n%s\n' "$PLAIN"
+    printf 'Panel0ShowMessage=0\nPanel0ShowItems=0\nPanel0ShowGrid=0\nPanel0DisplayMode=0\nPanel0GLGeometry=0\n'
     printf '%s\n' "$@"
   } >"$STAGE/examples/$EXAMPLE/$name.mrp"
 }
@@ -71,7 +74,7 @@ make_tiles() {
   for order in 0 1 2; do
     tile "${label[order]}, sprites" "$SPRITES" "SortOrder=$order"
   done
-  tile 'Depend on R' "$SPRITES" "$(all AlphaType=1 AlphaDependBase=0.03)"
+  tile 'Depend on R' "$SPRITES" "$(all AlphaType=1 AlphaDependBase=0.02)"
   tile 'Point of View' "$SPHERES" 'Panel0GLGeometry=0'
   tile 'Orthographic' "$SPHERES" 'Panel0GLGeometry=1'
   tile 'Fisheye' "$SPHERES" 'Panel0GLGeometry=2'
@@ -95,7 +98,7 @@ cp -r "examples/$EXAMPLE" "$STAGE/examples/" || exit 1
 start_display
 make_tiles
 start_program
-CROP=${CROP:-560x560+80+120}
+CROP=${CROP:-530x530+95+110}
 for i in "${!tiles[@]}"; do
   name=$(printf 'tile%02d' "$i")
   open_project "$EXAMPLE" "$name"

@@ -19,9 +19,13 @@ bool IsNear(int i, int j, int width) { return j >= i - width && j < i + width; }
 // What an axis does to a difference d: past its limit it goes round the box, or the particle stays.
 template <bool FORCE>
 inline float Wrap(float d, float half, float length) {
-    if (d > half) return FORCE ? 0.0f : d - length;
-    if (d < -half) return FORCE ? 0.0f : d + length;
-    return d;
+    // Choices instead of branches, so that the loops have no data to guess about.
+    if (FORCE) {
+        const float above = d > half ? 0.0f : d;
+        return d < -half ? 0.0f : above;
+    }
+    const float below = d < -half ? -length : 0.0f;
+    return d - (d > half ? length : below);
 }
 
 MORENTIS_DATA_LOOP

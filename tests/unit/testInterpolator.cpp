@@ -275,6 +275,11 @@ TEST_F(Interpolator, WhatIsNoNumberStaysWithItsParticle) {
         }
         ThreadInterpolator_cls::Interpolate(hand.mBlock, next.mBlock, &mBox, std::nanf(""));
         EXPECT_TRUE(std::isnan(hand.mBlock.mpVel[50][0])) << "a time that is no number passes through";
+        SetBox(2, 1);
+        ThreadInterpolator_cls::Interpolate(hand.mBlock, next.mBlock, &mBox, 1.0f);
+        EXPECT_TRUE(std::isnan(hand.mBlock.mpVel[10][1]));
+        EXPECT_EQ(hand.mBlock.mpVel[11][1], 0.0f) << "beyond half a box, however far";
+        EXPECT_EQ(hand.mBlock.mpVel[12][1], 0.0f);
     }
 }
 

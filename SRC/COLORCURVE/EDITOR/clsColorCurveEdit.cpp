@@ -98,7 +98,7 @@ void ColorCurveEdit_cls::MoveSelected(double dPosition, double dValue, bool bLin
                 continue;
             }
             if (bMoves) key.mDoubleIndex = ToGrid(key.mDoubleIndex + dPosition);
-            if (key.mbSelected) key.mValue = Bound(key.mValue + dValue, key.mValue);
+            if (key.mbSelected && dValue != 0.0) key.mValue = Bound(ToGrid(key.mValue + dValue), key.mValue);
             moved.push_back(key);
         }
         for (const KeyFrame_cls& key : still)

@@ -15,7 +15,7 @@ class Parameters_cls;
 class ColorCurveEdit_cls {
 public:
     static constexpr int kChannelNumber = 4;
-    static constexpr double kGrid = 1e-3; ///< moved keys stand on multiples of it
+    static constexpr double kGrid = 1e-3; ///< moved keys stand on multiples of it, in place and value
     static constexpr double kSame = 1e-6; ///< keys nearer to each other stand at one place
 
     ColorCurveEdit_cls();

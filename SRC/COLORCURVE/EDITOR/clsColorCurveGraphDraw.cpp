@@ -57,7 +57,7 @@ struct ColorCurveGraph_cls::Look_st {
 
 ColorCurveGraph_cls::Look_st ColorCurveGraph_cls::GetLook() const {
     Look_st look;
-    look.mPanel = wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE);
+    look.mPanel = GetParent()->GetBackgroundColour();
     look.mBack = wxSystemSettings::GetColour(wxSYS_COLOUR_LISTBOX);
     look.mText = wxSystemSettings::GetColour(wxSYS_COLOUR_BTNTEXT);
     look.mbDark = look.mBack.GetLuminance() < 0.5;

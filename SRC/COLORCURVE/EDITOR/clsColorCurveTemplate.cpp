@@ -116,7 +116,7 @@ void ColorCurveTemplate_cls::OnKey(wxKeyEvent& event) {
 
 void ColorCurveTemplate_cls::OnPaint(wxPaintEvent&) {
     wxAutoBufferedPaintDC dc(this);
-    dc.SetBackground(wxBrush(wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE)));
+    dc.SetBackground(wxBrush(GetParent()->GetBackgroundColour()));
     dc.Clear();
     dc.SetBrush(*wxTRANSPARENT_BRUSH);
     for (int i = 0; i < GetCount(); ++i) {

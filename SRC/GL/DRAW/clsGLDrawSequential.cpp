@@ -82,8 +82,7 @@ public:
             SetBlend(look.bAdditive);
             mSpheres.emplace(mStorage, mStyle = style, mView);
         }
-        mSpheres->Add(pPos, radius, material);
-        return mSpheres->GetCost(mView.GetArea(pPos, radius));
+        return mSpheres->Add(pPos, radius, material);
     }
 
     void Flush() {

@@ -69,8 +69,7 @@ void GLDrawData_cls::GLDrawSphereAll(int face, SnapData_cls* pSnap, GLAttribute_
             const float factor = bOneRadius ? alphaFactor * entry.mAlpha : alphaFactor;
             material.ChangeAlpha([factor](float alpha) { return alpha * factor; });
         }
-        batch.Add(pPos, radius, material);
-        if (!progress.AddCost(batch.GetCost(view.GetArea(pPos, radius)))) continue;
+        if (!progress.AddCost(batch.Add(pPos, radius, material))) continue;
         batch.Flush();
         if (!progress.Report(i + 1)) break;
     }

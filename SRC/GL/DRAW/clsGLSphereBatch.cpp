@@ -14,14 +14,14 @@ namespace {
 
 constexpr int kCorner = 4;   // floats before the corner
 constexpr int kMaterial = 6; // floats before the material
-constexpr GLsizei kBytes = GLSphereBatch_cls::kStride * sizeof(float);
+constexpr float kMeshCorners[3] = {42.0f, 162.0f, 642.0f};
 constexpr unsigned kMaterialAttributes[3] = {
     ShaderCtrl_cls::ATTRIBUTE_AMBIENT, ShaderCtrl_cls::ATTRIBUTE_DIFFUSE, ShaderCtrl_cls::ATTRIBUTE_SPECULAR};
 
 /// Arrays of four floats a sphere.
-void EnableAttribute(unsigned place, const float* pFirst, unsigned divisor) {
+void EnableAttribute(unsigned place, const float* pFirst, int stride, unsigned divisor) {
     glEnableVertexAttribArray(place);
-    glVertexAttribPointer(place, 4, GL_FLOAT, GL_FALSE, kBytes, pFirst);
+    glVertexAttribPointer(place, 4, GL_FLOAT, GL_FALSE, stride * GLsizei(sizeof(float)), pFirst);
     if (divisor != 0) glVertexAttribDivisor(place, divisor);
 }
 
@@ -50,8 +50,9 @@ float GetLargestPoint() {
 
 GLSphereBatch_cls::GLSphereBatch_cls(std::vector<float>& storage, const SphereStyle_st& style,
                                      const ViewScale_cls& view)
-    : mLevel(static_cast<int>(std::min(style.mQuality, 2u)) + 1), mStyle(style), mView(view) {
-    const size_t room = static_cast<size_t>(kExactCapacity + 4) * kStride;
+    : mLevel(static_cast<int>(std::min(style.mQuality, 2u)) + 1),
+      mStride(style.mbMaterials ? kMaxStride : kMaterial), mStyle(style), mView(view) {
+    const size_t room = static_cast<size_t>(kExactCapacity + 4) * kMaxStride;
     if (storage.size() < room) storage.resize(room); // and never smaller: new room is filled
     mpData = storage.data();
     if (style.mQuality >= kExact && HasExact(view)) BeginExact();
@@ -78,12 +79,6 @@ bool GLSphereBatch_cls::HasExact(const ViewScale_cls& view) {
     return view.IsPlain() && GLAttribute_cls::mspCShaderCtrl && GLAttribute_cls::mspCShaderCtrl->HasExact();
 }
 
-float GLSphereBatch_cls::GetCost(float area) const {
-    constexpr float kCorners[3] = {42.0f, 162.0f, 642.0f};
-    if (mForm == Form::Exact) return DrawProgress_cls::kCostVertex + area * DrawProgress_cls::kCostExactPixel;
-    return kCorners[mLevel - 1] * DrawProgress_cls::kCostVertex + area * DrawProgress_cls::kCostPixel;
-}
-
 void GLSphereBatch_cls::BeginMesh() {
     GpCSphere->BeginArrays(mLevel);
     ShaderCtrl_cls* pShader = GLAttribute_cls::mspCShaderCtrl;
@@ -95,9 +90,9 @@ void GLSphereBatch_cls::BeginMesh() {
     mForm = Sphere_cls::HasInstances() ? Form::Instances : Form::Single;
     if (!mStyle.mbMaterials) SetConstantMaterial();
     if (mForm == Form::Single) return;
-    EnableAttribute(ShaderCtrl_cls::ATTRIBUTE_SPHERE, mpData, 1);
+    EnableAttribute(ShaderCtrl_cls::ATTRIBUTE_SPHERE, mpData, mStride, 1);
     for (size_t k = 0; mStyle.mbMaterials && k < 3; ++k)
-        EnableAttribute(kMaterialAttributes[k], mpData + kMaterial + 4 * k, 1);
+        EnableAttribute(kMaterialAttributes[k], mpData + kMaterial + 4 * k, mStride, 1);
 }
 
 void GLSphereBatch_cls::BeginExact() {
@@ -109,11 +104,11 @@ void GLSphereBatch_cls::BeginExact() {
     glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
     glEnable(GL_POINT_SPRITE);
     glEnable(GL_VERTEX_PROGRAM_POINT_SIZE);
-    EnableAttribute(ShaderCtrl_cls::ATTRIBUTE_BALL, mpData, 0);
+    EnableAttribute(ShaderCtrl_cls::ATTRIBUTE_BALL, mpData, mStride, 0);
     glEnableClientState(GL_TEXTURE_COORD_ARRAY);
-    glTexCoordPointer(2, GL_FLOAT, kBytes, mpData + kCorner);
+    glTexCoordPointer(2, GL_FLOAT, mStride * GLsizei(sizeof(float)), mpData + kCorner);
     for (size_t k = 0; mStyle.mbMaterials && k < 3; ++k)
-        EnableAttribute(kMaterialAttributes[k], mpData + kMaterial + 4 * k, 0);
+        EnableAttribute(kMaterialAttributes[k], mpData + kMaterial + 4 * k, mStride, 0);
 }
 
 void GLSphereBatch_cls::EndExact() {
@@ -128,7 +123,7 @@ void GLSphereBatch_cls::EndExact() {
 
 void GLSphereBatch_cls::Put(const float* pPos, float radius, float cornerX, float cornerY,
                             const SphereMaterial_st& material) {
-    float* p = mpData + static_cast<size_t>(mCount++) * kStride;
+    float* p = mpData + static_cast<size_t>(mCount++) * static_cast<size_t>(mStride);
     p[0] = pPos[0], p[1] = pPos[1], p[2] = pPos[2], p[3] = radius;
     p[kCorner] = cornerX, p[kCorner + 1] = cornerY;
     if (!mStyle.mbMaterials) return;
@@ -137,16 +132,18 @@ void GLSphereBatch_cls::Put(const float* pPos, float radius, float cornerX, floa
     std::copy_n(material.mSpecular, 4, p + kMaterial + 8);
 }
 
-void GLSphereBatch_cls::AddMesh(const float* pPos, float radius, const SphereMaterial_st& material) {
+float GLSphereBatch_cls::AddMesh(const float* pPos, float radius, const SphereMaterial_st& material) {
     Put(pPos, radius, 0.0f, 0.0f, material);
     if (mCount >= kMeshCapacity) Flush();
+    return kMeshCorners[mLevel - 1] * DrawProgress_cls::kCostVertex +
+           mView.GetArea(pPos, radius) * DrawProgress_cls::kCostPixel;
 }
 
 // A point is cut off when its middle is off the screen, and has a limit to its size: then a square stands
 // for it.
-void GLSphereBatch_cls::AddExact(const float* pPos, float radius, const SphereMaterial_st& material) {
+float GLSphereBatch_cls::AddExact(const float* pPos, float radius, const SphereMaterial_st& material) {
     const ViewScale_cls::Silhouette_st seen = mView.GetSilhouette(pPos, radius);
-    if (!seen.bVisible) return;
+    if (!seen.bVisible) return 0.0f;
     constexpr float kRim = 0.999f;
     const bool bSquare =
         seen.bFull || seen.size > mMaxPoint || std::fabs(seen.x) > kRim || std::fabs(seen.y) > kRim;
@@ -163,6 +160,8 @@ void GLSphereBatch_cls::AddExact(const float* pPos, float radius, const SphereMa
         Put(pPos, radius, 0.0f, 0.0f, material);
     }
     if (mCount >= kExactCapacity) Flush();
+    const float area = seen.bFull ? mView.GetScreen() : std::min(seen.size * seen.size, mView.GetScreen());
+    return DrawProgress_cls::kCostVertex + area * DrawProgress_cls::kCostExactPixel;
 }
 
 // Opaque spheres hide what they cover, blended or not; unblended is cheaper.
@@ -179,11 +178,11 @@ void GLSphereBatch_cls::Flush() {
         break;
     case Form::Single:
         for (int i = 0; i < mCount; ++i)
-            DrawSingle(mpData + static_cast<size_t>(i) * kStride);
+            DrawSingle(mpData + static_cast<size_t>(i) * static_cast<size_t>(mStride));
         break;
     case Form::Fixed:
         for (int i = 0; i < mCount; ++i)
-            DrawFixed(mpData + static_cast<size_t>(i) * kStride);
+            DrawFixed(mpData + static_cast<size_t>(i) * static_cast<size_t>(mStride));
         break;
     }
     mCount = 0;

@@ -27,7 +27,8 @@ public:
     static constexpr unsigned kExact = 3;      ///< quality
     static constexpr int kMeshCapacity = 2048; ///< spheres a call
     static constexpr int kExactCapacity = 8192;
-    static constexpr int kStride = 18; ///< floats a sphere or corner: place, radius, corner, material
+    /// Floats a sphere or corner: place, radius, corner, and unless all are alike the material.
+    static constexpr int kMaxStride = 18;
 
     /// Lighting, blend function and depth state are the caller's; `storage` too, for the next use. An exact
     /// style that this OpenGL or this view doesn't allow becomes the finest mesh.
@@ -37,20 +38,16 @@ public:
     GLSphereBatch_cls& operator=(const GLSphereBatch_cls&) = delete;
 
     /// A negative radius counts as a positive one; a sphere whose place or radius is no number is left out.
-    void Add(const float* pPos, float radius, const SphereMaterial_st& material) {
+    /// Returns the cost for DrawProgress_cls.
+    float Add(const float* pPos, float radius, const SphereMaterial_st& material) {
         radius = radius < 0.0f ? -radius : radius;
-        if (!IsDrawable(pPos, radius)) return;
+        if (!IsDrawable(pPos, radius)) return 0.0f;
         mMinAlpha = material.mDiffuse[3] < mMinAlpha ? material.mDiffuse[3] : mMinAlpha;
-        if (mForm == Form::Exact)
-            AddExact(pPos, radius, material);
-        else
-            AddMesh(pPos, radius, material);
+        return mForm == Form::Exact ? AddExact(pPos, radius, material) : AddMesh(pPos, radius, material);
     }
     /// Draw what has been gathered; needed before a change of state.
     void Flush();
 
-    /// Cost of a sphere of `area` pixels for DrawProgress_cls.
-    float GetCost(float area) const;
     /// Ray casting is possible in this view.
     static bool HasExact(const ViewScale_cls& view);
 
@@ -61,8 +58,8 @@ private:
     void BeginMesh();
     void BeginExact();
     void EndExact();
-    void AddMesh(const float* pPos, float radius, const SphereMaterial_st& material);
-    void AddExact(const float* pPos, float radius, const SphereMaterial_st& material);
+    float AddMesh(const float* pPos, float radius, const SphereMaterial_st& material);
+    float AddExact(const float* pPos, float radius, const SphereMaterial_st& material);
     void Put(const float* pPos, float radius, float cornerX, float cornerY,
              const SphereMaterial_st& material);
     void DrawSingle(const float* p);
@@ -71,6 +68,7 @@ private:
     float* mpData;
     int mCount = 0; ///< of spheres, or of corners of exact ones that are squares
     int mLevel;
+    int mStride;            ///< floats
     bool mbSquares = false; ///< what is gathered are squares, else points
     float mMaxPoint = 1.0f; ///< pixels
     float mMinAlpha = 1.0f; ///< of what is gathered
