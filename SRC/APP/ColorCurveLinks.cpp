@@ -130,14 +130,18 @@ bool GetFrameRange(unsigned depend, int classIndex, float* pLow, float* pHigh) {
     return false;
 }
 
-/// Another number for another snapshot on show.
-size_t GetStamp() {
+/// Another number for other particles on show.
+size_t GetStamp(const Main_cls& hub) {
     const SnapData_cls* pSnap = GetDrawn();
     if (!pSnap) return 0;
     size_t stamp = 0;
     static_assert(sizeof stamp == sizeof pSnap->mTime, "a time fits into a stamp");
     std::memcpy(&stamp, &pSnap->mTime, sizeof stamp);
-    return stamp * 31 + reinterpret_cast<size_t>(pSnap) + static_cast<size_t>(pSnap->mNumber);
+    for (const size_t part :
+         {reinterpret_cast<size_t>(pSnap->mpCBlock), static_cast<size_t>(pSnap->mNumber),
+          static_cast<size_t>(pSnap->mStep), static_cast<size_t>(hub.mpCDrawOption->mClassify.mValue)})
+        stamp = stamp * 31 + part;
+    return stamp;
 }
 
 } // namespace
@@ -163,5 +167,5 @@ void LinkColorCurveCtrl(Main_cls& hub, ColorCurveCtrl_cls& ctrl) {
         return ParticleScalars_st::Of(*pSnap).Count(curve.mDependType.mValue, ClassOf(hub, *pAttribute),
                                                     curve.mScalingMin.mValue, curve.mScalingMax.mValue, bins);
     };
-    ctrl.mHooks.mStamp = GetStamp;
+    ctrl.mHooks.mStamp = [&hub] { return GetStamp(hub); };
 }

@@ -107,8 +107,6 @@ protected:
 
 /// Another value for every line of a project: numbers with many digits, names with foreign letters.
 std::string OtherValue(const std::string& key, const std::string& value, int seed) {
-    if (key.find("ColorKeys") != std::string::npos)
-        return "0 0.123457 1 0 1 0.333333 0.1 1e-05 0.25 0.987654 1 1 0 0.000123457 1";
     if (key.find("File") != std::string::npos)
         return "/daten/\xC3\xBC\xC3\x9F \xE9\x9B\xAA/" + std::to_string(seed) + ".x";
     static const struct {
@@ -149,7 +147,8 @@ TEST_F(Projects, EveryLineComesBackAsItWas) {
     for (const std::string& line : Lines(ReadAll(mDefaults.ToStdString()))) {
         const size_t equals = line.find('=');
         const bool bPlain = equals == std::string::npos || line.rfind("DataSequence", 0) == 0 ||
-                            line.rfind("dimension=", 0) == 0 || line[0] == '-';
+                            line.rfind("dimension=", 0) == 0 || line[0] == '-' ||
+                            line.find("TexFile") != std::string::npos; // a missing picture is told
         if (key == "DataSequence0=0")
             text += original + "\n";
         else if (bPlain)

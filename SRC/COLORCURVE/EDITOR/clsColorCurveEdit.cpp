@@ -116,8 +116,11 @@ void ColorCurveEdit_cls::SetTangent(int channel, int key, double slope) {
     AllKeys keys = GetKeys();
     Keys& of = keys[static_cast<size_t>(channel)];
     if (key < 0 || key >= static_cast<int>(of.size())) return;
-    of[static_cast<size_t>(key)].mInterpType = INTERP_HERMITE;
-    of[static_cast<size_t>(key)].mValueD1 = slope;
+    KeyFrame_cls& turned = of[static_cast<size_t>(key)];
+    // What is worked out would not stay; a straight segment behind the key stays straight.
+    if (turned.mInterpType == INTERP_HERMITE_AUTO || turned.mInterpType == INTERP_HERMITE_SEMIAUTO)
+        turned.mInterpType = INTERP_HERMITE;
+    turned.mValueD1 = slope;
     Show(keys);
 }
 

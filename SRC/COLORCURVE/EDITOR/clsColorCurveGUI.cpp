@@ -65,7 +65,7 @@ ColorCurveGUI_cls::ColorCurveGUI_cls(wxWindow* pParent, ColorCurveCtrl_cls* pCtr
     SetSize(FromDIP(wxSize(520, 660)));
     Bind(wxEVT_IDLE, [this](wxIdleEvent& event) {
         event.Skip();
-        if (IsShown()) UpdateHistogram(false);
+        if (IsShown()) UpdateHistogram();
     });
 }
 
@@ -227,7 +227,7 @@ void ColorCurveGUI_cls::UpdateValues() {
     mpCPanel->UpdateValues();
     ShowRows();
     UpdateKeyRow();
-    UpdateHistogram(true);
+    UpdateHistogram();
     mpCGraph->Refresh();
 }
 
@@ -245,7 +245,7 @@ void ColorCurveGUI_cls::ShowRows() {
 void ColorCurveGUI_cls::OnSetting(int /*row*/, bool bFinal) {
     mCEdit.SetSettings(mSettings, bFinal);
     ShowRows();
-    UpdateHistogram(false);
+    UpdateHistogram();
     mpCGraph->Refresh();
 }
 
@@ -305,7 +305,7 @@ void ColorCurveGUI_cls::SetKeyField(NumField_cls* /*pField*/, bool bPosition, do
     UpdateKeyRow();
 }
 
-void ColorCurveGUI_cls::UpdateHistogram(bool bForce) {
+void ColorCurveGUI_cls::UpdateHistogram() {
     const ColorCurve_cls* pCurve = mCEdit.GetPCCurve();
     const ColorCurveHooks_st& hooks = mpCCtrl->mHooks;
     const bool bDriven = pCurve && hooks.mIsDriven && hooks.mIsDriven(*pCurve) && hooks.mHistogram;
@@ -315,7 +315,7 @@ void ColorCurveGUI_cls::UpdateHistogram(bool bForce) {
     mix(std::hash<float>()(mSettings.mScalingMin));
     mix(std::hash<float>()(mSettings.mScalingMax));
     mix(mSettings.mDependType);
-    if (!bForce && stamp == mHistogramStamp) return;
+    if (stamp == mHistogramStamp) return;
     mHistogramStamp = stamp;
     mpCGraph->SetHistogram(bDriven ? hooks.mHistogram(*pCurve, kBins) : std::vector<float>());
 }

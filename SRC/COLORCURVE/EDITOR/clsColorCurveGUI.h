@@ -37,7 +37,7 @@ private:
     void OnSetting(int row, bool bFinal);
     void ShowRows();
     void UpdateKeyRow();
-    void UpdateHistogram(bool bForce);
+    void UpdateHistogram();
     void SetKeyField(NumField_cls* pField, bool bPosition, double value, bool bFinal);
 
     ColorCurveCtrl_cls* mpCCtrl;

@@ -143,7 +143,6 @@ void FishEye_cls::GatherFishEye(double angle, bool bAdditive, int w, int h) {
     GatherGLSetting(bAdditive, w, h);
     {
         const StencilShape_cls disc(DrawDisc);
-        if (!bAdditive) FillWithBlack();
         DrawFaces(MODE_FISHEYE, LimitAngle(angle));
     }
     FBO_cls::DrawOnScreenDraw(nullptr, 0);

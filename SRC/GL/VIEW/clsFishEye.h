@@ -55,8 +55,8 @@ public:
     /// Without `bKeep` only the first face's memory is kept for the next paint.
     void MakeFishEyeEnd(bool bKeep);
 
-    /// The dome picture into the present target, w by h pixels of it, as a disc in its middle. What the
-    /// faces don't reach stays black; outside the disc nothing is drawn.
+    /// The dome picture into the present target, w by h pixels of it, as a disc in its middle. Outside the
+    /// disc, and where no face reaches, there is the clear colour.
     void GatherFishEye(double angle, bool bAdditive, int w, int h);
     /// The strip across the whole width of the present target.
     void GatherCylinder(double angle, bool bAdditive, int w, int h);

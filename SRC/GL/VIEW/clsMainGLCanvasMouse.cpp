@@ -153,8 +153,8 @@ void MainGLCanvas_cls::ShowMenu() {
         menu.AppendCheckItem(ID_CANVAS_DISTORTION, _("Distortion"))->Check(mDistortion.mValue);
         menu.AppendCheckItem(ID_CANVAS_FISHEYE_GRID, _("Fisheye Grid"))->Check(mFisheyeGrid.mValue);
     }
-    // The path brings its own angle, a parallel view has none.
-    if (!IsCameraLinked() && !IsOrthographic()) menu.Append(ID_CANVAS_VIEW_ANGLE, _("View Angle..."));
+    // The path brings its own angle.
+    if (!IsCameraLinked() && GetMultiPanelMode() != 0) menu.Append(ID_CANVAS_VIEW_ANGLE, _("View Angle..."));
     SetFocus();
     SetThisToBeActiveGL();
     PopupMenu(&menu);
@@ -196,11 +196,9 @@ void MainGLCanvas_cls::OnMenu(wxCommandEvent& event) {
 }
 
 void MainGLCanvas_cls::OnMenuViewAngle() {
-    const bool bFlat = GetMultiPanelMode() == 0;
     const long angle = wxGetNumberFromUser(
-        bFlat ? _("Of the picture's height, in degrees")
-              : _("Degrees: of a fisheye from rim to rim, of a panorama half of what its width shows"),
-        _("Angle"), _("View Angle"), long(mGLPersAngle.mValue), 1, bFlat ? 119 : 360, this);
+        _("Degrees: of a fisheye from rim to rim, of a panorama half of what its width shows"), _("Angle"),
+        _("View Angle"), long(mGLPersAngle.mValue), 1, 360, this);
     if (angle > 0) mpCCtrl->ChangeBy([this, angle] { mGLPersAngle.mValue = float(angle); });
 }
 
