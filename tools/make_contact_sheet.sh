@@ -43,7 +43,7 @@ tile() {
   {
     cat "$STAGE/examples/$EXAMPLE/$EXAMPLE.mrp"
     printf 'DownSizing=1\nSortOrder=0\nClassify=1\n%s\n' "$PLAIN"
-    printf 'Panel0ShowMessage=0\nPanel0ShowItems=0\nPanel0ShowGrid=0\nPanel0DisplayMode=0\nPanel0GLGeometry=0\n'
+    printf 'Panel0ShowMessage=0\nPanel0ShowItems=0\nPanel0ShowGrid=0\nOverLayShowLegend=0 0 0 0\nPanel0DisplayMode=0\nPanel0GLGeometry=0\n'
     printf '%s\n' "$@"
   } >"$STAGE/examples/$EXAMPLE/$name.mrp"
 }
@@ -98,7 +98,7 @@ cp -r "examples/$EXAMPLE" "$STAGE/examples/" || exit 1
 start_display
 make_tiles
 start_program
-CROP=${CROP:-530x530+95+110}
+CROP=${CROP:-450x445+151+72}
 for i in "${!tiles[@]}"; do
   name=$(printf 'tile%02d' "$i")
   open_project "$EXAMPLE" "$name"

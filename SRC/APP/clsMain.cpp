@@ -193,6 +193,7 @@ void Main_cls::CheckAreas() {
 void Main_cls::CloseData() {
     WaitThreadFinish();
     mpCPDataSeqCtrl->ClearData(-1, -2, true);
+    if (GbGLLockDrawing.load()) return; // a paint that let this through is reading it; the next one drops it
     delete GLDrawData_cls::mspCSnapShot;
     GLDrawData_cls::mspCSnapShot = nullptr;
 }

@@ -11,6 +11,8 @@ public:
     /// The frame connects itself here.
     static void Connect(std::function<void()> update) { Update() = std::move(update); }
 
+    static std::function<void()> GetConnected() { return Update(); }
+
     static bool sbLock;         ///< true: calls do nothing
     static bool sbAllowDispach; ///< false: the text is refreshed, pending events stay pending
 

@@ -58,6 +58,10 @@ void UndoManager_cls::PushNewCommand(CommandItem_cls* pRedo, CommandItem_cls* pU
         Discard(pUndo);
         return;
     }
+    while (mWaitingBlocks > 0) {
+        --mWaitingBlocks;
+        OpenBlock();
+    }
     for (unsigned i = mCurrent; i < GetStepCount(); ++i)
         RemoveItem(i);
     mVpCRedo.resize(mCurrent);
@@ -86,8 +90,13 @@ void UndoManager_cls::ExecCurrent() {
 void UndoManager_cls::UndoCurrent() {
     if (mbReplaying) return;
     do {
-        if (mCurrent == 0 || mCurrent - 1 >= kUndoLimit) {
+        if (mCurrent == 0) break;
+        if (mCurrent - 1 >= kUndoLimit) {
             mCurrent = 0;
+            // Nothing was taken back: no position stands for a state that was.
+            mBaseStateId = ++mLastStateId;
+            for (unsigned long long& id : mVStateIds)
+                id = ++mLastStateId;
             break;
         }
         CommandItem_cls* command = mVpCUndo[--mCurrent];
@@ -111,6 +120,17 @@ void UndoManager_cls::CloseBlock() {
     ExecCurrent();
     // Both ends cancel out, so stepping back over them is taking them back.
     if (bEmpty) mCurrent -= 2;
+}
+
+void UndoManager_cls::OpenBlockLater() {
+    if (!mbReplaying) ++mWaitingBlocks;
+}
+
+void UndoManager_cls::CloseBlockLater() {
+    if (mbReplaying) return;
+    if (mWaitingBlocks == 0) return CloseBlock();
+    --mWaitingBlocks;
+    if (mWaitingBlocks == 0 && mBlockDepth == 0) ExecUpdate();
 }
 
 void UndoManager_cls::Clear() {
@@ -151,11 +171,11 @@ void UndoManager_cls::ExecUpdate() {
 void UndoManager_cls::SendEventToFrame(int id) { PostMenuEvent(id); }
 
 UndoBlock_cls::UndoBlock_cls(bool bOpen) : mbOpen(bOpen) {
-    if (mbOpen) GCUndoList.OpenBlock();
+    if (mbOpen) GCUndoList.OpenBlockLater();
 }
 
 UndoBlock_cls::~UndoBlock_cls() {
-    if (mbOpen) GCUndoList.CloseBlock();
+    if (mbOpen) GCUndoList.CloseBlockLater();
 }
 
 void CommandItem_cls::UpdateBit(long long mask) {

@@ -31,6 +31,9 @@ public:
     void OpenBlock();
     /// A block with nothing in it leaves no step.
     void CloseBlock();
+    /// A block that the first push in it opens: one with nothing in it leaves the steps to redo alone.
+    void OpenBlockLater();
+    void CloseBlockLater();
     /// Delete all steps. A command that is running lives until it ends.
     void Clear();
     /// Delete the commands of one step; its place stays and does nothing.
@@ -43,7 +46,7 @@ public:
     int GetUndoCommandType(int n) const { return TypeAt(mVpCUndo, n); }
     unsigned GetCurrent() const { return mCurrent; }
     unsigned GetStepCount() const { return unsigned(mVpCRedo.size()); }
-    int GetBlockDepth() const { return mBlockDepth; }
+    int GetBlockDepth() const { return mBlockDepth + mWaitingBlocks; }
     long long GetUpdateBit() const { return mUpdateBit; }
     bool IsUndoable() const { return mCurrent > 0; }
     bool IsRedoable() const { return mCurrent < GetStepCount(); }
@@ -75,6 +78,7 @@ private:
     unsigned long long mLastStateId = 1;
     unsigned mCurrent = 0; ///< next step to redo; all below has been done
     int mBlockDepth = 0;
+    int mWaitingBlocks = 0; ///< opened later, without a push so far
     long long mUpdateBit = 0;
     int mRunning = 0;         ///< commands now running, one inside the other
     bool mbReplaying = false; ///< the running one is undone, or redone with steps behind it

@@ -132,7 +132,10 @@ void DrawTest::Draw(const std::vector<Particle_st>& particles) {
     GLAttribute_cls* attributes[4];
     for (size_t i = 0; i < 4; ++i)
         attributes[i] = mAttribute[i].get();
-    mSnap->GLDrawData(0, &mDraw, attributes, 0.0);
+    {
+        const FlagScope_cls painting(GbGLLockDrawing);
+        mSnap->GLDrawData(0, &mDraw, attributes, 0.0);
+    }
     EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
     GLint program = 0;
     glGetIntegerv(GL_CURRENT_PROGRAM, &program);

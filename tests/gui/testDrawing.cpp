@@ -9,7 +9,9 @@
 
 #include <wx/image.h>
 
+#include "APP/clsMain.h"
 #include "COMMON/Globals.h"
+#include "COMMON/clsUpdateStatusBar.h"
 #include "DrawTest.h"
 #include "GoldenPicture.h"
 
@@ -247,6 +249,22 @@ TEST_F(Drawing, AbortEndsALongDrawing) {
     EXPECT_LT(seconds, 1.5); // half a second on a machine that does nothing else
     EXPECT_FALSE(GbAbort.load());
     EXPECT_GT(CountLit(), 1000) << "what was drawn stays";
+}
+
+TEST_F(Drawing, DataMayBeClosedWhileTheyAreDrawn) {
+    MakePlainTexture();
+    SetAll(1);
+    mSize = 512;
+    bool bClosed = false;
+    const std::function<void()> own = UpdateStatusBar_cls::GetConnected();
+    UpdateStatusBar_cls::Connect([&bClosed] { // in place of a user who chooses the menu
+        Hub()->CloseData();
+        bClosed = true;
+    });
+    Draw(std::vector<Particle_st>(1500, {{0, 0, 0}, 1.2f}));
+    UpdateStatusBar_cls::Connect(own);
+    EXPECT_TRUE(bClosed) << "a long drawing lets events through";
+    EXPECT_GT(CountLit(), 1000);
 }
 
 TEST_F(Drawing, PicturesOfAllWays) {

@@ -11,6 +11,7 @@
 #include "DrawTest.h"
 #include "GL/BASE/clsPositionAndDirection.h"
 #include "GL/BASE/clsShaderCtrl.h"
+#include "GL/DRAW/clsViewScale.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 
 namespace {
@@ -137,6 +138,12 @@ TEST_F(Spheres, ExactOnesMayBeLargerThanPointsOrAroundTheEye) {
     Draw({{{0, 0, 0}, 1.0f}, {{0, 0, float(kEye)}, 0.5f}, {{0.2f, 0, float(kEye) - 0.2f}, 0.15f}});
     EXPECT_LT(MeanDifference(mesh, Picture()), 1.0) << "the eye sits in one, which hides nothing";
     EXPECT_GT(CountLit(), mSize * mSize / 3);
+    // In the plane of the eye: one around it may lie anywhere, one beside it nowhere.
+    const ViewScale_cls view;
+    const float around[3] = {0.1f, 0, float(kEye)};
+    const float beside[3] = {2.0f, 0, float(kEye)};
+    EXPECT_TRUE(view.GetSilhouette(around, 0.5f).bFull);
+    EXPECT_FALSE(view.GetSilhouette(beside, 0.5f).bVisible);
 }
 
 TEST_F(Spheres, MeshesAreLitAsTheFixedPipelineDoes) {

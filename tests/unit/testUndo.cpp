@@ -130,11 +130,41 @@ TEST_F(Undo, ValuesOfEveryKindAreWritten) {
 }
 
 TEST_F(Undo, BeyondItsReachUndoOnlyGoesToTheStart) {
+    const unsigned long long before = GCUndoList.GetStateId();
     for (int i = 0; i < 65536; ++i)
         Set(i);
     GCUndoList.UndoCurrent();
     EXPECT_EQ(mValue, 65535);
     EXPECT_EQ(GCUndoList.GetCurrent(), 0u);
+    EXPECT_NE(GCUndoList.GetStateId(), before) << "nothing was taken back: this is no saved state";
+}
+
+TEST_F(Undo, AnEditThatChangesNothingKeepsWhatCanBeRedone) {
+    Set(1);
+    Set(2);
+    GCUndoList.UndoCurrent();
+    const unsigned long long state = GCUndoList.GetStateId();
+    const unsigned steps = GCUndoList.GetStepCount();
+    {
+        const UndoBlock_cls outer;
+        const UndoBlock_cls inner;
+    }
+    EXPECT_EQ(GCUndoList.GetStepCount(), steps);
+    EXPECT_EQ(GCUndoList.GetStateId(), state);
+    EXPECT_EQ(GCUndoList.GetBlockDepth(), 0);
+    GCUndoList.ExecCurrent();
+    EXPECT_EQ(mValue, 2);
+    {
+        const UndoBlock_cls outer;
+        const UndoBlock_cls inner;
+        Set(3);
+        Set(4);
+    }
+    EXPECT_EQ(GCUndoList.GetBlockDepth(), 0);
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(mValue, 2) << "nested blocks are one step";
+    GCUndoList.ExecCurrent();
+    EXPECT_EQ(mValue, 4);
 }
 
 /// Runs a whole edit of its own, as starting to play does.

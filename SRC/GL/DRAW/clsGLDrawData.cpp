@@ -19,6 +19,9 @@ namespace {
 
 // Made anew for each paint; its memory stays, as fresh pages cost more than the list.
 DrawList_t sDrawList;
+// What it was made for. Between two faces events may run that close or open data.
+const SnapData_cls* spListSnap = nullptr;
+int sListNumber = 0;
 
 double AlphaFactor(double share, int step) { return 1.0 + share * (step - 1); }
 double RadiusFactor(double share, int step) { return std::sqrt(1.0 + share * (step - 1)); }
@@ -57,7 +60,9 @@ void GLDrawData_cls::ZSortAtFBO0(int count, int step, const float (*pPos)[3], in
 }
 
 int GLDrawData_cls::ZSort(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute) {
-    if (face == 0) {
+    if (face == 0 || pSnap != spListSnap || pSnap->mNumber != sListNumber) {
+        spListSnap = pSnap;
+        sListNumber = pSnap->mNumber;
         const DrawOption_cls& option = *pAttribute->mpCDrawOption;
         const bool bFacesEye = pAttribute->mDrawType.mValue == 1 && pAttribute->mDrawQuality.mValue == 1;
         ZSortAtFBO0(pSnap->mpPos ? pSnap->mNumber : 0, option.GetDownSizing(), pSnap->mpPos,

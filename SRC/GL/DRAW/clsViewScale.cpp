@@ -61,6 +61,19 @@ ViewScale_cls::ViewScale_cls() {
     mScreen = mRays.viewport[2] * mRays.viewport[3];
 }
 
+// Beside the eye, most spheres that reach its plane are out of sight; a wide view has many of them.
+bool ViewScale_cls::TouchesView(const float* pEye, float radius) const {
+    for (int axis = 0; axis < 2; ++axis)
+        for (const float side : {-1.0f, 1.0f}) {
+            // Inside: side * x * zoom + z * (side * shift - 1) >= 0
+            const float zoom = side * mProjection[5 * axis];
+            const float slope = side * mProjection[8 + axis] - 1.0f;
+            const float inside = zoom * pEye[axis] + slope * pEye[2];
+            if (inside < -radius * std::sqrt(zoom * zoom + slope * slope)) return false;
+        }
+    return true;
+}
+
 ViewScale_cls::Silhouette_st ViewScale_cls::GetSilhouette(const float* pPos, float radius) const {
     const float* m = mModel;
     float eye[3];
@@ -71,7 +84,7 @@ ViewScale_cls::Silhouette_st ViewScale_cls::GetSilhouette(const float* pPos, flo
     Silhouette_st out = {false, false, 0.0f, 0.0f, 0.0f};
     if (mRays.bPerspective && depth <= -r) return out;
     if (mRays.bPerspective && depth <= r * 1.0001f) {
-        out.bVisible = out.bFull = true;
+        out.bVisible = out.bFull = TouchesView(eye, r);
         return out;
     }
     const float rest = mRays.bPerspective ? depth * depth - r * r : 1.0f;

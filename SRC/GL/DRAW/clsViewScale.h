@@ -35,6 +35,9 @@ public:
     Silhouette_st GetSilhouette(const float* pPos, float radius) const;
 
 private:
+    /// Of a perspective view; eye coordinates.
+    bool TouchesView(const float* pEye, float radius) const;
+
     float mModel[16];
     float mProjection[16];
     float mPixels = 1.0f; ///< of a length of 1 at depth 1
