@@ -19,10 +19,29 @@ std::string EncodeProject(const wxString& text);
 
 /// A stream over a text that lives longer; copies nothing.
 class TextStream_cls : private std::wstreambuf, public std::wistream {
+    using Position = std::wstreambuf::pos_type;
+    using Offset = std::wstreambuf::off_type;
+
 public:
     explicit TextStream_cls(const std::wstring& text) : std::wistream(this) {
         wchar_t* begin = const_cast<wchar_t*>(text.data()); // a stream buffer that is only read from
         setg(begin, begin, begin + text.size());
+    }
+
+protected:
+    // Who finds that the lines behind his belong to others goes back.
+    Position seekoff(Offset off, std::ios_base::seekdir dir, std::ios_base::openmode) override {
+        const Offset size = egptr() - eback();
+        const Offset base = dir == std::ios_base::beg   ? 0
+                            : dir == std::ios_base::cur ? gptr() - eback()
+                                                        : size;
+        const Offset to = base + off;
+        if (to < 0 || to > size) return Position(Offset(-1));
+        setg(eback(), eback() + to, egptr());
+        return Position(to);
+    }
+    Position seekpos(Position pos, std::ios_base::openmode mode) override {
+        return seekoff(Offset(pos), std::ios_base::beg, mode);
     }
 };
 

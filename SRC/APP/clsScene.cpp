@@ -1,5 +1,7 @@
 #include "APP/clsScene.h"
 
+#include <algorithm>
+
 #include <wx/button.h>
 #include <wx/sizer.h>
 
@@ -30,8 +32,9 @@ void Scene_cls::Apply() {
     const UndoBlock_cls block;
     // The area's end passes through its beginning; its beginning itself stays.
     mpCTime->SetWAMaxCommand(mWorkArea[0], mpCTime->GetWAMax());
-    mpCTime->SetWAMaxDirect(mWorkArea[1]);
+    mpCTime->SetWAMaxCommand(std::min(mWorkArea[1], mLength)); // in the step: redo ends where doing ended
     mpCTime->SetMaxFrameCommand(mLength);
+    KeepAreasInFilm();
     if (mKeyRemap != *type) {
         GCUndoList.PushNewCommand(new CommandSetValue_cls(type, mKeyRemap, UPDATE_TL),
                                   new CommandSetValue_cls(type, *type, UPDATE_TL));
@@ -39,6 +42,18 @@ void Scene_cls::Apply() {
     }
     if (mKeyRemap == 1 && mLength != oldLength && mLength > 0)
         mpCTime->RemapParameterKeys(double(oldLength) / mLength);
+}
+
+// Only what would be impossible otherwise.
+void Scene_cls::KeepAreasInFilm() {
+    const int end = mpCTime->GetMaxFrame();
+    if (mpCTime->GetWAMin() > end) mpCTime->SetWAMinCommand(0);
+    if (mpCTime->GetAAMin() > end) mpCTime->SetAAMinCommand(0);
+    const int low = mpCTime->GetWAMin();
+    const int high = mpCTime->GetWAMax();
+    if (low <= high) return;
+    mpCTime->SetWAMinCommand(high);
+    mpCTime->SetWAMaxCommand(low);
 }
 
 wxDialogEXKey* Scene_cls::MakeDialog(wxWindow* pParent) { return new SceneGUI_cls(pParent, this); }

@@ -25,6 +25,8 @@ protected:
     wxDialogEXKey* MakeDialog(wxWindow* pParent) override;
 
 private:
+    void KeepAreasInFilm();
+
     TimeCtrl_cls* mpCTime;
 };
 

@@ -96,10 +96,10 @@ bool Shortcut_cls::ProcTime(int keycode) {
         time->ExpandAACommand(false);
         return true;
     case 'B':
-        time->SetWAMinCommand(time->GetFrame(), -1);
+        time->SetWAInHere();
         return true;
     case 'N':
-        time->SetWAMaxCommand(time->GetFrame(), -1);
+        time->SetWAOutHere();
         return true;
     case 'J':
         time->MoveFrameCommandSnip(-1);

@@ -156,6 +156,8 @@ wxString WriteFileSafely(const wxString& path, const std::string& bytes) {
         errno = S_ISDIR(old.st_mode) ? EISDIR : EINVAL;
         return Reason();
     }
+    // The folder's rights would be enough, but who protects a file means it.
+    if (bThere && access(target.c_str(), W_OK) != 0) return Reason();
     FileBeside_cls file(target);
     if (!file.IsOpen()) return Reason();
     if (bThere) file.TakeAfter(old);

@@ -20,7 +20,8 @@ bool IsSame(const KeyFrame_cls& a, const KeyFrame_cls& b) {
 Parameters_cls* ComParamBase_cls::GetTarget() const {
     Parameters_cls* found = GParamHooks.mFindParam ? GParamHooks.mFindParam(mID) : nullptr;
     if (found) return found;
-    return Parameters_cls::IsAlive(mpCParam) ? mpCParam : nullptr;
+    // Another curve may stand at the address by now.
+    return Parameters_cls::IsAlive(mpCParam) && mpCParam->GetSerial() == mSerial ? mpCParam : nullptr;
 }
 
 void ComParamBase_cls::Execute(bool) {

@@ -22,10 +22,12 @@ public:
 
 protected:
     explicit ComParamBase_cls(Parameters_cls* pParam, long long moreBits = 0)
-        : CommandItem_cls(pParam->mUpdateBit | moreBits), mpCParam(pParam), mID(pParam->mID) {}
+        : CommandItem_cls(pParam->mUpdateBit | moreBits), mpCParam(pParam), mSerial(pParam->GetSerial()),
+          mID(pParam->mID) {}
 
 private:
     Parameters_cls* mpCParam;
+    unsigned long long mSerial;
     wxString mID;
     std::vector<std::pair<int, KeyFrame_cls>> mVMend;
     int mMendCount = 0; ///< number of keys for which mVMend holds

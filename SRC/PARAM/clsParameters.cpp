@@ -41,6 +41,11 @@ Parameters_cls::Parameters_cls(const Parameters_cls& src)
     Living().insert(this);
 }
 
+unsigned long long Parameters_cls::NextSerial() {
+    static unsigned long long sLast = 0;
+    return ++sLast;
+}
+
 Parameters_cls::~Parameters_cls() { Living().erase(this); }
 
 bool Parameters_cls::IsAlive(const Parameters_cls* pParam) { return Living().count(pParam) > 0; }

@@ -51,6 +51,8 @@ public:
     static double Quantize(double doubleIndex, unsigned n = kFilmGrid);
     /// False for a curve that has been deleted.
     static bool IsAlive(const Parameters_cls* pParam);
+    /// No two curves of a run share it, not even at one address.
+    unsigned long long GetSerial() const { return mSerial; }
 
     // The curve's value. Nothing here allocates.
     /// Also kept as the cached current value.
@@ -182,7 +184,10 @@ private:
     bool MoveSelected(double dT, double dV, unsigned frames, bool bTimeFixed);
     bool ForceTimes(double tMin, double tMax, unsigned frames);
     bool ForceValues(double vMin, double vMax);
+    void SetValueOfKey(int i, double value);
+    static unsigned long long NextSerial();
     void Drag(int step, int x, int y);
 
     std::vector<KeyFrame_cls> mVKeys; ///< ascending positions
+    const unsigned long long mSerial = NextSerial();
 };

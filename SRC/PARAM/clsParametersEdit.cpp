@@ -50,10 +50,13 @@ void Parameters_cls::InsertKey(double doubleIndex, double value, double d1, doub
 
 void Parameters_cls::SetChangedValueKey(double doubleIndex, double d1, double d2, double resolution) {
     const double t = mbTimeDepend.mValue ? Time(doubleIndex) : 0.0;
-    const int there = GetKeyFrameIndexFromDouble(t, resolution, false);
+    const int over = CheckOverWrite(t, kCurrent); // the one that SetKey replaces
+    const int there = over >= 0 ? over : GetKeyFrameIndexFromDouble(t, resolution, false);
     const bool bSelected = KeyAt(there).mbSelected;
     InsertKey(t, mCurrentValue, d1, d2);
-    if (there >= 0) SelectKey(GetKeyFrameIndexFromDouble(t, resolution, false), bSelected);
+    if (there >= 0)
+        SelectKey(over >= 0 ? CheckOverWrite(t, kCurrent) : GetKeyFrameIndexFromDouble(t, resolution, false),
+                  bSelected);
     GetInterpolatedValue(t);
 }
 

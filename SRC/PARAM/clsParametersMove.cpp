@@ -84,11 +84,21 @@ bool Parameters_cls::MoveSelected(double dT, double dV, unsigned frames, bool bT
         bMoved |= result != 0;
         if (bFront && (result & 2)) --i;
         if (dV == 0.0) continue;
-        mCurrentValue = KeyAt(where).mValue + dV;
-        SetChangedValueKey(KeyAt(where).mDoubleIndex, 0.0, 0.0, kCurrent);
+        SetValueOfKey(where, KeyAt(where).mValue + dV);
         bMoved = true;
     }
     return bMoved;
+}
+
+// By number: another key may stand within half a frame.
+void Parameters_cls::SetValueOfKey(int i, double value) {
+    mCurrentValue = value;
+    if (!mbTimeDepend.mValue) return SetChangedValueKey(KeyAt(i).mDoubleIndex, 0.0, 0.0, kCurrent);
+    if (!std::isfinite(value)) return;
+    KeyFrame_cls key = KeyAt(i);
+    key.SetValue(value, 0.0, 0.0);
+    Perform(new ComParamOvwtKeyC_cls(this, i, key), new ComParamOvwtKeyC_cls(this, i, KeyAt(i)));
+    GetInterpolatedValue(key.mDoubleIndex);
 }
 
 bool Parameters_cls::ForceTimes(double tMin, double tMax, unsigned frames) {
@@ -112,8 +122,7 @@ bool Parameters_cls::ForceValues(double vMin, double vMax) {
         const double value = KeyAt(i).mValue;
         const double target = std::min(std::max(value, vMin), vMax);
         if (target == value) continue;
-        mCurrentValue = target;
-        SetChangedValueKey(KeyAt(i).mDoubleIndex, 0.0, 0.0, kCurrent);
+        SetValueOfKey(i, target);
         bMoved = true;
     }
     return bMoved;

@@ -13,6 +13,8 @@
 
 namespace {
 
+constexpr unsigned kMostFrames = 1000000; // that a project can ask for
+
 const wxString kRemapLine = "---TimeRemap";
 constexpr double kSnap = 0.00001;
 constexpr double kNearlyWhole = 0.99999;
@@ -40,8 +42,8 @@ TimeCtrl_cls::TimeCtrl_cls(Main_cls* pMain) : mCMotionBlur(this), mpCMain(pMain)
 TimeCtrl_cls::~TimeCtrl_cls() { delete mpCTimeRemapGroup; }
 
 int TimeCtrl_cls::ToFrame(const ConfItemUINT_cls& item) {
-    // A file may hold anything; sums of a few frames must still fit an int.
-    return int(std::min(item.mValue, unsigned(INT_MAX / 4)));
+    // A file may hold anything, and each frame has its bit and its column in the cache bar.
+    return int(std::min(item.mValue, kMostFrames));
 }
 
 int TimeCtrl_cls::GetAnimStep() const { return std::clamp(mAnimStep.mValue, 1, INT_MAX / 8); }
@@ -100,7 +102,9 @@ double TimeCtrl_cls::GetRemappedInterpStepDouble(int, int step) const {
 int TimeCtrl_cls::GetOffsetForImgSeq(int frame, int step) const {
     if (frame == -1) frame = mFrame;
     if (step == -1) step = mInterpStep;
-    return (frame - GetWAMin()) / GetAnimStep() * GetAnimInterp() + step;
+    const long long offset =
+        static_cast<long long>((frame - GetWAMin()) / GetAnimStep()) * GetAnimInterp() + step;
+    return int(std::clamp(offset, static_cast<long long>(INT_MIN), static_cast<long long>(INT_MAX)));
 }
 
 int TimeCtrl_cls::GetInterval(int maxFrame) {
@@ -175,7 +179,7 @@ void TimeCtrl_cls::ReadStrLine(std::wistream& stream, const wxString& line) {
         wxString next;
         while (ReadParamLine(stream, &next)) {
             if (!next.Contains("ParamGroup=")) continue;
-            mpCTimeRemapGroup->ReadStrLine(stream, next);
+            if (!mpCTimeRemapGroup->ReadStrLine(stream, next)) break;
             UpdateCurrentDoubleIndex();
             return;
         }

@@ -121,7 +121,6 @@ public:
 
     // Areas.
     void SetWorkingArea(int lastFrame);
-    void SetWAMaxDirect(int frame); ///< no step, no event: the scene dialog's own way
     void CheckWorkingArea();
     void SetWAInHere();
     void SetWAOutHere();

@@ -102,8 +102,6 @@ void TimeCtrl_cls::SetWorkingArea(int lastFrame) {
     mWAMax.mValue = mAAMax.mValue = ToItem(lastFrame);
 }
 
-void TimeCtrl_cls::SetWAMaxDirect(int frame) { mWAMax.mValue = ToItem(frame); }
-
 void TimeCtrl_cls::CheckWorkingArea() {
     const unsigned length = unsigned(GetMaxFrame());
     mWAMax.mValue = std::min(mWAMax.mValue, length);

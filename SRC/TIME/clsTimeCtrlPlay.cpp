@@ -19,7 +19,8 @@ void TimeCtrl_cls::LowHigh(int* pLow, int* pHigh) const {
 int TimeCtrl_cls::FloorToStep(int frame) const { return frame / GetAnimStep() * GetAnimStep(); }
 
 int TimeCtrl_cls::CalcNextFrame(int frame, int dir, bool bUseRange, bool bRepeat) const {
-    int next = (frame == -1 ? mFrame : frame) + GetAnimStep() * dir;
+    const long long to = (frame == -1 ? mFrame : frame) + static_cast<long long>(GetAnimStep()) * dir;
+    int next = int(std::clamp(to, -1LL, static_cast<long long>(GetMaxFrame()) + 1));
     const bool bAround = bRepeat && mbRepeat.mValue;
     if (dir >= 0 && next > GetMaxFrame()) next = bAround ? 0 : GetMaxFrame();
     if (dir < 0 && (next < 0 || next > GetMaxFrame())) next = bAround ? GetMaxFrame() : 0;

@@ -7,6 +7,7 @@
 #include <wx/settings.h>
 
 #include "PARAM/clsParamGroup.h"
+#include "WIDGET/clsNumField.h"
 
 namespace {
 constexpr int kWidth = 16;
@@ -62,6 +63,7 @@ void KeyButton_cls::TellState() {
 }
 
 void KeyButton_cls::Toggle() {
+    NumField_cls::EndAnyGesture(); // its end would write over what is done here
     Parameters_cls& param = Param();
     switch (GetState()) {
     case KeyState::CONSTANT:
@@ -87,6 +89,7 @@ void KeyButton_cls::Animate(bool bTimeDepend) {
 }
 
 void KeyButton_cls::OpenMenu() {
+    NumField_cls::EndAnyGesture();
     const bool bAnimated = GetState() != KeyState::CONSTANT;
     wxMenu menu;
     const int id = wxWindow::NewControlId();

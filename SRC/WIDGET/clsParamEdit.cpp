@@ -24,10 +24,13 @@ void ParamEdit_cls::SetKeys(int dimension, double value) {
 void ParamEdit_cls::SetValue(int dimension, double value, bool bFinal) {
     std::vector<Parameters_cls>& params = mpCGroup->mVParams;
     if (bFinal) {
+        const bool bWasLive = !mVBefore.empty();
         for (size_t i = 0; i < mVBefore.size(); ++i)
             params[i].CopyCurveFromP(*mVBefore[i]);
         mVBefore.clear();
         SetKeys(dimension, value);
+        // There and back leaves no step, but what was shown on the way is stale.
+        if (bWasLive) PostUpdateEvents(params[size_t(dimension)].mUpdateBit | UPDATE_TL);
         return;
     }
     if (mVBefore.empty())

@@ -253,6 +253,10 @@ void ParamGUICtrl_cls::StripTimeDepend(ParamTL_cls*, bool) { PostMenuEvent(ID_RE
 
 void ParamGUICtrl_cls::StripHit(ParamTL_cls* pStrip, int key) { pStrip->mHitKey = key; }
 
+Curves ParamGUICtrl_cls::CurvesInEdit() const {
+    return IsGraphShown() ? mpCGraph->GetCurves() : ShownCurves();
+}
+
 Curves ParamGUICtrl_cls::AllCurves() const {
     Curves curves;
     for (const auto& gui : mVpCGUIs)

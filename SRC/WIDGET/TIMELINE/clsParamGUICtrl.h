@@ -73,6 +73,8 @@ public:
     /// Those that the row draws.
     Curves OwnCurvesOfRow(int row) const;
     Curves AllCurves() const;
+    /// Those whose selected keys the user sees: edits concern no others.
+    Curves CurvesInEdit() const;
     Curves ShownCurves() const;
     bool ToggleFold(int row);
     void SetHoverRow(int row);

@@ -22,12 +22,12 @@
 Curves ParamGUICtrl_cls::CurvesToKey() const { return WithLinked(GetSelectedCurves()); }
 
 void ParamGUICtrl_cls::DeleteKeys() {
-    DeleteSelectedKeys(AllCurves());
+    DeleteSelectedKeys(CurvesInEdit());
     RefreshAll();
 }
 
 void ParamGUICtrl_cls::CopyKeys() const {
-    const wxString text = CopiedKeys(AllCurves());
+    const wxString text = CopiedKeys(CurvesInEdit());
     if (!text.empty() && GParamHooks.mClipboard) GParamHooks.mClipboard(text);
 }
 
@@ -37,7 +37,7 @@ void ParamGUICtrl_cls::SelectAllKeys() {
 }
 
 void ParamGUICtrl_cls::SetKind(unsigned kind) {
-    SetSelectedKinds(AllCurves(), kind);
+    SetSelectedKinds(CurvesInEdit(), kind);
     RefreshAll();
 }
 
@@ -65,7 +65,7 @@ void ParamGUICtrl_cls::GoToNeighbourKey(int dir) {
 }
 
 void ParamGUICtrl_cls::OpenKeyDialog() {
-    if (KeyDialog_cls::Open(this, WithSelectedKeys(AllCurves()))) RefreshAll();
+    if (KeyDialog_cls::Open(this, WithSelectedKeys(CurvesInEdit()))) RefreshAll();
 }
 
 void ParamGUICtrl_cls::SetShyMode(bool bShy) {
@@ -168,9 +168,9 @@ wxMenuItem* AppendCheck(wxMenu& menu, const wxString& text, bool bOn, const std:
 void ParamGUICtrl_cls::ShowKeyMenu(wxWindow* pWindow, const wxPoint& position, double insertAt,
                                    const Curves& insertInto) {
     wxMenu menu;
-    const bool bSome = CountSelectedKeys(AllCurves()) > 0;
+    const bool bSome = CountSelectedKeys(CurvesInEdit()) > 0;
     AppendKinds(
-        &menu, [this](unsigned kind) { SetKind(kind); }, CommonKind(AllCurves()));
+        &menu, [this](unsigned kind) { SetKind(kind); }, CommonKind(CurvesInEdit()));
     for (wxMenuItem* item : menu.GetMenuItems())
         item->Enable(bSome);
     menu.AppendSeparator();

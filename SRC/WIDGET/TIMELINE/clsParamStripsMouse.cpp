@@ -165,7 +165,7 @@ void ParamStrips_cls::OnDrag(const wxMouseEvent& event) {
     if (mAct == Act::PRESSED_KEY) {
         mAct = Act::MOVING;
         mDelta = 0.0;
-        mCGesture.Begin(WithSelectedKeys(mpCCtrl->AllCurves()), true);
+        mCGesture.Begin(WithSelectedKeys(mpCCtrl->CurvesInEdit()), true);
     } else if (mAct == Act::PRESSED_EMPTY) {
         mAct = Act::BAND;
     }

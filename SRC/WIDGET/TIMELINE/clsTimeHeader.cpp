@@ -60,7 +60,7 @@ void TimeHeader_cls::MakePartA() {
 
 void TimeHeader_cls::MakePartB() {
     ParamGUICtrl_cls* ctrl = mpCCtrl;
-    const auto selectedKeys = [ctrl] { return CountSelectedKeys(ctrl->AllCurves()) > 0; };
+    const auto selectedKeys = [ctrl] { return CountSelectedKeys(ctrl->CurvesInEdit()) > 0; };
     Add(1, TimelineIcon::PREVIOUS_KEY, _("To the previous key of the selected rows, or of all"),
         [ctrl] { ctrl->GoToNeighbourKey(-1); });
     Add(
@@ -79,7 +79,7 @@ void TimeHeader_cls::MakePartB() {
             1, TimelineIcon::COUNT,
             wxString::Format(_("Selected keys: %s"), KeyFrame_cls::msAstrInterp[kind]),
             [ctrl, kind] { ctrl->SetKind(kind); },
-            [ctrl, kind] { return CommonKind(ctrl->AllCurves()) == int(kind); }, selectedKeys);
+            [ctrl, kind] { return CommonKind(ctrl->CurvesInEdit()) == int(kind); }, selectedKeys);
         mVButtons.back().mKind = int(kind);
     }
 }
