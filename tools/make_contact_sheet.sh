@@ -6,7 +6,7 @@ set -uo pipefail
 cd -P "$(dirname "${BASH_SOURCE[0]}")/.." || exit 1
 
 PROGRAM=build/release/morentis
-STAGE=/tmp/morentis-sheet
+STAGE=/tmp/morentis-sheet-$$
 WIDTH=1100
 HEIGHT=760
 TILE=300
@@ -107,6 +107,6 @@ for i in "${!tiles[@]}"; do
 done
 montage -background '#202020' -fill white -pointsize 13 "${labels[@]}" -tile 8x -geometry +4+4 "$STAGE/sheet.png" ||
   fail 'No sheet.'
-convert "$STAGE/sheet.png" -strip -define png:compression-level=9 "$SHEET"
+convert "$STAGE/sheet.png" -resize 60% -dither None -colors 256 -strip -define png:compression-level=9 "PNG8:$SHEET"
 printf '%s\n' "$SHEET"
 alive
