@@ -109,7 +109,8 @@ def loader_lines(setup, facts, shift, scale):
 def view_lines(setup):
     # Display mode and geometry of the four panels: camera, then from +z, -x, -y.
     modes = [(6, 1) if setup.get("flat") else (0, 0), (6, 1), (1, 1), (3, 1)]
-    lines = ["PreviewPanelType=0"]
+    # One colour for a type needs no legend.
+    lines = ["PreviewPanelType=0", "OverLayShowLegend=0 0 0 0"]
     for panel, (mode, geometry) in enumerate(modes):
         prefix = f"Panel{panel}"
         lines += [
