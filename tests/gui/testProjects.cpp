@@ -1,4 +1,5 @@
 // Projects in the real program: nothing is lost between two days, whatever happens in the night.
+#include <algorithm>
 #include <signal.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -228,8 +229,13 @@ TEST_F(Projects, ASaveThatFailsIsToldAndKeepsAll) {
         mVMessages.clear();
         GSafeFileStep = [&failing](const char* step) { return failing != step; };
         Menu(ID_SAVE_PROJECT);
-        ASSERT_EQ(mVMessages.size(), 1u) << failing;
-        EXPECT_TRUE(WasTold("mine.mrp could not be written"));
+        // The recovery project's minute may come meanwhile, and fails too.
+        EXPECT_EQ(std::count_if(mVMessages.begin(), mVMessages.end(),
+                                [](const ShownMessage_st& message) {
+                                    return message.mText.Contains("mine.mrp could not be written");
+                                }),
+                  1)
+            << failing;
         EXPECT_EQ(ReadAll(mDir / "mine.mrp"), saved);
         EXPECT_TRUE(HasStar()) << "still unsaved";
     }
