@@ -7,26 +7,12 @@ Standard library only.
 """
 import math
 import pathlib
-import struct
-import zlib
+
+from png import GREY, png
 
 SIZE = 512
 SOFT = 0.02  # width of the soft rim, as a share of the disc's radius
 TARGET = pathlib.Path(__file__).resolve().parent.parent / "Resource" / "DefaultMask.png"
-
-
-def chunk(name, data):
-    body = name + data
-    return struct.pack(">I", len(data)) + body + struct.pack(">I", zlib.crc32(body))
-
-
-def png_grey(width, height, rows):
-    """The bytes of an 8-bit grey PNG; rows are bytes of width each."""
-    raw = b"".join(b"\0" + row for row in rows)
-    return (b"\x89PNG\r\n\x1a\n"
-            + chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, 8, 0, 0, 0, 0))
-            + chunk(b"IDAT", zlib.compress(raw, 9))
-            + chunk(b"IEND", b""))
 
 
 def grey(x, y):
@@ -40,7 +26,7 @@ def grey(x, y):
 def main():
     rows = [bytes(grey(x, y) for x in range(SIZE)) for y in range(SIZE)]
     TARGET.parent.mkdir(exist_ok=True)
-    TARGET.write_bytes(png_grey(SIZE, SIZE, rows))
+    TARGET.write_bytes(png(SIZE, SIZE, GREY, rows))
     print(f"{TARGET} written")
 
 

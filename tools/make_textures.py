@@ -6,25 +6,11 @@ smoothly from 1 at the centre to 0 at the rim. Standard library only.
 """
 import math
 import pathlib
-import struct
-import zlib
+
+from png import RGBA, png
 
 SIZE = 64
 TARGET = pathlib.Path(__file__).resolve().parent.parent / "Texture" / "ParticleA.png"
-
-
-def chunk(name, data):
-    body = name + data
-    return struct.pack(">I", len(data)) + body + struct.pack(">I", zlib.crc32(body))
-
-
-def png_rgba(width, height, rows):
-    """The bytes of an 8-bit RGBA PNG; rows are bytes of 4 * width each."""
-    raw = b"".join(b"\0" + row for row in rows)
-    return (b"\x89PNG\r\n\x1a\n"
-            + chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, 8, 6, 0, 0, 0))
-            + chunk(b"IDAT", zlib.compress(raw, 9))
-            + chunk(b"IEND", b""))
 
 
 def spot_alpha(x, y):
@@ -41,7 +27,7 @@ def main():
     rows = [b"".join(bytes((255, 255, 255, spot_alpha(x, y))) for x in range(SIZE))
             for y in range(SIZE)]
     TARGET.parent.mkdir(exist_ok=True)
-    TARGET.write_bytes(png_rgba(SIZE, SIZE, rows))
+    TARGET.write_bytes(png(SIZE, SIZE, RGBA, rows))
     print(f"{TARGET} written")
 
 
