@@ -1,37 +1,22 @@
 // Repainting the graph at 1600 x 600 into a bitmap, as a paint event does. Needs a display. Limit: 8 ms,
 // half a frame of a 60 Hz screen; `ratio` is the time over it.
 #include <cmath>
-#include <cstdlib>
 #include <ctime>
 #include <memory>
 #include <vector>
 
 #include <benchmark/benchmark.h>
-#include <wx/app.h>
 #include <wx/dcmemory.h>
 #include <wx/frame.h>
-#include <wx/init.h>
 
 #include "PARAM/clsParamGroup.h"
+#include "StartToolkit.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/TIMELINE/clsGraphPanel.h"
-#include "WIDGET/clsFontProvider.h"
 
 namespace {
 
 constexpr double kLimit = 8.0;
-
-bool StartToolkit() {
-    static const bool sbStarted = [] {
-        if (!std::getenv("DISPLAY")) return false;
-        setenv("GDK_BACKEND", "x11", 1);
-        int argc = 0;
-        if (!wxTheApp && !wxEntryStart(argc, static_cast<char**>(nullptr))) return false;
-        FontProvider_cls::InitializeStatic();
-        return true;
-    }();
-    return sbStarted;
-}
 
 /// Waves with keys of all kinds. `curves` spread over the height, or all over the whole of it.
 std::unique_ptr<ParamGroup_cls> MakeGroup(int curves, int keys, bool bWild) {

@@ -1,23 +1,20 @@
 // Repainting tree and strips at 1600 x 600 into a bitmap, as paint events do, while rows scroll and the time
 // zooms: 200 curves of 50 keys. Needs a display. Limit: 8 ms, half a frame of a 60 Hz screen; `ratio` is the
 // time over it.
-#include <cstdlib>
 #include <ctime>
 #include <memory>
 #include <vector>
 
 #include <benchmark/benchmark.h>
-#include <wx/app.h>
 #include <wx/dcmemory.h>
 #include <wx/frame.h>
-#include <wx/init.h>
 
 #include "PARAM/clsParamGroup.h"
+#include "StartToolkit.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/TIMELINE/clsParamGUICtrl.h"
 #include "WIDGET/TIMELINE/clsParamStrips.h"
 #include "WIDGET/TIMELINE/clsParamTree.h"
-#include "WIDGET/clsFontProvider.h"
 
 namespace {
 
@@ -26,18 +23,6 @@ constexpr int kGroups = 50;
 constexpr int kKeys = 50;
 constexpr int kFrames = 1000;
 const wxString kSuffixes[] = {"Red", "Green", "Blue", "Alpha"};
-
-bool StartToolkit() {
-    static const bool sbStarted = [] {
-        if (!std::getenv("DISPLAY")) return false;
-        setenv("GDK_BACKEND", "x11", 1);
-        int argc = 0;
-        if (!wxTheApp && !wxEntryStart(argc, static_cast<char**>(nullptr))) return false;
-        FontProvider_cls::InitializeStatic();
-        return true;
-    }();
-    return sbStarted;
-}
 
 std::unique_ptr<ParamGroup_cls> MakeGroup(int number) {
     auto group =
