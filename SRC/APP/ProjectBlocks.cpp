@@ -7,6 +7,7 @@
 #include "GL/VIEW/clsExposure.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsOverlay.h"
+#include "IMAGE/clsImgSequence.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPeriodicBoundary.h"
@@ -76,6 +77,7 @@ const std::vector<ProjectBlock_st>& GetProjectBlocks() {
         {19, "shadow volumes", false, nullptr, nullptr},
         {20, "views 0 to 3 once more", false, WriteViewsAgain, nullptr},
         {21, "filters", false, nullptr, nullptr},
+        {22, "image sequence", false, Write<&Main_cls::mpCImgSequence>, ReadLine<&Main_cls::mpCImgSequence>},
     };
     return sBlocks;
 }

@@ -25,6 +25,8 @@
 #include "GL/VIEW/clsGLExtraFrame.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
+#include "IMAGE/clsImageIO.h"
+#include "IMAGE/clsImgSequence.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/MessageBoxes.h"
@@ -86,6 +88,7 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
 FrameMain_cls::~FrameMain_cls() {
     ForgetUnaskedEnds();
     mTimer.Stop();
+    GCImgIO.Finish();
     UpdateStatusBar_cls::Connect({});
     SetMessageHandler({});
     SetMenuEventTarget(nullptr);
@@ -157,6 +160,8 @@ void FrameMain_cls::UpdateStatusText() {
     } else {
         text[0] = _("No data: load particle data, or drop a file or a project here");
     }
+    const wxString run = mpCMain->mpCImgSequence->GetProgressText();
+    if (!run.empty()) text[0] = run;
     const int drawing = GDrawingPercentage.load();
     if (drawing != 100) text[2] = wxString::Format("%s%d%%", kStages[GDrawingStage.load() % 3], drawing);
     const int reading = GThreadReaderPercentage.load();

@@ -46,6 +46,8 @@ public:
     LightSRCCtrl_cls* GetPCLightSRCCtrl() const;
     PDataSeqCtrl_cls* GetPCDataSeqCtrl() const;
     Preference_cls* GetPCPreference() const { return mpCPreference; }
+    /// The view that was used last: the one that pictures are taken of.
+    MainGLCanvas_cls* GetPCOutputCanvas() const;
     GLExtraFrame_cls* GetPCExtraFrame() const { return mpCExtraFrame; }
     TopHalfPanel_cls* GetPCTopHalf() const { return mpCTopHalf; }
     BtmHalfPanel_cls* GetPCBtmHalf() const { return mpCBtmHalf; }
@@ -139,6 +141,17 @@ private:
     void OnMenuViewExtra(wxCommandEvent& event);
     void OnMenuPlayStop(wxCommandEvent& event);
     void OnMenuSetCameraKey(wxCommandEvent& event);
+    // clsFrameMainImage.cpp
+    void OnMenuSaveImageSnap(wxCommandEvent& event);
+    void OnMenuCopyView(wxCommandEvent& event);
+    void OnMenuSaveImageSeq(wxCommandEvent& event);
+    void OnMenuSaveImgSeqBegin(wxCommandEvent& event);
+    void OnMenuRefreshImgSeq(wxCommandEvent& event);
+    void AskBeforeSequence(MainGLCanvas_cls* pCanvas);
+    /// End all runs that write something.
+    void StopOutputs();
+    void TellImageFailures();
+
     void OnMenuUnlock(wxCommandEvent& event);
     void OnMenuSpecial(wxCommandEvent& event);
     void OnAbout(wxCommandEvent& event);

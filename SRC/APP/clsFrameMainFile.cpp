@@ -200,6 +200,7 @@ void FrameMain_cls::OnClose(wxCloseEvent& event) {
         return;
     }
     if (!mbQuitAsked) SayLastWords();
+    StopOutputs();
     mpCMain->WaitThreadFinish();
     Destroy();
 }

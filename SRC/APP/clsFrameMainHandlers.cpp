@@ -83,6 +83,11 @@ void FrameMain_cls::BindHandlers() {
     Bind(ID_PLAY_STOP, &FrameMain_cls::OnMenuPlayStop);
     for (const int id : {ID_SET_KEY_POS, ID_SET_KEY_POS_ROT, ID_SET_KEY_ANC})
         Bind(id, &FrameMain_cls::OnMenuSetCameraKey);
+    Bind(ID_SAVE_IMAGE_SNAP, &FrameMain_cls::OnMenuSaveImageSnap);
+    Bind(ID_COPY_VIEW, &FrameMain_cls::OnMenuCopyView);
+    Bind(ID_SAVE_IMAGE_SEQ, &FrameMain_cls::OnMenuSaveImageSeq);
+    Bind(ID_SAVE_IMGSEQ_BEGIN, &FrameMain_cls::OnMenuSaveImgSeqBegin);
+    Bind(ID_REFRESH_IMGSEQ, &FrameMain_cls::OnMenuRefreshImgSeq);
     Bind(ID_ABOUT, &FrameMain_cls::OnAbout);
     Bind(ID_ABOUT_GL, &FrameMain_cls::OnMenuAboutGL);
     Bind(ID_UNLOCK, &FrameMain_cls::OnMenuUnlock);
@@ -209,9 +214,7 @@ void FrameMain_cls::OnMenuPlayStop(wxCommandEvent&) {
         time->mbIgnoreNextStop = false;
         return;
     }
-    mpCMainCanvas->StopSaveImgSeqProcess();
-    mpCMainCanvas->StopExportDataProcess();
-    mpCMainCanvas->StopExportPovStringProcess();
+    StopOutputs();
     if (time->IsPlaying()) time->ProcStopPlaying();
 }
 

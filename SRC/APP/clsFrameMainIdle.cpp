@@ -68,7 +68,10 @@ void FrameMain_cls::OnIdle(wxIdleEvent& event) {
         PrepareFramesAhead(time->GetPrefetch());
     }
     if (GbGLLockPlayWait.load()) return;
-    if (!mpCTopHalf->CheckGLRefresh(time->GetFrame(), time->GetInterpStep())) {
+    MainGLCanvas_cls* extra = GetPCGLCanvas(MainGLCanvas_cls::kExtraPanel);
+    const bool bWait =
+        extra && extra->MakesImages() && !extra->CheckGLRefresh(time->GetFrame(), time->GetInterpStep());
+    if (!mpCTopHalf->CheckGLRefresh(time->GetFrame(), time->GetInterpStep()) || bWait) {
         wxMilliSleep(13); // a paint is on its way: don't spin
         return;
     }
@@ -79,6 +82,7 @@ void FrameMain_cls::OnTimer(wxTimerEvent&) {
     // Safety net for a reader that ended between its last two stores.
     if (GpCThreadReader.load() && GbThreadReaderFinished.load(std::memory_order_acquire))
         GpCThreadReader.store(nullptr);
+    TellImageFailures();
     TickRecovery();
 }
 

@@ -31,8 +31,8 @@ constexpr MenuEntry_st kFile[] = {
     {Entry::Normal, "Save Project As", "S", "Ctrl-Shift-S", ID_SAVE_PROJECT_AS, nullptr, true},
     kSeparator,
     {Entry::Normal, "Load Particle Data", "L", "Ctrl-Alt-O", ID_LOAD_DATA, nullptr, true},
-    {Entry::Normal, "Save Snapshot", "I", "F7", ID_SAVE_IMAGE_SNAP, nullptr, false},
-    {Entry::Normal, "Save Image Sequence", "A", "F8", ID_SAVE_IMAGE_SEQ, nullptr, false},
+    {Entry::Normal, "Save Snapshot", "I", "F7", ID_SAVE_IMAGE_SNAP, nullptr, true},
+    {Entry::Normal, "Save Image Sequence", "A", "F8", ID_SAVE_IMAGE_SEQ, "ImgSequence", true},
     {Entry::SubBegin, "Export", "E", nullptr, ID_EXPORT_MENU, nullptr, false},
     {Entry::Normal, "Export Particle Data", "P", nullptr, ID_EXPORT_DATA, nullptr, false},
     {Entry::Normal, "Export Path to Clipboard (.pov)", "C", nullptr, ID_EXPORT_PATH_POV, nullptr, false},
@@ -50,6 +50,7 @@ constexpr MenuEntry_st kFile[] = {
 constexpr MenuEntry_st kEdit[] = {
     {Entry::Normal, "Undo", "U", "Ctrl-Z", ID_UNDO, nullptr, true},
     {Entry::Normal, "Redo", "R", "Ctrl-Y", ID_REDO, nullptr, true},
+    {Entry::Normal, "Copy View", "C", "Ctrl-Shift-C", ID_COPY_VIEW, nullptr, true},
     {Entry::Normal, "Move Frame", "G", "Ctrl-G", ID_GO, nullptr, true},
     {Entry::Check, "Time Remap", "R", nullptr, ID_TIME_REMAP, nullptr, true},
     {Entry::SubBegin, "Remove Cache", "D", nullptr, ID_REMOVE_CACHE_MENU, nullptr, true},

@@ -28,6 +28,7 @@
 #include "GL/VIEW/clsInformation.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsOverlay.h"
+#include "IMAGE/clsImgSequence.h"
 #include "PARAM/clsParamGroup.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataBlock.h"
@@ -87,6 +88,7 @@ Main_cls::Main_cls() {
     mpCAnchorPath = new AnchorPath_cls;
     mpCLightSRCCtrl = new LightSRCCtrl_cls;
     mpCTimeCtrl = new TimeCtrl_cls(this);
+    mpCImgSequence = new ImgSequence_cls(mpCTimeCtrl);
     mpCColorCurveCtrl = new ColorCurveCtrl_cls;
     ColorCurveBtn_cls::mspCColorCurveCtrlLinked = mpCColorCurveCtrl;
     LinkColorCurveCtrl(*this, *mpCColorCurveCtrl);
@@ -126,6 +128,7 @@ Main_cls::~Main_cls() {
     delete mpCLightSRCCtrl;
     ColorCurveBtn_cls::mspCColorCurveCtrlLinked = nullptr;
     delete mpCColorCurveCtrl;
+    delete mpCImgSequence;
     delete mpCTimeCtrl;
     delete mpCScene;
     delete mpCRecentFiles;

@@ -12,6 +12,7 @@ class DataLoader_cls;
 class DrawOption_cls;
 class Exposure_cls;
 class FrameMain_cls;
+class ImgSequence_cls;
 class Information_cls;
 class LightSRCCtrl_cls;
 class Overlay_cls;
@@ -103,6 +104,7 @@ public:
     /// Folder "Camera Path" of the time line: the curves of camera and anchor that files keep.
     ParamGroup_cls* mpCParamGroupCameraPath = nullptr;
     TimeCtrl_cls* mpCTimeCtrl = nullptr;
+    ImgSequence_cls* mpCImgSequence = nullptr;
     ColorCurveCtrl_cls* mpCColorCurveCtrl = nullptr; ///< the colour curve editor
     ParamGUICtrl_cls* mpCParamGUICtrl = nullptr;     ///< the time lines, of the main frame
     Scene_cls* mpCScene = nullptr;

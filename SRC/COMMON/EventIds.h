@@ -98,6 +98,8 @@ enum MenuEventId : int {
     ID_RECENT_DATA_MENU = 6710,
     ID_RECENT_DATA_0 = 6711, ///< to 6719
 
+    ID_COPY_VIEW = 6720,
+
     ID_BOUNDARY_SIZE = 6506,
 
     ID_CANVAS_MOVE_TO_CAM = 6546,

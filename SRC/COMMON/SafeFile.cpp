@@ -90,10 +90,11 @@ public:
         fchmod(mFile, old.st_mode & 07777);
     }
 
-    bool Commit(const std::string& path) {
-        if (!MayDo("sync") || fsync(mFile) != 0) return false;
+    bool Commit(const std::string& path, ToDisk disk) {
+        if (disk == ToDisk::Force && (!MayDo("sync") || fsync(mFile) != 0)) return false;
         if (!MayDo("rename") || rename(mPath.c_str(), path.c_str()) != 0) return false;
         mbDone = true;
+        if (disk == ToDisk::Later) return true;
         // The new name outlives a power failure too.
         const int folder = open(FolderOf(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
         if (folder >= 0) {
@@ -147,7 +148,7 @@ wxString Reason() { return wxString::FromUTF8(std::strerror(errno)); }
 
 } // namespace
 
-wxString WriteFileSafely(const wxString& path, const std::string& bytes) {
+wxString WriteFileSafely(const wxString& path, const std::string& bytes, ToDisk disk) {
     const std::string target = FollowLinks(NarrowPath(path));
     if (target.empty()) return Reason();
     struct stat old {};
@@ -161,7 +162,7 @@ wxString WriteFileSafely(const wxString& path, const std::string& bytes) {
     FileBeside_cls file(target);
     if (!file.IsOpen()) return Reason();
     if (bThere) file.TakeAfter(old);
-    if (!file.Write(bytes) || !file.Commit(target)) return Reason();
+    if (!file.Write(bytes) || !file.Commit(target, disk)) return Reason();
     return wxString();
 }
 

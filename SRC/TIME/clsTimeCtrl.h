@@ -152,6 +152,9 @@ public:
     bool mbCustomRange = false; ///< mRangeMin, mRangeMax replace the work area
     int mRangeMin = 0;
     int mRangeMax = 0;
+    /// An output run plays: each frame of the range once, the last one as whole as the others, whatever
+    /// "Repeat" says, and as fast as pictures are made. Ends with the stop.
+    bool mbOutputRun = false;
     bool mbIgnoreNextStop = false; ///< a repeat went round: the next stop event is not meant
     MotionBlurCtrl_cls mCMotionBlur;
     ConfItemBOOL_cls mbUseTimeRemap;
@@ -175,6 +178,7 @@ private:
     void WaitForNextAdvance() const;
     void SetPosition(int frame, int step);
     void StopPlaying(bool bByUser);
+    bool GoesRound() const { return mbRepeat.mValue && !mbOutputRun; }
 
     Main_cls* mpCMain;
     wxStopWatch mCStopWatchPlay;

@@ -21,7 +21,7 @@ int TimeCtrl_cls::FloorToStep(int frame) const { return frame / GetAnimStep() * 
 int TimeCtrl_cls::CalcNextFrame(int frame, int dir, bool bUseRange, bool bRepeat) const {
     const long long to = (frame == -1 ? mFrame : frame) + static_cast<long long>(GetAnimStep()) * dir;
     int next = int(std::clamp(to, -1LL, static_cast<long long>(GetMaxFrame()) + 1));
-    const bool bAround = bRepeat && mbRepeat.mValue;
+    const bool bAround = bRepeat && GoesRound();
     if (dir >= 0 && next > GetMaxFrame()) next = bAround ? 0 : GetMaxFrame();
     if (dir < 0 && (next < 0 || next > GetMaxFrame())) next = bAround ? GetMaxFrame() : 0;
     if (bUseRange) {
@@ -34,7 +34,7 @@ int TimeCtrl_cls::CalcNextFrame(int frame, int dir, bool bUseRange, bool bRepeat
 }
 
 void TimeCtrl_cls::AdjustFrameByRange(int* pFrame, int* pStep, int dir, bool bUseRange, bool bRepeat) const {
-    const bool bAround = bRepeat && mbRepeat.mValue;
+    const bool bAround = bRepeat && GoesRound();
     if (dir >= 0 && *pFrame > GetMaxFrame()) *pFrame = bAround ? 0 : GetMaxFrame();
     if (dir < 0 && (*pFrame < 0 || *pFrame > GetMaxFrame())) *pFrame = bAround ? GetMaxFrame() : 0;
     if (bUseRange) {
@@ -63,8 +63,7 @@ void TimeCtrl_cls::CalcNextFrameFromStep(int* pFrame, int* pStep, bool bUseRange
         *pFrame += GetAnimStep();
         *pStep = 0;
     }
-    if (dir < 0 && *pFrame < 0 && !(bRepeat && mbRepeat.mValue))
-        *pStep = 0; // before the start there is no step
+    if (dir < 0 && *pFrame < 0 && !(bRepeat && GoesRound())) *pStep = 0; // before the start there is no step
     AdjustFrameByRange(pFrame, pStep, dir, bUseRange, bRepeat);
 }
 
@@ -95,6 +94,7 @@ void TimeCtrl_cls::TakeBackPlay(int frame, int step) {
     const bool bWasPlaying = mbPlaying;
     mbPlaying = false;
     mbCustomRange = false;
+    mbOutputRun = false;
     mCMotionBlur.EndMotionBlur();
     SetInterpStepNative(std::min(step, GetAnimInterp() - 1), UPDATE_TL | UPDATE_GL);
     SetFrameNative(std::min(frame, GetMaxFrame()), UPDATE_TL | UPDATE_GL);
@@ -103,7 +103,7 @@ void TimeCtrl_cls::TakeBackPlay(int frame, int step) {
 
 void TimeCtrl_cls::WaitForNextAdvance() const {
     // Paces playing on the UI thread: an advance is due every mFrameInterval milliseconds at most.
-    while (mCStopWatchFrame.Time() - mLastFrameTime < mFrameInterval)
+    while (!mbOutputRun && mCStopWatchFrame.Time() - mLastFrameTime < mFrameInterval)
         wxMilliSleep(3);
 }
 
@@ -131,7 +131,8 @@ bool TimeCtrl_cls::ProcPlaying() {
     mLastFrameTime = mCStopWatchFrame.Time();
     SetPosition(frame, step);
     // With repeat the last frame is drawn as every other one; the next advance goes round.
-    if (frame == GetMaxFrame() && mPlayDirection > 0 && !(mbRepeat.mValue && !mbCustomRange)) {
+    if (frame == GetMaxFrame() && mPlayDirection > 0 && !mbOutputRun &&
+        !(mbRepeat.mValue && !mbCustomRange)) {
         StopPlaying(false);
         return false;
     }
@@ -146,11 +147,12 @@ void TimeCtrl_cls::StopPlaying(bool bByUser) {
     mCMotionBlur.EndMotionBlur();
     const int end = mPlayDirection > 0 ? GetWAMax() : GetWAMin();
     // A user who stops at the end of a repeated film means it.
-    if (mbRepeat.mValue && !bByUser && mFrame == FloorToStep(end) && GetWAMax() != GetWAMin()) {
+    if (GoesRound() && !bByUser && mFrame == FloorToStep(end) && GetWAMax() != GetWAMin()) {
         mbPlaying = true;
         mbIgnoreNextStop = true;
         SetPosition(mPlayDirection > 0 ? GetWAMin() : GetWAMax(), 0);
     }
+    mbOutputRun = false;
     PostMenuEvent(ID_REFRESH_TL);
     PostMenuEvent(ID_PLAY_STOP);
 }

@@ -94,11 +94,21 @@ int MultiInputPanel_cls::AddNumber(const wxString& label, std::function<double()
     return row;
 }
 
-void MultiInputPanel_cls::AddNumberTo(int row, float* pValue, const NumSpec& spec, const wxString& tip) {
+template <class T>
+void MultiInputPanel_cls::PlaceOneMore(int row, T* pValue, NumSpec spec, const wxString& tip) {
+    spec.mbInteger = spec.mbInteger || std::is_integral_v<T>;
     PlaceNumber(
         row, [pValue] { return static_cast<double>(*pValue); },
-        [pValue](double now) { *pValue = static_cast<float>(now); }, spec, tip, false,
+        [pValue](double now) { *pValue = static_cast<T>(now); }, spec, tip, false,
         std::make_shared<FieldUndo_cls>(FieldUndo_cls::ForNumber(pValue)));
+}
+
+void MultiInputPanel_cls::AddNumberTo(int row, float* pValue, const NumSpec& spec, const wxString& tip) {
+    PlaceOneMore(row, pValue, spec, tip);
+}
+
+void MultiInputPanel_cls::AddNumberTo(int row, int* pValue, const NumSpec& spec, const wxString& tip) {
+    PlaceOneMore(row, pValue, spec, tip);
 }
 
 int MultiInputPanel_cls::AddColor(const wxString& label, float* pColor, const wxString& tip) {

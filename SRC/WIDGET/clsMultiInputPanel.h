@@ -58,6 +58,7 @@ public:
     void AddCheckTo(int row, bool* pValue, const wxString& text, const wxString& tip);
     /// One more number at the end of a row.
     void AddNumberTo(int row, float* pValue, const NumSpec& spec, const wxString& tip);
+    void AddNumberTo(int row, int* pValue, const NumSpec& spec, const wxString& tip);
     /// Red, green, blue, alpha, 0..1: a swatch, and alpha as a number.
     int AddColor(const wxString& label, float* pColor, const wxString& tip);
     int AddText(const wxString& label, wxString* pValue, const wxString& tip);
@@ -115,6 +116,8 @@ private:
     wxWindow* Place(int row, wxWindow* pWindow, int proportion);
     template <class T>
     int AddNumbers(const wxString& label, T* pValue, int count, NumSpec spec, const wxString& tip);
+    template <class T>
+    void PlaceOneMore(int row, T* pValue, NumSpec spec, const wxString& tip);
     using Undo = std::shared_ptr<FieldUndo_cls>;
     void PlaceNumber(int row, std::function<double()> get, std::function<void(double)> set,
                      const NumSpec& spec, const wxString& tip, bool bGripLabel, Undo undo);

@@ -14,6 +14,7 @@
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/VIEW/clsExposure.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "IMAGE/clsImageIO.h"
 #include "GL/VIEW/clsOverlay.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
 #include "GoldenPicture.h"
@@ -57,7 +58,9 @@ protected:
         return pixel;
     }
     static void Request(Image_st* pImage) {
-        Canvas(0)->RequestImage([pImage](const FBO_cls& image, const FBO_cls& overlay, wxSize clip) {
+        Canvas(0)->RequestImage([pImage](const ImageBuffers_st& buffers, wxSize clip) {
+            const FBO_cls& image = *buffers.mpColor;
+            const FBO_cls& overlay = *buffers.mpOverlay;
             pImage->mMiddle = Read(image, image.GetWidth() / 2, image.GetHeight() / 2);
             pImage->mLegend = Read(overlay, clip.x - kInside, kInside);
             pImage->mSize = wxSize(image.GetWidth(), image.GetHeight());

@@ -57,10 +57,17 @@ void DrawClrLegend_cls::MakeClrCurveTexture(const ColorCurve_cls& curve, int whi
     DeleteBufferRGBA();
 }
 
+bool DrawClrLegend_cls::IsShown() const {
+    const int pos = mpCOverlay->mLegendPos.mValue;
+    const bool* pShown = mpCOverlay->mShowLegend.mValue;
+    return pos >= Overlay_cls::TOP_LEFT && pos <= Overlay_cls::BTM_RIGHT &&
+           std::find(pShown, pShown + kLegends, true) != pShown + kLegends;
+}
+
 void DrawClrLegend_cls::DrawClrLegend(const ColorCurve_cls* const pCurves[kLegends], int w, int h,
                                       Target target) {
     const int pos = mpCOverlay->mLegendPos.mValue;
-    if (pos < Overlay_cls::TOP_LEFT || pos > Overlay_cls::BTM_RIGHT) return;
+    if (!IsShown()) return;
     int row = 0;
     for (int which = 0; which < kLegends; ++which) {
         if (!mpCOverlay->mShowLegend.mValue[which] || !pCurves[which]) continue;

@@ -17,6 +17,7 @@ public:
     explicit DrawClrLegend_cls(const Overlay_cls* pOverlay) : OverlayBase_cls(pOverlay) {}
     ~DrawClrLegend_cls();
 
+    bool IsShown() const;
     /// Draw into the present target, w by h pixels of it. One curve an attribute; null is passed over.
     void DrawClrLegend(const ColorCurve_cls* const pCurves[kLegends], int w, int h, Target target);
 

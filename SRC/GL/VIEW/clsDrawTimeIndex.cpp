@@ -48,9 +48,14 @@ void DrawTimeIndex_cls::MakeTimeTexture(const wxString& text) {
     DeleteBufferRGBA();
 }
 
+bool DrawTimeIndex_cls::IsShown() const {
+    const int pos = mpCOverlay->mTimePos.mValue;
+    return pos >= Overlay_cls::TOP_LEFT && pos <= Overlay_cls::BTM_RIGHT;
+}
+
 void DrawTimeIndex_cls::DrawTimeInfo(double time, int w, int h, Target target) {
     const int pos = mpCOverlay->mTimePos.mValue;
-    if (pos < Overlay_cls::TOP_LEFT || pos > Overlay_cls::BTM_RIGHT) return;
+    if (!IsShown()) return;
     MakeTimeTexture(GetTimeText(time));
     SetOffsetPos(pos, 0, w, h);
     // What is larger than an item grows into the picture.

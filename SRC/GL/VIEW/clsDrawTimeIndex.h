@@ -11,6 +11,7 @@ public:
 
     using OverlayBase_cls::OverlayBase_cls;
 
+    bool IsShown() const;
     /// Draw into the present target, w by h pixels of it; nothing when the time isn't wanted.
     void DrawTimeInfo(double time, int w, int h, Target target);
     /// The tag and the number; "Not Defined" for the time of a snapshot that has none.

@@ -97,15 +97,19 @@ bool Exposure_cls::IsNeutral() const {
            mHueOffset.mValue == 0 && mSaturation.mValue == 0;
 }
 
+void Exposure_cls::SetColors() const {
+    SetFour(mLocation[LEVEL_MIN], mbBypassed ? 0.0 : FiniteOr(mLevel.mValue[0], 0.0));
+    SetFour(mLocation[LEVEL_MAX], mbBypassed ? 1.0 : FiniteOr(mLevel.mValue[1], 1.0));
+    SetFour(mLocation[GAMMA], mbBypassed ? 1.0 : std::max(FiniteOr(double(mGamma.mValue), 1.0), kLowGamma));
+    glUniform1i(mLocation[HUE], mbBypassed ? 0 : mHueOffset.mValue % 360);
+    glUniform1i(mLocation[SATURATION], mbBypassed ? 0 : std::clamp(mSaturation.mValue, -100, 100));
+}
+
 void Exposure_cls::Begin() const {
     // What targets hold is limited to 0 to 1 anyway: the fixed pipeline draws the same picture faster.
-    if (!mbEnabled || (IsNeutral() && mbBlendMode == 0)) return;
+    if (!mbEnabled || ((mbBypassed || IsNeutral()) && mbBlendMode == 0)) return;
     glUseProgram(mpCProgram->mProgram);
-    SetFour(mLocation[LEVEL_MIN], FiniteOr(mLevel.mValue[0], 0.0));
-    SetFour(mLocation[LEVEL_MAX], FiniteOr(mLevel.mValue[1], 1.0));
-    SetFour(mLocation[GAMMA], std::max(FiniteOr(double(mGamma.mValue), 1.0), kLowGamma));
-    glUniform1i(mLocation[HUE], mHueOffset.mValue % 360);
-    glUniform1i(mLocation[SATURATION], std::clamp(mSaturation.mValue, -100, 100));
+    SetColors();
     glUniform1i(mLocation[BLEND_MODE], mbBlendMode);
     glUniform1f(mLocation[ALPHA], mAlpha);
 }

@@ -36,6 +36,8 @@ public:
     void SetAccumulation(float alpha);
     void EndAccumulation();
     float GetAlpha() const { return mAlpha; }
+    /// Colours go through unchanged, whatever the page says; weights still count.
+    void SetBypassed(bool bBypassed) { mbBypassed = bBypassed; }
 
     /// Pictures come out as they went in.
     bool IsNeutral() const;
@@ -54,7 +56,9 @@ public:
 
 private:
     bool MakeProgram();
+    void SetColors() const;
 
+    bool mbBypassed = false;
     bool mbInitialized = false;
     bool mbEnabled = false;
     float mAlpha = 1.0f;

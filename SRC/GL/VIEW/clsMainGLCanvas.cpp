@@ -37,6 +37,7 @@ DrawTimeIndex_cls* MainGLCanvas_cls::mspCDrawTimeIndex = nullptr;
 DrawClrLegend_cls* MainGLCanvas_cls::mspCDrawClrLegend = nullptr;
 Exposure_cls* MainGLCanvas_cls::mspCExposureLink = nullptr;
 Information_cls* MainGLCanvas_cls::mspCInformationLink = nullptr;
+ImgSequence_cls* MainGLCanvas_cls::mspCImgSeqLinked = nullptr;
 std::unique_ptr<FBO_cls> MainGLCanvas_cls::mspCDome;
 std::unique_ptr<FBO_cls> MainGLCanvas_cls::mspCStage;
 
@@ -192,6 +193,7 @@ void MainGLCanvas_cls::DestructStaticMembers() {
     DeleteAndForget(mspCClrCurveTag);
     mspCExposureLink = nullptr;
     mspCInformationLink = nullptr;
+    mspCImgSeqLinked = nullptr;
     msCConfListStatic.Clear();
 }
 
@@ -231,26 +233,30 @@ void MainGLCanvas_cls::RefreshEX() {
     if (GbGLLockDrawing.load())
         MarkStale();
     else
-        Refresh(false);
+        QueuePaint();
     if (mPanelIndex != 0) return;
     MainGLCanvas_cls* pExtra = GetOther(kExtraPanel);
     if (pExtra && pExtra->IsShownOnScreen() && pExtra->GetDisplayMode() == 8) pExtra->RefreshEX();
 }
 
 bool MainGLCanvas_cls::CheckGLRefresh(int frame, int step) {
-    if (!IsShownOnScreen()) return true;
+    if (!IsShownOnScreen() && !MakesImages()) return true;
     if (frame == mPaintedFrame && step == mPaintedStep) return true;
     if (mbPaintQueued) return false;
     const bool bReading = GpCThreadReader.load() && !GbThreadReaderFinished.load(std::memory_order_acquire);
     if (mbLoading && bReading && frame == mWaitFrame && step == mWaitStep)
         return false; // its end will wake us
-    Refresh(false);
+    QueuePaint();
     return false;
 }
 
 void MainGLCanvas_cls::MarkStale() { mPaintedFrame = mPaintedStep = -1; }
 
 void MainGLCanvas_cls::SetGLBGColor(int which) {
+    if (mPlainGrey) {
+        glClearColor(*mPlainGrey, *mPlainGrey, *mPlainGrey, *mPlainGrey);
+        return;
+    }
     float color[4];
     (which == 0 ? mspCClrCurveBG : mspCClrCurveOut)->GetColor4fScaled(color, 0.0f);
     glClearColor(color[0], color[1], color[2], color[3]);

@@ -9,6 +9,7 @@
 #include <functional>
 #include <istream>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <wx/glcanvas.h>
@@ -35,10 +36,12 @@ class FishEye_cls;
 class FrameMain_cls;
 class GLCanvasCtrl_cls;
 class GLTexture_cls;
+class ImgSequence_cls;
 class Information_cls;
 class Overlay_cls;
 class Preference_cls;
 class wxDC;
+struct ImageBuffers_st;
 
 class MainGLCanvas_cls : public wxGLCanvas {
 public:
@@ -57,6 +60,10 @@ public:
     bool CheckGLRefresh(int frame, int step);
     /// Whatever was painted no longer holds.
     void MarkStale();
+    /// Of the window, at least 1 by 1.
+    wxSize GetPixelSize() const;
+    /// An image is wanted: paints go on although nobody sees the view.
+    bool MakesImages() const { return mbImageRequest; }
     wxGLContext* GetContext() const { return mpCGLContext.get(); }
 
     // Queries on the view.
@@ -92,14 +99,23 @@ public:
     /// Is there a picture at all, or only a text that tells why not?
     bool HasGL() const { return mpCGLContext != nullptr; }
 
-    /// Takes a finished image: the picture, a square as wide as the image of which `clip` cuts the middle,
-    /// and what is written on top, clip pixels with alpha. Called inside the paint.
-    using ImageTaker = std::function<void(const FBO_cls& image, const FBO_cls& overlay, wxSize clip)>;
-    /// The next paint makes an image, complete when the last step of a motion blur has been added.
-    void RequestImage(ImageTaker taker);
+    /// Takes a finished image: squares of which the middle counts, and what is written on top, `size` pixels.
+    /// Called inside the paint.
+    using ImageTaker = std::function<void(const ImageBuffers_st& buffers, wxSize size)>;
+    /// The next paint makes an image, complete when the last step of a motion blur has been added. `size`
+    /// empty: as large as the window.
+    void RequestImage(ImageTaker taker, wxSize size = wxSize(), bool bTransparent = false);
+    /// Draw the image that is requested now, whether the view can be seen or not, without its window. Waits
+    /// for the data. False: there is nothing that could draw it.
+    bool DrawImage();
+    /// Called inside the next paint, when the window's picture with its overlays is complete and the messages
+    /// aren't there yet; the picture is GL's read buffer.
+    void RequestWindowPicture(std::function<void(wxSize size)> taker);
 
     // Other outputs than the window, driven from the frame's stop command.
-    void StopSaveImgSeqProcess() {}
+    /// From the next paint on each new picture goes to the sequence, until the stop.
+    void StartSaveImgSeqProcess(ImgSequence_cls* pSequence);
+    void StopSaveImgSeqProcess();
     void StopExportDataProcess() {}
     void StopExportPovStringProcess() {}
 
@@ -158,6 +174,7 @@ public:
     static GLTexture_cls* mspCFisheyeGrid;
     static DrawTimeIndex_cls* mspCDrawTimeIndex;
     static DrawClrLegend_cls* mspCDrawClrLegend;
+    static ImgSequence_cls* mspCImgSeqLinked; ///< told the active window's size; null before the first dialog
     static double msCAnchorPos[3];
     static double msCAnchorPosOrtho[3];
 
@@ -177,6 +194,21 @@ private:
         bool bData = true; ///< false: the data are still being read
     };
     enum class DataState { Ready, Loading };
+    // An image that is wanted of this view.
+    struct ImageOrder_st {
+        ImageTaker taker;
+        wxSize size; ///< empty: as the window
+        bool bTransparent = false;
+    };
+    // What was added to the image last.
+    struct BakedMoment_st {
+        int frame = -1;
+        int step = -1;
+        double blur = -1.0;
+        bool operator==(const BakedMoment_st& o) const {
+            return frame == o.frame && step == o.step && blur == o.blur;
+        }
+    };
 
     // clsMainGLCanvas.cpp
     void AddItems();
@@ -184,7 +216,6 @@ private:
     void TellNoGL();
     bool MakeContextCurrent();
     MainGLCanvas_cls* GetOther(int view) const;
-    wxSize GetPixelSize() const;
     bool GoesAlong(int mode) const { return mode >= 1 && mode <= 6; }
 
     // clsMainGLCanvasPaint.cpp
@@ -225,11 +256,21 @@ private:
     void DrawDomeSquare(int w, int h);
     void DrawFisheyeGrid(const std::function<void()>& draw);
     void AddStage(int w, int h, float weight);
-    void BakeResultToFBOForImage(int slot);
+
+    // clsMainGLCanvasImage.cpp
+    void QueuePaint();
+    wxSize GetImageSize() const;
+    bool BeginImage();
+    void BakeImage(double angle);
+    void BakeResultToFBOForImage(std::unique_ptr<FBO_cls>& pTarget, bool bExposed);
+    void FinishImage();
+    void DropImage();
+    void TakeWindowPicture();
+    void DrawFrameBox(int w, int h);
 
     // clsMainGLCanvasOverlay.cpp
     void DrawOverlays(int w, int h, bool bToImage);
-    void FinishImage();
+    bool HasOverlays() const;
 
     // clsMainGLCanvasDraw.cpp
     void DrawFace(double gridUnit);
@@ -293,12 +334,20 @@ private:
     Moment_st mMoment;
 
     bool mbForceUpdateCameraPos = false;
-    bool mbImageRequest = false; ///< this paint makes an image: it waits for its data
-    ImageTaker mImageTaker;
+    bool mbImageRequest = false;  ///< paints make images: they wait for their data
+    bool mbImageSequence = false; ///< one after another, for the linked sequence
+    bool mbHiddenPaint = false;   ///< this paint is for an image alone, not for the window
+    bool mbBaked = false;         ///< this paint has added to the image
+    ImageOrder_st mImageOrder;
+    BakedMoment_st mBaked;
     std::unique_ptr<FBO_cls> mpCFBOForImage[2]; ///< one an eye; live while a motion blur runs
-    bool mbPaintQueued = false;                 ///< a paint event has come whose picture is still to be drawn
-    bool mbPainting = false;                    ///< this canvas is the one that holds GbGLLockDrawing
-    bool mbLoading = false;                     ///< the last paint gave up waiting for the reader
+    std::unique_ptr<FBO_cls> mpCFBOOnBlack;     ///< both of a transparent image
+    std::unique_ptr<FBO_cls> mpCFBOOnWhite;
+    std::optional<float> mPlainGrey; ///< stands for every background colour
+    std::function<void(wxSize)> mWindowTaker;
+    bool mbPaintQueued = false; ///< a paint event has come whose picture is still to be drawn
+    bool mbPainting = false;    ///< this canvas is the one that holds GbGLLockDrawing
+    bool mbLoading = false;     ///< the last paint gave up waiting for the reader
     bool mbLockDragging = false;
     // What mCCamLinked was last taken from; until any of it changes, a user's move of it stands.
     PositionAndDirection_cls mCCamPath;

@@ -158,9 +158,9 @@ void MainGLCanvas_cls::UpdateCameraPos() {
 }
 
 void MainGLCanvas_cls::SetPerspective() {
-    const wxSize size = GetPixelSize();
+    // An image has a shape of its own; dome and panorama pictures are cut from a square.
+    const wxSize size = MakesImages() && GetMultiPanelMode() == 0 ? GetImageSize() : GetPixelSize();
     mCGLPerspective.mbPerspective = mGLGeometry.mValue != 1;
-    // While an image sequence is written, its size is the clip size of flat views.
     mCGLPerspective.SetClipSize(size.x, size.y);
 }
 

@@ -17,8 +17,7 @@
 
 namespace {
 
-constexpr int kDomeSize = 2048;      // pixels of the dome picture
-constexpr int kWideImageSize = 4096; // of a fisheye's or panorama's image, whatever the faces' size
+constexpr int kDomeSize = 2048; // pixels of the dome picture
 
 void MakeSquare(std::unique_ptr<FBO_cls>& pBuffer, int w, int h) {
     if (!pBuffer || pBuffer->GetWidth() != w || pBuffer->GetHeight() != h)
@@ -144,19 +143,4 @@ void MainGLCanvas_cls::DrawDistorted(int w, int h) {
     glBlendFunc(GL_ZERO, GL_SRC_COLOR);
     mspCMask->BindTexture();
     draw();
-}
-
-// Steps of a motion blur add up, each with its share. Weight and blending both take the program's alpha, so
-// it is the root of that share.
-void MainGLCanvas_cls::BakeResultToFBOForImage(int slot) {
-    const MotionBlurCtrl_cls& blur = mpCFrame->GetPCTimeCtrl()->mCMotionBlur;
-    const bool bClear = !blur.mbBlur || blur.IsInitBluring();
-    const int size = GetMultiPanelMode() == FishEye_cls::MODE_FLAT ? mMoment.fboSize : kWideImageSize;
-    MakeSquare(mpCFBOForImage[slot], size, size);
-    mspCExposureLink->SetAccumulation(blur.mbBlur ? float(std::sqrt(blur.GetAlpha())) : 1.0f);
-    {
-        const FBOScope_cls target(*mpCFBOForImage[slot], bClear);
-        GatherFBOImages(size, size, true);
-    }
-    mspCExposureLink->EndAccumulation();
 }

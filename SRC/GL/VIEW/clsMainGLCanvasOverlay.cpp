@@ -1,4 +1,4 @@
-// What is written on top of the picture, and images that are taken of it.
+// What is written on top of the picture.
 #include "GL/VIEW/clsMainGLCanvas.h"
 
 #include "APP/clsFrameMain.h"
@@ -17,6 +17,11 @@ constexpr unsigned kSphere = 2; // draw type
 
 } // namespace
 
+bool MainGLCanvas_cls::HasOverlays() const {
+    return mpCFrame->GetPCActiveFileSequence()->GetSeqLength() > 0 &&
+           (mspCDrawTimeIndex->IsShown() || mspCDrawClrLegend->IsShown());
+}
+
 void MainGLCanvas_cls::DrawOverlays(int w, int h, bool bToImage) {
     const PDataSequence_cls& sequence = *mpCFrame->GetPCActiveFileSequence();
     if (sequence.GetSeqLength() <= 0) return; // nothing to tell
@@ -30,33 +35,4 @@ void MainGLCanvas_cls::DrawOverlays(int w, int h, bool bToImage) {
     }
     mspCDrawClrLegend->DrawClrLegend(curves, w, h, target);
     CheckGLErrors("overlays");
-}
-
-void MainGLCanvas_cls::RequestImage(ImageTaker taker) {
-    mImageTaker = std::move(taker);
-    mbImageRequest = true;
-    MarkStale();
-    RefreshEX();
-}
-
-// The second eye of a stereogram brings an image of its own.
-void MainGLCanvas_cls::FinishImage() {
-    if (!mbImageRequest) return;
-    const MotionBlurCtrl_cls& blur = mpCFrame->GetPCTimeCtrl()->mCMotionBlur;
-    if (!blur.IsOutputConditionOK() || !mpCFBOForImage[0]) return;
-    const wxSize clip(mCGLPerspective.mClipW, mCGLPerspective.mClipH);
-    FBO_cls overlay(clip.x, clip.y);
-    overlay.SetDepth(8);
-    overlay.MakeFBO(true);
-    {
-        const FBOScope_cls target(overlay, true);
-        DrawOverlays(clip.x, clip.y, true);
-    }
-    mbImageRequest = false;
-    const ImageTaker taker = std::move(mImageTaker);
-    mImageTaker = nullptr;
-    if (taker) taker(*mpCFBOForImage[0], overlay, clip);
-    for (auto& pBuffer : mpCFBOForImage)
-        pBuffer.reset(); // the next image starts clean
-    mspCStage.reset();
 }

@@ -17,6 +17,7 @@
 #include "GL/DRAW/clsGLDrawData.h"
 #include "GL/VIEW/clsFishEye.h"
 #include "GL/VIEW/clsInformation.h"
+#include "IMAGE/clsImgSequence.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "TIME/clsTimeCtrl.h"
 
@@ -98,6 +99,7 @@ void MainGLCanvas_cls::Paint() {
     EndFaces();
     FinishImage();
     CountPaint();
+    if (mbHiddenPaint) return;
     DrawOnWindow();
     if (msbKeepPicture) KeepPicture();
     SwapBuffers();
@@ -107,8 +109,9 @@ void MainGLCanvas_cls::Paint() {
 }
 
 bool MainGLCanvas_cls::IsPaintAllowed() const {
-    return IsShownOnScreen() && !GbGLLockDrawing.load() && !GbGLLockForLoadingData.load() &&
-           !GbGLLockForInterplateData.load() && !GbGLLockProjectLoading.load() && !GbGLLockModalDialog.load();
+    return (IsShownOnScreen() || MakesImages()) && !GbGLLockDrawing.load() &&
+           !GbGLLockForLoadingData.load() && !GbGLLockForInterplateData.load() &&
+           !GbGLLockProjectLoading.load() && !GbGLLockModalDialog.load();
 }
 
 // Reading is started without waiting in the store, so that the window stays alive: a read that takes longer
@@ -151,7 +154,9 @@ void MainGLCanvas_cls::ReadTime() {
     mMoment.doubleIndex = time.GetDoubleIndex();
     mMoment.remappedIndex = time.GetRemappedIndexDouble(-1, -1);
     mMoment.dataFrame = static_cast<int>(mMoment.remappedIndex);
-    const double step = mMoment.remappedIndex - mMoment.dataFrame;
+    // Here the step of a motion blur counts; what must be read is the same for all steps of a frame.
+    const double step =
+        time.GetRemappedIndex(-1) - mMoment.dataFrame + time.GetRemappedInterpStepDouble(-1, -1);
     mMoment.dt = mpCFrame->GetPCActiveFileSequence()->GetDT(mMoment.dataFrame, step);
     GLDrawData_cls::msCurrentDoubleIndex = mMoment.doubleIndex;
     EvaluatePaths(mMoment.doubleIndex);
@@ -234,18 +239,23 @@ void MainGLCanvas_cls::PlaceCamera() {
         mPaintedBlurFactor = mFrameBlurFactor;
     }
     SetAngleIfLinked();
+    if (!mspCImgSeqLinked || GpCurrentGLPanel != this) return;
+    const wxSize size = GetPixelSize();
+    mspCImgSeqLinked->SetGeom(size.x, size.y, static_cast<float>(mCGLPerspective.mAngle), false);
 }
 
 // Two eyes with a stereogram; each is drawn, kept for an image if one is wanted, and shown.
 void MainGLCanvas_cls::DrawEyes() {
     const wxSize size = GetPixelSize();
     const double angle = mCGLPerspective.mAngle;
+    mPlainGrey.reset();
+    if (MakesImages() && mImageOrder.bTransparent) mPlainGrey = 0.0f;
     DrawOnFBO();
     mCGLPerspective.SetModelOrProjectionViewOnGL(mCCamPos, GL_MODELVIEW);
     mCGLPerspective.SetClipSize(size.x, size.y);
     mCGLPerspective.mAngle = static_cast<int>(angle); // the rest of the paint knows whole degrees only
-    if (mbImageRequest) BakeResultToFBOForImage(0);
-    GatherFBOImages(size.x, size.y, false);
+    if (BeginImage()) BakeImage(angle);
+    if (!mbHiddenPaint) GatherFBOImages(size.x, size.y, false);
 }
 
 void MainGLCanvas_cls::CountPaint() {
@@ -257,6 +267,7 @@ void MainGLCanvas_cls::CountPaint() {
 void MainGLCanvas_cls::DrawOnWindow() {
     const wxSize size = GetPixelSize();
     DrawOverlays(size.x, size.y, false);
+    TakeWindowPicture();
     mCGLPerspective.SetWindowSize(size.x, size.y);
     mCGLPerspective.SetViewportOnGL();
     // The orientation gizmo comes here with "ShowItems=", and its buttons after the message.
@@ -264,6 +275,7 @@ void MainGLCanvas_cls::DrawOnWindow() {
     glDisable(GL_DEPTH_TEST);
     glDisable(GL_LIGHTING);
     glDisable(GL_BLEND);
+    DrawFrameBox(size.x, size.y);
     DrawMessage(size.x, size.y);
     CheckGLErrors("messages");
 }

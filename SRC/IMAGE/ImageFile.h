@@ -1,0 +1,21 @@
+// A picture in memory into a file whose ending names the format.
+#pragma once
+
+#include <wx/string.h>
+
+class wxImage;
+
+struct ImageFormat_st {
+    int mJPEGQuality = 95;      ///< 0 to 100
+    bool mbSmallestPNG = false; ///< take the time for small PNG files
+    bool mbForceToDisk = false; ///< wait until the disk has it
+};
+
+/// Endings that can be written, for messages: "png, jpg, ...".
+wxString GetWritableImageEndings();
+/// Is there a format for the ending of this path?
+bool IsImageEndingWritable(const wxString& path);
+
+/// Written beside and renamed, so that a name always stands for a whole picture. May run in any thread.
+/// \return empty on success, else the reason.
+wxString WriteImageFile(const wxImage& image, const wxString& path, const ImageFormat_st& format);

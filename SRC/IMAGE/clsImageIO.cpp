@@ -1,0 +1,142 @@
+#include "IMAGE/clsImageIO.h"
+
+#include <epoxy/gl.h>
+
+#include <wx/filedlg.h>
+#include <wx/filename.h>
+#include <wx/intl.h>
+#include <wx/utils.h>
+
+#include "COMMON/Globals.h"
+#include "COMMON/clsSplitPath.h"
+#include "GL/BASE/clsFBO.h"
+#include "GL/BASE/clsGLState.h"
+#include "WIDGET/clsFileDialogEX.h"
+
+ImageIO_cls GCImgIO;
+int ImageIO_cls::msJPEGQuality = 95;
+
+namespace {
+
+constexpr int kColumns = 8; // lines of that many pixels are aligned whatever the reader wants
+constexpr unsigned long kPollMillis = 3;
+
+void ReadTexture(const FBO_cls& buffer, GLenum format, int channels, PixelBuffer_cls* pPixels) {
+    if (!pPixels->Allocate(buffer.GetWidth(), buffer.GetHeight(), channels)) return;
+    const GLAttribScope_cls attributes(GL_TEXTURE_BIT);
+    const GLClientScope_cls client;
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    buffer.BindTexture();
+    glGetTexImage(GL_TEXTURE_2D, 0, format, GL_UNSIGNED_BYTE, pPixels->Get());
+    CheckGLErrors("reading an image");
+}
+
+} // namespace
+
+ImageIO_cls::~ImageIO_cls() { Finish(); }
+
+// The slot's thread, if it has one, is waited for.
+int ImageIO_cls::TakeSlot() {
+    const int index = mIndex;
+    FreeSlot(index);
+    mIndex = (mIndex + 1) % kThreads;
+    return index;
+}
+
+void ImageIO_cls::FreeSlot(int index) {
+    if (!mbBusy[index]) return;
+    while (!mbDone[index].load(std::memory_order_acquire))
+        wxMilliSleep(kPollMillis);
+    mpCThread[index]->Wait();
+    if (!mpCThread[index]->GetError().empty())
+        mFailures.push_back({mpCThread[index]->GetPath(), mpCThread[index]->GetError()});
+    mpCThread[index].reset();
+    mbBusy[index] = false;
+    mbDone[index].store(false);
+}
+
+SavePicture_st ImageIO_cls::MakePicture(int w, int h, const wxString& path) const {
+    SavePicture_st picture;
+    picture.mWXStrFilename = path;
+    picture.mW = picture.mSrcW = w;
+    picture.mH = picture.mSrcH = h;
+    picture.mFormat.mJPEGQuality = msJPEGQuality;
+    picture.mFormat.mbSmallestPNG = mbSmallestPNG;
+    picture.mbQuiet = mbQuiet;
+    return picture;
+}
+
+// A system that gives no more threads still writes: here, while the next picture waits.
+void ImageIO_cls::Run(int index, SavePicture_st picture) {
+    mpCThread[index] = std::make_unique<ThreadSave_cls>(std::move(picture), mbDone[index]);
+    mbBusy[index] = true;
+    if (mpCThread[index]->Run() == wxTHREAD_NO_ERROR) return;
+    mpCThread[index]->Entry();
+    FreeSlot(index);
+}
+
+void ImageIO_cls::SaveImageFromGL(int w, int h) { SaveImageFromGL(w, h, mWXStrPath, 0, 0); }
+
+void ImageIO_cls::SaveImageFromGL(int w, int h, const wxString& path, int x, int y) {
+    w = std::max(w / kColumns * kColumns, kColumns);
+    const int index = TakeSlot();
+    SavePicture_st picture = MakePicture(w, h, path);
+    if (picture.mSource.Allocate(w, h, 3)) {
+        const GLClientScope_cls client;
+        glPixelStorei(GL_PACK_ALIGNMENT, 1);
+        glReadPixels(x, y, w, h, GL_RGB, GL_UNSIGNED_BYTE, picture.mSource.Get());
+    }
+    Run(index, std::move(picture));
+}
+
+void ImageIO_cls::SaveImageFromTexture(const ImageBuffers_st& buffers, int w, int h, const wxString& path,
+                                       bool bSideBySide) {
+    const int index = TakeSlot();
+    SavePicture_st picture = MakePicture(w, h, path);
+    picture.mSrcW = buffers.mpColor->GetWidth();
+    picture.mSrcH = buffers.mpColor->GetHeight();
+    picture.mbSideBySide = bSideBySide;
+    if (buffers.mpOverlay) ReadTexture(*buffers.mpOverlay, GL_RGBA, 4, &picture.mOverlay);
+    ReadTexture(*buffers.mpColor, GL_RGB, 3, &picture.mSource);
+    if (buffers.mpOnBlack && buffers.mpOnWhite) {
+        ReadTexture(*buffers.mpOnBlack, GL_RGB, 3, &picture.mOnBlack);
+        ReadTexture(*buffers.mpOnWhite, GL_RGB, 3, &picture.mOnWhite);
+    }
+    Run(index, std::move(picture));
+}
+
+void ImageIO_cls::Finish() {
+    for (int index = 0; index < kThreads; ++index)
+        FreeSlot(index);
+}
+
+std::vector<ImageFailure_st> ImageIO_cls::TakeFailures() {
+    for (int index = 0; index < kThreads; ++index)
+        if (mbDone[index].load(std::memory_order_acquire)) FreeSlot(index);
+    std::vector<ImageFailure_st> failures;
+    failures.swap(mFailures);
+    return failures;
+}
+
+bool ImageIO_cls::SelectFile(const wxString& initialPath, wxWindow* pParent) {
+    wxFileDialogEX local(pParent);
+    wxFileDialogEX* pDialog = GpCFileDialog ? GpCFileDialog : &local;
+    wxFileName start(initialPath);
+    if (initialPath.empty() || initialPath == "None") start = wxFileName(wxGetCwd(), "snapshot.png");
+    pDialog->SetParams(_("Select a image file to save"), start.GetPath(), start.GetFullName(),
+                       "image(*.png;*.jpg;*.tiff)|*.png;*.jpg;*.tiff|png (*.png)|*.png|jpg (*.jpg)|*.jpg|"
+                       "tiff (*.tiff)|*.tiff",
+                       wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
+    if (pDialog->ShowModal() != wxID_OK) return false;
+    mWXStrPath = pDialog->GetPath();
+    return true;
+}
+
+void ImageIO_cls::SetFilenameStereo(int eye) {
+    const SplitPath_cls split(mWXStrPath);
+    wxString stem = split.mStrNoExt;
+    if (stem.EndsWith("L") || stem.EndsWith("R")) stem.RemoveLast();
+    if (eye == 1) stem += "L";
+    if (eye == 2) stem += "R";
+    mWXStrPath = stem + split.mStrExt;
+}
