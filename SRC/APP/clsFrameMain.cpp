@@ -47,7 +47,8 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
     : wxFrame(nullptr, wxID_ANY, title, rect.GetPosition(), rect.GetSize()), mpCMain(pMain), mTimer(this) {
     mspCThis = GpCMainFrameCLS = this;
     SetMenuEventTarget(this);
-    InstallMessageBoxes([this](const wxString& text) { ShowNotice(text); });
+    // Without a screen somebody else takes the words.
+    if (!HasMessageHandler()) InstallMessageBoxes([this](const wxString& text) { ShowNotice(text); });
     const wxString icon = FindRuntimeFile("ICONS/morentis.png");
     if (wxFileName::FileExists(icon)) SetIcon(wxIcon(icon, wxBITMAP_TYPE_PNG));
 
