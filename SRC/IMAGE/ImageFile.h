@@ -17,5 +17,6 @@ wxString GetWritableImageEndings();
 bool IsImageEndingWritable(const wxString& path);
 
 /// Written beside and renamed, so that a name always stands for a whole picture. May run in any thread.
+/// A picture that nobody else holds isn't copied.
 /// \return empty on success, else the reason.
-wxString WriteImageFile(const wxImage& image, const wxString& path, const ImageFormat_st& format);
+wxString WriteImageFile(wxImage picture, const wxString& path, const ImageFormat_st& format);

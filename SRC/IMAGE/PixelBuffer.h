@@ -8,9 +8,12 @@
 class PixelBuffer_cls {
 public:
     PixelBuffer_cls() = default;
-    /// w * h pixels of `channels` bytes, with no meaning yet; tried twice.
-    bool Allocate(int w, int h, int channels);
-    void Free() { mpBytes.reset(); }
+    /// w * h pixels of `pixelBytes`, with no meaning yet; tried twice. Memory of that size is used again.
+    bool Allocate(int w, int h, int pixelBytes);
+    void Free() {
+        mpBytes.reset();
+        mSize = 0;
+    }
     unsigned char* Get() { return mpBytes.get(); }
     const unsigned char* Get() const { return mpBytes.get(); }
     explicit operator bool() const { return mpBytes != nullptr; }
@@ -20,4 +23,5 @@ private:
         void operator()(unsigned char* pBytes) const { std::free(pBytes); }
     };
     std::unique_ptr<unsigned char, Free_st> mpBytes;
+    size_t mSize = 0;
 };

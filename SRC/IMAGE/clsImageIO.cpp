@@ -21,14 +21,23 @@ namespace {
 constexpr int kColumns = 8; // lines of that many pixels are aligned whatever the reader wants
 constexpr unsigned long kPollMillis = 3;
 
-void ReadTexture(const FBO_cls& buffer, GLenum format, int channels, PixelBuffer_cls* pPixels) {
-    if (!pPixels->Allocate(buffer.GetWidth(), buffer.GetHeight(), channels)) return;
+void ReadTexture(const FBO_cls& buffer, GLenum format, GLenum type, int pixelBytes,
+                 PixelBuffer_cls* pPixels) {
+    if (!pPixels->Allocate(buffer.GetWidth(), buffer.GetHeight(), pixelBytes)) return;
     const GLAttribScope_cls attributes(GL_TEXTURE_BIT);
     const GLClientScope_cls client;
     glPixelStorei(GL_PACK_ALIGNMENT, 1);
     buffer.BindTexture();
-    glGetTexImage(GL_TEXTURE_2D, 0, format, GL_UNSIGNED_BYTE, pPixels->Get());
+    glGetTexImage(GL_TEXTURE_2D, 0, format, type, pPixels->Get());
     CheckGLErrors("reading an image");
+}
+
+/// As it is stored: to make bytes of it takes OpenGL several times as long as our thread.
+void ReadLight(const FBO_cls* pBuffer, PixelBuffer_cls* pPixels) {
+    if (pBuffer)
+        ReadTexture(*pBuffer, GL_RGB, GL_HALF_FLOAT, 6, pPixels);
+    else
+        pPixels->Free();
 }
 
 } // namespace
@@ -50,13 +59,16 @@ void ImageIO_cls::FreeSlot(int index) {
     mpCThread[index]->Wait();
     if (!mpCThread[index]->GetError().empty())
         mFailures.push_back({mpCThread[index]->GetPath(), mpCThread[index]->GetError()});
+    mSpare = mpCThread[index]->TakePicture();
     mpCThread[index].reset();
     mbBusy[index] = false;
     mbDone[index].store(false);
 }
 
-SavePicture_st ImageIO_cls::MakePicture(int w, int h, const wxString& path) const {
-    SavePicture_st picture;
+SavePicture_st ImageIO_cls::MakePicture(int w, int h, const wxString& path) {
+    SavePicture_st picture = std::move(mSpare);
+    mSpare = SavePicture_st();
+    picture.mbHalfFloat = picture.mbSideBySide = false;
     picture.mWXStrFilename = path;
     picture.mW = picture.mSrcW = w;
     picture.mH = picture.mSrcH = h;
@@ -81,6 +93,8 @@ void ImageIO_cls::SaveImageFromGL(int w, int h, const wxString& path, int x, int
     w = std::max(w / kColumns * kColumns, kColumns);
     const int index = TakeSlot();
     SavePicture_st picture = MakePicture(w, h, path);
+    for (PixelBuffer_cls* pUnused : {&picture.mOnBlack, &picture.mOnWhite, &picture.mOverlay})
+        pUnused->Free();
     if (picture.mSource.Allocate(w, h, 3)) {
         const GLClientScope_cls client;
         glPixelStorei(GL_PACK_ALIGNMENT, 1);
@@ -96,12 +110,14 @@ void ImageIO_cls::SaveImageFromTexture(const ImageBuffers_st& buffers, int w, in
     picture.mSrcW = buffers.mpColor->GetWidth();
     picture.mSrcH = buffers.mpColor->GetHeight();
     picture.mbSideBySide = bSideBySide;
-    if (buffers.mpOverlay) ReadTexture(*buffers.mpOverlay, GL_RGBA, 4, &picture.mOverlay);
-    ReadTexture(*buffers.mpColor, GL_RGB, 3, &picture.mSource);
-    if (buffers.mpOnBlack && buffers.mpOnWhite) {
-        ReadTexture(*buffers.mpOnBlack, GL_RGB, 3, &picture.mOnBlack);
-        ReadTexture(*buffers.mpOnWhite, GL_RGB, 3, &picture.mOnWhite);
-    }
+    picture.mbHalfFloat = true;
+    if (buffers.mpOverlay)
+        ReadTexture(*buffers.mpOverlay, GL_RGBA, GL_UNSIGNED_BYTE, 4, &picture.mOverlay);
+    else
+        picture.mOverlay.Free();
+    ReadLight(buffers.mpColor, &picture.mSource);
+    ReadLight(buffers.mpOnBlack, &picture.mOnBlack);
+    ReadLight(buffers.mpOnWhite, &picture.mOnWhite);
     Run(index, std::move(picture));
 }
 

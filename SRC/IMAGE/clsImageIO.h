@@ -64,13 +64,14 @@ private:
     int TakeSlot();
     void FreeSlot(int index);
     void Run(int index, SavePicture_st picture);
-    SavePicture_st MakePicture(int w, int h, const wxString& path) const;
+    SavePicture_st MakePicture(int w, int h, const wxString& path);
 
     int mIndex = 0;
     std::atomic<bool> mbDone[kThreads] = {};
     bool mbBusy[kThreads] = {};
     std::unique_ptr<ThreadSave_cls> mpCThread[kThreads];
     std::vector<ImageFailure_st> mFailures;
+    SavePicture_st mSpare; ///< buffers of a picture that is written: fresh memory costs more than using it
     wxString mWXStrPath;
 };
 

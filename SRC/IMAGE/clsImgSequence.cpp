@@ -123,7 +123,7 @@ int ImgSequence_cls::CountSteps() const {
     int count = 0;
     for (int last = -1; count < kMostSteps; ++count) {
         const int next = mpCTimeCtrl->GetOffsetForImgSeq(frame, step);
-        if (count > 0 && next == last) break;
+        if (count > 0 && next <= last) break;
         last = next;
         ++step;
         mpCTimeCtrl->CalcNextFrameFromStep(&frame, &step, true, false);

@@ -93,18 +93,17 @@ void ImgSequenceGUI_cls::MakeSizeRows() {
 }
 
 void ImgSequenceGUI_cls::MakeFileRows() {
-    mpCPanel->AddNumber(_("Initial sequence"), &mpCSequence->mCInitNum.mValue, 1,
-                        IntegerSpec(-1000000000, 1000000000), _("Number of the first frame's file"));
-    const int calc =
-        mpCPanel->AddButton(wxEmptyString, _("Calc. Auto"), _("Number files as the frames are numbered"));
-    mpCPanel->GetField(calc)->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnButtonInitSeq(); });
+    const int first = mpCPanel->AddNumber(_("Initial sequence"), &mpCSequence->mCInitNum.mValue, 1,
+                                          IntegerSpec(-1000000000, 1000000000),
+                                          _("Number of the file of the work area's first frame"));
+    mpCPanel->AddButtonTo(first, _("Calc. Auto"), _("Number files as the frames are numbered"),
+                          [this] { OnButtonInitSeq(); });
     const int path = mpCPanel->AddText(
         _("File name"), &mpCSequence->mCFileSequence.mStrPath,
         _("Path of the pictures, with %04d where the number goes; the ending chooses the format"));
     mpCPanel->GetField(path)->SetMinSize(FromDIP(wxSize(kPathWidth, -1)));
-    const int reference =
-        mpCPanel->AddButton(wxEmptyString, _("Reference"), _("Choose the folder and the name"));
-    mpCPanel->GetField(reference)->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnButtonReference(); });
+    mpCPanel->AddButtonTo(path, _("Reference"), _("Choose the folder and the name"),
+                          [this] { OnButtonReference(); });
 }
 
 void ImgSequenceGUI_cls::MakeBlurRow() {

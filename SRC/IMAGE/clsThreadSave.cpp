@@ -9,6 +9,7 @@
 
 #include "COMMON/clsSplitPath.h"
 #include "IMAGE/BoxFilter.h"
+#include "IMAGE/HalfFloat.h"
 
 namespace {
 
@@ -27,56 +28,60 @@ wxThread::ExitCode ThreadSave_cls::Entry() {
     } catch (const std::exception& error) {
         mStrError = wxString::FromUTF8(error.what());
     }
-    for (PixelBuffer_cls* pPixels :
-         {&mPicture.mSource, &mPicture.mOnBlack, &mPicture.mOnWhite, &mPicture.mOverlay})
-        pPixels->Free();
     mbDone.store(true, std::memory_order_release);
     return nullptr;
 }
 
 void ThreadSave_cls::Save() {
     const bool bAlpha = mPicture.mOnBlack && mPicture.mOnWhite;
-    if (!mPicture.mSource || mPicture.mW < 1 || mPicture.mH < 1) {
+    bool bFits = mPicture.mSource && mPicture.mW > 0 && mPicture.mH > 0 && Fit(mPicture.mSource, &mColor);
+    if (bFits && bAlpha)
+        bFits = Fit(mPicture.mOnBlack, &mOnBlack) && Fit(mPicture.mOnWhite, &mOnWhite) &&
+                mAlpha.Allocate(mPicture.mW, mPicture.mH, 1);
+    if (!bFits) {
         std::puts("Image Save Skipped!!");
         mStrError = _("not enough memory for the picture");
         return;
     }
-    PixelBuffer_cls alpha;
-    if (!Fit(mPicture.mSource) || (bAlpha && !(Fit(mPicture.mOnBlack) && Fit(mPicture.mOnWhite) &&
-                                               alpha.Allocate(mPicture.mW, mPicture.mH, 1)))) {
-        std::puts("Image Save Skipped!!");
-        mStrError = _("not enough memory for the picture");
-        return;
-    }
-    if (bAlpha) AddAlpha(alpha);
-    if (mPicture.mOverlay) AddOverlay(alpha.Get());
-    Write(alpha);
+    if (bAlpha) AddAlpha();
+    if (mPicture.mOverlay) AddOverlay();
+    Write();
 }
 
-// Into a picture of the file's size.
-bool ThreadSave_cls::Fit(PixelBuffer_cls& pixels) const {
-    if (mPicture.mSrcW == mPicture.mW && mPicture.mSrcH == mPicture.mH) return true;
-    PixelBuffer_cls target;
-    if (!target.Allocate(mPicture.mW, mPicture.mH, 3)) return false;
-    ResampleMiddle(pixels.Get(), mPicture.mSrcW, mPicture.mSrcH, target.Get(), mPicture.mW, mPicture.mH);
-    pixels = std::move(target);
+// Bytes of the file's size.
+bool ThreadSave_cls::Fit(const PixelBuffer_cls& source, PixelBuffer_cls* pTarget) const {
+    const int w = mPicture.mSrcW, h = mPicture.mSrcH;
+    const size_t count = size_t(w) * size_t(h) * 3;
+    if (!pTarget->Allocate(mPicture.mW, mPicture.mH, 3)) return false;
+    const bool bSame = w == mPicture.mW && h == mPicture.mH;
+    PixelBuffer_cls bytes;
+    const unsigned char* pBytes = source.Get();
+    if (mPicture.mbHalfFloat) {
+        if (!bSame && !bytes.Allocate(w, h, 3)) return false;
+        unsigned char* pTo = bSame ? pTarget->Get() : bytes.Get();
+        ConvertHalfToBytes(reinterpret_cast<const std::uint16_t*>(source.Get()), pTo, count);
+        pBytes = pTo;
+    } else if (bSame) {
+        std::copy_n(pBytes, count, pTarget->Get());
+    }
+    if (!bSame) ResampleMiddle(pBytes, w, h, pTarget->Get(), mPicture.mW, mPicture.mH);
     return true;
 }
 
 // What of the background shows is the difference of the two pictures. Light that is added to the background
 // can't be told in a file, which knows covering alone: it covers as much as it is bright. Over black the file
 // then looks exactly as the picture does.
-void ThreadSave_cls::AddAlpha(PixelBuffer_cls& alpha) {
-    unsigned char* pColor = mPicture.mSource.Get();
-    const unsigned char* pBlack = mPicture.mOnBlack.Get();
-    const unsigned char* pWhite = mPicture.mOnWhite.Get();
+void ThreadSave_cls::AddAlpha() {
+    unsigned char* pColor = mColor.Get();
+    const unsigned char* pBlack = mOnBlack.Get();
+    const unsigned char* pWhite = mOnWhite.Get();
     const size_t count = size_t(mPicture.mW) * size_t(mPicture.mH);
     for (size_t i = 0; i < count; ++i, pColor += 3, pBlack += 3, pWhite += 3) {
         int cover = 0;
         for (int c = 0; c < 3; ++c)
             cover = std::max({cover, 255 - (pWhite[c] - pBlack[c]), int(pColor[c])});
         cover = std::min(cover, 255);
-        alpha.Get()[i] = static_cast<unsigned char>(cover);
+        mAlpha.Get()[i] = static_cast<unsigned char>(cover);
         if (cover == 0) continue;
         for (int c = 0; c < 3; ++c)
             pColor[c] = static_cast<unsigned char>((pColor[c] * 255 + cover / 2) / cover);
@@ -97,13 +102,13 @@ void ThreadSave_cls::MergeOverlayRow(const unsigned char* pOverlay, int step, un
 }
 
 // Text and legends on top. In two halves every second column of them serves.
-void ThreadSave_cls::AddOverlay(unsigned char* pAlpha) {
+void ThreadSave_cls::AddOverlay() {
     const size_t w = size_t(mPicture.mW);
     const size_t half = w / 2;
     for (size_t y = 0; y < size_t(mPicture.mH); ++y) {
         const unsigned char* pOverlay = mPicture.mOverlay.Get() + y * w * 4;
-        unsigned char* pOut = mPicture.mSource.Get() + y * w * 3;
-        unsigned char* pCover = pAlpha ? pAlpha + y * w : nullptr;
+        unsigned char* pOut = mColor.Get() + y * w * 3;
+        unsigned char* pCover = mAlpha ? mAlpha.Get() + y * w : nullptr;
         if (!mPicture.mbSideBySide) {
             MergeOverlayRow(pOverlay, 1, pOut, pCover);
             continue;
@@ -113,9 +118,9 @@ void ThreadSave_cls::AddOverlay(unsigned char* pAlpha) {
     }
 }
 
-void ThreadSave_cls::Write(PixelBuffer_cls& alpha) {
-    wxImage image(mPicture.mW, mPicture.mH, mPicture.mSource.Get(), true);
-    if (alpha) image.SetAlpha(alpha.Get(), true);
+void ThreadSave_cls::Write() {
+    wxImage image(mPicture.mW, mPicture.mH, mColor.Get(), true);
+    if (mAlpha) image.SetAlpha(mAlpha.Get(), true);
     if (!mPicture.mbQuiet) std::puts("Saving");
     mStrError = WriteImageFile(image.Mirror(false), mPicture.mWXStrFilename, mPicture.mFormat);
     if (mPicture.mbQuiet) return;

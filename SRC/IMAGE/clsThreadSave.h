@@ -9,13 +9,14 @@
 #include "IMAGE/ImageFile.h"
 #include "IMAGE/PixelBuffer.h"
 
-/// Pixels as they came from OpenGL: rows from the bottom.
+/// Pixels as they came from OpenGL: rows from the bottom. Those of the source are bytes or half floats.
 struct SavePicture_st {
     wxString mWXStrFilename; ///< full path; without an ending it gets ".png"
     int mW = 0;              ///< of the file
     int mH = 0;
     int mSrcW = 0; ///< of the source; another size is resampled
     int mSrcH = 0;
+    bool mbHalfFloat = false;
     PixelBuffer_cls mSource; ///< RGB
     /// The scene over black and over white, RGB of the source's size: together they tell how much of the
     /// background shows. Empty: the file has no alpha.
@@ -36,16 +37,23 @@ public:
     const wxString& GetPath() const { return mPicture.mWXStrFilename; }
     /// Why the file isn't there; empty when it is. To be read once the thread is done.
     const wxString& GetError() const { return mStrError; }
+    /// The buffers, for the next picture. Once the thread is done.
+    SavePicture_st TakePicture() { return std::move(mPicture); }
 
 private:
     void Save();
-    bool Fit(PixelBuffer_cls& pixels) const;
-    void AddAlpha(PixelBuffer_cls& alpha);
-    void AddOverlay(unsigned char* pAlpha);
+    bool Fit(const PixelBuffer_cls& source, PixelBuffer_cls* pTarget) const;
+    void AddAlpha();
+    void AddOverlay();
     void MergeOverlayRow(const unsigned char* pOverlay, int step, unsigned char* pOut, unsigned char* pAlpha);
-    void Write(PixelBuffer_cls& alpha);
+    void Write();
 
     SavePicture_st mPicture;
+    // Of the file's size.
+    PixelBuffer_cls mColor; ///< RGB
+    PixelBuffer_cls mOnBlack;
+    PixelBuffer_cls mOnWhite;
+    PixelBuffer_cls mAlpha; ///< one byte a pixel; empty: none
     wxString mStrError;
     std::atomic<bool>& mbDone;
 };

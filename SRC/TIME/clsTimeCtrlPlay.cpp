@@ -122,7 +122,9 @@ bool TimeCtrl_cls::ProcPlaying() {
     if (bNewPosition) {
         step += mPlayDirection;
         CalcNextFrameFromStep(&frame, &step, true, true);
-        if (frame == mFrame && step == mInterpStep) {
+        // With a stepping that doesn't meet the end, the last frame's steps would come again and again.
+        const int way = frame != mFrame ? frame - mFrame : step - mInterpStep;
+        if (way == 0 || (way * mPlayDirection < 0 && !GoesRound())) {
             StopPlaying(false);
             return false;
         }

@@ -89,6 +89,15 @@ int MultiInputPanel_cls::AddButton(const wxString& label, const wxString& text, 
     return row;
 }
 
+wxButton* MultiInputPanel_cls::AddButtonTo(int row, const wxString& text, const wxString& tip,
+                                           std::function<void()> press) {
+    auto* button = new wxButton(this, wxID_ANY, text, wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
+    button->SetToolTip(tip);
+    button->Bind(wxEVT_BUTTON, [press](wxCommandEvent&) { press(); });
+    Place(row, button, 0);
+    return button;
+}
+
 int MultiInputPanel_cls::AddCaption(const wxString& text) {
     const int row = NewRow(text, "");
     wxWindow* label = mRows[static_cast<size_t>(row)]->mpLabel;

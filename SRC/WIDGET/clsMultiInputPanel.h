@@ -17,6 +17,7 @@
 class FieldUndo_cls;
 class KeyButton_cls;
 class ParamGroup_cls;
+class wxButton;
 class wxFlexGridSizer;
 class wxSizer;
 
@@ -71,6 +72,8 @@ public:
     /// are keys at the current time, always as steps of the undo list. The group outlives the panel.
     int AddParam(const wxString& label, ParamGroup_cls* pGroup, const NumSpec& spec, const wxString& tip);
     int AddButton(const wxString& label, const wxString& text, const wxString& tip);
+    /// A button of the row's last field.
+    wxButton* AddButtonTo(int row, const wxString& text, const wxString& tip, std::function<void()> press);
     int AddCaption(const wxString& text);
     /// A window made by the caller, child of this panel.
     int AddWindow(const wxString& label, wxWindow* pWindow);
