@@ -11,6 +11,7 @@
 #include "APP/UnaskedEnd.h"
 #include "APP/clsMain.h"
 #include "APP/clsRecovery.h"
+#include "APP/clsSeriesVideo.h"
 #include "APP/clsShortcut.h"
 #include "COLORCURVE/EDITOR/clsColorCurveCtrl.h"
 #include "COMMON/EventIds.h"
@@ -55,6 +56,7 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
     mpCShortcut = new Shortcut_cls(this);
     mpCPreference = new Preference_cls;
     mpCGLInfo = new GLInfo_cls;
+    mpCSeriesVideo = new SeriesVideo_cls;
     mTimer.Start(kTimerMillis);
     mCConfList.Add(&mCItemLastMRP, "LastOpenedFileMRP=", "None");
     mCConfList.Add(&mCItemLastIMG, "LastOpenedFileIMG=", "None");
@@ -96,6 +98,7 @@ FrameMain_cls::~FrameMain_cls() {
     delete mpCPreference;
     delete mpCShortcut;
     delete mpCGLInfo;
+    delete mpCSeriesVideo;
     delete GpCFileDialog;
     delete GpCClrDialog;
     GpCFileDialog = nullptr;
@@ -162,7 +165,8 @@ void FrameMain_cls::UpdateStatusText() {
         text[0] = _("No data: load particle data, or drop a file or a project here");
     }
     const wxString run = mpCMain->mpCImgSequence->GetProgressText();
-    if (!run.empty()) text[0] = run;
+    const wxString video = mpCSeriesVideo->GetStatusText();
+    if (!run.empty() || !video.empty()) text[0] = run.empty() ? video : run;
     const int drawing = GDrawingPercentage.load();
     if (drawing != 100) text[2] = wxString::Format("%s%d%%", kStages[GDrawingStage.load() % 3], drawing);
     const int reading = GThreadReaderPercentage.load();
