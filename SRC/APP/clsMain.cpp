@@ -29,6 +29,7 @@
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsOverlay.h"
 #include "PARAM/clsParamGroup.h"
+#include "PDATA/clsDataExporter.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSeqCtrl.h"
@@ -80,6 +81,7 @@ Main_cls::Main_cls() {
     mpCOverlay = new Overlay_cls;
     mpCPDataSeqCtrl = new PDataSeqCtrl_cls(mpCDrawOption, false);
     mpCDataLoader = new DataLoader_cls(this);
+    mpCDataExporter = new DataExporter_cls(mpCDataLoader);
     mpCPeriodicBoundary = new PeriodicBoundary_cls;
     mpCDataLoader->mpCPeriodic = mpCPeriodicBoundary;
     PDataBlock_cls::mspCDataLoaderLink = mpCDataLoader;
@@ -120,6 +122,7 @@ Main_cls::~Main_cls() {
     delete mpCDataLoader;
     delete mpCExposure;
     delete mpCInformation;
+    delete mpCDataExporter;
     delete mpCParamGroupCameraPath;
     delete mpCCameraPath;
     delete mpCAnchorPath;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 
 #include <wx/string.h>
@@ -15,6 +16,31 @@
 /// \return empty on success, else the reason in the system's words.
 wxString WriteFileSafely(const wxString& path, const std::string& bytes);
 
+/// The same piece by piece, for files that are too large to be held in memory.
+class SafeFile_cls {
+public:
+    explicit SafeFile_cls(const wxString& path);
+    /// Without Commit nothing of it is left.
+    ~SafeFile_cls();
+    SafeFile_cls(const SafeFile_cls&) = delete;
+    SafeFile_cls& operator=(const SafeFile_cls&) = delete;
+
+    bool IsOpen() const { return mpBeside != nullptr; }
+    bool Write(const char* pBytes, size_t length);
+    /// Put the file under its name. bSync: force it to the disk first; without that a power failure may
+    /// cost it, which is no loss where it can be made again.
+    bool Commit(bool bSync);
+    /// Why the last call failed, in the system's words.
+    wxString GetReason() const { return mStrReason; }
+
+private:
+    bool Fail();
+
+    std::string mTarget; ///< behind all links
+    std::unique_ptr<class FileBeside_cls> mpBeside;
+    wxString mStrReason;
+};
+
 enum class ReadFileResult {
     Ok,
     NotOpened, ///< it isn't there, may not be read, or is no plain file (a folder, pipe or device)
@@ -24,6 +50,6 @@ enum class ReadFileResult {
 /// Read a whole file of up to `limit` bytes. Never waits for a pipe or a device.
 ReadFileResult ReadWholeFile(const wxString& path, size_t limit, std::string* pBytes);
 
-/// For tests: asked before each step of WriteFileSafely ("open", "write", "sync", "rename"); false makes the
+/// For tests: asked before each step of writing ("open", "write", "sync", "rename"); false makes the
 /// step fail. Empty otherwise.
 extern std::function<bool(const char* step)> GSafeFileStep;

@@ -231,7 +231,7 @@ void MainGLCanvas_cls::RefreshEX() {
     if (GbGLLockDrawing.load())
         MarkStale();
     else
-        Refresh(false);
+        RefreshOrExport();
     if (mPanelIndex != 0) return;
     MainGLCanvas_cls* pExtra = GetOther(kExtraPanel);
     if (pExtra && pExtra->IsShownOnScreen() && pExtra->GetDisplayMode() == 8) pExtra->RefreshEX();
@@ -244,8 +244,16 @@ bool MainGLCanvas_cls::CheckGLRefresh(int frame, int step) {
     const bool bReading = GpCThreadReader.load() && !GbThreadReaderFinished.load(std::memory_order_acquire);
     if (mbLoading && bReading && frame == mWaitFrame && step == mWaitStep)
         return false; // its end will wake us
-    Refresh(false);
+    RefreshOrExport();
     return false;
+}
+
+// What is written doesn't wait for a window that nobody sees.
+void MainGLCanvas_cls::RefreshOrExport() {
+    if (mpCDataExporter)
+        QueuePaint();
+    else
+        Refresh(false);
 }
 
 void MainGLCanvas_cls::MarkStale() { mPaintedFrame = mPaintedStep = -1; }

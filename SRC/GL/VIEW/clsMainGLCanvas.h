@@ -25,6 +25,7 @@
 class AnchorPath_cls;
 class CameraPath_cls;
 class ColorCurve_cls;
+class DataExporter_cls;
 class Distortion_cls;
 class DrawClrLegend_cls;
 class DrawOption_cls;
@@ -100,7 +101,9 @@ public:
 
     // Other outputs than the window, driven from the frame's stop command.
     void StopSaveImgSeqProcess() {}
-    void StopExportDataProcess() {}
+    /// From now on a paint writes its frame and draws nothing; clsMainGLCanvasExport.cpp.
+    void StartExportDataProcess(DataExporter_cls* pExporter);
+    void StopExportDataProcess();
     void StopExportPovStringProcess() {}
 
     wxString Serialize();
@@ -189,6 +192,8 @@ private:
 
     // clsMainGLCanvasPaint.cpp
     void OnPaint(wxPaintEvent& event);
+    void QueuePaint();
+    void RefreshOrExport();
     void Paint();
     bool IsPaintAllowed() const;
     DataState WaitForFrame();
@@ -230,6 +235,9 @@ private:
     // clsMainGLCanvasOverlay.cpp
     void DrawOverlays(int w, int h, bool bToImage);
     void FinishImage();
+
+    // clsMainGLCanvasExport.cpp
+    void ExportFrame();
 
     // clsMainGLCanvasDraw.cpp
     void DrawFace(double gridUnit);
@@ -314,9 +322,10 @@ private:
     int mWaitFrame = -1; ///< position whose reading mCWaitWatch times
     int mWaitStep = -1;
     wxStopWatch mCWaitWatch;
-    wxStopWatch mCStopWatch; ///< of the drawing
-    wxSize mShownSize;       ///< of the picture in the window; empty before the first
-    int mPaintCount = 0;     ///< paints with all data
+    DataExporter_cls* mpCDataExporter = nullptr; ///< set while an export runs
+    wxStopWatch mCStopWatch;                     ///< of the drawing
+    wxSize mShownSize;                           ///< of the picture in the window; empty before the first
+    int mPaintCount = 0;                         ///< paints with all data
     float mFirstPaintMillis = 0.0f;
     int mDrawCount = 0;
     wxString mWXStrMessage; ///< warning of this paint
