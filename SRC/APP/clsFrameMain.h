@@ -177,7 +177,7 @@ private:
     bool mbRecoveryOffered = false;
     bool mbShowsStar = false;  ///< the title tells of unsaved steps
     wxString mStrTitleProject; ///< the project in the title
-    int mExportEndFrame = -1;  ///< where an export ended: its words stay until the film moves on
+    wxString mStrExportEnd;    ///< where an export ended: its words stay until the film moves on
     long mLastReaderPost = 0;  ///< milliseconds of mStatusWatch
     wxStopWatch mStatusWatch;
     wxStopWatch mStartWatch; ///< since the window stands on the screen

@@ -67,7 +67,6 @@ void FrameMain_cls::OnMenuExportDataBegin(wxCommandEvent& event) {
         time->MoveFrameCommandLarge(-1);
         time->StartPlayCommand(1);
     }
-    mExportEndFrame = -1;
     const FilmRun_st run = LookAhead(*time);
     exporter->BeginRun(run.mTotal, run.mLast);
     OnMenuRefreshGL(event);
@@ -90,11 +89,12 @@ void FrameMain_cls::EndExport() {
 wxString FrameMain_cls::GetExportStatus() {
     const DataExporter_cls* exporter = mpCMain->mpCDataExporter;
     const wxString text = exporter->GetRunText();
-    const int frame = GetPCTimeCtrl()->GetFrame();
+    if (text.empty()) return wxString();
+    const wxString here =
+        wxString::Format("%d ", GetPCTimeCtrl()->GetFrame()) + GetPCActiveFileSequence()->GetStrPath();
     if (exporter->mbExporting)
-        mExportEndFrame = -1;
-    else if (mExportEndFrame < 0)
-        mExportEndFrame = frame;
-    if (text.empty() || (!exporter->mbExporting && mExportEndFrame != frame)) return wxString();
-    return _("Export: ") + text;
+        mStrExportEnd.clear();
+    else if (mStrExportEnd.empty())
+        mStrExportEnd = here;
+    return exporter->mbExporting || mStrExportEnd == here ? _("Export: ") + text : wxString();
 }

@@ -153,6 +153,6 @@ void SnapshotWriter_cls::Finish() {
 
 void SnapshotWriter_cls::Fail(const wxString& reason) {
     mState = State::Failed;
-    mStrReason = mStrPath + ": " + reason;
+    mStrReason = reason + ": " + mStrPath; // a long path may be cut where it is shown
     mpFile.reset();
 }

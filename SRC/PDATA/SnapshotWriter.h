@@ -47,7 +47,7 @@ public:
     /// Go on for about so many milliseconds; negative: to the end.
     State Write(long millis = -1);
     State GetState() const { return mState; }
-    /// What went wrong, with the file's name; empty unless the state is Failed.
+    /// What went wrong, then the file's path; empty unless the state is Failed.
     wxString GetReason() const { return mStrReason; }
     const SnapshotSource_st& GetSource() const { return mSource; }
     int GetPercent() const;

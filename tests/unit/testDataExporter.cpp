@@ -239,7 +239,7 @@ TEST_F(Export, AFailureLeavesTheOldFileAndNothingBeside) {
     for (const std::string failing : {"open", "write", "rename"}) {
         GSafeFileStep = [&failing](const char* step) { return failing != step; };
         EXPECT_FALSE(mExporter.ExportAscii(wxString::FromUTF8(path), particles.mBlock, 0.0, 1, &mReason));
-        EXPECT_TRUE(mReason.StartsWith(wxString::FromUTF8(path) + ": ")) << mReason;
+        EXPECT_TRUE(mReason.EndsWith(": " + wxString::FromUTF8(path))) << mReason;
         EXPECT_EQ(ReadFile(path), before) << failing;
         const auto files = std::distance(fs::directory_iterator(fs::path(path).parent_path()), {});
         EXPECT_EQ(files, 1) << failing;
@@ -318,7 +318,7 @@ TEST_F(ExportRun, AFailedFrameLeavesItsNumberToTheNextAndIsToldOnce) {
     EXPECT_FALSE(Exists("run0007.dat"));
     const wxString text = mExporter.GetRunText();
     EXPECT_TRUE(text.Contains("2 failed: ")) << text;
-    EXPECT_TRUE(text.Contains("run0006.dat: ")) << text;
+    EXPECT_TRUE(text.EndsWith("run0006.dat")) << text;
     EXPECT_EQ(text.find("run0006"), text.rfind("run0006")) << "one reason for both";
 }
 
