@@ -115,7 +115,7 @@ wxString DataExporter_cls::GetRunText() const {
     wxString text;
     if (mbExporting) {
         text = mCProgress.GetText();
-        if (mpCWriter) text += wxString::Format(" (%d%%)", mpCWriter->GetPercent());
+        if (mpCWriter) text += wxString::Format(_(", writing %d%%"), mpCWriter->GetPercent());
     } else if (mExportedCount == 1) {
         text = _("1 file exported");
     } else {

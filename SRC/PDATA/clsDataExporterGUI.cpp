@@ -42,6 +42,7 @@ DataExporterGUI_cls::DataExporterGUI_cls(wxWindow* pParent, DataExporter_cls* pE
     MakeBottom(sizer);
     SetSizerAndFit(sizer);
     mpCButtonExport->SetDefault();
+    mpCButtonExport->SetFocus();
     UpdateValues();
     // A project may have brought other settings meanwhile.
     Bind(wxEVT_ACTIVATE, [this](wxActivateEvent& event) {

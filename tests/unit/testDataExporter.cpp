@@ -232,6 +232,14 @@ TEST(FixedText, IsWhatPrintfMakesOfAnyBits) {
     }
 }
 
+TEST(FixedText, IntegersAreWhole) {
+    for (const int value : {0, 1, 9, 10, 99, 100, 101, 999, 1000, 1001, 9999, 10000, 123456789, 2147483647})
+        for (const int number : {value, -value, -value - 1}) {
+            char text[kLongestFixed];
+            EXPECT_EQ(std::string(text, PutInteger(text, number)), std::to_string(number));
+        }
+}
+
 TEST_F(Export, AFailureLeavesTheOldFileAndNothingBeside) {
     const Particles_st particles(3);
     const std::string before = Binary(particles.mBlock);
