@@ -22,23 +22,21 @@ struct Pairs_st {
 };
 constexpr Pairs_st kPairs;
 
+uint32_t GetPair(unsigned number) {
+    uint16_t pair;
+    std::memcpy(&pair, kPairs.mDigits + 2 * number, 2);
+    return pair;
+}
+
 void PutPair(char* pOut, unsigned number) { std::memcpy(pOut, kPairs.mDigits + 2 * number, 2); }
 
+// Without branches up to four digits: how many there are can't be foretold.
 char* PutDigits(char* pOut, uint32_t number) {
     if (number >= 10000) return std::to_chars(pOut, pOut + 10, number).ptr;
-    const unsigned high = number / 100;
-    const unsigned low = number % 100;
-    if (high >= 10) {
-        PutPair(pOut, high);
-        pOut += 2;
-    } else if (high > 0) {
-        *pOut++ = char('0' + high);
-    } else if (low < 10) {
-        *pOut++ = char('0' + low);
-        return pOut;
-    }
-    PutPair(pOut, low);
-    return pOut + 2;
+    const size_t zeros = size_t(number < 10) + size_t(number < 100) + size_t(number < 1000);
+    const uint32_t four = (GetPair(number / 100) | GetPair(number % 100) << 16) >> 8 * zeros; // little-endian
+    std::memcpy(pOut, &four, 4);
+    return pOut + 4 - zeros;
 }
 
 char* PutSlowly(char* pOut, float value) {
@@ -57,11 +55,8 @@ uint64_t Millionths(uint64_t mantissa, int shift) {
     const uint64_t exact = mantissa * kMillion; // below 2^44
     if (shift == 0) return exact;
     if (shift > 45) return 0; // less than half of one
-    uint64_t number = exact >> shift;
-    const uint64_t rest = exact & ((uint64_t(1) << shift) - 1);
     const uint64_t half = uint64_t(1) << (shift - 1);
-    if (rest > half || (rest == half && (number & 1) != 0)) ++number;
-    return number;
+    return (exact + half - 1 + (exact >> shift & 1)) >> shift;
 }
 
 } // namespace
@@ -75,7 +70,8 @@ char* PutFixed(char* pOut, float value) {
     uint64_t mantissa = bits & ((1u << kMantissaBits) - 1);
     if (exponent > 0) mantissa |= 1u << kMantissaBits;
     const uint64_t number = Millionths(mantissa, kBias - (exponent > 0 ? exponent : 1));
-    if (bits >> 31) *pOut++ = '-';
+    *pOut = '-';
+    pOut += bits >> 31;
     pOut = PutDigits(pOut, uint32_t(number / kMillion)); // below 2^24
     *pOut++ = '.';
     PutSix(pOut, unsigned(number % kMillion));
