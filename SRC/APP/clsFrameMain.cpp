@@ -160,8 +160,8 @@ void FrameMain_cls::UpdateStatusText() {
     } else {
         text[0] = _("No data: load particle data, or drop a file or a project here");
     }
-    const wxString run = mpCMain->mpCImgSequence->GetProgressText();
-    if (!run.empty()) text[0] = run;
+    for (const wxString& run : {mpCMain->mpCImgSequence->GetProgressText(), GetExportStatus()})
+        if (!run.empty()) text[0] = run;
     const int drawing = GDrawingPercentage.load();
     if (drawing != 100) text[2] = wxString::Format("%s%d%%", kStages[GDrawingStage.load() % 3], drawing);
     const int reading = GThreadReaderPercentage.load();

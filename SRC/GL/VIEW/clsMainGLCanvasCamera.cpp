@@ -159,7 +159,7 @@ void MainGLCanvas_cls::UpdateCameraPos() {
 
 void MainGLCanvas_cls::SetPerspective() {
     // An image has a shape of its own; dome and panorama pictures are cut from a square.
-    const wxSize size = MakesImages() && GetMultiPanelMode() == 0 ? GetImageSize() : GetPixelSize();
+    const wxSize size = mbImageRequest && GetMultiPanelMode() == 0 ? GetImageSize() : GetPixelSize();
     mCGLPerspective.mbPerspective = mGLGeometry.mValue != 1;
     mCGLPerspective.SetClipSize(size.x, size.y);
 }
