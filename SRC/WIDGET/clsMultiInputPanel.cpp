@@ -108,6 +108,8 @@ int MultiInputPanel_cls::AddWindow(const wxString& label, wxWindow* pWindow) {
     return row;
 }
 
+void MultiInputPanel_cls::AddWindowTo(int row, wxWindow* pWindow) { Place(row, pWindow, 1); }
+
 void MultiInputPanel_cls::AddRefresh(int row, std::function<void()> refresh) {
     mRows[static_cast<size_t>(row)]->mRefresh.push_back(std::move(refresh));
 }

@@ -98,6 +98,7 @@ void GLAttributeGUI_cls::AddColorRows() {
                             _("Quantity at the start of the curve, in units of the data"));
     AddNumberTo(mRowScaling, &color.mScalingMax.mValue, Range(-1e30, 1e30, 0.1),
                 _("Quantity at the end of the curve, in units of the data"));
+    mRowFit = AddFitRange(*this, &color);
     mRowAmbient = AddColorCurve(*this, _("Ambient"), &a.mAmbient, _("Colour of spheres in the shade"));
     mRowDiffuse = AddColorCurve(*this, _("Diffuse"), &a.mDiffuse, _("Colour of spheres in the light"));
     mRowSpecular = AddColorCurve(*this, _("Specular"), &a.mSpecular, _("Colour of highlights"));
@@ -136,6 +137,7 @@ void GLAttributeGUI_cls::HideAndShow() {
     ShowRow(mRowCurve, bOwnColor && bCurve);
     ShowRow(mRowDepend, bOwnColor && bCurve);
     ShowRow(mRowScaling, bOwnColor && bCurve);
+    ShowRow(mRowFit, bOwnColor && bCurve);
     ShowRow(mRowAmbient, bSphere);
     ShowRow(mRowDiffuse, bSphere);
     ShowRow(mRowSpecular, bSphere);
