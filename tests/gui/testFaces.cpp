@@ -2,12 +2,14 @@
 // pictures are those that were looked at.
 #include <cmath>
 #include <sstream>
+#include <utility>
 
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "COLORCURVE/clsColorCurve.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/RuntimeFiles.h"
+#include "GL/BASE/clsGLTexture.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/VIEW/clsDistortion.h"
 #include "GL/VIEW/clsFishEye.h"
@@ -216,6 +218,23 @@ TEST_F(Faces, AMeshThatCannotBeUsedIsToldAndTheRestWorks) {
     Canvas(0)->mDistortion.mValue = false;
     Repaint();
     EXPECT_EQ(Grab(0).mRGB, before.mRGB);
+}
+
+TEST_F(Faces, AMissingMaskIsToldAndLeavesTheMeshAlone) {
+    ShowPlaces();
+    SetView(2, 180);
+    Canvas(0)->mDistortion.mValue = true;
+    Repaint();
+    const Picture_st masked = Grab(0);
+    GLTexture_cls none;
+    GLTexture_cls* const pMask = std::exchange(MainGLCanvas_cls::mspCMask, &none);
+    Repaint();
+    MainGLCanvas_cls::mspCMask = pMask;
+    EXPECT_TRUE(WasTold("The mask Resource/DefaultMask.png can't be read as an image"));
+    EXPECT_GT(Grab(0).CountLit(20), 0) << "without darkened edges";
+    Repaint();
+    EXPECT_EQ(Grab(0).mRGB, masked.mRGB);
+    Canvas(0)->mDistortion.mValue = false;
 }
 
 TEST_F(Faces, TheMenusSettingsAreUndoable) {

@@ -263,6 +263,13 @@ TEST_F(Views, MessageLineTellsFileTimeAndCount) {
     EXPECT_FALSE(Canvas(0)->GetMessageText().Contains("limited"));
 }
 
+TEST_F(Views, WithoutDataTheMessageLineHasNoTime) {
+    Hub()->CloseData();
+    Menu(ID_REFRESH_GL);
+    EXPECT_TRUE(Canvas(0)->GetMessageText().Contains("\nTime=Not Defined:PNum=0*1:"))
+        << Canvas(0)->GetMessageText();
+}
+
 TEST_F(Views, WideAndTallWindowsShowTheSameScene) {
     ShowOnlyData(0);
     for (const wxSize& size : {wxSize(1500, 480), wxSize(700, 1100), wxSize(900, 800)}) {
