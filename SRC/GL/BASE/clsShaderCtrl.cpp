@@ -100,7 +100,7 @@ void SetFloat(const ShaderProgram_cls& program, const char* name, float value) {
 
 /// The program's own shaders are a part of it: it doesn't run without them.
 [[noreturn]] void EndForShader(const wxString& what) {
-    MsgBoxExit(what + "\n" + _("Put the folder GL of the program back in its place, or install it again."),
+    MsgBoxExit(what + "\n" + _("The program ends. Put its folder GL back in its place, or install it again."),
                "!!", 1);
 }
 
