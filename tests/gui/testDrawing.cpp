@@ -131,6 +131,16 @@ TEST_F(Drawing, AlphaRulesOfOneAttribute) {
     EXPECT_EQ(AlphaOf(1.0f), 0.0f) << "too faint to be drawn";
     a.mRadiusFactorForConst.mValue = 0.0f;
     EXPECT_EQ(AlphaOf(1.0f), 0.0f);
+    // Points know no radius of their own: what is common to all of them counts.
+    a.mDrawType.mValue = 0;
+    a.mRadiusFactorForConst.mValue = 2.0f;
+    EXPECT_NEAR(AlphaOf(1.0f), 0.2f / 4 * 0.5f, 1e-3f);
+    mOption.mDownSizing.mValue = 2;
+    const float larger = float(GLDrawData_cls::GetSteppingRadiusFactor(2));
+    EXPECT_NEAR(AlphaOf(1.0f), 0.2f / (4 * larger * larger) * 0.5f * stronger, 1e-3f);
+    a.mAlphaMax.mValue = 0.02f;
+    EXPECT_NEAR(AlphaOf(1.0f), 0.02f * 0.5f * stronger, 1e-3f);
+    mOption.mDownSizing.mValue = 1;
 }
 
 TEST_F(Drawing, AlphaRulesOfAllAttributes) {
