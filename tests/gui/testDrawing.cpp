@@ -299,8 +299,15 @@ TEST_F(Drawing, PicturesOfAllWays) {
         Draw(particles);
         EXPECT_TRUE(IsGolden("draw_" + name, Picture()));
     };
+    const auto blend = [&](unsigned type) {
+        for (auto& a : mAttribute)
+            a->mBlendType.mValue = type;
+    };
     SetAll(0);
     keep("points");
+    blend(1);
+    keep("points_additive");
+    blend(0);
     SetAll(1);
     keep("billboards");
     mOption.mSortOrder.mValue = 1;
@@ -308,11 +315,11 @@ TEST_F(Drawing, PicturesOfAllWays) {
     mOption.mSortOrder.mValue = 2;
     keep("billboards_near_first");
     mOption.mSortOrder.mValue = 0;
-    for (auto& a : mAttribute)
-        a->mBlendType.mValue = 1;
+    blend(1);
     keep("billboards_additive");
-    for (auto& a : mAttribute)
-        a->mBlendType.mValue = 0;
+    SetAll(2, 1, 0);
+    keep("spheres_additive");
+    blend(0);
     SetAll(2, 0, 0);
     keep("spheres_low");
     SetAll(2, 2, 1);

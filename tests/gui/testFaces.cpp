@@ -280,6 +280,10 @@ TEST_F(Faces, PicturesAreThoseThatWereLookedAt) {
     EXPECT_TRUE(IsGolden("fisheye_distorted", Grab(0)));
     SetView(3, 150);
     EXPECT_TRUE(IsGolden("panorama", Grab(0)));
+    SetView(0, 60);
+    EXPECT_TRUE(IsGolden("perspective", Grab(0)));
+    SetView(1, 60);
+    EXPECT_TRUE(IsGolden("orthographic", Grab(0)));
 }
 
 } // namespace
