@@ -45,7 +45,11 @@ GLAttributeGUI_cls::GLAttributeGUI_cls(wxWindow* pParent, GLAttribute_cls* pAttr
 void GLAttributeGUI_cls::AddPointRows() {
     GLAttribute_cls& a = *mpCAttribute;
     mRowQuality =
-        AddChoice(_("Quality"), &a.mDrawQuality.mValue, {_("Low"), _("Middle"), _("High")},
+        AddChoice(_("Quality"), &a.mDrawQuality.mValue,
+                  std::vector<ChoiceItem>{{0, _("Low"), true},
+                                          {1, _("Middle"), true},
+                                          {2, _("High"), true},
+                                          {3, _("Exact"), false}}, // left by spheres
                   _("Low: billboards lie in the plane of the view; else, with all attributes in use, "
                     "they face the eye"));
     mRowFineness =
