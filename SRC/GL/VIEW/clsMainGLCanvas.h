@@ -82,6 +82,8 @@ public:
     /// A geometry below 2 follows the mode: orthographic along an axis, else perspective.
     void SetDisplayMode(int mode);
     void SetGeometry(int geometry);
+    // What menus and keys choose: one step of the undo list each.
+    void ChooseDisplayMode(int mode);
     void TogglePerspective();
     /// Look through the camera path (display mode 7).
     void LinkageConnect();

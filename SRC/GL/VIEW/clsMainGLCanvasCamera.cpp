@@ -49,8 +49,14 @@ void MainGLCanvas_cls::SetGeometry(int geometry) {
     MarkStale();
 }
 
+void MainGLCanvas_cls::ChooseDisplayMode(int mode) {
+    mpCCtrl->ChangeBy([this, mode] { SetDisplayMode(mode); });
+    mpCCtrl->UpdateWindow();
+    RefreshEX();
+}
+
 void MainGLCanvas_cls::TogglePerspective() {
-    SetGeometry(mGLGeometry.mValue == 0 ? 1 : 0);
+    mpCCtrl->ChangeBy([this] { SetGeometry(mGLGeometry.mValue == 0 ? 1 : 0); });
     mpCCtrl->UpdateWindow();
     RefreshEX();
 }

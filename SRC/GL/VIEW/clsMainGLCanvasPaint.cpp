@@ -14,6 +14,7 @@
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLInfo.h"
 #include "GL/BASE/clsGLState.h"
+#include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLDrawData.h"
 #include "GL/VIEW/clsFishEye.h"
 #include "GL/VIEW/clsInformation.h"
@@ -216,8 +217,10 @@ void MainGLCanvas_cls::InitializeGLIfNot() {
         // Shapes come here.
     }
     FBO_cls::Initialize();
-    // Shaders of spheres come here.
-    if (FBO_cls::msbSupported) InitializeShared();
+    if (FBO_cls::msbSupported) {
+        GLAttribute_cls::InitializeShader(this, true);
+        InitializeShared();
+    }
     glDepthFunc(GL_LEQUAL);
     mbGLInitialized = true;
     CheckGLErrors("initialisation");
