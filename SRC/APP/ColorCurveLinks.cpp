@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include <wx/app.h>
 #include <wx/progdlg.h>
 #include <wx/utils.h>
 
@@ -158,7 +159,10 @@ void LinkColorCurveCtrl(Main_cls& hub, ColorCurveCtrl_cls& ctrl) {
         const unsigned depend = curve.mDependType.mValue;
         const int classIndex = ClassOf(hub, *pAttribute);
         if (!bSequence) return GetFrameRange(depend, classIndex, pLow, pHigh);
-        return SequenceRange_cls(hub, depend, classIndex).Get(ctrl.GetPCDialog(), pLow, pHigh);
+        // Over the editor while it is open.
+        wxWindow* pParent = ctrl.GetPCDialog();
+        if (!pParent || !pParent->IsShown()) pParent = wxTheApp->GetTopWindow();
+        return SequenceRange_cls(hub, depend, classIndex).Get(pParent, pLow, pHigh);
     };
     ctrl.mHooks.mHistogram = [&hub](const ColorCurve_cls& curve, int bins) -> std::vector<float> {
         const SnapData_cls* pSnap = GetDrawn();

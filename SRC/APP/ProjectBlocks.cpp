@@ -8,6 +8,7 @@
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsOverlay.h"
 #include "IMAGE/clsImgSequence.h"
+#include "PDATA/clsDataExporter.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPeriodicBoundary.h"
@@ -55,7 +56,7 @@ wxString WriteViewsAgain(Main_cls& hub) {
 const std::vector<ProjectBlock_st>& GetProjectBlocks() {
     static const std::vector<ProjectBlock_st> sBlocks = {
         {1, "loader", true, Write<&Main_cls::mpCDataLoader>, ReadLine<&Main_cls::mpCDataLoader>},
-        {2, "exporter", true, nullptr, nullptr},
+        {2, "exporter", true, Write<&Main_cls::mpCDataExporter>, ReadLine<&Main_cls::mpCDataExporter>},
         {3, "last paths", true, WriteFramePaths, ReadLine<&Main_cls::mpCFrameMain>}, // reads block 5 too
         {4, "scene export paths", true, nullptr, nullptr},
         {5, "layout and views", false, Write<&Main_cls::mpCFrameMain>, nullptr},

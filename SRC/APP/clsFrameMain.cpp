@@ -164,9 +164,9 @@ void FrameMain_cls::UpdateStatusText() {
     } else {
         text[0] = _("No data: load particle data, or drop a file or a project here");
     }
-    const wxString run = mpCMain->mpCImgSequence->GetProgressText();
-    const wxString video = mpCSeriesVideo->GetStatusText();
-    if (!run.empty() || !video.empty()) text[0] = run.empty() ? video : run;
+    for (const wxString& run :
+         {mpCSeriesVideo->GetStatusText(), mpCMain->mpCImgSequence->GetProgressText(), GetExportStatus()})
+        if (!run.empty()) text[0] = run;
     const int drawing = GDrawingPercentage.load();
     if (drawing != 100) text[2] = wxString::Format("%s%d%%", kStages[GDrawingStage.load() % 3], drawing);
     const int reading = GThreadReaderPercentage.load();

@@ -83,6 +83,8 @@ public:
     void FillRecentMenus();
     /// Bring menus, views and panels in line with settings that were just read.
     void ApplySettings();
+    /// The export of data has come to its end.
+    void EndExport();
     /// A project opens; any other file opens with the present grammar, through the dialog's check.
     void OpenDroppedFile(const wxString& path);
 
@@ -159,6 +161,15 @@ private:
     void OnMenuSpecial(wxCommandEvent& event);
     void OnAbout(wxCommandEvent& event);
     void OnMenuAboutGL(wxCommandEvent& event);
+
+    // clsFrameMainExport.cpp: export of data
+    void BindExport();
+    void OnMenuExportData(wxCommandEvent& event);
+    void OnMenuExportDataBegin(wxCommandEvent& event);
+    void OnMenuRefreshExporter(wxCommandEvent& event);
+    bool HoldStopForExport();
+    wxString GetExportStatus();
+
     void OnCharHook(wxKeyEvent& event);
     void OnSash(wxSplitterEvent& event);
 
@@ -183,6 +194,7 @@ private:
     bool mbRecoveryOffered = false;
     bool mbShowsStar = false;  ///< the title tells of unsaved steps
     wxString mStrTitleProject; ///< the project in the title
+    wxString mStrExportEnd;    ///< where an export ended: its words stay until the film moves on
     long mLastReaderPost = 0;  ///< milliseconds of mStatusWatch
     wxStopWatch mStatusWatch;
     wxStopWatch mStartWatch; ///< since the window stands on the screen

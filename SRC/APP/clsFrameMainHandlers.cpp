@@ -64,6 +64,7 @@ void FrameMain_cls::BindHandlers() {
     Bind(ID_DESELECT, &FrameMain_cls::OnMenuDeselect);
     Bind(ID_SCENE, &FrameMain_cls::OnMenuScene);
     BindMenuStates();
+    BindExport();
     Bind(ID_PREFERENCE, &FrameMain_cls::OnMenuPreference);
     Bind(ID_PERIODIC_BOUNDARY, &FrameMain_cls::OnMenuPeriodicBoundary);
     Bind(ID_COLOR_CURVE, &FrameMain_cls::OnMenuColorCurve);
@@ -210,6 +211,7 @@ void FrameMain_cls::OnMenuViewExtra(wxCommandEvent& event) {
 
 void FrameMain_cls::OnMenuPlayStop(wxCommandEvent&) {
     TimeCtrl_cls* time = GetPCTimeCtrl();
+    if (HoldStopForExport()) return;
     if (time->mbIgnoreNextStop) {
         time->mbIgnoreNextStop = false;
         return;

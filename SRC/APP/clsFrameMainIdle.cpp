@@ -70,7 +70,7 @@ void FrameMain_cls::OnIdle(wxIdleEvent& event) {
     if (GbGLLockPlayWait.load()) return;
     MainGLCanvas_cls* extra = GetPCGLCanvas(MainGLCanvas_cls::kExtraPanel);
     const bool bWait =
-        extra && extra->MakesImages() && !extra->CheckGLRefresh(time->GetFrame(), time->GetInterpStep());
+        extra && extra->WritesOutput() && !extra->CheckGLRefresh(time->GetFrame(), time->GetInterpStep());
     if (!mpCTopHalf->CheckGLRefresh(time->GetFrame(), time->GetInterpStep()) || bWait) {
         wxMilliSleep(13); // a paint is on its way: don't spin
         return;

@@ -30,6 +30,7 @@
 #include "GL/VIEW/clsOverlay.h"
 #include "IMAGE/clsImgSequence.h"
 #include "PARAM/clsParamGroup.h"
+#include "PDATA/clsDataExporter.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSeqCtrl.h"
@@ -81,6 +82,7 @@ Main_cls::Main_cls() {
     mpCOverlay = new Overlay_cls;
     mpCPDataSeqCtrl = new PDataSeqCtrl_cls(mpCDrawOption, false);
     mpCDataLoader = new DataLoader_cls(this);
+    mpCDataExporter = new DataExporter_cls(mpCDataLoader);
     mpCPeriodicBoundary = new PeriodicBoundary_cls;
     mpCDataLoader->mpCPeriodic = mpCPeriodicBoundary;
     PDataBlock_cls::mspCDataLoaderLink = mpCDataLoader;
@@ -122,6 +124,7 @@ Main_cls::~Main_cls() {
     delete mpCDataLoader;
     delete mpCExposure;
     delete mpCInformation;
+    delete mpCDataExporter;
     delete mpCParamGroupCameraPath;
     delete mpCCameraPath;
     delete mpCAnchorPath;

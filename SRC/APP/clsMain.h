@@ -8,6 +8,7 @@
 class AnchorPath_cls;
 class CameraPath_cls;
 class ColorCurveCtrl_cls;
+class DataExporter_cls;
 class DataLoader_cls;
 class DrawOption_cls;
 class Exposure_cls;
@@ -98,6 +99,7 @@ public:
     PDataSeqCtrl_cls* mpCPDataSeqCtrl = nullptr;
     PeriodicBoundary_cls* mpCPeriodicBoundary = nullptr;
     DataLoader_cls* mpCDataLoader = nullptr;
+    DataExporter_cls* mpCDataExporter = nullptr;
     CameraPath_cls* mpCCameraPath = nullptr;
     AnchorPath_cls* mpCAnchorPath = nullptr;
     LightSRCCtrl_cls* mpCLightSRCCtrl = nullptr;

@@ -42,7 +42,7 @@ bool Shortcut_cls::ProcCtrl(int keycode) {
 
 void Shortcut_cls::SetDisplayMode(int mode) {
     if (!GpCurrentGLPanel) return;
-    GpCurrentGLPanel->SetDisplayMode(mode);
+    GpCurrentGLPanel->ChooseDisplayMode(mode);
     PostMenuEvent(ID_SYNC_GL_CTRL);
     PostMenuEvent(ID_REFRESH_GL);
 }

@@ -49,9 +49,9 @@ bool MsgBoxYesno(const wxString& text, const wxString& title) {
     return Show(MessageKind::Question, text, title);
 }
 
-void MsgBoxExit(const wxString& text, const wxString& title) {
+void MsgBoxExit(const wxString& text, const wxString& title, int status) {
     Show(MessageKind::Fatal, text, title);
-    std::exit(0);
+    std::exit(status);
 }
 
 void Notice(const wxString& about, const wxString& text) {

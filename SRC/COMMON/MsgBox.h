@@ -26,8 +26,8 @@ void MsgBox(const wxString& text, const wxString& title);
 void MsgBoxf(const wxString& title, const wchar_t* format, ...);
 /// A question; true for yes.
 bool MsgBoxYesno(const wxString& text, const wxString& title);
-/// Tell a condition that nobody can work around, then end the process with exit(0).
-[[noreturn]] void MsgBoxExit(const wxString& text, const wxString& title);
+/// Tell a condition that nobody can work around, then end the process with exit(status).
+[[noreturn]] void MsgBoxExit(const wxString& text, const wxString& title, int status = 0);
 
 /// Something is wrong with the user's input and work goes on. `about` names the matter (a file sequence,
 /// say): until ForgetNotices is called, a second notice about the same matter goes to standard output

@@ -43,6 +43,8 @@ std::string FollowLinks(std::string path) {
     return std::string();
 }
 
+} // namespace
+
 /// The file beside the real one, ours alone while it is open. It bears one name a file, so that what a kill
 /// leaves is taken up by the next save.
 class FileBeside_cls {
@@ -72,10 +74,10 @@ public:
 
     bool IsOpen() const { return mFile >= 0; }
 
-    bool Write(const std::string& bytes) {
+    bool Write(const char* pBytes, size_t length) {
         if (!MayDo("write")) return false;
-        for (size_t done = 0; done < bytes.size();) {
-            const ssize_t count = write(mFile, bytes.data() + done, bytes.size() - done);
+        for (size_t done = 0; done < length;) {
+            const ssize_t count = write(mFile, pBytes + done, length - done);
             if (count < 0 && errno == EINTR) continue;
             if (count <= 0) return false;
             done += size_t(count);
@@ -90,11 +92,12 @@ public:
         fchmod(mFile, old.st_mode & 07777);
     }
 
-    bool Commit(const std::string& path, ToDisk disk) {
-        if (disk == ToDisk::Force && (!MayDo("sync") || fsync(mFile) != 0)) return false;
+    bool Commit(const std::string& path, bool bSync) {
+        if (bSync && (!MayDo("sync") || fsync(mFile) != 0)) return false;
+        if (!bSync && !FlushToServer()) return false;
         if (!MayDo("rename") || rename(mPath.c_str(), path.c_str()) != 0) return false;
         mbDone = true;
-        if (disk == ToDisk::Later) return true;
+        if (!bSync) return true;
         // The new name outlives a power failure too.
         const int folder = open(FolderOf(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
         if (folder >= 0) {
@@ -105,6 +108,12 @@ public:
     }
 
 private:
+    /// File systems that write late, such as network ones, tell at a close that the space is short.
+    bool FlushToServer() const {
+        const int copy = dup(mFile);
+        return copy >= 0 && close(copy) == 0;
+    }
+
     static mode_t Mask() {
         const mode_t mask = umask(0);
         umask(mask);
@@ -144,26 +153,48 @@ private:
     bool mbDone = false;
 };
 
-wxString Reason() { return wxString::FromUTF8(std::strerror(errno)); }
+SafeFile_cls::SafeFile_cls(const wxString& path) : mTarget(FollowLinks(NarrowPath(path))) {
+    if (mTarget.empty()) {
+        Fail();
+        return;
+    }
+    struct stat old {};
+    const bool bThere = stat(mTarget.c_str(), &old) == 0;
+    if (bThere && !S_ISREG(old.st_mode)) errno = S_ISDIR(old.st_mode) ? EISDIR : EINVAL;
+    // The folder's rights would be enough, but who protects a file means it.
+    if (bThere && (!S_ISREG(old.st_mode) || access(mTarget.c_str(), W_OK) != 0)) {
+        Fail();
+        return;
+    }
+    mpBeside = std::make_unique<FileBeside_cls>(mTarget);
+    if (!mpBeside->IsOpen())
+        Fail();
+    else if (bThere)
+        mpBeside->TakeAfter(old);
+}
 
-} // namespace
+SafeFile_cls::~SafeFile_cls() = default;
+
+bool SafeFile_cls::Write(const char* pBytes, size_t length) {
+    return mpBeside && (mpBeside->Write(pBytes, length) || Fail());
+}
+
+bool SafeFile_cls::Commit(ToDisk disk) {
+    if (!mpBeside || (!mpBeside->Commit(mTarget, disk == ToDisk::Force) && !Fail())) return false;
+    mpBeside.reset();
+    return true;
+}
+
+bool SafeFile_cls::Fail() {
+    mStrReason = wxString::FromUTF8(std::strerror(errno));
+    mpBeside.reset();
+    return false;
+}
 
 wxString WriteFileSafely(const wxString& path, const std::string& bytes, ToDisk disk) {
-    const std::string target = FollowLinks(NarrowPath(path));
-    if (target.empty()) return Reason();
-    struct stat old {};
-    const bool bThere = stat(target.c_str(), &old) == 0;
-    if (bThere && !S_ISREG(old.st_mode)) {
-        errno = S_ISDIR(old.st_mode) ? EISDIR : EINVAL;
-        return Reason();
-    }
-    // The folder's rights would be enough, but who protects a file means it.
-    if (bThere && access(target.c_str(), W_OK) != 0) return Reason();
-    FileBeside_cls file(target);
-    if (!file.IsOpen()) return Reason();
-    if (bThere) file.TakeAfter(old);
-    if (!file.Write(bytes) || !file.Commit(target, disk)) return Reason();
-    return wxString();
+    SafeFile_cls file(path);
+    const bool bDone = file.Write(bytes.data(), bytes.size()) && file.Commit(disk);
+    return bDone ? wxString() : file.GetReason();
 }
 
 ReadFileResult ReadWholeFile(const wxString& path, size_t limit, std::string* pBytes) {

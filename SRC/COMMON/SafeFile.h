@@ -2,9 +2,16 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 
 #include <wx/string.h>
+
+/// When the disk gets a file.
+enum class ToDisk {
+    Force, ///< before we go on: it survives a power failure
+    Later  ///< whenever the system likes, for files that can be made again
+};
 
 /// Put `bytes` under the name `path`: they are written beside it, forced to the disk if wanted, and renamed.
 /// Whatever happens on the way, a whole file stands under the name, the old one or the new one.
@@ -13,11 +20,31 @@
 /// the system lets us, its owner; a new one gets what the user's mask allows. Anything else than a file
 /// under the name (a folder, a device) is left alone. On failure nothing is left beside the file.
 /// \return empty on success, else the reason in the system's words.
-enum class ToDisk {
-    Force, ///< it survives a power failure
-    Later  ///< for files that can be made again: whenever the system likes
-};
 wxString WriteFileSafely(const wxString& path, const std::string& bytes, ToDisk disk = ToDisk::Force);
+
+/// The same piece by piece, for files that are too large to be held in memory.
+class SafeFile_cls {
+public:
+    explicit SafeFile_cls(const wxString& path);
+    /// Without Commit nothing of it is left.
+    ~SafeFile_cls();
+    SafeFile_cls(const SafeFile_cls&) = delete;
+    SafeFile_cls& operator=(const SafeFile_cls&) = delete;
+
+    bool IsOpen() const { return mpBeside != nullptr; }
+    bool Write(const char* pBytes, size_t length);
+    /// Put the file under its name.
+    bool Commit(ToDisk disk);
+    /// Why the last call failed, in the system's words.
+    wxString GetReason() const { return mStrReason; }
+
+private:
+    bool Fail();
+
+    std::string mTarget; ///< behind all links
+    std::unique_ptr<class FileBeside_cls> mpBeside;
+    wxString mStrReason;
+};
 
 enum class ReadFileResult {
     Ok,
@@ -28,6 +55,6 @@ enum class ReadFileResult {
 /// Read a whole file of up to `limit` bytes. Never waits for a pipe or a device.
 ReadFileResult ReadWholeFile(const wxString& path, size_t limit, std::string* pBytes);
 
-/// For tests: asked before each step of WriteFileSafely ("open", "write", "sync", "rename"); false makes the
+/// For tests: asked before each step of writing ("open", "write", "sync", "rename"); false makes the
 /// step fail. Empty otherwise.
 extern std::function<bool(const char* step)> GSafeFileStep;

@@ -5,7 +5,6 @@
 #include <wx/filename.h>
 #include <wx/listctrl.h>
 #include <wx/sizer.h>
-#include <wx/stattext.h>
 
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
@@ -18,10 +17,8 @@
 #include "WIDGET/clsMyArtProvider.h"
 
 namespace {
-constexpr int kGap = 4; // the spacing unit
-constexpr int kListWidth = 270;
+constexpr int kGap = 4;          // the spacing unit
 constexpr int kLabelWidth = 112; // of both panels
-constexpr int kListHeight = 188; // seven rows under the header
 } // namespace
 
 DataLoaderGUI_cls::DataLoaderGUI_cls(wxWindow* pParent, DataLoader_cls* pLoader)
@@ -51,31 +48,10 @@ void DataLoaderGUI_cls::MakeTop(wxSizer* pSizer) {
     pSizer->Add(mpCButtonOpen, 0, wxEXPAND | wxALL, FromDIP(2 * kGap));
 }
 
-wxSizer* DataLoaderGUI_cls::MakeListColumn(Which which, const wxString& label) {
-    auto* column = new wxBoxSizer(wxVERTICAL);
-    column->Add(new wxStaticText(this, wxID_ANY, label), 0, wxBOTTOM, FromDIP(kGap));
-    wxListCtrl* list = MakeList(this, which);
-    list->SetMinSize(FromDIP(wxSize(kListWidth, kListHeight)));
-    list->SetToolTip(_("Right click: insert, move and delete items"));
-    column->Add(list, 1, wxEXPAND);
-    auto* buttons = new wxBoxSizer(wxHORIZONTAL);
-    for (const int direction : {-1, 1}) {
-        auto* button = new wxButton(this, wxID_ANY, direction < 0 ? _("Up") : _("Down"));
-        button->SetBitmap(MyArtProvider::GetIcon(direction < 0 ? "Up" : "Down"));
-        button->SetToolTip(direction < 0 ? _("Move the item towards the start of the file")
-                                         : _("Move the item towards the end of the file"));
-        button->Bind(wxEVT_BUTTON,
-                     [this, list, direction](wxCommandEvent&) { MoveFocused(list, direction); });
-        buttons->Add(button, 1, direction > 0 ? wxLEFT : 0, FromDIP(kGap));
-    }
-    column->Add(buttons, 0, wxEXPAND | wxTOP, FromDIP(kGap));
-    return column;
-}
-
 void DataLoaderGUI_cls::MakeLists(wxSizer* pSizer) {
     auto* lists = new wxBoxSizer(wxHORIZONTAL);
-    lists->Add(MakeListColumn(HEAD, _("Header Format")), 1, wxEXPAND | wxRIGHT, FromDIP(2 * kGap));
-    lists->Add(MakeListColumn(BODY, _("Body Format")), 1, wxEXPAND);
+    lists->Add(MakeListColumn(this, HEAD, _("Header Format")), 1, wxEXPAND | wxRIGHT, FromDIP(2 * kGap));
+    lists->Add(MakeListColumn(this, BODY, _("Body Format")), 1, wxEXPAND);
     pSizer->Add(lists, 1, wxEXPAND | wxLEFT | wxRIGHT, FromDIP(2 * kGap));
 
     auto* buttons = new wxBoxSizer(wxHORIZONTAL);

@@ -32,7 +32,6 @@ protected:
 private:
     void MakeTop(wxSizer* pSizer);
     void MakeLists(wxSizer* pSizer);
-    wxSizer* MakeListColumn(Which which, const wxString& label);
     void MakePanel(wxSizer* pSizer);
     void MakePeriodic(wxSizer* pSizer);
     bool CheckLists() const;

@@ -189,8 +189,22 @@ wxString FileSequence_cls::GetInfoStr() const {
     return mStrFormat + wxString::Format(" (%d-%d)", mStartOffset, AddClamped(mMaxOffset, mStartOffset));
 }
 
+// Beside a typed tag "%%" means "%".
+wxString FileSequence_cls::ProtectPercents(const wxString& text) {
+    wxString result = text;
+    if (text.Contains("%%")) result.Replace("%", "%%");
+    return result;
+}
+
+void FileSequence_cls::AdoptFormat() {
+    if (mTagPos == wxString::npos || mbTyped) return;
+    const wxString head = ProtectPercents(mStrFormat.substr(0, mTagPos));
+    const wxString tag = mStrFormat.substr(mTagPos, mTagLength);
+    Set(head + tag + ProtectPercents(mStrFormat.substr(mTagPos + mTagLength)));
+}
+
 void FileSequence_cls::AppendDefaultSequenceTag() {
-    mStrPath = mStrPrefix + "%04d" + mStrSuffix;
+    mStrPath = ProtectPercents(mStrPrefix) + "%04d" + ProtectPercents(mStrSuffix);
     const int pos = SequenceFormatPos();
     if (pos >= 0) SplitFormat(pos);
 }

@@ -26,6 +26,9 @@ public:
     wxString GetModifiedStr(int index, int eye) const;
     /// Format and range, such as "run%04d.dat (100-351)": the second number is one past the last file.
     wxString GetInfoStr() const;
+    /// For output: the format takes the path's place, with 0 as the first number. It gives the same names
+    /// when it is set as a path.
+    void AdoptFormat();
     /// Give a name that was typed without a number the tag "%04d".
     void AppendDefaultSequenceTag();
 
@@ -40,6 +43,7 @@ public:
 private:
     void SetTag(size_t pos, size_t length, bool bTyped);
     void FindOddTag();
+    static wxString ProtectPercents(const wxString& text);
     bool DoesTheIndexOpen(int index) const;
 
     size_t mTagPos = wxString::npos; ///< where the tag stands in mStrFormat

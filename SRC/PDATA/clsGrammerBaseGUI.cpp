@@ -2,16 +2,23 @@
 
 #include <algorithm>
 
+#include <wx/button.h>
 #include <wx/listctrl.h>
 #include <wx/menu.h>
 #include <wx/settings.h>
+#include <wx/sizer.h>
+#include <wx/stattext.h>
 
 #include "COMMON/MsgBox.h"
 #include "PDATA/clsGrammerBase.h"
+#include "WIDGET/clsMyArtProvider.h"
 
 namespace {
 
-constexpr int kTypeNumber = 3; // particle types go from 0 to this
+constexpr int kGap = 4; // the spacing unit
+constexpr int kListWidth = 270;
+constexpr int kListHeight = 188; // seven rows under the header
+constexpr int kTypeNumber = 3;   // particle types go from 0 to this
 constexpr int kHeadCodes = 5;
 constexpr int kBodyCodes = 9;
 
@@ -110,6 +117,30 @@ wxListCtrl* GrammerBaseGUI_cls::MakeList(wxWindow* pParent, Which which) {
         wxEVT_MENU, [this, list](wxCommandEvent& event) { OnMenu(list, event.GetId()); }, ID_SWAP_UP,
         ID_INSERT_FIRST + kBodyCodes);
     return list;
+}
+
+wxSizer* GrammerBaseGUI_cls::MakeListColumn(wxWindow* pParent, Which which, const wxString& label, int idUp,
+                                            int idDown) {
+    const int gap = pParent->FromDIP(kGap);
+    auto* column = new wxBoxSizer(wxVERTICAL);
+    column->Add(new wxStaticText(pParent, wxID_ANY, label), 0, wxBOTTOM, gap);
+    wxListCtrl* list = MakeList(pParent, which);
+    list->SetMinSize(pParent->FromDIP(wxSize(kListWidth, kListHeight)));
+    list->SetToolTip(_("Right click: insert, move and delete items"));
+    column->Add(list, 1, wxEXPAND);
+    auto* buttons = new wxBoxSizer(wxHORIZONTAL);
+    for (const int direction : {-1, 1}) {
+        auto* button =
+            new wxButton(pParent, direction < 0 ? idUp : idDown, direction < 0 ? _("Up") : _("Down"));
+        button->SetBitmap(MyArtProvider::GetIcon(direction < 0 ? "Up" : "Down"));
+        button->SetToolTip(direction < 0 ? _("Move the item towards the start of the file")
+                                         : _("Move the item towards the end of the file"));
+        button->Bind(wxEVT_BUTTON,
+                     [this, list, direction](wxCommandEvent&) { MoveFocused(list, direction); });
+        buttons->Add(button, 1, direction > 0 ? wxLEFT : 0, gap);
+    }
+    column->Add(buttons, 0, wxEXPAND | wxTOP, gap);
+    return column;
 }
 
 int GrammerBaseGUI_cls::WhichOf(wxListCtrl* pList) const { return pList == mpCListHead ? HEAD : BODY; }

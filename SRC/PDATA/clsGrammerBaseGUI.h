@@ -5,12 +5,14 @@
 #include <functional>
 #include <vector>
 
+#include <wx/defs.h>
 #include <wx/string.h>
 
 class ConfItemINTARRAY_cls;
 class GrammerBase_cls;
 class wxListCtrl;
 class wxMenu;
+class wxSizer;
 class wxWindow;
 
 class GrammerBaseGUI_cls {
@@ -61,6 +63,9 @@ public:
 protected:
     /// Make a list for `which` with its keys and mouse.
     wxListCtrl* MakeList(wxWindow* pParent, Which which);
+    /// Label, list and the buttons "Up" and "Down" with these ids.
+    wxSizer* MakeListColumn(wxWindow* pParent, Which which, const wxString& label, int idUp = wxID_ANY,
+                            int idDown = wxID_ANY);
     void ShowPopup(wxListCtrl* pList);
     virtual void OnListsEdited() {}
 

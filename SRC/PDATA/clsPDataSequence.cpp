@@ -6,6 +6,7 @@
 #include <wx/filename.h>
 
 #include "COMMON/MsgBox.h"
+#include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLDrawData.h"
 #include "PDATA/clsPDataBlock.h"
@@ -173,6 +174,11 @@ void PDataSequence_cls::GLDrawData(int face, int frame, double dt, int lightCoun
     mpCGLDrawData->mbShadowPass = bShadowPass;
     mpCGLDrawData->SetLightSourceInfo(lightCount, pLightPos, lengthA, lengthB);
     GetSnap(frame)->GLDrawData(face, mpCGLDrawData, mpCGLAttribute, dt);
+}
+
+bool PDataSequence_cls::ExportData(DataExporter_cls* pExporter, int index, double dt, int frame) {
+    return GetSnap(index)->ExportData(pExporter, dt, mpCGLAttribute[0]->mpCDrawOption->GetDownSizing(),
+                                      frame);
 }
 
 void PDataSequence_cls::RefreshGLAttribTex() {

@@ -8,6 +8,7 @@
 #include "CONFITEM/clsConfItem.h"
 #include "PDATA/clsFileSequence.h"
 
+class DataExporter_cls;
 class DrawOption_cls;
 class GLAttribute_cls;
 class GLDrawData_cls;
@@ -56,6 +57,9 @@ public:
     void SetCameraInfo(const PositionAndDirection_cls& camera);
     void GLDrawData(int face, int frame, double dt, int lightCount, float* pLightPos, double lengthA,
                     double lengthB, bool bShadowPass, int panelIndex);
+    /// Go on writing the data `dt` after snapshot `index`, thinned out as the views show them, as the film's
+    /// frame `frame`; true when that is done.
+    bool ExportData(DataExporter_cls* pExporter, int index, double dt, int frame);
     void RefreshGLAttribTex();
     void Special_Copy(int dst, int src);
 

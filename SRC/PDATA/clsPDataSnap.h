@@ -5,6 +5,7 @@
 
 #include <wx/string.h>
 
+class DataExporter_cls;
 class GLAttribute_cls;
 class GLDrawData_cls;
 class PDataBlock_cls;
@@ -39,6 +40,9 @@ public:
     long long GetUsedMemoryKB() const;
     /// Draw at `dt` after this snapshot's time; rebuilds the draw-time snapshot when it no longer fits.
     void GLDrawData(int face, GLDrawData_cls* pDraw, GLAttribute_cls** ppAttribute, double dt);
+
+    /// Go on writing this snapshot, `dt` after its time, as the film's frame `frame`; true when that is done.
+    bool ExportData(DataExporter_cls* pExporter, double dt, int step, int frame);
 
     /// Wait until the running reader is done, when `bExpect` equals "target is being read".
     static void WaitThreadReading(PDataSnap_cls* pTarget, bool bExpect);

@@ -6,6 +6,8 @@
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLDrawData.h"
+#include "PDATA/SnapshotWriter.h"
+#include "PDATA/clsDataExporter.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSequence.h"
 #include "PDATA/clsPDataSnap.h"
@@ -91,6 +93,13 @@ void PDataSnap_cls::GLDrawData(int face, GLDrawData_cls* pDraw, GLAttribute_cls*
     // Memory for it may have been short.
     if (GLDrawData_cls::mspCSnapShot->mbAllocated) Dispatch(face, pDraw, ppAttribute);
     GDrawingPercentage.store(100);
+}
+
+bool PDataSnap_cls::ExportData(DataExporter_cls* pExporter, double dt, int step, int frame) {
+    if (IsUnderRead()) return false;
+    // Velocities that are just becoming slopes are neither.
+    if (mpCBlock->IsUnderInterpolation()) WaitInterpolator();
+    return pExporter->ExportData(SnapshotSource_st::Of(*mpCBlock, dt, step), frame);
 }
 
 void PDataSnap_cls::ReleaseDrawnSnapshot() {

@@ -110,7 +110,7 @@ void ThreadInterpolatorBlock_cls::InterpolateDataLinearPeriodic() {
     float half[kLanes];
     float length[kLanes];
     for (int k = 0; k < kLanes; ++k) {
-        const bool bWraps = mPeriodicType == 2 || k % 3 < 2;
+        const bool bWraps = mPeriodicType != 1 || k % 3 < 2;
         length[k] = mBoundary[k % 3];
         half[k] = bWraps ? 0.5f * length[k] : std::numeric_limits<float>::infinity();
     }

@@ -6,6 +6,7 @@
 #include <wx/button.h>
 #include <wx/checkbox.h>
 #include <wx/choice.h>
+#include <wx/scrolwin.h>
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
@@ -117,6 +118,8 @@ int MultiInputPanel_cls::AddWindow(const wxString& label, wxWindow* pWindow) {
     return row;
 }
 
+void MultiInputPanel_cls::AddWindowTo(int row, wxWindow* pWindow) { Place(row, pWindow, 1); }
+
 void MultiInputPanel_cls::AddRefresh(int row, std::function<void()> refresh) {
     mRows[static_cast<size_t>(row)]->mRefresh.push_back(std::move(refresh));
 }
@@ -216,6 +219,8 @@ void MultiInputPanel_cls::ShowRow(int row, bool bShow) {
     mpCGrid->Show(r.mpFields, bShow, true);
     InvalidateBestSize();
     Layout();
+    // A page that has grown or shrunk scrolls by as much.
+    if (auto* pScroll = dynamic_cast<wxScrolledWindow*>(GetParent())) pScroll->FitInside();
 }
 
 bool MultiInputPanel_cls::IsRowShown(int row) const { return mRows[static_cast<size_t>(row)]->mbShown; }

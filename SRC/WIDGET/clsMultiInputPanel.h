@@ -77,6 +77,8 @@ public:
     int AddCaption(const wxString& text);
     /// A window made by the caller, child of this panel.
     int AddWindow(const wxString& label, wxWindow* pWindow);
+    /// One more at the end of a row.
+    void AddWindowTo(int row, wxWindow* pWindow);
     /// Called by UpdateValues for the row: brings a window of the caller's up to date.
     void AddRefresh(int row, std::function<void()> refresh);
 

@@ -14,12 +14,14 @@
 #include "GL/VIEW/clsExposure.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsOverlay.h"
+#include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
 
 void PictureTest::SetUp() {
     GuiTest::SetUp();
     mSize = Frame()->GetSize();
+    Hub()->mpCDataLoader->SetToDefault(); // a project opened before may have moved and scaled the data
     ResetViews();
     MainGLCanvas_cls* canvas = Canvas(0);
     canvas->mShowMessage.mValue = canvas->mShowItems.mValue = canvas->mShowGrid.mValue = false;

@@ -1,6 +1,7 @@
 // The pages on the right: each field changes the picture as it must.
 #include <wx/checkbox.h>
 #include <wx/notebook.h>
+#include <wx/scrolwin.h>
 
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
@@ -172,6 +173,34 @@ TEST_F(Attributes, DownsizingDrawsEveryNth) {
     TypeInto(FindField(Side(), "Every n-th particle"), "1");
     ASSERT_TRUE(Settle());
     EXPECT_EQ(Lit(), all);
+}
+
+TEST_F(Attributes, InALowWindowThePagesScroll) {
+    const wxSize size = Frame()->GetSize();
+    Attribute(1)->mDrawType.mValue = 1;
+    Attribute(1)->mColor.mbUseColorCurve.mValue = true;
+    Attribute(1)->mpCGUI->UpdateValues();
+    Frame()->SetSize(1000, 620);
+    ASSERT_TRUE(PumpUntil([] { return Frame()->GetSize().y == 620; }));
+    Settle();
+    auto* options = Frame()->FindWindow(int(ID_NOTEBOOK_OPTION));
+    EXPECT_LE(options->GetRect().GetBottom(), options->GetParent()->GetClientSize().y) << "not cut off";
+    auto* scroll = dynamic_cast<wxScrolledWindow*>(Attribute(1)->mpCGUI->GetParent());
+    ASSERT_TRUE(scroll);
+    EXPECT_GT(scroll->GetVirtualSize().y, scroll->GetClientSize().y);
+    wxWindow* last = FindByLabel(scroll, "Sequence");
+    ASSERT_TRUE(last);
+    EXPECT_FALSE(scroll->GetScreenRect().Contains(last->GetScreenRect()));
+    scroll->Scroll(0, 1000);
+    Settle();
+    EXPECT_TRUE(scroll->GetScreenRect().Contains(last->GetScreenRect())) << "the last row can be reached";
+    // Fewer rows need no scrolling.
+    Attribute(1)->mDrawType.mValue = 4;
+    Attribute(1)->mpCGUI->UpdateValues();
+    Settle();
+    EXPECT_LE(scroll->GetVirtualSize().y, scroll->GetClientSize().y);
+    Frame()->SetSize(size);
+    Settle();
 }
 
 TEST_F(Attributes, ClassificationPicksTheAttribute) {

@@ -104,7 +104,15 @@ TEST_F(CameraPath, ViewFliesBetweenTwoKeysAndUndoTakesThemBack) {
         EXPECT_NE(Grab(0).mRGB, atEnd.mRGB);
         Snap("cam0_frame" + std::to_string(frame));
     }
-    GCUndoList.UndoCurrent(); // the second popup's step, seen without moving time
+    Menu(ID_UNDO);
+    EXPECT_EQ(Canvas(0)->GetDisplayMode(), 0) << "linking is a step of its own";
+    EXPECT_LT(Apart(Eye().mPos, kNear), 1e-9);
+    Menu(ID_REDO);
+    EXPECT_EQ(Canvas(0)->GetDisplayMode(), 7);
+    EXPECT_FALSE(geometry->IsEnabled()) << "the controls follow";
+    Menu(ID_UNDO);
+    Canvas(0)->LinkageConnect(); // without a step, to see the rest
+    GCUndoList.UndoCurrent();    // the second popup's step, seen without moving time
     ASSERT_TRUE(Settle());
     EXPECT_EQ(KeyNumber(), 1);
     EXPECT_LT(Apart(Eye().mPos, kFar), 1e-9);
@@ -160,6 +168,8 @@ TEST_F(CameraPath, UsersMoveStandsUntilTimeMoves) {
     ClickPopup(Canvas(0), Spot(), {WXK_UP, WXK_RETURN}); // unlink
     EXPECT_EQ(Canvas(0)->GetDisplayMode(), 0);
     EXPECT_LT(Apart(Eye().mPos, kNear), 1e-9) << "the free camera waited where it was";
+    Menu(ID_UNDO);
+    EXPECT_EQ(Canvas(0)->GetDisplayMode(), 7) << "and the link comes back";
 }
 
 TEST_F(CameraPath, AnchorPathIsLookedAtAndTurnedAround) {

@@ -15,6 +15,7 @@
 #include "COMMON/Globals.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsGLAttributeGUI.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GuiTest.h"
 #include "PARAM/clsParamGroup.h"
@@ -24,6 +25,7 @@
 #include "PDATA/clsPDataSequence.h"
 #include "PDATA/clsPDataSnap.h"
 #include "WIDGET/clsColourDialogEX.h"
+#include "WIDGET/clsNumField.h"
 
 namespace {
 
@@ -151,6 +153,39 @@ TEST_F(ColorEditor, FitRangeTakesTheExtremesOfFrameAndSequence) {
     EXPECT_EQ(Color().mScalingMax.mValue, high);
     Undo();
     EXPECT_EQ(Color().mScalingMax.mValue, 1.0f);
+}
+
+TEST_F(ColorEditor, ThePageFitsItsRangeToo) {
+    Gui()->CloseEXKey();
+    auto* book = static_cast<wxNotebook*>(Frame()->FindWindow(int(ID_NOTEBOOK_ATTRIB)));
+    book->SetSelection(1);
+    wxWindow* page = book->GetPage(1);
+    GLAttribute_cls& attribute = *Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence()->mpCGLAttribute[1];
+    attribute.mpCGUI->UpdateValues();
+    ASSERT_TRUE(Settle());
+    const Picture_st before = Grab(0);
+    wxWindow* frame = FindByLabel(page, "Frame");
+    ASSERT_TRUE(frame && frame->IsShownOnScreen());
+    ClickOn(frame);
+    ASSERT_TRUE(Settle());
+    const float low = Color().mScalingMin.mValue;
+    const float high = Color().mScalingMax.mValue;
+    EXPECT_GT(high, low);
+    EXPECT_NE(Grab(0).mRGB, before.mRGB);
+    EXPECT_EQ(FindField(page, "Quantity at the end")->GetValue(), double(high)) << "the fields show it";
+    ClickOn(FindByLabel(page, "Sequence"));
+    ASSERT_TRUE(Settle());
+    EXPECT_LT(Color().mScalingMin.mValue, low);
+    Undo();
+    EXPECT_EQ(Color().mScalingMax.mValue, high);
+    Undo();
+    EXPECT_EQ(Color().mScalingMax.mValue, 1.0f);
+    EXPECT_EQ(Grab(0).mRGB, before.mRGB);
+    EXPECT_FALSE(GCUndoList.IsUndoable());
+    // A colour that no quantity drives has no range.
+    Color().mbUseColorCurve.mValue = false;
+    attribute.mpCGUI->UpdateValues();
+    EXPECT_FALSE(frame->IsShownOnScreen());
 }
 
 TEST_F(ColorEditor, ButtonOfThePageOpensItsCurve) {

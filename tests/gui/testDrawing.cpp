@@ -131,6 +131,16 @@ TEST_F(Drawing, AlphaRulesOfOneAttribute) {
     EXPECT_EQ(AlphaOf(1.0f), 0.0f) << "too faint to be drawn";
     a.mRadiusFactorForConst.mValue = 0.0f;
     EXPECT_EQ(AlphaOf(1.0f), 0.0f);
+    // Points know no radius of their own: what is common to all of them counts.
+    a.mDrawType.mValue = 0;
+    a.mRadiusFactorForConst.mValue = 2.0f;
+    EXPECT_NEAR(AlphaOf(1.0f), 0.2f / 4 * 0.5f, 1e-3f);
+    mOption.mDownSizing.mValue = 2;
+    const float larger = float(GLDrawData_cls::GetSteppingRadiusFactor(2));
+    EXPECT_NEAR(AlphaOf(1.0f), 0.2f / (4 * larger * larger) * 0.5f * stronger, 1e-3f);
+    a.mAlphaMax.mValue = 0.02f;
+    EXPECT_NEAR(AlphaOf(1.0f), 0.02f * 0.5f * stronger, 1e-3f);
+    mOption.mDownSizing.mValue = 1;
 }
 
 TEST_F(Drawing, AlphaRulesOfAllAttributes) {
@@ -289,8 +299,15 @@ TEST_F(Drawing, PicturesOfAllWays) {
         Draw(particles);
         EXPECT_TRUE(IsGolden("draw_" + name, Picture()));
     };
+    const auto blend = [&](unsigned type) {
+        for (auto& a : mAttribute)
+            a->mBlendType.mValue = type;
+    };
     SetAll(0);
     keep("points");
+    blend(1);
+    keep("points_additive");
+    blend(0);
     SetAll(1);
     keep("billboards");
     mOption.mSortOrder.mValue = 1;
@@ -298,11 +315,11 @@ TEST_F(Drawing, PicturesOfAllWays) {
     mOption.mSortOrder.mValue = 2;
     keep("billboards_near_first");
     mOption.mSortOrder.mValue = 0;
-    for (auto& a : mAttribute)
-        a->mBlendType.mValue = 1;
+    blend(1);
     keep("billboards_additive");
-    for (auto& a : mAttribute)
-        a->mBlendType.mValue = 0;
+    SetAll(2, 1, 0);
+    keep("spheres_additive");
+    blend(0);
     SetAll(2, 0, 0);
     keep("spheres_low");
     SetAll(2, 2, 1);

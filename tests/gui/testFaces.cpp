@@ -2,12 +2,14 @@
 // pictures are those that were looked at.
 #include <cmath>
 #include <sstream>
+#include <utility>
 
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "COLORCURVE/clsColorCurve.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/RuntimeFiles.h"
+#include "GL/BASE/clsGLTexture.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/VIEW/clsDistortion.h"
 #include "GL/VIEW/clsFishEye.h"
@@ -218,6 +220,23 @@ TEST_F(Faces, AMeshThatCannotBeUsedIsToldAndTheRestWorks) {
     EXPECT_EQ(Grab(0).mRGB, before.mRGB);
 }
 
+TEST_F(Faces, AMissingMaskIsToldAndLeavesTheMeshAlone) {
+    ShowPlaces();
+    SetView(2, 180);
+    Canvas(0)->mDistortion.mValue = true;
+    Repaint();
+    const Picture_st masked = Grab(0);
+    GLTexture_cls none;
+    GLTexture_cls* const pMask = std::exchange(MainGLCanvas_cls::mspCMask, &none);
+    Repaint();
+    MainGLCanvas_cls::mspCMask = pMask;
+    EXPECT_TRUE(WasTold("The mask Resource/DefaultMask.png can't be read as an image"));
+    EXPECT_GT(Grab(0).CountLit(20), 0) << "without darkened edges";
+    Repaint();
+    EXPECT_EQ(Grab(0).mRGB, masked.mRGB);
+    Canvas(0)->mDistortion.mValue = false;
+}
+
 TEST_F(Faces, TheMenusSettingsAreUndoable) {
     SetView(2, 180);
     const Picture_st before = Grab(0);
@@ -261,6 +280,10 @@ TEST_F(Faces, PicturesAreThoseThatWereLookedAt) {
     EXPECT_TRUE(IsGolden("fisheye_distorted", Grab(0)));
     SetView(3, 150);
     EXPECT_TRUE(IsGolden("panorama", Grab(0)));
+    SetView(0, 60);
+    EXPECT_TRUE(IsGolden("perspective", Grab(0)));
+    SetView(1, 60);
+    EXPECT_TRUE(IsGolden("orthographic", Grab(0)));
 }
 
 } // namespace

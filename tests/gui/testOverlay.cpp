@@ -41,6 +41,7 @@ protected:
                                  "OverLayTimeTag=Time=", "OverLayShowLegend=0 0 0 0", "OverLayLegendPos=3",
                                  "OverLayLegendIgnoreAlphe=0", "OverLayLegendIgnoreTics=0"})
             Settings()->ReadStrLine(line);
+        Settings()->mTimeCustomFont.mStrValue.clear();
         PictureTest::TearDown();
     }
     static Overlay_cls* Settings() { return Hub()->mpCOverlay; }
@@ -71,6 +72,29 @@ TEST_F(Overlay, TimeStandsInItsCorner) {
     Settings()->mTimeFontPoint.mValue = 36;
     Repaint();
     EXPECT_GT(Grab(0).CountLit(60), 2 * lit) << "larger letters, and whole";
+    Settings()->mTimeFontPoint.mValue = 18;
+    Settings()->mShowLegend.mValue[0] = true;
+    Settings()->mLegendPos.mValue = Overlay_cls::TOP_LEFT;
+    Repaint();
+    EXPECT_GT(CountLit(corners[0]), 1000);
+    Hub()->CloseData();
+    Repaint();
+    EXPECT_GT(CountLit(corners[3]), 80) << "\"Not Defined\"";
+    EXPECT_EQ(CountLit(corners[0]), 0) << "no data, no colours of theirs";
+}
+
+TEST_F(Overlay, AChosenFontServesTheLastTwoStyles) {
+    const wxString family = wxFont(wxFontInfo(18).Family(wxFONTFAMILY_TELETYPE)).GetFaceName();
+    const wxString face = wxFont(wxFontInfo(18).Family(wxFONTFAMILY_ROMAN)).GetFaceName();
+    Settings()->mTimeFontFamily.mValue = 6;
+    EXPECT_EQ(Settings()->GetTimeFont().GetFaceName(), family);
+    Settings()->mTimeCustomFont.mStrValue = face;
+    for (const int style : {6, 7}) {
+        Settings()->mTimeFontFamily.mValue = style;
+        EXPECT_EQ(Settings()->GetTimeFont().GetFaceName(), face) << style;
+    }
+    Settings()->mTimeFontFamily.mValue = 5;
+    EXPECT_NE(Settings()->GetTimeFont().GetFaceName(), face);
 }
 
 TEST_F(Overlay, LegendsHaveTheColoursOfTheirAttributes) {

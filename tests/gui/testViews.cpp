@@ -126,6 +126,14 @@ TEST_F(Views, KeysPickTheSideOfTheActiveView) {
     ASSERT_TRUE(Settle());
     EXPECT_EQ(Canvas(0)->GetGeometry(), 1);
     EXPECT_EQ(Combo(0, "Geometry")->GetSelection(), 1);
+    Menu(ID_UNDO);
+    EXPECT_EQ(Canvas(0)->GetGeometry(), 0) << "a key's choice is a step as the control's is";
+    EXPECT_EQ(Combo(0, "Geometry")->GetSelection(), 0);
+    Menu(ID_UNDO);
+    EXPECT_EQ(Canvas(0)->GetDisplayMode(), 5);
+    Menu(ID_REDO);
+    Menu(ID_REDO);
+    EXPECT_EQ(Canvas(0)->GetGeometry(), 1);
     Key('5');
     ASSERT_TRUE(Settle());
     EXPECT_EQ(Canvas(0)->GetGeometry(), 0);
@@ -253,6 +261,13 @@ TEST_F(Views, MessageLineTellsFileTimeAndCount) {
     Canvas(0)->mGLPersAngle.mValue = 35.0f;
     Menu(ID_REFRESH_GL);
     EXPECT_FALSE(Canvas(0)->GetMessageText().Contains("limited"));
+}
+
+TEST_F(Views, WithoutDataTheMessageLineHasNoTime) {
+    Hub()->CloseData();
+    Menu(ID_REFRESH_GL);
+    EXPECT_TRUE(Canvas(0)->GetMessageText().Contains("\nTime=Not Defined:PNum=0*1:"))
+        << Canvas(0)->GetMessageText();
 }
 
 TEST_F(Views, WideAndTallWindowsShowTheSameScene) {

@@ -194,7 +194,7 @@ TEST_F(ColorCurveEdit, ACurveThatGoesLeavesAnEditorWithoutOne) {
 
 TEST_F(ColorCurveEdit, FitRangeAndTemplatesGoThroughTheEditor) {
     ColorCurveCtrl_cls ctrl;
-    EXPECT_FALSE(ctrl.FitRange(false)) << "nobody knows the data";
+    EXPECT_FALSE(ctrl.FitRange(&mCurve, false)) << "nobody knows the data";
     ctrl.mCEdit.SetCurve(&mCurve);
     float high = 7.0f;
     bool bAsked = false;
@@ -205,13 +205,14 @@ TEST_F(ColorCurveEdit, FitRangeAndTemplatesGoThroughTheEditor) {
         return true;
     };
     const wxString before = mCurve.Serialize();
-    EXPECT_TRUE(ctrl.FitRange(true));
+    EXPECT_FALSE(ctrl.FitRange(nullptr, true));
+    EXPECT_TRUE(ctrl.FitRange(&mCurve, true));
     EXPECT_TRUE(bAsked);
     EXPECT_EQ(mCurve.mScalingMin.mValue, -3.0f);
     EXPECT_EQ(mCurve.mScalingMax.mValue, 7.0f);
     ExpectOneStep(before);
     high = -3.0f;
-    EXPECT_TRUE(ctrl.FitRange(false));
+    EXPECT_TRUE(ctrl.FitRange(&mCurve, false));
     EXPECT_EQ(mCurve.mScalingMax.mValue, -2.0f) << "one value alone has no range";
     const wxString plain = mCurve.Serialize();
     ColorCurve_cls chosen("Template", "T", "0 0 0 0");

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include <wx/app.h>
+#include <wx/button.h>
 #include <wx/dcbuffer.h>
 #include <wx/menu.h>
 #include <wx/settings.h>
@@ -17,6 +18,19 @@ ColorCurveCtrl_cls* ColorCurveBtn_cls::mspCColorCurveCtrlLinked = nullptr;
 namespace {
 constexpr int kSquare = 5;
 constexpr int kSamples = 64; // of the colours that are compared
+
+void FitCurveRange(ColorCurve_cls* pCurve, bool bSequence) {
+    if (ColorCurveBtn_cls::mspCColorCurveCtrlLinked)
+        ColorCurveBtn_cls::mspCColorCurveCtrlLinked->FitRange(pCurve, bSequence);
+}
+
+wxButton* MakeFitButton(wxWindow* pParent, ColorCurve_cls* pCurve, bool bSequence, const wxString& label,
+                        const wxString& tip) {
+    auto* button = new wxButton(pParent, wxID_ANY, label);
+    button->SetToolTip(tip);
+    button->Bind(wxEVT_BUTTON, [pCurve, bSequence](wxCommandEvent&) { FitCurveRange(pCurve, bSequence); });
+    return button;
+}
 } // namespace
 
 ColorCurveBtn_cls::ColorCurveBtn_cls(wxWindow* pParent, ColorCurve_cls* pCurve)
@@ -93,13 +107,18 @@ void ColorCurveBtn_cls::Toggle() {
 void ColorCurveBtn_cls::OnMenu() {
     ColorCurve_cls* pCurve = GetPCCurve();
     if (!pCurve || !IsEnabled()) return;
-    enum { ID_EDIT = 1, ID_USE, ID_FLIP, ID_SWAP };
+    enum { ID_EDIT = 1, ID_USE, ID_FLIP, ID_SWAP, ID_FIT_FRAME, ID_FIT_SEQUENCE };
     wxMenu menu;
     menu.Append(ID_EDIT, _("Edit..."));
     menu.AppendSeparator();
     menu.AppendCheckItem(ID_USE, _("By a quantity"))->Check(!pCurve->IsConstant());
     menu.Append(ID_FLIP, _("Flip Color"))->Enable(!pCurve->IsConstant());
     menu.Append(ID_SWAP, _("Swap RGB"))->Enable(!pCurve->IsConstant());
+    const bool bRange =
+        !pCurve->IsConstant() && mspCColorCurveCtrlLinked && mspCColorCurveCtrlLinked->IsDriven(*pCurve);
+    menu.AppendSeparator();
+    menu.Append(ID_FIT_FRAME, _("Fit range to the frame"))->Enable(bRange);
+    menu.Append(ID_FIT_SEQUENCE, _("Fit range to the sequence"))->Enable(bRange);
     switch (GetPopupMenuSelectionFromUser(menu)) {
     case ID_EDIT:
         Open();
@@ -112,6 +131,12 @@ void ColorCurveBtn_cls::OnMenu() {
         break;
     case ID_SWAP:
         pCurve->SwapRGB();
+        break;
+    case ID_FIT_FRAME:
+        FitCurveRange(pCurve, false);
+        break;
+    case ID_FIT_SEQUENCE:
+        FitCurveRange(pCurve, true);
         break;
     default:
         break;
@@ -137,5 +162,17 @@ int AddColorCurve(MultiInputPanel_cls& panel, const wxString& label, ColorCurve_
     button->SetToolTip(tip);
     const int row = panel.AddWindow(label, button);
     panel.AddRefresh(row, [button] { button->RefreshIfChanged(); });
+    return row;
+}
+
+int AddFitRange(MultiInputPanel_cls& panel, ColorCurve_cls* pCurve) {
+    const int row = panel.AddWindow(
+        _("Fit range"),
+        MakeFitButton(&panel, pCurve, false, _("Frame"),
+                      _("Scaling from the least to the greatest value of the frame on show")));
+    panel.AddWindowTo(
+        row,
+        MakeFitButton(&panel, pCurve, true, _("Sequence"),
+                      _("Scaling from the least to the greatest value of all snapshots; reads them all")));
     return row;
 }

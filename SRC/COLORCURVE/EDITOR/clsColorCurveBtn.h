@@ -38,3 +38,5 @@ private:
 /// A row with such a button; its number.
 int AddColorCurve(MultiInputPanel_cls& panel, const wxString& label, ColorCurve_cls* pCurve,
                   const wxString& tip);
+/// A row of buttons that set the curve's scaling to what occurs; its number. The curve outlives the panel.
+int AddFitRange(MultiInputPanel_cls& panel, ColorCurve_cls* pCurve);

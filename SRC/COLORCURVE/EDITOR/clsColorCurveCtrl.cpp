@@ -37,7 +37,7 @@ void ColorCurveCtrl_cls::TakeTemplate(const ColorCurve_cls& chosen) {
     const UndoBlock_cls block;
     pCurve->CopyColorFromP(&chosen, true);
     ColorSettings_st settings = pCurve->GetSettings();
-    if (settings.mbUseCurve || !mHooks.mIsDriven || !mHooks.mIsDriven(*pCurve)) return;
+    if (settings.mbUseCurve || !IsDriven(*pCurve)) return;
     settings.mbUseCurve = true;
     pCurve->SetSettingsCommand(settings, pCurve->GetSettings());
 }
@@ -50,14 +50,12 @@ std::vector<ColorCurve_cls*> ColorCurveCtrl_cls::GetCurves() const {
     return curves;
 }
 
-bool ColorCurveCtrl_cls::FitRange(bool bSequence) {
+bool ColorCurveCtrl_cls::FitRange(ColorCurve_cls* pCurve, bool bSequence) {
     EndGesture();
-    ColorCurve_cls* pCurve = GetPCCurve();
-    ColorSettings_st settings;
     float low = 0.0f;
     float high = 0.0f;
     if (!pCurve || !mHooks.mRange || !mHooks.mRange(*pCurve, bSequence, &low, &high)) return false;
-    settings = pCurve->GetSettings();
+    ColorSettings_st settings = pCurve->GetSettings();
     settings.mScalingMin = low;
     settings.mScalingMax = low == high ? low + 1.0f : high; // one value alone has no range
     if (!(settings == pCurve->GetSettings())) pCurve->SetSettingsCommand(settings, pCurve->GetSettings());

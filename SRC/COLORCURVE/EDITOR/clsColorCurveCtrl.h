@@ -32,8 +32,11 @@ public:
     /// What a hand still holds becomes a step.
     void EndGesture() { mCEdit.EndGesture(); }
     bool IsGesture() const { return mCEdit.IsGesture(); }
-    /// Scaling to the extremes of the driving scalar, one step.
-    bool FitRange(bool bSequence);
+    /// Scaling of a curve to the extremes of its driving scalar, in the frame on show or the whole sequence;
+    /// one step. False, and told, when there are none.
+    bool FitRange(ColorCurve_cls* pCurve, bool bSequence);
+    /// Is there a range to fit?
+    bool IsDriven(const ColorCurve_cls& curve) const { return mHooks.mIsDriven && mHooks.mIsDriven(curve); }
     /// Its colours, in one step; a curve that particles drive is put to use with them.
     void TakeTemplate(const ColorCurve_cls& chosen);
     /// The curves that can be chosen, the linked one among them.

@@ -106,11 +106,11 @@ wxSizer* ColorCurveGUI_cls::MakeFitRow() {
              FromDIP(2 * kGap));
     row->Add(MakeButton(this, _("Frame"),
                         _("Scaling from the least to the greatest value of the frame on show"),
-                        [this] { mpCCtrl->FitRange(false); }),
+                        [this] { mpCCtrl->FitRange(mCEdit.GetPCCurve(), false); }),
              0, wxRIGHT, FromDIP(kGap));
     row->Add(MakeButton(this, _("Sequence"),
                         _("Scaling from the least to the greatest value of all snapshots; reads them all"),
-                        [this] { mpCCtrl->FitRange(true); }));
+                        [this] { mpCCtrl->FitRange(mCEdit.GetPCCurve(), true); }));
     return row;
 }
 
@@ -234,7 +234,7 @@ void ColorCurveGUI_cls::UpdateValues() {
 // A colour that no particle drives is the constant one, or the curve's start.
 void ColorCurveGUI_cls::ShowRows() {
     const ColorCurve_cls* pCurve = mCEdit.GetPCCurve();
-    const bool bDriven = pCurve && mpCCtrl->mHooks.mIsDriven && mpCCtrl->mHooks.mIsDriven(*pCurve);
+    const bool bDriven = pCurve && mpCCtrl->IsDriven(*pCurve);
     mpCPanel->EnableRow(mRowDepend, bDriven && mSettings.mbUseCurve);
     mpCPanel->EnableRow(mRowScaling, pCurve && mSettings.mbUseCurve);
     mpCPanel->EnableRow(mRowConstant, pCurve && !mSettings.mbUseCurve);
@@ -308,7 +308,7 @@ void ColorCurveGUI_cls::SetKeyField(NumField_cls* /*pField*/, bool bPosition, do
 void ColorCurveGUI_cls::UpdateHistogram() {
     const ColorCurve_cls* pCurve = mCEdit.GetPCCurve();
     const ColorCurveHooks_st& hooks = mpCCtrl->mHooks;
-    const bool bDriven = pCurve && hooks.mIsDriven && hooks.mIsDriven(*pCurve) && hooks.mHistogram;
+    const bool bDriven = pCurve && mpCCtrl->IsDriven(*pCurve) && hooks.mHistogram;
     size_t stamp = bDriven && hooks.mStamp ? hooks.mStamp() : 0;
     const auto mix = [&stamp](size_t part) { stamp = stamp * 1099511628211u + part; };
     mix(std::hash<const void*>()(bDriven ? pCurve : nullptr));

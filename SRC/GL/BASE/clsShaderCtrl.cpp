@@ -7,7 +7,6 @@
 #include <epoxy/gl.h>
 
 #include <wx/intl.h>
-#include <wx/window.h>
 
 #include "COMMON/MsgBox.h"
 #include "COMMON/RuntimeFiles.h"
@@ -99,12 +98,10 @@ void SetFloat(const ShaderProgram_cls& program, const char* name, float value) {
     if (place >= 0) glUniform1f(place, value);
 }
 
-/// Boxes wait until the paint is over.
-void TellLater(wxWindow* pParent, const wxString& text) {
-    if (pParent)
-        pParent->CallAfter([text] { MsgBox(text, "!!"); });
-    else
-        std::fprintf(stderr, "%s\n", static_cast<const char*>(text.utf8_str()));
+/// The program's own shaders are a part of it: it doesn't run without them.
+[[noreturn]] void EndForShader(const wxString& what) {
+    MsgBoxExit(what + "\n" + _("The program ends. Put its folder GL back in its place, or install it again."),
+               "!!", 1);
 }
 
 } // namespace
@@ -134,47 +131,39 @@ ShaderCtrl_cls::ShaderCtrl_cls() { mCConfItemList.Add(&mCCartoonBoldness, "Carto
 
 ShaderCtrl_cls::~ShaderCtrl_cls() = default;
 
-void ShaderCtrl_cls::InitializeShader(wxWindow* pParent, bool bEnable) {
+void ShaderCtrl_cls::InitializeShader(wxWindow* /*pParent*/, bool bEnable) {
     mbEnabled = bEnable && HasShaders();
     if (!mbEnabled) return;
-    MakeShader(pParent, 0, "GL/Gouraud.vert", "GL/Gouraud.frag");
-    MakeShader(pParent, 1, "GL/Phong.vert", "GL/Phong.frag");
-    MakeShader(pParent, 2, "GL/Cartoon.vert", "GL/Cartoon.frag");
+    MakeShader(0, "GL/Gouraud.vert", "GL/Gouraud.frag");
+    MakeShader(1, "GL/Phong.vert", "GL/Phong.frag");
+    MakeShader(2, "GL/Cartoon.vert", "GL/Cartoon.frag");
     glUseProgram(0);
 }
 
-// Whatever is wrong, the program runs on and draws with the fixed pipeline instead.
-void ShaderCtrl_cls::MakeShader(wxWindow* pParent, size_t index, const char* vertexFile,
-                                const char* fragmentFile) {
+void ShaderCtrl_cls::MakeShader(size_t index, const char* vertexFile, const char* fragmentFile) {
     Source_st& source = mSources[index];
     mPrograms[index] = std::make_unique<ShaderProgram_cls>();
     for (const bool bVertex : {true, false}) {
         const wxString path = FindRuntimeFile(bVertex ? vertexFile : fragmentFile);
         std::string& text = bVertex ? source.mVertex : source.mFragment;
         text = readShaderSource(path);
-        if (text.empty())
-            TellLater(pParent, wxString::Format(_("The shader file %s can't be read. Spheres with the shader "
-                                                  "\"%s\" are drawn as \"original\".\nPut the folder GL of "
-                                                  "the program back in its place."),
-                                                path, kNames[index]));
+        if (text.empty()) EndForShader(wxString::Format(_("The shader file %s can't be read."), path));
     }
-    if (source.mVertex.empty() || source.mFragment.empty()) return;
     ShaderProgram_cls& program = *mPrograms[index];
     if (program.Make(source.mVertex, source.mFragment)) return;
     // Only the first pair's compile status counts; for the others the link tells.
     const ShaderProgram_cls& first = *mPrograms[0];
-    if (!first.mbVertexCompiled) ShowLog(pParent, vertexFile, program.GetLog());
-    if (!first.mbFragmentCompiled) ShowLog(pParent, fragmentFile, program.GetLog());
+    if (!first.mbVertexCompiled) ShowLog(vertexFile, program.GetLog());
+    if (!first.mbFragmentCompiled) ShowLog(fragmentFile, program.GetLog());
+    wxString text = wxString::Format(_("The shader of %s and %s can't be linked."), vertexFile, fragmentFile);
     if (first.mbVertexCompiled && first.mbFragmentCompiled)
-        TellLater(pParent, wxString::Format(_("The shader of %s and %s can't be linked. Spheres with the "
-                                              "shader \"%s\" are drawn as \"original\".\n"),
-                                            vertexFile, fragmentFile, kNames[index]) +
-                               wxString::FromUTF8(program.GetLog()));
+        text += "\n" + wxString::FromUTF8(program.GetLog());
+    EndForShader(text);
 }
 
 // The same words for both kinds of shader.
-void ShaderCtrl_cls::ShowLog(wxWindow* pParent, const wxString& file, const std::string& log) const {
-    TellLater(pParent, "Compile error in fragment shader.\n" + wxString::FromUTF8(log) + "\n" + file);
+void ShaderCtrl_cls::ShowLog(const wxString& file, const std::string& log) const {
+    MsgBox("Compile error in fragment shader.\n" + wxString::FromUTF8(log) + "\n" + file, "!!");
 }
 
 // One light alone, without ambient light: the pass that adds a light with shadows.
@@ -199,7 +188,6 @@ void ShaderCtrl_cls::BeginShader(unsigned type, int lightNumber) {
     glUseProgram(0);
     if (type < TYPE_GOURAUD || type > TYPE_CARTOON) return;
     const ShaderProgram_cls& program = *mPrograms[type - 1];
-    if (!program.IsMade()) return;
     if (glIsEnabled(GL_LIGHT_MODEL_TWO_SIDE)) glEnable(GL_VERTEX_PROGRAM_TWO_SIDE);
     glUseProgram(program.mProgram);
     SetSceneUniforms(program, type, lightNumber, kNames[type - 1]);
@@ -226,8 +214,8 @@ const ShaderProgram_cls* ShaderCtrl_cls::GetForm(Forms& forms, const Source_st& 
 
 bool ShaderCtrl_cls::BeginSpheres(unsigned type, int lightNumber) {
     if (!mbEnabled) return false;
-    // The fixed pipeline lights vertices, as Gouraud's does. A shader that isn't there is drawn as that.
-    const bool bFixed = type < TYPE_GOURAUD || type > TYPE_CARTOON || !mPrograms[type - 1]->IsMade();
+    // The fixed pipeline lights vertices, as Gouraud's does.
+    const bool bFixed = type < TYPE_GOURAUD || type > TYPE_CARTOON;
     const size_t index = bFixed ? 0 : type - 1;
     const int lights = bFixed ? CountLights() : lightNumber;
     const ShaderProgram_cls* pProgram =

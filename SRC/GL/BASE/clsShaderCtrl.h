@@ -49,12 +49,13 @@ public:
     ShaderCtrl_cls(const ShaderCtrl_cls&) = delete;
     ShaderCtrl_cls& operator=(const ShaderCtrl_cls&) = delete;
 
-    /// Make the three programs; what is wrong is told in boxes over `pParent` when the paint is over.
-    /// With `bEnable` false every Begin does nothing. All need a current context.
+    /// Make the three programs. A file that can't be read or linked is told, and the process ends with
+    /// exit(1). With `bEnable` false, or an OpenGL without shaders, every Begin does nothing. All need a
+    /// current context.
     void InitializeShader(wxWindow* pParent, bool bEnable);
 
-    /// Plain vertices from here on go through a shader that sums the first `lightNumber` lights. Type 0,
-    /// and a type whose files are broken, is the fixed pipeline.
+    /// Plain vertices from here on go through a shader that sums the first `lightNumber` lights. Type 0 is
+    /// the fixed pipeline.
     void BeginShader(unsigned type, int lightNumber);
     void EndShader(int type);
     /// A sphere's mesh by ATTRIBUTE_SPHERE and the materials. False: not here.
@@ -75,8 +76,8 @@ private:
     };
     using Program = std::unique_ptr<ShaderProgram_cls>;
 
-    void MakeShader(wxWindow* pParent, size_t index, const char* vertexFile, const char* fragmentFile);
-    void ShowLog(wxWindow* pParent, const wxString& file, const std::string& log) const;
+    void MakeShader(size_t index, const char* vertexFile, const char* fragmentFile);
+    void ShowLog(const wxString& file, const std::string& log) const;
     using Forms = std::map<std::string, Program>; ///< by their defines
     void SetSceneUniforms(const ShaderProgram_cls& program, unsigned type, int lightNumber,
                           const char* suffix) const;

@@ -45,7 +45,11 @@ GLAttributeGUI_cls::GLAttributeGUI_cls(wxWindow* pParent, GLAttribute_cls* pAttr
 void GLAttributeGUI_cls::AddPointRows() {
     GLAttribute_cls& a = *mpCAttribute;
     mRowQuality =
-        AddChoice(_("Quality"), &a.mDrawQuality.mValue, {_("Low"), _("Middle"), _("High")},
+        AddChoice(_("Quality"), &a.mDrawQuality.mValue,
+                  std::vector<ChoiceItem>{{0, _("Low"), true},
+                                          {1, _("Middle"), true},
+                                          {2, _("High"), true},
+                                          {3, _("Exact"), false}}, // left by spheres
                   _("Low: billboards lie in the plane of the view; else, with all attributes in use, "
                     "they face the eye"));
     mRowFineness =
@@ -98,6 +102,7 @@ void GLAttributeGUI_cls::AddColorRows() {
                             _("Quantity at the start of the curve, in units of the data"));
     AddNumberTo(mRowScaling, &color.mScalingMax.mValue, Range(-1e30, 1e30, 0.1),
                 _("Quantity at the end of the curve, in units of the data"));
+    mRowFit = AddFitRange(*this, &color);
     mRowAmbient = AddColorCurve(*this, _("Ambient"), &a.mAmbient, _("Colour of spheres in the shade"));
     mRowDiffuse = AddColorCurve(*this, _("Diffuse"), &a.mDiffuse, _("Colour of spheres in the light"));
     mRowSpecular = AddColorCurve(*this, _("Specular"), &a.mSpecular, _("Colour of highlights"));
@@ -136,6 +141,7 @@ void GLAttributeGUI_cls::HideAndShow() {
     ShowRow(mRowCurve, bOwnColor && bCurve);
     ShowRow(mRowDepend, bOwnColor && bCurve);
     ShowRow(mRowScaling, bOwnColor && bCurve);
+    ShowRow(mRowFit, bOwnColor && bCurve);
     ShowRow(mRowAmbient, bSphere);
     ShowRow(mRowDiffuse, bSphere);
     ShowRow(mRowSpecular, bSphere);

@@ -31,6 +31,6 @@ private:
     int mRowDrawType, mRowQuality, mRowFineness, mRowBlend, mRowPointSize, mRowShader, mRowTexture;
     int mRowRadiusType, mRowRadiusFactor, mRowRadiusConst;
     int mRowAlphaType, mRowAlphaFactor, mRowAlphaBase;
-    int mRowColor, mRowUseCurve, mRowCurve, mRowDepend, mRowScaling;
+    int mRowColor, mRowUseCurve, mRowCurve, mRowDepend, mRowScaling, mRowFit;
     int mRowAmbient, mRowDiffuse, mRowSpecular;
 };

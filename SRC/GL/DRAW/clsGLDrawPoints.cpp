@@ -38,10 +38,13 @@ const float* GetDrivingValues(const SnapData_cls& snap, const GLAttribute_cls& a
 
 // Alpha of one point whose colour hangs on a value: the curve's alpha, by the law of "AlphaType=".
 struct PointAlpha {
-    PointAlpha(const GLAttribute_cls& attribute, double steppingFactor)
-        : factor(static_cast<float>(steppingFactor * attribute.mAlphaFactor.mValue)) {
+    PointAlpha(const GLAttribute_cls& attribute, int step)
+        : factor(static_cast<float>(GLDrawData_cls::GetSteppingAlphaFactorUnlimited(step) *
+                                    attribute.mAlphaFactor.mValue)) {
         if (attribute.mAlphaType.mValue != 1) return;
-        const float square = attribute.GetRadiusFactor() * attribute.GetRadiusFactor();
+        const float radius = static_cast<float>(GLDrawData_cls::GetSteppingRadiusFactorUnlimited(step)) *
+                             attribute.GetRadiusFactor();
+        const float square = radius * radius;
         perSquare = square > 0.0f ? std::min(1.0f / square, kLargest) : kLargest;
         limit = attribute.mAlphaMax.mValue;
     }
@@ -118,8 +121,7 @@ void GLDrawData_cls::GLDrawPointAll(int face, SnapData_cls* pSnap, GLAttribute_c
 
     pAttribute->mColor.PreCalcScaleFactor();
     const ColorSegments_cls curve(pAttribute->mColor);
-    const PointAlpha alpha(*pAttribute,
-                           GetSteppingAlphaFactorUnlimited(pAttribute->mpCDrawOption->GetDownSizing()));
+    const PointAlpha alpha(*pAttribute, pAttribute->mpCDrawOption->GetDownSizing());
     DrawProgress_cls progress(number, size);
     GLPointBatch_cls batch(mVBatch, false, !bAdditive);
     float color[4];

@@ -233,21 +233,29 @@ void MainGLCanvas_cls::RefreshEX() {
     if (GbGLLockDrawing.load())
         MarkStale();
     else
-        QueuePaint();
+        RefreshForOutput();
     if (mPanelIndex != 0) return;
     MainGLCanvas_cls* pExtra = GetOther(kExtraPanel);
     if (pExtra && pExtra->IsShownOnScreen() && pExtra->GetDisplayMode() == 8) pExtra->RefreshEX();
 }
 
 bool MainGLCanvas_cls::CheckGLRefresh(int frame, int step) {
-    if (!IsShownOnScreen() && !MakesImages()) return true;
+    if (!IsShownOnScreen() && !WritesOutput()) return true;
     if (frame == mPaintedFrame && step == mPaintedStep) return true;
     if (mbPaintQueued) return false;
     const bool bReading = GpCThreadReader.load() && !GbThreadReaderFinished.load(std::memory_order_acquire);
     if (mbLoading && bReading && frame == mWaitFrame && step == mWaitStep)
         return false; // its end will wake us
-    QueuePaint();
+    RefreshForOutput();
     return false;
+}
+
+// What is written doesn't wait for a window that nobody sees.
+void MainGLCanvas_cls::RefreshForOutput() {
+    if (WritesOutput())
+        QueuePaint();
+    else
+        Refresh(false);
 }
 
 void MainGLCanvas_cls::MarkStale() { mPaintedFrame = mPaintedStep = -1; }

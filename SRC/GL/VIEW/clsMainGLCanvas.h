@@ -26,6 +26,7 @@
 class AnchorPath_cls;
 class CameraPath_cls;
 class ColorCurve_cls;
+class DataExporter_cls;
 class Distortion_cls;
 class DrawClrLegend_cls;
 class DrawOption_cls;
@@ -62,8 +63,8 @@ public:
     void MarkStale();
     /// Of the window, at least 1 by 1.
     wxSize GetPixelSize() const;
-    /// An image is wanted: paints go on although nobody sees the view.
-    bool MakesImages() const { return mbImageRequest; }
+    /// An image or exported data are wanted: paints go on although nobody sees the view.
+    bool WritesOutput() const { return mbImageRequest || mpCDataExporter; }
     wxGLContext* GetContext() const { return mpCGLContext.get(); }
 
     // Queries on the view.
@@ -81,6 +82,8 @@ public:
     /// A geometry below 2 follows the mode: orthographic along an axis, else perspective.
     void SetDisplayMode(int mode);
     void SetGeometry(int geometry);
+    // What menus and keys choose: one step of the undo list each.
+    void ChooseDisplayMode(int mode);
     void TogglePerspective();
     /// Look through the camera path (display mode 7).
     void LinkageConnect();
@@ -116,7 +119,9 @@ public:
     /// From the next paint on each new picture goes to the sequence, until the stop.
     void StartSaveImgSeqProcess(ImgSequence_cls* pSequence);
     void StopSaveImgSeqProcess();
-    void StopExportDataProcess() {}
+    /// From now on a paint writes its frame and draws nothing; clsMainGLCanvasExport.cpp.
+    void StartExportDataProcess(DataExporter_cls* pExporter);
+    void StopExportDataProcess();
     void StopExportPovStringProcess() {}
 
     wxString Serialize();
@@ -220,6 +225,8 @@ private:
 
     // clsMainGLCanvasPaint.cpp
     void OnPaint(wxPaintEvent& event);
+    void QueuePaint();
+    void RefreshForOutput();
     void Paint();
     bool IsPaintAllowed() const;
     DataState WaitForFrame();
@@ -258,7 +265,6 @@ private:
     void AddStage(int w, int h, float weight);
 
     // clsMainGLCanvasImage.cpp
-    void QueuePaint();
     wxSize GetImageSize() const;
     bool BeginImage();
     void BakeImage(double angle);
@@ -271,6 +277,9 @@ private:
     // clsMainGLCanvasOverlay.cpp
     void DrawOverlays(int w, int h, bool bToImage);
     bool HasOverlays() const;
+
+    // clsMainGLCanvasExport.cpp
+    void ExportFrame();
 
     // clsMainGLCanvasDraw.cpp
     void DrawFace(double gridUnit);
@@ -363,9 +372,10 @@ private:
     int mWaitFrame = -1; ///< position whose reading mCWaitWatch times
     int mWaitStep = -1;
     wxStopWatch mCWaitWatch;
-    wxStopWatch mCStopWatch; ///< of the drawing
-    wxSize mShownSize;       ///< of the picture in the window; empty before the first
-    int mPaintCount = 0;     ///< paints with all data
+    DataExporter_cls* mpCDataExporter = nullptr; ///< set while an export runs
+    wxStopWatch mCStopWatch;                     ///< of the drawing
+    wxSize mShownSize;                           ///< of the picture in the window; empty before the first
+    int mPaintCount = 0;                         ///< paints with all data
     float mFirstPaintMillis = 0.0f;
     int mDrawCount = 0;
     wxString mWXStrMessage; ///< warning of this paint

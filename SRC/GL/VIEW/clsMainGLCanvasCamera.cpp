@@ -49,8 +49,14 @@ void MainGLCanvas_cls::SetGeometry(int geometry) {
     MarkStale();
 }
 
+void MainGLCanvas_cls::ChooseDisplayMode(int mode) {
+    mpCCtrl->ChangeBy([this, mode] { SetDisplayMode(mode); });
+    mpCCtrl->UpdateWindow();
+    RefreshEX();
+}
+
 void MainGLCanvas_cls::TogglePerspective() {
-    SetGeometry(mGLGeometry.mValue == 0 ? 1 : 0);
+    mpCCtrl->ChangeBy([this] { SetGeometry(mGLGeometry.mValue == 0 ? 1 : 0); });
     mpCCtrl->UpdateWindow();
     RefreshEX();
 }
@@ -159,7 +165,7 @@ void MainGLCanvas_cls::UpdateCameraPos() {
 
 void MainGLCanvas_cls::SetPerspective() {
     // An image has a shape of its own; dome and panorama pictures are cut from a square.
-    const wxSize size = MakesImages() && GetMultiPanelMode() == 0 ? GetImageSize() : GetPixelSize();
+    const wxSize size = mbImageRequest && GetMultiPanelMode() == 0 ? GetImageSize() : GetPixelSize();
     mCGLPerspective.mbPerspective = mGLGeometry.mValue != 1;
     mCGLPerspective.SetClipSize(size.x, size.y);
 }

@@ -4,7 +4,6 @@
 #include "APP/clsFrameMain.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/DRAW/clsDrawOption.h"
-#include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLDrawData.h"
 #include "PDATA/clsPDataSequence.h"
 #include "SCENE/clsLightSRCCtrl.h"
@@ -12,7 +11,6 @@
 // The camera stands in the model-view matrix. Lights that throw shadows are left to passes of their own
 // when there are several.
 void MainGLCanvas_cls::SetLights() {
-    GLAttribute_cls::InitializeShader(this, true);
     LightSRCCtrl_cls& lights = *mpCFrame->GetPCLightSRCCtrl();
     lights.UpdateCurrentObj(mMoment.doubleIndex);
     lights.SetNonShadowLight(mMoment.doubleIndex);

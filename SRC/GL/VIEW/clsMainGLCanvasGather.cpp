@@ -138,7 +138,13 @@ void MainGLCanvas_cls::DrawDistorted(int w, int h) {
     mspCDome->BindTexture();
     draw();
     DrawFisheyeGrid(draw);
-    if (!mspCMask || mspCMask->mTexture == 0) return; // its file is missing
+    if (!mspCMask || mspCMask->mTexture == 0) {
+        const wxString text = _("The mask Resource/DefaultMask.png can't be read as an image: the distorted "
+                                "picture has hard edges.");
+        mWXStrMessage += text + "\n";
+        Notice("mask", text);
+        return;
+    }
     glEnable(GL_BLEND);
     glBlendFunc(GL_ZERO, GL_SRC_COLOR);
     mspCMask->BindTexture();

@@ -39,17 +39,6 @@ std::unique_ptr<FBO_cls> MakeOverlayBuffer(wxSize size) {
 
 } // namespace
 
-// Films don't stop because their window is covered or put away.
-void MainGLCanvas_cls::QueuePaint() {
-    if (!MakesImages() || !mpCGLContext) {
-        Refresh(false);
-        return;
-    }
-    if (mbPaintQueued) return;
-    mbPaintQueued = true;
-    CallAfter(&MainGLCanvas_cls::Paint);
-}
-
 void MainGLCanvas_cls::RequestImage(ImageTaker taker, wxSize size, bool bTransparent) {
     mImageOrder = {std::move(taker), size, bTransparent};
     mBaked = BakedMoment_st();
@@ -94,7 +83,7 @@ wxSize MainGLCanvas_cls::GetImageSize() const {
 // A blur that hasn't begun yet adds nothing, and a window that was uncovered doesn't add a step twice.
 bool MainGLCanvas_cls::BeginImage() {
     mbBaked = false;
-    if (!MakesImages() || mbLoading) return false;
+    if (!mbImageRequest || mbLoading) return false;
     const MotionBlurCtrl_cls& blur = mpCFrame->GetPCTimeCtrl()->mCMotionBlur;
     if (blur.mbBlur && (blur.mBlurStep < 0 || blur.mBlurStep >= blur.mBlurSteps)) return false;
     const BakedMoment_st now = {mFrameFrame, mFrameStep, mFrameBlurFactor};

@@ -1,6 +1,8 @@
 // The message lines of a view.
 #include "GL/VIEW/clsMainGLCanvas.h"
 
+#include <wx/intl.h>
+
 #include "APP/clsFrameMain.h"
 #include "PDATA/clsPDataSequence.h"
 #include "SCENE/clsCameraPath.h"
@@ -10,6 +12,8 @@ namespace {
 // Memory figures of one vendor's driver, in KB.
 constexpr GLenum kTotalMemory = 36936;
 constexpr GLenum kFreeMemory = 36937;
+
+constexpr double kTimeUnset = -9999.0;
 
 } // namespace
 
@@ -25,7 +29,9 @@ wxString MainGLCanvas_cls::MakeDataLine() const {
     const PDataSequence_cls& sequence = *mpCFrame->GetPCActiveFileSequence();
     const int number = sequence.GetParticleNumber(mMoment.dataFrame);
     const int copies = 1; // of a Copy filter
-    wxString text = wxString::Format("Time=%g", sequence.GetTime(mMoment.dataFrame));
+    const double time = sequence.GetTime(mMoment.dataFrame);
+    wxString text = "Time=";
+    text += time == kTimeUnset ? wxString(_("Not Defined")) : wxString::Format("%g", time);
     text += wxString::Format(":PNum=%d*%d", number, copies);
     if (copies > 1) text += wxString::Format("=%lld", static_cast<long long>(number) * copies);
     text += wxString::Format(":MilliSec%ld", mCStopWatch.Time());

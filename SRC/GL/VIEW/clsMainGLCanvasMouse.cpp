@@ -203,18 +203,15 @@ void MainGLCanvas_cls::OnMenuViewAngle() {
 }
 
 void MainGLCanvas_cls::OnMenuMoveToCamPos() {
-    LinkageConnect();
+    mpCCtrl->ChangeBy([this] { LinkageConnect(); });
     mpCCtrl->UpdateWindow();
     ForceUpdateCameraPos();
     RefreshEX();
 }
 
 void MainGLCanvas_cls::OnMenuToggleLink() {
-    if (mDisplayMode.mValue >= 7) {
-        SetDisplayMode(0);
-        mpCCtrl->UpdateWindow();
-        RefreshEX();
-    } else {
+    if (mDisplayMode.mValue < 7)
         OnMenuMoveToCamPos();
-    }
+    else
+        ChooseDisplayMode(0);
 }

@@ -24,10 +24,10 @@ bool MainGLCanvas_cls::HasOverlays() const {
 
 void MainGLCanvas_cls::DrawOverlays(int w, int h, bool bToImage) {
     const PDataSequence_cls& sequence = *mpCFrame->GetPCActiveFileSequence();
-    if (sequence.GetSeqLength() <= 0) return; // nothing to tell
     const auto target = bToImage ? OverlayBase_cls::Target::Buffer : OverlayBase_cls::Target::Window;
     const double time = sequence.GetTime(mMoment.dataFrame);
     mspCDrawTimeIndex->DrawTimeInfo(time == kTimeUnset ? time : time + mMoment.dt, w, h, target);
+    if (sequence.GetFilename(mMoment.dataFrame).empty()) return; // no data, no colours of theirs
     const ColorCurve_cls* curves[PDataSequence_cls::kAttributeNumber];
     for (int i = 0; i < PDataSequence_cls::kAttributeNumber; ++i) {
         const GLAttribute_cls& attribute = *sequence.mpCGLAttribute[i];

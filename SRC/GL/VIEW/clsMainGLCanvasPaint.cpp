@@ -14,6 +14,7 @@
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLInfo.h"
 #include "GL/BASE/clsGLState.h"
+#include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLDrawData.h"
 #include "GL/VIEW/clsFishEye.h"
 #include "GL/VIEW/clsInformation.h"
@@ -60,13 +61,18 @@ bool IsInterpolatorBusy() {
 // right behind the paint event, where long drawing can let events through.
 void MainGLCanvas_cls::OnPaint(wxPaintEvent&) {
     wxPaintDC dc(this); // the toolkit wants one, whatever happens
-    if (!mpCGLContext || !FBO_cls::msbSupported) {
+    if (!mpCDataExporter && (!mpCGLContext || !FBO_cls::msbSupported)) {
         if (IsPaintAllowed()) WaitForFrame(); // data are read all the same
         DrawTextOnDC(dc);
-    } else if (!mbPaintQueued) {
-        mbPaintQueued = true;
-        CallAfter(&MainGLCanvas_cls::Paint);
+    } else {
+        QueuePaint();
     }
+}
+
+void MainGLCanvas_cls::QueuePaint() {
+    if (mbPaintQueued) return;
+    mbPaintQueued = true;
+    CallAfter(&MainGLCanvas_cls::Paint);
 }
 
 void MainGLCanvas_cls::Paint() {
@@ -79,13 +85,17 @@ void MainGLCanvas_cls::Paint() {
     mbLoading = WaitForFrame() == DataState::Loading;
     if (mbLoading) {
         MarkStale();
-        if (KeepsLastPicture()) return;
+        if (mpCDataExporter || KeepsLastPicture()) return;
         mWXStrMessage += _("Loading ...") + wxString("\n");
     } else if (mShowData.mValue && !IsReaderBusy()) {
         mpCFrame->PrepareFramesAhead(mpCFrame->GetPCTimeCtrl()->GetPrefetch());
     }
     ReadTime();
-    // Tags are emptied and lights brought to the double index here; a data export takes its step.
+    if (mpCDataExporter) {
+        ExportFrame();
+        return;
+    }
+    // Tags are emptied and lights brought to the double index here.
     if (!BeginGL()) {
         Refresh(false); // for the text that tells why
         return;
@@ -109,7 +119,7 @@ void MainGLCanvas_cls::Paint() {
 }
 
 bool MainGLCanvas_cls::IsPaintAllowed() const {
-    return (IsShownOnScreen() || MakesImages()) && !GbGLLockDrawing.load() &&
+    return (IsShownOnScreen() || WritesOutput()) && !GbGLLockDrawing.load() &&
            !GbGLLockForLoadingData.load() && !GbGLLockForInterplateData.load() &&
            !GbGLLockProjectLoading.load() && !GbGLLockModalDialog.load();
 }
@@ -118,7 +128,7 @@ bool MainGLCanvas_cls::IsPaintAllowed() const {
 // is left alone, and its end wakes the idle loop. A paint that makes an image waits for as long as it takes.
 MainGLCanvas_cls::DataState MainGLCanvas_cls::WaitForFrame() {
     const TimeCtrl_cls& time = *mpCFrame->GetPCTimeCtrl();
-    if (!mShowData.mValue) return DataState::Ready;
+    if (!mShowData.mValue && !mpCDataExporter) return DataState::Ready;
     if (mWaitFrame != time.GetFrame() || mWaitStep != time.GetInterpStep()) {
         mWaitFrame = time.GetFrame();
         mWaitStep = time.GetInterpStep();
@@ -207,8 +217,10 @@ void MainGLCanvas_cls::InitializeGLIfNot() {
         // Shapes come here.
     }
     FBO_cls::Initialize();
-    // Shaders of spheres come here.
-    if (FBO_cls::msbSupported) InitializeShared();
+    if (FBO_cls::msbSupported) {
+        GLAttribute_cls::InitializeShader(this, true);
+        InitializeShared();
+    }
     glDepthFunc(GL_LEQUAL);
     mbGLInitialized = true;
     CheckGLErrors("initialisation");
@@ -249,7 +261,7 @@ void MainGLCanvas_cls::DrawEyes() {
     const wxSize size = GetPixelSize();
     const double angle = mCGLPerspective.mAngle;
     mPlainGrey.reset();
-    if (MakesImages() && mImageOrder.bTransparent) mPlainGrey = 0.0f;
+    if (mbImageRequest && mImageOrder.bTransparent) mPlainGrey = 0.0f;
     DrawOnFBO();
     mCGLPerspective.SetModelOrProjectionViewOnGL(mCCamPos, GL_MODELVIEW);
     mCGLPerspective.SetClipSize(size.x, size.y);

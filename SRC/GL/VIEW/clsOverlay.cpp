@@ -49,7 +49,8 @@ Overlay_cls::Overlay_cls() {
 wxFont Overlay_cls::GetTimeFont() const {
     const int points = std::clamp(mTimeFontPoint.mValue, kSmallest, kLargest);
     wxFontInfo info(points);
-    const bool bCustom = mTimeFontFamily.mValue >= kCustomFont && !mTimeCustomFont.mStrValue.empty();
+    // Teletype too, as soon as a font was chosen: pictures made so stay what they were.
+    const bool bCustom = mTimeFontFamily.mValue > kModernFont && !mTimeCustomFont.mStrValue.empty();
     wxFont font(bCustom ? info.FaceName(mTimeCustomFont.mStrValue)
                         : info.Family(GetFamily(mTimeFontFamily.mValue)));
     if (!font.IsOk()) font = wxFont(wxFontInfo(points));

@@ -14,6 +14,7 @@ class Overlay_cls {
 public:
     enum Pos { TOP_LEFT = 0, TOP_RIGHT, BTM_LEFT, BTM_RIGHT, DO_NOT_SHOW };
     static constexpr int kLegends = 4;    ///< one an attribute
+    static constexpr int kModernFont = 5; ///< the last style that a chosen font leaves alone
     static constexpr int kCustomFont = 7; ///< entry "Custom" of the styles
 
     Overlay_cls();

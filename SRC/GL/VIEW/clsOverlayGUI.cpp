@@ -66,7 +66,7 @@ void OverlayGUI_cls::UpdateValues() {
 void OverlayGUI_cls::HideAndShow() {
     const Overlay_cls& o = *mpCOverlay;
     const bool bTime = o.mTimePos.mValue != Overlay_cls::DO_NOT_SHOW;
-    const bool bCustom = o.mTimeFontFamily.mValue >= Overlay_cls::kCustomFont;
+    const bool bCustom = o.mTimeFontFamily.mValue > Overlay_cls::kModernFont;
     const bool* pShow = o.mShowLegend.mValue;
     const bool bLegend = std::any_of(pShow, pShow + Overlay_cls::kLegends, [](bool b) { return b; }) &&
                          o.mLegendPos.mValue != Overlay_cls::DO_NOT_SHOW;

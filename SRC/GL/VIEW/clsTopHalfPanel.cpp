@@ -28,6 +28,7 @@ namespace {
 constexpr int kBookWidth = 310; // leaves four views room for their controls in the first window
 constexpr int kMinPane = 40;
 constexpr int kScrollStep = 8;
+constexpr int kLeastBook = 100;     // height, DIP
 const wxSize kFirstSize(1200, 800); // panes of no size would squeeze their contents
 constexpr int kViews = 4;
 
@@ -99,13 +100,13 @@ void TopHalfPanel_cls::CreateViews(wxWindow* pParent, FrameMain_cls* pFrame, Pre
 
 // Pages scroll where they are higher than the book.
 template <class T>
-void TopHalfPanel_cls::AddOptionPage(T* pSettings, const wxString& label) {
-    auto* scroll = new wxScrolledWindow(mpCOptionBook);
+void TopHalfPanel_cls::AddPage(wxNotebook* pBook, T* pSettings, const wxString& label) {
+    auto* scroll = new wxScrolledWindow(pBook);
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(pSettings->InstantiateGUI(scroll), 1, wxEXPAND);
     scroll->SetSizer(sizer);
     scroll->SetScrollRate(0, FromDIP(kScrollStep));
-    mpCOptionBook->AddPage(scroll, label);
+    pBook->AddPage(scroll, label);
 }
 
 void TopHalfPanel_cls::CreateBooks(wxWindow* pParent) {
@@ -115,20 +116,22 @@ void TopHalfPanel_cls::CreateBooks(wxWindow* pParent) {
     side->SetSize(kBookWidth, kFirstSize.y);
     mpCAttribBook = new wxNotebook(side, ID_NOTEBOOK_ATTRIB, wxDefaultPosition, size);
     for (int i = 0; i < PDataSequence_cls::kAttributeNumber; ++i)
-        mpCAttribBook->AddPage(mpCSequence->mpCGLAttribute[i]->InstantiateGUI(mpCAttribBook),
-                               wxString::Format("%s %d", _("Attrib"), i));
+        AddPage(mpCAttribBook, mpCSequence->mpCGLAttribute[i], wxString::Format("%s %d", _("Attrib"), i));
     mpCOptionBook = new wxNotebook(side, ID_NOTEBOOK_OPTION, wxDefaultPosition, size);
-    AddOptionPage(mPages.mpCDrawOption, _("Option"));
-    AddOptionPage(mPages.mpCOverlay, _("Overlay"));
-    AddOptionPage(mPages.mpCExposure, _("Exposure"));
-    AddOptionPage(mPages.mpCInformation, _("Info"));
+    AddPage(mpCOptionBook, mPages.mpCDrawOption, _("Option"));
+    AddPage(mpCOptionBook, mPages.mpCOverlay, _("Overlay"));
+    AddPage(mpCOptionBook, mPages.mpCExposure, _("Exposure"));
+    AddPage(mpCOptionBook, mPages.mpCInformation, _("Info"));
     mpCOptionBook->Bind(wxEVT_NOTEBOOK_PAGE_CHANGED, [this](wxBookCtrlEvent& event) {
         event.Skip();
         mPages.mpCInformation->Update(); // it doesn't keep up while it is hidden
     });
     auto* sizer = new wxBoxSizer(wxVERTICAL);
-    sizer->Add(mpCAttribBook, 2, wxEXPAND | wxBOTTOM, 4);
-    sizer->Add(mpCOptionBook, 1, wxEXPAND);
+    // As the longest pages are to each other; in a low window both scroll.
+    for (wxNotebook* pBook : {mpCAttribBook, mpCOptionBook})
+        pBook->SetMinSize(wxSize(-1, FromDIP(kLeastBook)));
+    sizer->Add(mpCAttribBook, 5, wxEXPAND | wxBOTTOM, 4);
+    sizer->Add(mpCOptionBook, 4, wxEXPAND);
     side->SetSizer(sizer);
     mpCSides->SplitVertically(mpCOuter, side, -kBookWidth);
 }

@@ -55,7 +55,7 @@ private:
     /// The books keep the width that the user gave them, whatever happens to the window.
     void KeepBooks();
     template <class T>
-    void AddOptionPage(T* pSettings, const wxString& label);
+    void AddPage(wxNotebook* pBook, T* pSettings, const wxString& label);
 
     PDataSequence_cls* mpCSequence;
     Pages_st mPages;

@@ -1,0 +1,101 @@
+// The frame's part in the export of data: its menu entry, the run through the film, and the words about it.
+#include "APP/clsFrameMain.h"
+
+#include "APP/clsMain.h"
+#include "COMMON/EventIds.h"
+#include "COMMON/MenuEvent.h"
+#include "COMMON/MsgBox.h"
+#include "GL/VIEW/clsMainGLCanvas.h"
+#include "PARAM/clsUndoManager.h"
+#include "PDATA/clsDataExporter.h"
+#include "PDATA/clsPDataSequence.h"
+#include "TIME/clsTimeCtrl.h"
+
+namespace {
+
+struct FilmRun_st {
+    int mTotal = 1;
+    int mLast = 0;
+};
+
+/// The frames that playing once will come to from here on.
+FilmRun_st LookAhead(const TimeCtrl_cls& time) {
+    FilmRun_st run;
+    run.mLast = time.GetFrame();
+    while (run.mLast < time.GetMaxFrame()) {
+        int next = run.mLast;
+        int step = time.GetAnimInterp();
+        time.CalcNextFrameFromStep(&next, &step, true, false);
+        if (next <= run.mLast) break;
+        run.mLast = next;
+        ++run.mTotal;
+    }
+    return run;
+}
+
+} // namespace
+
+void FrameMain_cls::BindExport() {
+    Bind(ID_EXPORT_DATA, &FrameMain_cls::OnMenuExportData);
+    Bind(ID_EXPORT_DATA_BEGIN, &FrameMain_cls::OnMenuExportDataBegin);
+    Bind(ID_REFRESH_EXPORTER, &FrameMain_cls::OnMenuRefreshExporter);
+}
+
+void FrameMain_cls::OnMenuExportData(wxCommandEvent&) { mpCMain->mpCDataExporter->OpenWindow(this); }
+
+void FrameMain_cls::OnMenuRefreshExporter(wxCommandEvent&) { mpCMain->mpCDataExporter->UpdateItems(true); }
+
+void FrameMain_cls::OnMenuExportDataBegin(wxCommandEvent& event) {
+    DataExporter_cls* exporter = mpCMain->mpCDataExporter;
+    TimeCtrl_cls* time = GetPCTimeCtrl();
+    if (!exporter->mbExporting) return; // aborted before it began
+    const PDataSequence_cls* sequence = GetPCActiveFileSequence();
+    if (sequence->GetStrPath().empty() || sequence->GetSeqLength() < 1) {
+        exporter->ExportFinish();
+        MsgBox(_("There are no data to export. Load particle data first."), _("Export Data"));
+        return;
+    }
+    if (time->IsPlaying()) {
+        time->StartPlayCommand(1); // its stop comes first
+        PostMenuEvent(ID_EXPORT_DATA_BEGIN);
+        return;
+    }
+    mpCMainCanvas->StartExportDataProcess(exporter);
+    {
+        const UndoBlock_cls block;
+        time->SetAnimInterpCommand(1, time->GetAnimInterp());
+        time->MoveFrameCommandLarge(-1);
+        time->StartPlayCommand(1);
+    }
+    time->mbOutputRun = true;
+    const FilmRun_st run = LookAhead(*time);
+    exporter->BeginRun(run.mTotal, run.mLast);
+    OnMenuRefreshGL(event);
+}
+
+// The clock stops with the advance to the last frame, which is still to be written then.
+bool FrameMain_cls::HoldStopForExport() {
+    return mpCMain->mpCDataExporter->IsLastFrameDue(GetPCTimeCtrl()->GetFrame());
+}
+
+void FrameMain_cls::EndExport() {
+    if (!mpCMain->mpCDataExporter->mbExporting) return;
+    // As the user stops: a repeated film would go on.
+    if (GetPCTimeCtrl()->IsPlaying())
+        GetPCTimeCtrl()->StartPlayCommand(1);
+    else
+        PostMenuEvent(ID_PLAY_STOP);
+}
+
+wxString FrameMain_cls::GetExportStatus() {
+    const DataExporter_cls* exporter = mpCMain->mpCDataExporter;
+    const wxString text = exporter->GetRunText();
+    if (text.empty()) return wxString();
+    const wxString here =
+        wxString::Format("%d ", GetPCTimeCtrl()->GetFrame()) + GetPCActiveFileSequence()->GetStrPath();
+    if (exporter->mbExporting)
+        mStrExportEnd.clear();
+    else if (mStrExportEnd.empty())
+        mStrExportEnd = here;
+    return exporter->mbExporting || mStrExportEnd == here ? _("Export: ") + text : wxString();
+}

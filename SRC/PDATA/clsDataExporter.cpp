@@ -1,0 +1,141 @@
+#include "PDATA/clsDataExporter.h"
+
+#include <algorithm>
+#include <climits>
+
+#include <wx/intl.h>
+
+#include "COMMON/EventIds.h"
+#include "COMMON/MenuEvent.h"
+#include "PDATA/SnapshotWriter.h"
+#include "PDATA/clsDataExporterGUI.h"
+#include "PDATA/clsDataLoader.h"
+
+namespace {
+
+constexpr long kSliceMillis = 60; // what the window's events wait for a file that is being written
+constexpr long kShowMillis = 100;
+
+} // namespace
+
+DataExporter_cls::DataExporter_cls(DataLoader_cls* pLoader)
+    : GrammerBase_cls("DataExport"), mpCLoader(pLoader) {
+    Add(&mCLastSavedFile, "DataExportLastSavedFile=", "NONE");
+    Add(&mCInitNum, "DataExportInitNum=", "0");
+}
+
+DataExporter_cls::~DataExporter_cls() = default;
+
+void DataExporter_cls::CopyFromLoader() {
+    if (!mpCLoader) return;
+    SetHeaderGrammer(mpCLoader->GetHeaderGrammer());
+    SetBodyGrammer(mpCLoader->GetBodyGrammer());
+}
+
+bool DataExporter_cls::AdoptTypedPath() {
+    mCFileSequence = FileSequence_cls(mCLastSavedFile.mStrValue);
+    mCFileSequence.AdoptFormat();
+    mCLastSavedFile.mStrValue = mCFileSequence.GetFormat();
+    return mCFileSequence.GetModifiedStr(0, 0) != mCFileSequence.GetModifiedStr(1, 0);
+}
+
+void DataExporter_cls::AppendSequenceTag() {
+    mCFileSequence.AppendDefaultSequenceTag();
+    mCLastSavedFile.mStrValue = mCFileSequence.GetFormat();
+}
+
+wxString DataExporter_cls::GetWXStrModifiedFilename() const {
+    const long long number = static_cast<long long>(mCInitNum.mValue) + mExportedCount;
+    return mCFileSequence.GetModifiedStr(static_cast<int>(std::min<long long>(number, INT_MAX)), 0);
+}
+
+void DataExporter_cls::BeginRun(int total, int lastFrame) {
+    mpCWriter.reset();
+    mExportedCount = 0;
+    mLastFrame = -1;
+    mRunLast = lastFrame;
+    mStrFailure.clear();
+    mFailures = 0;
+    mbRan = true;
+    mCProgress.Begin(total);
+    ShowProgress(true);
+}
+
+bool DataExporter_cls::ExportData(const SnapshotSource_st& source, int frame) {
+    if (frame == mLastFrame) return true;
+    // Between two slices the data may have gone, or come back elsewhere: the file begins anew.
+    if (!mpCWriter || mWriterFrame != frame || !mpCWriter->GetSource().IsSame(source)) {
+        mpCWriter.reset(); // it may bear the same name
+        mpCWriter = std::make_unique<SnapshotWriter_cls>(GetWXStrModifiedFilename(), *this,
+                                                         mCItemDataType.mValue == 1, source);
+        mWriterFrame = frame;
+    }
+    const bool bDone = mpCWriter->Write(kSliceMillis) != SnapshotWriter_cls::State::Busy;
+    if (bDone) FinishFile(frame);
+    ShowProgress(false);
+    return bDone;
+}
+
+void DataExporter_cls::FinishFile(int frame) {
+    if (mpCWriter->GetState() == SnapshotWriter_cls::State::Written) {
+        ++mExportedCount;
+    } else if (mFailures++ == 0) {
+        mStrFailure = mpCWriter->GetReason();
+    }
+    mpCWriter.reset();
+    mLastFrame = frame;
+    mCProgress.Done(std::min(mCProgress.GetDone() + 1, mCProgress.GetTotal()));
+}
+
+void DataExporter_cls::ExportFinish() {
+    mpCWriter.reset();
+    mbExporting = false;
+    ShowProgress(true);
+}
+
+bool DataExporter_cls::ExportNow(const wxString& path, const SnapshotSource_st& source, bool bText,
+                                 wxString* pReason) {
+    const wxString reason = SnapshotWriter_cls::WriteFile(path, *this, bText, source);
+    if (pReason) *pReason = reason;
+    return reason.empty();
+}
+
+bool DataExporter_cls::ExportBinary(const wxString& path, const PDataBlock_cls& block, double dt, int step,
+                                    wxString* pReason) {
+    return ExportNow(path, SnapshotSource_st::Of(block, dt, step), false, pReason);
+}
+
+bool DataExporter_cls::ExportAscii(const wxString& path, const PDataBlock_cls& block, double dt, int step,
+                                   wxString* pReason) {
+    return ExportNow(path, SnapshotSource_st::Of(block, dt, step), true, pReason);
+}
+
+wxString DataExporter_cls::GetRunText() const {
+    if (!mbRan) return wxString();
+    wxString text;
+    if (mbExporting) {
+        text = mCProgress.GetText();
+        if (mpCWriter) text += wxString::Format(_(", writing %d%%"), mpCWriter->GetPercent());
+    } else if (mExportedCount == 1) {
+        text = _("1 file exported");
+    } else {
+        text = wxString::Format(_("%d files exported"), mExportedCount);
+    }
+    if (mFailures > 0) text += wxString::Format(_(", %d failed: "), mFailures) + mStrFailure;
+    return text;
+}
+
+DataExporterGUI_cls* DataExporter_cls::GetPCGUI() const {
+    return static_cast<DataExporterGUI_cls*>(GetPCDialog());
+}
+
+wxDialogEXKey* DataExporter_cls::MakeDialog(wxWindow* pParent) {
+    return new DataExporterGUI_cls(pParent, this);
+}
+
+void DataExporter_cls::ShowProgress(bool bNow) {
+    if (!bNow && mCShownWatch.Time() < kShowMillis) return;
+    mCShownWatch.Start();
+    if (DataExporterGUI_cls* pGUI = GetPCGUI()) pGUI->ShowRun();
+    PostMenuEvent(ID_REFRESH_SB);
+}

@@ -1,0 +1,352 @@
+// The data exporter with mouse and keys: names, runs through the film, abort, blocked folders, settings.
+#include <fstream>
+#include <iterator>
+
+#include <wx/button.h>
+#include <wx/listctrl.h>
+#include <wx/textctrl.h>
+
+#include "APP/clsFrameMain.h"
+#include "APP/clsMain.h"
+#include "COMMON/EventIds.h"
+#include "GL/DRAW/clsDrawOption.h"
+#include "GL/VIEW/clsMainGLCanvas.h"
+#include "GuiTest.h"
+#include "PARAM/clsUndoManager.h"
+#include "PDATA/clsDataExporter.h"
+#include "PDATA/clsDataExporterGUI.h"
+#include "PDATA/clsDataLoader.h"
+#include "PDATA/clsPDataBlock.h"
+#include "PDATA/clsPDataSeqCtrl.h"
+#include "TIME/clsTimeCtrl.h"
+#include "WIDGET/clsFileDialogEX.h"
+#include "WIDGET/clsMultiInputPanel.h"
+#include "WIDGET/clsNumField.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using Codes = std::vector<int>;
+const Codes kHead = {0, 1};
+const Codes kBody = {0, 1, 5, 6, 7, 8};
+constexpr int kFrames = 20; // of the example
+
+std::string ReadFile(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+}
+
+class Export : public GuiTest {
+protected:
+    void SetUp() override {
+        GuiTest::SetUp();
+        ResetViews();
+        SetGrammar(*Hub()->mpCDataLoader);
+        SetGrammar(*Exporter());
+        Exporter()->mCLastSavedFile.mStrValue = "NONE";
+        Exporter()->mCInitNum.mValue = 0;
+        ASSERT_TRUE(OpenAndPaint(Root() + "examples/lj_melt_bin/melt0000.bin"));
+        TimeCtrl_cls* time = Time();
+        time->SetState(time->GetState());
+        time->SetAnimInterpNative(1);
+        time->SetAnimStepNative(1);
+        time->SetRepeatNative(0);
+        time->SetWorkingArea(kFrames - 1);
+        Menu(ID_EXPORT_DATA);
+        mDialog = dynamic_cast<DataExporterGUI_cls*>(WaitForWindow("Data Exporter"));
+        ASSERT_TRUE(mDialog);
+        mDialog->UpdateValues();
+    }
+    void TearDown() override {
+        wxFileDialogEX::sStrTestAnswer.clear();
+        if (Exporter()->mbExporting) mDialog->AbortExport();
+        Time()->SetAnimInterpNative(1);
+        Time()->SetRepeatNative(0);
+        Hub()->mpCDrawOption->mDownSizing.mValue = 1;
+        if (mDialog) mDialog->Hide();
+        Settle();
+        GuiTest::TearDown();
+    }
+    static DataExporter_cls* Exporter() { return Hub()->mpCDataExporter; }
+    static TimeCtrl_cls* Time() { return Hub()->mpCTimeCtrl; }
+    static void SetGrammar(GrammerBase_cls& grammar) {
+        grammar.SetHeaderGrammer(kHead);
+        grammar.SetBodyGrammer(kBody);
+        grammar.mCItemDataType.mValue = 0;
+    }
+    /// Point at a file with "Reference".
+    void Choose(const std::string& name) {
+        wxFileDialogEX::sStrTestAnswer = wxString::FromUTF8(name);
+        ClickOn(FindByLabel(mDialog, "Reference"));
+        EXPECT_TRUE(PumpUntil([] { return wxFileDialogEX::sStrTestAnswer.empty(); }));
+    }
+    void ClickExport() { ClickOn(mDialog->GetPCButtonExport()); }
+    bool WaitForEnd() {
+        return PumpUntil([] { return !Exporter()->mbExporting; }, 60000) && Settle();
+    }
+    int CountFiles() const {
+        return static_cast<int>(std::distance(fs::directory_iterator(mFolder.mPath), {}));
+    }
+    /// Files 0 to count - 1 of "out%04d.dat" and nothing else.
+    void ExpectFiles(int count, int first = 0) const {
+        for (int i = first; i < first + count; ++i) {
+            char name[32];
+            std::snprintf(name, sizeof name, "out%04d.dat", i);
+            EXPECT_TRUE(fs::exists(mFolder.mPath / name)) << name;
+        }
+        EXPECT_EQ(CountFiles(), count);
+    }
+    static wxString Status() { return Frame()->GetStatusBar()->GetStatusText(0); }
+    Codes Body() const { return mDialog->GetVGrammer(mDialog->mpCListBody); }
+
+    TempDir_cls mFolder;
+    DataExporterGUI_cls* mDialog = nullptr;
+};
+
+TEST_F(Export, AnExampleComesBackByteForByte) {
+    Choose(mFolder / "out0003.dat");
+    const int painted = Canvas(0)->GetPaintCount();
+    ClickExport();
+    EXPECT_TRUE(PumpUntil([this] { return mDialog->GetPCButtonExport()->GetLabel() == "Abort Export"; }));
+    EXPECT_EQ(mDialog->GetPCButtonExport()->GetBackgroundColour(), wxColour("RED"));
+    EXPECT_FALSE(mDialog->GetPCPanel()->IsEnabled());
+    Snap("export_running");
+    ASSERT_TRUE(WaitForEnd());
+    EXPECT_LT(Canvas(0)->GetPaintCount() - painted, 5) << "a paint that exports draws nothing";
+    EXPECT_EQ(mDialog->GetPCButtonExport()->GetLabel(), "Export Data");
+    EXPECT_TRUE(mDialog->GetPCPanel()->IsEnabled());
+    EXPECT_EQ(mDialog->GetProgressText(), "20 files exported");
+    EXPECT_EQ(Status(), "Export: 20 files exported");
+    EXPECT_EQ(Exporter()->mCLastSavedFile.mStrValue, wxString::FromUTF8(mFolder / "out%04d.dat"));
+    EXPECT_EQ(Time()->GetFrame(), kFrames - 1);
+    EXPECT_FALSE(Time()->IsPlaying());
+    ExpectFiles(kFrames);
+    for (const int i : {0, 7, 19}) {
+        char name[32], from[64];
+        std::snprintf(name, sizeof name, "out%04d.dat", i);
+        std::snprintf(from, sizeof from, "examples/lj_melt_bin/melt%04d.bin", i);
+        EXPECT_TRUE(ReadFile(mFolder / name) == ReadFile(Root() + from)) << name;
+    }
+    EXPECT_TRUE(mVMessages.empty());
+    ASSERT_TRUE(OpenAndPaint(mFolder / "out0000.dat"));
+    EXPECT_EQ(Hub()->mpCPDataSeqCtrl->GetActiveFileSequenceLength(), kFrames);
+    EXPECT_EQ(Status().find("Export"), wxString::npos) << "the words are gone with the frame";
+}
+
+TEST_F(Export, NamesWithoutNumberAreAskedFor) {
+    Choose(mFolder / "out.dat");
+    mAnswers = {false};
+    ClickExport();
+    ASSERT_EQ(mVMessages.size(), 1u);
+    EXPECT_EQ(mVMessages[0].mText, "Not Sequence. Append 4-digit tag ?");
+    EXPECT_EQ(mVMessages[0].mTitle, "Sequence Format error");
+    EXPECT_TRUE(Settle());
+    EXPECT_FALSE(Exporter()->mbExporting);
+    EXPECT_EQ(CountFiles(), 0);
+    EXPECT_EQ(Exporter()->mCLastSavedFile.mStrValue, wxString::FromUTF8(mFolder / "out.dat"));
+    mAnswers = {true};
+    ClickExport();
+    ASSERT_TRUE(WaitForEnd());
+    ExpectFiles(kFrames);
+    // Asked no more.
+    mVMessages.clear();
+    ClickExport();
+    ASSERT_TRUE(WaitForEnd());
+    EXPECT_TRUE(mVMessages.empty());
+}
+
+TEST_F(Export, WithoutANameOneIsAskedFor) {
+    wxFileDialogEX::sStrTestAnswer = "CANCEL";
+    ClickExport();
+    EXPECT_TRUE(Settle());
+    EXPECT_FALSE(Exporter()->mbExporting);
+    EXPECT_TRUE(mVMessages.empty());
+}
+
+TEST_F(Export, NumbersAreConsecutiveWithInterpolationAndStepping) {
+    Time()->SetAnimInterpNative(4);
+    Time()->SetInterpStepNative(2, 0);
+    Time()->SetFrameNative(7, 0);
+    Time()->SetAnimStepNative(3);
+    Choose(mFolder / "out%04d.dat");
+    NumField_cls* number = FindField(mDialog, "Number of the first file");
+    ASSERT_TRUE(number);
+    TypeInto(number, "5");
+    const unsigned steps = GCUndoList.GetCurrent();
+    ClickExport();
+    ASSERT_TRUE(WaitForEnd());
+    ExpectFiles(7, 5); // 0, 3, 6 ... 18
+    EXPECT_EQ(Time()->GetAnimInterp(), 1);
+    EXPECT_TRUE(ReadFile(mFolder / "out0011.dat") == ReadFile(Root() + "examples/lj_melt_bin/melt0018.bin"));
+    EXPECT_GT(GCUndoList.GetCurrent(), steps);
+    Hub()->Undo();
+    EXPECT_TRUE(Settle());
+    EXPECT_EQ(Time()->GetAnimInterp(), 4) << "one step takes the begin back";
+    EXPECT_EQ(Time()->GetFrame(), 7);
+    EXPECT_EQ(Time()->GetInterpStep(), 2);
+    Hub()->Undo();
+    EXPECT_EQ(Exporter()->mCInitNum.mValue, 0);
+}
+
+TEST_F(Export, ARepeatedFilmIsExportedOnce) {
+    Time()->SetRepeatNative(1);
+    Time()->SetWAMinNative(4);
+    Time()->SetWAMaxNative(8);
+    Choose(mFolder / "out0000.dat");
+    ClickExport();
+    ASSERT_TRUE(WaitForEnd());
+    ExpectFiles(5);
+    EXPECT_FALSE(Time()->IsPlaying());
+    Time()->SetWorkingArea(kFrames - 1);
+    ClickExport();
+    ASSERT_TRUE(WaitForEnd());
+    ExpectFiles(kFrames);
+    EXPECT_FALSE(Time()->IsPlaying());
+}
+
+TEST_F(Export, DownsizedTextOfAnotherLayout) {
+    Hub()->mpCDrawOption->mDownSizing.mValue = 100;
+    GuiTest::Choose(mDialog->GetPCPanel()->GetField(0), 1);
+    wxListCtrl* list = mDialog->mpCListBody;
+    wxRect rect;
+    list->GetItemRect(0, rect);
+    Click(list, wxPoint(60, rect.y + rect.height / 2));
+    for (int k = 0; k < 3; ++k)
+        Key(WXK_DELETE);
+    EXPECT_EQ(Body(), Codes({6, 7, 8}));
+    EXPECT_EQ(Exporter()->GetBodyGrammer(), Codes({6, 7, 8}));
+    Choose(mFolder / "out0000.dat");
+    ClickExport();
+    ASSERT_TRUE(WaitForEnd());
+    ExpectFiles(kFrames);
+    const PDataBlock_cls* block = Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence()->GetPCBlock(19);
+    char text[128];
+    std::snprintf(text, sizeof text, "\n%d\n%d %d %f \n", (block->mParticleNumber + 99) / 100, block->mpID[0],
+                  block->mpType[0], double(block->mpValue1[0]));
+    EXPECT_NE(ReadFile(mFolder / "out0019.dat").find(text), std::string::npos) << text;
+}
+
+TEST_F(Export, EditsAreUndone) {
+    wxListCtrl* list = mDialog->mpCListBody;
+    wxRect rect;
+    list->GetItemRect(2, rect);
+    Click(list, wxPoint(60, rect.y + rect.height / 2));
+    Key(WXK_DELETE);
+    EXPECT_EQ(Body(), Codes({0, 1, 6, 7, 8}));
+    ClickOn(mDialog->FindWindow(ID_EXPORTER_BODY_DOWN));
+    EXPECT_EQ(Body(), Codes({0, 1, 7, 6, 8}));
+    Choose(mFolder / "out0000.dat");
+    Hub()->mpCDataLoader->SetHeaderGrammer({4, 1});
+    ClickOn(FindByLabel(mDialog, "Copy From Loader"));
+    EXPECT_EQ(Body(), kBody);
+    EXPECT_EQ(Exporter()->GetHeaderGrammer(), Codes({4, 1}));
+    const auto undo = [] {
+        Hub()->Undo();
+        Settle();
+    };
+    undo();
+    EXPECT_EQ(Exporter()->GetHeaderGrammer(), kHead);
+    EXPECT_EQ(Body(), Codes({0, 1, 7, 6, 8}));
+    undo();
+    EXPECT_EQ(Exporter()->mCLastSavedFile.mStrValue, "NONE");
+    undo();
+    undo();
+    EXPECT_EQ(Body(), kBody) << "the lists follow";
+    EXPECT_EQ(Exporter()->GetBodyGrammer(), kBody);
+}
+
+TEST_F(Export, AbortStopsAtOnceAndAnotherRunBeginsAnew) {
+    Choose(mFolder / "out0000.dat");
+    ClickExport();
+    ASSERT_TRUE(PumpUntil([] { return Exporter()->mExportedCount >= 3; }));
+    ClickExport();
+    EXPECT_FALSE(Exporter()->mbExporting);
+    const int files = CountFiles();
+    ASSERT_TRUE(PumpUntil([] { return !Time()->IsPlaying(); }));
+    ASSERT_TRUE(Settle());
+    EXPECT_EQ(CountFiles(), files);
+    EXPECT_LT(files, kFrames);
+    EXPECT_EQ(mDialog->GetPCButtonExport()->GetLabel(), "Export Data");
+    EXPECT_GT(Grab(0).CountLit(60), 0) << "the view draws again";
+    ClickExport();
+    ASSERT_TRUE(WaitForEnd());
+    ExpectFiles(kFrames);
+}
+
+TEST_F(Export, TheStopKeyEndsARun) {
+    Choose(mFolder / "out0000.dat");
+    ClickExport();
+    ASSERT_TRUE(PumpUntil([] { return Exporter()->mExportedCount >= 2; }));
+    Canvas(0)->SetFocus();
+    Key(WXK_SPACE);
+    ASSERT_TRUE(WaitForEnd());
+    EXPECT_FALSE(Time()->IsPlaying());
+    EXPECT_LT(CountFiles(), kFrames);
+}
+
+TEST_F(Export, AMissingFolderIsToldOnceAndTheRunGoesOn) {
+    Choose(mFolder / "nowhere/out0000.dat");
+    ClickExport();
+    ASSERT_TRUE(WaitForEnd());
+    EXPECT_EQ(Time()->GetFrame(), kFrames - 1) << "the run went through";
+    EXPECT_EQ(CountFiles(), 0);
+    EXPECT_TRUE(mVMessages.empty()) << "no box, no bar";
+    const wxString reason =
+        "No such file or directory: " + wxString::FromUTF8(mFolder / "nowhere/out0000.dat");
+    EXPECT_EQ(Status(), "Export: 0 files exported, 20 failed: " + reason);
+    EXPECT_EQ(mDialog->GetProgressText(), "0 files exported, 20 failed: " + reason);
+    Snap("export_failed");
+}
+
+TEST_F(Export, ClosingTheDialogLeavesTheRunAlone) {
+    Choose(mFolder / "out0000.dat");
+    ClickExport();
+    ASSERT_TRUE(PumpUntil([] { return Exporter()->mExportedCount >= 1; }));
+    mDialog->SetFocus();
+    Key(WXK_ESCAPE);
+    ASSERT_TRUE(PumpUntil([this] { return !mDialog->IsShown(); }));
+    EXPECT_TRUE(Exporter()->mbExporting);
+    ASSERT_TRUE(WaitForEnd());
+    ExpectFiles(kFrames);
+}
+
+TEST_F(Export, ClosingTheDataEndsTheRun) {
+    Choose(mFolder / "out0000.dat");
+    ClickExport();
+    ASSERT_TRUE(PumpUntil([] { return Exporter()->mExportedCount >= 1; }));
+    Menu(ID_CLOSE_DATA);
+    ASSERT_TRUE(WaitForEnd());
+    EXPECT_LT(CountFiles(), kFrames);
+    EXPECT_FALSE(Exporter()->HasFailed());
+    ClickExport();
+    ASSERT_TRUE(WaitForEnd());
+    EXPECT_TRUE(WasTold("There are no data to export."));
+}
+
+TEST_F(Export, AHiddenDataSwitchDoesNotMatter) {
+    Canvas(0)->mShowData.mValue = false;
+    Menu(ID_REMOVE_CACHE_ALL);
+    Choose(mFolder / "out0000.dat");
+    ClickExport();
+    ASSERT_TRUE(WaitForEnd());
+    ExpectFiles(kFrames);
+    EXPECT_TRUE(ReadFile(mFolder / "out0013.dat") == ReadFile(Root() + "examples/lj_melt_bin/melt0013.bin"));
+}
+
+TEST_F(Export, AProjectKeepsTheSettings) {
+    Exporter()->SetBodyGrammer({0, 8, 3});
+    Exporter()->mCItemDataType.mValue = 1;
+    Exporter()->mCInitNum.mValue = 77;
+    Exporter()->mCLastSavedFile.mStrValue = wxString::FromUTF8(mFolder / "möwe%04d.txt");
+    ASSERT_TRUE(Hub()->SaveProjectFile(wxString::FromUTF8(mFolder / "a.mrp"), true));
+    const wxString kept = Exporter()->Serialize();
+    SetGrammar(*Exporter());
+    Exporter()->mCInitNum.mValue = 0;
+    Exporter()->mCLastSavedFile.mStrValue = "NONE";
+    ASSERT_TRUE(OpenProjectAndPaint(mFolder / "a.mrp"));
+    EXPECT_EQ(Exporter()->Serialize(), kept);
+    mDialog->OpenWindow();
+    EXPECT_EQ(Body(), Codes({0, 8, 3}));
+}
+
+} // namespace
