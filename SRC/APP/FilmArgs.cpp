@@ -246,7 +246,8 @@ pixel what "Render Anim" in the window's dialog "Save Image Sequence" writes. Ne
   --video FILE     make a video (H.264) of the pictures too: mp4, mov or mkv; needs ffmpeg
   --fps N          pictures a second of the video, such as 25, 23.976 or 30000/1001; else the project's
   --export-data NAME
-                   write the particles of each frame too, with %04d where the number goes
+                   write the particles of each frame too, in the layout of the project's "Export Particle
+                   Data", with %04d where the number goes
   --quiet          say nothing but what went wrong
   --help, --version
 

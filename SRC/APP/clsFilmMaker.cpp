@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include <wx/filename.h>
+
 #include "APP/FilmProgress.h"
 #include "APP/FilmStop.h"
 #include "APP/clsFrameMain.h"
@@ -15,8 +17,11 @@
 #include "IMAGE/clsImageIO.h"
 #include "IMAGE/clsImgSequence.h"
 #include "IMAGE/clsVideoMaker.h"
+#include "PDATA/clsDataExporter.h"
+#include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
+#include "PDATA/clsPDataSnap.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/Realize.h"
 
@@ -111,6 +116,7 @@ bool FilmMaker_cls::TakeOutput() {
     const wxString error = CheckFilmOutput(&output, mArgs.mbTransparent);
     if (!error.empty()) return Fail(FilmStatus::WrongArguments, error);
     mNames.Set(output);
+    mDataNames.Set(mArgs.mExport);
     if (mArgs.mW > 0) {
         sequence->mOutW = mArgs.mW;
         sequence->mOutH = mArgs.mH;
@@ -165,7 +171,7 @@ void FilmMaker_cls::MakeFrames() {
     GCImgIO.Finish();
     TakeFailures();
     mLoopMillis = mWatch.Time();
-    wxString text = wxString::Format("%d frames in %.1f s", mpCProgress->GetDrawn() - mFailures,
+    wxString text = wxString::Format("%d frames in %.1f s", mpCProgress->GetDrawn() - mLostPictures,
                                      double(mLoopMillis) / 1000.0);
     if (mpCProgress->GetKept() > 0) text += wxString::Format(", %d were there", mpCProgress->GetKept());
     if (mFailures > 0) text += wxString::Format(", %d failed", mFailures);
@@ -176,8 +182,10 @@ void FilmMaker_cls::MakeFrames() {
 
 void FilmMaker_cls::MakeFrame(size_t i) {
     const wxString path = mNames.GetModifiedStr(mFilm[i].mNumber, 0);
+    const wxString data = mArgs.mExport.empty() ? wxString() : mDataNames.GetModifiedStr(mFilm[i].mNumber, 0);
     const ImgSequence_cls* sequence = mpCMain->mpCImgSequence;
-    if (mArgs.mbResume && IsWholeImage(path, sequence->mOutW, sequence->mOutH)) {
+    if (mArgs.mbResume && (data.empty() || wxFileName::FileExists(data)) &&
+        IsWholeImage(path, sequence->mOutW, sequence->mOutH)) {
         mVDone.push_back(path);
         mpCProgress->Count(false);
         return;
@@ -189,6 +197,8 @@ void FilmMaker_cls::MakeFrame(size_t i) {
 
 bool FilmMaker_cls::DrawFrame(size_t i, const wxString& path) {
     mMFrameOfPath[path] = mFilm[i].mFrame;
+    const wxString data = mArgs.mExport.empty() ? wxString() : mDataNames.GetModifiedStr(mFilm[i].mNumber, 0);
+    mMFrameOfPath[data] = mFilm[i].mFrame;
     mpCTime->SetInterpStepNative(mFilm[i].mStep, 0);
     mpCTime->SetFrameNative(mFilm[i].mFrame, 0);
     mpCMain->mpCPDataSeqCtrl->CleanUpMemory(mFilm[i].mFrame, mpCTime->GetAnimStep());
@@ -206,14 +216,39 @@ bool FilmMaker_cls::DrawFrame(size_t i, const wxString& path) {
             FailFrame(path, unreadable);
             return true;
         }
-        ReadAhead(i);
         if (IsFilmStopped()) return false;
+        if (step == 0 && !data.empty()) ExportFrame(data);
+        ReadAhead(i);
         const MillisScope_cls time(mWatch, &mDrawMillis);
         if (mpCCanvas->DrawImage()) continue;
         FailFrame(path, "it can't be drawn");
         return true;
     }
     return !IsFilmStopped();
+}
+
+// Do frames of this film move particles between snapshots? Velocities in memory become slopes by that: what
+// is exported must not depend on which frames were made before.
+bool FilmMaker_cls::NeedsSlopes() const {
+    return mpCTime->GetAnimInterp() > 1 || mpCTime->mCMotionBlur.mbBlur || mpCTime->mbUseTimeRemap.mValue;
+}
+
+void FilmMaker_cls::ExportFrame(const wxString& path) {
+    const PDataSequence_cls* sequence = mpCFrame->GetPCActiveFileSequence();
+    const double index = mpCTime->GetRemappedIndexDouble(-1, -1);
+    const int whole = int(index);
+    if (NeedsSlopes()) mpCMain->mpCPDataSeqCtrl->PrepareIndex(whole, index - whole, true, true);
+    PDataSnap_cls::WaitInterpolator();
+    const double step = mpCTime->GetRemappedIndex(-1) - whole + mpCTime->GetRemappedInterpStepDouble(-1, -1);
+    const double dt = sequence->GetDT(whole, step);
+    const int downSizing = mpCMain->mpCDrawOption->GetDownSizing();
+    DataExporter_cls* exporter = mpCMain->mpCDataExporter;
+    wxString reason;
+    const PDataBlock_cls& block = *sequence->GetPCBlock(whole);
+    const bool bDone = exporter->mCItemDataType.mValue == 1
+                           ? exporter->ExportAscii(path, block, dt, downSizing, &reason)
+                           : exporter->ExportBinary(path, block, dt, downSizing, &reason);
+    if (!bDone) FailFrame(path, reason, false);
 }
 
 // Of the picture that a paint has finished. What a stop has cut short is no picture.
@@ -264,14 +299,15 @@ void FilmMaker_cls::TakeFailures() {
         FailFrame(failure.mPath, failure.mReason);
 }
 
-void FilmMaker_cls::FailFrame(const wxString& path, const wxString& reason) {
+void FilmMaker_cls::FailFrame(const wxString& path, const wxString& reason, bool bPicture) {
     ++mFailures;
+    if (bPicture) ++mLostPictures;
     Complain(wxString::Format("frame %d, %s: %s", mMFrameOfPath[path], path, reason));
 }
 
 void FilmMaker_cls::MakeVideo() {
     const wxString what = "the video " + mArgs.mVideo + " isn't made: ";
-    if (mFailures > 0) {
+    if (mLostPictures > 0) {
         Fail(FilmStatus::SomeFailed, what + "pictures are missing");
         return;
     }

@@ -42,12 +42,14 @@ private:
     void MakeFrames();
     void MakeFrame(size_t i);
     bool DrawFrame(size_t i, const wxString& path);
+    void ExportFrame(const wxString& path);
+    bool NeedsSlopes() const;
     void WaitForData();
     void ReadAhead(size_t i);
     void Save(const ImageBuffers_st& buffers, wxSize size, const wxString& path);
     wxString FindUnreadable() const;
     void TakeFailures();
-    void FailFrame(const wxString& path, const wxString& reason);
+    void FailFrame(const wxString& path, const wxString& reason, bool bPicture = true);
     void MakeVideo();
     void Note(const wxString& text) const;
     void Complain(const wxString& text) const;
@@ -60,10 +62,12 @@ private:
     FilmProgress_cls* mpCProgress;
     FilmStatus mStatus = FilmStatus::Done;
     FileSequence_cls mNames;
+    FileSequence_cls mDataNames; ///< of exported data
     std::vector<FilmFrame_st> mFilm;
     std::vector<wxString> mVDone;          ///< pictures that stand there, in their order
-    std::map<wxString, int> mMFrameOfPath; ///< of the pictures under way
+    std::map<wxString, int> mMFrameOfPath; ///< of the files under way
     int mFailures = 0;
+    int mLostPictures = 0; ///< of the failures
 
     // Milliseconds.
     wxStopWatch mWatch;

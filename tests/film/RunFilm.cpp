@@ -88,8 +88,8 @@ std::map<std::string, std::string> FilmFolder_cls::ReadAll(const std::string& fo
     return files;
 }
 
-FilmRun_st RunFilm(const std::vector<std::string>& words, const Environment& environment,
-                   const std::function<void(pid_t)>& meanwhile) {
+ChildRun_st RunFilm(const std::vector<std::string>& words, const Environment& environment,
+                    const std::function<void(pid_t)>& meanwhile) {
     const FilmFolder_cls folder;
     const pid_t child = fork();
     if (child == 0) Become(words, environment, folder.mPath.string());
@@ -100,7 +100,7 @@ FilmRun_st RunFilm(const std::vector<std::string>& words, const Environment& env
         if (meanwhile) meanwhile(child);
         std::this_thread::sleep_for(std::chrono::milliseconds(3));
     }
-    FilmRun_st run;
+    ChildRun_st run;
     run.mStatus = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
     run.mOut = Read(folder / "out");
     run.mErr = Read(folder / "err");

@@ -10,7 +10,7 @@
 #include <sys/types.h>
 
 /// What became of a child.
-struct FilmRun_st {
+struct ChildRun_st {
     int mStatus = -1; ///< exit status; 128 + the signal for one that ended by a signal, as shells have it
     std::string mOut;
     std::string mErr;
@@ -41,5 +41,5 @@ using Environment = std::map<std::string, std::string>; ///< an empty value take
 
 /// Run it to its end, without DISPLAY unless `environment` has one. While it runs, `meanwhile` is called a
 /// few hundred times a second with its process number.
-FilmRun_st RunFilm(const std::vector<std::string>& words, const Environment& environment = {},
-                   const std::function<void(pid_t)>& meanwhile = {});
+ChildRun_st RunFilm(const std::vector<std::string>& words, const Environment& environment = {},
+                    const std::function<void(pid_t)>& meanwhile = {});

@@ -26,8 +26,8 @@ protected:
         mProject = mFolder.MakeProject("film.mrp", "");
     }
     /// Its pictures go to the folder `out`.
-    FilmRun_st Film(std::vector<std::string> words, const Environment& environment = {},
-                    const std::string& out = "out") {
+    ChildRun_st Film(std::vector<std::string> words, const Environment& environment = {},
+                     const std::string& out = "out") {
         fs::create_directory(mFolder.mPath / out);
         words.insert(words.end(), {"--output", mFolder / (out + "/f%04d.png")});
         if (words.front().find(".mrp") == std::string::npos) words.push_back(mProject);
@@ -53,7 +53,7 @@ TEST_F(FilmCommand, WritesEveryFrameWithoutADisplay) {
     fs::create_directory(mFolder.mPath / "config");
     const fs::path beside = fs::path(MORENTIS_FILM).parent_path() / "Morentis3Configure.txt";
     const auto written = fs::exists(beside) ? fs::last_write_time(beside) : fs::file_time_type();
-    const FilmRun_st run = Film({mProject}, {{"XDG_CONFIG_HOME", mFolder / "config"}});
+    const ChildRun_st run = Film({mProject}, {{"XDG_CONFIG_HOME", mFolder / "config"}});
     EXPECT_EQ(run.mStatus, 0) << run.mErr;
     EXPECT_EQ(Names(), kFive);
     EXPECT_NE(run.mOut.find("Frame 5 of 5"), std::string::npos) << run.mOut;
@@ -70,7 +70,7 @@ TEST_F(FilmCommand, WritesEveryFrameWithoutADisplay) {
     EXPECT_TRUE(Names("config").empty()) << "settings and recovery are the window's";
     EXPECT_EQ(fs::exists(beside) ? fs::last_write_time(beside) : fs::file_time_type(), written);
 
-    const FilmRun_st quiet = Film({"--quiet", "--size", "7x1"}, {{"DISPLAY", ":9999"}}, "quiet");
+    const ChildRun_st quiet = Film({"--quiet", "--size", "7x1"}, {{"DISPLAY", ":9999"}}, "quiet");
     EXPECT_EQ(quiet.mStatus, 0) << "a display that leads nowhere is none";
     EXPECT_EQ(quiet.mOut + quiet.mErr, "");
     EXPECT_EQ(Load("quiet/f0004.png").GetSize(), wxSize(7, 1));
@@ -96,7 +96,7 @@ TEST_F(FilmCommand, ResumeKeepsWholeFrames) {
         fs::last_write_time(mFolder.mPath / "out" / name, old);
     fs::remove(mFolder.mPath / "out/f0001.png");
     fs::resize_file(mFolder.mPath / "out/f0003.png", 500);
-    const FilmRun_st run = Film({"--resume"});
+    const ChildRun_st run = Film({"--resume"});
     EXPECT_EQ(run.mStatus, 0) << run.mErr;
     EXPECT_NE(run.mOut.find("3 were there"), std::string::npos) << run.mOut;
     EXPECT_TRUE(mFolder.ReadAll("out") == whole);
@@ -111,7 +111,7 @@ class FilmStop : public FilmCommand, public ::testing::WithParamInterface<int> {
 TEST_P(FilmStop, LeavesWholeFramesOnly) {
     const std::string project = mFolder.MakeProject("long.mrp", "TimeAnimInterp=250\n");
     bool bSent = false;
-    const FilmRun_st run = RunFilm({"--output", mFolder / "out/f%04d.png", project}, {}, [&](pid_t child) {
+    const ChildRun_st run = RunFilm({"--output", mFolder / "out/f%04d.png", project}, {}, [&](pid_t child) {
         if (bSent || !fs::exists(mFolder.mPath / "out/f0003.png")) return;
         bSent = true;
         kill(child, GetParam());
@@ -138,17 +138,17 @@ TEST_F(FilmCommand, TellsWrongArgumentsBeforeItBegins) {
         {mProject, "--output", mFolder / "out/f%04d.png", "--frames", "9-12"},
     };
     for (const auto& words : cases) {
-        const FilmRun_st run = RunFilm(words);
+        const ChildRun_st run = RunFilm(words);
         EXPECT_EQ(run.mStatus, 2) << run.mErr;
         EXPECT_EQ(run.mErr.rfind("morentis-film: ", 0), 0u) << run.mErr;
         EXPECT_EQ(std::count(run.mErr.begin(), run.mErr.end(), '\n'), 1) << run.mErr;
     }
     EXPECT_TRUE(Names().empty());
-    const FilmRun_st missing = RunFilm(cases[2]);
+    const ChildRun_st missing = RunFilm(cases[2]);
     EXPECT_NE(missing.mErr.find(mFolder / "missing"), std::string::npos) << missing.mErr;
     const Environment nothing = {{"PATH", "/nonexistent"}};
     EXPECT_EQ(RunFilm({"--version"}, nothing).mOut, "morentis-film 0.80\n");
-    const FilmRun_st help = RunFilm({"--help"}, nothing);
+    const ChildRun_st help = RunFilm({"--help"}, nothing);
     EXPECT_EQ(help.mStatus, 0);
     EXPECT_NE(help.mOut.find("--frames FIRST-LAST"), std::string::npos);
 }
@@ -158,26 +158,26 @@ TEST_F(FilmCommand, TellsWhatCantBeOpened) {
     const std::string lacking = mFolder.MakeProject("lacking.mrp", "", mFolder / "gone/galaxy0000.bin");
     for (const std::string& project :
          {mFolder / "none.mrp", mFolder / "out", mFolder / "noise.mrp", lacking}) {
-        const FilmRun_st run = RunFilm({"--output", mFolder / "out/f%04d.png", project});
+        const ChildRun_st run = RunFilm({"--output", mFolder / "out/f%04d.png", project});
         EXPECT_EQ(run.mStatus, 1) << project;
         EXPECT_NE(run.mErr.find(project), std::string::npos) << run.mErr;
     }
     EXPECT_TRUE(Names().empty());
-    const FilmRun_st blind = Film({mProject}, {{"PATH", "/nonexistent"}});
+    const ChildRun_st blind = Film({mProject}, {{"PATH", "/nonexistent"}});
     EXPECT_EQ(blind.mStatus, 1);
     EXPECT_NE(blind.mErr.find("xvfb"), std::string::npos) << blind.mErr;
 }
 
 TEST_F(FilmCommand, NamesFramesThatCantBeWritten) {
     fs::create_directory(mFolder.mPath / "out/f0002.png"); // in the way
-    const FilmRun_st run = Film({mProject});
+    const ChildRun_st run = Film({mProject});
     EXPECT_EQ(run.mStatus, 3);
     EXPECT_NE(run.mErr.find("frame 2, " + (mFolder / "out/f0002.png")), std::string::npos) << run.mErr;
     EXPECT_EQ(run.mErr.find("frame 3, "), std::string::npos) << run.mErr;
     EXPECT_EQ(Names(), kFive) << "the others are there";
     EXPECT_TRUE(Load("out/f0004.png").IsOk());
     // Nobody can write there, not even root.
-    const FilmRun_st closed = RunFilm({"--output", "/proc/f%04d.png", mProject});
+    const ChildRun_st closed = RunFilm({"--output", "/proc/f%04d.png", mProject});
     EXPECT_EQ(closed.mStatus, 3);
     for (int frame = 0; frame < 5; ++frame)
         EXPECT_NE(closed.mErr.find("frame " + std::to_string(frame) + ", /proc"), std::string::npos);
@@ -187,13 +187,13 @@ TEST_F(FilmCommand, NamesFramesWhoseDataCantBeRead) {
     const std::string data = mFolder.CopyData("data");
     fs::resize_file(mFolder.mPath / "data/galaxy0002.bin", 3);
     const std::string project = mFolder.MakeProject("cut.mrp", "", data);
-    const FilmRun_st run = Film({project});
+    const ChildRun_st run = Film({project});
     EXPECT_EQ(run.mStatus, 3) << run.mErr;
     EXPECT_NE(run.mErr.find("frame 2, "), std::string::npos) << run.mErr;
     EXPECT_EQ(Names(), (std::set<std::string>{"f0000.png", "f0001.png", "f0003.png", "f0004.png"}));
     // A sequence ends where a file is missing; the film goes on with the last one.
     fs::remove(mFolder.mPath / "data/galaxy0002.bin");
-    const FilmRun_st shorter = Film({project}, {}, "shorter");
+    const ChildRun_st shorter = Film({project}, {}, "shorter");
     EXPECT_EQ(shorter.mStatus, 0) << shorter.mErr;
     EXPECT_NE(shorter.mErr.find("there are 2 snapshots"), std::string::npos) << shorter.mErr;
     auto files = mFolder.ReadAll("shorter");
@@ -213,7 +213,7 @@ TEST_F(FilmCommand, TransparentFilmsHaveAlpha) {
         EXPECT_EQ(image.GetAlpha(corner.x, corner.y), 0) << corner.x << " " << corner.y;
     const unsigned char* alpha = image.GetAlpha();
     EXPECT_GT(std::count(alpha, alpha + 160 * 120, 255), 200) << "spheres cover the background";
-    const FilmRun_st plain = Film({"--quiet", "--frames", "0"}, {}, "plain");
+    const ChildRun_st plain = Film({"--quiet", "--frames", "0"}, {}, "plain");
     EXPECT_EQ(plain.mStatus, 0);
     EXPECT_FALSE(Load("plain/f0000.png").HasAlpha());
 }
@@ -223,17 +223,47 @@ TEST_F(FilmCommand, MakesAVideoOrSaysWhatIsMissing) {
     fs::create_directory(mFolder.mPath / "bin");
     fs::create_symlink("/usr/bin/Xvfb", mFolder.mPath / "bin/Xvfb");
     const std::string video = mFolder / "film.mp4";
-    const FilmRun_st without = Film({"--video", video}, {{"PATH", mFolder / "bin"}});
+    const ChildRun_st without = Film({"--video", video}, {{"PATH", mFolder / "bin"}});
     EXPECT_EQ(without.mStatus, 1);
     EXPECT_NE(without.mErr.find("ffmpeg"), std::string::npos);
     EXPECT_TRUE(Names().empty()) << "told before anything is drawn";
     if (FindVideoTool().empty()) GTEST_SKIP() << "ffmpeg is not installed";
-    const FilmRun_st run = Film({"--video", video, "--fps", "24"});
+    const ChildRun_st run = Film({"--video", video, "--fps", "24"});
     EXPECT_EQ(run.mStatus, 0) << run.mErr;
     EXPECT_GT(fs::file_size(video), 1000u);
-    const FilmRun_st nowhere = Film({"--resume", "--video", mFolder / "missing/film.mp4"});
+    const ChildRun_st nowhere = Film({"--resume", "--video", mFolder / "missing/film.mp4"});
     EXPECT_EQ(nowhere.mStatus, 3) << nowhere.mErr;
     EXPECT_NE(nowhere.mErr.find("missing/film.mp4"), std::string::npos) << nowhere.mErr;
+}
+
+TEST_F(FilmCommand, ExportsTheDataOfEachFrame) {
+    mProject =
+        mFolder.MakeProject("film.mrp", "TimeAnimInterp=2\nDataExportDataType=0\nDataExportGrammerHead=0 1\n"
+                                        "DataExportGrammerBody=0 1 5 6 7 8\n");
+    fs::create_directory(mFolder.mPath / "data");
+    fs::create_directory(mFolder.mPath / "part");
+    const std::string names = "/d%03d.bin";
+    ASSERT_EQ(Film({"--quiet", "--export-data", mFolder / ("data" + names)}).mStatus, 0);
+    auto data = mFolder.ReadAll("data");
+    EXPECT_EQ(data.size(), 9u);
+    for (const auto& [name, bytes] : data)
+        EXPECT_EQ(bytes.size(), 80008u) << name;
+    EXPECT_EQ(data["d000.bin"].compare(0, 4, std::string(4, '\0')), 0) << "the time of the first frame";
+    EXPECT_NE(data["d000.bin"], data["d001.bin"]) << "between two snapshots";
+    ASSERT_EQ(
+        Film({"--quiet", "--frames", "2-4", "--export-data", mFolder / ("part" + names)}, {}, "p").mStatus,
+        0);
+    const auto part = mFolder.ReadAll("part");
+    EXPECT_EQ(part.size(), 5u);
+    for (const auto& [name, bytes] : part)
+        EXPECT_TRUE(bytes == data[name]) << name << " depends on what was made before";
+    // What was exported can be filmed in its turn.
+    const std::string again =
+        mFolder.MakeProject("again.mrp", "LoaderTranslate=0 0 0\nLoaderScale=1\n", mFolder / "data/d000.bin");
+    EXPECT_EQ(Film({again, "--quiet"}, {}, "again").mStatus, 0);
+    const ChildRun_st blocked = Film({"--export-data", "/proc/d%04d.bin", "--frames", "0"}, {}, "blocked");
+    EXPECT_EQ(blocked.mStatus, 3) << blocked.mErr;
+    EXPECT_TRUE(Load("blocked/f0000.png").IsOk()) << "the picture is there all the same";
 }
 
 } // namespace

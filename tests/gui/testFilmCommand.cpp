@@ -49,7 +49,7 @@ protected:
         const std::string project = mFolder.MakeProject("film.mrp", lines);
         ASSERT_TRUE(OpenProjectAndPaint(project));
         RenderAnim(std::move(answers));
-        const FilmRun_st run = RunFilm({"--quiet", "--output", mFolder / "command/f%04d.png", project});
+        const ChildRun_st run = RunFilm({"--quiet", "--output", mFolder / "command/f%04d.png", project});
         EXPECT_EQ(run.mStatus, 0) << run.mErr;
         const auto window = mFolder.ReadAll("window");
         const auto command = mFolder.ReadAll("command");
