@@ -20,7 +20,6 @@
 #include "APP/clsVirtualDisplay.h"
 #include "COMMON/MsgBox.h"
 #include "IMAGE/clsImageIO.h"
-#include "WIDGET/Realize.h"
 
 namespace {
 
@@ -61,7 +60,7 @@ void SetQuietToolkit() {
 bool FilmApp_cls::OnInit() {
     SetAppName("morentis");
     delete wxLog::SetActiveTarget(new wxLogStderr);
-    SilenceToolkit();
+    GTKSuppressDiagnostics(); // windows without a size would complain
     SetUpApp(&mLocale);
     SetMessageHandler([this](MessageKind kind, const wxString& text, const wxString&) {
         return TellOnStderr(mpCProgress, kind, text);

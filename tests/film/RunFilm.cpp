@@ -66,7 +66,8 @@ std::string FilmFolder_cls::MakeProject(const std::string& name, const std::stri
     const size_t place = text.find(std::string("\n") + kFirst);
     text.replace(place + 1, std::string(kFirst).size(), data.empty() ? std::string(kExample) + kFirst : data);
     text += "\nFBOBufferSize=0\nTimeMaxFrame=4\nTimeWorkAreaMin=0\nTimeWorkAreaMax=4\nTimeActiveAreaMax=4\n"
-            "TimeAnimInterp=1\nImgSequenceOutW=160\nImgSequenceOutH=120\nPanel0ShowGrid=0\n" +
+            "TimeAnimInterp=1\nTimeUseMotionBlur=0\nOverLayTimePos=0\nImgSequenceOutW=160\nImgSequenceOutH="
+            "120\nPanel0ShowGrid=0\n" +
             lines;
     std::ofstream(mPath / name, std::ios::binary) << text;
     return *this / name;

@@ -204,7 +204,7 @@ TEST_F(FilmCommand, NamesFramesWhoseDataCantBeRead) {
 TEST_F(FilmCommand, TransparentFilmsHaveAlpha) {
     // Large opaque spheres, seen from near.
     std::string lines = "Classify=0\nSEQ0TYPE0DrawType=2\nSEQ0TYPE0BlendType=0\nSEQ0TYPE0AlphaFactro=1\n"
-                        "SEQ0TYPE0RadiusFactorForConst=0.5\n";
+                        "SEQ0TYPE0RadiusType=1\nSEQ0TYPE0RadiusFactorForConst=0.3\n";
     mProject = mFolder.MakeProject("spheres.mrp", lines);
     ASSERT_EQ(Film({"--quiet", "--transparent", "--frames", "0"}).mStatus, 0);
     const wxImage image = Load("out/f0000.png");
