@@ -12,6 +12,8 @@
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GuiTest.h"
+#include "PARAM/clsParamGroup.h"
+#include "PARAM/clsParameters.h"
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsDataExporter.h"
 #include "PDATA/clsDataExporterGUI.h"
@@ -62,6 +64,7 @@ protected:
         if (Exporter()->mbExporting) mDialog->AbortExport();
         Time()->SetAnimInterpNative(1);
         Time()->SetRepeatNative(0);
+        Time()->mbUseTimeRemap.mValue = false;
         Hub()->mpCDrawOption->mDownSizing.mValue = 1;
         if (mDialog) mDialog->Hide();
         Settle();
@@ -202,6 +205,24 @@ TEST_F(Export, ARepeatedFilmIsExportedOnce) {
     ASSERT_TRUE(WaitForEnd());
     ExpectFiles(kFrames);
     EXPECT_FALSE(Time()->IsPlaying());
+}
+
+TEST_F(Export, MomentsBetweenSnapshotsAreTheViews) {
+    Time()->mpCTimeRemapGroup->mVParams[0].ExecCommandInitSet(3.25);
+    Time()->mbUseTimeRemap.mValue = true;
+    Time()->SetWAMaxNative(2);
+    Choose(mFolder / "out0000.dat");
+    ClickExport();
+    ASSERT_TRUE(WaitForEnd());
+    Time()->mbUseTimeRemap.mValue = false;
+    ExpectFiles(3);
+    const PDataSequence_cls& data = *Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence();
+    const double dt = data.GetDT(3, 0.25);
+    EXPECT_GT(dt, 0.0);
+    ASSERT_TRUE(
+        Exporter()->ExportBinary(wxString::FromUTF8(mFolder / "expected"), *data.GetPCBlock(3), dt, 1));
+    EXPECT_TRUE(ReadFile(mFolder / "out0002.dat") == ReadFile(mFolder / "expected"));
+    EXPECT_FALSE(ReadFile(mFolder / "out0002.dat") == ReadFile(Root() + "examples/lj_melt_bin/melt0003.bin"));
 }
 
 TEST_F(Export, DownsizedTextOfAnotherLayout) {
