@@ -48,12 +48,7 @@ protected:
         Exporter()->mCLastSavedFile.mStrValue = "NONE";
         Exporter()->mCInitNum.mValue = 0;
         ASSERT_TRUE(OpenAndPaint(Root() + "examples/lj_melt_bin/melt0000.bin"));
-        TimeCtrl_cls* time = Time();
-        time->SetState(time->GetState());
-        time->SetAnimInterpNative(1);
-        time->SetAnimStepNative(1);
-        time->SetRepeatNative(0);
-        time->SetWorkingArea(kFrames - 1);
+        ResetClock();
         Menu(ID_EXPORT_DATA);
         mDialog = dynamic_cast<DataExporterGUI_cls*>(WaitForWindow("Data Exporter"));
         ASSERT_TRUE(mDialog);
@@ -62,16 +57,22 @@ protected:
     void TearDown() override {
         wxFileDialogEX::sStrTestAnswer.clear();
         if (Exporter()->mbExporting) mDialog->AbortExport();
-        Time()->SetAnimInterpNative(1);
-        Time()->SetRepeatNative(0);
-        Time()->mbUseTimeRemap.mValue = false;
         Hub()->mpCDrawOption->mDownSizing.mValue = 1;
         if (mDialog) mDialog->Hide();
         Settle();
+        ResetClock();
+        SetGrammar(*Hub()->mpCDataLoader);
         GuiTest::TearDown();
     }
     static DataExporter_cls* Exporter() { return Hub()->mpCDataExporter; }
     static TimeCtrl_cls* Time() { return Hub()->mpCTimeCtrl; }
+    static void ResetClock() {
+        Time()->SetAnimInterpNative(1);
+        Time()->SetAnimStepNative(1);
+        Time()->SetRepeatNative(0);
+        Time()->SetWorkingArea(Time()->GetMaxFrame());
+        Time()->mbUseTimeRemap.mValue = false;
+    }
     static void SetGrammar(GrammerBase_cls& grammar) {
         grammar.SetHeaderGrammer(kHead);
         grammar.SetBodyGrammer(kBody);
@@ -223,6 +224,8 @@ TEST_F(Export, MomentsBetweenSnapshotsAreTheViews) {
         Exporter()->ExportBinary(wxString::FromUTF8(mFolder / "expected"), *data.GetPCBlock(3), dt, 1));
     EXPECT_TRUE(ReadFile(mFolder / "out0002.dat") == ReadFile(mFolder / "expected"));
     EXPECT_FALSE(ReadFile(mFolder / "out0002.dat") == ReadFile(Root() + "examples/lj_melt_bin/melt0003.bin"));
+    Hub()->Undo(); // the run's beginning
+    Hub()->Undo(); // the curve
 }
 
 TEST_F(Export, DownsizedTextOfAnotherLayout) {
