@@ -110,6 +110,11 @@ bool DataExporter_cls::ExportAscii(const wxString& path, const PDataBlock_cls& b
     return ExportNow(path, SnapshotSource_st::Of(block, dt, step), true, pReason);
 }
 
+bool DataExporter_cls::ExportFile(const wxString& path, const PDataBlock_cls& block, double dt, int step,
+                                  wxString* pReason) {
+    return ExportNow(path, SnapshotSource_st::Of(block, dt, step), mCItemDataType.mValue == 1, pReason);
+}
+
 wxString DataExporter_cls::GetRunText() const {
     if (!mbRan) return wxString();
     wxString text;

@@ -49,6 +49,9 @@ public:
                       wxString* pReason = nullptr);
     bool ExportAscii(const wxString& path, const PDataBlock_cls& block, double dt, int step,
                      wxString* pReason = nullptr);
+    /// As the data type has it.
+    bool ExportFile(const wxString& path, const PDataBlock_cls& block, double dt, int step,
+                    wxString* pReason = nullptr);
 
     /// How far the run is or how it ended, with the first thing that went wrong; empty before the first run.
     wxString GetRunText() const;

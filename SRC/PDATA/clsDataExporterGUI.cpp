@@ -129,6 +129,7 @@ void DataExporterGUI_cls::UpdateValues() {
     }
     mpCPanel->UpdateValues();
     ShowRun();
+    if (!IsShown()) mpCButtonExport->SetFocus(); // about to open: Enter exports
 }
 
 wxString DataExporterGUI_cls::GetProgressText() const { return mpCProgress->GetLabelText(); }

@@ -12,6 +12,8 @@
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GuiTest.h"
+#include "PARAM/clsParamGroup.h"
+#include "PARAM/clsParameters.h"
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsDataExporter.h"
 #include "PDATA/clsDataExporterGUI.h"
@@ -46,12 +48,7 @@ protected:
         Exporter()->mCLastSavedFile.mStrValue = "NONE";
         Exporter()->mCInitNum.mValue = 0;
         ASSERT_TRUE(OpenAndPaint(Root() + "examples/lj_melt_bin/melt0000.bin"));
-        TimeCtrl_cls* time = Time();
-        time->SetState(time->GetState());
-        time->SetAnimInterpNative(1);
-        time->SetAnimStepNative(1);
-        time->SetRepeatNative(0);
-        time->SetWorkingArea(kFrames - 1);
+        ResetClock();
         Menu(ID_EXPORT_DATA);
         mDialog = dynamic_cast<DataExporterGUI_cls*>(WaitForWindow("Data Exporter"));
         ASSERT_TRUE(mDialog);
@@ -60,15 +57,22 @@ protected:
     void TearDown() override {
         wxFileDialogEX::sStrTestAnswer.clear();
         if (Exporter()->mbExporting) mDialog->AbortExport();
-        Time()->SetAnimInterpNative(1);
-        Time()->SetRepeatNative(0);
         Hub()->mpCDrawOption->mDownSizing.mValue = 1;
         if (mDialog) mDialog->Hide();
         Settle();
+        ResetClock();
+        SetGrammar(*Hub()->mpCDataLoader);
         GuiTest::TearDown();
     }
     static DataExporter_cls* Exporter() { return Hub()->mpCDataExporter; }
     static TimeCtrl_cls* Time() { return Hub()->mpCTimeCtrl; }
+    static void ResetClock() {
+        Time()->SetAnimInterpNative(1);
+        Time()->SetAnimStepNative(1);
+        Time()->SetRepeatNative(0);
+        Time()->SetWorkingArea(Time()->GetMaxFrame());
+        Time()->mbUseTimeRemap.mValue = false;
+    }
     static void SetGrammar(GrammerBase_cls& grammar) {
         grammar.SetHeaderGrammer(kHead);
         grammar.SetBodyGrammer(kBody);
@@ -202,6 +206,26 @@ TEST_F(Export, ARepeatedFilmIsExportedOnce) {
     ASSERT_TRUE(WaitForEnd());
     ExpectFiles(kFrames);
     EXPECT_FALSE(Time()->IsPlaying());
+}
+
+TEST_F(Export, MomentsBetweenSnapshotsAreTheViews) {
+    Time()->mpCTimeRemapGroup->mVParams[0].ExecCommandInitSet(3.25);
+    Time()->mbUseTimeRemap.mValue = true;
+    Time()->SetWAMaxNative(2);
+    Choose(mFolder / "out0000.dat");
+    ClickExport();
+    ASSERT_TRUE(WaitForEnd());
+    Time()->mbUseTimeRemap.mValue = false;
+    ExpectFiles(3);
+    const PDataSequence_cls& data = *Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence();
+    const double dt = data.GetDT(3, 0.25);
+    EXPECT_GT(dt, 0.0);
+    ASSERT_TRUE(
+        Exporter()->ExportBinary(wxString::FromUTF8(mFolder / "expected"), *data.GetPCBlock(3), dt, 1));
+    EXPECT_TRUE(ReadFile(mFolder / "out0002.dat") == ReadFile(mFolder / "expected"));
+    EXPECT_FALSE(ReadFile(mFolder / "out0002.dat") == ReadFile(Root() + "examples/lj_melt_bin/melt0003.bin"));
+    Hub()->Undo(); // the run's beginning
+    Hub()->Undo(); // the curve
 }
 
 TEST_F(Export, DownsizedTextOfAnotherLayout) {

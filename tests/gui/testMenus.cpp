@@ -61,9 +61,7 @@ protected:
 TEST_F(Menus, WhatIsNotThereYetIsGreyed) {
     GCUndoList.Clear(); // Undo and Redo have nothing to act on
     Bar()->GetMenu(1)->UpdateUI();
-    for (const int id : {ID_SAVE_IMAGE_SNAP,
-                         ID_SAVE_IMAGE_SEQ,
-                         ID_EXPORT_PATH_POV,
+    for (const int id : {ID_EXPORT_PATH_POV,
                          ID_UNDO,
                          ID_REDO,
                          ID_FILTER_BOOLEAN,
@@ -93,6 +91,9 @@ TEST_F(Menus, WhatIsNotThereYetIsGreyed) {
                          ID_SAVE_PROJECT,
                          ID_SAVE_PROJECT_AS,
                          ID_LOAD_DATA,
+                         ID_SAVE_IMAGE_SNAP,
+                         ID_SAVE_IMAGE_SEQ,
+                         ID_COPY_VIEW,
                          ID_CLOSE_DATA,
                          ID_QUIT,
                          ID_GO,

@@ -114,6 +114,7 @@ std::string OtherValue(const std::string& key, const std::string& value, int see
         const char* mpKey;
         const char* mpValue;
     } kFixed[] = {{"DataLoadGrammerHead=", "2 0 1"}, {"DataLoadGrammerBody=", "6 7 0 1 8 2 2"},
+                  {"DataExportGrammerHead=", "3 1"}, {"DataExportGrammerBody=", "8 0 6 4 1"},
                   {"TimeMaxFrame=", "1234"},         {"TimeWorkAreaMin=", "11"},
                   {"TimeWorkAreaMax=", "1201"},      {"TimeActiveAreaMin=", "7"},
                   {"TImeActiveAreaMax=", "1213"},    {"TimeAnimStep=", "3"},

@@ -107,6 +107,18 @@ TEST_F(Export, TextDummiesHaveNoLineEndsAndOneColumn) {
                                       "0 0 0 0 100 \n");
 }
 
+TEST_F(Export, AFileHasTheChosenDataType) {
+    const Particles_st particles(2);
+    Layout({1}, {6});
+    const std::string path = Path();
+    mExporter.mCItemDataType.mValue = 1;
+    EXPECT_TRUE(mExporter.ExportFile(wxString::FromUTF8(path), particles.mBlock, 0.0, 1));
+    EXPECT_EQ(ReadFile(path), "2\n100 \n101 \n");
+    mExporter.mCItemDataType.mValue = 0;
+    EXPECT_TRUE(mExporter.ExportFile(wxString::FromUTF8(path), particles.mBlock, 0.0, 1));
+    EXPECT_EQ(ReadFile(path), Pack(2, 100, 101));
+}
+
 TEST_F(Export, DownsizingTakesEveryNth) {
     const Particles_st particles(10);
     Layout({1}, {6});

@@ -18,8 +18,7 @@ constexpr unsigned kSphere = 2; // draw type
 } // namespace
 
 bool MainGLCanvas_cls::HasOverlays() const {
-    return mpCFrame->GetPCActiveFileSequence()->GetSeqLength() > 0 &&
-           (mspCDrawTimeIndex->IsShown() || mspCDrawClrLegend->IsShown());
+    return mspCDrawTimeIndex->IsShown() || mspCDrawClrLegend->IsShown();
 }
 
 void MainGLCanvas_cls::DrawOverlays(int w, int h, bool bToImage) {
