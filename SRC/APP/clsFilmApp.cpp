@@ -60,7 +60,6 @@ void SetQuietToolkit() {
 bool FilmApp_cls::OnInit() {
     SetAppName("morentis");
     delete wxLog::SetActiveTarget(new wxLogStderr);
-    GTKSuppressDiagnostics(); // windows without a size would complain
     SetUpApp(&mLocale);
     SetMessageHandler([this](MessageKind kind, const wxString& text, const wxString&) {
         return TellOnStderr(mpCProgress, kind, text);
@@ -125,6 +124,9 @@ int RunMorentisFilm(int argc, char** argv) {
     }
     std::FILE* out = TakeStandardOutput();
     FilmProgress_cls progress(args.mbQuiet ? nullptr : out, out && isatty(fileno(out)));
+    // Windows without a size complain.
+    wxApp::GTKAllowDiagnosticsControl();
+    wxApp::GTKSuppressDiagnostics();
     wxApp::SetInstance(new FilmApp_cls(args, &progress));
     int one = 1;
     const int status = wxEntry(one, argv); // the toolkit takes no options

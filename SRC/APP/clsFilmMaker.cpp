@@ -1,5 +1,6 @@
 #include "APP/clsFilmMaker.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include <wx/filename.h>
@@ -191,6 +192,7 @@ void FilmMaker_cls::MakeFrame(size_t i) {
         return;
     }
     if (!DrawFrame(i, path)) return; // stopped
+    DropBehind(i);
     mpCProgress->Count(true);
     TakeFailures();
 }
@@ -279,6 +281,16 @@ void FilmMaker_cls::ReadAhead(size_t i) {
         if (!store->IsTheIndexReady(whole, index - whole, bForce))
             store->PrepareIndex(whole, index - whole, bForce, false);
     }
+}
+
+// A film doesn't come back: what lies behind gives its memory to what comes, which is faster than fresh
+// memory and leaves room for other films on the same machine.
+void FilmMaker_cls::DropBehind(size_t i) {
+    if (i + 1 >= mFilm.size() || mpCTime->mbUseTimeRemap.mValue) return;
+    const PDataSequence_cls* sequence = mpCFrame->GetPCActiveFileSequence();
+    const int end = std::min(mFilm[i + 1].mFrame, sequence->GetSeqLength() - 1);
+    for (int snapshot = mFilm[i].mFrame; snapshot < end; ++snapshot)
+        if (sequence->IsTheIndexLoaded(snapshot)) sequence->mpCSnap[snapshot]->ReleaseData();
 }
 
 /// The snapshots that this moment is made of, where one can't be read.

@@ -46,6 +46,7 @@ private:
     bool NeedsSlopes() const;
     void WaitForData();
     void ReadAhead(size_t i);
+    void DropBehind(size_t i);
     void Save(const ImageBuffers_st& buffers, wxSize size, const wxString& path);
     wxString FindUnreadable() const;
     void TakeFailures();
