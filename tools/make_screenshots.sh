@@ -78,10 +78,6 @@ shoot "$DIALOG" preference_performance
 key Escape
 dialog ctrl+b 'Periodic Boundary' periodic
 key Escape
-open_project galaxy_small_bin
-steps 5
-dialog F8 'Save Image Sequence' image_sequence
-key Escape
 open_project lj_unsorted_text
 steps 6
 key alt+4
@@ -114,6 +110,12 @@ for place in '730 250' '230 600' '730 600'; do # the first view is near already
   for i in 1 2 3 4 5 6 7 8; do click $place 5; done
 done
 shoot "$MAIN" views_wide
+
+variant galaxy_small_bin film 'ImgSequenceFile=/home/you/films/galaxy%04d.png' 'ImgSequenceOutW=1920' \
+  'ImgSequenceOutH=1080' 'ImgSequenceVideo=1' 'TimeUseMotionBlur=1'
+open_project galaxy_small_bin film
+dialog F8 'Save Image Sequence' image_sequence
+key Escape
 
 variant galaxy_small_bin overlay 'OverLayTimePos=2' 'OverLayTimeTag=t / Myr = ' 'OverLayShowLegend=1 0 0 0' \
   'SEQ0TYPE0ColUseColorCurve=1' 'SEQ0TYPE0ColDependType=6' 'SEQ0TYPE0ColScalingMin=0' 'SEQ0TYPE0ColScalingMax=2' \
