@@ -140,10 +140,11 @@ TEST_F(Spheres, ExactOnesMayBeLargerThanPointsOrAroundTheEye) {
     EXPECT_GT(CountLit(), mSize * mSize / 3);
     // In the plane of the eye: one around it may lie anywhere, one beside it nowhere.
     const ViewScale_cls view;
-    const float around[3] = {0.1f, 0, float(kEye)};
-    const float beside[3] = {2.0f, 0, float(kEye)};
-    EXPECT_TRUE(view.GetSilhouette(around, 0.5f).bFull);
-    EXPECT_FALSE(view.GetSilhouette(beside, 0.5f).bVisible);
+    const float balls[2][4] = {{0.1f, 0, float(kEye), 0.5f}, {2.0f, 0, float(kEye), 0.5f}};
+    ViewScale_cls::Silhouettes_st seen;
+    view.GetSilhouettes(balls[0], 4, 2, seen);
+    EXPECT_EQ(view.Locate(seen, 0), ViewScale_cls::Where::Near);
+    EXPECT_EQ(view.Locate(seen, 1), ViewScale_cls::Where::Hidden);
 }
 
 TEST_F(Spheres, MeshesAreLitAsTheFixedPipelineDoes) {
