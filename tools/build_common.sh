@@ -7,10 +7,10 @@ PROGRAM=$BUILD/morentis
 ASSUME_YES=0
 
 RUN_PACKAGES=(g++ cmake ninja-build pkg-config ccache mold libwxgtk3.2-dev libepoxy-dev libgl-dev
-  libglu1-mesa-dev freeglut3-dev libx11-dev libgl1-mesa-dri)
+  libglu1-mesa-dev freeglut3-dev libx11-dev libgl1-mesa-dri xvfb)
 # Without these two a tree with tests and benchmarks can't be configured.
 TEST_LIBRARIES=(libgtest-dev libbenchmark-dev)
-TEST_PACKAGES=("${TEST_LIBRARIES[@]}" clang-format python3 xvfb openbox xdotool povray x11-utils)
+TEST_PACKAGES=("${TEST_LIBRARIES[@]}" clang-format python3 openbox xdotool povray x11-utils)
 
 say() { printf '%s\n' "$*" >&2; }
 fail() { say "$@"; exit 1; }
@@ -71,9 +71,9 @@ configure() {
   cmake "${fresh[@]}" --preset release "$@" >&2 || { rm -f $BUILD/build.ninja; fail "Configuring failed; see above."; }
 }
 
-# build TARGET: says nothing of a tree that has nothing to do.
+# build TARGET...: says nothing of a tree that has nothing to do.
 build() {
-  cmake --build $BUILD --target "$1" 2>&1 |
+  cmake --build $BUILD --target "$@" 2>&1 |
     { grep --line-buffered -vE '^(ninja: no work to do\.|\[0/[0-9]+\] Re-checking globbed directories\.\.\.)$' || :; } >&2
   return "${PIPESTATUS[0]}"
 }

@@ -78,6 +78,10 @@ shoot "$DIALOG" preference_performance
 key Escape
 dialog ctrl+b 'Periodic Boundary' periodic
 key Escape
+open_project galaxy_small_bin
+steps 5
+dialog F8 'Save Image Sequence' image_sequence
+key Escape
 open_project lj_unsorted_text
 steps 6
 key alt+4

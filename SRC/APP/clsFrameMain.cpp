@@ -11,6 +11,7 @@
 #include "APP/UnaskedEnd.h"
 #include "APP/clsMain.h"
 #include "APP/clsRecovery.h"
+#include "APP/clsSeriesVideo.h"
 #include "APP/clsShortcut.h"
 #include "COLORCURVE/EDITOR/clsColorCurveCtrl.h"
 #include "COMMON/EventIds.h"
@@ -47,13 +48,15 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
     : wxFrame(nullptr, wxID_ANY, title, rect.GetPosition(), rect.GetSize()), mpCMain(pMain), mTimer(this) {
     mspCThis = GpCMainFrameCLS = this;
     SetMenuEventTarget(this);
-    InstallMessageBoxes([this](const wxString& text) { ShowNotice(text); });
+    // Without a screen somebody else takes the words.
+    if (!HasMessageHandler()) InstallMessageBoxes([this](const wxString& text) { ShowNotice(text); });
     const wxString icon = FindRuntimeFile("ICONS/morentis.png");
     if (wxFileName::FileExists(icon)) SetIcon(wxIcon(icon, wxBITMAP_TYPE_PNG));
 
     mpCShortcut = new Shortcut_cls(this);
     mpCPreference = new Preference_cls;
     mpCGLInfo = new GLInfo_cls;
+    mpCSeriesVideo = new SeriesVideo_cls;
     mTimer.Start(kTimerMillis);
     mCConfList.Add(&mCItemLastMRP, "LastOpenedFileMRP=", "None");
     mCConfList.Add(&mCItemLastIMG, "LastOpenedFileIMG=", "None");
@@ -95,6 +98,7 @@ FrameMain_cls::~FrameMain_cls() {
     delete mpCPreference;
     delete mpCShortcut;
     delete mpCGLInfo;
+    delete mpCSeriesVideo;
     delete GpCFileDialog;
     delete GpCClrDialog;
     GpCFileDialog = nullptr;
@@ -160,7 +164,8 @@ void FrameMain_cls::UpdateStatusText() {
     } else {
         text[0] = _("No data: load particle data, or drop a file or a project here");
     }
-    for (const wxString& run : {mpCMain->mpCImgSequence->GetProgressText(), GetExportStatus()})
+    for (const wxString& run :
+         {mpCSeriesVideo->GetStatusText(), mpCMain->mpCImgSequence->GetProgressText(), GetExportStatus()})
         if (!run.empty()) text[0] = run;
     const int drawing = GDrawingPercentage.load();
     if (drawing != 100) text[2] = wxString::Format("%s%d%%", kStages[GDrawingStage.load() % 3], drawing);

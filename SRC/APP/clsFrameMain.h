@@ -24,6 +24,7 @@ class PDataSeqCtrl_cls;
 class PDataSequence_cls;
 class Preference_cls;
 class PreferenceGUI_cls;
+class SeriesVideo_cls;
 class Shortcut_cls;
 class TimeCtrl_cls;
 class TopHalfPanel_cls;
@@ -153,6 +154,8 @@ private:
     /// End all runs that write something.
     void StopOutputs();
     void TellImageFailures();
+    void BeginVideo();
+    void TickVideo();
 
     void OnMenuUnlock(wxCommandEvent& event);
     void OnMenuSpecial(wxCommandEvent& event);
@@ -182,6 +185,7 @@ private:
     Shortcut_cls* mpCShortcut = nullptr;           ///< owned
     MainGLCanvas_cls* mpCMainCanvas = nullptr;     ///< view 0: image and export processes
     GLInfo_cls* mpCGLInfo = nullptr;               ///< owned
+    SeriesVideo_cls* mpCSeriesVideo = nullptr;     ///< owned
     bool mbPlaced = false;                         ///< the sashes stand where they do at a start
     int mBtmFitted = -1;                           ///< height at which the bottom half was fitted last
     int mBtmHeight = 150;                          ///< height given to the bottom half, pixels

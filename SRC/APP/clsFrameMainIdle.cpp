@@ -83,6 +83,7 @@ void FrameMain_cls::OnTimer(wxTimerEvent&) {
     if (GpCThreadReader.load() && GbThreadReaderFinished.load(std::memory_order_acquire))
         GpCThreadReader.store(nullptr);
     TellImageFailures();
+    TickVideo();
     TickRecovery();
 }
 

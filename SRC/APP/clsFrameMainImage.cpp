@@ -8,6 +8,7 @@
 #include <wx/image.h>
 
 #include "APP/clsMain.h"
+#include "APP/clsSeriesVideo.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
@@ -127,6 +128,7 @@ void FrameMain_cls::OnMenuSaveImgSeqBegin(wxCommandEvent&) {
 }
 
 void FrameMain_cls::StopOutputs() {
+    const bool bWhole = mpCMain->mpCImgSequence->IsSeriesWhole();
     for (int view = 0; view < MainGLCanvas_cls::kViewNumber; ++view) {
         MainGLCanvas_cls* canvas = GetPCGLCanvas(view);
         if (!canvas) continue;
@@ -135,6 +137,7 @@ void FrameMain_cls::StopOutputs() {
         canvas->StopExportPovStringProcess();
     }
     TellImageFailures();
+    if (bWhole) BeginVideo();
 }
 
 void FrameMain_cls::TellImageFailures() {
@@ -143,4 +146,17 @@ void FrameMain_cls::TellImageFailures() {
         Notice("image file",
                wxString::Format(_("%s could not be written: %s."), failure.mPath, failure.mReason));
     }
+}
+
+// A series has come to its end by itself.
+void FrameMain_cls::BeginVideo() {
+    if (!mpCMain->mpCImgSequence->mbVideo) return;
+    GCImgIO.Finish(); // the last picture
+    TellImageFailures();
+    mpCSeriesVideo->Begin(*mpCMain->mpCImgSequence, mpCMain->mpCImgSequence->GetFailures());
+    UpdateStatusText();
+}
+
+void FrameMain_cls::TickVideo() {
+    if (mpCSeriesVideo->Tick()) UpdateStatusText();
 }

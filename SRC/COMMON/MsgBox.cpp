@@ -33,6 +33,8 @@ bool Show(MessageKind kind, const wxString& text, const wxString& title) {
 
 void SetMessageHandler(MessageHandler handler) { Handler() = std::move(handler); }
 
+bool HasMessageHandler() { return static_cast<bool>(Handler()); }
+
 void MsgBox(const wxString& text, const wxString& title) { Show(MessageKind::Inform, text, title); }
 
 void MsgBoxf(const wxString& title, const wchar_t* format, ...) {

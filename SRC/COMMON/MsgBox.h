@@ -19,6 +19,7 @@ using MessageHandler = std::function<bool(MessageKind, const wxString& text, con
 
 /// Install what shows messages; an empty handler goes back to standard output (questions: no).
 void SetMessageHandler(MessageHandler handler);
+bool HasMessageHandler();
 
 void MsgBox(const wxString& text, const wxString& title);
 /// As MsgBox, with a printf format ("%ls" for wide texts).

@@ -134,6 +134,7 @@ int ImgSequence_cls::CountSteps() const {
 void ImgSequence_cls::Begin(bool bSnap) {
     mbRendering = true;
     mbSnap = bSnap;
+    mbSeries = !bSnap;
     ForgetWritten();
 }
 

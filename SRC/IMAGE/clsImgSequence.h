@@ -45,6 +45,10 @@ public:
     void ForgetWritten();
     bool IsRendering() const { return mbRendering; }
     bool IsSnap() const { return mbSnap; }
+    /// A series, not a single picture, is running and each of its pictures has been handed on.
+    bool IsSeriesWhole() const {
+        return mbRendering && mbSeries && mProgress.GetDone() >= mProgress.GetTotal();
+    }
     /// The run is over, however it came.
     void OutputFinish();
     /// Write the picture of a step. `offset` counts the steps of the film; `eye` 0, or 1 and 2 for pictures
@@ -88,6 +92,7 @@ private:
     TimeCtrl_cls* mpCTimeCtrl;
     bool mbRendering = false;
     bool mbSnap = false;
+    bool mbSeries = false; ///< the run began as one
     int mLastFrame = -1;
     int mLastEye = -1;
     int mFailures = 0;

@@ -16,6 +16,7 @@
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
 #include "COMMON/UpdateBits.h"
+#include "IMAGE/VideoFile.h"
 #include "IMAGE/clsImgSequence.h"
 #include "PARAM/clsCommandSetValue.h"
 #include "PARAM/clsUndoManager.h"
@@ -73,6 +74,7 @@ void ImgSequenceGUI_cls::MakePanel() {
     MakeSizeRows();
     MakeFileRows();
     MakeBlurRow();
+    MakeVideoRow();
     mpCPanel->AddCheck(_("PNG"), &mpCSequence->mbSmallestPNG, _("Smallest files"),
                        _("Compress PNG files as well as can be; this takes several times as long"));
     mpCPanel->SetUndo(UPDATE_IMGSEQ);
@@ -119,6 +121,19 @@ void ImgSequenceGUI_cls::MakeBlurRow() {
     mpCPanel->AddNumberTo(row, &pTime->mCMotionBlur.mBlurSteps,
                           IntegerSpec(1, ImgSequence_cls::kMaxBlurSteps),
                           _("Pictures that are added up to one"));
+}
+
+void ImgSequenceGUI_cls::MakeVideoRow() {
+    const int row = mpCPanel->AddCheck(
+        _("Video"), &mpCSequence->mbVideo, _("Make one"),
+        _("When a series is whole, make a video of it (H.264) in the same folder, in the background"));
+    NumSpec rate;
+    rate.mMin = 0.01;
+    rate.mMax = 1000.0;
+    mpCPanel->AddNumberTo(row, &mpCSequence->mVideoRate, rate, _("Pictures a second of the video"));
+    if (!FindVideoTool().empty()) return;
+    mpCPanel->EnableRow(row, false);
+    mpCPanel->GetField(row)->SetToolTip(GetVideoToolHint());
 }
 
 void ImgSequenceGUI_cls::MakeProgress(wxSizer* pSizer) {

@@ -23,6 +23,7 @@ private:
     void MakeSizeRows();
     void MakeFileRows();
     void MakeBlurRow();
+    void MakeVideoRow();
     void MakeProgress(wxSizer* pSizer);
     void MakeButtons(wxSizer* pSizer);
     void CommitFields();

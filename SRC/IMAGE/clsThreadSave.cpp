@@ -59,7 +59,11 @@ bool ThreadSave_cls::Fit(const PixelBuffer_cls& source, PixelBuffer_cls* pTarget
     if (mPicture.mbHalfFloat) {
         if (!bSame && !bytes.Allocate(w, h, 3)) return false;
         unsigned char* pTo = bSame ? pTarget->Get() : bytes.Get();
-        ConvertHalfToBytes(reinterpret_cast<const std::uint16_t*>(source.Get()), pTo, count);
+        // Above and below the part of the file's shape nothing is looked at.
+        const size_t row = size_t(w) * 3;
+        const size_t skip = bSame ? 0 : size_t(GetMiddlePart(w, h, mPicture.mW, mPicture.mH).mY) * row;
+        ConvertHalfToBytes(reinterpret_cast<const std::uint16_t*>(source.Get()) + skip, pTo + skip,
+                           count - 2 * skip);
         pBytes = pTo;
     } else if (bSame) {
         std::copy_n(pBytes, count, pTarget->Get());

@@ -1,0 +1,262 @@
+#include "APP/FilmArgs.h"
+
+#include <algorithm>
+#include <functional>
+#include <map>
+
+#include <wx/filename.h>
+
+#include "COMMON/clsSplitPath.h"
+#include "GL/VIEW/clsMainGLCanvas.h"
+#include "IMAGE/VideoFile.h"
+#include "IMAGE/clsImgSequence.h"
+#include "PDATA/clsFileSequence.h"
+
+namespace {
+
+constexpr int kMaxFrame = 1000000000;
+
+wxString Quote(const wxString& text) { return "\"" + text + "\""; }
+
+/// A whole number of digits alone, from low to high.
+bool ReadInt(const wxString& text, int low, int high, int* pValue) {
+    if (text.empty() || text.length() > 10) return false;
+    for (const wxUniChar c : text)
+        if (c < '0' || c > '9') return false;
+    long long value = 0;
+    if (!text.ToLongLong(&value) || value < low || value > high) return false;
+    *pValue = int(value);
+    return true;
+}
+
+bool ReadFloat(const wxString& text, double low, double high, float* pValue) {
+    double value = 0.0;
+    if (text.find_first_not_of("0123456789.") != wxString::npos || !text.ToCDouble(&value)) return false;
+    if (!(value >= low && value <= high)) return false;
+    *pValue = float(value);
+    return true;
+}
+
+wxString ReadFrames(const wxString& text, FilmArgs_st* pArgs) {
+    wxString step;
+    const wxString range = text.BeforeFirst(':', &step);
+    wxString last;
+    const wxString first = range.BeforeFirst('-', &last);
+    const bool bStep = text.Contains(":");
+    if (!range.Contains("-")) last = first;
+    if (!ReadInt(first, 0, kMaxFrame, &pArgs->mFirst) || !ReadInt(last, 0, kMaxFrame, &pArgs->mLast) ||
+        (bStep && !ReadInt(step, 1, kMaxFrame, &pArgs->mStep)))
+        return "--frames: " + Quote(text) + " is no range of frames; give FIRST-LAST or FIRST-LAST:STEP";
+    if (pArgs->mFirst > pArgs->mLast) return "--frames: " + Quote(text) + " ends before it begins";
+    pArgs->mbFrames = true;
+    return wxString();
+}
+
+wxString ReadSize(const wxString& text, FilmArgs_st* pArgs) {
+    wxString h;
+    const wxString w = text.BeforeFirst('x', &h);
+    constexpr int kMost = ImgSequence_cls::kMaxSize;
+    if (ReadInt(w, 1, kMost, &pArgs->mW) && ReadInt(h, 1, kMost, &pArgs->mH)) return wxString();
+    return wxString::Format("--size: %s is no size; give WIDTHxHEIGHT, each from 1 to %d", Quote(text),
+                            kMost);
+}
+
+wxString ReadView(const wxString& text, FilmArgs_st* pArgs) {
+    constexpr int kMost = MainGLCanvas_cls::kViewNumber - 1;
+    if (ReadInt(text, 0, kMost, &pArgs->mView)) return wxString();
+    return wxString::Format("--view: %s is no view; there are 0 to %d", Quote(text), kMost);
+}
+
+wxString ReadBlur(const wxString& text, FilmArgs_st* pArgs) {
+    wxString steps;
+    const wxString length = text.BeforeFirst('/', &steps);
+    constexpr int kMost = ImgSequence_cls::kMaxBlurSteps;
+    if (!ReadFloat(length, 0.0, 1.0, &pArgs->mBlurLength) || !ReadInt(steps, 1, kMost, &pArgs->mBlurSteps))
+        return wxString::Format("--blur: %s is no motion blur; give LENGTH/STEPS, a length from 0 to 1 and "
+                                "1 to %d steps",
+                                Quote(text), kMost);
+    pArgs->mbBlur = true;
+    return wxString();
+}
+
+wxString ReadVideo(const wxString& text, FilmArgs_st* pArgs) {
+    pArgs->mVideo = text;
+    if (IsVideoEnding(text)) return wxString();
+    return "--video: " + Quote(text) + " has no ending of a video; there are " + GetVideoEndings();
+}
+
+wxString ReadRate(const wxString& text, FilmArgs_st* pArgs) {
+    pArgs->mRate = text;
+    if (IsVideoRate(text)) return wxString();
+    return "--fps: " + Quote(text) + " is no rate; give pictures a second, such as 25, 23.976 or 30000/1001";
+}
+
+struct Option_st {
+    bool mbValue;
+    std::function<wxString(const wxString& value, FilmArgs_st* pArgs)> mTake;
+};
+
+template <auto MEMBER>
+Option_st Flag() {
+    return {false, [](const wxString&, FilmArgs_st* pArgs) {
+                pArgs->*MEMBER = true;
+                return wxString();
+            }};
+}
+
+template <auto MEMBER>
+Option_st Text() {
+    return {true, [](const wxString& value, FilmArgs_st* pArgs) {
+                pArgs->*MEMBER = value;
+                return wxString();
+            }};
+}
+
+const std::map<wxString, Option_st>& Options() {
+    static const std::map<wxString, Option_st> sOptions = {
+        {"--frames", {true, ReadFrames}},
+        {"--size", {true, ReadSize}},
+        {"--output", Text<&FilmArgs_st::mOutput>()},
+        {"--view", {true, ReadView}},
+        {"--blur", {true, ReadBlur}},
+        {"--transparent", Flag<&FilmArgs_st::mbTransparent>()},
+        {"--resume", Flag<&FilmArgs_st::mbResume>()},
+        {"--video", {true, ReadVideo}},
+        {"--fps", {true, ReadRate}},
+        {"--export-data", Text<&FilmArgs_st::mExport>()},
+        {"--quiet", Flag<&FilmArgs_st::mbQuiet>()},
+        {"--timing", Flag<&FilmArgs_st::mbTiming>()},
+        {"--help", Flag<&FilmArgs_st::mbHelp>()},
+        {"--version", Flag<&FilmArgs_st::mbVersion>()},
+    };
+    return sOptions;
+}
+
+/// One option, and the word behind it where that is its value; `i` moves on to the last word used.
+wxString ReadOption(const std::vector<wxString>& words, size_t* pI, FilmArgs_st* pArgs) {
+    wxString value;
+    const wxString& word = words[*pI];
+    const wxString name = word.BeforeFirst('=', &value);
+    const auto found = Options().find(name);
+    if (found == Options().end()) return "there is no option " + Quote(name);
+    const bool bInWord = word.Contains("=");
+    if (!found->second.mbValue && bInWord) return name + " takes no value";
+    if (found->second.mbValue && !bInWord) {
+        if (*pI + 1 >= words.size()) return name + " lacks its value";
+        value = words[++*pI];
+    }
+    if (found->second.mbValue && value.empty()) return name + " lacks its value";
+    return found->second.mTake(value, pArgs);
+}
+
+wxString CheckTogether(const FilmArgs_st& args) {
+    if (args.mProject.empty()) return "no project is named";
+    if (!args.mRate.empty() && args.mVideo.empty()) return "--fps is for --video";
+    return wxString();
+}
+
+/// Endings that the program's image writers know.
+const char* const kEndings[] = {"png", "jpg", "jpeg", "tif", "tiff", "bmp"};
+const char* const kAlphaEndings[] = {"png", "tif", "tiff"};
+
+template <size_t N>
+bool IsOneOf(const wxString& ending, const char* const (&endings)[N]) {
+    return std::any_of(std::begin(endings), std::end(endings),
+                       [&](const char* one) { return ending.IsSameAs(one, false); });
+}
+
+template <size_t N>
+wxString Join(const char* const (&endings)[N]) {
+    wxString text;
+    for (const char* one : endings)
+        text += (text.empty() ? "" : ", ") + wxString(one);
+    return text;
+}
+
+wxString CheckName(const wxString& option, wxString* pOutput) {
+    FileSequence_cls sequence(*pOutput);
+    sequence.Set(sequence.GetFormat());
+    if (sequence.mDigits < 0) sequence.AppendDefaultSequenceTag();
+    *pOutput = sequence.mStrPath;
+    const wxString folder = wxFileName(sequence.GetModifiedStr(0, 0)).GetPath();
+    if (!folder.empty() && !wxFileName::DirExists(folder))
+        return option + ": the folder " + Quote(folder) + " is not there; make it first";
+    return wxString();
+}
+
+} // namespace
+
+wxString ParseFilmArgs(const std::vector<wxString>& words, FilmArgs_st* pArgs) {
+    bool bOptions = true;
+    for (size_t i = 0; i < words.size(); ++i) {
+        if (bOptions && words[i] == "--") {
+            bOptions = false;
+        } else if (bOptions && words[i].StartsWith("-")) {
+            const wxString error = ReadOption(words, &i, pArgs);
+            if (!error.empty()) return error;
+        } else if (words[i].empty()) {
+            return "a project of no name can't be opened";
+        } else if (!pArgs->mProject.empty()) {
+            return "one project at a time: " + Quote(pArgs->mProject) + " and " + Quote(words[i]) +
+                   " are two";
+        } else {
+            pArgs->mProject = words[i];
+        }
+    }
+    if (pArgs->mbHelp || pArgs->mbVersion) return wxString();
+    const wxString error = CheckTogether(*pArgs);
+    if (!error.empty()) return error;
+    if (!pArgs->mExport.empty()) {
+        const wxString wrong = CheckFilmExport(&pArgs->mExport);
+        if (!wrong.empty()) return wrong;
+    }
+    return pArgs->mOutput.empty() ? wxString() : CheckFilmOutput(&pArgs->mOutput, pArgs->mbTransparent);
+}
+
+wxString CheckFilmOutput(wxString* pOutput, bool bTransparent) {
+    const wxString ending = SplitPath_cls(*pOutput).mStrExt.Mid(1);
+    if (!IsOneOf(ending, kEndings))
+        return "--output: " + Quote(*pOutput) + " has no ending of a picture; there are " + Join(kEndings);
+    if (bTransparent && !IsOneOf(ending, kAlphaEndings))
+        return "--transparent: " + Quote(ending) + " files keep no transparency; give --output one of " +
+               Join(kAlphaEndings);
+    return CheckName("--output", pOutput);
+}
+
+wxString CheckFilmExport(wxString* pOutput) { return CheckName("--export-data", pOutput); }
+
+wxString GetFilmHelp() {
+    return R"(Usage: morentis-film [option...] PROJECT.mrp
+
+Draws the film of a project, without a window, and writes a numbered picture of each of its steps: pixel for
+pixel what "Render Anim" in the window's dialog "Save Image Sequence" writes. Needs no screen.
+
+  --frames FIRST-LAST[:STEP]
+                   only these frames; STEP counts frames and is the project's stepping without it. Files are
+                   numbered as in the whole film, so parts of it can be made on several machines at once.
+  --size WxH       of the pictures in pixels, 1 to 16384 each; else the project's
+  --output NAME    path of the pictures with %04d where the number goes; a name without a number gets one.
+                   The ending chooses the format: png, jpg, tif or bmp. Else the project's name.
+  --view N         the view to look through: 0 (the default) to 3, 4 is the extra one
+  --blur LENGTH/STEPS
+                   motion blur: the shutter is open for LENGTH (0 to 1) of a step, and STEPS pictures are
+                   added up; else as the project has it
+  --transparent    no background: png or tif with an alpha channel
+  --resume         keep pictures that are there already, whole and of this size
+  --video FILE     make a video (H.264) of the pictures too: mp4, mov or mkv; needs ffmpeg
+  --fps N          pictures a second of the video, such as 25, 23.976 or 30000/1001; else the project's
+  --export-data NAME
+                   write the particles of each frame too, in the layout of the project's "Export Particle
+                   Data", with %04d where the number goes
+  --quiet          say nothing but what went wrong
+  --help, --version
+
+What the window would ask before a film is settled: items such as cameras and the anchor's cross are hidden,
+stepping, downsizing and the view's camera stay as the project has them. Where DISPLAY is not set, or leads
+nowhere, a virtual display is started (the package xvfb). Ctrl-C ends the film; written pictures stay.
+
+Ends with 0: every picture is written; 1: the project, its data or a display can't be opened; 2: wrong
+arguments; 3: some pictures failed, each named on stderr; stopped by a signal: as the shell expects, 130 for
+Ctrl-C.
+)";
+}

@@ -1,0 +1,49 @@
+// The command line of the film maker: what it asks for, and what is wrong with it.
+#pragma once
+
+#include <vector>
+
+#include <wx/string.h>
+
+/// What the film maker ends with.
+enum class FilmStatus {
+    Done = 0,           ///< every frame is written
+    NotOpened = 1,      ///< the project, its data, a display or a tool isn't there
+    WrongArguments = 2, ///< nothing was begun
+    SomeFailed = 3      ///< some frames, or the video, are missing
+};
+
+struct FilmArgs_st {
+    wxString mProject;
+    bool mbHelp = false;
+    bool mbVersion = false;
+    bool mbFrames = false; ///< the next three count
+    int mFirst = 0;
+    int mLast = 0;
+    int mStep = 0; ///< 0: the project's stepping
+    int mW = 0;    ///< pixels; 0: the project's size
+    int mH = 0;
+    wxString mOutput; ///< with a number field; empty: the project's
+    int mView = 0;
+    bool mbBlur = false;      ///< the next two count; else the project's motion blur
+    float mBlurLength = 0.5f; ///< share of a step that the shutter is open, 0 to 1
+    int mBlurSteps = 4;       ///< pictures that are added up to one
+    bool mbTransparent = false;
+    bool mbResume = false;
+    wxString mVideo;  ///< empty: none
+    wxString mRate;   ///< pictures a second, "25" or "30000/1001"; empty: the project's
+    wxString mExport; ///< name of data files with a number field; empty: none
+    bool mbQuiet = false;
+    bool mbTiming = false;
+};
+
+/// Read the words behind the program's name. Empty on success, else what is wrong, in one line.
+wxString ParseFilmArgs(const std::vector<wxString>& words, FilmArgs_st* pArgs);
+
+/// Bring the name of the pictures into the form with a number field, giving it one where it has none. Empty
+/// on success, else what is wrong with it: an ending that no picture can have, or a folder that isn't there.
+wxString CheckFilmOutput(wxString* pOutput, bool bTransparent);
+/// The same for data files, whatever their ending.
+wxString CheckFilmExport(wxString* pOutput);
+
+wxString GetFilmHelp();

@@ -1,0 +1,81 @@
+#include "APP/FilmFrames.h"
+
+#include <algorithm>
+#include <climits>
+#include <set>
+#include <utility>
+
+#include "TIME/clsTimeCtrl.h"
+
+namespace {
+
+int DivideDown(int a, int b) { return a / b - (a % b != 0 && a < 0 ? 1 : 0); }
+
+/// Nothing moves behind these two.
+bool IsEnd(const TimeCtrl_cls& time, int frame) {
+    return frame == time.GetWAMax() || frame == time.GetMaxFrame();
+}
+
+/// Does the film stop at this frame, going by the stepping from the start?
+bool IsOnGrid(const TimeCtrl_cls& time, int frame) { return frame % time.GetAnimStep() == 0; }
+
+void AddFrame(const TimeCtrl_cls& time, int frame, std::vector<FilmFrame_st>* pFilm) {
+    const int steps = IsEnd(time, frame) ? 1 : time.GetAnimInterp();
+    for (int step = 0; step < steps; ++step)
+        pFilm->push_back({frame, step, GetFilmNumber(time, frame, step)});
+}
+
+} // namespace
+
+int GetFilmNumber(const TimeCtrl_cls& time, int frame, int step) {
+    const long long offset = DivideDown(frame - time.GetWAMin(), time.GetAnimStep());
+    const long long number = offset * time.GetAnimInterp() + step + time.GetWAMin();
+    return int(std::clamp<long long>(number, INT_MIN, INT_MAX));
+}
+
+std::vector<FilmFrame_st> ListFilm(const TimeCtrl_cls& time) {
+    std::vector<FilmFrame_st> film;
+    std::set<std::pair<int, int>> seen; // a walk that went round would never end
+    int frame = time.GetWAMin();
+    int step = 0;
+    while (seen.insert({frame, step}).second) {
+        const FilmFrame_st now = {frame, step, GetFilmNumber(time, frame, step)};
+        if (film.empty() || now.mNumber > film.back().mNumber)
+            film.push_back(now);
+        else if (now.mNumber == film.back().mNumber)
+            film.back() = now;
+        ++step;
+        time.CalcNextFrameFromStep(&frame, &step, true, false);
+    }
+    return film;
+}
+
+std::vector<FilmFrame_st> ListFilmPart(const TimeCtrl_cls& time, int first, int last, int step,
+                                       wxString* pError) {
+    std::vector<FilmFrame_st> film;
+    const int stepping = time.GetAnimStep();
+    if (first > time.GetMaxFrame())
+        *pError = wxString::Format("the film's last frame is %d", time.GetMaxFrame());
+    else if (step % stepping != 0)
+        *pError = wxString::Format("the project shows every frame of %d only; STEP must be a multiple of it",
+                                   stepping);
+    if (!pError->empty()) return film;
+    // The walk has its own mind where the work area doesn't begin or end on the stepping's grid.
+    const std::vector<FilmFrame_st> whole = step == 0 ? ListFilm(time) : std::vector<FilmFrame_st>();
+    const auto isInWalk = [&](int frame) {
+        return step == 0 && frame >= time.GetWAMin() && frame <= time.GetWAMax();
+    };
+    last = std::min(last, time.GetMaxFrame());
+    while (first <= last && step != 0 && !IsOnGrid(time, first))
+        ++first;
+    for (const FilmFrame_st& one : whole)
+        if (one.mFrame >= first && one.mFrame <= last) film.push_back(one);
+    for (int frame = first; frame <= last; frame += std::max(step, 1))
+        if (!isInWalk(frame) && IsOnGrid(time, frame)) AddFrame(time, frame, &film);
+    std::stable_sort(film.begin(), film.end(), [](const FilmFrame_st& a, const FilmFrame_st& b) {
+        return std::make_pair(a.mFrame, a.mStep) < std::make_pair(b.mFrame, b.mStep);
+    });
+    if (film.empty())
+        *pError = wxString::Format("the project shows every frame of %d only, none of these", stepping);
+    return film;
+}

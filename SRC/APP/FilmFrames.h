@@ -1,0 +1,31 @@
+// Which positions of the clock make a film, and the numbers of their files.
+#pragma once
+
+#include <vector>
+
+#include <wx/string.h>
+
+class TimeCtrl_cls;
+
+struct FilmFrame_st {
+    int mFrame;
+    int mStep;   ///< interpolation step
+    int mNumber; ///< of the file
+    bool operator==(const FilmFrame_st& o) const {
+        return mFrame == o.mFrame && mStep == o.mStep && mNumber == o.mNumber;
+    }
+};
+
+/// Number of a position's file: the work area's first frame bears its own number, and each step counts one.
+/// It doesn't depend on the part of the film that is made.
+int GetFilmNumber(const TimeCtrl_cls& time, int frame, int step);
+
+/// The whole film: the positions that an image sequence visits, one a file. Where two fall on one file, it is
+/// the one that the sequence leaves there.
+std::vector<FilmFrame_st> ListFilm(const TimeCtrl_cls& time);
+
+/// Frames `first` to `last`, each with its interpolation steps, the last one of the work area and of the film
+/// with one alone; `step` counts frames, 0 is the stepping. Parts that meet make up the same as one that
+/// holds both. Empty with a text where that isn't a part of the film.
+std::vector<FilmFrame_st> ListFilmPart(const TimeCtrl_cls& time, int first, int last, int step,
+                                       wxString* pError);

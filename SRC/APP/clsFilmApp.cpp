@@ -1,0 +1,139 @@
+#include "APP/clsFilmApp.h"
+
+#include <unistd.h>
+
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+
+#include <wx/image.h>
+#include <wx/init.h>
+#include <wx/log.h>
+
+#include "APP/AppSetup.h"
+#include "APP/FilmProgress.h"
+#include "APP/FilmStop.h"
+#include "APP/clsFilmMaker.h"
+#include "APP/clsFrameMain.h"
+#include "APP/clsMain.h"
+#include "APP/clsVirtualDisplay.h"
+#include "COMMON/MsgBox.h"
+#include "IMAGE/clsImageIO.h"
+
+namespace {
+
+void Complain(const std::string& text) { std::fprintf(stderr, "morentis-film: %s\n", text.c_str()); }
+
+/// A word of the command line: paths are bytes of any kind.
+wxString ToText(const char* word) {
+    wxString text(word, *wxConvFileName);
+    if (text.empty()) text = wxString::FromUTF8(word);
+    return text.empty() ? wxString(word, wxConvISO8859_1) : text;
+}
+
+/// The program's own words go nowhere; ours go where they did.
+std::FILE* TakeStandardOutput() {
+    std::FILE* out = fdopen(dup(STDOUT_FILENO), "w");
+    if (!std::freopen("/dev/null", "w", stdout)) std::fclose(stdout);
+    return out;
+}
+
+/// Nobody is asked and nothing is shown: what a window would tell goes to stderr, questions are answered
+/// "no".
+bool TellOnStderr(FilmProgress_cls* pProgress, MessageKind kind, const wxString& text) {
+    wxString line = text;
+    line.Replace("\n", " ");
+    pProgress->ClearBar();
+    Complain(line.utf8_string());
+    return kind != MessageKind::Question;
+}
+
+void SetQuietToolkit() {
+    setenv("GDK_BACKEND", "x11", 1); // the OpenGL canvas speaks GLX
+    setenv("NO_AT_BRIDGE", "1", 0);
+    setenv("GSETTINGS_BACKEND", "memory", 0);
+}
+
+} // namespace
+
+bool FilmApp_cls::OnInit() {
+    SetAppName("morentis");
+    delete wxLog::SetActiveTarget(new wxLogStderr);
+    SetUpApp(&mLocale);
+    SetMessageHandler([this](MessageKind kind, const wxString& text, const wxString&) {
+        return TellOnStderr(mpCProgress, kind, text);
+    });
+    mpCMain = new Main_cls;
+    return true;
+}
+
+int FilmApp_cls::OnRun() {
+    FilmMaker_cls maker(mpCMain, mArgs, mpCProgress);
+    FilmStatus status = FilmStatus::SomeFailed;
+    try {
+        status = maker.Run();
+    } catch (const std::exception& error) {
+        mpCProgress->ClearBar();
+        Complain(error.what());
+    }
+    GCImgIO.Finish();
+    if (mArgs.mbTiming) Complain(maker.GetTiming());
+    return int(status);
+}
+
+int FilmApp_cls::OnExit() {
+    mpCMain->WaitThreadFinish();
+    delete mpCMain->mpCFrameMain;
+    delete mpCMain;
+    mpCMain = nullptr;
+    return wxApp::OnExit();
+}
+
+// A box would wait for ever.
+void FilmApp_cls::OnAssertFailure(const wxChar* file, int line, const wxChar* function,
+                                  const wxChar* condition, const wxChar* text) {
+    Complain(wxString::Format("%s:%d %s: %s %s", file, line, function, condition, text ? text : L"")
+                 .utf8_string());
+}
+
+int RunMorentisFilm(int argc, char** argv) {
+    std::setlocale(LC_CTYPE, "");
+    std::vector<wxString> words;
+    for (int i = 1; i < argc; ++i)
+        words.push_back(ToText(argv[i]));
+    FilmArgs_st args;
+    const wxString error = ParseFilmArgs(words, &args);
+    if (!error.empty()) {
+        Complain(error.utf8_string() + " (--help tells all options)");
+        return int(FilmStatus::WrongArguments);
+    }
+    if (args.mbHelp || args.mbVersion) {
+        std::fputs(args.mbHelp ? GetFilmHelp().utf8_str() : "morentis-film 0.80\n", stdout);
+        return 0;
+    }
+    WatchFilmStop();
+    SetQuietToolkit();
+    VirtualDisplay_cls display;
+    if (!VirtualDisplay_cls::IsThereOne()) {
+        const std::string missing = display.Start();
+        if (!missing.empty()) {
+            Complain("there is no display, and no virtual one can be started: " + missing);
+            return int(FilmStatus::NotOpened);
+        }
+    }
+    std::FILE* out = TakeStandardOutput();
+    FilmProgress_cls progress(args.mbQuiet ? nullptr : out, out && isatty(fileno(out)));
+    // Windows without a size complain.
+    wxApp::GTKAllowDiagnosticsControl();
+    wxApp::GTKSuppressDiagnostics();
+    wxApp::SetInstance(new FilmApp_cls(args, &progress));
+    int one = 1;
+    const int status = wxEntry(one, argv); // the toolkit takes no options
+    display.Stop();
+    if (out) std::fclose(out);
+    EndAsStopped();
+    // The toolkit would say goodbye to a display that is gone.
+    std::fflush(nullptr);
+    std::_Exit(status);
+}

@@ -1,0 +1,342 @@
+#include "APP/clsFilmMaker.h"
+
+#include <algorithm>
+#include <cstdio>
+
+#include <wx/filename.h>
+
+#include "APP/FilmProgress.h"
+#include "APP/FilmStop.h"
+#include "APP/clsFrameMain.h"
+#include "APP/clsMain.h"
+#include "COMMON/Globals.h"
+#include "COMMON/MsgBox.h"
+#include "GL/DRAW/clsDrawOption.h"
+#include "GL/VIEW/clsMainGLCanvas.h"
+#include "IMAGE/ImageCheck.h"
+#include "IMAGE/VideoFile.h"
+#include "IMAGE/clsImageIO.h"
+#include "IMAGE/clsImgSequence.h"
+#include "IMAGE/clsVideoMaker.h"
+#include "PDATA/clsDataExporter.h"
+#include "PDATA/clsPDataBlock.h"
+#include "PDATA/clsPDataSeqCtrl.h"
+#include "PDATA/clsPDataSequence.h"
+#include "PDATA/clsPDataSnap.h"
+#include "TIME/clsTimeCtrl.h"
+#include "WIDGET/Realize.h"
+
+namespace {
+
+constexpr int kLinked = 7; // display mode of a view that looks through the camera path
+constexpr int kReadyTries = 10;
+constexpr int kUnusable = 2; // of a snapshot's file
+
+/// Adds the time of its scope.
+class MillisScope_cls {
+public:
+    MillisScope_cls(const wxStopWatch& watch, long* pSum)
+        : mWatch(watch), mpSum(pSum), mStart(watch.Time()) {}
+    ~MillisScope_cls() { *mpSum += mWatch.Time() - mStart; }
+    MillisScope_cls(const MillisScope_cls&) = delete;
+    MillisScope_cls& operator=(const MillisScope_cls&) = delete;
+
+private:
+    const wxStopWatch& mWatch;
+    long* mpSum;
+    long mStart;
+};
+
+bool IsAnyThreadBusy() {
+    const bool bReader = GpCThreadReader.load() && !GbThreadReaderFinished.load(std::memory_order_acquire);
+    return bReader ||
+           (GpCThreadInterpolate.load() && !GbThreadInterpolateFinished.load(std::memory_order_acquire));
+}
+
+} // namespace
+
+FilmMaker_cls::FilmMaker_cls(Main_cls* pMain, const FilmArgs_st& args, FilmProgress_cls* pProgress)
+    : mpCMain(pMain), mpCFrame(pMain->mpCFrameMain), mpCTime(pMain->mpCTimeCtrl), mArgs(args),
+      mpCProgress(pProgress) {}
+
+FilmStatus FilmMaker_cls::Run() {
+    if (!Open() || !TakeView() || !TakeOutput() || !TakeFrames()) return mStatus;
+    TakeBlur();
+    NoteOddities();
+    MakeFrames();
+    if (!mArgs.mVideo.empty() && !IsFilmStopped()) MakeVideo();
+    return mStatus;
+}
+
+bool FilmMaker_cls::Fail(FilmStatus status, const wxString& text) {
+    Complain(text);
+    mStatus = status;
+    return false;
+}
+
+void FilmMaker_cls::Complain(const wxString& text) const {
+    mpCProgress->ClearBar();
+    std::fprintf(stderr, "morentis-film: %s\n", static_cast<const char*>(text.utf8_str()));
+}
+
+void FilmMaker_cls::Note(const wxString& text) const {
+    if (!mArgs.mbQuiet) Complain("note: " + text);
+}
+
+bool FilmMaker_cls::Open() {
+    if (!mArgs.mVideo.empty() && FindVideoTool().empty())
+        return Fail(FilmStatus::NotOpened, GetVideoToolHint());
+    mpCFrame->OpenProject(mArgs.mProject);
+    if (!mpCFrame->IsProjectNamed()) return Fail(FilmStatus::NotOpened, mArgs.mProject + " can't be opened");
+    const PDataSequence_cls* sequence = mpCFrame->GetPCActiveFileSequence();
+    if (sequence->GetStrPath().empty())
+        return Fail(FilmStatus::NotOpened, mArgs.mProject + " names no particle data; is it a project?");
+    if (sequence->GetSeqLength() <= 0)
+        return Fail(FilmStatus::NotOpened, "the data of " + mArgs.mProject + " can't be opened: " +
+                                               sequence->mCFileSequence.GetModifiedStr(0, 0));
+    return true;
+}
+
+bool FilmMaker_cls::TakeView() {
+    mpCCanvas = mpCFrame->GetPCGLCanvas(mArgs.mView);
+    // OpenGL wants a window of the X server; it needn't be on the screen. The first view's shares its
+    // textures.
+    for (MainGLCanvas_cls* canvas : {mpCFrame->GetPCGLCanvas(0), mpCCanvas})
+        if (!canvas || !canvas->HasGL() || !RealizeWindow(canvas))
+            return Fail(FilmStatus::NotOpened,
+                        "this display offers no OpenGL; install the packages libgl1 and libgl1-mesa-dri, or "
+                        "unset DISPLAY");
+    GpCurrentGLPanel = mpCCanvas;
+    mpCCanvas->mShowItems.mValue = false;
+    return true;
+}
+
+bool FilmMaker_cls::TakeOutput() {
+    ImgSequence_cls* sequence = mpCMain->mpCImgSequence;
+    wxString output = mArgs.mOutput.empty() ? sequence->mCFileSequence.mStrPath : mArgs.mOutput;
+    const wxString error = CheckFilmOutput(&output, mArgs.mbTransparent);
+    if (!error.empty()) return Fail(FilmStatus::WrongArguments, error);
+    mNames.Set(output);
+    mDataNames.Set(mArgs.mExport);
+    if (mArgs.mW > 0) {
+        sequence->mOutW = mArgs.mW;
+        sequence->mOutH = mArgs.mH;
+    }
+    if (mArgs.mRate.empty()) mArgs.mRate = MakeVideoRate(sequence->mVideoRate);
+    GCImgIO.mbQuiet = true;
+    GCImgIO.mbSmallestPNG = sequence->mbSmallestPNG;
+    return true;
+}
+
+bool FilmMaker_cls::TakeFrames() {
+    if (!mArgs.mbFrames) {
+        mFilm = ListFilm(*mpCTime);
+        return true;
+    }
+    wxString error;
+    mFilm = ListFilmPart(*mpCTime, mArgs.mFirst, mArgs.mLast, mArgs.mStep, &error);
+    if (!error.empty()) return Fail(FilmStatus::WrongArguments, "--frames: " + error);
+    if (mArgs.mLast > mpCTime->GetMaxFrame())
+        Note(wxString::Format("the film's last frame is %d", mpCTime->GetMaxFrame()));
+    return true;
+}
+
+void FilmMaker_cls::TakeBlur() {
+    MotionBlurCtrl_cls& blur = mpCTime->mCMotionBlur;
+    if (mArgs.mbBlur) {
+        blur.mShutter = mArgs.mBlurLength;
+        blur.mBlurSteps = mArgs.mBlurSteps;
+    }
+    blur.mbBlur = mArgs.mbBlur || mpCTime->mbUseMotionBlur.mValue;
+}
+
+// What the window would ask about.
+void FilmMaker_cls::NoteOddities() const {
+    if (mpCCanvas->GetDisplayMode() < kLinked)
+        Note(wxString::Format("view %d doesn't look through the project's camera", mArgs.mView));
+    if (mpCTime->GetAnimStep() != 1 && mArgs.mStep == 0)
+        Note(wxString::Format("the project's stepping leaves out frames: it is %d", mpCTime->GetAnimStep()));
+    const int downSizing = mpCMain->mpCDrawOption->mDownSizing.mValue;
+    if (downSizing != 1) Note(wxString::Format("particles are downsized: one of %d is drawn", downSizing));
+    const int snapshots = mpCFrame->GetPCActiveFileSequence()->GetSeqLength();
+    if (!mpCTime->mbUseTimeRemap.mValue && mpCTime->GetMaxFrame() >= snapshots)
+        Note(wxString::Format("there are %d snapshots; frames from %d on show the last one", snapshots,
+                              snapshots));
+}
+
+void FilmMaker_cls::MakeFrames() {
+    mWatch.Start();
+    mpCProgress->Begin(int(mFilm.size()));
+    for (size_t i = 0; i < mFilm.size() && !IsFilmStopped(); ++i)
+        MakeFrame(i);
+    GCImgIO.Finish();
+    TakeFailures();
+    mLoopMillis = mWatch.Time();
+    wxString text = wxString::Format("%d frames in %.1f s", mpCProgress->GetDrawn() - mLostPictures,
+                                     double(mLoopMillis) / 1000.0);
+    if (mpCProgress->GetKept() > 0) text += wxString::Format(", %d were there", mpCProgress->GetKept());
+    if (mFailures > 0) text += wxString::Format(", %d failed", mFailures);
+    if (IsFilmStopped()) text += ", stopped";
+    mpCProgress->Say(text.utf8_string());
+    if (mFailures > 0) mStatus = FilmStatus::SomeFailed;
+}
+
+void FilmMaker_cls::MakeFrame(size_t i) {
+    const wxString path = mNames.GetModifiedStr(mFilm[i].mNumber, 0);
+    const wxString data = mArgs.mExport.empty() ? wxString() : mDataNames.GetModifiedStr(mFilm[i].mNumber, 0);
+    const ImgSequence_cls* sequence = mpCMain->mpCImgSequence;
+    if (mArgs.mbResume && (data.empty() || wxFileName::FileExists(data)) &&
+        IsWholeImage(path, sequence->mOutW, sequence->mOutH)) {
+        mVDone.push_back(path);
+        mpCProgress->Count(false);
+        return;
+    }
+    if (!DrawFrame(i, path)) return; // stopped
+    DropBehind(i);
+    mpCProgress->Count(true);
+    TakeFailures();
+}
+
+bool FilmMaker_cls::DrawFrame(size_t i, const wxString& path) {
+    mMFrameOfPath[path] = mFilm[i].mFrame;
+    const wxString data = mArgs.mExport.empty() ? wxString() : mDataNames.GetModifiedStr(mFilm[i].mNumber, 0);
+    mMFrameOfPath[data] = mFilm[i].mFrame;
+    mpCTime->SetInterpStepNative(mFilm[i].mStep, 0);
+    mpCTime->SetFrameNative(mFilm[i].mFrame, 0);
+    mpCMain->mpCPDataSeqCtrl->CleanUpMemory(mFilm[i].mFrame, mpCTime->GetAnimStep());
+    const ImgSequence_cls* sequence = mpCMain->mpCImgSequence;
+    mpCCanvas->RequestImage(
+        [this, path](const ImageBuffers_st& buffers, wxSize size) { Save(buffers, size, path); },
+        wxSize(sequence->mOutW, sequence->mOutH), mArgs.mbTransparent);
+    MotionBlurCtrl_cls& blur = mpCTime->mCMotionBlur;
+    const int steps = blur.mbBlur ? blur.mBlurSteps : 1;
+    for (int step = 0; step < steps; ++step) {
+        blur.mBlurStep = blur.mbBlur ? step : 0;
+        WaitForData();
+        const wxString unreadable = FindUnreadable();
+        if (!unreadable.empty()) {
+            FailFrame(path, unreadable);
+            return true;
+        }
+        if (IsFilmStopped()) return false;
+        if (step == 0 && !data.empty()) ExportFrame(data);
+        ReadAhead(i);
+        const MillisScope_cls time(mWatch, &mDrawMillis);
+        if (mpCCanvas->DrawImage()) continue;
+        FailFrame(path, "it can't be drawn");
+        return true;
+    }
+    return !IsFilmStopped();
+}
+
+// Do frames of this film move particles between snapshots? Velocities in memory become slopes by that: what
+// is exported must not depend on which frames were made before.
+bool FilmMaker_cls::NeedsSlopes() const {
+    return mpCTime->GetAnimInterp() > 1 || mpCTime->mCMotionBlur.mbBlur || mpCTime->mbUseTimeRemap.mValue;
+}
+
+void FilmMaker_cls::ExportFrame(const wxString& path) {
+    const PDataSequence_cls* sequence = mpCFrame->GetPCActiveFileSequence();
+    const double index = mpCTime->GetRemappedIndexDouble(-1, -1);
+    const int whole = int(index);
+    if (NeedsSlopes()) mpCMain->mpCPDataSeqCtrl->PrepareIndex(whole, index - whole, true, true);
+    PDataSnap_cls::WaitInterpolator();
+    const double step = mpCTime->GetRemappedIndex(-1) - whole + mpCTime->GetRemappedInterpStepDouble(-1, -1);
+    const double dt = sequence->GetDT(whole, step);
+    const int downSizing = mpCMain->mpCDrawOption->GetDownSizing();
+    DataExporter_cls* exporter = mpCMain->mpCDataExporter;
+    wxString reason;
+    const PDataBlock_cls& block = *sequence->GetPCBlock(whole);
+    const bool bDone = exporter->mCItemDataType.mValue == 1
+                           ? exporter->ExportAscii(path, block, dt, downSizing, &reason)
+                           : exporter->ExportBinary(path, block, dt, downSizing, &reason);
+    if (!bDone) FailFrame(path, reason, false);
+}
+
+// Of the picture that a paint has finished. What a stop has cut short is no picture.
+void FilmMaker_cls::Save(const ImageBuffers_st& buffers, wxSize size, const wxString& path) {
+    if (IsFilmStopped()) return;
+    {
+        const MillisScope_cls time(mWatch, &mFileMillis);
+        GCImgIO.Finish();
+    }
+    mVDone.push_back(path);
+    GCImgIO.SaveImageFromTexture(buffers, size.x, size.y, path, false);
+}
+
+void FilmMaker_cls::WaitForData() {
+    const MillisScope_cls time(mWatch, &mDataMillis);
+    for (int tries = 0; tries < kReadyTries && !mpCFrame->IsTheFrameReady(-1) && !IsFilmStopped(); ++tries)
+        mpCFrame->PrepareTheFrame(-1);
+}
+
+// The paint reads ahead whole frames in the order of playing; the film knows which steps come.
+void FilmMaker_cls::ReadAhead(size_t i) {
+    PDataSeqCtrl_cls* store = mpCMain->mpCPDataSeqCtrl;
+    const bool bForce = mpCTime->IsForceInterpolation();
+    for (size_t k = i + 1; k < mFilm.size() && k <= i + size_t(mpCTime->GetPrefetch()); ++k) {
+        if (IsAnyThreadBusy()) return;
+        const double index = mpCTime->GetRemappedIndexDouble(mFilm[k].mFrame, mFilm[k].mStep);
+        const int whole = int(index);
+        if (!store->IsTheIndexReady(whole, index - whole, bForce))
+            store->PrepareIndex(whole, index - whole, bForce, false);
+    }
+}
+
+// A film doesn't come back: what lies behind gives its memory to what comes, which is faster than fresh
+// memory and leaves room for other films on the same machine.
+void FilmMaker_cls::DropBehind(size_t i) {
+    if (i + 1 >= mFilm.size() || mpCTime->mbUseTimeRemap.mValue) return;
+    const PDataSequence_cls* sequence = mpCFrame->GetPCActiveFileSequence();
+    const int end = std::min(mFilm[i + 1].mFrame, sequence->GetSeqLength() - 1);
+    for (int snapshot = mFilm[i].mFrame; snapshot < end; ++snapshot)
+        if (sequence->IsTheIndexLoaded(snapshot)) sequence->mpCSnap[snapshot]->ReleaseData();
+}
+
+/// The snapshots that this moment is made of, where one can't be read.
+wxString FilmMaker_cls::FindUnreadable() const {
+    const PDataSequence_cls* sequence = mpCFrame->GetPCActiveFileSequence();
+    const double index = mpCTime->GetRemappedIndexDouble(-1, -1);
+    const int first = int(index);
+    const bool bMoves = index > first || mpCTime->IsForceInterpolation();
+    const int last = bMoves ? first + 1 : first;
+    for (int snapshot = first; snapshot <= last && mpCCanvas->mShowData.mValue; ++snapshot)
+        if (sequence->GetFilenameStatus(snapshot) == kUnusable)
+            return sequence->GetFilename(snapshot) + " can't be read";
+    return wxString();
+}
+
+void FilmMaker_cls::TakeFailures() {
+    for (const ImageFailure_st& failure : GCImgIO.TakeFailures())
+        FailFrame(failure.mPath, failure.mReason);
+}
+
+void FilmMaker_cls::FailFrame(const wxString& path, const wxString& reason, bool bPicture) {
+    ++mFailures;
+    if (bPicture) ++mLostPictures;
+    Complain(wxString::Format("frame %d, %s: %s", mMFrameOfPath[path], path, reason));
+}
+
+void FilmMaker_cls::MakeVideo() {
+    const wxString what = "the video " + mArgs.mVideo + " isn't made: ";
+    if (mLostPictures > 0) {
+        Fail(FilmStatus::SomeFailed, what + "pictures are missing");
+        return;
+    }
+    VideoMaker_cls maker;
+    maker.Start({mVDone, mArgs.mVideo, mArgs.mRate, mArgs.mbTransparent});
+    maker.Wait([] { return IsFilmStopped(); });
+    if (maker.GetError().empty())
+        mpCProgress->Say("video " + mArgs.mVideo.utf8_string());
+    else
+        Fail(FilmStatus::SomeFailed, what + maker.GetError());
+}
+
+std::string FilmMaker_cls::GetTiming() const {
+    const auto seconds = [](long millis) { return double(millis) / 1000.0; };
+    char text[200];
+    std::snprintf(text, sizeof(text), "timing: frames=%d loop=%.3f draw=%.3f data=%.3f files=%.3f",
+                  mpCProgress->GetDrawn(), seconds(mLoopMillis), seconds(mDrawMillis - mFileMillis),
+                  seconds(mDataMillis), seconds(mFileMillis));
+    return text;
+}

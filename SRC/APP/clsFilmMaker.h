@@ -1,0 +1,79 @@
+// Makes the film of a project without a window: opens it as the window would, draws each frame with the same
+// pipeline as an image sequence, and has it written.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include <wx/gdicmn.h>
+#include <wx/stopwatch.h>
+#include <wx/string.h>
+
+#include "APP/FilmArgs.h"
+#include "APP/FilmFrames.h"
+#include "PDATA/clsFileSequence.h"
+
+class FilmProgress_cls;
+class FrameMain_cls;
+class Main_cls;
+class MainGLCanvas_cls;
+class TimeCtrl_cls;
+struct ImageBuffers_st;
+
+class FilmMaker_cls {
+public:
+    /// The hub's frame has never been shown.
+    FilmMaker_cls(Main_cls* pMain, const FilmArgs_st& args, FilmProgress_cls* pProgress);
+    FilmStatus Run();
+    /// One line for the tools: where the seconds went.
+    std::string GetTiming() const;
+
+private:
+    // Each tells what is wrong and answers false, with mStatus set.
+    bool Open();
+    bool TakeView();
+    bool TakeOutput();
+    bool TakeFrames();
+    bool Fail(FilmStatus status, const wxString& text);
+    void TakeBlur();
+    void NoteOddities() const;
+
+    void MakeFrames();
+    void MakeFrame(size_t i);
+    bool DrawFrame(size_t i, const wxString& path);
+    void ExportFrame(const wxString& path);
+    bool NeedsSlopes() const;
+    void WaitForData();
+    void ReadAhead(size_t i);
+    void DropBehind(size_t i);
+    void Save(const ImageBuffers_st& buffers, wxSize size, const wxString& path);
+    wxString FindUnreadable() const;
+    void TakeFailures();
+    void FailFrame(const wxString& path, const wxString& reason, bool bPicture = true);
+    void MakeVideo();
+    void Note(const wxString& text) const;
+    void Complain(const wxString& text) const;
+
+    Main_cls* mpCMain;
+    FrameMain_cls* mpCFrame;
+    TimeCtrl_cls* mpCTime;
+    MainGLCanvas_cls* mpCCanvas = nullptr;
+    FilmArgs_st mArgs;
+    FilmProgress_cls* mpCProgress;
+    FilmStatus mStatus = FilmStatus::Done;
+    FileSequence_cls mNames;
+    FileSequence_cls mDataNames; ///< of exported data
+    std::vector<FilmFrame_st> mFilm;
+    std::vector<wxString> mVDone;          ///< pictures that stand there, in their order
+    std::map<wxString, int> mMFrameOfPath; ///< of the files under way
+    int mFailures = 0;
+    int mLostPictures = 0; ///< of the failures
+
+    // Milliseconds.
+    wxStopWatch mWatch;
+    long mDrawMillis = 0; ///< the paints, with what they wait for
+    long mDataMillis = 0;
+    long mFileMillis = 0; ///< of the paints
+    long mLoopMillis = 0; ///< from the first frame to the last file
+};

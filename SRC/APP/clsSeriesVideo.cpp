@@ -1,0 +1,48 @@
+#include "APP/clsSeriesVideo.h"
+
+#include <wx/intl.h>
+
+#include "COMMON/MsgBox.h"
+#include "IMAGE/VideoFile.h"
+#include "IMAGE/clsImgSequence.h"
+
+namespace {
+constexpr long kToldMillis = 10000; // long enough to be seen
+}
+
+void SeriesVideo_cls::Begin(const ImgSequence_cls& sequence, int failures) {
+    mStrDone.clear();
+    if (!sequence.mbVideo) return;
+    VideoJob_st job;
+    job.mFrames = sequence.GetWritten();
+    job.mPath = MakeVideoPath(sequence.mCFileSequence.mStrPath);
+    job.mRate = MakeVideoRate(sequence.mVideoRate);
+    if (failures > 0)
+        TellFailure(job.mPath, wxString::Format(_("%d of its pictures could not be written"), failures));
+    else if (!mCMaker.Start(job).empty())
+        TellFailure(job.mPath, mCMaker.GetError());
+}
+
+void SeriesVideo_cls::TellFailure(const wxString& path, const wxString& reason) {
+    ForgetNotices();
+    Notice("video", wxString::Format(_("The video %s could not be made: %s."), path, reason));
+}
+
+bool SeriesVideo_cls::Tick() {
+    if (mCMaker.Poll()) {
+        if (mCMaker.GetError().empty())
+            mStrDone = wxString::Format(_("The video %s is made"), mCMaker.GetPath());
+        else
+            TellFailure(mCMaker.GetPath(), mCMaker.GetError());
+        mDoneWatch.Start();
+        return true;
+    }
+    if (mStrDone.empty() || mDoneWatch.Time() < kToldMillis) return false;
+    mStrDone.clear();
+    return true;
+}
+
+wxString SeriesVideo_cls::GetStatusText() const {
+    if (IsRunning()) return wxString::Format(_("Making the video %s ..."), mCMaker.GetPath());
+    return mStrDone;
+}

@@ -1,0 +1,28 @@
+// The video behind an image sequence: begun when the series is whole, made in the background, told in the
+// status bar.
+#pragma once
+
+#include <wx/stopwatch.h>
+#include <wx/string.h>
+
+#include "IMAGE/clsVideoMaker.h"
+
+class ImgSequence_cls;
+
+class SeriesVideo_cls {
+public:
+    /// The series has ended with this many files missing. Begins if its settings want a video.
+    void Begin(const ImgSequence_cls& sequence, int failures);
+    /// To be called a few times a second: true when GetStatusText changes.
+    bool Tick();
+    /// What is under way, or was a moment ago; else empty.
+    wxString GetStatusText() const;
+    bool IsRunning() const { return mCMaker.IsRunning(); }
+
+private:
+    void TellFailure(const wxString& path, const wxString& reason);
+
+    VideoMaker_cls mCMaker;
+    wxString mStrDone; ///< the end of the last one
+    wxStopWatch mDoneWatch;
+};

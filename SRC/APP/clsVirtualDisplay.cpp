@@ -1,0 +1,137 @@
+#include "APP/clsVirtualDisplay.h"
+
+#include <X11/Xlib.h>
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/mman.h>
+#include <sys/prctl.h>
+#include <sys/random.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <system_error>
+
+namespace {
+
+constexpr int kStartMillis = 30000; // a busy node takes its time
+constexpr int kNotFound = 127;
+
+/// As the X library's key files have them: two bytes of length, highest first.
+void AppendCounted(std::string* pBytes, const std::string& text) {
+    pBytes->push_back(char(text.size() >> 8));
+    pBytes->push_back(char(text.size() & 255));
+    *pBytes += text;
+}
+
+std::string LastLine(int file) {
+    char bytes[2048];
+    const off_t size = lseek(file, 0, SEEK_END);
+    const off_t from = size > off_t(sizeof(bytes)) ? size - off_t(sizeof(bytes)) : 0;
+    const ssize_t count = pread(file, bytes, sizeof(bytes), from);
+    std::string text(bytes, count > 0 ? size_t(count) : 0);
+    while (!text.empty() && text.back() == '\n')
+        text.pop_back();
+    return text.substr(text.rfind('\n') == std::string::npos ? 0 : text.rfind('\n') + 1);
+}
+
+} // namespace
+
+bool VirtualDisplay_cls::IsThereOne() {
+    const char* name = std::getenv("DISPLAY");
+    if (!name || !*name) return false;
+    Display* display = XOpenDisplay(nullptr);
+    if (display) XCloseDisplay(display);
+    return display != nullptr;
+}
+
+// One key for any host and number, in a file that only this user can read.
+bool VirtualDisplay_cls::MakeKey() {
+    std::error_code error;
+    std::string name = (std::filesystem::temp_directory_path(error) / "morentis-display-XXXXXX").string();
+    const int file = error ? -1 : mkstemp(name.data());
+    if (file < 0) return false;
+    mKeyFile = name;
+    std::string key(16, '\0');
+    const bool bRandom = getrandom(key.data(), key.size(), 0) == ssize_t(key.size());
+    std::string bytes("\377\377\0\0\0\0", 6); // any family; no address, no number
+    AppendCounted(&bytes, "MIT-MAGIC-COOKIE-1");
+    AppendCounted(&bytes, key);
+    const bool bWritten = write(file, bytes.data(), bytes.size()) == ssize_t(bytes.size());
+    close(file);
+    return bRandom && bWritten;
+}
+
+// In the child.
+void VirtualDisplay_cls::Become(int pipe, int words, const std::string& key) {
+    setsid(); // a Ctrl-C is not for it
+    prctl(PR_SET_PDEATHSIG, SIGTERM);
+    const int null = open("/dev/null", O_RDWR);
+    dup2(null, 0);
+    dup2(null, 1);
+    dup2(words, 2);
+    const std::string number = std::to_string(pipe);
+    fcntl(pipe, F_SETFD, 0);
+    execlp("Xvfb", "Xvfb", "-displayfd", number.c_str(), "-screen", "0", "1280x1024x24", "-nolisten", "tcp",
+           "-noreset", "-auth", key.c_str(), "+extension", "GLX", static_cast<char*>(nullptr));
+    _exit(kNotFound);
+}
+
+std::string VirtualDisplay_cls::ReadNumber(int pipe) const {
+    std::string number;
+    while (number.empty() || number.back() != '\n') {
+        pollfd ready = {pipe, POLLIN, 0};
+        const int count = poll(&ready, 1, kStartMillis);
+        if (count < 0 && errno == EINTR) continue;
+        char byte = 0;
+        if (count <= 0 || read(pipe, &byte, 1) != 1) return std::string();
+        number.push_back(byte);
+    }
+    number.pop_back();
+    return number;
+}
+
+std::string VirtualDisplay_cls::Start() {
+    if (!MakeKey()) return "no temporary file can be written (" + std::string(std::strerror(errno)) + ")";
+    int ends[2];
+    const int words = memfd_create("words", MFD_CLOEXEC);
+    if (words < 0 || pipe2(ends, O_CLOEXEC) != 0) return std::strerror(errno);
+    mPid = fork();
+    if (mPid == 0) Become(ends[1], words, mKeyFile);
+    close(ends[1]);
+    const std::string number = mPid > 0 ? ReadNumber(ends[0]) : std::string();
+    close(ends[0]);
+    std::string error;
+    if (number.empty()) {
+        int status = 0;
+        if (mPid > 0) {
+            kill(mPid, SIGTERM); // one that ended by itself keeps its status
+            waitpid(mPid, &status, 0);
+            mPid = -1;
+        }
+        error = WIFEXITED(status) && WEXITSTATUS(status) == kNotFound
+                    ? "install the package xvfb (apt-get install xvfb), or set DISPLAY"
+                    : "Xvfb doesn't start: " + LastLine(words);
+        Stop();
+    } else {
+        setenv("DISPLAY", (":" + number).c_str(), 1);
+        setenv("XAUTHORITY", mKeyFile.c_str(), 1);
+    }
+    close(words);
+    return error;
+}
+
+void VirtualDisplay_cls::Stop() {
+    if (mPid > 0) {
+        kill(mPid, SIGTERM);
+        while (waitpid(mPid, nullptr, 0) < 0 && errno == EINTR) {
+        }
+    }
+    mPid = -1;
+    if (!mKeyFile.empty()) unlink(mKeyFile.c_str());
+    mKeyFile.clear();
+}

@@ -1,0 +1,3 @@
+#include "APP/clsFilmApp.h"
+
+int main(int argc, char** argv) { return RunMorentisFilm(argc, argv); }

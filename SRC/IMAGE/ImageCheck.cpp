@@ -1,0 +1,33 @@
+#include "IMAGE/ImageCheck.h"
+
+#include <string>
+
+#include <wx/image.h>
+#include <wx/log.h>
+#include <wx/mstream.h>
+
+#include "COMMON/SafeFile.h"
+#include "COMMON/clsSplitPath.h"
+
+namespace {
+
+constexpr size_t kLargestPicture = size_t(4) << 30;
+
+/// The reader fills up with grey what is missing at the end.
+bool IsCutJPEG(const std::string& bytes) {
+    return bytes.compare(0, 2, "\xff\xd8") == 0 && bytes.compare(bytes.size() - 2, 2, "\xff\xd9") != 0;
+}
+
+} // namespace
+
+bool IsWholeImage(const wxString& path, int w, int h) {
+    std::string bytes;
+    if (ReadWholeFile(path, kLargestPicture, &bytes) != ReadFileResult::Ok || bytes.size() < 16) return false;
+    const wxLogNull quiet;
+    const wxString ending = SplitPath_cls(path).mStrExt.Mid(1).Lower();
+    const wxImageHandler* pReader = wxImage::FindHandler(ending, wxBITMAP_TYPE_ANY);
+    wxMemoryInputStream stream(bytes.data(), bytes.size());
+    wxImage image;
+    if (!pReader || !image.LoadFile(stream, pReader->GetType())) return false;
+    return image.GetWidth() == w && image.GetHeight() == h && !IsCutJPEG(bytes);
+}

@@ -1,0 +1,149 @@
+#include "IMAGE/clsVideoMaker.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <system_error>
+
+#include <wx/filename.h>
+#include <wx/intl.h>
+#include <wx/utils.h>
+
+#include "COMMON/clsSplitPath.h"
+#include "IMAGE/VideoFile.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr unsigned long kPollMillis = 20;
+constexpr size_t kMostWords = 400; // of the tool's last words
+
+wxString Reason(int error) { return wxString::FromUTF8(std::strerror(error)); }
+
+/// Beside the video, with its ending, which tells the tool the container.
+std::string MakePartialName(const wxString& path) {
+    const SplitPath_cls split(path);
+    return NarrowPath(split.mStrNoExt + wxString::Format(".%ld.part", long(getpid())) + split.mStrExt);
+}
+
+wxString LastWords(const std::string& file) {
+    std::ifstream stream(file);
+    std::ostringstream text;
+    text << stream.rdbuf();
+    std::string words = text.str();
+    while (!words.empty() && words.back() == '\n')
+        words.pop_back();
+    const size_t line = words.rfind('\n');
+    if (line != std::string::npos) words.erase(0, line + 1);
+    return wxString::FromUTF8(words.substr(0, kMostWords));
+}
+
+} // namespace
+
+wxString VideoMaker_cls::Start(const VideoJob_st& job) {
+    Stop();
+    mStrPath = job.mPath;
+    mStrError = MakeLinks(job);
+    if (mStrError.empty()) mStrError = Spawn(job);
+    if (!mStrError.empty()) CleanUp();
+    return mStrError;
+}
+
+// The tool counts files from 0 without a gap; a film may have any names and numbers.
+wxString VideoMaker_cls::MakeLinks(const VideoJob_st& job) {
+    if (job.mFrames.empty()) return _("there are no pictures");
+    std::error_code error;
+    std::string name = (fs::temp_directory_path(error) / "morentis-video-XXXXXX").string();
+    if (error || !mkdtemp(name.data())) return Reason(errno);
+    mFolder = name;
+    const std::string ending = NarrowPath(SplitPath_cls(job.mFrames.front()).mStrExt);
+    for (size_t i = 0; i < job.mFrames.size(); ++i) {
+        wxFileName picture(job.mFrames[i]);
+        picture.MakeAbsolute();
+        char number[16];
+        std::snprintf(number, sizeof(number), "/%08d", int(i));
+        const std::string link = mFolder + number + ending;
+        if (symlink(NarrowPath(picture.GetFullPath()).c_str(), link.c_str()) != 0) return Reason(errno);
+    }
+    return wxString();
+}
+
+wxString VideoMaker_cls::Spawn(const VideoJob_st& job) {
+    const wxString tool = FindVideoTool();
+    if (tool.empty()) return GetVideoToolHint();
+    mPartial = MakePartialName(job.mPath);
+    const std::string ending = NarrowPath(SplitPath_cls(job.mFrames.front()).mStrExt.Mid(1));
+    std::vector<std::string> words = MakeVideoCommand(NarrowPath(tool), mFolder, ending, "file:" + mPartial,
+                                                      job.mRate.utf8_string(), job.mbTransparent);
+    std::vector<char*> pointers;
+    for (std::string& word : words)
+        pointers.push_back(word.data());
+    pointers.push_back(nullptr);
+    posix_spawn_file_actions_t files;
+    posix_spawn_file_actions_init(&files);
+    posix_spawn_file_actions_addopen(&files, 0, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_addopen(&files, 1, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_addopen(&files, 2, (mFolder + "/words").c_str(), O_WRONLY | O_CREAT, 0600);
+    // A Ctrl-C is for us; we end it.
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
+    const int error = posix_spawn(&mPid, pointers[0], &files, &attributes, pointers.data(), environ);
+    posix_spawnattr_destroy(&attributes);
+    posix_spawn_file_actions_destroy(&files);
+    if (error == 0) return wxString();
+    mPid = -1;
+    return Reason(error);
+}
+
+bool VideoMaker_cls::Poll() {
+    if (mPid <= 0) return false;
+    int status = 0;
+    const pid_t ended = waitpid(mPid, &status, WNOHANG);
+    if (ended == 0 || (ended < 0 && errno == EINTR)) return false;
+    End(ended == mPid ? status : -1);
+    return true;
+}
+
+void VideoMaker_cls::End(int status) {
+    mPid = -1;
+    mStrError.clear();
+    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+        mStrError = LastWords(mFolder + "/words");
+        if (mStrError.empty()) mStrError = _("ffmpeg ended before it was done");
+    } else if (std::rename(mPartial.c_str(), NarrowPath(mStrPath).c_str()) != 0) {
+        mStrError = Reason(errno);
+    }
+    CleanUp();
+}
+
+void VideoMaker_cls::Stop() {
+    if (mPid > 0) {
+        kill(mPid, SIGKILL);
+        while (waitpid(mPid, nullptr, 0) < 0 && errno == EINTR) {
+        }
+        mPid = -1;
+        mStrError = _("it was given up");
+    }
+    CleanUp();
+}
+
+void VideoMaker_cls::CleanUp() {
+    std::error_code ignored;
+    if (!mPartial.empty()) fs::remove(mPartial, ignored);
+    if (!mFolder.empty()) fs::remove_all(mFolder, ignored);
+    mPartial.clear();
+    mFolder.clear();
+}
+
+void VideoMaker_cls::Sleep() { wxMilliSleep(kPollMillis); }

@@ -1,0 +1,109 @@
+#include "RunFilm.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <thread>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int kFrames = 5;
+constexpr std::chrono::seconds kLongest(120);
+const char* const kExample = MORENTIS_TEST_ROOT "/examples/galaxy_small_bin/";
+const char* const kFirst = "galaxy0000.bin";
+
+std::string Read(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+[[noreturn]] void Become(const std::vector<std::string>& words, const Environment& environment,
+                         const std::string& folder) {
+    unsetenv("DISPLAY");
+    unsetenv("XAUTHORITY");
+    setenv("LIBGL_ALWAYS_SOFTWARE", "1", 1);
+    for (const auto& [name, value] : environment) {
+        if (value.empty())
+            unsetenv(name.c_str());
+        else
+            setenv(name.c_str(), value.c_str(), 1);
+    }
+    dup2(open((folder + "/out").c_str(), O_WRONLY | O_CREAT, 0600), 1);
+    dup2(open((folder + "/err").c_str(), O_WRONLY | O_CREAT, 0600), 2);
+    std::vector<char*> pointers = {const_cast<char*>(MORENTIS_FILM)};
+    for (const std::string& word : words)
+        pointers.push_back(const_cast<char*>(word.c_str()));
+    pointers.push_back(nullptr);
+    execv(MORENTIS_FILM, pointers.data());
+    _exit(126);
+}
+
+} // namespace
+
+FilmFolder_cls::FilmFolder_cls() {
+    std::string name = (fs::temp_directory_path() / "morentis-film-XXXXXX").string();
+    mPath = mkdtemp(name.data());
+}
+
+FilmFolder_cls::~FilmFolder_cls() {
+    std::error_code ignored;
+    fs::remove_all(mPath, ignored);
+}
+
+std::string FilmFolder_cls::MakeProject(const std::string& name, const std::string& lines,
+                                        const std::string& data) const {
+    std::string text = Read(std::string(kExample) + "galaxy_small_bin.mrp");
+    const size_t place = text.find(std::string("\n") + kFirst);
+    text.replace(place + 1, std::string(kFirst).size(), data.empty() ? std::string(kExample) + kFirst : data);
+    text += "\nFBOBufferSize=0\nTimeMaxFrame=4\nTimeWorkAreaMin=0\nTimeWorkAreaMax=4\nTimeActiveAreaMax=4\n"
+            "TimeAnimInterp=1\nTimeUseMotionBlur=0\nOverLayTimePos=0\nImgSequenceOutW=160\nImgSequenceOutH="
+            "120\nPanel0ShowGrid=0\n" +
+            lines;
+    std::ofstream(mPath / name, std::ios::binary) << text;
+    return *this / name;
+}
+
+std::string FilmFolder_cls::CopyData(const std::string& folder) const {
+    fs::create_directory(mPath / folder);
+    for (int i = 0; i < kFrames; ++i) {
+        const std::string name = "galaxy000" + std::to_string(i) + ".bin";
+        fs::copy_file(kExample + name, mPath / folder / name);
+    }
+    return (mPath / folder / kFirst).string();
+}
+
+std::map<std::string, std::string> FilmFolder_cls::ReadAll(const std::string& folder) const {
+    std::map<std::string, std::string> files;
+    for (const fs::directory_entry& entry : fs::directory_iterator(mPath / folder))
+        files[entry.path().filename().string()] = entry.is_directory() ? "" : Read(entry.path());
+    return files;
+}
+
+ChildRun_st RunFilm(const std::vector<std::string>& words, const Environment& environment,
+                    const std::function<void(pid_t)>& meanwhile) {
+    const FilmFolder_cls folder;
+    const pid_t child = fork();
+    if (child == 0) Become(words, environment, folder.mPath.string());
+    const auto end = std::chrono::steady_clock::now() + kLongest;
+    int status = 0;
+    while (waitpid(child, &status, WNOHANG) == 0) {
+        if (std::chrono::steady_clock::now() > end) kill(child, SIGKILL);
+        if (meanwhile) meanwhile(child);
+        std::this_thread::sleep_for(std::chrono::milliseconds(3));
+    }
+    ChildRun_st run;
+    run.mStatus = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    run.mOut = Read(folder / "out");
+    run.mErr = Read(folder / "err");
+    return run;
+}

@@ -1,0 +1,105 @@
+// The film maker without a window against the window's "Render Anim", byte for byte; and the video behind a
+// series.
+#include <cstdlib>
+
+#include "APP/clsFrameMain.h"
+#include "APP/clsMain.h"
+#include "COMMON/EventIds.h"
+#include "COMMON/MenuEvent.h"
+#include "GL/VIEW/clsMainGLCanvas.h"
+#include "GuiTest.h"
+#include "IMAGE/ImageFile.h"
+#include "IMAGE/VideoFile.h"
+#include "IMAGE/clsImageIO.h"
+#include "IMAGE/clsImgSequence.h"
+#include "RunFilm.h"
+#include "TIME/clsTimeCtrl.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class FilmCommand : public GuiTest {
+protected:
+    void SetUp() override {
+        GuiTest::SetUp();
+        ResetViews();
+        for (const char* folder : {"window", "command"})
+            fs::create_directory(mFolder.mPath / folder);
+    }
+    void TearDown() override {
+        Sequence()->SetToDefault();
+        Hub()->mpCTimeCtrl->mbUseMotionBlur.mValue = false;
+        ResetViews();
+        GuiTest::TearDown();
+    }
+    static ImgSequence_cls* Sequence() { return Hub()->mpCImgSequence; }
+    /// As "Render Anim" does, into the folder "window".
+    void RenderAnim(std::deque<bool> answers) {
+        Sequence()->mCFileSequence.Set(mFolder / "window/f%04d.png");
+        Sequence()->mCInitNum.mValue = Hub()->mpCTimeCtrl->GetWAMin();
+        mAnswers = std::move(answers);
+        ASSERT_TRUE(Sequence()->NormalizeName(true));
+        Sequence()->Begin(false);
+        PostMenuEvent(ID_SAVE_IMGSEQ_BEGIN);
+        ASSERT_TRUE(PumpUntil([] { return !Sequence()->IsRendering(); }, 60000));
+        GCImgIO.Finish();
+    }
+    void Compare(const std::string& lines, std::deque<bool> answers, size_t files) {
+        const std::string project = mFolder.MakeProject("film.mrp", lines);
+        ASSERT_TRUE(OpenProjectAndPaint(project));
+        RenderAnim(std::move(answers));
+        const ChildRun_st run = RunFilm({"--quiet", "--output", mFolder / "command/f%04d.png", project});
+        EXPECT_EQ(run.mStatus, 0) << run.mErr;
+        const auto window = mFolder.ReadAll("window");
+        const auto command = mFolder.ReadAll("command");
+        EXPECT_EQ(window.size(), files);
+        ASSERT_EQ(command.size(), window.size());
+        for (const auto& [name, bytes] : window)
+            EXPECT_TRUE(command.at(name) == bytes) << name << " differs";
+    }
+
+    FilmFolder_cls mFolder;
+};
+
+TEST_F(FilmCommand, WritesWhatTheWindowWrites) {
+    // No camera, as it is; items hidden.
+    Compare("Panel0ShowGrid=1\nOverLayTimePos=2\n", {false, true}, 5);
+}
+
+TEST_F(FilmCommand, WritesTheSameBlurAndSteps) {
+    Compare(
+        "Panel0DisplayMode=7\nTimeAnimInterp=2\nTimeUseMotionBlur=1\nImgSequenceBlurLength=0.7\n"
+        "ImgSequenceBlurSteps=3\nTimeWorkAreaMin=1\nTimeWorkAreaMax=3\nImgSequenceOutW=90\nTimeRepeat=0\n",
+        {true}, 5);
+}
+
+TEST_F(FilmCommand, KnowsTheEndingsThatCanBeWritten) {
+    for (const char* ending : {"png", "jpg", "jpeg", "tif", "tiff", "bmp"})
+        EXPECT_TRUE(IsImageEndingWritable(wxString("f.") + ending)) << ending;
+}
+
+TEST_F(FilmCommand, AWholeSeriesGetsItsVideo) {
+    if (FindVideoTool().empty()) GTEST_SKIP() << "ffmpeg is not installed";
+    ASSERT_TRUE(OpenProjectAndPaint(mFolder.MakeProject("film.mrp", "")));
+    Sequence()->mbVideo = true;
+    RenderAnim({false, true});
+    const std::string video = mFolder / "window/f.mp4";
+    ASSERT_TRUE(PumpUntil([&] { return fs::exists(video); }, 20000));
+    EXPECT_GT(fs::file_size(video), 1000u);
+    EXPECT_EQ(mFolder.ReadAll("window").size(), 6u) << "five pictures and the video";
+    ASSERT_TRUE(
+        PumpUntil([] { return Frame()->GetStatusBar()->GetStatusText(0).Contains("f.mp4 is made"); }));
+    fs::remove(video);
+    // One that is given up gets none.
+    Sequence()->Begin(false);
+    PostMenuEvent(ID_SAVE_IMGSEQ_BEGIN);
+    mAnswers = {false, true};
+    ASSERT_TRUE(PumpUntil([] { return Sequence()->GetProgress().GetDone() >= 2; }));
+    PostMenuEvent(ID_PLAY_STOP);
+    ASSERT_TRUE(PumpUntil([] { return !Sequence()->IsRendering(); }));
+    ASSERT_TRUE(Settle());
+    EXPECT_FALSE(Frame()->GetStatusBar()->GetStatusText(0).Contains("Making the video"));
+}
+
+} // namespace

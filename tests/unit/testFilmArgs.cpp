@@ -1,0 +1,144 @@
+// The film maker's command line: each wrong form is told in one line, each right one is understood.
+#include "APP/FilmArgs.h"
+
+#include <cstdlib>
+#include <filesystem>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Words = std::vector<wxString>;
+
+wxString Parse(const Words& words, FilmArgs_st* pArgs) { return ParseFilmArgs(words, pArgs); }
+
+FilmArgs_st ParseGood(Words words) {
+    words.push_back("a.mrp");
+    FilmArgs_st args;
+    EXPECT_EQ(Parse(words, &args), "");
+    return args;
+}
+
+TEST(FilmArgs, TakesEveryOption) {
+    const FilmArgs_st args = ParseGood({"--frames", "10-20:5", "--size=1280x720", "--output", "/tmp/f.png",
+                                        "--view", "4", "--blur", "0.25/8", "--transparent", "--resume",
+                                        "--video", "film.MKV", "--fps", "30000/1001", "--quiet"});
+    EXPECT_EQ(args.mProject, "a.mrp");
+    EXPECT_TRUE(args.mbFrames && args.mbBlur && args.mbTransparent && args.mbResume && args.mbQuiet);
+    EXPECT_EQ(args.mFirst, 10);
+    EXPECT_EQ(args.mLast, 20);
+    EXPECT_EQ(args.mStep, 5);
+    EXPECT_EQ(args.mW, 1280);
+    EXPECT_EQ(args.mH, 720);
+    EXPECT_EQ(args.mOutput, "/tmp/f%04d.png") << "a number field is given to a name without one";
+    EXPECT_EQ(args.mView, 4);
+    EXPECT_EQ(args.mBlurLength, 0.25f);
+    EXPECT_EQ(args.mBlurSteps, 8);
+    EXPECT_EQ(args.mVideo, "film.MKV");
+    EXPECT_EQ(args.mRate, "30000/1001");
+
+    const FilmArgs_st plain = ParseGood({});
+    EXPECT_FALSE(plain.mbFrames || plain.mbBlur || plain.mbTransparent || plain.mbResume || plain.mbQuiet);
+    EXPECT_EQ(plain.mView, 0);
+    EXPECT_EQ(plain.mW, 0);
+    EXPECT_EQ(ParseGood({"--frames", "7"}).mLast, 7) << "one frame";
+    EXPECT_EQ(ParseGood({"--frames", "7"}).mStep, 0);
+    FilmArgs_st odd;
+    EXPECT_EQ(Parse({"--", "--odd.mrp"}, &odd), "");
+    EXPECT_EQ(odd.mProject, "--odd.mrp");
+}
+
+TEST(FilmArgs, HelpAndVersionNeedNoProject) {
+    FilmArgs_st args;
+    EXPECT_EQ(Parse({"--help"}, &args), "");
+    EXPECT_TRUE(args.mbHelp);
+    FilmArgs_st other;
+    EXPECT_EQ(Parse({"--version"}, &other), "");
+    EXPECT_TRUE(other.mbVersion);
+    for (const char* option :
+         {"--frames", "--size", "--output", "--view", "--blur", "--transparent", "--resume", "--video",
+          "--fps", "--export-data", "--quiet", "--help", "--version"})
+        EXPECT_TRUE(GetFilmHelp().Contains(option)) << option;
+}
+
+struct Wrong_st {
+    Words mWords;
+    const char* mAbout; ///< what the line must name
+};
+
+TEST(FilmArgs, TellsWhatIsWrongInOneLine) {
+    const Wrong_st cases[] = {
+        {{}, "no project"},
+        {{"--quiet"}, "no project"},
+        {{"a.mrp", "b.mrp"}, "\"b.mrp\""},
+        {{""}, "no name"},
+        {{"--frame", "1-2", "a.mrp"}, "no option \"--frame\""},
+        {{"-x", "a.mrp"}, "no option \"-x\""},
+        {{"--quiet=1", "a.mrp"}, "--quiet takes no value"},
+        {{"a.mrp", "--size"}, "--size lacks"},
+        {{"--output=", "a.mrp"}, "--output lacks"},
+        {{"--frames", "", "a.mrp"}, "--frames lacks"},
+        {{"--frames", "-5", "a.mrp"}, "FIRST-LAST"},
+        {{"--frames", "5-", "a.mrp"}, "FIRST-LAST"},
+        {{"--frames", "a-b", "a.mrp"}, "FIRST-LAST"},
+        {{"--frames", "1-2-3", "a.mrp"}, "FIRST-LAST"},
+        {{"--frames", "1-9:0", "a.mrp"}, "FIRST-LAST"},
+        {{"--frames", "1-9:", "a.mrp"}, "FIRST-LAST"},
+        {{"--frames", "1.5-9", "a.mrp"}, "FIRST-LAST"},
+        {{"--frames", "0-99999999999", "a.mrp"}, "FIRST-LAST"},
+        {{"--frames", "9-1", "a.mrp"}, "before it begins"},
+        {{"--size", "640", "a.mrp"}, "WIDTHxHEIGHT"},
+        {{"--size", "0x480", "a.mrp"}, "WIDTHxHEIGHT"},
+        {{"--size", "640x16385", "a.mrp"}, "16384"},
+        {{"--size", "640x480x3", "a.mrp"}, "WIDTHxHEIGHT"},
+        {{"--size", "-1x5", "a.mrp"}, "WIDTHxHEIGHT"},
+        {{"--view", "5", "a.mrp"}, "0 to 4"},
+        {{"--view", "-1", "a.mrp"}, "0 to 4"},
+        {{"--blur", "0.5", "a.mrp"}, "LENGTH/STEPS"},
+        {{"--blur", "1.5/4", "a.mrp"}, "LENGTH/STEPS"},
+        {{"--blur", "nan/4", "a.mrp"}, "LENGTH/STEPS"},
+        {{"--blur", "0.5/0", "a.mrp"}, "LENGTH/STEPS"},
+        {{"--blur", "0.5/257", "a.mrp"}, "LENGTH/STEPS"},
+        {{"--video", "film.avi", "a.mrp"}, "mp4, mov, mkv"},
+        {{"--video", "film.mp4", "--fps", "0", "a.mrp"}, "--fps"},
+        {{"--video", "film.mp4", "--fps", "25/0", "a.mrp"}, "--fps"},
+        {{"--video", "film.mp4", "--fps", "1/2/3", "a.mrp"}, "--fps"},
+        {{"--video", "film.mp4", "--fps", "-25", "a.mrp"}, "--fps"},
+        {{"--video", "film.mp4", "--fps", "1001", "a.mrp"}, "--fps"},
+        {{"--fps", "25", "a.mrp"}, "--fps is for --video"},
+        {{"--output", "f%04d", "a.mrp"}, "png, jpg, jpeg, tif, tiff, bmp"},
+        {{"--output", "f%04d.gif", "a.mrp"}, "png, jpg, jpeg, tif, tiff, bmp"},
+        {{"--output", "/nowhere/at/all/f%04d.png", "a.mrp"}, "\"/nowhere/at/all\""},
+        {{"--transparent", "--output", "f%04d.jpg", "a.mrp"}, "--transparent"},
+        {{"--transparent", "--output", "f%04d.bmp", "a.mrp"}, "png, tif, tiff"},
+    };
+    for (const Wrong_st& one : cases) {
+        FilmArgs_st args;
+        const wxString error = Parse(one.mWords, &args);
+        wxString line;
+        for (const wxString& word : one.mWords)
+            line += word + " ";
+        EXPECT_TRUE(error.Contains(one.mAbout)) << line << ": " << error;
+        EXPECT_FALSE(error.Contains("\n")) << line;
+    }
+}
+
+TEST(FilmArgs, OutputNamesFollowTheImageSequence) {
+    const auto check = [](wxString name) {
+        EXPECT_EQ(CheckFilmOutput(&name, false), "");
+        return name;
+    };
+    EXPECT_EQ(check("/tmp/f%04d.png"), "/tmp/f%04d.png");
+    EXPECT_EQ(check("f%03d.JPG"), "f%03d.JPG");
+    EXPECT_EQ(check("f0017.tif"), "f%04d.tif") << "digits at the end are the number's place";
+    EXPECT_EQ(check("f.bmp"), "f%04d.bmp");
+    // A "%" in a folder is part of its name.
+    const std::string folder = (std::filesystem::temp_directory_path() / "film 50%").string();
+    std::filesystem::create_directory(folder);
+    EXPECT_EQ(check(wxString(folder) + "/f%04d.png"), wxString(folder) + "/f%04d.png");
+    std::filesystem::remove(folder);
+    wxString alpha = "f%04d.tiff";
+    EXPECT_EQ(CheckFilmOutput(&alpha, true), "");
+}
+
+} // namespace

@@ -1,0 +1,145 @@
+// Names, rates and the command line of videos, and the tool at work where it is installed.
+#include "IMAGE/VideoFile.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+
+#include <gtest/gtest.h>
+#include <wx/image.h>
+
+#include "IMAGE/ImageCheck.h"
+#include "IMAGE/clsVideoMaker.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+TEST(VideoFile, NamesFollowThePictures) {
+    EXPECT_EQ(MakeVideoPath("run/Preview%04d.png"), "run/Preview.mp4");
+    EXPECT_EQ(MakeVideoPath("f_%03d.tif"), "f.mp4");
+    EXPECT_EQ(MakeVideoPath("/a/%04d.png"), "/a/film.mp4");
+    EXPECT_EQ(MakeVideoPath("a.b/c%04dd.png"), "a.b/cd.mp4");
+}
+
+TEST(VideoFile, RatesAreExact) {
+    for (const char* rate : {"25", "23.976", "30000/1001", "0.5", "1000"})
+        EXPECT_TRUE(IsVideoRate(rate)) << rate;
+    for (const char* rate :
+         {"", "0", "-1", "1e3", "25/", "/2", "2.5/1", "25/0", "1/2/3", "1001", "fast", "."})
+        EXPECT_FALSE(IsVideoRate(rate)) << rate;
+    EXPECT_EQ(MakeVideoRate(23.976f), "23.976");
+    EXPECT_TRUE(IsVideoRate(MakeVideoRate(25.0f)));
+}
+
+TEST(VideoFile, CommandLeavesNothingToChance) {
+    const std::vector<std::string> words =
+        MakeVideoCommand("/bin/ffmpeg", "/tmp/links", "png", "out.mp4", "30000/1001", false);
+    const auto behind = [&](const char* option) {
+        const auto found = std::find(words.begin(), words.end(), option);
+        return found == words.end() ? std::string() : *(found + 1);
+    };
+    EXPECT_EQ(words.front(), "/bin/ffmpeg");
+    EXPECT_EQ(words.back(), "out.mp4");
+    EXPECT_EQ(behind("-framerate"), "30000/1001");
+    EXPECT_EQ(behind("-i"), "/tmp/links/%08d.png");
+    EXPECT_EQ(behind("-c:v"), "libx264");
+    EXPECT_EQ(behind("-pix_fmt"), "yuv420p");
+    EXPECT_EQ(behind("-vf").find("premultiply"), std::string::npos);
+    const std::vector<std::string> clear = MakeVideoCommand("f", "l", "png", "o", "25", true);
+    EXPECT_TRUE(std::any_of(clear.begin(), clear.end(), [](const std::string& word) {
+        return word.find("premultiply") != std::string::npos;
+    }));
+}
+
+class VideoMaker : public ::testing::Test {
+protected:
+    VideoMaker() {
+        std::string name = (fs::temp_directory_path() / "video 50% XXXXXX").string();
+        mFolder = mkdtemp(name.data());
+        if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG)) wxImage::AddHandler(new wxPNGHandler);
+    }
+    ~VideoMaker() override { fs::remove_all(mFolder); }
+    VideoJob_st MakeJob(int frames, int w, int h) {
+        VideoJob_st job;
+        for (int i = 0; i < frames; ++i) {
+            wxImage image(w, h);
+            image.SetRGB(wxRect(0, 0, w, h), 255, static_cast<unsigned char>(i * 20), 0);
+            job.mFrames.push_back(wxString(mFolder) + wxString::Format("/f%d.png", 7 * i));
+            image.SaveFile(job.mFrames.back());
+        }
+        job.mPath = wxString(mFolder) + "/film.mp4";
+        return job;
+    }
+    /// What the tool's companion says of the video.
+    std::string Probe(const char* what) {
+        const std::string command =
+            "ffprobe -v error -count_frames -select_streams v -show_entries stream=" + std::string(what) +
+            " -of csv=p=0 '" + mFolder + "/film.mp4'";
+        std::array<char, 200> line{};
+        std::FILE* pipe = popen(command.c_str(), "r");
+        if (!std::fgets(line.data(), int(line.size()), pipe)) line[0] = '\0';
+        pclose(pipe);
+        return std::string(line.data()).substr(0, std::string(line.data()).find_last_not_of("\n,") + 1);
+    }
+    size_t CountFiles() const {
+        return size_t(std::distance(fs::directory_iterator(mFolder), fs::directory_iterator()));
+    }
+
+    std::string mFolder;
+};
+
+TEST_F(VideoMaker, MakesH264OfTheRateWithEvenSizes) {
+    if (FindVideoTool().empty()) GTEST_SKIP() << "ffmpeg is not installed";
+    VideoJob_st job = MakeJob(7, 33, 31);
+    job.mRate = "30000/1001";
+    VideoMaker_cls maker;
+    ASSERT_EQ(maker.Start(job), "");
+    maker.Wait([] { return false; });
+    ASSERT_EQ(maker.GetError(), "");
+    EXPECT_EQ(Probe("codec_name"), "h264");
+    EXPECT_EQ(Probe("pix_fmt"), "yuv420p");
+    EXPECT_EQ(Probe("width,height"), "34,32");
+    EXPECT_EQ(Probe("r_frame_rate"), "30000/1001");
+    EXPECT_EQ(Probe("nb_read_frames"), "7");
+    EXPECT_EQ(CountFiles(), 8u) << "nothing but pictures and video";
+}
+
+TEST_F(VideoMaker, TellsWhyThereIsNone) {
+    if (FindVideoTool().empty()) GTEST_SKIP() << "ffmpeg is not installed";
+    VideoJob_st job = MakeJob(2, 16, 16);
+    job.mPath = wxString(mFolder) + "/missing/film.mp4";
+    VideoMaker_cls maker;
+    ASSERT_EQ(maker.Start(job), "");
+    maker.Wait([] { return false; });
+    EXPECT_FALSE(maker.GetError().empty());
+    EXPECT_FALSE(maker.Start({{}, job.mPath, "25", false}).empty()) << "no pictures";
+    job.mPath = wxString(mFolder) + "/film.mp4";
+    ASSERT_EQ(maker.Start(job), "");
+    maker.Stop();
+    EXPECT_FALSE(maker.IsRunning());
+    EXPECT_EQ(CountFiles(), 2u) << "a video given up leaves nothing";
+}
+
+TEST_F(VideoMaker, WholePicturesAreKnown) {
+    const VideoJob_st job = MakeJob(1, 33, 31);
+    const std::string path = job.mFrames[0].utf8_string();
+    EXPECT_TRUE(IsWholeImage(job.mFrames[0], 33, 31));
+    EXPECT_FALSE(IsWholeImage(job.mFrames[0], 33, 32)) << "another size";
+    EXPECT_FALSE(IsWholeImage(wxString(mFolder) + "/none.png", 33, 31));
+    fs::resize_file(path, fs::file_size(path) - 20);
+    EXPECT_FALSE(IsWholeImage(job.mFrames[0], 33, 31)) << "cut off";
+    fs::resize_file(path, 0);
+    EXPECT_FALSE(IsWholeImage(job.mFrames[0], 33, 31));
+    if (!wxImage::FindHandler(wxBITMAP_TYPE_JPEG)) wxImage::AddHandler(new wxJPEGHandler);
+    wxImage image(64, 64);
+    const std::string photo = mFolder + "/f.jpg";
+    ASSERT_TRUE(image.SaveFile(photo, wxBITMAP_TYPE_JPEG));
+    EXPECT_TRUE(IsWholeImage(photo, 64, 64));
+    fs::resize_file(photo, fs::file_size(photo) - 2);
+    EXPECT_FALSE(IsWholeImage(photo, 64, 64)) << "its reader would fill it up";
+}
+
+} // namespace

@@ -1,0 +1,53 @@
+#!/bin/bash
+# How much of a film's time is drawing? Makes snapshots of 100,000 points, a film of them at 1280x720 with
+# software rendering, and tells the share of the wall time, start and end included.
+#   tools/time_film.sh [frames]     300 without it
+set -euo pipefail
+cd -P "$(dirname "${BASH_SOURCE[0]}")/.."
+
+frames=${1:-300}
+program=build/release/morentis-film
+[[ -x $program ]] || { echo "Build the program first: ./run" >&2; exit 1; }
+stage=$(mktemp -d)
+trap 'rm -rf "$stage"' EXIT
+
+# Ten snapshots, each under many names: as many files to read and unpack as there are frames.
+python3 - "$stage" "$frames" <<'PY'
+import array, math, os, random, sys
+stage, frames = sys.argv[1], int(sys.argv[2])
+points, kinds = 100_000, 10
+random.seed(1)
+stars = [(random.gauss(0, 0.5), random.random() * 2 * math.pi, random.gauss(0, 0.05)) for _ in range(points)]
+for k in range(min(kinds, frames)):
+    words = array.array("f", bytes(40 * points))
+    for i, (radius, angle, height) in enumerate(stars):
+        turn = angle + 0.05 * k / (abs(radius) + 0.1)
+        words[10 * i] = radius * math.cos(turn)
+        words[10 * i + 1] = radius * math.sin(turn)
+        words[10 * i + 2] = height
+    with open(f"{stage}/kind{k}", "wb") as file:
+        array.array("f", [float(k)]).tofile(file)
+        array.array("i", [points]).tofile(file)
+        words.tofile(file)
+for frame in range(frames):
+    os.link(f"{stage}/kind{frame % kinds}", f"{stage}/points{frame:04d}.bin")
+last = frames - 1
+with open(f"{stage}/points.mrp", "w") as file:
+    file.write("DataLoadDataType=0\nDataLoadGrammerHead=0 1\nDataLoadGrammerBody=0 1 5 6 7 8\n"
+               "LoaderTranslate=0 0 0\nLoaderScale=1\nPanel0ShowGrid=0\n"
+               f"TimeMaxFrame={last}\nTimeWorkAreaMin=0\nTimeWorkAreaMax={last}\nTimeAnimStep=1\nTimeAnimInterp=1\n"
+               "Classify=0\nDataSequence0=0\npoints0000.bin\nSEQ0TYPE0DrawType=0\nSEQ0TYPE0PointSize=2\n")
+PY
+
+mkdir "$stage/out"
+start=$(date +%s.%N)
+env -u DISPLAY LIBGL_ALWAYS_SOFTWARE=1 "$program" --quiet --timing --size 1280x720 --output "$stage/out/f%04d.png" \
+  "$stage/points.mrp" 2>"$stage/err" || { cat "$stage/err" >&2; exit 1; }
+end=$(date +%s.%N)
+count=$(find "$stage/out" -name 'f*.png' | wc -l)
+((count == frames)) || { echo "$count of $frames pictures were written" >&2; exit 1; }
+awk -v wall="$(echo "$end $start" | awk '{print $1 - $2}')" '/timing:/ {
+  for (i = 1; i <= NF; ++i) if (split($i, part, "=") == 2) value[part[1]] = part[2]
+  printf "%d frames in %.1f s (%.1f a second): drawing %.1f s, waiting for data %.1f s, for files %.1f s, start and end %.1f s\n",
+    value["frames"], wall, value["frames"] / wall, value["draw"], value["data"], value["files"], wall - value["loop"]
+  printf "drawing: %.0f %% of the wall time\n", 100 * value["draw"] / wall }' "$stage/err"
