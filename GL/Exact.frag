@@ -2,28 +2,27 @@
 // The sphere itself: where the ray of a pixel meets it, with its depth and light.
 // Written by tools/make_shaders.py.
 
-#ifdef MATERIALS
-varying vec4 materialAmbient;
-varying vec4 materialDiffuse;
-varying vec4 materialSpecular;
-#define AMBIENT materialAmbient
-#define DIFFUSE materialDiffuse
-#define SPECULAR materialSpecular
+#extension GL_EXT_gpu_shader4 : enable
+#ifdef GL_EXT_gpu_shader4
+#define PER_SPHERE flat varying
 #else
-#define AMBIENT gl_FrontMaterial.ambient
-#define DIFFUSE gl_FrontMaterial.diffuse
-#define SPECULAR gl_FrontMaterial.specular
+#define PER_SPHERE varying
 #endif
-#define EMISSION vec4(0.0)
-uniform int shadowVolumeMode;
-uniform float boldness;
-uniform vec2 rayScale;
-uniform vec2 rayOffset;
-uniform vec2 depthRange; // eye coordinates: nearest and farthest z
-uniform vec2 depthMap;   // depth = x + y / z, in a parallel view x + y * z
-varying vec4 ball;
-#define SHADOW_MODE shadowVolumeMode
-#define BOLDNESS boldness
+
+PER_SPHERE vec4 onScreen;
+PER_SPHERE vec4 toSphere;
+#ifdef BALL
+PER_SPHERE vec4 ball;
+#endif
+
+#ifdef FAR_LIGHTS
+PER_SPHERE vec4 litAlways;                // with the alpha
+#if LIGHT_NUMBER > 0
+PER_SPHERE vec4 litFrom[LIGHT_NUMBER];    // direction: x, y, its part along the view; diffuse red
+PER_SPHERE vec4 shineFrom[LIGHT_NUMBER];  // the same half way to the viewer; diffuse green
+PER_SPHERE vec4 litShine[LIGHT_NUMBER];   // highlight; diffuse blue
+#endif
+#endif
 
 #ifndef FOG
 uniform int fogMode; // 0 none, 1 exponential, 2 its square, 3 linear
@@ -39,7 +38,7 @@ vec3 fogged(vec3 color, float depth)
     return mix(gl_Fog.color.rgb, color, clamp(clear, 0.0, 1.0));
 }
 
-#if defined(PARALLEL) && !defined(CARTOON)
+#ifdef FAR_LIGHTS
 
 // All particles have a shininess of 20.
 float gloss(float x)
@@ -50,32 +49,40 @@ float gloss(float x)
     return x8 * x8 * x4;
 }
 
-uniform vec3 lightTo[8];
-uniform vec3 lightBetween[8];
-
-vec4 lit(vec3 place, vec3 normal)
+// The normal is share * across - depth * (direction to the sphere); `across` has no z.
+vec4 litByFar(vec2 across, float share, float depth)
 {
-#ifdef MATERIALS
-    vec3 color = gl_LightModel.ambient.rgb * AMBIENT.rgb;
-#else
-    vec3 color = gl_LightModel.ambient.rgb * gl_FrontMaterial.ambient.rgb;
-#endif
+    vec3 color = litAlways.rgb;
+#if LIGHT_NUMBER > 0
     for (int i = 0; i < LIGHT_NUMBER; ++i) {
-        float facing = dot(normal, lightTo[i]);
-        float shine = facing > 0.0 ? gloss(max(dot(normal, lightBetween[i]), 0.0)) : 0.0;
-#ifdef MATERIALS
-        color += gl_LightSource[i].ambient.rgb * AMBIENT.rgb
-               + max(facing, 0.0) * gl_LightSource[i].diffuse.rgb * DIFFUSE.rgb
-               + shine * gl_LightSource[i].specular.rgb * SPECULAR.rgb;
-#else
-        color += gl_FrontLightProduct[i].ambient.rgb + max(facing, 0.0) * gl_FrontLightProduct[i].diffuse.rgb
-               + shine * gl_FrontLightProduct[i].specular.rgb;
-#endif
+        float facing = share * dot(litFrom[i].xy, across) - depth * litFrom[i].z;
+        float shine = share * dot(shineFrom[i].xy, across) - depth * shineFrom[i].z;
+        color += max(facing, 0.0) * vec3(litFrom[i].w, shineFrom[i].w, litShine[i].w)
+               + (facing > 0.0 ? gloss(max(shine, 0.0)) : 0.0) * litShine[i].rgb;
     }
-    return clamp(vec4(color, DIFFUSE.a), 0.0, 1.0);
+#endif
+    return clamp(vec4(color, litAlways.a), 0.0, 1.0);
 }
 
 #else
+
+#ifdef MATERIALS
+PER_SPHERE vec4 materialAmbient;
+PER_SPHERE vec4 materialDiffuse;
+PER_SPHERE vec4 materialSpecular;
+#define AMBIENT materialAmbient
+#define DIFFUSE materialDiffuse
+#define SPECULAR materialSpecular
+#else
+#define AMBIENT gl_FrontMaterial.ambient
+#define DIFFUSE gl_FrontMaterial.diffuse
+#define SPECULAR gl_FrontMaterial.specular
+#endif
+#define EMISSION vec4(0.0)
+uniform int shadowVolumeMode;
+uniform float boldness;
+#define SHADOW_MODE shadowVolumeMode
+#define BOLDNESS boldness
 
 // What OpenGL light i brings to a place on a surface, eye coordinates, by the rules of the fixed
 // pipeline: attenuation, spot, and highlights for a viewer far away.
@@ -150,31 +157,35 @@ vec4 lit(vec3 place, vec3 normal)
 }
 
 #endif
+
 #endif
 
+// Lengths in radii. The ray through a pixel is (distance * direction to the sphere + across); with the
+// distance d, the foot of the perpendicular on it lies at
+//   (1 - along / d) * across - along * direction   from the centre,
+// and the surface by `in front` nearer along the ray. Nothing large is subtracted from anything large:
+// exact for far, small spheres too.
 void main()
 {
-    vec2 plane = gl_FragCoord.xy * rayScale + rayOffset;
-    // From the foot of the perpendicular on the ray back to the surface: exact for far, small spheres too.
-#ifdef PERSPECTIVE
-    vec3 ray = vec3(plane, -1.0);
-    float share = 1.0 / dot(ray, ray);
-    vec3 foot = ray * (dot(ball.xyz, ray) * share) - ball.xyz;
+    vec2 across = (gl_FragCoord.xy - onScreen.xy) * onScreen.zw;
+    float closeness = toSphere.w; // 1 / d
+    float forward = dot(toSphere.xy, across);
+    float square = dot(across, across);
+    float turned = forward + closeness * square;
+    float shorter = 1.0 / (1.0 + closeness * (forward + turned)); // square of d over the ray's length
+    float rest = 1.0 - (square - forward * forward) * shorter;
+    if (rest < 0.0) discard;
+    float depth = turned * shorter + sqrt(rest * shorter);
+    float share = 1.0 - closeness * depth;
+    gl_FragDepth = gl_FragCoord.z - gl_FragCoord.w * depth / share;
+#ifdef FAR_LIGHTS
+    vec4 color = litByFar(across, share, depth);
 #else
-    const vec3 ray = vec3(0.0, 0.0, -1.0);
-    const float share = 1.0;
-    vec3 foot = vec3(plane - ball.xy, 0.0);
+    vec3 normal = vec3(share * across, 0.0) - depth * toSphere.xyz;
+    vec4 color = lit(ball.xyz + ball.w * normal, normal);
 #endif
-    float rest = ball.w * ball.w - dot(foot, foot);
-    vec3 outward = foot - ray * sqrt(max(rest, 0.0) * share);
-    vec3 place = ball.xyz + outward;
-    // Cut by the near or the far plane; what lies behind it is the inside, which isn't drawn.
-    if (rest < 0.0 || place.z > depthRange.x || place.z < depthRange.y) discard;
-#ifdef PERSPECTIVE
-    gl_FragDepth = depthMap.x + depthMap.y / place.z;
-#else
-    gl_FragDepth = depthMap.x + depthMap.y * place.z;
+#if FOG != 0
+    color.rgb = fogged(color.rgb, abs(ball.z - ball.w * depth * toSphere.z));
 #endif
-    vec4 color = lit(place, outward / ball.w);
-    gl_FragColor = vec4(fogged(color.rgb, abs(place.z)), color.a);
+    gl_FragColor = color;
 }

@@ -1,21 +1,74 @@
 #version 120
-// The square on the screen that a sphere fills.
+// The square on the screen that a sphere fills, and its light.
 // Written by tools/make_shaders.py.
+
+#extension GL_EXT_gpu_shader4 : enable
+#ifdef GL_EXT_gpu_shader4
+#define PER_SPHERE flat varying
+#else
+#define PER_SPHERE varying
+#endif
 
 attribute vec4 sphere;  // centre and radius
 #ifdef MATERIALS
 attribute vec4 ambient;
 attribute vec4 diffuse;
 attribute vec4 specular;
-varying vec4 materialAmbient;
-varying vec4 materialDiffuse;
-varying vec4 materialSpecular;
+#ifndef FAR_LIGHTS
+PER_SPHERE vec4 materialAmbient;
+PER_SPHERE vec4 materialDiffuse;
+PER_SPHERE vec4 materialSpecular;
 #endif
+#endif
+
 uniform vec4 viewport;     // left, bottom, width, height in pixels
 uniform vec2 rayScale;     // from window coordinates to the plane at depth 1, or of a parallel view
 uniform vec2 rayOffset;
+uniform vec2 depthMap;     // depth = x + y / z, in a parallel view x + y * z
 uniform float scale;       // of the model-view matrix
-varying vec4 ball;         // the sphere in eye coordinates
+PER_SPHERE vec4 onScreen;  // middle in window coordinates; radii of the sphere a pixel
+PER_SPHERE vec4 toSphere;  // direction from the eye, and the radius over the distance
+#ifdef BALL
+PER_SPHERE vec4 ball;      // the sphere in eye coordinates
+#endif
+
+#ifdef FAR_LIGHTS
+PER_SPHERE vec4 litAlways;                // with the alpha
+#if LIGHT_NUMBER > 0
+PER_SPHERE vec4 litFrom[LIGHT_NUMBER];    // direction: x, y, its part along the view; diffuse red
+PER_SPHERE vec4 shineFrom[LIGHT_NUMBER];  // the same half way to the viewer; diffuse green
+PER_SPHERE vec4 litShine[LIGHT_NUMBER];   // highlight; diffuse blue
+#endif
+#endif
+
+#ifdef FAR_LIGHTS
+uniform vec3 lightTo[8];       // of length 1
+uniform vec3 lightBetween[8];
+#ifdef MATERIALS
+#define AMBIENT ambient
+#define DIFFUSE diffuse
+#define SPECULAR specular
+#else
+#define AMBIENT gl_FrontMaterial.ambient
+#define DIFFUSE gl_FrontMaterial.diffuse
+#define SPECULAR gl_FrontMaterial.specular
+#endif
+
+void prepareLights(vec3 along)
+{
+    vec3 always = gl_LightModel.ambient.rgb * AMBIENT.rgb;
+#if LIGHT_NUMBER > 0
+    for (int i = 0; i < LIGHT_NUMBER; ++i) {
+        vec3 color = gl_LightSource[i].diffuse.rgb * DIFFUSE.rgb;
+        always += gl_LightSource[i].ambient.rgb * AMBIENT.rgb;
+        litFrom[i] = vec4(lightTo[i].xy, dot(lightTo[i], along), color.r);
+        shineFrom[i] = vec4(lightBetween[i].xy, dot(lightBetween[i], along), color.g);
+        litShine[i] = vec4(gl_LightSource[i].specular.rgb * SPECULAR.rgb, color.b);
+    }
+#endif
+    litAlways = vec4(always, DIFFUSE.a);
+}
+#endif
 
 // Middle and half width of the silhouette along one axis of the picture plane at depth 1.
 vec2 silhouette(float across, float depth, float radius)
@@ -28,32 +81,42 @@ void main()
 {
     vec3 centre = (gl_ModelViewMatrix * vec4(sphere.xyz, 1.0)).xyz;
     float radius = sphere.w * scale;
-    ball = vec4(centre, radius);
-    vec2 x = vec2(centre.x, radius);
-    vec2 y = vec2(centre.y, radius);
-    bool full = false;
-    bool hidden = false;
 #ifdef PERSPECTIVE
     float depth = -centre.z;
-    full = depth <= radius * 1.0001; // reaches the plane of the eye: may be anywhere
-    // Behind the eye, or wholly beyond a side of the picture: nothing, rather than the whole picture for
-    // each sphere beside the eye. Views to all sides have many of these.
-    vec2 low = viewport.xy * rayScale + rayOffset;
-    vec2 high = (viewport.xy + viewport.zw) * rayScale + rayOffset;
-    vec2 beyond = max((centre.xy - high * depth) / sqrt(1.0 + high * high),
-                      (low * depth - centre.xy) / sqrt(1.0 + low * low));
-    hidden = depth <= -radius || max(beyond.x, beyond.y) > radius * 1.01;
-    x = silhouette(centre.x, depth, radius);
-    y = silhouette(centre.y, depth, radius);
+    float far = length(centre);
+    toSphere = vec4(centre, radius) / far;
+    onScreen = vec4((centre.xy / depth - rayOffset) / rayScale, rayScale * (depth / radius));
+    vec2 x = silhouette(centre.x, depth, radius);
+    vec2 y = silhouette(centre.y, depth, radius);
+    float middleDepth = depthMap.x + depthMap.y / centre.z;
+    float thickness = depthMap.y * toSphere.w / depth;
+#else
+    toSphere = vec4(0.0, 0.0, -1.0, 0.0);
+    onScreen = vec4((centre.xy - rayOffset) / rayScale, rayScale / radius);
+    vec2 x = vec2(centre.x, radius);
+    vec2 y = vec2(centre.y, radius);
+    float middleDepth = depthMap.x + depthMap.y * centre.z;
+    float thickness = -depthMap.y * radius;
+#endif
+#ifdef BALL
+    ball = vec4(centre, radius);
 #endif
     // Window coordinates, a little wider for what the rasterizer rounds.
-    vec2 middle = full ? viewport.xy + 0.5 * viewport.zw : (vec2(x.x, y.x) - rayOffset) / rayScale;
-    vec2 reach = full ? viewport.zw : vec2(0.125) + vec2(x.y, y.y) / rayScale;
+    vec2 middle = (vec2(x.x, y.x) - rayOffset) / rayScale;
+    vec2 reach = vec2(0.0625) + vec2(x.y, y.y) / rayScale;
     gl_PointSize = 2.0 * max(reach.x, reach.y);
     // A corner of a square, or 0 for a point.
     vec2 corner = middle + gl_MultiTexCoord0.xy * reach - viewport.xy;
-    gl_Position = hidden ? vec4(2.0, 2.0, 2.0, 1.0) : vec4(corner / (0.5 * viewport.zw) - 1.0, 0.0, 1.0);
-#ifdef MATERIALS
+    // Every pixel gets the depth of the middle as its z and the thickness as its w; thinner than any depth
+    // buffer can tell counts as that.
+    float w = 1.0 / max(thickness, 1e-9);
+    float z = (2.0 * middleDepth - gl_DepthRange.near - gl_DepthRange.far) / gl_DepthRange.diff;
+    gl_Position = vec4(corner / (0.5 * viewport.zw) - 1.0, z, 1.0) * vec4(w);
+#ifdef FAR_LIGHTS
+    prepareLights(toSphere.xyz);
+#endif
+
+#if defined(MATERIALS) && !defined(FAR_LIGHTS)
     materialAmbient = ambient;
     materialDiffuse = diffuse;
     materialSpecular = specular;

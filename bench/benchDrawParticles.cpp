@@ -1,7 +1,9 @@
 // Drawing billboards and spheres against bare OpenGL programs: same context, same off-screen buffer,
 // finished both. DrawBillboards: the bare one owns the same quads in buffer objects; DrawSpheres: it draws
 // instances of the same mesh whose places and materials stand in a buffer. Counter "ratio" is ours over
-// theirs. DrawSpheresExact: ray-cast spheres against a display list a sphere, counter "speedup".
+// theirs. DrawSpheresExact: ray-cast spheres against a display list a sphere, counter "speedup"; "cpuMs" is
+// what all threads worked, which says more on a busy machine. DrawAlternating: two classes of particles by
+// turns against the same drawn as if each were alone, counter "ratio".
 #include <benchmark/benchmark.h>
 
 #include <epoxy/gl.h>
@@ -9,6 +11,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
+#include <ctime>
 #include <functional>
 #include <memory>
 #include <random>
@@ -42,11 +45,20 @@ struct Case {
     bool bCurve;  ///< colours and materials by value
 };
 
+/// What sets the second class of particles apart from the first.
+struct Other {
+    unsigned drawType;
+    unsigned quality;
+    unsigned blend;
+};
+
 class Scene {
 public:
-    explicit Scene(const Case& what) : mCase(what), mSnap(nullptr, 0), mTarget(kSize, kSize) {
+    /// With `pOther` every second particle belongs to the second class.
+    explicit Scene(const Case& what, const Other* pOther = nullptr)
+        : mCase(what), mSnap(nullptr, 0), mTarget(kSize, kSize) {
         GLAttribute_cls::InitializeShader(nullptr, true);
-        FillBlock();
+        FillBlock(pOther ? 2 : 1);
         for (int i = 0; i < 4; ++i) {
             mAttribute[i] = std::make_unique<GLAttribute_cls>(nullptr, 0, i, &mOption);
             GLAttribute_cls& a = *mAttribute[i];
@@ -56,6 +68,12 @@ public:
             for (ColorCurve_cls* pCurve : {&a.mColor, &a.mAmbient, &a.mDiffuse, &a.mSpecular})
                 pCurve->mbUseColorCurve.mValue = what.bCurve;
             mpAttribute[i] = &a;
+        }
+        if (pOther) {
+            mAttribute[1]->mDrawType.mValue = pOther->drawType;
+            mAttribute[1]->mDrawQuality.mValue = pOther->quality;
+            mAttribute[1]->mBlendType.mValue = pOther->blend;
+            mAttribute[1]->mRadiusFactor.mValue = 0.8f;
         }
         mSnap.mTime = 0.0;
         mDrawn = std::make_unique<SnapData_cls>(mSnap.mpCBlock, mpAttribute, 0.0, 1);
@@ -81,11 +99,15 @@ public:
         glEnable(GL_LIGHTING);
         SetLights();
         glFinish();
+        const double work = GetWork();
         const auto start = std::chrono::steady_clock::now();
         draw();
         glFinish();
+        mWork = GetWork() - work;
         return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     }
+
+    double GetLastWork() const { return mWork; } ///< seconds that all threads worked
 
     // What the bare programs do.
     void MakeQuads();
@@ -96,7 +118,7 @@ public:
     void DrawLists(int number);
 
 private:
-    void FillBlock() {
+    void FillBlock(int classes) {
         PDataBlock_cls& block = *mSnap.mpCBlock;
         block.mParticleNumber = mCase.number;
         if (!block.Allocate(mCase.number)) std::abort();
@@ -107,7 +129,7 @@ private:
                 block.mpPos[i][axis] = side(random);
             block.mpRadius[i] = mCase.radius * kPixel;
             block.mpValue1[i] = 0.5f + 0.5f * side(random);
-            block.mpType[i] = 0;
+            block.mpType[i] = static_cast<unsigned char>(i % classes);
         }
     }
     static void SetLights() {
@@ -119,7 +141,14 @@ private:
             glLightfv(GL_LIGHT0, color, white);
     }
 
+    static double GetWork() {
+        timespec now = {};
+        clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+        return double(now.tv_sec) + 1e-9 * double(now.tv_nsec);
+    }
+
     Case mCase;
+    double mWork = 0.0;
     DrawOption_cls mOption;
     std::unique_ptr<GLAttribute_cls> mAttribute[4];
     GLAttribute_cls* mpAttribute[4] = {};
@@ -248,6 +277,29 @@ double Median(std::vector<double> times) {
     return times[times.size() / 2];
 }
 
+void DrawAlternating(benchmark::State& state, Case what, Other other) {
+    if (!MakeBenchContext()) return state.SkipWithError("no display");
+    std::vector<double> mixed, alone;
+    {
+        Scene scene(what, &other);
+        scene.TimeOurs();
+        for (auto _ : state)
+            for (int round = 0; round < 3; ++round)
+                mixed.push_back(scene.TimeOurs());
+        state.counters["cpuMs"] = scene.GetLastWork() * 1e3;
+    }
+    Case second = what;
+    second.drawType = other.drawType;
+    second.quality = other.quality;
+    Scene first(what);
+    Scene rest(second);
+    for (int round = 0; round < 3; ++round)
+        alone.push_back((first.TimeOurs() + rest.TimeOurs()) / 2.0);
+    state.counters["oursMs"] = Median(mixed) * 1e3;
+    state.counters["aloneMs"] = Median(alone) * 1e3;
+    state.counters["ratio"] = Median(mixed) / Median(alone);
+}
+
 /// Both in turn, `rounds` times after one of each to warm up.
 void Compare(benchmark::State& state, Scene& scene, int rounds, const std::function<void()>& bare) {
     scene.TimeOurs();
@@ -281,21 +333,25 @@ void DrawSpheresExact(benchmark::State& state, Case what) {
     if (!MakeBenchContext()) return state.SkipWithError("no display");
     Scene scene(what);
     scene.TimeOurs();
-    // Against the coarsest mesh, and against "High", which is drawn where rays can't be cast.
+    // Against the meshes of "Low", "Middle" and "High", the last of which is drawn where rays can't be cast.
     constexpr int kPart = 20;
-    std::vector<double> ours, coarse, fine;
+    std::vector<double> ours, work, lists[3];
     for (auto _ : state) {
-        for (int round = 0; round < 3; ++round) {
+        for (int round = 0; round < 5; ++round) {
             ours.push_back(scene.TimeOurs());
-            scene.MakeList(1);
-            coarse.push_back(kPart * scene.Time([&] { scene.DrawLists(what.number / kPart); }));
-            scene.MakeList(3);
-            fine.push_back(kPart * scene.Time([&] { scene.DrawLists(what.number / kPart); }));
+            work.push_back(scene.GetLastWork());
+            for (int level = 1; level <= (round < 2 ? 3 : 1); ++level) {
+                scene.MakeList(level);
+                lists[level - 1].push_back(kPart * scene.Time([&] { scene.DrawLists(what.number / kPart); }));
+            }
         }
     }
-    state.counters["oursMs"] = Median(ours) * 1e3;
-    state.counters["speedup"] = Median(coarse) / Median(ours);
-    state.counters["speedupHigh"] = Median(fine) / Median(ours);
+    const double time = Median(ours);
+    state.counters["oursMs"] = time * 1e3;
+    state.counters["cpuMs"] = Median(work) * 1e3;
+    state.counters["speedup"] = Median(lists[0]) / time;
+    state.counters["speedupMiddle"] = Median(lists[1]) / time;
+    state.counters["speedupHigh"] = Median(lists[2]) / time;
 }
 
 #define DRAW_CASE(what, name, ...)                                                                           \
@@ -313,5 +369,23 @@ DRAW_CASE(DrawSpheresExact, DrawSpheresExact, 1000000, 2, 3, 0, 1.0f, false);
 DRAW_CASE(DrawSpheresExact, DrawSpheresExact100k, 100000, 2, 3, 0, 2.0f, false);
 DRAW_CASE(DrawSpheresExact, DrawSpheresExact100k8px, 100000, 2, 3, 0, 4.0f, false);
 DRAW_CASE(DrawSpheresExact, DrawSpheresExactByValue, 1000000, 2, 3, 0, 1.0f, true);
+
+#define ALTERNATING_CASE(name, what, ...)                                                                    \
+    BENCHMARK_CAPTURE(DrawAlternating, name, what, Other{__VA_ARGS__})                                       \
+        ->Name(#name)                                                                                        \
+        ->Iterations(1)                                                                                      \
+        ->Unit(benchmark::kMillisecond)
+
+// Draw type, quality and blending of the second class.
+constexpr Case kSprites = {1000000, 1, 0, 0, 2.0f, true};
+constexpr Case kMeshes = {100000, 2, 0, 0, 2.0f, true};
+constexpr Case kExact = {1000000, 2, 3, 0, 1.0f, true};
+ALTERNATING_CASE(AlternatingSprites, kSprites, 1, 0, 0);
+ALTERNATING_CASE(AlternatingSpritesBlend, kSprites, 1, 0, 1);
+ALTERNATING_CASE(AlternatingMeshes, kMeshes, 2, 0, 0);
+ALTERNATING_CASE(AlternatingMeshesQuality, kMeshes, 2, 1, 0);
+ALTERNATING_CASE(AlternatingExact, kExact, 2, 3, 0);
+ALTERNATING_CASE(AlternatingExactBlend, kExact, 2, 3, 1);
+ALTERNATING_CASE(AlternatingSpritesExact, (Case{100000, 1, 0, 0, 2.0f, true}), 2, 3, 0);
 
 } // namespace

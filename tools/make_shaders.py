@@ -7,7 +7,8 @@ glMaterial and glFog put them. Parts that several files need stand here once. St
 Without any define a file works on plain vertices, and uniforms tell lights and fog. For many spheres the
 program compiles forms made for the scene at hand: SPHERES repeats a mesh, MATERIALS gives every ray-cast
 sphere its own colours, LIGHT_NUMBER and FOG are what the uniforms would tell, and PARALLEL says that all
-lights are far away and none is a spot.
+lights are far away and none is a spot. FAR_LIGHTS has the light of such lights worked out once a ray-cast
+sphere; BALL hands its place to the pixels where light or fog ask for it.
 """
 import pathlib
 
@@ -245,29 +246,150 @@ uniform float boldnessCartoon;       // 0 no outline, 1 nothing else
 #define BOLDNESS boldnessCartoon
 """ + TONE_SUM + PIXEL_MAIN)
 
-EXACT_VERT = """
+# What the ray-cast forms hand from sphere to pixels is the same for all pixels of a sphere.
+SPHERE_INPUTS = """
+#extension GL_EXT_gpu_shader4 : enable
+#ifdef GL_EXT_gpu_shader4
+#define PER_SPHERE flat varying
+#else
+#define PER_SPHERE varying
+#endif
+"""
+
+# All far lights' colours on the sphere's material, and where they come from. Uniforms cost a software
+# driver more than all the rest of a pixel's work; what is worked out at the vertex costs it next to nothing.
+FAR_LIGHTS = """
+#ifdef FAR_LIGHTS
+PER_SPHERE vec4 litAlways;                // with the alpha
+#if LIGHT_NUMBER > 0
+PER_SPHERE vec4 litFrom[LIGHT_NUMBER];    // direction: x, y, its part along the view; diffuse red
+PER_SPHERE vec4 shineFrom[LIGHT_NUMBER];  // the same half way to the viewer; diffuse green
+PER_SPHERE vec4 litShine[LIGHT_NUMBER];   // highlight; diffuse blue
+#endif
+#endif
+"""
+
+MATERIAL_ATTRIBUTES = """
 attribute vec4 sphere;  // centre and radius
 #ifdef MATERIALS
 attribute vec4 ambient;
 attribute vec4 diffuse;
 attribute vec4 specular;
-varying vec4 materialAmbient;
-varying vec4 materialDiffuse;
-varying vec4 materialSpecular;
+#ifndef FAR_LIGHTS
+PER_SPHERE vec4 materialAmbient;
+PER_SPHERE vec4 materialDiffuse;
+PER_SPHERE vec4 materialSpecular;
 #endif
-uniform vec4 viewport;     // left, bottom, width, height in pixels
-uniform vec2 rayScale;     // from window coordinates to the plane at depth 1, or of a parallel view
-uniform vec2 rayOffset;
-uniform float scale;       // of the model-view matrix
-varying vec4 ball;         // the sphere in eye coordinates
+#endif
+"""
 
+HAND_MATERIAL = """
+#if defined(MATERIALS) && !defined(FAR_LIGHTS)
+    materialAmbient = ambient;
+    materialDiffuse = diffuse;
+    materialSpecular = specular;
+#endif
+"""
+
+SILHOUETTE = """
 // Middle and half width of the silhouette along one axis of the picture plane at depth 1.
 vec2 silhouette(float across, float depth, float radius)
 {
     float rest = depth * depth - radius * radius;
     return vec2(across * depth, radius * sqrt(across * across + rest)) / rest;
 }
+"""
 
+EXACT_VERT = SPHERE_INPUTS + MATERIAL_ATTRIBUTES + """
+uniform vec4 viewport;     // left, bottom, width, height in pixels
+uniform vec2 rayScale;     // from window coordinates to the plane at depth 1, or of a parallel view
+uniform vec2 rayOffset;
+uniform vec2 depthMap;     // depth = x + y / z, in a parallel view x + y * z
+uniform float scale;       // of the model-view matrix
+PER_SPHERE vec4 onScreen;  // middle in window coordinates; radii of the sphere a pixel
+PER_SPHERE vec4 toSphere;  // direction from the eye, and the radius over the distance
+#ifdef BALL
+PER_SPHERE vec4 ball;      // the sphere in eye coordinates
+#endif
+""" + FAR_LIGHTS + """
+#ifdef FAR_LIGHTS
+uniform vec3 lightTo[8];       // of length 1
+uniform vec3 lightBetween[8];
+#ifdef MATERIALS
+#define AMBIENT ambient
+#define DIFFUSE diffuse
+#define SPECULAR specular
+#else
+#define AMBIENT gl_FrontMaterial.ambient
+#define DIFFUSE gl_FrontMaterial.diffuse
+#define SPECULAR gl_FrontMaterial.specular
+#endif
+
+void prepareLights(vec3 along)
+{
+    vec3 always = gl_LightModel.ambient.rgb * AMBIENT.rgb;
+#if LIGHT_NUMBER > 0
+    for (int i = 0; i < LIGHT_NUMBER; ++i) {
+        vec3 color = gl_LightSource[i].diffuse.rgb * DIFFUSE.rgb;
+        always += gl_LightSource[i].ambient.rgb * AMBIENT.rgb;
+        litFrom[i] = vec4(lightTo[i].xy, dot(lightTo[i], along), color.r);
+        shineFrom[i] = vec4(lightBetween[i].xy, dot(lightBetween[i], along), color.g);
+        litShine[i] = vec4(gl_LightSource[i].specular.rgb * SPECULAR.rgb, color.b);
+    }
+#endif
+    litAlways = vec4(always, DIFFUSE.a);
+}
+#endif
+""" + SILHOUETTE + """
+void main()
+{
+    vec3 centre = (gl_ModelViewMatrix * vec4(sphere.xyz, 1.0)).xyz;
+    float radius = sphere.w * scale;
+#ifdef PERSPECTIVE
+    float depth = -centre.z;
+    float far = length(centre);
+    toSphere = vec4(centre, radius) / far;
+    onScreen = vec4((centre.xy / depth - rayOffset) / rayScale, rayScale * (depth / radius));
+    vec2 x = silhouette(centre.x, depth, radius);
+    vec2 y = silhouette(centre.y, depth, radius);
+    float middleDepth = depthMap.x + depthMap.y / centre.z;
+    float thickness = depthMap.y * toSphere.w / depth;
+#else
+    toSphere = vec4(0.0, 0.0, -1.0, 0.0);
+    onScreen = vec4((centre.xy - rayOffset) / rayScale, rayScale / radius);
+    vec2 x = vec2(centre.x, radius);
+    vec2 y = vec2(centre.y, radius);
+    float middleDepth = depthMap.x + depthMap.y * centre.z;
+    float thickness = -depthMap.y * radius;
+#endif
+#ifdef BALL
+    ball = vec4(centre, radius);
+#endif
+    // Window coordinates, a little wider for what the rasterizer rounds.
+    vec2 middle = (vec2(x.x, y.x) - rayOffset) / rayScale;
+    vec2 reach = vec2(0.0625) + vec2(x.y, y.y) / rayScale;
+    gl_PointSize = 2.0 * max(reach.x, reach.y);
+    // A corner of a square, or 0 for a point.
+    vec2 corner = middle + gl_MultiTexCoord0.xy * reach - viewport.xy;
+    // Every pixel gets the depth of the middle as its z and the thickness as its w; thinner than any depth
+    // buffer can tell counts as that.
+    float w = 1.0 / max(thickness, 1e-9);
+    float z = (2.0 * middleDepth - gl_DepthRange.near - gl_DepthRange.far) / gl_DepthRange.diff;
+    gl_Position = vec4(corner / (0.5 * viewport.zw) - 1.0, z, 1.0) * vec4(w);
+#ifdef FAR_LIGHTS
+    prepareLights(toSphere.xyz);
+#endif
+""" + HAND_MATERIAL + """}
+"""
+
+# A sphere around the eye, or cut by the near or the far plane.
+EXACT_NEAR_VERT = SPHERE_INPUTS + MATERIAL_ATTRIBUTES + """
+uniform vec4 viewport;     // left, bottom, width, height in pixels
+uniform vec2 rayScale;     // from window coordinates to the plane at depth 1, or of a parallel view
+uniform vec2 rayOffset;
+uniform float scale;       // of the model-view matrix
+PER_SPHERE vec4 ball;      // the sphere in eye coordinates
+""" + SILHOUETTE + """
 void main()
 {
     vec3 centre = (gl_ModelViewMatrix * vec4(sphere.xyz, 1.0)).xyz;
@@ -276,77 +398,24 @@ void main()
     vec2 x = vec2(centre.x, radius);
     vec2 y = vec2(centre.y, radius);
     bool full = false;
-    bool hidden = false;
 #ifdef PERSPECTIVE
     float depth = -centre.z;
     full = depth <= radius * 1.0001; // reaches the plane of the eye: may be anywhere
-    // Behind the eye, or wholly beyond a side of the picture: nothing, rather than the whole picture for
-    // each sphere beside the eye. Views to all sides have many of these.
-    vec2 low = viewport.xy * rayScale + rayOffset;
-    vec2 high = (viewport.xy + viewport.zw) * rayScale + rayOffset;
-    vec2 beyond = max((centre.xy - high * depth) / sqrt(1.0 + high * high),
-                      (low * depth - centre.xy) / sqrt(1.0 + low * low));
-    hidden = depth <= -radius || max(beyond.x, beyond.y) > radius * 1.01;
     x = silhouette(centre.x, depth, radius);
     y = silhouette(centre.y, depth, radius);
 #endif
-    // Window coordinates, a little wider for what the rasterizer rounds.
     vec2 middle = full ? viewport.xy + 0.5 * viewport.zw : (vec2(x.x, y.x) - rayOffset) / rayScale;
-    vec2 reach = full ? viewport.zw : vec2(0.125) + vec2(x.y, y.y) / rayScale;
-    gl_PointSize = 2.0 * max(reach.x, reach.y);
-    // A corner of a square, or 0 for a point.
+    vec2 reach = full ? viewport.zw : vec2(0.0625) + vec2(x.y, y.y) / rayScale;
     vec2 corner = middle + gl_MultiTexCoord0.xy * reach - viewport.xy;
-    gl_Position = hidden ? vec4(2.0, 2.0, 2.0, 1.0) : vec4(corner / (0.5 * viewport.zw) - 1.0, 0.0, 1.0);
-#ifdef MATERIALS
-    materialAmbient = ambient;
-    materialDiffuse = diffuse;
-    materialSpecular = specular;
-#endif
-}
+    gl_Position = vec4(corner / (0.5 * viewport.zw) - 1.0, 0.0, 1.0);
+""" + HAND_MATERIAL + """}
 """
 
-# Far lights bring the same ambient light to every place, and their directions come as uniforms of length 1.
-FAR_SUM = """
-// All particles have a shininess of 20.
-float gloss(float x)
-{
-    float x2 = x * x;
-    float x4 = x2 * x2;
-    float x8 = x4 * x4;
-    return x8 * x8 * x4;
-}
-
-uniform vec3 lightTo[8];
-uniform vec3 lightBetween[8];
-
-vec4 lit(vec3 place, vec3 normal)
-{
+MATERIAL_VARYINGS = """
 #ifdef MATERIALS
-    vec3 color = gl_LightModel.ambient.rgb * AMBIENT.rgb;
-#else
-    vec3 color = gl_LightModel.ambient.rgb * gl_FrontMaterial.ambient.rgb;
-#endif
-    for (int i = 0; i < LIGHT_NUMBER; ++i) {
-        float facing = dot(normal, lightTo[i]);
-        float shine = facing > 0.0 ? gloss(max(dot(normal, lightBetween[i]), 0.0)) : 0.0;
-#ifdef MATERIALS
-        color += gl_LightSource[i].ambient.rgb * AMBIENT.rgb
-               + max(facing, 0.0) * gl_LightSource[i].diffuse.rgb * DIFFUSE.rgb
-               + shine * gl_LightSource[i].specular.rgb * SPECULAR.rgb;
-#else
-        color += gl_FrontLightProduct[i].ambient.rgb + max(facing, 0.0) * gl_FrontLightProduct[i].diffuse.rgb
-               + shine * gl_FrontLightProduct[i].specular.rgb;
-#endif
-    }
-    return clamp(vec4(color, DIFFUSE.a), 0.0, 1.0);
-}
-"""
-
-EXACT_FRAG = """
-#ifdef MATERIALS
-varying vec4 materialAmbient;
-varying vec4 materialDiffuse;
-varying vec4 materialSpecular;
+PER_SPHERE vec4 materialAmbient;
+PER_SPHERE vec4 materialDiffuse;
+PER_SPHERE vec4 materialSpecular;
 #define AMBIENT materialAmbient
 #define DIFFUSE materialDiffuse
 #define SPECULAR materialSpecular
@@ -358,29 +427,97 @@ varying vec4 materialSpecular;
 #define EMISSION vec4(0.0)
 uniform int shadowVolumeMode;
 uniform float boldness;
-uniform vec2 rayScale;
-uniform vec2 rayOffset;
-uniform vec2 depthRange; // eye coordinates: nearest and farthest z
-uniform vec2 depthMap;   // depth = x + y / z, in a parallel view x + y * z
-varying vec4 ball;
 #define SHADOW_MODE shadowVolumeMode
 #define BOLDNESS boldness
-""" + FOG + """
-#if defined(PARALLEL) && !defined(CARTOON)
-""" + FAR_SUM + """
-#else
-""" + LIGHTS + """
+"""
+
+ANY_LIGHTS = MATERIAL_VARYINGS + LIGHTS + """
 #ifdef CARTOON
 """ + TONES + TONE_SUM + """
 #else
 """ + SMOOTH_SUM + """
 #endif
+"""
+
+EXACT_FRAG = SPHERE_INPUTS + """
+PER_SPHERE vec4 onScreen;
+PER_SPHERE vec4 toSphere;
+#ifdef BALL
+PER_SPHERE vec4 ball;
+#endif
+""" + FAR_LIGHTS + FOG + """
+#ifdef FAR_LIGHTS
+
+// All particles have a shininess of 20.
+float gloss(float x)
+{
+    float x2 = x * x;
+    float x4 = x2 * x2;
+    float x8 = x4 * x4;
+    return x8 * x8 * x4;
+}
+
+// The normal is share * across - depth * (direction to the sphere); `across` has no z.
+vec4 litByFar(vec2 across, float share, float depth)
+{
+    vec3 color = litAlways.rgb;
+#if LIGHT_NUMBER > 0
+    for (int i = 0; i < LIGHT_NUMBER; ++i) {
+        float facing = share * dot(litFrom[i].xy, across) - depth * litFrom[i].z;
+        float shine = share * dot(shineFrom[i].xy, across) - depth * shineFrom[i].z;
+        color += max(facing, 0.0) * vec3(litFrom[i].w, shineFrom[i].w, litShine[i].w)
+               + (facing > 0.0 ? gloss(max(shine, 0.0)) : 0.0) * litShine[i].rgb;
+    }
+#endif
+    return clamp(vec4(color, litAlways.a), 0.0, 1.0);
+}
+
+#else
+""" + ANY_LIGHTS + """
 #endif
 
+// Lengths in radii. The ray through a pixel is (distance * direction to the sphere + across); with the
+// distance d, the foot of the perpendicular on it lies at
+//   (1 - along / d) * across - along * direction   from the centre,
+// and the surface by `in front` nearer along the ray. Nothing large is subtracted from anything large:
+// exact for far, small spheres too.
+void main()
+{
+    vec2 across = (gl_FragCoord.xy - onScreen.xy) * onScreen.zw;
+    float closeness = toSphere.w; // 1 / d
+    float forward = dot(toSphere.xy, across);
+    float square = dot(across, across);
+    float turned = forward + closeness * square;
+    float shorter = 1.0 / (1.0 + closeness * (forward + turned)); // square of d over the ray's length
+    float rest = 1.0 - (square - forward * forward) * shorter;
+    if (rest < 0.0) discard;
+    float depth = turned * shorter + sqrt(rest * shorter);
+    float share = 1.0 - closeness * depth;
+    gl_FragDepth = gl_FragCoord.z - gl_FragCoord.w * depth / share;
+#ifdef FAR_LIGHTS
+    vec4 color = litByFar(across, share, depth);
+#else
+    vec3 normal = vec3(share * across, 0.0) - depth * toSphere.xyz;
+    vec4 color = lit(ball.xyz + ball.w * normal, normal);
+#endif
+#if FOG != 0
+    color.rgb = fogged(color.rgb, abs(ball.z - ball.w * depth * toSphere.z));
+#endif
+    gl_FragColor = color;
+}
+"""
+
+EXACT_NEAR_FRAG = SPHERE_INPUTS + """
+uniform vec2 rayScale;
+uniform vec2 rayOffset;
+uniform vec2 depthRange; // eye coordinates: nearest and farthest z
+uniform vec2 depthMap;   // depth = x + y / z, in a parallel view x + y * z
+PER_SPHERE vec4 ball;
+""" + FOG + ANY_LIGHTS + """
 void main()
 {
     vec2 plane = gl_FragCoord.xy * rayScale + rayOffset;
-    // From the foot of the perpendicular on the ray back to the surface: exact for far, small spheres too.
+    // From the foot of the perpendicular on the ray back to the surface.
 #ifdef PERSPECTIVE
     vec3 ray = vec3(plane, -1.0);
     float share = 1.0 / dot(ray, ray);
@@ -393,7 +530,7 @@ void main()
     float rest = ball.w * ball.w - dot(foot, foot);
     vec3 outward = foot - ray * sqrt(max(rest, 0.0) * share);
     vec3 place = ball.xyz + outward;
-    // Cut by the near or the far plane; what lies behind it is the inside, which isn't drawn.
+    // What lies behind the near plane is the inside, which isn't drawn.
     if (rest < 0.0 || place.z > depthRange.x || place.z < depthRange.y) discard;
 #ifdef PERSPECTIVE
     gl_FragDepth = depthMap.x + depthMap.y / place.z;
@@ -412,8 +549,10 @@ FILES = {
     "Phong.frag": ("Light at every pixel.", PHONG_FRAG),
     "Cartoon.vert": ("Place and normal for tones at every pixel.", PIXEL_VERT),
     "Cartoon.frag": ("Flat tones with an outline.", CARTOON_FRAG),
-    "Exact.vert": ("The square on the screen that a sphere fills.", EXACT_VERT),
+    "Exact.vert": ("The square on the screen that a sphere fills, and its light.", EXACT_VERT),
     "Exact.frag": ("The sphere itself: where the ray of a pixel meets it, with its depth and light.", EXACT_FRAG),
+    "ExactNear.vert": ("The part of the screen that a sphere at the eye may fill.", EXACT_NEAR_VERT),
+    "ExactNear.frag": ("A sphere around the eye, or cut by the near or the far plane.", EXACT_NEAR_FRAG),
 }
 
 

@@ -8,6 +8,7 @@
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
 #include "GL/BASE/clsPreference.h"
+#include "IMAGE/clsImageIO.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "WIDGET/clsMultiInputPanel.h"
 
@@ -98,6 +99,11 @@ void PreferenceGUI_cls::SetMNumMemParam(wxBoxSizer* pSizer) {
         _("Thread (I/O)"), [] { return static_cast<double>(GThreadNumberReadAscii.load()); },
         [](double value) { GThreadNumberReadAscii.store(static_cast<int>(value)); }, threads,
         _("Threads that read text files"));
+    NumSpec quality;
+    quality.mMin = 0;
+    quality.mMax = 100;
+    mpCPerformance->AddNumber(_("JPEG Quality"), &ImageIO_cls::msJPEGQuality, 1, quality,
+                              _("Of pictures that are written as JPEG: higher is finer and larger"));
     const int sort = mpCPerformance->AddChoice(
         _("Z-Sort Algorithm"), &mpCPreference->mCSortType.mValue,
         {_("Precise"), _("Approximate 10"), _("Approximate 100"), _("Approximate 1000")},

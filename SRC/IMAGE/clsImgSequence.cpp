@@ -92,7 +92,7 @@ void ImgSequence_cls::SetGeom(int w, int h, float angle, bool bSetOutput) {
 void ImgSequence_cls::SetDefaultPath(const wxString& path) {
     if (path.empty() || path == "None") return;
     const SplitPath_cls split(path);
-    if (!split.mStrStem.Matches("snapshot*")) {
+    if (!split.mStrStem.Matches("snapshot")) {
         mCFileSequence.Set(path);
         return;
     }

@@ -60,9 +60,8 @@ protected:
     static void Request(Image_st* pImage) {
         Canvas(0)->RequestImage([pImage](const ImageBuffers_st& buffers, wxSize clip) {
             const FBO_cls& image = *buffers.mpColor;
-            const FBO_cls& overlay = *buffers.mpOverlay;
             pImage->mMiddle = Read(image, image.GetWidth() / 2, image.GetHeight() / 2);
-            pImage->mLegend = Read(overlay, clip.x - kInside, kInside);
+            if (buffers.mpOverlay) pImage->mLegend = Read(*buffers.mpOverlay, clip.x - kInside, kInside);
             pImage->mSize = wxSize(image.GetWidth(), image.GetHeight());
             ++pImage->mCount;
         });

@@ -122,7 +122,9 @@ std::string OtherValue(const std::string& key, const std::string& value, int see
                   {"PreviewPanelType=", "3"},        {"FBOBufferSize=", "1"},
                   {"Panel0DisplayMode=", "4"},       {"Panel1DisplayMode=", "0"},
                   {"Panel2DisplayMode=", "5"},       {"Panel3DisplayMode=", "2"},
-                  {"Panel4DisplayMode=", "8"},       {"OverLayShowLegend=", "0 1 1 0"}};
+                  {"Panel4DisplayMode=", "8"},       {"OverLayShowLegend=", "0 1 1 0"},
+                  {"ImgSequenceOutW=", "1921"},      {"ImgSequenceOutH=", "1079"},
+                  {"ImgSequenceBlurSteps=", "17"},   {"ImgSequenceVideoRate=", "23.976000"}};
     for (const auto& fixed : kFixed)
         if (key == fixed.mpKey) return fixed.mpValue;
     std::istringstream in(value);

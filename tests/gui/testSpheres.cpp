@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <limits>
+#include <random>
 #include <utility>
 
 #include <epoxy/gl.h>
@@ -141,10 +142,52 @@ TEST_F(Spheres, ExactOnesMayBeLargerThanPointsOrAroundTheEye) {
     EXPECT_GT(CountLit(), mSize * mSize / 3);
     // In the plane of the eye: one around it may lie anywhere, one beside it nowhere.
     const ViewScale_cls view;
-    const float around[3] = {0.1f, 0, float(kEye)};
-    const float beside[3] = {2.0f, 0, float(kEye)};
-    EXPECT_TRUE(view.GetSilhouette(around, 0.5f).bFull);
-    EXPECT_FALSE(view.GetSilhouette(beside, 0.5f).bVisible);
+    const float balls[2][4] = {{0.1f, 0, float(kEye), 0.5f}, {2.0f, 0, float(kEye), 0.5f}};
+    ViewScale_cls::Silhouettes_st seen;
+    view.GetSilhouettes(balls[0], 4, 2, seen);
+    EXPECT_EQ(view.Locate(seen, 0), ViewScale_cls::Where::Near);
+    EXPECT_EQ(view.Locate(seen, 1), ViewScale_cls::Where::Hidden);
+}
+
+TEST_F(Spheres, ExactOnesCutByTheNearPlaneAreOpenAsMeshesAre) {
+    mSize = 192;
+    for (const bool bFog : {false, true}) {
+        mbFog = bFog;
+        mPerspective.mNear = 3.5; // the eye is 4 away
+        SetAll(2, 2, 2);
+        const std::vector<Particle_st> particles = {{{-0.5f, 0, 0.2f}, 0.5f}, {{0.5f, 0.2f, 0}, 0.3f}};
+        Draw(particles);
+        const Picture_st mesh = Picture();
+        const int lit = CountLit();
+        SetAll(2, 3, 2);
+        Draw(particles);
+        EXPECT_GT(lit, 1000);
+        EXPECT_NEAR(CountLit(), lit, lit / 50);
+        EXPECT_LT(MeanDifference(mesh, Picture()), 0.6) << (bFog ? "fog" : "");
+    }
+}
+
+TEST_F(Spheres, ManyOpaqueExactOnesShowTheSameInAnyOrder) {
+    mSize = 256;
+    std::mt19937 random(3);
+    std::uniform_real_distribution<float> side(-1.6f, 1.6f); // some beyond the rim
+    std::vector<Particle_st> particles;
+    for (int i = 0; i < 3000; ++i)
+        particles.push_back({{side(random), side(random), side(random)},
+                             i % 100 == 0 ? 0.3f : 0.04f,
+                             static_cast<unsigned char>(i % 4),
+                             side(random)});
+    SetAll(2, 3, 2);
+    for (size_t i = 0; i < 4; ++i)
+        SetColor(mAttribute[i]->mDiffuse, 0.25f * float(i), 1.0f - 0.25f * float(i), 0.5f, 1);
+    Draw(particles);
+    const Picture_st byPlace = Picture();
+    EXPECT_GT(CountLit(), 20000);
+    // Nearly opaque ones are blended, and so drawn in the order of the list.
+    for (size_t i = 0; i < 4; ++i)
+        SetColor(mAttribute[i]->mDiffuse, 0.25f * float(i), 1.0f - 0.25f * float(i), 0.5f, 0.9999f);
+    Draw(particles);
+    EXPECT_LT(MeanDifference(byPlace, Picture()), 0.05);
 }
 
 TEST_F(Spheres, MeshesAreLitAsTheFixedPipelineDoes) {

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "COMMON/MsgBox.h"
+#include "IMAGE/clsImageIO.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
@@ -126,6 +127,19 @@ TEST_F(ImgSequence, PathsOfSnapshotsBecomePreviews) {
     EXPECT_EQ(mSequence.mCFileSequence.mStrPath, "/a/preview%04d.png");
     mSequence.SetDefaultPath("/a/film%03d.jpg");
     EXPECT_EQ(mSequence.mCFileSequence.mStrPath, "/a/film%03d.jpg");
+}
+
+TEST(ImageIO, NamesOfEyesEndInTheirLetter) {
+    ImageIO_cls io;
+    const auto name = [&io](const char* path, int eye) {
+        io.SetPath(path);
+        io.SetFilenameStereo(eye);
+        return io.GetPath();
+    };
+    EXPECT_EQ(name("/a/view.png", 1), "/a/viewL.png");
+    EXPECT_EQ(name("/a/viewL.png", 2), "/a/viewR.png");
+    EXPECT_EQ(name("/a/viewR.png", 0), "/a/view.png");
+    EXPECT_EQ(name("/a.b/view", 2), "/a.b/viewR");
 }
 
 TEST_F(ImgSequence, CalculatedNumbersAreThoseOfTheFrames) {

@@ -62,6 +62,30 @@ std::string GetSceneDefines(int lightNumber) {
     return defines;
 }
 
+/// So many far lights can be handed from a sphere to its pixels.
+bool HasRoomForLights(int number) {
+    constexpr int kOther = 16; // floats besides the lights
+    constexpr int kLight = 12;
+    static const int sRoom = [] {
+        GLint room = 0;
+        glGetIntegerv(GL_MAX_VARYING_FLOATS, &room);
+        return room;
+    }();
+    return number <= 4 && kOther + kLight * number <= sRoom;
+}
+
+std::string GetExactDefines(unsigned type, int lightNumber, bool bMaterials, bool bPerspective) {
+    std::string defines = GetSceneDefines(lightNumber);
+    const bool bCartoon = type == ShaderCtrl_cls::TYPE_CARTOON;
+    const bool bFar = !bCartoon && AreLightsParallel(lightNumber) && HasRoomForLights(lightNumber);
+    if (bCartoon) defines += "#define CARTOON\n";
+    if (bFar) defines += "#define FAR_LIGHTS\n";
+    if (!bFar || GetFogMode() != 0) defines += "#define BALL\n";
+    if (bMaterials) defines += "#define MATERIALS\n";
+    if (bPerspective) defines += "#define PERSPECTIVE\n";
+    return defines;
+}
+
 /// Directions to far lights, and those half way to a viewer in front, of length 1.
 void SetLightDirections(const ShaderProgram_cls& program, int number) {
     const int place = program.GetUniform("lightTo");
@@ -226,28 +250,31 @@ bool ShaderCtrl_cls::BeginSpheres(unsigned type, int lightNumber) {
     return true;
 }
 
-const ShaderCtrl_cls::Source_st& ShaderCtrl_cls::GetExactSource() {
+const ShaderCtrl_cls::Source_st& ShaderCtrl_cls::GetExactSource(bool bNear) {
     if (!mbExactRead) {
         mbExactRead = true;
-        mExactSource = {readShaderSource(FindRuntimeFile("GL/Exact.vert")),
-                        readShaderSource(FindRuntimeFile("GL/Exact.frag"))};
+        mExactSources = {{{readShaderSource(FindRuntimeFile("GL/Exact.vert")),
+                           readShaderSource(FindRuntimeFile("GL/Exact.frag"))},
+                          {readShaderSource(FindRuntimeFile("GL/ExactNear.vert")),
+                           readShaderSource(FindRuntimeFile("GL/ExactNear.frag"))}}};
     }
-    return mExactSource;
+    return mExactSources[bNear ? 1 : 0];
 }
 
 bool ShaderCtrl_cls::HasExact() {
-    return mbEnabled && GetForm(mExact, GetExactSource(), GetSceneDefines(CountLights()), false);
+    if (!mbEnabled) return false;
+    const std::string defines = GetExactDefines(TYPE_ORIGINAL, CountLights(), false, true);
+    return GetForm(mExact[0], GetExactSource(false), defines, false) &&
+           GetForm(mExact[1], GetExactSource(true), defines, false);
 }
 
-bool ShaderCtrl_cls::BeginExact(unsigned type, int lightNumber, bool bMaterials, const Rays_st& rays) {
+bool ShaderCtrl_cls::BeginExact(unsigned type, int lightNumber, bool bMaterials, bool bNear,
+                                const Rays_st& rays) {
     if (!mbEnabled) return false;
     const bool bFixed = type < TYPE_GOURAUD || type > TYPE_CARTOON;
     const int lights = bFixed ? CountLights() : lightNumber;
-    std::string defines = GetSceneDefines(lights);
-    if (type == TYPE_CARTOON) defines += "#define CARTOON\n";
-    if (bMaterials) defines += "#define MATERIALS\n";
-    if (rays.bPerspective) defines += "#define PERSPECTIVE\n";
-    const ShaderProgram_cls* pProgram = GetForm(mExact, GetExactSource(), defines, false);
+    const std::string defines = GetExactDefines(type, lights, bMaterials, rays.bPerspective);
+    const ShaderProgram_cls* pProgram = GetForm(mExact[bNear ? 1 : 0], GetExactSource(bNear), defines, false);
     if (!pProgram) return false;
     glUseProgram(pProgram->mProgram);
     SetSceneUniforms(*pProgram, type, lights, "");

@@ -60,8 +60,9 @@ public:
     void EndShader(int type);
     /// A sphere's mesh by ATTRIBUTE_SPHERE and the materials. False: not here.
     bool BeginSpheres(unsigned type, int lightNumber);
-    /// Ray-cast spheres; with `bMaterials` each has its own, else that of glMaterial. False: not here.
-    bool BeginExact(unsigned type, int lightNumber, bool bMaterials, const Rays_st& rays);
+    /// Ray-cast spheres; with `bMaterials` each has its own, else that of glMaterial. Those that reach the
+    /// plane of the eye or that near or far plane cut need `bNear`. False: not here.
+    bool BeginExact(unsigned type, int lightNumber, bool bMaterials, bool bNear, const Rays_st& rays);
     /// Ray-cast spheres at all?
     bool HasExact();
 
@@ -84,14 +85,14 @@ private:
     bool IsSingleShadowLight(int lightNumber) const;
     const ShaderProgram_cls* GetForm(Forms& forms, const Source_st& source, const std::string& defines,
                                      bool bMesh);
-    const Source_st& GetExactSource();
+    const Source_st& GetExactSource(bool bNear);
 
     std::array<Program, kProgramNumber> mPrograms;
     std::array<Source_st, kProgramNumber> mSources;
     std::array<Forms, kProgramNumber> mSpheres;
-    Forms mExact;
+    std::array<Forms, 2> mExact; ///< plain and near
     bool mbExactRead = false;
-    Source_st mExactSource;
+    std::array<Source_st, 2> mExactSources;
 };
 
 /// The text of a shader's file; empty, with the reason on stderr, when it can't be read.

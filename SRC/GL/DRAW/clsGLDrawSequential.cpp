@@ -36,7 +36,8 @@ class SequentialBatches_cls {
 public:
     SequentialBatches_cls(std::vector<float>& storage, const SequentialLooks_st& looks,
                           const ViewScale_cls& view, int lightNumber)
-        : mStorage(storage), mLooks(looks), mView(view), mLightNumber(lightNumber) {
+        : mStorage(storage), mLooks(looks), mView(view), mLightNumber(lightNumber),
+          mbEachBlends(looks.bMixedBillboards && GLBillboardBatch_cls::HasOwnBlending()) {
         glEnable(GL_BLEND);
         glEnable(GL_DEPTH_TEST);
         glDepthMask(GL_FALSE);
@@ -59,13 +60,13 @@ public:
 
     void AddBillboard(const float* pPos, const float* pCorners, float radius, const float* pColor,
                       const ClassLook_st& look) {
-        if (!mBillboards || mbAdditive != look.bAdditive) {
+        if (!mBillboards || (!mbEachBlends && mbAdditive != look.bAdditive)) {
             Close();
             glEnable(GL_TEXTURE_2D);
             SetBlend(mbAdditive = look.bAdditive);
-            mBillboards.emplace(mStorage, true);
+            mBillboards.emplace(mStorage, true, mbEachBlends);
         }
-        mBillboards->Add(pPos, pCorners, radius, pColor);
+        mBillboards->Add(pPos, pCorners, radius, pColor, look.bAdditive);
     }
 
     /// Returns the cost.
@@ -111,6 +112,7 @@ private:
     const SequentialLooks_st& mLooks;
     const ViewScale_cls& mView;
     int mLightNumber;
+    bool mbEachBlends; ///< billboards of both ways to blend share a batch
     bool mbAdditive = false;
     SphereStyle_st mStyle;
     std::optional<SequentialPoints_cls> mPoints;

@@ -12,8 +12,7 @@
 
 namespace {
 
-constexpr int kCorner = 4;   // floats before the corner
-constexpr int kMaterial = 6; // floats before the material
+constexpr int kMaterial = 4; // floats before the material
 constexpr float kMeshCorners[3] = {42.0f, 162.0f, 642.0f};
 constexpr unsigned kMaterialAttributes[3] = {
     ShaderCtrl_cls::ATTRIBUTE_AMBIENT, ShaderCtrl_cls::ATTRIBUTE_DIFFUSE, ShaderCtrl_cls::ATTRIBUTE_SPECULAR};
@@ -40,32 +39,30 @@ void SetConstantMaterial() {
     }
 }
 
-float GetLargestPoint() {
-    float range[2] = {1.0f, 1.0f};
-    glGetFloatv(GL_ALIASED_POINT_SIZE_RANGE, range);
-    return range[1];
-}
-
 } // namespace
 
 GLSphereBatch_cls::GLSphereBatch_cls(std::vector<float>& storage, const SphereStyle_st& style,
                                      const ViewScale_cls& view)
     : mLevel(static_cast<int>(std::min(style.mQuality, 2u)) + 1),
       mStride(style.mbMaterials ? kMaxStride : kMaterial), mStyle(style), mView(view) {
-    const size_t room = static_cast<size_t>(kExactCapacity + 4) * kMaxStride;
+    if (style.mQuality >= kExact && view.IsPlain()) {
+        mExact.emplace(storage, style.mShaderType, style.mLightNumber, style.mbMaterials, view);
+        if (mExact->IsMade()) {
+            mForm = Form::Exact;
+            return;
+        }
+        mExact.reset();
+    }
+    const size_t room = static_cast<size_t>(kMeshCapacity) * kMaxStride;
     if (storage.size() < room) storage.resize(room); // and never smaller: new room is filled
     mpData = storage.data();
-    if (style.mQuality >= kExact && HasExact(view)) BeginExact();
-    if (mForm != Form::Exact) BeginMesh();
+    BeginMesh();
 }
 
 GLSphereBatch_cls::~GLSphereBatch_cls() {
     Flush();
     glEnable(GL_BLEND);
-    if (mForm == Form::Exact) {
-        EndExact();
-        return;
-    }
+    if (mForm == Form::Exact) return;
     if (mForm == Form::Instances) {
         DisableAttribute(ShaderCtrl_cls::ATTRIBUTE_SPHERE, true);
         for (const unsigned place : kMaterialAttributes)
@@ -95,83 +92,34 @@ void GLSphereBatch_cls::BeginMesh() {
         EnableAttribute(kMaterialAttributes[k], mpData + kMaterial + 4 * k, mStride, 1);
 }
 
-void GLSphereBatch_cls::BeginExact() {
-    if (!GLAttribute_cls::mspCShaderCtrl->BeginExact(mStyle.mShaderType, mStyle.mLightNumber,
-                                                     mStyle.mbMaterials, mView.GetRays()))
-        return;
-    mForm = Form::Exact;
-    mMaxPoint = GetLargestPoint();
-    glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
-    glEnable(GL_POINT_SPRITE);
-    glEnable(GL_VERTEX_PROGRAM_POINT_SIZE);
-    EnableAttribute(ShaderCtrl_cls::ATTRIBUTE_BALL, mpData, mStride, 0);
-    glEnableClientState(GL_TEXTURE_COORD_ARRAY);
-    glTexCoordPointer(2, GL_FLOAT, mStride * GLsizei(sizeof(float)), mpData + kCorner);
-    for (size_t k = 0; mStyle.mbMaterials && k < 3; ++k)
-        EnableAttribute(kMaterialAttributes[k], mpData + kMaterial + 4 * k, mStride, 0);
-}
-
-void GLSphereBatch_cls::EndExact() {
-    DisableAttribute(ShaderCtrl_cls::ATTRIBUTE_BALL, false);
-    for (const unsigned place : kMaterialAttributes)
-        DisableAttribute(place, false);
-    glDisable(GL_VERTEX_PROGRAM_POINT_SIZE);
-    glDisable(GL_POINT_SPRITE);
-    glPopClientAttrib();
-    glUseProgram(0);
-}
-
-void GLSphereBatch_cls::Put(const float* pPos, float radius, float cornerX, float cornerY,
-                            const SphereMaterial_st& material) {
+float GLSphereBatch_cls::AddMesh(const float* pPos, float radius, const SphereMaterial_st& material) {
     float* p = mpData + static_cast<size_t>(mCount++) * static_cast<size_t>(mStride);
     p[0] = pPos[0], p[1] = pPos[1], p[2] = pPos[2], p[3] = radius;
-    p[kCorner] = cornerX, p[kCorner + 1] = cornerY;
-    if (!mStyle.mbMaterials) return;
-    std::copy_n(material.mAmbient, 4, p + kMaterial);
-    std::copy_n(material.mDiffuse, 4, p + kMaterial + 4);
-    std::copy_n(material.mSpecular, 4, p + kMaterial + 8);
-}
-
-float GLSphereBatch_cls::AddMesh(const float* pPos, float radius, const SphereMaterial_st& material) {
-    Put(pPos, radius, 0.0f, 0.0f, material);
+    if (mStyle.mbMaterials) {
+        std::copy_n(material.mAmbient, 4, p + kMaterial);
+        std::copy_n(material.mDiffuse, 4, p + kMaterial + 4);
+        std::copy_n(material.mSpecular, 4, p + kMaterial + 8);
+    }
     if (mCount >= kMeshCapacity) Flush();
     return kMeshCorners[mLevel - 1] * DrawProgress_cls::kCostVertex +
            mView.GetArea(pPos, radius) * DrawProgress_cls::kCostPixel;
 }
 
-// A point is cut off when its middle is off the screen, and has a limit to its size: then a square stands
-// for it.
 float GLSphereBatch_cls::AddExact(const float* pPos, float radius, const SphereMaterial_st& material) {
-    const ViewScale_cls::Silhouette_st seen = mView.GetSilhouette(pPos, radius);
-    if (!seen.bVisible) return 0.0f;
-    constexpr float kRim = 0.999f;
-    const bool bSquare =
-        seen.bFull || seen.size > mMaxPoint || std::fabs(seen.x) > kRim || std::fabs(seen.y) > kRim;
-    if (bSquare != mbSquares) {
-        Flush();
-        mbSquares = bSquare;
-    }
-    if (bSquare) {
-        Put(pPos, radius, -1.0f, -1.0f, material);
-        Put(pPos, radius, 1.0f, -1.0f, material);
-        Put(pPos, radius, 1.0f, 1.0f, material);
-        Put(pPos, radius, -1.0f, 1.0f, material);
-    } else {
-        Put(pPos, radius, 0.0f, 0.0f, material);
-    }
-    if (mCount >= kExactCapacity) Flush();
-    const float area = seen.bFull ? mView.GetScreen() : std::min(seen.size * seen.size, mView.GetScreen());
-    return DrawProgress_cls::kCostVertex + area * DrawProgress_cls::kCostExactPixel;
+    mExact->Add(pPos, radius, material);
+    if (mExact->IsFull()) Flush();
+    return DrawProgress_cls::kCostVertex + mView.GetArea(pPos, radius) * DrawProgress_cls::kCostExactPixel;
 }
 
 // Opaque spheres hide what they cover, blended or not; unblended is cheaper.
 void GLSphereBatch_cls::Flush() {
-    if (mCount == 0) return;
-    (mStyle.mbAdditive || mMinAlpha < 1.0f ? glEnable : glDisable)(GL_BLEND);
+    if (mCount == 0 && (!mExact || mExact->IsEmpty())) return;
+    const bool bBlend = mStyle.mbAdditive || mMinAlpha < 1.0f;
+    (bBlend ? glEnable : glDisable)(GL_BLEND);
     mMinAlpha = 1.0f;
     switch (mForm) {
     case Form::Exact:
-        glDrawArrays(mbSquares ? GL_QUADS : GL_POINTS, 0, mCount);
+        mExact->Flush(bBlend);
         break;
     case Form::Instances:
         GpCSphere->DrawInstances(mCount);

@@ -2,9 +2,11 @@
 // many places, or spheres that are met by the rays of the pixels ("Exact").
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "GL/DRAW/ParticleChecks.h"
+#include "GL/DRAW/clsGLExactBatch.h"
 #include "GL/DRAW/clsSphereLook.h"
 #include "GL/DRAW/clsViewScale.h"
 
@@ -26,9 +28,7 @@ class GLSphereBatch_cls {
 public:
     static constexpr unsigned kExact = 3;      ///< quality
     static constexpr int kMeshCapacity = 2048; ///< spheres a call
-    static constexpr int kExactCapacity = 8192;
-    /// Floats a sphere or corner: place, radius, corner, and unless all are alike the material.
-    static constexpr int kMaxStride = 18;
+    static constexpr int kMaxStride = 16;      ///< floats: place, radius, and unless all are alike material
 
     /// Lighting, blend function and depth state are the caller's; `storage` too, for the next use. An exact
     /// style that this OpenGL or this view doesn't allow becomes the finest mesh.
@@ -56,23 +56,18 @@ private:
     enum class Form { Exact, Instances, Single, Fixed };
 
     void BeginMesh();
-    void BeginExact();
-    void EndExact();
     float AddMesh(const float* pPos, float radius, const SphereMaterial_st& material);
     float AddExact(const float* pPos, float radius, const SphereMaterial_st& material);
-    void Put(const float* pPos, float radius, float cornerX, float cornerY,
-             const SphereMaterial_st& material);
     void DrawSingle(const float* p);
     void DrawFixed(const float* p);
 
     float* mpData;
-    int mCount = 0; ///< of spheres, or of corners of exact ones that are squares
+    int mCount = 0;
     int mLevel;
     int mStride;            ///< floats
-    bool mbSquares = false; ///< what is gathered are squares, else points
-    float mMaxPoint = 1.0f; ///< pixels
     float mMinAlpha = 1.0f; ///< of what is gathered
     SphereStyle_st mStyle;
     const ViewScale_cls& mView;
     Form mForm = Form::Fixed;
+    std::optional<GLExactBatch_cls> mExact;
 };

@@ -36,11 +36,13 @@ SequentialLooks_st GatherSequentialLooks(SnapData_cls& snap, GLAttribute_cls** p
     bool bFirst = true;
     int sphereClasses = 0;
     bool bVaried = false;
+    bool bBlends[2] = {false, false}; // of billboards: cover, add
     for (unsigned c = 0; c < kSequentialClasses; ++c) {
         ClassLook_st& look = looks.look[c];
         look = TakeLook(*ppAttribute[c], snap, bOccurs[c], widening);
         if (!bOccurs[c]) continue;
         looks.bBillboards |= look.drawType == 1;
+        if (look.drawType == 1) bBlends[look.bAdditive ? 1 : 0] = true;
         if (look.drawType == 2) {
             ++sphereClasses;
             bVaried |= !look.spheres.IsConstant() || look.bAlphaByRadius;
@@ -58,6 +60,7 @@ SequentialLooks_st GatherSequentialLooks(SnapData_cls& snap, GLAttribute_cls** p
         looks.bMixedBlend |= look.bAdditive != looks.bAdditive;
         bFirst = false;
     }
+    looks.bMixedBillboards = bBlends[0] && bBlends[1];
     looks.bOneMaterial = sphereClasses == 1 && !bVaried;
     return looks;
 }

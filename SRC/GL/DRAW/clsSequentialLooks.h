@@ -29,6 +29,7 @@ struct SequentialLooks_st {
     ClassLook_st look[kSequentialClasses];
     bool bAllPoints = true;
     bool bBillboards = false;
+    bool bMixedBillboards = false; ///< some cover, some add
     bool bExact = false;
     bool bOneMaterial = false; ///< of all spheres
     // Of points.

@@ -2,9 +2,12 @@
 
 #include <epoxy/gl.h>
 
+#include "COMMON/DataLoops.h"
+
 namespace {
 
 constexpr float kTolerance = 1e-4f;
+constexpr float kMargin = 0.0625f; // pixels, as GL/Exact.vert has it
 
 // Columns of the model-view matrix: of one length, at right angles, no mirror.
 bool IsSimilarity(const float* m, float* pScale) {
@@ -20,6 +23,52 @@ bool IsSimilarity(const float* m, float* pScale) {
     return !bOdd && square > 0.0f;
 }
 
+/// Where the picture plane lies under the pixels.
+struct Picture_st {
+    float left, bottom;          ///< of the viewport on the plane
+    float zoomX, zoomY, largest; ///< pixels a length of the plane
+};
+
+using Silhouettes_st = ViewScale_cls::Silhouettes_st;
+
+MORENTIS_DATA_LOOP void ToEye(Silhouettes_st& s, int count, const float* m, float scale) {
+    for (int i = 0; i < count; ++i) {
+        const float x = s.eyeX[i];
+        const float y = s.eyeY[i];
+        const float z = s.eyeZ[i];
+        s.eyeX[i] = m[0] * x + m[4] * y + m[8] * z + m[12];
+        s.eyeY[i] = m[1] * x + m[5] * y + m[9] * z + m[13];
+        s.eyeZ[i] = m[2] * x + m[6] * y + m[10] * z + m[14];
+        s.radius[i] *= scale;
+    }
+}
+
+// With depth d and rest = d * d - r * r the silhouette reaches r * sqrt(x * x + rest) / rest across; with
+// sqrt(x * x + rest) < d + x * x / 2d no root is needed for what is at least that.
+MORENTIS_DATA_LOOP void SeePerspective(Silhouettes_st& s, int count, Picture_st picture) {
+    for (int i = 0; i < count; ++i) {
+        const float x = s.eyeX[i];
+        const float y = s.eyeY[i];
+        const float r = s.radius[i];
+        const float depth = -s.eyeZ[i];
+        const float rest = depth * depth - r * r;
+        const float both = 1.0f / (depth * rest);
+        const float perRest = depth * both;
+        const float farther = x * x > y * y ? x * x : y * y;
+        s.x[i] = (x * depth * perRest - picture.left) * picture.zoomX;
+        s.y[i] = (y * depth * perRest - picture.bottom) * picture.zoomY;
+        s.reach[i] = r * (depth + 0.5f * farther * rest * both) * perRest * picture.largest + kMargin;
+    }
+}
+
+MORENTIS_DATA_LOOP void SeeParallel(Silhouettes_st& s, int count, Picture_st picture) {
+    for (int i = 0; i < count; ++i) {
+        s.x[i] = (s.eyeX[i] - picture.left) * picture.zoomX;
+        s.y[i] = (s.eyeY[i] - picture.bottom) * picture.zoomY;
+        s.reach[i] = s.radius[i] * picture.largest + kMargin;
+    }
+}
+
 } // namespace
 
 ViewScale_cls::ViewScale_cls() {
@@ -31,7 +80,11 @@ ViewScale_cls::ViewScale_cls() {
                            p[7] == 0.0f && p[0] > 0.0f && p[5] > 0.0f;
     const bool bPerspective = p[11] == -1.0f && p[15] == 0.0f && p[12] == 0.0f && p[13] == 0.0f;
     const bool bParallel = p[11] == 0.0f && p[15] == 1.0f && p[8] == 0.0f && p[9] == 0.0f;
-    mbPlain = IsSimilarity(mModel, &mRays.modelScale) && bStraight && (bPerspective || bParallel);
+    const bool bDeep = bPerspective ? p[14] < 0.0f : p[10] < 0.0f; // what is farther has the larger depth
+    float window[2];
+    glGetFloatv(GL_DEPTH_RANGE, window);
+    mbPlain = IsSimilarity(mModel, &mRays.modelScale) && bStraight && (bPerspective || bParallel) && bDeep &&
+              window[0] < window[1];
     mRays.bPerspective = bPerspective;
     for (int axis = 0; axis < 2; ++axis) {
         // On the picture plane: window coordinate = (plane - offset) / scale.
@@ -41,8 +94,6 @@ ViewScale_cls::ViewScale_cls() {
         mRays.offset[axis] = (shift - 1.0f) / zoom - mRays.viewport[axis] * mRays.scale[axis];
     }
     // ndc z = -p10 - p14 / z, in a parallel view p10 * z + p14.
-    float window[2];
-    glGetFloatv(GL_DEPTH_RANGE, window);
     const float half = 0.5f * (window[1] - window[0]);
     const float middle = 0.5f * (window[0] + window[1]);
     if (bPerspective) {
@@ -62,47 +113,50 @@ ViewScale_cls::ViewScale_cls() {
 }
 
 // Beside the eye, most spheres that reach its plane are out of sight; a wide view has many of them.
-bool ViewScale_cls::TouchesView(const float* pEye, float radius) const {
+bool ViewScale_cls::TouchesView(float x, float y, float z, float radius) const {
+    const float across[2] = {x, y};
     for (int axis = 0; axis < 2; ++axis)
         for (const float side : {-1.0f, 1.0f}) {
             // Inside: side * x * zoom + z * (side * shift - 1) >= 0
             const float zoom = side * mProjection[5 * axis];
             const float slope = side * mProjection[8 + axis] - 1.0f;
-            const float inside = zoom * pEye[axis] + slope * pEye[2];
+            const float inside = zoom * across[axis] + slope * z;
             if (inside < -radius * std::sqrt(zoom * zoom + slope * slope)) return false;
         }
     return true;
 }
 
-ViewScale_cls::Silhouette_st ViewScale_cls::GetSilhouette(const float* pPos, float radius) const {
-    const float* m = mModel;
-    float eye[3];
-    for (int i = 0; i < 3; ++i)
-        eye[i] = m[i] * pPos[0] + m[4 + i] * pPos[1] + m[8 + i] * pPos[2] + m[12 + i];
-    const float r = radius * mRays.modelScale;
-    const float depth = -eye[2];
-    Silhouette_st out = {false, false, 0.0f, 0.0f, 0.0f};
-    if (mRays.bPerspective && depth <= -r) return out;
-    if (mRays.bPerspective && depth <= r * 1.0001f) {
-        out.bVisible = out.bFull = TouchesView(eye, r);
-        return out;
+void ViewScale_cls::GetSilhouettes(const float* pBalls, int stride, int count, Silhouettes_st& out) const {
+    for (int i = 0; i < count; ++i) {
+        const float* p = pBalls + static_cast<ptrdiff_t>(i) * stride;
+        out.eyeX[i] = p[0], out.eyeY[i] = p[1], out.eyeZ[i] = p[2], out.radius[i] = p[3];
     }
-    const float rest = mRays.bPerspective ? depth * depth - r * r : 1.0f;
-    float middle[2];
-    float size = 0.0f;
-    bool bOutside = false;
-    for (int axis = 0; axis < 2; ++axis) {
-        const float across = mRays.bPerspective ? eye[axis] * depth / rest : eye[axis];
-        const float half = mRays.bPerspective ? r * std::sqrt(eye[axis] * eye[axis] + rest) / rest : r;
-        const float pixel = (across - mRays.offset[axis]) / mRays.scale[axis] - mRays.viewport[axis];
-        const float reach = half / mRays.scale[axis] + 0.125f;
-        middle[axis] = 2.0f * pixel / mRays.viewport[2 + axis] - 1.0f;
-        bOutside |= pixel + reach < 0.0f || pixel - reach > mRays.viewport[2 + axis];
-        size = std::max(size, 2.0f * reach);
-    }
-    out.bVisible = !bOutside;
-    out.x = middle[0];
-    out.y = middle[1];
-    out.size = size;
-    return out;
+    const Picture_st picture = {mRays.offset[0] + mRays.viewport[0] * mRays.scale[0],
+                                mRays.offset[1] + mRays.viewport[1] * mRays.scale[1], 1.0f / mRays.scale[0],
+                                1.0f / mRays.scale[1],
+                                std::max(1.0f / mRays.scale[0], 1.0f / mRays.scale[1])};
+    ToEye(out, count, mModel, mRays.modelScale);
+    if (mRays.bPerspective)
+        SeePerspective(out, count, picture);
+    else
+        SeeParallel(out, count, picture);
+}
+
+ViewScale_cls::Where ViewScale_cls::Locate(const Silhouettes_st& all, int i) const {
+    const float r = all.radius[i];
+    const float z = all.eyeZ[i];
+    if (!(z - r <= mRays.depthRange[0] && z + r >= mRays.depthRange[1])) return Where::Hidden;
+    if (mRays.bPerspective && -z <= r * 1.0001f)
+        return TouchesView(all.eyeX[i], all.eyeY[i], z, r) ? Where::Near : Where::Hidden;
+    const float reach = all.reach[i];
+    const float width = mRays.viewport[2];
+    const float height = mRays.viewport[3];
+    const bool bSeen = all.x[i] + reach >= 0.0f && all.x[i] - reach <= width && all.y[i] + reach >= 0.0f &&
+                       all.y[i] - reach <= height;
+    if (!bSeen) return Where::Hidden;
+    if (z + r > mRays.depthRange[0] || z - r < mRays.depthRange[1]) return Where::Near;
+    constexpr float kRim = 0.0005f;
+    const bool bInside = all.x[i] > kRim * width && all.x[i] < (1.0f - kRim) * width &&
+                         all.y[i] > kRim * height && all.y[i] < (1.0f - kRim) * height;
+    return bInside ? Where::Inside : Where::Rim;
 }

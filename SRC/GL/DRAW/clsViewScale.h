@@ -25,18 +25,27 @@ public:
         return std::min(scaled * scaled, mScreen);
     }
 
-    /// The silhouette of a sphere, as GL/Exact.vert has it.
-    struct Silhouette_st {
-        bool bVisible; ///< may reach the screen
-        bool bFull;    ///< may lie anywhere on it
-        float x, y;    ///< middle, -1 to 1 on the screen
-        float size;    ///< edge of the square around it, pixels
+    /// Silhouettes of many spheres on the screen, pixels from the viewport's corner.
+    struct Silhouettes_st {
+        static constexpr int kRoom = 512;
+        float x[kRoom], y[kRoom]; ///< middles
+        float reach[kRoom];       ///< at least half the edge of the square around each
+        float eyeX[kRoom], eyeY[kRoom], eyeZ[kRoom], radius[kRoom]; ///< eye coordinates
     };
-    Silhouette_st GetSilhouette(const float* pPos, float radius) const;
+    /// Of `count` spheres, four numbers each (centre and radius) every `stride` floats; kRoom at most.
+    void GetSilhouettes(const float* pBalls, int stride, int count, Silhouettes_st& out) const;
+
+    enum class Where {
+        Hidden, ///< can't be seen
+        Inside, ///< the middle lies on the screen
+        Rim,    ///< the middle may lie off it
+        Near    ///< cut by the near or far plane, or reaches the eye's and may be anywhere
+    };
+    Where Locate(const Silhouettes_st& all, int i) const;
 
 private:
     /// Of a perspective view; eye coordinates.
-    bool TouchesView(const float* pEye, float radius) const;
+    bool TouchesView(float x, float y, float z, float radius) const;
 
     float mModel[16];
     float mProjection[16];

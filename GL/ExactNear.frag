@@ -1,0 +1,149 @@
+#version 120
+// A sphere around the eye, or cut by the near or the far plane.
+// Written by tools/make_shaders.py.
+
+#extension GL_EXT_gpu_shader4 : enable
+#ifdef GL_EXT_gpu_shader4
+#define PER_SPHERE flat varying
+#else
+#define PER_SPHERE varying
+#endif
+
+uniform vec2 rayScale;
+uniform vec2 rayOffset;
+uniform vec2 depthRange; // eye coordinates: nearest and farthest z
+uniform vec2 depthMap;   // depth = x + y / z, in a parallel view x + y * z
+PER_SPHERE vec4 ball;
+
+#ifndef FOG
+uniform int fogMode; // 0 none, 1 exponential, 2 its square, 3 linear
+#define FOG fogMode
+#endif
+
+vec3 fogged(vec3 color, float depth)
+{
+    if (FOG == 0) return color;
+    float reach = gl_Fog.density * depth;
+    float clear = FOG == 1 ? exp(-reach)
+                : FOG == 2 ? exp(-reach * reach) : (gl_Fog.end - depth) * gl_Fog.scale;
+    return mix(gl_Fog.color.rgb, color, clamp(clear, 0.0, 1.0));
+}
+
+#ifdef MATERIALS
+PER_SPHERE vec4 materialAmbient;
+PER_SPHERE vec4 materialDiffuse;
+PER_SPHERE vec4 materialSpecular;
+#define AMBIENT materialAmbient
+#define DIFFUSE materialDiffuse
+#define SPECULAR materialSpecular
+#else
+#define AMBIENT gl_FrontMaterial.ambient
+#define DIFFUSE gl_FrontMaterial.diffuse
+#define SPECULAR gl_FrontMaterial.specular
+#endif
+#define EMISSION vec4(0.0)
+uniform int shadowVolumeMode;
+uniform float boldness;
+#define SHADOW_MODE shadowVolumeMode
+#define BOLDNESS boldness
+
+// What OpenGL light i brings to a place on a surface, eye coordinates, by the rules of the fixed
+// pipeline: attenuation, spot, and highlights for a viewer far away.
+void addLight(int i, vec3 place, vec3 normal, float shininess,
+              inout vec3 ambient, inout vec3 diffuse, inout vec3 specular)
+{
+    vec4 source = gl_LightSource[i].position;
+    vec3 to = normalize(source.xyz);
+    vec3 between = gl_LightSource[i].halfVector.xyz;
+    float share = 1.0;
+#ifndef PARALLEL
+    if (source.w != 0.0) {
+        to = source.xyz / source.w - place;
+        float far = length(to);
+        share = 1.0 / (gl_LightSource[i].constantAttenuation + far * (gl_LightSource[i].linearAttenuation
+                       + far * gl_LightSource[i].quadraticAttenuation));
+        to /= max(far, 1e-30);
+        between = normalize(to + vec3(0.0, 0.0, 1.0));
+    }
+    if (gl_LightSource[i].spotCutoff <= 90.0) {
+        float along = -dot(to, normalize(gl_LightSource[i].spotDirection));
+        share *= along < gl_LightSource[i].spotCosCutoff
+                     ? 0.0 : pow(max(along, 1e-6), gl_LightSource[i].spotExponent);
+    }
+#endif
+    float facing = max(dot(normal, to), 0.0);
+    float shine = pow(max(dot(normal, between), 1e-6), shininess);
+    ambient += share * gl_LightSource[i].ambient.rgb;
+    diffuse += share * facing * gl_LightSource[i].diffuse.rgb;
+    specular += (facing > 0.0 ? share * shine : 0.0) * gl_LightSource[i].specular.rgb;
+}
+
+#ifdef CARTOON
+
+// As addLight, but in three flat tones and without highlights.
+void addTone(int i, vec3 place, vec3 normal, float dark, inout vec3 ambient, inout vec3 diffuse)
+{
+    vec3 direct = vec3(0.0);
+    vec3 unused = vec3(0.0);
+    vec3 base = vec3(0.0);
+    addLight(i, place, normal, 1.0, base, direct, unused);
+    ambient += base;
+    vec3 light = gl_LightSource[i].diffuse.rgb;
+    float full = max(max(light.r, light.g), light.b);
+    float share = full > 0.0 ? max(max(direct.r, direct.g), direct.b) / full : 0.0;
+    diffuse += light * (share > 0.75 ? 1.0 : share > 0.35 ? 0.75 : share > 0.02 ? 0.5 : dark);
+}
+
+vec4 lit(vec3 place, vec3 normal)
+{
+    vec3 viewer = gl_ProjectionMatrix[3][3] == 0.0 ? normalize(-place) : vec3(0.0, 0.0, 1.0);
+    if (dot(normal, viewer) < BOLDNESS) return vec4(0.0, 0.0, 0.0, DIFFUSE.a);
+    float dark = SHADOW_MODE == 0 ? 0.0 : 0.25;
+    vec3 around = gl_LightModel.ambient.rgb;
+    vec3 direct = vec3(0.0);
+    for (int i = 0; i < LIGHT_NUMBER; ++i)
+        addTone(i, place, normal, dark, around, direct);
+    return clamp(vec4(EMISSION.rgb + around * AMBIENT.rgb + direct * DIFFUSE.rgb, DIFFUSE.a), 0.0, 1.0);
+}
+
+#else
+
+vec4 lit(vec3 place, vec3 normal)
+{
+    vec3 around = gl_LightModel.ambient.rgb;
+    vec3 direct = vec3(0.0);
+    vec3 shine = vec3(0.0);
+    for (int i = 0; i < LIGHT_NUMBER; ++i)
+        addLight(i, place, normal, gl_FrontMaterial.shininess, around, direct, shine);
+    return clamp(vec4(EMISSION.rgb + around * AMBIENT.rgb + direct * DIFFUSE.rgb + shine * SPECULAR.rgb,
+                      DIFFUSE.a), 0.0, 1.0);
+}
+
+#endif
+
+void main()
+{
+    vec2 plane = gl_FragCoord.xy * rayScale + rayOffset;
+    // From the foot of the perpendicular on the ray back to the surface.
+#ifdef PERSPECTIVE
+    vec3 ray = vec3(plane, -1.0);
+    float share = 1.0 / dot(ray, ray);
+    vec3 foot = ray * (dot(ball.xyz, ray) * share) - ball.xyz;
+#else
+    const vec3 ray = vec3(0.0, 0.0, -1.0);
+    const float share = 1.0;
+    vec3 foot = vec3(plane - ball.xy, 0.0);
+#endif
+    float rest = ball.w * ball.w - dot(foot, foot);
+    vec3 outward = foot - ray * sqrt(max(rest, 0.0) * share);
+    vec3 place = ball.xyz + outward;
+    // What lies behind the near plane is the inside, which isn't drawn.
+    if (rest < 0.0 || place.z > depthRange.x || place.z < depthRange.y) discard;
+#ifdef PERSPECTIVE
+    gl_FragDepth = depthMap.x + depthMap.y / place.z;
+#else
+    gl_FragDepth = depthMap.x + depthMap.y * place.z;
+#endif
+    vec4 color = lit(place, outward / ball.w);
+    gl_FragColor = vec4(fogged(color.rgb, abs(place.z)), color.a);
+}
