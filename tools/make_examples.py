@@ -5,6 +5,7 @@ The numbers come from the FACTS.txt beside the snapshots: bounds of the data,
 box, counts, the record grammar. Each project centres its data on the origin
 and scales them to about two units, which the default camera sees whole.
 """
+import math
 import pathlib
 import statistics
 
@@ -46,7 +47,7 @@ SETS = {
         origin=OWN_RUN, periodic=PERIODIC_XY, number=VARIABLE, points=[14] * 4, radius=0.5),
     "galaxy_small_bin": dict(
         what="Two disc galaxies meet: types 0 and 2 discs, 1 and 3 haloes; binary, default layout.",
-        origin=OWN_CODE, points=[8, 6, 8, 6], additive=True),
+        origin=OWN_CODE, points=[8, 6, 8, 6], additive=True, film="galaxy_film"),
     "galaxy_small_tipsy": dict(
         what="The two galaxies in a native N-body layout that the grammar describes with dummies.",
         origin=OWN_CODE, points=[8] * 4, additive=True),
@@ -191,9 +192,39 @@ def project(name, setup):
     return "\n".join(lines) + "\n"
 
 
+def curve(name, values):
+    """Keys at even steps over the whole film, with smooth ways between them."""
+    keys = [f"{k / (len(values) - 1):.9f} 1 {value:.6f} 0.000000 0.000000" for k, value in enumerate(values)]
+    return [f"Parameter_{name}", "timeDepend=1", "periodic=0", f"itemnum {len(keys)}"] + keys
+
+
+def flight_lines():
+    """A camera that flies around the middle, rises, and looks at it; nothing but particles in the picture."""
+    turns = [math.radians(20 + 35 * k) for k in range(6)]
+    away = [1.5, 1.35, 1.3, 1.5, 1.9, 2.3]
+    lines = ["Panel0DisplayMode=7", "Panel0ShowItems=0", "Panel0ShowGrid=0", "Panel0ShowMessage=0",
+             # More light than the screen shows: the bright middles keep their colours.
+             "ExposureLevel=0 2.2", "ExposureGamma=1.5"]
+    for kind, radius in enumerate([0.009, 0.014, 0.009, 0.014]):
+        prefix = f"SEQ0TYPE{kind}"
+        lines += [f"{prefix}DrawType=1", f"{prefix}RadiusType=1", f"{prefix}RadiusFactorForConst={radius}",
+                  f"{prefix}AlphaFactro=0.6"]
+    lines += ["---CameraPath", "CameraGeometry=0", "CameraVAngle=35", "CareraLookAnchor=1",
+             "-ParamGroup=Camera Translate", "dimension=3", "Start"]
+    lines += curve("x", [r * math.cos(turn) for r, turn in zip(away, turns)])
+    lines += curve("y", [r * math.sin(turn) for r, turn in zip(away, turns)])
+    return lines + curve("z", [0.3 + 0.2 * k for k in range(6)])
+
+
+def film(name, setup):
+    """The project once more, as a film; the last of a key counts."""
+    return project(name, setup) + "\n".join(flight_lines()) + "\n"
+
+
 def readme(name, setup):
+    more = f" {setup['film']}.mrp is a film of it, with a camera that flies." if "film" in setup else ""
     return (f"{setup['what']}\n"
-            f"To open it: File, Open Project, {name}.mrp; FACTS.txt tells what every frame holds.\n"
+            f"To open it: File, Open Project, {name}.mrp; FACTS.txt tells what every frame holds.{more}\n"
             f"{setup['origin']}\n")
 
 
@@ -201,6 +232,8 @@ def main():
     for name, setup in SETS.items():
         folder = EXAMPLES / name
         (folder / f"{name}.mrp").write_text(project(name, setup))
+        if "film" in setup:
+            (folder / f"{setup['film']}.mrp").write_text(film(name, setup))
         (folder / "README.md").write_text(readme(name, setup))
     print(f"{len(SETS)} projects written")
 
