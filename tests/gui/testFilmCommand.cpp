@@ -45,11 +45,13 @@ protected:
         ASSERT_TRUE(PumpUntil([] { return !Sequence()->IsRendering(); }, 60000));
         GCImgIO.Finish();
     }
-    void Compare(const std::string& lines, std::deque<bool> answers, size_t files) {
+    void Compare(const std::string& lines, std::deque<bool> answers, size_t files, int view = 0) {
         const std::string project = mFolder.MakeProject("film.mrp", lines);
         ASSERT_TRUE(OpenProjectAndPaint(project));
+        Canvas(view)->SetThisToBeActiveGL();
         RenderAnim(std::move(answers));
-        const ChildRun_st run = RunFilm({"--quiet", "--output", mFolder / "command/f%04d.png", project});
+        const ChildRun_st run = RunFilm(
+            {"--quiet", "--view", std::to_string(view), "--output", mFolder / "command/f%04d.png", project});
         EXPECT_EQ(run.mStatus, 0) << run.mErr;
         const auto window = mFolder.ReadAll("window");
         const auto command = mFolder.ReadAll("command");
@@ -72,6 +74,14 @@ TEST_F(FilmCommand, WritesTheSameBlurAndSteps) {
         "Panel0DisplayMode=7\nTimeAnimInterp=2\nTimeUseMotionBlur=1\nImgSequenceBlurLength=0.7\n"
         "ImgSequenceBlurSteps=3\nTimeWorkAreaMin=1\nTimeWorkAreaMax=3\nImgSequenceOutW=90\nTimeRepeat=0\n",
         {true}, 5);
+}
+
+TEST_F(FilmCommand, WritesTheSameOfAnotherView) {
+    Compare("PreviewPanelType=3\nPanel2ShowMessage=1\n", {false, true}, 5, 2);
+}
+
+TEST_F(FilmCommand, WritesTheSameDome) {
+    Compare("Panel0GLGeometry=2\nPanel0GLPersAngle=180\nTimeWorkAreaMax=1\n", {false, true}, 2);
 }
 
 TEST_F(FilmCommand, KnowsTheEndingsThatCanBeWritten) {
