@@ -173,15 +173,29 @@ wxString Join(const char* const (&endings)[N]) {
     return text;
 }
 
+wxString CheckFolder(const wxString& option, const wxString& path) {
+    const wxString folder = wxFileName(path).GetPath();
+    if (folder.empty() || wxFileName::DirExists(folder)) return wxString();
+    return option + ": the folder " + Quote(folder) + " is not there; make it first";
+}
+
+/// Does the name hold a number in a form that makes no sequence, such as "%d"? A folder may bear anything.
+bool HasOddTag(const wxString& path) {
+    const FileSequence_cls name(SplitPath_cls(path).GetPathStr(12));
+    return name.mDigits < 0 && name.GetModifiedStr(0, 0) != name.GetModifiedStr(1, 0);
+}
+
 wxString CheckName(const wxString& option, wxString* pOutput) {
     FileSequence_cls sequence(*pOutput);
-    sequence.Set(sequence.GetFormat());
-    if (sequence.mDigits < 0) sequence.AppendDefaultSequenceTag();
+    sequence.AdoptFormat();
+    if (HasOddTag(*pOutput))
+        return option + ": " + Quote(*pOutput) + " has an odd number; give %01d to %05d where it goes";
+    if (sequence.mDigits < 0) {
+        sequence.Set(*pOutput); // more digits than a tag can have give way to four
+        sequence.AppendDefaultSequenceTag();
+    }
     *pOutput = sequence.mStrPath;
-    const wxString folder = wxFileName(sequence.GetModifiedStr(0, 0)).GetPath();
-    if (!folder.empty() && !wxFileName::DirExists(folder))
-        return option + ": the folder " + Quote(folder) + " is not there; make it first";
-    return wxString();
+    return CheckFolder(option, sequence.GetModifiedStr(0, 0));
 }
 
 } // namespace
@@ -206,6 +220,8 @@ wxString ParseFilmArgs(const std::vector<wxString>& words, FilmArgs_st* pArgs) {
     if (pArgs->mbHelp || pArgs->mbVersion) return wxString();
     const wxString error = CheckTogether(*pArgs);
     if (!error.empty()) return error;
+    const wxString nowhere = CheckFolder("--video", pArgs->mVideo);
+    if (!nowhere.empty()) return nowhere;
     if (!pArgs->mExport.empty()) {
         const wxString wrong = CheckFilmExport(&pArgs->mExport);
         if (!wrong.empty()) return wrong;
@@ -214,6 +230,7 @@ wxString ParseFilmArgs(const std::vector<wxString>& words, FilmArgs_st* pArgs) {
 }
 
 wxString CheckFilmOutput(wxString* pOutput, bool bTransparent) {
+    if (!pOutput->empty() && SplitPath_cls(*pOutput).mStrExt.empty()) *pOutput += ".png";
     const wxString ending = SplitPath_cls(*pOutput).mStrExt.Mid(1);
     if (!IsOneOf(ending, kEndings))
         return "--output: " + Quote(*pOutput) + " has no ending of a picture; there are " + Join(kEndings);
@@ -230,19 +247,23 @@ wxString GetFilmHelp() {
 
 Draws the film of a project, without a window, and writes a numbered picture of each of its steps: pixel for
 pixel what "Render Anim" in the window's dialog "Save Image Sequence" writes. Needs no screen.
+The first frame of the work area bears its own number, as after opening that dialog; its "Initial sequence"
+isn't asked. Each step counts one.
 
   --frames FIRST-LAST[:STEP]
                    only these frames; STEP counts frames and is the project's stepping without it. Files are
                    numbered as in the whole film, so parts of it can be made on several machines at once.
   --size WxH       of the pictures in pixels, 1 to 16384 each; else the project's
   --output NAME    path of the pictures with %04d where the number goes; a name without a number gets one.
-                   The ending chooses the format: png, jpg, tif or bmp. Else the project's name.
+                   The ending chooses the format: png (without one, too), jpg, tif or bmp. Else the
+                   project's name.
   --view N         the view to look through: 0 (the default) to 3, 4 is the extra one
   --blur LENGTH/STEPS
                    motion blur: the shutter is open for LENGTH (0 to 1) of a step, and STEPS pictures are
                    added up; else as the project has it
   --transparent    no background: png or tif with an alpha channel
-  --resume         keep pictures that are there already, whole and of this size
+  --resume         keep pictures that are there already, whole, of this size, and with or without alpha
+                   as this film
   --video FILE     make a video (H.264) of the pictures too: mp4, mov or mkv; needs ffmpeg
   --fps N          pictures a second of the video, such as 25, 23.976 or 30000/1001; else the project's
   --export-data NAME

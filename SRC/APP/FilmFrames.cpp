@@ -2,12 +2,13 @@
 
 #include <algorithm>
 #include <climits>
-#include <set>
 #include <utility>
 
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
+
+constexpr size_t kMostPictures = 10000000; // a list of them takes 120 MB
 
 int DivideDown(int a, int b) { return a / b - (a % b != 0 && a < 0 ? 1 : 0); }
 
@@ -21,8 +22,18 @@ bool IsOnGrid(const TimeCtrl_cls& time, int frame) { return frame % time.GetAnim
 
 void AddFrame(const TimeCtrl_cls& time, int frame, std::vector<FilmFrame_st>* pFilm) {
     const int steps = IsEnd(time, frame) ? 1 : time.GetAnimInterp();
-    for (int step = 0; step < steps; ++step)
+    for (int step = 0; step < steps && pFilm->size() <= kMostPictures; ++step)
         pFilm->push_back({frame, step, GetFilmNumber(time, frame, step)});
+}
+
+/// False, with a text and nothing left, when there are more than anyone can want.
+bool IsBounded(std::vector<FilmFrame_st>* pFilm, wxString* pError) {
+    if (pFilm->size() <= kMostPictures) return true;
+    pFilm->clear();
+    *pError = wxString::Format("the film has more than %d pictures; look at the project's work area and "
+                               "interval",
+                               int(kMostPictures));
+    return false;
 }
 
 } // namespace
@@ -33,12 +44,14 @@ int GetFilmNumber(const TimeCtrl_cls& time, int frame, int step) {
     return int(std::clamp<long long>(number, INT_MIN, INT_MAX));
 }
 
-std::vector<FilmFrame_st> ListFilm(const TimeCtrl_cls& time) {
+std::vector<FilmFrame_st> ListFilm(const TimeCtrl_cls& time, wxString* pError) {
     std::vector<FilmFrame_st> film;
-    std::set<std::pair<int, int>> seen; // a walk that went round would never end
     int frame = time.GetWAMin();
     int step = 0;
-    while (seen.insert({frame, step}).second) {
+    // The walk stays at its end or goes back.
+    for (std::pair<int, int> before = {frame, -1};
+         std::make_pair(frame, step) > before && film.size() <= kMostPictures;) {
+        before = {frame, step};
         const FilmFrame_st now = {frame, step, GetFilmNumber(time, frame, step)};
         if (film.empty() || now.mNumber > film.back().mNumber)
             film.push_back(now);
@@ -47,6 +60,7 @@ std::vector<FilmFrame_st> ListFilm(const TimeCtrl_cls& time) {
         ++step;
         time.CalcNextFrameFromStep(&frame, &step, true, false);
     }
+    IsBounded(&film, pError);
     return film;
 }
 
@@ -61,7 +75,8 @@ std::vector<FilmFrame_st> ListFilmPart(const TimeCtrl_cls& time, int first, int 
                                    stepping);
     if (!pError->empty()) return film;
     // The walk has its own mind where the work area doesn't begin or end on the stepping's grid.
-    const std::vector<FilmFrame_st> whole = step == 0 ? ListFilm(time) : std::vector<FilmFrame_st>();
+    const std::vector<FilmFrame_st> whole = step == 0 ? ListFilm(time, pError) : std::vector<FilmFrame_st>();
+    if (!pError->empty()) return film;
     const auto isInWalk = [&](int frame) {
         return step == 0 && frame >= time.GetWAMin() && frame <= time.GetWAMax();
     };
@@ -70,8 +85,9 @@ std::vector<FilmFrame_st> ListFilmPart(const TimeCtrl_cls& time, int first, int 
         ++first;
     for (const FilmFrame_st& one : whole)
         if (one.mFrame >= first && one.mFrame <= last) film.push_back(one);
-    for (int frame = first; frame <= last; frame += std::max(step, 1))
+    for (int frame = first; frame <= last && film.size() <= kMostPictures; frame += std::max(step, 1))
         if (!isInWalk(frame) && IsOnGrid(time, frame)) AddFrame(time, frame, &film);
+    if (!IsBounded(&film, pError)) return film;
     std::stable_sort(film.begin(), film.end(), [](const FilmFrame_st& a, const FilmFrame_st& b) {
         return std::make_pair(a.mFrame, a.mStep) < std::make_pair(b.mFrame, b.mStep);
     });

@@ -16,13 +16,14 @@ struct FilmFrame_st {
     }
 };
 
-/// Number of a position's file: the work area's first frame bears its own number, and each step counts one.
-/// It doesn't depend on the part of the film that is made.
+/// Number of a position's file: the work area's first frame bears its own number, as the dialog of image
+/// sequences proposes when it opens, and each step counts one. It doesn't depend on the part of the film that
+/// is made, nor on what the project was last told in that dialog.
 int GetFilmNumber(const TimeCtrl_cls& time, int frame, int step);
 
 /// The whole film: the positions that an image sequence visits, one a file. Where two fall on one file, it is
-/// the one that the sequence leaves there.
-std::vector<FilmFrame_st> ListFilm(const TimeCtrl_cls& time);
+/// the one that the sequence leaves there. Empty with a text where it has more than ten million pictures.
+std::vector<FilmFrame_st> ListFilm(const TimeCtrl_cls& time, wxString* pError);
 
 /// Frames `first` to `last`, each with its interpolation steps, the last one of the work area and of the film
 /// with one alone; `step` counts frames, 0 is the stepping. Parts that meet make up the same as one that

@@ -117,6 +117,7 @@ int RunMorentisFilm(int argc, char** argv) {
     VirtualDisplay_cls display;
     if (!VirtualDisplay_cls::IsThereOne()) {
         const std::string missing = display.Start();
+        EndAsStopped(); // what lacks then is of no interest
         if (!missing.empty()) {
             Complain("there is no display, and no virtual one can be started: " + missing);
             return int(FilmStatus::NotOpened);
@@ -129,7 +130,8 @@ int RunMorentisFilm(int argc, char** argv) {
     wxApp::GTKSuppressDiagnostics();
     wxApp::SetInstance(new FilmApp_cls(args, &progress));
     int one = 1;
-    const int status = wxEntry(one, argv); // the toolkit takes no options
+    int status = wxEntry(one, argv);                     // the toolkit takes no options
+    if (status < 0) status = int(FilmStatus::NotOpened); // it can't begin, and has said why
     display.Stop();
     if (out) std::fclose(out);
     EndAsStopped();

@@ -60,7 +60,9 @@ FilmMaker_cls::FilmMaker_cls(Main_cls* pMain, const FilmArgs_st& args, FilmProgr
       mpCProgress(pProgress) {}
 
 FilmStatus FilmMaker_cls::Run() {
-    if (!Open() || !TakeView() || !TakeOutput() || !TakeFrames()) return mStatus;
+    // A stop is told by the caller.
+    if (IsFilmStopped() || !Open() || IsFilmStopped()) return mStatus;
+    if (!TakeView() || !TakeOutput() || !TakeFrames()) return mStatus;
     TakeBlur();
     NoteOddities();
     MakeFrames();
@@ -129,11 +131,11 @@ bool FilmMaker_cls::TakeOutput() {
 }
 
 bool FilmMaker_cls::TakeFrames() {
-    if (!mArgs.mbFrames) {
-        mFilm = ListFilm(*mpCTime);
-        return true;
-    }
     wxString error;
+    if (!mArgs.mbFrames) {
+        mFilm = ListFilm(*mpCTime, &error);
+        return error.empty() || Fail(FilmStatus::NotOpened, error);
+    }
     mFilm = ListFilmPart(*mpCTime, mArgs.mFirst, mArgs.mLast, mArgs.mStep, &error);
     if (!error.empty()) return Fail(FilmStatus::WrongArguments, "--frames: " + error);
     if (mArgs.mLast > mpCTime->GetMaxFrame())
@@ -171,6 +173,7 @@ void FilmMaker_cls::MakeFrames() {
         MakeFrame(i);
     GCImgIO.Finish();
     TakeFailures();
+    GCImgIO.DropSpare();
     mLoopMillis = mWatch.Time();
     wxString text = wxString::Format("%d frames in %.1f s", mpCProgress->GetDrawn() - mLostPictures,
                                      double(mLoopMillis) / 1000.0);
@@ -186,7 +189,7 @@ void FilmMaker_cls::MakeFrame(size_t i) {
     const wxString data = mArgs.mExport.empty() ? wxString() : mDataNames.GetModifiedStr(mFilm[i].mNumber, 0);
     const ImgSequence_cls* sequence = mpCMain->mpCImgSequence;
     if (mArgs.mbResume && (data.empty() || wxFileName::FileExists(data)) &&
-        IsWholeImage(path, sequence->mOutW, sequence->mOutH)) {
+        IsWholeImage(path, sequence->mOutW, sequence->mOutH, mArgs.mbTransparent)) {
         mVDone.push_back(path);
         mpCProgress->Count(false);
         return;
@@ -244,13 +247,9 @@ void FilmMaker_cls::ExportFrame(const wxString& path) {
     const double step = mpCTime->GetRemappedIndex(-1) - whole + mpCTime->GetRemappedInterpStepDouble(-1, -1);
     const double dt = sequence->GetDT(whole, step);
     const int downSizing = mpCMain->mpCDrawOption->GetDownSizing();
-    DataExporter_cls* exporter = mpCMain->mpCDataExporter;
     wxString reason;
-    const PDataBlock_cls& block = *sequence->GetPCBlock(whole);
-    const bool bDone = exporter->mCItemDataType.mValue == 1
-                           ? exporter->ExportAscii(path, block, dt, downSizing, &reason)
-                           : exporter->ExportBinary(path, block, dt, downSizing, &reason);
-    if (!bDone) FailFrame(path, reason, false);
+    if (!mpCMain->mpCDataExporter->ExportFile(path, *sequence->GetPCBlock(whole), dt, downSizing, &reason))
+        FailFrame(path, reason, false);
 }
 
 // Of the picture that a paint has finished. What a stop has cut short is no picture.

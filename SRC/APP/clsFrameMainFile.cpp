@@ -9,6 +9,7 @@
 #include "APP/clsMain.h"
 #include "APP/clsRecentFiles.h"
 #include "APP/clsRecovery.h"
+#include "APP/clsSeriesVideo.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
@@ -180,7 +181,7 @@ void FrameMain_cls::OpenWithLoader(const wxString& path) {
 bool FrameMain_cls::AskQuit() {
     if (GbGLLockModalDialog.load()) return false; // the question is up already
     const FlagScope_cls modal(GbGLLockModalDialog);
-    return MsgBoxYesno(_("Really Quit ?"), _("Query"));
+    return MsgBoxYesno(_("Really Quit ?") + mpCSeriesVideo->GetQuitWarning(), _("Query"));
 }
 
 void FrameMain_cls::OnQuit(wxCommandEvent&) {

@@ -102,6 +102,7 @@ void PreferenceGUI_cls::SetMNumMemParam(wxBoxSizer* pSizer) {
     NumSpec quality;
     quality.mMin = 0;
     quality.mMax = 100;
+    quality.mbInteger = true;
     mpCPerformance->AddNumber(_("JPEG Quality"), &ImageIO_cls::msJPEGQuality, 1, quality,
                               _("Of pictures that are written as JPEG: higher is finer and larger"));
     const int sort = mpCPerformance->AddChoice(

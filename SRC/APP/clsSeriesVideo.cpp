@@ -11,16 +11,19 @@ constexpr long kToldMillis = 10000; // long enough to be seen
 }
 
 void SeriesVideo_cls::Begin(const ImgSequence_cls& sequence, int failures) {
+    Tick(); // what has ended meanwhile
     mStrDone.clear();
     if (!sequence.mbVideo) return;
     VideoJob_st job;
     job.mFrames = sequence.GetWritten();
     job.mPath = MakeVideoPath(sequence.mCFileSequence.mStrPath);
     job.mRate = MakeVideoRate(sequence.mVideoRate);
-    if (failures > 0)
+    if (failures > 0) {
         TellFailure(job.mPath, wxString::Format(_("%d of its pictures could not be written"), failures));
-    else if (!mCMaker.Start(job).empty())
-        TellFailure(job.mPath, mCMaker.GetError());
+        return;
+    }
+    if (IsRunning()) TellFailure(mCMaker.GetPath(), _("it was given up for that of the next series"));
+    if (!mCMaker.Start(job).empty()) TellFailure(job.mPath, mCMaker.GetError());
 }
 
 void SeriesVideo_cls::TellFailure(const wxString& path, const wxString& reason) {
@@ -40,6 +43,12 @@ bool SeriesVideo_cls::Tick() {
     if (mStrDone.empty() || mDoneWatch.Time() < kToldMillis) return false;
     mStrDone.clear();
     return true;
+}
+
+wxString SeriesVideo_cls::GetQuitWarning() const {
+    if (!IsRunning()) return wxString();
+    return "\n" +
+           wxString::Format(_("The video %s is not made yet and would be given up."), mCMaker.GetPath());
 }
 
 wxString SeriesVideo_cls::GetStatusText() const {

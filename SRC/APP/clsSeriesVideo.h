@@ -11,12 +11,15 @@ class ImgSequence_cls;
 
 class SeriesVideo_cls {
 public:
-    /// The series has ended with this many files missing. Begins if its settings want a video.
+    /// The series has ended with this many files missing. Begins if its settings want a video;
+    /// one that is still being made is given up, and that is told.
     void Begin(const ImgSequence_cls& sequence, int failures);
     /// To be called a few times a second: true when GetStatusText changes.
     bool Tick();
     /// What is under way, or was a moment ago; else empty.
     wxString GetStatusText() const;
+    /// For the question before the end of the program: what would be lost; empty when nothing would.
+    wxString GetQuitWarning() const;
     bool IsRunning() const { return mCMaker.IsRunning(); }
 
 private:

@@ -11,14 +11,18 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <system_error>
 
+#include "APP/FilmStop.h"
+
 namespace {
 
 constexpr int kStartMillis = 30000; // a busy node takes its time
+constexpr int kTurnMillis = 100;    // between two looks whether it is still wanted
 constexpr int kNotFound = 127;
 
 /// As the X library's key files have them: two bytes of length, highest first.
@@ -82,13 +86,16 @@ void VirtualDisplay_cls::Become(int pipe, int words, const std::string& key) {
 }
 
 std::string VirtualDisplay_cls::ReadNumber(int pipe) const {
+    using Clock = std::chrono::steady_clock;
+    const Clock::time_point end = Clock::now() + std::chrono::milliseconds(kStartMillis);
     std::string number;
     while (number.empty() || number.back() != '\n') {
+        if (IsFilmStopped() || Clock::now() > end) return std::string();
         pollfd ready = {pipe, POLLIN, 0};
-        const int count = poll(&ready, 1, kStartMillis);
-        if (count < 0 && errno == EINTR) continue;
+        const int count = poll(&ready, 1, kTurnMillis);
+        if (count == 0 || (count < 0 && errno == EINTR)) continue;
         char byte = 0;
-        if (count <= 0 || read(pipe, &byte, 1) != 1) return std::string();
+        if (count < 0 || read(pipe, &byte, 1) != 1) return std::string();
         number.push_back(byte);
     }
     number.pop_back();

@@ -22,7 +22,8 @@ public:
 
 private:
     bool MakeKey();
-    /// The number that the server writes when it is ready; empty when it ended before, or never does.
+    /// The number that the server writes when it is ready; empty when it ended before, never does, or the
+    /// film is stopped.
     std::string ReadNumber(int pipe) const;
     [[noreturn]] static void Become(int pipe, int words, const std::string& key);
 

@@ -18,9 +18,16 @@ bool IsCutJPEG(const std::string& bytes) {
     return bytes.compare(0, 2, "\xff\xd8") == 0 && bytes.compare(bytes.size() - 2, 2, "\xff\xd9") != 0;
 }
 
+/// A picture that covers everything may still be stored with alpha; the reader forgets it.
+bool IsStoredWithAlpha(const std::string& bytes, const wxImage& image) {
+    constexpr size_t kColorType = 25; // of a PNG
+    if (bytes.compare(0, 4, "\x89PNG") == 0 && bytes.size() > kColorType) return (bytes[kColorType] & 4) != 0;
+    return image.HasAlpha();
+}
+
 } // namespace
 
-bool IsWholeImage(const wxString& path, int w, int h) {
+bool IsWholeImage(const wxString& path, int w, int h, bool bAlpha) {
     std::string bytes;
     if (ReadWholeFile(path, kLargestPicture, &bytes) != ReadFileResult::Ok || bytes.size() < 16) return false;
     const wxLogNull quiet;
@@ -29,5 +36,6 @@ bool IsWholeImage(const wxString& path, int w, int h) {
     wxMemoryInputStream stream(bytes.data(), bytes.size());
     wxImage image;
     if (!pReader || !image.LoadFile(stream, pReader->GetType())) return false;
-    return image.GetWidth() == w && image.GetHeight() == h && !IsCutJPEG(bytes);
+    return image.GetWidth() == w && image.GetHeight() == h && IsStoredWithAlpha(bytes, image) == bAlpha &&
+           !IsCutJPEG(bytes);
 }

@@ -3,5 +3,5 @@
 
 #include <wx/string.h>
 
-/// A whole picture of this size, in the format that its ending names.
-bool IsWholeImage(const wxString& path, int w, int h);
+/// A whole picture of this size, in the format that its ending names, stored with alpha or without.
+bool IsWholeImage(const wxString& path, int w, int h, bool bAlpha);

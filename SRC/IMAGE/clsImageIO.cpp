@@ -1,7 +1,8 @@
 #include "IMAGE/clsImageIO.h"
 
-#include <epoxy/gl.h>
+#include <cstdio>
 
+#include <epoxy/gl.h>
 #include <wx/filedlg.h>
 #include <wx/filename.h>
 #include <wx/intl.h>
@@ -21,23 +22,35 @@ namespace {
 constexpr int kColumns = 8; // lines of that many pixels are aligned whatever the reader wants
 constexpr unsigned long kPollMillis = 3;
 
-void ReadTexture(const FBO_cls& buffer, GLenum format, GLenum type, int pixelBytes,
+/// Were there any?
+bool TakeGLErrors() {
+    bool bAny = false;
+    for (GLenum error = glGetError(); error != GL_NO_ERROR; error = glGetError()) {
+        bAny = true;
+        if (error == GL_CONTEXT_LOST) break; // reported for ever
+    }
+    return bAny;
+}
+
+/// False: there is nothing to be shown.
+bool ReadTexture(const FBO_cls& buffer, GLenum format, GLenum type, int pixelBytes,
                  PixelBuffer_cls* pPixels) {
-    if (!pPixels->Allocate(buffer.GetWidth(), buffer.GetHeight(), pixelBytes)) return;
+    if (!pPixels->Allocate(buffer.GetWidth(), buffer.GetHeight(), pixelBytes)) return false;
     const GLAttribScope_cls attributes(GL_TEXTURE_BIT);
     const GLClientScope_cls client;
     glPixelStorei(GL_PACK_ALIGNMENT, 1);
     buffer.BindTexture();
+    CheckGLErrors("what came before an image");
+    TakeGLErrors();
     glGetTexImage(GL_TEXTURE_2D, 0, format, type, pPixels->Get());
-    CheckGLErrors("reading an image");
+    return !TakeGLErrors(); // memory that was never written may hold anything
 }
 
 /// As it is stored: to make bytes of it takes OpenGL several times as long as our thread.
-void ReadLight(const FBO_cls* pBuffer, PixelBuffer_cls* pPixels) {
-    if (pBuffer)
-        ReadTexture(*pBuffer, GL_RGB, GL_HALF_FLOAT, 6, pPixels);
-    else
-        pPixels->Free();
+bool ReadLight(const FBO_cls* pBuffer, PixelBuffer_cls* pPixels) {
+    if (pBuffer) return ReadTexture(*pBuffer, GL_RGB, GL_HALF_FLOAT, 6, pPixels);
+    pPixels->Free();
+    return true;
 }
 
 } // namespace
@@ -56,7 +69,7 @@ void ImageIO_cls::FreeSlot(int index) {
     if (!mbBusy[index]) return;
     while (!mbDone[index].load(std::memory_order_acquire))
         wxMilliSleep(kPollMillis);
-    mpCThread[index]->Wait();
+    if (mbThread[index]) mpCThread[index]->Wait();
     if (!mpCThread[index]->GetError().empty())
         mFailures.push_back({mpCThread[index]->GetPath(), mpCThread[index]->GetError()});
     mSpare = mpCThread[index]->TakePicture();
@@ -82,7 +95,8 @@ SavePicture_st ImageIO_cls::MakePicture(int w, int h, const wxString& path) {
 void ImageIO_cls::Run(int index, SavePicture_st picture) {
     mpCThread[index] = std::make_unique<ThreadSave_cls>(std::move(picture), mbDone[index]);
     mbBusy[index] = true;
-    if (mpCThread[index]->Run() == wxTHREAD_NO_ERROR) return;
+    mbThread[index] = mpCThread[index]->Run() == wxTHREAD_NO_ERROR;
+    if (mbThread[index]) return;
     mpCThread[index]->Entry();
     FreeSlot(index);
 }
@@ -98,7 +112,9 @@ void ImageIO_cls::SaveImageFromGL(int w, int h, const wxString& path, int x, int
     if (picture.mSource.Allocate(w, h, 3)) {
         const GLClientScope_cls client;
         glPixelStorei(GL_PACK_ALIGNMENT, 1);
+        TakeGLErrors();
         glReadPixels(x, y, w, h, GL_RGB, GL_UNSIGNED_BYTE, picture.mSource.Get());
+        if (TakeGLErrors()) picture.mSource.Free();
     }
     Run(index, std::move(picture));
 }
@@ -111,13 +127,15 @@ void ImageIO_cls::SaveImageFromTexture(const ImageBuffers_st& buffers, int w, in
     picture.mSrcH = buffers.mpColor->GetHeight();
     picture.mbSideBySide = bSideBySide;
     picture.mbHalfFloat = true;
+    bool bRead = true;
     if (buffers.mpOverlay)
-        ReadTexture(*buffers.mpOverlay, GL_RGBA, GL_UNSIGNED_BYTE, 4, &picture.mOverlay);
+        bRead = ReadTexture(*buffers.mpOverlay, GL_RGBA, GL_UNSIGNED_BYTE, 4, &picture.mOverlay);
     else
         picture.mOverlay.Free();
-    ReadLight(buffers.mpColor, &picture.mSource);
-    ReadLight(buffers.mpOnBlack, &picture.mOnBlack);
-    ReadLight(buffers.mpOnWhite, &picture.mOnWhite);
+    bRead = ReadLight(buffers.mpColor, &picture.mSource) && bRead;
+    bRead = ReadLight(buffers.mpOnBlack, &picture.mOnBlack) && bRead;
+    bRead = ReadLight(buffers.mpOnWhite, &picture.mOnWhite) && bRead;
+    if (!bRead) picture.mSource.Free(); // a part of a picture is none
     Run(index, std::move(picture));
 }
 
@@ -125,6 +143,8 @@ void ImageIO_cls::Finish() {
     for (int index = 0; index < kThreads; ++index)
         FreeSlot(index);
 }
+
+void ImageIO_cls::DropSpare() { mSpare = SavePicture_st(); }
 
 std::vector<ImageFailure_st> ImageIO_cls::TakeFailures() {
     for (int index = 0; index < kThreads; ++index)

@@ -51,6 +51,8 @@ public:
 
     /// Wait until nothing is being written.
     void Finish();
+    /// A run is over: give back the memory that the next picture would have used, up to 1 GB.
+    void DropSpare();
     /// What failed since the last call, without waiting.
     std::vector<ImageFailure_st> TakeFailures();
 
@@ -69,6 +71,7 @@ private:
     int mIndex = 0;
     std::atomic<bool> mbDone[kThreads] = {};
     bool mbBusy[kThreads] = {};
+    bool mbThread[kThreads] = {}; ///< the slot's thread runs, or did; else its work was done here
     std::unique_ptr<ThreadSave_cls> mpCThread[kThreads];
     std::vector<ImageFailure_st> mFailures;
     SavePicture_st mSpare; ///< buffers of a picture that is written: fresh memory costs more than using it

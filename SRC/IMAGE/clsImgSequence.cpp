@@ -101,10 +101,14 @@ void ImgSequence_cls::SetDefaultPath(const wxString& path) {
 }
 
 bool ImgSequence_cls::NormalizeName(bool bNeedsNumber) {
-    mCFileSequence.Set(mCFileSequence.mStrPath);
-    mCFileSequence.Set(mCFileSequence.GetFormat());
+    wxString typed = mCFileSequence.mStrPath;
+    // As the writer would do: what is told of written files must be their names.
+    if (!typed.empty() && SplitPath_cls(typed).mStrExt.empty()) typed += ".png";
+    mCFileSequence.Set(typed);
+    mCFileSequence.AdoptFormat();
     if (bNeedsNumber && mCFileSequence.mDigits < 0) {
         if (!MsgBoxYesno(_("Not Sequence. Append 4-digit tag ?"), _("Sequence Format error"))) return false;
+        mCFileSequence.Set(typed); // more digits than a tag can have give way to four
         mCFileSequence.AppendDefaultSequenceTag();
     }
     UpdateItems(true);

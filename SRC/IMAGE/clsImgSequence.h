@@ -31,8 +31,8 @@ public:
     void SetGeom(int w, int h, float angle, bool bSetOutput);
     /// A path for the output, unless it is empty or "None". "snapshot" becomes "preview%04d".
     void SetDefaultPath(const wxString& path);
-    /// Bring the typed name into the form with a number field, asking for one where it has none. False: the
-    /// user doesn't want it.
+    /// Bring the typed name into the form with a number field, asking for one where it has none; without an
+    /// ending it gets ".png". False: the user doesn't want the number.
     bool NormalizeName(bool bNeedsNumber);
     /// The first number so that file numbers are frame numbers.
     void CalcInitNum();

@@ -1,6 +1,7 @@
 #include "IMAGE/clsThreadSave.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <exception>
 
@@ -40,7 +41,7 @@ void ThreadSave_cls::Save() {
                 mAlpha.Allocate(mPicture.mW, mPicture.mH, 1);
     if (!bFits) {
         std::puts("Image Save Skipped!!");
-        mStrError = _("not enough memory for the picture");
+        mStrError = _("there is not enough memory for the picture, or OpenGL failed");
         return;
     }
     if (bAlpha) AddAlpha();
@@ -59,11 +60,14 @@ bool ThreadSave_cls::Fit(const PixelBuffer_cls& source, PixelBuffer_cls* pTarget
     if (mPicture.mbHalfFloat) {
         if (!bSame && !bytes.Allocate(w, h, 3)) return false;
         unsigned char* pTo = bSame ? pTarget->Get() : bytes.Get();
-        // Above and below the part of the file's shape nothing is looked at.
-        const size_t row = size_t(w) * 3;
-        const size_t skip = bSame ? 0 : size_t(GetMiddlePart(w, h, mPicture.mW, mPicture.mH).mY) * row;
+        // Above and below the part of the file's shape nothing is looked at; a row more, where its edge is
+        // rounded.
+        const double edge = bSame ? 0.0 : GetMiddlePart(w, h, mPicture.mW, mPicture.mH).mY;
+        const int first = std::max(int(std::floor(edge)) - 1, 0);
+        const int end = std::min(int(std::ceil(h - edge)) + 1, h);
+        const size_t skip = size_t(first) * size_t(w) * 3;
         ConvertHalfToBytes(reinterpret_cast<const std::uint16_t*>(source.Get()) + skip, pTo + skip,
-                           count - 2 * skip);
+                           size_t(end - first) * size_t(w) * 3);
         pBytes = pTo;
     } else if (bSame) {
         std::copy_n(pBytes, count, pTarget->Get());

@@ -2,7 +2,7 @@
 
 #include <fcntl.h>
 #include <signal.h>
-#include <spawn.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -26,6 +26,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr unsigned long kPollMillis = 20;
+constexpr int kNotRun = 127;
 constexpr size_t kMostWords = 400; // of the tool's last words
 
 wxString Reason(int error) { return wxString::FromUTF8(std::strerror(error)); }
@@ -46,6 +47,20 @@ wxString LastWords(const std::string& file) {
     const size_t line = words.rfind('\n');
     if (line != std::string::npos) words.erase(0, line + 1);
     return wxString::FromUTF8(words.substr(0, kMostWords));
+}
+
+/// In the child, which has one thread and may not allocate.
+[[noreturn]] void Become(char* const* words, const char* said, pid_t parent) {
+    setpgid(0, 0); // a Ctrl-C is for the parent, which ends us
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != parent) _exit(kNotRun);
+    dup2(open("/dev/null", O_RDONLY | O_CLOEXEC), 0);
+    dup2(open("/dev/null", O_WRONLY | O_CLOEXEC), 1);
+    dup2(open(said, O_WRONLY | O_CREAT | O_CLOEXEC, 0600), 2);
+    execv(words[0], words);
+    const char text[] = "ffmpeg can't be run";
+    if (write(2, text, sizeof(text) - 1) < 0) _exit(kNotRun);
+    _exit(kNotRun);
 }
 
 } // namespace
@@ -89,21 +104,11 @@ wxString VideoMaker_cls::Spawn(const VideoJob_st& job) {
     for (std::string& word : words)
         pointers.push_back(word.data());
     pointers.push_back(nullptr);
-    posix_spawn_file_actions_t files;
-    posix_spawn_file_actions_init(&files);
-    posix_spawn_file_actions_addopen(&files, 0, "/dev/null", O_RDONLY, 0);
-    posix_spawn_file_actions_addopen(&files, 1, "/dev/null", O_WRONLY, 0);
-    posix_spawn_file_actions_addopen(&files, 2, (mFolder + "/words").c_str(), O_WRONLY | O_CREAT, 0600);
-    // A Ctrl-C is for us; we end it.
-    posix_spawnattr_t attributes;
-    posix_spawnattr_init(&attributes);
-    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
-    const int error = posix_spawn(&mPid, pointers[0], &files, &attributes, pointers.data(), environ);
-    posix_spawnattr_destroy(&attributes);
-    posix_spawn_file_actions_destroy(&files);
-    if (error == 0) return wxString();
-    mPid = -1;
-    return Reason(error);
+    const std::string said = mFolder + "/words";
+    const pid_t parent = getpid();
+    mPid = fork();
+    if (mPid == 0) Become(pointers.data(), said.c_str(), parent);
+    return mPid > 0 ? wxString() : Reason(errno);
 }
 
 bool VideoMaker_cls::Poll() {

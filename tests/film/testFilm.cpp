@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <fstream>
 #include <set>
 
@@ -135,6 +136,8 @@ TEST_F(FilmCommand, TellsWrongArgumentsBeforeItBegins) {
         {mProject, "--output", mFolder / "missing/f%04d.png"},
         {mProject, "--output", mFolder / "out/f%04d.xyz"},
         {mProject, "--output", mFolder / "out/f%04d.jpg", "--transparent"},
+        {mProject, "--output", mFolder / "out/f%06d.png"},
+        {mProject, "--output", mFolder / "out/f%04d.png", "--video", mFolder / "missing/film.mp4"},
         {mProject, "--output", mFolder / "out/f%04d.png", "--frames", "9-12"},
     };
     for (const auto& words : cases) {
@@ -216,6 +219,37 @@ TEST_F(FilmCommand, TransparentFilmsHaveAlpha) {
     const ChildRun_st plain = Film({"--quiet", "--frames", "0"}, {}, "plain");
     EXPECT_EQ(plain.mStatus, 0);
     EXPECT_FALSE(Load("plain/f0000.png").HasAlpha());
+    const ChildRun_st other = Film({"--resume", "--frames", "0"});
+    EXPECT_EQ(other.mOut.find("were there"), std::string::npos) << other.mOut;
+    EXPECT_FALSE(Load("out/f0000.png").HasAlpha()) << "one of another film isn't kept";
+}
+
+TEST_F(FilmCommand, TakesNamesFromTheProject) {
+    fs::create_directory(mFolder.mPath / "a%%b");
+    const std::string project =
+        mFolder.MakeProject("named.mrp", "ImgSequenceFile=" + (mFolder / "a%%b/x0001") + "\n");
+    const ChildRun_st run = RunFilm({"--quiet", "--frames", "1-2", project});
+    EXPECT_EQ(run.mStatus, 0) << run.mErr;
+    EXPECT_EQ(Names("a%%b"), (std::set<std::string>{"x0001.png", "x0002.png"}));
+}
+
+// Something in the place of the virtual display that never gets ready.
+TEST_F(FilmCommand, CanBeStoppedBeforeThereIsADisplay) {
+    fs::create_directory(mFolder.mPath / "bin");
+    const std::string server = mFolder / "bin/Xvfb", begun = mFolder / "begun";
+    std::ofstream(server) << "#!/bin/sh\n: > '" << begun << "'\nexec /bin/sleep 60\n";
+    fs::permissions(server, fs::perms::owner_all);
+    const auto start = std::chrono::steady_clock::now();
+    bool bSent = false;
+    const ChildRun_st run = RunFilm({"--output", mFolder / "out/f%04d.png", mProject},
+                                    {{"PATH", mFolder / "bin"}}, [&](pid_t child) {
+                                        if (bSent || !fs::exists(begun)) return;
+                                        bSent = true;
+                                        kill(child, SIGINT);
+                                    });
+    EXPECT_EQ(run.mStatus, 128 + SIGINT);
+    EXPECT_EQ(run.mErr, "");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
 }
 
 TEST_F(FilmCommand, MakesAVideoOrSaysWhatIsMissing) {
@@ -231,9 +265,10 @@ TEST_F(FilmCommand, MakesAVideoOrSaysWhatIsMissing) {
     const ChildRun_st run = Film({"--video", video, "--fps", "24"});
     EXPECT_EQ(run.mStatus, 0) << run.mErr;
     EXPECT_GT(fs::file_size(video), 1000u);
-    const ChildRun_st nowhere = Film({"--resume", "--video", mFolder / "missing/film.mp4"});
-    EXPECT_EQ(nowhere.mStatus, 3) << nowhere.mErr;
-    EXPECT_NE(nowhere.mErr.find("missing/film.mp4"), std::string::npos) << nowhere.mErr;
+    fs::create_directory(mFolder.mPath / "taken.mp4");
+    const ChildRun_st taken = Film({"--resume", "--video", mFolder / "taken.mp4"});
+    EXPECT_EQ(taken.mStatus, 3) << taken.mErr;
+    EXPECT_NE(taken.mErr.find("taken.mp4"), std::string::npos) << taken.mErr;
 }
 
 TEST_F(FilmCommand, ExportsTheDataOfEachFrame) {

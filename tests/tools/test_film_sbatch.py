@@ -41,7 +41,8 @@ class FilmSbatch(unittest.TestCase):
 
     def test_parts_make_up_the_work_area(self):
         for length, first, last, stepping in [(100, 0, 100, 1), (100, 10, 30, 1), (50, 0, 80, 1), (4, 0, 4, 1),
-                                              (100, 7, 99, 3), (100, 0, 100, 10)]:
+                                              (100, 7, 99, 3), (100, 0, 100, 10), (100, 1, 10, 3),
+                                              (100, 5, 100, 7), (10, 4, 5, 3)]:
             self.write(length, first, last, stepping)
             for count in (1, 3, 8):
                 ranges = self.ranges(count)
@@ -50,13 +51,17 @@ class FilmSbatch(unittest.TestCase):
                     self.assertEqual(ranges[-1][1], min(last, length))
                     for (_, end), (begin, _) in zip(ranges, ranges[1:]):
                         self.assertEqual(begin, end + 1)
-                    for begin, end in ranges[:-1]:
-                        self.assertGreaterEqual(end - begin + 1, stepping, "a part without a frame would fail")
+                    for begin, end in ranges:
+                        self.assertTrue(any(frame % stepping == 0 or frame == first for frame in
+                                            range(begin, end + 1)), "a part without a frame would fail")
 
     def test_single_tasks_and_other_ranges(self):
         self.write(100, 0, 99, 1)
         self.assertIn("--frames 25-49", self.run_task(2, 1, PARTS="4").stdout)
         self.assertEqual(self.ranges(2, FIRST="20", LAST="29"), [(20, 24), (25, 29)])
+        self.write(100, 0, 99, 10)
+        self.assertEqual(self.ranges(2, FIRST="15", LAST="45"), [(20, 29), (30, 45)])
+        self.assertEqual(self.run_task(1, 1, FIRST="15", LAST="19").returncode, 2)
 
     def test_wrong_uses_are_told(self):
         self.write(100, 0, 99, 1)

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include "PDATA/clsFileSequence.h"
+
 namespace {
 
 using Words = std::vector<wxString>;
@@ -106,7 +108,11 @@ TEST(FilmArgs, TellsWhatIsWrongInOneLine) {
         {{"--video", "film.mp4", "--fps", "-25", "a.mrp"}, "--fps"},
         {{"--video", "film.mp4", "--fps", "1001", "a.mrp"}, "--fps"},
         {{"--fps", "25", "a.mrp"}, "--fps is for --video"},
-        {{"--output", "f%04d", "a.mrp"}, "png, jpg, jpeg, tif, tiff, bmp"},
+        {{"--output", "f%04d.", "a.mrp"}, "png, jpg, jpeg, tif, tiff, bmp"},
+        {{"--output", "f%06d.png", "a.mrp"}, "%01d to %05d"},
+        {{"--output", "f%d.png", "a.mrp"}, "%01d to %05d"},
+        {{"--export-data", "f%3d", "a.mrp"}, "%01d to %05d"},
+        {{"--video", "/nowhere/at/all/film.mp4", "a.mrp"}, "\"/nowhere/at/all\""},
         {{"--output", "f%04d.gif", "a.mrp"}, "png, jpg, jpeg, tif, tiff, bmp"},
         {{"--output", "/nowhere/at/all/f%04d.png", "a.mrp"}, "\"/nowhere/at/all\""},
         {{"--transparent", "--output", "f%04d.jpg", "a.mrp"}, "--transparent"},
@@ -132,11 +138,26 @@ TEST(FilmArgs, OutputNamesFollowTheImageSequence) {
     EXPECT_EQ(check("f%03d.JPG"), "f%03d.JPG");
     EXPECT_EQ(check("f0017.tif"), "f%04d.tif") << "digits at the end are the number's place";
     EXPECT_EQ(check("f.bmp"), "f%04d.bmp");
-    // A "%" in a folder is part of its name.
-    const std::string folder = (std::filesystem::temp_directory_path() / "film 50%").string();
-    std::filesystem::create_directory(folder);
-    EXPECT_EQ(check(wxString(folder) + "/f%04d.png"), wxString(folder) + "/f%04d.png");
-    std::filesystem::remove(folder);
+    EXPECT_EQ(check("f20240131.png"), "f%04d.png") << "no tag is as wide";
+    EXPECT_EQ(check("f%04d"), "f%04d.png") << "the name that the writer gives it";
+    EXPECT_EQ(check("f"), "f%04d.png");
+    wxString data = "d%03d";
+    EXPECT_EQ(CheckFilmExport(&data), "");
+    EXPECT_EQ(data, "d%03d") << "data need no ending";
+    // A "%" in a folder is part of its name, beside a typed number "%%" is one.
+    std::string base = (std::filesystem::temp_directory_path() / "film-XXXXXX").string();
+    ASSERT_NE(mkdtemp(base.data()), nullptr);
+    for (const char* name : {"50%", "a%%b", "50% done"}) {
+        const wxString folder = wxString(base) + "/" + name;
+        std::filesystem::create_directory(folder.utf8_string());
+        wxString path = check(folder + "/x0001.png");
+        EXPECT_EQ(FileSequence_cls(path).GetModifiedStr(7, 0), folder + "/x0007.png");
+        EXPECT_EQ(check(path), path) << "it has its form";
+        path = check(folder + "/x.png");
+        EXPECT_EQ(FileSequence_cls(path).GetModifiedStr(7, 0), folder + "/x0007.png");
+    }
+    EXPECT_EQ(check(wxString(base) + "/50%/f%04d.png"), wxString(base) + "/50%/f%04d.png");
+    std::filesystem::remove_all(base);
     wxString alpha = "f%04d.tiff";
     EXPECT_EQ(CheckFilmOutput(&alpha, true), "");
 }

@@ -37,6 +37,10 @@ protected:
         } while (mTime.IsPlaying() && int(film.size()) < atMost);
         return film;
     }
+    std::vector<FilmFrame_st> Whole() {
+        mError.clear();
+        return ListFilm(mTime, &mError);
+    }
     std::vector<FilmFrame_st> Part(int first, int last, int step = 0) {
         mError.clear();
         return ListFilmPart(mTime, first, last, step, &mError);
@@ -51,14 +55,13 @@ TEST_F(FilmFrames, AreThoseThatAnImageSequenceVisits) {
                                {12, 3, 9, 3, 2},  {0, 0, 0, 1, 1},   {0, 0, 0, 1, 5},  {10, 4, 4, 1, 2}};
     for (const auto& s : settings) {
         Set(s[0], s[1], s[2], s[3], s[4]);
-        EXPECT_EQ(ListFilm(mTime), Play())
-            << s[0] << " " << s[1] << " " << s[2] << " " << s[3] << " " << s[4];
+        EXPECT_EQ(Whole(), Play()) << s[0] << " " << s[1] << " " << s[2] << " " << s[3] << " " << s[4];
     }
 }
 
 TEST_F(FilmFrames, EndsWherePlayingWouldGoRound) {
     Set(11, 0, 10, 3, 2); // the work area ends between two frames of the stepping
-    const std::vector<FilmFrame_st> film = ListFilm(mTime);
+    const std::vector<FilmFrame_st> film = Whole();
     ASSERT_EQ(film.size(), 8u);
     EXPECT_EQ(film.back(), (FilmFrame_st{9, 1, 7}));
 }
@@ -72,7 +75,7 @@ TEST_F(FilmFrames, PartsMakeUpTheWhole) {
             std::vector<FilmFrame_st> both = Part(s[1], cut);
             const std::vector<FilmFrame_st> rest = Part(cut + 1, s[2]);
             both.insert(both.end(), rest.begin(), rest.end());
-            EXPECT_EQ(both, ListFilm(mTime)) << "cut at " << cut << " of " << s[0] << " " << s[3];
+            EXPECT_EQ(both, Whole()) << "cut at " << cut << " of " << s[0] << " " << s[3];
         }
     }
 }
@@ -98,6 +101,19 @@ TEST_F(FilmFrames, RefusesWhatIsNoPartOfTheFilm) {
     EXPECT_FALSE(mError.empty()) << "no frame of the stepping lies there";
     EXPECT_EQ(Part(0, 10, 6), (std::vector<FilmFrame_st>{{0, 0, 0}, {6, 0, 2}}))
         << "numbers of the whole film";
+}
+
+TEST_F(FilmFrames, MoreThanCanBeListedAreRefused) {
+    Set(4, 0, 4, 1, 9999999);
+    EXPECT_TRUE(Whole().empty());
+    EXPECT_TRUE(mError.Contains("10000000 pictures")) << mError;
+    EXPECT_TRUE(Part(1, 2).empty()) << "numbers go on from part to part";
+    EXPECT_FALSE(mError.empty());
+    EXPECT_TRUE(Part(0, 4, 1).empty());
+    EXPECT_FALSE(mError.empty());
+    Set(1, 0, 1, 1, 9999999);
+    EXPECT_EQ(Whole().size(), 10000000u);
+    EXPECT_EQ(mError, "");
 }
 
 TEST(FilmProgress, TellsRateAndTimeLeft) {

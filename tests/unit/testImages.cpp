@@ -248,6 +248,35 @@ TEST_F(ThreadSave, HalfFloatsOfAnySizeBecomeTheFile) {
     EXPECT_EQ(image.GetBlue(5, 3), 128);
 }
 
+// The rows that are looked at are those that are converted, whatever the rounding of their edges.
+TEST_F(ThreadSave, HalfFloatsAreConvertedUpToTheEdges) {
+    const int sizes[][3] = {
+        {2048, 640, 480}, {2048, 480, 640}, {1000, 999, 7}, {999, 640, 360}, {64, 3, 200}};
+    for (const auto& size : sizes) {
+        const int side = size[0], w = size[1], h = size[2];
+        SavePicture_st picture;
+        picture.mWXStrFilename = mFolder + "/e.png";
+        picture.mW = w;
+        picture.mH = h;
+        picture.mSrcW = picture.mSrcH = side;
+        picture.mbHalfFloat = picture.mbQuiet = true;
+        ASSERT_TRUE(picture.mSource.Allocate(side, side, 6));
+        for (size_t y = 0; y < size_t(side); ++y)
+            for (size_t i = 0; i < size_t(side) * 3; ++i) {
+                const std::uint16_t half = y % 2 == 0 ? 0x3c00 : 0x3800; // 1 and 0.5
+                std::memcpy(picture.mSource.Get() + 2 * (y * size_t(side) * 3 + i), &half, 2);
+            }
+        Bytes bytes(size_t(side) * size_t(side) * 3);
+        for (size_t i = 0; i < bytes.size(); ++i)
+            bytes[i] = i / (size_t(side) * 3) % 2 == 0 ? 255 : 128;
+        Bytes expected(size_t(w) * size_t(h) * 3);
+        ResampleMiddle(bytes.data(), side, side, expected.data(), w, h);
+        ASSERT_EQ(Save(std::move(picture)), "");
+        const wxImage image = Load("e.png").Mirror(false);
+        EXPECT_EQ(0, std::memcmp(image.GetData(), expected.data(), expected.size())) << side << " " << w;
+    }
+}
+
 TEST_F(ThreadSave, WithoutPixelsThereIsNoFile) {
     SavePicture_st picture;
     picture.mWXStrFilename = mFolder + "/n.png";

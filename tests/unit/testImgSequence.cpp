@@ -109,6 +109,22 @@ TEST_F(ImgSequence, NamesGetANumberOrTheUserDoesNotWantIt) {
     Answer(true);
     EXPECT_TRUE(mSequence.NormalizeName(true));
     EXPECT_EQ(mSequence.mCFileSequence.mStrPath, "/films/plain%04d.png");
+    mSequence.mCFileSequence.Set("/films/20240131");
+    EXPECT_TRUE(mSequence.NormalizeName(true));
+    EXPECT_EQ(mSequence.mCFileSequence.mStrPath, "/films/%04d.png") << "no tag is as wide";
+    // A name without an ending gets the writer's.
+    mSequence.mCFileSequence.Set("/films.d/run12");
+    EXPECT_TRUE(mSequence.NormalizeName(true));
+    EXPECT_EQ(mSequence.mCFileSequence.GetModifiedStr(3, 0), "/films.d/run03.png");
+    mSequence.mCFileSequence.Set("/films/one");
+    EXPECT_TRUE(mSequence.NormalizeName(false));
+    EXPECT_EQ(mSequence.mCFileSequence.GetModifiedStr(3, 0), "/films/one.png");
+    // A folder may bear signs of formats; doing it twice changes nothing.
+    mSequence.mCFileSequence.Set("/a%%b/x0001.png");
+    for (int time = 0; time < 2; ++time) {
+        EXPECT_TRUE(mSequence.NormalizeName(true));
+        EXPECT_EQ(mSequence.mCFileSequence.GetModifiedStr(1, 0), "/a%%b/x0001.png");
+    }
     // One picture needs none, and a % of a folder is none.
     mStrAsked.clear();
     mSequence.mCFileSequence.Set("/100%/plain.png");

@@ -1,16 +1,21 @@
 // Names, rates and the command line of videos, and the tool at work where it is installed.
 #include "IMAGE/VideoFile.h"
 
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 
 #include <gtest/gtest.h>
 #include <wx/image.h>
 
 #include "IMAGE/ImageCheck.h"
+#include "IMAGE/ImageFile.h"
 #include "IMAGE/clsVideoMaker.h"
 
 namespace {
@@ -126,20 +131,66 @@ TEST_F(VideoMaker, TellsWhyThereIsNone) {
 TEST_F(VideoMaker, WholePicturesAreKnown) {
     const VideoJob_st job = MakeJob(1, 33, 31);
     const std::string path = job.mFrames[0].utf8_string();
-    EXPECT_TRUE(IsWholeImage(job.mFrames[0], 33, 31));
-    EXPECT_FALSE(IsWholeImage(job.mFrames[0], 33, 32)) << "another size";
-    EXPECT_FALSE(IsWholeImage(wxString(mFolder) + "/none.png", 33, 31));
+    EXPECT_TRUE(IsWholeImage(job.mFrames[0], 33, 31, false));
+    EXPECT_FALSE(IsWholeImage(job.mFrames[0], 33, 32, false)) << "another size";
+    EXPECT_FALSE(IsWholeImage(wxString(mFolder) + "/none.png", 33, 31, false));
     fs::resize_file(path, fs::file_size(path) - 20);
-    EXPECT_FALSE(IsWholeImage(job.mFrames[0], 33, 31)) << "cut off";
+    EXPECT_FALSE(IsWholeImage(job.mFrames[0], 33, 31, false)) << "cut off";
     fs::resize_file(path, 0);
-    EXPECT_FALSE(IsWholeImage(job.mFrames[0], 33, 31));
+    EXPECT_FALSE(IsWholeImage(job.mFrames[0], 33, 31, false));
     if (!wxImage::FindHandler(wxBITMAP_TYPE_JPEG)) wxImage::AddHandler(new wxJPEGHandler);
     wxImage image(64, 64);
     const std::string photo = mFolder + "/f.jpg";
     ASSERT_TRUE(image.SaveFile(photo, wxBITMAP_TYPE_JPEG));
-    EXPECT_TRUE(IsWholeImage(photo, 64, 64));
+    EXPECT_TRUE(IsWholeImage(photo, 64, 64, false));
     fs::resize_file(photo, fs::file_size(photo) - 2);
-    EXPECT_FALSE(IsWholeImage(photo, 64, 64)) << "its reader would fill it up";
+    EXPECT_FALSE(IsWholeImage(photo, 64, 64, false)) << "its reader would fill it up";
+}
+
+TEST_F(VideoMaker, PicturesAreStoredWithAlphaOrWithout) {
+    if (!wxImage::FindHandler(wxBITMAP_TYPE_TIFF)) wxImage::AddHandler(new wxTIFFHandler);
+    for (const std::string ending : {"png", "tif"}) {
+        const wxString path = mFolder + "/a." + ending;
+        wxImage image(16, 8);
+        ASSERT_EQ(WriteImageFile(image, path, {}), "");
+        EXPECT_TRUE(IsWholeImage(path, 16, 8, false)) << ending;
+        EXPECT_FALSE(IsWholeImage(path, 16, 8, true)) << ending;
+        image.InitAlpha(); // all of it covers
+        ASSERT_EQ(WriteImageFile(image, path, {}), "");
+        EXPECT_TRUE(IsWholeImage(path, 16, 8, true)) << ending;
+        EXPECT_FALSE(IsWholeImage(path, 16, 8, false)) << ending;
+    }
+}
+
+bool IsProcessThere(pid_t pid) {
+    std::ifstream file("/proc/" + std::to_string(pid) + "/stat");
+    std::string line;
+    return std::getline(file, line) && line.find(") Z") == std::string::npos;
+}
+
+// A program in the place of the tool tells its process number and works for a long time.
+TEST_F(VideoMaker, TheToolDoesNotOutliveUs) {
+    const VideoJob_st job = MakeJob(1, 16, 16);
+    const std::string tool = mFolder + "/ffmpeg", number = mFolder + "/number";
+    std::ofstream(tool) << "#!/bin/sh\necho $$ > '" << number << "'\nexec sleep 60\n";
+    fs::permissions(tool, fs::perms::owner_all);
+    const pid_t child = fork();
+    if (child == 0) {
+        setenv("PATH", (mFolder + ":/usr/bin:/bin").c_str(), 1);
+        auto* maker = new VideoMaker_cls;
+        if (!maker->Start(job).empty()) _exit(1);
+        for (int tries = 0; tries < 2000 && (!fs::exists(number) || fs::file_size(number) == 0); ++tries)
+            usleep(5000);
+        _exit(0);
+    }
+    int status = -1;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    ASSERT_EQ(status, 0);
+    pid_t pid = 0;
+    ASSERT_TRUE(std::ifstream(number) >> pid);
+    for (int tries = 0; tries < 2000 && IsProcessThere(pid); ++tries)
+        usleep(5000);
+    EXPECT_FALSE(IsProcessThere(pid));
 }
 
 } // namespace
