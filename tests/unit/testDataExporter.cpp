@@ -1,18 +1,13 @@
-// Exported files against golden bytes, and read back by the program's own readers.
-#include <cmath>
+// Exported files against golden bytes, and runs that write them.
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <limits>
-#include <random>
 #include <sys/stat.h>
 
 #include "COMMON/SafeFile.h"
-#include "PDATA/FixedText.h"
 #include "PDATA/SnapshotWriter.h"
 #include "PDATA/clsDataExporter.h"
-#include "PDATA/clsSnapData.h"
 #include "ReaderTestTools.h"
 #include "StoreFixture.h"
 
@@ -69,7 +64,6 @@ protected:
     wxString mReason;
 };
 
-const Codes kDefaultHead = {0, 1};
 const Codes kDefaultBody = {0, 1, 5, 6, 7, 8};
 
 TEST_F(Export, BinaryGoldenBytes) {
@@ -188,68 +182,6 @@ TEST_F(Export, ManyRecordsFillManyPieces) {
         expected += line;
     }
     EXPECT_TRUE(Text(particles.mBlock) == expected);
-}
-
-std::string Fixed(float value) {
-    char text[kLongestFixed];
-    return std::string(text, PutFixed(text, value));
-}
-
-std::string Printf(float value) {
-    char text[64];
-    std::snprintf(text, sizeof text, "%f", static_cast<double>(value));
-    return text;
-}
-
-TEST(FixedText, IsWhatPrintfMakes) {
-    const float infinity = std::numeric_limits<float>::infinity();
-    const float none = std::numeric_limits<float>::quiet_NaN();
-    for (const float value : {0.0f,
-                              1.0f,
-                              0.5e-6f,
-                              1.5e-6f,
-                              2.5e-6f,
-                              0.4999999f,
-                              0.9999995f,
-                              0.99999994f,
-                              9.9999995f,
-                              16777215.0f,
-                              16777216.0f,
-                              33554432.0f,
-                              8388607.5f,
-                              1e10f,
-                              3.4028235e38f,
-                              1.1754944e-38f,
-                              1e-45f,
-                              0.0078125f,
-                              0.00000762939453125f,
-                              infinity,
-                              none})
-        for (const float sign : {1.0f, -1.0f})
-            EXPECT_EQ(Fixed(std::copysign(value, sign)), Printf(std::copysign(value, sign)));
-    // Multiples of 2^-7 end exactly between two millionths.
-    for (int i = 1; i < 4096; ++i)
-        ASSERT_EQ(Fixed(float(i) / 128.0f), Printf(float(i) / 128.0f));
-}
-
-TEST(FixedText, IsWhatPrintfMakesOfAnyBits) {
-    std::mt19937 random(42);
-    for (int i = 0; i < 400000; ++i) {
-        auto bits = static_cast<uint32_t>(random());
-        // Every other one near the numbers that simulations hold.
-        if (i % 2 == 1) bits = (bits & 0x807fffffu) | ((105 + bits % 45) << 23);
-        float value;
-        std::memcpy(&value, &bits, sizeof value);
-        ASSERT_EQ(Fixed(value), Printf(value)) << std::hex << bits;
-    }
-}
-
-TEST(FixedText, IntegersAreWhole) {
-    for (const int value : {0, 1, 9, 10, 99, 100, 101, 999, 1000, 1001, 9999, 10000, 123456789, 2147483647})
-        for (const int number : {value, -value, -value - 1}) {
-            char text[kLongestFixed];
-            EXPECT_EQ(std::string(text, PutInteger(text, number)), std::to_string(number));
-        }
 }
 
 TEST_F(Export, AFailureLeavesTheOldFileAndNothingBeside) {
@@ -399,79 +331,6 @@ TEST(ExportSettings, ReadBackAndSayWhatFilesHold) {
     EXPECT_EQ(three.GetHeaderGrammer(), Codes({4, 1}));
     EXPECT_EQ(three.GetBodyGrammer(), Codes({0, 8}));
     EXPECT_EQ(three.mCItemDataType.mValue, 0);
-}
-
-class ExportStore : public StoreFixture {
-protected:
-    /// Export the data `frac` behind snapshot `index`, as a paint does.
-    std::string ExportAt(DataExporter_cls& exporter, int index, double frac, int downsize = 1) {
-        mStore.PrepareIndex(index, frac, false, true);
-        mOption.mDownSizing.mValue = downsize;
-        exporter.mCLastSavedFile.mStrValue = wxString::FromUTF8(mFolder + "/out%04d.dat");
-        exporter.AdoptTypedPath();
-        exporter.BeginRun(1, 0);
-        while (!Sequence().ExportData(&exporter, index, Sequence().GetDT(index, frac), 0)) {
-        }
-        return mFolder + "/out0000.dat";
-    }
-};
-
-TEST_F(ExportStore, DefaultsReadBackAsTheSameParticles) {
-    OpenRun(2);
-    for (const int type : {0, 1}) {
-        DataExporter_cls exporter(nullptr);
-        exporter.mCItemDataType.mValue = type;
-        const std::string path = ExportAt(exporter, 1, 0.0);
-        const TestLoader_cls loader(type, kDefaultHead, kDefaultBody);
-        const TestArrays_cls arrays(10);
-        ReadBody(loader, path, 10, arrays);
-        const PDataBlock_cls& block = *Snap(1).mpCBlock;
-        EXPECT_EQ(std::memcmp(arrays->mpPos, block.mpPos, 120), 0) << type;
-        EXPECT_EQ(std::memcmp(arrays->mpVel, block.mpVel, 120), 0) << type;
-        EXPECT_EQ(std::memcmp(arrays->mpRadius, block.mpRadius, 40), 0) << type;
-        EXPECT_EQ(std::memcmp(arrays->mpValue1, block.mpValue1, 40), 0) << type;
-        EXPECT_EQ(std::memcmp(arrays->mpID, block.mpID, 40), 0) << type;
-        EXPECT_EQ(std::memcmp(arrays->mpType, block.mpType, 10), 0) << type;
-    }
-}
-
-TEST_F(ExportStore, AFractionIsWhatTheViewDraws) {
-    OpenRun(2);
-    DataExporter_cls exporter(nullptr);
-    const double frac = 0.3;
-    const std::string path = ExportAt(exporter, 0, frac);
-    const PDataBlock_cls& block = *Snap(0).mpCBlock;
-    const double dt = Sequence().GetDT(0, frac);
-    ASSERT_EQ(dt, 0.6);
-    const SnapData_cls drawn(Snap(0).mpCBlock, Sequence().mpCGLAttribute, dt, 1);
-    const TestLoader_cls loader(0, kDefaultHead, kDefaultBody);
-    const TestArrays_cls arrays(10);
-    ReadBody(loader, path, 10, arrays);
-    EXPECT_NE(std::memcmp(arrays->mpPos, block.mpPos, 120), 0) << "it moved";
-    EXPECT_EQ(std::memcmp(arrays->mpPos, drawn.mpPos, 120), 0);
-    EXPECT_EQ(std::memcmp(arrays->mpRadius, drawn.mpRadius, 40), 0);
-    EXPECT_EQ(std::memcmp(arrays->mpValue1, drawn.mpValue1, 40), 0);
-    EXPECT_EQ(std::memcmp(arrays->mpVel, block.mpVel, 120), 0) << "as stored";
-    float time = 0.0f;
-    std::memcpy(&time, ReadFile(path).data(), sizeof time);
-    EXPECT_EQ(time, 0.6f) << "the moment that the particles are of";
-}
-
-TEST_F(ExportStore, ThinnedOutAsTheViewsAre) {
-    OpenRun(1);
-    DataExporter_cls exporter(nullptr);
-    exporter.SetHeaderGrammer({1});
-    exporter.SetBodyGrammer({6});
-    EXPECT_EQ(ReadFile(ExportAt(exporter, 0, 0.0, 4)), Pack(3, 0, 4, 8));
-}
-
-TEST_F(ExportStore, ASnapshotWhoseFileIsMissingFails) {
-    OpenRun(3);
-    fs::remove(PathOf(1));
-    DataExporter_cls exporter(nullptr);
-    ExportAt(exporter, 1, 0.0);
-    EXPECT_EQ(exporter.mExportedCount, 0);
-    EXPECT_TRUE(exporter.HasFailed());
 }
 
 } // namespace
