@@ -1,6 +1,7 @@
 // The film maker without a window against the window's "Render Anim", byte for byte; and the video behind a
 // series.
 #include <cstdlib>
+#include <fstream>
 
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
@@ -110,6 +111,34 @@ TEST_F(FilmCommand, AWholeSeriesGetsItsVideo) {
     ASSERT_TRUE(PumpUntil([] { return !Sequence()->IsRendering(); }));
     ASSERT_TRUE(Settle());
     EXPECT_FALSE(Frame()->GetStatusBar()->GetStatusText(0).Contains("Making the video"));
+}
+
+// A program in the place of the tool works until it is told.
+TEST_F(FilmCommand, AVideoThatIsGivenUpIsTold) {
+    fs::create_directory(mFolder.mPath / "bin");
+    const std::string tool = mFolder / "bin/ffmpeg", end = mFolder / "end";
+    std::ofstream(tool) << "#!/bin/sh\nuntil [ -e '" << end << "' ]; do sleep 0.1; done\nexit 1\n";
+    fs::permissions(tool, fs::perms::owner_all);
+    const std::string path = std::getenv("PATH");
+    setenv("PATH", (mFolder / "bin:" + path).c_str(), 1);
+    const auto isMaking = [] {
+        return Frame()->GetStatusBar()->GetStatusText(0).Contains("Making the video");
+    };
+    ASSERT_TRUE(OpenProjectAndPaint(mFolder.MakeProject("film.mrp", "TimeWorkAreaMax=1\n")));
+    Sequence()->mbVideo = true;
+    RenderAnim({false, true});
+    EXPECT_TRUE(PumpUntil(isMaking));
+    mAnswers = {false};
+    Frame()->Close();
+    EXPECT_TRUE(PumpUntil([&] { return WasTold("f.mp4 is not made yet and would be given up"); }));
+    EXPECT_TRUE(isMaking()) << "the answer was no";
+    EXPECT_FALSE(WasTold("next series"));
+    RenderAnim({false, true});
+    EXPECT_TRUE(PumpUntil([&] { return WasTold("given up for that of the next series"); }));
+    EXPECT_TRUE(PumpUntil(isMaking)) << "the next one";
+    std::ofstream(end) << "now";
+    EXPECT_TRUE(PumpUntil([&] { return !isMaking(); }));
+    setenv("PATH", path.c_str(), 1);
 }
 
 } // namespace
