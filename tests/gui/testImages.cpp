@@ -21,6 +21,7 @@
 #include "IMAGE/clsImageIO.h"
 #include "IMAGE/clsImgSequence.h"
 #include "IMAGE/clsImgSequenceGUI.h"
+#include "PARAM/clsParameters.h"
 #include "PictureTest.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/clsFileDialogEX.h"
@@ -278,7 +279,7 @@ TEST_F(Images, ANameWithoutANumberIsAskedAbout) {
     Time()->SetWAMaxNative(0);
     mAnswers = {true, false};
     ClickOn(FindByLabel(Dialog(), "Render Anim"));
-    ASSERT_TRUE(PumpUntil([] { return Sequence()->IsRendering(); }, 2000) && Finish());
+    ASSERT_TRUE(PumpUntil([this] { return Files().size() == 1; }, 5000) && Finish());
     EXPECT_EQ(Files(), std::set<std::string>{"plain0000.png"});
     SetOutput("single.png", 32, 32);
     ASSERT_TRUE(Render("Render Snap"));
@@ -322,6 +323,72 @@ TEST_F(Images, OddSizesAreWritten) {
         ASSERT_TRUE(Render());
         EXPECT_EQ(Load("f0000.png").GetSize(), size);
     }
+}
+
+TEST_F(Images, AWindowThatIsPutAwayDoesntStopAFilm) {
+    Menu(ID_VIEW_PANEL_TYPE_3); // views that nobody sees must not be waited for either
+    Canvas(0)->SetThisToBeActiveGL();
+    Time()->SetWAMaxNative(9);
+    Press("Render Anim");
+    ASSERT_TRUE(PumpUntil([this] { return Files().count("f0000.png") == 1; }, 20000));
+    Frame()->Iconize(true);
+    ASSERT_TRUE(Finish());
+    EXPECT_EQ(Files(), Names(0, 9));
+    Frame()->Iconize(false);
+    Frame()->Raise();
+    Menu(ID_VIEW_PANEL_TYPE_0);
+}
+
+TEST_F(Images, AViewThatIsHiddenLeavesTheWorkToTheFirst) {
+    Menu(ID_VIEW_PANEL_TYPE_3);
+    Canvas(2)->SetThisToBeActiveGL();
+    Menu(ID_VIEW_PANEL_TYPE_0);
+    EXPECT_EQ(Frame()->GetPCOutputCanvas(), Canvas(0));
+    ASSERT_TRUE(Render("Render Snap"));
+    EXPECT_EQ(Files(), Names(0, 0));
+}
+
+TEST_F(Images, ARunEndsWithItsData) {
+    for (const bool bProject : {false, true}) {
+        Time()->SetWAMaxNative(19);
+        Press("Render Anim");
+        ASSERT_TRUE(PumpUntil([this] { return Files().count("f0001.png") == 1; }, 20000));
+        if (bProject)
+            Frame()->OpenProject(Root() + "examples/lj_melt_text/lj_melt_text.mrp");
+        else
+            Menu(ID_CLOSE_DATA);
+        EXPECT_TRUE(PumpUntil([] { return !Sequence()->IsRendering(); }, 3000));
+        GCImgIO.Finish();
+        ASSERT_TRUE(Settle());
+        EXPECT_FALSE(Time()->IsPlaying());
+        EXPECT_LT(Files().size(), 19u);
+        for (const std::string& name : Files())
+            EXPECT_GT(CountLit(Load(name)), 50) << name;
+        ASSERT_TRUE(OpenProjectAndPaint(Root() + "examples/lj_melt_bin/lj_melt_bin.mrp"));
+        MainGLCanvas_cls::msCFBOSizeIndex.mValue = 0;
+        Time()->SetAnimInterpNative(1);
+        Canvas(0)->mShowItems.mValue = false;
+        SetOutput("f%04d.png", 64, 48);
+    }
+}
+
+TEST_F(Images, AnAbortInABlurLeavesWholePicturesAndTheClockAtAFrame) {
+    Time()->mbUseMotionBlur.mValue = true;
+    Time()->mCMotionBlur.mBlurSteps = 8;
+    Press("Render Anim");
+    ASSERT_TRUE(
+        PumpUntil([] { return Time()->GetFrame() == 1 && Time()->mCMotionBlur.mBlurStep == 4; }, 20000));
+    ClickOn(FindByLabel(Dialog(), "Abort Anim"));
+    ASSERT_TRUE(Finish());
+    EXPECT_FALSE(Time()->mCMotionBlur.mbBlur);
+    EXPECT_DOUBLE_EQ(Parameters_cls::msCurrentDoubleIndex, Time()->GetDoubleIndex(Time()->GetFrame(), 0));
+    for (const std::string& name : Files())
+        EXPECT_TRUE(Load(name).IsOk()) << name;
+    // What was added to the picture that is given up isn't in the next one.
+    SetOutput("again%04d.png", 64, 48);
+    Time()->SetWAMaxNative(0);
+    ASSERT_TRUE(Render());
+    EXPECT_TRUE(AreEqual(Load("again0000.png"), Load("f0000.png")));
 }
 
 TEST_F(Images, DomesAndPanoramasAreCutFromTheirSquare) {
