@@ -83,6 +83,8 @@ public:
     void FillRecentMenus();
     /// Bring menus, views and panels in line with settings that were just read.
     void ApplySettings();
+    /// The data or the clock of a run that writes something go: it ends.
+    void StopRun();
     /// The export of data has come to its end.
     void EndExport();
     /// A project opens; any other file opens with the present grammar, through the dialog's check.
@@ -167,7 +169,6 @@ private:
     void OnMenuExportData(wxCommandEvent& event);
     void OnMenuExportDataBegin(wxCommandEvent& event);
     void OnMenuRefreshExporter(wxCommandEvent& event);
-    bool HoldStopForExport();
     wxString GetExportStatus();
 
     void OnCharHook(wxKeyEvent& event);

@@ -13,24 +13,17 @@
 
 namespace {
 
-struct FilmRun_st {
-    int mTotal = 1;
-    int mLast = 0;
-};
-
-/// The frames that playing once will come to from here on.
-FilmRun_st LookAhead(const TimeCtrl_cls& time) {
-    FilmRun_st run;
-    run.mLast = time.GetFrame();
-    while (run.mLast < time.GetMaxFrame()) {
-        int next = run.mLast;
+/// The frames that playing once will come to from here on, this one among them.
+int CountFrames(const TimeCtrl_cls& time) {
+    int count = 1;
+    for (int frame = time.GetFrame(); frame < time.GetMaxFrame(); ++count) {
+        int next = frame;
         int step = time.GetAnimInterp();
         time.CalcNextFrameFromStep(&next, &step, true, false);
-        if (next <= run.mLast) break;
-        run.mLast = next;
-        ++run.mTotal;
+        if (next <= frame) break;
+        frame = next;
     }
-    return run;
+    return count;
 }
 
 } // namespace
@@ -68,14 +61,8 @@ void FrameMain_cls::OnMenuExportDataBegin(wxCommandEvent& event) {
         time->StartPlayCommand(1);
     }
     time->mbOutputRun = true;
-    const FilmRun_st run = LookAhead(*time);
-    exporter->BeginRun(run.mTotal, run.mLast);
+    exporter->BeginRun(CountFrames(*time));
     OnMenuRefreshGL(event);
-}
-
-// The clock stops with the advance to the last frame, which is still to be written then.
-bool FrameMain_cls::HoldStopForExport() {
-    return mpCMain->mpCDataExporter->IsLastFrameDue(GetPCTimeCtrl()->GetFrame());
 }
 
 void FrameMain_cls::EndExport() {

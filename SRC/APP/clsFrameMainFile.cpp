@@ -51,6 +51,7 @@ void FrameMain_cls::OpenProject(const wxString& path) {
 }
 
 void FrameMain_cls::TakeProject(const std::wstring& text, const wxString& folder) {
+    StopRun();
     TimeCtrl_cls* time = mpCMain->mpCTimeCtrl;
     if (time->IsPlaying()) time->StartPlayCommand(1);
     time->SetInterpStepNative(0, 0);

@@ -101,8 +101,8 @@ void FrameMain_cls::BindHandlers() {
 }
 
 void FrameMain_cls::OnMenuRefreshGL(wxCommandEvent&) {
-    if (mpCExtraFrame && mpCExtraFrame->IsShown()) {
-        MainGLCanvas_cls* extra = GetPCGLCanvas(MainGLCanvas_cls::kExtraPanel);
+    MainGLCanvas_cls* extra = GetPCGLCanvas(MainGLCanvas_cls::kExtraPanel);
+    if (extra && (mpCExtraFrame->IsShown() || extra->WritesOutput())) {
         extra->MarkStale();
         extra->RefreshEX();
     }
@@ -211,7 +211,6 @@ void FrameMain_cls::OnMenuViewExtra(wxCommandEvent& event) {
 
 void FrameMain_cls::OnMenuPlayStop(wxCommandEvent&) {
     TimeCtrl_cls* time = GetPCTimeCtrl();
-    if (HoldStopForExport()) return;
     if (time->mbIgnoreNextStop) {
         time->mbIgnoreNextStop = false;
         return;

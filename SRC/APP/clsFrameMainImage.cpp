@@ -42,7 +42,8 @@ bool AskSequence(const wxString& text) { return MsgBoxYesno(text, _("Save Image 
 } // namespace
 
 MainGLCanvas_cls* FrameMain_cls::GetPCOutputCanvas() const {
-    return GpCurrentGLPanel ? GpCurrentGLPanel : mpCMainCanvas;
+    const bool bSeen = GpCurrentGLPanel && GpCurrentGLPanel->IsShownOnScreen();
+    return bSeen ? GpCurrentGLPanel : mpCMainCanvas;
 }
 
 void FrameMain_cls::OnMenuSaveImageSnap(wxCommandEvent&) {
@@ -118,13 +119,22 @@ void FrameMain_cls::OnMenuSaveImgSeqBegin(wxCommandEvent&) {
     ForgetNotices();
     mCItemLastIMG.mStrValue = sequence->mCFileSequence.mStrPath;
     canvas->StartSaveImgSeqProcess(sequence);
+    const TimeState_st before = time->GetState();
     {
         const UndoBlock_cls block;
         if (!sequence->IsSnap()) time->MoveFrameCommandLarge(-1);
         time->StartPlayCommand(1);
     }
+    if (sequence->IsSnap()) time->SetState(before); // starting goes into the work area
     time->mbOutputRun = true;
     time->BeginMotionBlur();
+}
+
+void FrameMain_cls::StopRun() {
+    TimeCtrl_cls* time = GetPCTimeCtrl();
+    if (!time->mbOutputRun) return;
+    if (time->IsPlaying()) time->StartPlayCommand(1);
+    StopOutputs();
 }
 
 void FrameMain_cls::StopOutputs() {

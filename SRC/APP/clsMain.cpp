@@ -177,6 +177,7 @@ void Main_cls::WaitThreadFinish() {
 }
 
 void Main_cls::OpenDataFile(const wxString& path) {
+    mpCFrameMain->StopRun();
     mpCPDataSeqCtrl->OpenDataFile(path);
     int last = std::max(mpCPDataSeqCtrl->GetActiveFileSequenceLength() - 1, 0);
     if (last > kMaxLastIndex) {
@@ -197,6 +198,7 @@ void Main_cls::CheckAreas() {
 }
 
 void Main_cls::CloseData() {
+    mpCFrameMain->StopRun();
     WaitThreadFinish();
     mpCPDataSeqCtrl->ClearData(-1, -2, true);
     if (GbGLLockDrawing.load()) return; // a paint that let this through is reading it; the next one drops it

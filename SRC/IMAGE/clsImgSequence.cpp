@@ -121,16 +121,19 @@ wxString ImgSequence_cls::GetWXStrModifiedFilename() const {
     return mCFileSequence.GetModifiedStr(mpCTimeCtrl->GetOffsetForImgSeq(-1, -1) + mCInitNum.mValue, 0);
 }
 
+// Steps that share a number with another share its file.
 int ImgSequence_cls::CountSteps() const {
     int frame = mpCTimeCtrl->GetWAMin();
     int step = 0;
-    int count = 0;
-    for (int last = -1; count < kMostSteps; ++count) {
-        const int next = mpCTimeCtrl->GetOffsetForImgSeq(frame, step);
-        if (count > 0 && next <= last) break;
-        last = next;
-        ++step;
+    int count = 1;
+    for (int last = mpCTimeCtrl->GetOffsetForImgSeq(frame, step); count < kMostSteps;) {
+        const int oldFrame = frame;
+        const int oldStep = step++;
         mpCTimeCtrl->CalcNextFrameFromStep(&frame, &step, true, false);
+        if (frame < oldFrame || (frame == oldFrame && step <= oldStep)) break;
+        const int next = mpCTimeCtrl->GetOffsetForImgSeq(frame, step);
+        if (next > last) ++count;
+        last = next;
     }
     return count;
 }

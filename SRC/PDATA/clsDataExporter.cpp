@@ -49,11 +49,10 @@ wxString DataExporter_cls::GetWXStrModifiedFilename() const {
     return mCFileSequence.GetModifiedStr(static_cast<int>(std::min<long long>(number, INT_MAX)), 0);
 }
 
-void DataExporter_cls::BeginRun(int total, int lastFrame) {
+void DataExporter_cls::BeginRun(int total) {
     mpCWriter.reset();
     mExportedCount = 0;
     mLastFrame = -1;
-    mRunLast = lastFrame;
     mStrFailure.clear();
     mFailures = 0;
     mbRan = true;

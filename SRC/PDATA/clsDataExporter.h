@@ -31,16 +31,12 @@ public:
     /// Name of the next file.
     wxString GetWXStrModifiedFilename() const;
 
-    /// The run begins: `total` frames, of which `lastFrame` is the last.
-    void BeginRun(int total, int lastFrame);
+    /// The run begins: `total` frames.
+    void BeginRun(int total);
     /// Go on writing the frame of the film `frame`, a moment long; a frame is written once, however often it
     /// is painted. True when it has been dealt with, be it that writing failed.
     bool ExportData(const SnapshotSource_st& source, int frame);
-    /// True while the run still owes its last frame, which is the film's present one.
-    bool IsLastFrameDue(int frame) const { return mbExporting && frame == mRunLast && frame != mLastFrame; }
-    bool IsRunComplete() const {
-        return mLastFrame == mRunLast || mCProgress.GetDone() >= mCProgress.GetTotal();
-    }
+    bool IsRunComplete() const { return mCProgress.GetDone() >= mCProgress.GetTotal(); }
     /// The run is over, one way or the other; a file under way is dropped.
     void ExportFinish();
 
@@ -80,7 +76,6 @@ private:
     std::unique_ptr<SnapshotWriter_cls> mpCWriter; ///< of the file under way
     int mWriterFrame = -1;
     RunProgress_cls mCProgress;
-    int mRunLast = -1;
     wxString mStrFailure; ///< the first of the run
     int mFailures = 0;
     bool mbRan = false;

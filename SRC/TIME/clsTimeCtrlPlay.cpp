@@ -147,6 +147,7 @@ void TimeCtrl_cls::StopPlaying(bool bByUser) {
     mbPlaying = false;
     mbCustomRange = false;
     mCMotionBlur.EndMotionBlur();
+    UpdateCurrentDoubleIndex(); // without the time of a blur's step
     const int end = mPlayDirection > 0 ? GetWAMax() : GetWAMin();
     // A user who stops at the end of a repeated film means it.
     if (GoesRound() && !bByUser && mFrame == FloorToStep(end) && GetWAMax() != GetWAMin()) {

@@ -232,7 +232,7 @@ protected:
         mExporter.mCInitNum.mValue = 5;
         mExporter.mbExporting = true;
         EXPECT_TRUE(mExporter.AdoptTypedPath());
-        mExporter.BeginRun(9, 8);
+        mExporter.BeginRun(9);
     }
     /// True: the frame is dealt with at the first paint.
     bool Paint(const PDataBlock_cls& block, int frame) {
@@ -251,10 +251,11 @@ TEST_F(ExportRun, NumbersAreConsecutiveWhateverFramesCome) {
     EXPECT_FALSE(Exists("run0008.dat"));
     EXPECT_TRUE(mExporter.GetRunText().StartsWith("Frame 3 of 9")) << mExporter.GetRunText();
     EXPECT_FALSE(mExporter.IsRunComplete());
-    EXPECT_TRUE(Paint(particles.mBlock, 8));
+    for (const int frame : {4, 5, 6, 7, 8, 9})
+        EXPECT_TRUE(Paint(particles.mBlock, frame));
     EXPECT_TRUE(mExporter.IsRunComplete());
     mExporter.ExportFinish();
-    EXPECT_EQ(mExporter.GetRunText(), "4 files exported");
+    EXPECT_EQ(mExporter.GetRunText(), "9 files exported");
 }
 
 TEST_F(ExportRun, AFailedFrameLeavesItsNumberToTheNextAndIsToldOnce) {

@@ -29,7 +29,7 @@ protected:
         mOption.mDownSizing.mValue = downsize;
         exporter.mCLastSavedFile.mStrValue = wxString::FromUTF8(mFolder + "/out%04d.dat");
         exporter.AdoptTypedPath();
-        exporter.BeginRun(1, 0);
+        exporter.BeginRun(1);
         while (!Sequence().ExportData(&exporter, index, Sequence().GetDT(index, frac), 0)) {
         }
         return mFolder + "/out0000.dat";

@@ -2,6 +2,7 @@
 #include "IMAGE/clsImgSequence.h"
 
 #include <deque>
+#include <set>
 #include <sstream>
 #include <vector>
 
@@ -85,6 +86,12 @@ TEST_F(ImgSequence, ARunCountsItsPicturesBeforehand) {
         mSequence.Begin(false);
         EXPECT_EQ(mSequence.GetProgress().GetTotal(), int(Run().size())) << film[0] << film[1] << film[2];
     }
+    // A work area that begins between two frames of the stepping: its first picture's number comes again.
+    Film(20, 3, 1);
+    mTime.SetWAMinNative(4);
+    mSequence.Begin(false);
+    const std::vector<int> run = Run();
+    EXPECT_EQ(mSequence.GetProgress().GetTotal(), int(std::set<int>(run.begin(), run.end()).size()));
 }
 
 TEST_F(ImgSequence, AMotionBlurIsWholeForTheLastFrameToo) {

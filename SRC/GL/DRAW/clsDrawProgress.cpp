@@ -7,6 +7,8 @@
 #include "COMMON/Globals.h"
 #include "COMMON/clsUpdateStatusBar.h"
 
+bool DrawProgress_cls::msbCut = false;
+
 namespace {
 constexpr float kPixelsPerRun = 2e7f;
 constexpr float kMinRun = 8192.0f;
@@ -47,5 +49,7 @@ bool DrawProgress_cls::Report(int done) {
         UpdateStatusBar_cls::UpdateStatusBar();
         mCStopWatch.Start();
     }
-    return !GbAbort.exchange(false);
+    if (!GbAbort.exchange(false)) return true;
+    msbCut = true;
+    return false;
 }

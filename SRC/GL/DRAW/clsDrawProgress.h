@@ -18,6 +18,9 @@ public:
     /// Publish the percentage, which moves every 100,000 or, above 2,000,000, in twentieths; five times a
     /// second at most let the window breathe. False: stop.
     bool Report(int done);
+    /// Since ForgetCut: a loop was told to stop, so the picture isn't whole.
+    static bool WasCut() { return msbCut; }
+    static void ForgetCut() { msbCut = false; }
 
     // Costs for AddCost.
     static constexpr float kCostPixel = 6.0f;       ///< of a blended sprite
@@ -28,6 +31,7 @@ private:
     void WaitForLastRun();
 
     static constexpr float kCostPerRun = 1e8f;
+    static bool msbCut;
 
     int mTotal;
     int mInterval; ///< between two percentages

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include <wx/toplevel.h>
+
 #include "APP/clsFrameMain.h"
 #include "COLORCURVE/clsColorCurve.h"
 #include "COMMON/Globals.h"
@@ -17,6 +19,7 @@
 #include "GL/VIEW/clsDrawTimeIndex.h"
 #include "GL/VIEW/clsFishEye.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
+#include "TIME/clsTimeCtrl.h"
 
 bool MainGLCanvas_cls::msbKeepPicture = false;
 const int MainGLCanvas_cls::msAFBOSize[5] = {256, 512, 1024, 2048, 4096};
@@ -240,14 +243,22 @@ void MainGLCanvas_cls::RefreshEX() {
 }
 
 bool MainGLCanvas_cls::CheckGLRefresh(int frame, int step) {
-    if (!IsShownOnScreen() && !WritesOutput()) return true;
-    if (frame == mPaintedFrame && step == mPaintedStep) return true;
+    if (!IsSeen() && !WritesOutput()) return true;
+    const MotionBlurCtrl_cls& blur = mpCFrame->GetPCTimeCtrl()->mCMotionBlur;
+    const bool bBlurDone = !blur.mbBlur || blur.GetFactor() == mPaintedBlurFactor;
+    if (frame == mPaintedFrame && step == mPaintedStep && bBlurDone) return true;
     if (mbPaintQueued) return false;
     const bool bReading = GpCThreadReader.load() && !GbThreadReaderFinished.load(std::memory_order_acquire);
     if (mbLoading && bReading && frame == mWaitFrame && step == mWaitStep)
         return false; // its end will wake us
     RefreshForOutput();
     return false;
+}
+
+// The toolkit paints nothing in a window that is put away.
+bool MainGLCanvas_cls::IsSeen() const {
+    const auto* window = dynamic_cast<const wxTopLevelWindow*>(wxGetTopLevelParent(mpCCtrl));
+    return IsShownOnScreen() && !(window && window->IsIconized());
 }
 
 // What is written doesn't wait for a window that nobody sees.

@@ -57,6 +57,8 @@ public:
 
     /// Queue a paint; with panel 0 also one of an Extra Panel that copies it.
     void RefreshEX();
+    /// Queue a paint of this view alone. One that writes something is painted whether it can be seen or not.
+    void RefreshForOutput();
     /// True when this view is hidden or shows this frame and step; otherwise it is refreshed.
     bool CheckGLRefresh(int frame, int step);
     /// Whatever was painted no longer holds.
@@ -226,7 +228,6 @@ private:
     // clsMainGLCanvasPaint.cpp
     void OnPaint(wxPaintEvent& event);
     void QueuePaint();
-    void RefreshForOutput();
     void Paint();
     bool IsPaintAllowed() const;
     DataState WaitForFrame();
@@ -271,6 +272,7 @@ private:
     void BakeResultToFBOForImage(std::unique_ptr<FBO_cls>& pTarget, bool bExposed);
     void FinishImage();
     void DropImage();
+    bool IsSeen() const;
     void TakeWindowPicture();
     void DrawFrameBox(int w, int h);
 
@@ -347,6 +349,7 @@ private:
     bool mbImageSequence = false; ///< one after another, for the linked sequence
     bool mbHiddenPaint = false;   ///< this paint is for an image alone, not for the window
     bool mbBaked = false;         ///< this paint has added to the image
+    bool mbDropImage = false;     ///< a run has ended: the next paint drops its buffers
     ImageOrder_st mImageOrder;
     BakedMoment_st mBaked;
     std::unique_ptr<FBO_cls> mpCFBOForImage[2]; ///< one an eye; live while a motion blur runs

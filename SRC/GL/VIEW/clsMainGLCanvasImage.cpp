@@ -7,9 +7,12 @@
 #include <wx/intl.h>
 
 #include "APP/clsFrameMain.h"
+#include "COMMON/EventIds.h"
+#include "COMMON/MenuEvent.h"
 #include "COMMON/MsgBox.h"
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLState.h"
+#include "GL/DRAW/clsDrawProgress.h"
 #include "GL/VIEW/clsExposure.h"
 #include "GL/VIEW/clsFishEye.h"
 #include "IMAGE/clsImageIO.h"
@@ -68,7 +71,7 @@ void MainGLCanvas_cls::StartSaveImgSeqProcess(ImgSequence_cls* pSequence) {
 void MainGLCanvas_cls::StopSaveImgSeqProcess() {
     if (!mbImageSequence) return;
     mbImageRequest = mbImageSequence = false;
-    DropImage();
+    mbDropImage = true; // not here: another view may be in the middle of a paint
     mspCImgSeqLinked->OutputFinish();
     MarkStale(); // the window shows its own shape again
     RefreshEX();
@@ -84,6 +87,10 @@ wxSize MainGLCanvas_cls::GetImageSize() const {
 bool MainGLCanvas_cls::BeginImage() {
     mbBaked = false;
     if (!mbImageRequest || mbLoading) return false;
+    if (DrawProgress_cls::WasCut() && !mbHiddenPaint) {
+        if (mbImageSequence) PostMenuEvent(ID_PLAY_STOP); // half a picture is none
+        return false;
+    }
     const MotionBlurCtrl_cls& blur = mpCFrame->GetPCTimeCtrl()->mCMotionBlur;
     if (blur.mbBlur && (blur.mBlurStep < 0 || blur.mBlurStep >= blur.mBlurSteps)) return false;
     const BakedMoment_st now = {mFrameFrame, mFrameStep, mFrameBlurFactor};
@@ -153,9 +160,9 @@ void MainGLCanvas_cls::FinishImage() {
     if (!mbHiddenPaint) DropImage(); // else the next one is made of them
 }
 
-// What one image leaves must not come into another.
+// What one image leaves must not come into another. With this view's context.
 void MainGLCanvas_cls::DropImage() {
-    if (!MakeContextCurrent()) return;
+    mbDropImage = false;
     for (std::unique_ptr<FBO_cls>* pBuffer :
          {&mpCFBOForImage[0], &mpCFBOForImage[1], &mpCFBOOnBlack, &mpCFBOOnWhite, &mspCStage})
         pBuffer->reset();

@@ -15,6 +15,7 @@
 #include "GL/BASE/clsGLInfo.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsDrawProgress.h"
 #include "GL/DRAW/clsGLDrawData.h"
 #include "GL/VIEW/clsFishEye.h"
 #include "GL/VIEW/clsInformation.h"
@@ -85,7 +86,7 @@ void MainGLCanvas_cls::Paint() {
     mbLoading = WaitForFrame() == DataState::Loading;
     if (mbLoading) {
         MarkStale();
-        if (mpCDataExporter || KeepsLastPicture()) return;
+        if (WritesOutput() || KeepsLastPicture()) return;
         mWXStrMessage += _("Loading ...") + wxString("\n");
     } else if (mShowData.mValue && !IsReaderBusy()) {
         mpCFrame->PrepareFramesAhead(mpCFrame->GetPCTimeCtrl()->GetPrefetch());
@@ -100,10 +101,12 @@ void MainGLCanvas_cls::Paint() {
         Refresh(false); // for the text that tells why
         return;
     }
+    if (mbDropImage && !mbImageRequest) DropImage();
     SetViewFromSettings();
     PlaceCamera();
     mMoment.fboSize = GetFBOSize();
     mCStopWatch.Start();
+    DrawProgress_cls::ForgetCut();
     mspCFishEyeCtrl->MakeFishEyeBegin(mCGLPerspective.mClipW, mCGLPerspective.mClipH, mMoment.fboSize);
     DrawEyes();
     EndFaces();
@@ -125,7 +128,7 @@ bool MainGLCanvas_cls::IsPaintAllowed() const {
 }
 
 // Reading is started without waiting in the store, so that the window stays alive: a read that takes longer
-// is left alone, and its end wakes the idle loop. A paint that makes an image waits for as long as it takes.
+// is left alone, and its end wakes the idle loop. A paint without a window waits for as long as it takes.
 MainGLCanvas_cls::DataState MainGLCanvas_cls::WaitForFrame() {
     const TimeCtrl_cls& time = *mpCFrame->GetPCTimeCtrl();
     if (!mShowData.mValue && !mpCDataExporter) return DataState::Ready;
@@ -137,7 +140,7 @@ MainGLCanvas_cls::DataState MainGLCanvas_cls::WaitForFrame() {
     const double index = time.GetRemappedIndexDouble(-1, -1);
     const int whole = static_cast<int>(index);
     for (int tries = 0; tries < kReadyTries && !mpCFrame->IsTheFrameReady(-1); ++tries) {
-        if (mbImageRequest) {
+        if (mbHiddenPaint) {
             mpCFrame->PrepareTheFrame(-1);
             continue;
         }

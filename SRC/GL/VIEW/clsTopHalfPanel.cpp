@@ -168,8 +168,9 @@ bool TopHalfPanel_cls::CheckGLRefresh(int frame, int step) {
 void TopHalfPanel_cls::RefreshGLPanels() {
     for (GLCanvasCtrl_cls* pCtrl : mpCCtrl) {
         pCtrl->UpdateToggleButtonsAndParams();
-        pCtrl->GetPCCanvas()->MarkStale();
-        if (pCtrl->IsShownOnScreen()) pCtrl->GetPCCanvas()->Refresh(false);
+        MainGLCanvas_cls* canvas = pCtrl->GetPCCanvas();
+        canvas->MarkStale();
+        if (pCtrl->IsShownOnScreen() || canvas->WritesOutput()) canvas->RefreshForOutput();
     }
 }
 
