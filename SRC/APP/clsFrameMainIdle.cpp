@@ -14,6 +14,8 @@
 #include "COMMON/MenuEvent.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
+#include "IMAGE/clsImageIO.h"
+#include "IMAGE/clsImgSequence.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "TIME/clsTimeCtrl.h"
 
@@ -83,6 +85,7 @@ void FrameMain_cls::OnTimer(wxTimerEvent&) {
     if (GpCThreadReader.load() && GbThreadReaderFinished.load(std::memory_order_acquire))
         GpCThreadReader.store(nullptr);
     TellImageFailures();
+    if (!mpCMain->mpCImgSequence->IsRendering()) GCImgIO.DropSpare(); // up to a gigabyte
     TickVideo();
     TickRecovery();
 }
