@@ -173,9 +173,19 @@ wxString Join(const char* const (&endings)[N]) {
     return text;
 }
 
+/// The absolute folder of a file.
+wxString FolderOf(const wxString& path) {
+    wxFileName name(path);
+    name.MakeAbsolute();
+    return name.GetPath();
+}
+
+/// One that can be made in a folder that is there is as good. More that are missing are rather a mistake.
 wxString CheckFolder(const wxString& option, const wxString& path) {
-    const wxString folder = wxFileName(path).GetPath();
-    if (folder.empty() || wxFileName::DirExists(folder)) return wxString();
+    const wxString folder = FolderOf(path);
+    if (path.empty() || wxFileName::DirExists(folder) ||
+        (!wxFileName::FileExists(folder) && wxFileName::DirExists(FolderOf(folder))))
+        return wxString();
     return option + ": the folder " + Quote(folder) + " is not there; make it first";
 }
 
@@ -238,6 +248,13 @@ wxString CheckFilmOutput(wxString* pOutput, bool bTransparent) {
         return "--transparent: " + Quote(ending) + " files keep no transparency; give --output one of " +
                Join(kAlphaEndings);
     return CheckName("--output", pOutput);
+}
+
+wxString MakeFilmFolder(const wxString& path) {
+    const wxString folder = FolderOf(path);
+    if (path.empty() || wxFileName::DirExists(folder) || wxFileName::Mkdir(folder)) return wxString();
+    if (wxFileName::DirExists(folder)) return wxString(); // another part of the film was faster
+    return "the folder " + Quote(folder) + " can't be made";
 }
 
 wxString CheckFilmExport(wxString* pOutput) { return CheckName("--export-data", pOutput); }

@@ -41,9 +41,13 @@ struct FilmArgs_st {
 wxString ParseFilmArgs(const std::vector<wxString>& words, FilmArgs_st* pArgs);
 
 /// Bring the name of the pictures into the form with a number field, giving it one where it has none. Empty
-/// on success, else what is wrong with it: an ending that no picture can have, or a folder that isn't there.
+/// on success, else what is wrong with it: an ending that no picture can have, or a folder that
+/// neither is there nor can be made in one that is.
 wxString CheckFilmOutput(wxString* pOutput, bool bTransparent);
 /// The same for data files, whatever their ending.
 wxString CheckFilmExport(wxString* pOutput);
+
+/// Make the folder of a file if it isn't there yet. Empty on success.
+wxString MakeFilmFolder(const wxString& path);
 
 wxString GetFilmHelp();

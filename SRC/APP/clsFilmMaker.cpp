@@ -120,6 +120,10 @@ bool FilmMaker_cls::TakeOutput() {
     if (!error.empty()) return Fail(FilmStatus::WrongArguments, error);
     mNames.Set(output);
     mDataNames.Set(mArgs.mExport);
+    for (const wxString& file : {output, mArgs.mExport, mArgs.mVideo}) {
+        const wxString nowhere = MakeFilmFolder(file);
+        if (!nowhere.empty()) return Fail(FilmStatus::WrongArguments, nowhere);
+    }
     if (mArgs.mW > 0) {
         sequence->mOutW = mArgs.mW;
         sequence->mOutH = mArgs.mH;

@@ -129,15 +129,21 @@ TEST_P(FilmStop, LeavesWholeFramesOnly) {
 
 INSTANTIATE_TEST_SUITE_P(Signals, FilmStop, ::testing::Values(SIGINT, SIGTERM));
 
+TEST_F(FilmCommand, MakesTheFolderOfThePictures) {
+    const ChildRun_st run = RunFilm({mProject, "--frames", "0-0", "--output", mFolder / "fresh/f%04d.png"});
+    EXPECT_EQ(run.mStatus, 0) << run.mErr;
+    EXPECT_FALSE(Names("fresh").empty());
+}
+
 TEST_F(FilmCommand, TellsWrongArgumentsBeforeItBegins) {
     const std::vector<std::vector<std::string>> cases = {
         {},
         {mProject, "--size", "0x5"},
-        {mProject, "--output", mFolder / "missing/f%04d.png"},
+        {mProject, "--output", mFolder / "missing/deep/f%04d.png"},
         {mProject, "--output", mFolder / "out/f%04d.xyz"},
         {mProject, "--output", mFolder / "out/f%04d.jpg", "--transparent"},
         {mProject, "--output", mFolder / "out/f%06d.png"},
-        {mProject, "--output", mFolder / "out/f%04d.png", "--video", mFolder / "missing/film.mp4"},
+        {mProject, "--output", mFolder / "out/f%04d.png", "--video", mFolder / "missing/deep/film.mp4"},
         {mProject, "--output", mFolder / "out/f%04d.png", "--frames", "9-12"},
     };
     for (const auto& words : cases) {
