@@ -379,7 +379,7 @@ DRAW_CASE(DrawSpheresExact, DrawSpheresExactByValue, 1000000, 2, 3, 0, 1.0f, tru
 // Draw type, quality and blending of the second class.
 constexpr Case kSprites = {1000000, 1, 0, 0, 2.0f, true};
 constexpr Case kMeshes = {100000, 2, 0, 0, 2.0f, true};
-constexpr Case kExact = {1000000, 2, 3, 0, 1.0f, true};
+constexpr Case kExact = {100000, 2, 3, 0, 1.0f, true};
 ALTERNATING_CASE(AlternatingSprites, kSprites, 1, 0, 0);
 ALTERNATING_CASE(AlternatingSpritesBlend, kSprites, 1, 0, 1);
 ALTERNATING_CASE(AlternatingMeshes, kMeshes, 2, 0, 0);
