@@ -276,7 +276,7 @@ TEST_F(ExportRun, AFailedFrameLeavesItsNumberToTheNextAndIsToldOnce) {
 }
 
 TEST_F(ExportRun, DataThatGoAwayUnderAFileBeginItAnew) {
-    const HandBlock_st large(400000, 3);
+    const HandBlock_st large(3000000, 3);
     mExporter.mCItemDataType.mValue = 1;
     ASSERT_FALSE(Paint(large.mBlock, 0)) << "a slice is too short for so many";
     const Particles_st other(2);
