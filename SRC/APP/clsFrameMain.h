@@ -147,6 +147,7 @@ private:
     void OnMenuPlayStop(wxCommandEvent& event);
     void OnMenuSetCameraKey(wxCommandEvent& event);
     // clsFrameMainImage.cpp
+    void BindImages();
     void OnMenuSaveImageSnap(wxCommandEvent& event);
     void OnMenuCopyView(wxCommandEvent& event);
     void OnMenuSaveImageSeq(wxCommandEvent& event);

@@ -65,6 +65,7 @@ void FrameMain_cls::BindHandlers() {
     Bind(ID_SCENE, &FrameMain_cls::OnMenuScene);
     BindMenuStates();
     BindExport();
+    BindImages();
     Bind(ID_PREFERENCE, &FrameMain_cls::OnMenuPreference);
     Bind(ID_PERIODIC_BOUNDARY, &FrameMain_cls::OnMenuPeriodicBoundary);
     Bind(ID_COLOR_CURVE, &FrameMain_cls::OnMenuColorCurve);
@@ -84,11 +85,6 @@ void FrameMain_cls::BindHandlers() {
     Bind(ID_PLAY_STOP, &FrameMain_cls::OnMenuPlayStop);
     for (const int id : {ID_SET_KEY_POS, ID_SET_KEY_POS_ROT, ID_SET_KEY_ANC})
         Bind(id, &FrameMain_cls::OnMenuSetCameraKey);
-    Bind(ID_SAVE_IMAGE_SNAP, &FrameMain_cls::OnMenuSaveImageSnap);
-    Bind(ID_COPY_VIEW, &FrameMain_cls::OnMenuCopyView);
-    Bind(ID_SAVE_IMAGE_SEQ, &FrameMain_cls::OnMenuSaveImageSeq);
-    Bind(ID_SAVE_IMGSEQ_BEGIN, &FrameMain_cls::OnMenuSaveImgSeqBegin);
-    Bind(ID_REFRESH_IMGSEQ, &FrameMain_cls::OnMenuRefreshImgSeq);
     Bind(ID_ABOUT, &FrameMain_cls::OnAbout);
     Bind(ID_ABOUT_GL, &FrameMain_cls::OnMenuAboutGL);
     Bind(ID_UNLOCK, &FrameMain_cls::OnMenuUnlock);

@@ -41,6 +41,14 @@ bool AskSequence(const wxString& text) { return MsgBoxYesno(text, _("Save Image 
 
 } // namespace
 
+void FrameMain_cls::BindImages() {
+    Bind(ID_SAVE_IMAGE_SNAP, &FrameMain_cls::OnMenuSaveImageSnap);
+    Bind(ID_COPY_VIEW, &FrameMain_cls::OnMenuCopyView);
+    Bind(ID_SAVE_IMAGE_SEQ, &FrameMain_cls::OnMenuSaveImageSeq);
+    Bind(ID_SAVE_IMGSEQ_BEGIN, &FrameMain_cls::OnMenuSaveImgSeqBegin);
+    Bind(ID_REFRESH_IMGSEQ, &FrameMain_cls::OnMenuRefreshImgSeq);
+}
+
 MainGLCanvas_cls* FrameMain_cls::GetPCOutputCanvas() const {
     const bool bSeen = GpCurrentGLPanel && GpCurrentGLPanel->IsShownOnScreen();
     return bSeen ? GpCurrentGLPanel : mpCMainCanvas;

@@ -55,8 +55,6 @@ wxString GetWritableImageEndings() {
     return text;
 }
 
-bool IsImageEndingWritable(const wxString& path) { return FindWriter(path) != nullptr; }
-
 wxString WriteImageFile(wxImage picture, const wxString& path, const ImageFormat_st& format) {
     const wxLogNull quiet; // the reason goes back to the caller
     wxImageHandler* pWriter = FindWriter(path);

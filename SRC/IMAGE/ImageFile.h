@@ -13,8 +13,6 @@ struct ImageFormat_st {
 
 /// Endings that can be written, for messages: "png, jpg, ...".
 wxString GetWritableImageEndings();
-/// Is there a format for the ending of this path?
-bool IsImageEndingWritable(const wxString& path);
 
 /// Written beside and renamed, so that a name always stands for a whole picture. May run in any thread.
 /// A picture that nobody else holds isn't copied.

@@ -31,22 +31,6 @@ namespace {
 constexpr int kGap = 4; // the spacing unit
 constexpr int kPathWidth = 260;
 
-NumSpec IntegerSpec(int low, int high) {
-    NumSpec spec;
-    spec.mMin = low;
-    spec.mMax = high;
-    spec.mbInteger = true;
-    return spec;
-}
-
-template <class T>
-void PushValue(T* pTarget, T value) {
-    if (*pTarget == value) return;
-    GCUndoList.PushNewCommand(new CommandSetValue_cls(pTarget, value, UPDATE_IMGSEQ),
-                              new CommandSetValue_cls(pTarget, *pTarget, UPDATE_IMGSEQ));
-    GCUndoList.ExecCurrent();
-}
-
 } // namespace
 
 ImgSequenceGUI_cls::ImgSequenceGUI_cls(wxWindow* pParent, ImgSequence_cls* pSequence)
@@ -194,7 +178,7 @@ void ImgSequenceGUI_cls::OnButtonInitSeq() {
     const int before = mpCSequence->mCInitNum.mValue;
     mpCSequence->CalcInitNum();
     const int after = std::exchange(mpCSequence->mCInitNum.mValue, before);
-    PushValue(&mpCSequence->mCInitNum.mValue, after);
+    PushSetValue(&mpCSequence->mCInitNum.mValue, after, UPDATE_IMGSEQ);
     UpdateValues();
 }
 
@@ -207,7 +191,7 @@ void ImgSequenceGUI_cls::OnButtonReference() {
                        "tiff (*.tif)|*.tif",
                        wxFD_SAVE);
     if (pDialog->ShowModal() != wxID_OK) return;
-    PushValue(&mpCSequence->mCFileSequence.mStrPath, pDialog->GetPath());
+    PushSetValue(&mpCSequence->mCFileSequence.mStrPath, pDialog->GetPath(), UPDATE_IMGSEQ);
     UpdateValues();
 }
 
@@ -217,8 +201,8 @@ void ImgSequenceGUI_cls::HookGeometry() {
     mbCustom = SetGeometry(mpCSizes->GetSelection(), &w, &h);
     {
         const UndoBlock_cls block;
-        PushValue(&mpCSequence->mOutW, w);
-        PushValue(&mpCSequence->mOutH, h);
+        PushSetValue(&mpCSequence->mOutW, w, UPDATE_IMGSEQ);
+        PushSetValue(&mpCSequence->mOutH, h, UPDATE_IMGSEQ);
     }
     UpdateValues();
 }

@@ -1,11 +1,13 @@
 // Commands on plain values: a number or text behind a pointer, and a colour item.
 #pragma once
 
+#include <type_traits>
 #include <variant>
 
 #include <wx/string.h>
 
 #include "PARAM/clsCommandItem.h"
+#include "PARAM/clsUndoManager.h"
 
 class ConfItemFLOATARRAY_cls;
 
@@ -29,6 +31,15 @@ private:
     int mKind;
     Value mValue;
 };
+
+/// Set a variable as a step of the undo list; no step where it has the value already.
+template <class T>
+void PushSetValue(T* pTarget, const std::common_type_t<T>& value, int updateMask) {
+    if (*pTarget == value) return;
+    GCUndoList.PushNewCommand(new CommandSetValue_cls(pTarget, value, updateMask),
+                              new CommandSetValue_cls(pTarget, *pTarget, updateMask));
+    GCUndoList.ExecCurrent();
+}
 
 /// Writes four floats, RGBA, into a colour item.
 class CommandSetColor_cls final : public CommandItem_cls {

@@ -118,15 +118,7 @@ void DataExporterGUI_cls::MakeBottom(wxSizer* pSizer) {
 }
 
 void DataExporterGUI_cls::UpdateValues() {
-    const std::vector<int> head = mpCExporter->GetHeaderGrammer();
-    const std::vector<int> body = mpCExporter->GetBodyGrammer();
-    if (head != mVShownHead || body != mVShownBody || mpCExporter->mCItemDataType.mValue != mShownType) {
-        mVShownHead = head;
-        mVShownBody = body;
-        mShownType = mpCExporter->mCItemDataType.mValue;
-        UpdateList(mpCListHead, mpCExporter->mCItemHead);
-        UpdateList(mpCListBody, mpCExporter->mCItemBody);
-    }
+    ShowChangedGrammer();
     mpCPanel->UpdateValues();
     ShowRun();
     if (!IsShown()) mpCButtonExport->SetFocus(); // about to open: Enter exports

@@ -44,8 +44,5 @@ private:
     wxStaticText* mpCProgress = nullptr;
     std::vector<wxWindow*> mVpLocked; ///< not to be touched during a run
     int mRowDataType = -1;
-    std::vector<int> mVShownHead; ///< the grammar that the lists show
-    std::vector<int> mVShownBody;
-    int mShownType = -1;
     bool mbShownRun = false;
 };

@@ -118,16 +118,7 @@ void DataLoaderGUI_cls::MakePeriodic(wxSizer* pSizer) {
 }
 
 void DataLoaderGUI_cls::UpdateValues() {
-    // Lists that the user edited but didn't open with stay, unless the grammar was changed elsewhere.
-    const std::vector<int> head = mpCLoader->GetHeaderGrammer();
-    const std::vector<int> body = mpCLoader->GetBodyGrammer();
-    if (head != mVShownHead || body != mVShownBody || mpCLoader->mCItemDataType.mValue != mShownType) {
-        mVShownHead = head;
-        mVShownBody = body;
-        mShownType = mpCLoader->mCItemDataType.mValue;
-        UpdateList(mpCListHead, mpCLoader->mCItemHead);
-        UpdateList(mpCListBody, mpCLoader->mCItemBody);
-    }
+    ShowChangedGrammer();
     mpCPanel->UpdateValues();
     mpCPanelPeriodic->UpdateValues();
     UpdatePeriodicButtonLabel();

@@ -43,8 +43,5 @@ private:
     wxButton* mpCButtonOpen = nullptr;
     wxButton* mpCButtonPeriodic = nullptr;
     int mRowDataType = -1;
-    std::vector<int> mVShownHead; ///< the grammar that the lists were last filled from
-    std::vector<int> mVShownBody;
-    int mShownType = -1;
     wxString mStrLastChosen; ///< the file that "Guess" looks at
 };

@@ -250,6 +250,17 @@ void GrammerBaseGUI_cls::SetToDefault(wxWindow*, wxListCtrl* pHead, wxListCtrl* 
     OnListsEdited();
 }
 
+void GrammerBaseGUI_cls::ShowChangedGrammer() {
+    const std::vector<int> head = mpCGrammer->GetHeaderGrammer();
+    const std::vector<int> body = mpCGrammer->GetBodyGrammer();
+    if (head == mVShownHead && body == mVShownBody && mpCGrammer->mCItemDataType.mValue == mShownType) return;
+    mVShownHead = head;
+    mVShownBody = body;
+    mShownType = mpCGrammer->mCItemDataType.mValue;
+    UpdateList(mpCListHead, mpCGrammer->mCItemHead);
+    UpdateList(mpCListBody, mpCGrammer->mCItemBody);
+}
+
 void GrammerBaseGUI_cls::SwapList(wxListCtrl* pList, int a, int b) {
     const int count = pList->GetItemCount();
     if (a < 0 || b < 0 || a >= count || b >= count || a == b) return;

@@ -67,9 +67,13 @@ protected:
     wxSizer* MakeListColumn(wxWindow* pParent, Which which, const wxString& label, int idUp = wxID_ANY,
                             int idDown = wxID_ANY);
     void ShowPopup(wxListCtrl* pList);
+    /// Fill both lists anew where the grammar was changed elsewhere; what the user edited in them stays.
+    void ShowChangedGrammer();
     virtual void OnListsEdited() {}
 
     wxListCtrl* mpCActive = nullptr;
+    std::vector<int> mVShownHead; ///< the grammar that the lists were last filled from
+    std::vector<int> mVShownBody;
 
 private:
     int WhichOf(wxListCtrl* pList) const;
@@ -77,6 +81,7 @@ private:
     void SetRowText(wxListCtrl* pList, int row, int code);
     void OnMenu(wxListCtrl* pList, int id);
 
+    int mShownType = -1;
     wxString mStrName[2][9];   ///< item names by list and code
     wxString mStrType[2][9];   ///< type column
     wxString mStrByte[2][9];   ///< byte column

@@ -37,6 +37,14 @@ double ThreeDigits(double value) {
 
 } // namespace
 
+NumSpec IntegerSpec(int low, int high) {
+    NumSpec spec;
+    spec.mMin = low;
+    spec.mMax = high;
+    spec.mbInteger = true;
+    return spec;
+}
+
 bool ParseNumber(const wxString& text, const NumSpec& spec, double* pValue) {
     wxString trimmed = text;
     trimmed.Trim(true).Trim(false);

@@ -13,6 +13,9 @@ struct NumSpec {
     bool mbRelative = false; ///< dragging multiplies (1% a pixel): for factors over many magnitudes
 };
 
+/// Whole numbers of a range.
+NumSpec IntegerSpec(int low, int high);
+
 /// The whole text as a number; blanks around it, a leading plus and a comma for the point are taken.
 /// False for anything else, for infinity and NaN, and for a fraction where an integer is wanted.
 bool ParseNumber(const wxString& text, const NumSpec& spec, double* pValue);

@@ -3,6 +3,8 @@
 #include <cstdlib>
 #include <fstream>
 
+#include <wx/image.h>
+
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "COMMON/EventIds.h"
@@ -86,8 +88,11 @@ TEST_F(FilmCommand, WritesTheSameDome) {
 }
 
 TEST_F(FilmCommand, KnowsTheEndingsThatCanBeWritten) {
-    for (const char* ending : {"png", "jpg", "jpeg", "tif", "tiff", "bmp"})
-        EXPECT_TRUE(IsImageEndingWritable(wxString("f.") + ending)) << ending;
+    for (const std::string ending : {"png", "jpg", "jpeg", "tif", "tiff", "bmp"}) {
+        const wxString path = wxString::FromUTF8(mFolder / ("ending." + ending));
+        EXPECT_EQ(WriteImageFile(wxImage(2, 2), path, ImageFormat_st()), "") << ending;
+        EXPECT_EQ(wxImage(path).GetSize(), wxSize(2, 2)) << ending;
+    }
 }
 
 TEST_F(FilmCommand, AWholeSeriesGetsItsVideo) {

@@ -16,7 +16,6 @@ public:
     bool IsPlain() const { return mbPlain; }
     const ShaderCtrl_cls::Rays_st& GetRays() const { return mRays; }
 
-    float GetScreen() const { return mScreen; } ///< pixels
     /// Pixels that something of this radius (data units) covers at most.
     float GetArea(const float* pPos, float radius) const {
         const float depth = -(mModel[2] * pPos[0] + mModel[6] * pPos[1] + mModel[10] * pPos[2] + mModel[14]);

@@ -31,14 +31,7 @@ void SetFour(GLint location, double value) {
     glUniform4f(location, v, v, v, v);
 }
 
-template <class T>
-void PushValue(T* pTarget, T value) {
-    if (*pTarget == value) return;
-    constexpr int mask = UPDATE_EXPOSURE | UPDATE_GL;
-    GCUndoList.PushNewCommand(new CommandSetValue_cls(pTarget, value, mask),
-                              new CommandSetValue_cls(pTarget, *pTarget, mask));
-    GCUndoList.ExecCurrent();
-}
+constexpr int kUpdateMask = UPDATE_EXPOSURE | UPDATE_GL;
 
 } // namespace
 
@@ -130,9 +123,9 @@ void Exposure_cls::EndAccumulation() {
 
 void Exposure_cls::SetToDefault() {
     const UndoBlock_cls block;
-    PushValue(&mLevel.mValue[0], 0.0);
-    PushValue(&mLevel.mValue[1], 1.0);
-    PushValue(&mGamma.mValue, 1.0f);
-    PushValue(&mHueOffset.mValue, 0);
-    PushValue(&mSaturation.mValue, 0);
+    PushSetValue(&mLevel.mValue[0], 0.0, kUpdateMask);
+    PushSetValue(&mLevel.mValue[1], 1.0, kUpdateMask);
+    PushSetValue(&mGamma.mValue, 1.0f, kUpdateMask);
+    PushSetValue(&mHueOffset.mValue, 0, kUpdateMask);
+    PushSetValue(&mSaturation.mValue, 0, kUpdateMask);
 }

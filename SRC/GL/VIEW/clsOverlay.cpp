@@ -22,14 +22,7 @@ wxFontFamily GetFamily(int style) {
     return style >= 0 && style < 7 ? kFamilies[style] : wxFONTFAMILY_DEFAULT;
 }
 
-template <class T>
-void PushValue(T* pTarget, const T& value) {
-    if (*pTarget == value) return;
-    constexpr int mask = UPDATE_DRAW_OPTIONS | UPDATE_GL;
-    GCUndoList.PushNewCommand(new CommandSetValue_cls(pTarget, value, mask),
-                              new CommandSetValue_cls(pTarget, *pTarget, mask));
-    GCUndoList.ExecCurrent();
-}
+constexpr int kUpdateMask = UPDATE_DRAW_OPTIONS | UPDATE_GL;
 
 } // namespace
 
@@ -69,7 +62,7 @@ void Overlay_cls::SetCustomFont(wxWindow* pParent) {
     const wxFont font = dialog.GetFontData().GetChosenFont();
     if (!font.IsOk()) return;
     const UndoBlock_cls block;
-    PushValue(&mTimeFontFamily.mValue, kCustomFont);
-    PushValue(&mTimeCustomFont.mStrValue, font.GetFaceName());
-    PushValue(&mTimeFontPoint.mValue, std::clamp(font.GetPointSize(), kSmallest, kLargest));
+    PushSetValue(&mTimeFontFamily.mValue, kCustomFont, kUpdateMask);
+    PushSetValue(&mTimeCustomFont.mStrValue, font.GetFaceName(), kUpdateMask);
+    PushSetValue(&mTimeFontPoint.mValue, std::clamp(font.GetPointSize(), kSmallest, kLargest), kUpdateMask);
 }

@@ -29,17 +29,9 @@ constexpr int kFreePrefetch = 3;       // never cut back
 constexpr double kPrefetchShare = 0.6; // of the snapshots that fit the memory
 constexpr int kMaxPace = 10000;
 
-NumSpec IntSpec(int low, int high) {
-    NumSpec spec;
-    spec.mbInteger = true;
-    spec.mMin = low;
-    spec.mMax = high;
-    return spec;
-}
-
 void SetUpperEnd(NumField_cls* pField, int high) {
     if (pField->GetSpec().mMax != high)
-        pField->SetSpec(IntSpec(static_cast<int>(pField->GetSpec().mMin), high));
+        pField->SetSpec(IntegerSpec(static_cast<int>(pField->GetSpec().mMin), high));
 }
 
 } // namespace
@@ -160,7 +152,7 @@ wxToggleButton* PlayCtrlGUI_cls::AddToggle(const ButtonLook_st& look, const wxSt
 NumField_cls* PlayCtrlGUI_cls::AddField(std::vector<wxWindow*>& row, const wxString& label, int low, int high,
                                         const wxString& tip, std::function<void(int)> set) {
     auto* text = new GripLabel_cls(this, label);
-    auto* field = new NumField_cls(this, IntSpec(low, high), 5);
+    auto* field = new NumField_cls(this, IntegerSpec(low, high), 5);
     text->SetToolTip(tip);
     field->SetHint(tip);
     field->AttachGrip(text);
