@@ -4,14 +4,12 @@
 #include <cmath>
 #include <cstdio>
 #include <limits>
-#include <system_error>
-#include <thread>
-#include <vector>
 
 #include <wx/intl.h>
 
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
+#include "COMMON/OnThreads.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "PDATA/ParticleScalars.h"
 #include "PDATA/clsArrayPool.h"
@@ -50,19 +48,9 @@ const ColorCurve_cls& CurveOf(const GLAttribute_cls& attribute, int which) {
 template <class WORK>
 void InThreads(int number, const WORK& work) {
     const int count = ThreadSnapInterpolate_cls::GetThreadCount(number);
-    const long long share = number / count;
-    std::vector<std::thread> threads;
-    long long begin = 0;
-    for (int k = 0; k + 1 < count; ++k, begin += share) {
-        try {
-            threads.emplace_back([&work, begin, share] { work(begin, begin + share); });
-        } catch (const std::system_error&) {
-            work(begin, begin + share); // no thread to be had: done here
-        }
-    }
-    work(begin, number);
-    for (std::thread& thread : threads)
-        thread.join();
+    OnThreads(count, [&](int k) {
+        work(static_cast<long long>(number) * k / count, static_cast<long long>(number) * (k + 1) / count);
+    });
 }
 
 } // namespace

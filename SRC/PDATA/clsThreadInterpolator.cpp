@@ -10,6 +10,7 @@
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
 #include "COMMON/MsgBox.h"
+#include "COMMON/OnThreads.h"
 #include "PDATA/clsIDIndex.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPeriodicBoundary.h"
@@ -107,15 +108,5 @@ void ThreadInterpolator_cls::InterpolateInBox(const PDataBlock_cls& block, const
     }
     for (ThreadInterpolatorBlock_cls& worker : workers)
         worker.SetIDIndex(index.IsEmpty() ? nullptr : &index);
-    std::vector<std::thread> threads;
-    for (size_t k = 1; k < workers.size(); ++k) {
-        try {
-            threads.emplace_back(&ThreadInterpolatorBlock_cls::Entry, &workers[k]);
-        } catch (const std::system_error&) {
-            workers[k].Entry(); // no thread to be had: done here
-        }
-    }
-    workers[0].Entry();
-    for (std::thread& thread : threads)
-        thread.join();
+    OnThreads(count, [&](int k) { workers[static_cast<size_t>(k)].Entry(); });
 }

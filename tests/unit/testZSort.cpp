@@ -5,6 +5,7 @@
 #include <cstring>
 #include <limits>
 #include <random>
+#include <string>
 
 #include "GL/DRAW/clsZSort.h"
 
@@ -26,27 +27,62 @@ DrawList_t OddList(int number) {
     return list;
 }
 
+/// Keys of one spread each, which fill the buckets of the sort in ways of their own.
+DrawList_t SpreadList(int number, int spread) {
+    std::mt19937 random(5);
+    std::uniform_real_distribution<float> even(0.0f, 1.0f);
+    std::normal_distribution<float> normal(0.0f, 100.0f);
+    DrawList_t list;
+    for (int i = 0; i < number; ++i) {
+        const float x = even(random);
+        const float keys[] = {
+            x,
+            normal(random),
+            std::ldexp(1.0f + x, int(x * 240.0f) - 120), // even in its logarithm
+            7.0f,                                        // all alike
+            float(i),                                    // in order
+            float(-i),                                   // in reverse order
+            1000.0f + 0.01f * x,                         // in one narrow band
+            i % 99991 == 0 ? kInf : 1000.0f + 0.01f * x, // with few that spread the range
+            x < 0.9f ? 0.0f : x * 1e30f,
+            x < 0.5f ? std::floor(x * 10.0f) : kNaN,
+        };
+        list.push_back({i, keys[spread], 1.0f});
+    }
+    return list;
+}
+constexpr int kSpreads = 10;
+
 bool Before(const ArrayAndIndex_cls& a, const ArrayAndIndex_cls& b) {
     if (std::isnan(a.mKey) || std::isnan(b.mKey)) return !std::isnan(a.mKey) && std::isnan(b.mKey);
     return a.mKey < b.mKey;
 }
 
-TEST(ZSort, IsTheStableComparisonSortAtEverySize) {
-    // Below and above where the radix sort and further threads begin.
-    for (const int number : {0, 1, 2, 17, 2999, 3000, 3001, 49999, 100001, 250003}) {
-        DrawList_t list = OddList(number);
-        DrawList_t wanted = list;
-        std::stable_sort(wanted.begin(), wanted.end(), Before);
-        ZSort_cls::ZSortParallel(list);
-        ASSERT_EQ(list.size(), wanted.size());
-        for (size_t i = 0; i < list.size(); ++i) {
-            ASSERT_EQ(list[i].mIndex, wanted[i].mIndex) << number << " entries, place " << i;
-            ASSERT_EQ(list[i].mAlpha, wanted[i].mAlpha);
-            if (!std::isnan(wanted[i].mKey)) {
-                ASSERT_EQ(list[i].mKey, wanted[i].mKey);
-            }
-        }
+void ExpectStableOrder(DrawList_t list, const char* pWhat) {
+    DrawList_t wanted = list;
+    std::stable_sort(wanted.begin(), wanted.end(), Before);
+    ZSort_cls::ZSortParallel(list);
+    ASSERT_EQ(list.size(), wanted.size());
+    for (size_t i = 0; i < list.size(); ++i) {
+        ASSERT_EQ(list[i].mIndex, wanted[i].mIndex) << pWhat << ", place " << i << " of " << list.size();
+        ASSERT_EQ(list[i].mAlpha, wanted[i].mAlpha);
+        if (std::isnan(wanted[i].mKey))
+            ASSERT_TRUE(std::isnan(list[i].mKey));
+        else
+            ASSERT_EQ(list[i].mKey, wanted[i].mKey);
     }
+}
+
+TEST(ZSort, IsTheStableComparisonSortAtEverySize) {
+    // Below and above where the radix sort, further buckets and further threads begin.
+    for (const int number : {0, 1, 2, 17, 2999, 3000, 3001, 8191, 8192, 49999, 100001, 250003})
+        ExpectStableOrder(OddList(number), "odd keys");
+}
+
+TEST(ZSort, IsTheStableComparisonSortForEverySpreadOfKeys) {
+    for (int spread = 0; spread < kSpreads; ++spread)
+        for (const int number : {5000, 400000})
+            ExpectStableOrder(SpreadList(number, spread), ("spread " + std::to_string(spread)).c_str());
 }
 
 TEST(ZSort, KeysPutTheFarthestFirstAndEveryStepthEntryOnce) {

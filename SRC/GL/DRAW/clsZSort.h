@@ -1,5 +1,4 @@
-// Depth sorting of the draw list, fast enough to be done for every changed view: a radix sort on the bits
-// of the float keys, on all cores.
+// Depth sorting of the draw list, fast enough to be done for every changed view and on all cores.
 #pragma once
 
 #include "GL/DRAW/clsArrayAndIndex.h"

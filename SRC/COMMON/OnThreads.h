@@ -1,0 +1,8 @@
+// The same work on several threads at a time.
+#pragma once
+
+#include <functional>
+
+/// job(k) for k from 0 to count - 1, each on a thread of its own, 0 on the caller's; back when all are done.
+/// Where the system gives no more threads, the caller does their part.
+void OnThreads(int count, const std::function<void(int)>& job);
