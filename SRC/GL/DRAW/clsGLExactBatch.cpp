@@ -101,8 +101,13 @@ void GLExactBatch_cls::Locate() {
     }
 }
 
+// Sizes that the compiler knows are copied in registers.
 void GLExactBatch_cls::Take(size_t from, size_t to) {
-    std::copy_n(mpData + from * mStride, mStride, mpTaken + to * mStride);
+    if (mbMaterials)
+        std::copy_n(mpData + from * (kBall + kMaterial), kBall + kMaterial,
+                    mpTaken + to * (kBall + kMaterial));
+    else
+        std::copy_n(mpData + from * kBall, kBall, mpTaken + to * kBall);
 }
 
 void GLExactBatch_cls::TakeInOrder() {
