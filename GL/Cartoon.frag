@@ -99,9 +99,22 @@ vec4 lit(vec3 place, vec3 normal)
     return clamp(vec4(EMISSION.rgb + around * AMBIENT.rgb + direct * DIFFUSE.rgb, DIFFUSE.a), 0.0, 1.0);
 }
 
+#ifdef EACH_BLENDS
+varying float covers; // 1, or 0 for what adds
+#endif
+
+vec4 blended(vec4 color)
+{
+#ifdef EACH_BLENDS
+    return vec4(color.rgb * color.a, color.a * covers);
+#else
+    return color;
+#endif
+}
+
 void main()
 {
     vec3 upright = normalize(normal);
     vec4 color = lit(place, gl_FrontFacing ? upright : -upright);
-    gl_FragColor = vec4(fogged(color.rgb, abs(place.z)), color.a);
+    gl_FragColor = blended(vec4(fogged(color.rgb, abs(place.z)), color.a));
 }

@@ -22,6 +22,10 @@ attribute vec4 specular;
 #define EMISSION gl_FrontMaterial.emission
 #endif
 
+#ifdef EACH_BLENDS
+varying float covers;
+#endif
+
 varying vec3 place;
 varying vec3 normal;
 #ifdef SPHERES
@@ -41,5 +45,9 @@ void main()
     materialAmbient = AMBIENT;
     materialDiffuse = DIFFUSE;
     materialSpecular = SPECULAR;
+#endif
+
+#ifdef EACH_BLENDS
+    covers = ambient.a;
 #endif
 }

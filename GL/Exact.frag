@@ -38,6 +38,19 @@ vec3 fogged(vec3 color, float depth)
     return mix(gl_Fog.color.rgb, color, clamp(clear, 0.0, 1.0));
 }
 
+#ifdef EACH_BLENDS
+PER_SPHERE float covers; // 1, or 0 for what adds
+#endif
+
+vec4 blended(vec4 color)
+{
+#ifdef EACH_BLENDS
+    return vec4(color.rgb * color.a, color.a * covers);
+#else
+    return color;
+#endif
+}
+
 #ifdef FAR_LIGHTS
 
 // All particles have a shininess of 20.
@@ -187,5 +200,5 @@ void main()
 #if FOG != 0
     color.rgb = fogged(color.rgb, abs(ball.z - ball.w * depth * toSphere.z));
 #endif
-    gl_FragColor = color;
+    gl_FragColor = blended(color);
 }

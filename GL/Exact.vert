@@ -21,6 +21,10 @@ PER_SPHERE vec4 materialSpecular;
 #endif
 #endif
 
+#ifdef EACH_BLENDS
+PER_SPHERE float covers;
+#endif
+
 uniform vec4 viewport;     // left, bottom, width, height in pixels
 uniform vec2 rayScale;     // from window coordinates to the plane at depth 1, or of a parallel view
 uniform vec2 rayOffset;
@@ -116,6 +120,9 @@ void main()
     prepareLights(toSphere.xyz);
 #endif
 
+#ifdef EACH_BLENDS
+    covers = ambient.a;
+#endif
 #if defined(MATERIALS) && !defined(FAR_LIGHTS)
     materialAmbient = ambient;
     materialDiffuse = diffuse;

@@ -29,6 +29,19 @@ vec3 fogged(vec3 color, float depth)
     return mix(gl_Fog.color.rgb, color, clamp(clear, 0.0, 1.0));
 }
 
+#ifdef EACH_BLENDS
+PER_SPHERE float covers; // 1, or 0 for what adds
+#endif
+
+vec4 blended(vec4 color)
+{
+#ifdef EACH_BLENDS
+    return vec4(color.rgb * color.a, color.a * covers);
+#else
+    return color;
+#endif
+}
+
 #ifdef MATERIALS
 PER_SPHERE vec4 materialAmbient;
 PER_SPHERE vec4 materialDiffuse;
@@ -145,5 +158,5 @@ void main()
     gl_FragDepth = depthMap.x + depthMap.y * place.z;
 #endif
     vec4 color = lit(place, outward / ball.w);
-    gl_FragColor = vec4(fogged(color.rgb, abs(place.z)), color.a);
+    gl_FragColor = blended(vec4(fogged(color.rgb, abs(place.z)), color.a));
 }

@@ -21,6 +21,10 @@ PER_SPHERE vec4 materialSpecular;
 #endif
 #endif
 
+#ifdef EACH_BLENDS
+PER_SPHERE float covers;
+#endif
+
 uniform vec4 viewport;     // left, bottom, width, height in pixels
 uniform vec2 rayScale;     // from window coordinates to the plane at depth 1, or of a parallel view
 uniform vec2 rayOffset;
@@ -53,6 +57,9 @@ void main()
     vec2 corner = middle + gl_MultiTexCoord0.xy * reach - viewport.xy;
     gl_Position = vec4(corner / (0.5 * viewport.zw) - 1.0, 0.0, 1.0);
 
+#ifdef EACH_BLENDS
+    covers = ambient.a;
+#endif
 #if defined(MATERIALS) && !defined(FAR_LIGHTS)
     materialAmbient = ambient;
     materialDiffuse = diffuse;

@@ -16,7 +16,20 @@ vec3 fogged(vec3 color, float depth)
     return mix(gl_Fog.color.rgb, color, clamp(clear, 0.0, 1.0));
 }
 
+#ifdef EACH_BLENDS
+varying float covers; // 1, or 0 for what adds
+#endif
+
+vec4 blended(vec4 color)
+{
+#ifdef EACH_BLENDS
+    return vec4(color.rgb * color.a, color.a * covers);
+#else
+    return color;
+#endif
+}
+
 void main()
 {
-    gl_FragColor = vec4(fogged(gl_Color.rgb, gl_FogFragCoord), gl_Color.a);
+    gl_FragColor = blended(vec4(fogged(gl_Color.rgb, gl_FogFragCoord), gl_Color.a));
 }

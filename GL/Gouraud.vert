@@ -53,6 +53,10 @@ void addLight(int i, vec3 place, vec3 normal, float shininess,
     specular += (facing > 0.0 ? share * shine : 0.0) * gl_LightSource[i].specular.rgb;
 }
 
+#ifdef EACH_BLENDS
+varying float covers;
+#endif
+
 #ifndef LIGHT_NUMBER
 uniform int lightNumberGouraud;
 #define LIGHT_NUMBER lightNumberGouraud
@@ -81,4 +85,8 @@ void main()
     gl_BackColor = lit(place, -normal);
 #endif
     gl_FogFragCoord = abs(place.z);
+
+#ifdef EACH_BLENDS
+    covers = ambient.a;
+#endif
 }

@@ -228,7 +228,7 @@ void Scene::DrawInstances() {
     glEnable(GL_BLEND);
     glMaterialf(GL_FRONT_AND_BACK, GL_SHININESS, 20.0f);
     GpCSphere->BeginArrays(int(mCase.quality) + 1);
-    GLAttribute_cls::mspCShaderCtrl->BeginSpheres(mCase.shader, 1);
+    GLAttribute_cls::mspCShaderCtrl->BeginSpheres(mCase.shader, 1, false);
     glBindBuffer(GL_ARRAY_BUFFER, mBuffer[0]);
     const unsigned places[4] = {ShaderCtrl_cls::ATTRIBUTE_SPHERE, ShaderCtrl_cls::ATTRIBUTE_AMBIENT,
                                 ShaderCtrl_cls::ATTRIBUTE_DIFFUSE, ShaderCtrl_cls::ATTRIBUTE_SPECULAR};

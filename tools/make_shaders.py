@@ -7,7 +7,7 @@ glMaterial and glFog put them. Parts that several files need stand here once. St
 Without any define a file works on plain vertices, and uniforms tell lights and fog. For many spheres the
 program compiles forms made for the scene at hand: SPHERES repeats a mesh, MATERIALS gives every ray-cast
 sphere its own colours, LIGHT_NUMBER and FOG are what the uniforms would tell, and PARALLEL says that all
-lights are far away and none is a spot. FAR_LIGHTS has the light of such lights worked out once a ray-cast
+lights are far away and none is a spot. EACH_BLENDS lets every sphere cover or add. FAR_LIGHTS has the light of such lights worked out once a ray-cast
 sphere; BALL hands its place to the pixels where light or fog ask for it.
 """
 import pathlib
@@ -84,6 +84,31 @@ vec3 fogged(vec3 color, float depth)
 }
 """
 
+# One blend function serves what covers and what adds, if colours come multiplied by their alpha and what adds
+# says an alpha of 0. Which a sphere does is told by the alpha of its ambient colour, which has no other use.
+def blended(qualifier):
+    return f"""
+#ifdef EACH_BLENDS
+{qualifier} float covers; // 1, or 0 for what adds
+#endif
+
+vec4 blended(vec4 color)
+{{
+#ifdef EACH_BLENDS
+    return vec4(color.rgb * color.a, color.a * covers);
+#else
+    return color;
+#endif
+}}
+"""
+
+
+COVERS_OUT = """
+#ifdef EACH_BLENDS
+    covers = ambient.a;
+#endif
+"""
+
 # Vertices of a mesh: plain ones with a normal, or of a unit sphere that stands for many.
 MESH = """
 #ifdef SPHERES
@@ -107,7 +132,13 @@ attribute vec4 specular;
 #endif
 """
 
-GOURAUD_VERT = MESH + LIGHTS + """
+MESH_COVERS = """
+#ifdef EACH_BLENDS
+varying float covers;
+#endif
+"""
+
+GOURAUD_VERT = MESH + LIGHTS + MESH_COVERS + """
 #ifndef LIGHT_NUMBER
 uniform int lightNumberGouraud;
 #define LIGHT_NUMBER lightNumberGouraud
@@ -136,18 +167,18 @@ void main()
     gl_BackColor = lit(place, -normal);
 #endif
     gl_FogFragCoord = abs(place.z);
-}
+""" + COVERS_OUT + """}
 """
 
-GOURAUD_FRAG = FOG + """
+GOURAUD_FRAG = FOG + blended("varying") + """
 void main()
 {
-    gl_FragColor = vec4(fogged(gl_Color.rgb, gl_FogFragCoord), gl_Color.a);
+    gl_FragColor = blended(vec4(fogged(gl_Color.rgb, gl_FogFragCoord), gl_Color.a));
 }
 """
 
 # Place, normal and material to every pixel.
-PIXEL_VERT = MESH + """
+PIXEL_VERT = MESH + MESH_COVERS + """
 varying vec3 place;
 varying vec3 normal;
 #ifdef SPHERES
@@ -168,7 +199,7 @@ void main()
     materialDiffuse = DIFFUSE;
     materialSpecular = SPECULAR;
 #endif
-}
+""" + COVERS_OUT + """}
 """
 
 PIXEL_MATERIAL = """
@@ -219,12 +250,12 @@ vec4 lit(vec3 place, vec3 normal)
 }
 """
 
-PIXEL_MAIN = """
+PIXEL_MAIN = blended("varying") + """
 void main()
 {
     vec3 upright = normalize(normal);
     vec4 color = lit(place, gl_FrontFacing ? upright : -upright);
-    gl_FragColor = vec4(fogged(color.rgb, abs(place.z)), color.a);
+    gl_FragColor = blended(vec4(fogged(color.rgb, abs(place.z)), color.a));
 }
 """
 
@@ -283,8 +314,13 @@ PER_SPHERE vec4 materialSpecular;
 #endif
 """
 
-HAND_MATERIAL = """
-#if defined(MATERIALS) && !defined(FAR_LIGHTS)
+BALL_COVERS = """
+#ifdef EACH_BLENDS
+PER_SPHERE float covers;
+#endif
+"""
+
+HAND_MATERIAL = COVERS_OUT + """#if defined(MATERIALS) && !defined(FAR_LIGHTS)
     materialAmbient = ambient;
     materialDiffuse = diffuse;
     materialSpecular = specular;
@@ -300,7 +336,7 @@ vec2 silhouette(float across, float depth, float radius)
 }
 """
 
-EXACT_VERT = SPHERE_INPUTS + MATERIAL_ATTRIBUTES + """
+EXACT_VERT = SPHERE_INPUTS + MATERIAL_ATTRIBUTES + BALL_COVERS + """
 uniform vec4 viewport;     // left, bottom, width, height in pixels
 uniform vec2 rayScale;     // from window coordinates to the plane at depth 1, or of a parallel view
 uniform vec2 rayOffset;
@@ -383,7 +419,7 @@ void main()
 """
 
 # A sphere around the eye, or cut by the near or the far plane.
-EXACT_NEAR_VERT = SPHERE_INPUTS + MATERIAL_ATTRIBUTES + """
+EXACT_NEAR_VERT = SPHERE_INPUTS + MATERIAL_ATTRIBUTES + BALL_COVERS + """
 uniform vec4 viewport;     // left, bottom, width, height in pixels
 uniform vec2 rayScale;     // from window coordinates to the plane at depth 1, or of a parallel view
 uniform vec2 rayOffset;
@@ -445,7 +481,7 @@ PER_SPHERE vec4 toSphere;
 #ifdef BALL
 PER_SPHERE vec4 ball;
 #endif
-""" + FAR_LIGHTS + FOG + """
+""" + FAR_LIGHTS + FOG + blended("PER_SPHERE") + """
 #ifdef FAR_LIGHTS
 
 // All particles have a shininess of 20.
@@ -503,7 +539,7 @@ void main()
 #if FOG != 0
     color.rgb = fogged(color.rgb, abs(ball.z - ball.w * depth * toSphere.z));
 #endif
-    gl_FragColor = color;
+    gl_FragColor = blended(color);
 }
 """
 
@@ -513,7 +549,7 @@ uniform vec2 rayOffset;
 uniform vec2 depthRange; // eye coordinates: nearest and farthest z
 uniform vec2 depthMap;   // depth = x + y / z, in a parallel view x + y * z
 PER_SPHERE vec4 ball;
-""" + FOG + ANY_LIGHTS + """
+""" + FOG + blended("PER_SPHERE") + ANY_LIGHTS + """
 void main()
 {
     vec2 plane = gl_FragCoord.xy * rayScale + rayOffset;
@@ -538,7 +574,7 @@ void main()
     gl_FragDepth = depthMap.x + depthMap.y * place.z;
 #endif
     vec4 color = lit(place, outward / ball.w);
-    gl_FragColor = vec4(fogged(color.rgb, abs(place.z)), color.a);
+    gl_FragColor = blended(vec4(fogged(color.rgb, abs(place.z)), color.a));
 }
 """
 

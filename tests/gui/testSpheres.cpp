@@ -194,21 +194,64 @@ TEST_F(Spheres, MeshesAreLitAsTheFixedPipelineDoes) {
     std::vector<Particle_st> particles;
     for (const auto& p : kScene)
         particles.push_back({{p[0], p[1], p[2]}, p[3], static_cast<unsigned char>(p[4])});
-    ShaderCtrl_cls none; // without shaders every sphere goes through the fixed pipeline
+    const auto expectAlike = [&](const char* what) {
+        SetAll(2, 1, 0);
+        Draw(particles);
+        const Picture_st instances = Picture();
+        ShaderCtrl_cls none; // without shaders every sphere goes through the fixed pipeline
+        ShaderCtrl_cls* const pOwn = std::exchange(GLAttribute_cls::mspCShaderCtrl, &none);
+        Draw(particles);
+        GLAttribute_cls::mspCShaderCtrl = pOwn;
+        EXPECT_GT(CountLit(), 500);
+        EXPECT_LT(MeanDifference(instances, Picture()), 0.2)
+            << what << (mbSpot ? ", spot" : "") << (mbFog ? ", fog" : "");
+    };
     for (const bool bSpot : {false, true})
         for (const bool bFog : {false, true}) {
             mbSpot = bSpot;
             mbFog = bFog;
-            SetAll(2, 1, 0);
-            Draw(particles);
-            const Picture_st instances = Picture();
-            ShaderCtrl_cls* const pOwn = std::exchange(GLAttribute_cls::mspCShaderCtrl, &none);
-            Draw(particles);
-            GLAttribute_cls::mspCShaderCtrl = pOwn;
-            EXPECT_GT(CountLit(), 500);
-            EXPECT_LT(MeanDifference(instances, Picture()), 0.2)
-                << (bSpot ? "spot" : "") << (bFog ? "fog" : "");
+            mAttribute[0]->mBlendType.mValue = 0;
+            expectAlike("covering");
+            mAttribute[0]->mBlendType.mValue = 1;
+            expectAlike("some adding");
         }
+}
+
+// A red one and a green one in front of it, which show their ambient colours alone.
+TEST_F(Spheres, BothWaysOfBlendingMix) {
+    const std::vector<Particle_st> pair = {{{0, 0, -0.5f}, 0.4f, 0}, {{0, 0, 0.5f}, 0.4f, 1}};
+    const float full = 1.2f; // of the light and of the surroundings
+    for (int i = 0; i < 2; ++i) {
+        GLAttribute_cls& a = *mAttribute[size_t(i)];
+        SetColor(a.mAmbient, i == 0 ? 0.6f / full : 0, i == 1 ? 0.6f / full : 0, 0, 1);
+        SetColor(a.mDiffuse, 0, 0, 0, i == 0 ? 0.5f : 0.25f);
+        SetColor(a.mSpecular, 0, 0, 0, 1);
+    }
+    const auto expect = [&](float r, float g, const char* what) {
+        Draw(pair);
+        EXPECT_NEAR(Middle().r, r, 0.002f) << what;
+        EXPECT_NEAR(Middle().g, g, 0.002f) << what;
+        EXPECT_EQ(Middle().b, 0.0f) << what;
+    };
+    const auto expectAll = [&](const char* what) {
+        for (const bool bRedAdds : {false, true}) {
+            mAttribute[0]->mBlendType.mValue = bRedAdds ? 1 : 0;
+            mAttribute[1]->mBlendType.mValue = bRedAdds ? 0 : 1;
+            // Black is what both begin on.
+            expect(bRedAdds ? 0.3f * 0.75f : 0.3f, 0.15f, what);
+        }
+    };
+    for (const unsigned shader : {0u, 1u, 2u}) {
+        SetAll(2, 0, shader);
+        expectAll("mesh");
+        SetAll(2, 3, shader);
+        expectAll("exact");
+    }
+    ShaderCtrl_cls none;
+    ShaderCtrl_cls* const pOwn = std::exchange(GLAttribute_cls::mspCShaderCtrl, &none);
+    SetAll(2, 0, 0);
+    expectAll("fixed pipeline");
+    GLAttribute_cls::mspCShaderCtrl = pOwn;
 }
 
 TEST_F(Spheres, ExactOnesKnowSpotsAndFog) {

@@ -63,25 +63,28 @@ std::string GetSceneDefines(int lightNumber) {
 }
 
 /// So many far lights can be handed from a sphere to its pixels.
-bool HasRoomForLights(int number) {
-    constexpr int kOther = 16; // floats besides the lights
+bool HasRoomForLights(int number, bool bEachBlends) {
+    const int other = bEachBlends ? 20 : 16; // floats besides the lights
     constexpr int kLight = 12;
     static const int sRoom = [] {
         GLint room = 0;
         glGetIntegerv(GL_MAX_VARYING_FLOATS, &room);
         return room;
     }();
-    return number <= 4 && kOther + kLight * number <= sRoom;
+    return number <= 4 && other + kLight * number <= sRoom;
 }
 
-std::string GetExactDefines(unsigned type, int lightNumber, bool bMaterials, bool bPerspective) {
+std::string GetExactDefines(unsigned type, int lightNumber, bool bMaterials, bool bEachBlends,
+                            bool bPerspective) {
     std::string defines = GetSceneDefines(lightNumber);
     const bool bCartoon = type == ShaderCtrl_cls::TYPE_CARTOON;
-    const bool bFar = !bCartoon && AreLightsParallel(lightNumber) && HasRoomForLights(lightNumber);
+    const bool bFar =
+        !bCartoon && AreLightsParallel(lightNumber) && HasRoomForLights(lightNumber, bEachBlends);
     if (bCartoon) defines += "#define CARTOON\n";
     if (bFar) defines += "#define FAR_LIGHTS\n";
     if (!bFar || GetFogMode() != 0) defines += "#define BALL\n";
     if (bMaterials) defines += "#define MATERIALS\n";
+    if (bEachBlends) defines += "#define EACH_BLENDS\n";
     if (bPerspective) defines += "#define PERSPECTIVE\n";
     return defines;
 }
@@ -236,14 +239,15 @@ const ShaderProgram_cls* ShaderCtrl_cls::GetForm(Forms& forms, const Source_st& 
     return program->HasAttribute("sphere") ? program.get() : nullptr;
 }
 
-bool ShaderCtrl_cls::BeginSpheres(unsigned type, int lightNumber) {
+bool ShaderCtrl_cls::BeginSpheres(unsigned type, int lightNumber, bool bEachBlends) {
     if (!mbEnabled) return false;
     // The fixed pipeline lights vertices, as Gouraud's does.
     const bool bFixed = type < TYPE_GOURAUD || type > TYPE_CARTOON;
     const size_t index = bFixed ? 0 : type - 1;
     const int lights = bFixed ? CountLights() : lightNumber;
-    const ShaderProgram_cls* pProgram =
-        GetForm(mSpheres[index], mSources[index], "#define SPHERES\n" + GetSceneDefines(lights), true);
+    std::string defines = "#define SPHERES\n" + GetSceneDefines(lights);
+    if (bEachBlends) defines += "#define EACH_BLENDS\n";
+    const ShaderProgram_cls* pProgram = GetForm(mSpheres[index], mSources[index], defines, true);
     if (!pProgram) return false;
     glUseProgram(pProgram->mProgram);
     SetSceneUniforms(*pProgram, type, lights, kNames[index]);
@@ -263,17 +267,17 @@ const ShaderCtrl_cls::Source_st& ShaderCtrl_cls::GetExactSource(bool bNear) {
 
 bool ShaderCtrl_cls::HasExact() {
     if (!mbEnabled) return false;
-    const std::string defines = GetExactDefines(TYPE_ORIGINAL, CountLights(), false, true);
+    const std::string defines = GetExactDefines(TYPE_ORIGINAL, CountLights(), false, false, true);
     return GetForm(mExact[0], GetExactSource(false), defines, false) &&
            GetForm(mExact[1], GetExactSource(true), defines, false);
 }
 
-bool ShaderCtrl_cls::BeginExact(unsigned type, int lightNumber, bool bMaterials, bool bNear,
+bool ShaderCtrl_cls::BeginExact(unsigned type, int lightNumber, bool bMaterials, bool bEachBlends, bool bNear,
                                 const Rays_st& rays) {
     if (!mbEnabled) return false;
     const bool bFixed = type < TYPE_GOURAUD || type > TYPE_CARTOON;
     const int lights = bFixed ? CountLights() : lightNumber;
-    const std::string defines = GetExactDefines(type, lights, bMaterials, rays.bPerspective);
+    const std::string defines = GetExactDefines(type, lights, bMaterials, bEachBlends, rays.bPerspective);
     const ShaderProgram_cls* pProgram = GetForm(mExact[bNear ? 1 : 0], GetExactSource(bNear), defines, false);
     if (!pProgram) return false;
     glUseProgram(pProgram->mProgram);

@@ -58,11 +58,15 @@ public:
     /// the fixed pipeline.
     void BeginShader(unsigned type, int lightNumber);
     void EndShader(int type);
-    /// A sphere's mesh by ATTRIBUTE_SPHERE and the materials. False: not here.
-    bool BeginSpheres(unsigned type, int lightNumber);
+    /// A sphere's mesh by ATTRIBUTE_SPHERE and the materials. With `bEachBlends` the alpha of a sphere's
+    /// ambient colour says whether it covers (1) or adds (0), for a blend function of one and one minus the
+    /// source's alpha. False: not here.
+    bool BeginSpheres(unsigned type, int lightNumber, bool bEachBlends);
     /// Ray-cast spheres; with `bMaterials` each has its own, else that of glMaterial. Those that reach the
-    /// plane of the eye or that near or far plane cut need `bNear`. False: not here.
-    bool BeginExact(unsigned type, int lightNumber, bool bMaterials, bool bNear, const Rays_st& rays);
+    /// plane of the eye or that near or far plane cut need `bNear`. `bEachBlends` is for those with
+    /// materials. False: not here.
+    bool BeginExact(unsigned type, int lightNumber, bool bMaterials, bool bEachBlends, bool bNear,
+                    const Rays_st& rays);
     /// Ray-cast spheres at all?
     bool HasExact();
 

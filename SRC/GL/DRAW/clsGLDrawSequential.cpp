@@ -72,8 +72,10 @@ public:
     /// Returns the cost.
     float AddSphere(const float* pPos, float radius, const SphereMaterial_st& material,
                     const ClassLook_st& look) {
-        const SphereStyle_st style = {look.shaderType, look.quality, mLightNumber, !mLooks.bOneMaterial,
-                                      look.bAdditive};
+        const bool bEachBlends = mLooks.bMixedSpheres;
+        const SphereStyle_st style = {
+            look.shaderType, look.quality, mLightNumber, !mLooks.bOneMaterial, !bEachBlends && look.bAdditive,
+            bEachBlends};
         if (!mSpheres || !(style == mStyle)) {
             Close();
             SetGLMaterial(material);
@@ -83,7 +85,10 @@ public:
             SetBlend(look.bAdditive);
             mSpheres.emplace(mStorage, mStyle = style, mView);
         }
-        return mSpheres->Add(pPos, radius, material);
+        if (!bEachBlends) return mSpheres->Add(pPos, radius, material);
+        SphereMaterial_st telling = material;
+        telling.mAmbient[3] = look.bAdditive ? 0.0f : 1.0f;
+        return mSpheres->Add(pPos, radius, telling);
     }
 
     void Flush() {

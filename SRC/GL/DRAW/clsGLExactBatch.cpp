@@ -37,9 +37,9 @@ void EnableAttribute(unsigned place, const float* pFirst, size_t stride) {
 } // namespace
 
 GLExactBatch_cls::GLExactBatch_cls(std::vector<float>& storage, unsigned shaderType, int lightNumber,
-                                   bool bMaterials, const ViewScale_cls& view)
+                                   bool bMaterials, bool bEachBlends, const ViewScale_cls& view)
     : mStride(bMaterials ? kBall + kMaterial : kBall), mCapacity(kRoom / mStride), mShaderType(shaderType),
-      mLightNumber(lightNumber), mbMaterials(bMaterials), mView(view) {
+      mLightNumber(lightNumber), mbMaterials(bMaterials), mbEachBlends(bEachBlends), mView(view) {
     if (!GLAttribute_cls::mspCShaderCtrl || !GLAttribute_cls::mspCShaderCtrl->HasExact()) return;
     const size_t room = 2 * kRoom + kSquareRun * 4 * (kBall + kMaterial + kCorner);
     if (storage.size() < room) storage.resize(room); // and never smaller: new room is filled
@@ -73,7 +73,7 @@ void GLExactBatch_cls::CopyMaterial(const SphereMaterial_st& material, float* pO
 
 void GLExactBatch_cls::UseProgram(bool bNear) {
     mbNear = bNear;
-    GLAttribute_cls::mspCShaderCtrl->BeginExact(mShaderType, mLightNumber, mbMaterials, bNear,
+    GLAttribute_cls::mspCShaderCtrl->BeginExact(mShaderType, mLightNumber, mbMaterials, mbEachBlends, bNear,
                                                 mView.GetRays());
 }
 

@@ -12,9 +12,10 @@
 class GLExactBatch_cls {
 public:
     /// `shaderType` is a ShaderCtrl_cls::Type; with `bMaterials` each sphere has its own material, else that
-    /// of glMaterial. `storage` is the caller's, for the next use.
+    /// of glMaterial. `bEachBlends`: see ShaderCtrl_cls::BeginSpheres. `storage` is the caller's, for the
+    /// next use.
     GLExactBatch_cls(std::vector<float>& storage, unsigned shaderType, int lightNumber, bool bMaterials,
-                     const ViewScale_cls& view);
+                     bool bEachBlends, const ViewScale_cls& view);
     ~GLExactBatch_cls();
     GLExactBatch_cls(const GLExactBatch_cls&) = delete;
     GLExactBatch_cls& operator=(const GLExactBatch_cls&) = delete;
@@ -60,6 +61,7 @@ private:
     unsigned mShaderType;
     int mLightNumber;
     bool mbMaterials;
+    bool mbEachBlends;
     bool mbMade = false;
     bool mbNear = false;    ///< the program in use
     float mMaxPoint = 1.0f; ///< pixels

@@ -45,8 +45,10 @@ GLSphereBatch_cls::GLSphereBatch_cls(std::vector<float>& storage, const SphereSt
                                      const ViewScale_cls& view)
     : mLevel(static_cast<int>(std::min(style.mQuality, 2u)) + 1),
       mStride(style.mbMaterials ? kMaxStride : kMaterial), mStyle(style), mView(view) {
+    if (style.mbEachBlends) glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
     if (style.mQuality >= kExact && view.IsPlain()) {
-        mExact.emplace(storage, style.mShaderType, style.mLightNumber, style.mbMaterials, view);
+        mExact.emplace(storage, style.mShaderType, style.mLightNumber, style.mbMaterials, style.mbEachBlends,
+                       view);
         if (mExact->IsMade()) {
             mForm = Form::Exact;
             return;
@@ -79,7 +81,7 @@ bool GLSphereBatch_cls::HasExact(const ViewScale_cls& view) {
 void GLSphereBatch_cls::BeginMesh() {
     GpCSphere->BeginArrays(mLevel);
     ShaderCtrl_cls* pShader = GLAttribute_cls::mspCShaderCtrl;
-    if (!pShader || !pShader->BeginSpheres(mStyle.mShaderType, mStyle.mLightNumber)) {
+    if (!pShader || !pShader->BeginSpheres(mStyle.mShaderType, mStyle.mLightNumber, mStyle.mbEachBlends)) {
         mForm = Form::Fixed;
         if (pShader) pShader->BeginShader(mStyle.mShaderType, mStyle.mLightNumber);
         return;
@@ -114,9 +116,10 @@ float GLSphereBatch_cls::AddExact(const float* pPos, float radius, const SphereM
 // Opaque spheres hide what they cover, blended or not; unblended is cheaper.
 void GLSphereBatch_cls::Flush() {
     if (mCount == 0 && (!mExact || mExact->IsEmpty())) return;
-    const bool bBlend = mStyle.mbAdditive || mMinAlpha < 1.0f;
+    const bool bBlend = (mStyle.mbEachBlends ? mbAdds : mStyle.mbAdditive) || mMinAlpha < 1.0f;
     (bBlend ? glEnable : glDisable)(GL_BLEND);
     mMinAlpha = 1.0f;
+    mbAdds = false;
     switch (mForm) {
     case Form::Exact:
         mExact->Flush(bBlend);
@@ -150,6 +153,8 @@ void GLSphereBatch_cls::DrawFixed(const float* p) {
         std::copy_n(p + kMaterial + 4, 4, material.mDiffuse);
         std::copy_n(p + kMaterial + 8, 4, material.mSpecular);
         SetGLMaterial(material);
+        if (mStyle.mbEachBlends) // the fixed pipeline doesn't multiply by the alpha
+            glBlendFunc(GL_SRC_ALPHA, material.mAmbient[3] == 0.0f ? GL_ONE : GL_ONE_MINUS_SRC_ALPHA);
     }
     glPushMatrix();
     glTranslatef(p[0], p[1], p[2]);

@@ -15,12 +15,13 @@ struct SphereStyle_st {
     unsigned mShaderType = 0; ///< a ShaderCtrl_cls::Type
     unsigned mQuality = 0;    ///< 0 to 2: meshes of level quality + 1; 3: exact
     int mLightNumber = 0;
-    bool mbMaterials = false; ///< each sphere has its own material, else that of glMaterial
-    bool mbAdditive = false;  ///< as the blend function is set
+    bool mbMaterials = false;  ///< each sphere has its own material, else that of glMaterial
+    bool mbAdditive = false;   ///< as the blend function is set, unless each sphere tells
+    bool mbEachBlends = false; ///< the alpha of the ambient colour says 1: covers, or 0: adds; with materials
 
     bool operator==(const SphereStyle_st& o) const {
         return mShaderType == o.mShaderType && mQuality == o.mQuality && mLightNumber == o.mLightNumber &&
-               mbMaterials == o.mbMaterials && mbAdditive == o.mbAdditive;
+               mbMaterials == o.mbMaterials && mbAdditive == o.mbAdditive && mbEachBlends == o.mbEachBlends;
     }
 };
 
@@ -30,8 +31,8 @@ public:
     static constexpr int kMeshCapacity = 2048; ///< spheres a call
     static constexpr int kMaxStride = 16;      ///< floats: place, radius, and unless all are alike material
 
-    /// Lighting, blend function and depth state are the caller's; `storage` too, for the next use. An exact
-    /// style that this OpenGL or this view doesn't allow becomes the finest mesh.
+    /// Lighting, depth state and, unless each sphere tells, blend function are the caller's; `storage` too,
+    /// for the next use. An exact style that this OpenGL or this view doesn't allow becomes the finest mesh.
     GLSphereBatch_cls(std::vector<float>& storage, const SphereStyle_st& style, const ViewScale_cls& view);
     ~GLSphereBatch_cls();
     GLSphereBatch_cls(const GLSphereBatch_cls&) = delete;
@@ -43,6 +44,7 @@ public:
         radius = radius < 0.0f ? -radius : radius;
         if (!IsDrawable(pPos, radius)) return 0.0f;
         mMinAlpha = material.mDiffuse[3] < mMinAlpha ? material.mDiffuse[3] : mMinAlpha;
+        mbAdds |= mStyle.mbEachBlends && material.mAmbient[3] == 0.0f;
         return mForm == Form::Exact ? AddExact(pPos, radius, material) : AddMesh(pPos, radius, material);
     }
     /// Draw what has been gathered; needed before a change of state.
@@ -66,6 +68,7 @@ private:
     int mLevel;
     int mStride;            ///< floats
     float mMinAlpha = 1.0f; ///< of what is gathered
+    bool mbAdds = false;    ///< some of that
     SphereStyle_st mStyle;
     const ViewScale_cls& mView;
     Form mForm = Form::Fixed;

@@ -36,13 +36,14 @@ SequentialLooks_st GatherSequentialLooks(SnapData_cls& snap, GLAttribute_cls** p
     bool bFirst = true;
     int sphereClasses = 0;
     bool bVaried = false;
-    bool bBlends[2] = {false, false}; // of billboards: cover, add
+    bool bBlends[2][2] = {}; // of billboards, spheres: cover, add
     for (unsigned c = 0; c < kSequentialClasses; ++c) {
         ClassLook_st& look = looks.look[c];
         look = TakeLook(*ppAttribute[c], snap, bOccurs[c], widening);
         if (!bOccurs[c]) continue;
         looks.bBillboards |= look.drawType == 1;
-        if (look.drawType == 1) bBlends[look.bAdditive ? 1 : 0] = true;
+        if (look.drawType == 1 || look.drawType == 2)
+            bBlends[look.drawType - 1][look.bAdditive ? 1 : 0] = true;
         if (look.drawType == 2) {
             ++sphereClasses;
             bVaried |= !look.spheres.IsConstant() || look.bAlphaByRadius;
@@ -60,7 +61,8 @@ SequentialLooks_st GatherSequentialLooks(SnapData_cls& snap, GLAttribute_cls** p
         looks.bMixedBlend |= look.bAdditive != looks.bAdditive;
         bFirst = false;
     }
-    looks.bMixedBillboards = bBlends[0] && bBlends[1];
+    looks.bMixedBillboards = bBlends[0][0] && bBlends[0][1];
+    looks.bMixedSpheres = bBlends[1][0] && bBlends[1][1];
     looks.bOneMaterial = sphereClasses == 1 && !bVaried;
     return looks;
 }

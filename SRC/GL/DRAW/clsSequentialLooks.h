@@ -30,6 +30,7 @@ struct SequentialLooks_st {
     bool bAllPoints = true;
     bool bBillboards = false;
     bool bMixedBillboards = false; ///< some cover, some add
+    bool bMixedSpheres = false;    ///< some cover, some add
     bool bExact = false;
     bool bOneMaterial = false; ///< of all spheres
     // Of points.
