@@ -30,6 +30,16 @@ bool IsOpaque(const SnapData_cls& snap) {
     return alpha >= 1.0f;
 }
 
+void SetPointState(const SnapData_cls& snap, bool bAdditive) {
+    glEnable(GL_BLEND);
+    glEnable(GL_DEPTH_TEST);
+    glDepthMask(GL_FALSE);
+    glDisable(GL_LIGHTING);
+    glDisable(GL_TEXTURE_2D);
+    SetBlend(bAdditive);
+    if (!bAdditive && IsOpaque(snap)) glDisable(GL_BLEND);
+}
+
 // Keeps one batch open, and closes it where the next particle needs another one: the order of the list is
 // the order of drawing.
 class SequentialBatches_cls {
@@ -170,13 +180,7 @@ void GLDrawData_cls::GLDrawSequential(int face, SnapData_cls* pSnap, GLAttribute
     const ViewScale_cls view;
 
     if (msbListIsIdentity && looks.bAllPoints && !looks.bMixedSize && !looks.bMixedBlend) {
-        glEnable(GL_BLEND);
-        glEnable(GL_DEPTH_TEST);
-        glDepthMask(GL_FALSE);
-        glDisable(GL_LIGHTING);
-        glDisable(GL_TEXTURE_2D);
-        SetBlend(looks.bAdditive);
-        if (!looks.bAdditive && IsOpaque(*pSnap)) glDisable(GL_BLEND);
+        SetPointState(*pSnap, looks.bAdditive);
         DrawStraight(pSnap, number, looks.size, true);
         CheckGLErrors("points of all classes, straight");
         return;

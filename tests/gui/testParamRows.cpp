@@ -1,0 +1,123 @@
+// The time lines as a whole: layout, groups and rows, zoom, and the areas of the ruler.
+#include "ParamLinesTest.h"
+
+namespace {
+
+using ParamRows = ParamLinesTest;
+
+TEST_F(ParamRows, LayoutKeepsRulerAndPlayPanelAndStandsInLine) {
+    EXPECT_EQ(Lines()->GetRows().size(), 7u);
+    Frame()->FitSplitterWindow(true);
+    Settle();
+    EXPECT_EQ(Half()->GetSize().y, Hub()->mDisplayHeight > 1050 ? 210 : 150);
+    EXPECT_GE(Strips()->GetClientSize().y, 2 * Lines()->GetLook().mRow);
+    EXPECT_LE(Half()->GetPCPlayCtrl()->GetRect().GetBottom(), Half()->GetClientSize().y);
+    const int left = Half()->GetPCSlider()->GetScreenPosition().x;
+    EXPECT_EQ(Strips()->GetScreenPosition().x, left);
+    EXPECT_EQ(left - Half()->GetScreenPosition().x, Half()->FromDIP(228));
+    for (const int frame : {0, 7, 19})
+        EXPECT_EQ(Half()->GetPCSlider()->GetScale().ToPixel(frame), Strips()->GetScale().ToPixel(frame));
+    // However low the panel, the play panel is seen whole.
+    const wxSize size = Half()->GetSize();
+    Half()->SetSize(size.x, 80);
+    EXPECT_EQ(Half()->GetPCPlayCtrl()->GetRect().GetBottom(), 79);
+    Half()->SetSize(size);
+    Snap("layout");
+}
+
+TEST_F(ParamRows, GroupsFoldHideAndShow) {
+    ClickZone(PLACE, TreeZone::FOLD);
+    EXPECT_EQ(Lines()->GetRows().size(), 4u);
+    const wxRect name = Tree()->GetZoneRect(0, TreeZone::NAME);
+    MoveTo(Tree(), wxPoint(name.x + 10, name.y + 10));
+    wxUIActionSimulator().MouseDblClick();
+    Settle();
+    EXPECT_EQ(Lines()->GetRows().size(), 7u);
+    ClickZone(RIG, TreeZone::FOLD);
+    EXPECT_EQ(Lines()->GetRows().size(), 11u) << "the folder's group, with its curves";
+    EXPECT_EQ(Lines()->GetRows()[7].mDepth, 1);
+    MoveTo(Tree(), wxPoint(60, 10));
+    ClickZone(PLACE, TreeZone::SHY);
+    EXPECT_TRUE(mpPlace->mbShy);
+    EXPECT_EQ(Lines()->GetRows().size(), 11u) << "shy counts in shy mode";
+    const wxRect shy = Half()->GetPCHeader()->GetButtonRect("Shy mode");
+    Click(Half()->GetPCHeader(), wxPoint(shy.x + 5, shy.y + 5));
+    EXPECT_EQ(Lines()->GetRows().size(), 7u);
+    Lines()->ShowGroup(mpFade.get(), false);
+    EXPECT_EQ(Lines()->GetRows().size(), 5u);
+}
+
+TEST_F(ParamRows, RowsAreSelectedForTheGraph) {
+    ClickZone(PLACE_X, TreeZone::NAME);
+    EXPECT_EQ(Lines()->GetSelectedCurves(), Curves({&X(*mpPlace)}));
+    With(WXK_SHIFT, [] { ClickZone(PLACE_Z, TreeZone::NAME); });
+    EXPECT_EQ(Lines()->GetSelectedCurves().size(), 3u);
+    With(WXK_CONTROL, [] { ClickZone(PLACE_Y, TreeZone::NAME); });
+    EXPECT_EQ(Lines()->GetSelectedCurves(), Curves({&X(*mpPlace), &mpPlace->mVParams[2]}));
+    ClickZone(RIG, TreeZone::NAME);
+    EXPECT_EQ(Lines()->GetSelectedCurves().size(), 3u) << "a folder stands for what is in it";
+    Key(WXK_UP);
+    EXPECT_EQ(Lines()->GetSelectedCurves(), Curves({&X(*mpFade)}));
+}
+
+TEST_F(ParamRows, WheelZoomsAroundThePointerScrollsAndPans) {
+    Time()->SetMaxFrameNative(1000);
+    Time()->SetAAMinNative(0);
+    Time()->SetAAMaxNative(1000);
+    Menu(ID_REFRESH_TL);
+    const wxPoint point(Strips()->GetScale().ToPixel(700), 10);
+    const int there = Strips()->GetScale().ToFrame(point.x);
+    With(WXK_CONTROL, [&] { Wheel(Strips(), point, 4); });
+    const int shown = Time()->GetAAMax() - Time()->GetAAMin();
+    EXPECT_NEAR(shown, 410, 3);
+    EXPECT_NEAR(Strips()->GetScale().ToFrame(point.x), there, 1);
+    const int first = Time()->GetAAMin();
+    With(WXK_SHIFT, [&] { Wheel(Strips(), point, -1); });
+    EXPECT_EQ(Time()->GetAAMax() - Time()->GetAAMin(), shown);
+    EXPECT_NEAR(Time()->GetAAMin() - first, shown / 10, 1);
+    // With the middle button the frame stays under the pointer.
+    const int held = Strips()->GetScale().ToFrame(300);
+    Drag(Strips(), wxPoint(300, 10), wxPoint(400, 10), 2);
+    EXPECT_NEAR(Strips()->GetScale().ToFrame(400), held, 1);
+    const wxRect all = Half()->GetPCHeader()->GetButtonRect("Show the whole film");
+    Click(Half()->GetPCHeader(), wxPoint(all.x + 5, all.y + 5));
+    EXPECT_EQ(Time()->GetAAMin(), 0);
+    EXPECT_EQ(Time()->GetAAMax(), 1000);
+    const int top = Lines()->GetRowScale().mTop;
+    Wheel(Strips(), point, -1);
+    EXPECT_EQ(Lines()->GetRowScale().mTop - top,
+              std::min(2 * Lines()->GetLook().mRow, Lines()->GetRowScale().ClampTop(10000)));
+}
+
+TEST_F(ParamRows, RulerShowsKeysAndDragsAreas) {
+    MakeKeys(ALPHA, {5, 12});
+    Menu(ID_REFRESH_TL);
+    FrameSlider_cls* slider = Half()->GetPCSlider();
+    ASSERT_EQ(slider->GetTags().size(), 20u);
+    for (int frame = 0; frame < 20; ++frame)
+        EXPECT_EQ(slider->GetTags()[size_t(frame)], frame == 0 || frame == 5 || frame == 12) << frame;
+    const FrameScale scale = slider->GetScale();
+    const int work = slider->GetBandY(2);
+    const int film = slider->GetBandY(0);
+    Drag(slider, wxPoint(scale.ToPixel(19), work), wxPoint(scale.ToPixel(12), work));
+    EXPECT_EQ(Time()->GetWAMax(), 12);
+    Drag(slider, wxPoint(scale.ToPixel(0), work), wxPoint(scale.ToPixel(4), work));
+    EXPECT_EQ(Time()->GetWAMin(), 4);
+    Drag(slider, wxPoint(scale.ToPixel(8), work), wxPoint(scale.ToPixel(11), work));
+    EXPECT_EQ(Time()->GetWAMin(), 7);
+    EXPECT_EQ(Time()->GetWAMax(), 15);
+    EXPECT_EQ(Time()->GetFrame(), 0) << "the frame stays";
+    Click(slider, wxPoint(scale.ToPixel(9), work));
+    EXPECT_EQ(Time()->GetFrame(), 9) << "a click into the area goes there";
+    Drag(slider, wxPoint(slider->GetFilmScale().ToPixel(19), film),
+         wxPoint(slider->GetFilmScale().ToPixel(10), film));
+    EXPECT_EQ(Time()->GetAAMax(), 10);
+    Drag(slider, wxPoint(slider->GetFilmScale().ToPixel(5), film),
+         wxPoint(slider->GetFilmScale().ToPixel(9), film));
+    EXPECT_EQ(Time()->GetAAMin(), 4);
+    EXPECT_EQ(Time()->GetAAMax(), 14);
+    Settle();
+    Snap("ruler");
+}
+
+} // namespace
