@@ -6,7 +6,9 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <utility>
 
+#include "GL/DRAW/clsDepthSort.h"
 #include "GL/DRAW/clsZSort.h"
 
 namespace {
@@ -83,6 +85,40 @@ TEST(ZSort, IsTheStableComparisonSortForEverySpreadOfKeys) {
     for (int spread = 0; spread < kSpreads; ++spread)
         for (const int number : {5000, 400000})
             ExpectStableOrder(SpreadList(number, spread), ("spread " + std::to_string(spread)).c_str());
+}
+
+// Else the order is right and only the time is wrong.
+TEST(ZSort, BucketsAreMonotoneAndHoldAboutAsManyEach) {
+    constexpr size_t kBuckets = 64;
+    std::mt19937 random(9);
+    std::uniform_real_distribution<float> even(0.0f, 1.0f);
+    std::normal_distribution<float> normal(0.0f, 100.0f);
+    for (int spread = 0; spread < 4; ++spread) {
+        DrawList_t list;
+        for (int i = 0; i < 200000; ++i) {
+            const float x = even(random);
+            // Even; around 0; even in its logarithm; one octave, and outliers on both sides.
+            const float keys[] = {x, normal(random), std::ldexp(1.0f + x, int(x * 240.0f) - 120),
+                                  i % 1000 == 0     ? kNaN
+                                  : i % 1000 == 500 ? -1e30f
+                                                    : 1.0f + x};
+            list.push_back({i, keys[spread], 1.0f});
+        }
+        const DepthBuckets_cls buckets(list, kBuckets);
+        std::vector<size_t> counts(kBuckets);
+        std::vector<std::pair<uint32_t, size_t>> found;
+        for (const ArrayAndIndex_cls& entry : list) {
+            const uint32_t order = OrderOfFloat(entry.mKey);
+            const size_t bucket = buckets.Find(order);
+            ASSERT_LT(bucket, kBuckets);
+            ++counts[bucket];
+            found.emplace_back(order, bucket);
+        }
+        EXPECT_LT(*std::max_element(counts.begin(), counts.end()), 4 * list.size() / kBuckets) << spread;
+        std::sort(found.begin(), found.end());
+        for (size_t i = 1; i < found.size(); ++i)
+            ASSERT_GE(found[i].second, found[i - 1].second) << spread;
+    }
 }
 
 TEST(ZSort, KeysPutTheFarthestFirstAndEveryStepthEntryOnce) {

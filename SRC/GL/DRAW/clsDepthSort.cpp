@@ -10,6 +10,7 @@ namespace {
 using Entry = ArrayAndIndex_cls;
 
 constexpr size_t kSample = 16384;
+constexpr size_t kTail = 256;         // the outermost share of the sample on either side has one cell alone
 constexpr size_t kBucketShare = 4096; // entries that a bucket is worth
 constexpr size_t kMaxBuckets = 512;   // as many places as memory takes entries for at the same time
 constexpr size_t kCached = 32768;     // entries that fit the second-level cache
@@ -22,9 +23,13 @@ DepthBuckets_cls::DepthBuckets_cls(const DrawList_t& list, size_t number)
     for (size_t i = 0; i < sample.size(); ++i)
         sample[i] = OrderOfFloat(list[i * list.size() / sample.size()].mKey);
     if (sample.empty()) return;
-    const auto [pLow, pHigh] = std::minmax_element(sample.begin(), sample.end());
+    // A few far outliers, or keys that are no numbers, leave the rest their cells.
+    const auto pLow = sample.begin() + static_cast<std::ptrdiff_t>(sample.size() / kTail);
+    const auto pHigh = sample.end() - 1 - static_cast<std::ptrdiff_t>(sample.size() / kTail);
+    std::nth_element(sample.begin(), pLow, sample.end());
     mLowest = *pLow;
-    while ((*pHigh - *pLow) >> mShift >= kCells)
+    std::nth_element(pLow, pHigh, sample.end());
+    while ((*pHigh - mLowest) >> mShift >= kCells)
         ++mShift;
     std::vector<uint32_t> counts(kCells);
     for (const uint32_t order : sample)
@@ -107,6 +112,13 @@ void RadixSort_cls::Sort(Entry* pFrom, Entry* pTo, size_t number) {
 
 namespace {
 
+/// A copy whose key holds the bits of OrderOfFloat.
+void TakeByOrder(const Entry& from, uint32_t order, Entry& to) {
+    to.mIndex = from.mIndex;
+    to.mKey = FloatOfBits(order);
+    to.mAlpha = from.mAlpha;
+}
+
 // Every thread counts and deals one share of the list; then each takes bucket after bucket.
 class Deal_cls {
 public:
@@ -114,9 +126,7 @@ public:
         : mList(list), mScratch(scratch), mThreads(size_t(threads)),
           mBuckets(list, std::clamp(list.size() / kBucketShare, size_t{1}, kMaxBuckets)),
           mVPlaces(mThreads, std::vector<uint32_t>(mBuckets.GetNumber())),
-          mVBegins(mBuckets.GetNumber() + 1) {
-        mScratch.resize(mList.size());
-    }
+          mVBegins(mBuckets.GetNumber() + 1) {}
 
     void Run() {
         OnThreads(int(mThreads), [this](int k) { Count(size_t(k)); });
@@ -161,10 +171,7 @@ private:
         for (size_t i = Begin(k); i < end; ++i) {
             const Entry& from = pList[i];
             const uint32_t order = OrderOfFloat(from.mKey);
-            Entry& to = pScratch[pPlaces[buckets.Find(order)]++];
-            to.mIndex = from.mIndex;
-            to.mKey = FloatOfBits(order);
-            to.mAlpha = from.mAlpha;
+            TakeByOrder(from, order, pScratch[pPlaces[buckets.Find(order)]++]);
         }
     }
 
@@ -190,5 +197,13 @@ private:
 void DepthSort_cls::Sort(DrawList_t& list, int threads) {
     // Kept from paint to paint: fresh pages cost as much as dealing.
     static DrawList_t sScratch;
-    Deal_cls(list, sScratch, threads).Run();
+    sScratch.resize(list.size());
+    if (threads > 1) {
+        Deal_cls(list, sScratch, threads).Run();
+        return;
+    }
+    // So few fit the cache as they are.
+    for (size_t i = 0; i < list.size(); ++i)
+        TakeByOrder(list[i], OrderOfFloat(list[i].mKey), sScratch[i]);
+    RadixSort_cls().Sort(sScratch.data(), list.data(), list.size());
 }

@@ -1,5 +1,5 @@
-// The sort behind ZSort_cls: entries are dealt to buckets of neighbouring keys, which fit a core's own cache,
-// and each bucket is sorted by radix there.
+// The sort behind ZSort_cls: many entries are dealt to buckets of neighbouring keys, which fit a core's own
+// cache, and each bucket is sorted by radix there.
 #pragma once
 
 #include <array>
