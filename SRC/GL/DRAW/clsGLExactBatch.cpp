@@ -41,6 +41,7 @@ GLExactBatch_cls::GLExactBatch_cls(std::vector<float>& storage, unsigned shaderT
     : mStride(bMaterials ? kBall + kMaterial : kBall), mCapacity(kRoom / mStride), mShaderType(shaderType),
       mLightNumber(lightNumber), mbMaterials(bMaterials), mbEachBlends(bEachBlends), mView(view) {
     if (!GLAttribute_cls::mspCShaderCtrl || !GLAttribute_cls::mspCShaderCtrl->HasExact()) return;
+    if (!UseProgram(false)) return; // this OpenGL refuses the form for these spheres alone
     const size_t room = 2 * kRoom + kSquareRun * 4 * (kBall + kMaterial + kCorner);
     if (storage.size() < room) storage.resize(room); // and never smaller: new room is filled
     mpData = storage.data();
@@ -51,7 +52,6 @@ GLExactBatch_cls::GLExactBatch_cls(std::vector<float>& storage, unsigned shaderT
     glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
     glEnable(GL_POINT_SPRITE);
     glEnable(GL_VERTEX_PROGRAM_POINT_SIZE);
-    UseProgram(false);
 }
 
 GLExactBatch_cls::~GLExactBatch_cls() {
@@ -71,10 +71,10 @@ void GLExactBatch_cls::CopyMaterial(const SphereMaterial_st& material, float* pO
     std::copy_n(material.mSpecular, 4, pOut + 8);
 }
 
-void GLExactBatch_cls::UseProgram(bool bNear) {
+bool GLExactBatch_cls::UseProgram(bool bNear) {
     mbNear = bNear;
-    GLAttribute_cls::mspCShaderCtrl->BeginExact(mShaderType, mLightNumber, mbMaterials, mbEachBlends, bNear,
-                                                mView.GetRays());
+    return GLAttribute_cls::mspCShaderCtrl->BeginExact(mShaderType, mLightNumber, mbMaterials, mbEachBlends,
+                                                       bNear, mView.GetRays());
 }
 
 // A point is cut off when its middle is off the screen, and has a limit to its size.

@@ -47,7 +47,7 @@ private:
     void TakeInOrder();
     void TakeByPlace();
     void Take(size_t from, size_t to);
-    void UseProgram(bool bNear);
+    bool UseProgram(bool bNear);
     void BindArrays(const float* pFirst, size_t stride, bool bCorners);
     void DrawPoints(size_t first, size_t end);
     void DrawSquares(size_t first, size_t end);
