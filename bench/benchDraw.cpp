@@ -20,7 +20,7 @@
 #include "GL/DRAW/clsGLDrawData.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSnap.h"
-#include "PDATA/clsSnapData.h"
+#include "GL/DRAW/clsSnapData.h"
 
 namespace {
 

@@ -18,9 +18,9 @@
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSnap.h"
 #include "PDATA/clsPeriodicBoundary.h"
-#include "PDATA/clsSnapData.h"
+#include "GL/DRAW/clsSnapData.h"
 #include "PDATA/clsThreadInterpolator.h"
-#include "PDATA/clsThreadSnapInterpolate.h"
+#include "GL/DRAW/clsThreadSnapInterpolate.h"
 
 namespace {
 

@@ -21,7 +21,7 @@
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
 #include "PDATA/clsPDataSnap.h"
-#include "PDATA/clsSnapData.h"
+#include "GL/DRAW/clsSnapData.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/clsDialogEXKey.h"
 
@@ -126,7 +126,7 @@ private:
 
 bool GetFrameRange(unsigned depend, int classIndex, float* pLow, float* pHigh) {
     const SnapData_cls* pSnap = GetDrawn();
-    if (pSnap && ParticleScalars_st::Of(*pSnap).GetRange(depend, classIndex, pLow, pHigh)) return true;
+    if (pSnap && pSnap->GetScalars().GetRange(depend, classIndex, pLow, pHigh)) return true;
     MsgBox(_("The frame on show has no particles of this attribute."), _("Fit range"));
     return false;
 }
@@ -168,8 +168,8 @@ void LinkColorCurveCtrl(Main_cls& hub, ColorCurveCtrl_cls& ctrl) {
         const SnapData_cls* pSnap = GetDrawn();
         const GLAttribute_cls* pAttribute = FindAttribute(hub, curve);
         if (!pSnap || !pAttribute) return {};
-        return ParticleScalars_st::Of(*pSnap).Count(curve.mDependType.mValue, ClassOf(hub, *pAttribute),
-                                                    curve.mScalingMin.mValue, curve.mScalingMax.mValue, bins);
+        return pSnap->GetScalars().Count(curve.mDependType.mValue, ClassOf(hub, *pAttribute),
+                                         curve.mScalingMin.mValue, curve.mScalingMax.mValue, bins);
     };
     ctrl.mHooks.mStamp = [&hub] { return GetStamp(hub); };
 }

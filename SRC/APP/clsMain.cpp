@@ -36,7 +36,7 @@
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSnap.h"
 #include "PDATA/clsPeriodicBoundary.h"
-#include "PDATA/clsSnapData.h"
+#include "GL/DRAW/clsSnapData.h"
 #include "SCENE/clsAnchorPath.h"
 #include "SCENE/clsCameraPath.h"
 #include "SCENE/clsLightSRCCtrl.h"

@@ -11,7 +11,7 @@
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSequence.h"
 #include "PDATA/clsPDataSnap.h"
-#include "PDATA/clsSnapData.h"
+#include "GL/DRAW/clsSnapData.h"
 
 namespace {
 

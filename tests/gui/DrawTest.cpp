@@ -12,7 +12,7 @@
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSnap.h"
-#include "PDATA/clsSnapData.h"
+#include "GL/DRAW/clsSnapData.h"
 
 DrawTest::DrawTest() = default;
 DrawTest::~DrawTest() = default;

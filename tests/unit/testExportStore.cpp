@@ -5,7 +5,7 @@
 #include <iterator>
 
 #include "PDATA/clsDataExporter.h"
-#include "PDATA/clsSnapData.h"
+#include "GL/DRAW/clsSnapData.h"
 #include "ReaderTestTools.h"
 #include "StoreFixture.h"
 

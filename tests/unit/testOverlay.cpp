@@ -8,7 +8,7 @@
 #include "GL/VIEW/clsInformation.h"
 #include "GL/VIEW/clsOverlay.h"
 #include "PARAM/clsUndoManager.h"
-#include "PDATA/clsSnapData.h"
+#include "GL/DRAW/clsSnapData.h"
 #include "StoreFixture.h"
 
 namespace {

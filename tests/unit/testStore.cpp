@@ -7,7 +7,7 @@
 
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLDrawData.h"
-#include "PDATA/clsSnapData.h"
+#include "GL/DRAW/clsSnapData.h"
 #include "PDATA/clsThreadInterpolator.h"
 
 namespace {

@@ -11,7 +11,7 @@
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLBillboardBatch.h"
 #include "GL/DRAW/clsViewScale.h"
-#include "PDATA/clsSnapData.h"
+#include "GL/DRAW/clsSnapData.h"
 
 namespace {
 

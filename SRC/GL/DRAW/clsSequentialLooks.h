@@ -2,7 +2,7 @@
 #pragma once
 
 #include "GL/DRAW/clsSphereLook.h"
-#include "PDATA/clsSnapData.h"
+#include "GL/DRAW/clsSnapData.h"
 
 class GLAttribute_cls;
 

@@ -5,7 +5,7 @@
 #include "GL/DRAW/clsGLDrawData.h"
 #include "GL/VIEW/clsInformationGUI.h"
 #include "PDATA/clsPDataBlock.h"
-#include "PDATA/clsSnapData.h"
+#include "GL/DRAW/clsSnapData.h"
 
 bool Information_cls::Values_st::operator==(const Values_st& other) const {
     return std::equal(mPos, mPos + 3, other.mPos) && mRadius == other.mRadius && mValue1 == other.mValue1 &&

@@ -4,6 +4,7 @@
 
 class GLAttribute_cls;
 class PDataBlock_cls;
+struct ParticleScalars_st;
 
 class SnapData_cls {
 public:
@@ -23,6 +24,8 @@ public:
     /// The values that drive a curve of an attribute: 0 colour, 1 ambient, 2 diffuse, 3 specular. A derived
     /// quantity is computed on first use; all curves share the first one that was asked for.
     void SetPValue1(float** ppOut, GLAttribute_cls* pAttribute, int which);
+    /// The scalars as they are drawn: values and radii at the time on show, computed ones from the block.
+    ParticleScalars_st GetScalars() const;
 
     PDataBlock_cls* mpCBlock; ///< source, not owned
     bool mbAllocated = false;

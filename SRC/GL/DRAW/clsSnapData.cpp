@@ -1,4 +1,4 @@
-#include "PDATA/clsSnapData.h"
+#include "GL/DRAW/clsSnapData.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,7 +17,7 @@
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
 #include "PDATA/clsPDataSnap.h"
-#include "PDATA/clsThreadSnapInterpolate.h"
+#include "GL/DRAW/clsThreadSnapInterpolate.h"
 
 namespace {
 
@@ -140,6 +140,18 @@ void SnapData_cls::SetPValue1(float** ppOut, GLAttribute_cls* pAttribute, int wh
     const unsigned depend = CurveOf(*pAttribute, which).mDependType.mValue;
     if (depend >= kFirstComputed) SetValue1Dash(depend);
     *ppOut = depend == 1 ? mpRadius : depend >= kFirstComputed && mbValue1Dash ? mpValue1Dash : mpValue1;
+}
+
+ParticleScalars_st SnapData_cls::GetScalars() const {
+    ParticleScalars_st scalars;
+    if (!mbAllocated) return scalars;
+    scalars = ParticleScalars_st::Of(*mpCBlock);
+    scalars.mpRadius = mpRadius;
+    scalars.mpValue1 = mpValue1;
+    scalars.mpType = mpType;
+    scalars.mNumber = mNumber;
+    scalars.mStep = mStep;
+    return scalars;
 }
 
 bool SnapData_cls::AllocateValue1Dash() {
