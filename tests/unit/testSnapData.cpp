@@ -5,10 +5,11 @@
 #include <memory>
 #include <numeric>
 
+#include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
-#include "PDATA/ParticleScalars.h"
 #include "GL/DRAW/clsSnapData.h"
 #include "GL/DRAW/clsThreadSnapInterpolate.h"
+#include "PDATA/ParticleScalars.h"
 
 namespace {
 

@@ -17,7 +17,7 @@ public:
     /// Does this snapshot serve the given block, time and step? Consumes GbSnapDataRefresh.
     bool IsItSameSnap(PDataBlock_cls* pBlock, double dt, int step) const;
     /// True if any attribute's colour depends on a computed quantity (depend value 2 or more).
-    static bool IsInterpolateRequired(GLAttribute_cls** ppAttribute);
+    static bool IsInterpolateRequired(GLAttribute_cls* const* ppAttribute);
     /// The block is about to give its arrays back while this snapshot may be on its way to the screen: take
     /// over what is borrowed. The snapshot serves no other draw after that.
     void TakeOverFromBlock();
