@@ -11,6 +11,7 @@
 #include "APP/clsMain.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
+#include "COMMON/ThreadStates.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "IMAGE/ImageCheck.h"
@@ -30,7 +31,6 @@ namespace {
 
 constexpr int kLinked = 7; // display mode of a view that looks through the camera path
 constexpr int kReadyTries = 10;
-constexpr int kUnusable = 2; // of a snapshot's file
 
 /// Adds the time of its scope.
 class MillisScope_cls {
@@ -46,12 +46,6 @@ private:
     long* mpSum;
     long mStart;
 };
-
-bool IsAnyThreadBusy() {
-    const bool bReader = GpCThreadReader.load() && !GbThreadReaderFinished.load(std::memory_order_acquire);
-    return bReader ||
-           (GpCThreadInterpolate.load() && !GbThreadInterpolateFinished.load(std::memory_order_acquire));
-}
 
 } // namespace
 
@@ -304,7 +298,7 @@ wxString FilmMaker_cls::FindUnreadable() const {
     const bool bMoves = index > first || mpCTime->IsForceInterpolation();
     const int last = bMoves ? first + 1 : first;
     for (int snapshot = first; snapshot <= last && mpCCanvas->mShowData.mValue; ++snapshot)
-        if (sequence->GetFilenameStatus(snapshot) == kUnusable)
+        if (sequence->GetFilenameStatus(snapshot) == FILE_UNUSABLE)
             return sequence->GetFilename(snapshot) + " can't be read";
     return wxString();
 }

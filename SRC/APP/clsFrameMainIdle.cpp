@@ -12,6 +12,7 @@
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
+#include "COMMON/ThreadStates.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
 #include "IMAGE/clsImageIO.h"
@@ -82,8 +83,7 @@ void FrameMain_cls::OnIdle(wxIdleEvent& event) {
 
 void FrameMain_cls::OnTimer(wxTimerEvent&) {
     // Safety net for a reader that ended between its last two stores.
-    if (GpCThreadReader.load() && GbThreadReaderFinished.load(std::memory_order_acquire))
-        GpCThreadReader.store(nullptr);
+    if (!IsReaderBusy()) ForgetReader();
     TellImageFailures();
     if (!mpCMain->mpCImgSequence->IsRendering()) GCImgIO.DropSpare(); // up to a gigabyte
     TickVideo();

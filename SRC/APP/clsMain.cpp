@@ -21,6 +21,7 @@
 #include "COMMON/MenuEvent.h"
 #include "COMMON/MsgBox.h"
 #include "COMMON/RuntimeFiles.h"
+#include "COMMON/ThreadStates.h"
 #include "COMMON/UpdateBits.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLDrawData.h"
@@ -169,12 +170,12 @@ bool Main_cls::IsTheIndexReady(int index, double frac) const {
 bool Main_cls::IsTheIndexLoaded(int index) const { return mpCPDataSeqCtrl->IsTheIndexLoaded(index); }
 
 void Main_cls::WaitThreadFinish() {
-    while (GpCThreadReader.load() && !GbThreadReaderFinished.load(std::memory_order_acquire))
+    while (IsReaderBusy())
         wxMilliSleep(10);
-    GpCThreadReader.store(nullptr);
-    while (GpCThreadInterpolate.load() && !GbThreadInterpolateFinished.load(std::memory_order_acquire))
+    ForgetReader();
+    while (IsInterpolatorBusy())
         wxMilliSleep(10);
-    GpCThreadInterpolate.store(nullptr);
+    ForgetInterpolator();
 }
 
 void Main_cls::OpenDataFile(const wxString& path) {

@@ -125,7 +125,7 @@ void DataLoaderGUI_cls::UpdateValues() {
 }
 
 void DataLoaderGUI_cls::UpdatePeriodicButtonLabel() {
-    const bool bOn = mpCLoader->mpCPeriodic && mpCLoader->mpCPeriodic->mCPeriodicType.mValue != 0;
+    const bool bOn = mpCLoader->mpCPeriodic && mpCLoader->mpCPeriodic->mCPeriodicType.mValue != PERIODIC_NONE;
     mpCButtonPeriodic->SetLabel(_("Periodic Boundary Condition") + (bOn ? " [ON]" : " [OFF]"));
 }
 

@@ -36,7 +36,7 @@ public:
     void SetSeqLength(int length) { mCFileSequence.mMaxOffset = length; }
 
     wxString GetFilename(int index) const;
-    int GetFilenameStatus(int index) const;
+    int GetFilenameStatus(int index) const; ///< a SnapFileStatus
     int GetParticleNumber(int index) const;
     double GetTime(int index) const;
     /// step (0..1) times the time from snapshot `index` to the next.

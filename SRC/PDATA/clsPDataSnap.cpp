@@ -9,6 +9,7 @@
 
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
+#include "COMMON/ThreadStates.h"
 #include "COMMON/clsUpdateStatusBar.h"
 #include "PDATA/SnapshotWriter.h"
 #include "PDATA/clsDataExporter.h"
@@ -31,12 +32,11 @@ void UpdateStatusTextOnly() {
 }
 
 void PollReader() {
-    for (int poll = 1; GpCThreadReader.load() && !GbThreadReaderFinished.load(std::memory_order_acquire);
-         ++poll) {
+    for (int poll = 1; IsReaderBusy(); ++poll) {
         wxMilliSleep(5);
         if (poll % 100 == 0) UpdateStatusTextOnly();
     }
-    GpCThreadReader.store(nullptr);
+    ForgetReader();
 }
 
 } // namespace
@@ -51,7 +51,7 @@ PDataSnap_cls::~PDataSnap_cls() {
 
 void PDataSnap_cls::SetFilePath(const wxString& path) {
     mStrFilePath = path;
-    mFileStatus = 0;
+    mFileStatus = FILE_UNCHECKED;
 }
 
 int PDataSnap_cls::GetParticleNumber() const {
@@ -59,15 +59,15 @@ int PDataSnap_cls::GetParticleNumber() const {
 }
 
 bool PDataSnap_cls::IsFileValid() {
-    if (mFileStatus == 0) LookForFile();
-    return mFileStatus == 1;
+    if (mFileStatus == FILE_UNCHECKED) LookForFile();
+    return mFileStatus == FILE_OPENS;
 }
 
 void PDataSnap_cls::LookForFile() {
     if (mStrFilePath.empty()) {
-        mFileStatus = 2;
+        mFileStatus = FILE_UNUSABLE;
     } else if (wxFileName::IsFileReadable(mStrFilePath)) {
-        mFileStatus = 1;
+        mFileStatus = FILE_OPENS;
     } else {
         SetUnusable(
             wxString::Format(_("%s: this file of the sequence can't be opened. Its frame shows no particles. "
@@ -77,7 +77,7 @@ void PDataSnap_cls::LookForFile() {
 }
 
 void PDataSnap_cls::SetUnusable(const wxString& text) {
-    mFileStatus = 2;
+    mFileStatus = FILE_UNUSABLE;
     Notice(mpCSequence->GetStrPath(), text);
 }
 
@@ -109,7 +109,7 @@ void PDataSnap_cls::PrepareData(bool bNeed, bool bWait) {
 
 void PDataSnap_cls::LoadData() {
     // A file may have gone since it was last read.
-    if (mFileStatus == 1) mFileStatus = 0;
+    if (mFileStatus == FILE_OPENS) mFileStatus = FILE_UNCHECKED;
     if (!IsFileValid()) return;
     mbLoaded.store(false);
     mbLoadStarted = mpCBlock->LoadData(mStrFilePath);
@@ -134,9 +134,9 @@ void PDataSnap_cls::WaitThreadInterpolate(PDataSnap_cls* pTarget, bool bExpect) 
 void PDataSnap_cls::WaitInterpolator() {
     if (!GpCThreadInterpolate.load()) return;
     const FlagScope_cls lock(GbGLLockForInterplateData);
-    while (GpCThreadInterpolate.load() && !GbThreadInterpolateFinished.load(std::memory_order_acquire))
+    while (IsInterpolatorBusy())
         wxMilliSleep(3);
-    GpCThreadInterpolate.store(nullptr);
+    ForgetInterpolator();
 }
 
 // True when the next snapshot's arrays are there or never will be.
@@ -185,9 +185,9 @@ void PDataSnap_cls::Clear(bool bForget) {
     if (bForget) {
         mTime = kTimeUnset;
         mStrFilePath.clear();
-        mFileStatus = 0;
-    } else if (mFileStatus == 2) {
-        mFileStatus = 0; // a second chance for what was missing or too large
+        mFileStatus = FILE_UNCHECKED;
+    } else if (mFileStatus == FILE_UNUSABLE) {
+        mFileStatus = FILE_UNCHECKED; // a second chance for what was missing or too large
     }
 }
 

@@ -5,6 +5,9 @@
 
 #include <wx/string.h>
 
+/// What is known of a snapshot's file.
+enum SnapFileStatus { FILE_UNCHECKED = 0, FILE_OPENS = 1, FILE_UNUSABLE = 2 };
+
 class DataExporter_cls;
 class PDataBlock_cls;
 class PDataSequence_cls;
@@ -55,7 +58,7 @@ public:
     double mTime = -9999.0;  ///< simulation time; -9999 when unset
     bool mbSnipping = false; ///< a key stands here: eviction prefers others
     wxString mStrFilePath;   ///< empty for unused slots
-    int mFileStatus = 0;     ///< 0 not checked, 1 opens, 2 can't be used
+    SnapFileStatus mFileStatus = FILE_UNCHECKED;
     bool mbLoadStarted = false;
     std::atomic<bool> mbLoaded{false}; ///< set by the reader (release)
     bool mbInterpolateStarted = false;

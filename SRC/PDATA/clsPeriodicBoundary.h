@@ -6,6 +6,11 @@
 #include "CONFITEM/clsConfItemList.h"
 #include "WIDGET/clsDialogControl.h"
 
+/// Values of the items below, as files hold them.
+enum PeriodicType : unsigned { PERIODIC_NONE = 0, PERIODIC_XY = 1, PERIODIC_XYZ = 2 };
+/// What a particle does that went round the box: take the shorter way, or stand still.
+enum PeriodicEffect : unsigned { PERIODIC_GUESS_VELOCITY = 0, PERIODIC_STAND_STILL = 1 };
+
 class PeriodicBoundary_cls : public DialogControl_cls {
 public:
     PeriodicBoundary_cls() { SetToDefault(); }
@@ -20,8 +25,8 @@ public:
     wxString Serialize() { return mCConfItemList.SerializeAll(); }
 
     ConfItemList_cls mCConfItemList;
-    ConfItemUINT_cls mCPeriodicType;       ///< 0 none, 1 x and y, 2 x, y and z
-    ConfItemUINT_cls mCPeriodicEffect;     ///< a wrapped particle: 0 guess its velocity, 1 stands still
+    ConfItemUINT_cls mCPeriodicType;       ///< a PeriodicType
+    ConfItemUINT_cls mCPeriodicEffect;     ///< a PeriodicEffect
     ConfItemFLOATARRAY_cls mCPeriodicSize; ///< factors of x, y, z
     ConfItemFLOATARRAY_cls mCPeriodicBaseVector0;
     ConfItemFLOATARRAY_cls mCPeriodicBaseVector1;

@@ -149,7 +149,7 @@ TEST_F(Store, VanishedFilesAreToldOnceAndSkipped) {
     for (const int index : {1, 3, 1, 3}) {
         mStore.PrepareIndex(index, 0.5, false, true);
         EXPECT_TRUE(mStore.IsTheIndexReady(index, 0.5, false));
-        EXPECT_EQ(Sequence().GetFilenameStatus(index), 2);
+        EXPECT_EQ(Sequence().GetFilenameStatus(index), FILE_UNUSABLE);
         EXPECT_EQ(Sequence().GetParticleNumber(index), 0);
     }
     ASSERT_EQ(mMessages.size(), 1u);

@@ -57,7 +57,7 @@ GLAttribute_cls::~GLAttribute_cls() {
 }
 
 float GLAttribute_cls::GetRadiusFactor() const {
-    return mRadiusType.mValue == 1 ? mRadiusFactorForConst.mValue : mRadiusFactor.mValue;
+    return mRadiusType.mValue == RADIUS_CONSTANT ? mRadiusFactorForConst.mValue : mRadiusFactor.mValue;
 }
 
 void GLAttribute_cls::RefreshTex() {

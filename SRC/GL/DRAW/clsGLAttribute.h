@@ -15,6 +15,18 @@ class PDataSequence_cls;
 class ShaderCtrl_cls;
 class wxWindow;
 
+/// Values of the items below, as files hold them. DRAW_BOTH draws nothing.
+enum DrawType : unsigned {
+    DRAW_POINT = 0,
+    DRAW_BILLBOARD = 1,
+    DRAW_SPHERE = 2,
+    DRAW_BOTH = 3,
+    DRAW_HIDE = 4
+};
+enum BlendType : unsigned { BLEND_ALPHA = 0, BLEND_ADDITIVE = 1 };
+enum RadiusType : unsigned { RADIUS_OF_DATA = 0, RADIUS_CONSTANT = 1 };
+enum AlphaType : unsigned { ALPHA_CONSTANT = 0, ALPHA_BY_RADIUS = 1 }; ///< ALPHA_BY_RADIUS: its power -2
+
 class GLAttribute_cls {
 public:
     GLAttribute_cls(PDataSequence_cls* pSequence, int seqIndex, int index, DrawOption_cls* pDrawOption);
@@ -53,14 +65,14 @@ public:
     unsigned mTexture = 0;    ///< GL texture name
     wxString mStrTextureFile; ///< that it was made of
     ConfItemList_cls mConfList;
-    ConfItemUINT_cls mDrawType;    ///< 0 point, 1 billboard, 2 sphere, 3 both, 4 hide
+    ConfItemUINT_cls mDrawType;    ///< a DrawType
     ConfItemUINT_cls mDrawQuality; ///< 0 low to 2 high; spheres: 3 exact, no mesh
-    ConfItemUINT_cls mBlendType;   ///< 0 alpha blend, 1 additive
-    ConfItemUINT_cls mRadiusType;  ///< 0 use data, 1 constant
+    ConfItemUINT_cls mBlendType;   ///< a BlendType
+    ConfItemUINT_cls mRadiusType;  ///< a RadiusType
     ConfItemFLOAT_cls mRadiusFactor;
     ConfItemFLOAT_cls mRadiusFactorForConst;
     ConfItemINT_cls mPointSize;   ///< pixels of the off-screen buffer
-    ConfItemUINT_cls mAlphaType;  ///< 0 constant, 1 power -2 of the radius
+    ConfItemUINT_cls mAlphaType;  ///< an AlphaType
     ConfItemUINT_cls mShaderType; ///< a ShaderCtrl_cls::Type
     ConfItemFLOAT_cls mAlphaFactor;
     ConfItemFLOAT_cls mAlphaDependBase;

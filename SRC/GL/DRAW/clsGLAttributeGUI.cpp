@@ -11,8 +11,6 @@
 
 namespace {
 
-enum DrawType { DRAW_POINT = 0, DRAW_BILLBOARD = 1, DRAW_SPHERE = 2, DRAW_BOTH = 3, DRAW_HIDE = 4 };
-
 NumSpec Range(double low, double high, double step, bool bRelative = false) {
     NumSpec spec;
     spec.mMin = low;
@@ -129,11 +127,11 @@ void GLAttributeGUI_cls::HideAndShow() {
     ShowRow(mRowShader, bSphere);
     ShowRow(mRowTexture, bBillboard);
     ShowRow(mRowRadiusType, bAny);
-    ShowRow(mRowRadiusFactor, bAny && a.mRadiusType.mValue != 1);
-    ShowRow(mRowRadiusConst, bAny && a.mRadiusType.mValue == 1);
+    ShowRow(mRowRadiusFactor, bAny && a.mRadiusType.mValue != RADIUS_CONSTANT);
+    ShowRow(mRowRadiusConst, bAny && a.mRadiusType.mValue == RADIUS_CONSTANT);
     ShowRow(mRowAlphaType, bAny);
-    ShowRow(mRowAlphaFactor, bAny && !(bBillboard && a.mAlphaType.mValue == 1));
-    ShowRow(mRowAlphaBase, bAny && a.mAlphaType.mValue == 1);
+    ShowRow(mRowAlphaFactor, bAny && !(bBillboard && a.mAlphaType.mValue == ALPHA_BY_RADIUS));
+    ShowRow(mRowAlphaBase, bAny && a.mAlphaType.mValue == ALPHA_BY_RADIUS);
     const bool bOwnColor = bPoint || bBillboard;
     const bool bCurve = a.mColor.mbUseColorCurve.mValue;
     ShowRow(mRowUseCurve, bOwnColor);

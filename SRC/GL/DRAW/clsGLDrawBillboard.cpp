@@ -25,7 +25,7 @@ constexpr int kManyBillboards = 600000;
 // even where all are drawn with one.
 struct BillboardAlpha {
     BillboardAlpha(const GLAttribute_cls& attribute, bool bMany, bool bOneRadius, float scale)
-        : bByRadius(attribute.mAlphaType.mValue == 1), bSkipFaint(bByRadius || bMany),
+        : bByRadius(attribute.mAlphaType.mValue == ALPHA_BY_RADIUS), bSkipFaint(bByRadius || bMany),
           bOwnRadius(bMany || !bOneRadius), limit(attribute.mAlphaMax.mValue),
           factor(bByRadius ? scale : scale * attribute.mAlphaFactor.mValue) {}
 
@@ -49,7 +49,8 @@ void SetBillboardState(GLAttribute_cls& attribute) {
     attribute.BindTexture();
     glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
     glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, attribute.mBlendType.mValue == 1 ? GL_ONE : GL_ONE_MINUS_SRC_ALPHA);
+    glBlendFunc(GL_SRC_ALPHA,
+                attribute.mBlendType.mValue == BLEND_ADDITIVE ? GL_ONE : GL_ONE_MINUS_SRC_ALPHA);
     glEnable(GL_DEPTH_TEST);
     glDepthMask(GL_FALSE);
 }
@@ -112,8 +113,8 @@ void GLDrawData_cls::GLDrawBillboardAll(int face, SnapData_cls* pSnap, GLAttribu
     color[3] *= pAttribute->mAlphaFactor.mValue;
     glColor4fv(color);
 
-    const bool bOneRadius = pAttribute->mRadiusType.mValue == 1;
-    const bool bColors = !pAttribute->mColor.IsConstant() || pAttribute->mAlphaType.mValue == 1;
+    const bool bOneRadius = pAttribute->mRadiusType.mValue == RADIUS_CONSTANT;
+    const bool bColors = !pAttribute->mColor.IsConstant() || pAttribute->mAlphaType.mValue == ALPHA_BY_RADIUS;
     const BillboardAlpha alpha(*pAttribute, bColors && number > kManyBillboards, bOneRadius,
                                static_cast<float>(GetSteppingAlphaFactorUnlimited(step)));
     const ViewScale_cls view;

@@ -64,7 +64,8 @@ int GLDrawData_cls::ZSort(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttri
         spListSnap = pSnap;
         sListNumber = pSnap->mNumber;
         const DrawOption_cls& option = *pAttribute->mpCDrawOption;
-        const bool bFacesEye = pAttribute->mDrawType.mValue == 1 && pAttribute->mDrawQuality.mValue == 1;
+        const bool bFacesEye =
+            pAttribute->mDrawType.mValue == DRAW_BILLBOARD && pAttribute->mDrawQuality.mValue == 1;
         ZSortAtFBO0(pSnap->mpPos ? pSnap->mNumber : 0, option.GetDownSizing(), pSnap->mpPos,
                     static_cast<int>(option.mSortOrder.mValue), bFacesEye ? 0 : 1);
     }

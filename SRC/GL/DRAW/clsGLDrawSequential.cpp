@@ -145,7 +145,7 @@ struct Kept {
 // Colours of points and billboards come from the snapshot, "AlphaFactro=" worked in.
 void TakeColor(Kept& kept, const SnapData_cls& snap, const ArrayAndIndex_cls& entry, unsigned type,
                const ClassLook_st& look, float radius, float stepping) {
-    const bool bByRadius = look.drawType == 1 && look.bAlphaByRadius;
+    const bool bByRadius = look.drawType == DRAW_BILLBOARD && look.bAlphaByRadius;
     if (type == kept.type && look.bConstantColor && !bByRadius) return;
     const float* pColor = snap.mpColor[entry.mIndex];
     std::copy_n(pColor, 4, kept.color);
@@ -204,17 +204,17 @@ void GLDrawData_cls::GLDrawSequential(int face, SnapData_cls* pSnap, GLAttribute
         const float* pPos = pSnap->mpPos[entry.mIndex];
         const float radius = look.bOneRadius ? look.radius : look.radius * pSnap->mpRadius[entry.mIndex];
         float cost = DrawProgress_cls::kCostVertex;
-        if (look.drawType == 0) {
+        if (look.drawType == DRAW_POINT) {
             TakeColor(kept, *pSnap, entry, type, look, radius, stepping);
             batches.AddPoint(pPos, kept.color, look);
             cost += look.size * look.size * DrawProgress_cls::kCostPixel;
-        } else if (look.drawType == 1) {
+        } else if (look.drawType == DRAW_BILLBOARD) {
             TakeColor(kept, *pSnap, entry, type, look, radius, stepping);
             if (!(kept.color[3] >= kFaint)) continue;
             if (look.quality > 0) GetVertexArrayLookAtCamera(pPos, facing);
             batches.AddBillboard(pPos, look.quality > 0 ? facing : flat, radius, kept.color, look);
             cost += view.GetArea(pPos, radius) * DrawProgress_cls::kCostPixel;
-        } else if (look.drawType == 2) {
+        } else if (look.drawType == DRAW_SPHERE) {
             TakeMaterial(kept, entry, type, look, radius, stepping);
             cost += batches.AddSphere(pPos, radius, kept.material, look);
         }

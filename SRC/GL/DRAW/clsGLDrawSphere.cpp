@@ -22,7 +22,8 @@ void SetSphereState(const GLAttribute_cls& attribute) {
     glDisable(GL_TEXTURE_2D);
     glDisable(GL_COLOR_MATERIAL);
     glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, attribute.mBlendType.mValue == 1 ? GL_ONE : GL_ONE_MINUS_SRC_ALPHA);
+    glBlendFunc(GL_SRC_ALPHA,
+                attribute.mBlendType.mValue == BLEND_ADDITIVE ? GL_ONE : GL_ONE_MINUS_SRC_ALPHA);
     glEnable(GL_DEPTH_TEST);
     glDepthMask(GL_TRUE);
 }
@@ -43,7 +44,7 @@ void GLDrawData_cls::GLDrawSphereAll(int face, SnapData_cls* pSnap, GLAttribute_
     const float scale = static_cast<float>(GetSteppingRadiusFactor(step)) * pAttribute->GetRadiusFactor();
     const float alphaFactor =
         pAttribute->mAlphaFactor.mValue * static_cast<float>(GetSteppingAlphaFactor(step));
-    const bool bOneRadius = pAttribute->mRadiusType.mValue == 1;
+    const bool bOneRadius = pAttribute->mRadiusType.mValue == RADIUS_CONSTANT;
 
     const GLAttribScope_cls attributes;
     SetSphereState(*pAttribute);
@@ -55,7 +56,8 @@ void GLDrawData_cls::GLDrawSphereAll(int face, SnapData_cls* pSnap, GLAttribute_
 
     const ViewScale_cls view;
     const SphereStyle_st style = {pAttribute->mShaderType.mValue, pAttribute->mDrawQuality.mValue,
-                                  mLightNumber, !look.IsConstant(), pAttribute->mBlendType.mValue == 1};
+                                  mLightNumber, !look.IsConstant(),
+                                  pAttribute->mBlendType.mValue == BLEND_ADDITIVE};
     CheckExact(style.mQuality >= GLSphereBatch_cls::kExact, view);
     DrawProgress_cls progress(number);
     GLSphereBatch_cls batch(mVBatch, style, view);

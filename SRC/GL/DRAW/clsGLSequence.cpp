@@ -112,19 +112,19 @@ void GLSequence_cls::Dispatch(int face) {
         return;
     }
     switch (pFirst->mDrawType.mValue) {
-    case 0:
+    case DRAW_POINT:
         if (pFirst->mColor.IsConstant())
             mpCGLDrawData->GLDrawPointArrayElement(face, pSnap, pFirst);
         else
             mpCGLDrawData->GLDrawPointAll(face, pSnap, pFirst);
         break;
-    case 1:
+    case DRAW_BILLBOARD:
         mpCGLDrawData->GLDrawBillboardAll(face, pSnap, pFirst);
         break;
-    case 2:
+    case DRAW_SPHERE:
         mpCGLDrawData->GLDrawSphereAll(face, pSnap, pFirst);
         break;
-    default: // both (3) and hide (4) draw nothing
+    default: // both and hide draw nothing
         break;
     }
 }

@@ -11,18 +11,19 @@ ClassLook_st TakeLook(GLAttribute_cls& attribute, SnapData_cls& snap, bool bOccu
     ClassLook_st look;
     look.drawType = attribute.mDrawType.mValue;
     look.bConstantColor = attribute.mColor.IsConstant();
-    look.bAdditive = attribute.mBlendType.mValue == 1;
+    look.bAdditive = attribute.mBlendType.mValue == BLEND_ADDITIVE;
     look.size = static_cast<float>(std::max(attribute.mPointSize.mValue, 1));
     look.radius = attribute.GetRadiusFactor() * widening;
-    look.bOneRadius = attribute.mRadiusType.mValue == 1;
-    look.bAlphaByRadius = attribute.mAlphaType.mValue == 1;
+    look.bOneRadius = attribute.mRadiusType.mValue == RADIUS_CONSTANT;
+    look.bAlphaByRadius = attribute.mAlphaType.mValue == ALPHA_BY_RADIUS;
     look.alphaMax = attribute.mAlphaMax.mValue;
     look.alphaBase = attribute.mAlphaDependBase.mValue * attribute.mAlphaDependBase.mValue;
     look.alphaFactor = attribute.mAlphaFactor.mValue;
     look.quality = attribute.mDrawQuality.mValue;
     look.shaderType = attribute.mShaderType.mValue;
-    if (bOccurs && look.drawType == 2) look.spheres = SphereLook_cls(attribute, snap);
-    if (look.drawType == 2 && !GLAttribute_cls::mspCShaderCtrl) look.drawType = 4; // before any view
+    if (bOccurs && look.drawType == DRAW_SPHERE) look.spheres = SphereLook_cls(attribute, snap);
+    if (look.drawType == DRAW_SPHERE && !GLAttribute_cls::mspCShaderCtrl)
+        look.drawType = DRAW_HIDE; // before any view
     return look;
 }
 
@@ -41,15 +42,15 @@ SequentialLooks_st GatherSequentialLooks(SnapData_cls& snap, GLAttribute_cls** p
         ClassLook_st& look = looks.look[c];
         look = TakeLook(*ppAttribute[c], snap, bOccurs[c], widening);
         if (!bOccurs[c]) continue;
-        looks.bBillboards |= look.drawType == 1;
-        if (look.drawType == 1 || look.drawType == 2)
-            bBlends[look.drawType - 1][look.bAdditive ? 1 : 0] = true;
-        if (look.drawType == 2) {
+        looks.bBillboards |= look.drawType == DRAW_BILLBOARD;
+        if (look.drawType == DRAW_BILLBOARD || look.drawType == DRAW_SPHERE)
+            bBlends[look.drawType - DRAW_BILLBOARD][look.bAdditive ? 1 : 0] = true;
+        if (look.drawType == DRAW_SPHERE) {
             ++sphereClasses;
             bVaried |= !look.spheres.IsConstant() || look.bAlphaByRadius;
         }
-        looks.bExact |= look.drawType == 2 && look.quality >= GLSphereBatch_cls::kExact;
-        if (look.drawType != 0) {
+        looks.bExact |= look.drawType == DRAW_SPHERE && look.quality >= GLSphereBatch_cls::kExact;
+        if (look.drawType != DRAW_POINT) {
             looks.bAllPoints = false;
             continue;
         }

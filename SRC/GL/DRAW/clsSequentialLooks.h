@@ -1,15 +1,15 @@
 // How the four classes of particles look when all are drawn in one pass.
 #pragma once
 
+#include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsSnapData.h"
 #include "GL/DRAW/clsSphereLook.h"
+#include "PDATA/ParticleArrays.h"
 
-class GLAttribute_cls;
-
-constexpr unsigned kSequentialClasses = 4;
+constexpr unsigned kSequentialClasses = kParticleClasses;
 
 struct ClassLook_st {
-    unsigned drawType = 4;
+    unsigned drawType = DRAW_HIDE;
     bool bConstantColor = true; ///< of points and billboards
     bool bAdditive = false;
     float size = 1.0f;   ///< of points, pixels
@@ -42,8 +42,7 @@ struct SequentialLooks_st {
 
 /// Types past the last class count as the first.
 inline unsigned GetSequentialClass(const SnapData_cls& snap, int index) {
-    const unsigned type = snap.mpType ? snap.mpType[index] : 0u;
-    return type < kSequentialClasses ? type : 0u;
+    return snap.mpType ? static_cast<unsigned>(GetParticleClass(snap.mpType[index])) : 0u;
 }
 
 /// `widening` is what downsizing does to radii.

@@ -9,6 +9,7 @@
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
 #include "COMMON/RuntimeFiles.h"
+#include "COMMON/ThreadStates.h"
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/BASE/clsGLTexture.h"
@@ -248,8 +249,7 @@ bool MainGLCanvas_cls::CheckGLRefresh(int frame, int step) {
     const bool bBlurDone = !blur.mbBlur || blur.GetFactor() == mPaintedBlurFactor;
     if (frame == mPaintedFrame && step == mPaintedStep && bBlurDone) return true;
     if (mbPaintQueued) return false;
-    const bool bReading = GpCThreadReader.load() && !GbThreadReaderFinished.load(std::memory_order_acquire);
-    if (mbLoading && bReading && frame == mWaitFrame && step == mWaitStep)
+    if (mbLoading && IsReaderBusy() && frame == mWaitFrame && step == mWaitStep)
         return false; // its end will wake us
     RefreshForOutput();
     return false;

@@ -14,7 +14,6 @@
 namespace {
 
 constexpr double kTimeUnset = -9999.0;
-constexpr unsigned kSphere = 2; // draw type
 
 } // namespace
 
@@ -31,7 +30,7 @@ void MainGLCanvas_cls::DrawOverlays(int w, int h, bool bToImage) {
     const ColorCurve_cls* curves[GLSequence_cls::kAttributeNumber];
     for (int i = 0; i < GLSequence_cls::kAttributeNumber; ++i) {
         const GLAttribute_cls& attribute = *GLSequence_cls::Of(sequence).mpCGLAttribute[i];
-        curves[i] = attribute.mDrawType.mValue == kSphere ? &attribute.mAmbient : &attribute.mColor;
+        curves[i] = attribute.mDrawType.mValue == DRAW_SPHERE ? &attribute.mAmbient : &attribute.mColor;
     }
     mspCDrawClrLegend->DrawClrLegend(curves, w, h, target);
     CheckGLErrors("overlays");

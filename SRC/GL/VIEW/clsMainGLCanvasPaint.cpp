@@ -10,6 +10,7 @@
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
+#include "COMMON/ThreadStates.h"
 #include "COMMON/clsMyVector.h"
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLInfo.h"
@@ -48,14 +49,6 @@ public:
 private:
     bool& mbPainting;
 };
-
-bool IsReaderBusy() {
-    return GpCThreadReader.load() && !GbThreadReaderFinished.load(std::memory_order_acquire);
-}
-
-bool IsInterpolatorBusy() {
-    return GpCThreadInterpolate.load() && !GbThreadInterpolateFinished.load(std::memory_order_acquire);
-}
 
 } // namespace
 
@@ -145,10 +138,10 @@ MainGLCanvas_cls::DataState MainGLCanvas_cls::WaitForFrame() {
             mpCFrame->PrepareTheFrame(-1);
             continue;
         }
-        if (!IsReaderBusy() && !IsInterpolatorBusy())
+        if (!IsAnyThreadBusy())
             mpCFrame->GetPCDataSeqCtrl()->PrepareIndex(whole, index - whole, time.IsForceInterpolation(),
                                                        false);
-        while ((IsReaderBusy() || IsInterpolatorBusy()) && !mpCFrame->IsTheFrameReady(-1)) {
+        while (IsAnyThreadBusy() && !mpCFrame->IsTheFrameReady(-1)) {
             if (mCWaitWatch.Time() > kWaitMillis) return DataState::Loading;
             wxMilliSleep(kPollMillis);
         }

@@ -40,7 +40,7 @@ CacheState CacheBar_cls::GetState(int frame) const {
     if (index < 0 || index >= PDataSequence_cls::kMaxSnap) return CacheState::Empty;
     const PDataSnap_cls* snap = sequence->mpCSnap[index];
     if (!snap || snap->mStrFilePath.empty()) return CacheState::Empty;
-    if (snap->mFileStatus == 2) return CacheState::Unreadable;
+    if (snap->mFileStatus == FILE_UNUSABLE) return CacheState::Unreadable;
     if (snap->mbInterpolated.load(std::memory_order_acquire)) return CacheState::Interpolated;
     if (snap->mbLoaded.load(std::memory_order_acquire)) return CacheState::Loaded;
     return snap->mbLoadStarted ? CacheState::Loading : CacheState::Empty;
