@@ -96,7 +96,7 @@ private:
     /// False when the user had enough of it.
     bool LookAt(int index, wxProgressDialog& progress) {
         PDataSnap_cls& snap = *mSequence.mpCSnap[index];
-        const bool bSlopes = mDepend >= 6 && mDepend <= 9; // velocities are drawn as slopes
+        const bool bSlopes = ParticleScalars_st::NeedsSlopes(mDepend);
         int evicted = 0;
         while (!snap.IsItReady(bSlopes)) {
             const bool bWasStarted = snap.mbLoadStarted;
@@ -154,6 +154,7 @@ size_t GetStamp(const Main_cls& hub) {
 
 void LinkColorCurveCtrl(Main_cls& hub, ColorCurveCtrl_cls& ctrl) {
     ctrl.mHooks.mCurves = [&hub] { return CollectCurves(hub); };
+    ctrl.mHooks.mDependLabels = ParticleScalars_st::GetLabels;
     ctrl.mHooks.mIsDriven = [&hub](const ColorCurve_cls& curve) {
         return FindAttribute(hub, curve) != nullptr;
     };

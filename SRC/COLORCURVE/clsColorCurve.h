@@ -101,7 +101,7 @@ public:
     ConfItemFLOATARRAY_cls mConstantColor; ///< RGBA, 0..1
     ConfItemFLOAT_cls mScalingMin;
     ConfItemFLOAT_cls mScalingMax;
-    /// 0 value, 1 radius, 2 |position|, 3-5 x y z, 6 |velocity|, 7-9 vx vy vz, 10 ID.
+    /// Which of the data's scalars drives the curve; the owner of the data knows them.
     ConfItemUINT_cls mDependType;
     const std::unique_ptr<ParamGroup_cls> mpCParamGroup;
 

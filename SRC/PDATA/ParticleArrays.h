@@ -1,4 +1,4 @@
-// The arrays of one snapshot as a reader fills them: parallel arrays, one index a particle.
+// The arrays of one snapshot: parallel arrays, one index a particle. PDATA/ParticleColumns.h lists them.
 #pragma once
 
 /// Classes of particles: a particle's type is its class, and types past the last one count as class 0.

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include <wx/intl.h>
+
 #include "COMMON/DataLoops.h"
 #include "PDATA/clsPDataBlock.h"
 
@@ -30,35 +32,86 @@ void Numbers(float* pOut, const int* pID, long long count) {
         pOut[i] = static_cast<float>(pID[i]);
 }
 
+using Vectors = float (*ParticleArrays_st::*)[3];
+
+template <Vectors VECTORS>
+bool FillLength(float* pOut, const ParticleArrays_st& arrays, long long begin, long long end) {
+    if (!(arrays.*VECTORS)) return false;
+    Lengths(pOut, arrays.*VECTORS + begin, end - begin);
+    return true;
+}
+
+template <Vectors VECTORS, int AXIS>
+bool FillComponent(float* pOut, const ParticleArrays_st& arrays, long long begin, long long end) {
+    if (!(arrays.*VECTORS)) return false;
+    Components(pOut, (arrays.*VECTORS)[begin] + AXIS, end - begin);
+    return true;
+}
+
+bool FillID(float* pOut, const ParticleArrays_st& arrays, long long begin, long long end) {
+    if (!arrays.mpID) return false;
+    Numbers(pOut, arrays.mpID + begin, end - begin);
+    return true;
+}
+
+constexpr Vectors kPos = &ParticleArrays_st::mpPos;
+constexpr Vectors kVel = &ParticleArrays_st::mpVel;
+
+// The label, the array it lies in, whether it needs slopes, how to fill it.
+const std::vector<ParticleScalar_st> kParticleScalars = {
+    {wxTRANSLATE("VALUE1"), &ParticleArrays_st::mpValue1, false, nullptr},
+    {wxTRANSLATE("Radius"), &ParticleArrays_st::mpRadius, false, nullptr},
+    {wxTRANSLATE("Position"), nullptr, false, FillLength<kPos>},
+    {wxTRANSLATE("Position(X)"), nullptr, false, FillComponent<kPos, 0>},
+    {wxTRANSLATE("Position(Y)"), nullptr, false, FillComponent<kPos, 1>},
+    {wxTRANSLATE("Position(Z)"), nullptr, false, FillComponent<kPos, 2>},
+    {wxTRANSLATE("Velocity"), nullptr, true, FillLength<kVel>},
+    {wxTRANSLATE("Velocity(X)"), nullptr, true, FillComponent<kVel, 0>},
+    {wxTRANSLATE("Velocity(Y)"), nullptr, true, FillComponent<kVel, 1>},
+    {wxTRANSLATE("Velocity(Z)"), nullptr, true, FillComponent<kVel, 2>},
+    {wxTRANSLATE("ID"), nullptr, false, FillID},
+};
+
 } // namespace
+
+const std::vector<ParticleScalar_st>& ParticleScalars_st::GetTable() { return kParticleScalars; }
+
+std::vector<wxString> ParticleScalars_st::GetLabels() {
+    std::vector<wxString> labels;
+    for (const ParticleScalar_st& scalar : kParticleScalars)
+        labels.push_back(wxGetTranslation(scalar.mLabel));
+    return labels;
+}
+
+const ParticleScalar_st* ParticleScalars_st::Find(unsigned depend) {
+    return depend < kParticleScalars.size() ? &kParticleScalars[depend] : nullptr;
+}
+
+bool ParticleScalars_st::IsComputed(unsigned depend) {
+    const ParticleScalar_st* pScalar = Find(depend);
+    return !pScalar || !pScalar->mpArray;
+}
+
+bool ParticleScalars_st::NeedsSlopes(unsigned depend) {
+    const ParticleScalar_st* pScalar = Find(depend);
+    return pScalar && pScalar->mbSlopes;
+}
 
 ParticleScalars_st ParticleScalars_st::Of(const PDataBlock_cls& block) {
     ParticleScalars_st scalars;
     if (!block.mbAllocated) return scalars;
-    scalars.mpPos = block.mpPos;
-    scalars.mpVel = block.mpVel;
-    scalars.mpRadius = block.mpRadius;
-    scalars.mpValue1 = block.mpValue1;
-    scalars.mpID = block.mpID;
-    scalars.mpType = block.mpType;
+    scalars.mArrays = block;
     scalars.mNumber = std::max(block.mParticleNumber, 0);
     return scalars;
 }
 
 void ParticleScalars_st::Fill(float* pOut, unsigned depend, long long begin, long long end) const {
-    const long long count = end - begin;
-    const float(*pVector)[3] = depend < 6 ? mpPos : mpVel;
-    const float* pPlain = depend == 1 ? mpRadius : mpValue1;
-    if (depend < kFirstComputed && pPlain)
-        std::copy(pPlain + begin, pPlain + end, pOut);
-    else if ((depend == 2 || depend == 6) && pVector)
-        Lengths(pOut, pVector + begin, count);
-    else if (depend >= 3 && depend <= 9 && pVector)
-        Components(pOut, pVector[begin] + (depend + 1) % 4, count);
-    else if (depend == 10 && mpID)
-        Numbers(pOut, mpID + begin, count);
-    else
-        std::fill_n(pOut, count, 0.0f);
+    const ParticleScalar_st* pScalar = Find(depend);
+    const float* pArray = pScalar && pScalar->mpArray ? mArrays.*pScalar->mpArray : nullptr;
+    if (pArray)
+        std::copy(pArray + begin, pArray + end, pOut);
+    else if (!pScalar || !pScalar->mFill || !pScalar->mFill(pOut, mArrays, begin, end))
+        std::fill_n(pOut, end - begin, 0.0f);
 }
 
 template <class VISIT>
@@ -69,7 +122,7 @@ void ParticleScalars_st::ForEach(unsigned depend, int classIndex, long long stri
         const long long end = std::min(begin + kPiece, mNumber);
         Fill(values, depend, begin, end);
         for (long long i = (begin + stride - 1) / stride * stride; i < end; i += stride) {
-            const int type = mpType ? (mpType[i] > 3 ? 0 : mpType[i]) : 0;
+            const int type = mArrays.mpType ? GetParticleClass(mArrays.mpType[i]) : 0;
             if (classIndex != kAllClasses && type != classIndex) continue;
             if (std::isfinite(values[i - begin])) visit(values[i - begin]);
         }

@@ -11,6 +11,7 @@
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
 #include "COMMON/clsSplitPath.h"
+#include "PDATA/ParticleColumns.h"
 #include "PDATA/clsBinaryReader.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsTextReader.h"
@@ -74,34 +75,18 @@ void ReadSnapshotBody(const SnapshotBody_st& job) {
 }
 
 unsigned GetBodyItemBit(int code) {
-    switch (code) {
-    case BODY_XYZ:
-        return PARTICLE_POS;
-    case BODY_VXYZ:
-        return PARTICLE_VEL;
-    case BODY_RADIUS:
-        return PARTICLE_RADIUS;
-    case BODY_ID:
-        return PARTICLE_ID;
-    case BODY_TYPE:
-        return PARTICLE_TYPE;
-    case BODY_VALUE1:
-        return PARTICLE_VALUE1;
-    default:
-        return 0;
-    }
+    unsigned bit = 0;
+    ForEachColumn([&bit, code](const auto& column) {
+        if (column.mItem == code && code != kNoItem) bit = column.mBit;
+    });
+    return bit;
 }
 
 void ClearParticles(const ParticleArrays_st& arrays, unsigned bits, size_t first, size_t last) {
     if (first >= last) return;
-    if (bits & PARTICLE_POS) Clear(arrays.mpPos, first, last);
-    if (bits & PARTICLE_VEL) Clear(arrays.mpVel, first, last);
-    if (bits & PARTICLE_RADIUS) Clear(arrays.mpRadius, first, last);
-    if (bits & PARTICLE_VALUE1) Clear(arrays.mpValue1, first, last);
-    if (bits & PARTICLE_TYPE) Clear(arrays.mpType, first, last);
-    if (bits & PARTICLE_ID) Clear(arrays.mpID, first, last);
-    if (bits & PARTICLE_DRADIUS) Clear(arrays.mpDRadius, first, last);
-    if (bits & PARTICLE_DVALUE1) Clear(arrays.mpDValue1, first, last);
+    ForEachColumn([&](const auto& column) {
+        if (bits & column.mBit) Clear(arrays.*column.mpArray, first, last);
+    });
 }
 
 void ReadProgress_cls::Add(long long particles) {

@@ -37,8 +37,6 @@ private:
     bool mbMoves;
 };
 
-bool IsDummy(int code) { return code >= BODY_DUMMY && code <= BODY_DUMMY10; }
-
 /// One item of the records begin to end; pOut is where the first one's stands, `record` bytes to the next.
 void PutColumn(char* pOut, size_t record, int code, const Evaluator_cls& values, long long step,
                long long begin, long long end) {
@@ -100,7 +98,7 @@ char* PutItem(char* pOut, int code, const Evaluator_cls& values, long long i) {
         return PutBlank(PutFixed(pOut, values.Value(i)));
     default:
         // A single zero whatever the width: such a file doesn't read back with the same grammar.
-        return IsDummy(code) ? PutBlank(PutInteger(pOut, 0)) : pOut;
+        return IsBodyDummy(code) ? PutBlank(PutInteger(pOut, 0)) : pOut;
     }
 }
 

@@ -19,15 +19,11 @@ namespace {
 
 constexpr size_t kBufferBytes = 1 << 20;
 constexpr size_t kLongestDouble = 400; // "%f" of any double
-constexpr int kBinaryDummies[] = {0, 0, 4, 12, 40};
-constexpr int kTextDummies[] = {0, 0, 1, 3, 10};
 
 void Append(std::vector<char>& buffer, size_t& used, const void* pBytes, size_t length) {
     std::memcpy(buffer.data() + used, pBytes, length);
     used += length;
 }
-
-bool IsDummy(int code) { return code >= HEAD_DUMMY && code <= HEAD_DUMMY10; }
 
 } // namespace
 
@@ -37,14 +33,7 @@ SnapshotSource_st SnapshotSource_st::Of(const PDataBlock_cls& block, double dt, 
     source.mDT = dt;
     source.mStep = std::max(step, 1);
     if (!block.mbAllocated) return source;
-    source.mArrays.mpPos = block.mpPos;
-    source.mArrays.mpVel = block.mpVel;
-    source.mArrays.mpRadius = block.mpRadius;
-    source.mArrays.mpValue1 = block.mpValue1;
-    source.mArrays.mpType = block.mpType;
-    source.mArrays.mpID = block.mbHasID ? block.mpID : nullptr;
-    source.mArrays.mpDRadius = block.mpDRadius;
-    source.mArrays.mpDValue1 = block.mpDValue1;
+    source.mArrays = block;
     source.mNumber = std::max(block.mParticleNumber, 0);
     return source;
 }
@@ -101,7 +90,8 @@ void SnapshotWriter_cls::PutHeader() {
         if (!mbText) {
             if (code == HEAD_TIME) Append(mBuffer, mUsed, &time, sizeof time);
             if (code == HEAD_NUMBER) Append(mBuffer, mUsed, &count, sizeof count);
-            if (IsDummy(code)) mUsed += static_cast<size_t>(kBinaryDummies[code]); // zeros
+            if (IsHeadDummy(code))
+                mUsed += static_cast<size_t>(GrammerBase_cls::GetHeadItemByte(code)); // zeros
         } else if (code == HEAD_TIME) {
             pOut = std::to_chars(pOut, pOut + kLongestDouble, mSource.GetTime(), std::chars_format::fixed, 6)
                        .ptr;
@@ -111,9 +101,9 @@ void SnapshotWriter_cls::PutHeader() {
             pOut = std::to_chars(pOut, pOut + kLongestDouble, count).ptr;
             *pOut++ = '\n';
             mUsed = static_cast<size_t>(pOut - mBuffer.data());
-        } else if (IsDummy(code)) {
+        } else if (IsHeadDummy(code)) {
             // No line ends: that is how the format is.
-            for (int k = 0; k < kTextDummies[code]; ++k)
+            for (int k = 0; k < GrammerBase_cls::GetHeadItemLine(code); ++k)
                 Append(mBuffer, mUsed, "dummy", 5);
         }
     }

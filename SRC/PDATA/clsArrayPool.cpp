@@ -6,6 +6,8 @@
 
 #include <sys/mman.h>
 
+#include "PDATA/ParticleColumns.h"
+
 /// Stands in the 64 bytes before each array.
 struct alignas(64) ArrayPool_cls::Head_st {
     void* mpBase;     ///< what the system gave
@@ -65,31 +67,21 @@ bool ArrayPool_cls::AllocateParticles(size_t number, bool bHasID, ParticleArrays
     ParticleArrays_st& arrays = *pArrays;
     arrays = ParticleArrays_st();
     bool bComplete = true;
-    const auto make = [&](auto*& array, ParticleArrayBit bit) {
+    ForEachColumn([&](const auto& column) {
+        if (column.mBit == PARTICLE_ID && !bHasID) return;
+        auto*& array = arrays.*column.mpArray;
         bool bZero = false;
         void* memory = number > SIZE_MAX / 64 ? nullptr : Allocate(number * sizeof(*array), &bZero);
         array = static_cast<std::remove_reference_t<decltype(array)>>(memory);
-        if (bZero) arrays.mZeroBits |= bit;
+        if (bZero) arrays.mZeroBits |= column.mBit;
         if (!memory) bComplete = false;
-    };
-    make(arrays.mpPos, PARTICLE_POS);
-    make(arrays.mpVel, PARTICLE_VEL);
-    make(arrays.mpRadius, PARTICLE_RADIUS);
-    make(arrays.mpValue1, PARTICLE_VALUE1);
-    make(arrays.mpType, PARTICLE_TYPE);
-    if (bHasID) make(arrays.mpID, PARTICLE_ID);
-    make(arrays.mpDRadius, PARTICLE_DRADIUS);
-    make(arrays.mpDValue1, PARTICLE_DVALUE1);
+    });
     if (!bComplete) FreeParticles(pArrays);
     return bComplete;
 }
 
 void ArrayPool_cls::FreeParticles(ParticleArrays_st* pArrays) {
-    for (void* array : {static_cast<void*>(pArrays->mpPos), static_cast<void*>(pArrays->mpVel),
-                        static_cast<void*>(pArrays->mpRadius), static_cast<void*>(pArrays->mpValue1),
-                        static_cast<void*>(pArrays->mpType), static_cast<void*>(pArrays->mpID),
-                        static_cast<void*>(pArrays->mpDRadius), static_cast<void*>(pArrays->mpDValue1)})
-        Free(array);
+    ForEachColumn([&](const auto& column) { Free(pArrays->*column.mpArray); });
     *pArrays = ParticleArrays_st();
 }
 

@@ -4,9 +4,6 @@
 
 namespace {
 
-constexpr int kHeadLines[] = {1, 1, 1, 3, 10};             // a line of text or four bytes each
-constexpr int kBodyWords[] = {3, 3, 1, 3, 10, 1, 1, 1, 1}; // a column of text or four bytes each
-
 bool Contains(const ConfItemINTARRAY_cls& item, int code) {
     return std::find(item.mValue, item.mValue + item.mCount, code) != item.mValue + item.mCount;
 }
@@ -54,9 +51,9 @@ bool GrammerBase_cls::IsDefaultBody() const { return GetBodyGrammer() == std::ve
 int GrammerBase_cls::GetHeadItemByte(int code) { return 4 * GetHeadItemLine(code); }
 
 int GrammerBase_cls::GetHeadItemLine(int code) {
-    return code >= HEAD_TIME && code <= HEAD_DUMMY10 ? kHeadLines[code] : 0;
+    return code >= 0 && code < kHeadCodes ? kHeadItems[code].mWords : 0;
 }
 
 int GrammerBase_cls::GetBodyItemByte(int code) {
-    return code >= BODY_XYZ && code <= BODY_VALUE1 ? 4 * kBodyWords[code] : 0;
+    return code >= 0 && code < kBodyCodes ? 4 * kBodyItems[code].mWords : 0;
 }

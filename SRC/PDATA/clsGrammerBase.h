@@ -1,32 +1,12 @@
 // The record grammar: what stands in a snapshot file's head and in each particle's record, as two short
 // lists of codes. Drives the readers and the exporter.
-//
-// Head codes (bytes in a binary file / lines in a text file):
-//   0 Time float (4/1), 1 Number int (4/1), 2 Dummy (4/1), 3 Dummy*3 (12/3), 4 Dummy*10 (40/10)
-// Body codes (bytes in a binary file / columns in a text file):
-//   0 x y z (12/3), 1 Vx Vy Vz (12/3), 2 Dummy (4/1), 3 Dummy*3 (12/3), 4 Dummy*10 (40/10),
-//   5 Radius float (4/1), 6 ID int (4/1), 7 Type int (4/1), 8 Value1 float (4/1)
-// Binary numbers are little-endian and packed. Codes that aren't listed count nothing.
 #pragma once
 
 #include <vector>
 
 #include "CONFITEM/clsConfItem.h"
 #include "CONFITEM/clsConfItemList.h"
-
-enum GrammerHeadCode { HEAD_TIME = 0, HEAD_NUMBER = 1, HEAD_DUMMY = 2, HEAD_DUMMY3 = 3, HEAD_DUMMY10 = 4 };
-
-enum GrammerBodyCode {
-    BODY_XYZ = 0,
-    BODY_VXYZ = 1,
-    BODY_DUMMY = 2,
-    BODY_DUMMY3 = 3,
-    BODY_DUMMY10 = 4,
-    BODY_RADIUS = 5,
-    BODY_ID = 6,
-    BODY_TYPE = 7,
-    BODY_VALUE1 = 8
-};
+#include "PDATA/GrammarItems.h"
 
 class GrammerBase_cls : public ConfItemList_cls {
 public:

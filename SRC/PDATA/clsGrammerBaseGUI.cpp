@@ -18,13 +18,23 @@ namespace {
 constexpr int kGap = 4; // the spacing unit
 constexpr int kListWidth = 270;
 constexpr int kListHeight = 188; // seven rows under the header
-constexpr int kTypeNumber = 3;   // particle types go from 0 to this
-constexpr int kHeadCodes = 5;
-constexpr int kBodyCodes = 9;
+
+// The item with a code; null for a code that isn't known.
+const GrammarItem_st* FindItem(int which, int code) {
+    const bool bHead = which == GrammerBaseGUI_cls::HEAD;
+    if (code < 0 || code >= (bHead ? kHeadCodes : kBodyCodes)) return nullptr;
+    return &(bHead ? kHeadItems : kBodyItems)[code];
+}
+
+wxString NameOf(const GrammarItem_st* pItem, int code) {
+    return pItem ? wxString(pItem->mName) : wxString::Format("? %d", code);
+}
+
+bool IsDummy(int which, int code) {
+    return which == GrammerBaseGUI_cls::HEAD ? IsHeadDummy(code) : IsBodyDummy(code);
+}
 
 enum MenuId { ID_SWAP_UP = 7001, ID_SWAP_DOWN, ID_DELETE_ITEM, ID_INSERT_FIRST = 7010 };
-
-bool IsDummy(int code) { return code >= BODY_DUMMY && code <= BODY_DUMMY10; }
 
 long FocusedRow(wxListCtrl* pList) { return pList->GetNextItem(-1, wxLIST_NEXT_ALL, wxLIST_STATE_FOCUSED); }
 
@@ -37,29 +47,7 @@ void FocusRow(wxListCtrl* pList, long row) {
 
 } // namespace
 
-GrammerBaseGUI_cls::GrammerBaseGUI_cls(GrammerBase_cls* pGrammer) : mpCGrammer(pGrammer) {
-    const char* const headName[kHeadCodes] = {"Time", "Number", "Dummy", "Dummy*3", "Dummy*10"};
-    const char* const headType[kHeadCodes] = {"float", "integer", "float", "float*3", "float*10"};
-    for (int i = 0; i < kHeadCodes; ++i) {
-        mStrName[HEAD][i] = mStrInsert[HEAD][i] = headName[i];
-        mStrType[HEAD][i] = headType[i];
-        mStrByte[HEAD][i] = wxString::Format("%d", GrammerBase_cls::GetHeadItemByte(i));
-    }
-    const char* const bodyName[kBodyCodes] = {"x y z",  "Vx Vy Vz", "Dummy", "Dummy*3", "Dummy*10",
-                                              "Radius", "ID",       "Type",  "Value1"};
-    const char* const bodyInsert[kBodyCodes] = {"XYZ",   "VxVyVz", "Dummy", "Dummy*3", "Dummy*10",
-                                                "Raius", "ID",     "Type",  "Value1"};
-    const wxString bodyType[kBodyCodes] = {
-        "float*3",  "float*3", "float",   "float*3",
-        "float*10", "float",   "integer", wxString::Format("integer[0-%d]", kTypeNumber),
-        "float"};
-    for (int i = 0; i < kBodyCodes; ++i) {
-        mStrName[BODY][i] = bodyName[i];
-        mStrInsert[BODY][i] = bodyInsert[i];
-        mStrType[BODY][i] = bodyType[i];
-        mStrByte[BODY][i] = wxString::Format("%d", GrammerBase_cls::GetBodyItemByte(i));
-    }
-}
+GrammerBaseGUI_cls::GrammerBaseGUI_cls(GrammerBase_cls* pGrammer) : mpCGrammer(pGrammer) {}
 
 GrammerBaseGUI_cls::~GrammerBaseGUI_cls() {
     delete mpCMenu[HEAD];
@@ -89,7 +77,8 @@ void GrammerBaseGUI_cls::UpdateInsertMenu(Which which) {
     const int codes = which == HEAD ? kHeadCodes : kBodyCodes;
     for (int code = 0; code < codes; ++code) {
         const bool bThere = std::find(present.begin(), present.end(), code) != present.end();
-        if (IsDummy(code) || !bThere) menu->Append(ID_INSERT_FIRST + code, mStrInsert[which][code]);
+        if (IsDummy(which, code) || !bThere)
+            menu->Append(ID_INSERT_FIRST + code, FindItem(which, code)->mInsert);
     }
 }
 
@@ -176,12 +165,11 @@ void GrammerBaseGUI_cls::OnMenu(wxListCtrl* pList, int id) {
 }
 
 void GrammerBaseGUI_cls::SetRowText(wxListCtrl* pList, int row, int code) {
-    const int which = WhichOf(pList);
-    const bool bKnown = code >= 0 && code < (which == HEAD ? kHeadCodes : kBodyCodes);
-    const bool bText = mpCGrammer->mCItemDataType.mValue == 1;
-    pList->SetItem(row, 1, bKnown ? mStrName[which][code] : wxString::Format("? %d", code));
-    pList->SetItem(row, 2, bText || !bKnown ? wxString("-") : mStrType[which][code]);
-    pList->SetItem(row, 3, bText || !bKnown ? wxString("-") : mStrByte[which][code]);
+    const GrammarItem_st* pItem = FindItem(WhichOf(pList), code);
+    const bool bSized = pItem && mpCGrammer->mCItemDataType.mValue != 1; // text has no sizes
+    pList->SetItem(row, 1, NameOf(pItem, code));
+    pList->SetItem(row, 2, bSized ? wxString(pItem->mType) : wxString("-"));
+    pList->SetItem(row, 3, bSized ? wxString::Format("%d", 4 * pItem->mWords) : wxString("-"));
     pList->SetItemData(row, code);
 }
 
@@ -229,7 +217,8 @@ void GrammerBaseGUI_cls::UpdateIndexAndColor(wxListCtrl* pList) {
         pList->SetItem(row, 0, wxString::Format("%d", row));
         const wxColour normal = bDark ? *wxWHITE : *wxBLACK;
         const wxColour dummy = bDark ? wxColour(128, 128, 128) : wxColour(160, 160, 160);
-        pList->SetItemTextColour(row, IsDummy(static_cast<int>(pList->GetItemData(row))) ? dummy : normal);
+        pList->SetItemTextColour(
+            row, IsDummy(WhichOf(pList), static_cast<int>(pList->GetItemData(row))) ? dummy : normal);
     }
 }
 
@@ -290,9 +279,8 @@ std::vector<int> GrammerBaseGUI_cls::GetVGrammer(wxListCtrl* pList) const {
 wxString GrammerBaseGUI_cls::Describe(Which which, const std::vector<int>& codes) const {
     wxString text;
     for (const int code : codes) {
-        const bool bKnown = code >= 0 && code < (which == HEAD ? kHeadCodes : kBodyCodes);
         if (!text.empty()) text += ", ";
-        text += bKnown ? mStrName[which][code] : wxString::Format("? %d", code);
+        text += NameOf(FindItem(which, code), code);
     }
     return text;
 }

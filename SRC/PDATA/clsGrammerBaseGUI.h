@@ -82,10 +82,6 @@ private:
     void OnMenu(wxListCtrl* pList, int id);
 
     int mShownType = -1;
-    wxString mStrName[2][9];   ///< item names by list and code
-    wxString mStrType[2][9];   ///< type column
-    wxString mStrByte[2][9];   ///< byte column
-    wxString mStrInsert[2][9]; ///< labels of the submenu
     wxMenu* mpCMenu[2] = {nullptr, nullptr};
     wxMenu* mpCMenuInsert[2] = {nullptr, nullptr};
 };

@@ -7,6 +7,7 @@
 
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
+#include "COMMON/ThreadStates.h"
 #include "PDATA/SnapshotHeader.h"
 #include "PDATA/clsArrayPool.h"
 #include "PDATA/clsDataLoader.h"
@@ -34,36 +35,16 @@ bool PDataBlock_cls::Allocate(int number) {
     ReleaseData();
     mParticleNumber = number;
     if (number <= 0) return true;
-    ParticleArrays_st arrays;
-    if (!ArrayPool_cls::Shared().AllocateParticles(static_cast<size_t>(number), mbHasID, &arrays))
-        return false;
-    mpPos = arrays.mpPos;
-    mpVel = arrays.mpVel;
-    mpRadius = arrays.mpRadius;
-    mpDRadius = arrays.mpDRadius;
-    mpValue1 = arrays.mpValue1;
-    mpDValue1 = arrays.mpDValue1;
-    mpType = arrays.mpType;
-    mpID = arrays.mpID;
-    mZeroBits = arrays.mZeroBits;
+    if (!ArrayPool_cls::Shared().AllocateParticles(static_cast<size_t>(number), mbHasID, this)) return false;
     mbAllocated = true;
     std::printf("Allocate %d\n", number);
     return true;
 }
 
-ParticleArrays_st PDataBlock_cls::GetArrays() const {
-    return {mpPos, mpVel, mpRadius, mpValue1, mpType, mpID, mpDRadius, mpDValue1, mZeroBits};
-}
-
 void PDataBlock_cls::ReleaseData() {
     mParticleNumber = -1;
     if (!mbAllocated) return;
-    ParticleArrays_st arrays = GetArrays();
-    ArrayPool_cls::Shared().FreeParticles(&arrays);
-    mpPos = mpVel = nullptr;
-    mpRadius = mpDRadius = mpValue1 = mpDValue1 = nullptr;
-    mpType = nullptr;
-    mpID = nullptr;
+    ArrayPool_cls::Shared().FreeParticles(this);
     mbAllocated = false;
 }
 
@@ -121,16 +102,13 @@ bool PDataBlock_cls::StartLoadingData(const wxString& path) {
     GThreadReaderIndex.store(mpCSnap->mIndex);
     ThreadFileReader_cls* pReader = new ThreadFileReader_cls;
     GpCThreadReader.store(pReader);
-    pReader->SetParameters(&mpCSnap->mbLoaded, mspCDataLoaderLink, path, mParticleNumber, GetArrays(),
-                           mbHasID);
+    pReader->SetParameters(&mpCSnap->mbLoaded, mspCDataLoaderLink, path, mParticleNumber, *this, mbHasID);
     if (pReader->Run() != wxTHREAD_NO_ERROR) MsgBoxExit(_("Can't create thread"), _("Error!"));
     return true;
 }
 
 bool PDataBlock_cls::IsUnderInterpolation() const {
-    if (!GpCThreadInterpolate.load() || GbThreadInterpolateFinished.load(std::memory_order_acquire))
-        return false;
-    return this == mspInterpolated || this == mspInterpolatedNext;
+    return IsInterpolatorBusy() && (this == mspInterpolated || this == mspInterpolatedNext);
 }
 
 bool PDataBlock_cls::InterpolateData(PDataBlock_cls* pNext) {

@@ -8,7 +8,9 @@
 class DataLoader_cls;
 class PDataSnap_cls;
 
-class PDataBlock_cls {
+/// The arrays are null while there are none: mpPos after the loader's translate and scale; mpVel as read,
+/// then the slope to the next snapshot; mpID only with mbHasID.
+class PDataBlock_cls : public ParticleArrays_st {
 public:
     explicit PDataBlock_cls(PDataSnap_cls* pSnap);
     ~PDataBlock_cls();
@@ -39,16 +41,8 @@ public:
 
     static DataLoader_cls* mspCDataLoaderLink;
 
-    PDataSnap_cls* mpCSnap;      ///< owner
-    float (*mpPos)[3] = nullptr; ///< positions after the loader's translate and scale
-    float (*mpVel)[3] = nullptr; ///< velocity as read, then slope to the next snapshot
-    float* mpRadius = nullptr;
-    float* mpDRadius = nullptr;      ///< radius slope
-    float* mpValue1 = nullptr;       ///< the free scalar "Value1"
-    float* mpDValue1 = nullptr;      ///< its slope
-    unsigned char* mpType = nullptr; ///< 0 to 4
-    int* mpID = nullptr;             ///< exists only with mbHasID
-    int mParticleNumber = -1;        ///< -1: head not yet read
+    PDataSnap_cls* mpCSnap;   ///< owner
+    int mParticleNumber = -1; ///< -1: head not yet read
     bool mbAllocated = false;
     int mInterpolateType = 1; ///< 0 linear, 1 Hermite, 2 none
     int mVariableNumber = 0;  ///< 0 constant, 1 variable, 2 sorted by ID
@@ -57,9 +51,7 @@ public:
 private:
     bool LoadHeader(const wxString& path);
     bool AllocateOrEvict();
-    ParticleArrays_st GetArrays() const;
 
-    unsigned mZeroBits = 0;                 ///< arrays that were all zero when allocated, for the reader
     static PDataBlock_cls* mspInterpolated; ///< the two blocks of the running interpolator
     static PDataBlock_cls* mspInterpolatedNext;
 };

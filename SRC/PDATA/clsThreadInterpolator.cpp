@@ -35,8 +35,8 @@ void MakeIDIndex(const PDataBlock_cls& block, const PDataBlock_cls& next, int nu
 ThreadInterpolator_cls::Box ThreadInterpolator_cls::CopyBox(const PeriodicBoundary_cls* pPeriodic) {
     Box box;
     if (!pPeriodic) return box;
-    box.mType = static_cast<int>(pPeriodic->mCPeriodicType.mValue);
-    box.mEffect = static_cast<int>(pPeriodic->mCPeriodicEffect.mValue);
+    box.mType = static_cast<PeriodicType>(pPeriodic->mCPeriodicType.mValue);
+    box.mEffect = static_cast<PeriodicEffect>(pPeriodic->mCPeriodicEffect.mValue);
     for (int k = 0; k < 3; ++k) {
         float vector[3];
         pPeriodic->GetBoundaryVector(vector, k);

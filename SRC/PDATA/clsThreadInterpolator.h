@@ -10,6 +10,8 @@
 
 class PDataBlock_cls;
 class PeriodicBoundary_cls;
+enum PeriodicEffect : unsigned;
+enum PeriodicType : unsigned;
 
 class ThreadInterpolator_cls {
 public:
@@ -33,8 +35,8 @@ public:
 
 private:
     struct Box {
-        int mType = 0;
-        int mEffect = 0;
+        PeriodicType mType{};
+        PeriodicEffect mEffect{};
         float mLength[3] = {0, 0, 0};
     };
     void Entry();

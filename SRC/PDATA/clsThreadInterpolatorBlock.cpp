@@ -7,6 +7,7 @@
 #include "COMMON/DataLoops.h"
 #include "PDATA/clsIDIndex.h"
 #include "PDATA/clsPDataBlock.h"
+#include "PDATA/clsPeriodicBoundary.h"
 
 namespace {
 
@@ -60,23 +61,14 @@ void SlopesForce(float* pSlope, const float* pFrom, const float* pTo, float dt, 
 } // namespace
 
 void ThreadInterpolatorBlock_cls::SetParameters(const PDataBlock_cls& block, const PDataBlock_cls& next,
-                                                int periodicType, int periodicEffect, const float boundary[3],
-                                                int begin, int end, float dt) {
+                                                PeriodicType periodicType, PeriodicEffect periodicEffect,
+                                                const float boundary[3], int begin, int end, float dt) {
     mVariableNumber = block.mpID && next.mpID ? block.mVariableNumber : 0;
     mPeriodicType = periodicType;
     mPeriodicEffect = periodicEffect;
     std::copy_n(boundary, 3, mBoundary);
-    mpPos = block.mpPos;
-    mpVel = block.mpVel;
-    mpRadius = block.mpRadius;
-    mpDRadius = block.mpDRadius;
-    mpValue1 = block.mpValue1;
-    mpDValue1 = block.mpDValue1;
-    mpID = block.mpID;
-    mpPosNext = next.mpPos;
-    mpRadiusNext = next.mpRadius;
-    mpValue1Next = next.mpValue1;
-    mpIDNext = next.mpID;
+    mOwn = block;
+    mNext = next;
     mNumberNext = std::max(next.mParticleNumber, 0);
     mBegin = begin;
     mEnd = end;
@@ -89,19 +81,19 @@ void ThreadInterpolatorBlock_cls::Entry() {
         WithCore([this](auto core) { InterpolateDataLinearSearchingID(core); });
     else if (mVariableNumber == 2)
         WithCore([this](auto core) { InterpolateDataLinearSearchingIDSorted(core); });
-    else if (mPeriodicType == 0)
+    else if (mPeriodicType == PERIODIC_NONE)
         InterpolateDataLinear();
     else
         InterpolateDataLinearPeriodic();
 }
 
 void ThreadInterpolatorBlock_cls::InterpolateScalars() {
-    Slopes(mpDRadius, mpRadius, mpRadiusNext, mDT, mBegin, mEnd);
-    Slopes(mpDValue1, mpValue1, mpValue1Next, mDT, mBegin, mEnd);
+    Slopes(mOwn.mpDRadius, mOwn.mpRadius, mNext.mpRadius, mDT, mBegin, mEnd);
+    Slopes(mOwn.mpDValue1, mOwn.mpValue1, mNext.mpValue1, mDT, mBegin, mEnd);
 }
 
 void ThreadInterpolatorBlock_cls::InterpolateDataLinear() {
-    Slopes(mpVel[0], mpPos[0], mpPosNext[0], mDT, 3LL * mBegin, 3LL * mEnd);
+    Slopes(mOwn.mpVel[0], mOwn.mpPos[0], mNext.mpPos[0], mDT, 3LL * mBegin, 3LL * mEnd);
     InterpolateScalars();
 }
 
@@ -110,12 +102,13 @@ void ThreadInterpolatorBlock_cls::InterpolateDataLinearPeriodic() {
     float half[kLanes];
     float length[kLanes];
     for (int k = 0; k < kLanes; ++k) {
-        const bool bWraps = mPeriodicType != 1 || k % 3 < 2;
+        const bool bWraps = mPeriodicType != PERIODIC_XY || k % 3 < 2;
         length[k] = mBoundary[k % 3];
         half[k] = bWraps ? 0.5f * length[k] : std::numeric_limits<float>::infinity();
     }
-    const auto slopes = mPeriodicEffect == 0 ? SlopesGuess : SlopesForce;
-    slopes(mpVel[mBegin], mpPos[mBegin], mpPosNext[mBegin], mDT, 3LL * (mEnd - mBegin), half, length);
+    const auto slopes = mPeriodicEffect == PERIODIC_GUESS_VELOCITY ? SlopesGuess : SlopesForce;
+    slopes(mOwn.mpVel[mBegin], mOwn.mpPos[mBegin], mNext.mpPos[mBegin], mDT, 3LL * (mEnd - mBegin), half,
+           length);
     InterpolateScalars();
 }
 
@@ -124,23 +117,23 @@ void ThreadInterpolatorBlock_cls::InterpolateDataLinearPeriodic() {
 template <int WRAP, bool FORCE>
 void ThreadInterpolatorBlock_cls::Core(int i, int j) {
     for (int c = 0; c < 3; ++c) {
-        float d = mpPosNext[j][c] - mpPos[i][c];
+        float d = mNext.mpPos[j][c] - mOwn.mpPos[i][c];
         if (c < WRAP) d = Wrap<FORCE>(d, 0.5f * mBoundary[c], mBoundary[c]);
-        mpVel[i][c] = d / mDT;
+        mOwn.mpVel[i][c] = d / mDT;
     }
     const int scalar = WRAP == 3 ? i : j;
-    mpDRadius[i] = (mpRadiusNext[scalar] - mpRadius[i]) / mDT;
-    mpDValue1[i] = (mpValue1Next[scalar] - mpValue1[i]) / mDT;
+    mOwn.mpDRadius[i] = (mNext.mpRadius[scalar] - mOwn.mpRadius[i]) / mDT;
+    mOwn.mpDValue1[i] = (mNext.mpValue1[scalar] - mOwn.mpValue1[i]) / mDT;
 }
 
 template <class VISIT>
 void ThreadInterpolatorBlock_cls::WithCore(VISIT visit) {
-    const bool bForce = mPeriodicEffect != 0;
-    if (mPeriodicType == 0)
+    const bool bForce = mPeriodicEffect != PERIODIC_GUESS_VELOCITY;
+    if (mPeriodicType == PERIODIC_NONE)
         visit([this](int i, int j) { Core<0, false>(i, j); });
-    else if (mPeriodicType == 1 && !bForce)
+    else if (mPeriodicType == PERIODIC_XY && !bForce)
         visit([this](int i, int j) { Core<2, false>(i, j); });
-    else if (mPeriodicType == 1)
+    else if (mPeriodicType == PERIODIC_XY)
         visit([this](int i, int j) { Core<2, true>(i, j); });
     else if (!bForce)
         visit([this](int i, int j) { Core<3, false>(i, j); });
@@ -149,15 +142,15 @@ void ThreadInterpolatorBlock_cls::WithCore(VISIT visit) {
 }
 
 void ThreadInterpolatorBlock_cls::StandStill(int i) {
-    std::fill_n(mpVel[i], 3, 0.0f);
-    mpDRadius[i] = 0.0f;
-    mpDValue1[i] = 0.0f;
+    std::fill_n(mOwn.mpVel[i], 3, 0.0f);
+    mOwn.mpDRadius[i] = 0.0f;
+    mOwn.mpDValue1[i] = 0.0f;
 }
 
 template <class CORE>
 void ThreadInterpolatorBlock_cls::InterpolateDataLinearSearchingID(CORE core) {
     for (int i = mBegin; i < mEnd; ++i) {
-        const int j = i < mNumberNext && mpIDNext[i] == mpID[i] ? i : SearchID(i);
+        const int j = i < mNumberNext && mNext.mpID[i] == mOwn.mpID[i] ? i : SearchID(i);
         if (j >= 0)
             core(i, j);
         else
@@ -168,7 +161,7 @@ void ThreadInterpolatorBlock_cls::InterpolateDataLinearSearchingID(CORE core) {
 int ThreadInterpolatorBlock_cls::SearchID(int i) const {
     if (mpIDIndex) {
         // An ID that stands once is found wherever the widest of the windows would have met it.
-        const int j = mpIDIndex->FindOnly(mpID[i]);
+        const int j = mpIDIndex->FindOnly(mOwn.mpID[i]);
         if (j != IDIndex_cls::kSeveral)
             return j >= 0 && (IsNear(i, j, kWindows[std::size(kWindows) - 1]) || j < mNumberNext / 10) ? j
                                                                                                        : -1;
@@ -177,13 +170,13 @@ int ThreadInterpolatorBlock_cls::SearchID(int i) const {
         const int j = SearchIDNear(i, width);
         if (j >= 0) return j;
     }
-    return SearchIDFull(mpID[i]);
+    return SearchIDFull(mOwn.mpID[i]);
 }
 
 int ThreadInterpolatorBlock_cls::SearchIDNear(int i, int width) const {
     const int begin = std::max(i - width, 0);
     const int end = i < mNumberNext - width ? i + width : mNumberNext;
-    return SearchIDBetween(mpID[i], begin, end);
+    return SearchIDBetween(mOwn.mpID[i], begin, end);
 }
 
 // With millions of particles a scan of everything for each lost one would never end: what isn't in the first
@@ -195,17 +188,17 @@ int ThreadInterpolatorBlock_cls::SearchIDFull(int id) const {
 int ThreadInterpolatorBlock_cls::SearchIDBetween(int id, int begin, int end) const {
     if (begin >= end) return -1;
     if (mpIDIndex) return mpIDIndex->FindBetween(id, begin, end);
-    const int* pFound = std::find(mpIDNext + begin, mpIDNext + end, id);
-    return pFound == mpIDNext + end ? -1 : static_cast<int>(pFound - mpIDNext);
+    const int* pFound = std::find(mNext.mpID + begin, mNext.mpID + end, id);
+    return pFound == mNext.mpID + end ? -1 : static_cast<int>(pFound - mNext.mpID);
 }
 
 template <class CORE>
 void ThreadInterpolatorBlock_cls::InterpolateDataLinearSearchingIDSorted(CORE core) {
     // Where a walk from the start would come to as well.
-    int cursor =
-        static_cast<int>(std::lower_bound(mpIDNext, mpIDNext + mNumberNext, mpID[mBegin]) - mpIDNext);
+    int cursor = static_cast<int>(std::lower_bound(mNext.mpID, mNext.mpID + mNumberNext, mOwn.mpID[mBegin]) -
+                                  mNext.mpID);
     for (int i = mBegin; i < mEnd; ++i) {
-        if (SearchIDFrom(&cursor, mpID[i]))
+        if (SearchIDFrom(&cursor, mOwn.mpID[i]))
             core(i, cursor++);
         else
             StandStill(i);
@@ -214,9 +207,9 @@ void ThreadInterpolatorBlock_cls::InterpolateDataLinearSearchingIDSorted(CORE co
 
 bool ThreadInterpolatorBlock_cls::SearchIDFrom(int* pCursor, int id) const {
     int p = *pCursor;
-    while (p < mNumberNext && mpIDNext[p] < id)
+    while (p < mNumberNext && mNext.mpID[p] < id)
         ++p;
-    const bool bFound = p < mNumberNext && mpIDNext[p] == id;
+    const bool bFound = p < mNumberNext && mNext.mpID[p] == id;
     // Not found: stay on the last smaller entry, in case the next wanted ID goes down again.
     *pCursor = bFound || p == *pCursor ? p : p - 1;
     return bFound;

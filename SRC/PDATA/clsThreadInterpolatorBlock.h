@@ -1,15 +1,19 @@
 // One share of the interpolator's work: slopes towards the next snapshot for a contiguous range of particles.
 #pragma once
 
+#include "PDATA/ParticleArrays.h"
+
 class IDIndex_cls;
 class PDataBlock_cls;
+enum PeriodicEffect : unsigned;
+enum PeriodicType : unsigned;
 
 class ThreadInterpolatorBlock_cls {
 public:
     /// Slopes of `block`'s particles begin to end (exclusive) towards `next`, which is `dt` later. `boundary`
-    /// holds the lengths of the periodic box. The periodic settings are those of PeriodicBoundary_cls.
-    void SetParameters(const PDataBlock_cls& block, const PDataBlock_cls& next, int periodicType,
-                       int periodicEffect, const float boundary[3], int begin, int end, float dt);
+    /// holds the lengths of the periodic box.
+    void SetParameters(const PDataBlock_cls& block, const PDataBlock_cls& next, PeriodicType periodicType,
+                       PeriodicEffect periodicEffect, const float boundary[3], int begin, int end, float dt);
     /// Search with the next snapshot's index instead of by scanning; the answers are the same. It must
     /// outlive the work.
     void SetIDIndex(const IDIndex_cls* pIndex) { mpIDIndex = pIndex; }
@@ -36,20 +40,11 @@ private:
     bool SearchIDFrom(int* pCursor, int id) const;
 
     int mVariableNumber = 0; ///< 0 constant, 1 variable, 2 sorted by ID
-    int mPeriodicType = 0;   ///< 0 none, 1 x and y, 2 all axes
-    int mPeriodicEffect = 0; ///< 0 the shorter way round, 1 no motion
+    PeriodicType mPeriodicType{};
+    PeriodicEffect mPeriodicEffect{};
     float mBoundary[3] = {0, 0, 0};
-    const float (*mpPos)[3] = nullptr;
-    float (*mpVel)[3] = nullptr;
-    const float* mpRadius = nullptr;
-    float* mpDRadius = nullptr;
-    const float* mpValue1 = nullptr;
-    float* mpDValue1 = nullptr;
-    const int* mpID = nullptr;
-    const float (*mpPosNext)[3] = nullptr;
-    const float* mpRadiusNext = nullptr;
-    const float* mpValue1Next = nullptr;
-    const int* mpIDNext = nullptr;
+    ParticleArrays_st mOwn;  ///< the slopes are written
+    ParticleArrays_st mNext; ///< only read
     const IDIndex_cls* mpIDIndex = nullptr;
     int mBegin = 0;
     int mEnd = 0;

@@ -62,10 +62,8 @@ bool ColorCurveCtrl_cls::FitRange(ColorCurve_cls* pCurve, bool bSequence) {
     return true;
 }
 
-std::vector<wxString> ColorCurveCtrl_cls::GetDependLabels() {
-    return {_("VALUE1"),      _("Radius"),      _("Position"), _("Position(X)"),
-            _("Position(Y)"), _("Position(Z)"), _("Velocity"), _("Velocity(X)"),
-            _("Velocity(Y)"), _("Velocity(Z)"), _("ID")};
+std::vector<wxString> ColorCurveCtrl_cls::GetDependLabels() const {
+    return mHooks.mDependLabels ? mHooks.mDependLabels() : std::vector<wxString>();
 }
 
 wxDialogEXKey* ColorCurveCtrl_cls::MakeDialog(wxWindow* pParent) {

@@ -13,6 +13,8 @@ class ColorCurve_cls;
 struct ColorCurveHooks_st {
     /// All curves that can be chosen, in the order of the list.
     std::function<std::vector<ColorCurve_cls*>()> mCurves;
+    /// The texts of "Depend on", by value.
+    std::function<std::vector<wxString>()> mDependLabels;
     /// Does a scalar of the particles drive this curve?
     std::function<bool(const ColorCurve_cls&)> mIsDriven;
     /// Extremes of the driving scalar, of the frame on show or the whole sequence; false (told to the user)
@@ -39,11 +41,10 @@ public:
     bool IsDriven(const ColorCurve_cls& curve) const { return mHooks.mIsDriven && mHooks.mIsDriven(curve); }
     /// Its colours, in one step; a curve that particles drive is put to use with them.
     void TakeTemplate(const ColorCurve_cls& chosen);
+    /// The texts of "Depend on", by value.
+    std::vector<wxString> GetDependLabels() const;
     /// The curves that can be chosen, the linked one among them.
     std::vector<ColorCurve_cls*> GetCurves() const;
-
-    /// The texts of "Depend on", by value.
-    static std::vector<wxString> GetDependLabels();
 
     ColorCurveHooks_st mHooks;
     ColorCurveEdit_cls mCEdit;

@@ -85,7 +85,7 @@ void ColorCurveGUI_cls::AddSettings(wxSizer* pSizer) {
     mRowConstant =
         mpCPanel->AddColor(_("Constant"), mSettings.mConstant.data(), _("Color where no curve is in use"));
     std::vector<ChoiceItem> depends;
-    for (const wxString& label : ColorCurveCtrl_cls::GetDependLabels())
+    for (const wxString& label : mpCCtrl->GetDependLabels())
         depends.push_back({static_cast<unsigned>(depends.size()), label, true});
     mRowDepend = mpCPanel->AddChoice(_("Depend on"), &mSettings.mDependType, depends,
                                      _("The quantity of a particle that chooses its color"));

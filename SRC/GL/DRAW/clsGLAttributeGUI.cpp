@@ -8,6 +8,7 @@
 #include "COMMON/UpdateBits.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
+#include "PDATA/ParticleScalars.h"
 
 namespace {
 
@@ -94,7 +95,7 @@ void GLAttributeGUI_cls::AddColorRows() {
                             _("Colour each particle by one of its quantities"));
     mRowColor = AddColor("", color.mConstantColor.mValue, _("Colour of all particles of this attribute"));
     mRowCurve = AddColorCurve(*this, "", &color, _("Colours by the quantity; a click opens the editor"));
-    mRowDepend = AddChoice(_("Depend on"), &color.mDependType.mValue, ColorCurveCtrl_cls::GetDependLabels(),
+    mRowDepend = AddChoice(_("Depend on"), &color.mDependType.mValue, ParticleScalars_st::GetLabels(),
                            _("The quantity that chooses the colour"));
     mRowScaling = AddNumber(_("Scaling"), &color.mScalingMin.mValue, 1, Range(-1e30, 1e30, 0.1),
                             _("Quantity at the start of the curve, in units of the data"));

@@ -29,19 +29,12 @@ void SetPointState() {
 
 void SetBlend(bool bAdditive) { glBlendFunc(GL_SRC_ALPHA, bAdditive ? GL_ONE : GL_ONE_MINUS_SRC_ALPHA); }
 
-// What the colour curve of an attribute hangs on, as the snapshot worked it out.
-const float* GetDrivingValues(const SnapData_cls& snap, const GLAttribute_cls& attribute) {
-    if (attribute.mColor.mDependType.mValue == 1) return snap.mpRadius;
-    if (attribute.mColor.mDependType.mValue >= 2 && snap.mpValue1Dash) return snap.mpValue1Dash;
-    return snap.mpValue1;
-}
-
 // Alpha of one point whose colour hangs on a value: the curve's alpha, by the law of "AlphaType=".
 struct PointAlpha {
     PointAlpha(const GLAttribute_cls& attribute, int step)
         : factor(static_cast<float>(GLDrawData_cls::GetSteppingAlphaFactorUnlimited(step) *
                                     attribute.mAlphaFactor.mValue)) {
-        if (attribute.mAlphaType.mValue != 1) return;
+        if (attribute.mAlphaType.mValue != ALPHA_BY_RADIUS) return;
         const float radius = static_cast<float>(GLDrawData_cls::GetSteppingRadiusFactorUnlimited(step)) *
                              attribute.GetRadiusFactor();
         const float square = radius * radius;
@@ -94,7 +87,7 @@ void GLDrawData_cls::GLDrawPointArrayElement(int face, SnapData_cls* pSnap, GLAt
     pAttribute->mColor.GetColor4fScaled(color, 0.0f);
     const double stepping = GetSteppingAlphaFactorUnlimited(pAttribute->mpCDrawOption->GetDownSizing());
     color[3] = static_cast<float>(color[3] * pAttribute->mAlphaFactor.mValue * stepping);
-    const bool bAdditive = pAttribute->mBlendType.mValue == 1;
+    const bool bAdditive = pAttribute->mBlendType.mValue == BLEND_ADDITIVE;
     if (color[3] < 1.0f || bAdditive) {
         glEnable(GL_BLEND);
         SetBlend(bAdditive);
@@ -109,10 +102,10 @@ void GLDrawData_cls::GLDrawPointArrayElement(int face, SnapData_cls* pSnap, GLAt
 
 void GLDrawData_cls::GLDrawPointAll(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute) {
     const int number = ZSort(face, pSnap, pAttribute);
-    const float* pValues = GetDrivingValues(*pSnap, *pAttribute);
+    const float* pValues = pSnap->GetDrivingValues(pAttribute->mColor.mDependType.mValue);
     if (number == 0 || !pValues) return;
     const GLAttribScope_cls attributes;
-    const bool bAdditive = pAttribute->mBlendType.mValue == 1;
+    const bool bAdditive = pAttribute->mBlendType.mValue == BLEND_ADDITIVE;
     const float size = GetPointSize(*pAttribute);
     SetPointState();
     glPointSize(size);

@@ -21,7 +21,6 @@
 namespace {
 
 constexpr int kAttributeNumber = kParticleClasses;
-constexpr unsigned kFirstComputed = ParticleScalars_st::kFirstComputed; // these need the derived array
 
 template <class T>
 bool Take(T*& array, int number) {
@@ -120,14 +119,14 @@ bool SnapData_cls::IsItSameSnap(PDataBlock_cls* pBlock, double dt, int step) con
 bool SnapData_cls::IsInterpolateRequired(GLAttribute_cls* const* ppAttribute) {
     return std::any_of(ppAttribute, ppAttribute + kAttributeNumber, [](const GLAttribute_cls* pAttribute) {
         const auto computed = [pAttribute](int which) {
-            return CurveOf(*pAttribute, which).mDependType.mValue >= kFirstComputed;
+            return ParticleScalars_st::IsComputed(CurveOf(*pAttribute, which).mDependType.mValue);
         };
         switch (pAttribute->mDrawType.mValue) {
-        case 0:
-        case 1:
-        case 3:
+        case DRAW_POINT:
+        case DRAW_BILLBOARD:
+        case DRAW_BOTH:
             return computed(0);
-        case 2:
+        case DRAW_SPHERE:
             return computed(1) || computed(2) || computed(3);
         default:
             return false;
@@ -137,17 +136,22 @@ bool SnapData_cls::IsInterpolateRequired(GLAttribute_cls* const* ppAttribute) {
 
 void SnapData_cls::SetPValue1(float** ppOut, GLAttribute_cls* pAttribute, int which) {
     const unsigned depend = CurveOf(*pAttribute, which).mDependType.mValue;
-    if (depend >= kFirstComputed) SetValue1Dash(depend);
-    *ppOut = depend == 1 ? mpRadius : depend >= kFirstComputed && mbValue1Dash ? mpValue1Dash : mpValue1;
+    if (ParticleScalars_st::IsComputed(depend)) SetValue1Dash(depend);
+    *ppOut = GetDrivingValues(depend);
+}
+
+float* SnapData_cls::GetDrivingValues(unsigned depend) const {
+    if (ParticleScalars_st::IsComputed(depend)) return mbValue1Dash ? mpValue1Dash : mpValue1;
+    return GetScalars().mArrays.*ParticleScalars_st::Find(depend)->mpArray;
 }
 
 ParticleScalars_st SnapData_cls::GetScalars() const {
     ParticleScalars_st scalars;
     if (!mbAllocated) return scalars;
     scalars = ParticleScalars_st::Of(*mpCBlock);
-    scalars.mpRadius = mpRadius;
-    scalars.mpValue1 = mpValue1;
-    scalars.mpType = mpType;
+    scalars.mArrays.mpRadius = mpRadius;
+    scalars.mArrays.mpValue1 = mpValue1;
+    scalars.mArrays.mpType = mpType;
     scalars.mNumber = mNumber;
     scalars.mStep = mStep;
     return scalars;
@@ -180,13 +184,11 @@ void SnapData_cls::InterpolateNot(PDataBlock_cls* pBlock, GLAttribute_cls** ppAt
 void SnapData_cls::InterpolateLinear(PDataBlock_cls* pBlock, GLAttribute_cls** ppAttribute, float dt) {
     ThreadSnapInterpolate_cls work;
     const bool bMoves = !(dt == 0.0f);
-    work.mpPos = pBlock->mpPos;
-    work.mpRadius = pBlock->mpRadius;
-    work.mpValue1 = pBlock->mpValue1;
-    work.mpVel = bMoves ? pBlock->mpVel : nullptr;
-    work.mpDRadius = bMoves ? pBlock->mpDRadius : nullptr;
-    work.mpDValue1 = bMoves ? pBlock->mpDValue1 : nullptr;
-    work.mpType = mpType;
+    work.mFrom = *pBlock;
+    if (!bMoves) {
+        work.mFrom.mpVel = nullptr;
+        work.mFrom.mpDRadius = work.mFrom.mpDValue1 = nullptr;
+    }
     work.mpPosOut = mpPos;
     work.mpRadiusOut = mpRadius;
     work.mpValue1Out = mpValue1;
@@ -200,7 +202,8 @@ void SnapData_cls::InterpolateLinear(PDataBlock_cls* pBlock, GLAttribute_cls** p
         // A colour that depends on nothing costs nothing.
         if (!attribute.mColor.IsConstant()) SetPValue1(&pValue, &attribute, 0);
         const float base = attribute.mAlphaDependBase.mValue;
-        const float scale = attribute.mAlphaType.mValue == 1 ? base * base : attribute.mAlphaFactor.mValue;
+        const float scale =
+            attribute.mAlphaType.mValue == ALPHA_BY_RADIUS ? base * base : attribute.mAlphaFactor.mValue;
         work.mSource[k] = {ColorSegments_cls(attribute.mColor, scale), pValue};
     }
     InThreads(mNumber, [&work](long long begin, long long end) { work.InterpolateDataLinear(begin, end); });

@@ -24,6 +24,9 @@ public:
     /// The values that drive a curve of an attribute: 0 colour, 1 ambient, 2 diffuse, 3 specular. A derived
     /// quantity is computed on first use; all curves share the first one that was asked for.
     void SetPValue1(float** ppOut, GLAttribute_cls* pAttribute, int which);
+    /// What scalar `depend` of a curve is drawn with: a computed one as SetPValue1 worked it out, else
+    /// Value1.
+    float* GetDrivingValues(unsigned depend) const;
     /// The scalars as they are drawn: values and radii at the time on show, computed ones from the block.
     ParticleScalars_st GetScalars() const;
 

@@ -16,13 +16,11 @@ namespace {
 constexpr long long kPiece = 1024;        // particles whose values stay in the first-level cache
 constexpr long long kStreamFrom = 200000; // below this the results fit the caches and are read from there
 
-inline int ClassOf(unsigned char type) { return type < ThreadSnapInterpolate_cls::kClassNumber ? type : 0; }
-
 // One bit for each class that occurs.
 unsigned ClassesOf(const unsigned char* pType, long long begin, long long end) {
     unsigned seen = 0;
     for (long long i = begin; i < end; ++i)
-        seen |= 1u << ClassOf(pType[i]);
+        seen |= 1u << GetParticleClass(pType[i]);
     return seen;
 }
 
@@ -96,10 +94,11 @@ void ThreadSnapInterpolate_cls::InterpolateDataLinear(long long begin, long long
 void ThreadSnapInterpolate_cls::EvaluateAll(long long begin, long long end, bool bStream) const {
     const long long count = end - begin;
     const auto slope = [begin](const float* pSlope) { return pSlope ? pSlope + begin : nullptr; };
-    CopyOrEvaluate(mpPosOut[begin], mpPos[begin], mpVel ? mpVel[begin] : nullptr, mDT, 3 * count, bStream);
+    CopyOrEvaluate(mpPosOut[begin], mFrom.mpPos[begin], mFrom.mpVel ? mFrom.mpVel[begin] : nullptr, mDT,
+                   3 * count, bStream);
     // Radius or value drive the colours right below: these are kept at hand.
-    CopyOrEvaluate(mpRadiusOut + begin, mpRadius + begin, slope(mpDRadius), mDT, count, false);
-    CopyOrEvaluate(mpValue1Out + begin, mpValue1 + begin, slope(mpDValue1), mDT, count, false);
+    CopyOrEvaluate(mpRadiusOut + begin, mFrom.mpRadius + begin, slope(mFrom.mpDRadius), mDT, count, false);
+    CopyOrEvaluate(mpValue1Out + begin, mFrom.mpValue1 + begin, slope(mFrom.mpDValue1), mDT, count, false);
     if (IsConstant())
         ColorConstant(begin, end);
     else
@@ -109,10 +108,10 @@ void ThreadSnapInterpolate_cls::EvaluateAll(long long begin, long long end, bool
 void ThreadSnapInterpolate_cls::EvaluateStepped(long long begin, long long end) const {
     for (long long i = begin; i < end; i += mStep) {
         for (int c = 0; c < 3; ++c)
-            mpPosOut[i][c] = mpVel ? mpPos[i][c] + mpVel[i][c] * mDT : mpPos[i][c];
-        mpRadiusOut[i] = mpDRadius ? mpRadius[i] + mpDRadius[i] * mDT : mpRadius[i];
-        mpValue1Out[i] = mpDValue1 ? mpValue1[i] + mpDValue1[i] * mDT : mpValue1[i];
-        const SnapColorSource_st& source = mSource[ClassOf(mpType[i])];
+            mpPosOut[i][c] = mFrom.mpVel ? mFrom.mpPos[i][c] + mFrom.mpVel[i][c] * mDT : mFrom.mpPos[i][c];
+        mpRadiusOut[i] = mFrom.mpDRadius ? mFrom.mpRadius[i] + mFrom.mpDRadius[i] * mDT : mFrom.mpRadius[i];
+        mpValue1Out[i] = mFrom.mpDValue1 ? mFrom.mpValue1[i] + mFrom.mpDValue1[i] * mDT : mFrom.mpValue1[i];
+        const SnapColorSource_st& source = mSource[GetParticleClass(mFrom.mpType[i])];
         source.mCurve.Get(mpColorOut[i], source.mpValue[i]);
     }
 }
@@ -122,7 +121,7 @@ void ThreadSnapInterpolate_cls::ColorAll(long long begin, long long end) const {
     float t[kClassNumber][kPiece];
     int segment[kClassNumber][kPiece];
     const ColorSegments_cls::Segment_st* pTable[kClassNumber];
-    const unsigned seen = ClassesOf(mpType, begin, end);
+    const unsigned seen = ClassesOf(mFrom.mpType, begin, end);
     for (int k = 0; k < kClassNumber; ++k) {
         pTable[k] = mSource[k].mCurve.GetSegments();
         if ((seen >> k & 1u) != 0)
@@ -131,7 +130,7 @@ void ThreadSnapInterpolate_cls::ColorAll(long long begin, long long end) const {
     const auto store = [&](auto cubic) {
         for (long long i = begin; i < end; ++i) {
             alignas(16) float color[4];
-            const int k = ClassOf(mpType[i]);
+            const int k = GetParticleClass(mFrom.mpType[i]);
             ColorSegments_cls::GetAt<decltype(cubic)::value>(color, pTable[k], segment[k][i - begin],
                                                              t[k][i - begin]);
             StoreColor(mpColorOut[i], color);
@@ -149,5 +148,5 @@ void ThreadSnapInterpolate_cls::ColorConstant(long long begin, long long end) co
     for (int k = 0; k < kClassNumber; ++k)
         mSource[k].mCurve.Get(color[k], 0.0f);
     for (long long i = begin; i < end; ++i)
-        StoreColor(mpColorOut[i], color[ClassOf(mpType[i])]);
+        StoreColor(mpColorOut[i], color[GetParticleClass(mFrom.mpType[i])]);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "COLORCURVE/clsColorSegments.h"
+#include "PDATA/ParticleArrays.h"
 
 /// How the particles of one class get their colour.
 struct SnapColorSource_st {
@@ -11,7 +12,7 @@ struct SnapColorSource_st {
 
 class ThreadSnapInterpolate_cls {
 public:
-    static constexpr int kClassNumber = 4;
+    static constexpr int kClassNumber = kParticleClasses;
 
     /// Threads for `number` particles, 1 to 4.
     static int GetThreadCount(long long number);
@@ -19,14 +20,7 @@ public:
     /// filled by several threads at once.
     void InterpolateDataLinear(long long begin, long long end) const;
 
-    // Sources. Without slopes (null) the sources are copied.
-    const float (*mpPos)[3] = nullptr;
-    const float (*mpVel)[3] = nullptr;
-    const float* mpRadius = nullptr;
-    const float* mpDRadius = nullptr;
-    const float* mpValue1 = nullptr;
-    const float* mpDValue1 = nullptr;
-    const unsigned char* mpType = nullptr;
+    ParticleArrays_st mFrom; ///< sources, only read; positions, radii and values without slopes are copied
     // Targets.
     float (*mpPosOut)[3] = nullptr;
     float* mpRadiusOut = nullptr;
