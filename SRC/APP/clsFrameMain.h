@@ -105,7 +105,7 @@ private:
     void TickRecovery();
     void ShowModified();
 
-    // clsFrameMainFile.cpp: files and quitting
+    // clsFileMenu.cpp: files and quitting
     void OnMenuOpenProject(wxCommandEvent& event);
     void OnMenuSaveProject(wxCommandEvent& event);
     void OnMenuSaveProjectAs(wxCommandEvent& event);
@@ -146,7 +146,7 @@ private:
     void OnMenuViewExtra(wxCommandEvent& event);
     void OnMenuPlayStop(wxCommandEvent& event);
     void OnMenuSetCameraKey(wxCommandEvent& event);
-    // clsFrameMainImage.cpp
+    // clsImageRun.cpp
     void BindImages();
     void OnMenuSaveImageSnap(wxCommandEvent& event);
     void OnMenuCopyView(wxCommandEvent& event);
@@ -165,7 +165,7 @@ private:
     void OnAbout(wxCommandEvent& event);
     void OnMenuAboutGL(wxCommandEvent& event);
 
-    // clsFrameMainExport.cpp: export of data
+    // clsExportRun.cpp: export of data
     void BindExport();
     void OnMenuExportData(wxCommandEvent& event);
     void OnMenuExportDataBegin(wxCommandEvent& event);

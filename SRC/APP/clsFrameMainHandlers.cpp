@@ -1,4 +1,4 @@
-// What menu entries and posted commands do, but for files (clsFrameMainFile.cpp).
+// What menu entries and posted commands do, but for files (clsFileMenu.cpp).
 #include "APP/clsFrameMain.h"
 
 #include <functional>

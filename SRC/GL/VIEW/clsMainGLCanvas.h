@@ -121,7 +121,7 @@ public:
     /// From the next paint on each new picture goes to the sequence, until the stop.
     void StartSaveImgSeqProcess(ImgSequence_cls* pSequence);
     void StopSaveImgSeqProcess();
-    /// From now on a paint writes its frame and draws nothing; clsMainGLCanvasExport.cpp.
+    /// From now on a paint writes its frame and draws nothing; clsViewExport.cpp.
     void StartExportDataProcess(DataExporter_cls* pExporter);
     void StopExportDataProcess();
     void StopExportPovStringProcess() {}
@@ -243,20 +243,20 @@ private:
     void KeepPicture();
     void DrawOnWindow();
 
-    // clsMainGLCanvasData.cpp
+    // clsViewSceneData.cpp
     void SetLights();
     void DrawDataMain();
     void DrawDataLitDiffuse(int lightIndex);
     void DrawDataCopyLoop(bool bShadowPass);
 
-    // clsMainGLCanvasFaces.cpp
+    // clsSharedView.cpp
     static void InitializeShared();
     void DrawOnFBO();
     void EndFaces();
     void ModifyByDomeTilt(PositionAndDirection_cls* pCamera) const;
     bool IsAnyMultiPanel() const;
 
-    // clsMainGLCanvasGather.cpp
+    // clsViewGather.cpp
     void GatherFBOImages(int w, int h, bool bToImage);
     void GatherFBOMultiPanel(int w, int h, bool bAdditive);
     void GatherDome(int w, int h);
@@ -265,7 +265,7 @@ private:
     void DrawFisheyeGrid(const std::function<void()>& draw);
     void AddStage(int w, int h, float weight);
 
-    // clsMainGLCanvasImage.cpp
+    // clsViewImage.cpp
     wxSize GetImageSize() const;
     bool BeginImage();
     void BakeImage(double angle);
@@ -276,14 +276,14 @@ private:
     void TakeWindowPicture();
     void DrawFrameBox(int w, int h);
 
-    // clsMainGLCanvasOverlay.cpp
+    // clsViewOverlay.cpp
     void DrawOverlays(int w, int h, bool bToImage);
     bool HasOverlays() const;
 
-    // clsMainGLCanvasExport.cpp
+    // clsViewExport.cpp
     void ExportFrame();
 
-    // clsMainGLCanvasDraw.cpp
+    // clsViewScene.cpp
     void DrawFace(double gridUnit);
     void DrawOtherObjects(double gridUnit);
     void DrawCameraPath(bool bPick);
@@ -291,7 +291,7 @@ private:
     void SetLineWidth();
     void SetGLBGColor(int which);
 
-    // clsMainGLCanvasCamera.cpp
+    // clsViewCamera.cpp
     void UpdateCameraPos();
     void ModifyOrthoCamera();
     void EvaluatePaths(double doubleIndex);
@@ -303,7 +303,7 @@ private:
     void SetAngleIfLinked();
     bool IsCameraLinked() const { return mDisplayMode.mValue == 7; }
 
-    // clsMainGLCanvasMouse.cpp
+    // clsViewMouse.cpp
     void BindMouse();
     void OnMouse(wxMouseEvent& event);
     void OnCaptureLost(wxMouseCaptureLostEvent& event);
@@ -322,7 +322,7 @@ private:
     void RefreshOtherFreeCanvas() { RefreshOthers(false); }
     void RefreshOthers(bool bAlongAxis);
 
-    // clsMainGLCanvasMessage.cpp
+    // clsViewMessage.cpp
     void DrawMessage(int w, int h);
     wxString MakeStatusLine() const;
     wxString MakeDataLine() const;
