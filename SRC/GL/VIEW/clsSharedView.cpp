@@ -1,17 +1,24 @@
-// The faces of a view: one, or four for fisheye and panorama; and what all views share of their making.
-#include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsSharedView.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include <wx/dc.h>
+#include <wx/intl.h>
 
+#include "COLORCURVE/clsColorCurve.h"
 #include "COMMON/RuntimeFiles.h"
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/BASE/clsGLTexture.h"
+#include "GL/DRAW/clsGLAttribute.h"
+#include "GL/VIEW/clsDistortion.h"
+#include "GL/VIEW/clsDrawClrLegend.h"
+#include "GL/VIEW/clsDrawTimeIndex.h"
 #include "GL/VIEW/clsExposure.h"
 #include "GL/VIEW/clsFishEye.h"
-#include "SCENE/clsCameraPath.h"
+
+const int SharedView_cls::msAFBOSize[5] = {256, 512, 1024, 2048, 4096};
 
 namespace {
 
@@ -19,14 +26,6 @@ constexpr int kGridSize = 1024; // pixels of the dome's grid texture
 constexpr int kCircles = 9;
 constexpr int kSides = 72;
 constexpr int kSpokes = 24;
-
-// Cells of the ground grid: the power of ten that isn't below a tenth of the distance.
-double GetGridUnit(double distance) {
-    double unit = 0.0001;
-    while (distance > unit * 10.0 && unit < 1e30)
-        unit *= 10.0;
-    return unit;
-}
 
 wxPoint OnCircle(double radius, double turn) {
     const double middle = kGridSize / 2.0;
@@ -54,49 +53,52 @@ void MakeFisheyeGridTexture(GLTexture_cls* pTexture) {
 
 } // namespace
 
-// With the first view that has a context; the others share it all.
-void MainGLCanvas_cls::InitializeShared() {
+SharedView_cls::SharedView_cls(Overlay_cls* pOverlay, Exposure_cls* pExposure, Information_cls* pInformation)
+    : mspCClrCurveBG(std::make_unique<ColorCurve_cls>("BGColor", _("Background"), "0 0 0 0")),
+      mspCClrCurveOut(std::make_unique<ColorCurve_cls>("OutColor", _("Around the picture"), "0 0 0 0")),
+      mspCClrCurveTag(std::make_unique<ColorCurve_cls>("TagColor", _("Tags"), "1 1 1 1")),
+      mspCDrawTimeIndex(std::make_unique<DrawTimeIndex_cls>(pOverlay)),
+      mspCDrawClrLegend(std::make_unique<DrawClrLegend_cls>(pOverlay)),
+      mspCFishEyeCtrl(std::make_unique<FishEye_cls>()), mspCDistortion(std::make_unique<Distortion_cls>()),
+      mspCExposureLink(pExposure), mspCInformationLink(pInformation) {
+    msCConfListStatic.Add(&msCFBOSizeIndex, "FBOBufferSize=", "3");
+    msCConfListStatic.Add(&msCTagFontIndex, "TagFontIndex=", "4");
+    msCConfListStatic.Add(&msCLineWidth, "LineWidth=", "5");
+    mspCDistortion->ReadWavefrontObject(FindRuntimeFile("Resource/distortion.obj"));
+}
+
+// What draws the particles was made with the first view's context, too.
+SharedView_cls::~SharedView_cls() { GLAttribute_cls::DestructStaticMembers(); }
+
+wxString SharedView_cls::SerializeStaticMember() {
+    return msCConfListStatic.SerializeAll() + mspCClrCurveBG->Serialize() + mspCClrCurveOut->Serialize() +
+           mspCClrCurveTag->Serialize();
+}
+
+void SharedView_cls::ReadStrLineStaticMember(std::wistream& stream, const wxString& line) {
+    msCConfListStatic.ReadStrLineAll(line);
+    for (ColorCurve_cls* pCurve : {mspCClrCurveBG.get(), mspCClrCurveOut.get(), mspCClrCurveTag.get()})
+        pCurve->ReadStrLine(stream, line);
+}
+
+int SharedView_cls::GetFBOSize() const { return msAFBOSize[std::min(msCFBOSizeIndex.mValue, 4u)]; }
+
+void SharedView_cls::InitializeGL() {
     if (mspCExposureLink) mspCExposureLink->Initialize();
     if (mspCMask) return;
     const GLAttribScope_cls attributes;
-    mspCMask = new GLTexture_cls;
-    mspCFisheyeGrid = new GLTexture_cls;
+    mspCMask = std::make_unique<GLTexture_cls>();
+    mspCFisheyeGrid = std::make_unique<GLTexture_cls>();
     mspCMask->LoadImage(FindRuntimeFile("Resource/DefaultMask.png"), true);
-    MakeFisheyeGridTexture(mspCFisheyeGrid);
+    MakeFisheyeGridTexture(mspCFisheyeGrid.get());
 }
 
-void MainGLCanvas_cls::ModifyByDomeTilt(PositionAndDirection_cls* pCamera) const {
-    const bool bPath = mDisplayMode.mValue == 7 || mDisplayMode.mValue == 8;
-    if (!bPath || !IsFishEye()) return;
-    pCamera->RotateYPR(0.0, double(GetPLinkedCameraPath()->mCFishEyeOffset.mValue), 0.0);
-}
-
-// The memory of wide views is kept while there are any: fresh memory costs a paint several times what drawing
-// into old memory does.
-void MainGLCanvas_cls::EndFaces() {
-    const bool bKeep = IsAnyMultiPanel();
-    mspCFishEyeCtrl->MakeFishEyeEnd(bKeep);
-    if (!bKeep) mspCDome.reset();
-}
-
-bool MainGLCanvas_cls::IsAnyMultiPanel() const {
-    for (int view = 0; view < kViewNumber; ++view) {
-        const MainGLCanvas_cls* pOther = GetOther(view);
-        if (pOther && pOther->IsShownOnScreen() && pOther->GetMultiPanelMode() != 0) return true;
+void SharedView_cls::SetGLBGColor(int which, const std::optional<float>& plainGrey) {
+    if (plainGrey) {
+        glClearColor(*plainGrey, *plainGrey, *plainGrey, *plainGrey);
+        return;
     }
-    return false;
-}
-
-void MainGLCanvas_cls::DrawOnFBO() {
-    const double gridUnit = GetGridUnit(mMoment.distanceToAnchor);
-    const int mode = GetMultiPanelMode();
-    for (int face = 0; face < FishEye_cls::GetFaceNumber(mode); ++face) {
-        mMoment.face = face;
-        mCFaceCam = mCCamPos; // which the stereogram shifts for the eye
-        ModifyByDomeTilt(&mCFaceCam);
-        mspCFishEyeCtrl->MakeFishEyeProcessFH(face, &mCFaceCam, &mCGLPerspective, mode);
-        DrawFace(gridUnit);
-        mspCFishEyeCtrl->MakeFishEyeProcessLH(face);
-        // Each further light with shadows adds a picture of its own here.
-    }
+    float color[4];
+    (which == 0 ? mspCClrCurveBG : mspCClrCurveOut)->GetColor4fScaled(color, 0.0f);
+    glClearColor(color[0], color[1], color[2], color[3]);
 }

@@ -1,12 +1,14 @@
-// Cameras of a view: where the eye is at a paint, and what the projection is.
-#include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsViewCamera.h"
 
 #include <algorithm>
 
 #include <wx/intl.h>
 
-#include "APP/clsFrameMain.h"
-#include "GL/VIEW/clsGLCanvasCtrl.h"
+#include "COMMON/clsMyVector.h"
+#include "GL/BASE/clsGLPerspective.h"
+#include "GL/VIEW/clsSharedView.h"
+#include "GL/VIEW/clsViewHost.h"
+#include "GL/VIEW/clsViewSettings.h"
 #include "PARAM/clsUndoManager.h"
 #include "SCENE/clsAnchorPath.h"
 #include "SCENE/clsCameraPath.h"
@@ -21,107 +23,65 @@ bool LooksAlike(const PositionAndDirection_cls& a, const PositionAndDirection_cl
 
 } // namespace
 
-bool MainGLCanvas_cls::IsAlongAxis() const { return GoesAlong(mDisplayMode.mValue); }
-
-int MainGLCanvas_cls::GetEffectiveGeometry() const {
-    const bool bPath = mDisplayMode.mValue == 7 || (mDisplayMode.mValue == 8 && mGLGeometry.mValue < 2);
-    return bPath ? GetPLinkedCameraPath()->mCGeometry.mValue : mGLGeometry.mValue;
+ViewCamera_cls::ViewCamera_cls(ViewSettings_cls& settings, SharedView_cls& shared, const ViewHost_cls& host)
+    : mSettings(settings), mShared(shared), mHost(host) {
+    SetCameraToDefaultPos();
 }
 
-bool MainGLCanvas_cls::IsOrthographic() const { return GetEffectiveGeometry() == 1; }
-
-bool MainGLCanvas_cls::IsFishEye() const { return !IsAlongAxis() && GetEffectiveGeometry() == 2; }
-
-bool MainGLCanvas_cls::IsCylinder() const { return !IsAlongAxis() && GetEffectiveGeometry() == 3; }
-
-int MainGLCanvas_cls::GetMultiPanelMode() const { return IsFishEye() ? 1 : IsCylinder() ? 2 : 0; }
-
-void MainGLCanvas_cls::SetDisplayMode(int mode) {
-    mDisplayMode.mValue = std::clamp(mode, 0, mPanelIndex == kExtraPanel ? 8 : 7);
-    if (mGLGeometry.mValue < 2) mGLGeometry.mValue = IsAlongAxis() ? 1 : 0;
-    mpCLinkedCameraPath = nullptr;
-    mpCLinkedAnchorPath = nullptr;
-    MarkStale();
-}
-
-void MainGLCanvas_cls::SetGeometry(int geometry) {
-    mGLGeometry.mValue = std::clamp(geometry, 0, 3);
-    MarkStale();
-}
-
-void MainGLCanvas_cls::ChooseDisplayMode(int mode) {
-    mpCCtrl->ChangeBy([this, mode] { SetDisplayMode(mode); });
-    mpCCtrl->UpdateWindow();
-    RefreshEX();
-}
-
-void MainGLCanvas_cls::TogglePerspective() {
-    mpCCtrl->ChangeBy([this] { SetGeometry(mGLGeometry.mValue == 0 ? 1 : 0); });
-    mpCCtrl->UpdateWindow();
-    RefreshEX();
-}
-
-void MainGLCanvas_cls::LinkageConnect() {
-    SetDisplayMode(7);
-    mpCLinkedCameraPath = mpCFrame->GetPCCameraPath();
-    mpCLinkedAnchorPath = mpCFrame->GetPCAnchorPath();
-    EvaluatePaths(mpCFrame->GetPCTimeCtrl()->GetDoubleIndex());
-    mCCamLinked = mpCLinkedCameraPath->mCCurrent;
+void ViewCamera_cls::LinkageConnect() {
+    mSettings.LinkPaths();
+    EvaluatePaths(mHost.GetPCTimeCtrl()->GetDoubleIndex());
+    mCCamLinked = mSettings.GetPLinkedCameraPath()->mCCurrent;
     mCCamLinked.UpdateYPR(false);
 }
 
-CameraPath_cls* MainGLCanvas_cls::GetPLinkedCameraPath() const {
-    return mpCLinkedCameraPath ? mpCLinkedCameraPath : mpCFrame->GetPCCameraPath();
-}
-
-AnchorPath_cls* MainGLCanvas_cls::GetPLinkedAnchorPath() const {
-    return mpCLinkedAnchorPath ? mpCLinkedAnchorPath : mpCFrame->GetPCAnchorPath();
-}
-
-void MainGLCanvas_cls::SetCameraToDefaultPos() {
+void ViewCamera_cls::SetCameraToDefaultPos() {
     const double away[3] = {-1.12, -0.8, 0.56};
     const double front[3] = {-away[0], -away[1], -away[2]};
     const double up[3] = {0, 0, 1};
     mCCamFree.Set(away[0] * 3.5, away[1] * 3.5, away[2] * 3.5);
     mCCamFree.Setv(front, up);
-    mCCamFree.SetAncPos(msCAnchorPos);
+    mCCamFree.SetAncPos(mShared.msCAnchorPos);
     mCCamLinked = mCCamFree;
 }
 
-PositionAndDirection_cls* MainGLCanvas_cls::GetPCCameraPosition() {
-    if (IsAlongAxis()) return &mCCamOrtho;
-    return IsCameraLinked() ? &mCCamLinked : &mCCamFree;
+PositionAndDirection_cls* ViewCamera_cls::GetPCCameraPosition() {
+    if (mSettings.IsAlongAxis()) return &mCCamOrtho;
+    return mSettings.IsCameraLinked() ? &mCCamLinked : &mCCamFree;
 }
 
-double* MainGLCanvas_cls::GetPCAnchorPosition() { return IsAlongAxis() ? msCAnchorPosOrtho : msCAnchorPos; }
+double* ViewCamera_cls::GetPCAnchorPosition() {
+    return mSettings.IsAlongAxis() ? mShared.msCAnchorPosOrtho : mShared.msCAnchorPos;
+}
 
 // The picture of a linked view depends on the paths alone; the hand turns it around the common anchor.
-void MainGLCanvas_cls::UpdateAnc() {
-    mCCamPos.SetAncPos(IsCameraLinked() ? GetPLinkedAnchorPath()->mCCurrent.mPos : GetPCAnchorPosition());
+void ViewCamera_cls::UpdateAnc() {
+    mCCamPos.SetAncPos(mSettings.IsCameraLinked() ? mSettings.GetPLinkedAnchorPath()->mCCurrent.mPos
+                                                  : GetPCAnchorPosition());
     GetPCCameraPosition()->SetAncPos(GetPCAnchorPosition());
 }
 
-void MainGLCanvas_cls::ModifyOrthoCamera() {
-    const int mode = mDisplayMode.mValue;
-    mCCamOrtho.Set(msCAnchorPosOrtho);
+void ViewCamera_cls::ModifyOrthoCamera() {
+    const int mode = mSettings.mDisplayMode.mValue;
+    mCCamOrtho.Set(mShared.msCAnchorPosOrtho);
     const double sign = mode % 2 == 1 ? -1.0 : 1.0;
-    mCCamOrtho.mPos[(mode - 1) / 2] += sign * static_cast<double>(mGLOrthoScale.mValue);
-    mCCamOrtho.SetAncPos(msCAnchorPosOrtho);
+    mCCamOrtho.mPos[(mode - 1) / 2] += sign * static_cast<double>(mSettings.mGLOrthoScale.mValue);
+    mCCamOrtho.SetAncPos(mShared.msCAnchorPosOrtho);
     mCCamOrtho.SetDirection(mode);
 }
 
-void MainGLCanvas_cls::EvaluatePaths(double doubleIndex) {
-    CameraPath_cls* pCamera = GetPLinkedCameraPath();
-    AnchorPath_cls* pAnchor = GetPLinkedAnchorPath();
+void ViewCamera_cls::EvaluatePaths(double doubleIndex) {
+    CameraPath_cls* pCamera = mSettings.GetPLinkedCameraPath();
+    AnchorPath_cls* pAnchor = mSettings.GetPLinkedAnchorPath();
     pCamera->UpdateCurrentObj(doubleIndex);
     pAnchor->UpdateCurrentObj(doubleIndex);
     if (pCamera->mCLookAnchor.mValue) pCamera->mCCurrent.PointAt(pAnchor->mCCurrent.mPos);
 }
 
 // The paths must have been evaluated for the current time.
-bool MainGLCanvas_cls::HasPathMoved() {
-    const TimeCtrl_cls& time = *mpCFrame->GetPCTimeCtrl();
-    const PositionAndDirection_cls& path = GetPLinkedCameraPath()->mCCurrent;
+bool ViewCamera_cls::HasPathMoved() {
+    const TimeCtrl_cls& time = *mHost.GetPCTimeCtrl();
+    const PositionAndDirection_cls& path = mSettings.GetPLinkedCameraPath()->mCCurrent;
     const int frame = time.GetFrame(), step = time.GetInterpStep();
     const double blur = time.mCMotionBlur.GetFactor();
     const bool bMoved =
@@ -134,80 +94,81 @@ bool MainGLCanvas_cls::HasPathMoved() {
 }
 
 // The linked camera is the path's until a user moves it, and again as soon as time or the path moves.
-void MainGLCanvas_cls::FollowPath() {
-    const CameraPath_cls& camera = *GetPLinkedCameraPath();
-    const double* anchor = GetPLinkedAnchorPath()->mCCurrent.mPos;
-    if (camera.mCLookAnchor.mValue) std::copy_n(anchor, 3, msCAnchorPos);
+void ViewCamera_cls::FollowPath() {
+    const CameraPath_cls& camera = *mSettings.GetPLinkedCameraPath();
+    const double* anchor = mSettings.GetPLinkedAnchorPath()->mCCurrent.mPos;
+    if (camera.mCLookAnchor.mValue) std::copy_n(anchor, 3, mShared.msCAnchorPos);
     if (HasPathMoved() || mbForceUpdateCameraPos) mCCamLinked = camera.mCCurrent;
-    mCCamLinked.SetAncPos(msCAnchorPos);
-    if (!LooksAlike(mCCamLinked, camera.mCCurrent)) mCCamLinked.PointAt(msCAnchorPos);
+    mCCamLinked.SetAncPos(mShared.msCAnchorPos);
+    if (!LooksAlike(mCCamLinked, camera.mCCurrent)) mCCamLinked.PointAt(mShared.msCAnchorPos);
     mCCamPos = mCCamLinked;
     mCCamPos.SetAncPos(anchor);
 }
 
-void MainGLCanvas_cls::UpdateCameraPos() {
-    if (mPivotMode.mValue) std::copy_n(GetPLinkedAnchorPath()->mCCurrent.mPos, 3, msCAnchorPos);
-    const int mode = mDisplayMode.mValue;
-    if (IsAlongAxis()) {
+void ViewCamera_cls::UpdateCameraPos() {
+    if (mSettings.mPivotMode.mValue)
+        std::copy_n(mSettings.GetPLinkedAnchorPath()->mCCurrent.mPos, 3, mShared.msCAnchorPos);
+    const int mode = mSettings.mDisplayMode.mValue;
+    if (mSettings.IsAlongAxis()) {
         ModifyOrthoCamera();
         mCCamPos = mCCamOrtho;
-    } else if (IsCameraLinked()) {
+    } else if (mSettings.IsCameraLinked()) {
         FollowPath();
-    } else if (mode == 0) {
-        mCCamFree.SetAncPos(msCAnchorPos);
-        mCCamFree.PointAt(msCAnchorPos);
+    } else if (mode == DISPLAY_FREE) {
+        mCCamFree.SetAncPos(mShared.msCAnchorPos);
+        mCCamFree.PointAt(mShared.msCAnchorPos);
         mCCamPos = mCCamFree;
     }
-    if (mode != 8) GetPCCameraPosition()->UpdateYPR(true);
+    if (mode != DISPLAY_COPY) GetPCCameraPosition()->UpdateYPR(true);
     mCCamPos.UpdateYPR(true);
     mbForceUpdateCameraPos = false;
 }
 
-void MainGLCanvas_cls::SetPerspective() {
-    // An image has a shape of its own; dome and panorama pictures are cut from a square.
-    const wxSize size = mbImageRequest && GetMultiPanelMode() == 0 ? GetImageSize() : GetPixelSize();
-    mCGLPerspective.mbPerspective = mGLGeometry.mValue != 1;
-    mCGLPerspective.SetClipSize(size.x, size.y);
+double ViewCamera_cls::GetDistanceToAnchor() const {
+    return mSettings.IsCameraLinked() ? MyVector::GetNormRelative<double>(mCCamPos.mPos, mShared.msCAnchorPos)
+                                      : mCCamPos.GetDistanceToAnc();
 }
 
-void MainGLCanvas_cls::SetAngleIfLinked() {
-    int geometry = mGLGeometry.mValue;
-    mCGLPerspective.mAngle = static_cast<double>(mGLPersAngle.mValue);
-    if (IsCameraLinked()) {
-        const CameraPath_cls& camera = *GetPLinkedCameraPath();
+wxString ViewCamera_cls::SetAngleIfLinked(GLPerspective_cls* pPerspective) const {
+    int geometry = mSettings.mGLGeometry.mValue;
+    pPerspective->mAngle = static_cast<double>(mSettings.mGLPersAngle.mValue);
+    if (mSettings.IsCameraLinked()) {
+        const CameraPath_cls& camera = *mSettings.GetPLinkedCameraPath();
         geometry = camera.mCGeometry.mValue;
-        mCGLPerspective.mAngle = camera.mCVAngle.mValue;
-        mCGLPerspective.mbPerspective = geometry != 1;
+        pPerspective->mAngle = camera.mCVAngle.mValue;
+        pPerspective->mbPerspective = geometry != ViewSettings_cls::GEOMETRY_ORTHOGRAPHIC;
     }
     const double limit = 120.0;
-    if (mCGLPerspective.mAngle < limit || geometry == 1 || GetMultiPanelMode() != 0) return;
-    mCGLPerspective.mAngle = limit;
-    if (geometry == 0)
-        mWXStrMessage += _("View angle is limited to 120 deg in perspective view.") + wxString("\n");
+    const bool bWide = mSettings.GetMultiPanelMode() != 0;
+    if (pPerspective->mAngle < limit || geometry == ViewSettings_cls::GEOMETRY_ORTHOGRAPHIC || bWide)
+        return wxString();
+    pPerspective->mAngle = limit;
+    if (geometry != ViewSettings_cls::GEOMETRY_PERSPECTIVE) return wxString();
+    return _("View angle is limited to 120 deg in perspective view.") + wxString("\n");
 }
 
 // In a copy of another view that view's camera counts.
-const PositionAndDirection_cls& MainGLCanvas_cls::GetModeCamera() {
-    if (mDisplayMode.mValue == 8) return mCCamPos;
+const PositionAndDirection_cls& ViewCamera_cls::GetModeCamera() {
+    if (mSettings.mDisplayMode.mValue == DISPLAY_COPY) return mCCamPos;
     PositionAndDirection_cls* pCamera = GetPCCameraPosition();
     pCamera->UpdateYPR(true); // it may have moved since the last paint
     return *pCamera;
 }
 
-void MainGLCanvas_cls::SetKeyPos(double time) {
+void ViewCamera_cls::SetKeyPos(double time) {
     const UndoBlock_cls block;
-    SceneObj_cls::SetKeyAt(GetPLinkedCameraPath()->mpCTranslate, GetModeCamera().mPos, time);
+    SceneObj_cls::SetKeyAt(mSettings.GetPLinkedCameraPath()->mpCTranslate, GetModeCamera().mPos, time);
 }
 
-void MainGLCanvas_cls::SetKeyPosRot(double time) {
+void ViewCamera_cls::SetKeyPosRot(double time) {
     const UndoBlock_cls block;
     const PositionAndDirection_cls& camera = GetModeCamera();
     const double angles[3] = {camera.mRoll, camera.mPitch, camera.mYaw};
-    SceneObj_cls::SetKeyAt(GetPLinkedCameraPath()->mpCTranslate, camera.mPos, time);
-    SceneObj_cls::SetKeyAt(GetPLinkedCameraPath()->mpCRotate, angles, time);
+    SceneObj_cls::SetKeyAt(mSettings.GetPLinkedCameraPath()->mpCTranslate, camera.mPos, time);
+    SceneObj_cls::SetKeyAt(mSettings.GetPLinkedCameraPath()->mpCRotate, angles, time);
 }
 
-void MainGLCanvas_cls::SetKeyAnc(double time) {
+void ViewCamera_cls::SetKeyAnc(double time) {
     const UndoBlock_cls block;
-    SceneObj_cls::SetKeyAt(GetPLinkedAnchorPath()->mpCTranslate, msCAnchorPos, time);
+    SceneObj_cls::SetKeyAt(mSettings.GetPLinkedAnchorPath()->mpCTranslate, mShared.msCAnchorPos, time);
 }

@@ -1,38 +1,35 @@
-// The mouse over a view, and its popup menu.
-#include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsViewMouse.h"
 
 #include <algorithm>
 
-#include <wx/intl.h>
-#include <wx/menu.h>
-#include <wx/numdlg.h>
-
-#include "APP/clsFrameMain.h"
-#include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
-#include "COMMON/MenuEvent.h"
 #include "GL/BASE/clsMouseNormalized.h"
-#include "GL/VIEW/clsGLCanvasCtrl.h"
+#include "GL/BASE/clsPositionAndDirection.h"
+#include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsViewCamera.h"
+#include "GL/VIEW/clsViewHost.h"
+#include "GL/VIEW/clsViewMenu.h"
 
-void MainGLCanvas_cls::BindMouse() {
+ViewMouse_cls::ViewMouse_cls(MainGLCanvas_cls& canvas, ViewMenu_cls& menu, ViewHost_cls& host,
+                             Preference_cls* pPreference)
+    : mCanvas(canvas), mMenu(menu), mHost(host), mCDolly(pPreference), mCMouse(pPreference) {
     for (const auto& type : {wxEVT_LEFT_DOWN, wxEVT_LEFT_UP, wxEVT_LEFT_DCLICK, wxEVT_MIDDLE_DOWN,
                              wxEVT_MIDDLE_UP, wxEVT_MIDDLE_DCLICK, wxEVT_RIGHT_DOWN, wxEVT_RIGHT_UP,
                              wxEVT_RIGHT_DCLICK, wxEVT_MOTION, wxEVT_MOUSEWHEEL})
-        Bind(type, &MainGLCanvas_cls::OnMouse, this);
-    Bind(wxEVT_MOUSE_CAPTURE_LOST, &MainGLCanvas_cls::OnCaptureLost, this);
-    Bind(wxEVT_MENU, &MainGLCanvas_cls::OnMenu, this, ID_CANVAS_MOVE_TO_CAM, ID_CANVAS_VIEW_ANGLE);
+        mCanvas.Bind(type, &ViewMouse_cls::OnMouse, this);
+    mCanvas.Bind(wxEVT_MOUSE_CAPTURE_LOST, &ViewMouse_cls::OnCaptureLost, this);
 }
 
-void MainGLCanvas_cls::OnMouse(wxMouseEvent& event) {
-    mCMouse.SetMouseInformation(event, GetContentScaleFactor(), GetPixelSize());
+void ViewMouse_cls::OnMouse(wxMouseEvent& event) {
+    mCMouse.SetMouseInformation(event, mCanvas.GetContentScaleFactor(), mCanvas.GetPixelSize());
     if (mCMouse.IsShowMenu()) {
-        ShowMenu();
+        mMenu.Show();
         return;
     }
     // A press on a button of the orientation gizmo locks dragging here.
     bool bChanged = false;
     if (mCMouse.IsButtonUp()) {
-        if (HasCapture()) ReleaseMouse();
+        if (mCanvas.HasCapture()) mCanvas.ReleaseMouse();
         mbLockDragging = false;
     }
     if (mCMouse.IsMouseDragging() && !mbLockDragging) bChanged = ProcViewOrItemDragging();
@@ -42,48 +39,48 @@ void MainGLCanvas_cls::OnMouse(wxMouseEvent& event) {
     if (bChanged) OnChangedByMouse();
 }
 
-void MainGLCanvas_cls::OnCaptureLost(wxMouseCaptureLostEvent&) {
+void ViewMouse_cls::OnCaptureLost(wxMouseCaptureLostEvent&) {
     mbLockDragging = true; // until the next press
 }
 
-void MainGLCanvas_cls::OnButtonDown() {
-    SetFocus();
+void ViewMouse_cls::OnButtonDown() {
+    mCanvas.SetFocus();
     mbLockDragging = false;
-    if (!HasCapture()) {
+    if (!mCanvas.HasCapture()) {
         if (wxWindow* pOther = wxWindow::GetCapture()) pOther->ReleaseMouse();
-        CaptureMouse();
-        SetThisToBeActiveGL();
+        mCanvas.CaptureMouse();
+        mCanvas.SetThisToBeActiveGL();
     }
     mCMouse.SetPreviousPosition();
-    mCMouse.SetGyrationMode(GetPixelSize());
+    mCMouse.SetGyrationMode(mCanvas.GetPixelSize());
 }
 
-bool MainGLCanvas_cls::OnWheel() {
-    if (!GetScreenRect().Contains(wxGetMousePosition())) {
+bool ViewMouse_cls::OnWheel() {
+    if (!mCanvas.GetScreenRect().Contains(wxGetMousePosition())) {
         SetOtherCanvasToBeActiveGL();
         return false;
     }
-    UpdateAnc();
-    mCDolly.SetParameter(1.0, nullptr, GetPixelSize(), mDisplayMode.mValue);
-    const bool bChanged =
-        mCDolly.ZoomWheel(GetPCCameraPosition(), mCMouse.mWheelSteps, &mGLOrthoScale.mValue);
+    mCanvas.mCamera.UpdateAnc();
+    mCDolly.SetParameter(1.0, nullptr, mCanvas.GetPixelSize(), mCanvas.mDisplayMode.mValue);
+    const bool bChanged = mCDolly.ZoomWheel(mCanvas.mCamera.GetPCCameraPosition(), mCMouse.mWheelSteps,
+                                            &mCanvas.mGLOrthoScale.mValue);
     mCMouse.SetPreviousPosition();
-    SetThisToBeActiveGL();
+    mCanvas.SetThisToBeActiveGL();
     return bChanged;
 }
 
-bool MainGLCanvas_cls::ProcViewOrItemDragging() {
-    const wxSize size = GetPixelSize();
+bool ViewMouse_cls::ProcViewOrItemDragging() {
+    const wxSize size = mCanvas.GetPixelSize();
     MouseNormalized_cls mouse(mCMouse, size);
     mouse.LimitMove();
-    UpdateAnc();
-    mCDolly.SetParameter(1.0, &mouse, size, mDisplayMode.mValue);
-    PositionAndDirection_cls* pCamera = GetPCCameraPosition();
+    mCanvas.mCamera.UpdateAnc();
+    mCDolly.SetParameter(1.0, &mouse, size, mCanvas.mDisplayMode.mValue);
+    PositionAndDirection_cls* pCamera = mCanvas.mCamera.GetPCCameraPosition();
     bool bChanged = false;
-    if (mCMouse.IsGyration() && !IsAlongAxis())
+    if (mCMouse.IsGyration() && !mCanvas.IsAlongAxis())
         bChanged = mCDolly.Gyration(pCamera);
     else if (mCMouse.IsZoom())
-        bChanged = mCDolly.Zoom(pCamera, &mGLOrthoScale.mValue);
+        bChanged = mCDolly.Zoom(pCamera, &mCanvas.mGLOrthoScale.mValue);
     else if (mCMouse.IsMoveCenter() || mCMouse.IsGyration())
         bChanged = MoveCenter(pCamera);
     // The selected item is moved here.
@@ -92,37 +89,28 @@ bool MainGLCanvas_cls::ProcViewOrItemDragging() {
 }
 
 // The anchor is shared: other views go with it.
-bool MainGLCanvas_cls::MoveCenter(PositionAndDirection_cls* pCamera) {
-    double* pAnchor = GetPCAnchorPosition();
+bool ViewMouse_cls::MoveCenter(PositionAndDirection_cls* pCamera) {
+    double* pAnchor = mCanvas.mCamera.GetPCAnchorPosition();
     Position_cls anchor(pAnchor[0], pAnchor[1], pAnchor[2]);
     if (!mCDolly.MoveCenter(pCamera, &anchor)) return false;
     std::copy_n(anchor.mPos, 3, pAnchor);
-    if (IsAlongAxis())
-        RefreshOtherOrthoCanvas();
-    else
-        RefreshOtherFreeCanvas();
+    RefreshOthers(mCanvas.IsAlongAxis());
     return true;
 }
 
-void MainGLCanvas_cls::OnChangedByMouse() {
-    if (GpCurrentGLPanel != this) {
-        SetThisToBeActiveGL();
-        SetFocus();
+void ViewMouse_cls::OnChangedByMouse() {
+    if (GpCurrentGLPanel != &mCanvas) {
+        mCanvas.SetThisToBeActiveGL();
+        mCanvas.SetFocus();
     }
-    RefreshEX();
+    mCanvas.RefreshEX();
 }
 
-void MainGLCanvas_cls::SetThisToBeActiveGL() {
-    if (GpCurrentGLPanel == this) return;
-    GpCurrentGLPanel = this;
-    mpCFrame->ReconnectCameraPathGUI();
-}
-
-void MainGLCanvas_cls::SetOtherCanvasToBeActiveGL() {
+void ViewMouse_cls::SetOtherCanvasToBeActiveGL() {
     const wxPoint pointer = wxGetMousePosition();
-    for (int view = 0; view < kViewNumber; ++view) {
-        MainGLCanvas_cls* pOther = GetOther(view);
-        if (!pOther || pOther == this || !pOther->IsShownOnScreen()) continue;
+    for (int view = 0; view < MainGLCanvas_cls::kViewNumber; ++view) {
+        MainGLCanvas_cls* pOther = mHost.GetPCGLCanvas(view);
+        if (!pOther || pOther == &mCanvas || !pOther->IsShownOnScreen()) continue;
         if (!pOther->GetScreenRect().Contains(pointer)) continue;
         pOther->SetThisToBeActiveGL();
         pOther->SetFocus();
@@ -130,88 +118,10 @@ void MainGLCanvas_cls::SetOtherCanvasToBeActiveGL() {
     }
 }
 
-void MainGLCanvas_cls::RefreshOthers(bool bAlongAxis) {
-    for (int view = 0; view < kViewNumber; ++view) {
-        MainGLCanvas_cls* pOther = GetOther(view);
-        if (pOther && pOther != this && pOther->IsAlongAxis() == bAlongAxis && pOther->IsShownOnScreen())
+void ViewMouse_cls::RefreshOthers(bool bAlongAxis) {
+    for (int view = 0; view < MainGLCanvas_cls::kViewNumber; ++view) {
+        MainGLCanvas_cls* pOther = mHost.GetPCGLCanvas(view);
+        if (pOther && pOther != &mCanvas && pOther->IsAlongAxis() == bAlongAxis && pOther->IsShownOnScreen())
             pOther->RefreshEX();
     }
-}
-
-void MainGLCanvas_cls::ShowMenu() {
-    wxMenu menu;
-    menu.Append(ID_CANVAS_MOVE_TO_CAM, _("Move to Cam Pos"));
-    menu.Append(ID_CANVAS_SET_KEY_POS, wxString::Format("%s %s", _("Sey Key Cam Pos"), _("(Pos)")));
-    menu.Append(ID_CANVAS_SET_KEY_POS_ROT, wxString::Format("%s %s", _("Sey Key Cam Pos"), _("(Pos+Rot)")));
-    menu.Append(ID_CANVAS_SET_KEY_ANC, _("Sey Key Anc Pos"));
-    menu.Append(ID_CANVAS_TOGGLE_LINK, _("Link/Unlink to Cam"));
-    menu.AppendSeparator();
-    menu.Append(ID_CANVAS_TOGGLE_PERSPECTIVE, _("Toggle Perspective"));
-    if (!mpCCtrl->IsPanelShown()) menu.Append(ID_CANVAS_SHOW_CONTROLS, _("Show Controls")); // the way back
-    menu.Enable(ID_CANVAS_TOGGLE_PERSPECTIVE, !IsCameraLinked()); // the path's geometry counts there
-    if (IsFishEye()) {
-        menu.AppendCheckItem(ID_CANVAS_DISTORTION, _("Distortion"))->Check(mDistortion.mValue);
-        menu.AppendCheckItem(ID_CANVAS_FISHEYE_GRID, _("Fisheye Grid"))->Check(mFisheyeGrid.mValue);
-    }
-    // The path brings its own angle.
-    if (!IsCameraLinked() && GetMultiPanelMode() != 0) menu.Append(ID_CANVAS_VIEW_ANGLE, _("View Angle..."));
-    SetFocus();
-    SetThisToBeActiveGL();
-    PopupMenu(&menu);
-}
-
-void MainGLCanvas_cls::OnMenu(wxCommandEvent& event) {
-    switch (event.GetId()) {
-    case ID_CANVAS_MOVE_TO_CAM:
-        OnMenuMoveToCamPos();
-        break;
-    case ID_CANVAS_SET_KEY_POS:
-    case ID_CANVAS_SET_KEY_POS_ROT:
-    case ID_CANVAS_SET_KEY_ANC:
-        SetThisToBeActiveGL();
-        PostMenuEvent(event.GetId() - ID_CANVAS_SET_KEY_POS + ID_SET_KEY_POS);
-        break;
-    case ID_CANVAS_TOGGLE_LINK:
-        OnMenuToggleLink();
-        break;
-    case ID_CANVAS_SHOW_CONTROLS:
-        mpCCtrl->ShowPanel();
-        break;
-    case ID_CANVAS_TOGGLE_PERSPECTIVE:
-        TogglePerspective();
-        break;
-    case ID_CANVAS_DISTORTION:
-        mpCCtrl->ChangeBy([this] { mDistortion.mValue = !mDistortion.mValue; });
-        break;
-    case ID_CANVAS_FISHEYE_GRID:
-        mpCCtrl->ChangeBy([this] { mFisheyeGrid.mValue = !mFisheyeGrid.mValue; });
-        break;
-    case ID_CANVAS_VIEW_ANGLE:
-        OnMenuViewAngle();
-        break;
-    default:
-        event.Skip();
-        break;
-    }
-}
-
-void MainGLCanvas_cls::OnMenuViewAngle() {
-    const long angle = wxGetNumberFromUser(
-        _("Degrees: of a fisheye from rim to rim, of a panorama half of what its width shows"), _("Angle"),
-        _("View Angle"), long(mGLPersAngle.mValue), 1, 360, this);
-    if (angle > 0) mpCCtrl->ChangeBy([this, angle] { mGLPersAngle.mValue = float(angle); });
-}
-
-void MainGLCanvas_cls::OnMenuMoveToCamPos() {
-    mpCCtrl->ChangeBy([this] { LinkageConnect(); });
-    mpCCtrl->UpdateWindow();
-    ForceUpdateCameraPos();
-    RefreshEX();
-}
-
-void MainGLCanvas_cls::OnMenuToggleLink() {
-    if (mDisplayMode.mValue < 7)
-        OnMenuMoveToCamPos();
-    else
-        ChooseDisplayMode(0);
 }

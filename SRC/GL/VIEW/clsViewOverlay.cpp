@@ -1,14 +1,13 @@
-// What is written on top of the picture.
-#include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsViewOverlay.h"
 
-#include "APP/clsFrameMain.h"
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/VIEW/clsDrawClrLegend.h"
 #include "GL/VIEW/clsDrawTimeIndex.h"
+#include "GL/VIEW/clsSharedView.h"
+#include "GL/VIEW/clsViewHost.h"
 #include "PDATA/clsPDataSequence.h"
-#include "TIME/clsTimeCtrl.h"
 
 namespace {
 
@@ -17,21 +16,22 @@ constexpr unsigned kSphere = 2; // draw type
 
 } // namespace
 
-bool MainGLCanvas_cls::HasOverlays() const {
-    return mspCDrawTimeIndex->IsShown() || mspCDrawClrLegend->IsShown();
+bool ViewOverlay_cls::HasOverlays() const {
+    return mContext.mShared.mspCDrawTimeIndex->IsShown() || mContext.mShared.mspCDrawClrLegend->IsShown();
 }
 
-void MainGLCanvas_cls::DrawOverlays(int w, int h, bool bToImage) {
-    const PDataSequence_cls& sequence = *mpCFrame->GetPCActiveFileSequence();
+void ViewOverlay_cls::DrawOverlays(int w, int h, bool bToImage) {
+    const PDataSequence_cls& sequence = *mContext.mHost.GetPCActiveFileSequence();
     const auto target = bToImage ? OverlayBase_cls::Target::Buffer : OverlayBase_cls::Target::Window;
-    const double time = sequence.GetTime(mMoment.dataFrame);
-    mspCDrawTimeIndex->DrawTimeInfo(time == kTimeUnset ? time : time + mMoment.dt, w, h, target);
-    if (sequence.GetFilename(mMoment.dataFrame).empty()) return; // no data, no colours of theirs
+    const double time = sequence.GetTime(mContext.mMoment.dataFrame);
+    mContext.mShared.mspCDrawTimeIndex->DrawTimeInfo(time == kTimeUnset ? time : time + mContext.mMoment.dt,
+                                                     w, h, target);
+    if (sequence.GetFilename(mContext.mMoment.dataFrame).empty()) return; // no data, no colours of theirs
     const ColorCurve_cls* curves[PDataSequence_cls::kAttributeNumber];
     for (int i = 0; i < PDataSequence_cls::kAttributeNumber; ++i) {
         const GLAttribute_cls& attribute = *sequence.mpCGLAttribute[i];
         curves[i] = attribute.mDrawType.mValue == kSphere ? &attribute.mAmbient : &attribute.mColor;
     }
-    mspCDrawClrLegend->DrawClrLegend(curves, w, h, target);
+    mContext.mShared.mspCDrawClrLegend->DrawClrLegend(curves, w, h, target);
     CheckGLErrors("overlays");
 }
