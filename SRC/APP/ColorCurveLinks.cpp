@@ -17,7 +17,7 @@
 #include "GL/DRAW/clsGLDrawData.h"
 #include "GL/DRAW/clsGLSequence.h"
 #include "GL/DRAW/clsSnapData.h"
-#include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsSharedView.h"
 #include "PDATA/ParticleScalars.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSeqCtrl.h"
@@ -56,9 +56,9 @@ std::vector<ColorCurve_cls*> CollectCurves(Main_cls& hub) {
         for (ColorCurve_cls* pCurve :
              {&pAttribute->mColor, &pAttribute->mAmbient, &pAttribute->mDiffuse, &pAttribute->mSpecular})
             curves.push_back(pCurve);
-    for (ColorCurve_cls* pCurve : {MainGLCanvas_cls::mspCClrCurveBG, MainGLCanvas_cls::mspCClrCurveOut,
-                                   MainGLCanvas_cls::mspCClrCurveTag})
-        if (pCurve) curves.push_back(pCurve);
+    const SharedView_cls& views = *hub.mpCFrameMain->GetPCSharedView();
+    for (const auto* pCurve : {&views.mspCClrCurveBG, &views.mspCClrCurveOut, &views.mspCClrCurveTag})
+        curves.push_back(pCurve->get());
     return curves;
 }
 

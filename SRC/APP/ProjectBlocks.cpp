@@ -7,6 +7,7 @@
 #include "GL/VIEW/clsExposure.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsOverlay.h"
+#include "GL/VIEW/clsSharedView.h"
 #include "IMAGE/clsImgSequence.h"
 #include "PDATA/clsDataExporter.h"
 #include "PDATA/clsDataLoader.h"
@@ -39,9 +40,11 @@ wxString WritePreference(Main_cls& hub) { return hub.mpCFrameMain->GetPCPreferen
 void ReadPreference(Main_cls& hub, Stream&, const wxString& line) {
     hub.mpCFrameMain->GetPCPreference()->ReadStrLine(line);
 }
-wxString WriteCanvasStatics(Main_cls&) { return MainGLCanvas_cls::SerializeStaticMember(); }
-void ReadCanvasStatics(Main_cls&, Stream& stream, const wxString& line) {
-    MainGLCanvas_cls::ReadStrLineStaticMember(stream, line);
+wxString WriteCanvasStatics(Main_cls& hub) {
+    return hub.mpCFrameMain->GetPCSharedView()->SerializeStaticMember();
+}
+void ReadCanvasStatics(Main_cls& hub, Stream& stream, const wxString& line) {
+    hub.mpCFrameMain->GetPCSharedView()->ReadStrLineStaticMember(stream, line);
 }
 // Files keep their shape: the reader takes the views from block 5.
 wxString WriteViewsAgain(Main_cls& hub) {

@@ -29,7 +29,6 @@
 
 namespace {
 
-constexpr int kLinked = 7; // display mode of a view that looks through the camera path
 constexpr int kReadyTries = 10;
 
 /// Adds the time of its scope.
@@ -152,7 +151,7 @@ void FilmMaker_cls::TakeBlur() {
 
 // What the window would ask about.
 void FilmMaker_cls::NoteOddities() const {
-    if (mpCCanvas->GetDisplayMode() < kLinked)
+    if (mpCCanvas->GetDisplayMode() < DISPLAY_PATH)
         Note(wxString::Format("view %d doesn't look through the project's camera", mArgs.mView));
     if (mpCTime->GetAnimStep() != 1 && mArgs.mStep == 0)
         Note(wxString::Format("the project's stepping leaves out frames: it is %d", mpCTime->GetAnimStep()));

@@ -9,9 +9,12 @@
 
 #include "APP/clsDropTarget.h"
 #include "APP/UnaskedEnd.h"
+#include "APP/clsEditMenu.h"
+#include "APP/clsExportRun.h"
+#include "APP/clsFileMenu.h"
+#include "APP/clsHelpMenu.h"
+#include "APP/clsImageRun.h"
 #include "APP/clsMain.h"
-#include "APP/clsRecovery.h"
-#include "APP/clsSeriesVideo.h"
 #include "APP/clsShortcut.h"
 #include "COLORCURVE/EDITOR/clsColorCurveCtrl.h"
 #include "COMMON/EventIds.h"
@@ -20,11 +23,11 @@
 #include "COMMON/MsgBox.h"
 #include "COMMON/RuntimeFiles.h"
 #include "COMMON/clsUpdateStatusBar.h"
-#include "GL/BASE/clsGLInfo.h"
 #include "GL/BASE/clsPreference.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 #include "GL/VIEW/clsGLExtraFrame.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsSharedView.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
 #include "IMAGE/clsImageIO.h"
 #include "IMAGE/clsImgSequence.h"
@@ -55,13 +58,14 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
 
     mpCShortcut = new Shortcut_cls(this);
     mpCPreference = new Preference_cls;
-    mpCGLInfo = new GLInfo_cls;
-    mpCSeriesVideo = new SeriesVideo_cls;
     mTimer.Start(kTimerMillis);
-    mCConfList.Add(&mCItemLastMRP, "LastOpenedFileMRP=", "None");
-    mCConfList.Add(&mCItemLastIMG, "LastOpenedFileIMG=", "None");
+    mpCFileMenu = std::make_unique<FileMenu_cls>(*this, mCConfList);
+    mpCImageRun = std::make_unique<ImageRun_cls>(*this, mCConfList);
+    mpCExportRun = std::make_unique<ExportRun_cls>(*this);
+    mpCEditMenu = std::make_unique<EditMenu_cls>(*this);
+    mpCHelpMenu = std::make_unique<HelpMenu_cls>(*this);
 
-    MainGLCanvas_cls::InitializeStaticMembers(pMain->mpCOverlay, pMain->mpCExposure, pMain->mpCInformation);
+    mpCSharedView = new SharedView_cls(pMain->mpCOverlay, pMain->mpCExposure, pMain->mpCInformation);
     mBtmHeight = pMain->mDisplayHeight > kHighDisplay ? 210 : 150;
     CreateHalves();
     CreateMenus();
@@ -75,8 +79,7 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
     GpCClrDialog = new wxColourDialogEX(this);
     mpCMainCanvas = GetPCGLCanvas(0);
     GpCurrentGLPanel = mpCMainCanvas;
-    mpCExtraFrame =
-        new GLExtraFrame_cls(this, this, pMain->mpCDrawOption, mpCPreference, mpCMainCanvas->GetContext());
+    mpCExtraFrame = new GLExtraFrame_cls(this, GetViewLinks(), mpCMainCanvas->GetContext());
     SetDropTarget(new DropTarget_cls(this));
     BindHandlers();
     UpdateStatusBar_cls::Connect([this] {
@@ -95,17 +98,25 @@ FrameMain_cls::~FrameMain_cls() {
     UpdateStatusBar_cls::Connect({});
     SetMessageHandler({});
     SetMenuEventTarget(nullptr);
+    mpCHelpMenu.reset();
+    mpCEditMenu.reset();
+    mpCExportRun.reset();
+    mpCImageRun.reset();
+    mpCFileMenu.reset();
     delete mpCPreference;
     delete mpCShortcut;
-    delete mpCGLInfo;
-    delete mpCSeriesVideo;
     delete GpCFileDialog;
     delete GpCClrDialog;
     GpCFileDialog = nullptr;
     GpCClrDialog = nullptr;
-    MainGLCanvas_cls::DestructStaticMembers();
+    delete mpCSharedView;
+    mpCSharedView = nullptr;
     mspCThis = GpCMainFrameCLS = nullptr;
     GpCurrentGLPanel = nullptr;
+}
+
+ViewLinks_st FrameMain_cls::GetViewLinks() {
+    return {this, mpCSharedView, mpCMain->mpCDrawOption, mpCPreference};
 }
 
 void FrameMain_cls::CreateHalves() {
@@ -117,7 +128,7 @@ void FrameMain_cls::CreateHalves() {
     mpCSplitter->SetMinimumPaneSize(kMinPane);
     const TopHalfPanel_cls::Pages_st pages = {mpCMain->mpCDrawOption, mpCMain->mpCOverlay,
                                               mpCMain->mpCExposure, mpCMain->mpCInformation};
-    mpCTopHalf = new TopHalfPanel_cls(mpCSplitter, this, GetPCActiveFileSequence(), pages, mpCPreference);
+    mpCTopHalf = new TopHalfPanel_cls(mpCSplitter, GetViewLinks(), GetPCActiveFileSequence(), pages);
     mpCBtmHalf = new BtmHalfPanel_cls(mpCSplitter, mpCMain);
     mpCSplitter->SplitHorizontally(mpCTopHalf, mpCBtmHalf, -mBtmHeight);
     auto* sizer = new wxBoxSizer(wxVERTICAL);
@@ -164,8 +175,8 @@ void FrameMain_cls::UpdateStatusText() {
     } else {
         text[0] = _("No data: load particle data, or drop a file or a project here");
     }
-    for (const wxString& run :
-         {mpCSeriesVideo->GetStatusText(), mpCMain->mpCImgSequence->GetProgressText(), GetExportStatus()})
+    for (const wxString& run : {mpCImageRun->GetVideoStatus(), mpCMain->mpCImgSequence->GetProgressText(),
+                                mpCExportRun->GetExportStatus()})
         if (!run.empty()) text[0] = run;
     const int drawing = GDrawingPercentage.load();
     if (drawing != 100) text[2] = wxString::Format("%s%d%%", kStages[GDrawingStage.load() % 3], drawing);
@@ -176,17 +187,22 @@ void FrameMain_cls::UpdateStatusText() {
         if (GetStatusBar()->GetStatusText(field) != text[field]) SetStatusText(text[field], field);
 }
 
-void FrameMain_cls::UpdateTitle(const wxString& projectName) {
-    mStrTitleProject = projectName;
-    const wxString title = projectName.empty() ? wxString("Morentis 3 v 0.80") : "Morentis3 - " + projectName;
-    SetTitle((mbShowsStar ? "*" : "") + title);
+void FrameMain_cls::OpenProject(const wxString& path) { mpCFileMenu->OpenProject(path); }
+
+void FrameMain_cls::OfferRecovery() { mpCFileMenu->OfferRecovery(); }
+
+bool FrameMain_cls::IsProjectNamed() const { return mpCFileMenu->IsProjectNamed(); }
+
+void FrameMain_cls::StopRun() { mpCImageRun->StopRun(); }
+
+// Asked for inside a paint.
+void FrameMain_cls::EndExport() {
+    CallAfter([this] { mpCExportRun->EndExport(); });
 }
 
-void FrameMain_cls::ShowModified() {
-    const bool bModified = mpCMain->mpCRecovery && mpCMain->mpCRecovery->IsModified();
-    if (bModified == mbShowsStar) return;
-    mbShowsStar = bModified;
-    UpdateTitle(mStrTitleProject);
+MainGLCanvas_cls* FrameMain_cls::GetPCOutputCanvas() const {
+    const bool bSeen = GpCurrentGLPanel && GpCurrentGLPanel->IsShownOnScreen();
+    return bSeen ? GpCurrentGLPanel : mpCMainCanvas;
 }
 
 void FrameMain_cls::FitSplitterWindow(bool bForce) {
@@ -215,6 +231,10 @@ void FrameMain_cls::PlaceAtStart() {
     // The toolkit begins in the first field; keys are to act on the film from the first moment.
     if (auto* pField = dynamic_cast<wxTextEntry*>(wxWindow::FindFocus())) pField->SelectNone();
     mpCMainCanvas->SetFocus();
+}
+
+void FrameMain_cls::OnExtraFrameClosed() {
+    if (wxMenuBar* bar = GetMenuBar()) bar->Check(ID_VIEW_EXTRA, false);
 }
 
 void FrameMain_cls::ShowNotice(const wxString& text) {

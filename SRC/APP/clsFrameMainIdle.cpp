@@ -7,6 +7,8 @@
 #include <wx/dialog.h>
 #include <wx/utils.h>
 
+#include "APP/clsFileMenu.h"
+#include "APP/clsImageRun.h"
 #include "APP/clsMain.h"
 #include "APP/clsRecovery.h"
 #include "COMMON/EventIds.h"
@@ -53,7 +55,7 @@ DataIndex_st IndexOfFrame(const TimeCtrl_cls* time, int frame) {
 void FrameMain_cls::OnIdle(wxIdleEvent& event) {
     event.Skip();
     if (!mbPlaced) PlaceAtStart();
-    ShowModified();
+    mpCFileMenu->ShowModified();
     // Views keep still while a question is up: not before there is a picture.
     if (mbPlaced && !mbRecoveryOffered && (mpCMainCanvas->GetPaintCount() > 0 || !mpCMainCanvas->HasGL())) {
         mbRecoveryOffered = true;
@@ -84,9 +86,9 @@ void FrameMain_cls::OnIdle(wxIdleEvent& event) {
 void FrameMain_cls::OnTimer(wxTimerEvent&) {
     // Safety net for a reader that ended between its last two stores.
     if (!IsReaderBusy()) ForgetReader();
-    TellImageFailures();
+    mpCImageRun->TellImageFailures();
     if (!mpCMain->mpCImgSequence->IsRendering()) GCImgIO.DropSpare(); // up to a gigabyte
-    TickVideo();
+    mpCImageRun->TickVideo();
     TickRecovery();
 }
 

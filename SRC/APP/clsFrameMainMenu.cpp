@@ -3,6 +3,7 @@
 
 #include <wx/menu.h>
 
+#include "APP/clsFileMenu.h"
 #include "COMMON/EventIds.h"
 #include "WIDGET/clsMyArtProvider.h"
 
@@ -178,5 +179,5 @@ void FrameMain_cls::CreateMenus() {
     bar->Append(MakeMenu(kDialog), Title(_("Dialog"), "D"));
     bar->Append(MakeMenu(kHelp), Title(_("Help"), "H"));
     SetMenuBar(bar);
-    FillRecentMenus();
+    mpCFileMenu->FillRecentMenus();
 }

@@ -10,6 +10,7 @@
 #include <wx/utils.h>
 
 #include "APP/ColorCurveLinks.h"
+#include "APP/clsFileMenu.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsRecentFiles.h"
 #include "APP/clsRecovery.h"
@@ -111,7 +112,7 @@ Main_cls::Main_cls() {
     ReadProjectFile(GetConfigureFilePath());
     mpCRecovery =
         new Recovery_cls(wxFileName(GetConfigureFilePath()).GetPath(), [this] { return MakeRecoveryText(); });
-    mpCFrameMain->FillRecentMenus();
+    mpCFrameMain->GetPCFileMenu()->FillRecentMenus();
     PostMenuEvent(ID_REFRESH_TL);
     PostMenuEvent(ID_REFRESH_GL);
 }

@@ -6,6 +6,7 @@
 
 #include "APP/ProjectBlocks.h"
 #include "APP/ProjectText.h"
+#include "APP/clsFileMenu.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsRecentFiles.h"
 #include "APP/clsRecovery.h"
@@ -47,11 +48,11 @@ wxString Main_cls::SerializeAll(bool bFull) {
 
 bool Main_cls::SaveProjectFile(const wxString& path, bool bFull) {
     // Before anything is serialised, so that the file names itself.
-    const wxString last = mpCFrameMain->GetLastProject();
-    if (!IsConfigureFile(path)) mpCFrameMain->SetLastProject(path);
+    const wxString last = mpCFrameMain->GetPCFileMenu()->GetLastProject();
+    if (!IsConfigureFile(path)) mpCFrameMain->GetPCFileMenu()->SetLastProject(path);
     const ProjectFolderScope_cls folder(FolderOfProject(path));
     const bool bDone = WriteFileSafely(path, EncodeProject(SerializeAll(bFull))).empty();
-    if (!bDone) mpCFrameMain->SetLastProject(last);
+    if (!bDone) mpCFrameMain->GetPCFileMenu()->SetLastProject(last);
     return bDone;
 }
 
@@ -99,7 +100,8 @@ std::string Main_cls::MakeRecoveryText() {
     // Relative data paths stay as they are where the project lies beside the data, else they become whole:
     // the next start may be from another folder.
     const bool bNamed = mpCFrameMain->IsProjectNamed();
-    const wxString folder = FolderOfProject(bNamed ? mpCFrameMain->GetLastProject() : GetConfigureFilePath());
+    const wxString folder =
+        FolderOfProject(bNamed ? mpCFrameMain->GetPCFileMenu()->GetLastProject() : GetConfigureFilePath());
     const ProjectFolderScope_cls projectFolder(folder);
     return EncodeProject(SerializeAll(true));
 }
@@ -124,5 +126,5 @@ void Main_cls::LastWords() {
 void Main_cls::NoteOpenedData(const wxString& path) {
     if (!PDataSequence_cls::DoesSequenceExist(path)) return;
     mpCRecentFiles->Add(RecentFiles_cls::Data, path);
-    mpCFrameMain->FillRecentMenus();
+    mpCFrameMain->GetPCFileMenu()->FillRecentMenus();
 }

@@ -21,13 +21,13 @@ bool Shortcut_cls::ProcShortcutKey(int modifier, int keycode) {
 bool Shortcut_cls::ProcCtrl(int keycode) {
     switch (keycode) {
     case '1':
-        SetDisplayMode(2);
+        SetDisplayMode(DISPLAY_TO_MINUS_X);
         return true;
     case '3':
-        SetDisplayMode(4);
+        SetDisplayMode(DISPLAY_TO_MINUS_Y);
         return true;
     case '7':
-        SetDisplayMode(5);
+        SetDisplayMode(DISPLAY_TO_PLUS_Z);
         return true;
     case 'Y':
         mpCFrame->GetPCMain()->Redo();
@@ -55,22 +55,22 @@ bool Shortcut_cls::ProcPlain(int keycode) {
     case '0':
     case WXK_NUMPAD0:
     case WXK_NUMPAD_INSERT:
-        SetDisplayMode(0);
+        SetDisplayMode(DISPLAY_FREE);
         return true;
     case '1':
     case WXK_NUMPAD1:
     case WXK_NUMPAD_END:
-        SetDisplayMode(1);
+        SetDisplayMode(DISPLAY_TO_PLUS_X);
         return true;
     case '3':
     case WXK_NUMPAD3:
     case WXK_NUMPAD_PAGEDOWN:
-        SetDisplayMode(3);
+        SetDisplayMode(DISPLAY_TO_PLUS_Y);
         return true;
     case '7':
     case WXK_NUMPAD7:
     case WXK_NUMPAD_HOME:
-        SetDisplayMode(6);
+        SetDisplayMode(DISPLAY_TO_MINUS_Z);
         return true;
     case '5':
     case WXK_NUMPAD5:

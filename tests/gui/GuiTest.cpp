@@ -25,6 +25,7 @@
 #include "GL/VIEW/clsOverlay.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsSharedView.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "TIME/clsTimeCtrl.h"
@@ -59,6 +60,8 @@ FrameMain_cls* GuiTest::Frame() { return Hub()->mpCFrameMain; }
 
 MainGLCanvas_cls* GuiTest::Canvas(int view) { return Frame()->GetPCGLCanvas(view); }
 
+SharedView_cls& GuiTest::Shared() { return *Frame()->GetPCSharedView(); }
+
 void GuiTest::SetUp() {
     SetMessageHandler([this](MessageKind kind, const wxString& text, const wxString& title) {
         mVMessages.push_back({kind, text, title});
@@ -67,8 +70,8 @@ void GuiTest::SetUp() {
         mAnswers.pop_front();
         return bAnswer;
     });
-    MainGLCanvas_cls::msCFBOSizeIndex.mValue = 0; // 256 pixels: software rendering
-    MainGLCanvas_cls::msbKeepPicture = true;
+    Shared().msCFBOSizeIndex.mValue = 0; // 256 pixels: software rendering
+    Shared().msbKeepPicture = true;
     Hub()->mpCOverlay->mShowLegend.mValue[0] = false; // tests count what is lit
     ForgetNotices();
     Frame()->Raise();
@@ -128,7 +131,7 @@ bool GuiTest::OpenAndPaint(const std::string& path) {
 
 bool GuiTest::OpenProjectAndPaint(const std::string& path) {
     Frame()->OpenProject(wxString::FromUTF8(path));
-    MainGLCanvas_cls::msCFBOSizeIndex.mValue = 0;
+    Shared().msCFBOSizeIndex.mValue = 0;
     Hub()->mpCOverlay->mShowLegend.mValue[0] = false;
     return Settle();
 }
@@ -144,7 +147,7 @@ bool GuiTest::ProjectToWindow(int view, const double (&pos)[3], double* pX, doub
     double square[3];
     GLPerspective_cls perspective = canvas->mCGLPerspective;
     perspective.SetWindowSize(1, 1); // the scene is drawn into a square
-    if (!perspective.Project(canvas->mCCamPos, pos, square)) return false;
+    if (!perspective.Project(canvas->mCamera.mCCamPos, pos, square)) return false;
     // The square picture is scaled to the width of the window and centred.
     const wxSize size = canvas->GetClientSize() * canvas->GetContentScaleFactor();
     const double side = size.x;
@@ -250,13 +253,13 @@ void GuiTest::ResetViews() {
         MainGLCanvas_cls* canvas = Canvas(view);
         canvas->SetDisplayMode(kModes[view]);
         canvas->SetGeometry(kModes[view] == 0 ? 0 : 1);
-        canvas->SetCameraToDefaultPos();
+        canvas->mCamera.SetCameraToDefaultPos();
         canvas->mGLOrthoScale.mValue = 1.0f;
         canvas->mShowMessage.mValue = canvas->mShowItems.mValue = canvas->mShowGrid.mValue =
             canvas->mShowData.mValue = true;
         canvas->mPivotMode.mValue = false;
         for (int i = 0; i < 3; ++i)
-            MainGLCanvas_cls::msCAnchorPos[i] = MainGLCanvas_cls::msCAnchorPosOrtho[i] = 0.0;
+            Shared().msCAnchorPos[i] = Shared().msCAnchorPosOrtho[i] = 0.0;
     }
     Menu(ID_SYNC_GL_CTRL);
     Menu(ID_VIEW_PANEL_TYPE_0);

@@ -17,6 +17,7 @@
 class FrameMain_cls;
 class Main_cls;
 class MainGLCanvas_cls;
+class SharedView_cls;
 class MultiInputPanel_cls;
 class NumField_cls;
 class wxDialog;
@@ -62,6 +63,7 @@ protected:
     static Main_cls* Hub();
     static FrameMain_cls* Frame();
     static MainGLCanvas_cls* Canvas(int view);
+    static SharedView_cls& Shared(); ///< of all views
 
     /// Let events run until `done` holds; false after `millis`.
     static bool PumpUntil(const std::function<bool()>& done, int millis = 10000);

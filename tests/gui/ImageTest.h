@@ -13,6 +13,7 @@
 #include "APP/clsMain.h"
 #include "COMMON/EventIds.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsSharedView.h"
 #include "IMAGE/clsImageIO.h"
 #include "IMAGE/clsImgSequence.h"
 #include "PictureTest.h"
@@ -26,7 +27,7 @@ protected:
     void SetUp() override {
         PictureTest::SetUp();
         ASSERT_TRUE(OpenProjectAndPaint(Root() + "examples/lj_melt_bin/lj_melt_bin.mrp"));
-        MainGLCanvas_cls::msCFBOSizeIndex.mValue = 0;
+        Shared().msCFBOSizeIndex.mValue = 0;
         Time()->SetAnimInterpNative(1);
         Time()->SetRepeatNative(0);
         Time()->SetWAMinNative(0);

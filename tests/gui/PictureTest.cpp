@@ -15,6 +15,7 @@
 #include "GL/VIEW/clsExposure.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsOverlay.h"
+#include "GL/VIEW/clsSharedView.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
@@ -89,8 +90,8 @@ void PictureTest::ShowParticles(const std::vector<Point>& points, int size) {
 void PictureTest::LookAlongX() {
     const double front[3] = {1, 0, 0}, up[3] = {0, 0, 1};
     MainGLCanvas_cls* canvas = Canvas(0);
-    std::copy_n(front, 3, MainGLCanvas_cls::msCAnchorPos);
-    PositionAndDirection_cls* camera = canvas->GetPCCameraPosition();
+    std::copy_n(front, 3, Shared().msCAnchorPos);
+    PositionAndDirection_cls* camera = canvas->mCamera.GetPCCameraPosition();
     camera->Set(0, 0, 0);
     camera->Setv(front, up);
     camera->SetAncPos(front);
@@ -119,7 +120,7 @@ int PictureTest::Channel(const Picture_st& picture, int x, int y, int c) {
 }
 
 void PictureTest::SetBackground(float r, float g, float b) {
-    float* color = MainGLCanvas_cls::mspCClrCurveBG->mConstantColor.mValue;
+    float* color = Shared().mspCClrCurveBG->mConstantColor.mValue;
     color[0] = r;
     color[1] = g;
     color[2] = b;

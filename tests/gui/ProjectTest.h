@@ -15,6 +15,7 @@
 #include "COMMON/RuntimeFiles.h"
 #include "COMMON/SafeFile.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsSharedView.h"
 #include "GuiTest.h"
 #include "PARAM/clsCommandItem.h"
 #include "PARAM/clsUndoManager.h"
@@ -71,7 +72,7 @@ protected:
     static std::string ConfigFolder() { return wxFileName(GetConfigureFilePath()).GetPath().ToStdString(); }
     void Open(const std::string& path) {
         Frame()->OpenProject(wxString::FromUTF8(path));
-        MainGLCanvas_cls::msCFBOSizeIndex.mValue = 0;
+        Shared().msCFBOSizeIndex.mValue = 0;
         EXPECT_TRUE(Settle());
     }
     /// The example, its first snapshots beside it in a folder of this name.

@@ -12,6 +12,7 @@
 #include "APP/clsMain.h"
 #include "COMMON/EventIds.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsSharedView.h"
 #include "GuiTest.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsDataLoaderGUI.h"
@@ -126,7 +127,7 @@ TEST_F(BadData, AProjectOfRandomBytesDoesNoHarm) {
                 "PreviewPanelType=900\nPanel0DisplayMode=55\nTimeAnimStep=0\nTimeAnimInterp=0\n";
         file.close();
         Drop(dir / "junk.mrp");
-        MainGLCanvas_cls::msCFBOSizeIndex.mValue = 0;
+        Shared().msCFBOSizeIndex.mValue = 0;
         ASSERT_TRUE(Settle());
     }
     ASSERT_TRUE(OpenProjectAndPaint(Root() + "examples/lj_melt_bin/lj_melt_bin.mrp"));

@@ -9,6 +9,7 @@
 #include "APP/clsMain.h"
 #include "COMMON/EventIds.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsSharedView.h"
 #include "GuiTest.h"
 #include "PARAM/clsUndoManager.h"
 #include "SCENE/clsAnchorPath.h"
@@ -55,13 +56,13 @@ protected:
         Menu(ID_REFRESH_GL);
         Settle();
     }
-    static const PositionAndDirection_cls& Eye(int view = 0) { return Canvas(view)->mCCamPos; }
+    static const PositionAndDirection_cls& Eye(int view = 0) { return Canvas(view)->mCamera.mCCamPos; }
     static double Apart(const double* a, const double* b) {
         return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
     }
     /// Put the free camera somewhere; it looks at the anchor from there.
     static void FlyTo(const double* place) {
-        Canvas(0)->GetPCCameraPosition()->Set(place);
+        Canvas(0)->mCamera.GetPCCameraPosition()->Set(place);
         Menu(ID_REFRESH_GL);
     }
     static wxPoint Spot() { return Middle(Canvas(0)); }
@@ -92,7 +93,7 @@ TEST_F(CameraPath, ViewFliesBetweenTwoKeysAndUndoTakesThemBack) {
     double front[3];
     std::copy_n(Eye().mFront, 3, front);
     for (int i = 0; i < 3; ++i)
-        EXPECT_NEAR(front[i] * Apart(kNear, MainGLCanvas_cls::msCAnchorPos), -kNear[i], 1e-3)
+        EXPECT_NEAR(front[i] * Apart(kNear, Shared().msCAnchorPos), -kNear[i], 1e-3)
             << "as the free view looked";
     // Two automatic keys make a straight way.
     const Picture_st atEnd = Grab(0);
@@ -174,19 +175,19 @@ TEST_F(CameraPath, UsersMoveStandsUntilTimeMoves) {
 
 TEST_F(CameraPath, AnchorPathIsLookedAtAndTurnedAround) {
     const double low[3] = {2, 3, -4};
-    std::copy_n(low, 3, MainGLCanvas_cls::msCAnchorPos);
+    std::copy_n(low, 3, Shared().msCAnchorPos);
     Menu(ID_SET_KEY_ANC);
     EXPECT_EQ(Anchor().mpCTranslate->mVParams[2].GetInterpolatedValue(0.0), -4.0);
-    std::fill_n(MainGLCanvas_cls::msCAnchorPos, 3, 0.0);
+    std::fill_n(Shared().msCAnchorPos, 3, 0.0);
     // The free view's pivot follows it.
     wxWindow* pivot = FindByLabel(Frame(), "Pivot Follows Anchor");
     ASSERT_TRUE(pivot);
     Click(pivot, wxPoint(8, pivot->GetClientSize().y / 2));
     ASSERT_TRUE(Settle());
-    EXPECT_LT(Apart(MainGLCanvas_cls::msCAnchorPos, low), 1e-12);
+    EXPECT_LT(Apart(Shared().msCAnchorPos, low), 1e-12);
     EXPECT_LT(Apart(Eye().mAnc, low), 1e-12);
     Canvas(0)->mPivotMode.mValue = false;
-    std::fill_n(MainGLCanvas_cls::msCAnchorPos, 3, 0.0);
+    std::fill_n(Shared().msCAnchorPos, 3, 0.0);
     // And the linked one looks at it, whatever the rotation says.
     Path().mCLookAnchor.mValue = true;
     Link();

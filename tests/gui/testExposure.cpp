@@ -16,6 +16,7 @@
 #include "GL/VIEW/clsExposure.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsOverlay.h"
+#include "GL/VIEW/clsSharedView.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
 #include "GoldenPicture.h"
 #include "IMAGE/clsImageIO.h"
@@ -154,7 +155,7 @@ TEST_F(Exposure, StepsOfAMotionBlurAddUpToTheirMean) {
         EXPECT_EQ(image.mCount, 1) << geometry;
         EXPECT_NEAR(double(image.mMiddle[0]), mean, 2e-3) << geometry;
         EXPECT_EQ(image.mMiddle[1], 0.0f);
-        const int size = geometry == 2 ? 4096 : MainGLCanvas_cls::GetFBOSize();
+        const int size = geometry == 2 ? 4096 : Shared().GetFBOSize();
         EXPECT_EQ(image.mSize, wxSize(size, size));
         // The next image starts clean.
         Image_st next;
@@ -252,11 +253,11 @@ TEST_F(Exposure, BrokenAndMissingShaderFilesAreTold) {
 
 TEST_F(Exposure, PicturesAreThoseThatWereLookedAt) {
     ASSERT_TRUE(OpenProjectAndPaint(Root() + "examples/lj_melt_bin/lj_melt_bin.mrp"));
-    MainGLCanvas_cls::msCFBOSizeIndex.mValue = 1;
+    Shared().msCFBOSizeIndex.mValue = 1;
     ResetViews();
     Canvas(0)->mShowMessage.mValue = Canvas(0)->mShowItems.mValue = false;
     SetBackground(0.3f, 0.1f, 0.1f);
-    Canvas(0)->GetPCCameraPosition()->Set(-9, -7, 5);
+    Canvas(0)->mCamera.GetPCCameraPosition()->Set(-9, -7, 5);
     ASSERT_TRUE(SizeView(400, 320));
     Set("Level=0.05 0.8;Gamma=1.6;HueOffset=75;Saturation=40");
     Repaint();

@@ -16,6 +16,7 @@
 #include "GL/VIEW/clsFishEye.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsSharedView.h"
 #include "GoldenPicture.h"
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsPDataSeqCtrl.h"
@@ -31,11 +32,11 @@ protected:
 
     void SetUp() override {
         PictureTest::SetUp();
-        MainGLCanvas_cls::msCFBOSizeIndex.mValue = 2;
+        Shared().msCFBOSizeIndex.mValue = 2;
         ASSERT_TRUE(SizeView(kW, kH));
     }
     void TearDown() override {
-        MainGLCanvas_cls::mspCDistortion->ReadWavefrontObject(FindRuntimeFile("Resource/distortion.obj"));
+        Shared().mspCDistortion->ReadWavefrontObject(FindRuntimeFile("Resource/distortion.obj"));
         PictureTest::TearDown();
     }
     /// Particles around the camera, away from the axis' ends.
@@ -94,7 +95,7 @@ TEST_F(Faces, PanoramaDirectionsLandAtTheirAngles) {
                     std::to_string(longitude) + " " + std::to_string(latitude));
     }
     // Above and below the band is the colour around the picture, in it that of the background.
-    MainGLCanvas_cls::mspCClrCurveOut->mConstantColor.mValue[0] = 1.0f;
+    Shared().mspCClrCurveOut->mConstantColor.mValue[0] = 1.0f;
     SetBackground(0, 1, 0);
     Repaint();
     const Picture_st picture = Grab(0);
@@ -105,7 +106,7 @@ TEST_F(Faces, PanoramaDirectionsLandAtTheirAngles) {
     }
     for (int x = 0; x < kW; ++x)
         ASSERT_GT(Channel(picture, x, kH / 2 + 20, 1), 200) << "a gap at " << x;
-    MainGLCanvas_cls::mspCClrCurveOut->mConstantColor.mValue[0] = 0.0f;
+    Shared().mspCClrCurveOut->mConstantColor.mValue[0] = 0.0f;
 }
 
 TEST_F(Faces, TheDomeHasNoGapsAndBlackCorners) {
@@ -152,15 +153,15 @@ TEST_F(Faces, SpheresAreWholeAcrossTheSeams) {
 
 TEST_F(Faces, ListsAreMadeOnceForAnAngle) {
     SetView(2, 160);
-    const int made = MainGLCanvas_cls::mspCFishEyeCtrl->GetListCount();
+    const int made = Shared().mspCFishEyeCtrl->GetListCount();
     Repaint();
     Repaint();
-    EXPECT_EQ(MainGLCanvas_cls::mspCFishEyeCtrl->GetListCount(), made);
+    EXPECT_EQ(Shared().mspCFishEyeCtrl->GetListCount(), made);
     SetView(2, 161);
     Repaint();
-    EXPECT_EQ(MainGLCanvas_cls::mspCFishEyeCtrl->GetListCount(), made + 1);
+    EXPECT_EQ(Shared().mspCFishEyeCtrl->GetListCount(), made + 1);
     SetView(2, 161.9f); // whole degrees count
-    EXPECT_EQ(MainGLCanvas_cls::mspCFishEyeCtrl->GetListCount(), made + 1);
+    EXPECT_EQ(Shared().mspCFishEyeCtrl->GetListCount(), made + 1);
 }
 
 TEST_F(Faces, ThePathTiltsTheDomeAndBringsItsAngle) {
@@ -194,7 +195,7 @@ TEST_F(Faces, TheMeshPutsTheDomeWhereItSays) {
     const std::string plain = corners + "vt 0 1\nvt 1 1\nvt 1 0\nvt 0 0\n";
     const std::string mirrored = corners + "vt 1 1\nvt 0 1\nvt 0 0\nvt 1 0\n";
     for (const int sign : {1, -1}) {
-        ASSERT_TRUE(MainGLCanvas_cls::mspCDistortion->ReadText(sign == 1 ? plain : mirrored, "x"));
+        ASSERT_TRUE(Shared().mspCDistortion->ReadText(sign == 1 ? plain : mirrored, "x"));
         Repaint();
         for (const auto& place : Places()) {
             if (place[0] > 85) continue; // the mask takes the rim
@@ -209,7 +210,7 @@ TEST_F(Faces, AMeshThatCannotBeUsedIsToldAndTheRestWorks) {
     ShowPlaces();
     SetView(2, 180);
     const Picture_st before = Grab(0);
-    MainGLCanvas_cls::mspCDistortion->ReadText("f 1/1/1 2/2/2 3/3/3\n", "bad.obj");
+    Shared().mspCDistortion->ReadText("f 1/1/1 2/2/2 3/3/3\n", "bad.obj");
     Canvas(0)->mDistortion.mValue = true;
     Canvas(0)->mShowMessage.mValue = true;
     Repaint();
@@ -227,10 +228,10 @@ TEST_F(Faces, AMissingMaskIsToldAndLeavesTheMeshAlone) {
     Canvas(0)->mDistortion.mValue = true;
     Repaint();
     const Picture_st masked = Grab(0);
-    GLTexture_cls none;
-    GLTexture_cls* const pMask = std::exchange(MainGLCanvas_cls::mspCMask, &none);
+    auto pMask = std::make_unique<GLTexture_cls>();
+    Shared().mspCMask.swap(pMask);
     Repaint();
-    MainGLCanvas_cls::mspCMask = pMask;
+    Shared().mspCMask.swap(pMask);
     EXPECT_TRUE(WasTold("The mask Resource/DefaultMask.png can't be read as an image"));
     EXPECT_GT(Grab(0).CountLit(20), 0) << "without darkened edges";
     Repaint();
@@ -264,7 +265,7 @@ TEST_F(Faces, TheMenusSettingsAreUndoable) {
 
 TEST_F(Faces, PicturesAreThoseThatWereLookedAt) {
     ASSERT_TRUE(OpenProjectAndPaint(Root() + "examples/lj_melt_bin/lj_melt_bin.mrp"));
-    MainGLCanvas_cls::msCFBOSizeIndex.mValue = 1;
+    Shared().msCFBOSizeIndex.mValue = 1;
     MainGLCanvas_cls* canvas = Canvas(0);
     Menu(ID_VIEW_PANEL_TYPE_0);
     canvas->SetDisplayMode(0);
@@ -272,7 +273,7 @@ TEST_F(Faces, PicturesAreThoseThatWereLookedAt) {
     canvas->mShowGrid.mValue = true;
     ASSERT_TRUE(SizeView(kW, kH));
     LookAlongX();
-    canvas->GetPCCameraPosition()->Set(-2.2, -0.5, 0.7);
+    canvas->mCamera.GetPCCameraPosition()->Set(-2.2, -0.5, 0.7);
     SetBackground(0.05f, 0.1f, 0.2f);
     SetView(2, 180);
     EXPECT_TRUE(IsGolden("fisheye", Grab(0)));

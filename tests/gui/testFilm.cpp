@@ -112,7 +112,7 @@ TEST_F(Film, KeysAreSetPlayedUndoneSavedAndOpenedAgain) {
     Canvas(0)->SetDisplayMode(7);
     Clock()->SetFrameCommand(0);
     ASSERT_TRUE(Settle());
-    EXPECT_EQ(Canvas(0)->mCCamPos.mPos[0], -1.5);
+    EXPECT_EQ(Canvas(0)->mCamera.mCCamPos.mPos[0], -1.5);
 
     Canvas(0)->SetFocus();
     Key(WXK_SPACE);
@@ -121,7 +121,7 @@ TEST_F(Film, KeysAreSetPlayedUndoneSavedAndOpenedAgain) {
     ASSERT_TRUE(PumpUntil([] { return !Clock()->IsPlaying(); }));
     Clock()->SetFrameCommand(8);
     ASSERT_TRUE(Settle());
-    EXPECT_EQ(Canvas(0)->mCCamPos.mPos[0], -4.0) << "the camera is where the key puts it";
+    EXPECT_EQ(Canvas(0)->mCamera.mCCamPos.mPos[0], -4.0) << "the camera is where the key puts it";
     Snap("film");
     Clock()->SetFrameCommand(0);
     ASSERT_TRUE(Settle());

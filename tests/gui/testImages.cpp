@@ -4,6 +4,7 @@
 
 #include <wx/statusbr.h>
 
+#include "GL/VIEW/clsSharedView.h"
 #include "PARAM/clsParameters.h"
 
 #include "ImageTest.h"
@@ -195,7 +196,7 @@ TEST_F(Images, ARunEndsWithItsData) {
         for (const std::string& name : Files())
             EXPECT_GT(CountLit(Load(name)), 50) << name;
         ASSERT_TRUE(OpenProjectAndPaint(Root() + "examples/lj_melt_bin/lj_melt_bin.mrp"));
-        MainGLCanvas_cls::msCFBOSizeIndex.mValue = 0;
+        Shared().msCFBOSizeIndex.mValue = 0;
         Time()->SetAnimInterpNative(1);
         Canvas(0)->mShowItems.mValue = false;
         SetOutput("f%04d.png", 64, 48);

@@ -10,6 +10,7 @@
 #include "APP/clsMain.h"
 #include "COMMON/EventIds.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsSharedView.h"
 #include "GuiTest.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsDataLoaderGUI.h"
@@ -226,7 +227,7 @@ TEST_F(Loader, TextSequenceOpensPlaysAndIsLit) {
 
     // Look from far enough to have the whole box in the picture.
     for (int i = 0; i < 3; ++i)
-        MainGLCanvas_cls::msCAnchorPos[i] = 5.9;
+        Shared().msCAnchorPos[i] = 5.9;
     MainGLCanvas_cls* canvas = Canvas(0);
     canvas->mShowMessage.mValue = canvas->mShowItems.mValue = canvas->mShowGrid.mValue = false;
     canvas->SetFocus();

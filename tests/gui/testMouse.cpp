@@ -12,6 +12,7 @@
 #include "COMMON/Globals.h"
 #include "GL/BASE/clsPreference.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsSharedView.h"
 #include "GuiTest.h"
 
 namespace {
@@ -53,8 +54,8 @@ protected:
         ResetViews();
     }
     static Camera_st Look(int view = 0) {
-        PositionAndDirection_cls* camera = Canvas(view)->GetPCCameraPosition();
-        const double* anchor = Canvas(view)->GetPCAnchorPosition();
+        PositionAndDirection_cls* camera = Canvas(view)->mCamera.GetPCCameraPosition();
+        const double* anchor = Canvas(view)->mCamera.GetPCAnchorPosition();
         Camera_st look = {{camera->mPos[0], camera->mPos[1], camera->mPos[2]}, 0.0};
         look.mDistance = Apart(camera->mPos, anchor);
         return look;
@@ -74,7 +75,7 @@ TEST_F(Mouse, LeftDragTurnsAroundTheAnchor) {
     const Camera_st after = Look();
     EXPECT_GT(Apart(before.mPos, after.mPos), 0.05);
     EXPECT_NEAR(after.mDistance, before.mDistance, 1e-6);
-    EXPECT_EQ(Apart(Canvas(0)->GetPCAnchorPosition(), std::vector<double>(3, 0.0).data()), 0.0);
+    EXPECT_EQ(Apart(Canvas(0)->mCamera.GetPCAnchorPosition(), std::vector<double>(3, 0.0).data()), 0.0);
     EXPECT_NE(Grab(0).mRGB, picture.mRGB) << "the picture follows the camera";
     // A drag to the right and back comes home: the gesture has no memory.
     DragAcross(1, 0, wxPoint(-60, -25));
@@ -108,9 +109,9 @@ TEST_F(Mouse, ShiftCtrlLeftDragMovesTheCentre) {
     }
     const Camera_st after = Look();
     const double origin[3] = {0, 0, 0};
-    EXPECT_GT(Apart(MainGLCanvas_cls::msCAnchorPos, origin), 0.05);
+    EXPECT_GT(Apart(Shared().msCAnchorPos, origin), 0.05);
     EXPECT_NEAR(after.mDistance, before.mDistance, 1e-6) << "camera and anchor go together";
-    EXPECT_EQ(Apart(MainGLCanvas_cls::msCAnchorPosOrtho, origin), 0.0) << "the axis views keep theirs";
+    EXPECT_EQ(Apart(Shared().msCAnchorPosOrtho, origin), 0.0) << "the axis views keep theirs";
 }
 
 TEST_F(Mouse, FreeViewsFollowTheirSharedAnchor) {
@@ -123,7 +124,7 @@ TEST_F(Mouse, FreeViewsFollowTheirSharedAnchor) {
         DragAcross(1);
     }
     EXPECT_GT(Canvas(1)->GetPaintCount(), paints);
-    EXPECT_LT(Apart(Canvas(1)->mCCamPos.mAnc, MainGLCanvas_cls::msCAnchorPos), 1e-12);
+    EXPECT_LT(Apart(Canvas(1)->mCamera.mCCamPos.mAnc, Shared().msCAnchorPos), 1e-12);
 }
 
 TEST_F(Mouse, ShiftLeftDragMovesNoCamera) {
@@ -159,14 +160,14 @@ TEST_F(Mouse, AxisDragPansAndTheOtherAxisViewsFollow) {
     const Picture_st other = Grab(2); // from -x: sees y
     const int paints = Canvas(2)->GetPaintCount();
     DragAcross(1, 1, wxPoint(40, 30)); // from +z: moves x and y
-    const double* anchor = MainGLCanvas_cls::msCAnchorPosOrtho;
+    const double* anchor = Shared().msCAnchorPosOrtho;
     EXPECT_GT(std::fabs(anchor[0]), 0.05);
     EXPECT_GT(std::fabs(anchor[1]), 0.05);
     EXPECT_EQ(anchor[2], 0.0);
     EXPECT_GT(Canvas(2)->GetPaintCount(), paints);
     EXPECT_NE(Grab(2).mRGB, other.mRGB);
     const double origin[3] = {0, 0, 0};
-    EXPECT_EQ(Apart(MainGLCanvas_cls::msCAnchorPos, origin), 0.0) << "the free view is not concerned";
+    EXPECT_EQ(Apart(Shared().msCAnchorPos, origin), 0.0) << "the free view is not concerned";
     // The data went with the mouse: to the right and down.
     EXPECT_LT(anchor[0], 0.0);
     EXPECT_GT(anchor[1], 0.0);

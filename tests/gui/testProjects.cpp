@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include "COMMON/Globals.h"
+#include "GL/VIEW/clsSharedView.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "ProjectTest.h"
@@ -100,7 +101,7 @@ TEST_F(Projects, EveryLineComesBackAsItWas) {
     Open(first.ToStdString());
     const std::string before = ReadAll(first.ToStdString());
     Menu(ID_SAVE_PROJECT);
-    MainGLCanvas_cls::msCFBOSizeIndex.mValue = 1; // as the file has it
+    Shared().msCFBOSizeIndex.mValue = 1; // as the file has it
     Menu(ID_SAVE_PROJECT);
     EXPECT_EQ(ReadAll(first.ToStdString()), before) << "byte for byte";
     EXPECT_EQ(Store()->GetActiveFileSequenceLength(), 3);
@@ -171,11 +172,11 @@ TEST_F(Projects, BadProjectsEndNothing) {
         ASSERT_TRUE(Hub()->SaveProjectFile(first, true));
         const std::string text = ReadAll(first.ToStdString());
         Open(first.ToStdString());
-        MainGLCanvas_cls::msCFBOSizeIndex.ReadStrLine(
+        Shared().msCFBOSizeIndex.ReadStrLine(
             wxString(text.substr(text.find("FBOBufferSize="), 30)).BeforeFirst('\n'));
         ASSERT_TRUE(Hub()->SaveProjectFile(first, true));
         EXPECT_EQ(ReadAll(first.ToStdString()), text) << entry.path();
-        MainGLCanvas_cls::msCFBOSizeIndex.mValue = 0;
+        Shared().msCFBOSizeIndex.mValue = 0;
     }
 }
 

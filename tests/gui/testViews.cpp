@@ -234,7 +234,7 @@ TEST_F(Views, ExtraPanelCopiesViewNought) {
     ASSERT_TRUE(PumpUntil([canvas, paints] { return canvas->GetPaintCount() > paints; })) << "it follows";
     ASSERT_TRUE(Settle());
     for (int i = 0; i < 3; ++i)
-        EXPECT_NEAR(canvas->mCCamPos.mPos[i], Canvas(0)->mCCamPos.mPos[i], 1e-9);
+        EXPECT_NEAR(canvas->mCamera.mCCamPos.mPos[i], Canvas(0)->mCamera.mCCamPos.mPos[i], 1e-9);
     // The whole screen, without the row of controls, and back.
     canvas->SetFocus();
     Key(WXK_RETURN, wxMOD_ALT);

@@ -3,6 +3,8 @@
 
 #include <wx/gdicmn.h>
 
+#include "GL/BASE/DisplayMode.h"
+
 class MouseNormalized_cls;
 class Position_cls;
 class PositionAndDirection_cls;
@@ -29,7 +31,7 @@ public:
     bool ZoomWheel(PositionAndDirection_cls* pCamera, double steps, float* pOrthoScale);
 
 private:
-    bool IsAxisView() const { return mDisplayMode >= 1 && mDisplayMode <= 6; }
+    bool IsAxisView() const { return IsAxisMode(mDisplayMode); }
     bool IsMoved() const;
 
     Preference_cls* mpCPreference;                 // link

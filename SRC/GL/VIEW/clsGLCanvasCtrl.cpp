@@ -71,12 +71,10 @@ ConfItemBOOL_cls& GetToggleItem(MainGLCanvas_cls* pCanvas, int which) {
 
 } // namespace
 
-GLCanvasCtrl_cls::GLCanvasCtrl_cls(wxWindow* pParent, FrameMain_cls* pFrame, DrawOption_cls* pDrawOption,
-                                   Preference_cls* pPreference, const wxString& name, int panelIndex,
-                                   int displayMode, wxGLContext* pShare)
+GLCanvasCtrl_cls::GLCanvasCtrl_cls(wxWindow* pParent, const ViewLinks_st& links, const wxString& name,
+                                   int panelIndex, int displayMode, wxGLContext* pShare)
     : wxPanel(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL, name) {
-    mpCCanvas =
-        new MainGLCanvas_cls(this, this, pFrame, pDrawOption, pPreference, panelIndex, displayMode, pShare);
+    mpCCanvas = new MainGLCanvas_cls(this, this, links, panelIndex, displayMode, pShare);
     MakeControls();
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(mpCSizerRow, 0, wxEXPAND);
@@ -137,7 +135,7 @@ void GLCanvasCtrl_cls::UpdateWindow() {
 
 void GLCanvasCtrl_cls::SyncComboboxToDisplayMode() {
     mpCComboDisplayMode->SetSelection(mpCCanvas->GetDisplayMode());
-    const bool bLinked = mpCCanvas->GetDisplayMode() == 7; // the camera path brings its own geometry
+    const bool bLinked = mpCCanvas->IsCameraLinked(); // the camera path brings its own geometry
     mpCComboGeometry->SetSelection(bLinked ? mpCCanvas->GetEffectiveGeometry() : mpCCanvas->GetGeometry());
     mpCComboGeometry->Enable(!bLinked);
 }
@@ -145,7 +143,7 @@ void GLCanvasCtrl_cls::SyncComboboxToDisplayMode() {
 void GLCanvasCtrl_cls::SyncDisplayModeToCombobox() {
     const int mode = mpCComboDisplayMode->GetSelection();
     if (mode != mpCCanvas->GetDisplayMode()) {
-        if (mode == 7)
+        if (mode == DISPLAY_PATH)
             mpCCanvas->LinkageConnect();
         else
             mpCCanvas->SetDisplayMode(mode);
@@ -154,7 +152,7 @@ void GLCanvasCtrl_cls::SyncDisplayModeToCombobox() {
         mpCCanvas->SetGeometry(mpCComboGeometry->GetSelection());
     }
     UpdateToggleButtonsAndParams();
-    mpCCanvas->ForceUpdateCameraPos();
+    mpCCanvas->mCamera.ForceUpdateCameraPos();
     mpCCanvas->SetThisToBeActiveGL();
     mpCCanvas->RefreshEX();
 }
@@ -195,7 +193,7 @@ void GLCanvasCtrl_cls::SetSettings(const Settings_st& settings) {
     mpCCanvas->mFisheyeGrid.mValue = settings.mbFisheyeGrid;
     mpCCanvas->mGLPersAngle.mValue = settings.mAngle;
     UpdateWindow();
-    mpCCanvas->ForceUpdateCameraPos();
+    mpCCanvas->mCamera.ForceUpdateCameraPos();
     mpCCanvas->MarkStale();
 }
 

@@ -6,22 +6,19 @@
 
 #include <wx/panel.h>
 
-class DrawOption_cls;
-class FrameMain_cls;
 class MainGLCanvas_cls;
-class Preference_cls;
 class wxBoxSizer;
 class wxCheckBox;
 class wxChoice;
 class wxGLContext;
 class wxToggleButton;
+struct ViewLinks_st;
 
 class GLCanvasCtrl_cls : public wxPanel {
 public:
     /// `name` as "MainGLCanvas 0"; index 4 is the Extra Panel's.
-    GLCanvasCtrl_cls(wxWindow* pParent, FrameMain_cls* pFrame, DrawOption_cls* pDrawOption,
-                     Preference_cls* pPreference, const wxString& name, int panelIndex, int displayMode,
-                     wxGLContext* pShare);
+    GLCanvasCtrl_cls(wxWindow* pParent, const ViewLinks_st& links, const wxString& name, int panelIndex,
+                     int displayMode, wxGLContext* pShare);
 
     MainGLCanvas_cls* GetPCCanvas() const { return mpCCanvas; }
     /// Controls from the canvas's settings.

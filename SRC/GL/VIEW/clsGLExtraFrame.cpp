@@ -2,18 +2,16 @@
 
 #include <wx/sizer.h>
 
-#include "APP/clsFrameMain.h"
-#include "COMMON/EventIds.h"
 #include "COMMON/clsUpdateStatusBar.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsViewHost.h"
 
-GLExtraFrame_cls::GLExtraFrame_cls(FrameMain_cls* pFrame, wxWindow* pParent, DrawOption_cls* pDrawOption,
-                                   Preference_cls* pPreference, wxGLContext* pShare)
+GLExtraFrame_cls::GLExtraFrame_cls(wxWindow* pParent, const ViewLinks_st& links, wxGLContext* pShare)
     : wxFrame(pParent, wxID_ANY, "Extra", wxDefaultPosition, wxSize(640, 520),
-              wxDEFAULT_FRAME_STYLE | wxFRAME_NO_TASKBAR) {
-    mpCCtrl = new GLCanvasCtrl_cls(this, pFrame, pDrawOption, pPreference, "Extra",
-                                   MainGLCanvas_cls::kExtraPanel, 0, pShare);
+              wxDEFAULT_FRAME_STYLE | wxFRAME_NO_TASKBAR),
+      mpCHost(links.mpCHost) {
+    mpCCtrl = new GLCanvasCtrl_cls(this, links, "Extra", MainGLCanvas_cls::kExtraPanel, DISPLAY_FREE, pShare);
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(mpCCtrl, 1, wxEXPAND);
     SetSizer(sizer);
@@ -43,7 +41,7 @@ void GLExtraFrame_cls::OnClose(wxCloseEvent& event) {
     }
     event.Veto(); // the frame lives as long as the program
     Hide();
-    if (wxMenuBar* pBar = static_cast<wxFrame*>(GetParent())->GetMenuBar()) pBar->Check(ID_VIEW_EXTRA, false);
+    mpCHost->OnExtraFrameClosed();
 }
 
 void GLExtraFrame_cls::OnShow(wxShowEvent& event) {

@@ -3,16 +3,14 @@
 
 #include <wx/frame.h>
 
-class DrawOption_cls;
-class FrameMain_cls;
 class GLCanvasCtrl_cls;
-class Preference_cls;
+class ViewHost_cls;
 class wxGLContext;
+struct ViewLinks_st;
 
 class GLExtraFrame_cls : public wxFrame {
 public:
-    GLExtraFrame_cls(FrameMain_cls* pFrame, wxWindow* pParent, DrawOption_cls* pDrawOption,
-                     Preference_cls* pPreference, wxGLContext* pShare);
+    GLExtraFrame_cls(wxWindow* pParent, const ViewLinks_st& links, wxGLContext* pShare);
     GLCanvasCtrl_cls* GetPCCanvasCtrl() const { return mpCCtrl; }
 
 private:
@@ -20,5 +18,6 @@ private:
     void OnClose(wxCloseEvent& event);
     void OnShow(wxShowEvent& event);
 
+    ViewHost_cls* mpCHost;
     GLCanvasCtrl_cls* mpCCtrl = nullptr;
 };

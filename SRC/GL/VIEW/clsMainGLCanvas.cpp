@@ -2,48 +2,19 @@
 
 #include <algorithm>
 
+#include <wx/intl.h>
 #include <wx/toplevel.h>
 
-#include "APP/clsFrameMain.h"
-#include "COLORCURVE/clsColorCurve.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
-#include "COMMON/RuntimeFiles.h"
 #include "COMMON/ThreadStates.h"
-#include "GL/BASE/clsFBO.h"
-#include "GL/BASE/clsGLState.h"
-#include "GL/BASE/clsGLTexture.h"
 #include "GL/BASE/clsXErrorScope.h"
-#include "GL/DRAW/clsGLAttribute.h"
-#include "GL/VIEW/clsDistortion.h"
-#include "GL/VIEW/clsDrawClrLegend.h"
-#include "GL/VIEW/clsDrawTimeIndex.h"
-#include "GL/VIEW/clsFishEye.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
+#include "GL/VIEW/clsSharedView.h"
+#include "GL/VIEW/clsViewHost.h"
+#include "PDATA/clsPDataSequence.h"
+#include "SCENE/clsCameraPath.h"
 #include "TIME/clsTimeCtrl.h"
-
-bool MainGLCanvas_cls::msbKeepPicture = false;
-const int MainGLCanvas_cls::msAFBOSize[5] = {256, 512, 1024, 2048, 4096};
-ConfItemUINT_cls MainGLCanvas_cls::msCFBOSizeIndex;
-ConfItemFLOAT_cls MainGLCanvas_cls::msCLineWidth;
-ConfItemUINT_cls MainGLCanvas_cls::msCTagFontIndex;
-ConfItemList_cls MainGLCanvas_cls::msCConfListStatic;
-ColorCurve_cls* MainGLCanvas_cls::mspCClrCurveBG = nullptr;
-ColorCurve_cls* MainGLCanvas_cls::mspCClrCurveOut = nullptr;
-ColorCurve_cls* MainGLCanvas_cls::mspCClrCurveTag = nullptr;
-double MainGLCanvas_cls::msCAnchorPos[3] = {0, 0, 0};
-double MainGLCanvas_cls::msCAnchorPosOrtho[3] = {0, 0, 0};
-FishEye_cls* MainGLCanvas_cls::mspCFishEyeCtrl = nullptr;
-Distortion_cls* MainGLCanvas_cls::mspCDistortion = nullptr;
-GLTexture_cls* MainGLCanvas_cls::mspCMask = nullptr;
-GLTexture_cls* MainGLCanvas_cls::mspCFisheyeGrid = nullptr;
-DrawTimeIndex_cls* MainGLCanvas_cls::mspCDrawTimeIndex = nullptr;
-DrawClrLegend_cls* MainGLCanvas_cls::mspCDrawClrLegend = nullptr;
-Exposure_cls* MainGLCanvas_cls::mspCExposureLink = nullptr;
-Information_cls* MainGLCanvas_cls::mspCInformationLink = nullptr;
-ImgSequence_cls* MainGLCanvas_cls::mspCImgSeqLinked = nullptr;
-std::unique_ptr<FBO_cls> MainGLCanvas_cls::mspCDome;
-std::unique_ptr<FBO_cls> MainGLCanvas_cls::mspCStage;
 
 namespace {
 
@@ -73,13 +44,15 @@ wxGLContextAttrs MakeContextAttributes() {
 
 } // namespace
 
-MainGLCanvas_cls::MainGLCanvas_cls(wxWindow* pParent, GLCanvasCtrl_cls* pCtrl, FrameMain_cls* pFrame,
-                                   DrawOption_cls* pDrawOption, Preference_cls* pPreference, int panelIndex,
-                                   int displayMode, wxGLContext* pShare)
+MainGLCanvas_cls::MainGLCanvas_cls(wxWindow* pParent, GLCanvasCtrl_cls* pCtrl, const ViewLinks_st& links,
+                                   int panelIndex, int displayMode, wxGLContext* pShare)
     : wxGLCanvas(pParent, BeginQuietly(), wxID_ANY, wxDefaultPosition, wxDefaultSize,
                  wxWANTS_CHARS | wxFULL_REPAINT_ON_RESIZE, wxString::Format("View %d", panelIndex)),
-      mPanelIndex(panelIndex), mpCCtrl(pCtrl), mpCFrame(pFrame), mpCDrawOption(pDrawOption),
-      mCDolly(pPreference), mCMouse(pPreference) {
+      ViewSettings_cls(*links.mpCHost, panelIndex), mCamera(*this, *links.mpCShared, *links.mpCHost),
+      mpCCtrl(pCtrl), mpCHost(links.mpCHost), mpCShared(links.mpCShared), mpCDrawOption(links.mpCDrawOption),
+      mWait(*mpCHost), mContext{*mpCHost, *mpCShared, *this, mCamera, mCGLPerspective, mMoment, mMessage},
+      mScene(mContext), mGather(mContext), mOverlay(mContext), mImage(mContext, mScene, mGather, mOverlay),
+      mExport(mContext), mMenu(*this, *pCtrl), mMouse(*this, mMenu, *mpCHost, links.mpCPreference) {
     // A window that GL can't draw into still stands in its place and says why it is empty.
     const bool bGL = GetHandle() != nullptr;
     if (bGL) MakeContext(pShare);
@@ -90,11 +63,8 @@ MainGLCanvas_cls::MainGLCanvas_cls(wxWindow* pParent, GLCanvasCtrl_cls* pCtrl, F
     }
     SetBackgroundStyle(wxBG_STYLE_PAINT);
     if (!mpCGLContext) TellNoGL();
-    AddItems();
     SetDisplayMode(displayMode);
-    SetCameraToDefaultPos();
     Bind(wxEVT_PAINT, &MainGLCanvas_cls::OnPaint, this);
-    BindMouse();
 }
 
 MainGLCanvas_cls::~MainGLCanvas_cls() {
@@ -131,100 +101,91 @@ bool MainGLCanvas_cls::MakeContextCurrent() {
     return false;
 }
 
-void MainGLCanvas_cls::AddItems() {
-    const wxString prefix = wxString::Format("Panel%d", mPanelIndex);
-    mConfList.Add(&mShowMessage, prefix + "ShowMessage=", mPanelIndex == kExtraPanel ? "0" : "1");
-    mConfList.Add(&mShowItems, prefix + "ShowItems=", "1");
-    mConfList.Add(&mShowGrid, prefix + "ShowGrid=", "1");
-    mConfList.Add(&mShowData, prefix + "ShowData=", "1");
-    mConfList.Add(&mPivotMode, prefix + "PivotMode=", "0");
-    mConfList.Add(&mGLDepthMin, prefix + "GLDepthMin=", "0.03");
-    mConfList.Add(&mGLDepthMax, prefix + "GLDepthMax=", "5000");
-    mConfList.Add(&mGLPersAngle, prefix + "GLPersAngle=", "35");
-    mConfList.Add(&mGLOrthoScale, prefix + "GLOrthoScale=", "1");
-    mConfList.Add(&mDisplayMode, prefix + "DisplayMode=", "0");
-    mConfList.Add(&mGLGeometry, prefix + "GLGeometry=", "0");
-    mConfList.Add(&mGLPathIndex, prefix + "GLPathIndex=", "0");
-    mConfList.Add(&mGridType, prefix + "GridType=", "0");
-    mConfList.Add(&mShowOtherCam, prefix + "ShowOtherCam=", "0");
-    mConfList.Add(&mDrawItemByXOR, prefix + "DrawItemByXOR=", "0");
-    mConfList.Add(&mGridAntialias, prefix + "GridAntialias=", "0");
-    mConfList.Add(&mGridShowTag, prefix + "GridShowTag=", "0");
-    mConfList.Add(&mDistortion, prefix + "Distortion", "0"); // files know these two without "="
-    mConfList.Add(&mFisheyeGrid, prefix + "FisheyeGrid", "0");
-}
-
-void MainGLCanvas_cls::InitializeStaticMembers(Overlay_cls* pOverlay, Exposure_cls* pExposure,
-                                               Information_cls* pInformation) {
-    mspCClrCurveBG = new ColorCurve_cls("BGColor", _("Background"), "0 0 0 0");
-    mspCClrCurveOut = new ColorCurve_cls("OutColor", _("Around the picture"), "0 0 0 0");
-    mspCClrCurveTag = new ColorCurve_cls("TagColor", _("Tags"), "1 1 1 1");
-    msCConfListStatic.Clear();
-    msCConfListStatic.Add(&msCFBOSizeIndex, "FBOBufferSize=", "3");
-    msCConfListStatic.Add(&msCTagFontIndex, "TagFontIndex=", "4");
-    msCConfListStatic.Add(&msCLineWidth, "LineWidth=", "5");
-    mspCExposureLink = pExposure;
-    mspCInformationLink = pInformation;
-    mspCDrawTimeIndex = new DrawTimeIndex_cls(pOverlay);
-    mspCDrawClrLegend = new DrawClrLegend_cls(pOverlay);
-    mspCFishEyeCtrl = new FishEye_cls;
-    mspCDistortion = new Distortion_cls;
-    mspCDistortion->ReadWavefrontObject(FindRuntimeFile("Resource/distortion.obj"));
-}
-
-namespace {
-
-template <class T>
-void DeleteAndForget(T*& pObject) {
-    delete pObject;
-    pObject = nullptr;
-}
-
-} // namespace
-
-void MainGLCanvas_cls::DestructStaticMembers() {
-    GLAttribute_cls::DestructStaticMembers();
-    mspCDome.reset();
-    mspCStage.reset();
-    DeleteAndForget(mspCDistortion);
-    DeleteAndForget(mspCFishEyeCtrl);
-    DeleteAndForget(mspCDrawClrLegend);
-    DeleteAndForget(mspCDrawTimeIndex);
-    DeleteAndForget(mspCFisheyeGrid);
-    DeleteAndForget(mspCMask);
-    DeleteAndForget(mspCClrCurveBG);
-    DeleteAndForget(mspCClrCurveOut);
-    DeleteAndForget(mspCClrCurveTag);
-    mspCExposureLink = nullptr;
-    mspCInformationLink = nullptr;
-    mspCImgSeqLinked = nullptr;
-    msCConfListStatic.Clear();
-}
-
-wxString MainGLCanvas_cls::SerializeStaticMember() {
-    return msCConfListStatic.SerializeAll() + mspCClrCurveBG->Serialize() + mspCClrCurveOut->Serialize() +
-           mspCClrCurveTag->Serialize();
-}
-
-void MainGLCanvas_cls::ReadStrLineStaticMember(std::wistream& stream, const wxString& line) {
-    msCConfListStatic.ReadStrLineAll(line);
-    for (ColorCurve_cls* pCurve : {mspCClrCurveBG, mspCClrCurveOut, mspCClrCurveTag})
-        pCurve->ReadStrLine(stream, line);
-}
-
 wxString MainGLCanvas_cls::Serialize() { return mConfList.SerializeAll(); }
 
 void MainGLCanvas_cls::ReadStrLine(const wxString& line) {
-    if (!mConfList.ReadStrLineAll(line)) return;
-    mDisplayMode.mValue = std::clamp(mDisplayMode.mValue, 0, mPanelIndex == kExtraPanel ? 8 : 7);
-    mGLGeometry.mValue = std::clamp(mGLGeometry.mValue, 0, 3);
-    ForceUpdateCameraPos();
+    if (!ReadSettings(line)) return;
+    mCamera.ForceUpdateCameraPos();
     MarkStale();
 }
 
-int MainGLCanvas_cls::GetFBOSize() { return msAFBOSize[std::min(msCFBOSizeIndex.mValue, 4u)]; }
+MainGLCanvas_cls* MainGLCanvas_cls::GetOther(int view) const { return mpCHost->GetPCGLCanvas(view); }
 
-MainGLCanvas_cls* MainGLCanvas_cls::GetOther(int view) const { return mpCFrame->GetPCGLCanvas(view); }
+void MainGLCanvas_cls::SetDisplayMode(int mode) {
+    TakeDisplayMode(mode);
+    MarkStale();
+}
+
+void MainGLCanvas_cls::SetGeometry(int geometry) {
+    TakeGeometry(geometry);
+    MarkStale();
+}
+
+void MainGLCanvas_cls::ChooseDisplayMode(int mode) {
+    mpCCtrl->ChangeBy([this, mode] { SetDisplayMode(mode); });
+    mpCCtrl->UpdateWindow();
+    RefreshEX();
+}
+
+void MainGLCanvas_cls::TogglePerspective() {
+    const int other =
+        mGLGeometry.mValue == GEOMETRY_PERSPECTIVE ? GEOMETRY_ORTHOGRAPHIC : GEOMETRY_PERSPECTIVE;
+    mpCCtrl->ChangeBy([this, other] { SetGeometry(other); });
+    mpCCtrl->UpdateWindow();
+    RefreshEX();
+}
+
+void MainGLCanvas_cls::LinkageConnect() {
+    mCamera.LinkageConnect();
+    MarkStale();
+}
+
+void MainGLCanvas_cls::SetThisToBeActiveGL() {
+    if (GpCurrentGLPanel == this) return;
+    GpCurrentGLPanel = this;
+    mpCHost->ReconnectCameraPathGUI();
+}
+
+void MainGLCanvas_cls::RequestImage(ViewImage_cls::ImageTaker taker, wxSize size, bool bTransparent) {
+    mImage.RequestImage(std::move(taker), size, bTransparent);
+    MarkStale();
+    RefreshEX();
+}
+
+bool MainGLCanvas_cls::DrawImage() {
+    if (!mpCGLContext) return false;
+    mMoment.bHidden = true;
+    Paint();
+    mMoment.bHidden = false;
+    return mImage.HasBaked();
+}
+
+void MainGLCanvas_cls::RequestWindowPicture(std::function<void(wxSize)> taker) {
+    mImage.RequestWindowPicture(std::move(taker));
+    MarkStale();
+    RefreshEX();
+}
+
+void MainGLCanvas_cls::StartSaveImgSeqProcess(ImgSequence_cls* pSequence) {
+    mImage.StartSaveImgSeqProcess(pSequence);
+    MarkStale();
+    RefreshEX();
+}
+
+void MainGLCanvas_cls::StopSaveImgSeqProcess() {
+    if (!mImage.StopSaveImgSeqProcess()) return;
+    MarkStale(); // the window shows its own shape again
+    RefreshEX();
+}
+
+void MainGLCanvas_cls::StartExportDataProcess(DataExporter_cls* pExporter) {
+    mExport.Start(pExporter);
+    MarkStale();
+}
+
+void MainGLCanvas_cls::StopExportDataProcess() {
+    if (mExport.Stop()) MarkStale(); // the picture shows another frame
+}
 
 wxSize MainGLCanvas_cls::GetPixelSize() const {
     const wxSize size = GetClientSize() * GetContentScaleFactor();
@@ -240,17 +201,16 @@ void MainGLCanvas_cls::RefreshEX() {
         RefreshForOutput();
     if (mPanelIndex != 0) return;
     MainGLCanvas_cls* pExtra = GetOther(kExtraPanel);
-    if (pExtra && pExtra->IsShownOnScreen() && pExtra->GetDisplayMode() == 8) pExtra->RefreshEX();
+    if (pExtra && pExtra->IsShownOnScreen() && pExtra->GetDisplayMode() == DISPLAY_COPY) pExtra->RefreshEX();
 }
 
 bool MainGLCanvas_cls::CheckGLRefresh(int frame, int step) {
     if (!IsSeen() && !WritesOutput()) return true;
-    const MotionBlurCtrl_cls& blur = mpCFrame->GetPCTimeCtrl()->mCMotionBlur;
+    const MotionBlurCtrl_cls& blur = mpCHost->GetPCTimeCtrl()->mCMotionBlur;
     const bool bBlurDone = !blur.mbBlur || blur.GetFactor() == mPaintedBlurFactor;
     if (frame == mPaintedFrame && step == mPaintedStep && bBlurDone) return true;
     if (mbPaintQueued) return false;
-    if (mbLoading && IsReaderBusy() && frame == mWaitFrame && step == mWaitStep)
-        return false; // its end will wake us
+    if (mbLoading && IsReaderBusy() && mWait.IsWaitingFor(frame, step)) return false; // its end will wake us
     RefreshForOutput();
     return false;
 }
@@ -271,32 +231,24 @@ void MainGLCanvas_cls::RefreshForOutput() {
 
 void MainGLCanvas_cls::MarkStale() { mPaintedFrame = mPaintedStep = -1; }
 
-void MainGLCanvas_cls::SetGLBGColor(int which) {
-    if (mPlainGrey) {
-        glClearColor(*mPlainGrey, *mPlainGrey, *mPlainGrey, *mPlainGrey);
-        return;
+bool MainGLCanvas_cls::IsAnyMultiPanel() const {
+    for (int view = 0; view < kViewNumber; ++view) {
+        const MainGLCanvas_cls* pOther = GetOther(view);
+        if (pOther && pOther->IsShownOnScreen() && pOther->GetMultiPanelMode() != 0) return true;
     }
-    float color[4];
-    (which == 0 ? mspCClrCurveBG : mspCClrCurveOut)->GetColor4fScaled(color, 0.0f);
-    glClearColor(color[0], color[1], color[2], color[3]);
+    return false;
 }
 
-void MainGLCanvas_cls::KeepPicture() {
-    const wxSize size = GetPixelSize();
-    const size_t row = static_cast<size_t>(size.x) * 3;
-    std::vector<unsigned char> upward(row * static_cast<size_t>(size.y));
-    const GLClientScope_cls client;
-    glReadBuffer(GL_BACK); // the front buffer of a window can't be read everywhere
-    glPixelStorei(GL_PACK_ALIGNMENT, 1);
-    glReadPixels(0, 0, size.x, size.y, GL_RGB, GL_UNSIGNED_BYTE, upward.data());
-    mVPicture.resize(upward.size());
-    for (size_t y = 0, last = static_cast<size_t>(size.y) - 1; y <= last; ++y)
-        std::copy_n(upward.data() + (last - y) * row, row, mVPicture.data() + y * row);
-    mPictureSize = size;
-}
-
-const std::vector<unsigned char>& MainGLCanvas_cls::GetShownPicture(int* pW, int* pH) const {
-    *pW = mPictureSize.x;
-    *pH = mPictureSize.y;
-    return mVPicture;
+ViewMessage_cls::Facts_st MainGLCanvas_cls::GetFacts() const {
+    ViewMessage_cls::Facts_st facts;
+    if (!mShowMessage.mValue) return facts;
+    const PDataSequence_cls& sequence = *mpCHost->GetPCActiveFileSequence();
+    facts.mFile = sequence.GetFilename(mMoment.dataFrame);
+    facts.mFileStatus = sequence.GetFilenameStatus(mMoment.dataFrame);
+    facts.mDisplayMode = mDisplayMode.mValue;
+    facts.mbLookAnchor = GetPLinkedCameraPath()->mCLookAnchor.mValue;
+    facts.mTime = sequence.GetTime(mMoment.dataFrame);
+    facts.mParticles = sequence.GetParticleNumber(mMoment.dataFrame);
+    facts.mMillis = mCStopWatch.Time();
+    return facts;
 }

@@ -4,14 +4,11 @@
 
 #include <wx/dcclient.h>
 #include <wx/intl.h>
-#include <wx/utils.h>
 
-#include "APP/clsFrameMain.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
 #include "COMMON/ThreadStates.h"
-#include "COMMON/clsMyVector.h"
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLInfo.h"
 #include "GL/BASE/clsGLState.h"
@@ -21,15 +18,13 @@
 #include "GL/DRAW/clsGLSequence.h"
 #include "GL/VIEW/clsFishEye.h"
 #include "GL/VIEW/clsInformation.h"
+#include "GL/VIEW/clsSharedView.h"
+#include "GL/VIEW/clsViewHost.h"
 #include "IMAGE/clsImgSequence.h"
-#include "PDATA/clsPDataSeqCtrl.h"
+#include "PDATA/clsPDataSequence.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
-
-constexpr int kReadyTries = 10;
-constexpr long kWaitMillis = 250; // what a user doesn't feel as a halt
-constexpr unsigned long kPollMillis = 2;
 
 // Only one canvas draws at a time, and a finished paint lets playing go on.
 class PaintLock_cls {
@@ -56,8 +51,8 @@ private:
 // right behind the paint event, where long drawing can let events through.
 void MainGLCanvas_cls::OnPaint(wxPaintEvent&) {
     wxPaintDC dc(this); // the toolkit wants one, whatever happens
-    if (!mpCDataExporter && (!mpCGLContext || !FBO_cls::msbSupported)) {
-        if (IsPaintAllowed()) WaitForFrame(); // data are read all the same
+    if (!mExport.IsRunning() && (!mpCGLContext || !FBO_cls::msbSupported)) {
+        if (IsPaintAllowed()) IsFrameLoading(); // data are read all the same
         DrawTextOnDC(dc);
     } else {
         QueuePaint();
@@ -77,16 +72,16 @@ void MainGLCanvas_cls::Paint() {
         return;
     }
     const PaintLock_cls lock(mbPainting);
-    mbLoading = WaitForFrame() == DataState::Loading;
+    mbLoading = IsFrameLoading();
     if (mbLoading) {
         MarkStale();
         if (WritesOutput() || KeepsLastPicture()) return;
-        mWXStrMessage += _("Loading ...") + wxString("\n");
+        mMessage.Add(_("Loading ...") + wxString("\n"));
     } else if (mShowData.mValue && !IsReaderBusy()) {
-        mpCFrame->PrepareFramesAhead(mpCFrame->GetPCTimeCtrl()->GetPrefetch());
+        mpCHost->PrepareFramesAhead(mpCHost->GetPCTimeCtrl()->GetPrefetch());
     }
     ReadTime();
-    if (mpCDataExporter) {
+    if (mExport.IsRunning()) {
         ExportFrame();
         return;
     }
@@ -95,23 +90,24 @@ void MainGLCanvas_cls::Paint() {
         Refresh(false); // for the text that tells why
         return;
     }
-    if (mbDropImage && !mbImageRequest) DropImage();
+    mImage.DropIfOver();
     SetViewFromSettings();
     PlaceCamera();
-    mMoment.fboSize = GetFBOSize();
+    mMoment.fboSize = mpCShared->GetFBOSize();
     mCStopWatch.Start();
     DrawProgress_cls::ForgetCut();
-    mspCFishEyeCtrl->MakeFishEyeBegin(mCGLPerspective.mClipW, mCGLPerspective.mClipH, mMoment.fboSize);
+    mpCShared->mspCFishEyeCtrl->MakeFishEyeBegin(mCGLPerspective.mClipW, mCGLPerspective.mClipH,
+                                                 mMoment.fboSize);
     DrawEyes();
     EndFaces();
-    FinishImage();
+    mImage.FinishImage(GetPixelSize());
     CountPaint();
-    if (mbHiddenPaint) return;
+    if (mMoment.bHidden) return;
     DrawOnWindow();
-    if (msbKeepPicture) KeepPicture();
+    if (mpCShared->msbKeepPicture) mKeptPicture.Read(GetPixelSize());
     SwapBuffers();
     mShownSize = GetPixelSize();
-    if (mspCInformationLink) mspCInformationLink->Update();
+    if (mpCShared->mspCInformationLink) mpCShared->mspCInformationLink->Update();
     // POV-Ray export takes its step; the dialogs of camera, lights and stereo follow the active view.
 }
 
@@ -121,39 +117,15 @@ bool MainGLCanvas_cls::IsPaintAllowed() const {
            !GbGLLockProjectLoading.load() && !GbGLLockModalDialog.load();
 }
 
-// Reading is started without waiting in the store, so that the window stays alive: a read that takes longer
-// is left alone, and its end wakes the idle loop. A paint without a window waits for as long as it takes.
-MainGLCanvas_cls::DataState MainGLCanvas_cls::WaitForFrame() {
-    const TimeCtrl_cls& time = *mpCFrame->GetPCTimeCtrl();
-    if (!mShowData.mValue && !mpCDataExporter) return DataState::Ready;
-    if (mWaitFrame != time.GetFrame() || mWaitStep != time.GetInterpStep()) {
-        mWaitFrame = time.GetFrame();
-        mWaitStep = time.GetInterpStep();
-        mCWaitWatch.Start();
-    }
-    const double index = time.GetRemappedIndexDouble(-1, -1);
-    const int whole = static_cast<int>(index);
-    for (int tries = 0; tries < kReadyTries && !mpCFrame->IsTheFrameReady(-1); ++tries) {
-        if (mbHiddenPaint) {
-            mpCFrame->PrepareTheFrame(-1);
-            continue;
-        }
-        if (!IsAnyThreadBusy())
-            mpCFrame->GetPCDataSeqCtrl()->PrepareIndex(whole, index - whole, time.IsForceInterpolation(),
-                                                       false);
-        while (IsAnyThreadBusy() && !mpCFrame->IsTheFrameReady(-1)) {
-            if (mCWaitWatch.Time() > kWaitMillis) return DataState::Loading;
-            wxMilliSleep(kPollMillis);
-        }
-    }
-    mWaitFrame = mWaitStep = -1;
-    return DataState::Ready; // or what there is: nothing more will come
+bool MainGLCanvas_cls::IsFrameLoading() {
+    if (!mShowData.mValue && !mExport.IsRunning()) return false;
+    return mWait.WaitForFrame(mMoment.bHidden) == FrameWait_cls::DataState::Loading;
 }
 
 bool MainGLCanvas_cls::KeepsLastPicture() const { return mShownSize == GetPixelSize(); }
 
 void MainGLCanvas_cls::ReadTime() {
-    const TimeCtrl_cls& time = *mpCFrame->GetPCTimeCtrl();
+    const TimeCtrl_cls& time = *mpCHost->GetPCTimeCtrl();
     mFrameFrame = time.GetFrame();
     mFrameStep = time.GetInterpStep();
     mFrameBlurFactor = time.mCMotionBlur.GetFactor();
@@ -164,9 +136,9 @@ void MainGLCanvas_cls::ReadTime() {
     // Here the step of a motion blur counts; what must be read is the same for all steps of a frame.
     const double step =
         time.GetRemappedIndex(-1) - mMoment.dataFrame + time.GetRemappedInterpStepDouble(-1, -1);
-    mMoment.dt = mpCFrame->GetPCActiveFileSequence()->GetDT(mMoment.dataFrame, step);
+    mMoment.dt = mpCHost->GetPCActiveFileSequence()->GetDT(mMoment.dataFrame, step);
     GLDrawData_cls::msCurrentDoubleIndex = mMoment.doubleIndex;
-    EvaluatePaths(mMoment.doubleIndex);
+    mCamera.EvaluatePaths(mMoment.doubleIndex);
 }
 
 void MainGLCanvas_cls::DrawTextOnDC(wxDC& dc) {
@@ -181,8 +153,8 @@ void MainGLCanvas_cls::DrawTextOnDC(wxDC& dc) {
     dc.SetTextForeground(*wxBLACK);
     dc.SetFont(GetFont());
     dc.DrawLabel(text, GetClientRect().Deflate(8));
-    mPaintedFrame = mpCFrame->GetPCTimeCtrl()->GetFrame();
-    mPaintedStep = mpCFrame->GetPCTimeCtrl()->GetInterpStep();
+    mPaintedFrame = mpCHost->GetPCTimeCtrl()->GetFrame();
+    mPaintedStep = mpCHost->GetPCTimeCtrl()->GetInterpStep();
     GbGLLockPlayWait.store(false);
 }
 
@@ -210,13 +182,13 @@ void MainGLCanvas_cls::InitializeGLIfNot() {
     {
         const GLAttribScope_cls attributes;
         GLInfo_cls::Initialize();
-        GLSequence_cls::Of(*mpCFrame->GetPCActiveFileSequence()).RefreshGLAttribTex();
+        GLSequence_cls::Of(*mpCHost->GetPCActiveFileSequence()).RefreshGLAttribTex();
         // Shapes come here.
     }
     FBO_cls::Initialize();
     if (FBO_cls::msbSupported) {
         GLAttribute_cls::InitializeShader(this, true);
-        InitializeShared();
+        mpCShared->InitializeGL();
     }
     glDepthFunc(GL_LEQUAL);
     mbGLInitialized = true;
@@ -227,44 +199,55 @@ void MainGLCanvas_cls::SetViewFromSettings() {
     const wxSize size = GetPixelSize();
     mCGLPerspective.SetWindowSize(size.x, size.y);
     MainGLCanvas_cls* pFirst = GetOther(0);
-    if (mDisplayMode.mValue == 8 && pFirst) {
-        pFirst->UpdateCameraPos(); // which of the two paints first isn't ours to say
-        mCCamPos = pFirst->mCCamPos;
+    if (mDisplayMode.mValue == DISPLAY_COPY && pFirst) {
+        pFirst->mCamera.UpdateCameraPos(); // which of the two paints first isn't ours to say
+        mCamera.mCCamPos = pFirst->mCamera.mCCamPos;
     }
-    SetPerspective();
+    // An image has a shape of its own; dome and panorama pictures are cut from a square.
+    const wxSize shape = mImage.IsRequested() && GetMultiPanelMode() == 0 ? mImage.GetImageSize(size) : size;
+    mCGLPerspective.mbPerspective = mGLGeometry.mValue != GEOMETRY_ORTHOGRAPHIC;
+    mCGLPerspective.SetClipSize(shape.x, shape.y);
     mCGLPerspective.mNear = static_cast<double>(mGLDepthMin.mValue);
     mCGLPerspective.mFar = static_cast<double>(mGLDepthMax.mValue);
-    mCStrings.SetWindowGeometry(size.x, size.y);
+    mMessage.SetWindowGeometry(size.x, size.y);
 }
 
 void MainGLCanvas_cls::PlaceCamera() {
-    UpdateCameraPos();
-    mMoment.distanceToAnchor = IsCameraLinked()
-                                   ? MyVector::GetNormRelative<double>(mCCamPos.mPos, msCAnchorPos)
-                                   : mCCamPos.GetDistanceToAnc();
-    if (!mbLoading) {
-        mPaintedFrame = mFrameFrame;
-        mPaintedStep = mFrameStep;
-        mPaintedBlurFactor = mFrameBlurFactor;
-    }
-    SetAngleIfLinked();
-    if (!mspCImgSeqLinked || GpCurrentGLPanel != this) return;
+    mCamera.UpdateCameraPos();
+    mMoment.distanceToAnchor = mCamera.GetDistanceToAnchor();
+    if (!mbLoading) NotePainted();
+    mMessage.Add(mCamera.SetAngleIfLinked(&mCGLPerspective));
+    ImgSequence_cls* pSequence = mpCShared->mspCImgSeqLinked;
+    if (!pSequence || GpCurrentGLPanel != this) return;
     const wxSize size = GetPixelSize();
-    mspCImgSeqLinked->SetGeom(size.x, size.y, static_cast<float>(mCGLPerspective.mAngle), false);
+    pSequence->SetGeom(size.x, size.y, static_cast<float>(mCGLPerspective.mAngle), false);
+}
+
+void MainGLCanvas_cls::NotePainted() {
+    mPaintedFrame = mFrameFrame;
+    mPaintedStep = mFrameStep;
+    mPaintedBlurFactor = mFrameBlurFactor;
 }
 
 // Two eyes with a stereogram; each is drawn, kept for an image if one is wanted, and shown.
 void MainGLCanvas_cls::DrawEyes() {
     const wxSize size = GetPixelSize();
     const double angle = mCGLPerspective.mAngle;
-    mPlainGrey.reset();
-    if (mbImageRequest && mImageOrder.bTransparent) mPlainGrey = 0.0f;
-    DrawOnFBO();
-    mCGLPerspective.SetModelOrProjectionViewOnGL(mCCamPos, GL_MODELVIEW);
+    mImage.BeginPaint();
+    mScene.DrawOnFBO();
+    mCGLPerspective.SetModelOrProjectionViewOnGL(mCamera.mCCamPos, GL_MODELVIEW);
     mCGLPerspective.SetClipSize(size.x, size.y);
     mCGLPerspective.mAngle = static_cast<int>(angle); // the rest of the paint knows whole degrees only
-    if (BeginImage()) BakeImage(angle);
-    if (!mbHiddenPaint) GatherFBOImages(size.x, size.y, false);
+    mImage.TakeFaces({mFrameFrame, mFrameStep, mFrameBlurFactor}, mbLoading, angle);
+    if (!mMoment.bHidden) mGather.GatherFBOImages(size.x, size.y, false);
+}
+
+// The memory of wide views is kept while there are any: fresh memory costs a paint several times what drawing
+// into old memory does.
+void MainGLCanvas_cls::EndFaces() {
+    const bool bKeep = IsAnyMultiPanel();
+    mpCShared->mspCFishEyeCtrl->MakeFishEyeEnd(bKeep);
+    if (!bKeep) mpCShared->mspCDome.reset();
 }
 
 void MainGLCanvas_cls::CountPaint() {
@@ -275,8 +258,8 @@ void MainGLCanvas_cls::CountPaint() {
 
 void MainGLCanvas_cls::DrawOnWindow() {
     const wxSize size = GetPixelSize();
-    DrawOverlays(size.x, size.y, false);
-    TakeWindowPicture();
+    mOverlay.DrawOverlays(size.x, size.y, false);
+    mImage.TakeWindowPicture(size, mbLoading);
     mCGLPerspective.SetWindowSize(size.x, size.y);
     mCGLPerspective.SetViewportOnGL();
     // The orientation gizmo comes here with "ShowItems=", and its buttons after the message.
@@ -284,7 +267,14 @@ void MainGLCanvas_cls::DrawOnWindow() {
     glDisable(GL_DEPTH_TEST);
     glDisable(GL_LIGHTING);
     glDisable(GL_BLEND);
-    DrawFrameBox(size.x, size.y);
-    DrawMessage(size.x, size.y);
+    mImage.DrawFrameBox(size.x, size.y);
+    mMessage.DrawMessage(GetFacts(), mShowMessage.mValue, size.x, size.y);
     CheckGLErrors("messages");
+}
+
+void MainGLCanvas_cls::ExportFrame() {
+    if (mExport.ExportFrame(mFrameFrame))
+        NotePainted();
+    else
+        MarkStale();
 }

@@ -21,6 +21,8 @@
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsOverlay.h"
 #include "GL/VIEW/clsOverlayGUI.h"
+#include "GL/VIEW/clsViewHost.h"
+#include "PDATA/clsPDataSequence.h"
 #include "WIDGET/DenseStyle.h"
 
 namespace {
@@ -53,13 +55,13 @@ void Split(wxSplitterWindow* pSplitter, bool bAbove, wxWindow* pFirst, wxWindow*
 
 } // namespace
 
-TopHalfPanel_cls::TopHalfPanel_cls(wxWindow* pParent, FrameMain_cls* pFrame, PDataSequence_cls* pSequence,
-                                   const Pages_st& pages, Preference_cls* pPreference)
+TopHalfPanel_cls::TopHalfPanel_cls(wxWindow* pParent, const ViewLinks_st& links, PDataSequence_cls* pSequence,
+                                   const Pages_st& pages)
     : wxPanel(pParent), mpCSequence(pSequence), mPages(pages), mBookWidth(kBookWidth) {
     InstallDenseStyle(); // before anything is measured
     mConfList.Add(&mPreviewPanelType, "PreviewPanelType=", "0");
     mpCSides = MakeSplitter(this, 1.0); // the books keep their width
-    CreateViews(mpCSides, pFrame, pPreference);
+    CreateViews(mpCSides, links);
     CreateBooks(mpCSides);
     KeepBooks();
     auto* sizer = new wxBoxSizer(wxVERTICAL);
@@ -80,16 +82,16 @@ void TopHalfPanel_cls::KeepBooks() {
     });
 }
 
-void TopHalfPanel_cls::CreateViews(wxWindow* pParent, FrameMain_cls* pFrame, Preference_cls* pPreference) {
-    static const int kModes[kViews] = {0, 6, 1, 3};
+void TopHalfPanel_cls::CreateViews(wxWindow* pParent, const ViewLinks_st& links) {
+    static const int kModes[kViews] = {DISPLAY_FREE, DISPLAY_TO_MINUS_Z, DISPLAY_TO_PLUS_X,
+                                       DISPLAY_TO_PLUS_Y};
     mpCOuter = MakeSplitter(pParent, 0.5);
     for (wxSplitterWindow*& pInner : mpCInner)
         pInner = MakeSplitter(mpCOuter, 0.5);
     wxGLContext* pShare = nullptr;
     for (int view = 0; view < kViews; ++view) {
-        mpCCtrl[view] =
-            new GLCanvasCtrl_cls(mpCInner[view / 2], pFrame, mPages.mpCDrawOption, pPreference,
-                                 wxString::Format("MainGLCanvas %d", view), view, kModes[view], pShare);
+        mpCCtrl[view] = new GLCanvasCtrl_cls(
+            mpCInner[view / 2], links, wxString::Format("MainGLCanvas %d", view), view, kModes[view], pShare);
         if (view == 0) pShare = mpCCtrl[0]->GetPCCanvas()->GetContext();
         if (view > 0) mpCCtrl[view]->Hide();
     }

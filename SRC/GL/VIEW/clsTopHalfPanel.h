@@ -6,7 +6,6 @@
 #include "CONFITEM/clsConfItem.h"
 #include "CONFITEM/clsConfItemList.h"
 
-class FrameMain_cls;
 class GLCanvasCtrl_cls;
 class PDataSequence_cls;
 class DrawOption_cls;
@@ -14,10 +13,10 @@ class Exposure_cls;
 class Information_cls;
 class MultiInputPanel_cls;
 class Overlay_cls;
-class Preference_cls;
 class wxNotebook;
 class wxScrolledWindow;
 class wxSplitterWindow;
+struct ViewLinks_st;
 
 class TopHalfPanel_cls : public wxPanel {
 public:
@@ -29,8 +28,8 @@ public:
         Information_cls* mpCInformation;
     };
 
-    TopHalfPanel_cls(wxWindow* pParent, FrameMain_cls* pFrame, PDataSequence_cls* pSequence,
-                     const Pages_st& pages, Preference_cls* pPreference);
+    TopHalfPanel_cls(wxWindow* pParent, const ViewLinks_st& links, PDataSequence_cls* pSequence,
+                     const Pages_st& pages);
 
     /// 0 one view, 1 two above each other, 2 two side by side, 3 two rows of two, 4 two columns of two.
     void SplitPanel(int type);
@@ -50,7 +49,7 @@ public:
     void ReadStrLine(const wxString& line);
 
 private:
-    void CreateViews(wxWindow* pParent, FrameMain_cls* pFrame, Preference_cls* pPreference);
+    void CreateViews(wxWindow* pParent, const ViewLinks_st& links);
     void CreateBooks(wxWindow* pParent);
     /// The books keep the width that the user gave them, whatever happens to the window.
     void KeepBooks();

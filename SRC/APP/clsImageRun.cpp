@@ -1,12 +1,12 @@
-// Pictures that leave the program: snapshots of a view, the clipboard, and runs of the film that write
-// images.
-#include "APP/clsFrameMain.h"
+#include "APP/clsImageRun.h"
 
 #include <wx/bitmap.h>
 #include <wx/clipbrd.h>
 #include <wx/dataobj.h>
 #include <wx/image.h>
 
+#include "APP/BindMenu.h"
+#include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "APP/clsSeriesVideo.h"
 #include "COMMON/EventIds.h"
@@ -17,6 +17,7 @@
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsSharedView.h"
 #include "IMAGE/clsImageIO.h"
 #include "IMAGE/clsImgSequence.h"
 #include "PARAM/clsUndoManager.h"
@@ -24,8 +25,6 @@
 #include "WIDGET/clsDialogEXKey.h"
 
 namespace {
-
-constexpr int kLinked = 7; // display mode of a view that looks through the camera path
 
 /// The read buffer as an image; empty without memory for it.
 wxImage ReadWindow(wxSize size) {
@@ -41,87 +40,91 @@ bool AskSequence(const wxString& text) { return MsgBoxYesno(text, _("Save Image 
 
 } // namespace
 
-void FrameMain_cls::BindImages() {
-    Bind(ID_SAVE_IMAGE_SNAP, &FrameMain_cls::OnMenuSaveImageSnap);
-    Bind(ID_COPY_VIEW, &FrameMain_cls::OnMenuCopyView);
-    Bind(ID_SAVE_IMAGE_SEQ, &FrameMain_cls::OnMenuSaveImageSeq);
-    Bind(ID_SAVE_IMGSEQ_BEGIN, &FrameMain_cls::OnMenuSaveImgSeqBegin);
-    Bind(ID_REFRESH_IMGSEQ, &FrameMain_cls::OnMenuRefreshImgSeq);
+ImageRun_cls::ImageRun_cls(FrameMain_cls& frame, ConfItemList_cls& list)
+    : mFrame(frame), mHub(*frame.GetPCMain()), mpCSeriesVideo(std::make_unique<SeriesVideo_cls>()) {
+    list.Add(&mCItemLastIMG, "LastOpenedFileIMG=", "None");
+    BindMenu(mFrame, this, ID_SAVE_IMAGE_SNAP, &ImageRun_cls::OnMenuSaveImageSnap);
+    BindMenu(mFrame, this, ID_COPY_VIEW, &ImageRun_cls::OnMenuCopyView);
+    BindMenu(mFrame, this, ID_SAVE_IMAGE_SEQ, &ImageRun_cls::OnMenuSaveImageSeq);
+    BindMenu(mFrame, this, ID_SAVE_IMGSEQ_BEGIN, &ImageRun_cls::OnMenuSaveImgSeqBegin);
+    BindMenu(mFrame, this, ID_REFRESH_IMGSEQ, &ImageRun_cls::OnMenuRefreshImgSeq);
 }
 
-MainGLCanvas_cls* FrameMain_cls::GetPCOutputCanvas() const {
-    const bool bSeen = GpCurrentGLPanel && GpCurrentGLPanel->IsShownOnScreen();
-    return bSeen ? GpCurrentGLPanel : mpCMainCanvas;
-}
+ImageRun_cls::~ImageRun_cls() = default;
 
-void FrameMain_cls::OnMenuSaveImageSnap(wxCommandEvent&) {
-    if (!GCImgIO.SelectFile(mCItemLastIMG.mStrValue, this)) return;
+wxString ImageRun_cls::GetVideoStatus() const { return mpCSeriesVideo->GetStatusText(); }
+
+wxString ImageRun_cls::GetQuitWarning() const { return mpCSeriesVideo->GetQuitWarning(); }
+
+void ImageRun_cls::OnMenuSaveImageSnap(wxCommandEvent&) {
+    if (!GCImgIO.SelectFile(mCItemLastIMG.mStrValue, &mFrame)) return;
     mCItemLastIMG.mStrValue = GCImgIO.GetPath();
     ForgetNotices();
-    GetPCOutputCanvas()->RequestWindowPicture([](wxSize size) { GCImgIO.SaveImageFromGL(size.x, size.y); });
+    mFrame.GetPCOutputCanvas()->RequestWindowPicture(
+        [](wxSize size) { GCImgIO.SaveImageFromGL(size.x, size.y); });
 }
 
-void FrameMain_cls::OnMenuCopyView(wxCommandEvent&) {
-    GetPCOutputCanvas()->RequestWindowPicture([this](wxSize size) {
+void ImageRun_cls::OnMenuCopyView(wxCommandEvent&) {
+    mFrame.GetPCOutputCanvas()->RequestWindowPicture([this](wxSize size) {
         const wxImage image = ReadWindow(size);
         if (!image.IsOk()) return;
         // The clipboard's owner may want to talk to us: not in the middle of a paint.
-        CallAfter([image] {
+        mFrame.CallAfter([image] {
             wxClipboardLocker clipboard;
             if (!!clipboard) wxTheClipboard->SetData(new wxBitmapDataObject(wxBitmap(image)));
         });
     });
 }
 
-void FrameMain_cls::OnMenuSaveImageSeq(wxCommandEvent&) {
-    ImgSequence_cls* sequence = mpCMain->mpCImgSequence;
+void ImageRun_cls::OnMenuSaveImageSeq(wxCommandEvent&) {
+    ImgSequence_cls* sequence = mHub.mpCImgSequence;
     const bool bShown = sequence->GetPCDialog() && sequence->GetPCDialog()->IsShown();
-    MainGLCanvas_cls* canvas = GetPCOutputCanvas();
+    MainGLCanvas_cls* canvas = mFrame.GetPCOutputCanvas();
     const wxSize size = canvas->GetPixelSize();
     sequence->SetGeom(size.x, size.y, float(canvas->mCGLPerspective.mAngle), false);
-    MainGLCanvas_cls::mspCImgSeqLinked = sequence;
+    mFrame.GetPCSharedView()->mspCImgSeqLinked = sequence;
     if (!bShown && !sequence->IsRendering()) {
-        sequence->mCInitNum.mValue = GetPCTimeCtrl()->GetWAMin();
+        sequence->mCInitNum.mValue = mHub.mpCTimeCtrl->GetWAMin();
         sequence->SetDefaultPath(mCItemLastIMG.mStrValue);
     }
-    sequence->OpenWindow(this);
+    sequence->OpenWindow(&mFrame);
 }
 
-void FrameMain_cls::OnMenuRefreshImgSeq(wxCommandEvent&) { mpCMain->mpCImgSequence->UpdateItems(true); }
+void ImageRun_cls::OnMenuRefreshImgSeq(wxCommandEvent&) { mHub.mpCImgSequence->UpdateItems(true); }
 
 // What a film is seldom meant to show.
-void FrameMain_cls::AskBeforeSequence(MainGLCanvas_cls* pCanvas) {
-    if (pCanvas->GetDisplayMode() < kLinked &&
+void ImageRun_cls::AskBeforeSequence(MainGLCanvas_cls* pCanvas) {
+    if (pCanvas->GetDisplayMode() < DISPLAY_PATH &&
         AskSequence(wxString::Format(_("Panel %d is not linked to camera"), pCanvas->mPanelIndex)))
         pCanvas->LinkageConnect();
     if (pCanvas->mShowItems.mValue && AskSequence(_("Items are shown. Hide them ?")))
         pCanvas->mShowItems.mValue = false;
-    GetPCGLCanvasCtrl(pCanvas->mPanelIndex)->UpdateWindow();
-    TimeCtrl_cls* time = GetPCTimeCtrl();
+    mFrame.GetPCGLCanvasCtrl(pCanvas->mPanelIndex)->UpdateWindow();
+    TimeCtrl_cls* time = mHub.mpCTimeCtrl;
     if (time->GetAnimStep() != 1 &&
         AskSequence(wxString::Format(_("Playing mode is Skipping: %d\nChange Skipping to 1 ?"),
                                      time->GetAnimStep()))) {
         time->SetAnimStepCommand(1);
         PostMenuEvent(ID_REFRESH_TL);
     }
-    ConfItemINT_cls& downSizing = mpCMain->mpCDrawOption->mDownSizing;
+    ConfItemINT_cls& downSizing = mHub.mpCDrawOption->mDownSizing;
     if (downSizing.mValue != 1 && AskSequence(_("Partiecles are downsized.\nShow full particles?"))) {
         downSizing.mValue = 1;
         PostMenuEvent(ID_REFRESH_ATTRIB);
     }
 }
 
-void FrameMain_cls::OnMenuSaveImgSeqBegin(wxCommandEvent&) {
-    ImgSequence_cls* sequence = mpCMain->mpCImgSequence;
+void ImageRun_cls::OnMenuSaveImgSeqBegin(wxCommandEvent&) {
+    ImgSequence_cls* sequence = mHub.mpCImgSequence;
     if (!sequence->IsRendering()) return; // given up meanwhile
-    TimeCtrl_cls* time = GetPCTimeCtrl();
+    TimeCtrl_cls* time = mHub.mpCTimeCtrl;
     if (time->IsPlaying()) {
         // Its stop is on the way, and would stop this, too: behind it, then.
         time->StartPlayCommand(1);
         PostMenuEvent(ID_SAVE_IMGSEQ_BEGIN);
         return;
     }
-    MainGLCanvas_cls* canvas = GetPCOutputCanvas();
+    MainGLCanvas_cls* canvas = mFrame.GetPCOutputCanvas();
     AskBeforeSequence(canvas);
     if (!sequence->IsRendering()) return;
     ForgetNotices();
@@ -138,17 +141,17 @@ void FrameMain_cls::OnMenuSaveImgSeqBegin(wxCommandEvent&) {
     time->BeginMotionBlur();
 }
 
-void FrameMain_cls::StopRun() {
-    TimeCtrl_cls* time = GetPCTimeCtrl();
+void ImageRun_cls::StopRun() {
+    TimeCtrl_cls* time = mHub.mpCTimeCtrl;
     if (!time->mbOutputRun) return;
     if (time->IsPlaying()) time->StartPlayCommand(1);
     StopOutputs();
 }
 
-void FrameMain_cls::StopOutputs() {
-    const bool bWhole = mpCMain->mpCImgSequence->IsSeriesWhole();
+void ImageRun_cls::StopOutputs() {
+    const bool bWhole = mHub.mpCImgSequence->IsSeriesWhole();
     for (int view = 0; view < MainGLCanvas_cls::kViewNumber; ++view) {
-        MainGLCanvas_cls* canvas = GetPCGLCanvas(view);
+        MainGLCanvas_cls* canvas = mFrame.GetPCGLCanvas(view);
         if (!canvas) continue;
         canvas->StopSaveImgSeqProcess();
         canvas->StopExportDataProcess();
@@ -158,23 +161,23 @@ void FrameMain_cls::StopOutputs() {
     if (bWhole) BeginVideo();
 }
 
-void FrameMain_cls::TellImageFailures() {
+void ImageRun_cls::TellImageFailures() {
     for (const ImageFailure_st& failure : GCImgIO.TakeFailures()) {
-        mpCMain->mpCImgSequence->CountFailure();
+        mHub.mpCImgSequence->CountFailure();
         Notice("image file",
                wxString::Format(_("%s could not be written: %s."), failure.mPath, failure.mReason));
     }
 }
 
 // A series has come to its end by itself.
-void FrameMain_cls::BeginVideo() {
-    if (!mpCMain->mpCImgSequence->mbVideo) return;
+void ImageRun_cls::BeginVideo() {
+    if (!mHub.mpCImgSequence->mbVideo) return;
     GCImgIO.Finish(); // the last picture
     TellImageFailures();
-    mpCSeriesVideo->Begin(*mpCMain->mpCImgSequence, mpCMain->mpCImgSequence->GetFailures());
-    UpdateStatusText();
+    mpCSeriesVideo->Begin(*mHub.mpCImgSequence, mHub.mpCImgSequence->GetFailures());
+    mFrame.UpdateStatusText();
 }
 
-void FrameMain_cls::TickVideo() {
-    if (mpCSeriesVideo->Tick()) UpdateStatusText();
+void ImageRun_cls::TickVideo() {
+    if (mpCSeriesVideo->Tick()) mFrame.UpdateStatusText();
 }

@@ -1,6 +1,7 @@
-// The frame's part in the export of data: its menu entry, the run through the film, and the words about it.
-#include "APP/clsFrameMain.h"
+#include "APP/clsExportRun.h"
 
+#include "APP/BindMenu.h"
+#include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/MenuEvent.h"
@@ -28,21 +29,21 @@ int CountFrames(const TimeCtrl_cls& time) {
 
 } // namespace
 
-void FrameMain_cls::BindExport() {
-    Bind(ID_EXPORT_DATA, &FrameMain_cls::OnMenuExportData);
-    Bind(ID_EXPORT_DATA_BEGIN, &FrameMain_cls::OnMenuExportDataBegin);
-    Bind(ID_REFRESH_EXPORTER, &FrameMain_cls::OnMenuRefreshExporter);
+ExportRun_cls::ExportRun_cls(FrameMain_cls& frame) : mFrame(frame), mHub(*frame.GetPCMain()) {
+    BindMenu(mFrame, this, ID_EXPORT_DATA, &ExportRun_cls::OnMenuExportData);
+    BindMenu(mFrame, this, ID_EXPORT_DATA_BEGIN, &ExportRun_cls::OnMenuExportDataBegin);
+    BindMenu(mFrame, this, ID_REFRESH_EXPORTER, &ExportRun_cls::OnMenuRefreshExporter);
 }
 
-void FrameMain_cls::OnMenuExportData(wxCommandEvent&) { mpCMain->mpCDataExporter->OpenWindow(this); }
+void ExportRun_cls::OnMenuExportData(wxCommandEvent&) { mHub.mpCDataExporter->OpenWindow(&mFrame); }
 
-void FrameMain_cls::OnMenuRefreshExporter(wxCommandEvent&) { mpCMain->mpCDataExporter->UpdateItems(true); }
+void ExportRun_cls::OnMenuRefreshExporter(wxCommandEvent&) { mHub.mpCDataExporter->UpdateItems(true); }
 
-void FrameMain_cls::OnMenuExportDataBegin(wxCommandEvent& event) {
-    DataExporter_cls* exporter = mpCMain->mpCDataExporter;
-    TimeCtrl_cls* time = GetPCTimeCtrl();
+void ExportRun_cls::OnMenuExportDataBegin(wxCommandEvent&) {
+    DataExporter_cls* exporter = mHub.mpCDataExporter;
+    TimeCtrl_cls* time = mHub.mpCTimeCtrl;
     if (!exporter->mbExporting) return; // aborted before it began
-    const PDataSequence_cls* sequence = GetPCActiveFileSequence();
+    const PDataSequence_cls* sequence = mFrame.GetPCActiveFileSequence();
     if (sequence->GetStrPath().empty() || sequence->GetSeqLength() < 1) {
         exporter->ExportFinish();
         MsgBox(_("There are no data to export. Load particle data first."), _("Export Data"));
@@ -53,7 +54,7 @@ void FrameMain_cls::OnMenuExportDataBegin(wxCommandEvent& event) {
         PostMenuEvent(ID_EXPORT_DATA_BEGIN);
         return;
     }
-    mpCMainCanvas->StartExportDataProcess(exporter);
+    mFrame.GetPCGLCanvas(0)->StartExportDataProcess(exporter);
     {
         const UndoBlock_cls block;
         time->SetAnimInterpCommand(1, time->GetAnimInterp());
@@ -62,24 +63,24 @@ void FrameMain_cls::OnMenuExportDataBegin(wxCommandEvent& event) {
     }
     time->mbOutputRun = true;
     exporter->BeginRun(CountFrames(*time));
-    OnMenuRefreshGL(event);
+    mFrame.RefreshGL();
 }
 
-void FrameMain_cls::EndExport() {
-    if (!mpCMain->mpCDataExporter->mbExporting) return;
+void ExportRun_cls::EndExport() {
+    if (!mHub.mpCDataExporter->mbExporting) return;
     // As the user stops: a repeated film would go on.
-    if (GetPCTimeCtrl()->IsPlaying())
-        GetPCTimeCtrl()->StartPlayCommand(1);
+    if (mHub.mpCTimeCtrl->IsPlaying())
+        mHub.mpCTimeCtrl->StartPlayCommand(1);
     else
         PostMenuEvent(ID_PLAY_STOP);
 }
 
-wxString FrameMain_cls::GetExportStatus() {
-    const DataExporter_cls* exporter = mpCMain->mpCDataExporter;
+wxString ExportRun_cls::GetExportStatus() {
+    const DataExporter_cls* exporter = mHub.mpCDataExporter;
     const wxString text = exporter->GetRunText();
     if (text.empty()) return wxString();
-    const wxString here =
-        wxString::Format("%d ", GetPCTimeCtrl()->GetFrame()) + GetPCActiveFileSequence()->GetStrPath();
+    const wxString here = wxString::Format("%d ", mHub.mpCTimeCtrl->GetFrame()) +
+                          mFrame.GetPCActiveFileSequence()->GetStrPath();
     if (exporter->mbExporting)
         mStrExportEnd.clear();
     else if (mStrExportEnd.empty())

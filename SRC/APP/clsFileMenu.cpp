@@ -1,15 +1,16 @@
-// Projects, data files, quitting.
-#include "APP/clsFrameMain.h"
+#include "APP/clsFileMenu.h"
 
 #include <wx/filename.h>
 #include <wx/menu.h>
 #include <wx/utils.h>
 
+#include "APP/BindMenu.h"
 #include "APP/UnaskedEnd.h"
+#include "APP/clsFrameMain.h"
+#include "APP/clsImageRun.h"
 #include "APP/clsMain.h"
 #include "APP/clsRecentFiles.h"
 #include "APP/clsRecovery.h"
-#include "APP/clsSeriesVideo.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
@@ -32,45 +33,74 @@ wxString FolderOf(const wxString& path) { return path == "None" ? wxString() : w
 
 } // namespace
 
-void FrameMain_cls::OnMenuOpenProject(wxCommandEvent&) {
+FileMenu_cls::FileMenu_cls(FrameMain_cls& frame, ConfItemList_cls& list)
+    : mFrame(frame), mHub(*frame.GetPCMain()) {
+    list.Add(&mCItemLastMRP, "LastOpenedFileMRP=", "None");
+    BindMenu(mFrame, this, ID_OPEN_PROJECT, &FileMenu_cls::OnMenuOpenProject);
+    BindMenu(mFrame, this, ID_SAVE_PROJECT, &FileMenu_cls::OnMenuSaveProject);
+    BindMenu(mFrame, this, ID_SAVE_PROJECT_AS, &FileMenu_cls::OnMenuSaveProjectAs);
+    for (int place = 0; place < int(RecentFiles_cls::kMost); ++place) {
+        BindMenu(mFrame, this, ID_RECENT_PROJECT_0 + place, &FileMenu_cls::OnMenuRecent);
+        BindMenu(mFrame, this, ID_RECENT_DATA_0 + place, &FileMenu_cls::OnMenuRecent);
+    }
+    BindMenu(mFrame, this, ID_LOAD_DATA, &FileMenu_cls::OnMenuLoadData);
+    BindMenu(mFrame, this, ID_CLOSE_DATA, &FileMenu_cls::OnMenuCloseData);
+    BindMenu(mFrame, this, ID_QUIT, &FileMenu_cls::OnQuit);
+    mFrame.Bind(wxEVT_CLOSE_WINDOW, &FileMenu_cls::OnClose, this);
+}
+
+void FileMenu_cls::UpdateTitle(const wxString& projectName) {
+    mStrTitleProject = projectName;
+    const wxString title = projectName.empty() ? wxString("Morentis 3 v 0.80") : "Morentis3 - " + projectName;
+    mFrame.SetTitle((mbShowsStar ? "*" : "") + title);
+}
+
+void FileMenu_cls::ShowModified() {
+    const bool bModified = mHub.mpCRecovery && mHub.mpCRecovery->IsModified();
+    if (bModified == mbShowsStar) return;
+    mbShowsStar = bModified;
+    UpdateTitle(mStrTitleProject);
+}
+
+void FileMenu_cls::OnMenuOpenProject(wxCommandEvent&) {
     GpCFileDialog->SetParams(_("Select a project file"), FolderOf(mCItemLastMRP.mStrValue), "",
                              kProjectWildcard, wxFD_OPEN | wxFD_FILE_MUST_EXIST);
     if (GpCFileDialog->ShowModal() == wxID_OK) OpenProject(GpCFileDialog->GetPath());
 }
 
-void FrameMain_cls::OpenProject(const wxString& path) {
+void FileMenu_cls::OpenProject(const wxString& path) {
     std::wstring text;
-    if (!mpCMain->LoadProjectText(path, &text)) return; // told, and nothing else changes
+    if (!mHub.LoadProjectText(path, &text)) return; // told, and nothing else changes
     TakeProject(text, wxFileName(path).GetPath());
     mCItemLastMRP.mStrValue = path;
     mbProjectNamed = true;
-    mpCMain->mpCRecovery->MarkSaved();
-    mpCMain->mpCRecentFiles->Add(RecentFiles_cls::Projects, path);
+    mHub.mpCRecovery->MarkSaved();
+    mHub.mpCRecentFiles->Add(RecentFiles_cls::Projects, path);
     FillRecentMenus();
     UpdateTitle(path);
 }
 
-void FrameMain_cls::TakeProject(const std::wstring& text, const wxString& folder) {
-    StopRun();
-    TimeCtrl_cls* time = mpCMain->mpCTimeCtrl;
+void FileMenu_cls::TakeProject(const std::wstring& text, const wxString& folder) {
+    mFrame.GetPCImageRun()->StopRun();
+    TimeCtrl_cls* time = mHub.mpCTimeCtrl;
     if (time->IsPlaying()) time->StartPlayCommand(1);
     time->SetInterpStepNative(0, 0);
     time->SetFrameNative(0, 0);
-    mpCMain->CloseData();
-    mpCMain->ReadProjectText(text, folder.empty() ? wxString(".") : folder, false);
-    mpCTopHalf->ClearStatusGLPanels();
-    mpCTopHalf->RefreshGLPanels();
-    mpCBtmHalf->RefreshTLPanels();
-    mpCTopHalf->RefreshAttrib();
-    mpCMain->mpCPeriodicBoundary->UpdateItems(true);
+    mHub.CloseData();
+    mHub.ReadProjectText(text, folder.empty() ? wxString(".") : folder, false);
+    mFrame.GetPCTopHalf()->ClearStatusGLPanels();
+    mFrame.GetPCTopHalf()->RefreshGLPanels();
+    mFrame.GetPCBtmHalf()->RefreshTLPanels();
+    mFrame.GetPCTopHalf()->RefreshAttrib();
+    mHub.mpCPeriodicBoundary->UpdateItems(true);
     PostMenuEvent(ID_FILTER_REFRESH);
     PostMenuEvent(ID_REFRESH_DRAW_OPTIONS);
-    GetMenuBar()->Check(ID_TIME_REMAP, time->mbUseTimeRemap.mValue);
-    UpdateStatusText();
+    mFrame.GetMenuBar()->Check(ID_TIME_REMAP, time->mbUseTimeRemap.mValue);
+    mFrame.UpdateStatusText();
 }
 
-void FrameMain_cls::OfferRecovery() {
-    Recovery_cls* recovery = mpCMain->mpCRecovery;
+void FileMenu_cls::OfferRecovery() {
+    Recovery_cls* recovery = mHub.mpCRecovery;
     Recovery_cls::Found_st found;
     while (recovery->FindOrphan(&found)) {
         const wxString question = wxString::Format(
@@ -82,7 +112,7 @@ void FrameMain_cls::OfferRecovery() {
             recovery->DropOrphan();
             continue;
         }
-        if (!mpCMain->LoadProjectText(found.mStrPath, &text)) return;
+        if (!mHub.LoadProjectText(found.mStrPath, &text)) return;
         TakeProject(text, Main_cls::GetFolderOfRecovered(text));
         mbProjectNamed = false;
         recovery->AdoptOrphan();
@@ -91,33 +121,33 @@ void FrameMain_cls::OfferRecovery() {
     }
 }
 
-void FrameMain_cls::FillRecentMenus() {
-    if (!GetMenuBar() || !mpCMain->mpCRecentFiles) return;
+void FileMenu_cls::FillRecentMenus() {
+    if (!mFrame.GetMenuBar() || !mHub.mpCRecentFiles) return;
     const int menus[] = {ID_RECENT_PROJECTS_MENU, ID_RECENT_DATA_MENU};
     for (int kind = 0; kind < RecentFiles_cls::kKindNumber; ++kind)
-        mpCMain->mpCRecentFiles->FillMenu(RecentFiles_cls::Kind(kind),
-                                          GetMenuBar()->FindItem(menus[kind])->GetSubMenu());
+        mHub.mpCRecentFiles->FillMenu(RecentFiles_cls::Kind(kind),
+                                      mFrame.GetMenuBar()->FindItem(menus[kind])->GetSubMenu());
 }
 
-void FrameMain_cls::OnMenuRecent(wxCommandEvent& event) {
+void FileMenu_cls::OnMenuRecent(wxCommandEvent& event) {
     const bool bProject = event.GetId() < ID_RECENT_DATA_0;
     const auto kind = bProject ? RecentFiles_cls::Projects : RecentFiles_cls::Data;
-    const wxString path = mpCMain->mpCRecentFiles->GetByMenuId(event.GetId());
+    const wxString path = mHub.mpCRecentFiles->GetByMenuId(event.GetId());
     if (path.empty()) return;
     if (bProject ? wxFileName::FileExists(path) : PDataSequence_cls::DoesSequenceExist(path)) {
         // The menu is still open while its entry is chosen.
-        CallAfter([this, path, bProject] { bProject ? OpenProject(path) : OpenWithLoader(path); });
+        mFrame.CallAfter([this, path, bProject] { bProject ? OpenProject(path) : OpenWithLoader(path); });
         return;
     }
-    mpCMain->mpCRecentFiles->Remove(kind, path);
-    CallAfter([this, path] {
+    mHub.mpCRecentFiles->Remove(kind, path);
+    mFrame.CallAfter([this, path] {
         FillRecentMenus();
         MsgBox(wxString::Format(_("%s is not there any more. It is taken from the list."), path),
                _("Warning"));
     });
 }
 
-void FrameMain_cls::OnMenuSaveProject(wxCommandEvent& event) {
+void FileMenu_cls::OnMenuSaveProject(wxCommandEvent& event) {
     if (!mbProjectNamed) {
         OnMenuSaveProjectAs(event);
         return;
@@ -125,14 +155,14 @@ void FrameMain_cls::OnMenuSaveProject(wxCommandEvent& event) {
     SaveProject(mCItemLastMRP.mStrValue);
 }
 
-void FrameMain_cls::SaveProject(const wxString& path) {
+void FileMenu_cls::SaveProject(const wxString& path) {
     if (GbGLLockModalDialog.load()) return;
     const FlagScope_cls modal(GbGLLockModalDialog);
     const wxBusyCursor busy;
-    if (mpCMain->SaveProjectFile(path, true)) {
+    if (mHub.SaveProjectFile(path, true)) {
         mbProjectNamed = true;
-        mpCMain->mpCRecovery->MarkSaved();
-        mpCMain->mpCRecentFiles->Add(RecentFiles_cls::Projects, path);
+        mHub.mpCRecovery->MarkSaved();
+        mHub.mpCRecentFiles->Add(RecentFiles_cls::Projects, path);
         FillRecentMenus();
         mbShowsStar = false;
         UpdateTitle(path);
@@ -145,7 +175,7 @@ void FrameMain_cls::SaveProject(const wxString& path) {
            _("Warning"));
 }
 
-void FrameMain_cls::OnMenuSaveProjectAs(wxCommandEvent&) {
+void FileMenu_cls::OnMenuSaveProjectAs(wxCommandEvent&) {
     const wxString last = mCItemLastMRP.mStrValue;
     const wxString name = mbProjectNamed ? wxFileName(last).GetFullName() : wxString(".mrp");
     GpCFileDialog->SetParams(_("Select a file"), FolderOf(last), name, kProjectWildcard,
@@ -156,16 +186,16 @@ void FrameMain_cls::OnMenuSaveProjectAs(wxCommandEvent&) {
     SaveProject(path);
 }
 
-void FrameMain_cls::OnMenuLoadData(wxCommandEvent&) { mpCMain->mpCDataLoader->OpenWindow(this); }
+void FileMenu_cls::OnMenuLoadData(wxCommandEvent&) { mHub.mpCDataLoader->OpenWindow(&mFrame); }
 
-void FrameMain_cls::OnMenuCloseData(wxCommandEvent&) {
-    mpCMain->CloseDataCommand();
-    mpCTopHalf->RefreshGLPanels();
-    mpCBtmHalf->RefreshTLPanels();
-    UpdateStatusText();
+void FileMenu_cls::OnMenuCloseData(wxCommandEvent&) {
+    mHub.CloseDataCommand();
+    mFrame.GetPCTopHalf()->RefreshGLPanels();
+    mFrame.GetPCBtmHalf()->RefreshTLPanels();
+    mFrame.UpdateStatusText();
 }
 
-void FrameMain_cls::OpenDroppedFile(const wxString& path) {
+void FileMenu_cls::OpenDroppedFile(const wxString& path) {
     if (wxFileName(path).GetExt().Lower() == "mrp") {
         OpenProject(path);
         return;
@@ -173,36 +203,36 @@ void FrameMain_cls::OpenDroppedFile(const wxString& path) {
     OpenWithLoader(path);
 }
 
-void FrameMain_cls::OpenWithLoader(const wxString& path) {
-    DataLoader_cls* loader = mpCMain->mpCDataLoader;
-    loader->InitGUI(this);
+void FileMenu_cls::OpenWithLoader(const wxString& path) {
+    DataLoader_cls* loader = mHub.mpCDataLoader;
+    loader->InitGUI(&mFrame);
     loader->mpCGUI->OpenWithCheck(path);
 }
 
-bool FrameMain_cls::AskQuit() {
+bool FileMenu_cls::AskQuit() {
     if (GbGLLockModalDialog.load()) return false; // the question is up already
     const FlagScope_cls modal(GbGLLockModalDialog);
-    return MsgBoxYesno(_("Really Quit ?") + mpCSeriesVideo->GetQuitWarning(), _("Query"));
+    return MsgBoxYesno(_("Really Quit ?") + mFrame.GetPCImageRun()->GetQuitWarning(), _("Query"));
 }
 
-void FrameMain_cls::OnQuit(wxCommandEvent&) {
+void FileMenu_cls::OnQuit(wxCommandEvent&) {
     if (!AskQuit()) return;
-    mpCMain->WaitThreadFinish();
-    mpCMain->QuitProcess();
+    mHub.WaitThreadFinish();
+    mHub.QuitProcess();
     ForgetUnaskedEnds();
-    mpCMain->mpCRecovery->Discard();
+    mHub.mpCRecovery->Discard();
     mbQuitAsked = true;
-    Close(true);
+    mFrame.Close(true);
 }
 
-void FrameMain_cls::OnClose(wxCloseEvent& event) {
+void FileMenu_cls::OnClose(wxCloseEvent& event) {
     if (event.CanVeto()) {
         event.Veto();
         PostMenuEvent(ID_QUIT);
         return;
     }
     if (!mbQuitAsked) SayLastWords();
-    StopOutputs();
-    mpCMain->WaitThreadFinish();
-    Destroy();
+    mFrame.GetPCImageRun()->StopOutputs();
+    mHub.WaitThreadFinish();
+    mFrame.Destroy();
 }

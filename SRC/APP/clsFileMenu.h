@@ -1,0 +1,57 @@
+// Projects, data files, quitting: the frame's "File" menu but for pictures and exports.
+#pragma once
+
+#include <string>
+
+#include "CONFITEM/clsConfItem.h"
+
+class ConfItemList_cls;
+class FrameMain_cls;
+class Main_cls;
+class wxCloseEvent;
+class wxCommandEvent;
+
+class FileMenu_cls {
+public:
+    /// Takes the frame's commands about files from here on. A part of the frame; `list` gets its setting.
+    FileMenu_cls(FrameMain_cls& frame, ConfItemList_cls& list);
+    FileMenu_cls(const FileMenu_cls&) = delete;
+    FileMenu_cls& operator=(const FileMenu_cls&) = delete;
+
+    void OpenProject(const wxString& path);
+    /// Ask for a recovery project that a program left which ended without being asked.
+    void OfferRecovery();
+    /// A project opens; any other file opens with the present grammar, through the dialog's check.
+    void OpenDroppedFile(const wxString& path);
+    void FillRecentMenus();
+    /// Empty: no project is named. A star before the title tells of unsaved steps.
+    void UpdateTitle(const wxString& projectName);
+    /// Bring the title's star up to date.
+    void ShowModified();
+    void SetLastProject(const wxString& path) { mCItemLastMRP.mStrValue = path; }
+    wxString GetLastProject() const { return mCItemLastMRP.mStrValue; }
+    /// A project was opened or saved under a name in this run.
+    bool IsProjectNamed() const { return mbProjectNamed; }
+
+private:
+    void OnMenuOpenProject(wxCommandEvent& event);
+    void OnMenuSaveProject(wxCommandEvent& event);
+    void OnMenuSaveProjectAs(wxCommandEvent& event);
+    void OnMenuLoadData(wxCommandEvent& event);
+    void OnMenuCloseData(wxCommandEvent& event);
+    void OnMenuRecent(wxCommandEvent& event);
+    void OnQuit(wxCommandEvent& event);
+    void OnClose(wxCloseEvent& event);
+    void SaveProject(const wxString& path);
+    void TakeProject(const std::wstring& text, const wxString& folder);
+    void OpenWithLoader(const wxString& path);
+    bool AskQuit();
+
+    FrameMain_cls& mFrame;
+    Main_cls& mHub;
+    ConfItemSTR_cls mCItemLastMRP;
+    bool mbProjectNamed = false;
+    bool mbQuitAsked = false; ///< the end that comes is wanted
+    bool mbShowsStar = false;
+    wxString mStrTitleProject; ///< the project in the title
+};

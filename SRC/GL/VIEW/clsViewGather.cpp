@@ -1,0 +1,155 @@
+#include "GL/VIEW/clsViewGather.h"
+
+#include <wx/intl.h>
+
+#include "COMMON/MsgBox.h"
+#include "GL/BASE/clsFBO.h"
+#include "GL/BASE/clsGLState.h"
+#include "GL/BASE/clsGLPerspective.h"
+#include "GL/BASE/clsGLTexture.h"
+#include "GL/VIEW/clsDistortion.h"
+#include "GL/VIEW/clsExposure.h"
+#include "GL/VIEW/clsFishEye.h"
+#include "GL/VIEW/clsSharedView.h"
+#include "GL/VIEW/clsViewHost.h"
+#include "GL/VIEW/clsViewMessage.h"
+#include "GL/VIEW/clsViewSettings.h"
+#include "TIME/clsTimeCtrl.h"
+
+namespace {
+
+constexpr int kDomeSize = 2048; // pixels of the dome picture
+
+void MakeSquare(std::unique_ptr<FBO_cls>& pBuffer, int w, int h) {
+    if (!pBuffer || pBuffer->GetWidth() != w || pBuffer->GetHeight() != h)
+        pBuffer = std::make_unique<FBO_cls>(w, h);
+    pBuffer->MakeFBO(false);
+}
+
+/// State in which a texture simply replaces what is there.
+void SetPlainTexturing() {
+    glDisable(GL_DEPTH_TEST);
+    glDisable(GL_LIGHTING);
+    glDisable(GL_CULL_FACE);
+    glDisable(GL_BLEND);
+    glEnable(GL_TEXTURE_2D);
+    glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
+    glColor4f(1, 1, 1, 1);
+}
+
+} // namespace
+
+void ViewGather_cls::GatherFBOImages(int w, int h, bool bToImage) {
+    const bool bAdditive = bToImage && mContext.mHost.GetPCTimeCtrl()->mCMotionBlur.mbBlur;
+    mContext.mShared.SetGLBGColor(1, mContext.mMoment.plainGrey);
+    if (mContext.mSettings.GetMultiPanelMode() != FishEye_cls::MODE_FLAT) {
+        GatherFBOMultiPanel(w, h, bAdditive);
+    } else {
+        mContext.mShared.mspCExposureLink->Begin();
+        // The masks of a stereogram stand around these two.
+        FBO_cls::DrawOnScreenSet(mContext.mCGLPerspective, w, h, bAdditive);
+        FBO_cls::DrawOnScreenDraw(mContext.mShared.mspCFishEyeCtrl->GetFace(0), 0);
+        mContext.mShared.mspCExposureLink->End();
+    }
+    CheckGLErrors("composition");
+}
+
+// The grid and the mask change what is there already: a picture must be whole before it is added to others.
+void ViewGather_cls::GatherFBOMultiPanel(int w, int h, bool bAdditive) {
+    if (bAdditive) {
+        const float alpha = mContext.mShared.mspCExposureLink->GetAlpha();
+        mContext.mShared.mspCExposureLink->EndAccumulation();
+        MakeSquare(mContext.mShared.mspCStage, w, h);
+        {
+            const FBOScope_cls target(*mContext.mShared.mspCStage, true);
+            mContext.mShared.SetGLBGColor(1, mContext.mMoment.plainGrey);
+            GatherFBOMultiPanel(w, h, false);
+        }
+        AddStage(w, h, alpha * alpha);
+        mContext.mShared.mspCExposureLink->SetAccumulation(alpha);
+    } else if (mContext.mSettings.IsFishEye()) {
+        GatherDome(w, h);
+    } else {
+        mContext.mShared.mspCExposureLink->Begin();
+        mContext.mShared.mspCFishEyeCtrl->GatherCylinder(mContext.mCGLPerspective.mAngle, false, w, h);
+        mContext.mShared.mspCExposureLink->End();
+    }
+}
+
+void ViewGather_cls::AddStage(int w, int h, float weight) {
+    const GLAttribScope_cls attributes;
+    glViewport(0, 0, w, h);
+    SetPlainTexturing();
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE);
+    glColor4f(1, 1, 1, weight);
+    mContext.mShared.mspCStage->DrawOnScreen2D(w, h, w, h, 0, 0, true);
+}
+
+void ViewGather_cls::GatherDome(int w, int h) {
+    MakeSquare(mContext.mShared.mspCDome, kDomeSize, kDomeSize);
+    {
+        const FBOScope_cls target(*mContext.mShared.mspCDome, true);
+        mContext.mShared.mspCFishEyeCtrl->GatherFishEye(mContext.mCGLPerspective.mAngle, false, kDomeSize,
+                                                        kDomeSize);
+    }
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
+    const GLAttribScope_cls attributes;
+    glViewport(0, 0, w, h);
+    SetPlainTexturing();
+    mContext.mShared.mspCExposureLink->Begin();
+    if (mContext.mSettings.mDistortion.mValue)
+        DrawDistorted(w, h);
+    else
+        DrawDomeSquare(w, h);
+    mContext.mShared.mspCExposureLink->End();
+}
+
+// Half of what is drawn there gives way to reddish lines.
+void ViewGather_cls::DrawFisheyeGrid(const std::function<void()>& draw) {
+    if (!mContext.mSettings.mFisheyeGrid.mValue || !mContext.mShared.mspCFisheyeGrid) return;
+    glEnable(GL_BLEND);
+    glBlendColor(1.0f, 0.5f, 0.5f, 1.0f);
+    glBlendFunc(GL_CONSTANT_COLOR, GL_ONE_MINUS_SRC_ALPHA);
+    glColor4f(1, 1, 1, 0.5f);
+    mContext.mShared.mspCFisheyeGrid->BindTexture();
+    draw();
+    glColor4f(1, 1, 1, 1);
+}
+
+void ViewGather_cls::DrawDomeSquare(int w, int h) {
+    const auto draw = [w, h](const TextureBase_cls& texture) {
+        texture.DrawOnScreen2D(w, h, h, h, (w - h) / 2, 0, true);
+    };
+    draw(*mContext.mShared.mspCDome);
+    DrawFisheyeGrid([this, &draw] { draw(*mContext.mShared.mspCFisheyeGrid); });
+}
+
+void ViewGather_cls::DrawDistorted(int w, int h) {
+    if (!mContext.mShared.mspCDistortion->IsReady()) {
+        mContext.mMessage.Add(mContext.mShared.mspCDistortion->GetProblem() + "\n");
+        Notice("distortion", mContext.mShared.mspCDistortion->GetProblem());
+        return;
+    }
+    const GLMatrixScope_cls projection(GL_PROJECTION);
+    const GLMatrixScope_cls model;
+    Distortion_cls::SetGLSetting(w, h);
+    const auto draw = [this, w, h] {
+        mContext.mShared.mspCDistortion->GLDrawDistortedTexture(
+            double(w) / h, 1.0, !mContext.mShared.mspCDistortion->IsDefault(), 1);
+    };
+    mContext.mShared.mspCDome->BindTexture();
+    draw();
+    DrawFisheyeGrid(draw);
+    if (!mContext.mShared.mspCMask || mContext.mShared.mspCMask->mTexture == 0) {
+        const wxString text = _("The mask Resource/DefaultMask.png can't be read as an image: the distorted "
+                                "picture has hard edges.");
+        mContext.mMessage.Add(text + "\n");
+        Notice("mask", text);
+        return;
+    }
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_ZERO, GL_SRC_COLOR);
+    mContext.mShared.mspCMask->BindTexture();
+    draw();
+}

@@ -1,0 +1,48 @@
+// What the views ask of the program around them. The main frame answers; tests answer with less.
+#pragma once
+
+class AnchorPath_cls;
+class CameraPath_cls;
+class DrawOption_cls;
+class LightSRCCtrl_cls;
+class MainGLCanvas_cls;
+class PDataSeqCtrl_cls;
+class PDataSequence_cls;
+class Preference_cls;
+class SharedView_cls;
+class TimeCtrl_cls;
+
+class ViewHost_cls {
+public:
+    virtual ~ViewHost_cls() = default;
+
+    virtual TimeCtrl_cls* GetPCTimeCtrl() const = 0;
+    virtual PDataSeqCtrl_cls* GetPCDataSeqCtrl() const = 0;
+    virtual PDataSequence_cls* GetPCActiveFileSequence() const = 0;
+    virtual CameraPath_cls* GetPCCameraPath() const = 0;
+    virtual AnchorPath_cls* GetPCAnchorPath() const = 0;
+    virtual LightSRCCtrl_cls* GetPCLightSRCCtrl() const = 0;
+    /// 0 to 3 panels, 4 the Extra Panel; null while there is none yet.
+    virtual MainGLCanvas_cls* GetPCGLCanvas(int view) const = 0;
+
+    /// Frame -1 is the current one. Prepare blocks (reader, interpolator) exactly then.
+    virtual bool IsTheFrameReady(int frame) const = 0;
+    virtual void PrepareTheFrame(int frame) = 0;
+    /// Start the nearest frame ahead, in play direction, that isn't ready; at most one a call.
+    virtual void PrepareFramesAhead(int count) = 0;
+
+    /// The export of data has come to its end: the run ends behind the present event.
+    virtual void EndExport() = 0;
+    /// The camera's dialog follows the active view.
+    virtual void ReconnectCameraPathGUI() = 0;
+    /// The user has closed the Extra Panel's window.
+    virtual void OnExtraFrameClosed() = 0;
+};
+
+/// What a view is made with; nothing of it is owned.
+struct ViewLinks_st {
+    ViewHost_cls* mpCHost;
+    SharedView_cls* mpCShared;
+    DrawOption_cls* mpCDrawOption;
+    Preference_cls* mpCPreference;
+};

@@ -1,0 +1,185 @@
+#include "GL/VIEW/clsViewImage.h"
+
+#include <cmath>
+
+#include <wx/intl.h>
+
+#include "COMMON/EventIds.h"
+#include "COMMON/MenuEvent.h"
+#include "COMMON/MsgBox.h"
+#include "GL/BASE/clsFBO.h"
+#include "GL/BASE/clsGLPerspective.h"
+#include "GL/BASE/clsGLState.h"
+#include "GL/DRAW/clsDrawProgress.h"
+#include "GL/VIEW/clsExposure.h"
+#include "GL/VIEW/clsFishEye.h"
+#include "GL/VIEW/clsSharedView.h"
+#include "GL/VIEW/clsViewGather.h"
+#include "GL/VIEW/clsViewHost.h"
+#include "GL/VIEW/clsViewOverlay.h"
+#include "GL/VIEW/clsViewScene.h"
+#include "GL/VIEW/clsViewSettings.h"
+#include "IMAGE/clsImageIO.h"
+#include "IMAGE/clsImgSequence.h"
+#include "TIME/clsTimeCtrl.h"
+
+namespace {
+
+constexpr int kWideImageSize = 4096; // of a fisheye's or panorama's image, whatever the faces' size
+
+/// A buffer for what is written on top; null where it can't be had.
+std::unique_ptr<FBO_cls> MakeOverlayBuffer(wxSize size) {
+    GLint limit = 0;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &limit);
+    if (size.x > limit || size.y > limit) {
+        Notice("image overlay",
+               wxString::Format(_("Pictures of more than %d pixels are written without time and legend: the "
+                                  "graphics driver has no larger buffers."),
+                                int(limit)));
+        return nullptr;
+    }
+    auto pOverlay = std::make_unique<FBO_cls>(size.x, size.y);
+    pOverlay->SetDepth(8);
+    pOverlay->MakeFBO(true);
+    return pOverlay;
+}
+
+} // namespace
+
+ViewImage_cls::ViewImage_cls(const ViewContext_st& context, ViewScene_cls& scene, ViewGather_cls& gather,
+                             ViewOverlay_cls& overlay)
+    : mContext(context), mScene(scene), mGather(gather), mOverlay(overlay) {}
+
+ViewImage_cls::~ViewImage_cls() = default;
+
+void ViewImage_cls::RequestImage(ImageTaker taker, wxSize size, bool bTransparent) {
+    mImageOrder = {std::move(taker), size, bTransparent};
+    mBake.RequestOne();
+}
+
+void ViewImage_cls::StartSaveImgSeqProcess(ImgSequence_cls* pSequence) {
+    mContext.mShared.mspCImgSeqLinked = pSequence;
+    mImageOrder = ImageOrder_st();
+    mBake.RequestSequence();
+    pSequence->ForgetWritten();
+}
+
+bool ViewImage_cls::StopSaveImgSeqProcess() {
+    if (!mBake.StopSequence()) return false;
+    mContext.mShared.mspCImgSeqLinked->OutputFinish();
+    return true;
+}
+
+wxSize ViewImage_cls::GetImageSize(wxSize window) const {
+    const ImgSequence_cls* pSequence = mContext.mShared.mspCImgSeqLinked;
+    if (mBake.IsSequence()) return wxSize(pSequence->mOutW, pSequence->mOutH);
+    const wxSize size = mImageOrder.size;
+    return size.x > 0 && size.y > 0 ? size : window;
+}
+
+void ViewImage_cls::BeginPaint() {
+    mContext.mMoment.plainGrey.reset();
+    if (mBake.IsRequested() && mImageOrder.bTransparent) mContext.mMoment.plainGrey = 0.0f;
+}
+
+void ViewImage_cls::TakeFaces(const ImageBake_cls::Moment_st& moment, bool bLoading, double angle) {
+    const MotionBlurCtrl_cls& blur = mContext.mHost.GetPCTimeCtrl()->mCMotionBlur;
+    const ImageBake_cls::Paint_st paint = {
+        moment,         bLoading,       DrawProgress_cls::WasCut(), mContext.mMoment.bHidden, blur.mbBlur,
+        blur.mBlurStep, blur.mBlurSteps};
+    const ImageBake_cls::Step step = mBake.Begin(paint);
+    if (step == ImageBake_cls::Step::Stop) PostMenuEvent(ID_PLAY_STOP);
+    if (step == ImageBake_cls::Step::Bake) BakeImage(angle);
+}
+
+// The faces are drawn.
+void ViewImage_cls::BakeImage(double angle) {
+    BakeResultToFBOForImage(mpCFBOForImage[0], true);
+    if (!mImageOrder.bTransparent) return;
+    // The same scene over black, as it is drawn already, and over white tell what covers the background.
+    BakeResultToFBOForImage(mpCFBOOnBlack, false);
+    mContext.mMoment.plainGrey = 1.0f;
+    mContext.mCGLPerspective.mAngle = angle;
+    mScene.DrawOnFBO();
+    mContext.mCGLPerspective.mAngle = static_cast<int>(angle);
+    BakeResultToFBOForImage(mpCFBOOnWhite, false);
+    mContext.mMoment.plainGrey = 0.0f;
+}
+
+// Steps of a motion blur add up, each with its share. Weight and blending both take the program's alpha, so
+// it is the root of that share.
+void ViewImage_cls::BakeResultToFBOForImage(std::unique_ptr<FBO_cls>& pTarget, bool bExposed) {
+    const MotionBlurCtrl_cls& blur = mContext.mHost.GetPCTimeCtrl()->mCMotionBlur;
+    const bool bClear = !blur.mbBlur || blur.IsInitBluring();
+    const int size = mContext.mSettings.GetMultiPanelMode() == FishEye_cls::MODE_FLAT
+                         ? mContext.mMoment.fboSize
+                         : kWideImageSize;
+    if (!pTarget || pTarget->GetWidth() != size) pTarget = std::make_unique<FBO_cls>(size, size);
+    pTarget->MakeFBO(false);
+    mContext.mShared.mspCExposureLink->SetBypassed(!bExposed);
+    mContext.mShared.mspCExposureLink->SetAccumulation(blur.mbBlur ? float(std::sqrt(blur.GetAlpha()))
+                                                                   : 1.0f);
+    {
+        const FBOScope_cls target(*pTarget, bClear);
+        mGather.GatherFBOImages(size, size, true);
+    }
+    mContext.mShared.mspCExposureLink->EndAccumulation();
+    mContext.mShared.mspCExposureLink->SetBypassed(false);
+}
+
+// The second eye of a stereogram brings an image of its own.
+void ViewImage_cls::FinishImage(wxSize window) {
+    const TimeCtrl_cls& time = *mContext.mHost.GetPCTimeCtrl();
+    if (!mBake.IsComplete(time.mCMotionBlur.IsOutputConditionOK())) return;
+    const wxSize size = GetImageSize(window);
+    std::unique_ptr<FBO_cls> pOverlay = mOverlay.HasOverlays() ? MakeOverlayBuffer(size) : nullptr;
+    if (pOverlay) {
+        const FBOScope_cls target(*pOverlay, true);
+        mOverlay.DrawOverlays(size.x, size.y, true);
+    }
+    ImageBuffers_st buffers;
+    buffers.mpColor = mpCFBOForImage[0].get();
+    buffers.mpOverlay = pOverlay.get();
+    if (mImageOrder.bTransparent) {
+        buffers.mpOnBlack = mpCFBOOnBlack.get();
+        buffers.mpOnWhite = mpCFBOOnWhite.get();
+    }
+    if (mBake.IsSequence()) {
+        const int offset = time.GetOffsetForImgSeq(-1, -1);
+        mContext.mShared.mspCImgSeqLinked->SaveImageFromTexture(&GCImgIO, buffers, offset, 0, false);
+        return;
+    }
+    mBake.FinishOne();
+    const ImageTaker taker = std::move(mImageOrder.taker);
+    mImageOrder.taker = nullptr;
+    if (taker) taker(buffers, size);
+    if (!mContext.mMoment.bHidden) DropImage(); // else the next one is made of them
+}
+
+// What one image leaves must not come into another. With this view's context.
+void ViewImage_cls::DropImage() {
+    mBake.ForgetDrop();
+    for (std::unique_ptr<FBO_cls>* pBuffer : {&mpCFBOForImage[0], &mpCFBOForImage[1], &mpCFBOOnBlack,
+                                              &mpCFBOOnWhite, &mContext.mShared.mspCStage})
+        pBuffer->reset();
+}
+
+void ViewImage_cls::DropIfOver() {
+    if (mBake.MustDrop()) DropImage();
+}
+
+void ViewImage_cls::TakeWindowPicture(wxSize window, bool bLoading) {
+    if (!mWindowTaker || bLoading) return;
+    const std::function<void(wxSize)> taker = std::move(mWindowTaker);
+    mWindowTaker = nullptr;
+    glReadBuffer(GL_BACK); // the front buffer of a window can't be read everywhere
+    taker(window);
+}
+
+// What the output keeps of what the window shows.
+void ViewImage_cls::DrawFrameBox(int w, int h) {
+    if (!mBake.IsSequence() || mContext.mSettings.GetMultiPanelMode() != FishEye_cls::MODE_FLAT) return;
+    TextureBase_cls::Push2DMatrix(w, h);
+    mContext.mShared.mspCImgSeqLinked->RenderFrameBoxInRender(w, h);
+    TextureBase_cls::Pop2DMatrix();
+}

@@ -1,0 +1,76 @@
+// Images of a view: of a size of their own, added up over the steps of a motion blur, one or a whole film of
+// them; and the picture of the window as it is.
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include <wx/gdicmn.h>
+
+#include "GL/VIEW/clsImageBake.h"
+#include "GL/VIEW/clsViewContext.h"
+
+class FBO_cls;
+class ImgSequence_cls;
+class ViewGather_cls;
+class ViewOverlay_cls;
+class ViewScene_cls;
+struct ImageBuffers_st;
+
+class ViewImage_cls {
+public:
+    /// Takes a finished image: squares of which the middle counts, and what is written on top, `size` pixels.
+    /// Called inside the paint.
+    using ImageTaker = std::function<void(const ImageBuffers_st& buffers, wxSize size)>;
+
+    /// The other parts of the view outlive this.
+    ViewImage_cls(const ViewContext_st& context, ViewScene_cls& scene, ViewGather_cls& gather,
+                  ViewOverlay_cls& overlay);
+    ~ViewImage_cls();
+
+    // Orders, for the paints that follow. A `size` that is empty means as large as the window.
+    void RequestImage(ImageTaker taker, wxSize size, bool bTransparent);
+    void RequestWindowPicture(std::function<void(wxSize)> taker) { mWindowTaker = std::move(taker); }
+    void StartSaveImgSeqProcess(ImgSequence_cls* pSequence);
+    bool StopSaveImgSeqProcess(); ///< false when none was running
+
+    bool IsRequested() const { return mBake.IsRequested(); }
+    /// Has the last paint added to an image?
+    bool HasBaked() const { return mBake.HasBaked(); }
+    /// Of the image that is wanted; a window of `window` pixels.
+    wxSize GetImageSize(wxSize window) const;
+
+    // The steps of a paint, in this order; all but the second need the view's context.
+    void DropIfOver();
+    /// Before the faces are drawn.
+    void BeginPaint();
+    /// The faces are drawn, with a view angle of `angle` degrees.
+    void TakeFaces(const ImageBake_cls::Moment_st& moment, bool bLoading, double angle);
+    /// Hand on what is complete.
+    void FinishImage(wxSize window);
+    /// The window's picture with its overlays is complete, the messages aren't there yet.
+    void TakeWindowPicture(wxSize window, bool bLoading);
+    /// What the output keeps of what the window shows.
+    void DrawFrameBox(int w, int h);
+
+private:
+    struct ImageOrder_st {
+        ImageTaker taker;
+        wxSize size;
+        bool bTransparent = false;
+    };
+    void BakeImage(double angle);
+    void BakeResultToFBOForImage(std::unique_ptr<FBO_cls>& pTarget, bool bExposed);
+    void DropImage();
+
+    ViewContext_st mContext;
+    ViewScene_cls& mScene;
+    ViewGather_cls& mGather;
+    ViewOverlay_cls& mOverlay;
+    ImageBake_cls mBake;
+    ImageOrder_st mImageOrder;
+    std::unique_ptr<FBO_cls> mpCFBOForImage[2]; ///< one an eye; live while a motion blur runs
+    std::unique_ptr<FBO_cls> mpCFBOOnBlack;     ///< both of a transparent image
+    std::unique_ptr<FBO_cls> mpCFBOOnWhite;
+    std::function<void(wxSize)> mWindowTaker;
+};

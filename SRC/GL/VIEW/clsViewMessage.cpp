@@ -1,0 +1,63 @@
+#include "GL/VIEW/clsViewMessage.h"
+
+#include <epoxy/gl.h>
+
+#include <wx/intl.h>
+
+namespace {
+
+// Memory figures of one vendor's driver, in KB.
+constexpr GLenum kTotalMemory = 36936;
+constexpr GLenum kFreeMemory = 36937;
+
+constexpr double kTimeUnset = -9999.0;
+
+} // namespace
+
+wxString ViewMessage_cls::MakeStatusLine(const Facts_st& facts) {
+    return facts.mFile +
+           wxString::Format(":%d--%d %d", facts.mFileStatus, facts.mDisplayMode, int(facts.mbLookAnchor));
+}
+
+wxString ViewMessage_cls::MakeDataLine(const Facts_st& facts) {
+    wxString text = "Time=";
+    text += facts.mTime == kTimeUnset ? wxString(_("Not Defined")) : wxString::Format("%g", facts.mTime);
+    text += wxString::Format(":PNum=%d*%d", facts.mParticles, facts.mCopies);
+    if (facts.mCopies > 1)
+        text += wxString::Format("=%lld", static_cast<long long>(facts.mParticles) * facts.mCopies);
+    text += wxString::Format(":MilliSec%ld", facts.mMillis);
+    // Object and sub-object of the last click, and the selected object.
+    text += wxString::Format(":Hitting%d+%d:Object%lld", -1, -1, 0LL);
+    return text;
+}
+
+wxString ViewMessage_cls::MakeMemoryLine() {
+    GLint memory[2] = {10, 10};
+    if (epoxy_has_gl_extension("GL_NVX_gpu_memory_info")) {
+        glGetIntegerv(kTotalMemory, &memory[0]);
+        glGetIntegerv(kFreeMemory, &memory[1]);
+    }
+    return wxString::Format("GMem0 = %d GMem1 = %d Count = %d", memory[0], memory[1], mDrawCount++);
+}
+
+void ViewMessage_cls::DrawMessage(const Facts_st& facts, bool bShow, int w, int h) {
+    const GLStrings2D_cls::Font font = GLStrings2D_cls::Font::Helvetica12;
+    mStrMessageShown.clear();
+    if (!bShow) {
+        mWXStrMessage.clear();
+        return;
+    }
+    mCStrings.SetWindowGeometry(w, h);
+    const auto show = [&](const wxString& text, int x, int y, bool bFromTop) {
+        mCStrings.Draw(font, text, x, y, bFromTop);
+        mStrMessageShown += text + "\n";
+    };
+    glColor4f(1, 1, 1, 1);
+    show(MakeStatusLine(facts), 30, 10, false);
+    show(MakeDataLine(facts), 5, 10, true);
+    show(MakeMemoryLine(), 5, 28, true);
+    glColor4f(1.0f, 0.5f, 0.5f, 1.0f);
+    show(mWXStrMessage, 5, 28, false);
+    mWXStrMessage.clear();
+    glColor4f(1, 1, 1, 1);
+}

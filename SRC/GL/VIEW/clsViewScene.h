@@ -1,0 +1,31 @@
+// The scene of a view, drawn once for each face: particles, lights, and the items around them.
+#pragma once
+
+#include "GL/BASE/clsPositionAndDirection.h"
+#include "GL/VIEW/clsViewContext.h"
+
+class ViewScene_cls {
+public:
+    explicit ViewScene_cls(const ViewContext_st& context) : mContext(context) {}
+
+    /// All faces of the view's geometry into their buffers. Needs a current context, a placed camera and
+    /// buffers that are begun (`FishEye_cls::MakeFishEyeBegin`).
+    void DrawOnFBO();
+
+private:
+    void DrawFace(double gridUnit);
+    void DrawOtherObjects(double gridUnit);
+    void DrawCameraPath(bool bPick);
+    void DrawAnchor();
+    void SetLineWidth();
+    void ModifyByDomeTilt(PositionAndDirection_cls* pCamera) const;
+
+    // clsViewSceneData.cpp
+    void SetLights();
+    void DrawDataMain();
+    void DrawDataLitDiffuse(int lightIndex);
+    void DrawDataCopyLoop(bool bShadowPass);
+
+    ViewContext_st mContext;
+    PositionAndDirection_cls mCFaceCam; ///< the camera as the face being drawn sees the scene
+};
