@@ -34,6 +34,7 @@ SnapshotSource_st SnapshotSource_st::Of(const PDataBlock_cls& block, double dt, 
     source.mStep = std::max(step, 1);
     if (!block.mbAllocated) return source;
     source.mArrays = block;
+    if (!block.mbHasID) source.mArrays.mpID = nullptr;
     source.mNumber = std::max(block.mParticleNumber, 0);
     return source;
 }

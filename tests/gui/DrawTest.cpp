@@ -9,6 +9,7 @@
 
 #include "COMMON/Globals.h"
 #include "GL/BASE/clsPositionAndDirection.h"
+#include "GL/DRAW/clsGLSequence.h"
 #include "GL/DRAW/clsSnapData.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "PDATA/clsPDataBlock.h"
@@ -134,7 +135,7 @@ void DrawTest::Draw(const std::vector<Particle_st>& particles) {
         attributes[i] = mAttribute[i].get();
     {
         const FlagScope_cls painting(GbGLLockDrawing);
-        mSnap->GLDrawData(0, &mDraw, attributes, 0.0);
+        GLSequence_cls::DrawSnapshot(0, *mSnap, &mDraw, attributes, 0.0);
     }
     EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
     GLint program = 0;

@@ -50,6 +50,31 @@ void MakeSnapshot(PDataBlock_cls* pBlock, GLAttribute_cls** ppAttribute, double 
     std::puts("MakeSnapshotEnd");
 }
 
+void Dispatch(int face, GLDrawData_cls* pDraw, GLAttribute_cls** ppAttribute) {
+    SnapData_cls* pSnap = GLDrawData_cls::mspCSnapShot;
+    GLAttribute_cls* pFirst = ppAttribute[0];
+    if (pFirst->mpCDrawOption->mClassify.mValue != 0) {
+        pDraw->GLDrawSequential(face, pSnap, ppAttribute);
+        return;
+    }
+    switch (pFirst->mDrawType.mValue) {
+    case DRAW_POINT:
+        if (pFirst->mColor.IsConstant())
+            pDraw->GLDrawPointArrayElement(face, pSnap, pFirst);
+        else
+            pDraw->GLDrawPointAll(face, pSnap, pFirst);
+        break;
+    case DRAW_BILLBOARD:
+        pDraw->GLDrawBillboardAll(face, pSnap, pFirst);
+        break;
+    case DRAW_SPHERE:
+        pDraw->GLDrawSphereAll(face, pSnap, pFirst);
+        break;
+    default: // both and hide draw nothing
+        break;
+    }
+}
+
 } // namespace
 
 GLSequence_cls::GLSequence_cls(PDataSequence_cls& sequence, DrawOption_cls* pDrawOption)
@@ -83,50 +108,26 @@ void GLSequence_cls::GLDrawData(int face, int frame, double dt, int lightCount, 
                                 double lengthA, double lengthB, bool bShadowPass, int /*panelIndex*/) {
     mpCGLDrawData->mbShadowPass = bShadowPass;
     mpCGLDrawData->SetLightSourceInfo(lightCount, pLightPos, lengthA, lengthB);
-    DrawSnapshot(face, *mSequence.GetSnap(frame), dt);
+    DrawSnapshot(face, *mSequence.GetSnap(frame), mpCGLDrawData, mpCGLAttribute, dt);
 }
 
-void GLSequence_cls::DrawSnapshot(int face, PDataSnap_cls& snap, double dt) {
+void GLSequence_cls::DrawSnapshot(int face, PDataSnap_cls& snap, GLDrawData_cls* pDraw,
+                                  GLAttribute_cls** ppAttribute, double dt) {
     PDataBlock_cls* pBlock = snap.mpCBlock;
     if (!snap.IsItLoaded() || snap.GetParticleNumber() < 1 || !pBlock->mbAllocated) return;
     // Slopes that are still being written are no picture.
-    const bool bSlopes = !(dt == 0.0) || AreSlopesNeeded();
+    const bool bSlopes = !(dt == 0.0) || SnapData_cls::IsInterpolateRequired(ppAttribute);
     if (bSlopes && pBlock->IsUnderInterpolation()) PDataSnap_cls::WaitInterpolator();
     GbAbort.store(false);
     GDrawingPercentage.store(0);
-    const int step = GetThinning();
-    const bool bAlphaChanged = TakeAlphaSettings(mpCGLAttribute);
+    const int step = ppAttribute[0]->mpCDrawOption->GetDownSizing();
+    const bool bAlphaChanged = TakeAlphaSettings(ppAttribute);
     const SnapData_cls* pSnap = GLDrawData_cls::mspCSnapShot;
     if (!pSnap || !pSnap->IsItSameSnap(pBlock, dt, step) || bAlphaChanged)
-        MakeSnapshot(pBlock, mpCGLAttribute, dt, step);
+        MakeSnapshot(pBlock, ppAttribute, dt, step);
     // Memory for it may have been short.
-    if (GLDrawData_cls::mspCSnapShot->mbAllocated) Dispatch(face);
+    if (GLDrawData_cls::mspCSnapShot->mbAllocated) Dispatch(face, pDraw, ppAttribute);
     GDrawingPercentage.store(100);
-}
-
-void GLSequence_cls::Dispatch(int face) {
-    SnapData_cls* pSnap = GLDrawData_cls::mspCSnapShot;
-    GLAttribute_cls* pFirst = mpCGLAttribute[0];
-    if (pFirst->mpCDrawOption->mClassify.mValue != 0) {
-        mpCGLDrawData->GLDrawSequential(face, pSnap, mpCGLAttribute);
-        return;
-    }
-    switch (pFirst->mDrawType.mValue) {
-    case DRAW_POINT:
-        if (pFirst->mColor.IsConstant())
-            mpCGLDrawData->GLDrawPointArrayElement(face, pSnap, pFirst);
-        else
-            mpCGLDrawData->GLDrawPointAll(face, pSnap, pFirst);
-        break;
-    case DRAW_BILLBOARD:
-        mpCGLDrawData->GLDrawBillboardAll(face, pSnap, pFirst);
-        break;
-    case DRAW_SPHERE:
-        mpCGLDrawData->GLDrawSphereAll(face, pSnap, pFirst);
-        break;
-    default: // both and hide draw nothing
-        break;
-    }
 }
 
 void GLSequence_cls::RefreshGLAttribTex() {

@@ -1,5 +1,5 @@
-// Draws one file sequence: owns the four attribute sets and the draw calls' state, and keeps the one draw-time
-// snapshot. UI thread; drawing with a current context.
+// Draws one file sequence: owns the four attribute sets and the draw calls' state, and keeps the one
+// draw-time snapshot. UI thread; drawing with a current context.
 #pragma once
 
 #include "PDATA/ParticleArrays.h"
@@ -28,6 +28,10 @@ public:
     /// Draw snapshot `frame` (the last one when it lies past the end), `dt` behind its time. `face` 0 sorts.
     void GLDrawData(int face, int frame, double dt, int lightCount, float* pLightPos, double lengthA,
                     double lengthB, bool bShadowPass, int panelIndex);
+    /// The draw alone: `dt` behind the time of `snap`, which may be of no sequence. Rebuilds the draw-time
+    /// snapshot when it no longer fits.
+    static void DrawSnapshot(int face, PDataSnap_cls& snap, GLDrawData_cls* pDraw,
+                             GLAttribute_cls** ppAttribute, double dt);
     void RefreshGLAttribTex();
 
     bool AreSlopesNeeded() const override;
@@ -40,9 +44,6 @@ public:
     GLAttribute_cls* mpCGLAttribute[kAttributeNumber]; ///< owned
 
 private:
-    void DrawSnapshot(int face, PDataSnap_cls& snap, double dt);
-    void Dispatch(int face);
-
     PDataSequence_cls& mSequence; ///< owner
     wxString mStrPrefix;          ///< of the attributes' keys
 };
