@@ -8,7 +8,7 @@
 #include "COMMON/EventIds.h"
 #include "COMMON/MenuEvent.h"
 #include "PDATA/SnapshotWriter.h"
-#include "PDATA/clsDataExporterGUI.h"
+#include "PDATA/EDITOR/clsDataExporterGUI.h"
 #include "PDATA/clsDataLoader.h"
 
 namespace {

@@ -2,7 +2,7 @@
 #include "PDATA/clsDataLoader.h"
 
 #include "COMMON/MsgBox.h"
-#include "PDATA/clsDataLoaderGUI.h"
+#include "PDATA/EDITOR/clsDataLoaderGUI.h"
 
 void DataLoader_cls::InitGUI(wxWindow* pParent) {
     if (!mpCGUI) mpCGUI = new DataLoaderGUI_cls(pParent, this);

@@ -1,4 +1,4 @@
-#include "PDATA/clsPeriodicBoundaryGUI.h"
+#include "PDATA/EDITOR/clsPeriodicBoundaryGUI.h"
 
 #include <wx/button.h>
 #include <wx/sizer.h>
