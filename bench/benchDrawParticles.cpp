@@ -28,9 +28,9 @@
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLDrawData.h"
+#include "GL/DRAW/clsSnapData.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSnap.h"
-#include "PDATA/clsSnapData.h"
 
 namespace {
 

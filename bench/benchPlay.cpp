@@ -17,12 +17,13 @@
 
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsGLSequence.h"
+#include "GL/DRAW/clsSnapData.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
 #include "PDATA/clsPDataSnap.h"
-#include "PDATA/clsSnapData.h"
 
 namespace {
 
@@ -85,14 +86,15 @@ void PlayCached(benchmark::State& state) {
     DataLoader_cls loader(nullptr);
     loader.mCItemInterpolateType.mValue = 0;
     PDataBlock_cls::mspCDataLoaderLink = &loader;
-    PDataSeqCtrl_cls store(&option, true);
+    PDataSeqCtrl_cls store(GLSequence_cls::GetMaker(&option), true);
     store.mLimitMB = 1 << 20;
     store.OpenDataFile((film.mFolder / "film0000.bin").string());
     PDataSequence_cls& sequence = *store.GetPCActiveFileSequence();
+    GLAttribute_cls** ppAttribute = GLSequence_cls::Of(sequence).mpCGLAttribute;
     const std::vector<double> fractions = {0.0, 1.0 / kSteps};
     for (int i = 0; i < kSnapshots; ++i)
         sequence.PrepareIndex(i, 0.5, false, true);
-    sequence.mpCGLAttribute[0]->mColor.mbUseColorCurve.mValue = true;
+    ppAttribute[0]->mColor.mbUseColorCurve.mValue = true;
     std::vector<char> from(size_t(kParticles) * 41);
     std::vector<char> to(size_t(kParticles) * 36);
     for (auto _ : state) {
@@ -105,7 +107,7 @@ void PlayCached(benchmark::State& state) {
                 sequence.PrepareIndex(i, fraction, false, false);
                 if (!sequence.IsTheIndexReady(i, fraction, false)) state.SkipWithError("not cached");
                 longest = std::max(longest, Seconds(start));
-                const SnapData_cls snap(sequence.mpCSnap[i]->mpCBlock, sequence.mpCGLAttribute, fraction, 1);
+                const SnapData_cls snap(sequence.mpCSnap[i]->mpCBlock, ppAttribute, fraction, 1);
                 frames.push_back(Seconds(start));
                 const auto copyStart = std::chrono::steady_clock::now();
                 std::memcpy(to.data(), from.data(), to.size());

@@ -14,13 +14,13 @@
 
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsSnapData.h"
+#include "GL/DRAW/clsThreadSnapInterpolate.h"
 #include "PARAM/clsParamGroup.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSnap.h"
 #include "PDATA/clsPeriodicBoundary.h"
-#include "PDATA/clsSnapData.h"
 #include "PDATA/clsThreadInterpolator.h"
-#include "PDATA/clsThreadSnapInterpolate.h"
 
 namespace {
 

@@ -15,13 +15,14 @@
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLDrawData.h"
+#include "GL/DRAW/clsGLSequence.h"
+#include "GL/DRAW/clsSnapData.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "PDATA/ParticleScalars.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
 #include "PDATA/clsPDataSnap.h"
-#include "PDATA/clsSnapData.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/clsDialogEXKey.h"
 
@@ -30,9 +31,13 @@ namespace {
 constexpr int kPollMillis = 10;
 constexpr int kPatience = 3; // times that a snapshot may be evicted before it was looked at
 
+GLSequence_cls& GetDrawing(Main_cls& hub) {
+    return GLSequence_cls::Of(*hub.mpCPDataSeqCtrl->GetPCActiveFileSequence());
+}
+
 /// The attribute that a curve belongs to, null for colours of other things.
 const GLAttribute_cls* FindAttribute(Main_cls& hub, const ColorCurve_cls& curve) {
-    for (const GLAttribute_cls* pAttribute : hub.mpCPDataSeqCtrl->GetPCActiveFileSequence()->mpCGLAttribute)
+    for (const GLAttribute_cls* pAttribute : GetDrawing(hub).mpCGLAttribute)
         for (const ColorCurve_cls* pCurve :
              {&pAttribute->mColor, &pAttribute->mAmbient, &pAttribute->mDiffuse, &pAttribute->mSpecular})
             if (pCurve == &curve) return pAttribute;
@@ -47,7 +52,7 @@ int ClassOf(Main_cls& hub, const GLAttribute_cls& attribute) {
 
 std::vector<ColorCurve_cls*> CollectCurves(Main_cls& hub) {
     std::vector<ColorCurve_cls*> curves;
-    for (GLAttribute_cls* pAttribute : hub.mpCPDataSeqCtrl->GetPCActiveFileSequence()->mpCGLAttribute)
+    for (GLAttribute_cls* pAttribute : GetDrawing(hub).mpCGLAttribute)
         for (ColorCurve_cls* pCurve :
              {&pAttribute->mColor, &pAttribute->mAmbient, &pAttribute->mDiffuse, &pAttribute->mSpecular})
             curves.push_back(pCurve);
@@ -126,7 +131,7 @@ private:
 
 bool GetFrameRange(unsigned depend, int classIndex, float* pLow, float* pHigh) {
     const SnapData_cls* pSnap = GetDrawn();
-    if (pSnap && ParticleScalars_st::Of(*pSnap).GetRange(depend, classIndex, pLow, pHigh)) return true;
+    if (pSnap && pSnap->GetScalars().GetRange(depend, classIndex, pLow, pHigh)) return true;
     MsgBox(_("The frame on show has no particles of this attribute."), _("Fit range"));
     return false;
 }
@@ -168,8 +173,8 @@ void LinkColorCurveCtrl(Main_cls& hub, ColorCurveCtrl_cls& ctrl) {
         const SnapData_cls* pSnap = GetDrawn();
         const GLAttribute_cls* pAttribute = FindAttribute(hub, curve);
         if (!pSnap || !pAttribute) return {};
-        return ParticleScalars_st::Of(*pSnap).Count(curve.mDependType.mValue, ClassOf(hub, *pAttribute),
-                                                    curve.mScalingMin.mValue, curve.mScalingMax.mValue, bins);
+        return pSnap->GetScalars().Count(curve.mDependType.mValue, ClassOf(hub, *pAttribute),
+                                         curve.mScalingMin.mValue, curve.mScalingMax.mValue, bins);
     };
     ctrl.mHooks.mStamp = [&hub] { return GetStamp(hub); };
 }

@@ -24,6 +24,8 @@
 #include "COMMON/UpdateBits.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLDrawData.h"
+#include "GL/DRAW/clsGLSequence.h"
+#include "GL/DRAW/clsSnapData.h"
 #include "GL/VIEW/clsExposure.h"
 #include "GL/VIEW/clsInformation.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
@@ -36,7 +38,6 @@
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSnap.h"
 #include "PDATA/clsPeriodicBoundary.h"
-#include "PDATA/clsSnapData.h"
 #include "SCENE/clsAnchorPath.h"
 #include "SCENE/clsCameraPath.h"
 #include "SCENE/clsLightSRCCtrl.h"
@@ -80,7 +81,7 @@ Main_cls::Main_cls() {
     mpCExposure = new Exposure_cls;
     mpCInformation = new Information_cls;
     mpCOverlay = new Overlay_cls;
-    mpCPDataSeqCtrl = new PDataSeqCtrl_cls(mpCDrawOption, false);
+    mpCPDataSeqCtrl = new PDataSeqCtrl_cls(GLSequence_cls::GetMaker(mpCDrawOption), false);
     mpCDataLoader = new DataLoader_cls(this);
     mpCDataExporter = new DataExporter_cls(mpCDataLoader);
     mpCPeriodicBoundary = new PeriodicBoundary_cls;

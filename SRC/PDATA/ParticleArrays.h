@@ -1,6 +1,10 @@
 // The arrays of one snapshot as a reader fills them: parallel arrays, one index a particle.
 #pragma once
 
+/// Classes of particles: a particle's type is its class, and types past the last one count as class 0.
+constexpr int kParticleClasses = 4;
+inline int GetParticleClass(unsigned char type) { return type < kParticleClasses ? type : 0; }
+
 /// Bits of ParticleArrays_st::mZeroBits.
 enum ParticleArrayBit : unsigned {
     PARTICLE_POS = 1,

@@ -6,7 +6,6 @@
 
 #include "COMMON/DataLoops.h"
 #include "PDATA/clsPDataBlock.h"
-#include "PDATA/clsSnapData.h"
 
 namespace {
 
@@ -43,18 +42,6 @@ ParticleScalars_st ParticleScalars_st::Of(const PDataBlock_cls& block) {
     scalars.mpID = block.mpID;
     scalars.mpType = block.mpType;
     scalars.mNumber = std::max(block.mParticleNumber, 0);
-    return scalars;
-}
-
-ParticleScalars_st ParticleScalars_st::Of(const SnapData_cls& snap) {
-    ParticleScalars_st scalars;
-    if (!snap.mbAllocated) return scalars;
-    scalars = Of(*snap.mpCBlock);
-    scalars.mpRadius = snap.mpRadius;
-    scalars.mpValue1 = snap.mpValue1;
-    scalars.mpType = snap.mpType;
-    scalars.mNumber = snap.mNumber;
-    scalars.mStep = snap.mStep;
     return scalars;
 }
 

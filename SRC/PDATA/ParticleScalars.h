@@ -4,7 +4,6 @@
 #include <vector>
 
 class PDataBlock_cls;
-class SnapData_cls;
 
 /// Where the particles' arrays lie. An array that isn't there counts as zeros.
 struct ParticleScalars_st {
@@ -13,8 +12,6 @@ struct ParticleScalars_st {
 
     /// As they were read, velocities as the interpolator left them.
     static ParticleScalars_st Of(const PDataBlock_cls& block);
-    /// As they are drawn: values and radii at the time on show, computed ones from the block.
-    static ParticleScalars_st Of(const SnapData_cls& snap);
 
     /// Scalar `depend` (ColorCurve_cls::mDependType) of the particles begin to end (exclusive) into pOut.
     void Fill(float* pOut, unsigned depend, long long begin, long long end) const;

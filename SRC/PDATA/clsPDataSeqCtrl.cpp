@@ -8,9 +8,10 @@
 
 PDataSeqCtrl_cls* PDataSeqCtrl_cls::mspCThis = nullptr;
 
-PDataSeqCtrl_cls::PDataSeqCtrl_cls(DrawOption_cls* pDrawOption, bool bLarge) : mLimitMB(bLarge ? 4096 : 768) {
+PDataSeqCtrl_cls::PDataSeqCtrl_cls(const MakeSequenceDrawing& makeDrawing, bool bLarge)
+    : mLimitMB(bLarge ? 4096 : 768) {
     for (int k = 0; k < kSequenceNumber; ++k)
-        mpCSequence[k] = new PDataSequence_cls(k, pDrawOption);
+        mpCSequence[k] = new PDataSequence_cls(k, makeDrawing);
     mspCThis = this;
 }
 

@@ -7,7 +7,6 @@
 
 #include "PDATA/clsPDataSequence.h"
 
-class DrawOption_cls;
 class PDataSnap_cls;
 
 class PDataSeqCtrl_cls {
@@ -15,7 +14,7 @@ public:
     static constexpr int kSequenceNumber = 4;
 
     /// bLarge: limit 4096 MB, else 768 MB.
-    PDataSeqCtrl_cls(DrawOption_cls* pDrawOption, bool bLarge);
+    PDataSeqCtrl_cls(const MakeSequenceDrawing& makeDrawing, bool bLarge);
     ~PDataSeqCtrl_cls();
     PDataSeqCtrl_cls(const PDataSeqCtrl_cls&) = delete;
     PDataSeqCtrl_cls& operator=(const PDataSeqCtrl_cls&) = delete;

@@ -6,12 +6,8 @@
 #include <wx/filename.h>
 
 #include "COMMON/MsgBox.h"
-#include "GL/DRAW/clsDrawOption.h"
-#include "GL/DRAW/clsGLAttribute.h"
-#include "GL/DRAW/clsGLDrawData.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSnap.h"
-#include "PDATA/clsSnapData.h"
 
 wxString PDataSequence_cls::msStrProjectDir;
 
@@ -48,26 +44,21 @@ bool PDataSequence_cls::DoesSequenceExist(const wxString& path) {
     return wxFileName::FileExists(FileSequence_cls(path).GetModifiedStr(0, 0));
 }
 
-PDataSequence_cls::PDataSequence_cls(int seqIndex, DrawOption_cls* pDrawOption)
-    : mSeqIndex(seqIndex), mpCGLDrawData(new GLDrawData_cls),
-      mCItemFile(wxString::Format("DataSequence%d=", seqIndex), wxString::Format("%d", seqIndex)),
-      mStrPrefix(wxString::Format("SEQ%d", seqIndex)) {
+PDataSequence_cls::PDataSequence_cls(int seqIndex, const MakeSequenceDrawing& makeDrawing)
+    : mSeqIndex(seqIndex),
+      mCItemFile(wxString::Format("DataSequence%d=", seqIndex), wxString::Format("%d", seqIndex)) {
     for (int i = 0; i < kMaxSnap; ++i)
         mpCSnap[i] = new PDataSnap_cls(this, i);
     for (int i = 0; i + 1 < kMaxSnap; ++i) {
         mpCSnap[i]->mpCNext = mpCSnap[i + 1];
         mpCSnap[i + 1]->mpCPrev = mpCSnap[i];
     }
-    for (int k = 0; k < kAttributeNumber; ++k)
-        mpCGLAttribute[k] = new GLAttribute_cls(this, seqIndex, k, pDrawOption);
+    mpCDrawing = makeDrawing ? makeDrawing(*this) : std::make_unique<SequenceDrawing_cls>();
 }
 
 PDataSequence_cls::~PDataSequence_cls() {
     for (PDataSnap_cls* pSnap : mpCSnap)
         delete pSnap;
-    delete mpCGLDrawData;
-    for (GLAttribute_cls* pAttribute : mpCGLAttribute)
-        delete pAttribute;
 }
 
 wxString PDataSequence_cls::FindPath(const wxString& path) {
@@ -135,12 +126,11 @@ bool PDataSequence_cls::IsTheIndexLoaded(int index) const { return GetSnap(index
 const PDataBlock_cls* PDataSequence_cls::GetPCBlock(int index) const { return GetSnap(index)->mpCBlock; }
 
 bool PDataSequence_cls::IsTheIndexReady(int index, double frac, bool bForce) {
-    return GetSnap(index)->IsItReady(!(frac == 0.0) || bForce ||
-                                     SnapData_cls::IsInterpolateRequired(mpCGLAttribute));
+    return GetSnap(index)->IsItReady(!(frac == 0.0) || bForce || mpCDrawing->AreSlopesNeeded());
 }
 
 void PDataSequence_cls::PrepareIndex(int index, double frac, bool bForce, bool bWait) {
-    const bool bNeed = !(frac == 0.0) || bForce || SnapData_cls::IsInterpolateRequired(mpCGLAttribute);
+    const bool bNeed = !(frac == 0.0) || bForce || mpCDrawing->AreSlopesNeeded();
     GetSnap(index)->PrepareData(bNeed, bWait);
 }
 
@@ -165,25 +155,8 @@ int PDataSequence_cls::GetLoadedFrameNumber() const {
         }));
 }
 
-void PDataSequence_cls::SetCameraInfo(const PositionAndDirection_cls& camera) {
-    mpCGLDrawData->SetCameraPos(camera);
-}
-
-void PDataSequence_cls::GLDrawData(int face, int frame, double dt, int lightCount, float* pLightPos,
-                                   double lengthA, double lengthB, bool bShadowPass, int /*panelIndex*/) {
-    mpCGLDrawData->mbShadowPass = bShadowPass;
-    mpCGLDrawData->SetLightSourceInfo(lightCount, pLightPos, lengthA, lengthB);
-    GetSnap(frame)->GLDrawData(face, mpCGLDrawData, mpCGLAttribute, dt);
-}
-
 bool PDataSequence_cls::ExportData(DataExporter_cls* pExporter, int index, double dt, int frame) {
-    return GetSnap(index)->ExportData(pExporter, dt, mpCGLAttribute[0]->mpCDrawOption->GetDownSizing(),
-                                      frame);
-}
-
-void PDataSequence_cls::RefreshGLAttribTex() {
-    for (GLAttribute_cls* pAttribute : mpCGLAttribute)
-        pAttribute->RefreshTex();
+    return GetSnap(index)->ExportData(pExporter, dt, mpCDrawing->GetThinning(), frame);
 }
 
 void PDataSequence_cls::Special_Copy(int dst, int src) {
@@ -209,12 +182,10 @@ wxString PDataSequence_cls::GetPathForProject() const {
     return !there.empty() && MakeAbsolute(there) == whole ? mStrGivenPath : whole;
 }
 
-// "DataSequence0=0", the path as the user gave it on a line of its own, then the attributes.
+// "DataSequence0=0", the path as the user gave it on a line of its own, then the drawing state.
 wxString PDataSequence_cls::Serialize() const {
-    wxString text = mCItemFile.mStrKey + mCItemFile.mStrValue + "\n" + GetPathForProject() + "\n";
-    for (const GLAttribute_cls* pAttribute : mpCGLAttribute)
-        text += pAttribute->Serialize();
-    return text;
+    return mCItemFile.mStrKey + mCItemFile.mStrValue + "\n" + GetPathForProject() + "\n" +
+           mpCDrawing->Serialize();
 }
 
 void PDataSequence_cls::ReadStrLine(std::wistream& stream, const wxString& line) {
@@ -225,8 +196,5 @@ void PDataSequence_cls::ReadStrLine(std::wistream& stream, const wxString& line)
             path.pop_back();
         OpenDataFile(path);
     }
-    // All keys of the attributes hold the sequence's prefix; most lines of a project are none of them.
-    if (!line.Contains(mStrPrefix)) return;
-    for (GLAttribute_cls* pAttribute : mpCGLAttribute)
-        pAttribute->ReadStrLine(stream, line);
+    mpCDrawing->ReadStrLine(stream, line);
 }

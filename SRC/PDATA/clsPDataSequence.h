@@ -1,4 +1,5 @@
-// A file sequence as a fixed array of 10000 snapshots, with what draws it.
+// A file sequence as a fixed array of 10000 snapshots. What draws it is known only by what the store asks of
+// it.
 #pragma once
 
 #include <istream>
@@ -7,22 +8,17 @@
 
 #include "CONFITEM/clsConfItem.h"
 #include "PDATA/clsFileSequence.h"
+#include "PDATA/clsSequenceDrawing.h"
 
 class DataExporter_cls;
-class DrawOption_cls;
-class GLAttribute_cls;
-class GLDrawData_cls;
 class PDataBlock_cls;
 class PDataSnap_cls;
-class PositionAndDirection_cls;
-class wxWindow;
 
 class PDataSequence_cls {
 public:
     static constexpr int kMaxSnap = 10000;
-    static constexpr int kAttributeNumber = 4;
 
-    PDataSequence_cls(int seqIndex, DrawOption_cls* pDrawOption);
+    PDataSequence_cls(int seqIndex, const MakeSequenceDrawing& makeDrawing);
     ~PDataSequence_cls();
     PDataSequence_cls(const PDataSequence_cls&) = delete;
     PDataSequence_cls& operator=(const PDataSequence_cls&) = delete;
@@ -35,6 +31,7 @@ public:
     /// index -2: every slot (with bForget the file sequence goes too); else one slot.
     void Clear(int index, bool bForget);
     int ClampIndexWithinRange(int index) const;
+    PDataSnap_cls* GetSnap(int index) const; ///< the nearest one there is
     int GetSeqLength() const { return mCFileSequence.mMaxOffset; }
     void SetSeqLength(int length) { mCFileSequence.mMaxOffset = length; }
 
@@ -53,14 +50,11 @@ public:
     long long GetUsedTotalMemoryMB() const;
     int GetLoadedFrameNumber() const;
 
-    /// Camera in data coordinates for sorting and billboards.
-    void SetCameraInfo(const PositionAndDirection_cls& camera);
-    void GLDrawData(int face, int frame, double dt, int lightCount, float* pLightPos, double lengthA,
-                    double lengthB, bool bShadowPass, int panelIndex);
+    /// What draws this sequence; GLSequence_cls::Of has it whole.
+    SequenceDrawing_cls& GetDrawing() const { return *mpCDrawing; }
     /// Go on writing the data `dt` after snapshot `index`, thinned out as the views show them, as the film's
     /// frame `frame`; true when that is done.
     bool ExportData(DataExporter_cls* pExporter, int index, double dt, int frame);
-    void RefreshGLAttribTex();
     void Special_Copy(int dst, int src);
 
     wxString Serialize() const;
@@ -70,20 +64,17 @@ public:
     static bool DoesSequenceExist(const wxString& path);
     static wxString msStrProjectDir; ///< folder of the project under reading or writing, empty otherwise
 
-    PDataSnap_cls* mpCSnap[kMaxSnap];                  ///< owned, chained by mpCNext and mpCPrev
-    int mSeqIndex;                                     ///< 0 to 3
-    GLDrawData_cls* mpCGLDrawData;                     ///< owned
-    GLAttribute_cls* mpCGLAttribute[kAttributeNumber]; ///< owned
+    PDataSnap_cls* mpCSnap[kMaxSnap]; ///< owned, chained by mpCNext and mpCPrev
+    int mSeqIndex;                    ///< 0 to 3
     FileSequence_cls mCFileSequence;
     ConfItemSTR_cls mCItemFile;
 
 private:
     wxString GetPathForProject() const;
-    PDataSnap_cls* GetSnap(int index) const;
     wxString FindPath(const wxString& path);
     void SetIndividualFilenames();
 
-    wxString mStrPrefix; ///< of the attributes' keys
+    std::unique_ptr<SequenceDrawing_cls> mpCDrawing;
     wxString mStrGivenPath;
     wxString mStrLastProjectDir; ///< folder that a relative path was last found in: undo opens it again
 };

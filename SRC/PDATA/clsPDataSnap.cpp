@@ -10,8 +10,11 @@
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
 #include "COMMON/clsUpdateStatusBar.h"
+#include "PDATA/SnapshotWriter.h"
+#include "PDATA/clsDataExporter.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSequence.h"
+#include "PDATA/clsSequenceDrawing.h"
 
 PDataSnap_cls* PDataSnap_cls::mspCOnBehalf = nullptr;
 
@@ -158,11 +161,18 @@ void PDataSnap_cls::InterpolateData(bool bWait) {
     mbInterpolateStarted = mpCBlock->InterpolateData(bNext ? mpCNext->mpCBlock : mpCBlock);
 }
 
+bool PDataSnap_cls::ExportData(DataExporter_cls* pExporter, double dt, int step, int frame) {
+    if (IsUnderRead()) return false;
+    // Velocities that are just becoming slopes are neither.
+    if (mpCBlock->IsUnderInterpolation()) WaitInterpolator();
+    return pExporter->ExportData(SnapshotSource_st::Of(*mpCBlock, dt, step), frame);
+}
+
 void PDataSnap_cls::ReleaseData() {
     WaitThreadReading(this, true);
     if (IsUnderRead()) PollReader(); // arrays under the reader's hands never go, whatever flag is up
     if (mpCBlock->IsUnderInterpolation()) WaitInterpolator();
-    ReleaseDrawnSnapshot();
+    if (mpCSequence) mpCSequence->GetDrawing().LetGo(*mpCBlock);
     mpCBlock->ReleaseData();
     mbLoadStarted = false;
     mbInterpolateStarted = false;

@@ -6,8 +6,6 @@
 #include <wx/string.h>
 
 class DataExporter_cls;
-class GLAttribute_cls;
-class GLDrawData_cls;
 class PDataBlock_cls;
 class PDataSequence_cls;
 
@@ -38,9 +36,6 @@ public:
     /// ReleaseData; with `bForget` path, time and file status go too.
     void Clear(bool bForget);
     long long GetUsedMemoryKB() const;
-    /// Draw at `dt` after this snapshot's time; rebuilds the draw-time snapshot when it no longer fits.
-    void GLDrawData(int face, GLDrawData_cls* pDraw, GLAttribute_cls** ppAttribute, double dt);
-
     /// Go on writing this snapshot, `dt` after its time, as the film's frame `frame`; true when that is done.
     bool ExportData(DataExporter_cls* pExporter, double dt, int step, int frame);
 
@@ -73,5 +68,4 @@ private:
     bool IsUnderRead() const { return mbLoadStarted && !mbLoaded.load(std::memory_order_acquire); }
     void LookForFile();
     bool PrepareNext(bool bWait);
-    void ReleaseDrawnSnapshot();
 };

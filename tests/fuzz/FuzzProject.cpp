@@ -10,6 +10,7 @@
 #include "GL/BASE/clsPreference.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsGLSequence.h"
 #include "PARAM/clsParamGroup.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataSeqCtrl.h"
@@ -29,7 +30,7 @@ struct Settings_st {
     TimeCtrl_cls mTime{nullptr};
     ParamGroup_cls mRemap{"Time Remap", 1, kTime, 0, true};
     DrawOption_cls mOption;
-    PDataSeqCtrl_cls mStore{&mOption, false};
+    PDataSeqCtrl_cls mStore{GLSequence_cls::GetMaker(&mOption), false};
     PeriodicBoundary_cls mPeriodic;
     CameraPath_cls mCamera;
     AnchorPath_cls mAnchor;
@@ -75,7 +76,7 @@ void CheckCurves(ParamGroup_cls& group) {
 bool HoldsKey(const Settings_st& settings) {
     if (settings.mLoader.mCItemLastOpened.mStrValue.Contains("=")) return true;
     for (const PDataSequence_cls* sequence : settings.mStore.mpCSequence)
-        for (const GLAttribute_cls* attribute : sequence->mpCGLAttribute)
+        for (const GLAttribute_cls* attribute : GLSequence_cls::Of(*sequence).mpCGLAttribute)
             if (attribute->mTexFileBillboard.mStrValue.Contains("=")) return true;
     return false;
 }

@@ -9,10 +9,10 @@
 
 #include "COMMON/Globals.h"
 #include "GL/BASE/clsPositionAndDirection.h"
+#include "GL/DRAW/clsSnapData.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSnap.h"
-#include "PDATA/clsSnapData.h"
 
 DrawTest::DrawTest() = default;
 DrawTest::~DrawTest() = default;

@@ -11,6 +11,7 @@
 #include "COLORCURVE/clsColorCurve.h"
 #include "COMMON/EventIds.h"
 #include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsGLSequence.h"
 #include "GL/VIEW/clsExposure.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsOverlay.h"
@@ -75,10 +76,13 @@ void PictureTest::ShowParticles(const std::vector<Point>& points, int size) {
     for (const wxString line :
          {"ColConstantColor=1 1 1 1", "ColUseColorCurve=0", "DrawType=0", "BlendType=0"}) {
         std::wistringstream none;
-        Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence()->mpCGLAttribute[0]->ReadStrLine(none,
-                                                                                          "SEQ0TYPE0" + line);
+        GLSequence_cls::Of(*Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence())
+            .mpCGLAttribute[0]
+            ->ReadStrLine(none, "SEQ0TYPE0" + line);
     }
-    Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence()->mpCGLAttribute[0]->mPointSize.mValue = size;
+    GLSequence_cls::Of(*Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence())
+        .mpCGLAttribute[0]
+        ->mPointSize.mValue = size;
     ASSERT_TRUE(OpenAndPaint(path));
 }
 

@@ -9,6 +9,7 @@
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLAttributeGUI.h"
+#include "GL/DRAW/clsGLSequence.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
 #include "GuiTest.h"
@@ -48,7 +49,7 @@ protected:
     }
     static wxWindow* Side() { return Book()->GetParent(); }
     static GLAttribute_cls* Attribute(int index) {
-        return Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence()->mpCGLAttribute[index];
+        return GLSequence_cls::Of(*Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence()).mpCGLAttribute[index];
     }
     static int Lit() { return Grab(0).CountLit(40); }
     /// Mean colour of the lit pixels.

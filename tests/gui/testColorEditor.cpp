@@ -16,6 +16,7 @@
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLAttributeGUI.h"
+#include "GL/DRAW/clsGLSequence.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GuiTest.h"
 #include "PARAM/clsParamGroup.h"
@@ -41,7 +42,9 @@ protected:
         // All particles of this file are of type 1.
         Color().mbUseColorCurve.mValue = true;
         Color().mDependType.mValue = 0;
-        Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence()->mpCGLAttribute[1]->mPointSize.mValue = 4;
+        GLSequence_cls::Of(*Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence())
+            .mpCGLAttribute[1]
+            ->mPointSize.mValue = 4;
         GbSnapDataRefresh.store(true);
         Menu(ID_REFRESH_GL);
         GCUndoList.Clear();
@@ -56,7 +59,9 @@ protected:
         GuiTest::TearDown();
     }
     static ColorCurve_cls& Color() {
-        return Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence()->mpCGLAttribute[1]->mColor;
+        return GLSequence_cls::Of(*Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence())
+            .mpCGLAttribute[1]
+            ->mColor;
     }
     static ColorCurveGUI_cls* Gui() {
         return static_cast<ColorCurveGUI_cls*>(Hub()->mpCColorCurveCtrl->GetPCDialog());
@@ -160,7 +165,8 @@ TEST_F(ColorEditor, ThePageFitsItsRangeToo) {
     auto* book = static_cast<wxNotebook*>(Frame()->FindWindow(int(ID_NOTEBOOK_ATTRIB)));
     book->SetSelection(1);
     wxWindow* page = book->GetPage(1);
-    GLAttribute_cls& attribute = *Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence()->mpCGLAttribute[1];
+    GLAttribute_cls& attribute =
+        *GLSequence_cls::Of(*Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence()).mpCGLAttribute[1];
     attribute.mpCGUI->UpdateValues();
     ASSERT_TRUE(Settle());
     const Picture_st before = Grab(0);
@@ -192,15 +198,17 @@ TEST_F(ColorEditor, ButtonOfThePageOpensItsCurve) {
     Gui()->CloseEXKey();
     auto* book = static_cast<wxNotebook*>(Frame()->FindWindow(int(ID_NOTEBOOK_ATTRIB)));
     book->SetSelection(2);
-    Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence()->mpCGLAttribute[2]->mColor.mbUseColorCurve.mValue =
-        true;
+    GLSequence_cls::Of(*Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence())
+        .mpCGLAttribute[2]
+        ->mColor.mbUseColorCurve.mValue = true;
     Menu(ID_REFRESH_ATTRIB);
     wxWindow* button = FindByTip(book, "Colours by the quantity");
     ASSERT_TRUE(button);
     ClickOn(button);
     EXPECT_TRUE(WaitForWindow("Color Curve Editor - Attrib 2 : Color"));
-    Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence()->mpCGLAttribute[2]->mColor.mbUseColorCurve.mValue =
-        false;
+    GLSequence_cls::Of(*Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence())
+        .mpCGLAttribute[2]
+        ->mColor.mbUseColorCurve.mValue = false;
 }
 
 TEST_F(ColorEditor, ProjectKeepsTheKeysAndTheEditorShowsThem) {

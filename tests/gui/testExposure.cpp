@@ -12,12 +12,13 @@
 #include "COMMON/EventIds.h"
 #include "GL/BASE/clsFBO.h"
 #include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsGLSequence.h"
 #include "GL/VIEW/clsExposure.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
-#include "IMAGE/clsImageIO.h"
 #include "GL/VIEW/clsOverlay.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
 #include "GoldenPicture.h"
+#include "IMAGE/clsImageIO.h"
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
@@ -107,8 +108,9 @@ TEST_F(Exposure, LightThatTheScreenCannotShowIsKept) {
     LookAlongX();
     ShowParticles({{4, 0, 0}, {4, 0, 0}, {4, 0, 0}}, 40);
     std::wistringstream none;
-    Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence()->mpCGLAttribute[0]->ReadStrLine(none,
-                                                                                      "SEQ0TYPE0BlendType=1");
+    GLSequence_cls::Of(*Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence())
+        .mpCGLAttribute[0]
+        ->ReadStrLine(none, "SEQ0TYPE0BlendType=1");
     EXPECT_EQ(Show(0, 0, 0)[0], 255);
     Set("Level=0 4");
     EXPECT_NEAR(Show(0, 0, 0)[0], 255.0 * 3 / 4, 1.5) << "three particles that add up";
@@ -168,7 +170,8 @@ TEST_F(Exposure, StepsOfAMotionBlurAddUpToTheirMean) {
 TEST_F(Exposure, AnImageComesWithWhatIsWrittenOnTop) {
     ShowParticles({{100, 0, 0}}, 1);
     Hub()->mpCOverlay->mShowLegend.mValue[0] = true;
-    GLAttribute_cls& attribute = *Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence()->mpCGLAttribute[0];
+    GLAttribute_cls& attribute =
+        *GLSequence_cls::Of(*Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence()).mpCGLAttribute[0];
     const float color[4] = {0.2f, 0.4f, 0.6f, 0.5f};
     std::copy_n(color, 4, attribute.mColor.mConstantColor.mValue);
     Image_st image;

@@ -11,6 +11,7 @@
 #include "COMMON/RuntimeFiles.h"
 #include "GL/BASE/clsGLTexture.h"
 #include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsGLSequence.h"
 #include "GL/VIEW/clsDistortion.h"
 #include "GL/VIEW/clsFishEye.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
@@ -53,7 +54,7 @@ protected:
         ShowParticles(points, 12);
     }
     static GLAttribute_cls& Attribute() {
-        return *Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence()->mpCGLAttribute[0];
+        return *GLSequence_cls::Of(*Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence()).mpCGLAttribute[0];
     }
     static void SetView(int geometry, float angle) {
         Canvas(0)->SetGeometry(geometry);

@@ -11,6 +11,7 @@
 #include "COLORCURVE/clsColorCurve.h"
 #include "COMMON/EventIds.h"
 #include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsGLSequence.h"
 #include "GL/VIEW/clsExposure.h"
 #include "GL/VIEW/clsInformation.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
@@ -46,7 +47,9 @@ protected:
     }
     static Overlay_cls* Settings() { return Hub()->mpCOverlay; }
     static ColorCurve_cls& Curve(int which) {
-        return Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence()->mpCGLAttribute[which]->mColor;
+        return GLSequence_cls::Of(*Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence())
+            .mpCGLAttribute[which]
+            ->mColor;
     }
     static int CountLit(const wxRect& rect) {
         const Picture_st picture = Grab(0);

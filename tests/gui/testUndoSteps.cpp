@@ -13,6 +13,7 @@
 #include "APP/clsMain.h"
 #include "COMMON/EventIds.h"
 #include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsGLSequence.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GuiTest.h"
 #include "PARAM/clsParamGroup.h"
@@ -56,7 +57,9 @@ protected:
         return static_cast<wxNotebook*>(Frame()->FindWindow(int(ID_NOTEBOOK_ATTRIB)));
     }
     static wxWindow* Side() { return Book()->GetParent(); }
-    static GLAttribute_cls* Attribute() { return Store()->GetPCActiveFileSequence()->mpCGLAttribute[1]; }
+    static GLAttribute_cls* Attribute() {
+        return GLSequence_cls::Of(*Store()->GetPCActiveFileSequence()).mpCGLAttribute[1];
+    }
     static bool IsEnabled(int id) {
         Frame()->GetMenuBar()->GetMenu(1)->UpdateUI();
         return Frame()->GetMenuBar()->IsEnabled(id);

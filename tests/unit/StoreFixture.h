@@ -13,7 +13,6 @@
 
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
-#include "GL/DRAW/clsDrawOption.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSeqCtrl.h"
@@ -47,7 +46,9 @@ struct HandBlock_st {
 
 class StoreFixture : public ::testing::Test {
 protected:
-    StoreFixture() : mLoader(nullptr), mStore(&mOption, false) {
+    /// Nobody draws the sequences but what `makeDrawing` makes.
+    explicit StoreFixture(const MakeSequenceDrawing& makeDrawing = {})
+        : mLoader(nullptr), mStore(makeDrawing, false) {
         std::string folder = (std::filesystem::temp_directory_path() / "morentis_store_XXXXXX").string();
         mFolder = mkdtemp(folder.data());
         mLoader.mCItemInterpolateType.mValue = 0;
@@ -102,7 +103,6 @@ protected:
     };
     std::string mFolder;
     std::vector<Message_st> mMessages;
-    DrawOption_cls mOption;
     DataLoader_cls mLoader;
     PDataSeqCtrl_cls mStore;
 };

@@ -4,10 +4,10 @@
 #include <fstream>
 #include <iterator>
 
+#include "DrawnStoreFixture.h"
+#include "GL/DRAW/clsSnapData.h"
 #include "PDATA/clsDataExporter.h"
-#include "PDATA/clsSnapData.h"
 #include "ReaderTestTools.h"
-#include "StoreFixture.h"
 
 namespace {
 
@@ -21,7 +21,7 @@ std::string ReadFile(const std::string& path) {
     return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
 }
 
-class ExportStore : public StoreFixture {
+class ExportStore : public DrawnStoreFixture {
 protected:
     /// Export the data `frac` behind snapshot `index`, as a paint does.
     std::string ExportAt(DataExporter_cls& exporter, int index, double frac, int downsize = 1) {
@@ -63,7 +63,7 @@ TEST_F(ExportStore, AFractionIsWhatTheViewDraws) {
     const PDataBlock_cls& block = *Snap(0).mpCBlock;
     const double dt = Sequence().GetDT(0, frac);
     ASSERT_EQ(dt, 0.6);
-    const SnapData_cls drawn(Snap(0).mpCBlock, Sequence().mpCGLAttribute, dt, 1);
+    const SnapData_cls drawn(Snap(0).mpCBlock, Drawing().mpCGLAttribute, dt, 1);
     const TestLoader_cls loader(0, kDefaultHead, kDefaultBody);
     const TestArrays_cls arrays(10);
     ReadBody(loader, path, 10, arrays);

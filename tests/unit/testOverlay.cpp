@@ -2,13 +2,13 @@
 #include <gtest/gtest.h>
 #include <wx/image.h>
 
+#include "GL/DRAW/clsSnapData.h"
 #include "GL/VIEW/clsDrawClrLegend.h"
 #include "GL/VIEW/clsDrawTimeIndex.h"
 #include "GL/VIEW/clsExposure.h"
 #include "GL/VIEW/clsInformation.h"
 #include "GL/VIEW/clsOverlay.h"
 #include "PARAM/clsUndoManager.h"
-#include "PDATA/clsSnapData.h"
 #include "StoreFixture.h"
 
 namespace {

@@ -7,10 +7,10 @@
 #include "APP/ProjectText.h"
 #include "APP/clsRecentFiles.h"
 #include "COMMON/SafeFile.h"
+#include "DrawnStoreFixture.h"
 #include "GL/DRAW/clsGLAttribute.h"
-#include "ParamTest.h"
 #include "PDATA/clsPDataSequence.h"
-#include "StoreFixture.h"
+#include "ParamTest.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
@@ -18,7 +18,7 @@ namespace {
 const wxString kSuffixes[] = {"Time"};
 
 /// The objects of a project that need no window.
-class ProjectText : public StoreFixture {
+class ProjectText : public DrawnStoreFixture {
 protected:
     void ReadBytes(const std::string& bytes) {
         const std::wstring text = DecodeProject(bytes);
@@ -137,7 +137,7 @@ TEST_F(ProjectText, IndicesThatAreNoneAreNobodys) {
     const wxString before = mStore.Serialize();
     ReadBad("strange_indices.mrp");
     EXPECT_EQ(Scale(), 10.0f);
-    EXPECT_FALSE(mStore.GetPCActiveFileSequence()->mpCGLAttribute[0]->mDrawType.mValue == 1);
+    EXPECT_FALSE(Drawing().mpCGLAttribute[0]->mDrawType.mValue == 1);
     EXPECT_TRUE(mStore.GetStrActiveFileSequencePath().empty());
     const wxString text = mStore.Serialize();
     ReadBytes(EncodeProject(text));

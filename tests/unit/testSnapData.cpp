@@ -5,10 +5,11 @@
 #include <memory>
 #include <numeric>
 
+#include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsSnapData.h"
+#include "GL/DRAW/clsThreadSnapInterpolate.h"
 #include "PDATA/ParticleScalars.h"
-#include "PDATA/clsSnapData.h"
-#include "PDATA/clsThreadSnapInterpolate.h"
 
 namespace {
 
@@ -217,7 +218,7 @@ TEST_F(SnapData, RangeAndHistogramOfADrivingScalar) {
     EXPECT_EQ(std::accumulate(none.begin(), none.end(), 0.0f), 0.0f) << "a scale without extent";
     // A thinned snapshot has only every step-th particle, and values at its own time.
     const SnapData_cls snap(&block, mAttribute, 0.5, 10);
-    const ParticleScalars_st thin = ParticleScalars_st::Of(snap);
+    const ParticleScalars_st thin = snap.GetScalars();
     const std::vector<float> bins = thin.Count(1, -1, -100.0f, 100.0f, 1);
     EXPECT_EQ(bins[0], 500.0f);
 }

@@ -5,9 +5,6 @@
 #include <wx/stopwatch.h>
 #include <wx/utils.h>
 
-#include "GL/DRAW/clsGLAttribute.h"
-#include "GL/DRAW/clsGLDrawData.h"
-#include "PDATA/clsSnapData.h"
 #include "PDATA/clsThreadInterpolator.h"
 
 namespace {
@@ -125,10 +122,9 @@ TEST_F(Store, TextFormFindsTheDataBesideTheProject) {
     PDataSequence_cls::msStrProjectDir = mFolder;
     mStore.OpenDataFile("run0000.bin");
     const wxString text = mStore.Serialize();
-    EXPECT_TRUE(text.StartsWith("DataSequence0=0\nrun0000.bin\nSEQ0TYPE0"));
+    EXPECT_TRUE(text.StartsWith("DataSequence0=0\nrun0000.bin\nDataSequence1=1\n"));
     mStore.ClearData(-2, -2, true);
-    EXPECT_TRUE(mStore.Serialize().StartsWith("DataSequence0=0\n\nSEQ0TYPE0"));
-    Sequence().mpCGLAttribute[2]->mAlphaFactor.mValue = 7.0f;
+    EXPECT_TRUE(mStore.Serialize().StartsWith("DataSequence0=0\n\nDataSequence1=1\n"));
     EXPECT_EQ(ReadBack(text), text);
     EXPECT_EQ(mStore.GetActiveFileSequenceLength(), 3);
     // Saved elsewhere, where the short name leads nowhere, the path is written whole.
@@ -197,8 +193,7 @@ TEST_F(Store, EmptySnapshotsAreReadyWithNothing) {
     for (int index = 0; index < 3; ++index) {
         mStore.PrepareIndex(index, 0.5, false, true);
         EXPECT_TRUE(mStore.IsTheIndexReady(index, 0.5, false)) << index;
-        SnapData_cls snap(Snap(index).mpCBlock, Sequence().mpCGLAttribute, 0.5, 1);
-        EXPECT_EQ(snap.mNumber, index == 1 ? 10 : 0);
+        EXPECT_EQ(Snap(index).GetParticleNumber(), index == 1 ? 10 : 0);
     }
     EXPECT_EQ(Snap(0).mpCBlock->mpPos, nullptr);
     EXPECT_TRUE(mMessages.empty());
@@ -252,34 +247,6 @@ TEST_F(Store, ReleaseWaitsForTheInterpolatorOfBothBlocks) {
             EXPECT_EQ(Snap(0).mpCBlock->mpVel[kMany - 1][0], 0.0f);
         }
     }
-}
-
-TEST_F(Store, ReleasedBlocksLeaveNoDanglingSnapshot) {
-    OpenRun(2);
-    mStore.PrepareIndex(0, 0.0, false, true);
-    const auto make = [this] {
-        GLDrawData_cls::mspCSnapShot = new SnapData_cls(Snap(0).mpCBlock, Sequence().mpCGLAttribute, 0.0, 1);
-    };
-    make();
-    EXPECT_TRUE(GLDrawData_cls::mspCSnapShot->IsItSameSnap(Snap(0).mpCBlock, 0.0, 1));
-    Snap(1).ReleaseData();
-    EXPECT_NE(GLDrawData_cls::mspCSnapShot, nullptr);
-    Snap(0).ReleaseData();
-    EXPECT_EQ(GLDrawData_cls::mspCSnapShot, nullptr);
-
-    mStore.PrepareIndex(0, 0.0, false, true);
-    make();
-    {
-        const FlagScope_cls painting(GbGLLockDrawing);
-        Snap(0).ReleaseData();
-    }
-    ASSERT_NE(GLDrawData_cls::mspCSnapShot, nullptr);
-    for (int i = 0; i < 10; ++i)
-        EXPECT_EQ(GLDrawData_cls::mspCSnapShot->mpType[i], i % 5);
-    mStore.PrepareIndex(0, 0.0, false, true);
-    EXPECT_FALSE(GLDrawData_cls::mspCSnapShot->IsItSameSnap(Snap(0).mpCBlock, 0.0, 1));
-    delete GLDrawData_cls::mspCSnapShot;
-    GLDrawData_cls::mspCSnapShot = nullptr;
 }
 
 TEST_F(Store, TenThousandSlotsAndNoMore) {

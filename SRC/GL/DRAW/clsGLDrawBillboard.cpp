@@ -10,8 +10,8 @@
 #include "GL/DRAW/clsDrawProgress.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLBillboardBatch.h"
+#include "GL/DRAW/clsSnapData.h"
 #include "GL/DRAW/clsViewScale.h"
-#include "PDATA/clsSnapData.h"
 
 namespace {
 

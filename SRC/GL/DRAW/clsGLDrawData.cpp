@@ -7,7 +7,7 @@
 #include "GL/DRAW/clsDrawList.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
-#include "PDATA/clsSnapData.h"
+#include "GL/DRAW/clsSnapData.h"
 
 ArrayAndIndex_cls* GLDrawData_cls::mspIndexAndZ = nullptr;
 int GLDrawData_cls::msDownsizedAtFBO0 = 0;

@@ -12,7 +12,7 @@
 #include "GL/DRAW/clsDrawProgress.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLPointBatch.h"
-#include "PDATA/clsSnapData.h"
+#include "GL/DRAW/clsSnapData.h"
 
 namespace {
 

@@ -14,7 +14,7 @@
 #include "GL/DRAW/clsGLSphereBatch.h"
 #include "GL/DRAW/clsSequentialLooks.h"
 #include "GL/DRAW/clsSequentialPoints.h"
-#include "PDATA/clsSnapData.h"
+#include "GL/DRAW/clsSnapData.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include "GL/DRAW/clsDrawProgress.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLSphereBatch.h"
-#include "PDATA/clsSnapData.h"
+#include "GL/DRAW/clsSnapData.h"
 
 wxString GLDrawData_cls::msStrMessage;
 

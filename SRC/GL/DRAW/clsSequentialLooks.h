@@ -1,8 +1,8 @@
 // How the four classes of particles look when all are drawn in one pass.
 #pragma once
 
+#include "GL/DRAW/clsSnapData.h"
 #include "GL/DRAW/clsSphereLook.h"
-#include "PDATA/clsSnapData.h"
 
 class GLAttribute_cls;
 

@@ -3,7 +3,7 @@
 #include <epoxy/gl.h>
 
 #include "GL/DRAW/clsGLAttribute.h"
-#include "PDATA/clsSnapData.h"
+#include "GL/DRAW/clsSnapData.h"
 
 SphereLook_cls::SphereLook_cls(GLAttribute_cls& attribute, SnapData_cls& snap) {
     ColorCurve_cls* const curves[3] = {&attribute.mAmbient, &attribute.mDiffuse, &attribute.mSpecular};

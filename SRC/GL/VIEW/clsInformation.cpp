@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "GL/DRAW/clsGLDrawData.h"
+#include "GL/DRAW/clsSnapData.h"
 #include "GL/VIEW/clsInformationGUI.h"
 #include "PDATA/clsPDataBlock.h"
-#include "PDATA/clsSnapData.h"
 
 bool Information_cls::Values_st::operator==(const Values_st& other) const {
     return std::equal(mPos, mPos + 3, other.mPos) && mRadius == other.mRadius && mValue1 == other.mValue1 &&

@@ -5,7 +5,7 @@
 #include "GL/BASE/clsGLState.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLDrawData.h"
-#include "PDATA/clsPDataSequence.h"
+#include "GL/DRAW/clsGLSequence.h"
 #include "SCENE/clsLightSRCCtrl.h"
 
 // The camera stands in the model-view matrix. Lights that throw shadows are left to passes of their own
@@ -23,7 +23,7 @@ void MainGLCanvas_cls::DrawDataMain() {
     glEnable(GL_DEPTH_TEST);
     const GLMatrixScope_cls matrix;
     // A scene box moves the data, and the camera's copy into its coordinates.
-    mpCFrame->GetPCActiveFileSequence()->SetCameraInfo(mCFaceCam);
+    GLSequence_cls::Of(*mpCFrame->GetPCActiveFileSequence()).SetCameraInfo(mCFaceCam);
     // Mesh objects are drawn first.
     if (mShowData.mValue && mMoment.bData) DrawDataCopyLoop(false);
     // Shadow volumes follow: once into the stencil, once over what they hide.
@@ -37,7 +37,7 @@ void MainGLCanvas_cls::DrawDataLitDiffuse(int lightIndex) {
     glEnable(GL_LIGHTING);
     glEnable(GL_DEPTH_TEST);
     const GLMatrixScope_cls matrix;
-    mpCFrame->GetPCActiveFileSequence()->SetCameraInfo(mCFaceCam);
+    GLSequence_cls::Of(*mpCFrame->GetPCActiveFileSequence()).SetCameraInfo(mCFaceCam);
     if (mShowData.mValue && mMoment.bData) DrawDataCopyLoop(false);
 }
 
@@ -47,7 +47,7 @@ void MainGLCanvas_cls::DrawDataCopyLoop(bool bShadowPass) {
     float light[4];
     float angles[2];
     lights.GetLightInfo(mMoment.doubleIndex, light, angles, lights.GetFirstShadowedLight(), true, nullptr);
-    mpCFrame->GetPCActiveFileSequence()->GLDrawData(mMoment.face, mMoment.dataFrame, mMoment.dt,
-                                                    lights.GetLightNumber(), light, 0.0, 0.0, bShadowPass,
-                                                    mPanelIndex);
+    GLSequence_cls::Of(*mpCFrame->GetPCActiveFileSequence())
+        .GLDrawData(mMoment.face, mMoment.dataFrame, mMoment.dt, lights.GetLightNumber(), light, 0.0, 0.0,
+                    bShadowPass, mPanelIndex);
 }

@@ -5,6 +5,7 @@
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsGLSequence.h"
 #include "GL/VIEW/clsDrawClrLegend.h"
 #include "GL/VIEW/clsDrawTimeIndex.h"
 #include "PDATA/clsPDataSequence.h"
@@ -27,9 +28,9 @@ void MainGLCanvas_cls::DrawOverlays(int w, int h, bool bToImage) {
     const double time = sequence.GetTime(mMoment.dataFrame);
     mspCDrawTimeIndex->DrawTimeInfo(time == kTimeUnset ? time : time + mMoment.dt, w, h, target);
     if (sequence.GetFilename(mMoment.dataFrame).empty()) return; // no data, no colours of theirs
-    const ColorCurve_cls* curves[PDataSequence_cls::kAttributeNumber];
-    for (int i = 0; i < PDataSequence_cls::kAttributeNumber; ++i) {
-        const GLAttribute_cls& attribute = *sequence.mpCGLAttribute[i];
+    const ColorCurve_cls* curves[GLSequence_cls::kAttributeNumber];
+    for (int i = 0; i < GLSequence_cls::kAttributeNumber; ++i) {
+        const GLAttribute_cls& attribute = *GLSequence_cls::Of(sequence).mpCGLAttribute[i];
         curves[i] = attribute.mDrawType.mValue == kSphere ? &attribute.mAmbient : &attribute.mColor;
     }
     mspCDrawClrLegend->DrawClrLegend(curves, w, h, target);

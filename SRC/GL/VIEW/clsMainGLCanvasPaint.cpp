@@ -14,9 +14,10 @@
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLInfo.h"
 #include "GL/BASE/clsGLState.h"
-#include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsDrawProgress.h"
+#include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLDrawData.h"
+#include "GL/DRAW/clsGLSequence.h"
 #include "GL/VIEW/clsFishEye.h"
 #include "GL/VIEW/clsInformation.h"
 #include "IMAGE/clsImgSequence.h"
@@ -216,7 +217,7 @@ void MainGLCanvas_cls::InitializeGLIfNot() {
     {
         const GLAttribScope_cls attributes;
         GLInfo_cls::Initialize();
-        mpCFrame->GetPCActiveFileSequence()->RefreshGLAttribTex();
+        GLSequence_cls::Of(*mpCFrame->GetPCActiveFileSequence()).RefreshGLAttribTex();
         // Shapes come here.
     }
     FBO_cls::Initialize();

@@ -13,6 +13,7 @@
 #include "GL/DRAW/clsDrawOptionGUI.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLAttributeGUI.h"
+#include "GL/DRAW/clsGLSequence.h"
 #include "GL/VIEW/clsExposure.h"
 #include "GL/VIEW/clsExposureGUI.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
@@ -20,7 +21,6 @@
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsOverlay.h"
 #include "GL/VIEW/clsOverlayGUI.h"
-#include "PDATA/clsPDataSequence.h"
 #include "WIDGET/DenseStyle.h"
 
 namespace {
@@ -115,8 +115,9 @@ void TopHalfPanel_cls::CreateBooks(wxWindow* pParent) {
     const wxSize size(kBookWidth, kFirstSize.y / 2);
     side->SetSize(kBookWidth, kFirstSize.y);
     mpCAttribBook = new wxNotebook(side, ID_NOTEBOOK_ATTRIB, wxDefaultPosition, size);
-    for (int i = 0; i < PDataSequence_cls::kAttributeNumber; ++i)
-        AddPage(mpCAttribBook, mpCSequence->mpCGLAttribute[i], wxString::Format("%s %d", _("Attrib"), i));
+    for (int i = 0; i < GLSequence_cls::kAttributeNumber; ++i)
+        AddPage(mpCAttribBook, GLSequence_cls::Of(*mpCSequence).mpCGLAttribute[i],
+                wxString::Format("%s %d", _("Attrib"), i));
     mpCOptionBook = new wxNotebook(side, ID_NOTEBOOK_OPTION, wxDefaultPosition, size);
     AddPage(mpCOptionBook, mPages.mpCDrawOption, _("Option"));
     AddPage(mpCOptionBook, mPages.mpCOverlay, _("Overlay"));
@@ -180,7 +181,7 @@ void TopHalfPanel_cls::ClearStatusGLPanels() {
 }
 
 void TopHalfPanel_cls::RefreshAttrib() {
-    for (GLAttribute_cls* pAttribute : mpCSequence->mpCGLAttribute) {
+    for (GLAttribute_cls* pAttribute : GLSequence_cls::Of(*mpCSequence).mpCGLAttribute) {
         if (!pAttribute->mpCGUI) continue;
         pAttribute->mpCGUI->UpdateValues();
         pAttribute->mpCGUI->HideAndShow();

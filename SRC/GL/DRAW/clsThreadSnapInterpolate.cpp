@@ -1,4 +1,4 @@
-#include "PDATA/clsThreadSnapInterpolate.h"
+#include "GL/DRAW/clsThreadSnapInterpolate.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "PDATA/clsSnapData.h"
+#include "GL/DRAW/clsSnapData.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,17 +11,16 @@
 #include "COMMON/MsgBox.h"
 #include "COMMON/OnThreads.h"
 #include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsThreadSnapInterpolate.h"
 #include "PDATA/ParticleScalars.h"
 #include "PDATA/clsArrayPool.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSeqCtrl.h"
-#include "PDATA/clsPDataSequence.h"
 #include "PDATA/clsPDataSnap.h"
-#include "PDATA/clsThreadSnapInterpolate.h"
 
 namespace {
 
-constexpr int kAttributeNumber = PDataSequence_cls::kAttributeNumber;
+constexpr int kAttributeNumber = kParticleClasses;
 constexpr unsigned kFirstComputed = ParticleScalars_st::kFirstComputed; // these need the derived array
 
 template <class T>
@@ -118,7 +117,7 @@ bool SnapData_cls::IsItSameSnap(PDataBlock_cls* pBlock, double dt, int step) con
     return mStep == 1 || mStep == step;
 }
 
-bool SnapData_cls::IsInterpolateRequired(GLAttribute_cls** ppAttribute) {
+bool SnapData_cls::IsInterpolateRequired(GLAttribute_cls* const* ppAttribute) {
     return std::any_of(ppAttribute, ppAttribute + kAttributeNumber, [](const GLAttribute_cls* pAttribute) {
         const auto computed = [pAttribute](int which) {
             return CurveOf(*pAttribute, which).mDependType.mValue >= kFirstComputed;
@@ -140,6 +139,18 @@ void SnapData_cls::SetPValue1(float** ppOut, GLAttribute_cls* pAttribute, int wh
     const unsigned depend = CurveOf(*pAttribute, which).mDependType.mValue;
     if (depend >= kFirstComputed) SetValue1Dash(depend);
     *ppOut = depend == 1 ? mpRadius : depend >= kFirstComputed && mbValue1Dash ? mpValue1Dash : mpValue1;
+}
+
+ParticleScalars_st SnapData_cls::GetScalars() const {
+    ParticleScalars_st scalars;
+    if (!mbAllocated) return scalars;
+    scalars = ParticleScalars_st::Of(*mpCBlock);
+    scalars.mpRadius = mpRadius;
+    scalars.mpValue1 = mpValue1;
+    scalars.mpType = mpType;
+    scalars.mNumber = mNumber;
+    scalars.mStep = mStep;
+    return scalars;
 }
 
 bool SnapData_cls::AllocateValue1Dash() {

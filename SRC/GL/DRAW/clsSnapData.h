@@ -4,6 +4,7 @@
 
 class GLAttribute_cls;
 class PDataBlock_cls;
+struct ParticleScalars_st;
 
 class SnapData_cls {
 public:
@@ -16,13 +17,15 @@ public:
     /// Does this snapshot serve the given block, time and step? Consumes GbSnapDataRefresh.
     bool IsItSameSnap(PDataBlock_cls* pBlock, double dt, int step) const;
     /// True if any attribute's colour depends on a computed quantity (depend value 2 or more).
-    static bool IsInterpolateRequired(GLAttribute_cls** ppAttribute);
+    static bool IsInterpolateRequired(GLAttribute_cls* const* ppAttribute);
     /// The block is about to give its arrays back while this snapshot may be on its way to the screen: take
     /// over what is borrowed. The snapshot serves no other draw after that.
     void TakeOverFromBlock();
     /// The values that drive a curve of an attribute: 0 colour, 1 ambient, 2 diffuse, 3 specular. A derived
     /// quantity is computed on first use; all curves share the first one that was asked for.
     void SetPValue1(float** ppOut, GLAttribute_cls* pAttribute, int which);
+    /// The scalars as they are drawn: values and radii at the time on show, computed ones from the block.
+    ParticleScalars_st GetScalars() const;
 
     PDataBlock_cls* mpCBlock; ///< source, not owned
     bool mbAllocated = false;

@@ -1,0 +1,165 @@
+#include "GL/DRAW/clsGLSequence.h"
+
+#include <cmath>
+#include <cstdio>
+
+#include "COMMON/Globals.h"
+#include "GL/DRAW/clsDrawOption.h"
+#include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsGLDrawData.h"
+#include "GL/DRAW/clsSnapData.h"
+#include "PDATA/clsPDataBlock.h"
+#include "PDATA/clsPDataSequence.h"
+#include "PDATA/clsPDataSnap.h"
+
+namespace {
+
+// What of an attribute is worked into the draw-time snapshot's colours.
+struct AlphaSetting {
+    unsigned mType = 0;
+    float mFactor = 0.0f;
+    float mDependBase = 0.0f;
+    float mMax = 0.0f;
+
+    bool operator==(const AlphaSetting& other) const {
+        return mType == other.mType && mFactor == other.mFactor && mDependBase == other.mDependBase &&
+               mMax == other.mMax;
+    }
+};
+
+AlphaSetting sLastAlpha[GLSequence_cls::kAttributeNumber];
+
+/// Remember the settings of this draw; true when they differ from the last one's.
+bool TakeAlphaSettings(GLAttribute_cls** ppAttribute) {
+    bool bChanged = false;
+    for (int k = 0; k < GLSequence_cls::kAttributeNumber; ++k) {
+        const GLAttribute_cls& attribute = *ppAttribute[k];
+        const AlphaSetting now = {attribute.mAlphaType.mValue, attribute.mAlphaFactor.mValue,
+                                  attribute.mAlphaDependBase.mValue, attribute.mAlphaMax.mValue};
+        bChanged = bChanged || !(now == sLastAlpha[k]);
+        sLastAlpha[k] = now;
+    }
+    return bChanged;
+}
+
+void MakeSnapshot(PDataBlock_cls* pBlock, GLAttribute_cls** ppAttribute, double dt, int step) {
+    std::puts("MakeSnapshot");
+    delete GLDrawData_cls::mspCSnapShot;
+    GLDrawData_cls::mspCSnapShot = nullptr; // making one may evict, which looks at it
+    GLDrawData_cls::mspCSnapShot = new SnapData_cls(pBlock, ppAttribute, dt, step);
+    std::puts("MakeSnapshotEnd");
+}
+
+} // namespace
+
+GLSequence_cls::GLSequence_cls(PDataSequence_cls& sequence, DrawOption_cls* pDrawOption)
+    : mpCGLDrawData(new GLDrawData_cls), mSequence(sequence),
+      mStrPrefix(wxString::Format("SEQ%d", sequence.mSeqIndex)) {
+    for (int k = 0; k < kAttributeNumber; ++k)
+        mpCGLAttribute[k] = new GLAttribute_cls(&sequence, sequence.mSeqIndex, k, pDrawOption);
+}
+
+GLSequence_cls::~GLSequence_cls() {
+    delete mpCGLDrawData;
+    for (GLAttribute_cls* pAttribute : mpCGLAttribute)
+        delete pAttribute;
+}
+
+MakeSequenceDrawing GLSequence_cls::GetMaker(DrawOption_cls* pDrawOption) {
+    return [pDrawOption](PDataSequence_cls& sequence) {
+        return std::make_unique<GLSequence_cls>(sequence, pDrawOption);
+    };
+}
+
+GLSequence_cls& GLSequence_cls::Of(const PDataSequence_cls& sequence) {
+    return static_cast<GLSequence_cls&>(sequence.GetDrawing());
+}
+
+void GLSequence_cls::SetCameraInfo(const PositionAndDirection_cls& camera) {
+    mpCGLDrawData->SetCameraPos(camera);
+}
+
+void GLSequence_cls::GLDrawData(int face, int frame, double dt, int lightCount, float* pLightPos,
+                                double lengthA, double lengthB, bool bShadowPass, int /*panelIndex*/) {
+    mpCGLDrawData->mbShadowPass = bShadowPass;
+    mpCGLDrawData->SetLightSourceInfo(lightCount, pLightPos, lengthA, lengthB);
+    DrawSnapshot(face, *mSequence.GetSnap(frame), dt);
+}
+
+void GLSequence_cls::DrawSnapshot(int face, PDataSnap_cls& snap, double dt) {
+    PDataBlock_cls* pBlock = snap.mpCBlock;
+    if (!snap.IsItLoaded() || snap.GetParticleNumber() < 1 || !pBlock->mbAllocated) return;
+    // Slopes that are still being written are no picture.
+    const bool bSlopes = !(dt == 0.0) || AreSlopesNeeded();
+    if (bSlopes && pBlock->IsUnderInterpolation()) PDataSnap_cls::WaitInterpolator();
+    GbAbort.store(false);
+    GDrawingPercentage.store(0);
+    const int step = GetThinning();
+    const bool bAlphaChanged = TakeAlphaSettings(mpCGLAttribute);
+    const SnapData_cls* pSnap = GLDrawData_cls::mspCSnapShot;
+    if (!pSnap || !pSnap->IsItSameSnap(pBlock, dt, step) || bAlphaChanged)
+        MakeSnapshot(pBlock, mpCGLAttribute, dt, step);
+    // Memory for it may have been short.
+    if (GLDrawData_cls::mspCSnapShot->mbAllocated) Dispatch(face);
+    GDrawingPercentage.store(100);
+}
+
+void GLSequence_cls::Dispatch(int face) {
+    SnapData_cls* pSnap = GLDrawData_cls::mspCSnapShot;
+    GLAttribute_cls* pFirst = mpCGLAttribute[0];
+    if (pFirst->mpCDrawOption->mClassify.mValue != 0) {
+        mpCGLDrawData->GLDrawSequential(face, pSnap, mpCGLAttribute);
+        return;
+    }
+    switch (pFirst->mDrawType.mValue) {
+    case 0:
+        if (pFirst->mColor.IsConstant())
+            mpCGLDrawData->GLDrawPointArrayElement(face, pSnap, pFirst);
+        else
+            mpCGLDrawData->GLDrawPointAll(face, pSnap, pFirst);
+        break;
+    case 1:
+        mpCGLDrawData->GLDrawBillboardAll(face, pSnap, pFirst);
+        break;
+    case 2:
+        mpCGLDrawData->GLDrawSphereAll(face, pSnap, pFirst);
+        break;
+    default: // both (3) and hide (4) draw nothing
+        break;
+    }
+}
+
+void GLSequence_cls::RefreshGLAttribTex() {
+    for (GLAttribute_cls* pAttribute : mpCGLAttribute)
+        pAttribute->RefreshTex();
+}
+
+bool GLSequence_cls::AreSlopesNeeded() const { return SnapData_cls::IsInterpolateRequired(mpCGLAttribute); }
+
+int GLSequence_cls::GetThinning() const { return mpCGLAttribute[0]->mpCDrawOption->GetDownSizing(); }
+
+void GLSequence_cls::LetGo(PDataBlock_cls& block) {
+    SnapData_cls*& pSnap = GLDrawData_cls::mspCSnapShot;
+    if (!block.mbAllocated || !pSnap || pSnap->mpCBlock != &block) return;
+    if (GbGLLockDrawing.load()) {
+        // A paint that let events through is reading it.
+        pSnap->TakeOverFromBlock();
+        return;
+    }
+    delete pSnap;
+    pSnap = nullptr;
+}
+
+wxString GLSequence_cls::Serialize() const {
+    wxString text;
+    for (const GLAttribute_cls* pAttribute : mpCGLAttribute)
+        text += pAttribute->Serialize();
+    return text;
+}
+
+void GLSequence_cls::ReadStrLine(std::wistream& stream, const wxString& line) {
+    // All keys of the attributes hold the sequence's prefix; most lines of a project are none of them.
+    if (!line.Contains(mStrPrefix)) return;
+    for (GLAttribute_cls* pAttribute : mpCGLAttribute)
+        pAttribute->ReadStrLine(stream, line);
+}

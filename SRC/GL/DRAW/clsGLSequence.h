@@ -1,0 +1,48 @@
+// Draws one file sequence: owns the four attribute sets and the draw calls' state, and keeps the one draw-time
+// snapshot. UI thread; drawing with a current context.
+#pragma once
+
+#include "PDATA/ParticleArrays.h"
+#include "PDATA/clsSequenceDrawing.h"
+
+class DrawOption_cls;
+class GLAttribute_cls;
+class GLDrawData_cls;
+class PDataSnap_cls;
+class PositionAndDirection_cls;
+
+class GLSequence_cls : public SequenceDrawing_cls {
+public:
+    static constexpr int kAttributeNumber = kParticleClasses;
+
+    GLSequence_cls(PDataSequence_cls& sequence, DrawOption_cls* pDrawOption);
+    ~GLSequence_cls() override;
+
+    /// For the store: each of its sequences gets one of these.
+    static MakeSequenceDrawing GetMaker(DrawOption_cls* pDrawOption);
+    /// What draws a sequence of a store that was made with GetMaker.
+    static GLSequence_cls& Of(const PDataSequence_cls& sequence);
+
+    /// Camera in data coordinates for sorting and billboards.
+    void SetCameraInfo(const PositionAndDirection_cls& camera);
+    /// Draw snapshot `frame` (the last one when it lies past the end), `dt` behind its time. `face` 0 sorts.
+    void GLDrawData(int face, int frame, double dt, int lightCount, float* pLightPos, double lengthA,
+                    double lengthB, bool bShadowPass, int panelIndex);
+    void RefreshGLAttribTex();
+
+    bool AreSlopesNeeded() const override;
+    int GetThinning() const override;
+    void LetGo(PDataBlock_cls& block) override;
+    wxString Serialize() const override;
+    void ReadStrLine(std::wistream& stream, const wxString& line) override;
+
+    GLDrawData_cls* mpCGLDrawData;                     ///< owned
+    GLAttribute_cls* mpCGLAttribute[kAttributeNumber]; ///< owned
+
+private:
+    void DrawSnapshot(int face, PDataSnap_cls& snap, double dt);
+    void Dispatch(int face);
+
+    PDataSequence_cls& mSequence; ///< owner
+    wxString mStrPrefix;          ///< of the attributes' keys
+};
