@@ -31,6 +31,7 @@
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/MessageBoxes.h"
+#include "WIDGET/MenuQueue.h"
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
 #include "WIDGET/clsColourDialogEX.h"
 #include "WIDGET/clsFileDialogEX.h"
@@ -47,7 +48,7 @@ constexpr int kHighDisplay = 1050;
 FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRect& rect)
     : wxFrame(nullptr, wxID_ANY, title, rect.GetPosition(), rect.GetSize()), mpCMain(pMain), mTimer(this) {
     mspCThis = GpCMainFrameCLS = this;
-    SetMenuEventTarget(this);
+    QueueMenuEventsTo(this);
     // Without a screen somebody else takes the words.
     if (!HasMessageHandler()) InstallMessageBoxes([this](const wxString& text) { ShowNotice(text); });
     const wxString icon = FindRuntimeFile("ICONS/morentis.png");
@@ -94,7 +95,7 @@ FrameMain_cls::~FrameMain_cls() {
     GCImgIO.Finish();
     UpdateStatusBar_cls::Connect({});
     SetMessageHandler({});
-    SetMenuEventTarget(nullptr);
+    QueueMenuEventsTo(nullptr);
     delete mpCPreference;
     delete mpCShortcut;
     delete mpCGLInfo;
@@ -118,7 +119,7 @@ void FrameMain_cls::CreateHalves() {
     const TopHalfPanel_cls::Pages_st pages = {mpCMain->mpCDrawOption, mpCMain->mpCOverlay,
                                               mpCMain->mpCExposure, mpCMain->mpCInformation};
     mpCTopHalf = new TopHalfPanel_cls(mpCSplitter, this, GetPCActiveFileSequence(), pages, mpCPreference);
-    mpCBtmHalf = new BtmHalfPanel_cls(mpCSplitter, mpCMain);
+    mpCBtmHalf = new BtmHalfPanel_cls(mpCSplitter, mpCMain->mpCTimeCtrl, mpCMain->mpCPDataSeqCtrl);
     mpCSplitter->SplitHorizontally(mpCTopHalf, mpCBtmHalf, -mBtmHeight);
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(mpCInfoBar, 0, wxEXPAND);

@@ -1,5 +1,5 @@
-// What the store asks of whoever draws a sequence. The store works with this class itself as well: then nobody
-// draws.
+// What the store asks of whoever draws a sequence. The store works with this class itself as well: then
+// nobody draws.
 #pragma once
 
 #include <functional>

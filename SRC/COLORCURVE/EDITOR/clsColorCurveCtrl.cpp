@@ -68,6 +68,6 @@ std::vector<wxString> ColorCurveCtrl_cls::GetDependLabels() {
             _("Velocity(Y)"), _("Velocity(Z)"), _("ID")};
 }
 
-wxDialogEXKey* ColorCurveCtrl_cls::MakeDialog(wxWindow* pParent) {
+OwnedDialog_cls* ColorCurveCtrl_cls::MakeDialog(wxWindow* pParent) {
     return new ColorCurveGUI_cls(pParent, this);
 }

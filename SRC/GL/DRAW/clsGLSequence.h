@@ -1,5 +1,5 @@
-// Draws one file sequence: owns the four attribute sets and the draw calls' state, and keeps the one draw-time
-// snapshot. UI thread; drawing with a current context.
+// Draws one file sequence: owns the four attribute sets and the draw calls' state, and keeps the one
+// draw-time snapshot. UI thread; drawing with a current context.
 #pragma once
 
 #include "PDATA/ParticleArrays.h"

@@ -31,8 +31,4 @@ PeriodicBoundaryGUI_cls::PeriodicBoundaryGUI_cls(wxWindow* pParent, PeriodicBoun
     SetSizerAndFit(sizer);
 }
 
-wxDialogEXKey* PeriodicBoundary_cls::MakeDialog(wxWindow* pParent) {
-    return new PeriodicBoundaryGUI_cls(pParent, this);
-}
-
 void PeriodicBoundaryGUI_cls::UpdateValues() { mpCPanel->UpdateValues(); }
