@@ -20,6 +20,9 @@ if(MOLD_PROGRAM)
   add_link_options(-fuse-ld=mold)
 endif()
 
+# First what needs no window: the floors below the toolkit get nothing else.
+find_package(wxWidgets 3.2 REQUIRED COMPONENTS base)
+set(_wx_base_libraries ${wxWidgets_LIBRARIES})
 find_package(wxWidgets 3.2 REQUIRED COMPONENTS gl core base)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(EPOXY REQUIRED IMPORTED_TARGET epoxy)
@@ -36,6 +39,13 @@ target_compile_options(morentis_platform INTERFACE ${_wx_flags})
 target_link_libraries(morentis_platform INTERFACE ${wxWidgets_LIBRARIES} PkgConfig::EPOXY
                       OpenGL::GL OpenGL::GLU GLUT::GLUT X11::X11 Threads::Threads)
 
+# The same for the fenced floors: without wxUSE_GUI the headers declare no window.
+add_library(morentis_platform_core INTERFACE)
+target_include_directories(morentis_platform_core SYSTEM INTERFACE ${wxWidgets_INCLUDE_DIRS})
+target_compile_definitions(morentis_platform_core INTERFACE ${wxWidgets_DEFINITIONS} wxUSE_GUI=0)
+target_compile_options(morentis_platform_core INTERFACE ${_wx_flags})
+target_link_libraries(morentis_platform_core INTERFACE ${_wx_base_libraries} Threads::Threads)
+
 # What all our own code is compiled with.
 add_library(morentis_flags INTERFACE)
 target_include_directories(morentis_flags INTERFACE ${CMAKE_SOURCE_DIR}/SRC)
@@ -48,16 +58,32 @@ if(MORENTIS_SANITIZE)
   target_link_options(morentis_flags INTERFACE -fsanitize=${MORENTIS_SANITIZE})
 endif()
 
-# One precompiled header, compiled once and used by every library.
-add_library(morentis_pch STATIC ${CMAKE_SOURCE_DIR}/cmake/pch.cpp)
-target_link_libraries(morentis_pch PRIVATE morentis_platform morentis_flags)
-target_precompile_headers(morentis_pch PRIVATE ${CMAKE_SOURCE_DIR}/cmake/pch.h)
-target_compile_options(morentis_pch PRIVATE -fpch-preprocess)
+# Two precompiled headers, each compiled once: one for the fenced floors, one for all others.
+foreach(kind "" "_core")
+  add_library(morentis_pch${kind} STATIC ${CMAKE_SOURCE_DIR}/cmake/pch.cpp)
+  target_link_libraries(morentis_pch${kind} PRIVATE morentis_platform${kind} morentis_flags)
+  target_precompile_headers(morentis_pch${kind} PRIVATE ${CMAKE_SOURCE_DIR}/cmake/pch${kind}.h)
+  target_compile_options(morentis_pch${kind} PRIVATE -fpch-preprocess)
+endforeach()
 
 set(MORENTIS_LIBRARIES "" CACHE INTERNAL "")
+set(MORENTIS_CORE_LIBRARIES "" CACHE INTERNAL "")
 
 # morentis_library(<name> [EXCLUDE file...]): the .cpp files of the calling folder as one static library.
 function(morentis_library name)
+  morentis_add_library(${name} ${ARGN})
+  morentis_compile(morentis_${name})
+endfunction()
+
+# morentis_core_library(<name> [EXCLUDE file...]): the same for a fenced floor, which compiles against
+# wxWidgets' base alone: no window, no OpenGL. tools/check_layers.py holds its includes to that.
+function(morentis_core_library name)
+  morentis_add_library(${name} ${ARGN})
+  morentis_compile_core(morentis_${name})
+  set(MORENTIS_CORE_LIBRARIES ${MORENTIS_CORE_LIBRARIES} morentis_${name} CACHE INTERNAL "")
+endfunction()
+
+function(morentis_add_library name)
   cmake_parse_arguments(arg "" "" "EXCLUDE" ${ARGN})
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
   foreach(file IN LISTS arg_EXCLUDE)
@@ -65,7 +91,6 @@ function(morentis_library name)
   endforeach()
   add_library(morentis_${name} STATIC ${sources})
   set_target_properties(morentis_${name} PROPERTIES LINKER_LANGUAGE CXX)
-  morentis_compile(morentis_${name})
   set(MORENTIS_LIBRARIES ${MORENTIS_LIBRARIES} morentis_${name} CACHE INTERNAL "")
 endfunction()
 
@@ -76,10 +101,23 @@ function(morentis_compile target)
   target_precompile_headers(${target} REUSE_FROM morentis_pch)
 endfunction()
 
+function(morentis_compile_core target)
+  target_link_libraries(${target} PRIVATE morentis_platform_core morentis_flags)
+  target_compile_options(${target} PRIVATE -fpch-preprocess)
+  target_precompile_headers(${target} REUSE_FROM morentis_pch_core)
+endfunction()
+
 # Link a program against all libraries. They meet in both directions at a few
 # sanctioned places (tools/layers.txt), so the linker reads them as one group.
 function(morentis_link target)
   morentis_compile(${target})
   string(REPLACE ";" "," group "${MORENTIS_LIBRARIES}")
   target_link_libraries(${target} PRIVATE "$<LINK_GROUP:RESCAN,${group}>" morentis_platform)
+endfunction()
+
+# Link a program against the fenced floors alone, and against nothing that knows a window.
+function(morentis_link_core target)
+  morentis_compile_core(${target})
+  string(REPLACE ";" "," group "${MORENTIS_CORE_LIBRARIES}")
+  target_link_libraries(${target} PRIVATE "$<LINK_GROUP:RESCAN,${group}>" morentis_platform_core)
 endfunction()

@@ -3,9 +3,13 @@
 
 A header includes headers of its own folder or of a lower floor; a source file
 may include a higher one only where tools/layers.txt says so, with a reason.
+The floors inside the fence (FENCED) include only each other, and of other
+packages only what OUTSIDE lists: no window, no OpenGL. That holds for their
+precompiled header too, and their CMakeLists.txt says so.
 Besides: project includes name files that exist, headers are guarded by a
-pragma, and texts that are written for readers of the project alone stay free
-of references that those readers cannot follow.
+pragma, the drawing in docs/ARCHITECTURE.md shows these floors, and texts that
+are written for readers of the project alone stay free of references that
+those readers cannot follow.
 
 Usage: check_layers.py [root]     exit status 1 when anything was found.
 """
@@ -21,10 +25,10 @@ FLOORS = [
     ["PARAM"],
     ["COLORCURVE", "TIME", "WIDGET"],
     ["COLORCURVE/EDITOR", "PDATA"],
-    ["GL/BASE", "POVRAY/TEXT"],
+    ["GL/BASE", "PDATA/EDITOR", "POVRAY/TEXT"],
     ["SCENE"],
-    ["FILTER"],
     ["GL/DRAW"],
+    ["FILTER"],
     ["IMAGE", "POVRAY"],
     ["GL/VIEW"],
     ["WIDGET/TIMELINE"],
@@ -32,6 +36,21 @@ FLOORS = [
 ]
 FLOOR_OF = {folder: floor for floor, folders in enumerate(FLOORS) for folder in folders}
 
+# Folders that compile and link without a window system (tests/core links them and proves it).
+FENCED = {"COMMON", "CONFITEM", "PARAM", "COLORCURVE", "TIME", "PDATA"}
+FENCED_PCH = "cmake/pch_core.h"
+# What they may include in angle brackets, besides C++'s own headers, which have neither slash nor ".h":
+# C, the system, and of wxWidgets what its base library has. Add what you need, if it is of that kind.
+OUTSIDE = {
+    "emmintrin.h", "fcntl.h", "locale.h", "unistd.h", "sys/file.h", "sys/mman.h", "sys/stat.h",
+    "wx/defs.h", "wx/filefn.h", "wx/filename.h", "wx/intl.h", "wx/stdpaths.h", "wx/stopwatch.h",
+    "wx/strconv.h", "wx/string.h", "wx/thread.h", "wx/utils.h",
+}
+
+OUTSIDE_INCLUDE = re.compile(r"^\s*#\s*include\s*<([^>]+)>")
+# A line of the drawing: number of the floor on its first line, folder (in brackets: not there yet; with a
+# star: inside the fence), what lives there.
+DRAWN = re.compile(r"^ {0,2}(\d+)? +(\(?)([A-Z]+(?:/[A-Z]+)*)(\)?)(\*?)(?:\s|$)")
 INCLUDE = re.compile(r'^\s*#\s*include\s*"([^"]+)"')
 PRAGMA = re.compile(r"^\s*#\s*pragma\s+once\b", re.M)
 ENTRY = re.compile(r"^(\S+)\s*->\s*(\S+)\s*:\s*(\S.*)$")
@@ -127,7 +146,58 @@ class Checker:
             match = INCLUDE.match(line)
             if match:
                 used |= self.check_include(source, own, number, match[1])
+            match = OUTSIDE_INCLUDE.match(line)
+            if match and own in FENCED:
+                self.check_outside(shown, number, match[1])
         return used
+
+    def check_outside(self, shown, number, name):
+        if name not in OUTSIDE and ("/" in name or name.endswith(".h")):
+            self.error(shown, number, f"<{name}> is beyond the fence: no window and no OpenGL here")
+
+    def check_fence(self):
+        """The fenced floors' precompiled header, and which folders are built inside the fence."""
+        path = self.root / FENCED_PCH
+        for number, line in enumerate(read(path).splitlines() if path.exists() else [], 1):
+            match = OUTSIDE_INCLUDE.match(line)
+            if match:
+                self.check_outside(FENCED_PCH, number, match[1])
+            elif INCLUDE.match(line):
+                self.error(FENCED_PCH, number, "only headers of other packages are compiled beforehand")
+        for folder in FLOOR_OF:
+            path = self.src / folder / "CMakeLists.txt"
+            if path.exists() and ("morentis_core_library(" in read(path)) != (folder in FENCED):
+                self.error(f"SRC/{folder}/CMakeLists.txt", 1,
+                           "must use morentis_core_library" if folder in FENCED
+                           else "morentis_core_library is for the fenced floors")
+
+    def check_drawing(self):
+        """The first drawing under "Floors" shows FLOORS, top-down, a folder a line."""
+        name = "docs/ARCHITECTURE.md"
+        path = self.root / name
+        if not path.exists():
+            return
+        before, _, rest = read(path).partition("```\n")
+        start = before.count("\n") + 1
+        floor = None
+        drawn = {}
+        for number, line in enumerate(rest.partition("```")[0].splitlines(), start + 1):
+            match = DRAWN.match(line)
+            if not match:
+                self.error(name, number, "not a line of the drawing of the floors")
+                continue
+            floor = int(match[1]) if match[1] else floor
+            folder = match[3]
+            drawn[folder] = number
+            if folder not in FLOOR_OF or FLOOR_OF[folder] + 1 != floor:
+                self.error(name, number, f"{folder} doesn't stand on floor {floor} in tools/check_layers.py")
+            elif bool(match[2]) == (self.src / folder).is_dir():
+                self.error(name, number, f"{folder}: brackets are for folders that aren't there yet")
+            elif bool(match[5]) != (folder in FENCED):
+                self.error(name, number, f"{folder}: a star is for folders inside the fence")
+        for folder in FLOOR_OF:
+            if folder not in drawn:
+                self.error(name, start, f"the drawing of the floors lacks {folder}")
 
     def check_include(self, source, own, number, name):
         shown = f"SRC/{source}"
@@ -137,6 +207,9 @@ class Checker:
         folder = folder_of(pathlib.PurePosixPath(name))
         if folder is None:
             self.error(shown, number, f'"{name}" lies in a folder without a floor')
+            return set()
+        if own in FENCED and folder not in FENCED:
+            self.error(shown, number, f'"{name}" is beyond the fence around {own}: ask for it through a hook')
             return set()
         if folder == own or FLOOR_OF[folder] < FLOOR_OF[own]:
             return set()
@@ -165,6 +238,8 @@ class Checker:
     def run(self):
         self.read_sanctions()
         self.check_sources()
+        self.check_fence()
+        self.check_drawing()
         self.check_words()
         return self.errors
 

@@ -17,7 +17,7 @@
 #include "COMMON/MsgBox.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
 #include "PDATA/clsDataLoader.h"
-#include "PDATA/clsDataLoaderGUI.h"
+#include "PDATA/EDITOR/clsDataLoaderGUI.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
 #include "PDATA/clsPeriodicBoundary.h"

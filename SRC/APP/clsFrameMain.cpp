@@ -34,6 +34,7 @@
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/MessageBoxes.h"
+#include "WIDGET/MenuQueue.h"
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
 #include "WIDGET/clsColourDialogEX.h"
 #include "WIDGET/clsFileDialogEX.h"
@@ -50,7 +51,7 @@ constexpr int kHighDisplay = 1050;
 FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRect& rect)
     : wxFrame(nullptr, wxID_ANY, title, rect.GetPosition(), rect.GetSize()), mpCMain(pMain), mTimer(this) {
     mspCThis = GpCMainFrameCLS = this;
-    SetMenuEventTarget(this);
+    QueueMenuEventsTo(this);
     // Without a screen somebody else takes the words.
     if (!HasMessageHandler()) InstallMessageBoxes([this](const wxString& text) { ShowNotice(text); });
     const wxString icon = FindRuntimeFile("ICONS/morentis.png");
@@ -97,7 +98,7 @@ FrameMain_cls::~FrameMain_cls() {
     GCImgIO.Finish();
     UpdateStatusBar_cls::Connect({});
     SetMessageHandler({});
-    SetMenuEventTarget(nullptr);
+    QueueMenuEventsTo(nullptr);
     mpCHelpMenu.reset();
     mpCEditMenu.reset();
     mpCExportRun.reset();
@@ -129,7 +130,7 @@ void FrameMain_cls::CreateHalves() {
     const TopHalfPanel_cls::Pages_st pages = {mpCMain->mpCDrawOption, mpCMain->mpCOverlay,
                                               mpCMain->mpCExposure, mpCMain->mpCInformation};
     mpCTopHalf = new TopHalfPanel_cls(mpCSplitter, GetViewLinks(), GetPCActiveFileSequence(), pages);
-    mpCBtmHalf = new BtmHalfPanel_cls(mpCSplitter, mpCMain);
+    mpCBtmHalf = new BtmHalfPanel_cls(mpCSplitter, mpCMain->mpCTimeCtrl, mpCMain->mpCPDataSeqCtrl);
     mpCSplitter->SplitHorizontally(mpCTopHalf, mpCBtmHalf, -mBtmHeight);
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(mpCInfoBar, 0, wxEXPAND);

@@ -34,6 +34,7 @@
 #include "GL/VIEW/clsOverlay.h"
 #include "IMAGE/clsImgSequence.h"
 #include "PARAM/clsParamGroup.h"
+#include "PDATA/EDITOR/DataDialogs.h"
 #include "PDATA/clsDataExporter.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataBlock.h"
@@ -88,6 +89,7 @@ Main_cls::Main_cls() {
     mpCDataExporter = new DataExporter_cls(mpCDataLoader);
     mpCPeriodicBoundary = new PeriodicBoundary_cls;
     mpCDataLoader->mpCPeriodic = mpCPeriodicBoundary;
+    LinkDataDialogs(*mpCDataLoader, *mpCDataExporter, *mpCPeriodicBoundary);
     PDataBlock_cls::mspCDataLoaderLink = mpCDataLoader;
     mpCCameraPath = new CameraPath_cls;
     mpCAnchorPath = new AnchorPath_cls;

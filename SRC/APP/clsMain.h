@@ -5,6 +5,9 @@
 
 #include <wx/string.h>
 
+#include "PDATA/DataOpener.h"
+#include "TIME/TimeHost.h"
+
 class AnchorPath_cls;
 class CameraPath_cls;
 class ColorCurveCtrl_cls;
@@ -31,11 +34,11 @@ class Scene_cls;
 class TimeCtrl_cls;
 class wxWindow;
 
-class Main_cls {
+class Main_cls : public TimeHost_cls, public DataOpener_cls {
 public:
     /// Builds all objects and the main frame (not yet shown) and reads the configure file.
     Main_cls();
-    ~Main_cls();
+    ~Main_cls() override;
     Main_cls(const Main_cls&) = delete;
     Main_cls& operator=(const Main_cls&) = delete;
 
@@ -43,16 +46,14 @@ public:
 
     // The store, as the clock and the panels ask for it.
     int GetUsedTotalMemoryMB() const;
-    int GetMemoryLimitMB() const;
-    /// MB a loaded snapshot; -1 if none is loaded.
-    int GetAverageMemoryMB() const;
-    bool IsTheIndexReady(int index, double frac) const;
-    bool IsTheIndexLoaded(int index) const;
+    int GetMemoryLimitMB() const override;
+    int GetAverageMemoryMB() const override;
+    bool IsTheIndexReady(int index, double frac) const override;
+    bool IsTheIndexLoaded(int index) const override;
 
     /// Wait for reader and interpolator; paints may run meanwhile.
     void WaitThreadFinish();
-    /// Close what is open and open the sequence of `path`, as a step that undo takes back.
-    void OpenDataFileCommand(const wxString& path);
+    void OpenDataFileCommand(const wxString& path) override;
     void OpenDataFile(const wxString& path);
     /// Bring work area, active area and current frame into the film, whatever they were.
     void CheckAreas();
@@ -86,8 +87,7 @@ public:
     static wxString GetFolderOfRecovered(const std::wstring& text);
     /// Keep what can be kept: the program ends without being asked. Doesn't touch the display.
     void LastWords();
-    /// Data that were opened by the user stand at the top of the recent ones.
-    void NoteOpenedData(const wxString& path);
+    void NoteOpenedData(const wxString& path) override;
     void OpenColorCurveDialog();
     /// Debug aid: radius, type and value of the previous snapshot into the current one.
     void Special();

@@ -9,6 +9,7 @@
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "TIME/clsTimeCtrl.h"
+#include "WIDGET/Clipboard.h"
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
 #include "WIDGET/TIMELINE/clsParamGUICtrl.h"
 #include "WIDGET/TIMELINE/clsParamTL.h"
@@ -17,6 +18,7 @@
 
 void Main_cls::LinkParamHooks() {
     KeyFrame_cls::FillInterpNames();
+    GParamHooks.mClipboard = PutOnClipboard;
     GParamHooks.mFindParam = [this](const wxString& id) { return GetPCParamFromID(id); };
     GParamHooks.mMarkSnipping = [this](int frame) {
         mpCPDataSeqCtrl->SetSnipping(mpCTimeCtrl->GetRemappedIndex(frame));
@@ -49,6 +51,7 @@ void Main_cls::MakeTimeLines() {
 void Main_cls::UnlinkParamHooks() {
     mpCParamGUICtrl = nullptr; // went with the frame
     GCUndoList.Clear();
+    GParamHooks.mClipboard = nullptr;
     GParamHooks.mFindParam = nullptr;
     GParamHooks.mMarkSnipping = nullptr;
     GParamHooks.mGroupRefresh = nullptr;

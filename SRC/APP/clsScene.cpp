@@ -56,7 +56,7 @@ void Scene_cls::KeepAreasInFilm() {
     mpCTime->SetWAMaxCommand(low);
 }
 
-wxDialogEXKey* Scene_cls::MakeDialog(wxWindow* pParent) { return new SceneGUI_cls(pParent, this); }
+OwnedDialog_cls* Scene_cls::MakeDialog(wxWindow* pParent) { return new SceneGUI_cls(pParent, this); }
 
 SceneGUI_cls::SceneGUI_cls(wxWindow* pParent, Scene_cls* pScene)
     : wxDialogEXKey(pParent, _("Scene Config")), mpCScene(pScene) {

@@ -1,7 +1,7 @@
 // The film's length and work area, and their dialog "Scene Config".
 #pragma once
 
-#include "WIDGET/clsDialogControl.h"
+#include "COMMON/clsDialogControl.h"
 #include "WIDGET/clsDialogEXKey.h"
 
 class MultiInputPanel_cls;
@@ -22,7 +22,7 @@ public:
     unsigned mKeyRemap = 0; ///< 0 "do remap": keys keep their share of the film, 1 "do not remap"
 
 protected:
-    wxDialogEXKey* MakeDialog(wxWindow* pParent) override;
+    OwnedDialog_cls* MakeDialog(wxWindow* pParent) override;
 
 private:
     void KeepAreasInFilm();

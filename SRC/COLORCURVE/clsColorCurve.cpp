@@ -16,10 +16,6 @@ namespace {
 constexpr int kChannelNumber = 4;
 const wxString kSuffix[kChannelNumber] = {"R", "G", "B", "A"};
 
-unsigned char ToByte(double value) {
-    return value > 0.0 ? static_cast<unsigned char>(std::min(value, 255.0)) : 0; // nothing for a NaN
-}
-
 /// Edits leave no steps for the length of a scope.
 class NoSteps_cls {
 public:
@@ -107,17 +103,6 @@ void ColorCurve_cls::GetCurveColor(float* pOut, float x) const {
     // Resolution 0: a scalar is never drawn to a key that lies near.
     for (const Parameters_cls& param : mpCParamGroup->mVParams)
         *pOut++ = static_cast<float>(param.Evaluate(x, 0.0));
-}
-
-wxColour ColorCurve_cls::GetWXColor(const wxColour& background, double x, bool bOpaque) const {
-    float color[kChannelNumber];
-    GetColor4fNormal(color, static_cast<float>(x));
-    const double alpha = bOpaque ? 1.0 : static_cast<double>(color[3]);
-    const auto mix = [&](unsigned char back, float value) {
-        return ToByte(back + (255.0 * static_cast<double>(value) - back) * alpha);
-    };
-    return wxColour(mix(background.Red(), color[0]), mix(background.Green(), color[1]),
-                    mix(background.Blue(), color[2]));
 }
 
 void ColorCurve_cls::Flip() { mpCParamGroup->Flip(); }

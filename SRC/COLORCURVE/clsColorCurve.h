@@ -6,8 +6,6 @@
 #include <memory>
 #include <vector>
 
-#include <wx/colour.h>
-#include <wx/image.h>
 #include <wx/string.h>
 
 #include "CONFITEM/clsConfItem.h"
@@ -15,7 +13,9 @@
 
 class KeyFrame_cls;
 class ParamGroup_cls;
+class wxColour;
 class wxDC;
+class wxImage;
 class wxMemoryDC;
 class wxPaintDC;
 class wxRect;
@@ -53,8 +53,6 @@ public:
     void GetColor4fNormal(float* pOut, float x) const;
     /// The same from the keys, whether the curve is in use or not.
     void GetCurveColor(float* pOut, float x) const;
-    /// Swatch colour, over `background` unless opaque.
-    wxColour GetWXColor(const wxColour& background, double x, bool bOpaque) const;
     bool IsConstant() const { return !mbUseColorCurve.mValue; }
 
     // Edits, one step of the undo list each.
@@ -79,7 +77,9 @@ public:
     float GetScaleOffset() const { return mScaleOffset; }
     float GetScaleRange() const { return mScaleRange; }
 
-    // Pictures (clsColorCurveDraw.cpp).
+    // Pictures: they stand with the editor (EDITOR/clsColorCurveDraw.cpp), and who shows them links it.
+    /// Swatch colour, over `background` unless opaque.
+    wxColour GetWXColor(const wxColour& background, double x, bool bOpaque) const;
     /// The colours from 0 at the left edge to 1 at the right one, with an alpha channel unless opaque.
     wxImage GetColorImage(int width, int height, bool bOpaque) const;
     /// The same over a checkerboard of squares of `square` pixels.

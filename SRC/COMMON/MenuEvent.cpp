@@ -2,18 +2,12 @@
 
 #include <atomic>
 
-#include <wx/event.h>
-
 namespace {
-std::atomic<wxEvtHandler*> sTarget{nullptr};
+std::atomic<MenuEventTarget_cls*> sTarget{nullptr};
 }
 
-void SetMenuEventTarget(wxEvtHandler* pTarget) { sTarget.store(pTarget); }
+void SetMenuEventTarget(MenuEventTarget_cls* pTarget) { sTarget.store(pTarget); }
 
 void PostMenuEvent(int id, int intValue) {
-    wxEvtHandler* target = sTarget.load();
-    if (!target) return;
-    auto* event = new wxCommandEvent(wxEVT_MENU, id);
-    event->SetInt(intValue);
-    wxQueueEvent(target, event);
+    if (MenuEventTarget_cls* target = sTarget.load()) target->QueueMenuEvent(id, intValue);
 }

@@ -196,6 +196,6 @@ void ImgSequence_cls::RenderFrameBoxInRender(int w, int h) const {
     glDrawArrays(GL_LINE_LOOP, 0, 4);
 }
 
-wxDialogEXKey* ImgSequence_cls::MakeDialog(wxWindow* pParent) {
+OwnedDialog_cls* ImgSequence_cls::MakeDialog(wxWindow* pParent) {
     return new ImgSequenceGUI_cls(pParent, this);
 }

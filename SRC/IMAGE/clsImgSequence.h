@@ -11,7 +11,7 @@
 #include "CONFITEM/clsConfItem.h"
 #include "CONFITEM/clsConfItemList.h"
 #include "PDATA/clsFileSequence.h"
-#include "WIDGET/clsDialogControl.h"
+#include "COMMON/clsDialogControl.h"
 
 class ImageIO_cls;
 class ImgSequenceGUI_cls;
@@ -83,7 +83,7 @@ public:
     float mVideoRate = 25.0f; ///< pictures a second
 
 protected:
-    wxDialogEXKey* MakeDialog(wxWindow* pParent) override;
+    OwnedDialog_cls* MakeDialog(wxWindow* pParent) override;
 
 private:
     int CountSteps() const;

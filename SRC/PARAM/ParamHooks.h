@@ -27,7 +27,7 @@ struct ParamHooks_st {
     std::function<void(ParamTL_cls*)> mStripRead;
     /// The strip takes part in a drag; x, y in pixels.
     std::function<void(ParamTL_cls*, StripDrag step, int x, int y)> mStripDrag;
-    /// Where copied text goes; the system clipboard from the start.
+    /// Where copied text goes.
     std::function<void(const wxString& text)> mClipboard;
 };
 

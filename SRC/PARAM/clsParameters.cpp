@@ -8,10 +8,6 @@
 #include "PARAM/ParamHooks.h"
 #include "PARAM/ParamText.h"
 
-int Parameters_cls::msFrameNumber = 100;
-int Parameters_cls::msAnimInterp = 1;
-double Parameters_cls::msResolution = 0.01;
-double Parameters_cls::msCurrentDoubleIndex = 0.0;
 bool Parameters_cls::msbUndoCommandMake = true;
 
 namespace {
@@ -26,17 +22,14 @@ std::unordered_set<const Parameters_cls*>& Living() {
 
 Parameters_cls::Parameters_cls(const wxString& id, const wxString& name, bool bTimeDepend,
                                long long updateBit, ParamGroup_cls* pGroup)
-    : mpCParamGroup(pGroup), mID(id), mName(name), mUpdateBit(updateBit), mVKeys(1) {
-    mbTimeDepend.SetItem("timeDepend=", bTimeDepend ? "1" : "0");
-    mPeriodic.SetItem("periodic=", "0");
+    : KeyCurve_cls(bTimeDepend), mpCParamGroup(pGroup), mID(id), mName(name), mUpdateBit(updateBit) {
     DefineConfList();
     Living().insert(this);
 }
 
 Parameters_cls::Parameters_cls(const Parameters_cls& src)
-    : mbTimeDepend(src.mbTimeDepend), mPeriodic(src.mPeriodic), mpCParamGroup(src.mpCParamGroup),
-      mpCParamTL(src.mpCParamTL), mID(src.mID), mName(src.mName), mUpdateBit(src.mUpdateBit),
-      mCurrentValue(src.mCurrentValue), mVKeys(src.mVKeys) {
+    : KeyCurve_cls(src), mpCParamGroup(src.mpCParamGroup), mpCParamTL(src.mpCParamTL), mID(src.mID),
+      mName(src.mName), mUpdateBit(src.mUpdateBit) {
     DefineConfList();
     Living().insert(this);
 }
@@ -71,85 +64,6 @@ void Parameters_cls::CopyCurveFromP(const Parameters_cls& src) {
     mCurrentValue = src.mCurrentValue;
     mVKeys = src.mVKeys;
     DefineConfList();
-}
-
-void Parameters_cls::SetFrameNumber(int frames, int stepsPerFrame) {
-    msFrameNumber = frames;
-    msAnimInterp = std::max(stepsPerFrame, 1);
-    msResolution = frames < 1 ? 1.0 : 1.0 / frames / msAnimInterp;
-}
-
-double Parameters_cls::Quantize(double doubleIndex, unsigned n) {
-    if (n == kFilmGrid) n = msFrameNumber > 0 ? unsigned(msFrameNumber) : 0;
-    const double halves = doubleIndex * n * 2;
-    if (n == 0 || !(std::fabs(halves) < 1e15)) return 0.0;
-    return double((static_cast<long long>(halves) + 1) / 2) / n;
-}
-
-const KeyFrame_cls& Parameters_cls::KeyAt(int i) const {
-    static const KeyFrame_cls sNone;
-    return IsIndex(i) ? mVKeys[size_t(i)] : sNone;
-}
-
-bool Parameters_cls::IsKeyFrame(double doubleIndex, double resolution) const {
-    return !mbTimeDepend.mValue || GetKeyFrameIndexFromDouble(doubleIndex, resolution, false) >= 0;
-}
-
-int Parameters_cls::CheckOverWrite(double doubleIndex, double resolution) const {
-    const double t = Time(doubleIndex);
-    const double half = Resolution(resolution) / 2;
-    for (int i = GetKeyNumber() - 1; i >= 0; --i)
-        if (std::fabs(KeyAt(i).mDoubleIndex - t) < half) return i;
-    return -1;
-}
-
-int Parameters_cls::GetKeyFrameIndexFromDouble(double doubleIndex, double resolution, bool bNearest) const {
-    const double t = Time(doubleIndex);
-    const double half = Resolution(resolution) / 2;
-    for (int i = 0; i < GetKeyNumber(); ++i)
-        if (KeyAt(i).mDoubleIndex < t + half && KeyAt(i).mDoubleIndex >= t - half) return i;
-    if (!bNearest || mVKeys.empty()) return -1;
-    return std::max(GetKeyFrameIndexToInsert(doubleIndex, resolution) - 1, 0);
-}
-
-int Parameters_cls::GetKeyFrameIndexToInsert(double doubleIndex, double resolution) const {
-    const double limit = Time(doubleIndex) + Resolution(resolution) / 2;
-    const auto beyond = std::find_if(mVKeys.begin(), mVKeys.end(),
-                                     [limit](const KeyFrame_cls& key) { return key.mDoubleIndex > limit; });
-    return int(beyond - mVKeys.begin());
-}
-
-double Parameters_cls::GetNextKeyPosDoubleIndex(double doubleIndex, double resolution) const {
-    return KeyAt(std::min(GetKeyFrameIndexToInsert(doubleIndex, resolution), GetKeyNumber() - 1))
-        .mDoubleIndex;
-}
-
-double Parameters_cls::GetPrevKeyPosDoubleIndex(double doubleIndex, double resolution) const {
-    const double limit = Time(doubleIndex) - Resolution(resolution) / 2;
-    for (int i = GetKeyNumber() - 1; i >= 0; --i)
-        if (KeyAt(i).mDoubleIndex < limit) return KeyAt(i).mDoubleIndex;
-    return 0.0;
-}
-
-int Parameters_cls::GetAdjacentKey(double doubleIndex, int dir) const {
-    if (mVKeys.empty()) return -1;
-    const double t = Time(doubleIndex);
-    const int last = GetKeyNumber() - 1;
-    const int here = GetKeyFrameIndexFromDouble(t, kCurrent, false);
-    if (here >= 0) return std::clamp(here + dir, 0, last);
-    int i = dir < 0 ? last : 0;
-    if (dir < 0)
-        while (i > 0 && KeyAt(i).mDoubleIndex >= t)
-            --i;
-    else
-        while (i < last && KeyAt(i).mDoubleIndex <= t)
-            ++i;
-    return i;
-}
-
-bool Parameters_cls::IsValueChanged(double doubleIndex) const {
-    const double t = mbTimeDepend.mValue ? Time(doubleIndex) : 0.0;
-    return mCurrentValue != Evaluate(t, msResolution);
 }
 
 void Parameters_cls::GroupRefresh() {

@@ -8,7 +8,6 @@
 #include "COMMON/EventIds.h"
 #include "COMMON/MenuEvent.h"
 #include "PDATA/SnapshotWriter.h"
-#include "PDATA/clsDataExporterGUI.h"
 #include "PDATA/clsDataLoader.h"
 
 namespace {
@@ -129,17 +128,9 @@ wxString DataExporter_cls::GetRunText() const {
     return text;
 }
 
-DataExporterGUI_cls* DataExporter_cls::GetPCGUI() const {
-    return static_cast<DataExporterGUI_cls*>(GetPCDialog());
-}
-
-wxDialogEXKey* DataExporter_cls::MakeDialog(wxWindow* pParent) {
-    return new DataExporterGUI_cls(pParent, this);
-}
-
 void DataExporter_cls::ShowProgress(bool bNow) {
     if (!bNow && mCShownWatch.Time() < kShowMillis) return;
     mCShownWatch.Start();
-    if (DataExporterGUI_cls* pGUI = GetPCGUI()) pGUI->ShowRun();
+    if (mShowRun) mShowRun();
     PostMenuEvent(ID_REFRESH_SB);
 }

@@ -2,14 +2,14 @@
 // user describes. Driven by the paints of view 0: every frame that comes up is written.
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "COMMON/clsRunProgress.h"
 #include "PDATA/clsFileSequence.h"
 #include "PDATA/clsGrammerBase.h"
-#include "WIDGET/clsDialogControl.h"
+#include "COMMON/clsDialogControl.h"
 
-class DataExporterGUI_cls;
 class DataLoader_cls;
 class PDataBlock_cls;
 class SnapshotWriter_cls;
@@ -60,18 +60,15 @@ public:
     ConfItemINT_cls mCInitNum;       ///< number of the first file
     DataLoader_cls* mpCLoader;
     FileSequence_cls mCFileSequence;
-    int mExportedCount = 0;   ///< files written by this run
-    int mLastFrame = -1;      ///< frame of the film dealt with last
-    bool mbExporting = false; ///< from the button to ExportFinish
-
-protected:
-    wxDialogEXKey* MakeDialog(wxWindow* pParent) override;
+    int mExportedCount = 0;         ///< files written by this run
+    int mLastFrame = -1;            ///< frame of the film dealt with last
+    bool mbExporting = false;       ///< from the button to ExportFinish
+    std::function<void()> mShowRun; ///< the dialog's button and progress as the run stands
 
 private:
     bool ExportNow(const wxString& path, const SnapshotSource_st& source, bool bText, wxString* pReason);
     void FinishFile(int frame);
     void ShowProgress(bool bNow);
-    DataExporterGUI_cls* GetPCGUI() const;
 
     std::unique_ptr<SnapshotWriter_cls> mpCWriter; ///< of the file under way
     int mWriterFrame = -1;

@@ -1,8 +1,11 @@
 #include "PDATA/clsDataLoader.h"
 
-#include "APP/clsMain.h"
+#include <wx/intl.h>
 
-DataLoader_cls::DataLoader_cls(Main_cls* pMain) : GrammerBase_cls("DataLoad"), mpCMain(pMain) {
+#include "COMMON/MsgBox.h"
+#include "PDATA/DataOpener.h"
+
+DataLoader_cls::DataLoader_cls(DataOpener_cls* pMain) : GrammerBase_cls("DataLoad"), mpCMain(pMain) {
     Add(&mCItemLastOpened, "LastOpenedFile=", "NONE");
     Add(&mCItemInterpolateType, "InterpolateType=", "1");
     Add(&mCItemVariableNumber, "VariableNumber=", "0");
@@ -24,4 +27,27 @@ void DataLoader_cls::OpenDataFile(const wxString& path) {
     mpCMain->OpenDataFileCommand(path);
     mCItemLastOpened.mStrValue = path;
     mpCMain->NoteOpenedData(path);
+}
+
+bool DataLoader_cls::CheckGrammer(const GrammerBase_cls& grammer) {
+    if (grammer.IsItemExistBody(BODY_XYZ)) return true;
+    MsgBox(_("No XYZ data."), _("Grammer Error"));
+    return false;
+}
+
+bool DataLoader_cls::OpenWithCheck(const wxString& path) {
+    if (mpCGUI && mDialogHooks.mIsShown && mDialogHooks.mIsShown(mpCGUI))
+        return mDialogHooks.mOpenWithCheck(mpCGUI, path);
+    if (!CheckGrammer(*this)) return false;
+    OpenDataFile(path);
+    return true;
+}
+
+void DataLoader_cls::InitGUI(wxWindow* pParent) {
+    if (!mpCGUI && mDialogHooks.mMake) mpCGUI = mDialogHooks.mMake(pParent);
+}
+
+void DataLoader_cls::OpenWindow(wxWindow* pParent) {
+    InitGUI(pParent);
+    if (mpCGUI && mDialogHooks.mOpen) mDialogHooks.mOpen(mpCGUI);
 }

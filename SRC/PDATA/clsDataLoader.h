@@ -2,21 +2,31 @@
 // readers take the settings at the moment they start, so a change shows at the next read.
 #pragma once
 
+#include <functional>
+
 #include "PDATA/clsGrammerBase.h"
 
 class DataLoaderGUI_cls;
-class Main_cls;
+class DataOpener_cls;
 class PeriodicBoundary_cls;
 class wxWindow;
+
+/// What a loader asks of its dialog. LinkDataDialogs (PDATA/EDITOR) sets these; an empty one does nothing.
+struct LoaderDialogHooks_st {
+    std::function<DataLoaderGUI_cls*(wxWindow* pParent)> mMake;
+    std::function<void(DataLoaderGUI_cls* pDialog)> mOpen; ///< show in front
+    std::function<bool(const DataLoaderGUI_cls* pDialog)> mIsShown;
+    std::function<bool(DataLoaderGUI_cls* pDialog, const wxString& path)> mOpenWithCheck;
+};
 
 class DataLoader_cls : public GrammerBase_cls {
 public:
     /// pMain may be null (no hub: nothing can be opened).
-    explicit DataLoader_cls(Main_cls* pMain);
+    explicit DataLoader_cls(DataOpener_cls* pMain);
 
     /// Translate, scales and logarithm; grammar and interpolation stay.
     void SetToDefault();
-    /// Make the dialog on first use (OpenWindow: then show it). Defined with the dialog.
+    /// Make the dialog on first use (OpenWindow: then show it).
     void InitGUI(wxWindow* pParent);
     void OpenWindow(wxWindow* pParent);
     /// Open the sequence of `path` and remember it.
@@ -29,9 +39,10 @@ public:
     bool ReadStrLine(const wxString& line) { return ReadStrLineAll(line); }
     wxString Serialize() { return SerializeAll(); }
 
-    Main_cls* mpCMain;
+    DataOpener_cls* mpCMain;
     PeriodicBoundary_cls* mpCPeriodic = nullptr; ///< set by the hub
     DataLoaderGUI_cls* mpCGUI = nullptr;         ///< null until first opened
+    LoaderDialogHooks_st mDialogHooks;
 
     ConfItemSTR_cls mCItemLastOpened;       ///< "NONE" or the last path opened
     ConfItemUINT_cls mCItemInterpolateType; ///< 0 linear, 1 Hermite, 2 none

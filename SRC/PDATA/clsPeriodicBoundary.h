@@ -1,10 +1,10 @@
 // The periodic box of the simulation: which axes wrap, its base vectors and a factor for each coordinate.
-// Holds data and its dialog; interpolation, CopyBox and Stick do the work.
+// Holds data alone; interpolation, CopyBox and Stick do the work.
 #pragma once
 
 #include "CONFITEM/clsConfItem.h"
 #include "CONFITEM/clsConfItemList.h"
-#include "WIDGET/clsDialogControl.h"
+#include "COMMON/clsDialogControl.h"
 
 /// Values of the items below, as files hold them.
 enum PeriodicType : unsigned { PERIODIC_NONE = 0, PERIODIC_XY = 1, PERIODIC_XYZ = 2 };
@@ -31,7 +31,4 @@ public:
     ConfItemFLOATARRAY_cls mCPeriodicBaseVector0;
     ConfItemFLOATARRAY_cls mCPeriodicBaseVector1;
     ConfItemFLOATARRAY_cls mCPeriodicBaseVector2;
-
-protected:
-    wxDialogEXKey* MakeDialog(wxWindow* pParent) override; // defined with the dialog
 };

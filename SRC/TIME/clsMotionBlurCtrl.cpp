@@ -1,6 +1,6 @@
 #include "TIME/clsMotionBlurCtrl.h"
 
-#include "TIME/clsTimeCtrl.h"
+#include "TIME/clsFilmTime.h"
 
 void MotionBlurCtrl_cls::BeginMotionBlur(int dir) {
     mbBlur = true;

@@ -1,11 +1,11 @@
 // Sub-steps of one film step, accumulated into one picture.
 #pragma once
 
-class TimeCtrl_cls;
+class FilmTime_cls;
 
 class MotionBlurCtrl_cls {
 public:
-    explicit MotionBlurCtrl_cls(TimeCtrl_cls* pTimeCtrl) : mpCTimeCtrl(pTimeCtrl) {}
+    explicit MotionBlurCtrl_cls(const FilmTime_cls* pTimeCtrl) : mpCTimeCtrl(pTimeCtrl) {}
 
     /// Start sub-stepping in the play direction, +1 or -1.
     void BeginMotionBlur(int dir);
@@ -23,7 +23,7 @@ public:
     /// The picture is complete: blur is off or on its last sub-step.
     bool IsOutputConditionOK() const { return !mbBlur || IsLastBluring(); }
 
-    TimeCtrl_cls* mpCTimeCtrl;
+    const FilmTime_cls* mpCTimeCtrl;
     bool mbBlur = false; ///< sub-stepping is running
     int mBlurStep = 0;
     float mShutter = 0.5f; ///< share of a step that the shutter is open

@@ -18,78 +18,6 @@ constexpr unsigned kAreas =
 
 } // namespace
 
-int TimeCtrl_cls::GetValue(int kind) const {
-    switch (kind) {
-    case TIME_FRAME:
-        return mFrame;
-    case TIME_INTERP_STEP:
-        return mInterpStep;
-    case TIME_WA_MIN:
-        return GetWAMin();
-    case TIME_WA_MAX:
-        return GetWAMax();
-    case TIME_AA_MIN:
-        return GetAAMin();
-    case TIME_AA_MAX:
-        return GetAAMax();
-    case TIME_REPEAT:
-        return mbRepeat.mValue;
-    case TIME_ANIM_STEP:
-        return GetAnimStep();
-    case TIME_ANIM_INTERP:
-        return GetAnimInterp();
-    case TIME_PREFETCH:
-        return mPrefetch;
-    default:
-        return GetMaxFrame();
-    }
-}
-
-void TimeCtrl_cls::SetValueNative(int kind, int value) {
-    constexpr int kPositionMask = UPDATE_GL | UPDATE_TL;
-    switch (kind) {
-    case TIME_FRAME:
-        return SetFrameNative(value, kPositionMask);
-    case TIME_INTERP_STEP:
-        return SetInterpStepNative(value, kPositionMask);
-    case TIME_WA_MIN:
-        return SetWAMinNative(value);
-    case TIME_WA_MAX:
-        return SetWAMaxNative(value);
-    case TIME_AA_MIN:
-        return SetAAMinNative(value);
-    case TIME_AA_MAX:
-        return SetAAMaxNative(value);
-    case TIME_REPEAT:
-        return SetRepeatNative(value);
-    case TIME_ANIM_STEP:
-        return SetAnimStepNative(value);
-    case TIME_ANIM_INTERP:
-        return SetAnimInterpNative(value);
-    case TIME_PREFETCH:
-        return SetPrefetchNative(value);
-    case TIME_MAX_FRAME:
-        return SetMaxFrameNative(value);
-    default:
-        return;
-    }
-}
-
-TimeState_st TimeCtrl_cls::GetState() const {
-    TimeState_st state;
-    for (int kind = 0; kind < TIME_VALUE_COUNT; ++kind)
-        state.mValue[size_t(kind)] = GetValue(kind);
-    return state;
-}
-
-void TimeCtrl_cls::SetState(const TimeState_st& state) {
-    // The length first, and the interval before the step: both cut what doesn't fit.
-    SetMaxFrameNative(state.mValue[TIME_MAX_FRAME]);
-    SetAnimInterpNative(state.mValue[TIME_ANIM_INTERP]);
-    for (int kind = 0; kind < TIME_MAX_FRAME; ++kind)
-        if (GetValue(kind) != state.mValue[size_t(kind)]) SetValueNative(kind, state.mValue[size_t(kind)]);
-}
-
 void TimeCtrl_cls::Command(int kind, int value, int old) {
     const int held = GetValue(kind);
     if (mbGesture) {
@@ -114,11 +42,6 @@ void TimeCtrl_cls::PushLength(const TimeState_st& before, const TimeState_st& af
     undo->KeepState(before);
     GCUndoList.PushNewCommand(redo, undo);
     GCUndoList.ExecCurrent();
-}
-
-void TimeCtrl_cls::TellStale() const {
-    // A block tells at its end.
-    if (GCUndoList.GetBlockDepth() == 0) GCUndoList.ExecUpdate();
 }
 
 void TimeCtrl_cls::BeginGesture() {

@@ -1,4 +1,4 @@
-// Which frame comes next, and playing.
+// Playing.
 #include "TIME/clsTimeCtrl.h"
 
 #include <algorithm>
@@ -10,62 +10,6 @@
 #include "COMMON/UpdateBits.h"
 #include "PARAM/clsUndoManager.h"
 #include "TIME/clsTimeCommand.h"
-
-void TimeCtrl_cls::LowHigh(int* pLow, int* pHigh) const {
-    *pLow = mbCustomRange ? mRangeMin : GetWAMin();
-    *pHigh = mbCustomRange ? mRangeMax : GetWAMax();
-}
-
-int TimeCtrl_cls::FloorToStep(int frame) const { return frame / GetAnimStep() * GetAnimStep(); }
-
-int TimeCtrl_cls::CalcNextFrame(int frame, int dir, bool bUseRange, bool bRepeat) const {
-    const long long to = (frame == -1 ? mFrame : frame) + static_cast<long long>(GetAnimStep()) * dir;
-    int next = int(std::clamp(to, -1LL, static_cast<long long>(GetMaxFrame()) + 1));
-    const bool bAround = bRepeat && GoesRound();
-    if (dir >= 0 && next > GetMaxFrame()) next = bAround ? 0 : GetMaxFrame();
-    if (dir < 0 && (next < 0 || next > GetMaxFrame())) next = bAround ? GetMaxFrame() : 0;
-    if (bUseRange) {
-        int low = 0;
-        int high = 0;
-        LowHigh(&low, &high);
-        next = std::max(std::min(next, high), low);
-    }
-    return FloorToStep(next);
-}
-
-void TimeCtrl_cls::AdjustFrameByRange(int* pFrame, int* pStep, int dir, bool bUseRange, bool bRepeat) const {
-    const bool bAround = bRepeat && GoesRound();
-    if (dir >= 0 && *pFrame > GetMaxFrame()) *pFrame = bAround ? 0 : GetMaxFrame();
-    if (dir < 0 && (*pFrame < 0 || *pFrame > GetMaxFrame())) *pFrame = bAround ? GetMaxFrame() : 0;
-    if (bUseRange) {
-        int low = 0;
-        int high = 0;
-        LowHigh(&low, &high);
-        if (*pFrame >= high) {
-            *pFrame = high;
-            *pStep = 0;
-        }
-        if (*pFrame < low) {
-            *pFrame = low;
-            *pStep = 0;
-        }
-    }
-    *pFrame = FloorToStep(*pFrame);
-}
-
-void TimeCtrl_cls::CalcNextFrameFromStep(int* pFrame, int* pStep, bool bUseRange, bool bRepeat) const {
-    int dir = 1;
-    if (*pStep < 0) {
-        dir = -1;
-        *pFrame -= GetAnimStep();
-        *pStep = GetAnimInterp() - 1;
-    } else if (*pStep >= GetAnimInterp()) {
-        *pFrame += GetAnimStep();
-        *pStep = 0;
-    }
-    if (dir < 0 && *pFrame < 0 && !(bRepeat && GoesRound())) *pStep = 0; // before the start there is no step
-    AdjustFrameByRange(pFrame, pStep, dir, bUseRange, bRepeat);
-}
 
 void TimeCtrl_cls::StartPlayCommand(int dir) {
     if (!mbPlaying) {

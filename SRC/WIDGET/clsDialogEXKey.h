@@ -4,18 +4,21 @@
 
 #include <wx/dialog.h>
 
+#include "COMMON/clsDialogControl.h"
 #include "WIDGET/clsWidgetCommon.h"
 
-class wxDialogEXKey : public wxDialog, public WidgetCommon_cls {
+class wxDialogEXKey : public wxDialog, public WidgetCommon_cls, public OwnedDialog_cls {
 public:
     wxDialogEXKey(wxWindow* pParent, const wxString& title, long style = wxDEFAULT_DIALOG_STYLE);
 
     /// Show, raise and bring the fields up to date. A dialog comes back where it was left.
-    void OpenWindow();
+    void OpenWindow() override;
     /// Hide (a modal dialog ends with Cancel).
     void CloseEXKey();
     /// Fields from their data.
-    virtual void UpdateValues() {}
+    void UpdateValues() override {}
+    bool IsDialogShown() const override { return IsShown(); }
+    wxDialogEXKey* AsWindow() override { return this; }
 
 protected:
     /// A key before any field sees it; true when it is dealt with.

@@ -16,7 +16,7 @@
 #include "PARAM/clsParameters.h"
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsDataExporter.h"
-#include "PDATA/clsDataExporterGUI.h"
+#include "PDATA/EDITOR/clsDataExporterGUI.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSeqCtrl.h"

@@ -13,7 +13,7 @@
 #include "GL/VIEW/clsSharedView.h"
 #include "GuiTest.h"
 #include "PDATA/clsDataLoader.h"
-#include "PDATA/clsDataLoaderGUI.h"
+#include "PDATA/EDITOR/clsDataLoaderGUI.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"

@@ -4,7 +4,7 @@
 #include "APP/clsMain.h"
 #include "GuiTest.h"
 #include "PDATA/clsDataLoader.h"
-#include "PDATA/clsDataLoaderGUI.h"
+#include "PDATA/EDITOR/clsDataLoaderGUI.h"
 #include "WIDGET/clsFileDialogEX.h"
 
 namespace {

@@ -21,7 +21,7 @@
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
 #include "PDATA/clsPeriodicBoundary.h"
-#include "PDATA/clsPeriodicBoundaryGUI.h"
+#include "PDATA/EDITOR/clsPeriodicBoundaryGUI.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/clsColourDialogEX.h"
 #include "WIDGET/clsDialogEXKey.h"

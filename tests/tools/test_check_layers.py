@@ -42,8 +42,8 @@ class CheckLayers(unittest.TestCase):
         self.assertEqual((0, []), self.check())
 
     def testHeaderMayNotIncludeUpwardEvenWhenListed(self):
-        self.put("SRC/PDATA/clsLoader.h", HEADER + "\n" + '#include "APP/clsMain.h"\n')
-        self.assertOneError("SRC/PDATA/clsLoader.h:3", "forward")
+        self.put("SRC/GL/VIEW/clsView.h", HEADER + "\n" + '#include "APP/clsMain.h"\n')
+        self.assertOneError("SRC/GL/VIEW/clsView.h:3", "forward")
 
     def testFoldersOfOneFloorDoNotMeet(self):
         self.put("SRC/TIME/clsTimeCtrl.h", HEADER)
@@ -56,10 +56,67 @@ class CheckLayers(unittest.TestCase):
         self.assertOneError("SRC/POVRAY/TEXT/clsText.h:2", "not below")
 
     def testSourceMayIncludeUpwardOnlyWhenListed(self):
-        self.put("SRC/PDATA/clsLoader.cpp", '#include "APP/clsMain.h"\n')
-        self.assertOneError("SRC/PDATA/clsLoader.cpp:1", "layers.txt")
-        self.put("tools/layers.txt", "PDATA/clsLoader.cpp -> APP/clsMain.h : opening is the hub's\n")
+        self.put("SRC/GL/VIEW/clsView.cpp", '#include "APP/clsMain.h"\n')
+        self.assertOneError("SRC/GL/VIEW/clsView.cpp:1", "layers.txt")
+        self.put("tools/layers.txt", "GL/VIEW/clsView.cpp -> APP/clsMain.h : a view asks its hub\n")
         self.assertEqual((0, []), self.check())
+
+    def testNothingLeadsOutOfTheFence(self):
+        self.put("SRC/WIDGET/clsPanel.h", HEADER)
+        self.put("SRC/PDATA/clsLoader.cpp", '#include "WIDGET/clsPanel.h"\n')
+        self.assertOneError("SRC/PDATA/clsLoader.cpp:1", "fence")
+        self.put("SRC/PDATA/clsLoader.cpp", '#include "APP/clsMain.h"\n')
+        self.put("tools/layers.txt", "PDATA/clsLoader.cpp -> APP/clsMain.h : no reason is good enough\n")
+        status, errors = self.check()
+        self.assertEqual(["SRC/PDATA/clsLoader.cpp:1", "tools/layers.txt:1"],
+                         [":".join(error.split(":")[:2]) for error in errors])
+
+    def testFencedFoldersIncludeNoWindowAndNoOpenGL(self):
+        for name in ("wx/wx.h", "wx/colour.h", "GL/gl.h", "epoxy/gl.h", "gtk/gtk.h", "X11/Xlib.h"):
+            with self.subTest(name):
+                self.put("SRC/COMMON/Thing.cpp", f"# include <{name}>\n")
+                self.assertOneError("SRC/COMMON/Thing.cpp:1", name)
+        self.put("SRC/COMMON/Thing.cpp", "#include <vector>\n#include <wx/string.h>\n#include <unistd.h>\n")
+        self.put("SRC/COLORCURVE/EDITOR/clsEditor.cpp", "#include <wx/colour.h>\n")
+        self.assertEqual((0, []), self.check())
+
+    def testPrecompiledHeaderOfTheFenceIsLookedAt(self):
+        self.put("cmake/pch_core.h", HEADER + "#include <vector>\n#include <wx/wx.h>\n")
+        self.assertOneError("cmake/pch_core.h:3", "wx/wx.h")
+        self.put("cmake/pch_core.h", HEADER + '#include "COMMON/Globals.h"\n')
+        self.assertOneError("cmake/pch_core.h:2", "beforehand")
+
+    def testFoldersAreBuiltOnTheirSideOfTheFence(self):
+        self.put("SRC/PDATA/CMakeLists.txt", "morentis_library(pdata)\n")
+        self.assertOneError("SRC/PDATA/CMakeLists.txt:1", "must use")
+        self.put("SRC/PDATA/CMakeLists.txt", "morentis_core_library(pdata)\n")
+        self.put("SRC/APP/CMakeLists.txt", "morentis_core_library(app)\n")
+        self.assertOneError("SRC/APP/CMakeLists.txt:1", "fenced floors")
+
+    def testDrawingShowsTheFloors(self):
+        sys.path.insert(0, str(TOOL.parent))
+        import check_layers
+
+        def draw(**changed):
+            lines = []
+            for number, folders in reversed(list(enumerate(check_layers.FLOORS, 1))):
+                for folder in folders:
+                    here = (self.root / "SRC" / folder).is_dir()
+                    star = "*" if folder in check_layers.FENCED else ""
+                    line = f" {number:2}  " + (f"{folder}{star}" if here else f"({folder}){star}") + "  words\n"
+                    lines.append(changed.get(folder, line))
+            self.put("docs/ARCHITECTURE.md", "# House\n\n```\n" + "".join(lines) + "```\n")
+
+        draw()
+        self.assertEqual((0, []), self.check())
+        draw(APP=" 12  APP  words\n")
+        self.assertOneError("docs/ARCHITECTURE.md:4", "floor 12")
+        draw(APP=" 13  (APP)  words\n")
+        self.assertOneError("docs/ARCHITECTURE.md:4", "brackets")
+        draw(APP=" 13  APP*  words\n")
+        self.assertOneError("docs/ARCHITECTURE.md:4", "star")
+        draw(APP="")
+        self.assertOneError("docs/ARCHITECTURE.md:3", "lacks APP")
 
     def testSanctionWithoutReasonIsRefused(self):
         self.put("tools/layers.txt", "PDATA/clsLoader.cpp -> APP/clsMain.h :\n")

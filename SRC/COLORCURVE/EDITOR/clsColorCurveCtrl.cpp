@@ -66,6 +66,6 @@ std::vector<wxString> ColorCurveCtrl_cls::GetDependLabels() const {
     return mHooks.mDependLabels ? mHooks.mDependLabels() : std::vector<wxString>();
 }
 
-wxDialogEXKey* ColorCurveCtrl_cls::MakeDialog(wxWindow* pParent) {
+OwnedDialog_cls* ColorCurveCtrl_cls::MakeDialog(wxWindow* pParent) {
     return new ColorCurveGUI_cls(pParent, this);
 }

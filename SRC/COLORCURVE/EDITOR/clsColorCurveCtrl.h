@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "COLORCURVE/EDITOR/clsColorCurveEdit.h"
-#include "WIDGET/clsDialogControl.h"
+#include "COMMON/clsDialogControl.h"
 
 class ColorCurve_cls;
 
@@ -50,7 +50,7 @@ public:
     ColorCurveEdit_cls mCEdit;
 
 protected:
-    wxDialogEXKey* MakeDialog(wxWindow* pParent) override;
+    OwnedDialog_cls* MakeDialog(wxWindow* pParent) override;
 
 private:
     void PlaceBeside(const wxWindow* pParent);

@@ -4,7 +4,6 @@
 
 #include <wx/settings.h>
 
-#include "APP/clsMain.h"
 #include "PARAM/clsKeyFrame.h"
 #include "PARAM/clsParamGroup.h"
 #include "TIME/clsTimeCtrl.h"
@@ -21,18 +20,17 @@ constexpr int kStoreCheck = 500; // milliseconds between two looks at the store
 constexpr int kLeastRows = 2;    // of the time lines
 } // namespace
 
-BtmHalfPanel_cls::BtmHalfPanel_cls(wxWindow* pParent, Main_cls* pMain)
-    : wxPanel(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL),
-      mpCTime(pMain->mpCTimeCtrl) {
+BtmHalfPanel_cls::BtmHalfPanel_cls(wxWindow* pParent, TimeCtrl_cls* pTime, PDataSeqCtrl_cls* pStore)
+    : wxPanel(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL), mpCTime(pTime) {
     InstallDenseStyle();
     KeyFrame_cls::FillInterpNames();
     SetBackgroundColour(wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE));
     ParamTL_cls::mspCTimeCtrlLink = mpCTime;
     mpCSlider = new FrameSlider_cls(this, mpCTime);
-    mpCCacheBar = new CacheBar_cls(this, mpCTime, pMain->mpCPDataSeqCtrl);
+    mpCCacheBar = new CacheBar_cls(this, mpCTime, pStore);
     mpCParamGUICtrl = new ParamGUICtrl_cls(this, mpCTime);
     mpCHeader = new TimeHeader_cls(this, mpCParamGUICtrl);
-    mpCPlay = new PlayCtrlGUI_cls(this, mpCTime, pMain->mpCPDataSeqCtrl);
+    mpCPlay = new PlayCtrlGUI_cls(this, mpCTime, pStore);
     mpCParamGUICtrl->mOnChanged = [this] {
         mpCHeader->RefreshIfChanged();
         UpdateTags();

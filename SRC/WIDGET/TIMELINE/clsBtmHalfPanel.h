@@ -7,7 +7,7 @@
 
 class CacheBar_cls;
 class FrameSlider_cls;
-class Main_cls;
+class PDataSeqCtrl_cls;
 class ParamGUICtrl_cls;
 class PlayCtrlGUI_cls;
 class TimeCtrl_cls;
@@ -15,7 +15,7 @@ class TimeHeader_cls;
 
 class BtmHalfPanel_cls : public wxPanel {
 public:
-    BtmHalfPanel_cls(wxWindow* pParent, Main_cls* pMain);
+    BtmHalfPanel_cls(wxWindow* pParent, TimeCtrl_cls* pTime, PDataSeqCtrl_cls* pStore);
 
     /// Slider, cache bar and time lines from the clock, the store and the curves; what looks the same isn't
     /// drawn again.

@@ -1,6 +1,7 @@
 #include "CONFITEM/clsConfItemList.h"
 
 #include <gtest/gtest.h>
+#include <wx/arrstr.h>
 
 TEST(ConfItem, defaultsSayNoneAndAnEmptyValueKeepsWhatIsThere) {
     ConfItemFLOAT_cls item("Scale=", "");

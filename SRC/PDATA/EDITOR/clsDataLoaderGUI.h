@@ -1,7 +1,7 @@
 // The dialog "Data Loader": the record grammar, the loader's settings, and opening a sequence.
 #pragma once
 
-#include "PDATA/clsGrammerBaseGUI.h"
+#include "PDATA/EDITOR/clsGrammerBaseGUI.h"
 #include "WIDGET/clsDialogEXKey.h"
 
 class DataLoader_cls;

@@ -1,4 +1,4 @@
-#include "PDATA/clsPeriodicBoundaryGUI.h"
+#include "PDATA/EDITOR/clsPeriodicBoundaryGUI.h"
 
 #include <wx/button.h>
 #include <wx/sizer.h>
@@ -29,10 +29,6 @@ PeriodicBoundaryGUI_cls::PeriodicBoundaryGUI_cls(wxWindow* pParent, PeriodicBoun
     sizer->Add(mpCPanel, 0, wxEXPAND | wxALL, FromDIP(4));
     sizer->Add(close, 0, wxALIGN_RIGHT | wxLEFT | wxRIGHT | wxBOTTOM, FromDIP(8));
     SetSizerAndFit(sizer);
-}
-
-wxDialogEXKey* PeriodicBoundary_cls::MakeDialog(wxWindow* pParent) {
-    return new PeriodicBoundaryGUI_cls(pParent, this);
 }
 
 void PeriodicBoundaryGUI_cls::UpdateValues() { mpCPanel->UpdateValues(); }

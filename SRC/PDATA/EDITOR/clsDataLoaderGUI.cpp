@@ -1,4 +1,4 @@
-#include "PDATA/clsDataLoaderGUI.h"
+#include "PDATA/EDITOR/clsDataLoaderGUI.h"
 
 #include <wx/button.h>
 #include <wx/filedlg.h>
@@ -10,7 +10,7 @@
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
 #include "PDATA/clsDataLoader.h"
-#include "PDATA/clsGuessDialog.h"
+#include "PDATA/EDITOR/clsGuessDialog.h"
 #include "PDATA/clsPeriodicBoundary.h"
 #include "WIDGET/clsFileDialogEX.h"
 #include "WIDGET/clsMultiInputPanel.h"

@@ -1,5 +1,6 @@
 // Unit tests need wxWidgets' base (paths, strings, threads) but no display.
 #include <gtest/gtest.h>
+#include <wx/app.h>
 #include <wx/init.h>
 #include <wx/log.h>
 

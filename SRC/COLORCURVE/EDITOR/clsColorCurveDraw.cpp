@@ -1,12 +1,14 @@
-// Colour curves as pictures.
+// Colour curves as pictures and swatches.
 #include "COLORCURVE/clsColorCurve.h"
 
 #include <algorithm>
 #include <cmath>
 #include <vector>
 
+#include <wx/colour.h>
 #include <wx/dcclient.h>
 #include <wx/dcmemory.h>
+#include <wx/image.h>
 
 namespace {
 
@@ -45,7 +47,23 @@ void DrawColumns(wxDC& dc, const std::vector<float>& colors, const wxRect& rect,
     dc.DrawBitmap(wxBitmap(image), rect.x, rect.y);
 }
 
+/// For swatches: cut, where pictures are rounded.
+unsigned char CutToByte(double value) {
+    return value > 0.0 ? static_cast<unsigned char>(std::min(value, 255.0)) : 0; // nothing for a NaN
+}
+
 } // namespace
+
+wxColour ColorCurve_cls::GetWXColor(const wxColour& background, double x, bool bOpaque) const {
+    float color[4];
+    GetColor4fNormal(color, static_cast<float>(x));
+    const double alpha = bOpaque ? 1.0 : static_cast<double>(color[3]);
+    const auto mix = [&](unsigned char back, float value) {
+        return CutToByte(back + (255.0 * static_cast<double>(value) - back) * alpha);
+    };
+    return wxColour(mix(background.Red(), color[0]), mix(background.Green(), color[1]),
+                    mix(background.Blue(), color[2]));
+}
 
 wxImage ColorCurve_cls::GetColorImage(int width, int height, bool bOpaque) const {
     width = std::max(width, 1);

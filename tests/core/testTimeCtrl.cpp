@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "PARAM/clsParameters.h"
+#include "TIME/TimeHost.h"
 
 namespace {
 
@@ -169,3 +170,37 @@ TEST_F(TimeCtrl, MotionBlurStepsThroughOneFilmStep) {
 }
 
 } // namespace
+
+TEST_F(TimeCtrl, AsksItsHostAboutTheDataAtAPosition) {
+    EXPECT_FALSE(mTime.IsTheFrameReady(0, false));
+    EXPECT_FALSE(mTime.IsTheFrameLoaded(0));
+    EXPECT_EQ(mTime.GetExpectedPrefetchMax(), -1);
+
+    struct Host : TimeHost_cls {
+        int GetAverageMemoryMB() const override { return mAverage; }
+        int GetMemoryLimitMB() const override { return 768; }
+        bool IsTheIndexReady(int index, double frac) const override {
+            return index == 7 && frac == mFraction;
+        }
+        bool IsTheIndexLoaded(int index) const override { return index == 7; }
+        int mAverage = -1;
+        double mFraction = 0.5;
+    } host;
+    TimeCtrl_cls time(&host);
+    EXPECT_EQ(time.GetExpectedPrefetchMax(), -1) << "nothing is loaded";
+    host.mAverage = 100;
+    EXPECT_EQ(time.GetExpectedPrefetchMax(), 7);
+    host.mAverage = 0;
+    EXPECT_EQ(time.GetExpectedPrefetchMax(), 768);
+    EXPECT_TRUE(time.IsTheFrameLoaded(7));
+    EXPECT_FALSE(time.IsTheFrameLoaded(8));
+    time.SetAnimInterpNative(2);
+    time.SetFrameNative(7, 0);
+    time.SetInterpStepNative(1, 0);
+    EXPECT_TRUE(time.IsTheFrameReady(-1, false));
+    EXPECT_FALSE(time.IsTheFrameReady(-1, true));
+    host.mFraction = 1.0; // what "without interpolation" asks for
+    EXPECT_TRUE(time.IsTheFrameReady(-1, true));
+    Parameters_cls::SetFrameNumber(100, 1);
+    Parameters_cls::msCurrentDoubleIndex = 0.0;
+}

@@ -1,5 +1,5 @@
 // The curve that the keys make: its value, its tangents and its text in scene language.
-#include "PARAM/clsParameters.h"
+#include "PARAM/clsKeyCurve.h"
 
 #include <algorithm>
 #include <cmath>
@@ -39,7 +39,7 @@ double NearTo(double y0, double y1, double period) {
 
 } // namespace
 
-double Parameters_cls::GetValue1Periodic(double y0, double y1, double period) {
+double KeyCurve_cls::GetValue1Periodic(double y0, double y1, double period) {
     if (!(period > 0.0) || !std::isfinite(y0) || !std::isfinite(y1)) return y1;
     const bool bAbove = y1 > y0;
     y1 = NearTo(y0, y1, period);
@@ -58,11 +58,11 @@ double Parameters_cls::GetValue1Periodic(double y0, double y1, double period) {
     return high - y0 > y0 - high + period ? high - period : high;
 }
 
-double Parameters_cls::ValueFor(double y0, double y1) const {
+double KeyCurve_cls::ValueFor(double y0, double y1) const {
     return mPeriodic.mValue > 0 ? GetValue1Periodic(y0, y1, mPeriodic.mValue) : y1;
 }
 
-double Parameters_cls::Evaluate(double doubleIndex, double resolution) const {
+double KeyCurve_cls::Evaluate(double doubleIndex, double resolution) const {
     const size_t n = mVKeys.size();
     if (n == 0) return 0.0;
     const KeyFrame_cls* keys = mVKeys.data();
@@ -73,7 +73,7 @@ double Parameters_cls::Evaluate(double doubleIndex, double resolution) const {
 }
 
 // The left key of the segment behind key 0; null behind the last key.
-const KeyFrame_cls* Parameters_cls::FindSegment(double doubleIndex, double half) const {
+const KeyFrame_cls* KeyCurve_cls::FindSegment(double doubleIndex, double half) const {
     // The right end of the segment: the first key, not counting key 0, that lies more than half a
     // resolution ahead. So the last bit before a key already belongs to the segment behind it.
     const KeyFrame_cls* keys = mVKeys.data();
@@ -88,7 +88,7 @@ const KeyFrame_cls* Parameters_cls::FindSegment(double doubleIndex, double half)
     return right == n ? nullptr : keys + right - 1;
 }
 
-void Parameters_cls::GetPolynomial(double doubleIndex, double* pC) const {
+void KeyCurve_cls::GetPolynomial(double doubleIndex, double* pC) const {
     std::fill_n(pC, 4, 0.0);
     const size_t n = mVKeys.size();
     const bool bConstant = n < 2 || !mbTimeDepend.mValue || doubleIndex < mVKeys[0].mDoubleIndex ||
@@ -115,7 +115,7 @@ void Parameters_cls::GetPolynomial(double doubleIndex, double* pC) const {
     pC[3] = cubic.mC3 / (dt * dt * dt);
 }
 
-void Parameters_cls::EvaluateMany(const double* pTimes, size_t count, double resolution, double* pOut) const {
+void KeyCurve_cls::EvaluateMany(const double* pTimes, size_t count, double resolution, double* pOut) const {
     const size_t n = mVKeys.size();
     const KeyFrame_cls* keys = mVKeys.data();
     const double half = resolution / 2;
@@ -152,7 +152,7 @@ void Parameters_cls::EvaluateMany(const double* pTimes, size_t count, double res
         pOut[i] = keys[n - 1].mValue;
 }
 
-double Parameters_cls::InSegment(const KeyFrame_cls* pKey, double doubleIndex) const {
+double KeyCurve_cls::InSegment(const KeyFrame_cls* pKey, double doubleIndex) const {
     const KeyFrame_cls& left = pKey[0];
     const KeyFrame_cls& right = pKey[1];
     const double y0 = left.mValue;
@@ -164,25 +164,25 @@ double Parameters_cls::InSegment(const KeyFrame_cls* pKey, double doubleIndex) c
     return y0 + cubic.mC1 * rate + cubic.mC2 * rate * rate + cubic.mC3 * rate * rate * rate;
 }
 
-unsigned int Parameters_cls::GetInterpTypeFromDouble(double doubleIndex) const {
+unsigned int KeyCurve_cls::GetInterpTypeFromDouble(double doubleIndex) const {
     return KeyAt(GetKeyFrameIndexFromDouble(doubleIndex, kCurrent, true)).mInterpType;
 }
 
-double Parameters_cls::GetHermiteVelocity(int i) const { return Tangent(KeyAt(i)); }
+double KeyCurve_cls::GetHermiteVelocity(int i) const { return Tangent(KeyAt(i)); }
 
-double Parameters_cls::CalcVelocity(int i, int j) const {
+double KeyCurve_cls::CalcVelocity(int i, int j) const {
     if (i == j || !IsIndex(i) || !IsIndex(j)) return 0.0;
     const double dt = KeyAt(j).mDoubleIndex - KeyAt(i).mDoubleIndex;
     if (dt == 0.0) return 0.0;
     return (ValueFor(KeyAt(i).mValue, KeyAt(j).mValue) - KeyAt(i).mValue) / dt;
 }
 
-void Parameters_cls::SortKey() {
+void KeyCurve_cls::SortKey() {
     if (!std::is_sorted(mVKeys.begin(), mVKeys.end(), [](const auto& a, const auto& b) { return b > a; }))
         std::stable_sort(mVKeys.begin(), mVKeys.end(), [](const auto& a, const auto& b) { return b > a; });
 }
 
-void Parameters_cls::AdjustAutoControl() {
+void KeyCurve_cls::AdjustAutoControl() {
     const int n = GetKeyNumber();
     if (n < 2) return;
     for (int i = 0; i < n; ++i) {
@@ -193,7 +193,7 @@ void Parameters_cls::AdjustAutoControl() {
     }
 }
 
-wxString Parameters_cls::GetStrExpression(wxString name) const {
+wxString KeyCurve_cls::GetStrExpression(wxString name) const {
     const int n = GetKeyNumber();
     if (!mbTimeDepend.mValue || n < 2)
         return "#declare " + name + " = " + ConfNumberToText(KeyAt(0).mValue) + ";\n";
@@ -206,7 +206,7 @@ wxString Parameters_cls::GetStrExpression(wxString name) const {
     return text + "#end\n";
 }
 
-wxString Parameters_cls::GetStrSegment(int i, wxString* pName) const {
+wxString KeyCurve_cls::GetStrSegment(int i, wxString* pName) const {
     const auto number = [](double value) { return ConfNumberToText(value); };
     const KeyFrame_cls& left = KeyAt(i);
     const KeyFrame_cls& right = KeyAt(i + 1);

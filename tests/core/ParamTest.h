@@ -6,7 +6,6 @@
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <wx/event.h>
 
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
@@ -15,14 +14,11 @@
 #include "PARAM/clsUndoManager.h"
 
 /// Notes the menu events that are posted, and lets none of them on.
-class EventRecorder : public wxEvtHandler {
+class EventRecorder : public MenuEventTarget_cls {
 public:
     EventRecorder() { SetMenuEventTarget(this); }
     ~EventRecorder() override { SetMenuEventTarget(nullptr); }
-    void QueueEvent(wxEvent* event) override {
-        mIds.push_back(event->GetId());
-        delete event;
-    }
+    void QueueMenuEvent(int id, int) override { mIds.push_back(id); }
     std::vector<int> Take() {
         std::vector<int> ids;
         ids.swap(mIds);

@@ -1,27 +1,23 @@
-#include "TIME/clsTimeCtrl.h"
+#include "TIME/clsFilmTime.h"
 
 #include <algorithm>
 #include <climits>
 #include <cmath>
 
-#include "APP/clsMain.h"
-#include "COMMON/EventIds.h"
-#include "COMMON/MenuEvent.h"
 #include "COMMON/UpdateBits.h"
-#include "PARAM/ParamText.h"
 #include "PARAM/clsParamGroup.h"
+#include "TIME/TimeHost.h"
 
 namespace {
 
 constexpr unsigned kMostFrames = 1000000; // that a project can ask for
 
-const wxString kRemapLine = "---TimeRemap";
 constexpr double kSnap = 0.00001;
 constexpr double kNearlyWhole = 0.99999;
 
 } // namespace
 
-TimeCtrl_cls::TimeCtrl_cls(Main_cls* pMain) : mCMotionBlur(this), mpCMain(pMain) {
+FilmTime_cls::FilmTime_cls(TimeHost_cls* pHost) : mCMotionBlur(this), mpCMain(pHost) {
     mConfList.Add(&mMaxFrame, "TimeMaxFrame=", "100");
     mConfList.Add(&mWAMin, "TimeWorkAreaMin=", "0");
     mConfList.Add(&mWAMax, "TimeWorkAreaMax=", "100");
@@ -39,18 +35,18 @@ TimeCtrl_cls::TimeCtrl_cls(Main_cls* pMain) : mCMotionBlur(this), mpCMain(pMain)
         new ParamGroup_cls("Time Remap", 1, &suffix, UPDATE_FILTER_REFRESH | UPDATE_TL | UPDATE_GL, false);
 }
 
-TimeCtrl_cls::~TimeCtrl_cls() { delete mpCTimeRemapGroup; }
+FilmTime_cls::~FilmTime_cls() { delete mpCTimeRemapGroup; }
 
-int TimeCtrl_cls::ToFrame(const ConfItemUINT_cls& item) {
+int FilmTime_cls::ToFrame(const ConfItemUINT_cls& item) {
     // A file may hold anything, and each frame has its bit and its column in the cache bar.
     return int(std::min(item.mValue, kMostFrames));
 }
 
-int TimeCtrl_cls::GetAnimStep() const { return std::clamp(mAnimStep.mValue, 1, INT_MAX / 8); }
+int FilmTime_cls::GetAnimStep() const { return std::clamp(mAnimStep.mValue, 1, INT_MAX / 8); }
 
-int TimeCtrl_cls::GetAnimInterp() const { return std::clamp(mAnimInterp.mValue, 1, INT_MAX / 8); }
+int FilmTime_cls::GetAnimInterp() const { return std::clamp(mAnimInterp.mValue, 1, INT_MAX / 8); }
 
-double TimeCtrl_cls::GetDoubleIndex(int frame, int step) const {
+double FilmTime_cls::GetDoubleIndex(int frame, int step) const {
     const double length = GetMaxFrame();
     if (length <= 0.0) return 0.0;
     if (frame != -1) return (frame + double(step) / GetAnimInterp()) / length;
@@ -58,11 +54,11 @@ double TimeCtrl_cls::GetDoubleIndex(int frame, int step) const {
     return (mFrame + (mInterpStep + blur) / GetAnimInterp()) / length;
 }
 
-double TimeCtrl_cls::BoundIndex(int frame) const {
+double FilmTime_cls::BoundIndex(int frame) const {
     return GetMaxFrame() > 0 ? double(frame) / GetMaxFrame() : 0.0;
 }
 
-long long TimeCtrl_cls::GetIndexFromDouble(double doubleIndex) const {
+long long FilmTime_cls::GetIndexFromDouble(double doubleIndex) const {
     if (GetMaxFrame() <= 0 || !std::isfinite(doubleIndex)) return 0;
     return static_cast<long long>(std::clamp(doubleIndex, -1e6, 1e6) * GetMaxFrame() + 0.1);
 }
@@ -70,19 +66,19 @@ long long TimeCtrl_cls::GetIndexFromDouble(double doubleIndex) const {
 // The time remap curve stands between the film's time and these three; its values are snapshot numbers.
 // Without it film time is data time.
 
-double TimeCtrl_cls::RemappedValue(double doubleIndex) const {
+double FilmTime_cls::RemappedValue(double doubleIndex) const {
     // Not through the cached value: the idle loop looks ahead, and an edit under way must stay.
     const double value =
         mpCTimeRemapGroup->mVParams.front().Evaluate(doubleIndex, Parameters_cls::msResolution);
     return std::isnan(value) ? 0.0 : std::clamp(value, 0.0, double(INT_MAX / 4));
 }
 
-int TimeCtrl_cls::GetRemappedIndex(int frame) const {
+int FilmTime_cls::GetRemappedIndex(int frame) const {
     if (!mbUseTimeRemap.mValue) return std::max(frame == -1 ? mFrame : frame, 0);
     return int(RemappedValue(GetDoubleIndex(frame, 0)) + kSnap);
 }
 
-double TimeCtrl_cls::GetRemappedIndexDouble(int frame, int step) const {
+double FilmTime_cls::GetRemappedIndexDouble(int frame, int step) const {
     if (frame == -1) frame = mFrame;
     if (step == -1) step = mInterpStep;
     const double position = frame + double(step) / GetAnimInterp();
@@ -92,14 +88,14 @@ double TimeCtrl_cls::GetRemappedIndexDouble(int frame, int step) const {
     return value - std::floor(value) > kNearlyWhole ? double(int(value + kSnap)) : value;
 }
 
-double TimeCtrl_cls::GetRemappedInterpStepDouble(int, int step) const {
+double FilmTime_cls::GetRemappedInterpStepDouble(int, int step) const {
     if (mbUseTimeRemap.mValue) return GetRemappedIndexDouble(-1, step) - GetRemappedIndex(-1);
     if (step == -1) step = mInterpStep;
     const double blur = mCMotionBlur.mbBlur ? mCMotionBlur.GetFactor() : 0.0;
     return (step + blur) / GetAnimInterp();
 }
 
-int TimeCtrl_cls::GetOffsetForImgSeq(int frame, int step) const {
+int FilmTime_cls::GetOffsetForImgSeq(int frame, int step) const {
     if (frame == -1) frame = mFrame;
     if (step == -1) step = mInterpStep;
     const long long offset =
@@ -107,20 +103,20 @@ int TimeCtrl_cls::GetOffsetForImgSeq(int frame, int step) const {
     return int(std::clamp(offset, static_cast<long long>(INT_MIN), static_cast<long long>(INT_MAX)));
 }
 
-int TimeCtrl_cls::GetInterval(int maxFrame) {
+int FilmTime_cls::GetInterval(int maxFrame) {
     if (maxFrame > 1000) return 10;
     if (maxFrame > 500) return 5;
     return maxFrame >= 201 ? 2 : 1;
 }
 
-int TimeCtrl_cls::GetExpectedPrefetchMax() const {
+int FilmTime_cls::GetExpectedPrefetchMax() const {
     if (!mpCMain) return -1;
     const int average = mpCMain->GetAverageMemoryMB();
     if (average < 0) return -1;
     return mpCMain->GetMemoryLimitMB() / std::max(average, 1);
 }
 
-int TimeCtrl_cls::RoundFrame(int frame) const {
+int FilmTime_cls::RoundFrame(int frame) const {
     const int step = GetAnimStep();
     int rounded = (frame + step / 2) / step * step;
     while (rounded > GetMaxFrame())
@@ -128,68 +124,85 @@ int TimeCtrl_cls::RoundFrame(int frame) const {
     return rounded;
 }
 
-bool TimeCtrl_cls::IsWorkingArea(int frame) const {
+bool FilmTime_cls::IsWorkingArea(int frame) const {
     return frame >= GetWAMin() && frame <= GetWAMax() && frame <= GetMaxFrame();
 }
 
-bool TimeCtrl_cls::IsTheFrameReady(int frame, bool bIgnoreInterp) const {
+bool FilmTime_cls::IsTheFrameReady(int frame, bool bIgnoreInterp) const {
     if (!mpCMain) return false;
     const double index = GetRemappedIndexDouble(frame, frame == -1 ? -1 : 0);
     const int whole = int(index);
     return mpCMain->IsTheIndexReady(whole, bIgnoreInterp ? 1.0 : index - whole);
 }
 
-bool TimeCtrl_cls::IsTheFrameLoaded(int frame) const {
+bool FilmTime_cls::IsTheFrameLoaded(int frame) const {
     return mpCMain && mpCMain->IsTheIndexLoaded(GetRemappedIndex(frame));
 }
 
-int TimeCtrl_cls::GetSnipNext() const {
+int FilmTime_cls::GetSnipNext() const {
     for (int frame = mFrame + 1; frame < int(mVSnippingTag.size()); ++frame)
         if (mVSnippingTag[size_t(frame)]) return frame;
     return GetMaxFrame();
 }
 
-int TimeCtrl_cls::GetSnipPrev() const {
+int FilmTime_cls::GetSnipPrev() const {
     for (int frame = std::min(mFrame, int(mVSnippingTag.size())) - 1; frame >= 0; --frame)
         if (mVSnippingTag[size_t(frame)]) return frame;
     return 0;
 }
 
-void TimeCtrl_cls::EmptySnippingTag() { mVSnippingTag.assign(size_t(GetMaxFrame()) + 1, false); }
-
-void TimeCtrl_cls::UpdateSnippingTag() {
-    EmptySnippingTag();
-    if (mCollectTags) mCollectTags(&mVSnippingTag);
+void FilmTime_cls::LowHigh(int* pLow, int* pHigh) const {
+    *pLow = mbCustomRange ? mRangeMin : GetWAMin();
+    *pHigh = mbCustomRange ? mRangeMax : GetWAMax();
 }
 
-void TimeCtrl_cls::UpdateCurrentDoubleIndex() {
-    Parameters_cls::msCurrentDoubleIndex = GetDoubleIndex();
-    for (Parameters_cls& param : mpCTimeRemapGroup->mVParams)
-        param.GetInterpolatedValue(Parameters_cls::kCurrent); // what fields show
-}
+int FilmTime_cls::FloorToStep(int frame) const { return frame / GetAnimStep() * GetAnimStep(); }
 
-wxString TimeCtrl_cls::Serialize() {
-    const wxString text = mConfList.SerializeAll();
-    return mbUseTimeRemap.mValue ? text + kRemapLine + "\n" + mpCTimeRemapGroup->Serialize() : text;
-}
-
-void TimeCtrl_cls::ReadStrLine(std::wistream& stream, const wxString& line) {
-    if (line == kRemapLine) {
-        const auto start = stream.tellg();
-        wxString next;
-        while (ReadParamLine(stream, &next)) {
-            if (!next.Contains("ParamGroup=")) continue;
-            if (!mpCTimeRemapGroup->ReadStrLine(stream, next)) break;
-            UpdateCurrentDoubleIndex();
-            return;
-        }
-        stream.clear(); // no curve comes: the lines that follow belong to others
-        stream.seekg(start);
-        return;
+int FilmTime_cls::CalcNextFrame(int frame, int dir, bool bUseRange, bool bRepeat) const {
+    const long long to = (frame == -1 ? mFrame : frame) + static_cast<long long>(GetAnimStep()) * dir;
+    int next = int(std::clamp(to, -1LL, static_cast<long long>(GetMaxFrame()) + 1));
+    const bool bAround = bRepeat && GoesRound();
+    if (dir >= 0 && next > GetMaxFrame()) next = bAround ? 0 : GetMaxFrame();
+    if (dir < 0 && (next < 0 || next > GetMaxFrame())) next = bAround ? GetMaxFrame() : 0;
+    if (bUseRange) {
+        int low = 0;
+        int high = 0;
+        LowHigh(&low, &high);
+        next = std::max(std::min(next, high), low);
     }
-    if (!mConfList.ReadStrLineAll(line)) return;
-    // The file's own length is what the areas in it belong to.
-    mPrevMaxFrame = GetMaxFrame();
-    Parameters_cls::SetFrameNumber(GetMaxFrame(), GetAnimInterp());
-    PostMenuEvent(ID_REFRESH_TL);
+    return FloorToStep(next);
+}
+
+void FilmTime_cls::AdjustFrameByRange(int* pFrame, int* pStep, int dir, bool bUseRange, bool bRepeat) const {
+    const bool bAround = bRepeat && GoesRound();
+    if (dir >= 0 && *pFrame > GetMaxFrame()) *pFrame = bAround ? 0 : GetMaxFrame();
+    if (dir < 0 && (*pFrame < 0 || *pFrame > GetMaxFrame())) *pFrame = bAround ? GetMaxFrame() : 0;
+    if (bUseRange) {
+        int low = 0;
+        int high = 0;
+        LowHigh(&low, &high);
+        if (*pFrame >= high) {
+            *pFrame = high;
+            *pStep = 0;
+        }
+        if (*pFrame < low) {
+            *pFrame = low;
+            *pStep = 0;
+        }
+    }
+    *pFrame = FloorToStep(*pFrame);
+}
+
+void FilmTime_cls::CalcNextFrameFromStep(int* pFrame, int* pStep, bool bUseRange, bool bRepeat) const {
+    int dir = 1;
+    if (*pStep < 0) {
+        dir = -1;
+        *pFrame -= GetAnimStep();
+        *pStep = GetAnimInterp() - 1;
+    } else if (*pStep >= GetAnimInterp()) {
+        *pFrame += GetAnimStep();
+        *pStep = 0;
+    }
+    if (dir < 0 && *pFrame < 0 && !(bRepeat && GoesRound())) *pStep = 0; // before the start there is no step
+    AdjustFrameByRange(pFrame, pStep, dir, bUseRange, bRepeat);
 }

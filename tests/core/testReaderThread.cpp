@@ -1,5 +1,7 @@
 // The reader as a background thread: flags, progress and the events that it posts.
-#include <wx/event.h>
+#include <mutex>
+
+#include <wx/utils.h>
 
 #include "ReaderTestTools.h"
 #include "COMMON/EventIds.h"
@@ -8,11 +10,14 @@
 
 namespace {
 
-class Recorder_cls : public wxEvtHandler {
+class Recorder_cls : public MenuEventTarget_cls {
 public:
-    Recorder_cls() {
-        Bind(wxEVT_MENU, [this](wxCommandEvent& event) { mIds.push_back(event.GetId()); });
+    void QueueMenuEvent(int id, int) override {
+        const std::lock_guard<std::mutex> lock(mMutex); // the reader's thread posts, too
+        mIds.push_back(id);
     }
+
+    std::mutex mMutex;
     std::vector<int> mIds;
 };
 
@@ -49,11 +54,6 @@ TEST(ReaderThread, FillsTheArraysThenRaisesItsFlags) {
             wxMilliSleep(1);
     }
     SetMenuEventTarget(nullptr);
-    size_t before; // a call handles one event
-    do {
-        before = recorder.mIds.size();
-        recorder.ProcessPendingEvents();
-    } while (recorder.mIds.size() > before);
     EXPECT_EQ(80u, recorder.mIds.size())
         << "progress at half and whole, then both events at the end, each round";
     EXPECT_EQ(ID_REFRESH_TL, recorder.mIds.back());

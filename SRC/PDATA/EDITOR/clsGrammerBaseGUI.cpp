@@ -1,4 +1,4 @@
-#include "PDATA/clsGrammerBaseGUI.h"
+#include "PDATA/EDITOR/clsGrammerBaseGUI.h"
 
 #include <algorithm>
 

@@ -6,7 +6,6 @@
 #include <memory>
 #include <random>
 
-#include "COLORCURVE/EDITOR/ColorTables.h"
 #include "COLORCURVE/clsColorSegments.h"
 #include "ParamTest.h"
 
@@ -231,36 +230,4 @@ TEST_F(ColorCurve, CopyTakesTheColoursAndOnlyIfAskedTheSettings) {
     EXPECT_FALSE(GCUndoList.IsUndoable());
     GCUndoList.ExecCurrent();
     EXPECT_FALSE(curve.IsConstant());
-}
-
-TEST_F(ColorCurve, KeysOfAShortFilmDontFallTogether) {
-    Parameters_cls::SetFrameNumber(3, 1);
-    Parameters_cls::msCurrentDoubleIndex = 1.0;
-    for (const auto* tables : {&GetClassicTables(), &GetEvenTables()})
-        for (const ColorTable_st& table : *tables) {
-            ColorCurve_cls curve("T", table.mStrName, "1 0.8 0.6 1");
-            curve.SetKeys(table.mVKeys);
-            curve.mbUseColorCurve.mValue = true;
-            EXPECT_EQ(Channel(curve, 2).GetKeyNumber(), int(table.mVKeys.size())) << table.mStrName;
-            for (const ColorCurve_cls::Key& key : table.mVKeys) {
-                float color[4];
-                curve.GetColor4fNormal(color, static_cast<float>(key[0]));
-                for (size_t c = 0; c < 4; ++c)
-                    EXPECT_NEAR(double(color[c]), key[c + 1], 1e-5) << table.mStrName << " at " << key[0];
-            }
-        }
-}
-
-TEST_F(ColorCurve, PicturesShowColoursAndAlpha) {
-    ColorCurve_cls curve("A", "label", "1 0.5 0 0.5", 4, kSpectrum);
-    EXPECT_EQ(curve.GetWXColor(*wxWHITE, 0.0, true), wxColour(255, 127, 0));
-    EXPECT_EQ(curve.GetWXColor(wxColour(0, 0, 100), 0.0, false), wxColour(127, 63, 50));
-    Channel(curve, 0).ExecCommandOvwtKey(0, MakeKey(0.0, -1e30));
-    curve.mbUseColorCurve.mValue = true;
-    EXPECT_EQ(curve.GetWXColor(*wxWHITE, 0.0, true), wxColour(0, 0, 17));
-    const wxImage image = curve.GetColorImage(200, 3, false);
-    ASSERT_TRUE(image.HasAlpha());
-    EXPECT_EQ(image.GetBlue(99, 2), std::lround(255 * (0.59 + 0.01 * 0.18)));
-    EXPECT_EQ(image.GetAlpha(199, 0), std::lround(255 * (0.25 + 0.005 * 0.75)));
-    EXPECT_FALSE(curve.GetColorImage(0, 0, true).HasAlpha());
 }

@@ -1,4 +1,4 @@
-#include "PDATA/clsGuessDialog.h"
+#include "PDATA/EDITOR/clsGuessDialog.h"
 
 #include <wx/button.h>
 #include <wx/listctrl.h>
@@ -7,7 +7,7 @@
 
 #include "COMMON/Globals.h"
 #include "PDATA/clsGrammerBase.h"
-#include "PDATA/clsGrammerBaseGUI.h"
+#include "PDATA/EDITOR/clsGrammerBaseGUI.h"
 #include "WIDGET/clsFontProvider.h"
 
 namespace {

@@ -1,7 +1,7 @@
 // The dialog "Data Exporter": the layout and the names of the files, and the run that writes them.
 #pragma once
 
-#include "PDATA/clsGrammerBaseGUI.h"
+#include "PDATA/EDITOR/clsGrammerBaseGUI.h"
 #include "WIDGET/clsDialogEXKey.h"
 
 class DataExporter_cls;

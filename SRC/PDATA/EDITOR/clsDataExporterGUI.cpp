@@ -1,4 +1,4 @@
-#include "PDATA/clsDataExporterGUI.h"
+#include "PDATA/EDITOR/clsDataExporterGUI.h"
 
 #include <wx/button.h>
 #include <wx/filedlg.h>
