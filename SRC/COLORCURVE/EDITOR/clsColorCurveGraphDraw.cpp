@@ -88,11 +88,12 @@ void ColorCurveGraph_cls::OnPaint(wxPaintEvent&) {
         DrawHandles(*gc, look);
         DrawKeys(*gc, look);
         DrawStops(*gc, look);
-        if (mMode == Mode::BAND) {
+        if (mGesture.Get() == State::BAND) {
             gc->SetPen(wxPen(look.mMark));
             gc->SetBrush(wxBrush(Clear(look.mMark, 40)));
-            gc->DrawRectangle(std::min(mFrom.x, mPointer.x) + 0.5, std::min(mFrom.y, mPointer.y) + 0.5,
-                              std::abs(mPointer.x - mFrom.x), std::abs(mPointer.y - mFrom.y));
+            gc->DrawRectangle(mGesture.GetLeft() + 0.5, mGesture.GetTop() + 0.5,
+                              mGesture.GetRight() - mGesture.GetLeft(),
+                              mGesture.GetBottom() - mGesture.GetTop());
         }
         DrawReadout(*gc, look);
     }

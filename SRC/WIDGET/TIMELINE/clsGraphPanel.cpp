@@ -39,7 +39,7 @@ void GraphPanel_cls::SetCurves(const std::vector<Parameters_cls*>& curves) {
         RefreshIfChanged();
         return;
     }
-    CancelMode();
+    CancelGesture();
     mVCurves = curves;
     mHover = Hit_st();
     FitToView();
@@ -136,8 +136,8 @@ void GraphPanel_cls::OnKey(wxKeyEvent& event) {
 }
 
 bool GraphPanel_cls::HandleKey(int key, int modifiers) {
-    if (mMode != Mode::NONE) {
-        if (key == WXK_ESCAPE) CancelMode();
+    if (mGesture.IsActive()) {
+        if (key == WXK_ESCAPE) CancelGesture();
         return true; // no other edit while one is under way
     }
     if (modifiers == wxMOD_NONE && (key == WXK_DELETE || key == WXK_NUMPAD_DELETE)) {

@@ -99,11 +99,11 @@ void GraphPanel_cls::Draw(wxDC& dc, const wxSize& size) {
     DrawHandles(*gc, scale, look);
     DrawCurrent(*gc, scale, look);
     DrawLegend(*gc, size, look);
-    if (mMode == Mode::BAND && mbMoved) {
+    if (mGesture.Get() == State::BAND) {
         gc->SetPen(wxPen(look.mMark));
         gc->SetBrush(wxBrush(wxColour(look.mMark.Red(), look.mMark.Green(), look.mMark.Blue(), 40)));
-        gc->DrawRectangle(std::min(mFrom.x, mPointer.x) + 0.5, std::min(mFrom.y, mPointer.y) + 0.5,
-                          std::abs(mPointer.x - mFrom.x), std::abs(mPointer.y - mFrom.y));
+        gc->DrawRectangle(mGesture.GetLeft() + 0.5, mGesture.GetTop() + 0.5,
+                          mGesture.GetRight() - mGesture.GetLeft(), mGesture.GetBottom() - mGesture.GetTop());
     }
     DrawReadout(*gc, size, look);
 }

@@ -45,13 +45,14 @@ void ParamStrips_cls::Draw(wxDC& dc, const wxSize& size) {
     DrawGrid(dc, size, scale);
     DrawRows(dc, size, scale);
     DrawTime(dc, size, scale);
-    if (mAct == Act::BAND) {
+    if (mGesture.Get() == State::BAND) {
         const wxColour& accent = look.mAccent;
         dc.SetPen(wxPen(accent));
         dc.SetBrush(wxBrush(wxColour(accent.Red(), accent.Green(), accent.Blue(), 48)));
-        dc.DrawRectangle(Band());
+        dc.DrawRectangle(wxRect(wxPoint(mGesture.GetLeft(), mGesture.GetTop()),
+                                wxPoint(mGesture.GetRight(), mGesture.GetBottom())));
     }
-    if (mAct == Act::MOVING) DrawMoveLabel(dc, size, scale);
+    if (mGesture.Get() == State::MOVE) DrawMoveLabel(dc, size, scale);
 }
 
 /// Rows of groups and of what is selected, frames outside the work area, and lines where the ruler has
@@ -118,8 +119,9 @@ void ParamStrips_cls::DrawMoveLabel(wxDC& dc, const wxSize& size, const FrameSca
     const int pad = FromDIP(4);
     const int x = int(std::lround(ParamTL_cls::ToPixel(scale, mPressedKey + mDelta)));
     const int left = std::clamp(x + pad, 0, std::max(size.x - extent.x - 2 * pad, 0));
-    const bool bAbove = mPressed.y > extent.y + look.mRow;
-    const int top = bAbove ? mPressed.y - look.mRow / 2 - extent.y - pad : mPressed.y + look.mRow / 2 + pad;
+    const int hand = mGesture.GetFrom().mY;
+    const bool bAbove = hand > extent.y + look.mRow;
+    const int top = bAbove ? hand - look.mRow / 2 - extent.y - pad : hand + look.mRow / 2 + pad;
     dc.SetPen(wxPen(look.mHold));
     dc.SetBrush(wxBrush(look.mBack));
     dc.DrawRoundedRectangle(left, top, extent.x + 2 * pad, extent.y + pad / 2, 3);
