@@ -6,6 +6,7 @@
 #include <wx/filename.h>
 
 #include "COMMON/MsgBox.h"
+#include "COMMON/TextSplit.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLDrawData.h"
@@ -220,9 +221,7 @@ wxString PDataSequence_cls::Serialize() const {
 void PDataSequence_cls::ReadStrLine(std::wistream& stream, const wxString& line) {
     if (line.StartsWith(mCItemFile.mStrKey)) {
         std::wstring path;
-        std::getline(stream, path);
-        while (!path.empty() && path.back() == L'\r')
-            path.pop_back();
+        ReadTextLine(stream, &path);
         OpenDataFile(path);
     }
     // All keys of the attributes hold the sequence's prefix; most lines of a project are none of them.
