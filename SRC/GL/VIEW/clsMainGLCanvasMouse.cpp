@@ -11,6 +11,7 @@
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
+#include "GL/BASE/MouseSpeed.h"
 #include "GL/BASE/clsMouseNormalized.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 
@@ -64,7 +65,7 @@ bool MainGLCanvas_cls::OnWheel() {
         return false;
     }
     UpdateAnc();
-    mCDolly.SetParameter(1.0, nullptr, GetPixelSize(), mDisplayMode.mValue);
+    mCDolly.SetParameter(MouseSpeed::kDrag, nullptr, GetPixelSize(), mDisplayMode.mValue);
     const bool bChanged =
         mCDolly.ZoomWheel(GetPCCameraPosition(), mCMouse.mWheelSteps, &mGLOrthoScale.mValue);
     mCMouse.SetPreviousPosition();
@@ -77,7 +78,7 @@ bool MainGLCanvas_cls::ProcViewOrItemDragging() {
     MouseNormalized_cls mouse(mCMouse, size);
     mouse.LimitMove();
     UpdateAnc();
-    mCDolly.SetParameter(1.0, &mouse, size, mDisplayMode.mValue);
+    mCDolly.SetParameter(MouseSpeed::kDrag, &mouse, size, mDisplayMode.mValue);
     PositionAndDirection_cls* pCamera = GetPCCameraPosition();
     bool bChanged = false;
     if (mCMouse.IsGyration() && !IsAlongAxis())
