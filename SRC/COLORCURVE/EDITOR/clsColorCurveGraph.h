@@ -27,7 +27,7 @@ public:
     void SetHistogram(std::vector<float> bins);
     /// Hidden channels can't be edited here.
     void ShowChannel(int channel, bool bShow);
-    bool IsChannelShown(int channel) const { return mbShown[channel]; }
+    bool IsChannelShown(int channel) const;
     /// Keys of all channels at one place keep together.
     void SetLinked(bool bLinked) { mbLinked = bLinked; }
     bool IsLinked() const { return mbLinked; }
@@ -99,7 +99,6 @@ private:
     void DrawReadout(wxGraphicsContext& gc, const Look_st& look);
 
     ColorCurveEdit_cls* mpCEdit;
-    bool mbShown[kChannelNumber] = {true, true, true, true};
     bool mbLinked = true;
     std::vector<float> mVHistogram;
     std::function<void()> mOnEdited;

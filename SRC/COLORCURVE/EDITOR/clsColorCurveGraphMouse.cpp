@@ -56,7 +56,7 @@ ColorCurveGraph_cls::Hit_st ColorCurveGraph_cls::FindHit(const wxPoint& point, b
     }
     for (int c = kChannelNumber; c-- > 0;) { // red is drawn last
         const auto& keys = Channel(*pCurve, c).GetKeys();
-        for (int k = 0; mbShown[c] && k < static_cast<int>(keys.size()); ++k) {
+        for (int k = 0; IsChannelShown(c) && k < static_cast<int>(keys.size()); ++k) {
             const KeyFrame_cls& key = keys[static_cast<size_t>(k)];
             picker.OfferKey(c, k, ToX(key.mDoubleIndex), ToY(key.mValue), key.mbSelected);
             for (const int side : {-1, 1}) {
@@ -87,7 +87,7 @@ int ColorCurveGraph_cls::FindCurve(const wxPoint& point) const {
     for (int c = 0; pCurve && c < kChannelNumber; ++c) {
         const double distance =
             std::fabs(ToY(Channel(*pCurve, c).Evaluate(ToPosition(point.x), 0.0)) - point.y);
-        if (!mbShown[c] || distance >= best) continue;
+        if (!IsChannelShown(c) || distance >= best) continue;
         best = distance;
         found = c;
     }
@@ -169,7 +169,7 @@ void ColorCurveGraph_cls::SelectBand() {
     const Parameters_cls* pFirst = pCurve->mpCParamGroup->mVParams.data();
     mCBand.Select(mGesture, [&](Parameters_cls& channel, int k) {
         const KeyFrame_cls& key = channel.GetKeys()[static_cast<size_t>(k)];
-        return mbShown[&channel - pFirst] &&
+        return IsChannelShown(int(&channel - pFirst)) &&
                band.Contains(static_cast<int>(ToX(key.mDoubleIndex)), static_cast<int>(ToY(key.mValue)));
     });
 }
