@@ -126,6 +126,31 @@ TEST_F(ParamLines, KeysAreSelectedByClickAndModifiers) {
     EXPECT_EQ(Selected(curve), List({5}));
 }
 
+TEST_F(ParamLines, LabelsOfKeysGoWithTheKeysAndNeverContradictADrag) {
+    MakeKeys(ALPHA, {5, 10});
+    MoveTo(Strips(), Point(ALPHA, 10));
+    ASSERT_TRUE(PumpUntil([] { return Strips()->GetHint().StartsWith("Frame 10: "); }));
+    Snap("strip_label");
+    wxUIActionSimulator simulator;
+    simulator.MouseDown();
+    for (int frame = 10; frame <= 13; ++frame)
+        MoveTo(Strips(), Point(ALPHA, frame));
+    ASSERT_TRUE(PumpUntil([this] { return Frames(X(*mpFade)) == List({0, 5, 13}); }));
+    EXPECT_EQ(Strips()->GetHint(), "") << "the drag has its own label";
+    simulator.MouseUp();
+    MoveTo(Strips(), Point(ALPHA, 13) + wxPoint(1, 0));
+    ASSERT_TRUE(PumpUntil([] { return Strips()->GetHint().StartsWith("Frame 13: "); }));
+    // The pointer rests, the key goes.
+    Key(WXK_DELETE);
+    ASSERT_TRUE(PumpUntil([this] { return Frames(X(*mpFade)) == List({0, 5}); }));
+    EXPECT_EQ(Strips()->GetHint(), "");
+    MoveTo(Strips(), Point(ALPHA, 5));
+    ASSERT_TRUE(PumpUntil([] { return !Strips()->GetHint().empty(); }));
+    Lines()->FoldGroup(mpPlace.get(), true);
+    EXPECT_EQ(Strips()->GetHint(), "") << "other rows are under the pointer";
+    EXPECT_EQ(Strips()->GetToolTipText(), "");
+}
+
 TEST_F(ParamLines, RubberBandGoesOverStripsAndRowsFollowTheLink) {
     MakeKeys(PLACE_X, {5, 10});
     MakeKeys(ALPHA, {6, 14});

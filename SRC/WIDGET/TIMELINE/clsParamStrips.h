@@ -22,6 +22,8 @@ public:
     wxPoint ToPoint(int row, double doubleIndex) const;
     /// Let go of a drag under way, back to where it began.
     void EndGesture();
+    /// What the label beside the key under the pointer says; empty without one and during a drag.
+    wxString GetHint() const;
 
 private:
     using State = KeyGesture_cls::State;
@@ -30,7 +32,7 @@ private:
     void DrawRows(wxDC& dc, const wxSize& size, const FrameScale& scale) const;
     void DrawGrid(wxDC& dc, const wxSize& size, const FrameScale& scale) const;
     void DrawTime(wxDC& dc, const wxSize& size, const FrameScale& scale) const;
-    void DrawMoveLabel(wxDC& dc, const wxSize& size, const FrameScale& scale) const;
+    void DrawLabel(wxDC& dc, const wxSize& size, const wxString& text, double at, int y) const;
 
     void OnMouse(wxMouseEvent& event);
     void OnKey(wxKeyEvent& event);
@@ -41,6 +43,7 @@ private:
     void OnDrag(const wxMouseEvent& event);
     void OnUp();
     void Hover(const wxPoint& point);
+    void LeaveKey();
     void Pick(KeyGesture_cls::Pick pick, const Curves& curves, double at);
     void MoveKeys(int x);
     void SelectBand();
@@ -63,5 +66,6 @@ private:
     FrameArea mPanFrom;
     CurveGesture_cls mCGesture;
     KeyBand_cls mCBand;
-    double mHintAt = -1.0;
+    double mHintAt = -1.0; ///< the key under the pointer
+    wxPoint mHintPoint;
 };

@@ -45,7 +45,10 @@ double ParamStrips_cls::SelectionTolerance() const { return Parameters_cls::msRe
 // A pressed button keeps the pointer by itself. Capturing it would keep the keys away, and with them Escape.
 void ParamStrips_cls::OnMouse(wxMouseEvent& event) {
     if (event.GetEventType() == wxEVT_MOUSEWHEEL) return OnWheel(event);
-    if (event.Leaving()) return mpCCtrl->SetHoverRow(-1);
+    if (event.Leaving()) {
+        LeaveKey();
+        return mpCCtrl->SetHoverRow(-1);
+    }
     if (event.LeftDown()) {
         OnDown(event);
     } else if (event.LeftDClick()) {
@@ -63,29 +66,34 @@ void ParamStrips_cls::OnMouse(wxMouseEvent& event) {
     } else if (event.Dragging() && mGesture.IsActive()) {
         OnDrag(event);
     } else if (event.Moving()) {
-        EndGesture(); // the release went elsewhere
+        if (mGesture.IsActive()) Finish(mGesture.Cancel(), false); // the release went elsewhere
         Hover(event.GetPosition());
     }
 }
 
 void ParamStrips_cls::Hover(const wxPoint& point) {
     mpCCtrl->SetHoverRow(mpCCtrl->GetRowScale().ToRow(point.y));
+    mHintPoint = point;
     Curves curves;
     const double at = KeyUnder(point, &curves);
     if (at == mHintAt) return;
     mHintAt = at;
     SetCursor(at >= 0.0 ? wxCursor(wxCURSOR_HAND) : wxNullCursor);
-    if (at < 0.0) return UnsetToolTip();
+    Refresh();
+}
+
+// Asked at each paint: the key may have gone from under a pointer that rests.
+wxString ParamStrips_cls::GetHint() const {
+    Curves curves;
+    if (mHintAt < 0.0 || mGesture.IsActive() || KeyUnder(mHintPoint, &curves) != mHintAt) return wxString();
     wxString hint =
-        wxString::Format(_("Frame %g"), std::round(at * Parameters_cls::msFrameNumber * 100.0) / 100.0);
-    const Curves own = mpCCtrl->OwnCurvesOfRow(mpCCtrl->GetRowScale().ToRow(point.y));
-    if (own.size() == 1) {
-        const int i = KeyAt(*own[0], at);
-        if (i >= 0)
-            hint += ": " + ParametersPanel_cls::GetValueText(own[0]->GetKeyFrameValue(i)) + ", " +
-                    KeyFrame_cls::msAstrInterp[std::min(own[0]->GetKeys()[size_t(i)].mInterpType, 4u)];
-    }
-    SetToolTip(hint);
+        wxString::Format(_("Frame %g"), std::round(mHintAt * Parameters_cls::msFrameNumber * 100.0) / 100.0);
+    const Curves own = mpCCtrl->OwnCurvesOfRow(mpCCtrl->GetRowScale().ToRow(mHintPoint.y));
+    const int i = own.size() == 1 ? KeyAt(*own[0], mHintAt) : -1;
+    if (i >= 0)
+        hint += ": " + ParametersPanel_cls::GetValueText(own[0]->GetKeyFrameValue(i)) + ", " +
+                KeyFrame_cls::msAstrInterp[std::min(own[0]->GetKeys()[size_t(i)].mInterpType, 4u)];
+    return hint;
 }
 
 void ParamStrips_cls::OnDown(const wxMouseEvent& event) {
@@ -215,7 +223,15 @@ void ParamStrips_cls::Finish(State state, bool bCommit) {
 
 void ParamStrips_cls::EndGesture() {
     if (mGesture.IsActive()) Finish(mGesture.Cancel(), false);
+    LeaveKey();
+}
+
+// No key is known to be under the pointer any more.
+void ParamStrips_cls::LeaveKey() {
+    if (mHintAt < 0.0) return;
     mHintAt = -1.0;
+    SetCursor(wxNullCursor);
+    Refresh();
 }
 
 void ParamStrips_cls::OnWheel(const wxMouseEvent& event) {
