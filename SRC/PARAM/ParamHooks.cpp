@@ -14,4 +14,5 @@ void PutOnClipboard(const wxString& text) {
 
 } // namespace
 
-ParamHooks_st GParamHooks = {nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, PutOnClipboard};
+ParamHooks_st GParamHooks = {nullptr, nullptr, nullptr,        nullptr, nullptr,
+                             nullptr, nullptr, PutOnClipboard, nullptr};

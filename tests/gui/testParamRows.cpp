@@ -89,13 +89,40 @@ TEST_F(ParamRows, WheelZoomsAroundThePointerScrollsAndPans) {
               std::min(2 * Lines()->GetLook().mRow, Lines()->GetRowScale().ClampTop(10000)));
 }
 
+TEST_F(ParamRows, RulerAndJumpsKnowTheKeysOfTheRowsThatExist) {
+    Time()->SetAnimInterpNative(4);
+    InsertKeys({&X(*mpFade)}, 5.5 / 19);
+    InsertKeys({&X(*mpTurn)}, At(12)); // in the folded "Rig", whose row shows them together
+    InsertKeys({&Time()->mpCTimeRemapGroup->mVParams[0]}, At(9));
+    Lines()->HideAndShow();
+    EXPECT_EQ(Marks(), (std::vector<double>{0, 5.5, 12})) << "Time Remap is hidden";
+    Canvas(0)->SetFocus();
+    const auto at = [] { return std::pair<int, int>(Time()->GetFrame(), Time()->GetInterpStep()); };
+    using Place = std::pair<int, int>;
+    Key('K');
+    EXPECT_EQ(at(), Place(5, 2));
+    Key('K');
+    EXPECT_EQ(at(), Place(12, 0));
+    Key('J');
+    EXPECT_EQ(at(), Place(5, 2));
+    const wxRect next = Half()->GetPCHeader()->GetButtonRect("To the next key");
+    Click(Half()->GetPCHeader(), wxPoint(next.x + next.width / 2, next.y + next.height / 2));
+    EXPECT_EQ(at(), Place(12, 0)) << "the arrows go by the same rule";
+    Snap("ruler_marks");
+    Lines()->ShowGroup(mpRig.get(), false);
+    EXPECT_EQ(Marks(), (std::vector<double>{0, 5.5}));
+    Canvas(0)->SetFocus();
+    Key('K');
+    EXPECT_EQ(at(), Place(19, 0)) << "no key is left there";
+    while (GCUndoList.IsUndoable())
+        GCUndoList.UndoCurrent();
+}
+
 TEST_F(ParamRows, RulerShowsKeysAndDragsAreas) {
     MakeKeys(ALPHA, {5, 12});
     Menu(ID_REFRESH_TL);
     FrameSlider_cls* slider = Half()->GetPCSlider();
-    ASSERT_EQ(slider->GetTags().size(), 20u);
-    for (int frame = 0; frame < 20; ++frame)
-        EXPECT_EQ(slider->GetTags()[size_t(frame)], frame == 0 || frame == 5 || frame == 12) << frame;
+    EXPECT_EQ(Marks(), (std::vector<double>{0, 5, 12}));
     const FrameScale scale = slider->GetScale();
     const int work = slider->GetBandY(2);
     const int film = slider->GetBandY(0);

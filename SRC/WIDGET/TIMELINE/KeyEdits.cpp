@@ -93,6 +93,19 @@ double NeighbourKey(const Curves& curves, double doubleIndex, int dir) {
     return best;
 }
 
+std::vector<double> KeyPlaces(const Curves& curves) {
+    std::vector<double> places;
+    for (const Parameters_cls* curve : curves) {
+        if (!IsAnimated(*curve)) continue;
+        for (const KeyFrame_cls& key : curve->GetKeys())
+            places.push_back(key.mDoubleIndex);
+    }
+    std::sort(places.begin(), places.end());
+    const auto same = [](double a, double b) { return b - a < Half(); };
+    places.erase(std::unique(places.begin(), places.end(), same), places.end());
+    return places;
+}
+
 void DeselectKeys(const Curves& curves) {
     for (Parameters_cls* curve : curves)
         curve->DeselectAll();

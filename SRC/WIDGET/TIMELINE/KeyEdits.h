@@ -28,6 +28,9 @@ bool HasKeyAt(const Curves& curves, double doubleIndex);
 /// there is none.
 double NeighbourKey(const Curves& curves, double doubleIndex, int dir);
 
+/// Places of all their keys, ascending.
+std::vector<double> KeyPlaces(const Curves& curves);
+
 enum class SelectMode { SET, ADD, TOGGLE };
 void DeselectKeys(const Curves& curves);
 /// The keys within a stretch, bounds included. SET deselects all others of these curves.

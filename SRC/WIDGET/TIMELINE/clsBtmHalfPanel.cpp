@@ -48,7 +48,7 @@ BtmHalfPanel_cls::BtmHalfPanel_cls(wxWindow* pParent, Main_cls* pMain)
 
 void BtmHalfPanel_cls::UpdateTags() {
     mpCTime->UpdateSnippingTag();
-    mpCSlider->SetTags(mpCTime->GetSnippingTags());
+    mpCSlider->SetMarks(KeyPlaces(mpCParamGUICtrl->ShownCurves()));
 }
 
 // The remap curve stands there while it is used.

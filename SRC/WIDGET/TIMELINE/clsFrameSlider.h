@@ -12,9 +12,9 @@ public:
     FrameSlider_cls(wxWindow* pParent, TimeCtrl_cls* pTime);
     /// Draw again if the clock shows something else than what was drawn.
     void RefreshIfChanged();
-    /// Which frames hold keys.
-    void SetTags(std::vector<bool> tags);
-    const std::vector<bool>& GetTags() const { return mVTags; }
+    /// Where keys stand, 0 to 1 over the film, ascending.
+    void SetMarks(std::vector<double> marks);
+    const std::vector<double>& GetMarks() const { return mVMarks; }
     /// The whole film over the strip's width: where the part shown is dragged.
     FrameScale GetFilmScale() const;
     /// Middle of the bands from the top, for tests of the mouse: 0 film, 1 ruler, 2 work area.
@@ -36,7 +36,7 @@ private:
     void DrawFilm(wxDC& dc) const;
     void DrawWorkArea(wxDC& dc, const FrameScale& scale) const;
     void DrawRuler(wxDC& dc, const FrameScale& scale);
-    void DrawTags(wxDC& dc, const FrameScale& scale) const;
+    void DrawMarks(wxDC& dc, const FrameScale& scale) const;
     void DrawMarker(wxDC& dc, const FrameScale& scale);
     void DrawHandle(wxDC& dc, int x, int top, int height, const wxColour& colour) const;
 
@@ -53,7 +53,7 @@ private:
     void SetArea(Act act, const FrameArea& area);
 
     Shown mShown;
-    std::vector<bool> mVTags;
+    std::vector<double> mVMarks;
     Act mAct = Act::NONE;
     int mEnd = kNone;
     int mPressed = 0;    ///< pixel

@@ -240,7 +240,7 @@ void ParamGUICtrl_cls::UpdateGraph() {
 }
 
 void ParamGUICtrl_cls::CheckSnippingTag(std::vector<bool>* pTags) const {
-    for (const Parameters_cls* curve : AllCurves())
+    for (const Parameters_cls* curve : ShownCurves())
         if (IsAnimated(*curve)) curve->CheckSnippingTag(pTags);
 }
 

@@ -43,7 +43,7 @@ public:
     void RecheckSize(); ///< place windows and scroll bar
     /// Repaint what shows something else now.
     void RefreshTL();
-    /// Frames that hold keys of animated curves.
+    /// Frames that hold keys of the rows.
     void CheckSnippingTag(std::vector<bool>* pTags) const;
 
     // What the curves tell (PARAM/ParamHooks.h).
@@ -72,6 +72,7 @@ public:
     /// Those that the row draws.
     Curves OwnCurvesOfRow(int row) const;
     Curves AllCurves() const;
+    /// Those of the rows that exist, of folded groups too: ruler and jumps from key to key know no others.
     Curves ShownCurves() const;
     bool ToggleFold(int row);
     void SetHoverRow(int row);
