@@ -118,6 +118,27 @@ TEST_F(ParamRows, RulerAndJumpsKnowTheKeysOfTheRowsThatExist) {
         GCUndoList.UndoCurrent();
 }
 
+TEST_F(ParamRows, TheRulerDragsThroughTheSteps) {
+    Time()->SetAnimInterpNative(4);
+    Menu(ID_REFRESH_TL);
+    FrameSlider_cls* slider = Half()->GetPCSlider();
+    const int y = slider->GetBandY(1);
+    const auto at = [&](double frame) {
+        return wxPoint(int(std::lround(slider->GetScale().ToPixelExact(frame))), y);
+    };
+    using Place = std::pair<int, int>;
+    const auto now = [] { return Place(Time()->GetFrame(), Time()->GetInterpStep()); };
+    Drag(slider, at(2), at(6.75));
+    EXPECT_EQ(now(), Place(6, 3));
+    Snap("ruler_steps");
+    With(WXK_SHIFT, [&] { Drag(slider, at(2), at(6.75)); });
+    EXPECT_EQ(now(), Place(7, 0));
+    Menu(ID_UNDO);
+    EXPECT_EQ(now(), Place(6, 3)) << "a drag is one step";
+    Click(slider, at(9.25));
+    EXPECT_EQ(now(), Place(9, 1));
+}
+
 TEST_F(ParamRows, RulerShowsKeysAndDragsAreas) {
     MakeKeys(ALPHA, {5, 12});
     Menu(ID_REFRESH_TL);

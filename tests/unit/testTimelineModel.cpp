@@ -22,6 +22,21 @@ long Count(const std::vector<CacheState>& columns, CacheState state) {
 
 } // namespace
 
+TEST(NearestPlace, VisitsTheStepsThatPlayingVisits) {
+    EXPECT_EQ(NearestPlace(3.26, 1, 4, 19), (FilmPlace{3, 1}));
+    EXPECT_EQ(NearestPlace(3.9, 1, 4, 19), (FilmPlace{4, 0}));
+    EXPECT_EQ(NearestPlace(3.86, 1, 4, 19), (FilmPlace{3, 3}));
+    EXPECT_EQ(NearestPlace(2.6, 1, 1, 19), (FilmPlace{3, 0}));
+    EXPECT_EQ(NearestPlace(99.0, 1, 4, 19), (FilmPlace{19, 0})) << "the last frame has no steps";
+    EXPECT_EQ(NearestPlace(-5.0, 1, 4, 19), (FilmPlace{0, 0}));
+    // Every fifth frame plays, with its steps right behind it.
+    EXPECT_EQ(NearestPlace(5.5, 5, 4, 19), (FilmPlace{5, 2}));
+    EXPECT_EQ(NearestPlace(7.0, 5, 4, 19), (FilmPlace{5, 3}));
+    EXPECT_EQ(NearestPlace(9.0, 5, 4, 19), (FilmPlace{10, 0}));
+    EXPECT_EQ(NearestPlace(19.0, 5, 4, 19), (FilmPlace{15, 3}));
+    EXPECT_EQ(NearestPlace(0.0, 0, 0, 0), (FilmPlace{0, 0}));
+}
+
 TEST(TimelineModel, EveryFrameComesBackFromItsPixel) {
     const FrameScale scale = Scale(20, 120, 16, 640);
     EXPECT_EQ(scale.ToPixel(20), 16);

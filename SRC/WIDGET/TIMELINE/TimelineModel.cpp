@@ -64,6 +64,18 @@ FrameArea DragArea(const FrameArea& area, int end, int frames, int maxFrame) {
     return moved;
 }
 
+FilmPlace NearestPlace(double frame, int animStep, int interp, int maxFrame) {
+    animStep = std::max(animStep, 1);
+    interp = std::max(interp, 1);
+    frame = std::clamp(frame, 0.0, double(std::max(maxFrame, 0)));
+    const int base = int(frame) / animStep * animStep;
+    const int most = base < maxFrame ? interp - 1 : 0;
+    const int step = std::clamp(int(std::lround((frame - base) * interp)), 0, most);
+    const int next = base + animStep;
+    if (next <= maxFrame && next - frame <= std::fabs(frame - base - double(step) / interp)) return {next, 0};
+    return {base, step};
+}
+
 int RowScale::ToRow(int pixel) const {
     const int at = pixel + mTop;
     if (at < 0 || at >= mCount * mHeight) return -1;

@@ -1,6 +1,7 @@
 // The slider over the film. From the top: the film as a whole with the part that the strips show; the ruler,
-// where pressing or dragging goes to a frame; the work area, which plays. Parts are dragged by their ends or
-// as a whole. The wheel steps, with Ctrl it zooms around the pointer.
+// where pressing or dragging goes to a frame or one of its steps, with Shift to whole frames; the work area,
+// which plays. Parts are dragged by their ends or as a whole. The wheel steps, with Ctrl it zooms around the
+// pointer.
 #pragma once
 
 #include "WIDGET/TIMELINE/clsTimelineStrip.h"
@@ -41,13 +42,13 @@ private:
     void DrawHandle(wxDC& dc, int x, int top, int height, const wxColour& colour) const;
 
     void OnMouse(wxMouseEvent& event);
-    void OnDown(const wxPoint& point);
-    void OnDrag(const wxPoint& point);
+    void OnDown(const wxMouseEvent& event);
+    void OnDrag(const wxMouseEvent& event);
     void OnWheel(const wxMouseEvent& event);
     void Finish();
     static wxString GetFramesTip();
     void Hover(const wxPoint& point);
-    void GoTo(int pixel);
+    void GoTo(int pixel, bool bWholeFrames);
     Act ActAt(const wxPoint& point, int* pEnd) const;
     int EndAt(const FrameScale& scale, const FrameArea& area, int pixel) const;
     void SetArea(Act act, const FrameArea& area);
@@ -60,4 +61,5 @@ private:
     FrameArea mDragFrom; ///< the area when it was pressed
     FrameScale mDragScale;
     bool mbMoved = false;
+    bool mbWholeFrames = false; ///< Shift at the press
 };
