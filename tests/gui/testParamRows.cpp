@@ -89,6 +89,35 @@ TEST_F(ParamRows, WheelZoomsAroundThePointerScrollsAndPans) {
               std::min(2 * Lines()->GetLook().mRow, Lines()->GetRowScale().ClampTop(10000)));
 }
 
+TEST_F(ParamRows, ABurstOfZoomsIsOneStep) {
+    const auto shown = [] { return std::pair<int, int>(Time()->GetAAMin(), Time()->GetAAMax()); };
+    const auto all = shown();
+    FrameSlider_cls* slider = Half()->GetPCSlider();
+    const std::pair<wxWindow*, wxPoint> places[] = {
+        {Strips(), wxPoint(Strips()->GetScale().ToPixel(7), 10)},
+        {slider, wxPoint(slider->GetScale().ToPixel(7), slider->GetBandY(1))}};
+    for (const auto& [window, point] : places) {
+        With(WXK_CONTROL, [window = window, point = point] { Wheel(window, point, 3); });
+        EXPECT_LE(shown().second - shown().first, 11);
+        Menu(ID_UNDO);
+        EXPECT_EQ(shown(), all);
+        EXPECT_FALSE(GCUndoList.IsUndoable());
+    }
+    Time()->SetFrameNative(7, 0);
+    Canvas(0)->SetFocus();
+    Key('\'');
+    Key('\'');
+    EXPECT_LE(shown().second - shown().first, 6);
+    ASSERT_TRUE(PumpUntil([] { return !Time()->IsGesture(); })) << "the burst ends by itself";
+    Key('-');
+    ASSERT_TRUE(PumpUntil([] { return !Time()->IsGesture(); }));
+    GCUndoList.UndoCurrent();
+    EXPECT_LE(shown().second - shown().first, 6);
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(shown(), all);
+    EXPECT_FALSE(GCUndoList.IsUndoable());
+}
+
 TEST_F(ParamRows, RulerAndJumpsKnowTheKeysOfTheRowsThatExist) {
     Time()->SetAnimInterpNative(4);
     InsertKeys({&X(*mpFade)}, 5.5 / 19);

@@ -128,9 +128,9 @@ void FrameSlider_cls::Finish() {
 void FrameSlider_cls::OnWheel(const wxMouseEvent& event) {
     if (mAct != Act::NONE) return;
     const bool bForward = event.GetWheelRotation() > 0;
+    TimeGesture_cls::Burst(mpCTime);
     if (event.ControlDown()) {
         const FrameArea now = {mpCTime->GetAAMin(), mpCTime->GetAAMax()};
-        const TimeGesture_cls gesture(mpCTime);
         SetArea(Act::ACTIVE, ZoomArea(now, GetScale().ToFrameExact(event.GetX()),
                                       bForward ? kZoomStep : 1.0 / kZoomStep, mpCTime->GetMaxFrame()));
         return;

@@ -11,6 +11,7 @@
 #include "PARAM/ParamHooks.h"
 #include "PARAM/clsUndoManager.h"
 #include "TIME/clsTimeCtrl.h"
+#include "WIDGET/TIMELINE/TimeGesture.h"
 
 namespace {
 constexpr int kLeastHeight = 96;
@@ -113,7 +114,7 @@ void GraphPanel_cls::SetActiveArea(int first, int last) {
     const int span = std::clamp(last - first, std::min(1, end), end);
     first = std::clamp(first, 0, end - span);
     if (first == mpCTime->GetAAMin() && first + span == mpCTime->GetAAMax()) return;
-    const UndoBlock_cls block;
+    const TimeGesture_cls gesture(mpCTime);
     mpCTime->SetAAMinCommand(first);
     mpCTime->SetAAMaxCommand(first + span);
     Refresh();

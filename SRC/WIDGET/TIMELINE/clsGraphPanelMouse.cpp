@@ -7,6 +7,7 @@
 #include "PARAM/clsParamGroup.h"
 #include "PARAM/clsUndoManager.h"
 #include "TIME/clsTimeCtrl.h"
+#include "WIDGET/TIMELINE/TimeGesture.h"
 #include "WIDGET/TIMELINE/clsGraphPanel.h"
 #include "WIDGET/TIMELINE/clsKeyDialog.h"
 
@@ -295,9 +296,10 @@ void GraphPanel_cls::OnWheel(wxMouseEvent& event) {
     // Shift may turn the wheel's axis; what was meant is plain.
     const int clicks = event.GetWheelRotation() > 0 ? 1 : -1;
     const double factor = clicks > 0 ? kZoomStep : 1.0 / kZoomStep;
-    if (event.ControlDown())
+    if (event.ControlDown()) {
+        TimeGesture_cls::Burst(mpCTime);
         ZoomTime(event.GetX(), factor);
-    else if (event.ShiftDown() || event.AltDown())
+    } else if (event.ShiftDown() || event.AltDown())
         mCValues = mCValues.Zoomed(GetGraphScale().ToValue(event.GetY() + 0.5), factor);
     else
         mCValues = mCValues.Shifted(clicks * kScrollStep * mCValues.Span());

@@ -238,6 +238,8 @@ void ParamStrips_cls::OnWheel(const wxMouseEvent& event) {
     if (mGesture.IsActive()) return;
     const int ticks = event.GetWheelRotation() > 0 ? -1 : 1;
     const bool bSideways = event.GetWheelAxis() == wxMOUSE_WHEEL_HORIZONTAL;
+    const bool bTime = event.ControlDown() || bSideways || event.ShiftDown();
+    if (bTime) TimeGesture_cls::Burst(mpCTime);
     if (event.ControlDown()) {
         mpCCtrl->Zoom(GetScale().ToFrameExact(event.GetX()), ticks < 0 ? kZoomStep : 1.0 / kZoomStep);
     } else if (bSideways || event.ShiftDown()) {
