@@ -22,6 +22,8 @@
 #include "PDATA/clsPeriodicBoundary.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
+#include "WIDGET/TIMELINE/clsGraphPanel.h"
+#include "WIDGET/TIMELINE/clsParamGUICtrl.h"
 #include "WIDGET/clsFileDialogEX.h"
 
 namespace {
@@ -61,6 +63,7 @@ void FrameMain_cls::TakeProject(const std::wstring& text, const wxString& folder
     mpCTopHalf->ClearStatusGLPanels();
     mpCTopHalf->RefreshGLPanels();
     mpCBtmHalf->RefreshTLPanels();
+    mpCBtmHalf->GetPCParamGUICtrl()->GetPCGraph()->FitToView(); // the same curves have other values
     mpCTopHalf->RefreshAttrib();
     mpCMain->mpCPeriodicBoundary->UpdateItems(true);
     PostMenuEvent(ID_FILTER_REFRESH);

@@ -19,6 +19,7 @@
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
 #include "WIDGET/TIMELINE/clsFrameSlider.h"
+#include "WIDGET/TIMELINE/clsGraphPanel.h"
 #include "WIDGET/TIMELINE/clsParamGUICtrl.h"
 #include "WIDGET/TIMELINE/clsParamStrips.h"
 #include "WIDGET/TIMELINE/clsParamTree.h"

@@ -21,7 +21,10 @@ TEST_F(ParamRows, LayoutKeepsRulerAndPlayPanelAndStandsInLine) {
     const wxSize size = Half()->GetSize();
     Half()->SetSize(size.x, 80);
     EXPECT_EQ(Half()->GetPCPlayCtrl()->GetRect().GetBottom(), 79);
+    EXPECT_FALSE(Lines()->IsShown()) << "rows without room would lie over the play panel";
+    Snap("low");
     Half()->SetSize(size);
+    EXPECT_TRUE(Lines()->IsShown());
     Snap("layout");
 }
 
@@ -87,6 +90,22 @@ TEST_F(ParamRows, WheelZoomsAroundThePointerScrollsAndPans) {
     Wheel(Strips(), point, -1);
     EXPECT_EQ(Lines()->GetRowScale().mTop - top,
               std::min(2 * Lines()->GetLook().mRow, Lines()->GetRowScale().ClampTop(10000)));
+}
+
+TEST_F(ParamRows, TheGraphIsFittedWhenAnotherProjectOpens) {
+    MakeKeys(ALPHA, {5, 12});
+    ClickZone(ALPHA, TreeZone::NAME);
+    Lines()->ShowGraph(true);
+    Settle();
+    const GraphPanel_cls* graph = Lines()->GetPCGraph();
+    std::vector<KeyFrame_cls> keys = X(*mpFade).GetKeys();
+    keys[1].mValue = 5000.0;
+    X(*mpFade).ExecCommandSetKeys(keys);
+    ASSERT_LT(graph->GetValues().mHigh, 5000.0);
+    ASSERT_TRUE(OpenProjectAndPaint(Root() + "examples/lj_melt_bin/lj_melt_bin.mrp"));
+    EXPECT_GT(graph->GetValues().mHigh, 5000.0);
+    Snap("graph_fitted");
+    Lines()->ShowGraph(false);
 }
 
 TEST_F(ParamRows, ABurstOfZoomsIsOneStep) {

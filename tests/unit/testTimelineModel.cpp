@@ -101,7 +101,8 @@ TEST(TimelineModel, ZoomKeepsTheFrameUnderThePointer) {
         EXPECT_NEAR(zoomed.mFirst + 0.25 * (zoomed.mLast - zoomed.mFirst), 300.0, 1.0) << factor;
     }
     EXPECT_EQ(ZoomArea(area, 300.0, 100.0, 1000), (FrameArea{0, 1000})) << "no more than the film";
-    EXPECT_EQ(ZoomArea({0, 4}, 2.0, 0.5, 1000), (FrameArea{0, 4})) << "no less than a few frames";
+    EXPECT_EQ(ZoomArea({2, 4}, 3.0, 0.5, 1000), (FrameArea{3, 4})) << "down to one frame with its steps";
+    EXPECT_EQ(ZoomArea({3, 4}, 3.5, 0.5, 1000), (FrameArea{3, 4}));
     EXPECT_EQ(ZoomArea({10, 15}, 12.0, 0.95, 1000).mLast - ZoomArea({10, 15}, 12.0, 0.95, 1000).mFirst, 4);
     EXPECT_EQ(ZoomArea({0, 0}, 0.0, 0.5, 0), (FrameArea{0, 0})) << "a film of one frame";
     EXPECT_EQ(ZoomArea({0, 2}, 1.0, 2.0, 2), (FrameArea{0, 2}));

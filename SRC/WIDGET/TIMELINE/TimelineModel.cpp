@@ -38,7 +38,7 @@ FrameArea PlaceArea(double first, int span, int maxFrame) {
 } // namespace
 
 FrameArea ZoomArea(const FrameArea& area, double anchor, double factor, int maxFrame) {
-    constexpr int kLeastSpan = 4; // frames; fewer show nothing more
+    constexpr int kLeastSpan = 1; // a frame and its steps
     const int longest = std::max(maxFrame, 0);
     const int span = std::max(area.mLast - area.mFirst, 1);
     int wanted = static_cast<int>(std::lround(std::min(span * factor, 1e9)));

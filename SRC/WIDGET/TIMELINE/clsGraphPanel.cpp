@@ -9,7 +9,6 @@
 #include "COMMON/EventIds.h"
 #include "COMMON/MenuEvent.h"
 #include "PARAM/ParamHooks.h"
-#include "PARAM/clsUndoManager.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/TIMELINE/TimeGesture.h"
 
