@@ -34,12 +34,13 @@ KeyHit KeyPicker_cls::GetHit(bool bKeyFirst) const {
 }
 
 KeyGesture_cls::Pick KeyGesture_cls::Press(const KeyPoint& at, const KeyHit& hit, bool bSelected, bool bShift,
-                                           bool bCtrl) {
+                                           bool bCtrl, bool bAlt) {
     mFrom = mTo = at;
     mHit = hit;
     mbSelected = bSelected;
     mbToggle = bCtrl;
     mbAdd = bShift || bCtrl;
+    mbCopy = bAlt;
     mState = !hit.IsAny() ? State::GROUND : hit.mSide != 0 ? State::HANDLE : State::KEY;
     if (mState != State::KEY) return Pick::KEEP;
     if (mbToggle) return Pick::TOGGLE;

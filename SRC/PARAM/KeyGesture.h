@@ -74,7 +74,9 @@ public:
     enum class Pick { KEEP, ALONE, ADD, TOGGLE, CLEAR };
 
     /// `bSelected`: the key that is hit is. ALONE, ADD and TOGGLE concern that key; never CLEAR.
-    Pick Press(const KeyPoint& at, const KeyHit& hit, bool bSelected, bool bShift, bool bCtrl);
+    /// With `bAlt` a drag of keys leaves them and moves copies.
+    Pick Press(const KeyPoint& at, const KeyHit& hit, bool bSelected, bool bShift, bool bCtrl,
+               bool bAlt = false);
     void Grip(const KeyPoint& at);
     /// The pointer went there, `threshold` in pixels of this screen; true when the drag begins with it.
     bool Drag(const KeyPoint& to, int threshold = kThreshold);
@@ -93,6 +95,7 @@ public:
     KeyPoint GetWay(bool bOneAxis) const;
     bool IsAdding() const { return mbAdd; }      ///< Shift or Ctrl at the press
     bool IsToggling() const { return mbToggle; } ///< Ctrl at the press
+    bool IsCopying() const { return mbCopy; }    ///< Alt at the press
 
     // The band's edges, pixels.
     int GetLeft() const { return mFrom.mX < mTo.mX ? mFrom.mX : mTo.mX; }
@@ -108,6 +111,7 @@ private:
     bool mbSelected = false;
     bool mbAdd = false;
     bool mbToggle = false;
+    bool mbCopy = false;
 };
 
 /// The selection while a band is drawn: at every move it is what it was at the press, changed by the keys

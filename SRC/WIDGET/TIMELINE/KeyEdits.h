@@ -55,3 +55,8 @@ double ValueNow(const Parameters_cls& curve);
 void FlipCurves(const Curves& curves);
 /// Selected keys as text; empty when none is selected.
 wxString CopiedKeys(const Curves& curves);
+/// Such text back: its first key comes to a position, the others keep their distances; keys beyond the film's
+/// ends are left out, keys at the same places replaced. Each copied curve goes to the curve of its name; a
+/// single one goes to all, whatever their names. The new keys alone are selected. False when nothing came of
+/// it.
+bool PasteKeys(const Curves& curves, const wxString& text, double doubleIndex);

@@ -11,6 +11,7 @@
 #include "PARAM/ParamHooks.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/TIMELINE/TimeGesture.h"
+#include "WIDGET/TIMELINE/clsKeyActions.h"
 
 namespace {
 constexpr int kLeastHeight = 96;
@@ -148,6 +149,8 @@ bool GraphPanel_cls::HandleKey(int key, int modifiers) {
         SelectAll();
     } else if (modifiers == wxMOD_CONTROL && key == 'C') {
         Copy();
+    } else if (modifiers == wxMOD_CONTROL && key == 'V') {
+        if (PasteKeys(GetCurves(), KeyActions_cls::ClipboardText(), Parameters_cls::kCurrent)) Edited();
     } else {
         return false;
     }

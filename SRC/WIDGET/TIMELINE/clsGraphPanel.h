@@ -3,7 +3,8 @@
 // Mouse: click, Shift and Ctrl select keys, a drag moves them (Shift: one axis only), a drag from the
 // ground selects by a rubber band, a drag on a tangent's handle turns it, a double click inserts a key.
 // Wheel: scrolls values; Ctrl: zooms the time, Shift or Alt: the values around the pointer. The middle
-// button pans. Keys: F fits, Delete deletes, Ctrl-A selects all, Ctrl-C copies, Escape takes a drag back.
+// button pans. Keys: F fits, Delete deletes, Ctrl-A selects all, Ctrl-C copies, Ctrl-V pastes at the clock,
+// Escape takes a drag back. Alt drags copies.
 #pragma once
 
 #include <cstdint>

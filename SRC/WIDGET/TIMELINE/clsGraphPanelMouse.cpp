@@ -152,8 +152,8 @@ void GraphPanel_cls::OnLeftDown(const wxMouseEvent& event) {
     const KeyHit hit = PickAt(point, true).GetHit(event.ShiftDown() || event.ControlDown());
     mHit = ToHit(hit);
     if (hit.IsAny()) mHitKey = mHit.mpCParam->GetKeys()[size_t(mHit.mKey)];
-    const KeyGesture_cls::Pick pick =
-        mGesture.Press({point.x, point.y}, hit, mHitKey.mbSelected, event.ShiftDown(), event.ControlDown());
+    const KeyGesture_cls::Pick pick = mGesture.Press({point.x, point.y}, hit, mHitKey.mbSelected,
+                                                     event.ShiftDown(), event.ControlDown(), event.AltDown());
     BeginDrag();
     if (!hit.IsAny()) mCBand.Begin(GetCurves());
     Pick(pick);
@@ -191,6 +191,7 @@ void GraphPanel_cls::OnDoubleClick(const wxPoint& point) {
 void GraphPanel_cls::OnDrag(const wxMouseEvent& event) {
     if (mGesture.Drag({event.GetX(), event.GetY()}, FromDIP(KeyGesture_cls::kThreshold))) {
         if (mGesture.Get() == State::MOVE) mCGesture.Begin(GetCurves(), true);
+        if (mGesture.Get() == State::MOVE && mGesture.IsCopying()) mCGesture.MoveCopies();
         if (mGesture.Get() == State::TURN) mCGesture.Begin({mHit.mpCParam}, false);
     }
     if (mGesture.Get() == State::MOVE) DragKeys(event.ShiftDown());

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include <wx/clipbrd.h>
 #include <wx/menu.h>
 
 #include "PARAM/ParamHooks.h"
@@ -31,6 +32,26 @@ void KeyActions_cls::Delete() {
 void KeyActions_cls::Copy() const {
     const wxString text = CopiedKeys(GetCurves());
     if (!text.empty() && GParamHooks.mClipboard) GParamHooks.mClipboard(text);
+}
+
+wxString KeyActions_cls::ClipboardText() {
+    wxTextDataObject data;
+    const wxClipboardLocker locker;
+    return !!locker && wxTheClipboard->GetData(data) ? data.GetText() : wxString();
+}
+
+void KeyActions_cls::Paste() {
+    Curves into = mpCCtrl->GetSelectedCurves();
+    if (into.empty()) into = WithSelectedKeys(GetCurves());
+    if (!PasteKeys(into, ClipboardText(), Parameters_cls::kCurrent)) return;
+    Curves others = mpCCtrl->AllCurves();
+    others.erase(std::remove_if(others.begin(), others.end(),
+                                [&](Parameters_cls* curve) {
+                                    return std::find(into.begin(), into.end(), curve) != into.end();
+                                }),
+                 others.end());
+    DeselectKeys(others);
+    mpCCtrl->RefreshAll();
 }
 
 void KeyActions_cls::SelectAll() {
@@ -110,6 +131,7 @@ void KeyActions_cls::ShowMenu(wxWindow* pWindow, const wxPoint& position, double
     menu.AppendSeparator();
     AppendAct(menu, _("Delete"), [this] { Delete(); })->Enable(bSome);
     AppendAct(menu, _("Copy"), [this] { Copy(); })->Enable(bSome);
+    AppendAct(menu, _("Paste at the current time"), [this] { Paste(); });
     AppendAct(menu, _(L"Key settings\u2026"), [this] { OpenDialog(); })->Enable(bSome);
     if (!insertInto.empty()) {
         menu.AppendSeparator();

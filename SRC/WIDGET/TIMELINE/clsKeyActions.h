@@ -23,6 +23,10 @@ public:
     // The selected keys.
     void Delete();
     void Copy() const;
+    /// Keys of the clipboard at the clock: to the selected rows, without any to those with selected keys.
+    void Paste();
+    /// Empty when there is none.
+    static wxString ClipboardText();
     void SelectAll();
     void SetKind(unsigned kind);
     void OpenDialog();

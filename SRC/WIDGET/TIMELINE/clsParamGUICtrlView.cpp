@@ -46,6 +46,10 @@ bool ParamGUICtrl_cls::OnKey(const wxKeyEvent& event) {
         if (!event.ControlDown()) return false;
         mKeyActions.Copy();
         return true;
+    case 'V':
+        if (!event.ControlDown()) return false;
+        mKeyActions.Paste();
+        return true;
     case WXK_ESCAPE:
         DeselectKeys(AllCurves());
         RefreshAll();

@@ -99,15 +99,17 @@ wxString ParamStrips_cls::GetHint() const {
 void ParamStrips_cls::OnDown(const wxMouseEvent& event) {
     if (mGesture.IsActive()) return;
     SetFocus();
-    if (event.AltDown()) return Insert(event.GetPosition());
     mbDouble = false;
     mVPressed.clear();
     mPressedKey = KeyUnder(event.GetPosition(), &mVPressed);
     KeyHit hit;
-    if (mPressedKey >= 0.0) hit.mKey = 0;
+    if (mPressedKey >= 0.0)
+        hit.mKey = 0;
+    else if (event.AltDown())
+        return Insert(event.GetPosition());
     const KeyGesture_cls::Pick pick =
         mGesture.Press({event.GetX(), event.GetY()}, hit, IsSelected(mVPressed, mPressedKey),
-                       event.ShiftDown(), event.ControlDown());
+                       event.ShiftDown(), event.ControlDown(), event.AltDown());
     if (!hit.IsAny()) return mCBand.Begin(mpCCtrl->AllCurves());
     Pick(pick, mVPressed, mPressedKey);
 }
@@ -158,6 +160,7 @@ void ParamStrips_cls::OnDrag(const wxMouseEvent& event) {
     if (bBegins && mGesture.Get() == State::MOVE) {
         mDelta = 0.0;
         mCGesture.Begin(WithSelectedKeys(mpCCtrl->GetKeyActions().GetCurves()), true);
+        if (mGesture.IsCopying()) mCGesture.MoveCopies();
     }
     if (mGesture.Get() == State::PAN) Pan(event.GetPosition());
     if (mGesture.Get() == State::MOVE) MoveKeys(event.GetX());
