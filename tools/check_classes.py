@@ -13,7 +13,7 @@ import re
 import sys
 
 LIMIT = 60
-LARGE = {"FrameMain_cls", "MainGLCanvas_cls", "ParamGUICtrl_cls"}
+LARGE = set()
 
 NOISE = re.compile(r"//[^\n]*|/\*.*?\*/|\"(?:\\.|[^\"\\\n])*\"|'(?:\\.|[^'\\\n])+'|^[ \t]*#(?:\\\n|[^\n])*",
                    re.S | re.M)

@@ -2,6 +2,8 @@
 
 #include <wx/strconv.h>
 
+#include "COMMON/TextSplit.h"
+
 namespace {
 
 const wxMBConvUTF8& FileConv() {
@@ -27,11 +29,7 @@ std::string EncodeProject(const wxString& text) {
 
 bool NextProjectLine(std::wistream& stream, wxString* pLine) {
     std::wstring line;
-    do {
-        if (!std::getline(stream, line)) return false;
-    } while (line.size() > kLongestProjectLine);
-    while (!line.empty() && line.back() == L'\r')
-        line.pop_back();
+    if (!ReadTextLine(stream, &line, kLongestProjectLine)) return false;
     *pLine = line;
     return true;
 }

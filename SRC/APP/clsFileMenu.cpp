@@ -23,6 +23,8 @@
 #include "PDATA/clsPeriodicBoundary.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
+#include "WIDGET/TIMELINE/clsGraphPanel.h"
+#include "WIDGET/TIMELINE/clsParamGUICtrl.h"
 #include "WIDGET/clsFileDialogEX.h"
 
 namespace {
@@ -91,6 +93,10 @@ void FileMenu_cls::TakeProject(const std::wstring& text, const wxString& folder)
     mFrame.GetPCTopHalf()->ClearStatusGLPanels();
     mFrame.GetPCTopHalf()->RefreshGLPanels();
     mFrame.GetPCBtmHalf()->RefreshTLPanels();
+    mFrame.GetPCBtmHalf()
+        ->GetPCParamGUICtrl()
+        ->GetPCGraph()
+        ->FitToView(); // the same curves have other values
     mFrame.GetPCTopHalf()->RefreshAttrib();
     mHub.mpCPeriodicBoundary->UpdateItems(true);
     PostMenuEvent(ID_FILTER_REFRESH);

@@ -34,6 +34,9 @@ void Main_cls::MakeTimeLines() {
     mpCParamGUICtrl = mpCFrameMain->GetPCBtmHalf()->GetPCParamGUICtrl();
     ParamGUICtrl_cls* lines = mpCParamGUICtrl;
     GParamHooks.mGroupRefresh = [lines](ParamGroup_cls* pGroup) { lines->GroupRefresh(pGroup); };
+    GParamHooks.mNeighbourKey = [lines](double doubleIndex, int dir) {
+        return NeighbourKey(lines->ShownCurves(), doubleIndex, dir);
+    };
     GParamHooks.mStripHit = &ParamGUICtrl_cls::StripHit;
     GParamHooks.mStripTimeDepend = [lines](ParamTL_cls* pStrip, bool bTimeDepend) {
         lines->StripTimeDepend(pStrip, bTimeDepend);
@@ -55,6 +58,7 @@ void Main_cls::UnlinkParamHooks() {
     GParamHooks.mFindParam = nullptr;
     GParamHooks.mMarkSnipping = nullptr;
     GParamHooks.mGroupRefresh = nullptr;
+    GParamHooks.mNeighbourKey = nullptr;
     GParamHooks.mStripHit = nullptr;
     GParamHooks.mStripTimeDepend = nullptr;
     GParamHooks.mStripRead = nullptr;

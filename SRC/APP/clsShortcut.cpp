@@ -9,6 +9,7 @@
 #include "COMMON/MenuEvent.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "TIME/clsTimeCtrl.h"
+#include "WIDGET/TIMELINE/TimeGesture.h"
 
 bool Shortcut_cls::ProcShortcutKey(int modifier, int keycode) {
     if (modifier == 1) return false; // Alt belongs to the menus
@@ -90,9 +91,11 @@ bool Shortcut_cls::ProcTime(int keycode) {
         time->StartPlayCommand(1);
         return true;
     case '\'':
+        TimeGesture_cls::Burst(time);
         time->ExpandAACommand(true);
         return true;
     case '-':
+        TimeGesture_cls::Burst(time);
         time->ExpandAACommand(false);
         return true;
     case 'B':

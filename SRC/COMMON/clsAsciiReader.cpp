@@ -4,12 +4,13 @@
 #include <cstdint>
 #include <cstring>
 
+#include "COMMON/TextSplit.h"
+
 namespace {
 
 constexpr uint32_t kRoom = (UINT32_MAX - 9) / 10; // up to here another digit fits
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-bool IsBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 void PassTerminator(const char** ppCursor, char terminator) {
     const char* cursor = *ppCursor;

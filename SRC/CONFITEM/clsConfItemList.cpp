@@ -61,6 +61,17 @@ bool CopyAsAnyOf(ConfItem_cls* pDest, const ConfItem_cls* pSrc) {
 void ConfItemList_cls::Add(ConfItem_cls* pItem, const wxString& key, const wxString& value) {
     pItem->SetItem(key, mbUseDefault ? value : wxString());
     mListPCItem.push_back(pItem);
+    mVDefaults.push_back(value);
+}
+
+wxString ConfItemList_cls::GetDefault(const ConfItem_cls* pItem) const {
+    const auto found = std::find(mListPCItem.begin(), mListPCItem.end(), pItem);
+    return found == mListPCItem.end() ? wxString() : mVDefaults[size_t(found - mListPCItem.begin())];
+}
+
+void ConfItemList_cls::SetToDefault(ConfItem_cls* pItem) const {
+    const wxString value = GetDefault(pItem);
+    if (!value.empty()) pItem->SetItem(pItem->mStrKey, value);
 }
 
 bool ConfItemList_cls::ReadStrLineAll(const wxString& line) {

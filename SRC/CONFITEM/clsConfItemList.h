@@ -10,8 +10,13 @@ class ConfItemList_cls {
 public:
     bool mbUseDefault = true; ///< false: Add keeps the value that an item has
 
-    /// Append an item under a key with its default as text. This call is the only place of a default.
+    /// Append an item under a key with its default as text. This call is the only place of a default: what
+    /// goes back to it asks the list.
     void Add(ConfItem_cls* pItem, const wxString& key, const wxString& value);
+    /// The default of an item of this list; empty for others.
+    wxString GetDefault(const ConfItem_cls* pItem) const;
+    /// Give an item of this list its default again.
+    void SetToDefault(ConfItem_cls* pItem) const;
     /// Offer a line to every item; true when any of them took it.
     bool ReadStrLineAll(const wxString& line);
     /// The lines of all items.
@@ -26,11 +31,15 @@ public:
     /// stay as they are.
     void CopyListComponentFromP(ConfItemList_cls* pSrc);
     /// Empty the list; the items survive.
-    void Clear() { mListPCItem.clear(); }
+    void Clear() {
+        mListPCItem.clear();
+        mVDefaults.clear();
+    }
 
     size_t GetCount() const { return mListPCItem.size(); }
     ConfItem_cls* operator[](size_t index) const { return mListPCItem[index]; }
 
 private:
     std::vector<ConfItem_cls*> mListPCItem;
+    std::vector<wxString> mVDefaults; ///< as many
 };

@@ -29,6 +29,9 @@ struct ParamHooks_st {
     std::function<void(ParamTL_cls*, StripDrag step, int x, int y)> mStripDrag;
     /// Where copied text goes.
     std::function<void(const wxString& text)> mClipboard;
+    /// The nearest key before (dir -1) or behind (1) a position, over the rows of the time lines; the
+    /// position itself if there is none.
+    std::function<double(double doubleIndex, int dir)> mNeighbourKey;
 };
 
 extern ParamHooks_st GParamHooks;

@@ -2,11 +2,11 @@
 
 #include <string>
 
+#include "COMMON/TextSplit.h"
+
 bool ReadParamLine(std::wistream& stream, wxString* pLine) {
     std::wstring line;
-    if (!std::getline(stream, line)) return false;
-    while (!line.empty() && line.back() == L'\r')
-        line.pop_back();
+    if (!ReadTextLine(stream, &line)) return false;
     *pLine = line;
     return true;
 }

@@ -20,7 +20,7 @@ constexpr size_t kMaxItem = GrammerBase_cls::kMaxItem;
 bool IsText(const std::string& bytes) {
     return std::all_of(bytes.begin(), bytes.end(), [](char c) {
         const unsigned char code = static_cast<unsigned char>(c);
-        return code >= 32 || (code >= '\t' && code <= '\r');
+        return code >= 32 || IsBlank(static_cast<char>(code));
     });
 }
 
@@ -45,31 +45,8 @@ GrammarGuess_st GuessGrammar(const wxString& path, const GrammerBase_cls& presen
     return guess;
 }
 
-std::vector<std::string> SplitLines(const FileStart_st& start) {
-    std::vector<std::string> lines;
-    size_t pos = 0;
-    while (pos < start.mBytes.size() && lines.size() < kMaxLines) {
-        size_t end = start.mBytes.find('\n', pos);
-        if (end == std::string::npos) {
-            if (static_cast<long long>(start.mBytes.size()) < start.mSize) break;
-            end = start.mBytes.size();
-        }
-        lines.push_back(start.mBytes.substr(pos, end - pos));
-        pos = end + 1;
-    }
-    return lines;
-}
-
-Words SplitWords(const std::string& line) {
-    static const char* const sBlanks = " \t\r\v\f";
-    Words words;
-    size_t pos = line.find_first_not_of(sBlanks);
-    while (pos != std::string::npos) {
-        const size_t end = std::min(line.find_first_of(sBlanks, pos), line.size());
-        words.push_back(line.substr(pos, end - pos));
-        pos = line.find_first_not_of(sBlanks, end);
-    }
-    return words;
+std::vector<std::string> SampleLines(const FileStart_st& start) {
+    return SplitLines(start.mBytes, kMaxLines, static_cast<long long>(start.mBytes.size()) >= start.mSize);
 }
 
 std::optional<double> WordNumber(const std::string& word) {

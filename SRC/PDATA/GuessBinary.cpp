@@ -98,8 +98,8 @@ void AddRecords(const FileStart_st& start, GrammarGuess_st* pGuess) {
 
 GrammarGuess_st GuessBinary(const FileStart_st& start, const GrammerBase_cls& present) {
     const std::vector<int> head = present.GetHeaderGrammer(), body = present.GetBodyGrammer();
-    const std::vector<int> defaultHead{HEAD_TIME, HEAD_NUMBER};
-    const std::vector<int> defaultBody{BODY_XYZ, BODY_VXYZ, BODY_RADIUS, BODY_ID, BODY_TYPE, BODY_VALUE1};
+    const std::vector<int> defaultHead = GrammerBase_cls::DefaultHead();
+    const std::vector<int> defaultBody = GrammerBase_cls::DefaultBody();
     const Layout_st layouts[] = {
         {head, body, _("the present format")},
         {defaultHead, defaultBody, _("the default format")},

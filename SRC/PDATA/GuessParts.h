@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "COMMON/TextSplit.h"
 #include "PDATA/FileStart.h"
 #include "PDATA/GrammarGuess.h"
 
@@ -16,8 +17,7 @@ GrammarGuess_st GuessItemText(const std::vector<std::string>& lines);
 GrammarGuess_st GuessBinary(const FileStart_st& start, const GrammerBase_cls& present);
 
 /// Lines of the sample without their ends, at most 4000; a line that the sample cuts is left out.
-std::vector<std::string> SplitLines(const FileStart_st& start);
-Words SplitWords(const std::string& line);
+std::vector<std::string> SampleLines(const FileStart_st& start);
 /// The number that is the whole word.
 std::optional<double> WordNumber(const std::string& word);
 /// The whole word as an integer, "12" but not "12.0".

@@ -207,7 +207,7 @@ void GuessBody(const std::vector<std::string>& lines, size_t first, const Gramme
 } // namespace
 
 GrammarGuess_st GuessText(const FileStart_st& start, const GrammerBase_cls& present) {
-    const std::vector<std::string> lines = SplitLines(start);
+    const std::vector<std::string> lines = SampleLines(start);
     if (!lines.empty() && lines[0].rfind("ITEM:", 0) == 0) return GuessItemText(lines);
     GrammarGuess_st guess;
     guess.mDataType = 1;

@@ -16,7 +16,7 @@ constexpr uint64_t kWholePower[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10
 constexpr uint64_t kExact = uint64_t(1) << 53; // integers up to here are doubles
 constexpr int kMaxDigits = 19;                 // that 64 bits hold for sure
 
-inline bool IsNumberEnd(char c) { return c == ' ' || c == '\0' || (c >= '\t' && c <= '\r'); }
+inline bool IsNumberEnd(char c) { return c == '\0' || IsBlank(c); }
 
 // digits x 10^exponent, rounded once. One division or product of exact doubles is rounded exactly; the
 // float of that is the right one unless the double lies right between two floats, where the true value

@@ -2,6 +2,8 @@
 // worked out here, rounded exactly once; for everything else the scanners step aside.
 #pragma once
 
+#include "COMMON/TextSplit.h"
+
 /// Bytes behind a text's NUL that the scanners may look at.
 constexpr int kScanPad = 8;
 
@@ -11,5 +13,3 @@ constexpr int kScanPad = 8;
 bool ScanFloat(const char*& cursor, float& value);
 /// The same for an int of up to nine digits.
 bool ScanInt(const char*& cursor, int& value);
-/// Blanks within a line.
-inline bool IsLineBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r' && c != '\n'); }

@@ -16,10 +16,9 @@ DataLoader_cls::DataLoader_cls(DataOpener_cls* pMain) : GrammerBase_cls("DataLoa
 }
 
 void DataLoader_cls::SetToDefault() {
-    mCItemTranslate.SetItem("LoaderTranslate=", "0 0 0");
-    mCItemScale.SetItem("LoaderScale=", "1");
-    mCItemScaleValue1.SetItem("LoaderScaleValue1=", "1");
-    mCItemLogarithm.SetItem("LoaderLogarithm=", "0");
+    for (ConfItem_cls* item : std::initializer_list<ConfItem_cls*>{&mCItemTranslate, &mCItemScale,
+                                                                   &mCItemScaleValue1, &mCItemLogarithm})
+        ConfItemList_cls::SetToDefault(item);
 }
 
 void DataLoader_cls::OpenDataFile(const wxString& path) {

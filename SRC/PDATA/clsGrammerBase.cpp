@@ -15,6 +15,13 @@ void Store(ConfItemINTARRAY_cls& item, const std::vector<int>& codes) {
     item.mStrValue = item.GetItemStr();
 }
 
+wxString ToText(const std::vector<int>& codes) {
+    wxString text;
+    for (const int code : codes)
+        text += wxString::Format(text.empty() ? "%d" : " %d", code);
+    return text;
+}
+
 int Sum(const ConfItemINTARRAY_cls& item, int (*size)(int)) {
     int sum = 0;
     for (unsigned i = 0; i < item.mCount; ++i)
@@ -26,8 +33,8 @@ int Sum(const ConfItemINTARRAY_cls& item, int (*size)(int)) {
 
 GrammerBase_cls::GrammerBase_cls(const wxString& prefix) {
     Add(&mCItemDataType, prefix + "DataType=", "0");
-    Add(&mCItemHead, prefix + "GrammerHead=", "0 1");
-    Add(&mCItemBody, prefix + "GrammerBody=", "0 1 5 6 7 8");
+    Add(&mCItemHead, prefix + "GrammerHead=", ToText(DefaultHead()));
+    Add(&mCItemBody, prefix + "GrammerBody=", ToText(DefaultBody()));
 }
 
 bool GrammerBase_cls::IsItemExistHead(int code) const { return Contains(mCItemHead, code); }
@@ -46,7 +53,6 @@ std::vector<int> GrammerBase_cls::GetBodyGrammer() const {
 int GrammerBase_cls::GetHeaderByte() const { return Sum(mCItemHead, GetHeadItemByte); }
 int GrammerBase_cls::GetHeaderLine() const { return Sum(mCItemHead, GetHeadItemLine); }
 int GrammerBase_cls::GetRecordByte() const { return Sum(mCItemBody, GetBodyItemByte); }
-bool GrammerBase_cls::IsDefaultBody() const { return GetBodyGrammer() == std::vector<int>{0, 1, 5, 6, 7, 8}; }
 
 int GrammerBase_cls::GetHeadItemByte(int code) { return 4 * GetHeadItemLine(code); }
 

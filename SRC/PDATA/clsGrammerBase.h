@@ -30,8 +30,13 @@ public:
     int GetHeaderLine() const;
     /// Size of a particle in a binary file.
     int GetRecordByte() const;
-    /// The body is the default 0 1 5 6 7 8.
-    bool IsDefaultBody() const;
+    /// Time and count.
+    static std::vector<int> DefaultHead() { return {HEAD_TIME, HEAD_NUMBER}; }
+    /// All that a particle has: 0 1 5 6 7 8.
+    static std::vector<int> DefaultBody() {
+        return {BODY_XYZ, BODY_VXYZ, BODY_RADIUS, BODY_ID, BODY_TYPE, BODY_VALUE1};
+    }
+    bool IsDefaultBody() const { return GetBodyGrammer() == DefaultBody(); }
 
     static int GetHeadItemByte(int code); ///< 0 for unknown codes
     static int GetHeadItemLine(int code);

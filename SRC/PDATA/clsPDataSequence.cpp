@@ -6,6 +6,7 @@
 #include <wx/filename.h>
 
 #include "COMMON/MsgBox.h"
+#include "COMMON/TextSplit.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSnap.h"
 
@@ -191,9 +192,7 @@ wxString PDataSequence_cls::Serialize() const {
 void PDataSequence_cls::ReadStrLine(std::wistream& stream, const wxString& line) {
     if (line.StartsWith(mCItemFile.mStrKey)) {
         std::wstring path;
-        std::getline(stream, path);
-        while (!path.empty() && path.back() == L'\r')
-            path.pop_back();
+        ReadTextLine(stream, &path);
         OpenDataFile(path);
     }
     mpCDrawing->ReadStrLine(stream, line);

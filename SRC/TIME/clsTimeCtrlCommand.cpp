@@ -2,8 +2,10 @@
 #include "TIME/clsTimeCtrl.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "COMMON/UpdateBits.h"
+#include "PARAM/ParamHooks.h"
 #include "PARAM/clsCommandCall.h"
 #include "PARAM/clsParameters.h"
 #include "PARAM/clsUndoManager.h"
@@ -148,7 +150,12 @@ void TimeCtrl_cls::MoveFrameCommandLarge(int dir) { MoveToCommand(dir < 0 ? GetW
 
 void TimeCtrl_cls::MoveFrameCommandSnip(int dir) {
     UpdateSnippingTag();
-    MoveToCommand(dir < 0 ? GetSnipPrev() : GetSnipNext(), 0);
+    const double here = GetDoubleIndex();
+    const double to = GParamHooks.mNeighbourKey ? GParamHooks.mNeighbourKey(here, dir) : here;
+    if (to == here) return MoveToCommand(dir < 0 ? GetSnipPrev() : GetSnipNext(), 0);
+    // Keys stand on steps too.
+    const long long at = std::llround(to * GetMaxFrame() * GetAnimInterp());
+    MoveToCommand(int(at / GetAnimInterp()), int(at % GetAnimInterp()));
 }
 
 void TimeCtrl_cls::SetFrameFromDoubleCommand(double doubleIndex) {

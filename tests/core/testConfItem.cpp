@@ -187,6 +187,23 @@ TEST(ConfItemList, withoutDefaultsAddKeepsTheValue) {
     EXPECT_EQ(list.SerializeAll(), "");
 }
 
+TEST(ConfItemList, givesDefaultsBackWhateverWasReadOrSet) {
+    Settings_t a("P", false);
+    const wxString defaults = a.mCList.SerializeAll();
+    Settings_t b("P", true);
+    ASSERT_NE(b.mCList.SerializeAll(), defaults);
+    for (size_t i = 0; i < a.mCList.GetCount(); ++i) {
+        a.mCList.ReadStrLineAll(a.mCList[i]->mStrKey + "7 8 9");
+        a.mCList.SetToDefault(a.mCList[i]);
+    }
+    EXPECT_EQ(a.mCList.SerializeAll(), defaults);
+    ConfItemINT_cls stranger("S=", "3");
+    stranger.mValue = 5;
+    a.mCList.SetToDefault(&stranger);
+    EXPECT_EQ(stranger.mValue, 5);
+    EXPECT_EQ(a.mCList.GetDefault(&stranger), "");
+}
+
 TEST(ConfItemList, findsItemsByTheWholeKey) {
     Settings_t a("P", false);
     EXPECT_EQ(a.mCList.GetPCItem("PInt="), &a.mCInt);

@@ -19,6 +19,7 @@
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
 #include "WIDGET/TIMELINE/clsFrameSlider.h"
+#include "WIDGET/TIMELINE/clsGraphPanel.h"
 #include "WIDGET/TIMELINE/clsParamGUICtrl.h"
 #include "WIDGET/TIMELINE/clsParamStrips.h"
 #include "WIDGET/TIMELINE/clsParamTree.h"
@@ -91,6 +92,13 @@ protected:
     wxString Text() const { return mpPlace->Serialize() + mpFade->Serialize() + mpRig->Serialize(); }
     static double At(int frame) { return frame / 19.0; }
     static Parameters_cls& X(ParamGroup_cls& group) { return group.mVParams[0]; }
+    /// Frames at which the ruler shows keys.
+    static std::vector<double> Marks() {
+        std::vector<double> frames;
+        for (const double mark : Half()->GetPCSlider()->GetMarks())
+            frames.push_back(std::round(mark * 19e6) / 1e6);
+        return frames;
+    }
     static wxPoint Point(int row, int frame) { return Strips()->ToPoint(row, At(frame)); }
     static void ClickZone(int row, TreeZone zone) {
         const wxRect rect = Tree()->GetZoneRect(row, zone);

@@ -156,7 +156,10 @@ TEST_F(CameraPath, UsersMoveStandsUntilTimeMoves) {
     EXPECT_GT(Apart(moved.mPos, before.mPos), 0.5);
     Menu(ID_REFRESH_GL);
     EXPECT_LT(Apart(Eye().mPos, moved.mPos), 1e-9) << "a refresh is no move of time";
-    Menu(ID_SET_KEY_POS);
+    wxWindow* button = FindByTip(Frame(), "Set a key of the camera's position");
+    ASSERT_TRUE(button);
+    ClickOn(button);
+    ASSERT_TRUE(Settle());
     EXPECT_EQ(KeyNumber(), 3);
     EXPECT_LT(Apart(Eye().mPos, moved.mPos), 1e-9) << "the key stands where the view is";
     GCUndoList.UndoCurrent();
@@ -176,7 +179,10 @@ TEST_F(CameraPath, UsersMoveStandsUntilTimeMoves) {
 TEST_F(CameraPath, AnchorPathIsLookedAtAndTurnedAround) {
     const double low[3] = {2, 3, -4};
     std::copy_n(low, 3, Shared().msCAnchorPos);
-    Menu(ID_SET_KEY_ANC);
+    wxWindow* button = FindByTip(Frame(), "Set a key of the anchor"); // on the play panel
+    ASSERT_TRUE(button);
+    ClickOn(button);
+    ASSERT_TRUE(Settle());
     EXPECT_EQ(Anchor().mpCTranslate->mVParams[2].GetInterpolatedValue(0.0), -4.0);
     std::fill_n(Shared().msCAnchorPos, 3, 0.0);
     // The free view's pivot follows it.

@@ -141,6 +141,23 @@ TEST_F(ColorEditor, StopsAreInsertedColouredAndDeleted) {
     EXPECT_FALSE(GCUndoList.IsUndoable());
 }
 
+TEST_F(ColorEditor, AStopHasAFieldForEachChannel) {
+    Click(Graph(), StopPoint(1.0));
+    ASSERT_TRUE(Settle());
+    NumField_cls* green = FindField(Gui(), "Green of the selected keys");
+    ASSERT_NE(green, nullptr);
+    ASSERT_TRUE(green->IsEnabled());
+    const double red = Keys(0).back().mValue, alpha = Keys(3).back().mValue;
+    TypeInto(green, "0.35");
+    ASSERT_TRUE(Settle());
+    EXPECT_NEAR(Keys(1).back().mValue, 0.35, 1e-9);
+    EXPECT_EQ(Keys(0).back().mValue, red);
+    EXPECT_EQ(Keys(3).back().mValue, alpha);
+    Snap("colour_stop_fields");
+    Undo();
+    EXPECT_FALSE(GCUndoList.IsUndoable());
+}
+
 TEST_F(ColorEditor, FitRangeTakesTheExtremesOfFrameAndSequence) {
     const PDataBlock_cls& block = *Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence()->mpCSnap[0]->mpCBlock;
     float* pEnd = block.mpValue1 + block.mParticleNumber;

@@ -253,6 +253,21 @@ TEST_F(Graph, TheMenuSetsKindsAndTheDialogItsFields) {
     EXPECT_EQ(KeyOf(0, 1).mDoubleIndex, 0.4);
     EXPECT_FALSE(GCUndoList.IsUndoable()) << "one step";
 
+    // Keys of several curves at one place have a value each; an ease factor is for those that go by it.
+    Curve(1)->SelectKey(1, true);
+    bool bEase = true;
+    Later({find, [&] { type("The values at the keys, of X, Y", "7.5"); },
+           [&] { bEase = field("Factor of the automatic slope")->IsEnabled(); },
+           [] { Snap("key_dialog_linked"); }, [] { KeyNow(WXK_RETURN); }});
+    const double second = KeyOf(1, 1).mValue;
+    EXPECT_TRUE(KeyDialog_cls::Open(mpPanel, mpPanel->GetCurves()));
+    EXPECT_EQ(KeyOf(0, 1).mValue, 7.5);
+    EXPECT_EQ(KeyOf(1, 1).mValue, second);
+    EXPECT_FALSE(bEase) << "neither is of that kind";
+    GCUndoList.UndoCurrent();
+    EXPECT_FALSE(GCUndoList.IsUndoable());
+    Curve(1)->SelectKey(1, false);
+
     Later({find, [&] { type("The value at the key", "99"); }, [] { KeyNow(WXK_ESCAPE); },
            [] { KeyNow(WXK_ESCAPE); }});
     EXPECT_FALSE(KeyDialog_cls::Open(mpPanel, mpPanel->GetCurves()));

@@ -1,4 +1,8 @@
 // The time lines under mouse and keys: curves in the tree, keys in the strips.
+#include <utility>
+
+#include <wx/clipbrd.h>
+
 #include "ParamLinesTest.h"
 
 namespace {
@@ -124,6 +128,57 @@ TEST_F(ParamLines, KeysAreSelectedByClickAndModifiers) {
     // The group's own row selects the keys of all.
     Click(Strips(), Point(FADE, 5));
     EXPECT_EQ(Selected(curve), List({5}));
+}
+
+TEST_F(ParamLines, LabelsOfKeysGoWithTheKeysAndNeverContradictADrag) {
+    MakeKeys(ALPHA, {5, 10});
+    MoveTo(Strips(), Point(ALPHA, 10));
+    ASSERT_TRUE(PumpUntil([] { return Strips()->GetHint().StartsWith("Frame 10: "); }));
+    Snap("strip_label");
+    wxUIActionSimulator simulator;
+    simulator.MouseDown();
+    for (int frame = 10; frame <= 13; ++frame)
+        MoveTo(Strips(), Point(ALPHA, frame));
+    ASSERT_TRUE(PumpUntil([this] { return Frames(X(*mpFade)) == List({0, 5, 13}); }));
+    EXPECT_EQ(Strips()->GetHint(), "") << "the drag has its own label";
+    simulator.MouseUp();
+    MoveTo(Strips(), Point(ALPHA, 13) + wxPoint(1, 0));
+    ASSERT_TRUE(PumpUntil([] { return Strips()->GetHint().StartsWith("Frame 13: "); }));
+    // The pointer rests, the key goes.
+    Key(WXK_DELETE);
+    ASSERT_TRUE(PumpUntil([this] { return Frames(X(*mpFade)) == List({0, 5}); }));
+    EXPECT_EQ(Strips()->GetHint(), "");
+    MoveTo(Strips(), Point(ALPHA, 5));
+    ASSERT_TRUE(PumpUntil([] { return !Strips()->GetHint().empty(); }));
+    Lines()->FoldGroup(mpPlace.get(), true);
+    EXPECT_EQ(Strips()->GetHint(), "") << "other rows are under the pointer";
+    EXPECT_EQ(Strips()->GetToolTipText(), "");
+}
+
+TEST_F(ParamLines, AltDragCopiesAndCtrlVPastesAtTheClock) {
+    MakeKeys(ALPHA, {5});
+    With(WXK_ALT, [] { Drag(Strips(), Point(ALPHA, 5), Point(ALPHA, 8)); });
+    EXPECT_EQ(Frames(X(*mpFade)), List({0, 5, 8}));
+    EXPECT_EQ(Selected(X(*mpFade)), List({8}));
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(Frames(X(*mpFade)), List({0, 5}));
+    const auto clipboard = std::exchange(GParamHooks.mClipboard, [](const wxString& text) {
+        if (!wxTheClipboard->Open()) return;
+        wxTheClipboard->SetData(new wxTextDataObject(text));
+        wxTheClipboard->Close();
+    });
+    Click(Strips(), Point(ALPHA, 5));
+    Key('C', wxMOD_CONTROL);
+    GoTo(12);
+    const unsigned steps = GCUndoList.GetCurrent();
+    Key('V', wxMOD_CONTROL);
+    EXPECT_EQ(Frames(X(*mpFade)), List({0, 5, 12}));
+    EXPECT_EQ(Selected(X(*mpFade)), List({12}));
+    Snap("pasted");
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(GCUndoList.GetCurrent(), steps);
+    EXPECT_EQ(Frames(X(*mpFade)), List({0, 5}));
+    GParamHooks.mClipboard = clipboard;
 }
 
 TEST_F(ParamLines, RubberBandGoesOverStripsAndRowsFollowTheLink) {

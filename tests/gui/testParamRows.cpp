@@ -21,7 +21,10 @@ TEST_F(ParamRows, LayoutKeepsRulerAndPlayPanelAndStandsInLine) {
     const wxSize size = Half()->GetSize();
     Half()->SetSize(size.x, 80);
     EXPECT_EQ(Half()->GetPCPlayCtrl()->GetRect().GetBottom(), 79);
+    EXPECT_FALSE(Lines()->IsShown()) << "rows without room would lie over the play panel";
+    Snap("low");
     Half()->SetSize(size);
+    EXPECT_TRUE(Lines()->IsShown());
     Snap("layout");
 }
 
@@ -89,13 +92,106 @@ TEST_F(ParamRows, WheelZoomsAroundThePointerScrollsAndPans) {
               std::min(2 * Lines()->GetLook().mRow, Lines()->GetRowScale().ClampTop(10000)));
 }
 
+TEST_F(ParamRows, TheGraphIsFittedWhenAnotherProjectOpens) {
+    MakeKeys(ALPHA, {5, 12});
+    ClickZone(ALPHA, TreeZone::NAME);
+    Lines()->ShowGraph(true);
+    Settle();
+    const GraphPanel_cls* graph = Lines()->GetPCGraph();
+    std::vector<KeyFrame_cls> keys = X(*mpFade).GetKeys();
+    keys[1].mValue = 5000.0;
+    X(*mpFade).ExecCommandSetKeys(keys);
+    ASSERT_LT(graph->GetValues().mHigh, 5000.0);
+    ASSERT_TRUE(OpenProjectAndPaint(Root() + "examples/lj_melt_bin/lj_melt_bin.mrp"));
+    EXPECT_GT(graph->GetValues().mHigh, 5000.0);
+    Snap("graph_fitted");
+    Lines()->ShowGraph(false);
+}
+
+TEST_F(ParamRows, ABurstOfZoomsIsOneStep) {
+    const auto shown = [] { return std::pair<int, int>(Time()->GetAAMin(), Time()->GetAAMax()); };
+    const auto all = shown();
+    FrameSlider_cls* slider = Half()->GetPCSlider();
+    const std::pair<wxWindow*, wxPoint> places[] = {
+        {Strips(), wxPoint(Strips()->GetScale().ToPixel(7), 10)},
+        {slider, wxPoint(slider->GetScale().ToPixel(7), slider->GetBandY(1))}};
+    for (const auto& [window, point] : places) {
+        With(WXK_CONTROL, [window = window, point = point] { Wheel(window, point, 3); });
+        EXPECT_LE(shown().second - shown().first, 11);
+        Menu(ID_UNDO);
+        EXPECT_EQ(shown(), all);
+        EXPECT_FALSE(GCUndoList.IsUndoable());
+    }
+    Time()->SetFrameNative(7, 0);
+    Canvas(0)->SetFocus();
+    Key('\'');
+    Key('\'');
+    EXPECT_LE(shown().second - shown().first, 6);
+    ASSERT_TRUE(PumpUntil([] { return !Time()->IsGesture(); })) << "the burst ends by itself";
+    Key('-');
+    ASSERT_TRUE(PumpUntil([] { return !Time()->IsGesture(); }));
+    GCUndoList.UndoCurrent();
+    EXPECT_LE(shown().second - shown().first, 6);
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(shown(), all);
+    EXPECT_FALSE(GCUndoList.IsUndoable());
+}
+
+TEST_F(ParamRows, RulerAndJumpsKnowTheKeysOfTheRowsThatExist) {
+    Time()->SetAnimInterpNative(4);
+    InsertKeys({&X(*mpFade)}, 5.5 / 19);
+    InsertKeys({&X(*mpTurn)}, At(12)); // in the folded "Rig", whose row shows them together
+    InsertKeys({&Time()->mpCTimeRemapGroup->mVParams[0]}, At(9));
+    Lines()->HideAndShow();
+    EXPECT_EQ(Marks(), (std::vector<double>{0, 5.5, 12})) << "Time Remap is hidden";
+    Canvas(0)->SetFocus();
+    const auto at = [] { return std::pair<int, int>(Time()->GetFrame(), Time()->GetInterpStep()); };
+    using Place = std::pair<int, int>;
+    Key('K');
+    EXPECT_EQ(at(), Place(5, 2));
+    Key('K');
+    EXPECT_EQ(at(), Place(12, 0));
+    Key('J');
+    EXPECT_EQ(at(), Place(5, 2));
+    const wxRect next = Half()->GetPCHeader()->GetButtonRect("To the next key");
+    Click(Half()->GetPCHeader(), wxPoint(next.x + next.width / 2, next.y + next.height / 2));
+    EXPECT_EQ(at(), Place(12, 0)) << "the arrows go by the same rule";
+    Snap("ruler_marks");
+    Lines()->ShowGroup(mpRig.get(), false);
+    EXPECT_EQ(Marks(), (std::vector<double>{0, 5.5}));
+    Canvas(0)->SetFocus();
+    Key('K');
+    EXPECT_EQ(at(), Place(19, 0)) << "no key is left there";
+    while (GCUndoList.IsUndoable())
+        GCUndoList.UndoCurrent();
+}
+
+TEST_F(ParamRows, TheRulerDragsThroughTheSteps) {
+    Time()->SetAnimInterpNative(4);
+    Menu(ID_REFRESH_TL);
+    FrameSlider_cls* slider = Half()->GetPCSlider();
+    const int y = slider->GetBandY(1);
+    const auto at = [&](double frame) {
+        return wxPoint(int(std::lround(slider->GetScale().ToPixelExact(frame))), y);
+    };
+    using Place = std::pair<int, int>;
+    const auto now = [] { return Place(Time()->GetFrame(), Time()->GetInterpStep()); };
+    Drag(slider, at(2), at(6.75));
+    EXPECT_EQ(now(), Place(6, 3));
+    Snap("ruler_steps");
+    With(WXK_SHIFT, [&] { Drag(slider, at(2), at(6.75)); });
+    EXPECT_EQ(now(), Place(7, 0));
+    Menu(ID_UNDO);
+    EXPECT_EQ(now(), Place(6, 3)) << "a drag is one step";
+    Click(slider, at(9.25));
+    EXPECT_EQ(now(), Place(9, 1));
+}
+
 TEST_F(ParamRows, RulerShowsKeysAndDragsAreas) {
     MakeKeys(ALPHA, {5, 12});
     Menu(ID_REFRESH_TL);
     FrameSlider_cls* slider = Half()->GetPCSlider();
-    ASSERT_EQ(slider->GetTags().size(), 20u);
-    for (int frame = 0; frame < 20; ++frame)
-        EXPECT_EQ(slider->GetTags()[size_t(frame)], frame == 0 || frame == 5 || frame == 12) << frame;
+    EXPECT_EQ(Marks(), (std::vector<double>{0, 5, 12}));
     const FrameScale scale = slider->GetScale();
     const int work = slider->GetBandY(2);
     const int film = slider->GetBandY(0);

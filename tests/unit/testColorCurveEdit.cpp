@@ -139,7 +139,7 @@ TEST_F(ColorCurveEdit, KindsTangentsValuesAndStopsAreStepsToo) {
     ExpectOneStep(before);
     before = mCurve.Serialize();
     mEdit.SelectKey(2, 1, false, false);
-    ASSERT_TRUE(mEdit.SetSelected(std::nullopt, 0.75, true));
+    ASSERT_TRUE(mEdit.SetSelectedValue(2, 0.75));
     EXPECT_EQ(Keys(2)[1].mValue, 0.75);
     ExpectOneStep(before);
     before = mCurve.Serialize();
@@ -149,8 +149,43 @@ TEST_F(ColorCurveEdit, KindsTangentsValuesAndStopsAreStepsToo) {
     EXPECT_EQ(Keys(3)[1].mValue, 1.0) << "alpha stays";
     ExpectOneStep(before);
     mEdit.SelectKey(0, 2, false, false);
-    ASSERT_TRUE(mEdit.SetSelected(0.9, std::nullopt, false));
+    ASSERT_TRUE(mEdit.SetSelectedPosition(0.9, false));
     EXPECT_NEAR(Keys(0)[2].mDoubleIndex, 0.9, 1e-9);
+}
+
+TEST_F(ColorCurveEdit, AStopsChannelsHaveTheirOwnValuesAndHiddenOnesAreLeftAlone) {
+    mEdit.ShowChannel(3, false);
+    mEdit.SelectStop(0.5, false, false);
+    EXPECT_EQ(mEdit.GetSelectedCount(), 3);
+    double value = 0.0;
+    ASSERT_TRUE(mEdit.GetSelectedValue(1, &value));
+    EXPECT_EQ(value, Keys(1)[1].mValue);
+    EXPECT_FALSE(mEdit.GetSelectedValue(3, &value));
+    wxString before = mCurve.Serialize();
+    const double green = Keys(1)[1].mValue;
+    const double alpha = Keys(3)[1].mValue;
+    ASSERT_TRUE(mEdit.SetSelectedValue(0, 0.125));
+    EXPECT_EQ(Keys(0)[1].mValue, 0.125);
+    EXPECT_EQ(Keys(1)[1].mValue, green);
+    EXPECT_EQ(Keys(3)[1].mValue, alpha);
+    ExpectOneStep(before);
+    // A drag of a field, and of the keys themselves.
+    mEdit.SelectStop(0.5, false, false);
+    before = mCurve.Serialize();
+    mEdit.Begin();
+    mEdit.MoveSelected(0.0, -0.1, false, 0);
+    EXPECT_EQ(Keys(1)[1].mValue, green);
+    mEdit.MoveSelected(0.25, -0.1, true);
+    mEdit.Commit();
+    EXPECT_EQ(Keys(3)[1].mValue, alpha);
+    EXPECT_NEAR(Keys(3)[1].mDoubleIndex, 0.75, 1e-9) << "a linked channel comes along";
+    ExpectOneStep(before);
+    mEdit.ShowChannel(3, true);
+    mEdit.SelectAll(true);
+    mEdit.ShowChannel(0, false);
+    EXPECT_FALSE(mEdit.GetSelectedValue(0, &value)) << "what is hidden is not edited unseen";
+    mEdit.SelectAll(true);
+    EXPECT_FALSE(mEdit.GetSelectedValue(0, &value));
 }
 
 TEST_F(ColorCurveEdit, SettingsAreOneStepAGesture) {

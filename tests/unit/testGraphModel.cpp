@@ -196,6 +196,16 @@ TEST_F(GraphModel, PixelsAndTimesStandInLineWithTheStrips) {
     EXPECT_TRUE(std::isfinite(one.ToTime(800)));
 }
 
+TEST_F(GraphModel, LabelsOfTheAxisKeepClearOfTheCursor) {
+    for (const double cursor : {-5.0, 0.0, 20.0, 39.0, 60.0, 395.0}) {
+        const int left = PlaceAxisLabels(cursor, 30, 4, 400);
+        EXPECT_TRUE(cursor < left || cursor > left + 30) << cursor;
+        EXPECT_GE(left, 4);
+        EXPECT_LE(left + 30, 400);
+    }
+    EXPECT_EQ(PlaceAxisLabels(200.0, 30, 4, 400), 4);
+}
+
 TEST_F(GraphModel, TicksAreRoundAndTheirTextsTellThemApart) {
     const struct {
         ValueRange mValues;

@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "ParamTest.h"
+#include "WIDGET/TIMELINE/GraphEdit.h"
 #include "WIDGET/TIMELINE/KeyEdits.h"
 #include "WIDGET/TIMELINE/clsLiveEdit.h"
 #include "WIDGET/TIMELINE/clsParamTL.h"
@@ -47,6 +48,56 @@ TEST_F(KeyEdits, InsertingCompletesKeysAndLeavesTheRunOfTheCurve) {
     EXPECT_EQ(GCUndoList.GetStepCount(), 3u) << "one step with its two ends";
     GCUndoList.UndoCurrent();
     EXPECT_EQ(mCGroup.Serialize(), text);
+    EXPECT_FALSE(GCUndoList.IsUndoable());
+}
+
+TEST_F(KeyEdits, PastedKeysComeToTheClockInOneStep) {
+    SetKeys(X(), {10, 20, 40});
+    SelectKeys({&X()}, 0.15, 0.5, SelectMode::SET);
+    const wxString text = CopiedKeys({&X()});
+    const wxString before = mCGroup.Serialize();
+    GCUndoList.Clear();
+    EXPECT_FALSE(PasteKeys({&X()}, "some text\n0.5 1 2 3 4\n", 0.6));
+    EXPECT_FALSE(PasteKeys({&X()}, "Parameter_X\nitemnum 1\nno key\n", 0.6));
+    ASSERT_TRUE(PasteKeys({&X()}, text, 0.6));
+    EXPECT_EQ(Frames(X()), List({10, 20, 40, 60, 80}));
+    EXPECT_DOUBLE_EQ(X().GetKeyFrameValue(4), 80.0) << "that of frame 40";
+    EXPECT_EQ(X().GetSelectedKeyNum(), 2);
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(mCGroup.Serialize(), before);
+    EXPECT_FALSE(GCUndoList.IsUndoable());
+    // A single curve's keys suit any curve; what lies behind the film's end stays away.
+    ASSERT_TRUE(PasteKeys({&Y()}, text, 0.9));
+    EXPECT_TRUE(IsAnimated(Y()));
+    EXPECT_EQ(Frames(Y()).back(), 90);
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(mCGroup.Serialize(), before);
+    // Several go by their names.
+    SetKeys(Y(), {30});
+    SelectKeys({&X(), &Y()}, 0.0, 1.0, SelectMode::SET);
+    const wxString both = CopiedKeys({&X(), &Y()});
+    ASSERT_TRUE(PasteKeys({&Y(), &X()}, both, 0.5));
+    EXPECT_EQ(Frames(X()), List({10, 20, 40, 50, 60, 80}));
+    EXPECT_EQ(Frames(Y()), List({30, 70}));
+}
+
+TEST_F(KeyEdits, CopiesMoveAndTheKeysStay) {
+    SetKeys(X(), {10, 20, 40});
+    SelectKeys({&X()}, 0.15, 0.5, SelectMode::SET);
+    const wxString before = mCGroup.Serialize();
+    GCUndoList.Clear();
+    CurveGesture_cls gesture;
+    gesture.Begin({&X()}, false);
+    gesture.MoveCopies();
+    gesture.Move(0.2, 0.0);
+    EXPECT_EQ(Frames(X()), List({10, 20, 40, 60})) << "a copy lies on the key at 40";
+    gesture.Move(0.3, 0.0);
+    ASSERT_TRUE(gesture.Commit());
+    EXPECT_EQ(Frames(X()), List({10, 20, 40, 50, 70}));
+    EXPECT_EQ(X().GetSelectedKeyNum(), 2);
+    EXPECT_TRUE(X().GetKeys()[4].mbSelected);
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(mCGroup.Serialize(), before);
     EXPECT_FALSE(GCUndoList.IsUndoable());
 }
 

@@ -22,6 +22,21 @@ long Count(const std::vector<CacheState>& columns, CacheState state) {
 
 } // namespace
 
+TEST(NearestPlace, VisitsTheStepsThatPlayingVisits) {
+    EXPECT_EQ(NearestPlace(3.26, 1, 4, 19), (FilmPlace{3, 1}));
+    EXPECT_EQ(NearestPlace(3.9, 1, 4, 19), (FilmPlace{4, 0}));
+    EXPECT_EQ(NearestPlace(3.86, 1, 4, 19), (FilmPlace{3, 3}));
+    EXPECT_EQ(NearestPlace(2.6, 1, 1, 19), (FilmPlace{3, 0}));
+    EXPECT_EQ(NearestPlace(99.0, 1, 4, 19), (FilmPlace{19, 0})) << "the last frame has no steps";
+    EXPECT_EQ(NearestPlace(-5.0, 1, 4, 19), (FilmPlace{0, 0}));
+    // Every fifth frame plays, with its steps right behind it.
+    EXPECT_EQ(NearestPlace(5.5, 5, 4, 19), (FilmPlace{5, 2}));
+    EXPECT_EQ(NearestPlace(7.0, 5, 4, 19), (FilmPlace{5, 3}));
+    EXPECT_EQ(NearestPlace(9.0, 5, 4, 19), (FilmPlace{10, 0}));
+    EXPECT_EQ(NearestPlace(19.0, 5, 4, 19), (FilmPlace{15, 3}));
+    EXPECT_EQ(NearestPlace(0.0, 0, 0, 0), (FilmPlace{0, 0}));
+}
+
 TEST(TimelineModel, EveryFrameComesBackFromItsPixel) {
     const FrameScale scale = Scale(20, 120, 16, 640);
     EXPECT_EQ(scale.ToPixel(20), 16);
@@ -86,7 +101,8 @@ TEST(TimelineModel, ZoomKeepsTheFrameUnderThePointer) {
         EXPECT_NEAR(zoomed.mFirst + 0.25 * (zoomed.mLast - zoomed.mFirst), 300.0, 1.0) << factor;
     }
     EXPECT_EQ(ZoomArea(area, 300.0, 100.0, 1000), (FrameArea{0, 1000})) << "no more than the film";
-    EXPECT_EQ(ZoomArea({0, 4}, 2.0, 0.5, 1000), (FrameArea{0, 4})) << "no less than a few frames";
+    EXPECT_EQ(ZoomArea({2, 4}, 3.0, 0.5, 1000), (FrameArea{3, 4})) << "down to one frame with its steps";
+    EXPECT_EQ(ZoomArea({3, 4}, 3.5, 0.5, 1000), (FrameArea{3, 4}));
     EXPECT_EQ(ZoomArea({10, 15}, 12.0, 0.95, 1000).mLast - ZoomArea({10, 15}, 12.0, 0.95, 1000).mFirst, 4);
     EXPECT_EQ(ZoomArea({0, 0}, 0.0, 0.5, 0), (FrameArea{0, 0})) << "a film of one frame";
     EXPECT_EQ(ZoomArea({0, 2}, 1.0, 2.0, 2), (FrameArea{0, 2}));

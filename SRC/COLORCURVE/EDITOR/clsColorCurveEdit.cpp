@@ -74,7 +74,7 @@ void ColorCurveEdit_cls::Show(const AllKeys& keys) {
     PostUpdateEvents(ColorCurve_cls::kUpdateMask);
 }
 
-void ColorCurveEdit_cls::MoveSelected(double dPosition, double dValue, bool bLinked) {
+void ColorCurveEdit_cls::MoveSelected(double dPosition, double dValue, bool bLinked, int channel) {
     if (!GetPCCurve() || !IsUnderWay()) return;
     // All keys that move keep their distances.
     std::vector<double> places;
@@ -98,7 +98,9 @@ void ColorCurveEdit_cls::MoveSelected(double dPosition, double dValue, bool bLin
                 continue;
             }
             if (bMoves) key.mDoubleIndex = ToGrid(key.mDoubleIndex + dPosition);
-            if (key.mbSelected && dValue != 0.0) key.mValue = Bound(ToGrid(key.mValue + dValue), key.mValue);
+            const bool bValue = channel < 0 || channel == static_cast<int>(c);
+            if (key.mbSelected && bValue && dValue != 0.0)
+                key.mValue = Bound(ToGrid(key.mValue + dValue), key.mValue);
             moved.push_back(key);
         }
         for (const KeyFrame_cls& key : still)
@@ -185,7 +187,7 @@ bool ColorCurveEdit_cls::InsertKey(int channel, double position) {
             return std::fabs(key.mDoubleIndex - place) < kGrid / 2;
         });
         if (same != of.end()) {
-            same->mbSelected = true;
+            same->mbSelected = mbShown[c];
             continue;
         }
         // A new key splits its segment and takes over its kind.
@@ -195,7 +197,7 @@ bool ColorCurveEdit_cls::InsertKey(int channel, double position) {
         const int left = Channel(c).GetKeyFrameIndexToInsert(place, 0.0) - 1;
         const unsigned kind = of.empty() ? INTERP_LINEAR : of[size_t(std::max(left, 0))].mInterpType;
         key.Set(place, kind, Channel(c).Evaluate(place, 0.0), terms[1], kind == INTERP_HERMITE_SEMIAUTO,
-                true);
+                mbShown[c]);
         of.push_back(key);
         bAny = true;
     }
@@ -229,21 +231,20 @@ bool ColorCurveEdit_cls::SetKind(unsigned kind) {
     return Perform(keys);
 }
 
-bool ColorCurveEdit_cls::SetSelected(std::optional<double> position, std::optional<double> value,
-                                     bool bLinked) {
+bool ColorCurveEdit_cls::SetSelectedPosition(double position, bool bLinked) {
     double place = 0.0;
     if (!GetSelected(&place, nullptr, nullptr)) return false;
-    if (position) {
-        // The first one goes there, the others keep their distance.
-        Begin();
-        MoveSelected(*position - place, 0.0, bLinked);
-        Commit();
-    }
-    if (!value) return true;
+    Begin();
+    MoveSelected(position - place, 0.0, bLinked);
+    Commit();
+    return true;
+}
+
+bool ColorCurveEdit_cls::SetSelectedValue(int channel, double value) {
+    EndGesture();
     AllKeys keys = GetKeys();
-    for (Keys& of : keys)
-        for (KeyFrame_cls& key : of)
-            if (key.mbSelected) key.mValue = *value;
+    for (KeyFrame_cls& key : keys[static_cast<size_t>(channel)])
+        if (key.mbSelected) key.mValue = value;
     return Perform(keys);
 }
 
@@ -269,6 +270,11 @@ bool ColorCurveEdit_cls::SetStopColor(double position, const float* pColor, bool
     return Perform(keys);
 }
 
+void ColorCurveEdit_cls::ShowChannel(int channel, bool bShow) {
+    mbShown[channel] = bShow;
+    if (!bShow && GetPCCurve()) Channel(channel).DeselectAll();
+}
+
 std::vector<double> ColorCurveEdit_cls::GetStops() const {
     std::vector<double> stops;
     for (const Keys& of : GetKeys())
@@ -292,7 +298,8 @@ void ColorCurveEdit_cls::SelectStop(double position, bool bAdd, bool bToggle) {
     if (!bAdd && !bToggle) SelectAll(false);
     for (int c = 0; c < kChannelNumber; ++c)
         for (int k = 0; k < Channel(c).GetKeyNumber(); ++k)
-            if (IsNear(Channel(c).GetKeyFrameDoubleIndex(k), position)) Channel(c).SelectKey(k, bSelect);
+            if (IsNear(Channel(c).GetKeyFrameDoubleIndex(k), position))
+                Channel(c).SelectKey(k, bSelect && mbShown[c]);
 }
 
 void ColorCurveEdit_cls::SelectKey(int channel, int key, bool bAdd, bool bToggle) {
@@ -305,7 +312,7 @@ void ColorCurveEdit_cls::SelectKey(int channel, int key, bool bAdd, bool bToggle
 void ColorCurveEdit_cls::SelectAll(bool bSelect) {
     for (int c = 0; GetPCCurve() && c < kChannelNumber; ++c)
         for (int k = 0; k < Channel(c).GetKeyNumber(); ++k)
-            Channel(c).SelectKey(k, bSelect);
+            Channel(c).SelectKey(k, bSelect && mbShown[c]);
 }
 
 int ColorCurveEdit_cls::GetSelectedCount() const {
@@ -327,4 +334,13 @@ bool ColorCurveEdit_cls::GetSelected(double* pPosition, double* pValue, unsigned
     if (pValue) *pValue = pFirst->mValue;
     if (pKind) *pKind = pFirst->mInterpType;
     return true;
+}
+
+bool ColorCurveEdit_cls::GetSelectedValue(int channel, double* pValue) const {
+    if (!GetPCCurve()) return false;
+    const Keys& keys = Channel(channel).GetKeys();
+    const auto first =
+        std::find_if(keys.begin(), keys.end(), [](const KeyFrame_cls& key) { return key.mbSelected; });
+    if (first != keys.end()) *pValue = first->mValue;
+    return first != keys.end();
 }

@@ -31,8 +31,8 @@ public:
     void Begin();
     bool IsUnderWay() const { return !mVBefore.empty(); }
     /// All selected keys from where they were at Begin; a key that is met goes. `bLinked`: the other
-    /// channels' keys at the same places come along in position.
-    void MoveSelected(double dPosition, double dValue, bool bLinked);
+    /// channels' keys at the same places come along in position. `channel`: values of this one alone.
+    void MoveSelected(double dPosition, double dValue, bool bLinked, int channel = -1);
     /// The tangent of one key: slope of the value over the position, both in units of the curve.
     void SetTangent(int channel, int key, double slope);
     void Commit();
@@ -47,10 +47,16 @@ public:
     /// All keys of a channel can't go: the last one stays.
     bool DeleteSelected();
     bool SetKind(unsigned kind);
-    /// `position`, `value`: to all selected keys; empty ones stay.
-    bool SetSelected(std::optional<double> position, std::optional<double> value, bool bLinked);
+    /// The first selected key goes there, the others keep their distance.
+    bool SetSelectedPosition(double position, bool bLinked);
+    /// Of all selected keys of a channel.
+    bool SetSelectedValue(int channel, double value);
     /// A key in every channel at the stop.
     bool SetStopColor(double position, const float* pColor, bool bAlpha);
+
+    /// Keys of a hidden channel are never selected; they come along in position where channels are linked.
+    void ShowChannel(int channel, bool bShow);
+    bool IsChannelShown(int channel) const { return mbShown[channel]; }
 
     // Stops: places where any channel has a key, ascending.
     std::vector<double> GetStops() const;
@@ -61,6 +67,8 @@ public:
     int GetSelectedCount() const;
     /// Of the first selected key; false when none is.
     bool GetSelected(double* pPosition, double* pValue, unsigned* pKind) const;
+    /// Value of the first selected key of a channel; false when none is.
+    bool GetSelectedValue(int channel, double* pValue) const;
 
 private:
     using Keys = std::vector<KeyFrame_cls>;
@@ -72,6 +80,7 @@ private:
     bool Perform(const AllKeys& keys);
 
     ColorCurve_cls* mpCCurve = nullptr;
+    bool mbShown[kChannelNumber] = {true, true, true, true};
     std::weak_ptr<const bool> mpLife;
     std::vector<std::unique_ptr<Parameters_cls>> mVBefore; ///< the channels, while a gesture is under way
     std::optional<ColorSettings_st> mSettingsBefore;

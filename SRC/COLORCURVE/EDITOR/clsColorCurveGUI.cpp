@@ -122,16 +122,8 @@ wxSizer* ColorCurveGUI_cls::MakeKeyRow() {
     add(new wxStaticText(this, wxID_ANY, _("Key")), 0);
     mpCPosition = new NumField_cls(this, Any(0.01), 9);
     mpCPosition->SetHint(_("Quantity at the selected key, in units of the data"));
-    mpCPosition->SetOnChange(
-        [this](double value, bool bFinal) { SetKeyField(mpCPosition, true, value, bFinal); });
+    mpCPosition->SetOnChange([this](double value, bool bFinal) { SetPosition(value, bFinal); });
     add(mpCPosition, 1);
-    NumSpec unit = Any(0.01);
-    unit.mMin = 0.0;
-    unit.mMax = 1.0;
-    mpCValue = new NumField_cls(this, unit, 7);
-    mpCValue->SetHint(_("Value of the selected keys, 0 to 1"));
-    mpCValue->SetOnChange([this](double value, bool bFinal) { SetKeyField(mpCValue, false, value, bFinal); });
-    add(mpCValue, 1);
     mpCStopColor = new ColorSwatch_cls(this);
     mpCStopColor->SetToolTip(_("Color at the selected key; a click asks for another one"));
     mpCStopColor->SetOnChoose([this](const float* pColor) {
@@ -157,25 +149,42 @@ wxSizer* ColorCurveGUI_cls::MakeKeyRow() {
     return row;
 }
 
+// The switch of a channel, and the value of its selected keys.
+wxSizer* ColorCurveGUI_cls::MakeChannel(int channel, const wxString& name, const wxString& tip,
+                                        const wxString& hint) {
+    auto* both = new wxBoxSizer(wxHORIZONTAL);
+    auto* button = new wxToggleButton(this, wxID_ANY, name, wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
+    button->SetValue(true);
+    const bool bDark = wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE).GetLuminance() < 0.5;
+    button->SetForegroundColour(ColorCurveGraph_cls::GetChannelColour(channel, bDark));
+    button->SetFont(FontProvider_cls::GetFont(FontProvider_cls::FONT_CAPTION));
+    button->SetToolTip(tip);
+    button->Bind(wxEVT_TOGGLEBUTTON, [this, channel](wxCommandEvent& event) {
+        mpCGraph->ShowChannel(channel, event.IsChecked());
+    });
+    both->Add(button, 0, wxALIGN_CENTRE_VERTICAL | wxRIGHT, FromDIP(kGap) / 2);
+    NumSpec unit = Any(0.01);
+    unit.mMin = 0.0;
+    unit.mMax = 1.0;
+    mpCValues[channel] = new NumField_cls(this, unit, 5);
+    mpCValues[channel]->SetHint(hint);
+    mpCValues[channel]->SetOnChange(
+        [this, channel](double value, bool bFinal) { SetChannel(channel, value, bFinal); });
+    both->Add(mpCValues[channel], 1, wxALIGN_CENTRE_VERTICAL);
+    return both;
+}
+
 wxSizer* ColorCurveGUI_cls::MakeChannelRow() {
     static const char* const kNames[] = {"R", "G", "B", "A"};
     const wxString tips[] = {_("Show and edit red"), _("Show and edit green"), _("Show and edit blue"),
                              _("Show and edit alpha, 0 transparent to 1 opaque")};
+    const wxString hints[] = {_("Red of the selected keys, 0 to 1"), _("Green of the selected keys, 0 to 1"),
+                              _("Blue of the selected keys, 0 to 1"),
+                              _("Alpha of the selected keys, 0 to 1")};
     auto* row = new wxBoxSizer(wxHORIZONTAL);
-    row->Add(new wxStaticText(this, wxID_ANY, _("Channels")), 0, wxALIGN_CENTRE_VERTICAL | wxRIGHT,
-             FromDIP(2 * kGap));
-    for (int c = 0; c < ColorCurveGraph_cls::kChannelNumber; ++c) {
-        auto* button =
-            new wxToggleButton(this, wxID_ANY, kNames[c], wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
-        button->SetValue(true);
-        const bool bDark = wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE).GetLuminance() < 0.5;
-        button->SetForegroundColour(ColorCurveGraph_cls::GetChannelColour(c, bDark));
-        button->SetFont(FontProvider_cls::GetFont(FontProvider_cls::FONT_CAPTION));
-        button->SetToolTip(tips[c]);
-        button->Bind(wxEVT_TOGGLEBUTTON,
-                     [this, c](wxCommandEvent& event) { mpCGraph->ShowChannel(c, event.IsChecked()); });
-        row->Add(button, 0, wxALIGN_CENTRE_VERTICAL | wxRIGHT, FromDIP(kGap));
-    }
+    for (int c = 0; c < ColorCurveGraph_cls::kChannelNumber; ++c)
+        row->Add(MakeChannel(c, kNames[c], tips[c], hints[c]), 1, wxALIGN_CENTRE_VERTICAL | wxRIGHT,
+                 FromDIP(2 * kGap));
     auto* link = new wxCheckBox(this, wxID_ANY, _("Linked"));
     link->SetValue(mpCGraph->IsLinked());
     link->SetToolTip(_("Keys of all channels at one place move and come together"));
@@ -253,11 +262,15 @@ void ColorCurveGUI_cls::UpdateKeyRow() {
     double place = 0.0;
     double value = 0.0;
     unsigned kind = 0;
-    const bool bAny = mCEdit.GetSelected(&place, &value, &kind);
-    for (wxWindow* window : {static_cast<wxWindow*>(mpCPosition), static_cast<wxWindow*>(mpCValue),
-                             static_cast<wxWindow*>(mpCStopColor), static_cast<wxWindow*>(mpCKind),
-                             static_cast<wxWindow*>(mpCDelete)})
+    const bool bAny = mCEdit.GetSelected(&place, nullptr, &kind);
+    for (wxWindow* window : {static_cast<wxWindow*>(mpCPosition), static_cast<wxWindow*>(mpCStopColor),
+                             static_cast<wxWindow*>(mpCKind), static_cast<wxWindow*>(mpCDelete)})
         if (window->IsEnabled() != bAny) window->Enable(bAny);
+    for (int c = 0; c < ColorCurveGraph_cls::kChannelNumber; ++c) {
+        const bool bHas = mCEdit.GetSelectedValue(c, &value);
+        if (mpCValues[c]->IsEnabled() != bHas) mpCValues[c]->Enable(bHas);
+        if (bHas && !mbFieldGesture) mpCValues[c]->SetValue(value);
+    }
     const ColorCurve_cls* pCurve = mCEdit.GetPCCurve();
     if (!bAny || !pCurve) return;
     const double low = static_cast<double>(mSettings.mScalingMin);
@@ -268,7 +281,6 @@ void ColorCurveGUI_cls::UpdateKeyRow() {
     spec.mStep = std::max(std::fabs(high - low), 1e-30) / 100.0;
     mpCPosition->SetSpec(spec);
     if (!mbFieldGesture) mpCPosition->SetValue(low + place * (high - low));
-    if (!mbFieldGesture) mpCValue->SetValue(value);
     mpCKind->SetSelection(static_cast<int>(std::min(kind, unsigned(KeyFrame_cls::INTERP_COUNT - 1))));
     float color[4];
     for (size_t c = 0; c < 4; ++c)
@@ -276,33 +288,49 @@ void ColorCurveGUI_cls::UpdateKeyRow() {
     mpCStopColor->SetColor(color);
 }
 
-void ColorCurveGUI_cls::SetKeyField(NumField_cls* /*pField*/, bool bPosition, double value, bool bFinal) {
-    const double low = static_cast<double>(mSettings.mScalingMin);
-    const double range = static_cast<double>(mSettings.mScalingMax) - low;
-    const double wanted = bPosition && range != 0.0 ? (value - low) / range : value;
-    const bool bLinked = mpCGraph->IsLinked();
-    if (!mbFieldGesture && bFinal) {
-        mCEdit.SetSelected(bPosition ? std::optional<double>(wanted) : std::nullopt,
-                           bPosition ? std::nullopt : std::optional<double>(wanted), bLinked);
-        UpdateValues();
-        return;
-    }
-    if (!mbFieldGesture) {
-        double place = 0.0;
-        double start = 0.0;
-        if (!mCEdit.GetSelected(&place, &start, nullptr)) return;
-        mFieldStart = bPosition ? place : start;
-        mbFieldGesture = true;
-        mCEdit.Begin();
-    }
-    mCEdit.MoveSelected(bPosition ? wanted - mFieldStart : 0.0, bPosition ? 0.0 : wanted - mFieldStart,
-                        bLinked);
+void ColorCurveGUI_cls::BeginField(double start) {
+    if (mbFieldGesture) return;
+    mFieldStart = start;
+    mbFieldGesture = true;
+    mCEdit.Begin();
+}
+
+void ColorCurveGUI_cls::EndField(bool bFinal) {
     if (bFinal) {
         mCEdit.Commit();
         mbFieldGesture = false;
     }
     mpCGraph->Refresh();
     UpdateKeyRow();
+}
+
+void ColorCurveGUI_cls::SetPosition(double value, bool bFinal) {
+    const double low = static_cast<double>(mSettings.mScalingMin);
+    const double range = static_cast<double>(mSettings.mScalingMax) - low;
+    const double wanted = range != 0.0 ? (value - low) / range : value;
+    if (!mbFieldGesture && bFinal) {
+        mCEdit.SetSelectedPosition(wanted, mpCGraph->IsLinked());
+        UpdateValues();
+        return;
+    }
+    double start = 0.0;
+    if (!mbFieldGesture && !mCEdit.GetSelected(&start, nullptr, nullptr)) return;
+    BeginField(start);
+    mCEdit.MoveSelected(wanted - mFieldStart, 0.0, mpCGraph->IsLinked());
+    EndField(bFinal);
+}
+
+void ColorCurveGUI_cls::SetChannel(int channel, double value, bool bFinal) {
+    if (!mbFieldGesture && bFinal) {
+        mCEdit.SetSelectedValue(channel, value);
+        UpdateValues();
+        return;
+    }
+    double start = 0.0;
+    if (!mbFieldGesture && !mCEdit.GetSelectedValue(channel, &start)) return;
+    BeginField(start);
+    mCEdit.MoveSelected(0.0, value - mFieldStart, false, channel);
+    EndField(bFinal);
 }
 
 void ColorCurveGUI_cls::UpdateHistogram() {

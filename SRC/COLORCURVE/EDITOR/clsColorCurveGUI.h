@@ -38,7 +38,11 @@ private:
     void ShowRows();
     void UpdateKeyRow();
     void UpdateHistogram();
-    void SetKeyField(NumField_cls* pField, bool bPosition, double value, bool bFinal);
+    void SetPosition(double value, bool bFinal);
+    void SetChannel(int channel, double value, bool bFinal);
+    void BeginField(double start);
+    void EndField(bool bFinal);
+    wxSizer* MakeChannel(int channel, const wxString& name, const wxString& tip, const wxString& hint);
 
     ColorCurveCtrl_cls* mpCCtrl;
     ColorCurveEdit_cls& mCEdit;
@@ -52,7 +56,7 @@ private:
     ColorCurveGraph_cls* mpCGraph = nullptr;
     wxChoice* mpCKind = nullptr;
     NumField_cls* mpCPosition = nullptr;
-    NumField_cls* mpCValue = nullptr;
+    NumField_cls* mpCValues[4] = {}; ///< red, green, blue, alpha
     ColorSwatch_cls* mpCStopColor = nullptr;
     wxButton* mpCDelete = nullptr;
     size_t mHistogramStamp = 0;  ///< what the histogram was made of

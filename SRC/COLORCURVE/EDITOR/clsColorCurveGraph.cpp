@@ -51,9 +51,11 @@ void ColorCurveGraph_cls::SetHistogram(std::vector<float> bins) {
 }
 
 void ColorCurveGraph_cls::ShowChannel(int channel, bool bShow) {
-    mbShown[channel] = bShow;
-    Refresh();
+    mpCEdit->ShowChannel(channel, bShow);
+    Edited();
 }
+
+bool ColorCurveGraph_cls::IsChannelShown(int channel) const { return mpCEdit->IsChannelShown(channel); }
 
 wxRect ColorCurveGraph_cls::GetBar() const {
     const int left = FromDIP(kLeft);

@@ -11,6 +11,8 @@
 #include <wx/geometry.h>
 #include <wx/panel.h>
 
+#include "PARAM/KeyGesture.h"
+
 class ColorCurveEdit_cls;
 class wxDC;
 class wxGraphicsContext;
@@ -25,7 +27,7 @@ public:
     void SetHistogram(std::vector<float> bins);
     /// Hidden channels can't be edited here.
     void ShowChannel(int channel, bool bShow);
-    bool IsChannelShown(int channel) const { return mbShown[channel]; }
+    bool IsChannelShown(int channel) const;
     /// Keys of all channels at one place keep together.
     void SetLinked(bool bLinked) { mbLinked = bLinked; }
     bool IsLinked() const { return mbLinked; }
@@ -48,7 +50,7 @@ public:
     bool AcceptsFocus() const override { return true; }
 
 private:
-    enum class Mode { NONE, PRESSED, MOVE, TANGENT, BAND };
+    using State = KeyGesture_cls::State;
     struct Hit_st {
         int mChannel = -1; ///< of a key or handle
         int mKey = -1;
@@ -73,13 +75,15 @@ private:
     void OnKey(wxKeyEvent& event);
     bool HandleKey(int key, int modifiers);
     void DragTo(const wxPoint& point, bool bOneAxis);
-    void SelectBand(bool bAdd);
-    void EndMode();
-    void CancelMode();
+    void BeginDrag();
+    void SelectBand();
+    void Pick(KeyGesture_cls::Pick pick);
+    void CancelGesture();
     void Nudge(double dPosition, double dValue);
     void OnHover(const wxPoint& point);
-    Hit_st FindHit(const wxPoint& point) const;
-    Hit_st FindHandle(const wxPoint& point) const;
+    /// With `bKeyFirst` a key rather than a handle at its place.
+    Hit_st FindHit(const wxPoint& point, bool bKeyFirst = false) const;
+    bool IsHitSelected() const;
     int FindCurve(const wxPoint& point) const;
     void Edited();
     wxString Readout(const wxPoint& point) const;
@@ -95,17 +99,14 @@ private:
     void DrawReadout(wxGraphicsContext& gc, const Look_st& look);
 
     ColorCurveEdit_cls* mpCEdit;
-    bool mbShown[kChannelNumber] = {true, true, true, true};
     bool mbLinked = true;
     std::vector<float> mVHistogram;
     std::function<void()> mOnEdited;
 
-    Mode mMode = Mode::NONE;
+    KeyGesture_cls mGesture;
+    KeyBand_cls mCBand;
     Hit_st mHit;   ///< under the press
     Hit_st mHover; ///< under the pointer
-    wxPoint mFrom;
     wxPoint mPointer;
-    bool mbAdd = false;    ///< Shift or Ctrl at the press
-    bool mbToggle = false; ///< Ctrl
-    wxString mStrReadout;  ///< beside the pointer
+    wxString mStrReadout; ///< beside the pointer
 };

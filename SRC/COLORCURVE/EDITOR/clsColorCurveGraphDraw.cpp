@@ -88,11 +88,12 @@ void ColorCurveGraph_cls::OnPaint(wxPaintEvent&) {
         DrawHandles(*gc, look);
         DrawKeys(*gc, look);
         DrawStops(*gc, look);
-        if (mMode == Mode::BAND) {
+        if (mGesture.Get() == State::BAND) {
             gc->SetPen(wxPen(look.mMark));
             gc->SetBrush(wxBrush(Clear(look.mMark, 40)));
-            gc->DrawRectangle(std::min(mFrom.x, mPointer.x) + 0.5, std::min(mFrom.y, mPointer.y) + 0.5,
-                              std::abs(mPointer.x - mFrom.x), std::abs(mPointer.y - mFrom.y));
+            gc->DrawRectangle(mGesture.GetLeft() + 0.5, mGesture.GetTop() + 0.5,
+                              mGesture.GetRight() - mGesture.GetLeft(),
+                              mGesture.GetBottom() - mGesture.GetTop());
         }
         DrawReadout(*gc, look);
     }
@@ -140,7 +141,7 @@ void ColorCurveGraph_cls::DrawCurves(wxGraphicsContext& gc, const Look_st& look)
     const auto& params = mpCEdit->GetPCCurve()->mpCParamGroup->mVParams;
     std::vector<wxPoint2DDouble> points(size_t(plot.width) + 1);
     for (int c = kChannelNumber; c-- > 0;) {
-        const double fallback = mbShown[c] ? 1.0 : 0.22;
+        const double fallback = IsChannelShown(c) ? 1.0 : 0.22;
         for (size_t x = 0; x < points.size(); ++x) {
             const double place = double(x) / plot.width;
             const double y = ToY(params[size_t(c)].Evaluate(place, 0.0));
@@ -162,7 +163,7 @@ void ColorCurveGraph_cls::DrawKeys(wxGraphicsContext& gc, const Look_st& look) {
     for (const bool bSelected : {false, true}) { // selected ones lie on top
         for (int c = kChannelNumber; c-- > 0;) {
             const auto& keys = params[size_t(c)].GetKeys();
-            for (size_t k = 0; mbShown[c] && k < keys.size(); ++k) {
+            for (size_t k = 0; IsChannelShown(c) && k < keys.size(); ++k) {
                 if (keys[k].mbSelected != bSelected) continue;
                 const bool bHover = mHover.mChannel == c && mHover.mKey == int(k) && mHover.mSide == 0;
                 const double r = FromDIP(1) * (kKeyRadius + (bSelected || bHover ? 1.5 : 0.0));
@@ -183,7 +184,7 @@ void ColorCurveGraph_cls::DrawHandles(wxGraphicsContext& gc, const Look_st& look
     const double radius = FromDIP(4);
     for (int c = 0; c < kChannelNumber; ++c) {
         const auto& keys = params[size_t(c)].GetKeys();
-        for (int k = 0; mbShown[c] && k < int(keys.size()); ++k) {
+        for (int k = 0; IsChannelShown(c) && k < int(keys.size()); ++k) {
             if (!keys[size_t(k)].mbSelected) continue;
             for (const int side : {-1, 1}) {
                 wxPoint2DDouble end;

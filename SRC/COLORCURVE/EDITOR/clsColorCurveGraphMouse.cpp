@@ -14,7 +14,6 @@
 namespace {
 
 constexpr int kReach = 7; // pixels around a key in which a press takes it
-constexpr int kSlack = 3; // pixels before a press becomes a drag
 constexpr double kNudge = 0.01;
 constexpr double kNudgeFine = ColorCurveEdit_cls::kGrid;
 
@@ -31,70 +30,54 @@ void ColorCurveGraph_cls::BindMouse() {
     Bind(wxEVT_MOTION, &ColorCurveGraph_cls::OnMotion, this);
     Bind(wxEVT_RIGHT_UP, &ColorCurveGraph_cls::OnRightUp, this);
     Bind(wxEVT_LEAVE_WINDOW, [this](wxMouseEvent&) {
-        if (mMode != Mode::NONE) return;
+        if (mGesture.IsActive()) return;
         mHover = Hit_st();
         mStrReadout.clear();
         Refresh();
     });
-    Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { CancelMode(); });
+    Bind(wxEVT_MOUSE_CAPTURE_LOST, [this](wxMouseCaptureLostEvent&) { CancelGesture(); });
     Bind(wxEVT_CHAR_HOOK, &ColorCurveGraph_cls::OnKey, this);
 }
 
-ColorCurveGraph_cls::Hit_st ColorCurveGraph_cls::FindHandle(const wxPoint& point) const {
-    const ColorCurve_cls* pCurve = mpCEdit->GetPCCurve();
-    Hit_st hit;
-    for (int c = 0; pCurve && c < kChannelNumber; ++c) {
-        const auto& keys = Channel(*pCurve, c).GetKeys();
-        for (int k = 0; mbShown[c] && k < static_cast<int>(keys.size()); ++k) {
-            if (!keys[static_cast<size_t>(k)].mbSelected) continue;
-            for (const int side : {-1, 1}) {
-                wxPoint2DDouble end;
-                if (!GetHandle(c, k, side, &end)) continue;
-                if (std::hypot(end.m_x - point.x, end.m_y - point.y) > FromDIP(kReach)) continue;
-                hit.mChannel = c;
-                hit.mKey = k;
-                hit.mSide = side;
-                return hit;
-            }
-        }
-    }
-    return hit;
-}
-
-ColorCurveGraph_cls::Hit_st ColorCurveGraph_cls::FindHit(const wxPoint& point) const {
+ColorCurveGraph_cls::Hit_st ColorCurveGraph_cls::FindHit(const wxPoint& point, bool bKeyFirst) const {
     Hit_st hit;
     const ColorCurve_cls* pCurve = mpCEdit->GetPCCurve();
     if (!pCurve) return hit;
-    double best = FromDIP(kReach);
+    KeyPicker_cls picker(point.x, point.y, FromDIP(kReach));
     wxRect strip = GetStopStrip();
     strip.Inflate(FromDIP(kReach), 0);
     if (strip.Contains(point)) {
-        for (const double stop : mpCEdit->GetStops()) {
-            const double distance = std::fabs(ToX(stop) - point.x);
-            if (distance >= best) continue;
-            best = distance;
-            hit.mbStop = true;
-            hit.mStop = stop;
-        }
+        const std::vector<double> stops = mpCEdit->GetStops();
+        for (size_t i = 0; i < stops.size(); ++i)
+            picker.OfferKey(0, static_cast<int>(i), ToX(stops[i]), point.y, false);
+        hit.mbStop = picker.GetKey().IsAny();
+        if (hit.mbStop) hit.mStop = stops[static_cast<size_t>(picker.GetKey().mKey)];
         return hit;
     }
-    // The one on top first: channels are drawn from alpha to red, selected keys last.
-    bool bBestSelected = false;
-    for (int c = 0; c < kChannelNumber; ++c) {
+    for (int c = kChannelNumber; c-- > 0;) { // red is drawn last
         const auto& keys = Channel(*pCurve, c).GetKeys();
-        for (size_t k = 0; mbShown[c] && k < keys.size(); ++k) {
-            const double distance =
-                std::hypot(ToX(keys[k].mDoubleIndex) - point.x, ToY(keys[k].mValue) - point.y);
-            const bool bBetter =
-                distance < best - 0.5 || (distance <= best && keys[k].mbSelected && !bBestSelected);
-            if (!bBetter) continue;
-            best = distance;
-            bBestSelected = keys[k].mbSelected;
-            hit.mChannel = c;
-            hit.mKey = static_cast<int>(k);
+        for (int k = 0; IsChannelShown(c) && k < static_cast<int>(keys.size()); ++k) {
+            const KeyFrame_cls& key = keys[static_cast<size_t>(k)];
+            picker.OfferKey(c, k, ToX(key.mDoubleIndex), ToY(key.mValue), key.mbSelected);
+            for (const int side : {-1, 1}) {
+                wxPoint2DDouble end;
+                if (key.mbSelected && GetHandle(c, k, side, &end))
+                    picker.OfferHandle(c, k, side, end.m_x, end.m_y);
+            }
         }
     }
-    return hit.IsAny() ? hit : FindHandle(point);
+    const KeyHit found = picker.GetHit(bKeyFirst);
+    hit.mChannel = found.mCurve;
+    hit.mKey = found.mKey;
+    hit.mSide = found.mSide;
+    return hit;
+}
+
+bool ColorCurveGraph_cls::IsHitSelected() const {
+    if (mHit.mbStop) return mpCEdit->IsStopSelected(mHit.mStop);
+    return mHit.mKey >= 0 && Channel(*mpCEdit->GetPCCurve(), mHit.mChannel)
+                                 .GetKeys()[static_cast<size_t>(mHit.mKey)]
+                                 .mbSelected;
 }
 
 int ColorCurveGraph_cls::FindCurve(const wxPoint& point) const {
@@ -104,7 +87,7 @@ int ColorCurveGraph_cls::FindCurve(const wxPoint& point) const {
     for (int c = 0; pCurve && c < kChannelNumber; ++c) {
         const double distance =
             std::fabs(ToY(Channel(*pCurve, c).Evaluate(ToPosition(point.x), 0.0)) - point.y);
-        if (!mbShown[c] || distance >= best) continue;
+        if (!IsChannelShown(c) || distance >= best) continue;
         best = distance;
         found = c;
     }
@@ -113,111 +96,100 @@ int ColorCurveGraph_cls::FindCurve(const wxPoint& point) const {
 
 void ColorCurveGraph_cls::OnLeftDown(wxMouseEvent& event) {
     SetFocus();
-    if (!mpCEdit->GetPCCurve() || mMode != Mode::NONE) return;
-    mFrom = mPointer = event.GetPosition();
-    mbToggle = event.ControlDown();
-    mbAdd = mbToggle || event.ShiftDown();
-    mHit = FindHit(mFrom);
-    if (!mHit.IsAny()) {
-        if (!mbAdd) mpCEdit->SelectAll(false);
-        mMode = GetPlot().Contains(mFrom) ? Mode::BAND : Mode::NONE;
-    } else if (mHit.mSide != 0) {
-        mMode = Mode::TANGENT;
-        mpCEdit->Begin();
-    } else {
-        // A press on what is selected keeps it: a drag moves all of it.
-        const ColorCurve_cls& curve = *mpCEdit->GetPCCurve();
-        const bool bSelected =
-            mHit.mbStop ? mpCEdit->IsStopSelected(mHit.mStop)
-                        : Channel(curve, mHit.mChannel).GetKeys()[static_cast<size_t>(mHit.mKey)].mbSelected;
-        if (!bSelected || mbToggle) {
-            if (mHit.mbStop)
-                mpCEdit->SelectStop(mHit.mStop, mbAdd, mbToggle);
-            else
-                mpCEdit->SelectKey(mHit.mChannel, mHit.mKey, mbAdd, mbToggle);
-        }
-        mMode = Mode::PRESSED;
+    if (!mpCEdit->GetPCCurve() || mGesture.IsActive()) return;
+    mPointer = event.GetPosition();
+    mHit = FindHit(mPointer, event.ShiftDown() || event.ControlDown());
+    KeyHit hit;
+    if (mHit.IsAny()) hit = {std::max(mHit.mChannel, 0), std::max(mHit.mKey, 0), mHit.mSide};
+    if (!hit.IsAny() && !GetPlot().Contains(mPointer)) { // no band begins beside the curves
+        if (!event.ShiftDown() && !event.ControlDown()) mpCEdit->SelectAll(false);
+        return Edited();
     }
-    if (mMode != Mode::NONE && !HasCapture()) CaptureMouse();
+    Pick(mGesture.Press({mPointer.x, mPointer.y}, hit, IsHitSelected(), event.ShiftDown(),
+                        event.ControlDown()));
+    if (!hit.IsAny()) {
+        std::vector<Parameters_cls*> channels;
+        for (Parameters_cls& channel : mpCEdit->GetPCCurve()->mpCParamGroup->mVParams)
+            channels.push_back(&channel);
+        mCBand.Begin(channels);
+    }
+    if (!HasCapture()) CaptureMouse();
     Edited();
+}
+
+void ColorCurveGraph_cls::Pick(KeyGesture_cls::Pick pick) {
+    using Picks = KeyGesture_cls::Pick;
+    if (pick == Picks::CLEAR) mpCEdit->SelectAll(false);
+    if (pick == Picks::KEEP || pick == Picks::CLEAR) return;
+    const bool bAdd = pick != Picks::ALONE;
+    if (mHit.mbStop)
+        mpCEdit->SelectStop(mHit.mStop, bAdd, pick == Picks::TOGGLE);
+    else
+        mpCEdit->SelectKey(mHit.mChannel, mHit.mKey, bAdd, pick == Picks::TOGGLE);
 }
 
 void ColorCurveGraph_cls::OnMotion(wxMouseEvent& event) {
     mPointer = event.GetPosition();
-    if (mMode == Mode::NONE) {
+    if (!mGesture.IsActive()) {
         OnHover(mPointer);
         return;
     }
-    if (mMode == Mode::PRESSED && mpCEdit->GetSelectedCount() > 0 &&
-        std::max(std::abs(mPointer.x - mFrom.x), std::abs(mPointer.y - mFrom.y)) > FromDIP(kSlack)) {
-        mMode = Mode::MOVE;
-        mpCEdit->Begin();
-    }
+    if (mGesture.Drag({mPointer.x, mPointer.y}, FromDIP(KeyGesture_cls::kThreshold))) BeginDrag();
     DragTo(mPointer, event.ShiftDown());
 }
 
+void ColorCurveGraph_cls::BeginDrag() {
+    if (mGesture.Get() == State::MOVE || mGesture.Get() == State::TURN) mpCEdit->Begin();
+}
+
 void ColorCurveGraph_cls::DragTo(const wxPoint& point, bool bOneAxis) {
-    if (mMode == Mode::MOVE) {
-        double dx = point.x - mFrom.x;
-        double dy = mHit.mbStop ? 0.0 : point.y - mFrom.y;
-        if (bOneAxis && std::fabs(dx) > std::fabs(dy)) dy = 0.0;
-        if (bOneAxis && dy != 0.0) dx = 0.0;
-        mpCEdit->MoveSelected(dx / GetPlot().width, ToValue(dy) - ToValue(0.0), mbLinked || mHit.mbStop);
-    } else if (mMode == Mode::TANGENT && mpCEdit->GetPCCurve()) {
+    if (mGesture.Get() == State::MOVE) {
+        const KeyPoint way = mGesture.GetWay(bOneAxis && !mHit.mbStop);
+        const double dy = mHit.mbStop ? 0.0 : way.mY;
+        mpCEdit->MoveSelected(double(way.mX) / GetPlot().width, ToValue(dy) - ToValue(0.0),
+                              mbLinked || mHit.mbStop);
+    } else if (mGesture.Get() == State::TURN && mpCEdit->GetPCCurve()) {
         const KeyFrame_cls& key =
             Channel(*mpCEdit->GetPCCurve(), mHit.mChannel).GetKeys()[static_cast<size_t>(mHit.mKey)];
         // A handle never stands upright: that would be no function of the scalar.
         const double dx = std::max(mHit.mSide * (ToPosition(point.x) - key.mDoubleIndex), 0.002);
         mpCEdit->SetTangent(mHit.mChannel, mHit.mKey, mHit.mSide * (ToValue(point.y) - key.mValue) / dx);
+    } else if (mGesture.Get() == State::BAND) {
+        SelectBand();
     }
     mStrReadout = Readout(point);
     Edited();
 }
 
-void ColorCurveGraph_cls::SelectBand(bool bAdd) {
+void ColorCurveGraph_cls::SelectBand() {
     const ColorCurve_cls* pCurve = mpCEdit->GetPCCurve();
     if (!pCurve) return;
-    if (!bAdd) mpCEdit->SelectAll(false);
-    const wxRect band(wxPoint(std::min(mFrom.x, mPointer.x), std::min(mFrom.y, mPointer.y)),
-                      wxPoint(std::max(mFrom.x, mPointer.x), std::max(mFrom.y, mPointer.y)));
-    for (int c = 0; c < kChannelNumber; ++c) {
-        const int count = Channel(*pCurve, c).GetKeyNumber();
-        for (int k = 0; mbShown[c] && k < count; ++k) {
-            const KeyFrame_cls& key = Channel(*pCurve, c).GetKeys()[static_cast<size_t>(k)];
-            if (band.Contains(static_cast<int>(ToX(key.mDoubleIndex)), static_cast<int>(ToY(key.mValue))))
-                mpCEdit->SelectKey(c, k, true, false);
-        }
-    }
+    const wxRect band(wxPoint(mGesture.GetLeft(), mGesture.GetTop()),
+                      wxPoint(mGesture.GetRight(), mGesture.GetBottom()));
+    const Parameters_cls* pFirst = pCurve->mpCParamGroup->mVParams.data();
+    mCBand.Select(mGesture, [&](Parameters_cls& channel, int k) {
+        const KeyFrame_cls& key = channel.GetKeys()[static_cast<size_t>(k)];
+        return IsChannelShown(int(&channel - pFirst)) &&
+               band.Contains(static_cast<int>(ToX(key.mDoubleIndex)), static_cast<int>(ToY(key.mValue)));
+    });
 }
 
 void ColorCurveGraph_cls::OnLeftUp(wxMouseEvent& event) {
     mPointer = event.GetPosition();
-    EndMode();
-}
-
-void ColorCurveGraph_cls::EndMode() {
-    const Mode mode = mMode;
-    mMode = Mode::NONE;
     if (HasCapture()) ReleaseMouse();
-    if (mode == Mode::NONE) return;
-    if (mode == Mode::MOVE || mode == Mode::TANGENT) {
-        mpCEdit->Commit();
-    } else if (mode == Mode::BAND && mPointer != mFrom) {
-        SelectBand(mbAdd);
-    } else if (mode == Mode::PRESSED && !mbAdd) {
-        // A click without a drag leaves what was clicked alone selected.
-        if (mHit.mbStop)
-            mpCEdit->SelectStop(mHit.mStop, false, false);
-        else
-            mpCEdit->SelectKey(mHit.mChannel, mHit.mKey, false, false);
-    }
+    KeyGesture_cls::Pick pick = KeyGesture_cls::Pick::KEEP;
+    const State state = mGesture.Release(&pick);
+    if (state == State::NONE) return;
+    if (state == State::MOVE || state == State::TURN) mpCEdit->Commit();
+    Pick(pick);
     mStrReadout.clear();
     Edited();
 }
 
-void ColorCurveGraph_cls::CancelMode() {
-    if (mMode == Mode::MOVE || mMode == Mode::TANGENT) mpCEdit->Cancel();
-    mMode = Mode::NONE;
+void ColorCurveGraph_cls::CancelGesture() {
+    const State state = mGesture.Cancel();
+    if (state == State::MOVE || state == State::TURN) mpCEdit->Cancel();
+    if (state == State::BAND) mCBand.Restore();
     mStrReadout.clear();
     if (HasCapture()) ReleaseMouse();
     Edited();
@@ -242,7 +214,7 @@ void ColorCurveGraph_cls::OnDoubleClick(wxMouseEvent& event) {
 }
 
 void ColorCurveGraph_cls::OnRightUp(wxMouseEvent& event) {
-    if (!mpCEdit->GetPCCurve() || mMode != Mode::NONE) return;
+    if (!mpCEdit->GetPCCurve() || mGesture.IsActive()) return;
     const wxPoint point = event.GetPosition();
     const Hit_st hit = FindHit(point);
     if (hit.mbStop && !mpCEdit->IsStopSelected(hit.mStop)) mpCEdit->SelectStop(hit.mStop, false, false);
@@ -286,8 +258,8 @@ void ColorCurveGraph_cls::OnKey(wxKeyEvent& event) {
 }
 
 bool ColorCurveGraph_cls::HandleKey(int key, int modifiers) {
-    if (mMode != Mode::NONE) {
-        if (key == WXK_ESCAPE) CancelMode();
+    if (mGesture.IsActive()) {
+        if (key == WXK_ESCAPE) CancelGesture();
         return true; // no other edit while one is under way
     }
     const double step = modifiers == wxMOD_SHIFT ? kNudgeFine : kNudge;
@@ -325,9 +297,9 @@ void ColorCurveGraph_cls::OnHover(const wxPoint& point) {
 wxString ColorCurveGraph_cls::Readout(const wxPoint& point) const {
     const ColorCurve_cls* pCurve = mpCEdit->GetPCCurve();
     const wxRect all = GetBar().Union(GetPlot());
-    if (!pCurve || (mMode == Mode::NONE && !all.Contains(point))) return "";
+    if (!pCurve || (!mGesture.IsActive() && !all.Contains(point))) return "";
     double place = std::clamp(ToPosition(point.x), 0.0, 1.0);
-    if (mMode == Mode::MOVE) mpCEdit->GetSelected(&place, nullptr, nullptr);
+    if (mGesture.Get() == State::MOVE) mpCEdit->GetSelected(&place, nullptr, nullptr);
     const double low = static_cast<double>(pCurve->mScalingMin.mValue);
     const double high = static_cast<double>(pCurve->mScalingMax.mValue);
     wxString text = wxString::Format("%.4g", low + place * (high - low));

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "GL/BASE/MouseSpeed.h"
 #include "GL/BASE/clsMouseNormalized.h"
 #include "GL/BASE/clsPositionAndDirection.h"
 #include "GL/BASE/clsPreference.h"
@@ -11,7 +12,7 @@ namespace {
 
 // Scales within what a float holds, so that zooming back is always possible.
 void Scale(float* pScale, double factor) {
-    const double scale = *pScale * std::max(0.01, factor);
+    const double scale = *pScale * std::max(MouseSpeed::kLeastZoom, factor);
     if (std::isnormal(static_cast<float>(scale))) *pScale = static_cast<float>(scale);
 }
 
@@ -52,7 +53,7 @@ bool Dolly_cls::Zoom(PositionAndDirection_cls* pCamera, float* pOrthoScale) {
     const double dy = sign * (mpCMouse->mCurY - mpCMouse->mPrevY);
     pCamera->SetSensitivity(mSensitivity);
     if (IsAxisView())
-        Scale(pOrthoScale, 1.0 + (dy - 0.2 * dx) * mSensitivity);
+        Scale(pOrthoScale, 1.0 + (dy - MouseSpeed::kSideways * dx) * mSensitivity);
     else
         pCamera->Zoom(dx, dy);
     return true;
@@ -62,7 +63,7 @@ bool Dolly_cls::MoveCenter(PositionAndDirection_cls* pCamera, Position_cls* pAnc
     if (!IsMoved()) return false;
     const double dx = mpCMouse->mCurX - mpCMouse->mPrevX;
     const double dy = mpCMouse->mCurY - mpCMouse->mPrevY;
-    pCamera->SetSensitivity(0.5 * pCamera->GetProjectedDistanceToAnc());
+    pCamera->SetSensitivity(MouseSpeed::kCentre * pCamera->GetProjectedDistanceToAnc());
     pCamera->SetAspectRatio(mAspectRatio);
     PositionAndDirection_cls anchor = *pCamera;
     anchor.Set(pAnchor->mPos);
@@ -75,10 +76,10 @@ bool Dolly_cls::MoveCenter(PositionAndDirection_cls* pCamera, Position_cls* pAnc
 bool Dolly_cls::ZoomWheel(PositionAndDirection_cls* pCamera, double steps, float* pOrthoScale) {
     if (steps == 0.0) return false;
     if (IsAxisView()) {
-        Scale(pOrthoScale, steps * 0.1 + 1.0);
+        Scale(pOrthoScale, steps * MouseSpeed::kWheelStep + 1.0);
     } else {
         pCamera->SetSensitivity(1.0);
-        pCamera->Zoom(0.0, steps * 0.1);
+        pCamera->Zoom(0.0, steps * MouseSpeed::kWheelStep);
     }
     return true;
 }

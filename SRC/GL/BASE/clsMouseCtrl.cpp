@@ -5,6 +5,7 @@
 
 #include <wx/event.h>
 
+#include "GL/BASE/MouseSpeed.h"
 #include "GL/BASE/clsMouseNormalized.h"
 #include "GL/BASE/clsPreference.h"
 
@@ -44,7 +45,8 @@ void MouseCtrl_cls::SetPreviousPosition() {
 
 void MouseCtrl_cls::SetGyrationMode(wxSize sizeInPixels) {
     const MouseNormalized_cls mouse(*this, sizeInPixels);
-    mbGyrationOuter = std::fabs(mouse.mPressX) > 0.85f || std::fabs(mouse.mPressY) > 0.85f;
+    mbGyrationOuter =
+        std::fabs(mouse.mPressX) > MouseSpeed::kRim || std::fabs(mouse.mPressY) > MouseSpeed::kRim;
 }
 
 bool MouseCtrl_cls::IsGyration() const { return mpCPreference->IsMouse4Gyration(mModifiers, mBTN); }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "GL/BASE/MouseSpeed.h"
 #include "GL/BASE/clsMouseCtrl.h"
 
 namespace {
@@ -22,8 +23,9 @@ MouseNormalized_cls::MouseNormalized_cls(const MouseCtrl_cls& mouse, wxSize size
 }
 
 void MouseNormalized_cls::LimitMove() {
-    mCurX = std::clamp(mCurX, mPrevX - 0.2f, mPrevX + 0.2f);
-    mCurY = std::clamp(mCurY, mPrevY - 0.2f, mPrevY + 0.2f);
+    constexpr float kWay = MouseSpeed::kLongestWay;
+    mCurX = std::clamp(mCurX, mPrevX - kWay, mPrevX + kWay);
+    mCurY = std::clamp(mCurY, mPrevY - kWay, mPrevY + kWay);
 }
 
 void MouseNormalized_cls::Invert() {

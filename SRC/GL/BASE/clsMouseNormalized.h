@@ -15,8 +15,8 @@ public:
     MouseNormalized_cls() = default;
     MouseNormalized_cls(const MouseCtrl_cls& mouse, wxSize sizeInPixels);
 
-    /// Hold each axis of the current place within 0.2 of the previous one, so that one event can never
-    /// turn far.
+    /// Hold each axis of the current place near the previous one (MouseSpeed::kLongestWay), so that one event
+    /// can never turn far.
     void LimitMove();
     /// Flip all signs.
     void Invert();

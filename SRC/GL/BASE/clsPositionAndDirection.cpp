@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "COMMON/clsMyVector.h"
+#include "GL/BASE/MouseSpeed.h"
 
 const bool PositionAndDirection_cls::msbMatrixMove[5][3] = {
     {true, false, false}, {false, true, false}, {false, false, true}, {true, true, true}, {true, true, true}};
@@ -33,8 +34,9 @@ double PositionAndDirection_cls::GetProjectedDistance(const double* p) const {
 }
 
 void PositionAndDirection_cls::TrackBall(double prevX, double prevY, double curX, double curY) {
-    const double dx = std::clamp((curX - prevX) * mSensitivity, -0.2, 0.2);
-    const double dy = std::clamp((curY - prevY) * mSensitivity, -0.2, 0.2);
+    constexpr double kTurn = MouseSpeed::kLongestTurn;
+    const double dx = std::clamp((curX - prevX) * mSensitivity, -kTurn, kTurn);
+    const double dy = std::clamp((curY - prevY) * mSensitivity, -kTurn, kTurn);
     const double wy = std::max(0.0, 1.0 - curY * curY);
     const double wx = std::max(0.0, 1.0 - curX * curX);
     double arm[3];
@@ -55,7 +57,8 @@ void PositionAndDirection_cls::TrackBall(double prevX, double prevY, double curX
 
 void PositionAndDirection_cls::Zoom(double dx, double dy) {
     // A fast wheel must not carry the camera through its anchor, nor onto it, whence no zoom leads away.
-    const double factor = std::max(0.01, 1.0 + (dy - 0.2 * dx) * mSensitivity);
+    const double factor =
+        std::max(MouseSpeed::kLeastZoom, 1.0 + (dy - MouseSpeed::kSideways * dx) * mSensitivity);
     const double closest = 1e-9 * (1.0 + MyVector::GetNorm(mAnc));
     if (factor < 1.0 && GetDistanceToAnc() * factor < closest) return;
     for (int i = 0; i < 3; ++i)

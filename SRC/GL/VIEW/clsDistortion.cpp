@@ -9,6 +9,7 @@
 #include <wx/intl.h>
 
 #include "COMMON/SafeFile.h"
+#include "COMMON/TextSplit.h"
 #include "COMMON/clsMyVector.h"
 #include "GL/BASE/clsGLPerspective.h"
 #include "GL/BASE/clsGLState.h"
@@ -31,12 +32,6 @@ bool ForEachLine(const std::string& text, TAKE take) {
         if (!take(line)) return false;
     }
     return true;
-}
-
-std::string GetKeyword(const std::string& line) {
-    const size_t begin = line.find_first_not_of(" \t");
-    if (begin == std::string::npos) return std::string();
-    return line.substr(begin, line.find_first_of(" \t", begin) - begin);
 }
 
 bool IsInRange(const std::vector<int>& indices, size_t count) {
@@ -92,7 +87,7 @@ bool Distortion_cls::ReadText(const std::string& text, const wxString& name) {
 }
 
 bool Distortion_cls::TakeLine(const std::string& line) {
-    const std::string keyword = GetKeyword(line);
+    const std::string keyword = FirstWord(line);
     if (keyword == "f") return TakeFace(line);
     const bool bVertex = keyword == "v";
     const bool bTexture = keyword == "vt";

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "COMMON/Globals.h"
+#include "GL/BASE/MouseSpeed.h"
 #include "GL/BASE/clsMouseNormalized.h"
 #include "GL/BASE/clsPositionAndDirection.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
@@ -61,7 +62,7 @@ bool ViewMouse_cls::OnWheel() {
         return false;
     }
     mCanvas.mCamera.UpdateAnc();
-    mCDolly.SetParameter(1.0, nullptr, mCanvas.GetPixelSize(), mCanvas.mDisplayMode.mValue);
+    mCDolly.SetParameter(MouseSpeed::kDrag, nullptr, mCanvas.GetPixelSize(), mCanvas.mDisplayMode.mValue);
     const bool bChanged = mCDolly.ZoomWheel(mCanvas.mCamera.GetPCCameraPosition(), mCMouse.mWheelSteps,
                                             &mCanvas.mGLOrthoScale.mValue);
     mCMouse.SetPreviousPosition();
@@ -74,7 +75,7 @@ bool ViewMouse_cls::ProcViewOrItemDragging() {
     MouseNormalized_cls mouse(mCMouse, size);
     mouse.LimitMove();
     mCanvas.mCamera.UpdateAnc();
-    mCDolly.SetParameter(1.0, &mouse, size, mCanvas.mDisplayMode.mValue);
+    mCDolly.SetParameter(MouseSpeed::kDrag, &mouse, size, mCanvas.mDisplayMode.mValue);
     PositionAndDirection_cls* pCamera = mCanvas.mCamera.GetPCCameraPosition();
     bool bChanged = false;
     if (mCMouse.IsGyration() && !mCanvas.IsAlongAxis())

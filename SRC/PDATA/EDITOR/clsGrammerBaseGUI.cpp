@@ -232,8 +232,8 @@ void GrammerBaseGUI_cls::UpdateList(wxListCtrl* pList, ConfItemINTARRAY_cls& cod
 
 void GrammerBaseGUI_cls::SetToDefault(wxWindow*, wxListCtrl* pHead, wxListCtrl* pBody) {
     if (!MsgBoxYesno(_("Set to default ?"), _("Inquery"))) return;
-    mpCGrammer->SetHeaderGrammer({HEAD_TIME, HEAD_NUMBER});
-    mpCGrammer->SetBodyGrammer({BODY_XYZ, BODY_VXYZ, BODY_RADIUS, BODY_ID, BODY_TYPE, BODY_VALUE1});
+    mpCGrammer->SetHeaderGrammer(GrammerBase_cls::DefaultHead());
+    mpCGrammer->SetBodyGrammer(GrammerBase_cls::DefaultBody());
     UpdateList(pHead, mpCGrammer->mCItemHead);
     UpdateList(pBody, mpCGrammer->mCItemBody);
     OnListsEdited();

@@ -40,7 +40,7 @@ void SetKeysAndCache(Parameters_cls* pParam, Keys keys) {
     pParam->GetInterpolatedValue(Parameters_cls::kCurrent); // or the old value would count as an edit
 }
 
-void MoveKeys(Keys* pKeys, const std::vector<unsigned char>& moving, double dT, double dV) {
+void MoveKeys(Keys* pKeys, const std::vector<unsigned char>& moving, double dT, double dV, bool bCopies) {
     Keys moved;
     Keys rest;
     std::vector<double> times;
@@ -49,6 +49,10 @@ void MoveKeys(Keys* pKeys, const std::vector<unsigned char>& moving, double dT, 
         if (!moving[i]) {
             rest.push_back(key);
             continue;
+        }
+        if (bCopies && dT != 0.0) {
+            rest.push_back(key);
+            rest.back().mbSelected = false;
         }
         if (dT != 0.0) key.mDoubleIndex = std::clamp(ToFilmGrid(key.mDoubleIndex + dT), 0.0, 1.0);
         if (key.mbSelected && std::isfinite(key.mValue + dV)) key.mValue += dV;
@@ -93,6 +97,7 @@ void CurveGesture_cls::Begin(const std::vector<Parameters_cls*>& curves, bool bL
     for (Parameters_cls* param : curves)
         add(param, false);
     mbLinked = bLinked;
+    mbCopies = false;
     const size_t own = mVEntries.size();
     for (size_t i = 0; bLinked && i < own; ++i) {
         ParamGroup_cls* group = mVEntries[i].mpCParam->mpCParamGroup;
@@ -163,7 +168,7 @@ double CurveGesture_cls::MoveAnd(double dT, double dV, const Change& before) {
     const double limited = LimitTime(dT);
     Show([&](const Entry_st& entry, Keys* pKeys) {
         before(entry, pKeys);
-        MoveKeys(pKeys, entry.mVMoving, limited, entry.mbFollows ? 0.0 : dV);
+        MoveKeys(pKeys, entry.mVMoving, limited, entry.mbFollows ? 0.0 : dV, mbCopies);
     });
     return limited;
 }

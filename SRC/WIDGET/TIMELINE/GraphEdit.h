@@ -30,6 +30,8 @@ public:
     /// places go along in time. Keys in the way are replaced, slopes and ease factors stay. Returns how far
     /// the keys went in time.
     double Move(double dT, double dV);
+    /// From here on the keys stay, and copies of them move; the copies are selected.
+    void MoveCopies() { mbCopies = true; }
     /// The same after another change that leaves number and order of the keys.
     double MoveAnd(double dT, double dV, const Change& before);
     /// What is shown becomes one step; false when nothing changed.
@@ -44,6 +46,7 @@ private:
 
     std::vector<Entry_st> mVEntries;
     bool mbLinked = false;
+    bool mbCopies = false;
 };
 
 /// Change the curves in one step; false when nothing changed.

@@ -149,3 +149,8 @@ ValueRange FitValues(const std::vector<CurveColumns>& curves) {
     const double margin = (high - low) * kMargin;
     return ValueRange{low - margin, high + margin}.Sane();
 }
+
+int PlaceAxisLabels(double cursor, int widest, int pad, int width) {
+    const bool bInTheWay = cursor >= 0 && cursor <= widest + 2 * pad;
+    return bInTheWay ? std::max(width - widest - pad, widest + 2 * pad) : pad;
+}

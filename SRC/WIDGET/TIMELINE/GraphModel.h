@@ -82,3 +82,7 @@ wxString ValueText(double value);
 
 /// The values of these columns with room around them; a constant gets a span that suits its size.
 ValueRange FitValues(const std::vector<CurveColumns>& curves);
+
+/// Left end of the labels of the value axis, `widest` pixels at most, in a graph of this width: at the left,
+/// but at the right while the cursor's line stands there. Pixels.
+int PlaceAxisLabels(double cursor, int widest, int pad, int width);

@@ -2,10 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <sstream>
 
+#include "PARAM/ParamText.h"
 #include "PARAM/clsParamGroup.h"
 #include "PARAM/clsParameters.h"
 #include "PARAM/clsUndoManager.h"
+#include "WIDGET/TIMELINE/GraphEdit.h"
 
 namespace {
 
@@ -91,6 +95,19 @@ double NeighbourKey(const Curves& curves, double doubleIndex, int dir) {
         }
     }
     return best;
+}
+
+std::vector<double> KeyPlaces(const Curves& curves) {
+    std::vector<double> places;
+    for (const Parameters_cls* curve : curves) {
+        if (!IsAnimated(*curve)) continue;
+        for (const KeyFrame_cls& key : curve->GetKeys())
+            places.push_back(key.mDoubleIndex);
+    }
+    std::sort(places.begin(), places.end());
+    const auto same = [](double a, double b) { return b - a < Half(); };
+    places.erase(std::unique(places.begin(), places.end(), same), places.end());
+    return places;
 }
 
 void DeselectKeys(const Curves& curves) {
@@ -188,4 +205,75 @@ wxString CopiedKeys(const Curves& curves) {
     for (const Parameters_cls* curve : WithSelectedKeys(curves))
         text += curve->GetClipboardText();
     return text;
+}
+
+namespace {
+
+struct CopiedCurve_st {
+    wxString mName;
+    std::vector<KeyFrame_cls> mVKeys;
+};
+
+std::vector<CopiedCurve_st> ReadCopiedKeys(const wxString& text) {
+    std::vector<CopiedCurve_st> copied;
+    std::wistringstream stream(text.ToStdWstring());
+    wxString line;
+    while (ReadParamLine(stream, &line)) {
+        wxString rest;
+        if (line.StartsWith("Parameter_", &rest)) {
+            copied.push_back({rest, {}});
+            continue;
+        }
+        KeyFrame_cls key;
+        key.mDoubleIndex = key.mValue = std::numeric_limits<double>::quiet_NaN();
+        if (copied.empty() || line.StartsWith("itemnum")) continue;
+        key.ReadStrLine(line);
+        if (key.mInterpType >= KeyFrame_cls::INTERP_COUNT) key.mInterpType = INTERP_LINEAR;
+        if (std::isfinite(key.mDoubleIndex) && std::isfinite(key.mValue)) copied.back().mVKeys.push_back(key);
+    }
+    copied.erase(
+        std::remove_if(copied.begin(), copied.end(), [](const auto& one) { return one.mVKeys.empty(); }),
+        copied.end());
+    return copied;
+}
+
+const CopiedCurve_st* CopiedFor(const std::vector<CopiedCurve_st>& copied, const Parameters_cls& curve) {
+    if (copied.size() == 1) return &copied[0];
+    const auto found =
+        std::find_if(copied.begin(), copied.end(), [&](const auto& one) { return one.mName == curve.mName; });
+    return found == copied.end() ? nullptr : &*found;
+}
+
+} // namespace
+
+bool PasteKeys(const Curves& curves, const wxString& text, double doubleIndex) {
+    const std::vector<CopiedCurve_st> copied = ReadCopiedKeys(text);
+    double first = std::numeric_limits<double>::infinity();
+    for (const CopiedCurve_st& one : copied)
+        for (const KeyFrame_cls& key : one.mVKeys)
+            first = std::min(first, key.mDoubleIndex);
+    Curves into;
+    for (Parameters_cls* curve : curves)
+        if (CopiedFor(copied, *curve)) into.push_back(curve);
+    if (into.empty()) return false;
+    const double at = Parameters_cls::Time(doubleIndex);
+    const UndoBlock_cls block(Parameters_cls::msbUndoCommandMake);
+    for (Parameters_cls* curve : into)
+        SwitchTimeDependence(*curve, true);
+    DeselectKeys(into);
+    return EditCurves(
+        into, false, [&](const CurveGesture_cls::Entry_st& entry, std::vector<KeyFrame_cls>* pKeys) {
+            for (KeyFrame_cls key : CopiedFor(copied, *entry.mpCParam)->mVKeys) {
+                key.mDoubleIndex = ToFilmGrid(key.mDoubleIndex - first + at);
+                if (key.mDoubleIndex < 0.0 || key.mDoubleIndex > 1.0) continue;
+                pKeys->erase(std::remove_if(pKeys->begin(), pKeys->end(),
+                                            [&](const KeyFrame_cls& old) {
+                                                return std::fabs(old.mDoubleIndex - key.mDoubleIndex) <
+                                                       Half();
+                                            }),
+                             pKeys->end());
+                key.mbSelected = true;
+                pKeys->push_back(key);
+            }
+        });
 }

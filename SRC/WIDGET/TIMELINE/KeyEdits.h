@@ -28,6 +28,9 @@ bool HasKeyAt(const Curves& curves, double doubleIndex);
 /// there is none.
 double NeighbourKey(const Curves& curves, double doubleIndex, int dir);
 
+/// Places of all their keys, ascending.
+std::vector<double> KeyPlaces(const Curves& curves);
+
 enum class SelectMode { SET, ADD, TOGGLE };
 void DeselectKeys(const Curves& curves);
 /// The keys within a stretch, bounds included. SET deselects all others of these curves.
@@ -52,3 +55,8 @@ double ValueNow(const Parameters_cls& curve);
 void FlipCurves(const Curves& curves);
 /// Selected keys as text; empty when none is selected.
 wxString CopiedKeys(const Curves& curves);
+/// Such text back: its first key comes to a position, the others keep their distances; keys beyond the film's
+/// ends are left out, keys at the same places replaced. Each copied curve goes to the curve of its name; a
+/// single one goes to all, whatever their names. The new keys alone are selected. False when nothing came of
+/// it.
+bool PasteKeys(const Curves& curves, const wxString& text, double doubleIndex);

@@ -1,19 +1,25 @@
-// Changes of the clock that belong together: one step of the undo list for a scope.
+// Changes of the clock that belong together: one step of the undo list for a scope, a drag, or a burst of
+// turns.
 #pragma once
 
-#include "TIME/clsTimeCtrl.h"
+class TimeCtrl_cls;
 
 class TimeGesture_cls {
 public:
-    explicit TimeGesture_cls(TimeCtrl_cls* pTime) : mpCTime(pTime) { Begin(mpCTime); }
-    ~TimeGesture_cls() { End(mpCTime); }
+    explicit TimeGesture_cls(TimeCtrl_cls* pTime);
+    ~TimeGesture_cls();
     TimeGesture_cls(const TimeGesture_cls&) = delete;
     TimeGesture_cls& operator=(const TimeGesture_cls&) = delete;
 
     /// For gestures that go on over several events.
-    static void Begin(TimeCtrl_cls* pTime) { pTime->BeginGesture(); }
-    static void End(TimeCtrl_cls* pTime) { pTime->EndGesture(); }
+    static void Begin(TimeCtrl_cls* pTime);
+    static void End(TimeCtrl_cls* pTime);
+    /// Before each of several quick turns of the wheel or presses of a key: they are one step, left when no
+    /// other one came for kBurstEnd milliseconds.
+    static void Burst(TimeCtrl_cls* pTime);
+    static constexpr int kBurstEnd = 400;
 
 private:
     TimeCtrl_cls* mpCTime;
+    bool mbOwn; ///< no other gesture is around it
 };

@@ -38,7 +38,7 @@ FrameArea PlaceArea(double first, int span, int maxFrame) {
 } // namespace
 
 FrameArea ZoomArea(const FrameArea& area, double anchor, double factor, int maxFrame) {
-    constexpr int kLeastSpan = 4; // frames; fewer show nothing more
+    constexpr int kLeastSpan = 1; // a frame and its steps
     const int longest = std::max(maxFrame, 0);
     const int span = std::max(area.mLast - area.mFirst, 1);
     int wanted = static_cast<int>(std::lround(std::min(span * factor, 1e9)));
@@ -62,6 +62,18 @@ FrameArea DragArea(const FrameArea& area, int end, int frames, int maxFrame) {
     else
         moved.mLast = std::max(std::min(area.mLast + frames, maxFrame), area.mFirst);
     return moved;
+}
+
+FilmPlace NearestPlace(double frame, int animStep, int interp, int maxFrame) {
+    animStep = std::max(animStep, 1);
+    interp = std::max(interp, 1);
+    frame = std::clamp(frame, 0.0, double(std::max(maxFrame, 0)));
+    const int base = int(frame) / animStep * animStep;
+    const int most = base < maxFrame ? interp - 1 : 0;
+    const int step = std::clamp(int(std::lround((frame - base) * interp)), 0, most);
+    const int next = base + animStep;
+    if (next <= maxFrame && next - frame <= std::fabs(frame - base - double(step) / interp)) return {next, 0};
+    return {base, step};
 }
 
 int RowScale::ToRow(int pixel) const {

@@ -38,6 +38,16 @@ FrameArea ShiftArea(const FrameArea& area, int frames, int maxFrame);
 /// ends don't pass each other.
 FrameArea DragArea(const FrameArea& area, int end, int frames, int maxFrame);
 
+/// A frame of the film and a step behind it.
+struct FilmPlace {
+    int mFrame = 0;
+    int mStep = 0;
+    bool operator==(const FilmPlace& o) const { return mFrame == o.mFrame && mStep == o.mStep; }
+};
+/// The nearest place that playing visits: frames that are multiples of `animStep`, and `interp` steps to each
+/// but the film's last.
+FilmPlace NearestPlace(double frame, int animStep, int interp, int maxFrame);
+
 /// Rows of one height under each other behind a window: what a scroll bar needs.
 struct RowScale {
     int mHeight = 1; ///< pixels a row

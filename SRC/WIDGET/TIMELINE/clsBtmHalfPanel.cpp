@@ -46,7 +46,7 @@ BtmHalfPanel_cls::BtmHalfPanel_cls(wxWindow* pParent, TimeCtrl_cls* pTime, PData
 
 void BtmHalfPanel_cls::UpdateTags() {
     mpCTime->UpdateSnippingTag();
-    mpCSlider->SetTags(mpCTime->GetSnippingTags());
+    mpCSlider->SetMarks(KeyPlaces(mpCParamGUICtrl->ShownCurves()));
 }
 
 // The remap curve stands there while it is used.
@@ -79,7 +79,10 @@ void BtmHalfPanel_cls::RecheckSize() {
     mpCHeader->SetSize(0, top, left, head);
     mpCSlider->SetSize(left, top, strip, slider);
     mpCCacheBar->SetSize(left, top + slider, strip, head - slider);
-    mpCParamGUICtrl->SetSize(0, top + head, size.x, std::max(size.y - top - head - play, 0));
+    const int rows = std::max(size.y - top - head - play, 0);
+    // Without room they would be drawn over the play panel.
+    mpCParamGUICtrl->Show(rows >= mpCParamGUICtrl->GetLook().mRow);
+    mpCParamGUICtrl->SetSize(0, top + head, size.x, rows);
     mpCPlay->SetSize(0, std::max(size.y - play, 0), size.x, play);
     mpCParamGUICtrl->RecheckSize();
 }

@@ -50,9 +50,9 @@ void FrameSlider_cls::RefreshIfChanged() {
     if (!(Current() == mShown)) Refresh();
 }
 
-void FrameSlider_cls::SetTags(std::vector<bool> tags) {
-    if (tags == mVTags) return;
-    mVTags = std::move(tags);
+void FrameSlider_cls::SetMarks(std::vector<double> marks) {
+    if (marks == mVMarks) return;
+    mVMarks = std::move(marks);
     Refresh();
 }
 
@@ -78,7 +78,7 @@ void FrameSlider_cls::OnPaint(wxPaintEvent&) {
     DrawFilm(dc);
     DrawWorkArea(dc, scale);
     DrawRuler(dc, scale);
-    DrawTags(dc, scale);
+    DrawMarks(dc, scale);
     DrawMarker(dc, scale);
 }
 
@@ -123,16 +123,16 @@ void FrameSlider_cls::DrawWorkArea(wxDC& dc, const FrameScale& scale) const {
     if (mShown.mHigh <= scale.mLast) DrawHandle(dc, high, top, band, handle);
 }
 
-void FrameSlider_cls::DrawTags(wxDC& dc, const FrameScale& scale) const {
+void FrameSlider_cls::DrawMarks(wxDC& dc, const FrameScale& scale) const {
     const int y = GetClientSize().y - FromDIP(kBandHeight) / 2;
     const int r = FromDIP(2);
     dc.SetPen(*wxTRANSPARENT_PEN);
     dc.SetBrush(wxBrush(wxSystemSettings::GetColour(wxSYS_COLOUR_BTNTEXT)));
     int last = -100;
-    const int end = std::min(scale.mLast, int(mVTags.size()) - 1);
-    for (int frame = scale.mFirst; frame <= end; ++frame) {
-        if (!mVTags[size_t(frame)]) continue;
-        const int x = scale.ToPixel(frame);
+    for (const double mark : mVMarks) {
+        const double frame = mark * mShown.mMax;
+        if (frame < scale.mFirst - 1e-6 || frame > scale.mLast + 1e-6) continue;
+        const int x = int(std::lround(scale.ToPixelExact(frame)));
         if (x - last < r) continue;
         last = x;
         const wxPoint corners[] = {{x - r, y}, {x, y - r}, {x + r + 1, y}, {x, y + r + 1}};
@@ -159,6 +159,13 @@ void FrameSlider_cls::DrawRuler(wxDC& dc, const FrameScale& scale) {
         const wxString text = wxString::Format("%d", frame);
         dc.DrawText(text, x - dc.GetTextExtent(text).x / 2, FromDIP(kFilmHeight - 1));
     }
+    if (scale.PixelsPerFrame() < FromDIP(kLeastTick) * mShown.mInterp) return;
+    const int top = bottom - band - FromDIP(2);
+    for (int frame = scale.mFirst; frame < scale.mLast; ++frame)
+        for (int step = 1; step < mShown.mInterp && frame % mpCTime->GetAnimStep() == 0; ++step) {
+            const int x = int(std::lround(scale.ToPixelExact(frame + double(step) / mShown.mInterp)));
+            dc.DrawLine(x, top, x, bottom - band - 1);
+        }
 }
 
 void FrameSlider_cls::DrawMarker(wxDC& dc, const FrameScale& scale) {

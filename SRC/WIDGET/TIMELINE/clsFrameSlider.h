@@ -1,6 +1,7 @@
 // The slider over the film. From the top: the film as a whole with the part that the strips show; the ruler,
-// where pressing or dragging goes to a frame; the work area, which plays. Parts are dragged by their ends or
-// as a whole. The wheel steps, with Ctrl it zooms around the pointer.
+// where pressing or dragging goes to a frame or one of its steps, with Shift to whole frames; the work area,
+// which plays. Parts are dragged by their ends or as a whole. The wheel steps, with Ctrl it zooms around the
+// pointer.
 #pragma once
 
 #include "WIDGET/TIMELINE/clsTimelineStrip.h"
@@ -12,9 +13,9 @@ public:
     FrameSlider_cls(wxWindow* pParent, TimeCtrl_cls* pTime);
     /// Draw again if the clock shows something else than what was drawn.
     void RefreshIfChanged();
-    /// Which frames hold keys.
-    void SetTags(std::vector<bool> tags);
-    const std::vector<bool>& GetTags() const { return mVTags; }
+    /// Where keys stand, 0 to 1 over the film, ascending.
+    void SetMarks(std::vector<double> marks);
+    const std::vector<double>& GetMarks() const { return mVMarks; }
     /// The whole film over the strip's width: where the part shown is dragged.
     FrameScale GetFilmScale() const;
     /// Middle of the bands from the top, for tests of the mouse: 0 film, 1 ruler, 2 work area.
@@ -36,28 +37,29 @@ private:
     void DrawFilm(wxDC& dc) const;
     void DrawWorkArea(wxDC& dc, const FrameScale& scale) const;
     void DrawRuler(wxDC& dc, const FrameScale& scale);
-    void DrawTags(wxDC& dc, const FrameScale& scale) const;
+    void DrawMarks(wxDC& dc, const FrameScale& scale) const;
     void DrawMarker(wxDC& dc, const FrameScale& scale);
     void DrawHandle(wxDC& dc, int x, int top, int height, const wxColour& colour) const;
 
     void OnMouse(wxMouseEvent& event);
-    void OnDown(const wxPoint& point);
-    void OnDrag(const wxPoint& point);
+    void OnDown(const wxMouseEvent& event);
+    void OnDrag(const wxMouseEvent& event);
     void OnWheel(const wxMouseEvent& event);
     void Finish();
     static wxString GetFramesTip();
     void Hover(const wxPoint& point);
-    void GoTo(int pixel);
+    void GoTo(int pixel, bool bWholeFrames);
     Act ActAt(const wxPoint& point, int* pEnd) const;
     int EndAt(const FrameScale& scale, const FrameArea& area, int pixel) const;
     void SetArea(Act act, const FrameArea& area);
 
     Shown mShown;
-    std::vector<bool> mVTags;
+    std::vector<double> mVMarks;
     Act mAct = Act::NONE;
     int mEnd = kNone;
     int mPressed = 0;    ///< pixel
     FrameArea mDragFrom; ///< the area when it was pressed
     FrameScale mDragScale;
     bool mbMoved = false;
+    bool mbWholeFrames = false; ///< Shift at the press
 };

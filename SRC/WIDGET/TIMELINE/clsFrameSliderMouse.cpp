@@ -16,11 +16,17 @@ constexpr double kZoomStep = 0.8; // of a wheel's click
 
 } // namespace
 
-void FrameSlider_cls::GoTo(int pixel) {
-    const int frame = mpCTime->RoundFrame(GetScale().ToFrame(pixel));
-    if (frame == mpCTime->GetFrame() && mpCTime->GetInterpStep() == 0) return;
-    if (mpCTime->GetInterpStep() != 0) mpCTime->SetInterpStepCommand(0);
-    mpCTime->SetFrameCommand(frame);
+void FrameSlider_cls::GoTo(int pixel, bool bWholeFrames) {
+    const FrameScale scale = GetScale();
+    const int interp = mpCTime->GetAnimInterp();
+    FilmPlace place = {mpCTime->RoundFrame(scale.ToFrame(pixel)), 0};
+    if (interp > 1 && !bWholeFrames) {
+        const double frame = std::clamp(scale.ToFrameExact(pixel), double(scale.mFirst), double(scale.mLast));
+        place = NearestPlace(frame, mpCTime->GetAnimStep(), interp, mpCTime->GetMaxFrame());
+    }
+    if (place == FilmPlace{mpCTime->GetFrame(), mpCTime->GetInterpStep()}) return;
+    if (mpCTime->GetInterpStep() != place.mStep) mpCTime->SetInterpStepCommand(place.mStep);
+    if (mpCTime->GetFrame() != place.mFrame) mpCTime->SetFrameCommand(place.mFrame);
     Refresh();
 }
 
@@ -54,36 +60,39 @@ void FrameSlider_cls::OnMouse(wxMouseEvent& event) {
     if (event.GetEventType() == wxEVT_MOUSEWHEEL)
         OnWheel(event);
     else if (event.LeftDown())
-        OnDown(event.GetPosition());
+        OnDown(event);
     else if (event.LeftUp())
         Finish();
     else if (event.LeftDClick() && event.GetY() < (GetBandY(0) + GetBandY(1)) / 2 - FromDIP(2))
         SetArea(Act::ACTIVE, {0, mpCTime->GetMaxFrame()});
     else if (event.LeftDClick())
-        OnDown(event.GetPosition());
+        OnDown(event);
     else if (event.Dragging() && HasCapture())
-        OnDrag(event.GetPosition());
+        OnDrag(event);
     else if (event.Moving())
         Hover(event.GetPosition());
 }
 
-void FrameSlider_cls::OnDown(const wxPoint& point) {
+void FrameSlider_cls::OnDown(const wxMouseEvent& event) {
+    const wxPoint point = event.GetPosition();
     Finish();
     mAct = ActAt(point, &mEnd);
     if (mAct == Act::NONE) return;
     mPressed = point.x;
     mbMoved = false;
+    mbWholeFrames = event.ShiftDown();
     const bool bWork = mAct == Act::WORK;
     mDragScale = bWork ? GetScale() : GetFilmScale();
     mDragFrom = bWork ? FrameArea{mpCTime->GetWAMin(), mpCTime->GetWAMax()}
                       : FrameArea{mpCTime->GetAAMin(), mpCTime->GetAAMax()};
     TimeGesture_cls::Begin(mpCTime);
     CaptureMouse();
-    if (mAct == Act::FRAME) GoTo(point.x);
+    if (mAct == Act::FRAME) GoTo(point.x, mbWholeFrames);
 }
 
-void FrameSlider_cls::OnDrag(const wxPoint& point) {
-    if (mAct == Act::FRAME) return GoTo(point.x);
+void FrameSlider_cls::OnDrag(const wxMouseEvent& event) {
+    const wxPoint point = event.GetPosition();
+    if (mAct == Act::FRAME) return GoTo(point.x, event.ShiftDown());
     if (!mbMoved && std::abs(point.x - mPressed) < FromDIP(kDragThreshold)) return;
     mbMoved = true;
     const double frames = (point.x - mPressed) / std::max(mDragScale.PixelsPerFrame(), 1e-9);
@@ -112,16 +121,16 @@ void FrameSlider_cls::Finish() {
     mAct = Act::NONE;
     if (act == Act::NONE) return;
     // A click into the work area, without a drag, goes to the frame as on the ruler.
-    if (act == Act::WORK && !mbMoved && mEnd == 0) GoTo(mPressed);
+    if (act == Act::WORK && !mbMoved && mEnd == 0) GoTo(mPressed, mbWholeFrames);
     TimeGesture_cls::End(mpCTime);
 }
 
 void FrameSlider_cls::OnWheel(const wxMouseEvent& event) {
     if (mAct != Act::NONE) return;
     const bool bForward = event.GetWheelRotation() > 0;
+    TimeGesture_cls::Burst(mpCTime);
     if (event.ControlDown()) {
         const FrameArea now = {mpCTime->GetAAMin(), mpCTime->GetAAMax()};
-        const TimeGesture_cls gesture(mpCTime);
         SetArea(Act::ACTIVE, ZoomArea(now, GetScale().ToFrameExact(event.GetX()),
                                       bForward ? kZoomStep : 1.0 / kZoomStep, mpCTime->GetMaxFrame()));
         return;
@@ -131,7 +140,7 @@ void FrameSlider_cls::OnWheel(const wxMouseEvent& event) {
 }
 
 wxString FrameSlider_cls::GetFramesTip() {
-    return _("Frames of the film. Drag: go to a frame. Wheel: step, with Ctrl zoom");
+    return _("Frames of the film. Drag: go to a frame (Shift: whole ones). Wheel: step, with Ctrl zoom");
 }
 
 void FrameSlider_cls::Hover(const wxPoint& point) {

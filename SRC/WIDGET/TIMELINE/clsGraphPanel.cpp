@@ -9,8 +9,9 @@
 #include "COMMON/EventIds.h"
 #include "COMMON/MenuEvent.h"
 #include "PARAM/ParamHooks.h"
-#include "PARAM/clsUndoManager.h"
 #include "TIME/clsTimeCtrl.h"
+#include "WIDGET/TIMELINE/TimeGesture.h"
+#include "WIDGET/TIMELINE/clsKeyActions.h"
 
 namespace {
 constexpr int kLeastHeight = 96;
@@ -39,7 +40,7 @@ void GraphPanel_cls::SetCurves(const std::vector<Parameters_cls*>& curves) {
         RefreshIfChanged();
         return;
     }
-    CancelMode();
+    CancelGesture();
     mVCurves = curves;
     mHover = Hit_st();
     FitToView();
@@ -113,7 +114,7 @@ void GraphPanel_cls::SetActiveArea(int first, int last) {
     const int span = std::clamp(last - first, std::min(1, end), end);
     first = std::clamp(first, 0, end - span);
     if (first == mpCTime->GetAAMin() && first + span == mpCTime->GetAAMax()) return;
-    const UndoBlock_cls block;
+    const TimeGesture_cls gesture(mpCTime);
     mpCTime->SetAAMinCommand(first);
     mpCTime->SetAAMaxCommand(first + span);
     Refresh();
@@ -136,8 +137,8 @@ void GraphPanel_cls::OnKey(wxKeyEvent& event) {
 }
 
 bool GraphPanel_cls::HandleKey(int key, int modifiers) {
-    if (mMode != Mode::NONE) {
-        if (key == WXK_ESCAPE) CancelMode();
+    if (mGesture.IsActive()) {
+        if (key == WXK_ESCAPE) CancelGesture();
         return true; // no other edit while one is under way
     }
     if (modifiers == wxMOD_NONE && (key == WXK_DELETE || key == WXK_NUMPAD_DELETE)) {
@@ -148,6 +149,8 @@ bool GraphPanel_cls::HandleKey(int key, int modifiers) {
         SelectAll();
     } else if (modifiers == wxMOD_CONTROL && key == 'C') {
         Copy();
+    } else if (modifiers == wxMOD_CONTROL && key == 'V') {
+        if (PasteKeys(GetCurves(), KeyActions_cls::ClipboardText(), Parameters_cls::kCurrent)) Edited();
     } else {
         return false;
     }

@@ -3,7 +3,8 @@
 // Mouse: click, Shift and Ctrl select keys, a drag moves them (Shift: one axis only), a drag from the
 // ground selects by a rubber band, a drag on a tangent's handle turns it, a double click inserts a key.
 // Wheel: scrolls values; Ctrl: zooms the time, Shift or Alt: the values around the pointer. The middle
-// button pans. Keys: F fits, Delete deletes, Ctrl-A selects all, Ctrl-C copies, Escape takes a drag back.
+// button pans. Keys: F fits, Delete deletes, Ctrl-A selects all, Ctrl-C copies, Ctrl-V pastes at the clock,
+// Escape takes a drag back. Alt drags copies.
 #pragma once
 
 #include <cstdint>
@@ -12,6 +13,7 @@
 
 #include <wx/image.h>
 
+#include "PARAM/KeyGesture.h"
 #include "WIDGET/TIMELINE/GraphEdit.h"
 #include "WIDGET/TIMELINE/GraphModel.h"
 #include "WIDGET/TIMELINE/GraphRaster.h"
@@ -42,7 +44,7 @@ public:
     std::function<void()> mOnEdited; ///< after each edit by hand
 
 private:
-    enum class Mode { NONE, KEY_PRESSED, MOVE, TANGENT, BAND, PAN };
+    using State = KeyGesture_cls::State;
     /// A key, or with a side the handle of its tangent.
     struct Hit_st {
         Parameters_cls* mpCParam = nullptr;
@@ -73,17 +75,18 @@ private:
     void OnRelease();
     void OnHover(const wxPoint& point);
     void OnMenu(const wxPoint& point);
-    void StartMode(Mode mode, const wxPoint& point);
-    void EndMode();
-    void CancelMode();
-    void DragKeys(const wxMouseEvent& event);
+    void BeginDrag();
+    void EndGesture();
+    void CancelGesture();
+    void DragKeys(bool bOneAxis);
     void DragHandle(const wxPoint& point);
-    void DragView(const wxPoint& point);
+    void DragView();
     void SelectBand();
-    void SelectByClick(bool bAdd, bool bToggle);
+    void Pick(KeyGesture_cls::Pick pick);
     void DeselectAll();
+    KeyPicker_cls PickAt(const wxPoint& point, bool bHandles) const;
     Hit_st FindKey(const wxPoint& point) const;
-    Hit_st FindHandle(const wxPoint& point) const;
+    Hit_st ToHit(const KeyHit& hit) const;
     Parameters_cls* FindCurve(const wxPoint& point) const;
     // clsGraphPanelDraw.cpp
     Look_st GetLook() const;
@@ -103,16 +106,13 @@ private:
     bool mbFitPending = true; ///< when there is a size to fit into
     uint64_t mShown = 0;      ///< what was drawn last
 
-    Mode mMode = Mode::NONE;
+    KeyGesture_cls mGesture;
+    KeyBand_cls mCBand;
     CurveGesture_cls mCGesture;
     Hit_st mHit;          ///< under the press
     Hit_st mHover;        ///< under the pointer
     KeyFrame_cls mHitKey; ///< as it was at the press
-    wxPoint mFrom;
     wxPoint mPointer;
-    bool mbMoved = false;  ///< far enough to be a drag
-    bool mbAdd = false;    ///< Shift or Ctrl at the press
-    bool mbToggle = false; ///< Ctrl
     ValueRange mPanValues;
     int mPanFirst = 0;
     int mPanLast = 0;

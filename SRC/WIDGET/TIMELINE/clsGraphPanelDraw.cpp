@@ -99,11 +99,11 @@ void GraphPanel_cls::Draw(wxDC& dc, const wxSize& size) {
     DrawHandles(*gc, scale, look);
     DrawCurrent(*gc, scale, look);
     DrawLegend(*gc, size, look);
-    if (mMode == Mode::BAND && mbMoved) {
+    if (mGesture.Get() == State::BAND) {
         gc->SetPen(wxPen(look.mMark));
         gc->SetBrush(wxBrush(wxColour(look.mMark.Red(), look.mMark.Green(), look.mMark.Blue(), 40)));
-        gc->DrawRectangle(std::min(mFrom.x, mPointer.x) + 0.5, std::min(mFrom.y, mPointer.y) + 0.5,
-                          std::abs(mPointer.x - mFrom.x), std::abs(mPointer.y - mFrom.y));
+        gc->DrawRectangle(mGesture.GetLeft() + 0.5, mGesture.GetTop() + 0.5,
+                          mGesture.GetRight() - mGesture.GetLeft(), mGesture.GetBottom() - mGesture.GetTop());
     }
     DrawReadout(*gc, size, look);
 }
@@ -188,9 +188,14 @@ void GraphPanel_cls::DrawAxis(wxDC& dc, const GraphScale& scale, const Look_st& 
     const double from = std::ceil(values.mLow / step);
     const int count = int(std::clamp(values.mHigh / step - from, -1.0, 1e3)) + 1;
     const int tall = dc.GetCharHeight();
+    int widest = 0;
+    for (int i = 0; i < count; ++i)
+        widest = std::max(widest, dc.GetTextExtent(TickText((from + i) * step, step)).x);
+    const int left =
+        PlaceAxisLabels(scale.ToX(mpCTime->GetDoubleIndex()), widest, FromDIP(kPad), scale.mWidth);
     for (int i = 0; i < count; ++i) {
         const int y = int(scale.ToY((from + i) * step)) - tall;
-        if (y >= 0) dc.DrawText(TickText((from + i) * step, step), FromDIP(kPad), y);
+        if (y >= 0) dc.DrawText(TickText((from + i) * step, step), left, y);
     }
 }
 

@@ -7,6 +7,7 @@
 #include "PARAM/clsParamGroup.h"
 #include "PARAM/clsUndoManager.h"
 #include "TIME/clsTimeCtrl.h"
+#include "WIDGET/TIMELINE/TimeGesture.h"
 #include "WIDGET/TIMELINE/clsGraphPanel.h"
 #include "WIDGET/TIMELINE/clsKeyDialog.h"
 
@@ -15,7 +16,6 @@ namespace {
 constexpr int kReach = 7;         // pixels around a key that belong to it
 constexpr int kHandleLength = 48; // pixels from a key to its tangent's handle
 constexpr int kMostHandles = 64;  // selected keys; more would only hide the curves
-constexpr int kDragThreshold = 3;
 constexpr double kZoomStep = 0.8;
 constexpr double kScrollStep = 0.1; // of the shown values
 
@@ -39,46 +39,41 @@ bool GraphPanel_cls::GetHandle(const Parameters_cls& param, int key, int side,
     return true;
 }
 
-GraphPanel_cls::Hit_st GraphPanel_cls::FindHandle(const wxPoint& point) const {
-    const std::vector<Parameters_cls*> curves = GetCurves();
-    if (CountSelectedKeys(curves) > kMostHandles) return {};
-    for (Parameters_cls* param : curves) {
-        for (int i = 0; param->mbTimeDepend.mValue && i < param->GetKeyNumber(); ++i) {
-            if (!param->GetKeys()[size_t(i)].mbSelected) continue;
-            for (const int side : {-1, 1}) {
-                wxPoint2DDouble at;
-                if (!GetHandle(*param, i, side, &at)) continue;
-                if (std::hypot(at.m_x - point.x - 0.5, at.m_y - point.y - 0.5) <= FromDIP(kReach))
-                    return {param, i, side};
-            }
-        }
-    }
-    return {};
-}
-
-GraphPanel_cls::Hit_st GraphPanel_cls::FindKey(const wxPoint& point) const {
+KeyPicker_cls GraphPanel_cls::PickAt(const wxPoint& point, bool bHandles) const {
     const GraphScale scale = GetGraphScale();
     const double reach = FromDIP(kReach);
-    Hit_st best;
-    double bestDistance = reach;
-    for (Parameters_cls* param : GetCurves()) {
-        if (!param->mbTimeDepend.mValue) continue;
-        const std::vector<KeyFrame_cls>& keys = param->GetKeys();
+    KeyPicker_cls picker(point.x + 0.5, point.y + 0.5, reach);
+    const std::vector<Parameters_cls*> curves = GetCurves();
+    bHandles = bHandles && CountSelectedKeys(curves) <= kMostHandles;
+    for (size_t c = 0; c < curves.size(); ++c) {
+        if (!curves[c]->mbTimeDepend.mValue) continue;
+        const std::vector<KeyFrame_cls>& keys = curves[c]->GetKeys();
         const double from = scale.ToTime(point.x + 0.5 - reach);
         const double to = scale.ToTime(point.x + 0.5 + reach);
         auto key = std::lower_bound(keys.begin(), keys.end(), from,
                                     [](const KeyFrame_cls& k, double t) { return k.mDoubleIndex < t; });
-        for (; key != keys.end() && key->mDoubleIndex <= to; ++key) {
-            double distance = std::hypot(scale.ToX(key->mDoubleIndex) - point.x - 0.5,
-                                         scale.ToY(key->mValue) - point.y - 0.5);
-            if (distance > reach) continue;
-            if (key->mbSelected) distance -= 1.0; // of two at one place the one to be dragged
-            if (distance > bestDistance) continue;
-            bestDistance = distance;
-            best = {param, int(key - keys.begin()), 0};
+        for (; key != keys.end() && key->mDoubleIndex <= to; ++key)
+            picker.OfferKey(int(c), int(key - keys.begin()), scale.ToX(key->mDoubleIndex),
+                            scale.ToY(key->mValue), key->mbSelected);
+        for (int k = 0; bHandles && k < curves[c]->GetKeyNumber(); ++k) {
+            if (!keys[size_t(k)].mbSelected) continue;
+            for (const int side : {-1, 1}) {
+                wxPoint2DDouble end;
+                if (GetHandle(*curves[c], k, side, &end))
+                    picker.OfferHandle(int(c), k, side, end.m_x, end.m_y);
+            }
         }
     }
-    return best;
+    return picker;
+}
+
+GraphPanel_cls::Hit_st GraphPanel_cls::ToHit(const KeyHit& hit) const {
+    if (!hit.IsAny()) return {};
+    return {GetCurves()[size_t(hit.mCurve)], hit.mKey, hit.mSide};
+}
+
+GraphPanel_cls::Hit_st GraphPanel_cls::FindKey(const wxPoint& point) const {
+    return ToHit(PickAt(point, false).GetKey());
 }
 
 Parameters_cls* GraphPanel_cls::FindCurve(const wxPoint& point) const {
@@ -104,74 +99,73 @@ void GraphPanel_cls::OnMouse(wxMouseEvent& event) {
     } else if (event.LeftDClick()) {
         OnDoubleClick(mPointer);
     } else if (event.MiddleDown()) {
-        if (mMode == Mode::NONE) StartMode(Mode::PAN, mPointer);
+        if (mGesture.IsActive()) return;
+        mGesture.Grip({mPointer.x, mPointer.y});
+        BeginDrag();
     } else if (event.LeftUp() || event.MiddleUp()) {
-        const bool bPans = mMode == Mode::PAN;
-        if (mMode != Mode::NONE && bPans == event.MiddleUp()) OnRelease();
+        const bool bPans = mGesture.Get() == State::GRIP || mGesture.Get() == State::PAN;
+        if (mGesture.IsActive() && bPans == event.MiddleUp()) OnRelease();
     } else if (event.RightUp()) {
-        if (mMode == Mode::NONE) OnMenu(mPointer);
+        if (!mGesture.IsActive()) OnMenu(mPointer);
     } else if (event.Leaving()) {
-        if (mMode == Mode::NONE) OnHover(wxPoint(-1000, -1000));
-    } else if (mMode != Mode::NONE) {
+        if (!mGesture.IsActive()) OnHover(wxPoint(-1000, -1000));
+    } else if (mGesture.IsActive()) {
         OnDrag(event);
     } else {
         OnHover(mPointer);
     }
 }
 
-void GraphPanel_cls::StartMode(Mode mode, const wxPoint& point) {
-    mMode = mode;
-    mFrom = mPointer = point;
-    mbMoved = false;
+/// A press: from here on the view pans and the hand moves.
+void GraphPanel_cls::BeginDrag() {
     mPanValues = mCValues;
     mPanFirst = mpCTime->GetAAMin();
     mPanLast = mpCTime->GetAAMax();
 }
 
-void GraphPanel_cls::EndMode() {
-    mMode = Mode::NONE;
+void GraphPanel_cls::EndGesture() {
     mReadout.clear();
     Refresh();
 }
 
-void GraphPanel_cls::CancelMode() {
-    if (mMode == Mode::NONE) return;
+void GraphPanel_cls::CancelGesture() {
+    if (!mGesture.IsActive()) return;
+    const State state = mGesture.Cancel();
     if (mCGesture.IsActive()) mCGesture.Cancel();
-    if (mMode == Mode::PAN) {
+    if (state == State::BAND) mCBand.Restore();
+    if (state == State::PAN) {
         mCValues = mPanValues;
         mpCTime->SetAAMinNative(mPanFirst);
         mpCTime->SetAAMaxNative(mPanLast);
     }
-    EndMode();
+    EndGesture();
 }
 
 void GraphPanel_cls::OnLeftDown(const wxMouseEvent& event) {
     SetFocus();
-    if (mMode != Mode::NONE) return;
+    if (mGesture.IsActive()) return;
     const wxPoint point = event.GetPosition();
     if (GetFitButton().Contains(point)) {
         FitToView();
         return;
     }
-    mbToggle = event.ControlDown();
-    mbAdd = event.ShiftDown() || mbToggle;
-    mHit = mbAdd ? Hit_st() : FindHandle(point);
-    const bool bHandle = mHit.mpCParam != nullptr;
-    if (!bHandle) mHit = FindKey(point);
-    if (!mHit.mpCParam) {
-        StartMode(Mode::BAND, point);
-        return;
-    }
-    if (!bHandle) SelectByClick(mbAdd, mbToggle);
-    mHitKey = mHit.mpCParam->GetKeys()[size_t(mHit.mKey)];
-    StartMode(bHandle ? Mode::TANGENT : Mode::KEY_PRESSED, point);
+    const KeyHit hit = PickAt(point, true).GetHit(event.ShiftDown() || event.ControlDown());
+    mHit = ToHit(hit);
+    if (hit.IsAny()) mHitKey = mHit.mpCParam->GetKeys()[size_t(mHit.mKey)];
+    const KeyGesture_cls::Pick pick = mGesture.Press({point.x, point.y}, hit, mHitKey.mbSelected,
+                                                     event.ShiftDown(), event.ControlDown(), event.AltDown());
+    BeginDrag();
+    if (!hit.IsAny()) mCBand.Begin(GetCurves());
+    Pick(pick);
+    if (hit.IsAny()) mHitKey = mHit.mpCParam->GetKeys()[size_t(mHit.mKey)];
     Refresh();
 }
 
-void GraphPanel_cls::SelectByClick(bool bAdd, bool bToggle) {
-    const bool bSelected = mHit.mpCParam->GetKeys()[size_t(mHit.mKey)].mbSelected;
-    if (!bAdd && !bSelected) DeselectAll();
-    mHit.mpCParam->SelectKey(mHit.mKey, !(bToggle && bSelected));
+void GraphPanel_cls::Pick(KeyGesture_cls::Pick pick) {
+    using Picks = KeyGesture_cls::Pick;
+    if (pick == Picks::ALONE || pick == Picks::CLEAR) DeselectAll();
+    if (pick == Picks::KEEP || pick == Picks::CLEAR || !Parameters_cls::IsAlive(mHit.mpCParam)) return;
+    mHit.mpCParam->SelectKey(mHit.mKey, !(pick == Picks::TOGGLE && mHitKey.mbSelected));
 }
 
 void GraphPanel_cls::DeselectAll() {
@@ -180,7 +174,7 @@ void GraphPanel_cls::DeselectAll() {
 }
 
 void GraphPanel_cls::OnDoubleClick(const wxPoint& point) {
-    if (mMode != Mode::NONE || GetFitButton().Contains(point)) return;
+    if (mGesture.IsActive() || GetFitButton().Contains(point)) return;
     if (FindKey(point).mpCParam) {
         // The button must be up before a dialog takes the pointer.
         CallAfter([this] {
@@ -195,27 +189,23 @@ void GraphPanel_cls::OnDoubleClick(const wxPoint& point) {
 }
 
 void GraphPanel_cls::OnDrag(const wxMouseEvent& event) {
-    const wxPoint way = event.GetPosition() - mFrom;
-    if (!mbMoved && std::max(std::abs(way.x), std::abs(way.y)) < FromDIP(kDragThreshold)) return;
-    if (!mbMoved && mMode == Mode::KEY_PRESSED) {
-        mMode = Mode::MOVE;
-        mCGesture.Begin(GetCurves(), true);
+    if (mGesture.Drag({event.GetX(), event.GetY()}, FromDIP(KeyGesture_cls::kThreshold))) {
+        if (mGesture.Get() == State::MOVE) mCGesture.Begin(GetCurves(), true);
+        if (mGesture.Get() == State::MOVE && mGesture.IsCopying()) mCGesture.MoveCopies();
+        if (mGesture.Get() == State::TURN) mCGesture.Begin({mHit.mpCParam}, false);
     }
-    if (!mbMoved && mMode == Mode::TANGENT) mCGesture.Begin({mHit.mpCParam}, false);
-    mbMoved = true;
-    if (mMode == Mode::MOVE) DragKeys(event);
-    if (mMode == Mode::TANGENT) DragHandle(event.GetPosition());
-    if (mMode == Mode::PAN) DragView(event.GetPosition());
+    if (mGesture.Get() == State::MOVE) DragKeys(event.ShiftDown());
+    if (mGesture.Get() == State::TURN) DragHandle(event.GetPosition());
+    if (mGesture.Get() == State::PAN) DragView();
+    if (mGesture.Get() == State::BAND) SelectBand();
     Refresh();
 }
 
-void GraphPanel_cls::DragKeys(const wxMouseEvent& event) {
+void GraphPanel_cls::DragKeys(bool bOneAxis) {
     const GraphScale scale = GetGraphScale();
-    const wxPoint way = event.GetPosition() - mFrom;
-    const bool bOneAxis = event.ShiftDown();
-    const bool bAcross = std::abs(way.x) >= std::abs(way.y);
-    const double dT = bOneAxis && !bAcross ? 0.0 : way.x * scale.mTimePerPixel;
-    const double dV = bOneAxis && bAcross ? 0.0 : -way.y * scale.mValuePerPixel;
+    const KeyPoint way = mGesture.GetWay(bOneAxis);
+    const double dT = way.mX * scale.mTimePerPixel;
+    const double dV = -way.mY * scale.mValuePerPixel;
     const double went = mCGesture.Move(dT, dV);
     const double at = went == 0.0 ? mHitKey.mDoubleIndex : ToFilmGrid(mHitKey.mDoubleIndex + went);
     mReadout = wxString::Format(_("frame %s, %s"), FrameText(at), ValueText(mHitKey.mValue + dV));
@@ -240,22 +230,23 @@ void GraphPanel_cls::DragHandle(const wxPoint& point) {
     mReadout = wxString::Format(bEase ? _("ease factor %s") : _("slope %s"), ValueText(value));
 }
 
-void GraphPanel_cls::DragView(const wxPoint& point) {
+void GraphPanel_cls::DragView() {
     const GraphScale scale = GetGraphScale();
-    const wxPoint way = point - mFrom;
-    mCValues = mPanValues.Shifted(way.y * scale.mValuePerPixel);
+    const KeyPoint way = mGesture.GetWay(false);
+    mCValues = mPanValues.Shifted(way.mY * scale.mValuePerPixel);
     const double perFrame = std::max(GetScale().PixelsPerFrame(), 1e-6);
     const int end = mpCTime->GetMaxFrame();
     const int span = mPanLast - mPanFirst;
-    const int first = std::clamp(mPanFirst - int(std::lround(way.x / perFrame)), 0, std::max(end - span, 0));
+    const int first = std::clamp(mPanFirst - int(std::lround(way.mX / perFrame)), 0, std::max(end - span, 0));
     if (first == mpCTime->GetAAMin()) return;
     mpCTime->SetAAMinNative(first);
     mpCTime->SetAAMaxNative(std::min(first + span, end));
 }
 
 void GraphPanel_cls::OnRelease() {
-    const Mode mode = mMode;
-    if (mode == Mode::PAN) {
+    KeyGesture_cls::Pick pick = KeyGesture_cls::Pick::KEEP;
+    const State state = mGesture.Release(&pick);
+    if (state == State::GRIP || state == State::PAN) {
         const int first = mpCTime->GetAAMin();
         const int last = mpCTime->GetAAMax();
         if (first != mPanFirst || last != mPanLast) {
@@ -263,39 +254,29 @@ void GraphPanel_cls::OnRelease() {
             mpCTime->SetAAMinCommand(first, mPanFirst);
             mpCTime->SetAAMaxCommand(last, mPanLast);
         }
-        EndMode();
+        EndGesture();
         return;
     }
-    if (mode == Mode::BAND) SelectBand();
-    if (mode == Mode::KEY_PRESSED && !mbAdd && Parameters_cls::IsAlive(mHit.mpCParam)) {
-        DeselectAll(); // a click on one of many selected ones
-        mHit.mpCParam->SelectKey(mHit.mKey, true);
-    }
+    Pick(pick);
     if (mCGesture.IsActive()) mCGesture.Commit();
-    EndMode();
+    EndGesture();
     Edited();
 }
 
 void GraphPanel_cls::SelectBand() {
-    if (!mbAdd) DeselectAll();
-    if (!mbMoved) return;
     const GraphScale scale = GetGraphScale();
-    for (Parameters_cls* param : GetCurves()) {
-        if (!param->mbTimeDepend.mValue) continue;
-        for (int i = 0; i < param->GetKeyNumber(); ++i) {
-            const KeyFrame_cls& key = param->GetKeys()[size_t(i)];
-            const double x = scale.ToX(key.mDoubleIndex);
-            const double y = scale.ToY(key.mValue);
-            if (x < std::min(mFrom.x, mPointer.x) || x > std::max(mFrom.x, mPointer.x) + 1) continue;
-            if (y < std::min(mFrom.y, mPointer.y) || y > std::max(mFrom.y, mPointer.y) + 1) continue;
-            param->SelectKey(i, !(mbToggle && key.mbSelected));
-        }
-    }
+    mCBand.Select(mGesture, [&](Parameters_cls& param, int i) {
+        if (!param.mbTimeDepend.mValue) return false;
+        const KeyFrame_cls& key = param.GetKeys()[size_t(i)];
+        const double x = scale.ToX(key.mDoubleIndex);
+        const double y = scale.ToY(key.mValue);
+        return x >= mGesture.GetLeft() && x <= mGesture.GetRight() + 1 && y >= mGesture.GetTop() &&
+               y <= mGesture.GetBottom() + 1;
+    });
 }
 
 void GraphPanel_cls::OnHover(const wxPoint& point) {
-    Hit_st hover = FindHandle(point);
-    if (!hover.mpCParam) hover = FindKey(point);
+    const Hit_st hover = ToHit(PickAt(point, true).GetHit(false));
     const bool bButton = GetFitButton().Contains(point);
     SetCursor(hover.mpCParam || bButton ? wxCursor(wxCURSOR_HAND) : wxNullCursor);
     if (bButton && GetToolTipText().empty()) SetToolTip(_("Show all values of these frames (F)"));
@@ -312,13 +293,14 @@ void GraphPanel_cls::OnHover(const wxPoint& point) {
 }
 
 void GraphPanel_cls::OnWheel(wxMouseEvent& event) {
-    if (mMode != Mode::NONE || event.GetWheelRotation() == 0) return;
+    if (mGesture.IsActive() || event.GetWheelRotation() == 0) return;
     // Shift may turn the wheel's axis; what was meant is plain.
     const int clicks = event.GetWheelRotation() > 0 ? 1 : -1;
     const double factor = clicks > 0 ? kZoomStep : 1.0 / kZoomStep;
-    if (event.ControlDown())
+    if (event.ControlDown()) {
+        TimeGesture_cls::Burst(mpCTime);
         ZoomTime(event.GetX(), factor);
-    else if (event.ShiftDown() || event.AltDown())
+    } else if (event.ShiftDown() || event.AltDown())
         mCValues = mCValues.Zoomed(GetGraphScale().ToValue(event.GetY() + 0.5), factor);
     else
         mCValues = mCValues.Shifted(clicks * kScrollStep * mCValues.Span());

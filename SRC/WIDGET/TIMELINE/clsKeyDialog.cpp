@@ -47,23 +47,24 @@ void KeyDialog_cls::Collect() {
     bool bFirst = true;
     mbOneTime = true;
     double at = 0.0;
-    for (Parameters_cls* param : mVCurves) {
+    for (Parameters_cls*& param : mVCurves) {
         ParamGroup_cls* group = param->mpCParamGroup;
         auto ease = std::find_if(mVEase.begin(), mVEase.end(),
                                  [group](const Ease_st& e) { return group && e.mpCGroup == group; });
-        if (ease == mVEase.end()) ease = mVEase.insert(mVEase.end(), {group, {}, {}, {}, {}});
+        if (ease == mVEase.end()) ease = mVEase.insert(mVEase.end(), {group, {}, {}, {}, {}, {}, {}});
         double factor = 1.0;
         bool bEase = false;
+        mbOneEach &= param->GetSelectedKeyNum() == 1;
         for (int i = 0; i < param->GetKeyNumber(); ++i) {
             const KeyFrame_cls& key = param->GetKeys()[size_t(i)];
             if (!key.mbSelected) continue;
             ++mCount;
+            if (mVValues.size() == size_t(&param - mVCurves.data())) mVValues.push_back(key.mValue);
             const int kind = int(std::min(key.mInterpType, unsigned(INTERP_STEP)));
             mKind = bFirst || mKind == kind ? kind : kVarious;
             mbOneTime &= bFirst || std::fabs(key.mDoubleIndex - at) < Parameters_cls::msResolution / 2;
             if (bFirst) {
                 at = key.mDoubleIndex;
-                mValue = key.mValue;
                 mSlope = param->GetHermiteVelocity(i);
             }
             bFirst = false;
@@ -74,10 +75,11 @@ void KeyDialog_cls::Collect() {
         }
         ease->mVParams.push_back(param);
         ease->mVValue.push_back(factor);
+        ease->mVActs.push_back(bEase);
     }
     mOldKind = mKind;
     mFrame = mOldFrame = at * std::max(Parameters_cls::msFrameNumber, 0);
-    mOldValue = mValue;
+    mVOldValues = mVValues;
     mOldSlope = mSlope;
     for (Ease_st& ease : mVEase) {
         ease.mVOld = ease.mVValue;
@@ -101,9 +103,9 @@ void KeyDialog_cls::AddRows() {
         frames.mMax = std::max(Parameters_cls::msFrameNumber, 0);
         mpCPanel->AddNumber(_("Frame"), &mFrame, 1, frames, _("Where the key stands, in frames"));
     }
+    spec.mStep = 0.1;
+    if (mbOneTime && mbOneEach && mVCurves.size() <= kMostCurves) AddValueRows(spec);
     if (mCount == 1) {
-        spec.mStep = 0.1;
-        mpCPanel->AddNumber(_("Value"), &mValue, 1, spec, _("The value at the key"));
         mSlopeRow = mpCPanel->AddNumber(_("Slope"), &mSlope, 1, spec,
                                         _("Change of the value over the whole film, at the key"));
     }
@@ -111,6 +113,29 @@ void KeyDialog_cls::AddRows() {
         for (Ease_st& ease : mVEase)
             AddEaseRows(&ease);
     mpCPanel->SetOnChange([this](int, bool) { EnableRows(); });
+}
+
+// Linked curves have their keys at one place, each with its own value.
+void KeyDialog_cls::AddValueRows(const NumSpec& spec) {
+    for (size_t i = 0; i < mVCurves.size(); i += MultiInputPanel_cls::kMaxField) {
+        const int fields = int(std::min(mVCurves.size() - i, size_t(MultiInputPanel_cls::kMaxField)));
+        wxString names;
+        for (int k = 0; k < fields; ++k)
+            names += (k > 0 ? ", " : "") + mVCurves[i + size_t(k)]->mName;
+        const bool bOne = mVCurves.size() == 1;
+        mpCPanel->AddNumber(bOne ? wxString(_("Value")) : wxString::Format(_("Value %s"), names),
+                            &mVValues[i], fields, spec,
+                            bOne ? wxString(_("The value at the key"))
+                                 : wxString::Format(_("The values at the keys, of %s"), names));
+    }
+}
+
+bool KeyDialog_cls::DoesEaseAct(const Ease_st& ease, size_t row) const {
+    if (mKind != kVarious) return mKind == INTERP_HERMITE_SEMIAUTO;
+    const size_t end = row + 1 < ease.mVRowStarts.size() ? ease.mVRowStarts[row + 1] : ease.mVActs.size();
+    for (size_t i = ease.mVRowStarts[row]; i < end; ++i)
+        if (ease.mVActs[i]) return true;
+    return false;
 }
 
 void KeyDialog_cls::AddEaseRows(Ease_st* pEase) {
@@ -121,10 +146,15 @@ void KeyDialog_cls::AddEaseRows(Ease_st* pEase) {
     const size_t count = std::min(pEase->mVParams.size(), kMostCurves);
     for (size_t i = 0; i < count; i += MultiInputPanel_cls::kMaxField) {
         const int fields = int(std::min(count - i, size_t(MultiInputPanel_cls::kMaxField)));
-        const wxString label = i > 0 ? wxString() : bNamed ? pEase->mpCGroup->mName : _("Ease Factor");
         wxString names;
         for (int k = 0; k < fields; ++k)
             names += (k > 0 ? ", " : "") + pEase->mVParams[i + size_t(k)]->mName;
+        wxString label = _("Ease Factor");
+        if (bNamed)
+            label = pEase->mpCGroup->mName + " " + names;
+        else if (mVCurves.size() > 1)
+            label = wxString::Format(_("Ease %s"), names);
+        pEase->mVRowStarts.push_back(i);
         pEase->mVRows.push_back(mpCPanel->AddNumber(
             label, &pEase->mVValue[i], fields, spec,
             wxString::Format(_("Factor of the automatic slope, for %s; 0 stops at the key"), names)));
@@ -134,8 +164,8 @@ void KeyDialog_cls::AddEaseRows(Ease_st* pEase) {
 void KeyDialog_cls::EnableRows() {
     if (mSlopeRow >= 0) mpCPanel->EnableRow(mSlopeRow, mKind == INTERP_HERMITE);
     for (const Ease_st& ease : mVEase) {
-        for (const int row : ease.mVRows)
-            mpCPanel->EnableRow(row, mKind == INTERP_HERMITE_SEMIAUTO || mKind == kVarious);
+        for (size_t row = 0; row < ease.mVRows.size(); ++row)
+            mpCPanel->EnableRow(ease.mVRows[row], DoesEaseAct(ease, row));
         if (ease.mpCGroup && Parameters_cls::IsAlive(ease.mVParams[0])) ease.mpCGroup->mKeyDlgType = mKind;
     }
 }
@@ -170,18 +200,21 @@ bool KeyDialog_cls::Apply() {
     };
     CurveGesture_cls gesture;
     gesture.Begin(mVCurves, true);
-    gesture.MoveAnd(dT, mCount == 1 ? mValue - mOldValue : 0.0,
-                    [&](const CurveGesture_cls::Entry_st& entry, std::vector<KeyFrame_cls>* pKeys) {
-                        if (entry.mbFollows) return;
-                        if (mKind != kVarious) ChangeKinds(pKeys, *entry.mpBefore, unsigned(mKind));
-                        double factor = 1.0;
-                        const bool bEase = easeOf(entry.mpCParam, &factor);
-                        for (KeyFrame_cls& key : *pKeys) {
-                            if (!key.mbSelected) continue;
-                            if (bEase && key.mInterpType == INTERP_HERMITE_SEMIAUTO) key.mValueD2 = factor;
-                            if (mCount == 1 && mSlope != mOldSlope && key.mInterpType == INTERP_HERMITE)
-                                key.mValueD1 = mSlope;
-                        }
-                    });
+    gesture.MoveAnd(dT, 0.0, [&](const CurveGesture_cls::Entry_st& entry, std::vector<KeyFrame_cls>* pKeys) {
+        if (entry.mbFollows) return;
+        if (mKind != kVarious) ChangeKinds(pKeys, *entry.mpBefore, unsigned(mKind));
+        double factor = 1.0;
+        const bool bEase = easeOf(entry.mpCParam, &factor);
+        const size_t curve =
+            size_t(std::find(mVCurves.begin(), mVCurves.end(), entry.mpCParam) - mVCurves.begin());
+        const double dV = curve < mVValues.size() && mbOneEach ? mVValues[curve] - mVOldValues[curve] : 0.0;
+        for (KeyFrame_cls& key : *pKeys) {
+            if (!key.mbSelected) continue;
+            if (std::isfinite(key.mValue + dV)) key.mValue += dV;
+            if (bEase && key.mInterpType == INTERP_HERMITE_SEMIAUTO) key.mValueD2 = factor;
+            if (mCount == 1 && mSlope != mOldSlope && key.mInterpType == INTERP_HERMITE)
+                key.mValueD1 = mSlope;
+        }
+    });
     return gesture.Commit();
 }

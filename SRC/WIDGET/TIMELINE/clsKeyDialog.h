@@ -6,6 +6,7 @@
 #include "WIDGET/clsDialogEXKey.h"
 
 class MultiInputPanel_cls;
+struct NumSpec;
 class ParamGroup_cls;
 class Parameters_cls;
 
@@ -31,12 +32,16 @@ private:
         std::vector<Parameters_cls*> mVParams;
         std::vector<double> mVValue; ///< one a curve; the group's scratch array while the dialog is open
         std::vector<double> mVOld;
+        std::vector<bool> mVActs; ///< a selected key of the curve goes by it
         std::vector<int> mVRows;
+        std::vector<size_t> mVRowStarts; ///< the first curve of each row
     };
 
     void Collect();
     void AddRows();
     void AddEaseRows(Ease_st* pEase);
+    void AddValueRows(const NumSpec& spec);
+    bool DoesEaseAct(const Ease_st& ease, size_t row) const;
     void EnableRows();
     bool Apply();
 
@@ -48,10 +53,11 @@ private:
     int mCount = 0;         ///< selected keys
     bool mbOneTime = false; ///< all at one place
     double mFrame = 0.0;
-    double mValue = 0.0;
+    bool mbOneEach = true;        ///< one of each curve
+    std::vector<double> mVValues; ///< of the curves' first selected keys
     double mSlope = 0.0;
     double mOldFrame = 0.0;
-    double mOldValue = 0.0;
+    std::vector<double> mVOldValues;
     double mOldSlope = 0.0;
     int mSlopeRow = -1;
 };

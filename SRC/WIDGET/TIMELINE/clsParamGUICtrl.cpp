@@ -17,7 +17,8 @@
 #include "WIDGET/TIMELINE/clsParamTree.h"
 
 ParamGUICtrl_cls::ParamGUICtrl_cls(wxWindow* pParent, TimeCtrl_cls* pTime)
-    : wxPanel(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL), mpCTime(pTime) {
+    : wxPanel(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL), mpCTime(pTime),
+      mKeyActions(this) {
     mLook.Update(this);
     mpCTree = new ParamTree_cls(this);
     mpCStrips = new ParamStrips_cls(this);
@@ -239,7 +240,7 @@ void ParamGUICtrl_cls::UpdateGraph() {
 }
 
 void ParamGUICtrl_cls::CheckSnippingTag(std::vector<bool>* pTags) const {
-    for (const Parameters_cls* curve : AllCurves())
+    for (const Parameters_cls* curve : ShownCurves())
         if (IsAnimated(*curve)) curve->CheckSnippingTag(pTags);
 }
 
@@ -252,10 +253,6 @@ void ParamGUICtrl_cls::StripRead(ParamTL_cls*) { PostMenuEvent(ID_REFRESH_TL); }
 void ParamGUICtrl_cls::StripTimeDepend(ParamTL_cls*, bool) { PostMenuEvent(ID_REFRESH_TL); }
 
 void ParamGUICtrl_cls::StripHit(ParamTL_cls* pStrip, int key) { pStrip->mHitKey = key; }
-
-Curves ParamGUICtrl_cls::CurvesInEdit() const {
-    return IsGraphShown() ? mpCGraph->GetCurves() : ShownCurves();
-}
 
 Curves ParamGUICtrl_cls::AllCurves() const {
     Curves curves;

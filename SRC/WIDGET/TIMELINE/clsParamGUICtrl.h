@@ -8,9 +8,9 @@
 
 #include <wx/panel.h>
 
-#include "WIDGET/TIMELINE/KeyEdits.h"
 #include "WIDGET/TIMELINE/TimelineLook.h"
 #include "WIDGET/TIMELINE/TimelineModel.h"
+#include "WIDGET/TIMELINE/clsKeyActions.h"
 
 class GraphPanel_cls;
 class ParamGroupGUI_cls;
@@ -20,7 +20,6 @@ class ParamTree_cls;
 class SceneObj_cls;
 class TimeCtrl_cls;
 class wxScrollBar;
-class wxMenu;
 
 struct TimelineRow {
     ParamGroupGUI_cls* mpCGroup;
@@ -44,7 +43,7 @@ public:
     void RecheckSize(); ///< place windows and scroll bar
     /// Repaint what shows something else now.
     void RefreshTL();
-    /// Frames that hold keys of animated curves.
+    /// Frames that hold keys of the rows.
     void CheckSnippingTag(std::vector<bool>* pTags) const;
 
     // What the curves tell (PARAM/ParamHooks.h).
@@ -73,24 +72,17 @@ public:
     /// Those that the row draws.
     Curves OwnCurvesOfRow(int row) const;
     Curves AllCurves() const;
-    /// Those whose selected keys the user sees: edits concern no others.
-    Curves CurvesInEdit() const;
+    /// Those of the rows that exist, of folded groups too: ruler and jumps from key to key know no others.
     Curves ShownCurves() const;
     bool ToggleFold(int row);
     void SetHoverRow(int row);
     int GetHoverRow() const { return mHoverRow; }
     const TimelineLook& GetLook() const { return mLook; }
 
-    // Edits of the selected keys, of keys at the current time, and the view (clsParamGUICtrlEdit.cpp).
-    Curves CurvesToKey() const; ///< of the selected rows
-    void DeleteKeys();
-    void CopyKeys() const;
-    void SelectAllKeys();
-    void SetKind(unsigned kind);
-    void ToggleKeysNow();
-    void GoToKey(const Curves& curves, int dir);
-    void GoToNeighbourKey(int dir);
-    void OpenKeyDialog();
+    /// Edits of keys by buttons, menus and the keyboard.
+    KeyActions_cls& GetKeyActions() { return mKeyActions; }
+
+    // What is shown of the film (clsParamGUICtrlView.cpp).
     void SetShyMode(bool bShy);
     /// The graph of the selected rows in the place of the strips.
     void ShowGraph(bool bShow);
@@ -98,8 +90,6 @@ public:
     void SetActiveArea(const FrameArea& area);
     void Zoom(double anchor, double factor);
     void ZoomTo(bool bWorkArea);
-    void ShowKeyMenu(wxWindow* pWindow, const wxPoint& position, double insertAt, const Curves& insertInto);
-    void ShowRowMenu(wxWindow* pWindow, int row, const wxPoint& position);
     /// Keys of the time line; true when it was one.
     bool OnKey(const wxKeyEvent& event);
     void RefreshAll();
@@ -124,9 +114,9 @@ private:
     void UpdateGraph();
     size_t Signature() const;
     void MoveFocusRow(int by, bool bExtend);
-    void AppendKinds(wxMenu* pMenu, const std::function<void(unsigned)>& set, int checked) const;
 
     TimeCtrl_cls* mpCTime;
+    KeyActions_cls mKeyActions;
     TimelineLook mLook;
     ParamTree_cls* mpCTree;
     ParamStrips_cls* mpCStrips;

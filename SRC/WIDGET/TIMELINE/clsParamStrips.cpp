@@ -45,13 +45,22 @@ void ParamStrips_cls::Draw(wxDC& dc, const wxSize& size) {
     DrawGrid(dc, size, scale);
     DrawRows(dc, size, scale);
     DrawTime(dc, size, scale);
-    if (mAct == Act::BAND) {
+    if (mGesture.Get() == State::BAND) {
         const wxColour& accent = look.mAccent;
         dc.SetPen(wxPen(accent));
         dc.SetBrush(wxBrush(wxColour(accent.Red(), accent.Green(), accent.Blue(), 48)));
-        dc.DrawRectangle(Band());
+        dc.DrawRectangle(wxRect(wxPoint(mGesture.GetLeft(), mGesture.GetTop()),
+                                wxPoint(mGesture.GetRight(), mGesture.GetBottom())));
     }
-    if (mAct == Act::MOVING) DrawMoveLabel(dc, size, scale);
+    const wxString hint = GetHint();
+    if (!hint.empty()) DrawLabel(dc, size, hint, mHintAt, mHintPoint.y);
+    if (mGesture.Get() != State::MOVE) return;
+    // Where the key under the hand stands now, and how far it went.
+    const auto frames = [](double at) {
+        return std::round(at * Parameters_cls::msFrameNumber * 100.0) / 100.0;
+    };
+    DrawLabel(dc, size, wxString::Format("%g  (%+g)", frames(mPressedKey + mDelta), frames(mDelta)),
+              mPressedKey + mDelta, mGesture.GetFrom().mY);
 }
 
 /// Rows of groups and of what is selected, frames outside the work area, and lines where the ruler has
@@ -106,20 +115,16 @@ void ParamStrips_cls::DrawTime(wxDC& dc, const wxSize& size, const FrameScale& s
     dc.DrawLine(x, 0, x, size.y);
 }
 
-/// Where the key under the hand stands now, and how far it went.
-void ParamStrips_cls::DrawMoveLabel(wxDC& dc, const wxSize& size, const FrameScale& scale) const {
+/// A label beside a place of the film, over the row at `y` or under it.
+void ParamStrips_cls::DrawLabel(wxDC& dc, const wxSize& size, const wxString& text, double at, int y) const {
     const TimelineLook& look = mpCCtrl->GetLook();
-    const double frames = Parameters_cls::msFrameNumber;
-    const auto rounded = [](double value) { return std::round(value * 100.0) / 100.0; };
-    const wxString text =
-        wxString::Format("%g  (%+g)", rounded((mPressedKey + mDelta) * frames), rounded(mDelta * frames));
     dc.SetFont(look.mFont);
     const wxSize extent = dc.GetTextExtent(text);
     const int pad = FromDIP(4);
-    const int x = int(std::lround(ParamTL_cls::ToPixel(scale, mPressedKey + mDelta)));
+    const int x = int(std::lround(ParamTL_cls::ToPixel(GetScale(), at)));
     const int left = std::clamp(x + pad, 0, std::max(size.x - extent.x - 2 * pad, 0));
-    const bool bAbove = mPressed.y > extent.y + look.mRow;
-    const int top = bAbove ? mPressed.y - look.mRow / 2 - extent.y - pad : mPressed.y + look.mRow / 2 + pad;
+    const bool bAbove = y > extent.y + look.mRow;
+    const int top = bAbove ? y - look.mRow / 2 - extent.y - pad : y + look.mRow / 2 + pad;
     dc.SetPen(wxPen(look.mHold));
     dc.SetBrush(wxBrush(look.mBack));
     dc.DrawRoundedRectangle(left, top, extent.x + 2 * pad, extent.y + pad / 2, 3);

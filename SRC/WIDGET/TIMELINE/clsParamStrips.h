@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "PARAM/KeyGesture.h"
 #include "WIDGET/TIMELINE/GraphEdit.h"
 #include "WIDGET/TIMELINE/KeyEdits.h"
 #include "WIDGET/TIMELINE/clsTimelineStrip.h"
@@ -21,15 +22,17 @@ public:
     wxPoint ToPoint(int row, double doubleIndex) const;
     /// Let go of a drag under way, back to where it began.
     void EndGesture();
+    /// What the label beside the key under the pointer says; empty without one and during a drag.
+    wxString GetHint() const;
 
 private:
-    enum class Act { NONE, PRESSED_KEY, MOVING, PRESSED_EMPTY, BAND, PAN };
+    using State = KeyGesture_cls::State;
 
     void OnPaint(wxPaintEvent& event);
     void DrawRows(wxDC& dc, const wxSize& size, const FrameScale& scale) const;
     void DrawGrid(wxDC& dc, const wxSize& size, const FrameScale& scale) const;
     void DrawTime(wxDC& dc, const wxSize& size, const FrameScale& scale) const;
-    void DrawMoveLabel(wxDC& dc, const wxSize& size, const FrameScale& scale) const;
+    void DrawLabel(wxDC& dc, const wxSize& size, const wxString& text, double at, int y) const;
 
     void OnMouse(wxMouseEvent& event);
     void OnKey(wxKeyEvent& event);
@@ -40,15 +43,13 @@ private:
     void OnDrag(const wxMouseEvent& event);
     void OnUp();
     void Hover(const wxPoint& point);
-    void PressKey(const wxMouseEvent& event, const Curves& curves, double at);
+    void LeaveKey();
+    void Pick(KeyGesture_cls::Pick pick, const Curves& curves, double at);
     void MoveKeys(int x);
     void SelectBand();
     void Pan(const wxPoint& point);
-    void KeepSelection();
-    void RestoreSelection();
     void Insert(const wxPoint& point);
-    void Finish(bool bCommit);
-    wxRect Band() const;
+    void Finish(State state, bool bCommit);
     /// The key under a point: its position, negative when there is none; `pCurves` takes the row's curves.
     double KeyUnder(const wxPoint& point, Curves* pCurves) const;
     /// The nearest step of the film.
@@ -56,19 +57,15 @@ private:
     double SelectionTolerance() const;
 
     ParamGUICtrl_cls* mpCCtrl;
-    Act mAct = Act::NONE;
-    wxPoint mPressed;
-    wxPoint mNow;
+    KeyGesture_cls mGesture;
+    Curves mVPressed;         ///< curves of the row that was pressed
     double mPressedKey = 0.0; ///< position of the key that was pressed
     double mDelta = 0.0;      ///< how far the keys are moved
-    bool mbAdd = false;
-    bool mbToggle = false;
-    bool mbDouble = false;         ///< the second press of a double click
-    bool mbDeselectOthers = false; ///< when a press on a selected key ends without a drag
+    bool mbDouble = false;    ///< the second press of a double click
     int mPanTop = 0;
     FrameArea mPanFrom;
     CurveGesture_cls mCGesture;
-    /// The selection before a band: a bit a key.
-    std::vector<std::pair<Parameters_cls*, std::vector<bool>>> mVKept;
-    double mHintAt = -1.0;
+    KeyBand_cls mCBand;
+    double mHintAt = -1.0; ///< the key under the pointer
+    wxPoint mHintPoint;
 };

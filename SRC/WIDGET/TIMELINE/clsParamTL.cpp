@@ -7,6 +7,7 @@
 #include <wx/dc.h>
 #include <wx/pen.h>
 
+#include "PARAM/KeyGesture.h"
 #include "PARAM/clsParameters.h"
 #include "WIDGET/TIMELINE/KeyEdits.h"
 
@@ -100,18 +101,15 @@ void ParamTL_cls::DrawSummary(wxDC& dc, const std::vector<Parameters_cls*>& curv
 
 double ParamTL_cls::FindKey(const std::vector<Parameters_cls*>& curves, const FrameScale& scale, int pixel,
                             int reach) {
-    double best = -1.0;
-    double nearest = reach + 0.5;
-    for (const Parameters_cls* curve : curves) {
-        if (!IsAnimated(*curve)) continue;
-        const std::vector<KeyFrame_cls>& keys = curve->GetKeys();
+    KeyPicker_cls picker(pixel, 0.0, reach + 0.5);
+    for (size_t i = 0; i < curves.size(); ++i) {
+        if (!IsAnimated(*curves[i])) continue;
+        const std::vector<KeyFrame_cls>& keys = curves[i]->GetKeys();
         const KeyIt to = FirstFrom(keys, ToDoubleIndex(scale, pixel + reach + 1));
-        for (KeyIt key = FirstFrom(keys, ToDoubleIndex(scale, pixel - reach - 1)); key != to; ++key) {
-            const double away = std::fabs(ToPixel(scale, key->mDoubleIndex) - pixel);
-            if (away > nearest) continue;
-            nearest = away;
-            best = key->mDoubleIndex;
-        }
+        for (KeyIt key = FirstFrom(keys, ToDoubleIndex(scale, pixel - reach - 1)); key != to; ++key)
+            picker.OfferKey(int(i), int(key - keys.begin()), ToPixel(scale, key->mDoubleIndex), 0.0,
+                            key->mbSelected);
     }
-    return best;
+    const KeyHit& hit = picker.GetKey();
+    return hit.IsAny() ? curves[size_t(hit.mCurve)]->GetKeys()[size_t(hit.mKey)].mDoubleIndex : -1.0;
 }

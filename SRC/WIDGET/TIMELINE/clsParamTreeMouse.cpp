@@ -73,7 +73,7 @@ void ParamTree_cls::OnMouse(wxMouseEvent& event) {
         CloseEditor(true);
         SetFocus();
         if (row >= 0 && !mpCCtrl->IsRowSelected(row)) mpCCtrl->SelectRow(row, false, false);
-        mpCCtrl->ShowRowMenu(this, row, event.GetPosition());
+        mpCCtrl->GetKeyActions().ShowRowMenu(this, row, event.GetPosition());
     } else if (event.Dragging() && mpCScrubbed) {
         Scrub(event);
     } else if (event.Moving()) {
@@ -140,7 +140,7 @@ void ParamTree_cls::Press(int row, TreeZone zone) {
         break;
     case TreeZone::PREVIOUS:
     case TreeZone::NEXT:
-        mpCCtrl->GoToKey(curves, zone == TreeZone::NEXT ? 1 : -1);
+        mpCCtrl->GetKeyActions().GoTo(curves, zone == TreeZone::NEXT ? 1 : -1);
         break;
     default:
         break;

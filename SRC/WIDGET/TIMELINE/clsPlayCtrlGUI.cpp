@@ -49,6 +49,7 @@ PlayCtrlGUI_cls::PlayCtrlGUI_cls(wxWindow* pParent, TimeCtrl_cls* pTime, PDataSe
     MakePosition();
     MakeArea();
     MakeSettings();
+    MakeKeys();
     MakeState();
     UpdateValues();
     RefreshMemory();
@@ -61,7 +62,7 @@ void PlayCtrlGUI_cls::Arrange(bool bNarrow) {
     mbNarrow = bNarrow;
     SetSizer(nullptr); // a window can stand in one sizer only
     const int gap = FromDIP(kGap);
-    auto* grid = new wxFlexGridSizer(bNarrow ? kFieldColumns : kFieldColumns + 2, wxSize(gap, gap));
+    auto* grid = new wxFlexGridSizer(bNarrow ? kFieldColumns + 1 : kFieldColumns + 2, wxSize(gap, gap));
     auto* outer = new wxBoxSizer(wxVERTICAL);
     if (bNarrow) {
         auto* top = new wxBoxSizer(wxHORIZONTAL);
@@ -73,6 +74,7 @@ void PlayCtrlGUI_cls::Arrange(bool bNarrow) {
         top->Add(MakeRow(mState, 2 * gap), 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, 2 * gap);
         outer->Add(top, 0, wxEXPAND | wxLEFT | wxRIGHT | wxTOP, gap);
         AddFields(grid, mPosition, 0);
+        grid->Add(MakeRow(mKeys, gap), 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, 2 * gap);
         AddFields(grid, mSettings, 0);
     } else {
         // Both rows share their columns: transport or repeat, then four labels with a field each, then the
@@ -86,7 +88,10 @@ void PlayCtrlGUI_cls::Arrange(bool bNarrow) {
         grid->Add(row, 0, wxEXPAND | wxLEFT, gap);
         grid->Add(mpCRepeat, 0, wxALIGN_CENTRE_VERTICAL);
         AddFields(grid, mSettings, 2 * gap);
-        grid->Add(MakeRow(mState, 2 * gap), 0, wxALIGN_RIGHT | wxALIGN_CENTRE_VERTICAL | wxLEFT, gap);
+        wxSizer* below = MakeRow(mKeys, gap);
+        below->AddStretchSpacer();
+        below->Add(MakeRow(mState, 2 * gap), 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, gap);
+        grid->Add(below, 0, wxEXPAND | wxLEFT, gap);
     }
     outer->Add(grid, 0, wxEXPAND | wxALL, gap);
     SetSizer(outer);
@@ -248,6 +253,25 @@ void PlayCtrlGUI_cls::MakeSettings() {
     mpCPace =
         AddField(mSettings, _("Frame ms"), 0, kMaxPace, _("Least time between two frames, in milliseconds"),
                  [this](int value) { mpCTime->mFrameInterval = value; });
+}
+
+void PlayCtrlGUI_cls::MakeKeys() {
+    const struct {
+        int mId;
+        wxString mLabel, mTip;
+    } kinds[] = {
+        {ID_SET_KEY_POS, _("Key Pos"),
+         _("Set a key of the camera's position, as the view used last shows it")},
+        {ID_SET_KEY_POS_ROT, _("Pos+Rot"),
+         _("Set keys of the camera's position and direction, as the view used last shows them")},
+        {ID_SET_KEY_ANC, _("Key Anc"), _("Set a key of the anchor, as the view used last shows it")}};
+    for (const auto& kind : kinds) {
+        auto* button =
+            new wxButton(this, wxID_ANY, kind.mLabel, wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
+        button->SetToolTip(kind.mTip);
+        button->Bind(wxEVT_BUTTON, [id = kind.mId](wxCommandEvent&) { PostMenuEvent(id); });
+        mKeys.push_back(button);
+    }
 }
 
 void PlayCtrlGUI_cls::MakeState() {

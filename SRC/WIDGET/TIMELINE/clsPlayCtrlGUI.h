@@ -40,6 +40,7 @@ private:
     void MakePosition();
     void MakeArea();
     void MakeSettings();
+    void MakeKeys();
     void MakeState();
     template <class TEXT_BUTTON, class BITMAP_BUTTON>
     TEXT_BUTTON* AddButton(const ButtonLook_st& look, const wxString& tip);
@@ -76,5 +77,6 @@ private:
     std::vector<wxWindow*> mPosition;  ///< frame, step and work area: labels and fields
     std::vector<wxWindow*> mHere;      ///< work area from or to the current frame
     std::vector<wxWindow*> mSettings;  ///< stepping, interval, prefetch and pace: labels and fields
+    std::vector<wxWindow*> mKeys;      ///< camera and anchor keys
     std::vector<wxWindow*> mState;     ///< memory and abort
 };

@@ -60,26 +60,27 @@ void TimeHeader_cls::MakePartA() {
 
 void TimeHeader_cls::MakePartB() {
     ParamGUICtrl_cls* ctrl = mpCCtrl;
-    const auto selectedKeys = [ctrl] { return CountSelectedKeys(ctrl->CurvesInEdit()) > 0; };
+    const auto selectedKeys = [ctrl] { return CountSelectedKeys(ctrl->GetKeyActions().GetCurves()) > 0; };
     Add(1, TimelineIcon::PREVIOUS_KEY, _("To the previous key of the selected rows, or of all"),
-        [ctrl] { ctrl->GoToNeighbourKey(-1); });
+        [ctrl] { ctrl->GetKeyActions().GoToNeighbour(-1); });
     Add(
         1, TimelineIcon::TOGGLE_KEY, _("Set or remove keys of the selected rows at the current time"),
-        [ctrl] { ctrl->ToggleKeysNow(); },
+        [ctrl] { ctrl->GetKeyActions().ToggleNow(); },
         [ctrl] { return HasKeyAt(ctrl->GetSelectedCurves(), Parameters_cls::msCurrentDoubleIndex); },
         [ctrl] { return !ctrl->GetSelectedCurves().empty(); });
     Add(1, TimelineIcon::NEXT_KEY, _("To the next key of the selected rows, or of all"),
-        [ctrl] { ctrl->GoToNeighbourKey(1); });
+        [ctrl] { ctrl->GetKeyActions().GoToNeighbour(1); });
     Add(
-        1, TimelineIcon::DELETE_KEY, _("Delete the selected keys (Del)"), [ctrl] { ctrl->DeleteKeys(); }, {},
-        selectedKeys);
+        1, TimelineIcon::DELETE_KEY, _("Delete the selected keys (Del)"),
+        [ctrl] { ctrl->GetKeyActions().Delete(); }, {}, selectedKeys);
     Space(1);
     for (unsigned kind = 0; kind < KeyFrame_cls::INTERP_COUNT; ++kind) {
         Add(
             1, TimelineIcon::COUNT,
             wxString::Format(_("Selected keys: %s"), KeyFrame_cls::msAstrInterp[kind]),
-            [ctrl, kind] { ctrl->SetKind(kind); },
-            [ctrl, kind] { return CommonKind(ctrl->CurvesInEdit()) == int(kind); }, selectedKeys);
+            [ctrl, kind] { ctrl->GetKeyActions().SetKind(kind); },
+            [ctrl, kind] { return CommonKind(ctrl->GetKeyActions().GetCurves()) == int(kind); },
+            selectedKeys);
         mVButtons.back().mKind = int(kind);
     }
 }
