@@ -239,9 +239,12 @@ TEST_F(Graph, TheMenuSetsKindsAndTheDialogItsFields) {
         field(tip)->GetPCText()->MarkDirty();
     };
     Curve(0)->SelectKey(1, true);
-    Later({find, [&] { type("The value at the key", "12.5"); }, [&] { type("Where the key stands", "47"); },
-           [&] { type("Change of the value", "-33"); }, [] { Snap("key_dialog"); },
-           [] { KeyNow(WXK_RETURN); }});
+    Later({{HasDialog, find},
+           {nullptr, [&] { type("The value at the key", "12.5"); }},
+           {nullptr, [&] { type("Where the key stands", "47"); }},
+           {nullptr, [&] { type("Change of the value", "-33"); }},
+           {nullptr, [] { Snap("key_dialog"); }},
+           {nullptr, [] { KeyNow(WXK_RETURN); }}});
     EXPECT_TRUE(KeyDialog_cls::Open(mpPanel, mpPanel->GetCurves()));
     ASSERT_TRUE(dialog);
     EXPECT_NEAR(KeyOf(0, 1).mDoubleIndex, 0.47, 1e-9);
@@ -253,8 +256,14 @@ TEST_F(Graph, TheMenuSetsKindsAndTheDialogItsFields) {
     EXPECT_EQ(KeyOf(0, 1).mDoubleIndex, 0.4);
     EXPECT_FALSE(GCUndoList.IsUndoable()) << "one step";
 
-    Later({find, [&] { type("The value at the key", "99"); }, [] { KeyNow(WXK_ESCAPE); },
-           [] { KeyNow(WXK_ESCAPE); }});
+    const auto gone = [] { return !HasDialog(); };
+    const auto escape = [] {
+        if (HasDialog()) KeyNow(WXK_ESCAPE);
+    };
+    Later({{HasDialog, find},
+           {nullptr, [&] { type("The value at the key", "99"); }},
+           {nullptr, escape},
+           {gone, escape}});
     EXPECT_FALSE(KeyDialog_cls::Open(mpPanel, mpPanel->GetCurves()));
     EXPECT_EQ(KeyOf(0, 1).mValue, 20.0);
     EXPECT_FALSE(GCUndoList.IsUndoable());
