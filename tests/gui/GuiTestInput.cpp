@@ -29,6 +29,13 @@ bool HasFocus() {
     });
 }
 
+using TopRef = wxWeakRef<wxTopLevelWindow>;
+
+/// The window manager makes a window active that was clicked into.
+std::function<bool()> ActiveOrGone(const TopRef& top) {
+    return [top] { return !top || !top->IsShown() || top->IsActive(); };
+}
+
 } // namespace
 
 void GuiTest::Arrive(bool bFrame) {
@@ -52,20 +59,21 @@ void GuiTest::MoveTo(wxWindow* window, wxPoint point) {
 }
 
 void GuiTest::Click(wxWindow* window, wxPoint point, int button) {
-    MoveTo(window, point);
-    const wxWeakRef<wxTopLevelWindow> top = dynamic_cast<wxTopLevelWindow*>(wxGetTopLevelParent(window));
+    const TopRef top = dynamic_cast<wxTopLevelWindow*>(wxGetTopLevelParent(window));
     const bool bWasActive = !top || top->IsActive();
+    MoveTo(window, point);
     GuiEvents_cls::Button(button, true);
     GuiEvents_cls::Button(button, false);
     Arrive();
-    if (bWasActive) return;
-    PumpUntil([&top] { return !top || !top->IsShown() || top->IsActive(); }, kPatienceMillis);
+    if (!bWasActive) PumpUntil(ActiveOrGone(top), kPatienceMillis);
 }
 
 void GuiTest::Drag(wxWindow* window, wxPoint from, wxPoint to, int button, int steps) {
+    const TopRef top = dynamic_cast<wxTopLevelWindow*>(wxGetTopLevelParent(window));
     MoveTo(window, from);
     GuiEvents_cls::Button(button, true);
     Arrive();
+    PumpUntil(ActiveOrGone(top), kPatienceMillis);
     for (int k = 1; k <= steps; ++k)
         MoveTo(window, from + wxPoint((to.x - from.x) * k / steps, (to.y - from.y) * k / steps));
     GuiEvents_cls::Button(button, false);
