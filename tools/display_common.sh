@@ -1,12 +1,12 @@
 # Sourced by the tools that take pictures of the built program: starts it on a display of its own and works
-# it with mouse and keys as a user would. Needs xvfb, openbox, xdotool and imagemagick. Expects PROGRAM,
+# it with mouse and keys as a user would. Needs xvfb, openbox, xdotool, imagemagick and x11-utils. Expects PROGRAM,
 # WIDTH and HEIGHT of the window, and STAGE, a folder that is made and removed.
 
 fail() { printf '%s\n' "$*" >&2; exit 1; }
 
 [[ -x $PROGRAM ]] || fail "Build the program first: ./run"
-for tool in Xvfb openbox xdotool import convert; do
-  command -v $tool >/dev/null || fail "$tool is missing: apt-get install xvfb openbox xdotool imagemagick"
+for tool in Xvfb openbox xdotool xprop import convert; do
+  command -v $tool >/dev/null || fail "$tool is missing: apt-get install xvfb openbox xdotool imagemagick x11-utils"
 done
 mkdir -m 700 "$STAGE" || fail "$STAGE is in the way."
 

@@ -26,6 +26,7 @@
 #include "GL/VIEW/clsTopHalfPanel.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsSharedView.h"
+#include "GuiEvents.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "TIME/clsTimeCtrl.h"
@@ -93,6 +94,7 @@ bool GuiTest::PumpUntil(const std::function<bool()>& done, int millis) {
     wxEventLoopBase* loop = wxEventLoopBase::GetActive();
     const wxStopWatch watch;
     while (true) {
+        GuiEvents_cls::Watch();
         while (loop->Pending())
             loop->Dispatch();
         wxTheApp->ProcessPendingEvents();
@@ -111,8 +113,10 @@ bool GuiTest::Settle(int millis) {
             bool bDone = !GpCThreadReader.load() && !GpCThreadInterpolate.load() && !GbGLLockPlayWait.load();
             for (int view = 0; view < 4; ++view)
                 bDone = Canvas(view)->CheckGLRefresh(time->GetFrame(), time->GetInterpStep()) && bDone;
-            quiet = bDone ? quiet + 1 : 0;
-            return quiet > 8; // nothing came after it either
+            GuiEvents_cls::RoundTrip();
+            quiet = bDone && !wxEventLoopBase::GetActive()->Pending() ? quiet + 1 : 0;
+            if (quiet == 1) GuiEvents_cls::AskForFrame();
+            return quiet > 2 && GuiEvents_cls::HadFrame(); // nothing came after it either
         },
         millis);
 }
@@ -206,7 +210,7 @@ wxTopLevelWindow* GuiTest::WaitForWindow(const wxString& title, int millis) {
             for (wxWindow* window : wxTopLevelWindows)
                 if (window->IsShown() && window->GetLabel() == title)
                     found = dynamic_cast<wxTopLevelWindow*>(window);
-            return found != nullptr;
+            return found && found->IsActive();
         },
         millis);
     Settle();

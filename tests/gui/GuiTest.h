@@ -56,6 +56,13 @@ public:
 };
 
 class GuiTest : public ::testing::Test {
+public:
+    /// Something to do once all keys so far have arrived and `mReady`, if any, holds.
+    struct Act_st {
+        std::function<bool()> mReady;
+        std::function<void()> mDo;
+    };
+
 protected:
     void SetUp() override;
     void TearDown() override;
@@ -91,8 +98,12 @@ protected:
     static void Choose(wxWindow* choice, int row);
     /// For loops that don't return, such as popups and modal dialogs: acts that a timer does one after
     /// another. They may press keys with KeyNow alone.
-    static void Later(std::vector<std::function<void()>> acts);
+    static void Later(std::vector<Act_st> acts);
+    /// Does a modal dialog have the keyboard?
+    static bool HasDialog();
     static void KeyNow(int keycode, int modifiers = 0);
+    /// Wait until the program has handled what mouse and keys sent, and painted.
+    static void Arrive(bool bFrame = true);
     /// Right click, then go through the popup with these keys.
     static void ClickPopup(wxWindow* window, wxPoint point, const std::vector<int>& keys);
 

@@ -1,68 +1,95 @@
 // A test's mouse and keys, through the X server.
+#include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 
 #include <wx/app.h>
 #include <wx/ctrlsub.h>
+#include <wx/dialog.h>
+#include <wx/evtloop.h>
 #include <wx/stopwatch.h>
 #include <wx/textctrl.h>
 #include <wx/timer.h>
-#include <wx/uiaction.h>
-#include <wx/window.h>
+#include <wx/toplevel.h>
+#include <wx/weakref.h>
 
+#include "GuiEvents.h"
 #include "GuiTest.h"
 #include "WIDGET/clsNumField.h"
 
-void GuiTest::MoveTo(wxWindow* window, wxPoint point) {
-    wxUIActionSimulator simulator;
-    simulator.MouseMove(window->ClientToScreen(point));
-    PumpUntil([] { return true; });
-}
-
 namespace {
 
-int WxButton(int button) {
-    if (button == 2) return wxMOUSE_BTN_MIDDLE;
-    return button == 3 ? wxMOUSE_BTN_RIGHT : wxMOUSE_BTN_LEFT;
+constexpr int kPatienceMillis = 2000;
+
+/// The keyboard belongs to none of our windows while the window manager hands it on.
+bool HasFocus() {
+    return std::any_of(wxTopLevelWindows.begin(), wxTopLevelWindows.end(), [](const wxWindow* window) {
+        const auto* top = dynamic_cast<const wxTopLevelWindow*>(window);
+        return top && top->IsShown() && const_cast<wxTopLevelWindow*>(top)->IsActive();
+    });
 }
 
-/// A few passes of the loop, for events to travel through the X server.
-void Breathe(const std::function<bool(const std::function<bool()>&, int)>& pump) {
-    const wxStopWatch watch;
-    pump([&watch] { return watch.Time() > 30; }, 1000);
+using TopRef = wxWeakRef<wxTopLevelWindow>;
+
+/// The window manager makes a window active that was clicked into.
+std::function<bool()> ActiveOrGone(const TopRef& top) {
+    return [top] { return !top || !top->IsShown() || top->IsActive(); };
 }
 
 } // namespace
 
+void GuiTest::Arrive(bool bFrame) {
+    const bool bArrived = PumpUntil(GuiEvents_cls::AllArrived, kPatienceMillis);
+    if (!bArrived) GuiEvents_cls::Tell();
+    GuiEvents_cls::GiveUp();
+    if (bFrame) GuiEvents_cls::AskForFrame();
+    // Work that goes on by itself, such as an export, is not waited for.
+    int passes = 0;
+    PumpUntil(
+        [&passes] {
+            GuiEvents_cls::RoundTrip();
+            return ++passes > 2 && GuiEvents_cls::HadFrame();
+        },
+        kPatienceMillis);
+}
+
+void GuiTest::MoveTo(wxWindow* window, wxPoint point) {
+    GuiEvents_cls::Move(window->ClientToScreen(point));
+    Arrive(false);
+}
+
 void GuiTest::Click(wxWindow* window, wxPoint point, int button) {
+    const TopRef top = dynamic_cast<wxTopLevelWindow*>(wxGetTopLevelParent(window));
+    const bool bWasActive = !top || top->IsActive();
     MoveTo(window, point);
-    wxUIActionSimulator simulator;
-    simulator.MouseClick(WxButton(button));
-    Breathe(PumpUntil);
+    GuiEvents_cls::Button(button, true);
+    GuiEvents_cls::Button(button, false);
+    Arrive();
+    if (!bWasActive) PumpUntil(ActiveOrGone(top), kPatienceMillis);
 }
 
 void GuiTest::Drag(wxWindow* window, wxPoint from, wxPoint to, int button, int steps) {
-    wxUIActionSimulator simulator;
+    const TopRef top = dynamic_cast<wxTopLevelWindow*>(wxGetTopLevelParent(window));
     MoveTo(window, from);
-    simulator.MouseDown(WxButton(button));
-    Breathe(PumpUntil);
-    for (int k = 1; k <= steps; ++k) {
+    GuiEvents_cls::Button(button, true);
+    Arrive();
+    PumpUntil(ActiveOrGone(top), kPatienceMillis);
+    for (int k = 1; k <= steps; ++k)
         MoveTo(window, from + wxPoint((to.x - from.x) * k / steps, (to.y - from.y) * k / steps));
-        Breathe(PumpUntil);
-    }
-    simulator.MouseUp(WxButton(button));
-    Breathe(PumpUntil);
+    GuiEvents_cls::Button(button, false);
+    Arrive();
 }
 
 void GuiTest::Key(int keycode, int modifiers) {
-    wxUIActionSimulator simulator;
-    simulator.Char(keycode, modifiers);
-    Breathe(PumpUntil);
+    PumpUntil(HasFocus, kPatienceMillis);
+    GuiEvents_cls::Char(keycode, modifiers);
+    Arrive();
 }
 
 void GuiTest::Type(const std::string& text) {
-    wxUIActionSimulator simulator;
-    simulator.Text(text.c_str());
-    Breathe(PumpUntil);
+    PumpUntil(HasFocus, kPatienceMillis);
+    GuiEvents_cls::Text(text);
+    Arrive();
 }
 
 namespace {
@@ -70,65 +97,83 @@ namespace {
 /// Does its acts one at a time, whatever loop runs, and is gone after the last.
 class Acts_cls : public wxTimer {
 public:
-    explicit Acts_cls(std::vector<std::function<void()>> acts) : mActs(std::move(acts)) {
+    explicit Acts_cls(std::vector<GuiTest::Act_st> acts) : mActs(std::move(acts)) {
         ++sRunning;
-        Start(kGapMillis);
+        Start(3);
     }
     ~Acts_cls() override { --sRunning; }
     void Notify() override {
-        if (mNext < mActs.size()) {
-            mActs[mNext++]();
+        GuiEvents_cls::Watch();
+        if (mNext == mActs.size()) {
+            Stop();
+            wxTheApp->CallAfter([this] { delete this; });
             return;
         }
-        Stop();
-        wxTheApp->CallAfter([this] { delete this; });
+        const GuiTest::Act_st& act = mActs[mNext];
+        // Once more after it holds: what arrived has been handled then.
+        GuiEvents_cls::RoundTrip();
+        mReady = GuiEvents_cls::AllArrived() && GuiEvents_cls::HadFrame() && (!act.mReady || act.mReady())
+                     ? mReady + 1
+                     : 0;
+        if (mReady < 2 && mWatch.Time() < kPatienceMillis) return;
+        if (mReady == 0) GuiEvents_cls::GiveUp();
+        mReady = 0;
+        ++mNext;
+        act.mDo();
+        // What opened is on the screen, and has told the pointer over it, before the next key.
+        GuiEvents_cls::AskForFrame();
+        mWatch.Start();
     }
     static int sRunning;
 
 private:
-    static constexpr int kGapMillis = 70; // a popup needs a moment to grab the keys
-    std::vector<std::function<void()>> mActs;
+    std::vector<GuiTest::Act_st> mActs;
     size_t mNext = 0;
+    int mReady = 0;
+    wxStopWatch mWatch;
 };
 
 int Acts_cls::sRunning = 0;
 
 } // namespace
 
-void GuiTest::Later(std::vector<std::function<void()>> acts) { new Acts_cls(std::move(acts)); }
+void GuiTest::Later(std::vector<Act_st> acts) { new Acts_cls(std::move(acts)); }
 
-void GuiTest::KeyNow(int keycode, int modifiers) {
-    wxUIActionSimulator simulator;
-    simulator.Char(keycode, modifiers);
+void GuiTest::KeyNow(int keycode, int modifiers) { GuiEvents_cls::Char(keycode, modifiers); }
+
+bool GuiTest::HasDialog() {
+    return std::any_of(wxTopLevelWindows.begin(), wxTopLevelWindows.end(), [](wxWindow* window) {
+        auto* dialog = dynamic_cast<wxDialog*>(window);
+        return dialog && dialog->IsModal() && dialog->IsActive();
+    });
 }
 
 void GuiTest::ClickPopup(wxWindow* window, wxPoint point, const std::vector<int>& keys) {
-    static bool sReturned;
-    sReturned = false;
-    std::vector<std::function<void()>> acts(2, [] {});
+    std::vector<Act_st> acts = {{GuiEvents_cls::HasPopup, [] {}}};
     for (const int key : keys)
-        acts.push_back([key] {
-            if (!sReturned) KeyNow(key); // else the key would go elsewhere
-        });
-    acts.push_back([] {});
+        acts.push_back({nullptr, [key] {
+                            if (GuiEvents_cls::HasPopup()) KeyNow(key); // else the key would go elsewhere
+                        }});
     // A popup that is still up would hold the test for ever.
     for (int k = 0; k < 3; ++k)
-        acts.push_back([] {
-            if (!sReturned) KeyNow(WXK_ESCAPE);
-        });
+        acts.push_back({[] { return !GuiEvents_cls::HasPopup(); },
+                        [] {
+                            if (GuiEvents_cls::HasPopup()) KeyNow(WXK_ESCAPE);
+                        }});
     Later(std::move(acts));
     Click(window, point, 3);
-    sReturned = true;
     PumpUntil([] { return Acts_cls::sRunning == 0; });
     Settle();
 }
 
 void GuiTest::Wheel(wxWindow* window, wxPoint point, int clicks) {
     MoveTo(window, point);
-    const std::string command =
-        "xdotool click --repeat " + std::to_string(std::abs(clicks)) + (clicks > 0 ? " 4" : " 5");
-    if (std::system(command.c_str()) != 0) ADD_FAILURE() << "xdotool is needed for the wheel";
-    Breathe(PumpUntil);
+    for (int k = 0; k < std::abs(clicks); ++k) {
+        GuiEvents_cls::Button(clicks > 0 ? 4 : 5, true);
+        GuiEvents_cls::Button(clicks > 0 ? 4 : 5, false);
+    }
+    GuiEvents_cls::GiveUp(); // they arrive as turns of the wheel
+    Arrive();
 }
 
 void GuiTest::TypeInto(NumField_cls* field, const std::string& text) {
@@ -145,10 +190,11 @@ void GuiTest::Choose(wxWindow* choice, int row) {
     const int rows = row - list->GetSelection();
     // A combo box opens by its arrow.
     Click(choice, wxPoint(choice->GetClientSize().x - 10, choice->GetClientSize().y / 2));
-    std::vector<std::function<void()>> acts(2, [] {});
+    std::vector<Act_st> acts = {{GuiEvents_cls::HasPopup, [] {}}};
     for (int k = 0; k < std::abs(rows); ++k)
-        acts.push_back([rows] { KeyNow(rows > 0 ? WXK_DOWN : WXK_UP); });
-    acts.push_back([] { KeyNow(WXK_RETURN); });
+        acts.push_back({nullptr, [rows] { KeyNow(rows > 0 ? WXK_DOWN : WXK_UP); }});
+    acts.push_back({nullptr, [] { KeyNow(WXK_RETURN); }});
+    acts.push_back({[] { return !GuiEvents_cls::HasPopup(); }, [] {}});
     Later(std::move(acts));
     PumpUntil([] { return Acts_cls::sRunning == 0; });
     Settle();

@@ -239,9 +239,12 @@ TEST_F(Graph, TheMenuSetsKindsAndTheDialogItsFields) {
         field(tip)->GetPCText()->MarkDirty();
     };
     Curve(0)->SelectKey(1, true);
-    Later({find, [&] { type("The value at the key", "12.5"); }, [&] { type("Where the key stands", "47"); },
-           [&] { type("Change of the value", "-33"); }, [] { Snap("key_dialog"); },
-           [] { KeyNow(WXK_RETURN); }});
+    Later({{HasDialog, find},
+           {nullptr, [&] { type("The value at the key", "12.5"); }},
+           {nullptr, [&] { type("Where the key stands", "47"); }},
+           {nullptr, [&] { type("Change of the value", "-33"); }},
+           {nullptr, [] { Snap("key_dialog"); }},
+           {nullptr, [] { KeyNow(WXK_RETURN); }}});
     EXPECT_TRUE(KeyDialog_cls::Open(mpPanel, mpPanel->GetCurves()));
     ASSERT_TRUE(dialog);
     EXPECT_NEAR(KeyOf(0, 1).mDoubleIndex, 0.47, 1e-9);
@@ -256,9 +259,11 @@ TEST_F(Graph, TheMenuSetsKindsAndTheDialogItsFields) {
     // Keys of several curves at one place have a value each; an ease factor is for those that go by it.
     Curve(1)->SelectKey(1, true);
     bool bEase = true;
-    Later({find, [&] { type("The values at the keys, of X, Y", "7.5"); },
-           [&] { bEase = field("Factor of the automatic slope")->IsEnabled(); },
-           [] { Snap("key_dialog_linked"); }, [] { KeyNow(WXK_RETURN); }});
+    Later({{HasDialog, find},
+           {nullptr, [&] { type("The values at the keys, of X, Y", "7.5"); }},
+           {nullptr, [&] { bEase = field("Factor of the automatic slope")->IsEnabled(); }},
+           {nullptr, [] { Snap("key_dialog_linked"); }},
+           {nullptr, [] { KeyNow(WXK_RETURN); }}});
     const double second = KeyOf(1, 1).mValue;
     EXPECT_TRUE(KeyDialog_cls::Open(mpPanel, mpPanel->GetCurves()));
     EXPECT_EQ(KeyOf(0, 1).mValue, 7.5);
@@ -268,8 +273,14 @@ TEST_F(Graph, TheMenuSetsKindsAndTheDialogItsFields) {
     EXPECT_FALSE(GCUndoList.IsUndoable());
     Curve(1)->SelectKey(1, false);
 
-    Later({find, [&] { type("The value at the key", "99"); }, [] { KeyNow(WXK_ESCAPE); },
-           [] { KeyNow(WXK_ESCAPE); }});
+    const auto gone = [] { return !HasDialog(); };
+    const auto escape = [] {
+        if (HasDialog()) KeyNow(WXK_ESCAPE);
+    };
+    Later({{HasDialog, find},
+           {nullptr, [&] { type("The value at the key", "99"); }},
+           {nullptr, escape},
+           {gone, escape}});
     EXPECT_FALSE(KeyDialog_cls::Open(mpPanel, mpPanel->GetCurves()));
     EXPECT_EQ(KeyOf(0, 1).mValue, 20.0);
     EXPECT_FALSE(GCUndoList.IsUndoable());

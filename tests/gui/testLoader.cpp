@@ -345,15 +345,15 @@ TEST_F(Loader, GuessProposesAndUseFillsTheLists) {
         ASSERT_TRUE(Settle());
         wxFileDialogEX::sStrTestAnswer = wxString::FromUTF8(item.mPath);
         bool bShown = false;
-        Later({[] {}, [] {},
-               [&bShown] {
-                   for (wxWindow* window : wxTopLevelWindows)
-                       if (window->IsShown() && FindByLabel(window, "Use")) bShown = true;
-                   Snap("guess");
-               },
-               [&bShown] {
-                   if (bShown) KeyNow(WXK_RETURN);
-               }});
+        Later({{HasDialog,
+                [&bShown] {
+                    for (wxWindow* window : wxTopLevelWindows)
+                        if (window->IsShown() && FindByLabel(window, "Use")) bShown = true;
+                    Snap("guess");
+                }},
+               {nullptr, [&bShown] {
+                    if (bShown) KeyNow(WXK_RETURN);
+                }}});
         ClickOn(Button("Guess"));
         ASSERT_TRUE(Settle());
         EXPECT_TRUE(bShown) << item.mPath;

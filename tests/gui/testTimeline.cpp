@@ -292,11 +292,11 @@ TEST_F(Timeline, MoveFrameDialogGoesWhereItIsTold) {
         KeyNow('1');
         KeyNow('3');
     };
-    Later({[] {}, [] {}, [] {}, type, [] { KeyNow(WXK_RETURN); }});
+    Later({{HasDialog, type}, {nullptr, [] { KeyNow(WXK_RETURN); }}});
     Key('G', wxMOD_CONTROL);
     ASSERT_TRUE(PumpUntil([] { return Time()->GetFrame() == 13; }, 3000)) << Time()->GetFrame();
     ASSERT_TRUE(Settle());
-    Later({[] {}, [] {}, [] {}, [] { KeyNow('2'); }, [] { KeyNow(WXK_ESCAPE); }});
+    Later({{HasDialog, [] { KeyNow('2'); }}, {nullptr, [] { KeyNow(WXK_ESCAPE); }}});
     Key('G', wxMOD_CONTROL);
     ASSERT_TRUE(Settle());
     EXPECT_EQ(Time()->GetFrame(), 13) << "Escape stays";

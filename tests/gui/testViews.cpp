@@ -236,6 +236,8 @@ TEST_F(Views, ExtraPanelCopiesViewNought) {
     for (int i = 0; i < 3; ++i)
         EXPECT_NEAR(canvas->mCamera.mCCamPos.mPos[i], Canvas(0)->mCamera.mCCamPos.mPos[i], 1e-9);
     // The whole screen, without the row of controls, and back.
+    extra->Raise();
+    ASSERT_TRUE(PumpUntil([extra] { return extra->IsActive(); }));
     canvas->SetFocus();
     Key(WXK_RETURN, wxMOD_ALT);
     ASSERT_TRUE(PumpUntil([extra] { return extra->IsFullScreen(); }));

@@ -1,0 +1,31 @@
+# One test of ctest for each suite of a GoogleTest program: starting the program costs more than most tests.
+#   discover_suites(<target> <name> [<label>...])    names: <name>.<Suite>; the name is a label, too
+# The program is asked for its suites each time it is built; this file is the script that asks, too.
+if(NOT CMAKE_SCRIPT_MODE_FILE)
+  function(discover_suites target name)
+    string(REPLACE ";" "," labels "${name};${ARGN}")
+    set(list ${CMAKE_CURRENT_BINARY_DIR}/${target}_suites.cmake)
+    add_custom_command(TARGET ${target} POST_BUILD BYPRODUCTS ${list} VERBATIM
+                       COMMAND ${CMAKE_COMMAND} -DPROGRAM=$<TARGET_FILE:${target}> -DNAME=${name} -DLABELS=${labels} -DLIST=${list}
+                               -DFOLDER=${CMAKE_SOURCE_DIR} -P ${CMAKE_SOURCE_DIR}/cmake/DiscoverSuites.cmake)
+    # A program that isn't built yet fails by a name that says so.
+    file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/${target}_include.cmake
+         "if(EXISTS \"${list}\")\n  include(\"${list}\")\nelse()\n  add_test(${name}.NOT_BUILT ${target})\nendif()\n")
+    set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${CMAKE_CURRENT_BINARY_DIR}/${target}_include.cmake)
+  endfunction()
+  return()
+endif()
+
+execute_process(COMMAND ${PROGRAM} --gtest_list_tests WORKING_DIRECTORY ${FOLDER} OUTPUT_VARIABLE listed
+                COMMAND_ERROR_IS_FATAL ANY TIMEOUT 60)
+# Suites begin a line; their tests are indented.
+string(REGEX MATCHALL "(^|\n)[A-Za-z_][A-Za-z0-9_/]*\\." suites "${listed}")
+string(REPLACE "," ";" LABELS "${LABELS}")
+set(text "")
+foreach(suite IN LISTS suites)
+  string(REGEX REPLACE "[\n.]" "" suite "${suite}")
+  string(APPEND text "add_test([=[${NAME}.${suite}]=] \"${PROGRAM}\" \"--gtest_filter=${suite}.*\")\n"
+         "set_tests_properties([=[${NAME}.${suite}]=] PROPERTIES LABELS \"${LABELS}\" TIMEOUT 300 WORKING_DIRECTORY "
+         "\"${FOLDER}\")\n")
+endforeach()
+file(WRITE ${LIST} "${text}")

@@ -1,0 +1,171 @@
+#include "GuiEvents.h"
+
+// Before the X headers, whose macros it doesn't stand.
+#include <gtest/gtest.h>
+
+#include <gdk/gdkx.h>
+#include <gtk/gtk.h>
+
+#include <X11/extensions/XTest.h>
+
+#include <cstdio>
+
+#include <wx/defs.h>
+#include <wx/stopwatch.h>
+
+namespace {
+
+/// Presses and releases; keys count their modifiers.
+struct Count_st {
+    int mKeys = 0;
+    int mButtons = 0;
+};
+
+Count_st sSent, sCame;
+int sFramesToCome = 0;
+wxStopWatch sAsked;
+constexpr int kFrameMillis = 100; // a window that is gone from the screen may have none
+wxPoint sTarget, sPointer;
+bool sbMoving = false;
+
+/// Called before the event is handled: a handler may run a loop of its own.
+void See(GdkEvent* event, void*) {
+    double x = 0.0, y = 0.0;
+    switch (event->type) {
+    case GDK_KEY_PRESS:
+    case GDK_KEY_RELEASE:
+        ++sCame.mKeys;
+        break;
+    case GDK_BUTTON_PRESS:
+    case GDK_BUTTON_RELEASE:
+        ++sCame.mButtons;
+        break;
+    default:
+        break;
+    }
+    if (gdk_event_get_root_coords(event, &x, &y)) sPointer = wxPoint(int(x), int(y));
+    gtk_main_do_event(event);
+}
+
+GdkDevice* Pointer() { return gdk_seat_get_pointer(gdk_display_get_default_seat(gdk_display_get_default())); }
+
+const char* const kAsked = "morentis-test-asked";
+
+void LoseClock(void*, GObject*) { --sFramesToCome; }
+
+void EndFrame(GdkFrameClock* clock, void*) {
+    --sFramesToCome;
+    g_object_set_data(G_OBJECT(clock), kAsked, nullptr);
+    g_object_weak_unref(G_OBJECT(clock), LoseClock, nullptr);
+    g_signal_handlers_disconnect_by_func(clock, reinterpret_cast<void*>(EndFrame), nullptr);
+}
+
+const struct {
+    int mWX;
+    guint mX;
+} kSpecialKeys[] = {
+    {WXK_RETURN, GDK_KEY_Return},      {WXK_ESCAPE, GDK_KEY_Escape}, {WXK_TAB, GDK_KEY_Tab},
+    {WXK_BACK, GDK_KEY_BackSpace},     {WXK_DELETE, GDK_KEY_Delete}, {WXK_LEFT, GDK_KEY_Left},
+    {WXK_RIGHT, GDK_KEY_Right},        {WXK_UP, GDK_KEY_Up},         {WXK_DOWN, GDK_KEY_Down},
+    {WXK_HOME, GDK_KEY_Home},          {WXK_END, GDK_KEY_End},       {WXK_PAGEUP, GDK_KEY_Page_Up},
+    {WXK_PAGEDOWN, GDK_KEY_Page_Down}, {WXK_F5, GDK_KEY_F5}};
+
+void PressCode(guint code, bool bDown) {
+    ++sSent.mKeys;
+    XTestFakeKeyEvent(gdk_x11_get_default_xdisplay(), code, bDown, CurrentTime);
+}
+
+void Press(guint key, bool bWanted, bool bDown) {
+    if (bWanted) PressCode(XKeysymToKeycode(gdk_x11_get_default_xdisplay(), key), bDown);
+}
+
+} // namespace
+
+void GuiEvents_cls::Watch() { gdk_event_handler_set(See, nullptr, nullptr); }
+
+void GuiEvents_cls::Move(wxPoint screen) {
+    int x = 0, y = 0;
+    gdk_device_get_position(Pointer(), nullptr, &x, &y);
+    sTarget = screen;
+    sbMoving = true;
+    if (wxPoint(x, y) == screen) sPointer = screen; // no event comes of it
+    gdk_device_warp(Pointer(), gdk_screen_get_default(), screen.x, screen.y);
+}
+
+void GuiEvents_cls::Button(int button, bool bDown) {
+    ++sSent.mButtons;
+    XTestFakeButtonEvent(gdk_x11_get_default_xdisplay(), unsigned(button), bDown, CurrentTime);
+}
+
+void GuiEvents_cls::Char(int keycode, int modifiers) {
+    guint key =
+        gdk_unicode_to_keyval(guint(keycode >= 'A' && keycode <= 'Z' ? keycode + 'a' - 'A' : keycode));
+    for (const auto& special : kSpecialKeys)
+        if (special.mWX == keycode) key = special.mX;
+    GdkKeymapKey* places = nullptr;
+    gint count = 0;
+    if (!gdk_keymap_get_entries_for_keyval(gdk_keymap_get_for_display(gdk_display_get_default()), key,
+                                           &places, &count)) {
+        ADD_FAILURE() << "no key for " << keycode;
+        return;
+    }
+    if (places[0].level == 1) modifiers |= wxMOD_SHIFT;
+    const guint code = places[0].keycode;
+    g_free(places);
+    Press(GDK_KEY_Control_L, modifiers & wxMOD_CONTROL, true);
+    Press(GDK_KEY_Alt_L, modifiers & wxMOD_ALT, true);
+    Press(GDK_KEY_Shift_L, modifiers & wxMOD_SHIFT, true);
+    PressCode(code, true);
+    PressCode(code, false);
+    Press(GDK_KEY_Shift_L, modifiers & wxMOD_SHIFT, false);
+    Press(GDK_KEY_Alt_L, modifiers & wxMOD_ALT, false);
+    Press(GDK_KEY_Control_L, modifiers & wxMOD_CONTROL, false);
+}
+
+void GuiEvents_cls::Text(const std::string& text) {
+    for (const char c : text)
+        Char(c, c >= 'A' && c <= 'Z' ? wxMOD_SHIFT : 0);
+}
+
+void GuiEvents_cls::Tell() {
+    std::printf("sent %d keys, %d buttons, to %d,%d; came %d, %d, at %d,%d\n", sSent.mKeys, sSent.mButtons,
+                sTarget.x, sTarget.y, sCame.mKeys, sCame.mButtons, sPointer.x, sPointer.y);
+}
+
+bool GuiEvents_cls::AllArrived() {
+    return sCame.mKeys >= sSent.mKeys && sCame.mButtons >= sSent.mButtons &&
+           (!sbMoving || sPointer == sTarget);
+}
+
+void GuiEvents_cls::GiveUp() {
+    sSent = sCame;
+    sbMoving = false;
+}
+
+void GuiEvents_cls::RoundTrip() { gdk_display_sync(gdk_display_get_default()); }
+
+void GuiEvents_cls::AskForFrame() {
+    sAsked.Start();
+    GList* windows = gtk_window_list_toplevels();
+    for (const GList* item = windows; item; item = item->next) {
+        auto* window = static_cast<GtkWidget*>(item->data);
+        GdkFrameClock* clock = gtk_widget_get_mapped(window) ? gtk_widget_get_frame_clock(window) : nullptr;
+        if (!clock || g_object_get_data(G_OBJECT(clock), kAsked)) continue;
+        ++sFramesToCome;
+        g_object_set_data(G_OBJECT(clock), kAsked, clock);
+        g_signal_connect(clock, "after-paint", G_CALLBACK(EndFrame), nullptr);
+        g_object_weak_ref(G_OBJECT(clock), LoseClock, nullptr);
+        gdk_frame_clock_request_phase(clock, GDK_FRAME_CLOCK_PHASE_AFTER_PAINT);
+    }
+    g_list_free(windows);
+}
+
+bool GuiEvents_cls::HadFrame() { return sFramesToCome == 0 || sAsked.Time() > kFrameMillis; }
+
+bool GuiEvents_cls::HasPopup() {
+    GdkDisplay* display = gdk_display_get_default();
+    GtkWidget* owner = gtk_grab_get_current();
+    return owner && gtk_widget_get_mapped(owner) &&
+           gdk_display_device_is_grabbed(display,
+                                         gdk_seat_get_keyboard(gdk_display_get_default_seat(display)));
+}
