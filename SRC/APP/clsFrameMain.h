@@ -110,6 +110,7 @@ private:
     void OnMenuSaveProject(wxCommandEvent& event);
     void OnMenuSaveProjectAs(wxCommandEvent& event);
     void OnMenuLoadData(wxCommandEvent& event);
+    void OnMenuGuessData(wxCommandEvent& event);
     void OnMenuCloseData(wxCommandEvent& event);
     void OnQuit(wxCommandEvent& event);
     void OnClose(wxCloseEvent& event);

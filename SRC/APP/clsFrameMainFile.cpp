@@ -158,6 +158,12 @@ void FrameMain_cls::OnMenuSaveProjectAs(wxCommandEvent&) {
 
 void FrameMain_cls::OnMenuLoadData(wxCommandEvent&) { mpCMain->mpCDataLoader->OpenWindow(this); }
 
+void FrameMain_cls::OnMenuGuessData(wxCommandEvent&) {
+    DataLoader_cls* loader = mpCMain->mpCDataLoader;
+    loader->InitGUI(this);
+    loader->mpCGUI->GuessAnyFile();
+}
+
 void FrameMain_cls::OnMenuCloseData(wxCommandEvent&) {
     mpCMain->CloseDataCommand();
     mpCTopHalf->RefreshGLPanels();

@@ -53,6 +53,7 @@ void FrameMain_cls::BindHandlers() {
         Bind(ID_RECENT_DATA_0 + place, &FrameMain_cls::OnMenuRecent);
     }
     Bind(ID_LOAD_DATA, &FrameMain_cls::OnMenuLoadData);
+    Bind(ID_GUESS_DATA, &FrameMain_cls::OnMenuGuessData);
     Bind(ID_CLOSE_DATA, &FrameMain_cls::OnMenuCloseData);
     Bind(ID_QUIT, &FrameMain_cls::OnQuit);
     Bind(ID_GO, &FrameMain_cls::OnMenuGo);

@@ -1,4 +1,5 @@
 // The hub and the undo list: steps that open and close data, and what curves ask of the program.
+#include "APP/GuessLooks.h"
 #include "APP/clsCommandLoadData.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
@@ -16,6 +17,7 @@
 #include "WIDGET/clsNumField.h"
 
 void Main_cls::LinkParamHooks() {
+    LinkGuess(this);
     KeyFrame_cls::FillInterpNames();
     GParamHooks.mFindParam = [this](const wxString& id) { return GetPCParamFromID(id); };
     GParamHooks.mMarkSnipping = [this](int frame) {
@@ -49,6 +51,7 @@ void Main_cls::MakeTimeLines() {
 void Main_cls::UnlinkParamHooks() {
     mpCParamGUICtrl = nullptr; // went with the frame
     GCUndoList.Clear();
+    UnlinkGuess();
     GParamHooks.mFindParam = nullptr;
     GParamHooks.mMarkSnipping = nullptr;
     GParamHooks.mGroupRefresh = nullptr;
