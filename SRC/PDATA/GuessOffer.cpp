@@ -14,7 +14,7 @@
 #include "PDATA/clsGrammerBase.h"
 
 const std::array<std::array<float, 3>, 4> kGuessColors = {
-    {{1.0f, 0.98f, 0.5f}, {0.93f, 0.36f, 0.05f}, {0.35f, 0.8f, 1.0f}, {0.42f, 0.3f, 0.68f}}};
+    {{1.0f, 0.98f, 0.5f}, {0.94f, 0.38f, 0.05f}, {0.35f, 0.8f, 1.0f}, {0.4f, 0.28f, 0.66f}}};
 
 namespace {
 

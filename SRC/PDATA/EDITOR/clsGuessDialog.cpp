@@ -20,6 +20,7 @@ namespace {
 constexpr int kGap = 4;          // the spacing unit
 constexpr int kTextWidth = 520;  // where sentences wrap
 constexpr int kLabelWidth = 132; // of the longest name with its tick
+constexpr int kItemWidth = 104;  // of a number's name
 constexpr int kListHeight = 150; // five numbers of a record; the others scroll
 } // namespace
 
@@ -95,7 +96,7 @@ void GuessDialog_cls::AddReasons(wxSizer* pSizer) {
 void GuessDialog_cls::AddRecords(wxSizer* pSizer) {
     auto* list = new wxListCtrl(this, wxID_ANY, wxDefaultPosition, FromDIP(wxSize(kTextWidth, kListHeight)),
                                 wxLC_REPORT | wxLC_SINGLE_SEL);
-    list->AppendColumn(_("Item"), wxLIST_FORMAT_LEFT, FromDIP(kLabelWidth));
+    list->AppendColumn(_("Item"), wxLIST_FORMAT_LEFT, FromDIP(kItemWidth));
     for (size_t k = 0; k < mGuess.mRecords.size(); ++k) {
         list->AppendColumn(wxString::Format(_("Record %d"), static_cast<int>(k)), wxLIST_FORMAT_RIGHT,
                            FromDIP(132));
@@ -126,7 +127,6 @@ void GuessDialog_cls::AddOffers(wxSizer* pSizer) {
         auto* texts = new wxBoxSizer(wxVERTICAL);
         AddOfferValue(texts, offer);
         auto* reason = new wxStaticText(this, wxID_ANY, offer.mStrReason);
-        reason->SetFont(FontProvider_cls::GetFont(FontProvider_cls::FONT_CAPTION));
         reason->Wrap(FromDIP(kTextWidth - kLabelWidth));
         texts->Add(reason);
         grid->Add(texts);
@@ -137,6 +137,7 @@ void GuessDialog_cls::AddOffers(wxSizer* pSizer) {
 void GuessDialog_cls::AddOfferValue(wxSizer* pSizer, const GuessOffer_st& offer) {
     auto* line = new wxBoxSizer(wxHORIZONTAL);
     auto* value = new wxStaticText(this, wxID_ANY, offer.mStrValue);
+    value->SetFont(FontProvider_cls::GetFont(FontProvider_cls::FONT_CAPTION));
     value->Wrap(FromDIP(kTextWidth - kLabelWidth));
     line->Add(value, 0, wxALIGN_CENTRE_VERTICAL);
     for (size_t k = 0; offer.mbColors && k < kGuessColors.size(); ++k) {
