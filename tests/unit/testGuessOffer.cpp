@@ -213,6 +213,29 @@ TEST_F(GuessOffer, LooksAtPartsOfLargeFiles) {
               withoutRadius(OffersFor(text)));
 }
 
+// Cut files, numbers that are none, counts that lie: offers or none, and never a radius that can't be drawn.
+TEST_F(GuessOffer, SurvivesDamagedFiles) {
+    const Made_st lattice = Lattice(3);
+    const std::string whole = Dump(lattice, "ITEM: BOX BOUNDS xy xz yz pp pp pp\n0 10 1\n0 8 2\n0 6 3\n");
+    std::mt19937 random(17);
+    static const char sText[] = "0123456789 -.e\nnaif\0";
+    for (int round = 0; round < 300; ++round) {
+        std::string files[2] = {whole, whole};
+        for (std::string& file : files) {
+            for (unsigned k = random() % 8; k > 0; --k)
+                file[random() % file.size()] = sText[random() % (sizeof sText - 1)];
+            if (random() % 3 == 0) file.resize(random() % file.size());
+        }
+        for (const GuessOffer_st& offer : Offers({files[0], files[1]})) {
+            EXPECT_FALSE(offer.mStrValue.empty() || offer.mStrReason.empty());
+            EXPECT_TRUE(offer.mKind != Kind::Radius || (offer.mRadius > 0 && std::isfinite(offer.mRadius)));
+        }
+    }
+    const std::string head = "ITEM: TIMESTEP\n0\nITEM: NUMBER OF ATOMS\n4\nITEM: ATOMS id type x y z\n";
+    Offers({head + "1 1 nan nan nan\n2 1 inf 0 0\n3 1e300 1 1e300 1\n4 -1e300 nan 3 4\n", head});
+    EXPECT_TRUE(OffersFor(mDir.Name("missing.dump")).empty());
+}
+
 TEST_F(GuessOffer, ReadsBoxesOfHeaders) {
     const Made_st lattice = Lattice(3);
     const auto box = [this, &lattice](const std::string& header, float scale) {
@@ -243,6 +266,11 @@ TEST_F(GuessOffer, ReadsBoxesOfHeaders) {
     EXPECT_EQ("none", box(bounds + "pp pp pp\n1 1\n1 5\n0 6\n", 1)) << "no volume";
     EXPECT_EQ("none", box(bounds + "pp pp pp\nnan 1\n1 5\n0 6\n", 1));
     EXPECT_EQ("none", box("a comment\n", 1));
+    const std::string plain = mDir.Write("plain.dump", Dump(lattice));
+    const auto radius = [&plain](float scale) {
+        return Find(OffersFor(plain, {0, 1}, {0, 1, 5, 6, 7, 8}, scale), Kind::Radius)->mRadius;
+    };
+    EXPECT_NEAR(10, static_cast<double>(radius(10) / radius(1)), 0.1) << "radii are scaled as boxes are";
     // Fractions of a box are in a box of edge 1.
     const std::string fractions =
         "ITEM: TIMESTEP\n0\nITEM: NUMBER OF ATOMS\n2\nITEM: BOX BOUNDS pp pp pp\n0 50\n0 "
