@@ -46,6 +46,7 @@ FileMenu_cls::FileMenu_cls(FrameMain_cls& frame, ConfItemList_cls& list)
         BindMenu(mFrame, this, ID_RECENT_DATA_0 + place, &FileMenu_cls::OnMenuRecent);
     }
     BindMenu(mFrame, this, ID_LOAD_DATA, &FileMenu_cls::OnMenuLoadData);
+    BindMenu(mFrame, this, ID_GUESS_DATA, &FileMenu_cls::OnMenuGuessData);
     BindMenu(mFrame, this, ID_CLOSE_DATA, &FileMenu_cls::OnMenuCloseData);
     BindMenu(mFrame, this, ID_QUIT, &FileMenu_cls::OnQuit);
     mFrame.Bind(wxEVT_CLOSE_WINDOW, &FileMenu_cls::OnClose, this);
@@ -193,6 +194,12 @@ void FileMenu_cls::OnMenuSaveProjectAs(wxCommandEvent&) {
 }
 
 void FileMenu_cls::OnMenuLoadData(wxCommandEvent&) { mHub.mpCDataLoader->OpenWindow(&mFrame); }
+
+void FileMenu_cls::OnMenuGuessData(wxCommandEvent&) {
+    DataLoader_cls* loader = mHub.mpCDataLoader;
+    loader->InitGUI(&mFrame);
+    loader->mpCGUI->GuessAnyFile();
+}
 
 void FileMenu_cls::OnMenuCloseData(wxCommandEvent&) {
     mHub.CloseDataCommand();

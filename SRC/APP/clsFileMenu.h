@@ -38,6 +38,7 @@ private:
     void OnMenuSaveProject(wxCommandEvent& event);
     void OnMenuSaveProjectAs(wxCommandEvent& event);
     void OnMenuLoadData(wxCommandEvent& event);
+    void OnMenuGuessData(wxCommandEvent& event);
     void OnMenuCloseData(wxCommandEvent& event);
     void OnMenuRecent(wxCommandEvent& event);
     void OnQuit(wxCommandEvent& event);

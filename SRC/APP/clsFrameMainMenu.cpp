@@ -32,6 +32,7 @@ constexpr MenuEntry_st kFile[] = {
     {Entry::Normal, "Save Project As", "S", "Ctrl-Shift-S", ID_SAVE_PROJECT_AS, nullptr, true},
     kSeparator,
     {Entry::Normal, "Load Particle Data", "L", "Ctrl-Alt-O", ID_LOAD_DATA, nullptr, true},
+    {Entry::Normal, "Guess and Open Data", "G", "Ctrl-Alt-G", ID_GUESS_DATA, "Guess", true},
     {Entry::Normal, "Save Snapshot", "I", "F7", ID_SAVE_IMAGE_SNAP, nullptr, true},
     {Entry::Normal, "Save Image Sequence", "A", "F8", ID_SAVE_IMAGE_SEQ, "ImgSequence", true},
     {Entry::SubBegin, "Export", "E", nullptr, ID_EXPORT_MENU, nullptr, true},

@@ -1,4 +1,5 @@
 // The hub and the undo list: steps that open and close data, and what curves ask of the program.
+#include "APP/GuessLooks.h"
 #include "APP/clsCommandLoadData.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
@@ -17,6 +18,7 @@
 #include "WIDGET/clsNumField.h"
 
 void Main_cls::LinkParamHooks() {
+    LinkGuess(this);
     KeyFrame_cls::FillInterpNames();
     GParamHooks.mClipboard = PutOnClipboard;
     GParamHooks.mFindParam = [this](const wxString& id) { return GetPCParamFromID(id); };
@@ -54,6 +56,7 @@ void Main_cls::MakeTimeLines() {
 void Main_cls::UnlinkParamHooks() {
     mpCParamGUICtrl = nullptr; // went with the frame
     GCUndoList.Clear();
+    UnlinkGuess();
     GParamHooks.mClipboard = nullptr;
     GParamHooks.mFindParam = nullptr;
     GParamHooks.mMarkSnipping = nullptr;

@@ -99,6 +99,7 @@ enum MenuEventId : int {
     ID_RECENT_DATA_0 = 6711, ///< to 6719
 
     ID_COPY_VIEW = 6720,
+    ID_GUESS_DATA = 6730,
 
     ID_EXPORTER_HEAD_UP = 6501,
     ID_EXPORTER_HEAD_DOWN = 6502,

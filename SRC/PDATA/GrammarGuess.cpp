@@ -42,6 +42,10 @@ GrammarGuess_st GuessGrammar(const wxString& path, const GrammerBase_cls& presen
     else
         guess = IsText(start.mBytes) ? GuessText(start, present) : GuessBinary(start, present);
     guess.mbFound = guess.mStrProblem.empty();
+    if (guess.mHead.size() > kMaxItem || guess.mBody.size() > kMaxItem) {
+        guess.mHead.clear();
+        guess.mBody.clear();
+    }
     return guess;
 }
 

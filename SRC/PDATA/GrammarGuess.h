@@ -15,7 +15,8 @@ struct GrammarGuess_st {
     std::vector<wxString> mReasons; ///< what led to the guess, a sentence each
     /// The first three records, or fewer: for each number a cell "name=value" as it would be read.
     std::vector<std::vector<wxString>> mRecords;
-    wxString mStrProblem; ///< why nothing was found; empty when mbFound
+    bool mbFractions = false; ///< positions are fractions of the box
+    wxString mStrProblem;     ///< why nothing was found; empty when mbFound
 };
 
 /// Text: headers with "ITEM:" lines and named columns, or a line with the particle count before lines of

@@ -9,8 +9,6 @@
 
 namespace {
 
-constexpr size_t kMaxItem = GrammerBase_cls::kMaxItem;
-
 bool StartsWith(const std::string& line, const char* text) { return line.rfind(text, 0) == 0; }
 
 /// The header's lines as one code each, and where the particles begin.
@@ -89,7 +87,8 @@ private:
             {"x", "y", "z"}, {"xu", "yu", "zu"}, {"xs", "ys", "zs"}, {"xsu", "ysu", "zsu"}};
         for (const Words& names : sPositions)
             if (!Has(BODY_XYZ) && IsTriple(mColumns, at, names)) {
-                if (names[0][1] == 's')
+                mGuess.mbFractions = names[0][1] == 's';
+                if (mGuess.mbFractions)
                     Tell(_("The positions (%s) are fractions of the box: scale them in the data loader."),
                          names[0]);
                 return Add(BODY_XYZ, 3);
@@ -181,12 +180,8 @@ GrammarGuess_st GuessItemText(const std::vector<std::string>& lines) {
     CutAtWords(lines, sections, &guess);
     DropLastDummies(&guess.mBody);
     guess.mBody = PackDummies(guess.mBody, 0);
-    // Time and count are found line by line: only behind them dummies may be put together.
-    const auto isValue = [](int code) { return code == HEAD_TIME || code == HEAD_NUMBER; };
-    const auto last = std::find_if(sections.mCodes.rbegin(), sections.mCodes.rend(), isValue);
-    guess.mHead = PackDummies(sections.mCodes, static_cast<size_t>(sections.mCodes.rend() - last));
-    if (guess.mStrProblem.empty() && (guess.mHead.size() > kMaxItem || guess.mBody.size() > kMaxItem))
-        guess.mStrProblem = _("The header or the lines have more items than the 16 that a format can hold.");
+    guess.mHead = PackHead(sections.mCodes, &guess);
+    if (guess.mStrProblem.empty()) guess.mStrProblem = CheckItemCounts(guess);
     if (guess.mStrProblem.empty()) AddTextRecords(lines, sections.mFirstParticle, &guess);
     return guess;
 }

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr size_t kMaxItem = GrammerBase_cls::kMaxItem;
+constexpr size_t kMaxHead = 40;  // lines in which the first particle is looked for
 constexpr size_t kMaxRows = 200; // looked at to tell what a column holds
 
 /// What the rows of one column have in common.
@@ -30,7 +30,7 @@ bool IsDataLine(const Words& words) {
 
 // The first line from which on a few lines have the same number of words, three numbers at least.
 size_t FindFirstData(const std::vector<std::string>& lines) {
-    for (size_t i = 0; i < std::min<size_t>(lines.size(), 40); ++i) {
+    for (size_t i = 0; i < std::min(lines.size(), kMaxHead); ++i) {
         const Words words = SplitWords(lines[i]);
         bool bData = IsDataLine(words);
         for (size_t k = i + 1; bData && k < std::min(i + 4, lines.size()); ++k) {
@@ -204,11 +204,18 @@ void GuessBody(const std::vector<std::string>& lines, size_t first, const Gramme
             : _("No three columns side by side look like positions.");
 }
 
+// Comments may stand before the sections, but no particles.
+bool HasItemSections(const std::vector<std::string>& lines) {
+    for (size_t i = 0; i < std::min(lines.size(), kMaxHead); ++i)
+        if (lines[i].rfind("ITEM:", 0) == 0) return true;
+    return false;
+}
+
 } // namespace
 
 GrammarGuess_st GuessText(const FileStart_st& start, const GrammerBase_cls& present) {
     const std::vector<std::string> lines = SampleLines(start);
-    if (!lines.empty() && lines[0].rfind("ITEM:", 0) == 0) return GuessItemText(lines);
+    if (HasItemSections(lines)) return GuessItemText(lines);
     GrammarGuess_st guess;
     guess.mDataType = 1;
     const size_t first = FindFirstData(lines);
@@ -217,16 +224,16 @@ GrammarGuess_st GuessText(const FileStart_st& start, const GrammerBase_cls& pres
             _("The file is text, but its lines don't hold three or more numbers, separated by blanks.");
         return guess;
     }
-    guess.mHead = GuessHead(start, lines, first);
-    if (guess.mHead.empty() || guess.mHead.size() > kMaxItem) {
+    const std::vector<int> head = GuessHead(start, lines, first);
+    if (head.empty()) {
         guess.mStrProblem = _("No line before the first particle tells how many particles there are.");
         return guess;
     }
+    guess.mHead = PackHead(head, &guess);
     guess.mReasons.push_back(wxString::Format(
         _("Line %zu is the first particle's; the particle count stands before it."), first + 1));
     GuessBody(lines, first, present, &guess);
-    if (guess.mBody.size() > kMaxItem)
-        guess.mStrProblem = _("The header or the lines have more items than the 16 that a format can hold.");
+    if (guess.mStrProblem.empty()) guess.mStrProblem = CheckItemCounts(guess);
     if (guess.mStrProblem.empty()) AddTextRecords(lines, first, &guess);
     return guess;
 }

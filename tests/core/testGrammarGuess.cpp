@@ -143,6 +143,52 @@ TEST_F(GrammarGuess, PacksDummiesToSixteenItems) {
     EXPECT_EQ(9.0f, arrays->mpPos[0][2]);
 }
 
+// The reader goes down to Time and Number an item a line; beyond that all lines of the head count.
+TEST_F(GrammarGuess, ReachesACountBehindComments) {
+    const auto withComments = [](int number) {
+        std::string text;
+        for (int i = 0; i < number; ++i)
+            text += "# remark " + std::to_string(i) + "\n";
+        return text;
+    };
+    const std::string items =
+        "ITEM: TIMESTEP\n250\nITEM: NUMBER OF ATOMS\n2\nITEM: BOX BOUNDS pp pp pp\n0 1\n0 1\n"
+        "0 1\nITEM: ATOMS id x y z\n1 2 3 4\n2 5 6 7\n";
+    const std::string plain = "0.5\nmore\n2\nand\nmore\nwords\n1 2.5 3.5 4.5\n2 5.5 6.5 7.5\n";
+    struct Case_st {
+        std::string mText;
+        Codes mHead;
+        double mTime;
+    };
+    const Case_st cases[] = {
+        {withComments(3) + items, {2, 2, 2, 2, 0, 2, 1, 2, 2, 2, 2, 2}, 250},
+        {withComments(8) + items, {2, 2, 2, 2, 2, 2, 2, 2, 2, 0, 2, 1, 3, 2, 2}, 250},
+        {withComments(10) + items, {2, 2, 2, 2, 2, 2, 2, 2, 2, 2, 2, 0, 3, 1, 3}, 250},
+        {withComments(11) + items, {2, 2, 2, 2, 2, 2, 2, 2, 2, 2, 2, 2, 0, 3, 1, 3}, 250},
+        {withComments(10) + plain, {2, 2, 2, 2, 2, 2, 2, 2, 2, 2, 0, 2, 1, 2, 2, 2}, 0.5},
+        {withComments(12) + plain, {2, 2, 2, 2, 2, 2, 2, 2, 2, 2, 2, 2, 0, 2, 1, 3}, 0.5}};
+    for (const Case_st& c : cases) {
+        const GrammarGuess_st guess = Guess(c.mText);
+        SCOPED_TRACE(c.mText);
+        ASSERT_TRUE(guess.mbFound) << guess.mStrProblem;
+        EXPECT_EQ(c.mHead, guess.mHead);
+        const TestLoader_cls loader(1, guess.mHead, guess.mBody);
+        const SnapshotHeader_st header = ReadSnapshotHeader(loader, mDir.Name("guess.dat"));
+        EXPECT_EQ(2, header.mNumber);
+        EXPECT_EQ(c.mTime, header.mTime);
+        TestArrays_cls arrays(2);
+        ReadBody(loader, mDir.Name("guess.dat"), 2, arrays);
+        EXPECT_NEAR(7.25f, arrays->mpPos[1][2], 0.25f) << "the body begins behind the head's last line";
+    }
+    EXPECT_EQ("The header or the lines have more items than the 16 that a format can hold.",
+              Guess(withComments(12) + items).mStrProblem);
+    EXPECT_EQ(
+        "Time or particle count stands in line 17: a format can reach the first 16 lines. Take lines away "
+        "before it.",
+        Guess(withComments(13) + items).mStrProblem);
+    EXPECT_TRUE(Guess(withComments(13) + items).mHead.empty());
+}
+
 TEST_F(GrammarGuess, TellsColumnsByWhatTheyHold) {
     std::string rows, xyz, flat;
     std::mt19937 random(5);

@@ -348,11 +348,14 @@ TEST_F(Loader, GuessProposesAndUseFillsTheLists) {
         Later({{HasDialog,
                 [&bShown] {
                     for (wxWindow* window : wxTopLevelWindows)
-                        if (window->IsShown() && FindByLabel(window, "Use")) bShown = true;
+                        if (wxWindow* use = window->IsShown() ? FindByLabel(window, "Use") : nullptr) {
+                            bShown = true;
+                            use->SetFocus();
+                        }
                     Snap("guess");
                 }},
                {nullptr, [&bShown] {
-                    if (bShown) KeyNow(WXK_RETURN);
+                    if (bShown) KeyNow(WXK_SPACE);
                 }}});
         ClickOn(Button("Guess"));
         ASSERT_TRUE(Settle());

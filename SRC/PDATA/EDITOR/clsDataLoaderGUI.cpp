@@ -9,6 +9,7 @@
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
+#include "PARAM/clsUndoManager.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/EDITOR/clsGuessDialog.h"
 #include "PDATA/clsPeriodicBoundary.h"
@@ -60,7 +61,7 @@ void DataLoaderGUI_cls::MakeLists(wxSizer* pSizer) {
     standard->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnBtnDefault(); });
     auto* guess = new wxButton(this, wxID_ANY, _("Guess"));
     guess->SetBitmap(MyArtProvider::GetIcon("Guess"));
-    guess->SetToolTip(_("Look at the file last chosen and propose data type and both lists"));
+    guess->SetToolTip(_("Look at the file last chosen and propose how to read and show it"));
     guess->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) { OnBtnGuess(); });
     buttons->Add(standard, 1, wxRIGHT, FromDIP(2 * kGap));
     buttons->Add(guess, 1);
@@ -174,18 +175,33 @@ void DataLoaderGUI_cls::OnBtnGuess() {
     const wxString last = mpCLoader->mCItemLastOpened.mStrValue;
     if (mStrLastChosen.empty() && last != "NONE" && wxFileName::FileExists(last)) mStrLastChosen = last;
     wxString path = mStrLastChosen;
-    if (path.empty() && !AskForFile(&path)) return;
+    if (!path.empty() || AskForFile(&path)) Guess(path);
+}
+
+void DataLoaderGUI_cls::GuessAnyFile() {
+    wxString path;
+    if (!AskForFile(&path)) return;
+    if (Guess(path) == GuessDialog_cls::Use) OpenWindow(); // to see it, and to go on from there
+}
+
+int DataLoaderGUI_cls::Guess(wxString path) {
     GrammerBase_cls present("DataLoad");
     present.mCItemDataType.mValue = mpCLoader->mCItemDataType.mValue;
     CopyListsTo(&present);
     for (;;) {
-        GuessDialog_cls dialog(this, path, *this, present);
-        const int answer = dialog.Ask();
-        if (answer == wxID_OK) {
-            dialog.CopyTo(mpCLoader);
-            UpdateValues();
-        }
-        if (answer != wxID_OPEN || !AskForFile(&path)) return;
+        GuessDialog_cls dialog(IsShown() ? this : GetParent(), path, *this, present,
+                               mpCLoader->mCItemScale.mValue);
+        const auto answer = dialog.Ask();
+        if (answer == GuessDialog_cls::OtherFile && AskForFile(&path)) continue;
+        const bool bOpen = answer == GuessDialog_cls::UseAndOpen;
+        if (!bOpen && answer != GuessDialog_cls::Use) return GuessDialog_cls::Cancel;
+        const UndoBlock_cls block;
+        dialog.Apply(mpCLoader);
+        UpdateValues();
+        UpdateList(mpCListHead, mpCLoader->mCItemHead); // also where only the lists had been edited
+        UpdateList(mpCListBody, mpCLoader->mCItemBody);
+        if (bOpen && OpenWithCheck(path)) CloseEXKey();
+        return answer;
     }
 }
 

@@ -24,6 +24,8 @@ public:
     void OnBtnOpenFile();
     void OnBtnDefault();
     void OnBtnGuess();
+    /// Ask for a file and guess at it, also while the dialog is hidden.
+    void GuessAnyFile();
     void OnBtnPeriodic();
 
 protected:
@@ -36,6 +38,8 @@ private:
     void MakePeriodic(wxSizer* pSizer);
     bool CheckLists() const;
     bool AskForFile(wxString* pPath);
+    /// Show what the program makes of a file or another one; the answer (GuessDialog_cls::Answer).
+    int Guess(wxString path);
 
     DataLoader_cls* mpCLoader;
     MultiInputPanel_cls* mpCPanel = nullptr;
