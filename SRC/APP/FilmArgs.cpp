@@ -85,6 +85,11 @@ wxString ReadVideo(const wxString& text, FilmArgs_st* pArgs) {
     return "--video: " + Quote(text) + " has no ending of a video; there are " + GetVideoEndings();
 }
 
+wxString ReadDamaged(const wxString& text, FilmArgs_st* pArgs) {
+    pArgs->mbDamagedOk = text == "ok";
+    return pArgs->mbDamagedOk ? wxString() : "--damaged: there is only \"ok\"";
+}
+
 wxString ReadRate(const wxString& text, FilmArgs_st* pArgs) {
     pArgs->mRate = text;
     if (IsVideoRate(text)) return wxString();
@@ -124,6 +129,7 @@ const std::map<wxString, Option_st>& Options() {
         {"--video", {true, ReadVideo}},
         {"--fps", {true, ReadRate}},
         {"--export-data", Text<&FilmArgs_st::mExport>()},
+        {"--damaged", {true, ReadDamaged}},
         {"--quiet", Flag<&FilmArgs_st::mbQuiet>()},
         {"--timing", Flag<&FilmArgs_st::mbTiming>()},
         {"--help", Flag<&FilmArgs_st::mbHelp>()},
@@ -286,6 +292,7 @@ isn't asked. Each step counts one.
   --export-data NAME
                    write the particles of each frame too, in the layout of the project's "Export Particle
                    Data", with %04d where the number goes
+  --damaged ok     frames of damaged data (a file that is cut off, lines without numbers) are no failure
   --quiet          say nothing but what went wrong
   --help, --version
 
@@ -293,8 +300,10 @@ What the window would ask before a film is settled: items such as cameras and th
 stepping, downsizing and the view's camera stay as the project has them. Where DISPLAY is not set, or leads
 nowhere, a virtual display is started (the package xvfb). Ctrl-C ends the film; written pictures stay.
 
-Ends with 0: every picture is written; 1: the project, its data or a display can't be opened; 2: wrong
-arguments; 3: some pictures failed, each named on stderr; stopped by a signal: as the shell expects, 130 for
-Ctrl-C.
+Ends with 0: every picture is written, of whole data; 1: the project, its data or a display can't be opened;
+2: wrong arguments; 3: some pictures failed, each named on stderr with its reason, or the data in some were
+damaged (these are written; what is damaged is told once a file, the frames are named at the end, and pictures
+that --resume keeps aren't looked at again), or the film ended early; stopped by a signal: as the shell
+expects, 130 for Ctrl-C.
 )";
 }

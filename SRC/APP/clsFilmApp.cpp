@@ -12,6 +12,7 @@
 #include <wx/log.h>
 
 #include "APP/AppSetup.h"
+#include "APP/FilmGuard.h"
 #include "APP/FilmProgress.h"
 #include "APP/FilmStop.h"
 #include "APP/clsFilmMaker.h"
@@ -97,21 +98,10 @@ void FilmApp_cls::OnAssertFailure(const wxChar* file, int line, const wxChar* fu
                  .utf8_string());
 }
 
-int RunMorentisFilm(int argc, char** argv) {
-    std::setlocale(LC_CTYPE, "");
-    std::vector<wxString> words;
-    for (int i = 1; i < argc; ++i)
-        words.push_back(ToText(argv[i]));
-    FilmArgs_st args;
-    const wxString error = ParseFilmArgs(words, &args);
-    if (!error.empty()) {
-        Complain(error.utf8_string() + " (--help tells all options)");
-        return int(FilmStatus::WrongArguments);
-    }
-    if (args.mbHelp || args.mbVersion) {
-        std::fputs(args.mbHelp ? GetFilmHelp().utf8_str() : "morentis-film 0.80\n", stdout);
-        return 0;
-    }
+namespace {
+
+/// In the guarded process; it ends here.
+int MakeFilm(const FilmArgs_st& args, char** argv) {
     WatchFilmStop();
     SetQuietToolkit();
     VirtualDisplay_cls display;
@@ -120,6 +110,7 @@ int RunMorentisFilm(int argc, char** argv) {
         EndAsStopped(); // what lacks then is of no interest
         if (!missing.empty()) {
             Complain("there is no display, and no virtual one can be started: " + missing);
+            TellGuard(GuardWord::Ended);
             return int(FilmStatus::NotOpened);
         }
     }
@@ -137,5 +128,26 @@ int RunMorentisFilm(int argc, char** argv) {
     EndAsStopped();
     // The toolkit would say goodbye to a display that is gone.
     std::fflush(nullptr);
+    TellGuard(GuardWord::Ended);
     std::_Exit(status);
+}
+
+} // namespace
+
+int RunMorentisFilm(int argc, char** argv) {
+    std::setlocale(LC_CTYPE, "");
+    std::vector<wxString> words;
+    for (int i = 1; i < argc; ++i)
+        words.push_back(ToText(argv[i]));
+    FilmArgs_st args;
+    const wxString error = ParseFilmArgs(words, &args);
+    if (!error.empty()) {
+        Complain(error.utf8_string() + " (--help tells all options)");
+        return int(FilmStatus::WrongArguments);
+    }
+    if (args.mbHelp || args.mbVersion) {
+        std::fputs(args.mbHelp ? GetFilmHelp().utf8_str() : "morentis-film 0.80\n", stdout);
+        return 0;
+    }
+    return RunGuarded([&args, argv] { return MakeFilm(args, argv); });
 }

@@ -2,15 +2,19 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <new>
 
 #include <wx/filename.h>
 
+#include "APP/FilmGuard.h"
 #include "APP/FilmProgress.h"
 #include "APP/FilmStop.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
+#include "COMMON/PictureFault.h"
+#include "GL/BASE/clsGLState.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "IMAGE/ImageCheck.h"
@@ -18,40 +22,14 @@
 #include "IMAGE/clsImageIO.h"
 #include "IMAGE/clsImgSequence.h"
 #include "IMAGE/clsVideoMaker.h"
-#include "PDATA/clsDataExporter.h"
-#include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
-#include "PDATA/clsPDataSnap.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/Realize.h"
 
 namespace {
 
 constexpr int kLinked = 7; // display mode of a view that looks through the camera path
-constexpr int kReadyTries = 10;
-constexpr int kUnusable = 2; // of a snapshot's file
-
-/// Adds the time of its scope.
-class MillisScope_cls {
-public:
-    MillisScope_cls(const wxStopWatch& watch, long* pSum)
-        : mWatch(watch), mpSum(pSum), mStart(watch.Time()) {}
-    ~MillisScope_cls() { *mpSum += mWatch.Time() - mStart; }
-    MillisScope_cls(const MillisScope_cls&) = delete;
-    MillisScope_cls& operator=(const MillisScope_cls&) = delete;
-
-private:
-    const wxStopWatch& mWatch;
-    long* mpSum;
-    long mStart;
-};
-
-bool IsAnyThreadBusy() {
-    const bool bReader = GpCThreadReader.load() && !GbThreadReaderFinished.load(std::memory_order_acquire);
-    return bReader ||
-           (GpCThreadInterpolate.load() && !GbThreadInterpolateFinished.load(std::memory_order_acquire));
-}
 
 } // namespace
 
@@ -171,6 +149,7 @@ void FilmMaker_cls::NoteOddities() const {
 }
 
 void FilmMaker_cls::MakeFrames() {
+    TellGuard(GuardWord::Begun);
     mWatch.Start();
     mpCProgress->Begin(int(mFilm.size()));
     for (size_t i = 0; i < mFilm.size() && !IsFilmStopped(); ++i)
@@ -186,6 +165,7 @@ void FilmMaker_cls::MakeFrames() {
     if (IsFilmStopped()) text += ", stopped";
     mpCProgress->Say(text.utf8_string());
     if (mFailures > 0) mStatus = FilmStatus::SomeFailed;
+    TellDamage();
 }
 
 void FilmMaker_cls::MakeFrame(size_t i) {
@@ -198,7 +178,11 @@ void FilmMaker_cls::MakeFrame(size_t i) {
         mpCProgress->Count(false);
         return;
     }
-    if (!DrawFrame(i, path)) return; // stopped
+    try {
+        if (!DrawFrame(i, path)) return; // stopped
+    } catch (const std::bad_alloc&) {
+        FailFrame(path, "memory is too short for it");
+    }
     DropBehind(i);
     mpCProgress->Count(true);
     TakeFailures();
@@ -210,8 +194,10 @@ bool FilmMaker_cls::DrawFrame(size_t i, const wxString& path) {
     mMFrameOfPath[data] = mFilm[i].mFrame;
     mpCTime->SetInterpStepNative(mFilm[i].mStep, 0);
     mpCTime->SetFrameNative(mFilm[i].mFrame, 0);
-    mpCMain->mpCPDataSeqCtrl->CleanUpMemory(mFilm[i].mFrame, mpCTime->GetAnimStep());
+    mpCFrame->TellPresent();
+    mpCMain->mpCPDataSeqCtrl->CleanUpMemory(mpCTime->GetRemappedIndex(-1), mpCTime->GetAnimStep());
     const ImgSequence_cls* sequence = mpCMain->mpCImgSequence;
+    TakePictureFault(); // another frame's
     mpCCanvas->RequestImage(
         [this, path](const ImageBuffers_st& buffers, wxSize size) { Save(buffers, size, path); },
         wxSize(sequence->mOutW, sequence->mOutH), mArgs.mbTransparent);
@@ -220,93 +206,42 @@ bool FilmMaker_cls::DrawFrame(size_t i, const wxString& path) {
     for (int step = 0; step < steps; ++step) {
         blur.mBlurStep = blur.mbBlur ? step : 0;
         WaitForData();
-        const wxString unreadable = FindUnreadable();
-        if (!unreadable.empty()) {
-            FailFrame(path, unreadable);
+        if (IsFilmStopped()) return false;
+        const wxString missing = FindMissing();
+        if (!missing.empty()) {
+            FailFrame(path, missing);
             return true;
         }
-        if (IsFilmStopped()) return false;
+        NoteDamage(mFilm[i].mFrame);
         if (step == 0 && !data.empty()) ExportFrame(data);
         ReadAhead(i);
-        const MillisScope_cls time(mWatch, &mDrawMillis);
-        if (mpCCanvas->DrawImage()) continue;
-        FailFrame(path, "it can't be drawn");
+        const wxString fault = DrawStep();
+        if (fault.empty()) continue;
+        FailFrame(path, fault);
         return true;
     }
     return !IsFilmStopped();
 }
 
-// Do frames of this film move particles between snapshots? Velocities in memory become slopes by that: what
-// is exported must not depend on which frames were made before.
-bool FilmMaker_cls::NeedsSlopes() const {
-    return mpCTime->GetAnimInterp() > 1 || mpCTime->mCMotionBlur.mbBlur || mpCTime->mbUseTimeRemap.mValue;
-}
-
-void FilmMaker_cls::ExportFrame(const wxString& path) {
-    const PDataSequence_cls* sequence = mpCFrame->GetPCActiveFileSequence();
-    const double index = mpCTime->GetRemappedIndexDouble(-1, -1);
-    const int whole = int(index);
-    if (NeedsSlopes()) mpCMain->mpCPDataSeqCtrl->PrepareIndex(whole, index - whole, true, true);
-    PDataSnap_cls::WaitInterpolator();
-    const double step = mpCTime->GetRemappedIndex(-1) - whole + mpCTime->GetRemappedInterpStepDouble(-1, -1);
-    const double dt = sequence->GetDT(whole, step);
-    const int downSizing = mpCMain->mpCDrawOption->GetDownSizing();
-    wxString reason;
-    if (!mpCMain->mpCDataExporter->ExportFile(path, *sequence->GetPCBlock(whole), dt, downSizing, &reason))
-        FailFrame(path, reason, false);
+/// What is wrong with the picture that comes of it; empty: nothing.
+wxString FilmMaker_cls::DrawStep() {
+    const MillisScope_cls time(mWatch, &mDrawMillis);
+    const bool bDrawn = mpCCanvas->DrawImage();
+    const wxString fault = TakePictureFault();
+    if (!fault.empty() || IsFilmStopped()) return fault;
+    return bDrawn ? FindMissing() : wxString("it can't be drawn");
 }
 
 // Of the picture that a paint has finished. What a stop has cut short is no picture.
 void FilmMaker_cls::Save(const ImageBuffers_st& buffers, wxSize size, const wxString& path) {
-    if (IsFilmStopped()) return;
+    if (HasGLRunOutOfMemory()) TellPictureFault("memory is too short for OpenGL");
+    if (IsFilmStopped() || HasPictureFault()) return;
     {
         const MillisScope_cls time(mWatch, &mFileMillis);
         GCImgIO.Finish();
     }
     mVDone.push_back(path);
     GCImgIO.SaveImageFromTexture(buffers, size.x, size.y, path, false);
-}
-
-void FilmMaker_cls::WaitForData() {
-    const MillisScope_cls time(mWatch, &mDataMillis);
-    for (int tries = 0; tries < kReadyTries && !mpCFrame->IsTheFrameReady(-1) && !IsFilmStopped(); ++tries)
-        mpCFrame->PrepareTheFrame(-1);
-}
-
-// The paint reads ahead whole frames in the order of playing; the film knows which steps come.
-void FilmMaker_cls::ReadAhead(size_t i) {
-    PDataSeqCtrl_cls* store = mpCMain->mpCPDataSeqCtrl;
-    const bool bForce = mpCTime->IsForceInterpolation();
-    for (size_t k = i + 1; k < mFilm.size() && k <= i + size_t(mpCTime->GetPrefetch()); ++k) {
-        if (IsAnyThreadBusy()) return;
-        const double index = mpCTime->GetRemappedIndexDouble(mFilm[k].mFrame, mFilm[k].mStep);
-        const int whole = int(index);
-        if (!store->IsTheIndexReady(whole, index - whole, bForce))
-            store->PrepareIndex(whole, index - whole, bForce, false);
-    }
-}
-
-// A film doesn't come back: what lies behind gives its memory to what comes, which is faster than fresh
-// memory and leaves room for other films on the same machine.
-void FilmMaker_cls::DropBehind(size_t i) {
-    if (i + 1 >= mFilm.size() || mpCTime->mbUseTimeRemap.mValue) return;
-    const PDataSequence_cls* sequence = mpCFrame->GetPCActiveFileSequence();
-    const int end = std::min(mFilm[i + 1].mFrame, sequence->GetSeqLength() - 1);
-    for (int snapshot = mFilm[i].mFrame; snapshot < end; ++snapshot)
-        if (sequence->IsTheIndexLoaded(snapshot)) sequence->mpCSnap[snapshot]->ReleaseData();
-}
-
-/// The snapshots that this moment is made of, where one can't be read.
-wxString FilmMaker_cls::FindUnreadable() const {
-    const PDataSequence_cls* sequence = mpCFrame->GetPCActiveFileSequence();
-    const double index = mpCTime->GetRemappedIndexDouble(-1, -1);
-    const int first = int(index);
-    const bool bMoves = index > first || mpCTime->IsForceInterpolation();
-    const int last = bMoves ? first + 1 : first;
-    for (int snapshot = first; snapshot <= last && mpCCanvas->mShowData.mValue; ++snapshot)
-        if (sequence->GetFilenameStatus(snapshot) == kUnusable)
-            return sequence->GetFilename(snapshot) + " can't be read";
-    return wxString();
 }
 
 void FilmMaker_cls::TakeFailures() {
@@ -317,7 +252,9 @@ void FilmMaker_cls::TakeFailures() {
 void FilmMaker_cls::FailFrame(const wxString& path, const wxString& reason, bool bPicture) {
     ++mFailures;
     if (bPicture) ++mLostPictures;
-    Complain(wxString::Format("frame %d, %s: %s", mMFrameOfPath[path], path, reason));
+    wxString line = reason;
+    line.Replace("\n", " ");
+    Complain(wxString::Format("frame %d, %s: %s", mMFrameOfPath[path], path, line));
 }
 
 void FilmMaker_cls::MakeVideo() {

@@ -3,7 +3,9 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <wx/gdicmn.h>
@@ -20,6 +22,21 @@ class Main_cls;
 class MainGLCanvas_cls;
 class TimeCtrl_cls;
 struct ImageBuffers_st;
+
+/// Adds the time of its scope.
+class MillisScope_cls {
+public:
+    MillisScope_cls(const wxStopWatch& watch, long* pSum)
+        : mWatch(watch), mpSum(pSum), mStart(watch.Time()) {}
+    ~MillisScope_cls() { *mpSum += mWatch.Time() - mStart; }
+    MillisScope_cls(const MillisScope_cls&) = delete;
+    MillisScope_cls& operator=(const MillisScope_cls&) = delete;
+
+private:
+    const wxStopWatch& mWatch;
+    long* mpSum;
+    long mStart;
+};
 
 class FilmMaker_cls {
 public:
@@ -48,7 +65,11 @@ private:
     void ReadAhead(size_t i);
     void DropBehind(size_t i);
     void Save(const ImageBuffers_st& buffers, wxSize size, const wxString& path);
-    wxString FindUnreadable() const;
+    wxString FindMissing() const;
+    std::pair<int, int> GetSnapshots() const;
+    void NoteDamage(int frame);
+    void TellDamage();
+    wxString DrawStep();
     void TakeFailures();
     void FailFrame(const wxString& path, const wxString& reason, bool bPicture = true);
     void MakeVideo();
@@ -67,6 +88,8 @@ private:
     std::vector<FilmFrame_st> mFilm;
     std::vector<wxString> mVDone;          ///< pictures that stand there, in their order
     std::map<wxString, int> mMFrameOfPath; ///< of the files under way
+    std::set<wxString> mSDamagedFiles;     ///< told already
+    std::set<int> mSDamagedFrames;
     int mFailures = 0;
     int mLostPictures = 0; ///< of the failures
 

@@ -57,6 +57,8 @@ public:
     bool IsTheFrameReady(int frame) const;
     bool IsTheFrameLoaded(int frame) const;
     void PrepareTheFrame(int frame);
+    /// To the store: which snapshots the clock shows now.
+    void TellPresent() const;
     /// Start the nearest frame ahead, in play direction, that isn't ready; at most one a call.
     void PrepareFramesAhead(int count);
 

@@ -46,6 +46,9 @@ public:
     double GetDT(int index, double step) const;
     bool IsTheIndexLoaded(int index) const;
     const PDataBlock_cls* GetPCBlock(int index) const; ///< its arrays stand only while the index is loaded
+    PDataSnap_cls* GetSnap(int index) const;           ///< past the end: the last one
+    /// Does a moment `frac` behind a snapshot, or a colour, take slopes towards the next one?
+    bool NeedsSlopes(double frac, bool bForce) const;
     bool IsTheIndexReady(int index, double frac, bool bForce);
     void PrepareIndex(int index, double frac, bool bForce, bool bWait);
     void SetSnipping(int index);
@@ -79,7 +82,6 @@ public:
 
 private:
     wxString GetPathForProject() const;
-    PDataSnap_cls* GetSnap(int index) const;
     wxString FindPath(const wxString& path);
     void SetIndividualFilenames();
 

@@ -13,6 +13,7 @@
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSequence.h"
 
+const PDataSnap_cls* PDataSnap_cls::mspCDrawn = nullptr;
 PDataSnap_cls* PDataSnap_cls::mspCOnBehalf = nullptr;
 
 namespace {
@@ -75,6 +76,7 @@ void PDataSnap_cls::LookForFile() {
 
 void PDataSnap_cls::SetUnusable(const wxString& text) {
     mFileStatus = 2;
+    mStrProblem = text;
     Notice(mpCSequence->GetStrPath(), text);
 }
 

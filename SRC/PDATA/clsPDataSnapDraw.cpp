@@ -1,14 +1,20 @@
 // From a snapshot to the draw calls: keeps the one draw-time snapshot and picks the way of drawing.
 #include <cmath>
 #include <cstdio>
+#include <new>
+
+#include <wx/intl.h>
 
 #include "COMMON/Globals.h"
+#include "COMMON/MsgBox.h"
+#include "COMMON/PictureFault.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLDrawData.h"
 #include "PDATA/SnapshotWriter.h"
 #include "PDATA/clsDataExporter.h"
 #include "PDATA/clsPDataBlock.h"
+#include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
 #include "PDATA/clsPDataSnap.h"
 #include "PDATA/clsSnapData.h"
@@ -76,6 +82,35 @@ void Dispatch(int face, GLDrawData_cls* pDraw, GLAttribute_cls** ppAttribute) {
     }
 }
 
+// Lists and batches take memory of their own. All is made before anything of a list is drawn, but batches
+// grow while they are: then some particles are drawn twice, which a second try may show; the picture counts
+// as faulty only where there is no room for the first one.
+void DispatchInMemory(int face, GLDrawData_cls* pDraw, GLAttribute_cls** ppAttribute) {
+    for (;;) {
+        try {
+            Dispatch(face, pDraw, ppAttribute);
+            return;
+        } catch (const std::bad_alloc&) {
+            if (PDataSeqCtrl_cls::ReleaseForAllocation()) continue;
+            const wxString text =
+                _("Memory is too short to draw this snapshot. Lower \"Memory Limit(MB)\" or "
+                  "close other programs.");
+            TellPictureFault(text);
+            Notice("SnapData", text);
+            return;
+        }
+    }
+}
+
+/// No memory is taken from what is drawn.
+class DrawnScope_cls {
+public:
+    explicit DrawnScope_cls(const PDataSnap_cls* pSnap) { PDataSnap_cls::mspCDrawn = pSnap; }
+    ~DrawnScope_cls() { PDataSnap_cls::mspCDrawn = nullptr; }
+    DrawnScope_cls(const DrawnScope_cls&) = delete;
+    DrawnScope_cls& operator=(const DrawnScope_cls&) = delete;
+};
+
 } // namespace
 
 void PDataSnap_cls::GLDrawData(int face, GLDrawData_cls* pDraw, GLAttribute_cls** ppAttribute, double dt) {
@@ -85,13 +120,14 @@ void PDataSnap_cls::GLDrawData(int face, GLDrawData_cls* pDraw, GLAttribute_cls*
     if (bSlopes && mpCBlock->IsUnderInterpolation()) WaitInterpolator();
     GbAbort.store(false);
     GDrawingPercentage.store(0);
+    const DrawnScope_cls drawn(this);
     const int step = ppAttribute[0]->mpCDrawOption->GetDownSizing();
     const bool bAlphaChanged = TakeAlphaSettings(ppAttribute);
     const SnapData_cls* pSnap = GLDrawData_cls::mspCSnapShot;
     if (!pSnap || !pSnap->IsItSameSnap(mpCBlock, dt, step) || bAlphaChanged)
         MakeSnapshot(mpCBlock, ppAttribute, dt, step);
     // Memory for it may have been short.
-    if (GLDrawData_cls::mspCSnapShot->mbAllocated) Dispatch(face, pDraw, ppAttribute);
+    if (GLDrawData_cls::mspCSnapShot->mbAllocated) DispatchInMemory(face, pDraw, ppAttribute);
     GDrawingPercentage.store(100);
 }
 

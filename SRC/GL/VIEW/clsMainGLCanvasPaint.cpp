@@ -137,6 +137,7 @@ MainGLCanvas_cls::DataState MainGLCanvas_cls::WaitForFrame() {
         mWaitStep = time.GetInterpStep();
         mCWaitWatch.Start();
     }
+    mpCFrame->TellPresent();
     const double index = time.GetRemappedIndexDouble(-1, -1);
     const int whole = static_cast<int>(index);
     for (int tries = 0; tries < kReadyTries && !mpCFrame->IsTheFrameReady(-1); ++tries) {
