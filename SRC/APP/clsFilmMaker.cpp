@@ -131,7 +131,8 @@ void FilmMaker_cls::TakeBlur() {
         blur.mShutter = mArgs.mBlurLength;
         blur.mBlurSteps = mArgs.mBlurSteps;
     }
-    blur.mbBlur = mArgs.mbBlur || mpCTime->mbUseMotionBlur.mValue;
+    // Open for no time, it is the plain picture.
+    blur.mbBlur = (mArgs.mbBlur || mpCTime->mbUseMotionBlur.mValue) && blur.mShutter > 0.0f;
 }
 
 // What the window would ask about.
@@ -143,9 +144,15 @@ void FilmMaker_cls::NoteOddities() const {
     const int downSizing = mpCMain->mpCDrawOption->mDownSizing.mValue;
     if (downSizing != 1) Note(wxString::Format("particles are downsized: one of %d is drawn", downSizing));
     const int snapshots = mpCFrame->GetPCActiveFileSequence()->GetSeqLength();
-    if (!mpCTime->mbUseTimeRemap.mValue && mpCTime->GetMaxFrame() >= snapshots)
-        Note(wxString::Format("there are %d snapshots; frames from %d on show the last one", snapshots,
-                              snapshots));
+    const auto pastData = std::find_if(mFilm.begin(), mFilm.end(), [&](const FilmFrame_st& frame) {
+        return mpCTime->GetRemappedIndexDouble(frame.mFrame, frame.mStep) > double(snapshots - 1);
+    });
+    // Nobody asked for these: told whatever is to be said.
+    if (pastData != mFilm.end())
+        Complain(wxString::Format("note: there are %d snapshots; frames from %d on show the last one",
+                                  snapshots, pastData->mFrame + (pastData->mStep > 0 ? 1 : 0)));
+    const wxString early = mArgs.mbFrames ? wxString() : GetEarlyEnd(*mpCTime, mFilm, nullptr);
+    if (!early.empty()) Complain("note: " + early);
 }
 
 void FilmMaker_cls::MakeFrames() {

@@ -7,6 +7,7 @@
 #include <wx/dataobj.h>
 #include <wx/image.h>
 
+#include "APP/FilmFrames.h"
 #include "APP/clsMain.h"
 #include "APP/clsSeriesVideo.h"
 #include "COMMON/EventIds.h"
@@ -104,6 +105,11 @@ void FrameMain_cls::AskBeforeSequence(MainGLCanvas_cls* pCanvas) {
         time->SetAnimStepCommand(1);
         PostMenuEvent(ID_REFRESH_TL);
     }
+    wxString error;
+    int begin = 0;
+    const wxString early = GetEarlyEnd(*time, ListFilm(*time, &error), &begin);
+    if (!early.empty() && !mpCMain->mpCImgSequence->IsSnap() && AskSequence(early))
+        time->SetWAMinCommand(begin);
     ConfItemINT_cls& downSizing = mpCMain->mpCDrawOption->mDownSizing;
     if (downSizing.mValue != 1 && AskSequence(_("Partiecles are downsized.\nShow full particles?"))) {
         downSizing.mValue = 1;
