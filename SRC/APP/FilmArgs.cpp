@@ -15,6 +15,8 @@
 namespace {
 
 constexpr int kMaxFrame = 1000000000;
+constexpr int kMaxMemoryMB = 100000000;
+constexpr int kMaxThreads = 64;
 
 wxString Quote(const wxString& text) { return "\"" + text + "\""; }
 
@@ -85,6 +87,16 @@ wxString ReadVideo(const wxString& text, FilmArgs_st* pArgs) {
     return "--video: " + Quote(text) + " has no ending of a video; there are " + GetVideoEndings();
 }
 
+wxString ReadMemory(const wxString& text, FilmArgs_st* pArgs) {
+    if (ReadInt(text, 1, kMaxMemoryMB, &pArgs->mMemoryMB)) return wxString();
+    return wxString::Format("--memory: %s is no limit; give 1 to %d MB", Quote(text), kMaxMemoryMB);
+}
+
+wxString ReadThreads(const wxString& text, FilmArgs_st* pArgs) {
+    if (ReadInt(text, 1, kMaxThreads, &pArgs->mThreads)) return wxString();
+    return wxString::Format("--threads: %s is no number of threads; give 1 to %d", Quote(text), kMaxThreads);
+}
+
 wxString ReadDamaged(const wxString& text, FilmArgs_st* pArgs) {
     pArgs->mbDamagedOk = text == "ok";
     return pArgs->mbDamagedOk ? wxString() : "--damaged: there is only \"ok\"";
@@ -130,6 +142,8 @@ const std::map<wxString, Option_st>& Options() {
         {"--fps", {true, ReadRate}},
         {"--export-data", Text<&FilmArgs_st::mExport>()},
         {"--damaged", {true, ReadDamaged}},
+        {"--memory", {true, ReadMemory}},
+        {"--threads", {true, ReadThreads}},
         {"--quiet", Flag<&FilmArgs_st::mbQuiet>()},
         {"--timing", Flag<&FilmArgs_st::mbTiming>()},
         {"--help", Flag<&FilmArgs_st::mbHelp>()},
@@ -296,8 +310,11 @@ isn't asked. Each step counts one.
   --quiet          say nothing but what went wrong
   --help, --version
 
+  --memory MB      limit of the snapshots that are kept in memory, 768 without it
+  --threads N      that read a text file, 4 without it
 What the window would ask before a film is settled: items such as cameras and the anchor's cross are hidden,
-stepping, downsizing and the view's camera stay as the project has them. Where DISPLAY is not set, or leads
+stepping, downsizing and the view's camera stay as the project has them. What the project doesn't say has the
+program's default: the window's settings on this machine have no part in it. Where DISPLAY is not set, or leads
 nowhere, a virtual display is started (the package xvfb). Ctrl-C ends the film; written pictures stay.
 
 Ends with 0: every picture is written, of whole data; 1: the project, its data or a display can't be opened;

@@ -35,6 +35,8 @@ struct FilmArgs_st {
     wxString mExport;         ///< name of data files with a number field; empty: none
     bool mbDamagedOk = false; ///< damaged data are no failure
     bool mbQuiet = false;
+    int mMemoryMB = 0;        ///< limit of the snapshots in memory; 0: the default
+    int mThreads = 0;         ///< that read a text file; 0: the default
     bool mbTiming = false;
 };
 

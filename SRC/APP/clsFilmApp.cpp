@@ -20,9 +20,11 @@
 #include "APP/clsMain.h"
 #include "APP/clsVirtualDisplay.h"
 #include "COMMON/MsgBox.h"
+#include "COMMON/Globals.h"
 #include "IMAGE/clsImageIO.h"
 
 namespace {
+#include "PDATA/clsPDataSeqCtrl.h"
 
 void Complain(const std::string& text) { std::fprintf(stderr, "morentis-film: %s\n", text.c_str()); }
 
@@ -65,7 +67,10 @@ bool FilmApp_cls::OnInit() {
     SetMessageHandler([this](MessageKind kind, const wxString& text, const wxString&) {
         return TellOnStderr(mpCProgress, kind, text);
     });
-    mpCMain = new Main_cls;
+    // A film is the same on every machine: the window's configure file has no part in it.
+    mpCMain = new Main_cls(false);
+    if (mArgs.mMemoryMB > 0) mpCMain->mpCPDataSeqCtrl->mLimitMB = mArgs.mMemoryMB;
+    if (mArgs.mThreads > 0) GThreadNumberReadAscii.store(mArgs.mThreads);
     return true;
 }
 
