@@ -32,11 +32,12 @@ struct FilmArgs_st {
     bool mbResume = false;
     wxString mVideo;          ///< empty: none
     wxString mRate;           ///< pictures a second, "25" or "30000/1001"; empty: the project's
+    wxString mWriteProject;   ///< file for the whole project; empty: a film is made
     wxString mExport;         ///< name of data files with a number field; empty: none
     bool mbDamagedOk = false; ///< damaged data are no failure
-    bool mbQuiet = false;
     int mMemoryMB = 0;        ///< limit of the snapshots in memory; 0: the default
     int mThreads = 0;         ///< that read a text file; 0: the default
+    bool mbQuiet = false;
     bool mbTiming = false;
 };
 

@@ -9,11 +9,13 @@
 #include "APP/FilmGuard.h"
 #include "APP/FilmProgress.h"
 #include "APP/FilmStop.h"
+#include "APP/FilmTargets.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
 #include "COMMON/PictureFault.h"
+#include "COMMON/clsSplitPath.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
@@ -40,7 +42,12 @@ FilmMaker_cls::FilmMaker_cls(Main_cls* pMain, const FilmArgs_st& args, FilmProgr
 FilmStatus FilmMaker_cls::Run() {
     // A stop is told by the caller.
     if (IsFilmStopped() || !Open() || IsFilmStopped()) return mStatus;
-    if (!TakeView() || !TakeOutput() || !TakeFrames()) return mStatus;
+    if (!mArgs.mWriteProject.empty()) {
+        if (!mpCMain->SaveProjectFile(mArgs.mWriteProject, true))
+            Fail(FilmStatus::WrongArguments, "--write-project: " + mArgs.mWriteProject + " can't be written");
+        return mStatus;
+    }
+    if (!TakeView() || !TakeFrames() || !TakeOutput() || !TakeTargets()) return mStatus;
     TakeBlur();
     NoteOddities();
     MakeFrames();
@@ -98,10 +105,6 @@ bool FilmMaker_cls::TakeOutput() {
     if (!error.empty()) return Fail(FilmStatus::WrongArguments, error);
     mNames.Set(output);
     mDataNames.Set(mArgs.mExport);
-    for (const wxString& file : {output, mArgs.mExport, mArgs.mVideo}) {
-        const wxString nowhere = MakeFilmFolder(file);
-        if (!nowhere.empty()) return Fail(FilmStatus::WrongArguments, nowhere);
-    }
     if (mArgs.mW > 0) {
         sequence->mOutW = mArgs.mW;
         sequence->mOutH = mArgs.mH;
@@ -109,6 +112,34 @@ bool FilmMaker_cls::TakeOutput() {
     if (mArgs.mRate.empty()) mArgs.mRate = MakeVideoRate(sequence->mVideoRate);
     GCImgIO.mbQuiet = true;
     GCImgIO.mbSmallestPNG = sequence->mbSmallestPNG;
+    return true;
+}
+
+// Nothing is written before all of this is settled.
+bool FilmMaker_cls::TakeTargets() {
+    const PDataSequence_cls* sequence = mpCFrame->GetPCActiveFileSequence();
+    std::vector<wxString> inputs = {mArgs.mProject};
+    for (int i = 0; i < std::min(sequence->GetSeqLength(), PDataSequence_cls::kMaxSnap); ++i)
+        inputs.push_back(sequence->GetFilename(i));
+    std::vector<FilmTarget_st> targets;
+    size_t missing = 0;
+    for (const FilmFrame_st& frame : mFilm) {
+        targets.push_back({"--output", GetFilmName(mNames, frame.mNumber)});
+        missing += !mArgs.mbResume || !wxFileName::FileExists(targets.back().mPath) ? 1 : 0;
+        if (!mArgs.mExport.empty())
+            targets.push_back({"--export-data", GetFilmName(mDataNames, frame.mNumber)});
+    }
+    const wxString first = targets.front().mPath;
+    if (!mArgs.mVideo.empty()) targets.push_back({"--video", mArgs.mVideo});
+    wxString error = CheckFilmTargets(inputs, targets);
+    if (error.empty()) error = MakeFilmFolders(targets);
+    const ImgSequence_cls* size = mpCMain->mpCImgSequence;
+    const wxString ending = SplitPath_cls(mNames.mStrPath).mStrExt.Mid(1);
+    if (error.empty())
+        error = CheckFilmSpace(
+            first, EstimateFilmBytes(ending, size->mOutW, size->mOutH, missing, mArgs.mbTransparent));
+    if (!error.empty()) return Fail(FilmStatus::WrongArguments, error);
+    RemoveFilmLeftovers(targets);
     return true;
 }
 
@@ -176,8 +207,8 @@ void FilmMaker_cls::MakeFrames() {
 }
 
 void FilmMaker_cls::MakeFrame(size_t i) {
-    const wxString path = mNames.GetModifiedStr(mFilm[i].mNumber, 0);
-    const wxString data = mArgs.mExport.empty() ? wxString() : mDataNames.GetModifiedStr(mFilm[i].mNumber, 0);
+    const wxString path = GetFilmName(mNames, mFilm[i].mNumber);
+    const wxString data = mArgs.mExport.empty() ? wxString() : GetFilmName(mDataNames, mFilm[i].mNumber);
     const ImgSequence_cls* sequence = mpCMain->mpCImgSequence;
     if (mArgs.mbResume && (data.empty() || wxFileName::FileExists(data)) &&
         IsWholeImage(path, sequence->mOutW, sequence->mOutH, mArgs.mbTransparent)) {
@@ -185,8 +216,10 @@ void FilmMaker_cls::MakeFrame(size_t i) {
         mpCProgress->Count(false);
         return;
     }
+    const size_t done = mVDone.size();
     try {
-        if (!DrawFrame(i, path)) return; // stopped
+        // Stopped; what was whole by then counts.
+        if (!DrawFrame(i, path) && mVDone.size() == done) return;
     } catch (const std::bad_alloc&) {
         FailFrame(path, "memory is too short for it");
     }
@@ -196,9 +229,8 @@ void FilmMaker_cls::MakeFrame(size_t i) {
 }
 
 bool FilmMaker_cls::DrawFrame(size_t i, const wxString& path) {
-    mMFrameOfPath[path] = mFilm[i].mFrame;
-    const wxString data = mArgs.mExport.empty() ? wxString() : mDataNames.GetModifiedStr(mFilm[i].mNumber, 0);
-    mMFrameOfPath[data] = mFilm[i].mFrame;
+    const wxString data = mArgs.mExport.empty() ? wxString() : GetFilmName(mDataNames, mFilm[i].mNumber);
+    mMFrameOfPath[path] = mMFrameOfPath[data] = i;
     mpCTime->SetInterpStepNative(mFilm[i].mStep, 0);
     mpCTime->SetFrameNative(mFilm[i].mFrame, 0);
     mpCFrame->TellPresent();
@@ -261,7 +293,9 @@ void FilmMaker_cls::FailFrame(const wxString& path, const wxString& reason, bool
     if (bPicture) ++mLostPictures;
     wxString line = reason;
     line.Replace("\n", " ");
-    Complain(wxString::Format("frame %d, %s: %s", mMFrameOfPath[path], path, line));
+    const FilmFrame_st& frame = mFilm[mMFrameOfPath[path]];
+    const wxString step = frame.mStep > 0 ? wxString::Format(" step %d", frame.mStep) : wxString();
+    Complain(wxString::Format("frame %d%s, %s: %s", frame.mFrame, step, path, line));
 }
 
 void FilmMaker_cls::MakeVideo() {

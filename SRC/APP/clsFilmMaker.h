@@ -51,6 +51,7 @@ private:
     bool Open();
     bool TakeView();
     bool TakeOutput();
+    bool TakeTargets();
     bool TakeFrames();
     bool Fail(FilmStatus status, const wxString& text);
     void TakeBlur();
@@ -86,9 +87,9 @@ private:
     FileSequence_cls mNames;
     FileSequence_cls mDataNames; ///< of exported data
     std::vector<FilmFrame_st> mFilm;
-    std::vector<wxString> mVDone;          ///< pictures that stand there, in their order
-    std::map<wxString, int> mMFrameOfPath; ///< of the files under way
-    std::set<wxString> mSDamagedFiles;     ///< told already
+    std::vector<wxString> mVDone;             ///< pictures that stand there, in their order
+    std::map<wxString, size_t> mMFrameOfPath; ///< of the files under way, in mFilm
+    std::set<wxString> mSDamagedFiles;        ///< told already
     std::set<int> mSDamagedFrames;
     int mFailures = 0;
     int mLostPictures = 0; ///< of the failures

@@ -46,11 +46,11 @@ std::string Read(const fs::path& path) {
     }
     dup2(open((folder + "/out").c_str(), O_WRONLY | O_CREAT, 0600), 1);
     dup2(open((folder + "/err").c_str(), O_WRONLY | O_CREAT, 0600), 2);
-    std::vector<char*> pointers = {const_cast<char*>(MORENTIS_FILM)};
+    std::vector<char*> pointers = {const_cast<char*>(limits.mProgram.c_str())};
     for (const std::string& word : words)
         pointers.push_back(const_cast<char*>(word.c_str()));
     pointers.push_back(nullptr);
-    execv(MORENTIS_FILM, pointers.data());
+    execv(limits.mProgram.c_str(), pointers.data());
     _exit(126);
 }
 

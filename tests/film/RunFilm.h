@@ -41,7 +41,8 @@ using Environment = std::map<std::string, std::string>; ///< an empty value take
 
 /// What the system gives it; 0: as much as there is.
 struct Limits_st {
-    int mMegabytes = 0; ///< of addresses
+    int mMegabytes = 0;                   ///< of addresses
+    std::string mProgram = MORENTIS_FILM; ///< another copy of it
 };
 
 /// Run it to its end, without DISPLAY unless `environment` has one. While it runs, `meanwhile` is called a

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "APP/FilmProgress.h"
+#include "APP/FilmTargets.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
@@ -81,6 +82,14 @@ TEST_F(FilmFrames, AStartOffTheSteppingIsToldWithTheRemedy) {
         Set(20, from, 20, stepping, interval);
         EXPECT_EQ(tell(nullptr), "") << from << " " << stepping << " " << interval;
     }
+}
+
+TEST(FilmName, NumbersBelowZeroSort) {
+    const FileSequence_cls four("out/f%04d.png");
+    EXPECT_EQ(GetFilmName(four, 12), "out/f0012.png");
+    EXPECT_EQ(GetFilmName(four, -1), "out/f-9999.png");
+    EXPECT_EQ(GetFilmName(four, -9999), "out/f-0001.png");
+    EXPECT_EQ(GetFilmName(FileSequence_cls("50%%/f%02d.png"), -3), "50%/f-97.png");
 }
 
 TEST_F(FilmFrames, PartsMakeUpTheWhole) {
