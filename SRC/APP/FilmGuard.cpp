@@ -63,10 +63,11 @@ int Watch(pid_t child, int pipe) {
     bool bBegun = false;
     if (HasSaid(pipe, GuardWord::Ended, &bBegun) && WIFEXITED(status)) return WEXITSTATUS(status);
     if (WIFSIGNALED(status))
-        std::fprintf(stderr,
-                     "morentis-film: the film ended early: its process was ended by signal %d (%s)%s\n",
-                     WTERMSIG(status), strsignal(WTERMSIG(status)),
-                     WTERMSIG(status) == SIGKILL ? "; where nobody did that, memory was too short" : "");
+        std::fprintf(
+            stderr, "morentis-film: the film ended early: its process was ended by signal %d (%s)%s\n",
+            WTERMSIG(status), strsignal(WTERMSIG(status)),
+            WTERMSIG(status) == SIGKILL ? "; where nobody did that, memory was too short"
+                                        : "; a library gave up, perhaps for a lack of memory or threads");
     else
         std::fprintf(stderr,
                      "morentis-film: the film ended early: its process left with status %d; the display may "

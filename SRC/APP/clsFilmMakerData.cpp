@@ -100,8 +100,9 @@ void FilmMaker_cls::DropBehind(size_t i) {
 std::pair<int, int> FilmMaker_cls::GetSnapshots() const {
     const double index = mpCTime->GetRemappedIndexDouble(-1, -1);
     const int first = int(index);
-    const bool bMoves = index > first || mpCTime->IsForceInterpolation();
-    return {first, bMoves ? first + 1 : first};
+    const bool bNext =
+        mpCFrame->GetPCActiveFileSequence()->NeedsSlopes(index - first, mpCTime->IsForceInterpolation());
+    return {first, bNext ? first + 1 : first};
 }
 
 // What is told of damaged data, once a file.

@@ -181,9 +181,9 @@ PDataSnap_cls* PDataSeqCtrl_cls::FindFurthest(const PDataSnap_cls* pFor) const {
 }
 
 bool PDataSeqCtrl_cls::ReleaseForAllocation(const PDataSnap_cls* pFor) {
-    const bool bKept = ArrayPool_cls::Shared().GetCachedBytes() > 0;
+    // No success by itself: an allocation that fails half way gives its first half to the pool each time.
     ArrayPool_cls::Shared().Trim();
-    if (bKept || !mspCThis) return bKept;
+    if (!mspCThis) return false;
     PDataSnap_cls* pSnap = mspCThis->FindFurthest(pFor);
     if (!pSnap && GpCThreadInterpolate.load() && !(pFor && IsAhead(pFor))) {
         PDataSnap_cls::WaitInterpolator();

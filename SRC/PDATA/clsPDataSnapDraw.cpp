@@ -86,12 +86,13 @@ void Dispatch(int face, GLDrawData_cls* pDraw, GLAttribute_cls** ppAttribute) {
 // grow while they are: then some particles are drawn twice, which a second try may show; the picture counts
 // as faulty only where there is no room for the first one.
 void DispatchInMemory(int face, GLDrawData_cls* pDraw, GLAttribute_cls** ppAttribute) {
-    for (;;) {
+    for (bool bAgain = true;; bAgain = false) {
         try {
             Dispatch(face, pDraw, ppAttribute);
             return;
         } catch (const std::bad_alloc&) {
-            if (PDataSeqCtrl_cls::ReleaseForAllocation()) continue;
+            // What the pool keeps may be enough: once more in any case.
+            if (PDataSeqCtrl_cls::ReleaseForAllocation() || bAgain) continue;
             const wxString text =
                 _("Memory is too short to draw this snapshot. Lower \"Memory Limit(MB)\" or "
                   "close other programs.");
