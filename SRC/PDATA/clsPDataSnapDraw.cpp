@@ -1,4 +1,6 @@
 // From a snapshot to the draw calls: keeps the one draw-time snapshot and picks the way of drawing.
+#include <sys/mman.h>
+
 #include <cmath>
 #include <cstdio>
 #include <new>
@@ -82,6 +84,14 @@ void Dispatch(int face, GLDrawData_cls* pDraw, GLAttribute_cls** ppAttribute) {
     }
 }
 
+void TellShortMemory() {
+    const wxString text =
+        _("Memory is too short to draw this snapshot. Lower \"Memory Limit(MB)\" or close other "
+          "programs.");
+    TellPictureFault(text);
+    Notice("SnapData", text);
+}
+
 // Lists and batches take memory of their own. All is made before anything of a list is drawn, but batches
 // grow while they are: then some particles are drawn twice, which a second try may show; the picture counts
 // as faulty only where there is no room for the first one.
@@ -93,13 +103,22 @@ void DispatchInMemory(int face, GLDrawData_cls* pDraw, GLAttribute_cls** ppAttri
         } catch (const std::bad_alloc&) {
             // What the pool keeps may be enough: once more in any case.
             if (PDataSeqCtrl_cls::ReleaseForAllocation() || bAgain) continue;
-            const wxString text =
-                _("Memory is too short to draw this snapshot. Lower \"Memory Limit(MB)\" or "
-                  "close other programs.");
-            TellPictureFault(text);
-            Notice("SnapData", text);
+            TellShortMemory();
             return;
         }
+    }
+}
+
+/// OpenGL takes memory of its own for lists and batches, and where it gets none a driver may crash or leave
+/// particles out without a word: what it may want must be there before anything is drawn.
+bool IsRoomForOpenGL(int number) {
+    constexpr size_t kBytesOfParticle = 64;
+    constexpr size_t kBytesOfPicture = size_t(128) << 20;
+    const size_t bytes = size_t(number) * kBytesOfParticle + kBytesOfPicture;
+    for (;;) {
+        void* memory = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        if (memory != MAP_FAILED) return munmap(memory, bytes) == 0;
+        if (!PDataSeqCtrl_cls::ReleaseForAllocation()) return false;
     }
 }
 
@@ -128,7 +147,12 @@ void PDataSnap_cls::GLDrawData(int face, GLDrawData_cls* pDraw, GLAttribute_cls*
     if (!pSnap || !pSnap->IsItSameSnap(mpCBlock, dt, step) || bAlphaChanged)
         MakeSnapshot(mpCBlock, ppAttribute, dt, step);
     // Memory for it may have been short.
-    if (GLDrawData_cls::mspCSnapShot->mbAllocated) DispatchInMemory(face, pDraw, ppAttribute);
+    if (GLDrawData_cls::mspCSnapShot->mbAllocated) {
+        if (IsRoomForOpenGL(GetParticleNumber()))
+            DispatchInMemory(face, pDraw, ppAttribute);
+        else
+            TellShortMemory();
+    }
     GDrawingPercentage.store(100);
 }
 

@@ -157,6 +157,11 @@ TEST_F(FilmTargets, ADisplayThatDiesHasAStatusAndASentence) {
                 kill(display, SIGKILL);
             });
         ASSERT_TRUE(bKilled);
+        // What draws in this process may not need its display any more: then the film is whole.
+        if (run.mStatus == 0) {
+            EXPECT_EQ(Names("out").size(), 1001u);
+            continue;
+        }
         EXPECT_TRUE(run.mStatus == 1 || run.mStatus == 3) << file << " " << run.mStatus;
         EXPECT_NE(run.mErr.find("isplay"), std::string::npos) << run.mErr;
     }
