@@ -4,12 +4,18 @@
 The numbers come from the FACTS.txt beside the snapshots: bounds of the data,
 box, counts, the record grammar. Each project centres its data on the origin
 and scales them to about two units, which the default camera sees whole.
+morentis-film then writes each project with every setting that the program
+knows, so that nothing of what was open before shows in it: build it first.
 """
 import math
 import pathlib
 import statistics
+import subprocess
+import sys
 
-EXAMPLES = pathlib.Path(__file__).resolve().parent.parent / "examples"
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+EXAMPLES = ROOT / "examples"
+FILM = ROOT / "build/release/morentis-film"
 
 # Largest edge of the scaled data.
 EXTENT = 1.8
@@ -188,7 +194,8 @@ def project(name, setup):
              + time_lines(len(facts["frames"]) - 1) + OPTION_LINES
              + ["DataSequence0=0", facts["frames"][0]["file"]]
              + attribute_lines(setup, scale) + periodic_lines(setup, edges)
-             + ["FBOBufferSize=3", "LineWidth=5.000000"])
+             # A path of the machine that writes this would stand there else.
+             + ["ImgSequenceFile=Preview%04d.png", "FBOBufferSize=3", "LineWidth=5.000000"])
     return "\n".join(lines) + "\n"
 
 
@@ -221,6 +228,12 @@ def film(name, setup):
     return project(name, setup) + "\n".join(flight_lines()) + "\n"
 
 
+def write_whole(folder, name, text):
+    """From the folder itself: paths stay relative."""
+    (folder / name).write_text(text)
+    subprocess.run([FILM, "--write-project", name, name], cwd=folder, check=True)
+
+
 def readme(name, setup):
     more = f" {setup['film']}.mrp is a film of it, with a camera that flies." if "film" in setup else ""
     return (f"{setup['what']}\n"
@@ -229,11 +242,13 @@ def readme(name, setup):
 
 
 def main():
+    if not FILM.exists():
+        sys.exit(f"{FILM} is not there: cmake --build --preset release --target morentis-film")
     for name, setup in SETS.items():
         folder = EXAMPLES / name
-        (folder / f"{name}.mrp").write_text(project(name, setup))
+        write_whole(folder, f"{name}.mrp", project(name, setup))
         if "film" in setup:
-            (folder / f"{setup['film']}.mrp").write_text(film(name, setup))
+            write_whole(folder, f"{setup['film']}.mrp", film(name, setup))
         (folder / "README.md").write_text(readme(name, setup))
     print(f"{len(SETS)} projects written")
 

@@ -100,6 +100,7 @@ private:
         int evicted = 0;
         while (!snap.IsItReady(bSlopes)) {
             const bool bWasStarted = snap.mbLoadStarted;
+            mHub.mpCPDataSeqCtrl->SetPresent(-1, 0.0, false); // views keep still: this is what is waited for
             snap.PrepareData(bSlopes, evicted >= kPatience);
             if (snap.IsItReady(bSlopes)) break;
             wxMilliSleep(kPollMillis);

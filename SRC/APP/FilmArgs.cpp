@@ -15,6 +15,8 @@
 namespace {
 
 constexpr int kMaxFrame = 1000000000;
+constexpr int kMaxMemoryMB = 100000000;
+constexpr int kMaxThreads = 64;
 
 wxString Quote(const wxString& text) { return "\"" + text + "\""; }
 
@@ -85,6 +87,21 @@ wxString ReadVideo(const wxString& text, FilmArgs_st* pArgs) {
     return "--video: " + Quote(text) + " has no ending of a video; there are " + GetVideoEndings();
 }
 
+wxString ReadMemory(const wxString& text, FilmArgs_st* pArgs) {
+    if (ReadInt(text, 1, kMaxMemoryMB, &pArgs->mMemoryMB)) return wxString();
+    return wxString::Format("--memory: %s is no limit; give 1 to %d MB", Quote(text), kMaxMemoryMB);
+}
+
+wxString ReadThreads(const wxString& text, FilmArgs_st* pArgs) {
+    if (ReadInt(text, 1, kMaxThreads, &pArgs->mThreads)) return wxString();
+    return wxString::Format("--threads: %s is no number of threads; give 1 to %d", Quote(text), kMaxThreads);
+}
+
+wxString ReadDamaged(const wxString& text, FilmArgs_st* pArgs) {
+    pArgs->mbDamagedOk = text == "ok";
+    return pArgs->mbDamagedOk ? wxString() : "--damaged: there is only \"ok\"";
+}
+
 wxString ReadRate(const wxString& text, FilmArgs_st* pArgs) {
     pArgs->mRate = text;
     if (IsVideoRate(text)) return wxString();
@@ -123,7 +140,11 @@ const std::map<wxString, Option_st>& Options() {
         {"--resume", Flag<&FilmArgs_st::mbResume>()},
         {"--video", {true, ReadVideo}},
         {"--fps", {true, ReadRate}},
+        {"--write-project", Text<&FilmArgs_st::mWriteProject>()},
         {"--export-data", Text<&FilmArgs_st::mExport>()},
+        {"--memory", {true, ReadMemory}},
+        {"--threads", {true, ReadThreads}},
+        {"--damaged", {true, ReadDamaged}},
         {"--quiet", Flag<&FilmArgs_st::mbQuiet>()},
         {"--timing", Flag<&FilmArgs_st::mbTiming>()},
         {"--help", Flag<&FilmArgs_st::mbHelp>()},
@@ -286,15 +307,24 @@ isn't asked. Each step counts one.
   --export-data NAME
                    write the particles of each frame too, in the layout of the project's "Export Particle
                    Data", with %04d where the number goes
+  --write-project FILE
+                   make no film; write the project as the window saves it, with all settings that it doesn't say
+  --damaged ok     frames of damaged data (a file that is cut off, lines without numbers) are no failure
+  --memory MB      limit of the snapshots that are kept in memory, 768 without it
+  --threads N      that read a text file, 4 without it
   --quiet          say nothing but what went wrong
   --help, --version
 
 What the window would ask before a film is settled: items such as cameras and the anchor's cross are hidden,
-stepping, downsizing and the view's camera stay as the project has them. Where DISPLAY is not set, or leads
+stepping, downsizing and the view's camera stay as the project has them. What the project doesn't say has the
+program's default: the window's settings on this machine have no part in it. Where DISPLAY is not set, or leads
 nowhere, a virtual display is started (the package xvfb). Ctrl-C ends the film; written pictures stay.
 
-Ends with 0: every picture is written; 1: the project, its data or a display can't be opened; 2: wrong
-arguments; 3: some pictures failed, each named on stderr; stopped by a signal: as the shell expects, 130 for
-Ctrl-C.
+Ends with 0: every picture is written, of whole data; 1: the project, its data or a display can't be opened;
+2: wrong arguments, or files that can't go where they shall (they would replace what the film reads or each
+other, the folder is closed or full), and nothing was begun; 3: some pictures failed, each named on stderr with
+its reason, or the data in some were damaged (these are written; what is damaged is told once a file, the
+frames are named at the end, and pictures that --resume keeps aren't looked at again), or the film ended early;
+stopped by a signal: as the shell expects, 130 for Ctrl-C.
 )";
 }

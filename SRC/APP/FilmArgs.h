@@ -10,7 +10,7 @@ enum class FilmStatus {
     Done = 0,           ///< every frame is written
     NotOpened = 1,      ///< the project, its data, a display or a tool isn't there
     WrongArguments = 2, ///< nothing was begun
-    SomeFailed = 3      ///< some frames, or the video, are missing
+    SomeFailed = 3      ///< some frames, or the video, are missing, or of damaged data
 };
 
 struct FilmArgs_st {
@@ -30,9 +30,13 @@ struct FilmArgs_st {
     int mBlurSteps = 4;       ///< pictures that are added up to one
     bool mbTransparent = false;
     bool mbResume = false;
-    wxString mVideo;  ///< empty: none
-    wxString mRate;   ///< pictures a second, "25" or "30000/1001"; empty: the project's
-    wxString mExport; ///< name of data files with a number field; empty: none
+    wxString mVideo;          ///< empty: none
+    wxString mRate;           ///< pictures a second, "25" or "30000/1001"; empty: the project's
+    wxString mWriteProject;   ///< file for the whole project; empty: a film is made
+    wxString mExport;         ///< name of data files with a number field; empty: none
+    bool mbDamagedOk = false; ///< damaged data are no failure
+    int mMemoryMB = 0;        ///< limit of the snapshots in memory; 0: the default
+    int mThreads = 0;         ///< that read a text file; 0: the default
     bool mbQuiet = false;
     bool mbTiming = false;
 };

@@ -4,6 +4,8 @@
 #include <climits>
 #include <utility>
 
+#include <wx/intl.h>
+
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
@@ -62,6 +64,20 @@ std::vector<FilmFrame_st> ListFilm(const TimeCtrl_cls& time, wxString* pError) {
     }
     IsBounded(&film, pError);
     return film;
+}
+
+wxString GetEarlyEnd(const TimeCtrl_cls& time, const std::vector<FilmFrame_st>& film, int* pBegin) {
+    const int start = time.GetWAMin();
+    const int stepping = time.GetAnimStep();
+    const int end = std::min(time.GetWAMax(), time.GetMaxFrame()) / stepping * stepping;
+    if (start % stepping == 0 || film.empty() || film.back().mFrame >= end) return wxString();
+    const int before = start / stepping * stepping;
+    const int begin = before + stepping <= end ? before + stepping : before;
+    if (pBegin) *pBegin = begin;
+    return wxString::Format(
+        _("The work area begins at frame %d, which the stepping of %d leaves out, so the film "
+          "ends after %d pictures. Let it begin at frame %d."),
+        start, stepping, int(film.size()), begin);
 }
 
 std::vector<FilmFrame_st> ListFilmPart(const TimeCtrl_cls& time, int first, int last, int step,

@@ -25,6 +25,11 @@ int GetFilmNumber(const TimeCtrl_cls& time, int frame, int step);
 /// the one that the sequence leaves there. Empty with a text where it has more than ten million pictures.
 std::vector<FilmFrame_st> ListFilm(const TimeCtrl_cls& time, wxString* pError);
 
+/// Where the work area's start isn't on the stepping's grid, steps between frames can't leave it, and the
+/// film ends at once: what to say about it, and in *pBegin, if given, a start that helps. Empty for a film
+/// that comes to its end.
+wxString GetEarlyEnd(const TimeCtrl_cls& time, const std::vector<FilmFrame_st>& film, int* pBegin);
+
 /// Frames `first` to `last`, each with its interpolation steps, the last one of the work area and of the film
 /// with one alone; `step` counts frames, 0 is the stepping. Parts that meet make up the same as one that
 /// holds both. Empty with a text where that isn't a part of the film.

@@ -1,9 +1,12 @@
 #include "APP/clsExportRun.h"
 
+#include <algorithm>
+
 #include "APP/BindMenu.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "COMMON/EventIds.h"
+#include "COMMON/FileSet.h"
 #include "COMMON/MenuEvent.h"
 #include "COMMON/MsgBox.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
@@ -25,6 +28,20 @@ int CountFrames(const TimeCtrl_cls& time) {
         frame = next;
     }
     return count;
+}
+
+/// A file of the open data that a run of the work area would write; empty for none.
+wxString FindReplacedInput(const DataExporter_cls& exporter, const PDataSequence_cls& sequence,
+                           const TimeCtrl_cls& time) {
+    FileSet_cls inputs;
+    for (int i = 0; i < std::min(sequence.GetSeqLength(), PDataSequence_cls::kMaxSnap); ++i)
+        inputs.Add(sequence.GetFilename(i));
+    const int count = time.GetWAMax() - time.GetWAMin() + 1;
+    for (int i = 0; i < count; ++i) {
+        const wxString name = exporter.mCFileSequence.GetModifiedStr(exporter.mCInitNum.mValue + i, 0);
+        if (inputs.Has(name)) return name;
+    }
+    return wxString();
 }
 
 } // namespace
@@ -52,6 +69,16 @@ void ExportRun_cls::OnMenuExportDataBegin(wxCommandEvent&) {
     if (time->IsPlaying()) {
         time->StartPlayCommand(1); // its stop comes first
         PostMenuEvent(ID_EXPORT_DATA_BEGIN);
+        return;
+    }
+    const wxString replaced = FindReplacedInput(*exporter, *sequence, *time);
+    if (!replaced.empty() &&
+        !MsgBoxYesno(
+            wxString::Format(_("%s is a file of the data that are open. The export replaces it, and what "
+                               "it holds now is lost.\n\nExport all the same?"),
+                             replaced),
+            _("Export Data"))) {
+        exporter->ExportFinish();
         return;
     }
     mFrame.GetPCGLCanvas(0)->StartExportDataProcess(exporter);

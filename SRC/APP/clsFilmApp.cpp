@@ -6,31 +6,32 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <memory>
 
 #include <wx/image.h>
 #include <wx/init.h>
 #include <wx/log.h>
 
 #include "APP/AppSetup.h"
+#include "APP/FilmGuard.h"
 #include "APP/FilmProgress.h"
 #include "APP/FilmStop.h"
 #include "APP/clsFilmMaker.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "APP/clsVirtualDisplay.h"
+#include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
+#include "COMMON/clsSplitPath.h"
 #include "IMAGE/clsImageIO.h"
+#include "PDATA/clsPDataSeqCtrl.h"
 
 namespace {
 
 void Complain(const std::string& text) { std::fprintf(stderr, "morentis-film: %s\n", text.c_str()); }
 
-/// A word of the command line: paths are bytes of any kind.
-wxString ToText(const char* word) {
-    wxString text(word, *wxConvFileName);
-    if (text.empty()) text = wxString::FromUTF8(word);
-    return text.empty() ? wxString(word, wxConvISO8859_1) : text;
-}
+/// A word of the command line: paths are bytes of any kind, and come out as they went in.
+wxString ToText(const char* word) { return wxString(word, *wxConvFileName); }
 
 /// The program's own words go nowhere; ours go where they did.
 std::FILE* TakeStandardOutput() {
@@ -49,6 +50,13 @@ bool TellOnStderr(FilmProgress_cls* pProgress, MessageKind kind, const wxString&
     return kind != MessageKind::Question;
 }
 
+/// For temporary files where there is no other place.
+std::string FolderOfOutput(const FilmArgs_st& args) {
+    const std::string path = NarrowPath(args.mOutput.empty() ? args.mProject : args.mOutput);
+    const size_t slash = path.rfind('/');
+    return slash == std::string::npos ? "." : path.substr(0, slash + 1);
+}
+
 void SetQuietToolkit() {
     setenv("GDK_BACKEND", "x11", 1); // the OpenGL canvas speaks GLX
     setenv("NO_AT_BRIDGE", "1", 0);
@@ -60,11 +68,19 @@ void SetQuietToolkit() {
 bool FilmApp_cls::OnInit() {
     SetAppName("morentis");
     delete wxLog::SetActiveTarget(new wxLogStderr);
-    SetUpApp(&mLocale);
+    {
+        // A locale that isn't installed is no fault of the film.
+        std::unique_ptr<wxLogNull> quiet(mArgs.mbQuiet ? new wxLogNull : nullptr);
+        SetUpApp(&mLocale);
+    }
+    UseAnyFileName(); // the toolkit has set its own way meanwhile
     SetMessageHandler([this](MessageKind kind, const wxString& text, const wxString&) {
         return TellOnStderr(mpCProgress, kind, text);
     });
-    mpCMain = new Main_cls;
+    // A film is the same on every machine: the window's configure file has no part in it.
+    mpCMain = new Main_cls(false);
+    if (mArgs.mMemoryMB > 0) mpCMain->mpCPDataSeqCtrl->mLimitMB = mArgs.mMemoryMB;
+    if (mArgs.mThreads > 0) GThreadNumberReadAscii.store(mArgs.mThreads);
     return true;
 }
 
@@ -97,29 +113,19 @@ void FilmApp_cls::OnAssertFailure(const wxChar* file, int line, const wxChar* fu
                  .utf8_string());
 }
 
-int RunMorentisFilm(int argc, char** argv) {
-    std::setlocale(LC_CTYPE, "");
-    std::vector<wxString> words;
-    for (int i = 1; i < argc; ++i)
-        words.push_back(ToText(argv[i]));
-    FilmArgs_st args;
-    const wxString error = ParseFilmArgs(words, &args);
-    if (!error.empty()) {
-        Complain(error.utf8_string() + " (--help tells all options)");
-        return int(FilmStatus::WrongArguments);
-    }
-    if (args.mbHelp || args.mbVersion) {
-        std::fputs(args.mbHelp ? GetFilmHelp().utf8_str() : "morentis-film 0.80\n", stdout);
-        return 0;
-    }
+namespace {
+
+/// In the guarded process; it ends here.
+int MakeFilm(const FilmArgs_st& args, char** argv) {
     WatchFilmStop();
     SetQuietToolkit();
     VirtualDisplay_cls display;
     if (!VirtualDisplay_cls::IsThereOne()) {
-        const std::string missing = display.Start();
+        const std::string missing = display.Start(FolderOfOutput(args));
         EndAsStopped(); // what lacks then is of no interest
         if (!missing.empty()) {
             Complain("there is no display, and no virtual one can be started: " + missing);
+            TellGuard(GuardWord::Ended);
             return int(FilmStatus::NotOpened);
         }
     }
@@ -137,5 +143,27 @@ int RunMorentisFilm(int argc, char** argv) {
     EndAsStopped();
     // The toolkit would say goodbye to a display that is gone.
     std::fflush(nullptr);
+    TellGuard(GuardWord::Ended);
     std::_Exit(status);
+}
+
+} // namespace
+
+int RunMorentisFilm(int argc, char** argv) {
+    std::setlocale(LC_CTYPE, "");
+    UseAnyFileName();
+    std::vector<wxString> words;
+    for (int i = 1; i < argc; ++i)
+        words.push_back(ToText(argv[i]));
+    FilmArgs_st args;
+    const wxString error = ParseFilmArgs(words, &args);
+    if (!error.empty()) {
+        Complain(error.utf8_string() + " (--help tells all options)");
+        return int(FilmStatus::WrongArguments);
+    }
+    if (args.mbHelp || args.mbVersion) {
+        std::fputs(args.mbHelp ? GetFilmHelp().utf8_str() : "morentis-film 0.80\n", stdout);
+        return 0;
+    }
+    return RunGuarded([&args, argv] { return MakeFilm(args, argv); });
 }

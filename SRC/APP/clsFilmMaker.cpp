@@ -2,16 +2,22 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <new>
 
 #include <wx/filename.h>
 
+#include "APP/FilmGuard.h"
 #include "APP/FilmProgress.h"
 #include "APP/FilmStop.h"
+#include "APP/FilmTargets.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
+#include "COMMON/PictureFault.h"
 #include "COMMON/ThreadStates.h"
+#include "COMMON/clsSplitPath.h"
+#include "GL/BASE/clsGLState.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "IMAGE/ImageCheck.h"
@@ -19,34 +25,12 @@
 #include "IMAGE/clsImageIO.h"
 #include "IMAGE/clsImgSequence.h"
 #include "IMAGE/clsVideoMaker.h"
-#include "PDATA/clsDataExporter.h"
-#include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
-#include "PDATA/clsPDataSnap.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/Realize.h"
 
-namespace {
-
-constexpr int kReadyTries = 10;
-
-/// Adds the time of its scope.
-class MillisScope_cls {
-public:
-    MillisScope_cls(const wxStopWatch& watch, long* pSum)
-        : mWatch(watch), mpSum(pSum), mStart(watch.Time()) {}
-    ~MillisScope_cls() { *mpSum += mWatch.Time() - mStart; }
-    MillisScope_cls(const MillisScope_cls&) = delete;
-    MillisScope_cls& operator=(const MillisScope_cls&) = delete;
-
-private:
-    const wxStopWatch& mWatch;
-    long* mpSum;
-    long mStart;
-};
-
-} // namespace
+namespace {} // namespace
 
 FilmMaker_cls::FilmMaker_cls(Main_cls* pMain, const FilmArgs_st& args, FilmProgress_cls* pProgress)
     : mpCMain(pMain), mpCFrame(pMain->mpCFrameMain), mpCTime(pMain->mpCTimeCtrl), mArgs(args),
@@ -55,7 +39,12 @@ FilmMaker_cls::FilmMaker_cls(Main_cls* pMain, const FilmArgs_st& args, FilmProgr
 FilmStatus FilmMaker_cls::Run() {
     // A stop is told by the caller.
     if (IsFilmStopped() || !Open() || IsFilmStopped()) return mStatus;
-    if (!TakeView() || !TakeOutput() || !TakeFrames()) return mStatus;
+    if (!mArgs.mWriteProject.empty()) {
+        if (!mpCMain->SaveProjectFile(mArgs.mWriteProject, true))
+            Fail(FilmStatus::WrongArguments, "--write-project: " + mArgs.mWriteProject + " can't be written");
+        return mStatus;
+    }
+    if (!TakeView() || !TakeFrames() || !TakeOutput() || !TakeTargets()) return mStatus;
     TakeBlur();
     NoteOddities();
     MakeFrames();
@@ -113,10 +102,6 @@ bool FilmMaker_cls::TakeOutput() {
     if (!error.empty()) return Fail(FilmStatus::WrongArguments, error);
     mNames.Set(output);
     mDataNames.Set(mArgs.mExport);
-    for (const wxString& file : {output, mArgs.mExport, mArgs.mVideo}) {
-        const wxString nowhere = MakeFilmFolder(file);
-        if (!nowhere.empty()) return Fail(FilmStatus::WrongArguments, nowhere);
-    }
     if (mArgs.mW > 0) {
         sequence->mOutW = mArgs.mW;
         sequence->mOutH = mArgs.mH;
@@ -124,6 +109,34 @@ bool FilmMaker_cls::TakeOutput() {
     if (mArgs.mRate.empty()) mArgs.mRate = MakeVideoRate(sequence->mVideoRate);
     GCImgIO.mbQuiet = true;
     GCImgIO.mbSmallestPNG = sequence->mbSmallestPNG;
+    return true;
+}
+
+// Nothing is written before all of this is settled.
+bool FilmMaker_cls::TakeTargets() {
+    const PDataSequence_cls* sequence = mpCFrame->GetPCActiveFileSequence();
+    std::vector<wxString> inputs = {mArgs.mProject};
+    for (int i = 0; i < std::min(sequence->GetSeqLength(), PDataSequence_cls::kMaxSnap); ++i)
+        inputs.push_back(sequence->GetFilename(i));
+    std::vector<FilmTarget_st> targets;
+    size_t missing = 0;
+    for (const FilmFrame_st& frame : mFilm) {
+        targets.push_back({"--output", GetFilmName(mNames, frame.mNumber)});
+        missing += !mArgs.mbResume || !wxFileName::FileExists(targets.back().mPath) ? 1 : 0;
+        if (!mArgs.mExport.empty())
+            targets.push_back({"--export-data", GetFilmName(mDataNames, frame.mNumber)});
+    }
+    const wxString first = targets.front().mPath;
+    if (!mArgs.mVideo.empty()) targets.push_back({"--video", mArgs.mVideo});
+    wxString error = CheckFilmTargets(inputs, targets);
+    if (error.empty()) error = MakeFilmFolders(targets);
+    const ImgSequence_cls* size = mpCMain->mpCImgSequence;
+    const wxString ending = SplitPath_cls(mNames.mStrPath).mStrExt.Mid(1);
+    if (error.empty())
+        error = CheckFilmSpace(
+            first, EstimateFilmBytes(ending, size->mOutW, size->mOutH, missing, mArgs.mbTransparent));
+    if (!error.empty()) return Fail(FilmStatus::WrongArguments, error);
+    RemoveFilmLeftovers(targets);
     return true;
 }
 
@@ -146,7 +159,8 @@ void FilmMaker_cls::TakeBlur() {
         blur.mShutter = mArgs.mBlurLength;
         blur.mBlurSteps = mArgs.mBlurSteps;
     }
-    blur.mbBlur = mArgs.mbBlur || mpCTime->mbUseMotionBlur.mValue;
+    // Open for no time, it is the plain picture.
+    blur.mbBlur = (mArgs.mbBlur || mpCTime->mbUseMotionBlur.mValue) && blur.mShutter > 0.0f;
 }
 
 // What the window would ask about.
@@ -158,12 +172,19 @@ void FilmMaker_cls::NoteOddities() const {
     const int downSizing = mpCMain->mpCDrawOption->mDownSizing.mValue;
     if (downSizing != 1) Note(wxString::Format("particles are downsized: one of %d is drawn", downSizing));
     const int snapshots = mpCFrame->GetPCActiveFileSequence()->GetSeqLength();
-    if (!mpCTime->mbUseTimeRemap.mValue && mpCTime->GetMaxFrame() >= snapshots)
-        Note(wxString::Format("there are %d snapshots; frames from %d on show the last one", snapshots,
-                              snapshots));
+    const auto pastData = std::find_if(mFilm.begin(), mFilm.end(), [&](const FilmFrame_st& frame) {
+        return mpCTime->GetRemappedIndexDouble(frame.mFrame, frame.mStep) > double(snapshots - 1);
+    });
+    // Nobody asked for these: told whatever is to be said.
+    if (pastData != mFilm.end())
+        Complain(wxString::Format("note: there are %d snapshots; frames from %d on show the last one",
+                                  snapshots, pastData->mFrame + (pastData->mStep > 0 ? 1 : 0)));
+    const wxString early = mArgs.mbFrames ? wxString() : GetEarlyEnd(*mpCTime, mFilm, nullptr);
+    if (!early.empty()) Complain("note: " + early);
 }
 
 void FilmMaker_cls::MakeFrames() {
+    TellGuard(GuardWord::Begun);
     mWatch.Start();
     mpCProgress->Begin(int(mFilm.size()));
     for (size_t i = 0; i < mFilm.size() && !IsFilmStopped(); ++i)
@@ -179,11 +200,12 @@ void FilmMaker_cls::MakeFrames() {
     if (IsFilmStopped()) text += ", stopped";
     mpCProgress->Say(text.utf8_string());
     if (mFailures > 0) mStatus = FilmStatus::SomeFailed;
+    TellDamage();
 }
 
 void FilmMaker_cls::MakeFrame(size_t i) {
-    const wxString path = mNames.GetModifiedStr(mFilm[i].mNumber, 0);
-    const wxString data = mArgs.mExport.empty() ? wxString() : mDataNames.GetModifiedStr(mFilm[i].mNumber, 0);
+    const wxString path = GetFilmName(mNames, mFilm[i].mNumber);
+    const wxString data = mArgs.mExport.empty() ? wxString() : GetFilmName(mDataNames, mFilm[i].mNumber);
     const ImgSequence_cls* sequence = mpCMain->mpCImgSequence;
     if (mArgs.mbResume && (data.empty() || wxFileName::FileExists(data)) &&
         IsWholeImage(path, sequence->mOutW, sequence->mOutH, mArgs.mbTransparent)) {
@@ -191,20 +213,27 @@ void FilmMaker_cls::MakeFrame(size_t i) {
         mpCProgress->Count(false);
         return;
     }
-    if (!DrawFrame(i, path)) return; // stopped
+    const size_t done = mVDone.size();
+    try {
+        // Stopped; what was whole by then counts.
+        if (!DrawFrame(i, path) && mVDone.size() == done) return;
+    } catch (const std::bad_alloc&) {
+        FailFrame(path, "memory is too short for it");
+    }
     DropBehind(i);
     mpCProgress->Count(true);
     TakeFailures();
 }
 
 bool FilmMaker_cls::DrawFrame(size_t i, const wxString& path) {
-    mMFrameOfPath[path] = mFilm[i].mFrame;
-    const wxString data = mArgs.mExport.empty() ? wxString() : mDataNames.GetModifiedStr(mFilm[i].mNumber, 0);
-    mMFrameOfPath[data] = mFilm[i].mFrame;
+    const wxString data = mArgs.mExport.empty() ? wxString() : GetFilmName(mDataNames, mFilm[i].mNumber);
+    mMFrameOfPath[path] = mMFrameOfPath[data] = i;
     mpCTime->SetInterpStepNative(mFilm[i].mStep, 0);
     mpCTime->SetFrameNative(mFilm[i].mFrame, 0);
-    mpCMain->mpCPDataSeqCtrl->CleanUpMemory(mFilm[i].mFrame, mpCTime->GetAnimStep());
+    mpCFrame->TellPresent();
+    mpCMain->mpCPDataSeqCtrl->CleanUpMemory(mpCTime->GetRemappedIndex(-1), mpCTime->GetAnimStep());
     const ImgSequence_cls* sequence = mpCMain->mpCImgSequence;
+    TakePictureFault(); // another frame's
     mpCCanvas->RequestImage(
         [this, path](const ImageBuffers_st& buffers, wxSize size) { Save(buffers, size, path); },
         wxSize(sequence->mOutW, sequence->mOutH), mArgs.mbTransparent);
@@ -213,93 +242,42 @@ bool FilmMaker_cls::DrawFrame(size_t i, const wxString& path) {
     for (int step = 0; step < steps; ++step) {
         blur.mBlurStep = blur.mbBlur ? step : 0;
         WaitForData();
-        const wxString unreadable = FindUnreadable();
-        if (!unreadable.empty()) {
-            FailFrame(path, unreadable);
+        if (IsFilmStopped()) return false;
+        const wxString missing = FindMissing();
+        if (!missing.empty()) {
+            FailFrame(path, missing);
             return true;
         }
-        if (IsFilmStopped()) return false;
+        NoteDamage(mFilm[i].mFrame);
         if (step == 0 && !data.empty()) ExportFrame(data);
         ReadAhead(i);
-        const MillisScope_cls time(mWatch, &mDrawMillis);
-        if (mpCCanvas->DrawImage()) continue;
-        FailFrame(path, "it can't be drawn");
+        const wxString fault = DrawStep();
+        if (fault.empty()) continue;
+        FailFrame(path, fault);
         return true;
     }
     return !IsFilmStopped();
 }
 
-// Do frames of this film move particles between snapshots? Velocities in memory become slopes by that: what
-// is exported must not depend on which frames were made before.
-bool FilmMaker_cls::NeedsSlopes() const {
-    return mpCTime->GetAnimInterp() > 1 || mpCTime->mCMotionBlur.mbBlur || mpCTime->mbUseTimeRemap.mValue;
-}
-
-void FilmMaker_cls::ExportFrame(const wxString& path) {
-    const PDataSequence_cls* sequence = mpCFrame->GetPCActiveFileSequence();
-    const double index = mpCTime->GetRemappedIndexDouble(-1, -1);
-    const int whole = int(index);
-    if (NeedsSlopes()) mpCMain->mpCPDataSeqCtrl->PrepareIndex(whole, index - whole, true, true);
-    PDataSnap_cls::WaitInterpolator();
-    const double step = mpCTime->GetRemappedIndex(-1) - whole + mpCTime->GetRemappedInterpStepDouble(-1, -1);
-    const double dt = sequence->GetDT(whole, step);
-    const int downSizing = mpCMain->mpCDrawOption->GetDownSizing();
-    wxString reason;
-    if (!mpCMain->mpCDataExporter->ExportFile(path, *sequence->GetPCBlock(whole), dt, downSizing, &reason))
-        FailFrame(path, reason, false);
+/// What is wrong with the picture that comes of it; empty: nothing.
+wxString FilmMaker_cls::DrawStep() {
+    const MillisScope_cls time(mWatch, &mDrawMillis);
+    const bool bDrawn = mpCCanvas->DrawImage();
+    const wxString fault = TakePictureFault();
+    if (!fault.empty() || IsFilmStopped()) return fault;
+    return bDrawn ? FindMissing() : wxString("it can't be drawn");
 }
 
 // Of the picture that a paint has finished. What a stop has cut short is no picture.
 void FilmMaker_cls::Save(const ImageBuffers_st& buffers, wxSize size, const wxString& path) {
-    if (IsFilmStopped()) return;
+    if (HasGLRunOutOfMemory()) TellPictureFault("memory is too short for OpenGL");
+    if (IsFilmStopped() || HasPictureFault()) return;
     {
         const MillisScope_cls time(mWatch, &mFileMillis);
         GCImgIO.Finish();
     }
     mVDone.push_back(path);
     GCImgIO.SaveImageFromTexture(buffers, size.x, size.y, path, false);
-}
-
-void FilmMaker_cls::WaitForData() {
-    const MillisScope_cls time(mWatch, &mDataMillis);
-    for (int tries = 0; tries < kReadyTries && !mpCFrame->IsTheFrameReady(-1) && !IsFilmStopped(); ++tries)
-        mpCFrame->PrepareTheFrame(-1);
-}
-
-// The paint reads ahead whole frames in the order of playing; the film knows which steps come.
-void FilmMaker_cls::ReadAhead(size_t i) {
-    PDataSeqCtrl_cls* store = mpCMain->mpCPDataSeqCtrl;
-    const bool bForce = mpCTime->IsForceInterpolation();
-    for (size_t k = i + 1; k < mFilm.size() && k <= i + size_t(mpCTime->GetPrefetch()); ++k) {
-        if (IsAnyThreadBusy()) return;
-        const double index = mpCTime->GetRemappedIndexDouble(mFilm[k].mFrame, mFilm[k].mStep);
-        const int whole = int(index);
-        if (!store->IsTheIndexReady(whole, index - whole, bForce))
-            store->PrepareIndex(whole, index - whole, bForce, false);
-    }
-}
-
-// A film doesn't come back: what lies behind gives its memory to what comes, which is faster than fresh
-// memory and leaves room for other films on the same machine.
-void FilmMaker_cls::DropBehind(size_t i) {
-    if (i + 1 >= mFilm.size() || mpCTime->mbUseTimeRemap.mValue) return;
-    const PDataSequence_cls* sequence = mpCFrame->GetPCActiveFileSequence();
-    const int end = std::min(mFilm[i + 1].mFrame, sequence->GetSeqLength() - 1);
-    for (int snapshot = mFilm[i].mFrame; snapshot < end; ++snapshot)
-        if (sequence->IsTheIndexLoaded(snapshot)) sequence->mpCSnap[snapshot]->ReleaseData();
-}
-
-/// The snapshots that this moment is made of, where one can't be read.
-wxString FilmMaker_cls::FindUnreadable() const {
-    const PDataSequence_cls* sequence = mpCFrame->GetPCActiveFileSequence();
-    const double index = mpCTime->GetRemappedIndexDouble(-1, -1);
-    const int first = int(index);
-    const bool bMoves = index > first || mpCTime->IsForceInterpolation();
-    const int last = bMoves ? first + 1 : first;
-    for (int snapshot = first; snapshot <= last && mpCCanvas->mShowData.mValue; ++snapshot)
-        if (sequence->GetFilenameStatus(snapshot) == FILE_UNUSABLE)
-            return sequence->GetFilename(snapshot) + " can't be read";
-    return wxString();
 }
 
 void FilmMaker_cls::TakeFailures() {
@@ -310,7 +288,11 @@ void FilmMaker_cls::TakeFailures() {
 void FilmMaker_cls::FailFrame(const wxString& path, const wxString& reason, bool bPicture) {
     ++mFailures;
     if (bPicture) ++mLostPictures;
-    Complain(wxString::Format("frame %d, %s: %s", mMFrameOfPath[path], path, reason));
+    wxString line = reason;
+    line.Replace("\n", " ");
+    const FilmFrame_st& frame = mFilm[mMFrameOfPath[path]];
+    const wxString step = frame.mStep > 0 ? wxString::Format(" step %d", frame.mStep) : wxString();
+    Complain(wxString::Format("frame %d%s, %s: %s", frame.mFrame, step, path, line));
 }
 
 void FilmMaker_cls::MakeVideo() {

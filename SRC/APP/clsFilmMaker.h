@@ -3,7 +3,9 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <wx/gdicmn.h>
@@ -21,6 +23,21 @@ class MainGLCanvas_cls;
 class TimeCtrl_cls;
 struct ImageBuffers_st;
 
+/// Adds the time of its scope.
+class MillisScope_cls {
+public:
+    MillisScope_cls(const wxStopWatch& watch, long* pSum)
+        : mWatch(watch), mpSum(pSum), mStart(watch.Time()) {}
+    ~MillisScope_cls() { *mpSum += mWatch.Time() - mStart; }
+    MillisScope_cls(const MillisScope_cls&) = delete;
+    MillisScope_cls& operator=(const MillisScope_cls&) = delete;
+
+private:
+    const wxStopWatch& mWatch;
+    long* mpSum;
+    long mStart;
+};
+
 class FilmMaker_cls {
 public:
     /// The hub's frame has never been shown.
@@ -34,6 +51,7 @@ private:
     bool Open();
     bool TakeView();
     bool TakeOutput();
+    bool TakeTargets();
     bool TakeFrames();
     bool Fail(FilmStatus status, const wxString& text);
     void TakeBlur();
@@ -48,7 +66,11 @@ private:
     void ReadAhead(size_t i);
     void DropBehind(size_t i);
     void Save(const ImageBuffers_st& buffers, wxSize size, const wxString& path);
-    wxString FindUnreadable() const;
+    wxString FindMissing() const;
+    std::pair<int, int> GetSnapshots() const;
+    void NoteDamage(int frame);
+    void TellDamage();
+    wxString DrawStep();
     void TakeFailures();
     void FailFrame(const wxString& path, const wxString& reason, bool bPicture = true);
     void MakeVideo();
@@ -65,8 +87,10 @@ private:
     FileSequence_cls mNames;
     FileSequence_cls mDataNames; ///< of exported data
     std::vector<FilmFrame_st> mFilm;
-    std::vector<wxString> mVDone;          ///< pictures that stand there, in their order
-    std::map<wxString, int> mMFrameOfPath; ///< of the files under way
+    std::vector<wxString> mVDone;             ///< pictures that stand there, in their order
+    std::map<wxString, size_t> mMFrameOfPath; ///< of the files under way, in mFilm
+    std::set<wxString> mSDamagedFiles;        ///< told already
+    std::set<int> mSDamagedFrames;
     int mFailures = 0;
     int mLostPictures = 0; ///< of the failures
 

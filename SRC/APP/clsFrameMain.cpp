@@ -173,6 +173,8 @@ void FrameMain_cls::UpdateStatusText() {
         text[1] = wxString::Format(_("%d particles, %d of %d MB in use"),
                                    sequence->GetParticleNumber(mpCMain->mpCTimeCtrl->GetRemappedIndex(-1)),
                                    mpCMain->GetUsedTotalMemoryMB(), mpCMain->GetMemoryLimitMB());
+        if (mpCMain->mpCTimeCtrl->GetRemappedIndexDouble(-1, -1) > double(sequence->GetSeqLength() - 1))
+            text[1] += _(", past the data: the last snapshot again");
     } else {
         text[0] = _("No data: load particle data, or drop a file or a project here");
     }

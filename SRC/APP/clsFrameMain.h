@@ -64,6 +64,7 @@ public:
     bool IsTheFrameReady(int frame) const override;
     bool IsTheFrameLoaded(int frame) const;
     void PrepareTheFrame(int frame) override;
+    void TellPresent() const override;
     /// Start the nearest frame ahead, in play direction, that isn't ready; at most one a call.
     void PrepareFramesAhead(int count) override;
 

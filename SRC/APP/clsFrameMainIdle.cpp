@@ -33,7 +33,7 @@ void CheckPreparePossible() {
     if (!GbGLLockForLoadingData.load()) return;
     std::puts("GbGLLockForLoadingData == TRUE");
     std::puts("Prepare impossible");
-    std::exit(0);
+    std::exit(1);
 }
 
 struct DataIndex_st {
@@ -63,6 +63,7 @@ void FrameMain_cls::OnIdle(wxIdleEvent& event) {
     }
     TimeCtrl_cls* time = mpCMain->mpCTimeCtrl;
     PDataSeqCtrl_cls* store = mpCMain->mpCPDataSeqCtrl;
+    TellPresent();
     store->CleanUpMemory(time->GetFrame(), time->GetAnimStep());
     if (GpCThreadReader.load()) {
         if (mStatusWatch.Time() - mLastReaderPost >= kReaderPostMillis) {
@@ -114,9 +115,16 @@ bool FrameMain_cls::IsTheFrameLoaded(int frame) const {
 
 void FrameMain_cls::PrepareTheFrame(int frame) {
     CheckPreparePossible();
+    if (frame == -1) TellPresent();
     const DataIndex_st data = IndexOfFrame(mpCMain->mpCTimeCtrl, frame);
     mpCMain->mpCPDataSeqCtrl->PrepareIndex(data.mIndex, data.mFrac,
                                            mpCMain->mpCTimeCtrl->IsForceInterpolation(), frame == -1);
+}
+
+void FrameMain_cls::TellPresent() const {
+    const DataIndex_st data = IndexOfFrame(mpCMain->mpCTimeCtrl, -1);
+    mpCMain->mpCPDataSeqCtrl->SetPresent(data.mIndex, data.mFrac,
+                                         mpCMain->mpCTimeCtrl->IsForceInterpolation());
 }
 
 bool FrameMain_cls::PrepareAhead(int frame) {

@@ -6,6 +6,7 @@
 #include <wx/image.h>
 
 #include "APP/BindMenu.h"
+#include "APP/FilmFrames.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "APP/clsSeriesVideo.h"
@@ -107,6 +108,10 @@ void ImageRun_cls::AskBeforeSequence(MainGLCanvas_cls* pCanvas) {
         time->SetAnimStepCommand(1);
         PostMenuEvent(ID_REFRESH_TL);
     }
+    wxString error;
+    int begin = 0;
+    const wxString early = GetEarlyEnd(*time, ListFilm(*time, &error), &begin);
+    if (!early.empty() && !mHub.mpCImgSequence->IsSnap() && AskSequence(early)) time->SetWAMinCommand(begin);
     ConfItemINT_cls& downSizing = mHub.mpCDrawOption->mDownSizing;
     if (downSizing.mValue != 1 && AskSequence(_("Partiecles are downsized.\nShow full particles?"))) {
         downSizing.mValue = 1;

@@ -71,7 +71,7 @@ wxRect FirstWindowRect(int displayHeight) {
 
 } // namespace
 
-Main_cls::Main_cls() {
+Main_cls::Main_cls(bool bConfigure) {
     mStrExeDir = GetExecutableDir();
     mPid = static_cast<unsigned long>(getpid());
     wxDisplaySize(&mDisplayWidth, &mDisplayHeight);
@@ -111,7 +111,7 @@ Main_cls::Main_cls() {
     MakeCameraPathGroup();
     MakeTimeLines();
 
-    ReadProjectFile(GetConfigureFilePath());
+    if (bConfigure) ReadProjectFile(GetConfigureFilePath());
     mpCRecovery =
         new Recovery_cls(wxFileName(GetConfigureFilePath()).GetPath(), [this] { return MakeRecoveryText(); });
     mpCFrameMain->GetPCFileMenu()->FillRecentMenus();

@@ -37,7 +37,8 @@ class wxWindow;
 class Main_cls : public TimeHost_cls, public DataOpener_cls {
 public:
     /// Builds all objects and the main frame (not yet shown) and reads the configure file.
-    Main_cls();
+    /// bConfigure: the user's configure file says what no project does; else the program's defaults do.
+    explicit Main_cls(bool bConfigure = true);
     ~Main_cls() override;
     Main_cls(const Main_cls&) = delete;
     Main_cls& operator=(const Main_cls&) = delete;

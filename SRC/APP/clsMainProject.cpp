@@ -2,6 +2,12 @@
 // the table of blocks (ProjectBlocks.cpp).
 #include "APP/clsMain.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
 #include <wx/filename.h>
 
 #include "APP/ProjectBlocks.h"
@@ -14,6 +20,7 @@
 #include "COMMON/MsgBox.h"
 #include "COMMON/RuntimeFiles.h"
 #include "COMMON/SafeFile.h"
+#include "COMMON/clsSplitPath.h"
 #include "GL/BASE/clsPreference.h"
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsPDataSeqCtrl.h"
@@ -22,6 +29,14 @@
 namespace {
 
 bool IsConfigureFile(const wxString& path) { return path.Matches(wxString("*") + kConfigureFileName); }
+
+wxString WhyNotOpened(const wxString& path) {
+    struct stat facts {};
+    const std::string name = NarrowPath(path);
+    if (stat(name.c_str(), &facts) != 0 || (S_ISREG(facts.st_mode) && access(name.c_str(), R_OK) != 0))
+        return wxString::FromUTF8(std::strerror(errno));
+    return S_ISDIR(facts.st_mode) ? _("it is a folder") : _("it is no file that can be read");
+}
 
 /// The folder that data paths are tried in, for the length of a scope.
 class ProjectFolderScope_cls {
@@ -71,7 +86,7 @@ bool Main_cls::LoadProjectText(const wxString& path, std::wstring* pText) {
                                 int(kLargestProject >> 20)),
                _("Warning"));
     else
-        MsgBox(_("Read Configure Fails") + path, _("Warning"));
+        MsgBox(_("Read Configure Fails") + path + ": " + WhyNotOpened(path), _("Warning"));
     return false;
 }
 

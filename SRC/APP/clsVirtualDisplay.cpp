@@ -12,18 +12,20 @@
 
 #include <cerrno>
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <system_error>
 
 #include "APP/FilmStop.h"
 
 namespace {
 
-constexpr int kStartMillis = 30000; // a busy node takes its time
-constexpr int kTurnMillis = 100;    // between two looks whether it is still wanted
+constexpr int kStartMillis = 30000;  // a busy node takes its time
+constexpr int kAnswerMillis = 10000; // of a display far away
+constexpr int kAskMillis = 5;
+constexpr int kTurnMillis = 100; // between two looks whether it is still wanted
 constexpr int kNotFound = 127;
+const char* const kKeyName = "morentis-display-";
 
 /// As the X library's key files have them: two bytes of length, highest first.
 void AppendCounted(std::string* pBytes, const std::string& text) {
@@ -48,18 +50,31 @@ std::string LastLine(int file) {
 bool VirtualDisplay_cls::IsThereOne() {
     const char* name = std::getenv("DISPLAY");
     if (!name || !*name) return false;
-    Display* display = XOpenDisplay(nullptr);
-    if (display) XCloseDisplay(display);
-    return display != nullptr;
+    // A server that hangs would hold us for ever: a child asks.
+    const pid_t child = fork();
+    if (child == 0) _exit(XOpenDisplay(nullptr) ? 0 : 1);
+    if (child < 0) return true; // who is short of processes had better not start a server
+    for (int millis = 0; millis < kAnswerMillis; millis += kAskMillis) {
+        int status = 0;
+        if (waitpid(child, &status, WNOHANG) == child) return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+        usleep(useconds_t(kAskMillis) * 1000);
+    }
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    std::fprintf(stderr, "morentis-film: the display %s doesn't answer; a virtual one takes its place\n",
+                 name);
+    return false;
 }
 
 // One key for any host and number, in a file that only this user can read.
-bool VirtualDisplay_cls::MakeKey() {
-    std::error_code error;
-    std::string name = (std::filesystem::temp_directory_path(error) / "morentis-display-XXXXXX").string();
-    const int file = error ? -1 : mkstemp(name.data());
+bool VirtualDisplay_cls::MakeKey(const std::string& folder) {
+    const std::string temporary = FindTempFolder(folder);
+    RemoveLeftovers(temporary, [](const std::string& name) { return name.rfind(kKeyName, 0) == 0; });
+    std::string name = temporary + "/" + kKeyName + "XXXXXX";
+    const int file = temporary.empty() ? -1 : mkstemp(name.data());
     if (file < 0) return false;
     mKeyFile = name;
+    mKeyInUse.Hold(name);
     std::string key(16, '\0');
     const bool bRandom = getrandom(key.data(), key.size(), 0) == ssize_t(key.size());
     std::string bytes("\377\377\0\0\0\0", 6); // any family; no address, no number
@@ -102,8 +117,9 @@ std::string VirtualDisplay_cls::ReadNumber(int pipe) const {
     return number;
 }
 
-std::string VirtualDisplay_cls::Start() {
-    if (!MakeKey()) return "no temporary file can be written (" + std::string(std::strerror(errno)) + ")";
+std::string VirtualDisplay_cls::Start(const std::string& folder) {
+    if (!MakeKey(folder))
+        return "no temporary file can be written (" + std::string(std::strerror(errno)) + ")";
     int ends[2];
     const int words = memfd_create("words", MFD_CLOEXEC);
     if (words < 0 || pipe2(ends, O_CLOEXEC) != 0) return std::strerror(errno);
@@ -141,4 +157,5 @@ void VirtualDisplay_cls::Stop() {
     mPid = -1;
     if (!mKeyFile.empty()) unlink(mKeyFile.c_str());
     mKeyFile.clear();
+    mKeyInUse.Release();
 }

@@ -60,3 +60,8 @@ std::string NarrowPath(const wxString& path) {
     const wxScopedCharBuffer utf8 = path.utf8_str();
     return std::string(utf8.data(), utf8.length());
 }
+
+void UseAnyFileName() {
+    static wxConvBrokenFileNames sConv("UTF-8");
+    wxConvFileName = &sConv;
+}

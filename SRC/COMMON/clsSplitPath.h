@@ -45,3 +45,5 @@ private:
 /// A path as the bytes that the file system knows it by. Falls back on UTF-8 where the environment's
 /// encoding has no word for it; empty only for an empty path.
 std::string NarrowPath(const wxString& path);
+/// From now on file names are UTF-8 whatever the locale, and other bytes in them come and go unchanged.
+void UseAnyFileName();

@@ -18,7 +18,11 @@ constexpr int kSmallLevel = 9;
 constexpr int kNoFilter = 8; // as the library numbers them
 constexpr int kAllFilters = 0xf8;
 constexpr int kPieceBytes = 65536;
-constexpr int kLZW = 5; // TIFF
+// Of TIFF files.
+constexpr int kLZW = 5;
+constexpr size_t kTiffEntryBytes = 12;
+constexpr size_t kExtraSamples = 338;
+constexpr int kUnassociatedAlpha = 2;
 
 wxImageHandler* FindWriter(const wxString& path) {
     const wxString ending = SplitPath_cls(path).mStrExt.Mid(1);
@@ -46,6 +50,30 @@ bool EncodePNG(wxImage& picture, bool bSmallest, std::string* pBytes) {
     return true;
 }
 
+/// The library leaves open what a TIFF's fourth sample is. Ours is alpha that the colours aren't multiplied
+/// by.
+void MarkStraightAlpha(std::string* pBytes) {
+    std::string& bytes = *pBytes;
+    if (bytes.size() < 8) return;
+    const bool bLittle = bytes[0] == 'I';
+    const auto number = [&](size_t at, int length) {
+        size_t value = 0;
+        for (int k = 0; k < length && at + size_t(k) < bytes.size(); ++k) {
+            const size_t byte = static_cast<unsigned char>(bytes[at + size_t(bLittle ? length - 1 - k : k)]);
+            value = value << 8 | byte;
+        }
+        return value;
+    };
+    const size_t directory = number(4, 4);
+    if (directory + 2 > bytes.size()) return;
+    const size_t count = number(directory, 2);
+    for (size_t i = 0; i < count; ++i) {
+        const size_t entry = directory + 2 + i * kTiffEntryBytes;
+        if (entry + kTiffEntryBytes > bytes.size() || number(entry, 2) != kExtraSamples) continue;
+        bytes[entry + (bLittle ? 8 : 9)] = char(kUnassociatedAlpha);
+    }
+}
+
 } // namespace
 
 wxString GetWritableImageEndings() {
@@ -68,5 +96,6 @@ wxString WriteImageFile(wxImage picture, const wxString& path, const ImageFormat
                            ? EncodePNG(picture, format.mbSmallestPNG, &bytes)
                            : Encode(picture, pWriter->GetType(), &bytes);
     if (!bDone) return _("the picture can't be put into this format");
+    if (pWriter->GetType() == wxBITMAP_TYPE_TIFF) MarkStraightAlpha(&bytes);
     return WriteFileSafely(path, bytes, format.mbForceToDisk ? ToDisk::Force : ToDisk::Later);
 }

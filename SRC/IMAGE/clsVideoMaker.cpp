@@ -11,13 +11,13 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <system_error>
 
 #include <wx/filename.h>
 #include <wx/intl.h>
 #include <wx/utils.h>
 
+#include "COMMON/Leftovers.h"
 #include "COMMON/clsSplitPath.h"
 #include "IMAGE/VideoFile.h"
 
@@ -27,7 +27,8 @@ namespace fs = std::filesystem;
 
 constexpr unsigned long kPollMillis = 20;
 constexpr int kNotRun = 127;
-constexpr size_t kMostWords = 400; // of the tool's last words
+const char* const kFolderName = "morentis-video-";
+constexpr size_t kMostWords = 400; // of the tool's complaints
 
 wxString Reason(int error) { return wxString::FromUTF8(std::strerror(error)); }
 
@@ -37,15 +38,18 @@ std::string MakePartialName(const wxString& path) {
     return NarrowPath(split.mStrNoExt + wxString::Format(".%ld.part", long(getpid())) + split.mStrExt);
 }
 
-wxString LastWords(const std::string& file) {
+/// What the tool complained of, from the first line on, which is the reason: the last one only says that it
+/// gave up.
+wxString ReadWords(const std::string& file) {
     std::ifstream stream(file);
-    std::ostringstream text;
-    text << stream.rdbuf();
-    std::string words = text.str();
-    while (!words.empty() && words.back() == '\n')
-        words.pop_back();
-    const size_t line = words.rfind('\n');
-    if (line != std::string::npos) words.erase(0, line + 1);
+    std::string words;
+    for (std::string line; std::getline(stream, line) && words.size() < kMostWords;) {
+        // "[libx264 @ 0x5581] width not divisible by 2"
+        const size_t name = line.rfind("[", 0) == 0 ? line.find("] ") : std::string::npos;
+        if (name != std::string::npos) line.erase(0, name + 2);
+        if (line.empty() || line == "Conversion failed!" || words.find(line) != std::string::npos) continue;
+        words += (words.empty() ? "" : "; ") + line;
+    }
     return wxString::FromUTF8(words.substr(0, kMostWords));
 }
 
@@ -77,10 +81,13 @@ wxString VideoMaker_cls::Start(const VideoJob_st& job) {
 // The tool counts files from 0 without a gap; a film may have any names and numbers.
 wxString VideoMaker_cls::MakeLinks(const VideoJob_st& job) {
     if (job.mFrames.empty()) return _("there are no pictures");
-    std::error_code error;
-    std::string name = (fs::temp_directory_path(error) / "morentis-video-XXXXXX").string();
-    if (error || !mkdtemp(name.data())) return Reason(errno);
-    mFolder = name;
+    const SplitPath_cls target(job.mPath);
+    const std::string temporary = FindTempFolder(NarrowPath(target.mStrDir));
+    RemoveLeftovers(temporary, [](const std::string& name) { return name.rfind(kFolderName, 0) == 0; });
+    std::string name = temporary + "/" + kFolderName + "XXXXXX";
+    if (temporary.empty() || !mkdtemp(name.data())) return Reason(errno);
+    mFolder = fs::absolute(name).string();
+    mFolderInUse.Hold(mFolder);
     const std::string ending = NarrowPath(SplitPath_cls(job.mFrames.front()).mStrExt);
     for (size_t i = 0; i < job.mFrames.size(); ++i) {
         wxFileName picture(job.mFrames[i]);
@@ -97,6 +104,10 @@ wxString VideoMaker_cls::Spawn(const VideoJob_st& job) {
     const wxString tool = FindVideoTool();
     if (tool.empty()) return GetVideoToolHint();
     mPartial = MakePartialName(job.mPath);
+    // Made here, so that it can be marked; where it can't be, the tool says why.
+    const int file = open(mPartial.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);
+    if (file >= 0) close(file);
+    mPartialInUse.Hold(mPartial);
     const std::string ending = NarrowPath(SplitPath_cls(job.mFrames.front()).mStrExt.Mid(1));
     std::vector<std::string> words = MakeVideoCommand(NarrowPath(tool), mFolder, ending, "file:" + mPartial,
                                                       job.mRate.utf8_string(), job.mbTransparent);
@@ -124,7 +135,7 @@ void VideoMaker_cls::End(int status) {
     mPid = -1;
     mStrError.clear();
     if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
-        mStrError = LastWords(mFolder + "/words");
+        mStrError = ReadWords(mFolder + "/words");
         if (mStrError.empty()) mStrError = _("ffmpeg ended before it was done");
     } else if (std::rename(mPartial.c_str(), NarrowPath(mStrPath).c_str()) != 0) {
         mStrError = Reason(errno);
@@ -149,6 +160,8 @@ void VideoMaker_cls::CleanUp() {
     if (!mFolder.empty()) fs::remove_all(mFolder, ignored);
     mPartial.clear();
     mFolder.clear();
+    mPartialInUse.Release();
+    mFolderInUse.Release();
 }
 
 void VideoMaker_cls::Sleep() { wxMilliSleep(kPollMillis); }

@@ -7,6 +7,8 @@
 
 #include <wx/string.h>
 
+#include "COMMON/Leftovers.h"
+
 struct VideoJob_st;
 
 class VideoMaker_cls {
@@ -43,6 +45,8 @@ private:
     void End(int status);
 
     pid_t mPid = -1;
+    InUse_cls mFolderInUse;
+    InUse_cls mPartialInUse;
     std::string mFolder;  ///< of the links to the pictures
     std::string mPartial; ///< the video under work, renamed when it is whole
     wxString mStrPath;

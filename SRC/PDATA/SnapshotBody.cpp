@@ -20,14 +20,12 @@ namespace {
 
 // Positions and IDs in the order of their IDs, equal ones in the file's order. Velocity, radius, type and
 // value stay where they are: the sorted order serves the search for a position by its ID alone.
-void SortById(const ParticleArrays_st& arrays, size_t number) {
-    if (!arrays.mpID || std::is_sorted(arrays.mpID, arrays.mpID + number)) return;
+// False: memory was short, and the order is the file's.
+bool SortById(const ParticleArrays_st& arrays, size_t number) {
+    if (!arrays.mpID || std::is_sorted(arrays.mpID, arrays.mpID + number)) return true;
     std::unique_ptr<uint64_t[]> keys(new (std::nothrow) uint64_t[number]);
     std::unique_ptr<float[][3]> pos(new (std::nothrow) float[number][3]);
-    if (!keys || !pos) {
-        std::printf("No memory to sort %zu particles by ID\n", number);
-        return;
-    }
+    if (!keys || !pos) return false;
     for (size_t i = 0; i < number; ++i)
         keys[i] = static_cast<uint64_t>(static_cast<uint32_t>(arrays.mpID[i]) ^ 0x80000000u) << 32 | i;
     std::sort(keys.get(), keys.get() + number);
@@ -36,6 +34,7 @@ void SortById(const ParticleArrays_st& arrays, size_t number) {
         arrays.mpID[i] = static_cast<int>(static_cast<uint32_t>(keys[i] >> 32) ^ 0x80000000u);
     }
     std::memcpy(arrays.mpPos, pos.get(), number * sizeof pos[0]);
+    return true;
 }
 
 template <class T>
@@ -65,13 +64,25 @@ SnapshotBody_st MakeSnapshotBody(const DataLoader_cls& loader, const wxString& p
     return job;
 }
 
-void ReadSnapshotBody(const SnapshotBody_st& job) {
-    if (job.mNumber <= 0) return;
-    if (job.mDataType == 1)
-        TextReader_cls(job).Read();
-    else
-        BinaryReader_cls(job).Read();
-    if (job.mbSortById) SortById(job.mArrays, static_cast<size_t>(job.mNumber));
+std::string ReadSnapshotBody(const SnapshotBody_st& job) {
+    if (job.mNumber <= 0) return std::string();
+    const size_t number = static_cast<size_t>(job.mNumber);
+    std::string damage;
+    try {
+        damage = job.mDataType == 1 ? TextReader_cls(job).Read() : BinaryReader_cls(job).Read();
+    } catch (const std::bad_alloc&) {
+        ClearParticles(job.mArrays, ~0u, 0, number);
+        damage = job.mPath + ": No memory to read the file, its particles are zero";
+    }
+    if (job.mbSortById && !SortById(job.mArrays, number))
+        damage += (damage.empty() ? "" : "\n") + job.mPath + ": No memory to sort " + std::to_string(number) +
+                  " particles by ID";
+    if (!damage.empty()) std::puts(damage.c_str());
+    return damage;
+}
+
+bool IsShortOfMemory(const std::string& damage) {
+    return damage.find(": No memory to ") != std::string::npos;
 }
 
 unsigned GetBodyItemBit(int code) {

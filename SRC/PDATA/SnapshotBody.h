@@ -30,9 +30,11 @@ SnapshotBody_st MakeSnapshotBody(const DataLoader_cls& loader, const wxString& p
                                  const ParticleArrays_st& arrays, bool bHasID);
 
 /// Fill the arrays, adjust them and, if wanted, sort positions and IDs by ID. A file that ends early, a
-/// line that doesn't fit: what was read stays, the rest is zero before adjusting, and a line on standard
-/// output tells it. Keeps GThreadReaderPercentage up to date.
-void ReadSnapshotBody(const SnapshotBody_st& job);
+/// line that doesn't fit: what was read stays, the rest is zero before adjusting, and the answer tells it, as
+/// standard output does, in a line or two; empty where all is well. Keeps GThreadReaderPercentage up to date.
+std::string ReadSnapshotBody(const SnapshotBody_st& job);
+/// Does such an answer tell that memory was short? The file may be whole then.
+bool IsShortOfMemory(const std::string& damage);
 
 /// Bits of the arrays that an item code fills; 0 for dummies and unknown codes.
 unsigned GetBodyItemBit(int code);

@@ -135,6 +135,7 @@ void SnapshotWriter_cls::Finish() {
     if (!mpFile->Commit(ToDisk::Later)) {
         Fail(mpFile->GetReason());
     } else if (!mbText && mCount == 0) {
+        mbEmptyFrame = true;
         Fail(_("there are no particles to write"));
     } else {
         mState = State::Written;

@@ -51,6 +51,8 @@ public:
     wxString GetReason() const { return mStrReason; }
     const SnapshotSource_st& GetSource() const { return mSource; }
     int GetPercent() const;
+    /// The frame has no particles, and the empty file that tells so stands there.
+    bool IsEmptyFrame() const { return mbEmptyFrame; }
 
     /// A whole file at once; empty on success, else the reason.
     static wxString WriteFile(const wxString& path, const GrammerBase_cls& grammar, bool bText,
@@ -74,5 +76,6 @@ private:
     size_t mUsed = 0;
     std::unique_ptr<SafeFile_cls> mpFile;
     State mState = State::Busy;
+    bool mbEmptyFrame = false;
     wxString mStrReason;
 };

@@ -79,7 +79,7 @@ BinaryReader_cls::BinaryReader_cls(const SnapshotBody_st& job) : mJob(job) {
     mClearBits = ~filled & ~job.mArrays.mZeroBits;
 }
 
-void BinaryReader_cls::Read() {
+std::string BinaryReader_cls::Read() {
     const size_t number = static_cast<size_t>(mJob.mNumber);
     const int file = open(mJob.mPath.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (file < 0) std::puts("Read Main Fails!!");
@@ -96,17 +96,18 @@ void BinaryReader_cls::Read() {
     }
     ReadRange(file, half, number, &progress);
     if (helper.joinable()) helper.join();
-    if (file < 0) return;
+    if (file < 0) return mJob.mPath + ": the file can't be opened, its particles are zero";
     close(file);
-    if (mRead < number)
-        std::printf("%s: the file ends after %zu of %zu particles, the others are zero\n", mJob.mPath.c_str(),
-                    mRead.load(), number);
+    if (mRead >= number) return std::string();
+    return mJob.mPath + ": " + (mbNoMemory ? "No memory to read on" : "the file ends") + " after " +
+           std::to_string(mRead.load()) + " of " + std::to_string(number) + " particles, the others are zero";
 }
 
 void BinaryReader_cls::ReadRange(int file, size_t first, size_t last, ReadProgress_cls* pProgress) {
     const size_t pieceNumber = RecordsIn(kPieceBytes, mRecordBytes);
     std::unique_ptr<unsigned char[]> buffer(
         new (std::nothrow) unsigned char[pieceNumber * mRecordBytes + kPad]);
+    if (!buffer) mbNoMemory.store(true);
     bool bEnd = file < 0 || !buffer;
     while (first < last) {
         const size_t number = std::min(pieceNumber, last - first);

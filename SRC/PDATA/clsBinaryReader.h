@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <string>
 #include <vector>
 
 #include "PDATA/SnapshotBody.h"
@@ -12,8 +13,8 @@ class BinaryReader_cls {
 public:
     explicit BinaryReader_cls(const SnapshotBody_st& job);
     /// Read, clear and adjust all particles. The default record clamps types to 0..4; any other keeps
-    /// their lowest byte and makes 4 of what is over 4.
-    void Read();
+    /// their lowest byte and makes 4 of what is over 4. Tells what the file lacks; empty: nothing.
+    std::string Read();
 
 private:
     /// One item of the record that some array takes.
@@ -34,4 +35,5 @@ private:
     unsigned mClearBits = 0;      ///< arrays that the file has nothing for and that aren't zero yet
     unsigned mTailBits = 0;       ///< arrays to clear behind the end of a short file
     std::atomic<size_t> mRead{0}; ///< whole records found
+    std::atomic<bool> mbNoMemory{false};
 };

@@ -110,7 +110,11 @@ bool DataExporter_cls::ExportAscii(const wxString& path, const PDataBlock_cls& b
 
 bool DataExporter_cls::ExportFile(const wxString& path, const PDataBlock_cls& block, double dt, int step,
                                   wxString* pReason) {
-    return ExportNow(path, SnapshotSource_st::Of(block, dt, step), mCItemDataType.mValue == 1, pReason);
+    SnapshotWriter_cls writer(path, *this, mCItemDataType.mValue == 1,
+                              SnapshotSource_st::Of(block, dt, step));
+    const bool bDone = writer.Write() == SnapshotWriter_cls::State::Written || writer.IsEmptyFrame();
+    if (pReason) *pReason = bDone ? wxString() : writer.GetReason();
+    return bDone;
 }
 
 wxString DataExporter_cls::GetRunText() const {

@@ -45,7 +45,7 @@ public:
                       wxString* pReason = nullptr);
     bool ExportAscii(const wxString& path, const PDataBlock_cls& block, double dt, int step,
                      wxString* pReason = nullptr);
-    /// As the data type has it.
+    /// As the data type has it. A frame without particles is legal: its binary file is empty.
     bool ExportFile(const wxString& path, const PDataBlock_cls& block, double dt, int step,
                     wxString* pReason = nullptr);
 

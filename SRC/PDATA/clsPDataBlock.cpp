@@ -1,12 +1,14 @@
 #include "PDATA/clsPDataBlock.h"
 
+#include <sys/mman.h>
+
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 
 #include <wx/intl.h>
 
 #include "COMMON/Globals.h"
-#include "COMMON/MsgBox.h"
 #include "COMMON/ThreadStates.h"
 #include "PDATA/SnapshotHeader.h"
 #include "PDATA/clsArrayPool.h"
@@ -24,6 +26,17 @@ namespace {
 
 // The last interpolator, at work or done; the next one or the program's end joins it.
 std::unique_ptr<ThreadInterpolator_cls> sInterpolator;
+
+/// Drawing takes a draw-time snapshot, a list to sort, and what OpenGL copies of both.
+bool HasRoomToDraw(int number) {
+    constexpr size_t kBytesOfParticle = 128;
+    constexpr size_t kBytesOfPicture = size_t(128) << 20;
+    const size_t bytes = size_t(std::max(number, 0)) * kBytesOfParticle + kBytesOfPicture;
+    void* memory = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (memory == MAP_FAILED) return false;
+    munmap(memory, bytes);
+    return true;
+}
 
 } // namespace
 
@@ -69,31 +82,40 @@ bool PDataBlock_cls::LoadHeader(const wxString& path) {
 
 bool PDataBlock_cls::LoadData(const wxString& path) {
     if (GpCThreadReader.load()) return false;
+    const bool bAhead = PDataSeqCtrl_cls::IsAhead(mpCSnap);
+    if (bAhead && !PDataSeqCtrl_cls::IsRoomAhead()) return false;
     if (mParticleNumber == -1) {
         const bool bText = mspCDataLoaderLink->mCItemDataType.mValue == 1;
         if (!(bText ? LoadHeaderAscii(path) : LoadHeaderBinary(path))) return false;
         mInterpolateType = static_cast<int>(mspCDataLoaderLink->mCItemInterpolateType.mValue);
         mVariableNumber = static_cast<int>(mspCDataLoaderLink->mCItemVariableNumber.mValue);
     }
-    if (!mbAllocated && !AllocateOrEvict()) {
-        mpCSnap->SetUnusable(
-            wxString::Format(_("%s: memory is too short for its %d particles. Lower \"Memory "
-                               "Limit(MB)\" or close other programs, then remove the cache."),
-                             path, mParticleNumber));
+    if (!mbAllocated && !AllocateOrEvict(bAhead)) {
+        if (bAhead)
+            PDataSeqCtrl_cls::RefuseAhead();
+        else
+            mpCSnap->SetUnusable(
+                wxString::Format(_("%s: memory is too short for its %d particles. Lower \"Memory "
+                                   "Limit(MB)\" or close other programs, then remove the cache."),
+                                 path, mParticleNumber));
         mParticleNumber = -1;
         return false;
     }
     return StartLoadingData(path);
 }
 
-bool PDataBlock_cls::AllocateOrEvict() {
+bool PDataBlock_cls::AllocateOrEvict(bool bAhead) {
     const int number = mParticleNumber;
     while (!Allocate(number))
         if (!PDataSeqCtrl_cls::ReleaseForAllocation(mpCSnap)) {
             mParticleNumber = number;
             return false;
         }
-    return true;
+    if (!bAhead || HasRoomToDraw(number)) return true;
+    ReleaseData();
+    ArrayPool_cls::Shared().Trim();
+    mParticleNumber = number;
+    return false;
 }
 
 bool PDataBlock_cls::StartLoadingData(const wxString& path) {
@@ -102,8 +124,9 @@ bool PDataBlock_cls::StartLoadingData(const wxString& path) {
     GThreadReaderIndex.store(mpCSnap->mIndex);
     ThreadFileReader_cls* pReader = new ThreadFileReader_cls;
     GpCThreadReader.store(pReader);
-    pReader->SetParameters(&mpCSnap->mbLoaded, mspCDataLoaderLink, path, mParticleNumber, *this, mbHasID);
-    if (pReader->Run() != wxTHREAD_NO_ERROR) MsgBoxExit(_("Can't create thread"), _("Error!"));
+    pReader->SetParameters(&mpCSnap->mbLoaded, &mpCSnap->mStrDamage, mspCDataLoaderLink, path,
+                           mParticleNumber, *this, mbHasID);
+    pReader->Start();
     return true;
 }
 

@@ -29,7 +29,8 @@ public:
     bool LoadHeaderBinary(const wxString& path);
     bool LoadHeaderAscii(const wxString& path);
     /// Head if not yet known, arrays, then the background reader. False when no reader was started: another
-    /// one runs, or the file can't be used (the snapshot's file status says so then).
+    /// one runs, the file can't be used (the snapshot's file status says so then), or it is read ahead and
+    /// memory is short.
     bool LoadData(const wxString& path);
     /// The reader alone, for a block whose head is known and whose arrays exist.
     bool StartLoadingData(const wxString& path);
@@ -50,7 +51,7 @@ public:
 
 private:
     bool LoadHeader(const wxString& path);
-    bool AllocateOrEvict();
+    bool AllocateOrEvict(bool bAhead);
 
     static PDataBlock_cls* mspInterpolated; ///< the two blocks of the running interpolator
     static PDataBlock_cls* mspInterpolatedNext;

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "COMMON/Globals.h"
 #include "PDATA/clsArrayPool.h"
+#include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSnap.h"
 
 PDataSeqCtrl_cls* PDataSeqCtrl_cls::mspCThis = nullptr;
@@ -86,7 +88,8 @@ void PDataSeqCtrl_cls::ReleaseMemoryOutofStep(int step) {
     const PDataSequence_cls* pSequence = GetPCActiveFileSequence();
     const int length = std::min(pSequence->GetSeqLength(), PDataSequence_cls::kMaxSnap);
     for (int i = 1; i < length; ++i)
-        if (i % step >= 2 && pSequence->mpCSnap[i]->IsItLoaded()) pSequence->mpCSnap[i]->ReleaseData();
+        if (i % step >= 2 && pSequence->mpCSnap[i]->IsItLoaded() && MayGo(pSequence->mpCSnap[i]))
+            pSequence->mpCSnap[i]->ReleaseData();
 }
 
 // Playing goes forward, so what lies behind counts double; what is near ahead is kept, and what bears a key
@@ -98,7 +101,7 @@ bool PDataSeqCtrl_cls::ReleaseMemoryAStep(int current, int step) {
     PDataSnap_cls* pBehind[2] = {nullptr, nullptr}; // [snipped]: the first one before current
     for (int i = 0; i < length; ++i) {
         PDataSnap_cls* pSnap = pSequence->mpCSnap[i];
-        if (i == current || !pSnap->IsItLoaded()) continue;
+        if (i == current || !pSnap->IsItLoaded() || !MayGo(pSnap)) continue;
         if (i > current)
             pAhead[pSnap->mbSnipping] = pSnap;
         else if (!pBehind[pSnap->mbSnipping])
@@ -125,15 +128,52 @@ bool PDataSeqCtrl_cls::ReleaseMemoryAStep(int current, int step) {
     return pRelease != nullptr;
 }
 
-// The loaded snapshot that is furthest from the current one, counted as above.
-PDataSnap_cls* PDataSeqCtrl_cls::FindFurthest(const PDataSnap_cls* pKeep) const {
+void PDataSeqCtrl_cls::SetPresent(int index, double frac, bool bForce) {
+    const PDataSequence_cls* pSequence = GetPCActiveFileSequence();
+    const PDataSnap_cls* pShown = index >= 0 ? pSequence->GetSnap(index) : nullptr;
+    const PDataSnap_cls* pNext = pShown && pSequence->NeedsSlopes(frac, bForce) ? pShown->mpCNext : nullptr;
+    if (pShown == mpCPresent[0] && pNext == mpCPresent[1]) return;
+    mpCPresent[0] = pShown;
+    mpCPresent[1] = pNext;
+    mbRoomAhead = true;
+}
+
+bool PDataSeqCtrl_cls::IsPresent(const PDataSnap_cls* pSnap) const {
+    return pSnap && (pSnap == mpCPresent[0] || pSnap == mpCPresent[1]);
+}
+
+bool PDataSeqCtrl_cls::IsAhead(const PDataSnap_cls* pSnap) {
+    return mspCThis && mspCThis->mpCPresent[0] && !mspCThis->IsPresent(pSnap) &&
+           !mspCThis->IsPresent(PDataSnap_cls::mspCOnBehalf);
+}
+
+bool PDataSeqCtrl_cls::IsRoomAhead() { return !mspCThis || mspCThis->mbRoomAhead; }
+
+void PDataSeqCtrl_cls::RefuseAhead() {
+    if (mspCThis) mspCThis->mbRoomAhead = false;
+}
+
+bool PDataSeqCtrl_cls::MayGo(const PDataSnap_cls* pSnap) const {
+    return !IsPresent(pSnap) && pSnap != PDataSnap_cls::mspCOnBehalf && pSnap != PDataSnap_cls::mspCDrawn &&
+           !pSnap->mpCBlock->IsUnderInterpolation();
+}
+
+// From the current one, counted as above.
+long long PDataSeqCtrl_cls::GetDistance(const PDataSnap_cls* pSnap) const {
+    const long long offset = static_cast<long long>(pSnap->mIndex) - mLastCurrent;
+    return offset < 0 ? -2 * offset : offset;
+}
+
+PDataSnap_cls* PDataSeqCtrl_cls::FindFurthest(const PDataSnap_cls* pFor) const {
+    const bool bAhead = pFor && IsAhead(pFor);
     PDataSnap_cls* pFurthest = nullptr;
-    long long furthest = -1;
+    long long furthest = bAhead ? GetDistance(pFor) : -1;
     for (const PDataSequence_cls* pSequence : mpCSequence)
         for (PDataSnap_cls* pSnap : pSequence->mpCSnap) {
-            if (pSnap == pKeep || pSnap == PDataSnap_cls::mspCOnBehalf || !pSnap->IsItLoaded()) continue;
-            const long long offset = static_cast<long long>(pSnap->mIndex) - mLastCurrent;
-            const long long distance = offset < 0 ? -2 * offset : offset;
+            // One that is still being read is waited for first, which only the present is worth.
+            const bool bThere = bAhead ? pSnap->IsItLoaded() : pSnap->mbLoadStarted;
+            if (pSnap == pFor || !bThere || !MayGo(pSnap)) continue;
+            const long long distance = GetDistance(pSnap);
             if (distance <= furthest) continue;
             furthest = distance;
             pFurthest = pSnap;
@@ -141,8 +181,15 @@ PDataSnap_cls* PDataSeqCtrl_cls::FindFurthest(const PDataSnap_cls* pKeep) const 
     return pFurthest;
 }
 
-bool PDataSeqCtrl_cls::ReleaseForAllocation(const PDataSnap_cls* pKeep) {
-    PDataSnap_cls* pSnap = mspCThis ? mspCThis->FindFurthest(pKeep) : nullptr;
+bool PDataSeqCtrl_cls::ReleaseForAllocation(const PDataSnap_cls* pFor) {
+    // No success by itself: an allocation that fails half way gives its first half to the pool each time.
+    ArrayPool_cls::Shared().Trim();
+    if (!mspCThis) return false;
+    PDataSnap_cls* pSnap = mspCThis->FindFurthest(pFor);
+    if (!pSnap && GpCThreadInterpolate.load() && !(pFor && IsAhead(pFor))) {
+        PDataSnap_cls::WaitInterpolator();
+        pSnap = mspCThis->FindFurthest(pFor);
+    }
     if (!pSnap) return false;
     pSnap->ReleaseData();
     ArrayPool_cls::Shared().Trim();

@@ -35,9 +35,20 @@ public:
     int GetLoadedFrameNumber() const;
     void ClearSnipping();
     void SetSnipping(int index);
-    /// Memory is short: release the snapshot furthest from use, but never `pKeep` or the one that waits for
-    /// its neighbour. False when nothing is left to release.
-    static bool ReleaseForAllocation(const PDataSnap_cls* pKeep = nullptr);
+    /// What is shown or waited for now: snapshot `index` of the active sequence and, where particles move
+    /// (`frac` isn't 0, `bForce`, or colours ask for it), the one behind it. Neither is ever evicted.
+    void SetPresent(int index, double frac, bool bForce);
+    /// Would reading this snapshot be reading ahead? Then it takes no memory from the present, and a lack of
+    /// memory is no reason to give its file up.
+    static bool IsAhead(const PDataSnap_cls* pSnap);
+    /// Reading ahead: is there memory for it, and enough left to draw what is shown? Not asked again before
+    /// another present is set.
+    static bool IsRoomAhead();
+    static void RefuseAhead();
+    /// Memory is short for `pFor`, or for drawing: give back what the pool keeps, then the snapshot furthest
+    /// from use, but never `pFor`, one of the present, one that is drawn or interpolated, or the one that
+    /// waits for its neighbour; for reading ahead only what is further away. False when nothing is left.
+    static bool ReleaseForAllocation(const PDataSnap_cls* pFor = nullptr);
 
     wxString Serialize() const;
     void ReadStrLine(std::wistream& stream, const wxString& line);
@@ -50,9 +61,14 @@ public:
 private:
     void ReleaseMemoryOutofStep(int step);
     bool ReleaseMemoryAStep(int current, int step);
-    PDataSnap_cls* FindFurthest(const PDataSnap_cls* pKeep) const;
+    PDataSnap_cls* FindFurthest(const PDataSnap_cls* pFor) const;
+    bool IsPresent(const PDataSnap_cls* pSnap) const;
+    bool MayGo(const PDataSnap_cls* pSnap) const;
+    long long GetDistance(const PDataSnap_cls* pSnap) const;
 
     static PDataSeqCtrl_cls* mspCThis; ///< the store that gives memory back
+    const PDataSnap_cls* mpCPresent[2] = {nullptr, nullptr};
+    bool mbRoomAhead = true;
     int mLastCurrent = 0;
     int mLastStep = 1;
 };

@@ -126,13 +126,16 @@ bool PDataSequence_cls::IsTheIndexLoaded(int index) const { return GetSnap(index
 
 const PDataBlock_cls* PDataSequence_cls::GetPCBlock(int index) const { return GetSnap(index)->mpCBlock; }
 
+bool PDataSequence_cls::NeedsSlopes(double frac, bool bForce) const {
+    return !(frac == 0.0) || bForce || mpCDrawing->AreSlopesNeeded();
+}
+
 bool PDataSequence_cls::IsTheIndexReady(int index, double frac, bool bForce) {
-    return GetSnap(index)->IsItReady(!(frac == 0.0) || bForce || mpCDrawing->AreSlopesNeeded());
+    return GetSnap(index)->IsItReady(NeedsSlopes(frac, bForce));
 }
 
 void PDataSequence_cls::PrepareIndex(int index, double frac, bool bForce, bool bWait) {
-    const bool bNeed = !(frac == 0.0) || bForce || mpCDrawing->AreSlopesNeeded();
-    GetSnap(index)->PrepareData(bNeed, bWait);
+    GetSnap(index)->PrepareData(NeedsSlopes(frac, bForce), bWait);
 }
 
 void PDataSequence_cls::SetSnipping(int index) { GetSnap(index)->mbSnipping = true; }

@@ -43,6 +43,8 @@ public:
     double GetDT(int index, double step) const;
     bool IsTheIndexLoaded(int index) const;
     const PDataBlock_cls* GetPCBlock(int index) const; ///< its arrays stand only while the index is loaded
+    /// Does a moment `frac` behind a snapshot, or a colour, take slopes towards the next one?
+    bool NeedsSlopes(double frac, bool bForce) const;
     bool IsTheIndexReady(int index, double frac, bool bForce);
     void PrepareIndex(int index, double frac, bool bForce, bool bWait);
     void SetSnipping(int index);

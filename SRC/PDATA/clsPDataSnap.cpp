@@ -17,6 +17,7 @@
 #include "PDATA/clsPDataSequence.h"
 #include "PDATA/clsSequenceDrawing.h"
 
+const PDataSnap_cls* PDataSnap_cls::mspCDrawn = nullptr;
 PDataSnap_cls* PDataSnap_cls::mspCOnBehalf = nullptr;
 
 namespace {
@@ -78,6 +79,7 @@ void PDataSnap_cls::LookForFile() {
 
 void PDataSnap_cls::SetUnusable(const wxString& text) {
     mFileStatus = FILE_UNUSABLE;
+    mStrProblem = text;
     Notice(mpCSequence->GetStrPath(), text);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <atomic>
+#include <string>
 
 #include <wx/string.h>
 
@@ -64,6 +65,11 @@ public:
     bool mbInterpolateStarted = false;
     std::atomic<bool> mbInterpolated{false}; ///< set by the interpolator (release)
 
+    wxString mStrProblem;   ///< why the file can't be used
+    std::string mStrDamage; ///< what of the file is missing or no number; the reader's, with mbLoaded
+
+    /// The snapshot that is being drawn: memory is not taken from it.
+    static const PDataSnap_cls* mspCDrawn;
     /// The snapshot for whose slopes its next one is being read: memory is not taken from it.
     static PDataSnap_cls* mspCOnBehalf;
 

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <new>
 #include <string>
 #include <system_error>
 #include <thread>
@@ -108,7 +109,7 @@ void TextReader_cls::AddColumns(int code) {
     }
 }
 
-void TextReader_cls::Read() {
+std::string TextReader_cls::Read() {
     const int file = open(mJob.mPath.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     struct stat status;
     if (file >= 0 && fstat(file, &status) == 0 && S_ISREG(status.st_mode)) mSize = status.st_size;
@@ -127,14 +128,20 @@ void TextReader_cls::Read() {
     Work(file);
     for (std::thread& helper : helpers)
         helper.join();
-    Finish(file >= 0);
     if (file >= 0) close(file);
+    return Finish(file >= 0);
 }
 
 void TextReader_cls::Work(int file) {
     const NumberLocale_cls locale;
     const long long linesNeeded = static_cast<long long>(mJob.mHeaderLines) + mJob.mNumber;
     Chunk_st chunk;
+    try {
+        chunk.mBuffer.resize(kChunkBytes + kBehind + kTail);
+    } catch (const std::bad_alloc&) {
+        return; // before a chunk is taken, which others would wait for
+    }
+    ++mWorkers;
     for (;;) {
         const size_t index = mNextChunk.fetch_add(1, std::memory_order_relaxed);
         if (index >= mChunkNumber) return;
@@ -281,23 +288,27 @@ size_t TextReader_cls::ReadOddLine(const char* pLine, size_t particle) const {
 }
 
 // Particles behind the file's end, and what the user should know.
-void TextReader_cls::Finish(bool bOpened) {
+std::string TextReader_cls::Finish(bool bOpened) {
     const long long known = mLinesBefore[mChunkNumber].load(std::memory_order_acquire);
     const long long number = mJob.mNumber;
     // Unknown: reading stopped at the last particle's line, somewhere before the end.
     const long long found =
-        known == 0 ? number : std::clamp<long long>(known - 1 - mJob.mHeaderLines, 0, number);
+        known == 0 && mWorkers > 0 ? number : std::clamp<long long>(known - 1 - mJob.mHeaderLines, 0, number);
     ClearParticles(mJob.mArrays, mClearBits, static_cast<size_t>(found), static_cast<size_t>(number));
     mJob.mAdjust.Apply(mJob.mArrays, static_cast<size_t>(found), static_cast<size_t>(number));
+    const std::string& path = mJob.mPath;
     if (!bOpened) {
         std::puts("Read Main Fails!!");
-        return;
+        return path + ": the file can't be opened, its particles are zero";
     }
-    const char* path = mJob.mPath.c_str();
+    if (mWorkers == 0) return path + ": No memory to read the file, its particles are zero";
+    std::string text;
     if (found < number)
-        std::printf("%s: the file ends after %lld of %lld particles, the others are zero\n", path, found,
-                    number);
+        text = path + ": the file ends after " + std::to_string(found) + " of " + std::to_string(number) +
+               " particles, the others are zero";
     if (mShortLines > 0)
-        std::printf("%s: %lld lines lack numbers or hold other text, the first is line %lld\n", path,
-                    mShortLines.load(), mFirstShort.load() + 1);
+        text += (text.empty() ? path + ": " : "\n" + path + ": ") + std::to_string(mShortLines.load()) +
+                " lines lack numbers or hold other text, the first is line " +
+                std::to_string(mFirstShort.load() + 1);
+    return text;
 }

@@ -8,6 +8,7 @@
 
 #include <atomic>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "PDATA/SnapshotBody.h"
@@ -17,8 +18,9 @@ public:
     explicit TextReader_cls(const SnapshotBody_st& job);
     /// Read, clear and adjust all particles. The numbers are those that sscanf gives with "%f" and "%d"
     /// for each column in the C locale: a column that doesn't convert ends its line, and what is missing
-    /// stays zero. Of a type the lowest byte counts, and over 4 it is 4.
-    void Read();
+    /// stays zero. Of a type the lowest byte counts, and over 4 it is 4. Tells what the file lacks; empty:
+    /// nothing.
+    std::string Read();
 
 private:
     /// One number of a line; all targets null: a float that is thrown away.
@@ -38,7 +40,7 @@ private:
     void ReadLines(const Chunk_st& chunk, long long firstLine);
     size_t ReadLine(const char* pLine, size_t particle, const char** ppRest) const;
     size_t ReadOddLine(const char* pLine, size_t particle) const;
-    void Finish(bool bOpened);
+    std::string Finish(bool bOpened);
 
     const SnapshotBody_st& mJob;
     std::vector<Column_st> mColumns;
@@ -46,6 +48,7 @@ private:
     long long mSize = 0; ///< of the file when it was opened
     size_t mChunkNumber = 0;
     std::atomic<size_t> mNextChunk{0};
+    std::atomic<int> mWorkers{0}; ///< threads that had memory to work with
     /// Lines that begin before chunk k, plus one; 0 while unknown (release / acquire).
     std::unique_ptr<std::atomic<long long>[]> mLinesBefore;
     std::atomic<long long> mShortLines{0};  ///< lines that lack a number

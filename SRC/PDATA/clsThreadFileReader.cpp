@@ -1,24 +1,30 @@
 #include "PDATA/clsThreadFileReader.h"
 
-#include <wx/intl.h>
+#include <wx/log.h>
 
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
-#include "COMMON/MsgBox.h"
 #include "PDATA/clsDataLoader.h"
 
-void ThreadFileReader_cls::SetParameters(std::atomic<bool>* pbFinished, DataLoader_cls* pLoader,
-                                         const wxString& path, int number, const ParticleArrays_st& arrays,
-                                         bool bHasID) {
+void ThreadFileReader_cls::SetParameters(std::atomic<bool>* pbFinished, std::string* pDamage,
+                                         DataLoader_cls* pLoader, const wxString& path, int number,
+                                         const ParticleArrays_st& arrays, bool bHasID) {
     mpbFinished = pbFinished;
+    mpDamage = pDamage;
     mBody = MakeSnapshotBody(*pLoader, path, number, arrays, bHasID);
-    if (Create() != wxTHREAD_NO_ERROR) MsgBoxExit(_("Can't create thread"), _("Error!"));
+}
+
+void ThreadFileReader_cls::Start() {
+    const wxLogNull quiet; // the lack of a thread is no news
+    if (Create() == wxTHREAD_NO_ERROR && Run() == wxTHREAD_NO_ERROR) return;
+    Entry();
+    delete this;
 }
 
 wxThread::ExitCode ThreadFileReader_cls::Entry() {
     GThreadReaderPercentage.store(0, std::memory_order_relaxed);
-    ReadSnapshotBody(mBody);
+    *mpDamage = ReadSnapshotBody(mBody);
     mpbFinished->store(true, std::memory_order_release);
     GThreadReaderPercentage.store(100, std::memory_order_relaxed);
     PostMenuEvent(ID_REFRESH_SB);

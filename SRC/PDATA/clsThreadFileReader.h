@@ -2,6 +2,7 @@
 #pragma once
 
 #include <atomic>
+#include <string>
 
 #include <wx/thread.h>
 
@@ -18,15 +19,18 @@ class ThreadFileReader_cls : public wxThread {
 public:
     ThreadFileReader_cls() : wxThread(wxTHREAD_DETACHED) {}
 
-    /// Take the arguments and the loader's present settings and create the thread; `Run` starts it. A
-    /// thread that can't be made ends the program with a message. `number` counts particles.
-    void SetParameters(std::atomic<bool>* pbFinished, DataLoader_cls* pLoader, const wxString& path,
-                       int number, const ParticleArrays_st& arrays, bool bHasID);
+    /// Take the arguments and the loader's present settings. `number` counts particles; *pDamage gets what
+    /// ReadSnapshotBody tells, before *pbFinished is set.
+    void SetParameters(std::atomic<bool>* pbFinished, std::string* pDamage, DataLoader_cls* pLoader,
+                       const wxString& path, int number, const ParticleArrays_st& arrays, bool bHasID);
+    /// Begin. Where the system gives no more threads, the file is read here and now.
+    void Start();
 
 protected:
     ExitCode Entry() override;
 
 private:
     std::atomic<bool>* mpbFinished = nullptr; ///< the snapshot's mbLoaded
+    std::string* mpDamage = nullptr;          ///< the snapshot's
     SnapshotBody_st mBody;
 };

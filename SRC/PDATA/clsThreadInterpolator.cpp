@@ -4,12 +4,9 @@
 #include <system_error>
 #include <vector>
 
-#include <wx/intl.h>
-
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
-#include "COMMON/MsgBox.h"
 #include "COMMON/OnThreads.h"
 #include "PDATA/clsIDIndex.h"
 #include "PDATA/clsPDataBlock.h"
@@ -63,7 +60,7 @@ void ThreadInterpolator_cls::Run() {
     try {
         mThread = std::thread(&ThreadInterpolator_cls::Entry, this);
     } catch (const std::system_error&) {
-        MsgBoxExit(_("Can't create thread"), _("Error!"));
+        Entry(); // a system that gives no more threads waits
     }
 }
 

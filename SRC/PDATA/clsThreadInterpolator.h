@@ -25,7 +25,7 @@ public:
     /// boundary nothing wraps.
     void SetParameters(std::atomic<bool>* pFinished, const PeriodicBoundary_cls* pPeriodic,
                        const PDataBlock_cls& block, const PDataBlock_cls& next, float dt);
-    /// A thread that can't be made ends the program with a message.
+    /// Where the system gives no more threads, the work is done here and now.
     void Run();
     /// The slopes alone, with all threads, on the caller's time.
     static void Interpolate(const PDataBlock_cls& block, const PDataBlock_cls& next,

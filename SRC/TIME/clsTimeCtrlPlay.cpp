@@ -105,5 +105,6 @@ void TimeCtrl_cls::StopPlaying(bool bByUser) {
 }
 
 void TimeCtrl_cls::BeginMotionBlur() {
-    if (mbUseMotionBlur.mValue) mCMotionBlur.BeginMotionBlur(mPlayDirection);
+    // Open for no time, the shutter takes the plain picture.
+    if (mbUseMotionBlur.mValue && mCMotionBlur.mShutter > 0.0f) mCMotionBlur.BeginMotionBlur(mPlayDirection);
 }

@@ -111,6 +111,13 @@ TEST_F(Export, AFileHasTheChosenDataType) {
     mExporter.mCItemDataType.mValue = 0;
     EXPECT_TRUE(mExporter.ExportFile(wxString::FromUTF8(path), particles.mBlock, 0.0, 1));
     EXPECT_EQ(ReadFile(path), Pack(2, 100, 101));
+    // A frame without particles is legal in a film, and tells so by an empty file.
+    const Particles_st none(0);
+    EXPECT_TRUE(mExporter.ExportFile(wxString::FromUTF8(path), none.mBlock, 0.0, 1));
+    EXPECT_EQ(ReadFile(path), "");
+    wxString reason;
+    EXPECT_FALSE(mExporter.ExportFile("/proc/none.bin", none.mBlock, 0.0, 1, &reason));
+    EXPECT_FALSE(reason.empty());
 }
 
 TEST_F(Export, DownsizingTakesEveryNth) {

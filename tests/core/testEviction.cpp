@@ -78,6 +78,35 @@ TEST_F(Eviction, MemoryIsCountedByFixedWeights) {
     EXPECT_EQ(Snap(0).GetUsedMemoryKB(), 0);
 }
 
+TEST_F(Eviction, ThePresentStaysWhateverIsShort) {
+    // A remapped clock shows snapshots far from the frame's number.
+    mStore.SetPresent(2, 0.5, false);
+    mStore.mLimitMB = 0;
+    mStore.CleanUpMemory(19, 3);
+    EXPECT_EQ(Loaded(), (std::vector<int>{2, 3, 19}));
+    // Reading ahead takes what is further away, nothing else; the present takes all that isn't its own.
+    mStore.mLimitMB = 20;
+    for (const int index : {4, 5, 9}) {
+        Snap(index).mbLoadStarted = true;
+        Snap(index).mbLoaded = true;
+    }
+    mStore.CleanUpMemory(2, 1);
+    while (PDataSeqCtrl_cls::ReleaseForAllocation(&Snap(6)))
+        ;
+    EXPECT_EQ(Loaded(), (std::vector<int>{2, 3, 4, 5}));
+    EXPECT_TRUE(PDataSeqCtrl_cls::IsAhead(&Snap(4)));
+    EXPECT_FALSE(PDataSeqCtrl_cls::IsAhead(&Snap(3)));
+    while (PDataSeqCtrl_cls::ReleaseForAllocation())
+        ;
+    EXPECT_EQ(Loaded(), (std::vector<int>{2, 3}));
+    PDataSnap_cls::mspCDrawn = &Snap(3);
+    mStore.SetPresent(2, 0.0, false);
+    EXPECT_FALSE(PDataSeqCtrl_cls::ReleaseForAllocation()) << "what is drawn stays too";
+    PDataSnap_cls::mspCDrawn = nullptr;
+    EXPECT_TRUE(PDataSeqCtrl_cls::ReleaseForAllocation());
+    EXPECT_EQ(Loaded(), std::vector<int>{2});
+}
+
 TEST_F(Eviction, ShortMemoryTakesTheFurthestButNotWhatIsNeeded) {
     mStore.mLimitMB = 20;
     mStore.CleanUpMemory(10, 1);

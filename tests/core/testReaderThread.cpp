@@ -41,11 +41,13 @@ TEST(ReaderThread, FillsTheArraysThenRaisesItsFlags) {
         GThreadReaderIndex.store(7);
         auto* reader = new ThreadFileReader_cls;
         GpCThreadReader.store(reader);
-        reader->SetParameters(&bFinished, &loader, path, 200000, arrays.mArrays, true);
-        ASSERT_EQ(wxTHREAD_NO_ERROR, reader->Run());
+        std::string damage = "an older one";
+        reader->SetParameters(&bFinished, &damage, &loader, path, 200000, arrays.mArrays, true);
+        reader->Start();
         while (!GbThreadReaderFinished.load(std::memory_order_acquire))
             wxMilliSleep(1);
         EXPECT_TRUE(bFinished.load());
+        EXPECT_EQ(damage, "");
         EXPECT_EQ(-1, GThreadReaderIndex.load());
         EXPECT_EQ(100, GThreadReaderPercentage.load());
         for (int i = 0; i < 200000; i += 777)

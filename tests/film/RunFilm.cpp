@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -28,7 +29,7 @@ std::string Read(const fs::path& path) {
 }
 
 [[noreturn]] void Become(const std::vector<std::string>& words, const Environment& environment,
-                         const std::string& folder) {
+                         const std::string& folder, const Limits_st& limits) {
     unsetenv("DISPLAY");
     unsetenv("XAUTHORITY");
     setenv("LIBGL_ALWAYS_SOFTWARE", "1", 1);
@@ -38,13 +39,18 @@ std::string Read(const fs::path& path) {
         else
             setenv(name.c_str(), value.c_str(), 1);
     }
+    if (limits.mMegabytes > 0) {
+        const rlim_t bytes = rlim_t(limits.mMegabytes) << 20;
+        const rlimit limit = {bytes, bytes};
+        setrlimit(RLIMIT_AS, &limit);
+    }
     dup2(open((folder + "/out").c_str(), O_WRONLY | O_CREAT, 0600), 1);
     dup2(open((folder + "/err").c_str(), O_WRONLY | O_CREAT, 0600), 2);
-    std::vector<char*> pointers = {const_cast<char*>(MORENTIS_FILM)};
+    std::vector<char*> pointers = {const_cast<char*>(limits.mProgram.c_str())};
     for (const std::string& word : words)
         pointers.push_back(const_cast<char*>(word.c_str()));
     pointers.push_back(nullptr);
-    execv(MORENTIS_FILM, pointers.data());
+    execv(limits.mProgram.c_str(), pointers.data());
     _exit(126);
 }
 
@@ -90,10 +96,10 @@ std::map<std::string, std::string> FilmFolder_cls::ReadAll(const std::string& fo
 }
 
 ChildRun_st RunFilm(const std::vector<std::string>& words, const Environment& environment,
-                    const std::function<void(pid_t)>& meanwhile) {
+                    const std::function<void(pid_t)>& meanwhile, const Limits_st& limits) {
     const FilmFolder_cls folder;
     const pid_t child = fork();
-    if (child == 0) Become(words, environment, folder.mPath.string());
+    if (child == 0) Become(words, environment, folder.mPath.string(), limits);
     const auto end = std::chrono::steady_clock::now() + kLongest;
     int status = 0;
     while (waitpid(child, &status, WNOHANG) == 0) {

@@ -39,7 +39,13 @@ public:
 
 using Environment = std::map<std::string, std::string>; ///< an empty value takes the variable away
 
+/// What the system gives it; 0: as much as there is.
+struct Limits_st {
+    int mMegabytes = 0;                   ///< of addresses
+    std::string mProgram = MORENTIS_FILM; ///< another copy of it
+};
+
 /// Run it to its end, without DISPLAY unless `environment` has one. While it runs, `meanwhile` is called a
 /// few hundred times a second with its process number.
 ChildRun_st RunFilm(const std::vector<std::string>& words, const Environment& environment = {},
-                    const std::function<void(pid_t)>& meanwhile = {});
+                    const std::function<void(pid_t)>& meanwhile = {}, const Limits_st& limits = {});

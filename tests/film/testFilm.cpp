@@ -185,11 +185,6 @@ TEST_F(FilmCommand, NamesFramesThatCantBeWritten) {
     EXPECT_EQ(run.mErr.find("frame 3, "), std::string::npos) << run.mErr;
     EXPECT_EQ(Names(), kFive) << "the others are there";
     EXPECT_TRUE(Load("out/f0004.png").IsOk());
-    // Nobody can write there, not even root.
-    const ChildRun_st closed = RunFilm({"--output", "/proc/f%04d.png", mProject});
-    EXPECT_EQ(closed.mStatus, 3);
-    for (int frame = 0; frame < 5; ++frame)
-        EXPECT_NE(closed.mErr.find("frame " + std::to_string(frame) + ", /proc"), std::string::npos);
 }
 
 TEST_F(FilmCommand, NamesFramesWhoseDataCantBeRead) {
@@ -302,7 +297,9 @@ TEST_F(FilmCommand, ExportsTheDataOfEachFrame) {
     const std::string again =
         mFolder.MakeProject("again.mrp", "LoaderTranslate=0 0 0\nLoaderScale=1\n", mFolder / "data/d000.bin");
     EXPECT_EQ(Film({again, "--quiet"}, {}, "again").mStatus, 0);
-    const ChildRun_st blocked = Film({"--export-data", "/proc/d%04d.bin", "--frames", "0"}, {}, "blocked");
+    fs::create_directories(mFolder.mPath / "way/d0000.bin"); // in the way
+    const ChildRun_st blocked =
+        Film({"--export-data", mFolder / "way/d%04d.bin", "--frames", "0"}, {}, "blocked");
     EXPECT_EQ(blocked.mStatus, 3) << blocked.mErr;
     EXPECT_TRUE(Load("blocked/f0000.png").IsOk()) << "the picture is there all the same";
 }

@@ -197,7 +197,8 @@ TEST_F(Projects, WhatIsNoProjectIsToldAndNothingChanges) {
         EXPECT_EQ(Frame()->GetTitle(), title);
         EXPECT_EQ(Store()->GetActiveFileSequenceLength(), 20) << name;
     }
-    EXPECT_TRUE(mVMessages[0].mText == wxString("Read Configure Fails") + wxString(mDir / "missing.mrp"));
+    EXPECT_TRUE(mVMessages[0].mText == wxString("Read Configure Fails") + wxString(mDir / "missing.mrp") +
+                                           ": No such file or directory");
     std::ofstream endless(mDir / "endless.mrp");
     endless << std::string(60u << 20, 'x') << "\nTimeMaxFrame=17\n";
     endless.close();

@@ -63,6 +63,18 @@ class FilmSbatch(unittest.TestCase):
         self.assertEqual(self.ranges(2, FIRST="15", LAST="45"), [(20, 29), (30, 45)])
         self.assertEqual(self.run_task(1, 1, FIRST="15", LAST="19").returncode, 2)
 
+    def test_a_start_that_ends_the_film_is_told_with_the_remedy(self):
+        self.write(100, 7, 99, 3)
+        self.assertEqual(self.run_task(1, 2).returncode, 0, "without steps between frames it goes on")
+        with self.project.open("a") as file:
+            file.write("TimeAnimInterp=4\n")
+        for task in (1, 2):
+            run = self.run_task(task, 2)
+            self.assertEqual(run.returncode, 2)
+            self.assertIn("begin at frame 9", run.stderr)
+        self.write(100, 6, 99, 3)
+        self.assertEqual(self.run_task(1, 2).returncode, 0)
+
     def test_wrong_uses_are_told(self):
         self.write(100, 0, 99, 1)
         self.assertEqual(self.run_task(None, 4).returncode, 2)

@@ -22,6 +22,7 @@ public:
     MainGLCanvas_cls* GetPCGLCanvas(int) const override { return nullptr; }
     bool IsTheFrameReady(int) const override { return true; }
     void PrepareTheFrame(int) override {}
+    void TellPresent() const override {}
     void PrepareFramesAhead(int) override {}
     void EndExport() override {}
     void ReconnectCameraPathGUI() override {}

@@ -22,11 +22,16 @@ FilmArgs_st ParseGood(Words words) {
 }
 
 TEST(FilmArgs, TakesEveryOption) {
-    const FilmArgs_st args = ParseGood({"--frames", "10-20:5", "--size=1280x720", "--output", "/tmp/f.png",
-                                        "--view", "4", "--blur", "0.25/8", "--transparent", "--resume",
-                                        "--video", "film.MKV", "--fps", "30000/1001", "--quiet"});
+    const FilmArgs_st args = ParseGood(
+        {"--frames",   "10-20:5", "--size=1280x720", "--output", "/tmp/f.png", "--view",   "4",
+         "--blur",     "0.25/8",  "--transparent",   "--resume", "--video",    "film.MKV", "--fps",
+         "30000/1001", "--quiet", "--damaged",       "ok",       "--memory",   "4000",     "--threads",
+         "8"});
     EXPECT_EQ(args.mProject, "a.mrp");
     EXPECT_TRUE(args.mbFrames && args.mbBlur && args.mbTransparent && args.mbResume && args.mbQuiet);
+    EXPECT_TRUE(args.mbDamagedOk);
+    EXPECT_EQ(args.mMemoryMB, 4000);
+    EXPECT_EQ(args.mThreads, 8);
     EXPECT_EQ(args.mFirst, 10);
     EXPECT_EQ(args.mLast, 20);
     EXPECT_EQ(args.mStep, 5);

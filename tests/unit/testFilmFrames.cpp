@@ -1,11 +1,13 @@
 // Which frames make a film, and that parts of it make up the whole.
 #include "APP/FilmFrames.h"
 
+#include <array>
 #include <sstream>
 
 #include <gtest/gtest.h>
 
 #include "APP/FilmProgress.h"
+#include "APP/FilmTargets.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
@@ -64,6 +66,30 @@ TEST_F(FilmFrames, EndsWherePlayingWouldGoRound) {
     const std::vector<FilmFrame_st> film = Whole();
     ASSERT_EQ(film.size(), 8u);
     EXPECT_EQ(film.back(), (FilmFrame_st{9, 1, 7}));
+}
+
+TEST_F(FilmFrames, AStartOffTheSteppingIsToldWithTheRemedy) {
+    const auto tell = [this](int* pBegin) { return GetEarlyEnd(mTime, Whole(), pBegin); };
+    int begin = -1;
+    Set(20, 1, 20, 3, 2);
+    EXPECT_EQ(Whole().size(), 1u);
+    EXPECT_TRUE(tell(&begin).Contains("Let it begin at frame 3."));
+    EXPECT_EQ(begin, 3);
+    Set(20, begin, 20, 3, 2);
+    EXPECT_GT(Whole().size(), 10u) << "and it helps";
+    EXPECT_EQ(tell(nullptr), "");
+    for (const auto& [from, stepping, interval] : {std::array<int, 3>{1, 3, 1}, {0, 3, 2}, {5, 1, 4}}) {
+        Set(20, from, 20, stepping, interval);
+        EXPECT_EQ(tell(nullptr), "") << from << " " << stepping << " " << interval;
+    }
+}
+
+TEST(FilmName, NumbersBelowZeroSort) {
+    const FileSequence_cls four("out/f%04d.png");
+    EXPECT_EQ(GetFilmName(four, 12), "out/f0012.png");
+    EXPECT_EQ(GetFilmName(four, -1), "out/f-9999.png");
+    EXPECT_EQ(GetFilmName(four, -9999), "out/f-0001.png");
+    EXPECT_EQ(GetFilmName(FileSequence_cls("50%%/f%02d.png"), -3), "50%/f-97.png");
 }
 
 TEST_F(FilmFrames, PartsMakeUpTheWhole) {

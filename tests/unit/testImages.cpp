@@ -6,6 +6,8 @@
 #include <cmath>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <random>
 #include <vector>
 
@@ -14,6 +16,7 @@
 
 #include "IMAGE/BoxFilter.h"
 #include "IMAGE/HalfFloat.h"
+#include "IMAGE/ImageFile.h"
 #include "IMAGE/clsImgSizeTemplate.h"
 
 namespace {
@@ -163,6 +166,28 @@ TEST_F(ThreadSave, FormatsFollowTheEndingAndTheTopRowIsGLsLast) {
     }
     ASSERT_EQ(Save(Make("plain", 16, 8, source)), "");
     EXPECT_TRUE(Load("plain.png").IsOk());
+}
+
+TEST_F(ThreadSave, ATransparentTiffTellsThatItsColoursAreStraight) {
+    wxImage image(3, 2);
+    image.SetAlpha();
+    ASSERT_EQ(WriteImageFile(image, mFolder + "/a.tif", ImageFormat_st()), "");
+    std::ifstream file(mFolder + "/a.tif", std::ios::binary);
+    const Bytes bytes(std::istreambuf_iterator<char>(file), {});
+    const auto number = [&](size_t at) {
+        return bytes.at(0) == 'I' ? bytes.at(at) | bytes.at(at + 1) << 8
+                                  : bytes.at(at) << 8 | bytes.at(at + 1);
+    };
+    const size_t directory =
+        size_t(bytes.at(0) == 'I' ? number(4) | number(6) << 16 : number(6) | number(4) << 16);
+    int marks = 0;
+    for (int i = 0; i < number(directory); ++i) {
+        const size_t entry = directory + 2 + size_t(i) * 12;
+        if (number(entry) != 338) continue; // ExtraSamples
+        ++marks;
+        EXPECT_EQ(number(entry + 8), 2) << "unassociated alpha";
+    }
+    EXPECT_EQ(marks, 1);
 }
 
 TEST_F(ThreadSave, WhatCantBeWrittenSaysWhyAndLeavesNothing) {

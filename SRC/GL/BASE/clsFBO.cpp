@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cstdio>
 
+#include <wx/intl.h>
+
+#include "COMMON/PictureFault.h"
 #include "GL/BASE/clsGLPerspective.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/BASE/clsPositionAndDirection.h"
@@ -107,7 +110,11 @@ void FBO_cls::Begin(bool bClear) {
     glPushAttrib(GL_ALL_ATTRIB_BITS);
     msVpCStack.push_back(this);
     glBindTexture(GL_TEXTURE_2D, 0); // never sample what is drawn into
-    if (!Attach()) std::printf("Off-screen buffer of %d x %d is not complete\n", mW, mH);
+    if (!Attach()) {
+        std::printf("Off-screen buffer of %d x %d is not complete\n", mW, mH);
+        TellPictureFault(
+            wxString::Format(_("an off-screen buffer of %d x %d can't be had from OpenGL"), mW, mH));
+    }
     glViewport(0, 0, mW, mH);
     glClearColor(0, 0, 0, 0);
     glClear(bClear ? GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT

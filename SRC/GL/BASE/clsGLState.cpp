@@ -19,3 +19,12 @@ bool CheckGLErrors([[maybe_unused]] const char* stage) {
     return bClean;
 #endif
 }
+
+bool HasGLRunOutOfMemory() {
+    bool bShort = false;
+    for (GLenum error = glGetError(); error != GL_NO_ERROR; error = glGetError()) {
+        bShort = bShort || error == GL_OUT_OF_MEMORY;
+        if (error == GL_CONTEXT_LOST) break; // reported for ever
+    }
+    return bShort;
+}

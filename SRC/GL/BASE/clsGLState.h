@@ -45,3 +45,5 @@ bool IsGLContextCurrent();
 
 /// Debug builds: print what went wrong since the last check, with the stage's name. True if nothing did.
 bool CheckGLErrors(const char* stage);
+/// Was memory too short for OpenGL since its errors were last asked for? Asks for them all.
+bool HasGLRunOutOfMemory();

@@ -1,14 +1,22 @@
 #include "GL/DRAW/clsGLSequence.h"
 
+#include <sys/mman.h>
+
 #include <cmath>
 #include <cstdio>
+#include <new>
+
+#include <wx/intl.h>
 
 #include "COMMON/Globals.h"
+#include "COMMON/MsgBox.h"
+#include "COMMON/PictureFault.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLDrawData.h"
 #include "GL/DRAW/clsSnapData.h"
 #include "PDATA/clsPDataBlock.h"
+#include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
 #include "PDATA/clsPDataSnap.h"
 
@@ -75,6 +83,53 @@ void Dispatch(int face, GLDrawData_cls* pDraw, GLAttribute_cls** ppAttribute) {
     }
 }
 
+void TellShortMemory() {
+    const wxString text =
+        _("Memory is too short to draw this snapshot. Lower \"Memory Limit(MB)\" or close other "
+          "programs.");
+    TellPictureFault(text);
+    Notice("SnapData", text);
+}
+
+// Lists and batches take memory of their own. All is made before anything of a list is drawn, but batches
+// grow while they are: then some particles are drawn twice, which a second try may show; the picture counts
+// as faulty only where there is no room for the first one.
+void DispatchInMemory(int face, GLDrawData_cls* pDraw, GLAttribute_cls** ppAttribute) {
+    for (bool bAgain = true;; bAgain = false) {
+        try {
+            Dispatch(face, pDraw, ppAttribute);
+            return;
+        } catch (const std::bad_alloc&) {
+            // What the pool keeps may be enough: once more in any case.
+            if (PDataSeqCtrl_cls::ReleaseForAllocation() || bAgain) continue;
+            TellShortMemory();
+            return;
+        }
+    }
+}
+
+/// OpenGL takes memory of its own for lists and batches, and where it gets none a driver may crash or leave
+/// particles out without a word: what it may want must be there before anything is drawn.
+bool IsRoomForOpenGL(int number) {
+    constexpr size_t kBytesOfParticle = 64;
+    constexpr size_t kBytesOfPicture = size_t(128) << 20;
+    const size_t bytes = size_t(number) * kBytesOfParticle + kBytesOfPicture;
+    for (;;) {
+        void* memory = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        if (memory != MAP_FAILED) return munmap(memory, bytes) == 0;
+        if (!PDataSeqCtrl_cls::ReleaseForAllocation()) return false;
+    }
+}
+
+/// No memory is taken from what is drawn.
+class DrawnScope_cls {
+public:
+    explicit DrawnScope_cls(const PDataSnap_cls* pSnap) { PDataSnap_cls::mspCDrawn = pSnap; }
+    ~DrawnScope_cls() { PDataSnap_cls::mspCDrawn = nullptr; }
+    DrawnScope_cls(const DrawnScope_cls&) = delete;
+    DrawnScope_cls& operator=(const DrawnScope_cls&) = delete;
+};
+
 } // namespace
 
 GLSequence_cls::GLSequence_cls(PDataSequence_cls& sequence, DrawOption_cls* pDrawOption)
@@ -120,13 +175,19 @@ void GLSequence_cls::DrawSnapshot(int face, PDataSnap_cls& snap, GLDrawData_cls*
     if (bSlopes && pBlock->IsUnderInterpolation()) PDataSnap_cls::WaitInterpolator();
     GbAbort.store(false);
     GDrawingPercentage.store(0);
+    const DrawnScope_cls drawn(&snap);
     const int step = ppAttribute[0]->mpCDrawOption->GetDownSizing();
     const bool bAlphaChanged = TakeAlphaSettings(ppAttribute);
     const SnapData_cls* pSnap = GLDrawData_cls::mspCSnapShot;
     if (!pSnap || !pSnap->IsItSameSnap(pBlock, dt, step) || bAlphaChanged)
         MakeSnapshot(pBlock, ppAttribute, dt, step);
     // Memory for it may have been short.
-    if (GLDrawData_cls::mspCSnapShot->mbAllocated) Dispatch(face, pDraw, ppAttribute);
+    if (GLDrawData_cls::mspCSnapShot->mbAllocated) {
+        if (IsRoomForOpenGL(snap.GetParticleNumber()))
+            DispatchInMemory(face, pDraw, ppAttribute);
+        else
+            TellShortMemory();
+    }
     GDrawingPercentage.store(100);
 }
 

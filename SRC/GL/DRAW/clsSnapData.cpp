@@ -10,6 +10,7 @@
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
 #include "COMMON/OnThreads.h"
+#include "COMMON/PictureFault.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsThreadSnapInterpolate.h"
 #include "PDATA/ParticleScalars.h"
@@ -59,9 +60,11 @@ SnapData_cls::SnapData_cls(PDataBlock_cls* pBlock, GLAttribute_cls** ppAttribute
     if (mNumber == 0 || !pBlock->mbAllocated) return;
     while (!Allocate(mNumber))
         if (!PDataSeqCtrl_cls::ReleaseForAllocation(pBlock->mpCSnap)) {
-            Notice("SnapData",
-                   _("Memory is too short to draw this snapshot. Lower \"Memory Limit(MB)\" or close "
-                     "other programs."));
+            const wxString text =
+                _("Memory is too short to draw this snapshot. Lower \"Memory Limit(MB)\" or "
+                  "close other programs.");
+            TellPictureFault(text);
+            Notice("SnapData", text);
             mNumber = 0;
             return;
         }

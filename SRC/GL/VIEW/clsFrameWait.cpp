@@ -24,6 +24,7 @@ FrameWait_cls::DataState FrameWait_cls::WaitForFrame(bool bPatient) {
         mWaitStep = time.GetInterpStep();
         mCWaitWatch.Start();
     }
+    mHost.TellPresent();
     const double index = time.GetRemappedIndexDouble(-1, -1);
     const int whole = static_cast<int>(index);
     for (int tries = 0; tries < kReadyTries && !mHost.IsTheFrameReady(-1); ++tries) {

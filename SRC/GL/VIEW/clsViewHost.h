@@ -28,6 +28,8 @@ public:
     /// Frame -1 is the current one. Prepare blocks (reader, interpolator) exactly then.
     virtual bool IsTheFrameReady(int frame) const = 0;
     virtual void PrepareTheFrame(int frame) = 0;
+    /// To the store: which snapshots the clock shows now.
+    virtual void TellPresent() const = 0;
     /// Start the nearest frame ahead, in play direction, that isn't ready; at most one a call.
     virtual void PrepareFramesAhead(int count) = 0;
 

@@ -1,0 +1,103 @@
+#include "APP/FilmGuard.h"
+
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+
+#include "APP/FilmArgs.h"
+
+namespace {
+
+int sToGuard = -1;
+volatile pid_t sChild = -1;
+const int kEndSignals[] = {SIGINT, SIGTERM, SIGHUP};
+
+/// What a terminal sends reaches the child by itself.
+void PassOn(int signal, siginfo_t* pInfo, void*) {
+    if (pInfo->si_code <= 0 && sChild > 0) kill(sChild, signal);
+}
+
+void PassSignalsOn() {
+    struct sigaction action {};
+    action.sa_sigaction = PassOn;
+    action.sa_flags = SA_RESTART | SA_SIGINFO;
+    for (const int signal : kEndSignals) {
+        struct sigaction old {};
+        // Who starts us with a signal ignored (nohup) means it.
+        if (sigaction(signal, nullptr, &old) == 0 && old.sa_handler != SIG_IGN)
+            sigaction(signal, &action, nullptr);
+    }
+}
+
+/// All that the child has said, once it is gone.
+bool HasSaid(int pipe, GuardWord word, bool* pbBegun) {
+    bool bSaid = false;
+    char byte = 0;
+    while (read(pipe, &byte, 1) == 1) {
+        bSaid = bSaid || byte == char(word);
+        *pbBegun = *pbBegun || byte == char(GuardWord::Begun);
+    }
+    return bSaid;
+}
+
+void EndBySignalOf(int status) {
+    if (!WIFSIGNALED(status)) return;
+    for (const int signal : kEndSignals)
+        if (WTERMSIG(status) == signal) {
+            std::signal(signal, SIG_DFL);
+            std::raise(signal);
+        }
+}
+
+int Watch(pid_t child, int pipe) {
+    int status = 0;
+    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
+    }
+    EndBySignalOf(status);
+    bool bBegun = false;
+    if (HasSaid(pipe, GuardWord::Ended, &bBegun) && WIFEXITED(status)) return WEXITSTATUS(status);
+    if (WIFSIGNALED(status))
+        std::fprintf(
+            stderr, "morentis-film: the film ended early: its process was ended by signal %d (%s)%s\n",
+            WTERMSIG(status), strsignal(WTERMSIG(status)),
+            WTERMSIG(status) == SIGKILL ? "; where nobody did that, memory was too short"
+                                        : "; a library gave up, perhaps for a lack of memory or threads");
+    else
+        std::fprintf(stderr,
+                     "morentis-film: the film ended early: its process left with status %d; the display may "
+                     "be gone, or memory or threads too short\n",
+                     WEXITSTATUS(status));
+    return int(bBegun ? FilmStatus::SomeFailed : FilmStatus::NotOpened);
+}
+
+} // namespace
+
+void TellGuard(GuardWord word) {
+    const char byte = char(word);
+    const ssize_t ignored = sToGuard >= 0 ? write(sToGuard, &byte, 1) : 0;
+    (void)ignored;
+}
+
+int RunGuarded(const std::function<int()>& film) {
+    int ends[2];
+    if (pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0) return film();
+    const pid_t parent = getpid();
+    PassSignalsOn();
+    const pid_t child = fork();
+    if (child != 0) {
+        close(ends[1]);
+        if (child < 0) return film();
+        sChild = child;
+        return Watch(child, ends[0]);
+    }
+    close(ends[0]);
+    sToGuard = ends[1];
+    prctl(PR_SET_PDEATHSIG, SIGTERM);
+    return getppid() == parent ? film() : int(FilmStatus::NotOpened);
+}

@@ -1,0 +1,134 @@
+// Films where something is short: threads, memory, whole data. Nothing but a whole film ends with 0.
+#include <signal.h>
+#include <sys/resource.h>
+
+#include <cstdint>
+#include <fstream>
+
+#include <gtest/gtest.h>
+
+#include "RunFilm.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class FilmLimits : public ::testing::Test {
+protected:
+    ChildRun_st Film(std::vector<std::string> words, const Environment& environment = {},
+                     const std::string& out = "out", const Limits_st& limits = {}) {
+        fs::create_directory(mFolder.mPath / out);
+        words.insert(words.end(), {"--output", mFolder / (out + "/f%04d.png")});
+        return RunFilm(words, environment, {}, limits);
+    }
+    std::map<std::string, std::string> Pictures(const std::string& out = "out") const {
+        return mFolder.ReadAll(out);
+    }
+    /// Two snapshots of so many particles in a cube, in the layout of the example; the path of the first.
+    std::string MakeBigData(int number) const {
+        for (int index = 0; index < 3; ++index) {
+            std::ofstream file(mFolder.mPath / ("big000" + std::to_string(index) + ".bin"), std::ios::binary);
+            const float time = float(index);
+            file.write(reinterpret_cast<const char*>(&time), 4);
+            file.write(reinterpret_cast<const char*>(&number), 4);
+            std::vector<char> records;
+            for (int i = 0; i < number; ++i) {
+                const float values[7] = {
+                    float(i % 97) / 50 - 1, float(i % 89) / 50 - 1, float(i % 83) / 50 - 1, 0, 0, 0, 0.01f};
+                const std::int32_t numbers[2] = {i, 0};
+                const float value = 1.0f;
+                const auto put = [&records](const void* p, size_t size) {
+                    records.insert(records.end(), static_cast<const char*>(p),
+                                   static_cast<const char*>(p) + size);
+                };
+                put(values, sizeof values);
+                put(numbers, sizeof numbers);
+                put(&value, sizeof value);
+            }
+            file.write(records.data(), std::streamsize(records.size()));
+        }
+        return mFolder / "big0000.bin";
+    }
+
+    FilmFolder_cls mFolder;
+};
+
+TEST_F(FilmLimits, WithoutThreadsTheWorkIsDoneInPlace) {
+    const std::string project = mFolder.MakeProject("film.mrp", "TimeAnimInterp=2\n");
+    const Environment none = {{"LD_PRELOAD", MORENTIS_NO_THREADS}};
+    const ChildRun_st run = Film({project, "--quiet"}, none);
+    EXPECT_EQ(run.mStatus, 0) << run.mErr;
+    EXPECT_EQ(run.mErr, "");
+    ASSERT_EQ(Film({project, "--quiet"}, {}, "plain").mStatus, 0);
+    EXPECT_EQ(Pictures().size(), 9u);
+    EXPECT_TRUE(Pictures() == Pictures("plain")) << "byte for byte";
+}
+
+// Where room goes out differs from driver to driver: at every limit the film is whole or says what it isn't.
+TEST_F(FilmLimits, ShortMemoryNeverLeavesEmptyPictures) {
+    const std::string project = mFolder.MakeProject(
+        "big.mrp", "TimeMaxFrame=2\nTimeWorkAreaMax=2\nTimeActiveAreaMax=2\n", MakeBigData(3000000));
+    const ChildRun_st plain = Film({project, "--quiet"}, {}, "plain");
+    ASSERT_EQ(plain.mStatus, 0) << plain.mErr;
+    const auto whole = Pictures("plain");
+    ASSERT_EQ(whole.size(), 3u);
+    int whole0 = 0;
+    for (int megabytes = 500; megabytes <= 1300; megabytes += 200) {
+        const std::string out = "m" + std::to_string(megabytes);
+        Limits_st limits;
+        limits.mMegabytes = megabytes;
+        const ChildRun_st run = Film({project, "--quiet"}, {}, out, limits);
+        const auto pictures = Pictures(out);
+        if (run.mStatus == 0) {
+            ++whole0;
+            EXPECT_TRUE(pictures == whole) << megabytes;
+            EXPECT_EQ(run.mErr, "") << megabytes;
+            continue;
+        }
+        EXPECT_TRUE(run.mStatus == 1 || run.mStatus == 3) << megabytes << ": " << run.mStatus << run.mErr;
+        EXPECT_NE(run.mErr.find("morentis-film: "), std::string::npos) << megabytes;
+        for (const auto& [name, bytes] : pictures)
+            if (name.size() == 9) {
+                EXPECT_TRUE(bytes == whole.at(name)) << name << " isn't whole at " << megabytes;
+            }
+    }
+}
+
+TEST_F(FilmLimits, AKilledFilmHasAStatusAndAReason) {
+    const std::string project = mFolder.MakeProject("long.mrp", "TimeAnimInterp=250\n");
+    bool bSent = false;
+    fs::create_directory(mFolder.mPath / "out");
+    const ChildRun_st run = RunFilm({"--output", mFolder / "out/f%04d.png", project}, {}, [&](pid_t child) {
+        if (bSent || !fs::exists(mFolder.mPath / "out/f0003.png")) return;
+        std::ifstream children("/proc/" + std::to_string(child) + "/task/" + std::to_string(child) +
+                               "/children");
+        pid_t worker = 0;
+        ASSERT_TRUE(children >> worker);
+        bSent = true;
+        kill(worker, SIGKILL);
+    });
+    EXPECT_EQ(run.mStatus, 3);
+    EXPECT_NE(run.mErr.find("ended early"), std::string::npos) << run.mErr;
+    EXPECT_NE(run.mErr.find("signal 9"), std::string::npos) << run.mErr;
+}
+
+TEST_F(FilmLimits, DamagedDataAreToldOnceAFileAndCount) {
+    const std::string data = mFolder.CopyData("data");
+    fs::resize_file(mFolder.mPath / "data/galaxy0002.bin", 40000);
+    const std::string project = mFolder.MakeProject("cut.mrp", "TimeAnimInterp=2\n", data);
+    const ChildRun_st run = Film({project, "--quiet"});
+    EXPECT_EQ(run.mStatus, 3) << run.mErr;
+    EXPECT_EQ(Pictures().size(), 9u) << "they are written all the same";
+    const std::string words = "galaxy0002.bin: the file ends after 999 of 2000 particles";
+    const size_t first = run.mErr.find(words);
+    EXPECT_NE(first, std::string::npos) << run.mErr;
+    EXPECT_EQ(run.mErr.find(words, first + 1), std::string::npos) << run.mErr;
+    EXPECT_NE(run.mErr.find("damaged data are in frames 1, 2;"), std::string::npos) << run.mErr;
+    const ChildRun_st ok = Film({project, "--damaged", "ok"}, {}, "ok");
+    EXPECT_EQ(ok.mStatus, 0) << ok.mErr;
+    EXPECT_NE(ok.mErr.find(words), std::string::npos) << "told all the same";
+    const ChildRun_st elsewhere = Film({project, "--frames", "3-4"}, {}, "elsewhere");
+    EXPECT_EQ(elsewhere.mStatus, 0) << elsewhere.mErr;
+}
+
+} // namespace
