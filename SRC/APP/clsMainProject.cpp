@@ -125,10 +125,11 @@ wxString Main_cls::GetFolderOfRecovered(const std::wstring& text) {
     const wxString key = "LastOpenedFileMRP=";
     TextStream_cls stream(text);
     wxString line;
+    wxString folder;
     wxString path;
-    while (NextProjectLine(stream, &line))
-        if (line.StartsWith(key, &path)) return FolderOfProject(path);
-    return wxString();
+    while (NextProjectLine(stream, &line)) // the last one holds, as for all settings
+        if (line.StartsWith(key, &path)) folder = FolderOfProject(path);
+    return folder;
 }
 
 void Main_cls::LastWords() {

@@ -32,6 +32,7 @@ using Codes = std::vector<int>;
 const Codes kHead = {0, 1};
 const Codes kBody = {0, 1, 5, 6, 7, 8};
 constexpr int kFrames = 20; // of the example
+constexpr int kLong = 150;  // of one that is still at it when a hand comes
 
 std::string ReadFile(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
@@ -63,6 +64,19 @@ protected:
         ResetClock();
         SetGrammar(*Hub()->mpCDataLoader);
         GuiTest::TearDown();
+    }
+    /// The example over and over.
+    void OpenLong() {
+        for (int i = 0; i < kLong; ++i) {
+            char name[64];
+            std::snprintf(name, sizeof name, "examples/lj_melt_bin/melt%04d.bin", i % kFrames);
+            const std::string file = Root() + name;
+            std::snprintf(name, sizeof name, "long%04d.bin", i);
+            fs::create_symlink(file, mLong.mPath / name);
+        }
+        ASSERT_TRUE(OpenAndPaint(mLong / "long0000.bin"));
+        ResetClock();
+        ASSERT_EQ(Time()->GetMaxFrame(), kLong - 1);
     }
     static DataExporter_cls* Exporter() { return Hub()->mpCDataExporter; }
     static TimeCtrl_cls* Time() { return Hub()->mpCTimeCtrl; }
@@ -104,6 +118,7 @@ protected:
     Codes Body() const { return mDialog->GetVGrammer(mDialog->mpCListBody); }
 
     TempDir_cls mFolder;
+    TempDir_cls mLong;
     DataExporterGUI_cls* mDialog = nullptr;
 };
 
@@ -280,6 +295,7 @@ TEST_F(Export, EditsAreUndone) {
 }
 
 TEST_F(Export, AbortStopsAtOnceAndAnotherRunBeginsAnew) {
+    OpenLong();
     Choose(mFolder / "out0000.dat");
     ClickExport();
     ASSERT_TRUE(PumpUntil([] { return Exporter()->mExportedCount >= 3; }));
@@ -289,15 +305,16 @@ TEST_F(Export, AbortStopsAtOnceAndAnotherRunBeginsAnew) {
     ASSERT_TRUE(PumpUntil([] { return !Time()->IsPlaying(); }));
     ASSERT_TRUE(Settle());
     EXPECT_EQ(CountFiles(), files);
-    EXPECT_LT(files, kFrames);
+    EXPECT_LT(files, kLong);
     EXPECT_EQ(mDialog->GetPCButtonExport()->GetLabel(), "Export Data");
     EXPECT_GT(Grab(0).CountLit(60), 0) << "the view draws again";
     ClickExport();
     ASSERT_TRUE(WaitForEnd());
-    ExpectFiles(kFrames);
+    ExpectFiles(kLong);
 }
 
 TEST_F(Export, TheStopKeyEndsARun) {
+    OpenLong();
     Choose(mFolder / "out0000.dat");
     ClickExport();
     ASSERT_TRUE(PumpUntil([] { return Exporter()->mExportedCount >= 2; }));
@@ -305,7 +322,7 @@ TEST_F(Export, TheStopKeyEndsARun) {
     Key(WXK_SPACE);
     ASSERT_TRUE(WaitForEnd());
     EXPECT_FALSE(Time()->IsPlaying());
-    EXPECT_LT(CountFiles(), kFrames);
+    EXPECT_LT(CountFiles(), kLong);
 }
 
 TEST_F(Export, AMissingFolderIsToldOnceAndTheRunGoesOn) {
@@ -323,6 +340,7 @@ TEST_F(Export, AMissingFolderIsToldOnceAndTheRunGoesOn) {
 }
 
 TEST_F(Export, ClosingTheDialogLeavesTheRunAlone) {
+    OpenLong();
     Choose(mFolder / "out0000.dat");
     ClickExport();
     ASSERT_TRUE(PumpUntil([] { return Exporter()->mExportedCount >= 1; }));
@@ -331,16 +349,17 @@ TEST_F(Export, ClosingTheDialogLeavesTheRunAlone) {
     ASSERT_TRUE(PumpUntil([this] { return !mDialog->IsShown(); }));
     EXPECT_TRUE(Exporter()->mbExporting);
     ASSERT_TRUE(WaitForEnd());
-    ExpectFiles(kFrames);
+    ExpectFiles(kLong);
 }
 
 TEST_F(Export, ClosingTheDataEndsTheRun) {
+    OpenLong();
     Choose(mFolder / "out0000.dat");
     ClickExport();
     ASSERT_TRUE(PumpUntil([] { return Exporter()->mExportedCount >= 1; }));
     Menu(ID_CLOSE_DATA);
     ASSERT_TRUE(WaitForEnd());
-    EXPECT_LT(CountFiles(), kFrames);
+    EXPECT_LT(CountFiles(), kLong);
     EXPECT_FALSE(Exporter()->HasFailed());
     ClickExport();
     ASSERT_TRUE(WaitForEnd());

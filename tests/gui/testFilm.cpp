@@ -143,7 +143,8 @@ TEST_F(Film, KeysAreSetPlayedUndoneSavedAndOpenedAgain) {
     }
     EXPECT_EQ(Project("film.mrp"), made) << "and done again";
 
-    ASSERT_TRUE(OpenProjectAndPaint(Root() + "examples/lj_melt_text/lj_melt_text.mrp"));
+    std::ofstream(mDir / "plain.mrp") << "TimeMaxFrame=19\n";
+    ASSERT_TRUE(OpenProjectAndPaint(mDir / "plain.mrp"));
     EXPECT_EQ(Curve().GetKeyNumber(), 3) << "a project without the curve leaves it";
     Curve().ExecCommandInitSet(77.0);
     ASSERT_TRUE(OpenProjectAndPaint(mDir / "film.mrp"));
