@@ -122,6 +122,13 @@ void GuiEvents_cls::Char(int keycode, int modifiers) {
     Press(GDK_KEY_Control_L, modifiers & wxMOD_CONTROL, false);
 }
 
+void GuiEvents_cls::Modifier(int keycode, bool bDown) {
+    const guint key = keycode == WXK_SHIFT     ? GDK_KEY_Shift_L
+                      : keycode == WXK_CONTROL ? GDK_KEY_Control_L
+                                               : GDK_KEY_Alt_L;
+    Press(key, true, bDown);
+}
+
 void GuiEvents_cls::Text(const std::string& text) {
     for (const char c : text)
         Char(c, c >= 'A' && c <= 'Z' ? wxMOD_SHIFT : 0);

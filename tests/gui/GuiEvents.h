@@ -14,6 +14,8 @@ public:
     static void Move(wxPoint screen);
     static void Button(int button, bool bDown); ///< 1 left, 2 middle, 3 right, 4 and 5 the wheel
     static void Char(int keycode, int modifiers);
+    /// One of Shift, Ctrl and Alt (WXK_...).
+    static void Modifier(int keycode, bool bDown);
     static void Text(const std::string& text);
     /// Have all keys and buttons arrived, and the pointer where it was sent?
     static bool AllArrived();

@@ -88,6 +88,11 @@ protected:
     // The user's hands. Positions are in the window's client pixels.
     static void MoveTo(wxWindow* window, wxPoint point);
     static void Click(wxWindow* window, wxPoint point, int button = 1); ///< 1 left, 2 middle, 3 right
+    static void DoubleClick(wxWindow* window, wxPoint point);
+    /// Where the pointer is.
+    static void Press(bool bDown, int button = 1);
+    /// Shift, Ctrl or Alt (WXK_...), until it is let go.
+    static void Hold(int modifier, bool bDown);
     static void Drag(wxWindow* window, wxPoint from, wxPoint to, int button = 1, int steps = 8);
     static void Key(int keycode, int modifiers = 0);
     static void Type(const std::string& text);

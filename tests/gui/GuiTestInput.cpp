@@ -20,6 +20,8 @@
 namespace {
 
 constexpr int kPatienceMillis = 2000;
+constexpr int kDoubleClickMillis = 500; // longer and farther than the clicks of one may be apart
+constexpr int kDoubleClickPixels = 10;
 
 /// The keyboard belongs to none of our windows while the window manager hands it on.
 bool HasFocus() {
@@ -66,6 +68,32 @@ void GuiTest::Click(wxWindow* window, wxPoint point, int button) {
     GuiEvents_cls::Button(button, false);
     Arrive();
     if (!bWasActive) PumpUntil(ActiveOrGone(top), kPatienceMillis);
+}
+
+// Both clicks are sent at once: what comes between them would make two single ones of them.
+void GuiTest::DoubleClick(wxWindow* window, wxPoint point) {
+    static wxPoint sLast;
+    static wxStopWatch sSince;
+    const wxPoint place = window->ClientToScreen(point);
+    if (std::abs(place.x - sLast.x) < kDoubleClickPixels && std::abs(place.y - sLast.y) < kDoubleClickPixels)
+        PumpUntil([] { return sSince.Time() > kDoubleClickMillis; }); // else it could be the third click
+    sLast = place;
+    MoveTo(window, point);
+    for (int click = 0; click < 2; ++click)
+        for (const bool bDown : {true, false})
+            GuiEvents_cls::Button(1, bDown);
+    Arrive();
+    sSince.Start();
+}
+
+void GuiTest::Press(bool bDown, int button) {
+    GuiEvents_cls::Button(button, bDown);
+    Arrive();
+}
+
+void GuiTest::Hold(int modifier, bool bDown) {
+    GuiEvents_cls::Modifier(modifier, bDown);
+    Arrive(false);
 }
 
 void GuiTest::Drag(wxWindow* window, wxPoint from, wxPoint to, int button, int steps) {

@@ -6,7 +6,6 @@
 
 #include <wx/splitter.h>
 #include <wx/textctrl.h>
-#include <wx/uiaction.h>
 
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
@@ -109,18 +108,15 @@ protected:
         Menu(ID_REFRESH_TL);
     }
     static void With(wxKeyCode modifier, const std::function<void()>& act) {
-        wxUIActionSimulator simulator;
-        simulator.KeyDown(modifier);
+        Hold(modifier, true);
         act();
-        simulator.KeyUp(modifier);
-        PumpUntil([] { return true; });
+        Hold(modifier, false);
     }
     /// Keys by the mouse: time dependence, then a double click a frame.
     static void MakeKeys(int row, const std::vector<int>& frames) {
         ClickZone(row, TreeZone::CHECK);
         for (const int frame : frames) {
-            MoveTo(Strips(), Point(row, frame));
-            wxUIActionSimulator().MouseDblClick();
+            DoubleClick(Strips(), Point(row, frame));
             Settle();
         }
         Click(Strips(), wxPoint(Point(row, 0).x - 12, Point(row, 0).y)); // deselects

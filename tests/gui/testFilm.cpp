@@ -3,7 +3,6 @@
 #include <sstream>
 
 #include <wx/splitter.h>
-#include <wx/uiaction.h>
 
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
@@ -68,16 +67,12 @@ protected:
         Click(Lines()->GetPCTree(), wxPoint(rect.x + rect.width / 2, rect.y + rect.height / 2));
     }
     static void InsertKey(int frame) {
-        PumpUntil([] { return false; }, 600); // no part of an earlier double click
-        MoveTo(Strips(), At(frame));
-        wxUIActionSimulator().MouseDblClick();
+        DoubleClick(Strips(), At(frame));
         Settle();
     }
     static void TypeValue(const std::string& text) {
-        PumpUntil([] { return false; }, 600);
         const wxRect rect = Lines()->GetPCTree()->GetZoneRect(Row(), TreeZone::VALUE);
-        MoveTo(Lines()->GetPCTree(), wxPoint(rect.x + rect.width / 2, rect.y + rect.height / 2));
-        wxUIActionSimulator().MouseDblClick();
+        DoubleClick(Lines()->GetPCTree(), wxPoint(rect.x + rect.width / 2, rect.y + rect.height / 2));
         Settle();
         Type(text);
         Key(WXK_RETURN);

@@ -7,7 +7,6 @@
 #include <wx/frame.h>
 #include <wx/sizer.h>
 #include <wx/textctrl.h>
-#include <wx/uiaction.h>
 
 #include "APP/clsMain.h"
 #include "GuiTest.h"
@@ -97,9 +96,8 @@ TEST_F(Graph, ADraggedKeyFollowsAndIsOneStep) {
 TEST_F(Graph, EscapeTakesADragBackAndLeavesNoStep) {
     const KeyFrame_cls before = KeyOf(1, 1);
     const wxPoint from = AtKey(1, 1);
-    wxUIActionSimulator simulator;
     MoveTo(mpPanel, from);
-    simulator.MouseDown();
+    Press(true);
     for (int k = 1; k <= 4; ++k)
         MoveTo(mpPanel, from + wxPoint(12 * k, -8 * k));
     ASSERT_TRUE(PumpUntil([&] { return KeyOf(1, 1).mDoubleIndex != before.mDoubleIndex; }, 2000)) << "live";
@@ -108,7 +106,7 @@ TEST_F(Graph, EscapeTakesADragBackAndLeavesNoStep) {
     EXPECT_EQ(KeyOf(1, 1).mDoubleIndex, before.mDoubleIndex);
     EXPECT_EQ(KeyOf(1, 1).mValue, before.mValue);
     MoveTo(mpPanel, from + wxPoint(80, 0));
-    simulator.MouseUp();
+    Press(false);
     Settle();
     EXPECT_EQ(KeyOf(1, 1).mDoubleIndex, before.mDoubleIndex) << "the rest of the drag does nothing";
     EXPECT_FALSE(GCUndoList.IsUndoable());
@@ -140,14 +138,13 @@ TEST_F(Graph, HandlesTurnSlopesAndEaseFactors) {
 TEST_F(Graph, ClicksAndBandSelect) {
     Click(mpPanel, AtKey(0, 1));
     EXPECT_TRUE(KeyOf(0, 1).mbSelected);
-    wxUIActionSimulator simulator;
-    simulator.KeyDown(WXK_SHIFT);
+    Hold(WXK_SHIFT, true);
     Click(mpPanel, AtKey(1, 2));
-    simulator.KeyUp(WXK_SHIFT);
+    Hold(WXK_SHIFT, false);
     EXPECT_EQ(CountSelectedKeys(mpPanel->GetCurves()), 2);
-    simulator.KeyDown(WXK_CONTROL);
+    Hold(WXK_CONTROL, true);
     Click(mpPanel, AtKey(0, 1));
-    simulator.KeyUp(WXK_CONTROL);
+    Hold(WXK_CONTROL, false);
     EXPECT_FALSE(KeyOf(0, 1).mbSelected);
     Click(mpPanel, wxPoint(400, 5));
     EXPECT_EQ(CountSelectedKeys(mpPanel->GetCurves()), 0) << "the ground deselects";
@@ -179,8 +176,7 @@ TEST_F(Graph, LinkedCurvesGoAlongInTimeAlone) {
 TEST_F(Graph, ADoubleClickInsertsOnTheCurve) {
     const double value = Curve(0)->Evaluate(0.5, 0.01);
     const wxPoint point = At(0.5, value);
-    MoveTo(mpPanel, point);
-    wxUIActionSimulator().MouseDblClick();
+    DoubleClick(mpPanel, point);
     ASSERT_TRUE(PumpUntil([this] { return Curve(0)->GetKeyNumber() == 5; }, 2000));
     EXPECT_NEAR(KeyOf(0, 2).mDoubleIndex, 0.5, 1e-9);
     EXPECT_EQ(KeyOf(0, 2).mValue, value);
@@ -193,10 +189,9 @@ TEST_F(Graph, ADoubleClickInsertsOnTheCurve) {
 TEST_F(Graph, WheelAndKeysMoveTheView) {
     const wxPoint point = At(0.5, 20);
     const ValueRange fitted = mpPanel->GetValues();
-    wxUIActionSimulator simulator;
-    simulator.KeyDown(WXK_SHIFT);
+    Hold(WXK_SHIFT, true);
     Wheel(mpPanel, point, 3);
-    simulator.KeyUp(WXK_SHIFT);
+    Hold(WXK_SHIFT, false);
     EXPECT_NEAR(mpPanel->GetValues().Span() / fitted.Span(), std::pow(0.8, 3), 1e-6);
     EXPECT_LE(std::abs(At(0.5, 20).y - point.y), 1) << "around the pointer";
     Key('F');
@@ -204,9 +199,9 @@ TEST_F(Graph, WheelAndKeysMoveTheView) {
     Wheel(mpPanel, point, 2);
     EXPECT_GT(mpPanel->GetValues().mLow, fitted.mLow);
     EXPECT_NEAR(mpPanel->GetValues().Span(), fitted.Span(), 1e-9);
-    simulator.KeyDown(WXK_CONTROL);
+    Hold(WXK_CONTROL, true);
     Wheel(mpPanel, point, 4);
-    simulator.KeyUp(WXK_CONTROL);
+    Hold(WXK_CONTROL, false);
     EXPECT_LT(Time()->GetAAMax() - Time()->GetAAMin(), 60);
     EXPECT_LE(std::abs(At(0.5, 20).x - point.x), 12) << "around the pointer, to whole frames";
     const int first = Time()->GetAAMin();
@@ -288,12 +283,11 @@ TEST_F(Graph, TheMenuSetsKindsAndTheDialogItsFields) {
 
 TEST_F(Graph, DeletedCurvesAndStrangeFilmsAreShown) {
     MoveTo(mpPanel, AtKey(0, 1));
-    wxUIActionSimulator simulator;
-    simulator.MouseDown();
+    Press(true);
     MoveTo(mpPanel, AtKey(0, 1) + wxPoint(20, 20));
     mpGroup.reset(); // in the middle of a drag
     MoveTo(mpPanel, wxPoint(200, 200));
-    simulator.MouseUp();
+    Press(false);
     Settle();
     EXPECT_TRUE(mpPanel->GetCurves().empty());
     mpPanel->RefreshIfChanged();

@@ -4,7 +4,6 @@
 #include <wx/checkbox.h>
 #include <wx/choice.h>
 #include <wx/menu.h>
-#include <wx/uiaction.h>
 
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
@@ -13,6 +12,7 @@
 #include "GL/BASE/clsPreference.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsSharedView.h"
+#include "GuiEvents.h"
 #include "GuiTest.h"
 
 namespace {
@@ -32,16 +32,15 @@ class Held_cls {
 public:
     explicit Held_cls(std::vector<int> keys) : mKeys(std::move(keys)) {
         for (const int key : mKeys)
-            mSimulator.KeyDown(key);
+            GuiEvents_cls::Modifier(key, true);
     }
     ~Held_cls() {
         for (const int key : mKeys)
-            mSimulator.KeyUp(key);
+            GuiEvents_cls::Modifier(key, false);
     }
 
 private:
     std::vector<int> mKeys;
-    wxUIActionSimulator mSimulator;
 };
 
 class Mouse : public GuiTest {

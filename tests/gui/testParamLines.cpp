@@ -52,9 +52,7 @@ TEST_F(ParamLines, ValuesAreTypedAndDraggedInOneStep) {
     const wxRect value = Tree()->GetZoneRect(ALPHA, TreeZone::VALUE);
     const wxPoint middle(value.x + value.width / 2, value.y + value.height / 2);
     const auto open = [&] {
-        PumpUntil([] { return false; }, 600); // else it could be the third click of another double click
-        MoveTo(Tree(), middle);
-        wxUIActionSimulator().MouseDblClick();
+        DoubleClick(Tree(), middle);
         Settle();
     };
     open();
@@ -92,15 +90,14 @@ TEST_F(ParamLines, EscapeTakesADragBack) {
     MakeKeys(ALPHA, {5, 10});
     const wxString text = Text();
     const unsigned steps = GCUndoList.GetCurrent();
-    wxUIActionSimulator simulator;
     MoveTo(Strips(), Point(ALPHA, 5));
-    simulator.MouseDown();
+    Press(true);
     for (int frame = 6; frame <= 8; ++frame)
         MoveTo(Strips(), Point(ALPHA, frame));
     PumpUntil([this] { return Frames(X(*mpFade)) == List({0, 8, 10}); }, 2000);
     EXPECT_EQ(Frames(X(*mpFade)), List({0, 8, 10})) << "seen while it is dragged";
     Key(WXK_ESCAPE);
-    simulator.MouseUp();
+    Press(false);
     Settle();
     EXPECT_EQ(Text(), text);
     EXPECT_EQ(GCUndoList.GetCurrent(), steps);
@@ -135,13 +132,12 @@ TEST_F(ParamLines, LabelsOfKeysGoWithTheKeysAndNeverContradictADrag) {
     MoveTo(Strips(), Point(ALPHA, 10));
     ASSERT_TRUE(PumpUntil([] { return Strips()->GetHint().StartsWith("Frame 10: "); }));
     Snap("strip_label");
-    wxUIActionSimulator simulator;
-    simulator.MouseDown();
+    Press(true);
     for (int frame = 10; frame <= 13; ++frame)
         MoveTo(Strips(), Point(ALPHA, frame));
     ASSERT_TRUE(PumpUntil([this] { return Frames(X(*mpFade)) == List({0, 5, 13}); }));
     EXPECT_EQ(Strips()->GetHint(), "") << "the drag has its own label";
-    simulator.MouseUp();
+    Press(false);
     MoveTo(Strips(), Point(ALPHA, 13) + wxPoint(1, 0));
     ASSERT_TRUE(PumpUntil([] { return Strips()->GetHint().StartsWith("Frame 13: "); }));
     // The pointer rests, the key goes.

@@ -32,8 +32,7 @@ TEST_F(ParamRows, GroupsFoldHideAndShow) {
     ClickZone(PLACE, TreeZone::FOLD);
     EXPECT_EQ(Lines()->GetRows().size(), 4u);
     const wxRect name = Tree()->GetZoneRect(0, TreeZone::NAME);
-    MoveTo(Tree(), wxPoint(name.x + 10, name.y + 10));
-    wxUIActionSimulator().MouseDblClick();
+    DoubleClick(Tree(), wxPoint(name.x + 10, name.y + 10));
     Settle();
     EXPECT_EQ(Lines()->GetRows().size(), 7u);
     ClickZone(RIG, TreeZone::FOLD);
