@@ -23,7 +23,9 @@ namespace {
 constexpr int kStartMillis = 30000;  // a busy node takes its time
 constexpr int kAnswerMillis = 10000; // of a display far away
 constexpr int kAskMillis = 5;
-constexpr int kTurnMillis = 100; // between two looks whether it is still wanted
+constexpr int kTurnMillis = 100;  // between two looks whether it is still wanted
+constexpr int kStarts = 6;        // of servers, one after the other
+constexpr int kPauseMillis = 200; // at most, between them
 constexpr int kNotFound = 127;
 const char* const kKeyName = "morentis-display-";
 
@@ -100,9 +102,7 @@ void VirtualDisplay_cls::Become(int pipe, int words, const std::string& key) {
     _exit(kNotFound);
 }
 
-std::string VirtualDisplay_cls::ReadNumber(int pipe) const {
-    using Clock = std::chrono::steady_clock;
-    const Clock::time_point end = Clock::now() + std::chrono::milliseconds(kStartMillis);
+std::string VirtualDisplay_cls::ReadNumber(int pipe, Clock::time_point end) const {
     std::string number;
     while (number.empty() || number.back() != '\n') {
         if (IsFilmStopped() || Clock::now() > end) return std::string();
@@ -117,18 +117,20 @@ std::string VirtualDisplay_cls::ReadNumber(int pipe) const {
     return number;
 }
 
-std::string VirtualDisplay_cls::Start(const std::string& folder) {
-    if (!MakeKey(folder))
-        return "no temporary file can be written (" + std::string(std::strerror(errno)) + ")";
+VirtualDisplay_cls::Outcome VirtualDisplay_cls::StartServer(Clock::time_point end, std::string* pWords) {
     int ends[2];
     const int words = memfd_create("words", MFD_CLOEXEC);
-    if (words < 0 || pipe2(ends, O_CLOEXEC) != 0) return std::strerror(errno);
+    if (words < 0 || pipe2(ends, O_CLOEXEC) != 0) {
+        *pWords = std::strerror(errno);
+        if (words >= 0) close(words);
+        return Outcome::Impossible;
+    }
     mPid = fork();
     if (mPid == 0) Become(ends[1], words, mKeyFile);
     close(ends[1]);
-    const std::string number = mPid > 0 ? ReadNumber(ends[0]) : std::string();
+    const std::string number = mPid > 0 ? ReadNumber(ends[0], end) : std::string();
     close(ends[0]);
-    std::string error;
+    Outcome outcome = Outcome::Runs;
     if (number.empty()) {
         int status = 0;
         if (mPid > 0) {
@@ -136,16 +138,34 @@ std::string VirtualDisplay_cls::Start(const std::string& folder) {
             waitpid(mPid, &status, 0);
             mPid = -1;
         }
-        error = WIFEXITED(status) && WEXITSTATUS(status) == kNotFound
-                    ? "install the package xvfb (apt-get install xvfb), or set DISPLAY"
-                    : "Xvfb doesn't start: " + LastLine(words);
-        Stop();
+        const bool bMissing = WIFEXITED(status) && WEXITSTATUS(status) == kNotFound;
+        *pWords = bMissing ? "install the package xvfb (apt-get install xvfb), or set DISPLAY"
+                           : "Xvfb doesn't start: " + LastLine(words);
+        outcome = bMissing ? Outcome::Impossible : Outcome::Ended;
     } else {
         setenv("DISPLAY", (":" + number).c_str(), 1);
         setenv("XAUTHORITY", mKeyFile.c_str(), 1);
     }
     close(words);
-    return error;
+    return outcome;
+}
+
+// Two servers that start at the same moment can choose the same number; then one of them ends.
+std::string VirtualDisplay_cls::Start(const std::string& folder) {
+    if (!MakeKey(folder))
+        return "no temporary file can be written (" + std::string(std::strerror(errno)) + ")";
+    const Clock::time_point end = Clock::now() + std::chrono::milliseconds(kStartMillis);
+    std::string words;
+    for (int start = 1;; ++start) {
+        const Outcome outcome = StartServer(end, &words);
+        if (outcome == Outcome::Runs) return std::string();
+        if (outcome == Outcome::Impossible || start == kStarts || IsFilmStopped() || Clock::now() > end)
+            break;
+        // Not all of them at the same moment again.
+        usleep(useconds_t((getpid() * 7 + start * 31) % kPauseMillis + 1) * 1000);
+    }
+    Stop();
+    return words;
 }
 
 void VirtualDisplay_cls::Stop() {

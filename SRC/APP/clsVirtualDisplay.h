@@ -4,6 +4,7 @@
 
 #include <sys/types.h>
 
+#include <chrono>
 #include <string>
 
 #include "COMMON/Leftovers.h"
@@ -18,16 +19,25 @@ public:
     /// Can the display that DISPLAY names be used? One that doesn't answer for ten seconds can't.
     static bool IsThereOne();
     /// Start one and name it in DISPLAY; `folder` takes its key where there is no temporary folder. Empty on
-    /// success, else what is missing. No other thread may run.
+    /// success, else what is missing. A server that ends at once is followed by another, a few times. No
+    /// other thread may run.
     std::string Start(const std::string& folder);
     /// Whoever still uses it loses it.
     void Stop();
 
 private:
+    using Clock = std::chrono::steady_clock;
+    enum class Outcome {
+        Runs,
+        Ended,     ///< another one may do better
+        Impossible ///< no server, or no means to start one
+    };
     bool MakeKey(const std::string& folder);
-    /// The number that the server writes when it is ready; empty when it ended before, never does, or the
-    /// film is stopped.
-    std::string ReadNumber(int pipe) const;
+    /// One server; unless it runs, `pWords` tells why.
+    Outcome StartServer(Clock::time_point end, std::string* pWords);
+    /// The number that the server writes when it is ready; empty when it ended before, never does until
+    /// `end`, or the film is stopped.
+    std::string ReadNumber(int pipe, Clock::time_point end) const;
     [[noreturn]] static void Become(int pipe, int words, const std::string& key);
 
     pid_t mPid = -1;

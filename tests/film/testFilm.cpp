@@ -253,6 +253,32 @@ TEST_F(FilmCommand, CanBeStoppedBeforeThereIsADisplay) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
 }
 
+// As when many films start at the same moment.
+TEST_F(FilmCommand, AServerWhoseNumberIsTakenIsFollowedByAnother) {
+    fs::create_directory(mFolder.mPath / "bin");
+    const std::string server = mFolder / "bin/Xvfb", begun = mFolder / "begun";
+    const std::string path = mFolder / "bin" + ":/usr/bin:/bin";
+    for (const bool bEver : {true, false}) {
+        fs::remove(begun);
+        std::ofstream(server) << "#!/bin/sh\necho >> '" << begun << "'\n"
+                              << (bEver
+                                      ? "[ $(wc -l < '" + begun + "') -lt 3 ] || exec /usr/bin/Xvfb \"$@\"\n"
+                                      : std::string())
+                              << "echo 'Server is already active for display 7' >&2\nexit 1\n";
+        fs::permissions(server, fs::perms::owner_all);
+        const ChildRun_st run =
+            Film({"--quiet", "--frames", "0"}, {{"PATH", path}}, bEver ? "ever" : "never");
+        EXPECT_EQ(run.mStatus, bEver ? 0 : 1) << run.mErr;
+        if (bEver)
+            EXPECT_EQ(fs::file_size(begun), 3u);
+        else
+            EXPECT_NE(run.mErr.find("Xvfb doesn't start: Server is already active for display 7"),
+                      std::string::npos)
+                << run.mErr;
+        EXPECT_EQ(Names(bEver ? "ever" : "never").size(), bEver ? 1u : 0u);
+    }
+}
+
 TEST_F(FilmCommand, MakesAVideoOrSaysWhatIsMissing) {
     // A folder of programs without the one that makes videos.
     fs::create_directory(mFolder.mPath / "bin");

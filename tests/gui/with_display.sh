@@ -26,11 +26,29 @@ clean_up() {
 trap clean_up EXIT
 trap 'exit 130' INT TERM HUP
 
+start_server() { # success: its number is known
+  local server pipe
+  owned TERM Xvfb -displayfd 3 -screen 0 1600x1200x24 -dpi 96 -nolisten tcp -noreset +extension GLX \
+    3>"$private/ready" >"$private/Xvfb.log" 2>&1 &
+  server=$!
+  exec {pipe}<"$private/ready" # no one else writes: one that ends is noticed
+  if read -r -t 30 display <&$pipe; then
+    children+=("$server")
+  else
+    kill "$server" 2>/dev/null
+    display=
+  fi
+  exec {pipe}<&-
+  [[ $display ]]
+}
+# Servers that start at the same moment can choose the same number; then one of
+# them ends, and another is started a moment later.
+for start in {1..6}; do
+  start_server && break
+  ((start < 6)) || { cat "$private/Xvfb.log" >&2; fail "the X server did not start"; }
+  sleep "0.$((RANDOM % 3))$((RANDOM % 10))"
+done
 exec {ready}<>"$private/ready"
-owned TERM Xvfb -displayfd 3 -screen 0 1600x1200x24 -dpi 96 -nolisten tcp -noreset +extension GLX \
-  3>"$private/ready" >"$private/Xvfb.log" 2>&1 &
-children+=($!)
-read -r -t 30 display <&$ready || { cat "$private/Xvfb.log" >&2; fail "the X server did not start"; }
 
 # The program meets no session, settings or bus of the user.
 unset WAYLAND_DISPLAY LC_ALL XAUTHORITY

@@ -80,7 +80,8 @@ void GLAttributeGUI_cls::AddAlphaRows() {
     GLAttribute_cls& a = *mpCAttribute;
     mRowAlphaType =
         AddChoice(_("Alpha"), &a.mAlphaType.mValue, {_("Constant (unity)"), _("Depend on R (power -2)")},
-                  _("Whether larger particles are more transparent"));
+                  _("Whether larger particles are more transparent: billboards, and spheres with all "
+                    "attributes in use; points never are"));
     mRowAlphaFactor = AddNumber(_("Alpha Factor"), &a.mAlphaFactor.mValue, 1, Range(0, 100, 0.01, true),
                                 _("Multiplies the colour's alpha"));
     mRowAlphaBase = AddNumber(_("Base/Max"), &a.mAlphaDependBase.mValue, 1, Range(0, 1e6, 0.1, true),

@@ -74,7 +74,7 @@ void PlayCtrlGUI_cls::Arrange(bool bNarrow) {
         top->Add(MakeRow(mState, 2 * gap), 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, 2 * gap);
         outer->Add(top, 0, wxEXPAND | wxLEFT | wxRIGHT | wxTOP, gap);
         AddFields(grid, mPosition, 0);
-        grid->Add(MakeRow(mKeys, gap), 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, 2 * gap);
+        grid->Add(MakeRow(mKeys), 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, 2 * gap);
         AddFields(grid, mSettings, 0);
     } else {
         // Both rows share their columns: transport or repeat, then four labels with a field each, then the
@@ -88,7 +88,7 @@ void PlayCtrlGUI_cls::Arrange(bool bNarrow) {
         grid->Add(row, 0, wxEXPAND | wxLEFT, gap);
         grid->Add(mpCRepeat, 0, wxALIGN_CENTRE_VERTICAL);
         AddFields(grid, mSettings, 2 * gap);
-        wxSizer* below = MakeRow(mKeys, gap);
+        wxSizer* below = MakeRow(mKeys);
         below->AddStretchSpacer();
         below->Add(MakeRow(mState, 2 * gap), 0, wxALIGN_CENTRE_VERTICAL | wxLEFT, gap);
         grid->Add(below, 0, wxEXPAND | wxLEFT, gap);
@@ -129,7 +129,8 @@ void PlayCtrlGUI_cls::FitWidth() {
 }
 
 template <class TEXT_BUTTON, class BITMAP_BUTTON>
-TEXT_BUTTON* PlayCtrlGUI_cls::AddButton(const ButtonLook_st& look, const wxString& tip) {
+TEXT_BUTTON* PlayCtrlGUI_cls::AddButton(std::vector<wxWindow*>& row, const ButtonLook_st& look,
+                                        const wxString& tip) {
     const wxBitmapBundle icon = MyArtProvider::GetIcon(look.mIcon);
     TEXT_BUTTON* button;
     if (icon.IsOk())
@@ -137,19 +138,20 @@ TEXT_BUTTON* PlayCtrlGUI_cls::AddButton(const ButtonLook_st& look, const wxStrin
     else
         button = new TEXT_BUTTON(this, wxID_ANY, look.mText, wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
     button->SetToolTip(tip);
-    mTransport.push_back(button);
+    row.push_back(button);
     return button;
 }
 
-void PlayCtrlGUI_cls::AddAction(const ButtonLook_st& look, const wxString& tip,
+void PlayCtrlGUI_cls::AddAction(std::vector<wxWindow*>& row, const ButtonLook_st& look, const wxString& tip,
                                 std::function<void()> action) {
-    AddButton<wxButton, wxBitmapButton>(look, tip)->Bind(wxEVT_BUTTON,
-                                                         [action](wxCommandEvent&) { action(); });
+    AddButton<wxButton, wxBitmapButton>(row, look, tip)->Bind(wxEVT_BUTTON, [action](wxCommandEvent&) {
+        action();
+    });
 }
 
 wxToggleButton* PlayCtrlGUI_cls::AddToggle(const ButtonLook_st& look, const wxString& tip,
                                            std::function<void()> action) {
-    auto* button = AddButton<wxToggleButton, wxBitmapToggleButton>(look, tip);
+    auto* button = AddButton<wxToggleButton, wxBitmapToggleButton>(mTransport, look, tip);
     button->Bind(wxEVT_TOGGLEBUTTON, [action](wxCommandEvent&) { action(); });
     return button;
 }
@@ -177,20 +179,21 @@ void PlayCtrlGUI_cls::Play(int direction) {
 }
 
 void PlayCtrlGUI_cls::MakeTransport() {
-    AddAction({"PlayFirst", "|<"}, _("To the start of the work area"),
+    AddAction(mTransport, {"PlayFirst", "|<"}, _("To the start of the work area"),
               [this] { mpCTime->MoveFrameCommandLarge(-1); });
-    AddAction({"PlayStepBack", "<|"}, _("One step back"), [this] { mpCTime->MoveInterpStepCommand(-1); });
+    AddAction(mTransport, {"PlayStepBack", "<|"}, _("One step back"),
+              [this] { mpCTime->MoveInterpStepCommand(-1); });
     mpCPlayBack = AddToggle({"PlayBack", "<"}, _("Play backwards; again: stop"), [this] { Play(-1); });
-    AddAction({"PlayStop", "[]"}, _("Stop playing"), [this] {
+    AddAction(mTransport, {"PlayStop", "[]"}, _("Stop playing"), [this] {
         if (mpCTime->IsPlaying())
             Play(mpCTime->GetPlayDirection());
         else
             PostMenuEvent(ID_PLAY_STOP);
     });
     mpCPlayForward = AddToggle({"PlayForward", ">"}, _("Play (Space); again: stop"), [this] { Play(1); });
-    AddAction({"PlayStepForward", "|>"}, _("One step forward"),
+    AddAction(mTransport, {"PlayStepForward", "|>"}, _("One step forward"),
               [this] { mpCTime->MoveInterpStepCommand(1); });
-    AddAction({"PlayLast", ">|"}, _("To the end of the work area"),
+    AddAction(mTransport, {"PlayLast", ">|"}, _("To the end of the work area"),
               [this] { mpCTime->MoveFrameCommandLarge(1); });
 }
 
@@ -256,22 +259,14 @@ void PlayCtrlGUI_cls::MakeSettings() {
 }
 
 void PlayCtrlGUI_cls::MakeKeys() {
-    const struct {
-        int mId;
-        wxString mLabel, mTip;
-    } kinds[] = {
-        {ID_SET_KEY_POS, _("Key Pos"),
-         _("Set a key of the camera's position, as the view used last shows it")},
-        {ID_SET_KEY_POS_ROT, _("Pos+Rot"),
-         _("Set keys of the camera's position and direction, as the view used last shows them")},
-        {ID_SET_KEY_ANC, _("Key Anc"), _("Set a key of the anchor, as the view used last shows it")}};
-    for (const auto& kind : kinds) {
-        auto* button =
-            new wxButton(this, wxID_ANY, kind.mLabel, wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
-        button->SetToolTip(kind.mTip);
-        button->Bind(wxEVT_BUTTON, [id = kind.mId](wxCommandEvent&) { PostMenuEvent(id); });
-        mKeys.push_back(button);
-    }
+    AddAction(mKeys, {"KeyPos", _("Key Pos")},
+              _("Set a key of the camera's position, as the view used last shows it"),
+              [] { PostMenuEvent(ID_SET_KEY_POS); });
+    AddAction(mKeys, {"KeyPosRot", _("Pos+Rot")},
+              _("Set keys of the camera's position and direction, as the view used last shows them"),
+              [] { PostMenuEvent(ID_SET_KEY_POS_ROT); });
+    AddAction(mKeys, {"KeyAnc", _("Key Anc")}, _("Set a key of the anchor, as the view used last shows it"),
+              [] { PostMenuEvent(ID_SET_KEY_ANC); });
 }
 
 void PlayCtrlGUI_cls::MakeState() {

@@ -33,7 +33,7 @@ private:
     /// A button's picture, and the text where that is missing.
     struct ButtonLook_st {
         const char* mIcon;
-        const char* mText;
+        wxString mText; ///< where the icon is missing
     };
 
     void MakeTransport();
@@ -43,8 +43,9 @@ private:
     void MakeKeys();
     void MakeState();
     template <class TEXT_BUTTON, class BITMAP_BUTTON>
-    TEXT_BUTTON* AddButton(const ButtonLook_st& look, const wxString& tip);
-    void AddAction(const ButtonLook_st& look, const wxString& tip, std::function<void()> action);
+    TEXT_BUTTON* AddButton(std::vector<wxWindow*>& row, const ButtonLook_st& look, const wxString& tip);
+    void AddAction(std::vector<wxWindow*>& row, const ButtonLook_st& look, const wxString& tip,
+                   std::function<void()> action);
     wxToggleButton* AddToggle(const ButtonLook_st& look, const wxString& tip, std::function<void()> action);
     NumField_cls* AddField(std::vector<wxWindow*>& row, const wxString& label, int low, int high,
                            const wxString& tip, std::function<void(int)> set);
