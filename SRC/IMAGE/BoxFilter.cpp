@@ -44,15 +44,16 @@ Spans_st MakeSpans(double offset, double scale, int count, int size) {
 } // namespace
 
 MiddlePart_st GetMiddlePart(int srcW, int srcH, int w, int h) {
-    if (w >= h) return {0.0, (1.0 - double(h) / w) / 2.0 * srcH, double(srcW) / w};
-    return {(1.0 - double(w) / h) / 2.0 * srcW, 0.0, double(srcH) / h};
+    if (srcW != srcH) return {0.0, 0.0, double(srcW) / w, double(srcH) / h};
+    const double scale = double(srcW) / std::max(w, h);
+    if (w >= h) return {0.0, (1.0 - double(h) / w) / 2.0 * srcH, scale, scale};
+    return {(1.0 - double(w) / h) / 2.0 * srcW, 0.0, scale, scale};
 }
 
 void ResampleMiddle(const unsigned char* pSource, int srcW, int srcH, unsigned char* pTarget, int w, int h) {
     const MiddlePart_st part = GetMiddlePart(srcW, srcH, w, h);
-    const int longSide = std::max(w, h);
-    const Spans_st columns = MakeSpans(part.mX, double(srcW) / longSide, w, srcW);
-    const Spans_st rows = MakeSpans(part.mY, double(srcH) / longSide, h, srcH);
+    const Spans_st columns = MakeSpans(part.mX, part.mScaleX, w, srcW);
+    const Spans_st rows = MakeSpans(part.mY, part.mScaleY, h, srcH);
     const size_t rowBytes = size_t(srcW) * 3;
     std::vector<float> sum(rowBytes);
     for (int y = 0; y < h; ++y) {

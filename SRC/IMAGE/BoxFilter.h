@@ -1,13 +1,16 @@
-// The middle of a square picture at another size: each pixel of the result is the mean of the source under
-// it, pixels at its edges weighted by the part that is covered.
+// The middle of a square picture, or a whole one of another shape, at another size: each pixel of the result
+// is the mean of the source under it, pixels at its edges weighted by the part that is covered.
 #pragma once
 
-/// The part of a source that has the shape of a picture of w by h: the whole width where w >= h, else the
-/// whole height. In source pixels, from the first row and column.
+/// The part of a source that a picture of w by h is made of. Of a square that is what has the picture's
+/// shape: the whole width where w >= h, else the whole height. A source that isn't square has that shape
+/// already, but for the rounding of its sides, and is taken whole. In source pixels, from the first row and
+/// column.
 struct MiddlePart_st {
     double mX = 0.0;
     double mY = 0.0;
-    double mScale = 1.0; ///< source pixels a target pixel, both ways where the source is square
+    double mScaleX = 1.0; ///< source pixels a target pixel
+    double mScaleY = 1.0;
 };
 MiddlePart_st GetMiddlePart(int srcW, int srcH, int w, int h);
 

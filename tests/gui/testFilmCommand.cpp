@@ -87,6 +87,12 @@ TEST_F(FilmCommand, WritesTheSameDome) {
     Compare("Panel0GLGeometry=2\nPanel0GLPersAngle=180\nTimeWorkAreaMax=1\n", {false, true}, 2);
 }
 
+TEST_F(FilmCommand, WritesTheSameMeshInAHighPicture) {
+    Compare("Panel0GLGeometry=2\nPanel0GLPersAngle=180\nPanel0Distortion1\nPanel0FisheyeGrid1\n"
+            "ImgSequenceOutW=96\nImgSequenceOutH=128\nTimeUseMotionBlur=1\nTimeWorkAreaMax=0\n",
+            {false, true}, 1);
+}
+
 TEST_F(FilmCommand, KnowsTheEndingsThatCanBeWritten) {
     for (const std::string ending : {"png", "jpg", "jpeg", "tif", "tiff", "bmp"}) {
         const wxString path = wxString::FromUTF8(mFolder / ("ending." + ending));

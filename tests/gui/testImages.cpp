@@ -1,9 +1,11 @@
 // Films through the dialog "Save Image Sequence".
+#include <algorithm>
 #include <cmath>
 #include <map>
 
 #include <wx/statusbr.h>
 
+#include "COLORCURVE/clsColorCurve.h"
 #include "GL/VIEW/clsSharedView.h"
 #include "PARAM/clsParameters.h"
 
@@ -222,7 +224,57 @@ TEST_F(Images, AnAbortInABlurLeavesWholePicturesAndTheClockAtAFrame) {
     EXPECT_TRUE(AreEqual(Load("again0000.png"), Load("f0000.png")));
 }
 
-TEST_F(Images, DomesAndPanoramasAreCutFromTheirSquare) {
+TEST_F(Images, WideViewsAreWrittenAsAWindowOfTheirShapeShowsThem) {
+    Time()->SetWAMaxNative(0);
+    Shared().msCFBOSizeIndex.mValue = 2;
+    std::vector<Point> points;
+    for (int around = 0; around < 360; around += 45)
+        for (const double polar : {20.0, 50.0, 84.0}) {
+            Point point = Direction(polar, around + polar);
+            for (double& x : point)
+                x *= 4.0;
+            points.push_back(point);
+        }
+    ShowParticles(points, 12);
+    LookAlongX();
+    Shared().mspCClrCurveOut->mConstantColor.mValue[2] = 1.0f; // what no dome covers
+    SetBackground(0, 0.3f, 0);
+    Canvas(0)->mGLPersAngle.mValue = 180.0f;
+    for (const wxSize size : {wxSize(640, 480), wxSize(480, 640), wxSize(1024, 576)}) {
+        ASSERT_TRUE(SizeView(size.x, size.y));
+        for (const std::string look : {"dome", "strip", "mesh"}) {
+            SCOPED_TRACE(look + " " + std::to_string(size.x) + " x " + std::to_string(size.y));
+            Canvas(0)->SetGeometry(look == "strip" ? 3 : 2);
+            Canvas(0)->mDistortion.mValue = look == "mesh";
+            Repaint();
+            const Picture_st shown = Grab(0);
+            SetOutput("f%04d.png", size.x, size.y);
+            ASSERT_TRUE(Render("Render Snap"));
+            const wxImage image = Load("f0000.png");
+            ASSERT_EQ(image.GetSize(), size);
+            // One is drawn at its size with linear filtering, the other larger and brought to it with boxes.
+            const double same = Differ(image.GetData(), shown.mRGB.data(), Bytes(image));
+            const size_t aside = 3 * size_t(size.x) * 4; // rows
+            const double moved = Differ(image.GetData() + aside, shown.mRGB.data(), Bytes(image) - aside);
+            EXPECT_LT(same, 1.0);
+            EXPECT_LT(2.0 * same, moved);
+            if (look != "dome") continue;
+            // The whole dome: its rim is at the picture's shorter sides.
+            const int side = std::min(size.x, size.y);
+            for (const int sign : {-1, 1})
+                for (const int inside : {-4, 4}) {
+                    const int away = sign * (side / 2 - inside);
+                    const int x = size.x / 2 + (size.x > size.y ? away : 0);
+                    const int y = size.y / 2 + (size.x > size.y ? 0 : away);
+                    EXPECT_EQ(image.GetGreen(x, y) > 60, inside > 0) << x << " " << y;
+                }
+        }
+    }
+    Shared().mspCClrCurveOut->mConstantColor.mValue[2] = 0.0f;
+    Canvas(0)->SetGeometry(0);
+}
+
+TEST_F(Images, SquareDomesAndPanoramasLeaveTheirCornersEmpty) {
     Time()->SetWAMaxNative(0);
     for (const int geometry : {2, 3}) {
         Canvas(0)->SetGeometry(geometry);

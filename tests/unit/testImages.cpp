@@ -74,6 +74,20 @@ TEST(BoxFilter, MeansOfTheMiddleAtAnySize) {
     }
 }
 
+TEST(BoxFilter, APictureThatIsntSquareIsTakenWhole) {
+    const int srcW = 64, srcH = 37, w = 12, h = 7; // of the same shape, but for a rounding
+    const Bytes source = MakeNoise(srcW, srcH, 3, 7);
+    Bytes target(size_t(w) * size_t(h) * 3, 1);
+    ResampleMiddle(source.data(), srcW, srcH, target.data(), w, h);
+    const double acrossX = double(srcW) / w, acrossY = double(srcH) / h;
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) {
+            const double mean = MeanUnder(source, srcW, srcH, x * acrossX, y * acrossY, (x + 1) * acrossX,
+                                          (y + 1) * acrossY, 1);
+            EXPECT_NEAR(target[(size_t(y) * size_t(w) + size_t(x)) * 3 + 1], mean, 1.01) << x << " " << y;
+        }
+}
+
 TEST(BoxFilter, AnEvenPictureStaysAsItIs) {
     for (const int value : {0, 1, 77, 200, 255})
         for (const int w : {1, 7, 30, 97}) {

@@ -203,7 +203,7 @@ void MainGLCanvas_cls::SetViewFromSettings() {
         pFirst->mCamera.UpdateCameraPos(); // which of the two paints first isn't ours to say
         mCamera.mCCamPos = pFirst->mCamera.mCCamPos;
     }
-    // An image has a shape of its own; dome and panorama pictures are cut from a square.
+    // An image has a shape of its own; the faces of wide views are square whatever the picture's shape is.
     const wxSize shape = mImage.IsRequested() && GetMultiPanelMode() == 0 ? mImage.GetImageSize(size) : size;
     mCGLPerspective.mbPerspective = mGLGeometry.mValue != GEOMETRY_ORTHOGRAPHIC;
     mCGLPerspective.SetClipSize(shape.x, shape.y);
@@ -238,7 +238,7 @@ void MainGLCanvas_cls::DrawEyes() {
     mCGLPerspective.SetModelOrProjectionViewOnGL(mCamera.mCCamPos, GL_MODELVIEW);
     mCGLPerspective.SetClipSize(size.x, size.y);
     mCGLPerspective.mAngle = static_cast<int>(angle); // the rest of the paint knows whole degrees only
-    mImage.TakeFaces({mFrameFrame, mFrameStep, mFrameBlurFactor}, mbLoading, angle);
+    mImage.TakeFaces({mFrameFrame, mFrameStep, mFrameBlurFactor}, mbLoading, angle, size);
     if (!mMoment.bHidden) mGather.GatherFBOImages(size.x, size.y, false);
 }
 

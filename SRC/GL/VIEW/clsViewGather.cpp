@@ -1,5 +1,7 @@
 #include "GL/VIEW/clsViewGather.h"
 
+#include <algorithm>
+
 #include <wx/intl.h>
 
 #include "COMMON/MsgBox.h"
@@ -20,7 +22,7 @@ namespace {
 
 constexpr int kDomeSize = 2048; // pixels of the dome picture
 
-void MakeSquare(std::unique_ptr<FBO_cls>& pBuffer, int w, int h) {
+void MakeBuffer(std::unique_ptr<FBO_cls>& pBuffer, int w, int h) {
     if (!pBuffer || pBuffer->GetWidth() != w || pBuffer->GetHeight() != h)
         pBuffer = std::make_unique<FBO_cls>(w, h);
     pBuffer->MakeFBO(false);
@@ -59,7 +61,7 @@ void ViewGather_cls::GatherFBOMultiPanel(int w, int h, bool bAdditive) {
     if (bAdditive) {
         const float alpha = mContext.mShared.mspCExposureLink->GetAlpha();
         mContext.mShared.mspCExposureLink->EndAccumulation();
-        MakeSquare(mContext.mShared.mspCStage, w, h);
+        MakeBuffer(mContext.mShared.mspCStage, w, h);
         {
             const FBOScope_cls target(*mContext.mShared.mspCStage, true);
             mContext.mShared.SetGLBGColor(1, mContext.mMoment.plainGrey);
@@ -87,7 +89,7 @@ void ViewGather_cls::AddStage(int w, int h, float weight) {
 }
 
 void ViewGather_cls::GatherDome(int w, int h) {
-    MakeSquare(mContext.mShared.mspCDome, kDomeSize, kDomeSize);
+    MakeBuffer(mContext.mShared.mspCDome, kDomeSize, kDomeSize);
     {
         const FBOScope_cls target(*mContext.mShared.mspCDome, true);
         mContext.mShared.mspCFishEyeCtrl->GatherFishEye(mContext.mCGLPerspective.mAngle, false, kDomeSize,
@@ -117,9 +119,10 @@ void ViewGather_cls::DrawFisheyeGrid(const std::function<void()>& draw) {
     glColor4f(1, 1, 1, 1);
 }
 
+// The whole dome, whatever the target's shape is.
 void ViewGather_cls::DrawDomeSquare(int w, int h) {
-    const auto draw = [w, h](const TextureBase_cls& texture) {
-        texture.DrawOnScreen2D(w, h, h, h, (w - h) / 2, 0, true);
+    const auto draw = [w, h, side = std::min(w, h)](const TextureBase_cls& texture) {
+        texture.DrawOnScreen2D(w, h, side, side, (w - side) / 2, (h - side) / 2, true);
     };
     draw(*mContext.mShared.mspCDome);
     DrawFisheyeGrid([this, &draw] { draw(*mContext.mShared.mspCFisheyeGrid); });

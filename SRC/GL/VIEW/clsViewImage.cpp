@@ -1,5 +1,6 @@
 #include "GL/VIEW/clsViewImage.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include <wx/intl.h>
@@ -25,7 +26,8 @@
 
 namespace {
 
-constexpr int kWideImageSize = 4096; // of a fisheye's or panorama's image, whatever the faces' size
+constexpr int kWideImageSize =
+    4096; // longer side of a fisheye's or panorama's image, whatever the faces' size
 
 /// A buffer for what is written on top; null where it can't be had.
 std::unique_ptr<FBO_cls> MakeOverlayBuffer(wxSize size) {
@@ -42,6 +44,13 @@ std::unique_ptr<FBO_cls> MakeOverlayBuffer(wxSize size) {
     pOverlay->SetDepth(8);
     pOverlay->MakeFBO(true);
     return pOverlay;
+}
+
+/// Of a picture of `shape`: as large as the longer side allows.
+wxSize GetWideSize(wxSize shape) {
+    const double scale = double(kWideImageSize) / std::max({shape.x, shape.y, 1});
+    const auto side = [scale](int pixels) { return std::max(int(std::lround(pixels * scale)), 1); };
+    return wxSize(side(shape.x), side(shape.y));
 }
 
 } // namespace
@@ -82,46 +91,49 @@ void ViewImage_cls::BeginPaint() {
     if (mBake.IsRequested() && mImageOrder.bTransparent) mContext.mMoment.plainGrey = 0.0f;
 }
 
-void ViewImage_cls::TakeFaces(const ImageBake_cls::Moment_st& moment, bool bLoading, double angle) {
+void ViewImage_cls::TakeFaces(const ImageBake_cls::Moment_st& moment, bool bLoading, double angle,
+                              wxSize window) {
     const MotionBlurCtrl_cls& blur = mContext.mHost.GetPCTimeCtrl()->mCMotionBlur;
     const ImageBake_cls::Paint_st paint = {
         moment,         bLoading,       DrawProgress_cls::WasCut(), mContext.mMoment.bHidden, blur.mbBlur,
         blur.mBlurStep, blur.mBlurSteps};
     const ImageBake_cls::Step step = mBake.Begin(paint);
     if (step == ImageBake_cls::Step::Stop) PostMenuEvent(ID_PLAY_STOP);
-    if (step == ImageBake_cls::Step::Bake) BakeImage(angle);
+    if (step == ImageBake_cls::Step::Bake) BakeImage(angle, window);
 }
 
 // The faces are drawn.
-void ViewImage_cls::BakeImage(double angle) {
-    BakeResultToFBOForImage(mpCFBOForImage[0], true);
+void ViewImage_cls::BakeImage(double angle, wxSize window) {
+    BakeResultToFBOForImage(mpCFBOForImage[0], true, window);
     if (!mImageOrder.bTransparent) return;
     // The same scene over black, as it is drawn already, and over white tell what covers the background.
-    BakeResultToFBOForImage(mpCFBOOnBlack, false);
+    BakeResultToFBOForImage(mpCFBOOnBlack, false, window);
     mContext.mMoment.plainGrey = 1.0f;
     mContext.mCGLPerspective.mAngle = angle;
     mScene.DrawOnFBO();
     mContext.mCGLPerspective.mAngle = static_cast<int>(angle);
-    BakeResultToFBOForImage(mpCFBOOnWhite, false);
+    BakeResultToFBOForImage(mpCFBOOnWhite, false, window);
     mContext.mMoment.plainGrey = 0.0f;
 }
 
 // Steps of a motion blur add up, each with its share. Weight and blending both take the program's alpha, so
-// it is the root of that share.
-void ViewImage_cls::BakeResultToFBOForImage(std::unique_ptr<FBO_cls>& pTarget, bool bExposed) {
+// it is the root of that share. A flat view fills the square of its face, whose middle is written; a wide one
+// is put together in the picture's shape.
+void ViewImage_cls::BakeResultToFBOForImage(std::unique_ptr<FBO_cls>& pTarget, bool bExposed, wxSize window) {
     const MotionBlurCtrl_cls& blur = mContext.mHost.GetPCTimeCtrl()->mCMotionBlur;
     const bool bClear = !blur.mbBlur || blur.IsInitBluring();
-    const int size = mContext.mSettings.GetMultiPanelMode() == FishEye_cls::MODE_FLAT
-                         ? mContext.mMoment.fboSize
-                         : kWideImageSize;
-    if (!pTarget || pTarget->GetWidth() != size) pTarget = std::make_unique<FBO_cls>(size, size);
+    const wxSize size = mContext.mSettings.GetMultiPanelMode() == FishEye_cls::MODE_FLAT
+                            ? wxSize(mContext.mMoment.fboSize, mContext.mMoment.fboSize)
+                            : GetWideSize(GetImageSize(window));
+    if (!pTarget || pTarget->GetWidth() != size.x || pTarget->GetHeight() != size.y)
+        pTarget = std::make_unique<FBO_cls>(size.x, size.y);
     pTarget->MakeFBO(false);
     mContext.mShared.mspCExposureLink->SetBypassed(!bExposed);
     mContext.mShared.mspCExposureLink->SetAccumulation(blur.mbBlur ? float(std::sqrt(blur.GetAlpha()))
                                                                    : 1.0f);
     {
         const FBOScope_cls target(*pTarget, bClear);
-        mGather.GatherFBOImages(size, size, true);
+        mGather.GatherFBOImages(size.x, size.y, true);
     }
     mContext.mShared.mspCExposureLink->EndAccumulation();
     mContext.mShared.mspCExposureLink->SetBypassed(false);

@@ -19,7 +19,8 @@ struct ImageBuffers_st;
 
 class ViewImage_cls {
 public:
-    /// Takes a finished image: squares of which the middle counts, and what is written on top, `size` pixels.
+    /// Takes a finished image: squares of which the middle counts, or the whole in the shape of `size`; and
+    /// what is written on top, `size` pixels.
     /// Called inside the paint.
     using ImageTaker = std::function<void(const ImageBuffers_st& buffers, wxSize size)>;
 
@@ -44,8 +45,8 @@ public:
     void DropIfOver();
     /// Before the faces are drawn.
     void BeginPaint();
-    /// The faces are drawn, with a view angle of `angle` degrees.
-    void TakeFaces(const ImageBake_cls::Moment_st& moment, bool bLoading, double angle);
+    /// The faces are drawn, with a view angle of `angle` degrees; a window of `window` pixels.
+    void TakeFaces(const ImageBake_cls::Moment_st& moment, bool bLoading, double angle, wxSize window);
     /// Hand on what is complete.
     void FinishImage(wxSize window);
     /// The window's picture with its overlays is complete, the messages aren't there yet.
@@ -59,8 +60,8 @@ private:
         wxSize size;
         bool bTransparent = false;
     };
-    void BakeImage(double angle);
-    void BakeResultToFBOForImage(std::unique_ptr<FBO_cls>& pTarget, bool bExposed);
+    void BakeImage(double angle, wxSize window);
+    void BakeResultToFBOForImage(std::unique_ptr<FBO_cls>& pTarget, bool bExposed, wxSize window);
     void DropImage();
 
     ViewContext_st mContext;
