@@ -49,7 +49,8 @@ void GraphRepaint(benchmark::State& state) {
     TimeCtrl_cls clock(nullptr);
     const int frames = std::max(int(state.range(1)), 1000);
     clock.SetMaxFrameNative(frames);
-    clock.SetWorkingArea(frames);
+    clock.SetWAMaxNative(frames);
+    clock.SetAAMaxNative(frames);
     clock.SetFrameNative(frames / 3, 0);
     const wxSize size(1600, 600);
     auto* frame = new wxFrame(nullptr, wxID_ANY, "Graph", wxDefaultPosition, size);

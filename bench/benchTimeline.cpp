@@ -49,7 +49,8 @@ void TimelineRepaint(benchmark::State& state) {
     }
     TimeCtrl_cls clock(nullptr);
     clock.SetMaxFrameNative(kFrames);
-    clock.SetWorkingArea(kFrames);
+    clock.SetWAMaxNative(kFrames);
+    clock.SetAAMaxNative(kFrames);
     clock.SetWAMinNative(100);
     const int shown = int(state.range(0));
     const wxSize size(1600, 600);

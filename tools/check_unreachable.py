@@ -24,7 +24,7 @@ PROGRAMS = ("morentis", "morentis-film")
 ENTRY = re.compile(r"^(\S.*?)\s+:\s+(\S.*)$")
 
 # Of the libraries, also what their macros and templates leave in our objects.
-FOREIGN = re.compile(r"_Z(?:Th|Tv|Tc|Z|GV|GR)|_Z(?:N[VK]*)?(?:St|S[absiod]|9__gnu_cxx|N?\d+__)|_GLOBAL__|_Z\d+__static")
+FOREIGN = re.compile(r"_Z(?:Th|Tv|Tc|Z|GV|GR)|_Z(?:N[VK]*)?(?:St|S[absiod]|9__gnu_cxx|N?\d+__)|_GLOBAL__|_Z\d+__static|_Z8wxGetAppv$")
 FOREIGN_WEAK = re.compile(r"_Z(?:N[VK]*)?\d+(?:_?wx|WX_|epoxy|Gdk|Gtk|grow_lf)|_ZplRK?8wxString|_Z\w{2}RK8wxString")
 # Made by the compiler, or by it on our word.
 SPECIAL = re.compile(r"::~|::operator=$|(?:^|::)([A-Za-z_]\w*)(?:<.*>)?::\1$")
@@ -113,9 +113,10 @@ def unreachable():
         if full in kept or short in kept or "{lambda" in full or "::_FUN" in full:
             continue
         last = short.split("::")[-1]
+        looked = short.split("::")[-2:][0] if last in ("operator==", "operator!=") else last
         if weak and SPECIAL.search(short) or last in constants:
             continue
-        if weak and full.endswith(" const") and last in tested:
+        if weak and full.endswith(" const") and looked in tested:
             continue
         dropped.add((short, full))
     return dropped

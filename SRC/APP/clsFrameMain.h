@@ -56,7 +56,6 @@ public:
     MainGLCanvas_cls* GetPCOutputCanvas() const;
     FileMenu_cls* GetPCFileMenu() const { return mpCFileMenu.get(); }
     ImageRun_cls* GetPCImageRun() const { return mpCImageRun.get(); }
-    GLExtraFrame_cls* GetPCExtraFrame() const { return mpCExtraFrame; }
     TopHalfPanel_cls* GetPCTopHalf() const { return mpCTopHalf; }
     BtmHalfPanel_cls* GetPCBtmHalf() const { return mpCBtmHalf; }
 

@@ -49,8 +49,8 @@ public:
     int GetUsedTotalMemoryMB() const;
     int GetMemoryLimitMB() const override;
     int GetAverageMemoryMB() const override;
-    bool IsTheIndexReady(int index, double frac) const override;
-    bool IsTheIndexLoaded(int index) const override;
+    bool IsTheIndexReady(int index, double frac) const;
+    bool IsTheIndexLoaded(int index) const;
 
     /// Wait for reader and interpolator; paints may run meanwhile.
     void WaitThreadFinish();

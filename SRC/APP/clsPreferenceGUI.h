@@ -14,8 +14,6 @@ class PreferenceGUI_cls : public wxDialogEXKey {
 public:
     PreferenceGUI_cls(wxWindow* pParent, Preference_cls* pPreference, PDataSeqCtrl_cls* pSeqCtrl);
     void UpdateValues() override;
-    MultiInputPanel_cls* GetPCMousePanel() const { return mpCMouse; }
-    MultiInputPanel_cls* GetPCPerformancePanel() const { return mpCPerformance; }
 
 private:
     void SetMNumMouseParam(wxBoxSizer* pSizer);

@@ -21,7 +21,6 @@ public:
     bool Take(const std::string& path);
     /// Let go and remove the file.
     void Release();
-    bool IsTaken() const { return mFile >= 0; }
 
 private:
     std::string mPath;

@@ -13,11 +13,8 @@
 
 class KeyFrame_cls;
 class ParamGroup_cls;
-class wxColour;
 class wxDC;
 class wxImage;
-class wxMemoryDC;
-class wxPaintDC;
 class wxRect;
 
 /// All of a curve but its keys.
@@ -78,17 +75,12 @@ public:
     float GetScaleRange() const { return mScaleRange; }
 
     // Pictures: they stand with the editor (EDITOR/clsColorCurveDraw.cpp), and who shows them links it.
-    /// Swatch colour, over `background` unless opaque.
-    wxColour GetWXColor(const wxColour& background, double x, bool bOpaque) const;
     /// The colours from 0 at the left edge to 1 at the right one, with an alpha channel unless opaque.
     wxImage GetColorImage(int width, int height, bool bOpaque) const;
     /// The same over a checkerboard of squares of `square` pixels.
     void DrawOnDC(wxDC& dc, const wxRect& rect, int square) const;
     /// The keys' colours, even while the constant one is in use.
     void DrawCurveOnDC(wxDC& dc, const wxRect& rect, int square) const;
-    void DrawColorOnPaintDC(wxPaintDC& dc, const wxRect& rect, int square) const;
-    /// For a bitmap with an alpha channel; opaque: alpha is left out.
-    void DrawColorOnMemoryDC(wxMemoryDC& dc, const wxRect& rect, bool bOpaque) const;
 
     wxString Serialize() const;
     /// True if the line was taken, with the lines behind it that belong to it.

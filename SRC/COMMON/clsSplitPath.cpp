@@ -33,27 +33,6 @@ wxString SplitPath_cls::GetPathStr(int selector) const {
     }
 }
 
-wxString SplitPath_cls::GetPathDirLast() const {
-    const size_t slash = mStrDir.rfind('/');
-    return slash == wxString::npos ? wxString() : mStrDir.substr(slash) + "/";
-}
-
-wxString SplitPath_cls::GetImageTypeStr() const {
-    // Each ending counts all in small or all in capital letters, not mixed.
-    static const struct {
-        const char* mpExt;
-        const char* mpType;
-    } sTypes[] = {{".jpeg", "jpeg"}, {".jpg", "jpeg"}, {".png", "png"}, {".gif", "gif"}, {".tga", "tga"},
-                  {".tiff", "tiff"}, {".tif", "tiff"}, {".hdr", "hdr"}, {".exr", "exr"}};
-    for (const auto& type : sTypes) {
-        const wxString ext(type.mpExt);
-        if (mStrExt == ext || mStrExt == ext.Upper()) return type.mpType;
-    }
-    return "unknown_format";
-}
-
-void Filename_cls::DoubleSlash(wxString& text) { text.Replace("\\", "\\\\"); }
-
 std::string NarrowPath(const wxString& path) {
     const wxCharBuffer name = path.mb_str(*wxConvFileName);
     if (name.data() && (name.length() > 0 || path.empty())) return std::string(name.data(), name.length());

@@ -8,13 +8,6 @@ bool ConfItem_cls::ReadStrLineBase(const wxString& line) {
     return true;
 }
 
-wxString ConfItem_cls::ReplaceSeparator() const {
-    wxString path = mStrValue;
-    path.Replace("\\", "/");
-    path.Replace(" ", "\\ ");
-    return path;
-}
-
 ConfItemSTR_cls::ConfItemSTR_cls(const wxString& key, const wxString& value) : ConfItem_cls(CONFITEM_STR) {
     SetItem(key, value);
 }

@@ -25,8 +25,6 @@ public:
 
     /// Find the key and cut the value text; the half of reading that all items share.
     bool ReadStrLineBase(const wxString& line);
-    /// The value text as a path for a command line: "\" becomes "/", blanks are escaped with "\".
-    wxString ReplaceSeparator() const;
 
 protected:
     ConfItem_cls() = default;

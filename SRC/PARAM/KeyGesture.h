@@ -90,7 +90,6 @@ public:
     bool IsActive() const { return mState != State::NONE; }
     const KeyHit& GetHit() const { return mHit; } ///< under the press
     const KeyPoint& GetFrom() const { return mFrom; }
-    const KeyPoint& GetTo() const { return mTo; }
     /// Pixels from press to pointer; with `bOneAxis` along the longer axis alone.
     KeyPoint GetWay(bool bOneAxis) const;
     bool IsAdding() const { return mbAdd; }      ///< Shift or Ctrl at the press

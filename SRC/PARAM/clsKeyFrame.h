@@ -22,7 +22,6 @@ public:
 
     void Set(double doubleIndex, unsigned int interpType, double value, double d1, double d2, bool bSelected);
     void SetValue(double value, double d1, double d2);
-    void FullCopy(const KeyFrame_cls& src) { *this = src; }
     /// Compares positions alone.
     bool operator>(const KeyFrame_cls& other) const { return mDoubleIndex > other.mDoubleIndex; }
 

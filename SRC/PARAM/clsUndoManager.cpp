@@ -152,23 +152,11 @@ void UndoManager_cls::RemoveItem(unsigned index) {
     mVpCUndo[index] = nullptr;
 }
 
-void UndoManager_cls::SkipCurrent() {
-    if (mCurrent < GetStepCount()) ++mCurrent;
-}
-
-int UndoManager_cls::TypeAt(const Commands& commands, int n) const {
-    if (n < 0 || unsigned(n) >= mCurrent || mCurrent - unsigned(n) >= commands.size()) return COMMAND_PLAIN;
-    const CommandItem_cls* command = commands[mCurrent - unsigned(n)];
-    return command ? command->mType : COMMAND_PLAIN;
-}
-
 void UndoManager_cls::ExecUpdate() {
     const long long mask = mUpdateBit;
     mUpdateBit = 0;
     PostUpdateEvents(mask);
 }
-
-void UndoManager_cls::SendEventToFrame(int id) { PostMenuEvent(id); }
 
 UndoBlock_cls::UndoBlock_cls(bool bOpen) : mbOpen(bOpen) {
     if (mbOpen) GCUndoList.OpenBlockLater();

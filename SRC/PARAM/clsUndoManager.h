@@ -38,12 +38,7 @@ public:
     void Clear();
     /// Delete the commands of one step; its place stays and does nothing.
     void RemoveItem(unsigned index);
-    /// Pass over a step without running it.
-    void SkipCurrent();
 
-    /// Type of the step `n` back from the position; 0 when there is none.
-    int GetRedoCommandType(int n) const { return TypeAt(mVpCRedo, n); }
-    int GetUndoCommandType(int n) const { return TypeAt(mVpCUndo, n); }
     unsigned GetCurrent() const { return mCurrent; }
     unsigned GetStepCount() const { return unsigned(mVpCRedo.size()); }
     int GetBlockDepth() const { return mBlockDepth + mWaitingBlocks; }
@@ -58,15 +53,12 @@ public:
     void AddUpdateBit(long long mask) { mUpdateBit |= mask; }
     /// Turn what was gathered into events.
     void ExecUpdate();
-    /// Post one menu event to the main frame.
-    void SendEventToFrame(int id);
 
 private:
     friend class ComBlockOpen;
     friend class ComBlockClose;
     using Commands = std::vector<CommandItem_cls*>;
 
-    int TypeAt(const Commands& commands, int n) const;
     void Run(CommandItem_cls* pCommand, bool bUndo);
     void RunUnrecorded();
     void Discard(CommandItem_cls* pCommand);

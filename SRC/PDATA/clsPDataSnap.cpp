@@ -91,11 +91,6 @@ bool PDataSnap_cls::IsItReady(bool bNeed) {
     return !bNeed || (mbInterpolateStarted && mbInterpolated.load(std::memory_order_acquire));
 }
 
-bool PDataSnap_cls::IsPreparing(bool bNeed) const {
-    if (IsUnderRead()) return true;
-    return bNeed && mbInterpolateStarted && !mbInterpolated.load(std::memory_order_acquire);
-}
-
 void PDataSnap_cls::PrepareData(bool bNeed, bool bWait) {
     if (mbLoaded.load(std::memory_order_acquire) && mbInterpolated.load(std::memory_order_acquire)) return;
     if (!mbLoaded.load(std::memory_order_acquire)) {

@@ -32,7 +32,6 @@ public:
     /// True also for a file that doesn't open: nothing will ever come.
     bool IsItReady(bool bNeed);
     bool IsItLoaded() const;
-    bool IsPreparing(bool bNeed) const;
     void LoadData();
     void InterpolateData(bool bWait);
     /// Wait for the own read, free the arrays, clear the flags. The head is read again next time.

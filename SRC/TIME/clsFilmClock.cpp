@@ -98,11 +98,6 @@ void FilmClock_cls::CheckAfterMaxFrameChange() {
     }
 }
 
-void FilmClock_cls::SetWorkingArea(int lastFrame) {
-    mWAMin.mValue = mAAMin.mValue = 0;
-    mWAMax.mValue = mAAMax.mValue = ToItem(lastFrame);
-}
-
 void FilmClock_cls::CheckWorkingArea() {
     const unsigned length = unsigned(GetMaxFrame());
     mWAMax.mValue = std::min(mWAMax.mValue, length);
@@ -122,13 +117,6 @@ void FilmClock_cls::SetIndex(unsigned frame) {
     int clamped = int(std::min(frame, unsigned(GetMaxFrame())));
     clamped = std::min(std::max(clamped, GetAAMin()), GetAAMax());
     clamped = FloorToStep(std::min(std::max(clamped, low), high));
-    if (clamped == mFrame) return;
-    SetFrameNative(clamped, kPositionMask);
-    TellStale();
-}
-
-void FilmClock_cls::SetIndexWithinWA() {
-    const int clamped = std::min(std::max(mFrame, GetWAMin()), GetWAMax());
     if (clamped == mFrame) return;
     SetFrameNative(clamped, kPositionMask);
     TellStale();

@@ -35,10 +35,8 @@ public:
     void SetBUseTimeRemap(bool) {}
 
     // Areas.
-    void SetWorkingArea(int lastFrame);
     void CheckWorkingArea();
     void SetIndex(unsigned frame);
-    void SetIndexWithinWA();
 
     // Snipping marks: which frames hold keys.
     void EmptySnippingTag();

@@ -58,11 +58,6 @@ double FilmTime_cls::BoundIndex(int frame) const {
     return GetMaxFrame() > 0 ? double(frame) / GetMaxFrame() : 0.0;
 }
 
-long long FilmTime_cls::GetIndexFromDouble(double doubleIndex) const {
-    if (GetMaxFrame() <= 0 || !std::isfinite(doubleIndex)) return 0;
-    return static_cast<long long>(std::clamp(doubleIndex, -1e6, 1e6) * GetMaxFrame() + 0.1);
-}
-
 // The time remap curve stands between the film's time and these three; its values are snapshot numbers.
 // Without it film time is data time.
 
@@ -126,17 +121,6 @@ int FilmTime_cls::RoundFrame(int frame) const {
 
 bool FilmTime_cls::IsWorkingArea(int frame) const {
     return frame >= GetWAMin() && frame <= GetWAMax() && frame <= GetMaxFrame();
-}
-
-bool FilmTime_cls::IsTheFrameReady(int frame, bool bIgnoreInterp) const {
-    if (!mpCMain) return false;
-    const double index = GetRemappedIndexDouble(frame, frame == -1 ? -1 : 0);
-    const int whole = int(index);
-    return mpCMain->IsTheIndexReady(whole, bIgnoreInterp ? 1.0 : index - whole);
-}
-
-bool FilmTime_cls::IsTheFrameLoaded(int frame) const {
-    return mpCMain && mpCMain->IsTheIndexLoaded(GetRemappedIndex(frame));
 }
 
 int FilmTime_cls::GetSnipNext() const {

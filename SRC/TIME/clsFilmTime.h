@@ -39,9 +39,6 @@ public:
     double GetDoubleIndex(int frame = -1, int step = 0) const;
     double GetDoubleIndexWAMin() const { return BoundIndex(GetWAMin()); }
     double GetDoubleIndexWAMax() const { return BoundIndex(GetWAMax()); }
-    double GetDoubleIndexAAMin() const { return BoundIndex(GetAAMin()); }
-    double GetDoubleIndexAAMax() const { return BoundIndex(GetAAMax()); }
-    long long GetIndexFromDouble(double doubleIndex) const;
     /// Data index of a frame, whole and with its fraction; -1 stands for the current value.
     int GetRemappedIndex(int frame) const;
     double GetRemappedIndexDouble(int frame, int step) const;
@@ -52,9 +49,6 @@ public:
     int GetExpectedPrefetchMax() const;   ///< snapshots that fit the memory limit; -1 unknown
     int RoundFrame(int frame) const;      ///< nearest multiple of the stepping
     bool IsWorkingArea(int frame) const;
-    bool IsPlayConditionSatisfied(int frame) const { return IsWorkingArea(frame); }
-    bool IsTheFrameReady(int frame, bool bIgnoreInterp) const;
-    bool IsTheFrameLoaded(int frame) const;
     /// Frames that hold keys, a bit each.
     const std::vector<bool>& GetSnippingTags() const { return mVSnippingTag; }
     int GetSnipNext() const;

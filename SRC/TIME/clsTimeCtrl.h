@@ -28,7 +28,6 @@ public:
     void MoveInterpStepCommand(int dir);
     void MoveFrameCommandLarge(int dir);
     void MoveFrameCommandSnip(int dir);
-    void SetFrameFromDoubleCommand(double doubleIndex);
     void ExpandAACommand(bool bZoomIn);
     void SetUseTimeRemapCommand(bool bUse);
     void SetWAInHere();

@@ -158,11 +158,6 @@ void TimeCtrl_cls::MoveFrameCommandSnip(int dir) {
     MoveToCommand(int(at / GetAnimInterp()), int(at % GetAnimInterp()));
 }
 
-void TimeCtrl_cls::SetFrameFromDoubleCommand(double doubleIndex) {
-    const long long frame = GetIndexFromDouble(doubleIndex);
-    MoveToCommand(int(std::clamp(frame, 0LL, static_cast<long long>(GetMaxFrame()))), 0);
-}
-
 void TimeCtrl_cls::ExpandAACommand(bool bZoomIn) {
     const int before = mFrame - GetAAMin();
     const int after = GetAAMax() - mFrame;

@@ -5,9 +5,8 @@
 #include <wx/dialog.h>
 
 #include "COMMON/clsDialogControl.h"
-#include "WIDGET/clsWidgetCommon.h"
 
-class wxDialogEXKey : public wxDialog, public WidgetCommon_cls, public OwnedDialog_cls {
+class wxDialogEXKey : public wxDialog, public OwnedDialog_cls {
 public:
     wxDialogEXKey(wxWindow* pParent, const wxString& title, long style = wxDEFAULT_DIALOG_STYLE);
 

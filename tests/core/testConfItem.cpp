@@ -65,12 +65,6 @@ TEST(ConfItem, skippedTextWritesNoLine) {
     EXPECT_EQ(item.GetItemStr(), "!!SKIP!!");
 }
 
-TEST(ConfItem, pathForACommandLineLeavesTheValueAlone) {
-    ConfItemSTR_cls item("Path=", "C:\\my files\\x.pov");
-    EXPECT_EQ(item.ReplaceSeparator(), "C:/my\\ files/x.pov");
-    EXPECT_EQ(item.mStrValue, "C:\\my files\\x.pov");
-}
-
 TEST(ConfItemArray, countsBlanksBehindTheFirstCharacter) {
     ConfItemFLOATARRAY_cls array;
     EXPECT_EQ(array.CountDimension(""), 1u);

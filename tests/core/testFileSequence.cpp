@@ -150,13 +150,5 @@ TEST(SplitPath, GivesTheParts) {
     EXPECT_EQ("/a.d/b.c/stem.x", split.GetPathStr(7));
     EXPECT_EQ(".JPG", split.GetPathStr(8));
     EXPECT_EQ("stem.x.JPG", split.GetPathStr(12));
-    EXPECT_EQ("/b.c/", split.GetPathDirLast());
-    EXPECT_EQ("jpeg", split.GetImageTypeStr());
     EXPECT_EQ("", SplitPath_cls("/a.d/stem").mStrExt);
-    EXPECT_EQ("", SplitPath_cls("a/b").GetPathDirLast());
-    EXPECT_EQ("unknown_format", SplitPath_cls("a.Png").GetImageTypeStr());
-    EXPECT_EQ("stem", Filename_cls(L"/x/stem").GetPathStr(12));
-    wxString text("a\\b");
-    Filename_cls::DoubleSlash(text);
-    EXPECT_EQ("a\\\\b", text);
 }

@@ -68,7 +68,6 @@ TEST_F(TimeCommands, EveryValueGoesThereAndBackInOneStep) {
     ThereAndBack("longer", [this] { mTime.SetMaxFrameCommand(300); });
     ThereAndBack("a step forward", [this] { mTime.MoveInterpStepCommand(1); });
     ThereAndBack("to the end", [this] { mTime.MoveFrameCommandLarge(1); });
-    ThereAndBack("to a time", [this] { mTime.SetFrameFromDoubleCommand(0.25); });
     ThereAndBack("zoom", [this] { mTime.ExpandAACommand(true); });
     mTime.SetFrameNative(90, 0);
     mTime.SetWAMaxNative(43);

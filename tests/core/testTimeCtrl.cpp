@@ -134,7 +134,6 @@ TEST_F(TimeCtrl, NothingInAFileDividesByZeroOrOverflows) {
          "1\n");
     EXPECT_EQ(mTime.GetDoubleIndex(), 0.0);
     EXPECT_EQ(mTime.GetDoubleIndexWAMax(), 0.0);
-    EXPECT_EQ(mTime.GetIndexFromDouble(0.5), 0);
     EXPECT_EQ(mTime.GetAnimStep(), 1);
     EXPECT_EQ(mTime.GetAnimInterp(), 1);
     mTime.CheckWorkingArea();
@@ -171,20 +170,13 @@ TEST_F(TimeCtrl, MotionBlurStepsThroughOneFilmStep) {
 
 } // namespace
 
-TEST_F(TimeCtrl, AsksItsHostAboutTheDataAtAPosition) {
-    EXPECT_FALSE(mTime.IsTheFrameReady(0, false));
-    EXPECT_FALSE(mTime.IsTheFrameLoaded(0));
+TEST_F(TimeCtrl, AsksItsHostHowManySnapshotsFit) {
     EXPECT_EQ(mTime.GetExpectedPrefetchMax(), -1);
 
     struct Host : TimeHost_cls {
         int GetAverageMemoryMB() const override { return mAverage; }
         int GetMemoryLimitMB() const override { return 768; }
-        bool IsTheIndexReady(int index, double frac) const override {
-            return index == 7 && frac == mFraction;
-        }
-        bool IsTheIndexLoaded(int index) const override { return index == 7; }
         int mAverage = -1;
-        double mFraction = 0.5;
     } host;
     TimeCtrl_cls time(&host);
     EXPECT_EQ(time.GetExpectedPrefetchMax(), -1) << "nothing is loaded";
@@ -192,15 +184,4 @@ TEST_F(TimeCtrl, AsksItsHostAboutTheDataAtAPosition) {
     EXPECT_EQ(time.GetExpectedPrefetchMax(), 7);
     host.mAverage = 0;
     EXPECT_EQ(time.GetExpectedPrefetchMax(), 768);
-    EXPECT_TRUE(time.IsTheFrameLoaded(7));
-    EXPECT_FALSE(time.IsTheFrameLoaded(8));
-    time.SetAnimInterpNative(2);
-    time.SetFrameNative(7, 0);
-    time.SetInterpStepNative(1, 0);
-    EXPECT_TRUE(time.IsTheFrameReady(-1, false));
-    EXPECT_FALSE(time.IsTheFrameReady(-1, true));
-    host.mFraction = 1.0; // what "without interpolation" asks for
-    EXPECT_TRUE(time.IsTheFrameReady(-1, true));
-    Parameters_cls::SetFrameNumber(100, 1);
-    Parameters_cls::msCurrentDoubleIndex = 0.0;
 }

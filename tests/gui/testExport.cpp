@@ -80,11 +80,17 @@ protected:
     }
     static DataExporter_cls* Exporter() { return Hub()->mpCDataExporter; }
     static TimeCtrl_cls* Time() { return Hub()->mpCTimeCtrl; }
+    static void PlayAll(int last) {
+        Time()->SetWAMinNative(0);
+        Time()->SetWAMaxNative(last);
+        Time()->SetAAMinNative(0);
+        Time()->SetAAMaxNative(last);
+    }
     static void ResetClock() {
         Time()->SetAnimInterpNative(1);
         Time()->SetAnimStepNative(1);
         Time()->SetRepeatNative(0);
-        Time()->SetWorkingArea(Time()->GetMaxFrame());
+        PlayAll(Time()->GetMaxFrame());
         Time()->mbUseTimeRemap.mValue = false;
     }
     static void SetGrammar(GrammerBase_cls& grammar) {
@@ -216,7 +222,7 @@ TEST_F(Export, ARepeatedFilmIsExportedOnce) {
     ASSERT_TRUE(WaitForEnd());
     ExpectFiles(5);
     EXPECT_FALSE(Time()->IsPlaying());
-    Time()->SetWorkingArea(kFrames - 1);
+    PlayAll(kFrames - 1);
     ClickExport();
     ASSERT_TRUE(WaitForEnd());
     ExpectFiles(kFrames);

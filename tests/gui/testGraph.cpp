@@ -27,7 +27,7 @@ protected:
     void SetUp() override {
         GuiTest::SetUp();
         Time()->SetMaxFrameNative(100);
-        Time()->SetWorkingArea(100);
+        PlayAll(100);
         Time()->SetWAMinNative(10);
         Time()->SetWAMaxNative(80);
         Time()->SetFrameNative(30, 0);
@@ -60,6 +60,12 @@ protected:
         GuiTest::TearDown();
     }
     static TimeCtrl_cls* Time() { return Hub()->mpCTimeCtrl; }
+    static void PlayAll(int last) {
+        Time()->SetWAMinNative(0);
+        Time()->SetWAMaxNative(last);
+        Time()->SetAAMinNative(0);
+        Time()->SetAAMaxNative(last);
+    }
     Parameters_cls* Curve(int c) { return &mpGroup->mVParams[size_t(c)]; }
     const KeyFrame_cls& KeyOf(int c, int i) { return Curve(c)->GetKeys()[size_t(i)]; }
     wxPoint At(double t, double value) {
@@ -300,7 +306,7 @@ TEST_F(Graph, DeletedCurvesAndStrangeFilmsAreShown) {
     mpPanel->SetCurves({Curve(0), Curve(1), Curve(2)});
     for (const int length : {0, 1, 65535}) {
         Time()->SetMaxFrameNative(length);
-        Time()->SetWorkingArea(length);
+        PlayAll(length);
         mpPanel->FitToView();
         for (const wxSize& size : {wxSize(900, 400), wxSize(1, 1), wxSize(300, 7)}) {
             mpPanel->SetSize(size);

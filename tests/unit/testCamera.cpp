@@ -80,7 +80,7 @@ TEST(Camera, trackBallIsLimitedForOneGesture) {
     PositionAndDirection_cls a = Camera(), b = Camera();
     a.TrackBall(-0.2, 0, 0, 0);
     b.TrackBall(-0.9, 0, 0, 0);
-    EXPECT_TRUE(a == b);
+    EXPECT_TRUE(a.Position_cls::operator==(b) && a.Direction_cls::operator==(b));
     b = Camera();
     b.SetSensitivity(0.5);
     b.TrackBall(-0.4, 0, 0, 0);
@@ -164,39 +164,6 @@ TEST(Camera, matrixOfAPlacementIsWhatOthersAreSeenWith) {
     ExpectVector(seen.mPos, 0.5, -2, 4);
     ExpectVector(seen.mFront, 0, 0, 1);
     ExpectVector(seen.mUp, 1, 0, 0);
-}
-
-TEST(Camera, turningAroundTheOriginTakesTheObjectToItsAngles) {
-    PositionAndDirection_cls a, b;
-    a.SetDirection(1);
-    a.Set(2, 0, 0);
-    b = a;
-    a.RotateAroundOriginYPR(50, 20, -70);
-    b.RotateYPR(50, 20, -70);
-    ExpectVector(a.mFront, b.mFront[0], b.mFront[1], b.mFront[2]);
-    ExpectVector(a.mUp, b.mUp[0], b.mUp[1], b.mUp[2]);
-    ExpectVector(a.mPos, 2 * b.mFront[0], 2 * b.mFront[1], 2 * b.mFront[2]);
-}
-
-TEST(Camera, textFormComesBackExactly) {
-    PositionAndDirection_cls a = Camera(), b;
-    a.RotateYPR(12.3, 45.6, 7.8);
-    a.Set(1.0 / 3, -1e-300, 12345678.9);
-    a.SetKey("View0");
-    b.SetKey("View0");
-    EXPECT_FALSE(b.ReadStrLine("View1Position=1 2 3"));
-    for (const wxString& line : wxSplit(a.Serialize(), '\n', '\0'))
-        EXPECT_EQ(b.ReadStrLine(line), !line.empty());
-    ExpectVector(b.mFront, a.mFront[0], a.mFront[1], a.mFront[2], 1e-15);
-    ExpectVector(b.mRight, a.mRight[0], a.mRight[1], a.mRight[2], 1e-15);
-    EXPECT_TRUE(b.Position_cls::operator==(a));
-    EXPECT_FALSE(b.ReadStrLine("View0Position=1 nan 3"));
-    EXPECT_TRUE(b.Position_cls::operator==(a));
-    Position_cls p;
-    p.SetKey("Anchor=");
-    EXPECT_TRUE(p.ReadStrLine("Anchor=1 2.5 -3"));
-    EXPECT_EQ(p.Serialize(), "Anchor=1 2.5 -3\n");
-    EXPECT_FALSE(p.ReadStrLine("Anchor=1 2"));
 }
 
 TEST(Projection, perspectiveAgreesWithValuesByHand) {

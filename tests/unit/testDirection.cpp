@@ -154,33 +154,3 @@ TEST(Direction, lookingStraightDownHasAnglesToo) {
         EXPECT_EQ(d.mRoll, 0);
     }
 }
-
-TEST(Direction, arraysOfAnglesHaveTheirOrderAndTheirWayBack) {
-    const double rpy[3] = {10, 20, 30};
-    Direction_cls a = AtRest(), b = AtRest();
-    a.RotateYPR3d(rpy);
-    b.RotateYPR(30, 20, 10);
-    EXPECT_TRUE(a == b);
-    const double turns[4] = {40, -25, 70, 15};
-    a.RotateYPR4d(turns, false);
-    b.RotateYPR(40, -25, 70);
-    b.RotateYaw(15);
-    EXPECT_TRUE(a == b);
-    a.RotateYPR4d(turns, true);
-    b = AtRest();
-    b.RotateYPR(30, 20, 10);
-    ExpectVector(a.mFront, b.mFront[0], b.mFront[1], b.mFront[2], 1e-12);
-    ExpectVector(a.mUp, b.mUp[0], b.mUp[1], b.mUp[2], 1e-12);
-}
-
-TEST(Direction, vectorTurnsAreAboutTheAxesOfTheWorld) {
-    Direction_cls d = AtRest();
-    d.RotateVectorX(90);
-    ExpectVector(d.mUp, 0, -1, 0);
-    d.RotateVectorZ(90);
-    ExpectVector(d.mFront, 0, 1, 0);
-    ExpectVector(d.mUp, 1, 0, 0);
-    d.RotateVectorY(90);
-    ExpectVector(d.mUp, 0, 0, -1);
-    ExpectOrthonormal(d);
-}

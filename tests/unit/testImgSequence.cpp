@@ -26,7 +26,10 @@ protected:
     }
     void Film(int last, int step, int interval) {
         mTime.SetMaxFrameNative(last);
-        mTime.SetWorkingArea(last);
+        mTime.SetWAMinNative(0);
+        mTime.SetWAMaxNative(last);
+        mTime.SetAAMinNative(0);
+        mTime.SetAAMaxNative(last);
         mTime.SetAnimStepNative(step);
         mTime.SetAnimInterpNative(interval);
     }

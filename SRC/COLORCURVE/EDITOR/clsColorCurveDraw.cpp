@@ -47,23 +47,7 @@ void DrawColumns(wxDC& dc, const std::vector<float>& colors, const wxRect& rect,
     dc.DrawBitmap(wxBitmap(image), rect.x, rect.y);
 }
 
-/// For swatches: cut, where pictures are rounded.
-unsigned char CutToByte(double value) {
-    return value > 0.0 ? static_cast<unsigned char>(std::min(value, 255.0)) : 0; // nothing for a NaN
-}
-
 } // namespace
-
-wxColour ColorCurve_cls::GetWXColor(const wxColour& background, double x, bool bOpaque) const {
-    float color[4];
-    GetColor4fNormal(color, static_cast<float>(x));
-    const double alpha = bOpaque ? 1.0 : static_cast<double>(color[3]);
-    const auto mix = [&](unsigned char back, float value) {
-        return CutToByte(back + (255.0 * static_cast<double>(value) - back) * alpha);
-    };
-    return wxColour(mix(background.Red(), color[0]), mix(background.Green(), color[1]),
-                    mix(background.Blue(), color[2]));
-}
 
 wxImage ColorCurve_cls::GetColorImage(int width, int height, bool bOpaque) const {
     width = std::max(width, 1);
@@ -89,13 +73,4 @@ void ColorCurve_cls::DrawOnDC(wxDC& dc, const wxRect& rect, int square) const {
 
 void ColorCurve_cls::DrawCurveOnDC(wxDC& dc, const wxRect& rect, int square) const {
     if (rect.width > 0 && rect.height > 0) DrawColumns(dc, Columns(*this, rect.width, true), rect, square);
-}
-
-void ColorCurve_cls::DrawColorOnPaintDC(wxPaintDC& dc, const wxRect& rect, int square) const {
-    DrawOnDC(dc, rect, square);
-}
-
-void ColorCurve_cls::DrawColorOnMemoryDC(wxMemoryDC& dc, const wxRect& rect, bool bOpaque) const {
-    if (rect.width < 1 || rect.height < 1) return;
-    dc.DrawBitmap(wxBitmap(GetColorImage(rect.width, rect.height, bOpaque)), rect.x, rect.y);
 }

@@ -56,8 +56,6 @@ void Direction_cls::SetDirection(int mode) {
     Setv(front, axis == 2 ? upY : upZ);
 }
 
-void Direction_cls::SetvUnitZ(int sign) { SetDirection(sign < 0 ? 6 : 5); }
-
 void Direction_cls::RejectInvalidDirection() {
     if (!AreParallel(mFront, mUp)) return;
     Set3(mUp, 1, 0, 0);
@@ -98,26 +96,6 @@ void Direction_cls::RotateYPR(double yaw, double pitch, double roll) {
     RotateYaw(yaw);
     RotatePitch(pitch);
     RotateRoll(roll);
-}
-
-void Direction_cls::RotateYPR3d(const double* angles) { RotateYPR(angles[2], angles[1], angles[0]); }
-
-void Direction_cls::RotateYPR4d(const double* angles, bool bInverse) {
-    if (bInverse) {
-        RotateYaw(-angles[3]);
-        RotateRoll(-angles[2]);
-        RotatePitch(-angles[1]);
-        RotateYaw(-angles[0]);
-    } else {
-        RotateYPR(angles[0], angles[1], angles[2]);
-        RotateYaw(angles[3]);
-    }
-}
-
-void Direction_cls::RotateVector(double angle, int axis) {
-    MyVector::Rotate(mFront, angle, axis);
-    MyVector::Rotate(mUp, angle, axis);
-    NormalizeAndOrthogonalize();
 }
 
 bool Direction_cls::operator==(const Direction_cls& other) const {

@@ -20,8 +20,6 @@ public:
     void Setv(const double* front, const double* up);
     /// Look along an axis: 1 to 6 for +x, -x, +y, -y, +z, -z; other modes change nothing.
     void SetDirection(int mode);
-    /// Look along +z or, with a negative sign, -z.
-    void SetvUnitZ(int sign);
     /// Where front is parallel to up, up becomes the x axis, or the y axis when that is parallel too.
     void RejectInvalidDirection();
 
@@ -35,20 +33,7 @@ public:
     void RotatePitch(double angle); ///< positive lowers the front
     void RotateRoll(double angle);
     void RotateYPR(double yaw, double pitch, double roll);
-    /// The same from an array of roll, pitch, yaw.
-    void RotateYPR3d(const double* angles);
-    /// Yaw, pitch, roll and yaw again from an array; `bInverse` takes the same turns back.
-    void RotateYPR4d(const double* angles, bool bInverse);
-
-    // Turns of the basis about the coordinate axes, in degrees, right-handed.
-    void RotateVectorX(double angle) { RotateVector(angle, 0); }
-    void RotateVectorY(double angle) { RotateVector(angle, 1); }
-    void RotateVectorZ(double angle) { RotateVector(angle, 2); }
 
     /// The same basis; angles and turn counters follow from it and don't count.
     bool operator==(const Direction_cls& other) const;
-    bool operator!=(const Direction_cls& other) const { return !(*this == other); }
-
-private:
-    void RotateVector(double angle, int axis);
 };

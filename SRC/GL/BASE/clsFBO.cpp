@@ -62,17 +62,6 @@ void FBO_cls::Initialize() {
     glBindFramebuffer(GL_FRAMEBUFFER, 0);
 }
 
-void FBO_cls::SetGeometryBuffer(int w, int h) {
-    if (mbMade && (w != mW || h != mH)) {
-        DeleteTexture();
-        if (mRenderbuffer != 0) glDeleteRenderbuffers(1, &mRenderbuffer);
-        mRenderbuffer = 0;
-        mbMade = false;
-    }
-    mW = w;
-    mH = h;
-}
-
 void FBO_cls::MakeFBO(bool bAlpha) {
     if (mbMade) return;
     const GLAttribScope_cls attributes(GL_TEXTURE_BIT);

@@ -20,8 +20,7 @@ public:
     /// Look once whether this OpenGL can do it at all; see msbSupported.
     static void Initialize();
 
-    /// Size and bits per channel (16: half float, or 8) for the next MakeFBO.
-    void SetGeometryBuffer(int w, int h);
+    /// Bits per channel (16: half float, or 8) for the next MakeFBO.
     void SetDepth(int bits) { mDepth = bits == 8 ? 8 : 16; }
     /// The GL objects, once; `bAlpha` keeps an alpha channel.
     void MakeFBO(bool bAlpha);

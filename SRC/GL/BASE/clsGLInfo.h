@@ -9,10 +9,6 @@ public:
     static void Initialize();
 
     static wxString GetGLVersionStr() { return msStrVersion; }
-    static wxString GetGLVendorStr() { return msStrVendor; }
-    static wxString GetGLRendererStr() { return msStrRenderer; }
-    /// "GLSL ver. 1.30", or "GLSL Not Implemented".
-    static wxString GetGLSLVersionStr() { return msStrGLSL; }
     static wxString GetGLMaxElementsVertices();
     static wxString GetGLMaxElementsIndices();
     /// One fact a line, for a box.

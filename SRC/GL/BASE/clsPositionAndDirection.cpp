@@ -86,23 +86,6 @@ void PositionAndDirection_cls::PointAt(const double* p) {
     NormalizeAndOrthogonalize();
 }
 
-void PositionAndDirection_cls::RotateAroundOrigin(double angle, int axis) {
-    MyVector::Rotate(mPos, angle, axis);
-    MyVector::Rotate(mFront, angle, axis);
-    MyVector::Rotate(mUp, angle, axis);
-    NormalizeAndOrthogonalize();
-}
-
-void PositionAndDirection_cls::RotateAroundOriginYaw(double angle) { RotateAroundOrigin(angle, 2); }
-
-void PositionAndDirection_cls::RotateAroundOriginPitch(double angle) { RotateAroundOrigin(angle, 1); }
-
-void PositionAndDirection_cls::RotateAroundOriginYPR(double yaw, double pitch, double roll) {
-    RotateAroundOrigin(roll, 0);
-    RotateAroundOrigin(pitch, 1);
-    RotateAroundOrigin(yaw, 2);
-}
-
 void PositionAndDirection_cls::GetGLMatrix(double* matrix) const {
     for (int i = 0; i < 3; ++i) {
         matrix[i] = mFront[i];
@@ -131,28 +114,4 @@ PositionAndDirection_cls::GetPosAndDirectionInThisCoordinate(const PositionAndDi
     turn(other.mUp, seen.mUp);
     seen.NormalizeAndOrthogonalize();
     return seen;
-}
-
-bool PositionAndDirection_cls::ReadStrLine(const wxString& line) {
-    wxString rest;
-    if (!line.StartsWith(mStrPrefix, &rest)) return false;
-    const wxString key = rest.BeforeFirst('='), value = rest.AfterFirst('=');
-    if (key == "Position") return VectorFromText(value, mPos);
-    if (key == "Anchor") return VectorFromText(value, mAnc);
-    if (key == "Front") return VectorFromText(value, mFront);
-    if (key != "Up" || !VectorFromText(value, mUp)) return false;
-    NormalizeAndOrthogonalize();
-    return true;
-}
-
-wxString PositionAndDirection_cls::Serialize() const {
-    return mStrPrefix + "Position=" + VectorToText(mPos) + "\n" + mStrPrefix +
-           "Anchor=" + VectorToText(mAnc) + "\n" + mStrPrefix + "Front=" + VectorToText(mFront) + "\n" +
-           mStrPrefix + "Up=" + VectorToText(mUp) + "\n";
-}
-
-bool PositionAndDirection_cls::operator==(const PositionAndDirection_cls& other) const {
-    return Position_cls::operator==(other) && Direction_cls::operator==(other) &&
-           std::equal(mAnc, mAnc + 3, other.mAnc) && mSensitivity == other.mSensitivity &&
-           std::equal(mMove, mMove + 3, other.mMove) && mAspectRatio == other.mAspectRatio;
 }

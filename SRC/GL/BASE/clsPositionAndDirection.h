@@ -36,32 +36,9 @@ public:
     /// Look at a point, up as it is where that can be.
     void PointAt(const double* p);
     void PointAt(const Position_cls& target) { PointAt(target.mPos); }
-    void PointAtAnc() { PointAt(mAnc); }
-
-    // Turn place and basis about the origin: yaw about z, pitch about y, roll about x, in degrees,
-    // right-handed. YPR takes an object from rest to where RotateYPR turns it.
-    void RotateAroundOriginYaw(double angle);
-    void RotateAroundOriginPitch(double angle);
-    void RotateAroundOriginYPR(double yaw, double pitch, double roll);
 
     /// The placement as a column-major matrix: x goes to front, y to left, z to up.
     void GetGLMatrix(double* matrix) const;
     /// Another placement as seen from this one, the inverse of GetGLMatrix.
     PositionAndDirection_cls GetPosAndDirectionInThisCoordinate(const PositionAndDirection_cls& other) const;
-
-    /// Prefix of the keys of the text form, so that several cameras share a file.
-    void SetKey(const wxString& prefix) { mStrPrefix = prefix; }
-    /// Take a line "Position=", "Front=", "Up=" or "Anchor=" behind the prefix. Front and up belong
-    /// together: the basis is repaired when up, which is written last, has come.
-    bool ReadStrLine(const wxString& line);
-    wxString Serialize() const;
-
-    /// All but angles and keys.
-    bool operator==(const PositionAndDirection_cls& other) const;
-    bool operator!=(const PositionAndDirection_cls& other) const { return !(*this == other); }
-
-private:
-    void RotateAroundOrigin(double angle, int axis);
-
-    wxString mStrPrefix;
 };

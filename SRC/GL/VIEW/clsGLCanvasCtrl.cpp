@@ -276,8 +276,6 @@ void GLCanvasCtrl_cls::ShowPanel() {
     Layout();
 }
 
-int GLCanvasCtrl_cls::GetDisplayMode() const { return mpCCanvas->GetDisplayMode(); }
-
 wxString GLCanvasCtrl_cls::Serialize() { return mpCCanvas->Serialize(); }
 
 void GLCanvasCtrl_cls::ReadStrLine(const wxString& line) { mpCCanvas->ReadStrLine(line); }

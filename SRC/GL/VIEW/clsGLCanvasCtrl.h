@@ -29,7 +29,6 @@ public:
     void OnMenuHide();
     void ShowPanel();
     bool IsPanelShown() const { return mbPanelShown; }
-    int GetDisplayMode() const;
     /// Call `change`, which sets the view's settings, and leave a step that takes it back.
     void ChangeBy(const std::function<void()>& change);
     wxString Serialize();

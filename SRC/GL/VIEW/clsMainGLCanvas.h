@@ -89,7 +89,6 @@ public:
     /// Text of the last message lines, as drawn; for tests and the status.
     wxString GetMessageText() const { return mMessage.GetMessageText(); }
     int GetPaintCount() const { return mPaintCount; }
-    double GetFirstPaintMillis() const { return double(mFirstPaintMillis); }
     /// The picture last shown: RGB, top row first, w times h pixels. Kept only while the views' shared
     /// msbKeepPicture is set.
     const std::vector<unsigned char>& GetShownPicture(int* pW, int* pH) const {
@@ -161,6 +160,5 @@ private:
     wxStopWatch mCStopWatch; ///< of the drawing
     wxSize mShownSize;       ///< of the picture in the window; empty before the first
     int mPaintCount = 0;     ///< paints with all data
-    float mFirstPaintMillis = 0.0f;
     KeptPicture_cls mKeptPicture;
 };

@@ -253,7 +253,7 @@ void MainGLCanvas_cls::EndFaces() {
 void MainGLCanvas_cls::CountPaint() {
     if (mCStopWatch.Time() > 200) PostMenuEvent(ID_REFRESH_SB); // which tells of the drawing still
     if (mbLoading) return;
-    if (mPaintCount++ == 0) mFirstPaintMillis = static_cast<float>(mCStopWatch.Time());
+    ++mPaintCount;
 }
 
 void MainGLCanvas_cls::DrawOnWindow() {

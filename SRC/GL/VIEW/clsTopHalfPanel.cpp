@@ -205,12 +205,6 @@ void TopHalfPanel_cls::RefreshExposure() {
     if (mPages.mpCExposure->mpCGUI) mPages.mpCExposure->mpCGUI->UpdateValues();
 }
 
-void TopHalfPanel_cls::RecalcSize() {
-    Layout();
-    for (wxNotebook* pBook : {mpCAttribBook, mpCOptionBook})
-        if (wxWindow* pPage = pBook->GetCurrentPage()) pPage->Layout();
-}
-
 wxString TopHalfPanel_cls::Serialize() {
     wxString text = mConfList.SerializeAll();
     for (GLCanvasCtrl_cls* pCtrl : mpCCtrl)

@@ -43,7 +43,6 @@ public:
     /// The pages "Option", "Overlay", "Exposure" and "Info".
     void RefreshDrawOptions();
     void RefreshExposure();
-    void RecalcSize();
     GLCanvasCtrl_cls* GetPCGLCanvasCtrl(int view) const { return mpCCtrl[view]; }
     wxString Serialize();
     void ReadStrLine(const wxString& line);

@@ -49,8 +49,6 @@ public:
     std::vector<int> GetVGrammer(wxListCtrl* pList) const;
     /// Names of items in words, separated by commas.
     wxString Describe(Which which, const std::vector<int>& codes) const;
-    /// The list that last took a click.
-    wxListCtrl* GetPActiveListCtrl() const { return mpCActive; }
     /// The data type changed: copy both lists to the grammar and redraw their columns.
     void OnHookCombobox();
     /// Both lists into `pTarget`.

@@ -60,7 +60,6 @@ public:
     void SelectRow(int row, bool bExtend, bool bToggle);
     void DeselectRows();
     bool IsRowSelected(int row) const;
-    int GetFocusRow() const { return mFocusRow; }
 
     // Rows, for the two windows.
     const std::vector<TimelineRow>& GetRows() const { return mVRows; }

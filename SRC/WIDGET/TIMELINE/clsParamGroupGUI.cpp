@@ -10,8 +10,8 @@
 ParamGroupGUI_cls::ParamGroupGUI_cls(ParamGroup_cls* pGroup) : mpCGroup(pGroup) {
     pGroup->mVpCPanels.clear();
     for (Parameters_cls& param : pGroup->mVParams) {
-        mVpCPanels.push_back(std::make_unique<ParametersPanel_cls>(this, &param));
-        mVpCStrips.push_back(std::make_unique<ParamTL_cls>(this, &param));
+        mVpCPanels.push_back(std::make_unique<ParametersPanel_cls>(&param));
+        mVpCStrips.push_back(std::make_unique<ParamTL_cls>(&param));
         pGroup->mVpCPanels.push_back(mVpCPanels.back().get());
     }
 }

@@ -18,7 +18,6 @@ public:
     ParamGroup_cls* GetPCGroup() const { return mpCGroup; }
     int GetDimension() const { return int(mVpCPanels.size()); }
     ParametersPanel_cls& GetPanel(int dim) const { return *mVpCPanels[size_t(dim)]; }
-    ParamTL_cls& GetStrip(int dim) const { return *mVpCStrips[size_t(dim)]; }
     Parameters_cls* GetPCParam(int dim) const { return mVpCPanels[size_t(dim)]->GetPCParam(); }
     /// False when the group's owner deleted it without telling.
     bool IsAlive() const;

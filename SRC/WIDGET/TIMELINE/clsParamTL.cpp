@@ -32,10 +32,7 @@ bool IsHeld(const KeyFrame_cls& key, const KeyFrame_cls& next) {
 
 } // namespace
 
-ParamTL_cls::ParamTL_cls(ParamGroupGUI_cls* pGroup, Parameters_cls* pCurve)
-    : mpCGroup(pGroup), mpCParam(pCurve) {
-    mpCParam->mpCParamTL = this;
-}
+ParamTL_cls::ParamTL_cls(Parameters_cls* pCurve) : mpCParam(pCurve) { mpCParam->mpCParamTL = this; }
 
 ParamTL_cls::~ParamTL_cls() {
     if (Parameters_cls::IsAlive(mpCParam) && mpCParam->mpCParamTL == this) mpCParam->mpCParamTL = nullptr;

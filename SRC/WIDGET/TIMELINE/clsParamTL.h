@@ -6,20 +6,16 @@
 #include "WIDGET/TIMELINE/TimelineLook.h"
 #include "WIDGET/TIMELINE/TimelineModel.h"
 
-class ParamGroupGUI_cls;
 class Parameters_cls;
 class TimeCtrl_cls;
 class wxDC;
 
 class ParamTL_cls {
 public:
-    ParamTL_cls(ParamGroupGUI_cls* pGroup, Parameters_cls* pCurve);
+    explicit ParamTL_cls(Parameters_cls* pCurve);
     ~ParamTL_cls();
     ParamTL_cls(const ParamTL_cls&) = delete;
     ParamTL_cls& operator=(const ParamTL_cls&) = delete;
-
-    Parameters_cls* GetPCParam() const { return mpCParam; }
-    ParamGroupGUI_cls* GetPCGroupGUI() const { return mpCGroup; }
 
     /// Keys of a curve, and bars where the value stands still; `y` is the middle of the row.
     static void DrawKeys(wxDC& dc, const Parameters_cls& curve, const FrameScale& scale, int y,
@@ -38,6 +34,5 @@ public:
     static TimeCtrl_cls* mspCTimeCtrlLink;
 
 private:
-    ParamGroupGUI_cls* mpCGroup;
     Parameters_cls* mpCParam;
 };

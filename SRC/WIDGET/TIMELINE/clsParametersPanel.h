@@ -4,18 +4,15 @@
 #include "WIDGET/TIMELINE/TimelineLook.h"
 #include "WIDGET/TIMELINE/TreeLayout.h"
 
-class ParamGroupGUI_cls;
 class Parameters_cls;
 class wxDC;
 class wxString;
 
 class ParametersPanel_cls {
 public:
-    ParametersPanel_cls(ParamGroupGUI_cls* pGroup, Parameters_cls* pCurve)
-        : mpCGroup(pGroup), mpCParam(pCurve) {}
+    explicit ParametersPanel_cls(Parameters_cls* pCurve) : mpCParam(pCurve) {}
 
     Parameters_cls* GetPCParam() const { return mpCParam; }
-    ParamGroupGUI_cls* GetPCGroupGUI() const { return mpCGroup; }
     /// `bHover`: the mouse is over the row.
     void Draw(wxDC& dc, const TreeLayout& layout, const TimelineLook& look, int y, int depth,
               bool bHover) const;
@@ -25,7 +22,6 @@ public:
     bool mbSelected = false; ///< in the tree
 
 private:
-    ParamGroupGUI_cls* mpCGroup;
     Parameters_cls* mpCParam;
 };
 

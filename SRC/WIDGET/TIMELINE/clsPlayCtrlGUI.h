@@ -26,8 +26,6 @@ public:
     /// Fields and buttons from the clock; what is the same isn't touched.
     void UpdateValues();
     void RefreshMemory();
-    NumField_cls* GetPCFrameField() const { return mpCFrame; }
-    NumField_cls* GetPCPrefetchField() const { return mpCPrefetch; }
 
 private:
     /// A button's picture, and the text where that is missing.
