@@ -14,6 +14,7 @@
 #include "COMMON/EventIds.h"
 #include "COMMON/RuntimeFiles.h"
 #include "COMMON/SafeFile.h"
+#include "GL/BASE/clsPreference.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsSharedView.h"
 #include "GuiTest.h"
@@ -57,6 +58,8 @@ protected:
         GSafeFileStep = {};
         wxFileDialogEX::sStrTestAnswer.clear();
         Hub()->mpCRecovery->mGap = std::chrono::minutes(1);
+        Preference_cls plain;
+        Frame()->GetPCUserPreference()->CopyFrom(plain);
         Frame()->OpenProject(mDefaults);
         GCUndoList.Clear();
         Hub()->mpCRecovery->MarkSaved();

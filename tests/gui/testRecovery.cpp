@@ -18,7 +18,7 @@ using Recovery = ProjectTest;
 
 TEST_F(Recovery, PreferencesAndRecentFilesSurviveARestart) {
     const wxString path = GetConfigureFilePath();
-    Preference_cls* preference = Frame()->GetPCPreference();
+    Preference_cls* preference = Frame()->GetPCUserPreference();
     const std::string folder = CopyMelt("data");
     WriteProject(folder + "/p.mrp", "melt0000.bin");
     Open(folder + "/p.mrp");
@@ -44,6 +44,7 @@ TEST_F(Recovery, PreferencesAndRecentFilesSurviveARestart) {
     EXPECT_EQ(preference->mCGyration.mValue, 1u);
     EXPECT_TRUE(preference->mCZoomMod.mValue[2]);
     EXPECT_EQ(preference->mCSortType.mValue, 2u);
+    EXPECT_EQ(Frame()->GetPCPreference()->Serialize(), preference->Serialize()) << "and they act";
     const auto& projects = Hub()->mpCRecentFiles->Get(RecentFiles_cls::Projects);
     EXPECT_NE(std::find(projects.begin(), projects.end(), wxString(folder + "/p.mrp")), projects.end());
     wxRemoveFile(path);
