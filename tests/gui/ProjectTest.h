@@ -90,7 +90,8 @@ protected:
     void WriteProject(const std::string& path, const std::string& dataPath) {
         std::ofstream file(path, std::ios::binary);
         for (const std::string& line : Lines(ReadAll(Root() + "examples/lj_melt_bin/lj_melt_bin.mrp")))
-            file << (line == "melt0000.bin" ? dataPath : line) << "\n";
+            if (line.rfind("LastOpenedFileMRP=", 0) != 0)
+                file << (line == "melt0000.bin" ? dataPath : line) << "\n";
     }
 
     TempDir_cls mDir;
