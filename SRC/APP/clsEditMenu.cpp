@@ -81,8 +81,13 @@ void EditMenu_cls::OnMenuRemoveCacheAll(wxCommandEvent&) {
 
 void EditMenu_cls::OnMenuPreference(wxCommandEvent&) {
     if (!mpCPreferenceGUI)
-        mpCPreferenceGUI = new PreferenceGUI_cls(&mFrame, mFrame.GetPCPreference(), mHub.mpCPDataSeqCtrl);
+        mpCPreferenceGUI = new PreferenceGUI_cls(&mFrame, mFrame.GetPCPreference(),
+                                                 mFrame.GetPCUserPreference(), mHub.mpCPDataSeqCtrl);
     mpCPreferenceGUI->OpenWindow();
+}
+
+void EditMenu_cls::UpdatePreference() {
+    if (mpCPreferenceGUI) mpCPreferenceGUI->UpdateValues();
 }
 
 void EditMenu_cls::OnMenuPeriodicBoundary(wxCommandEvent&) { mHub.mpCPeriodicBoundary->OpenWindow(&mFrame); }

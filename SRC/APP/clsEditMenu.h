@@ -13,6 +13,9 @@ public:
     EditMenu_cls(const EditMenu_cls&) = delete;
     EditMenu_cls& operator=(const EditMenu_cls&) = delete;
 
+    /// Bring the dialog "Preference", if there is one, in line with settings that were just read.
+    void UpdatePreference();
+
 private:
     void OnMenuUndo(wxCommandEvent& event);
     void OnMenuRedo(wxCommandEvent& event);

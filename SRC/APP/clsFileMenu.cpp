@@ -68,7 +68,29 @@ void FileMenu_cls::ShowModified() {
 void FileMenu_cls::OnMenuOpenProject(wxCommandEvent&) {
     GpCFileDialog->SetParams(_("Select a project file"), FolderOf(mCItemLastMRP.mStrValue), "",
                              kProjectWildcard, wxFD_OPEN | wxFD_FILE_MUST_EXIST);
-    if (GpCFileDialog->ShowModal() == wxID_OK) OpenProject(GpCFileDialog->GetPath());
+    if (GpCFileDialog->ShowModal() == wxID_OK) OpenProjectAsked(GpCFileDialog->GetPath());
+}
+
+void FileMenu_cls::OpenProjectAsked(const wxString& path) {
+    std::wstring text;
+    const bool bAsk = mHub.mpCRecovery->IsModified();
+    // One that can't be opened is told and costs nothing.
+    if (bAsk && (!mHub.LoadProjectText(path, &text) || !AskForSteps(wxString()))) return;
+    OpenProject(path);
+}
+
+// One question about steps that no project holds; true when they are saved or may go.
+bool FileMenu_cls::AskForSteps(const wxString& about) {
+    if (GbGLLockModalDialog.load()) return false; // a question is up already
+    const wxString name =
+        mbProjectNamed ? wxFileName(mCItemLastMRP.mStrValue).GetFullName() : _("this project");
+    MessageAnswer answer = MESSAGE_CANCEL;
+    {
+        const FlagScope_cls modal(GbGLLockModalDialog);
+        answer = MsgBoxSave(wxString::Format(_("Save the changes of %s first?"), name) + about, _("Query"));
+    }
+    if (answer == MESSAGE_YES) return SaveNamedProject();
+    return answer == MESSAGE_NO;
 }
 
 void FileMenu_cls::OpenProject(const wxString& path) {
@@ -100,7 +122,6 @@ void FileMenu_cls::TakeProject(const std::wstring& text, const wxString& folder)
         ->FitToView(); // the same curves have other values
     mFrame.GetPCTopHalf()->RefreshAttrib();
     mHub.mpCPeriodicBoundary->UpdateItems(true);
-    PostMenuEvent(ID_FILTER_REFRESH);
     PostMenuEvent(ID_REFRESH_DRAW_OPTIONS);
     mFrame.GetMenuBar()->Check(ID_TIME_REMAP, time->mbUseTimeRemap.mValue);
     mFrame.UpdateStatusText();
@@ -143,7 +164,8 @@ void FileMenu_cls::OnMenuRecent(wxCommandEvent& event) {
     if (path.empty()) return;
     if (bProject ? wxFileName::FileExists(path) : PDataSequence_cls::DoesSequenceExist(path)) {
         // The menu is still open while its entry is chosen.
-        mFrame.CallAfter([this, path, bProject] { bProject ? OpenProject(path) : OpenWithLoader(path); });
+        mFrame.CallAfter(
+            [this, path, bProject] { bProject ? OpenProjectAsked(path) : OpenWithLoader(path); });
         return;
     }
     mHub.mpCRecentFiles->Remove(kind, path);
@@ -154,16 +176,15 @@ void FileMenu_cls::OnMenuRecent(wxCommandEvent& event) {
     });
 }
 
-void FileMenu_cls::OnMenuSaveProject(wxCommandEvent& event) {
-    if (!mbProjectNamed) {
-        OnMenuSaveProjectAs(event);
-        return;
-    }
-    SaveProject(mCItemLastMRP.mStrValue);
+void FileMenu_cls::OnMenuSaveProject(wxCommandEvent&) { SaveNamedProject(); }
+
+bool FileMenu_cls::SaveNamedProject() {
+    wxString path = mCItemLastMRP.mStrValue;
+    return (mbProjectNamed || AskProjectName(&path)) && SaveProject(path);
 }
 
-void FileMenu_cls::SaveProject(const wxString& path) {
-    if (GbGLLockModalDialog.load()) return;
+bool FileMenu_cls::SaveProject(const wxString& path) {
+    if (GbGLLockModalDialog.load()) return false;
     const FlagScope_cls modal(GbGLLockModalDialog);
     const wxBusyCursor busy;
     if (mHub.SaveProjectFile(path, true)) {
@@ -173,24 +194,36 @@ void FileMenu_cls::SaveProject(const wxString& path) {
         FillRecentMenus();
         mbShowsStar = false;
         UpdateTitle(path);
-        return;
+        return true;
     }
     MsgBox(wxString::Format(
                _("%s could not be written. The file is as it was before; save under another name or make "
                  "room in that folder."),
                path),
            _("Warning"));
+    return false;
 }
 
 void FileMenu_cls::OnMenuSaveProjectAs(wxCommandEvent&) {
+    wxString path;
+    if (AskProjectName(&path)) SaveProject(path);
+}
+
+bool FileMenu_cls::AskProjectName(wxString* pPath) {
     const wxString last = mCItemLastMRP.mStrValue;
-    const wxString name = mbProjectNamed ? wxFileName(last).GetFullName() : wxString(".mrp");
-    GpCFileDialog->SetParams(_("Select a file"), FolderOf(last), name, kProjectWildcard,
-                             wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
-    if (GpCFileDialog->ShowModal() != wxID_OK) return;
-    wxString path = GpCFileDialog->GetPath();
-    if (!path.EndsWith(".mrp")) path += ".mrp";
-    SaveProject(path);
+    wxString folder = FolderOf(last);
+    wxString name = mbProjectNamed ? wxFileName(last).GetFullName() : wxString("untitled.mrp");
+    while (true) {
+        // The dialog would ask about the name as typed; what counts is the one with its ending.
+        GpCFileDialog->SetParams(_("Select a file"), folder, name, kProjectWildcard, wxFD_SAVE);
+        if (GpCFileDialog->ShowModal() != wxID_OK) return false;
+        *pPath = GpCFileDialog->GetPath();
+        if (!pPath->EndsWith(".mrp")) *pPath += ".mrp";
+        const wxString question = wxString::Format(_("%s exists already. Replace it?"), *pPath);
+        if (!wxFileName::Exists(*pPath) || MsgBoxYesno(question, _("Save Project As"))) return true;
+        folder = wxFileName(*pPath).GetPath();
+        name = wxFileName(*pPath).GetFullName();
+    }
 }
 
 void FileMenu_cls::OnMenuLoadData(wxCommandEvent&) { mHub.mpCDataLoader->OpenWindow(&mFrame); }
@@ -202,6 +235,7 @@ void FileMenu_cls::OnMenuGuessData(wxCommandEvent&) {
 }
 
 void FileMenu_cls::OnMenuCloseData(wxCommandEvent&) {
+    if (mHub.mpCPDataSeqCtrl->GetStrActiveFileSequencePath().empty()) return; // no step for nothing
     mHub.CloseDataCommand();
     mFrame.GetPCTopHalf()->RefreshGLPanels();
     mFrame.GetPCBtmHalf()->RefreshTLPanels();
@@ -210,7 +244,7 @@ void FileMenu_cls::OnMenuCloseData(wxCommandEvent&) {
 
 void FileMenu_cls::OpenDroppedFile(const wxString& path) {
     if (wxFileName(path).GetExt().Lower() == "mrp") {
-        OpenProject(path);
+        OpenProjectAsked(path);
         return;
     }
     OpenWithLoader(path);
@@ -224,8 +258,10 @@ void FileMenu_cls::OpenWithLoader(const wxString& path) {
 
 bool FileMenu_cls::AskQuit() {
     if (GbGLLockModalDialog.load()) return false; // the question is up already
+    const wxString warning = mFrame.GetPCImageRun()->GetQuitWarning();
+    if (mHub.mpCRecovery->IsModified()) return AskForSteps(warning);
     const FlagScope_cls modal(GbGLLockModalDialog);
-    return MsgBoxYesno(_("Really Quit ?") + mFrame.GetPCImageRun()->GetQuitWarning(), _("Query"));
+    return MsgBoxYesno(_("Really Quit ?") + warning, _("Query"));
 }
 
 void FileMenu_cls::OnQuit(wxCommandEvent&) {

@@ -19,6 +19,8 @@ public:
     FileMenu_cls& operator=(const FileMenu_cls&) = delete;
 
     void OpenProject(const wxString& path);
+    /// As the user asks for it: unsaved steps are asked about first.
+    void OpenProjectAsked(const wxString& path);
     /// Ask for a recovery project that a program left which ended without being asked.
     void OfferRecovery();
     /// A project opens; any other file opens with the present grammar, through the dialog's check.
@@ -43,7 +45,10 @@ private:
     void OnMenuRecent(wxCommandEvent& event);
     void OnQuit(wxCommandEvent& event);
     void OnClose(wxCloseEvent& event);
-    void SaveProject(const wxString& path);
+    bool SaveProject(const wxString& path); ///< false, told, when that failed
+    bool SaveNamedProject();                ///< under its name, or under one that is asked for
+    bool AskProjectName(wxString* pPath);
+    bool AskForSteps(const wxString& about);
     void TakeProject(const std::wstring& text, const wxString& folder);
     void OpenWithLoader(const wxString& path);
     bool AskQuit();

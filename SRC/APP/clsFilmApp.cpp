@@ -41,13 +41,13 @@ std::FILE* TakeStandardOutput() {
 }
 
 /// Nobody is asked and nothing is shown: what a window would tell goes to stderr, questions are answered
-/// "no".
+/// "no", and nothing is saved.
 bool TellOnStderr(FilmProgress_cls* pProgress, MessageKind kind, const wxString& text) {
     wxString line = text;
     line.Replace("\n", " ");
     pProgress->ClearBar();
     Complain(line.utf8_string());
-    return kind != MessageKind::Question;
+    return kind != MessageKind::Question && kind != MessageKind::Save;
 }
 
 /// For temporary files where there is no other place.

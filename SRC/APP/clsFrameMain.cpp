@@ -59,6 +59,7 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
 
     mpCShortcut = new Shortcut_cls(this);
     mpCPreference = new Preference_cls;
+    mpCUserPreference = new Preference_cls;
     mTimer.Start(kTimerMillis);
     mpCFileMenu = std::make_unique<FileMenu_cls>(*this, mCConfList);
     mpCImageRun = std::make_unique<ImageRun_cls>(*this, mCConfList);
@@ -105,6 +106,7 @@ FrameMain_cls::~FrameMain_cls() {
     mpCImageRun.reset();
     mpCFileMenu.reset();
     delete mpCPreference;
+    delete mpCUserPreference;
     delete mpCShortcut;
     delete GpCFileDialog;
     delete GpCClrDialog;
@@ -255,6 +257,7 @@ void FrameMain_cls::ApplySettings() {
     mpCTopHalf->RefreshDrawOptions();
     mpCBtmHalf->RefreshGUI();
     mpCMain->mpCColorCurveCtrl->UpdateItems(true);
+    mpCEditMenu->UpdatePreference();
 }
 
 wxString FrameMain_cls::Serialize() {

@@ -51,7 +51,10 @@ public:
     LightSRCCtrl_cls* GetPCLightSRCCtrl() const override;
     PDataSeqCtrl_cls* GetPCDataSeqCtrl() const override;
     SharedView_cls* GetPCSharedView() const { return mpCSharedView; }
+    /// What acts: an open project's preferences, else the user's own.
     Preference_cls* GetPCPreference() const { return mpCPreference; }
+    /// What the configure file keeps, whatever project is open.
+    Preference_cls* GetPCUserPreference() const { return mpCUserPreference; }
     /// The view that was used last: the one that pictures are taken of.
     MainGLCanvas_cls* GetPCOutputCanvas() const;
     FileMenu_cls* GetPCFileMenu() const { return mpCFileMenu.get(); }
@@ -133,10 +136,11 @@ private:
     GLExtraFrame_cls* mpCExtraFrame = nullptr;
     wxInfoBar* mpCInfoBar = nullptr;
     wxTimer mTimer;
-    Preference_cls* mpCPreference = nullptr;   ///< owned
-    SharedView_cls* mpCSharedView = nullptr;   ///< owned; made before the views
-    Shortcut_cls* mpCShortcut = nullptr;       ///< owned
-    MainGLCanvas_cls* mpCMainCanvas = nullptr; ///< view 0: image and export processes
+    Preference_cls* mpCPreference = nullptr;     ///< owned
+    Preference_cls* mpCUserPreference = nullptr; ///< owned
+    SharedView_cls* mpCSharedView = nullptr;     ///< owned; made before the views
+    Shortcut_cls* mpCShortcut = nullptr;         ///< owned
+    MainGLCanvas_cls* mpCMainCanvas = nullptr;   ///< view 0: image and export processes
     // Menus and runs, in the order of their settings in the configure file.
     std::unique_ptr<FileMenu_cls> mpCFileMenu;
     std::unique_ptr<ImageRun_cls> mpCImageRun;

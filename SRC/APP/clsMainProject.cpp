@@ -57,7 +57,7 @@ wxString FolderOfProject(const wxString& path) {
 wxString Main_cls::SerializeAll(bool bFull) {
     wxString text = WriteProjectBlocks(*this, bFull);
     // The configure file goes on with what only it keeps between runs.
-    if (!bFull) text += mpCFrameMain->GetPCPreference()->Serialize() + mpCRecentFiles->Serialize();
+    if (!bFull) text += mpCFrameMain->GetPCUserPreference()->Serialize() + mpCRecentFiles->Serialize();
     return text;
 }
 
@@ -91,6 +91,10 @@ bool Main_cls::LoadProjectText(const wxString& path, std::wstring* pText) {
 }
 
 void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder, bool bConfigure) {
+    Preference_cls* acting = mpCFrameMain->GetPCPreference();
+    Preference_cls* user = mpCFrameMain->GetPCUserPreference();
+    // Those of the project before this one end with it.
+    if (!bConfigure) acting->CopyFrom(*user);
     {
         const FlagScope_cls loading(GbGLLockProjectLoading);
         const ProjectFolderScope_cls projectFolder(folder);
@@ -102,6 +106,7 @@ void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder,
             ReadProjectBlocks(*this, stream, line);
         }
     }
+    if (bConfigure) user->CopyFrom(*acting);
     mpCFrameMain->ApplySettings();
     GCUndoList.Clear(); // a project begins a history of its own
 }

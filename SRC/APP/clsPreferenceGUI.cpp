@@ -1,5 +1,6 @@
 #include "APP/clsPreferenceGUI.h"
 
+#include <wx/arrstr.h>
 #include <wx/button.h>
 #include <wx/notebook.h>
 #include <wx/sizer.h>
@@ -25,9 +26,10 @@ const std::vector<wxString>& ButtonLabels() {
 
 } // namespace
 
-PreferenceGUI_cls::PreferenceGUI_cls(wxWindow* pParent, Preference_cls* pPreference,
+PreferenceGUI_cls::PreferenceGUI_cls(wxWindow* pParent, Preference_cls* pPreference, Preference_cls* pUser,
                                      PDataSeqCtrl_cls* pSeqCtrl)
-    : wxDialogEXKey(pParent, _("Preference")), mpCPreference(pPreference), mpCSeqCtrl(pSeqCtrl) {
+    : wxDialogEXKey(pParent, _("Preference")), mpCPreference(pPreference), mpCUser(pUser),
+      mpCSeqCtrl(pSeqCtrl), mStrShown(pPreference->Serialize()) {
     auto* book = new wxNotebook(this, wxID_ANY);
     for (const bool bMouse : {true, false}) {
         auto* page = new wxPanel(book);
@@ -75,6 +77,7 @@ void PreferenceGUI_cls::SetMNumMouseParam(wxBoxSizer* pSizer) {
                          _("Reverse the direction of turning"));
     mpCMouse->AddChoice(_("Template"), &mTemplate, {_("Defalut"), _("Blender Like")},
                         _("Set of assignments"));
+    mpCMouse->SetOnChange([this](int, bool) { KeepForUser(); });
     pSizer->Add(mpCMouse, 1, wxEXPAND);
 }
 
@@ -109,7 +112,8 @@ void PreferenceGUI_cls::SetMNumMemParam(wxBoxSizer* pSizer) {
         _("Z-Sort Algorithm"), &mpCPreference->mCSortType.mValue,
         {_("Precise"), _("Approximate 10"), _("Approximate 100"), _("Approximate 1000")},
         _("How exactly particles are sorted by depth"));
-    mpCPerformance->SetOnChange([sort](int row, bool) {
+    mpCPerformance->SetOnChange([this, sort](int row, bool) {
+        KeepForUser();
         if (row == sort) PostMenuEvent(ID_REFRESH_GL);
     });
     pSizer->Add(mpCPerformance, 1, wxEXPAND);
@@ -118,4 +122,15 @@ void PreferenceGUI_cls::SetMNumMemParam(wxBoxSizer* pSizer) {
 void PreferenceGUI_cls::UpdateValues() {
     mpCMouse->UpdateValues();
     mpCPerformance->UpdateValues();
+    mStrShown = mpCPreference->Serialize();
+}
+
+// Only what was changed: the rest of what acts may be an open project's.
+void PreferenceGUI_cls::KeepForUser() {
+    const wxString now = mpCPreference->Serialize();
+    const wxArrayString before = wxSplit(mStrShown, '\n', '\0');
+    const wxArrayString after = wxSplit(now, '\n', '\0');
+    for (size_t i = 0; i < after.size(); ++i)
+        if (i >= before.size() || after[i] != before[i]) mpCUser->ReadStrLine(after[i]);
+    mStrShown = now;
 }

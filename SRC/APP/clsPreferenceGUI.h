@@ -12,16 +12,21 @@ class wxBoxSizer;
 
 class PreferenceGUI_cls : public wxDialogEXKey {
 public:
-    PreferenceGUI_cls(wxWindow* pParent, Preference_cls* pPreference, PDataSeqCtrl_cls* pSeqCtrl);
+    /// Edits what acts; what is changed here is the user's own from then on as well.
+    PreferenceGUI_cls(wxWindow* pParent, Preference_cls* pPreference, Preference_cls* pUser,
+                      PDataSeqCtrl_cls* pSeqCtrl);
     void UpdateValues() override;
 
 private:
     void SetMNumMouseParam(wxBoxSizer* pSizer);
     void SetMNumMemParam(wxBoxSizer* pSizer);
+    void KeepForUser();
     void AddActionRow(const wxString& label, ConfItemUINT_cls& button, ConfItemBOOLARRAY_cls& modifiers);
 
     Preference_cls* mpCPreference;
+    Preference_cls* mpCUser;
     PDataSeqCtrl_cls* mpCSeqCtrl;
+    wxString mStrShown; ///< what acted when the dialog was last brought up to date
     MultiInputPanel_cls* mpCMouse = nullptr;
     MultiInputPanel_cls* mpCPerformance = nullptr;
     wxWindow* mpPage = nullptr; ///< the tab under construction

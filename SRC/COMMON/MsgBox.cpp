@@ -23,10 +23,10 @@ void Print(const wxString& text, const wxString& title) {
     std::fflush(stdout);
 }
 
-bool Show(MessageKind kind, const wxString& text, const wxString& title) {
+int Show(MessageKind kind, const wxString& text, const wxString& title) {
     if (Handler()) return Handler()(kind, text, title);
     Print(text, title);
-    return kind != MessageKind::Question;
+    return kind == MessageKind::Question || kind == MessageKind::Save ? MESSAGE_NO : MESSAGE_YES;
 }
 
 } // namespace
@@ -46,7 +46,12 @@ void MsgBoxf(const wxString& title, const wchar_t* format, ...) {
 }
 
 bool MsgBoxYesno(const wxString& text, const wxString& title) {
-    return Show(MessageKind::Question, text, title);
+    return Show(MessageKind::Question, text, title) == MESSAGE_YES;
+}
+
+MessageAnswer MsgBoxSave(const wxString& text, const wxString& title) {
+    const int answer = Show(MessageKind::Save, text, title);
+    return answer == MESSAGE_YES ? MESSAGE_YES : answer == MESSAGE_NO ? MESSAGE_NO : MESSAGE_CANCEL;
 }
 
 void MsgBoxExit(const wxString& text, const wxString& title, int status) {

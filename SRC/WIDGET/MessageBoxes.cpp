@@ -15,17 +15,21 @@ wxWindow* FrontWindow() {
     return wxTheApp ? wxTheApp->GetTopWindow() : nullptr;
 }
 
-bool ShowBox(MessageKind kind, const wxString& text, const wxString& title) {
+int ShowBox(MessageKind kind, const wxString& text, const wxString& title) {
     long style = wxCENTRE;
     if (kind == MessageKind::Question)
         style |= wxYES_NO | wxICON_QUESTION;
+    else if (kind == MessageKind::Save)
+        style |= wxYES_NO | wxCANCEL | wxICON_QUESTION;
     else
         style |= wxOK | (kind == MessageKind::Fatal ? wxICON_ERROR : wxICON_INFORMATION);
     const bool bWasLocked = GbGLLockModalDialog.exchange(true);
     wxMessageDialog dialog(FrontWindow(), text, title, style);
+    if (kind == MessageKind::Save) dialog.SetYesNoCancelLabels(_("Save"), _("Don't Save"), _("Cancel"));
     const int answer = dialog.ShowModal();
     GbGLLockModalDialog.store(bWasLocked);
-    return answer == wxID_OK || answer == wxID_YES;
+    if (kind == MessageKind::Save && answer != wxID_YES && answer != wxID_NO) return MESSAGE_CANCEL;
+    return answer == wxID_OK || answer == wxID_YES ? MESSAGE_YES : MESSAGE_NO;
 }
 
 } // namespace
@@ -35,7 +39,7 @@ void InstallMessageBoxes(std::function<void(const wxString&)> notice) {
         [notice = std::move(notice)](MessageKind kind, const wxString& text, const wxString& title) {
             if (kind == MessageKind::Notice) {
                 if (notice) notice(text);
-                return true;
+                return int(MESSAGE_YES);
             }
             return ShowBox(kind, text, title);
         });

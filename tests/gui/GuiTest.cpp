@@ -64,8 +64,13 @@ MainGLCanvas_cls* GuiTest::Canvas(int view) { return Frame()->GetPCGLCanvas(view
 SharedView_cls& GuiTest::Shared() { return *Frame()->GetPCSharedView(); }
 
 void GuiTest::SetUp() {
-    SetMessageHandler([this](MessageKind kind, const wxString& text, const wxString& title) {
+    SetMessageHandler([this](MessageKind kind, const wxString& text, const wxString& title) -> int {
         mVMessages.push_back({kind, text, title});
+        if (kind == MessageKind::Save) {
+            const MessageAnswer answer = mSaveAnswers.empty() ? MESSAGE_NO : mSaveAnswers.front();
+            if (!mSaveAnswers.empty()) mSaveAnswers.pop_front();
+            return answer;
+        }
         if (kind != MessageKind::Question || mAnswers.empty()) return true;
         const bool bAnswer = mAnswers.front();
         mAnswers.pop_front();

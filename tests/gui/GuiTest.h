@@ -133,6 +133,7 @@ protected:
 
     std::vector<ShownMessage_st> mVMessages; ///< since the test began
     std::deque<bool> mAnswers;               ///< to questions, in order; true when empty
+    std::deque<MessageAnswer> mSaveAnswers;  ///< whether to save, in order; MESSAGE_NO when empty
 
     static std::string Root(); ///< of the checkout, with a trailing slash
 };

@@ -14,6 +14,7 @@
 #include "COMMON/EventIds.h"
 #include "COMMON/RuntimeFiles.h"
 #include "COMMON/SafeFile.h"
+#include "GL/BASE/clsPreference.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsSharedView.h"
 #include "GuiTest.h"
@@ -57,6 +58,8 @@ protected:
         GSafeFileStep = {};
         wxFileDialogEX::sStrTestAnswer.clear();
         Hub()->mpCRecovery->mGap = std::chrono::minutes(1);
+        Preference_cls plain;
+        Frame()->GetPCUserPreference()->CopyFrom(plain);
         Frame()->OpenProject(mDefaults);
         GCUndoList.Clear();
         Hub()->mpCRecovery->MarkSaved();
@@ -87,7 +90,8 @@ protected:
     void WriteProject(const std::string& path, const std::string& dataPath) {
         std::ofstream file(path, std::ios::binary);
         for (const std::string& line : Lines(ReadAll(Root() + "examples/lj_melt_bin/lj_melt_bin.mrp")))
-            file << (line == "melt0000.bin" ? dataPath : line) << "\n";
+            if (line.rfind("LastOpenedFileMRP=", 0) != 0)
+                file << (line == "melt0000.bin" ? dataPath : line) << "\n";
     }
 
     TempDir_cls mDir;

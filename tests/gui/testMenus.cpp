@@ -11,14 +11,17 @@
 #include <wx/filename.h>
 #include <wx/menu.h>
 #include <wx/modalhook.h>
+#include <wx/msgdlg.h>
 #include <wx/utils.h>
 #include <wx/versioninfo.h>
 
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
+#include "APP/clsRecovery.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/RuntimeFiles.h"
+#include "COMMON/SafeFile.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GuiTest.h"
 #include "PARAM/clsUndoManager.h"
@@ -144,6 +147,30 @@ TEST_F(Menus, AboutThroughTheRealBox) {
     EXPECT_FALSE(GbGLLockModalDialog.load());
 }
 
+TEST_F(Menus, SaveDontSaveCancelThroughTheRealBox) {
+    struct Hook_cls : public wxModalDialogHook {
+        Hook_cls() { Register(); }
+        ~Hook_cls() override { Unregister(); }
+        int Enter(wxDialog* dialog) override {
+            const auto* box = dynamic_cast<wxMessageDialog*>(dialog);
+            if (box) mLabels = box->GetYesLabel() + "|" + box->GetNoLabel() + "|" + box->GetCancelLabel();
+            return mAnswer;
+        }
+        int mAnswer = wxID_NONE;
+        wxString mLabels;
+    } hook;
+    InstallMessageBoxes([](const wxString&) {});
+    const std::pair<int, MessageAnswer> kAnswers[] = {{wxID_YES, MESSAGE_YES},
+                                                      {wxID_NO, MESSAGE_NO},
+                                                      {wxID_CANCEL, MESSAGE_CANCEL},
+                                                      {wxID_CLOSE, MESSAGE_CANCEL}};
+    for (const auto& [id, answer] : kAnswers) {
+        hook.mAnswer = id;
+        EXPECT_EQ(MsgBoxSave("Save it?", "Query"), answer);
+        EXPECT_EQ(wxControl::RemoveMnemonics(hook.mLabels), "Save|Don't Save|Cancel");
+    }
+}
+
 TEST_F(Menus, RemoveCacheDropsOneOrAll) {
     ASSERT_TRUE(OpenMelt());
     ASSERT_TRUE(PumpUntil([] { return Store()->IsTheIndexLoaded(3); }));
@@ -249,7 +276,8 @@ TEST_F(Menus, ProjectRoundTripKeepsEveryByte) {
     Key('S', wxMOD_CONTROL);
     ASSERT_TRUE(Settle());
     EXPECT_EQ(ReadAll(dir / "second.mrp"), second);
-    EXPECT_TRUE(mVMessages.empty());
+    ASSERT_EQ(mVMessages.size(), 1u) << "closing the data was a step";
+    EXPECT_EQ(mVMessages[0].mKind, MessageKind::Save);
 }
 
 TEST_F(Menus, CancelledDialogsDoNothing) {
@@ -275,8 +303,7 @@ TEST_F(Menus, AFolderThatCantBeWrittenKeepsTheOldFile) {
     const std::string path = bRoot ? dir / "missing/old.mrp" : closed + "/old.mrp";
     Answer(path);
     Menu(ID_SAVE_PROJECT_AS);
-    ASSERT_EQ(mVMessages.size(), 1u);
-    EXPECT_TRUE(WasTold("old.mrp")) << mVMessages[0].mText;
+    EXPECT_TRUE(WasTold("old.mrp could not be written"));
     EXPECT_EQ(ReadAll(closed + "/old.mrp"), "LoaderScale=2\n");
     EXPECT_FALSE(Frame()->GetTitle().Contains("old.mrp")) << "the project keeps its name";
     chmod(closed.c_str(), 0700);
@@ -301,6 +328,7 @@ TEST_F(Menus, MenuKeysReachTheFrameFromADialog) {
 }
 
 TEST_F(Menus, QuitAsksAndNoStays) {
+    Hub()->mpCRecovery->MarkSaved();
     mAnswers = {false};
     Canvas(0)->SetFocus();
     ASSERT_TRUE(PumpUntil([] { return Frame()->IsActive(); }));
@@ -314,9 +342,21 @@ TEST_F(Menus, QuitAsksAndNoStays) {
     ASSERT_TRUE(Settle());
     EXPECT_EQ(mVMessages.size(), 2u);
     EXPECT_TRUE(Frame()->IsShown());
+    // Over unsaved steps another question takes its place; a save that isn't done keeps the program.
+    Hub()->mpCRecovery->MarkUnsaved();
+    GSafeFileStep = [](const char*) { return false; };
+    Answer("CANCEL"); // where the project has no name
+    mSaveAnswers = {MESSAGE_YES};
+    Menu(ID_QUIT);
+    GSafeFileStep = {};
+    ASSERT_GE(mVMessages.size(), 3u);
+    EXPECT_EQ(mVMessages[2].mKind, MessageKind::Save);
+    EXPECT_TRUE(Frame()->IsShown());
+    Hub()->mpCRecovery->MarkSaved();
 }
 
 TEST_F(Menus, ZzQuitYesWritesTheConfigureFile) {
+    Hub()->mpCRecovery->MarkSaved();
     int asked = 0;
     SetMessageHandler([&asked](MessageKind, const wxString&, const wxString&) {
         if (++asked == 1) {

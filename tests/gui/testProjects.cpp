@@ -4,6 +4,8 @@
 
 #include <sys/stat.h>
 
+#include "APP/clsFileMenu.h"
+#include "APP/clsRecentFiles.h"
 #include "COMMON/Globals.h"
 #include "GL/VIEW/clsSharedView.h"
 #include "PDATA/clsDataLoader.h"
@@ -204,6 +206,88 @@ TEST_F(Projects, WhatIsNoProjectIsToldAndNothingChanges) {
     endless.close();
     Open(mDir / "endless.mrp");
     EXPECT_EQ(Hub()->mpCTimeCtrl->GetMaxFrame(), 17);
+}
+
+TEST_F(Projects, TheNameThatIsWrittenIsTheNameThatIsAskedAbout) {
+    Answer(mDir / "fresh");
+    Menu(ID_SAVE_PROJECT_AS);
+    EXPECT_TRUE(fs::exists(mDir / "fresh.mrp"));
+    EXPECT_TRUE(mVMessages.empty()) << "nothing is replaced";
+    std::ofstream(mDir / "other") << "of another program";
+    std::ofstream(mDir / "other.mrp") << "precious";
+    // "No" leads back to the choice, and there somebody gives up.
+    SetMessageHandler([this](MessageKind kind, const wxString& text, const wxString& title) {
+        mVMessages.push_back({kind, text, title});
+        Answer("CANCEL");
+        return false;
+    });
+    Answer(mDir / "other");
+    Menu(ID_SAVE_PROJECT_AS);
+    ASSERT_EQ(mVMessages.size(), 1u);
+    EXPECT_EQ(mVMessages[0].mKind, MessageKind::Question);
+    EXPECT_TRUE(WasTold("/other.mrp exists already"));
+    EXPECT_EQ(GpCFileDialog->GetFilename(), "other.mrp") << "the choice begins there";
+    EXPECT_EQ(ReadAll(mDir / "other.mrp"), "precious");
+    SetMessageHandler([](MessageKind, const wxString&, const wxString&) { return true; });
+    Answer(mDir / "other");
+    Menu(ID_SAVE_PROJECT_AS);
+    EXPECT_NE(ReadAll(mDir / "other.mrp").find("LoaderScale="), std::string::npos);
+    EXPECT_EQ(ReadAll(mDir / "other"), "of another program");
+}
+
+TEST_F(Projects, UnsavedStepsAreAskedAboutBeforeTheyGo) {
+    const std::string next = mDir / "next.mrp";
+    std::ofstream(next) << "LoaderScale=1\nTimeMaxFrame=23\n";
+    const auto open = [&next](int way) {
+        if (way == 0) Answer(next);
+        if (way == 0) Menu(ID_OPEN_PROJECT);
+        if (way == 1) Frame()->GetPCFileMenu()->OpenDroppedFile(next);
+        if (way == 2) Hub()->mpCRecentFiles->Add(RecentFiles_cls::Projects, next);
+        if (way == 2) Menu(ID_RECENT_PROJECT_0);
+        Settle();
+    };
+    for (const int way : {0, 1, 2}) {
+        SCOPED_TRACE(way);
+        const std::string mine = mDir / ("mine" + std::to_string(way) + ".mrp");
+        Open(mDefaults.ToStdString());
+        open(way);
+        EXPECT_TRUE(mVMessages.empty()) << "nothing is unsaved";
+        Answer(mine);
+        Menu(ID_SAVE_PROJECT_AS);
+        const std::string saved = ReadAll(mine);
+        Hub()->mpCTimeCtrl->SetMaxFrameNative(41);
+        Step();
+        mSaveAnswers = {MESSAGE_CANCEL};
+        open(way);
+        ASSERT_EQ(mVMessages.size(), 1u);
+        EXPECT_EQ(mVMessages[0].mKind, MessageKind::Save);
+        EXPECT_TRUE(WasTold(fs::path(mine).filename().string()));
+        EXPECT_EQ(Hub()->mpCTimeCtrl->GetMaxFrame(), 41) << "Cancel stays";
+        EXPECT_EQ(ReadAll(mine), saved);
+        mSaveAnswers = {MESSAGE_YES};
+        GSafeFileStep = [](const char*) { return false; };
+        open(way);
+        EXPECT_EQ(Hub()->mpCTimeCtrl->GetMaxFrame(), 41) << "what couldn't be saved stays";
+        GSafeFileStep = {};
+        mSaveAnswers = {MESSAGE_YES};
+        open(way);
+        EXPECT_EQ(Hub()->mpCTimeCtrl->GetMaxFrame(), 23);
+        EXPECT_NE(ReadAll(mine).find("TimeMaxFrame=41\n"), std::string::npos) << "Save saves";
+        const std::string unchanged = ReadAll(next);
+        Hub()->mpCTimeCtrl->SetMaxFrameNative(42);
+        Step();
+        mSaveAnswers = {MESSAGE_NO};
+        open(way);
+        EXPECT_EQ(Hub()->mpCTimeCtrl->GetMaxFrame(), 23) << "Don't Save goes on";
+        EXPECT_EQ(ReadAll(next), unchanged);
+        mVMessages.clear();
+    }
+    // One that can't be opened costs nothing.
+    Step();
+    Answer(mDir / "nowhere.mrp");
+    Menu(ID_OPEN_PROJECT);
+    ASSERT_EQ(mVMessages.size(), 1u);
+    EXPECT_EQ(mVMessages[0].mKind, MessageKind::Inform);
 }
 
 } // namespace

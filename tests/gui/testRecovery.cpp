@@ -18,7 +18,7 @@ using Recovery = ProjectTest;
 
 TEST_F(Recovery, PreferencesAndRecentFilesSurviveARestart) {
     const wxString path = GetConfigureFilePath();
-    Preference_cls* preference = Frame()->GetPCPreference();
+    Preference_cls* preference = Frame()->GetPCUserPreference();
     const std::string folder = CopyMelt("data");
     WriteProject(folder + "/p.mrp", "melt0000.bin");
     Open(folder + "/p.mrp");
@@ -44,6 +44,7 @@ TEST_F(Recovery, PreferencesAndRecentFilesSurviveARestart) {
     EXPECT_EQ(preference->mCGyration.mValue, 1u);
     EXPECT_TRUE(preference->mCZoomMod.mValue[2]);
     EXPECT_EQ(preference->mCSortType.mValue, 2u);
+    EXPECT_EQ(Frame()->GetPCPreference()->Serialize(), preference->Serialize()) << "and they act";
     const auto& projects = Hub()->mpCRecentFiles->Get(RecentFiles_cls::Projects);
     EXPECT_NE(std::find(projects.begin(), projects.end(), wxString(folder + "/p.mrp")), projects.end());
     wxRemoveFile(path);
@@ -65,10 +66,11 @@ TEST_F(Recovery, AStarTellsOfUnsavedSteps) {
     EXPECT_TRUE(Frame()->GetTitle().EndsWith("a.mrp"));
     Step();
     ASSERT_TRUE(PumpUntil(HasStar));
-    mAnswers = {false};
+    mSaveAnswers = {MESSAGE_CANCEL};
     Menu(ID_QUIT);
     ASSERT_EQ(mVMessages.size(), 1u);
-    EXPECT_EQ(mVMessages[0].mText, "Really Quit ?");
+    EXPECT_EQ(mVMessages[0].mText, "Save the changes of a.mrp first?");
+    EXPECT_TRUE(HasStar());
     Open(mDir / "a.mrp");
     EXPECT_FALSE(HasStar());
 }
@@ -151,7 +153,9 @@ TEST_F(Recovery, RecentFilesOpenAgainAndTheLostOnesGo) {
     EXPECT_TRUE(bar->FindItem(ID_RECENT_PROJECT_0)->GetItemLabelText().EndsWith("one.mrp")) << "newest first";
     Menu(ID_RECENT_DATA_0);
     EXPECT_EQ(Store()->GetActiveFileSequenceLength(), 1);
-    EXPECT_TRUE(mVMessages.empty());
+    ASSERT_EQ(mVMessages.size(), 1u) << "opening the data was a step";
+    EXPECT_EQ(mVMessages[0].mKind, MessageKind::Save);
+    mVMessages.clear();
     Snap("recent");
 
     fs::remove(folder + "/two.mrp");

@@ -54,6 +54,11 @@ wxString Preference_cls::Serialize() {
     return mCConfItemList.SerializeAll() + mCConfItemListPref.SerializeAll();
 }
 
+void Preference_cls::CopyFrom(Preference_cls& other) {
+    mCConfItemList.CopyListComponentFromP(&other.mCConfItemList);
+    mCConfItemListPref.CopyListComponentFromP(&other.mCConfItemListPref);
+}
+
 unsigned Preference_cls::GetEmulate() const { return std::min(mCMButtonEmulate.mValue, NOT_ASSIGNED); }
 
 void Preference_cls::ModulateBTN(bool* pModifiers, bool* pButtons) const {

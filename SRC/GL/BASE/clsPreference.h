@@ -39,6 +39,8 @@ public:
     void SetToDefaultParam();
     bool ReadStrLine(const wxString& line);
     wxString Serialize();
+    /// Take over all values.
+    void CopyFrom(Preference_cls& other);
 
     /// Turn the left button with the emulating key into the middle button and forget that key.
     void ModulateBTN(bool* pModifiers, bool* pButtons) const;
