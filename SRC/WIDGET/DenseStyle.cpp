@@ -13,8 +13,8 @@ const char* const kStyle =
     "notebook header tab { min-height: 22px; padding: 1px 8px; }"
     "treeview header button, treeview.view header button { min-height: 18px; padding: 0px 4px; }";
 
-// Buttons that fit their text exactly get no padding at all from the toolkit's own rule for them; this one goes
-// before it.
+// Buttons that fit their text exactly get no padding at all from the toolkit's own rule for them; this one
+// goes before it.
 const char* const kRoom = "button.text-button { padding: 0px 5px; }";
 
 template <class F>
