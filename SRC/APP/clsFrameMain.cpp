@@ -31,6 +31,7 @@
 #include "GL/VIEW/clsTopHalfPanel.h"
 #include "IMAGE/clsImageIO.h"
 #include "IMAGE/clsImgSequence.h"
+#include "PARAM/clsParamGroup.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/MessageBoxes.h"
@@ -166,6 +167,19 @@ LightSRCCtrl_cls* FrameMain_cls::GetPCLightSRCCtrl() const { return mpCMain->mpC
 
 PDataSeqCtrl_cls* FrameMain_cls::GetPCDataSeqCtrl() const { return mpCMain->mpCPDataSeqCtrl; }
 
+wxString FrameMain_cls::GetStandstill() const {
+    const TimeCtrl_cls* time = mpCMain->mpCTimeCtrl;
+    const int stuck = time->GetStuckDirection();
+    if (stuck != 0 && time->GetWAMin() == time->GetWAMax())
+        return _("Nothing plays: the work area is one frame");
+    if (stuck > 0) return _("At the end: go back, play backward, or switch Repeat on");
+    if (stuck < 0) return _("At the start: go on, play forward, or switch Repeat on");
+    const Parameters_cls& remap = time->mpCTimeRemapGroup->mVParams.front();
+    if (time->mbUseTimeRemap.mValue && (!remap.mbTimeDepend.mValue || remap.GetKeys().size() < 2))
+        return _("The picture stands still: Time Remap has less than two keys");
+    return wxString();
+}
+
 void FrameMain_cls::UpdateStatusText() {
     static const char* const kStages[] = {"Drawing ", "Shadow ", "Drawing LH"};
     const PDataSequence_cls* sequence = GetPCActiveFileSequence();
@@ -180,8 +194,8 @@ void FrameMain_cls::UpdateStatusText() {
     } else {
         text[0] = _("No data: load particle data, or drop a file or a project here");
     }
-    for (const wxString& run : {mpCImageRun->GetVideoStatus(), mpCMain->mpCImgSequence->GetProgressText(),
-                                mpCExportRun->GetExportStatus()})
+    for (const wxString& run : {GetStandstill(), mpCImageRun->GetVideoStatus(),
+                                mpCMain->mpCImgSequence->GetProgressText(), mpCExportRun->GetExportStatus()})
         if (!run.empty()) text[0] = run;
     const int drawing = GDrawingPercentage.load();
     if (drawing != 100) text[2] = wxString::Format("%s%d%%", kStages[GDrawingStage.load() % 3], drawing);

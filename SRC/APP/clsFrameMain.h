@@ -99,6 +99,8 @@ public:
     void OnExtraFrameClosed() override;
 
 private:
+    /// Why nothing moves, where that is taken for a fault; else empty.
+    wxString GetStandstill() const;
     void CreateMenus();
     void CreateHalves();
     ViewLinks_st GetViewLinks();

@@ -68,7 +68,7 @@ SceneGUI_cls::SceneGUI_cls(wxWindow* pParent, Scene_cls* pScene)
     mpCPanel->AddNumber(_("Work Area"), pScene->mWorkArea, 2, frames,
                         _("First and last frame that play; here only the last can be changed"));
     mpCPanel->AddChoice(_("key remap"), &pScene->mKeyRemap, {_("do remap"), _("do not remap")},
-                        _("Whether keys keep their share of the film when its length changes"));
+                        _("Is kept with the project; keys are moved by neither"));
     auto* buttons = new wxBoxSizer(wxHORIZONTAL);
     auto* ok = new wxButton(this, ID_DIALOG_OK, _("OK"));
     auto* cancel = new wxButton(this, ID_DIALOG_CLOSE, _("Cancel"));
@@ -93,6 +93,15 @@ void SceneGUI_cls::TakeValues() {
     for (int row = 0; row < mpCPanel->GetRowCount(); ++row)
         for (int k = 0; k < MultiInputPanel_cls::kMaxField; ++k)
             if (auto* field = dynamic_cast<NumField_cls*>(mpCPanel->GetField(row, k))) field->Commit();
+}
+
+// Enter in a field takes all values over, as the button OK does.
+bool SceneGUI_cls::OnKeyDown(wxKeyEvent& event) {
+    const bool bEnter = event.GetKeyCode() == WXK_RETURN || event.GetKeyCode() == WXK_NUMPAD_ENTER;
+    // A button that has the focus is pressed.
+    if (!bEnter || event.GetModifiers() != wxMOD_NONE || dynamic_cast<wxButton*>(FindFocus())) return false;
+    Close(true);
+    return true;
 }
 
 void SceneGUI_cls::Close(bool bApply) {

@@ -38,6 +38,7 @@ public:
     MultiInputPanel_cls* GetPCPanel() const { return mpCPanel; }
 
 private:
+    bool OnKeyDown(wxKeyEvent& event) override;
     /// What stands in the fields, also in the one being typed in.
     void TakeValues();
     void Close(bool bApply);

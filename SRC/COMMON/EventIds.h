@@ -91,7 +91,6 @@ enum MenuEventId : int {
     ID_POV_RENDER_SNAP = 6083,
     ID_POV_RENDER_ANIM = 6084,
     ID_POV_RENDER_END = 6085,
-    ID_GRAPH_PANEL = 6088,
 
     ID_RECENT_PROJECTS_MENU = 6700,
     ID_RECENT_PROJECT_0 = 6701, ///< to 6709, in the order of the list

@@ -47,6 +47,9 @@ public:
     bool ProcPlaying();
     void ProcStopPlaying();
     void BeginMotionBlur();
+    /// The last start of playing led nowhere: nothing is left to play from this position. The direction it
+    /// had, else 0.
+    int GetStuckDirection() const;
 
     int mFrameInterval = 30;       ///< least milliseconds between two advances
     bool mbIgnoreNextStop = false; ///< a repeat went round: the next stop event is not meant
@@ -66,6 +69,9 @@ private:
     wxStopWatch mCStopWatchFrame;
     long mLastFrameTime = 0;
     bool mbGesture = false;
+    int mStartFrame = -1; ///< where playing started
+    int mStartStep = -1;
+    bool mbStuck = false;  ///< and where it ended without a move
     unsigned mTouched = 0; ///< values that the gesture under way may have changed, a bit each
     TimeState_st mBeforeGesture;
 };

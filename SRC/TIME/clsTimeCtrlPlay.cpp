@@ -30,6 +30,9 @@ void TimeCtrl_cls::StartPlay(int dir) {
     mCStopWatchPlay.Start();
     const int next = CalcNextFrame(-1, mPlayDirection, true, true);
     if (!IsWorkingArea(mFrame) && next != mFrame) SetFrameCommand(next);
+    mStartFrame = mFrame;
+    mStartStep = mInterpStep;
+    mbStuck = false;
     CommandItem_cls::UpdateBit(UPDATE_TL | UPDATE_GL);
     TellStale();
 }
@@ -69,6 +72,7 @@ bool TimeCtrl_cls::ProcPlaying() {
         // With a stepping that doesn't meet the end, the last frame's steps would come again and again.
         const int way = frame != mFrame ? frame - mFrame : step - mInterpStep;
         if (way == 0 || (way * mPlayDirection < 0 && !GoesRound())) {
+            mbStuck = !mbOutputRun && mFrame == mStartFrame && mInterpStep == mStartStep;
             StopPlaying(false);
             return false;
         }
@@ -83,6 +87,11 @@ bool TimeCtrl_cls::ProcPlaying() {
         return false;
     }
     return true;
+}
+
+int TimeCtrl_cls::GetStuckDirection() const {
+    const bool bHere = mFrame == mStartFrame && mInterpStep == mStartStep;
+    return mbStuck && bHere && !mbPlaying ? mPlayDirection : 0;
 }
 
 void TimeCtrl_cls::ProcStopPlaying() { StopPlaying(false); }

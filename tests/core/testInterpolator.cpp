@@ -200,6 +200,26 @@ TEST_F(Interpolator, ParticleCrossesTheFaceTheShortWay) {
     }
 }
 
+TEST_F(Interpolator, ASlantedBoxIsAsLongAsItsDiagonal) {
+    // Its vectors are longer than what they span along their own axis.
+    for (int k = 0; k < 3; ++k) {
+        ConfItemFLOATARRAY_cls& vector = k == 0   ? mBox.mCPeriodicBaseVector0
+                                         : k == 1 ? mBox.mCPeriodicBaseVector1
+                                                  : mBox.mCPeriodicBaseVector2;
+        vector.mValue[(k + 1) % 3] = 0.75f * kBox;
+    }
+    HandBlock_st hand(1, 1);
+    HandBlock_st next(1, 2);
+    for (int c = 0; c < 3; ++c) {
+        hand.mBlock.mpPos[0][c] = 0.2f * kBox;
+        next.mBlock.mpPos[0][c] = 0.75f * kBox;
+    }
+    SetBox(2, 0);
+    ThreadInterpolator_cls::Interpolate(hand.mBlock, next.mBlock, &mBox, 1.0f);
+    for (int c = 0; c < 3; ++c)
+        EXPECT_NEAR(hand.mBlock.mpVel[0][c], -0.45f * kBox, 1e-5f) << "the short way round";
+}
+
 TEST_F(Interpolator, BoxWithoutExtentChangesNothing) {
     HandBlock_st hand(100, 1);
     HandBlock_st next(100, 2);

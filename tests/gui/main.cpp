@@ -10,6 +10,7 @@
 
 #include "APP/clsMyApp.h"
 #include "COMMON/RuntimeFiles.h"
+#include "GtkWords.h"
 
 namespace {
 
@@ -35,6 +36,7 @@ int main(int argc, char** argv) {
         std::puts("These tests need an X display; ./test brings one up by itself.");
         return 1;
     }
+    WatchGtkWords();
     if (!wxEntryStart(argc, argv)) return 1;
     // No settings of an earlier run.
     if (wxFileExists(GetConfigureFilePath())) wxRemoveFile(GetConfigureFilePath());

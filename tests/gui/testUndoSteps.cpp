@@ -284,10 +284,15 @@ TEST_F(UndoSteps, SceneDialogSetsLengthAndAreaInOneStep) {
         Menu(ID_SCENE);
         return WaitForWindow("Scene Config");
     };
+    const auto put = [](NumField_cls* field, const char* text) {
+        ClickOn(field->GetPCText());
+        Key('A', wxMOD_CONTROL);
+        Type(text);
+    };
     wxTopLevelWindow* dialog = open();
     ASSERT_TRUE(dialog);
     Snap("undo_scene");
-    TypeInto(FindField(dialog, "Number of the film's last"), "80");
+    put(FindField(dialog, "Number of the film's last"), "80");
     ClickOn(FindByLabel(dialog, "Cancel"));
     EXPECT_TRUE(PumpUntil([dialog] { return !dialog->IsShown(); }));
     EXPECT_EQ(Clock()->GetState().mValue, before.mValue) << "Cancel changes nothing";
@@ -295,15 +300,13 @@ TEST_F(UndoSteps, SceneDialogSetsLengthAndAreaInOneStep) {
     dialog = open();
     NumField_cls* length = FindField(dialog, "Number of the film's last");
     EXPECT_EQ(length->GetValue(), before.mValue[TIME_MAX_FRAME]) << "what was cancelled is forgotten";
-    ClickOn(length->GetPCText());
-    Key('A', wxMOD_CONTROL);
-    Type("80"); // no Enter: OK takes what stands there
+    put(length, "80");
     auto* panel = dynamic_cast<MultiInputPanel_cls*>(length->GetParent());
     ASSERT_TRUE(panel);
-    TypeInto(static_cast<NumField_cls*>(panel->GetField(1, 0)), "5");
-    TypeInto(static_cast<NumField_cls*>(panel->GetField(1, 1)), "60");
+    put(static_cast<NumField_cls*>(panel->GetField(1, 0)), "5");
     Choose(panel->GetField(2), 1);
-    ClickOn(FindByLabel(dialog, "OK"));
+    put(static_cast<NumField_cls*>(panel->GetField(1, 1)), "60");
+    Key(WXK_RETURN); // takes all, as OK does
     EXPECT_TRUE(PumpUntil([dialog] { return !dialog->IsShown(); }));
     EXPECT_EQ(Clock()->GetMaxFrame(), 80);
     EXPECT_EQ(Clock()->GetWAMin(), before.mValue[TIME_WA_MIN]) << "the area's beginning stays";

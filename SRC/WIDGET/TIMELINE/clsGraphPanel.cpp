@@ -6,8 +6,6 @@
 
 #include <wx/dcbuffer.h>
 
-#include "COMMON/EventIds.h"
-#include "COMMON/MenuEvent.h"
 #include "PARAM/ParamHooks.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/TIMELINE/TimeGesture.h"
@@ -173,7 +171,6 @@ void GraphPanel_cls::Copy() const {
 }
 
 void GraphPanel_cls::Edited() {
-    PostMenuEvent(ID_GRAPH_PANEL);
     if (mOnEdited) mOnEdited();
     Refresh();
 }

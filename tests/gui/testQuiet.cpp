@@ -1,0 +1,103 @@
+// Nothing that a user opens makes the toolkit complain, and no button cuts its text.
+#include <set>
+
+#include <wx/button.h>
+#include <wx/menu.h>
+#include <wx/notebook.h>
+#include <wx/tglbtn.h>
+
+#include "APP/clsFrameMain.h"
+#include "APP/clsMain.h"
+#include "COMMON/EventIds.h"
+#include "GtkWords.h"
+#include "GuiTest.h"
+#include "TIME/clsTimeCtrl.h"
+#include "WIDGET/clsDialogEXKey.h"
+
+namespace {
+
+class Quiet : public GuiTest {
+protected:
+    void TearDown() override {
+        for (wxWindow* window : wxTopLevelWindows)
+            if (auto* dialog = dynamic_cast<wxDialogEXKey*>(window)) dialog->CloseEXKey();
+        GuiTest::TearDown();
+    }
+    static void ForEach(wxWindow* root, const std::function<void(wxWindow*)>& visit) {
+        for (wxWindow* child : root->GetChildren()) {
+            if (child->IsTopLevel()) continue;
+            visit(child);
+            ForEach(child, visit);
+        }
+    }
+    /// A text has at least this many pixels on each side, the border among them.
+    static void CheckButtons(wxWindow* root) {
+        constexpr int kRoom = 4;
+        ForEach(root, [](wxWindow* window) {
+            if (!window->IsShownOnScreen()) return;
+            auto* button = dynamic_cast<wxAnyButton*>(window);
+            if (!button || button->GetLabelText().empty()) return;
+            int w = 0;
+            int h = 0;
+            button->GetTextExtent(button->GetLabelText(), &w, &h);
+            const int bitmap = button->GetBitmap().IsOk() ? button->GetBitmap().GetWidth() : 0;
+            EXPECT_GE(button->GetSize().x, w + bitmap + 2 * kRoom) << button->GetLabelText();
+            EXPECT_GE(button->GetSize().y, h) << button->GetLabelText();
+        });
+    }
+    /// Every page of every book, one after the other.
+    static void TurnPages(wxWindow* root) {
+        CheckButtons(root);
+        std::vector<wxNotebook*> books;
+        ForEach(root, [&books](wxWindow* window) {
+            if (auto* book = dynamic_cast<wxNotebook*>(window)) books.push_back(book);
+        });
+        for (wxNotebook* book : books) {
+            for (size_t page = 0; page < book->GetPageCount(); ++page) {
+                book->SetSelection(page);
+                Settle();
+                CheckButtons(root);
+            }
+            book->SetSelection(0);
+        }
+    }
+};
+
+TEST_F(Quiet, EveryDialogAndPageOpensWithoutAWordOfTheToolkit) {
+    ASSERT_TRUE(OpenProjectAndPaint(Root() + "examples/lj_melt_bin/lj_melt_bin.mrp"));
+    TurnPages(Frame());
+    for (const int id : {ID_VIEW_PANEL_TYPE_1, ID_VIEW_PANEL_TYPE_2, ID_VIEW_PANEL_TYPE_3,
+                         ID_VIEW_PANEL_TYPE_4, ID_VIEW_PANEL_TYPE_0}) {
+        Menu(id);
+        CheckButtons(Frame());
+    }
+    std::set<wxWindow*> seen;
+    for (const int id : {ID_LOAD_DATA, ID_EXPORT_DATA, ID_SAVE_IMAGE_SEQ, ID_SCENE, ID_PREFERENCE,
+                         ID_COLOR_CURVE, ID_PERIODIC_BOUNDARY}) {
+        SCOPED_TRACE(Frame()->GetMenuBar()->GetLabel(id));
+        Menu(id);
+        wxDialogEXKey* opened = nullptr;
+        ASSERT_TRUE(PumpUntil([&] {
+            for (wxWindow* window : wxTopLevelWindows)
+                if (window->IsShown() && seen.count(window) == 0 && dynamic_cast<wxDialogEXKey*>(window))
+                    opened = dynamic_cast<wxDialogEXKey*>(window);
+            return opened != nullptr;
+        }));
+        Settle();
+        TurnPages(opened);
+        seen.insert(opened);
+        opened->CloseEXKey();
+        Settle();
+    }
+    Menu(ID_VIEW_EXTRA, true);
+    Menu(ID_VIEW_EXTRA, false);
+    Menu(ID_TIME_REMAP, true);
+    Menu(ID_TIME_REMAP, false);
+    Hub()->mpCTimeCtrl->StartPlayCommand(1);
+    PumpUntil([] { return !Hub()->mpCTimeCtrl->IsPlaying(); }, 1000);
+    for (const std::string& word : GetGtkWords())
+        ADD_FAILURE() << word;
+    EXPECT_TRUE(mVMessages.empty());
+}
+
+} // namespace
