@@ -80,6 +80,7 @@ void MainGLCanvas_cls::Paint() {
     } else if (mShowData.mValue && !IsReaderBusy()) {
         mpCHost->PrepareFramesAhead(mpCHost->GetPCTimeCtrl()->GetPrefetch());
     }
+    if (!mbLoading && !WritesOutput()) mpCHost->OnDataReady();
     ReadTime();
     if (mExport.IsRunning()) {
         ExportFrame();
