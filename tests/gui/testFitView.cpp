@@ -127,7 +127,6 @@ TEST_F(FitView, TheFirstPictureShowsDataOfAnySizeAndPlaceInEveryView) {
         }
         Snap("fitview_first");
     }
-    EXPECT_FALSE(GCUndoList.IsUndoable()) << "the opening's step is the loader's business";
     // A view that shows another of its cameras later is fitted in that, too.
     const auto cube = Cube(4.0, 100, 0, 0);
     Open(cube);
@@ -218,7 +217,43 @@ TEST_F(FitView, OtherViewsOfTheAnchorFollowAndLinkedOnesHaveNoCameraOfTheirOwn) 
     Canvas(1)->ChooseDisplayMode(DISPLAY_PATH);
     Settle();
     const std::string linked = Camera(1);
-    EXPECT_FALSE(FindByTip(Frame()->GetPCGLCanvasCtrl(1), "Fit View")->IsEnabled());
     Menu(ID_FIT_VIEW);
     EXPECT_EQ(Camera(1), linked);
+    Menu(ID_VIEW_PANEL_TYPE_0);
+    EXPECT_TRUE(FindByTip(Frame()->GetPCGLCanvasCtrl(0), "Fit View")->IsEnabled());
+    Canvas(0)->ChooseDisplayMode(DISPLAY_PATH);
+    EXPECT_FALSE(FindByTip(Frame()->GetPCGLCanvasCtrl(0), "Fit View")->IsEnabled());
+}
+
+TEST_F(FitView, PagesTellHowManyTheyDrawAndLeadToTheClassThatHasMost) {
+    std::vector<Place_st> places = Cube(1.0);
+    for (Place_st& place : places)
+        place.type = 2;
+    places[0].type = 1;
+    Open(places);
+    auto* book = dynamic_cast<wxNotebook*>(wxWindow::FindWindowById(ID_NOTEBOOK_ATTRIB, Frame()));
+    ASSERT_TRUE(book);
+    book->SetSelection(1);
+    Settle();
+    EXPECT_TRUE(FindByLabel(book, "1"));
+    book->SetSelection(0);
+    Settle();
+    EXPECT_TRUE(FindByLabel(book, "none of this class"));
+    Snap("fitview_empty_class");
+    wxWindow* most = FindByTip(book, "To the page of the class");
+    ASSERT_TRUE(most);
+    EXPECT_EQ(most->GetLabel(), "Attrib 2");
+    ClickOn(most);
+    Settle();
+    EXPECT_EQ(book->GetSelection(), 2);
+    EXPECT_TRUE(FindByLabel(book, "7"));
+    EXPECT_FALSE(FindByTip(book, "To the page of the class"));
+    Hub()->mpCDrawOption->mClassify.mValue = 0;
+    Menu(ID_REFRESH_GL);
+    EXPECT_TRUE(FindByLabel(book, "none: the first page draws all"));
+    book->SetSelection(0);
+    Settle();
+    EXPECT_TRUE(FindByLabel(book, "8"));
+    Hub()->mpCDrawOption->mClassify.mValue = 1;
+    Menu(ID_REFRESH_GL);
 }

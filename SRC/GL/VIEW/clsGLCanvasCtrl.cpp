@@ -248,8 +248,8 @@ void GLCanvasCtrl_cls::OnToggle(int which) {
 }
 
 // The geometry goes first, the toggles last; the button, which has a key and menus beside it, stands wherever
-// there is room beside the others. The label of the check box takes the longest form that has room, down to
-// the box alone, which tells by its tooltip what it is.
+// there is room beside the others, the short label counted in. The label of the check box takes the longest
+// form that has room, down to the box alone, which tells by its tooltip what it is.
 void GLCanvasCtrl_cls::FitControls(int width) {
     const bool bRow = mbPanelShown;
     mpCComboGeometry->Show(bRow && width >= 420);
@@ -264,7 +264,7 @@ void GLCanvasCtrl_cls::FitControls(int width) {
             used +=
                 pControl->GetEffectiveMinSize().x + (dynamic_cast<const wxChoice*>(pControl) ? kSpace : 0);
     const int button = mpCButtonFit->GetEffectiveMinSize().x;
-    const int pivot = mpCCheckPivot->IsShown() ? mPivotWidth[kPivotForms - 1] + kSpace : 0;
+    const int pivot = mpCCheckPivot->IsShown() ? mPivotWidth[1] : 0; // with a word
     mpCButtonFit->Show(bRow && used + pivot + button <= width);
     if (mpCButtonFit->IsShown()) used += button;
     for (int form = 0; form < kPivotForms; ++form) {
