@@ -11,8 +11,8 @@ import sys
 
 ICONS = pathlib.Path(__file__).resolve().parent.parent / "ICONS"
 SIZE = 24
-# The toggle buttons above a view stand in a narrow row.
-SMALL = {"ShowMessage": 20, "ShowItem": 20, "ShowGrid": 20, "ShowData": 20}
+# The buttons above a view stand in a narrow row.
+SMALL = {"ShowMessage": 20, "ShowItem": 20, "ShowGrid": 20, "ShowData": 20, "FitView": 20}
 
 
 def draw(source, target, size):

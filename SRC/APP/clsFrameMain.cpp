@@ -29,6 +29,7 @@
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsSharedView.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
+#include "GL/VIEW/clsViewFitCtrl.h"
 #include "IMAGE/clsImageIO.h"
 #include "IMAGE/clsImgSequence.h"
 #include "PARAM/clsParamGroup.h"
@@ -69,6 +70,7 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
     mpCHelpMenu = std::make_unique<HelpMenu_cls>(*this);
 
     mpCSharedView = new SharedView_cls(pMain->mpCOverlay, pMain->mpCExposure, pMain->mpCInformation);
+    mpCViewFit = std::make_unique<ViewFitCtrl_cls>(*this, *mpCSharedView);
     mBtmHeight = pMain->mDisplayHeight > kHighDisplay ? 210 : 150;
     CreateHalves();
     CreateMenus();
@@ -213,6 +215,8 @@ void FrameMain_cls::OfferRecovery() { mpCFileMenu->OfferRecovery(); }
 bool FrameMain_cls::IsProjectNamed() const { return mpCFileMenu->IsProjectNamed(); }
 
 void FrameMain_cls::StopRun() { mpCImageRun->StopRun(); }
+
+void FrameMain_cls::OnDataReady() { mpCViewFit->OnDataReady(); }
 
 // Asked for inside a paint.
 void FrameMain_cls::EndExport() {

@@ -32,6 +32,7 @@ class SharedView_cls;
 class Shortcut_cls;
 class TimeCtrl_cls;
 class TopHalfPanel_cls;
+class ViewFitCtrl_cls;
 class wxInfoBar;
 class wxSplitterEvent;
 class wxSplitterWindow;
@@ -55,6 +56,7 @@ public:
     Preference_cls* GetPCPreference() const { return mpCPreference; }
     /// What the configure file keeps, whatever project is open.
     Preference_cls* GetPCUserPreference() const { return mpCUserPreference; }
+    ViewFitCtrl_cls* GetPCViewFit() const { return mpCViewFit.get(); }
     /// The view that was used last: the one that pictures are taken of.
     MainGLCanvas_cls* GetPCOutputCanvas() const;
     FileMenu_cls* GetPCFileMenu() const { return mpCFileMenu.get(); }
@@ -96,6 +98,7 @@ public:
     void StopRun();
     /// The export of data has come to its end.
     void EndExport() override;
+    void OnDataReady() override;
     void OnExtraFrameClosed() override;
 
 private:
@@ -128,6 +131,7 @@ private:
     void OnMenuViewExtra(wxCommandEvent& event);
     void OnMenuPlayStop(wxCommandEvent& event);
     void OnMenuSetCameraKey(wxCommandEvent& event);
+    void OnMenuFitView(wxCommandEvent& event);
     void OnCharHook(wxKeyEvent& event);
     void OnSash(wxSplitterEvent& event);
 
@@ -143,6 +147,7 @@ private:
     SharedView_cls* mpCSharedView = nullptr;     ///< owned; made before the views
     Shortcut_cls* mpCShortcut = nullptr;         ///< owned
     MainGLCanvas_cls* mpCMainCanvas = nullptr;   ///< view 0: image and export processes
+    std::unique_ptr<ViewFitCtrl_cls> mpCViewFit;
     // Menus and runs, in the order of their settings in the configure file.
     std::unique_ptr<FileMenu_cls> mpCFileMenu;
     std::unique_ptr<ImageRun_cls> mpCImageRun;

@@ -21,6 +21,7 @@
 #include "GL/VIEW/clsGLExtraFrame.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
+#include "GL/VIEW/clsViewFitCtrl.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
 #include "WIDGET/clsMultiInputPanel.h"
@@ -41,6 +42,10 @@ void FrameMain_cls::BindHandlers() {
     BindMenu(*this, this, ID_PLAY_STOP, &FrameMain_cls::OnMenuPlayStop);
     for (const int id : {ID_SET_KEY_POS, ID_SET_KEY_POS_ROT, ID_SET_KEY_ANC})
         BindMenu(*this, this, id, &FrameMain_cls::OnMenuSetCameraKey);
+    BindMenu(*this, this, ID_FIT_VIEW, &FrameMain_cls::OnMenuFitView);
+    Bind(
+        wxEVT_UPDATE_UI,
+        [this](wxUpdateUIEvent& event) { event.Enable(GetPCOutputCanvas()->HasOwnCamera()); }, ID_FIT_VIEW);
     Bind(wxEVT_IDLE, &FrameMain_cls::OnIdle, this);
     Bind(wxEVT_TIMER, &FrameMain_cls::OnTimer, this);
     Bind(wxEVT_CHAR_HOOK, &FrameMain_cls::OnCharHook, this);
@@ -122,6 +127,8 @@ void FrameMain_cls::OnMenuSetCameraKey(wxCommandEvent& event) {
     RefreshGL();
     RefreshTL();
 }
+
+void FrameMain_cls::OnMenuFitView(wxCommandEvent&) { mpCViewFit->Fit(*GetPCOutputCanvas()); }
 
 void FrameMain_cls::OnCharHook(wxKeyEvent& event) {
     // Whoever edits text, or picks from a list by keys, has the key first.

@@ -106,6 +106,8 @@ constexpr MenuEntry_st kView[] = {
     {Entry::Radio, "4 panelsB", nullptr, "Alt-5", ID_VIEW_PANEL_TYPE_4, "split4", true},
     kSeparator,
     {Entry::Check, "Extra Panel", "0", "Alt-0", ID_VIEW_EXTRA, nullptr, true},
+    kSeparator,
+    {Entry::Normal, "Fit View", "F", "Home", ID_FIT_VIEW, "FitView", true},
 };
 
 constexpr MenuEntry_st kDialog[] = {

@@ -24,6 +24,7 @@
 #include "COMMON/RuntimeFiles.h"
 #include "COMMON/ThreadStates.h"
 #include "COMMON/UpdateBits.h"
+#include "GL/BASE/clsPreference.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLDrawData.h"
 #include "GL/DRAW/clsGLSequence.h"
@@ -32,6 +33,7 @@
 #include "GL/VIEW/clsInformation.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsOverlay.h"
+#include "GL/VIEW/clsViewFitCtrl.h"
 #include "IMAGE/clsImgSequence.h"
 #include "PARAM/clsParamGroup.h"
 #include "PDATA/EDITOR/DataDialogs.h"
@@ -112,6 +114,7 @@ Main_cls::Main_cls(bool bConfigure) {
     MakeTimeLines();
 
     if (bConfigure) ReadProjectFile(GetConfigureFilePath());
+    mpCFrameMain->GetPCViewFit()->NoteUntouched();
     mpCRecovery =
         new Recovery_cls(wxFileName(GetConfigureFilePath()).GetPath(), [this] { return MakeRecoveryText(); });
     mpCFrameMain->GetPCFileMenu()->FillRecentMenus();
@@ -192,6 +195,7 @@ void Main_cls::OpenDataFile(const wxString& path) {
     }
     mpCTimeCtrl->SetMaxFrameNative(last);
     CheckAreas();
+    if (mpCFrameMain->GetPCPreference()->mCFitFirst.mValue) mpCFrameMain->GetPCViewFit()->ExpectData();
     PostMenuEvent(ID_REFRESH_GL);
 }
 

@@ -22,6 +22,7 @@
 #include "COMMON/SafeFile.h"
 #include "COMMON/clsSplitPath.h"
 #include "GL/BASE/clsPreference.h"
+#include "GL/VIEW/clsViewFitCtrl.h"
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
@@ -108,6 +109,7 @@ void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder,
     }
     if (bConfigure) user->CopyFrom(*acting);
     mpCFrameMain->ApplySettings();
+    if (!bConfigure) mpCFrameMain->GetPCViewFit()->KeepCameras();
     GCUndoList.Clear(); // a project begins a history of its own
 }
 

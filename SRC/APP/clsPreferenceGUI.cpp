@@ -112,6 +112,10 @@ void PreferenceGUI_cls::SetMNumMemParam(wxBoxSizer* pSizer) {
         _("Z-Sort Algorithm"), &mpCPreference->mCSortType.mValue,
         {_("Precise"), _("Approximate 10"), _("Approximate 100"), _("Approximate 1000")},
         _("How exactly particles are sorted by depth"));
+    mpCPerformance->AddCaption(_("Views"));
+    mpCPerformance->AddCheck(
+        _("New Data"), &mpCPreference->mCFitFirst.mValue, _("Fit all views"),
+        _("Data that are opened before any camera was moved stand whole in the picture"));
     mpCPerformance->SetOnChange([this, sort](int row, bool) {
         KeepForUser();
         if (row == sort) PostMenuEvent(ID_REFRESH_GL);

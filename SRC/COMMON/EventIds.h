@@ -98,6 +98,7 @@ enum MenuEventId : int {
     ID_RECENT_DATA_0 = 6711, ///< to 6719
 
     ID_COPY_VIEW = 6720,
+    ID_FIT_VIEW = 6721, ///< the active view
     ID_GUESS_DATA = 6730,
 
     ID_EXPORTER_HEAD_UP = 6501,
@@ -120,6 +121,7 @@ enum MenuEventId : int {
     ID_CANVAS_DISTORTION = 6553,
     ID_CANVAS_FISHEYE_GRID = 6554,
     ID_CANVAS_VIEW_ANGLE = 6555,
+    ID_CANVAS_FIT_VIEW = 6556,
 
     ID_NOTEBOOK_ATTRIB = 9001,
     ID_NOTEBOOK_OPTION = 9002,

@@ -21,6 +21,7 @@
 #include "APP/clsMyApp.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
+#include "GL/BASE/clsPreference.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 #include "GL/VIEW/clsOverlay.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
@@ -78,7 +79,8 @@ void GuiTest::SetUp() {
     });
     Shared().msCFBOSizeIndex.mValue = 0; // 256 pixels: software rendering
     Shared().msbKeepPicture = true;
-    Hub()->mpCOverlay->mShowLegend.mValue[0] = false; // tests count what is lit
+    Hub()->mpCOverlay->mShowLegend.mValue[0] = false;      // tests count what is lit
+    Frame()->GetPCPreference()->mCFitFirst.mValue = false; // tests know where the cameras stand
     ForgetNotices();
     Frame()->Raise();
     Settle();

@@ -36,13 +36,13 @@ protected:
     }
 };
 
-TEST_F(ViewMenu, AFlatViewHasTheSevenEntriesInTheirOrder) {
+TEST_F(ViewMenu, AFlatViewHasItsEntriesInTheirOrder) {
     std::vector<int> ids;
     for (const ViewMenu_cls::Entry_st& entry : ViewMenu_cls::MakeEntries(mView, true))
         ids.push_back(entry.mId);
     EXPECT_EQ(ids, (std::vector<int>{ID_CANVAS_MOVE_TO_CAM, ID_CANVAS_SET_KEY_POS, ID_CANVAS_SET_KEY_POS_ROT,
                                      ID_CANVAS_SET_KEY_ANC, ID_CANVAS_TOGGLE_LINK, ViewMenu_cls::kSeparator,
-                                     ID_CANVAS_TOGGLE_PERSPECTIVE}));
+                                     ID_CANVAS_TOGGLE_PERSPECTIVE, ID_CANVAS_FIT_VIEW}));
     const auto hidden = ViewMenu_cls::MakeEntries(mView, false);
     EXPECT_TRUE(Find(hidden, ID_CANVAS_SHOW_CONTROLS)) << "the way back to the row of controls";
 }
@@ -66,6 +66,7 @@ TEST_F(ViewMenu, WideAndLinkedViewsOfferWhatConcernsThem) {
     EXPECT_TRUE(Find(entries, ID_CANVAS_DISTORTION));
     EXPECT_FALSE(Find(entries, ID_CANVAS_VIEW_ANGLE));
     EXPECT_FALSE(Find(entries, ID_CANVAS_TOGGLE_PERSPECTIVE)->mbEnabled);
+    EXPECT_FALSE(Find(entries, ID_CANVAS_FIT_VIEW)->mbEnabled) << "keys place that camera";
 }
 
 using Step = ImageBake_cls::Step;

@@ -11,18 +11,17 @@
 
 namespace {
 
-// Half the depth of an orthographic view, which reaches behind the eye too.
 constexpr double ORTHO_DEPTH = 1000.0;
 
 double Ratio(int width, int height) {
     return static_cast<double>(std::max(width, 1)) / static_cast<double>(std::max(height, 1));
 }
 
-void SetOrtho(double halfW, double halfH, double out[16]) {
+void SetOrtho(double halfW, double halfH, double depth, double out[16]) {
     std::fill(out, out + 16, 0.0);
     out[0] = 1.0 / halfW;
     out[5] = 1.0 / halfH;
-    out[10] = -1.0 / ORTHO_DEPTH;
+    out[10] = -1.0 / depth;
     out[15] = 1.0;
 }
 
@@ -75,12 +74,19 @@ void GLPerspective_cls::GetProjectionMatrix(const PositionAndDirection_cls& came
         SetPerspective(GetSquareAngle(), nearPlane, std::max(mFar, nearPlane * 1.001), out);
         return;
     }
-    const double half = std::max(camera.GetDistanceToAnc() / 2.0, 1e-9);
+    const double half = std::max(camera.GetDistanceToAnc() / 2.0, 1e-30);
     const double aspect = GetAspectRatio();
+    const double depth = GetOrthoDepth(2.0 * half, mFar);
     if (mbFitWidth)
-        SetOrtho(half, half / aspect, out);
+        SetOrtho(half, half / aspect, depth, out);
     else
-        SetOrtho(half * aspect, half, out);
+        SetOrtho(half * aspect, half, depth, out);
+}
+
+// What is tiny needs its depths told apart, and what is huge must not be cut.
+double GLPerspective_cls::GetOrthoDepth(double width, double farPlane) {
+    const double depth = farPlane > 0.0 && farPlane < 1.0 ? farPlane : ORTHO_DEPTH;
+    return width < depth ? depth : 2.0 * width;
 }
 
 void GLPerspective_cls::GetModelViewMatrix(const PositionAndDirection_cls& camera, double out[16]) {

@@ -24,6 +24,10 @@ public:
 
     /// The angle of the square buffer in degrees: widened where the picture is wider than high.
     double GetSquareAngle() const;
+    /// How far an orthographic view of this width (the eye's distance from the anchor) reaches before and
+    /// behind the eye: 1000, or the far plane where that is nearer than 1; twice the width where that would
+    /// cut the anchor.
+    static double GetOrthoDepth(double width, double farPlane);
     void GetProjectionMatrix(const PositionAndDirection_cls& camera, double out[16]) const;
     static void GetModelViewMatrix(const PositionAndDirection_cls& camera, double out[16]);
     /// Where a point lies in the square buffer, each of x, y and depth -1 to 1 inside. False, with

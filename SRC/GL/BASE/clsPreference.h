@@ -29,6 +29,7 @@ public:
     ConfItemUINT_cls mCMButtonEmulate;   ///< the modifier that makes the left button the middle one
     ConfItemList_cls mCConfItemListPref; ///< the other keys
     ConfItemUINT_cls mCSortType;         ///< 0 precise, 1 to 3 approximate in 10, 100, 1000 steps
+    ConfItemBOOL_cls mCFitFirst;         ///< views are fitted to data that are opened
 
     Preference_cls();
     Preference_cls(const Preference_cls&) = delete; // the lists point into the object

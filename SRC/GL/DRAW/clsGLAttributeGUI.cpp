@@ -1,5 +1,9 @@
 #include "GL/DRAW/clsGLAttributeGUI.h"
 
+#include <wx/bookctrl.h>
+#include <wx/button.h>
+#include <wx/intl.h>
+
 #include "COLORCURVE/EDITOR/clsColorCurveBtn.h"
 #include "COLORCURVE/EDITOR/clsColorCurveCtrl.h"
 #include "COMMON/EventIds.h"
@@ -21,10 +25,19 @@ NumSpec Range(double low, double high, double step, bool bRelative = false) {
     return spec;
 }
 
+/// As 1,234,567, whatever the locale.
+wxString GroupDigits(long long number) {
+    wxString text = wxString::Format("%lld", number);
+    for (size_t at = text.length(); at > 3; at -= 3)
+        text.insert(at - 3, ",");
+    return text;
+}
+
 } // namespace
 
 GLAttributeGUI_cls::GLAttributeGUI_cls(wxWindow* pParent, GLAttribute_cls* pAttribute)
     : MultiInputPanel_cls(pParent), mpCAttribute(pAttribute) {
+    AddCountRow();
     // "Both" draws nothing and so isn't offered; a project that holds it shows and keeps it.
     mRowDrawType = AddChoice(_("Draw Type"), &mpCAttribute->mDrawType.mValue,
                              std::vector<ChoiceItem>{{DRAW_POINT, _("Point"), true},
@@ -39,6 +52,38 @@ GLAttributeGUI_cls::GLAttributeGUI_cls(wxWindow* pParent, GLAttribute_cls* pAttr
     AddColorRows();
     SetUndo(UPDATE_SNAPDATA | UPDATE_COLOR | UPDATE_GL | UPDATE_ATTRIB);
     HideAndShow();
+}
+
+void GLAttributeGUI_cls::AddCountRow() {
+    mRowCount = AddStatic(
+        _("Particles"), [this] { return GetCountText(); },
+        _("How many particles of this frame this attribute draws"));
+    mpCButtonMost =
+        AddButtonTo(mRowCount, wxString::Format("%s %d", _("Attrib"), 0),
+                    _("To the page of the class that has most particles"), [this] { GoToMost(); });
+}
+
+void GLAttributeGUI_cls::ShowCounts(const DrawnCounts_st& counts) {
+    if (counts == mCounts) return;
+    mCounts = counts;
+    UpdateValues(); // the text, and whether there is any
+}
+
+wxString GLAttributeGUI_cls::GetCountText() const {
+    const long long number = mCounts.mNumber[static_cast<size_t>(mpCAttribute->mIndex)];
+    if (!mCounts.mbKnown) return wxString();
+    if (number == 0)
+        return mCounts.mbClassify ? _("none of this class") : _("none: the first page draws all");
+    const bool bHidden = mpCAttribute->mDrawType.mValue >= DRAW_BOTH;
+    return bHidden ? GroupDigits(number) + _(", hidden") : GroupDigits(number);
+}
+
+void GLAttributeGUI_cls::GoToMost() {
+    for (wxWindow* pWindow = GetParent(); pWindow; pWindow = pWindow->GetParent())
+        if (auto* book = dynamic_cast<wxBookCtrlBase*>(pWindow)) {
+            book->SetSelection(static_cast<size_t>(mCounts.GetMost()));
+            return;
+        }
 }
 
 void GLAttributeGUI_cls::AddPointRows() {
@@ -121,7 +166,12 @@ void GLAttributeGUI_cls::HideAndShow() {
     const bool bBillboard = IsDrawType(DRAW_BILLBOARD) || IsDrawType(DRAW_BOTH);
     const bool bSphere = IsDrawType(DRAW_SPHERE) || IsDrawType(DRAW_BOTH);
     const bool bAny = bPoint || bBillboard || bSphere;
+    const int most = mCounts.GetMost();
     Freeze();
+    ShowRow(mRowCount, mCounts.mbKnown);
+    const bool bEmpty = mCounts.mNumber[static_cast<size_t>(a.mIndex)] == 0;
+    mpCButtonMost->Show(mCounts.mbKnown && bEmpty && most != a.mIndex);
+    mpCButtonMost->SetLabel(wxString::Format("%s %d", _("Attrib"), most));
     ShowRow(mRowPointSize, bPoint);
     ShowRow(mRowQuality, bBillboard);
     ShowRow(mRowFineness, bSphere && !bBillboard);
@@ -145,6 +195,7 @@ void GLAttributeGUI_cls::HideAndShow() {
     ShowRow(mRowAmbient, bSphere);
     ShowRow(mRowDiffuse, bSphere);
     ShowRow(mRowSpecular, bSphere);
+    Layout(); // of the first row, too
     Thaw();
 }
 

@@ -1,6 +1,7 @@
 // The page of one attribute: how the particles of one class look.
 #pragma once
 
+#include "GL/DRAW/DrawnCounts.h"
 #include "WIDGET/clsMultiInputPanel.h"
 
 class ColorCurve_cls;
@@ -13,6 +14,8 @@ public:
     /// All fields from the attribute, and only those rows that matter with these choices.
     void UpdateValues();
     void HideAndShow();
+    /// Tell how many particles of the frame this attribute draws.
+    void ShowCounts(const DrawnCounts_st& counts);
 
 protected:
     void FuncHookClick(int row) override;
@@ -20,6 +23,9 @@ protected:
     void FuncHookValue(int row, bool bFinal) override;
 
 private:
+    void AddCountRow();
+    wxString GetCountText() const;
+    void GoToMost();
     void AddColorRows();
     void AddPointRows();
     void AddRadiusRows();
@@ -28,7 +34,9 @@ private:
     bool IsDrawType(unsigned type) const;
 
     GLAttribute_cls* mpCAttribute;
-    int mRowDrawType, mRowQuality, mRowFineness, mRowBlend, mRowPointSize, mRowShader, mRowTexture;
+    DrawnCounts_st mCounts;
+    wxButton* mpCButtonMost = nullptr; ///< to the page whose class has most
+    int mRowCount, mRowDrawType, mRowQuality, mRowFineness, mRowBlend, mRowPointSize, mRowShader, mRowTexture;
     int mRowRadiusType, mRowRadiusFactor, mRowRadiusConst;
     int mRowAlphaType, mRowAlphaFactor, mRowAlphaBase;
     int mRowColor, mRowUseCurve, mRowCurve, mRowDepend, mRowScaling, mRowFit;

@@ -11,6 +11,7 @@
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
 #include "COMMON/PictureFault.h"
+#include "GL/DRAW/DrawnCloud.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLDrawData.h"
@@ -194,6 +195,19 @@ void GLSequence_cls::DrawSnapshot(int face, PDataSnap_cls& snap, GLDrawData_cls*
 void GLSequence_cls::RefreshGLAttribTex() {
     for (GLAttribute_cls* pAttribute : mpCGLAttribute)
         pAttribute->RefreshTex();
+}
+
+FitCloud_st GLSequence_cls::GetDrawnCloud(int frame, double dt) const {
+    const PDataSnap_cls& snap = *mSequence.GetSnap(frame);
+    const PDataBlock_cls* pBlock = snap.mpCBlock;
+    if (!snap.IsItLoaded() || snap.GetParticleNumber() < 1 || !pBlock->mbAllocated) return {};
+    ParticleArrays_st arrays = *pBlock;
+    const SnapData_cls* pSnap = GLDrawData_cls::mspCSnapShot;
+    if (pSnap && pSnap->mbAllocated && pSnap->IsOf(pBlock, dt, GetThinning())) {
+        arrays.mpPos = pSnap->mpPos;
+        arrays.mpRadius = pSnap->mpRadius;
+    }
+    return MakeDrawnCloud(arrays, snap.GetParticleNumber(), mpCGLAttribute);
 }
 
 bool GLSequence_cls::AreSlopesNeeded() const { return SnapData_cls::IsInterpolateRequired(mpCGLAttribute); }

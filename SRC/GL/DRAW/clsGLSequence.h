@@ -10,6 +10,7 @@ class GLAttribute_cls;
 class GLDrawData_cls;
 class PDataSnap_cls;
 class PositionAndDirection_cls;
+struct FitCloud_st;
 
 class GLSequence_cls : public SequenceDrawing_cls {
 public:
@@ -33,6 +34,9 @@ public:
     static void DrawSnapshot(int face, PDataSnap_cls& snap, GLDrawData_cls* pDraw,
                              GLAttribute_cls** ppAttribute, double dt);
     void RefreshGLAttribTex();
+    /// What GLDrawData draws: as it was drawn, or where nothing was yet, at the snapshot's own time. Empty
+    /// while the snapshot isn't loaded; refers to its arrays, which stand until the next event.
+    FitCloud_st GetDrawnCloud(int frame, double dt) const;
 
     bool AreSlopesNeeded() const override;
     int GetThinning() const override;

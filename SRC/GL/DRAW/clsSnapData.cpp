@@ -23,6 +23,8 @@ namespace {
 
 constexpr int kAttributeNumber = kParticleClasses;
 
+unsigned long long sSnapshots = 0;
+
 template <class T>
 bool Take(T*& array, int number) {
     bool bZero = false;
@@ -55,8 +57,8 @@ void InThreads(int number, const WORK& work) {
 } // namespace
 
 SnapData_cls::SnapData_cls(PDataBlock_cls* pBlock, GLAttribute_cls** ppAttribute, double dt, int step)
-    : mpCBlock(pBlock), mNumber(std::max(pBlock->mParticleNumber, 0)), mTime(pBlock->mpCSnap->mTime + dt),
-      mStep(std::max(step, 1)) {
+    : mSerial(++sSnapshots), mpCBlock(pBlock), mNumber(std::max(pBlock->mParticleNumber, 0)),
+      mTime(pBlock->mpCSnap->mTime + dt), mStep(std::max(step, 1)) {
     if (mNumber == 0 || !pBlock->mbAllocated) return;
     while (!Allocate(mNumber))
         if (!PDataSeqCtrl_cls::ReleaseForAllocation(pBlock->mpCSnap)) {
@@ -114,7 +116,11 @@ bool SnapData_cls::IsItSameSnap(PDataBlock_cls* pBlock, double dt, int step) con
         std::puts("GbSnapDataRefresh!!");
         return false;
     }
-    // Two snapshots may bear the same time, so that the block counts as well.
+    return IsOf(pBlock, dt, step);
+}
+
+// Two snapshots may bear the same time, so that the block counts as well.
+bool SnapData_cls::IsOf(const PDataBlock_cls* pBlock, double dt, int step) const {
     if (pBlock != mpCBlock || !(pBlock->mpCSnap->mTime + dt == mTime)) return false;
     return mStep == 1 || mStep == step;
 }

@@ -14,7 +14,9 @@ public:
     SnapData_cls(const SnapData_cls&) = delete;
     SnapData_cls& operator=(const SnapData_cls&) = delete;
 
-    /// Does this snapshot serve the given block, time and step? Consumes GbSnapDataRefresh.
+    /// Is this the given block at its time plus dt, with all particles that such a step wants?
+    bool IsOf(const PDataBlock_cls* pBlock, double dt, int step) const;
+    /// The same, and no look has changed since? Consumes GbSnapDataRefresh.
     bool IsItSameSnap(PDataBlock_cls* pBlock, double dt, int step) const;
     /// True if any attribute's colour depends on a computed quantity (depend value 2 or more).
     static bool IsInterpolateRequired(GLAttribute_cls* const* ppAttribute);
@@ -30,7 +32,8 @@ public:
     /// The scalars as they are drawn: values and radii at the time on show, computed ones from the block.
     ParticleScalars_st GetScalars() const;
 
-    PDataBlock_cls* mpCBlock; ///< source, not owned
+    const unsigned long long mSerial; ///< of the snapshots of this run; no two are alike
+    PDataBlock_cls* mpCBlock;         ///< source, not owned
     bool mbAllocated = false;
     bool mbValue1Dash = false; ///< mpValue1Dash exists
     int mNumber = 0;           ///< particles, as in the block

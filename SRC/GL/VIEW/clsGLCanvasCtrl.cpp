@@ -1,5 +1,6 @@
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 
+#include <wx/bmpbuttn.h>
 #include <wx/checkbox.h>
 #include <wx/choice.h>
 #include <wx/intl.h>
@@ -7,6 +8,8 @@
 #include <wx/sizer.h>
 #include <wx/tglbtn.h>
 
+#include "COMMON/EventIds.h"
+#include "COMMON/MenuEvent.h"
 #include "COMMON/UpdateBits.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "PARAM/clsCommandCall.h"
@@ -102,10 +105,12 @@ void GLCanvasCtrl_cls::MakeControls() {
     mpCCheckPivot->SetToolTip(_("Pivot Follows Anchor: the view turns around the anchor path's position"));
     for (int which = 0; which < 4; ++which)
         MakeToggle(which);
+    MakeFitButton();
     mpCSizerControls->Add(mpCComboDisplayMode, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, kSpace);
     mpCSizerControls->Add(mpCComboGeometry, 0, wxALIGN_CENTER_VERTICAL | wxRIGHT, kSpace);
     for (wxToggleButton* pToggle : mpCToggle)
         mpCSizerControls->Add(pToggle, 0, wxALIGN_CENTER_VERTICAL);
+    mpCSizerControls->Add(mpCButtonFit, 0, wxALIGN_CENTER_VERTICAL);
     mpCSizerRow = new wxBoxSizer(wxVERTICAL);
     mpCSizerRow->AddSpacer(kSpace / 2);
     mpCSizerRow->Add(mpCSizerControls, 0, wxEXPAND | wxLEFT | wxRIGHT, kSpace / 2);
@@ -126,6 +131,20 @@ void GLCanvasCtrl_cls::MakeToggle(int which) {
             new wxToggleButton(this, wxID_ANY, look.letter, wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
     mpCToggle[which]->SetToolTip(wxGetTranslation(look.tip));
     mpCToggle[which]->Bind(wxEVT_TOGGLEBUTTON, [this, which](wxCommandEvent&) { OnToggle(which); });
+}
+
+void GLCanvasCtrl_cls::MakeFitButton() {
+    const wxBitmapBundle icon = MyArtProvider::GetIcon("FitView", kIconSize);
+    if (icon.IsOk())
+        mpCButtonFit = new wxBitmapButton(this, wxID_ANY, icon);
+    else
+        mpCButtonFit = new wxButton(this, wxID_ANY, "F", wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
+    mpCButtonFit->SetToolTip(_("Fit View: all drawn particles in the picture (Home)"));
+    mpCButtonFit->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {
+        mpCCanvas->SetThisToBeActiveGL();
+        mpCCanvas->SetFocus();
+        PostMenuEvent(ID_FIT_VIEW);
+    });
 }
 
 void GLCanvasCtrl_cls::UpdateWindow() {
@@ -160,6 +179,7 @@ void GLCanvasCtrl_cls::SyncDisplayModeToCombobox() {
 void GLCanvasCtrl_cls::UpdateToggleButtonsAndParams() {
     for (int which = 0; which < 4; ++which)
         mpCToggle[which]->SetValue(GetToggleItem(mpCCanvas, which).mValue);
+    mpCButtonFit->Enable(mpCCanvas->HasOwnCamera());
     mpCCheckPivot->SetValue(mpCCanvas->mPivotMode.mValue);
     mpCCanvas->mCGLPerspective.mbPerspective = !mpCCanvas->IsOrthographic();
 }
@@ -227,8 +247,9 @@ void GLCanvasCtrl_cls::OnToggle(int which) {
     mpCCanvas->SetFocus(); // keys belong to the view
 }
 
-// The geometry goes first, the toggles last. The label of the check box takes the longest form that has room,
-// down to the box alone, which tells by its tooltip what it is.
+// The geometry goes first, the toggles last; the button, which has a key and menus beside it, stands wherever
+// there is room beside the others, the short label counted in. The label of the check box takes the longest
+// form that has room, down to the box alone, which tells by its tooltip what it is.
 void GLCanvasCtrl_cls::FitControls(int width) {
     const bool bRow = mbPanelShown;
     mpCComboGeometry->Show(bRow && width >= 420);
@@ -238,9 +259,14 @@ void GLCanvasCtrl_cls::FitControls(int width) {
         pToggle->Show(bRow && width >= 120);
     int used = 2 * kSpace;
     for (const wxWindow* pControl : GetChildren())
-        if (pControl != mpCCanvas && pControl != mpCCheckPivot && pControl->IsShown())
+        if (pControl != mpCCanvas && pControl != mpCCheckPivot && pControl != mpCButtonFit &&
+            pControl->IsShown())
             used +=
                 pControl->GetEffectiveMinSize().x + (dynamic_cast<const wxChoice*>(pControl) ? kSpace : 0);
+    const int button = mpCButtonFit->GetEffectiveMinSize().x;
+    const int pivot = mpCCheckPivot->IsShown() ? mPivotWidth[1] : 0; // with a word
+    mpCButtonFit->Show(bRow && used + pivot + button <= width);
+    if (mpCButtonFit->IsShown()) used += button;
     for (int form = 0; form < kPivotForms; ++form) {
         if (form < kPivotForms - 1 && used + mPivotWidth[form] > width) continue;
         if (mpCCheckPivot->GetLabel() != GetPivotLabel(form)) mpCCheckPivot->SetLabel(GetPivotLabel(form));

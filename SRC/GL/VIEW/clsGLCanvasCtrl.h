@@ -7,6 +7,7 @@
 #include <wx/panel.h>
 
 class MainGLCanvas_cls;
+class wxAnyButton;
 class wxBoxSizer;
 class wxCheckBox;
 class wxChoice;
@@ -50,6 +51,7 @@ private:
     void SetSettings(const Settings_st& settings);
     void MakeControls();
     void MakeToggle(int which);
+    void MakeFitButton();
     void OnComboBox(wxCommandEvent& event);
     void OnPivot(wxCommandEvent& event);
     void OnToggle(int which);
@@ -64,6 +66,7 @@ private:
     wxChoice* mpCComboGeometry = nullptr;
     wxCheckBox* mpCCheckPivot = nullptr;
     wxToggleButton* mpCToggle[4] = {}; ///< message, items, grid, data
+    wxAnyButton* mpCButtonFit = nullptr;
     static constexpr int kPivotForms = 3;
     int mPivotWidth[kPivotForms] = {}; ///< of the check box with its label in each form, pixels
     bool mbPanelShown = true;

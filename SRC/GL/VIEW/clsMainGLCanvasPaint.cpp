@@ -12,6 +12,7 @@
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLInfo.h"
 #include "GL/BASE/clsGLState.h"
+#include "GL/DRAW/DrawnCounts.h"
 #include "GL/DRAW/clsDrawProgress.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLDrawData.h"
@@ -80,6 +81,7 @@ void MainGLCanvas_cls::Paint() {
     } else if (mShowData.mValue && !IsReaderBusy()) {
         mpCHost->PrepareFramesAhead(mpCHost->GetPCTimeCtrl()->GetPrefetch());
     }
+    if (!mbLoading && !WritesOutput()) mpCHost->OnDataReady();
     ReadTime();
     if (mExport.IsRunning()) {
         ExportFrame();
@@ -108,6 +110,7 @@ void MainGLCanvas_cls::Paint() {
     SwapBuffers();
     mShownSize = GetPixelSize();
     if (mpCShared->mspCInformationLink) mpCShared->mspCInformationLink->Update();
+    TellDrawnCounts(*mpCHost->GetPCActiveFileSequence(), mMoment.dataFrame, mMoment.dt);
     // POV-Ray export takes its step; the dialogs of camera, lights and stereo follow the active view.
 }
 

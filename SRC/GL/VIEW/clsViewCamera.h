@@ -19,6 +19,8 @@ public:
     /// The camera that the view's mode shows and that the mouse moves.
     PositionAndDirection_cls* GetPCCameraPosition();
     double* GetPCAnchorPosition(); ///< three doubles
+    /// That of display mode 0, whatever the mode.
+    PositionAndDirection_cls& GetFreeCamera() { return mCCamFree; }
     /// Look through the camera path (display mode 7), from where it is now.
     void LinkageConnect();
     /// Drop a user's move of the linked camera with the next paint.

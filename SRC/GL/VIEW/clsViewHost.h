@@ -33,6 +33,8 @@ public:
     /// Start the nearest frame ahead, in play direction, that isn't ready; at most one a call.
     virtual void PrepareFramesAhead(int count) = 0;
 
+    /// The present frame's data are there and about to be drawn in the window: cameras may still be placed.
+    virtual void OnDataReady() {}
     /// The export of data has come to its end: the run ends behind the present event.
     virtual void EndExport() = 0;
     /// The camera's dialog follows the active view.

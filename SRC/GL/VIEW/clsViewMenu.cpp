@@ -10,7 +10,7 @@
 #include "GL/VIEW/clsMainGLCanvas.h"
 
 ViewMenu_cls::ViewMenu_cls(MainGLCanvas_cls& canvas, GLCanvasCtrl_cls& ctrl) : mCanvas(canvas), mCtrl(ctrl) {
-    mCanvas.Bind(wxEVT_MENU, &ViewMenu_cls::OnMenu, this, ID_CANVAS_MOVE_TO_CAM, ID_CANVAS_VIEW_ANGLE);
+    mCanvas.Bind(wxEVT_MENU, &ViewMenu_cls::OnMenu, this, ID_CANVAS_MOVE_TO_CAM, ID_CANVAS_FIT_VIEW);
 }
 
 std::vector<ViewMenu_cls::Entry_st> ViewMenu_cls::MakeEntries(const ViewSettings_cls& view,
@@ -33,6 +33,7 @@ std::vector<ViewMenu_cls::Entry_st> ViewMenu_cls::MakeEntries(const ViewSettings
     // The path brings its own angle.
     if (!bLinked && view.GetMultiPanelMode() != 0)
         entries.push_back({ID_CANVAS_VIEW_ANGLE, _("View Angle...")});
+    entries.push_back({ID_CANVAS_FIT_VIEW, _("Fit View"), view.HasOwnCamera()});
     return entries;
 }
 
@@ -79,6 +80,10 @@ void ViewMenu_cls::OnMenu(wxCommandEvent& event) {
         break;
     case ID_CANVAS_VIEW_ANGLE:
         OnMenuViewAngle();
+        break;
+    case ID_CANVAS_FIT_VIEW:
+        mCanvas.SetThisToBeActiveGL();
+        PostMenuEvent(ID_FIT_VIEW);
         break;
     default:
         event.Skip();

@@ -33,6 +33,8 @@ public:
     int GetMultiPanelMode() const; ///< 0 one face, 1 fisheye, 2 panorama
     /// The user looks through the camera path.
     bool IsCameraLinked() const { return mDisplayMode.mValue == DISPLAY_PATH; }
+    /// The view has a camera that the user places: its own, or that along an axis.
+    bool HasOwnCamera() const { return mDisplayMode.mValue < DISPLAY_PATH; }
     CameraPath_cls* GetPLinkedCameraPath() const;
     AnchorPath_cls* GetPLinkedAnchorPath() const;
 

@@ -1,0 +1,37 @@
+#include "GL/DRAW/DrawnCloud.h"
+
+#include "GL/DRAW/clsDrawOption.h"
+#include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsGLDrawData.h"
+#include "PDATA/ParticleArrays.h"
+
+static_assert(FitCloud_st::kClasses == kParticleClasses, "a class has one look");
+
+namespace {
+
+void TakeLook(const GLAttribute_cls& attribute, float widening, FitCloud_st& cloud, int c) {
+    const unsigned type = attribute.mDrawType.mValue;
+    cloud.mbDrawn[c] = type == DRAW_POINT || type == DRAW_BILLBOARD || type == DRAW_SPHERE;
+    if (type == DRAW_POINT) return; // their size is one of the picture
+    const bool bConstant = attribute.mRadiusType.mValue == RADIUS_CONSTANT;
+    (bConstant ? cloud.mRadiusConstant : cloud.mRadiusFactor)[c] = attribute.GetRadiusFactor() * widening;
+}
+
+} // namespace
+
+FitCloud_st MakeDrawnCloud(const ParticleArrays_st& arrays, long long number,
+                           const GLAttribute_cls* const* ppAttribute) {
+    const DrawOption_cls& options = *ppAttribute[0]->mpCDrawOption;
+    FitCloud_st cloud;
+    cloud.mpPos = arrays.mpPos;
+    cloud.mpRadius = arrays.mpRadius;
+    cloud.mNumber = number;
+    cloud.mStep = options.GetDownSizing();
+    const bool bClasses = options.mClassify.mValue != 0;
+    if (bClasses) cloud.mpType = arrays.mpType;
+    const auto widening =
+        static_cast<float>(GLDrawData_cls::GetSteppingRadiusFactor(options.GetDownSizing()));
+    for (int c = 0; c < kParticleClasses; ++c)
+        TakeLook(*ppAttribute[bClasses ? c : 0], widening, cloud, c);
+    return cloud;
+}

@@ -1,0 +1,13 @@
+// What of a snapshot's particles is drawn and how large, for whoever places a camera.
+#pragma once
+
+#include "GL/BASE/ViewFit.h"
+
+class GLAttribute_cls;
+struct ParticleArrays_st;
+
+/// The particles of these arrays (places, and types and radii where there are any) as the draw options and
+/// the attributes have them drawn: hidden classes and those that downsizing leaves out don't count, points
+/// have no size. Refers to the arrays.
+FitCloud_st MakeDrawnCloud(const ParticleArrays_st& arrays, long long number,
+                           const GLAttribute_cls* const* ppAttribute);
