@@ -16,6 +16,8 @@ public:
     PreferenceGUI_cls(wxWindow* pParent, Preference_cls* pPreference, Preference_cls* pUser,
                       PDataSeqCtrl_cls* pSeqCtrl);
     void UpdateValues() override;
+    MultiInputPanel_cls* GetPCMousePanel() const { return mpCMouse; }
+    MultiInputPanel_cls* GetPCPerformancePanel() const { return mpCPerformance; }
 
 private:
     void SetMNumMouseParam(wxBoxSizer* pSizer);

@@ -214,7 +214,7 @@ TEST_F(DollyTest, gyrationAfterAMoveOfTheCentreIsNotScaledByIt) {
     Drag(0.01f, 0.02f, 0);
     mCDolly.Gyration(&mCCamera);
     mCDolly.Gyration(&fresh);
-    EXPECT_TRUE(fresh == mCCamera);
+    EXPECT_TRUE(fresh.Position_cls::operator==(mCCamera) && fresh.Direction_cls::operator==(mCCamera));
 }
 
 TEST_F(DollyTest, invertedPreferencesReverseTheWay) {
