@@ -155,8 +155,13 @@ TEST_F(Exposure, StepsOfAMotionBlurAddUpToTheirMean) {
         EXPECT_EQ(image.mCount, 1) << geometry;
         EXPECT_NEAR(double(image.mMiddle[0]), mean, 2e-3) << geometry;
         EXPECT_EQ(image.mMiddle[1], 0.0f);
-        const int size = geometry == 2 ? 4096 : Shared().GetFBOSize();
-        EXPECT_EQ(image.mSize, wxSize(size, size));
+        if (geometry == 2) {
+            const wxSize window = Canvas(0)->GetPixelSize();
+            EXPECT_EQ(std::max(image.mSize.x, image.mSize.y), 4096) << "in the shape of the window";
+            EXPECT_NEAR(double(image.mSize.x) / image.mSize.y, double(window.x) / window.y, 1e-3);
+        } else {
+            EXPECT_EQ(image.mSize, wxSize(Shared().GetFBOSize(), Shared().GetFBOSize()));
+        }
         // The next image starts clean.
         Image_st next;
         SetBackground(0.25f, 0, 0);

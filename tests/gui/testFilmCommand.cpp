@@ -139,7 +139,7 @@ TEST_F(FilmCommand, AVideoThatIsGivenUpIsTold) {
     Sequence()->mbVideo = true;
     RenderAnim({false, true});
     EXPECT_TRUE(PumpUntil(isMaking));
-    mAnswers = {false};
+    mSaveAnswers = {MESSAGE_CANCEL};
     Frame()->Close();
     EXPECT_TRUE(PumpUntil([&] { return WasTold("f.mp4 is not made yet and would be given up"); }));
     EXPECT_TRUE(isMaking()) << "the answer was no";

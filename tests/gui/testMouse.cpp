@@ -181,18 +181,18 @@ TEST_F(Mouse, MiddleDragZoomsAnAxisView) {
 
 TEST_F(Mouse, RightClickOffersTheMenuAndItsEntriesWork) {
     const wxPoint middle = Middle(Canvas(0));
-    // Up from nothing goes to the last entry.
-    ClickPopup(Canvas(0), middle, {WXK_UP, WXK_RETURN});
+    // Up from nothing goes to the last entry, "Fit View".
+    ClickPopup(Canvas(0), middle, {WXK_UP, WXK_UP, WXK_RETURN});
     EXPECT_EQ(Canvas(0)->GetGeometry(), 1) << "Toggle Perspective";
     EXPECT_TRUE(Canvas(0)->IsOrthographic());
-    ClickPopup(Canvas(0), middle, {WXK_UP, WXK_RETURN});
+    ClickPopup(Canvas(0), middle, {WXK_UP, WXK_UP, WXK_RETURN});
     EXPECT_EQ(Canvas(0)->GetGeometry(), 0);
     ClickPopup(Canvas(0), middle, {WXK_DOWN, WXK_RETURN});
     EXPECT_EQ(Canvas(0)->GetDisplayMode(), 7) << "Move to Cam Pos";
-    // The camera path brings its own geometry: there is nothing to toggle, and the last entry is grey.
+    // The camera path brings its own geometry: there is nothing to toggle, and the last two entries are grey.
     ClickPopup(Canvas(0), middle, {WXK_UP, WXK_RETURN});
     EXPECT_EQ(Canvas(0)->GetDisplayMode(), 0) << "Unlink";
-    ClickPopup(Canvas(0), middle, {WXK_UP, WXK_UP, WXK_RETURN});
+    ClickPopup(Canvas(0), middle, {WXK_UP, WXK_UP, WXK_UP, WXK_RETURN});
     EXPECT_EQ(Canvas(0)->GetDisplayMode(), 7) << "Link";
 }
 
