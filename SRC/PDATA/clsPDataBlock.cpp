@@ -1,13 +1,12 @@
 #include "PDATA/clsPDataBlock.h"
 
-#include <sys/mman.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <memory>
 
 #include <wx/intl.h>
 
+#include "COMMON/FreeMemory.h"
 #include "COMMON/Globals.h"
 #include "COMMON/ThreadStates.h"
 #include "PDATA/SnapshotHeader.h"
@@ -32,10 +31,7 @@ bool HasRoomToDraw(int number) {
     constexpr size_t kBytesOfParticle = 128;
     constexpr size_t kBytesOfPicture = size_t(128) << 20;
     const size_t bytes = size_t(std::max(number, 0)) * kBytesOfParticle + kBytesOfPicture;
-    void* memory = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (memory == MAP_FAILED) return false;
-    munmap(memory, bytes);
-    return true;
+    return IsMemoryFree(bytes);
 }
 
 } // namespace

@@ -1,16 +1,11 @@
 #include "GL/DRAW/clsGLSequence.h"
 
-#include <sys/mman.h>
-
 #include <cmath>
 #include <cstdio>
 #include <new>
 
-#include <wx/intl.h>
-
+#include "COMMON/FreeMemory.h"
 #include "COMMON/Globals.h"
-#include "COMMON/MsgBox.h"
-#include "COMMON/PictureFault.h"
 #include "GL/DRAW/DrawnCloud.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
@@ -84,14 +79,6 @@ void Dispatch(int face, GLDrawData_cls* pDraw, GLAttribute_cls** ppAttribute) {
     }
 }
 
-void TellShortMemory() {
-    const wxString text =
-        _("Memory is too short to draw this snapshot. Lower \"Memory Limit(MB)\" or close other "
-          "programs.");
-    TellPictureFault(text);
-    Notice("SnapData", text);
-}
-
 // Lists and batches take memory of their own. All is made before anything of a list is drawn, but batches
 // grow while they are: then some particles are drawn twice, which a second try may show; the picture counts
 // as faulty only where there is no room for the first one.
@@ -103,7 +90,7 @@ void DispatchInMemory(int face, GLDrawData_cls* pDraw, GLAttribute_cls** ppAttri
         } catch (const std::bad_alloc&) {
             // What the pool keeps may be enough: once more in any case.
             if (PDataSeqCtrl_cls::ReleaseForAllocation() || bAgain) continue;
-            TellShortMemory();
+            SnapData_cls::TellShortMemory();
             return;
         }
     }
@@ -115,11 +102,9 @@ bool IsRoomForOpenGL(int number) {
     constexpr size_t kBytesOfParticle = 64;
     constexpr size_t kBytesOfPicture = size_t(128) << 20;
     const size_t bytes = size_t(number) * kBytesOfParticle + kBytesOfPicture;
-    for (;;) {
-        void* memory = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-        if (memory != MAP_FAILED) return munmap(memory, bytes) == 0;
+    while (!IsMemoryFree(bytes))
         if (!PDataSeqCtrl_cls::ReleaseForAllocation()) return false;
-    }
+    return true;
 }
 
 /// No memory is taken from what is drawn.
@@ -187,7 +172,7 @@ void GLSequence_cls::DrawSnapshot(int face, PDataSnap_cls& snap, GLDrawData_cls*
         if (IsRoomForOpenGL(snap.GetParticleNumber()))
             DispatchInMemory(face, pDraw, ppAttribute);
         else
-            TellShortMemory();
+            SnapData_cls::TellShortMemory();
     }
     GDrawingPercentage.store(100);
 }

@@ -62,11 +62,7 @@ SnapData_cls::SnapData_cls(PDataBlock_cls* pBlock, GLAttribute_cls** ppAttribute
     if (mNumber == 0 || !pBlock->mbAllocated) return;
     while (!Allocate(mNumber))
         if (!PDataSeqCtrl_cls::ReleaseForAllocation(pBlock->mpCSnap)) {
-            const wxString text =
-                _("Memory is too short to draw this snapshot. Lower \"Memory Limit(MB)\" or "
-                  "close other programs.");
-            TellPictureFault(text);
-            Notice("SnapData", text);
+            TellShortMemory();
             mNumber = 0;
             return;
         }
@@ -75,6 +71,14 @@ SnapData_cls::SnapData_cls(PDataBlock_cls* pBlock, GLAttribute_cls** ppAttribute
         InterpolateNot(pBlock, ppAttribute);
     else
         InterpolateLinear(pBlock, ppAttribute, static_cast<float>(dt));
+}
+
+void SnapData_cls::TellShortMemory() {
+    const wxString text =
+        _("Memory is too short to draw this snapshot. Lower \"Memory Limit(MB)\" or close other "
+          "programs.");
+    TellPictureFault(text);
+    Notice("SnapData", text);
 }
 
 SnapData_cls::~SnapData_cls() { ReleaseData(); }

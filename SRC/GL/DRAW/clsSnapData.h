@@ -13,6 +13,8 @@ public:
     ~SnapData_cls();
     SnapData_cls(const SnapData_cls&) = delete;
     SnapData_cls& operator=(const SnapData_cls&) = delete;
+    /// To the user, and to whoever writes the picture: it can't be drawn.
+    static void TellShortMemory();
 
     /// Is this the given block at its time plus dt, with all particles that such a step wants?
     bool IsOf(const PDataBlock_cls* pBlock, double dt, int step) const;
