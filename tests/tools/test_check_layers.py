@@ -1,11 +1,14 @@
 """Each rule of tools/check_layers.py finds its own violation and nothing else."""
+import contextlib
+import io
 import pathlib
-import subprocess
 import sys
 import tempfile
 import unittest
+from unittest import mock
 
-TOOL = pathlib.Path(__file__).resolve().parents[2] / "tools" / "check_layers.py"
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "tools"))
+import check_layers  # noqa: E402
 
 HEADER = "#pragma once\n"
 
@@ -26,10 +29,10 @@ class CheckLayers(unittest.TestCase):
         path.write_text(text)
 
     def check(self):
-        result = subprocess.run([sys.executable, str(TOOL), str(self.root)],
-                                capture_output=True, text=True)
-        lines = result.stdout.splitlines()
-        return result.returncode, lines[:-1]
+        told = io.StringIO()
+        with mock.patch.object(sys, "argv", ["check_layers.py", str(self.root)]), contextlib.redirect_stdout(told):
+            status = check_layers.main()
+        return status, told.getvalue().splitlines()[:-1]
 
     def assertOneError(self, place, word):
         status, errors = self.check()
@@ -94,9 +97,6 @@ class CheckLayers(unittest.TestCase):
         self.assertOneError("SRC/APP/CMakeLists.txt:1", "fenced floors")
 
     def testDrawingShowsTheFloors(self):
-        sys.path.insert(0, str(TOOL.parent))
-        import check_layers
-
         def draw(**changed):
             lines = []
             for number, folders in reversed(list(enumerate(check_layers.FLOORS, 1))):
