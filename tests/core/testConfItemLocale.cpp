@@ -27,10 +27,11 @@ public:
         mDir = wxFileName::CreateTempFileName("morentis_locale");
         wxRemoveFile(mDir);
         wxMkdir(mDir);
-        const wxString command = "localedef -i de_DE -f UTF-8 " + mDir + "/de_DE.UTF-8 >/dev/null 2>&1";
+        // A small set of characters takes a fifth of the time of UTF-8.
+        const wxString command = "localedef -i de_DE -f ISO-8859-1 " + mDir + "/de_DE >/dev/null 2>&1";
         if (std::system(command.utf8_str()) != 0) return;
         wxSetEnv("LOCPATH", mDir);
-        Enter("de_DE.UTF-8");
+        Enter("de_DE");
     }
     ~CommaLocale_cls() {
         std::locale::global(std::locale::classic());

@@ -294,12 +294,12 @@ TEST(TextReader, WorksBeyondTwoGigabytes) {
 }
 
 TEST(TextReader, KeepsThePointUnderACommaLocale) {
-    // Built here: few systems have it.
-    const std::string german = testing::TempDir() + "de_DE.UTF-8";
-    const std::string command = "localedef -i de_DE -f UTF-8 " + german + " >/dev/null 2>&1";
+    // Built here: few systems have it. Its small set of characters takes a fifth of the time of UTF-8.
+    const std::string german = testing::TempDir() + "de_DE";
+    const std::string command = "localedef -i de_DE -f ISO-8859-1 " + german + " >/dev/null 2>&1";
     if (std::system(command.c_str()) != 0) GTEST_SKIP() << "localedef can't build a locale here";
     setenv("LOCPATH", testing::TempDir().c_str(), 1);
-    ASSERT_NE(nullptr, std::setlocale(LC_NUMERIC, "de_DE.UTF-8"));
+    ASSERT_NE(nullptr, std::setlocale(LC_NUMERIC, "de_DE"));
     ASSERT_STREQ(",", std::localeconv()->decimal_point);
     TempDir_cls dir;
     const std::string path = dir.Write("point.txt", "2.5\n1\n1.5 0x1.8p0 3.25e0 4 5 6 7 8 1 1.5nan\n");

@@ -54,6 +54,12 @@ int Picture_st::CountLit(int level) const {
     return count;
 }
 
+namespace {
+
+constexpr int kIdleMillis = 20; ///< between two idle passes where nothing comes
+
+} // namespace
+
 std::string GuiTest::Root() { return std::string(MORENTIS_TEST_ROOT) + "/"; }
 
 Main_cls* GuiTest::Hub() { return wxGetApp().GetPCMain(); }
@@ -100,12 +106,18 @@ void GuiTest::TearDown() {
 bool GuiTest::PumpUntil(const std::function<bool()>& done, int millis) {
     wxEventLoopBase* loop = wxEventLoopBase::GetActive();
     const wxStopWatch watch;
+    wxStopWatch sinceIdle;
+    bool bIdle = true; // for what the test has changed by hand
     while (true) {
         GuiEvents_cls::Watch();
-        while (loop->Pending())
+        for (; loop->Pending(); bIdle = true)
             loop->Dispatch();
         wxTheApp->ProcessPendingEvents();
-        loop->ProcessIdle();
+        // As the program's own loop: after events, and while someone asks for more. It asks every window.
+        if (bIdle || sinceIdle.Time() >= kIdleMillis) {
+            bIdle = loop->ProcessIdle();
+            sinceIdle.Start();
+        }
         if (done()) return true;
         if (watch.Time() > millis) return false;
         wxMilliSleep(2);
