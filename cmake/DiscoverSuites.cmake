@@ -1,12 +1,17 @@
 # One test of ctest for each suite of a GoogleTest program: starting the program costs more than most tests.
-#   discover_suites(<target> <name> [<label>...])    names: <name>.<Suite>; the name is a label, too
+#   discover_suites(<target> <name> [<label>...] [COST <seconds>])    names: <name>.<Suite>; the name is a label, too
+# COST: about what a suite takes; beside others the long ones begin first.
 # The program is asked for its suites each time it is built; this file is the script that asks, too.
 if(NOT CMAKE_SCRIPT_MODE_FILE)
   function(discover_suites target name)
-    string(REPLACE ";" "," labels "${name};${ARGN}")
+    cmake_parse_arguments(arg "" "COST" "" ${ARGN})
+    string(REPLACE ";" "," labels "${name};${arg_UNPARSED_ARGUMENTS}")
+    if(NOT arg_COST)
+      set(arg_COST 0)
+    endif()
     set(list ${CMAKE_CURRENT_BINARY_DIR}/${target}_suites.cmake)
     add_custom_command(TARGET ${target} POST_BUILD BYPRODUCTS ${list} VERBATIM
-                       COMMAND ${CMAKE_COMMAND} -DPROGRAM=$<TARGET_FILE:${target}> -DNAME=${name} -DLABELS=${labels} -DLIST=${list}
+                       COMMAND ${CMAKE_COMMAND} -DPROGRAM=$<TARGET_FILE:${target}> -DNAME=${name} -DLABELS=${labels} -DCOST=${arg_COST} -DLIST=${list}
                                -DFOLDER=${CMAKE_SOURCE_DIR} -P ${CMAKE_SOURCE_DIR}/cmake/DiscoverSuites.cmake)
     # A program that isn't built yet fails by a name that says so.
     file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/${target}_include.cmake
@@ -25,7 +30,7 @@ set(text "")
 foreach(suite IN LISTS suites)
   string(REGEX REPLACE "[\n.]" "" suite "${suite}")
   string(APPEND text "add_test([=[${NAME}.${suite}]=] \"${PROGRAM}\" \"--gtest_filter=${suite}.*\")\n"
-         "set_tests_properties([=[${NAME}.${suite}]=] PROPERTIES LABELS \"${LABELS}\" TIMEOUT 300 WORKING_DIRECTORY "
+         "set_tests_properties([=[${NAME}.${suite}]=] PROPERTIES LABELS \"${LABELS}\" COST ${COST} TIMEOUT 300 WORKING_DIRECTORY "
          "\"${FOLDER}\")\n")
 endforeach()
 file(WRITE ${LIST} "${text}")

@@ -30,6 +30,9 @@ std::string Read(const fs::path& path) {
 
 [[noreturn]] void Become(const std::vector<std::string>& words, const Environment& environment,
                          const std::string& folder, const Limits_st& limits) {
+    // Tests that run in the background of a script have inherited that these are ignored.
+    for (const int stop : {SIGINT, SIGQUIT, SIGTERM, SIGHUP})
+        signal(stop, SIG_DFL);
     unsetenv("DISPLAY");
     unsetenv("XAUTHORITY");
     setenv("LIBGL_ALWAYS_SOFTWARE", "1", 1);

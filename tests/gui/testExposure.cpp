@@ -52,11 +52,13 @@ protected:
         int mCount = 0;
     };
     static std::array<float, 4> Read(const FBO_cls& buffer, int x, int y) {
-        std::vector<float> pixels(size_t(buffer.GetWidth()) * size_t(buffer.GetHeight()) * 4);
+        // One pixel of sixteen million.
+        GLint texture = 0;
         buffer.BindTexture();
-        glGetTexImage(GL_TEXTURE_2D, 0, GL_RGBA, GL_FLOAT, pixels.data());
-        std::array<float, 4> pixel;
-        std::copy_n(&pixels[4 * (size_t(y) * size_t(buffer.GetWidth()) + size_t(x))], 4, pixel.begin());
+        glGetIntegerv(GL_TEXTURE_BINDING_2D, &texture);
+        std::array<float, 4> pixel{};
+        glGetTextureSubImage(GLuint(texture), 0, x, y, 0, 1, 1, 1, GL_RGBA, GL_FLOAT, sizeof pixel,
+                             pixel.data());
         return pixel;
     }
     static void Request(Image_st* pImage) {

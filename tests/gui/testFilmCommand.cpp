@@ -84,12 +84,13 @@ TEST_F(FilmCommand, WritesTheSameOfAnotherView) {
 }
 
 TEST_F(FilmCommand, WritesTheSameDome) {
-    Compare("Panel0GLGeometry=2\nPanel0GLPersAngle=180\nTimeWorkAreaMax=1\n", {false, true}, 2);
+    Compare("Panel0GLGeometry=2\nPanel0GLPersAngle=180\nTimeWorkAreaMax=0\n", {false, true}, 1);
 }
 
 TEST_F(FilmCommand, WritesTheSameMeshInAHighPicture) {
     Compare("Panel0GLGeometry=2\nPanel0GLPersAngle=180\nPanel0Distortion1\nPanel0FisheyeGrid1\n"
-            "ImgSequenceOutW=96\nImgSequenceOutH=128\nTimeUseMotionBlur=1\nTimeWorkAreaMax=0\n",
+            "ImgSequenceOutW=96\nImgSequenceOutH=128\nTimeUseMotionBlur=1\nImgSequenceBlurSteps=2\n"
+            "TimeWorkAreaMax=0\n",
             {false, true}, 1);
 }
 

@@ -7,13 +7,19 @@
 
 #include "COLORCURVE/clsColorCurve.h"
 #include "GL/VIEW/clsSharedView.h"
+#include "GL/VIEW/WideImageSize.h"
 #include "PARAM/clsParameters.h"
 
 #include "ImageTest.h"
 
 namespace {
 
-class Images : public ImageTest {};
+class Images : public ImageTest {
+protected:
+    // Software rendering: half the side that users get, which is still twice the largest picture's.
+    Images() { GWideImageSize /= 2; }
+    ~Images() override { GWideImageSize *= 2; }
+};
 
 TEST_F(Images, AFilmIsOnePictureAFrameWhateverTheWindow) {
     ASSERT_TRUE(Render());

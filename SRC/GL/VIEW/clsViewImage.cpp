@@ -20,14 +20,14 @@
 #include "GL/VIEW/clsViewOverlay.h"
 #include "GL/VIEW/clsViewScene.h"
 #include "GL/VIEW/clsViewSettings.h"
+#include "GL/VIEW/WideImageSize.h"
 #include "IMAGE/clsImageIO.h"
 #include "IMAGE/clsImgSequence.h"
 #include "TIME/clsTimeCtrl.h"
 
-namespace {
+int GWideImageSize = 4096;
 
-constexpr int kWideImageSize =
-    4096; // longer side of a fisheye's or panorama's image, whatever the faces' size
+namespace {
 
 /// A buffer for what is written on top; null where it can't be had.
 std::unique_ptr<FBO_cls> MakeOverlayBuffer(wxSize size) {
@@ -48,7 +48,7 @@ std::unique_ptr<FBO_cls> MakeOverlayBuffer(wxSize size) {
 
 /// Of a picture of `shape`: as large as the longer side allows.
 wxSize GetWideSize(wxSize shape) {
-    const double scale = double(kWideImageSize) / std::max({shape.x, shape.y, 1});
+    const double scale = double(GWideImageSize) / std::max({shape.x, shape.y, 1});
     const auto side = [scale](int pixels) { return std::max(int(std::lround(pixels * scale)), 1); };
     return wxSize(side(shape.x), side(shape.y));
 }
