@@ -66,7 +66,6 @@ public:
 
     /// Frame -1 is the current one. Prepare blocks (reader, interpolator) exactly then.
     bool IsTheFrameReady(int frame) const override;
-    bool IsTheFrameLoaded(int frame) const;
     void PrepareTheFrame(int frame) override;
     void TellPresent() const override;
     /// Start the nearest frame ahead, in play direction, that isn't ready; at most one a call.

@@ -109,6 +109,6 @@ void ConfItemList_cls::CopyListComponentFromP(ConfItemList_cls* pSrc) {
     const size_t count = std::min(mListPCItem.size(), pSrc->mListPCItem.size());
     for (size_t i = 0; i < count; ++i)
         CopyAsAnyOf<ConfItemSTR_cls, ConfItemINT_cls, ConfItemUINT_cls, ConfItemFLOAT_cls, ConfItemDOUBLE_cls,
-                    ConfItemBOOL_cls, ConfItemINTARRAY_cls, ConfItemUINTARRAY_cls, ConfItemFLOATARRAY_cls,
-                    ConfItemDOUBLEARRAY_cls, ConfItemBOOLARRAY_cls>(mListPCItem[i], pSrc->mListPCItem[i]);
+                    ConfItemBOOL_cls, ConfItemINTARRAY_cls, ConfItemFLOATARRAY_cls, ConfItemDOUBLEARRAY_cls,
+                    ConfItemBOOLARRAY_cls>(mListPCItem[i], pSrc->mListPCItem[i]);
 }

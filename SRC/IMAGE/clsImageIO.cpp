@@ -164,7 +164,7 @@ bool ImageIO_cls::SelectFile(const wxString& initialPath, wxWindow* pParent) {
                        "tiff (*.tiff)|*.tiff",
                        wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
     if (pDialog->ShowModal() != wxID_OK) return false;
-    mWXStrPath = pDialog->GetPath();
+    SetPath(pDialog->GetPath());
     return true;
 }
 

@@ -36,8 +36,6 @@ public:
     bool NormalizeName(bool bNeedsNumber);
     /// The first number so that file numbers are frame numbers.
     void CalcInitNum();
-    /// Name of the picture at the clock's position.
-    wxString GetWXStrModifiedFilename() const;
 
     /// A run is wanted: a series, or one picture (`bSnap`).
     void Begin(bool bSnap);

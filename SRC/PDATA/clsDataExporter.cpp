@@ -91,23 +91,6 @@ void DataExporter_cls::ExportFinish() {
     ShowProgress(true);
 }
 
-bool DataExporter_cls::ExportNow(const wxString& path, const SnapshotSource_st& source, bool bText,
-                                 wxString* pReason) {
-    const wxString reason = SnapshotWriter_cls::WriteFile(path, *this, bText, source);
-    if (pReason) *pReason = reason;
-    return reason.empty();
-}
-
-bool DataExporter_cls::ExportBinary(const wxString& path, const PDataBlock_cls& block, double dt, int step,
-                                    wxString* pReason) {
-    return ExportNow(path, SnapshotSource_st::Of(block, dt, step), false, pReason);
-}
-
-bool DataExporter_cls::ExportAscii(const wxString& path, const PDataBlock_cls& block, double dt, int step,
-                                   wxString* pReason) {
-    return ExportNow(path, SnapshotSource_st::Of(block, dt, step), true, pReason);
-}
-
 bool DataExporter_cls::ExportFile(const wxString& path, const PDataBlock_cls& block, double dt, int step,
                                   wxString* pReason) {
     SnapshotWriter_cls writer(path, *this, mCItemDataType.mValue == 1,

@@ -15,8 +15,6 @@ class wxWindow;
 struct LoaderDialogHooks_st {
     std::function<DataLoaderGUI_cls*(wxWindow* pParent)> mMake;
     std::function<void(DataLoaderGUI_cls* pDialog)> mOpen; ///< show in front
-    std::function<bool(const DataLoaderGUI_cls* pDialog)> mIsShown;
-    std::function<bool(DataLoaderGUI_cls* pDialog, const wxString& path)> mOpenWithCheck;
 };
 
 class DataLoader_cls : public GrammerBase_cls {
@@ -31,9 +29,6 @@ public:
     void OpenWindow(wxWindow* pParent);
     /// Open the sequence of `path` and remember it.
     void OpenDataFile(const wxString& path);
-    /// Open with the present grammar (that of the dialog's lists while it is shown), as the dialog does;
-    /// false, with a message, when the grammar can't be used.
-    bool OpenWithCheck(const wxString& path);
     /// True for a usable grammar; otherwise the user is told.
     static bool CheckGrammer(const GrammerBase_cls& grammer);
     bool ReadStrLine(const wxString& line) { return ReadStrLineAll(line); }
