@@ -88,12 +88,6 @@ wxString ConfItemList_cls::SerializeAll() {
     return text;
 }
 
-ConfItem_cls* ConfItemList_cls::GetPCItem(const wxString& key) {
-    const auto found = std::find_if(mListPCItem.begin(), mListPCItem.end(),
-                                    [&](const ConfItem_cls* item) { return item->mStrKey == key; });
-    return found == mListPCItem.end() ? nullptr : *found;
-}
-
 wxString ConfItemList_cls::GetHeaderStrFromPointer(void* pValue) {
     for (ConfItem_cls* item : mListPCItem) {
         if (IsValueOf<ConfItemINT_cls>(item, pValue) || IsValueOf<ConfItemUINT_cls>(item, pValue) ||

@@ -33,12 +33,6 @@ void ParamGroup_cls::GetInterpolatedValue(double* pOut, double doubleIndex, doub
                                           : param.GetInterpolatedValue(doubleIndex, resolution);
 }
 
-void ParamGroup_cls::GetInterpolatedValue4Fast(float* pOut, double doubleIndex, double resolution) {
-    for (size_t i = 0; i < 4; ++i)
-        pOut[i] =
-            i < mVParams.size() ? float(mVParams[i].GetInterpolatedValue(doubleIndex, resolution)) : 0.0f;
-}
-
 void ParamGroup_cls::SetKeyFrame(const double* pValues, bool bForce, double doubleIndex) {
     bool bChanged = false;
     for (size_t i = 0; i < mVParams.size(); ++i) {

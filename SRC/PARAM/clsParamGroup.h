@@ -33,8 +33,6 @@ public:
     std::vector<double> GetInterpolatedValue(double doubleIndex, double resolution = kCurrent);
     /// The same into `pOut`, which has room for every dimension. Does not allocate.
     void GetInterpolatedValue(double* pOut, double doubleIndex, double resolution);
-    /// Four dimensions, missing ones 0. Does not allocate.
-    void GetInterpolatedValue4Fast(float* pOut, double doubleIndex, double resolution);
 
     // Editing: one step each.
     /// A key in every curve as soon as one of the values is new, or anyway with `bForce`.

@@ -39,10 +39,6 @@ TEST_F(ParamGroup, ValuesAreCachedAndEvaluated) {
     EXPECT_EQ(mGroup.GetInterpolatedValue(0.5), (Doubles{0.5, 1, 1.5}));
     mGroup.mVParams[0].mCurrentValue = 9;
     EXPECT_EQ(mGroup.GetInterpolatedValue(-1.0), (Doubles{9, 1, 1.5})) << "now is what the user sees";
-    float four[4] = {7, 7, 7, 7};
-    mGroup.GetInterpolatedValue4Fast(four, 0.5, 0.0);
-    EXPECT_EQ(four[2], 1.5f);
-    EXPECT_EQ(four[3], 0.0f);
 }
 
 TEST_F(ParamGroup, AKeyInOneDimensionBringsKeysInAll) {
