@@ -8,6 +8,7 @@
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
 #include "COMMON/OnThreads.h"
+#include "PDATA/clsDataLoader.h"
 #include "PDATA/clsIDIndex.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPeriodicBoundary.h"
@@ -19,7 +20,7 @@ constexpr int kIndexFrom = 2000; // lost places from which sorting the IDs is ch
 
 /// Fill the index when so many particles changed their place that it pays.
 void MakeIDIndex(const PDataBlock_cls& block, const PDataBlock_cls& next, int number, IDIndex_cls* pIndex) {
-    if (block.mVariableNumber != 1 || !block.mpID || !next.mpID) return;
+    if (block.mVariableNumber != NUMBER_VARIABLE || !block.mpID || !next.mpID) return;
     int moved = 0;
     for (int i = 0; i < number; ++i)
         moved += block.mpID[i] != next.mpID[i] ? 1 : 0;
@@ -87,7 +88,7 @@ void ThreadInterpolator_cls::Entry() {
 void ThreadInterpolator_cls::Interpolate() const {
     const PDataBlock_cls& block = *mpCBlock;
     const PDataBlock_cls& next = *mpCNext;
-    if (block.mInterpolateType != 0 || !block.mbAllocated || !next.mbAllocated) return;
+    if (block.mInterpolateType != INTERPOLATE_LINEAR || !block.mbAllocated || !next.mbAllocated) return;
     const int number = std::min(block.mParticleNumber, next.mParticleNumber);
     const int count = GetThreadCount(block.mParticleNumber);
     const int share = number / count;
