@@ -11,14 +11,6 @@ namespace {
 using Parameters = ParamTest;
 using Doubles = std::vector<double>;
 
-TEST_F(Parameters, TheGridFollowsTheFilm) {
-    Parameters_cls::SetFrameNumber(50, 4);
-    EXPECT_DOUBLE_EQ(Parameters_cls::msResolution, 1.0 / 200);
-    EXPECT_EQ(Parameters_cls::msAnimInterp, 4);
-    Parameters_cls::SetFrameNumber(0, 3);
-    EXPECT_EQ(Parameters_cls::msResolution, 1.0);
-}
-
 TEST_F(Parameters, KeysAreFoundWithinHalfAResolution) {
     Curve curve({MakeKey(0.25, 1), MakeKey(0.5, 2, INTERP_STEP), MakeKey(0.75, 3)});
     const double r = 0.125; // binary fractions: the bounds are exact
