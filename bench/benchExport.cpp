@@ -111,7 +111,8 @@ void Run(benchmark::State& state, bool bText, double dt) {
     for (auto unused : state) {
         const double ours = Best([&] {
             unlink(particles.mPath.c_str());
-            if (!SnapshotWriter_cls::WriteFile(path, grammar, bText, particles.mSource).empty()) std::abort();
+            SnapshotWriter_cls writer(path, grammar, bText, particles.mSource);
+            if (writer.Write() != SnapshotWriter_cls::State::Written) std::abort();
         });
         struct stat facts {};
         stat(particles.mPath.c_str(), &facts);

@@ -44,11 +44,11 @@ void ParamEvaluate(benchmark::State& state) {
     ParamGroup_cls group("Bench", 4, kSuffixes, 0, true);
     FillGroup(group, unsigned(state.range(0)), int(state.range(2)));
     const std::vector<double> times = MakeTimes(state.range(1) != 0);
-    float rgba[4];
+    double rgba[4];
     const std::clock_t start = std::clock();
     for (auto _ : state) {
         for (const double t : times) {
-            group.GetInterpolatedValue4Fast(rgba, t, 0.0);
+            group.GetInterpolatedValue(rgba, t, 0.0);
             benchmark::DoNotOptimize(rgba);
         }
     }

@@ -16,11 +16,11 @@
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsSnapData.h"
 #include "GL/DRAW/clsThreadSnapInterpolate.h"
+#include "InterpolateNow.h"
 #include "PARAM/clsParamGroup.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSnap.h"
 #include "PDATA/clsPeriodicBoundary.h"
-#include "PDATA/clsThreadInterpolator.h"
 
 namespace {
 
@@ -114,8 +114,11 @@ void SetColoring(ColorCurve_cls& color, int coloring) {
     color.mbUseColorCurve.mValue = coloring != COLOR_CONSTANT && coloring != COLOR_OFF_CURVE;
     if (coloring == COLOR_SMOOTH_CURVE)
         for (Parameters_cls& param : color.mpCParamGroup->mVParams)
-            for (int k = 0; k < param.GetKeyNumber(); ++k)
-                param.ExecCommandSetKeyType(k, INTERP_HERMITE_AUTO);
+            for (int k = 0; k < param.GetKeyNumber(); ++k) {
+                KeyFrame_cls key = param.GetKeys()[size_t(k)];
+                key.mInterpType = INTERP_HERMITE_AUTO;
+                param.ExecCommandOvwtKey(k, key);
+            }
     if (coloring == COLOR_SPEED || coloring == COLOR_OFF_CURVE) color.mDependType.mValue = 6;
     color.mScalingMax.mValue = coloring == COLOR_SPEED ? 20.0f : 1.0f;
 }
@@ -149,8 +152,7 @@ void Interpolate(benchmark::State& state, Block_st& block, Block_st& next, const
     const int threads = ThreadInterpolator_cls::GetThreadCount(block.mBlock.mParticleNumber);
     for (auto _ : state) {
         const double limit = Median([&] { copy(threads); });
-        Report(state, limit,
-               Median([&] { ThreadInterpolator_cls::Interpolate(block.mBlock, next.mBlock, pBox, 1.0f); }));
+        Report(state, limit, Median([&] { InterpolateNow(block.mBlock, next.mBlock, pBox, 1.0f); }));
     }
 }
 

@@ -1,9 +1,8 @@
 #!/usr/bin/env python3
 """No class keeps over 60 methods: who reads one can hold it in mind.
 
-Counts the functions that each class of SRC's headers declares and defines elsewhere: constructors, operators
-and private ones too, but not what is deleted or defaulted, not a base's, and not those whose body stands in
-the class, which are accessors. LARGE names the classes that are over the limit and wait for being split; one
+Counts the functions that each class of SRC's headers declares: constructors, operators, accessors and private
+ones too, but not what is deleted or defaulted, and not a base's. LARGE names the classes that are over the limit and wait for being split; one
 that no longer is must be removed from it.
 
 Usage: check_classes.py [root]     exit status 1 when anything was found.
@@ -44,7 +43,7 @@ def is_method(statement):
 
 
 def body_of(text, start):
-    """The statements of the body whose brace stands at start - 1, but functions that have a body themselves."""
+    """The statements of the body whose brace stands at start - 1; of functions with a body the head."""
     statements = []
     statement = ""
     depth = 0
@@ -57,6 +56,7 @@ def body_of(text, start):
                 return statements
             depth -= 1
             if depth == 0 and is_method(statement):
+                statements.append(statement)
                 statement = ""
         elif depth == 0 and letter == ";":
             statements.append(statement)

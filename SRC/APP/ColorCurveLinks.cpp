@@ -46,7 +46,7 @@ const GLAttribute_cls* FindAttribute(Main_cls& hub, const ColorCurve_cls& curve)
 
 /// The particles that an attribute colours.
 int ClassOf(Main_cls& hub, const GLAttribute_cls& attribute) {
-    const bool bOneForAll = hub.mpCDrawOption->mClassify.mValue == 0 && attribute.mIndex == 0;
+    const bool bOneForAll = !hub.mpCDrawOption->IsClassified() && attribute.mIndex == 0;
     return bOneForAll ? ParticleScalars_st::kAllClasses : attribute.mIndex;
 }
 

@@ -15,7 +15,9 @@
 #include "APP/clsHelpMenu.h"
 #include "APP/clsImageRun.h"
 #include "APP/clsMain.h"
+#include "APP/clsRefreshCommands.h"
 #include "APP/clsShortcut.h"
+#include "APP/clsViewsMenu.h"
 #include "COLORCURVE/EDITOR/clsColorCurveCtrl.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
@@ -68,6 +70,8 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
     mpCExportRun = std::make_unique<ExportRun_cls>(*this);
     mpCEditMenu = std::make_unique<EditMenu_cls>(*this);
     mpCHelpMenu = std::make_unique<HelpMenu_cls>(*this);
+    mpCViewsMenu = std::make_unique<ViewsMenu_cls>(*this);
+    mpCRefreshCommands = std::make_unique<RefreshCommands_cls>(*this);
 
     mpCSharedView = new SharedView_cls(pMain->mpCOverlay, pMain->mpCExposure, pMain->mpCInformation);
     mpCViewFit = std::make_unique<ViewFitCtrl_cls>(*this, *mpCSharedView);
@@ -103,6 +107,8 @@ FrameMain_cls::~FrameMain_cls() {
     UpdateStatusBar_cls::Connect({});
     SetMessageHandler({});
     QueueMenuEventsTo(nullptr);
+    mpCRefreshCommands.reset();
+    mpCViewsMenu.reset();
     mpCHelpMenu.reset();
     mpCEditMenu.reset();
     mpCExportRun.reset();

@@ -28,11 +28,13 @@ class MainGLCanvas_cls;
 class PDataSeqCtrl_cls;
 class PDataSequence_cls;
 class Preference_cls;
+class RefreshCommands_cls;
 class SharedView_cls;
 class Shortcut_cls;
 class TimeCtrl_cls;
 class TopHalfPanel_cls;
 class ViewFitCtrl_cls;
+class ViewsMenu_cls;
 class wxInfoBar;
 class wxSplitterEvent;
 class wxSplitterWindow;
@@ -63,10 +65,10 @@ public:
     ImageRun_cls* GetPCImageRun() const { return mpCImageRun.get(); }
     TopHalfPanel_cls* GetPCTopHalf() const { return mpCTopHalf; }
     BtmHalfPanel_cls* GetPCBtmHalf() const { return mpCBtmHalf; }
+    GLExtraFrame_cls* GetPCExtraFrame() const { return mpCExtraFrame; }
 
     /// Frame -1 is the current one. Prepare blocks (reader, interpolator) exactly then.
     bool IsTheFrameReady(int frame) const override;
-    bool IsTheFrameLoaded(int frame) const;
     void PrepareTheFrame(int frame) override;
     void TellPresent() const override;
     /// Start the nearest frame ahead, in play direction, that isn't ready; at most one a call.
@@ -118,20 +120,8 @@ private:
     void TickRecovery();
 
     // clsFrameMainHandlers.cpp
-    void OnMenuRefreshGL(wxCommandEvent& event);
-    void OnMenuRefreshTL(wxCommandEvent& event);
-    void OnMenuRefreshSB(wxCommandEvent& event);
-    void OnMenuRefreshAttrib(wxCommandEvent& event);
-    void OnMenuRefreshDrawOptions(wxCommandEvent& event);
-    void OnMenuRefreshExposure(wxCommandEvent& event);
     void OnMenuResizedTL(wxCommandEvent& event);
     void OnMenuShortcut(wxCommandEvent& event);
-    void OnMenuSyncGLCtrl(wxCommandEvent& event);
-    void OnMenuViewPanelType(wxCommandEvent& event);
-    void OnMenuViewExtra(wxCommandEvent& event);
-    void OnMenuPlayStop(wxCommandEvent& event);
-    void OnMenuSetCameraKey(wxCommandEvent& event);
-    void OnMenuFitView(wxCommandEvent& event);
     void OnCharHook(wxKeyEvent& event);
     void OnSash(wxSplitterEvent& event);
 
@@ -154,6 +144,8 @@ private:
     std::unique_ptr<ExportRun_cls> mpCExportRun;
     std::unique_ptr<EditMenu_cls> mpCEditMenu;
     std::unique_ptr<HelpMenu_cls> mpCHelpMenu;
+    std::unique_ptr<ViewsMenu_cls> mpCViewsMenu;
+    std::unique_ptr<RefreshCommands_cls> mpCRefreshCommands;
     bool mbPlaced = false; ///< the sashes stand where they do at a start
     int mBtmFitted = -1;   ///< height at which the bottom half was fitted last
     int mBtmHeight = 150;  ///< height given to the bottom half, pixels

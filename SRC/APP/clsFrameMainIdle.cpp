@@ -109,10 +109,6 @@ bool FrameMain_cls::IsTheFrameReady(int frame) const {
     return mpCMain->IsTheIndexReady(data.mIndex, data.mFrac);
 }
 
-bool FrameMain_cls::IsTheFrameLoaded(int frame) const {
-    return mpCMain->IsTheIndexLoaded(mpCMain->mpCTimeCtrl->GetRemappedIndex(frame));
-}
-
 void FrameMain_cls::PrepareTheFrame(int frame) {
     CheckPreparePossible();
     if (frame == -1) TellPresent();

@@ -49,6 +49,7 @@ ImageRun_cls::ImageRun_cls(FrameMain_cls& frame, ConfItemList_cls& list)
     BindMenu(mFrame, this, ID_SAVE_IMAGE_SEQ, &ImageRun_cls::OnMenuSaveImageSeq);
     BindMenu(mFrame, this, ID_SAVE_IMGSEQ_BEGIN, &ImageRun_cls::OnMenuSaveImgSeqBegin);
     BindMenu(mFrame, this, ID_REFRESH_IMGSEQ, &ImageRun_cls::OnMenuRefreshImgSeq);
+    BindMenu(mFrame, this, ID_PLAY_STOP, &ImageRun_cls::OnMenuPlayStop);
 }
 
 ImageRun_cls::~ImageRun_cls() = default;
@@ -151,6 +152,16 @@ void ImageRun_cls::StopRun() {
     if (!time->mbOutputRun) return;
     if (time->IsPlaying()) time->StartPlayCommand(1);
     StopOutputs();
+}
+
+void ImageRun_cls::OnMenuPlayStop(wxCommandEvent&) {
+    TimeCtrl_cls* time = mHub.mpCTimeCtrl;
+    if (time->mbIgnoreNextStop) {
+        time->mbIgnoreNextStop = false;
+        return;
+    }
+    StopOutputs();
+    if (time->IsPlaying()) time->ProcStopPlaying();
 }
 
 void ImageRun_cls::StopOutputs() {

@@ -38,6 +38,7 @@ private:
     void OnMenuSaveImageSeq(wxCommandEvent& event);
     void OnMenuSaveImgSeqBegin(wxCommandEvent& event);
     void OnMenuRefreshImgSeq(wxCommandEvent& event);
+    void OnMenuPlayStop(wxCommandEvent& event);
     void AskBeforeSequence(MainGLCanvas_cls* pCanvas);
     void BeginVideo();
 

@@ -158,8 +158,6 @@ void Main_cls::MakeCameraPathGroup() {
     mpCParamGroupCameraPath->mpCSceneObj = mpCCameraPath;
 }
 
-wxWindow* Main_cls::GetPTopLevelWindow() const { return mpCFrameMain; }
-
 int Main_cls::GetUsedTotalMemoryMB() const { return mpCPDataSeqCtrl->mUsedMB; }
 
 int Main_cls::GetMemoryLimitMB() const { return mpCPDataSeqCtrl->mLimitMB; }

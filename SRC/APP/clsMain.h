@@ -43,8 +43,6 @@ public:
     Main_cls(const Main_cls&) = delete;
     Main_cls& operator=(const Main_cls&) = delete;
 
-    wxWindow* GetPTopLevelWindow() const;
-
     // The store, as the clock and the panels ask for it.
     int GetUsedTotalMemoryMB() const;
     int GetMemoryLimitMB() const override;

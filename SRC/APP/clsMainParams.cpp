@@ -39,7 +39,6 @@ void Main_cls::MakeTimeLines() {
     GParamHooks.mNeighbourKey = [lines](double doubleIndex, int dir) {
         return NeighbourKey(lines->ShownCurves(), doubleIndex, dir);
     };
-    GParamHooks.mStripHit = &ParamGUICtrl_cls::StripHit;
     GParamHooks.mStripTimeDepend = [lines](ParamTL_cls* pStrip, bool bTimeDepend) {
         lines->StripTimeDepend(pStrip, bTimeDepend);
     };
@@ -62,7 +61,6 @@ void Main_cls::UnlinkParamHooks() {
     GParamHooks.mMarkSnipping = nullptr;
     GParamHooks.mGroupRefresh = nullptr;
     GParamHooks.mNeighbourKey = nullptr;
-    GParamHooks.mStripHit = nullptr;
     GParamHooks.mStripTimeDepend = nullptr;
     GParamHooks.mStripRead = nullptr;
     mpCTimeCtrl->mCollectTags = nullptr;

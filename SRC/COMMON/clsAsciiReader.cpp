@@ -83,7 +83,3 @@ int AsciiReader_cls::ReadInt(const char** ppCursor, char terminator) {
     PassTerminator(ppCursor, terminator);
     return value;
 }
-
-bool AsciiReader_cls::ReadBool(const char** ppCursor, char terminator) {
-    return ReadInt(ppCursor, terminator) != 0;
-}

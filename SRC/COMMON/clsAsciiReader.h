@@ -19,5 +19,4 @@ public:
     static float ReadFloat(const char** ppCursor, char terminator);
     static int ReadInt(const char** ppCursor, char terminator);
     /// As ReadInt; true for any number but 0.
-    static bool ReadBool(const char** ppCursor, char terminator);
 };

@@ -1,4 +1,4 @@
-// Vector functions on arrays of three numbers, double or float. Angles are degrees.
+// Vector functions on arrays of three numbers, the simple ones of any type. Angles are degrees.
 #pragma once
 
 #include <cmath>
@@ -37,15 +37,11 @@ public:
 
     /// Scale v to a length. False, with v as it was, when it is zero or not finite.
     static bool Normalize(double* v, double length = 1.0);
-    static bool Normalize(float* v, float length = 1.0f);
     /// Remove from b its part along the unit vector a. False when nothing is left: all components
     /// within 1e-12 of zero, or not finite.
     static bool Orthogonalize(const double* a, double* b);
-    static bool Orthogonalize(const float* a, float* b);
     /// Turn v about a coordinate axis, 0 x, 1 y, 2 z; right-handed.
     static void Rotate(double* v, double degrees, int axis);
-    static void Rotate(float* v, float degrees, int axis);
     /// Turn v about any axis, right-handed. The axis need not have unit length; a zero one turns nothing.
     static void RotateAround(double* v, const double* axis, double degrees);
-    static void RotateAround(float* v, const float* axis, float degrees);
 };

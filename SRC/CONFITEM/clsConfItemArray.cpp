@@ -81,7 +81,6 @@ wxString ConfItemARRAY_cls<T, TYPE>::GetItemStr() {
 }
 
 template class ConfItemARRAY_cls<int, CONFITEM_INTARRAY>;
-template class ConfItemARRAY_cls<unsigned, CONFITEM_UINTARRAY>;
 template class ConfItemARRAY_cls<float, CONFITEM_FLOATARRAY>;
 template class ConfItemARRAY_cls<double, CONFITEM_DOUBLEARRAY>;
 template class ConfItemARRAY_cls<bool, CONFITEM_BOOLARRAY>;

@@ -43,7 +43,6 @@ protected:
 };
 
 extern template class ConfItemARRAY_cls<int, CONFITEM_INTARRAY>;
-extern template class ConfItemARRAY_cls<unsigned, CONFITEM_UINTARRAY>;
 extern template class ConfItemARRAY_cls<float, CONFITEM_FLOATARRAY>;
 extern template class ConfItemARRAY_cls<double, CONFITEM_DOUBLEARRAY>;
 extern template class ConfItemARRAY_cls<bool, CONFITEM_BOOLARRAY>;
@@ -53,12 +52,6 @@ class ConfItemINTARRAY_cls final : public ConfItemARRAY_cls<int, CONFITEM_INTARR
 public:
     ConfItemINTARRAY_cls() = default;
     ConfItemINTARRAY_cls(const wxString& key, const wxString& value) : ConfItemARRAY_cls(key, value) {}
-};
-
-class ConfItemUINTARRAY_cls final : public ConfItemARRAY_cls<unsigned, CONFITEM_UINTARRAY> {
-public:
-    ConfItemUINTARRAY_cls() = default;
-    ConfItemUINTARRAY_cls(const wxString& key, const wxString& value) : ConfItemARRAY_cls(key, value) {}
 };
 
 class ConfItemFLOATARRAY_cls final : public ConfItemARRAY_cls<float, CONFITEM_FLOATARRAY> {

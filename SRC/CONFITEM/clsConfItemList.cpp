@@ -88,12 +88,6 @@ wxString ConfItemList_cls::SerializeAll() {
     return text;
 }
 
-ConfItem_cls* ConfItemList_cls::GetPCItem(const wxString& key) {
-    const auto found = std::find_if(mListPCItem.begin(), mListPCItem.end(),
-                                    [&](const ConfItem_cls* item) { return item->mStrKey == key; });
-    return found == mListPCItem.end() ? nullptr : *found;
-}
-
 wxString ConfItemList_cls::GetHeaderStrFromPointer(void* pValue) {
     for (ConfItem_cls* item : mListPCItem) {
         if (IsValueOf<ConfItemINT_cls>(item, pValue) || IsValueOf<ConfItemUINT_cls>(item, pValue) ||
@@ -109,6 +103,6 @@ void ConfItemList_cls::CopyListComponentFromP(ConfItemList_cls* pSrc) {
     const size_t count = std::min(mListPCItem.size(), pSrc->mListPCItem.size());
     for (size_t i = 0; i < count; ++i)
         CopyAsAnyOf<ConfItemSTR_cls, ConfItemINT_cls, ConfItemUINT_cls, ConfItemFLOAT_cls, ConfItemDOUBLE_cls,
-                    ConfItemBOOL_cls, ConfItemINTARRAY_cls, ConfItemUINTARRAY_cls, ConfItemFLOATARRAY_cls,
-                    ConfItemDOUBLEARRAY_cls, ConfItemBOOLARRAY_cls>(mListPCItem[i], pSrc->mListPCItem[i]);
+                    ConfItemBOOL_cls, ConfItemINTARRAY_cls, ConfItemFLOATARRAY_cls, ConfItemDOUBLEARRAY_cls,
+                    ConfItemBOOLARRAY_cls>(mListPCItem[i], pSrc->mListPCItem[i]);
 }

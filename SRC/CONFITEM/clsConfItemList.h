@@ -21,8 +21,6 @@ public:
     bool ReadStrLineAll(const wxString& line);
     /// The lines of all items.
     wxString SerializeAll();
-    /// The item with exactly this key, else null.
-    ConfItem_cls* GetPCItem(const wxString& key);
     /// The key of the item whose number stands at this address, for an element of an array with
     /// "::DIM=" and its index behind; empty when there is none. Texts, bools and arrays of unsigned
     /// are not looked for.
@@ -35,9 +33,6 @@ public:
         mListPCItem.clear();
         mVDefaults.clear();
     }
-
-    size_t GetCount() const { return mListPCItem.size(); }
-    ConfItem_cls* operator[](size_t index) const { return mListPCItem[index]; }
 
 private:
     std::vector<ConfItem_cls*> mListPCItem;

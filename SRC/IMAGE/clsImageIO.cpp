@@ -8,6 +8,7 @@
 #include <wx/intl.h>
 #include <wx/utils.h>
 
+#include "COMMON/Eye.h"
 #include "COMMON/Globals.h"
 #include "COMMON/clsSplitPath.h"
 #include "GL/BASE/clsFBO.h"
@@ -164,7 +165,7 @@ bool ImageIO_cls::SelectFile(const wxString& initialPath, wxWindow* pParent) {
                        "tiff (*.tiff)|*.tiff",
                        wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
     if (pDialog->ShowModal() != wxID_OK) return false;
-    mWXStrPath = pDialog->GetPath();
+    SetPath(pDialog->GetPath());
     return true;
 }
 
@@ -172,7 +173,7 @@ void ImageIO_cls::SetFilenameStereo(int eye) {
     const SplitPath_cls split(mWXStrPath);
     wxString stem = split.mStrNoExt;
     if (stem.EndsWith("L") || stem.EndsWith("R")) stem.RemoveLast();
-    if (eye == 1) stem += "L";
-    if (eye == 2) stem += "R";
+    if (eye == EYE_LEFT) stem += "L";
+    if (eye == EYE_RIGHT) stem += "R";
     mWXStrPath = stem + split.mStrExt;
 }

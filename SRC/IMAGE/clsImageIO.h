@@ -44,7 +44,7 @@ public:
 
     /// Ask for a file; true when one was chosen.
     bool SelectFile(const wxString& initialPath, wxWindow* pParent);
-    /// The chosen file's name for an eye: 1 ends in "L", 2 in "R", 0 in neither.
+    /// The chosen file's name for an Eye: the left one's ends in "L", the right one's in "R".
     void SetFilenameStereo(int eye);
     wxString GetPath() const { return mWXStrPath; }
     void SetPath(const wxString& path) { mWXStrPath = path; }

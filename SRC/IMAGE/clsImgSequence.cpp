@@ -117,10 +117,6 @@ bool ImgSequence_cls::NormalizeName(bool bNeedsNumber) {
 
 void ImgSequence_cls::CalcInitNum() { mCInitNum.mValue = -mpCTimeCtrl->GetOffsetForImgSeq(0, 0); }
 
-wxString ImgSequence_cls::GetWXStrModifiedFilename() const {
-    return mCFileSequence.GetModifiedStr(mpCTimeCtrl->GetOffsetForImgSeq(-1, -1) + mCInitNum.mValue, 0);
-}
-
 // Steps that share a number with another share its file.
 int ImgSequence_cls::CountSteps() const {
     int frame = mpCTimeCtrl->GetWAMin();

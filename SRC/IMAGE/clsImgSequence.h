@@ -36,8 +36,6 @@ public:
     bool NormalizeName(bool bNeedsNumber);
     /// The first number so that file numbers are frame numbers.
     void CalcInitNum();
-    /// Name of the picture at the clock's position.
-    wxString GetWXStrModifiedFilename() const;
 
     /// A run is wanted: a series, or one picture (`bSnap`).
     void Begin(bool bSnap);
@@ -51,8 +49,8 @@ public:
     }
     /// The run is over, however it came.
     void OutputFinish();
-    /// Write the picture of a step. `offset` counts the steps of the film; `eye` 0, or 1 and 2 for pictures
-    /// of one eye. A step before the last written one is left as it is.
+    /// Write the picture of a step. `offset` counts the steps of the film; `eye` is an Eye. A step before the
+    /// last written one is left as it is.
     void SaveImageFromTexture(ImageIO_cls* pImageIO, const ImageBuffers_st& buffers, int offset, int eye,
                               bool bSideBySide);
     /// The outline of what the output keeps of a picture shown as a square as wide as w, in a window of w by

@@ -9,9 +9,6 @@ class ParamGroup_cls;
 class ParamTL_cls;
 class Parameters_cls;
 
-/// Steps of dragging keys with the mouse on a time-line strip.
-enum class StripDrag { START, DRAG, REGION_ORIGIN, END };
-
 struct ParamHooks_st {
     /// The living curve of this identifier, null when nobody knows it.
     std::function<Parameters_cls*(const wxString& id)> mFindParam;
@@ -19,14 +16,10 @@ struct ParamHooks_st {
     std::function<void(int frame)> mMarkSnipping;
     /// The group's panels are stale.
     std::function<void(ParamGroup_cls*)> mGroupRefresh;
-    /// The strip's key under the mouse, -1 none.
-    std::function<void(ParamTL_cls*, int key)> mStripHit;
     /// The strip's check box of time dependence.
     std::function<void(ParamTL_cls*, bool bTimeDepend)> mStripTimeDepend;
     /// The strip's curve was read from a file.
     std::function<void(ParamTL_cls*)> mStripRead;
-    /// The strip takes part in a drag; x, y in pixels.
-    std::function<void(ParamTL_cls*, StripDrag step, int x, int y)> mStripDrag;
     /// Where copied text goes.
     std::function<void(const wxString& text)> mClipboard;
     /// The nearest key before (dir -1) or behind (1) a position, over the rows of the time lines; the

@@ -1,10 +1,5 @@
 #include "PARAM/clsCommandSetValue.h"
 
-#include <algorithm>
-#include <cstdio>
-
-#include "CONFITEM/clsConfItem.h"
-
 namespace {
 enum ValueKind { KIND_FLOAT = 0, KIND_DOUBLE = 1, KIND_UNSIGNED = 2, KIND_INT = 3, KIND_TEXT = 10 };
 }
@@ -29,14 +24,5 @@ void CommandSetValue_cls::Execute(bool) {
         std::visit(
             [this](const auto& value) { *static_cast<std::decay_t<decltype(value)>*>(mpTarget) = value; },
             mValue);
-    UpdateBit();
-}
-
-CommandSetColor_cls::CommandSetColor_cls(ConfItemFLOATARRAY_cls* pItem, const float* pRgba, int updateBit)
-    : CommandItem_cls(updateBit), mpItem(pItem), mRgba{pRgba[0], pRgba[1], pRgba[2], pRgba[3]} {}
-
-void CommandSetColor_cls::Execute(bool) {
-    std::copy(mRgba, mRgba + 4, mpItem->mValue);
-    std::printf("ColorExecute Updatebit=%d\n", int(mUpdateBit));
     UpdateBit();
 }

@@ -1,4 +1,4 @@
-// Commands on plain values: a number or text behind a pointer, and a colour item.
+// Commands on plain values: a number or text behind a pointer.
 #pragma once
 
 #include <type_traits>
@@ -8,8 +8,6 @@
 
 #include "PARAM/clsCommandItem.h"
 #include "PARAM/clsUndoManager.h"
-
-class ConfItemFLOATARRAY_cls;
 
 /// Writes a value through a pointer to a variable of the value's type, which must outlive the command.
 class CommandSetValue_cls final : public CommandItem_cls {
@@ -40,15 +38,3 @@ void PushSetValue(T* pTarget, const std::common_type_t<T>& value, int updateMask
                               new CommandSetValue_cls(pTarget, *pTarget, updateMask));
     GCUndoList.ExecCurrent();
 }
-
-/// Writes four floats, RGBA, into a colour item.
-class CommandSetColor_cls final : public CommandItem_cls {
-public:
-    CommandSetColor_cls(ConfItemFLOATARRAY_cls* pItem, const float* pRgba, int updateBit);
-
-    void Execute(bool bUndo) override;
-
-private:
-    ConfItemFLOATARRAY_cls* mpItem;
-    float mRgba[4];
-};

@@ -13,10 +13,3 @@ void FilmAxis_cls::SetFrameNumber(int frames, int stepsPerFrame) {
     msAnimInterp = std::max(stepsPerFrame, 1);
     msResolution = frames < 1 ? 1.0 : 1.0 / frames / msAnimInterp;
 }
-
-double FilmAxis_cls::Quantize(double doubleIndex, unsigned n) {
-    if (n == kFilmGrid) n = msFrameNumber > 0 ? unsigned(msFrameNumber) : 0;
-    const double halves = doubleIndex * n * 2;
-    if (n == 0 || !(std::fabs(halves) < 1e15)) return 0.0;
-    return double((static_cast<long long>(halves) + 1) / 2) / n;
-}

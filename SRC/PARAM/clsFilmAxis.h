@@ -9,7 +9,6 @@
 class FilmAxis_cls {
 public:
     static constexpr double kCurrent = -1.0;
-    static constexpr unsigned kFilmGrid = unsigned(-1); ///< as a number of grid steps: the film's frames
 
     // The clock (TIME) alone writes these.
     static void SetFrameNumber(int frames, int stepsPerFrame);
@@ -22,6 +21,4 @@ public:
         return doubleIndex == kCurrent ? msCurrentDoubleIndex : doubleIndex;
     }
     static double Resolution(double r) { return r == kCurrent ? msResolution : r; }
-    /// Nearest multiple of 1/n, halves up; n kFilmGrid: frames of the film.
-    static double Quantize(double doubleIndex, unsigned n = kFilmGrid);
 };

@@ -41,18 +41,6 @@ int KeyCurve_cls::GetKeyFrameIndexToInsert(double doubleIndex, double resolution
     return int(beyond - mVKeys.begin());
 }
 
-double KeyCurve_cls::GetNextKeyPosDoubleIndex(double doubleIndex, double resolution) const {
-    return KeyAt(std::min(GetKeyFrameIndexToInsert(doubleIndex, resolution), GetKeyNumber() - 1))
-        .mDoubleIndex;
-}
-
-double KeyCurve_cls::GetPrevKeyPosDoubleIndex(double doubleIndex, double resolution) const {
-    const double limit = Time(doubleIndex) - Resolution(resolution) / 2;
-    for (int i = GetKeyNumber() - 1; i >= 0; --i)
-        if (KeyAt(i).mDoubleIndex < limit) return KeyAt(i).mDoubleIndex;
-    return 0.0;
-}
-
 int KeyCurve_cls::GetAdjacentKey(double doubleIndex, int dir) const {
     if (mVKeys.empty()) return -1;
     const double t = Time(doubleIndex);
@@ -72,4 +60,37 @@ int KeyCurve_cls::GetAdjacentKey(double doubleIndex, int dir) const {
 bool KeyCurve_cls::IsValueChanged(double doubleIndex) const {
     const double t = mbTimeDepend.mValue ? Time(doubleIndex) : 0.0;
     return mCurrentValue != Evaluate(t, msResolution);
+}
+
+bool KeyCurve_cls::SelectKeyFrameRegion(double t0, double t1, double v0, double v1, bool bToggle) {
+    bool bAny = false;
+    for (KeyFrame_cls& key : mVKeys) {
+        if (key.mDoubleIndex < std::min(t0, t1) || key.mDoubleIndex > std::max(t0, t1)) continue;
+        if (v0 != v1 && (key.mValue < std::min(v0, v1) || key.mValue > std::max(v0, v1))) continue;
+        key.mbSelected = !(bToggle && key.mbSelected);
+        bAny = true;
+    }
+    return bAny;
+}
+
+int KeyCurve_cls::OnWhichKeyFrame(double doubleIndex, double tolerance) const {
+    for (int i = 0; i < GetKeyNumber(); ++i)
+        if (std::fabs(KeyAt(i).mDoubleIndex - Time(doubleIndex)) < Resolution(tolerance)) return i;
+    return -1;
+}
+
+void KeyCurve_cls::SelectKey(int i, bool bSelected) {
+    if (IsIndex(i)) mVKeys[size_t(i)].mbSelected = bSelected;
+}
+
+void KeyCurve_cls::DeselectAll() {
+    for (KeyFrame_cls& key : mVKeys)
+        key.mbSelected = false;
+}
+
+int KeyCurve_cls::GetSelectedKeyNum() const {
+    int count = 0;
+    for (const KeyFrame_cls& key : mVKeys)
+        count += key.mbSelected;
+    return count;
 }

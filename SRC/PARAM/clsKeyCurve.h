@@ -42,8 +42,6 @@ public:
     /// First key at the position; if none and `bNearest`, the key in force there.
     int GetKeyFrameIndexFromDouble(double doubleIndex, double resolution, bool bNearest) const;
     int GetKeyFrameIndexToInsert(double doubleIndex, double resolution) const;
-    double GetNextKeyPosDoubleIndex(double doubleIndex, double resolution) const;
-    double GetPrevKeyPosDoubleIndex(double doubleIndex, double resolution) const;
     int GetAdjacentKey(double doubleIndex, int dir) const;
     double GetKeyFrameDoubleIndex(int i) const { return KeyAt(i).mDoubleIndex; }
     double GetKeyFrameValue(int i) const { return KeyAt(i).mValue; }
@@ -51,16 +49,12 @@ public:
     double GetKeyFrameValueD2(int i) const { return KeyAt(i).mValueD2; }
     bool IsValueChanged(double doubleIndex) const; ///< cached value differs from the curve
 
-    // Selection (clsKeyCurveSelect.cpp). Tests by point are strict, regions include their bounds.
+    // Selection. Regions include their bounds.
     bool SelectKeyFrameRegion(double t0, double t1, double v0, double v1, bool bToggle);
-    bool SelectKeyByXY(double doubleIndex, double value, double dT, double dV, bool bFirstOnly);
-    /// Does a selected key lie there?
-    bool SelectSelectedKeyByXY(double doubleIndex, double value, double dT, double dV) const;
     int OnWhichKeyFrame(double doubleIndex, double tolerance) const;
     void SelectKey(int i, bool bSelected);
     void DeselectAll();
     int GetSelectedKeyNum() const;
-    int GetSelectedKeyIndex() const; ///< the first one
 
     void SortKey();
     void AdjustAutoControl(); ///< automatic tangents

@@ -31,18 +31,6 @@ void KeyFrame_cls::SetValue(double value, double d1, double d2) {
     mValueD2 = d2;
 }
 
-bool KeyFrame_cls::Select(double doubleIndex, double tolerance, bool bQuery) {
-    if (!(std::fabs(doubleIndex - mDoubleIndex) < tolerance)) return false;
-    if (!bQuery) mbSelected = true;
-    return true;
-}
-
-bool KeyFrame_cls::Toggle(double doubleIndex, double tolerance) {
-    if (!Select(doubleIndex, tolerance, true)) return false;
-    mbSelected = !mbSelected;
-    return true;
-}
-
 wxString KeyFrame_cls::Serialize() const {
     // Room for the largest double with its decimals, four times over.
     char line[4 * 330];

@@ -25,11 +25,6 @@ public:
     /// Compares positions alone.
     bool operator>(const KeyFrame_cls& other) const { return mDoubleIndex > other.mDoubleIndex; }
 
-    /// True when the key lies closer to the position than the tolerance; selects it unless `bQuery`.
-    bool Select(double doubleIndex, double tolerance, bool bQuery);
-    /// The same test; inverts the selection on a hit.
-    bool Toggle(double doubleIndex, double tolerance);
-
     /// One line: position, kind, value, slope, second field, each with a blank behind it.
     wxString Serialize() const;
     /// Takes such a line; where it stops making sense the fields that follow keep what they had.

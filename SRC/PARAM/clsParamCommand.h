@@ -76,42 +76,6 @@ private:
     int mIndex;
 };
 
-/// Moves the key at `from`, else the first one within half the resolution.
-class ComParamMoveKey_cls final : public ComParamBase_cls {
-public:
-    ComParamMoveKey_cls(Parameters_cls* pParam, double from, double to, double resolution)
-        : ComParamBase_cls(pParam), mFrom(from), mTo(to), mResolution(resolution) {}
-    void Run(Parameters_cls& param) override { param.ExecCommandMoveKey(mFrom, mTo, mResolution); }
-
-private:
-    double mFrom;
-    double mTo;
-    double mResolution;
-};
-
-class ComParamSetKeyType_cls final : public ComParamBase_cls {
-public:
-    ComParamSetKeyType_cls(Parameters_cls* pParam, int i, unsigned kind)
-        : ComParamBase_cls(pParam), mIndex(i), mKind(kind) {}
-    void Run(Parameters_cls& param) override { param.ExecCommandSetKeyType(mIndex, mKind); }
-
-private:
-    int mIndex;
-    unsigned mKind;
-};
-
-/// Key numbers and the kind of each.
-class ComParamSetKeyTypeMulti_cls final : public ComParamBase_cls {
-public:
-    ComParamSetKeyTypeMulti_cls(Parameters_cls* pParam, std::vector<int> indices, std::vector<unsigned> kinds)
-        : ComParamBase_cls(pParam), mVIndices(std::move(indices)), mVKinds(std::move(kinds)) {}
-    void Run(Parameters_cls& param) override { param.ExecCommandSetKeyTypeMulti(mVIndices, mVKinds); }
-
-private:
-    std::vector<int> mVIndices;
-    std::vector<unsigned> mVKinds;
-};
-
 /// Leaves one key of kind 1.
 class ComParamClearKey_cls final : public ComParamBase_cls {
 public:

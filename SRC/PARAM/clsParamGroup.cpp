@@ -33,12 +33,6 @@ void ParamGroup_cls::GetInterpolatedValue(double* pOut, double doubleIndex, doub
                                           : param.GetInterpolatedValue(doubleIndex, resolution);
 }
 
-void ParamGroup_cls::GetInterpolatedValue4Fast(float* pOut, double doubleIndex, double resolution) {
-    for (size_t i = 0; i < 4; ++i)
-        pOut[i] =
-            i < mVParams.size() ? float(mVParams[i].GetInterpolatedValue(doubleIndex, resolution)) : 0.0f;
-}
-
 void ParamGroup_cls::SetKeyFrame(const double* pValues, bool bForce, double doubleIndex) {
     bool bChanged = false;
     for (size_t i = 0; i < mVParams.size(); ++i) {
@@ -85,23 +79,6 @@ void ParamGroup_cls::Flip() {
         param.Flip();
 }
 
-bool ParamGroup_cls::DeleteSelectedKey() {
-    const UndoBlock_cls block(Parameters_cls::msbUndoCommandMake);
-    bool bAny = false;
-    for (Parameters_cls& param : mVParams)
-        bAny |= param.DeleteSelectedKey();
-    return bAny;
-}
-
-bool ParamGroup_cls::MoveSelectedKeyByXY(double dT, double dV, double resolution, double tMin, double tMax,
-                                         double vMin, double vMax) {
-    const UndoBlock_cls block(Parameters_cls::msbUndoCommandMake);
-    bool bAny = false;
-    for (Parameters_cls& param : mVParams)
-        bAny |= param.MoveSelectedKeyByXY(dT, dV, resolution, tMin, tMax, vMin, vMax);
-    return bAny;
-}
-
 void ParamGroup_cls::CopyFromP(ParamGroup_cls* pSrc) {
     if (pSrc->mVParams.size() != mVParams.size()) return;
     const UndoBlock_cls block(Parameters_cls::msbUndoCommandMake);
@@ -112,7 +89,6 @@ void ParamGroup_cls::CopyFromP(ParamGroup_cls* pSrc) {
 void ParamGroup_cls::CopyParamGroupFromP(const ParamGroup_cls* pSrc) {
     mName = pSrc->mName;
     mID = pSrc->mID;
-    mSelectedDim = pSrc->mSelectedDim;
     mbFolder = pSrc->mbFolder;
     mbOpen = pSrc->mbOpen;
     mbLinked = pSrc->mbLinked;
@@ -131,21 +107,6 @@ void ParamGroup_cls::Swap(int n) {
     for (size_t i = 0; i + 1 < size_t(n); ++i)
         mVParams[i].CopyParameterFromP(&mVParams[i + 1]);
     mVParams[size_t(n) - 1].CopyParameterFromP(&first);
-}
-
-bool ParamGroup_cls::IsKeyFrameAll(double doubleIndex) const {
-    return std::all_of(mVParams.begin(), mVParams.end(),
-                       [&](const Parameters_cls& param) { return param.IsKeyFrame(doubleIndex); });
-}
-
-bool ParamGroup_cls::SelectKeyByXY(double doubleIndex, double value, double dT, double dV, bool bFirstOnly) {
-    bool bAny = false;
-    for (int i = 0; i < GetDimension(); ++i) {
-        if (mSelectedDim != -1 && mSelectedDim != i) continue;
-        bAny |= mVParams[size_t(i)].SelectKeyByXY(doubleIndex, value, dT, dV, bFirstOnly);
-        if (bAny && bFirstOnly) break;
-    }
-    return bAny;
 }
 
 void ParamGroup_cls::ReplaceID(const wxString& from, const wxString& to) {
@@ -176,11 +137,6 @@ wxString ParamGroup_cls::GetStrExpression() const {
 
 void ParamGroup_cls::Export() const {
     if (GParamHooks.mClipboard) GParamHooks.mClipboard(GetStrExpression());
-}
-
-void ParamGroup_cls::CheckSnippingTag(std::vector<bool>* pTags) const {
-    for (const Parameters_cls& param : mVParams)
-        param.CheckSnippingTag(pTags);
 }
 
 wxString ParamGroup_cls::Serialize() {

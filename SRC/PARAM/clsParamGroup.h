@@ -33,8 +33,6 @@ public:
     std::vector<double> GetInterpolatedValue(double doubleIndex, double resolution = kCurrent);
     /// The same into `pOut`, which has room for every dimension. Does not allocate.
     void GetInterpolatedValue(double* pOut, double doubleIndex, double resolution);
-    /// Four dimensions, missing ones 0. Does not allocate.
-    void GetInterpolatedValue4Fast(float* pOut, double doubleIndex, double resolution);
 
     // Editing: one step each.
     /// A key in every curve as soon as one of the values is new, or anyway with `bForce`.
@@ -45,19 +43,12 @@ public:
     void InsertKey(int dim, double doubleIndex, double value);
     void SetTimeDependent(bool bTimeDepend);
     void Flip();
-    bool DeleteSelectedKey();
-    bool MoveSelectedKeyByXY(double dT, double dV, double resolution, double tMin, double tMax, double vMin,
-                             double vMax);
     /// Take the curves of a group of the same dimension.
     void CopyFromP(ParamGroup_cls* pSrc);
     /// Take names, flags and curves; no step.
     void CopyParamGroupFromP(const ParamGroup_cls* pSrc);
     /// The first n curves move down by one, the first becomes the n-th.
     void Swap(int n);
-
-    bool IsKeyFrameAll(double doubleIndex) const;
-    /// In the selected dimension or all; `bFirstOnly` stops at the first hit.
-    bool SelectKeyByXY(double doubleIndex, double value, double dT, double dV, bool bFirstOnly);
 
     /// In the identifiers of the group, its curves and all children.
     void ReplaceID(const wxString& from, const wxString& to);
@@ -67,7 +58,6 @@ public:
     /// All dimensions in scene language.
     wxString GetStrExpression() const;
     void Export() const; ///< puts that on the clipboard
-    void CheckSnippingTag(std::vector<bool>* pTags) const;
     wxString Serialize();
     wxString SerializeChilds();
     /// True when the line was this group's first one and its block was read.
@@ -80,7 +70,6 @@ public:
     wxString mID;
     ParamGUICtrl_cls* mpCParamGUICtrl = nullptr;
     SceneObj_cls* mpCSceneObj = nullptr; ///< the object that the group animates
-    int mSelectedDim = -1;               ///< for selection by point; -1 all
     bool mbFolder;
     bool mbOpen = true;
     bool mbLinked = true; ///< key edits on one dimension act on all

@@ -66,10 +66,6 @@ void Parameters_cls::CopyCurveFromP(const Parameters_cls& src) {
     DefineConfList();
 }
 
-void Parameters_cls::GroupRefresh() {
-    if (mpCParamGroup && GParamHooks.mGroupRefresh) GParamHooks.mGroupRefresh(mpCParamGroup);
-}
-
 void Parameters_cls::CheckSnippingTag(std::vector<bool>* pTags) const {
     for (const KeyFrame_cls& key : mVKeys) {
         const double frame = std::trunc(msFrameNumber * key.mDoubleIndex + 0.1);
@@ -85,11 +81,6 @@ wxString Parameters_cls::GetClipboardText() const {
         if (key.mbSelected) keys += key.Serialize();
     if (keys.empty()) return keys;
     return "Parameter_" + mName + "\nitemnum " + ConfNumberToText(GetSelectedKeyNum()) + "\n" + keys;
-}
-
-void Parameters_cls::CopyKeyFrameToClipBoard() const {
-    const wxString text = GetClipboardText();
-    if (!text.empty() && GParamHooks.mClipboard) GParamHooks.mClipboard(text);
 }
 
 wxString Parameters_cls::Serialize() {

@@ -7,11 +7,16 @@
 
 #include "PARAM/ParamHooks.h"
 #include "PARAM/clsParamCommand.h"
+#include "PARAM/clsParamGroup.h"
 #include "PARAM/clsUndoManager.h"
 
 namespace {
+
 // Where a key goes to be deleted: behind all others.
 constexpr double kSentinel = 255.0;
+
+bool IsLinked(const ParamGroup_cls* pGroup) { return pGroup && pGroup->mbLinked; }
+
 } // namespace
 
 void Parameters_cls::Perform(ComParamBase_cls* pRedo, ComParamBase_cls* pUndo) {
@@ -31,10 +36,6 @@ void Parameters_cls::Perform(ComParamBase_cls* pRedo, ComParamBase_cls* pUndo) {
     trial.mpCParamTL = nullptr;
     pUndo->Run(trial);
     pUndo->NoteDifferences(before, trial.mVKeys);
-}
-
-void Parameters_cls::InitSet(double value) {
-    Perform(new ComParamClearKey_cls(this, value, 0.0), new ComParamMemento_cls(this));
 }
 
 void Parameters_cls::InsertKey(double doubleIndex, double value, double d1, double d2) {
@@ -78,32 +79,8 @@ void Parameters_cls::SetKey(const KeyFrame_cls& key, double resolution) {
     Perform(new ComParamSetKeyC_cls(this, key), new ComParamDelKey_cls(this, place));
 }
 
-void Parameters_cls::SetKeyType(int i, int kind) {
-    if (!IsIndex(i) || KeyAt(i).mInterpType == unsigned(kind)) return;
-    Perform(new ComParamSetKeyType_cls(this, i, unsigned(kind)),
-            new ComParamSetKeyType_cls(this, i, KeyAt(i).mInterpType));
-}
-
-void Parameters_cls::SetKeyTypeMulti(unsigned kind) {
-    std::vector<int> indices;
-    std::vector<unsigned> oldKinds;
-    for (int i = 0; i < GetKeyNumber(); ++i) {
-        if (!KeyAt(i).mbSelected) continue;
-        indices.push_back(i);
-        oldKinds.push_back(KeyAt(i).mInterpType);
-    }
-    if (indices.empty()) return;
-    const std::vector<unsigned> newKinds(indices.size(), kind);
-    Perform(new ComParamSetKeyTypeMulti_cls(this, indices, newKinds),
-            new ComParamSetKeyTypeMulti_cls(this, indices, oldKinds));
-}
-
 bool Parameters_cls::DeleteKey(double doubleIndex, double resolution) {
-    const int i = GetKeyFrameIndexFromDouble(doubleIndex, resolution, false);
-    return DeleteKeyNumber(GetKeyNumber() == 1 ? 0 : i);
-}
-
-bool Parameters_cls::DeleteKeyNumber(int i) {
+    const int i = GetKeyNumber() == 1 ? 0 : GetKeyFrameIndexFromDouble(doubleIndex, resolution, false);
     if (!IsIndex(i)) return false;
     if (GetKeyNumber() == 1) {
         // A curve keeps its last key, but at the start and with no step to take back.
@@ -117,44 +94,20 @@ bool Parameters_cls::DeleteKeyNumber(int i) {
     return true;
 }
 
-bool Parameters_cls::DeleteSelectedKey() {
+void Parameters_cls::InsertKeyQueue(double doubleIndex) {
+    if (IsLinked(mpCParamGroup))
+        mpCParamGroup->InsertKey(-1, doubleIndex, ParamGroup_cls::kNoValue);
+    else
+        InsertKey(doubleIndex, 0.0, 0.0, 0.0);
+}
+
+bool Parameters_cls::DeleteKeyQueue(double doubleIndex) {
+    if (!IsLinked(mpCParamGroup)) return DeleteKey(doubleIndex, kCurrent);
     const UndoBlock_cls block(msbUndoCommandMake);
     bool bAny = false;
-    for (int i = 0; i < GetKeyNumber();) {
-        // By number: in a film made shorter another key may stand at the same place.
-        const bool bGone = KeyAt(i).mbSelected && GetKeyNumber() > 1 && DeleteKeyNumber(i);
-        bAny |= bGone;
-        if (!bGone) ++i;
-    }
-    if (GetKeyNumber() != 1 || !KeyAt(0).mbSelected) return bAny;
-    if (!bAny) return DeleteKeyNumber(0);
-    // The last of several goes to the start as part of the step, or undo would bring the others back
-    // around a key in the wrong place.
-    KeyFrame_cls atStart = KeyAt(0);
-    atStart.mDoubleIndex = 0.0;
-    Perform(new ComParamOvwtKeyC_cls(this, 0, atStart), new ComParamOvwtKeyC_cls(this, 0, KeyAt(0)));
+    for (Parameters_cls& param : mpCParamGroup->mVParams)
+        bAny |= param.DeleteKey(doubleIndex, kCurrent);
     return bAny;
-}
-
-void Parameters_cls::RemapKeys(double factor) {
-    const UndoBlock_cls block(msbUndoCommandMake);
-    const bool bFront = factor < 1.0;
-    for (int i = bFront ? 0 : GetKeyNumber() - 1; IsIndex(i);) {
-        const double at = KeyAt(i).mDoubleIndex;
-        const int result = at == 0.0 ? 0 : MoveKey(i, at * (factor - 1.0));
-        // Walking from the front, a key that went leaves the next one in its place.
-        if (!bFront)
-            --i;
-        else if (!(result & 2))
-            ++i;
-    }
-}
-
-void Parameters_cls::RemapKeyFrame(int a, int b) {
-    const double factor = b == 0 ? -1.0 : double(a) / b;
-    if (factor < 0.0) return; // would turn the order round
-    for (KeyFrame_cls& key : mVKeys)
-        key.mDoubleIndex *= factor;
 }
 
 void Parameters_cls::Flip() {
@@ -193,18 +146,6 @@ void Parameters_cls::ExecCommandOvwtKey(int i, const KeyFrame_cls& key) {
     AdjustAutoControl();
 }
 
-void Parameters_cls::ExecCommandMoveKey(double from, double to, double resolution) {
-    // The key itself rather than one that merely lies near.
-    const auto exact = std::find_if(mVKeys.begin(), mVKeys.end(),
-                                    [from](const KeyFrame_cls& key) { return key.mDoubleIndex == from; });
-    const int i = exact == mVKeys.end() ? GetKeyFrameIndexFromDouble(from, resolution, false)
-                                        : int(exact - mVKeys.begin());
-    if (i < 0) return;
-    mVKeys[size_t(i)].mDoubleIndex = to;
-    SortKey();
-    AdjustAutoControl();
-}
-
 void Parameters_cls::ExecCommandDeleteKey(int i) {
     if (!IsIndex(i)) return;
     std::rotate(mVKeys.begin() + i, mVKeys.begin() + i + 1, mVKeys.end());
@@ -218,19 +159,6 @@ void Parameters_cls::ExecCommandDeleteKey(int i) {
 void Parameters_cls::ExecCommandSetKeys(std::vector<KeyFrame_cls> keys) {
     mVKeys = std::move(keys);
     SortKey();
-    AdjustAutoControl();
-}
-
-void Parameters_cls::ExecCommandSetKeyType(int i, unsigned kind) {
-    if (!IsIndex(i)) return;
-    mVKeys[size_t(i)].mInterpType = kind;
-    AdjustAutoControl();
-}
-
-void Parameters_cls::ExecCommandSetKeyTypeMulti(const std::vector<int>& indices,
-                                                const std::vector<unsigned>& kinds) {
-    for (size_t k = 0; k < indices.size() && k < kinds.size(); ++k)
-        if (IsIndex(indices[k])) mVKeys[size_t(indices[k])].mInterpType = kinds[k];
     AdjustAutoControl();
 }
 

@@ -10,7 +10,7 @@ class GrammerBase_cls;
 
 struct GrammarGuess_st {
     bool mbFound = false;
-    int mDataType = 0;              ///< 0 binary, 1 text
+    int mDataType = 0;              ///< a DataType
     std::vector<int> mHead, mBody;  ///< item codes, 16 at most each
     std::vector<wxString> mReasons; ///< what led to the guess, a sentence each
     /// The first three records, or fewer: for each number a cell "name=value" as it would be read.

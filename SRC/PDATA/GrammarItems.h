@@ -29,22 +29,29 @@ struct GrammarItem_st {
 inline bool IsHeadDummy(int code) { return code >= HEAD_DUMMY && code <= HEAD_DUMMY10; }
 inline bool IsBodyDummy(int code) { return code >= BODY_DUMMY && code <= BODY_DUMMY10; }
 
+/// What is passed over, in heads and records alike.
+inline constexpr GrammarItem_st kDummyItems[] = {
+    {"Dummy", "Dummy", "float", 1},
+    {"Dummy*3", "Dummy*3", "float*3", 3},
+    {"Dummy*10", "Dummy*10", "float*10", 10},
+};
+
 /// By code.
 inline constexpr GrammarItem_st kHeadItems[] = {
     {"Time", "Time", "float", 1},
     {"Number", "Number", "integer", 1},
-    {"Dummy", "Dummy", "float", 1},
-    {"Dummy*3", "Dummy*3", "float*3", 3},
-    {"Dummy*10", "Dummy*10", "float*10", 10},
+    kDummyItems[0],
+    kDummyItems[1],
+    kDummyItems[2],
 };
 
 /// By code. "Raius" is how the menu spells it.
 inline constexpr GrammarItem_st kBodyItems[] = {
     {"x y z", "XYZ", "float*3", 3},
     {"Vx Vy Vz", "VxVyVz", "float*3", 3},
-    {"Dummy", "Dummy", "float", 1},
-    {"Dummy*3", "Dummy*3", "float*3", 3},
-    {"Dummy*10", "Dummy*10", "float*10", 10},
+    kDummyItems[0],
+    kDummyItems[1],
+    kDummyItems[2],
     {"Radius", "Raius", "float", 1},
     {"ID", "ID", "integer", 1},
     {"Type", "Type", "integer[0-3]", 1},

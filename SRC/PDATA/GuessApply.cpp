@@ -74,7 +74,7 @@ void Take(const GuessOffer_st& offer, Settings_st* pSettings, GuessLooks_st* pLo
         break;
     case GuessOfferKind::Periodic:
         pSettings->mPeriodic = offer.mChoice;
-        if (offer.mChoice == 0) break;
+        if (offer.mChoice == PERIODIC_NONE) break;
         pSettings->mSize = {1, 1, 1};
         pSettings->mBox = offer.mBox;
         break;

@@ -169,7 +169,7 @@ void CutAtWords(const std::vector<std::string>& lines, const Sections_st& sectio
 
 GrammarGuess_st GuessItemText(const std::vector<std::string>& lines) {
     GrammarGuess_st guess;
-    guess.mDataType = 1;
+    guess.mDataType = DATA_TEXT;
     const Sections_st sections = ReadSections(lines);
     guess.mStrProblem = sections.mStrProblem;
     if (!guess.mStrProblem.empty()) return guess;

@@ -10,8 +10,9 @@
 #include "PDATA/GrammarGuess.h"
 #include "PDATA/GuessParticles.h"
 #include "PDATA/GuessSample.h"
+#include "PDATA/clsDataLoader.h"
 #include "PDATA/clsFileSequence.h"
-#include "PDATA/clsGrammerBase.h"
+#include "PDATA/clsPeriodicBoundary.h"
 
 const std::array<std::array<float, 3>, 4> kGuessColors = {
     {{1.0f, 0.98f, 0.5f}, {0.94f, 0.38f, 0.05f}, {0.35f, 0.8f, 1.0f}, {0.4f, 0.28f, 0.66f}}};
@@ -92,8 +93,9 @@ private:
     }
     void AddMotion(bool bLinear, unsigned number, const wxString& reason, const wxString& numberReason) {
         static const wxString sNumbers[] = {_("Constant"), _("Variable"), _("Sort by ID")};
-        Add(GuessOfferKind::Interpolation, _("Interpolation"), bLinear ? 0 : 2,
-            bLinear ? _("Linear") : _("No Interpolate"), reason);
+        Add(GuessOfferKind::Interpolation, _("Interpolation"),
+            bLinear ? INTERPOLATE_LINEAR : INTERPOLATE_NONE, bLinear ? _("Linear") : _("No Interpolate"),
+            reason);
         Add(GuessOfferKind::ParticleNumber, _("Particle Number"), number, sNumbers[number], numberReason);
     }
 
@@ -102,7 +104,7 @@ private:
                             [](const Looked_st& file) { return HasUsableIds(file.mSample); });
         if (mFiles.size() < 2) {
             if (mbIds)
-                AddMotion(true, 1, _("Particles go straight to their places in the next file."),
+                AddMotion(true, NUMBER_VARIABLE, _("Particles go straight to their places in the next file."),
                           _("There is no second file to compare; by their IDs particles are found in any."));
             return;
         }
@@ -122,21 +124,21 @@ private:
         const wxString linear = _("Particles are found again, and go straight to their next places.");
         const wxString name = other->mStrName;
         if (order == GuessOrder::Same)
-            AddMotion(true, 0, linear,
+            AddMotion(true, NUMBER_CONSTANT, linear,
                       wxString::Format(_("%s has the same IDs in the same order."), mFiles.back().mStrName));
         else if (order == GuessOrder::Shuffled)
             AddMotion(
-                true, 2, linear,
+                true, NUMBER_SORTED, linear,
                 wxString::Format(_("%s has its IDs in another order, too far for a search. Positions are "
                                    "sorted, other columns are not."),
                                  name));
         else if (first.mNumber != other->mSample.mNumber)
-            AddMotion(true, 1, linear,
+            AddMotion(true, NUMBER_VARIABLE, linear,
                       wxString::Format(_("Particles come and go: %d here, %d in %s. They are found by ID."),
                                        first.mNumber, other->mSample.mNumber, name));
         else
             AddMotion(
-                true, 1, linear,
+                true, NUMBER_VARIABLE, linear,
                 wxString::Format(_("%s has other IDs or another order. Particles are found by ID."), name));
         mbSorted = order == GuessOrder::Shuffled;
     }
@@ -149,7 +151,7 @@ private:
             (bSame ? wxString::Format(_("In %s each particle is near its place here, in the same order."),
                                       next.mStrName)
                    : wxString::Format(_("In %s other particles stand in these places."), next.mStrName));
-        AddMotion(bSame, 0,
+        AddMotion(bSame, NUMBER_CONSTANT,
                   bSame ? _("Particles go straight to their places in the next file.")
                         : _("Particles can't be followed from file to file."),
                   number);
@@ -182,18 +184,22 @@ private:
     }
     void AddBox(const GuessBox_st& box, const wxString& extra) {
         const auto& p = box.mbPeriodic;
-        const unsigned type = !box.mbTold || (p[0] && p[1] && p[2]) ? 2 : p[0] && p[1] ? 1 : 0;
+        PeriodicType type = PERIODIC_NONE;
+        if (!box.mbTold || (p[0] && p[1] && p[2]))
+            type = PERIODIC_XYZ;
+        else if (p[0] && p[1])
+            type = PERIODIC_XY;
         static const wxString sTypes[] = {_("No Periodic Boundary Condition"), _("Periodic in x-y plane"),
                                           _("Periodic in xyz space")};
         wxString reason = _("The header has a box that is periodic along these axes.");
         if (!box.mbTold) reason = _("The header has a box, but doesn't say whether it is periodic.");
-        if (type == 0)
+        if (type == PERIODIC_NONE)
             reason = p[0] || p[1] || p[2]
                          ? _("The header's box is periodic along other axes than x and y, or all three.")
                          : _("The header's box has no periodic sides.");
         GuessOffer_st& offer = Add(GuessOfferKind::Periodic, _("Boundary"), type, sTypes[type], reason);
         offer.mbTicked = box.mbTold;
-        if (type == 0) return;
+        if (type == PERIODIC_NONE) return;
         offer.mStrReason += extra;
         for (size_t k = 0; k < 3; ++k)
             for (size_t i = 0; i < 3; ++i)

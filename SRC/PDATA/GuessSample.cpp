@@ -96,8 +96,8 @@ std::optional<Record_st> FromText(const char* pLine, const char* pEnd, const Lay
 class Sampler_cls {
 public:
     Sampler_cls(const GrammerBase_cls& grammar, const wxString& path, GuessSample_st* pSample)
-        : mbText(grammar.mCItemDataType.mValue == 1), mLayout(MakeLayout(grammar.GetBodyGrammer())),
-          mPath(path), mSample(*pSample) {
+        : mbText(grammar.IsText()), mLayout(MakeLayout(grammar.GetBodyGrammer())), mPath(path),
+          mSample(*pSample) {
         mRecordBytes = static_cast<size_t>(grammar.GetRecordByte());
         mStart = ReadFileStart(path, kFirstBytes);
         mBegin =

@@ -217,7 +217,7 @@ GrammarGuess_st GuessText(const FileStart_st& start, const GrammerBase_cls& pres
     const std::vector<std::string> lines = SampleLines(start);
     if (HasItemSections(lines)) return GuessItemText(lines);
     GrammarGuess_st guess;
-    guess.mDataType = 1;
+    guess.mDataType = DATA_TEXT;
     const size_t first = FindFirstData(lines);
     if (first >= lines.size()) {
         guess.mStrProblem =

@@ -74,8 +74,6 @@ const std::vector<ParticleScalar_st> kParticleScalars = {
 
 } // namespace
 
-const std::vector<ParticleScalar_st>& ParticleScalars_st::GetTable() { return kParticleScalars; }
-
 std::vector<wxString> ParticleScalars_st::GetLabels() {
     std::vector<wxString> labels;
     for (const ParticleScalar_st& scalar : kParticleScalars)

@@ -26,9 +26,7 @@ struct ParticleScalar_st {
 struct ParticleScalars_st {
     static constexpr int kAllClasses = -1;
 
-    /// The table, in the order of its values.
-    static const std::vector<ParticleScalar_st>& GetTable();
-    /// Their labels, translated.
+    /// Their labels, translated, in the order of the table.
     static std::vector<wxString> GetLabels();
     /// Null for a value that files may hold but no scalar has: it counts as computed and is 0.
     static const ParticleScalar_st* Find(unsigned depend);

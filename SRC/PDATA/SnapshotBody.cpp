@@ -59,8 +59,8 @@ SnapshotBody_st MakeSnapshotBody(const DataLoader_cls& loader, const wxString& p
     std::copy_n(loader.mCItemTranslate.mValue, 3, job.mAdjust.mTranslate);
     job.mAdjust.mScale = loader.mCItemScale.mValue;
     job.mAdjust.mScaleValue = loader.mCItemScaleValue1.mValue;
-    job.mAdjust.mbLogarithm = loader.mCItemLogarithm.mValue == 1;
-    job.mbSortById = loader.mCItemVariableNumber.mValue == 2;
+    job.mAdjust.mbLogarithm = loader.mCItemLogarithm.mValue == VALUE1_LOG10;
+    job.mbSortById = loader.mCItemVariableNumber.mValue == NUMBER_SORTED;
     return job;
 }
 
@@ -69,7 +69,7 @@ std::string ReadSnapshotBody(const SnapshotBody_st& job) {
     const size_t number = static_cast<size_t>(job.mNumber);
     std::string damage;
     try {
-        damage = job.mDataType == 1 ? TextReader_cls(job).Read() : BinaryReader_cls(job).Read();
+        damage = job.mDataType == DATA_TEXT ? TextReader_cls(job).Read() : BinaryReader_cls(job).Read();
     } catch (const std::bad_alloc&) {
         ClearParticles(job.mArrays, ~0u, 0, number);
         damage = job.mPath + ": No memory to read the file, its particles are zero";

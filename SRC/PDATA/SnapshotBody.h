@@ -14,7 +14,7 @@ class wxString;
 /// All that a body reader needs to know, copied before it starts.
 struct SnapshotBody_st {
     std::string mPath;      ///< as the file system knows it
-    int mDataType = 0;      ///< 1 text, else binary
+    int mDataType = 0;      ///< a DataType
     std::vector<int> mBody; ///< the record's codes
     bool mbDefaultBody = false;
     long long mHeaderBytes = 0; ///< bytes before the first record

@@ -98,7 +98,7 @@ wxString CheckNumber(long long number, long long bytes) {
 } // namespace
 
 SnapshotHeader_st ReadSnapshotHeader(const GrammerBase_cls& grammar, const wxString& path) {
-    const bool bText = grammar.mCItemDataType.mValue == 1;
+    const bool bText = grammar.IsText();
     SnapshotHeader_st header;
     header.mbHasTime = grammar.IsItemExistHead(HEAD_TIME);
     const FileStart_st start = ReadFileStart(path, kHeadMax);

@@ -75,13 +75,6 @@ SnapshotWriter_cls::State SnapshotWriter_cls::Write(long millis) {
 
 int SnapshotWriter_cls::GetPercent() const { return mCount > 0 ? int(100 * mDone / mCount) : 100; }
 
-wxString SnapshotWriter_cls::WriteFile(const wxString& path, const GrammerBase_cls& grammar, bool bText,
-                                       const SnapshotSource_st& source) {
-    SnapshotWriter_cls writer(path, grammar, bText, source);
-    writer.Write();
-    return writer.GetReason();
-}
-
 // 16 codes at most: the buffer is far larger.
 void SnapshotWriter_cls::PutHeader() {
     const auto time = static_cast<float>(mSource.GetTime());

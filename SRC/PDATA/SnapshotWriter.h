@@ -54,10 +54,6 @@ public:
     /// The frame has no particles, and the empty file that tells so stands there.
     bool IsEmptyFrame() const { return mbEmptyFrame; }
 
-    /// A whole file at once; empty on success, else the reason.
-    static wxString WriteFile(const wxString& path, const GrammerBase_cls& grammar, bool bText,
-                              const SnapshotSource_st& source);
-
 private:
     void PutHeader();
     void PutPiece();

@@ -64,8 +64,7 @@ bool DataExporter_cls::ExportData(const SnapshotSource_st& source, int frame) {
     // Between two slices the data may have gone, or come back elsewhere: the file begins anew.
     if (!mpCWriter || mWriterFrame != frame || !mpCWriter->GetSource().IsSame(source)) {
         mpCWriter.reset(); // it may bear the same name
-        mpCWriter = std::make_unique<SnapshotWriter_cls>(GetWXStrModifiedFilename(), *this,
-                                                         mCItemDataType.mValue == 1, source);
+        mpCWriter = std::make_unique<SnapshotWriter_cls>(GetWXStrModifiedFilename(), *this, IsText(), source);
         mWriterFrame = frame;
     }
     const bool bDone = mpCWriter->Write(kSliceMillis) != SnapshotWriter_cls::State::Busy;
@@ -91,27 +90,9 @@ void DataExporter_cls::ExportFinish() {
     ShowProgress(true);
 }
 
-bool DataExporter_cls::ExportNow(const wxString& path, const SnapshotSource_st& source, bool bText,
-                                 wxString* pReason) {
-    const wxString reason = SnapshotWriter_cls::WriteFile(path, *this, bText, source);
-    if (pReason) *pReason = reason;
-    return reason.empty();
-}
-
-bool DataExporter_cls::ExportBinary(const wxString& path, const PDataBlock_cls& block, double dt, int step,
-                                    wxString* pReason) {
-    return ExportNow(path, SnapshotSource_st::Of(block, dt, step), false, pReason);
-}
-
-bool DataExporter_cls::ExportAscii(const wxString& path, const PDataBlock_cls& block, double dt, int step,
-                                   wxString* pReason) {
-    return ExportNow(path, SnapshotSource_st::Of(block, dt, step), true, pReason);
-}
-
 bool DataExporter_cls::ExportFile(const wxString& path, const PDataBlock_cls& block, double dt, int step,
                                   wxString* pReason) {
-    SnapshotWriter_cls writer(path, *this, mCItemDataType.mValue == 1,
-                              SnapshotSource_st::Of(block, dt, step));
+    SnapshotWriter_cls writer(path, *this, IsText(), SnapshotSource_st::Of(block, dt, step));
     const bool bDone = writer.Write() == SnapshotWriter_cls::State::Written || writer.IsEmptyFrame();
     if (pReason) *pReason = bDone ? wxString() : writer.GetReason();
     return bDone;

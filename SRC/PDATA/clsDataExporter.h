@@ -40,12 +40,8 @@ public:
     /// The run is over, one way or the other; a file under way is dropped.
     void ExportFinish();
 
-    /// One whole file now; false when there is none, and *pReason, if given, tells why.
-    bool ExportBinary(const wxString& path, const PDataBlock_cls& block, double dt, int step,
-                      wxString* pReason = nullptr);
-    bool ExportAscii(const wxString& path, const PDataBlock_cls& block, double dt, int step,
-                     wxString* pReason = nullptr);
-    /// As the data type has it. A frame without particles is legal: its binary file is empty.
+    /// One whole file now, as the data type has it; false when there is none, and *pReason, if given, tells
+    /// why. A frame without particles is legal: its binary file is empty.
     bool ExportFile(const wxString& path, const PDataBlock_cls& block, double dt, int step,
                     wxString* pReason = nullptr);
 
@@ -66,7 +62,6 @@ public:
     std::function<void()> mShowRun; ///< the dialog's button and progress as the run stands
 
 private:
-    bool ExportNow(const wxString& path, const SnapshotSource_st& source, bool bText, wxString* pReason);
     void FinishFile(int frame);
     void ShowProgress(bool bNow);
 

@@ -34,14 +34,6 @@ bool DataLoader_cls::CheckGrammer(const GrammerBase_cls& grammer) {
     return false;
 }
 
-bool DataLoader_cls::OpenWithCheck(const wxString& path) {
-    if (mpCGUI && mDialogHooks.mIsShown && mDialogHooks.mIsShown(mpCGUI))
-        return mDialogHooks.mOpenWithCheck(mpCGUI, path);
-    if (!CheckGrammer(*this)) return false;
-    OpenDataFile(path);
-    return true;
-}
-
 void DataLoader_cls::InitGUI(wxWindow* pParent) {
     if (!mpCGUI && mDialogHooks.mMake) mpCGUI = mDialogHooks.mMake(pParent);
 }

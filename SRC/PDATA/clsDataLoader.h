@@ -11,12 +11,16 @@ class DataOpener_cls;
 class PeriodicBoundary_cls;
 class wxWindow;
 
+/// Values of the loader's items, as projects hold them. Between two snapshots:
+enum InterpolateType : unsigned { INTERPOLATE_LINEAR = 0, INTERPOLATE_HERMITE = 1, INTERPOLATE_NONE = 2 };
+/// A particle keeps its place in all files, is found by its ID, or particles are sorted by it.
+enum VariableNumber : unsigned { NUMBER_CONSTANT = 0, NUMBER_VARIABLE = 1, NUMBER_SORTED = 2 };
+enum Value1Scale : unsigned { VALUE1_RAW = 0, VALUE1_LOG10 = 1 };
+
 /// What a loader asks of its dialog. LinkDataDialogs (PDATA/EDITOR) sets these; an empty one does nothing.
 struct LoaderDialogHooks_st {
     std::function<DataLoaderGUI_cls*(wxWindow* pParent)> mMake;
     std::function<void(DataLoaderGUI_cls* pDialog)> mOpen; ///< show in front
-    std::function<bool(const DataLoaderGUI_cls* pDialog)> mIsShown;
-    std::function<bool(DataLoaderGUI_cls* pDialog, const wxString& path)> mOpenWithCheck;
 };
 
 class DataLoader_cls : public GrammerBase_cls {
@@ -31,9 +35,6 @@ public:
     void OpenWindow(wxWindow* pParent);
     /// Open the sequence of `path` and remember it.
     void OpenDataFile(const wxString& path);
-    /// Open with the present grammar (that of the dialog's lists while it is shown), as the dialog does;
-    /// false, with a message, when the grammar can't be used.
-    bool OpenWithCheck(const wxString& path);
     /// True for a usable grammar; otherwise the user is told.
     static bool CheckGrammer(const GrammerBase_cls& grammer);
     bool ReadStrLine(const wxString& line) { return ReadStrLineAll(line); }
@@ -45,10 +46,10 @@ public:
     LoaderDialogHooks_st mDialogHooks;
 
     ConfItemSTR_cls mCItemLastOpened;       ///< "NONE" or the last path opened
-    ConfItemUINT_cls mCItemInterpolateType; ///< 0 linear, 1 Hermite, 2 none
-    ConfItemUINT_cls mCItemVariableNumber;  ///< 0 constant, 1 variable, 2 sort by ID
+    ConfItemUINT_cls mCItemInterpolateType; ///< an InterpolateType
+    ConfItemUINT_cls mCItemVariableNumber;  ///< a VariableNumber
     ConfItemFLOATARRAY_cls mCItemTranslate; ///< added to each position, before the scale
     ConfItemFLOAT_cls mCItemScale;          ///< of positions, velocities, radii; 0 leaves them alone
     ConfItemFLOAT_cls mCItemScaleValue1;    ///< of Value1; 0 leaves it alone
-    ConfItemUINT_cls mCItemLogarithm;       ///< 1: Value1 becomes its log10
+    ConfItemUINT_cls mCItemLogarithm;       ///< a Value1Scale
 };

@@ -7,6 +7,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "COMMON/Eye.h"
 #include "COMMON/MsgBox.h"
 #include "COMMON/clsSplitPath.h"
 
@@ -139,7 +140,7 @@ void FileSequence_cls::FindOddTag() {
 }
 
 wxString FileSequence_cls::GetModifiedStr(int index, int eye) const {
-    const wxString mark = eye == 1 ? "L" : eye == 2 ? "R" : "";
+    const wxString mark = eye == EYE_LEFT ? "L" : eye == EYE_RIGHT ? "R" : "";
     if (mTagPos == wxString::npos) {
         if (mark.empty()) return mStrFormat;
         const SplitPath_cls split(mStrPath);

@@ -8,6 +8,9 @@
 #include "CONFITEM/clsConfItemList.h"
 #include "PDATA/GrammarItems.h"
 
+/// How numbers stand in the files: values of mCItemDataType, as projects hold them.
+enum DataType { DATA_BINARY = 0, DATA_TEXT = 1 };
+
 class GrammerBase_cls : public ConfItemList_cls {
 public:
     static constexpr int kMaxItem = 16; ///< items in a list at most
@@ -17,6 +20,7 @@ public:
     GrammerBase_cls(const GrammerBase_cls&) = delete; // the list holds pointers to the items
     GrammerBase_cls& operator=(const GrammerBase_cls&) = delete;
 
+    bool IsText() const { return mCItemDataType.mValue == DATA_TEXT; }
     bool IsItemExistHead(int code) const;
     bool IsItemExistBody(int code) const;
     /// The first 16 codes are taken.
@@ -42,7 +46,7 @@ public:
     static int GetHeadItemLine(int code);
     static int GetBodyItemByte(int code);
 
-    ConfItemINT_cls mCItemDataType; ///< 0 binary, 1 text
+    ConfItemINT_cls mCItemDataType; ///< a DataType
     ConfItemINTARRAY_cls mCItemHead;
     ConfItemINTARRAY_cls mCItemBody;
 };

@@ -59,7 +59,8 @@ void PDataBlock_cls::ReleaseData() {
 
 long long PDataBlock_cls::GetUsedMemoryKB() const {
     if (mParticleNumber == -1) return 0;
-    return static_cast<long long>(mParticleNumber) * (mInterpolateType == 1 ? 56 : 32) / 1024;
+    return static_cast<long long>(mParticleNumber) * (mInterpolateType == INTERPOLATE_HERMITE ? 56 : 32) /
+           1024;
 }
 
 bool PDataBlock_cls::LoadHeaderBinary(const wxString& path) { return LoadHeader(path); }
@@ -81,7 +82,7 @@ bool PDataBlock_cls::LoadData(const wxString& path) {
     const bool bAhead = PDataSeqCtrl_cls::IsAhead(mpCSnap);
     if (bAhead && !PDataSeqCtrl_cls::IsRoomAhead()) return false;
     if (mParticleNumber == -1) {
-        const bool bText = mspCDataLoaderLink->mCItemDataType.mValue == 1;
+        const bool bText = mspCDataLoaderLink->IsText();
         if (!(bText ? LoadHeaderAscii(path) : LoadHeaderBinary(path))) return false;
         mInterpolateType = static_cast<int>(mspCDataLoaderLink->mCItemInterpolateType.mValue);
         mVariableNumber = static_cast<int>(mspCDataLoaderLink->mCItemVariableNumber.mValue);

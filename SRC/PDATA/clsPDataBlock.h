@@ -45,8 +45,8 @@ public:
     PDataSnap_cls* mpCSnap;   ///< owner
     int mParticleNumber = -1; ///< -1: head not yet read
     bool mbAllocated = false;
-    int mInterpolateType = 1; ///< 0 linear, 1 Hermite, 2 none
-    int mVariableNumber = 0;  ///< 0 constant, 1 variable, 2 sorted by ID
+    int mInterpolateType = 1; ///< an InterpolateType (clsDataLoader.h)
+    int mVariableNumber = 0;  ///< a VariableNumber
     bool mbHasID = true;
 
 private:

@@ -8,6 +8,7 @@
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
 #include "COMMON/OnThreads.h"
+#include "PDATA/clsDataLoader.h"
 #include "PDATA/clsIDIndex.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPeriodicBoundary.h"
@@ -19,7 +20,7 @@ constexpr int kIndexFrom = 2000; // lost places from which sorting the IDs is ch
 
 /// Fill the index when so many particles changed their place that it pays.
 void MakeIDIndex(const PDataBlock_cls& block, const PDataBlock_cls& next, int number, IDIndex_cls* pIndex) {
-    if (block.mVariableNumber != 1 || !block.mpID || !next.mpID) return;
+    if (block.mVariableNumber != NUMBER_VARIABLE || !block.mpID || !next.mpID) return;
     int moved = 0;
     for (int i = 0; i < number; ++i)
         moved += block.mpID[i] != next.mpID[i] ? 1 : 0;
@@ -73,7 +74,7 @@ int ThreadInterpolator_cls::GetThreadCount(int number) {
 }
 
 void ThreadInterpolator_cls::Entry() {
-    InterpolateInBox(*mpCBlock, *mpCNext, mBox, mDT);
+    Interpolate();
     mpbFinished->store(true, std::memory_order_release);
     PostMenuEvent(ID_REFRESH_TL);
     GbThreadInterpolateFinished.store(true, std::memory_order_release);
@@ -82,16 +83,12 @@ void ThreadInterpolator_cls::Entry() {
     GpCThreadInterpolate.compare_exchange_strong(pSelf, nullptr);
 }
 
-void ThreadInterpolator_cls::Interpolate(const PDataBlock_cls& block, const PDataBlock_cls& next,
-                                         const PeriodicBoundary_cls* pPeriodic, float dt) {
-    InterpolateInBox(block, next, CopyBox(pPeriodic), dt);
-}
-
 // Only linear interpolation has slopes to compute: else the file's velocity serves, and radius and value keep
 // the zeros that they have from the reader.
-void ThreadInterpolator_cls::InterpolateInBox(const PDataBlock_cls& block, const PDataBlock_cls& next,
-                                              const Box& box, float dt) {
-    if (block.mInterpolateType != 0 || !block.mbAllocated || !next.mbAllocated) return;
+void ThreadInterpolator_cls::Interpolate() const {
+    const PDataBlock_cls& block = *mpCBlock;
+    const PDataBlock_cls& next = *mpCNext;
+    if (block.mInterpolateType != INTERPOLATE_LINEAR || !block.mbAllocated || !next.mbAllocated) return;
     const int number = std::min(block.mParticleNumber, next.mParticleNumber);
     const int count = GetThreadCount(block.mParticleNumber);
     const int share = number / count;
@@ -100,8 +97,8 @@ void ThreadInterpolator_cls::InterpolateInBox(const PDataBlock_cls& block, const
     std::vector<ThreadInterpolatorBlock_cls> workers(static_cast<size_t>(count));
     for (int k = 0; k < count; ++k) {
         const int end = k + 1 < count ? (k + 1) * share : number;
-        workers[static_cast<size_t>(k)].SetParameters(block, next, box.mType, box.mEffect, box.mLength,
-                                                      k * share, end, dt);
+        workers[static_cast<size_t>(k)].SetParameters(block, next, mBox.mType, mBox.mEffect, mBox.mLength,
+                                                      k * share, end, mDT);
     }
     for (ThreadInterpolatorBlock_cls& worker : workers)
         worker.SetIDIndex(index.IsEmpty() ? nullptr : &index);

@@ -27,9 +27,6 @@ public:
                        const PDataBlock_cls& block, const PDataBlock_cls& next, float dt);
     /// Where the system gives no more threads, the work is done here and now.
     void Run();
-    /// The slopes alone, with all threads, on the caller's time.
-    static void Interpolate(const PDataBlock_cls& block, const PDataBlock_cls& next,
-                            const PeriodicBoundary_cls* pPeriodic, float dt);
     /// Threads for a snapshot of `number` particles, 1 to 6.
     static int GetThreadCount(int number);
 
@@ -40,9 +37,8 @@ private:
         float mLength[3] = {0, 0, 0};
     };
     void Entry();
+    void Interpolate() const;
     static Box CopyBox(const PeriodicBoundary_cls* pPeriodic);
-    static void InterpolateInBox(const PDataBlock_cls& block, const PDataBlock_cls& next, const Box& box,
-                                 float dt);
 
     std::atomic<bool>* mpbFinished = nullptr;
     const PDataBlock_cls* mpCBlock = nullptr;

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "COMMON/DataLoops.h"
+#include "PDATA/clsDataLoader.h"
 #include "PDATA/clsIDIndex.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPeriodicBoundary.h"
@@ -63,7 +64,8 @@ void SlopesForce(float* pSlope, const float* pFrom, const float* pTo, float dt, 
 void ThreadInterpolatorBlock_cls::SetParameters(const PDataBlock_cls& block, const PDataBlock_cls& next,
                                                 PeriodicType periodicType, PeriodicEffect periodicEffect,
                                                 const float boundary[3], int begin, int end, float dt) {
-    mVariableNumber = block.mpID && next.mpID ? block.mVariableNumber : 0;
+    mVariableNumber = NUMBER_CONSTANT;
+    if (block.mpID && next.mpID) mVariableNumber = block.mVariableNumber;
     mPeriodicType = periodicType;
     mPeriodicEffect = periodicEffect;
     std::copy_n(boundary, 3, mBoundary);
@@ -77,9 +79,9 @@ void ThreadInterpolatorBlock_cls::SetParameters(const PDataBlock_cls& block, con
 
 void ThreadInterpolatorBlock_cls::Entry() {
     if (mBegin >= mEnd) return;
-    if (mVariableNumber == 1)
+    if (mVariableNumber == NUMBER_VARIABLE)
         WithCore([this](auto core) { InterpolateDataLinearSearchingID(core); });
-    else if (mVariableNumber == 2)
+    else if (mVariableNumber == NUMBER_SORTED)
         WithCore([this](auto core) { InterpolateDataLinearSearchingIDSorted(core); });
     else if (mPeriodicType == PERIODIC_NONE)
         InterpolateDataLinear();

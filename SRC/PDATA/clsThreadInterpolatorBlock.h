@@ -39,7 +39,7 @@ private:
     int SearchIDBetween(int id, int begin, int end) const;
     bool SearchIDFrom(int* pCursor, int id) const;
 
-    int mVariableNumber = 0; ///< 0 constant, 1 variable, 2 sorted by ID
+    int mVariableNumber = 0; ///< a VariableNumber
     PeriodicType mPeriodicType{};
     PeriodicEffect mPeriodicEffect{};
     float mBoundary[3] = {0, 0, 0};

@@ -59,9 +59,9 @@ public:
 
     void Select(bool bSelected);
     /// Lock a drag to an axis or handle, or free it when it is locked to this one.
-    void ToggleDragMode(int mode) { mDragMode = mDragMode == mode ? -1 : mode; }
+    void ToggleDragMode(int mode) { mDragMode = mDragMode == mode ? kNoDrag : mode; }
     void SetDragMode(int mode) {
-        if (mDragMode == -1) mDragMode = mode;
+        if (mDragMode == kNoDrag) mDragMode = mode;
     }
 
     // These need a current OpenGL context.
@@ -75,7 +75,8 @@ public:
     bool mbDragging = false; ///< the mouse moves it right now
     int mObjectType = 0;     ///< 1: a light source
     int mPickName = 0;       ///< what a click on it is known by
-    int mDragMode = -1;      ///< axis or handle that drags are locked to, -1 none
+    static constexpr int kNoDrag = -1;
+    int mDragMode = kNoDrag; ///< axis or handle that drags are locked to
     ParamGroup_cls* mpCTranslate = nullptr;
     ParamGroup_cls* mpCRotate = nullptr;
     ParamGroup_cls* mpCScale = nullptr;

@@ -223,8 +223,6 @@ void MultiInputPanel_cls::ShowRow(int row, bool bShow) {
     if (auto* pScroll = dynamic_cast<wxScrolledWindow*>(GetParent())) pScroll->FitInside();
 }
 
-bool MultiInputPanel_cls::IsRowShown(int row) const { return mRows[static_cast<size_t>(row)]->mbShown; }
-
 void MultiInputPanel_cls::EnableRow(int row, bool bEnable) {
     Row& r = *mRows[static_cast<size_t>(row)];
     r.mpLabel->Enable(bEnable);
@@ -232,10 +230,6 @@ void MultiInputPanel_cls::EnableRow(int row, bool bEnable) {
         field->Enable(bEnable);
     for (KeyButton_cls* button : r.mKeyButtons)
         button->Enable(bEnable);
-}
-
-void MultiInputPanel_cls::SetRowLabel(int row, const wxString& label) {
-    mRows[static_cast<size_t>(row)]->mpLabel->SetLabel(label);
 }
 
 wxWindow* MultiInputPanel_cls::GetField(int row, int k) const {

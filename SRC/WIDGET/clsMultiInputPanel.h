@@ -93,9 +93,7 @@ public:
     /// Show the value of one row, or of all (kAllRows, and any other negative number).
     void UpdateValues(int which = kAllRows);
     void ShowRow(int row, bool bShow);
-    bool IsRowShown(int row) const;
     void EnableRow(int row, bool bEnable);
-    void SetRowLabel(int row, const wxString& label);
     /// Field k of a row: a NumField_cls, wxChoice, wxCheckBox, ColorSwatch_cls, wxTextCtrl or wxButton.
     wxWindow* GetField(int row, int k = 0) const;
     KeyButton_cls* GetKeyButton(int row, int dimension = 0) const; ///< of an AddParam row, else null

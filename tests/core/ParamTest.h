@@ -72,6 +72,13 @@ inline void SetKeys(Parameters_cls& param, const std::vector<KeyFrame_cls>& keys
         i == 0 ? param.ExecCommandOvwtKey(0, keys[i]) : param.ExecCommandSetKey(keys[i]);
 }
 
+/// Another kind for one key; no step.
+inline void SetKind(Parameters_cls& param, int i, unsigned kind) {
+    KeyFrame_cls key = param.GetKeys()[size_t(i)];
+    key.mInterpType = kind;
+    param.ExecCommandOvwtKey(i, key);
+}
+
 struct Curve : Parameters_cls {
     explicit Curve(const std::vector<KeyFrame_cls>& keys)
         : Parameters_cls("Group x", "x", true, 4102, nullptr) {

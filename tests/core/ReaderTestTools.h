@@ -13,37 +13,19 @@
 #include "PDATA/SnapshotHeader.h"
 #include "PDATA/clsArrayPool.h"
 #include "PDATA/clsDataLoader.h"
+#include "TempFolder.h"
 
-/// A folder that goes with its files at the end of the test.
-class TempDir_cls {
+/// A folder for files of a test.
+class TempDir_cls : public TempFolder_cls {
 public:
-    TempDir_cls() {
-        mPath = testing::TempDir() + "morentis_XXXXXX";
-        if (!mkdtemp(mPath.data())) std::abort();
-    }
-    ~TempDir_cls() {
-        for (const std::string& name : mNames)
-            if (unlink(name.c_str()) != 0) rmdir(name.c_str());
-        rmdir(mPath.c_str());
-    }
-    TempDir_cls(const TempDir_cls&) = delete;
-    TempDir_cls& operator=(const TempDir_cls&) = delete;
-    /// Path of a file in it, which is deleted at the end.
-    std::string Name(const std::string& name) {
-        mNames.push_back(mPath + "/" + name);
-        return mNames.back();
-    }
-    std::string Write(const std::string& name, const std::string& bytes) {
+    std::string Name(const std::string& name) const { return GetPath() + "/" + name; }
+    std::string Write(const std::string& name, const std::string& bytes) const {
         const std::string path = Name(name);
         FILE* file = fopen(path.c_str(), "wb");
         if (!file || fwrite(bytes.data(), 1, bytes.size(), file) != bytes.size()) std::abort();
         fclose(file);
         return path;
     }
-
-private:
-    std::string mPath;
-    std::vector<std::string> mNames;
 };
 
 /// The bytes of some values, one after the other.

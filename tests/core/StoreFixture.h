@@ -2,14 +2,12 @@
 #pragma once
 
 #include <cstdio>
-#include <filesystem>
 #include <fstream>
 #include <random>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
@@ -17,6 +15,7 @@
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSnap.h"
+#include "TempFolder.h"
 
 /// A block without a file, owned by a slot of no sequence. Values are pseudo-random, IDs ascend from 0.
 struct HandBlock_st {
@@ -49,8 +48,6 @@ protected:
     /// Nobody draws the sequences but what `makeDrawing` makes.
     explicit StoreFixture(const MakeSequenceDrawing& makeDrawing = {})
         : mLoader(nullptr), mStore(makeDrawing, false) {
-        std::string folder = (std::filesystem::temp_directory_path() / "morentis_store_XXXXXX").string();
-        mFolder = mkdtemp(folder.data());
         mLoader.mCItemInterpolateType.mValue = 0;
         PDataBlock_cls::mspCDataLoaderLink = &mLoader;
         SetMessageHandler([this](MessageKind kind, const wxString& text, const wxString&) {
@@ -63,7 +60,6 @@ protected:
         PDataBlock_cls::mspCDataLoaderLink = nullptr;
         PDataSequence_cls::msStrProjectDir.clear();
         SetMessageHandler({});
-        std::filesystem::remove_all(mFolder);
     }
 
     std::string PathOf(int index) const {
@@ -101,7 +97,8 @@ protected:
         MessageKind mKind;
         wxString mText;
     };
-    std::string mFolder;
+    TempFolder_cls mTemp;
+    const std::string mFolder = mTemp.GetPath();
     std::vector<Message_st> mMessages;
     DataLoader_cls mLoader;
     PDataSeqCtrl_cls mStore;

@@ -122,6 +122,19 @@ TEST_F(ColorCurve, FollowsTheRuleOfItsKeysAtRandomPlaces) {
     EXPECT_GT(bent, 40);
 }
 
+/// The compiled form gives the curve's own colours.
+void ExpectCompiled(const ColorSegments_cls& segments, ColorCurve_cls& curve,
+                    std::initializer_list<float> scalars) {
+    for (const float x : scalars) {
+        float exact[4];
+        float fast[4];
+        curve.GetColor4fScaled(exact, x);
+        segments.Get(fast, x);
+        for (int c = 0; c < 4; ++c)
+            EXPECT_NEAR(fast[c], exact[c], 1e-6f) << x;
+    }
+}
+
 TEST_F(ColorCurve, CompiledSegmentsHoldAtTheEdgesOfNumbers) {
     ColorCurve_cls curve("A", "label", "1 1 1 1", 4, kSpectrum);
     curve.mbUseColorCurve.mValue = true;
@@ -132,14 +145,7 @@ TEST_F(ColorCurve, CompiledSegmentsHoldAtTheEdgesOfNumbers) {
     EXPECT_FALSE(segments.IsConstant());
     EXPECT_FALSE(segments.IsCubic());
     const float infinity = std::numeric_limits<float>::infinity();
-    for (const float x : {infinity, -infinity, std::nanf(""), 1e30f, -1e-40f, 3.0f, -1.0f}) {
-        float exact[4];
-        float fast[4];
-        curve.GetColor4fScaled(exact, x);
-        segments.Get(fast, x);
-        for (int c = 0; c < 4; ++c)
-            EXPECT_NEAR(fast[c], exact[c], 1e-6f) << x;
-    }
+    ExpectCompiled(segments, curve, {infinity, -infinity, std::nanf(""), 1e30f, -1e-40f, 3.0f, -1.0f});
 }
 
 TEST_F(ColorCurve, TextFormKeepsSettingsAndKeys) {
@@ -147,7 +153,7 @@ TEST_F(ColorCurve, TextFormKeepsSettingsAndKeys) {
     source.mbUseColorCurve.mValue = true;
     source.mScalingMin.mValue = -2.5f;
     source.mDependType.mValue = 6;
-    Channel(source, 1).ExecCommandSetKeyType(2, INTERP_HERMITE_AUTO);
+    SetKind(Channel(source, 1), 2, INTERP_HERMITE_AUTO);
     ColorCurve_cls other("SEQ0TYPE2Col", "label", "1 1 1 1");
     ColorCurve_cls copy("SEQ0TYPE1Col", "label", "0 0 0 0");
     const wxString before = other.Serialize();
@@ -169,15 +175,8 @@ TEST_F(ColorCurve, BrokenTextLeavesTheCurveUsable) {
         curve.mbUseColorCurve.mValue = true;
         ReadText(curve, text);
         curve.PreCalcScaleFactor();
-        const ColorSegments_cls segments(curve);
-        for (const float x : {-1.0f, 0.25f, 2.0f}) {
-            float exact[4];
-            float fast[4];
-            curve.GetColor4fScaled(exact, x);
-            segments.Get(fast, x);
-            for (int c = 0; c < 4; ++c)
-                EXPECT_NEAR(fast[c], exact[c], 1e-6f) << text;
-        }
+        SCOPED_TRACE(text);
+        ExpectCompiled(ColorSegments_cls(curve), curve, {-1.0f, 0.25f, 2.0f});
     }
 }
 

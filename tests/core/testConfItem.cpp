@@ -186,9 +186,11 @@ TEST(ConfItemList, givesDefaultsBackWhateverWasReadOrSet) {
     const wxString defaults = a.mCList.SerializeAll();
     Settings_t b("P", true);
     ASSERT_NE(b.mCList.SerializeAll(), defaults);
-    for (size_t i = 0; i < a.mCList.GetCount(); ++i) {
-        a.mCList.ReadStrLineAll(a.mCList[i]->mStrKey + "7 8 9");
-        a.mCList.SetToDefault(a.mCList[i]);
+    for (ConfItem_cls* item : std::initializer_list<ConfItem_cls*>{
+             &a.mCName, &a.mCInt, &a.mCUint, &a.mCFloat, &a.mCBool, &a.mCVec, &a.mCDoubles, &a.mCBools}) {
+        a.mCList.ReadStrLineAll(item->mStrKey + "7 8 9");
+        ASSERT_NE(a.mCList.SerializeAll(), defaults) << item->mStrKey;
+        a.mCList.SetToDefault(item);
     }
     EXPECT_EQ(a.mCList.SerializeAll(), defaults);
     ConfItemINT_cls stranger("S=", "3");
@@ -196,13 +198,6 @@ TEST(ConfItemList, givesDefaultsBackWhateverWasReadOrSet) {
     a.mCList.SetToDefault(&stranger);
     EXPECT_EQ(stranger.mValue, 5);
     EXPECT_EQ(a.mCList.GetDefault(&stranger), "");
-}
-
-TEST(ConfItemList, findsItemsByTheWholeKey) {
-    Settings_t a("P", false);
-    EXPECT_EQ(a.mCList.GetPCItem("PInt="), &a.mCInt);
-    EXPECT_EQ(a.mCList.GetPCItem("Int="), nullptr);
-    EXPECT_EQ(a.mCList.GetPCItem("PInt=1"), nullptr);
 }
 
 TEST(ConfItemList, namesAnAddress) {

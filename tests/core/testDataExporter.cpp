@@ -48,15 +48,18 @@ protected:
         mExporter.SetBodyGrammer(body);
     }
     std::string Path() { return mDir.Name("out"); }
+    bool Write(const std::string& path, bool bText, const PDataBlock_cls& block, double dt = 0.0,
+               int step = 1) {
+        mExporter.mCItemDataType.mValue = bText ? 1 : 0;
+        return mExporter.ExportFile(wxString::FromUTF8(path), block, dt, step, &mReason);
+    }
     std::string Binary(const PDataBlock_cls& block, double dt = 0.0, int step = 1) {
-        const std::string path = Path();
-        EXPECT_TRUE(mExporter.ExportBinary(wxString::FromUTF8(path), block, dt, step, &mReason)) << mReason;
-        return ReadFile(path);
+        EXPECT_TRUE(Write(Path(), false, block, dt, step)) << mReason;
+        return ReadFile(Path());
     }
     std::string Text(const PDataBlock_cls& block, double dt = 0.0, int step = 1) {
-        const std::string path = Path();
-        EXPECT_TRUE(mExporter.ExportAscii(wxString::FromUTF8(path), block, dt, step, &mReason)) << mReason;
-        return ReadFile(path);
+        EXPECT_TRUE(Write(Path(), true, block, dt, step)) << mReason;
+        return ReadFile(Path());
     }
 
     TempDir_cls mDir;
@@ -138,13 +141,13 @@ TEST_F(Export, WithoutIDsTheIndexInTheBlockStandsForThem) {
 TEST_F(Export, ABlockWithoutParticlesIsNoBinaryFile) {
     PDataSnap_cls snap(nullptr, 0);
     snap.mTime = 2.0;
-    const std::string path = Path();
-    const wxString name = wxString::FromUTF8(path);
-    EXPECT_FALSE(mExporter.ExportBinary(name, *snap.mpCBlock, 0.0, 1, &mReason));
-    EXPECT_TRUE(mReason.Contains("no particles")) << mReason;
-    EXPECT_EQ(fs::file_size(path), 0u);
-    EXPECT_TRUE(mExporter.ExportAscii(name, *snap.mpCBlock, 0.0, 1, &mReason));
-    EXPECT_EQ(ReadFile(path), "2.000000\n0\n");
+    SnapshotWriter_cls writer(wxString::FromUTF8(Path()), mExporter, false,
+                              SnapshotSource_st::Of(*snap.mpCBlock, 0.0, 1));
+    EXPECT_EQ(writer.Write(), SnapshotWriter_cls::State::Failed);
+    EXPECT_TRUE(writer.GetReason().Contains("no particles")) << writer.GetReason();
+    EXPECT_EQ(fs::file_size(Path()), 0u);
+    EXPECT_EQ(Binary(*snap.mpCBlock), "") << "legal all the same";
+    EXPECT_EQ(Text(*snap.mpCBlock), "2.000000\n0\n");
 }
 
 TEST_F(Export, AnEmptyOrUnknownLayoutWritesWhatItNames) {
@@ -197,7 +200,7 @@ TEST_F(Export, AFailureLeavesTheOldFileAndNothingBeside) {
     const std::string path = Path();
     for (const std::string failing : {"open", "write", "rename"}) {
         GSafeFileStep = [&failing](const char* step) { return failing != step; };
-        EXPECT_FALSE(mExporter.ExportAscii(wxString::FromUTF8(path), particles.mBlock, 0.0, 1, &mReason));
+        EXPECT_FALSE(Write(path, true, particles.mBlock));
         EXPECT_TRUE(mReason.EndsWith(": " + wxString::FromUTF8(path))) << mReason;
         EXPECT_EQ(ReadFile(path), before) << failing;
         const auto files = std::distance(fs::directory_iterator(fs::path(path).parent_path()), {});
@@ -220,9 +223,7 @@ TEST_F(Export, ADroppedFileLeavesNothing) {
 TEST_F(Export, TargetsThatAreNoFilesFail) {
     const Particles_st particles(1);
     const std::string path = Path();
-    const auto write = [&](const std::string& name) {
-        return mExporter.ExportBinary(wxString::FromUTF8(name), particles.mBlock, 0.0, 1, &mReason);
-    };
+    const auto write = [&](const std::string& name) { return Write(name, false, particles.mBlock); };
     EXPECT_FALSE(write(path + "_missing/out0000.dat"));
     EXPECT_TRUE(mReason.Contains("No such file")) << mReason;
     EXPECT_FALSE(write(fs::path(path).parent_path()));

@@ -66,9 +66,11 @@ TEST(DialogHooks, ADialogIsMadeOnceAndToldOnlyWhileItLives) {
 TEST(DialogHooks, ALoaderOpensThroughTheHubAndRemembers) {
     Opener opener;
     DataLoader_cls loader(&opener);
-    EXPECT_TRUE(loader.OpenWithCheck("a.bin"));
+    EXPECT_TRUE(DataLoader_cls::CheckGrammer(loader));
+    loader.OpenDataFile("a.bin");
     EXPECT_EQ(opener.mLog, "open a.bin;note a.bin;");
     EXPECT_EQ(loader.mCItemLastOpened.mStrValue, "a.bin");
+    DataLoader_cls(nullptr).OpenDataFile("b.bin"); // no hub: nothing happens
 
     wxString told;
     SetMessageHandler([&told](MessageKind, const wxString& text, const wxString&) {
@@ -76,31 +78,24 @@ TEST(DialogHooks, ALoaderOpensThroughTheHubAndRemembers) {
         return true;
     });
     loader.SetBodyGrammer({BODY_ID});
-    EXPECT_FALSE(loader.OpenWithCheck("b.bin"));
+    EXPECT_FALSE(DataLoader_cls::CheckGrammer(loader));
     SetMessageHandler({});
     EXPECT_EQ(told, "No XYZ data.");
-    EXPECT_EQ(opener.mLog, "open a.bin;note a.bin;");
 }
 
-TEST(DialogHooks, WhileTheLoadersDialogIsShownItsListsDecide) {
-    Opener opener;
-    DataLoader_cls loader(&opener);
+TEST(DialogHooks, ALoadersDialogIsMadeOnceAndShown) {
+    DataLoader_cls loader(nullptr);
+    loader.OpenWindow(nullptr); // nobody makes one
+    EXPECT_EQ(loader.mpCGUI, nullptr);
     int place = 0;
     auto* gui = reinterpret_cast<DataLoaderGUI_cls*>(&place);
-    bool bShown = false;
-    wxString asked;
-    loader.mDialogHooks.mMake = [gui](wxWindow*) { return gui; };
-    loader.mDialogHooks.mOpen = [&bShown](DataLoaderGUI_cls*) { bShown = true; };
-    loader.mDialogHooks.mIsShown = [&bShown](const DataLoaderGUI_cls*) { return bShown; };
-    loader.mDialogHooks.mOpenWithCheck = [&asked](DataLoaderGUI_cls*, const wxString& path) {
-        asked = path;
-        return false;
-    };
+    int made = 0;
+    DataLoaderGUI_cls* shown = nullptr;
+    loader.mDialogHooks.mMake = [&](wxWindow*) { return ++made, gui; };
+    loader.mDialogHooks.mOpen = [&shown](DataLoaderGUI_cls* pDialog) { shown = pDialog; };
     loader.InitGUI(nullptr);
-    EXPECT_TRUE(loader.OpenWithCheck("a.bin")) << "hidden";
+    EXPECT_EQ(shown, nullptr);
     loader.OpenWindow(nullptr);
-    EXPECT_EQ(loader.mpCGUI, gui);
-    EXPECT_FALSE(loader.OpenWithCheck("b.bin"));
-    EXPECT_EQ(asked, "b.bin");
-    EXPECT_EQ(opener.mLog, "open a.bin;note a.bin;");
+    EXPECT_EQ(shown, gui);
+    EXPECT_EQ(made, 1);
 }

@@ -8,9 +8,9 @@
 #include <random>
 #include <unordered_map>
 
+#include "InterpolateNow.h"
 #include "PDATA/clsIDIndex.h"
 #include "PDATA/clsPeriodicBoundary.h"
-#include "PDATA/clsThreadInterpolator.h"
 
 namespace {
 
@@ -111,7 +111,7 @@ protected:
                 change(next.mBlock);
                 hand.mBlock.mVariableNumber = variable;
                 SetBox(type, effect);
-                ThreadInterpolator_cls::Interpolate(hand.mBlock, next.mBlock, &mBox, 0.7f);
+                InterpolateNow(hand.mBlock, next.mBlock, &mBox, 0.7f);
                 Reference_cls(hand.mBlock, next.mBlock, type, effect, 0.7f).Expect(old.mBlock);
             }
     }
@@ -165,7 +165,7 @@ TEST_F(Interpolator, SearchEndsAtTheWindowsAndTheFirstTenth) {
     HandBlock_st next(kMany, 2);
     MoveFarAway(next.mBlock);
     hand.mBlock.mVariableNumber = 1;
-    ThreadInterpolator_cls::Interpolate(hand.mBlock, next.mBlock, nullptr, 1.0f);
+    InterpolateNow(hand.mBlock, next.mBlock, nullptr, 1.0f);
     const auto expectAt = [&](int i, int j) {
         ASSERT_EQ(next.mBlock.mpID[j], i);
         EXPECT_EQ(hand.mBlock.mpVel[i][0], next.mBlock.mpPos[j][0] - hand.mBlock.mpPos[i][0]);
@@ -194,7 +194,7 @@ TEST_F(Interpolator, ParticleCrossesTheFaceTheShortWay) {
             next.mBlock.mpPos[0][c] = 0.95f * kBox;
         }
         SetBox(1, effect);
-        ThreadInterpolator_cls::Interpolate(hand.mBlock, next.mBlock, &mBox, 2.0f);
+        InterpolateNow(hand.mBlock, next.mBlock, &mBox, 2.0f);
         EXPECT_NEAR(hand.mBlock.mpVel[0][1], effect == 0 ? -0.05f * kBox : 0.0f, 1e-6f);
         EXPECT_NEAR(hand.mBlock.mpVel[0][2], 0.45f * kBox, 1e-6f);
     }
@@ -215,7 +215,7 @@ TEST_F(Interpolator, ASlantedBoxIsAsLongAsItsDiagonal) {
         next.mBlock.mpPos[0][c] = 0.75f * kBox;
     }
     SetBox(2, 0);
-    ThreadInterpolator_cls::Interpolate(hand.mBlock, next.mBlock, &mBox, 1.0f);
+    InterpolateNow(hand.mBlock, next.mBlock, &mBox, 1.0f);
     for (int c = 0; c < 3; ++c)
         EXPECT_NEAR(hand.mBlock.mpVel[0][c], -0.45f * kBox, 1e-5f) << "the short way round";
 }
@@ -226,7 +226,7 @@ TEST_F(Interpolator, BoxWithoutExtentChangesNothing) {
     SetBox(2, 0);
     for (float& factor : mBox.mCPeriodicSize.mValue)
         factor = 0.0f;
-    ThreadInterpolator_cls::Interpolate(hand.mBlock, next.mBlock, &mBox, 1.0f);
+    InterpolateNow(hand.mBlock, next.mBlock, &mBox, 1.0f);
     for (int i = 0; i < 100; ++i)
         EXPECT_EQ(hand.mBlock.mpVel[i][1], next.mBlock.mpPos[i][1] - hand.mBlock.mpPos[i][1]);
 }
@@ -264,7 +264,7 @@ TEST_F(Interpolator, ExactlyHalfABoxIsNoCrossing) {
         SetBox(2, effect);
         for (const int variable : {0, 1, 2}) {
             hand.mBlock.mVariableNumber = variable;
-            ThreadInterpolator_cls::Interpolate(hand.mBlock, next.mBlock, &mBox, 1.0f);
+            InterpolateNow(hand.mBlock, next.mBlock, &mBox, 1.0f);
             const float expected[4] = {half, -half, effect == 0 ? above - kBox : 0.0f,
                                        effect == 0 ? kBox - above : 0.0f};
             for (int i = 0; i < 4; ++i)
@@ -286,17 +286,17 @@ TEST_F(Interpolator, WhatIsNoNumberStaysWithItsParticle) {
             next.mBlock.mpValue1[30 + i] = bad[i];
         }
         SetBox(2, 0);
-        ThreadInterpolator_cls::Interpolate(hand.mBlock, next.mBlock, &mBox, 1.0f);
+        InterpolateNow(hand.mBlock, next.mBlock, &mBox, 1.0f);
         for (int i = 0; i < 100; ++i) {
             EXPECT_TRUE(std::isfinite(hand.mBlock.mpVel[i][0]));
             EXPECT_EQ(std::isfinite(hand.mBlock.mpVel[i][1]), i < 10 || i > 12) << i;
             EXPECT_EQ(std::isfinite(hand.mBlock.mpDRadius[i]), i < 20 || i > 22) << i;
             EXPECT_EQ(std::isfinite(hand.mBlock.mpDValue1[i]), i < 30 || i > 32) << i;
         }
-        ThreadInterpolator_cls::Interpolate(hand.mBlock, next.mBlock, &mBox, std::nanf(""));
+        InterpolateNow(hand.mBlock, next.mBlock, &mBox, std::nanf(""));
         EXPECT_TRUE(std::isnan(hand.mBlock.mpVel[50][0])) << "a time that is no number passes through";
         SetBox(2, 1);
-        ThreadInterpolator_cls::Interpolate(hand.mBlock, next.mBlock, &mBox, 1.0f);
+        InterpolateNow(hand.mBlock, next.mBlock, &mBox, 1.0f);
         EXPECT_TRUE(std::isnan(hand.mBlock.mpVel[10][1]));
         EXPECT_EQ(hand.mBlock.mpVel[11][1], 0.0f) << "beyond half a box, however far";
         EXPECT_EQ(hand.mBlock.mpVel[12][1], 0.0f);
@@ -309,8 +309,8 @@ TEST_F(Interpolator, NoParticlesInEitherSnapshotIsNoWork) {
     HandBlock_st empty(0, 2);
     for (const int variable : {0, 1, 2}) {
         hand.mBlock.mVariableNumber = empty.mBlock.mVariableNumber = variable;
-        ThreadInterpolator_cls::Interpolate(hand.mBlock, empty.mBlock, &mBox, 1.0f);
-        ThreadInterpolator_cls::Interpolate(empty.mBlock, hand.mBlock, &mBox, 1.0f);
+        InterpolateNow(hand.mBlock, empty.mBlock, &mBox, 1.0f);
+        InterpolateNow(empty.mBlock, hand.mBlock, &mBox, 1.0f);
         EXPECT_EQ(hand.mBlock.mpVel[7][2], old.mBlock.mpVel[7][2]);
     }
 }

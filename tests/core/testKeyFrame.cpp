@@ -132,15 +132,4 @@ TEST_F(KeyFrame, TextOfAKeyKeepsItsForm) {
     EXPECT_GT(huge.Serialize().length(), 300u);
 }
 
-TEST_F(KeyFrame, SelectionByPositionIsStrict) {
-    KeyFrame_cls key = MakeKey(0.5, 1);
-    EXPECT_FALSE(key.Select(0.75, 0.25, false));
-    EXPECT_TRUE(key.Select(0.625, 0.25, true));
-    EXPECT_FALSE(key.mbSelected) << "only asked";
-    EXPECT_TRUE(key.Select(0.625, 0.25, false));
-    EXPECT_TRUE(key.mbSelected);
-    EXPECT_TRUE(key.Toggle(0.5, 0.1));
-    EXPECT_FALSE(key.mbSelected);
-}
-
 } // namespace

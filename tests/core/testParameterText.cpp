@@ -11,11 +11,10 @@ using Doubles = std::vector<double>;
 
 TEST_F(Parameters, ClipboardTextHoldsTheSelectedKeys) {
     Curve curve({MakeKey(0.25, 1), MakeKey(0.5, 2, INTERP_STEP)});
-    curve.CopyKeyFrameToClipBoard();
-    EXPECT_EQ(mCopied, "");
+    EXPECT_EQ(curve.GetClipboardText(), "");
     curve.SelectKey(1, true);
-    curve.CopyKeyFrameToClipBoard();
-    EXPECT_EQ(mCopied, "Parameter_x\nitemnum 1\n0.500000000 4 2.000000 0.000000 0.000000 \n");
+    EXPECT_EQ(curve.GetClipboardText(),
+              "Parameter_x\nitemnum 1\n0.500000000 4 2.000000 0.000000 0.000000 \n");
 }
 
 TEST_F(Parameters, SnippingTagsMarkTheFramesOfKeys) {

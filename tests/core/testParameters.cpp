@@ -11,20 +11,6 @@ namespace {
 using Parameters = ParamTest;
 using Doubles = std::vector<double>;
 
-TEST_F(Parameters, TheGridFollowsTheFilm) {
-    Parameters_cls::SetFrameNumber(50, 4);
-    EXPECT_DOUBLE_EQ(Parameters_cls::msResolution, 1.0 / 200);
-    EXPECT_EQ(Parameters_cls::msAnimInterp, 4);
-    EXPECT_EQ(Parameters_cls::Quantize(0.33), 0.34) << "halves go up";
-    EXPECT_EQ(Parameters_cls::Quantize(0.329), 0.32);
-    EXPECT_EQ(Parameters_cls::Quantize(0.4, 4), 0.5);
-    EXPECT_EQ(Parameters_cls::Quantize(0.4, 0), 0.0);
-    EXPECT_EQ(Parameters_cls::Quantize(1e300, 4), 0.0);
-    Parameters_cls::SetFrameNumber(0, 3);
-    EXPECT_EQ(Parameters_cls::msResolution, 1.0);
-    EXPECT_EQ(Parameters_cls::Quantize(0.4), 0.0);
-}
-
 TEST_F(Parameters, KeysAreFoundWithinHalfAResolution) {
     Curve curve({MakeKey(0.25, 1), MakeKey(0.5, 2, INTERP_STEP), MakeKey(0.75, 3)});
     const double r = 0.125; // binary fractions: the bounds are exact
@@ -39,10 +25,6 @@ TEST_F(Parameters, KeysAreFoundWithinHalfAResolution) {
     EXPECT_EQ(curve.GetKeyFrameIndexFromDouble(1.0, r, true), 2);
     EXPECT_EQ(curve.GetKeyFrameIndexToInsert(0.4375, r), 2);
     EXPECT_EQ(curve.GetKeyFrameIndexToInsert(1.0, r), 3);
-    EXPECT_EQ(curve.GetNextKeyPosDoubleIndex(0.25, r), 0.5);
-    EXPECT_EQ(curve.GetNextKeyPosDoubleIndex(0.75, r), 0.75);
-    EXPECT_EQ(curve.GetPrevKeyPosDoubleIndex(0.75, r), 0.5);
-    EXPECT_EQ(curve.GetPrevKeyPosDoubleIndex(0.25, r), 0.0);
     EXPECT_EQ(curve.GetAdjacentKey(0.5, -1), 0);
     EXPECT_EQ(curve.GetAdjacentKey(0.75, 1), 2);
     EXPECT_EQ(curve.GetAdjacentKey(0.6, -1), 1);
@@ -50,6 +32,8 @@ TEST_F(Parameters, KeysAreFoundWithinHalfAResolution) {
     EXPECT_EQ(curve.GetAdjacentKey(0.1, -1), 0);
     EXPECT_EQ(curve.GetInterpTypeFromDouble(0.6), INTERP_STEP);
     EXPECT_EQ(curve.GetKeyFrameValue(99), 0) << "out of range is quiet";
+    EXPECT_EQ(curve.OnWhichKeyFrame(0.51, 0.1), 1);
+    EXPECT_EQ(curve.OnWhichKeyFrame(0.625, 0.125), -1) << "strict";
     curve.mbTimeDepend.mValue = false;
     EXPECT_TRUE(curve.IsKeyFrame(0.9)) << "every time is a key's time then";
 }
@@ -134,16 +118,6 @@ TEST_F(Parameters, TheOnlyKeyIsNeverDeleted) {
     EXPECT_EQ(curve.Positions(), (Doubles{0}));
     EXPECT_EQ(curve.Values(), (Doubles{6}));
     EXPECT_FALSE(GCUndoList.IsUndoable());
-    // All of several: one stays, and undo knows where it stood.
-    Curve two({MakeKey(0.4, 6), MakeKey(0.7, 9)});
-    two.SelectKey(0, true);
-    two.SelectKey(1, true);
-    EXPECT_TRUE(two.DeleteSelectedKey());
-    EXPECT_EQ(two.Positions(), (Doubles{0}));
-    EXPECT_EQ(two.Values(), (Doubles{9}));
-    GCUndoList.UndoCurrent();
-    EXPECT_EQ(two.Positions(), (Doubles{0.4, 0.7}));
-    EXPECT_EQ(two.Values(), (Doubles{6, 9}));
     // A key far beyond the film is not mistaken for the one that goes.
     Curve far({MakeKey(0, 1), MakeKey(300, 2), MakeKey(400, 3)});
     far.ExecCommandDeleteKey(0);
@@ -162,121 +136,15 @@ TEST_F(Parameters, AWritePastTheUndoListDoesNotLeadUndoAstray) {
     EXPECT_EQ(curve.Serialize(), before);
 }
 
-TEST_F(Parameters, DeletingSelectedKeysTakesThoseAndNoNeighbours) {
-    Parameters_cls::SetFrameNumber(1000, 1);
-    Curve curve({MakeKey(0.1, 1), MakeKey(0.5, 2), MakeKey(0.503, 3), MakeKey(0.9, 4)});
-    Parameters_cls::SetFrameNumber(100, 1); // now two keys share a frame
-    curve.SelectKey(2, true);
-    curve.SelectKey(3, true);
-    EXPECT_TRUE(curve.DeleteSelectedKey());
-    EXPECT_EQ(curve.Values(), (Doubles{1, 2}));
-    GCUndoList.UndoCurrent();
-    EXPECT_EQ(curve.Values(), (Doubles{1, 2, 3, 4}));
-    EXPECT_FALSE(curve.DeleteSelectedKey()) << "what undo brings back is not selected";
-}
-
-TEST_F(Parameters, MovedKeysStayOnTheGrid) {
-    Curve curve({MakeKey(0.2, 1), MakeKey(0.5, 2), MakeKey(0.8, 3)});
-    const wxString before = curve.Serialize();
-    EXPECT_EQ(curve.MoveKey(1, 0.004), 0) << "less than half a step";
-    EXPECT_EQ(curve.MoveKey(1, 0.006), 1);
-    EXPECT_DOUBLE_EQ(curve.GetKeyFrameDoubleIndex(1), 0.51);
-    EXPECT_EQ(curve.MoveKey(0, 0.4), 1);
-    EXPECT_EQ(curve.Values(), (Doubles{2, 1, 3})) << "past its neighbour";
-    EXPECT_EQ(curve.MoveKey(2, 5.0), 1);
-    EXPECT_EQ(curve.GetKeyFrameDoubleIndex(2), 1.0);
-    EXPECT_EQ(curve.MoveKey(0, -0.51, 8), 1);
-    EXPECT_EQ(curve.GetKeyFrameDoubleIndex(0), 0.0);
-    EXPECT_EQ(curve.MoveKey(7, 0.1), 0);
-    EXPECT_EQ(curve.MoveKey(0, std::nan("")), 0);
-    EXPECT_EQ(curve.MoveKey(0, 0.5, 0), 0);
-    while (GCUndoList.IsUndoable())
-        GCUndoList.UndoCurrent();
-    EXPECT_EQ(curve.Serialize(), before);
-}
-
-TEST_F(Parameters, AKeyMovedOntoAnotherReplacesIt) {
-    Curve curve({MakeKey(0.2, 1), MakeKey(0.5, 2), MakeKey(0.8, 3)});
-    const wxString before = curve.Serialize();
-    EXPECT_EQ(curve.MoveKey(0, 0.3), 3);
-    EXPECT_EQ(curve.Values(), (Doubles{1, 3}));
-    EXPECT_EQ(curve.GetSelectedKeyIndex(), 0);
-    GCUndoList.UndoCurrent();
-    EXPECT_EQ(curve.Serialize(), before);
-    EXPECT_FALSE(GCUndoList.IsUndoable()) << "one step";
-    EXPECT_EQ(curve.MoveKey(2, -0.3), 3);
-    EXPECT_EQ(curve.Values(), (Doubles{1, 3}));
-    EXPECT_TRUE(curve.GetKeys()[1].mbSelected);
-}
-
-TEST_F(Parameters, SelectedKeysMoveTogether) {
-    Curve curve({MakeKey(0.1, 1), MakeKey(0.2, 2), MakeKey(0.3, 3), MakeKey(0.9, 4)});
-    for (int i = 0; i < 3; ++i)
-        curve.SelectKey(i, true);
-    EXPECT_FALSE(curve.MoveSelectedKeyByXY(0.004, 0, -1, 0, 0, 0, 0));
-    EXPECT_FALSE(GCUndoList.IsUndoable());
-    EXPECT_TRUE(curve.MoveSelectedKeyByXY(0.1, 0.5, -1, 0, 0, 0, 0));
-    EXPECT_EQ(curve.Values(), (Doubles{1.5, 2.5, 3.5, 4}));
-    EXPECT_NEAR(curve.GetKeyFrameDoubleIndex(2), 0.4, 1e-12);
-    EXPECT_EQ(curve.GetSelectedKeyNum(), 3);
-    EXPECT_TRUE(curve.MoveSelectedKeyByXY(-0.3, 0, -1, 0, 0, 0, 0));
-    EXPECT_EQ(curve.Values(), (Doubles{2.5, 3.5, 4})) << "two keys met at the start, the later one stays";
-    EXPECT_NEAR(curve.GetKeyFrameDoubleIndex(1), 0.1, 1e-12);
-    GCUndoList.UndoCurrent();
-    GCUndoList.UndoCurrent();
-    EXPECT_EQ(curve.Values(), (Doubles{1, 2, 3, 4}));
-    EXPECT_FALSE(GCUndoList.IsUndoable());
-    curve.DeselectAll();
-    EXPECT_FALSE(curve.MoveSelectedKeyByXY(0.5, 1, -1, 0, 0, 0, 0));
-}
-
-TEST_F(Parameters, MovedKeysAreForcedIntoTheirRanges) {
-    Curve curve({MakeKey(0.1, 1), MakeKey(0.5, 2), MakeKey(0.9, 3)});
-    curve.SelectKey(1, true);
-    EXPECT_TRUE(curve.MoveSelectedKeyByXY(0, 4, -1, 0.2, 0.8, 1.5, 5));
-    EXPECT_EQ(curve.Values(), (Doubles{1.5, 5, 3}));
-    EXPECT_EQ(curve.Positions(), (Doubles{0.2, 0.5, 0.8}));
-    GCUndoList.UndoCurrent();
-    EXPECT_EQ(curve.Positions(), (Doubles{0.1, 0.5, 0.9}));
-    // A limit between two steps of the grid ends as well.
-    curve.SelectKey(1, true);
-    EXPECT_TRUE(curve.MoveSelectedKeyByXY(0.1, 0, -1, 0.1234, 0.5678, 0, 0));
-    EXPECT_TRUE(IsSorted(curve));
-}
-
-TEST_F(Parameters, AStepOfFiftyFiveIsNotFiftyFour) {
-    // 1 / (1.0 / 5 / 11) falls a hair short of 55.
-    Parameters_cls::SetFrameNumber(5, 11);
-    Curve curve({MakeKey(0, 1), MakeKey(1.0 / 55, 2)});
-    curve.SelectKey(1, true);
-    EXPECT_TRUE(curve.MoveSelectedKeyByXY(2.0 / 55, 0, -1, 0, 0, 0, 0));
-    EXPECT_DOUBLE_EQ(curve.GetKeyFrameDoubleIndex(1), 3.0 / 55);
-}
-
-TEST_F(Parameters, RemappingAndFlippingKeepTheOrder) {
+TEST_F(Parameters, FlippingKeepsTheOrder) {
     Curve curve({MakeKey(0, 1), MakeKey(0.4, 2), MakeKey(0.5, 3, INTERP_STEP)});
     const wxString before = curve.Serialize();
-    curve.RemapKeys(2.0);
-    EXPECT_EQ(curve.Positions(), (Doubles{0, 0.8, 1}));
-    curve.RemapKeys(0.5);
-    EXPECT_EQ(curve.Positions(), (Doubles{0, 0.4, 0.5}));
-    curve.RemapKeys(0.01);
-    EXPECT_EQ(curve.Values(), (Doubles{2, 3}))
-        << "0.004 is frame 0, where the first key stood; 0.005 is frame 1";
-    for (int i = 0; i < 3; ++i)
-        GCUndoList.UndoCurrent();
-    EXPECT_EQ(curve.Serialize(), before);
     curve.Flip();
     EXPECT_EQ(curve.Positions(), (Doubles{0.5, 0.6, 1}));
     EXPECT_EQ(curve.Values(), (Doubles{3, 2, 1}));
     EXPECT_EQ(curve.mName, "x");
     GCUndoList.UndoCurrent();
     EXPECT_EQ(curve.Serialize(), before);
-    curve.RemapKeyFrame(1, 2);
-    EXPECT_EQ(curve.Positions(), (Doubles{0, 0.2, 0.25}));
-    curve.RemapKeyFrame(1, 0);
-    curve.RemapKeyFrame(-1, 2);
-    EXPECT_EQ(curve.Positions(), (Doubles{0, 0.2, 0.25}));
     EXPECT_FALSE(GCUndoList.IsUndoable());
 }
 
@@ -298,29 +166,6 @@ TEST_F(Parameters, SwitchingTimeDependenceLeavesTheValueOnShow) {
     EXPECT_FALSE(curve.mbTimeDepend.mValue);
     GCUndoList.UndoCurrent();
     EXPECT_EQ(curve.Serialize(), before);
-    curve.InitSet(5);
-    EXPECT_EQ(curve.Values(), (Doubles{5}));
-    GCUndoList.UndoCurrent();
-    EXPECT_EQ(curve.Serialize(), before);
-}
-
-TEST_F(Parameters, KindsChangeAloneAndTogether) {
-    Curve curve({MakeKey(0, 0, INTERP_HERMITE, 7, 8), MakeKey(0.5, 1), MakeKey(1, 4)});
-    const wxString before = curve.Serialize();
-    curve.SetKeyType(0, INTERP_HERMITE);
-    curve.SetKeyType(-1, INTERP_STEP);
-    curve.SetKeyTypeMulti(INTERP_STEP);
-    EXPECT_FALSE(GCUndoList.IsUndoable());
-    curve.SetKeyType(0, INTERP_HERMITE_AUTO);
-    EXPECT_EQ(curve.GetKeyFrameValueD1(0), 2);
-    curve.SelectKey(0, true);
-    curve.SelectKey(2, true);
-    curve.SetKeyTypeMulti(INTERP_STEP);
-    EXPECT_EQ(curve.GetKeys()[2].mInterpType, INTERP_STEP);
-    GCUndoList.UndoCurrent();
-    EXPECT_EQ(curve.GetKeys()[0].mInterpType, INTERP_HERMITE_AUTO);
-    GCUndoList.UndoCurrent();
-    EXPECT_EQ(curve.Serialize(), before) << "with the slope that the user had set";
 }
 
 TEST_F(Parameters, WithoutCommandsEditsLeaveNoStep) {
@@ -328,7 +173,7 @@ TEST_F(Parameters, WithoutCommandsEditsLeaveNoStep) {
     Curve curve({MakeKey(0, 1)});
     curve.SetKey(MakeKey(0.5, 2), -1);
     curve.SetKey(MakeKey(0.25, 3), -1);
-    curve.MoveKey(1, 0.25);
+    curve.DeleteKey(0.5, -1);
     EXPECT_EQ(curve.Values(), (Doubles{1, 3}));
     curve.SetTimeDependent(false);
     curve.Flip();
@@ -349,29 +194,15 @@ TEST_F(Parameters, CommandsFindACurveThatWasRebuilt) {
     EXPECT_TRUE(Parameters_cls::IsAlive(&rebuilt));
 }
 
-TEST_F(Parameters, SelectionByPointRegionAndPosition) {
+TEST_F(Parameters, ARegionSelectsWithItsBounds) {
     Curve curve({MakeKey(0.25, 1), MakeKey(0.5, 2), MakeKey(0.75, 3)});
     EXPECT_TRUE(curve.SelectKeyFrameRegion(0.5, 0.25, 0, 0, false));
-    EXPECT_EQ(curve.GetSelectedKeyNum(), 2) << "bounds count, equal values mean any";
+    EXPECT_EQ(curve.GetSelectedKeyNum(), 2) << "equal values mean any";
     EXPECT_TRUE(curve.SelectKeyFrameRegion(0, 1, 1.5, 9, true));
-    EXPECT_EQ(curve.GetSelectedKeyNum(), 2) << "the first stays, the second goes, the third comes";
-    EXPECT_TRUE(curve.SelectSelectedKeyByXY(0.26, 1.1, 0.1, 0.5));
-    EXPECT_FALSE(curve.SelectSelectedKeyByXY(0.5, 2, 0.1, 0.5));
-    EXPECT_FALSE(curve.SelectKeyByXY(0.5, 2.5, 0.1, 0.5, true)) << "strict";
-    EXPECT_TRUE(curve.SelectKeyByXY(0.5, 2, 0.3, 5, true));
-    EXPECT_EQ(curve.OnWhichKeyFrame(0.51, 0.1), 1);
-    EXPECT_EQ(curve.OnWhichKeyFrame(0.625, 0.125), -1);
-    curve.DeselectAll();
-    EXPECT_TRUE(curve.SelectKeyFrame(0.5, -1.0, true, false));
-    EXPECT_EQ(curve.GetSelectedKeyIndex(), -1);
-    int hit = -9;
-    GParamHooks.mStripHit = [&](ParamTL_cls*, int key) { hit = key; };
-    char strip = 0; // stands for a strip, which nobody looks into here
-    curve.mpCParamTL = reinterpret_cast<ParamTL_cls*>(&strip);
-    EXPECT_TRUE(curve.SelectKeyFrame(0.75, -1.0, false, false));
-    EXPECT_EQ(hit, 2);
-    EXPECT_FALSE(curve.SelectKeyFrame(0.8, -1.0, false, true));
-    EXPECT_EQ(hit, -1);
+    EXPECT_TRUE(curve.GetKeys()[0].mbSelected);
+    EXPECT_FALSE(curve.GetKeys()[1].mbSelected);
+    EXPECT_TRUE(curve.GetKeys()[2].mbSelected);
+    EXPECT_FALSE(curve.SelectKeyFrameRegion(0.6, 0.7, 0, 0, false));
 }
 
 } // namespace

@@ -16,20 +16,15 @@
 
 #include <gtest/gtest.h>
 
+#include "TempFolder.h"
+
 namespace {
 
 namespace fs = std::filesystem;
 
 class SafeFile : public ::testing::Test {
 protected:
-    SafeFile() {
-        std::string name = (fs::temp_directory_path() / "morentis_safe_XXXXXX").string();
-        mFolder = mkdtemp(name.data());
-    }
-    ~SafeFile() override {
-        GSafeFileStep = {};
-        fs::remove_all(mFolder);
-    }
+    ~SafeFile() override { GSafeFileStep = {}; }
     std::string In(const std::string& name) const { return mFolder + "/" + name; }
     static bool Write(const std::string& path, const std::string& bytes) {
         return WriteFileSafely(wxString::FromUTF8(path), bytes).empty();
@@ -50,7 +45,8 @@ protected:
         return facts.st_mode & 07777;
     }
 
-    std::string mFolder;
+    TempFolder_cls mTemp;
+    const std::string mFolder = mTemp.GetPath();
 };
 
 TEST_F(SafeFile, AFailureAtAnyStepKeepsTheOldFileAndLeavesNothingBeside) {

@@ -35,13 +35,10 @@ protected:
         Parameters_cls& curve = mTime.mpCTimeRemapGroup->mVParams[0];
         mTime.mbUseTimeRemap.mValue = true;
         curve.mbTimeDepend.mValue = keys.size() > 1;
-        curve.ExecCommandInitSet(keys[0].second, keys[0].first);
-        for (size_t i = 1; i < keys.size(); ++i) {
-            KeyFrame_cls key;
-            key.Set(keys[i].first, INTERP_LINEAR, keys[i].second, 0, 0, false);
-            curve.ExecCommandSetKey(key);
-        }
-        curve.ExecCommandSetKeyType(0, INTERP_LINEAR);
+        std::vector<KeyFrame_cls> linear(keys.size());
+        for (size_t i = 0; i < keys.size(); ++i)
+            linear[i].Set(keys[i].first, INTERP_LINEAR, keys[i].second, 0, 0, false);
+        curve.ExecCommandSetKeys(linear);
     }
 
     TimeCtrl_cls mTime{nullptr};
@@ -273,7 +270,7 @@ TEST_F(TimeCommands, TheRemapCurveIsInTheTextWhileItIsUsed) {
 TEST_F(TimeCommands, SnippingTagsLeadFromKeyToKey) {
     Remap({{0.1, 0.0}, {0.5, 10.0}, {0.9, 20.0}});
     mTime.mCollectTags = [this](std::vector<bool>* pTags) {
-        mTime.mpCTimeRemapGroup->CheckSnippingTag(pTags);
+        mTime.mpCTimeRemapGroup->mVParams[0].CheckSnippingTag(pTags);
     };
     std::vector<int> frames;
     for (const int dir : {1, 1, 1, 1, -1, -1, -1, -1}) {

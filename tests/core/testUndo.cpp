@@ -105,19 +105,15 @@ TEST_F(Undo, ValuesOfEveryKindAreWritten) {
     double d = 0;
     unsigned u = 0;
     wxString text = "old";
-    ConfItemFLOATARRAY_cls color("Color=", "0 0 0 1");
-    const float rgba[] = {0.25f, 0.5f, 0.75f, 1.0f};
     CommandSetValue_cls(&f, 1.5f, 0).Execute(false);
     CommandSetValue_cls(&d, 2.5, 0).Execute(false);
     CommandSetValue_cls(&u, 4000000000u, 0).Execute(false);
     CommandSetValue_cls(&text, wxString("new"), UPDATE_TEXTURE).Execute(true);
-    CommandSetColor_cls(&color, rgba, UPDATE_GL).Execute(false);
     EXPECT_EQ(f, 1.5f);
     EXPECT_EQ(d, 2.5);
     EXPECT_EQ(u, 4000000000u);
     EXPECT_EQ(text, "new");
-    EXPECT_EQ(color.GetItemStr(), "0.250000 0.500000 0.750000 1.000000");
-    EXPECT_EQ(GCUndoList.GetUpdateBit(), UPDATE_TEXTURE | UPDATE_GL);
+    EXPECT_EQ(GCUndoList.GetUpdateBit(), UPDATE_TEXTURE);
     EXPECT_EQ(CommandSetValue_cls(&text, wxString(), 0).GetKind(), 10);
 }
 

@@ -69,7 +69,8 @@ void CheckCurves(ParamGroup_cls& group) {
         if (curve.GetKeyNumber() < 100) curve.GetStrExpression("x");
     }
     std::vector<bool> tags(101, false);
-    group.CheckSnippingTag(&tags);
+    for (const Parameters_cls& curve : group.mVParams)
+        curve.CheckSnippingTag(&tags);
 }
 
 /// Texts of settings may hold the key of another one: then a line is taken twice, as the format has it.

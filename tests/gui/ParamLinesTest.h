@@ -11,23 +11,19 @@
 #include "APP/clsMain.h"
 #include "COMMON/EventIds.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
-#include "GuiTest.h"
 #include "PARAM/ParamHooks.h"
 #include "PARAM/clsParamGroup.h"
 #include "PARAM/clsUndoManager.h"
 #include "TIME/clsTimeCtrl.h"
-#include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
+#include "TimelinePoints.h"
 #include "WIDGET/TIMELINE/clsFrameSlider.h"
 #include "WIDGET/TIMELINE/clsGraphPanel.h"
-#include "WIDGET/TIMELINE/clsParamGUICtrl.h"
-#include "WIDGET/TIMELINE/clsParamStrips.h"
 #include "WIDGET/TIMELINE/clsParamTree.h"
 #include "WIDGET/TIMELINE/clsPlayCtrlGUI.h"
-#include "WIDGET/TIMELINE/clsTimeHeader.h"
 
 /// A film of 19 frames with three groups, "Place" (open, linked), "Fade" (open) and the folder "Rig" (folded)
 /// around "Turn".
-class ParamLinesTest : public GuiTest {
+class ParamLinesTest : public TimelinePoints {
 protected:
     void SetUp() override {
         GuiTest::SetUp();
@@ -83,9 +79,6 @@ protected:
     }
     static wxSplitterWindow* Splitter() { return dynamic_cast<wxSplitterWindow*>(Half()->GetParent()); }
     static TimeCtrl_cls* Time() { return Hub()->mpCTimeCtrl; }
-    static BtmHalfPanel_cls* Half() { return Frame()->GetPCBtmHalf(); }
-    static ParamGUICtrl_cls* Lines() { return Half()->GetPCParamGUICtrl(); }
-    static ParamStrips_cls* Strips() { return Lines()->GetPCStrips(); }
     static ParamTree_cls* Tree() { return Lines()->GetPCTree(); }
     std::vector<ParamGroup_cls*> Roots() const { return {mpPlace.get(), mpFade.get(), mpRig.get()}; }
     wxString Text() const { return mpPlace->Serialize() + mpFade->Serialize() + mpRig->Serialize(); }
@@ -98,7 +91,7 @@ protected:
             frames.push_back(std::round(mark * 19e6) / 1e6);
         return frames;
     }
-    static wxPoint Point(int row, int frame) { return Strips()->ToPoint(row, At(frame)); }
+    static wxPoint Point(int row, int frame) { return StripPoint(row, At(frame)); }
     static void ClickZone(int row, TreeZone zone) {
         const wxRect rect = Tree()->GetZoneRect(row, zone);
         Click(Tree(), wxPoint(rect.x + rect.width / 2, rect.y + rect.height / 2));

@@ -294,8 +294,8 @@ TEST_F(Drawing, ThePercentageMovesWhileDrawing) {
     SetAll(1);
     mSize = 512;
     std::vector<int> told;
-    const std::function<void()> own = UpdateStatusBar_cls::GetConnected();
-    UpdateStatusBar_cls::Connect([&told] { told.push_back(GDrawingPercentage.load()); });
+    const std::function<void()> own =
+        UpdateStatusBar_cls::Connect([&told] { told.push_back(GDrawingPercentage.load()); });
     Draw(std::vector<Particle_st>(400000, {{0, 0, 0}, 0.06f})); // seconds, of which each fifth is told
     UpdateStatusBar_cls::Connect(own);
     EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
@@ -307,9 +307,8 @@ TEST_F(Drawing, DataMayBeClosedWhileTheyAreDrawn) {
     SetAll(1);
     mSize = 512;
     bool bClosed = false;
-    const std::function<void()> own = UpdateStatusBar_cls::GetConnected();
-    UpdateStatusBar_cls::Connect([&bClosed] { // in place of a user who chooses the menu
-        Hub()->CloseData();
+    const std::function<void()> own = UpdateStatusBar_cls::Connect([&bClosed] {
+        Hub()->CloseData(); // in place of a user who chooses the menu
         bClosed = true;
     });
     Draw(std::vector<Particle_st>(1500, {{0, 0, 0}, 1.2f}));

@@ -8,20 +8,17 @@
 #include "APP/clsMain.h"
 #include "COMMON/EventIds.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
-#include "GuiTest.h"
 #include "PARAM/clsParamGroup.h"
 #include "PARAM/clsUndoManager.h"
 #include "SCENE/clsCameraPath.h"
 #include "TIME/clsTimeCtrl.h"
-#include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
-#include "WIDGET/TIMELINE/clsParamGUICtrl.h"
+#include "TimelinePoints.h"
 #include "WIDGET/TIMELINE/clsParamGroupGUI.h"
-#include "WIDGET/TIMELINE/clsParamStrips.h"
 #include "WIDGET/TIMELINE/clsParamTree.h"
 
 namespace {
 
-class Film : public GuiTest {
+class Film : public TimelinePoints {
 protected:
     void SetUp() override {
         GuiTest::SetUp();
@@ -49,10 +46,7 @@ protected:
         GCUndoList.Clear();
     }
     static TimeCtrl_cls* Clock() { return Hub()->mpCTimeCtrl; }
-    static BtmHalfPanel_cls* Half() { return Frame()->GetPCBtmHalf(); }
     static wxSplitterWindow* Splitter() { return dynamic_cast<wxSplitterWindow*>(Half()->GetParent()); }
-    static ParamGUICtrl_cls* Lines() { return Half()->GetPCParamGUICtrl(); }
-    static ParamStrips_cls* Strips() { return Lines()->GetPCStrips(); }
     static ParamGroup_cls* Group() { return Hub()->mpCCameraPath->mpCTranslate; }
     static Parameters_cls& Curve() { return Group()->mVParams[0]; }
     static int Row() {
@@ -61,7 +55,7 @@ protected:
             if (rows[row].mpCGroup->GetPCGroup() == Group() && rows[row].mDim == 0) return int(row);
         return -1;
     }
-    static wxPoint At(int frame) { return Strips()->ToPoint(Row(), double(frame) / Clock()->GetMaxFrame()); }
+    static wxPoint At(int frame) { return StripPoint(Row(), double(frame) / Clock()->GetMaxFrame()); }
     static void ClickZone(TreeZone zone) {
         const wxRect rect = Lines()->GetPCTree()->GetZoneRect(Row(), zone);
         Click(Lines()->GetPCTree(), wxPoint(rect.x + rect.width / 2, rect.y + rect.height / 2));

@@ -8,6 +8,7 @@
 #include <wx/sizer.h>
 #include <wx/textctrl.h>
 
+#include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "GuiTest.h"
 #include "PARAM/clsParamGroup.h"
@@ -42,8 +43,8 @@ protected:
             mpGroup->mVParams[size_t(c)].ExecCommandSetKeys(keys);
         }
         GCUndoList.Clear();
-        mpFrame = new wxFrame(Hub()->GetPTopLevelWindow(), wxID_ANY, "Graph", wxPoint(40, 40),
-                              wxSize(900, 420), wxDEFAULT_FRAME_STYLE | wxFRAME_FLOAT_ON_PARENT);
+        mpFrame = new wxFrame(Frame(), wxID_ANY, "Graph", wxPoint(40, 40), wxSize(900, 420),
+                              wxDEFAULT_FRAME_STYLE | wxFRAME_FLOAT_ON_PARENT);
         mpPanel = new GraphPanel_cls(mpFrame, Time());
         mpPanel->mOnEdited = [this] { ++mEdits; };
         mpFrame->Show();

@@ -1,6 +1,7 @@
 // The grammar lists of the loader dialog: what they refuse, ask and keep.
 #include <wx/listctrl.h>
 
+#include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "GuiTest.h"
 #include "PDATA/clsDataLoader.h"
@@ -16,7 +17,7 @@ protected:
         Loader().SetHeaderGrammer({HEAD_TIME, HEAD_NUMBER});
         Loader().SetBodyGrammer({BODY_XYZ, BODY_RADIUS});
         Loader().mCItemDataType.mValue = 0;
-        Loader().OpenWindow(Hub()->GetPTopLevelWindow());
+        Loader().OpenWindow(Frame());
         ASSERT_TRUE(PumpUntil([] { return Gui().IsShown(); }));
         ShowGrammar();
     }

@@ -2,6 +2,7 @@
 #include <wx/sizer.h>
 #include <wx/textctrl.h>
 
+#include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "GuiTest.h"
 #include "WIDGET/clsDialogEXKey.h"
@@ -14,7 +15,7 @@ class NumFields : public GuiTest {
 protected:
     void SetUp() override {
         GuiTest::SetUp();
-        mpDialog = new wxDialogEXKey(Hub()->GetPTopLevelWindow(), "Fields");
+        mpDialog = new wxDialogEXKey(Frame(), "Fields");
         mpPanel = new MultiInputPanel_cls(mpDialog);
         NumSpec spec;
         spec.mMin = 0;

@@ -238,10 +238,7 @@ TEST_F(ParamLines, DeleteCopyAndKinds) {
     // The fifth entry of the menu is the step.
     ClickPopup(Strips(), Point(ALPHA, 5), {WXK_DOWN, WXK_DOWN, WXK_DOWN, WXK_DOWN, WXK_DOWN, WXK_RETURN});
     EXPECT_EQ(X(*mpFade).GetKeys()[1].mInterpType, unsigned(INTERP_STEP));
-    TimeHeader_cls* header = Half()->GetPCHeader();
-    const wxRect linear = header->GetButtonRect("Selected keys: LINEAR");
-    ASSERT_FALSE(linear.IsEmpty());
-    Click(header, wxPoint(linear.x + linear.width / 2, linear.y + linear.height / 2));
+    ASSERT_TRUE(ClickHeader("Selected keys: LINEAR"));
     EXPECT_EQ(X(*mpFade).GetKeys()[1].mInterpType, unsigned(INTERP_LINEAR));
     Key(WXK_DELETE);
     EXPECT_EQ(Frames(X(*mpFade)), List({0, 10}));

@@ -42,8 +42,7 @@ TEST_F(ParamRows, GroupsFoldHideAndShow) {
     ClickZone(PLACE, TreeZone::SHY);
     EXPECT_TRUE(mpPlace->mbShy);
     EXPECT_EQ(Lines()->GetRows().size(), 11u) << "shy counts in shy mode";
-    const wxRect shy = Half()->GetPCHeader()->GetButtonRect("Shy mode");
-    Click(Half()->GetPCHeader(), wxPoint(shy.x + 5, shy.y + 5));
+    ASSERT_TRUE(ClickHeader("Shy mode"));
     EXPECT_EQ(Lines()->GetRows().size(), 7u);
     Lines()->ShowGroup(mpFade.get(), false);
     EXPECT_EQ(Lines()->GetRows().size(), 5u);
@@ -81,8 +80,7 @@ TEST_F(ParamRows, WheelZoomsAroundThePointerScrollsAndPans) {
     const int held = Strips()->GetScale().ToFrame(300);
     Drag(Strips(), wxPoint(300, 10), wxPoint(400, 10), 2);
     EXPECT_NEAR(Strips()->GetScale().ToFrame(400), held, 1);
-    const wxRect all = Half()->GetPCHeader()->GetButtonRect("Show the whole film");
-    Click(Half()->GetPCHeader(), wxPoint(all.x + 5, all.y + 5));
+    ASSERT_TRUE(ClickHeader("Show the whole film"));
     EXPECT_EQ(Time()->GetAAMin(), 0);
     EXPECT_EQ(Time()->GetAAMax(), 1000);
     const int top = Lines()->GetRowScale().mTop;
@@ -152,8 +150,7 @@ TEST_F(ParamRows, RulerAndJumpsKnowTheKeysOfTheRowsThatExist) {
     EXPECT_EQ(at(), Place(12, 0));
     Key('J');
     EXPECT_EQ(at(), Place(5, 2));
-    const wxRect next = Half()->GetPCHeader()->GetButtonRect("To the next key");
-    Click(Half()->GetPCHeader(), wxPoint(next.x + next.width / 2, next.y + next.height / 2));
+    ASSERT_TRUE(ClickHeader("To the next key"));
     EXPECT_EQ(at(), Place(12, 0)) << "the arrows go by the same rule";
     Snap("ruler_marks");
     Lines()->ShowGroup(mpRig.get(), false);

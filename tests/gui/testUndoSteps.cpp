@@ -224,7 +224,8 @@ TEST_F(UndoSteps, OpeningAndClosingDataGoBackWithTheClock) {
     UndoKey();
     EXPECT_EQ(Store()->GetStrActiveFileSequencePath(), melt);
     EXPECT_EQ(Clock()->GetState().mValue, clock.mValue);
-    EXPECT_TRUE(Frame()->IsTheFrameLoaded(-1)) << "the old data are on the screen again";
+    EXPECT_TRUE(Store()->IsTheIndexLoaded(Clock()->GetRemappedIndex(-1)))
+        << "the old data are on the screen again";
     EXPECT_FALSE(GCUndoList.IsUndoable());
     RedoKey();
     EXPECT_EQ(Store()->GetStrActiveFileSequencePath(), other);
@@ -233,7 +234,7 @@ TEST_F(UndoSteps, OpeningAndClosingDataGoBackWithTheClock) {
     EXPECT_TRUE(Store()->GetStrActiveFileSequencePath().empty());
     UndoKey();
     EXPECT_EQ(Store()->GetStrActiveFileSequencePath(), other);
-    EXPECT_TRUE(Frame()->IsTheFrameLoaded(-1));
+    EXPECT_TRUE(Store()->IsTheIndexLoaded(Clock()->GetRemappedIndex(-1)));
     EXPECT_TRUE(mVMessages.empty());
     ASSERT_TRUE(OpenProjectAndPaint(Root() + "examples/lj_melt_bin/lj_melt_bin.mrp"));
     EXPECT_FALSE(GCUndoList.IsUndoable()) << "a project begins a history of its own";
@@ -268,7 +269,7 @@ TEST_F(UndoSteps, TimeRemapIsSwitchedByTheMenuAndBack) {
     Menu(ID_TIME_REMAP, true);
     EXPECT_TRUE(Clock()->mbUseTimeRemap.mValue);
     EXPECT_EQ(Clock()->GetRemappedIndex(0), 3);
-    EXPECT_TRUE(Frame()->IsTheFrameLoaded(0));
+    EXPECT_TRUE(Store()->IsTheIndexLoaded(Clock()->GetRemappedIndex(0)));
     UndoKey();
     EXPECT_FALSE(Clock()->mbUseTimeRemap.mValue);
     Frame()->GetMenuBar()->GetMenu(1)->UpdateUI();
@@ -325,7 +326,7 @@ TEST_F(UndoSteps, SceneDialogSetsLengthAndAreaInOneStep) {
 }
 
 TEST_F(UndoSteps, DiamondsSetAndRemoveKeys) {
-    auto* dialog = new wxDialogEXKey(Hub()->GetPTopLevelWindow(), "Params");
+    auto* dialog = new wxDialogEXKey(Frame(), "Params");
     auto* panel = new MultiInputPanel_cls(dialog);
     const wxString suffixes[] = {"x", "y", "z"};
     static ParamGroup_cls sGroup("Test Place", 3, suffixes, 6, false); // commands may point to it for long

@@ -91,7 +91,7 @@ TEST_F(ColorCurveEdit, UnlinkedKeysMoveAlone) {
 }
 
 TEST_F(ColorCurveEdit, InsertKeepsTheColours) {
-    mCurve.mpCParamGroup->mVParams[0].ExecCommandSetKeyType(0, INTERP_STEP);
+    SetKind(mCurve.mpCParamGroup->mVParams[0], 0, INTERP_STEP);
     const wxString before = mCurve.Serialize();
     float old[4];
     mCurve.GetCurveColor(old, 0.25f);

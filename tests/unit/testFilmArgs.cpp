@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "PDATA/clsFileSequence.h"
+#include "TempFolder.h"
 
 namespace {
 
@@ -150,8 +151,8 @@ TEST(FilmArgs, OutputNamesFollowTheImageSequence) {
     EXPECT_EQ(CheckFilmExport(&data), "");
     EXPECT_EQ(data, "d%03d") << "data need no ending";
     // A "%" in a folder is part of its name, beside a typed number "%%" is one.
-    std::string base = (std::filesystem::temp_directory_path() / "film-XXXXXX").string();
-    ASSERT_NE(mkdtemp(base.data()), nullptr);
+    const TempFolder_cls temp;
+    const std::string& base = temp.GetPath();
     for (const char* name : {"50%", "a%%b", "50% done"}) {
         const wxString folder = wxString(base) + "/" + name;
         std::filesystem::create_directory(folder.utf8_string());
@@ -162,7 +163,6 @@ TEST(FilmArgs, OutputNamesFollowTheImageSequence) {
         EXPECT_EQ(FileSequence_cls(path).GetModifiedStr(7, 0), folder + "/x0007.png");
     }
     EXPECT_EQ(check(wxString(base) + "/50%/f%04d.png"), wxString(base) + "/50%/f%04d.png");
-    std::filesystem::remove_all(base);
     wxString alpha = "f%04d.tiff";
     EXPECT_EQ(CheckFilmOutput(&alpha, true), "");
 }

@@ -5,6 +5,7 @@
 
 #include "GL/BASE/clsFBO.h"
 #include "GL/DRAW/clsDrawList.h"
+#include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsZSort.h"
 
 namespace {
@@ -33,7 +34,7 @@ std::vector<int> Indices(const Row& row, int step, const DrawListOrder& order) {
     return indices;
 }
 
-DrawListOrder LookingAlongX(unsigned sortOrder, int planeDepth, double eyeX) {
+DrawListOrder LookingAlongX(unsigned sortOrder, bool planeDepth, double eyeX) {
     DrawListOrder order;
     order.sortOrder = sortOrder;
     order.planeDepth = planeDepth;
@@ -57,27 +58,27 @@ TEST(GLDrawList, WithoutSortEveryStepthParticleInFileOrder) {
 TEST(GLDrawList, TransparentOrderIsFarthestFirst) {
     const Row row({3, -8, 7, 1});
     // Depth along the view knows no distance: what is behind the eye comes last.
-    EXPECT_EQ(Indices(row, 1, LookingAlongX(1, 1, 0)), (Ints{2, 0, 3, 1}));
-    EXPECT_EQ(Indices(row, 1, LookingAlongX(1, 0, 0)), (Ints{1, 2, 0, 3}));
-    EXPECT_EQ(Indices(row, 1, LookingAlongX(1, 0, 6)), (Ints{1, 3, 0, 2}));
+    EXPECT_EQ(Indices(row, 1, LookingAlongX(SORT_FAR_FIRST, true, 0)), (Ints{2, 0, 3, 1}));
+    EXPECT_EQ(Indices(row, 1, LookingAlongX(SORT_FAR_FIRST, false, 0)), (Ints{1, 2, 0, 3}));
+    EXPECT_EQ(Indices(row, 1, LookingAlongX(SORT_FAR_FIRST, false, 6)), (Ints{1, 3, 0, 2}));
 }
 
 TEST(GLDrawList, SolidOrderIsNearestFirst) {
     const Row row({3, -8, 7, 1});
-    EXPECT_EQ(Indices(row, 1, LookingAlongX(2, 1, 0)), (Ints{3, 0, 2, 1}));
+    EXPECT_EQ(Indices(row, 1, LookingAlongX(SORT_NEAR_FIRST, true, 0)), (Ints{3, 0, 2, 1}));
 }
 
 TEST(GLDrawList, TransparentOrderCountsOnlyWholeSteps) {
     const Row row({1, 2, 3, 4, 5, 6, 7});
-    EXPECT_EQ(Indices(row, 3, LookingAlongX(1, 1, 0)), (Ints{3, 0}));
-    EXPECT_EQ(Indices(row, 3, LookingAlongX(2, 1, 0)), (Ints{0, 3, 6}));
+    EXPECT_EQ(Indices(row, 3, LookingAlongX(SORT_FAR_FIRST, true, 0)), (Ints{3, 0}));
+    EXPECT_EQ(Indices(row, 3, LookingAlongX(SORT_NEAR_FIRST, true, 0)), (Ints{0, 3, 6}));
 }
 
 TEST(GLDrawList, KeysThatAreNoNumbersComeLast) {
     const Row row({kNaN, 2, kNaN, 9, 4});
-    EXPECT_EQ(Indices(row, 1, LookingAlongX(1, 1, 0)), (Ints{3, 4, 1, 0, 2}));
-    EXPECT_EQ(Indices(row, 1, LookingAlongX(2, 1, 0)), (Ints{1, 4, 3, 0, 2}));
-    EXPECT_EQ(Indices(Row({kNaN, kNaN}), 1, LookingAlongX(1, 0, 0)), (Ints{0, 1}));
+    EXPECT_EQ(Indices(row, 1, LookingAlongX(SORT_FAR_FIRST, true, 0)), (Ints{3, 4, 1, 0, 2}));
+    EXPECT_EQ(Indices(row, 1, LookingAlongX(SORT_NEAR_FIRST, true, 0)), (Ints{1, 4, 3, 0, 2}));
+    EXPECT_EQ(Indices(Row({kNaN, kNaN}), 1, LookingAlongX(SORT_FAR_FIRST, false, 0)), (Ints{0, 1}));
 }
 
 TEST(GLDrawList, ManyEntriesWithScatteredBadKeysAreOrdered) {

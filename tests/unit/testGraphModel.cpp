@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "ParamTest.h"
+#include "WIDGET/TIMELINE/GraphEdit.h"
 #include "WIDGET/TIMELINE/GraphRaster.h"
 #include "WIDGET/TIMELINE/TimelineModel.h"
 
@@ -88,7 +89,7 @@ TEST_F(GraphModel, SamplesOfAnyKeysAreTrueAndEnd) {
             // Some at one place, some out of the film, some on the grid.
             double t = random() * 1.4 - 0.2;
             if (random() < 0.2 && i > 0) t = keys.back().mDoubleIndex;
-            if (random() < 0.3) t = Parameters_cls::Quantize(std::fabs(t));
+            if (random() < 0.3) t = ToFilmGrid(std::fabs(t));
             keys.push_back(MakeKey(t, random() * 1000 - 500, unsigned(random() * 5), random(), random()));
         }
         Curve curve({});

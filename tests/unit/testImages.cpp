@@ -1,8 +1,6 @@
 // Pictures on their way into a file: size, overlay, alpha, format.
 #include "IMAGE/clsThreadSave.h"
 
-#include <unistd.h>
-
 #include <cmath>
 #include <cstring>
 #include <filesystem>
@@ -18,6 +16,7 @@
 #include "IMAGE/HalfFloat.h"
 #include "IMAGE/ImageFile.h"
 #include "IMAGE/clsImgSizeTemplate.h"
+#include "TempFolder.h"
 
 namespace {
 
@@ -134,10 +133,7 @@ class ThreadSave : public ::testing::Test {
 protected:
     void SetUp() override {
         if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG)) wxInitAllImageHandlers();
-        std::string name = (fs::temp_directory_path() / "morentis_image_XXXXXX").string();
-        mFolder = mkdtemp(name.data());
     }
-    void TearDown() override { fs::remove_all(mFolder); }
 
     static void Put(PixelBuffer_cls* pBuffer, int w, int h, int channels, const Bytes& bytes) {
         ASSERT_TRUE(pBuffer->Allocate(w, h, channels));
@@ -163,7 +159,8 @@ protected:
     }
     wxImage Load(const std::string& name) const { return wxImage(mFolder + "/" + name); }
 
-    std::string mFolder;
+    TempFolder_cls mTemp;
+    const std::string mFolder = mTemp.GetPath();
 };
 
 TEST_F(ThreadSave, FormatsFollowTheEndingAndTheTopRowIsGLsLast) {

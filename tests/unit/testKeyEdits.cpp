@@ -101,9 +101,86 @@ TEST_F(KeyEdits, CopiesMoveAndTheKeysStay) {
     EXPECT_FALSE(GCUndoList.IsUndoable());
 }
 
+TEST_F(KeyEdits, SelectedKeysMoveTogetherAndReplaceWhatIsInTheirWay) {
+    SetKeys(X(), {10, 20, 30, 90});
+    SelectKeys({&X()}, 0.0, 0.3, SelectMode::SET);
+    const wxString before = mCGroup.Serialize();
+    const auto move = [this](double dT, double dV) {
+        CurveGesture_cls gesture;
+        gesture.Begin({&X()}, false);
+        gesture.Move(dT, dV);
+        return gesture.Commit();
+    };
+    EXPECT_FALSE(move(0.004, 0.0)) << "less than half a step";
+    EXPECT_FALSE(GCUndoList.IsUndoable());
+    EXPECT_TRUE(move(0.104, 0.5));
+    EXPECT_EQ(Frames(X()), List({20, 30, 40, 90})) << "on the film's grid";
+    EXPECT_DOUBLE_EQ(X().GetKeyFrameValue(2), 60.5);
+    EXPECT_TRUE(move(-0.3, 0.0));
+    EXPECT_EQ(Frames(X()), List({0, 10, 20, 90})) << "the first stops them all at the film's start";
+    EXPECT_TRUE(move(0.7, 0.0));
+    EXPECT_EQ(Frames(X()), List({70, 80, 90}));
+    EXPECT_DOUBLE_EQ(X().GetKeyFrameValue(2), 60.5) << "the moved one stays";
+    EXPECT_EQ(X().GetSelectedKeyNum(), 3);
+    for (int i = 0; i < 3; ++i)
+        GCUndoList.UndoCurrent();
+    EXPECT_EQ(mCGroup.Serialize(), before);
+    EXPECT_FALSE(GCUndoList.IsUndoable());
+}
+
+TEST_F(KeyEdits, AStepOfFiftyFiveIsNotFiftyFour) {
+    // 1 / (1.0 / 5 / 11) falls a hair short of 55.
+    Parameters_cls::SetFrameNumber(5, 11);
+    Curve curve({MakeKey(0, 1), MakeKey(1.0 / 55, 2)});
+    curve.SelectKey(1, true);
+    CurveGesture_cls gesture;
+    gesture.Begin({&curve}, false);
+    gesture.Move(2.0 / 55, 0.0);
+    ASSERT_TRUE(gesture.Commit());
+    EXPECT_DOUBLE_EQ(curve.GetKeyFrameDoubleIndex(1), 3.0 / 55);
+}
+
+TEST_F(KeyEdits, DeletingTakesTheSelectedKeysButTheLast) {
+    mCGroup.mbLinked = false;
+    SetKeys(X(), {10, 50, 51, 90});
+    Parameters_cls::SetFrameNumber(10, 1); // now two keys share a frame
+    const wxString before = mCGroup.Serialize();
+    X().SelectKey(2, true);
+    X().SelectKey(3, true);
+    ASSERT_TRUE(DeleteSelectedKeys({&X()}));
+    EXPECT_EQ(Frames(X()), List({10, 50}));
+    EXPECT_FALSE(DeleteSelectedKeys({&X()})) << "none is selected";
+    SelectKeys({&X()}, 0.0, 1.0, SelectMode::SET);
+    ASSERT_TRUE(DeleteSelectedKeys({&X()}));
+    EXPECT_EQ(Frames(X()), List({0})) << "the one that stays goes to the start";
+    GCUndoList.UndoCurrent();
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(mCGroup.Serialize(), before);
+    EXPECT_FALSE(GCUndoList.IsUndoable());
+}
+
+TEST_F(KeyEdits, KindsOfSelectedKeysChangeAndTheUsersSlopeComesBack) {
+    ::SetKeys(X(), {MakeKey(0, 0, INTERP_HERMITE, 7, 8), MakeKey(0.5, 1), MakeKey(1, 4)});
+    X().mbTimeDepend.mValue = true;
+    const wxString before = mCGroup.Serialize();
+    EXPECT_FALSE(SetSelectedKinds({&X()}, INTERP_STEP)) << "none is selected";
+    X().SelectKey(0, true);
+    EXPECT_FALSE(SetSelectedKinds({&X()}, INTERP_HERMITE)) << "it is so already";
+    EXPECT_FALSE(GCUndoList.IsUndoable());
+    ASSERT_TRUE(SetSelectedKinds({&X()}, INTERP_HERMITE_AUTO));
+    EXPECT_EQ(X().GetKeyFrameValueD1(0), 2);
+    X().SelectKey(2, true);
+    ASSERT_TRUE(SetSelectedKinds({&X()}, INTERP_STEP));
+    EXPECT_EQ(X().GetKeys()[1].mInterpType, INTERP_LINEAR);
+    EXPECT_EQ(X().GetKeys()[2].mInterpType, INTERP_STEP);
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(X().GetKeys()[0].mInterpType, INTERP_HERMITE_AUTO);
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(mCGroup.Serialize(), before);
+}
+
 TEST_F(KeyEdits, ConstantsBecomeAnimatedAndBackAtTheValueOnShow) {
-    X().InitSet(7.0);
-    GCUndoList.Clear();
+    X().ExecCommandInitSet(7.0);
     const wxString text = mCGroup.Serialize();
     Parameters_cls::msCurrentDoubleIndex = 0.3;
     X().GetInterpolatedValue(0.9); // the cache is of another time

@@ -1,8 +1,6 @@
 // What a killed program leaves, and files that are the same under other names.
 #include "COMMON/Leftovers.h"
 
-#include <unistd.h>
-
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
@@ -12,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "COMMON/FileSet.h"
+#include "TempFolder.h"
 
 namespace {
 
@@ -19,11 +18,6 @@ namespace fs = std::filesystem;
 
 class Leftovers : public ::testing::Test {
 protected:
-    Leftovers() {
-        std::string name = (fs::temp_directory_path() / "morentis_left_XXXXXX").string();
-        mFolder = mkdtemp(name.data());
-    }
-    ~Leftovers() override { fs::remove_all(mFolder); }
     std::string Make(const std::string& name, int minutes) const {
         const fs::path path = mFolder / name;
         std::ofstream(path) << "left";
@@ -31,7 +25,8 @@ protected:
         return path.string();
     }
 
-    fs::path mFolder;
+    TempFolder_cls mTemp;
+    const fs::path mFolder = mTemp.GetPath();
 };
 
 TEST_F(Leftovers, OnlyWhatIsOursOldAndUnusedGoes) {

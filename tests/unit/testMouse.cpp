@@ -179,7 +179,7 @@ struct DollyTest : testing::Test {
     DollyTest() {
         mCCamera.Set(-3, 0, 0);
         mCCamera.SetDirection(1);
-        mCCamera.SetAncPos(mCAnchor);
+        mCCamera.SetAncPos(mCAnchor.mPos);
     }
     void Drag(float dx, float dy, int displayMode) {
         mCMouse = MouseNormalized_cls();
@@ -256,7 +256,7 @@ TEST_F(DollyTest, movingTheCentreKeepsWhatIsUnderThePointer) {
     ASSERT_TRUE(view.Project(mCCamera, point, before));
     Drag(0.15f, -0.1f, 1);
     EXPECT_TRUE(mCDolly.MoveCenter(&mCCamera, &mCAnchor));
-    mCCamera.SetAncPos(mCAnchor);
+    mCCamera.SetAncPos(mCAnchor.mPos);
     EXPECT_NEAR(mCCamera.GetDistanceToAnc(), 4, 1e-12);
     ASSERT_TRUE(view.Project(mCCamera, point, after));
     EXPECT_NEAR(after[0] - before[0], 0.15, 1e-6);

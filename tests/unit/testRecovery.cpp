@@ -14,6 +14,7 @@
 #include "COMMON/SafeFile.h"
 #include "PARAM/clsCommandItem.h"
 #include "ParamTest.h"
+#include "TempFolder.h"
 
 namespace {
 
@@ -31,8 +32,6 @@ void Step() {
 class Recovery : public ParamTest {
 protected:
     Recovery() {
-        std::string name = (fs::temp_directory_path() / "morentis_recovery_XXXXXX").string();
-        mFolder = mkdtemp(name.data());
         SetMessageHandler([this](MessageKind, const wxString& text, const wxString&) {
             mTold += text;
             return true;
@@ -42,7 +41,6 @@ protected:
     ~Recovery() override {
         SetMessageHandler({});
         GSafeFileStep = {};
-        fs::remove_all(mFolder);
     }
     Recovery_cls Make(const std::string& text) {
         return Recovery_cls(wxString(mFolder), [text] { return text; });
@@ -66,7 +64,8 @@ protected:
         ASSERT_EQ(waitpid(child, nullptr, 0), child);
     }
 
-    std::string mFolder;
+    TempFolder_cls mTemp;
+    const std::string mFolder = mTemp.GetPath();
     wxString mTold;
 };
 

@@ -222,7 +222,7 @@ TEST_F(SceneObj, DragModeIsToggledOrSetOnce) {
     thing.SetDragMode(1);
     EXPECT_EQ(thing.mDragMode, 2) << "it is locked";
     thing.ToggleDragMode(2);
-    EXPECT_EQ(thing.mDragMode, -1);
+    EXPECT_EQ(thing.mDragMode, SceneObj_cls::kNoDrag);
     thing.SetDragMode(0);
     EXPECT_EQ(thing.mDragMode, 0);
 }

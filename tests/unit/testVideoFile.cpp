@@ -17,6 +17,7 @@
 #include "IMAGE/ImageCheck.h"
 #include "IMAGE/ImageFile.h"
 #include "IMAGE/clsVideoMaker.h"
+#include "TempFolder.h"
 
 namespace {
 
@@ -62,11 +63,8 @@ TEST(VideoFile, CommandLeavesNothingToChance) {
 class VideoMaker : public ::testing::Test {
 protected:
     VideoMaker() {
-        std::string name = (fs::temp_directory_path() / "video 50% XXXXXX").string();
-        mFolder = mkdtemp(name.data());
         if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG)) wxImage::AddHandler(new wxPNGHandler);
     }
-    ~VideoMaker() override { fs::remove_all(mFolder); }
     VideoJob_st MakeJob(int frames, int w, int h) {
         VideoJob_st job;
         for (int i = 0; i < frames; ++i) {
@@ -93,7 +91,8 @@ protected:
         return size_t(std::distance(fs::directory_iterator(mFolder), fs::directory_iterator()));
     }
 
-    std::string mFolder;
+    TempFolder_cls mTemp{"video 50% "};
+    const std::string mFolder = mTemp.GetPath();
 };
 
 TEST_F(VideoMaker, MakesH264OfTheRateWithEvenSizes) {

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "COMMON/clsMyVector.h"
+#include "GL/BASE/DisplayMode.h"
 
 namespace {
 
@@ -48,10 +49,11 @@ void Direction_cls::Setv(const double* front, const double* up) {
 }
 
 void Direction_cls::SetDirection(int mode) {
-    if (mode < 1 || mode > 6) return;
-    const int axis = (mode - 1) / 2;
+    if (!IsAxisMode(mode)) return;
+    const int way = mode - DISPLAY_TO_PLUS_X;
+    const int axis = way / 2;
     double front[3] = {0, 0, 0};
-    front[axis] = mode % 2 == 1 ? 1 : -1;
+    front[axis] = way % 2 == 0 ? 1 : -1;
     const double upZ[3] = {0, 0, 1}, upY[3] = {0, 1, 0};
     Setv(front, axis == 2 ? upY : upZ);
 }

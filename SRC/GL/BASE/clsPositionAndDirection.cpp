@@ -96,22 +96,3 @@ void PositionAndDirection_cls::GetGLMatrix(double* matrix) const {
     matrix[3] = matrix[7] = matrix[11] = 0.0;
     matrix[15] = 1.0;
 }
-
-PositionAndDirection_cls
-PositionAndDirection_cls::GetPosAndDirectionInThisCoordinate(const PositionAndDirection_cls& other) const {
-    const auto turn = [this](const double* v, double* out) {
-        out[0] = MyVector::GetScalarProduct(v, mFront);
-        out[1] = -MyVector::GetScalarProduct(v, mRight);
-        out[2] = MyVector::GetScalarProduct(v, mUp);
-    };
-    PositionAndDirection_cls seen = other;
-    double way[3];
-    Subtract(other.mPos, mPos, way);
-    turn(way, seen.mPos);
-    Subtract(other.mAnc, mPos, way);
-    turn(way, seen.mAnc);
-    turn(other.mFront, seen.mFront);
-    turn(other.mUp, seen.mUp);
-    seen.NormalizeAndOrthogonalize();
-    return seen;
-}

@@ -18,7 +18,6 @@ public:
     void SetSensitivity(double sensitivity) { mSensitivity = sensitivity; }
     void SetAspectRatio(double aspect) { mAspectRatio = aspect; }
     void SetAncPos(const double* p);
-    void SetAncPos(const Position_cls& anchor) { SetAncPos(anchor.mPos); }
 
     double GetDistanceToAnc() const;
     /// Distance to the anchor along front, never negative.
@@ -35,10 +34,7 @@ public:
 
     /// Look at a point, up as it is where that can be.
     void PointAt(const double* p);
-    void PointAt(const Position_cls& target) { PointAt(target.mPos); }
 
     /// The placement as a column-major matrix: x goes to front, y to left, z to up.
     void GetGLMatrix(double* matrix) const;
-    /// Another placement as seen from this one, the inverse of GetGLMatrix.
-    PositionAndDirection_cls GetPosAndDirectionInThisCoordinate(const PositionAndDirection_cls& other) const;
 };

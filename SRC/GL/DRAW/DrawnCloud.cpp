@@ -27,7 +27,7 @@ FitCloud_st MakeDrawnCloud(const ParticleArrays_st& arrays, long long number,
     cloud.mpRadius = arrays.mpRadius;
     cloud.mNumber = number;
     cloud.mStep = options.GetDownSizing();
-    const bool bClasses = options.mClassify.mValue != 0;
+    const bool bClasses = options.IsClassified();
     if (bClasses) cloud.mpType = arrays.mpType;
     const auto widening =
         static_cast<float>(GLDrawData_cls::GetSteppingRadiusFactor(options.GetDownSizing()));

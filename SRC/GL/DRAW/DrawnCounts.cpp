@@ -83,12 +83,12 @@ DrawnCounts_st CountDrawn(const SnapData_cls& snap, const GLAttribute_cls* const
     const DrawOption_cls& options = *ppAttribute[0]->mpCDrawOption;
     const long long step = options.GetDownSizing();
     // Far to near leaves out a last one that has no full step behind it.
-    const long long drawn = options.mSortOrder.mValue == 1 ? snap.mNumber / step
-                            : snap.mNumber > 0             ? (snap.mNumber - 1) / step + 1
-                                                           : 0;
+    const long long drawn = options.mSortOrder.mValue == SORT_FAR_FIRST ? snap.mNumber / step
+                            : snap.mNumber > 0                          ? (snap.mNumber - 1) / step + 1
+                                                                        : 0;
     DrawnCounts_st counts;
     counts.mbKnown = true;
-    counts.mbClassify = options.mClassify.mValue != 0;
+    counts.mbClassify = options.IsClassified();
     if (counts.mbClassify && snap.mbAllocated && snap.mpType)
         counts.mNumber = CountOtherClasses(snap, drawn, static_cast<int>(step));
     counts.mNumber[0] = drawn - counts.mNumber[1] - counts.mNumber[2] - counts.mNumber[3];
@@ -111,7 +111,7 @@ void TellDrawnCounts(const PDataSequence_cls& sequence, int frame, double dt) {
         sKey = CountKey_st();
         sCounts = DrawnCounts_st();
         sCounts.mbKnown = pFile && pFile->IsItLoaded() && pFile->GetParticleNumber() == 0;
-        sCounts.mbClassify = options.mClassify.mValue != 0;
+        sCounts.mbClassify = options.IsClassified();
     } else {
         const CountKey_st key = {pSnap->mSerial, options.GetDownSizing(), options.mSortOrder.mValue,
                                  options.mClassify.mValue};

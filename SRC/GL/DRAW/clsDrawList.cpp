@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsZSort.h"
 
 namespace {
@@ -27,13 +28,14 @@ void MakeDrawList(DrawList_t& list, int count, int step, const float (*pPos)[3],
     if (count <= 0) return;
     step = std::max(step, 1);
     const int all = (count - 1) / step + 1;
-    if (order.sortOrder == 1) {
+    if (order.sortOrder == SORT_FAR_FIRST) {
         list.resize(static_cast<size_t>(count / step));
         ZSort_cls::ZSortPrepare(list.data(), count, step, pPos, order.cameraPos, order.cameraDir,
-                                order.planeDepth == 1 ? ZSort_cls::PLANE_DEPTH : ZSort_cls::EYE_DISTANCE);
-    } else if (order.sortOrder == 2)
+                                order.planeDepth ? ZSort_cls::PLANE_DEPTH : ZSort_cls::EYE_DISTANCE);
+    } else if (order.sortOrder == SORT_NEAR_FIRST)
         Fill(list, all, step, [&](int i) { return static_cast<float>(GetSquaredDistance(pPos[i], order)); });
     else
         Fill(list, all, step, [](int) { return 0.0f; });
-    if (order.sortOrder == 1 || order.sortOrder == 2) ZSort_cls::ZSortParallel(list);
+    if (order.sortOrder == SORT_FAR_FIRST || order.sortOrder == SORT_NEAR_FIRST)
+        ZSort_cls::ZSortParallel(list);
 }

@@ -5,12 +5,12 @@
 
 /// How a draw list is made: "SortOrder=" of the draw options, and where the eye is in data coordinates.
 struct DrawListOrder {
-    unsigned sortOrder = 0; ///< 0 none, 1 far to near, 2 near to far
-    int planeDepth = 1;     ///< with sort order 1: 1 depth along the view, 0 distance from the eye
+    unsigned sortOrder = 0; ///< a SortOrder (clsDrawOption.h)
+    bool planeDepth = true; ///< with far first: depth along the view, else distance from the eye
     double cameraPos[3] = {0, 0, 0};
     double cameraDir[3] = {0, 0, -1};
 };
 
-/// Every `step`-th of `count` particles; sort order 1 leaves out a last one that has no full step behind
+/// Every `step`-th of `count` particles; far first leaves out a last one that has no full step behind
 /// it. Keys that are no numbers come last.
 void MakeDrawList(DrawList_t& list, int count, int step, const float (*pPos)[3], const DrawListOrder& order);

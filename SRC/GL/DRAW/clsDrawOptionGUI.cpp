@@ -34,7 +34,7 @@ void DrawOptionGUI_cls::UpdateValues() {
     HideAndShow();
 }
 
-void DrawOptionGUI_cls::HideAndShow() { ShowRow(mRowShadow, mpCDrawOption->mShadow.mValue != 0); }
+void DrawOptionGUI_cls::HideAndShow() { ShowRow(mRowShadow, mpCDrawOption->mShadow.mValue != SHADOW_NONE); }
 
 void DrawOptionGUI_cls::FuncHookCombobox(int) { Redraw(); }
 

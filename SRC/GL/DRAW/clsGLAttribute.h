@@ -23,6 +23,8 @@ enum DrawType : unsigned {
     DRAW_BOTH = 3,
     DRAW_HIDE = 4
 };
+/// Of spheres: finer meshes, or none. Billboards: LOW lie parallel to the picture, all others face the eye.
+enum DrawQuality : unsigned { QUALITY_LOW = 0, QUALITY_MEDIUM = 1, QUALITY_HIGH = 2, QUALITY_EXACT = 3 };
 enum BlendType : unsigned { BLEND_ALPHA = 0, BLEND_ADDITIVE = 1 };
 enum RadiusType : unsigned { RADIUS_OF_DATA = 0, RADIUS_CONSTANT = 1 };
 enum AlphaType : unsigned { ALPHA_CONSTANT = 0, ALPHA_BY_RADIUS = 1 }; ///< ALPHA_BY_RADIUS: its power -2
@@ -66,7 +68,7 @@ public:
     wxString mStrTextureFile; ///< that it was made of
     ConfItemList_cls mConfList;
     ConfItemUINT_cls mDrawType;    ///< a DrawType
-    ConfItemUINT_cls mDrawQuality; ///< 0 low to 2 high; spheres: 3 exact, no mesh
+    ConfItemUINT_cls mDrawQuality; ///< a DrawQuality
     ConfItemUINT_cls mBlendType;   ///< a BlendType
     ConfItemUINT_cls mRadiusType;  ///< a RadiusType
     ConfItemFLOAT_cls mRadiusFactor;

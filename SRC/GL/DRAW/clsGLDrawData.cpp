@@ -46,17 +46,18 @@ void GLDrawData_cls::SetLightSourceInfo(int lightCount, const float* pLightPos, 
     mShadowLengthB = lengthB;
 }
 
-void GLDrawData_cls::ZSortAtFBO0(int count, int step, const float (*pPos)[3], int sortOrder, int planeDepth) {
+void GLDrawData_cls::ZSortAtFBO0(int count, int step, const float (*pPos)[3], unsigned sortOrder,
+                                 bool planeDepth) {
     DrawListOrder order;
-    order.sortOrder = static_cast<unsigned>(sortOrder);
+    order.sortOrder = sortOrder;
     order.planeDepth = planeDepth;
     std::copy(mCameraPos, mCameraPos + 3, order.cameraPos);
     std::copy(mCameraDir, mCameraDir + 3, order.cameraDir);
     MakeDrawList(sDrawList, count, step, pPos, order);
-    // A Boolean chain thins the list here: before the sort, and not with sort order 2.
+    // A Boolean chain thins the list here: before the sort, and not where the nearest come first.
     mspIndexAndZ = sDrawList.data();
     msDownsizedAtFBO0 = static_cast<int>(sDrawList.size());
-    msbListIsIdentity = step == 1 && sortOrder != 1 && sortOrder != 2;
+    msbListIsIdentity = step == 1 && sortOrder != SORT_FAR_FIRST && sortOrder != SORT_NEAR_FIRST;
 }
 
 int GLDrawData_cls::ZSort(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute) {
@@ -64,10 +65,10 @@ int GLDrawData_cls::ZSort(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttri
         spListSnap = pSnap;
         sListNumber = pSnap->mNumber;
         const DrawOption_cls& option = *pAttribute->mpCDrawOption;
-        const bool bFacesEye =
-            pAttribute->mDrawType.mValue == DRAW_BILLBOARD && pAttribute->mDrawQuality.mValue == 1;
+        const bool bFacesEye = pAttribute->mDrawType.mValue == DRAW_BILLBOARD &&
+                               pAttribute->mDrawQuality.mValue == QUALITY_MEDIUM;
         ZSortAtFBO0(pSnap->mpPos ? pSnap->mNumber : 0, option.GetDownSizing(), pSnap->mpPos,
-                    static_cast<int>(option.mSortOrder.mValue), bFacesEye ? 0 : 1);
+                    option.mSortOrder.mValue, !bFacesEye);
     }
     return msDownsizedAtFBO0;
 }

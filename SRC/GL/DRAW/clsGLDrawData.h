@@ -54,7 +54,7 @@ public:
     bool mbShadowPass = false;
 
 private:
-    void ZSortAtFBO0(int count, int step, const float (*pPos)[3], int sortOrder, int planeDepth);
+    void ZSortAtFBO0(int count, int step, const float (*pPos)[3], unsigned sortOrder, bool planeDepth);
 
     void DrawStraight(const SnapData_cls* pSnap, int number, float size, bool bColors);
 

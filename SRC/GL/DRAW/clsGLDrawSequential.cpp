@@ -211,8 +211,8 @@ void GLDrawData_cls::GLDrawSequential(int face, SnapData_cls* pSnap, GLAttribute
         } else if (look.drawType == DRAW_BILLBOARD) {
             TakeColor(kept, *pSnap, entry, type, look, radius, stepping);
             if (!(kept.color[3] >= kFaint)) continue;
-            if (look.quality > 0) GetVertexArrayLookAtCamera(pPos, facing);
-            batches.AddBillboard(pPos, look.quality > 0 ? facing : flat, radius, kept.color, look);
+            if (look.quality != QUALITY_LOW) GetVertexArrayLookAtCamera(pPos, facing);
+            batches.AddBillboard(pPos, look.quality != QUALITY_LOW ? facing : flat, radius, kept.color, look);
             cost += view.GetArea(pPos, radius) * DrawProgress_cls::kCostPixel;
         } else if (look.drawType == DRAW_SPHERE) {
             TakeMaterial(kept, entry, type, look, radius, stepping);

@@ -57,7 +57,7 @@ void MakeSnapshot(PDataBlock_cls* pBlock, GLAttribute_cls** ppAttribute, double 
 void Dispatch(int face, GLDrawData_cls* pDraw, GLAttribute_cls** ppAttribute) {
     SnapData_cls* pSnap = GLDrawData_cls::mspCSnapShot;
     GLAttribute_cls* pFirst = ppAttribute[0];
-    if (pFirst->mpCDrawOption->mClassify.mValue != 0) {
+    if (pFirst->mpCDrawOption->IsClassified()) {
         pDraw->GLDrawSequential(face, pSnap, ppAttribute);
         return;
     }

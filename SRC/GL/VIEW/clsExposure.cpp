@@ -100,7 +100,7 @@ void Exposure_cls::SetColors() const {
 
 void Exposure_cls::Begin() const {
     // What targets hold is limited to 0 to 1 anyway: the fixed pipeline draws the same picture faster.
-    if (!mbEnabled || ((mbBypassed || IsNeutral()) && mbBlendMode == 0)) return;
+    if (!mbEnabled || ((mbBypassed || IsNeutral()) && !mbBlendMode)) return;
     glUseProgram(mpCProgram->mProgram);
     SetColors();
     glUniform1i(mLocation[BLEND_MODE], mbBlendMode);
@@ -113,12 +113,12 @@ void Exposure_cls::End() const {
 
 void Exposure_cls::SetAccumulation(float alpha) {
     mAlpha = alpha;
-    mbBlendMode = 1;
+    mbBlendMode = true;
 }
 
 void Exposure_cls::EndAccumulation() {
     mAlpha = 1.0f;
-    mbBlendMode = 0;
+    mbBlendMode = false;
 }
 
 void Exposure_cls::SetToDefault() {

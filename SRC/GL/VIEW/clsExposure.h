@@ -62,7 +62,7 @@ private:
     bool mbInitialized = false;
     bool mbEnabled = false;
     float mAlpha = 1.0f;
-    int mbBlendMode = 0;
+    bool mbBlendMode = false; ///< steps of a motion blur are added up
     wxString mStrProblem;
     std::unique_ptr<ShaderProgram_cls> mpCProgram;
     int mLocation[8]; ///< of the uniforms

@@ -18,9 +18,3 @@ void KeptPicture_cls::Read(wxSize size) {
         std::copy_n(upward.data() + (last - y) * row, row, mVPicture.data() + y * row);
     mPictureSize = size;
 }
-
-const std::vector<unsigned char>& KeptPicture_cls::Get(int* pW, int* pH) const {
-    *pW = mPictureSize.x;
-    *pH = mPictureSize.y;
-    return mVPicture;
-}

@@ -10,7 +10,11 @@ public:
     /// Read the back buffer of the window, `size` pixels. Needs the view's context.
     void Read(wxSize size);
     /// RGB, top row first.
-    const std::vector<unsigned char>& Get(int* pW, int* pH) const;
+    const std::vector<unsigned char>& Get(int* pW, int* pH) const {
+        *pW = mPictureSize.x;
+        *pH = mPictureSize.y;
+        return mVPicture;
+    }
 
 private:
     std::vector<unsigned char> mVPicture;

@@ -139,12 +139,12 @@ void TopHalfPanel_cls::CreateBooks(wxWindow* pParent) {
     mpCSides->SplitVertically(mpCOuter, side, -kBookWidth);
 }
 
-void TopHalfPanel_cls::SplitPanel(int type) {
-    type = std::clamp(type, 0, 4);
-    mPreviewPanelType.mValue = static_cast<unsigned>(type);
-    const bool bTwo = type >= 1;
-    const bool bFour = type >= 3;
-    const bool bInnerAbove = type == 1 || type == 4;
+void TopHalfPanel_cls::SplitPanel(int layout) {
+    layout = std::clamp<int>(layout, LAYOUT_ONE, LAYOUT_COLUMNS);
+    mPreviewPanelType.mValue = static_cast<unsigned>(layout);
+    const bool bTwo = layout != LAYOUT_ONE;
+    const bool bFour = layout == LAYOUT_ROWS || layout == LAYOUT_COLUMNS;
+    const bool bInnerAbove = layout == LAYOUT_ABOVE || layout == LAYOUT_COLUMNS;
     if (!bFour && mpCOuter->IsSplit()) mpCOuter->Unsplit(mpCInner[1]);
     for (int pair = 0; pair < 2; ++pair) {
         wxSplitterWindow* pInner = mpCInner[pair];
@@ -153,7 +153,7 @@ void TopHalfPanel_cls::SplitPanel(int type) {
     if (bFour) {
         mpCCtrl[2]->Show();
         if (mpCOuter->IsSplit()) mpCOuter->Unsplit(mpCInner[1]);
-        Split(mpCOuter, type == 3, mpCInner[0], mpCInner[1]);
+        Split(mpCOuter, layout == LAYOUT_ROWS, mpCInner[0], mpCInner[1]);
         mpCOuter->UpdateSize();
         Split(mpCInner[1], bInnerAbove, mpCCtrl[2], mpCCtrl[3]);
     }

@@ -31,8 +31,10 @@ public:
     TopHalfPanel_cls(wxWindow* pParent, const ViewLinks_st& links, PDataSequence_cls* pSequence,
                      const Pages_st& pages);
 
-    /// 0 one view, 1 two above each other, 2 two side by side, 3 two rows of two, 4 two columns of two.
-    void SplitPanel(int type);
+    /// How many views and how they stand, as files hold it: one, two above each other, two side by side, two
+    /// rows of two, two columns of two.
+    enum Layout { LAYOUT_ONE = 0, LAYOUT_ABOVE, LAYOUT_BESIDE, LAYOUT_ROWS, LAYOUT_COLUMNS };
+    void SplitPanel(int layout); ///< a Layout; what is none becomes the nearest
     int GetSplit() const { return int(mPreviewPanelType.mValue); }
     /// True when every shown view shows this frame and step.
     bool CheckGLRefresh(int frame, int step);
@@ -65,5 +67,5 @@ private:
     wxNotebook* mpCAttribBook = nullptr;
     wxNotebook* mpCOptionBook = nullptr;
     ConfItemList_cls mConfList;
-    ConfItemUINT_cls mPreviewPanelType;
+    ConfItemUINT_cls mPreviewPanelType; ///< a Layout
 };

@@ -12,10 +12,6 @@ void LinkDataDialogs(DataLoader_cls& loader, DataExporter_cls& exporter, Periodi
         return new DataLoaderGUI_cls(pParent, &loader);
     };
     loader.mDialogHooks.mOpen = [](DataLoaderGUI_cls* pDialog) { pDialog->OpenWindow(); };
-    loader.mDialogHooks.mIsShown = [](const DataLoaderGUI_cls* pDialog) { return pDialog->IsShown(); };
-    loader.mDialogHooks.mOpenWithCheck = [](DataLoaderGUI_cls* pDialog, const wxString& path) {
-        return pDialog->OpenWithCheck(path);
-    };
     exporter.mMakeDialog = [&exporter](wxWindow* pParent) {
         return new DataExporterGUI_cls(pParent, &exporter);
     };

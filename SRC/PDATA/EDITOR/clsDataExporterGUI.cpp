@@ -124,8 +124,6 @@ void DataExporterGUI_cls::UpdateValues() {
     if (!IsShown()) mpCButtonExport->SetFocus(); // about to open: Enter exports
 }
 
-wxString DataExporterGUI_cls::GetProgressText() const { return mpCProgress->GetLabelText(); }
-
 void DataExporterGUI_cls::ShowRun() {
     const wxString text = mpCExporter->GetRunText();
     if (mpCProgress->GetLabelText() != text) {

@@ -19,7 +19,6 @@ public:
     void ShowRun();
     MultiInputPanel_cls* GetPCPanel() const { return mpCPanel; }
     wxButton* GetPCButtonExport() const { return mpCButtonExport; }
-    wxString GetProgressText() const;
 
     void OnButtonExport();
     void OnButtonReference();

@@ -166,7 +166,7 @@ void GrammerBaseGUI_cls::OnMenu(wxListCtrl* pList, int id) {
 
 void GrammerBaseGUI_cls::SetRowText(wxListCtrl* pList, int row, int code) {
     const GrammarItem_st* pItem = FindItem(WhichOf(pList), code);
-    const bool bSized = pItem && mpCGrammer->mCItemDataType.mValue != 1; // text has no sizes
+    const bool bSized = pItem && !mpCGrammer->IsText(); // text has no sizes
     pList->SetItem(row, 1, NameOf(pItem, code));
     pList->SetItem(row, 2, bSized ? wxString(pItem->mType) : wxString("-"));
     pList->SetItem(row, 3, bSized ? wxString::Format("%d", 4 * pItem->mWords) : wxString("-"));

@@ -14,6 +14,7 @@
 #include "COMMON/Globals.h"
 #include "PDATA/EDITOR/clsGrammerBaseGUI.h"
 #include "PDATA/GuessApply.h"
+#include "PDATA/clsGrammerBase.h"
 #include "WIDGET/clsFontProvider.h"
 
 namespace {
@@ -70,7 +71,7 @@ void GuessDialog_cls::AddButtons(wxSizer* pSizer) {
 void GuessDialog_cls::AddLayout(wxSizer* pSizer, const GrammerBaseGUI_cls& lists) {
     auto* grid = new wxFlexGridSizer(2, FromDIP(wxSize(2 * kGap, kGap)));
     const wxString rows[3][2] = {
-        {_("Data Type"), mGuess.mDataType == 1 ? _("Simple Ascii") : _("Simple Binary")},
+        {_("Data Type"), mGuess.mDataType == DATA_TEXT ? _("Simple Ascii") : _("Simple Binary")},
         {_("Header Format"), lists.Describe(GrammerBaseGUI_cls::HEAD, mGuess.mHead)},
         {_("Body Format"), lists.Describe(GrammerBaseGUI_cls::BODY, mGuess.mBody)}};
     for (const auto& row : rows) {

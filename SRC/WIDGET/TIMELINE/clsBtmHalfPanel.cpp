@@ -91,8 +91,3 @@ int BtmHalfPanel_cls::GetMinHeight() const {
     return mpCSlider->GetMinSize().y + mpCCacheBar->GetMinSize().y +
            kLeastRows * mpCParamGUICtrl->GetLook().mRow + mpCPlay->GetSizer()->GetMinSize().y;
 }
-
-void BtmHalfPanel_cls::UpdateValues() {
-    RefreshGUI();
-    RefreshTLPanels();
-}

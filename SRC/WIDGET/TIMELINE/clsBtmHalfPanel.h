@@ -26,8 +26,6 @@ public:
     void RecheckSize();
     /// Height, in pixels, that shows everything and two rows of the time lines.
     int GetMinHeight() const;
-    /// Everything from its data.
-    void UpdateValues();
 
     PlayCtrlGUI_cls* GetPCPlayCtrl() const { return mpCPlay; }
     FrameSlider_cls* GetPCSlider() const { return mpCSlider; }

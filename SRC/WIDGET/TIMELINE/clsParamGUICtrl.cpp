@@ -252,8 +252,6 @@ void ParamGUICtrl_cls::StripRead(ParamTL_cls*) { PostMenuEvent(ID_REFRESH_TL); }
 
 void ParamGUICtrl_cls::StripTimeDepend(ParamTL_cls*, bool) { PostMenuEvent(ID_REFRESH_TL); }
 
-void ParamGUICtrl_cls::StripHit(ParamTL_cls* pStrip, int key) { pStrip->mHitKey = key; }
-
 Curves ParamGUICtrl_cls::AllCurves() const {
     Curves curves;
     for (const auto& gui : mVpCGUIs)

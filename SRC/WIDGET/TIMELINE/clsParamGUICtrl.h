@@ -50,7 +50,6 @@ public:
     void GroupRefresh(ParamGroup_cls* pGroup);
     void StripRead(ParamTL_cls* pStrip);
     void StripTimeDepend(ParamTL_cls* pStrip, bool bTimeDepend);
-    static void StripHit(ParamTL_cls* pStrip, int key);
 
     // The selection of rows.
     /// Select the groups of an object alone, null none; the argument.

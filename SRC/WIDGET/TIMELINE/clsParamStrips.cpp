@@ -26,12 +26,6 @@ ParamStrips_cls::ParamStrips_cls(ParamGUICtrl_cls* pCtrl)
     Bind(wxEVT_CHAR_HOOK, &ParamStrips_cls::OnKey, this);
 }
 
-wxPoint ParamStrips_cls::ToPoint(int row, double doubleIndex) const {
-    const RowScale rows = mpCCtrl->GetRowScale();
-    return wxPoint(int(std::lround(ParamTL_cls::ToPixel(GetScale(), doubleIndex))),
-                   rows.ToPixel(row) + rows.mHeight / 2);
-}
-
 void ParamStrips_cls::OnPaint(wxPaintEvent&) {
     wxAutoBufferedPaintDC dc(this);
     Draw(dc, GetClientSize());

@@ -18,8 +18,6 @@ public:
     bool AcceptsFocus() const override { return true; }
     /// What a paint draws; the window's own part of a benchmark.
     void Draw(wxDC& dc, const wxSize& size);
-    /// Place of a position in a row, for tests of the mouse.
-    wxPoint ToPoint(int row, double doubleIndex) const;
     /// Let go of a drag under way, back to where it began.
     void EndGesture();
     /// What the label beside the key under the pointer says; empty without one and during a drag.

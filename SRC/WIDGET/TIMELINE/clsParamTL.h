@@ -30,7 +30,6 @@ public:
     /// Beyond the ends of the strip too.
     static double ToDoubleIndex(const FrameScale& scale, int pixel);
 
-    int mHitKey = -1; ///< the key that was last hit by selecting
     static TimeCtrl_cls* mspCTimeCtrlLink;
 
 private:

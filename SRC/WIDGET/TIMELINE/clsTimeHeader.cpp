@@ -90,12 +90,6 @@ wxRect TimeHeader_cls::RectOf(const Button& button) const {
     return wxRect(FromDIP(button.mX), FromDIP(kRowPadding) + button.mPart * height, FromDIP(kButton), height);
 }
 
-wxRect TimeHeader_cls::GetButtonRect(const wxString& tip) const {
-    for (const Button& button : mVButtons)
-        if (button.mTip.StartsWith(tip)) return RectOf(button);
-    return wxRect();
-}
-
 int TimeHeader_cls::ButtonAt(const wxPoint& point) const {
     for (size_t i = 0; i < mVButtons.size(); ++i)
         if (RectOf(mVButtons[i]).Contains(point)) return int(i);

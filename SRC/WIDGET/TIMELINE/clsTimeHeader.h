@@ -20,8 +20,6 @@ public:
     bool AcceptsFocus() const override { return false; }
     /// Paint again if a button looks different now.
     void RefreshIfChanged();
-    /// Place of the button whose tip begins so, for tests of the mouse; empty when there is none.
-    wxRect GetButtonRect(const wxString& tip) const;
 
 private:
     struct Button {

@@ -3,6 +3,8 @@
 #include <random>
 
 #include "ParamTest.h"
+#include "WIDGET/TIMELINE/GraphEdit.h"
+#include "WIDGET/TIMELINE/KeyEdits.h"
 
 namespace {
 
@@ -54,9 +56,7 @@ public:
     }
 
     int Below(int n) { return int(mRandom() % unsigned(n)); }
-    double Position() {
-        return Below(3) == 0 ? Below(1001) / 1000.0 : Parameters_cls::Quantize(Below(101) / 100.0);
-    }
+    double Position() { return Below(3) == 0 ? Below(1001) / 1000.0 : ToFilmGrid(Below(101) / 100.0); }
     double Value() { return Below(4000) / 7.0 - 200; }
 
     ParamGroup_cls mGroup{"Group", 3, kSuffixes, 8227, true};
@@ -68,6 +68,17 @@ private:
         param.DeselectAll();
         for (int i = 0; i < param.GetKeyNumber(); ++i)
             param.SelectKey(i, Below(3) == 0);
+    }
+    void DragKeys(Parameters_cls& param, double delta, bool bLinked) {
+        CurveGesture_cls gesture;
+        gesture.Begin({&param}, bLinked);
+        if (Below(4) == 0) gesture.MoveCopies();
+        gesture.Move(delta / 2, 0.0);
+        gesture.Move(delta, Below(2) ? Value() / 50 : 0.0);
+        if (Below(6) == 0)
+            gesture.Cancel();
+        else
+            gesture.Commit();
     }
     void EditCurve(Parameters_cls& param, int kind) {
         const int key = Below(std::max(param.GetKeyNumber(), 1));
@@ -81,26 +92,25 @@ private:
             param.mCurrentValue = Value();
             return param.SetChangedValueKey(Position(), 0, 0, -1);
         case 7:
-            param.MoveKey(key, delta);
-            return;
         case 8:
-            param.MoveSelectedKeyByXY(delta, Below(2) ? Value() / 50 : 0, -1, 0, Below(2) ? 0.9 : 0, -150,
-                                      150);
-            return;
+            return DragKeys(param, delta, kind == 8);
         case 9:
             if (param.GetKeyNumber() > 1) param.DeleteKey(param.GetKeyFrameDoubleIndex(key), -1);
             return;
         case 10:
-            if (param.GetKeyNumber() > 1 && Below(4) == 0) param.DeleteSelectedKey();
+            if (Below(4) == 0) DeleteSelectedKeys({&param});
             return;
         case 11:
-            return param.SetKeyType(key, Below(5));
+            SetSelectedKinds({&param}, unsigned(Below(5)));
+            return;
         case 12:
-            return param.SetKeyTypeMulti(unsigned(Below(5)));
+            if (Below(3) == 0) return SetValueNow(param, Value());
+            return ToggleKeys({&param, &mGroup.mVParams[0]}, Position());
         case 13:
-            return Below(10) == 0 ? param.RemapKeys(Below(40) / 20.0) : param.Flip();
+            if (Below(2) == 0) return param.Flip();
+            PasteKeys({&param, &mGroup.mVParams[1]}, CopiedKeys({&param}), Position());
+            return;
         default:
-            if (Below(12) == 0) return param.InitSet(Value());
             if (Below(6) == 0) return param.SetTimeDependent(Below(4) != 0);
             return param.CopyParameterFromP(&mGroup.mVParams[size_t(Below(3))]);
         }
@@ -120,7 +130,7 @@ class UndoProperties : public ParamTest, public ::testing::WithParamInterface<un
 
 TEST_P(UndoProperties, UndoAndRedoPassThroughExactlyTheStatesThatWere) {
     Editor editor(GetParam(), GetParam() % 2 ? 1 : 120);
-    for (int i = 0; i < 2500 && !HasFatalFailure(); ++i)
+    for (int i = 0; i < 1500 && !HasFatalFailure(); ++i)
         editor.Step();
     ASSERT_GT(editor.mStates.size(), 500u);
     // To the start, through every state, and to the end again.
@@ -157,8 +167,13 @@ TEST_P(UndoProperties, ACurveReadBackEvaluatesAsBefore) {
                 ASSERT_EQ(b.mInterpType, a.mInterpType);
                 ASSERT_NEAR(b.mDoubleIndex, a.mDoubleIndex, 0.5e-9 + 1e-15);
                 ASSERT_NEAR(b.mValue, a.mValue, 0.5e-6 + 1e-12);
-                // At a key the curve gives the key's value, however steep it is beside it.
-                if (written.mbTimeDepend.mValue) {
+                // At a key the curve gives the key's value, however steep it is beside it; but of keys that
+                // are closer than the digits of the text only one counts.
+                const auto isClose = [&](int k) {
+                    return k >= 0 && k + 1 < written.GetKeyNumber() &&
+                           written.GetKeyFrameDoubleIndex(k + 1) - written.GetKeyFrameDoubleIndex(k) < 1e-9;
+                };
+                if (written.mbTimeDepend.mValue && !isClose(i - 1) && !isClose(i)) {
                     ASSERT_NEAR(read.mVParams[dim].Evaluate(b.mDoubleIndex, 0.0),
                                 written.Evaluate(a.mDoubleIndex, 0.0), 1e-6);
                 }

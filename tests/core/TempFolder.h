@@ -1,0 +1,28 @@
+// A folder of a test's own.
+#pragma once
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <system_error>
+
+/// Goes at the end with all that is in it.
+class TempFolder_cls {
+public:
+    /// `stem`: how the folder's name begins.
+    explicit TempFolder_cls(const std::string& stem = "morentis_")
+        : mPath((std::filesystem::temp_directory_path() / (stem + "XXXXXX")).string()) {
+        if (!mkdtemp(mPath.data())) std::abort();
+    }
+    ~TempFolder_cls() {
+        std::error_code ignored;
+        std::filesystem::remove_all(mPath, ignored);
+    }
+    TempFolder_cls(const TempFolder_cls&) = delete;
+    TempFolder_cls& operator=(const TempFolder_cls&) = delete;
+
+    const std::string& GetPath() const { return mPath; }
+
+private:
+    std::string mPath;
+};
