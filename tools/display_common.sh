@@ -128,9 +128,9 @@ open_project() {
   wait_window 'Select a project file'
   focus "$(window 'Select a project file')"
   type_path "$STAGE/examples/$1/${2:-$1}.mrp"
-  wait_for 20 sh -c "xdotool search --onlyvisible --name '^Query$|${2:-$1}.mrp' | grep -q ."
+  wait_for 20 sh -c "xdotool search --onlyvisible --name '^Query$|^Morentis3.*/${2:-$1}.mrp' | grep -q ."
   dont_save
-  wait_window "${2:-$1}.mrp"
+  wait_window "^Morentis3.*/${2:-$1}.mrp" # without the star of unsaved steps
   focus "$MAIN"
   settle "$MAIN"
   alive
