@@ -112,6 +112,15 @@ type_path() {
   key Return
 }
 
+# Steps taken meanwhile needn't be saved: the leftmost button, where the question comes.
+dont_save() {
+  local query w h
+  query=$(window '^Query$')
+  [[ $query ]] || return 0
+  read -r w h < <(xdotool getwindowgeometry --shell "$query" | awk -F= '/WIDTH|HEIGHT/{printf "%s ", $2}')
+  xdotool mousemove --window "$query" $((w / 6)) $((h - 12)) click 1
+}
+
 # open_project EXAMPLE [NAME]: of the staged examples.
 open_project() {
   focus "$MAIN"
@@ -119,7 +128,9 @@ open_project() {
   wait_window 'Select a project file'
   focus "$(window 'Select a project file')"
   type_path "$STAGE/examples/$1/${2:-$1}.mrp"
-  wait_window "${2:-$1}.mrp"
+  wait_for 20 sh -c "xdotool search --onlyvisible --name '^Query$|^Morentis3.*/${2:-$1}.mrp' | grep -q ."
+  dont_save
+  wait_window "^Morentis3.*/${2:-$1}.mrp" # without the star of unsaved steps
   focus "$MAIN"
   settle "$MAIN"
   alive

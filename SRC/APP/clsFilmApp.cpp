@@ -20,6 +20,7 @@
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "APP/clsVirtualDisplay.h"
+#include "COMMON/FreeMemory.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
 #include "COMMON/clsSplitPath.h"
@@ -115,6 +116,9 @@ void FilmApp_cls::OnAssertFailure(const wxChar* file, int line, const wxChar* fu
 
 namespace {
 
+/// Toolkit, OpenGL and its compiler end the process where they get less.
+constexpr size_t kBytesToBegin = size_t(768) << 20;
+
 /// In the guarded process; it ends here.
 int MakeFilm(const FilmArgs_st& args, char** argv) {
     WatchFilmStop();
@@ -128,6 +132,13 @@ int MakeFilm(const FilmArgs_st& args, char** argv) {
             TellGuard(GuardWord::Ended);
             return int(FilmStatus::NotOpened);
         }
+    }
+    if (!IsMemoryFree(kBytesToBegin)) {
+        Complain("memory is too short to begin: toolkit and OpenGL take about " +
+                 std::to_string(kBytesToBegin >> 20) + " MB besides the data; raise the limit (ulimit -v)");
+        display.Stop();
+        TellGuard(GuardWord::Ended);
+        return int(FilmStatus::NotOpened);
     }
     std::FILE* out = TakeStandardOutput();
     FilmProgress_cls progress(args.mbQuiet ? nullptr : out, out && isatty(fileno(out)));

@@ -30,7 +30,12 @@
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/Realize.h"
 
-namespace {} // namespace
+namespace {
+
+/// OpenGL and its compiler end the process where they get none.
+constexpr size_t kBytesOfPicture = size_t(128) << 20;
+
+} // namespace
 
 FilmMaker_cls::FilmMaker_cls(Main_cls* pMain, const FilmArgs_st& args, FilmProgress_cls* pProgress)
     : mpCMain(pMain), mpCFrame(pMain->mpCFrameMain), mpCTime(pMain->mpCTimeCtrl), mArgs(args),
@@ -223,6 +228,16 @@ void FilmMaker_cls::MakeFrame(size_t i) {
     DropBehind(i);
     mpCProgress->Count(true);
     TakeFailures();
+    NoteSpace(mFilm.size() - 1 - i);
+}
+
+// What the first picture takes tells more than any guess did before it.
+void FilmMaker_cls::NoteSpace(size_t pictures) {
+    if (mbSpaceNoted || mVDone.empty() || !wxFileName::FileExists(mVDone.front())) return;
+    mbSpaceNoted = true;
+    const double bytes = wxFileName::GetSize(mVDone.front()).ToDouble();
+    const wxString text = CheckFilmSpace(mVDone.front(), bytes * double(pictures));
+    if (!text.empty()) Complain("note: " + text + ", going by the first picture");
 }
 
 bool FilmMaker_cls::DrawFrame(size_t i, const wxString& path) {
@@ -262,6 +277,7 @@ bool FilmMaker_cls::DrawFrame(size_t i, const wxString& path) {
 /// What is wrong with the picture that comes of it; empty: nothing.
 wxString FilmMaker_cls::DrawStep() {
     const MillisScope_cls time(mWatch, &mDrawMillis);
+    if (!PDataSeqCtrl_cls::MakeRoom(kBytesOfPicture)) return "memory is too short for OpenGL";
     const bool bDrawn = mpCCanvas->DrawImage();
     const wxString fault = TakePictureFault();
     if (!fault.empty() || IsFilmStopped()) return fault;

@@ -65,6 +65,7 @@ private:
     void WaitForData();
     void ReadAhead(size_t i);
     void DropBehind(size_t i);
+    void NoteSpace(size_t pictures);
     void Save(const ImageBuffers_st& buffers, wxSize size, const wxString& path);
     wxString FindMissing() const;
     std::pair<int, int> GetSnapshots() const;
@@ -91,6 +92,7 @@ private:
     std::map<wxString, size_t> mMFrameOfPath; ///< of the files under way, in mFilm
     std::set<wxString> mSDamagedFiles;        ///< told already
     std::set<int> mSDamagedFrames;
+    bool mbSpaceNoted = false;
     int mFailures = 0;
     int mLostPictures = 0; ///< of the failures
 

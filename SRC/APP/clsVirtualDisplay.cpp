@@ -56,13 +56,14 @@ bool VirtualDisplay_cls::IsThereOne() {
     const pid_t child = fork();
     if (child == 0) _exit(XOpenDisplay(nullptr) ? 0 : 1);
     if (child < 0) return true; // who is short of processes had better not start a server
-    for (int millis = 0; millis < kAnswerMillis; millis += kAskMillis) {
+    for (int millis = 0; millis < kAnswerMillis && !IsFilmStopped(); millis += kAskMillis) {
         int status = 0;
         if (waitpid(child, &status, WNOHANG) == child) return WIFEXITED(status) && WEXITSTATUS(status) == 0;
         usleep(useconds_t(kAskMillis) * 1000);
     }
     kill(child, SIGKILL);
     waitpid(child, nullptr, 0);
+    if (IsFilmStopped()) return false;
     std::fprintf(stderr, "morentis-film: the display %s doesn't answer; a virtual one takes its place\n",
                  name);
     return false;

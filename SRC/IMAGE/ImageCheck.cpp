@@ -18,6 +18,15 @@ bool IsCutJPEG(const std::string& bytes) {
     return bytes.compare(0, 2, "\xff\xd8") == 0 && bytes.compare(bytes.size() - 2, 2, "\xff\xd9") != 0;
 }
 
+/// This one's reader takes what is missing for black. Bytes 2 to 5 tell how long the file is.
+bool IsCutBMP(const std::string& bytes) {
+    if (bytes.compare(0, 2, "BM") != 0) return false;
+    size_t length = 0;
+    for (size_t k = 4; k > 0; --k)
+        length = length << 8 | static_cast<unsigned char>(bytes[1 + k]);
+    return length > bytes.size();
+}
+
 /// A picture that covers everything may still be stored with alpha; the reader forgets it.
 bool IsStoredWithAlpha(const std::string& bytes, const wxImage& image) {
     constexpr size_t kColorType = 25; // of a PNG
@@ -37,5 +46,5 @@ bool IsWholeImage(const wxString& path, int w, int h, bool bAlpha) {
     wxImage image;
     if (!pReader || !image.LoadFile(stream, pReader->GetType())) return false;
     return image.GetWidth() == w && image.GetHeight() == h && IsStoredWithAlpha(bytes, image) == bAlpha &&
-           !IsCutJPEG(bytes);
+           !IsCutJPEG(bytes) && !IsCutBMP(bytes);
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "COMMON/FreeMemory.h"
 #include "COMMON/Globals.h"
 #include "PDATA/clsArrayPool.h"
 #include "PDATA/clsPDataBlock.h"
@@ -193,6 +194,12 @@ bool PDataSeqCtrl_cls::ReleaseForAllocation(const PDataSnap_cls* pFor) {
     if (!pSnap) return false;
     pSnap->ReleaseData();
     ArrayPool_cls::Shared().Trim();
+    return true;
+}
+
+bool PDataSeqCtrl_cls::MakeRoom(size_t bytes) {
+    while (!IsMemoryFree(bytes))
+        if (!ReleaseForAllocation()) return false;
     return true;
 }
 

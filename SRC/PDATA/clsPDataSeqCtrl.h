@@ -49,6 +49,8 @@ public:
     /// from use, but never `pFor`, one of the present, one that is drawn or interpolated, or the one that
     /// waits for its neighbour; for reading ahead only what is further away. False when nothing is left.
     static bool ReleaseForAllocation(const PDataSnap_cls* pFor = nullptr);
+    /// Give back as much that the system gives so many bytes to somebody else; false where it can't be done.
+    static bool MakeRoom(size_t bytes);
 
     wxString Serialize() const;
     void ReadStrLine(std::wistream& stream, const wxString& line);

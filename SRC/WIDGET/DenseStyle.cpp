@@ -2,12 +2,15 @@
 
 #include <dlfcn.h>
 
+#include <wx/window.h>
+
 namespace {
 
 // Paddings only. Selectors are those of the toolkit's own themes.
 const char* const kStyle =
     "entry, spinbutton entry { min-height: 22px; padding: 0px 4px; }"
     "button { min-height: 22px; min-width: 16px; padding: 0px 6px; }"
+    "button#narrow { padding: 0px 2px; }"
     "combobox button { min-height: 18px; padding: 0px 4px; }"
     "checkbutton, radiobutton { min-height: 22px; padding: 0px; }"
     "notebook header tab { min-height: 22px; padding: 1px 8px; }"
@@ -23,6 +26,14 @@ F Symbol(const char* name) {
 }
 
 } // namespace
+
+void MakeNarrow(wxWindow* pButton) {
+    auto* name = Symbol<void (*)(void*, const char*)>("gtk_widget_set_name");
+    if (!name) return;
+    name(pButton->GetHandle(), "narrow");
+    pButton->InvalidateBestSize();
+    pButton->SetInitialSize(); // it has kept the size of the wider one
+}
 
 // The toolkit is already in the process; asking the loader for its functions spares a build dependency
 // on its headers for five calls.

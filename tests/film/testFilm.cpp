@@ -118,8 +118,10 @@ TEST_P(FilmStop, LeavesWholeFramesOnly) {
         kill(child, GetParam());
     });
     EXPECT_EQ(run.mStatus, 128 + GetParam());
-    EXPECT_NE(run.mOut.find("stopped"), std::string::npos) << run.mOut;
     const size_t count = Names().size();
+    const std::string words = std::to_string(count) + " frames in ";
+    EXPECT_NE(run.mOut.find(words), std::string::npos) << run.mOut;
+    EXPECT_NE(run.mOut.find(", stopped"), std::string::npos) << run.mOut;
     EXPECT_GE(count, 4u);
     EXPECT_LT(count, 1001u);
     for (const std::string& name : Names())

@@ -1,6 +1,9 @@
 // Where films go, and what they depend on: nothing is replaced that the film reads, nothing is begun that
 // can't end, and no setting of this machine's user shows.
+#include <netinet/in.h>
 #include <signal.h>
+#include <sys/socket.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
@@ -75,11 +78,17 @@ TEST_F(FilmTargets, RefusesClosedAndFullFoldersBeforeItBegins) {
     EXPECT_NE(closed.mErr.find("\"/proc\""), std::string::npos) << closed.mErr;
     EXPECT_EQ(std::count(closed.mErr.begin(), closed.mErr.end(), '\n'), 1) << closed.mErr;
     const ChildRun_st full =
-        Film({"--quiet"}, {{"LD_PRELOAD", MORENTIS_NO_THREADS}, {"MORENTIS_NO_SPACE", "1"}});
+        Film({"--quiet"}, {{"LD_PRELOAD", MORENTIS_NO_THREADS}, {"MORENTIS_NO_SPACE", "0"}});
     EXPECT_EQ(full.mStatus, 2) << full.mErr;
     EXPECT_NE(full.mErr.find("room"), std::string::npos) << full.mErr;
     EXPECT_NE(full.mErr.find(mFolder / "out"), std::string::npos) << full.mErr;
     EXPECT_TRUE(Names("out").empty());
+    // Enough for what was guessed; the first picture tells more.
+    const ChildRun_st tight =
+        Film({"--quiet"}, {{"LD_PRELOAD", MORENTIS_NO_THREADS}, {"MORENTIS_NO_SPACE", "1"}}, "tight");
+    EXPECT_EQ(tight.mStatus, 0) << "there was room";
+    EXPECT_NE(tight.mErr.find("MB at least, going by the first picture"), std::string::npos) << tight.mErr;
+    EXPECT_EQ(std::count(tight.mErr.begin(), tight.mErr.end(), '\n'), 1) << tight.mErr;
 }
 
 TEST_F(FilmTargets, FoldersAndNamesAreWhatTheyAreCalled) {
@@ -166,6 +175,48 @@ TEST_F(FilmTargets, ADisplayThatDiesHasAStatusAndASentence) {
         EXPECT_TRUE(run.mStatus == 1 || run.mStatus == 3) << file << " " << run.mStatus;
         EXPECT_NE(run.mErr.find("isplay"), std::string::npos) << run.mErr;
     }
+}
+
+// A server that takes the connection and then says nothing.
+TEST_F(FilmTargets, ADisplayThatHangsIsToldAndReplaced) {
+    const int server = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    int number = 100; // its port is 6000 and that
+    do {
+        address.sin_port = htons(uint16_t(6000 + ++number));
+    } while (bind(server, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0 && number < 900);
+    ASSERT_EQ(listen(server, 16), 0);
+    const std::string name = "127.0.0.1:" + std::to_string(number);
+    Environment environment = {
+        {"DISPLAY", name}, {"LD_PRELOAD", MORENTIS_NO_THREADS}, {"MORENTIS_NO_PATIENCE", "1"}};
+    const ChildRun_st run = Film({"--quiet", "--frames", "0"}, environment);
+    EXPECT_EQ(run.mStatus, 0) << run.mErr;
+    EXPECT_EQ(run.mErr,
+              "morentis-film: the display " + name + " doesn't answer; a virtual one takes its place\n");
+    EXPECT_EQ(Names("out").size(), 1u);
+    environment["PATH"] = "/nonexistent"; // nor is there one to take its place
+    const ChildRun_st none = Film({"--quiet", "--frames", "0"}, environment, "none");
+    EXPECT_EQ(none.mStatus, 1);
+    EXPECT_NE(none.mErr.find("there is no display, and no virtual one can be started"), std::string::npos)
+        << none.mErr;
+    // Who waits for an answer can still be stopped.
+    environment.erase("MORENTIS_NO_PATIENCE");
+    const auto start = std::chrono::steady_clock::now();
+    bool bSent = false;
+    const ChildRun_st stopped = RunFilm({"--quiet", "--output", mFolder / "stopped/f%04d.png", mProject},
+                                        environment, [&](pid_t guard) {
+                                            const pid_t film = FindChild(guard, "morentis-film");
+                                            if (bSent || film <= 0 || FindChild(film, "morentis-film") <= 0)
+                                                return;
+                                            bSent = true;
+                                            kill(guard, SIGTERM);
+                                        });
+    EXPECT_EQ(stopped.mStatus, 128 + SIGTERM);
+    EXPECT_EQ(stopped.mErr, "");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(8));
+    close(server);
 }
 
 TEST_F(FilmTargets, TheWindowsSettingsHaveNoPartInIt) {

@@ -180,6 +180,38 @@ TEST_F(Export, NamesWithoutNumberAreAskedFor) {
     EXPECT_TRUE(mVMessages.empty());
 }
 
+TEST_F(Export, AnInputIsReplacedOnlyWhenThatIsMeant) {
+    for (const char* name : {"melt0000.bin", "melt0001.bin", "melt0002.bin"})
+        fs::copy(Root() + "examples/lj_melt_bin/" + name, mLong.mPath);
+    ASSERT_TRUE(OpenAndPaint(mLong / "melt0000.bin"));
+    ResetClock();
+    const auto read = [this] { return ReadFile(mLong / "melt0001.bin") + ReadFile(mLong / "melt0002.bin"); };
+    const std::string before = read();
+    fs::create_symlink(mLong.mPath, mFolder.mPath / "link"); // under another name it is the same file
+    Choose(mFolder / "link/melt%04d.bin");
+    Exporter()->mCInitNum.mValue = 2;
+    Exporter()->SetBodyGrammer({0});
+    mAnswers = {false};
+    ClickExport();
+    ASSERT_TRUE(WaitForEnd());
+    ASSERT_EQ(mVMessages.size(), 1u);
+    EXPECT_EQ(mVMessages[0].mKind, MessageKind::Question);
+    EXPECT_TRUE(WasTold("link/melt0002.bin is a file of the data that are open"));
+    EXPECT_TRUE(read() == before);
+    EXPECT_FALSE(fs::exists(mLong / "melt0003.bin")) << "nor is anything else written";
+    mAnswers = {true};
+    ClickExport();
+    ASSERT_TRUE(WaitForEnd());
+    EXPECT_FALSE(read() == before);
+    EXPECT_TRUE(fs::exists(mLong / "melt0004.bin"));
+    // Behind the last of them there is nothing to ask.
+    mVMessages.clear();
+    Exporter()->mCInitNum.mValue = 3;
+    ClickExport();
+    ASSERT_TRUE(WaitForEnd());
+    EXPECT_TRUE(mVMessages.empty());
+}
+
 TEST_F(Export, WithoutANameOneIsAskedFor) {
     wxFileDialogEX::sStrTestAnswer = "CANCEL";
     ClickExport();

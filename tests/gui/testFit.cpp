@@ -91,6 +91,7 @@ TEST_F(Fit, ControlsAboveAViewGetShorterAndAreNotCut) {
     Menu(ID_VIEW_PANEL_TYPE_4);
     for (int view = 0; view < 4; ++view) {
         EXPECT_TRUE(FindByLabel(controls(view), "Pivot")) << view;
+        EXPECT_TRUE(FindByTip(controls(view), "Fit View")) << view;
         ExpectWhole(controls(view), "four views");
     }
     for (const int width : {1000, 930}) {

@@ -84,6 +84,27 @@ TEST_F(Images, NumbersFollowSteppingIntervalAndStart) {
     EXPECT_EQ(Sequence()->mCInitNum.mValue, 6);
 }
 
+TEST_F(Images, AStartOffTheSteppingIsAskedAbout) {
+    Time()->SetAnimStepNative(3);
+    Time()->SetAnimInterpNative(2);
+    Time()->SetWAMinNative(1);
+    Time()->SetWAMaxNative(9);
+    mAnswers = {false, false}; // keep the stepping, and the start
+    ASSERT_TRUE(Render());
+    EXPECT_TRUE(WasTold("The work area begins at frame 1, which the stepping of 3 leaves out"));
+    EXPECT_EQ(Files().size(), 1u) << "as it was told";
+    EXPECT_EQ(Time()->GetWAMin(), 1);
+    mAnswers = {false, true};
+    ASSERT_TRUE(Render());
+    EXPECT_EQ(Time()->GetWAMin(), 3);
+    EXPECT_GT(Files().size(), 3u);
+    mVMessages.clear();
+    mAnswers = {false};
+    ASSERT_TRUE(Render());
+    EXPECT_FALSE(WasTold("The work area begins"));
+    Time()->SetAnimStepNative(1);
+}
+
 TEST_F(Images, AbortEndsAtOnceAndANewStartBeginsAnew) {
     Time()->SetWAMaxNative(19);
     Press("Render Anim");

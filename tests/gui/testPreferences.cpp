@@ -1,4 +1,7 @@
 // The dialog "Preference": which row edits what, and whose preferences act and are kept.
+#include <signal.h>
+#include <unistd.h>
+
 #include <wx/checkbox.h>
 #include <wx/choice.h>
 #include <wx/notebook.h>
@@ -91,6 +94,24 @@ TEST_F(Preferences, AProjectsOwnActWhileItIsOpenAndReplaceNothing) {
     Open(silent);
     EXPECT_EQ(Acting()->Serialize(), User()->Serialize());
     EXPECT_EQ(ChoiceAt(0)->GetSelection(), 1);
+}
+
+// The whole program in a child, which a scheduler ends while somebody else's project is open.
+TEST_F(Preferences, ATerminatedProgramKeepsTheUsersOwn) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto end = [this] {
+        Pick(ChoiceAt(0), 1);
+        const std::string project = mDir / "theirs.mrp";
+        std::ofstream(project) << "GUI_GYRATION=2\nGUI_MENU=0\nPREF_SORT_TYPE=1\n";
+        Open(project);
+        if (Acting()->mCGyration.mValue == 2) kill(getpid(), SIGTERM);
+        PumpUntil([] { return false; });
+    };
+    EXPECT_EXIT(end(), testing::KilledBySignal(SIGTERM), "");
+    const std::string text = ReadAll(GetConfigureFilePath().ToStdString());
+    EXPECT_NE(text.find("GUI_GYRATION=1\n"), std::string::npos) << text;
+    EXPECT_EQ(text.find("GUI_MENU=0\n"), std::string::npos);
+    EXPECT_EQ(text.find("PREF_SORT_TYPE=1\n"), std::string::npos);
 }
 
 TEST_F(Preferences, EveryRowEditsItsOwnLine) {

@@ -11,8 +11,11 @@
 #include "COMMON/EventIds.h"
 #include "GtkWords.h"
 #include "GuiTest.h"
+#include "PARAM/clsParamGroup.h"
 #include "TIME/clsTimeCtrl.h"
+#include "WIDGET/TIMELINE/clsKeyDialog.h"
 #include "WIDGET/clsDialogEXKey.h"
+#include "WIDGET/clsFileDialogEX.h"
 
 namespace {
 
@@ -61,6 +64,29 @@ protected:
             book->SetSelection(0);
         }
     }
+    /// Opens one that holds the caller, looks at it, and puts it away.
+    static void LookAtModal(const wxString& title, const std::function<void()>& open) {
+        SCOPED_TRACE(title);
+        bool bSeen = false;
+        const auto look = [&] {
+            for (wxWindow* window : wxTopLevelWindows)
+                if (window->IsShown() && window->GetLabel() == title) {
+                    bSeen = true;
+                    CheckButtons(window);
+                }
+        };
+        const auto leave = [] {
+            if (HasDialog()) KeyNow(WXK_ESCAPE);
+        };
+        bool bDone = false;
+        Later({{HasDialog, look}, {nullptr, leave}, {[] { return !HasDialog(); }, leave}, {nullptr, [&bDone] {
+                                                                                               bDone = true;
+                                                                                           }}});
+        open();
+        EXPECT_TRUE(PumpUntil([&bDone] { return bDone; }));
+        EXPECT_TRUE(bSeen);
+        Settle();
+    }
 };
 
 TEST_F(Quiet, EveryDialogAndPageOpensWithoutAWordOfTheToolkit) {
@@ -89,6 +115,18 @@ TEST_F(Quiet, EveryDialogAndPageOpensWithoutAWordOfTheToolkit) {
         opened->CloseEXKey();
         Settle();
     }
+    wxFileDialogEX::sStrTestAnswer = Root() + "examples/lj_unsorted_text/unsorted001.txt";
+    LookAtModal("Guess", [] { Menu(ID_GUESS_DATA); });
+    LookAtModal("Move Frame", [] { Menu(ID_GO); });
+    const wxString axes[] = {"X", "Y", "Z"};
+    ParamGroup_cls group("Place", 3, axes, 6, false);
+    std::vector<Parameters_cls*> curves;
+    for (Parameters_cls& curve : group.mVParams) {
+        curve.InsertKey(0.25, 1.0, 0.0, 0.0);
+        curve.SelectKeyFrameRegion(0.0, 1.0, 0.0, 2.0, false);
+        curves.push_back(&curve);
+    }
+    LookAtModal("Key Settings", [&curves] { KeyDialog_cls::Open(Frame(), curves); });
     Menu(ID_VIEW_EXTRA, true);
     Menu(ID_VIEW_EXTRA, false);
     Menu(ID_TIME_REMAP, true);

@@ -227,6 +227,19 @@ TEST_F(Wiring, TheStatusBarSaysWhyNothingMoves) {
     EXPECT_TRUE(status().Contains("melt%04d.bin")) << status();
 }
 
+TEST_F(Wiring, TheStatusBarSaysWhenTheDataRepeat) {
+    const auto status = [] {
+        Frame()->UpdateStatusText();
+        return Frame()->GetStatusBar()->GetStatusText(1);
+    };
+    Time().SetMaxFrameNative(25);
+    Time().SetWAMaxNative(25);
+    Time().SetFrameNative(19, 0);
+    EXPECT_FALSE(status().Contains("past the data")) << status();
+    Time().SetFrameNative(20, 0);
+    EXPECT_TRUE(status().EndsWith(", past the data: the last snapshot again")) << status();
+}
+
 TEST_F(Wiring, ClosingNothingLeavesNoStep) {
     Menu(ID_CLOSE_DATA);
     EXPECT_TRUE(GCUndoList.IsUndoable());

@@ -127,6 +127,26 @@ TEST_F(VideoMaker, TellsWhyThereIsNone) {
     EXPECT_EQ(CountFiles(), 2u) << "a video given up leaves nothing";
 }
 
+// A program in the place of the tool complains as it does: the reason first, and at last that it gave up.
+TEST_F(VideoMaker, TellsTheToolsOwnReason) {
+    const VideoJob_st job = MakeJob(1, 16, 16);
+    const std::string tool = mFolder + "/ffmpeg", path = std::getenv("PATH");
+    std::ofstream(tool) << "#!/bin/sh\n>&2 echo '[libx264 @ 0x5581] width not divisible by 2 (33x31)'\n"
+                           ">&2 echo '[libx264 @ 0x5581] width not divisible by 2 (33x31)'\n"
+                           ">&2 echo 'Error while opening encoder'\n>&2 echo 'Conversion failed!'\nexit 1\n";
+    fs::permissions(tool, fs::perms::owner_all);
+    setenv("PATH", (mFolder + ":" + path).c_str(), 1);
+    VideoMaker_cls maker;
+    EXPECT_EQ(maker.Start(job), "");
+    maker.Wait([] { return false; });
+    EXPECT_EQ(maker.GetError(), "width not divisible by 2 (33x31); Error while opening encoder");
+    std::ofstream(tool) << "#!/bin/sh\nexit 1\n"; // without a word
+    EXPECT_EQ(maker.Start(job), "");
+    maker.Wait([] { return false; });
+    EXPECT_EQ(maker.GetError(), "ffmpeg ended before it was done");
+    setenv("PATH", path.c_str(), 1);
+}
+
 TEST_F(VideoMaker, WholePicturesAreKnown) {
     const VideoJob_st job = MakeJob(1, 33, 31);
     const std::string path = job.mFrames[0].utf8_string();
@@ -144,6 +164,30 @@ TEST_F(VideoMaker, WholePicturesAreKnown) {
     EXPECT_TRUE(IsWholeImage(photo, 64, 64, false));
     fs::resize_file(photo, fs::file_size(photo) - 2);
     EXPECT_FALSE(IsWholeImage(photo, 64, 64, false)) << "its reader would fill it up";
+}
+
+// As an earlier film may leave them that was killed, or ran out of room.
+TEST_F(VideoMaker, PicturesThatMissTheirLastBytesAreNotWhole) {
+    if (!wxImage::FindHandler(wxBITMAP_TYPE_JPEG)) wxImage::AddHandler(new wxJPEGHandler);
+    if (!wxImage::FindHandler(wxBITMAP_TYPE_TIFF)) wxImage::AddHandler(new wxTIFFHandler);
+    if (!wxImage::FindHandler(wxBITMAP_TYPE_BMP)) wxImage::AddHandler(new wxBMPHandler);
+    wxImage image(37, 23);
+    for (int i = 0; i < 37 * 23; ++i)
+        image.GetData()[3 * i] = static_cast<unsigned char>(i * 7 % 251);
+    for (const std::string ending : {"png", "jpg", "tif", "bmp"}) {
+        const std::string path = mFolder + "/whole." + ending, cut = mFolder + "/cut." + ending;
+        ASSERT_EQ(WriteImageFile(image, path, {}), "");
+        EXPECT_TRUE(IsWholeImage(path, 37, 23, false)) << ending;
+        for (const unsigned missing : {1u, 2u, 4u, 8u, 12u, 20u, 300u, unsigned(fs::file_size(path))}) {
+            fs::copy_file(path, cut, fs::copy_options::overwrite_existing);
+            fs::resize_file(cut, fs::file_size(path) - missing);
+            EXPECT_FALSE(IsWholeImage(cut, 37, 23, false)) << ending << " without " << missing << " bytes";
+            fs::resize_file(cut, fs::file_size(path)); // zeros where a disk lost what was not yet on it
+            if (missing > 2 && ending != "bmp") {
+                EXPECT_FALSE(IsWholeImage(cut, 37, 23, false)) << ending << " " << missing;
+            }
+        }
+    }
 }
 
 TEST_F(VideoMaker, PicturesAreStoredWithAlphaOrWithout) {

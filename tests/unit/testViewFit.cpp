@@ -133,6 +133,39 @@ TEST(ViewFit, ManyParticlesOnThreadsReachAsFarAsTheyDo) {
     EXPECT_FLOAT_EQ(float(reach.Get(1)), 9.0f);
 }
 
+TEST(ViewFit, DirectionsReachAsFarTogetherAsAlone) {
+    const double origin[3] = {0, 0, 0};
+    const auto points = RandomBox(5000, 2.0, origin);
+    std::vector<float> radii;
+    for (const Point_st& point : points)
+        radii.push_back(0.3f + 0.2f * point.p[0]);
+    const double directions[][3] = {{1, 0, 0},  {-1, 0, 0},    {0, 0, -1}, {0.5, -2, 1}, {1, 1, 0},
+                                    {0, 0, -1}, {-0.5, 2, -1}, {1, 0, 0},  {0, 0, 1},    {3, 0, 0}};
+    for (const float factor : {0.0f, 2.0f})
+        for (const float constant : {0.0f, 0.25f}) {
+            FitCloud_st cloud = CloudOf(points);
+            cloud.mpRadius = radii.data();
+            cloud.mRadiusFactor[0] = factor;
+            cloud.mRadiusConstant[0] = constant;
+            CloudReach_cls reach;
+            for (const auto& d : directions)
+                reach.Add(d);
+            ASSERT_TRUE(reach.Measure(cloud));
+            for (int k = 0; k < reach.GetCount(); ++k) {
+                const double* d = directions[k];
+                const double length = std::sqrt(d[0] * d[0] + d[1] * d[1] + d[2] * d[2]);
+                double most = -1e9;
+                for (size_t i = 0; i < points.size(); ++i) {
+                    const float* p = points[i].p;
+                    const double radius = double(factor) * double(radii[i]) + double(constant);
+                    most = std::max(most, d[0] * double(p[0]) + d[1] * double(p[1]) + d[2] * double(p[2]) +
+                                              length * radius);
+                }
+                EXPECT_NEAR(reach.Get(k), most, 1e-5) << k << " " << factor << " " << constant;
+            }
+        }
+}
+
 TEST(ViewFit, OrthographicWidthHoldsEverything) {
     const std::vector<Point_st> points = {{{-3, 0, 1}}, {{5, 0, 2}}};
     PositionAndDirection_cls camera;

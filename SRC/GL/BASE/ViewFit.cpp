@@ -22,9 +22,19 @@ struct Block_st {
     float x[kBlock], y[kBlock], z[kBlock], r[kBlock];
 };
 
+// A direction, and the opposite one where that is wanted, too: one product serves both.
 struct FloatDirection_st {
-    float x, y, z;
-    float length; ///< weight of a radius
+    float v[3];
+    float length = 1.0f; ///< weight of a radius
+    int axis = -1;       ///< 0 to 2: it is just x, y or z
+    bool bBack = false;  ///< is the opposite one wanted?
+};
+
+/// What is measured, each direction once: fits of several views ask for many of them again.
+struct ReachPlan_st {
+    std::vector<FloatDirection_st> directions;
+    std::vector<size_t>
+        slots; ///< of all that are asked for: 2 * place in `directions`, + 1 for opposite ones
 };
 
 unsigned ClassOf(const FitCloud_st& cloud, long long i) {
@@ -86,17 +96,97 @@ void TakeRadius(float drawn, Block_st& block) {
         r *= drawn;
 }
 
-MORENTIS_DATA_LOOP void TakeMaximum(const Block_st& block, FloatDirection_st d, float* pMost) {
-    float most[kLanes];
-    for (int j = 0; j < kLanes; ++j)
-        most[j] = *pMost;
+/// The largest values of v + r and of r - v; without `pR` r is 0.
+MORENTIS_DATA_LOOP void TakeMost(const float* pV, const float* pR, float* pForth, float* pBack) {
+    float forth[kLanes], back[kLanes];
+    for (int j = 0; j < kLanes; ++j) {
+        forth[j] = *pForth;
+        back[j] = -*pBack;
+    }
     for (int i = 0; i < kBlock; i += kLanes)
         for (int j = 0; j < kLanes; ++j) {
-            const float value = d.x * block.x[i + j] + d.y * block.y[i + j] + d.z * block.z[i + j] +
-                                d.length * block.r[i + j];
-            most[j] = value > most[j] ? value : most[j];
+            const float high = pR ? pV[i + j] + pR[i + j] : pV[i + j];
+            const float low = pR ? pV[i + j] - pR[i + j] : pV[i + j];
+            forth[j] = high > forth[j] ? high : forth[j];
+            back[j] = low < back[j] ? low : back[j];
         }
-    *pMost = *std::max_element(most, most + kLanes);
+    *pForth = *std::max_element(forth, forth + kLanes);
+    *pBack = -*std::min_element(back, back + kLanes);
+}
+
+/// The same along any direction.
+MORENTIS_DATA_LOOP void TakeMostAlong(const Block_st& block, FloatDirection_st d, bool bRadius, float* pForth,
+                                      float* pBack) {
+    float forth[kLanes], back[kLanes];
+    for (int j = 0; j < kLanes; ++j) {
+        forth[j] = *pForth;
+        back[j] = -*pBack;
+    }
+    for (int i = 0; i < kBlock; i += kLanes)
+        for (int j = 0; j < kLanes; ++j) {
+            const float along = d.v[0] * block.x[i + j] + d.v[1] * block.y[i + j] + d.v[2] * block.z[i + j];
+            const float reach = bRadius ? d.length * block.r[i + j] : 0.0f;
+            const float high = along + reach;
+            const float low = along - reach;
+            forth[j] = high > forth[j] ? high : forth[j];
+            back[j] = low < back[j] ? low : back[j];
+        }
+    *pForth = *std::max_element(forth, forth + kLanes);
+    *pBack = -*std::min_element(back, back + kLanes);
+}
+
+/// Only forth.
+MORENTIS_DATA_LOOP void TakeMostForth(const Block_st& block, FloatDirection_st d, bool bRadius,
+                                      float* pForth) {
+    float forth[kLanes];
+    for (int j = 0; j < kLanes; ++j)
+        forth[j] = *pForth;
+    for (int i = 0; i < kBlock; i += kLanes)
+        for (int j = 0; j < kLanes; ++j) {
+            const float along = d.v[0] * block.x[i + j] + d.v[1] * block.y[i + j] + d.v[2] * block.z[i + j];
+            const float high = bRadius ? along + d.length * block.r[i + j] : along;
+            forth[j] = high > forth[j] ? high : forth[j];
+        }
+    *pForth = *std::max_element(forth, forth + kLanes);
+}
+
+void TakeMaximum(const Block_st& block, const FloatDirection_st& d, bool bRadius, float* pMost) {
+    const float* const pPlaces[3] = {block.x, block.y, block.z};
+    if (d.axis >= 0)
+        TakeMost(pPlaces[d.axis], bRadius ? block.r : nullptr, pMost, pMost + 1);
+    else if (d.bBack)
+        TakeMostAlong(block, d, bRadius, pMost, pMost + 1);
+    else
+        TakeMostForth(block, d, bRadius, pMost);
+}
+
+template <class DIRECTIONS>
+ReachPlan_st MakePlan(const DIRECTIONS& wanted) {
+    ReachPlan_st plan;
+    for (const auto& d : wanted) {
+        const auto is = [&d](const FloatDirection_st& one, float sign) {
+            for (int i = 0; i < 3; ++i)
+                if (one.v[i] != sign * static_cast<float>(d.v[i])) return false;
+            return true;
+        };
+        size_t k = 0;
+        while (k < plan.directions.size() && !is(plan.directions[k], 1.0f) && !is(plan.directions[k], -1.0f))
+            ++k;
+        if (k == plan.directions.size()) {
+            FloatDirection_st one;
+            for (int i = 0; i < 3; ++i)
+                one.v[i] = static_cast<float>(d.v[i]);
+            one.length = static_cast<float>(MyVector::GetNorm(d.v));
+            for (int i = 0; i < 3; ++i)
+                if (one.v[i] == 1.0f && one.v[(i + 1) % 3] == 0.0f && one.v[(i + 2) % 3] == 0.0f)
+                    one.axis = i;
+            plan.directions.push_back(one);
+        }
+        const bool bBack = !is(plan.directions[k], 1.0f);
+        plan.directions[k].bBack |= bBack;
+        plan.slots.push_back(2 * k + (bBack ? 1 : 0));
+    }
+    return plan;
 }
 
 /// All particles are drawn, and in the same way.
@@ -116,18 +206,19 @@ void MeasureRange(const FitCloud_st& cloud, bool bUniform, long long reference, 
     const float* pReference = cloud.mpPos[reference];
     for (long long first = begin; first < end; first += kBlock) {
         const long long count = std::min(kBlock, end - first);
+        bool bRadius = true;
         if (bUniform && count == kBlock) {
             TakePlaces(cloud.mpPos + first, pReference, block);
             if (cloud.mpRadius && cloud.mRadiusFactor[0] != 0.0f)
                 TakeRadii(cloud.mpRadius + first, cloud.mRadiusFactor[0], cloud.mRadiusConstant[0], block);
-            else
+            else if ((bRadius = cloud.mRadiusConstant[0] != 0.0f))
                 TakeRadius(cloud.mRadiusConstant[0], block);
         } else {
             for (long long i = 0; i < kBlock; ++i)
                 Take(cloud, i < count ? (first + i) * cloud.mStep : reference, pReference, block, i);
         }
         for (size_t k = 0; k < directions.size(); ++k)
-            TakeMaximum(block, directions[k], &most[k]);
+            TakeMaximum(block, directions[k], bRadius, &most[2 * k]);
     }
 }
 
@@ -154,27 +245,24 @@ bool CloudReach_cls::Measure(const FitCloud_st& cloud) {
     if (!cloud.mpPos || cloud.mStep < 1) return false;
     const long long reference = FindFirst(cloud);
     if (reference < 0) return false;
-    std::vector<FloatDirection_st> directions;
-    for (const Direction_st& d : mDirections)
-        directions.push_back({static_cast<float>(d.v[0]), static_cast<float>(d.v[1]),
-                              static_cast<float>(d.v[2]), static_cast<float>(MyVector::GetNorm(d.v))});
+    const ReachPlan_st plan = MakePlan(mDirections);
     const long long drawn = (cloud.mNumber - 1) / cloud.mStep + 1;
     const int threads = GetThreadCount(drawn);
     const bool bUniform = IsUniform(cloud);
     std::vector<std::vector<float>> most(
         static_cast<size_t>(threads),
-        std::vector<float>(directions.size(), -std::numeric_limits<float>::infinity()));
+        std::vector<float>(2 * plan.directions.size(), -std::numeric_limits<float>::infinity()));
     const long long share = ((drawn + threads - 1) / threads + kBlock - 1) / kBlock * kBlock;
     OnThreads(threads, [&](int k) {
         MeasureRange(cloud, bUniform, reference, std::min(drawn, k * share), std::min(drawn, (k + 1) * share),
-                     directions, most[static_cast<size_t>(k)]);
+                     plan.directions, most[static_cast<size_t>(k)]);
     });
     const float* pReference = cloud.mpPos[reference];
     const double origin[3] = {double(pReference[0]), double(pReference[1]), double(pReference[2])};
-    for (size_t k = 0; k < directions.size(); ++k) {
+    for (size_t k = 0; k < mDirections.size(); ++k) {
         float reach = -std::numeric_limits<float>::infinity();
         for (const std::vector<float>& one : most)
-            reach = std::max(reach, one[k]);
+            reach = std::max(reach, one[plan.slots[k]]);
         mReach.push_back(MyVector::GetScalarProduct(mDirections[k].v, origin) + static_cast<double>(reach));
     }
     return true;

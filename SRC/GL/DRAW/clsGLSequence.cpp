@@ -4,13 +4,13 @@
 #include <cstdio>
 #include <new>
 
-#include "COMMON/FreeMemory.h"
 #include "COMMON/Globals.h"
 #include "GL/DRAW/DrawnCloud.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLDrawData.h"
 #include "GL/DRAW/clsSnapData.h"
+#include "PDATA/clsArrayPool.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
@@ -79,6 +79,14 @@ void Dispatch(int face, GLDrawData_cls* pDraw, GLAttribute_cls** ppAttribute) {
     }
 }
 
+/// What else is drawn needs the memory that the particles' picture didn't get.
+void GiveUpSnapshot() {
+    SnapData_cls::TellShortMemory();
+    delete GLDrawData_cls::mspCSnapShot;
+    GLDrawData_cls::mspCSnapShot = nullptr;
+    ArrayPool_cls::Shared().Trim();
+}
+
 // Lists and batches take memory of their own. All is made before anything of a list is drawn, but batches
 // grow while they are: then some particles are drawn twice, which a second try may show; the picture counts
 // as faulty only where there is no room for the first one.
@@ -90,7 +98,7 @@ void DispatchInMemory(int face, GLDrawData_cls* pDraw, GLAttribute_cls** ppAttri
         } catch (const std::bad_alloc&) {
             // What the pool keeps may be enough: once more in any case.
             if (PDataSeqCtrl_cls::ReleaseForAllocation() || bAgain) continue;
-            SnapData_cls::TellShortMemory();
+            GiveUpSnapshot();
             return;
         }
     }
@@ -101,10 +109,7 @@ void DispatchInMemory(int face, GLDrawData_cls* pDraw, GLAttribute_cls** ppAttri
 bool IsRoomForOpenGL(int number) {
     constexpr size_t kBytesOfParticle = 64;
     constexpr size_t kBytesOfPicture = size_t(128) << 20;
-    const size_t bytes = size_t(number) * kBytesOfParticle + kBytesOfPicture;
-    while (!IsMemoryFree(bytes))
-        if (!PDataSeqCtrl_cls::ReleaseForAllocation()) return false;
-    return true;
+    return PDataSeqCtrl_cls::MakeRoom(size_t(number) * kBytesOfParticle + kBytesOfPicture);
 }
 
 /// No memory is taken from what is drawn.
@@ -172,7 +177,7 @@ void GLSequence_cls::DrawSnapshot(int face, PDataSnap_cls& snap, GLDrawData_cls*
         if (IsRoomForOpenGL(snap.GetParticleNumber()))
             DispatchInMemory(face, pDraw, ppAttribute);
         else
-            SnapData_cls::TellShortMemory();
+            GiveUpSnapshot();
     }
     GDrawingPercentage.store(100);
 }

@@ -14,6 +14,7 @@
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "PARAM/clsCommandCall.h"
 #include "PARAM/clsUndoManager.h"
+#include "WIDGET/DenseStyle.h"
 #include "WIDGET/clsMyArtProvider.h"
 
 namespace {
@@ -125,7 +126,7 @@ void GLCanvasCtrl_cls::MakeToggle(int which) {
     const ToggleLook& look = kToggles[which];
     const wxBitmapBundle icon = MyArtProvider::GetIcon(look.icon, kIconSize);
     if (icon.IsOk())
-        mpCToggle[which] = new wxBitmapToggleButton(this, wxID_ANY, icon);
+        MakeNarrow(mpCToggle[which] = new wxBitmapToggleButton(this, wxID_ANY, icon));
     else
         mpCToggle[which] =
             new wxToggleButton(this, wxID_ANY, look.letter, wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
@@ -136,7 +137,7 @@ void GLCanvasCtrl_cls::MakeToggle(int which) {
 void GLCanvasCtrl_cls::MakeFitButton() {
     const wxBitmapBundle icon = MyArtProvider::GetIcon("FitView", kIconSize);
     if (icon.IsOk())
-        mpCButtonFit = new wxBitmapButton(this, wxID_ANY, icon);
+        MakeNarrow(mpCButtonFit = new wxBitmapButton(this, wxID_ANY, icon));
     else
         mpCButtonFit = new wxButton(this, wxID_ANY, "F", wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
     mpCButtonFit->SetToolTip(_("Fit View: all drawn particles in the picture (Home)"));
