@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "GL/DRAW/DrawListFilter.h"
 #include "GL/DRAW/clsZSort.h"
 
 namespace {
@@ -22,7 +23,8 @@ void Fill(DrawList_t& list, int number, int step, KEY key) {
 
 } // namespace
 
-void MakeDrawList(DrawList_t& list, int count, int step, const float (*pPos)[3], const DrawListOrder& order) {
+void MakeDrawList(DrawList_t& list, int count, int step, const float (*pPos)[3], const DrawListOrder& order,
+                  DrawListFilter_cls* pFilter, double time) {
     list.clear();
     if (count <= 0) return;
     step = std::max(step, 1);
@@ -35,5 +37,6 @@ void MakeDrawList(DrawList_t& list, int count, int step, const float (*pPos)[3],
         Fill(list, all, step, [&](int i) { return static_cast<float>(GetSquaredDistance(pPos[i], order)); });
     else
         Fill(list, all, step, [](int) { return 0.0f; });
+    if (pFilter && order.sortOrder != 2) pFilter->Thin(list, pPos, time);
     if (order.sortOrder == 1 || order.sortOrder == 2) ZSort_cls::ZSortParallel(list);
 }
