@@ -7,6 +7,7 @@
 #include "FILTER/clsFilterCopy.h"
 #include "FILTER/clsFilterDataBox.h"
 #include "FILTER/clsFilterFog.h"
+#include "FILTER/clsFilterGrid.h"
 #include "FILTER/clsFilterLists.h"
 #include "FILTER/clsFilterStick.h"
 #include "PARAM/clsUndoManager.h"
@@ -233,4 +234,10 @@ bool FilterCtrl_cls::IsBooleanChangeConstantColor() const {
 void FilterCtrl_cls::GLDraw(double time) const {
     for (const auto& filter : mlpCFilter)
         filter->GLDraw(time);
+}
+
+void FilterCtrl_cls::GLDrawRealGrid(double time, Tags* pTags) const {
+    for (const auto& filter : mlpCFilter)
+        if (filter->GetType() == FILTER_GRID)
+            static_cast<const FilterGrid_cls&>(*filter).GLDrawRealGrid(time, pTags);
 }

@@ -8,6 +8,7 @@
 #include <wx/string.h>
 
 #include "FILTER/clsFilterBase.h"
+#include "GL/BASE/TagObject.h"
 #include "GL/DRAW/DrawListFilter.h"
 
 class FilterCopy_cls;
@@ -74,8 +75,11 @@ public:
     void Thin(DrawList_t& list, const float (*pPos)[3], double time) override;
     bool IsBooleanChangeConstantColor() const override;
 
-    /// The frames of all filters; needs a current OpenGL context.
+    // These need a current OpenGL context with the camera in the model-view matrix.
+    /// The frames of all filters.
     void GLDraw(double time) const;
+    /// All grids; `pTags` takes their labels.
+    void GLDrawRealGrid(double time, Tags* pTags) const;
 
     wxString Serialize();
     /// Reads this list's block from behind its marker line, `line`. True when it was that.

@@ -3,6 +3,7 @@
 
 #include "FILTER/clsFilterBase.h"
 #include "FILTER/clsFilterData.h"
+#include "GL/BASE/TagObject.h"
 
 class ColorCurve_cls;
 
@@ -20,4 +21,14 @@ public:
     ColorCurve_cls* const mpCColor;
 };
 
-class FilterGrid_cls final : public FilterOf_cls<FilterGridData_cls, FILTER_GRID> {};
+class FilterGrid_cls final : public FilterOf_cls<FilterGridData_cls, FILTER_GRID> {
+public:
+    /// Its frame, while it is selected: the lines are there anyway.
+    void GLDraw(double time) const override;
+    /// The grid itself, in the current line width; `pTags`, if any, takes its labels. Needs a current OpenGL
+    /// context with the camera in the model-view matrix.
+    void GLDrawRealGrid(double time, Tags* pTags) const;
+
+private:
+    void DrawShape(Tags* pTags) const;
+};
