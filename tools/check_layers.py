@@ -29,7 +29,7 @@ FLOORS = [
     ["SCENE"],
     ["GL/DRAW"],
     ["FILTER"],
-    ["IMAGE", "POVRAY"],
+    ["FILTER/PANEL", "IMAGE", "POVRAY"],
     ["GL/VIEW"],
     ["WIDGET/TIMELINE"],
     ["APP"],

@@ -2,6 +2,7 @@
 
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
+#include "FILTER/clsFilterLists.h"
 #include "GL/BASE/clsPreference.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/VIEW/clsExposure.h"
@@ -80,7 +81,7 @@ const std::vector<ProjectBlock_st>& GetProjectBlocks() {
         {18, "shared by all views", false, WriteCanvasStatics, ReadCanvasStatics},
         {19, "shadow volumes", false, nullptr, nullptr},
         {20, "views 0 to 3 once more", false, WriteViewsAgain, nullptr},
-        {21, "filters", false, nullptr, nullptr},
+        {21, "filters", false, Write<&Main_cls::mpCFilters>, ReadBlock<&Main_cls::mpCFilters>},
         {22, "image sequence", false, Write<&Main_cls::mpCImgSequence>, ReadLine<&Main_cls::mpCImgSequence>},
     };
     return sBlocks;

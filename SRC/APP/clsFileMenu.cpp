@@ -112,6 +112,7 @@ void FileMenu_cls::TakeProject(const std::wstring& text, const wxString& folder)
     time->SetInterpStepNative(0, 0);
     time->SetFrameNative(0, 0);
     mHub.CloseData();
+    mHub.ClearFilters();
     mHub.ReadProjectText(text, folder.empty() ? wxString(".") : folder, false);
     mFrame.GetPCTopHalf()->ClearStatusGLPanels();
     mFrame.GetPCTopHalf()->RefreshGLPanels();

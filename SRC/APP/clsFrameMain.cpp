@@ -172,6 +172,7 @@ CameraPath_cls* FrameMain_cls::GetPCCameraPath() const { return mpCMain->mpCCame
 AnchorPath_cls* FrameMain_cls::GetPCAnchorPath() const { return mpCMain->mpCAnchorPath; }
 
 LightSRCCtrl_cls* FrameMain_cls::GetPCLightSRCCtrl() const { return mpCMain->mpCLightSRCCtrl; }
+FilterLists_cls* FrameMain_cls::GetPCFilters() const { return mpCMain->mpCFilters; }
 
 PDataSeqCtrl_cls* FrameMain_cls::GetPCDataSeqCtrl() const { return mpCMain->mpCPDataSeqCtrl; }
 

@@ -52,6 +52,7 @@ public:
     CameraPath_cls* GetPCCameraPath() const override;
     AnchorPath_cls* GetPCAnchorPath() const override;
     LightSRCCtrl_cls* GetPCLightSRCCtrl() const override;
+    FilterLists_cls* GetPCFilters() const override;
     PDataSeqCtrl_cls* GetPCDataSeqCtrl() const override;
     SharedView_cls* GetPCSharedView() const { return mpCSharedView; }
     /// What acts: an open project's preferences, else the user's own.

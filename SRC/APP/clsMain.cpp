@@ -24,6 +24,7 @@
 #include "COMMON/RuntimeFiles.h"
 #include "COMMON/ThreadStates.h"
 #include "COMMON/UpdateBits.h"
+#include "FILTER/clsFilterLists.h"
 #include "GL/BASE/clsPreference.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLDrawData.h"
@@ -83,6 +84,8 @@ Main_cls::Main_cls(bool bConfigure) {
 
     // Later objects take earlier ones as arguments, and the frame's panels reach back to the hub.
     mpCDrawOption = new DrawOption_cls;
+    mpCFilters = new FilterLists_cls;
+    GLDrawData_cls::mspCFilterCtrlBooleanLink = &mpCFilters->GetBoolean();
     mpCExposure = new Exposure_cls;
     mpCInformation = new Information_cls;
     mpCOverlay = new Overlay_cls;
@@ -125,6 +128,8 @@ Main_cls::Main_cls(bool bConfigure) {
 Main_cls::~Main_cls() {
     WaitThreadFinish();
     UnlinkParamHooks();
+    GLDrawData_cls::mspCFilterCtrlBooleanLink = nullptr;
+    delete mpCFilters;
     delete mpCDrawOption;
     delete mpCOverlay;
     delete mpCPDataSeqCtrl;

@@ -27,6 +27,7 @@ class ParamGroup_cls;
 class PeriodicBoundary_cls;
 class PeriodicBoundaryCtrl_cls;
 class Parameters_cls;
+class FilterLists_cls;
 class Preference_cls;
 class RecentFiles_cls;
 class Recovery_cls;
@@ -57,6 +58,8 @@ public:
     /// Bring work area, active area and current frame into the film, whatever they were.
     void CheckAreas();
     void CloseDataCommand();
+    /// All filters go, and with them the steps of the undo list, which may know them.
+    void ClearFilters();
     void CloseData();
 
     // clsMainParams.cpp
@@ -92,6 +95,7 @@ public:
     void Special();
 
     DrawOption_cls* mpCDrawOption = nullptr;
+    FilterLists_cls* mpCFilters = nullptr;
     Exposure_cls* mpCExposure = nullptr;
     Information_cls* mpCInformation = nullptr;
     Overlay_cls* mpCOverlay = nullptr;

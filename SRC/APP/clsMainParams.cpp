@@ -4,6 +4,7 @@
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "COLORCURVE/EDITOR/clsColorCurveCtrl.h"
+#include "FILTER/clsFilterLists.h"
 #include "PARAM/ParamHooks.h"
 #include "PARAM/clsKeyFrame.h"
 #include "PARAM/clsParamGroup.h"
@@ -47,6 +48,16 @@ void Main_cls::MakeTimeLines() {
         lines->AddParamGroup(group);
         lines->FoldGroup(group, true);
     }
+    mpCFilters->mHooks.mAddGroup = [lines](ParamGroup_cls* pGroup) {
+        lines->AddParamGroup(pGroup);
+        lines->FoldGroup(pGroup, true);
+        lines->ResizeTL();
+    };
+    mpCFilters->mHooks.mRemoveGroup = [lines](ParamGroup_cls* pGroup) {
+        lines->RemoveParamGroup(pGroup);
+        lines->ResizeTL();
+    };
+    mpCFilters->mHooks.mSelectObject = [lines](SceneObj_cls* pObject) { lines->SelectObject(pObject); };
     lines->ShowGroup(mpCTimeCtrl->mpCTimeRemapGroup, mpCTimeCtrl->mbUseTimeRemap.mValue);
     lines->HideAndShow();
     lines->ResizeTL();
@@ -54,6 +65,7 @@ void Main_cls::MakeTimeLines() {
 
 void Main_cls::UnlinkParamHooks() {
     mpCParamGUICtrl = nullptr; // went with the frame
+    mpCFilters->mHooks = FilterHooks_st();
     GCUndoList.Clear();
     UnlinkGuess();
     GParamHooks.mClipboard = nullptr;
@@ -67,7 +79,13 @@ void Main_cls::UnlinkParamHooks() {
 }
 
 Parameters_cls* Main_cls::GetPCParamFromID(const wxString& id) {
-    return mpCTimeCtrl->mpCTimeRemapGroup->GetPCParamFromID(id);
+    Parameters_cls* found = mpCFilters->GetPCParamFromID(id);
+    return found ? found : mpCTimeCtrl->mpCTimeRemapGroup->GetPCParamFromID(id);
+}
+
+void Main_cls::ClearFilters() {
+    mpCFilters->ClearFilters();
+    GCUndoList.Clear();
 }
 
 void Main_cls::EndGestures() {

@@ -19,6 +19,7 @@ public:
     CameraPath_cls* GetPCCameraPath() const override { return &mCamera; }
     AnchorPath_cls* GetPCAnchorPath() const override { return &mAnchor; }
     LightSRCCtrl_cls* GetPCLightSRCCtrl() const override { return nullptr; }
+    FilterLists_cls* GetPCFilters() const override { return nullptr; }
     MainGLCanvas_cls* GetPCGLCanvas(int) const override { return nullptr; }
     bool IsTheFrameReady(int) const override { return true; }
     void PrepareTheFrame(int) override {}

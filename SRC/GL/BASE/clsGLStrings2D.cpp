@@ -4,6 +4,7 @@
 
 #include <GL/freeglut.h>
 
+#include "GL/BASE/clsGLPerspective.h"
 #include "GL/BASE/clsGLState.h"
 
 bool GLStrings2D_cls::msbGLUTInitialized = false;
@@ -31,6 +32,27 @@ void* GetGlutFont(GLStrings2D_cls::Font font) {
         break;
     }
     return GLUT_BITMAP_HELVETICA_12;
+}
+
+/// Pixels from line to line.
+double GetHeight(GLStrings2D_cls::Font font) {
+    using Font = GLStrings2D_cls::Font;
+    switch (font) {
+    case Font::Helvetica10:
+    case Font::Times10:
+        return 10;
+    case Font::Helvetica18:
+        return 18;
+    case Font::Fixed13:
+        return 13;
+    case Font::Fixed15:
+        return 15;
+    case Font::Times24:
+        return 24;
+    case Font::Helvetica12:
+        break;
+    }
+    return 12;
 }
 
 // The fonts hold Latin-1.
@@ -79,4 +101,19 @@ void GLStrings2D_cls::Draw(Font font, const wxString& text, int x, int y, bool b
             line.push_back(c);
     }
     flush();
+}
+
+void GLStrings2D_cls::DrawStrokes(Font font, const wxString& text, double x, double y, double factor) const {
+    constexpr double kStrokeHeight = 152.4; // units of the stroke font, from descenders to ascenders
+    if (text.empty()) return;
+    InitializeGLUT();
+    const GLAttribScope_cls attributes;
+    glDisable(GL_TEXTURE_2D);
+    glDisable(GL_LIGHTING);
+    GLPerspective_cls::Push2DMatrix(mW, mH);
+    const double scale = factor * GetHeight(font) / kStrokeHeight;
+    glTranslated(x, y, 0.0);
+    glScaled(scale, scale, 1.0);
+    glutStrokeString(GLUT_STROKE_ROMAN, ToLatin1(text).c_str());
+    GLPerspective_cls::Pop2DMatrix();
 }

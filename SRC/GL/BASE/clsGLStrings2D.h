@@ -16,6 +16,9 @@ public:
     /// with `bFromTop` from the top edge, 12 pixels lower than the number says. A line feed goes 24 pixels
     /// down. Characters that the font lacks show as "?".
     void Draw(Font font, const wxString& text, int x, int y, bool bFromTop) const;
+    /// A line of text in strokes of the current line width, as high as the font but for a factor, so that it
+    /// keeps its share of pictures of any size. Left end and baseline from the lower left corner.
+    void DrawStrokes(Font font, const wxString& text, double x, double y, double factor) const;
 
 private:
     int mW = 1;

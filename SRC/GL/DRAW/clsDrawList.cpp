@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "GL/DRAW/DrawListFilter.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsZSort.h"
 
@@ -23,7 +24,8 @@ void Fill(DrawList_t& list, int number, int step, KEY key) {
 
 } // namespace
 
-void MakeDrawList(DrawList_t& list, int count, int step, const float (*pPos)[3], const DrawListOrder& order) {
+void MakeDrawList(DrawList_t& list, int count, int step, const float (*pPos)[3], const DrawListOrder& order,
+                  DrawListFilter_cls* pFilter, double time) {
     list.clear();
     if (count <= 0) return;
     step = std::max(step, 1);
@@ -36,6 +38,7 @@ void MakeDrawList(DrawList_t& list, int count, int step, const float (*pPos)[3],
         Fill(list, all, step, [&](int i) { return static_cast<float>(GetSquaredDistance(pPos[i], order)); });
     else
         Fill(list, all, step, [](int) { return 0.0f; });
+    if (pFilter && order.sortOrder != SORT_NEAR_FIRST) pFilter->Thin(list, pPos, time);
     if (order.sortOrder == SORT_FAR_FIRST || order.sortOrder == SORT_NEAR_FIRST)
         ZSort_cls::ZSortParallel(list);
 }

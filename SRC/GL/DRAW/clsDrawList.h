@@ -3,6 +3,8 @@
 
 #include "GL/DRAW/clsArrayAndIndex.h"
 
+class DrawListFilter_cls;
+
 /// How a draw list is made: "SortOrder=" of the draw options, and where the eye is in data coordinates.
 struct DrawListOrder {
     unsigned sortOrder = 0; ///< a SortOrder (clsDrawOption.h)
@@ -12,5 +14,7 @@ struct DrawListOrder {
 };
 
 /// Every `step`-th of `count` particles; far first leaves out a last one that has no full step behind
-/// it. Keys that are no numbers come last.
-void MakeDrawList(DrawList_t& list, int count, int step, const float (*pPos)[3], const DrawListOrder& order);
+/// it. Keys that are no numbers come last. `pFilter` thins the list before it is sorted, but not with near
+/// first; at double index `time`, null: nothing does.
+void MakeDrawList(DrawList_t& list, int count, int step, const float (*pPos)[3], const DrawListOrder& order,
+                  DrawListFilter_cls* pFilter = nullptr, double time = 0.0);

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "GL/BASE/clsPositionAndDirection.h"
+#include "GL/DRAW/DrawListFilter.h"
 #include "GL/DRAW/clsDrawList.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
@@ -12,6 +13,7 @@
 ArrayAndIndex_cls* GLDrawData_cls::mspIndexAndZ = nullptr;
 int GLDrawData_cls::msDownsizedAtFBO0 = 0;
 SnapData_cls* GLDrawData_cls::mspCSnapShot = nullptr;
+DrawListFilter_cls* GLDrawData_cls::mspCFilterCtrlBooleanLink = nullptr;
 double GLDrawData_cls::msCurrentDoubleIndex = 0.0;
 bool GLDrawData_cls::msbListIsIdentity = false;
 
@@ -53,11 +55,12 @@ void GLDrawData_cls::ZSortAtFBO0(int count, int step, const float (*pPos)[3], un
     order.planeDepth = planeDepth;
     std::copy(mCameraPos, mCameraPos + 3, order.cameraPos);
     std::copy(mCameraDir, mCameraDir + 3, order.cameraDir);
-    MakeDrawList(sDrawList, count, step, pPos, order);
-    // A Boolean chain thins the list here: before the sort, and not where the nearest come first.
+    DrawListFilter_cls* filter = mspCFilterCtrlBooleanLink;
+    if (filter && !filter->IsThinning()) filter = nullptr;
+    MakeDrawList(sDrawList, count, step, pPos, order, filter, msCurrentDoubleIndex);
     mspIndexAndZ = sDrawList.data();
     msDownsizedAtFBO0 = static_cast<int>(sDrawList.size());
-    msbListIsIdentity = step == 1 && sortOrder != SORT_FAR_FIRST && sortOrder != SORT_NEAR_FIRST;
+    msbListIsIdentity = step == 1 && sortOrder != SORT_FAR_FIRST && sortOrder != SORT_NEAR_FIRST && !filter;
 }
 
 int GLDrawData_cls::ZSort(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute) {

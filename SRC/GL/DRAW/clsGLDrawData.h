@@ -9,6 +9,7 @@
 #include "GL/BASE/clsPositionAndDirection.h"
 #include "GL/DRAW/clsArrayAndIndex.h"
 
+class DrawListFilter_cls;
 class GLAttribute_cls;
 class SnapData_cls;
 class ViewScale_cls;
@@ -46,9 +47,10 @@ public:
     /// Corners of the unit quad, turned by the upper 3 x 3 part of a transposed matrix: 12 numbers.
     static void MultiplyMatrixOnVertexArrayOrg(const float* pMatrix, float* pOut);
 
-    static ArrayAndIndex_cls* mspIndexAndZ; ///< the list of this paint
-    static int msDownsizedAtFBO0;           ///< its length
-    static SnapData_cls* mspCSnapShot;      ///< the one draw-time snapshot; owned here
+    static ArrayAndIndex_cls* mspIndexAndZ;               ///< the list of this paint
+    static int msDownsizedAtFBO0;                         ///< its length
+    static SnapData_cls* mspCSnapShot;                    ///< the one draw-time snapshot; owned here
+    static DrawListFilter_cls* mspCFilterCtrlBooleanLink; ///< thins the list; null: nothing does
     static double msCurrentDoubleIndex;
     static wxString msStrMessage; ///< lines for the view that is drawn; whoever shows them empties it
     bool mbShadowPass = false;

@@ -4,6 +4,7 @@
 class AnchorPath_cls;
 class CameraPath_cls;
 class DrawOption_cls;
+class FilterLists_cls;
 class LightSRCCtrl_cls;
 class MainGLCanvas_cls;
 class PDataSeqCtrl_cls;
@@ -22,6 +23,7 @@ public:
     virtual CameraPath_cls* GetPCCameraPath() const = 0;
     virtual AnchorPath_cls* GetPCAnchorPath() const = 0;
     virtual LightSRCCtrl_cls* GetPCLightSRCCtrl() const = 0;
+    virtual FilterLists_cls* GetPCFilters() const = 0;
     /// 0 to 3 panels, 4 the Extra Panel; null while there is none yet.
     virtual MainGLCanvas_cls* GetPCGLCanvas(int view) const = 0;
 

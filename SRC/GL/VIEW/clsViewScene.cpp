@@ -1,16 +1,52 @@
 #include "GL/VIEW/clsViewScene.h"
 
+#include <algorithm>
+#include <cmath>
+
+#include "COLORCURVE/clsColorCurve.h"
+#include "FILTER/clsFilterFog.h"
+#include "FILTER/clsFilterLists.h"
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLState.h"
+#include "GL/BASE/clsGLStrings2D.h"
 #include "GL/BASE/clsGrid.h"
 #include "GL/VIEW/clsFishEye.h"
 #include "GL/VIEW/clsSharedView.h"
 #include "GL/VIEW/clsViewCamera.h"
+#include "GL/VIEW/clsViewHost.h"
 #include "GL/VIEW/clsViewSettings.h"
 #include "SCENE/clsAnchorPath.h"
 #include "SCENE/clsCameraPath.h"
 
 namespace {
+
+/// The tags that are in sight, with their places in the window. The camera stands in the matrices.
+Tags FindInWindow(const Tags& tags) {
+    double model[16], projection[16];
+    GLint viewport[4];
+    glGetDoublev(GL_MODELVIEW_MATRIX, model);
+    glGetDoublev(GL_PROJECTION_MATRIX, projection);
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    const auto multiply = [](const double* m, const double* v, double* out) {
+        for (int row = 0; row < 4; ++row)
+            out[row] = m[row] * v[0] + m[row + 4] * v[1] + m[row + 8] * v[2] + m[row + 12] * v[3];
+    };
+    Tags seen;
+    for (TagObject_cls tag : tags) {
+        const double place[4] = {double(tag.mPos[0]), double(tag.mPos[1]), double(tag.mPos[2]), 1.0};
+        double eye[4], clip[4];
+        multiply(model, place, eye);
+        multiply(projection, eye, clip);
+        const auto isInside = [&clip](int k) { return std::abs(clip[k]) <= clip[3]; };
+        if (!(clip[3] > 0.0) || !isInside(0) || !isInside(1) || !isInside(2)) continue;
+        for (int k = 0; k < 3; ++k)
+            tag.mWindow[k] = (clip[k] / clip[3] + 1.0) / 2.0;
+        tag.mWindow[0] = tag.mWindow[0] * viewport[2] + viewport[0];
+        tag.mWindow[1] = tag.mWindow[1] * viewport[3] + viewport[1];
+        seen.push_back(tag);
+    }
+    return seen;
+}
 
 // Cells of the ground grid: the power of ten that isn't below a tenth of the distance.
 double GetGridUnit(double distance) {
@@ -47,15 +83,48 @@ void ViewScene_cls::ModifyByDomeTilt(PositionAndDirection_cls* pCamera) const {
 // Into the face that is begun.
 void ViewScene_cls::DrawFace(double gridUnit) {
     const GLAttribScope_cls attributes;
-    mContext.mShared.SetGLBGColor(0, mContext.mMoment.plainGrey); // or the fog's
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
+    mVCTags.clear();
+    Clear();
     SetLights();
     SetLineWidth();
     DrawDataMain();
     CheckGLErrors("data");
     DrawOtherObjects(gridUnit);
     CheckGLErrors("other objects");
-    // Tags of the grids come last.
+    DrawTags();
+    CheckGLErrors("tags");
+}
+
+// Fog that there is takes the background's place.
+void ViewScene_cls::Clear() {
+    mContext.mShared.SetGLBGColor(0, mContext.mMoment.plainGrey);
+    float background[4];
+    glGetFloatv(GL_COLOR_CLEAR_VALUE, background);
+    FilterLists_cls* filters = mContext.mHost.GetPCFilters();
+    const FilterFog_cls* fog = filters ? filters->GetWorld().GetPCFog() : nullptr;
+    if (fog) fog->SetGLClearColor(mContext.mMoment.doubleIndex, background);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
+}
+
+// As large as their share of the picture, whatever the buffer's size.
+void ViewScene_cls::DrawTags() {
+    constexpr double kUsualBuffer = 1024.0;
+    using Font = GLStrings2D_cls::Font;
+    if (mVCTags.empty()) return;
+    const SharedView_cls& shared = mContext.mShared;
+    glDisable(GL_DEPTH_TEST);
+    glDisable(GL_FOG);
+    float color[4];
+    shared.mspCClrCurveTag->GetColor4fScaled(color, 0.0f);
+    glColor4fv(color);
+    const int size = mContext.mMoment.fboSize;
+    const double factor = size / kUsualBuffer;
+    glLineWidth(std::max(float(factor), 1.0f));
+    GLStrings2D_cls strings;
+    strings.SetWindowGeometry(size, size);
+    const auto font = Font(std::min(shared.msCTagFontIndex.mValue, unsigned(Font::Times24)));
+    for (const TagObject_cls& tag : FindInWindow(mVCTags))
+        strings.DrawStrokes(font, tag.mText, tag.mWindow[0], tag.mWindow[1], factor);
 }
 
 void ViewScene_cls::SetLineWidth() {
@@ -75,7 +144,11 @@ void ViewScene_cls::DrawOtherObjects(double gridUnit) {
         Grid_cls::DrawGridFlat(gridUnit, 3);
     }
     if (mContext.mSettings.mShowItems.mValue) DrawCameraPath(false);
-    // Lights and filters with "ShowItems="; real grids always; then a click picks among them.
+    // Lights and filters with "ShowItems="; then a click picks among them.
+    if (FilterLists_cls* filters = mContext.mHost.GetPCFilters()) {
+        SetLineWidth();
+        filters->GetObject().GLDrawRealGrid(mContext.mMoment.doubleIndex, &mVCTags);
+    }
     glDisable(GL_DEPTH_TEST);
     if (mContext.mSettings.mShowItems.mValue) DrawAnchor();
 }

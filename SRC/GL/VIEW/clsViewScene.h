@@ -1,6 +1,7 @@
 // The scene of a view, drawn once for each face: particles, lights, and the items around them.
 #pragma once
 
+#include "GL/BASE/TagObject.h"
 #include "GL/BASE/clsPositionAndDirection.h"
 #include "GL/VIEW/clsViewContext.h"
 
@@ -18,14 +19,18 @@ private:
     void DrawCameraPath(bool bPick);
     void DrawAnchor();
     void SetLineWidth();
+    void Clear();
+    void DrawTags();
     void ModifyByDomeTilt(PositionAndDirection_cls* pCamera) const;
 
     // clsViewSceneData.cpp
     void SetLights();
+    void SetFog();
     void DrawDataMain();
     void DrawDataLitDiffuse(int lightIndex);
     void DrawDataCopyLoop(bool bShadowPass);
 
     ViewContext_st mContext;
+    Tags mVCTags;                       ///< labels of the face being drawn
     PositionAndDirection_cls mCFaceCam; ///< the camera as the face being drawn sees the scene
 };

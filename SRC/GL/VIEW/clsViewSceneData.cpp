@@ -1,6 +1,8 @@
 // Particles of a view, lit.
 #include "GL/VIEW/clsViewScene.h"
 
+#include "FILTER/clsFilterFog.h"
+#include "FILTER/clsFilterLists.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLDrawData.h"
@@ -19,8 +21,17 @@ void ViewScene_cls::SetLights() {
     glClear(GL_DEPTH_BUFFER_BIT);
 }
 
+void ViewScene_cls::SetFog() {
+    FilterLists_cls* filters = mContext.mHost.GetPCFilters();
+    const FilterFog_cls* fog = filters ? filters->GetWorld().GetPCFog() : nullptr;
+    if (fog)
+        fog->SetGLFog(mContext.mMoment.doubleIndex);
+    else
+        glDisable(GL_FOG);
+}
+
 void ViewScene_cls::DrawDataMain() {
-    // Fog is set here.
+    SetFog();
     glEnable(GL_LIGHTING);
     glEnable(GL_DEPTH_TEST);
     const GLMatrixScope_cls matrix;

@@ -1,0 +1,103 @@
+#include "FILTER/clsFilterData.h"
+
+#include <sstream>
+
+#include <wx/intl.h>
+
+#include "COLORCURVE/clsColorCurve.h"
+#include "COMMON/UpdateBits.h"
+#include "FILTER/FilterKinds.h"
+#include "PARAM/ParamText.h"
+
+const wxString kFilterNumber = "%02d";
+
+namespace {
+
+constexpr long long kUpdateMask = UPDATE_FILTER_REFRESH | UPDATE_TL | UPDATE_GL;
+
+/// The lines of a filter's block, without its end, which is taken. Where another block begins this one was
+/// cut, and that line stays in the stream.
+std::wstring TakeOwnLines(std::wistream& stream) {
+    wxString text;
+    wxString line;
+    while (true) {
+        const auto before = stream.tellg();
+        if (!ReadParamLine(stream, &line) || line == "-FilterEnd") break;
+        if (line.StartsWith("---") || line == "-FilterBegin") {
+            stream.clear();
+            stream.seekg(before);
+            break;
+        }
+        text += line + "\n";
+    }
+    return text.ToStdWstring();
+}
+
+} // namespace
+
+FilterData_cls::FilterData_cls(bool bShowOnTimeLine, bool bWithParams)
+    : SceneObj_cls("Filter", bShowOnTimeLine, bWithParams) {
+    mCVisible.mValue = true;
+    mCConfItemList.Add(&mCValid, "FilterValid=", "1");
+    mCConfItemList.Add(&mCName, "FilterName=", "");
+}
+
+FilterData_cls::~FilterData_cls() = default;
+
+ColorCurve_cls* FilterData_cls::AddColorCurve(const wxString& id, const wxString& color) {
+    mvpCColorCurve.push_back(std::make_unique<ColorCurve_cls>(id, wxGetTranslation(id), color));
+    return mvpCColorCurve.back().get();
+}
+
+std::unique_ptr<ParamGroup_cls> FilterData_cls::MakeGroup(const wxString& name, int dimension,
+                                                          const wxString* pSuffixes) {
+    auto group = std::make_unique<ParamGroup_cls>(name, dimension, pSuffixes, kUpdateMask, false);
+    group->mpCSceneObj = this;
+    mpCObjectGroup->mVpCChilds.push_back(group.get());
+    return group;
+}
+
+wxString FilterData_cls::Serialize() {
+    wxString text = mCConfItemList.SerializeAll() + mpCObjectGroup->Serialize();
+    for (const auto& curve : mvpCColorCurve)
+        text += curve->Serialize();
+    return text;
+}
+
+void FilterData_cls::ReadBlock(std::wistream& stream) {
+    // On its own: what reads a curve counts its lines, and a cut one would take those of the next block.
+    std::wistringstream own(TakeOwnLines(stream));
+    wxString line;
+    bool bMore = ReadParamLine(own, &line);
+    for (; bMore && !line.Contains("ParamGroup="); bMore = ReadParamLine(own, &line))
+        if (!mCConfItemList.ReadStrLineAll(line)) ReadGroupOrCurve(own, line);
+    ChangeCustomName(NAME_TRANSLATED);
+    for (; bMore; bMore = ReadParamLine(own, &line))
+        ReadGroupOrCurve(own, line);
+}
+
+bool FilterData_cls::ReadGroupOrCurve(std::wistream& stream, const wxString& line) {
+    for (ParamGroup_cls* group : GetGroups())
+        if (group->ReadStrLine(stream, line)) return true;
+    for (const auto& curve : mvpCColorCurve)
+        if (curve->ReadStrLine(stream, line)) return true;
+    return false;
+}
+
+void FilterData_cls::InitNew() {
+    const DirectEdit_cls direct;
+    SetInitValueScale(1.0, 1.0, 1.0);
+}
+
+void FilterData_cls::ReplaceParameterName(const wxString& name) { mpCObjectGroup->ReplaceID("Filter", name); }
+
+void FilterData_cls::ChangeCustomName(NameWords words) {
+    for (int type = 0; type < kFilterTypes; ++type) {
+        const wxString plain = GetFilterKind(type).mWord;
+        const wxString label = GetFilterLabel(type);
+        if (words == NAME_PLAIN)
+            mCName.mStrValue.Replace(label, plain);
+        else
+            mCName.mStrValue.Replace(plain, label);
+    }
+}

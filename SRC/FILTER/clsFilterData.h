@@ -1,0 +1,49 @@
+// The settings of a filter: what projects keep, key frames included.
+#pragma once
+
+#include <istream>
+#include <memory>
+#include <vector>
+
+#include "SCENE/clsSceneObj.h"
+
+class ColorCurve_cls;
+
+/// What ChangeCustomName makes of the kinds' words in a name.
+enum NameWords { NAME_TRANSLATED = 0, NAME_PLAIN = 1 };
+
+/// Stands for the number in a name that is to be given by the list.
+extern const wxString kFilterNumber;
+
+class FilterData_cls : public SceneObj_cls {
+public:
+    ~FilterData_cls() override;
+
+    wxString Serialize();
+    /// From behind the type to the end of the filter's block; a block that was cut ends where another begins,
+    /// and that line stays in the stream.
+    void ReadBlock(std::wistream& stream);
+    /// The curves' identifiers, which begin with the word "Filter", begin with this name instead.
+    void ReplaceParameterName(const wxString& name);
+    void ChangeCustomName(NameWords words);
+    /// What a filter made by the user begins with, before it is in a list; no step.
+    void InitNew();
+    /// Everything animated of it: the groups of its line on the time lines.
+    const std::vector<ParamGroup_cls*>& GetGroups() const { return mpCObjectGroup->mVpCChilds; }
+
+    ConfItemList_cls mCConfItemList; ///< kinds add their own behind the first two
+    ConfItemBOOL_cls mCValid;        ///< acts at all
+    ConfItemSTR_cls mCName;          ///< unique in its list; begins the curves' identifiers
+    std::vector<std::unique_ptr<ColorCurve_cls>> mvpCColorCurve;
+
+protected:
+    /// Without `bShowOnTimeLine` place, rotation and scale are neither shown there nor saved.
+    FilterData_cls(bool bShowOnTimeLine, bool bWithParams);
+    /// `color` as text: red, green, blue, alpha.
+    ColorCurve_cls* AddColorCurve(const wxString& id, const wxString& color);
+    /// One more animated group, behind the others on the time line and in files. The caller owns it.
+    std::unique_ptr<ParamGroup_cls> MakeGroup(const wxString& name, int dimension, const wxString* pSuffixes);
+
+private:
+    bool ReadGroupOrCurve(std::wistream& stream, const wxString& line);
+};

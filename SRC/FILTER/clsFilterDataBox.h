@@ -1,0 +1,23 @@
+// Moves, turns and scales the whole data about an anchor.
+#pragma once
+
+#include <memory>
+
+#include "FILTER/clsFilterBase.h"
+#include "FILTER/clsFilterData.h"
+
+class FilterDataBoxData_cls final : public FilterData_cls {
+public:
+    FilterDataBoxData_cls();
+    ~FilterDataBoxData_cls() override;
+
+    /// Placed so that it turns and scales about the anchor.
+    void UpdateCurrentObj(double time) override;
+
+    const std::unique_ptr<ParamGroup_cls> mpCAnchor;
+};
+
+class FilterDataBox_cls final : public FilterOf_cls<FilterDataBoxData_cls, FILTER_DATABOX> {
+public:
+    void GLDraw(double time) const override;
+};

@@ -1,0 +1,67 @@
+#include "FILTER/clsFilterFog.h"
+
+#include <algorithm>
+
+#include <epoxy/gl.h>
+
+#include "COLORCURVE/clsColorCurve.h"
+
+namespace {
+const wxString kSuffixes[2] = {"deinsity", "alpha"}; // as files have them
+} // namespace
+
+FilterFogData_cls::FilterFogData_cls()
+    : FilterData_cls(false, true), mpCFogParam(MakeGroup("Filter Parameter", 2, kSuffixes)),
+      mpCColor(AddColorCurve("FogColor", "0.5 0.5 0.5 1")) {
+    mCConfItemList.Add(&mCFogType, "FogType=", "0");
+    mCConfItemList.Add(&mCFogStart, "FogStart=", "0");
+    mCConfItemList.Add(&mCFogEnd, "FogEnd=", "1");
+    const DirectEdit_cls direct;
+    const double values[2] = {0.0, 1.0};
+    mpCFogParam->SetKeyFrame(values, true, kCurrent);
+}
+
+FilterFogData_cls::~FilterFogData_cls() = default;
+
+void FilterFogData_cls::UpdateCurrentObj(double time) {
+    FilterData_cls::UpdateCurrentObj(time);
+    double values[2];
+    mpCFogParam->GetInterpolatedValue(values, time, kCurrent);
+}
+
+FilterFogData_cls::Values_st FilterFogData_cls::GetValues(double time) const {
+    double param[2];
+    mpCFogParam->GetInterpolatedValue(param, time, kCurrent);
+    Values_st values;
+    values.mDensity = float(param[0]);
+    values.mAlpha = float(param[1]);
+    mpCColor->GetColor4fScaled(values.mColor, 0.0f);
+    return values;
+}
+
+void FilterFog_cls::SetGLClearColor(double time, const float* background) const {
+    const FilterFogData_cls& data = *GetPCData();
+    if (!data.mCValid.mValue) return;
+    const FilterFogData_cls::Values_st fog = data.GetValues(time);
+    // The background's red stands for all three.
+    const float rest = (1.0f - fog.mAlpha) * background[0];
+    glClearColor(fog.mColor[0] * fog.mAlpha + rest, fog.mColor[1] * fog.mAlpha + rest,
+                 fog.mColor[2] * fog.mAlpha + rest, 1.0f);
+}
+
+void FilterFog_cls::SetGLFog(double time) const {
+    static const GLint kModes[] = {GL_EXP, GL_EXP2, GL_LINEAR};
+    const FilterFogData_cls& data = *GetPCData();
+    const unsigned type = data.mCFogType.mValue;
+    if (!data.mCValid.mValue || type > FilterFogData_cls::LINEAR) return;
+    const FilterFogData_cls::Values_st fog = data.GetValues(time);
+    const float color[4] = {fog.mColor[0], fog.mColor[1], fog.mColor[2], fog.mAlpha};
+    glFogfv(GL_FOG_COLOR, color);
+    glFogi(GL_FOG_MODE, kModes[type]);
+    if (type == FilterFogData_cls::LINEAR) {
+        glFogf(GL_FOG_START, data.mCFogStart.mValue);
+        glFogf(GL_FOG_END, data.mCFogEnd.mValue);
+    } else
+        glFogf(GL_FOG_DENSITY, std::max(fog.mDensity * fog.mAlpha, 0.0f)); // less is an error of OpenGL
+    glEnable(GL_FOG);
+}

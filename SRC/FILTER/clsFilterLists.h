@@ -1,0 +1,63 @@
+// The three lists of filters, and what they ask of the program around them.
+#pragma once
+
+#include <array>
+#include <functional>
+#include <istream>
+
+#include <wx/string.h>
+
+#include "FILTER/FilterKinds.h"
+#include "FILTER/clsFilterCtrl.h"
+
+class ParamGroup_cls;
+class SceneObj_cls;
+class SceneObjTexture_cls;
+
+/// Set by the hub; an empty one does nothing.
+struct FilterHooks_st {
+    /// A group's line comes to the time lines, or goes.
+    std::function<void(ParamGroup_cls*)> mAddGroup;
+    std::function<void(ParamGroup_cls*)> mRemoveGroup;
+    /// This object is the selected one now; null: none.
+    std::function<void(SceneObj_cls*)> mSelectObject;
+    /// The texture dialog edits this; null: nothing.
+    std::function<void(SceneObjTexture_cls*, const wxString& name)> mConnectTexture;
+    /// Something that the user should know, beside the work.
+    std::function<void(const wxString& text)> mTell;
+};
+
+class FilterLists_cls {
+public:
+    FilterLists_cls();
+    FilterLists_cls(const FilterLists_cls&) = delete;
+    FilterLists_cls& operator=(const FilterLists_cls&) = delete;
+
+    FilterCtrl_cls& Get(int list) { return mLists[size_t(list)]; }
+    FilterCtrl_cls& GetBoolean() { return mLists[FILTER_LIST_BOOLEAN]; }
+    FilterCtrl_cls& GetObject() { return mLists[FILTER_LIST_OBJECT]; }
+    FilterCtrl_cls& GetWorld() { return mLists[FILTER_LIST_WORLD]; }
+    Parameters_cls* GetPCParamFromID(const wxString& id) const;
+
+    /// Select this one alone of all lists, null none. `bClearParam`: rows of the time lines lose their
+    /// selection when anything changes.
+    void SelectFilter(FilterBase_cls* pFilter, bool bClearParam);
+    FilterBase_cls* GetPCSelected() const;
+    void MoveSelectedFilter(int delta);
+    void DeleteSelectedFilter();
+    /// Steps of the undo list that know filters must go with them.
+    void ClearFilters();
+    /// Values of the present time into the panels.
+    void Refresh();
+
+    wxString Serialize();
+    void ReadStrLine(std::wistream& stream, const wxString& line);
+
+    void TellSelected(SceneObj_cls* pObject) const;
+    void Tell(const wxString& text) const;
+
+    FilterHooks_st mHooks;
+
+private:
+    std::array<FilterCtrl_cls, kFilterLists> mLists;
+};
