@@ -20,7 +20,7 @@ bool IsCutJPEG(const std::string& bytes) {
 
 /// This one's reader takes what is missing for black. Bytes 2 to 5 tell how long the file is.
 bool IsCutBMP(const std::string& bytes) {
-    if (bytes.compare(0, 2, "BM") != 0) return false;
+    if (bytes.size() < 6 || bytes.compare(0, 2, "BM") != 0) return false;
     size_t length = 0;
     for (size_t k = 4; k > 0; --k)
         length = length << 8 | static_cast<unsigned char>(bytes[1 + k]);
