@@ -12,6 +12,7 @@
 #include "APP/clsScene.h"
 #include "COLORCURVE/EDITOR/clsColorCurveCtrl.h"
 #include "COMMON/EventIds.h"
+#include "FILTER/clsFilterLists.h"
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPeriodicBoundary.h"
@@ -44,6 +45,7 @@ void EditMenu_cls::OnMenuTimeRemap(wxCommandEvent& event) {
 }
 
 void EditMenu_cls::OnMenuDeselect(wxCommandEvent&) {
+    mHub.mpCFilters->SelectFilter(nullptr, false);
     mFrame.GetPCBtmHalf()->GetPCParamGUICtrl()->SelectObject(static_cast<SceneObj_cls*>(nullptr));
 }
 

@@ -12,6 +12,7 @@
 #include "APP/clsEditMenu.h"
 #include "APP/clsExportRun.h"
 #include "APP/clsFileMenu.h"
+#include "APP/clsFilterMenu.h"
 #include "APP/clsHelpMenu.h"
 #include "APP/clsImageRun.h"
 #include "APP/clsMain.h"
@@ -69,6 +70,7 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
     mpCImageRun = std::make_unique<ImageRun_cls>(*this, mCConfList);
     mpCExportRun = std::make_unique<ExportRun_cls>(*this);
     mpCEditMenu = std::make_unique<EditMenu_cls>(*this);
+    mpCFilterMenu = std::make_unique<FilterMenu_cls>(*this);
     mpCHelpMenu = std::make_unique<HelpMenu_cls>(*this);
     mpCViewsMenu = std::make_unique<ViewsMenu_cls>(*this);
     mpCRefreshCommands = std::make_unique<RefreshCommands_cls>(*this);
@@ -110,6 +112,7 @@ FrameMain_cls::~FrameMain_cls() {
     mpCRefreshCommands.reset();
     mpCViewsMenu.reset();
     mpCHelpMenu.reset();
+    mpCFilterMenu.reset();
     mpCEditMenu.reset();
     mpCExportRun.reset();
     mpCImageRun.reset();
@@ -139,7 +142,8 @@ void FrameMain_cls::CreateHalves() {
     mpCSplitter->SetSashGravity(1.0); // the bottom half keeps its height
     mpCSplitter->SetMinimumPaneSize(kMinPane);
     const TopHalfPanel_cls::Pages_st pages = {mpCMain->mpCDrawOption, mpCMain->mpCOverlay,
-                                              mpCMain->mpCExposure, mpCMain->mpCInformation};
+                                              mpCMain->mpCExposure, mpCMain->mpCInformation,
+                                              mpCMain->mpCFilters};
     mpCTopHalf = new TopHalfPanel_cls(mpCSplitter, GetViewLinks(), GetPCActiveFileSequence(), pages);
     mpCBtmHalf = new BtmHalfPanel_cls(mpCSplitter, mpCMain->mpCTimeCtrl, mpCMain->mpCPDataSeqCtrl);
     mpCSplitter->SplitHorizontally(mpCTopHalf, mpCBtmHalf, -mBtmHeight);
@@ -281,6 +285,7 @@ void FrameMain_cls::ApplySettings() {
     mpCTopHalf->RefreshAttrib();
     mpCTopHalf->RefreshDrawOptions();
     mpCBtmHalf->RefreshGUI();
+    PostMenuEvent(ID_FILTER_REFRESH);
     mpCMain->mpCColorCurveCtrl->UpdateItems(true);
     mpCEditMenu->UpdatePreference();
 }

@@ -18,6 +18,7 @@ class CameraPath_cls;
 class EditMenu_cls;
 class ExportRun_cls;
 class FileMenu_cls;
+class FilterMenu_cls;
 class GLCanvasCtrl_cls;
 class GLExtraFrame_cls;
 class HelpMenu_cls;
@@ -144,6 +145,7 @@ private:
     std::unique_ptr<ImageRun_cls> mpCImageRun;
     std::unique_ptr<ExportRun_cls> mpCExportRun;
     std::unique_ptr<EditMenu_cls> mpCEditMenu;
+    std::unique_ptr<FilterMenu_cls> mpCFilterMenu;
     std::unique_ptr<HelpMenu_cls> mpCHelpMenu;
     std::unique_ptr<ViewsMenu_cls> mpCViewsMenu;
     std::unique_ptr<RefreshCommands_cls> mpCRefreshCommands;

@@ -65,24 +65,24 @@ constexpr MenuEntry_st kEdit[] = {
 };
 
 constexpr MenuEntry_st kFilter[] = {
-    {Entry::SubBegin, "Bool", "B", nullptr, ID_FILTER_BOOL_MENU, nullptr, false},
-    {Entry::Normal, "Boolean", "B", nullptr, ID_FILTER_BOOLEAN, nullptr, false},
-    {Entry::Normal, "Filtering", "T", nullptr, ID_FILTER_FILTERING, nullptr, false},
+    {Entry::SubBegin, "Bool", "B", nullptr, ID_FILTER_BOOL_MENU, nullptr, true},
+    {Entry::Normal, "Boolean", "B", nullptr, ID_FILTER_BOOLEAN, nullptr, true},
+    {Entry::Normal, "Filtering", "T", nullptr, ID_FILTER_FILTERING, nullptr, true},
     kSubEnd,
-    {Entry::SubBegin, "Object", "B", nullptr, ID_FILTER_OBJECT_MENU, nullptr, false},
-    {Entry::Normal, "DataBox", "C", nullptr, ID_FILTER_DATABOX, nullptr, false},
-    {Entry::Normal, "Object", "O", nullptr, ID_FILTER_OBJECT, nullptr, false},
-    {Entry::Normal, "Stick", "S", nullptr, ID_FILTER_STICK, nullptr, false},
-    {Entry::Normal, "Grid", "G", nullptr, ID_FILTER_GRID, nullptr, false},
+    {Entry::SubBegin, "Object", "B", nullptr, ID_FILTER_OBJECT_MENU, nullptr, true},
+    {Entry::Normal, "DataBox", "C", nullptr, ID_FILTER_DATABOX, nullptr, true},
+    {Entry::Normal, "Object", "O", nullptr, ID_FILTER_OBJECT, nullptr, true},
+    {Entry::Normal, "Stick", "S", nullptr, ID_FILTER_STICK, nullptr, true},
+    {Entry::Normal, "Grid", "G", nullptr, ID_FILTER_GRID, nullptr, true},
     kSubEnd,
-    {Entry::SubBegin, "World", "W", nullptr, ID_FILTER_WORLD_MENU, nullptr, false},
-    {Entry::Normal, "CopyBox", "C", nullptr, ID_FILTER_COPYBOX, nullptr, false},
-    {Entry::Normal, "Fog", "F", nullptr, ID_FILTER_FOG, nullptr, false},
+    {Entry::SubBegin, "World", "W", nullptr, ID_FILTER_WORLD_MENU, nullptr, true},
+    {Entry::Normal, "CopyBox", "C", nullptr, ID_FILTER_COPYBOX, nullptr, true},
+    {Entry::Normal, "Fog", "F", nullptr, ID_FILTER_FOG, nullptr, true},
     kSubEnd,
     kSeparator,
-    {Entry::Normal, "Up", "U", nullptr, ID_FILTER_UP, nullptr, false},
-    {Entry::Normal, "Down", "D", nullptr, ID_FILTER_DOWN, nullptr, false},
-    {Entry::Normal, "Delete", "X", nullptr, ID_FILTER_DELETE, nullptr, false},
+    {Entry::Normal, "Up", "U", nullptr, ID_FILTER_UP, nullptr, true},
+    {Entry::Normal, "Down", "D", nullptr, ID_FILTER_DOWN, nullptr, true},
+    {Entry::Normal, "Delete", "X", nullptr, ID_FILTER_DELETE, nullptr, true},
 };
 
 constexpr MenuEntry_st kPovRay[] = {
@@ -114,7 +114,7 @@ constexpr MenuEntry_st kDialog[] = {
     {Entry::Normal, "View and Camera Config", "U", "Ctrl-U", ID_CAMERA_PATH, "Camera", false},
     {Entry::Normal, "Light Source Editor", "L", "Ctrl-L", ID_LIGHT_SOURCE, "LightSource", false},
     {Entry::Normal, "Color Curve Editor", "J", "Ctrl-J", ID_COLOR_CURVE, "Color", true},
-    {Entry::Normal, "Texture Editor", "J", "Ctrl-T", ID_TEX_PROPERTY, "Texture", false},
+    {Entry::Normal, "Texture Editor", "J", "Ctrl-T", ID_TEX_PROPERTY, "Texture", true},
     {Entry::Normal, "Stereogram Config", "S", "Ctrl-M", ID_STEREOGRAM, "StereoGram", false},
     {Entry::Normal, "Periodic Boundary", "P", "Ctrl-B", ID_PERIODIC_BOUNDARY, "PeriodicBoundary", true},
 };

@@ -24,6 +24,7 @@
 #include "COMMON/RuntimeFiles.h"
 #include "COMMON/ThreadStates.h"
 #include "COMMON/UpdateBits.h"
+#include "FILTER/PANEL/clsTexPropertyCtrl.h"
 #include "FILTER/clsFilterLists.h"
 #include "GL/BASE/clsPreference.h"
 #include "GL/DRAW/clsDrawOption.h"
@@ -34,6 +35,7 @@
 #include "GL/VIEW/clsInformation.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsOverlay.h"
+#include "GL/VIEW/clsTopHalfPanel.h"
 #include "GL/VIEW/clsViewFitCtrl.h"
 #include "IMAGE/clsImgSequence.h"
 #include "PARAM/clsParamGroup.h"
@@ -111,10 +113,12 @@ Main_cls::Main_cls(bool bConfigure) {
                                        : nullptr;
     });
     mpCScene = new Scene_cls(mpCTimeCtrl);
+    mpCTexPropertyCtrl = new TexPropertyCtrl_cls;
     mpCRecentFiles = new RecentFiles_cls;
     mpCFrameMain = new FrameMain_cls("Morentis 3 v 0.80", this, FirstWindowRect(mDisplayHeight));
     MakeCameraPathGroup();
     MakeTimeLines();
+    if (bConfigure) mpCFrameMain->GetPCTopHalf()->ConnectFilters(); // else nobody sees it
 
     if (bConfigure) ReadProjectFile(GetConfigureFilePath());
     mpCFrameMain->GetPCViewFit()->NoteUntouched();
@@ -129,6 +133,7 @@ Main_cls::~Main_cls() {
     WaitThreadFinish();
     UnlinkParamHooks();
     GLDrawData_cls::mspCFilterCtrlBooleanLink = nullptr;
+    delete mpCTexPropertyCtrl;
     delete mpCFilters;
     delete mpCDrawOption;
     delete mpCOverlay;

@@ -32,6 +32,7 @@ class Preference_cls;
 class RecentFiles_cls;
 class Recovery_cls;
 class Scene_cls;
+class TexPropertyCtrl_cls;
 class TimeCtrl_cls;
 class wxWindow;
 
@@ -66,6 +67,8 @@ public:
     /// One step back or forward; an edit that a hand still holds ends first.
     void Undo();
     void Redo();
+    /// What a hand still holds becomes a step.
+    void EndGestures();
     /// Also when the edit that a hand still holds would be the first step.
     bool IsUndoable() const;
     /// Let curves and clock reach what they need of the program.
@@ -113,7 +116,8 @@ public:
     ColorCurveCtrl_cls* mpCColorCurveCtrl = nullptr; ///< the colour curve editor
     ParamGUICtrl_cls* mpCParamGUICtrl = nullptr;     ///< the time lines, of the main frame
     Scene_cls* mpCScene = nullptr;
-    FrameMain_cls* mpCFrameMain = nullptr; ///< wxWidgets destroys windows
+    TexPropertyCtrl_cls* mpCTexPropertyCtrl = nullptr; ///< the texture dialog
+    FrameMain_cls* mpCFrameMain = nullptr;             ///< wxWidgets destroys windows
     RecentFiles_cls* mpCRecentFiles = nullptr;
     Recovery_cls* mpCRecovery = nullptr;
     wxString mStrExeDir; ///< directory of the executable, no trailing slash
@@ -123,7 +127,6 @@ public:
 
 private:
     void UnlinkParamHooks();
-    void EndGestures();
     void MakeCameraPathGroup();
     void MakeTimeLines();
     wxString SerializeAll(bool bFull);

@@ -4,6 +4,8 @@
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "COLORCURVE/EDITOR/clsColorCurveCtrl.h"
+#include "COMMON/MsgBox.h"
+#include "FILTER/PANEL/clsTexPropertyCtrl.h"
 #include "FILTER/clsFilterLists.h"
 #include "PARAM/ParamHooks.h"
 #include "PARAM/clsKeyFrame.h"
@@ -58,6 +60,11 @@ void Main_cls::MakeTimeLines() {
         lines->ResizeTL();
     };
     mpCFilters->mHooks.mSelectObject = [lines](SceneObj_cls* pObject) { lines->SelectObject(pObject); };
+    lines->mOnObjectChosen = [this](SceneObj_cls* pObject) { mpCFilters->SelectObject(pObject); };
+    mpCFilters->mHooks.mConnectTexture = [this](SceneObjTexture_cls* pTexture, const wxString& name) {
+        mpCTexPropertyCtrl->ReconnectTexture(pTexture, name);
+    };
+    mpCFilters->mHooks.mTell = [](const wxString& text) { Notice(text, text); };
     lines->ShowGroup(mpCTimeCtrl->mpCTimeRemapGroup, mpCTimeCtrl->mbUseTimeRemap.mValue);
     lines->HideAndShow();
     lines->ResizeTL();

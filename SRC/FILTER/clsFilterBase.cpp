@@ -13,7 +13,10 @@ bool FilterBase_cls::Select(bool bSelected) {
     if (mpCData->mbSelected == bSelected) return false;
     mpCData->Select(bSelected);
     if (mpCGUI) mpCGUI->ShowSelected(bSelected);
-    if (bSelected) OnSelected();
+    if (bSelected)
+        OnSelected();
+    else
+        OnDeselected();
     return true;
 }
 

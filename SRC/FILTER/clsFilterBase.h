@@ -41,6 +41,8 @@ public:
     virtual void GLDraw(double time) const;
     /// It was selected by the user.
     virtual void OnSelected() {}
+    /// Another one was selected, or none, or it goes.
+    virtual void OnDeselected() {}
     /// It left its list, maybe for good.
     virtual void OnRemoved() {}
 

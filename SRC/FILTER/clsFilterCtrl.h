@@ -28,6 +28,7 @@ public:
     FilterCtrl_cls(const FilterCtrl_cls&) = delete;
     FilterCtrl_cls& operator=(const FilterCtrl_cls&) = delete;
 
+    FilterLists_cls& GetLists() const { return mLists; }
     int GetIndex() const { return mIndex; }
     int GetCount() const { return int(mlpCFilter.size()); }
     FilterBase_cls* GetPCFilter(int position) const { return mlpCFilter[size_t(position)].get(); }

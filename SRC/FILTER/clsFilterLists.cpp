@@ -22,6 +22,17 @@ void FilterLists_cls::SelectFilter(FilterBase_cls* pFilter, bool bClearParam) {
     if (pFilter) TellSelected(pFilter->mpCData.get());
 }
 
+void FilterLists_cls::SelectObject(const SceneObj_cls* pObject) {
+    bool bChanged = false;
+    for (FilterCtrl_cls& list : mLists) {
+        const FilterBase_cls* found = nullptr;
+        for (int position = 0; pObject && position < list.GetCount(); ++position)
+            if (list.GetPCFilter(position)->mpCData.get() == pObject) found = list.GetPCFilter(position);
+        bChanged = list.SelectFilter(found) || bChanged;
+    }
+    if (bChanged) PostMenuEvent(ID_REFRESH_GL);
+}
+
 FilterBase_cls* FilterLists_cls::GetPCSelected() const {
     for (const FilterCtrl_cls& list : mLists)
         for (int position = 0; position < list.GetCount(); ++position)

@@ -42,6 +42,8 @@ public:
     /// Select this one alone of all lists, null none. `bClearParam`: rows of the time lines lose their
     /// selection when anything changes.
     void SelectFilter(FilterBase_cls* pFilter, bool bClearParam);
+    /// The filter of this object alone, none for other objects, without telling the time lines: they know.
+    void SelectObject(const SceneObj_cls* pObject);
     FilterBase_cls* GetPCSelected() const;
     void MoveSelectedFilter(int delta);
     void DeleteSelectedFilter();

@@ -21,3 +21,7 @@ void FilterObject_cls::GLDraw(double time) const { DrawFilterFrame(*GetPCData(),
 void FilterObject_cls::OnSelected() {
     mpCFilterCtrl->ConnectTexture(&GetPCData()->mCTexture, GetPCData()->mCName.mStrValue);
 }
+
+void FilterObject_cls::OnDeselected() {
+    if (GetPCData()->mCTexture.mpCDialogLink) mpCFilterCtrl->ConnectTexture(nullptr, wxString());
+}

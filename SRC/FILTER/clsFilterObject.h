@@ -22,4 +22,5 @@ class FilterObject_cls final : public FilterOf_cls<FilterObjectData_cls, FILTER_
 public:
     void GLDraw(double time) const override;
     void OnSelected() override;
+    void OnDeselected() override;
 };

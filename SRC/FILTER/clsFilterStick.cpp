@@ -20,3 +20,7 @@ FilterStickData_cls::FilterStickData_cls() : FilterData_cls(false, true) {
 void FilterStick_cls::OnSelected() {
     mpCFilterCtrl->ConnectTexture(&GetPCData()->mCTexture, GetPCData()->mCName.mStrValue);
 }
+
+void FilterStick_cls::OnDeselected() {
+    if (GetPCData()->mCTexture.mpCDialogLink) mpCFilterCtrl->ConnectTexture(nullptr, wxString());
+}

@@ -29,4 +29,5 @@ public:
 class FilterStick_cls final : public FilterOf_cls<FilterStickData_cls, FILTER_STICK> {
 public:
     void OnSelected() override;
+    void OnDeselected() override;
 };

@@ -4,6 +4,8 @@
 #include "CONFITEM/clsConfItem.h"
 #include "CONFITEM/clsConfItemList.h"
 
+class TexPropertyCtrl_cls;
+
 class SceneObjTexture_cls {
 public:
     enum Transmit : unsigned { TRANSMIT_NONE = 0, TRANSMIT_PLAIN = 1, TRANSMIT_FILTERED = 2 };
@@ -26,4 +28,5 @@ public:
     ConfItemUINT_cls mCNormalPattern[kLayers];
     ConfItemFLOAT_cls mCNormalDegree[kLayers];
     ConfItemFLOAT_cls mCNormalScale[kLayers];
+    TexPropertyCtrl_cls* mpCDialogLink = nullptr; ///< edits this right now
 };

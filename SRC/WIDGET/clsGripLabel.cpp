@@ -21,7 +21,11 @@ wxSize GripLabel_cls::DoGetBestClientSize() const { return GetTextExtent(mStrTex
 void GripLabel_cls::OnPaint(wxPaintEvent&) {
     wxPaintDC dc(this); // no buffer of its own: the page's background shows through
     dc.SetFont(GetFont());
-    dc.SetTextForeground(
-        wxSystemSettings::GetColour(IsEnabled() ? wxSYS_COLOUR_BTNTEXT : wxSYS_COLOUR_GRAYTEXT));
+    // A panel with a ground of its own says what can be read on it.
+    if (IsEnabled() && GetParent()->UseForegroundColour())
+        dc.SetTextForeground(GetParent()->GetForegroundColour());
+    else
+        dc.SetTextForeground(
+            wxSystemSettings::GetColour(IsEnabled() ? wxSYS_COLOUR_BTNTEXT : wxSYS_COLOUR_GRAYTEXT));
     dc.DrawText(mStrText, 0, (GetClientSize().y - dc.GetTextExtent(mStrText).y) / 2);
 }

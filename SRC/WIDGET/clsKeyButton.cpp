@@ -102,6 +102,10 @@ void KeyButton_cls::OnPaint(wxPaintEvent&) {
     const wxSize size = GetClientSize();
     const bool bHint = mShown == KeyState::CONSTANT && mbHover; // what a click would bring
     const bool bGrey = bHint || !IsEnabled();
-    const wxColour colour = wxSystemSettings::GetColour(bGrey ? wxSYS_COLOUR_GRAYTEXT : wxSYS_COLOUR_BTNTEXT);
+    // A panel with a ground of its own says what can be read on it.
+    const bool bOwn = !bGrey && GetParent()->UseForegroundColour();
+    const wxColour colour =
+        bOwn ? GetParent()->GetForegroundColour()
+             : wxSystemSettings::GetColour(bGrey ? wxSYS_COLOUR_GRAYTEXT : wxSYS_COLOUR_BTNTEXT);
     DrawKeyMark(dc, size.x / 2, size.y / 2, FromDIP(kRadius), bHint ? KeyState::ANIMATED : mShown, colour);
 }

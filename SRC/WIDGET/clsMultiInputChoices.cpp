@@ -47,10 +47,9 @@ std::vector<ChoiceItem> Numbered(const std::vector<wxString>& labels) {
 
 } // namespace
 
-int MultiInputPanel_cls::PlaceChoice(const wxString& label, std::function<unsigned()> get,
+int MultiInputPanel_cls::PlaceChoice(int row, std::function<unsigned()> get,
                                      std::function<void(unsigned)> set, const std::vector<ChoiceItem>& items,
                                      const wxString& tip, Undo undo) {
-    const int row = NewRow(label, tip);
     auto* choice = new wxChoice(this, wxID_ANY);
     choice->SetToolTip(tip);
     auto shown = std::make_shared<std::vector<unsigned>>();
@@ -78,7 +77,7 @@ int MultiInputPanel_cls::PlaceChoice(const wxString& label, std::function<unsign
 int MultiInputPanel_cls::AddChoice(const wxString& label, unsigned* pValue,
                                    const std::vector<ChoiceItem>& items, const wxString& tip) {
     return PlaceChoice(
-        label, [pValue] { return *pValue; }, [pValue](unsigned value) { *pValue = value; }, items, tip,
+        NewRow(label, tip), [pValue] { return *pValue; }, [pValue](unsigned value) { *pValue = value; }, items, tip,
         std::make_shared<FieldUndo_cls>(FieldUndo_cls::ForNumber(pValue)));
 }
 
@@ -90,7 +89,7 @@ int MultiInputPanel_cls::AddChoice(const wxString& label, unsigned* pValue,
 int MultiInputPanel_cls::AddChoice(const wxString& label, int* pValue, const std::vector<wxString>& labels,
                                    const wxString& tip) {
     return PlaceChoice(
-        label, [pValue] { return static_cast<unsigned>(*pValue); },
+        NewRow(label, tip), [pValue] { return static_cast<unsigned>(*pValue); },
         [pValue](unsigned value) { *pValue = static_cast<int>(value); }, Numbered(labels), tip,
         std::make_shared<FieldUndo_cls>(FieldUndo_cls::ForNumber(pValue)));
 }
@@ -98,8 +97,15 @@ int MultiInputPanel_cls::AddChoice(const wxString& label, int* pValue, const std
 int MultiInputPanel_cls::AddChoice(const wxString& label, bool* pValue, const std::vector<wxString>& labels,
                                    const wxString& tip) {
     return PlaceChoice(
-        label, [pValue] { return *pValue ? 1u : 0u; }, [pValue](unsigned value) { *pValue = value != 0; },
+        NewRow(label, tip), [pValue] { return *pValue ? 1u : 0u; }, [pValue](unsigned value) { *pValue = value != 0; },
         Numbered(labels), tip, std::make_shared<FieldUndo_cls>(FieldUndo_cls::ForCheck(pValue)));
+}
+
+void MultiInputPanel_cls::AddChoiceTo(int row, unsigned* pValue, const std::vector<wxString>& labels,
+                                      const wxString& tip) {
+    PlaceChoice(
+        row, [pValue] { return *pValue; }, [pValue](unsigned value) { *pValue = value; }, Numbered(labels),
+        tip, std::make_shared<FieldUndo_cls>(FieldUndo_cls::ForNumber(pValue)));
 }
 
 int MultiInputPanel_cls::AddCheck(const wxString& label, bool* pValue, const wxString& text,

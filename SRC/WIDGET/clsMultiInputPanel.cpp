@@ -179,29 +179,47 @@ void MultiInputPanel_cls::UpdateAllParams() {
 
 int MultiInputPanel_cls::AddParam(const wxString& label, ParamGroup_cls* pGroup, const NumSpec& spec,
                                   const wxString& tip) {
-    LivingPanels().insert(this);
     const int count = std::min(pGroup->GetDimension(), kMaxField);
     const int row = NewRow(label, tip, count == 1);
+    const auto edit = std::make_shared<ParamEdit_cls>(pGroup);
+    for (int dim = 0; dim < count; ++dim)
+        PlaceParam(row, edit, pGroup, dim, spec, tip, count == 1);
+    return row;
+}
+
+int MultiInputPanel_cls::AddParam(const wxString& label, ParamGroup_cls* pGroup, int dimension,
+                                  const NumSpec& spec, const wxString& tip) {
+    const int row = NewRow(label, tip, true);
+    PlaceParam(row, std::make_shared<ParamEdit_cls>(pGroup), pGroup, dimension, spec, tip, true);
+    return row;
+}
+
+void MultiInputPanel_cls::AddParamTo(int row, ParamGroup_cls* pGroup, int dimension, const NumSpec& spec,
+                                     const wxString& tip) {
+    PlaceParam(row, std::make_shared<ParamEdit_cls>(pGroup), pGroup, dimension, spec, tip, false);
+}
+
+void MultiInputPanel_cls::PlaceParam(int row, const std::shared_ptr<ParamEdit_cls>& edit,
+                                     ParamGroup_cls* pGroup, int dimension, const NumSpec& spec,
+                                     const wxString& tip, bool bGripLabel) {
+    LivingPanels().insert(this);
     Row& r = *mRows[static_cast<size_t>(row)];
     r.mbParam = true;
     NumSpec each = spec;
     each.mbDouble = true;
-    const auto edit = std::make_shared<ParamEdit_cls>(pGroup);
-    for (int dim = 0; dim < count; ++dim) {
-        auto* diamond = new KeyButton_cls(this, pGroup, dim);
-        PlaceNumber(
-            row, [edit, dim] { return edit->GetValue(dim); }, nullptr, each, tip, count == 1, nullptr);
-        auto* field = static_cast<NumField_cls*>(r.mFields.back());
-        field->SetOnChange([this, row, edit, dim, diamond](double value, bool bFinal) {
-            edit->SetValue(dim, value, bFinal);
-            diamond->RefreshIfChanged();
-            Tell(row, Hook::Value, bFinal);
-        });
-        r.mpFields->Add(diamond, 0, wxALIGN_CENTRE_VERTICAL);
-        r.mRefresh.push_back([diamond] { diamond->RefreshIfChanged(); });
-        r.mKeyButtons.push_back(diamond);
-    }
-    return row;
+    auto* diamond = new KeyButton_cls(this, pGroup, dimension);
+    PlaceNumber(
+        row, [edit, dimension] { return edit->GetValue(dimension); }, nullptr, each, tip, bGripLabel,
+        nullptr);
+    auto* field = static_cast<NumField_cls*>(r.mFields.back());
+    field->SetOnChange([this, row, edit, dimension, diamond](double value, bool bFinal) {
+        edit->SetValue(dimension, value, bFinal);
+        diamond->RefreshIfChanged();
+        Tell(row, Hook::Value, bFinal);
+    });
+    r.mpFields->Add(diamond, 0, wxALIGN_CENTRE_VERTICAL);
+    r.mRefresh.push_back([diamond] { diamond->RefreshIfChanged(); });
+    r.mKeyButtons.push_back(diamond);
 }
 
 KeyButton_cls* MultiInputPanel_cls::GetKeyButton(int row, int dimension) const {

@@ -16,6 +16,7 @@
 
 class FieldUndo_cls;
 class KeyButton_cls;
+class ParamEdit_cls;
 class ParamGroup_cls;
 class wxButton;
 class wxFlexGridSizer;
@@ -54,6 +55,8 @@ public:
     /// The labels of false and of true.
     int AddChoice(const wxString& label, bool* pValue, const std::vector<wxString>& labels,
                   const wxString& tip);
+    /// One more choice at the end of a row.
+    void AddChoiceTo(int row, unsigned* pValue, const std::vector<wxString>& labels, const wxString& tip);
     int AddCheck(const wxString& label, bool* pValue, const wxString& text, const wxString& tip);
     /// One more check box at the end of a row.
     void AddCheckTo(int row, bool* pValue, const wxString& text, const wxString& tip);
@@ -71,6 +74,11 @@ public:
     /// An animated setting: one number a dimension, each with a diamond that sets or removes its key. Edits
     /// are keys at the current time, always as steps of the undo list. The group outlives the panel.
     int AddParam(const wxString& label, ParamGroup_cls* pGroup, const NumSpec& spec, const wxString& tip);
+    /// One dimension of such a setting alone.
+    int AddParam(const wxString& label, ParamGroup_cls* pGroup, int dimension, const NumSpec& spec,
+                 const wxString& tip);
+    /// The same at the end of a row.
+    void AddParamTo(int row, ParamGroup_cls* pGroup, int dimension, const NumSpec& spec, const wxString& tip);
     int AddButton(const wxString& label, const wxString& text, const wxString& tip);
     /// A button of the row's last field.
     wxButton* AddButtonTo(int row, const wxString& text, const wxString& tip, std::function<void()> press);
@@ -125,8 +133,10 @@ private:
     void PlaceNumber(int row, std::function<double()> get, std::function<void(double)> set,
                      const NumSpec& spec, const wxString& tip, bool bGripLabel, Undo undo);
     void PlaceCheck(int row, bool* pValue, const wxString& text, const wxString& tip);
-    int PlaceChoice(const wxString& label, std::function<unsigned()> get, std::function<void(unsigned)> set,
+    int PlaceChoice(int row, std::function<unsigned()> get, std::function<void(unsigned)> set,
                     const std::vector<ChoiceItem>& items, const wxString& tip, Undo undo);
+    void PlaceParam(int row, const std::shared_ptr<ParamEdit_cls>& edit, ParamGroup_cls* pGroup,
+                    int dimension, const NumSpec& spec, const wxString& tip, bool bGripLabel);
     void Edit(const Undo& undo, const std::function<void()>& write, bool bFinal = true);
     wxWindow* PlaceText(int row, wxString* pValue, const wxString& tip);
     void AskForFile(int row, wxString* pValue, const wxString& message, const wxString& wildcard);

@@ -9,6 +9,8 @@
 #include <wx/splitter.h>
 
 #include "COMMON/EventIds.h"
+#include "FILTER/PANEL/clsFilterPanelPain.h"
+#include "FILTER/clsFilterLists.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsDrawOptionGUI.h"
 #include "GL/DRAW/clsGLAttribute.h"
@@ -129,14 +131,37 @@ void TopHalfPanel_cls::CreateBooks(wxWindow* pParent) {
         event.Skip();
         mPages.mpCInformation->Update(); // it doesn't keep up while it is hidden
     });
+    mpCFilterBook = new wxNotebook(side, ID_NOTEBOOK_FILTER, wxDefaultPosition, size);
+    const wxString tabs[kFilterLists] = {_("Boolean"), _("Object"), _("World")};
+    for (int list = 0; list < kFilterLists; ++list) {
+        mpCFilterPane[list] =
+            new FilterPanelPain_cls(mpCFilterBook, mPages.mpCFilters->Get(list), *mPages.mpCDrawOption);
+        mpCFilterBook->AddPage(mpCFilterPane[list], tabs[list]);
+    }
     auto* sizer = new wxBoxSizer(wxVERTICAL);
-    // As the longest pages are to each other; in a low window both scroll.
-    for (wxNotebook* pBook : {mpCAttribBook, mpCOptionBook})
+    // As the longest pages are to each other; in a low window all scroll.
+    for (wxNotebook* pBook : {mpCAttribBook, mpCOptionBook, mpCFilterBook})
         pBook->SetMinSize(wxSize(-1, FromDIP(kLeastBook)));
     sizer->Add(mpCAttribBook, 5, wxEXPAND | wxBOTTOM, 4);
-    sizer->Add(mpCOptionBook, 4, wxEXPAND);
+    sizer->Add(mpCOptionBook, 4, wxEXPAND | wxBOTTOM, 4);
+    sizer->Add(mpCFilterBook, 5, wxEXPAND);
     side->SetSizer(sizer);
     mpCSides->SplitVertically(mpCOuter, side, -kBookWidth);
+}
+
+void TopHalfPanel_cls::ConnectFilters() {
+    for (FilterPanelPain_cls* pPane : mpCFilterPane)
+        pPane->Connect();
+}
+
+void TopHalfPanel_cls::ShowFilter(int list, int position) {
+    mpCFilterBook->SetSelection(size_t(list));
+    mpCFilterPane[list]->ShowFilter(position);
+}
+
+void TopHalfPanel_cls::LayOutFilters() {
+    for (FilterPanelPain_cls* pPane : mpCFilterPane)
+        pPane->LayOut();
 }
 
 void TopHalfPanel_cls::SplitPanel(int layout) {
@@ -198,6 +223,8 @@ void TopHalfPanel_cls::RefreshDrawOptions() {
     }
     if (mPages.mpCOverlay->mpCGUI) mPages.mpCOverlay->mpCGUI->UpdateValues();
     mPages.mpCInformation->Update();
+    for (FilterPanelPain_cls* pPane : mpCFilterPane)
+        pPane->UpdateNotes();
     RefreshExposure();
 }
 

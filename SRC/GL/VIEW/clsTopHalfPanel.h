@@ -10,6 +10,8 @@ class GLCanvasCtrl_cls;
 class PDataSequence_cls;
 class DrawOption_cls;
 class Exposure_cls;
+class FilterLists_cls;
+class FilterPanelPain_cls;
 class Information_cls;
 class MultiInputPanel_cls;
 class Overlay_cls;
@@ -20,12 +22,13 @@ struct ViewLinks_st;
 
 class TopHalfPanel_cls : public wxPanel {
 public:
-    /// What the pages of the lower book edit; not owned.
+    /// What the pages of the lower books edit; not owned.
     struct Pages_st {
         DrawOption_cls* mpCDrawOption;
         Overlay_cls* mpCOverlay;
         Exposure_cls* mpCExposure;
         Information_cls* mpCInformation;
+        FilterLists_cls* mpCFilters;
     };
 
     TopHalfPanel_cls(wxWindow* pParent, const ViewLinks_st& links, PDataSequence_cls* pSequence,
@@ -45,6 +48,13 @@ public:
     /// The pages "Option", "Overlay", "Exposure" and "Info".
     void RefreshDrawOptions();
     void RefreshExposure();
+    /// Panels for the filters, from now on.
+    void ConnectFilters();
+    FilterPanelPain_cls* GetPCFilterPane(int list) const { return mpCFilterPane[list]; }
+    /// Bring a filter's panel before the user's eyes, open.
+    void ShowFilter(int list, int position);
+    /// Place the panels anew in panes that have another height now.
+    void LayOutFilters();
     GLCanvasCtrl_cls* GetPCGLCanvasCtrl(int view) const { return mpCCtrl[view]; }
     wxString Serialize();
     void ReadStrLine(const wxString& line);
@@ -66,6 +76,8 @@ private:
     wxSplitterWindow* mpCInner[2] = {nullptr, nullptr};
     wxNotebook* mpCAttribBook = nullptr;
     wxNotebook* mpCOptionBook = nullptr;
+    wxNotebook* mpCFilterBook = nullptr;
+    FilterPanelPain_cls* mpCFilterPane[3] = {}; ///< by list
     ConfItemList_cls mConfList;
     ConfItemUINT_cls mPreviewPanelType; ///< a Layout
 };

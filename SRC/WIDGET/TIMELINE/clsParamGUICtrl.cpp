@@ -41,13 +41,15 @@ ParamGUICtrl_cls::ParamGUICtrl_cls(wxWindow* pParent, TimeCtrl_cls* pTime)
 ParamGUICtrl_cls::~ParamGUICtrl_cls() = default;
 
 ParamGroupGUI_cls* ParamGUICtrl_cls::FindGUI(const ParamGroup_cls* pGroup) const {
-    for (const auto& gui : mVpCGUIs)
-        if (gui->GetPCGroup() == pGroup) return gui.get();
-    return nullptr;
+    const auto gui = mGUIOf.find(pGroup);
+    return gui == mGUIOf.end() ? nullptr : gui->second;
 }
 
 void ParamGUICtrl_cls::EnsureGUI(ParamGroup_cls* pGroup) {
-    if (!FindGUI(pGroup)) mVpCGUIs.push_back(std::make_unique<ParamGroupGUI_cls>(pGroup));
+    if (!FindGUI(pGroup)) {
+        mVpCGUIs.push_back(std::make_unique<ParamGroupGUI_cls>(pGroup));
+        mGUIOf[pGroup] = mVpCGUIs.back().get();
+    }
     pGroup->mpCParamGUICtrl = this;
     for (ParamGroup_cls* child : pGroup->mVpCChilds)
         EnsureGUI(child);
@@ -67,6 +69,7 @@ void ParamGUICtrl_cls::DropGUI(const ParamGroup_cls* pGroup) {
                                   [pGroup](const auto& one) { return one->GetPCGroup() == pGroup; });
     if (gui == mVpCGUIs.end()) return;
     Forget(gui->get());
+    mGUIOf.erase(pGroup);
     mVpCGUIs.erase(gui);
 }
 
@@ -77,11 +80,15 @@ void ParamGUICtrl_cls::AddParamGroup(ParamGroup_cls* pGroup) {
 
 void ParamGUICtrl_cls::RemoveParamGroup(ParamGroup_cls* pGroup) {
     mVpCRoots.erase(std::remove(mVpCRoots.begin(), mVpCRoots.end(), pGroup), mVpCRoots.end());
+    DropGroup(pGroup);
+    HideAndShow();
+}
+
+void ParamGUICtrl_cls::DropGroup(ParamGroup_cls* pGroup) {
     for (ParamGroup_cls* child : pGroup->mVpCChilds)
-        RemoveParamGroup(child);
+        DropGroup(child);
     DropGUI(pGroup);
     pGroup->mpCParamGUICtrl = nullptr;
-    HideAndShow();
 }
 
 void ParamGUICtrl_cls::FoldGroup(ParamGroup_cls* pGroup, bool bFolded) {

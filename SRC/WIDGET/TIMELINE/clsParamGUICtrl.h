@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <unordered_map>
 #include <vector>
 
 #include <wx/panel.h>
@@ -100,11 +101,14 @@ public:
     int GetBarWidth() const;
 
     std::function<void()> mOnChanged; ///< selection or keys look different now
+    /// The user chose a row of this object, or of none.
+    std::function<void(SceneObj_cls*)> mOnObjectChosen;
 
 private:
     ParamGroupGUI_cls* FindGUI(const ParamGroup_cls* pGroup) const;
     void EnsureGUI(ParamGroup_cls* pGroup);
     void DropGUI(const ParamGroup_cls* pGroup);
+    void DropGroup(ParamGroup_cls* pGroup); ///< with its children
     void AddRows(ParamGroup_cls* pGroup, int depth);
     void Forget(const ParamGroupGUI_cls* pGUI);
     void SetRowSelected(int row, bool bSelected);
@@ -122,6 +126,7 @@ private:
     wxScrollBar* mpCBar;
     std::vector<ParamGroup_cls*> mVpCRoots; ///< as they were added
     std::vector<std::unique_ptr<ParamGroupGUI_cls>> mVpCGUIs;
+    std::unordered_map<const ParamGroup_cls*, ParamGroupGUI_cls*> mGUIOf; ///< the same, by group
     std::vector<TimelineRow> mVRows;
     int mTop = 0;       ///< pixels scrolled away
     int mFocusRow = -1; ///< the row that was last clicked

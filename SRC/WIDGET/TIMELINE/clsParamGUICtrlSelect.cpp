@@ -49,6 +49,7 @@ void ParamGUICtrl_cls::SelectRow(int row, bool bExtend, bool bToggle) {
         for (int k = std::min(from, row); k <= std::max(from, row); ++k)
             SetRowSelected(k, true);
         mFocusRow = from;
+        if (mOnObjectChosen) mOnObjectChosen(ObjectOf(mVRows[size_t(row)]));
     }
     RefreshAll();
 }

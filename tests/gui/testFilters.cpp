@@ -1,0 +1,284 @@
+// The panels of filters, their menus, and what selects them.
+#include "FilterTest.h"
+
+#include <wx/stattext.h>
+#include <wx/stopwatch.h>
+
+#include "FILTER/clsFilterObject.h"
+#include "GL/DRAW/clsDrawOption.h"
+#include "PARAM/clsParamGroup.h"
+#include "WIDGET/clsKeyButton.h"
+
+namespace {
+
+class Filters : public FilterTest {};
+
+struct Kind_st {
+    int mId;
+    int mList;
+    const char* mName;
+    int mFields; ///< that a hand can change
+};
+
+const Kind_st kKinds[] = {
+    {ID_FILTER_BOOLEAN, 0, "Boolean00", 12}, {ID_FILTER_FILTERING, 0, "Filtering00", 3},
+    {ID_FILTER_DATABOX, 1, "DataBox00", 12}, {ID_FILTER_OBJECT, 1, "Object00", 12},
+    {ID_FILTER_STICK, 1, "Stick00", 11},     {ID_FILTER_GRID, 1, "Grid00", 14},
+    {ID_FILTER_COPYBOX, 2, "CopyBox00", 6},  {ID_FILTER_FOG, 2, "Fog00", 5},
+};
+
+TEST_F(Filters, EachEntryMakesItsKindAndShowsItOpen) {
+    const wxString empty = Text();
+    for (const Kind_st& kind : kKinds) {
+        const FilterBase_cls* filter = Add(kind.mId, kind.mList);
+        EXPECT_EQ(filter->mpCData->mCName.mStrValue, kind.mName);
+        EXPECT_EQ(PageOf(), kind.mList);
+        FilterPanelGUI_cls& panel = Panel(filter);
+        EXPECT_EQ(panel.GetPCFold()->GetLabelText(), wxString("[-] ") + kind.mName);
+        EXPECT_TRUE(panel.GetPCPanel()->IsShownOnScreen()) << kind.mName;
+        EXPECT_LE(panel.GetWindow()->GetBestSize().x, Frame()->FromDIP(285)) << kind.mName;
+        EXPECT_LE(panel.GetWindow()->GetSize().x, Pane(kind.mList)->GetClientSize().x) << kind.mName;
+        Snap(kind.mName);
+    }
+    const wxString all = Text();
+    while (GCUndoList.IsUndoable())
+        Menu(ID_UNDO);
+    EXPECT_EQ(Text(), empty);
+    EXPECT_EQ(Strips()->GetRows().size(), 1u) << "the camera alone";
+    while (GCUndoList.IsRedoable())
+        Menu(ID_REDO);
+    EXPECT_EQ(Text(), all);
+    EXPECT_TRUE(Panel(At(0, 0)).IsOpen()) << "as it was when it went";
+    EXPECT_TRUE(Panel(At(0, 0)).GetPCPanel());
+}
+
+TEST_F(Filters, EachFieldIsAStepAndShownWhenItIsTakenBack) {
+    for (const Kind_st& kind : kKinds) {
+        const FilterBase_cls* filter = Add(kind.mId, kind.mList);
+        EXPECT_EQ(ChangeAll([&] { return Panel(filter).GetPCPanel(); }, kind.mName), kind.mFields)
+            << kind.mName;
+    }
+    // The head's tick.
+    wxCheckBox* valid = Panel(At(0, 0)).GetPCValid();
+    ClickOn(valid);
+    Settle();
+    EXPECT_FALSE(At(0, 0)->mpCData->mCValid.mValue);
+    Menu(ID_UNDO);
+    EXPECT_TRUE(At(0, 0)->mpCData->mCValid.mValue);
+    EXPECT_TRUE(valid->GetValue());
+}
+
+TEST_F(Filters, RowsFollowWhatIsChosen) {
+    const FilterBase_cls* object = Add(ID_FILTER_OBJECT, 1);
+    MultiInputPanel_cls* rows = Panel(object).GetPCPanel();
+    const int closed = Panel(object).GetWindow()->GetSize().y;
+    EXPECT_FALSE(rows->IsRowShown(1)) << "a box has no path";
+    Choose(rows->GetField(0), 3); // Import
+    EXPECT_TRUE(rows->IsRowShown(1));
+    EXPECT_GT(Panel(object).GetWindow()->GetSize().y, closed);
+    Snap("import");
+    Menu(ID_UNDO);
+    EXPECT_FALSE(rows->IsRowShown(1));
+    EXPECT_EQ(Panel(object).GetWindow()->GetSize().y, closed);
+
+    rows = Panel(Add(ID_FILTER_FOG, 2)).GetPCPanel();
+    EXPECT_TRUE(rows->IsRowShown(2));
+    EXPECT_FALSE(rows->IsRowShown(3));
+    Change(rows->GetField(0));
+    Change(rows->GetField(0)); // LINEAR
+    EXPECT_FALSE(rows->IsRowShown(2));
+    EXPECT_TRUE(rows->IsRowShown(3));
+}
+
+TEST_F(Filters, PathsAndTheMatrixOfAMesh) {
+    FilterBase_cls* object = Add(ID_FILTER_OBJECT, 1);
+    auto& data = static_cast<FilterObjectData_cls&>(*object->mpCData);
+    MultiInputPanel_cls* rows = Panel(object).GetPCPanel();
+    Choose(rows->GetField(0), 3);
+    const wxString before = Text();
+    Answer("/data/hull0001.obj");
+    ClickOn(rows->GetField(1, 1));
+    EXPECT_EQ(data.mCImportPath.mStrValue, "/data/hull0001.obj");
+    EXPECT_EQ(dynamic_cast<wxTextCtrl*>(rows->GetField(1))->GetValue(), "/data/hull0001.obj");
+    Answer("CANCEL");
+    ClickOn(rows->GetField(1, 1));
+    EXPECT_EQ(data.mCImportPath.mStrValue, "/data/hull0001.obj");
+    Menu(ID_UNDO);
+    EXPECT_EQ(Text(), before);
+
+    // Its fields change nothing before OK, and all of it is one step.
+    const auto edit = [&](wxWindowID button) {
+        Later({{HasDialog, [=] {
+                    wxWindow* dialog = wxWindow::FindWindowByLabel("Array Vector", nullptr);
+                    for (wxWindow* top : wxTopLevelWindows)
+                        if (top->IsShown() && top->GetLabel() == "Array Vector") dialog = top;
+                    Snap("array_vector");
+                    for (NumField_cls* field : {FindField(dialog, "x, y and z")})
+                        field->GetPCText()->ChangeValue("2"), field->Commit();
+                    EXPECT_EQ(Text(), before);
+                    Send(dialog->FindWindow(button), wxEVT_BUTTON, 0);
+                }}});
+        Send(rows->GetField(2), wxEVT_BUTTON, 0);
+        Settle();
+    };
+    edit(ID_DIALOG_CLOSE);
+    EXPECT_EQ(Text(), before);
+    edit(wxID_OK);
+    EXPECT_EQ(data.mCArrayVector[0].mValue[0], 2.0f);
+    Menu(ID_UNDO);
+    EXPECT_EQ(Text(), before);
+
+    rows = Panel(Add(ID_FILTER_STICK, 1)).GetPCPanel();
+    const int path = rows->GetRowCount() - 1;
+    EXPECT_TRUE(rows->IsRowShown(path));
+    Answer("/data/pairs.bond");
+    ClickOn(rows->GetField(path, 1));
+    EXPECT_EQ(dynamic_cast<wxTextCtrl*>(rows->GetField(path))->GetValue(), "/data/pairs.bond");
+}
+
+TEST_F(Filters, OneIsSelectedInPaneAndTimeLine) {
+    FilterBase_cls* cut = Add(ID_FILTER_BOOLEAN, 0);
+    FilterBase_cls* other = Add(ID_FILTER_BOOLEAN, 0);
+    EXPECT_FALSE(Lists().GetPCSelected());
+    Click(Panel(cut).GetPCPanel(), wxPoint(2, 2));
+    Settle();
+    EXPECT_EQ(Lists().GetPCSelected(), cut);
+    EXPECT_EQ(Panel(cut).GetWindow()->GetBackgroundColour(), wxColour(240, 230, 180));
+    EXPECT_EQ(Panel(other).GetWindow()->GetBackgroundColour(), wxColour("LIGHT BLUE"));
+    const auto rowOf = [](const FilterBase_cls* filter) {
+        for (int row = 0; row < int(Strips()->GetRows().size()); ++row)
+            if (Strips()->GetRows()[size_t(row)].mpCGroup->GetPCGroup() == filter->mpCData->mpCObjectGroup)
+                return row;
+        return -1;
+    };
+    EXPECT_TRUE(Strips()->IsRowSelected(rowOf(cut)));
+    EXPECT_FALSE(Strips()->IsRowSelected(rowOf(other)));
+    Snap("selected");
+
+    // The row of the other one.
+    Strips()->SelectRow(rowOf(other), false, false);
+    EXPECT_EQ(Lists().GetPCSelected(), other);
+    EXPECT_TRUE(Strips()->IsRowSelected(rowOf(other)));
+    EXPECT_EQ(Panel(other).GetWindow()->GetBackgroundColour(), wxColour(240, 230, 180));
+    Menu(ID_DESELECT);
+    EXPECT_FALSE(Lists().GetPCSelected());
+    EXPECT_EQ(Panel(other).GetWindow()->GetBackgroundColour(), wxColour("LIGHT BLUE"));
+    EXPECT_FALSE(Strips()->IsRowSelected(rowOf(other)));
+
+    // A press anywhere in a panel, and one beside all panels.
+    ClickOn(Panel(cut).GetPCPanel()->GetField(1));
+    Key(WXK_ESCAPE);
+    EXPECT_EQ(Lists().GetPCSelected(), cut);
+    for (FilterBase_cls* filter : {cut, other})
+        Panel(filter).SetOpen(false);
+    Settle();
+    const wxSize pane = Pane(0)->GetClientSize();
+    Click(Pane(0), wxPoint(pane.x / 2, pane.y - 4));
+    Settle();
+    EXPECT_FALSE(Lists().GetPCSelected());
+}
+
+TEST_F(Filters, PopupsAddMoveAndDelete) {
+    ClickPopup(Pane(0), wxPoint(100, Pane(0)->GetClientSize().y - 5), {WXK_DOWN, WXK_RETURN});
+    ASSERT_EQ(Lists().GetBoolean().GetCount(), 1);
+    Later({{nullptr, [] { KeyNow(WXK_DOWN); }}, {nullptr, [] { KeyNow(WXK_DOWN); }}, {nullptr, [] {
+                                                                                          KeyNow(WXK_RETURN);
+                                                                                      }}});
+    ClickOn(FindByLabel(Pane(0), "Add"));
+    ASSERT_TRUE(PumpUntil([] { return Lists().GetBoolean().GetCount() == 2; }));
+    FilterBase_cls* cut = At(0, 0);
+    EXPECT_EQ(At(0, 1)->mpCData->mCName.mStrValue, "Filtering00");
+    for (int position = 0; position < 2; ++position)
+        Panel(At(0, position)).SetOpen(false);
+    Settle();
+    const wxString made = Text();
+    const auto popup = [](FilterBase_cls* filter, const std::vector<int>& keys) {
+        wxWindow* fold = Panel(filter).GetPCFold();
+        ClickPopup(fold, wxPoint(fold->GetSize().x - 8, 8), keys);
+        Settle();
+    };
+    popup(cut, {WXK_DOWN, WXK_DOWN, WXK_RETURN}); // Down
+    EXPECT_EQ(At(0, 1), cut);
+    EXPECT_GT(Panel(cut).GetWindow()->GetPosition().y, Panel(At(0, 0)).GetWindow()->GetPosition().y);
+    Menu(ID_FILTER_DOWN);
+    EXPECT_EQ(At(0, 1), cut) << "it is the last";
+    Menu(ID_FILTER_UP);
+    EXPECT_EQ(Text(), made);
+    EXPECT_LT(Panel(cut).GetWindow()->GetPosition().y, Panel(At(0, 1)).GetWindow()->GetPosition().y);
+    popup(cut, {WXK_UP, WXK_RETURN}); // Delete
+    EXPECT_EQ(Lists().GetBoolean().GetCount(), 1);
+    EXPECT_FALSE(Panel(cut).GetWindow()) << "what is gone has no windows";
+    Menu(ID_UNDO);
+    EXPECT_EQ(Text(), made);
+    ASSERT_TRUE(Panel(cut).GetWindow());
+    EXPECT_LT(Panel(cut).GetWindow()->GetPosition().y, Panel(At(0, 1)).GetWindow()->GetPosition().y);
+}
+
+TEST_F(Filters, ADiamondKeysAndTheTimeLineShowsIt) {
+    FilterBase_cls* cut = Add(ID_FILTER_BOOLEAN, 0);
+    EXPECT_EQ(Strips()->GetRows().size(), 2u) << "the camera, and the filter folded";
+    ClickOn(Panel(cut).GetPCPanel()->GetKeyButton(2));
+    Settle();
+    EXPECT_TRUE(cut->mpCData->mpCTranslate->mVParams[0].mbTimeDepend.mValue);
+    EXPECT_EQ(Panel(cut).GetPCPanel()->GetKeyButton(2)->GetState(), KeyState::KEY);
+    const wxString keyed = Text();
+    Menu(ID_UNDO);
+    EXPECT_FALSE(cut->mpCData->mpCTranslate->mVParams[0].mbTimeDepend.mValue);
+    Menu(ID_REDO);
+    EXPECT_EQ(Text(), keyed);
+    TypeInto(dynamic_cast<NumField_cls*>(Panel(cut).GetPCPanel()->GetField(2)), "1.5");
+    EXPECT_EQ(cut->mpCData->mpCTranslate->mVParams[0].Evaluate(0.0, 1.0), 1.5);
+}
+
+// What is typed into a panel isn't lost when its filter is deleted from the menu.
+TEST_F(Filters, ATextThatIsTypedComesBackWithItsFilter) {
+    FilterBase_cls* pick = Add(ID_FILTER_FILTERING, 0);
+    ClickOn(Panel(pick).GetPCPanel()->GetField(2));
+    Key('A', WXK_CONTROL);
+    Type("0-99");
+    Menu(ID_FILTER_DELETE);
+    EXPECT_EQ(Lists().GetBoolean().GetCount(), 0);
+    Menu(ID_UNDO);
+    ASSERT_EQ(Lists().GetBoolean().GetCount(), 1);
+    EXPECT_TRUE(Text().Contains("FilteringString=0-99\n"));
+    Menu(ID_UNDO);
+    EXPECT_TRUE(Text().Contains("FilteringString=0\n"));
+}
+
+TEST_F(Filters, PanesSayWhatToDoAndWhatHasNoEffect) {
+    for (int list = 0; list < kFilterLists; ++list)
+        EXPECT_TRUE(FindByLabel(Pane(list), "Add") || PageOf() != list);
+    const wxString line = "No effect with \"Zsort (for solid object)\"";
+    EXPECT_TRUE(FindByLabel(Pane(PageOf()), "A filter cuts or picks particles") || PageOf() != 0);
+    Add(ID_FILTER_BOOLEAN, 0);
+    EXPECT_FALSE(FindByLabel(Pane(0), "A filter cuts or picks particles"));
+    EXPECT_FALSE(FindByLabel(Pane(0), line));
+    Hub()->mpCDrawOption->mSortOrder.mValue = 2;
+    Menu(ID_REFRESH_DRAW_OPTIONS);
+    EXPECT_TRUE(FindByLabel(Pane(0), line));
+    Snap("no_effect");
+    Hub()->mpCDrawOption->mSortOrder.mValue = 0;
+    Menu(ID_REFRESH_DRAW_OPTIONS);
+    EXPECT_FALSE(FindByLabel(Pane(0), line));
+}
+
+TEST_F(Filters, AThousandOfThemOpenAndGoQuickly) {
+    for (int i = 0; i < 1000; ++i)
+        Lists().GetBoolean().AddFilter(FILTER_BOOLEAN);
+    ASSERT_TRUE(Hub()->SaveProjectFile(mDir / "many.mrp", true));
+    const wxString text = Text();
+    const wxStopWatch watch;
+    Open(mDir / "many.mrp");
+    EXPECT_EQ(Lists().GetBoolean().GetCount(), 1000);
+    EXPECT_EQ(Text(), text);
+    const long opened = watch.Time();
+    Menu(ID_FILTER_REFRESH);
+    const long refreshed = watch.Time() - opened;
+    Open(mDefaults.ToStdString());
+    EXPECT_EQ(Lists().GetBoolean().GetCount(), 0);
+    EXPECT_LT(watch.Time(), 60000);
+    std::printf("a thousand panels: %ld ms opened, %ld ms refreshed, %ld ms in all\n", opened, refreshed,
+                watch.Time());
+}
+
+} // namespace
