@@ -75,7 +75,8 @@ void ViewScene_cls::DrawOtherObjects(double gridUnit) {
         Grid_cls::DrawGridFlat(gridUnit, 3);
     }
     if (mContext.mSettings.mShowItems.mValue) DrawCameraPath(false);
-    // Lights and filters with "ShowItems="; real grids always; then a click picks among them.
+    if (mContext.mSettings.mShowItems.mValue) DrawFilters(); // behind the lights
+    // Real grids always; then a click picks among them.
     glDisable(GL_DEPTH_TEST);
     if (mContext.mSettings.mShowItems.mValue) DrawAnchor();
 }

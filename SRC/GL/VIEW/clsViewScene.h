@@ -4,6 +4,9 @@
 #include "GL/BASE/clsPositionAndDirection.h"
 #include "GL/VIEW/clsViewContext.h"
 
+class FilterCopy_cls;
+class FilterDataBoxData_cls;
+
 class ViewScene_cls {
 public:
     explicit ViewScene_cls(const ViewContext_st& context) : mContext(context) {}
@@ -24,7 +27,11 @@ private:
     void SetLights();
     void DrawDataMain();
     void DrawDataLitDiffuse(int lightIndex);
+    void DrawDataLit(bool bShadowPass);
     void DrawDataCopyLoop(bool bShadowPass);
+    void DrawFilters();
+    FilterDataBoxData_cls* GetDataBox() const;
+    const FilterCopy_cls* GetCopies(long long* pNumber) const;
 
     ViewContext_st mContext;
     PositionAndDirection_cls mCFaceCam; ///< the camera as the face being drawn sees the scene
