@@ -10,6 +10,7 @@
 #include "APP/FilmProgress.h"
 #include "APP/FilmStop.h"
 #include "APP/FilmTargets.h"
+#include "APP/clsCopyQuestion.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "COMMON/Globals.h"
@@ -39,7 +40,9 @@ constexpr size_t kBytesOfPicture = size_t(128) << 20;
 
 FilmMaker_cls::FilmMaker_cls(Main_cls* pMain, const FilmArgs_st& args, FilmProgress_cls* pProgress)
     : mpCMain(pMain), mpCFrame(pMain->mpCFrameMain), mpCTime(pMain->mpCTimeCtrl), mArgs(args),
-      mpCProgress(pProgress) {}
+      mpCProgress(pProgress) {
+    mpCFrame->GetCopyQuestion().TellOnly();
+}
 
 FilmStatus FilmMaker_cls::Run() {
     // A stop is told by the caller.

@@ -7,6 +7,7 @@
 #include <wx/splitter.h>
 #include <wx/textentry.h>
 
+#include "APP/clsCopyQuestion.h"
 #include "APP/clsDropTarget.h"
 #include "APP/UnaskedEnd.h"
 #include "APP/clsEditMenu.h"
@@ -77,6 +78,7 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
 
     mpCSharedView = new SharedView_cls(pMain->mpCOverlay, pMain->mpCExposure, pMain->mpCInformation);
     mpCViewFit = std::make_unique<ViewFitCtrl_cls>(*this, *mpCSharedView);
+    mpCCopyQuestion = std::make_unique<CopyQuestion_cls>(*this);
     mBtmHeight = pMain->mDisplayHeight > kHighDisplay ? 210 : 150;
     CreateHalves();
     CreateMenus();
@@ -227,9 +229,10 @@ bool FrameMain_cls::IsProjectNamed() const { return mpCFileMenu->IsProjectNamed(
 
 void FrameMain_cls::StopRun() { mpCImageRun->StopRun(); }
 
+bool FrameMain_cls::MayDrawCopies(long long number) { return mpCCopyQuestion->MayDraw(number); }
+
 void FrameMain_cls::OnDataReady() { mpCViewFit->OnDataReady(); }
 
-// Asked for inside a paint.
 void FrameMain_cls::EndExport() {
     CallAfter([this] { mpCExportRun->EndExport(); });
 }

@@ -15,6 +15,7 @@
 class AnchorPath_cls;
 class BtmHalfPanel_cls;
 class CameraPath_cls;
+class CopyQuestion_cls;
 class EditMenu_cls;
 class ExportRun_cls;
 class FileMenu_cls;
@@ -102,6 +103,8 @@ public:
     void StopRun();
     /// The export of data has come to its end.
     void EndExport() override;
+    bool MayDrawCopies(long long number) override;
+    CopyQuestion_cls& GetCopyQuestion() const { return *mpCCopyQuestion; }
     void OnDataReady() override;
     void OnExtraFrameClosed() override;
 
@@ -140,6 +143,7 @@ private:
     Shortcut_cls* mpCShortcut = nullptr;         ///< owned
     MainGLCanvas_cls* mpCMainCanvas = nullptr;   ///< view 0: image and export processes
     std::unique_ptr<ViewFitCtrl_cls> mpCViewFit;
+    std::unique_ptr<CopyQuestion_cls> mpCCopyQuestion;
     // Menus and runs, in the order of their settings in the configure file.
     std::unique_ptr<FileMenu_cls> mpCFileMenu;
     std::unique_ptr<ImageRun_cls> mpCImageRun;

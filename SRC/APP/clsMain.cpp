@@ -25,6 +25,7 @@
 #include "COMMON/ThreadStates.h"
 #include "COMMON/UpdateBits.h"
 #include "FILTER/PANEL/clsTexPropertyCtrl.h"
+#include "FILTER/clsFilterDataBox.h"
 #include "FILTER/clsFilterLists.h"
 #include "GL/BASE/clsPreference.h"
 #include "GL/DRAW/clsDrawOption.h"
@@ -95,6 +96,7 @@ Main_cls::Main_cls(bool bConfigure) {
     mpCDataLoader = new DataLoader_cls(this);
     mpCDataExporter = new DataExporter_cls(mpCDataLoader);
     mpCPeriodicBoundary = new PeriodicBoundary_cls;
+    mpCFilters->mpCPeriodic = mpCPeriodicBoundary;
     mpCDataLoader->mpCPeriodic = mpCPeriodicBoundary;
     LinkDataDialogs(*mpCDataLoader, *mpCDataExporter, *mpCPeriodicBoundary);
     PDataBlock_cls::mspCDataLoaderLink = mpCDataLoader;
@@ -111,6 +113,10 @@ Main_cls::Main_cls(bool bConfigure) {
         const int index = mpCTimeCtrl->GetRemappedIndex(-1);
         return IsTheIndexLoaded(index) ? mpCPDataSeqCtrl->GetPCActiveFileSequence()->GetPCBlock(index)
                                        : nullptr;
+    });
+    mpCInformation->ConnectPlace([this](float* pPos) {
+        FilterDataBoxData_cls* box = mpCFilters->GetObject().GetPCDataBox();
+        if (box) box->PlaceNow(pPos);
     });
     mpCScene = new Scene_cls(mpCTimeCtrl);
     mpCTexPropertyCtrl = new TexPropertyCtrl_cls;

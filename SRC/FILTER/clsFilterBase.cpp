@@ -29,6 +29,8 @@ wxString FilterBase_cls::Serialize() {
     return text;
 }
 
-void FilterBase_cls::Weigh(const WeighedList_st&, float*, double) {}
+void FilterBase_cls::BeginWeigh(double, long long) {}
+
+void FilterBase_cls::Weigh(const WeighedList_st&, float*) const {}
 
 void FilterBase_cls::GLDraw(double) const {}

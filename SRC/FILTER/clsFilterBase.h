@@ -13,15 +13,16 @@ class ArrayAndIndex_cls;
 class FilterCtrl_cls;
 class FilterData_cls;
 
-/// The particles that are weighed: `mCount` records, each with an index into the positions.
+/// The particles that are weighed: up to kMost records, each with an index into the positions.
 struct WeighedList_st {
+    static constexpr int kMost = 1024; ///< what stays in the first-level cache
     const ArrayAndIndex_cls* mpList;
     const float (*mpVertex)[3];
     int mCount;
 };
 
 /// A filter that was deleted lives on in the undo list with all that it holds, so that pointers to its
-/// settings stay good for the steps that have them. Main thread only.
+/// settings stay good for the steps that have them. Main thread only but for Weigh.
 class FilterBase_cls {
 public:
     virtual ~FilterBase_cls();
@@ -34,9 +35,11 @@ public:
     bool Select(bool bSelected);
     wxString Serialize();
 
-    /// For filters that weigh particles: change the weights (0 to 1), one a record, where the filter is
-    /// valid.
-    virtual void Weigh(const WeighedList_st& list, float* pWeight, double time);
+    /// For filters that weigh particles: get ready for the particles 0 to `particles` - 1 at double index
+    /// `time`. Curves can't be asked from threads.
+    virtual void BeginWeigh(double time, long long particles);
+    /// Change the weights (0 to 1), one a record of the list. Any thread.
+    virtual void Weigh(const WeighedList_st& list, float* pWeight) const;
     /// Its frame in the views; needs a current OpenGL context.
     virtual void GLDraw(double time) const;
     /// It was selected by the user.

@@ -22,6 +22,11 @@ public:
 /// turns its frame in the view, not the cut.
 class FilterBoolean_cls final : public FilterOf_cls<FilterBooleanData_cls, FILTER_BOOLEAN> {
 public:
-    void Weigh(const WeighedList_st& list, float* pWeight, double time) override;
+    void BeginWeigh(double time, long long particles) override;
+    void Weigh(const WeighedList_st& list, float* pWeight) const override;
     void GLDraw(double time) const override;
+
+private:
+    float mPosition[3] = {0, 0, 0}; ///< at the time of BeginWeigh
+    float mScale[3] = {0, 0, 0};
 };

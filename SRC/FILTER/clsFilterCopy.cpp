@@ -1,8 +1,87 @@
 #include "FILTER/clsFilterCopy.h"
 
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+
+#include <epoxy/gl.h>
+
+#include "FILTER/clsFilterCtrl.h"
+#include "PDATA/clsPeriodicBoundary.h"
+
 FilterCopyData_cls::FilterCopyData_cls() : FilterData_cls(false, true) {
     for (int axis = 0; axis < 3; ++axis) {
         mCConfItemList.Add(&mCMin[axis], wxString::Format("CopyArrayMin%d=", axis), "0");
         mCConfItemList.Add(&mCMax[axis], wxString::Format("CopyArrayMax%d=", axis), "1");
     }
+}
+
+long long FilterCopy_cls::GetNumber() const {
+    if (!GetPCData()->mCValid.mValue) return 1;
+    constexpr auto kMost = std::numeric_limits<long long>::max();
+    const double about = double(GetCount(0)) * double(GetCount(1)) * double(GetCount(2));
+    if (about == 0.0) return 0;
+    if (std::fabs(about) >= 9.2e18) return about < 0.0 ? -kMost : kMost;
+    return GetCount(0) * GetCount(1) * GetCount(2);
+}
+
+// Two axes that run backward make a positive number of copies: their cells lie on the other side.
+int FilterCopy_cls::GetSign(int axis) const {
+    int sign = 1;
+    for (int k = 0; k < axis; ++k)
+        sign = GetCount(k) < 0 ? -sign : sign;
+    return sign;
+}
+
+FilterCopy_cls::Steps_st FilterCopy_cls::GetSteps(long long copy) const {
+    Steps_st steps = {{0, 0, 0}};
+    for (int axis = 0; axis < 3; ++axis) {
+        const long long count = std::llabs(GetCount(axis));
+        if (count == 0) return {{0, 0, 0}}; // no copy is there
+        steps.mStep[axis] = GetSign(axis) * (axis < 2 ? copy % count : copy);
+        copy /= count;
+    }
+    return steps;
+}
+
+int FilterCopy_cls::GetBitBoundary(long long copy) const {
+    if (!GetPCData()->mCValid.mValue) return 0;
+    const Steps_st steps = GetSteps(copy);
+    int mask = 0;
+    for (int axis = 0; axis < 3; ++axis)
+        if (steps.mStep[axis] != GetCount(axis) - 1) mask |= 1 << axis;
+    return mask;
+}
+
+void FilterCopy_cls::GetVector(int k, float out[3]) const {
+    const PeriodicBoundary_cls* periodic = mpCFilterCtrl ? mpCFilterCtrl->GetPCPeriodic() : nullptr;
+    std::fill_n(out, 3, 0.0f);
+    if (periodic) periodic->GetBoundaryVector(out, k);
+}
+
+std::vector<float> FilterCopy_cls::GetVTranslate(long long copy) const {
+    if (!GetPCData()->mCValid.mValue) return {};
+    const Steps_st steps = GetSteps(copy);
+    std::vector<float> place(3, 0.0f);
+    for (int axis = 0; axis < 3; ++axis) {
+        float vector[3];
+        GetVector(axis, vector);
+        const auto cell = static_cast<float>(steps.mStep[axis] + GetPCData()->mCMin[axis].mValue);
+        for (size_t i = 0; i < 3; ++i)
+            place[i] += cell * vector[i];
+    }
+    return place;
+}
+
+void FilterCopy_cls::GLTranslate(long long copy) const {
+    const std::vector<float> place = GetVTranslate(copy);
+    if (!place.empty()) glTranslatef(place[0], place[1], place[2]);
+}
+
+FilterCopy_cls::Cells_st FilterCopy_cls::GetCells(int axis) const {
+    if (!GetPCData()->mCValid.mValue) return {0.0, 0.0};
+    const double from = GetPCData()->mCMin[axis].mValue;
+    const double way = GetSign(axis) * std::max(std::fabs(double(GetCount(axis))) - 1.0, 0.0);
+    return {std::min(from, from + way), std::max(from, from + way)};
 }

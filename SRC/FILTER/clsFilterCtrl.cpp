@@ -169,6 +169,8 @@ void FilterCtrl_cls::ConnectTexture(SceneObjTexture_cls* pTexture, const wxStrin
     if (mLists.mHooks.mConnectTexture) mLists.mHooks.mConnectTexture(pTexture, name);
 }
 
+const PeriodicBoundary_cls* FilterCtrl_cls::GetPCPeriodic() const { return mLists.mpCPeriodic; }
+
 template <class FILTER, class TEST>
 FILTER* FilterCtrl_cls::FindFirst(FilterType type, TEST test) const {
     for (const auto& filter : mlpCFilter)
@@ -203,26 +205,6 @@ std::vector<FilterStick_cls*> FilterCtrl_cls::GetVpCSticks() const {
 bool FilterCtrl_cls::IsObjectExist() const {
     return FindFirst<FilterBase_cls>(FILTER_OBJECT, IsValid) ||
            FindFirst<FilterBase_cls>(FILTER_GRID, IsValid);
-}
-
-bool FilterCtrl_cls::IsThinning() const {
-    return std::any_of(mlpCFilter.begin(), mlpCFilter.end(),
-                       [](const auto& filter) { return IsValid(*filter->mpCData); });
-}
-
-// Each filter makes its pass over the weights in the list's order.
-void FilterCtrl_cls::Thin(DrawList_t& list, const float (*pPos)[3], double time) {
-    mVWeights.assign(list.size(), 1.0f);
-    const WeighedList_st weighed = {list.data(), pPos, int(list.size())};
-    for (const auto& filter : mlpCFilter)
-        if (IsValid(*filter->mpCData)) filter->Weigh(weighed, mVWeights.data(), time);
-    size_t kept = 0;
-    for (size_t i = 0; i < list.size(); ++i) {
-        if (!(mVWeights[i] > 0.0f)) continue;
-        list[kept] = list[i];
-        list[kept++].mAlpha = mVWeights[i];
-    }
-    list.resize(kept);
 }
 
 bool FilterCtrl_cls::IsBooleanChangeConstantColor() const {

@@ -18,6 +18,7 @@ class FilterLists_cls;
 class FilterPane_cls;
 class FilterStick_cls;
 class Parameters_cls;
+class PeriodicBoundary_cls;
 class SceneObjTexture_cls;
 
 /// Positions count from 0. Nobody but its list owns a filter, or the undo list one that was deleted.
@@ -64,6 +65,9 @@ public:
     void HideAndShowOnPanel();
     void ConnectTexture(SceneObjTexture_cls* pTexture, const wxString& name) const;
 
+    /// The cell of the copies; null: there is none.
+    const PeriodicBoundary_cls* GetPCPeriodic() const;
+
     // What acts.
     FilterDataBoxData_cls* GetPCDataBox() const;        ///< the first valid one, else null
     FilterCopy_cls* GetPCCopy() const;                  ///< the first one, valid or not
@@ -73,7 +77,7 @@ public:
     bool IsObjectExist() const;
 
     bool IsThinning() const override;
-    void Thin(DrawList_t& list, const float (*pPos)[3], double time) override;
+    void Thin(DrawList_t& list, long long particles, const float (*pPos)[3], double time) override;
     bool IsBooleanChangeConstantColor() const override;
 
     // These need a current OpenGL context with the camera in the model-view matrix.
@@ -96,5 +100,4 @@ private:
     const int mIndex;
     FilterPane_cls* mpCFilterPanelPain = nullptr;
     std::vector<std::unique_ptr<FilterBase_cls>> mlpCFilter;
-    std::vector<float> mVWeights; ///< kept for its memory
 };

@@ -13,6 +13,11 @@ public:
 
     /// Placed so that it turns and scales about the anchor.
     void UpdateCurrentObj(double time) override;
+    /// What GLSetMatrix multiplies by after that, column by column. False: it is nothing that could be drawn
+    /// under, as a scale isn't finite.
+    bool GetMatrix(double out[16]) const;
+    /// A point of the data goes to where the box has it at the present time.
+    void PlaceNow(float* pPos);
 
     const std::unique_ptr<ParamGroup_cls> mpCAnchor;
 };

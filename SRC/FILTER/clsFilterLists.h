@@ -11,6 +11,7 @@
 #include "FILTER/clsFilterCtrl.h"
 
 class ParamGroup_cls;
+class PeriodicBoundary_cls;
 class SceneObj_cls;
 class SceneObjTexture_cls;
 
@@ -59,6 +60,7 @@ public:
     void Tell(const wxString& text) const;
 
     FilterHooks_st mHooks;
+    const PeriodicBoundary_cls* mpCPeriodic = nullptr; ///< cells of the copies; set by the hub
 
 private:
     std::array<FilterCtrl_cls, kFilterLists> mLists;

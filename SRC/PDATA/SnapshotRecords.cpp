@@ -38,11 +38,15 @@ private:
 };
 
 /// One item of the records begin to end; pOut is where the first one's stands, `record` bytes to the next.
-void PutColumn(char* pOut, size_t record, int code, const Evaluator_cls& values, long long step,
-               long long begin, long long end) {
+void PutColumn(char* pOut, size_t record, int code, const Evaluator_cls& values,
+               const SnapshotSource_st& source, long long begin, long long end) {
     const auto each = [&](auto get) {
-        for (long long k = begin; k < end; ++k, pOut += record)
-            get(k * step, pOut);
+        if (source.mpKept)
+            for (long long k = begin; k < end; ++k, pOut += record)
+                get(source.GetParticle(k), pOut);
+        else
+            for (long long k = begin; k < end; ++k, pOut += record)
+                get(k * source.mStep, pOut);
     };
     const auto put = [](char* pTo, auto value) { std::memcpy(pTo, &value, sizeof value); };
     switch (code) {
@@ -125,7 +129,7 @@ size_t PutBinaryRecords(char* pOut, const std::vector<int>& body, const Snapshot
         const long long pieceEnd = std::min(piece + kPiece, end);
         size_t offset = 0;
         for (const int code : body) {
-            PutColumn(pRecord + offset, record, code, values, source.mStep, piece, pieceEnd);
+            PutColumn(pRecord + offset, record, code, values, source, piece, pieceEnd);
             offset += static_cast<size_t>(GrammerBase_cls::GetBodyItemByte(code));
         }
         pRecord += static_cast<size_t>(pieceEnd - piece) * record;
@@ -139,7 +143,7 @@ size_t PutTextRecords(char* pOut, const std::vector<int>& body, const SnapshotSo
     char* pTo = pOut;
     for (long long k = begin; k < end; ++k) {
         for (const int code : body)
-            pTo = PutItem(pTo, code, values, k * source.mStep);
+            pTo = PutItem(pTo, code, values, source.GetParticle(k));
         *pTo++ = '\n';
     }
     return static_cast<size_t>(pTo - pOut);

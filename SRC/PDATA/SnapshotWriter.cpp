@@ -39,12 +39,15 @@ SnapshotSource_st SnapshotSource_st::Of(const PDataBlock_cls& block, double dt, 
     return source;
 }
 
-long long SnapshotSource_st::GetRecordCount() const { return (mNumber + mStep - 1) / mStep; }
+long long SnapshotSource_st::GetRecordCount() const {
+    if (mpKept) return mNumber > 0 ? static_cast<long long>(mpKept->size()) : 0;
+    return (mNumber + mStep - 1) / mStep;
+}
 
 bool SnapshotSource_st::IsSame(const SnapshotSource_st& other) const {
     return mArrays.mpPos == other.mArrays.mpPos && mArrays.mpVel == other.mArrays.mpVel &&
            mArrays.mpID == other.mArrays.mpID && mNumber == other.mNumber && mTime == other.mTime &&
-           mDT == other.mDT && mStep == other.mStep;
+           mDT == other.mDT && mStep == other.mStep && mpKept == other.mpKept;
 }
 
 SnapshotWriter_cls::SnapshotWriter_cls(const wxString& path, const GrammerBase_cls& grammar, bool bText,

@@ -20,8 +20,11 @@ struct SnapshotSource_st {
     /// velocities stay as they are stored. Without its arrays it has no particles.
     static SnapshotSource_st Of(const PDataBlock_cls& block, double dt, int step);
 
-    /// Particles 0, step, 2 * step and so on are written.
+    /// Particles 0, step, 2 * step and so on are written, or those that are kept.
     long long GetRecordCount() const;
+    long long GetParticle(long long record) const {
+        return mpKept ? (*mpKept)[static_cast<size_t>(record)] : record * mStep;
+    }
     double GetTime() const { return mTime + mDT; }
     bool IsSame(const SnapshotSource_st& other) const;
 
@@ -30,6 +33,7 @@ struct SnapshotSource_st {
     double mTime = 0.0; ///< of the snapshot
     double mDT = 0.0;
     int mStep = 1;
+    std::shared_ptr<const std::vector<int>> mpKept; ///< the particles to write; null: as the step has it
 };
 
 class SnapshotWriter_cls {

@@ -21,6 +21,7 @@ DataExporter_cls::DataExporter_cls(DataLoader_cls* pLoader)
     : GrammerBase_cls("DataExport"), mpCLoader(pLoader) {
     Add(&mCLastSavedFile, "DataExportLastSavedFile=", "NONE");
     Add(&mCInitNum, "DataExportInitNum=", "0");
+    Add(&mCFiltered, "DataExportFiltered=", "0");
 }
 
 DataExporter_cls::~DataExporter_cls() = default;
@@ -59,8 +60,10 @@ void DataExporter_cls::BeginRun(int total) {
     ShowProgress(true);
 }
 
-bool DataExporter_cls::ExportData(const SnapshotSource_st& source, int frame) {
+bool DataExporter_cls::ExportData(const SnapshotSource_st& all, int frame) {
     if (frame == mLastFrame) return true;
+    SnapshotSource_st source = all;
+    if (mCFiltered.mValue) source.mpKept = mpKept;
     // Between two slices the data may have gone, or come back elsewhere: the file begins anew.
     if (!mpCWriter || mWriterFrame != frame || !mpCWriter->GetSource().IsSame(source)) {
         mpCWriter.reset(); // it may bear the same name
@@ -86,6 +89,7 @@ void DataExporter_cls::FinishFile(int frame) {
 
 void DataExporter_cls::ExportFinish() {
     mpCWriter.reset();
+    mpKept.reset();
     mbExporting = false;
     ShowProgress(true);
 }

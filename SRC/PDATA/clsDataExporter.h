@@ -54,6 +54,9 @@ public:
 
     ConfItemSTR_cls mCLastSavedFile; ///< name pattern of the files, "NONE" at first
     ConfItemINT_cls mCInitNum;       ///< number of the first file
+    ConfItemBOOL_cls mCFiltered;     ///< a run writes only what mpKept tells
+    /// Particles of the frame to come that filters keep, for whoever drives a run; null: all of them.
+    std::shared_ptr<const std::vector<int>> mpKept;
     DataLoader_cls* mpCLoader;
     FileSequence_cls mCFileSequence;
     int mExportedCount = 0;         ///< files written by this run

@@ -235,6 +235,23 @@ int GetThreadCount(long long drawn) {
 
 } // namespace
 
+CloudReach_cls::Direction_st CloudReach_cls::Pull(const FitPlace_st& place, const Direction_st& d) {
+    Direction_st out{};
+    for (int k = 0; k < 3; ++k)
+        for (int i = 0; i < 3; ++i)
+            out.v[k] += place.mMatrix[4 * k + i] * d.v[i];
+    return out;
+}
+
+double CloudReach_cls::GetShift(const FitPlace_st& place, const Direction_st& d, const Direction_st& pulled) {
+    double shift = MyVector::GetScalarProduct(d.v, place.mMatrix + 12);
+    for (int k = 0; k < 3; ++k) {
+        const double step = MyVector::GetScalarProduct(pulled.v, place.mVector[k]);
+        shift += std::max(step * place.mFirst[k], step * place.mLast[k]);
+    }
+    return shift;
+}
+
 int CloudReach_cls::Add(const double direction[3]) {
     mDirections.push_back({{direction[0], direction[1], direction[2]}});
     return GetCount() - 1;
@@ -245,7 +262,11 @@ bool CloudReach_cls::Measure(const FitCloud_st& cloud) {
     if (!cloud.mpPos || cloud.mStep < 1) return false;
     const long long reference = FindFirst(cloud);
     if (reference < 0) return false;
-    const ReachPlan_st plan = MakePlan(mDirections);
+    // Asked of the cloud as it lies in its arrays: the same products, but for what all particles share.
+    std::vector<Direction_st> pulled;
+    for (const Direction_st& asked : mDirections)
+        pulled.push_back(Pull(cloud.mPlace, asked));
+    const ReachPlan_st plan = MakePlan(pulled);
     const long long drawn = (cloud.mNumber - 1) / cloud.mStep + 1;
     const int threads = GetThreadCount(drawn);
     const bool bUniform = IsUniform(cloud);
@@ -263,7 +284,8 @@ bool CloudReach_cls::Measure(const FitCloud_st& cloud) {
         float reach = -std::numeric_limits<float>::infinity();
         for (const std::vector<float>& one : most)
             reach = std::max(reach, one[plan.slots[k]]);
-        mReach.push_back(MyVector::GetScalarProduct(mDirections[k].v, origin) + static_cast<double>(reach));
+        mReach.push_back(MyVector::GetScalarProduct(pulled[k].v, origin) + static_cast<double>(reach) +
+                         GetShift(cloud.mPlace, mDirections[k], pulled[k]));
     }
     return true;
 }

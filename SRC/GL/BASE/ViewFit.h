@@ -3,9 +3,18 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <vector>
 
 class PositionAndDirection_cls;
+
+/// Where a cloud stands: copies of it in cells along three vectors, all of that moved by a matrix.
+struct FitPlace_st {
+    double mVector[3][3] = {};    ///< data units
+    double mFirst[3] = {0, 0, 0}; ///< first and last cell along each vector
+    double mLast[3] = {0, 0, 0};
+    double mMatrix[16] = {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}; ///< column by column
+};
 
 /// The particles of a picture. Those that aren't drawn or whose place is no number don't count.
 struct FitCloud_st {
@@ -18,6 +27,8 @@ struct FitCloud_st {
     bool mbDrawn[kClasses] = {true, true, true, true};
     float mRadiusFactor[kClasses] = {0, 0, 0, 0}; ///< drawn radius = factor * radius + constant
     float mRadiusConstant[kClasses] = {0, 0, 0, 0};
+    std::shared_ptr<const void> mpOwned; ///< what the arrays stand in, where they are nobody else's
+    FitPlace_st mPlace;
 };
 
 /// The farthest that a cloud reaches along each of several directions, in one pass over its particles.
@@ -35,6 +46,10 @@ private:
     struct Direction_st {
         double v[3];
     };
+    /// The direction along which the unmoved cloud reaches as far.
+    static Direction_st Pull(const FitPlace_st& place, const Direction_st& d);
+    /// What the place adds to that reach.
+    static double GetShift(const FitPlace_st& place, const Direction_st& d, const Direction_st& pulled);
     std::vector<Direction_st> mDirections;
     std::vector<double> mReach;
 };

@@ -10,8 +10,8 @@ public:
     /// False: Thin would leave the list as it is.
     virtual bool IsThinning() const = 0;
     /// Takes entries whose weight is 0 out of the list, keeping the order, and gives the others theirs as
-    /// mAlpha. Positions are those of the snapshot, at double index `time`.
-    virtual void Thin(DrawList_t& list, const float (*pPos)[3], double time) = 0;
+    /// mAlpha. Positions are those of the snapshot's `particles`, at double index `time`.
+    virtual void Thin(DrawList_t& list, long long particles, const float (*pPos)[3], double time) = 0;
     /// Some weights may lie between 0 and 1: then each particle has an alpha of its own.
     virtual bool IsBooleanChangeConstantColor() const = 0;
 };

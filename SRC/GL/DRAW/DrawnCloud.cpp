@@ -1,5 +1,9 @@
 #include "GL/DRAW/DrawnCloud.h"
 
+#include <memory>
+#include <vector>
+
+#include "GL/DRAW/clsDrawList.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLDrawData.h"
@@ -34,4 +38,27 @@ FitCloud_st MakeDrawnCloud(const ParticleArrays_st& arrays, long long number,
     for (int c = 0; c < kParticleClasses; ++c)
         TakeLook(*ppAttribute[bClasses ? c : 0], widening, cloud, c);
     return cloud;
+}
+
+void ThinCloud(FitCloud_st& cloud, DrawListFilter_cls& filter, double time) {
+    struct Kept_st {
+        std::vector<float> mPos, mRadius;
+        std::vector<unsigned char> mType;
+    };
+    DrawList_t list;
+    MakeDrawList(list, static_cast<int>(cloud.mNumber), static_cast<int>(cloud.mStep), cloud.mpPos, {},
+                 &filter, time);
+    const auto kept = std::make_shared<Kept_st>();
+    for (const ArrayAndIndex_cls& entry : list) {
+        const auto i = static_cast<size_t>(entry.mIndex);
+        kept->mPos.insert(kept->mPos.end(), cloud.mpPos[i], cloud.mpPos[i] + 3);
+        if (cloud.mpRadius) kept->mRadius.push_back(cloud.mpRadius[i]);
+        if (cloud.mpType) kept->mType.push_back(cloud.mpType[i]);
+    }
+    cloud.mpPos = reinterpret_cast<const float(*)[3]>(kept->mPos.data());
+    if (cloud.mpRadius) cloud.mpRadius = kept->mRadius.data();
+    if (cloud.mpType) cloud.mpType = kept->mType.data();
+    cloud.mNumber = static_cast<long long>(list.size());
+    cloud.mStep = 1;
+    cloud.mpOwned = kept;
 }

@@ -3,6 +3,7 @@
 
 #include "GL/BASE/ViewFit.h"
 
+class DrawListFilter_cls;
 class GLAttribute_cls;
 struct ParticleArrays_st;
 
@@ -11,3 +12,6 @@ struct ParticleArrays_st;
 /// have no size. Refers to the arrays.
 FitCloud_st MakeDrawnCloud(const ParticleArrays_st& arrays, long long number,
                            const GLAttribute_cls* const* ppAttribute);
+
+/// Leave what a filter keeps at double index `time`; the cloud has arrays of its own then.
+void ThinCloud(FitCloud_st& cloud, DrawListFilter_cls& filter, double time);

@@ -3,16 +3,18 @@
 #include <algorithm>
 
 #include "GL/DRAW/DrawListFilter.h"
+#include "GL/DRAW/PlaceMatrix.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsZSort.h"
 
 namespace {
 
 double GetSquaredDistance(const float* p, const DrawListOrder& order) {
-    const double x = p[0] - order.cameraPos[0];
-    const double y = p[1] - order.cameraPos[1];
-    const double z = p[2] - order.cameraPos[2];
-    return x * x + y * y + z * z;
+    double way[3] = {double(p[0]), double(p[1]), double(p[2])};
+    if (order.pPlace) PlacePoint(order.pPlace, p, way);
+    for (int i = 0; i < 3; ++i)
+        way[i] -= order.cameraPos[i];
+    return way[0] * way[0] + way[1] * way[1] + way[2] * way[2];
 }
 
 template <class KEY>
@@ -33,12 +35,13 @@ void MakeDrawList(DrawList_t& list, int count, int step, const float (*pPos)[3],
     if (order.sortOrder == SORT_FAR_FIRST) {
         list.resize(static_cast<size_t>(count / step));
         ZSort_cls::ZSortPrepare(list.data(), count, step, pPos, order.cameraPos, order.cameraDir,
-                                order.planeDepth ? ZSort_cls::PLANE_DEPTH : ZSort_cls::EYE_DISTANCE);
+                                order.planeDepth ? ZSort_cls::PLANE_DEPTH : ZSort_cls::EYE_DISTANCE,
+                                order.pPlace);
     } else if (order.sortOrder == SORT_NEAR_FIRST)
         Fill(list, all, step, [&](int i) { return static_cast<float>(GetSquaredDistance(pPos[i], order)); });
     else
         Fill(list, all, step, [](int) { return 0.0f; });
-    if (pFilter && order.sortOrder != SORT_NEAR_FIRST) pFilter->Thin(list, pPos, time);
+    if (pFilter && order.sortOrder != SORT_NEAR_FIRST) pFilter->Thin(list, count, pPos, time);
     if (order.sortOrder == SORT_FAR_FIRST || order.sortOrder == SORT_NEAR_FIRST)
         ZSort_cls::ZSortParallel(list);
 }

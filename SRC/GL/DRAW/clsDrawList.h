@@ -11,6 +11,9 @@ struct DrawListOrder {
     bool planeDepth = true; ///< with far first: depth along the view, else distance from the eye
     double cameraPos[3] = {0, 0, 0};
     double cameraDir[3] = {0, 0, -1};
+    /// Of 4 by 4 numbers, column by column: distances are those of places that this has moved, from a camera
+    /// that it hasn't; the direction has been turned into data coordinates all the same. Null: nothing moves.
+    const double* pPlace = nullptr;
 };
 
 /// Every `step`-th of `count` particles; far first leaves out a last one that has no full step behind

@@ -8,6 +8,8 @@
 #include "COMMON/clsUpdateStatusBar.h"
 
 bool DrawProgress_cls::msbCut = false;
+long long DrawProgress_cls::msPart = 0;
+long long DrawProgress_cls::msParts = 1;
 
 namespace {
 constexpr float kPixelsPerRun = 2e7f;
@@ -40,11 +42,21 @@ void DrawProgress_cls::WaitForLastRun() {
     mpFence = behind;
 }
 
+void DrawProgress_cls::SetPart(long long part, long long parts) {
+    msPart = part;
+    msParts = std::max(parts, 1LL);
+}
+
 bool DrawProgress_cls::Report(int done) {
     WaitForLastRun();
     mCost = 0.0f;
     const long long told = done / mInterval * static_cast<long long>(mInterval);
-    GDrawingPercentage.store(static_cast<int>(100 * told / mTotal), std::memory_order_relaxed);
+    const long long percent =
+        msParts == 1 ? 100 * told / mTotal
+                     : static_cast<long long>(
+                           100.0 * (static_cast<double>(msPart) + static_cast<double>(told) / mTotal) /
+                           static_cast<double>(msParts));
+    GDrawingPercentage.store(static_cast<int>(percent), std::memory_order_relaxed);
     if (mCStopWatch.Time() > 200) {
         UpdateStatusBar_cls::UpdateStatusBar();
         mCStopWatch.Start();

@@ -18,6 +18,11 @@ public:
     /// Publish the percentage, which moves every 100,000 or, above 2,000,000, in twentieths; five times a
     /// second at most let the window breathe. False: stop.
     bool Report(int done);
+    /// What is drawn several times, of which loops that follow draw number `part` (from 0): percentages are
+    /// those of all parts.
+    static void SetPart(long long part, long long parts);
+    static bool IsFirstPart() { return msPart == 0; }
+    static bool IsLastPart() { return msPart + 1 >= msParts; }
     /// Since ForgetCut: a loop was told to stop, so the picture isn't whole.
     static bool WasCut() { return msbCut; }
     static void ForgetCut() { msbCut = false; }
@@ -32,6 +37,8 @@ private:
 
     static constexpr float kCostPerRun = 1e8f;
     static bool msbCut;
+    static long long msPart;
+    static long long msParts;
 
     int mTotal;
     int mInterval; ///< between two percentages

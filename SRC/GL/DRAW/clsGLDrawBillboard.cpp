@@ -6,6 +6,7 @@
 #include <epoxy/gl.h>
 
 #include "GL/BASE/clsGLState.h"
+#include "GL/DRAW/PlaceMatrix.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsDrawProgress.h"
 #include "GL/DRAW/clsGLAttribute.h"
@@ -91,6 +92,19 @@ void GLDrawData_cls::GetVertexArrayLookAtCamera(const float* pPos, float* pOut) 
             *pOut++ = static_cast<float>(sign[0] * r[i] + sign[1] * c[i]);
 }
 
+// A plane of the view stays one under turns and shifts, but not under a box that scales.
+bool GLDrawData_cls::GetFlatCorners(float* pOut) const {
+    if (!mbPlaced) {
+        float matrix[16];
+        glGetFloatv(GL_TRANSPOSE_MODELVIEW_MATRIX, matrix);
+        MultiplyMatrixOnVertexArrayOrg(matrix, pOut);
+        return true;
+    }
+    double matrix[16];
+    glGetDoublev(GL_MODELVIEW_MATRIX, matrix);
+    return GetFacingCorners(matrix, pOut);
+}
+
 void GLDrawData_cls::GLDrawBillboardAll(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute) {
     const int number = ZSort(face, pSnap, pAttribute);
     if (number == 0 || !pSnap->mpColor || mbShadowPass) return;
@@ -101,10 +115,9 @@ void GLDrawData_cls::GLDrawBillboardAll(int face, SnapData_cls* pSnap, GLAttribu
 
     const GLAttribScope_cls attributes;
     SetBillboardState(*pAttribute);
-    float matrix[16];
+    if (mbMirrored) glDisable(GL_CULL_FACE); // quads face the eye in any case
     float corners[12];
-    glGetFloatv(GL_TRANSPOSE_MODELVIEW_MATRIX, matrix);
-    MultiplyMatrixOnVertexArrayOrg(matrix, corners);
+    if (!GetFlatCorners(corners)) return;
 
     // One colour for all is the curve's, without what downsizing adds.
     pAttribute->mColor.PreCalcScaleFactor();
@@ -115,11 +128,13 @@ void GLDrawData_cls::GLDrawBillboardAll(int face, SnapData_cls* pSnap, GLAttribu
 
     const bool bOneRadius = pAttribute->mRadiusType.mValue == RADIUS_CONSTANT;
     const bool bColors = !pAttribute->mColor.IsConstant() || pAttribute->mAlphaType.mValue == ALPHA_BY_RADIUS;
+    const bool bFaded = IsFaded();
+    const float constantAlpha = color[3];
     const BillboardAlpha alpha(*pAttribute, bColors && number > kManyBillboards, bOneRadius,
                                static_cast<float>(GetSteppingAlphaFactorUnlimited(step)));
     const ViewScale_cls view;
     DrawProgress_cls progress(number);
-    GLBillboardBatch_cls batch(mVBatch, bColors);
+    GLBillboardBatch_cls batch(mVBatch, bColors || bFaded);
     for (int i = 0; i < number; ++i) {
         const int index = mspIndexAndZ[i].mIndex;
         const float* pPos = pSnap->mpPos[index];
@@ -127,8 +142,10 @@ void GLDrawData_cls::GLDrawBillboardAll(int face, SnapData_cls* pSnap, GLAttribu
         if (bColors) {
             const float* pColor = pSnap->mpColor[index];
             color[0] = pColor[0], color[1] = pColor[1], color[2] = pColor[2];
-            color[3] = alpha(pColor[3], pSnap->mpRadius[index], scale);
+            color[3] = alpha(pColor[3], pSnap->mpRadius[index], scale) * mspIndexAndZ[i].mAlpha;
             if (alpha.IsSkipped(color[3])) continue;
+        } else if (bFaded) {
+            color[3] = constantAlpha * mspIndexAndZ[i].mAlpha;
         }
         batch.Add(pPos, corners, radius, color);
         const float cost =

@@ -5,6 +5,7 @@
 
 #include "GL/BASE/clsPositionAndDirection.h"
 #include "GL/DRAW/DrawListFilter.h"
+#include "GL/DRAW/PlaceMatrix.h"
 #include "GL/DRAW/clsDrawList.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
@@ -15,6 +16,7 @@ int GLDrawData_cls::msDownsizedAtFBO0 = 0;
 SnapData_cls* GLDrawData_cls::mspCSnapShot = nullptr;
 DrawListFilter_cls* GLDrawData_cls::mspCFilterCtrlBooleanLink = nullptr;
 double GLDrawData_cls::msCurrentDoubleIndex = 0.0;
+unsigned GLDrawData_cls::msListSerial = 0;
 bool GLDrawData_cls::msbListIsIdentity = false;
 
 namespace {
@@ -35,9 +37,17 @@ double RadiusShare(int step) { return 0.6 * step / 100.0 + 0.2; }
 GLDrawData_cls::GLDrawData_cls() = default;
 GLDrawData_cls::~GLDrawData_cls() = default;
 
-void GLDrawData_cls::SetCameraPos(const PositionAndDirection_cls& camera) {
+void GLDrawData_cls::SetCameraPos(const PositionAndDirection_cls& camera, const double* pPlace) {
     std::copy(camera.mPos, camera.mPos + 3, mCameraPos);
     std::copy(camera.mFront, camera.mFront + 3, mCameraDir);
+    std::copy(camera.mPos, camera.mPos + 3, mEye);
+    mbPlaced = pPlace != nullptr;
+    mbMirrored = false;
+    if (!mbPlaced) return;
+    std::copy(pPlace, pPlace + 16, mPlace);
+    PullDirection(mPlace, camera.mFront, mCameraDir);
+    mbMirrored = GetPlaceDeterminant(mPlace) < 0.0;
+    UnplacePoint(mPlace, camera.mPos, mCameraPos);
 }
 
 void GLDrawData_cls::SetLightSourceInfo(int lightCount, const float* pLightPos, double lengthA,
@@ -53,11 +63,13 @@ void GLDrawData_cls::ZSortAtFBO0(int count, int step, const float (*pPos)[3], un
     DrawListOrder order;
     order.sortOrder = sortOrder;
     order.planeDepth = planeDepth;
-    std::copy(mCameraPos, mCameraPos + 3, order.cameraPos);
+    std::copy(mEye, mEye + 3, order.cameraPos);
+    order.pPlace = mbPlaced ? mPlace : nullptr;
     std::copy(mCameraDir, mCameraDir + 3, order.cameraDir);
     DrawListFilter_cls* filter = mspCFilterCtrlBooleanLink;
     if (filter && !filter->IsThinning()) filter = nullptr;
     MakeDrawList(sDrawList, count, step, pPos, order, filter, msCurrentDoubleIndex);
+    ++msListSerial;
     mspIndexAndZ = sDrawList.data();
     msDownsizedAtFBO0 = static_cast<int>(sDrawList.size());
     msbListIsIdentity = step == 1 && sortOrder != SORT_FAR_FIRST && sortOrder != SORT_NEAR_FIRST && !filter;
@@ -74,6 +86,10 @@ int GLDrawData_cls::ZSort(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttri
                     option.mSortOrder.mValue, !bFacesEye);
     }
     return msDownsizedAtFBO0;
+}
+
+bool GLDrawData_cls::IsFaded() {
+    return mspCFilterCtrlBooleanLink && mspCFilterCtrlBooleanLink->IsBooleanChangeConstantColor();
 }
 
 double GLDrawData_cls::GetSteppingAlphaFactor(int step) {

@@ -21,8 +21,9 @@ public:
     GLDrawData_cls(const GLDrawData_cls&) = delete;
     GLDrawData_cls& operator=(const GLDrawData_cls&) = delete;
 
-    /// Camera in data coordinates, for sorting and billboards.
-    void SetCameraPos(const PositionAndDirection_cls& camera);
+    /// Camera for sorting and billboards. `pPlace` is what moves the data in its scene, 4 by 4 numbers column
+    /// by column; null: nothing does.
+    void SetCameraPos(const PositionAndDirection_cls& camera, const double* pPlace = nullptr);
     void SetLightSourceInfo(int lightCount, const float* pLightPos, double lengthA, double lengthB);
 
     /// The ways to draw; `face` 0 builds the list, other faces and passes use it again.
@@ -58,19 +59,31 @@ public:
 private:
     void ZSortAtFBO0(int count, int step, const float (*pPos)[3], unsigned sortOrder, bool planeDepth);
 
+    /// Weights between 0 and 1 may stand in the list: no colour is that of all particles.
+    static bool IsFaded();
+    /// Corners of a quad of radius 1 in the plane of the view; false: none can face the eye.
+    bool GetFlatCorners(float* pOut) const;
+    void DrawFaded(const SnapData_cls* pSnap, int number, float size, const float* pColor, bool bAdditive);
     void DrawStraight(const SnapData_cls* pSnap, int number, float size, bool bColors);
 
     /// Tell when an exact style can't be drawn so.
     static void CheckExact(bool bWanted, const ViewScale_cls& view);
 
+    // The camera in data coordinates, and where nothing has moved it.
     double mCameraPos[3] = {0, 0, 0};
     double mCameraDir[3] = {0, 0, -1};
+    bool mbPlaced = false;
+    bool mbMirrored = false; ///< quads turn their backs
+    double mPlace[16] = {};
+    double mEye[3] = {0, 0, 0};
     int mLightNumber = 0;
     double mLightPos[3] = {0, 0, 0};
     double mShadowLengthA = 0.0;
     double mShadowLengthB = 0.0;
     std::vector<unsigned> mVIndices; ///< indices of the list, as the element call wants them
+    unsigned mIndicesOf = 0;         ///< msListSerial of that list
     std::vector<float> mVBatch;      ///< vertices of one batch
 
+    static unsigned msListSerial;  ///< no two lists of a run have the same
     static bool msbListIsIdentity; ///< the list is all particles in their own order, none faded
 };

@@ -72,10 +72,29 @@ void GLDrawData_cls::DrawStraight(const SnapData_cls* pSnap, int number, float s
     }
 }
 
+void GLDrawData_cls::DrawFaded(const SnapData_cls* pSnap, int number, float size, const float* pColor,
+                               bool bAdditive) {
+    glPointSize(size);
+    SetBlend(bAdditive);
+    DrawProgress_cls progress(number, size);
+    GLPointBatch_cls batch(mVBatch, false, !bAdditive);
+    float color[4] = {pColor[0], pColor[1], pColor[2], pColor[3]};
+    for (int i = 0; i < number;) {
+        for (const int end = std::min(number, i + progress.GetRun()); i < end; ++i) {
+            color[3] = pColor[3] * mspIndexAndZ[i].mAlpha;
+            batch.Add(pSnap->mpPos[mspIndexAndZ[i].mIndex], color, 1.0f);
+        }
+        batch.Flush();
+        if (!progress.Report(i)) return;
+    }
+}
+
 void GLDrawData_cls::GLDrawPointArrayElement(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute) {
     const int number = ZSort(face, pSnap, pAttribute);
     if (number == 0) return;
-    if (!msbListIsIdentity) {
+    const bool bFaded = IsFaded() && !msbListIsIdentity;
+    if (!msbListIsIdentity && !bFaded && mIndicesOf != msListSerial) {
+        mIndicesOf = msListSerial;
         mVIndices.resize(static_cast<size_t>(number));
         for (size_t i = 0; i < mVIndices.size(); ++i)
             mVIndices[i] = static_cast<unsigned>(mspIndexAndZ[i].mIndex);
@@ -96,7 +115,10 @@ void GLDrawData_cls::GLDrawPointArrayElement(int face, SnapData_cls* pSnap, GLAt
         glDisable(GL_BLEND);
     }
     glColor4fv(color);
-    DrawStraight(pSnap, number, GetPointSize(*pAttribute), false);
+    if (bFaded)
+        DrawFaded(pSnap, number, GetPointSize(*pAttribute), color, bAdditive);
+    else
+        DrawStraight(pSnap, number, GetPointSize(*pAttribute), false);
     CheckGLErrors("points of one colour");
 }
 
@@ -122,7 +144,7 @@ void GLDrawData_cls::GLDrawPointAll(int face, SnapData_cls* pSnap, GLAttribute_c
         for (const int end = std::min(number, i + progress.GetRun()); i < end; ++i) {
             const int index = mspIndexAndZ[i].mIndex;
             curve.Get(color, pValues[index]);
-            color[3] = alpha(color[3]);
+            color[3] = alpha(color[3]) * mspIndexAndZ[i].mAlpha;
             batch.Add(pSnap->mpPos[index], color, 1.0f);
         }
         batch.Flush();

@@ -45,8 +45,9 @@ void SetPointState(const SnapData_cls& snap, bool bAdditive) {
 class SequentialBatches_cls {
 public:
     SequentialBatches_cls(std::vector<float>& storage, const SequentialLooks_st& looks,
-                          const ViewScale_cls& view, int lightNumber)
+                          const ViewScale_cls& view, int lightNumber, bool bMirrored)
         : mStorage(storage), mLooks(looks), mView(view), mLightNumber(lightNumber),
+          mbUncull(bMirrored && glIsEnabled(GL_CULL_FACE)),
           mbEachBlends(looks.bMixedBillboards && GLBillboardBatch_cls::HasOwnBlending()) {
         glEnable(GL_BLEND);
         glEnable(GL_DEPTH_TEST);
@@ -73,6 +74,7 @@ public:
         if (!mBillboards || (!mbEachBlends && mbAdditive != look.bAdditive)) {
             Close();
             glEnable(GL_TEXTURE_2D);
+            if (mbUncull) glDisable(GL_CULL_FACE);
             SetBlend(mbAdditive = look.bAdditive);
             mBillboards.emplace(mStorage, true, mbEachBlends);
         }
@@ -113,6 +115,7 @@ private:
         if (mBillboards) {
             mBillboards.reset();
             glDisable(GL_TEXTURE_2D);
+            if (mbUncull) glEnable(GL_CULL_FACE);
         }
         if (mSpheres) {
             mSpheres.reset();
@@ -127,6 +130,7 @@ private:
     const SequentialLooks_st& mLooks;
     const ViewScale_cls& mView;
     int mLightNumber;
+    bool mbUncull;     ///< quads face the eye, though a mirrored box takes them for turned
     bool mbEachBlends; ///< billboards of both ways to blend share a batch
     bool mbAdditive = false;
     SphereStyle_st mStyle;
@@ -137,6 +141,8 @@ private:
 
 // What is kept from one particle to the next while class and settings allow it.
 struct Kept {
+    explicit Kept(bool bEachFaded) : bFaded(bEachFaded) {}
+    bool bFaded; ///< no particle is sure to be as opaque as the one before
     unsigned type = kSequentialClasses;
     float color[4] = {0, 0, 0, 0};
     SphereMaterial_st material;
@@ -146,7 +152,7 @@ struct Kept {
 void TakeColor(Kept& kept, const SnapData_cls& snap, const ArrayAndIndex_cls& entry, unsigned type,
                const ClassLook_st& look, float radius, float stepping) {
     const bool bByRadius = look.drawType == DRAW_BILLBOARD && look.bAlphaByRadius;
-    if (type == kept.type && look.bConstantColor && !bByRadius) return;
+    if (type == kept.type && look.bConstantColor && !bByRadius && !kept.bFaded) return;
     const float* pColor = snap.mpColor[entry.mIndex];
     std::copy_n(pColor, 4, kept.color);
     if (bByRadius) kept.color[3] = AlphaByRadius(pColor[3], radius, 1.0f, look.alphaMax);
@@ -156,7 +162,7 @@ void TakeColor(Kept& kept, const SnapData_cls& snap, const ArrayAndIndex_cls& en
 
 void TakeMaterial(Kept& kept, const ArrayAndIndex_cls& entry, unsigned type, const ClassLook_st& look,
                   float radius, float stepping) {
-    if (type == kept.type && look.spheres.IsConstant() && !look.bAlphaByRadius) return;
+    if (type == kept.type && look.spheres.IsConstant() && !look.bAlphaByRadius && !kept.bFaded) return;
     look.spheres.Get(entry.mIndex, kept.material);
     const float factor = entry.mAlpha * stepping;
     kept.material.ChangeAlpha([&](float alpha) {
@@ -176,7 +182,8 @@ void GLDrawData_cls::GLDrawSequential(int face, SnapData_cls* pSnap, GLAttribute
     const int step = ppAttribute[0]->mpCDrawOption->GetDownSizing();
     const float stepping = static_cast<float>(GetSteppingAlphaFactor(step));
     const float widening = static_cast<float>(GetSteppingRadiusFactor(step));
-    const SequentialLooks_st looks = GatherSequentialLooks(*pSnap, ppAttribute, widening);
+    SequentialLooks_st looks = GatherSequentialLooks(*pSnap, ppAttribute, widening);
+    if (IsFaded()) looks.bOneMaterial = false;
     const ViewScale_cls view;
 
     if (msbListIsIdentity && looks.bAllPoints && !looks.bMixedSize && !looks.bMixedBlend) {
@@ -188,15 +195,13 @@ void GLDrawData_cls::GLDrawSequential(int face, SnapData_cls* pSnap, GLAttribute
 
     CheckExact(looks.bExact, view);
     if (looks.bBillboards) ppAttribute[0]->BindTexture(); // one for all classes
-    float matrix[16];
     float flat[12];
     float facing[12];
-    glGetFloatv(GL_TRANSPOSE_MODELVIEW_MATRIX, matrix);
-    MultiplyMatrixOnVertexArrayOrg(matrix, flat);
+    const bool bQuads = GetFlatCorners(flat);
 
     DrawProgress_cls progress(number);
-    SequentialBatches_cls batches(mVBatch, looks, view, mLightNumber);
-    Kept kept;
+    SequentialBatches_cls batches(mVBatch, looks, view, mLightNumber, mbMirrored);
+    Kept kept(IsFaded());
     for (int i = 0; i < number; ++i) {
         const ArrayAndIndex_cls& entry = mspIndexAndZ[i];
         const unsigned type = GetSequentialClass(*pSnap, entry.mIndex);
@@ -210,7 +215,7 @@ void GLDrawData_cls::GLDrawSequential(int face, SnapData_cls* pSnap, GLAttribute
             cost += look.size * look.size * DrawProgress_cls::kCostPixel;
         } else if (look.drawType == DRAW_BILLBOARD) {
             TakeColor(kept, *pSnap, entry, type, look, radius, stepping);
-            if (!(kept.color[3] >= kFaint)) continue;
+            if (!(kept.color[3] >= kFaint) || !bQuads) continue;
             if (look.quality != QUALITY_LOW) GetVertexArrayLookAtCamera(pPos, facing);
             batches.AddBillboard(pPos, look.quality != QUALITY_LOW ? facing : flat, radius, kept.color, look);
             cost += view.GetArea(pPos, radius) * DrawProgress_cls::kCostPixel;

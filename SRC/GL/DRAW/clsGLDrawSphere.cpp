@@ -32,7 +32,9 @@ void SetSphereState(const GLAttribute_cls& attribute) {
 
 void GLDrawData_cls::CheckExact(bool bWanted, const ViewScale_cls& view) {
     if (!bWanted || GLSphereBatch_cls::HasExact(view)) return;
-    const wxString text = _("\"Exact\" spheres are drawn as \"High\": this OpenGL can't cast rays.");
+    const wxString text =
+        view.IsPlain() ? _("\"Exact\" spheres are drawn as \"High\": this OpenGL can't cast rays.")
+                       : _("\"Exact\" spheres are drawn as \"High\": the view or a DataBox stretches them.");
     if (msStrMessage.Find(text) == wxNOT_FOUND) msStrMessage += text + "\n";
 }
 
@@ -56,7 +58,7 @@ void GLDrawData_cls::GLDrawSphereAll(int face, SnapData_cls* pSnap, GLAttribute_
 
     const ViewScale_cls view;
     const SphereStyle_st style = {pAttribute->mShaderType.mValue, pAttribute->mDrawQuality.mValue,
-                                  mLightNumber, !look.IsConstant(),
+                                  mLightNumber, !look.IsConstant() || IsFaded(),
                                   pAttribute->mBlendType.mValue == BLEND_ADDITIVE};
     CheckExact(style.mQuality >= GLSphereBatch_cls::kExact, view);
     DrawProgress_cls progress(number);
@@ -67,8 +69,7 @@ void GLDrawData_cls::GLDrawSphereAll(int face, SnapData_cls* pSnap, GLAttribute_
         const float radius = bOneRadius ? scale : scale * pSnap->mpRadius[entry.mIndex];
         if (style.mbMaterials) {
             look.Get(entry.mIndex, material);
-            // Faded by a filter only where the radius is the same for all.
-            const float factor = bOneRadius ? alphaFactor * entry.mAlpha : alphaFactor;
+            const float factor = alphaFactor * entry.mAlpha;
             material.ChangeAlpha([factor](float alpha) { return alpha * factor; });
         }
         if (!progress.AddCost(batch.Add(pPos, radius, material))) continue;

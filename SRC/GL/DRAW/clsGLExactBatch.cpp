@@ -49,6 +49,8 @@ GLExactBatch_cls::GLExactBatch_cls(std::vector<float>& storage, unsigned shaderT
     mpSquares = mpTaken + kRoom;
     mMaxPoint = GetLargestPoint();
     mbMade = true;
+    mbCulled = glIsEnabled(GL_CULL_FACE);
+    glDisable(GL_CULL_FACE); // squares face the eye, also those of a mirrored box
     glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
     glEnable(GL_POINT_SPRITE);
     glEnable(GL_VERTEX_PROGRAM_POINT_SIZE);
@@ -61,6 +63,7 @@ GLExactBatch_cls::~GLExactBatch_cls() {
         glDisableVertexAttribArray(place);
     glDisable(GL_VERTEX_PROGRAM_POINT_SIZE);
     glDisable(GL_POINT_SPRITE);
+    if (mbCulled) glEnable(GL_CULL_FACE);
     glPopClientAttrib();
     glUseProgram(0);
 }

@@ -63,6 +63,7 @@ private:
     bool mbMaterials;
     bool mbEachBlends;
     bool mbMade = false;
+    bool mbCulled = false;  ///< before
     bool mbNear = false;    ///< the program in use
     float mMaxPoint = 1.0f; ///< pixels
     const ViewScale_cls& mView;

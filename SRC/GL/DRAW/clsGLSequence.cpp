@@ -1,12 +1,16 @@
 #include "GL/DRAW/clsGLSequence.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <new>
 
 #include "COMMON/Globals.h"
+#include "GL/DRAW/DrawListFilter.h"
 #include "GL/DRAW/DrawnCloud.h"
+#include "GL/DRAW/clsDrawList.h"
 #include "GL/DRAW/clsDrawOption.h"
+#include "GL/DRAW/clsDrawProgress.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLDrawData.h"
 #include "GL/DRAW/clsSnapData.h"
@@ -146,8 +150,8 @@ GLSequence_cls& GLSequence_cls::Of(const PDataSequence_cls& sequence) {
     return static_cast<GLSequence_cls&>(sequence.GetDrawing());
 }
 
-void GLSequence_cls::SetCameraInfo(const PositionAndDirection_cls& camera) {
-    mpCGLDrawData->SetCameraPos(camera);
+void GLSequence_cls::SetCameraInfo(const PositionAndDirection_cls& camera, const double* pPlace) {
+    mpCGLDrawData->SetCameraPos(camera, pPlace);
 }
 
 void GLSequence_cls::GLDrawData(int face, int frame, double dt, int lightCount, float* pLightPos,
@@ -164,8 +168,10 @@ void GLSequence_cls::DrawSnapshot(int face, PDataSnap_cls& snap, GLDrawData_cls*
     // Slopes that are still being written are no picture.
     const bool bSlopes = !(dt == 0.0) || SnapData_cls::IsInterpolateRequired(ppAttribute);
     if (bSlopes && pBlock->IsUnderInterpolation()) PDataSnap_cls::WaitInterpolator();
-    GbAbort.store(false);
-    GDrawingPercentage.store(0);
+    if (DrawProgress_cls::IsFirstPart()) {
+        GbAbort.store(false);
+        GDrawingPercentage.store(0);
+    }
     const DrawnScope_cls drawn(&snap);
     const int step = ppAttribute[0]->mpCDrawOption->GetDownSizing();
     const bool bAlphaChanged = TakeAlphaSettings(ppAttribute);
@@ -174,12 +180,15 @@ void GLSequence_cls::DrawSnapshot(int face, PDataSnap_cls& snap, GLDrawData_cls*
         MakeSnapshot(pBlock, ppAttribute, dt, step);
     // Memory for it may have been short.
     if (GLDrawData_cls::mspCSnapShot->mbAllocated) {
-        if (IsRoomForOpenGL(snap.GetParticleNumber()))
+        // Copies that follow use what the first one took.
+        static bool sbRoom = false;
+        if (DrawProgress_cls::IsFirstPart()) sbRoom = IsRoomForOpenGL(snap.GetParticleNumber());
+        if (sbRoom)
             DispatchInMemory(face, pDraw, ppAttribute);
         else
             GiveUpSnapshot();
     }
-    GDrawingPercentage.store(100);
+    if (DrawProgress_cls::IsLastPart()) GDrawingPercentage.store(100);
 }
 
 void GLSequence_cls::RefreshGLAttribTex() {
@@ -187,7 +196,7 @@ void GLSequence_cls::RefreshGLAttribTex() {
         pAttribute->RefreshTex();
 }
 
-FitCloud_st GLSequence_cls::GetDrawnCloud(int frame, double dt) const {
+FitCloud_st GLSequence_cls::GetDrawnCloud(int frame, double dt, double time) const {
     const PDataSnap_cls& snap = *mSequence.GetSnap(frame);
     const PDataBlock_cls* pBlock = snap.mpCBlock;
     if (!snap.IsItLoaded() || snap.GetParticleNumber() < 1 || !pBlock->mbAllocated) return {};
@@ -197,7 +206,35 @@ FitCloud_st GLSequence_cls::GetDrawnCloud(int frame, double dt) const {
         arrays.mpPos = pSnap->mpPos;
         arrays.mpRadius = pSnap->mpRadius;
     }
-    return MakeDrawnCloud(arrays, snap.GetParticleNumber(), mpCGLAttribute);
+    FitCloud_st cloud = MakeDrawnCloud(arrays, snap.GetParticleNumber(), mpCGLAttribute);
+    DrawListFilter_cls* filter = GLDrawData_cls::mspCFilterCtrlBooleanLink;
+    const bool bThins = mpCGLAttribute[0]->mpCDrawOption->mSortOrder.mValue != 2;
+    if (bThins && filter && filter->IsThinning()) ThinCloud(cloud, *filter, time);
+    return cloud;
+}
+
+std::shared_ptr<const std::vector<int>> GLSequence_cls::GetKept(int frame, double dt, double time) const {
+    DrawListFilter_cls* filter = GLDrawData_cls::mspCFilterCtrlBooleanLink;
+    const PDataSnap_cls& snap = *mSequence.GetSnap(frame);
+    const PDataBlock_cls& block = *snap.mpCBlock;
+    if (!filter || !filter->IsThinning() || !snap.IsItLoaded() || !block.mbAllocated) return nullptr;
+    // As they are drawn: SnapData_cls moves them by the same sum.
+    const auto number = static_cast<size_t>(std::max(snap.GetParticleNumber(), 0));
+    std::vector<float> moved;
+    const float(*pPos)[3] = block.mpPos;
+    if (!(dt == 0.0) && block.mpVel) {
+        moved.resize(3 * number);
+        for (size_t i = 0; i < moved.size(); ++i)
+            moved[i] = block.mpPos[i / 3][i % 3] + block.mpVel[i / 3][i % 3] * static_cast<float>(dt);
+        pPos = reinterpret_cast<const float(*)[3]>(moved.data());
+    }
+    DrawList_t list;
+    MakeDrawList(list, static_cast<int>(number), GetThinning(), pPos, {}, filter, time);
+    auto kept = std::make_shared<std::vector<int>>();
+    kept->reserve(list.size());
+    for (const ArrayAndIndex_cls& entry : list)
+        kept->push_back(entry.mIndex);
+    return kept;
 }
 
 bool GLSequence_cls::AreSlopesNeeded() const { return SnapData_cls::IsInterpolateRequired(mpCGLAttribute); }

@@ -2,6 +2,9 @@
 // draw-time snapshot. UI thread; drawing with a current context.
 #pragma once
 
+#include <memory>
+#include <vector>
+
 #include "PDATA/ParticleArrays.h"
 #include "PDATA/clsSequenceDrawing.h"
 
@@ -24,8 +27,8 @@ public:
     /// What draws a sequence of a store that was made with GetMaker.
     static GLSequence_cls& Of(const PDataSequence_cls& sequence);
 
-    /// Camera in data coordinates for sorting and billboards.
-    void SetCameraInfo(const PositionAndDirection_cls& camera);
+    /// Camera for sorting and billboards, and what moves the data (GLDrawData_cls::SetCameraPos).
+    void SetCameraInfo(const PositionAndDirection_cls& camera, const double* pPlace = nullptr);
     /// Draw snapshot `frame` (the last one when it lies past the end), `dt` behind its time. `face` 0 sorts.
     void GLDrawData(int face, int frame, double dt, int lightCount, float* pLightPos, double lengthA,
                     double lengthB, bool bShadowPass, int panelIndex);
@@ -34,9 +37,14 @@ public:
     static void DrawSnapshot(int face, PDataSnap_cls& snap, GLDrawData_cls* pDraw,
                              GLAttribute_cls** ppAttribute, double dt);
     void RefreshGLAttribTex();
-    /// What GLDrawData draws: as it was drawn, or where nothing was yet, at the snapshot's own time. Empty
-    /// while the snapshot isn't loaded; refers to its arrays, which stand until the next event.
-    FitCloud_st GetDrawnCloud(int frame, double dt) const;
+    /// What GLDrawData draws: as it was drawn, or where nothing was yet, at the snapshot's own time; filters
+    /// as they are at double index `time`. Empty while the snapshot isn't loaded; refers to its arrays, which
+    /// stand until the next event.
+    FitCloud_st GetDrawnCloud(int frame, double dt, double time) const;
+    /// Numbers of the particles that the filters keep, `dt` behind the time of snapshot `frame`, of those
+    /// that downsizing leaves; filters at double index `time`, whatever the order of drawing. Null: they keep
+    /// all.
+    std::shared_ptr<const std::vector<int>> GetKept(int frame, double dt, double time) const;
 
     bool AreSlopesNeeded() const override;
     int GetThinning() const override;

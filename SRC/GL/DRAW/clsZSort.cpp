@@ -7,6 +7,7 @@
 #include "COMMON/DataLoops.h"
 #include "COMMON/OnThreads.h"
 #include "GL/DRAW/FloatOrder.h"
+#include "GL/DRAW/PlaceMatrix.h"
 #include "GL/DRAW/clsDepthSort.h"
 
 namespace {
@@ -55,10 +56,24 @@ MORENTIS_DATA_LOOP void DistanceKeys(Entry* pList, int first, int end, int step,
     }
 }
 
+/// Of places that a matrix has moved.
+void PlacedKeys(Entry* pList, int first, int end, int step, const float (*pPos)[3], Eye eye,
+                const double* pPlace) {
+    for (int i = first; i < end; ++i) {
+        double p[3];
+        PlacePoint(pPlace, pPos[size_t(i) * size_t(step)], p);
+        const double x = p[0] - eye.mX;
+        const double y = p[1] - eye.mY;
+        const double z = p[2] - eye.mZ;
+        pList[i] = {i * step, float(-(x * x + y * y + z * z)), 1.0f};
+    }
+}
+
 } // namespace
 
 int ZSort_cls::ZSortPrepare(ArrayAndIndex_cls* pList, int count, int step, const float (*pPos)[3],
-                            const double* cameraPos, const double* cameraDir, int mode) {
+                            const double* cameraPos, const double* cameraDir, int mode,
+                            const double* pPlace) {
     const int number = count / step;
     const int threads = ThreadsFor(number);
     const double* from = mode == PLANE_DEPTH ? cameraDir : cameraPos;
@@ -68,6 +83,8 @@ int ZSort_cls::ZSortPrepare(ArrayAndIndex_cls* pList, int count, int step, const
         const int end = ShareBegin(number, k + 1, threads);
         if (mode == PLANE_DEPTH)
             PlaneKeys(pList, first, end, step, pPos, eye);
+        else if (pPlace)
+            PlacedKeys(pList, first, end, step, pPos, eye, pPlace);
         else
             DistanceKeys(pList, first, end, step, pPos, eye);
     });

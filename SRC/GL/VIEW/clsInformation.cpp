@@ -45,6 +45,12 @@ Information_cls::Values_st Information_cls::GetValues(const PDataBlock_cls* pBlo
     return values;
 }
 
+Information_cls::Values_st Information_cls::GetDrawnValues(const SnapData_cls* pSnap, int index) const {
+    Values_st values = GetValues(pSnap, index);
+    if (values.mbThere && mPlace) mPlace(values.mPos);
+    return values;
+}
+
 void Information_cls::Update() {
     if (!mpCGUI || !mpCGUI->IsShownOnScreen()) return;
     const PDataBlock_cls* pBlock = mGetBlock ? mGetBlock() : nullptr;

@@ -32,6 +32,10 @@ public:
 
     /// Where the block of the present frame comes from: null while it isn't read.
     void Connect(std::function<const PDataBlock_cls*()> getBlock) { mGetBlock = std::move(getBlock); }
+    /// Tell where in the scene a place of the drawn data is: in world coordinates, changed in place.
+    void ConnectPlace(std::function<void(float* pPos)> place) { mPlace = std::move(place); }
+    /// The drawn particle as it stands in the scene.
+    Values_st GetDrawnValues(const SnapData_cls* pSnap, int index) const;
     /// Look again at what is drawn, or at the file's data; cheap when the page isn't seen.
     void Update();
     wxWindow* InstantiateGUI(wxWindow* pParent);
@@ -46,4 +50,5 @@ public:
 
 private:
     std::function<const PDataBlock_cls*()> mGetBlock;
+    std::function<void(float* pPos)> mPlace;
 };

@@ -17,7 +17,7 @@ InformationGUI_cls::InformationGUI_cls(wxWindow* pParent, Information_cls* pInfo
         AddStatic(
             wxString(wxUniChar("xyz"[axis])),
             [this, axis] { return wxString::Format("%g", double(mValues.mPos[axis])); },
-            _("Position in scaled coordinates"));
+            _("Position in scaled coordinates; as drawn, where the DataBox has moved it"));
     AddStatic(
         _("type/ID"), [this] { return wxString::Format("%d / %d", mValues.mType, mValues.mID); },
         _("Type and identifier of the particle"));
@@ -32,7 +32,7 @@ InformationGUI_cls::InformationGUI_cls(wxWindow* pParent, Information_cls* pInfo
 }
 
 void InformationGUI_cls::UpdateInfo(const SnapData_cls* pSnap) {
-    Show(Information_cls::GetValues(pSnap, mpCInformation->mIndex.mValue));
+    Show(mpCInformation->GetDrawnValues(pSnap, mpCInformation->mIndex.mValue));
 }
 
 void InformationGUI_cls::UpdateInfo(const PDataBlock_cls* pBlock) {

@@ -8,6 +8,8 @@
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
 #include "COMMON/ThreadStates.h"
+#include "FILTER/clsFilterCopy.h"
+#include "FILTER/clsFilterLists.h"
 #include "GL/BASE/clsXErrorScope.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 #include "GL/VIEW/clsSharedView.h"
@@ -249,6 +251,9 @@ ViewMessage_cls::Facts_st MainGLCanvas_cls::GetFacts() const {
     facts.mbLookAnchor = GetPLinkedCameraPath()->mCLookAnchor.mValue;
     facts.mTime = sequence.GetTime(mMoment.dataFrame);
     facts.mParticles = sequence.GetParticleNumber(mMoment.dataFrame);
+    if (FilterLists_cls* filters = mpCHost->GetPCFilters())
+        if (const FilterCopy_cls* copies = filters->GetWorld().GetPCCopy())
+            facts.mCopies = copies->GetNumber();
     facts.mMillis = mCStopWatch.Time();
     return facts;
 }

@@ -18,6 +18,9 @@ public:
     bool ExportFrame(int frame);
 
 private:
+    void TakeKept(int frame);
+
     ViewContext_st mContext;
     DataExporter_cls* mpCDataExporter = nullptr;
+    int mKeptFrame = -1; ///< of the film: the exporter knows what filters keep of it
 };

@@ -6,6 +6,9 @@
 
 #include "COMMON/UpdateBits.h"
 #include "COMMON/clsMyVector.h"
+#include "FILTER/clsFilterCopy.h"
+#include "FILTER/clsFilterDataBox.h"
+#include "FILTER/clsFilterLists.h"
 #include "GL/BASE/ViewFit.h"
 #include "GL/BASE/clsGLPerspective.h"
 #include "GL/DRAW/clsGLSequence.h"
@@ -128,7 +131,31 @@ FitCloud_st ViewFitCtrl_cls::GetCloud() const {
     if (sequence.GetSeqLength() < 1) return {};
     const int frame = static_cast<int>(time.GetRemappedIndexDouble(-1, -1));
     const double step = time.GetRemappedIndex(-1) - frame + time.GetRemappedInterpStepDouble(-1, -1);
-    return GLSequence_cls::Of(sequence).GetDrawnCloud(frame, sequence.GetDT(frame, step));
+    FitCloud_st cloud =
+        GLSequence_cls::Of(sequence).GetDrawnCloud(frame, sequence.GetDT(frame, step), time.GetDoubleIndex());
+    if (!PlaceCloud(cloud.mPlace)) return {};
+    return cloud;
+}
+
+// As the filters repeat and move the data; false where nothing is drawn of them.
+bool ViewFitCtrl_cls::PlaceCloud(FitPlace_st& place) const {
+    FilterLists_cls* filters = mHost.GetPCFilters();
+    if (!filters) return true;
+    const FilterCopy_cls* copies = filters->GetWorld().GetPCCopy();
+    if (copies && copies->GetNumber() < 1) return false;
+    if (copies && !mHost.MayDrawCopies(copies->GetNumber())) copies = nullptr;
+    for (int axis = 0; copies && axis < 3; ++axis) {
+        float vector[3];
+        copies->GetVector(axis, vector);
+        std::copy_n(vector, 3, place.mVector[axis]);
+        const FilterCopy_cls::Cells_st cells = copies->GetCells(axis);
+        place.mFirst[axis] = cells.mFirst;
+        place.mLast[axis] = cells.mLast;
+    }
+    FilterDataBoxData_cls* box = filters->GetObject().GetPCDataBox();
+    if (!box) return true;
+    box->UpdateCurrentObj(mHost.GetPCTimeCtrl()->GetDoubleIndex());
+    return box->GetMatrix(place.mMatrix);
 }
 
 /// Of the free camera (mode 0) or one along an axis (1 to 6), in the geometry that the view has in that mode.

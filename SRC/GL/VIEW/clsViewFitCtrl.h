@@ -10,6 +10,7 @@ class MainGLCanvas_cls;
 class SharedView_cls;
 class ViewHost_cls;
 struct FitCloud_st;
+struct FitPlace_st;
 
 class ViewFitCtrl_cls {
 public:
@@ -53,6 +54,7 @@ private:
     static bool AreEqual(const State_st& a, const State_st& b);
     bool IsTouched() const;
     FitCloud_st GetCloud() const;
+    bool PlaceCloud(FitPlace_st& place) const;
     Job_st MakeJob(MainGLCanvas_cls& view, int mode, CloudReach_cls& reach) const;
     void Apply(const Job_st& job, const CloudReach_cls& reach);
     bool FitAll();

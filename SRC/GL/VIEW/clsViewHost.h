@@ -37,6 +37,9 @@ public:
 
     /// The present frame's data are there and about to be drawn in the window: cameras may still be placed.
     virtual void OnDataReady() {}
+    /// May a picture draw the data so many times? Where the user hasn't been asked yet it is no for now, and
+    /// he is asked behind the present event.
+    virtual bool MayDrawCopies(long long) { return true; }
     /// The export of data has come to its end: the run ends behind the present event.
     virtual void EndExport() = 0;
     /// The camera's dialog follows the active view.

@@ -1,5 +1,7 @@
 #include "GL/VIEW/clsViewMessage.h"
 
+#include <limits>
+
 #include <epoxy/gl.h>
 
 #include <wx/intl.h>
@@ -22,9 +24,11 @@ wxString ViewMessage_cls::MakeStatusLine(const Facts_st& facts) {
 wxString ViewMessage_cls::MakeDataLine(const Facts_st& facts) {
     wxString text = "Time=";
     text += facts.mTime == kTimeUnset ? wxString(_("Not Defined")) : wxString::Format("%g", facts.mTime);
-    text += wxString::Format(":PNum=%d*%d", facts.mParticles, facts.mCopies);
-    if (facts.mCopies > 1)
-        text += wxString::Format("=%lld", static_cast<long long>(facts.mParticles) * facts.mCopies);
+    text += wxString::Format(":PNum=%d*%lld", facts.mParticles, facts.mCopies);
+    long long all = 0;
+    if (__builtin_mul_overflow(static_cast<long long>(facts.mParticles), facts.mCopies, &all))
+        all = std::numeric_limits<long long>::max();
+    if (facts.mCopies > 1) text += wxString::Format("=%lld", all);
     text += wxString::Format(":MilliSec%ld", facts.mMillis);
     // Object and sub-object of the last click, and the selected object.
     text += wxString::Format(":Hitting%d+%d:Object%lld", -1, -1, 0LL);

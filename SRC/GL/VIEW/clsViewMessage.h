@@ -15,8 +15,8 @@ public:
         bool mbLookAnchor = false; ///< the camera path looks at its anchor
         double mTime = 0.0;        ///< of the snapshot; -9999 where it has none
         int mParticles = 0;
-        int mCopies = 1;  ///< of a Copy filter
-        long mMillis = 0; ///< since the drawing began
+        long long mCopies = 1; ///< of a Copy filter
+        long mMillis = 0;      ///< since the drawing began
     };
 
     static wxString MakeStatusLine(const Facts_st& facts);

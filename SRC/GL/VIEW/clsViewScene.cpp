@@ -144,7 +144,8 @@ void ViewScene_cls::DrawOtherObjects(double gridUnit) {
         Grid_cls::DrawGridFlat(gridUnit, 3);
     }
     if (mContext.mSettings.mShowItems.mValue) DrawCameraPath(false);
-    // Lights and filters with "ShowItems="; then a click picks among them.
+    if (mContext.mSettings.mShowItems.mValue) DrawFilters(); // behind the lights
+    // Then a click picks among them.
     if (FilterLists_cls* filters = mContext.mHost.GetPCFilters()) {
         SetLineWidth();
         filters->GetObject().GLDrawRealGrid(mContext.mMoment.doubleIndex, &mVCTags);

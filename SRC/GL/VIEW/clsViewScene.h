@@ -5,6 +5,9 @@
 #include "GL/BASE/clsPositionAndDirection.h"
 #include "GL/VIEW/clsViewContext.h"
 
+class FilterCopy_cls;
+class FilterDataBoxData_cls;
+
 class ViewScene_cls {
 public:
     explicit ViewScene_cls(const ViewContext_st& context) : mContext(context) {}
@@ -28,7 +31,11 @@ private:
     void SetFog();
     void DrawDataMain();
     void DrawDataLitDiffuse(int lightIndex);
+    void DrawDataLit(bool bShadowPass);
     void DrawDataCopyLoop(bool bShadowPass);
+    void DrawFilters();
+    FilterDataBoxData_cls* GetDataBox() const;
+    const FilterCopy_cls* GetCopies(long long* pNumber) const;
 
     ViewContext_st mContext;
     Tags mVCTags;                       ///< labels of the face being drawn

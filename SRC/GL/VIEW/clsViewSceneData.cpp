@@ -1,15 +1,23 @@
 // Particles of a view, lit.
 #include "GL/VIEW/clsViewScene.h"
 
+#include <wx/intl.h>
+
+#include "FILTER/clsFilterCopy.h"
+#include "FILTER/clsFilterDataBox.h"
 #include "FILTER/clsFilterFog.h"
 #include "FILTER/clsFilterLists.h"
 #include "GL/BASE/clsGLState.h"
+#include "GL/DRAW/PlaceMatrix.h"
 #include "GL/DRAW/clsDrawOption.h"
+#include "GL/DRAW/clsDrawProgress.h"
 #include "GL/DRAW/clsGLDrawData.h"
 #include "GL/DRAW/clsGLSequence.h"
+#include "GL/VIEW/DrawCopies.h"
 #include "GL/VIEW/clsViewHost.h"
 #include "GL/VIEW/clsViewMessage.h"
 #include "GL/VIEW/clsViewSettings.h"
+#include "PDATA/clsPDataSequence.h"
 #include "SCENE/clsLightSRCCtrl.h"
 
 // The camera stands in the model-view matrix. Lights that throw shadows are left to passes of their own
@@ -30,15 +38,66 @@ void ViewScene_cls::SetFog() {
         glDisable(GL_FOG);
 }
 
+namespace {
+
+/// The data stand in a box as long as this does, which leaves the matrix as it was.
+class BoxScope_cls {
+public:
+    BoxScope_cls(const FilterDataBoxData_cls* pBox, bool bMirrored) : mbMirrored(bMirrored) {
+        if (pBox) pBox->GLSetMatrix();
+        if (mbMirrored) glFrontFace(GL_CW);
+    }
+    ~BoxScope_cls() {
+        if (mbMirrored) glFrontFace(GL_CCW);
+    }
+    BoxScope_cls(const BoxScope_cls&) = delete;
+    BoxScope_cls& operator=(const BoxScope_cls&) = delete;
+
+private:
+    const GLMatrixScope_cls mMatrix;
+    bool mbMirrored;
+};
+
+} // namespace
+
+FilterDataBoxData_cls* ViewScene_cls::GetDataBox() const {
+    FilterLists_cls* filters = mContext.mHost.GetPCFilters();
+    return filters ? filters->GetObject().GetPCDataBox() : nullptr;
+}
+
+// A number of copies that the user doesn't want counts as none, and the view tells.
+const FilterCopy_cls* ViewScene_cls::GetCopies(long long* pNumber) const {
+    *pNumber = 1;
+    FilterLists_cls* filters = mContext.mHost.GetPCFilters();
+    const FilterCopy_cls* copies = filters ? filters->GetWorld().GetPCCopy() : nullptr;
+    if (!copies) return nullptr;
+    *pNumber = copies->GetNumber();
+    if (mContext.mHost.MayDrawCopies(*pNumber)) return copies;
+    mContext.mMessage.Add(wxString::Format(_("%lld copies are not drawn"), *pNumber) + "\n");
+    *pNumber = 1;
+    return nullptr;
+}
+
+// Data, with objects and sticks, as the given lights show them.
+void ViewScene_cls::DrawDataLit(bool bShadowPass) {
+    FilterDataBoxData_cls* box = GetDataBox();
+    double place[16];
+    if (box) {
+        box->UpdateCurrentObj(mContext.mMoment.doubleIndex);
+        if (!box->GetMatrix(place)) return; // nothing can be drawn at a place that is no number
+    }
+    GLSequence_cls& data = GLSequence_cls::Of(*mContext.mHost.GetPCActiveFileSequence());
+    data.SetCameraInfo(mCFaceCam, box ? place : nullptr);
+    const BoxScope_cls inBox(box, box && GetPlaceDeterminant(place) < 0.0);
+    // Mesh objects are drawn first (DrawRealObjectCopyLoop).
+    if (mContext.mSettings.mShowData.mValue && mContext.mMoment.bData) DrawDataCopyLoop(bShadowPass);
+}
+
 void ViewScene_cls::DrawDataMain() {
     SetFog();
     glEnable(GL_LIGHTING);
     glEnable(GL_DEPTH_TEST);
-    const GLMatrixScope_cls matrix;
-    // A scene box moves the data, and the camera's copy into its coordinates.
-    GLSequence_cls::Of(*mContext.mHost.GetPCActiveFileSequence()).SetCameraInfo(mCFaceCam);
-    // Mesh objects are drawn first.
-    if (mContext.mSettings.mShowData.mValue && mContext.mMoment.bData) DrawDataCopyLoop(false);
+    DrawDataLit(false);
     // Shadow volumes follow: once into the stencil, once over what they hide.
     mContext.mMessage.Add(GLDrawData_cls::msStrMessage);
     GLDrawData_cls::msStrMessage.clear();
@@ -49,19 +108,35 @@ void ViewScene_cls::DrawDataLitDiffuse(int lightIndex) {
     mContext.mHost.GetPCLightSRCCtrl()->GLSetSingleDiffuse(lightIndex, mContext.mMoment.doubleIndex);
     glEnable(GL_LIGHTING);
     glEnable(GL_DEPTH_TEST);
-    const GLMatrixScope_cls matrix;
-    GLSequence_cls::Of(*mContext.mHost.GetPCActiveFileSequence()).SetCameraInfo(mCFaceCam);
-    if (mContext.mSettings.mShowData.mValue && mContext.mMoment.bData) DrawDataCopyLoop(false);
+    DrawDataLit(false);
 }
 
-// A Copy filter repeats this; sticks follow.
+// The list of what is drawn is made for the first copy of the first face and serves all others: they are
+// drawn as another face is.
 void ViewScene_cls::DrawDataCopyLoop(bool bShadowPass) {
     const LightSRCCtrl_cls& lights = *mContext.mHost.GetPCLightSRCCtrl();
     float light[4];
     float angles[2];
     lights.GetLightInfo(mContext.mMoment.doubleIndex, light, angles, lights.GetFirstShadowedLight(), true,
-                        nullptr);
-    GLSequence_cls::Of(*mContext.mHost.GetPCActiveFileSequence())
-        .GLDrawData(mContext.mMoment.face, mContext.mMoment.dataFrame, mContext.mMoment.dt,
-                    lights.GetLightNumber(), light, 0.0, 0.0, bShadowPass, mContext.mSettings.mPanelIndex);
+                        GetDataBox());
+    PDataSequence_cls& sequence = *mContext.mHost.GetPCActiveFileSequence();
+    long long number = 1;
+    const FilterCopy_cls* copies = GetCopies(&number);
+    const int frame = mContext.mMoment.dataFrame;
+    const float cost = static_cast<float>(sequence.GetParticleNumber(frame)) * DrawProgress_cls::kCostVertex;
+    DrawCopies(copies, number, cost, [&](long long copy) {
+        const int face = copy == 0 ? mContext.mMoment.face : mContext.mMoment.face + 1;
+        GLSequence_cls::Of(sequence).GLDrawData(face, frame, mContext.mMoment.dt, lights.GetLightNumber(),
+                                                light, 0.0, 0.0, bShadowPass, mContext.mSettings.mPanelIndex);
+    });
+    // Sticks of all copies come behind the last particle, in a loop of their own.
+}
+
+// Their frames; a list that holds none of those draws nothing.
+void ViewScene_cls::DrawFilters() {
+    FilterLists_cls* filters = mContext.mHost.GetPCFilters();
+    if (!filters) return;
+    SetLineWidth();
+    filters->GetBoolean().GLDraw(mContext.mMoment.doubleIndex);
+    filters->GetObject().GLDraw(mContext.mMoment.doubleIndex);
 }

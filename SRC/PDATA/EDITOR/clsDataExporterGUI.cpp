@@ -66,6 +66,8 @@ void DataExporterGUI_cls::SetMNumExportParam(wxSizer* pSizer) {
                         _("Number of the first file; each file that is written counts one up"));
     mpCPanel->AddText(_("File name"), &exporter.mCLastSavedFile.mStrValue,
                       _("Path of the files; \"%04d\" stands for the number, in four digits"));
+    mpCPanel->AddCheck("", &exporter.mCFiltered.mValue, _("Export filtered"),
+                       _("Write only the particles that the filters of the Boolean list keep"));
     auto* reference = new wxButton(mpCPanel, ID_EXPORTER_REFERENCE, _("Reference"));
     reference->SetBitmap(MyArtProvider::GetIcon("Open"));
     reference->SetToolTip(_("Choose folder and name of the files"));

@@ -1,0 +1,28 @@
+// Asks before a picture draws the data a great many times.
+#pragma once
+
+#include <map>
+
+class FrameMain_cls;
+
+class CopyQuestion_cls {
+public:
+    static constexpr long long kMost = 100000; ///< draws that nobody is asked about
+
+    explicit CopyQuestion_cls(FrameMain_cls& frame) : mFrame(frame) {}
+    CopyQuestion_cls(const CopyQuestion_cls&) = delete;
+    CopyQuestion_cls& operator=(const CopyQuestion_cls&) = delete;
+
+    /// Each number is asked once a run, behind the present event: inside a paint no box can open.
+    bool MayDraw(long long number);
+    /// Nobody is there to answer: what is many is told, and drawn.
+    void TellOnly() { mbAsks = false; }
+
+private:
+    void Ask(long long number);
+
+    FrameMain_cls& mFrame;
+    std::map<long long, bool> mAnswers;
+    bool mbAsks = true;
+    bool mbPending = false;
+};
