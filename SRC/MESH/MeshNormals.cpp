@@ -12,11 +12,9 @@ typedef float Sum __attribute__((vector_size(16)));
 using Sums = std::vector<Sum, BigAllocator_cls<Sum>>;
 
 inline void TriangleNormal(const float* a, const float* b, const float* c, float* out) {
-    // In double: squares of small floats would be lost.
-    const double ux = double(b[0]) - double(a[0]), uy = double(b[1]) - double(a[1]),
-                 uz = double(b[2]) - double(a[2]);
-    const double vx = double(c[0]) - double(b[0]), vy = double(c[1]) - double(b[1]),
-                 vz = double(c[2]) - double(b[2]);
+    // Products in double: those of small or large floats would be lost.
+    const double ux = double(b[0] - a[0]), uy = double(b[1] - a[1]), uz = double(b[2] - a[2]);
+    const double vx = double(c[0] - b[0]), vy = double(c[1] - b[1]), vz = double(c[2] - b[2]);
     const double x = uy * vz - uz * vy, y = uz * vx - ux * vz, z = ux * vy - uy * vx;
     const double length = std::sqrt(x * x + y * y + z * z);
     const double scale = length > 0.0 && std::isfinite(length) ? 1.0 / length : 0.0;

@@ -51,7 +51,8 @@ class ObjChunk_cls {
 public:
     static constexpr int kNone = INT_MIN; ///< a number of a corner or normal that isn't there
 
-    /// Take whole lines apart. Behind the text stand kMeshPad bytes more.
+    /// Take whole lines apart. A line feed stands in front of `end`, and one with zeros behind it
+    /// (EndMeshText).
     void Parse(const char* begin, const char* end);
 
     ObjList_cls<float> mVertex;

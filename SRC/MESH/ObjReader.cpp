@@ -18,6 +18,8 @@ namespace {
 
 constexpr size_t kChunk = size_t(1) << 20; // bytes: a thread that is done takes the next
 
+class ObjPiece_cls;
+
 /// What stands before a piece, in the whole file.
 struct Base_st {
     size_t mVertex = 0;
@@ -27,16 +29,15 @@ struct Base_st {
 
 class ObjReader_cls {
 public:
-    ObjReader_cls(const MeshText_st& text, PovObjectMesh_cls* pMesh, const std::atomic<bool>* pStop)
-        : mText(text), mpMesh(pMesh), mpStop(pStop), mThreads(GetMeshThreads(text.mLength)) {}
+    ObjReader_cls(MeshSource_cls& source, PovObjectMesh_cls* pMesh, const std::atomic<bool>* pStop)
+        : mSource(source), mpMesh(pMesh), mpStop(pStop), mThreads(GetMeshThreads(source.GetLength())) {}
 
     wxString Read();
 
 private:
     bool IsStopped() const { return mpStop && *mpStop; }
-    void CutText();
-    /// job(k) for each piece; throws what one of them lacked.
-    void ForChunks(const std::function<void(size_t)>& job) const;
+    /// job(k) for each piece, with the thread's place for one; throws what one of them lacked.
+    void ForChunks(const std::function<void(size_t, ObjPiece_cls&)>& job) const;
     void AddUp();
     void Gather(size_t k);
     bool HasBadCorners() const;
@@ -45,11 +46,10 @@ private:
     wxString MakeReason() const;
     size_t FindBadLine() const;
 
-    const MeshText_st& mText;
+    MeshSource_cls& mSource;
     PovObjectMesh_cls* const mpMesh;
     const std::atomic<bool>* const mpStop;
     const int mThreads;
-    std::vector<const char*> mCuts; ///< one more than pieces
     std::vector<std::unique_ptr<ObjChunk_cls>> mChunks;
     std::vector<Base_st> mBases; ///< one more
     std::atomic<bool> mbBadCorner{false};
@@ -61,32 +61,82 @@ private:
 
 bool IsWithin(int index, size_t number) { return size_t(unsigned(index)) < number; }
 
-// Behind line feeds in front of which no backslash makes the line go on.
-void ObjReader_cls::CutText() {
-    const char* const begin = mText.Begin();
-    const char* const end = mText.End() + 1; // with the line feed behind it
-    mCuts.assign(1, begin);
-    while (mCuts.back() < end) {
-        const char* p = mCuts.back() + std::min(kChunk, static_cast<size_t>(end - mCuts.back()));
-        while (p < end) {
-            const void* const found = std::memchr(p, '\n', static_cast<size_t>(end - p));
-            p = found ? static_cast<const char*>(found) + 1 : end;
-            const char* back = p - 1;
-            while (back > begin && back[-1] == '\r')
-                --back;
-            if (back == begin || back[-1] != '\\') break;
-        }
-        mCuts.push_back(p);
-    }
-}
+/// A thread's own place for the piece that it takes apart, small enough to stay near the processor.
+class ObjPiece_cls {
+public:
+    explicit ObjPiece_cls(MeshSource_cls& source) : mSource(source) {}
 
-void ObjReader_cls::ForChunks(const std::function<void(size_t)>& job) const {
+    /// The lines that begin in the k-th piece of the text; none where a long line covers it, or none can be
+    /// read.
+    bool Load(size_t k) {
+        const size_t length = mSource.GetLength();
+        const size_t from = kChunk * k;
+        const size_t to = std::min(from + kChunk, length);
+        mFirst = from - std::min(from, kBack);
+        mLast = mFirst;
+        if (!Extend(to)) return false;
+        const size_t begin = k == 0 ? 0 : FindCut(from);
+        if (begin >= to && length > to) return false;
+        size_t end = to == length ? length : FindCut(to);
+        for (size_t more = kMore; end > mLast; more *= 2) {
+            if (!Extend(std::min(mLast + more, length))) return false;
+            end = mLast == length ? std::min(FindCut(to), length) : FindCut(to);
+        }
+        if (begin >= end) return false;
+        char* const p = mBytes.data() + (end - mFirst);
+        EndMeshText(p); // what stands there belongs to the next piece
+        mpBegin = mBytes.data() + (begin - mFirst);
+        mpEnd = p + 1;
+        return true;
+    }
+    const char* Begin() const { return mpBegin; }
+    const char* End() const { return mpEnd; } ///< with a line feed on both sides, and zeros behind
+
+private:
+    static constexpr size_t kBack =
+        16; ///< carriage returns and a backslash that may stand before a line feed
+    static constexpr size_t kMore = size_t(1) << 16;
+
+    bool Extend(size_t to) {
+        mBytes.resize(to - mFirst + kMeshPad);
+        if (!mSource.Read(mLast, to, mBytes.data() + (mLast - mFirst))) return false;
+        mLast = to;
+        return true;
+    }
+    /// The first place from `from` on behind a line feed that no backslash takes away; past mLast: not here.
+    size_t FindCut(size_t from) const {
+        const char* const begin = mBytes.data();
+        const char* const end = begin + (mLast - mFirst);
+        for (const char* p = begin + (from - mFirst) - 1; p < end;) {
+            const void* const found = std::memchr(p, '\n', static_cast<size_t>(end - p));
+            if (!found) break;
+            p = static_cast<const char*>(found);
+            const size_t at = mFirst + static_cast<size_t>(p - begin);
+            const char* back = p;
+            for (size_t i = 0; i + 2 < kBack && back > begin && back[-1] == '\r'; ++i)
+                --back;
+            ++p;
+            if (back == begin || back[-1] != '\\') return at + 1;
+        }
+        return mLast + 1;
+    }
+
+    MeshSource_cls& mSource;
+    std::vector<char, BigAllocator_cls<char>> mBytes;
+    size_t mFirst = 0; ///< places in the text of what is in mBytes
+    size_t mLast = 0;
+    const char* mpBegin = nullptr;
+    const char* mpEnd = nullptr;
+};
+
+void ObjReader_cls::ForChunks(const std::function<void(size_t, ObjPiece_cls&)>& job) const {
     std::atomic<size_t> next{0};
     std::atomic<bool> bNoMemory{false};
     OnThreads(std::min(mThreads, static_cast<int>(mChunks.size())), [&](int) {
         try {
+            ObjPiece_cls piece(mSource);
             for (size_t k = next++; k < mChunks.size() && !IsStopped() && !bNoMemory; k = next++)
-                job(k);
+                job(k, piece);
         } catch (const std::bad_alloc&) {
             bNoMemory = true;
         }
@@ -194,11 +244,13 @@ void ObjReader_cls::CompleteNormals() {
 
 /// The first line that is not in order, from 1; 0: all are. Slow: it is for files that have such lines.
 size_t ObjReader_cls::FindBadLine() const {
+    MeshText_st text;
+    if (!ReadMeshText(mSource, &text)) return 0;
     ObjChunk_cls all;
     size_t line = 1;
-    const char* const end = mText.End() + 1;
+    const char* const end = text.End() + 1;
     const Base_st& total = mBases.back();
-    for (const char* p = mText.Begin(); p < end && !IsStopped();) {
+    for (const char* p = text.Begin(); p < end && !IsStopped();) {
         const size_t from = all.mFaceVertex.GetNumber();
         const char* next = static_cast<const char*>(std::memchr(p, '\n', static_cast<size_t>(end - p))) + 1;
         size_t lines = 1;
@@ -246,13 +298,14 @@ wxString ObjReader_cls::MakeReason() const {
 }
 
 wxString ObjReader_cls::Read() {
-    CutText();
-    for (size_t k = 0; k + 1 < mCuts.size(); ++k)
+    for (size_t from = 0; from < mSource.GetLength(); from += kChunk)
         mChunks.push_back(std::make_unique<ObjChunk_cls>());
-    ForChunks([this](size_t k) { mChunks[k]->Parse(mCuts[k], mCuts[k + 1]); });
-    if (IsStopped()) return wxString();
+    ForChunks([this](size_t k, ObjPiece_cls& piece) {
+        if (piece.Load(k)) mChunks[k]->Parse(piece.Begin(), piece.End());
+    });
+    if (IsStopped() || !mSource.GetReason().empty()) return mSource.GetReason();
     AddUp();
-    ForChunks([this](size_t k) { Gather(k); });
+    ForChunks([this](size_t k, ObjPiece_cls&) { Gather(k); });
     if (IsStopped()) return wxString();
     if (mbBadCorner) LeaveOutBadTriangles();
     if (mbNormals && mbBadNormal) CompleteNormals();
@@ -263,6 +316,6 @@ wxString ObjReader_cls::Read() {
 
 } // namespace
 
-wxString ReadObj(const MeshText_st& text, PovObjectMesh_cls* pMesh, const std::atomic<bool>* pStop) {
-    return ObjReader_cls(text, pMesh, pStop).Read();
+wxString ReadObj(MeshSource_cls& source, PovObjectMesh_cls* pMesh, const std::atomic<bool>* pStop) {
+    return ObjReader_cls(source, pMesh, pStop).Read();
 }

@@ -16,41 +16,24 @@ namespace {
 
 std::atomic<uint64_t> sContents{0};
 
-using Reader = wxString (*)(const MeshText_st&, const wxString& kind, PovObjectMesh_cls*,
-                            const std::atomic<bool>* pStop);
-
-wxString ReadObjOf(const MeshText_st& text, const wxString&, PovObjectMesh_cls* pMesh,
-                   const std::atomic<bool>* pStop) {
-    return ReadObj(text, pMesh, pStop);
-}
-
-wxString ReadMesh2Of(const MeshText_st& text, const wxString&, PovObjectMesh_cls* pMesh,
-                     const std::atomic<bool>*) {
-    return ReadMesh2(text, pMesh);
-}
-
-wxString ImportOf(const MeshText_st& text, const wxString& kind, PovObjectMesh_cls* pMesh,
-                  const std::atomic<bool>* pStop) {
-    return ImportMesh(text, kind, pMesh, pStop);
-}
-
 wxString KindOf(const wxString& path) { return SplitPath_cls(path).mStrExt.Mid(1).Lower(); }
 
-/// Null: no file of a mesh.
-Reader ReaderOf(const wxString& kind) {
-    if (kind == "obj") return ReadObjOf;
-    if (kind == "pov") return ReadMesh2Of;
-    return kind == "stl" || kind == "ply" || kind == "glb" ? ImportOf : nullptr;
-}
+bool IsImported(const wxString& kind) { return kind == "stl" || kind == "ply" || kind == "glb"; }
 
-wxString ReadInto(const wxString& path, const wxString& kind, Reader read, PovObjectMesh_cls* pMesh,
+wxString ReadInto(const wxString& path, const wxString& kind, PovObjectMesh_cls* pMesh,
                   const std::atomic<bool>* pStop) {
     try {
+        if (kind == "obj") {
+            MeshSource_cls source(path);
+            pMesh->mBufferSize = static_cast<long long>(source.GetLength());
+            const wxString reason = source.GetReason();
+            return reason.empty() ? ReadObj(source, pMesh, pStop) : reason;
+        }
         MeshText_st text;
         const wxString reason = ReadMeshText(path, &text, pStop);
         pMesh->mBufferSize = static_cast<long long>(text.mLength);
-        if (!reason.empty()) return reason;
-        return read(text, kind, pMesh, pStop);
+        if (!reason.empty() || (pStop && *pStop)) return reason;
+        return kind == "pov" ? ReadMesh2(text, pMesh) : ImportMesh(text, kind, pMesh, pStop);
     } catch (const std::bad_alloc&) {
         return _("there is not enough memory for it");
     }
@@ -60,7 +43,10 @@ wxString ReadInto(const wxString& path, const wxString& kind, Reader read, PovOb
 
 PovObjectMesh_cls::PovObjectMesh_cls() : mContent(++sContents) {}
 
-bool PovObjectMesh_cls::IsMeshPath(const wxString& path) { return ReaderOf(KindOf(path)) != nullptr; }
+bool PovObjectMesh_cls::IsMeshPath(const wxString& path) {
+    const wxString kind = KindOf(path);
+    return kind == "obj" || kind == "pov" || IsImported(kind);
+}
 
 void PovObjectMesh_cls::ChangeContent() {
     mContent = ++sContents;
@@ -94,13 +80,11 @@ wxString PovObjectMesh_cls::ReadMeshFromFile(const wxString& path, const std::at
         ClearArrays();
         return wxString();
     }
-    const wxString kind = KindOf(path);
-    const Reader read = ReaderOf(kind);
-    if (!read)
+    if (!IsMeshPath(path))
         return wxString::Format(_("The file %s is no mesh: those end in .obj, .stl, .ply, .glb or .pov."),
                                 path);
     ClearArrays();
-    const wxString reason = ReadInto(path, kind, read, this, pStop);
+    const wxString reason = ReadInto(path, KindOf(path), this, pStop);
     if (pStop && *pStop) {
         ClearMesh();
         return wxString();

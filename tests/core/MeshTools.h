@@ -13,7 +13,11 @@ inline std::vector<float> List(const MeshFloats& floats) { return {floats.begin(
 
 /// The mesh of a text, and what is to be known of it.
 struct ReadObj_st {
-    explicit ReadObj_st(const std::string& text) : mReason(ReadObj(MakeMeshText(text), &mMesh)) {}
+    explicit ReadObj_st(const std::string& bytes) {
+        const MeshText_st text = MakeMeshText(bytes);
+        MeshSource_cls source(text);
+        mReason = ReadObj(source, &mMesh);
+    }
     std::vector<int> Faces() const { return List(mMesh.mvFaceVertex); }
     PovObjectMesh_cls mMesh;
     wxString mReason;

@@ -180,6 +180,14 @@ TEST(ObjReader, ATextWithoutFacesIsNoMesh) {
     EXPECT_EQ("1 triangles have corners that are not in it; see line 1", ReadObj_st("f 1 2 3").mReason);
 }
 
+TEST(ObjReader, ABackslashMayEndTheText) {
+    for (const char* end :
+         {"\\", "\\\n", "\\\r\n", "f 1 2\\", "f 1 2 \\\n", "v 1 2 \\", "v\\", "vn 1 \\\r", "f 1 \\\n\\\n"}) {
+        const ReadObj_st obj(kSquare + "f 1 2 3\n" + end);
+        EXPECT_EQ((Ints{0, 1, 2}), obj.Faces()) << end;
+    }
+}
+
 TEST(ObjReader, LinesMayHaveAMillionCharacters) {
     std::string face = "f";
     while (face.size() < 1000000)
