@@ -53,9 +53,9 @@ void ReadTriples(const Range_st& block, T (*read)(const char**, char), const ADD
     const char* p = block.mpBegin;
     while (p < block.mpEnd && IsSeparator(*p))
         ++p;
-    int number = AsciiReader_cls::fast_atoi(p);
+    const int number = AsciiReader_cls::fast_atoi(p);
     // A vector has its own ">" within the block, or it isn't whole.
-    while (number-- > 0 && AsciiReader_cls::SearchChar(&p, '<', block.mpEnd)) {
+    for (int i = 0; i < number && AsciiReader_cls::SearchChar(&p, '<', block.mpEnd); ++i) {
         const char* close = ++p;
         if (!AsciiReader_cls::SearchChar(&close, '>', block.mpEnd)) return;
         T values[3];
