@@ -25,7 +25,7 @@ ENTRY = re.compile(r"^(\S.*?)\s+:\s+(\S.*)$")
 
 # Of the libraries, also what their macros and templates leave in our objects.
 FOREIGN = re.compile(r"_Z(?:Th|Tv|Tc|Z|GV|GR)|_Z(?:N[VK]*)?(?:St|S[absiod]|9__gnu_cxx|N?\d+__)|_GLOBAL__|_Z\d+__static|_Z8wxGetAppv$")
-FOREIGN_WEAK = re.compile(r"_Z(?:N[VK]*)?\d+(?:_?wx|WX_|epoxy|Gdk|Gtk|grow_lf)|_ZplRK?8wxString|_Z\w{2}RK8wxString")
+FOREIGN_WEAK = re.compile(r"_Z(?:N[VK]*)?\d+(?:_?wx|WX_|epoxy|Gdk|Gtk|grow_lf|ai[A-Z]|Assimp)|_Zml\w*\d+ai[A-Z]|_ZplRK?8wxString|_Z\w{2}RK8wxString")
 # Made by the compiler, or by it on our word.
 SPECIAL = re.compile(r"::~|::operator=$|(?:^|::)([A-Za-z_]\w*)(?:<.*>)?::\1$")
 

@@ -5,14 +5,10 @@
 #include <cstdint>
 #include <cstring>
 
-static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__,
-              "ScanDigits takes a text's first character for the lowest");
-
 namespace {
 
 constexpr double kPower[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
                              1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-constexpr uint64_t kWholePower[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
 constexpr uint64_t kExact = uint64_t(1) << 53; // integers up to here are doubles
 constexpr int kMaxDigits = 19;                 // that 64 bits hold for sure
 
@@ -32,28 +28,6 @@ inline bool MakeFloat(uint64_t digits, int exponent, float& value) {
     if ((bits & 0x1fffffff) == 0x10000000) return false;
     value = static_cast<float>(number);
     return true;
-}
-
-// Eight characters at a time, so that a number's length costs no mispredicted branch: how many of them are
-// digits tells the first byte that isn't one, and the digits in front of it are shifted to the end, where
-// three multiplications put pairs, fours and eights together.
-inline const char* ScanDigits(const char* p, uint64_t& digits) {
-    for (;;) {
-        uint64_t eight;
-        std::memcpy(&eight, p, sizeof eight);
-        eight ^= 0x3030303030303030; // digits become 0 to 9
-        const uint64_t others = (eight | (eight + 0x7676767676767676)) & 0x8080808080808080;
-        const int number = others == 0 ? 8 : __builtin_ctzll(others) / 8;
-        if (number == 0) return p;
-        eight <<= 8 * (8 - number);
-        eight = 10 * eight + (eight >> 8);
-        eight = ((eight & 0x000000ff000000ff) * 0x000f424000000064 +
-                 ((eight >> 16) & 0x000000ff000000ff) * 0x0000271000000001) >>
-                32;
-        digits = kWholePower[number] * digits + eight;
-        p += number;
-        if (number < 8) return p;
-    }
 }
 
 // What stands behind "e"; null when that is no number of up to four digits.

@@ -2,10 +2,8 @@
 // worked out here, rounded exactly once; for everything else the scanners step aside.
 #pragma once
 
+#include "COMMON/DigitScan.h"
 #include "COMMON/TextSplit.h"
-
-/// Bytes behind a text's NUL that the scanners may look at.
-constexpr int kScanPad = 8;
 
 /// The float that begins at `cursor` (no blank before it). True: it was a plain decimal number that is
 /// followed by a blank, a line end or a NUL, and the cursor stands there. False: ask the C library; cursor

@@ -5,6 +5,7 @@
 
 #include <wx/filename.h>
 
+#include "COMMON/FramePath.h"
 #include "COMMON/MsgBox.h"
 #include "COMMON/TextSplit.h"
 #include "PDATA/clsPDataBlock.h"
@@ -15,28 +16,15 @@ wxString PDataSequence_cls::msStrProjectDir;
 namespace {
 
 constexpr double kTimeUnset = -9999.0;
-constexpr size_t kLongestPath = 4096; // no system opens a longer one
-
-wxString MakeAbsolute(const wxString& path) {
-    wxFileName name(path);
-    name.MakeAbsolute();
-    return name.GetFullPath();
-}
 
 /// What a path that leads nowhere speaks of under a folder: the path itself where it is relative, else the
 /// longest end of it that stands there, the bare name last. Empty when there is none.
 wxString FindUnder(const wxString& folder, const wxString& path) {
-    if (folder.empty() || path.length() > kLongestPath) return wxString();
-    wxString end = path;
-    // Written on another machine: "D:\run\snap0000.bin".
-    end.Replace("\\", "/");
-    while (!end.empty()) {
-        const wxString there = folder + "/" + end;
-        if (end[0] != '/' && PDataSequence_cls::DoesSequenceExist(there)) return there;
-        const size_t slash = end.find('/');
-        end = slash == wxString::npos ? wxString() : end.substr(slash + 1);
-    }
-    return wxString();
+    if (folder.empty()) return wxString();
+    const wxString end = FindEndOfPath(path, [&folder](const wxString& part) {
+        return PDataSequence_cls::DoesSequenceExist(folder + "/" + part);
+    });
+    return end.empty() ? end : folder + "/" + end;
 }
 
 } // namespace
@@ -182,8 +170,8 @@ wxString PDataSequence_cls::GetPathForProject() const {
     if (msStrProjectDir.empty() || mStrGivenPath.empty() || !DoesSequenceExist(opened)) return mStrGivenPath;
     if (!wxFileName(mStrGivenPath).IsRelative() && mStrGivenPath == opened) return mStrGivenPath;
     const wxString there = FindUnder(msStrProjectDir, mStrGivenPath);
-    const wxString whole = MakeAbsolute(opened);
-    return !there.empty() && MakeAbsolute(there) == whole ? mStrGivenPath : whole;
+    const wxString whole = MakeAbsolutePath(opened);
+    return !there.empty() && MakeAbsolutePath(there) == whole ? mStrGivenPath : whole;
 }
 
 // "DataSequence0=0", the path as the user gave it on a line of its own, then the drawing state.

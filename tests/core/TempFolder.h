@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <system_error>
 
@@ -22,6 +23,15 @@ public:
     TempFolder_cls& operator=(const TempFolder_cls&) = delete;
 
     const std::string& GetPath() const { return mPath; }
+    /// Write a file with the folders that it needs; its path.
+    std::string Write(const std::string& name, const std::string& bytes) const {
+        const std::filesystem::path path = mPath + "/" + name;
+        std::filesystem::create_directories(path.parent_path());
+        std::ofstream file(path, std::ios::binary);
+        file << bytes;
+        if (!file.flush()) std::abort();
+        return path.string();
+    }
 
 private:
     std::string mPath;

@@ -6,6 +6,11 @@
 #include <cstdlib>
 #include <vector>
 
+#include "MESH/Mesh2Reader.h"
+#include "MESH/MeshCorners.h"
+#include "MESH/MeshFile.h"
+#include "MESH/ObjReader.h"
+#include "MESH/clsPovObjectMesh.h"
 #include "PDATA/GrammarGuess.h"
 #include "PDATA/SnapshotBody.h"
 #include "PDATA/SnapshotHeader.h"
@@ -99,4 +104,25 @@ void FuzzGuess(const std::string& bytes) {
     present.SetHeaderGrammer(guess.mHead);
     present.SetBodyGrammer(guess.mBody);
     ReadBoth(present, file.GetPath(), bytes.size());
+}
+
+void FuzzMesh(const std::string& bytes) {
+    const MeshText_st text = MakeMeshText(bytes);
+    for (const bool bObj : {true, false}) {
+        PovObjectMesh_cls mesh;
+        MeshSource_cls source(text);
+        const wxString reason = bObj ? ReadObj(source, &mesh) : ReadMesh2(text, &mesh);
+        const size_t corners = mesh.mvFaceVertex.size();
+        Promise(corners > 0 || !reason.empty(), "no triangles without a reason");
+        Promise(corners % 3 == 0, "triangles have three corners");
+        if (corners == 0) continue;
+        for (const int corner : mesh.mvFaceVertex)
+            Promise(size_t(unsigned(corner)) < mesh.GetVertexNumber(), "a corner is a vertex");
+        Promise(mesh.mvFaceNormal.empty() || mesh.mvFaceNormal.size() == corners,
+                "a normal a corner or none");
+        for (const int normal : mesh.mvFaceNormal)
+            Promise(3 * size_t(unsigned(normal)) < mesh.mvNormal.size(), "a corner's normal is there");
+        Promise(mesh.HasCornerNormals() || mesh.mvNormal.size() == mesh.mvVertex.size(), "a normal a vertex");
+        if (mesh.GetCorners()) Promise(mesh.GetCorners()->mvIndex.size() == corners, "all corners are drawn");
+    }
 }

@@ -12,3 +12,5 @@ void FuzzSnapshot(const std::string& bytes);
 void FuzzGuess(const std::string& bytes);
 /// Every object that reads lines of a project, but for those that need a window.
 void FuzzProject(const std::string& bytes);
+/// The readers of meshes in text.
+void FuzzMesh(const std::string& bytes);

@@ -15,6 +15,7 @@
 
 #include "COMMON/MsgBox.h"
 #include "FuzzTargets.h"
+#include "MeshInputs.h"
 #include "ProjectInputs.h"
 
 namespace {
@@ -92,12 +93,13 @@ int main(int argc, char** argv) {
         if (std::strcmp(argv[i], "snapshot") == 0) target = FuzzSnapshot;
         if (std::strcmp(argv[i], "guess") == 0) target = FuzzGuess;
         if (std::strcmp(argv[i], "project") == 0) target = FuzzProject;
+        if (std::strcmp(argv[i], "mesh") == 0) target = FuzzMesh;
         if (std::strcmp(argv[i], "--runs") == 0 && i + 1 < argc) runs = std::atol(argv[++i]);
         if (std::strcmp(argv[i], "--seed") == 0 && i + 1 < argc) seed = unsigned(std::atol(argv[++i]));
     }
     const std::vector<std::string> seeds = ReadSeeds();
     if (!target || seeds.empty() || !initializer.IsOk()) {
-        std::fprintf(stderr, "usage: morentis_fuzz snapshot|guess|project [--runs N] [--seed S]\n");
+        std::fprintf(stderr, "usage: morentis_fuzz snapshot|guess|project|mesh [--runs N] [--seed S]\n");
         return 2;
     }
     std::mt19937 random(seed);
@@ -109,6 +111,8 @@ int main(int argc, char** argv) {
         // does.
         if (target == FuzzProject && random() % 200 != 0) {
             bytes = projects.Make(random);
+        } else if (target == FuzzMesh && random() % 50 != 0) {
+            bytes = MakeMeshInput(random);
         } else {
             bytes = seeds[random() % seeds.size()];
             for (auto k = random() % 8; k > 0; --k)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -57,6 +58,7 @@ protected:
     bool mbParallel = false;
     bool mbSpot = false; ///< the main light is near, fades and is a spot
     bool mbFog = false;
+    std::function<void()> mDrawMore; ///< behind the particles, with their lights
     GLPerspective_cls mPerspective{96, 96};
     DrawOption_cls mOption;
     std::array<std::unique_ptr<GLAttribute_cls>, 4> mAttribute;

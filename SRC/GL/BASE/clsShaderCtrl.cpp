@@ -41,6 +41,12 @@ int CountLights() {
     return 0;
 }
 
+bool AreFacesTwoSided() {
+    GLboolean bTwo = GL_FALSE; // no capability that glIsEnabled knows
+    glGetBooleanv(GL_LIGHT_MODEL_TWO_SIDE, &bTwo);
+    return bTwo != GL_FALSE;
+}
+
 /// All of the first `number` lights are far away, and none is a spot.
 bool AreLightsParallel(int number) {
     for (int i = 0; i < number; ++i) {
@@ -215,7 +221,7 @@ void ShaderCtrl_cls::BeginShader(unsigned type, int lightNumber) {
     glUseProgram(0);
     if (type < TYPE_GOURAUD || type > TYPE_CARTOON) return;
     const ShaderProgram_cls& program = *mPrograms[type - 1];
-    if (glIsEnabled(GL_LIGHT_MODEL_TWO_SIDE)) glEnable(GL_VERTEX_PROGRAM_TWO_SIDE);
+    if (AreFacesTwoSided()) glEnable(GL_VERTEX_PROGRAM_TWO_SIDE);
     glUseProgram(program.mProgram);
     SetSceneUniforms(program, type, lightNumber, kNames[type - 1]);
 }
