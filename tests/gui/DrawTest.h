@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -60,6 +61,7 @@ protected:
     GLPerspective_cls mPerspective{96, 96};
     DrawOption_cls mOption;
     std::array<std::unique_ptr<GLAttribute_cls>, 4> mAttribute;
+    std::function<void()> mDrawMore; ///< behind the particles
     GLDrawData_cls mDraw;
     TempDir_cls mDir;
 
