@@ -49,7 +49,7 @@ double Median(std::vector<double> times) {
 /// Evenly in a cube in which each has 11.6 others within a distance of 1.
 Places_t MakePlaces(size_t number) {
     std::mt19937 random(7);
-    std::uniform_real_distribution<float> side(0.0f, std::cbrt(float(number) / 2.77f));
+    std::uniform_real_distribution<float> side(0.0f, std::cbrt(float(number) / 2.86f));
     Places_t places(number);
     for (auto& p : places)
         p = {side(random), side(random), side(random)};

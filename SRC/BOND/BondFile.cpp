@@ -11,13 +11,13 @@
 #include <cstring>
 #include <new>
 
+#include <emmintrin.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <wx/intl.h>
 
-#include "COMMON/DataLoops.h"
 #include "COMMON/OnThreads.h"
 #include "COMMON/TextSplit.h"
 #include "COMMON/clsSplitPath.h"
@@ -69,24 +69,34 @@ private:
     int mFile;
 };
 
-MORENTIS_DATA_LOOP void Split(const unsigned* __restrict pPairs, size_t number, unsigned* __restrict pA,
-                              unsigned* __restrict pB) {
-    for (size_t k = 0; k < number; ++k) {
+/// Pairs from `begin` on into the columns, with mask 0 and weight 1.
+void SetPairs(const unsigned* pPairs, size_t number, size_t begin, StickList_st* pList) {
+    unsigned* pA = &pList->mvIndexA[begin];
+    unsigned* pB = &pList->mvIndexB[begin];
+    float* pFactor = &pList->mvFactor[begin];
+    size_t k = 0;
+    for (; k + 4 <= number; k += 4) {
+        const __m128 low = _mm_loadu_ps(reinterpret_cast<const float*>(pPairs + 2 * k));
+        const __m128 high = _mm_loadu_ps(reinterpret_cast<const float*>(pPairs + 2 * k + 4));
+        _mm_storeu_ps(reinterpret_cast<float*>(pA + k), _mm_shuffle_ps(low, high, 0x88));
+        _mm_storeu_ps(reinterpret_cast<float*>(pB + k), _mm_shuffle_ps(low, high, 0xdd));
+        _mm_storeu_ps(pFactor + k, _mm_set1_ps(1.0f));
+    }
+    for (; k < number; ++k) {
         pA[k] = pPairs[2 * k];
         pB[k] = pPairs[2 * k + 1];
+        pFactor[k] = 1.0f;
     }
+    std::fill_n(&pList->mvBit[begin], number, static_cast<unsigned char>(0));
 }
 
 bool ReadPairs(const File_cls& file, size_t begin, size_t end, StickList_st* pList) {
     std::vector<unsigned> piece(2 * std::min(kPiece, end - begin));
-    while (begin < end) {
+    for (; begin < end; begin += kPiece) {
         const size_t number = std::min(kPiece, end - begin);
         if (!file.Read(piece.data(), number * 8, kHeadBytes + 8 * static_cast<long long>(begin)))
             return false;
-        Split(piece.data(), number, &pList->mvIndexA[begin], &pList->mvIndexB[begin]);
-        std::fill_n(&pList->mvBit[begin], number, static_cast<unsigned char>(0));
-        std::fill_n(&pList->mvFactor[begin], number, 1.0f);
-        begin += number;
+        SetPairs(piece.data(), number, begin, pList);
     }
     return true;
 }
@@ -111,10 +121,12 @@ wxString ReadBond(const File_cls& file, long long size, StickList_st* pList) {
     std::atomic<bool> bGood{true};
     std::atomic<bool> bMemory{true};
     const size_t parts = number < kFewPairs ? 1 : 2;
+    const size_t share = (number / parts / kPiece + 1) * kPiece;
     OnThreads(static_cast<int>(parts), [&](int worker) {
         const size_t part = static_cast<size_t>(worker);
         try {
-            if (!ReadPairs(file, number * part / parts, number * (part + 1) / parts, pList)) bGood = false;
+            if (!ReadPairs(file, std::min(part * share, number), std::min((part + 1) * share, number), pList))
+                bGood = false;
         } catch (const std::bad_alloc&) {
             bMemory = false;
         }

@@ -37,7 +37,6 @@ struct StickRule_st {
 
 /// Bit for bit, so that what is no number equals itself.
 bool operator==(const StickRule_st& a, const StickRule_st& b);
-inline bool operator!=(const StickRule_st& a, const StickRule_st& b) { return !(a == b); }
 
 /// A column of a list; new elements of a longer one are left as they are.
 template <class T>

@@ -6,8 +6,9 @@
 #include <new>
 #include <thread>
 
+#include <emmintrin.h>
+
 #include "BOND/clsPairGrid.h"
-#include "COMMON/DataLoops.h"
 #include "COMMON/OnThreads.h"
 
 namespace {
@@ -15,20 +16,6 @@ namespace {
 constexpr int kRun = 64;            // particles that a thread takes at a time
 constexpr int kFewParticles = 2000; // not worth a second thread
 constexpr int kMostThreads = 16;
-
-// Squared distances of `number` places, moved by `pOffset`, from a place.
-MORENTIS_DATA_LOOP void GetSquares(const float* __restrict x, const float* __restrict y,
-                                   const float* __restrict z, int number, const float* pOffset,
-                                   const float* pFrom, float* __restrict pOut) {
-    const float ox = pOffset[0], oy = pOffset[1], oz = pOffset[2];
-    const float fx = pFrom[0], fy = pFrom[1], fz = pFrom[2];
-    for (int k = 0; k < number; ++k) {
-        const float dx = (x[k] + ox) - fx;
-        const float dy = (y[k] + oy) - fy;
-        const float dz = (z[k] + oz) - fz;
-        pOut[k] = dx * dx + dy * dy + dz * dz;
-    }
-}
 
 int GetThreadNumber() {
     return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 2, kMostThreads);
@@ -41,7 +28,6 @@ struct PairFinder_cls::Worker_st {
     PairGrid_cls::Near_st mNear;
     uint32_t mCube = 0; ///< of what is gathered
     bool mbGathered = false;
-    std::vector<float> mvSquare;
     std::vector<Hit_st> mvPassed;
     std::vector<Hit_st> mvHit;
 };
@@ -165,46 +151,67 @@ void PairFinder_cls::Work(Search_st* pSearch, int worker) const {
 
 void PairFinder_cls::SearchAround(const Search_st& search, int place, Worker_st* pWorker) const {
     const unsigned i = search.mGrid.GetIndex(place);
-    const float* pPos = mParticles.mpPos[i];
-    const float* pFirst = mOffset[search.mWay.mFirst];
-    const float* pSecond = mOffset[search.mWay.mSecond];
     uint32_t cube = search.mGrid.GetCube(place);
-    float from[3] = {pPos[0], pPos[1], pPos[2]};
+    float from[3];
+    search.mGrid.GetPos(place, from);
     if (!search.mbPlain) {
         double middle[3];
         for (int k = 0; k < 3; ++k) {
-            from[k] = pPos[k] + pFirst[k];
-            middle[k] = static_cast<double>(from[k]) - static_cast<double>(pSecond[k]);
+            from[k] += mOffset[search.mWay.mFirst][k];
+            middle[k] = static_cast<double>(from[k]) - static_cast<double>(mOffset[search.mWay.mSecond][k]);
         }
         if (!search.mGrid.GetCubeOf(middle, &cube)) return;
     }
-    PairGrid_cls::Near_st& near = pWorker->mNear;
     if (!pWorker->mbGathered || pWorker->mCube != cube) {
-        search.mGrid.Gather(cube, &near);
+        search.mGrid.Gather(cube, &pWorker->mNear);
         pWorker->mCube = cube;
         pWorker->mbGathered = true;
-        if (pWorker->mvSquare.size() < near.index.size()) pWorker->mvSquare.resize(near.index.size());
-        if (pWorker->mvPassed.size() <= near.index.size()) pWorker->mvPassed.resize(near.index.size() + 1);
+        if (pWorker->mvPassed.size() < pWorker->mNear.index.size())
+            pWorker->mvPassed.resize(pWorker->mNear.index.size());
     }
-    GetSquares(near.x.data(), near.y.data(), near.z.data(), near.number, pSecond, from,
-               pWorker->mvSquare.data());
-    // Most fail, without a pattern to guess: each is written, and the next one over it.
-    const float limit = search.mLimit;
-    const unsigned least = search.mbPlain ? i + 1 : 0;
-    Hit_st* const pPassed = pWorker->mvPassed.data();
-    size_t passed = 0;
-    for (int k = 0; k < near.number; ++k) {
-        const float square = pWorker->mvSquare[static_cast<size_t>(k)];
-        const unsigned index = near.index[static_cast<size_t>(k)];
-        pPassed[passed] = {index, square};
-        passed += static_cast<size_t>(limit > square) & static_cast<size_t>(index >= least);
-    }
+    const size_t passed = Pass(search, from, search.mbPlain ? static_cast<int>(i) : -1, pWorker);
+    const Hit_st* pPassed = pWorker->mvPassed.data();
     const size_t first = pWorker->mvHit.size();
     for (size_t k = 0; k < passed; ++k)
-        if (Weigh(i, &pPassed[k])) pWorker->mvHit.push_back(pPassed[k]);
+        if (Hit_st hit = pPassed[k]; Weigh(i, &hit)) pWorker->mvHit.push_back(hit);
     const auto begin = pWorker->mvHit.begin() + static_cast<std::ptrdiff_t>(first);
     const auto less = [](const Hit_st& a, const Hit_st& b) { return a.index < b.index; };
     if (!std::is_sorted(begin, pWorker->mvHit.end(), less)) std::sort(begin, pWorker->mvHit.end(), less);
+}
+
+/// Those near enough whose index is above the given one, in order, with their squared distances; their
+/// number.
+size_t PairFinder_cls::Pass(const Search_st& search, const float* pFrom, int above,
+                            Worker_st* pWorker) const {
+    const PairGrid_cls::Near_st& near = pWorker->mNear;
+    const float* pOffset = mOffset[search.mWay.mSecond];
+    const __m128 ox = _mm_set1_ps(pOffset[0]), oy = _mm_set1_ps(pOffset[1]), oz = _mm_set1_ps(pOffset[2]);
+    const __m128 fx = _mm_set1_ps(pFrom[0]), fy = _mm_set1_ps(pFrom[1]), fz = _mm_set1_ps(pFrom[2]);
+    const __m128 limit = _mm_set1_ps(search.mLimit);
+    const __m128i least = _mm_set1_epi32(above);
+    const float *x = near.x.data(), *y = near.y.data(), *z = near.z.data();
+    const int* index = near.index.data();
+    Hit_st* const pPassed = pWorker->mvPassed.data();
+    size_t passed = 0;
+    for (int k = 0; k < near.number; k += static_cast<int>(PairGrid_cls::kBlock)) {
+        const __m128 dx = _mm_sub_ps(_mm_add_ps(_mm_loadu_ps(x + k), ox), fx);
+        const __m128 dy = _mm_sub_ps(_mm_add_ps(_mm_loadu_ps(y + k), oy), fy);
+        const __m128 dz = _mm_sub_ps(_mm_add_ps(_mm_loadu_ps(z + k), oz), fz);
+        const __m128 square =
+            _mm_add_ps(_mm_add_ps(_mm_mul_ps(dx, dx), _mm_mul_ps(dy, dy)), _mm_mul_ps(dz, dz));
+        const __m128i indices = _mm_loadu_si128(reinterpret_cast<const __m128i*>(index + k));
+        const __m128 good =
+            _mm_and_ps(_mm_cmplt_ps(square, limit), _mm_castsi128_ps(_mm_cmpgt_epi32(indices, least)));
+        unsigned bits = static_cast<unsigned>(_mm_movemask_ps(good));
+        if (bits == 0) continue;
+        alignas(16) float squares[PairGrid_cls::kBlock];
+        _mm_store_ps(squares, square);
+        for (; bits != 0; bits &= bits - 1) {
+            const int lane = __builtin_ctz(bits);
+            pPassed[passed++] = {static_cast<unsigned>(index[k + lane]), squares[lane]};
+        }
+    }
+    return passed;
 }
 
 // The square of a hit becomes its weight.

@@ -51,6 +51,7 @@ private:
     void FindOneWay(const PairGrid_cls& grid, const StickCrossing_st& way, StickList_st* pList);
     void Work(Search_st* pSearch, int worker) const;
     void SearchAround(const Search_st& search, int place, Worker_st* pWorker) const;
+    size_t Pass(const Search_st& search, const float* pFrom, int above, Worker_st* pWorker) const;
     bool Weigh(unsigned i, Hit_st* pHit) const;
     void Append(const Search_st& search, StickList_st* pList) const;
 

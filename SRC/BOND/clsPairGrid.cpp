@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 #include "COMMON/OnThreads.h"
 
@@ -27,7 +28,7 @@ int64_t Wrap(int64_t place, int64_t size) {
 } // namespace
 
 void PairGrid_cls::Near_st::Reserve(size_t more) {
-    const size_t needed = static_cast<size_t>(number) + more;
+    const size_t needed = static_cast<size_t>(number) + more + kBlock;
     if (index.size() >= needed) return;
     const size_t size = std::max(needed, 2 * index.size());
     for (std::vector<float>* pColumn : {&x, &y, &z})
@@ -117,7 +118,7 @@ void PairGrid_cls::SortByCube(int threads) {
         start = next;
         next += number;
     }
-    mvIndex.resize(mvChosen.size());
+    mvIndex.resize(mvChosen.size() + kBlock);
     mvCube.resize(mvChosen.size());
     for (size_t k = 0; k < mvChosen.size(); ++k) {
         const uint32_t to = mvStart[mvCubeChosen[k]]++;
@@ -130,8 +131,8 @@ void PairGrid_cls::SortByCube(int threads) {
     for (std::vector<float>* pColumn : {&mvX, &mvY, &mvZ})
         pColumn->resize(mvIndex.size());
     OnThreads(threads, [&](int part) {
-        const size_t begin = mvIndex.size() * static_cast<size_t>(part) / static_cast<size_t>(threads);
-        const size_t end = mvIndex.size() * static_cast<size_t>(part + 1) / static_cast<size_t>(threads);
+        const size_t begin = mvCube.size() * static_cast<size_t>(part) / static_cast<size_t>(threads);
+        const size_t end = mvCube.size() * static_cast<size_t>(part + 1) / static_cast<size_t>(threads);
         for (size_t k = begin; k < end; ++k) {
             const float* p = mpPos[mvIndex[k]];
             mvX[k] = p[0], mvY[k] = p[1], mvZ[k] = p[2];
@@ -159,10 +160,13 @@ void PairGrid_cls::Take(uint32_t row, int64_t z, int count, Near_st* pNear) cons
     if (number == 0) return;
     pNear->Reserve(number);
     const size_t to = static_cast<size_t>(pNear->number);
-    std::copy_n(&mvX[begin], number, &pNear->x[to]);
-    std::copy_n(&mvY[begin], number, &pNear->y[to]);
-    std::copy_n(&mvZ[begin], number, &pNear->z[to]);
-    std::copy_n(&mvIndex[begin], number, &pNear->index[to]);
+    // Runs are short: whole blocks at once, over which the next run is written.
+    for (size_t k = 0; k < number; k += kBlock) {
+        std::memcpy(&pNear->x[to + k], &mvX[begin + k], sizeof(float) * kBlock);
+        std::memcpy(&pNear->y[to + k], &mvY[begin + k], sizeof(float) * kBlock);
+        std::memcpy(&pNear->z[to + k], &mvZ[begin + k], sizeof(float) * kBlock);
+        std::memcpy(&pNear->index[to + k], &mvIndex[begin + k], sizeof(int) * kBlock);
+    }
     pNear->number += static_cast<int>(number);
 }
 
@@ -181,4 +185,6 @@ void PairGrid_cls::Gather(uint32_t cube, Near_st* pNear) const {
             for (int dz = -1; dz <= 1; ++dz)
                 Take(static_cast<uint32_t>(row), Wrap(z + dz, mSize[2]), 1, pNear);
         }
+    pNear->Reserve(0);
+    std::fill_n(&pNear->x[static_cast<size_t>(pNear->number)], kBlock, NAN);
 }

@@ -10,13 +10,15 @@
 
 class PairGrid_cls {
 public:
-    /// Particles near a place, one column each.
+    static constexpr size_t kBlock = 4; ///< what loops over particles near a place take at a time
+    /// Particles near a place, in columns that are whole blocks: the rest of the last one is no numbers.
     struct Near_st {
         std::vector<float> x, y, z;
-        std::vector<unsigned> index;
-
-        void Reserve(size_t number);
+        std::vector<int> index;
         int number = 0;
+
+        /// Room for so many more, and a block behind them.
+        void Reserve(size_t more);
     };
 
     /// Sorts the particles that may have a stick: their place is a number, and with types A and B they are of
@@ -26,7 +28,10 @@ public:
     int GetNumber() const { return mNumber; }
     /// Particle at place k of the order by cubes.
     unsigned GetIndex(int k) const { return mvIndex[size_t(k)]; }
-    const float* GetPos(int k) const { return mpPos[mvIndex[size_t(k)]]; }
+    /// And where it is.
+    void GetPos(int k, float* pOut) const {
+        pOut[0] = mvX[size_t(k)], pOut[1] = mvY[size_t(k)], pOut[2] = mvZ[size_t(k)];
+    }
     /// The cube of the particle at place k.
     uint32_t GetCube(int k) const { return mvCube[size_t(k)]; }
     /// The cube of any place, which a particle within reach of it may touch; false where there can be none.
@@ -54,6 +59,6 @@ private:
     std::vector<uint32_t> mvCubeChosen;
     std::vector<unsigned> mvIndex; ///< sorted by cube, within one as in the list
     std::vector<uint32_t> mvCube;
-    std::vector<uint32_t> mvStart; ///< of each cube, and one past the last
-    std::vector<float> mvX, mvY, mvZ;
+    std::vector<uint32_t> mvStart;    ///< of each cube, and one past the last
+    std::vector<float> mvX, mvY, mvZ; ///< with a block more, as mvIndex
 };
