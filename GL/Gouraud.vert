@@ -2,6 +2,26 @@
 // Light at the vertices.
 // Written by tools/make_shaders.py.
 
+#ifdef STICKS
+attribute vec4 first; // an end, and what alpha is multiplied by
+attribute vec4 along; // from there to the other end, and the radius
+
+// gl_Vertex: cosine and sine of the place around, and which end.
+vec3 outward()
+{
+    vec3 axis = normalize(along.xyz);
+    vec3 side = normalize(vec3(0.0, 0.0, 1.0) - axis.z * axis);
+    return gl_Vertex.x * side + gl_Vertex.y * cross(side, axis);
+}
+
+#define VERTEX vec4(first.xyz + gl_Vertex.z * along.xyz + along.w * outward(), 1.0)
+#define NORMAL outward()
+#define AMBIENT gl_FrontMaterial.ambient
+#define DIFFUSE vec4(gl_FrontMaterial.diffuse.rgb, gl_FrontMaterial.diffuse.a * first.w)
+#define SPECULAR gl_FrontMaterial.specular
+#define EMISSION gl_FrontMaterial.emission
+#else
+
 #ifdef SPHERES
 attribute vec4 sphere;   // centre and radius
 attribute vec4 ambient;  // its material
@@ -20,6 +40,7 @@ attribute vec4 specular;
 #define DIFFUSE gl_FrontMaterial.diffuse
 #define SPECULAR gl_FrontMaterial.specular
 #define EMISSION gl_FrontMaterial.emission
+#endif
 #endif
 
 // What OpenGL light i brings to a place on a surface, eye coordinates, by the rules of the fixed

@@ -5,7 +5,7 @@ GLSL 1.20 on the state of the fixed pipeline: lights, materials and fog are read
 glMaterial and glFog put them. Parts that several files need stand here once. Standard library only.
 
 Without any define a file works on plain vertices, and uniforms tell lights and fog. For many spheres the
-program compiles forms made for the scene at hand: SPHERES repeats a mesh, MATERIALS gives every ray-cast
+program compiles forms made for the scene at hand: SPHERES repeats a mesh, STICKS (at the vertices alone) a cylinder, MATERIALS gives every ray-cast
 sphere its own colours, LIGHT_NUMBER and FOG are what the uniforms would tell, and PARALLEL says that all
 lights are far away and none is a spot. EACH_BLENDS lets every sphere cover or add. FAR_LIGHTS has the light of such lights worked out once a ray-cast
 sphere; BALL hands its place to the pixels where light or fog ask for it.
@@ -132,13 +132,36 @@ attribute vec4 specular;
 #endif
 """
 
+# The same, or the corners of a cylinder that stands for many.
+MESH_STICKS = """
+#ifdef STICKS
+attribute vec4 first; // an end, and what alpha is multiplied by
+attribute vec4 along; // from there to the other end, and the radius
+
+// gl_Vertex: cosine and sine of the place around, and which end.
+vec3 outward()
+{
+    vec3 axis = normalize(along.xyz);
+    vec3 side = normalize(vec3(0.0, 0.0, 1.0) - axis.z * axis);
+    return gl_Vertex.x * side + gl_Vertex.y * cross(side, axis);
+}
+
+#define VERTEX vec4(first.xyz + gl_Vertex.z * along.xyz + along.w * outward(), 1.0)
+#define NORMAL outward()
+#define AMBIENT gl_FrontMaterial.ambient
+#define DIFFUSE vec4(gl_FrontMaterial.diffuse.rgb, gl_FrontMaterial.diffuse.a * first.w)
+#define SPECULAR gl_FrontMaterial.specular
+#define EMISSION gl_FrontMaterial.emission
+#else
+""" + MESH + "#endif\n"
+
 MESH_COVERS = """
 #ifdef EACH_BLENDS
 varying float covers;
 #endif
 """
 
-GOURAUD_VERT = MESH + LIGHTS + MESH_COVERS + """
+GOURAUD_VERT = MESH_STICKS + LIGHTS + MESH_COVERS + """
 #ifndef LIGHT_NUMBER
 uniform int lightNumberGouraud;
 #define LIGHT_NUMBER lightNumberGouraud

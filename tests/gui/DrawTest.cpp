@@ -136,6 +136,7 @@ void DrawTest::Draw(const std::vector<Particle_st>& particles) {
     {
         const FlagScope_cls painting(GbGLLockDrawing);
         GLSequence_cls::DrawSnapshot(0, *mSnap, &mDraw, attributes, 0.0);
+        if (mDrawMore) mDrawMore();
     }
     if (mDrawMore) mDrawMore();
     EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));

@@ -20,6 +20,8 @@ const ShaderProgram_cls::Attributes kMeshAttributes = {{ShaderCtrl_cls::ATTRIBUT
                                                        {ShaderCtrl_cls::ATTRIBUTE_AMBIENT, "ambient"},
                                                        {ShaderCtrl_cls::ATTRIBUTE_DIFFUSE, "diffuse"},
                                                        {ShaderCtrl_cls::ATTRIBUTE_SPECULAR, "specular"}};
+const ShaderProgram_cls::Attributes kStickAttributes = {{ShaderCtrl_cls::ATTRIBUTE_FIRST, "first"},
+                                                        {ShaderCtrl_cls::ATTRIBUTE_ALONG, "along"}};
 const ShaderProgram_cls::Attributes kExactAttributes = {{ShaderCtrl_cls::ATTRIBUTE_BALL, "sphere"},
                                                         {ShaderCtrl_cls::ATTRIBUTE_AMBIENT, "ambient"},
                                                         {ShaderCtrl_cls::ATTRIBUTE_DIFFUSE, "diffuse"},
@@ -233,16 +235,16 @@ void ShaderCtrl_cls::EndShader(int /*type*/) {
 }
 
 const ShaderProgram_cls* ShaderCtrl_cls::GetForm(Forms& forms, const Source_st& source,
-                                                 const std::string& defines, bool bMesh) {
+                                                 const std::string& defines,
+                                                 const ShaderProgram_cls::Attributes& attributes) {
     if (source.mVertex.empty() || source.mFragment.empty()) return nullptr;
     Program& program = forms[defines];
     if (!program) {
         program = std::make_unique<ShaderProgram_cls>();
-        if (!program->Make(source.mVertex, source.mFragment, defines,
-                           bMesh ? kMeshAttributes : kExactAttributes))
-            std::printf("A shader of spheres was refused:\n%s\n", program->GetLog().c_str());
+        if (!program->Make(source.mVertex, source.mFragment, defines, attributes))
+            std::printf("A shader was refused:\n%s\n", program->GetLog().c_str());
     }
-    return program->HasAttribute("sphere") ? program.get() : nullptr;
+    return program->HasAttribute(attributes.front().second) ? program.get() : nullptr;
 }
 
 bool ShaderCtrl_cls::BeginSpheres(unsigned type, int lightNumber, bool bEachBlends) {
@@ -253,10 +255,22 @@ bool ShaderCtrl_cls::BeginSpheres(unsigned type, int lightNumber, bool bEachBlen
     const int lights = bFixed ? CountLights() : lightNumber;
     std::string defines = "#define SPHERES\n" + GetSceneDefines(lights);
     if (bEachBlends) defines += "#define EACH_BLENDS\n";
-    const ShaderProgram_cls* pProgram = GetForm(mSpheres[index], mSources[index], defines, true);
+    const ShaderProgram_cls* pProgram = GetForm(mSpheres[index], mSources[index], defines, kMeshAttributes);
     if (!pProgram) return false;
     glUseProgram(pProgram->mProgram);
     SetSceneUniforms(*pProgram, type, lights, kNames[index]);
+    return true;
+}
+
+bool ShaderCtrl_cls::BeginSticks() {
+    if (!mbEnabled) return false;
+    const int lights = CountLights();
+    const ShaderProgram_cls* pProgram =
+        GetForm(mSpheres[0], mSources[0], "#define STICKS\n" + GetSceneDefines(lights), kStickAttributes);
+    if (!pProgram) return false;
+    if (AreFacesTwoSided()) glEnable(GL_VERTEX_PROGRAM_TWO_SIDE);
+    glUseProgram(pProgram->mProgram);
+    SetSceneUniforms(*pProgram, TYPE_ORIGINAL, lights, kNames[0]);
     return true;
 }
 
@@ -274,8 +288,8 @@ const ShaderCtrl_cls::Source_st& ShaderCtrl_cls::GetExactSource(bool bNear) {
 bool ShaderCtrl_cls::HasExact() {
     if (!mbEnabled) return false;
     const std::string defines = GetExactDefines(TYPE_ORIGINAL, CountLights(), false, false, true);
-    return GetForm(mExact[0], GetExactSource(false), defines, false) &&
-           GetForm(mExact[1], GetExactSource(true), defines, false);
+    return GetForm(mExact[0], GetExactSource(false), defines, kExactAttributes) &&
+           GetForm(mExact[1], GetExactSource(true), defines, kExactAttributes);
 }
 
 bool ShaderCtrl_cls::BeginExact(unsigned type, int lightNumber, bool bMaterials, bool bEachBlends, bool bNear,
@@ -284,7 +298,8 @@ bool ShaderCtrl_cls::BeginExact(unsigned type, int lightNumber, bool bMaterials,
     const bool bFixed = type < TYPE_GOURAUD || type > TYPE_CARTOON;
     const int lights = bFixed ? CountLights() : lightNumber;
     const std::string defines = GetExactDefines(type, lights, bMaterials, bEachBlends, rays.bPerspective);
-    const ShaderProgram_cls* pProgram = GetForm(mExact[bNear ? 1 : 0], GetExactSource(bNear), defines, false);
+    const ShaderProgram_cls* pProgram =
+        GetForm(mExact[bNear ? 1 : 0], GetExactSource(bNear), defines, kExactAttributes);
     if (!pProgram) return false;
     glUseProgram(pProgram->mProgram);
     SetSceneUniforms(*pProgram, type, lights, "");

@@ -11,6 +11,8 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "CONFITEM/clsConfItem.h"
 #include "CONFITEM/clsConfItemList.h"
@@ -30,7 +32,9 @@ public:
         ATTRIBUTE_AMBIENT = 6,
         ATTRIBUTE_DIFFUSE = 7,
         ATTRIBUTE_SPHERE = 11, ///< centre and radius of a mesh
-        ATTRIBUTE_SPECULAR = 12
+        ATTRIBUTE_SPECULAR = 12,
+        ATTRIBUTE_FIRST = 11, ///< an end of a stick, and what alpha is multiplied by
+        ATTRIBUTE_ALONG = 12  ///< from there to the other end, and the radius
     };
 
     /// The picture plane of ray-cast spheres.
@@ -62,6 +66,9 @@ public:
     /// ambient colour says whether it covers (1) or adds (0), for a blend function of one and one minus the
     /// source's alpha. False: not here.
     bool BeginSpheres(unsigned type, int lightNumber, bool bEachBlends);
+    /// Cylinders by ATTRIBUTE_FIRST and ATTRIBUTE_ALONG, lit as by the fixed pipeline with the material of
+    /// glMaterial; a vertex is cosine and sine of its place around, and 0 or 1 for the end. False: not here.
+    bool BeginSticks();
     /// Ray-cast spheres; with `bMaterials` each has its own, else that of glMaterial. Those that reach the
     /// plane of the eye or that near or far plane cut need `bNear`. `bEachBlends` is for those with
     /// materials. False: not here.
@@ -88,7 +95,7 @@ private:
                           const char* suffix) const;
     bool IsSingleShadowLight(int lightNumber) const;
     const ShaderProgram_cls* GetForm(Forms& forms, const Source_st& source, const std::string& defines,
-                                     bool bMesh);
+                                     const std::vector<std::pair<unsigned, const char*>>& attributes);
     const Source_st& GetExactSource(bool bNear);
 
     std::array<Program, kProgramNumber> mPrograms;
