@@ -87,7 +87,16 @@ bool GetFrame(const float* pFirst, const float* pSecond, float* pAxis, float* pS
         pAxis[i] = pSecond[i] - pFirst[i];
     pSide[0] = pSide[1] = 0.0f;
     pSide[2] = 1.0f;
-    return MyVector::Normalize(pAxis) && MyVector::Orthogonalize(pAxis, pSide) && MyVector::Normalize(pSide);
+    double axis[3], side[3];
+    std::copy_n(pAxis, 3, axis);
+    std::copy_n(pSide, 3, side);
+    const bool bDone =
+        MyVector::Normalize(axis) && MyVector::Orthogonalize(axis, side) && MyVector::Normalize(side);
+    for (int i = 0; i < 3; ++i) {
+        pAxis[i] = float(axis[i]);
+        pSide[i] = float(side[i]);
+    }
+    return bDone;
 }
 
 } // namespace
