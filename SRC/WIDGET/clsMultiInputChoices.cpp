@@ -77,8 +77,8 @@ int MultiInputPanel_cls::PlaceChoice(int row, std::function<unsigned()> get,
 int MultiInputPanel_cls::AddChoice(const wxString& label, unsigned* pValue,
                                    const std::vector<ChoiceItem>& items, const wxString& tip) {
     return PlaceChoice(
-        NewRow(label, tip), [pValue] { return *pValue; }, [pValue](unsigned value) { *pValue = value; }, items, tip,
-        std::make_shared<FieldUndo_cls>(FieldUndo_cls::ForNumber(pValue)));
+        NewRow(label, tip), [pValue] { return *pValue; }, [pValue](unsigned value) { *pValue = value; },
+        items, tip, std::make_shared<FieldUndo_cls>(FieldUndo_cls::ForNumber(pValue)));
 }
 
 int MultiInputPanel_cls::AddChoice(const wxString& label, unsigned* pValue,
@@ -97,8 +97,9 @@ int MultiInputPanel_cls::AddChoice(const wxString& label, int* pValue, const std
 int MultiInputPanel_cls::AddChoice(const wxString& label, bool* pValue, const std::vector<wxString>& labels,
                                    const wxString& tip) {
     return PlaceChoice(
-        NewRow(label, tip), [pValue] { return *pValue ? 1u : 0u; }, [pValue](unsigned value) { *pValue = value != 0; },
-        Numbered(labels), tip, std::make_shared<FieldUndo_cls>(FieldUndo_cls::ForCheck(pValue)));
+        NewRow(label, tip), [pValue] { return *pValue ? 1u : 0u; },
+        [pValue](unsigned value) { *pValue = value != 0; }, Numbered(labels), tip,
+        std::make_shared<FieldUndo_cls>(FieldUndo_cls::ForCheck(pValue)));
 }
 
 void MultiInputPanel_cls::AddChoiceTo(int row, unsigned* pValue, const std::vector<wxString>& labels,

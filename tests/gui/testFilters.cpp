@@ -59,6 +59,7 @@ TEST_F(Filters, EachFieldIsAStepAndShownWhenItIsTakenBack) {
             << kind.mName;
     }
     // The head's tick.
+    Show(0, 0);
     wxCheckBox* valid = Panel(At(0, 0)).GetPCValid();
     ClickOn(valid);
     Settle();
@@ -109,12 +110,14 @@ TEST_F(Filters, PathsAndTheMatrixOfAMesh) {
     // Its fields change nothing before OK, and all of it is one step.
     const auto edit = [&](wxWindowID button) {
         Later({{HasDialog, [=] {
-                    wxWindow* dialog = wxWindow::FindWindowByLabel("Array Vector", nullptr);
+                    wxWindow* dialog = nullptr;
                     for (wxWindow* top : wxTopLevelWindows)
                         if (top->IsShown() && top->GetLabel() == "Array Vector") dialog = top;
                     Snap("array_vector");
-                    for (NumField_cls* field : {FindField(dialog, "x, y and z")})
-                        field->GetPCText()->ChangeValue("2"), field->Commit();
+                    NumField_cls* field = FindField(dialog, "x, y and z");
+                    field->GetPCText()->ChangeValue("2");
+                    field->GetPCText()->MarkDirty();
+                    field->Commit();
                     EXPECT_EQ(Text(), before);
                     Send(dialog->FindWindow(button), wxEVT_BUTTON, 0);
                 }}});
@@ -140,6 +143,7 @@ TEST_F(Filters, OneIsSelectedInPaneAndTimeLine) {
     FilterBase_cls* cut = Add(ID_FILTER_BOOLEAN, 0);
     FilterBase_cls* other = Add(ID_FILTER_BOOLEAN, 0);
     EXPECT_FALSE(Lists().GetPCSelected());
+    Show(0, 0);
     Click(Panel(cut).GetPCPanel(), wxPoint(2, 2));
     Settle();
     EXPECT_EQ(Lists().GetPCSelected(), cut);
@@ -166,8 +170,9 @@ TEST_F(Filters, OneIsSelectedInPaneAndTimeLine) {
     EXPECT_FALSE(Strips()->IsRowSelected(rowOf(other)));
 
     // A press anywhere in a panel, and one beside all panels.
-    ClickOn(Panel(cut).GetPCPanel()->GetField(1));
-    Key(WXK_ESCAPE);
+    Show(0, 0);
+    ClickOn(static_cast<NumField_cls*>(Panel(cut).GetPCPanel()->GetField(2))->GetPCText());
+    Settle();
     EXPECT_EQ(Lists().GetPCSelected(), cut);
     for (FilterBase_cls* filter : {cut, other})
         Panel(filter).SetOpen(false);
