@@ -184,6 +184,8 @@ TEST_F(Filters, OneIsSelectedInPaneAndTimeLine) {
 }
 
 TEST_F(Filters, PopupsAddMoveAndDelete) {
+    Frame()->GetPCTopHalf()->ShowFilter(0, 0);
+    Settle();
     ClickPopup(Pane(0), wxPoint(100, Pane(0)->GetClientSize().y - 5), {WXK_DOWN, WXK_RETURN});
     ASSERT_EQ(Lists().GetBoolean().GetCount(), 1);
     Later({{nullptr, [] { KeyNow(WXK_DOWN); }}, {nullptr, [] { KeyNow(WXK_DOWN); }}, {nullptr, [] {

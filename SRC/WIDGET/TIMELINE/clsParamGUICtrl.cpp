@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 #include <wx/scrolbar.h>
 #include <wx/settings.h>
@@ -139,7 +140,14 @@ void ParamGUICtrl_cls::HideAndShow() {
     RefreshAll();
 }
 
-void ParamGUICtrl_cls::ResizeTL() { PostMenuEvent(ID_RESIZED_TL); }
+// Many groups may come at once, and placing the lower half moves the upper one with all its pages.
+void ParamGUICtrl_cls::ResizeTL() {
+    if (std::exchange(mbResizing, true)) return;
+    CallAfter([this] {
+        mbResizing = false;
+        PostMenuEvent(ID_RESIZED_TL);
+    });
+}
 
 int ParamGUICtrl_cls::GetBarWidth() const { return mpCBar->GetBestSize().x; }
 

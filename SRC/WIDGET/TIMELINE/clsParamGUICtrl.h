@@ -129,8 +129,9 @@ private:
     std::vector<std::unique_ptr<ParamGroupGUI_cls>> mVpCGUIs;
     std::unordered_map<const ParamGroup_cls*, ParamGroupGUI_cls*> mGUIOf; ///< the same, by group
     std::vector<TimelineRow> mVRows;
-    int mTop = 0;       ///< pixels scrolled away
-    int mFocusRow = -1; ///< the row that was last clicked
+    bool mbResizing = false; ///< the frame is about to be asked
+    int mTop = 0;            ///< pixels scrolled away
+    int mFocusRow = -1;      ///< the row that was last clicked
     int mHoverRow = -1;
     size_t mShown = 0; ///< signature of what was painted
 };
