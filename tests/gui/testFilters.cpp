@@ -6,6 +6,7 @@
 
 #include "FILTER/clsFilterObject.h"
 #include "GL/DRAW/clsDrawOption.h"
+#include "GuiEvents.h"
 #include "PARAM/clsParamGroup.h"
 #include "WIDGET/clsKeyButton.h"
 
@@ -188,9 +189,10 @@ TEST_F(Filters, PopupsAddMoveAndDelete) {
     Settle();
     ClickPopup(Pane(0), wxPoint(100, Pane(0)->GetClientSize().y - 5), {WXK_DOWN, WXK_RETURN});
     ASSERT_EQ(Lists().GetBoolean().GetCount(), 1);
-    Later({{nullptr, [] { KeyNow(WXK_DOWN); }}, {nullptr, [] { KeyNow(WXK_DOWN); }}, {nullptr, [] {
-                                                                                          KeyNow(WXK_RETURN);
-                                                                                      }}});
+    Later({{GuiEvents_cls::HasPopup, [] {}},
+           {nullptr, [] { KeyNow(WXK_DOWN); }},
+           {nullptr, [] { KeyNow(WXK_DOWN); }},
+           {nullptr, [] { KeyNow(WXK_RETURN); }}});
     ClickOn(FindByLabel(Pane(0), "Add"));
     ASSERT_TRUE(PumpUntil([] { return Lists().GetBoolean().GetCount() == 2; }));
     FilterBase_cls* cut = At(0, 0);
@@ -241,7 +243,7 @@ TEST_F(Filters, ADiamondKeysAndTheTimeLineShowsIt) {
 TEST_F(Filters, ATextThatIsTypedComesBackWithItsFilter) {
     FilterBase_cls* pick = Add(ID_FILTER_FILTERING, 0);
     ClickOn(Panel(pick).GetPCPanel()->GetField(2));
-    Key('A', WXK_CONTROL);
+    Key('A', wxMOD_CONTROL);
     Type("0-99");
     Menu(ID_FILTER_DELETE);
     EXPECT_EQ(Lists().GetBoolean().GetCount(), 0);
