@@ -81,8 +81,8 @@ void ParamGUICtrl_cls::AddParamGroup(ParamGroup_cls* pGroup) {
 
 void ParamGUICtrl_cls::RemoveParamGroup(ParamGroup_cls* pGroup) {
     mVpCRoots.erase(std::remove(mVpCRoots.begin(), mVpCRoots.end(), pGroup), mVpCRoots.end());
-    DropGroup(pGroup);
-    HideAndShow();
+    DropGroup(pGroup); // its rows go at once
+    HideAndShowLater();
 }
 
 void ParamGUICtrl_cls::DropGroup(ParamGroup_cls* pGroup) {
@@ -124,6 +124,14 @@ void ParamGUICtrl_cls::AddRows(ParamGroup_cls* pGroup, int depth) {
         mVRows.push_back({gui, dim, depth + 1});
     for (ParamGroup_cls* child : pGroup->mVpCChilds)
         AddRows(child, depth + 1);
+}
+
+void ParamGUICtrl_cls::HideAndShowLater() {
+    if (std::exchange(mbRebuilding, true)) return;
+    CallAfter([this] {
+        mbRebuilding = false;
+        HideAndShow();
+    });
 }
 
 void ParamGUICtrl_cls::HideAndShow() {
