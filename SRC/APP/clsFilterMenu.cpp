@@ -87,6 +87,9 @@ void FilterMenu_cls::FinishEdits() {
     wxWindow* focus = wxWindow::FindFocus();
     for (int list = 0; focus && list < kFilterLists; ++list)
         if (mFrame.GetPCTopHalf()->GetPCFilterPane(list)->IsDescendant(focus)) {
+            wxFocusEvent leave(wxEVT_KILL_FOCUS, focus->GetId()); // the toolkit's own may come too late
+            leave.SetEventObject(focus);
+            focus->HandleWindowEvent(leave);
             mFrame.GetPCOutputCanvas()->SetFocus();
             break;
         }

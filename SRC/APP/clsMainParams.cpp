@@ -52,7 +52,8 @@ void Main_cls::MakeTimeLines() {
     }
     mpCFilters->mHooks.mAddGroup = [lines](ParamGroup_cls* pGroup) {
         lines->AddParamGroup(pGroup);
-        lines->FoldGroup(pGroup, true);
+        pGroup->mbOpen = false; // most work needs no key
+        lines->HideAndShowLater();
         lines->ResizeTL();
     };
     mpCFilters->mHooks.mRemoveGroup = [lines](ParamGroup_cls* pGroup) {

@@ -37,14 +37,8 @@ std::set<MultiInputPanel_cls*>& LivingPanels() {
 MultiInputPanel_cls::MultiInputPanel_cls(wxWindow* pParent, int labelWidth)
     : wxPanel(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL) {
     InstallDenseStyle();
-    mpCGrid = new wxFlexGridSizer(2, FromDIP(wxSize(2 * kGap, kGap / 2)));
-    mpCGrid->AddGrowableCol(1, 1);
-    // An empty first row gives the label column its least width.
-    mpCGrid->Add(FromDIP(labelWidth > 0 ? labelWidth : kDefaultLabelWidth), 0);
-    mpCGrid->Add(0, 0);
-    auto* outer = new wxBoxSizer(wxVERTICAL);
-    outer->Add(mpCGrid, 0, wxEXPAND | wxALL, FromDIP(kGap));
-    SetSizer(outer);
+    SetSizer(new wxBoxSizer(wxVERTICAL));
+    BeginColumns(labelWidth);
     Bind(wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) {
         // A dialog decides about its keys itself.
         const bool bOwn = !dynamic_cast<wxDialog*>(wxGetTopLevelParent(this));
@@ -52,6 +46,16 @@ MultiInputPanel_cls::MultiInputPanel_cls(wxWindow* pParent, int labelWidth)
     });
     for (const auto& type : {wxEVT_LEFT_DOWN, wxEVT_LEFT_UP, wxEVT_RIGHT_DOWN, wxEVT_RIGHT_UP})
         Bind(type, [this](wxMouseEvent& event) { FuncHookMouse(event); });
+}
+
+void MultiInputPanel_cls::BeginColumns(int labelWidth) {
+    const int sides = mpCGrid ? wxLEFT | wxRIGHT | wxBOTTOM : wxALL;
+    mpCGrid = new wxFlexGridSizer(2, FromDIP(wxSize(2 * kGap, kGap / 2)));
+    mpCGrid->AddGrowableCol(1, 1);
+    // An empty first row gives the label column its least width.
+    mpCGrid->Add(FromDIP(labelWidth > 0 ? labelWidth : kDefaultLabelWidth), 0);
+    mpCGrid->Add(0, 0);
+    GetSizer()->Add(mpCGrid, 0, wxEXPAND | sides, FromDIP(kGap));
 }
 
 MultiInputPanel_cls::~MultiInputPanel_cls() { LivingPanels().erase(this); }
@@ -64,6 +68,7 @@ int MultiInputPanel_cls::NewRow(const wxString& label, const wxString& tip, bool
         row->mpLabel = new wxStaticText(this, wxID_ANY, label);
     if (!tip.empty()) row->mpLabel->SetToolTip(tip);
     row->mpFields = new wxBoxSizer(wxHORIZONTAL);
+    row->mpGrid = mpCGrid;
     mpCGrid->Add(row->mpLabel, 0, wxALIGN_CENTRE_VERTICAL);
     mpCGrid->Add(row->mpFields, 1, wxEXPAND);
     row->mpLabel->Bind(wxEVT_RIGHT_UP, [this](wxMouseEvent& event) { FuncHookMouse(event); });
@@ -233,8 +238,8 @@ void MultiInputPanel_cls::ShowRow(int row, bool bShow) {
     Row& r = *mRows[static_cast<size_t>(row)];
     if (r.mbShown == bShow) return;
     r.mbShown = bShow;
-    mpCGrid->Show(r.mpLabel, bShow);
-    mpCGrid->Show(r.mpFields, bShow, true);
+    r.mpGrid->Show(r.mpLabel, bShow);
+    r.mpGrid->Show(r.mpFields, bShow, true);
     InvalidateBestSize();
     Layout();
     // A page that has grown or shrunk scrolls by as much.

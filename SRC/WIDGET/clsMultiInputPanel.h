@@ -37,6 +37,10 @@ public:
     explicit MultiInputPanel_cls(wxWindow* pParent, int labelWidth = 0);
     ~MultiInputPanel_cls() override;
 
+    /// Rows from here on have a label column of this width to themselves: short labels leave fields more
+    /// room.
+    void BeginColumns(int labelWidth);
+
     // Rows; each returns its number. `tip` says what the value is, with its unit; the range is added.
     int AddNumber(const wxString& label, float* pValue, int count, const NumSpec& spec, const wxString& tip);
     int AddNumber(const wxString& label, double* pValue, int count, const NumSpec& spec, const wxString& tip);
@@ -146,5 +150,5 @@ private:
     std::function<void(int, bool)> mOnChange;
     bool mbUndo = false;
     int mUndoMask = 0;
-    wxFlexGridSizer* mpCGrid;
+    wxFlexGridSizer* mpCGrid = nullptr; ///< of the next row
 };

@@ -4,10 +4,12 @@
 #include "WIDGET/clsMultiInputPanel.h"
 
 class wxBoxSizer;
+class wxFlexGridSizer;
 
 struct MultiInputPanel_cls::Row {
     wxWindow* mpLabel = nullptr;
     wxBoxSizer* mpFields = nullptr;
+    wxFlexGridSizer* mpGrid = nullptr; ///< both stand in it
     std::vector<wxWindow*> mFields;
     std::vector<std::function<void()>> mRefresh; ///< each shows a bound value in its field
     std::vector<KeyButton_cls*> mKeyButtons;

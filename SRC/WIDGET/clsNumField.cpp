@@ -222,8 +222,11 @@ void NumField_cls::EndGesture() {
 void NumField_cls::PaintArrows() {
     wxPaintDC dc(mpCArrows); // no buffer of its own: the page's background shows through
     const wxSize size = mpCArrows->GetClientSize();
+    // A panel with a ground of its own says what can be read on it.
+    const bool bOwn = IsEnabled() && GetParent()->UseForegroundColour();
     const wxColour colour =
-        wxSystemSettings::GetColour(IsEnabled() ? wxSYS_COLOUR_BTNTEXT : wxSYS_COLOUR_GRAYTEXT);
+        bOwn ? GetParent()->GetForegroundColour()
+             : wxSystemSettings::GetColour(IsEnabled() ? wxSYS_COLOUR_BTNTEXT : wxSYS_COLOUR_GRAYTEXT);
     dc.SetPen(*wxTRANSPARENT_PEN);
     dc.SetBrush(wxBrush(colour));
     const int x = size.x / 2;

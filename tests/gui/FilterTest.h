@@ -42,6 +42,11 @@ protected:
         Menu(id);
         return At(list, Lists().Get(list).GetCount() - 1);
     }
+    /// Its panel is seen, open.
+    static void Show(int list, int position) {
+        Frame()->GetPCTopHalf()->ShowFilter(list, position);
+        Settle();
+    }
     /// As a hand would, another value into whatever field this is; false when it isn't one.
     static bool Change(wxWindow* field) {
         if (auto* number = dynamic_cast<NumField_cls*>(field)) {
@@ -49,6 +54,7 @@ protected:
             const NumSpec& spec = number->GetSpec();
             const double other = now + 1 <= spec.mMax ? now + 1 : now / 2;
             number->GetPCText()->ChangeValue(FormatNumber(other, spec));
+            number->GetPCText()->MarkDirty();
             number->Commit();
         } else if (auto* choice = dynamic_cast<wxChoice*>(field)) {
             choice->SetSelection((choice->GetSelection() + 1) % int(choice->GetCount()));
@@ -80,12 +86,12 @@ protected:
                 if (!Change(panel()->GetField(row, k))) continue;
                 ++fields;
                 const wxString after = Text();
-                EXPECT_NE(after, before) << what << " row " << row << " field " << k;
+                EXPECT_TRUE(after != before) << what << " row " << row << " field " << k;
                 EXPECT_GT(GCUndoList.GetCurrent(), steps) << what << " row " << row << " field " << k;
                 Hub()->Undo();
-                EXPECT_EQ(Text(), before) << what << " row " << row << " field " << k;
+                EXPECT_TRUE(Text() == before) << what << " row " << row << " field " << k;
                 Hub()->Redo();
-                EXPECT_EQ(Text(), after) << what << " row " << row << " field " << k;
+                EXPECT_TRUE(Text() == after) << what << " row " << row << " field " << k;
                 Hub()->Undo();
             }
         return fields;

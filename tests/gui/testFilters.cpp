@@ -6,6 +6,7 @@
 
 #include "FILTER/clsFilterObject.h"
 #include "GL/DRAW/clsDrawOption.h"
+#include "GuiEvents.h"
 #include "PARAM/clsParamGroup.h"
 #include "WIDGET/clsKeyButton.h"
 
@@ -59,6 +60,7 @@ TEST_F(Filters, EachFieldIsAStepAndShownWhenItIsTakenBack) {
             << kind.mName;
     }
     // The head's tick.
+    Show(0, 0);
     wxCheckBox* valid = Panel(At(0, 0)).GetPCValid();
     ClickOn(valid);
     Settle();
@@ -109,12 +111,14 @@ TEST_F(Filters, PathsAndTheMatrixOfAMesh) {
     // Its fields change nothing before OK, and all of it is one step.
     const auto edit = [&](wxWindowID button) {
         Later({{HasDialog, [=] {
-                    wxWindow* dialog = wxWindow::FindWindowByLabel("Array Vector", nullptr);
+                    wxWindow* dialog = nullptr;
                     for (wxWindow* top : wxTopLevelWindows)
                         if (top->IsShown() && top->GetLabel() == "Array Vector") dialog = top;
                     Snap("array_vector");
-                    for (NumField_cls* field : {FindField(dialog, "x, y and z")})
-                        field->GetPCText()->ChangeValue("2"), field->Commit();
+                    NumField_cls* field = FindField(dialog, "x, y and z");
+                    field->GetPCText()->ChangeValue("2");
+                    field->GetPCText()->MarkDirty();
+                    field->Commit();
                     EXPECT_EQ(Text(), before);
                     Send(dialog->FindWindow(button), wxEVT_BUTTON, 0);
                 }}});
@@ -140,6 +144,7 @@ TEST_F(Filters, OneIsSelectedInPaneAndTimeLine) {
     FilterBase_cls* cut = Add(ID_FILTER_BOOLEAN, 0);
     FilterBase_cls* other = Add(ID_FILTER_BOOLEAN, 0);
     EXPECT_FALSE(Lists().GetPCSelected());
+    Show(0, 0);
     Click(Panel(cut).GetPCPanel(), wxPoint(2, 2));
     Settle();
     EXPECT_EQ(Lists().GetPCSelected(), cut);
@@ -166,8 +171,9 @@ TEST_F(Filters, OneIsSelectedInPaneAndTimeLine) {
     EXPECT_FALSE(Strips()->IsRowSelected(rowOf(other)));
 
     // A press anywhere in a panel, and one beside all panels.
-    ClickOn(Panel(cut).GetPCPanel()->GetField(1));
-    Key(WXK_ESCAPE);
+    Show(0, 0);
+    ClickOn(static_cast<NumField_cls*>(Panel(cut).GetPCPanel()->GetField(2))->GetPCText());
+    Settle();
     EXPECT_EQ(Lists().GetPCSelected(), cut);
     for (FilterBase_cls* filter : {cut, other})
         Panel(filter).SetOpen(false);
@@ -179,11 +185,14 @@ TEST_F(Filters, OneIsSelectedInPaneAndTimeLine) {
 }
 
 TEST_F(Filters, PopupsAddMoveAndDelete) {
+    Frame()->GetPCTopHalf()->ShowFilter(0, 0);
+    Settle();
     ClickPopup(Pane(0), wxPoint(100, Pane(0)->GetClientSize().y - 5), {WXK_DOWN, WXK_RETURN});
     ASSERT_EQ(Lists().GetBoolean().GetCount(), 1);
-    Later({{nullptr, [] { KeyNow(WXK_DOWN); }}, {nullptr, [] { KeyNow(WXK_DOWN); }}, {nullptr, [] {
-                                                                                          KeyNow(WXK_RETURN);
-                                                                                      }}});
+    Later({{GuiEvents_cls::HasPopup, [] {}},
+           {nullptr, [] { KeyNow(WXK_DOWN); }},
+           {nullptr, [] { KeyNow(WXK_DOWN); }},
+           {nullptr, [] { KeyNow(WXK_RETURN); }}});
     ClickOn(FindByLabel(Pane(0), "Add"));
     ASSERT_TRUE(PumpUntil([] { return Lists().GetBoolean().GetCount() == 2; }));
     FilterBase_cls* cut = At(0, 0);
@@ -234,7 +243,7 @@ TEST_F(Filters, ADiamondKeysAndTheTimeLineShowsIt) {
 TEST_F(Filters, ATextThatIsTypedComesBackWithItsFilter) {
     FilterBase_cls* pick = Add(ID_FILTER_FILTERING, 0);
     ClickOn(Panel(pick).GetPCPanel()->GetField(2));
-    Key('A', WXK_CONTROL);
+    Key('A', wxMOD_CONTROL);
     Type("0-99");
     Menu(ID_FILTER_DELETE);
     EXPECT_EQ(Lists().GetBoolean().GetCount(), 0);

@@ -20,6 +20,10 @@
 #include "WIDGET/clsFileDialogEX.h"
 #include "WIDGET/clsMultiInputPanel.h"
 
+namespace {
+constexpr int kShortLabel = 10; // three numbers with their diamonds need the room
+} // namespace
+
 std::unique_ptr<FilterGUI_cls> MakeFilterGUI(FilterBase_cls& filter, FilterPanelPain_cls& pane) {
     switch (filter.GetType()) {
     case FILTER_BOOLEAN:
@@ -50,6 +54,7 @@ NumSpec RangeSpec(double low, double high, double step) {
 }
 
 void SetMNumBasic(MultiInputPanel_cls& panel, FilterData_cls& data) {
+    panel.BeginColumns(kShortLabel);
     const NumSpec length = RangeSpec(-1e30, 1e30, 0.1);
     panel.AddParam(_("T"), data.mpCTranslate, length, _("Translate: x, y and z in units of the data"));
     panel.AddParam(_("R"), data.mpCRotate, RangeSpec(-1e30, 1e30, 1.0),

@@ -11,6 +11,7 @@ void FilterBooleanGUI_cls::SetMNumPanel(MultiInputPanel_cls& panel) {
     panel.AddChoice(_("Region"), &data.mCRegionType.mValue, {_("Box"), _("Plane"), _("Sphere")},
                     _("Shape of the region; a plane is a box that its scale makes thin"));
     SetMNumBasic(panel, data);
+    panel.BeginColumns(kLabelWidth);
     panel.AddNumber(_("Border"), &data.mCBorderFactor.mValue, 1, RangeSpec(0, 1000, 0.01),
                     _("Width of the soft border outside a box, in parts of each half edge; 0 is hard"));
 }

@@ -29,6 +29,7 @@ wxWindow* MakeLabelled(wxWindow* pParent, ColorCurve_cls* pCurve, const wxString
     sizer->Add(text, 0);
     sizer->Add(*ppButton, 0, wxEXPAND);
     both->SetSizer(sizer);
+    both->SetMinSize(both->GetBestSize());
     return both;
 }
 
@@ -64,6 +65,7 @@ void FilterObjectGUI_cls::SetMaterialRow(MultiInputPanel_cls& panel) {
     const wxString tips[3] = {_("Colour in the shade; a click opens the editor"),
                               _("Colour in the light; a click opens the editor"),
                               _("Colour of highlights; a click opens the editor")};
+    panel.BeginColumns(kLabelWidth);
     int row = -1;
     for (size_t i = 0; i < 3; ++i) {
         ColorCurveBtn_cls* button = nullptr;

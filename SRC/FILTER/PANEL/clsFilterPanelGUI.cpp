@@ -2,6 +2,7 @@
 
 #include <wx/button.h>
 #include <wx/checkbox.h>
+#include <wx/choice.h>
 #include <wx/gdicmn.h>
 #include <wx/panel.h>
 #include <wx/sizer.h>
@@ -16,6 +17,7 @@
 #include "WIDGET/clsFieldUndo.h"
 #include "WIDGET/clsGripLabel.h"
 #include "WIDGET/clsMultiInputPanel.h"
+#include "WIDGET/clsNumField.h"
 
 namespace {
 
@@ -23,6 +25,8 @@ constexpr long long kUpdateMask = UPDATE_FILTER_REFRESH | UPDATE_GL; // 4098
 constexpr int kGap = 4;                                              // the spacing unit
 const wxColour kSelectedGround(240, 230, 180);                       // light in dark themes, too
 const wxColour kText(0, 0, 0);
+const wxSize kFirstSize(300, 400); // panels of no size would squeeze their contents
+constexpr int kLeastField = 54;    // three stand in a row of a narrow pane
 
 bool IsLabel(const wxWindow* pWindow) {
     return dynamic_cast<const wxStaticText*>(pWindow) || dynamic_cast<const GripLabel_cls*>(pWindow);
@@ -30,8 +34,8 @@ bool IsLabel(const wxWindow* pWindow) {
 
 } // namespace
 
-FilterPanelGUI_cls::FilterPanelGUI_cls(FilterBase_cls& filter, FilterPanelPain_cls& pane, int labelWidth)
-    : mpCFilterBase(&filter), mpCPane(&pane), mLabelWidth(labelWidth) {}
+FilterPanelGUI_cls::FilterPanelGUI_cls(FilterBase_cls& filter, FilterPanelPain_cls& pane)
+    : mpCFilterBase(&filter), mpCPane(&pane) {}
 
 // Where the frame took the window along there is nothing left to do.
 FilterPanelGUI_cls::~FilterPanelGUI_cls() {
@@ -49,6 +53,7 @@ wxWindow* FilterPanelGUI_cls::ShowWindow(FilterPanelPain_cls& pane) {
 
 void FilterPanelGUI_cls::InitializeMInputCommon() {
     auto* window = new wxPanel(mpCPane);
+    window->SetSize(mpCPane->FromDIP(kFirstSize));
     mpCWindow = window;
     mpCPanel = nullptr; // went with the former one
     mpCValid = new wxCheckBox(window, wxID_ANY, "");
@@ -73,7 +78,8 @@ void FilterPanelGUI_cls::InitializeMInputCommon() {
 }
 
 void FilterPanelGUI_cls::MakeRows() {
-    mpCPanel = new MultiInputPanel_cls(mpCWindow.get(), mLabelWidth);
+    mpCPanel = new MultiInputPanel_cls(mpCWindow.get(), kLabelWidth);
+    mpCPanel->SetSize(mpCPanel->FromDIP(kFirstSize));
     mpCPanel->SetForegroundColour(kText); // rows take it from here
     SetMNumPanel(*mpCPanel);
     mpCPanel->SetUndo(kUpdateMask | UPDATE_TEXTURE); // that dialog shows some of them, too
@@ -110,6 +116,8 @@ void FilterPanelGUI_cls::BindMouseBelow(wxWindow* pWindow) {
     BindMouse(pWindow, pWindow == mpCPanel || IsLabel(pWindow));
     for (wxWindow* child : pWindow->GetChildren()) {
         if (dynamic_cast<wxStaticText*>(child)) child->SetForegroundColour(kText);
+        if (dynamic_cast<wxChoice*>(child) || dynamic_cast<NumField_cls*>(child))
+            child->SetMinSize(wxSize(child->FromDIP(kLeastField), child->GetMinSize().y));
         BindMouseBelow(child);
     }
 }

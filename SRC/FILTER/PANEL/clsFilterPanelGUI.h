@@ -34,8 +34,10 @@ public:
     wxButton* GetPCFold() const { return mpCWindow ? mpCFold : nullptr; }
     wxCheckBox* GetPCValid() const { return mpCWindow ? mpCValid : nullptr; }
 
+    static constexpr int kLabelWidth = 80;
+
 protected:
-    FilterPanelGUI_cls(FilterBase_cls& filter, FilterPanelPain_cls& pane, int labelWidth = 80);
+    FilterPanelGUI_cls(FilterBase_cls& filter, FilterPanelPain_cls& pane);
 
     virtual void SetMNumPanel(MultiInputPanel_cls& panel) = 0;
     /// Rows that the settings leave a meaning.
@@ -52,7 +54,6 @@ private:
 
     FilterBase_cls* mpCFilterBase;
     FilterPanelPain_cls* mpCPane;
-    const int mLabelWidth;
     bool mbOpen = false;
     wxWeakRef<wxPanel> mpCWindow;
     // These are good while the window is there.

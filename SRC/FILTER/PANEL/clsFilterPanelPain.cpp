@@ -37,13 +37,14 @@ FilterPanelPain_cls::FilterPanelPain_cls(wxWindow* pParent, FilterCtrl_cls& list
       mpCSizer(new wxBoxSizer(wxVERTICAL)) {
     SetScrollbars(kScrollStep, kScrollStep, kScrollUnits, kScrollUnits);
     MakeHead();
-    Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent& event) {
-        Select(nullptr);
-        event.Skip();
-    });
-    Bind(wxEVT_RIGHT_DOWN, [this](wxMouseEvent& event) {
-        if (event.GetEventObject() == this) PostMenuEvent(ID_FILTER_POPUP, mpCFilterCtrl.GetIndex());
-    });
+    for (wxWindow* ground : {static_cast<wxWindow*>(this), static_cast<wxWindow*>(mpCHead)}) {
+        ground->Bind(wxEVT_LEFT_DOWN, [this](wxMouseEvent& event) {
+            Select(nullptr);
+            event.Skip();
+        });
+        ground->Bind(wxEVT_RIGHT_DOWN,
+                     [this](wxMouseEvent&) { PostMenuEvent(ID_FILTER_POPUP, mpCFilterCtrl.GetIndex()); });
+    }
     UpdateNotes();
 }
 
@@ -51,14 +52,16 @@ FilterPanelPain_cls::~FilterPanelPain_cls() {
     if (mbConnected) mpCFilterCtrl.SetPane(nullptr);
 }
 
+// A window of its own: the toolkit complains of hidden windows in one that scrolls.
 void FilterPanelPain_cls::MakeHead() {
-    auto* add = new wxButton(this, wxID_ANY, _("Add"), wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
+    mpCHead = new wxPanel(this);
+    auto* add = new wxButton(mpCHead, wxID_ANY, _("Add"), wxDefaultPosition, wxDefaultSize, wxBU_EXACTFIT);
     add->SetToolTip(_("Choose a filter that is put at the end of this list"));
     add->Bind(wxEVT_BUTTON,
               [this](wxCommandEvent&) { PostMenuEvent(ID_FILTER_POPUP, mpCFilterCtrl.GetIndex()); });
-    mpCHint = new wxStaticText(this, wxID_ANY, HintOf(mpCFilterCtrl.GetIndex()), wxDefaultPosition,
+    mpCHint = new wxStaticText(mpCHead, wxID_ANY, HintOf(mpCFilterCtrl.GetIndex()), wxDefaultPosition,
                                wxDefaultSize, wxST_ELLIPSIZE_END);
-    mpCNoEffect = new wxStaticText(this, wxID_ANY, _("No effect with \"Zsort (for solid object)\""),
+    mpCNoEffect = new wxStaticText(mpCHead, wxID_ANY, _("No effect with \"Zsort (for solid object)\""),
                                    wxDefaultPosition, wxDefaultSize, wxST_ELLIPSIZE_END);
     mpCNoEffect->SetToolTip(_("This order of drawing takes all particles; choose another \"Zsort Type\" on "
                               "the page \"Option\""));
@@ -67,9 +70,12 @@ void FilterPanelPain_cls::MakeHead() {
     auto* line = new wxBoxSizer(wxHORIZONTAL);
     line->Add(add, 0, wxALIGN_CENTRE_VERTICAL | wxRIGHT, FromDIP(2 * kGap));
     line->Add(mpCHint, 1, wxALIGN_CENTRE_VERTICAL);
+    auto* head = new wxBoxSizer(wxVERTICAL);
+    head->Add(line, 0, wxEXPAND | wxALL, FromDIP(kGap));
+    head->Add(mpCNoEffect, 0, wxEXPAND | wxLEFT | wxRIGHT | wxBOTTOM, FromDIP(kGap));
+    mpCHead->SetSizer(head);
     auto* outer = new wxBoxSizer(wxVERTICAL);
-    outer->Add(line, 0, wxEXPAND | wxALL, FromDIP(kGap));
-    outer->Add(mpCNoEffect, 0, wxEXPAND | wxLEFT | wxRIGHT | wxBOTTOM, FromDIP(kGap));
+    outer->Add(mpCHead, 0, wxEXPAND);
     outer->Add(mpCSizer, 0, wxEXPAND);
     SetSizer(outer);
 }
@@ -137,6 +143,8 @@ void FilterPanelPain_cls::UpdateNotes() {
     if (bEmpty == mpCHint->IsShown() && bNoEffect == mpCNoEffect->IsShown()) return;
     mpCHint->Show(bEmpty);
     mpCNoEffect->Show(bNoEffect);
+    mpCHead->InvalidateBestSize();
+    mpCHead->Layout();
     LayOut();
 }
 

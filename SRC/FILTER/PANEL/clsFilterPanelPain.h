@@ -13,6 +13,7 @@ class DrawOption_cls;
 class FilterBase_cls;
 class FilterCtrl_cls;
 class wxBoxSizer;
+class wxPanel;
 class wxStaticText;
 
 /// A click on its ground deselects all filters; the right button brings the menu that adds some.
@@ -43,7 +44,8 @@ private:
 
     FilterCtrl_cls& mpCFilterCtrl;
     const DrawOption_cls& mOptions;
-    wxBoxSizer* mpCSizer;                      ///< of the panels, by position
+    wxBoxSizer* mpCSizer; ///< of the panels, by position
+    wxPanel* mpCHead = nullptr;
     wxStaticText* mpCHint = nullptr;           ///< beside "Add", while the list is empty
     wxStaticText* mpCNoEffect = nullptr;       ///< below it
     std::vector<wxWeakRef<wxWindow>> mVpCGone; ///< panels that were removed, and wait for their end

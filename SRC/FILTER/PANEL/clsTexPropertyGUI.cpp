@@ -16,7 +16,8 @@
 namespace {
 
 constexpr long long kUpdateMask = UPDATE_TEXTURE | UPDATE_GL; // 16386
-constexpr int kHelpWidth = 300;
+constexpr int kHelpWidth = 320;
+constexpr int kLeastWidth = 360; // all tabs are seen
 
 /// What acts in ray-traced pictures alone says so.
 wxString PovRayOnly(const wxString& tip) { return tip + "\n" + _("Acts in POV-Ray pictures only."); }
@@ -68,7 +69,8 @@ void TexPropertyGUI_cls::Reconnect() {
             panel->EnableRow(row, mCtrl.IsConnected());
     }
     const wxSize all = GetBestSize();
-    SetMinSize(wxSize(std::max(all.x, GetMinSize().x), std::max(all.y, GetMinSize().y)));
+    SetMinSize(
+        wxSize(std::max({all.x, GetMinSize().x, FromDIP(kLeastWidth)}), std::max(all.y, GetMinSize().y)));
     Layout();
     UpdateValues();
 }

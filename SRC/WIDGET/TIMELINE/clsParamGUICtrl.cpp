@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 #include <wx/scrolbar.h>
 #include <wx/settings.h>
@@ -80,8 +81,8 @@ void ParamGUICtrl_cls::AddParamGroup(ParamGroup_cls* pGroup) {
 
 void ParamGUICtrl_cls::RemoveParamGroup(ParamGroup_cls* pGroup) {
     mVpCRoots.erase(std::remove(mVpCRoots.begin(), mVpCRoots.end(), pGroup), mVpCRoots.end());
-    DropGroup(pGroup);
-    HideAndShow();
+    DropGroup(pGroup); // its rows go at once
+    HideAndShowLater();
 }
 
 void ParamGUICtrl_cls::DropGroup(ParamGroup_cls* pGroup) {
@@ -125,6 +126,14 @@ void ParamGUICtrl_cls::AddRows(ParamGroup_cls* pGroup, int depth) {
         AddRows(child, depth + 1);
 }
 
+void ParamGUICtrl_cls::HideAndShowLater() {
+    if (std::exchange(mbRebuilding, true)) return;
+    CallAfter([this] {
+        mbRebuilding = false;
+        HideAndShow();
+    });
+}
+
 void ParamGUICtrl_cls::HideAndShow() {
     mpCTree->EndGesture();
     mpCStrips->EndGesture();
@@ -139,7 +148,14 @@ void ParamGUICtrl_cls::HideAndShow() {
     RefreshAll();
 }
 
-void ParamGUICtrl_cls::ResizeTL() { PostMenuEvent(ID_RESIZED_TL); }
+// Many groups may come at once, and placing the lower half moves the upper one with all its pages.
+void ParamGUICtrl_cls::ResizeTL() {
+    if (std::exchange(mbResizing, true)) return;
+    CallAfter([this] {
+        mbResizing = false;
+        PostMenuEvent(ID_RESIZED_TL);
+    });
+}
 
 int ParamGUICtrl_cls::GetBarWidth() const { return mpCBar->GetBestSize().x; }
 

@@ -39,9 +39,10 @@ public:
     void FoldGroup(ParamGroup_cls* pGroup, bool bFolded); ///< hide its items
     void ShowGroup(ParamGroup_cls* pGroup, bool bShow);
     void FoldAll(bool bFolded);
-    void HideAndShow(); ///< rebuild the rows
-    void ResizeTL();    ///< have the frame place the lower half again
-    void RecheckSize(); ///< place windows and scroll bar
+    void HideAndShow();      ///< rebuild the rows
+    void HideAndShowLater(); ///< when the present event is dealt with: many groups may come and go in one
+    void ResizeTL();         ///< have the frame place the lower half again
+    void RecheckSize();      ///< place windows and scroll bar
     /// Repaint what shows something else now.
     void RefreshTL();
     /// Frames that hold keys of the rows.
@@ -128,8 +129,10 @@ private:
     std::vector<std::unique_ptr<ParamGroupGUI_cls>> mVpCGUIs;
     std::unordered_map<const ParamGroup_cls*, ParamGroupGUI_cls*> mGUIOf; ///< the same, by group
     std::vector<TimelineRow> mVRows;
-    int mTop = 0;       ///< pixels scrolled away
-    int mFocusRow = -1; ///< the row that was last clicked
+    bool mbResizing = false;   ///< the frame is about to be asked
+    bool mbRebuilding = false; ///< the rows are about to be rebuilt
+    int mTop = 0;              ///< pixels scrolled away
+    int mFocusRow = -1;        ///< the row that was last clicked
     int mHoverRow = -1;
     size_t mShown = 0; ///< signature of what was painted
 };

@@ -49,7 +49,7 @@ void ParamGroupGUI_cls::Draw(wxDC& dc, const TreeLayout& layout, const TimelineL
     const TreeZone next = bLink ? TreeZone::LINK : bShy ? TreeZone::SHY : TreeZone::PREVIOUS;
     wxRect name = layout.GetRect(TreeZone::NAME, y, depth);
     name.SetRight(layout.GetRect(next, y, depth).x - layout.mPad);
-    DrawRowText(dc, mpCGroup->mName, name, false);
+    DrawRowText(dc, mpCGroup->mID, name, false); // several filters have groups of one name
     if (bLink)
         DrawRowIcon(dc, look, mpCGroup->mbLinked ? TimelineIcon::LINKED : TimelineIcon::UNLINKED,
                     layout.GetRect(TreeZone::LINK, y, depth), !bHover);

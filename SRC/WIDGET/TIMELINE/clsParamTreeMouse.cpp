@@ -91,7 +91,7 @@ void ParamTree_cls::ShowHint(int row, TreeZone zone) {
     wxString hint = row >= 0 ? HintOf(zone, mpCCtrl->GetRows()[size_t(row)].mDim < 0) : wxString();
     if (row >= 0 && zone == TreeZone::NAME) {
         const TimelineRow& one = mpCCtrl->GetRows()[size_t(row)];
-        hint = one.mpCGroup->GetPCGroup()->mName;
+        hint = one.mpCGroup->GetPCGroup()->mID;
         if (one.mDim >= 0) hint += " " + one.mpCGroup->GetPCParam(one.mDim)->mName;
     }
     if (hint.empty())
