@@ -25,10 +25,8 @@ size_t ThinSlice(const Filters& filters, ArrayAndIndex_cls* pList, size_t count,
         for (const FilterBase_cls* filter : filters)
             filter->Weigh({pList + first, pPos, int(piece)}, weight);
         for (size_t i = 0; i < piece; ++i) {
-            ArrayAndIndex_cls entry = pList[first + i];
-            entry.mAlpha = weight[i];
-            pList[kept] = entry; // never ahead of what is read
-            kept += weight[i] > 0.0f ? 1 : 0;
+            pList[kept] = {pList[first + i].mIndex, pList[first + i].mKey, weight[i]};
+            kept += weight[i] > 0.0f ? 1 : 0; // never ahead of what is read
         }
     }
     return kept;
@@ -56,10 +54,9 @@ void FilterCtrl_cls::Thin(DrawList_t& list, long long particles, const float (*p
         const size_t end = k + 1 == threads ? list.size() : first + chunk;
         kept[size_t(k)] = ThinSlice(filters, list.data() + first, end - first, pPos);
     });
-    size_t all = 0;
-    for (size_t k = 0; k < kept.size(); ++k) {
-        const auto from = list.begin() + std::ptrdiff_t(k * chunk);
-        if (all != k * chunk) std::copy_n(from, kept[k], list.begin() + std::ptrdiff_t(all));
+    size_t all = kept[0];
+    for (size_t k = 1; k < kept.size(); ++k) {
+        if (all != k * chunk) std::copy_n(list.data() + k * chunk, kept[k], list.data() + all);
         all += kept[k];
     }
     list.resize(all);
