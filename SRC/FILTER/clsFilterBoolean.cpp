@@ -12,27 +12,29 @@ namespace {
 constexpr int kMost = WeighedList_st::kMost;
 using Data = FilterBooleanData_cls;
 
-// Four neighbours at a time: the compiler alone takes the tests for jumps, which random places make costly.
-constexpr int kLanes = 4;
+// Eight neighbours at a time: the compiler alone takes the tests for jumps, which random places make costly.
+// Nothing of that leaves this file, so how such values are passed is nobody's concern.
+#pragma GCC diagnostic ignored "-Wpsabi"
+constexpr int kLanes = 8;
 using Lanes_t = float __attribute__((vector_size(4 * kLanes)));
 using Test_t = int __attribute__((vector_size(4 * kLanes)));
 
-inline Lanes_t All(float v) { return Lanes_t{v, v, v, v}; }
+__attribute__((always_inline)) inline Lanes_t All(float v) { return Lanes_t{v, v, v, v, v, v, v, v}; }
 
-inline Lanes_t Load(const float* p) {
+__attribute__((always_inline)) inline Lanes_t Load(const float* p) {
     Lanes_t v;
     std::memcpy(&v, p, sizeof v);
     return v;
 }
 
-inline void Store(float* p, Lanes_t v) { std::memcpy(p, &v, sizeof v); }
+__attribute__((always_inline)) inline void Store(float* p, const Lanes_t& v) { std::memcpy(p, &v, sizeof v); }
 
 /// Places relative to the region's centre.
 struct Ways_st {
     float mAxis[3][kMost];
 };
 
-/// Fills up the last four.
+/// Fills up the last ones.
 void Take(const WeighedList_st& list, const float* pCentre, Ways_st& out) {
     const float x = pCentre[0], y = pCentre[1], z = pCentre[2];
     for (int i = 0; i < list.mCount; ++i) {
