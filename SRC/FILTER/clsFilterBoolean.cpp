@@ -1,6 +1,7 @@
 #include "FILTER/clsFilterBoolean.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "COMMON/DataLoops.h"
 #include "FILTER/FilterFrame.h"
@@ -11,11 +12,29 @@ namespace {
 constexpr int kMost = WeighedList_st::kMost;
 using Data = FilterBooleanData_cls;
 
+// Eight neighbours at a time: the compiler alone takes the tests for jumps, which random places make costly.
+// Nothing of that leaves this file, so how such values are passed is nobody's concern.
+#pragma GCC diagnostic ignored "-Wpsabi"
+constexpr int kLanes = 8;
+using Lanes_t = float __attribute__((vector_size(4 * kLanes)));
+using Test_t = int __attribute__((vector_size(4 * kLanes)));
+
+__attribute__((always_inline)) inline Lanes_t All(float v) { return Lanes_t{v, v, v, v, v, v, v, v}; }
+
+__attribute__((always_inline)) inline Lanes_t Load(const float* p) {
+    Lanes_t v;
+    std::memcpy(&v, p, sizeof v);
+    return v;
+}
+
+__attribute__((always_inline)) inline void Store(float* p, const Lanes_t& v) { std::memcpy(p, &v, sizeof v); }
+
 /// Places relative to the region's centre.
 struct Ways_st {
     float mAxis[3][kMost];
 };
 
+/// Fills up the last ones.
 void Take(const WeighedList_st& list, const float* pCentre, Ways_st& out) {
     const float x = pCentre[0], y = pCentre[1], z = pCentre[2];
     for (int i = 0; i < list.mCount; ++i) {
@@ -24,40 +43,45 @@ void Take(const WeighedList_st& list, const float* pCentre, Ways_st& out) {
         out.mAxis[1][i] = p[1] - y;
         out.mAxis[2][i] = p[2] - z;
     }
+    for (int i = list.mCount; i % kLanes != 0; ++i)
+        out.mAxis[0][i] = out.mAxis[1][i] = out.mAxis[2][i] = 0.0f;
 }
 
-// How far inside a soft box a place is along one axis, times what is there already: 1 inside, falling to 0
+// How far inside a soft box places are along one axis, times what is there already: 1 inside, falling to 0
 // over the border of this width outside of it. What is no number is outside.
-MORENTIS_DATA_LOOP void SoftAxis(const float* pWay, int count, float half, float border, float* pFactor) {
-    const float end = half * (1.0f + border);
-    const float width = half * border;
-    for (int i = 0; i < count; ++i) {
-        const float d = pWay[i];
-        const bool bAbove = half < d;
-        const float edge = 1.0f - (bAbove ? d - half : -(d + half)) / width;
-        const bool bBorder = (bAbove & (d <= end)) | ((-end < d) & (d <= -half));
-        const bool bInside = (-half < d) & (d <= half);
-        const float factor = bBorder ? edge : bInside ? 1.0f : 0.0f;
-        pFactor[i] *= d > end ? 0.0f : factor;
+MORENTIS_DATA_LOOP void SoftAxis(const float* pWay, int count, float halfEdge, float border, float* pFactor) {
+    const Lanes_t half = All(halfEdge), end = All(halfEdge * (1.0f + border));
+    const Lanes_t width = All(halfEdge * border), one = All(1.0f), none = All(0.0f);
+    for (int i = 0; i < count; i += kLanes) {
+        const Lanes_t d = Load(pWay + i);
+        const Test_t above = half < d;
+        const Lanes_t edge = one - (above ? d - half : -(d + half)) / width;
+        const Test_t atBorder = (above & (d <= end)) | ((-end < d) & (d <= -half));
+        const Test_t inside = (-half < d) & (d <= half);
+        const Lanes_t factor = atBorder ? edge : inside ? one : none;
+        Store(pFactor + i, Load(pFactor + i) * (d > end ? none : factor));
     }
 }
 
 /// 1 inside, 0 outside and on the wall.
 MORENTIS_DATA_LOOP void HardBox(const Ways_st& ways, int count, const float* pHalf, float* pFactor) {
-    const float x = pHalf[0], y = pHalf[1], z = pHalf[2];
-    for (int i = 0; i < count; ++i) {
-        const float dx = ways.mAxis[0][i], dy = ways.mAxis[1][i], dz = ways.mAxis[2][i];
-        const bool bInside = (x > dx) & (dx > -x) & (y > dy) & (dy > -y) & (z > dz) & (dz > -z);
-        pFactor[i] = bInside ? 1.0f : 0.0f;
+    for (int i = 0; i < count; i += kLanes) {
+        Test_t inside = ~Test_t{};
+        for (int axis = 0; axis < 3; ++axis) {
+            const Lanes_t d = Load(ways.mAxis[axis] + i), half = All(pHalf[axis]);
+            inside &= (half > d) & (d > -half);
+        }
+        Store(pFactor + i, inside ? All(1.0f) : All(0.0f));
     }
 }
 
 MORENTIS_DATA_LOOP void Ellipsoid(const Ways_st& ways, int count, const float* pScale, float* pFactor) {
-    const float x = pScale[0], y = pScale[1], z = pScale[2];
-    for (int i = 0; i < count; ++i) {
-        const float dx = ways.mAxis[0][i], dy = ways.mAxis[1][i], dz = ways.mAxis[2][i];
-        const float square = dx * dx / x / x + dy * dy / y / y + dz * dz / z / z;
-        pFactor[i] = square < 0.25f ? 1.0f : 0.0f;
+    const Lanes_t x = All(pScale[0]), y = All(pScale[1]), z = All(pScale[2]);
+    for (int i = 0; i < count; i += kLanes) {
+        const Lanes_t dx = Load(ways.mAxis[0] + i), dy = Load(ways.mAxis[1] + i),
+                      dz = Load(ways.mAxis[2] + i);
+        const Lanes_t square = dx * dx / x / x + dy * dy / y / y + dz * dz / z / z;
+        Store(pFactor + i, square < All(0.25f) ? All(1.0f) : All(0.0f));
     }
 }
 
@@ -113,7 +137,7 @@ void FilterBoolean_cls::Weigh(const WeighedList_st& list, float* pWeight) const 
     } else if (border == 0.0f) {
         HardBox(ways, count, half, factor);
     } else {
-        std::fill_n(factor, count, 1.0f);
+        std::fill_n(factor, kMost, 1.0f);
         for (int axis = 0; axis < 3; ++axis)
             SoftAxis(ways.mAxis[axis], count, half[axis], border, factor);
     }

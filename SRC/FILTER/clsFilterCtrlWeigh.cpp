@@ -1,5 +1,7 @@
 // The chain of filters that weigh particles, and the draw list without those that weigh nothing.
 #include <algorithm>
+#include <atomic>
+#include <thread>
 
 #include "COMMON/OnThreads.h"
 #include "FILTER/clsFilterCtrl.h"
@@ -9,13 +11,18 @@ namespace {
 
 using Filters = std::vector<const FilterBase_cls*>;
 
+// No more than there are cores: who waits for his turn would stand in the way of who has it.
 int GetThreadCount(size_t count) {
-    return count <= 10000 ? 1 : count <= 100000 ? 2 : count <= 1000000 ? 3 : 4;
+    const int wanted = count <= 10000 ? 1 : count <= 100000 ? 2 : count <= 1000000 ? 3 : 4;
+    return std::min(wanted, std::max(1, int(std::thread::hardware_concurrency())));
 }
 
-/// Weighs records, piece by piece while they are in the cache, each filter in the list's order. What weighs
-/// anything moves to the front, in its order; its number.
-size_t ThinSlice(const Filters& filters, ArrayAndIndex_cls* pList, size_t count, const float (*pPos)[3]) {
+constexpr size_t kBlock = 8 * WeighedList_st::kMost; ///< records that a thread takes at a time
+
+/// Weighs the records of a block, some by some while they are in the cache, each filter in the list's order.
+/// Those that weigh anything go out with their weights; how many.
+size_t WeighBlock(const Filters& filters, const ArrayAndIndex_cls* pList, size_t count,
+                  const float (*pPos)[3], ArrayAndIndex_cls* pOut) {
     constexpr size_t kPiece = WeighedList_st::kMost;
     float weight[kPiece];
     size_t kept = 0;
@@ -25,14 +32,47 @@ size_t ThinSlice(const Filters& filters, ArrayAndIndex_cls* pList, size_t count,
         for (const FilterBase_cls* filter : filters)
             filter->Weigh({pList + first, pPos, int(piece)}, weight);
         for (size_t i = 0; i < piece; ++i) {
-            ArrayAndIndex_cls entry = pList[first + i];
-            entry.mAlpha = weight[i];
-            pList[kept] = entry; // never ahead of what is read
+            pOut[kept] = {pList[first + i].mIndex, pList[first + i].mKey, weight[i]};
             kept += weight[i] > 0.0f ? 1 : 0;
         }
     }
     return kept;
 }
+
+/// Threads take blocks of a list by turns and put what stays of them back in the list's order, each record
+/// read and written once. A block goes back when all before it have been read, so that it may cover them.
+class ThinRun_cls {
+public:
+    ThinRun_cls(const Filters& filters, DrawList_t& list, const float (*pPos)[3])
+        : mFilters(filters), mList(list), mpPos(pPos) {}
+
+    void Work() {
+        ArrayAndIndex_cls kept[kBlock];
+        while (true) {
+            const size_t block = mNext.fetch_add(1);
+            const size_t first = block * kBlock;
+            if (first >= mList.size()) return;
+            const size_t number = WeighBlock(mFilters, mList.data() + first,
+                                             std::min(kBlock, mList.size() - first), mpPos, kept);
+            while (mTurn.load(std::memory_order_acquire) != block)
+                std::this_thread::yield();
+            const size_t place = mKept;
+            mKept += number;
+            mTurn.store(block + 1, std::memory_order_release);
+            std::copy_n(kept, number, mList.data() + place);
+        }
+    }
+    /// When all threads are done.
+    size_t GetKept() const { return mKept; }
+
+private:
+    const Filters& mFilters;
+    DrawList_t& mList;
+    const float (*mpPos)[3];
+    std::atomic<size_t> mNext{0};
+    std::atomic<size_t> mTurn{0}; ///< the block that may go back
+    size_t mKept = 0;             ///< belongs to whose turn it is
+};
 
 } // namespace
 
@@ -48,19 +88,7 @@ void FilterCtrl_cls::Thin(DrawList_t& list, long long particles, const float (*p
         filter->BeginWeigh(time, particles);
         filters.push_back(filter.get());
     }
-    const int threads = GetThreadCount(list.size());
-    const size_t chunk = list.size() / size_t(threads);
-    std::vector<size_t> kept(static_cast<size_t>(threads));
-    OnThreads(threads, [&](int k) {
-        const size_t first = size_t(k) * chunk;
-        const size_t end = k + 1 == threads ? list.size() : first + chunk;
-        kept[size_t(k)] = ThinSlice(filters, list.data() + first, end - first, pPos);
-    });
-    size_t all = 0;
-    for (size_t k = 0; k < kept.size(); ++k) {
-        const auto from = list.begin() + std::ptrdiff_t(k * chunk);
-        if (all != k * chunk) std::copy_n(from, kept[k], list.begin() + std::ptrdiff_t(all));
-        all += kept[k];
-    }
-    list.resize(all);
+    ThinRun_cls run(filters, list, pPos);
+    OnThreads(GetThreadCount(list.size()), [&run](int) { run.Work(); });
+    list.resize(run.GetKept());
 }

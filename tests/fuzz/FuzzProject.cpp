@@ -1,11 +1,15 @@
 // Projects: every object that reads lines of one, but for those that need a window.
 #include <algorithm>
 #include <cstdio>
+#include <limits>
 #include <string>
 
 #include <wx/arrstr.h>
 
 #include "APP/ProjectText.h"
+#include "FILTER/clsFilterCopy.h"
+#include "FILTER/clsFilterDataBox.h"
+#include "FILTER/clsFilterLists.h"
 #include "FuzzTargets.h"
 #include "GL/BASE/clsPreference.h"
 #include "GL/DRAW/clsDrawOption.h"
@@ -34,9 +38,11 @@ struct Settings_st {
     PeriodicBoundary_cls mPeriodic;
     CameraPath_cls mCamera;
     AnchorPath_cls mAnchor;
+    FilterLists_cls mFilters;
     Preference_cls mPreference;
 
     void Read(const std::wstring& text) {
+        mFilters.ClearFilters(); // as opening a project does
         TextStream_cls stream(text);
         wxString line;
         while (NextProjectLine(stream, &line)) {
@@ -48,13 +54,14 @@ struct Settings_st {
             mPeriodic.ReadStrLine(line);
             mCamera.ReadStrLine(stream, line);
             mAnchor.ReadStrLine(stream, line);
+            mFilters.ReadStrLine(stream, line);
             mPreference.ReadStrLine(line);
         }
     }
     wxString Write() {
         return mLoader.Serialize() + mTime.Serialize() + mRemap.Serialize() + mOption.Serialize() +
                mStore.Serialize() + mPeriodic.Serialize() + mCamera.Serialize() + mAnchor.Serialize() +
-               mPreference.Serialize();
+               mFilters.Serialize() + mPreference.Serialize();
     }
 };
 
@@ -74,12 +81,38 @@ void CheckCurves(ParamGroup_cls& group) {
 }
 
 /// Texts of settings may hold the key of another one: then a line is taken twice, as the format has it.
-bool HoldsKey(const Settings_st& settings) {
+bool HoldsKey(Settings_st& settings) {
     if (settings.mLoader.mCItemLastOpened.mStrValue.Contains("=")) return true;
+    for (int list = 0; list < kFilterLists; ++list) // whose texts may be anything
+        if (settings.mFilters.Get(list).GetCount() > 0) return true;
     for (const PDataSequence_cls* sequence : settings.mStore.mpCSequence)
         for (const GLAttribute_cls* attribute : GLSequence_cls::Of(*sequence).mpCGLAttribute)
             if (attribute->mTexFileBillboard.mStrValue.Contains("=")) return true;
     return false;
+}
+
+/// What the filters do with particles, some at odd places, and where they put them.
+void CheckFilters(FilterLists_cls& filters, const PeriodicBoundary_cls& periodic) {
+    constexpr float kNone = std::numeric_limits<float>::quiet_NaN();
+    static const float kPlaces[5][3] = {
+        {0, 0, 0}, {1, -2, 3}, {kNone, 0, 0}, {1e30f, 0, 0}, {0.5f, 0.5f, -0.5f}};
+    DrawList_t list;
+    for (int i = 0; i < 5; ++i)
+        list.push_back({i, 0.0f, 1.0f});
+    filters.GetBoolean().Thin(list, 5, kPlaces, 0.4);
+    for (const ArrayAndIndex_cls& entry : list)
+        Promise(entry.mAlpha > 0.0f && entry.mIndex >= 0 && entry.mIndex < 5, "what is kept has a weight");
+    filters.mpCPeriodic = &periodic;
+    if (const FilterCopy_cls* copies = filters.GetWorld().GetPCCopy())
+        for (const long long copy : {0LL, 1LL, 77LL}) {
+            if (copy >= copies->GetNumber()) break;
+            const size_t size = copies->GetVTranslate(copy).size();
+            Promise(size == 3 || !copies->GetPCData()->mCValid.mValue, "a copy stands somewhere");
+            const int mask = copies->GetBitBoundary(copy);
+            Promise(mask >= 0 && mask < 8, "three neighbours");
+        }
+    float place[3] = {1, 2, 3};
+    if (FilterDataBoxData_cls* box = filters.GetObject().GetPCDataBox()) box->PlaceNow(place);
 }
 
 void CheckSame(const wxString& first, const wxString& second) {
@@ -108,6 +141,7 @@ void FuzzProject(const std::string& bytes) {
     sSettings.mLoader.GetHeaderByte();
     float box[3];
     sSettings.mPeriodic.GetBoundaryVector(box, 0);
+    CheckFilters(sSettings.mFilters, sSettings.mPeriodic);
     CheckCurves(sSettings.mRemap);
     for (ParamGroup_cls* group :
          {sSettings.mCamera.mpCTranslate, sSettings.mCamera.mpCRotate, sSettings.mAnchor.mpCTranslate})

@@ -91,6 +91,41 @@ void ProjectInputs_cls::AddKeys(std::mt19937& random, Lines* pLines) {
     }
 }
 
+/// The block of one of the lists, of some filters; types of all kinds, and some of none.
+void ProjectInputs_cls::AddFilters(std::mt19937& random, Lines* pLines) {
+    static const char* const kKeys[] = {
+        "FilterValid=",   "FilterName=",      "OperatorType=",  "RegionType=",    "BorderFactor=",
+        "FilteringType=", "FilteringString=", "CopyArrayMin0=", "CopyArrayMax0=", "CopyArrayMin1=",
+        "CopyArrayMax1=", "CopyArrayMax2=",   "FogType=",       "GridLineNum=",   "ObjectType=",
+        "ImportPath=",    "StickType=",       "CritA=",         "Shininess="};
+    static const char* const kTexts[] = {"Boolean00", "%02d", "%s%n", "0-99999999999",
+                                         "5-2",       "-5",   "abc",  ",,,,"};
+    static const char* const kNames[] = {"Translate", "Rotation", "Scale", "Anchor", "Parameter"};
+    const std::string list = std::to_string(random() % 3);
+    pLines->push_back("---FilterCtrl" + list + "Begin");
+    for (auto filters = random() % (OneIn(random, 200) ? 1000 : 4); filters > 0; --filters) {
+        pLines->push_back("-FilterBegin");
+        pLines->push_back("FilterType=" + (OneIn(random, 8) ? std::string(Pick(random, kNumbers))
+                                                            : std::to_string(random() % 8)));
+        for (auto keys = random() % 6; keys > 0; --keys)
+            pLines->push_back(std::string(Pick(random, kKeys)) +
+                              (OneIn(random, 2) ? Pick(random, kNumbers) : Pick(random, kTexts)));
+        for (auto groups = random() % 4; groups > 0; --groups) {
+            pLines->push_back(std::string("-ParamGroup=Filter ") + Pick(random, kNames));
+            pLines->push_back("dimension=" + (OneIn(random, 6) ? std::string(Pick(random, kNumbers)) : "3"));
+            pLines->push_back("Start");
+            for (const char* curve : {"x", "y", "z"}) {
+                pLines->push_back(std::string("Parameter_") + curve);
+                pLines->push_back(std::string("timeDepend=") + (OneIn(random, 2) ? "1" : "0"));
+                pLines->push_back("itemnum 1");
+                pLines->push_back("0 1 " + std::string(Pick(random, kNumbers)) + " 0 0 ");
+            }
+        }
+        if (!OneIn(random, 10)) pLines->push_back("-FilterEnd");
+    }
+    if (!OneIn(random, 10)) pLines->push_back("---FilterCtrl" + list + "End");
+}
+
 void ProjectInputs_cls::SpoilLine(std::mt19937& random, std::string* pLine) {
     const size_t equals = pLine->find('=');
     const size_t at = pLine->empty() ? 0 : random() % pLine->size();
@@ -133,6 +168,7 @@ std::string ProjectInputs_cls::Make(std::mt19937& random) const {
         lines.insert(lines.end(), project.begin() + std::ptrdiff_t(first),
                      project.begin() + std::ptrdiff_t(last));
         if (OneIn(random, 3)) AddKeys(random, &lines);
+        if (OneIn(random, 3)) AddFilters(random, &lines);
     }
     for (std::string& line : lines)
         if (OneIn(random, 4)) SpoilLine(random, &line);

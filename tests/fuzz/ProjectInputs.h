@@ -16,6 +16,7 @@ public:
 private:
     using Lines = std::vector<std::string>;
     static void AddKeys(std::mt19937& random, Lines* pLines);
+    static void AddFilters(std::mt19937& random, Lines* pLines);
     static void SpoilLine(std::mt19937& random, std::string* pLine);
 
     std::vector<Lines> mProjects;

@@ -108,15 +108,14 @@ TEST_F(FilterWeights, WallsBandsAndOddNumbers) {
                 for (const float sx : {2.0f, 0.0f, -2.0f, kInf, -kInf, 1e-30f})
                     Expect(places, {{0, 0, 0.5f, {0, 0, 0}, {3, 3, 3}},
                                     {op, region, border, {0, 0, 0}, {sx, 2.0f, 2.0f}}});
-    AddCut(0, 0, 0.0f, {0, 0, 0}, {2, 2, 2});
     mLists.ClearFilters();
     AddCut(0, 0, 0.0f, {0, 0, 0}, {2, 2, 2});
     EXPECT_TRUE(Kept({{1, 0, 0}, {-1, 0, 0}}).empty()) << "on the wall is outside";
     mLists.ClearFilters();
-    AddCut(0, 0, 0.01f, {0, 0, 0}, {2, 2, 2});
-    const DrawList_t list = Kept({{1.005f, 0, 0}, {1, 0, 0}, {1.01f, 0, 0}});
+    AddCut(0, 0, 0.25f, {0, 0, 0}, {2, 2, 2});
+    const DrawList_t list = Kept({{1.125f, 0, 0}, {1, 0, 0}, {1.25f, 0, 0}});
     ASSERT_EQ(list.size(), 2u) << "nothing at the end of the border";
-    EXPECT_NEAR(list[0].mAlpha, 0.5f, 1e-4f);
+    EXPECT_EQ(list[0].mAlpha, 0.5f);
     EXPECT_EQ(list[1].mAlpha, 1.0f);
 }
 

@@ -94,10 +94,10 @@ void GLDrawData_cls::GLDrawPointArrayElement(int face, SnapData_cls* pSnap, GLAt
     if (number == 0) return;
     const bool bFaded = IsFaded() && !msbListIsIdentity;
     if (!msbListIsIdentity && !bFaded && mIndicesOf != msListSerial) {
-        mIndicesOf = msListSerial;
         mVIndices.resize(static_cast<size_t>(number));
         for (size_t i = 0; i < mVIndices.size(); ++i)
             mVIndices[i] = static_cast<unsigned>(mspIndexAndZ[i].mIndex);
+        mIndicesOf = msListSerial;
     }
     const GLAttribScope_cls attributes;
     SetPointState();
