@@ -9,6 +9,7 @@
 #include "FILTER/clsFilterFog.h"
 #include "FILTER/clsFilterGrid.h"
 #include "FILTER/clsFilterLists.h"
+#include "FILTER/clsFilterObject.h"
 #include "FILTER/clsFilterStick.h"
 #include "PARAM/clsUndoManager.h"
 
@@ -169,6 +170,8 @@ void FilterCtrl_cls::ConnectTexture(SceneObjTexture_cls* pTexture, const wxStrin
     if (mLists.mHooks.mConnectTexture) mLists.mHooks.mConnectTexture(pTexture, name);
 }
 
+void FilterCtrl_cls::Tell(const wxString& text) const { mLists.Tell(text); }
+
 const PeriodicBoundary_cls* FilterCtrl_cls::GetPCPeriodic() const { return mLists.mpCPeriodic; }
 
 template <class FILTER, class TEST>
@@ -216,6 +219,12 @@ bool FilterCtrl_cls::IsBooleanChangeConstantColor() const {
 void FilterCtrl_cls::GLDraw(double time) const {
     for (const auto& filter : mlpCFilter)
         filter->GLDraw(time);
+}
+
+void FilterCtrl_cls::GLDrawRealObject(int frame, double time, int lightNumber, bool bPerCopy) {
+    for (const auto& filter : mlpCFilter)
+        if (filter->GetType() == FILTER_OBJECT)
+            static_cast<FilterObject_cls&>(*filter).GLDrawRealObject(frame, time, lightNumber, bPerCopy);
 }
 
 void FilterCtrl_cls::GLDrawRealGrid(double time, Tags* pTags) const {

@@ -63,6 +63,8 @@ public:
     void UpdateInterpolatedValue(double time);
     void UpdateValuesOnPanel();
     void HideAndShowOnPanel();
+    /// To the user, beside the work.
+    void Tell(const wxString& text) const;
     void ConnectTexture(SceneObjTexture_cls* pTexture, const wxString& name) const;
 
     /// The cell of the copies; null: there is none.
@@ -83,6 +85,8 @@ public:
     // These need a current OpenGL context with the camera in the model-view matrix.
     /// The frames of all filters.
     void GLDraw(double time) const;
+    /// All objects of one pass (FilterObject_cls::GLDrawRealObject).
+    void GLDrawRealObject(int frame, double time, int lightNumber, bool bPerCopy);
     /// All grids; `pTags` takes their labels.
     void GLDrawRealGrid(double time, Tags* pTags) const;
 

@@ -5,11 +5,14 @@
 #include <wx/intl.h>
 
 #include "COLORCURVE/clsColorCurve.h"
+#include "COMMON/FramePath.h"
 #include "COMMON/UpdateBits.h"
 #include "FILTER/FilterKinds.h"
 #include "PARAM/ParamText.h"
+#include "PDATA/clsPDataSequence.h"
 
 const wxString kFilterNumber = "%02d";
+const wxString kNoPath = "NONE";
 
 namespace {
 
@@ -58,7 +61,18 @@ std::unique_ptr<ParamGroup_cls> FilterData_cls::MakeGroup(const wxString& name, 
 }
 
 wxString FilterData_cls::Serialize() {
-    wxString text = mCConfItemList.SerializeAll() + mpCObjectGroup->Serialize();
+    const wxString& folder = PDataSequence_cls::msStrProjectDir;
+    std::vector<wxString> kept;
+    for (ConfItemSTR_cls* path : GetPaths()) {
+        kept.push_back(path->mStrValue);
+        if (!folder.empty() && path->mStrValue != kNoPath)
+            path->mStrValue = FramePath_cls(path->mStrValue, mStrFolder).GetForProject(folder, mLastFrame);
+    }
+    wxString text = mCConfItemList.SerializeAll();
+    size_t next = 0;
+    for (ConfItemSTR_cls* path : GetPaths())
+        path->mStrValue = kept[next++];
+    text += mpCObjectGroup->Serialize();
     for (const auto& curve : mvpCColorCurve)
         text += curve->Serialize();
     return text;
@@ -71,6 +85,7 @@ void FilterData_cls::ReadBlock(std::wistream& stream) {
     bool bMore = ReadParamLine(own, &line);
     for (; bMore && !line.Contains("ParamGroup="); bMore = ReadParamLine(own, &line))
         if (!mCConfItemList.ReadStrLineAll(line)) ReadGroupOrCurve(own, line);
+    mStrFolder = PDataSequence_cls::msStrProjectDir;
     ChangeCustomName(NAME_TRANSLATED);
     for (; bMore; bMore = ReadParamLine(own, &line))
         ReadGroupOrCurve(own, line);

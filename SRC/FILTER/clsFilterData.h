@@ -14,6 +14,8 @@ enum NameWords { NAME_TRANSLATED = 0, NAME_PLAIN = 1 };
 
 /// Stands for the number in a name that is to be given by the list.
 extern const wxString kFilterNumber;
+/// A path that is none.
+extern const wxString kNoPath;
 
 class FilterData_cls : public SceneObj_cls {
 public:
@@ -31,6 +33,11 @@ public:
     /// Everything animated of it: the groups of its line on the time lines.
     const std::vector<ParamGroup_cls*>& GetGroups() const { return mpCObjectGroup->mVpCChilds; }
 
+    /// The paths among the items, which projects have as they lead from their folder.
+    virtual std::vector<ConfItemSTR_cls*> GetPaths() { return {}; }
+
+    wxString mStrFolder;             ///< of the project that it was read from; empty for a new one
+    int mLastFrame = 0;              ///< whose files were looked for last
     ConfItemList_cls mCConfItemList; ///< kinds add their own behind the first two
     ConfItemBOOL_cls mCValid;        ///< acts at all
     ConfItemSTR_cls mCName;          ///< unique in its list; begins the curves' identifiers

@@ -1,8 +1,15 @@
 #include "FILTER/clsFilterObject.h"
 
+#include <epoxy/gl.h>
+
 #include "COLORCURVE/clsColorCurve.h"
+#include "COMMON/FramePath.h"
 #include "FILTER/FilterFrame.h"
+#include "FILTER/FilterShapes.h"
 #include "FILTER/clsFilterCtrl.h"
+#include "GL/BASE/clsGLState.h"
+#include "GL/BASE/clsShaderCtrl.h"
+#include "GL/DRAW/clsGLAttribute.h"
 
 FilterObjectData_cls::FilterObjectData_cls() : FilterData_cls(true, true) {
     mCConfItemList.Add(&mCObjectType, "ObjectType=", "0");
@@ -24,4 +31,77 @@ void FilterObject_cls::OnSelected() {
 
 void FilterObject_cls::OnDeselected() {
     if (GetPCData()->mCTexture.mpCDialogLink) mpCFilterCtrl->ConnectTexture(nullptr, wxString());
+}
+
+// It comes back from its file with an undone step.
+void FilterObject_cls::OnRemoved() { mMesh.ClearMesh(); }
+
+void FilterObject_cls::GLDrawRealObject(int frame, double time, int lightNumber, bool bPerCopy) {
+    const FilterObjectData_cls& data = *GetPCData();
+    const unsigned type = data.mCObjectType.mValue;
+    if (!data.mCValid.mValue || type > FilterObjectData_cls::IMPORT) return;
+    if ((type == FilterObjectData_cls::IMPORT) != bPerCopy) return;
+    double place[3], angles[3], scale[3];
+    data.mpCTranslate->GetInterpolatedValue(place, time, Parameters_cls::kCurrent);
+    data.mpCRotate->GetInterpolatedValue(angles, time, Parameters_cls::kCurrent);
+    data.mpCScale->GetInterpolatedValue(scale, time, Parameters_cls::kCurrent);
+    ShaderCtrl_cls* shaders = GLAttribute_cls::mspCShaderCtrl;
+    const unsigned shader = data.mCTexture.mCShaderType.mValue;
+    const GLAttribScope_cls attributes;
+    const GLMatrixScope_cls matrix;
+    if (shaders) shaders->BeginShader(shader, lightNumber);
+    glTranslated(place[0], place[1], place[2]);
+    SetMaterial();
+    RotateZXY(angles);
+    glScaled(scale[0], scale[1], scale[2]);
+    glEnable(GL_NORMALIZE);
+    if (bPerCopy)
+        DrawMesh(frame);
+    else
+        DrawShape();
+    if (shaders) shaders->EndShader(int(shader));
+}
+
+void FilterObject_cls::SetMaterial() const {
+    constexpr float kShininess = 20.0f; // the texture's own is for ray-traced pictures
+    static const GLenum kNames[3] = {GL_AMBIENT, GL_DIFFUSE, GL_SPECULAR};
+    for (size_t k = 0; k < 3; ++k) {
+        float color[4];
+        GetPCData()->mvpCColorCurve[k]->GetColor4fNormal(color, 0.0f);
+        glMaterialfv(GL_FRONT_AND_BACK, kNames[k], color);
+    }
+    glMaterialf(GL_FRONT_AND_BACK, GL_SHININESS, kShininess);
+}
+
+void FilterObject_cls::DrawShape() const {
+    switch (GetPCData()->mCObjectType.mValue) {
+    case FilterObjectData_cls::BOX:
+        DrawSolidCube();
+        break;
+    case FilterObjectData_cls::PLANE:
+        DrawSolidSquare();
+        break;
+    case FilterObjectData_cls::SPHERE:
+        DrawSolidSphere();
+        break;
+    default:
+        break;
+    }
+}
+
+void FilterObject_cls::DrawMesh(int frame) {
+    FilterObjectData_cls& data = *GetPCData();
+    data.mLastFrame = frame;
+    const FramePath_cls path(data.mCImportPath.mStrValue, data.mStrFolder);
+    const wxString told = mLoader.Show(path.GetFile(frame), &mMesh);
+    if (!told.empty()) mpCFilterCtrl->Tell(data.mCName.mStrValue + ": " + told);
+    float columns[16] = {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1};
+    for (int column = 0; column < 3; ++column)
+        for (int row = 0; row < 3; ++row)
+            columns[4 * column + row] = data.mCArrayVector[column].mValue[row];
+    glDisable(GL_CULL_FACE);
+    glMultMatrixf(columns);
+    mGLMesh.Draw(mMesh);
+    // The film goes on to the next frame, mostly.
+    if (path.HasNumber()) mLoader.ReadAhead(path.GetFile(frame + 1));
 }

@@ -4,12 +4,16 @@
 #include "FILTER/clsFilterBase.h"
 #include "FILTER/clsFilterData.h"
 #include "FILTER/clsSceneObjTexture.h"
+#include "GL/DRAW/clsGLMesh.h"
+#include "MESH/clsMeshLoader.h"
+#include "MESH/clsPovObjectMesh.h"
 
 class FilterObjectData_cls final : public FilterData_cls {
 public:
     enum Type : unsigned { BOX = 0, PLANE = 1, SPHERE = 2, IMPORT = 3 };
 
     FilterObjectData_cls();
+    std::vector<ConfItemSTR_cls*> GetPaths() override { return {&mCImportPath}; }
 
     ConfItemUINT_cls mCObjectType;
     ConfItemSTR_cls mCImportPath;            ///< a pattern that gets the frame's number
@@ -23,4 +27,18 @@ public:
     void GLDraw(double time) const override;
     void OnSelected() override;
     void OnDeselected() override;
+    void OnRemoved() override;
+    /// The thing itself, lit by the first `lightNumber` lights. Copies of the data repeat meshes
+    /// (`bPerCopy`), and simple shapes stand there once. Needs a current OpenGL context with the camera, and
+    /// the place of the copy, in the model-view matrix.
+    void GLDrawRealObject(int frame, double time, int lightNumber, bool bPerCopy);
+
+private:
+    void SetMaterial() const;
+    void DrawShape() const;
+    void DrawMesh(int frame);
+
+    PovObjectMesh_cls mMesh;
+    MeshLoader_cls mLoader;
+    GLMesh_cls mGLMesh;
 };

@@ -1,9 +1,11 @@
 // Draws connections between pairs of particles: bonds, links.
 #pragma once
 
+#include "BOND/clsPovObjectSticks.h"
 #include "FILTER/clsFilterBase.h"
 #include "FILTER/clsFilterData.h"
 #include "FILTER/clsSceneObjTexture.h"
+#include "GL/DRAW/clsGLSticks.h"
 
 class FilterStickData_cls final : public FilterData_cls {
 public:
@@ -11,6 +13,7 @@ public:
     enum Source : unsigned { LOAD_FILE = 0, CALCULATE = 1 };
 
     FilterStickData_cls();
+    std::vector<ConfItemSTR_cls*> GetPaths() override { return {&mCStickPath}; }
 
     ConfItemUINT_cls mCStickType;
     ConfItemFLOAT_cls mCStickRadius; ///< of a cylinder
@@ -30,4 +33,15 @@ class FilterStick_cls final : public FilterOf_cls<FilterStickData_cls, FILTER_ST
 public:
     void OnSelected() override;
     void OnDeselected() override;
+    void OnRemoved() override;
+    /// The sticks of a frame's particles in a copy that has neighbours in the directions of `copyMask`
+    /// (PovObjectSticks_cls). Needs a current OpenGL context with the copy's place in the model-view matrix.
+    /// False: told to stop.
+    bool GLDrawStick(const StickParticles_st& particles, unsigned copyMask, int frame);
+
+private:
+    wxString MakeList(const StickParticles_st& particles, int frame);
+
+    PovObjectSticks_cls mSticks;
+    GLSticks_cls mGLSticks;
 };

@@ -33,6 +33,8 @@ private:
     void DrawDataLitDiffuse(int lightIndex);
     void DrawDataLit(bool bShadowPass);
     void DrawDataCopyLoop(bool bShadowPass);
+    void DrawSticks(const FilterCopy_cls* pCopies, long long number);
+    void DrawRealObjectCopyLoop();
     void DrawFilters();
     FilterDataBoxData_cls* GetDataBox() const;
     const FilterCopy_cls* GetCopies(long long* pNumber) const;

@@ -7,16 +7,19 @@
 #include "FILTER/clsFilterDataBox.h"
 #include "FILTER/clsFilterFog.h"
 #include "FILTER/clsFilterLists.h"
+#include "FILTER/clsFilterStick.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/DRAW/PlaceMatrix.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsDrawProgress.h"
 #include "GL/DRAW/clsGLDrawData.h"
 #include "GL/DRAW/clsGLSequence.h"
+#include "GL/DRAW/clsSnapData.h"
 #include "GL/VIEW/DrawCopies.h"
 #include "GL/VIEW/clsViewHost.h"
 #include "GL/VIEW/clsViewMessage.h"
 #include "GL/VIEW/clsViewSettings.h"
+#include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSequence.h"
 #include "SCENE/clsLightSRCCtrl.h"
 
@@ -89,7 +92,7 @@ void ViewScene_cls::DrawDataLit(bool bShadowPass) {
     GLSequence_cls& data = GLSequence_cls::Of(*mContext.mHost.GetPCActiveFileSequence());
     data.SetCameraInfo(mCFaceCam, box ? place : nullptr);
     const BoxScope_cls inBox(box, box && GetPlaceDeterminant(place) < 0.0);
-    // Mesh objects are drawn first (DrawRealObjectCopyLoop).
+    DrawRealObjectCopyLoop();
     if (mContext.mSettings.mShowData.mValue && mContext.mMoment.bData) DrawDataCopyLoop(bShadowPass);
 }
 
@@ -129,7 +132,62 @@ void ViewScene_cls::DrawDataCopyLoop(bool bShadowPass) {
         GLSequence_cls::Of(sequence).GLDrawData(face, frame, mContext.mMoment.dt, lights.GetLightNumber(),
                                                 light, 0.0, 0.0, bShadowPass, mContext.mSettings.mPanelIndex);
     });
-    // Sticks of all copies come behind the last particle, in a loop of their own.
+    if (!DrawProgress_cls::WasCut()) DrawSticks(copies, number);
+}
+
+namespace {
+
+/// The particles as they were drawn.
+StickParticles_st ParticlesOf(const SnapData_cls& snap) {
+    StickParticles_st particles;
+    particles.mpPos = snap.mpPos;
+    particles.mpType = snap.mpType;
+    particles.mpID = snap.mpCBlock && snap.mpCBlock->mbAllocated ? snap.mpCBlock->mpID : nullptr;
+    particles.mCount = snap.mNumber;
+    particles.mStep = snap.mStep;
+    particles.mTime = static_cast<float>(snap.mTime);
+    particles.mVersion = snap.mSerial;
+    return particles;
+}
+
+} // namespace
+
+// Of all copies behind the last particle: they are solid, and the order of what is transparent isn't theirs.
+void ViewScene_cls::DrawSticks(const FilterCopy_cls* pCopies, long long number) {
+    FilterLists_cls* filters = mContext.mHost.GetPCFilters();
+    const SnapData_cls* snap = GLDrawData_cls::mspCSnapShot;
+    if (!filters || !snap || !snap->mbAllocated) return;
+    const std::vector<FilterStick_cls*> sticks = filters->GetObject().GetVpCSticks();
+    if (sticks.empty()) return;
+    const GLAttribScope_cls attributes;
+    if (pCopies) {
+        glDepthMask(GL_TRUE);
+        glEnable(GL_DEPTH_TEST);
+    }
+    const StickParticles_st particles = ParticlesOf(*snap);
+    DrawCopies(pCopies, number, 0.0f, [&](long long copy) {
+        const unsigned mask = pCopies ? static_cast<unsigned>(pCopies->GetBitBoundary(copy)) : 0u;
+        for (FilterStick_cls* stick : sticks)
+            if (!stick->GLDrawStick(particles, mask, mContext.mMoment.dataFrame)) return;
+    });
+}
+
+// Meshes stand in each copy, simple shapes once.
+void ViewScene_cls::DrawRealObjectCopyLoop() {
+    FilterLists_cls* filters = mContext.mHost.GetPCFilters();
+    if (!filters || !filters->GetObject().IsObjectExist()) return;
+    const GLAttribScope_cls attributes;
+    glDepthMask(GL_TRUE);
+    glEnable(GL_DEPTH_TEST);
+    const int lights = mContext.mHost.GetPCLightSRCCtrl()->GetLightNumber();
+    const auto draw = [&](bool bPerCopy) {
+        filters->GetObject().GLDrawRealObject(mContext.mMoment.dataFrame, mContext.mMoment.doubleIndex,
+                                              lights, bPerCopy);
+    };
+    long long number = 1;
+    const FilterCopy_cls* copies = GetCopies(&number);
+    DrawCopies(copies, number, 0.0f, [&](long long) { draw(true); });
+    draw(false);
 }
 
 // Their frames; a list that holds none of those draws nothing.
