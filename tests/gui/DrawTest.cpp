@@ -138,7 +138,6 @@ void DrawTest::Draw(const std::vector<Particle_st>& particles) {
         GLSequence_cls::DrawSnapshot(0, *mSnap, &mDraw, attributes, 0.0);
         if (mDrawMore) mDrawMore();
     }
-    if (mDrawMore) mDrawMore();
     EXPECT_EQ(glGetError(), GLenum(GL_NO_ERROR));
     GLint program = 0;
     glGetIntegerv(GL_CURRENT_PROGRAM, &program);

@@ -62,7 +62,6 @@ protected:
     GLPerspective_cls mPerspective{96, 96};
     DrawOption_cls mOption;
     std::array<std::unique_ptr<GLAttribute_cls>, 4> mAttribute;
-    std::function<void()> mDrawMore; ///< behind the particles
     GLDrawData_cls mDraw;
     TempDir_cls mDir;
 

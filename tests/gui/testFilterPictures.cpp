@@ -282,9 +282,8 @@ TEST_F(FilterPictures, AbortStopsCopiesAtOnce) {
         points[i] = {20, 0.0001 * double(i), 0};
     Show(points);
     AddCopies({0, 0, 0}, {400, 100, 1});
-    const auto connected = UpdateStatusBar_cls::GetConnected();
     std::chrono::steady_clock::time_point pressed;
-    UpdateStatusBar_cls::Connect([&pressed] {
+    const auto connected = UpdateStatusBar_cls::Connect([&pressed] {
         if (!GbAbort.exchange(true)) pressed = std::chrono::steady_clock::now();
     });
     Repaint();
