@@ -74,22 +74,22 @@ TEST_F(Filters, RowsFollowWhatIsChosen) {
     const FilterBase_cls* object = Add(ID_FILTER_OBJECT, 1);
     MultiInputPanel_cls* rows = Panel(object).GetPCPanel();
     const int closed = Panel(object).GetWindow()->GetSize().y;
-    EXPECT_FALSE(rows->IsRowShown(1)) << "a box has no path";
+    EXPECT_FALSE(rows->GetField(1)->IsShown()) << "a box has no path";
     Choose(rows->GetField(0), 3); // Import
-    EXPECT_TRUE(rows->IsRowShown(1));
+    EXPECT_TRUE(rows->GetField(1)->IsShown());
     EXPECT_GT(Panel(object).GetWindow()->GetSize().y, closed);
     Snap("import");
     Menu(ID_UNDO);
-    EXPECT_FALSE(rows->IsRowShown(1));
+    EXPECT_FALSE(rows->GetField(1)->IsShown());
     EXPECT_EQ(Panel(object).GetWindow()->GetSize().y, closed);
 
     rows = Panel(Add(ID_FILTER_FOG, 2)).GetPCPanel();
-    EXPECT_TRUE(rows->IsRowShown(2));
-    EXPECT_FALSE(rows->IsRowShown(3));
+    EXPECT_TRUE(rows->GetField(2)->IsShown());
+    EXPECT_FALSE(rows->GetField(3)->IsShown());
     Change(rows->GetField(0));
     Change(rows->GetField(0)); // LINEAR
-    EXPECT_FALSE(rows->IsRowShown(2));
-    EXPECT_TRUE(rows->IsRowShown(3));
+    EXPECT_FALSE(rows->GetField(2)->IsShown());
+    EXPECT_TRUE(rows->GetField(3)->IsShown());
 }
 
 TEST_F(Filters, PathsAndTheMatrixOfAMesh) {

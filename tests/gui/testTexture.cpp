@@ -65,17 +65,17 @@ TEST_F(Texture, RowsFollowTheirTypes) {
     FilterBase_cls* object = Add(ID_FILTER_OBJECT, 1);
     Lists().SelectFilter(object, true);
     MultiInputPanel_cls* panel = mpGUI->GetPCPanel(0);
-    EXPECT_FALSE(panel->IsRowShown(3)) << "Alpha";
+    EXPECT_FALSE(panel->GetField(3)->IsShown()) << "Alpha";
     Change(panel->GetField(2));
-    EXPECT_TRUE(panel->IsRowShown(3));
+    EXPECT_TRUE(panel->GetField(3)->IsShown());
     Menu(ID_UNDO);
-    EXPECT_FALSE(panel->IsRowShown(3));
-    EXPECT_FALSE(mpGUI->GetPCPanel(1)->IsRowShown(4)) << "degree of the second layer";
+    EXPECT_FALSE(panel->GetField(3)->IsShown());
+    EXPECT_FALSE(mpGUI->GetPCPanel(1)->GetField(4)->IsShown()) << "degree of the second layer";
     Change(mpGUI->GetPCPanel(1)->GetField(3));
-    EXPECT_TRUE(mpGUI->GetPCPanel(1)->IsRowShown(4));
-    EXPECT_FALSE(mpGUI->GetPCPanel(1)->IsRowShown(1));
+    EXPECT_TRUE(mpGUI->GetPCPanel(1)->GetField(4)->IsShown());
+    EXPECT_FALSE(mpGUI->GetPCPanel(1)->GetField(1)->IsShown());
     Change(mpGUI->GetPCPanel(2)->GetField(0));
-    EXPECT_TRUE(mpGUI->GetPCPanel(2)->IsRowShown(2));
+    EXPECT_TRUE(mpGUI->GetPCPanel(2)->GetField(2)->IsShown());
     // The shader stands in the filter's panel, too.
     Change(panel->GetField(0));
     Settle();
