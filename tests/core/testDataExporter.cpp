@@ -325,7 +325,7 @@ TEST(ExportSettings, ReadBackAndSayWhatFilesHold) {
     DataExporter_cls one(nullptr);
     EXPECT_EQ(one.Serialize(),
               "DataExportDataType=0\nDataExportGrammerHead=0 1\nDataExportGrammerBody=0 1 5 6 7 8\n"
-              "DataExportLastSavedFile=NONE\nDataExportInitNum=0\n");
+              "DataExportLastSavedFile=NONE\nDataExportInitNum=0\nDataExportFiltered=0\n");
     one.SetBodyGrammer({8, 4});
     one.mCInitNum.mValue = 30;
     one.mCLastSavedFile.mStrValue = "/a b/c%02d";

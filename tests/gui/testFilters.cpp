@@ -134,7 +134,7 @@ TEST_F(Filters, PathsAndTheMatrixOfAMesh) {
 
     rows = Panel(Add(ID_FILTER_STICK, 1)).GetPCPanel();
     const int path = rows->GetRowCount() - 1;
-    EXPECT_TRUE(rows->IsRowShown(path));
+    EXPECT_TRUE(rows->GetField(path)->IsShown());
     Answer("/data/pairs.bond");
     ClickOn(rows->GetField(path, 1));
     EXPECT_EQ(dynamic_cast<wxTextCtrl*>(rows->GetField(path))->GetValue(), "/data/pairs.bond");

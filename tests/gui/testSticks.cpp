@@ -79,8 +79,9 @@ protected:
         glMaterialfv(GL_FRONT_AND_BACK, GL_AMBIENT, colors[0]);
         glMaterialfv(GL_FRONT_AND_BACK, GL_DIFFUSE, colors[1]);
         glMaterialfv(GL_FRONT_AND_BACK, GL_SPECULAR, colors[2]);
-        float axis[3] = {pSecond[0] - pFirst[0], pSecond[1] - pFirst[1], pSecond[2] - pFirst[2]};
-        float side[3] = {0, 0, 1}, third[3];
+        double axis[3], side[3] = {0, 0, 1}, third[3];
+        for (int i = 0; i < 3; ++i)
+            axis[i] = double(pSecond[i] - pFirst[i]);
         if (!MyVector::Normalize(axis) || !MyVector::Orthogonalize(axis, side)) return;
         MyVector::Normalize(side);
         MyVector::GetCrossedVector(side, axis, third);
@@ -89,7 +90,7 @@ protected:
             const double angle = k * M_PI / 6;
             float normal[3];
             for (int i = 0; i < 3; ++i)
-                normal[i] = float(std::cos(angle)) * side[i] + float(std::sin(angle)) * third[i];
+                normal[i] = float(std::cos(angle) * side[i] + std::sin(angle) * third[i]);
             glNormal3fv(normal);
             for (const float* pEnd : {pFirst, pSecond})
                 glVertex3f(pEnd[0] + mStyle.mRadius * normal[0], pEnd[1] + mStyle.mRadius * normal[1],
