@@ -59,9 +59,11 @@ wxString FilterStick_cls::MakeList(const StickParticles_st& particles, int frame
         return mSticks.CalcFromData(particles, frame, rule);
     }
     data.mLastFrame = frame;
-    if (data.mCStickPath.mStrValue != kNoPath)
-        return mSticks.ReadListFromFile(
-            FramePath_cls(data.mCStickPath.mStrValue, data.mStrFolder).GetFile(frame));
+    if (data.mCStickPath.mStrValue != kNoPath) {
+        const wxString file = FramePath_cls(data.mCStickPath.mStrValue, data.mStrFolder).GetFile(frame);
+        const wxString told = mSticks.ReadListFromFile(file);
+        return told.empty() ? told : file + ": " + told;
+    }
     mSticks.ClearList();
     return wxString();
 }

@@ -7,6 +7,7 @@
 #include <wx/ctrlsub.h>
 #include <wx/dialog.h>
 #include <wx/evtloop.h>
+#include <wx/scrolwin.h>
 #include <wx/stopwatch.h>
 #include <wx/textctrl.h>
 #include <wx/timer.h>
@@ -38,6 +39,24 @@ std::function<bool()> ActiveOrGone(const TopRef& top) {
     return [top] { return !top || !top->IsShown() || top->IsActive(); };
 }
 
+/// A page that is higher than its book shows the point, as the user would turn it there.
+void ScrollTo(wxWindow* window, wxPoint point) {
+    for (wxWindow* parent = window->GetParent(); parent && !parent->IsTopLevel();
+         parent = parent->GetParent()) {
+        auto* page = dynamic_cast<wxScrolledWindow*>(parent);
+        if (!page) continue;
+        constexpr int kMargin = 12;
+        const int y = page->ScreenToClient(window->ClientToScreen(point)).y;
+        const int height = page->GetClientSize().y;
+        if (y >= kMargin && y < height - kMargin) continue;
+        int stepX = 0, stepY = 0, left = 0, top = 0;
+        page->GetScrollPixelsPerUnit(&stepX, &stepY);
+        if (stepY <= 0) continue;
+        page->GetViewStart(&left, &top);
+        page->Scroll(-1, std::max(top + (y - height / 2) / stepY, 0));
+    }
+}
+
 } // namespace
 
 void GuiTest::Arrive(bool bFrame) {
@@ -56,6 +75,7 @@ void GuiTest::Arrive(bool bFrame) {
 }
 
 void GuiTest::MoveTo(wxWindow* window, wxPoint point) {
+    ScrollTo(window, point);
     GuiEvents_cls::Move(window->ClientToScreen(point));
     Arrive(false);
 }

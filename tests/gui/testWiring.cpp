@@ -56,7 +56,7 @@ TEST_F(Wiring, EveryBlockOfAProjectStandsInItsPlace) {
                                    "FBOBufferSize=",
                                    nullptr,
                                    "Panel0ShowMessage=",
-                                   nullptr,
+                                   "---FilterCtrl0Begin\n",
                                    "ImgSequenceInitNum="};
     const std::vector<ProjectBlock_st>& blocks = GetProjectBlocks();
     ASSERT_EQ(blocks.size(), std::size(kBegins));
