@@ -35,6 +35,41 @@ void PassSignalsOn() {
     }
 }
 
+/// Until the film has its own, a signal ends it.
+void DropSignals() {
+    for (const int signal : kEndSignals) {
+        struct sigaction old {};
+        if (sigaction(signal, nullptr, &old) == 0 && old.sa_sigaction == PassOn) std::signal(signal, SIG_DFL);
+    }
+}
+
+/// Signals that end us wait as long as this lives: none may come while nobody knows whom it is for.
+class SignalsWait_cls {
+public:
+    SignalsWait_cls() {
+        sigset_t ends;
+        sigemptyset(&ends);
+        for (const int signal : kEndSignals)
+            sigaddset(&ends, signal);
+        sigprocmask(SIG_BLOCK, &ends, &mBefore);
+    }
+    ~SignalsWait_cls() { sigprocmask(SIG_SETMASK, &mBefore, nullptr); }
+    SignalsWait_cls(const SignalsWait_cls&) = delete;
+    SignalsWait_cls& operator=(const SignalsWait_cls&) = delete;
+
+private:
+    sigset_t mBefore;
+};
+
+pid_t Fork() {
+    const SignalsWait_cls wait;
+    PassSignalsOn();
+    const pid_t child = fork();
+    if (child > 0) sChild = child;
+    if (child == 0) DropSignals();
+    return child;
+}
+
 /// All that the child has said, once it is gone.
 bool HasSaid(int pipe, GuardWord word, bool* pbBegun) {
     bool bSaid = false;
@@ -88,12 +123,10 @@ int RunGuarded(const std::function<int()>& film) {
     int ends[2];
     if (pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0) return film();
     const pid_t parent = getpid();
-    PassSignalsOn();
-    const pid_t child = fork();
+    const pid_t child = Fork();
     if (child != 0) {
         close(ends[1]);
         if (child < 0) return film();
-        sChild = child;
         return Watch(child, ends[0]);
     }
     close(ends[0]);
