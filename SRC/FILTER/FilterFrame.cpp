@@ -2,6 +2,7 @@
 
 #include <epoxy/gl.h>
 
+#include "COMMON/clsMyVector.h"
 #include "FILTER/clsFilterData.h"
 #include "GL/BASE/clsGLState.h"
 
@@ -12,10 +13,29 @@ void SetFrameColor(const FilterData_cls& data) {
         glColor4f(0.3f, 0.8f, 0.3f, 1.0f);
 }
 
-void RotateZXY(const double angles[3]) {
-    glRotated(angles[2], 0, 0, 1);
-    glRotated(angles[0], 1, 0, 0);
-    glRotated(angles[1], 0, 1, 0);
+FilterPlacement_st::FilterPlacement_st(const FilterData_cls& data, double time) {
+    data.mpCTranslate->GetInterpolatedValue(mPlace, time, Parameters_cls::kCurrent);
+    data.mpCRotate->GetInterpolatedValue(mAngles, time, Parameters_cls::kCurrent);
+    data.mpCScale->GetInterpolatedValue(mScale, time, Parameters_cls::kCurrent);
+}
+
+void FilterPlacement_st::Multiply() const {
+    glTranslated(mPlace[0], mPlace[1], mPlace[2]);
+    glRotated(mAngles[2], 0, 0, 1);
+    glRotated(mAngles[0], 1, 0, 0);
+    glRotated(mAngles[1], 0, 1, 0);
+    glScaled(mScale[0], mScale[1], mScale[2]);
+}
+
+void FilterPlacement_st::Transform(float* p) const {
+    double v[3];
+    for (int i = 0; i < 3; ++i)
+        v[i] = double(p[i]) * mScale[i];
+    MyVector::Rotate(v, mAngles[1], 1);
+    MyVector::Rotate(v, mAngles[0], 0);
+    MyVector::Rotate(v, mAngles[2], 2);
+    for (int i = 0; i < 3; ++i)
+        p[i] = float(v[i] + mPlace[i]);
 }
 
 void DrawUnitBox() {
@@ -32,14 +52,8 @@ void DrawUnitBox() {
 
 void DrawFilterFrame(const FilterData_cls& data, double time) {
     if (!data.mpCObjectGroup->mbVisible) return;
-    double place[3], angles[3], scale[3];
-    data.mpCTranslate->GetInterpolatedValue(place, time, Parameters_cls::kCurrent);
-    data.mpCRotate->GetInterpolatedValue(angles, time, Parameters_cls::kCurrent);
-    data.mpCScale->GetInterpolatedValue(scale, time, Parameters_cls::kCurrent);
     const GLMatrixScope_cls matrix;
     SetFrameColor(data);
-    glTranslated(place[0], place[1], place[2]);
-    RotateZXY(angles);
-    glScaled(scale[0], scale[1], scale[2]);
+    FilterPlacement_st(data, time).Multiply();
     DrawUnitBox();
 }

@@ -7,11 +7,23 @@ class FilterData_cls;
 /// Needs a current OpenGL context with the camera in the model-view matrix.
 void DrawFilterFrame(const FilterData_cls& data, double time);
 
-// Pieces of it, for filters that place their frame in their own way.
+/// Where a filter stands at a time: it is scaled, turned about y, then x, then z, and moved.
+struct FilterPlacement_st {
+    FilterPlacement_st(const FilterData_cls& data, double time);
+
+    /// Onto the current OpenGL matrix.
+    void Multiply() const;
+    /// A point of the filter in the scene.
+    void Transform(float* p) const;
+
+    double mPlace[3];
+    double mAngles[3]; ///< degrees
+    double mScale[3];
+};
+
+// Pieces of the frame, for filters that have one of their own.
 
 /// The frame's colour for this filter becomes current.
 void SetFrameColor(const FilterData_cls& data);
-/// Turn about z, then x, then y by the rotation's values in degrees.
-void RotateZXY(const double angles[3]);
 /// From -0.5 to 0.5, in the current colour.
 void DrawUnitBox();

@@ -1,6 +1,8 @@
 #include "FILTER/clsFilterBase.h"
 
+#include "FILTER/clsFilterCtrl.h"
 #include "FILTER/clsFilterData.h"
+#include "FILTER/clsSceneObjTexture.h"
 
 FilterBase_cls::FilterBase_cls(FilterType type, std::unique_ptr<FilterData_cls> pData)
     : mpCData(std::move(pData)), mCFilterType("FilterType=", wxString::Format("%d", int(type))) {
@@ -13,11 +15,18 @@ bool FilterBase_cls::Select(bool bSelected) {
     if (mpCData->mbSelected == bSelected) return false;
     mpCData->Select(bSelected);
     if (mpCGUI) mpCGUI->ShowSelected(bSelected);
-    if (bSelected)
-        OnSelected();
-    else
-        OnDeselected();
+    ConnectTexture(bSelected);
     return true;
+}
+
+// The texture dialog shows what belongs to the selected filter.
+void FilterBase_cls::ConnectTexture(bool bSelected) const {
+    SceneObjTexture_cls* texture = mpCData->GetTexture();
+    if (!texture) return;
+    if (bSelected)
+        mpCFilterCtrl->ConnectTexture(texture, mpCData->mCName.mStrValue);
+    else if (texture->mpCDialogLink)
+        mpCFilterCtrl->ConnectTexture(nullptr, wxString());
 }
 
 // Names are written in the words of the kinds, whatever the user's language.

@@ -42,10 +42,6 @@ public:
     virtual void Weigh(const WeighedList_st& list, float* pWeight) const;
     /// Its frame in the views; needs a current OpenGL context.
     virtual void GLDraw(double time) const;
-    /// It was selected by the user.
-    virtual void OnSelected() {}
-    /// Another one was selected, or none, or it goes.
-    virtual void OnDeselected() {}
     /// It left its list, maybe for good.
     virtual void OnRemoved() {}
 
@@ -56,6 +52,9 @@ public:
 
 protected:
     FilterBase_cls(FilterType type, std::unique_ptr<FilterData_cls> pData);
+
+private:
+    void ConnectTexture(bool bSelected) const;
 };
 
 /// A filter with the settings of its kind.

@@ -8,6 +8,7 @@
 #include "SCENE/clsSceneObj.h"
 
 class ColorCurve_cls;
+class SceneObjTexture_cls;
 
 /// What ChangeCustomName makes of the kinds' words in a name.
 enum NameWords { NAME_TRANSLATED = 0, NAME_PLAIN = 1 };
@@ -35,6 +36,8 @@ public:
 
     /// The paths among the items, which projects have as they lead from their folder.
     virtual std::vector<ConfItemSTR_cls*> GetPaths() { return {}; }
+    /// The look of its surface; null where it has none.
+    virtual SceneObjTexture_cls* GetTexture() { return nullptr; }
 
     wxString mStrFolder;             ///< of the project that it was read from; empty for a new one
     int mLastFrame = 0;              ///< whose files were looked for last

@@ -69,17 +69,14 @@ void FilterDataBoxData_cls::PlaceNow(float* pPos) {
 void FilterDataBox_cls::GLDraw(double time) const {
     const FilterDataBoxData_cls& data = *GetPCData();
     if (!data.mpCObjectGroup->mbVisible || !data.mCValid.mValue) return;
-    double place[3], anchor[3], angles[3], scale[3];
-    Evaluate(*data.mpCTranslate, time, place);
+    FilterPlacement_st placement(data, time);
+    double anchor[3];
     Evaluate(*data.mpCAnchor, time, anchor);
-    Evaluate(*data.mpCRotate, time, angles);
-    Evaluate(*data.mpCScale, time, scale);
+    for (int i = 0; i < 3; ++i)
+        placement.mPlace[i] += anchor[i];
     const GLMatrixScope_cls matrix;
     SetFrameColor(data);
-    glTranslated(place[0], place[1], place[2]);
-    glTranslated(anchor[0], anchor[1], anchor[2]);
-    RotateZXY(angles);
-    glScaled(scale[0], scale[1], scale[2]);
+    placement.Multiply();
     DrawUnitBox();
     DrawCross();
 }

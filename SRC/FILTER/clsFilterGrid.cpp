@@ -3,7 +3,6 @@
 #include <epoxy/gl.h>
 
 #include "COLORCURVE/clsColorCurve.h"
-#include "COMMON/clsMyVector.h"
 #include "FILTER/FilterFrame.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/BASE/clsGrid.h"
@@ -12,33 +11,6 @@
 namespace {
 
 constexpr int kSphereLevel = 3;
-
-/// Where a filter stands at a time.
-struct Placement_st {
-    double mPlace[3], mAngles[3], mScale[3];
-
-    Placement_st(const FilterData_cls& data, double time) {
-        data.mpCTranslate->GetInterpolatedValue(mPlace, time, Parameters_cls::kCurrent);
-        data.mpCRotate->GetInterpolatedValue(mAngles, time, Parameters_cls::kCurrent);
-        data.mpCScale->GetInterpolatedValue(mScale, time, Parameters_cls::kCurrent);
-    }
-    void Multiply() const {
-        glTranslated(mPlace[0], mPlace[1], mPlace[2]);
-        RotateZXY(mAngles);
-        glScaled(mScale[0], mScale[1], mScale[2]);
-    }
-    /// A point of the filter in the scene.
-    void Transform(float* p) const {
-        double v[3];
-        for (int i = 0; i < 3; ++i)
-            v[i] = double(p[i]) * mScale[i];
-        MyVector::Rotate(v, mAngles[1], 1);
-        MyVector::Rotate(v, mAngles[0], 0);
-        MyVector::Rotate(v, mAngles[2], 2);
-        for (int i = 0; i < 3; ++i)
-            p[i] = float(v[i] + mPlace[i]);
-    }
-};
 
 } // namespace
 
@@ -58,7 +30,7 @@ void FilterGrid_cls::GLDraw(double time) const {
 void FilterGrid_cls::GLDrawRealGrid(double time, Tags* pTags) const {
     const FilterGridData_cls& data = *GetPCData();
     if (!data.mCValid.mValue || !data.mCVisible.mValue) return;
-    const Placement_st placement(data, time);
+    const FilterPlacement_st placement(data, time);
     const GLMatrixScope_cls matrix;
     float color[4];
     data.mpCColor->GetColor4fNormal(color, 0.0f);

@@ -25,14 +25,6 @@ FilterObjectData_cls::FilterObjectData_cls() : FilterData_cls(true, true) {
 
 void FilterObject_cls::GLDraw(double time) const { DrawFilterFrame(*GetPCData(), time); }
 
-void FilterObject_cls::OnSelected() {
-    mpCFilterCtrl->ConnectTexture(&GetPCData()->mCTexture, GetPCData()->mCName.mStrValue);
-}
-
-void FilterObject_cls::OnDeselected() {
-    if (GetPCData()->mCTexture.mpCDialogLink) mpCFilterCtrl->ConnectTexture(nullptr, wxString());
-}
-
 // It comes back from its file with an undone step.
 void FilterObject_cls::OnRemoved() { mMesh.ClearMesh(); }
 
@@ -41,19 +33,13 @@ void FilterObject_cls::GLDrawRealObject(int frame, double time, int lightNumber,
     const unsigned type = data.mCObjectType.mValue;
     if (!data.mCValid.mValue || type > FilterObjectData_cls::IMPORT) return;
     if ((type == FilterObjectData_cls::IMPORT) != bPerCopy) return;
-    double place[3], angles[3], scale[3];
-    data.mpCTranslate->GetInterpolatedValue(place, time, Parameters_cls::kCurrent);
-    data.mpCRotate->GetInterpolatedValue(angles, time, Parameters_cls::kCurrent);
-    data.mpCScale->GetInterpolatedValue(scale, time, Parameters_cls::kCurrent);
     ShaderCtrl_cls* shaders = GLAttribute_cls::mspCShaderCtrl;
     const unsigned shader = data.mCTexture.mCShaderType.mValue;
     const GLAttribScope_cls attributes;
     const GLMatrixScope_cls matrix;
     if (shaders) shaders->BeginShader(shader, lightNumber);
-    glTranslated(place[0], place[1], place[2]);
     SetMaterial();
-    RotateZXY(angles);
-    glScaled(scale[0], scale[1], scale[2]);
+    FilterPlacement_st(data, time).Multiply();
     glEnable(GL_NORMALIZE);
     if (bPerCopy)
         DrawMesh(frame);

@@ -14,6 +14,7 @@ public:
 
     FilterObjectData_cls();
     std::vector<ConfItemSTR_cls*> GetPaths() override { return {&mCImportPath}; }
+    SceneObjTexture_cls* GetTexture() override { return &mCTexture; }
 
     ConfItemUINT_cls mCObjectType;
     ConfItemSTR_cls mCImportPath;            ///< a pattern that gets the frame's number
@@ -25,8 +26,6 @@ public:
 class FilterObject_cls final : public FilterOf_cls<FilterObjectData_cls, FILTER_OBJECT> {
 public:
     void GLDraw(double time) const override;
-    void OnSelected() override;
-    void OnDeselected() override;
     void OnRemoved() override;
     /// The thing itself, lit by the first `lightNumber` lights. Copies of the data repeat meshes
     /// (`bPerCopy`), and simple shapes stand there once. Needs a current OpenGL context with the camera, and

@@ -36,14 +36,6 @@ FilterStickData_cls::FilterStickData_cls() : FilterData_cls(false, true) {
     mCTexture.AddTo(&mCConfItemList);
 }
 
-void FilterStick_cls::OnSelected() {
-    mpCFilterCtrl->ConnectTexture(&GetPCData()->mCTexture, GetPCData()->mCName.mStrValue);
-}
-
-void FilterStick_cls::OnDeselected() {
-    if (GetPCData()->mCTexture.mpCDialogLink) mpCFilterCtrl->ConnectTexture(nullptr, wxString());
-}
-
 void FilterStick_cls::OnRemoved() { mSticks.ClearList(); }
 
 wxString FilterStick_cls::MakeList(const StickParticles_st& particles, int frame) {

@@ -14,6 +14,7 @@ public:
 
     FilterStickData_cls();
     std::vector<ConfItemSTR_cls*> GetPaths() override { return {&mCStickPath}; }
+    SceneObjTexture_cls* GetTexture() override { return &mCTexture; }
 
     ConfItemUINT_cls mCStickType;
     ConfItemFLOAT_cls mCStickRadius; ///< of a cylinder
@@ -31,8 +32,6 @@ public:
 
 class FilterStick_cls final : public FilterOf_cls<FilterStickData_cls, FILTER_STICK> {
 public:
-    void OnSelected() override;
-    void OnDeselected() override;
     void OnRemoved() override;
     /// The sticks of a frame's particles in a copy that has neighbours in the directions of `copyMask`
     /// (PovObjectSticks_cls). Needs a current OpenGL context with the copy's place in the model-view matrix.
