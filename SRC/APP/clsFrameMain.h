@@ -116,6 +116,7 @@ private:
     ViewLinks_st GetViewLinks();
     /// Sashes and focus, while the window comes to the screen.
     void PlaceAtStart();
+    void LimitIdleEvents();
     void BindHandlers();
 
     // clsFrameMainIdle.cpp

@@ -20,7 +20,15 @@
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
 #include "WIDGET/clsMultiInputPanel.h"
 
+// The books hold hundreds of fields; what is asked of every window in every idle moment costs milliseconds.
+void FrameMain_cls::LimitIdleEvents() {
+    wxIdleEvent::SetMode(wxIDLE_PROCESS_SPECIFIED);
+    wxUpdateUIEvent::SetMode(wxUPDATE_UI_PROCESS_SPECIFIED);
+    SetExtraStyle(GetExtraStyle() | wxWS_EX_PROCESS_IDLE | wxWS_EX_PROCESS_UI_UPDATES);
+}
+
 void FrameMain_cls::BindHandlers() {
+    LimitIdleEvents();
     BindMenu(*this, this, ID_RESIZED_TL, &FrameMain_cls::OnMenuResizedTL);
     BindMenu(*this, this, ID_SHORTCUT, &FrameMain_cls::OnMenuShortcut);
     Bind(wxEVT_IDLE, &FrameMain_cls::OnIdle, this);

@@ -126,11 +126,16 @@ void PDataSequence_cls::PrepareIndex(int index, double frac, bool bForce, bool b
     GetSnap(index)->PrepareData(NeedsSlopes(frac, bForce), bWait);
 }
 
-void PDataSequence_cls::SetSnipping(int index) { GetSnap(index)->mbSnipping = true; }
+void PDataSequence_cls::SetSnipping(int index) {
+    PDataSnap_cls* pSnap = GetSnap(index);
+    pSnap->mbSnipping = true;
+    mvpCSnipped.push_back(pSnap);
+}
 
 void PDataSequence_cls::ClearSnipping() {
-    for (PDataSnap_cls* pSnap : mpCSnap)
+    for (PDataSnap_cls* pSnap : mvpCSnipped)
         pSnap->mbSnipping = false;
+    mvpCSnipped.clear();
 }
 
 long long PDataSequence_cls::GetUsedTotalMemoryMB() const {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <istream>
+#include <vector>
 
 #include <wx/string.h>
 
@@ -77,6 +78,7 @@ private:
     void SetIndividualFilenames();
 
     std::unique_ptr<SequenceDrawing_cls> mpCDrawing;
+    std::vector<PDataSnap_cls*> mvpCSnipped; ///< those with a key, as ClearSnipping finds them
     wxString mStrGivenPath;
     wxString mStrLastProjectDir; ///< folder that a relative path was last found in: undo opens it again
 };

@@ -63,6 +63,7 @@ ColorCurveGUI_cls::ColorCurveGUI_cls(wxWindow* pParent, ColorCurveCtrl_cls* pCtr
         sizer->Add(row, 0, wxEXPAND | wxLEFT | wxRIGHT | wxBOTTOM, FromDIP(2 * kGap));
     SetSizerAndFit(sizer);
     SetSize(FromDIP(wxSize(520, 660)));
+    SetExtraStyle(GetExtraStyle() | wxWS_EX_PROCESS_IDLE);
     Bind(wxEVT_IDLE, [this](wxIdleEvent& event) {
         event.Skip();
         if (IsShown()) UpdateHistogram();
