@@ -49,6 +49,13 @@ start_display() {
 window() { xdotool search --onlyvisible --name "$1" 2>/dev/null | tail -1; }
 wait_window() { wait_for 20 sh -c "xdotool search --onlyvisible --name '$1' | grep -q ." || fail "No window \"$1\"."; }
 
+# leave WINDOW: by Escape; keys that come before it is gone would be its own.
+leave() {
+  focus "$1"
+  key Escape
+  wait_for 20 sh -c "! xwininfo -id $1 | grep -q IsViewable" || fail "Escape leaves it open: $(xdotool getwindowname "$1")"
+}
+
 focus() { xdotool windowactivate --sync "$1" 2>/dev/null; }
 key() { xdotool key --clearmodifiers --delay 60 "$@"; }
 

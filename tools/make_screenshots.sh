@@ -68,16 +68,14 @@ type_path "$STAGE/examples/lj_melt_text/melt0000.txt"
 wait_window '^Guess'
 DIALOG=$(window '^Guess')
 shoot "$DIALOG" guess
-focus "$DIALOG"
-key Escape
-focus "$LOADER"
-key Escape
+leave "$DIALOG"
+leave "$LOADER"
 dialog ctrl+alt+p Preference preference
 key Right
 shoot "$DIALOG" preference_performance
-key Escape
+leave "$DIALOG"
 dialog ctrl+b 'Periodic Boundary' periodic
-key Escape
+leave "$DIALOG"
 open_project lj_unsorted_text
 steps 6
 key alt+4
@@ -115,7 +113,7 @@ variant galaxy_small_bin film 'ImgSequenceFile=/home/you/films/galaxy%04d.png' '
   'ImgSequenceOutH=1080' 'ImgSequenceVideo=1' 'TimeUseMotionBlur=1'
 open_project galaxy_small_bin film
 dialog F8 'Save Image Sequence' image_sequence
-key Escape
+leave "$DIALOG"
 
 variant galaxy_small_bin overlay 'OverLayTimePos=2' 'OverLayTimeTag=t / Myr = ' 'OverLayShowLegend=1 0 0 0' \
   'SEQ0TYPE0ColUseColorCurve=1' 'SEQ0TYPE0ColDependType=6' 'SEQ0TYPE0ColScalingMin=0' 'SEQ0TYPE0ColScalingMax=2' \

@@ -111,3 +111,22 @@ std::vector<FilmFrame_st> ListFilmPart(const TimeCtrl_cls& time, int first, int 
         *pError = wxString::Format("the project shows every frame of %d only, none of these", stepping);
     return film;
 }
+
+wxString ListFrames(const std::set<int>& frames, const std::map<int, int>& begins) {
+    wxString text = frames.size() == 1 ? "frame " : "frames ";
+    const auto begin = [&begins](int frame) {
+        const auto found = begins.find(frame);
+        return found == begins.end() ? 0 : found->second;
+    };
+    for (auto at = frames.begin(); at != frames.end();) {
+        const int first = *at;
+        int last = first;
+        while (++at != frames.end() && *at == last + 1 && begin(first) == 0 && begin(*at) == 0)
+            ++last;
+        if (first != *frames.begin()) text += ", ";
+        text += wxString::Format("%d", first);
+        if (begin(first) > 0) text += wxString::Format(" (from step %d)", begin(first));
+        if (last > first) text += wxString::Format(last == first + 1 ? ", %d" : " to %d", last);
+    }
+    return text;
+}

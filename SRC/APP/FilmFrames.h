@@ -1,6 +1,8 @@
 // Which positions of the clock make a film, and the numbers of their files.
 #pragma once
 
+#include <map>
+#include <set>
 #include <vector>
 
 #include <wx/string.h>
@@ -35,3 +37,7 @@ wxString GetEarlyEnd(const TimeCtrl_cls& time, const std::vector<FilmFrame_st>& 
 /// holds both. Empty with a text where that isn't a part of the film.
 std::vector<FilmFrame_st> ListFilmPart(const TimeCtrl_cls& time, int first, int last, int step,
                                        wxString* pError);
+
+/// "frame 3" or "frames 3, 5 to 9"; of those in `begins` only what comes from this step on is meant:
+/// "frames 3 (from step 2), 4 to 9".
+wxString ListFrames(const std::set<int>& frames, const std::map<int, int>& begins = {});

@@ -1,22 +1,35 @@
 #include "APP/FilmGuard.h"
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
+#include <map>
+#include <set>
 
 #include "APP/FilmArgs.h"
+#include "APP/FilmFrames.h"
 
 namespace {
 
 int sToGuard = -1;
+int sLedger = -1; ///< file in memory that both processes have: an entry a frame of the film
 volatile pid_t sChild = -1;
 const int kEndSignals[] = {SIGINT, SIGTERM, SIGHUP};
+
+struct LedgerEntry_st {
+    int mFrame; ///< kSettled: nothing is to be said of it
+    int mStep;
+};
+constexpr int kSettled = -1;
 
 /// What a terminal sends reaches the child by itself.
 void PassOn(int signal, siginfo_t* pInfo, void*) {
@@ -90,6 +103,20 @@ void EndBySignalOf(int status) {
         }
 }
 
+void NameUnsettled() {
+    std::set<int> frames;
+    std::map<int, int> begins;
+    LedgerEntry_st entry;
+    for (off_t at = 0; pread(sLedger, &entry, sizeof entry, at) == sizeof entry; at += sizeof entry) {
+        if (entry.mFrame == kSettled) continue;
+        // They come in their order: the first step of a frame that is missing is its least.
+        if (frames.insert(entry.mFrame).second && entry.mStep > 0) begins[entry.mFrame] = entry.mStep;
+    }
+    if (frames.empty()) return;
+    std::fprintf(stderr, "morentis-film: not made: %s; --resume makes what is missing\n",
+                 static_cast<const char*>(ListFrames(frames, begins).utf8_str()));
+}
+
 int Watch(pid_t child, int pipe) {
     int status = 0;
     while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
@@ -108,6 +135,7 @@ int Watch(pid_t child, int pipe) {
                      "morentis-film: the film ended early: its process left with status %d; the display may "
                      "be gone, or memory or threads too short\n",
                      WEXITSTATUS(status));
+    if (bBegun) NameUnsettled();
     return int(bBegun ? FilmStatus::SomeFailed : FilmStatus::NotOpened);
 }
 
@@ -119,9 +147,28 @@ void TellGuard(GuardWord word) {
     (void)ignored;
 }
 
+void TellGuardFilm(const std::vector<FilmFrame_st>& film) {
+    LedgerEntry_st entries[1024]; // memory may be short
+    for (size_t i = 0; i < film.size(); i += std::size(entries)) {
+        const size_t count = std::min(std::size(entries), film.size() - i);
+        for (size_t k = 0; k < count; ++k)
+            entries[k] = {film[i + k].mFrame, film[i + k].mStep};
+        const ssize_t ignored =
+            pwrite(sLedger, entries, count * sizeof entries[0], off_t(i * sizeof entries[0]));
+        (void)ignored;
+    }
+}
+
+void TellGuardSettled(size_t i) {
+    const LedgerEntry_st entry = {kSettled, 0};
+    const ssize_t ignored = pwrite(sLedger, &entry, sizeof entry, off_t(i * sizeof entry));
+    (void)ignored;
+}
+
 int RunGuarded(const std::function<int()>& film) {
     int ends[2];
     if (pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0) return film();
+    sLedger = memfd_create("film", MFD_CLOEXEC);
     const pid_t parent = getpid();
     const pid_t child = Fork();
     if (child != 0) {

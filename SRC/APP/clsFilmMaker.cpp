@@ -192,6 +192,7 @@ void FilmMaker_cls::NoteOddities() const {
 }
 
 void FilmMaker_cls::MakeFrames() {
+    TellGuardFilm(mFilm);
     TellGuard(GuardWord::Begun);
     mWatch.Start();
     mpCProgress->Begin(int(mFilm.size()));
@@ -199,6 +200,7 @@ void FilmMaker_cls::MakeFrames() {
         MakeFrame(i);
     GCImgIO.Finish();
     TakeFailures();
+    TellWritten(mWriting);
     GCImgIO.DropSpare();
     mLoopMillis = mWatch.Time();
     wxString text = wxString::Format("%d frames in %.1f s", mpCProgress->GetDrawn() - mLostPictures,
@@ -219,6 +221,7 @@ void FilmMaker_cls::MakeFrame(size_t i) {
         IsWholeImage(path, sequence->mOutW, sequence->mOutH, mArgs.mbTransparent)) {
         mVDone.push_back(path);
         mpCProgress->Count(false);
+        TellGuardSettled(i);
         return;
     }
     const size_t done = mVDone.size();
@@ -231,7 +234,13 @@ void FilmMaker_cls::MakeFrame(size_t i) {
     DropBehind(i);
     mpCProgress->Count(true);
     TakeFailures();
+    TellWritten(mWritten);
     NoteSpace(mFilm.size() - 1 - i);
+}
+
+// A picture whose file is finished; what was wrong with it has been told.
+void FilmMaker_cls::TellWritten(int i) const {
+    if (i >= 0) TellGuardSettled(size_t(i));
 }
 
 // What the first picture takes tells more than any guess did before it.
@@ -295,6 +304,8 @@ void FilmMaker_cls::Save(const ImageBuffers_st& buffers, wxSize size, const wxSt
         const MillisScope_cls time(mWatch, &mFileMillis);
         GCImgIO.Finish();
     }
+    mWritten = mWriting;
+    mWriting = int(mMFrameOfPath[path]);
     mVDone.push_back(path);
     GCImgIO.SaveImageFromTexture(buffers, size.x, size.y, path, false);
 }
@@ -312,6 +323,7 @@ void FilmMaker_cls::FailFrame(const wxString& path, const wxString& reason, bool
     const FilmFrame_st& frame = mFilm[mMFrameOfPath[path]];
     const wxString step = frame.mStep > 0 ? wxString::Format(" step %d", frame.mStep) : wxString();
     Complain(wxString::Format("frame %d%s, %s: %s", frame.mFrame, step, path, line));
+    if (bPicture) TellGuardSettled(mMFrameOfPath[path]);
 }
 
 void FilmMaker_cls::MakeVideo() {

@@ -73,6 +73,7 @@ private:
     void TellDamage();
     wxString DrawStep();
     void TakeFailures();
+    void TellWritten(int i) const;
     void FailFrame(const wxString& path, const wxString& reason, bool bPicture = true);
     void MakeVideo();
     void Note(const wxString& text) const;
@@ -92,6 +93,8 @@ private:
     std::map<wxString, size_t> mMFrameOfPath; ///< of the files under way, in mFilm
     std::set<wxString> mSDamagedFiles;        ///< told already
     std::set<int> mSDamagedFrames;
+    int mWriting = -1; ///< in mFilm: whose file is being written
+    int mWritten = -1; ///< whose file was finished last
     bool mbSpaceNoted = false;
     int mFailures = 0;
     int mLostPictures = 0; ///< of the failures

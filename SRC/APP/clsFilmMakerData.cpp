@@ -5,6 +5,7 @@
 
 #include <wx/arrstr.h>
 
+#include "APP/FilmFrames.h"
 #include "APP/FilmStop.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
@@ -22,21 +23,6 @@
 namespace {
 
 constexpr int kReadyTries = 10;
-
-/// "frame 3" or "frames 3, 5 to 9"
-wxString ListFrames(const std::set<int>& frames) {
-    wxString text = frames.size() == 1 ? "frame " : "frames ";
-    for (auto at = frames.begin(); at != frames.end();) {
-        const int first = *at;
-        int last = first;
-        while (++at != frames.end() && *at == last + 1)
-            ++last;
-        if (first != *frames.begin()) text += ", ";
-        text += wxString::Format("%d", first);
-        if (last > first) text += wxString::Format(last == first + 1 ? ", %d" : " to %d", last);
-    }
-    return text;
-}
 
 } // namespace
 

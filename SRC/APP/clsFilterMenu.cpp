@@ -76,8 +76,7 @@ void FilterMenu_cls::OnMenuFilterManipulate(wxCommandEvent&) {
 
 void FilterMenu_cls::OnMenuFilterRefresh(wxCommandEvent&) {
     mHub.mpCFilters->Refresh();
-    for (int list = 0; list < kFilterLists; ++list)
-        mFrame.GetPCTopHalf()->GetPCFilterPane(list)->UpdateNotes();
+    mFrame.GetPCTopHalf()->RefreshFilterNotes();
 }
 
 void FilterMenu_cls::OnMenuFilterResize(wxCommandEvent&) { mFrame.GetPCTopHalf()->LayOutFilters(); }

@@ -54,7 +54,7 @@ constexpr long kStartMillis = 300; // by then the window stands
 constexpr int kHighDisplay = 1050;
 } // namespace
 
-FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRect& rect)
+FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRect& rect, bool bShown)
     : wxFrame(nullptr, wxID_ANY, title, rect.GetPosition(), rect.GetSize()), mpCMain(pMain), mTimer(this) {
     mspCThis = GpCMainFrameCLS = this;
     QueueMenuEventsTo(this);
@@ -80,7 +80,7 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
     mpCViewFit = std::make_unique<ViewFitCtrl_cls>(*this, *mpCSharedView);
     mpCCopyQuestion = std::make_unique<CopyQuestion_cls>(*this);
     mBtmHeight = pMain->mDisplayHeight > kHighDisplay ? 210 : 150;
-    CreateHalves();
+    CreateHalves(bShown);
     CreateMenus();
     CreateStatusBar(4);
     const int widths[] = {-1, -1, 180, 180};
@@ -136,7 +136,7 @@ ViewLinks_st FrameMain_cls::GetViewLinks() {
     return {this, mpCSharedView, mpCMain->mpCDrawOption, mpCPreference};
 }
 
-void FrameMain_cls::CreateHalves() {
+void FrameMain_cls::CreateHalves(bool bShown) {
     mpCInfoBar = new wxInfoBar(this);
     // A splitter of no size would squeeze what is made in it.
     mpCSplitter =
@@ -144,8 +144,8 @@ void FrameMain_cls::CreateHalves() {
     mpCSplitter->SetSashGravity(1.0); // the bottom half keeps its height
     mpCSplitter->SetMinimumPaneSize(kMinPane);
     const TopHalfPanel_cls::Pages_st pages = {mpCMain->mpCDrawOption, mpCMain->mpCOverlay,
-                                              mpCMain->mpCExposure, mpCMain->mpCInformation,
-                                              mpCMain->mpCFilters};
+                                              mpCMain->mpCExposure,   mpCMain->mpCInformation,
+                                              mpCMain->mpCFilters,    bShown};
     mpCTopHalf = new TopHalfPanel_cls(mpCSplitter, GetViewLinks(), GetPCActiveFileSequence(), pages);
     mpCBtmHalf = new BtmHalfPanel_cls(mpCSplitter, mpCMain->mpCTimeCtrl, mpCMain->mpCPDataSeqCtrl);
     mpCSplitter->SplitHorizontally(mpCTopHalf, mpCBtmHalf, -mBtmHeight);

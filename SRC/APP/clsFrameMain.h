@@ -43,7 +43,8 @@ class wxSplitterWindow;
 
 class FrameMain_cls : public wxFrame, public ViewHost_cls {
 public:
-    FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRect& rect);
+    /// bShown: false for one that never comes to the screen and needs no panels.
+    FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRect& rect, bool bShown);
     ~FrameMain_cls() override;
 
     Main_cls* GetPCMain() const { return mpCMain; }
@@ -112,7 +113,7 @@ private:
     /// Why nothing moves, where that is taken for a fault; else empty.
     wxString GetStandstill() const;
     void CreateMenus();
-    void CreateHalves();
+    void CreateHalves(bool bShown);
     ViewLinks_st GetViewLinks();
     /// Sashes and focus, while the window comes to the screen.
     void PlaceAtStart();

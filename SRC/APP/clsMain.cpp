@@ -77,7 +77,7 @@ wxRect FirstWindowRect(int displayHeight) {
 
 } // namespace
 
-Main_cls::Main_cls(bool bConfigure) {
+Main_cls::Main_cls(bool bWindow) {
     mStrExeDir = GetExecutableDir();
     mPid = static_cast<unsigned long>(getpid());
     wxDisplaySize(&mDisplayWidth, &mDisplayHeight);
@@ -121,12 +121,11 @@ Main_cls::Main_cls(bool bConfigure) {
     mpCScene = new Scene_cls(mpCTimeCtrl);
     mpCTexPropertyCtrl = new TexPropertyCtrl_cls;
     mpCRecentFiles = new RecentFiles_cls;
-    mpCFrameMain = new FrameMain_cls("Morentis 3 v 0.80", this, FirstWindowRect(mDisplayHeight));
+    mpCFrameMain = new FrameMain_cls("Morentis 3 v 0.80", this, FirstWindowRect(mDisplayHeight), bWindow);
     MakeCameraPathGroup();
     MakeTimeLines();
-    if (bConfigure) mpCFrameMain->GetPCTopHalf()->ConnectFilters(); // else nobody sees it
-
-    if (bConfigure) ReadProjectFile(GetConfigureFilePath());
+    mpCFrameMain->GetPCTopHalf()->ConnectFilters();
+    if (bWindow) ReadProjectFile(GetConfigureFilePath());
     mpCFrameMain->GetPCViewFit()->NoteUntouched();
     mpCRecovery =
         new Recovery_cls(wxFileName(GetConfigureFilePath()).GetPath(), [this] { return MakeRecoveryText(); });

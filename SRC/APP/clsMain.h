@@ -39,8 +39,9 @@ class wxWindow;
 class Main_cls : public TimeHost_cls, public DataOpener_cls {
 public:
     /// Builds all objects and the main frame (not yet shown) and reads the configure file.
-    /// bConfigure: the user's configure file says what no project does; else the program's defaults do.
-    explicit Main_cls(bool bConfigure = true);
+    /// bWindow: false without a window that is ever shown; then no panels are made, and the program's
+    /// defaults say what no project does in place of the user's configure file.
+    explicit Main_cls(bool bWindow = true);
     ~Main_cls() override;
     Main_cls(const Main_cls&) = delete;
     Main_cls& operator=(const Main_cls&) = delete;

@@ -10,6 +10,7 @@
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "COMMON/MsgBox.h"
+#include "WIDGET/Realize.h"
 
 wxIMPLEMENT_APP_NO_MAIN(MyApp);
 
@@ -19,6 +20,7 @@ bool MyApp::OnInit() {
     SetAppName("morentis");
     SetUpApp(&mLocale);
     mpCMain = new Main_cls;
+    SetFirstSize(mpCMain->mpCFrameMain);
     mpCMain->mpCFrameMain->Show(true);
     SetTopWindow(mpCMain->mpCFrameMain);
     WatchUnaskedEnds([this] { mpCMain->LastWords(); });

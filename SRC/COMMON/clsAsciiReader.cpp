@@ -21,12 +21,6 @@ void PassTerminator(const char** ppCursor, char terminator) {
 
 } // namespace
 
-bool AsciiReader_cls::IsCharExist(const char* text, char terminator, char wanted) {
-    for (; *text != '\0' && *text != terminator; ++text)
-        if (*text == wanted) return true;
-    return false;
-}
-
 bool AsciiReader_cls::SearchChar(const char** ppCursor, char wanted, const char* end) {
     const char* cursor = *ppCursor;
     *ppCursor = nullptr;

@@ -4,8 +4,6 @@
 
 class AsciiReader_cls {
 public:
-    /// Does `wanted` stand before the terminator (or the text's NUL)?
-    static bool IsCharExist(const char* text, char terminator, char wanted);
     /// Advance to the next `wanted` before `end`; false and a null cursor when there is none.
     static bool SearchChar(const char** ppCursor, char wanted, const char* end);
     /// Skip blanks and a sign: -1 for "-", else 1; *ppRest stands behind.
@@ -18,5 +16,4 @@ public:
     /// Scan the number at the cursor, then move it behind the next terminator, or to the text's NUL.
     static float ReadFloat(const char** ppCursor, char terminator);
     static int ReadInt(const char** ppCursor, char terminator);
-    /// As ReadInt; true for any number but 0.
 };

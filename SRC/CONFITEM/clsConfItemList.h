@@ -21,10 +21,6 @@ public:
     bool ReadStrLineAll(const wxString& line);
     /// The lines of all items.
     wxString SerializeAll();
-    /// The key of the item whose number stands at this address, for an element of an array with
-    /// "::DIM=" and its index behind; empty when there is none. Texts, bools and arrays of unsigned
-    /// are not looked for.
-    wxString GetHeaderStrFromPointer(void* pValue);
     /// Copy keys and values, item by item, from a list of the same layout. Items whose classes differ
     /// stay as they are.
     void CopyListComponentFromP(ConfItemList_cls* pSrc);

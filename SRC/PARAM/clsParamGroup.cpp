@@ -21,12 +21,6 @@ ParamGroup_cls::ParamGroup_cls(const wxString& name, int dimension, const wxStri
         mVParams.emplace_back(name + " " + pSuffixes[i], pSuffixes[i], bTimeDepend, updateBit, this);
 }
 
-std::vector<double> ParamGroup_cls::GetInterpolatedValue(double doubleIndex, double resolution) {
-    std::vector<double> values(mVParams.size());
-    GetInterpolatedValue(values.data(), doubleIndex, resolution);
-    return values;
-}
-
 void ParamGroup_cls::GetInterpolatedValue(double* pOut, double doubleIndex, double resolution) {
     for (Parameters_cls& param : mVParams)
         *pOut++ = doubleIndex == kCurrent ? param.mCurrentValue

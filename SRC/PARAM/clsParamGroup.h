@@ -29,9 +29,8 @@ public:
 
     int GetDimension() const { return int(mVParams.size()); }
 
-    /// One value a dimension. At exactly kCurrent the cached values, else the curves are evaluated.
-    std::vector<double> GetInterpolatedValue(double doubleIndex, double resolution = kCurrent);
-    /// The same into `pOut`, which has room for every dimension. Does not allocate.
+    /// One value a dimension into `pOut`. At exactly kCurrent the cached values, else the curves are
+    /// evaluated. Does not allocate.
     void GetInterpolatedValue(double* pOut, double doubleIndex, double resolution);
 
     // Editing: one step each.

@@ -26,8 +26,6 @@ TEST(AsciiReader, MovesItsCursorBehindTheTerminator) {
     EXPECT_EQ(0, AsciiReader_cls::ReadInt(&cursor, ','));
     EXPECT_STREQ("", cursor) << "stays at the end";
     const char text[] = "abc<d>";
-    EXPECT_TRUE(AsciiReader_cls::IsCharExist(text, '>', '<'));
-    EXPECT_FALSE(AsciiReader_cls::IsCharExist(text, '<', 'd'));
     cursor = text;
     EXPECT_TRUE(AsciiReader_cls::SearchChar(&cursor, '<', text + 6));
     EXPECT_STREQ("<d>", cursor);

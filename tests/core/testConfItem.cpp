@@ -200,18 +200,6 @@ TEST(ConfItemList, givesDefaultsBackWhateverWasReadOrSet) {
     EXPECT_EQ(a.mCList.GetDefault(&stranger), "");
 }
 
-TEST(ConfItemList, namesAnAddress) {
-    Settings_t a("P", false);
-    EXPECT_EQ(a.mCList.GetHeaderStrFromPointer(&a.mCFloat.mValue), "PFloat=");
-    EXPECT_EQ(a.mCList.GetHeaderStrFromPointer(&a.mCUint.mValue), "PUint=");
-    EXPECT_EQ(a.mCList.GetHeaderStrFromPointer(&a.mCVec.mValue[2]), "PVec=::DIM=2");
-    EXPECT_EQ(a.mCList.GetHeaderStrFromPointer(&a.mCDoubles.mValue[1]), "PDoubles=::DIM=1");
-    EXPECT_EQ(a.mCList.GetHeaderStrFromPointer(&a.mCBool.mValue), "");
-    int stranger = 0;
-    EXPECT_EQ(a.mCList.GetHeaderStrFromPointer(&stranger), "");
-    EXPECT_EQ(a.mCList.GetHeaderStrFromPointer(nullptr), "");
-}
-
 TEST(ConfItemList, copiesAllClassesByPosition) {
     Settings_t a("P", false), b("Q", true);
     a.mCList.CopyListComponentFromP(&b.mCList);

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -27,6 +28,45 @@ std::string Read(const fs::path& path) {
     text << file.rdbuf();
     return text.str();
 }
+
+/// An X server for all films of this process, or the one that the process has; bringing one up takes as long
+/// as a small film does. It ends with us.
+class SharedDisplay_cls {
+public:
+    SharedDisplay_cls() {
+        if (const char* name = std::getenv("DISPLAY")) mName = name;
+        int ends[2];
+        if (!mName.empty() || pipe2(ends, O_CLOEXEC) != 0) return;
+        mPid = fork();
+        if (mPid == 0) {
+            prctl(PR_SET_PDEATHSIG, SIGTERM);
+            fcntl(ends[1], F_SETFD, 0);
+            const int null = open("/dev/null", O_WRONLY);
+            dup2(null, 1);
+            dup2(null, 2);
+            execlp("Xvfb", "Xvfb", "-displayfd", std::to_string(ends[1]).c_str(), "-screen", "0",
+                   "1280x1024x24", "-nolisten", "tcp", "-noreset", "+extension", "GLX",
+                   static_cast<char*>(nullptr));
+            _exit(127);
+        }
+        close(ends[1]);
+        char byte = 0;
+        while (read(ends[0], &byte, 1) == 1 && byte != '\n')
+            mName += byte;
+        close(ends[0]);
+        if (!mName.empty()) mName.insert(0, ":");
+    }
+    ~SharedDisplay_cls() {
+        if (mPid <= 0) return;
+        kill(mPid, SIGTERM);
+        waitpid(mPid, nullptr, 0);
+    }
+
+    std::string mName; ///< empty: none can be had, and each film brings up its own
+
+private:
+    pid_t mPid = -1;
+};
 
 [[noreturn]] void Become(const std::vector<std::string>& words, const Environment& environment,
                          const std::string& folder, const Limits_st& limits) {
@@ -101,8 +141,11 @@ std::map<std::string, std::string> FilmFolder_cls::ReadAll(const std::string& fo
 ChildRun_st RunFilm(const std::vector<std::string>& words, const Environment& environment,
                     const std::function<void(pid_t)>& meanwhile, const Limits_st& limits) {
     const FilmFolder_cls folder;
+    static const SharedDisplay_cls shared;
+    const bool bPlain = environment.empty() && !meanwhile && limits.mMegabytes == 0;
+    const Environment plain = {{"DISPLAY", shared.mName}};
     const pid_t child = fork();
-    if (child == 0) Become(words, environment, folder.mPath.string(), limits);
+    if (child == 0) Become(words, bPlain ? plain : environment, folder.mPath.string(), limits);
     const auto end = std::chrono::steady_clock::now() + kLongest;
     int status = 0;
     while (waitpid(child, &status, WNOHANG) == 0) {

@@ -45,7 +45,8 @@ struct Limits_st {
     std::string mProgram = MORENTIS_FILM; ///< another copy of it
 };
 
-/// Run it to its end, without DISPLAY unless `environment` has one. While it runs, `meanwhile` is called a
-/// few hundred times a second with its process number.
+/// Run it to its end, without DISPLAY unless `environment` has one; but films with nothing special about them
+/// (no environment, nothing done meanwhile, no limit) share one. While it runs, `meanwhile` is called a few
+/// hundred times a second with its process number.
 ChildRun_st RunFilm(const std::vector<std::string>& words, const Environment& environment = {},
                     const std::function<void(pid_t)>& meanwhile = {}, const Limits_st& limits = {});

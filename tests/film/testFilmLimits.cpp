@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <fstream>
+#include <regex>
 
 #include <gtest/gtest.h>
 
@@ -112,6 +113,14 @@ TEST_F(FilmLimits, AKilledFilmHasAStatusAndAReason) {
     EXPECT_EQ(run.mStatus, 3);
     EXPECT_NE(run.mErr.find("ended early"), std::string::npos) << run.mErr;
     EXPECT_NE(run.mErr.find("signal 9"), std::string::npos) << run.mErr;
+    // What is left to do is named: all that isn't there, and at most the two that were under way.
+    std::smatch found;
+    const std::regex named("morentis-film: not made: frames 0 \\(from step (\\d+)\\), 1 to 4; --resume .*\n");
+    ASSERT_TRUE(std::regex_search(run.mErr, found, named)) << run.mErr;
+    const size_t left = size_t(std::stoi(found[1]));
+    EXPECT_LE(left, Pictures().size());
+    EXPECT_LE(Pictures().size(), left + 2);
+    EXPECT_GE(left, 2u);
 }
 
 TEST_F(FilmLimits, DamagedDataAreToldOnceAFileAndCount) {

@@ -103,7 +103,7 @@ TEST_F(FilmCommand, KnowsTheEndingsThatCanBeWritten) {
 }
 
 TEST_F(FilmCommand, AWholeSeriesGetsItsVideo) {
-    if (FindVideoTool().empty()) GTEST_SKIP() << "ffmpeg is not installed";
+    ASSERT_FALSE(FindVideoTool().empty()) << "install ffmpeg";
     ASSERT_TRUE(OpenProjectAndPaint(mFolder.MakeProject("film.mrp", "")));
     Sequence()->mbVideo = true;
     RenderAnim({false, true});

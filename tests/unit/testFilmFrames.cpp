@@ -142,6 +142,13 @@ TEST_F(FilmFrames, MoreThanCanBeListedAreRefused) {
     EXPECT_EQ(mError, "");
 }
 
+TEST(FrameList, NamesRunsOfFramesAndWhereTheyBegin) {
+    EXPECT_EQ(ListFrames({3}), "frame 3");
+    EXPECT_EQ(ListFrames({3, 5, 6, 8, 9, 10}), "frames 3, 5, 6, 8 to 10");
+    EXPECT_EQ(ListFrames({3, 4, 5, 6}, {{3, 2}}), "frames 3 (from step 2), 4 to 6");
+    EXPECT_EQ(ListFrames({3, 4, 5}, {{4, 1}}), "frames 3, 4 (from step 1), 5");
+}
+
 TEST(FilmProgress, TellsRateAndTimeLeft) {
     EXPECT_EQ(FilmProgress_cls::MakeLine(0, 300, 0, 0.0), "Frame 0 of 300");
     EXPECT_EQ(FilmProgress_cls::MakeLine(12, 300, 12, 6.0), "Frame 12 of 300, 2.0 frames/s, 2:24 left");

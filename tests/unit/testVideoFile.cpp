@@ -96,7 +96,7 @@ protected:
 };
 
 TEST_F(VideoMaker, MakesH264OfTheRateWithEvenSizes) {
-    if (FindVideoTool().empty()) GTEST_SKIP() << "ffmpeg is not installed";
+    ASSERT_FALSE(FindVideoTool().empty()) << "install ffmpeg";
     VideoJob_st job = MakeJob(7, 33, 31);
     job.mRate = "30000/1001";
     VideoMaker_cls maker;
@@ -112,7 +112,7 @@ TEST_F(VideoMaker, MakesH264OfTheRateWithEvenSizes) {
 }
 
 TEST_F(VideoMaker, TellsWhyThereIsNone) {
-    if (FindVideoTool().empty()) GTEST_SKIP() << "ffmpeg is not installed";
+    ASSERT_FALSE(FindVideoTool().empty()) << "install ffmpeg";
     VideoJob_st job = MakeJob(2, 16, 16);
     job.mPath = wxString(mFolder) + "/missing/film.mp4";
     VideoMaker_cls maker;

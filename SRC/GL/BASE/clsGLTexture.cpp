@@ -58,18 +58,6 @@ void GLTexture_cls::EndDC() {
     Upload(mbAlpha ? GL_LUMINANCE_ALPHA : GL_LUMINANCE, pixels.data());
 }
 
-void GLTexture_cls::SetEmptyImage(int w, int h, bool bAlpha) {
-    mW = w;
-    mH = h;
-    mbAlpha = bAlpha;
-    ClearImage();
-}
-
-void GLTexture_cls::ClearImage() {
-    const std::vector<unsigned char> pixels(static_cast<size_t>(mW) * static_cast<size_t>(mH) * 4, 0);
-    Upload(mbAlpha ? GL_RGBA : GL_RGB, pixels.data());
-}
-
 void GLTexture_cls::CopyFromImage(const wxImage& image) {
     mW = image.GetWidth();
     mH = image.GetHeight();

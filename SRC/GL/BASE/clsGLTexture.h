@@ -25,10 +25,6 @@ public:
     /// its brightness; with `bAlpha` an alpha channel too, everywhere opaque.
     wxDC* BeginDC(int w, int h, bool bAlpha);
     void EndDC();
-    /// A texture without a picture.
-    void SetEmptyImage(int w, int h, bool bAlpha);
-    /// Every pixel zero.
-    void ClearImage();
     void CopyFromImage(const wxImage& image);
     /// Any type that wxImage reads; `bFlip` turns it upside down, as GL counts rows from below. False and
     /// no texture when the file can't be read; nothing is said then.

@@ -4,15 +4,6 @@
 
 #include "GL/BASE/clsGLState.h"
 
-TextureBase_cls& TextureBase_cls::operator=(TextureBase_cls&& other) noexcept {
-    if (this != &other) {
-        DeleteTexture();
-        mTexture = other.mTexture;
-        other.mTexture = 0;
-    }
-    return *this;
-}
-
 void TextureBase_cls::DeleteTexture() {
     if (mTexture != 0 && IsGLContextCurrent()) glDeleteTextures(1, &mTexture);
     mTexture = 0;

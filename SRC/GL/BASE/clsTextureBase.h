@@ -9,7 +9,6 @@ public:
     TextureBase_cls() = default;
     virtual ~TextureBase_cls() { DeleteTexture(); }
     TextureBase_cls(TextureBase_cls&& other) noexcept : mTexture(other.mTexture) { other.mTexture = 0; }
-    TextureBase_cls& operator=(TextureBase_cls&& other) noexcept;
     TextureBase_cls(const TextureBase_cls&) = delete;
     TextureBase_cls& operator=(const TextureBase_cls&) = delete;
 

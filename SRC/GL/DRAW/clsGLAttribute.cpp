@@ -96,14 +96,6 @@ void GLAttribute_cls::BindTexture() {
     glBindTexture(GL_TEXTURE_2D, mTexture);
 }
 
-void GLAttribute_cls::BeginShader(int lightNumber) const {
-    if (mspCShaderCtrl) mspCShaderCtrl->BeginShader(mShaderType.mValue, lightNumber);
-}
-
-void GLAttribute_cls::EndShader() const {
-    if (mspCShaderCtrl) mspCShaderCtrl->EndShader(static_cast<int>(mShaderType.mValue));
-}
-
 void GLAttribute_cls::InitializeShader(wxWindow* pParent, bool bEnable) {
     if (mspCShaderCtrl) return;
     mspCShaderCtrl = new ShaderCtrl_cls;

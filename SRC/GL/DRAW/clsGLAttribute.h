@@ -44,9 +44,6 @@ public:
     void RefreshTex();
     /// Bind the texture of the file that is set now.
     void BindTexture();
-    /// Lit vertices from here on go through the shader of "ShaderType=".
-    void BeginShader(int lightNumber) const;
-    void EndShader() const;
 
     /// The shaders and the sphere, shared by all; made at the first call, with a current context.
     static void InitializeShader(wxWindow* pParent, bool bEnable);

@@ -64,8 +64,12 @@ TopHalfPanel_cls::TopHalfPanel_cls(wxWindow* pParent, const ViewLinks_st& links,
     mConfList.Add(&mPreviewPanelType, "PreviewPanelType=", "0");
     mpCSides = MakeSplitter(this, 1.0); // the books keep their width
     CreateViews(mpCSides, links);
-    CreateBooks(mpCSides);
-    KeepBooks();
+    if (pages.mbShown) {
+        CreateBooks(mpCSides);
+        KeepBooks();
+    } else {
+        mpCSides->Initialize(mpCOuter);
+    }
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(mpCSides, 1, wxEXPAND);
     SetSizer(sizer);
@@ -151,7 +155,7 @@ void TopHalfPanel_cls::CreateBooks(wxWindow* pParent) {
 
 void TopHalfPanel_cls::ConnectFilters() {
     for (FilterPanelPain_cls* pPane : mpCFilterPane)
-        pPane->Connect();
+        if (pPane) pPane->Connect();
 }
 
 void TopHalfPanel_cls::ShowFilter(int list, int position) {
@@ -161,7 +165,7 @@ void TopHalfPanel_cls::ShowFilter(int list, int position) {
 
 void TopHalfPanel_cls::LayOutFilters() {
     for (FilterPanelPain_cls* pPane : mpCFilterPane)
-        pPane->LayOut();
+        if (pPane) pPane->LayOut();
 }
 
 void TopHalfPanel_cls::SplitPanel(int layout) {
@@ -223,9 +227,13 @@ void TopHalfPanel_cls::RefreshDrawOptions() {
     }
     if (mPages.mpCOverlay->mpCGUI) mPages.mpCOverlay->mpCGUI->UpdateValues();
     mPages.mpCInformation->Update();
-    for (FilterPanelPain_cls* pPane : mpCFilterPane)
-        pPane->UpdateNotes();
+    RefreshFilterNotes();
     RefreshExposure();
+}
+
+void TopHalfPanel_cls::RefreshFilterNotes() {
+    for (FilterPanelPain_cls* pPane : mpCFilterPane)
+        if (pPane) pPane->UpdateNotes();
 }
 
 void TopHalfPanel_cls::RefreshExposure() {

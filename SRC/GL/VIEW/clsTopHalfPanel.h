@@ -22,13 +22,14 @@ struct ViewLinks_st;
 
 class TopHalfPanel_cls : public wxPanel {
 public:
-    /// What the pages of the lower books edit; not owned.
+    /// What the pages of the books edit; not owned.
     struct Pages_st {
         DrawOption_cls* mpCDrawOption;
         Overlay_cls* mpCOverlay;
         Exposure_cls* mpCExposure;
         Information_cls* mpCInformation;
         FilterLists_cls* mpCFilters;
+        bool mbShown; ///< false: nobody will see them, and none are made
     };
 
     TopHalfPanel_cls(wxWindow* pParent, const ViewLinks_st& links, PDataSequence_cls* pSequence,
@@ -48,6 +49,8 @@ public:
     /// The pages "Option", "Overlay", "Exposure" and "Info".
     void RefreshDrawOptions();
     void RefreshExposure();
+    /// The grey lines in the panes of filters.
+    void RefreshFilterNotes();
     /// Panels for the filters, from now on.
     void ConnectFilters();
     FilterPanelPain_cls* GetPCFilterPane(int list) const { return mpCFilterPane[list]; }
