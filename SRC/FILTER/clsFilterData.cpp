@@ -65,8 +65,9 @@ wxString FilterData_cls::Serialize() {
     std::vector<wxString> kept;
     for (ConfItemSTR_cls* path : GetPaths()) {
         kept.push_back(path->mStrValue);
-        if (!folder.empty() && path->mStrValue != kNoPath)
-            path->mStrValue = FramePath_cls(path->mStrValue, mStrFolder).GetForProject(folder, mLastFrame);
+        if (folder.empty() || path->mStrValue == kNoPath) continue;
+        const wxString text = FramePath_cls(path->mStrValue, mStrFolder).GetForProject(folder, mLastFrame);
+        if (text != kNoPath) path->mStrValue = text; // a file may bear that name
     }
     wxString text = mCConfItemList.SerializeAll();
     size_t next = 0;
