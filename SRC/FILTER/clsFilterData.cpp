@@ -16,6 +16,7 @@ const wxString kNoPath = "NONE";
 
 namespace {
 
+const char* const kObjectName = "Filter"; // begins identifiers until the list gives the filter its name
 constexpr long long kUpdateMask = UPDATE_FILTER_REFRESH | UPDATE_TL | UPDATE_GL;
 
 /// The lines of a filter's block, without its end, which is taken. Where another block begins this one was
@@ -39,7 +40,7 @@ std::wstring TakeOwnLines(std::wistream& stream) {
 } // namespace
 
 FilterData_cls::FilterData_cls(bool bShowOnTimeLine, bool bWithParams)
-    : SceneObj_cls("Filter", bShowOnTimeLine, bWithParams) {
+    : SceneObj_cls(kObjectName, bShowOnTimeLine, bWithParams) {
     mCVisible.mValue = true;
     mCConfItemList.Add(&mCValid, "FilterValid=", "1");
     mCConfItemList.Add(&mCName, "FilterName=", "");
@@ -105,7 +106,10 @@ void FilterData_cls::InitNew() {
     SetInitValueScale(1.0, 1.0, 1.0);
 }
 
-void FilterData_cls::ReplaceParameterName(const wxString& name) { mpCObjectGroup->ReplaceID("Filter", name); }
+// Once: the name may hold that word, too.
+void FilterData_cls::ReplaceParameterName(const wxString& name) {
+    if (mpCObjectGroup->mID == kObjectName) mpCObjectGroup->ReplaceID(kObjectName, name);
+}
 
 void FilterData_cls::ChangeCustomName(NameWords words) {
     for (int type = 0; type < kFilterTypes; ++type) {

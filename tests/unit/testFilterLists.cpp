@@ -101,6 +101,35 @@ TEST_F(FilterLists, StepsBringBackEveryByte) {
     EXPECT_EQ(mLists.Serialize(), last);
 }
 
+// Their names may be equal, and a name may hold the word that it stands for.
+TEST_F(FilterLists, StepsGoToTheCurveThatWasEdited) {
+    Read("---FilterCtrl0Begin\n-FilterBegin\nFilterType=0\nFilterName=Filter A\n-FilterEnd\n"
+         "-FilterBegin\nFilterType=0\nFilterName=Filter A\n-FilterEnd\n---FilterCtrl0End\n");
+    ASSERT_EQ(Names(0), "Filter A Filter A ");
+    FilterCtrl_cls& list = mLists.GetBoolean();
+    FilterBase_cls& second = *list.GetPCFilter(1);
+    const wxString before = mLists.Serialize();
+    const double place[3] = {1, 2, 3};
+    second.mpCData->mpCTranslate->SetKeyFrame(place, true, 0.0);
+    const auto at = [&list](int position) {
+        return list.GetPCFilter(position)->mpCData->mpCTranslate->mVParams[1].Evaluate(0.0, 1.0);
+    };
+    EXPECT_EQ(at(0), 0.0);
+    EXPECT_EQ(at(1), 2.0);
+    mLists.SelectFilter(&second, true);
+    mLists.DeleteSelectedFilter();
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(list.GetPCFilter(1)->mpCData->mpCTranslate->mID, "Filter A Translate");
+    EXPECT_EQ(at(1), 2.0);
+    while (GCUndoList.IsUndoable())
+        GCUndoList.UndoCurrent();
+    EXPECT_EQ(mLists.Serialize(), before);
+    while (GCUndoList.IsRedoable())
+        GCUndoList.ExecCurrent();
+    EXPECT_EQ(list.GetCount(), 1);
+    EXPECT_EQ(at(0), 0.0);
+}
+
 TEST_F(FilterLists, OneFilterOfAllIsSelected) {
     SceneObj_cls* selected = nullptr;
     mLists.mHooks.mSelectObject = [&](SceneObj_cls* object) { selected = object; };
