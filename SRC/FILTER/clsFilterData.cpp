@@ -21,15 +21,19 @@ constexpr long long kUpdateMask = UPDATE_FILTER_REFRESH | UPDATE_TL | UPDATE_GL;
 
 /// The lines of a filter's block, without its end, which is taken. Where another block begins this one was
 /// cut, and that line stays in the stream.
-std::wstring TakeOwnLines(std::wistream& stream) {
+std::wstring TakeOwnLines(std::wistream& stream, bool* pbCut) {
     wxString text;
     wxString line;
+    *pbCut = true;
     while (true) {
         const auto before = stream.tellg();
-        if (!ReadParamLine(stream, &line) || line == "-FilterEnd") break;
+        if (!ReadParamLine(stream, &line)) break;
+        if (line == "-FilterEnd") {
+            *pbCut = false;
+            break;
+        }
         if (line.StartsWith("---") || line == "-FilterBegin") {
-            stream.clear();
-            stream.seekg(before);
+            GoBackTo(stream, before);
             break;
         }
         text += line + "\n";
@@ -80,17 +84,22 @@ wxString FilterData_cls::Serialize() {
     return text;
 }
 
-void FilterData_cls::ReadBlock(std::wistream& stream) {
+FilterData_cls::Unread_st FilterData_cls::ReadBlock(std::wistream& stream) {
     // On its own: what reads a curve counts its lines, and a cut one would take those of the next block.
-    std::wistringstream own(TakeOwnLines(stream));
+    Unread_st unread;
+    std::wistringstream own(TakeOwnLines(stream, &unread.mbEnd));
+    const auto count = [&unread](const wxString& lost, bool bTaken) {
+        if (!bTaken && !lost.empty()) ++unread.mLines;
+    };
     wxString line;
     bool bMore = ReadParamLine(own, &line);
     for (; bMore && !line.Contains("ParamGroup="); bMore = ReadParamLine(own, &line))
-        if (!mCConfItemList.ReadStrLineAll(line)) ReadGroupOrCurve(own, line);
+        count(line, mCConfItemList.ReadStrLineAll(line) || ReadGroupOrCurve(own, line));
     mStrFolder = PDataSequence_cls::msStrProjectDir;
     ChangeCustomName(NAME_TRANSLATED);
     for (; bMore; bMore = ReadParamLine(own, &line))
-        ReadGroupOrCurve(own, line);
+        count(line, ReadGroupOrCurve(own, line));
+    return unread;
 }
 
 bool FilterData_cls::ReadGroupOrCurve(std::wistream& stream, const wxString& line) {
