@@ -119,12 +119,11 @@ void Main_cls::ReadProjectFile(const wxString& path) {
 }
 
 std::string Main_cls::MakeRecoveryText() {
-    // Relative data paths stay as they are where the project lies beside the data, else they become whole:
-    // the next start may be from another folder.
+    // Paths stay as they lead from the project's folder, where it has one; else they become whole: the next
+    // start may be from another folder, and nothing lies below this one.
     const bool bNamed = mpCFrameMain->IsProjectNamed();
-    const wxString folder =
-        FolderOfProject(bNamed ? mpCFrameMain->GetPCFileMenu()->GetLastProject() : GetConfigureFilePath());
-    const ProjectFolderScope_cls projectFolder(folder);
+    const ProjectFolderScope_cls projectFolder(
+        bNamed ? FolderOfProject(mpCFrameMain->GetPCFileMenu()->GetLastProject()) : wxString("/dev/null"));
     return EncodeProject(SerializeAll(true));
 }
 

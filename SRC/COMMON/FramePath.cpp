@@ -9,6 +9,21 @@ constexpr size_t kWidestDigits = 2;
 
 bool IsDigit(wxUniChar c) { return c >= '0' && c <= '9'; }
 
+bool IsWhole(const wxString& path) { return wxFileName(path).IsAbsolute(); }
+
+/// How a whole path goes on from the folder that it leads through; empty when it doesn't.
+wxString GoOnFrom(const wxString& folder, const wxString& path) {
+    const wxString root = MakeAbsolutePath(folder + "/x").RemoveLast();
+    const wxString whole = MakeAbsolutePath(path);
+    wxString rest;
+    if (!whole.StartsWith(root, &rest)) return wxString();
+    // A folder whose name looks like a place for a number isn't one.
+    return FramePath_cls(rest).HasNumber() == FramePath_cls(whole).HasNumber() &&
+                   FramePath_cls(whole).GetText(0).StartsWith(root)
+               ? rest
+               : wxString();
+}
+
 } // namespace
 
 wxString FindEndOfPath(const wxString& path, const std::function<bool(const wxString& end)>& isThere) {
@@ -76,18 +91,24 @@ wxString FramePath_cls::FindEnd(const wxString& folder, int frame) const {
     });
 }
 
+// What a project calls by a way from its folder stands there, whatever folder the program was started in.
 wxString FramePath_cls::GetFile(int frame) const {
     const wxString text = GetText(frame);
+    const wxString inFolder = mStrFolder + "/" + text;
+    if (!mStrFolder.empty() && !IsWhole(text) && wxFileName::FileExists(inFolder)) return inFolder;
     if (wxFileName::FileExists(text)) return text;
     const wxString end = FindEnd(mStrFolder, frame);
     return end.empty() ? text : mStrFolder + "/" + FramePath_cls(end).GetText(frame);
 }
 
 wxString FramePath_cls::GetForProject(const wxString& folder, int frame) const {
+    if (folder.empty() || mStrPattern.empty()) return mStrPattern;
+    const bool bWhole = IsWhole(mStrPattern);
+    const wxString below = bWhole ? GoOnFrom(folder, mStrPattern) : wxString();
+    if (!below.empty()) return below;
     const wxString file = GetFile(frame);
-    if (folder.empty() || mStrPattern.empty() || !wxFileName::FileExists(file)) return mStrPattern;
     const bool bAsGiven = file == GetText(frame);
-    if (bAsGiven && wxFileName(mStrPattern).IsAbsolute()) return mStrPattern;
+    if (!wxFileName::FileExists(file) || (bAsGiven && bWhole)) return mStrPattern;
     const wxString there = FindEnd(folder, frame);
     const wxString whole = MakeAbsolutePath(file);
     if (!there.empty() && MakeAbsolutePath(folder + "/" + FramePath_cls(there).GetText(frame)) == whole)
@@ -95,5 +116,7 @@ wxString FramePath_cls::GetForProject(const wxString& folder, int frame) const {
     const wxString pattern =
         MakeAbsolutePath(bAsGiven ? mStrPattern : mStrFolder + "/" + FindEnd(mStrFolder, frame));
     // A folder whose name looks like a place for a number can't be told in a pattern.
-    return FramePath_cls(pattern).GetText(frame) == whole ? pattern : mStrPattern;
+    if (FramePath_cls(pattern).GetText(frame) != whole) return mStrPattern;
+    const wxString rest = GoOnFrom(folder, pattern);
+    return rest.empty() ? pattern : rest;
 }

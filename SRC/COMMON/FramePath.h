@@ -1,5 +1,5 @@
 // Paths that users name for things beside the data: a file for all frames, or a pattern with a file a frame.
-// Like data paths they stay as given and are looked for in the project's folder.
+// In a project they go on from its folder where they lie below it, so that folder and project can move.
 #pragma once
 
 #include <functional>
@@ -25,11 +25,11 @@ public:
     const wxString& GetPattern() const { return mStrPattern; }
     /// The text of a frame, as it is given.
     wxString GetText(int frame) const;
-    /// The file of a frame: the text where a file stands there, else what an end of it finds in the folder;
-    /// the text again when there is nothing.
+    /// The file of a frame: what the text leads to from the folder, else from the working directory, else what
+    /// an end of it finds in the folder; the text again when there is nothing.
     wxString GetFile(int frame) const;
-    /// The pattern for a project in `folder`: as given, but whole where it would lead from there to another
-    /// file than now, or nowhere. `frame`: one that has a file.
+    /// The pattern for a project in `folder`: as it goes on from there where it lies below, else as given, but
+    /// whole where it would lead from there to another file than now, or nowhere. `frame`: one that has a file.
     wxString GetForProject(const wxString& folder, int frame) const;
 
 private:

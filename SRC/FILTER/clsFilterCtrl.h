@@ -97,7 +97,7 @@ public:
 private:
     template <class FILTER, class TEST>
     FILTER* FindFirst(FilterType type, TEST test) const;
-    void ReadStrLineFilter(std::wistream& stream);
+    void ReadStrLineFilter(std::wistream& stream, std::vector<wxString>* pUnread);
     void TellPanes(FilterBase_cls& filter, int position);
 
     FilterLists_cls& mLists;

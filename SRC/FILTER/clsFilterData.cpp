@@ -16,19 +16,24 @@ const wxString kNoPath = "NONE";
 
 namespace {
 
+const char* const kObjectName = "Filter"; // begins identifiers until the list gives the filter its name
 constexpr long long kUpdateMask = UPDATE_FILTER_REFRESH | UPDATE_TL | UPDATE_GL;
 
 /// The lines of a filter's block, without its end, which is taken. Where another block begins this one was
 /// cut, and that line stays in the stream.
-std::wstring TakeOwnLines(std::wistream& stream) {
+std::wstring TakeOwnLines(std::wistream& stream, bool* pbCut) {
     wxString text;
     wxString line;
+    *pbCut = true;
     while (true) {
         const auto before = stream.tellg();
-        if (!ReadParamLine(stream, &line) || line == "-FilterEnd") break;
+        if (!ReadParamLine(stream, &line)) break;
+        if (line == "-FilterEnd") {
+            *pbCut = false;
+            break;
+        }
         if (line.StartsWith("---") || line == "-FilterBegin") {
-            stream.clear();
-            stream.seekg(before);
+            GoBackTo(stream, before);
             break;
         }
         text += line + "\n";
@@ -39,7 +44,7 @@ std::wstring TakeOwnLines(std::wistream& stream) {
 } // namespace
 
 FilterData_cls::FilterData_cls(bool bShowOnTimeLine, bool bWithParams)
-    : SceneObj_cls("Filter", bShowOnTimeLine, bWithParams) {
+    : SceneObj_cls(kObjectName, bShowOnTimeLine, bWithParams) {
     mCVisible.mValue = true;
     mCConfItemList.Add(&mCValid, "FilterValid=", "1");
     mCConfItemList.Add(&mCName, "FilterName=", "");
@@ -65,8 +70,9 @@ wxString FilterData_cls::Serialize() {
     std::vector<wxString> kept;
     for (ConfItemSTR_cls* path : GetPaths()) {
         kept.push_back(path->mStrValue);
-        if (!folder.empty() && path->mStrValue != kNoPath)
-            path->mStrValue = FramePath_cls(path->mStrValue, mStrFolder).GetForProject(folder, mLastFrame);
+        if (folder.empty() || path->mStrValue == kNoPath) continue;
+        const wxString text = FramePath_cls(path->mStrValue, mStrFolder).GetForProject(folder, mLastFrame);
+        if (text != kNoPath) path->mStrValue = text; // a file may bear that name
     }
     wxString text = mCConfItemList.SerializeAll();
     size_t next = 0;
@@ -78,17 +84,22 @@ wxString FilterData_cls::Serialize() {
     return text;
 }
 
-void FilterData_cls::ReadBlock(std::wistream& stream) {
+FilterData_cls::Unread_st FilterData_cls::ReadBlock(std::wistream& stream) {
     // On its own: what reads a curve counts its lines, and a cut one would take those of the next block.
-    std::wistringstream own(TakeOwnLines(stream));
+    Unread_st unread;
+    std::wistringstream own(TakeOwnLines(stream, &unread.mbEnd));
+    const auto count = [&unread](const wxString& lost, bool bTaken) {
+        if (!bTaken && !lost.empty()) ++unread.mLines;
+    };
     wxString line;
     bool bMore = ReadParamLine(own, &line);
     for (; bMore && !line.Contains("ParamGroup="); bMore = ReadParamLine(own, &line))
-        if (!mCConfItemList.ReadStrLineAll(line)) ReadGroupOrCurve(own, line);
+        count(line, mCConfItemList.ReadStrLineAll(line) || ReadGroupOrCurve(own, line));
     mStrFolder = PDataSequence_cls::msStrProjectDir;
     ChangeCustomName(NAME_TRANSLATED);
     for (; bMore; bMore = ReadParamLine(own, &line))
-        ReadGroupOrCurve(own, line);
+        count(line, ReadGroupOrCurve(own, line));
+    return unread;
 }
 
 bool FilterData_cls::ReadGroupOrCurve(std::wistream& stream, const wxString& line) {
@@ -104,7 +115,10 @@ void FilterData_cls::InitNew() {
     SetInitValueScale(1.0, 1.0, 1.0);
 }
 
-void FilterData_cls::ReplaceParameterName(const wxString& name) { mpCObjectGroup->ReplaceID("Filter", name); }
+// Once: the name may hold that word, too.
+void FilterData_cls::ReplaceParameterName(const wxString& name) {
+    if (mpCObjectGroup->mID == kObjectName) mpCObjectGroup->ReplaceID(kObjectName, name);
+}
 
 void FilterData_cls::ChangeCustomName(NameWords words) {
     for (int type = 0; type < kFilterTypes; ++type) {

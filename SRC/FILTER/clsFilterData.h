@@ -23,9 +23,14 @@ public:
     ~FilterData_cls() override;
 
     wxString Serialize();
+    /// What there was no reading of.
+    struct Unread_st {
+        int mLines = 0;     ///< nobody knows
+        bool mbEnd = false; ///< the block was cut
+    };
     /// From behind the type to the end of the filter's block; a block that was cut ends where another begins,
     /// and that line stays in the stream.
-    void ReadBlock(std::wistream& stream);
+    Unread_st ReadBlock(std::wistream& stream);
     /// The curves' identifiers, which begin with the word "Filter", begin with this name instead.
     void ReplaceParameterName(const wxString& name);
     void ChangeCustomName(NameWords words);

@@ -10,3 +10,12 @@ bool ReadParamLine(std::wistream& stream, wxString* pLine) {
     *pLine = line;
     return true;
 }
+
+bool IsParamHeading(const wxString& line) {
+    return line.StartsWith("Parameter_") || line.StartsWith("-ParamGroup=") || line.StartsWith("---");
+}
+
+void GoBackTo(std::wistream& stream, std::wistream::pos_type position) {
+    stream.clear();
+    stream.seekg(position);
+}

@@ -17,11 +17,11 @@ bool IsSame(const KeyFrame_cls& a, const KeyFrame_cls& b) {
 
 } // namespace
 
+// Names of filters may be equal, as files have them: a curve that was rebuilt alone is found by its own.
 Parameters_cls* ComParamBase_cls::GetTarget() const {
-    Parameters_cls* found = GParamHooks.mFindParam ? GParamHooks.mFindParam(mID) : nullptr;
-    if (found) return found;
     // Another curve may stand at the address by now.
-    return Parameters_cls::IsAlive(mpCParam) && mpCParam->GetSerial() == mSerial ? mpCParam : nullptr;
+    if (Parameters_cls::IsAlive(mpCParam) && mpCParam->GetSerial() == mSerial) return mpCParam;
+    return GParamHooks.mFindParam ? GParamHooks.mFindParam(mID) : nullptr;
 }
 
 void ComParamBase_cls::Execute(bool) {

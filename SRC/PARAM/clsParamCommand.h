@@ -1,5 +1,5 @@
-// The commands on curves. Each finds its curve by name, since undo may have rebuilt the owner, and else
-// by the pointer that it was made with.
+// The commands on curves. Each finds its curve by the pointer that it was made with, and one that was rebuilt
+// by its name.
 #pragma once
 
 #include <utility>

@@ -157,7 +157,13 @@ bool ParamGroup_cls::ReadStrLine(std::wistream& stream, const wxString& line) {
     // A file may speak of more curves than there are, or fewer; a save counts what is there.
     const int count = std::min(mDimension.mValue, GetDimension());
     mDimension.mValue = built;
-    for (int i = 0; i < count && ReadParamLine(stream, &next); ++i)
-        mVParams[size_t(i)].ReadStrLine(stream, next);
+    for (int i = 0; i < count; ++i) {
+        const auto before = stream.tellg();
+        if (!ReadParamLine(stream, &next)) break;
+        if (mVParams[size_t(i)].ReadStrLine(stream, next)) continue;
+        if (!IsParamHeading(next) || next.StartsWith("Parameter_")) continue;
+        GoBackTo(stream, before); // the block was cut
+        break;
+    }
     return true;
 }

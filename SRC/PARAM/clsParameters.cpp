@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <locale>
+#include <sstream>
 #include <unordered_set>
 
 #include "CONFITEM/ConfNumber.h"
@@ -16,6 +18,27 @@ namespace {
 std::unordered_set<const Parameters_cls*>& Living() {
     static auto* sLiving = new std::unordered_set<const Parameters_cls*>;
     return *sLiving;
+}
+
+bool IsKeyLine(const wxString& line) {
+    std::wistringstream stream(line.ToStdWstring());
+    stream.imbue(std::locale::classic());
+    double value = 0.0;
+    int numbers = 0;
+    while (stream >> value)
+        ++numbers;
+    return numbers == 5 && stream.eof();
+}
+
+/// A count may promise more keys than there are, or fewer: what the lines are decides.
+void ReadKeys(std::wistream& stream, int count, std::vector<KeyFrame_cls>* pKeys) {
+    wxString line;
+    for (int i = 0;; ++i) {
+        const auto before = stream.tellg();
+        if (!ReadParamLine(stream, &line)) return;
+        if (i < count ? IsParamHeading(line) : !IsKeyLine(line)) return GoBackTo(stream, before);
+        pKeys->emplace_back().ReadStrLine(line);
+    }
 }
 
 } // namespace
@@ -108,12 +131,8 @@ bool Parameters_cls::ReadStrLine(std::wistream& stream, const wxString& line) {
     bool bRead;
     while ((bRead = ReadParamLine(stream, &next)) && mConfList.ReadStrLineAll(next)) {
     }
-    if (bRead && next.Find("itemnum ") != wxNOT_FOUND) {
-        // A count may promise more than there is: the end of the stream ends it too.
-        const int count = ConfNumberFromText<int>(next.Mid(8));
-        for (int i = 0; i < count && ReadParamLine(stream, &next); ++i)
-            mVKeys.emplace_back().ReadStrLine(next);
-    }
+    if (bRead && next.Find("itemnum ") != wxNOT_FOUND)
+        ReadKeys(stream, ConfNumberFromText<int>(next.Mid(8)), &mVKeys);
     SortKey(); // nothing in a file is trusted to be in order
     AdjustAutoControl();
     if (mpCParamTL && GParamHooks.mStripRead) GParamHooks.mStripRead(mpCParamTL);

@@ -1,5 +1,6 @@
 // Paths with a place for the frame's number, and where their files are looked for.
 #include <climits>
+#include <filesystem>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -59,6 +60,25 @@ TEST(FramePath, APlacesNameIsNoNumber) {
     const std::string root = dir.GetPath() + "/run%d";
     dir.Write("run%d/h3.obj", "x");
     EXPECT_EQ(root + "/h3.obj", FramePath_cls("h%d.obj", root).GetFile(3));
+    EXPECT_EQ(root + "/h.obj", FramePath_cls(root + "/h.obj").GetForProject(root, 3)) << "a folder a frame";
+    EXPECT_EQ(root + "/h%d.obj", FramePath_cls(root + "/h%d.obj").GetForProject(root, 3));
+}
+
+TEST(FramePath, AWayFromTheProjectsFolderLeadsThereFirst) {
+    const TempFolder_cls dir;
+    const auto started = std::filesystem::current_path();
+    dir.Write("here/m.obj", "x");
+    dir.Write("here/n.obj", "x");
+    dir.Write("project/m.obj", "x");
+    std::filesystem::current_path(dir.GetPath() + "/here");
+    const wxString folder(dir.GetPath() + "/project");
+    EXPECT_EQ(folder + "/m.obj", FramePath_cls("m.obj", folder).GetFile(0));
+    EXPECT_EQ("n.obj", FramePath_cls("n.obj", folder).GetFile(0));
+    EXPECT_EQ("m.obj", FramePath_cls("m.obj", folder).GetForProject(folder, 0));
+    // Below the folder of the project that is written, whole where it isn't.
+    EXPECT_EQ("m.obj", FramePath_cls("m.obj").GetForProject(".", 0));
+    EXPECT_EQ(dir.GetPath() + "/here/m.obj", FramePath_cls("m.obj").GetForProject(folder, 0));
+    std::filesystem::current_path(started);
 }
 
 TEST(FramePath, AProjectKeepsTheTextThatLeadsThere) {
@@ -70,8 +90,11 @@ TEST(FramePath, AProjectKeepsTheTextThatLeadsThere) {
     const FramePath_cls relative("m/h%d.obj", root + "/a");
     EXPECT_EQ("m/h%d.obj", relative.GetForProject(root + "/a", 3));
     EXPECT_EQ(root + "/a/m/h%d.obj", relative.GetForProject(root + "/b", 3)) << "another file stands there";
-    EXPECT_EQ(root + "/a/m/h%d.obj", relative.GetForProject(root, 3)) << "nothing stands there";
+    EXPECT_EQ("a/m/h%d.obj", relative.GetForProject(root, 3)) << "below that folder, too";
     EXPECT_EQ("m/h%d.obj", relative.GetForProject(root + "/b", 9)) << "nothing to go by";
     const wxString whole = root + "/other/h%d.obj";
     EXPECT_EQ(whole, FramePath_cls(whole).GetForProject(root + "/a", 3));
+    EXPECT_EQ(whole, FramePath_cls(whole).GetForProject(root + "/oth", 3)) << "no folder, a beginning";
+    EXPECT_EQ("h%d.obj", FramePath_cls(whole).GetForProject(root + "/other", 3));
+    EXPECT_EQ("other/h%d.obj", FramePath_cls(root + "/a/../other/h%d.obj").GetForProject(root + "/", 9));
 }

@@ -187,6 +187,13 @@ TEST_F(ParamGroup, WrongDimensionsAndCutFilesReadWhatIsThere) {
     ReadText(read, "-ParamGroup=Filter Translate\n\ndimension=3\nno start\n");
     ReadText(read, text.Left(90));
     EXPECT_EQ(read.GetDimension(), 3);
+    // The text of another block is its own.
+    ParamGroup_cls cut("Filter Translate", 3, kXyz, 0, true);
+    EXPECT_EQ(ReadText(cut, "-ParamGroup=Filter Translate\ndimension=3\nStart\nParameter_x\nitemnum 5\n"
+                            "0.5 1 7 0 0\n---Other\nlast\n"),
+              (std::vector<std::string>{"---Other", "last"}));
+    EXPECT_EQ(cut.mVParams[0].GetKeyNumber(), 1);
+    EXPECT_EQ(cut.mVParams[1].GetKeyNumber(), 1) << "what a curve begins with";
     ParamGroup_cls none("None", -1, nullptr, 0, true);
     ReadText(none, "-ParamGroup=None\ndimension=4\nStart\nParameter_x\n");
     EXPECT_EQ(none.GetDimension(), 0);

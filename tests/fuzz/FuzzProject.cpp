@@ -83,8 +83,8 @@ void CheckCurves(ParamGroup_cls& group) {
 /// Texts of settings may hold the key of another one: then a line is taken twice, as the format has it.
 bool HoldsKey(Settings_st& settings) {
     if (settings.mLoader.mCItemLastOpened.mStrValue.Contains("=")) return true;
-    for (int list = 0; list < kFilterLists; ++list) // whose texts may be anything
-        if (settings.mFilters.Get(list).GetCount() > 0) return true;
+    for (const wxString& line : wxSplit(settings.mFilters.Serialize(), '\n', '\0'))
+        if (line.Freq('=') > 1) return true;
     for (const PDataSequence_cls* sequence : settings.mStore.mpCSequence)
         for (const GLAttribute_cls* attribute : GLSequence_cls::Of(*sequence).mpCGLAttribute)
             if (attribute->mTexFileBillboard.mStrValue.Contains("=")) return true;

@@ -94,10 +94,14 @@ void ProjectInputs_cls::AddKeys(std::mt19937& random, Lines* pLines) {
 /// The block of one of the lists, of some filters; types of all kinds, and some of none.
 void ProjectInputs_cls::AddFilters(std::mt19937& random, Lines* pLines) {
     static const char* const kKeys[] = {
-        "FilterValid=",   "FilterName=",      "OperatorType=",  "RegionType=",    "BorderFactor=",
-        "FilteringType=", "FilteringString=", "CopyArrayMin0=", "CopyArrayMax0=", "CopyArrayMin1=",
-        "CopyArrayMax1=", "CopyArrayMax2=",   "FogType=",       "GridLineNum=",   "ObjectType=",
-        "ImportPath=",    "StickType=",       "CritA=",         "Shininess="};
+        "FilterValid=",   "FilterName=",     "OperatorType=",    "RegionType=",    "BorderFactor=",
+        "FilteringType=", "IndexType=",      "FilteringString=", "CopyArrayMin0=", "CopyArrayMax0=",
+        "CopyArrayMin1=", "CopyArrayMax1=",  "CopyArrayMin2=",   "CopyArrayMax2=", "FogType=",
+        "FogStart=",      "FogEnd=",         "GridType=",        "GridMin=",       "GridMax=",
+        "GridLineNum=",   "GridCoord=",      "ObjectType=",      "ImportPath=",    "ArrayVector0=",
+        "StickType=",     "StickRadius=",    "StickWidth=",      "CalcType=",      "StickPath=",
+        "CritType=",      "CritA=",          "SpecType=",        "ShaderType=",    "Shininess=",
+        "TransmitType=",  "NormalPattern0=", "Unknown="};
     static const char* const kTexts[] = {"Boolean00", "%02d", "%s%n", "0-99999999999",
                                          "5-2",       "-5",   "abc",  ",,,,"};
     static const char* const kNames[] = {"Translate", "Rotation", "Scale", "Anchor", "Parameter"};
@@ -117,7 +121,8 @@ void ProjectInputs_cls::AddFilters(std::mt19937& random, Lines* pLines) {
             for (const char* curve : {"x", "y", "z"}) {
                 pLines->push_back(std::string("Parameter_") + curve);
                 pLines->push_back(std::string("timeDepend=") + (OneIn(random, 2) ? "1" : "0"));
-                pLines->push_back("itemnum 1");
+                pLines->push_back("itemnum " +
+                                  (OneIn(random, 6) ? std::string(Pick(random, kNumbers)) : "1"));
                 pLines->push_back("0 1 " + std::string(Pick(random, kNumbers)) + " 0 0 ");
             }
         }

@@ -4,7 +4,10 @@
 #include <wx/stattext.h>
 #include <wx/stopwatch.h>
 
+#include "COMMON/FramePath.h"
+#include "COMMON/Globals.h"
 #include "FILTER/clsFilterObject.h"
+#include "FILTER/clsFilterStick.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GuiEvents.h"
 #include "PARAM/clsParamGroup.h"
@@ -140,6 +143,57 @@ TEST_F(Filters, PathsAndTheMatrixOfAMesh) {
     EXPECT_EQ(dynamic_cast<wxTextCtrl*>(rows->GetField(path))->GetValue(), "/data/pairs.bond");
 }
 
+// Chosen as whole paths; a folder that moves with its project, its meshes and its pairs keeps them all.
+TEST_F(Filters, PathsBelowTheProjectMoveWithIt) {
+    const std::string folder = CopyMelt("before"), other = mDir / "other";
+    fs::create_directories(folder + "/parts");
+    fs::create_directories(other);
+    std::ofstream(folder + "/parts/hull0000.obj") << "v 0 0 0\nv 9 0 0\nv 0 9 0\nf 1 2 3\n";
+    std::ofstream(folder + "/pairs.txt") << "0 1\n1 2\n";
+    std::ofstream(other + "/wall.obj") << "v 0 0 0\nv 9 0 0\nv 0 9 0\nf 1 2 3\n";
+    ASSERT_TRUE(OpenAndPaint(folder + "/melt0000.bin"));
+    for (const std::string& path : {folder + "/parts/hull%04d.obj", other + "/wall.obj"}) {
+        auto& mesh = static_cast<FilterObjectData_cls&>(*Add(ID_FILTER_OBJECT, 1)->mpCData);
+        mesh.mCObjectType.mValue = FilterObjectData_cls::IMPORT;
+        mesh.mCImportPath.mStrValue = path;
+    }
+    auto& stick = static_cast<FilterStickData_cls&>(*Add(ID_FILTER_STICK, 1)->mpCData);
+    stick.mCStickPath.mStrValue = folder + "/pairs.txt";
+    Settle();
+    Answer(folder + "/p.mrp");
+    Menu(ID_SAVE_PROJECT_AS);
+    const auto expectPaths = [&](const std::string& text) {
+        EXPECT_NE(text.find("ImportPath=parts/hull%04d.obj\n"), std::string::npos) << text;
+        EXPECT_NE(text.find("ImportPath=" + other + "/wall.obj\n"), std::string::npos);
+        EXPECT_NE(text.find("StickPath=pairs.txt\n"), std::string::npos);
+    };
+    expectPaths(ReadAll(folder + "/p.mrp"));
+    EXPECT_TRUE(Text().Contains("ImportPath=" + wxString(folder))) << "the panel keeps what was chosen";
+
+    Open(mDefaults.ToStdString());
+    const std::string moved = mDir / "after";
+    fs::rename(folder, moved);
+    wxString told;
+    const auto tell = Lists().mHooks.mTell;
+    Lists().mHooks.mTell = [&told](const wxString& text) { told += text; };
+    Open(moved + "/p.mrp");
+    EXPECT_GT(Grab(0).CountLit(60), 100);
+    Lists().mHooks.mTell = tell;
+    EXPECT_TRUE(told.empty()) << told;
+    for (int position = 0; position < 3; ++position) {
+        FilterData_cls& data = *At(1, position)->mpCData;
+        const wxString file = FramePath_cls(data.GetPaths()[0]->mStrValue, data.mStrFolder).GetFile(0);
+        EXPECT_TRUE(wxFileName::FileExists(file)) << file;
+    }
+    Menu(ID_SAVE_PROJECT);
+    expectPaths(ReadAll(moved + "/p.mrp"));
+    // The dialog opens where the file is.
+    Show(1, 0);
+    Answer("CANCEL");
+    ClickOn(Panel(At(1, 0)).GetPCPanel()->GetField(1, 1));
+    EXPECT_EQ(GpCFileDialog->GetDirectory(), moved + "/parts");
+}
+
 TEST_F(Filters, OneIsSelectedInPaneAndTimeLine) {
     FilterBase_cls* cut = Add(ID_FILTER_BOOLEAN, 0);
     FilterBase_cls* other = Add(ID_FILTER_BOOLEAN, 0);
@@ -223,6 +277,35 @@ TEST_F(Filters, PopupsAddMoveAndDelete) {
     EXPECT_LT(Panel(cut).GetWindow()->GetPosition().y, Panel(At(0, 1)).GetWindow()->GetPosition().y);
 }
 
+// A file may hold filters of one name: each field still edits the filter that it stands in.
+TEST_F(Filters, FiltersOfOneNameAreEditedEachForItself) {
+    FilterBase_cls* first = Add(ID_FILTER_BOOLEAN, 0);
+    FilterBase_cls* second = Add(ID_FILTER_BOOLEAN, 0);
+    wxString text = Text();
+    text.Replace("Boolean01", "Boolean00");
+    std::ofstream(mDir / "equal.mrp") << text.utf8_string();
+    Open(mDir / "equal.mrp");
+    ASSERT_EQ(Lists().GetBoolean().GetCount(), 2);
+    first = At(0, 0);
+    second = At(0, 1);
+    Show(0, 1);
+    ClickOn(Panel(second).GetPCPanel()->GetKeyButton(2));
+    TypeInto(dynamic_cast<NumField_cls*>(Panel(second).GetPCPanel()->GetField(2)), "1.5");
+    EXPECT_EQ(second->mpCData->mpCTranslate->mVParams[0].Evaluate(0.0, 1.0), 1.5);
+    EXPECT_EQ(first->mpCData->mpCTranslate->mVParams[0].Evaluate(0.0, 1.0), 0.0);
+    EXPECT_FALSE(first->mpCData->mpCTranslate->mVParams[0].mbTimeDepend.mValue);
+    while (GCUndoList.IsUndoable())
+        Menu(ID_UNDO);
+    EXPECT_EQ(Text(), text);
+    // The 25th of a list is pressed as the first one is.
+    for (int i = 0; i < 23; ++i)
+        Add(ID_FILTER_BOOLEAN, 0);
+    Show(0, 24);
+    Click(Panel(At(0, 24)).GetPCPanel(), wxPoint(2, 2));
+    Settle();
+    EXPECT_EQ(Lists().GetPCSelected(), At(0, 24));
+}
+
 TEST_F(Filters, ADiamondKeysAndTheTimeLineShowsIt) {
     FilterBase_cls* cut = Add(ID_FILTER_BOOLEAN, 0);
     EXPECT_EQ(Strips()->GetRows().size(), 2u) << "the camera, and the filter folded";
@@ -258,9 +341,9 @@ TEST_F(Filters, PanesSayWhatToDoAndWhatHasNoEffect) {
     for (int list = 0; list < kFilterLists; ++list)
         EXPECT_TRUE(FindByLabel(Pane(list), "Add") || PageOf() != list);
     const wxString line = "No effect with \"Zsort (for solid object)\"";
-    EXPECT_TRUE(FindByLabel(Pane(PageOf()), "A filter cuts or picks particles") || PageOf() != 0);
+    EXPECT_TRUE(FindByLabel(Pane(PageOf()), "what cuts or picks particles") || PageOf() != 0);
     Add(ID_FILTER_BOOLEAN, 0);
-    EXPECT_FALSE(FindByLabel(Pane(0), "A filter cuts or picks particles"));
+    EXPECT_FALSE(FindByLabel(Pane(0), "what cuts or picks particles"));
     EXPECT_FALSE(FindByLabel(Pane(0), line));
     Hub()->mpCDrawOption->mSortOrder.mValue = 2;
     Menu(ID_REFRESH_DRAW_OPTIONS);

@@ -101,6 +101,35 @@ TEST_F(FilterLists, StepsBringBackEveryByte) {
     EXPECT_EQ(mLists.Serialize(), last);
 }
 
+// Their names may be equal, and a name may hold the word that it stands for.
+TEST_F(FilterLists, StepsGoToTheCurveThatWasEdited) {
+    Read("---FilterCtrl0Begin\n-FilterBegin\nFilterType=0\nFilterName=Filter A\n-FilterEnd\n"
+         "-FilterBegin\nFilterType=0\nFilterName=Filter A\n-FilterEnd\n---FilterCtrl0End\n");
+    ASSERT_EQ(Names(0), "Filter A Filter A ");
+    FilterCtrl_cls& list = mLists.GetBoolean();
+    FilterBase_cls& second = *list.GetPCFilter(1);
+    const wxString before = mLists.Serialize();
+    const double place[3] = {1, 2, 3};
+    second.mpCData->mpCTranslate->SetKeyFrame(place, true, 0.0);
+    const auto at = [&list](int position) {
+        return list.GetPCFilter(position)->mpCData->mpCTranslate->mVParams[1].Evaluate(0.0, 1.0);
+    };
+    EXPECT_EQ(at(0), 0.0);
+    EXPECT_EQ(at(1), 2.0);
+    mLists.SelectFilter(&second, true);
+    mLists.DeleteSelectedFilter();
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(list.GetPCFilter(1)->mpCData->mpCTranslate->mID, "Filter A Translate");
+    EXPECT_EQ(at(1), 2.0);
+    while (GCUndoList.IsUndoable())
+        GCUndoList.UndoCurrent();
+    EXPECT_EQ(mLists.Serialize(), before);
+    while (GCUndoList.IsRedoable())
+        GCUndoList.ExecCurrent();
+    EXPECT_EQ(list.GetCount(), 1);
+    EXPECT_EQ(at(0), 0.0);
+}
+
 TEST_F(FilterLists, OneFilterOfAllIsSelected) {
     SceneObj_cls* selected = nullptr;
     mLists.mHooks.mSelectObject = [&](SceneObj_cls* object) { selected = object; };
@@ -164,6 +193,8 @@ TEST_F(FilterLists, WrongBlocksLoseNoMoreThanThemselves) {
         Read(text.Left(cut) + "\n---FilterCtrl2Begin\n-FilterBegin\nFilterType=6\nFilterName=kept\n");
         EXPECT_EQ(mLists.GetBoolean().GetCount(), 1) << cut;
         EXPECT_EQ(Names(2), "kept ") << cut;
+        EXPECT_TRUE(mTold.Contains("Parts of filters could not be read: the end of Boolean00")) << mTold;
+        mTold.clear();
     }
     mLists.ClearFilters();
     Read("---FilterCtrl0Begin\n-FilterBegin\nFilterType=8\nFilterName=odd\n-FilterEnd\n-FilterBegin\n"
@@ -173,6 +204,39 @@ TEST_F(FilterLists, WrongBlocksLoseNoMoreThanThemselves) {
     EXPECT_EQ(Names(0), "%s%n ");
     EXPECT_TRUE(mTold.Contains("FilterType=8"));
     EXPECT_TRUE(mLeft.Contains("Other=1"));
+}
+
+TEST_F(FilterLists, WrongCountsAndNumbersLoseNoCurve) {
+    auto& cut = static_cast<FilterBoolean_cls&>(Add(FILTER_BOOLEAN));
+    for (const double time : {0.0, 0.5, 1.0}) {
+        const double place[3] = {time, 2 * time, 3 * time};
+        SceneObj_cls::SetKeyAt(cut.mpCData->mpCTranslate, place, time);
+    }
+    const wxString text = mLists.Serialize();
+    for (const char* count : {"0", "1", "99", "2147483647", "99999999999999999999", "-3"}) {
+        wxString wrong = text;
+        wrong.Replace("itemnum 3", wxString("itemnum ") + count);
+        mLists.ClearFilters();
+        Read(wrong);
+        EXPECT_EQ(mLists.Serialize(), text) << count;
+    }
+    EXPECT_TRUE(mTold.empty()) << mTold;
+    // What there is no sense in is passed over, and told once, whatever there is of it.
+    mLists.ClearFilters();
+    wxString strange = "---FilterCtrl0Begin\n";
+    for (int i = 0; i < 1000; ++i)
+        strange += "-FilterBegin\nFilterType=0\nFilterName=Same\nBorderFactor=1e99\nOperatorType=-1\n"
+                   "RegionType=99999999999999999999\nSomething=1\n-ParamGroup=Filter Scale\ndimension=3\n"
+                   "Start\nParameter_x\ntimeDepend=0\nperiodic=0\nitemnum 1\n0 1 nan 0 inf\nParameter_y\n"
+                   "itemnum 1\n0 1 -1e400 0 0\n-ParamGroup=Nobody\n-FilterEnd\n";
+    Read(strange + "---FilterCtrl0End\n");
+    EXPECT_EQ(mLists.GetBoolean().GetCount(), 1000);
+    EXPECT_TRUE(mTold.Contains("2 lines of Same")) << mTold;
+    EXPECT_LT(mTold.length(), 200u);
+    const float places[2][3] = {{0, 0, 0}, {1, 1, 1}};
+    DrawList_t list = {{0, 0.0f, 1.0f}, {1, 0.0f, 1.0f}};
+    mLists.GetBoolean().Thin(list, 2, places, 0.5);
+    EXPECT_EQ(list.size(), 2u) << "an operation that files alone know changes nothing";
 }
 
 TEST_F(FilterLists, OnlyWhatActsIsFound) {

@@ -3,6 +3,7 @@
 #include <wx/filedlg.h>
 #include <wx/filename.h>
 
+#include "COMMON/FramePath.h"
 #include "COMMON/Globals.h"
 #include "COMMON/UpdateBits.h"
 #include "FILTER/FilterKinds.h"
@@ -62,12 +63,12 @@ void SetMNumBasic(MultiInputPanel_cls& panel, FilterData_cls& data) {
     panel.AddParam(_("S"), data.mpCScale, length, _("Scale: along x, y and z"));
 }
 
-void AskForPath(MultiInputPanel_cls& panel, int row, wxString* pPath, const wxString& title,
-                const wxString& wildcard) {
+void AskForPath(MultiInputPanel_cls& panel, int row, const FilterData_cls& data, wxString* pPath,
+                const wxString& title, const wxString& wildcard) {
     wxFileDialogEX local(wxGetTopLevelParent(&panel));
     wxFileDialogEX* dialog = GpCFileDialog ? GpCFileDialog : &local;
-    const wxFileName name(*pPath);
-    const bool bNone = *pPath == "NONE"; // nothing was chosen so far
+    const wxFileName name(FramePath_cls(*pPath, data.mStrFolder).GetFile(data.mLastFrame));
+    const bool bNone = *pPath == kNoPath; // nothing was chosen so far
     dialog->SetParams(title, bNone ? wxString() : name.GetPath(), bNone ? wxString() : name.GetFullName(),
                       wildcard, wxFD_OPEN | wxFD_FILE_MUST_EXIST);
     if (dialog->ShowModal() != wxID_OK) return;

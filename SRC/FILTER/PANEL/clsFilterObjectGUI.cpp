@@ -49,7 +49,7 @@ void FilterObjectGUI_cls::SetMNumPanel(MultiInputPanel_cls& panel) {
     mRowPath = panel.AddText(_("Path"), &data.mCImportPath.mStrValue,
                              _("File of the mesh; %d or %04d in it stands for the frame's number"));
     panel.AddButtonTo(mRowPath, "..", _("Choose a mesh"), [&panel, &data, this] {
-        AskForPath(panel, mRowPath, &data.mCImportPath.mStrValue, _("Select Mesh File"), kMeshes);
+        AskForPath(panel, mRowPath, data, &data.mCImportPath.mStrValue, _("Select Mesh File"), kMeshes);
     });
     mRowVectors = panel.AddButton("", _("Array Vector"), _("Columns of a matrix that the mesh goes through"));
     static_cast<wxButton*>(panel.GetField(mRowVectors))->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {

@@ -24,9 +24,9 @@ constexpr int kScrollUnits = 50;
 constexpr unsigned kSortSolid = 2; // "Zsort (for solid object)"
 
 wxString HintOf(int list) {
-    if (list == FILTER_LIST_BOOLEAN) return _("A filter cuts or picks particles");
-    if (list == FILTER_LIST_OBJECT) return _("Meshes, grids, bonds, a data box");
-    return _("Copies of the cell, and fog");
+    if (list == FILTER_LIST_BOOLEAN) return _("what cuts or picks particles");
+    if (list == FILTER_LIST_OBJECT) return _("a mesh, a grid, bonds, a data box");
+    return _("copies of the cell, or fog");
 }
 
 } // namespace

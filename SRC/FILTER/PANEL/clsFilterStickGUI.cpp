@@ -18,7 +18,7 @@ void FilterStickGUI_cls::SetMNumPanel(MultiInputPanel_cls& panel) {
     mRowPath = panel.AddText(_("Path"), &data.mCStickPath.mStrValue,
                              _("File of pairs; %d or %04d in it stands for the frame's number"));
     panel.AddButtonTo(mRowPath, "..", _("Choose a file of pairs"), [&panel, &data, this] {
-        AskForPath(panel, mRowPath, &data.mCStickPath.mStrValue, _("Select Stick File"),
+        AskForPath(panel, mRowPath, data, &data.mCStickPath.mStrValue, _("Select Stick File"),
                    "StickInfo (*.txt;*.bond)|*.txt;*.bond");
     });
 }

@@ -100,6 +100,7 @@ private:
     void DrawLegend(wxGraphicsContext& gc, const wxSize& size, const Look_st& look);
     void DrawReadout(wxGraphicsContext& gc, const wxSize& size, const Look_st& look);
     wxString FrameText(double t) const;
+    wxString NameOf(const Parameters_cls& param) const;
 
     std::vector<Parameters_cls*> mVCurves;
     ValueRange mCValues;

@@ -316,13 +316,17 @@ void GraphPanel_cls::DrawLegend(wxGraphicsContext& gc, const wxSize& size, const
     if (named < shown.size()) place(wxString::Format("+%d", int(shown.size() - named)), look.mFaint, false);
     for (size_t k = named; k-- > 0;) {
         const Parameters_cls& param = *mVCurves[shown[k]];
-        // Short names of several groups are alike; the whole one tells them apart.
-        const bool bTwice = std::any_of(shown.begin(), shown.end(), [&](size_t j) {
-            return mVCurves[j] != &param && mVCurves[j]->mName == param.mName;
-        });
-        place(bTwice && shown.size() <= 6 ? param.mID : param.mName,
-              ToColour(CurveColour(shown[k], look.mbDark)), true);
+        place(shown.size() <= 6 ? NameOf(param) : param.mName, ToColour(CurveColour(shown[k], look.mbDark)),
+              true);
     }
+}
+
+// Short names of several groups are alike; the whole one tells them apart.
+wxString GraphPanel_cls::NameOf(const Parameters_cls& param) const {
+    const bool bTwice = std::any_of(mVCurves.begin(), mVCurves.end(), [&param](const Parameters_cls* other) {
+        return Parameters_cls::IsAlive(other) && other != &param && other->mName == param.mName;
+    });
+    return bTwice ? param.mID : param.mName;
 }
 
 void GraphPanel_cls::DrawReadout(wxGraphicsContext& gc, const wxSize& size, const Look_st& look) {

@@ -286,8 +286,8 @@ void GraphPanel_cls::OnHover(const wxPoint& point) {
     mReadout.clear();
     if (hover.mpCParam && hover.mSide == 0) {
         const KeyFrame_cls& key = hover.mpCParam->GetKeys()[size_t(hover.mKey)];
-        mReadout = wxString::Format(_("%s: frame %s, %s"), hover.mpCParam->mName, FrameText(key.mDoubleIndex),
-                                    ValueText(key.mValue));
+        mReadout = wxString::Format(_("%s: frame %s, %s"), NameOf(*hover.mpCParam),
+                                    FrameText(key.mDoubleIndex), ValueText(key.mValue));
     }
     Refresh();
 }

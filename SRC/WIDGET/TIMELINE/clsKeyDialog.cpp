@@ -115,13 +115,17 @@ void KeyDialog_cls::AddRows() {
     mpCPanel->SetOnChange([this](int, bool) { EnableRows(); });
 }
 
-// Linked curves have their keys at one place, each with its own value.
+// Linked curves have their keys at one place, each with its own value; of several groups, a row each.
 void KeyDialog_cls::AddValueRows(const NumSpec& spec) {
-    for (size_t i = 0; i < mVCurves.size(); i += MultiInputPanel_cls::kMaxField) {
-        const int fields = int(std::min(mVCurves.size() - i, size_t(MultiInputPanel_cls::kMaxField)));
-        wxString names;
-        for (int k = 0; k < fields; ++k)
-            names += (k > 0 ? ", " : "") + mVCurves[i + size_t(k)]->mName;
+    int fields = 0;
+    for (size_t i = 0; i < mVCurves.size(); i += size_t(fields)) {
+        const ParamGroup_cls* group = mVCurves[i]->mpCParamGroup;
+        wxString names = group && mVEase.size() > 1 ? group->mID + " " : wxString();
+        for (fields = 0; fields < MultiInputPanel_cls::kMaxField; ++fields) {
+            const size_t next = i + size_t(fields);
+            if (next == mVCurves.size() || mVCurves[next]->mpCParamGroup != group) break;
+            names += (fields > 0 ? ", " : "") + mVCurves[next]->mName;
+        }
         const bool bOne = mVCurves.size() == 1;
         mpCPanel->AddNumber(bOne ? wxString(_("Value")) : wxString::Format(_("Value %s"), names),
                             &mVValues[i], fields, spec,
@@ -151,7 +155,7 @@ void KeyDialog_cls::AddEaseRows(Ease_st* pEase) {
             names += (k > 0 ? ", " : "") + pEase->mVParams[i + size_t(k)]->mName;
         wxString label = _("Ease Factor");
         if (bNamed)
-            label = pEase->mpCGroup->mName + " " + names;
+            label = pEase->mpCGroup->mID + " " + names;
         else if (mVCurves.size() > 1)
             label = wxString::Format(_("Ease %s"), names);
         pEase->mVRowStarts.push_back(i);
