@@ -228,6 +228,166 @@ def film(name, setup):
     return project(name, setup) + "\n".join(flight_lines()) + "\n"
 
 
+# What filters do, on the data that are there: a project more of a set.
+
+def camera_lines(places, look=(0.0, 0.0, 0.0), angle=30):
+    """A camera through these places, upright, that looks at one point; nothing but the scene in the picture."""
+    turns = []
+    for x, y, z in places:
+        ahead = [look[0] - x, look[1] - y, look[2] - z]
+        # Roll, pitch and yaw.
+        turns.append((0.0, -math.degrees(math.atan2(ahead[2], math.hypot(ahead[0], ahead[1]))),
+                      math.degrees(math.atan2(ahead[1], ahead[0]))))
+    lines = ["Panel0DisplayMode=7", "Panel0ShowItems=0", "Panel0ShowGrid=0", "Panel0ShowMessage=0",
+             "OverLayTimePos=4", "---CameraPath", "CameraGeometry=0", f"CameraVAngle={angle}",
+             "CareraLookAnchor=0"]
+    for group, values in (("Translate", places), ("Rotation", turns)):
+        lines += [f"-ParamGroup=Camera {group}", "dimension=3", "Start"]
+        for axis in range(3):
+            lines += curve("xyz"[axis], [value[axis] for value in values])
+    return lines
+
+
+def around(radius, height, first, last, number=6):
+    """Places on an arc about the z axis, from one angle to another, in degrees."""
+    turns = [math.radians(first + (last - first) * k / (number - 1)) for k in range(number)]
+    return [(radius * math.cos(turn), radius * math.sin(turn), height) for turn in turns]
+
+
+def colour_lines(prefix, stops):
+    """A colour curve of the value: (share of the scale, red, green, blue)."""
+    lines = [f"-ParamGroup={prefix} ColorCurve", "dimension=4", "Start"]
+    for channel in range(4):
+        lines += [f"Parameter_{'RGBA'[channel]}", "timeDepend=1", "periodic=0", f"itemnum {len(stops)}"]
+        for stop in stops:
+            value = stop[1 + channel] if channel < 3 else 1
+            lines.append(f"{stop[0]:.9f} 1 {value:.6f} 0.000000 0.000000")
+    return lines
+
+
+def ball_lines(kind, radius, colour, shine=0.5):
+    """Exact spheres of one type, lit by the Phong shader."""
+    prefix = f"SEQ0TYPE{kind}"
+    shade = " ".join(f"{0.22 * float(part):.6f}" for part in colour.split()[:3])
+    return [f"{prefix}DrawType=2", f"{prefix}DrawQuality=3", f"{prefix}ShaderType=2", f"{prefix}RadiusType=1",
+            f"{prefix}RadiusFactorForConst={radius:.6f}", f"{prefix}DiffuseConstantColor={colour}",
+            f"{prefix}AmbientConstantColor={shade} 1",
+            f"{prefix}SpecularConstantColor={shine} {shine} {shine} 1"]
+
+
+def filter_lines(kind, name, items, translate=None, scale=None, rotate=None):
+    """A filter's block; places are lists of x, y, z over the film."""
+    lines = ["-FilterBegin", f"FilterType={kind}", "FilterValid=1", f"FilterName={name}"]
+    lines += items
+    for group, values in (("Translate", translate), ("Rotate", rotate), ("Scale", scale)):
+        if values is None:
+            continue
+        lines += [f"-ParamGroup=Filter {group}", "dimension=3", "Start"]
+        for axis in range(3):
+            lines += curve("xyz"[axis], [value[axis] for value in values])
+    return lines + ["-FilterEnd"]
+
+
+def list_lines(index, filters):
+    return [f"---FilterCtrl{index}Begin"] + sum(filters, []) + [f"---FilterCtrl{index}End"]
+
+
+BOOLEAN, OBJECT, FOG, COPY, STICK = 0, 2, 4, 6, 7  # as "FilterType="
+
+
+DISTANCE = 2  # of the origin, as "DependType="
+
+
+def cut_lines(_folder):
+    """A box goes into the melt and takes a corner away; colours tell how far an atom is from the middle."""
+    shells = [(0.0, 1.0, 0.93, 0.62), (0.3, 0.98, 0.66, 0.25), (0.55, 0.85, 0.33, 0.22), (0.8, 0.35, 0.30, 0.55),
+              (1.0, 0.16, 0.38, 0.62)]
+    lines = ball_lines(1, 0.078, "0.8 0.8 0.8 1", 0.35)
+    for part in ("Diffuse", "Ambient"):
+        prefix = f"SEQ0TYPE1{part}"
+        dim = 1.0 if part == "Diffuse" else 0.25
+        lines += [f"{prefix}UseColorCurve=1", f"{prefix}ScalingMin=0", f"{prefix}ScalingMax=1.35",
+                  f"{prefix}DependType={DISTANCE}"]
+        lines += colour_lines(prefix, [(stop[0], *(dim * part for part in stop[1:])) for stop in shells])
+    lines += ["BGColorConstantColor=0.02 0.03 0.05 1"]
+    lines += camera_lines(around(4.9, 2.9, -75, -25), look=(0.0, 0.0, -0.06), angle=30)
+    # From outside of the near corner to the middle.
+    way = [(1.75, -1.75, 1.75), (1.35, -1.35, 1.35), (0.95, -0.95, 0.95), (0.7, -0.7, 0.7)]
+    cut = filter_lines(BOOLEAN, "Boolean00", ["OperatorType=1", "RegionType=0", "BorderFactor=0.000000"],
+                       translate=way, scale=[(1.5, 1.5, 1.5)] * 2)
+    return lines + list_lines(0, [cut])
+
+
+def bond_lines(_folder):
+    """Eight cells of the nickel crystal, with bonds that go through the faces and don't flicker."""
+    lines = []
+    for kind in range(4):
+        lines += ball_lines(kind, 0.052, "0.95 0.62 0.30 1", 0.6)
+    lines += ["BGColorConstantColor=0.03 0.04 0.06 1"]
+    middle = (0.9, 0.9, 0.68)
+    lines += camera_lines([(x + 0.9, y + 0.9, z) for x, y, z in around(8.6, 4.2, 20, 60)], look=middle, angle=30)
+    bonds = filter_lines(STICK, "Stick00", [
+        "StickType=1", "StickRadius=0.012000", "CalcType=1", "CritType=0", "CritA=0.280000",
+        "AcrossFaces=1", "KeepUntil=0.310000"])
+    copies = filter_lines(COPY, "CopyBox00", [f"CopyArray{end}{axis}={value}" for axis in range(3)
+                                              for end, value in (("Min", 0), ("Max", 2))])
+    # What is far fades, so that the eye sees how deep it is.
+    fog = ["-FilterBegin", f"FilterType={FOG}", "FilterValid=1", "FilterName=Fog00", "FogType=2",
+           "FogStart=6.800000", "FogEnd=12.000000", "FogColorConstantColor=0.03 0.04 0.06 1", "-FilterEnd"]
+    return lines + list_lines(1, [bonds]) + list_lines(2, [copies, fog])
+
+
+def lathe(profiles, corners=96):
+    """An OBJ of profiles (radius, height) that are turned about the z axis."""
+    vertices, faces = [], []
+    for profile in profiles:
+        base = len(vertices)
+        for radius, height in profile:
+            for k in range(corners):
+                turn = 2 * math.pi * k / corners
+                vertices.append((radius * math.cos(turn), radius * math.sin(turn), height))
+        for ring in range(len(profile) - 1):
+            for k in range(corners):
+                low, high = base + ring * corners, base + (ring + 1) * corners
+                following = (k + 1) % corners
+                faces.append((low + k, low + following, high + following, high + k))
+    lines = ["# A dish and a nozzle, written by tools/make_examples.py"]
+    lines += [f"v {x:.5f} {y:.5f} {z:.5f}" for x, y, z in vertices]
+    lines += ["f " + " ".join(str(corner + 1) for corner in face) for face in faces]
+    return "\n".join(lines) + "\n"
+
+
+def mesh_lines(folder):
+    """The atoms rain from a nozzle onto a crystal that lies in a dish: one mesh, in the DataBox of the data."""
+    dish = [(0.001, -1.00), (0.60, -1.00), (0.70, -0.95), (0.74, -0.87), (0.74, -0.80), (0.71, -0.79),
+            (0.69, -0.80), (0.68, -0.86), (0.64, -0.92), (0.58, -0.945), (0.001, -0.945)]
+    nozzle = [(0.10, 1.30), (0.10, 1.08), (0.14, 1.04), (0.68, 0.90), (0.71, 0.86), (0.71, 0.78), (0.69, 0.77),
+              (0.67, 0.78), (0.66, 0.84), (0.11, 0.99), (0.07, 1.04), (0.07, 1.30)]
+    (folder / "nozzle.obj").write_text(lathe([dish, nozzle]))
+    lines = ball_lines(0, 0.062, "0.78 0.80 0.86 1") + ball_lines(1, 0.062, "1 0.55 0.18 1", 0.7)
+    lines += ["BGColorConstantColor=0.03 0.035 0.05 1"]
+    lines += camera_lines(around(4.9, 1.0, -70, -20), look=(0.0, 0.0, 0.14), angle=32)
+    mesh = filter_lines(OBJECT, "Object00", [
+        "ObjectType=3", "ImportPath=nozzle.obj", "ShaderType=2", "AmbientConstantColor=0.06 0.07 0.09 1",
+        "DiffuseConstantColor=0.34 0.42 0.50 1", "SpecularConstantColor=0.7 0.75 0.8 1"],
+        translate=[(0, 0, 0)] * 2, scale=[(1, 1, 1)] * 2)
+    return lines + list_lines(1, [mesh])
+
+
+# Behind a set: more projects of it.
+SCENES = {
+    "lj_melt_text": ("melt_cut", cut_lines, "a cut that goes into the melt"),
+    "public_pyscal_ni500": ("nickel_bonds", bond_lines,
+                            "eight copies of the cell, with bonds through its faces that don't flicker"),
+    "deposit_text": ("deposit_mesh", mesh_lines, "the rain with a nozzle and a dish from a mesh file"),
+}
+
+
+def scene(name, setup):
+    _, lines, _ = SCENES[name]
+    return project(name, setup) + "\n".join(lines(EXAMPLES / name)) + "\n"
+
+
 def write_whole(folder, name, text):
     """From the folder itself: paths stay relative."""
     (folder / name).write_text(text)
@@ -236,6 +396,8 @@ def write_whole(folder, name, text):
 
 def readme(name, setup):
     more = f" {setup['film']}.mrp is a film of it, with a camera that flies." if "film" in setup else ""
+    if name in SCENES:
+        more += f" {SCENES[name][0]}.mrp has filters: {SCENES[name][2]}."
     return (f"{setup['what']}\n"
             f"To open it: File, Open Project, {name}.mrp; FACTS.txt tells what every frame holds.{more}\n"
             f"{setup['origin']}\n")
@@ -249,6 +411,8 @@ def main():
         write_whole(folder, f"{name}.mrp", project(name, setup))
         if "film" in setup:
             write_whole(folder, f"{setup['film']}.mrp", film(name, setup))
+        if name in SCENES:
+            write_whole(folder, f"{SCENES[name][0]}.mrp", scene(name, setup))
         (folder / "README.md").write_text(readme(name, setup))
     print(f"{len(SETS)} projects written")
 

@@ -123,3 +123,18 @@ steps 5
 click 1203 443 # the tab "Exposure"
 shoot "$MAIN" views_pages
 alive
+
+# film_picture EXAMPLE PROJECT FRAME NAME: a frame of a film, the first of its steps, without a window.
+film_picture() {
+  is_wanted "$4" || return 0
+  local pictures
+  build/release/morentis-film --quiet --size 900x506 --frames "$3-$3" --output "$STAGE/$4%04d.png" \
+    "examples/$1/$2.mrp" || fail "No picture of $4."
+  pictures=("$STAGE/$4"[0-9]*.png)
+  convert "${pictures[0]}" -dither FloydSteinberg -colors 256 -strip -define png:compression-level=9 \
+    "PNG8:$IMAGES/$4.png"
+  printf '%s\n' "$IMAGES/$4.png"
+}
+film_picture lj_melt_text melt_cut 15 filter_cut
+film_picture public_pyscal_ni500 nickel_bonds 5 filter_bonds
+film_picture deposit_text deposit_mesh 30 filter_mesh

@@ -62,6 +62,7 @@ private:
     bool DrawFrame(size_t i, const wxString& path);
     void ExportFrame(const wxString& path);
     bool NeedsSlopes() const;
+    bool FollowBonds(const wxString& path);
     void WaitForData();
     void ReadAhead(size_t i);
     void DropBehind(size_t i);

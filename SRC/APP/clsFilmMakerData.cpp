@@ -10,6 +10,8 @@
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "COMMON/ThreadStates.h"
+#include "FILTER/clsBondFollower.h"
+#include "FILTER/clsFilterLists.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "PDATA/SnapshotBody.h"
@@ -44,6 +46,22 @@ void FilmMaker_cls::ExportFrame(const wxString& path) {
     wxString reason;
     if (!mpCMain->mpCDataExporter->ExportFile(path, *sequence->GetPCBlock(whole), dt, downSizing, &reason))
         FailFrame(path, reason, false);
+}
+
+// From the work area's start, wherever this part of the film begins.
+bool FilmMaker_cls::FollowBonds(const wxString& path) {
+    constexpr long kMillis = 1000;
+    const MillisScope_cls time(mWatch, &mDataMillis);
+    BondFollower_cls& bonds = *mpCMain->mpCFilters->mpCBonds;
+    if (!mpCCanvas->mShowData.mValue) return true;
+    bonds.mIsStopped = [] { return IsFilmStopped(); };
+    using State = BondFollower_cls::State;
+    State state = State::More;
+    while (!IsFilmStopped() && (state == State::More || state == State::Reading))
+        state = bonds.Follow(kMillis, BondFollower_cls::Source::Wait);
+    bonds.mIsStopped = nullptr;
+    if (state == State::Stopped && !IsFilmStopped()) FailFrame(path, bonds.GetReason());
+    return state == State::Known;
 }
 
 void FilmMaker_cls::WaitForData() {

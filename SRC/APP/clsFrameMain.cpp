@@ -27,6 +27,8 @@
 #include "COMMON/MsgBox.h"
 #include "COMMON/RuntimeFiles.h"
 #include "COMMON/clsUpdateStatusBar.h"
+#include "FILTER/clsBondFollower.h"
+#include "FILTER/clsFilterLists.h"
 #include "GL/BASE/clsPreference.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 #include "GL/VIEW/clsGLExtraFrame.h"
@@ -209,8 +211,10 @@ void FrameMain_cls::UpdateStatusText() {
     } else {
         text[0] = _("No data: load particle data, or drop a file or a project here");
     }
-    for (const wxString& run : {GetStandstill(), mpCImageRun->GetVideoStatus(),
-                                mpCMain->mpCImgSequence->GetProgressText(), mpCExportRun->GetExportStatus()})
+    const auto& bonds = mpCMain->mpCFilters->mpCBonds;
+    for (const wxString& run :
+         {GetStandstill(), bonds ? bonds->GetStatus() : wxString(), mpCImageRun->GetVideoStatus(),
+          mpCMain->mpCImgSequence->GetProgressText(), mpCExportRun->GetExportStatus()})
         if (!run.empty()) text[0] = run;
     const int drawing = GDrawingPercentage.load();
     if (drawing != 100) text[2] = wxString::Format("%s%d%%", kStages[GDrawingStage.load() % 3], drawing);

@@ -15,6 +15,8 @@
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
 #include "COMMON/ThreadStates.h"
+#include "FILTER/clsBondFollower.h"
+#include "FILTER/clsFilterLists.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
 #include "IMAGE/clsImageIO.h"
@@ -50,6 +52,32 @@ DataIndex_st IndexOfFrame(const TimeCtrl_cls* time, int frame) {
     return SplitIndex(time->GetRemappedIndexDouble(frame, frame == -1 ? -1 : 0));
 }
 
+/// A bit of following bonds; true while there is more of it, and reading ahead had better wait.
+bool FollowBonds(FrameMain_cls& frame, wxIdleEvent& event) {
+    constexpr long kMillis = 40; // what a user doesn't feel as a halt
+    constexpr long kTellMillis = 200;
+    static wxStopWatch sTold;
+    using State = BondFollower_cls::State;
+    BondFollower_cls* bonds = frame.GetPCFilters()->mpCBonds.get();
+    if (GbGLLockDrawing.load() || GbGLLockForLoadingData.load() || GbGLLockProjectLoading.load())
+        return false;
+    const wxString before = bonds->GetStatus();
+    if (!before.empty() && GbAbort.exchange(false)) {
+        bonds->Stop();
+        if (frame.GetPCTimeCtrl()->mbOutputRun) frame.StopRun();
+    }
+    const State state = bonds->Follow(kMillis, BondFollower_cls::Source::Background);
+    if (state == State::Known && bonds->TakeMissed()) frame.RefreshGL();
+    const bool bWorks = state == State::More || state == State::Reading;
+    if (bonds->GetStatus() != before && (!bWorks || sTold.Time() > kTellMillis)) {
+        sTold.Start();
+        frame.UpdateStatusText();
+        if (state == State::Stopped) frame.RefreshGL(); // for the views' line
+    }
+    if (state == State::More) event.RequestMore();
+    return bWorks;
+}
+
 } // namespace
 
 void FrameMain_cls::OnIdle(wxIdleEvent& event) {
@@ -70,7 +98,7 @@ void FrameMain_cls::OnIdle(wxIdleEvent& event) {
             mLastReaderPost = mStatusWatch.Time();
             PostMenuEvent(ID_REFRESH_SB);
         }
-    } else if (IsTheFrameReady(-1)) {
+    } else if (IsTheFrameReady(-1) && !FollowBonds(*this, event)) {
         PrepareFramesAhead(time->GetPrefetch());
     }
     if (GbGLLockPlayWait.load()) return;

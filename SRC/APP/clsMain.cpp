@@ -25,6 +25,7 @@
 #include "COMMON/ThreadStates.h"
 #include "COMMON/UpdateBits.h"
 #include "FILTER/PANEL/clsTexPropertyCtrl.h"
+#include "FILTER/clsBondFollower.h"
 #include "FILTER/clsFilterDataBox.h"
 #include "FILTER/clsFilterLists.h"
 #include "GL/BASE/clsPreference.h"
@@ -104,6 +105,7 @@ Main_cls::Main_cls(bool bWindow) {
     mpCAnchorPath = new AnchorPath_cls;
     mpCLightSRCCtrl = new LightSRCCtrl_cls;
     mpCTimeCtrl = new TimeCtrl_cls(this);
+    mpCFilters->mpCBonds = std::make_unique<BondFollower_cls>(*mpCFilters, *mpCPDataSeqCtrl, *mpCTimeCtrl);
     mpCImgSequence = new ImgSequence_cls(mpCTimeCtrl);
     mpCColorCurveCtrl = new ColorCurveCtrl_cls;
     ColorCurveBtn_cls::mspCColorCurveCtrlLinked = mpCColorCurveCtrl;

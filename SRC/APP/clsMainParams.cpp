@@ -11,6 +11,7 @@
 #include "PARAM/clsKeyFrame.h"
 #include "PARAM/clsParamGroup.h"
 #include "PARAM/clsUndoManager.h"
+#include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/Clipboard.h"
@@ -64,6 +65,13 @@ void Main_cls::MakeTimeLines() {
     lines->mOnObjectChosen = [this](SceneObj_cls* pObject) { mpCFilters->SelectObject(pObject); };
     mpCFilters->mHooks.mConnectTexture = [this](SceneObjTexture_cls* pTexture, const wxString& name) {
         mpCTexPropertyCtrl->ReconnectTexture(pTexture, name);
+    };
+    mpCFilters->mHooks.mCountTypes = [this] {
+        const int index = mpCTimeCtrl->GetRemappedIndex(-1);
+        const PDataBlock_cls* block = mpCPDataSeqCtrl->GetPCActiveFileSequence()->GetPCBlock(index);
+        return IsTheIndexLoaded(index) && block->mbAllocated
+                   ? CountTypes(block->mpType, block->mParticleNumber)
+                   : std::vector<TypeCount_st>();
     };
     mpCFilters->mHooks.mTell = [](const wxString& text) { Notice(text, text); };
     lines->ShowGroup(mpCTimeCtrl->mpCTimeRemapGroup, mpCTimeCtrl->mbUseTimeRemap.mValue);

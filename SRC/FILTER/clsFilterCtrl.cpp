@@ -221,10 +221,15 @@ void FilterCtrl_cls::GLDraw(double time) const {
         filter->GLDraw(time);
 }
 
-void FilterCtrl_cls::GLDrawRealObject(int frame, double time, int lightNumber, bool bPerCopy) {
+void FilterCtrl_cls::PrepareObjects(int frame) {
+    for (const auto& filter : mlpCFilter)
+        if (filter->GetType() == FILTER_OBJECT) static_cast<FilterObject_cls&>(*filter).Prepare(frame);
+}
+
+void FilterCtrl_cls::GLDrawRealObject(double time, int lightNumber, bool bPerCopy) {
     for (const auto& filter : mlpCFilter)
         if (filter->GetType() == FILTER_OBJECT)
-            static_cast<FilterObject_cls&>(*filter).GLDrawRealObject(frame, time, lightNumber, bPerCopy);
+            static_cast<FilterObject_cls&>(*filter).GLDrawRealObject(time, lightNumber, bPerCopy);
 }
 
 void FilterCtrl_cls::GLDrawRealGrid(double time, Tags* pTags) const {

@@ -85,8 +85,10 @@ public:
     // These need a current OpenGL context with the camera in the model-view matrix.
     /// The frames of all filters.
     void GLDraw(double time) const;
+    /// Once a picture: what objects read for snapshot `frame`.
+    void PrepareObjects(int frame);
     /// All objects of one pass (FilterObject_cls::GLDrawRealObject).
-    void GLDrawRealObject(int frame, double time, int lightNumber, bool bPerCopy);
+    void GLDrawRealObject(double time, int lightNumber, bool bPerCopy);
     /// All grids; `pTags` takes their labels.
     void GLDrawRealGrid(double time, Tags* pTags) const;
 

@@ -57,6 +57,11 @@ ColorCurve_cls* FilterData_cls::AddColorCurve(const wxString& id, const wxString
     return mvpCColorCurve.back().get();
 }
 
+void FilterData_cls::AddOptional(ConfItem_cls* pItem, const wxString& key, const wxString& value) {
+    pItem->SetItem(key, value);
+    mVOptional.push_back({pItem, pItem->Serialize()});
+}
+
 std::unique_ptr<ParamGroup_cls> FilterData_cls::MakeGroup(const wxString& name, int dimension,
                                                           const wxString* pSuffixes) {
     auto group = std::make_unique<ParamGroup_cls>(name, dimension, pSuffixes, kUpdateMask, false);
@@ -78,6 +83,10 @@ wxString FilterData_cls::Serialize() {
     size_t next = 0;
     for (ConfItemSTR_cls* path : GetPaths())
         path->mStrValue = kept[next++];
+    for (const Optional_st& optional : mVOptional) {
+        const wxString line = optional.mpItem->Serialize();
+        if (line != optional.mStrFirst) text += line;
+    }
     text += mpCObjectGroup->Serialize();
     for (const auto& curve : mvpCColorCurve)
         text += curve->Serialize();
@@ -94,12 +103,19 @@ FilterData_cls::Unread_st FilterData_cls::ReadBlock(std::wistream& stream) {
     wxString line;
     bool bMore = ReadParamLine(own, &line);
     for (; bMore && !line.Contains("ParamGroup="); bMore = ReadParamLine(own, &line))
-        count(line, mCConfItemList.ReadStrLineAll(line) || ReadGroupOrCurve(own, line));
+        count(line, ReadItem(line) || ReadGroupOrCurve(own, line));
     mStrFolder = PDataSequence_cls::msStrProjectDir;
     ChangeCustomName(NAME_TRANSLATED);
     for (; bMore; bMore = ReadParamLine(own, &line))
         count(line, ReadGroupOrCurve(own, line));
     return unread;
+}
+
+bool FilterData_cls::ReadItem(const wxString& line) {
+    bool bTaken = mCConfItemList.ReadStrLineAll(line);
+    for (const Optional_st& optional : mVOptional)
+        bTaken = optional.mpItem->ReadStrLine(line) || bTaken;
+    return bTaken;
 }
 
 bool FilterData_cls::ReadGroupOrCurve(std::wistream& stream, const wxString& line) {

@@ -56,9 +56,20 @@ protected:
     FilterData_cls(bool bShowOnTimeLine, bool bWithParams);
     /// `color` as text: red, green, blue, alpha.
     ColorCurve_cls* AddColorCurve(const wxString& id, const wxString& color);
+    /// An item of our own making: projects have its line only where it isn't as it is at first, so that those
+    /// without it stay as they were.
+    void AddOptional(ConfItem_cls* pItem, const wxString& key, const wxString& value);
     /// One more animated group, behind the others on the time line and in files. The caller owns it.
     std::unique_ptr<ParamGroup_cls> MakeGroup(const wxString& name, int dimension, const wxString* pSuffixes);
 
 private:
+    struct Optional_st {
+        ConfItem_cls* mpItem;
+        wxString mStrFirst; ///< its line at first
+    };
+
+    bool ReadItem(const wxString& line);
     bool ReadGroupOrCurve(std::wistream& stream, const wxString& line);
+
+    std::vector<Optional_st> mVOptional;
 };

@@ -2,10 +2,13 @@
 
 #include "COMMON/EventIds.h"
 #include "COMMON/MenuEvent.h"
+#include "FILTER/clsBondFollower.h"
 #include "FILTER/clsFilterData.h"
 
 FilterLists_cls::FilterLists_cls()
     : mLists{{{*this, FILTER_LIST_BOOLEAN}, {*this, FILTER_LIST_OBJECT}, {*this, FILTER_LIST_WORLD}}} {}
+
+FilterLists_cls::~FilterLists_cls() = default;
 
 Parameters_cls* FilterLists_cls::GetPCParamFromID(const wxString& id) const {
     for (const FilterCtrl_cls& list : mLists)

@@ -4,12 +4,15 @@
 #include <array>
 #include <functional>
 #include <istream>
+#include <memory>
 
 #include <wx/string.h>
 
 #include "FILTER/FilterKinds.h"
+#include "FILTER/StickPairs.h"
 #include "FILTER/clsFilterCtrl.h"
 
+class BondFollower_cls;
 class ParamGroup_cls;
 class PeriodicBoundary_cls;
 class SceneObj_cls;
@@ -24,6 +27,8 @@ struct FilterHooks_st {
     std::function<void(SceneObj_cls*)> mSelectObject;
     /// The texture dialog edits this; null: nothing.
     std::function<void(SceneObjTexture_cls*, const wxString& name)> mConnectTexture;
+    /// Types of the particles on show; none while there are none.
+    std::function<std::vector<TypeCount_st>()> mCountTypes;
     /// Something that the user should know, beside the work.
     std::function<void(const wxString& text)> mTell;
 };
@@ -31,6 +36,7 @@ struct FilterHooks_st {
 class FilterLists_cls {
 public:
     FilterLists_cls();
+    ~FilterLists_cls();
     FilterLists_cls(const FilterLists_cls&) = delete;
     FilterLists_cls& operator=(const FilterLists_cls&) = delete;
 
@@ -61,6 +67,7 @@ public:
 
     FilterHooks_st mHooks;
     const PeriodicBoundary_cls* mpCPeriodic = nullptr; ///< cells of the copies; set by the hub
+    std::unique_ptr<BondFollower_cls> mpCBonds; ///< made by the hub; sticks that keep bonds wait for it
 
 private:
     std::array<FilterCtrl_cls, kFilterLists> mLists;

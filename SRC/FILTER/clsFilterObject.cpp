@@ -28,7 +28,7 @@ void FilterObject_cls::GLDraw(double time) const { DrawFilterFrame(*GetPCData(),
 // It comes back from its file with an undone step.
 void FilterObject_cls::OnRemoved() { mMesh.ClearMesh(); }
 
-void FilterObject_cls::GLDrawRealObject(int frame, double time, int lightNumber, bool bPerCopy) {
+void FilterObject_cls::GLDrawRealObject(double time, int lightNumber, bool bPerCopy) {
     const FilterObjectData_cls& data = *GetPCData();
     const unsigned type = data.mCObjectType.mValue;
     if (!data.mCValid.mValue || type > FilterObjectData_cls::IMPORT) return;
@@ -42,7 +42,7 @@ void FilterObject_cls::GLDrawRealObject(int frame, double time, int lightNumber,
     FilterPlacement_st(data, time).Multiply();
     glEnable(GL_NORMALIZE);
     if (bPerCopy)
-        DrawMesh(frame);
+        DrawMesh();
     else
         DrawShape();
     if (shaders) shaders->EndShader(int(shader));
@@ -75,12 +75,19 @@ void FilterObject_cls::DrawShape() const {
     }
 }
 
-void FilterObject_cls::DrawMesh(int frame) {
+void FilterObject_cls::Prepare(int frame) {
     FilterObjectData_cls& data = *GetPCData();
+    if (!data.mCValid.mValue || data.mCObjectType.mValue != FilterObjectData_cls::IMPORT) return;
     data.mLastFrame = frame;
     const FramePath_cls path(data.mCImportPath.mStrValue, data.mStrFolder);
     const wxString told = mLoader.Show(path.GetFile(frame), &mMesh);
     if (!told.empty()) mpCFilterCtrl->Tell(data.mCName.mStrValue + ": " + told);
+    // The film goes on to the next frame, mostly.
+    if (path.HasNumber()) mLoader.ReadAhead(path.GetFile(frame + 1));
+}
+
+void FilterObject_cls::DrawMesh() {
+    const FilterObjectData_cls& data = *GetPCData();
     float columns[16] = {0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1};
     for (int column = 0; column < 3; ++column)
         for (int row = 0; row < 3; ++row)
@@ -88,6 +95,4 @@ void FilterObject_cls::DrawMesh(int frame) {
     glDisable(GL_CULL_FACE);
     glMultMatrixf(columns);
     mGLMesh.Draw(mMesh);
-    // The film goes on to the next frame, mostly.
-    if (path.HasNumber()) mLoader.ReadAhead(path.GetFile(frame + 1));
 }

@@ -27,15 +27,17 @@ class FilterObject_cls final : public FilterOf_cls<FilterObjectData_cls, FILTER_
 public:
     void GLDraw(double time) const override;
     void OnRemoved() override;
+    /// Once a picture, before any of its copies: the mesh of this frame.
+    void Prepare(int frame);
     /// The thing itself, lit by the first `lightNumber` lights. Copies of the data repeat meshes
     /// (`bPerCopy`), and simple shapes stand there once. Needs a current OpenGL context with the camera, and
     /// the place of the copy, in the model-view matrix.
-    void GLDrawRealObject(int frame, double time, int lightNumber, bool bPerCopy);
+    void GLDrawRealObject(double time, int lightNumber, bool bPerCopy);
 
 private:
     void SetMaterial() const;
     void DrawShape() const;
-    void DrawMesh(int frame);
+    void DrawMesh();
 
     PovObjectMesh_cls mMesh;
     MeshLoader_cls mLoader;

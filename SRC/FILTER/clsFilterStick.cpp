@@ -1,9 +1,13 @@
 #include "FILTER/clsFilterStick.h"
 
 #include <algorithm>
+#include <cmath>
+
+#include <wx/stopwatch.h>
 
 #include "COMMON/FramePath.h"
 #include "FILTER/clsFilterCtrl.h"
+#include "GL/DRAW/clsDrawProgress.h"
 #include "PDATA/clsPeriodicBoundary.h"
 
 namespace {
@@ -34,21 +38,72 @@ FilterStickData_cls::FilterStickData_cls() : FilterData_cls(false, true) {
     mCConfItemList.Add(&mCSpecA, "SpecA=", "0");
     mCConfItemList.Add(&mCSpecB, "SpecB=", "1");
     mCTexture.AddTo(&mCConfItemList);
+    AddOptional(&mCAcross, "AcrossFaces=", "0");
+    AddOptional(&mCKeepUntil, "KeepUntil=", "0");
 }
 
-void FilterStick_cls::OnRemoved() { mSticks.ClearList(); }
+void FilterStickData_cls::CopySettings(FilterStickData_cls& other) {
+    mCConfItemList.CopyListComponentFromP(&other.mCConfItemList);
+    mCAcross = other.mCAcross;
+    mCKeepUntil = other.mCKeepUntil;
+    mStrFolder = other.mStrFolder;
+}
 
-wxString FilterStick_cls::MakeList(const StickParticles_st& particles, int frame) {
+void FilterStick_cls::OnRemoved() {
+    mSticks.ClearList();
+    mHistory.Clear();
+}
+
+StickRule_st FilterStick_cls::GetRule() const {
+    const FilterStickData_cls& data = *GetPCData();
+    StickRule_st rule;
+    rule.mCritType = int(data.mCCritType.mValue);
+    rule.mA = data.mCCritA.mValue;
+    rule.mB = data.mCCritB.mValue;
+    rule.mSpecType = int(data.mCSpecType.mValue);
+    rule.mSpecA = data.mCSpecA.mValue;
+    rule.mSpecB = data.mCSpecB.mValue;
+    rule.mbAcross = data.mCAcross.mValue;
+    if (KeepsBonds()) rule.mKeepUntil = data.mCKeepUntil.mValue;
+    return rule;
+}
+
+StickCell_st FilterStick_cls::GetCell() const {
+    const PeriodicBoundary_cls* box = mpCFilterCtrl ? mpCFilterCtrl->GetPCPeriodic() : nullptr;
+    return box ? CellOf(*box) : StickCell_st();
+}
+
+bool FilterStick_cls::KeepsBonds() const {
+    const FilterStickData_cls& data = *GetPCData();
+    // Signs of distances are lost in their squares.
+    return data.mCValid.mValue && data.mCCalcType.mValue == FilterStickData_cls::CALCULATE &&
+           data.mCCritType.mValue == STICK_STEP &&
+           std::fabs(data.mCKeepUntil.mValue) > std::fabs(data.mCCritA.mValue);
+}
+
+int FilterStick_cls::GetNeededFrame(int firstFrame, int frame) {
+    const StickRule_st rule = GetRule();
+    mHistory.Set(rule, rule.mbAcross ? GetCell() : StickCell_st(), firstFrame);
+    return mHistory.GetNeededFrame(frame);
+}
+
+void FilterStick_cls::AddFrame(int frame, const StickParticles_st& particles,
+                               const std::function<bool()>& isStopped) {
+    mHistory.mIsStopped = isStopped;
+    TellIfAny(mHistory.AddFrame(frame, particles));
+    mHistory.mIsStopped = nullptr;
+}
+
+void FilterStick_cls::TellIfAny(const wxString& told) const {
+    if (!told.empty()) mpCFilterCtrl->Tell(GetPCData()->mCName.mStrValue + ": " + told);
+}
+
+wxString FilterStick_cls::MakeList(const StickParticles_st& particles, int frame, int filmFrame) {
     FilterStickData_cls& data = *GetPCData();
     if (data.mCCalcType.mValue == FilterStickData_cls::CALCULATE) {
-        StickRule_st rule;
-        rule.mCritType = int(data.mCCritType.mValue);
-        rule.mA = data.mCCritA.mValue;
-        rule.mB = data.mCCritB.mValue;
-        rule.mSpecType = int(data.mCSpecType.mValue);
-        rule.mSpecA = data.mCSpecA.mValue;
-        rule.mSpecB = data.mCSpecB.mValue;
-        return mSticks.CalcFromData(particles, frame, rule);
+        const bool bKeeps = KeepsBonds();
+        return mSticks.CalcFromData(particles, bKeeps ? filmFrame : frame, GetRule(), GetCell(),
+                                    bKeeps ? &mHistory : nullptr);
     }
     data.mLastFrame = frame;
     if (data.mCStickPath.mStrValue != kNoPath) {
@@ -60,14 +115,31 @@ wxString FilterStick_cls::MakeList(const StickParticles_st& particles, int frame
     return wxString();
 }
 
-bool FilterStick_cls::GLDrawStick(const StickParticles_st& particles, unsigned copyMask, int frame) {
+bool FilterStick_cls::Prepare(const StickParticles_st& particles, int frame, int filmFrame) {
+    if (!GetPCData()->mCValid.mValue) return true;
+    if (KeepsBonds() && mHistory.GetNeededFrame(filmFrame) >= 0) {
+        mSticks.ClearList();
+        return false;
+    }
+    // Long searches let the window breathe, and the user stop them.
+    constexpr long kBreathMillis = 200;
+    DrawProgress_cls progress(1);
+    wxStopWatch watch;
+    mSticks.mIsStopped = [&] {
+        if (watch.Time() < kBreathMillis) return false;
+        watch.Start();
+        return !progress.Report(0);
+    };
+    TellIfAny(MakeList(particles, frame, filmFrame));
+    mSticks.mIsStopped = nullptr;
+    mSticks.CheckValidity(&particles.mCount);
+    mSticks.SetPPeriodicBoundary(GetCell());
+    return true;
+}
+
+bool FilterStick_cls::GLDrawStick(const StickParticles_st& particles, unsigned copyMask) {
     const FilterStickData_cls& data = *GetPCData();
     if (!data.mCValid.mValue) return true;
-    const wxString told = MakeList(particles, frame);
-    if (!told.empty()) mpCFilterCtrl->Tell(data.mCName.mStrValue + ": " + told);
-    mSticks.CheckValidity(&particles.mCount);
-    const PeriodicBoundary_cls* box = mpCFilterCtrl->GetPCPeriodic();
-    mSticks.SetPPeriodicBoundary(box ? CellOf(*box) : StickCell_st());
     float colors[3][4];
     data.mCTexture.GetAlphaInfo(colors);
     StickStyle_st style;

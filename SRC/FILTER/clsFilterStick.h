@@ -1,6 +1,9 @@
 // Draws connections between pairs of particles: bonds, links.
 #pragma once
 
+#include <functional>
+
+#include "BOND/clsBondHistory.h"
 #include "BOND/clsPovObjectSticks.h"
 #include "FILTER/clsFilterBase.h"
 #include "FILTER/clsFilterData.h"
@@ -15,6 +18,8 @@ public:
     FilterStickData_cls();
     std::vector<ConfItemSTR_cls*> GetPaths() override { return {&mCStickPath}; }
     SceneObjTexture_cls* GetTexture() override { return &mCTexture; }
+    /// All settings of another one, its name too.
+    void CopySettings(FilterStickData_cls& other);
 
     ConfItemUINT_cls mCStickType;
     ConfItemFLOAT_cls mCStickRadius; ///< of a cylinder
@@ -28,19 +33,41 @@ public:
     ConfItemINT_cls mCSpecA;
     ConfItemINT_cls mCSpecB;
     SceneObjTexture_cls mCTexture;
+    ConfItemBOOL_cls mCAcross;     ///< through the faces of the periodic box, too
+    ConfItemFLOAT_cls mCKeepUntil; ///< with the rule "Step": bonds break at this distance; 0: at A
 };
 
 class FilterStick_cls final : public FilterOf_cls<FilterStickData_cls, FILTER_STICK> {
 public:
     void OnRemoved() override;
-    /// The sticks of a frame's particles in a copy that has neighbours in the directions of `copyMask`
+
+    /// Once a picture, before any of its copies: the sticks of snapshot `frame`, whose particles these are.
+    /// `filmFrame`: the film's whole frame, by which kept bonds are followed. False: they aren't known there
+    /// yet, and there are no sticks.
+    bool Prepare(const StickParticles_st& particles, int frame, int filmFrame);
+    /// What was prepared, in a copy that has neighbours in the directions of `copyMask`
     /// (PovObjectSticks_cls). Needs a current OpenGL context with the copy's place in the model-view matrix.
     /// False: told to stop.
-    bool GLDrawStick(const StickParticles_st& particles, unsigned copyMask, int frame);
+    bool GLDrawStick(const StickParticles_st& particles, unsigned copyMask);
+
+    // Bonds that outlast the distance at which they form; BondFollower_cls hands the frames over.
+    bool KeepsBonds() const;
+    /// The frame that is to be handed over next so that the bonds of `frame` become known, those from
+    /// `firstFrame` on being followed; -1: none.
+    int GetNeededFrame(int firstFrame, int frame);
+    /// Particles of a needed frame; `isStopped` as of PairFinder_cls.
+    void AddFrame(int frame, const StickParticles_st& particles, const std::function<bool()>& isStopped);
+    void ForgetBonds() { mHistory.Clear(); }
+    /// What was prepared last.
+    const PovObjectSticks_cls& GetSticks() const { return mSticks; }
 
 private:
-    wxString MakeList(const StickParticles_st& particles, int frame);
+    StickRule_st GetRule() const;
+    StickCell_st GetCell() const;
+    wxString MakeList(const StickParticles_st& particles, int frame, int filmFrame);
+    void TellIfAny(const wxString& told) const;
 
     PovObjectSticks_cls mSticks;
+    BondHistory_cls mHistory;
     GLSticks_cls mGLSticks;
 };

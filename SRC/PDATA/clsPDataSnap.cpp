@@ -17,6 +17,7 @@
 #include "PDATA/clsPDataSequence.h"
 #include "PDATA/clsSequenceDrawing.h"
 
+unsigned long long PDataSnap_cls::msContents = 0;
 const PDataSnap_cls* PDataSnap_cls::mspCDrawn = nullptr;
 PDataSnap_cls* PDataSnap_cls::mspCOnBehalf = nullptr;
 
@@ -178,6 +179,7 @@ void PDataSnap_cls::ReleaseData() {
 }
 
 void PDataSnap_cls::Clear(bool bForget) {
+    ++msContents;
     ReleaseData();
     if (bForget) {
         mTime = kTimeUnset;

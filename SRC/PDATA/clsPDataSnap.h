@@ -67,6 +67,9 @@ public:
     wxString mStrProblem;   ///< why the file can't be used
     std::string mStrDamage; ///< what of the file is missing or no number; the reader's, with mbLoaded
 
+    /// Grows when what was read of a snapshot is to be read anew, as from another file or with other
+    /// settings; eviction leaves it.
+    static unsigned long long msContents;
     /// The snapshot that is being drawn: memory is not taken from it.
     static const PDataSnap_cls* mspCDrawn;
     /// The snapshot for whose slopes its next one is being read: memory is not taken from it.

@@ -27,7 +27,7 @@ struct Kind_st {
 const Kind_st kKinds[] = {
     {ID_FILTER_BOOLEAN, 0, "Boolean00", 12}, {ID_FILTER_FILTERING, 0, "Filtering00", 3},
     {ID_FILTER_DATABOX, 1, "DataBox00", 12}, {ID_FILTER_OBJECT, 1, "Object00", 12},
-    {ID_FILTER_STICK, 1, "Stick00", 11},     {ID_FILTER_GRID, 1, "Grid00", 14},
+    {ID_FILTER_STICK, 1, "Stick00", 13},     {ID_FILTER_GRID, 1, "Grid00", 14},
     {ID_FILTER_COPYBOX, 2, "CopyBox00", 6},  {ID_FILTER_FOG, 2, "Fog00", 5},
 };
 

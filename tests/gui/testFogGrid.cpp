@@ -1,13 +1,19 @@
 // Fog and grids in a view, by closed forms.
 #include <cmath>
+#include <fstream>
 
 #include "APP/clsMain.h"
 #include "COLORCURVE/clsColorCurve.h"
 #include "FILTER/clsFilterFog.h"
 #include "FILTER/clsFilterGrid.h"
 #include "FILTER/clsFilterLists.h"
+#include "FILTER/clsFilterObject.h"
+#include "FILTER/clsFilterStick.h"
+#include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsGLSequence.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsSharedView.h"
+#include "PDATA/clsPDataSeqCtrl.h"
 #include "PictureTest.h"
 
 namespace {
@@ -101,6 +107,84 @@ TEST_F(FogGrid, FogFollowsTheFixedPipeline) {
     Add<FilterFog_cls>(FILTER_FOG); // only the first one counts
     Repaint();
     ExpectColor(Grab(0), {10, 2.9, -2.9}, {0.5, 0.1, 0.9});
+}
+
+// Whatever is drawn in front of the eye: as far away as its nearest point, and otherwise as without fog.
+TEST_F(FogGrid, FogIsTheSameOnAllThatIsDrawn) {
+    ShowAlongX({{10, 0, 0}, {10, -1.5, 0}, {10, 1.5, 0}}, 21);
+    auto* fog = Add<FilterFog_cls>(FILTER_FOG);
+    SetColor(*fog->mpCColor, 0.1f, 0.5f, 0.9f);
+    SetParam(fog, 0.05, 1.0);
+    fog->mCFogStart.mValue = 5.0f;
+    fog->mCFogEnd.mValue = 30.0f;
+    const auto expectFogged = [&](const char* what, double depth) {
+        SCOPED_TRACE(what);
+        for (const unsigned type :
+             {FilterFogData_cls::EXP, FilterFogData_cls::EXP_2, FilterFogData_cls::LINEAR}) {
+            fog->mCFogType.mValue = type;
+            fog->mCValid.mValue = false;
+            Repaint();
+            const Picture_st plain = Grab(0);
+            fog->mCValid.mValue = true;
+            Repaint();
+            const double reach = 0.05 * depth;
+            const double clear = type == FilterFogData_cls::EXP     ? std::exp(-reach)
+                                 : type == FilterFogData_cls::EXP_2 ? std::exp(-reach * reach)
+                                                                    : (30.0 - depth) / 25.0;
+            std::array<double, 3> wanted;
+            const double color[3] = {0.1, 0.5, 0.9};
+            int light = 0;
+            for (int c = 0; c < 3; ++c) {
+                const int bare = Channel(plain, kSide / 2, kSide / 2, c);
+                light += bare;
+                wanted[size_t(c)] = clear * bare / 255.0 + (1.0 - clear) * color[c];
+            }
+            EXPECT_GT(light, 40) << "something is there";
+            const Picture_st picture = Grab(0);
+            for (int c = 0; c < 3; ++c)
+                EXPECT_NEAR(Channel(picture, kSide / 2, kSide / 2, c), 255.0 * wanted[size_t(c)], kTolerance)
+                    << "type " << type << " channel " << c;
+        }
+    };
+    GLAttribute_cls& looks =
+        *GLSequence_cls::Of(*Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence()).mpCGLAttribute[0];
+    expectFogged("points", 10);
+    looks.mDrawType.mValue = DRAW_BILLBOARD;
+    looks.mRadiusType.mValue = 1;
+    looks.mRadiusFactorForConst.mValue = 0.5f;
+    expectFogged("sprites", 10);
+    looks.mDrawType.mValue = DRAW_SPHERE;
+    for (const unsigned quality : {QUALITY_LOW, QUALITY_HIGH, QUALITY_EXACT})
+        for (const unsigned shader : {0u, 1u, 2u, 3u}) {
+            looks.mDrawQuality.mValue = quality;
+            looks.mShaderType.mValue = shader;
+            expectFogged(("spheres " + std::to_string(quality) + " " + std::to_string(shader)).c_str(), 9.5);
+        }
+    looks.mDrawType.mValue = DRAW_HIDE;
+    auto* sticks = Add<FilterStick_cls>(FILTER_STICK);
+    sticks->mCCalcType.mValue = FilterStickData_cls::CALCULATE;
+    sticks->mCCritA.mValue = 2.0f;
+    expectFogged("lines", 10);
+    sticks->mCStickType.mValue = FilterStickData_cls::CYLINDER;
+    expectFogged("cylinders", 9.5);
+    sticks->mCValid.mValue = false;
+    auto* object = Add<FilterObject_cls>(FILTER_OBJECT);
+    const double place[3] = {8, 0, 0};
+    object->mpCTranslate->SetKeyFrame(place, true, 0.0);
+    for (const unsigned type : {FilterObjectData_cls::BOX, FilterObjectData_cls::SPHERE})
+        for (const unsigned shader : {0u, 1u, 2u, 3u}) {
+            object->mCObjectType.mValue = type;
+            object->mCTexture.mCShaderType.mValue = shader;
+            expectFogged(("object " + std::to_string(type) + " " + std::to_string(shader)).c_str(), 7.5);
+        }
+    std::ofstream(mDir / "plate.obj") << "v 0 -1 -1\nv 0 1 -1\nv 0 1 1\nv 0 -1 1\nf 1 4 3 2\n";
+    object->mCObjectType.mValue = FilterObjectData_cls::IMPORT;
+    object->mCImportPath.mStrValue = mDir / "plate.obj";
+    for (const unsigned shader : {0u, 1u, 2u, 3u}) {
+        object->mCTexture.mCShaderType.mValue = shader;
+        expectFogged(("mesh " + std::to_string(shader)).c_str(), 8);
+    }
+    looks.mDrawType.mValue = DRAW_POINT;
 }
 
 TEST_F(FogGrid, GridsStandWhereTheirNumbersSay) {

@@ -1,16 +1,29 @@
 // Objects and sticks of filters in a view: where they stand, in which copies, and files that aren't there.
 #include <cmath>
 #include <fstream>
+#include <limits>
+#include <utility>
 
+#include <wx/filefn.h>
+#include <wx/image.h>
+#include <wx/statusbr.h>
+
+#include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "COLORCURVE/clsColorCurve.h"
+#include "COMMON/Globals.h"
+#include "COMMON/UpdateBits.h"
+#include "FILTER/clsBondFollower.h"
 #include "FILTER/clsFilterCopy.h"
 #include "FILTER/clsFilterLists.h"
 #include "FILTER/clsFilterObject.h"
 #include "FILTER/clsFilterStick.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "IMAGE/clsImageIO.h"
+#include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPeriodicBoundary.h"
 #include "PictureTest.h"
+#include "TIME/clsTimeCtrl.h"
 
 namespace {
 
@@ -159,6 +172,128 @@ TEST_F(ObjectsSticks, SticksFromFilesCrossToTheNextCopy) {
     data.mCStickPath.mStrValue = mDir / "gone.bond";
     Look();
     EXPECT_TRUE(mTold.Contains("gone.bond")) << mTold;
+}
+
+TEST_F(ObjectsSticks, OddNumbersHarmNothing) {
+    FilterObjectData_cls& object = *Add<FilterObject_cls>(FILTER_OBJECT).GetPCData();
+    FilterStickData_cls& sticks = *Add<FilterStick_cls>(FILTER_STICK).GetPCData();
+    sticks.mCCalcType.mValue = FilterStickData_cls::CALCULATE;
+    const float nan = std::numeric_limits<float>::quiet_NaN(), inf = std::numeric_limits<float>::infinity();
+    for (const double scale : {0.0, -1.0, 1e300, -1e300, 1e-300})
+        for (const unsigned type : {0u, 1u, 2u, 3u, 4u, 4000000000u}) {
+            Place(object, {12, 0, -1}, {scale, 1, 1});
+            object.mCObjectType.mValue = type;
+            object.mCTexture.mCShaderType.mValue = type;
+            EXPECT_TRUE(IsLit(Look(), {10, -1, 0})) << "the particles stay " << type << " " << scale;
+        }
+    object.mCValid.mValue = false;
+    for (const float number : {0.0f, -2.1f, nan, inf, -inf, 1e38f})
+        for (const unsigned type : {0u, 1u, 7u}) {
+            SCOPED_TRACE(testing::Message() << number << " " << type);
+            sticks.mCStickType.mValue = type;
+            sticks.mCStickRadius.mValue = number;
+            sticks.mCStickWidth.mValue = number > 0 ? 1000000 : -5;
+            for (const unsigned crit : {0u, 1u, 2u, 9u}) {
+                sticks.mCCritType.mValue = crit;
+                sticks.mCCritA.mValue = 1.0f;
+                sticks.mCCritB.mValue = sticks.mCKeepUntil.mValue = number;
+                EXPECT_TRUE(Look().mW > 0);
+                std::swap(sticks.mCCritA.mValue, sticks.mCCritB.mValue);
+                EXPECT_TRUE(Look().mW > 0);
+            }
+        }
+    sticks.mCStickType.mValue = 0;
+    sticks.mCStickWidth.mValue = 5;
+    sticks.mCCritType.mValue = 0;
+    sticks.mCCritA.mValue = -2.1f; // of squares the sign is lost
+    EXPECT_TRUE(IsLit(Look(), {10, 0.3, 0}));
+}
+
+/// Snapshots of two particles beside each other, all but the first one, which ShowParticles writes.
+void WriteFrames(const std::string& folder, int number, const std::function<float(int)>& getDistance) {
+    for (int k = 1; k < number; ++k) {
+        char name[32];
+        std::snprintf(name, sizeof name, "/dots%04d.bin", k);
+        std::ofstream file(folder + name, std::ios::binary);
+        const auto put = [&file](const auto& value) {
+            file.write(reinterpret_cast<const char*>(&value), sizeof value);
+        };
+        put(float(k));
+        put(2);
+        for (const int side : {-1, 1}) {
+            const float head[7] = {10, float(side) * getDistance(k) / 2.0f, 0, 0, 0, 0, 1};
+            put(head);
+            put(side);
+            put(0);
+            put(0.0f);
+        }
+    }
+}
+
+TEST_F(ObjectsSticks, KeptBondsComeAfterAJumpAndAbortStopsThem) {
+    constexpr int kFrames = 400;
+    // Near in frame 1 alone, and kept from then on.
+    WriteFrames(mDir.mPath.string(), kFrames, [](int k) { return k == 1 ? 0.9f : 1.2f; });
+    ShowParticles({{10, -0.6, 0}, {10, 0.6, 0}}, 1);
+    LookAlongX();
+    FilterStickData_cls& data = *Add<FilterStick_cls>(FILTER_STICK).GetPCData();
+    data.mCCalcType.mValue = FilterStickData_cls::CALCULATE;
+    data.mCCritA.mValue = 1.0f;
+    TimeCtrl_cls& time = *Hub()->mpCTimeCtrl;
+    const auto goTo = [&time](int frame) {
+        time.SetFrameNative(frame, UPDATE_TL | UPDATE_GL);
+        Frame()->RefreshGL();
+    };
+    const auto isBound = [] { return IsLit(Grab(0), {10, 0, 0}); };
+    goTo(kFrames - 2);
+    EXPECT_TRUE(Settle());
+    EXPECT_FALSE(isBound());
+    data.mCKeepUntil.mValue = 1.5f;
+    Repaint();
+    const BondFollower_cls& bonds = *Hub()->mpCFilters->mpCBonds;
+    EXPECT_TRUE(PumpUntil([&] { return bonds.GetStatus().StartsWith("Following bonds: frame"); }));
+    EXPECT_TRUE(PumpUntil([&] { return bonds.GetStatus().empty() && isBound(); }));
+    EXPECT_LT(Hub()->mpCPDataSeqCtrl->GetLoadedFrameNumber(), kFrames / 2) << "read beside the store";
+    // A step on is at once.
+    goTo(kFrames - 1);
+    EXPECT_TRUE(Settle());
+    EXPECT_TRUE(isBound());
+    goTo(0);
+    EXPECT_TRUE(Settle());
+    EXPECT_FALSE(isBound());
+
+    data.mCCritA.mValue = 1.01f; // all anew
+    goTo(kFrames - 1);
+    EXPECT_TRUE(PumpUntil([&] { return !bonds.GetStatus().empty(); }));
+    GbAbort = true;
+    EXPECT_TRUE(PumpUntil([&] { return bonds.GetStatus().EndsWith("stopped"); }));
+    EXPECT_TRUE(Settle());
+    EXPECT_EQ(Frame()->GetStatusBar()->GetStatusText(0), bonds.GetStatus());
+    EXPECT_FALSE(isBound());
+    goTo(5);
+    EXPECT_TRUE(PumpUntil([&] { return bonds.GetStatus().empty() && isBound(); }));
+}
+
+TEST_F(ObjectsSticks, PicturesThatAreWrittenWaitForTheirBonds) {
+    WriteFrames(mDir.mPath.string(), 100, [](int k) { return k == 1 ? 0.9f : 1.2f; });
+    ShowParticles({{10, -0.6, 0}, {10, 0.6, 0}}, 1);
+    LookAlongX();
+    FilterStickData_cls& data = *Add<FilterStick_cls>(FILTER_STICK).GetPCData();
+    data.mCCalcType.mValue = FilterStickData_cls::CALCULATE;
+    data.mCKeepUntil.mValue = 1.5f;
+    Hub()->mpCTimeCtrl->SetFrameNative(99, UPDATE_TL | UPDATE_GL);
+    const std::string path = mDir / "kept.png";
+    Canvas(0)->RequestImage(
+        [&path](const ImageBuffers_st& buffers, wxSize size) {
+            GCImgIO.SaveImageFromTexture(buffers, size.x, size.y, path, false);
+        },
+        wxSize(101, 101));
+    Frame()->RefreshGL();
+    EXPECT_TRUE(PumpUntil([&path] { return wxFileExists(path); }));
+    GCImgIO.Finish();
+    const wxImage image(path);
+    ASSERT_TRUE(image.IsOk());
+    EXPECT_GT(image.GetRed(50, 50), 60);
 }
 
 } // namespace

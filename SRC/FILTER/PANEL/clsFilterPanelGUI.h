@@ -43,6 +43,7 @@ protected:
     /// Rows that the settings leave a meaning.
     virtual void HideAndShowRows(MultiInputPanel_cls&) {}
     FilterBase_cls& GetFilter() const { return *mpCFilterBase; }
+    FilterPanelPain_cls& GetPane() const { return *mpCPane; }
 
 private:
     void InitializeMInputCommon();

@@ -1,6 +1,12 @@
 #include "FILTER/PANEL/clsFilterStickGUI.h"
 
+#include <wx/button.h>
+
 #include "FILTER/PANEL/FilterGUIs.h"
+#include "FILTER/PANEL/clsFilterPanelPain.h"
+#include "FILTER/PANEL/clsStickPairsGUI.h"
+#include "FILTER/clsFilterCtrl.h"
+#include "FILTER/clsFilterLists.h"
 #include "FILTER/clsFilterStick.h"
 #include "WIDGET/clsMultiInputPanel.h"
 
@@ -32,12 +38,25 @@ void FilterStickGUI_cls::SetCalcRows(MultiInputPanel_cls& panel, FilterStickData
     mRowDistance = panel.AddNumber(_("Crit A/B"), &data.mCCritA.mValue, 1, length,
                                    _("Distance A, in units of the data"));
     panel.AddNumberTo(mRowDistance, &data.mCCritB.mValue, length, _("Distance B, in units of the data"));
+    mRowKeep =
+        panel.AddNumber(_("Keep until"), &data.mCKeepUntil.mValue, 1, length,
+                        _("A bond that formed breaks at this distance, so that bonds don't flicker in a "
+                          "film; followed from the work area's start. 0: at A"));
     mRowTypes = panel.AddChoice(_("Connection"), &data.mCSpecType.mValue,
                                 {_("Any Type"), _("Connect between A and B")},
                                 _("Whether the types of the particles matter"));
     const NumSpec types = IntegerSpec(0, 255);
     mRowTypeAB = panel.AddNumber(_("Spec A/B"), &data.mCSpecA.mValue, 1, types, _("Type of one end"));
     panel.AddNumberTo(mRowTypeAB, &data.mCSpecB.mValue, types, _("Type of the other end"));
+    mRowAcross = panel.AddCheck("", &data.mCAcross.mValue, _("Across faces"),
+                                _("Partners are found through the faces of the periodic box, too, where a "
+                                  "CopyBox has the neighbour"));
+    mRowPairs = panel.AddButton("", _("One filter a pair of types..."),
+                                _("A table of the types in this frame, with distances for each pair"));
+    static_cast<wxButton*>(panel.GetField(mRowPairs))->Bind(wxEVT_BUTTON, [this](wxCommandEvent&) {
+        // Behind the button's own event: its panel may go for those that are made.
+        GetPane().CallAfter([this] { MakePairs(); });
+    });
 }
 
 void FilterStickGUI_cls::HideAndShowRows(MultiInputPanel_cls& panel) {
@@ -46,8 +65,22 @@ void FilterStickGUI_cls::HideAndShowRows(MultiInputPanel_cls& panel) {
     const bool bCalculate = data.mCCalcType.mValue == FilterStickData_cls::CALCULATE;
     panel.ShowRow(mRowRadius, bCylinder);
     panel.ShowRow(mRowWidth, !bCylinder);
-    for (const int row : {mRowRule, mRowDistance, mRowTypes})
+    for (const int row : {mRowRule, mRowDistance, mRowTypes, mRowAcross, mRowPairs})
         panel.ShowRow(row, bCalculate);
+    panel.ShowRow(mRowKeep, bCalculate && data.mCCritType.mValue == STICK_STEP);
     panel.ShowRow(mRowTypeAB, bCalculate && data.mCSpecType.mValue == 1);
     panel.ShowRow(mRowPath, !bCalculate);
+}
+
+void FilterStickGUI_cls::MakePairs() {
+    const FilterLists_cls& lists = GetPane().GetPCFilterCtrl().GetLists();
+    const std::vector<TypeCount_st> types =
+        lists.mHooks.mCountTypes ? lists.mHooks.mCountTypes() : std::vector<TypeCount_st>();
+    if (types.empty()) {
+        lists.Tell(_("There are no particles in this frame whose types could be paired"));
+        return;
+    }
+    StickPairsGUI_cls dialog(wxGetTopLevelParent(GetWindow()), static_cast<FilterStick_cls&>(GetFilter()),
+                             types);
+    dialog.ShowModal();
 }

@@ -16,5 +16,8 @@ private:
     void SetCalcRows(MultiInputPanel_cls& panel, FilterStickData_cls& data);
 
     int mRowRadius = 0, mRowWidth = 0, mRowPath = 0;
-    int mRowRule = 0, mRowDistance = 0, mRowTypes = 0, mRowTypeAB = 0;
+    void MakePairs();
+
+    int mRowRule = 0, mRowDistance = 0, mRowKeep = 0, mRowTypes = 0, mRowTypeAB = 0;
+    int mRowAcross = 0, mRowPairs = 0;
 };

@@ -78,12 +78,13 @@ void TexPropertyGUI_cls::Reconnect() {
 void TexPropertyGUI_cls::SetMNumParam(SceneObjTexture_cls& texture) {
     MultiInputPanel_cls& panel = *mpCPanel[TEXTURE];
     panel.AddChoice(_("Shader"), &texture.mCShaderType.mValue,
-                    {_("original"), _("Gouroud"), _("Phong"), _("Toon")}, _("Lighting in the views"));
+                    {_("original"), _("Gouroud"), _("Phong"), _("Toon")},
+                    _("Lighting of objects in the views"));
     panel.AddNumber(_("Shininess"), &texture.mCShininess.mValue, 1, IntegerSpec(2, 100),
-                    _("Kept with the project; all surfaces shine alike"));
-    panel.AddChoice(_("Transmit Type"), &texture.mCTransmitType.mValue,
-                    {_("no transmit"), _("transmit"), _("filtered")},
-                    PovRayOnly(_("Whether light goes through, and takes the colour")));
+                    _("Of cylinders: the larger, the smaller their highlights; objects shine alike"));
+    panel.AddChoice(
+        _("Transmit Type"), &texture.mCTransmitType.mValue, {_("no transmit"), _("transmit"), _("filtered")},
+        _("Whether light goes through, and takes the colour.\nOf objects in POV-Ray pictures only."));
     mRowAlpha = panel.AddNumber(_("Alpha"), &texture.mCAlpha.mValue, 1, RangeSpec(0, 100, 0.01),
                                 _("Opacity: 0 is clear, 1 is solid.\nOf objects in POV-Ray pictures only."));
 }

@@ -115,6 +115,7 @@ private:
     void Paint();
     bool IsPaintAllowed() const;
     bool IsFrameLoading();
+    bool LacksBonds() const;
     bool KeepsLastPicture() const;
     void ReadTime();
     void DrawTextOnDC(wxDC& dc);

@@ -9,6 +9,8 @@
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
 #include "COMMON/ThreadStates.h"
+#include "FILTER/clsBondFollower.h"
+#include "FILTER/clsFilterLists.h"
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLInfo.h"
 #include "GL/BASE/clsGLState.h"
@@ -73,7 +75,7 @@ void MainGLCanvas_cls::Paint() {
         return;
     }
     const PaintLock_cls lock(mbPainting);
-    mbLoading = IsFrameLoading();
+    mbLoading = IsFrameLoading() || LacksBonds();
     if (mbLoading) {
         MarkStale();
         if (WritesOutput() || KeepsLastPicture()) return;
@@ -125,6 +127,16 @@ bool MainGLCanvas_cls::IsFrameLoading() {
     return mWait.WaitForFrame(mMoment.bHidden) == FrameWait_cls::DataState::Loading;
 }
 
+/// What is written waits for the bonds that it shows; the window shows them when they are known.
+bool MainGLCanvas_cls::LacksBonds() const {
+    constexpr long kMillis = 50;
+    FilterLists_cls* filters = mpCHost->GetPCFilters();
+    if (!filters || !filters->mpCBonds || !mShowData.mValue || mExport.IsRunning() || !WritesOutput())
+        return false;
+    const auto state = filters->mpCBonds->Follow(kMillis, BondFollower_cls::Source::Memory);
+    return state == BondFollower_cls::State::More || state == BondFollower_cls::State::Reading;
+}
+
 bool MainGLCanvas_cls::KeepsLastPicture() const { return mShownSize == GetPixelSize(); }
 
 void MainGLCanvas_cls::ReadTime() {
@@ -133,6 +145,7 @@ void MainGLCanvas_cls::ReadTime() {
     mFrameStep = time.GetInterpStep();
     mFrameBlurFactor = time.mCMotionBlur.GetFactor();
     mMoment.bData = !mbLoading;
+    mMoment.frame = mFrameFrame;
     mMoment.doubleIndex = time.GetDoubleIndex();
     mMoment.remappedIndex = time.GetRemappedIndexDouble(-1, -1);
     mMoment.dataFrame = static_cast<int>(mMoment.remappedIndex);

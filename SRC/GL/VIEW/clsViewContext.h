@@ -14,6 +14,7 @@ class ViewSettings_cls;
 struct ViewMoment_st {
     double doubleIndex = 0.0;
     double remappedIndex = 0.0;
+    int frame = 0; ///< of the film
     int dataFrame = 0;
     double dt = 0.0; ///< data time after the frame's snapshot
     double distanceToAnchor = 1.0;

@@ -62,6 +62,7 @@ void ViewScene_cls::DrawOnFBO() {
     FishEye_cls& faces = *mContext.mShared.mspCFishEyeCtrl;
     const double gridUnit = GetGridUnit(mContext.mMoment.distanceToAnchor);
     const int mode = mContext.mSettings.GetMultiPanelMode();
+    PrepareObjects();
     for (int face = 0; face < FishEye_cls::GetFaceNumber(mode); ++face) {
         mContext.mMoment.face = face;
         mCFaceCam = mContext.mCamera.mCCamPos; // which the stereogram shifts for the eye

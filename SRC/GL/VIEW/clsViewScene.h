@@ -7,6 +7,7 @@
 
 class FilterCopy_cls;
 class FilterDataBoxData_cls;
+struct StickParticles_st;
 
 class ViewScene_cls {
 public:
@@ -33,6 +34,8 @@ private:
     void DrawDataLitDiffuse(int lightIndex);
     void DrawDataLit(bool bShadowPass);
     void DrawDataCopyLoop(bool bShadowPass);
+    void PrepareObjects();
+    void PrepareSticks(const StickParticles_st& particles);
     void DrawSticks(const FilterCopy_cls* pCopies, long long number);
     void DrawRealObjectCopyLoop();
     void DrawFilters();
@@ -40,6 +43,7 @@ private:
     const FilterCopy_cls* GetCopies(long long* pNumber) const;
 
     ViewContext_st mContext;
+    unsigned long long mPrepared = 0;   ///< the particles whose sticks were made last
     Tags mVCTags;                       ///< labels of the face being drawn
     PositionAndDirection_cls mCFaceCam; ///< the camera as the face being drawn sees the scene
 };

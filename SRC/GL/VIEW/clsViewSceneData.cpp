@@ -3,6 +3,7 @@
 
 #include <wx/intl.h>
 
+#include "FILTER/clsBondFollower.h"
 #include "FILTER/clsFilterCopy.h"
 #include "FILTER/clsFilterDataBox.h"
 #include "FILTER/clsFilterFog.h"
@@ -152,11 +153,31 @@ StickParticles_st ParticlesOf(const SnapData_cls& snap) {
 
 } // namespace
 
+// Once a picture, not a copy or a face; but of what is drawn, which memory may have made anew between faces.
+void ViewScene_cls::PrepareSticks(const StickParticles_st& particles) {
+    constexpr long kMillis = 50;
+    if (mContext.mMoment.face > 0 && particles.mVersion == mPrepared) return;
+    mPrepared = particles.mVersion;
+    FilterLists_cls& filters = *mContext.mHost.GetPCFilters();
+    BondFollower_cls* bonds = filters.mpCBonds.get();
+    if (bonds) bonds->Follow(kMillis, BondFollower_cls::Source::Memory);
+    bool bKnown = true;
+    for (FilterStick_cls* stick : filters.GetObject().GetVpCSticks())
+        bKnown = stick->Prepare(particles, mContext.mMoment.dataFrame, mContext.mMoment.frame) && bKnown;
+    if (bKnown || !bonds) return;
+    bonds->NoteMissed();
+    mContext.mMessage.Add(bonds->GetStatus() + "\n");
+}
+
 // Of all copies behind the last particle: they are solid, and the order of what is transparent isn't theirs.
 void ViewScene_cls::DrawSticks(const FilterCopy_cls* pCopies, long long number) {
     FilterLists_cls* filters = mContext.mHost.GetPCFilters();
     const SnapData_cls* snap = GLDrawData_cls::mspCSnapShot;
     if (!filters || !snap || !snap->mbAllocated) return;
+    // A frame without particles leaves another one's there.
+    const PDataBlock_cls* block =
+        mContext.mHost.GetPCActiveFileSequence()->GetPCBlock(mContext.mMoment.dataFrame);
+    if (!snap->IsOf(block, mContext.mMoment.dt, snap->mStep)) return;
     const std::vector<FilterStick_cls*> sticks = filters->GetObject().GetVpCSticks();
     if (sticks.empty()) return;
     const GLAttribScope_cls attributes;
@@ -165,11 +186,18 @@ void ViewScene_cls::DrawSticks(const FilterCopy_cls* pCopies, long long number) 
         glEnable(GL_DEPTH_TEST);
     }
     const StickParticles_st particles = ParticlesOf(*snap);
+    PrepareSticks(particles);
+    if (DrawProgress_cls::WasCut()) return;
     DrawCopies(pCopies, number, 0.0f, [&](long long copy) {
         const unsigned mask = pCopies ? static_cast<unsigned>(pCopies->GetBitBoundary(copy)) : 0u;
         for (FilterStick_cls* stick : sticks)
-            if (!stick->GLDrawStick(particles, mask, mContext.mMoment.dataFrame)) return;
+            if (!stick->GLDrawStick(particles, mask)) return;
     });
+}
+
+void ViewScene_cls::PrepareObjects() {
+    FilterLists_cls* filters = mContext.mHost.GetPCFilters();
+    if (filters) filters->GetObject().PrepareObjects(mContext.mMoment.dataFrame);
 }
 
 // Meshes stand in each copy, simple shapes once.
@@ -181,8 +209,7 @@ void ViewScene_cls::DrawRealObjectCopyLoop() {
     glEnable(GL_DEPTH_TEST);
     const int lights = mContext.mHost.GetPCLightSRCCtrl()->GetLightNumber();
     const auto draw = [&](bool bPerCopy) {
-        filters->GetObject().GLDrawRealObject(mContext.mMoment.dataFrame, mContext.mMoment.doubleIndex,
-                                              lights, bPerCopy);
+        filters->GetObject().GLDrawRealObject(mContext.mMoment.doubleIndex, lights, bPerCopy);
     };
     long long number = 1;
     const FilterCopy_cls* copies = GetCopies(&number);

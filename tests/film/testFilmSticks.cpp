@@ -1,0 +1,210 @@
+// Films of objects and sticks, by closed forms: which pixel a shape covers, which bond a frame and a copy
+// show, and that a slice of a film is that of the whole one.
+#include <array>
+#include <cstdio>
+#include <fstream>
+
+#include <gtest/gtest.h>
+#include <wx/image.h>
+
+#include "FILTER/clsFilterCopy.h"
+#include "FILTER/clsFilterLists.h"
+#include "FILTER/clsFilterObject.h"
+#include "FILTER/clsFilterStick.h"
+#include "PARAM/clsParameters.h"
+#include "RunFilm.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using Place = std::array<float, 3>;
+
+constexpr int kW = 160, kH = 120;
+constexpr double kWidth = 8.0; ///< of what the pictures show, in units of the data
+
+/// Seen along the z axis, parallel, in units of the data, with particles of a pixel.
+const char* const kLooks = "LoaderTranslate=0 0 0\nLoaderScale=1\nPanel0DisplayMode=6\nPanel0GLGeometry=1\n"
+                           "Panel0GLOrthoScale=8\nPanel0ShowMessage=0\nSEQ0TYPE0PointSize=1\n"
+                           "SEQ0TYPE0BlendType=0\nOverLayShowLegend=0 0 0 0\n";
+
+class FilmSticks : public ::testing::Test {
+protected:
+    FilmSticks() : mbUndo(std::exchange(Parameters_cls::msbUndoCommandMake, false)) {}
+    ~FilmSticks() override { Parameters_cls::msbUndoCommandMake = mbUndo; }
+
+    template <class FILTER>
+    FILTER& Add(int type) {
+        FilterCtrl_cls& list = mLists.Get(GetFilterKind(type).mList);
+        auto& filter = static_cast<FILTER&>(*list.AddFilter(type));
+        filter.GetPCData()->InitNew();
+        return filter;
+    }
+    static void Set(ParamGroup_cls* pGroup, const std::array<double, 3>& values) {
+        pGroup->SetKeyFrame(values.data(), true, 0.0);
+    }
+    FilterStickData_cls& AddSticks(float a) {
+        FilterStickData_cls& data = *Add<FilterStick_cls>(FILTER_STICK).GetPCData();
+        data.mCCalcType.mValue = FilterStickData_cls::CALCULATE;
+        data.mCCritA.mValue = a;
+        data.mCStickWidth.mValue = 5;
+        return data;
+    }
+    /// The next snapshot of the film.
+    void Write(const std::vector<Place>& places) {
+        char name[16];
+        std::snprintf(name, sizeof name, "d%04d.bin", mSnapshots);
+        std::ofstream file(mFolder / name, std::ios::binary);
+        const auto put = [&file](const auto& value) {
+            file.write(reinterpret_cast<const char*>(&value), sizeof value);
+        };
+        put(float(mSnapshots++));
+        put(int(places.size()));
+        for (size_t i = 0; i < places.size(); ++i) {
+            const float head[7] = {places[i][0], places[i][1], places[i][2], 0, 0, 0, 1};
+            put(head);
+            put(int(i));
+            put(0);
+            put(0.0f);
+        }
+    }
+    /// Two particles, so far apart along x.
+    void WriteApart(const std::vector<float>& distances) {
+        for (const float d : distances)
+            Write({{-d / 2, 0, 0}, {d / 2, 0, 0}});
+    }
+    ChildRun_st Film(const std::string& out, const std::string& lines, std::vector<std::string> words = {}) {
+        fs::create_directories(mFolder.mPath / out);
+        const std::string project = mFolder.MakeProject(
+            "film.mrp", kLooks + mLists.Serialize().ToStdString() + lines, mFolder / "d0000.bin");
+        words.insert(words.end(), {"--output", mFolder / (out + "/f%04d.png"), project});
+        ChildRun_st run = RunFilm(words);
+        EXPECT_EQ(run.mStatus, 0) << run.mErr;
+        return run;
+    }
+    /// Does a picture show something at this place?
+    bool IsLit(const std::string& picture, double x, double y) {
+        if (mName != picture) mImage.LoadFile(wxString(mFolder / picture));
+        mName = picture;
+        const int px = int(kW / 2.0 + x * kW / kWidth), py = int(kH / 2.0 - y * kW / kWidth);
+        return mImage.GetRed(px, py) + mImage.GetGreen(px, py) + mImage.GetBlue(px, py) > 60;
+    }
+    /// B where a frame's picture has light in the middle.
+    std::string Middles(const std::string& folder) {
+        std::string seen;
+        for (const auto& [name, bytes] : mFolder.ReadAll(folder))
+            seen += IsLit(folder + "/" + name, 0.0, 0.0) ? 'B' : '.';
+        return seen;
+    }
+
+    FilmFolder_cls mFolder;
+    FilterLists_cls mLists;
+    int mSnapshots = 0;
+
+private:
+    bool mbUndo;
+    wxString mName;
+    wxImage mImage;
+};
+
+TEST_F(FilmSticks, KeptBondsAreThoseOfTheWholeFilmInEachSlice) {
+    WriteApart({1.6f, 0.9f, 1.1f, 1.4f, 1.6f, 1.1f, 0.9f});
+    const std::string length = "TimeMaxFrame=6\nTimeWorkAreaMax=6\n";
+    FilterStickData_cls& sticks = AddSticks(1.0f);
+    Film("plain", length);
+    EXPECT_EQ(Middles("plain"), ".B....B");
+    sticks.mCKeepUntil.mValue = 1.5f;
+    Film("whole", length);
+    EXPECT_EQ(Middles("whole"), ".BBB..B");
+    for (const char* part : {"5-6", "3-4", "2", "0-1"})
+        Film("slices", length, {"--frames", part});
+    EXPECT_TRUE(mFolder.ReadAll("slices") == mFolder.ReadAll("whole"));
+    Film("backward", length, {"--frames", "3", "--resume"});
+    EXPECT_TRUE(mFolder.ReadAll("backward").at("f0003.png") == mFolder.ReadAll("whole").at("f0003.png"));
+    // Work areas begin anew, and steps between frames have the bonds of the frame before.
+    Film("late", length + "TimeWorkAreaMin=2\n");
+    EXPECT_EQ(Middles("late"), "....B");
+    const std::string steps = length + "TimeAnimInterp=4\nInterpolateType=0\n";
+    Film("steps", steps);
+    EXPECT_EQ(Middles("steps").substr(0, 14), "....BBBBBBBBBB");
+    for (const char* part : {"2-3", "4-6", "0-1"})
+        Film("parts", steps, {"--frames", part});
+    EXPECT_TRUE(mFolder.ReadAll("parts") == mFolder.ReadAll("steps"));
+    // Every file is looked at, also where nothing of it is drawn: a missing one changes nothing.
+    fs::remove(mFolder.mPath / "d0002.bin");
+    Film("gap", length, {"--frames", "3"});
+    EXPECT_EQ(Middles("gap"), "B");
+}
+
+TEST_F(FilmSticks, AFrameWithoutParticlesHasNoBonds) {
+    WriteApart({0.9f});
+    Write({});
+    WriteApart({0.9f});
+    AddSticks(1.0f);
+    Film("gap", "TimeMaxFrame=2\nTimeWorkAreaMax=2\n");
+    EXPECT_EQ(Middles("gap"), "B.B");
+}
+
+TEST_F(FilmSticks, BondsAcrossFacesJoinTheCopies) {
+    Write({{-0.9f, 1, 0}, {0.9f, 1, 0}, {0, -0.9f, 0}});
+    FilterStickData_cls& sticks = AddSticks(0.5f);
+    auto& copies = *Add<FilterCopy_cls>(FILTER_COPY).GetPCData();
+    copies.mCMin[0].mValue = -1;
+    copies.mCMax[0].mValue = 2; // three along x
+    const std::string box =
+        "TimeMaxFrame=0\nTimeWorkAreaMax=0\nPeriodicType=2\nPeriodicSize=1 1 1\n"
+        "PeriodicBaseVector0=2 0 0\nPeriodicBaseVector1=0 2 0\nPeriodicBaseVector2=0 0 9\n";
+    Film("plain", box);
+    for (const double x : {-3.0, -1.0, 1.0, 3.0})
+        EXPECT_FALSE(IsLit("plain/f0000.png", x, 1.0)) << x;
+    sticks.mCAcross.mValue = true;
+    Film("joined", box);
+    // From each copy into the next; the last one along x has none.
+    for (const double x : {-3.0, -1.0, 1.0, 3.0})
+        EXPECT_EQ(IsLit("joined/f0000.png", x, 1.0), std::abs(x) == 1.0) << x;
+}
+
+TEST_F(FilmSticks, ShapesCoverTheirUnitsAndMeshesStandInEachCopy) {
+    Write({{50, 50, 0}});
+    const std::string box =
+        "TimeMaxFrame=0\nTimeWorkAreaMax=0\nPeriodicSize=1 1 1\nPeriodicBaseVector0=4 0 0\n";
+    FilterObjectData_cls& shape = *Add<FilterObject_cls>(FILTER_OBJECT).GetPCData();
+    Set(shape.mpCTranslate, {-1, 1, 0});
+    Set(shape.mpCScale, {2, 1, 1});
+    FilterObjectData_cls& mesh = *Add<FilterObject_cls>(FILTER_OBJECT).GetPCData();
+    mesh.mCObjectType.mValue = FilterObjectData_cls::IMPORT;
+    mesh.mCImportPath.mStrValue = mFolder / "triangle%02d.obj";
+    std::ofstream(mFolder / "triangle00.obj") << "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n";
+    Set(mesh.mpCTranslate, {-1, -1.5, 0});
+    Add<FilterCopy_cls>(FILTER_COPY).GetPCData()->mCMax[0].mValue = 2;
+    struct Shape_st {
+        unsigned mType;
+        bool mbCorners;
+    };
+    for (const Shape_st& kind :
+         {Shape_st{FilterObjectData_cls::BOX, true}, Shape_st{FilterObjectData_cls::PLANE, true},
+          Shape_st{FilterObjectData_cls::SPHERE, false}}) {
+        SCOPED_TRACE(kind.mType);
+        shape.mCObjectType.mValue = kind.mType;
+        const std::string name = "shape" + std::to_string(kind.mType);
+        Film(name, box);
+        const std::string picture = name + "/f0000.png";
+        EXPECT_TRUE(IsLit(picture, -1, 1));
+        EXPECT_TRUE(IsLit(picture, -1.9, 1));
+        EXPECT_TRUE(IsLit(picture, -1, 1.4));
+        EXPECT_EQ(IsLit(picture, -1.9, 1.4), kind.mbCorners);
+        EXPECT_FALSE(IsLit(picture, -2.1, 1));
+        EXPECT_FALSE(IsLit(picture, -1, 1.6));
+        EXPECT_FALSE(IsLit(picture, 3, 1)) << "shapes stand once";
+        for (const double copy : {0.0, 4.0}) {
+            EXPECT_TRUE(IsLit(picture, copy - 0.8, -1.3));
+            EXPECT_FALSE(IsLit(picture, copy - 0.3, -0.8));
+        }
+    }
+    // Of no frame that there is: told once, and the film is made.
+    mesh.mCImportPath.mStrValue = mFolder / "nothing%02d.obj";
+    const ChildRun_st run = Film("none", box);
+    EXPECT_NE(run.mErr.find("nothing00.obj"), std::string::npos) << run.mErr;
+    EXPECT_FALSE(IsLit("none/f0000.png", -0.8, -1.3));
+}
+
+} // namespace
