@@ -69,25 +69,21 @@ private:
     int mFile;
 };
 
-/// Pairs from `begin` on into the columns, with mask 0 and weight 1.
+/// Pairs from `begin` on into the columns.
 void SetPairs(const unsigned* pPairs, size_t number, size_t begin, StickList_st* pList) {
     unsigned* pA = &pList->mvIndexA[begin];
     unsigned* pB = &pList->mvIndexB[begin];
-    float* pFactor = &pList->mvFactor[begin];
     size_t k = 0;
     for (; k + 4 <= number; k += 4) {
         const __m128 low = _mm_loadu_ps(reinterpret_cast<const float*>(pPairs + 2 * k));
         const __m128 high = _mm_loadu_ps(reinterpret_cast<const float*>(pPairs + 2 * k + 4));
         _mm_storeu_ps(reinterpret_cast<float*>(pA + k), _mm_shuffle_ps(low, high, 0x88));
         _mm_storeu_ps(reinterpret_cast<float*>(pB + k), _mm_shuffle_ps(low, high, 0xdd));
-        _mm_storeu_ps(pFactor + k, _mm_set1_ps(1.0f));
     }
     for (; k < number; ++k) {
         pA[k] = pPairs[2 * k];
         pB[k] = pPairs[2 * k + 1];
-        pFactor[k] = 1.0f;
     }
-    std::fill_n(&pList->mvBit[begin], number, static_cast<unsigned char>(0));
 }
 
 bool ReadPairs(const File_cls& file, size_t begin, size_t end, StickList_st* pList) {
@@ -117,7 +113,7 @@ wxString ReadBond(const File_cls& file, long long size, StickList_st* pList) {
                                 size);
     if (count == 0) return {};
     const size_t number = static_cast<size_t>(count);
-    pList->Resize(number);
+    pList->Resize(number); // masks are 0 and weights 1
     std::atomic<bool> bGood{true};
     std::atomic<bool> bMemory{true};
     const size_t parts = number < kFewPairs ? 1 : 2;

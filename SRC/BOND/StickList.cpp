@@ -15,11 +15,11 @@ bool operator==(const StickRule_st& a, const StickRule_st& b) {
 void StickList_st::Resize(size_t number) {
     mvIndexA.resize(number);
     mvIndexB.resize(number);
-    mvBit.resize(number);
-    mvFactor.resize(number);
 }
 
 void StickList_st::Clear() {
     Resize(0);
+    mvBit.clear();
     mvBitFirst.clear();
+    mvFactor.clear();
 }

@@ -42,19 +42,22 @@ bool operator==(const StickRule_st& a, const StickRule_st& b);
 template <class T>
 using StickColumn_t = std::vector<T, BigAllocator_cls<T>>;
 
-/// Columns of one length. A crossing mask tells in which directions of the periodic box (bits 0 to 2) an end
-/// of a stick stands in the next cell.
+/// Columns of one length; those that say the same of every stick may be empty, as memory costs more time than
+/// most else. A crossing mask tells in which directions of the periodic box (bits 0 to 2) an end of a stick
+/// stands in the next cell.
 struct StickList_st {
     StickColumn_t<unsigned> mvIndexA;        ///< particles of the first ends
     StickColumn_t<unsigned> mvIndexB;        ///< and of the second ends
-    StickColumn_t<unsigned char> mvBit;      ///< crossing masks of the second ends
+    StickColumn_t<unsigned char> mvBit;      ///< crossing masks of the second ends; empty: all 0
     StickColumn_t<unsigned char> mvBitFirst; ///< of the first ends; empty: all 0
-    StickColumn_t<float> mvFactor;           ///< weights, 0 to 1
+    StickColumn_t<float> mvFactor;           ///< weights, 0 to 1; empty: all 1
 
     size_t GetNumber() const { return mvIndexA.size(); }
-    /// All columns but that of the first ends' masks; what is new is not yet filled. Throws bad_alloc.
+    /// All columns but those that may be empty; what is new is not yet filled. Throws bad_alloc.
     void Resize(size_t number);
     void Clear();
-    /// Crossing mask of a stick's first end.
+    /// Crossing masks of a stick's ends, and its weight.
     unsigned GetBitFirst(size_t k) const { return mvBitFirst.empty() ? 0u : mvBitFirst[k]; }
+    unsigned GetBit(size_t k) const { return mvBit.empty() ? 0u : mvBit[k]; }
+    float GetFactor(size_t k) const { return mvFactor.empty() ? 1.0f : mvFactor[k]; }
 };

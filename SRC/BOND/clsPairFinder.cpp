@@ -6,10 +6,10 @@
 #include <new>
 #include <thread>
 
-#include <emmintrin.h>
-
+#include "BOND/PairScan.h"
 #include "BOND/clsPairGrid.h"
 #include "COMMON/OnThreads.h"
+#include "COMMON/WideRegisters.h"
 
 namespace {
 
@@ -21,6 +21,15 @@ int GetThreadNumber() {
     return std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 2, kMostThreads);
 }
 
+/// The column that may be empty gets `number` masks behind the `old` ones.
+void LengthenMasks(unsigned char mask, size_t old, size_t number, StickColumn_t<unsigned char>* pMasks) {
+    if (mask == 0 && pMasks->empty()) return;
+    const size_t told = pMasks->size();
+    pMasks->resize(old + number);
+    std::fill_n(pMasks->begin(), old - told, static_cast<unsigned char>(0));
+    std::fill_n(pMasks->begin() + static_cast<std::ptrdiff_t>(old), number, mask);
+}
+
 } // namespace
 
 /// What one thread found: for each particle that it took, its hits one behind the other.
@@ -28,8 +37,24 @@ struct PairFinder_cls::Worker_st {
     PairGrid_cls::Near_st mNear;
     uint32_t mCube = 0; ///< of what is gathered
     bool mbGathered = false;
-    std::vector<Hit_st> mvPassed;
-    std::vector<Hit_st> mvHit;
+    std::vector<int> mvPassed; ///< of one particle: who is near enough
+    std::vector<float> mvSquare;
+    StickColumn_t<unsigned> mvHit;
+    StickColumn_t<float> mvWeight; ///< of hits; empty where all are 1
+    size_t mNumber = 0;            ///< hits
+
+    /// Room for all who are gathered.
+    void ReservePassed() {
+        const size_t room = static_cast<size_t>(mNear.number) + kPairScanRoom;
+        if (mvPassed.size() >= room) return;
+        mvPassed.resize(room);
+        mvSquare.resize(room);
+    }
+    void ReserveHits(size_t more, bool bWeights) {
+        if (mvHit.size() >= mNumber + more) return;
+        mvHit.resize(2 * mvHit.size() + more);
+        if (bWeights) mvWeight.resize(mvHit.size());
+    }
 };
 
 struct PairFinder_cls::Search_st {
@@ -42,9 +67,10 @@ struct PairFinder_cls::Search_st {
 
     const PairGrid_cls& mGrid;
     StickCrossing_st mWay;
-    size_t mRoom; ///< sticks up to the limit
-    float mLimit; ///< of squares
-    bool mbPlain;
+    size_t mRoom;                  ///< sticks up to the limit
+    float mLimit;                  ///< of squares
+    bool mbPlain;                  ///< not across faces
+    bool mbWeights;                ///< that differ from 1
     std::vector<Found_st> mvFound; ///< by particle
     std::vector<Worker_st> mvWorker;
     std::atomic<int> mNext{0};
@@ -54,9 +80,9 @@ struct PairFinder_cls::Search_st {
 
 PairFinder_cls::PairFinder_cls(const StickParticles_st& particles, const StickRule_st& rule,
                                const StickCell_st& cell, const BondSet_t* pKept)
-    : mThreads(particles.mCount < kFewParticles ? 1 : GetThreadNumber()), mParticles(particles), mRule(rule),
-      mCell(cell), mpKept(pKept), mSquareA(rule.mA * rule.mA), mSquareB(rule.mB * rule.mB),
-      mSquareKeep(0.0f) {
+    : mThreads(particles.mCount < kFewParticles ? 1 : GetThreadNumber()), mbWide(HasWideRegisters()),
+      mParticles(particles), mRule(rule), mCell(cell), mpKept(pKept), mSquareA(rule.mA * rule.mA),
+      mSquareB(rule.mB * rule.mB), mSquareKeep(0.0f) {
     if (rule.mCritType == STICK_STEP && rule.mKeepUntil * rule.mKeepUntil > mSquareA && pKept &&
         !pKept->empty())
         mSquareKeep = rule.mKeepUntil * rule.mKeepUntil;
@@ -74,6 +100,10 @@ float PairFinder_cls::GetLimit() const {
     // A being B, no stick at all: not even for what is nearer.
     if (mRule.mCritType == STICK_RAMP && mRule.mA != mRule.mB) limit = std::fmax(mSquareA, mSquareB);
     return limit > 0.0f ? limit : 0.0f;
+}
+
+bool PairFinder_cls::IsLimitAll() const {
+    return mRule.mCritType == STICK_STEP && mRule.mSpecType == STICK_ANY_TYPE && mSquareKeep == 0.0f;
 }
 
 // Squares of floats are a little off, and where they are as small as the smallest floats, a lot; across
@@ -112,9 +142,14 @@ PairEnd PairFinder_cls::Find(StickList_st* pList) {
 }
 
 void PairFinder_cls::FindOneWay(const PairGrid_cls& grid, const StickCrossing_st& way, StickList_st* pList) {
-    Search_st search{
-        grid, way, mMost - std::min(mMost, pList->GetNumber()), GetLimit(), way.mFirst == way.mSecond,
-        {},   {}};
+    Search_st search{grid,
+                     way,
+                     mMost - std::min(mMost, pList->GetNumber()),
+                     GetLimit(),
+                     way.mFirst == way.mSecond,
+                     mRule.mCritType == STICK_RAMP,
+                     {},
+                     {}};
     search.mvFound.resize(static_cast<size_t>(mParticles.mCount));
     search.mvWorker.resize(static_cast<size_t>(mThreads));
     OnThreads(mThreads, [&](int worker) {
@@ -134,16 +169,16 @@ void PairFinder_cls::Work(Search_st* pSearch, int worker) const {
     for (;;) {
         const int begin = pSearch->mNext.fetch_add(kRun);
         if (begin >= number || begin < 0 || pSearch->mEnd != PairEnd::Whole) return;
-        const size_t before = mine.mvHit.size();
+        const size_t before = mine.mNumber;
         for (int place = begin; place < std::min(begin + kRun, number); ++place) {
             Search_st::Found_st& found = pSearch->mvFound[pSearch->mGrid.GetIndex(place)];
             found.worker = static_cast<uint32_t>(worker);
-            found.first = static_cast<uint32_t>(mine.mvHit.size());
+            found.first = static_cast<uint32_t>(mine.mNumber);
             SearchAround(*pSearch, place, &mine);
-            found.number = static_cast<uint32_t>(mine.mvHit.size() - found.first);
-            if (mine.mvHit.size() - before > pSearch->mRoom) break;
+            found.number = static_cast<uint32_t>(mine.mNumber - found.first);
+            if (mine.mNumber - before > pSearch->mRoom) break;
         }
-        const size_t more = mine.mvHit.size() - before;
+        const size_t more = mine.mNumber - before;
         if (pSearch->mNumber.fetch_add(more) + more > pSearch->mRoom) pSearch->mEnd = PairEnd::TooMany;
         if (worker == 0 && mIsStopped && mIsStopped()) pSearch->mEnd = PairEnd::Stopped;
     }
@@ -152,13 +187,16 @@ void PairFinder_cls::Work(Search_st* pSearch, int worker) const {
 void PairFinder_cls::SearchAround(const Search_st& search, int place, Worker_st* pWorker) const {
     const unsigned i = search.mGrid.GetIndex(place);
     uint32_t cube = search.mGrid.GetCube(place);
-    float from[3];
-    search.mGrid.GetPos(place, from);
+    PairScan_st scan;
+    search.mGrid.GetPos(place, scan.mFrom);
+    std::copy_n(mOffset[search.mWay.mSecond], 3, scan.mOffset);
+    scan.mLimit = search.mLimit;
+    scan.mAbove = search.mbPlain ? static_cast<int>(i) : -1;
     if (!search.mbPlain) {
         double middle[3];
         for (int k = 0; k < 3; ++k) {
-            from[k] += mOffset[search.mWay.mFirst][k];
-            middle[k] = static_cast<double>(from[k]) - static_cast<double>(mOffset[search.mWay.mSecond][k]);
+            scan.mFrom[k] += mOffset[search.mWay.mFirst][k];
+            middle[k] = static_cast<double>(scan.mFrom[k]) - static_cast<double>(scan.mOffset[k]);
         }
         if (!search.mGrid.GetCubeOf(middle, &cube)) return;
     }
@@ -166,69 +204,42 @@ void PairFinder_cls::SearchAround(const Search_st& search, int place, Worker_st*
         search.mGrid.Gather(cube, &pWorker->mNear);
         pWorker->mCube = cube;
         pWorker->mbGathered = true;
-        if (pWorker->mvPassed.size() < pWorker->mNear.index.size())
-            pWorker->mvPassed.resize(pWorker->mNear.index.size());
+        pWorker->ReservePassed();
     }
-    const size_t passed = Pass(search, from, search.mbPlain ? static_cast<int>(i) : -1, pWorker);
-    const Hit_st* pPassed = pWorker->mvPassed.data();
-    const size_t first = pWorker->mvHit.size();
-    for (size_t k = 0; k < passed; ++k)
-        if (Hit_st hit = pPassed[k]; Weigh(i, &hit)) pWorker->mvHit.push_back(hit);
-    const auto begin = pWorker->mvHit.begin() + static_cast<std::ptrdiff_t>(first);
-    const auto less = [](const Hit_st& a, const Hit_st& b) { return a.index < b.index; };
-    if (!std::is_sorted(begin, pWorker->mvHit.end(), less)) std::sort(begin, pWorker->mvHit.end(), less);
-}
-
-/// Those near enough whose index is above the given one, in order, with their squared distances; their
-/// number.
-size_t PairFinder_cls::Pass(const Search_st& search, const float* pFrom, int above,
-                            Worker_st* pWorker) const {
-    const PairGrid_cls::Near_st& near = pWorker->mNear;
-    const float* pOffset = mOffset[search.mWay.mSecond];
-    const __m128 ox = _mm_set1_ps(pOffset[0]), oy = _mm_set1_ps(pOffset[1]), oz = _mm_set1_ps(pOffset[2]);
-    const __m128 fx = _mm_set1_ps(pFrom[0]), fy = _mm_set1_ps(pFrom[1]), fz = _mm_set1_ps(pFrom[2]);
-    const __m128 limit = _mm_set1_ps(search.mLimit);
-    const __m128i least = _mm_set1_epi32(above);
-    const float *x = near.x.data(), *y = near.y.data(), *z = near.z.data();
-    const int* index = near.index.data();
-    Hit_st* const pPassed = pWorker->mvPassed.data();
-    size_t passed = 0;
-    for (int k = 0; k < near.number; k += static_cast<int>(PairGrid_cls::kBlock)) {
-        const __m128 dx = _mm_sub_ps(_mm_add_ps(_mm_loadu_ps(x + k), ox), fx);
-        const __m128 dy = _mm_sub_ps(_mm_add_ps(_mm_loadu_ps(y + k), oy), fy);
-        const __m128 dz = _mm_sub_ps(_mm_add_ps(_mm_loadu_ps(z + k), oz), fz);
-        const __m128 square =
-            _mm_add_ps(_mm_add_ps(_mm_mul_ps(dx, dx), _mm_mul_ps(dy, dy)), _mm_mul_ps(dz, dz));
-        const __m128i indices = _mm_loadu_si128(reinterpret_cast<const __m128i*>(index + k));
-        const __m128 good =
-            _mm_and_ps(_mm_cmplt_ps(square, limit), _mm_castsi128_ps(_mm_cmpgt_epi32(indices, least)));
-        unsigned bits = static_cast<unsigned>(_mm_movemask_ps(good));
-        if (bits == 0) continue;
-        alignas(16) float squares[PairGrid_cls::kBlock];
-        _mm_store_ps(squares, square);
-        for (; bits != 0; bits &= bits - 1) {
-            const int lane = __builtin_ctz(bits);
-            pPassed[passed++] = {static_cast<unsigned>(index[k + lane]), squares[lane]};
+    int* const pPassed = pWorker->mvPassed.data();
+    float* const pSquare = pWorker->mvSquare.data();
+    size_t number = ScanNear(scan, pWorker->mNear, mbWide, pPassed, pSquare);
+    if (!IsLimitAll()) {
+        size_t kept = 0;
+        for (size_t k = 0; k < number; ++k) {
+            pPassed[kept] = pPassed[k];
+            kept += Weigh(i, static_cast<unsigned>(pPassed[k]), pSquare[k], &pSquare[kept]) ? 1 : 0;
         }
+        number = kept;
     }
-    return passed;
+    pWorker->ReserveHits(number, search.mbWeights);
+    unsigned* const pHit = pWorker->mvHit.data() + pWorker->mNumber;
+    if (search.mbWeights)
+        SortHits(pPassed, pSquare, number, mbWide, pHit, pWorker->mvWeight.data() + pWorker->mNumber);
+    else
+        SortHits(pPassed, nullptr, number, mbWide, pHit, nullptr);
+    pWorker->mNumber += number;
 }
 
-// The square of a hit becomes its weight.
-bool PairFinder_cls::Weigh(unsigned i, Hit_st* pHit) const {
+// Is it a stick, and of which weight?
+bool PairFinder_cls::Weigh(unsigned i, unsigned j, float square, float* pWeight) const {
     if (mRule.mSpecType == STICK_TYPES_A_B) {
         const int a = mParticles.mpType ? mParticles.mpType[i] : 0;
-        const int b = mParticles.mpType ? mParticles.mpType[pHit->index] : 0;
+        const int b = mParticles.mpType ? mParticles.mpType[j] : 0;
         if (!(a == mRule.mSpecA && b == mRule.mSpecB) && !(a == mRule.mSpecB && b == mRule.mSpecA))
             return false;
     }
-    const float square = pHit->value;
-    pHit->value = 1.0f;
+    *pWeight = 1.0f;
     switch (mRule.mCritType) {
     case STICK_STEP:
         return mSquareA > square ||
                (mSquareKeep > square &&
-                std::binary_search(mpKept->begin(), mpKept->end(), GetBondKey(mParticles, i, pHit->index)));
+                std::binary_search(mpKept->begin(), mpKept->end(), GetBondKey(mParticles, i, j)));
     case STICK_STEP_BETWEEN:
         return square > mSquareA && mSquareB > square;
     default:
@@ -237,7 +248,7 @@ bool PairFinder_cls::Weigh(unsigned i, Hit_st* pHit) const {
     if (mSquareA > square) return true;
     if (!(square > mSquareA && mSquareB > square)) return false;
     const float weight = (mRule.mB - std::sqrt(square)) / (mRule.mB - mRule.mA);
-    pHit->value = weight == weight ? weight : 1.0f; // B is infinite
+    *pWeight = weight == weight ? weight : 1.0f; // B is infinite
     return true;
 }
 
@@ -246,11 +257,9 @@ void PairFinder_cls::Append(const Search_st& search, StickList_st* pList) const 
     const size_t number = search.mNumber;
     if (number == 0) return;
     pList->Resize(old + number);
-    if (search.mWay.mFirst != 0 || !pList->mvBitFirst.empty()) {
-        const size_t told = pList->mvBitFirst.size();
-        pList->mvBitFirst.resize(old + number);
-        if (told == 0) std::fill_n(pList->mvBitFirst.begin(), old, static_cast<unsigned char>(0));
-    }
+    LengthenMasks(search.mWay.mFirst, old, number, &pList->mvBitFirst);
+    LengthenMasks(search.mWay.mSecond, old, number, &pList->mvBit);
+    if (search.mbWeights) pList->mvFactor.resize(old + number);
     // Where the sticks of each part's first particle begin.
     const size_t particles = search.mvFound.size();
     const size_t parts = static_cast<size_t>(mThreads);
@@ -267,18 +276,12 @@ void PairFinder_cls::Append(const Search_st& search, StickList_st* pList) const 
         for (size_t i = particles * part / parts; i < particles * (part + 1) / parts; ++i) {
             const Search_st::Found_st& found = search.mvFound[i];
             if (found.number == 0) continue;
-            const Hit_st* pHit = &search.mvWorker[found.worker].mvHit[found.first];
-            for (uint32_t k = 0; k < found.number; ++k, ++to) {
-                pList->mvIndexA[to] = static_cast<unsigned>(i);
-                pList->mvIndexB[to] = pHit[k].index;
-                pList->mvFactor[to] = pHit[k].value;
-            }
+            const Worker_st& from = search.mvWorker[found.worker];
+            std::fill_n(&pList->mvIndexA[to], found.number, static_cast<unsigned>(i));
+            std::copy_n(&from.mvHit[found.first], found.number, &pList->mvIndexB[to]);
+            if (search.mbWeights)
+                std::copy_n(&from.mvWeight[found.first], found.number, &pList->mvFactor[to]);
+            to += found.number;
         }
-        std::fill(pList->mvBit.begin() + static_cast<std::ptrdiff_t>(starts[part]),
-                  pList->mvBit.begin() + static_cast<std::ptrdiff_t>(starts[part + 1]), search.mWay.mSecond);
-        if (!pList->mvBitFirst.empty())
-            std::fill(pList->mvBitFirst.begin() + static_cast<std::ptrdiff_t>(starts[part]),
-                      pList->mvBitFirst.begin() + static_cast<std::ptrdiff_t>(starts[part + 1]),
-                      search.mWay.mFirst);
     });
 }

@@ -35,24 +35,23 @@ public:
     /// Asked now and then on the caller's thread while it takes long; true: stop.
     std::function<bool()> mIsStopped;
     size_t mMost = size_t(1) << 28; ///< sticks
-    int mThreads;                   ///< set to what the machine has
+    // Set to what the machine has; they change nothing in the list.
+    int mThreads;
+    bool mbWide; ///< registers of eight floats
 
 private:
-    struct Hit_st {
-        unsigned index;
-        float value; ///< squared distance, then weight
-    };
     struct Worker_st;
     struct Search_st;
 
     /// A distance whose square is at least this counts for nothing.
     float GetLimit() const;
     double GetReach() const;
+    /// Is all that is nearer than the limit a stick of weight 1?
+    bool IsLimitAll() const;
     void FindOneWay(const PairGrid_cls& grid, const StickCrossing_st& way, StickList_st* pList);
     void Work(Search_st* pSearch, int worker) const;
     void SearchAround(const Search_st& search, int place, Worker_st* pWorker) const;
-    size_t Pass(const Search_st& search, const float* pFrom, int above, Worker_st* pWorker) const;
-    bool Weigh(unsigned i, Hit_st* pHit) const;
+    bool Weigh(unsigned i, unsigned j, float square, float* pWeight) const;
     void Append(const Search_st& search, StickList_st* pList) const;
 
     const StickParticles_st& mParticles;

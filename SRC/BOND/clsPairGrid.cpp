@@ -171,9 +171,10 @@ void PairGrid_cls::Take(uint32_t row, int64_t z, int count, Near_st* pNear) cons
 }
 
 void PairGrid_cls::Gather(uint32_t cube, Near_st* pNear) const {
-    const int64_t z = cube % mSize[2];
-    const int64_t y = cube / mSize[2] % mSize[1];
-    const int64_t x = cube / mSize[2] / mSize[1];
+    const uint32_t layers = static_cast<uint32_t>(mSize[2]), columns = static_cast<uint32_t>(mSize[1]);
+    const int64_t z = cube % layers;
+    const int64_t y = cube / layers % columns;
+    const int64_t x = cube / layers / columns;
     pNear->number = 0;
     for (int dx = -1; dx <= 1; ++dx)
         for (int dy = -1; dy <= 1; ++dy) {

@@ -10,7 +10,7 @@
 
 class PairGrid_cls {
 public:
-    static constexpr size_t kBlock = 4; ///< what loops over particles near a place take at a time
+    static constexpr size_t kBlock = 8; ///< what loops over particles near a place take at a time
     /// Particles near a place, in columns that are whole blocks: the rest of the last one is no numbers.
     struct Near_st {
         std::vector<float> x, y, z;

@@ -42,7 +42,7 @@ public:
         unsigned first;
         unsigned second;
     };
-    Crossing_st GetCrossing(size_t k) const { return {GetBitFirst(k), mvBit[k]}; }
+    Crossing_st GetCrossing(size_t k) const { return {GetBitFirst(k), GetBit(k)}; }
     /// Is it drawn in a copy that has neighbours in the directions of `copyMask`?
     static bool IsDrawnIn(const Crossing_st& way, unsigned copyMask) {
         const unsigned needed = way.first | way.second;

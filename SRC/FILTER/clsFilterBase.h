@@ -15,7 +15,7 @@ class FilterData_cls;
 
 /// The particles that are weighed: up to kMost records, each with an index into the positions.
 struct WeighedList_st {
-    static constexpr int kMost = 1024; ///< what stays in the first-level cache
+    static constexpr int kMost = 256; ///< what stays in the first-level cache
     const ArrayAndIndex_cls* mpList;
     const float (*mpVertex)[3];
     int mCount;

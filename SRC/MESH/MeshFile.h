@@ -17,7 +17,7 @@ struct MeshText_st {
     const char* Begin() const { return mBytes.data(); }
     const char* End() const { return mBytes.data() + mLength; }
 };
-constexpr size_t kMeshPad = 32;
+constexpr size_t kMeshPad = 96;
 /// Write them.
 void EndMeshText(char* pEnd);
 

@@ -1,11 +1,16 @@
 #include "MESH/ObjChunk.h"
 
+#include <algorithm>
 #include <cfloat>
 #include <charconv>
 #include <cstring>
 
 #include "COMMON/DigitScan.h"
 #include "COMMON/TextSplit.h"
+#include "MESH/MeshFile.h"
+#include "MESH/ObjLine.h"
+
+static_assert(kMeshPad >= kLineReach && kMeshPad >= kScanPad, "lines are looked at past the end of the text");
 
 namespace {
 
@@ -16,6 +21,7 @@ constexpr long kMostFraction = 22;             // powers that doubles hold exact
 constexpr long kMostDigits = 19;               // that 64 bits hold for sure
 constexpr uint64_t kExact = uint64_t(1) << 53; // integers up to here are doubles
 constexpr long kMostIndexDigits = 18;
+constexpr size_t kRun = 64; // lines that are read without a look at anything else
 
 /// A backslash that lets the line go on behind the line feed: that place, else null.
 inline const char* PassContinuation(const char* p) {
@@ -154,14 +160,47 @@ void ObjChunk_cls::Parse(const char* begin, const char* end) {
         while (IsLineBlank(*p))
             ++p;
         if (p[0] == 'v' && IsLineBlank(p[1]))
-            p = ParsePlace(p + 2, &mVertex);
+            p = ParsePlaces(p, false);
         else if (p[0] == 'f' && IsLineBlank(p[1]))
-            p = ParseFace(p + 2);
+            p = ParseFaces(p);
         else if (p[0] == 'v' && p[1] == 'n' && IsLineBlank(p[2]))
-            p = ParsePlace(p + 3, &mNormal);
+            p = ParsePlaces(p, true);
         else
             p = PassLine(p, end);
     }
+}
+
+/// As many lines as there are in a run, or one.
+const char* ObjChunk_cls::ParsePlaces(const char* p, bool bNormals) {
+    ObjList_cls<float>& list = bNormals ? mNormal : mVertex;
+    const char* const text = p + (bNormals ? 3 : 2);
+    if (!mbWide) return ParsePlace(text, &list);
+    const size_t before = list.GetNumber();
+    ObjRun_st run = {p, mpEnd, kRun};
+    ReadPlainPlaces(bNormals, &run, list.Add(3 * kRun + 1));
+    list.Cut(before + 3 * run.mNumber);
+    return run.mNumber > 0 ? run.mpNext : ParsePlace(text, &list);
+}
+
+// From the first normals on, each face has a place for them.
+const char* ObjChunk_cls::ParseFaces(const char* p) {
+    if (!mbWide) return ParseFace(p + 2);
+    const size_t before = mFaceVertex.GetNumber();
+    int* const pVertex = mFaceVertex.Add(3 * kRun + 1);
+    ObjRun_st run = {p, mpEnd, kRun};
+    bool bNormals = !mFaceNormal.IsEmpty();
+    if (!bNormals) {
+        ReadPlainFaces(&run, pVertex, nullptr);
+        bNormals = run.mNumber == 0 && before == 0;
+    }
+    if (bNormals) {
+        run = {p, mpEnd, kRun};
+        ReadPlainFaces(&run, pVertex, mFaceNormal.Add(3 * kRun + 1));
+        mFaceNormal.Cut(before + 3 * run.mNumber);
+    }
+    mFaceVertex.Cut(before + 3 * run.mNumber);
+    mFaces += run.mNumber;
+    return run.mNumber > 0 ? run.mpNext : ParseFace(p + 2);
 }
 
 const char* ObjChunk_cls::ParsePlace(const char* p, ObjList_cls<float>* pList) {

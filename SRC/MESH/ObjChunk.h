@@ -13,6 +13,7 @@
 #include <climits>
 #include <vector>
 
+#include "COMMON/WideRegisters.h"
 #include "MESH/clsPovObjectMesh.h"
 
 /// Numbers of a kind that are added one after the other.
@@ -33,7 +34,7 @@ public:
     bool IsEmpty() const { return mNumber == 0; }
 
 private:
-    static constexpr size_t kFirst = 1 << 16;
+    static constexpr size_t kFirst = 1 << 18; ///< pages that aren't touched cost nothing
 
     std::vector<T, BigAllocator_cls<T>> mvData;
     size_t mNumber = 0;
@@ -62,9 +63,10 @@ public:
     /// Places in these lists whose numbers count from the first vertex (normal) of this piece.
     ObjList_cls<size_t> mBackVertex;
     ObjList_cls<size_t> mBackNormal;
-    size_t mFaces = 0;     ///< lines
-    size_t mBadFaces = 0;  ///< of them, that can't be read or have fewer than three corners
-    size_t mBadPlaces = 0; ///< lines of places and normals that can't be read whole
+    size_t mFaces = 0;                ///< lines
+    size_t mBadFaces = 0;             ///< of them, that can't be read or have fewer than three corners
+    size_t mBadPlaces = 0;            ///< lines of places and normals that can't be read whole
+    bool mbWide = HasWideRegisters(); ///< how lines are read, not what comes out
 
 private:
     struct Corner_st {
@@ -77,6 +79,8 @@ private:
     const char* ParsePlace(const char* p, ObjList_cls<float>* pList);
     const char* ParseFace(const char* p);
     const char* ParsePlainFace(const char* p);
+    const char* ParsePlaces(const char* p, bool bNormals);
+    const char* ParseFaces(const char* p);
     const char* ParseCorner(const char* p, Corner_st* pCorner);
     void AddTriangle(const Corner_st& a, const Corner_st& b, const Corner_st& c);
     void AddNormals(const Corner_st& a, const Corner_st& b, const Corner_st& c);

@@ -36,8 +36,8 @@ using StickTuple_t = std::tuple<unsigned, unsigned, unsigned, unsigned, float>;
 inline std::vector<StickTuple_t> GetTuples(const StickList_st& list) {
     std::vector<StickTuple_t> sticks;
     for (size_t k = 0; k < list.GetNumber(); ++k)
-        sticks.emplace_back(list.mvIndexA[k], list.mvIndexB[k], list.GetBitFirst(k), list.mvBit[k],
-                            list.mvFactor[k]);
+        sticks.emplace_back(list.mvIndexA[k], list.mvIndexB[k], list.GetBitFirst(k), list.GetBit(k),
+                            list.GetFactor(k));
     return sticks;
 }
 

@@ -1,7 +1,10 @@
 // OBJ files: their forms, and what is wrong with some.
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <iterator>
+#include <limits>
 #include <random>
 #include <string>
 #include <vector>
@@ -9,6 +12,9 @@
 #include <gtest/gtest.h>
 
 #include "COMMON/clsAsciiReader.h"
+#include "MESH/MeshFile.h"
+#include "MESH/MeshNormals.h"
+#include "MESH/ObjChunk.h"
 #include "MeshTools.h"
 
 namespace {
@@ -254,29 +260,114 @@ TEST(ObjReader, MadeNormalsDontDependOnThreads) {
         mesh.mvVertex.push_back(std::uniform_real_distribution<float>(-1, 1)(random));
     for (int i = 0; i < 3 * 700000; ++i)
         mesh.mvFaceVertex.push_back(int(random() % kVertices));
+    // Some are nothing, some too large or none for a number.
+    mesh.mvVertex[3] = mesh.mvVertex[6], mesh.mvVertex[4] = mesh.mvVertex[7],
+    mesh.mvVertex[5] = mesh.mvVertex[8];
+    mesh.mvVertex[9] = 3e38f, mesh.mvVertex[12] = -3e38f;
+    mesh.mvVertex[15] = std::numeric_limits<float>::quiet_NaN();
+    for (size_t i = 18; i < 27; ++i)
+        mesh.mvVertex[i] *= 1e-25f;
+    const int odd[] = {0, 1, 2, 6, 7, 8, 3, 4, 9};
+    std::copy(std::begin(odd), std::end(odd), mesh.mvFaceVertex.end() - 9);
     mesh.ConstructNormalVectors();
-    Floats mean(3 * kVertices, 0.0f), count(kVertices, 0.0f);
+    Floats sum(3 * kVertices, 0.0f);
     for (size_t i = 0; i < mesh.mvFaceVertex.size(); i += 3) {
-        double p[3][3], n[3];
-        for (size_t k = 0; k < 3; ++k)
+        double edge[2][3], n[3];
+        for (size_t k = 0; k < 2; ++k)
             for (size_t axis = 0; axis < 3; ++axis)
-                p[k][axis] = double(mesh.mvVertex[3 * size_t(mesh.mvFaceVertex[i + k]) + axis]);
-        const auto edge = [&p](size_t k, size_t axis) { return p[k + 1][axis] - p[k][axis]; };
+                edge[k][axis] = double(mesh.mvVertex[3 * size_t(mesh.mvFaceVertex[i + k + 1]) + axis] -
+                                       mesh.mvVertex[3 * size_t(mesh.mvFaceVertex[i + k]) + axis]);
         for (size_t x = 0; x < 3; ++x)
-            n[x] = edge(0, (x + 1) % 3) * edge(1, (x + 2) % 3) - edge(0, (x + 2) % 3) * edge(1, (x + 1) % 3);
+            n[x] = edge[0][(x + 1) % 3] * edge[1][(x + 2) % 3] - edge[0][(x + 2) % 3] * edge[1][(x + 1) % 3];
         const double length = std::sqrt(n[0] * n[0] + n[1] * n[1] + n[2] * n[2]);
-        for (size_t k = 0; k < 3; ++k) {
-            const size_t v = size_t(mesh.mvFaceVertex[i + k]);
-            const float number = ++count[v];
+        if (!(length > 0.0) || !std::isfinite(length)) continue;
+        for (size_t k = 0; k < 3; ++k)
             for (size_t x = 0; x < 3; ++x)
-                mean[3 * v + x] =
-                    (mean[3 * v + x] * (number - 1) + float(length > 0 ? n[x] / length : 0.0)) / number;
-        }
+                sum[3 * size_t(mesh.mvFaceVertex[i + k]) + x] += float(n[x] * (1.0 / length));
     }
     for (size_t v = 0; v < kVertices; ++v) {
-        const float* m = &mean[3 * v];
-        const float length = std::sqrt(m[0] * m[0] + m[1] * m[1] + m[2] * m[2]);
-        for (size_t x = 0; x < 3; ++x)
-            ASSERT_NEAR(m[x] / length, mesh.mvNormal[3 * v + x], 2e-4) << v;
+        const double x = double(sum[3 * v]), y = double(sum[3 * v + 1]), z = double(sum[3 * v + 2]);
+        const double scale = 1.0 / std::sqrt(x * x + y * y + z * z);
+        float unit[3] = {float(x * scale), float(y * scale), float(z * scale)};
+        if (!std::isfinite(scale)) unit[0] = unit[1] = 0.0f, unit[2] = 1.0f;
+        ASSERT_EQ(std::memcmp(unit, &mesh.mvNormal[3 * v], sizeof unit), 0) << v;
     }
+    MeshFloats narrow;
+    MakeVertexNormals(mesh.mvFaceVertex, mesh.mvVertex, &narrow, false);
+    EXPECT_EQ(List(narrow), List(mesh.mvNormal));
+    // Corners that aren't there, and the last vertex, behind which nothing is.
+    PovObjectMesh_cls few;
+    const float places[] = {0, 0, 0, 2, 0, 0, 0, 3, 0};
+    const int faces[] = {0, 1, 2, 0, 1, -1, 0, 2, 3};
+    few.mvVertex.assign(std::begin(places), std::end(places));
+    few.mvFaceVertex.assign(std::begin(faces), std::end(faces));
+    few.ConstructNormalVectors();
+    EXPECT_EQ(List(few.mvNormal), (Floats{0, 0, 1, 0, 0, 1, 0, 0, 1}));
+}
+
+namespace {
+/// Mostly the forms that are read whole registers at a time, and what is almost of them.
+std::string MakeLines(unsigned seed, int lines) {
+    std::mt19937 random(seed);
+    const auto pick = [&random](const std::vector<const char*>& from) {
+        return from[random() % from.size()];
+    };
+    const auto digits = [&random](size_t most) {
+        std::string text;
+        for (size_t k = random() % (most + 1); k > 0; --k)
+            text += char('0' + random() % 10);
+        return text;
+    };
+    std::string text;
+    for (int i = 0; i < lines; ++i) {
+        const bool bOdd = random() % 8 == 0;
+        const std::string kind = pick({"v", "v", "vn", "f", "f", "f"});
+        std::string line = kind + (bOdd ? pick({"  ", "\t", " "}) : " ");
+        const std::string form = pick({"", "", "/", "//", "/7/"});
+        for (int k = 0, n = bOdd ? int(random() % 6) : 3; k < n; ++k) {
+            if (k > 0) line += bOdd ? pick({"  ", "\t", " ", " \\\n"}) : " ";
+            if (kind == "f") {
+                line += (bOdd ? pick({"-", "+", "0", ""}) : "") + std::to_string(1 + random() % 300) + form;
+                if (form.size() > 1 || random() % 4 == 0) line += digits(bOdd ? 9 : 2);
+            } else {
+                line += pick({"-", "", "", bOdd ? "+" : "-"}) + digits(bOdd ? 12 : 3) +
+                        pick({".", ".", bOdd ? "" : "."}) + digits(bOdd ? 16 : 7) +
+                        (bOdd ? pick({"", "e3", ".", "x", "-"}) : "");
+            }
+        }
+        text += line + (bOdd ? pick({" \n", "\r\n", "\n", "#\n", "\n\n"}) : "\n");
+    }
+    return text;
+}
+} // namespace
+
+TEST(ObjChunk, WideRegistersChangeNothing) {
+    size_t floats = 0, faces = 0, bad = 0;
+    for (unsigned seed = 1; seed <= 300; ++seed) {
+        const MeshText_st text = MakeMeshText(MakeLines(seed, int(seed)));
+        ObjChunk_cls wide, narrow;
+        narrow.mbWide = false;
+        wide.Parse(text.Begin(), text.End() + 1);
+        narrow.Parse(text.Begin(), text.End() + 1);
+        const auto same = [seed](const auto& a, const auto& b) {
+            ASSERT_EQ(a.GetNumber(), b.GetNumber()) << seed;
+            if (a.IsEmpty()) return;
+            EXPECT_EQ(std::memcmp(a.Data(), b.Data(), a.GetNumber() * sizeof *a.Data()), 0) << seed;
+        };
+        same(wide.mVertex, narrow.mVertex);
+        same(wide.mNormal, narrow.mNormal);
+        same(wide.mFaceVertex, narrow.mFaceVertex);
+        same(wide.mFaceNormal, narrow.mFaceNormal);
+        same(wide.mBackVertex, narrow.mBackVertex);
+        same(wide.mBackNormal, narrow.mBackNormal);
+        EXPECT_EQ(wide.mFaces, narrow.mFaces) << seed;
+        EXPECT_EQ(wide.mBadFaces, narrow.mBadFaces) << seed;
+        EXPECT_EQ(wide.mBadPlaces, narrow.mBadPlaces) << seed;
+        floats += wide.mVertex.GetNumber() + wide.mNormal.GetNumber();
+        faces += wide.mFaceVertex.GetNumber() / 3;
+        bad += wide.mBadFaces + wide.mBadPlaces;
+    }
+    EXPECT_GT(floats, 10000u);
+    EXPECT_GT(faces, 10000u);
+    EXPECT_GT(bad, 500u);
 }

@@ -14,6 +14,7 @@
 
 #include "BOND/PairMessages.h"
 #include "BOND/clsPairFinder.h"
+#include "COMMON/WideRegisters.h"
 #include "StickTestTools.h"
 
 namespace {
@@ -32,11 +33,12 @@ StickRule_st MakeRule(int crit, float a, float b, int spec = 0) {
 }
 
 StickList_st Find(const StickData_st& data, const StickRule_st& rule, const StickCell_st& cell = {},
-                  int threads = 2) {
+                  int threads = 2, bool bWide = HasWideRegisters()) {
     StickList_st list;
     const StickParticles_st particles = data.Get();
     PairFinder_cls finder(particles, rule, cell);
     finder.mThreads = threads;
+    finder.mbWide = bWide;
     EXPECT_EQ(finder.Find(&list), PairEnd::Whole);
     return list;
 }
@@ -65,12 +67,25 @@ TEST(PairFinder, RandomParticlesGiveThePairsOfThePlainLoop) {
     EXPECT_GT(Find(MakeRandomParticles(1, 700, 6.0f), MakeRule(0, 0.7f, 0)).GetNumber(), 500u);
 }
 
-TEST(PairFinder, ThreadsAndSizesChangeNothing) {
+TEST(PairFinder, ThreadsAndProcessorsChangeNothing) {
     const StickData_st data = MakeRandomParticles(9, 6000, 12.0f);
-    const StickRule_st rule = MakeRule(1, 0.5f, 0.9f);
-    const auto wanted = FindPlainly(data, rule);
-    for (const int threads : {1, 2, 3, 7})
-        EXPECT_EQ(GetTuples(Find(data, rule, {}, threads)), wanted) << threads;
+    for (const int crit : {0, 1, 2}) {
+        const StickRule_st rule = MakeRule(crit, 0.5f, 0.9f);
+        const auto wanted = FindPlainly(data, rule);
+        for (const int threads : {1, 2, 3, 7})
+            EXPECT_EQ(GetTuples(Find(data, rule, {}, threads)), wanted) << threads;
+        EXPECT_EQ(GetTuples(Find(data, rule, {}, 2, false)), wanted) << "narrow registers";
+    }
+    // From no hit a particle to more than are sorted at once.
+    for (const float edge : {20.0f, 2.0f, 1.0f}) {
+        const StickData_st dense = MakeRandomParticles(10, 400, edge);
+        for (const int crit : {0, 1}) {
+            const StickRule_st rule = MakeRule(crit, 0.8f, 1.0f);
+            const auto wanted = FindPlainly(dense, rule);
+            EXPECT_EQ(GetTuples(Find(dense, rule)), wanted) << edge;
+            EXPECT_EQ(GetTuples(Find(dense, rule, {}, 1, false)), wanted) << edge << " narrow registers";
+        }
+    }
 }
 
 TEST(PairFinder, GroupsFlatsLinesAndOutliersAreNoTrouble) {
@@ -230,7 +245,7 @@ TEST(PairFinder, EveryBondOfARepeatedBoxIsDrawnOnce) {
                 const unsigned copy = unsigned(x + 1 < cells[0]) | unsigned(y + 1 < cells[1]) << 1 |
                                       unsigned(z + 1 < cells[2]) << 2;
                 for (size_t k = 0; k < list.GetNumber(); ++k) {
-                    const unsigned a = list.GetBitFirst(k), b = list.mvBit[k];
+                    const unsigned a = list.GetBitFirst(k), b = list.GetBit(k);
                     if (((a | b) & ~copy) != 0) continue;
                     const size_t first =
                         nameOf(x + int(a & 1), y + int(a >> 1 & 1), z + int(a >> 2), list.mvIndexA[k]);

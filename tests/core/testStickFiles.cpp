@@ -69,7 +69,7 @@ TEST_F(StickFiles, BondFilesAreReadWhole) {
     ASSERT_EQ(list.GetNumber(), 600001u);
     for (size_t k = 0; k < list.GetNumber(); ++k)
         ASSERT_TRUE(list.mvIndexA[k] == many[2 * k] && list.mvIndexB[k] == many[2 * k + 1] &&
-                    list.mvBit[k] == 0 && list.mvFactor[k] == 1.0f)
+                    list.GetBit(k) == 0 && list.GetFactor(k) == 1.0f)
             << k;
 }
 

@@ -118,7 +118,7 @@ bool GLSticks_cls::Draw(const PovObjectSticks_cls& sticks, const StickParticles_
         if (step > 1 && (sticks.mvIndexA[k] % step != 0 || sticks.mvIndexB[k] % step != 0)) continue;
         float first[3], second[3];
         sticks.GetEnds(k, particles.mpPos, first, second);
-        if (!Add(first, second, sticks.mvFactor[k], style)) continue;
+        if (!Add(first, second, sticks.GetFactor(k), style)) continue;
         const bool bReport = progress.AddCost(GetCost(view, first, second, style));
         if (bReport || mCount >= GetCapacity()) Flush();
         if (bReport) bWhole = progress.Report(static_cast<int>(k) + 1);
