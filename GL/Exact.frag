@@ -97,14 +97,13 @@ uniform float boldness;
 #define SHADOW_MODE shadowVolumeMode
 #define BOLDNESS boldness
 
-// What OpenGL light i brings to a place on a surface, eye coordinates, by the rules of the fixed
-// pipeline: attenuation, spot, and highlights for a viewer far away.
-void addLight(int i, vec3 place, vec3 normal, float shininess,
-              inout vec3 ambient, inout vec3 diffuse, inout vec3 specular)
+// How much of OpenGL light i reaches a place, eye coordinates, by the rules of the fixed pipeline: attenuation
+// and spot. `to` is the direction to the light, `between` half way from there to a viewer far away.
+float reach(int i, vec3 place, out vec3 to, out vec3 between)
 {
     vec4 source = gl_LightSource[i].position;
-    vec3 to = normalize(source.xyz);
-    vec3 between = gl_LightSource[i].halfVector.xyz;
+    to = normalize(source.xyz);
+    between = gl_LightSource[i].halfVector.xyz;
     float share = 1.0;
 #ifndef PARALLEL
     if (source.w != 0.0) {
@@ -113,7 +112,8 @@ void addLight(int i, vec3 place, vec3 normal, float shininess,
         share = 1.0 / (gl_LightSource[i].constantAttenuation + far * (gl_LightSource[i].linearAttenuation
                        + far * gl_LightSource[i].quadraticAttenuation));
         to /= max(far, 1e-30);
-        between = normalize(to + vec3(0.0, 0.0, 1.0));
+        between = to + vec3(0.0, 0.0, 1.0);
+        between /= max(length(between), 1e-30); // a light straight behind has none
     }
     if (gl_LightSource[i].spotCutoff <= 90.0) {
         float along = -dot(to, normalize(gl_LightSource[i].spotDirection));
@@ -121,6 +121,16 @@ void addLight(int i, vec3 place, vec3 normal, float shininess,
                      ? 0.0 : pow(max(along, 1e-6), gl_LightSource[i].spotExponent);
     }
 #endif
+    return share;
+}
+
+// What it brings to a surface there.
+void addLight(int i, vec3 place, vec3 normal, float shininess,
+              inout vec3 ambient, inout vec3 diffuse, inout vec3 specular)
+{
+    vec3 to;
+    vec3 between;
+    float share = reach(i, place, to, between);
     float facing = max(dot(normal, to), 0.0);
     float shine = pow(max(dot(normal, between), 1e-6), shininess);
     ambient += share * gl_LightSource[i].ambient.rgb;
@@ -130,18 +140,16 @@ void addLight(int i, vec3 place, vec3 normal, float shininess,
 
 #ifdef CARTOON
 
-// As addLight, but in three flat tones and without highlights.
+// As addLight, but in three flat tones and without highlights. What the light doesn't reach gets none of them.
 void addTone(int i, vec3 place, vec3 normal, float dark, inout vec3 ambient, inout vec3 diffuse)
 {
-    vec3 direct = vec3(0.0);
-    vec3 unused = vec3(0.0);
-    vec3 base = vec3(0.0);
-    addLight(i, place, normal, 1.0, base, direct, unused);
-    ambient += base;
-    vec3 light = gl_LightSource[i].diffuse.rgb;
-    float full = max(max(light.r, light.g), light.b);
-    float share = full > 0.0 ? max(max(direct.r, direct.g), direct.b) / full : 0.0;
-    diffuse += light * (share > 0.75 ? 1.0 : share > 0.35 ? 0.75 : share > 0.02 ? 0.5 : dark);
+    vec3 to;
+    vec3 between;
+    float share = reach(i, place, to, between);
+    ambient += share * gl_LightSource[i].ambient.rgb;
+    float lit = share * max(dot(normal, to), 0.0);
+    diffuse += gl_LightSource[i].diffuse.rgb
+               * (lit > 0.75 ? 1.0 : lit > 0.35 ? 0.75 : lit > 0.02 ? 0.5 : dark * min(share, 1.0));
 }
 
 vec4 lit(vec3 place, vec3 normal)

@@ -19,14 +19,13 @@ varying vec4 materialSpecular;
 #define EMISSION gl_FrontMaterial.emission
 #endif
 
-// What OpenGL light i brings to a place on a surface, eye coordinates, by the rules of the fixed
-// pipeline: attenuation, spot, and highlights for a viewer far away.
-void addLight(int i, vec3 place, vec3 normal, float shininess,
-              inout vec3 ambient, inout vec3 diffuse, inout vec3 specular)
+// How much of OpenGL light i reaches a place, eye coordinates, by the rules of the fixed pipeline: attenuation
+// and spot. `to` is the direction to the light, `between` half way from there to a viewer far away.
+float reach(int i, vec3 place, out vec3 to, out vec3 between)
 {
     vec4 source = gl_LightSource[i].position;
-    vec3 to = normalize(source.xyz);
-    vec3 between = gl_LightSource[i].halfVector.xyz;
+    to = normalize(source.xyz);
+    between = gl_LightSource[i].halfVector.xyz;
     float share = 1.0;
 #ifndef PARALLEL
     if (source.w != 0.0) {
@@ -35,7 +34,8 @@ void addLight(int i, vec3 place, vec3 normal, float shininess,
         share = 1.0 / (gl_LightSource[i].constantAttenuation + far * (gl_LightSource[i].linearAttenuation
                        + far * gl_LightSource[i].quadraticAttenuation));
         to /= max(far, 1e-30);
-        between = normalize(to + vec3(0.0, 0.0, 1.0));
+        between = to + vec3(0.0, 0.0, 1.0);
+        between /= max(length(between), 1e-30); // a light straight behind has none
     }
     if (gl_LightSource[i].spotCutoff <= 90.0) {
         float along = -dot(to, normalize(gl_LightSource[i].spotDirection));
@@ -43,6 +43,16 @@ void addLight(int i, vec3 place, vec3 normal, float shininess,
                      ? 0.0 : pow(max(along, 1e-6), gl_LightSource[i].spotExponent);
     }
 #endif
+    return share;
+}
+
+// What it brings to a surface there.
+void addLight(int i, vec3 place, vec3 normal, float shininess,
+              inout vec3 ambient, inout vec3 diffuse, inout vec3 specular)
+{
+    vec3 to;
+    vec3 between;
+    float share = reach(i, place, to, between);
     float facing = max(dot(normal, to), 0.0);
     float shine = pow(max(dot(normal, between), 1e-6), shininess);
     ambient += share * gl_LightSource[i].ambient.rgb;

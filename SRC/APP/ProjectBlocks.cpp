@@ -16,6 +16,7 @@
 #include "PDATA/clsPeriodicBoundary.h"
 #include "SCENE/clsAnchorPath.h"
 #include "SCENE/clsCameraPath.h"
+#include "SCENE/clsLightSRCCtrl.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
@@ -74,7 +75,8 @@ const std::vector<ProjectBlock_st>& GetProjectBlocks() {
          ReadLine<&Main_cls::mpCPeriodicBoundary>},
         {12, "camera path", false, Write<&Main_cls::mpCCameraPath>, ReadBlock<&Main_cls::mpCCameraPath>},
         {13, "anchor path", false, Write<&Main_cls::mpCAnchorPath>, ReadBlock<&Main_cls::mpCAnchorPath>},
-        {14, "light sources", false, nullptr, nullptr},
+        {14, "light sources", false, Write<&Main_cls::mpCLightSRCCtrl>,
+         ReadBlock<&Main_cls::mpCLightSRCCtrl>},
         {15, "stereogram", false, nullptr, nullptr},
         {16, "scene export", false, nullptr, nullptr},
         {17, "preferences", false, WritePreference, ReadPreference},

@@ -16,6 +16,7 @@
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPeriodicBoundary.h"
+#include "SCENE/clsLightSRCCtrl.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
 #include "WIDGET/TIMELINE/clsParamGUICtrl.h"
@@ -33,6 +34,8 @@ EditMenu_cls::EditMenu_cls(FrameMain_cls& frame) : mFrame(frame), mHub(*frame.Ge
     BindMenu(mFrame, this, ID_PERIODIC_BOUNDARY, &EditMenu_cls::OnMenuPeriodicBoundary);
     BindMenu(mFrame, this, ID_COLOR_CURVE, &EditMenu_cls::OnMenuColorCurve);
     BindMenu(mFrame, this, ID_REFRESH_COLOR, &EditMenu_cls::OnMenuRefreshColor);
+    BindMenu(mFrame, this, ID_LIGHT_SOURCE, &EditMenu_cls::OnMenuLighgtSRC);
+    BindMenu(mFrame, this, ID_REFRESH_LIGHT, &EditMenu_cls::OnMenuRefreshLight);
     BindMenuStates();
 }
 
@@ -97,3 +100,11 @@ void EditMenu_cls::OnMenuPeriodicBoundary(wxCommandEvent&) { mHub.mpCPeriodicBou
 void EditMenu_cls::OnMenuColorCurve(wxCommandEvent&) { mHub.OpenColorCurveDialog(); }
 
 void EditMenu_cls::OnMenuRefreshColor(wxCommandEvent&) { mHub.mpCColorCurveCtrl->UpdateItems(true); }
+
+void EditMenu_cls::OnMenuLighgtSRC(wxCommandEvent&) { mHub.mpCLightSRCCtrl->OpenWindow(&mFrame); }
+
+// Undo may have changed how many lights there are.
+void EditMenu_cls::OnMenuRefreshLight(wxCommandEvent&) {
+    mHub.mpCLightSRCCtrl->UpdateTLShown();
+    mHub.mpCLightSRCCtrl->UpdateItems(true);
+}

@@ -30,6 +30,8 @@ private:
     void OnMenuPeriodicBoundary(wxCommandEvent& event);
     void OnMenuColorCurve(wxCommandEvent& event);
     void OnMenuRefreshColor(wxCommandEvent& event);
+    void OnMenuLighgtSRC(wxCommandEvent& event);
+    void OnMenuRefreshLight(wxCommandEvent& event);
 
     FrameMain_cls& mFrame;
     Main_cls& mHub;

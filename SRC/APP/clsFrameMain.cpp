@@ -40,6 +40,7 @@
 #include "IMAGE/clsImgSequence.h"
 #include "PARAM/clsParamGroup.h"
 #include "PDATA/clsPDataSeqCtrl.h"
+#include "SCENE/clsLightSRCCtrl.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/MessageBoxes.h"
 #include "WIDGET/MenuQueue.h"
@@ -294,6 +295,7 @@ void FrameMain_cls::ApplySettings() {
     mpCBtmHalf->RefreshGUI();
     PostMenuEvent(ID_FILTER_REFRESH);
     mpCMain->mpCColorCurveCtrl->UpdateItems(true);
+    mpCMain->mpCLightSRCCtrl->UpdateItems(true);
     mpCEditMenu->UpdatePreference();
 }
 

@@ -13,6 +13,7 @@
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSeqCtrl.h"
+#include "SCENE/clsLightSRCCtrl.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/Clipboard.h"
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
@@ -47,7 +48,8 @@ void Main_cls::MakeTimeLines() {
         lines->StripTimeDepend(pStrip, bTimeDepend);
     };
     GParamHooks.mStripRead = [lines](ParamTL_cls* pStrip) { lines->StripRead(pStrip); };
-    for (ParamGroup_cls* group : {mpCTimeCtrl->mpCTimeRemapGroup, mpCParamGroupCameraPath}) {
+    for (ParamGroup_cls* group :
+         {mpCTimeCtrl->mpCTimeRemapGroup, mpCParamGroupCameraPath, mpCLightSRCCtrl->mpCTopGroup}) {
         lines->AddParamGroup(group);
         lines->FoldGroup(group, true);
     }
@@ -62,7 +64,18 @@ void Main_cls::MakeTimeLines() {
         lines->ResizeTL();
     };
     mpCFilters->mHooks.mSelectObject = [lines](SceneObj_cls* pObject) { lines->SelectObject(pObject); };
-    lines->mOnObjectChosen = [this](SceneObj_cls* pObject) { mpCFilters->SelectObject(pObject); };
+    lines->mOnObjectChosen = [this](SceneObj_cls* pObject) {
+        mpCFilters->SelectObject(pObject);
+        mpCLightSRCCtrl->ShowObject(pObject);
+    };
+    mpCLightSRCCtrl->mOnRows = [lines] {
+        lines->HideAndShow();
+        lines->ResizeTL();
+    };
+    mpCLightSRCCtrl->mOnSelect = [this, lines](SceneObj_cls* pObject) {
+        mpCFilters->SelectObject(pObject);
+        lines->SelectObject(pObject);
+    };
     mpCFilters->mHooks.mConnectTexture = [this](SceneObjTexture_cls* pTexture, const wxString& name) {
         mpCTexPropertyCtrl->ReconnectTexture(pTexture, name);
     };
@@ -82,6 +95,8 @@ void Main_cls::MakeTimeLines() {
 void Main_cls::UnlinkParamHooks() {
     mpCParamGUICtrl = nullptr; // went with the frame
     mpCFilters->mHooks = FilterHooks_st();
+    mpCLightSRCCtrl->mOnRows = nullptr;
+    mpCLightSRCCtrl->mOnSelect = nullptr;
     GCUndoList.Clear();
     UnlinkGuess();
     GParamHooks.mClipboard = nullptr;
@@ -96,6 +111,7 @@ void Main_cls::UnlinkParamHooks() {
 
 Parameters_cls* Main_cls::GetPCParamFromID(const wxString& id) {
     Parameters_cls* found = mpCFilters->GetPCParamFromID(id);
+    if (!found) found = mpCLightSRCCtrl->GetPCParamFromID(id);
     return found ? found : mpCTimeCtrl->mpCTimeRemapGroup->GetPCParamFromID(id);
 }
 

@@ -26,6 +26,7 @@
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
+#include "SCENE/clsLightSRCCtrl.h"
 
 namespace {
 
@@ -95,7 +96,10 @@ void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder,
     Preference_cls* acting = mpCFrameMain->GetPCPreference();
     Preference_cls* user = mpCFrameMain->GetPCUserPreference();
     // Those of the project before this one end with it.
-    if (!bConfigure) acting->CopyFrom(*user);
+    if (!bConfigure) {
+        acting->CopyFrom(*user);
+        mpCLightSRCCtrl->SetToDefault(); // projects without lights are made for these
+    }
     {
         const FlagScope_cls loading(GbGLLockProjectLoading);
         const ProjectFolderScope_cls projectFolder(folder);
@@ -108,6 +112,7 @@ void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder,
         }
     }
     if (bConfigure) user->CopyFrom(*acting);
+    mpCLightSRCCtrl->UpdateTLShown();
     mpCFrameMain->ApplySettings();
     if (!bConfigure) mpCFrameMain->GetPCViewFit()->KeepCameras();
     GCUndoList.Clear(); // a project begins a history of its own

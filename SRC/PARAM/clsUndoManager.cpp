@@ -133,6 +133,33 @@ void UndoManager_cls::CloseBlockLater() {
     if (mWaitingBlocks == 0 && mBlockDepth == 0) ExecUpdate();
 }
 
+// The first command of the step that ends before `end`.
+unsigned UndoManager_cls::GetStepStart(unsigned end) const {
+    int depth = 0;
+    unsigned i = end;
+    while (i > 0) {
+        const CommandItem_cls* command = mVpCRedo[--i];
+        if (command && command->mType == COMMAND_BLOCK_CLOSE) ++depth;
+        if (command && command->mType == COMMAND_BLOCK_OPEN) --depth;
+        if (depth == 0) break;
+    }
+    return i;
+}
+
+void UndoManager_cls::JoinLastTwo() {
+    if (mbReplaying || mRunning > 0 || GetBlockDepth() > 0 || IsRedoable() || mCurrent == 0) return;
+    const unsigned second = GetStepStart(mCurrent);
+    if (second == 0) return;
+    const long first = static_cast<long>(GetStepStart(second));
+    mVStateIds.insert(mVStateIds.begin() + first, first > 0 ? mVStateIds[size_t(first) - 1] : mBaseStateId);
+    mVpCRedo.insert(mVpCRedo.begin() + first, new ComBlockOpen);
+    mVpCUndo.insert(mVpCUndo.begin() + first, new ComBlockClose);
+    mVStateIds.push_back(mVStateIds.back());
+    mVpCRedo.push_back(new ComBlockClose);
+    mVpCUndo.push_back(new ComBlockOpen);
+    mCurrent += 2;
+}
+
 void UndoManager_cls::Clear() {
     for (unsigned i = 0; i < GetStepCount(); ++i)
         RemoveItem(i);

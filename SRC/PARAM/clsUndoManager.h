@@ -34,6 +34,9 @@ public:
     /// A block that the first push in it opens: one with nothing in it leaves the steps to redo alone.
     void OpenBlockLater();
     void CloseBlockLater();
+    /// The last two steps are one to the user from here on: what an edit brought along belongs to it. Nothing
+    /// while a block stands open, or where steps wait to be redone.
+    void JoinLastTwo();
     /// Delete all steps. A command that is running lives until it ends.
     void Clear();
     /// Delete the commands of one step; its place stays and does nothing.
@@ -60,6 +63,7 @@ private:
     using Commands = std::vector<CommandItem_cls*>;
 
     void Run(CommandItem_cls* pCommand, bool bUndo);
+    unsigned GetStepStart(unsigned end) const;
     void RunUnrecorded();
     void Discard(CommandItem_cls* pCommand);
 

@@ -3,26 +3,44 @@
 #include <algorithm>
 #include <cmath>
 
-#include <epoxy/gl.h>
-
 #include "COMMON/UpdateBits.h"
 #include "COMMON/clsMyVector.h"
+#include "PARAM/clsCommandSetValue.h"
 
 namespace {
 
 constexpr int kFirstPickName = 10;
-constexpr int kUpdateMask = UPDATE_LIGHT | UPDATE_TL | UPDATE_GL;
+constexpr int kLightMask = UPDATE_LIGHT | UPDATE_TL | UPDATE_GL; // 262
+// Squares of places, and strengths times whatever a shader makes of them, are numbers still.
+constexpr double kFarthest = 1e15;
+constexpr double kStrongest = 1e9;
 
-GLenum LightOf(int number) { return GL_LIGHT0 + static_cast<GLenum>(number); }
+/// Curves may hold or overshoot to anything.
+double Tame(double value, double limit) {
+    return std::isfinite(value) ? std::clamp(value, -limit, limit) : 0.0;
+}
+
+template <class ITEM, class T>
+void Repair(const ConfItemList_cls& list, ITEM& item, T low, T high) {
+    if (!(item.mValue >= low && item.mValue <= high)) list.SetToDefault(&item); // NaN, too
+}
+
+void SetConstant(ParamGroup_cls& group, const double* values) {
+    group.SetTimeDependent(false);
+    for (Parameters_cls& param : group.mVParams) {
+        param.ExecCommandInitSet(*values);
+        param.mCurrentValue = *values++;
+    }
+}
 
 } // namespace
 
-LightSRC_cls::LightSRC_cls(int number, const wxString& name)
-    : SceneObj_cls(name, true, true), mNumber(number) {
+LightSRC_cls::LightSRC_cls(int number, const wxString& name, const PositionAndDirection_cls* pCCamera)
+    : SceneObj_cls(name, true, true), mNumber(number), mUpdateMask(kLightMask), mpCCamera(pCCamera) {
     static const wxString kSuffix = "Strength";
     mObjectType = 1;
     mPickName = number + kFirstPickName;
-    mpCStrength = new ParamGroup_cls(name + " Strength", 1, &kSuffix, kUpdateMask, false);
+    mpCStrength = new ParamGroup_cls(name + " Strength", 1, &kSuffix, mUpdateMask, false);
     mpCStrength->mpCSceneObj = this;
     mpCObjectGroup->mVpCChilds.push_back(mpCStrength);
     mCConfItemListBase.Add(&mCType, "Type=", "3");
@@ -35,33 +53,78 @@ LightSRC_cls::LightSRC_cls(int number, const wxString& name)
     mCConfItemListBase.Add(&mCLightAreaQuality, "LightAreaQuality=", "5");
     mCConfItemListBase.Add(&mCTarget, "Target=", "0");
     mCConfItemListBase.Add(&mCVisible, "Visible=", "1");
-
-    const DirectEdit_cls direct;
-    const bool bFill = number == 1;
-    SetInitValueTrans(1, 1, bFill ? -1.41421356 : 1.41421356);
-    SetInitValueRot(0, bFill ? -45 : 45, bFill ? 45 : 225);
-    SetInitValueScale(1, 1, 1);
-    const double strength = bFill ? 0.1 : 1.0;
-    mpCStrength->SetKeyFrame(&strength, true, kCurrent);
+    mCConfItemListBase.Add(&mCFollowsCamera, "FollowsCamera=", "0");
+    SetInitValues();
 }
 
 LightSRC_cls::~LightSRC_cls() { delete mpCStrength; }
 
+void LightSRC_cls::SetInitValues() {
+    const DirectEdit_cls direct;
+    const bool bFill = mNumber == 1;
+    const double place[3] = {1, 1, bFill ? -1.41421356 : 1.41421356};
+    const double angles[3] = {0, bFill ? -45.0 : 45.0, bFill ? 45.0 : 225.0};
+    const double scale[3] = {1, 1, 1};
+    const double strength = bFill ? 0.1 : 1.0;
+    SetConstant(*mpCTranslate, place);
+    SetConstant(*mpCRotate, angles);
+    SetConstant(*mpCScale, scale);
+    SetConstant(*mpCStrength, &strength);
+}
+
+void LightSRC_cls::SetToDefault() {
+    for (ConfItem_cls* item : std::initializer_list<ConfItem_cls*>{
+             &mCType, &mCSpotAngle, &mCFade, &mCFadeDistance, &mCCastShadow, &mCLightArea, &mCLightAreaSize,
+             &mCLightAreaQuality, &mCTarget, &mCVisible, &mCFollowsCamera})
+        mCConfItemListBase.SetToDefault(item);
+    SetInitValues();
+}
+
+void LightSRC_cls::CopyFromP(LightSRC_cls* pSrc) {
+    const UndoBlock_cls block;
+    CopyFromP_SceneObj(pSrc);
+    PushSetValue(&mCType.mValue, pSrc->mCType.mValue, mUpdateMask);
+    PushSetValue(&mCFade.mValue, pSrc->mCFade.mValue, mUpdateMask);
+    PushSetValue(&mCSpotAngle.mValue, pSrc->mCSpotAngle.mValue, mUpdateMask);
+    mpCStrength->CopyFromP(pSrc->mpCStrength);
+}
+
 void LightSRC_cls::GetLightColor(double time, float* pOut) {
     double strength = 0.0;
     mpCStrength->GetInterpolatedValue(&strength, time, kCurrent);
-    std::fill_n(pOut, 3, static_cast<float>(strength));
+    std::fill_n(pOut, 3, static_cast<float>(Tame(strength, kStrongest)));
     pOut[3] = 0.0f;
+}
+
+// From the camera's coordinates, for a light that follows it.
+void LightSRC_cls::ToWorld(double* p, bool bDirection) const {
+    if (!mCFollowsCamera.mValue || !mpCCamera) return;
+    const double own[3] = {p[0], p[1], p[2]};
+    for (int i = 0; i < 3; ++i)
+        p[i] = Tame((bDirection ? 0.0 : mpCCamera->mPos[i]) + own[0] * mpCCamera->mFront[i] -
+                        own[1] * mpCCamera->mRight[i] + own[2] * mpCCamera->mUp[i],
+                    kFarthest);
+}
+
+std::array<double, 3> LightSRC_cls::GetDirectionInWorld(double time) {
+    std::array<double, 3> direction = GetVDirectionVector(time);
+    if (!std::all_of(direction.begin(), direction.end(), [](double x) { return std::isfinite(x); }))
+        direction = {-1.0, 0.0, 0.0}; // as without rotation
+    ToWorld(direction.data(), true);
+    return direction;
 }
 
 void LightSRC_cls::GetLightInfo(double time, float* pPos, float* pAngles, bool bDirection,
                                 SceneObj_cls* pBox) {
     double place[3];
     if (bDirection) {
-        const std::array<double, 3> direction = GetVDirectionVector(time);
+        const std::array<double, 3> direction = GetDirectionInWorld(time);
         std::copy(direction.begin(), direction.end(), place);
     } else {
         mpCTranslate->GetInterpolatedValue(place, time, kCurrent);
+        for (double& p : place)
+            p = Tame(p, kFarthest);
+        ToWorld(place, false);
     }
     for (int i = 0; i < 3; ++i)
         pPos[i] = static_cast<float>(place[i]);
@@ -76,72 +139,24 @@ void LightSRC_cls::GetLightInfo(double time, float* pPos, float* pAngles, bool b
         static_cast<float>(std::atan2(static_cast<double>(pPos[2]), std::hypot(x, y)) * 180.0 / kOddPi);
 }
 
-void LightSRC_cls::GLSetPlace(unsigned light, double time) {
-    float place[4];
-    float angles[2];
-    GetLightInfo(time, place, angles, mCType.mValue == TYPE_PARALLEL, nullptr);
-    glLightfv(light, GL_POSITION, place);
-    GLSetAttenuation(light);
-    GLSetSpotEffect(light, time);
+wxString LightSRC_cls::Serialize() {
+    return SerializeBlock(wxString::Format("---LightSRC %d", mNumber),
+                          {mpCTranslate, mpCRotate, mpCStrength});
 }
 
-void LightSRC_cls::GLSetAttenuation(unsigned light) const {
-    const float distance = std::max(mCFadeDistance.mValue, 1e-6f);
-    const int fade = mCFade.mValue;
-    glLightf(light, GL_CONSTANT_ATTENUATION, 1.0f);
-    glLightf(light, GL_LINEAR_ATTENUATION, fade == FADE_POWER1 ? 1.0f / distance : 0.0f);
-    glLightf(light, GL_QUADRATIC_ATTENUATION, fade == FADE_POWER2 ? 1.0f / (distance * distance) : 0.0f);
+// A value that no field could have given would leave the lists of the dialog empty.
+void LightSRC_cls::RepairItems() {
+    const ConfItemList_cls& list = mCConfItemListBase;
+    Repair(list, mCType, int(TYPE_POINT), int(TYPE_PARALLEL));
+    Repair(list, mCFade, int(FADE_NONE), int(FADE_POWER2));
+    Repair(list, mCTarget, 0u, unsigned(kTargetAnchor));
+    Repair(list, mCFadeDistance, 0.0f, 1e30f);
+    Repair(list, mCLightAreaSize, 0.0f, 1e30f);
+    mCSpotAngle.mValue = std::clamp(mCSpotAngle.mValue, 0, kMaxSpotAngle);
 }
 
-void LightSRC_cls::GLSetSpotEffect(unsigned light, double time) {
-    if (mCType.mValue != TYPE_SPOT) {
-        glLightf(light, GL_SPOT_CUTOFF, 180.0f);
-        return;
-    }
-    float direction[4] = {0, 0, -1, 0};
-    if (mCTarget.mValue <= TARGET_ORIGIN) {
-        const std::array<double, 3> from = GetVDirectionVector(time);
-        for (size_t i = 0; i < 3; ++i)
-            direction[i] = static_cast<float>(-from[i]);
-    }
-    const float none[4] = {0, 0, 0, 0};
-    glLightf(light, GL_SPOT_CUTOFF, static_cast<float>(std::clamp(mCSpotAngle.mValue, 0, 90)));
-    glLightfv(light, GL_SPOT_DIRECTION, direction);
-    glLightfv(light, GL_AMBIENT, none);
-    glLightf(light, GL_SPOT_EXPONENT, 0.0f);
-}
-
-// A light that fades begins twice as bright.
-void LightSRC_cls::GLSetColors(unsigned light, double time, bool bAmbient, bool bDiffuse) {
-    const float none[4] = {0, 0, 0, 0};
-    const float full[4] = {1, 1, 1, 0};
-    float color[4];
-    GetLightColor(time, color);
-    if (mCFade.mValue != FADE_NONE)
-        for (int c = 0; c < 3; ++c)
-            color[c] *= 2.0f;
-    glLightfv(light, GL_AMBIENT, bAmbient ? full : none);
-    glLightfv(light, GL_DIFFUSE, bDiffuse ? color : none);
-    glLightfv(light, GL_SPECULAR, bDiffuse ? color : none);
-}
-
-void LightSRC_cls::GLSetLightSourceComp(int index, double time, bool bAmbient, bool bDiffuse) {
-    if (!mCVisible.mValue) return;
-    const GLenum light = LightOf(index);
-    glEnable(light);
-    GLSetPlace(light, time);
-    GLSetColors(light, time, bAmbient, bDiffuse);
-}
-
-void LightSRC_cls::GLSetLightSource(double time, bool bEnable, bool bShadowOption) {
-    const GLenum light = LightOf(mNumber);
-    if (!bEnable || !mCVisible.mValue) {
-        glDisable(light);
-        GLSetColors(light, time, false, false);
-        return;
-    }
-    glEnable(light);
-    GLSetPlace(light, time);
-    const bool bOnlyAmbient = mNumber == 0 && bShadowOption && mCCastShadow.mValue;
-    GLSetColors(light, time, mNumber == 0, !bOnlyAmbient);
+void LightSRC_cls::ReadStrLine(std::wistream& stream, const wxString& line) {
+    mCFollowsCamera.mValue = false; // what isn't there
+    ReadBlock(stream, line, line, {mpCTranslate, mpCRotate, mpCStrength});
+    RepairItems();
 }

@@ -4,27 +4,138 @@
 
 #include <epoxy/gl.h>
 
+#include "COMMON/UpdateBits.h"
+#include "PARAM/ParamText.h"
+#include "PARAM/clsCommandSetValue.h"
+#include "PARAM/clsParamGroup.h"
 #include "SCENE/clsLightSRC.h"
+#include "SCENE/clsLightSRCGUI.h"
 
 namespace {
 
+const char* const kMarker = "---AllLightSource";
+const char* const kEnd = "---AllLightSourceEnd";
+
 void SetBlack(int number) {
     static const float kNone[4] = {0, 0, 0, 0};
-    const GLenum light = GL_LIGHT0 + static_cast<GLenum>(number);
+    const GLenum light = LightSRCCtrl_cls::GetLightType(number);
     for (const GLenum color : {GL_AMBIENT, GL_DIFFUSE, GL_SPECULAR})
         glLightfv(light, color, kNone);
 }
 
 } // namespace
 
-LightSRCCtrl_cls::LightSRCCtrl_cls() {
+LightSRCCtrl_cls::LightSRCCtrl_cls()
+    : mUpdateMask(UPDATE_LIGHT | UPDATE_TL | UPDATE_GL),
+      mpCTopGroup(new ParamGroup_cls("Light Sources", 0, nullptr, mUpdateMask, false)) {
     mCConfItemList.Add(&mCLightNumber, "LightNumber=", "2");
-    for (int i = 0; i < kLightNumber; ++i)
-        mapCLight[static_cast<size_t>(i)] =
-            std::make_unique<LightSRC_cls>(i, wxString::Format("LightSRC%d", i));
+    for (int i = 0; i < kLightNumber; ++i) {
+        auto& light = mapCLight[static_cast<size_t>(i)];
+        light = std::make_unique<LightSRC_cls>(i, wxString::Format("LightSRC%d", i), &mCCamera);
+        light->mpCObjectGroup->mbOpen = false;
+        mpCTopGroup->mVpCChilds.push_back(light->mpCObjectGroup);
+    }
+    UpdateTLShown();
 }
 
-LightSRCCtrl_cls::~LightSRCCtrl_cls() = default;
+LightSRCCtrl_cls::~LightSRCCtrl_cls() { delete mpCTopGroup; }
+
+OwnedDialog_cls* LightSRCCtrl_cls::MakeDialog(wxWindow* pParent) {
+    return new LightSRCGUI_cls(pParent, *this);
+}
+
+int LightSRCCtrl_cls::GetCurrentLight() const {
+    return std::min(std::max(mCurrentLight, 0), GetLightNumber() - 1);
+}
+
+void LightSRCCtrl_cls::SelectLight(int index) {
+    if (index < 0 || index >= GetLightNumber()) return;
+    mCurrentLight = index;
+    if (mOnSelect) mOnSelect(&GetLight(index));
+    UpdateItems(true);
+}
+
+void LightSRCCtrl_cls::ShowObject(const SceneObj_cls* pObject) {
+    for (int i = 0; i < GetLightNumber(); ++i)
+        if (&GetLight(i) == pObject) {
+            mCurrentLight = i;
+            UpdateItems(true);
+        }
+}
+
+void LightSRCCtrl_cls::AddLight() {
+    const int number = GetLightNumber();
+    if (number < kLightNumber) {
+        const UndoBlock_cls block;
+        PushSetValue(&mCLightNumber.mValue, number + 1, static_cast<int>(mUpdateMask));
+        PushSetValue(&mCurrentLight, number, static_cast<int>(mUpdateMask));
+    }
+    UpdateTLShown();
+    UpdateItems(true);
+}
+
+void LightSRCCtrl_cls::RemoveLight() {
+    const int number = GetLightNumber();
+    const int current = GetCurrentLight();
+    if (current < 0) return;
+    {
+        const UndoBlock_cls block;
+        for (int i = current; i + 1 < kLightNumber; ++i)
+            GetLight(i).CopyFromP(&GetLight(i + 1));
+        PushSetValue(&mCLightNumber.mValue, number - 1, static_cast<int>(mUpdateMask));
+        PushSetValue(&mCurrentLight, std::max(std::min(current, number - 2), 0),
+                     static_cast<int>(mUpdateMask));
+    }
+    UpdateTLShown();
+    UpdateItems(true);
+}
+
+void LightSRCCtrl_cls::SetToDefault() {
+    mCConfItemList.SetToDefault(&mCLightNumber);
+    mCurrentLight = 0;
+    for (const auto& light : mapCLight)
+        light->SetToDefault();
+}
+
+void LightSRCCtrl_cls::UpdateTLShown() {
+    for (int i = 0; i < kLightNumber; ++i)
+        GetLight(i).mpCObjectGroup->mbVisible = i < GetLightNumber();
+    mpCTopGroup->mbVisible = GetLightNumber() > 0;
+    if (mOnRows) mOnRows();
+}
+
+Parameters_cls* LightSRCCtrl_cls::GetPCParamFromID(const wxString& id) const {
+    return mpCTopGroup->GetPCParamFromID(id);
+}
+
+wxString LightSRCCtrl_cls::Serialize() {
+    wxString text = wxString(kMarker) + "\n" + mCConfItemList.SerializeAll();
+    for (int i = 0; i < GetLightNumber(); ++i)
+        text += GetLight(i).Serialize();
+    return text + kEnd + "\n";
+}
+
+// In the order in which they stand there, whatever their markers' numbers; those behind the seventh are
+// skipped.
+void LightSRCCtrl_cls::ReadLights(std::wistream& stream) {
+    int read = 0;
+    wxString line;
+    while (ReadParamLine(stream, &line) && line != kEnd) {
+        if (line.Find("---LightSRC") != wxNOT_FOUND) {
+            if (read < kLightNumber) GetLight(read).ReadStrLine(stream, line);
+            ++read;
+        } else if (read == 0) {
+            mCConfItemList.ReadStrLineAll(line);
+        }
+    }
+}
+
+void LightSRCCtrl_cls::ReadStrLine(std::wistream& stream, const wxString& line) {
+    if (line != kMarker) return;
+    ReadLights(stream);
+    mCLightNumber.mValue = GetLightNumber(); // seven exist
+    mCurrentLight = std::max(GetCurrentLight(), 0);
+}
 
 int LightSRCCtrl_cls::GetLightNumber() const { return std::clamp(mCLightNumber.mValue, 0, kLightNumber); }
 
@@ -54,6 +165,8 @@ int LightSRCCtrl_cls::GetFirstValidLight() const {
     return -1;
 }
 
+unsigned LightSRCCtrl_cls::GetLightType(int index) { return GL_LIGHT0 + static_cast<GLenum>(index); }
+
 void LightSRCCtrl_cls::GetLightInfo(double time, float* pPos, float* pAngles, int index, bool bDirection,
                                     SceneObj_cls* pBox) const {
     GetLight(std::clamp(index, 0, kLightNumber - 1)).GetLightInfo(time, pPos, pAngles, bDirection, pBox);
@@ -67,7 +180,7 @@ void LightSRCCtrl_cls::UpdateCurrentObj(double time) {
 // The colours go to light 0 each time, as other passes count on.
 void LightSRCCtrl_cls::GLDisableAllLight() const {
     for (int i = 0; i < kLightNumber; ++i) {
-        glDisable(GL_LIGHT0 + static_cast<GLenum>(i));
+        glDisable(GetLightType(i));
         SetBlack(0);
     }
 }
@@ -100,4 +213,9 @@ void LightSRCCtrl_cls::SetBasicLight(double time, bool bShadowOption) const {
 void LightSRCCtrl_cls::GLSetSingleDiffuse(int index, double time) const {
     GLSetAllBlack();
     GetLight(std::clamp(index, 0, kLightNumber - 1)).GLSetLightSourceComp(0, time, false, true);
+}
+
+void LightSRCCtrl_cls::GLDraw(bool bPick) const {
+    for (int i = 0; i < GetLightNumber(); ++i)
+        GetLight(i).GLDraw(bPick);
 }

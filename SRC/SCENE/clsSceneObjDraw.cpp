@@ -1,4 +1,6 @@
 // A placed object in OpenGL.
+#include <cmath>
+
 #include <epoxy/gl.h>
 
 #include "GL/BASE/clsGLState.h"
@@ -16,13 +18,17 @@ void SceneObj_cls::GLDrawPath() const {
     constexpr int kPoints = 100;
     if (!mCVisible.mValue || !mpCTranslate) return;
     GLfloat points[kPoints][3];
-    for (int i = 0; i < kPoints; ++i)
+    int number = 0;
+    for (int i = 0; i < kPoints; ++i) {
         for (size_t k = 0; k < 3; ++k)
-            points[i][k] = GLfloat(
+            points[number][k] = GLfloat(
                 mpCTranslate->mVParams[k].Evaluate(double(i) / kPoints, Parameters_cls::msResolution));
+        const GLfloat* p = points[number];
+        if (std::isfinite(p[0]) && std::isfinite(p[1]) && std::isfinite(p[2])) ++number;
+    }
     const GLClientScope_cls client;
     glColor4f(0.2f, 1.0f, 0.2f, 1.0f);
     glEnableClientState(GL_VERTEX_ARRAY);
     glVertexPointer(3, GL_FLOAT, 0, points);
-    glDrawArrays(GL_POINTS, 0, kPoints);
+    glDrawArrays(GL_POINTS, 0, number);
 }

@@ -109,6 +109,14 @@ void MultiInputPanel_cls::AddChoiceTo(int row, unsigned* pValue, const std::vect
         tip, std::make_shared<FieldUndo_cls>(FieldUndo_cls::ForNumber(pValue)));
 }
 
+void MultiInputPanel_cls::AddChoiceTo(int row, int* pValue, const std::vector<wxString>& labels,
+                                      const wxString& tip) {
+    PlaceChoice(
+        row, [pValue] { return static_cast<unsigned>(*pValue); },
+        [pValue](unsigned value) { *pValue = static_cast<int>(value); }, Numbered(labels), tip,
+        std::make_shared<FieldUndo_cls>(FieldUndo_cls::ForNumber(pValue)));
+}
+
 int MultiInputPanel_cls::AddCheck(const wxString& label, bool* pValue, const wxString& text,
                                   const wxString& tip) {
     const int row = NewRow(label, tip);

@@ -111,6 +111,10 @@ void MultiInputPanel_cls::AddNumberTo(int row, int* pValue, const NumSpec& spec,
     PlaceOneMore(row, pValue, spec, tip);
 }
 
+void MultiInputPanel_cls::AddNumberTo(int row, unsigned* pValue, const NumSpec& spec, const wxString& tip) {
+    PlaceOneMore(row, pValue, spec, tip);
+}
+
 int MultiInputPanel_cls::AddColor(const wxString& label, float* pColor, const wxString& tip) {
     const int row = NewRow(label, tip);
     auto* swatch = new ColorSwatch_cls(this);

@@ -61,12 +61,14 @@ public:
                   const wxString& tip);
     /// One more choice at the end of a row.
     void AddChoiceTo(int row, unsigned* pValue, const std::vector<wxString>& labels, const wxString& tip);
+    void AddChoiceTo(int row, int* pValue, const std::vector<wxString>& labels, const wxString& tip);
     int AddCheck(const wxString& label, bool* pValue, const wxString& text, const wxString& tip);
     /// One more check box at the end of a row.
     void AddCheckTo(int row, bool* pValue, const wxString& text, const wxString& tip);
     /// One more number at the end of a row.
     void AddNumberTo(int row, float* pValue, const NumSpec& spec, const wxString& tip);
     void AddNumberTo(int row, int* pValue, const NumSpec& spec, const wxString& tip);
+    void AddNumberTo(int row, unsigned* pValue, const NumSpec& spec, const wxString& tip);
     /// Red, green, blue, alpha, 0..1: a swatch, and alpha as a number.
     int AddColor(const wxString& label, float* pColor, const wxString& tip);
     int AddText(const wxString& label, wxString* pValue, const wxString& tip);

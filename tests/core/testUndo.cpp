@@ -61,6 +61,38 @@ TEST_F(Undo, ABlockIsOneStep) {
     EXPECT_EQ(GCUndoList.GetBlockDepth(), 0);
 }
 
+TEST_F(Undo, WhatAnEditBroughtAlongBecomesAPartOfIt) {
+    Set(1);
+    GCUndoList.JoinLastTwo();
+    EXPECT_EQ(GCUndoList.GetStepCount(), 1u) << "one has nothing to join";
+    const auto start = GCUndoList.GetStateId();
+    {
+        const UndoBlock_cls block; // the edit may be a block of its own
+        Set(2);
+        Set(3);
+    }
+    Set(4);
+    const auto end = GCUndoList.GetStateId();
+    GCUndoList.JoinLastTwo();
+    EXPECT_EQ(GCUndoList.GetStateId(), end);
+    for (int round = 0; round < 2; ++round) {
+        GCUndoList.UndoCurrent();
+        EXPECT_EQ(mValue, 1);
+        EXPECT_EQ(GCUndoList.GetStateId(), start);
+        GCUndoList.ExecCurrent();
+        EXPECT_EQ(mValue, 4);
+        EXPECT_EQ(GCUndoList.GetStateId(), end);
+    }
+    GCUndoList.JoinLastTwo(); // with the first one, too
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(mValue, 0);
+    EXPECT_FALSE(GCUndoList.IsUndoable());
+    GCUndoList.JoinLastTwo(); // steps that wait to be redone are left alone
+    GCUndoList.ExecCurrent();
+    EXPECT_EQ(mValue, 4);
+    EXPECT_FALSE(GCUndoList.IsRedoable());
+}
+
 TEST_F(Undo, AnEmptyBlockLeavesNoStep) {
     GCUndoList.OpenBlock();
     GCUndoList.CloseBlock();

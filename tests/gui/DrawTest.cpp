@@ -127,9 +127,12 @@ void DrawTest::Draw(const std::vector<Particle_st>& particles) {
     glEnable(GL_CULL_FACE);
     glEnable(GL_DEPTH_TEST);
     glDepthFunc(GL_LEQUAL);
-    SetLights();
+    if (mSetLights)
+        mSetLights();
+    else
+        SetLights();
     mDraw.SetCameraPos(camera);
-    mDraw.SetLightSourceInfo(2, nullptr, 0.0, 0.0);
+    mDraw.SetLightSourceInfo(mLightNumber, nullptr, 0.0, 0.0);
     GLAttribute_cls* attributes[4];
     for (size_t i = 0; i < 4; ++i)
         attributes[i] = mAttribute[i].get();

@@ -58,7 +58,9 @@ protected:
     bool mbParallel = false;
     bool mbSpot = false; ///< the main light is near, fades and is a spot
     bool mbFog = false;
-    std::function<void()> mDrawMore; ///< behind the particles, with their lights
+    std::function<void()> mDrawMore;  ///< behind the particles, with their lights
+    std::function<void()> mSetLights; ///< in place of the lights above; the camera stands in the matrix
+    int mLightNumber = 2;
     GLPerspective_cls mPerspective{96, 96};
     DrawOption_cls mOption;
     std::array<std::unique_ptr<GLAttribute_cls>, 4> mAttribute;

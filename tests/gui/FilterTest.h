@@ -77,21 +77,22 @@ protected:
         field->ProcessWindowEvent(event);
     }
     /// Change each field of a panel, and take it back; how many there were.
-    static int ChangeAll(const std::function<MultiInputPanel_cls*()>& panel, const wxString& what) {
+    static int ChangeAll(const std::function<MultiInputPanel_cls*()>& panel, const wxString& what,
+                         const std::function<wxString()>& text = Text) {
         int fields = 0;
         for (int row = 0; row < panel()->GetRowCount(); ++row)
             for (int k = 0; panel()->GetField(row, k); ++k) {
-                const wxString before = Text();
+                const wxString before = text();
                 const unsigned steps = GCUndoList.GetCurrent();
                 if (!Change(panel()->GetField(row, k))) continue;
                 ++fields;
-                const wxString after = Text();
+                const wxString after = text();
                 EXPECT_TRUE(after != before) << what << " row " << row << " field " << k;
                 EXPECT_GT(GCUndoList.GetCurrent(), steps) << what << " row " << row << " field " << k;
                 Hub()->Undo();
-                EXPECT_TRUE(Text() == before) << what << " row " << row << " field " << k;
+                EXPECT_TRUE(text() == before) << what << " row " << row << " field " << k;
                 Hub()->Redo();
-                EXPECT_TRUE(Text() == after) << what << " row " << row << " field " << k;
+                EXPECT_TRUE(text() == after) << what << " row " << row << " field " << k;
                 Hub()->Undo();
             }
         return fields;

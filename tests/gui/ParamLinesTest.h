@@ -14,6 +14,7 @@
 #include "PARAM/ParamHooks.h"
 #include "PARAM/clsParamGroup.h"
 #include "PARAM/clsUndoManager.h"
+#include "SCENE/clsLightSRCCtrl.h"
 #include "TIME/clsTimeCtrl.h"
 #include "TimelinePoints.h"
 #include "WIDGET/TIMELINE/clsFrameSlider.h"
@@ -65,13 +66,15 @@ protected:
         GCUndoList.Clear();
         for (ParamGroup_cls* group : Roots())
             Lines()->RemoveParamGroup(group);
-        Lines()->ShowGroup(Hub()->mpCParamGroupCameraPath, true);
+        for (ParamGroup_cls* group : {Hub()->mpCParamGroupCameraPath, Hub()->mpCLightSRCCtrl->mpCTopGroup})
+            Lines()->ShowGroup(group, true);
         Time()->mbShyMode = false;
         Frame()->FitSplitterWindow(true);
         GuiTest::TearDown();
     }
     static std::vector<ParamGroup_cls*> HubGroups() {
-        return {Hub()->mpCTimeCtrl->mpCTimeRemapGroup, Hub()->mpCParamGroupCameraPath};
+        return {Hub()->mpCTimeCtrl->mpCTimeRemapGroup, Hub()->mpCParamGroupCameraPath,
+                Hub()->mpCLightSRCCtrl->mpCTopGroup};
     }
     static void ShowAll() {
         Time()->SetAAMinNative(0);

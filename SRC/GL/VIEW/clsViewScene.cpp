@@ -17,6 +17,7 @@
 #include "GL/VIEW/clsViewSettings.h"
 #include "SCENE/clsAnchorPath.h"
 #include "SCENE/clsCameraPath.h"
+#include "SCENE/clsLightSRCCtrl.h"
 
 namespace {
 
@@ -145,7 +146,10 @@ void ViewScene_cls::DrawOtherObjects(double gridUnit) {
         Grid_cls::DrawGridFlat(gridUnit, 3);
     }
     if (mContext.mSettings.mShowItems.mValue) DrawCameraPath(false);
-    if (mContext.mSettings.mShowItems.mValue) DrawFilters(); // behind the lights
+    if (mContext.mSettings.mShowItems.mValue) {
+        mContext.mHost.GetPCLightSRCCtrl()->GLDraw(false);
+        DrawFilters();
+    }
     // Then a click picks among them.
     if (FilterLists_cls* filters = mContext.mHost.GetPCFilters()) {
         SetLineWidth();

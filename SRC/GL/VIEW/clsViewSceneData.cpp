@@ -17,6 +17,7 @@
 #include "GL/DRAW/clsGLSequence.h"
 #include "GL/DRAW/clsSnapData.h"
 #include "GL/VIEW/DrawCopies.h"
+#include "GL/VIEW/clsViewCamera.h"
 #include "GL/VIEW/clsViewHost.h"
 #include "GL/VIEW/clsViewMessage.h"
 #include "GL/VIEW/clsViewSettings.h"
@@ -28,6 +29,7 @@
 // when there are several.
 void ViewScene_cls::SetLights() {
     LightSRCCtrl_cls& lights = *mContext.mHost.GetPCLightSRCCtrl();
+    lights.SetCamera(mContext.mCamera.mCCamPos);
     lights.UpdateCurrentObj(mContext.mMoment.doubleIndex);
     lights.SetNonShadowLight(mContext.mMoment.doubleIndex);
     glClear(GL_DEPTH_BUFFER_BIT);

@@ -1,0 +1,174 @@
+// A light source in OpenGL: the state of a light, and its mark in the views.
+#include <algorithm>
+#include <cmath>
+
+#include <epoxy/gl.h>
+
+#include "GL/BASE/clsGLState.h"
+#include "SCENE/clsLightSRC.h"
+
+namespace {
+
+constexpr float kLeastFadeDistance = 1e-6f;
+constexpr int kWidestCone = 90; // of OpenGL, which knows 180 besides as no cone
+constexpr GLushort kHeightDashes = 61680;
+constexpr GLushort kBeamDashes = 65280;
+constexpr double kMarkSize = 0.02; // of the distance from the eye
+constexpr double kBeamLength = 0.2;
+
+GLenum LightOf(int number) { return GL_LIGHT0 + static_cast<GLenum>(number); }
+
+bool AreFinite(const double* p) { return std::isfinite(p[0]) && std::isfinite(p[1]) && std::isfinite(p[2]); }
+
+void DrawVertices(GLenum mode, const GLfloat* vertices, GLsizei number) {
+    const GLClientScope_cls client;
+    glEnableClientState(GL_VERTEX_ARRAY);
+    glVertexPointer(3, GL_FLOAT, 0, vertices);
+    glDrawArrays(mode, 0, number);
+}
+
+void DrawLine(const double* from, const double* to) {
+    const GLfloat ends[6] = {GLfloat(from[0]), GLfloat(from[1]), GLfloat(from[2]),
+                             GLfloat(to[0]),   GLfloat(to[1]),   GLfloat(to[2])};
+    DrawVertices(GL_LINES, ends, 2);
+}
+
+/// A circle around the origin of the plane of the screen, a vertex every 10 degrees.
+void DrawRing(GLenum mode, double radius, int vertices) {
+    constexpr int kMost = 37;
+    GLfloat ring[kMost][3];
+    for (int i = 0; i < vertices; ++i) {
+        const double angle = i * M_PI / 18.0;
+        ring[i][0] = GLfloat(radius * std::cos(angle));
+        ring[i][1] = GLfloat(radius * std::sin(angle));
+        ring[i][2] = 0.0f;
+    }
+    DrawVertices(mode, ring[0], vertices);
+}
+
+} // namespace
+
+void LightSRC_cls::GLSetPlace(unsigned light, double time) {
+    float place[4];
+    float angles[2];
+    GetLightInfo(time, place, angles, mCType.mValue == TYPE_PARALLEL, nullptr);
+    glLightfv(light, GL_POSITION, place);
+    GLSetAttenuation(light);
+    GLSetSpotEffect(light, time);
+}
+
+void LightSRC_cls::GLSetAttenuation(unsigned light) const {
+    const float asked = mCFadeDistance.mValue;
+    const float distance = asked > kLeastFadeDistance ? asked : kLeastFadeDistance; // NaN, too
+    const int fade = mCFade.mValue;
+    glLightf(light, GL_CONSTANT_ATTENUATION, 1.0f);
+    glLightf(light, GL_LINEAR_ATTENUATION, fade == FADE_POWER1 ? 1.0f / distance : 0.0f);
+    glLightf(light, GL_QUADRATIC_ATTENUATION, fade == FADE_POWER2 ? 1.0f / (distance * distance) : 0.0f);
+}
+
+void LightSRC_cls::GLSetSpotEffect(unsigned light, double time) {
+    if (mCType.mValue != TYPE_SPOT) {
+        glLightf(light, GL_SPOT_CUTOFF, 180.0f);
+        return;
+    }
+    float direction[4] = {0, 0, -1, 0};
+    if (mCTarget.mValue <= TARGET_ORIGIN) {
+        const std::array<double, 3> from = GetDirectionInWorld(time);
+        for (size_t i = 0; i < 3; ++i)
+            direction[i] = static_cast<float>(-from[i]);
+    }
+    const float none[4] = {0, 0, 0, 0};
+    const int angle = mCSpotAngle.mValue;
+    glLightf(light, GL_SPOT_CUTOFF,
+             angle >= kMaxSpotAngle ? 180.0f : static_cast<float>(std::clamp(angle, 0, kWidestCone)));
+    glLightfv(light, GL_SPOT_DIRECTION, direction);
+    glLightfv(light, GL_AMBIENT, none);
+    glLightf(light, GL_SPOT_EXPONENT, 0.0f);
+}
+
+// A light that fades begins twice as bright.
+void LightSRC_cls::GLSetColors(unsigned light, double time, bool bAmbient, bool bDiffuse) {
+    const float none[4] = {0, 0, 0, 0};
+    const float full[4] = {1, 1, 1, 0};
+    float color[4];
+    GetLightColor(time, color);
+    if (mCFade.mValue != FADE_NONE)
+        for (int c = 0; c < 3; ++c)
+            color[c] *= 2.0f;
+    glLightfv(light, GL_AMBIENT, bAmbient ? full : none);
+    glLightfv(light, GL_DIFFUSE, bDiffuse ? color : none);
+    glLightfv(light, GL_SPECULAR, bDiffuse ? color : none);
+}
+
+void LightSRC_cls::GLSetLightSourceComp(int index, double time, bool bAmbient, bool bDiffuse) {
+    if (!mCVisible.mValue) return;
+    const GLenum light = LightOf(index);
+    glEnable(light);
+    GLSetPlace(light, time);
+    GLSetColors(light, time, bAmbient, bDiffuse);
+}
+
+void LightSRC_cls::GLSetLightSource(double time, bool bEnable, bool bShadowOption) {
+    const GLenum light = LightOf(mNumber);
+    if (!bEnable || !mCVisible.mValue) {
+        glDisable(light);
+        GLSetColors(light, time, false, false);
+        return;
+    }
+    glEnable(light);
+    GLSetPlace(light, time);
+    const bool bOnlyAmbient = mNumber == 0 && bShadowOption && mCCastShadow.mValue;
+    GLSetColors(light, time, mNumber == 0, !bOnlyAmbient);
+}
+
+// A dashed ring around a whole one, upright on the screen.
+void LightSRC_cls::GLDrawMark(const double* place, double size) const {
+    const GLMatrixScope_cls matrix;
+    double view[16];
+    glGetDoublev(GL_MODELVIEW_MATRIX, view);
+    double upright[16] = {0};
+    for (int row = 0; row < 3; ++row)
+        for (int column = 0; column < 3; ++column)
+            upright[4 * row + column] = view[4 * column + row];
+    upright[15] = 1.0;
+    glTranslated(place[0], place[1], place[2]);
+    glMultMatrixd(upright);
+    glScaled(size, size, size);
+    glDisable(GL_LINE_STIPPLE);
+    DrawRing(GL_LINES, 1.0, 36); // every other step is left out
+    DrawRing(GL_LINE_STRIP, 0.7, 37);
+}
+
+void LightSRC_cls::GLDraw(bool bPick) const {
+    if (!mCVisible.mValue) return;
+    double place[3] = {mCCurrent.mPos[0], mCCurrent.mPos[1], mCCurrent.mPos[2]};
+    if (!AreFinite(place)) return;
+    ToWorld(place, false);
+    double view[16];
+    glGetDoublev(GL_MODELVIEW_MATRIX, view);
+    const double distance = -(view[2] * place[0] + view[6] * place[1] + view[10] * place[2] + view[14]);
+    const GLAttribScope_cls attributes;
+    glDisable(GL_LIGHTING);
+    glDisable(GL_TEXTURE_2D);
+    glEnable(GL_LINE_STIPPLE);
+    glColor4f(0.7f, 0.7f, 0.2f, 1.0f);
+    if (!bPick) {
+        const double foot[3] = {place[0], place[1], 0.0};
+        glLineStipple(1, kHeightDashes);
+        DrawLine(foot, place);
+    }
+    if (mCType.mValue == TYPE_SPOT && mCTarget.mValue <= TARGET_ORIGIN && AreFinite(mCCurrent.mFront)) {
+        double end[3] = {0, 0, 0};
+        if (mCTarget.mValue == TARGET_NONE) {
+            double along[3] = {mCCurrent.mFront[0], mCCurrent.mFront[1], mCCurrent.mFront[2]};
+            ToWorld(along, true);
+            for (int i = 0; i < 3; ++i)
+                end[i] = place[i] + kBeamLength * std::abs(distance) * along[i];
+        }
+        glLineStipple(1, kBeamDashes);
+        DrawLine(place, end);
+    }
+    // The handles of a selected light stand in its mark's place while a click picks among them.
+    if ((!bPick || !mbSelected) && distance > 0.0) GLDrawMark(place, kMarkSize * distance);
+    if (!bPick) GLDrawPath();
+}
