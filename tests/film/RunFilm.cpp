@@ -29,14 +29,13 @@ std::string Read(const fs::path& path) {
     return text.str();
 }
 
-/// An X server for all films of this process, or the one that the process has; bringing one up takes as long
-/// as a small film does. It ends with us.
+/// An X server for all films of this process; bringing one up takes as long as a small film does. It ends
+/// with us.
 class SharedDisplay_cls {
 public:
     SharedDisplay_cls() {
-        if (const char* name = std::getenv("DISPLAY")) mName = name;
         int ends[2];
-        if (!mName.empty() || pipe2(ends, O_CLOEXEC) != 0) return;
+        if (pipe2(ends, O_CLOEXEC) != 0) return;
         mPid = fork();
         if (mPid == 0) {
             prctl(PR_SET_PDEATHSIG, SIGTERM);

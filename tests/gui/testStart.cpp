@@ -204,7 +204,7 @@ protected:
         const std::string words = mFolder / "words";
         Screen_cls screen(display);
         EXPECT_TRUE(screen.IsThere());
-        Child_cls program({mFolder / "morentis"}, [&] {
+        Child_cls program({(mFolder / "morentis").string()}, [&] {
             setenv("DISPLAY", display.c_str(), 1);
             dup2(open(words.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), 2);
         });
