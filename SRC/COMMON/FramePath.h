@@ -25,11 +25,12 @@ public:
     const wxString& GetPattern() const { return mStrPattern; }
     /// The text of a frame, as it is given.
     wxString GetText(int frame) const;
-    /// The file of a frame: what the text leads to from the folder, else from the working directory, else what
-    /// an end of it finds in the folder; the text again when there is nothing.
+    /// The file of a frame: what the text leads to from the folder, else from the working directory, else
+    /// what an end of it finds in the folder; the text again when there is nothing.
     wxString GetFile(int frame) const;
-    /// The pattern for a project in `folder`: as it goes on from there where it lies below, else as given, but
-    /// whole where it would lead from there to another file than now, or nowhere. `frame`: one that has a file.
+    /// The pattern for a project in `folder`: as it goes on from there where it lies below, else as given,
+    /// but whole where it would lead from there to another file than now, or nowhere. `frame`: one that has a
+    /// file.
     wxString GetForProject(const wxString& folder, int frame) const;
 
 private:

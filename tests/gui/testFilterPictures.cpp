@@ -467,6 +467,8 @@ TEST_F(FilterFilms, SlicesAreThoseOfOneRun) {
         filters.Add<FilterFog_cls>(FILTER_FOG);
         FilterStickData_cls& stick = *filters.Add<FilterStick_cls>(FILTER_STICK).GetPCData();
         stick.mCCalcType.mValue = FilterStickData_cls::CALCULATE;
+        stick.mCCritA.mValue = 0.03f;
+        stick.mCStickWidth.mValue = 1;
         for (const double time : {0.0, 1.0}) {
             const double place[3] = {time - 0.5, 0, 0}, turn[3] = {0, 0, 90 * time};
             SceneObj_cls::SetKeyAt(cut.mpCTranslate, place, time);
