@@ -35,7 +35,8 @@ void AppendCopy(wxMenu& menu, const wxMenuItem* pItem) {
 
 } // namespace
 
-FilterMenu_cls::FilterMenu_cls(FrameMain_cls& frame) : mFrame(frame), mHub(*frame.GetPCMain()) {
+FilterMenu_cls::FilterMenu_cls(FrameMain_cls& frame)
+    : mFrame(frame), mHub(*frame.GetPCMain()), mMidPaint(frame) {
     BindMenu(mFrame, this, ID_FILTER_POPUP, &FilterMenu_cls::OnMenuFilterPopup);
     BindMenu(mFrame, this, ID_FILTER_REFRESH, &FilterMenu_cls::OnMenuFilterRefresh);
     BindMenu(mFrame, this, ID_FILTER_MANIPULATE, &FilterMenu_cls::OnMenuFilterManipulate);

@@ -1,6 +1,8 @@
 // The frame's "Filter" menu, the popups made of it, and the texture dialog.
 #pragma once
 
+#include "APP/clsMidPaintCommands.h"
+
 class FrameMain_cls;
 class Main_cls;
 class wxCommandEvent;
@@ -27,4 +29,5 @@ private:
 
     FrameMain_cls& mFrame;
     Main_cls& mHub;
+    MidPaintCommands_cls mMidPaint;
 };

@@ -1,8 +1,11 @@
 // Where copies and the data box put the particles of a view, what films make of filters, and who else knows
 // of them: messages, fits of views, the Info page, exports.
-#include <chrono>
 #include <cmath>
+#include <ctime>
 #include <fstream>
+#include <functional>
+#include <thread>
+#include <utility>
 
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
@@ -11,6 +14,10 @@
 #include "COMMON/clsUpdateStatusBar.h"
 #include "FILTER/clsFilterCopy.h"
 #include "FILTER/clsFilterDataBox.h"
+#include "FILTER/clsFilterFog.h"
+#include "FILTER/clsFilterGrid.h"
+#include "FILTER/clsFilterObject.h"
+#include "FILTER/clsFilterStick.h"
 #include "FilterPictures.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
@@ -20,6 +27,7 @@
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsSharedView.h"
 #include "GL/VIEW/clsViewFitCtrl.h"
+#include "PARAM/clsUndoManager.h"
 #include "PDATA/clsDataExporter.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
@@ -29,6 +37,8 @@
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
+
+const int kCores = std::max(1, int(std::thread::hardware_concurrency())); // OpenGL may work on all of them
 
 class FilterPictures : public PictureTest {
 protected:
@@ -106,6 +116,38 @@ protected:
         attribute.mRadiusType.mValue = 1;
         attribute.mRadiusFactorForConst.mValue = radius;
         std::fill_n(attribute.mAmbient.mConstantColor.mValue, 4, 1.0f); // bright all over
+    }
+
+    /// Paints until the window breathes for the third time, does that, and keeps the abort button pressed.
+    struct Aborted_st {
+        double mWork = 0.0;   ///< processor time from there to the end, seconds
+        double mBreath = 0.0; ///< the longest between two breaths before
+    };
+    static Aborted_st AbortAPaint(const std::function<void()>& act = {}) {
+        Aborted_st result;
+        int breaths = 0;
+        std::clock_t last = std::clock();
+        const auto connected = UpdateStatusBar_cls::Connect([&] {
+            if (++breaths > 3) return GbAbort.store(true);
+            const std::clock_t now = std::clock();
+            result.mBreath = std::max(result.mBreath, double(now - last) / CLOCKS_PER_SEC);
+            last = now;
+            if (breaths < 3) return;
+            if (act) act();
+            GbAbort.store(true);
+        });
+        Repaint();
+        UpdateStatusBar_cls::Connect(connected);
+        result.mWork = double(std::clock() - last) / CLOCKS_PER_SEC;
+        EXPECT_GE(breaths, 3) << "the paint was too short to be stopped";
+        GbAbort.store(false);
+        return result;
+    }
+    static void ExpectSoon(const Aborted_st& aborted) {
+        std::printf("aborted: %.3f s of work, breaths every %.3f s of it\n", aborted.mWork, aborted.mBreath);
+        // Waiting for others on the machine is no work; OpenGL may do it on all cores.
+        EXPECT_LT(aborted.mWork, 0.5 * kCores);
+        EXPECT_LT(aborted.mBreath, 0.5 * kCores);
     }
 
     FilterScope_cls mFilters{*Hub()->mpCFilters};
@@ -275,22 +317,64 @@ TEST_F(FilterPictures, AGreatManyCopiesAreAskedForOnce) {
     EXPECT_EQ(mVMessages.size(), 2u);
 }
 
-// The window lives on while copies are drawn, and the abort button stops them all.
+// The window lives on while copies are drawn, and the abort button stops them all: after half a second of
+// work.
 TEST_F(FilterPictures, AbortStopsCopiesAtOnce) {
     std::vector<Point> points(20000);
     for (size_t i = 0; i < points.size(); ++i)
         points[i] = {20, 0.0001 * double(i), 0};
     Show(points);
     AddCopies({0, 0, 0}, {400, 100, 1});
-    std::chrono::steady_clock::time_point pressed;
-    const auto connected = UpdateStatusBar_cls::Connect([&pressed] {
-        if (!GbAbort.exchange(true)) pressed = std::chrono::steady_clock::now();
+    for (const auto& [type, quality] : {std::pair(0u, 0u), {1u, 0u}, {2u, 0u}, {2u, 3u}}) {
+        SCOPED_TRACE(testing::Message() << type << " " << quality);
+        SetAttribute(type, quality, 0.1f);
+        ExpectSoon(AbortAPaint());
+    }
+}
+
+// What they draw isn't taken away under their hands: commands of that kind wait for the paint.
+TEST_F(FilterPictures, CommandsDuringAPaintComeBehindIt) {
+    std::vector<Point> points(20000);
+    for (size_t i = 0; i < points.size(); ++i)
+        points[i] = {20, 0.0001 * double(i), 0};
+    Show(points);
+    AddCopies({0, 0, 0}, {400, 100, 1});
+    FilterStick_cls& stick = mFilters.Add<FilterStick_cls>(FILTER_STICK);
+    Hub()->mpCFilters->SelectFilter(&stick, true);
+    FilterCtrl_cls& objects = Hub()->mpCFilters->GetObject();
+    AbortAPaint([&objects] {
+        for (const int id : {ID_FILTER_DELETE, ID_FILTER_GRID}) {
+            wxCommandEvent command(wxEVT_MENU, id);
+            EXPECT_TRUE(Frame()->ProcessWindowEvent(command));
+        }
+        ASSERT_EQ(objects.GetCount(), 1);
+        EXPECT_EQ(objects.GetPCFilter(0)->GetType(), FILTER_STICK);
     });
-    Repaint();
-    const auto took = std::chrono::steady_clock::now() - pressed;
-    UpdateStatusBar_cls::Connect(connected);
-    EXPECT_LT(std::chrono::duration<double>(took).count(), 2.0);
-    GbAbort.store(false);
+    Hub()->mpCFilters->GetWorld().ClearFilters();
+    ASSERT_TRUE(PumpUntil([&objects] { return objects.GetPCFilter(0)->GetType() == FILTER_GRID; }));
+    EXPECT_EQ(objects.GetCount(), 1);
+    GCUndoList.Clear();
+}
+
+TEST_F(FilterPictures, AbortStopsCopiesOfMeshes) {
+    Show({{20, 0, 0}});
+    constexpr int kRows = 300;
+    std::ofstream obj(mDir / "sheet.obj");
+    for (int y = 0; y <= kRows; ++y)
+        for (int z = 0; z <= kRows; ++z)
+            obj << "v 20 " << 4.0 * y / kRows - 2 << " " << 4.0 * z / kRows - 2 << "\n";
+    for (int y = 0; y < kRows; ++y)
+        for (int z = 1; z <= kRows; ++z) {
+            const int first = y * (kRows + 1) + z;
+            obj << "f " << first << " " << first + 1 << " " << first + kRows + 2 << " " << first + kRows + 1
+                << "\n";
+        }
+    obj.close();
+    FilterObjectData_cls& mesh = *mFilters.Add<FilterObject_cls>(FILTER_OBJECT).GetPCData();
+    mesh.mCObjectType.mValue = FilterObjectData_cls::IMPORT;
+    mesh.mCImportPath.mStrValue = mDir / "sheet.obj";
+    AddCopies({0, 0, 0}, {40, 10, 1});
+    ExpectSoon(AbortAPaint());
 }
 
 TEST_F(FilterPictures, FittedViewsHoldWhatFiltersLeave) {
@@ -365,15 +449,26 @@ protected:
     FilmFolder_cls mFolder;
 };
 
-// A cut that sweeps through the film with key frames, a turning box and copies.
+// A cut that sweeps through the film with key frames, a turning box and copies, and all that filters add.
 TEST_F(FilterFilms, SlicesAreThoseOfOneRun) {
     FilterLists_cls lists;
     std::string blocks;
+    std::ofstream(mFolder / "sheet0002.obj") << "v 0 0 0\nv 0 1 0\nv 0 0 1\nf 1 2 3\n";
     {
         FilterScope_cls filters(lists);
         FilterBooleanData_cls& cut = filters.AddCut(0, 0, 0.2f, {0, 0, 0}, {1, 100, 100});
         FilterDataBoxData_cls& box = *filters.Add<FilterDataBox_cls>(FILTER_DATABOX).GetPCData();
         filters.Add<FilterCopy_cls>(FILTER_COPY).GetPCData()->mCMax[1].mValue = 2;
+        FilterObjectData_cls& mesh = *filters.Add<FilterObject_cls>(FILTER_OBJECT).GetPCData();
+        mesh.mCObjectType.mValue = FilterObjectData_cls::IMPORT;
+        mesh.mCImportPath.mStrValue = "sheet%04d.obj";
+        filters.Add<FilterObject_cls>(FILTER_OBJECT);
+        filters.Add<FilterGrid_cls>(FILTER_GRID);
+        filters.Add<FilterFog_cls>(FILTER_FOG);
+        FilterStickData_cls& stick = *filters.Add<FilterStick_cls>(FILTER_STICK).GetPCData();
+        stick.mCCalcType.mValue = FilterStickData_cls::CALCULATE;
+        stick.mCCritA.mValue = 0.03f;
+        stick.mCStickWidth.mValue = 1;
         for (const double time : {0.0, 1.0}) {
             const double place[3] = {time - 0.5, 0, 0}, turn[3] = {0, 0, 90 * time};
             SceneObj_cls::SetKeyAt(cut.mpCTranslate, place, time);

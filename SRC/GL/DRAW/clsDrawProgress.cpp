@@ -10,20 +10,35 @@
 bool DrawProgress_cls::msbCut = false;
 long long DrawProgress_cls::msPart = 0;
 long long DrawProgress_cls::msParts = 1;
+int DrawProgress_cls::msDepth = 0;
+float DrawProgress_cls::msCost = 0.0f;
+void* DrawProgress_cls::mspFence = nullptr;
+std::chrono::steady_clock::time_point DrawProgress_cls::msBreath;
 
 namespace {
 constexpr float kPixelsPerRun = 2e7f;
 constexpr float kMinRun = 8192.0f;
 constexpr float kMaxRun = 1e6f;
+constexpr std::chrono::milliseconds kBreath(200);
 constexpr GLuint64 kLongestWait = 10000000000; // ns; a driver that hangs shall not hang us
 } // namespace
 
 DrawProgress_cls::DrawProgress_cls(int total, float size)
     : mTotal(std::max(total, 1)), mInterval(mTotal > 2000000 ? mTotal / 20 : 100000),
-      mRun(static_cast<int>(std::clamp(kPixelsPerRun / (size * size), kMinRun, kMaxRun))) {}
+      mRun(static_cast<int>(std::clamp(kPixelsPerRun / (size * size), kMinRun, kMaxRun))) {
+    ++msDepth;
+}
 
 DrawProgress_cls::~DrawProgress_cls() {
-    if (mpFence) glDeleteSync(static_cast<GLsync>(mpFence));
+    if (--msDepth > 0) return;
+    if (mspFence) glDeleteSync(static_cast<GLsync>(mspFence));
+    mspFence = nullptr;
+    msCost = 0.0f;
+}
+
+void DrawProgress_cls::ForgetCut() {
+    msbCut = false;
+    msBreath = std::chrono::steady_clock::now();
 }
 
 // What is queued can't be taken back: no more than one run may wait behind the one being drawn.
@@ -35,11 +50,11 @@ void DrawProgress_cls::WaitForLastRun() {
     }
     GLsync behind = glFenceSync(GL_SYNC_GPU_COMMANDS_COMPLETE, 0);
     glFlush();
-    if (mpFence) {
-        glClientWaitSync(static_cast<GLsync>(mpFence), GL_SYNC_FLUSH_COMMANDS_BIT, kLongestWait);
-        glDeleteSync(static_cast<GLsync>(mpFence));
+    if (mspFence) {
+        glClientWaitSync(static_cast<GLsync>(mspFence), GL_SYNC_FLUSH_COMMANDS_BIT, kLongestWait);
+        glDeleteSync(static_cast<GLsync>(mspFence));
     }
-    mpFence = behind;
+    mspFence = behind;
 }
 
 void DrawProgress_cls::SetPart(long long part, long long parts) {
@@ -49,7 +64,7 @@ void DrawProgress_cls::SetPart(long long part, long long parts) {
 
 bool DrawProgress_cls::Report(int done) {
     WaitForLastRun();
-    mCost = 0.0f;
+    msCost = 0.0f;
     const long long told = done / mInterval * static_cast<long long>(mInterval);
     const long long percent =
         msParts == 1 ? 100 * told / mTotal
@@ -57,9 +72,9 @@ bool DrawProgress_cls::Report(int done) {
                            100.0 * (static_cast<double>(msPart) + static_cast<double>(told) / mTotal) /
                            static_cast<double>(msParts));
     GDrawingPercentage.store(static_cast<int>(percent), std::memory_order_relaxed);
-    if (mCStopWatch.Time() > 200) {
+    if (std::chrono::steady_clock::now() - msBreath > kBreath) {
         UpdateStatusBar_cls::UpdateStatusBar();
-        mCStopWatch.Start();
+        msBreath = std::chrono::steady_clock::now();
     }
     if (!GbAbort.exchange(false)) return true;
     msbCut = true;

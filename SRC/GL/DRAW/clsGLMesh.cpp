@@ -1,16 +1,19 @@
 #include "GL/DRAW/clsGLMesh.h"
 
 #include <algorithm>
+#include <climits>
+#include <cstdint>
 
 #include <epoxy/gl.h>
 
 #include "GL/BASE/clsGLState.h"
+#include "GL/DRAW/clsDrawProgress.h"
 #include "MESH/MeshCorners.h"
 #include "MESH/clsPovObjectMesh.h"
 
 namespace {
 
-constexpr size_t kMostIndices = 3 * (size_t(1) << 28); // a call takes an int
+constexpr size_t kRun = size_t(DrawProgress_cls::kCostPerRun / DrawProgress_cls::kCostTriangle) / 2;
 
 bool HasBuffers() {
     return epoxy_gl_version() >= 15 || epoxy_has_gl_extension("GL_ARB_vertex_buffer_object");
@@ -68,15 +71,24 @@ bool GLMesh_cls::Send(const Arrays_st& arrays) {
     return bDone;
 }
 
-void GLMesh_cls::DrawTriangles(const int* pIndices, size_t number) {
-    for (size_t from = 0; from < number; from += kMostIndices)
-        glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(std::min(number - from, kMostIndices)),
-                       GL_UNSIGNED_INT, pIndices + from);
+// In runs, so that a great mesh can be stopped.
+void GLMesh_cls::DrawTriangles(const int* pIndices, size_t triangles) {
+    DrawProgress_cls progress(static_cast<int>(std::min(triangles, size_t(INT_MAX))));
+    for (size_t from = 0; from < triangles;) {
+        const size_t run = std::min(triangles - from, kRun);
+        // From the beginning of a buffer the pointer is none.
+        const auto place = reinterpret_cast<std::uintptr_t>(pIndices) + 3 * from * sizeof(int);
+        glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(3 * run), GL_UNSIGNED_INT,
+                       reinterpret_cast<const void*>(place));
+        from += run;
+        const bool bReport = progress.AddCost(static_cast<float>(run) * DrawProgress_cls::kCostTriangle);
+        if (bReport && !progress.Report(static_cast<int>(std::min(from, size_t(INT_MAX))))) return;
+    }
 }
 
 void GLMesh_cls::Draw(PovObjectMesh_cls& mesh) {
-    const size_t number = mesh.GetTriangleNumber() * 3;
-    if (number == 0) return;
+    const size_t triangles = mesh.GetTriangleNumber();
+    if (triangles == 0) return;
     const uint64_t content = mesh.GetContent();
     if (mbBuffers && content != mContent && content != mRefused && HasBuffers()) {
         if (Send(ArraysOf(mesh))) {
@@ -97,11 +109,11 @@ void GLMesh_cls::Draw(PovObjectMesh_cls& mesh) {
         glNormalPointer(GL_FLOAT, 0, nullptr);
         glBindBuffer(GL_ARRAY_BUFFER, 0);
         glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, mBuffer[INDICES]);
-        DrawTriangles(nullptr, number);
+        DrawTriangles(nullptr, triangles);
         return;
     }
     const Arrays_st arrays = ArraysOf(mesh);
     glVertexPointer(3, GL_FLOAT, 0, arrays.mVertices.data());
     glNormalPointer(GL_FLOAT, 0, arrays.mNormals.data());
-    DrawTriangles(arrays.mIndices.data(), number);
+    DrawTriangles(arrays.mIndices.data(), triangles);
 }

@@ -28,7 +28,7 @@ private:
 
     static Arrays_st ArraysOf(PovObjectMesh_cls& mesh);
     bool Send(const Arrays_st& arrays);
-    static void DrawTriangles(const int* pIndices, size_t number);
+    static void DrawTriangles(const int* pIndices, size_t triangles);
 
     bool mbBuffers;
     uint64_t mContent = 0; ///< of what the buffers hold; 0: of nothing

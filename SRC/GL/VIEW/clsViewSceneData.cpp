@@ -3,6 +3,7 @@
 
 #include <wx/intl.h>
 
+#include "COMMON/Globals.h"
 #include "FILTER/clsBondFollower.h"
 #include "FILTER/clsFilterCopy.h"
 #include "FILTER/clsFilterDataBox.h"
@@ -96,7 +97,9 @@ void ViewScene_cls::DrawDataLit(bool bShadowPass) {
     data.SetCameraInfo(mCFaceCam, box ? place : nullptr);
     const BoxScope_cls inBox(box, box && GetPlaceDeterminant(place) < 0.0);
     DrawRealObjectCopyLoop();
+    if (DrawProgress_cls::WasCut()) return;
     if (mContext.mSettings.mShowData.mValue && mContext.mMoment.bData) DrawDataCopyLoop(bShadowPass);
+    if (!DrawProgress_cls::WasCut()) GDrawingPercentage.store(100);
 }
 
 void ViewScene_cls::DrawDataMain() {
@@ -216,7 +219,7 @@ void ViewScene_cls::DrawRealObjectCopyLoop() {
     long long number = 1;
     const FilterCopy_cls* copies = GetCopies(&number);
     DrawCopies(copies, number, 0.0f, [&](long long) { draw(true); });
-    draw(false);
+    if (!DrawProgress_cls::WasCut()) draw(false);
 }
 
 // Their frames; a list that holds none of those draws nothing.
