@@ -62,10 +62,7 @@ bool FollowBonds(FrameMain_cls& frame, wxIdleEvent& event) {
     if (GbGLLockDrawing.load() || GbGLLockForLoadingData.load() || GbGLLockProjectLoading.load())
         return false;
     const wxString before = bonds->GetStatus();
-    if (!before.empty() && GbAbort.exchange(false)) {
-        bonds->Stop();
-        if (frame.GetPCTimeCtrl()->mbOutputRun) frame.StopRun();
-    }
+    if (bonds->TakeAbort() && frame.GetPCTimeCtrl()->mbOutputRun) frame.StopRun();
     const State state = bonds->Follow(kMillis, BondFollower_cls::Source::Background);
     if (state == State::Known && bonds->TakeMissed()) frame.RefreshGL();
     const bool bWorks = state == State::More || state == State::Reading;
@@ -73,6 +70,8 @@ bool FollowBonds(FrameMain_cls& frame, wxIdleEvent& event) {
         sTold.Start();
         frame.UpdateStatusText();
         if (state == State::Stopped) frame.RefreshGL(); // for the views' line
+        if (state == State::Stopped && !bonds->GetReason().empty())
+            frame.GetPCFilters()->Tell(bonds->GetReason());
     }
     if (state == State::More) event.RequestMore();
     return bWorks;

@@ -5,6 +5,7 @@
 #include <wx/intl.h>
 #include <wx/stopwatch.h>
 
+#include "COMMON/Globals.h"
 #include "COMMON/ThreadStates.h"
 #include "FILTER/clsFilterLists.h"
 #include "FILTER/clsFilterStick.h"
@@ -143,6 +144,12 @@ void BondFollower_cls::Stop(const wxString& reason) {
     mbStopped = true;
     mStoppedAt = {mTime.GetFrame(), mNeeded};
     mStrReason = reason;
+}
+
+bool BondFollower_cls::TakeAbort() {
+    if (mNeeded < 0 || mbStopped || !GbAbort.exchange(false)) return false;
+    Stop();
+    return true;
 }
 
 wxString BondFollower_cls::GetStatus() const {

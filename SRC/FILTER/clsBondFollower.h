@@ -47,6 +47,8 @@ public:
     /// Nothing is followed until another frame is on show, or what is followed changes. `reason`: for the
     /// user, where it wasn't him.
     void Stop(const wxString& reason = wxString());
+    /// Stop where the user has pressed "Abort" while frames are followed; true: he has.
+    bool TakeAbort();
     /// A picture was drawn without bonds that aren't known yet; TakeMissed tells once.
     void NoteMissed() { mbMissed = true; }
     bool TakeMissed() { return std::exchange(mbMissed, false); }

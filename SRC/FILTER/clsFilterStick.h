@@ -68,6 +68,6 @@ private:
     void TellIfAny(const wxString& told) const;
 
     PovObjectSticks_cls mSticks;
-    BondHistory_cls mHistory;
+    BondHistory_cls mHistory{size_t(64) << 20}; ///< less than its own measure: many filters may have one
     GLSticks_cls mGLSticks;
 };

@@ -72,10 +72,10 @@ TEST_F(StickPanel, TheTableMakesOneFilterAPairInAStep) {
                     wxWindow* dialog = FindDialog();
                     ASSERT_TRUE(dialog);
                     Snap("stick_pairs");
-                    auto* second = dynamic_cast<wxCheckBox*>(FindByTip(dialog, "Whether this pair"));
-                    ASSERT_TRUE(second);
-                    second->SetValue(false); // the first row
-                    Send(second, wxEVT_CHECKBOX, 0);
+                    auto* draws = dynamic_cast<wxCheckBox*>(FindByTip(dialog, "Whether this pair"));
+                    ASSERT_TRUE(draws);
+                    draws->SetValue(false); // of the first row, types 1 and 1
+                    Send(draws, wxEVT_CHECKBOX, 0);
                     NumField_cls* keep = FindField(dialog, "A bond that formed");
                     keep->GetPCText()->ChangeValue("0.2");
                     keep->GetPCText()->MarkDirty();
@@ -92,19 +92,19 @@ TEST_F(StickPanel, TheTableMakesOneFilterAPairInAStep) {
     edit(ID_DIALOG_CLOSE, true);
     EXPECT_EQ(Text(), before);
     edit(wxID_OK, false);
-    EXPECT_EQ(Names(), "Stick00, Stick00 (0-1), Stick00 (1-1), ");
-    EXPECT_EQ(GCUndoList.GetCurrent() > steps, true);
+    EXPECT_EQ(Names(), "Stick00, Stick00 (1-2), Stick00 (2-2), ");
+    EXPECT_GT(GCUndoList.GetCurrent(), steps);
     Menu(ID_UNDO);
     EXPECT_EQ(Text(), before);
     EXPECT_EQ(GCUndoList.GetCurrent(), steps) << "one step";
     edit(wxID_OK, true);
-    EXPECT_EQ(Names(), "Stick00 (0-1), Stick00 (1-1), ");
+    EXPECT_EQ(Names(), "Stick00 (1-2), Stick00 (2-2), ");
     EXPECT_TRUE(Panel(At(1, 0)).GetWindow()->IsShownOnScreen());
     Snap("stick_made");
     Menu(ID_UNDO);
     EXPECT_EQ(Text(), before);
     Menu(ID_REDO);
-    EXPECT_EQ(Names(), "Stick00 (0-1), Stick00 (1-1), ");
+    EXPECT_EQ(Names(), "Stick00 (1-2), Stick00 (2-2), ");
 }
 
 TEST_F(StickPanel, WithoutParticlesThereIsNoTable) {

@@ -10,6 +10,10 @@
 #include "FILTER/clsFilterStick.h"
 #include "WIDGET/clsMultiInputPanel.h"
 
+namespace {
+constexpr int kShortLabel = 10; // a long button needs the room
+} // namespace
+
 void FilterStickGUI_cls::SetMNumPanel(MultiInputPanel_cls& panel) {
     auto& data = static_cast<FilterStickData_cls&>(*GetFilter().mpCData);
     const int row = panel.AddChoice(_("Type/Calc"), &data.mCStickType.mValue, {_("Line"), _("Cylinder")},
@@ -21,6 +25,7 @@ void FilterStickGUI_cls::SetMNumPanel(MultiInputPanel_cls& panel) {
     mRowWidth = panel.AddNumber(_("Line Width"), &data.mCStickWidth.mValue, 1, IntegerSpec(1, 20),
                                 _("Width of a line in pixels of the picture"));
     SetCalcRows(panel, data);
+    panel.BeginColumns(kLabelWidth);
     mRowPath = panel.AddText(_("Path"), &data.mCStickPath.mStrValue,
                              _("File of pairs; %d or %04d in it stands for the frame's number"));
     panel.AddButtonTo(mRowPath, "..", _("Choose a file of pairs"), [&panel, &data, this] {
@@ -48,6 +53,7 @@ void FilterStickGUI_cls::SetCalcRows(MultiInputPanel_cls& panel, FilterStickData
     const NumSpec types = IntegerSpec(0, 255);
     mRowTypeAB = panel.AddNumber(_("Spec A/B"), &data.mCSpecA.mValue, 1, types, _("Type of one end"));
     panel.AddNumberTo(mRowTypeAB, &data.mCSpecB.mValue, types, _("Type of the other end"));
+    panel.BeginColumns(kShortLabel);
     mRowAcross = panel.AddCheck("", &data.mCAcross.mValue, _("Across faces"),
                                 _("Partners are found through the faces of the periodic box, too, where a "
                                   "CopyBox has the neighbour"));

@@ -192,17 +192,20 @@ void ViewScene_cls::DrawSticks(const FilterCopy_cls* pCopies, long long number) 
     }
     const StickParticles_st particles = ParticlesOf(*snap);
     PrepareSticks(particles);
-    if (DrawProgress_cls::WasCut()) return;
-    DrawCopies(pCopies, number, 0.0f, [&](long long copy) {
+    const auto draw = [&](long long copy) {
         const unsigned mask = pCopies ? static_cast<unsigned>(pCopies->GetBitBoundary(copy)) : 0u;
         for (FilterStick_cls* stick : sticks)
             if (!stick->GLDrawStick(particles, mask)) return;
-    });
+    };
+    if (!DrawProgress_cls::WasCut()) DrawCopies(pCopies, number, 0.0f, draw);
+    GDrawingPercentage.store(100); // the particles' own end was told already
 }
 
 void ViewScene_cls::PrepareObjects() {
     FilterLists_cls* filters = mContext.mHost.GetPCFilters();
-    if (filters) filters->GetObject().PrepareObjects(mContext.mMoment.dataFrame);
+    if (!filters) return;
+    filters->GetObject().PrepareObjects(mContext.mMoment.dataFrame);
+    if (filters->mpCBonds) filters->mpCBonds->TakeAbort(); // drawing would take the press for an old one
 }
 
 // Meshes stand in each copy, simple shapes once.
