@@ -21,7 +21,7 @@ constexpr long kMostFraction = 22;             // powers that doubles hold exact
 constexpr long kMostDigits = 19;               // that 64 bits hold for sure
 constexpr uint64_t kExact = uint64_t(1) << 53; // integers up to here are doubles
 constexpr long kMostIndexDigits = 18;
-constexpr size_t kRun = 64; // lines that are read without a look at anything else
+constexpr size_t kRun = 1024; // lines that are read without a look at anything else
 
 /// A backslash that lets the line go on behind the line feed: that place, else null.
 inline const char* PassContinuation(const char* p) {

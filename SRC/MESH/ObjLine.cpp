@@ -83,20 +83,61 @@ MORENTIS_WIDE inline __m256i LoadTwo(const void* pLow, const void* pHigh) {
     return _mm256_inserti128_si256(_mm256_castsi128_si256(Load(pLow)), Load(pHigh), 1);
 }
 
-/// Where a number's digits stand.
-struct Word_st {
-    const char* mpFirst;
-    const Order_t* mpOrder;
-    double mPower;
+/// Bits up to the lowest one, and with it.
+MORENTIS_WIDE inline uint64_t UpTo(uint64_t marks) { return _blsmsk_u64(marks); }
+
+/// Where the three numbers of a line stand. Most lines are laid out as the one before them, so that nothing
+/// needs to be worked out anew.
+struct PlaceLayout_st {
+    uint64_t mEnds = 0; ///< of the words
+    uint64_t mPoints = 0;
+    uint64_t mMinus = 0;
+    size_t mFirst[3];          ///< digits
+    __m256i mOrderAB, mOrderC; ///< as in kOrders
+    __m256d mPower;
+    __m128 mSigns;
 };
 
+/// False: the line is of another form.
+MORENTIS_WIDE bool LayOut(uint64_t ends, uint64_t points, uint64_t minus, PlaceLayout_st* pLayout) {
+    pLayout->mEnds = ends;
+    pLayout->mPoints = points;
+    pLayout->mMinus = minus;
+    const Order_t* orders[3];
+    double power[4] = {1.0, 1.0, 1.0, 1.0};
+    uint32_t signs[4] = {0, 0, 0, 0};
+    size_t begin = 0;
+    for (size_t k = 0; k < 3; ++k) {
+        const size_t point = TakeFirst(&points), end = TakeFirst(&ends);
+        const uint32_t bMinus = begin < kRegisters ? minus >> begin & 1 : 0;
+        begin += bMinus;
+        // Where they don't follow each other, differences are huge.
+        const size_t whole = point - begin, fraction = end - point - 1, number = whole + fraction;
+        if (whole > kMostDigits || fraction > kMostDigits || number - 1 >= kMostDigits) {
+            pLayout->mEnds = 0; // of no line
+            return false;
+        }
+        pLayout->mFirst[k] = begin;
+        orders[k] = &kOrders[whole][fraction];
+        power[k] = kPower[fraction];
+        signs[k] = bMinus << 31;
+        begin = end + 1;
+    }
+    if (ends != 0) pLayout->mEnds = 0;
+    pLayout->mOrderAB = LoadTwo(orders[0], orders[1]);
+    pLayout->mOrderC = LoadTwo(orders[2], &kOrders[0][0]);
+    pLayout->mPower = _mm256_loadu_pd(power);
+    pLayout->mSigns = _mm_castsi128_ps(Load(signs));
+    return ends == 0;
+}
+
 /// Three numbers from their digits. False: there are other characters among them.
-MORENTIS_WIDE inline bool MakeFloats(const Word_st* pWords, const __m128i& signs, float* pTo) {
+MORENTIS_WIDE inline bool MakeFloats(const char* p, const PlaceLayout_st& layout, float* pTo) {
     const __m256i zero = _mm256_set1_epi8('0');
-    __m256i ab = _mm256_xor_si256(LoadTwo(pWords[0].mpFirst, pWords[1].mpFirst), zero);
-    __m256i c = _mm256_xor_si256(_mm256_castsi128_si256(Load(pWords[2].mpFirst)), zero);
-    ab = _mm256_shuffle_epi8(ab, LoadTwo(pWords[0].mpOrder, pWords[1].mpOrder));
-    c = _mm256_shuffle_epi8(c, LoadTwo(pWords[2].mpOrder, &kOrders[0][0]));
+    __m256i ab = _mm256_xor_si256(LoadTwo(p + layout.mFirst[0], p + layout.mFirst[1]), zero);
+    __m256i c = _mm256_xor_si256(_mm256_castsi128_si256(Load(p + layout.mFirst[2])), zero);
+    ab = _mm256_shuffle_epi8(ab, layout.mOrderAB);
+    c = _mm256_shuffle_epi8(c, layout.mOrderC);
     if (HasOthers(_mm256_max_epu8(ab, c))) return false;
     ab = AddUp(ab);
     c = AddUp(c);
@@ -106,37 +147,23 @@ MORENTIS_WIDE inline bool MakeFloats(const Word_st* pWords, const __m128i& signs
     const __m256d high = _mm256_cvtepi32_pd(_mm_unpacklo_epi64(mixed, c2));
     const __m256d low = _mm256_cvtepi32_pd(_mm_unpackhi_epi64(mixed, _mm_slli_si128(c2, 4)));
     const __m256d whole = _mm256_add_pd(_mm256_mul_pd(high, _mm256_set1_pd(1e8)), low);
-    const __m256d power = _mm256_set_pd(1.0, pWords[2].mPower, pWords[1].mPower, pWords[0].mPower);
-    const __m128 plain = _mm256_cvtpd_ps(_mm256_div_pd(whole, power));
-    _mm_storeu_ps(pTo, _mm_xor_ps(plain, _mm_castsi128_ps(signs)));
+    const __m128 plain = _mm256_cvtpd_ps(_mm256_div_pd(whole, layout.mPower));
+    _mm_storeu_ps(pTo, _mm_xor_ps(plain, layout.mSigns));
     return true;
 }
 
 /// What stands behind the place, or null when it is of another form.
-MORENTIS_WIDE inline const char* ReadPlace(const char* p, float* pTo) {
+MORENTIS_WIDE inline const char* ReadPlace(const char* p, PlaceLayout_st* pLayout, float* pTo) {
     const __m256i low = LoadLine(p, 0), high = LoadLine(p, 32);
     const uint64_t line = Find(low, high, '\n');
-    uint64_t ends = Find(low, high, ' ') | line;
-    uint64_t points = Find(low, high, '.');
-    Word_st words[3];
-    uint32_t minus[3];
-    size_t begin = 0, bad = 0;
-    for (int k = 0; k < 3; ++k) {
-        const size_t point = TakeFirst(&points), end = TakeFirst(&ends);
-        minus[k] = p[begin] == '-';
-        begin += minus[k];
-        // Where they don't follow each other, differences are huge.
-        const size_t whole = point - begin, fraction = end - point - 1, number = whole + fraction;
-        bad |= whole | fraction | number | (number - 1);
-        words[k] = {p + begin, &kOrders[whole & kMostDigits][fraction & kMostDigits],
-                    kPower[fraction & kMostDigits]};
-        begin = end + 1;
-    }
-    if (bad > kMostDigits || _tzcnt_u64(line) != begin - 1) return nullptr;
-    const __m128i signs = _mm_slli_epi32(
-        _mm_set_epi32(0, static_cast<int>(minus[2]), static_cast<int>(minus[1]), static_cast<int>(minus[0])),
-        31);
-    return MakeFloats(words, signs, pTo) ? p + begin : nullptr;
+    const uint64_t whole = UpTo(line);
+    const uint64_t ends = (Find(low, high, ' ') | line) & whole;
+    const uint64_t points = Find(low, high, '.') & whole;
+    const uint64_t minus = Find(low, high, '-') & whole;
+    if (line == 0) return nullptr;
+    const bool bSame = ends == pLayout->mEnds && points == pLayout->mPoints && minus == pLayout->mMinus;
+    if (!bSame && !LayOut(ends, points, minus, pLayout)) return nullptr;
+    return MakeFloats(p, *pLayout, pTo) ? p + _tzcnt_u64(line) + 1 : nullptr;
 }
 
 /// The characters from `begin` to `end`, at most 8, as a number's digits behind zeros.
@@ -147,9 +174,7 @@ MORENTIS_WIDE inline uint64_t TakeDigits(const char* p, size_t begin, size_t end
 }
 
 /// Three numbers of such digits, less 1. False: one of them is 0, or has other characters.
-MORENTIS_WIDE inline bool MakeIndices(uint64_t a, uint64_t b, uint64_t c, int* pTo) {
-    const __m256i digits = _mm256_set_epi64x(1LL << 56, static_cast<long long>(c), static_cast<long long>(b),
-                                             static_cast<long long>(a));
+MORENTIS_WIDE inline bool MakeIndices(const __m256i& digits, int* pTo) {
     const __m256i sums = AddUp(digits);
     // a and b stand in front of the lower half, c and a one in front of the upper.
     const __m128i numbers =
@@ -157,6 +182,13 @@ MORENTIS_WIDE inline bool MakeIndices(uint64_t a, uint64_t b, uint64_t c, int* p
     const __m128i zero = _mm_cmpeq_epi32(numbers, _mm_setzero_si128());
     _mm_storeu_si128(reinterpret_cast<__m128i*>(pTo), _mm_sub_epi32(numbers, _mm_set1_epi32(1)));
     return !HasOthers(digits) && _mm_testz_si128(zero, zero) != 0;
+}
+
+MORENTIS_WIDE inline bool MakeIndices(const uint64_t* pDigits, int* pTo) {
+    return MakeIndices(_mm256_set_epi64x(1LL << 56, static_cast<long long>(pDigits[2]),
+                                         static_cast<long long>(pDigits[1]),
+                                         static_cast<long long>(pDigits[0])),
+                       pTo);
 }
 
 struct FaceEnds_st {
@@ -177,22 +209,51 @@ MORENTIS_WIDE bool ReadSlashed(const char* p, const FaceEnds_st& ends, uint64_t 
         if (end - behind - 2 >= kMostIndexDigits) return false;
         normals[k] = TakeDigits(p, behind + 1, end);
     }
-    return MakeIndices(digits[0], digits[1], digits[2], pVertex) &&
-           (!pNormal || MakeIndices(normals[0], normals[1], normals[2], pNormal));
+    return MakeIndices(digits, pVertex) && (!pNormal || MakeIndices(normals, pNormal));
+}
+
+/// Where the numbers of a face stand that has nothing else.
+struct FaceLayout_st {
+    uint64_t mEnds = 0; ///< of the words
+    size_t mBegin[2];   ///< of the second and third
+    __m256i mShift;     ///< bits, so that digits stand behind zeros
+};
+
+MORENTIS_WIDE inline void LayOut(uint64_t ends, size_t first, size_t second, size_t last,
+                                 FaceLayout_st* pLayout) {
+    const auto shift = [](size_t digits) { return static_cast<long long>(8 * (kMostIndexDigits - digits)); };
+    pLayout->mEnds = ends;
+    pLayout->mBegin[0] = first + 1;
+    pLayout->mBegin[1] = second + 1;
+    pLayout->mShift = _mm256_set_epi64x(0, shift(last - second - 1), shift(second - first - 1), shift(first));
+}
+
+MORENTIS_WIDE inline bool MakeIndices(const char* p, const FaceLayout_st& layout, int* pTo) {
+    long long a, b, c;
+    std::memcpy(&a, p, sizeof a);
+    std::memcpy(&b, p + layout.mBegin[0], sizeof b);
+    std::memcpy(&c, p + layout.mBegin[1], sizeof c);
+    constexpr long long kOne = 0x3130303030303030; // the number 1
+    const __m256i digits = _mm256_xor_si256(_mm256_set_epi64x(kOne, c, b, a), _mm256_set1_epi8('0'));
+    return MakeIndices(_mm256_sllv_epi64(digits, layout.mShift), pTo);
 }
 
 /// As ReadPlace.
-MORENTIS_WIDE inline const char* ReadFace(const char* p, int* pVertex, int* pNormal) {
+MORENTIS_WIDE inline const char* ReadFace(const char* p, FaceLayout_st* pLayout, int* pVertex, int* pNormal) {
     const __m256i low = LoadLine(p, 0), high = LoadLine(p, 32);
     const uint64_t line = Find(low, high, '\n');
-    uint64_t marks = Find(low, high, ' ') | line;
+    uint64_t marks = (Find(low, high, ' ') | line) & UpTo(line);
+    if (!pNormal && line != 0 && marks == pLayout->mEnds && MakeIndices(p, *pLayout, pVertex))
+        return p + _tzcnt_u64(line) + 1;
+    const uint64_t all = marks;
     const size_t first = TakeFirst(&marks), second = TakeFirst(&marks), last = TakeFirst(&marks);
     if (last >= kRegisters || _tzcnt_u64(line) != last) return nullptr;
     const size_t a = first - 1, b = second - first - 2, c = last - second - 2; // digits but one
-    if (!pNormal && (a | b | c) < kMostIndexDigits &&
-        MakeIndices(TakeDigits(p, 0, first), TakeDigits(p, first + 1, second),
-                    TakeDigits(p, second + 1, last), pVertex))
-        return p + last + 1;
+    if (!pNormal && (a | b | c) < kMostIndexDigits) {
+        LayOut(all, first, second, last, pLayout);
+        if (MakeIndices(p, *pLayout, pVertex)) return p + last + 1;
+        pLayout->mEnds = 0;
+    }
     const uint64_t within = (uint64_t(1) << last) - 1;
     const uint64_t slashes = Find(low, high, '/') & within;
     if (_mm_popcnt_u64(slashes) != (pNormal ? 6 : 3)) return nullptr;
@@ -208,10 +269,11 @@ MORENTIS_WIDE inline const char* ReadFace(const char* p, int* pVertex, int* pNor
 MORENTIS_WIDE void ReadPlainPlaces(bool bNormals, ObjRun_st* pRun, float* pTo) {
     const size_t head = bNormals ? 3 : 2;
     const char* p = pRun->mpNext;
+    PlaceLayout_st layout{};
     size_t number = 0;
     for (; number < pRun->mNumber && p < pRun->mpEnd; ++number) {
         const bool bKind = bNormals ? p[0] == 'v' && p[1] == 'n' && p[2] == ' ' : p[0] == 'v' && p[1] == ' ';
-        const char* const next = bKind ? ReadPlace(p + head, pTo + 3 * number) : nullptr;
+        const char* const next = bKind ? ReadPlace(p + head, &layout, pTo + 3 * number) : nullptr;
         if (!next) break;
         p = next;
     }
@@ -221,10 +283,11 @@ MORENTIS_WIDE void ReadPlainPlaces(bool bNormals, ObjRun_st* pRun, float* pTo) {
 
 MORENTIS_WIDE void ReadPlainFaces(ObjRun_st* pRun, int* pVertex, int* pNormal) {
     const char* p = pRun->mpNext;
+    FaceLayout_st layout{};
     size_t number = 0;
     for (; number < pRun->mNumber && p < pRun->mpEnd && p[0] == 'f' && p[1] == ' '; ++number) {
         const char* const next =
-            ReadFace(p + 2, pVertex + 3 * number, pNormal ? pNormal + 3 * number : nullptr);
+            ReadFace(p + 2, &layout, pVertex + 3 * number, pNormal ? pNormal + 3 * number : nullptr);
         if (!next) break;
         p = next;
     }

@@ -119,6 +119,31 @@ TEST_F(FilterWeights, WallsBandsAndOddNumbers) {
     EXPECT_EQ(list[1].mAlpha, 1.0f);
 }
 
+TEST_F(FilterWeights, OnASurfaceTheLastBitDecides) {
+    const Place_t scale = {1.3f, 2.7f, 0.9f};
+    std::vector<Place_t> places = Scatter(4000, 1.0f);
+    size_t k = 0;
+    for (Place_t& p : places) {
+        const double length = std::sqrt(double(p[0]) * double(p[0]) + double(p[1]) * double(p[1]) +
+                                        double(p[2]) * double(p[2]));
+        const double onto = 0.5 * (1.0 + 1e-8 * double(int(k++ % 200) - 100)) / length;
+        for (size_t i = 0; i < 3; ++i)
+            p[i] = float(double(p[i]) * onto * double(scale[i]));
+    }
+    for (const float size : {1.0f, -1.0f, 1e-4f, 3e8f, 1e12f, 1e-12f, 1e-20f}) {
+        std::vector<Place_t> sized = places;
+        for (Place_t& p : sized)
+            for (float& x : p)
+                x *= size;
+        Expect(sized, {{0, 2, 0.0f, {0, 0, 0}, {scale[0] * size, scale[1] * size, scale[2] * size}}});
+        Expect(sized, {{1, 2, 0.0f, {0, 0, 0}, {scale[0] * size, scale[1] * size, scale[2] * size}}});
+    }
+    Expect(places, {{0, 2, 0.0f, {0, 0, 0}, scale}});
+    const size_t inside = Kept(places).size();
+    EXPECT_GT(inside, 1000u);
+    EXPECT_LT(inside, 3000u);
+}
+
 TEST_F(FilterWeights, SlicesOfThreadsMeetWithoutAGap) {
     for (const int count : {1, 2, 1023, 1025, 10000, 10001, 100001, 1000003})
         Expect(Scatter(count, 1.0f), {{0, 0, 0.3f, {0.1f, 0, 0}, {1.3f, 1.5f, 1.4f}}});
