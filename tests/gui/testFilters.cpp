@@ -48,7 +48,7 @@ TEST_F(Filters, EachEntryMakesItsKindAndShowsItOpen) {
     while (GCUndoList.IsUndoable())
         Menu(ID_UNDO);
     EXPECT_EQ(Text(), empty);
-    EXPECT_EQ(Strips()->GetRows().size(), 1u) << "the camera alone";
+    EXPECT_EQ(Strips()->GetRows().size(), 2u) << "camera and lights alone";
     while (GCUndoList.IsRedoable())
         Menu(ID_REDO);
     EXPECT_EQ(Text(), all);
@@ -308,7 +308,7 @@ TEST_F(Filters, FiltersOfOneNameAreEditedEachForItself) {
 
 TEST_F(Filters, ADiamondKeysAndTheTimeLineShowsIt) {
     FilterBase_cls* cut = Add(ID_FILTER_BOOLEAN, 0);
-    EXPECT_EQ(Strips()->GetRows().size(), 2u) << "the camera, and the filter folded";
+    EXPECT_EQ(Strips()->GetRows().size(), 3u) << "camera, lights, and the filter folded";
     ClickOn(Panel(cut).GetPCPanel()->GetKeyButton(2));
     Settle();
     EXPECT_TRUE(cut->mpCData->mpCTranslate->mVParams[0].mbTimeDepend.mValue);

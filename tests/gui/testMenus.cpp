@@ -66,7 +66,7 @@ TEST_F(Menus, WhatIsNotThereYetIsGreyed) {
     Bar()->GetMenu(2)->UpdateUI(); // Up, Down and Delete need a selected filter
     for (const int id : {ID_EXPORT_PATH_POV, ID_UNDO, ID_REDO, ID_FILTER_UP, ID_FILTER_DOWN, ID_FILTER_DELETE,
                          ID_POVRAY, ID_POV_EXPORT_SNAP, ID_POV_EXPORT_ANIM, ID_POV_RENDER_SNAP,
-                         ID_POV_RENDER_ANIM, ID_CAMERA_PATH, ID_LIGHT_SOURCE, ID_STEREOGRAM}) {
+                         ID_POV_RENDER_ANIM, ID_CAMERA_PATH, ID_STEREOGRAM}) {
         ASSERT_TRUE(Bar()->FindItem(id)) << id;
         EXPECT_FALSE(Bar()->IsEnabled(id)) << Bar()->GetLabel(id);
     }
@@ -86,6 +86,7 @@ TEST_F(Menus, WhatIsNotThereYetIsGreyed) {
                          ID_REMOVE_CACHE_ALL,
                          ID_PREFERENCE,
                          ID_VIEW_EXTRA,
+                         ID_LIGHT_SOURCE,
                          ID_COLOR_CURVE,
                          ID_FILTER_BOOLEAN,
                          ID_FILTER_FOG,

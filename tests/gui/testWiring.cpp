@@ -49,7 +49,7 @@ TEST_F(Wiring, EveryBlockOfAProjectStandsInItsPlace) {
                                    "PeriodicType=",
                                    "---CameraPath\n",
                                    "---AnchorPath\n",
-                                   nullptr,
+                                   "---AllLightSource\n",
                                    nullptr,
                                    nullptr,
                                    "GUI_GYRATION=",

@@ -74,12 +74,13 @@ std::string GetSceneDefines(int lightNumber) {
 bool HasRoomForLights(int number, bool bEachBlends) {
     const int other = bEachBlends ? 20 : 16; // floats besides the lights
     constexpr int kLight = 12;
+    constexpr int kMost = 7; // of the scene
     static const int sRoom = [] {
         GLint room = 0;
         glGetIntegerv(GL_MAX_VARYING_FLOATS, &room);
         return room;
     }();
-    return number <= 4 && other + kLight * number <= sRoom;
+    return number <= kMost && other + kLight * number <= sRoom;
 }
 
 std::string GetExactDefines(unsigned type, int lightNumber, bool bMaterials, bool bEachBlends,
