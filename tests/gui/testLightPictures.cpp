@@ -12,6 +12,7 @@
 #include "DrawTest.h"
 #include "GL/BASE/clsShaderCtrl.h"
 #include "GL/DRAW/clsGLSticks.h"
+#include "GroupValue.h"
 #include "PARAM/clsParamGroup.h"
 #include "SCENE/clsLightSRC.h"
 #include "SCENE/clsLightSRCCtrl.h"
@@ -89,7 +90,7 @@ protected:
             if (!light.mCVisible.mValue) continue;
             const int type = light.mCType.mValue;
             const int fade = light.mCFade.mValue;
-            std::vector<double> at = light.mpCTranslate->GetInterpolatedValue(0.0);
+            std::vector<double> at = GetGroupValue(light.mpCTranslate, 0.0);
             const Vector from = light.GetVDirectionVector(0.0);
             double share = 1.0;
             Vector to = Normalized(from);
@@ -329,7 +330,7 @@ TEST_F(LightPictures, ThePassesOfLightsAddUp) {
     for (const int i : {1, 2, 4, 6})
         mCtrl.GetLight(i).mCCastShadow.mValue = false;
     for (int i = 0; i < 7; ++i) { // so that nothing is cut off at full brightness
-        const double strength = 0.25 * mCtrl.GetLight(i).mpCStrength->GetInterpolatedValue(0.0)[0];
+        const double strength = 0.25 * GetGroupValue(mCtrl.GetLight(i).mpCStrength, 0.0)[0];
         mCtrl.GetLight(i).mpCStrength->SetKeyFrame(&strength, true, ParamGroup_cls::kCurrent);
     }
     SetAll(2, 3, 2);

@@ -5,6 +5,7 @@
 #include <wx/listctrl.h>
 
 #include "FilterTest.h"
+#include "GroupValue.h"
 #include "PARAM/clsParamGroup.h"
 #include "SCENE/clsLightSRC.h"
 #include "SCENE/clsLightSRCCtrl.h"
@@ -138,7 +139,7 @@ TEST_F(Lights, OneThatPointsAtTheOriginGoesOnDoingSo) {
     const wxString before = TextOfLights();
     LightSRC_cls& light = Ctrl().GetLight(0);
     const auto expectPointing = [&](const std::vector<double>& place) {
-        EXPECT_EQ(light.mpCTranslate->GetInterpolatedValue(0.0), place);
+        EXPECT_EQ(GetGroupValue(light.mpCTranslate, 0.0), place);
         const std::array<double, 3> from = light.GetVDirectionVector(0.0);
         const double far = std::hypot(place[0], place[1], place[2]);
         for (size_t i = 0; i < 3; ++i)
@@ -148,14 +149,14 @@ TEST_F(Lights, OneThatPointsAtTheOriginGoesOnDoingSo) {
     const wxString turned = TextOfLights();
     auto* x = dynamic_cast<NumField_cls*>(mpGUI->GetPCPanel()->GetField(GUI::ROW_TRANSLATE));
     TypeInto(x, "-3");
-    expectPointing({-3, 1, light.mpCTranslate->GetInterpolatedValue(0.0)[2]});
+    expectPointing({-3, 1, GetGroupValue(light.mpCTranslate, 0.0)[2]});
     Menu(ID_UNDO);
     EXPECT_EQ(TextOfLights().ToStdString(), turned.ToStdString()) << "place and turn are one step";
     Menu(ID_UNDO);
     EXPECT_EQ(TextOfLights().ToStdString(), before.ToStdString());
     Menu(ID_REDO);
     Menu(ID_REDO);
-    expectPointing({-3, 1, light.mpCTranslate->GetInterpolatedValue(0.0)[2]});
+    expectPointing({-3, 1, GetGroupValue(light.mpCTranslate, 0.0)[2]});
 }
 
 TEST_F(Lights, TheDialogKeepsItsPlace) {

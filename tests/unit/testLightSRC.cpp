@@ -5,6 +5,7 @@
 #include <sstream>
 #include <vector>
 
+#include "GroupValue.h"
 #include "PARAM/clsUndoManager.h"
 #include "SCENE/clsLightSRC.h"
 #include "SCENE/clsLightSRCCtrl.h"
@@ -162,8 +163,8 @@ TEST_F(LightSRC, TheNextLightMovesDownWithWhatIsItsPlaceAndLook) {
     EXPECT_EQ(second.mCSpotAngle.mValue, 12);
     EXPECT_EQ(second.mCTarget.mValue, 2u);
     EXPECT_FALSE(second.mCVisible.mValue);
-    EXPECT_EQ(second.mpCTranslate->GetInterpolatedValue(0.0), (std::vector<double>{4, 5, 6}));
-    EXPECT_EQ(second.mpCRotate->GetInterpolatedValue(0.0), (std::vector<double>{7, 8, 9}));
+    EXPECT_EQ(GetGroupValue(second.mpCTranslate, 0.0), (std::vector<double>{4, 5, 6}));
+    EXPECT_EQ(GetGroupValue(second.mpCRotate, 0.0), (std::vector<double>{7, 8, 9}));
     EXPECT_FLOAT_EQ(Strength(mLights, 1), 0.7f);
     // These stay behind.
     EXPECT_EQ(second.mCFadeDistance.mValue, 1.0f);
