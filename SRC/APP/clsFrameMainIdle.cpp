@@ -57,17 +57,19 @@ bool FollowBonds(FrameMain_cls& frame, wxIdleEvent& event) {
     constexpr long kMillis = 40; // what a user doesn't feel as a halt
     constexpr long kTellMillis = 200;
     static wxStopWatch sTold;
+    static wxString sToldText;
     using State = BondFollower_cls::State;
     BondFollower_cls* bonds = frame.GetPCFilters()->mpCBonds.get();
     if (GbGLLockDrawing.load() || GbGLLockForLoadingData.load() || GbGLLockProjectLoading.load())
         return false;
-    const wxString before = bonds->GetStatus();
     if (bonds->TakeAbort() && frame.GetPCTimeCtrl()->mbOutputRun) frame.StopRun();
     const State state = bonds->Follow(kMillis, BondFollower_cls::Source::Background);
     if (state == State::Known && bonds->TakeMissed()) frame.RefreshGL();
     const bool bWorks = state == State::More || state == State::Reading;
-    if (bonds->GetStatus() != before && (!bWorks || sTold.Time() > kTellMillis)) {
+    const wxString text = bonds->GetStatus(); // a paint may have changed it
+    if (text != sToldText && (!bWorks || sTold.Time() > kTellMillis)) {
         sTold.Start();
+        sToldText = text;
         frame.UpdateStatusText();
         if (state == State::Stopped) frame.RefreshGL(); // for the views' line
         if (state == State::Stopped && !bonds->GetReason().empty())
