@@ -24,18 +24,31 @@ std::string OtherValue(const std::string& key, const std::string& value, int see
     static const struct {
         const char* mpKey;
         const char* mpValue;
-    } kFixed[] = {{"DataLoadGrammerHead=", "2 0 1"}, {"DataLoadGrammerBody=", "6 7 0 1 8 2 2"},
-                  {"DataExportGrammerHead=", "3 1"}, {"DataExportGrammerBody=", "8 0 6 4 1"},
-                  {"TimeMaxFrame=", "1234"},         {"TimeWorkAreaMin=", "11"},
-                  {"TimeWorkAreaMax=", "1201"},      {"TimeActiveAreaMin=", "7"},
-                  {"TImeActiveAreaMax=", "1213"},    {"TimeAnimStep=", "3"},
-                  {"TimeAnimInterp=", "7"},          {"TimeUseTimeRemap=", "0"},
-                  {"PreviewPanelType=", "3"},        {"FBOBufferSize=", "1"},
-                  {"Panel0DisplayMode=", "4"},       {"Panel1DisplayMode=", "0"},
-                  {"Panel2DisplayMode=", "5"},       {"Panel3DisplayMode=", "2"},
-                  {"Panel4DisplayMode=", "8"},       {"OverLayShowLegend=", "0 1 1 0"},
-                  {"ImgSequenceOutW=", "1921"},      {"ImgSequenceOutH=", "1079"},
-                  {"ImgSequenceBlurSteps=", "17"},   {"ImgSequenceVideoRate=", "23.976000"}};
+    } kFixed[] = {{"DataLoadGrammerHead=", "2 0 1"},
+                  {"DataLoadGrammerBody=", "6 7 0 1 8 2 2"},
+                  {"DataExportGrammerHead=", "3 1"},
+                  {"DataExportGrammerBody=", "8 0 6 4 1"},
+                  {"TimeMaxFrame=", "1234"},
+                  {"TimeWorkAreaMin=", "11"},
+                  {"TimeWorkAreaMax=", "1201"},
+                  {"TimeActiveAreaMin=", "7"},
+                  {"TImeActiveAreaMax=", "1213"},
+                  {"TimeAnimStep=", "3"},
+                  {"TimeAnimInterp=", "7"},
+                  {"TimeUseTimeRemap=", "0"},
+                  {"PreviewPanelType=", "3"},
+                  {"FBOBufferSize=", "1"},
+                  {"Panel0DisplayMode=", "4"},
+                  {"Panel1DisplayMode=", "0"},
+                  {"Panel2DisplayMode=", "5"},
+                  {"Panel3DisplayMode=", "2"},
+                  {"Panel4DisplayMode=", "8"},
+                  {"OverLayShowLegend=", "0 1 1 0"},
+                  {"ImgSequenceOutW=", "1921"},
+                  {"ImgSequenceOutH=", "1079"},
+                  {"ImgSequenceBlurSteps=", "17"},
+                  {"ImgSequenceVideoRate=", "23.976000"},
+                  {"LightNumber=", "2"}}; // as many blocks follow
     for (const auto& fixed : kFixed)
         if (key == fixed.mpKey) return fixed.mpValue;
     std::istringstream in(value);
