@@ -120,7 +120,7 @@ variant galaxy_small_bin overlay 'OverLayTimePos=2' 'OverLayTimeTag=t / Myr = ' 
   'ExposureLevel=0 2' 'ExposureGamma=1.4' 'Panel0ShowMessage=0' 'Panel0ShowItems=0' 'Panel0ShowGrid=0'
 open_project galaxy_small_bin overlay
 steps 5
-click 1203 443 # the tab "Exposure"
+click 1203 265 # the tab "Exposure"
 shoot "$MAIN" views_pages
 alive
 

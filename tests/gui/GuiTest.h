@@ -72,10 +72,12 @@ protected:
     static MainGLCanvas_cls* Canvas(int view);
     static SharedView_cls& Shared(); ///< of all views
 
+    /// No limit of speed: the machine may be busy with something else.
+    static constexpr int kPatience = 30000;
     /// Let events run until `done` holds; false after `millis`.
-    static bool PumpUntil(const std::function<bool()>& done, int millis = 10000);
+    static bool PumpUntil(const std::function<bool()>& done, int millis = kPatience);
     /// Let events run until nothing is pending and every shown view is painted.
-    static bool Settle(int millis = 10000);
+    static bool Settle(int millis = kPatience);
     /// Post a menu command as the menu would, and settle.
     static void Menu(int id, bool bChecked = false);
     /// Open the sequence of a file with the present grammar and wait for its first picture.
@@ -119,7 +121,7 @@ protected:
     /// The numeric field under a tooltip that begins so.
     static NumField_cls* FindField(wxWindow* root, const wxString& tip);
     /// The shown window with this title, waited for; null when none comes.
-    static wxTopLevelWindow* WaitForWindow(const wxString& title, int millis = 5000);
+    static wxTopLevelWindow* WaitForWindow(const wxString& title, int millis = kPatience);
     static wxPoint Middle(const wxWindow* window);
     static void ClickOn(wxWindow* window) { Click(window, Middle(window)); }
     /// What the screen shows of a window.

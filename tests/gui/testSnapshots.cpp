@@ -38,7 +38,7 @@ TEST_F(Snapshots, ANameWithoutANumberIsAskedAbout) {
     Time()->SetWAMaxNative(0);
     mAnswers = {true, false};
     ClickOn(FindByLabel(Dialog(), "Render Anim"));
-    ASSERT_TRUE(PumpUntil([this] { return Files().size() == 1; }, 5000) && Finish());
+    ASSERT_TRUE(PumpUntil([this] { return Files().size() == 1; }) && Finish());
     EXPECT_EQ(Files(), std::set<std::string>{"plain0000.png"});
     SetOutput("single.png", 32, 32);
     ASSERT_TRUE(Render("Render Snap"));
@@ -107,12 +107,10 @@ TEST_F(Snapshots, TheViewGoesToTheClipboard) {
     Canvas(0)->SetFocus();
     Key('C', wxMOD_CONTROL | wxMOD_SHIFT);
     wxBitmapDataObject data;
-    ASSERT_TRUE(PumpUntil(
-        [&data] {
-            wxClipboardLocker clipboard;
-            return !!clipboard && wxTheClipboard->IsSupported(wxDF_BITMAP) && wxTheClipboard->GetData(data);
-        },
-        5000));
+    ASSERT_TRUE(PumpUntil([&data] {
+        wxClipboardLocker clipboard;
+        return !!clipboard && wxTheClipboard->IsSupported(wxDF_BITMAP) && wxTheClipboard->GetData(data);
+    }));
     const wxImage image = data.GetBitmap().ConvertToImage();
     const Picture_st shown = Grab(0);
     ASSERT_EQ(image.GetSize(), wxSize(shown.mW, shown.mH));
