@@ -17,9 +17,8 @@ enum class GuardWord : char {
 /// Run `film` in a child; the answer is the status to end with. A child that ends without having said
 /// GuardWord::Ended (a driver crashed, the system took its memory, a library called exit) is a reason on
 /// stderr and FilmStatus::NotOpened, or SomeFailed once frames were begun; then the frames that aren't
-/// settled are named. Signals that ask for the end are
-/// passed on, and this process ends by the one that its child ended by. Where no child can be made, `film`
-/// runs here.
+/// settled are named. Signals that ask for the end are passed on, and this process ends by the one that its
+/// child ended by. Where no child can be made, `film` runs here.
 int RunGuarded(const std::function<int()>& film);
 void TellGuard(GuardWord word);
 /// What is going to be made.

@@ -27,14 +27,6 @@ constexpr int kPanelWidth = 470;
 constexpr int kMaxQuality = 100;
 enum Icon { ICON_LIGHT, ICON_SPOT };
 
-NumSpec Range(double low, double high, double step) {
-    NumSpec spec;
-    spec.mMin = low;
-    spec.mMax = high;
-    spec.mStep = step;
-    return spec;
-}
-
 } // namespace
 
 LightSRCGUI_cls* LightSRCGUI_cls::mspCThis = nullptr;
@@ -99,12 +91,12 @@ void LightSRCGUI_cls::SetMNumParam(LightSRC_cls& light) {
                         "A light that fades begins twice as bright."));
     panel.AddChoiceTo(type, &light.mCTarget.mValue, {_("No Target"), _("Target Origin"), _("Target Anchor")},
                       _("What it turns to when it is moved; without a target the rotation alone says it"));
-    panel.AddParam(_("Translate"), light.mpCTranslate, Range(-1e30, 1e30, 0.01),
+    panel.AddParam(_("Translate"), light.mpCTranslate, RangeSpec(-1e30, 1e30, 0.01),
                    _("Place of the light; a parallel one shines from everywhere along its rotation"));
-    panel.AddParam(_("Rotate"), light.mpCRotate, Range(-1e30, 1e30, 1),
+    panel.AddParam(_("Rotate"), light.mpCRotate, RangeSpec(-1e30, 1e30, 1),
                    _("Rotation around x, y and z in degrees; it shines along its x axis"));
-    panel.AddParam(_("L. Strength"), light.mpCStrength, Range(0, 200, 0.01), _("Brightness; 1 is full"));
-    panel.AddNumber(_("Fade Distance"), &light.mCFadeDistance.mValue, 1, Range(0, 1000, 0.01),
+    panel.AddParam(_("L. Strength"), light.mpCStrength, RangeSpec(0, 200, 0.01), _("Brightness; 1 is full"));
+    panel.AddNumber(_("Fade Distance"), &light.mCFadeDistance.mValue, 1, RangeSpec(0, 1000, 0.01),
                     _("Distance at which a light that fades is as bright as one that doesn't"));
     panel.AddNumber(_("Spot Angle"), &light.mCSpotAngle.mValue, 1,
                     IntegerSpec(0, LightSRC_cls::kMaxSpotAngle),
@@ -115,7 +107,7 @@ void LightSRCGUI_cls::SetMNumParam(LightSRC_cls& light) {
     panel.AddCheck(_("Area Light"), &light.mCLightArea.mValue, _("On"),
                    _("Soft shadows.\nActs in POV-Ray pictures only."));
     const int area = panel.AddNumber(_("Size/Quality"), &light.mCLightAreaSize.mValue, 1,
-                                     Range(0, 1000, 0.01), _("Width and height of the area"));
+                                     RangeSpec(0, 1000, 0.01), _("Width and height of the area"));
     panel.AddNumberTo(area, &light.mCLightAreaQuality.mValue, IntegerSpec(1, kMaxQuality),
                       _("Lights along a side of the area"));
 }

@@ -37,6 +37,14 @@ double ThreeDigits(double value) {
 
 } // namespace
 
+NumSpec RangeSpec(double low, double high, double step) {
+    NumSpec spec;
+    spec.mMin = low;
+    spec.mMax = high;
+    spec.mStep = step;
+    return spec;
+}
+
 NumSpec IntegerSpec(int low, int high) {
     NumSpec spec;
     spec.mMin = low;

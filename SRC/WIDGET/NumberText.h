@@ -15,6 +15,8 @@ struct NumSpec {
 
 /// Whole numbers of a range.
 NumSpec IntegerSpec(int low, int high);
+/// Any number of a range, and what an arrow adds.
+NumSpec RangeSpec(double low, double high, double step);
 
 /// The whole text as a number; blanks around it, a leading plus and a comma for the point are taken.
 /// False for anything else, for infinity and NaN, and for a fraction where an integer is wanted.

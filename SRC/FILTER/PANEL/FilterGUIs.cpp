@@ -46,14 +46,6 @@ std::unique_ptr<FilterGUI_cls> MakeFilterGUI(FilterBase_cls& filter, FilterPanel
     }
 }
 
-NumSpec RangeSpec(double low, double high, double step) {
-    NumSpec spec;
-    spec.mMin = low;
-    spec.mMax = high;
-    spec.mStep = step;
-    return spec;
-}
-
 void SetMNumBasic(MultiInputPanel_cls& panel, FilterData_cls& data) {
     panel.BeginColumns(kShortLabel);
     const NumSpec length = RangeSpec(-1e30, 1e30, 0.1);

@@ -16,7 +16,6 @@ std::unique_ptr<FilterGUI_cls> MakeFilterGUI(FilterBase_cls& filter, FilterPanel
 
 /// Animated place, rotation in degrees and scale, a row each.
 void SetMNumBasic(MultiInputPanel_cls& panel, FilterData_cls& data);
-NumSpec RangeSpec(double low, double high, double step);
 /// Ask for a file in the place of `*pPath`; a step of the undo list.
 void AskForPath(MultiInputPanel_cls& panel, int row, const FilterData_cls& data, wxString* pPath,
                 const wxString& title, const wxString& wildcard);

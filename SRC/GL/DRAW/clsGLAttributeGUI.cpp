@@ -17,10 +17,7 @@
 namespace {
 
 NumSpec Range(double low, double high, double step, bool bRelative = false) {
-    NumSpec spec;
-    spec.mMin = low;
-    spec.mMax = high;
-    spec.mStep = step;
+    NumSpec spec = RangeSpec(low, high, step);
     spec.mbRelative = bRelative;
     return spec;
 }

@@ -7,28 +7,16 @@
 #include "COMMON/UpdateBits.h"
 #include "GL/VIEW/clsExposure.h"
 
-namespace {
-
-NumSpec Range(double low, double high, double step) {
-    NumSpec spec;
-    spec.mMin = low;
-    spec.mMax = high;
-    spec.mStep = step;
-    return spec;
-}
-
-} // namespace
-
 ExposureGUI_cls::ExposureGUI_cls(wxWindow* pParent, Exposure_cls* pExposure)
     : MultiInputPanel_cls(pParent), mpCExposure(pExposure) {
-    AddNumber(_("Level"), pExposure->mLevel.mValue, 2, Range(-100, 100, 0.01),
+    AddNumber(_("Level"), pExposure->mLevel.mValue, 2, RangeSpec(-100, 100, 0.01),
               _("Light that is shown black, and light that is shown at full brightness; 1 is what one opaque "
                 "white particle gives"));
-    AddNumber(_("Gamma"), &pExposure->mGamma.mValue, 1, Range(0.01, 10, 0.01),
+    AddNumber(_("Gamma"), &pExposure->mGamma.mValue, 1, RangeSpec(0.01, 10, 0.01),
               _("Above 1 brightens what lies between black and full brightness, below 1 darkens it"));
-    AddNumber(_("Hue"), &pExposure->mHueOffset.mValue, 1, Range(-180, 180, 1),
+    AddNumber(_("Hue"), &pExposure->mHueOffset.mValue, 1, RangeSpec(-180, 180, 1),
               _("Turns all colours around the colour circle, in degrees"));
-    AddNumber(_("Saturation"), &pExposure->mSaturation.mValue, 1, Range(-100, 100, 1),
+    AddNumber(_("Saturation"), &pExposure->mSaturation.mValue, 1, RangeSpec(-100, 100, 1),
               _("Percent more colour; -100 leaves greys"));
     mRowDefault = AddButton("", _("Default"), _("Show the picture as it is drawn"));
     AddStatic(
