@@ -48,8 +48,7 @@ void EditMenu_cls::OnMenuTimeRemap(wxCommandEvent& event) {
 }
 
 void EditMenu_cls::OnMenuDeselect(wxCommandEvent&) {
-    mHub.mpCFilters->SelectFilter(nullptr, false);
-    mFrame.GetPCBtmHalf()->GetPCParamGUICtrl()->SelectObject(static_cast<SceneObj_cls*>(nullptr));
+    mHub.SelectObject(nullptr);
 }
 
 void EditMenu_cls::OnMenuScene(wxCommandEvent&) { mHub.mpCScene->OpenWindow(&mFrame); }

@@ -217,6 +217,7 @@ void FrameMain_cls::UpdateStatusText() {
          {GetStandstill(), bonds ? bonds->GetStatus() : wxString(), mpCImageRun->GetVideoStatus(),
           mpCMain->mpCImgSequence->GetProgressText(), mpCExportRun->GetExportStatus()})
         if (!run.empty()) text[0] = run;
+    if (!mStrPointed.empty()) text[0] = mStrPointed;
     const int drawing = GDrawingPercentage.load();
     if (drawing != 100) text[2] = wxString::Format("%s%d%%", kStages[GDrawingStage.load() % 3], drawing);
     const int reading = GThreadReaderPercentage.load();
@@ -225,6 +226,14 @@ void FrameMain_cls::UpdateStatusText() {
     for (int field = 0; field < 4; ++field)
         if (GetStatusBar()->GetStatusText(field) != text[field]) SetStatusText(text[field], field);
 }
+
+void FrameMain_cls::TellPointed(const wxString& text) {
+    if (text == mStrPointed) return;
+    mStrPointed = text;
+    UpdateStatusText();
+}
+
+void FrameMain_cls::SelectPicked(int name) { mpCMain->SelectPicked(name); }
 
 void FrameMain_cls::OpenProject(const wxString& path) { mpCFileMenu->OpenProject(path); }
 

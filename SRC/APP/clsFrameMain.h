@@ -104,6 +104,8 @@ public:
     void StopRun();
     /// The export of data has come to its end.
     void EndExport() override;
+    void SelectPicked(int name) override;
+    void TellPointed(const wxString& text) override;
     bool MayDrawCopies(long long number) override;
     CopyQuestion_cls& GetCopyQuestion() const { return *mpCCopyQuestion; }
     void OnDataReady() override;
@@ -133,6 +135,7 @@ private:
     void OnSash(wxSplitterEvent& event);
 
     Main_cls* mpCMain;
+    wxString mStrPointed; ///< what the pointer is over in a view
     wxSplitterWindow* mpCSplitter = nullptr;
     TopHalfPanel_cls* mpCTopHalf = nullptr;
     BtmHalfPanel_cls* mpCBtmHalf = nullptr;

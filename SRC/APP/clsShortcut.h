@@ -13,6 +13,7 @@ public:
 private:
     bool ProcCtrl(int keycode);
     bool ProcPlain(int keycode);
+    bool ProcItem(int keycode);
     bool ProcTime(int keycode);
     /// Display mode of the active view.
     void SetDisplayMode(int mode);

@@ -54,7 +54,8 @@ MainGLCanvas_cls::MainGLCanvas_cls(wxWindow* pParent, GLCanvasCtrl_cls* pCtrl, c
       mpCCtrl(pCtrl), mpCHost(links.mpCHost), mpCShared(links.mpCShared), mpCDrawOption(links.mpCDrawOption),
       mWait(*mpCHost), mContext{*mpCHost, *mpCShared, *this, mCamera, mCGLPerspective, mMoment, mMessage},
       mScene(mContext), mGather(mContext), mOverlay(mContext), mImage(mContext, mScene, mGather, mOverlay),
-      mExport(mContext), mMenu(*this, *pCtrl), mMouse(*this, mMenu, *mpCHost, links.mpCPreference) {
+      mExport(mContext), mPick(mContext, mScene), mMenu(*this, *pCtrl),
+      mMouse(*this, mMenu, mPick, *mpCHost, links.mpCPreference, mpCShared->mThinning) {
     // A window that GL can't draw into still stands in its place and says why it is empty.
     const bool bGL = GetHandle() != nullptr;
     if (bGL) MakeContext(pShare);

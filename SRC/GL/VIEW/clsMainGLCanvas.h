@@ -12,6 +12,7 @@
 #include <wx/stopwatch.h>
 
 #include "GL/BASE/clsGLPerspective.h"
+#include "GL/BASE/clsNavigators.h"
 #include "GL/VIEW/clsFrameWait.h"
 #include "GL/VIEW/clsKeptPicture.h"
 #include "GL/VIEW/clsViewCamera.h"
@@ -23,6 +24,7 @@
 #include "GL/VIEW/clsViewMessage.h"
 #include "GL/VIEW/clsViewMouse.h"
 #include "GL/VIEW/clsViewOverlay.h"
+#include "GL/VIEW/clsViewPick.h"
 #include "GL/VIEW/clsViewScene.h"
 #include "GL/VIEW/clsViewSettings.h"
 
@@ -63,6 +65,8 @@ public:
     /// Look through the camera path (display mode 7).
     void LinkageConnect();
     void SetThisToBeActiveGL();
+    /// Keys while an item is dragged here (ViewItemMouse_cls::OnKey).
+    bool OnDragKey(int keycode) { return mMouse.OnDragKey(keycode); }
 
     /// The next paint makes an image, complete when the last step of a motion blur has been added. `size`
     /// empty: as large as the window.
@@ -89,6 +93,11 @@ public:
     /// Text of the last message lines, as drawn; for tests and the status.
     wxString GetMessageText() const { return mMessage.GetMessageText(); }
     int GetPaintCount() const { return mPaintCount; }
+    /// What the last picture took, milliseconds.
+    double GetPaintMillis() const { return mPaintMillis; }
+    /// Does the picture on the screen lack particles because a hand dragged something (DragThinning_cls)?
+    bool IsThinned() const { return mbThinned; }
+    const ViewPick_cls& GetPick() const { return mPick; }
     /// The picture last shown: RGB, top row first, w times h pixels. Kept only while the views' shared
     /// msbKeepPicture is set.
     const std::vector<unsigned char>& GetShownPicture(int* pW, int* pH) const {
@@ -128,6 +137,9 @@ private:
     void EndFaces();
     void CountPaint();
     void DrawOnWindow();
+    void SetItemsFromWindow();
+    void NoteThinning();
+    void NotePaintTime();
     void ExportFrame();
 
     GLCanvasCtrl_cls* mpCCtrl;
@@ -146,6 +158,8 @@ private:
     ViewOverlay_cls mOverlay;
     ViewImage_cls mImage;
     ViewExport_cls mExport;
+    ViewPick_cls mPick;
+    Navigators_cls mNavigators;
     ViewMenu_cls mMenu;
     ViewMouse_cls mMouse;
 
@@ -161,5 +175,7 @@ private:
     wxStopWatch mCStopWatch; ///< of the drawing
     wxSize mShownSize;       ///< of the picture in the window; empty before the first
     int mPaintCount = 0;     ///< paints with all data
+    double mPaintMillis = 0.0;
+    bool mbThinned = false;
     KeptPicture_cls mKeptPicture;
 };

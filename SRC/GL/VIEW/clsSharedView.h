@@ -10,6 +10,7 @@
 
 #include "CONFITEM/clsConfItem.h"
 #include "CONFITEM/clsConfItemList.h"
+#include "GL/VIEW/clsDragThinning.h"
 
 class ColorCurve_cls;
 class Distortion_cls;
@@ -50,6 +51,7 @@ public:
     std::unique_ptr<ColorCurve_cls> mspCClrCurveBG;
     std::unique_ptr<ColorCurve_cls> mspCClrCurveOut;
     std::unique_ptr<ColorCurve_cls> mspCClrCurveTag;
+    DragThinning_cls mThinning;
     double msCAnchorPos[3] = {0, 0, 0};      ///< that of free and linked views
     double msCAnchorPosOrtho[3] = {0, 0, 0}; ///< that of views along the axes
 
