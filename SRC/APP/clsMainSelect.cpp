@@ -1,5 +1,5 @@
-// The one selected object: clicks in the views, panels of filters, the lights' dialog and rows of the time lines
-// choose it, and all of them show it.
+// The one selected object: clicks in the views, panels of filters, the lights' dialog and rows of the time
+// lines choose it, and all of them show it.
 #include "APP/clsMain.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/MenuEvent.h"

@@ -47,11 +47,10 @@ void FilterPlacement_st::Transform(float* p) const {
 }
 
 void DrawUnitBox(MarkPainter_cls& painter) {
-    static const MarkPainter_cls::Point kCorners[8] = {{-0.5f, -0.5f, -0.5f}, {0.5f, -0.5f, -0.5f}, {0.5f, 0.5f, -0.5f},
-                                           {-0.5f, 0.5f, -0.5f},  {-0.5f, -0.5f, 0.5f}, {0.5f, -0.5f, 0.5f},
-                                           {0.5f, 0.5f, 0.5f},    {-0.5f, 0.5f, 0.5f}};
-    static const int kEdges[24] = {0, 4, 1, 5, 2, 6, 3, 7, 0, 1, 1, 2,
-                                       2, 3, 3, 0, 4, 5, 5, 6, 6, 7, 7, 4};
+    static const MarkPainter_cls::Point kCorners[8] = {
+        {-0.5f, -0.5f, -0.5f}, {0.5f, -0.5f, -0.5f}, {0.5f, 0.5f, -0.5f}, {-0.5f, 0.5f, -0.5f},
+        {-0.5f, -0.5f, 0.5f},  {0.5f, -0.5f, 0.5f},  {0.5f, 0.5f, 0.5f},  {-0.5f, 0.5f, 0.5f}};
+    static const int kEdges[24] = {0, 4, 1, 5, 2, 6, 3, 7, 0, 1, 1, 2, 2, 3, 3, 0, 4, 5, 5, 6, 6, 7, 7, 4};
     MarkPainter_cls::Point lines[24];
     for (int i = 0; i < 24; ++i)
         lines[i] = kCorners[kEdges[i]];

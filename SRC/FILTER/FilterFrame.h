@@ -8,7 +8,8 @@ class MarkPainter_cls;
 /// the time lines.
 void DrawFilterFrame(MarkPainter_cls& painter, const FilterData_cls& data, double time);
 
-/// Where a filter stands at a time, or where a hand holds it: it is scaled, turned about y, then x, then z, and moved.
+/// Where a filter stands at a time, or where a hand holds it: it is scaled, turned about y, then x, then z,
+/// and moved.
 struct FilterPlacement_st {
     FilterPlacement_st(const FilterData_cls& data, double time);
 

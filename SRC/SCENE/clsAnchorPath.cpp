@@ -15,7 +15,7 @@ const char* const kMarker = "---AnchorPath";
 constexpr double kSize = 0.2;
 constexpr double kLeastPixels = 8.0;
 constexpr double kMostPixels = 30.0;
-}
+} // namespace
 
 AnchorPath_cls::AnchorPath_cls() : SceneObj_cls("Anchor", true, true) {
     mPickName = kPickName;

@@ -14,7 +14,7 @@ const char* const kMarker = "---CameraPath";
 constexpr double kSize = 1.0;
 constexpr double kLeastPixels = 24.0;
 constexpr double kMostPixels = 120.0;
-}
+} // namespace
 
 CameraPath_cls::CameraPath_cls() : SceneObj_cls("Camera", true, true) {
     mPickName = kPickName;

@@ -11,8 +11,8 @@ public:
 
     static constexpr int kPickName = 1;
 
-    /// Camera and path as others see them; nothing while it isn't visible. What it draws on the screen needs a
-    /// current OpenGL context.
+    /// Camera and path as others see them; nothing while it isn't visible. What it draws on the screen needs
+    /// a current OpenGL context.
     void GLDraw(MarkPainter_cls& painter) const;
     wxString GetShownName() const override;
     wxString Serialize();

@@ -128,6 +128,8 @@ void LightSRC_cls::GLDrawMark(MarkPainter_cls& painter, const double* place, dou
     painter.Multiply(upright);
     painter.Scale(factors);
     painter.SetDashes(kWholeLine);
+    // The middle of the rings is theirs for a click, too.
+    if (painter.IsPick()) DrawRing(painter, MarkPainter_cls::Shape::Fan, 1.0, 37);
     DrawRing(painter, MarkPainter_cls::Shape::Lines, 1.0, 36); // every other step is left out
     DrawRing(painter, MarkPainter_cls::Shape::Strip, 0.7, 37);
 }
@@ -157,7 +159,8 @@ void LightSRC_cls::GLDraw(MarkPainter_cls& painter) const {
         DrawLine(painter, place, end);
     }
     // The handles of a selected light stand in its mark's place while a click picks among them.
-    if ((!painter.IsPick() || !mbSelected) && distance > 0.0) GLDrawMark(painter, place, kMarkSize * distance);
+    if ((!painter.IsPick() || !mbSelected) && distance > 0.0)
+        GLDrawMark(painter, place, kMarkSize * distance);
     painter.SetDashes(kWholeLine);
     if (mbSelected && !mbDragging) GLDrawGuide(painter);
     if (!painter.IsPick()) GLDrawPath();

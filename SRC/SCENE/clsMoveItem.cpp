@@ -33,7 +33,8 @@ constexpr size_t kMostTyped = 16;
 
 // Where the hand is, before it snaps.
 double sFreePos[3], sFreeDRot[3], sFreeScale[3];
-wxString sTyped; // of a number; empty: the mouse tells
+double sFactor = 1.0; // of the last scale
+wxString sTyped;      // of a number; empty: the mouse tells
 
 double RoundTo(double value, double step) { return std::round(value / step) * step; }
 
@@ -79,6 +80,20 @@ void MoveItem_cls::Restart() {
     std::fill_n(sFreeDRot, 3, 0.0);
     std::fill_n(msSelectedItemScale, 3, 1.0);
     std::fill_n(sFreeScale, 3, 1.0);
+    sFactor = 1.0;
+}
+
+void MoveItem_cls::ChangeAxis(int mode) {
+    if (!IsDragging()) return;
+    const int axis = mspCSelectedObject->mDragMode;
+    for (int i = 0; i < 3; ++i)
+        if (axis != kFree && axis != i) {
+            sFreePos[i] = msSelectedItemPosOrg[i];
+            sFreeDRot[i] = 0.0;
+        }
+    if (mode == GLGuides_cls::SCALE) MoveItemScale(sFactor, axis);
+    Snap(View_st(), mode, axis);
+    if (!sTyped.empty()) TakeTyped(mode);
 }
 
 bool MoveItem_cls::IsAxisFlipped(const PositionAndDirection_cls& camera) {
@@ -137,6 +152,7 @@ void MoveItem_cls::MoveItemRotate(double value, int axis) {
 
 void MoveItem_cls::MoveItemScale(double value, int axis) {
     if (!std::isfinite(value)) return;
+    sFactor = value;
     for (int i = 0; i < 3; ++i)
         sFreeScale[i] = axis == kFree || axis == i ? value : 1.0;
 }
@@ -174,7 +190,7 @@ bool MoveItem_cls::TypeKey(int keycode, int mode) {
     } else if ((keycode >= '0' && keycode <= '9') || (keycode == '.' && !sTyped.Contains("."))) {
         if (sTyped.length() < kMostTyped) sTyped += wxUniChar(keycode);
     } else {
-        if (keycode != 0 || sTyped.empty()) return keycode == '.';
+        return keycode == '.';
     }
     TakeTyped(mode);
     return true;
@@ -202,7 +218,8 @@ wxString MoveItem_cls::GetDragText(int mode) {
         static const char kAxes[] = "XYZ";
         text = label;
         for (int i = 0; i < 3; ++i)
-            if (axis == kFree || axis == i) text += wxString::Format("  %c %.6g%s", kAxes[i], values[i], unit);
+            if (axis == kFree || axis == i)
+                text += wxString::Format("  %c %.6g%s", kAxes[i], values[i], unit);
     };
     if (mode == GLGuides_cls::TRANSLATE)
         add(_("Move to"), msSelectedItemPos, wxString());
@@ -261,7 +278,8 @@ void MoveItem_cls::CancelDrag() {
 
 void MoveItem_cls::DrawMouseGuide(const View_st& view, double toX, double toY, int mode, int w, int h) {
     constexpr GLushort kDashes = 61680;
-    static const float kColors[4][3] = {{0.8f, 0.8f, 0.8f}, {1, 0.3f, 0.3f}, {0.2f, 1, 0.2f}, {0.2f, 0.2f, 1}};
+    static const float kColors[4][3] = {
+        {0.8f, 0.8f, 0.8f}, {1, 0.3f, 0.3f}, {0.2f, 1, 0.2f}, {0.2f, 0.2f, 1}};
     if (!IsDragging() || mode == GLGuides_cls::TRANSLATE) return;
     const int axis = mspCSelectedObject->mDragMode;
     if (mode == GLGuides_cls::ROTATE && axis == kFree) return;

@@ -10,9 +10,9 @@
 class MouseNormalized_cls;
 class SceneObj_cls;
 
-/// The first move of a drag lets the hand take the item over: from there to the end it stands where the statics
-/// say, whatever its curves. The curves get keys at the end alone, as one step of the undo list. No number that
-/// isn't finite gets into them.
+/// The first move of a drag lets the hand take the item over: from there to the end it stands where the
+/// statics say, whatever its curves. The curves get keys at the end alone, as one step of the undo list. No
+/// number that isn't finite gets into them.
 class MoveItem_cls {
 public:
     /// What a view knows that the item is dragged in.
@@ -43,11 +43,12 @@ public:
     static bool MoveItem(const View_st& view, const MouseNormalized_cls& mouse, int mode, bool bInvert);
     /// Does the axis about which a drag would turn the item point to the eye?
     static bool IsAxisFlipped(const PositionAndDirection_cls& camera);
-    /// Another way of moving, or another axis, from here on: what the drag did so far is taken back.
+    /// Another way of moving from here on: what the drag did so far is taken back.
     static void Restart();
-    /// Figures, point, sign and Backspace set the amount of the drag: a way, degrees, a factor. Without an axis
-    /// a way goes along x and a turn is about z. Key 0: the same number again, for another mode or axis. False
-    /// for other keys.
+    /// Another axis: what the drag did so far goes along that.
+    static void ChangeAxis(int mode);
+    /// Figures, point, sign and Backspace set the amount of the drag: a way, degrees, a factor. Without an
+    /// axis a way goes along x and a turn is about z. False for other keys.
     static bool TypeKey(int keycode, int mode);
     /// The amount of the drag, for the user.
     static wxString GetDragText(int mode);

@@ -181,7 +181,7 @@ ParamGroup_cls* SceneObj_cls::GetPCParamGroupFromTag(const wxString& id) const {
 void SceneObj_cls::CalcRelativeVector(float* p, double time) {
     if (!mpCRotate) return;
     double angles[3];
-    Evaluate(mpCRotate, time, angles);
+    GetRotation(time, angles);
     double c[3], s[3];
     for (int i = 0; i < 3; ++i) {
         c[i] = std::cos(angles[i] * kRadians);
@@ -199,8 +199,8 @@ void SceneObj_cls::CalcRelativeVector(float* p, double time) {
 void SceneObj_cls::CalcRelativePosition(float* p, double time, ParamGroup_cls* pCAnchor) {
     if (!mpCTranslate) return;
     double place[3], scale[3], anchor[3] = {0, 0, 0};
-    Evaluate(mpCTranslate, time, place);
-    Evaluate(mpCScale, time, scale);
+    GetTranslation(time, place);
+    GetScaling(time, scale);
     if (pCAnchor) Evaluate(pCAnchor, time, anchor);
     for (int i = 0; i < 3; ++i)
         p[i] = float(double(p[i]) + anchor[i]);

@@ -53,8 +53,7 @@ void DrawDome(MarkPainter_cls& painter) {
 
 /// A cross along the axes, and around it two rings.
 void DrawCrosshair(MarkPainter_cls& painter) {
-    const Point cross[6] = {At(-1, 0, 0), At(1, 0, 0),  At(0, -1, 0),
-                            At(0, 1, 0),  At(0, 0, -1), At(0, 0, 1)};
+    const Point cross[6] = {At(-1, 0, 0), At(1, 0, 0), At(0, -1, 0), At(0, 1, 0), At(0, 0, -1), At(0, 0, 1)};
     painter.Draw(Shape::Lines, cross, 6);
     Point flat[kSides], upright[kSides];
     for (int i = 0; i < kSides; ++i) {

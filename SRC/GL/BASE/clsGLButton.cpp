@@ -35,7 +35,8 @@ void GLButton_cls::DrawButton(int w, int h, double scale, bool bActive) const {
     const GLAttribScope_cls attributes;
     glDisable(GL_TEXTURE_2D);
     if (mbHover) {
-        const GLfloat left = GLfloat(x), right = GLfloat(x + width), low = GLfloat(y), high = GLfloat(y + height);
+        const GLfloat left = GLfloat(x), right = GLfloat(x + width), low = GLfloat(y),
+                      high = GLfloat(y + height);
         const GLfloat corners[4][2] = {{left, low}, {right, low}, {right, high}, {left, high}};
         TextureBase_cls::Push2DMatrix(w, h);
         glColor4f(0.2f, 0.2f, 0.3f, 1.0f);

@@ -11,8 +11,8 @@ public:
 
     explicit GLGuides_cls(Type type) : mType(type) {}
 
-    /// At a place of the scene. Row i of `pAxes` is the unit vector that handle i stands for. `dragAxis` is the
-    /// one that a drag is locked to, -1 none. A click knows handle i by the name i.
+    /// At a place of the scene. Row i of `pAxes` is the unit vector that handle i stands for. `dragAxis` is
+    /// the one that a drag is locked to, -1 none. A click knows handle i by the name i.
     void DrawGuide(MarkPainter_cls& painter, const double place[3], const double pAxes[3][3],
                    int dragAxis) const;
 

@@ -44,9 +44,7 @@ void GLMarkPainter_cls::DoRotate(double degrees, const double* pAxis) {
     glRotated(degrees, pAxis[0], pAxis[1], pAxis[2]);
 }
 
-void GLMarkPainter_cls::DoScale(const double* pFactors) {
-    glScaled(pFactors[0], pFactors[1], pFactors[2]);
-}
+void GLMarkPainter_cls::DoScale(const double* pFactors) { glScaled(pFactors[0], pFactors[1], pFactors[2]); }
 
 void GLMarkPainter_cls::GetModelView(double out[16]) const { glGetDoublev(GL_MODELVIEW_MATRIX, out); }
 

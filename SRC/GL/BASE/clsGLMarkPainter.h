@@ -6,7 +6,8 @@
 /// Needs a current OpenGL context with the camera in the model-view matrix, which it multiplies.
 class GLMarkPainter_cls final : public MarkPainter_cls {
 public:
-    /// Lines of the scene are `lineWidth` pixels of the buffer wide; a pixel of the window is `pixel` of them.
+    /// Lines of the scene are `lineWidth` pixels of the buffer wide; a pixel of the window is `pixel` of
+    /// them.
     GLMarkPainter_cls(const double* pProjection, double pixelsAcross, float lineWidth, float pixel);
 
     bool IsPick() const override { return false; }

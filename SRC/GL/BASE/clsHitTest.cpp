@@ -61,12 +61,6 @@ int HitTest_cls::GetFirstObjectSub() const {
     return mVVHits.empty() || mVVHits.front().size() < 2 ? -1 : mVVHits.front()[1];
 }
 
-int HitTest_cls::GetSubOf(int object) const {
-    for (const Names& names : mVVHits)
-        if (names.size() > 1 && names.front() == object) return names[1];
-    return -1;
-}
-
 void HitTest_cls::Record() {
     if (mbHit) mVVHits.push_back(mVNames);
     mbHit = false;

@@ -12,9 +12,9 @@ struct PickRegion_st {
     double mMiddle[2];
     double mHalf[2];
 
-    /// `mouseX` and `mouseY` are 0 to 1 from the upper left corner of a window of this aspect (width / height),
-    /// in which the middle of a square buffer of `size` pixels is shown as wide as the window is. The region is
-    /// the 50th part of the buffer wide, in whole pixels.
+    /// `mouseX` and `mouseY` are 0 to 1 from the upper left corner of a window of this aspect (width /
+    /// height), in which the middle of a square buffer of `size` pixels is shown as wide as the window is.
+    /// The region is the 50th part of the buffer wide, in whole pixels.
     static PickRegion_st Of(double mouseX, double mouseY, double aspect, int size);
 };
 
@@ -31,8 +31,6 @@ public:
     int GetFirstObject() const;
     /// The second name of the first hit; -1 where it has none.
     int GetFirstObjectSub() const;
-    /// The second name of the first hit within `object` that has one, such as a handle's; -1: none.
-    int GetSubOf(int object) const;
     /// The names of each hit, the outer one first. Hits one after another under the same names are one.
     const std::vector<Names>& GetVVHittedObject() const { return mVVHits; }
 

@@ -4,15 +4,14 @@
 
 #include <array>
 
-/// Coordinates are those of the scene, moved by what the matrix operations have multiplied so far, the last one
-/// first. The camera stands below them all. UI thread only.
+/// Coordinates are those of the scene, moved by what the matrix operations have multiplied so far, the last
+/// one first. The camera stands below them all. UI thread only.
 class MarkPainter_cls {
 public:
     enum class Shape { Points, Lines, Strip, Loop, Fan };
     using Point = std::array<float, 3>;
 
     virtual ~MarkPainter_cls() = default;
-    MarkPainter_cls(const MarkPainter_cls&) = delete;
     MarkPainter_cls& operator=(const MarkPainter_cls&) = delete;
 
     /// Nothing is drawn: a click is looking for what is under it.
@@ -50,6 +49,7 @@ public:
 protected:
     /// `pProjection` as OpenGL has it. `pixelsAcross` of the window are as wide as the projection.
     MarkPainter_cls(const double* pProjection, double pixelsAcross);
+    MarkPainter_cls(const MarkPainter_cls&) = default;
     virtual void DoTranslate(const double* pWay) = 0;
     virtual void DoRotate(double degrees, const double* pAxis) = 0;
     virtual void DoScale(const double* pFactors) = 0;

@@ -1,4 +1,5 @@
-// What a view shows of itself over its picture: how hands move items, as three buttons, and where the axes point.
+// What a view shows of itself over its picture: how hands move items, as three buttons, and where the axes
+// point.
 #pragma once
 
 #include <array>

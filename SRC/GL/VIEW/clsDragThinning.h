@@ -1,4 +1,5 @@
-// While a hand drags something in a view, of many particles only some are drawn, so that the picture keeps up.
+// While a hand drags something in a view, of many particles only some are drawn, so that the picture keeps
+// up.
 #pragma once
 
 /// Of all views: they share the time there is. UI thread only.
@@ -10,8 +11,8 @@ public:
     void Rest() { mbActive = false; }
     /// Every how many particles one is drawn now.
     int GetFactor() const { return mbActive ? mFactor : 1; }
-    /// A paint of so many particles, thinned by GetFactor, took that long; `views` are painted for each move of
-    /// the hand. Finds the factor for the next one.
+    /// A paint of so many particles, thinned by GetFactor, took that long; `views` are painted for each move
+    /// of the hand. Finds the factor for the next one.
     void NotePaint(double millis, long long particles, int views);
 
     static constexpr double kFrameMillis = 40.0; ///< for all views together

@@ -24,13 +24,13 @@
 #include "GL/VIEW/clsViewMessage.h"
 #include "GL/VIEW/clsViewMouse.h"
 #include "GL/VIEW/clsViewOverlay.h"
-#include "GL/VIEW/clsViewPick.h"
 #include "GL/VIEW/clsViewScene.h"
 #include "GL/VIEW/clsViewSettings.h"
 
 class DrawOption_cls;
 class GLCanvasCtrl_cls;
 class wxDC;
+class ViewPick_cls;
 struct ViewLinks_st;
 
 class MainGLCanvas_cls : public wxGLCanvas, public ViewSettings_cls {
@@ -97,7 +97,7 @@ public:
     double GetPaintMillis() const { return mPaintMillis; }
     /// Does the picture on the screen lack particles because a hand dragged something (DragThinning_cls)?
     bool IsThinned() const { return mbThinned; }
-    const ViewPick_cls& GetPick() const { return mPick; }
+    const ViewPick_cls& GetPick() const { return *mpCPick; }
     /// The picture last shown: RGB, top row first, w times h pixels. Kept only while the views' shared
     /// msbKeepPicture is set.
     const std::vector<unsigned char>& GetShownPicture(int* pW, int* pH) const {
@@ -158,7 +158,7 @@ private:
     ViewOverlay_cls mOverlay;
     ViewImage_cls mImage;
     ViewExport_cls mExport;
-    ViewPick_cls mPick;
+    std::unique_ptr<ViewPick_cls> mpCPick;
     Navigators_cls mNavigators;
     ViewMenu_cls mMenu;
     ViewMouse_cls mMouse;

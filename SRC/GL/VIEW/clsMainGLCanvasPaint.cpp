@@ -25,6 +25,7 @@
 #include "GL/VIEW/clsInformation.h"
 #include "GL/VIEW/clsSharedView.h"
 #include "GL/VIEW/clsViewHost.h"
+#include "GL/VIEW/clsViewPick.h"
 #include "IMAGE/clsImgSequence.h"
 #include "PDATA/clsPDataSequence.h"
 #include "TIME/clsTimeCtrl.h"
@@ -258,7 +259,7 @@ void MainGLCanvas_cls::DrawEyes() {
     if (!mMoment.bHidden) {
         PositionAndDirection_cls camera = mCamera.mCCamPos;
         mScene.ModifyByDomeTilt(&camera);
-        mPick.GetGLMatrixInfo(camera, angle, size, GetContentScaleFactor());
+        mpCPick->GetGLMatrixInfo(camera, angle, size, GetContentScaleFactor());
     }
     mCGLPerspective.SetModelOrProjectionViewOnGL(mCamera.mCCamPos, GL_MODELVIEW);
     mCGLPerspective.SetClipSize(size.x, size.y);
@@ -324,8 +325,8 @@ void MainGLCanvas_cls::NotePaintTime() {
     int views = 0;
     for (int view = 0; view < kViewNumber; ++view)
         views += GetOther(view) && GetOther(view)->IsShownOnScreen();
-    mpCShared->mThinning.NotePaint(mPaintMillis, GLDrawData_cls::msDownsizedAtFBO0 * GLDrawData_cls::msThinning,
-                                   views);
+    mpCShared->mThinning.NotePaint(mPaintMillis,
+                                   GLDrawData_cls::msDownsizedAtFBO0 * GLDrawData_cls::msThinning, views);
 }
 
 void MainGLCanvas_cls::ExportFrame() {

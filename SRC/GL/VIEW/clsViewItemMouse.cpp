@@ -24,8 +24,10 @@ ViewItemMouse_cls::ViewItemMouse_cls(MainGLCanvas_cls& canvas, ViewPick_cls& pic
     : mCanvas(canvas), mPick(pick), mHost(host) {}
 
 void ViewItemMouse_cls::Pick(const MouseCtrl_cls& mouse) {
-    const int name = mPick.Pick(wxPoint(mouse.mCurX, mouse.mCurY)).GetFirstObject();
-    if (name >= 0) mHost.SelectPicked(name);
+    const HitTest_cls test = mPick.Pick(wxPoint(mouse.mCurX, mouse.mCurY));
+    ViewPick_cls::msHitObject = test.GetFirstObject();
+    ViewPick_cls::msHitSub = test.GetFirstObjectSub();
+    if (ViewPick_cls::msHitObject >= 0) mHost.SelectPicked(ViewPick_cls::msHitObject);
 }
 
 void ViewItemMouse_cls::Press(const MouseCtrl_cls& mouse) {
@@ -38,6 +40,9 @@ void ViewItemMouse_cls::Press(const MouseCtrl_cls& mouse) {
     mbBegun = false;
     const bool bLocked = item->mDragMode != SceneObj_cls::kNoDrag; // by a key
     const HitTest_cls test = mPick.Pick(wxPoint(mouse.mCurX, mouse.mCurY));
+    ViewPick_cls::msHitObject = test.GetFirstObject();
+    ViewPick_cls::msHitSub = test.GetFirstObjectSub();
+    // Its own handle, whichever other marks lie there as well.
     int axis = -1;
     for (const HitTest_cls::Names& names : test.GetVVHittedObject())
         if (axis < 0 && names.size() > 1 && mPick.FindObject(names.front()) == item) axis = names[1];
@@ -103,7 +108,7 @@ bool ViewItemMouse_cls::OnKey(int keycode) {
         if (keycode == 'T') Navigators_cls::TranslationMode();
         if (bAxis) ToggleAxis(keycode - 'X');
         if (bMode) MoveItem_cls::Restart();
-        MoveItem_cls::TypeKey(0, Navigators_cls::msManipulatorMode); // a number typed so far goes along
+        MoveItem_cls::ChangeAxis(Navigators_cls::msManipulatorMode);
     } else {
         MoveItem_cls::TypeKey(keycode, Navigators_cls::msManipulatorMode);
     }
@@ -145,5 +150,6 @@ void ViewItemMouse_cls::RefreshAll() {
 
 void ViewItemMouse_cls::DrawGuide(int w, int h) const {
     if (!mbBegun) return;
-    MoveItem_cls::DrawMouseGuide(mPick.GetView(false), mAt[0], mAt[1], Navigators_cls::msManipulatorMode, w, h);
+    MoveItem_cls::DrawMouseGuide(mPick.GetView(false), mAt[0], mAt[1], Navigators_cls::msManipulatorMode, w,
+                                 h);
 }

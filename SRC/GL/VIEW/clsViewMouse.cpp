@@ -64,8 +64,9 @@ void ViewMouse_cls::OnButtonUp() {
 bool ViewMouse_cls::OnNavigators() {
     const double scale = mCanvas.GetContentScaleFactor();
     const auto units = [scale](int pixels) { return static_cast<int>(pixels / scale); };
-    if (GpCurrentGLPanel != &mCanvas || !Navigators_cls::CheckGLButton(units(mCMouse.mCurX), units(mCMouse.mCurY),
-                                                                       units(mCanvas.GetPixelSize().x)))
+    if (GpCurrentGLPanel != &mCanvas ||
+        !Navigators_cls::CheckGLButton(units(mCMouse.mCurX), units(mCMouse.mCurY),
+                                       units(mCanvas.GetPixelSize().x)))
         return false;
     mCanvas.SetFocus();
     mbLockDragging = true;
@@ -78,7 +79,9 @@ bool ViewMouse_cls::OnNavigators() {
 // What the pointer is over; a picture that takes long isn't made anew for that.
 void ViewMouse_cls::OnPointer(bool bLeaving) {
     const double scale = mCanvas.GetContentScaleFactor();
-    const auto units = [scale, bLeaving](int pixels) { return bLeaving ? -1 : static_cast<int>(pixels / scale); };
+    const auto units = [scale, bLeaving](int pixels) {
+        return bLeaving ? -1 : static_cast<int>(pixels / scale);
+    };
     const bool bButtons = GpCurrentGLPanel == &mCanvas &&
                           Navigators_cls::UpdateStatus(units(mCMouse.mCurX), units(mCMouse.mCurY),
                                                        units(mCanvas.GetPixelSize().x));
@@ -125,8 +128,8 @@ void ViewMouse_cls::OnButtonDown() {
     mItem.Leave();
     if (mCMouse.IsHitTest()) mItem.Pick(mCMouse);
     if (mCMouse.IsMoveItem()) mItem.Press(mCMouse);
-    // The toolkit holds all keys back while the mouse is captured, and those of an item's drag count. A pressed
-    // button keeps the pointer by itself.
+    // The toolkit holds all keys back while the mouse is captured, and those of an item's drag count. A
+    // pressed button keeps the pointer by itself.
     if (mItem.IsPressed()) {
         mCanvas.SetThisToBeActiveGL();
     } else if (!mCanvas.HasCapture()) {

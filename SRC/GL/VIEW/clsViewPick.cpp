@@ -27,6 +27,9 @@ double GetAspect(wxSize window) { return double(std::max(window.x, 1)) / double(
 
 } // namespace
 
+int ViewPick_cls::msHitObject = -1;
+int ViewPick_cls::msHitSub = -1;
+
 double ViewPick_cls::GetPixelsAcross(int multiPanelMode, double angle, wxSize window, double scale) {
     const double width = std::max(window.x, 1) / scale;
     const double radians = ToRadians(FishEye_cls::LimitAngle(angle));

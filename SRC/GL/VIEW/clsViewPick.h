@@ -32,6 +32,9 @@ public:
     /// The item of a pick's name; null: none.
     SceneObj_cls* FindObject(int name) const;
 
+    static int msHitObject; ///< names of what the last click in any view found, -1 nothing
+    static int msHitSub;
+
     /// Units of the screen that are as wide as a projection, seen in its middle.
     static double GetPixelsAcross(int multiPanelMode, double angle, wxSize window, double scale);
 
