@@ -227,14 +227,6 @@ void FrameMain_cls::UpdateStatusText() {
         if (GetStatusBar()->GetStatusText(field) != text[field]) SetStatusText(text[field], field);
 }
 
-void FrameMain_cls::TellPointed(const wxString& text) {
-    if (text == mStrPointed) return;
-    mStrPointed = text;
-    UpdateStatusText();
-}
-
-void FrameMain_cls::SelectPicked(int name) { mpCMain->SelectPicked(name); }
-
 void FrameMain_cls::OpenProject(const wxString& path) { mpCFileMenu->OpenProject(path); }
 
 void FrameMain_cls::OfferRecovery() { mpCFileMenu->OfferRecovery(); }

@@ -95,6 +95,7 @@ public:
     void ReadStrLine(const wxString& line);
 
     static FrameMain_cls* mspCThis;
+    wxString mStrPointed; ///< what the pointer is over in a view; the status bar shows it
 
     /// A project was opened or saved under a name in this run.
     bool IsProjectNamed() const;
@@ -104,8 +105,6 @@ public:
     void StopRun();
     /// The export of data has come to its end.
     void EndExport() override;
-    void SelectPicked(int name) override;
-    void TellPointed(const wxString& text) override;
     bool MayDrawCopies(long long number) override;
     CopyQuestion_cls& GetCopyQuestion() const { return *mpCCopyQuestion; }
     void OnDataReady() override;
@@ -135,7 +134,6 @@ private:
     void OnSash(wxSplitterEvent& event);
 
     Main_cls* mpCMain;
-    wxString mStrPointed; ///< what the pointer is over in a view
     wxSplitterWindow* mpCSplitter = nullptr;
     TopHalfPanel_cls* mpCTopHalf = nullptr;
     BtmHalfPanel_cls* mpCBtmHalf = nullptr;

@@ -1,9 +1,11 @@
 // The one selected object: clicks in the views, panels of filters, the lights' dialog and rows of the time
 // lines choose it, and all of them show it.
+#include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/MenuEvent.h"
 #include "FILTER/clsFilterLists.h"
+#include "GL/VIEW/clsSharedView.h"
 #include "SCENE/clsLightSRC.h"
 #include "SCENE/clsLightSRCCtrl.h"
 #include "SCENE/clsMoveItem.h"
@@ -19,6 +21,13 @@ constexpr int kFirstLight = 10;
 // Whoever tells has shown it already.
 void Main_cls::LinkSelection() {
     ParamGUICtrl_cls* lines = mpCParamGUICtrl;
+    SharedView_cls& views = *mpCFrameMain->GetPCSharedView();
+    views.mOnPicked = [this](int name) { SelectPicked(name); };
+    views.mOnPointed = [frame = mpCFrameMain](const wxString& text) {
+        if (text == frame->mStrPointed) return;
+        frame->mStrPointed = text;
+        frame->UpdateStatusText();
+    };
     mpCFilters->mHooks.mSelectObject = [lines](SceneObj_cls* pObject) {
         MoveItem_cls::SetSelection(lines->SelectObject(pObject));
     };

@@ -19,7 +19,7 @@ bool Shortcut_cls::ProcShortcutKey(int modifier, int keycode) {
     // What a hand holds has the keys first, but for undo and redo.
     const bool bUndo = modifier == 2 && (keycode == 'Y' || keycode == 'Z');
     if (GpCurrentGLPanel && !bUndo && GpCurrentGLPanel->OnDragKey(keycode)) return true;
-    if (modifier != 2) return ProcPlain(keycode);
+    if (modifier != 2) return ProcPlain(keycode, (modifier & 2) != 0);
     if (!ProcCtrl(keycode)) return false;
     PostMenuEvent(ID_REFRESH_GL);
     return true;
@@ -54,7 +54,7 @@ void Shortcut_cls::SetDisplayMode(int mode) {
     PostMenuEvent(ID_REFRESH_GL);
 }
 
-bool Shortcut_cls::ProcPlain(int keycode) {
+bool Shortcut_cls::ProcPlain(int keycode, bool bCtrl) {
     switch (keycode) {
     case 'Q': // the toolkit doesn't take a letter alone as a menu's key
         PostMenuEvent(ID_QUIT);
@@ -86,7 +86,7 @@ bool Shortcut_cls::ProcPlain(int keycode) {
         PostMenuEvent(ID_SYNC_GL_CTRL);
         return true;
     default:
-        return ProcItem(keycode) || ProcTime(keycode);
+        return (!bCtrl && ProcItem(keycode)) || ProcTime(keycode); // letters with Ctrl are the menus'
     }
 }
 

@@ -58,7 +58,7 @@ MainGLCanvas_cls::MainGLCanvas_cls(wxWindow* pParent, GLCanvasCtrl_cls* pCtrl, c
       mWait(*mpCHost), mContext{*mpCHost, *mpCShared, *this, mCamera, mCGLPerspective, mMoment, mMessage},
       mScene(mContext), mGather(mContext), mOverlay(mContext), mImage(mContext, mScene, mGather, mOverlay),
       mExport(mContext), mpCPick(std::make_unique<ViewPick_cls>(mContext, mScene)), mMenu(*this, *pCtrl),
-      mMouse(*this, mMenu, *mpCPick, *mpCHost, links.mpCPreference, mpCShared->mThinning) {
+      mMouse(*this, mMenu, *mpCPick, *mpCHost, links.mpCPreference, *mpCShared) {
     // A window that GL can't draw into still stands in its place and says why it is empty.
     const bool bGL = GetHandle() != nullptr;
     if (bGL) MakeContext(pShare);
@@ -263,6 +263,6 @@ ViewMessage_cls::Facts_st MainGLCanvas_cls::GetFacts() const {
     facts.mHitSub = ViewPick_cls::msHitSub;
     facts.mSelected = static_cast<long long>(reinterpret_cast<intptr_t>(MoveItem_cls::mspCSelectedObject));
     constexpr int kBesideButtons = 34;
-    if (GpCurrentGLPanel == this) facts.mLeft = int(kBesideButtons * GetContentScaleFactor());
+    if (mMouse.HasButtons()) facts.mLeft = int(kBesideButtons * GetContentScaleFactor());
     return facts;
 }

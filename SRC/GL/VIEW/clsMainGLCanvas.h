@@ -93,10 +93,11 @@ public:
     /// Text of the last message lines, as drawn; for tests and the status.
     wxString GetMessageText() const { return mMessage.GetMessageText(); }
     int GetPaintCount() const { return mPaintCount; }
-    /// What the last picture took, milliseconds.
-    double GetPaintMillis() const { return mPaintMillis; }
-    /// Does the picture on the screen lack particles because a hand dragged something (DragThinning_cls)?
-    bool IsThinned() const { return mbThinned; }
+    struct LastPaint_st {
+        double mMillis = 0.0;
+        bool mbThinned = false; ///< particles lack because a hand drags something (DragThinning_cls)
+    };
+    const LastPaint_st& GetLastPaint() const { return mLastPaint; }
     const ViewPick_cls& GetPick() const { return *mpCPick; }
     /// The picture last shown: RGB, top row first, w times h pixels. Kept only while the views' shared
     /// msbKeepPicture is set.
@@ -138,7 +139,6 @@ private:
     void CountPaint();
     void DrawOnWindow();
     void SetItemsFromWindow();
-    void NoteThinning();
     void NotePaintTime();
     void ExportFrame();
 
@@ -175,7 +175,6 @@ private:
     wxStopWatch mCStopWatch; ///< of the drawing
     wxSize mShownSize;       ///< of the picture in the window; empty before the first
     int mPaintCount = 0;     ///< paints with all data
-    double mPaintMillis = 0.0;
-    bool mbThinned = false;
+    LastPaint_st mLastPaint;
     KeptPicture_cls mKeptPicture;
 };

@@ -102,7 +102,6 @@ void MainGLCanvas_cls::Paint() {
     PlaceCamera();
     mMoment.fboSize = mpCShared->GetFBOSize();
     SetItemsFromWindow();
-    NoteThinning();
     mCStopWatch.Start();
     DrawProgress_cls::ForgetCut();
     mpCShared->mspCFishEyeCtrl->MakeFishEyeBegin(mCGLPerspective.mClipW, mCGLPerspective.mClipH,
@@ -297,7 +296,7 @@ void MainGLCanvas_cls::DrawOnWindow() {
     mImage.DrawFrameBox(size.x, size.y);
     mMouse.DrawGuide(size.x, size.y);
     mMessage.DrawMessage(GetFacts(), mShowMessage.mValue, size.x, size.y);
-    if (GpCurrentGLPanel == this) Navigators_cls::DrawButton(size.x, size.y, scale);
+    if (mMouse.HasButtons()) Navigators_cls::DrawButton(size.x, size.y, scale);
     CheckGLErrors("messages");
 }
 
@@ -311,21 +310,17 @@ void MainGLCanvas_cls::SetItemsFromWindow() {
     mMoment.bHandles = !bWritten;
     mMoment.pixelsAcross = ViewPick_cls::GetPixelsAcross(GetMultiPanelMode(), mCGLPerspective.mAngle, window,
                                                          bWritten ? 1.0 : GetContentScaleFactor());
-}
-
-void MainGLCanvas_cls::NoteThinning() {
-    const bool bWritten = mMoment.bHidden || WritesOutput();
     GLDrawData_cls::msThinning = bWritten ? 1 : mpCShared->mThinning.GetFactor();
-    mbThinned = GLDrawData_cls::msThinning > 1;
+    mLastPaint.mbThinned = GLDrawData_cls::msThinning > 1;
 }
 
 void MainGLCanvas_cls::NotePaintTime() {
-    mPaintMillis = double(mCStopWatch.TimeInMicro().ToDouble()) / 1000.0;
+    mLastPaint.mMillis = double(mCStopWatch.TimeInMicro().ToDouble()) / 1000.0;
     if (mbLoading || WritesOutput()) return;
     int views = 0;
     for (int view = 0; view < kViewNumber; ++view)
         views += GetOther(view) && GetOther(view)->IsShownOnScreen();
-    mpCShared->mThinning.NotePaint(mPaintMillis,
+    mpCShared->mThinning.NotePaint(mLastPaint.mMillis,
                                    GLDrawData_cls::msDownsizedAtFBO0 * GLDrawData_cls::msThinning, views);
 }
 

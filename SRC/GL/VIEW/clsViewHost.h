@@ -1,8 +1,6 @@
 // What the views ask of the program around them. The main frame answers; tests answer with less.
 #pragma once
 
-#include <wx/string.h>
-
 class AnchorPath_cls;
 class CameraPath_cls;
 class DrawOption_cls;
@@ -42,10 +40,6 @@ public:
     /// May a picture draw the data so many times? Where the user hasn't been asked yet it is no for now, and
     /// he is asked behind the present event.
     virtual bool MayDrawCopies(long long) { return true; }
-    /// A click found an item, known by this name (ViewPick_cls::FindObject): it becomes the selected one.
-    virtual void SelectPicked(int) {}
-    /// What the pointer is over, or what a hand in a view does; empty: nothing.
-    virtual void TellPointed(const wxString&) {}
     /// The export of data has come to its end: the run ends behind the present event.
     virtual void EndExport() = 0;
     /// The camera's dialog follows the active view.

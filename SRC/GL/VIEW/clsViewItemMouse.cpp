@@ -9,6 +9,7 @@
 #include "GL/BASE/clsNavigators.h"
 #include "GL/BASE/clsPreference.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsSharedView.h"
 #include "GL/VIEW/clsViewHost.h"
 #include "GL/VIEW/clsViewPick.h"
 #include "SCENE/clsMoveItem.h"
@@ -20,20 +21,25 @@ SceneObj_cls* Selected() { return MoveItem_cls::mspCSelectedObject; }
 
 } // namespace
 
-ViewItemMouse_cls::ViewItemMouse_cls(MainGLCanvas_cls& canvas, ViewPick_cls& pick, ViewHost_cls& host)
-    : mCanvas(canvas), mPick(pick), mHost(host) {}
+ViewItemMouse_cls::ViewItemMouse_cls(MainGLCanvas_cls& canvas, ViewPick_cls& pick, ViewHost_cls& host,
+                                     SharedView_cls& shared)
+    : mCanvas(canvas), mPick(pick), mHost(host), mShared(shared) {}
+
+void ViewItemMouse_cls::Tell(const wxString& text) const {
+    if (mShared.mOnPointed) mShared.mOnPointed(text);
+}
 
 void ViewItemMouse_cls::Pick(const MouseCtrl_cls& mouse) {
     const HitTest_cls test = mPick.Pick(wxPoint(mouse.mCurX, mouse.mCurY));
     ViewPick_cls::msHitObject = test.GetFirstObject();
     ViewPick_cls::msHitSub = test.GetFirstObjectSub();
-    if (ViewPick_cls::msHitObject >= 0) mHost.SelectPicked(ViewPick_cls::msHitObject);
+    if (ViewPick_cls::msHitObject >= 0 && mShared.mOnPicked) mShared.mOnPicked(ViewPick_cls::msHitObject);
 }
 
 void ViewItemMouse_cls::Press(const MouseCtrl_cls& mouse) {
     SceneObj_cls* item = Selected();
     if (!item) {
-        mHost.TellPointed(_("Nothing is selected: pick an item first"));
+        Tell(_("Nothing is selected: pick an item first"));
         return;
     }
     mbPressed = true;
@@ -80,7 +86,7 @@ void ViewItemMouse_cls::Release() {
 void ViewItemMouse_cls::Stop() {
     if (mbAxisByHand && Selected()) Selected()->mDragMode = SceneObj_cls::kNoDrag;
     mbPressed = mbBegun = mbAxisByHand = false;
-    mHost.TellPointed(wxString());
+    Tell(wxString());
     RefreshAll();
 }
 
@@ -117,9 +123,7 @@ bool ViewItemMouse_cls::OnKey(int keycode) {
     return true; // nothing else may change what the hand holds
 }
 
-void ViewItemMouse_cls::TellDrag() {
-    mHost.TellPointed(MoveItem_cls::GetDragText(Navigators_cls::msManipulatorMode));
-}
+void ViewItemMouse_cls::TellDrag() { Tell(MoveItem_cls::GetDragText(Navigators_cls::msManipulatorMode)); }
 
 void ViewItemMouse_cls::Hover(const MouseCtrl_cls& mouse, bool bCheap) {
     const int name = mPick.Pick(wxPoint(mouse.mCurX, mouse.mCurY)).GetFirstObject();
@@ -128,14 +132,14 @@ void ViewItemMouse_cls::Hover(const MouseCtrl_cls& mouse, bool bCheap) {
     mHovered = name;
     const bool bShown = SceneObj_cls::mspCHovered != nullptr;
     SceneObj_cls::mspCHovered = bCheap ? item : nullptr;
-    mHost.TellPointed(item ? item->GetShownName() : wxString());
+    Tell(item ? item->GetShownName() : wxString());
     if (bShown || SceneObj_cls::mspCHovered) mCanvas.RefreshEX();
 }
 
 void ViewItemMouse_cls::Leave() {
     if (mHovered < 0) return;
     mHovered = -1;
-    mHost.TellPointed(wxString());
+    Tell(wxString());
     if (!SceneObj_cls::mspCHovered) return;
     SceneObj_cls::mspCHovered = nullptr;
     mCanvas.RefreshEX();

@@ -6,12 +6,14 @@
 class MainGLCanvas_cls;
 class MouseCtrl_cls;
 class MouseNormalized_cls;
+class SharedView_cls;
 class ViewHost_cls;
 class ViewPick_cls;
 
 class ViewItemMouse_cls {
 public:
-    ViewItemMouse_cls(MainGLCanvas_cls& canvas, ViewPick_cls& pick, ViewHost_cls& host);
+    ViewItemMouse_cls(MainGLCanvas_cls& canvas, ViewPick_cls& pick, ViewHost_cls& host,
+                      SharedView_cls& shared);
 
     /// A click that selects: the item that is drawn first there. Where nothing is, nothing changes.
     void Pick(const MouseCtrl_cls& mouse);
@@ -37,11 +39,13 @@ private:
     void ToggleAxis(int axis);
     void RefreshAll();
     void TellDrag();
+    void Tell(const wxString& text) const;
     bool IsSnapping(const MouseCtrl_cls& mouse) const;
 
     MainGLCanvas_cls& mCanvas;
     ViewPick_cls& mPick;
     ViewHost_cls& mHost;
+    SharedView_cls& mShared;
     bool mbPressed = false;
     bool mbBegun = false;      ///< the press has become a drag
     bool mbAxisByHand = false; ///< the axis is that of the handle under the press

@@ -10,6 +10,7 @@
 #include "GL/BASE/clsPreference.h"
 #include "GL/VIEW/clsDragThinning.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsSharedView.h"
 #include "GL/VIEW/clsViewCamera.h"
 #include "GL/VIEW/clsViewHost.h"
 #include "GL/VIEW/clsViewMenu.h"
@@ -22,9 +23,9 @@ constexpr double kCheapMillis = 100.0; // a picture for a pointer that only pass
 } // namespace
 
 ViewMouse_cls::ViewMouse_cls(MainGLCanvas_cls& canvas, ViewMenu_cls& menu, ViewPick_cls& pick,
-                             ViewHost_cls& host, Preference_cls* pPreference, DragThinning_cls& thinning)
-    : mCanvas(canvas), mMenu(menu), mHost(host), mpCPreference(pPreference), mThinning(thinning),
-      mItem(canvas, pick, host), mCDolly(pPreference), mCMouse(pPreference) {
+                             ViewHost_cls& host, Preference_cls* pPreference, SharedView_cls& shared)
+    : mCanvas(canvas), mMenu(menu), mHost(host), mpCPreference(pPreference), mThinning(shared.mThinning),
+      mItem(canvas, pick, host, shared), mCDolly(pPreference), mCMouse(pPreference) {
     for (const auto& type : {wxEVT_LEFT_DOWN, wxEVT_LEFT_UP, wxEVT_LEFT_DCLICK, wxEVT_MIDDLE_DOWN,
                              wxEVT_MIDDLE_UP, wxEVT_MIDDLE_DCLICK, wxEVT_RIGHT_DOWN, wxEVT_RIGHT_UP,
                              wxEVT_RIGHT_DCLICK, wxEVT_MOTION, wxEVT_MOUSEWHEEL, wxEVT_LEAVE_WINDOW})
@@ -82,9 +83,9 @@ void ViewMouse_cls::OnPointer(bool bLeaving) {
     const auto units = [scale, bLeaving](int pixels) {
         return bLeaving ? -1 : static_cast<int>(pixels / scale);
     };
-    const bool bButtons = GpCurrentGLPanel == &mCanvas &&
-                          Navigators_cls::UpdateStatus(units(mCMouse.mCurX), units(mCMouse.mCurY),
-                                                       units(mCanvas.GetPixelSize().x));
+    const bool bButtons =
+        HasButtons() && Navigators_cls::UpdateStatus(units(mCMouse.mCurX), units(mCMouse.mCurY),
+                                                     units(mCanvas.GetPixelSize().x));
     if (bButtons && IsPaintCheap()) mCanvas.RefreshEX();
     if (bLeaving)
         mItem.Leave();
@@ -92,7 +93,10 @@ void ViewMouse_cls::OnPointer(bool bLeaving) {
         mItem.Hover(mCMouse, IsPaintCheap());
 }
 
-bool ViewMouse_cls::IsPaintCheap() const { return mCanvas.GetPaintMillis() < kCheapMillis; }
+// What is picked and moved isn't seen without items.
+bool ViewMouse_cls::HasButtons() const { return GpCurrentGLPanel == &mCanvas && mCanvas.mShowItems.mValue; }
+
+bool ViewMouse_cls::IsPaintCheap() const { return mCanvas.GetLastPaint().mMillis < kCheapMillis; }
 
 bool ViewMouse_cls::OnDragKey(int keycode) {
     if (!mItem.OnKey(keycode)) return false;
@@ -112,7 +116,7 @@ void ViewMouse_cls::Rest() {
     mThinning.Rest();
     for (int view = 0; view < MainGLCanvas_cls::kViewNumber; ++view) {
         MainGLCanvas_cls* pView = mHost.GetPCGLCanvas(view);
-        if (!pView || !pView->IsThinned()) continue;
+        if (!pView || !pView->GetLastPaint().mbThinned) continue;
         pView->MarkStale();
         pView->RefreshEX();
     }

@@ -12,6 +12,7 @@ class DragThinning_cls;
 class MainGLCanvas_cls;
 class PositionAndDirection_cls;
 class Preference_cls;
+class SharedView_cls;
 class ViewHost_cls;
 class ViewMenu_cls;
 class ViewPick_cls;
@@ -22,12 +23,14 @@ class ViewMouse_cls {
 public:
     /// Takes the canvas's mouse events from here on. A part of the canvas: it goes with it.
     ViewMouse_cls(MainGLCanvas_cls& canvas, ViewMenu_cls& menu, ViewPick_cls& pick, ViewHost_cls& host,
-                  Preference_cls* pPreference, DragThinning_cls& thinning);
+                  Preference_cls* pPreference, SharedView_cls& shared);
     ViewMouse_cls(const ViewMouse_cls&) = delete;
     ViewMouse_cls& operator=(const ViewMouse_cls&) = delete;
 
     /// ViewItemMouse_cls::OnKey.
     bool OnDragKey(int keycode);
+    /// Does the view show buttons for what drags do to items (Navigators_cls)? The active one, with items.
+    bool HasButtons() const;
     /// ViewItemMouse_cls::DrawGuide.
     void DrawGuide(int w, int h) const { mItem.DrawGuide(w, h); }
 
