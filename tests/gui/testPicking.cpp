@@ -5,6 +5,7 @@
 #include <epoxy/gl.h>
 #include <wx/statusbr.h>
 
+#include "COMMON/Globals.h"
 #include "FilterTest.h"
 #include "GL/BASE/MouseSpeed.h"
 #include "GL/BASE/clsFBO.h"
@@ -148,10 +149,12 @@ TEST_F(Picking, AClickSelectsEveryKindOfItem) {
     Menu(ID_DESELECT);
     EXPECT_EQ(Selected(), nullptr);
     EXPECT_FALSE(Hub()->mpCAnchorPath->mbSelected);
+    EXPECT_TRUE(Grab(0).IsLit(16, 64, 8, 60));
     Canvas(0)->mShowItems.mValue = false;
     Menu(ID_REFRESH_GL);
     PickAt(At({0.5, 0, 0.8}));
     EXPECT_EQ(Selected(), nullptr) << "what isn't shown isn't picked";
+    EXPECT_FALSE(Grab(0).IsLit(16, 64, 8, 60)) << "nor are there buttons for it";
     Put(*Hub()->mpCAnchorPath, 0, 0, 0);
     Put(*Hub()->mpCCameraPath, -1.5, 0, 1.5);
 }
@@ -382,6 +385,20 @@ TEST_F(Picking, WideAndSmallViewsPickWhatTheyShow) {
     EXPECT_NEAR(place[0], 0.3 + moved[0], 1e-5);
     EXPECT_NEAR(place[1], 0.2 + moved[1], 1e-5);
     EXPECT_NEAR(place[2], 0.1, 1e-5);
+}
+
+TEST_F(Picking, AClickDuringAReadGoesByThePictureOnTheScreen) {
+    Put(Light(0), 0.5, 0, 0.5);
+    const wxPoint at = At({0.5, 0, 0.5});
+    GbGLLockForLoadingData.store(true); // no paint comes through
+    const int paints = Canvas(0)->GetPaintCount();
+    Hold(WXK_SHIFT, true);
+    Click(Canvas(0), at, 3);
+    Hold(WXK_SHIFT, false);
+    EXPECT_EQ(Selected(), &Light(0));
+    EXPECT_EQ(Canvas(0)->GetPaintCount(), paints);
+    GbGLLockForLoadingData.store(false);
+    Settle();
 }
 
 TEST_F(Picking, ButtonsInTheViewChooseTheMode) {
