@@ -81,6 +81,17 @@ steps 6
 key alt+4
 shoot "$MAIN" four_views
 key alt+1
+open_project lj_melt_bin
+click 500 400 5
+click 500 400 5
+xdotool keydown shift
+click 468 485 3 # the second light
+xdotool keyup shift
+key r
+key alt+4
+shoot "$MAIN" picking
+key alt+1
+key t
 open_project galaxy_small_bin
 steps 5
 for i in 1 2 3 4 5 6 7 8 9; do click 500 400 5; done

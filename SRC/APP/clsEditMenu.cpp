@@ -47,10 +47,7 @@ void EditMenu_cls::OnMenuTimeRemap(wxCommandEvent& event) {
     mHub.mpCTimeCtrl->SetUseTimeRemapCommand(event.IsChecked());
 }
 
-void EditMenu_cls::OnMenuDeselect(wxCommandEvent&) {
-    mHub.mpCFilters->SelectFilter(nullptr, false);
-    mFrame.GetPCBtmHalf()->GetPCParamGUICtrl()->SelectObject(static_cast<SceneObj_cls*>(nullptr));
-}
+void EditMenu_cls::OnMenuDeselect(wxCommandEvent&) { mHub.SelectObject(nullptr); }
 
 void EditMenu_cls::OnMenuScene(wxCommandEvent&) { mHub.mpCScene->OpenWindow(&mFrame); }
 

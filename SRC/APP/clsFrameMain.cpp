@@ -219,6 +219,7 @@ void FrameMain_cls::UpdateStatusText() {
          {GetStandstill(), bonds ? bonds->GetStatus() : wxString(), mpCImageRun->GetVideoStatus(),
           mpCMain->mpCImgSequence->GetProgressText(), mpCExportRun->GetExportStatus()})
         if (!run.empty()) text[0] = run;
+    if (!mStrPointed.empty()) text[0] = mStrPointed;
     const int drawing = GDrawingPercentage.load();
     if (drawing != 100) text[2] = wxString::Format("%s%d%%", kStages[GDrawingStage.load() % 3], drawing);
     const int reading = GThreadReaderPercentage.load();

@@ -95,6 +95,7 @@ public:
     void ReadStrLine(const wxString& line);
 
     static FrameMain_cls* mspCThis;
+    wxString mStrPointed; ///< what the pointer is over in a view; the status bar shows it
 
     /// A project was opened or saved under a name in this run.
     bool IsProjectNamed() const;

@@ -27,10 +27,12 @@ class ParamGroup_cls;
 class PeriodicBoundary_cls;
 class PeriodicBoundaryCtrl_cls;
 class Parameters_cls;
+class FilterBase_cls;
 class FilterLists_cls;
 class Preference_cls;
 class RecentFiles_cls;
 class Recovery_cls;
+class SceneObj_cls;
 class Scene_cls;
 class TexPropertyCtrl_cls;
 class TimeCtrl_cls;
@@ -63,6 +65,18 @@ public:
     /// All filters go, and with them the steps of the undo list, which may know them.
     void ClearFilters();
     void CloseData();
+
+    // clsMainSelect.cpp
+    /// The item of a click, by its name there.
+    void SelectPicked(int name);
+    /// The selected object of views, lists and time lines alike; null: none.
+    void SelectObject(SceneObj_cls* pObject);
+    void SelectObject(int id, int sub);
+    /// A light of this name is the one that the dialog shows; other names change nothing.
+    void ThisObjectIsSelected(int id);
+    /// This filter alone, null none. `bDeselectObject`: objects that aren't filters lose the selection.
+    void SelectFilter(FilterBase_cls* pFilter, bool bDeselectObject);
+    void SelectFilterByHittest(int id, bool bDeselectObject);
 
     // clsMainParams.cpp
     /// One step back or forward; an edit that a hand still holds ends first.
@@ -130,5 +144,6 @@ private:
     void UnlinkParamHooks();
     void MakeCameraPathGroup();
     void MakeTimeLines();
+    void LinkSelection();
     wxString SerializeAll(bool bFull);
 };

@@ -14,6 +14,7 @@
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "SCENE/clsLightSRCCtrl.h"
+#include "SCENE/clsMoveItem.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/Clipboard.h"
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
@@ -63,19 +64,7 @@ void Main_cls::MakeTimeLines() {
         lines->RemoveParamGroup(pGroup);
         lines->ResizeTL();
     };
-    mpCFilters->mHooks.mSelectObject = [lines](SceneObj_cls* pObject) { lines->SelectObject(pObject); };
-    lines->mOnObjectChosen = [this](SceneObj_cls* pObject) {
-        mpCFilters->SelectObject(pObject);
-        mpCLightSRCCtrl->ShowObject(pObject);
-    };
-    mpCLightSRCCtrl->mOnRows = [lines] {
-        lines->HideAndShow();
-        lines->ResizeTL();
-    };
-    mpCLightSRCCtrl->mOnSelect = [this, lines](SceneObj_cls* pObject) {
-        mpCFilters->SelectObject(pObject);
-        lines->SelectObject(pObject);
-    };
+    LinkSelection();
     mpCFilters->mHooks.mConnectTexture = [this](SceneObjTexture_cls* pTexture, const wxString& name) {
         mpCTexPropertyCtrl->ReconnectTexture(pTexture, name);
     };
@@ -93,6 +82,7 @@ void Main_cls::MakeTimeLines() {
 }
 
 void Main_cls::UnlinkParamHooks() {
+    MoveItem_cls::SetSelection(nullptr);
     mpCParamGUICtrl = nullptr; // went with the frame
     mpCFilters->mHooks = FilterHooks_st();
     mpCLightSRCCtrl->mOnRows = nullptr;
@@ -122,13 +112,14 @@ void Main_cls::ClearFilters() {
 
 void Main_cls::EndGestures() {
     NumField_cls::EndAnyGesture();
+    MoveItem_cls::EndDrag();
     mpCTimeCtrl->EndGesture();
     mpCColorCurveCtrl->EndGesture();
 }
 
 bool Main_cls::IsUndoable() const {
-    return GCUndoList.IsUndoable() || NumField_cls::IsAnyGesture() || mpCTimeCtrl->IsGesture() ||
-           mpCColorCurveCtrl->IsGesture();
+    return GCUndoList.IsUndoable() || NumField_cls::IsAnyGesture() || MoveItem_cls::IsDragging() ||
+           mpCTimeCtrl->IsGesture() || mpCColorCurveCtrl->IsGesture();
 }
 
 void Main_cls::Undo() {

@@ -27,6 +27,7 @@
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
 #include "SCENE/clsLightSRCCtrl.h"
+#include "SCENE/clsMoveItem.h"
 
 namespace {
 
@@ -93,6 +94,7 @@ bool Main_cls::LoadProjectText(const wxString& path, std::wstring* pText) {
 }
 
 void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder, bool bConfigure) {
+    MoveItem_cls::CancelDrag();
     Preference_cls* acting = mpCFrameMain->GetPCPreference();
     Preference_cls* user = mpCFrameMain->GetPCUserPreference();
     // Those of the project before this one end with it.

@@ -116,6 +116,10 @@ void PreferenceGUI_cls::SetMNumMemParam(wxBoxSizer* pSizer) {
     mpCPerformance->AddCheck(
         _("New Data"), &mpCPreference->mCFitFirst.mValue, _("Fit all views"),
         _("Data that are opened before any camera was moved stand whole in the picture"));
+    mpCPerformance->AddCheck(
+        _("Dragging"), &mpCPreference->mCThinDrags.mValue, _("Fewer particles meanwhile"),
+        _("While a drag turns a view or moves an item, only as many particles are drawn as keep the picture "
+          "moving; pictures and films always have all"));
     mpCPerformance->SetOnChange([this, sort](int row, bool) {
         KeepForUser();
         if (row == sort) PostMenuEvent(ID_REFRESH_GL);

@@ -7,13 +7,19 @@
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
+#include "GL/BASE/clsNavigators.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "SCENE/clsMoveItem.h"
+#include "SCENE/clsSceneObj.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/TIMELINE/TimeGesture.h"
 
 bool Shortcut_cls::ProcShortcutKey(int modifier, int keycode) {
     if (modifier == 1) return false; // Alt belongs to the menus
-    if (modifier != 2) return ProcPlain(keycode);
+    // What a hand holds has the keys first, but for undo and redo.
+    const bool bUndo = modifier == 2 && (keycode == 'Y' || keycode == 'Z');
+    if (GpCurrentGLPanel && !bUndo && GpCurrentGLPanel->OnDragKey(keycode)) return true;
+    if (modifier != 2) return ProcPlain(keycode, (modifier & 2) != 0);
     if (!ProcCtrl(keycode)) return false;
     PostMenuEvent(ID_REFRESH_GL);
     return true;
@@ -48,7 +54,7 @@ void Shortcut_cls::SetDisplayMode(int mode) {
     PostMenuEvent(ID_REFRESH_GL);
 }
 
-bool Shortcut_cls::ProcPlain(int keycode) {
+bool Shortcut_cls::ProcPlain(int keycode, bool bCtrl) {
     switch (keycode) {
     case 'Q': // the toolkit doesn't take a letter alone as a menu's key
         PostMenuEvent(ID_QUIT);
@@ -80,8 +86,34 @@ bool Shortcut_cls::ProcPlain(int keycode) {
         PostMenuEvent(ID_SYNC_GL_CTRL);
         return true;
     default:
-        return ProcTime(keycode);
+        return (!bCtrl && ProcItem(keycode)) || ProcTime(keycode); // letters with Ctrl are the menus'
     }
+}
+
+// How hands move the selected item, and along which axis.
+bool Shortcut_cls::ProcItem(int keycode) {
+    SceneObj_cls* item = MoveItem_cls::mspCSelectedObject;
+    switch (keycode) {
+    case 'R':
+        Navigators_cls::RotationMode();
+        break;
+    case 'S':
+        Navigators_cls::ScaleMode();
+        break;
+    case 'T':
+        Navigators_cls::TranslationMode();
+        break;
+    case 'X':
+    case 'Y':
+    case 'Z':
+        if (!item) return false;
+        item->ToggleDragMode(keycode - 'X');
+        break;
+    default:
+        return false;
+    }
+    PostMenuEvent(ID_REFRESH_GL);
+    return true;
 }
 
 bool Shortcut_cls::ProcTime(int keycode) {

@@ -12,7 +12,8 @@ public:
 
 private:
     bool ProcCtrl(int keycode);
-    bool ProcPlain(int keycode);
+    bool ProcPlain(int keycode, bool bCtrl);
+    bool ProcItem(int keycode);
     bool ProcTime(int keycode);
     /// Display mode of the active view.
     void SetDisplayMode(int mode);

@@ -4,19 +4,19 @@
 
 #include "COMMON/clsMyVector.h"
 #include "FILTER/clsFilterData.h"
-#include "GL/BASE/clsGLState.h"
+#include "GL/BASE/clsMarkPainter.h"
 
-void SetFrameColor(const FilterData_cls& data) {
+void SetFrameColor(MarkPainter_cls& painter, const FilterData_cls& data) {
     if (data.mbSelected)
-        glColor4f(0.8f, 0.7f, 0.3f, 1.0f);
+        data.SetMarkColor(painter, 0.8f, 0.7f, 0.3f);
     else
-        glColor4f(0.3f, 0.8f, 0.3f, 1.0f);
+        data.SetMarkColor(painter, 0.3f, 0.8f, 0.3f);
 }
 
 FilterPlacement_st::FilterPlacement_st(const FilterData_cls& data, double time) {
-    data.mpCTranslate->GetInterpolatedValue(mPlace, time, Parameters_cls::kCurrent);
-    data.mpCRotate->GetInterpolatedValue(mAngles, time, Parameters_cls::kCurrent);
-    data.mpCScale->GetInterpolatedValue(mScale, time, Parameters_cls::kCurrent);
+    data.GetTranslation(time, mPlace);
+    data.GetRotation(time, mAngles);
+    data.GetScaling(time, mScale);
 }
 
 void FilterPlacement_st::Multiply() const {
@@ -25,6 +25,14 @@ void FilterPlacement_st::Multiply() const {
     glRotated(mAngles[0], 1, 0, 0);
     glRotated(mAngles[1], 0, 1, 0);
     glScaled(mScale[0], mScale[1], mScale[2]);
+}
+
+void FilterPlacement_st::Multiply(MarkPainter_cls& painter) const {
+    painter.Translate(mPlace);
+    painter.Rotate(mAngles[2], 2);
+    painter.Rotate(mAngles[0], 0);
+    painter.Rotate(mAngles[1], 1);
+    painter.Scale(mScale);
 }
 
 void FilterPlacement_st::Transform(float* p) const {
@@ -38,22 +46,23 @@ void FilterPlacement_st::Transform(float* p) const {
         p[i] = float(v[i] + mPlace[i]);
 }
 
-void DrawUnitBox() {
-    static const GLfloat kCorners[8][3] = {{-0.5f, -0.5f, -0.5f}, {0.5f, -0.5f, -0.5f}, {0.5f, 0.5f, -0.5f},
-                                           {-0.5f, 0.5f, -0.5f},  {-0.5f, -0.5f, 0.5f}, {0.5f, -0.5f, 0.5f},
-                                           {0.5f, 0.5f, 0.5f},    {-0.5f, 0.5f, 0.5f}};
-    static const GLubyte kEdges[24] = {0, 4, 1, 5, 2, 6, 3, 7, 0, 1, 1, 2,
-                                       2, 3, 3, 0, 4, 5, 5, 6, 6, 7, 7, 4};
-    const GLClientScope_cls client;
-    glEnableClientState(GL_VERTEX_ARRAY);
-    glVertexPointer(3, GL_FLOAT, 0, kCorners);
-    glDrawElements(GL_LINES, 24, GL_UNSIGNED_BYTE, kEdges);
+void DrawUnitBox(MarkPainter_cls& painter) {
+    static const MarkPainter_cls::Point kCorners[8] = {
+        {-0.5f, -0.5f, -0.5f}, {0.5f, -0.5f, -0.5f}, {0.5f, 0.5f, -0.5f}, {-0.5f, 0.5f, -0.5f},
+        {-0.5f, -0.5f, 0.5f},  {0.5f, -0.5f, 0.5f},  {0.5f, 0.5f, 0.5f},  {-0.5f, 0.5f, 0.5f}};
+    static const int kEdges[24] = {0, 4, 1, 5, 2, 6, 3, 7, 0, 1, 1, 2, 2, 3, 3, 0, 4, 5, 5, 6, 6, 7, 7, 4};
+    MarkPainter_cls::Point lines[24];
+    for (int i = 0; i < 24; ++i)
+        lines[i] = kCorners[kEdges[i]];
+    painter.Draw(MarkPainter_cls::Shape::Lines, lines, 24);
 }
 
-void DrawFilterFrame(const FilterData_cls& data, double time) {
+void DrawFilterFrame(MarkPainter_cls& painter, const FilterData_cls& data, double time) {
     if (!data.mpCObjectGroup->mbVisible) return;
-    const GLMatrixScope_cls matrix;
-    SetFrameColor(data);
-    FilterPlacement_st(data, time).Multiply();
-    DrawUnitBox();
+    const FilterPlacement_st placement(data, time);
+    if (data.mbSelected) data.GLDrawGuide(painter);
+    const MarkScope_cls matrix(painter);
+    SetFrameColor(painter, data);
+    placement.Multiply(painter);
+    DrawUnitBox(painter);
 }

@@ -42,4 +42,4 @@ void FilterBase_cls::BeginWeigh(double, long long) {}
 
 void FilterBase_cls::Weigh(const WeighedList_st&, float*) const {}
 
-void FilterBase_cls::GLDraw(double) const {}
+void FilterBase_cls::GLDraw(MarkPainter_cls&, double) const {}

@@ -12,6 +12,7 @@
 class ArrayAndIndex_cls;
 class FilterCtrl_cls;
 class FilterData_cls;
+class MarkPainter_cls;
 
 /// The particles that are weighed: up to kMost records, each with an index into the positions.
 struct WeighedList_st {
@@ -40,8 +41,8 @@ public:
     virtual void BeginWeigh(double time, long long particles);
     /// Change the weights (0 to 1), one a record of the list. Any thread.
     virtual void Weigh(const WeighedList_st& list, float* pWeight) const;
-    /// Its frame in the views; needs a current OpenGL context.
-    virtual void GLDraw(double time) const;
+    /// Its frame in the views.
+    virtual void GLDraw(MarkPainter_cls& painter, double time) const;
     /// It left its list, maybe for good.
     virtual void OnRemoved() {}
     /// Has something been wrong with the file that it shows? Then it shows less than the file should hold.

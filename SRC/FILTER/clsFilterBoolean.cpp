@@ -195,9 +195,7 @@ MORENTIS_DATA_LOOP void Add(const float* pFactor, int count, float* pWeight) {
     }
 }
 
-void TakeValues(ParamGroup_cls& group, double time, float* pOut) {
-    double values[3];
-    group.GetInterpolatedValue(values, time, Parameters_cls::kCurrent);
+void ToFloats(const double values[3], float* pOut) {
     for (int axis = 0; axis < 3; ++axis)
         pOut[axis] = float(values[axis]);
 }
@@ -211,8 +209,9 @@ FilterBooleanData_cls::FilterBooleanData_cls() : FilterData_cls(true, true) {
 }
 
 void FilterBoolean_cls::BeginWeigh(double time, long long) {
-    TakeValues(*GetPCData()->mpCTranslate, time, mPosition);
-    TakeValues(*GetPCData()->mpCScale, time, mScale);
+    const FilterPlacement_st placement(*GetPCData(), time);
+    ToFloats(placement.mPlace, mPosition);
+    ToFloats(placement.mScale, mScale);
 }
 
 // Operators and regions that files alone know change nothing.
@@ -242,4 +241,6 @@ void FilterBoolean_cls::Weigh(const WeighedList_st& list, float* pWeight) const 
     }
 }
 
-void FilterBoolean_cls::GLDraw(double time) const { DrawFilterFrame(*GetPCData(), time); }
+void FilterBoolean_cls::GLDraw(MarkPainter_cls& painter, double time) const {
+    DrawFilterFrame(painter, *GetPCData(), time);
+}

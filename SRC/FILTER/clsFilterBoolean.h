@@ -24,7 +24,7 @@ class FilterBoolean_cls final : public FilterOf_cls<FilterBooleanData_cls, FILTE
 public:
     void BeginWeigh(double time, long long particles) override;
     void Weigh(const WeighedList_st& list, float* pWeight) const override;
-    void GLDraw(double time) const override;
+    void GLDraw(MarkPainter_cls& painter, double time) const override;
 
 private:
     float mPosition[3] = {0, 0, 0}; ///< at the time of BeginWeigh

@@ -11,6 +11,7 @@
 #include "FILTER/clsFilterLists.h"
 #include "FILTER/clsFilterObject.h"
 #include "FILTER/clsFilterStick.h"
+#include "GL/BASE/clsMarkPainter.h"
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsPDataSequence.h"
 
@@ -218,9 +219,12 @@ bool FilterCtrl_cls::IsBooleanChangeConstantColor() const {
     });
 }
 
-void FilterCtrl_cls::GLDraw(double time) const {
-    for (const auto& filter : mlpCFilter)
-        filter->GLDraw(time);
+void FilterCtrl_cls::GLDraw(MarkPainter_cls& painter, double time) const {
+    int pick = GetFirstPickName();
+    for (const auto& filter : mlpCFilter) {
+        const MarkName_cls name(painter, pick++);
+        filter->GLDraw(painter, time);
+    }
 }
 
 void FilterCtrl_cls::PrepareObjects(int frame) {

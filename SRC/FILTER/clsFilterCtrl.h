@@ -17,6 +17,7 @@ class FilterFog_cls;
 class FilterLists_cls;
 class FilterPane_cls;
 class FilterStick_cls;
+class MarkPainter_cls;
 class Parameters_cls;
 class PeriodicBoundary_cls;
 class SceneObjTexture_cls;
@@ -82,9 +83,12 @@ public:
     void Thin(DrawList_t& list, long long particles, const float (*pPos)[3], double time) override;
     bool IsBooleanChangeConstantColor() const override;
 
+    /// The frames of all filters, each known to clicks by its list and its position in that.
+    void GLDraw(MarkPainter_cls& painter, double time) const;
+    /// Name of the filter at the first position; those behind it follow.
+    int GetFirstPickName() const { return (mIndex * 5 + 5) * 4; }
+
     // These need a current OpenGL context with the camera in the model-view matrix.
-    /// The frames of all filters.
-    void GLDraw(double time) const;
     /// Once a picture: what objects read for snapshot `frame`.
     void PrepareObjects(int frame);
     /// All objects of one pass (FilterObject_cls::GLDrawRealObject).

@@ -7,7 +7,9 @@
 #include "COLORCURVE/clsColorCurve.h"
 #include "COMMON/FramePath.h"
 #include "COMMON/UpdateBits.h"
+#include "COMMON/clsMyVector.h"
 #include "FILTER/FilterKinds.h"
+#include "GL/BASE/clsGLGuides.h"
 #include "PARAM/ParamText.h"
 #include "PDATA/clsPDataSequence.h"
 
@@ -129,6 +131,22 @@ bool FilterData_cls::ReadGroupOrCurve(std::wistream& stream, const wxString& lin
 void FilterData_cls::InitNew() {
     const DirectEdit_cls direct;
     SetInitValueScale(1.0, 1.0, 1.0);
+}
+
+// A frame is turned about y, then x, then z, and its edges are scaled before that.
+void FilterData_cls::GetGuideAxes(int mode, double out[3][3]) const {
+    SceneObj_cls::GetGuideAxes(GLGuides_cls::TRANSLATE, out);
+    if (mode == GLGuides_cls::TRANSLATE) return;
+    double angles[3];
+    GetRotation(kCurrent, angles);
+    for (int axis = 0; axis < 3; ++axis) {
+        const bool bAll = mode == GLGuides_cls::SCALE;
+        if (bAll) MyVector::Rotate(out[axis], angles[1], 1);
+        if (bAll || axis < 2) {
+            if (bAll || axis == 1) MyVector::Rotate(out[axis], angles[0], 0);
+            MyVector::Rotate(out[axis], angles[2], 2);
+        }
+    }
 }
 
 // Once: the name may hold that word, too.

@@ -36,6 +36,9 @@ public:
     void ChangeCustomName(NameWords words);
     /// What a filter made by the user begins with, before it is in a list; no step.
     void InitNew();
+    bool TakesMode(int) const override { return true; }
+    void GetGuideAxes(int mode, double out[3][3]) const override;
+    wxString GetShownName() const override { return mCName.mStrValue; }
     /// Everything animated of it: the groups of its line on the time lines.
     const std::vector<ParamGroup_cls*>& GetGroups() const { return mpCObjectGroup->mVpCChilds; }
 

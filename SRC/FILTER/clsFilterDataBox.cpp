@@ -2,10 +2,8 @@
 
 #include <cmath>
 
-#include <epoxy/gl.h>
-
 #include "FILTER/FilterFrame.h"
-#include "GL/BASE/clsGLState.h"
+#include "GL/BASE/clsMarkPainter.h"
 #include "GL/DRAW/PlaceMatrix.h"
 
 namespace {
@@ -18,13 +16,10 @@ void Evaluate(ParamGroup_cls& group, double time, double out[3]) {
 }
 
 /// Where the anchor is.
-void DrawCross() {
-    static const GLfloat kCross[6][3] = {{-0.1f, 0, 0}, {0.1f, 0, 0},  {0, -0.1f, 0},
-                                         {0, 0.1f, 0},  {0, 0, -0.1f}, {0, 0, 0.1f}};
-    const GLClientScope_cls client;
-    glEnableClientState(GL_VERTEX_ARRAY);
-    glVertexPointer(3, GL_FLOAT, 0, kCross);
-    glDrawArrays(GL_LINES, 0, 6);
+void DrawCross(MarkPainter_cls& painter) {
+    static const MarkPainter_cls::Point kCross[6] = {{-0.1f, 0, 0}, {0.1f, 0, 0},  {0, -0.1f, 0},
+                                                     {0, 0.1f, 0},  {0, 0, -0.1f}, {0, 0, 0.1f}};
+    painter.Draw(MarkPainter_cls::Shape::Lines, kCross, 6);
 }
 
 } // namespace
@@ -66,7 +61,22 @@ void FilterDataBoxData_cls::PlaceNow(float* pPos) {
         pPos[i] = float(place[i]);
 }
 
-void FilterDataBox_cls::GLDraw(double time) const {
+void FilterDataBoxData_cls::ToScene(double* pPlace) const {
+    for (size_t i = 0; i < 3; ++i)
+        pPlace[i] += mpCAnchor->mVParams[i].mCurrentValue;
+}
+
+void FilterDataBoxData_cls::FromScene(double* pPlace) const {
+    for (size_t i = 0; i < 3; ++i)
+        pPlace[i] -= mpCAnchor->mVParams[i].mCurrentValue;
+}
+
+// The data are turned as other objects are, and then scaled along the scene's axes.
+void FilterDataBoxData_cls::GetGuideAxes(int mode, double out[3][3]) const {
+    SceneObj_cls::GetGuideAxes(mode, out);
+}
+
+void FilterDataBox_cls::GLDraw(MarkPainter_cls& painter, double time) const {
     const FilterDataBoxData_cls& data = *GetPCData();
     if (!data.mpCObjectGroup->mbVisible || !data.mCValid.mValue) return;
     FilterPlacement_st placement(data, time);
@@ -74,9 +84,10 @@ void FilterDataBox_cls::GLDraw(double time) const {
     Evaluate(*data.mpCAnchor, time, anchor);
     for (int i = 0; i < 3; ++i)
         placement.mPlace[i] += anchor[i];
-    const GLMatrixScope_cls matrix;
-    SetFrameColor(data);
-    placement.Multiply();
-    DrawUnitBox();
-    DrawCross();
+    if (data.mbSelected) data.GLDrawGuide(painter);
+    const MarkScope_cls matrix(painter);
+    SetFrameColor(painter, data);
+    placement.Multiply(painter);
+    DrawUnitBox(painter);
+    DrawCross(painter);
 }

@@ -13,6 +13,9 @@ public:
 
     /// Placed so that it turns and scales about the anchor.
     void UpdateCurrentObj(double time) override;
+    void ToScene(double* pPlace) const override;
+    void FromScene(double* pPlace) const override;
+    void GetGuideAxes(int mode, double out[3][3]) const override;
     /// What GLSetMatrix multiplies by after that, column by column. False: it is nothing that could be drawn
     /// under, as a scale isn't finite.
     bool GetMatrix(double out[16]) const;
@@ -24,5 +27,5 @@ public:
 
 class FilterDataBox_cls final : public FilterOf_cls<FilterDataBoxData_cls, FILTER_DATABOX> {
 public:
-    void GLDraw(double time) const override;
+    void GLDraw(MarkPainter_cls& painter, double time) const override;
 };

@@ -23,7 +23,9 @@ FilterGridData_cls::FilterGridData_cls()
     mCConfItemList.Add(&mCGridCoord, "GridCoord=", "1");
 }
 
-void FilterGrid_cls::GLDraw(double time) const { DrawFilterFrame(*GetPCData(), time); }
+void FilterGrid_cls::GLDraw(MarkPainter_cls& painter, double time) const {
+    DrawFilterFrame(painter, *GetPCData(), time);
+}
 
 void FilterGrid_cls::GLDrawRealGrid(double time, Tags* pTags) const {
     const FilterGridData_cls& data = *GetPCData();

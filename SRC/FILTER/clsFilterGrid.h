@@ -24,7 +24,7 @@ public:
 class FilterGrid_cls final : public FilterOf_cls<FilterGridData_cls, FILTER_GRID> {
 public:
     /// Its frame, while it is selected: the lines are there anyway.
-    void GLDraw(double time) const override;
+    void GLDraw(MarkPainter_cls& painter, double time) const override;
     /// The grid itself, in the current line width; `pTags`, if any, takes its labels. Needs a current OpenGL
     /// context with the camera in the model-view matrix.
     void GLDrawRealGrid(double time, Tags* pTags) const;

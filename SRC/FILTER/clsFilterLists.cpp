@@ -43,6 +43,13 @@ FilterBase_cls* FilterLists_cls::GetPCSelected() const {
     return nullptr;
 }
 
+// More filters than there are names between the lists come under those of the next list.
+FilterBase_cls* FilterLists_cls::FindByPickName(int name) {
+    FilterCtrl_cls& list = name < GetObject().GetFirstPickName() ? GetBoolean() : GetObject();
+    const int position = name - list.GetFirstPickName();
+    return position >= 0 && position < list.GetCount() ? list.GetPCFilter(position) : nullptr;
+}
+
 void FilterLists_cls::MoveSelectedFilter(int delta) {
     for (FilterCtrl_cls& list : mLists)
         list.MoveSelectedFilter(delta);

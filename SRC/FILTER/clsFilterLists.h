@@ -52,6 +52,8 @@ public:
     /// The filter of this object alone, none for other objects, without telling the time lines: they know.
     void SelectObject(const SceneObj_cls* pObject);
     FilterBase_cls* GetPCSelected() const;
+    /// The filter that clicks know by this name, in the lists that draw frames; null: none.
+    FilterBase_cls* FindByPickName(int name);
     void MoveSelectedFilter(int delta);
     void DeleteSelectedFilter();
     /// Steps of the undo list that know filters must go with them.

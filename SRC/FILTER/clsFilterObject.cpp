@@ -23,7 +23,9 @@ FilterObjectData_cls::FilterObjectData_cls() : FilterData_cls(true, true) {
     AddColorCurve("Specular", "1 0.8 0.2 1");
 }
 
-void FilterObject_cls::GLDraw(double time) const { DrawFilterFrame(*GetPCData(), time); }
+void FilterObject_cls::GLDraw(MarkPainter_cls& painter, double time) const {
+    DrawFilterFrame(painter, *GetPCData(), time);
+}
 
 // It comes back from its file with an undone step.
 void FilterObject_cls::OnRemoved() { mMesh.ClearMesh(); }

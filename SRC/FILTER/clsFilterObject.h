@@ -25,7 +25,7 @@ public:
 /// Its colours are ambient, diffuse and specular.
 class FilterObject_cls final : public FilterOf_cls<FilterObjectData_cls, FILTER_OBJECT> {
 public:
-    void GLDraw(double time) const override;
+    void GLDraw(MarkPainter_cls& painter, double time) const override;
     void OnRemoved() override;
     bool HasBrokenFile() const override;
     /// Once a picture, before any of its copies: the mesh of this frame.

@@ -1,12 +1,24 @@
 #include "SCENE/clsAnchorPath.h"
 
-#include <epoxy/gl.h>
+#include <algorithm>
+#include <cmath>
+
+#include <wx/intl.h>
+
+#include "GL/BASE/clsCamera.h"
+#include "GL/BASE/clsGLGuides.h"
+#include "GL/BASE/clsMarkPainter.h"
 
 namespace {
 const char* const kMarker = "---AnchorPath";
-}
+// Of the mark, as long as that is neither a speck nor large.
+constexpr double kSize = 0.2;
+constexpr double kLeastPixels = 8.0;
+constexpr double kMostPixels = 30.0;
+} // namespace
 
 AnchorPath_cls::AnchorPath_cls() : SceneObj_cls("Anchor", true, true) {
+    mPickName = kPickName;
     mCConfItemListBase.Add(&mCVisible, "AnchorVisible=", "1");
     const DirectEdit_cls direct;
     SetInitValueTrans(0, 0, 0);
@@ -14,17 +26,30 @@ AnchorPath_cls::AnchorPath_cls() : SceneObj_cls("Anchor", true, true) {
     SetInitValueScale(1, 1, 1);
 }
 
-void AnchorPath_cls::GLDraw(bool bPick) const {
+void AnchorPath_cls::GLDraw(MarkPainter_cls& painter) const {
     static const Position_cls kOrigin;
     bool bMoves = false;
     for (const Parameters_cls& param : mpCTranslate->mVParams)
         bMoves |= param.mbTimeDepend.mValue;
-    glDisable(GL_LIGHTING);
-    glDisable(GL_TEXTURE_2D);
-    const bool bShown = bMoves || mbSelected || mCCurrent.Position_cls::operator!=(kOrigin);
-    // The mark of the anchor comes here, and the handles of a selected one.
-    if (!bPick && bShown) GLDrawPath();
+    const bool bMark = mbSelected || mCCurrent.Position_cls::operator!=(kOrigin);
+    if (!mCVisible.mValue || !(bMark || bMoves)) return;
+    const MarkName_cls name(painter, mPickName);
+    const double pixel = painter.GetPixel(mCCurrent.mPos);
+    SetMarkColor(painter, 0.2f, 1.0f, 0.2f);
+    if (bMark && pixel > 0.0 && std::isfinite(pixel)) {
+        const MarkScope_cls scope(painter);
+        painter.Translate(mCCurrent.mPos);
+        Camera_cls::Draw(painter, Camera_cls::CROSSHAIR,
+                         std::clamp(kSize, kLeastPixels * pixel, kMostPixels * pixel), 35.0);
+    }
+    if (mbSelected && !mbDragging) GLDrawGuide(painter);
+    if (!painter.IsPick()) GLDrawPath();
 }
+
+// Nobody sees how it is turned.
+bool AnchorPath_cls::TakesMode(int mode) const { return mode == GLGuides_cls::TRANSLATE; }
+
+wxString AnchorPath_cls::GetShownName() const { return _("Anchor"); }
 
 wxString AnchorPath_cls::Serialize() { return SerializeBlock(kMarker, {mpCTranslate}); }
 

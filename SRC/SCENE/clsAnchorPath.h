@@ -5,11 +5,15 @@
 
 class AnchorPath_cls final : public SceneObj_cls {
 public:
+    static constexpr int kPickName = 2;
+
     AnchorPath_cls();
 
     /// Mark and path as others see them; an anchor that rests in the origin stays out of the picture.
-    /// Needs a current OpenGL context.
-    void GLDraw(bool bPick) const;
+    /// What it draws on the screen needs a current OpenGL context.
+    void GLDraw(MarkPainter_cls& painter) const;
+    bool TakesMode(int mode) const override;
+    wxString GetShownName() const override;
     wxString Serialize();
     /// Reads on from the stream when `line` is the block's marker.
     void ReadStrLine(std::wistream& stream, const wxString& line);

@@ -3,13 +3,21 @@
 #include <algorithm>
 #include <cmath>
 
-#include <epoxy/gl.h>
+#include <wx/intl.h>
+
+#include "GL/BASE/clsCamera.h"
+#include "GL/BASE/clsMarkPainter.h"
 
 namespace {
 const char* const kMarker = "---CameraPath";
-}
+// Of the mark, as long as that is neither a speck nor the whole picture.
+constexpr double kSize = 1.0;
+constexpr double kLeastPixels = 24.0;
+constexpr double kMostPixels = 120.0;
+} // namespace
 
 CameraPath_cls::CameraPath_cls() : SceneObj_cls("Camera", true, true) {
+    mPickName = kPickName;
     mCConfItemListBase.Add(&mCGeometry, "CameraGeometry=", "0");
     mCConfItemListBase.Add(&mCVAngle, "CameraVAngle=", "35");
     mCConfItemListBase.Add(&mCFishEyeOffset, "FishEyeOffset=", "0");
@@ -21,12 +29,25 @@ CameraPath_cls::CameraPath_cls() : SceneObj_cls("Camera", true, true) {
     SetInitValueScale(1, 1, 1);
 }
 
-void CameraPath_cls::GLDraw(bool bPick) const {
-    glDisable(GL_LIGHTING);
-    glDisable(GL_TEXTURE_2D);
-    // The mark of the camera comes here, and the handles of a selected one.
-    if (!bPick) GLDrawPath();
+void CameraPath_cls::GLDraw(MarkPainter_cls& painter) const {
+    if (!mCVisible.mValue) return;
+    const MarkName_cls name(painter, mPickName);
+    const double pixel = painter.GetPixel(mCCurrent.mPos);
+    SetMarkColor(painter, 0.2f, 1.0f, 0.2f);
+    if (pixel > 0.0 && std::isfinite(pixel)) {
+        double matrix[16];
+        mCCurrent.GetGLMatrix(matrix);
+        const MarkScope_cls scope(painter);
+        painter.Multiply(matrix);
+        Camera_cls::Draw(painter,
+                         mCGeometry.mValue == GEOMETRY_FISHEYE ? Camera_cls::FISHEYE : Camera_cls::BASIC,
+                         std::clamp(kSize, kLeastPixels * pixel, kMostPixels * pixel), mCVAngle.mValue);
+    }
+    if (mbSelected && !mbDragging) GLDrawGuide(painter);
+    if (!painter.IsPick()) GLDrawPath();
 }
+
+wxString CameraPath_cls::GetShownName() const { return _("Camera path"); }
 
 wxString CameraPath_cls::Serialize() { return SerializeBlock(kMarker, {mpCTranslate, mpCRotate}); }
 

@@ -9,8 +9,12 @@ public:
 
     CameraPath_cls();
 
-    /// Camera and path as others see them. Needs a current OpenGL context.
-    void GLDraw(bool bPick) const;
+    static constexpr int kPickName = 1;
+
+    /// Camera and path as others see them; nothing while it isn't visible. What it draws on the screen needs
+    /// a current OpenGL context.
+    void GLDraw(MarkPainter_cls& painter) const;
+    wxString GetShownName() const override;
     wxString Serialize();
     /// Reads on from the stream when `line` is the block's marker.
     void ReadStrLine(std::wistream& stream, const wxString& line);

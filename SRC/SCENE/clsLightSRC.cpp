@@ -106,6 +106,24 @@ void LightSRC_cls::ToWorld(double* p, bool bDirection) const {
                     kFarthest);
 }
 
+void LightSRC_cls::FromScene(double* pPlace) const {
+    if (!mCFollowsCamera.mValue || !mpCCamera) return;
+    double way[3];
+    for (int i = 0; i < 3; ++i)
+        way[i] = pPlace[i] - mpCCamera->mPos[i];
+    pPlace[0] = MyVector::GetScalarProduct<double>(way, mpCCamera->mFront);
+    pPlace[1] = -MyVector::GetScalarProduct<double>(way, mpCCamera->mRight);
+    pPlace[2] = MyVector::GetScalarProduct<double>(way, mpCCamera->mUp);
+}
+
+void LightSRC_cls::GetGuideAxes(int mode, double out[3][3]) const {
+    SceneObj_cls::GetGuideAxes(mode, out);
+    for (int axis = 0; axis < 3; ++axis)
+        ToWorld(out[axis], true);
+}
+
+wxString LightSRC_cls::GetShownName() const { return wxString::Format(_("Light %d"), mNumber); }
+
 std::array<double, 3> LightSRC_cls::GetDirectionInWorld(double time) {
     std::array<double, 3> direction = GetVDirectionVector(time);
     if (!std::all_of(direction.begin(), direction.end(), [](double x) { return std::isfinite(x); }))
@@ -121,7 +139,7 @@ void LightSRC_cls::GetLightInfo(double time, float* pPos, float* pAngles, bool b
         const std::array<double, 3> direction = GetDirectionInWorld(time);
         std::copy(direction.begin(), direction.end(), place);
     } else {
-        mpCTranslate->GetInterpolatedValue(place, time, kCurrent);
+        GetTranslation(time, place);
         for (double& p : place)
             p = Tame(p, kFarthest);
         ToWorld(place, false);

@@ -41,9 +41,14 @@ public:
     /// The same on its own number, or switch it off. Only light 0 brings ambient light; with
     /// `bShadowOption` and shadows of its own it brings nothing else.
     void GLSetLightSource(double time, bool bEnable, bool bShadowOption);
-    /// Its mark where UpdateCurrentObj has placed it; nothing for a light that is switched off. With
-    /// `bPick` only what a click may hit.
-    void GLDraw(bool bPick) const;
+    /// Its mark where UpdateCurrentObj has placed it; nothing for a light that is switched off. A click that
+    /// picks finds what it may hit.
+    void GLDraw(MarkPainter_cls& painter) const;
+
+    void ToScene(double* pPlace) const override { ToWorld(pPlace, false); }
+    void FromScene(double* pPlace) const override;
+    void GetGuideAxes(int mode, double out[3][3]) const override;
+    wxString GetShownName() const override;
 
     wxString Serialize();
     /// Reads on behind `line`, the marker of the light's block.
@@ -73,7 +78,7 @@ private:
     void GLSetAttenuation(unsigned light) const;
     void GLSetSpotEffect(unsigned light, double time);
     void GLSetColors(unsigned light, double time, bool bAmbient, bool bDiffuse);
-    void GLDrawMark(const double* place, double size) const;
+    void GLDrawMark(MarkPainter_cls& painter, const double* place, double size) const;
 
     const PositionAndDirection_cls* mpCCamera;
 };

@@ -215,7 +215,7 @@ void LightSRCCtrl_cls::GLSetSingleDiffuse(int index, double time) const {
     GetLight(std::clamp(index, 0, kLightNumber - 1)).GLSetLightSourceComp(0, time, false, true);
 }
 
-void LightSRCCtrl_cls::GLDraw(bool bPick) const {
+void LightSRCCtrl_cls::GLDraw(MarkPainter_cls& painter) const {
     for (int i = 0; i < GetLightNumber(); ++i)
-        GetLight(i).GLDraw(bPick);
+        GetLight(i).GLDraw(painter);
 }

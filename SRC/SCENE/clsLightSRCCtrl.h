@@ -13,6 +13,7 @@
 #include "GL/BASE/clsPositionAndDirection.h"
 
 class LightSRC_cls;
+class MarkPainter_cls;
 class ParamGroup_cls;
 class Parameters_cls;
 class SceneObj_cls;
@@ -74,7 +75,7 @@ public:
     /// One light alone as OpenGL light 0, without ambient light.
     void GLSetSingleDiffuse(int index, double time) const;
     /// The marks of the lights in use.
-    void GLDraw(bool bPick) const;
+    void GLDraw(MarkPainter_cls& painter) const;
 
     long long mUpdateMask; ///< of its commands
     int mCurrentLight = 0; ///< may lie behind the lights in use: see GetCurrentLight

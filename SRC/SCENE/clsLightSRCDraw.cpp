@@ -4,15 +4,16 @@
 
 #include <epoxy/gl.h>
 
-#include "GL/BASE/clsGLState.h"
+#include "GL/BASE/clsMarkPainter.h"
 #include "SCENE/clsLightSRC.h"
 
 namespace {
 
 constexpr float kLeastFadeDistance = 1e-6f;
 constexpr int kWidestCone = 90; // of OpenGL, which knows 180 besides as no cone
-constexpr GLushort kHeightDashes = 61680;
-constexpr GLushort kBeamDashes = 65280;
+constexpr unsigned kHeightDashes = 61680;
+constexpr unsigned kBeamDashes = 65280;
+constexpr unsigned kWholeLine = 0xFFFF;
 constexpr double kMarkSize = 0.02; // of the distance from the eye
 constexpr double kBeamLength = 0.2;
 
@@ -20,30 +21,21 @@ GLenum LightOf(int number) { return GL_LIGHT0 + static_cast<GLenum>(number); }
 
 bool AreFinite(const double* p) { return std::isfinite(p[0]) && std::isfinite(p[1]) && std::isfinite(p[2]); }
 
-void DrawVertices(GLenum mode, const GLfloat* vertices, GLsizei number) {
-    const GLClientScope_cls client;
-    glEnableClientState(GL_VERTEX_ARRAY);
-    glVertexPointer(3, GL_FLOAT, 0, vertices);
-    glDrawArrays(mode, 0, number);
-}
-
-void DrawLine(const double* from, const double* to) {
-    const GLfloat ends[6] = {GLfloat(from[0]), GLfloat(from[1]), GLfloat(from[2]),
-                             GLfloat(to[0]),   GLfloat(to[1]),   GLfloat(to[2])};
-    DrawVertices(GL_LINES, ends, 2);
+void DrawLine(MarkPainter_cls& painter, const double* from, const double* to) {
+    const MarkPainter_cls::Point ends[2] = {{float(from[0]), float(from[1]), float(from[2])},
+                                            {float(to[0]), float(to[1]), float(to[2])}};
+    painter.Draw(MarkPainter_cls::Shape::Lines, ends, 2);
 }
 
 /// A circle around the origin of the plane of the screen, a vertex every 10 degrees.
-void DrawRing(GLenum mode, double radius, int vertices) {
+void DrawRing(MarkPainter_cls& painter, MarkPainter_cls::Shape shape, double radius, int vertices) {
     constexpr int kMost = 37;
-    GLfloat ring[kMost][3];
+    MarkPainter_cls::Point ring[kMost];
     for (int i = 0; i < vertices; ++i) {
         const double angle = i * M_PI / 18.0;
-        ring[i][0] = GLfloat(radius * std::cos(angle));
-        ring[i][1] = GLfloat(radius * std::sin(angle));
-        ring[i][2] = 0.0f;
+        ring[i] = {float(radius * std::cos(angle)), float(radius * std::sin(angle)), 0.0f};
     }
-    DrawVertices(mode, ring[0], vertices);
+    painter.Draw(shape, ring, vertices);
 }
 
 } // namespace
@@ -122,40 +114,38 @@ void LightSRC_cls::GLSetLightSource(double time, bool bEnable, bool bShadowOptio
 }
 
 // A dashed ring around a whole one, upright on the screen.
-void LightSRC_cls::GLDrawMark(const double* place, double size) const {
-    const GLMatrixScope_cls matrix;
+void LightSRC_cls::GLDrawMark(MarkPainter_cls& painter, const double* place, double size) const {
+    const MarkScope_cls matrix(painter);
     double view[16];
-    glGetDoublev(GL_MODELVIEW_MATRIX, view);
+    painter.GetModelView(view);
     double upright[16] = {0};
     for (int row = 0; row < 3; ++row)
         for (int column = 0; column < 3; ++column)
             upright[4 * row + column] = view[4 * column + row];
     upright[15] = 1.0;
-    glTranslated(place[0], place[1], place[2]);
-    glMultMatrixd(upright);
-    glScaled(size, size, size);
-    glDisable(GL_LINE_STIPPLE);
-    DrawRing(GL_LINES, 1.0, 36); // every other step is left out
-    DrawRing(GL_LINE_STRIP, 0.7, 37);
+    const double factors[3] = {size, size, size};
+    painter.Translate(place);
+    painter.Multiply(upright);
+    painter.Scale(factors);
+    painter.SetDashes(kWholeLine);
+    // The middle of the rings is theirs for a click, too.
+    if (painter.IsPick()) DrawRing(painter, MarkPainter_cls::Shape::Fan, 1.0, 37);
+    DrawRing(painter, MarkPainter_cls::Shape::Lines, 1.0, 36); // every other step is left out
+    DrawRing(painter, MarkPainter_cls::Shape::Strip, 0.7, 37);
 }
 
-void LightSRC_cls::GLDraw(bool bPick) const {
+void LightSRC_cls::GLDraw(MarkPainter_cls& painter) const {
     if (!mCVisible.mValue) return;
     double place[3] = {mCCurrent.mPos[0], mCCurrent.mPos[1], mCCurrent.mPos[2]};
     if (!AreFinite(place)) return;
     ToWorld(place, false);
-    double view[16];
-    glGetDoublev(GL_MODELVIEW_MATRIX, view);
-    const double distance = -(view[2] * place[0] + view[6] * place[1] + view[10] * place[2] + view[14]);
-    const GLAttribScope_cls attributes;
-    glDisable(GL_LIGHTING);
-    glDisable(GL_TEXTURE_2D);
-    glEnable(GL_LINE_STIPPLE);
-    glColor4f(0.7f, 0.7f, 0.2f, 1.0f);
-    if (!bPick) {
+    const double distance = painter.GetDepth(place);
+    const MarkName_cls name(painter, mPickName);
+    SetMarkColor(painter, 0.7f, 0.7f, 0.2f);
+    if (!painter.IsPick()) {
         const double foot[3] = {place[0], place[1], 0.0};
-        glLineStipple(1, kHeightDashes);
-        DrawLine(foot, place);
+        painter.SetDashes(kHeightDashes);
+        DrawLine(painter, foot, place);
     }
     if (mCType.mValue == TYPE_SPOT && mCTarget.mValue <= TARGET_ORIGIN && AreFinite(mCCurrent.mFront)) {
         double end[3] = {0, 0, 0};
@@ -165,10 +155,13 @@ void LightSRC_cls::GLDraw(bool bPick) const {
             for (int i = 0; i < 3; ++i)
                 end[i] = place[i] + kBeamLength * std::abs(distance) * along[i];
         }
-        glLineStipple(1, kBeamDashes);
-        DrawLine(place, end);
+        painter.SetDashes(kBeamDashes);
+        DrawLine(painter, place, end);
     }
     // The handles of a selected light stand in its mark's place while a click picks among them.
-    if ((!bPick || !mbSelected) && distance > 0.0) GLDrawMark(place, kMarkSize * distance);
-    if (!bPick) GLDrawPath();
+    if ((!painter.IsPick() || !mbSelected) && distance > 0.0)
+        GLDrawMark(painter, place, kMarkSize * distance);
+    painter.SetDashes(kWholeLine);
+    if (mbSelected && !mbDragging) GLDrawGuide(painter);
+    if (!painter.IsPick()) GLDrawPath();
 }

@@ -5,9 +5,11 @@
 
 #include "COMMON/UpdateBits.h"
 #include "COMMON/clsMyVector.h"
+#include "GL/BASE/clsGLGuides.h"
 #include "PARAM/ParamHooks.h"
 #include "PARAM/clsCommandSetValue.h"
 #include "PARAM/clsUndoManager.h"
+#include "SCENE/clsMoveItem.h"
 
 namespace {
 
@@ -46,6 +48,8 @@ void Evaluate(ParamGroup_cls* pGroup, double time, double out[3]) {
 
 } // namespace
 
+const SceneObj_cls* SceneObj_cls::mspCHovered = nullptr;
+
 SceneObj_cls::SceneObj_cls(const wxString& name, bool bShowOnTimeLine, bool bWithParams) {
     if (!bWithParams) return;
     static const wxString kSuffixes[3] = {"x", "y", "z"};
@@ -61,6 +65,8 @@ SceneObj_cls::SceneObj_cls(const wxString& name, bool bShowOnTimeLine, bool bWit
 }
 
 SceneObj_cls::~SceneObj_cls() {
+    if (MoveItem_cls::mspCSelectedObject == this) MoveItem_cls::SetSelection(nullptr);
+    if (mspCHovered == this) mspCHovered = nullptr;
     DeleteObjectGroup();
     delete mpCTranslate;
     delete mpCRotate;
@@ -82,14 +88,62 @@ void SceneObj_cls::UpdateCurrentObj(double time) {
     if (!mpCTranslate) return;
     static const double kFront[3] = {1, 0, 0}, kUp[3] = {0, 0, 1};
     double place[3], angles[3];
-    Evaluate(mpCTranslate, time, place);
-    Evaluate(mpCRotate, time, angles);
-    Evaluate(mpCScale, time, mCScaleCurrent);
-    // While the mouse drags the object, its hand takes the place of the curves here.
+    GetTranslation(time, place);
+    GetRotation(time, angles);
+    GetScaling(time, mCScaleCurrent);
     mCCurrent.Set(place);
     mCCurrent.Setv(kFront, kUp);
     mCCurrent.RotateYPR(angles[2], angles[1], angles[0]);
     mCCurrent.UpdateYPR(true);
+}
+
+void SceneObj_cls::GetTranslation(double time, double out[3]) const {
+    Evaluate(mpCTranslate, time, out);
+    if (mbSelected && mbDragging) std::copy_n(MoveItem_cls::msSelectedItemPos, 3, out);
+}
+
+void SceneObj_cls::GetRotation(double time, double out[3]) const {
+    Evaluate(mpCRotate, time, out);
+    if (!mbSelected || !mbDragging) return;
+    if (mCTarget.mValue == TARGET_ORIGIN) { // as the end of the drag will turn it
+        static const double kOrigin[3] = {0, 0, 0};
+        PositionAndDirection_cls aimed = mCCurrent;
+        aimed.Set(MoveItem_cls::msSelectedItemPos);
+        aimed.PointAt(kOrigin);
+        aimed.UpdateYPR(true);
+        out[0] = aimed.mRoll;
+        out[1] = aimed.mPitch;
+        out[2] = aimed.mYaw;
+        return;
+    }
+    for (int i = 0; i < 3; ++i)
+        out[i] += MoveItem_cls::msSelectedItemDRot[i];
+}
+
+void SceneObj_cls::GetScaling(double time, double out[3]) const {
+    Evaluate(mpCScale, time, out);
+    if (!mbSelected || !mbDragging) return;
+    for (int i = 0; i < 3; ++i)
+        out[i] *= MoveItem_cls::msSelectedItemScale[i];
+}
+
+void SceneObj_cls::ToScene(double*) const {}
+
+void SceneObj_cls::FromScene(double*) const {}
+
+bool SceneObj_cls::TakesMode(int mode) const { return mode != GLGuides_cls::SCALE; }
+
+// Each turn happens about an axis that those before it have turned: z first, then y, then x.
+void SceneObj_cls::GetGuideAxes(int mode, double out[3][3]) const {
+    for (int axis = 0; axis < 3; ++axis)
+        for (int i = 0; i < 3; ++i)
+            out[axis][i] = axis == i ? 1.0 : 0.0;
+    if (mode != GLGuides_cls::ROTATE || !mpCRotate) return;
+    double angles[3];
+    GetRotation(kCurrent, angles);
+    MyVector::Rotate(out[0], angles[1], 1);
+    MyVector::Rotate(out[0], angles[2], 2);
+    MyVector::Rotate(out[1], angles[2], 2);
 }
 
 void SceneObj_cls::SetInitValue(ParamGroup_cls* pGroup, double x, double y, double z) {
@@ -127,7 +181,7 @@ ParamGroup_cls* SceneObj_cls::GetPCParamGroupFromTag(const wxString& id) const {
 void SceneObj_cls::CalcRelativeVector(float* p, double time) {
     if (!mpCRotate) return;
     double angles[3];
-    Evaluate(mpCRotate, time, angles);
+    GetRotation(time, angles);
     double c[3], s[3];
     for (int i = 0; i < 3; ++i) {
         c[i] = std::cos(angles[i] * kRadians);
@@ -145,8 +199,8 @@ void SceneObj_cls::CalcRelativeVector(float* p, double time) {
 void SceneObj_cls::CalcRelativePosition(float* p, double time, ParamGroup_cls* pCAnchor) {
     if (!mpCTranslate) return;
     double place[3], scale[3], anchor[3] = {0, 0, 0};
-    Evaluate(mpCTranslate, time, place);
-    Evaluate(mpCScale, time, scale);
+    GetTranslation(time, place);
+    GetScaling(time, scale);
     if (pCAnchor) Evaluate(pCAnchor, time, anchor);
     for (int i = 0; i < 3; ++i)
         p[i] = float(double(p[i]) + anchor[i]);
@@ -158,7 +212,7 @@ void SceneObj_cls::CalcRelativePosition(float* p, double time, ParamGroup_cls* p
 std::array<double, 3> SceneObj_cls::GetVDirectionVector(double time) {
     if (!mpCRotate) return {0.0, 0.0, 0.0};
     double angles[3];
-    Evaluate(mpCRotate, time, angles);
+    GetRotation(time, angles);
     const double a = MyVector::PI * angles[1] / 180.0;
     const double b = (angles[2] / 180.0 + 1.0) * MyVector::PI; // half a turn: objects point along -x
     return {std::cos(a) * std::cos(b), std::cos(a) * std::sin(b), std::sin(a)};

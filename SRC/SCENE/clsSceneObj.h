@@ -13,6 +13,8 @@
 #include "GL/BASE/clsPositionAndDirection.h"
 #include "PARAM/clsParamGroup.h"
 
+class MarkPainter_cls;
+
 /// Angles are degrees; times are double indices (PARAM/clsParameters.h). An object looks along x, its up
 /// is z, then it turns by z as yaw, y as pitch and x as roll. Main thread only.
 class SceneObj_cls {
@@ -57,6 +59,20 @@ public:
     /// In the mode TARGET_ORIGIN turn to the origin and key the rotation that it takes.
     void Targetting();
 
+    // Place, rotation in degrees and scale at a time; while a hand drags the object, as the hand holds it.
+    void GetTranslation(double time, double out[3]) const;
+    void GetRotation(double time, double out[3]) const;
+    void GetScaling(double time, double out[3]) const;
+    /// A place of its curves in the scene, and back.
+    virtual void ToScene(double* pPlace) const;
+    virtual void FromScene(double* pPlace) const;
+    /// Can hands move it in this way (GLGuides_cls::Type)? Not where nothing would come of it.
+    virtual bool TakesMode(int mode) const;
+    /// Unit vectors, a row each, of what x, y and z of its curves do in the scene in such a way.
+    virtual void GetGuideAxes(int mode, double out[3][3]) const;
+    /// What the user knows it by.
+    virtual wxString GetShownName() const { return wxString(); }
+
     void Select(bool bSelected);
     /// Lock a drag to an axis or handle, or free it when it is locked to this one.
     void ToggleDragMode(int mode) { mDragMode = mDragMode == mode ? kNoDrag : mode; }
@@ -70,7 +86,12 @@ public:
     void GLSetMatrix() const;
     /// A hundred points along the film's way of the object, when it is visible.
     void GLDrawPath() const;
+    /// The handles of the present mode (Navigators_cls), at its place.
+    void GLDrawGuide(MarkPainter_cls& painter) const;
+    /// The colour of its marks, brighter under the pointer.
+    void SetMarkColor(MarkPainter_cls& painter, float r, float g, float b) const;
 
+    static const SceneObj_cls* mspCHovered; ///< the pointer is over its mark
     bool mbSelected = false;
     bool mbDragging = false; ///< the mouse moves it right now
     int mObjectType = 0;     ///< 1: a light source

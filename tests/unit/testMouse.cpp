@@ -84,16 +84,17 @@ TEST(Preference, buttonsOutOfRangeAreNotAssigned) {
 TEST(Preference, writesItsKeysInOrder) {
     Preference_cls preference;
     preference.mCZoomInvert.mValue = true;
-    EXPECT_EQ(preference.Serialize(), "GUI_GYRATION=0\nGUI_GYRATION_MOD=0 0 0\nGUI_GYRATION_INVERT=0\n"
-                                      "GUI_ZOOM=1\nGUI_ZOOM_MOD=0 0 0\nGUI_ZOOM_INVERT=1\n"
-                                      "GUI_CENTER=0\nGUI_CENTER_MOD=1 1 0\nGUI_ITEM=0\nGUI_ITEM_MOD=1 0 0\n"
-                                      "GUI_MENU=2\nGUI_MENU_MOD=0 0 0\nGUI_HITTEST=2\nGUI_HITTEST_MOD=1 0 0\n"
-                                      "GUI_MBUTTON_EMULATE=2\nPREF_SORT_TYPE=0\nPREF_FIT_FIRST=1\n");
+    EXPECT_EQ(preference.Serialize(),
+              "GUI_GYRATION=0\nGUI_GYRATION_MOD=0 0 0\nGUI_GYRATION_INVERT=0\n"
+              "GUI_ZOOM=1\nGUI_ZOOM_MOD=0 0 0\nGUI_ZOOM_INVERT=1\n"
+              "GUI_CENTER=0\nGUI_CENTER_MOD=1 1 0\nGUI_ITEM=0\nGUI_ITEM_MOD=1 0 0\n"
+              "GUI_MENU=2\nGUI_MENU_MOD=0 0 0\nGUI_HITTEST=2\nGUI_HITTEST_MOD=1 0 0\n"
+              "GUI_MBUTTON_EMULATE=2\nPREF_SORT_TYPE=0\nPREF_FIT_FIRST=1\nPREF_THIN_DRAGS=1\n");
     EXPECT_TRUE(preference.ReadStrLine("PREF_SORT_TYPE=2"));
     EXPECT_EQ(preference.mCSortType.mValue, 2u);
     EXPECT_FALSE(preference.ReadStrLine("PREF_OTHER=2"));
     preference.SetToDefaultMouse(1);
-    EXPECT_EQ(preference.Serialize(), "PREF_SORT_TYPE=2\nPREF_FIT_FIRST=1\n");
+    EXPECT_EQ(preference.Serialize(), "PREF_SORT_TYPE=2\nPREF_FIT_FIRST=1\nPREF_THIN_DRAGS=1\n");
 }
 
 TEST(Mouse, placesArePhysicalPixelsAndUnitsOfTheHalfWindow) {

@@ -17,6 +17,10 @@ constexpr double kSideways = 0.2;
 /// Moving the centre: the half window is half the distance wide, so that what is under the pointer stays
 /// there at a usual opening angle.
 constexpr double kCentre = 0.5;
+/// Moving an item: the half window is that much of its distance wide, which is what the default angle shows.
+constexpr double kItem = 0.3;
+/// Turning an item: degrees for a way around it of one radian. Somewhat more than the hand turns.
+constexpr double kItemTurn = 75.0;
 /// No event may carry a camera through its anchor: what stays of the distance at least.
 constexpr double kLeastZoom = 0.01;
 /// A press farther out than this, in half windows, is near the rim.

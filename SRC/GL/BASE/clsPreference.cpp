@@ -44,6 +44,7 @@ void Preference_cls::SetToDefaultParam() {
     mCConfItemListPref.Clear();
     mCConfItemListPref.Add(&mCSortType, "PREF_SORT_TYPE=", "0");
     mCConfItemListPref.Add(&mCFitFirst, "PREF_FIT_FIRST=", "1");
+    mCConfItemListPref.Add(&mCThinDrags, "PREF_THIN_DRAGS=", "1");
 }
 
 bool Preference_cls::ReadStrLine(const wxString& line) {

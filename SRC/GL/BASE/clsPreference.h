@@ -30,6 +30,7 @@ public:
     ConfItemList_cls mCConfItemListPref; ///< the other keys
     ConfItemUINT_cls mCSortType;         ///< 0 precise, 1 to 3 approximate in 10, 100, 1000 steps
     ConfItemBOOL_cls mCFitFirst;         ///< views are fitted to data that are opened
+    ConfItemBOOL_cls mCThinDrags;        ///< fewer particles while a hand drags, so that the picture keeps up
 
     Preference_cls();
     Preference_cls(const Preference_cls&) = delete; // the lists point into the object

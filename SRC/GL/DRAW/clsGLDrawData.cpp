@@ -16,6 +16,7 @@ int GLDrawData_cls::msDownsizedAtFBO0 = 0;
 SnapData_cls* GLDrawData_cls::mspCSnapShot = nullptr;
 DrawListFilter_cls* GLDrawData_cls::mspCFilterCtrlBooleanLink = nullptr;
 double GLDrawData_cls::msCurrentDoubleIndex = 0.0;
+int GLDrawData_cls::msThinning = 1;
 unsigned GLDrawData_cls::msListSerial = 0;
 bool GLDrawData_cls::msbListIsIdentity = false;
 
@@ -82,7 +83,7 @@ int GLDrawData_cls::ZSort(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttri
         const DrawOption_cls& option = *pAttribute->mpCDrawOption;
         const bool bFacesEye = pAttribute->mDrawType.mValue == DRAW_BILLBOARD &&
                                pAttribute->mDrawQuality.mValue == QUALITY_MEDIUM;
-        ZSortAtFBO0(pSnap->mpPos ? pSnap->mNumber : 0, option.GetDownSizing(), pSnap->mpPos,
+        ZSortAtFBO0(pSnap->mpPos ? pSnap->mNumber : 0, option.GetDownSizing() * msThinning, pSnap->mpPos,
                     option.mSortOrder.mValue, !bFacesEye);
     }
     return msDownsizedAtFBO0;

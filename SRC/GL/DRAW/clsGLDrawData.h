@@ -53,6 +53,7 @@ public:
     static SnapData_cls* mspCSnapShot;                    ///< the one draw-time snapshot; owned here
     static DrawListFilter_cls* mspCFilterCtrlBooleanLink; ///< thins the list; null: nothing does
     static double msCurrentDoubleIndex;
+    static int msThinning; ///< of what downsizing leaves every how many are drawn, while a hand drags; else 1
     static wxString msStrMessage; ///< lines for the view that is drawn; whoever shows them empties it
     bool mbShadowPass = false;
 

@@ -6,6 +6,7 @@
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsViewHost.h"
+#include "SCENE/clsMoveItem.h"
 
 GLExtraFrame_cls::GLExtraFrame_cls(wxWindow* pParent, const ViewLinks_st& links, wxGLContext* pShare)
     : wxFrame(pParent, wxID_ANY, "Extra", wxDefaultPosition, wxSize(640, 520),
@@ -26,7 +27,8 @@ void GLExtraFrame_cls::OnCharHook(wxKeyEvent& event) {
     if (event.GetModifiers() == wxMOD_ALT && (key == WXK_RETURN || key == WXK_NUMPAD_ENTER)) {
         mpCCtrl->OnMenuHide();
         ShowFullScreen(true, wxFULLSCREEN_ALL);
-    } else if (key == WXK_ESCAPE && (IsFullScreen() || !mpCCtrl->IsPanelShown())) {
+    } else if (key == WXK_ESCAPE && !MoveItem_cls::IsDragging() &&
+               (IsFullScreen() || !mpCCtrl->IsPanelShown())) {
         ShowFullScreen(false);
         mpCCtrl->ShowPanel();
     } else {

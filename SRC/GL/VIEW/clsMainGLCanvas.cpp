@@ -1,6 +1,7 @@
 #include "GL/VIEW/clsMainGLCanvas.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include <wx/intl.h>
 #include <wx/toplevel.h>
@@ -14,8 +15,10 @@
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 #include "GL/VIEW/clsSharedView.h"
 #include "GL/VIEW/clsViewHost.h"
+#include "GL/VIEW/clsViewPick.h"
 #include "PDATA/clsPDataSequence.h"
 #include "SCENE/clsCameraPath.h"
+#include "SCENE/clsMoveItem.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
@@ -54,7 +57,8 @@ MainGLCanvas_cls::MainGLCanvas_cls(wxWindow* pParent, GLCanvasCtrl_cls* pCtrl, c
       mpCCtrl(pCtrl), mpCHost(links.mpCHost), mpCShared(links.mpCShared), mpCDrawOption(links.mpCDrawOption),
       mWait(*mpCHost), mContext{*mpCHost, *mpCShared, *this, mCamera, mCGLPerspective, mMoment, mMessage},
       mScene(mContext), mGather(mContext), mOverlay(mContext), mImage(mContext, mScene, mGather, mOverlay),
-      mExport(mContext), mMenu(*this, *pCtrl), mMouse(*this, mMenu, *mpCHost, links.mpCPreference) {
+      mExport(mContext), mpCPick(std::make_unique<ViewPick_cls>(mContext, mScene)), mMenu(*this, *pCtrl),
+      mMouse(*this, mMenu, *mpCPick, *mpCHost, links.mpCPreference, *mpCShared) {
     // A window that GL can't draw into still stands in its place and says why it is empty.
     const bool bGL = GetHandle() != nullptr;
     if (bGL) MakeContext(pShare);
@@ -255,5 +259,10 @@ ViewMessage_cls::Facts_st MainGLCanvas_cls::GetFacts() const {
         if (const FilterCopy_cls* copies = filters->GetWorld().GetPCCopy())
             facts.mCopies = mpCHost->MayDrawCopies(copies->GetNumber()) ? copies->GetNumber() : 1;
     facts.mMillis = mCStopWatch.Time();
+    facts.mHitObject = ViewPick_cls::msHitObject;
+    facts.mHitSub = ViewPick_cls::msHitSub;
+    facts.mSelected = static_cast<long long>(reinterpret_cast<intptr_t>(MoveItem_cls::mspCSelectedObject));
+    constexpr int kBesideButtons = 34;
+    if (mMouse.HasButtons()) facts.mLeft = int(kBesideButtons * GetContentScaleFactor());
     return facts;
 }

@@ -12,6 +12,7 @@
 #include <wx/stopwatch.h>
 
 #include "GL/BASE/clsGLPerspective.h"
+#include "GL/BASE/clsNavigators.h"
 #include "GL/VIEW/clsFrameWait.h"
 #include "GL/VIEW/clsKeptPicture.h"
 #include "GL/VIEW/clsViewCamera.h"
@@ -29,6 +30,7 @@
 class DrawOption_cls;
 class GLCanvasCtrl_cls;
 class wxDC;
+class ViewPick_cls;
 struct ViewLinks_st;
 
 class MainGLCanvas_cls : public wxGLCanvas, public ViewSettings_cls {
@@ -63,6 +65,8 @@ public:
     /// Look through the camera path (display mode 7).
     void LinkageConnect();
     void SetThisToBeActiveGL();
+    /// Keys while an item is dragged here (ViewItemMouse_cls::OnKey).
+    bool OnDragKey(int keycode) { return mMouse.OnDragKey(keycode); }
 
     /// The next paint makes an image, complete when the last step of a motion blur has been added. `size`
     /// empty: as large as the window.
@@ -89,6 +93,12 @@ public:
     /// Text of the last message lines, as drawn; for tests and the status.
     wxString GetMessageText() const { return mMessage.GetMessageText(); }
     int GetPaintCount() const { return mPaintCount; }
+    struct LastPaint_st {
+        double mMillis = 0.0;
+        bool mbThinned = false; ///< particles lack because a hand drags something (DragThinning_cls)
+    };
+    const LastPaint_st& GetLastPaint() const { return mLastPaint; }
+    const ViewPick_cls& GetPick() const { return *mpCPick; }
     /// The picture last shown: RGB, top row first, w times h pixels. Kept only while the views' shared
     /// msbKeepPicture is set.
     const std::vector<unsigned char>& GetShownPicture(int* pW, int* pH) const {
@@ -128,6 +138,8 @@ private:
     void EndFaces();
     void CountPaint();
     void DrawOnWindow();
+    void SetItemsFromWindow();
+    void NotePaintTime();
     void ExportFrame();
 
     GLCanvasCtrl_cls* mpCCtrl;
@@ -146,6 +158,8 @@ private:
     ViewOverlay_cls mOverlay;
     ViewImage_cls mImage;
     ViewExport_cls mExport;
+    std::unique_ptr<ViewPick_cls> mpCPick;
+    Navigators_cls mNavigators;
     ViewMenu_cls mMenu;
     ViewMouse_cls mMouse;
 
@@ -161,5 +175,6 @@ private:
     wxStopWatch mCStopWatch; ///< of the drawing
     wxSize mShownSize;       ///< of the picture in the window; empty before the first
     int mPaintCount = 0;     ///< paints with all data
+    LastPaint_st mLastPaint;
     KeptPicture_cls mKeptPicture;
 };

@@ -2,6 +2,8 @@
 // with playing, output and the dialogs.
 #include "GL/VIEW/clsMainGLCanvas.h"
 
+#include <cmath>
+
 #include <wx/dcclient.h>
 #include <wx/intl.h>
 
@@ -23,6 +25,7 @@
 #include "GL/VIEW/clsInformation.h"
 #include "GL/VIEW/clsSharedView.h"
 #include "GL/VIEW/clsViewHost.h"
+#include "GL/VIEW/clsViewPick.h"
 #include "IMAGE/clsImgSequence.h"
 #include "PDATA/clsPDataSequence.h"
 #include "TIME/clsTimeCtrl.h"
@@ -98,6 +101,7 @@ void MainGLCanvas_cls::Paint() {
     SetViewFromSettings();
     PlaceCamera();
     mMoment.fboSize = mpCShared->GetFBOSize();
+    SetItemsFromWindow();
     mCStopWatch.Start();
     DrawProgress_cls::ForgetCut();
     mpCShared->mspCFishEyeCtrl->MakeFishEyeBegin(mCGLPerspective.mClipW, mCGLPerspective.mClipH,
@@ -111,6 +115,7 @@ void MainGLCanvas_cls::Paint() {
     if (mpCShared->msbKeepPicture) mKeptPicture.Read(GetPixelSize());
     SwapBuffers();
     mShownSize = GetPixelSize();
+    NotePaintTime();
     if (mpCShared->mspCInformationLink) mpCShared->mspCInformationLink->Update();
     TellDrawnCounts(*mpCHost->GetPCActiveFileSequence(), mMoment.dataFrame, mMoment.dt);
     // POV-Ray export takes its step; the dialogs of camera, lights and stereo follow the active view.
@@ -199,7 +204,6 @@ void MainGLCanvas_cls::InitializeGLIfNot() {
         const GLAttribScope_cls attributes;
         GLInfo_cls::Initialize();
         GLSequence_cls::Of(*mpCHost->GetPCActiveFileSequence()).RefreshGLAttribTex();
-        // Shapes come here.
     }
     FBO_cls::Initialize();
     if (FBO_cls::msbSupported) {
@@ -251,6 +255,11 @@ void MainGLCanvas_cls::DrawEyes() {
     const double angle = mCGLPerspective.mAngle;
     mImage.BeginPaint();
     mScene.DrawOnFBO();
+    if (!mMoment.bHidden) {
+        PositionAndDirection_cls camera = mCamera.mCCamPos;
+        mScene.ModifyByDomeTilt(&camera);
+        mpCPick->GetGLMatrixInfo(camera, angle, size, GetContentScaleFactor());
+    }
     mCGLPerspective.SetModelOrProjectionViewOnGL(mCamera.mCCamPos, GL_MODELVIEW);
     mCGLPerspective.SetClipSize(size.x, size.y);
     mCGLPerspective.mAngle = static_cast<int>(angle); // the rest of the paint knows whole degrees only
@@ -278,14 +287,41 @@ void MainGLCanvas_cls::DrawOnWindow() {
     mImage.TakeWindowPicture(size, mbLoading);
     mCGLPerspective.SetWindowSize(size.x, size.y);
     mCGLPerspective.SetViewportOnGL();
-    // The orientation gizmo comes here with "ShowItems=", and its buttons after the message.
+    const double scale = GetContentScaleFactor();
+    if (mShowItems.mValue) mNavigators.Show(mCamera.mCCamPos, size.x, size.y, scale);
     const GLAttribScope_cls attributes;
     glDisable(GL_DEPTH_TEST);
     glDisable(GL_LIGHTING);
     glDisable(GL_BLEND);
     mImage.DrawFrameBox(size.x, size.y);
+    mMouse.DrawGuide(size.x, size.y);
     mMessage.DrawMessage(GetFacts(), mShowMessage.mValue, size.x, size.y);
+    if (mMouse.HasButtons()) Navigators_cls::DrawButton(size.x, size.y, scale);
     CheckGLErrors("messages");
+}
+
+// Pictures that are written don't depend on the window, nor on what the hand is about to do.
+void MainGLCanvas_cls::SetItemsFromWindow() {
+    constexpr double kWritten = 1000.0; // a window of usual width
+    const bool bWritten = mMoment.bHidden || WritesOutput();
+    const wxSize window =
+        bWritten ? wxSize(int(kWritten), int(std::lround(kWritten / mCGLPerspective.GetClipAspectRatio())))
+                 : GetPixelSize();
+    mMoment.bHandles = !bWritten;
+    mMoment.pixelsAcross = ViewPick_cls::GetPixelsAcross(GetMultiPanelMode(), mCGLPerspective.mAngle, window,
+                                                         bWritten ? 1.0 : GetContentScaleFactor());
+    GLDrawData_cls::msThinning = bWritten ? 1 : mpCShared->mThinning.GetFactor();
+    mLastPaint.mbThinned = GLDrawData_cls::msThinning > 1;
+}
+
+void MainGLCanvas_cls::NotePaintTime() {
+    mLastPaint.mMillis = double(mCStopWatch.TimeInMicro().ToDouble()) / 1000.0;
+    if (mbLoading || WritesOutput()) return;
+    int views = 0;
+    for (int view = 0; view < kViewNumber; ++view)
+        views += GetOther(view) && GetOther(view)->IsShownOnScreen();
+    mpCShared->mThinning.NotePaint(mLastPaint.mMillis,
+                                   GLDrawData_cls::msDownsizedAtFBO0 * GLDrawData_cls::msThinning, views);
 }
 
 void MainGLCanvas_cls::ExportFrame() {

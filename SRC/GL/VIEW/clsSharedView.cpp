@@ -11,6 +11,7 @@
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/BASE/clsGLTexture.h"
+#include "GL/BASE/clsNavigators.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/VIEW/clsDistortion.h"
 #include "GL/VIEW/clsDrawClrLegend.h"
@@ -68,7 +69,10 @@ SharedView_cls::SharedView_cls(Overlay_cls* pOverlay, Exposure_cls* pExposure, I
 }
 
 // What draws the particles was made with the first view's context, too.
-SharedView_cls::~SharedView_cls() { GLAttribute_cls::DestructStaticMembers(); }
+SharedView_cls::~SharedView_cls() {
+    Navigators_cls::DestructStaticMembers();
+    GLAttribute_cls::DestructStaticMembers();
+}
 
 wxString SharedView_cls::SerializeStaticMember() {
     return msCConfListStatic.SerializeAll() + mspCClrCurveBG->Serialize() + mspCClrCurveOut->Serialize() +
@@ -91,6 +95,7 @@ void SharedView_cls::InitializeGL() {
     mspCFisheyeGrid = std::make_unique<GLTexture_cls>();
     mspCMask->LoadImage(FindRuntimeFile("Resource/DefaultMask.png"), true);
     MakeFisheyeGridTexture(mspCFisheyeGrid.get());
+    Navigators_cls::InitializeStaticMembers();
 }
 
 void SharedView_cls::SetGLBGColor(int which, const std::optional<float>& plainGrey) {

@@ -2,6 +2,7 @@
 // context knows. One owner makes it before the first view and deletes it when none paints any more.
 #pragma once
 
+#include <functional>
 #include <istream>
 #include <memory>
 #include <optional>
@@ -10,6 +11,7 @@
 
 #include "CONFITEM/clsConfItem.h"
 #include "CONFITEM/clsConfItemList.h"
+#include "GL/VIEW/clsDragThinning.h"
 
 class ColorCurve_cls;
 class Distortion_cls;
@@ -50,6 +52,12 @@ public:
     std::unique_ptr<ColorCurve_cls> mspCClrCurveBG;
     std::unique_ptr<ColorCurve_cls> mspCClrCurveOut;
     std::unique_ptr<ColorCurve_cls> mspCClrCurveTag;
+    DragThinning_cls mThinning;
+    /// Set by the hub; an empty one does nothing. A click found an item, known by this name
+    /// (ViewPick_cls::FindObject): it becomes the selected one.
+    std::function<void(int name)> mOnPicked;
+    /// What the pointer is over, or what a hand in a view does; empty: nothing.
+    std::function<void(const wxString& text)> mOnPointed;
     double msCAnchorPos[3] = {0, 0, 0};      ///< that of free and linked views
     double msCAnchorPosOrtho[3] = {0, 0, 0}; ///< that of views along the axes
 

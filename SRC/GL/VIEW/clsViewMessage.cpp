@@ -30,8 +30,7 @@ wxString ViewMessage_cls::MakeDataLine(const Facts_st& facts) {
         all = std::numeric_limits<long long>::max();
     if (facts.mCopies > 1) text += wxString::Format("=%lld", all);
     text += wxString::Format(":MilliSec%ld", facts.mMillis);
-    // Object and sub-object of the last click, and the selected object.
-    text += wxString::Format(":Hitting%d+%d:Object%lld", -1, -1, 0LL);
+    text += wxString::Format(":Hitting%d+%d:Object%lld", facts.mHitObject, facts.mHitSub, facts.mSelected);
     return text;
 }
 
@@ -58,8 +57,8 @@ void ViewMessage_cls::DrawMessage(const Facts_st& facts, bool bShow, int w, int 
     };
     glColor4f(1, 1, 1, 1);
     show(MakeStatusLine(facts), 30, 10, false);
-    show(MakeDataLine(facts), 5, 10, true);
-    show(MakeMemoryLine(), 5, 28, true);
+    show(MakeDataLine(facts), facts.mLeft, 10, true);
+    show(MakeMemoryLine(), facts.mLeft, 28, true);
     glColor4f(1.0f, 0.5f, 0.5f, 1.0f);
     show(mWXStrMessage, 5, 28, false);
     mWXStrMessage.clear();

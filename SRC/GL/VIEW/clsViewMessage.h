@@ -17,6 +17,10 @@ public:
         int mParticles = 0;
         long long mCopies = 1; ///< of a Copy filter
         long mMillis = 0;      ///< since the drawing began
+        int mHitObject = -1;   ///< names of what a click found last (HitTest_cls)
+        int mHitSub = -1;
+        long long mSelected = 0; ///< address of the selected object
+        int mLeft = 5;           ///< where the upper lines begin, pixels: beside the buttons
     };
 
     static wxString MakeStatusLine(const Facts_st& facts);

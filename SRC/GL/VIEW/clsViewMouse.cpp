@@ -5,39 +5,121 @@
 #include "COMMON/Globals.h"
 #include "GL/BASE/MouseSpeed.h"
 #include "GL/BASE/clsMouseNormalized.h"
+#include "GL/BASE/clsNavigators.h"
 #include "GL/BASE/clsPositionAndDirection.h"
+#include "GL/BASE/clsPreference.h"
+#include "GL/VIEW/clsDragThinning.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsSharedView.h"
 #include "GL/VIEW/clsViewCamera.h"
 #include "GL/VIEW/clsViewHost.h"
 #include "GL/VIEW/clsViewMenu.h"
 
-ViewMouse_cls::ViewMouse_cls(MainGLCanvas_cls& canvas, ViewMenu_cls& menu, ViewHost_cls& host,
-                             Preference_cls* pPreference)
-    : mCanvas(canvas), mMenu(menu), mHost(host), mCDolly(pPreference), mCMouse(pPreference) {
+namespace {
+
+constexpr int kRestMillis = 250;
+constexpr double kCheapMillis = 100.0; // a picture for a pointer that only passes by
+
+} // namespace
+
+ViewMouse_cls::ViewMouse_cls(MainGLCanvas_cls& canvas, ViewMenu_cls& menu, ViewPick_cls& pick,
+                             ViewHost_cls& host, Preference_cls* pPreference, SharedView_cls& shared)
+    : mCanvas(canvas), mMenu(menu), mHost(host), mpCPreference(pPreference), mThinning(shared.mThinning),
+      mItem(canvas, pick, host, shared), mCDolly(pPreference), mCMouse(pPreference) {
     for (const auto& type : {wxEVT_LEFT_DOWN, wxEVT_LEFT_UP, wxEVT_LEFT_DCLICK, wxEVT_MIDDLE_DOWN,
                              wxEVT_MIDDLE_UP, wxEVT_MIDDLE_DCLICK, wxEVT_RIGHT_DOWN, wxEVT_RIGHT_UP,
-                             wxEVT_RIGHT_DCLICK, wxEVT_MOTION, wxEVT_MOUSEWHEEL})
+                             wxEVT_RIGHT_DCLICK, wxEVT_MOTION, wxEVT_MOUSEWHEEL, wxEVT_LEAVE_WINDOW})
         mCanvas.Bind(type, &ViewMouse_cls::OnMouse, this);
     mCanvas.Bind(wxEVT_MOUSE_CAPTURE_LOST, &ViewMouse_cls::OnCaptureLost, this);
+    mRest.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Rest(); });
 }
 
 void ViewMouse_cls::OnMouse(wxMouseEvent& event) {
     mCMouse.SetMouseInformation(event, mCanvas.GetContentScaleFactor(), mCanvas.GetPixelSize());
+    if (mItem.IsPressed() && mCMouse.IsButtonDown()) return; // one button is enough for a hand
     if (mCMouse.IsShowMenu()) {
         mMenu.Show();
         return;
     }
-    // A press on a button of the orientation gizmo locks dragging here.
+    if (event.LeftDown() && OnNavigators()) return;
     bool bChanged = false;
-    if (mCMouse.IsButtonUp()) {
-        if (mCanvas.HasCapture()) mCanvas.ReleaseMouse();
-        mbLockDragging = false;
-    }
+    if (mCMouse.IsButtonUp()) OnButtonUp();
     if (mCMouse.IsMouseDragging() && !mbLockDragging) bChanged = ProcViewOrItemDragging();
     if (mCMouse.IsButtonDown()) OnButtonDown();
-    // The end of an item's drag sets its keys here.
-    if (mCMouse.IsWheel()) bChanged = OnWheel();
+    if (mCMouse.IsWheel()) {
+        mItem.Release();
+        bChanged = OnWheel();
+    }
     if (bChanged) OnChangedByMouse();
+    if (event.Moving() || event.Leaving()) OnPointer(event.Leaving());
+}
+
+void ViewMouse_cls::OnButtonUp() {
+    if (mCanvas.HasCapture()) mCanvas.ReleaseMouse();
+    mbLockDragging = false;
+    mItem.Release();
+    Rest();
+}
+
+// A press on a button that is seen chooses how items are moved; nothing is dragged from there.
+bool ViewMouse_cls::OnNavigators() {
+    const double scale = mCanvas.GetContentScaleFactor();
+    const auto units = [scale](int pixels) { return static_cast<int>(pixels / scale); };
+    if (GpCurrentGLPanel != &mCanvas ||
+        !Navigators_cls::CheckGLButton(units(mCMouse.mCurX), units(mCMouse.mCurY),
+                                       units(mCanvas.GetPixelSize().x)))
+        return false;
+    mCanvas.SetFocus();
+    mbLockDragging = true;
+    for (int view = 0; view < MainGLCanvas_cls::kViewNumber; ++view)
+        if (MainGLCanvas_cls* pView = mHost.GetPCGLCanvas(view); pView && pView->IsShownOnScreen())
+            pView->RefreshEX();
+    return true;
+}
+
+// What the pointer is over; a picture that takes long isn't made anew for that.
+void ViewMouse_cls::OnPointer(bool bLeaving) {
+    const double scale = mCanvas.GetContentScaleFactor();
+    const auto units = [scale, bLeaving](int pixels) {
+        return bLeaving ? -1 : static_cast<int>(pixels / scale);
+    };
+    const bool bButtons =
+        HasButtons() && Navigators_cls::UpdateStatus(units(mCMouse.mCurX), units(mCMouse.mCurY),
+                                                     units(mCanvas.GetPixelSize().x));
+    if (bButtons && IsPaintCheap()) mCanvas.RefreshEX();
+    if (bLeaving)
+        mItem.Leave();
+    else
+        mItem.Hover(mCMouse, IsPaintCheap());
+}
+
+// What is picked and moved isn't seen without items.
+bool ViewMouse_cls::HasButtons() const { return GpCurrentGLPanel == &mCanvas && mCanvas.mShowItems.mValue; }
+
+bool ViewMouse_cls::IsPaintCheap() const { return mCanvas.GetLastPaint().mMillis < kCheapMillis; }
+
+bool ViewMouse_cls::OnDragKey(int keycode) {
+    if (!mItem.OnKey(keycode)) return false;
+    if (!mItem.IsPressed()) mbLockDragging = true; // until the next press
+    Thin();
+    return true;
+}
+
+// From here the picture keeps up with the hand, until that rests.
+void ViewMouse_cls::Thin() {
+    mThinning.Begin(mpCPreference->mCThinDrags.mValue);
+    mRest.StartOnce(kRestMillis);
+}
+
+void ViewMouse_cls::Rest() {
+    mRest.Stop();
+    mThinning.Rest();
+    for (int view = 0; view < MainGLCanvas_cls::kViewNumber; ++view) {
+        MainGLCanvas_cls* pView = mHost.GetPCGLCanvas(view);
+        if (!pView || !pView->GetLastPaint().mbThinned) continue;
+        pView->MarkStale();
+        pView->RefreshEX();
+    }
 }
 
 void ViewMouse_cls::OnCaptureLost(wxMouseCaptureLostEvent&) {
@@ -47,7 +129,14 @@ void ViewMouse_cls::OnCaptureLost(wxMouseCaptureLostEvent&) {
 void ViewMouse_cls::OnButtonDown() {
     mCanvas.SetFocus();
     mbLockDragging = false;
-    if (!mCanvas.HasCapture()) {
+    mItem.Leave();
+    if (mCMouse.IsHitTest()) mItem.Pick(mCMouse);
+    if (mCMouse.IsMoveItem()) mItem.Press(mCMouse);
+    // The toolkit holds all keys back while the mouse is captured, and those of an item's drag count. A
+    // pressed button keeps the pointer by itself.
+    if (mItem.IsPressed()) {
+        mCanvas.SetThisToBeActiveGL();
+    } else if (!mCanvas.HasCapture()) {
         if (wxWindow* pOther = wxWindow::GetCapture()) pOther->ReleaseMouse();
         mCanvas.CaptureMouse();
         mCanvas.SetThisToBeActiveGL();
@@ -74,6 +163,13 @@ bool ViewMouse_cls::ProcViewOrItemDragging() {
     const wxSize size = mCanvas.GetPixelSize();
     MouseNormalized_cls mouse(mCMouse, size);
     mouse.LimitMove();
+    if (mItem.IsPressed()) {
+        Thin();
+        const bool bMoved = mItem.Drag(mCMouse, mouse);
+        mbLockDragging = !mItem.IsPressed();
+        mCMouse.SetPreviousPosition();
+        return bMoved;
+    }
     mCanvas.mCamera.UpdateAnc();
     mCDolly.SetParameter(MouseSpeed::kDrag, &mouse, size, mCanvas.mDisplayMode.mValue);
     PositionAndDirection_cls* pCamera = mCanvas.mCamera.GetPCCameraPosition();
@@ -84,8 +180,8 @@ bool ViewMouse_cls::ProcViewOrItemDragging() {
         bChanged = mCDolly.Zoom(pCamera, &mCanvas.mGLOrthoScale.mValue);
     else if (mCMouse.IsMoveCenter() || mCMouse.IsGyration())
         bChanged = MoveCenter(pCamera);
-    // The selected item is moved here.
     mCMouse.SetPreviousPosition();
+    if (bChanged) Thin();
     return bChanged;
 }
 

@@ -7,6 +7,7 @@
 #include "FILTER/clsFilterFog.h"
 #include "FILTER/clsFilterLists.h"
 #include "GL/BASE/clsFBO.h"
+#include "GL/BASE/clsGLMarkPainter.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/BASE/clsGLStrings2D.h"
 #include "GL/BASE/clsGrid.h"
@@ -49,15 +50,14 @@ Tags FindInWindow(const Tags& tags) {
     return seen;
 }
 
-// Cells of the ground grid: the power of ten that isn't below a tenth of the distance.
-double GetGridUnit(double distance) {
+} // namespace
+
+double ViewScene_cls::GetGridUnit(double distance) {
     double unit = 0.0001;
     while (distance > unit * 10.0 && unit < 1e30)
         unit *= 10.0;
     return unit;
 }
-
-} // namespace
 
 void ViewScene_cls::DrawOnFBO() {
     FishEye_cls& faces = *mContext.mShared.mspCFishEyeCtrl;
@@ -129,28 +129,26 @@ void ViewScene_cls::DrawTags() {
         strings.DrawStrokes(font, tag.mText, tag.mWindow[0], tag.mWindow[1], factor);
 }
 
-void ViewScene_cls::SetLineWidth() {
+float ViewScene_cls::GetLineWidth() const {
     const float width =
         mContext.mShared.msCLineWidth.mValue * FBO_cls::GetLineWidthFactor(mContext.mMoment.fboSize);
-    glLineWidth(width > 0.0f ? width : 1.0f);
+    return width > 0.0f ? width : 1.0f;
 }
+
+void ViewScene_cls::SetLineWidth() { glLineWidth(GetLineWidth()); }
 
 void ViewScene_cls::DrawOtherObjects(double gridUnit) {
     glPointSize(6);
     glEnable(GL_DEPTH_TEST);
     glDisable(GL_LIGHTING);
+    glDisable(GL_TEXTURE_2D);
     glDepthMask(GL_TRUE);
     if (mContext.mSettings.mShowGrid.mValue) {
         glColor3f(0.3f, 0.3f, 0.3f);
         SetLineWidth();
         Grid_cls::DrawGridFlat(gridUnit, 3);
     }
-    if (mContext.mSettings.mShowItems.mValue) DrawCameraPath(false);
-    if (mContext.mSettings.mShowItems.mValue) {
-        mContext.mHost.GetPCLightSRCCtrl()->GLDraw(false);
-        DrawFilters();
-    }
-    // Then a click picks among them.
+    if (mContext.mSettings.mShowItems.mValue) DrawItems();
     if (FilterLists_cls* filters = mContext.mHost.GetPCFilters()) {
         SetLineWidth();
         filters->GetObject().GLDrawRealGrid(mContext.mMoment.doubleIndex, &mVCTags);
@@ -159,15 +157,41 @@ void ViewScene_cls::DrawOtherObjects(double gridUnit) {
     if (mContext.mSettings.mShowItems.mValue) DrawAnchor();
 }
 
+// Frames of filters last; a list that holds none of those draws nothing.
+void ViewScene_cls::DrawItems() {
+    const ViewMoment_st& moment = mContext.mMoment;
+    double projection[16];
+    glGetDoublev(GL_PROJECTION_MATRIX, projection);
+    GLMarkPainter_cls painter(projection, moment.pixelsAcross, GetLineWidth(),
+                              float(moment.fboSize / moment.pixelsAcross));
+    painter.mbHandles = moment.bHandles;
+    SetLineWidth();
+    DrawCameraPath(painter);
+    mContext.mHost.GetPCLightSRCCtrl()->GLDraw(painter);
+    if (FilterLists_cls* filters = mContext.mHost.GetPCFilters()) {
+        filters->GetBoolean().GLDraw(painter, moment.doubleIndex);
+        filters->GetObject().GLDraw(painter, moment.doubleIndex);
+    }
+}
+
+void ViewScene_cls::PickItems(MarkPainter_cls& painter) const {
+    if (const LightSRCCtrl_cls* lights = mContext.mHost.GetPCLightSRCCtrl()) lights->GLDraw(painter);
+    DrawCameraPath(painter);
+    if (FilterLists_cls* filters = mContext.mHost.GetPCFilters()) {
+        filters->GetBoolean().GLDraw(painter, mContext.mMoment.doubleIndex);
+        filters->GetObject().GLDraw(painter, mContext.mMoment.doubleIndex);
+    }
+}
+
 // Not for the eye that looks through that camera, which would sit in its own path.
-void ViewScene_cls::DrawCameraPath(bool bPick) {
+void ViewScene_cls::DrawCameraPath(MarkPainter_cls& painter) const {
     const CameraPath_cls& camera = *mContext.mSettings.GetPLinkedCameraPath();
     const PositionAndDirection_cls& eye = mContext.mCamera.mCCamPos;
     const bool bInside =
         eye.Position_cls::operator==(camera.mCCurrent) && eye.Direction_cls::operator==(camera.mCCurrent);
     if (bInside) return;
-    camera.GLDraw(bPick);
-    mContext.mSettings.GetPLinkedAnchorPath()->GLDraw(bPick);
+    camera.GLDraw(painter);
+    mContext.mSettings.GetPLinkedAnchorPath()->GLDraw(painter);
 }
 
 void ViewScene_cls::DrawAnchor() {

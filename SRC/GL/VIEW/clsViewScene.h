@@ -7,6 +7,7 @@
 
 class FilterCopy_cls;
 class FilterDataBoxData_cls;
+class MarkPainter_cls;
 struct StickParticles_st;
 
 class ViewScene_cls {
@@ -16,16 +17,23 @@ public:
     /// All faces of the view's geometry into their buffers. Needs a current context, a placed camera and
     /// buffers that are begun (`FishEye_cls::MakeFishEyeBegin`).
     void DrawOnFBO();
+    /// The items, in the order in which a click finds them. Needs no OpenGL context.
+    void PickItems(MarkPainter_cls& painter) const;
+    /// The camera as a path's dome is tilted.
+    void ModifyByDomeTilt(PositionAndDirection_cls* pCamera) const;
+    /// Cells of the ground grid: the power of ten that isn't below a tenth of the distance.
+    static double GetGridUnit(double distance);
 
 private:
     void DrawFace(double gridUnit);
     void DrawOtherObjects(double gridUnit);
-    void DrawCameraPath(bool bPick);
+    void DrawItems();
+    void DrawCameraPath(MarkPainter_cls& painter) const;
     void DrawAnchor();
+    float GetLineWidth() const;
     void SetLineWidth();
     void Clear();
     void DrawTags();
-    void ModifyByDomeTilt(PositionAndDirection_cls* pCamera) const;
 
     // clsViewSceneData.cpp
     void SetLights();
@@ -38,7 +46,6 @@ private:
     void PrepareSticks(const StickParticles_st& particles);
     void DrawSticks(const FilterCopy_cls* pCopies, long long number);
     void DrawRealObjectCopyLoop();
-    void DrawFilters();
     FilterDataBoxData_cls* GetDataBox() const;
     const FilterCopy_cls* GetCopies(long long* pNumber) const;
 

@@ -224,12 +224,3 @@ void ViewScene_cls::DrawRealObjectCopyLoop() {
     DrawCopies(copies, number, 0.0f, [&](long long) { draw(true); });
     if (!DrawProgress_cls::WasCut()) draw(false);
 }
-
-// Their frames; a list that holds none of those draws nothing.
-void ViewScene_cls::DrawFilters() {
-    FilterLists_cls* filters = mContext.mHost.GetPCFilters();
-    if (!filters) return;
-    SetLineWidth();
-    filters->GetBoolean().GLDraw(mContext.mMoment.doubleIndex);
-    filters->GetObject().GLDraw(mContext.mMoment.doubleIndex);
-}

@@ -56,6 +56,8 @@ public:
     // The selection of rows.
     /// Select the groups of an object alone, null none; the argument.
     SceneObj_cls* SelectObject(SceneObj_cls* pObject);
+    /// This one alone is selected, whichever rows are.
+    void MarkObject(const SceneObj_cls* pObject) const;
     SceneObj_cls* SelectObject(int id, int sub);
     Curves GetSelectedCurves() const;
     void SelectRow(int row, bool bExtend, bool bToggle);

@@ -66,11 +66,15 @@ void ParamGUICtrl_cls::MoveFocusRow(int by, bool bExtend) {
     RefreshAll();
 }
 
-SceneObj_cls* ParamGUICtrl_cls::SelectObject(SceneObj_cls* pObject) {
-    DeselectRows();
+void ParamGUICtrl_cls::MarkObject(const SceneObj_cls* pObject) const {
     for (const auto& gui : mVpCGUIs)
         if (SceneObj_cls* object = gui->IsAlive() ? gui->GetPCGroup()->mpCSceneObj : nullptr)
             object->Select(object == pObject);
+}
+
+SceneObj_cls* ParamGUICtrl_cls::SelectObject(SceneObj_cls* pObject) {
+    DeselectRows();
+    MarkObject(pObject);
     for (int row = 0; pObject && row < int(mVRows.size()); ++row) {
         if (mVRows[size_t(row)].mDim >= 0 || ObjectOf(mVRows[size_t(row)]) != pObject) continue;
         SetRowSelected(row, true);
