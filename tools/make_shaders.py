@@ -609,6 +609,45 @@ void main()
 }
 """
 
+# The shadow of a sphere: one cylinder that stands for many.
+SHADOW_VERT = """
+attribute vec4 sphere; // centre and radius
+#ifdef NEAR_LIGHT
+uniform vec3 light;    // its place among the spheres
+uniform float start;   // where shadows begin and end, radii
+uniform float reach;
+#endif
+
+// gl_Vertex: of a far light the corner itself, radii; of a near one cosine and sine of the place around, and
+// which end. gl_MultiTexCoord0: which end.
+void main()
+{
+#ifdef NEAR_LIGHT
+    vec3 away = sphere.xyz - light;
+    float far = length(away);
+    away /= far;
+    float sine = min(sphere.w / far, 0.9995);
+    float cosine = sqrt(1.0 - sine * sine);
+    vec3 side = normalize(cross(away, abs(away.z) < 0.9 ? vec3(0.0, 0.0, 1.0) : vec3(1.0, 0.0, 0.0)));
+    float way = mix(start, reach, gl_Vertex.z);
+    float wide = cosine + way * sine / cosine;
+    vec3 corner = (way - sine) * away + wide * (gl_Vertex.x * side + gl_Vertex.y * cross(away, side));
+#else
+    vec3 corner = gl_Vertex.xyz;
+#endif
+    gl_Position = gl_ModelViewProjectionMatrix * vec4(sphere.xyz + sphere.w * corner, 1.0);
+    gl_FrontColor = vec4(gl_Color.rgb * (1.0 - 0.7 * gl_MultiTexCoord0.x), 1.0);
+    gl_BackColor = gl_FrontColor;
+}
+"""
+
+SHADOW_FRAG = """
+void main()
+{
+    gl_FragColor = gl_Color;
+}
+"""
+
 FILES = {
     "Gouraud.vert": ("Light at the vertices.", GOURAUD_VERT),
     "Gouraud.frag": ("The colour between the vertices, and fog.", GOURAUD_FRAG),
@@ -620,6 +659,8 @@ FILES = {
     "Exact.frag": ("The sphere itself: where the ray of a pixel meets it, with its depth and light.", EXACT_FRAG),
     "ExactNear.vert": ("The part of the screen that a sphere at the eye may fill.", EXACT_NEAR_VERT),
     "ExactNear.frag": ("A sphere around the eye, or cut by the near or the far plane.", EXACT_NEAR_FRAG),
+    "Shadow.vert": ("The volume that a sphere keeps from a light.", SHADOW_VERT),
+    "Shadow.frag": ("Its colour where it is shown.", SHADOW_FRAG),
 }
 
 

@@ -22,6 +22,7 @@ const ShaderProgram_cls::Attributes kMeshAttributes = {{ShaderCtrl_cls::ATTRIBUT
                                                        {ShaderCtrl_cls::ATTRIBUTE_SPECULAR, "specular"}};
 const ShaderProgram_cls::Attributes kStickAttributes = {{ShaderCtrl_cls::ATTRIBUTE_FIRST, "first"},
                                                         {ShaderCtrl_cls::ATTRIBUTE_ALONG, "along"}};
+const ShaderProgram_cls::Attributes kShadowAttributes = {{ShaderCtrl_cls::ATTRIBUTE_SPHERE, "sphere"}};
 const ShaderProgram_cls::Attributes kExactAttributes = {{ShaderCtrl_cls::ATTRIBUTE_BALL, "sphere"},
                                                         {ShaderCtrl_cls::ATTRIBUTE_AMBIENT, "ambient"},
                                                         {ShaderCtrl_cls::ATTRIBUTE_DIFFUSE, "diffuse"},
@@ -311,5 +312,20 @@ bool ShaderCtrl_cls::BeginExact(unsigned type, int lightNumber, bool bMaterials,
     glUniform2fv(pProgram->GetUniform("depthMap"), 1, rays.depthMap);
     SetFloat(*pProgram, "scale", rays.modelScale);
     SetLightDirections(*pProgram, lights);
+    return true;
+}
+
+bool ShaderCtrl_cls::BeginShadows(bool bNear, const float* pLight, float start, float reach) {
+    if (!mbEnabled) return false;
+    if (mShadows.empty())
+        mShadowSource = {readShaderSource(FindRuntimeFile("GL/Shadow.vert")),
+                         readShaderSource(FindRuntimeFile("GL/Shadow.frag"))};
+    const std::string defines = bNear ? "#define NEAR_LIGHT\n" : "";
+    const ShaderProgram_cls* pProgram = GetForm(mShadows, mShadowSource, defines, kShadowAttributes);
+    if (!pProgram) return false;
+    glUseProgram(pProgram->mProgram);
+    if (bNear) glUniform3fv(pProgram->GetUniform("light"), 1, pLight);
+    if (bNear) SetFloat(*pProgram, "start", start);
+    if (bNear) SetFloat(*pProgram, "reach", reach);
     return true;
 }

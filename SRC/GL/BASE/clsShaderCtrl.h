@@ -81,6 +81,12 @@ public:
     ConfItemList_cls mCConfItemList;
     ConfItemFLOAT_cls mCCartoonBoldness; ///< of the outline, 0 to 1
 
+    /// Cylinders that are the shadows of spheres, by ATTRIBUTE_SPHERE. A vertex is the corner in radii or,
+    /// with `bNear`, cosine and sine of its place around and 0 or 1 for the end; then `pLight` is the light's
+    /// place among the spheres, and shadows lead from `start` to `reach` radii behind the circle on which it
+    /// touches them. False: not here.
+    bool BeginShadows(bool bNear, const float* pLight, float start, float reach);
+
 private:
     struct Source_st {
         std::string mVertex;
@@ -102,8 +108,10 @@ private:
     std::array<Source_st, kProgramNumber> mSources;
     std::array<Forms, kProgramNumber> mSpheres;
     std::array<Forms, 2> mExact; ///< plain and near
+    Forms mShadows;
     bool mbExactRead = false;
     std::array<Source_st, 2> mExactSources;
+    Source_st mShadowSource;
 };
 
 /// The text of a shader's file; empty, with the reason on stderr, when it can't be read.
