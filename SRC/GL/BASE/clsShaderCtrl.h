@@ -72,8 +72,14 @@ public:
     /// Ray-cast spheres; with `bMaterials` each has its own, else that of glMaterial. Those that reach the
     /// plane of the eye or that near or far plane cut need `bNear`. `bEachBlends` is for those with
     /// materials. False: not here.
+    /// With `bSmall` all of them are so small beside the distance to near lights that these may be worked out
+    /// once a sphere (IsLitBySphere).
     bool BeginExact(unsigned type, int lightNumber, bool bMaterials, bool bEachBlends, bool bNear,
-                    const Rays_st& rays);
+                    bool bSmall, const Rays_st& rays);
+    /// Does `bSmall` matter with the lights that are set?
+    static bool IsLitBySphere(unsigned type, int lightNumber);
+    /// How many lights that are set a shader of this type sums.
+    static int GetLights(unsigned type, int lightNumber);
     /// Ray-cast spheres at all?
     bool HasExact();
 

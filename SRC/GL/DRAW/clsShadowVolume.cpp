@@ -20,8 +20,8 @@ namespace {
 constexpr int kCapacity = 4096; // volumes a call
 constexpr int kPlainCapacity = 256;
 constexpr int kSides[] = {4, 6, 8, 16, 32};
-// Sides as many as leave a third of a pixel to a circle of so many pixels.
-constexpr float kPixels[] = {1.2f, 3.0f, 6.0f, 24.0f};
+// Sides as many as leave half a pixel to a circle of so many pixels.
+constexpr float kPixels[] = {2.0f, 5.0f, 10.0f, 40.0f};
 constexpr int kFinest[] = {2, 3, 4}; // of a quality
 constexpr float kWidest = 1.26f;     // of all forms' corners, radii
 constexpr float kSteepest = 0.9995f; // radius over distance of a sphere that nearly touches the light
