@@ -72,13 +72,14 @@ protected:
         for (const float d : distances)
             Write({{-d / 2, 0, 0}, {d / 2, 0, 0}});
     }
-    ChildRun_st Film(const std::string& out, const std::string& lines, std::vector<std::string> words = {}) {
+    ChildRun_st Film(const std::string& out, const std::string& lines, std::vector<std::string> words = {},
+                     int status = 0) {
         fs::create_directories(mFolder.mPath / out);
         const std::string project = mFolder.MakeProject(
             "film.mrp", kLooks + mLists.Serialize().ToStdString() + lines, mFolder / "d0000.bin");
         words.insert(words.end(), {"--output", mFolder / (out + "/f%04d.png"), project});
         ChildRun_st run = RunFilm(words);
-        EXPECT_EQ(run.mStatus, 0) << run.mErr;
+        EXPECT_EQ(run.mStatus, status) << run.mErr;
         return run;
     }
     /// Does a picture show something at this place?
@@ -200,11 +201,34 @@ TEST_F(FilmSticks, ShapesCoverTheirUnitsAndMeshesStandInEachCopy) {
             EXPECT_FALSE(IsLit(picture, copy - 0.3, -0.8));
         }
     }
-    // Of no frame that there is: told once, and the film is made.
-    mesh.mCImportPath.mStrValue = mFolder / "nothing%02d.obj";
-    const ChildRun_st run = Film("none", box);
-    EXPECT_NE(run.mErr.find("nothing00.obj"), std::string::npos) << run.mErr;
-    EXPECT_FALSE(IsLit("none/f0000.png", -0.8, -1.3));
+}
+
+TEST_F(FilmSticks, AFrameHasItsOwnFilesAndMissingOnesCount) {
+    WriteApart({1, 1, 1});
+    const std::string length = "TimeMaxFrame=2\nTimeWorkAreaMax=2\n";
+    FilterStickData_cls& sticks = AddSticks(0.0f);
+    sticks.mCCalcType.mValue = FilterStickData_cls::LOAD_FILE;
+    sticks.mCStickPath.mStrValue = mFolder / "sticks%d.txt";
+    for (const int frame : {0, 1, 2})
+        std::ofstream(mFolder / ("sticks" + std::to_string(frame) + ".txt"))
+            << (frame == 1 ? "0 1\n" : "0 0\n");
+    Film("own", length);
+    EXPECT_EQ(Middles("own"), ".B.");
+    FilterObjectData_cls& mesh = *Add<FilterObject_cls>(FILTER_OBJECT).GetPCData();
+    mesh.mCObjectType.mValue = FilterObjectData_cls::IMPORT;
+    mesh.mCImportPath.mStrValue = mFolder / "mesh%d.obj";
+    for (const char* name : {"mesh0.obj", "mesh2.obj"})
+        std::ofstream(mFolder / name) << "v -1 -1 0\nv 1 -1 0\nv 0 1 0\nf 1 2 3\n";
+    fs::remove(mFolder.mPath / "sticks2.txt");
+    // Told, written all the same, and no success.
+    const ChildRun_st run = Film("some", length, {}, 3);
+    EXPECT_NE(run.mErr.find("mesh1.obj"), std::string::npos) << run.mErr;
+    EXPECT_NE(run.mErr.find("sticks2.txt"), std::string::npos) << run.mErr;
+    EXPECT_NE(run.mErr.find("damaged data are in frames 1, 2;"), std::string::npos) << run.mErr;
+    EXPECT_EQ(Middles("some"), "BBB");
+    Film("ok", length, {"--damaged", "ok"});
+    mesh.mCValid.mValue = sticks.mCValid.mValue = false;
+    Film("off", length);
 }
 
 } // namespace

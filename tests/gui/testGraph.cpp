@@ -311,7 +311,7 @@ TEST_F(Graph, DeletedCurvesAndStrangeFilmsAreShown) {
         mpPanel->FitToView();
         for (const wxSize& size : {wxSize(900, 400), wxSize(1, 1), wxSize(300, 7)}) {
             mpPanel->SetSize(size);
-            PumpUntil([] { return false; }, 60);
+            Settle();
             Wheel(mpPanel, wxPoint(0, 0), 1);
         }
     }
