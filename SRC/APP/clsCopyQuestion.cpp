@@ -7,7 +7,7 @@
 
 bool CopyQuestion_cls::MayDraw(long long number) {
     if (number == mRefused) return false;
-    mRefused = 0;
+    mRefused = kNone;
     if (number <= kMost || mSAllowed.count(number) > 0) return true;
     if (!mbAsks) {
         MsgBox(wxString::Format(_("a CopyBox draws the data %lld times a picture"), number), _("CopyBox"));

@@ -20,11 +20,13 @@ public:
     void TellOnly() { mbAsks = false; }
 
 private:
+    static constexpr long long kNone = -1;
+
     void Ask(long long number);
 
     FrameMain_cls& mFrame;
     std::set<long long> mSAllowed;
-    long long mRefused = 0; ///< 0: none
+    long long mRefused = kNone;
     bool mbAsks = true;
     bool mbPending = false;
 };
