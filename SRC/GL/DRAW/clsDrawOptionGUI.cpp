@@ -42,12 +42,12 @@ void DrawOptionGUI_cls::UpdateValues() {
 
 void DrawOptionGUI_cls::HideAndShow() {
     const bool bShadow = mpCDrawOption->mShadow.mValue != SHADOW_NONE;
-    EnableRow(mRowShadow, bShadow);
-    EnableRow(mRowDarkness, bShadow);
+    ShowRow(mRowShadow, bShadow);
+    ShowRow(mRowDarkness, bShadow);
 }
 
-void DrawOptionGUI_cls::FuncHookCombobox(int) {
-    HideAndShow();
+void DrawOptionGUI_cls::FuncHookCombobox(int row) {
+    if (row + 1 == mRowShadow) HideAndShow();
     Redraw();
 }
 
