@@ -24,6 +24,16 @@ PER_SPHERE vec4 litShine[LIGHT_NUMBER];   // highlight; diffuse blue
 #endif
 #endif
 
+#ifdef NEAR_LIGHTS
+PER_SPHERE vec4 litAlways;               // with the alpha
+PER_SPHERE vec4 litAmbient;              // the material
+PER_SPHERE vec4 litDiffuse;
+PER_SPHERE vec4 litSpecular;
+PER_SPHERE vec4 nearFrom[LIGHT_NUMBER];  // direction: x, y, its part along the view; strength
+PER_SPHERE vec4 nearTurn[LIGHT_NUMBER];  // radius over distance; what strength gains towards the light; one
+                                         // over the length of direction plus viewer; what ambient light gains
+#endif
+
 #ifndef FOG
 uniform int fogMode; // 0 none, 1 exponential, 2 its square, 3 linear
 #define FOG fogMode
@@ -51,7 +61,8 @@ vec4 blended(vec4 color)
 #endif
 }
 
-#ifdef FAR_LIGHTS
+#if defined(FAR_LIGHTS) || defined(NEAR_LIGHTS)
+#define BY_SPHERE
 
 // All particles have a shininess of 20.
 float gloss(float x)
@@ -61,7 +72,9 @@ float gloss(float x)
     float x8 = x4 * x4;
     return x8 * x8 * x4;
 }
+#endif
 
+#ifdef FAR_LIGHTS
 // The normal is share * across - depth * (direction to the sphere); `across` has no z.
 vec4 litByFar(vec2 across, float share, float depth)
 {
@@ -76,8 +89,35 @@ vec4 litByFar(vec2 across, float share, float depth)
 #endif
     return clamp(vec4(color, litAlways.a), 0.0, 1.0);
 }
+#endif
 
-#else
+#ifdef NEAR_LIGHTS
+// The same for near lights. With the radius over the distance s and the cosine x at the sphere's middle, the
+// cosine at a place is x - s * (1 - x * x) but for the square of s; the length of direction plus viewer, and
+// what reaches the place, change along with it.
+vec4 litByNear(vec2 across, float share, float depth)
+{
+    float front = -depth * toSphere.z;
+    float around = 0.0;
+    float lit = 0.0;
+    float bright = 0.0;
+    for (int i = 0; i < LIGHT_NUMBER; ++i) {
+        float x = share * dot(nearFrom[i].xy, across) - depth * nearFrom[i].z;
+        float s = nearTurn[i].x;
+        float per = nearTurn[i].z;
+        float facing = x - s * (1.0 - x * x);
+        float strength = nearFrom[i].w + nearTurn[i].y * x;
+        float shine = per * (facing + front) * (1.0 - s * (0.5 * x - per * per * (x + front)));
+        around += nearTurn[i].w * x;
+        lit += strength * max(facing, 0.0);
+        bright += facing > 0.0 ? strength * gloss(max(shine, 0.0)) : 0.0;
+    }
+    vec3 color = litAlways.rgb + around * litAmbient.rgb + lit * litDiffuse.rgb + bright * litSpecular.rgb;
+    return clamp(vec4(color, litAlways.a), 0.0, 1.0);
+}
+#endif
+
+#ifndef BY_SPHERE
 
 #ifdef MATERIALS
 PER_SPHERE vec4 materialAmbient;
@@ -201,6 +241,8 @@ void main()
     gl_FragDepth = gl_FragCoord.z - gl_FragCoord.w * depth / share;
 #ifdef FAR_LIGHTS
     vec4 color = litByFar(across, share, depth);
+#elif defined(NEAR_LIGHTS)
+    vec4 color = litByNear(across, share, depth);
 #else
     vec3 normal = vec3(share * across, 0.0) - depth * toSphere.xyz;
     vec4 color = lit(ball.xyz + ball.w * normal, normal);

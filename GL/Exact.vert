@@ -9,12 +9,15 @@
 #define PER_SPHERE varying
 #endif
 
+#if defined(FAR_LIGHTS) || defined(NEAR_LIGHTS)
+#define BY_SPHERE
+#endif
 attribute vec4 sphere;  // centre and radius
 #ifdef MATERIALS
 attribute vec4 ambient;
 attribute vec4 diffuse;
 attribute vec4 specular;
-#ifndef FAR_LIGHTS
+#ifndef BY_SPHERE
 PER_SPHERE vec4 materialAmbient;
 PER_SPHERE vec4 materialDiffuse;
 PER_SPHERE vec4 materialSpecular;
@@ -45,9 +48,17 @@ PER_SPHERE vec4 litShine[LIGHT_NUMBER];   // highlight; diffuse blue
 #endif
 #endif
 
-#ifdef FAR_LIGHTS
-uniform vec3 lightTo[8];       // of length 1
-uniform vec3 lightBetween[8];
+#ifdef NEAR_LIGHTS
+PER_SPHERE vec4 litAlways;               // with the alpha
+PER_SPHERE vec4 litAmbient;              // the material
+PER_SPHERE vec4 litDiffuse;
+PER_SPHERE vec4 litSpecular;
+PER_SPHERE vec4 nearFrom[LIGHT_NUMBER];  // direction: x, y, its part along the view; strength
+PER_SPHERE vec4 nearTurn[LIGHT_NUMBER];  // radius over distance; what strength gains towards the light; one
+                                         // over the length of direction plus viewer; what ambient light gains
+#endif
+
+#ifdef BY_SPHERE
 #ifdef MATERIALS
 #define AMBIENT ambient
 #define DIFFUSE diffuse
@@ -57,6 +68,11 @@ uniform vec3 lightBetween[8];
 #define DIFFUSE gl_FrontMaterial.diffuse
 #define SPECULAR gl_FrontMaterial.specular
 #endif
+#endif
+
+#ifdef FAR_LIGHTS
+uniform vec3 lightTo[8];       // of length 1
+uniform vec3 lightBetween[8];
 
 void prepareLights(vec3 along)
 {
@@ -71,6 +87,41 @@ void prepareLights(vec3 along)
     }
 #endif
     litAlways = vec4(always, DIFFUSE.a);
+}
+#endif
+
+#ifdef NEAR_LIGHTS
+void prepareNear(vec3 along, vec3 centre, float radius)
+{
+    float always = 0.0;
+    for (int i = 0; i < LIGHT_NUMBER; ++i) {
+        vec4 source = gl_LightSource[i].position;
+        vec3 to = source.xyz - source.w * centre;
+        float far = max(length(to), 1e-30);
+        to /= far;
+        float share = 1.0;
+        float turn = 0.0;
+        float gain = 0.0;
+        if (source.w != 0.0) {
+            float linear = far * gl_LightSource[i].linearAttenuation;
+            float square = far * far * gl_LightSource[i].quadraticAttenuation;
+            share = 1.0 / (gl_LightSource[i].constantAttenuation + linear + square);
+            turn = radius / far;
+            gain = (linear + 2.0 * square) * share * turn;
+        }
+        if (gl_LightSource[i].spotCutoff <= 90.0
+            && -dot(to, normalize(gl_LightSource[i].spotDirection)) < gl_LightSource[i].spotCosCutoff)
+            share = 0.0;
+        float strength = share * gl_LightSource[i].diffuse.r;
+        float around = share * gl_LightSource[i].ambient.r;
+        always += around;
+        nearFrom[i] = vec4(to.xy, dot(to, along), strength);
+        nearTurn[i] = vec4(turn, strength * gain, inversesqrt(max(2.0 + 2.0 * to.z, 1e-6)), around * gain);
+    }
+    litAlways = vec4((gl_LightModel.ambient.rgb + vec3(always)) * AMBIENT.rgb, DIFFUSE.a);
+    litAmbient = AMBIENT;
+    litDiffuse = DIFFUSE;
+    litSpecular = SPECULAR;
 }
 #endif
 
@@ -119,11 +170,14 @@ void main()
 #ifdef FAR_LIGHTS
     prepareLights(toSphere.xyz);
 #endif
+#ifdef NEAR_LIGHTS
+    prepareNear(toSphere.xyz, centre, radius);
+#endif
 
 #ifdef EACH_BLENDS
     covers = ambient.a;
 #endif
-#if defined(MATERIALS) && !defined(FAR_LIGHTS)
+#if defined(MATERIALS) && !defined(BY_SPHERE)
     materialAmbient = ambient;
     materialDiffuse = diffuse;
     materialSpecular = specular;

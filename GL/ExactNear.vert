@@ -9,12 +9,15 @@
 #define PER_SPHERE varying
 #endif
 
+#if defined(FAR_LIGHTS) || defined(NEAR_LIGHTS)
+#define BY_SPHERE
+#endif
 attribute vec4 sphere;  // centre and radius
 #ifdef MATERIALS
 attribute vec4 ambient;
 attribute vec4 diffuse;
 attribute vec4 specular;
-#ifndef FAR_LIGHTS
+#ifndef BY_SPHERE
 PER_SPHERE vec4 materialAmbient;
 PER_SPHERE vec4 materialDiffuse;
 PER_SPHERE vec4 materialSpecular;
@@ -60,7 +63,7 @@ void main()
 #ifdef EACH_BLENDS
     covers = ambient.a;
 #endif
-#if defined(MATERIALS) && !defined(FAR_LIGHTS)
+#if defined(MATERIALS) && !defined(BY_SPHERE)
     materialAmbient = ambient;
     materialDiffuse = diffuse;
     materialSpecular = specular;

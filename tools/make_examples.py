@@ -295,7 +295,7 @@ def list_lines(index, filters):
 BOOLEAN, OBJECT, FOG, COPY, STICK = 0, 2, 4, 6, 7  # as "FilterType="
 
 
-DISTANCE = 2  # of the origin, as "DependType="
+VALUE, DISTANCE = 0, 2  # of the data, of the origin, as "DependType="
 
 
 def cut_lines(_folder):
@@ -374,11 +374,59 @@ def mesh_lines(folder):
     return lines + list_lines(1, [mesh])
 
 
+PARALLEL, SPOT = 3, 1  # as "Type="
+
+
+def light_lines(lights):
+    """Lights: what each is, where it stands over the film, where it looks, how strong it is."""
+    lines = ["---AllLightSource", f"LightNumber={len(lights)}"]
+    for number, (items, places, look, strength) in enumerate(lights):
+        turns = []
+        for x, y, z in places:
+            ahead = [look[0] - x, look[1] - y, look[2] - z]
+            turns.append((0.0, math.degrees(math.atan2(-ahead[2], math.hypot(ahead[0], ahead[1]))),
+                          math.degrees(math.atan2(ahead[1], ahead[0]))))
+        lines += [f"---LightSRC {number}"] + items
+        for group, values, names in (("Translate", places, "xyz"), ("Rotation", turns, "xyz"),
+                                     ("Strength", [(strength,)] * 2, ["Strength"])):
+            lines += [f"-ParamGroup=LightSRC{number} {group}", f"dimension={len(names)}", "Start"]
+            for axis, axis_name in enumerate(names):
+                lines += curve(axis_name, [value[axis] for value in values])
+    return lines + ["---AllLightSourceEnd"]
+
+
+def shadow_lines(_folder):
+    """The melting crystal over a floor: the evening sun and a lamp that wanders throw its shadows."""
+    speeds = [(0.0, 0.20, 0.42, 0.72), (0.35, 0.45, 0.68, 0.80), (0.6, 0.95, 0.82, 0.55), (1.0, 0.95, 0.42, 0.20)]
+    lines = []
+    for kind in range(4):
+        lines += ball_lines(kind, 0.062, "0.8 0.8 0.8 1", 0.3)
+        for part in ("Diffuse", "Ambient"):
+            prefix = f"SEQ0TYPE{kind}{part}"
+            dim = 1.0 if part == "Diffuse" else 0.2
+            lines += [f"{prefix}UseColorCurve=1", f"{prefix}ScalingMin=0", f"{prefix}ScalingMax=3",
+                      f"{prefix}DependType={VALUE}"]
+            lines += colour_lines(prefix, [(stop[0], *(dim * part for part in stop[1:])) for stop in speeds])
+    lines += ["BGColorConstantColor=0.05 0.06 0.09 1", "Shadow=1", "ShadowQuality=2", "ShadowLength=60",
+              "ShadowDarkness=0.92"]
+    lines += camera_lines(around(5.7, 2.4, -110, -40), look=(0.0, 0.0, -0.25), angle=30)
+    lines += light_lines([
+        ([f"Type={PARALLEL}", "CastShadow=1"], [(-2.4, -1.6, 2.0)] * 2, (0, 0, 0), 0.65),
+        ([f"Type={SPOT}", "SpotAngle=32", "CastShadow=1"],
+         [(2.6 + 0.4 * k, -2.4 + 0.8 * k, 2.4) for k in range(4)], (0, 0, -0.2), 0.4)])
+    floor = filter_lines(OBJECT, "Object00", [
+        "ObjectType=0", "ShaderType=2", "AmbientConstantColor=0.06 0.06 0.07 1",
+        "DiffuseConstantColor=0.62 0.62 0.66 1", "SpecularConstantColor=0 0 0 1"],
+        translate=[(0, 0, -1.25)] * 2, scale=[(9, 9, 0.1)] * 2)
+    return lines + list_lines(1, [floor])
+
+
 # Behind a set: more projects of it.
 SCENES = {
     "lj_melt_text": ("melt_cut", cut_lines, "a cut that goes into the melt"),
     "public_pyscal_ni500": ("nickel_bonds", bond_lines,
                             "eight copies of the cell, with bonds through its faces that don't flicker"),
+    "lj_melt_bin": ("melt_shadows", shadow_lines, "a floor, and two lights that throw shadows"),
     "deposit_text": ("deposit_mesh", mesh_lines, "the rain with a nozzle and a dish from a mesh file"),
 }
 

@@ -8,7 +8,8 @@ Without any define a file works on plain vertices, and uniforms tell lights and 
 program compiles forms made for the scene at hand: SPHERES repeats a mesh, STICKS (at the vertices alone) a cylinder, MATERIALS gives every ray-cast
 sphere its own colours, LIGHT_NUMBER and FOG are what the uniforms would tell, and PARALLEL says that all
 lights are far away and none is a spot. EACH_BLENDS lets every sphere cover or add. FAR_LIGHTS has the light of such lights worked out once a ray-cast
-sphere; BALL hands its place to the pixels where light or fog ask for it.
+sphere, and NEAR_LIGHTS that of grey ones of any kind for spheres that are small beside the distance to them;
+BALL hands its place to the pixels where light or fog ask for it.
 """
 import pathlib
 
@@ -331,13 +332,30 @@ PER_SPHERE vec4 litShine[LIGHT_NUMBER];   // highlight; diffuse blue
 #endif
 """
 
+# What lights of any place bring to a sphere that is small beside the distance to them: direction and strength
+# at its middle, and how they change over it. All lights are grey.
+NEAR_LIGHTS = """
+#ifdef NEAR_LIGHTS
+PER_SPHERE vec4 litAlways;               // with the alpha
+PER_SPHERE vec4 litAmbient;              // the material
+PER_SPHERE vec4 litDiffuse;
+PER_SPHERE vec4 litSpecular;
+PER_SPHERE vec4 nearFrom[LIGHT_NUMBER];  // direction: x, y, its part along the view; strength
+PER_SPHERE vec4 nearTurn[LIGHT_NUMBER];  // radius over distance; what strength gains towards the light; one
+                                         // over the length of direction plus viewer; what ambient light gains
+#endif
+"""
+
 MATERIAL_ATTRIBUTES = """
+#if defined(FAR_LIGHTS) || defined(NEAR_LIGHTS)
+#define BY_SPHERE
+#endif
 attribute vec4 sphere;  // centre and radius
 #ifdef MATERIALS
 attribute vec4 ambient;
 attribute vec4 diffuse;
 attribute vec4 specular;
-#ifndef FAR_LIGHTS
+#ifndef BY_SPHERE
 PER_SPHERE vec4 materialAmbient;
 PER_SPHERE vec4 materialDiffuse;
 PER_SPHERE vec4 materialSpecular;
@@ -351,7 +369,7 @@ PER_SPHERE float covers;
 #endif
 """
 
-HAND_MATERIAL = COVERS_OUT + """#if defined(MATERIALS) && !defined(FAR_LIGHTS)
+HAND_MATERIAL = COVERS_OUT + """#if defined(MATERIALS) && !defined(BY_SPHERE)
     materialAmbient = ambient;
     materialDiffuse = diffuse;
     materialSpecular = specular;
@@ -378,10 +396,8 @@ PER_SPHERE vec4 toSphere;  // direction from the eye, and the radius over the di
 #ifdef BALL
 PER_SPHERE vec4 ball;      // the sphere in eye coordinates
 #endif
-""" + FAR_LIGHTS + """
-#ifdef FAR_LIGHTS
-uniform vec3 lightTo[8];       // of length 1
-uniform vec3 lightBetween[8];
+""" + FAR_LIGHTS + NEAR_LIGHTS + """
+#ifdef BY_SPHERE
 #ifdef MATERIALS
 #define AMBIENT ambient
 #define DIFFUSE diffuse
@@ -391,6 +407,11 @@ uniform vec3 lightBetween[8];
 #define DIFFUSE gl_FrontMaterial.diffuse
 #define SPECULAR gl_FrontMaterial.specular
 #endif
+#endif
+
+#ifdef FAR_LIGHTS
+uniform vec3 lightTo[8];       // of length 1
+uniform vec3 lightBetween[8];
 
 void prepareLights(vec3 along)
 {
@@ -405,6 +426,41 @@ void prepareLights(vec3 along)
     }
 #endif
     litAlways = vec4(always, DIFFUSE.a);
+}
+#endif
+
+#ifdef NEAR_LIGHTS
+void prepareNear(vec3 along, vec3 centre, float radius)
+{
+    float always = 0.0;
+    for (int i = 0; i < LIGHT_NUMBER; ++i) {
+        vec4 source = gl_LightSource[i].position;
+        vec3 to = source.xyz - source.w * centre;
+        float far = max(length(to), 1e-30);
+        to /= far;
+        float share = 1.0;
+        float turn = 0.0;
+        float gain = 0.0;
+        if (source.w != 0.0) {
+            float linear = far * gl_LightSource[i].linearAttenuation;
+            float square = far * far * gl_LightSource[i].quadraticAttenuation;
+            share = 1.0 / (gl_LightSource[i].constantAttenuation + linear + square);
+            turn = radius / far;
+            gain = (linear + 2.0 * square) * share * turn;
+        }
+        if (gl_LightSource[i].spotCutoff <= 90.0
+            && -dot(to, normalize(gl_LightSource[i].spotDirection)) < gl_LightSource[i].spotCosCutoff)
+            share = 0.0;
+        float strength = share * gl_LightSource[i].diffuse.r;
+        float around = share * gl_LightSource[i].ambient.r;
+        always += around;
+        nearFrom[i] = vec4(to.xy, dot(to, along), strength);
+        nearTurn[i] = vec4(turn, strength * gain, inversesqrt(max(2.0 + 2.0 * to.z, 1e-6)), around * gain);
+    }
+    litAlways = vec4((gl_LightModel.ambient.rgb + vec3(always)) * AMBIENT.rgb, DIFFUSE.a);
+    litAmbient = AMBIENT;
+    litDiffuse = DIFFUSE;
+    litSpecular = SPECULAR;
 }
 #endif
 """ + SILHOUETTE + """
@@ -445,6 +501,9 @@ void main()
     gl_Position = vec4(corner / (0.5 * viewport.zw) - 1.0, z, 1.0) * vec4(w);
 #ifdef FAR_LIGHTS
     prepareLights(toSphere.xyz);
+#endif
+#ifdef NEAR_LIGHTS
+    prepareNear(toSphere.xyz, centre, radius);
 #endif
 """ + HAND_MATERIAL + """}
 """
@@ -512,8 +571,9 @@ PER_SPHERE vec4 toSphere;
 #ifdef BALL
 PER_SPHERE vec4 ball;
 #endif
-""" + FAR_LIGHTS + FOG + blended("PER_SPHERE") + """
-#ifdef FAR_LIGHTS
+""" + FAR_LIGHTS + NEAR_LIGHTS + FOG + blended("PER_SPHERE") + """
+#if defined(FAR_LIGHTS) || defined(NEAR_LIGHTS)
+#define BY_SPHERE
 
 // All particles have a shininess of 20.
 float gloss(float x)
@@ -523,7 +583,9 @@ float gloss(float x)
     float x8 = x4 * x4;
     return x8 * x8 * x4;
 }
+#endif
 
+#ifdef FAR_LIGHTS
 // The normal is share * across - depth * (direction to the sphere); `across` has no z.
 vec4 litByFar(vec2 across, float share, float depth)
 {
@@ -538,8 +600,35 @@ vec4 litByFar(vec2 across, float share, float depth)
 #endif
     return clamp(vec4(color, litAlways.a), 0.0, 1.0);
 }
+#endif
 
-#else
+#ifdef NEAR_LIGHTS
+// The same for near lights. With the radius over the distance s and the cosine x at the sphere's middle, the
+// cosine at a place is x - s * (1 - x * x) but for the square of s; the length of direction plus viewer, and
+// what reaches the place, change along with it.
+vec4 litByNear(vec2 across, float share, float depth)
+{
+    float front = -depth * toSphere.z;
+    float around = 0.0;
+    float lit = 0.0;
+    float bright = 0.0;
+    for (int i = 0; i < LIGHT_NUMBER; ++i) {
+        float x = share * dot(nearFrom[i].xy, across) - depth * nearFrom[i].z;
+        float s = nearTurn[i].x;
+        float per = nearTurn[i].z;
+        float facing = x - s * (1.0 - x * x);
+        float strength = nearFrom[i].w + nearTurn[i].y * x;
+        float shine = per * (facing + front) * (1.0 - s * (0.5 * x - per * per * (x + front)));
+        around += nearTurn[i].w * x;
+        lit += strength * max(facing, 0.0);
+        bright += facing > 0.0 ? strength * gloss(max(shine, 0.0)) : 0.0;
+    }
+    vec3 color = litAlways.rgb + around * litAmbient.rgb + lit * litDiffuse.rgb + bright * litSpecular.rgb;
+    return clamp(vec4(color, litAlways.a), 0.0, 1.0);
+}
+#endif
+
+#ifndef BY_SPHERE
 """ + ANY_LIGHTS + """
 #endif
 
@@ -563,6 +652,8 @@ void main()
     gl_FragDepth = gl_FragCoord.z - gl_FragCoord.w * depth / share;
 #ifdef FAR_LIGHTS
     vec4 color = litByFar(across, share, depth);
+#elif defined(NEAR_LIGHTS)
+    vec4 color = litByNear(across, share, depth);
 #else
     vec3 normal = vec3(share * across, 0.0) - depth * toSphere.xyz;
     vec4 color = lit(ball.xyz + ball.w * normal, normal);
@@ -609,6 +700,45 @@ void main()
 }
 """
 
+# The shadow of a sphere: one cylinder that stands for many.
+SHADOW_VERT = """
+attribute vec4 sphere; // centre and radius
+#ifdef NEAR_LIGHT
+uniform vec3 light;    // its place among the spheres
+uniform float start;   // where shadows begin and end, radii
+uniform float reach;
+#endif
+
+// gl_Vertex: of a far light the corner itself, radii; of a near one cosine and sine of the place around, and
+// which end. gl_MultiTexCoord0: which end.
+void main()
+{
+#ifdef NEAR_LIGHT
+    vec3 away = sphere.xyz - light;
+    float far = length(away);
+    away /= far;
+    float sine = min(sphere.w / far, 0.9995);
+    float cosine = sqrt(1.0 - sine * sine);
+    vec3 side = normalize(cross(away, abs(away.z) < 0.9 ? vec3(0.0, 0.0, 1.0) : vec3(1.0, 0.0, 0.0)));
+    float way = mix(start, reach, gl_Vertex.z);
+    float wide = cosine + way * sine / cosine;
+    vec3 corner = (way - sine) * away + wide * (gl_Vertex.x * side + gl_Vertex.y * cross(away, side));
+#else
+    vec3 corner = gl_Vertex.xyz;
+#endif
+    gl_Position = gl_ModelViewProjectionMatrix * vec4(sphere.xyz + sphere.w * corner, 1.0);
+    gl_FrontColor = vec4(gl_Color.rgb * (1.0 - 0.7 * gl_MultiTexCoord0.x), 1.0);
+    gl_BackColor = gl_FrontColor;
+}
+"""
+
+SHADOW_FRAG = """
+void main()
+{
+    gl_FragColor = gl_Color;
+}
+"""
+
 FILES = {
     "Gouraud.vert": ("Light at the vertices.", GOURAUD_VERT),
     "Gouraud.frag": ("The colour between the vertices, and fog.", GOURAUD_FRAG),
@@ -620,6 +750,8 @@ FILES = {
     "Exact.frag": ("The sphere itself: where the ray of a pixel meets it, with its depth and light.", EXACT_FRAG),
     "ExactNear.vert": ("The part of the screen that a sphere at the eye may fill.", EXACT_NEAR_VERT),
     "ExactNear.frag": ("A sphere around the eye, or cut by the near or the far plane.", EXACT_NEAR_FRAG),
+    "Shadow.vert": ("The volume that a sphere keeps from a light.", SHADOW_VERT),
+    "Shadow.frag": ("Its colour where it is shown.", SHADOW_FRAG),
 }
 
 

@@ -5,6 +5,7 @@
 #include "FILTER/clsFilterLists.h"
 #include "GL/BASE/clsPreference.h"
 #include "GL/DRAW/clsDrawOption.h"
+#include "GL/DRAW/clsShadowVolume.h"
 #include "GL/VIEW/clsExposure.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsOverlay.h"
@@ -48,6 +49,10 @@ wxString WriteCanvasStatics(Main_cls& hub) {
 void ReadCanvasStatics(Main_cls& hub, Stream& stream, const wxString& line) {
     hub.mpCFrameMain->GetPCSharedView()->ReadStrLineStaticMember(stream, line);
 }
+wxString WriteShadows(Main_cls&) { return ShadowVolume_cls::SerializeStaticMember(); }
+void ReadShadows(Main_cls&, Stream&, const wxString& line) {
+    ShadowVolume_cls::ReadStrLineStaticMember(line);
+}
 // Files keep their shape: the reader takes the views from block 5.
 wxString WriteViewsAgain(Main_cls& hub) {
     wxString text;
@@ -81,7 +86,7 @@ const std::vector<ProjectBlock_st>& GetProjectBlocks() {
         {16, "scene export", false, nullptr, nullptr},
         {17, "preferences", false, WritePreference, ReadPreference},
         {18, "shared by all views", false, WriteCanvasStatics, ReadCanvasStatics},
-        {19, "shadow volumes", false, nullptr, nullptr},
+        {19, "shadow volumes", false, WriteShadows, ReadShadows},
         {20, "views 0 to 3 once more", false, WriteViewsAgain, nullptr},
         {21, "filters", false, Write<&Main_cls::mpCFilters>, ReadBlock<&Main_cls::mpCFilters>},
         {22, "image sequence", false, Write<&Main_cls::mpCImgSequence>, ReadLine<&Main_cls::mpCImgSequence>},

@@ -22,6 +22,7 @@
 #include "COMMON/SafeFile.h"
 #include "COMMON/clsSplitPath.h"
 #include "GL/BASE/clsPreference.h"
+#include "GL/DRAW/clsShadowVolume.h"
 #include "GL/VIEW/clsViewFitCtrl.h"
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsPDataSeqCtrl.h"
@@ -101,6 +102,7 @@ void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder,
     if (!bConfigure) {
         acting->CopyFrom(*user);
         mpCLightSRCCtrl->SetToDefault(); // projects without lights are made for these
+        ShadowVolume_cls::SetToDefault();
     }
     {
         const FlagScope_cls loading(GbGLLockProjectLoading);

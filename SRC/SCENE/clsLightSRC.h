@@ -36,8 +36,9 @@ public:
     // These need a current OpenGL context with the camera in the model-view matrix. Whatever stands in the
     // curves, OpenGL gets numbers that it can count with.
 
-    /// Set OpenGL light `index` up; nothing for a light that is switched off.
-    void GLSetLightSourceComp(int index, double time, bool bAmbient, bool bDiffuse);
+    /// Set OpenGL light `index` up; nothing for a light that is switched off. Of its strength it brings
+    /// `share`.
+    void GLSetLightSourceComp(int index, double time, bool bAmbient, bool bDiffuse, float share = 1.0f);
     /// The same on its own number, or switch it off. Only light 0 brings ambient light; with
     /// `bShadowOption` and shadows of its own it brings nothing else.
     void GLSetLightSource(double time, bool bEnable, bool bShadowOption);
@@ -77,7 +78,7 @@ private:
     void GLSetPlace(unsigned light, double time);
     void GLSetAttenuation(unsigned light) const;
     void GLSetSpotEffect(unsigned light, double time);
-    void GLSetColors(unsigned light, double time, bool bAmbient, bool bDiffuse);
+    void GLSetColors(unsigned light, double time, bool bAmbient, bool bDiffuse, float share = 1.0f);
     void GLDrawMark(MarkPainter_cls& painter, const double* place, double size) const;
 
     const PositionAndDirection_cls* mpCCamera;

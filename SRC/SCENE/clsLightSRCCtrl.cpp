@@ -155,8 +155,19 @@ int LightSRCCtrl_cls::GetNumberLightWithShadow() const {
 
 int LightSRCCtrl_cls::GetFirstShadowedLight() const {
     for (int i = 0; i < GetLightNumber(); ++i)
-        if (GetLight(i).mCVisible.mValue && GetLight(i).mCCastShadow.mValue) return i;
+        if (IsShadowed(i)) return i;
     return 0;
+}
+
+bool LightSRCCtrl_cls::IsShadowed(int index) const {
+    return index >= 0 && index < GetLightNumber() && GetLight(index).mCVisible.mValue &&
+           GetLight(index).mCCastShadow.mValue;
+}
+
+void LightSRCCtrl_cls::GetPosition(int index, double time, float* pPos) const {
+    float angles[2];
+    const bool bFar = GetLight(index).mCType.mValue == LightSRC_cls::TYPE_PARALLEL;
+    GetLightInfo(time, pPos, angles, index, bFar, nullptr);
 }
 
 int LightSRCCtrl_cls::GetFirstValidLight() const {
@@ -199,7 +210,7 @@ void LightSRCCtrl_cls::SetNonShadowLight(double time) const {
         GetLight(i).GLSetLightSourceComp(i, time, i == first, true);
 }
 
-void LightSRCCtrl_cls::SetBasicLight(double time, bool bShadowOption) const {
+void LightSRCCtrl_cls::SetBasicLight(double time, bool bShadowOption, float share) const {
     GLDisableAllLight();
     const int first = GetFirstValidLight();
     if (first >= 0)
@@ -208,6 +219,8 @@ void LightSRCCtrl_cls::SetBasicLight(double time, bool bShadowOption) const {
         if (i != first)
             GetLight(i).GLSetLightSource(time, i < GetLightNumber() && !GetLight(i).mCCastShadow.mValue,
                                          bShadowOption);
+    for (int i = 0; share > 0.0f && i < GetLightNumber(); ++i)
+        if (IsShadowed(i)) GetLight(i).GLSetLightSourceComp(i, time, i == first, true, share);
 }
 
 void LightSRCCtrl_cls::GLSetSingleDiffuse(int index, double time) const {

@@ -54,7 +54,11 @@ public:
     int GetNumberLightVisible() const;
     int GetNumberLightWithShadow() const;
     int GetFirstShadowedLight() const; ///< 0 when there is none
-    int GetFirstValidLight() const;    ///< -1 when there is none
+    /// It is in use and shines.
+    bool IsShadowed(int index) const;
+    /// What GL_POSITION takes (LightSRC_cls::GetLightInfo), in the scene's coordinates.
+    void GetPosition(int index, double time, float* pPos) const;
+    int GetFirstValidLight() const; ///< -1 when there is none
     /// GL_LIGHT0 and so on.
     static unsigned GetLightType(int index);
     /// LightSRC_cls::GetLightInfo of one of them.
@@ -70,8 +74,8 @@ public:
     void GLDisableAllLight() const;
     /// All lights in use; ambient light comes with the first one that is visible.
     void SetNonShadowLight(double time) const;
-    /// The lights that throw no shadow, and ambient light.
-    void SetBasicLight(double time, bool bShadowOption) const;
+    /// The lights that throw no shadow, and ambient light; of those that do `share` of their strength.
+    void SetBasicLight(double time, bool bShadowOption, float share = 0.0f) const;
     /// One light alone as OpenGL light 0, without ambient light.
     void GLSetSingleDiffuse(int index, double time) const;
     /// The marks of the lights in use.

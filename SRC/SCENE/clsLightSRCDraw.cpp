@@ -79,25 +79,24 @@ void LightSRC_cls::GLSetSpotEffect(unsigned light, double time) {
 }
 
 // A light that fades begins twice as bright.
-void LightSRC_cls::GLSetColors(unsigned light, double time, bool bAmbient, bool bDiffuse) {
+void LightSRC_cls::GLSetColors(unsigned light, double time, bool bAmbient, bool bDiffuse, float share) {
     const float none[4] = {0, 0, 0, 0};
     const float full[4] = {1, 1, 1, 0};
     float color[4];
     GetLightColor(time, color);
-    if (mCFade.mValue != FADE_NONE)
-        for (int c = 0; c < 3; ++c)
-            color[c] *= 2.0f;
+    for (int c = 0; c < 3; ++c)
+        color[c] *= mCFade.mValue != FADE_NONE ? 2.0f * share : share;
     glLightfv(light, GL_AMBIENT, bAmbient ? full : none);
     glLightfv(light, GL_DIFFUSE, bDiffuse ? color : none);
     glLightfv(light, GL_SPECULAR, bDiffuse ? color : none);
 }
 
-void LightSRC_cls::GLSetLightSourceComp(int index, double time, bool bAmbient, bool bDiffuse) {
+void LightSRC_cls::GLSetLightSourceComp(int index, double time, bool bAmbient, bool bDiffuse, float share) {
     if (!mCVisible.mValue) return;
     const GLenum light = LightOf(index);
     glEnable(light);
     GLSetPlace(light, time);
-    GLSetColors(light, time, bAmbient, bDiffuse);
+    GLSetColors(light, time, bAmbient, bDiffuse, share);
 }
 
 void LightSRC_cls::GLSetLightSource(double time, bool bEnable, bool bShadowOption) {

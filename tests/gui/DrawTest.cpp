@@ -132,7 +132,7 @@ void DrawTest::Draw(const std::vector<Particle_st>& particles) {
     else
         SetLights();
     mDraw.SetCameraPos(camera);
-    mDraw.SetLightSourceInfo(mLightNumber, nullptr, 0.0, 0.0);
+    mDraw.SetLightSourceInfo(mLightNumber, nullptr);
     GLAttribute_cls* attributes[4];
     for (size_t i = 0; i < 4; ++i)
         attributes[i] = mAttribute[i].get();

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <functional>
 #include <limits>
+#include <random>
 #include <utility>
 
 #include <epoxy/gl.h>
@@ -229,6 +230,77 @@ TEST_F(LightPictures, SevenLightsAddUpOnEverySurface) {
         SetLight(i, LightSRC_cls::TYPE_PARALLEL, 0, 0.1, {0, 0, 0}, {0, 10.0 * i, 180 + 50.0 * i});
     }
     ExpectAllSurfaces("seven parallel");
+}
+
+// Where a sphere is small beside the distance to a light, light is worked out once for all of it; the limit
+// lies between these distances.
+TEST_F(LightPictures, LightsFarFromASphereAreTheSame) {
+    for (const double factor : {5.0, 30.0, 45.0, 70.0, 200.0, 3000.0}) {
+        SetSevenLights();
+        for (int i = 0; i < 7; ++i) {
+            LightSRC_cls& light = mCtrl.GetLight(i);
+            std::vector<double> at = GetGroupValue(light.mpCTranslate, 0.0);
+            for (double& x : at)
+                x *= factor;
+            light.mpCTranslate->SetKeyFrame(at.data(), true, ParamGroup_cls::kCurrent);
+            light.mCFadeDistance.mValue *= float(factor);
+            // At the sphere: the edge of one cone goes through it, another holds it, and one lies beside.
+            if (i == 1) light.mCSpotAngle.mValue = 1;
+        }
+        for (const unsigned shader : {0u, 2u}) {
+            SetAll(2, 3, shader);
+            Draw({{{0, 0, 0}, kRadius}});
+            ExpectLit("factor " + std::to_string(factor) + ", shader " + std::to_string(shader));
+        }
+    }
+}
+
+// A light that isn't grey is reckoned pixel by pixel: the smallest trace of a colour must change nothing.
+TEST_F(LightPictures, LightsAmongSmallSpheresAreTheSame) {
+    mSize = 256;
+    mbParallel = false;
+    std::mt19937 random(3);
+    std::uniform_real_distribution<float> side(-1.0f, 1.0f);
+    std::vector<Particle_st> spheres;
+    for (int i = 0; i < 1500; ++i)
+        spheres.push_back(
+            {{side(random), side(random), side(random)}, 0.012f + 0.01f * std::abs(side(random))});
+    spheres.push_back({{0.2f, 0.1f, 0.4f}, 0.3f});
+    SetSevenLights();
+    SetLight(2, LightSRC_cls::TYPE_POINT, 2, 0.6, {0.1, 0.2, 0.9}, {0, 0, 0}).mCFadeDistance.mValue = 0.5f;
+    SetAll(2, 3, 2);
+    for (const bool bFog : {false, true})
+        for (const bool bFew : {false, true}) {
+            Picture_st pictures[2];
+            for (const int tinted : {0, 1}) {
+                mSetLights = [&] {
+                    mCtrl.UpdateCurrentObj(0.0);
+                    mCtrl.SetNonShadowLight(0.0);
+                    mLightNumber = mCtrl.GetLightNumber();
+                    const float trace[4] = {0, 0, tinted ? 1e-5f : 0.0f, 0};
+                    glLightfv(GL_LIGHT5, GL_AMBIENT, trace);
+                    const float grey[4] = {0.4f, 0.4f, 0.5f, 1};
+                    (bFog ? glEnable : glDisable)(GL_FOG);
+                    glFogfv(GL_FOG_COLOR, grey);
+                    glFogi(GL_FOG_MODE, GL_EXP2);
+                    glFogf(GL_FOG_DENSITY, 0.15f);
+                    EXPECT_EQ(ShaderCtrl_cls::IsLitBySphere(2, 7), tinted == 0);
+                };
+                std::vector<Particle_st> some = spheres;
+                if (bFew) some.resize(300);
+                Draw(some);
+                pictures[tinted] = Picture();
+            }
+            int different = 0, lit = 0;
+            for (size_t i = 0; i < pictures[0].mRGB.size(); ++i) {
+                different += std::abs(int(pictures[0].mRGB[i]) - int(pictures[1].mRGB[i])) > 2;
+                lit += pictures[0].mRGB[i] > 60;
+            }
+            EXPECT_GT(lit, 3000);
+            EXPECT_LE(different, 3) << "fog " << bFog << " few " << bFew
+                                    << ": a highlight's end may go to the next pixel";
+            glDisable(GL_FOG);
+        }
 }
 
 // Tones have no formula with a viewer in it but their own; all surfaces share it.

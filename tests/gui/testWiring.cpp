@@ -54,7 +54,7 @@ TEST_F(Wiring, EveryBlockOfAProjectStandsInItsPlace) {
                                    nullptr,
                                    "GUI_GYRATION=",
                                    "FBOBufferSize=",
-                                   nullptr,
+                                   "ShadowQuality=",
                                    "Panel0ShowMessage=",
                                    "---FilterCtrl0Begin\n",
                                    "ImgSequenceInitNum="};

@@ -22,6 +22,7 @@ const ShaderProgram_cls::Attributes kMeshAttributes = {{ShaderCtrl_cls::ATTRIBUT
                                                        {ShaderCtrl_cls::ATTRIBUTE_SPECULAR, "specular"}};
 const ShaderProgram_cls::Attributes kStickAttributes = {{ShaderCtrl_cls::ATTRIBUTE_FIRST, "first"},
                                                         {ShaderCtrl_cls::ATTRIBUTE_ALONG, "along"}};
+const ShaderProgram_cls::Attributes kShadowAttributes = {{ShaderCtrl_cls::ATTRIBUTE_SPHERE, "sphere"}};
 const ShaderProgram_cls::Attributes kExactAttributes = {{ShaderCtrl_cls::ATTRIBUTE_BALL, "sphere"},
                                                         {ShaderCtrl_cls::ATTRIBUTE_AMBIENT, "ambient"},
                                                         {ShaderCtrl_cls::ATTRIBUTE_DIFFUSE, "diffuse"},
@@ -70,28 +71,46 @@ std::string GetSceneDefines(int lightNumber) {
     return defines;
 }
 
-/// So many far lights can be handed from a sphere to its pixels.
-bool HasRoomForLights(int number, bool bEachBlends) {
-    const int other = bEachBlends ? 20 : 16; // floats besides the lights
-    constexpr int kLight = 12;
+/// All of the first `number` lights are grey, and no spot is weaker beside its axis.
+bool AreLightsGrey(int number) {
+    for (int i = 0; i < number; ++i) {
+        const GLenum light = GL_LIGHT0 + static_cast<GLenum>(i);
+        float color[3][4];
+        float exponent = 0.0f;
+        glGetLightfv(light, GL_AMBIENT, color[0]);
+        glGetLightfv(light, GL_DIFFUSE, color[1]);
+        glGetLightfv(light, GL_SPECULAR, color[2]);
+        glGetLightfv(light, GL_SPOT_EXPONENT, &exponent);
+        bool bGrey = exponent == 0.0f && color[1][0] == color[2][0];
+        for (const float* c : color)
+            bGrey = bGrey && c[0] == c[1] && c[0] == c[2];
+        if (!bGrey) return false;
+    }
+    return true;
+}
+
+/// So many lights of so many floats can be handed from a sphere to its pixels, besides `other` floats.
+bool HasRoomForLights(int number, int light, int other) {
     constexpr int kMost = 7; // of the scene
     static const int sRoom = [] {
         GLint room = 0;
         glGetIntegerv(GL_MAX_VARYING_FLOATS, &room);
         return room;
     }();
-    return number <= kMost && other + kLight * number <= sRoom;
+    return number <= kMost && other + light * number <= sRoom;
 }
 
 std::string GetExactDefines(unsigned type, int lightNumber, bool bMaterials, bool bEachBlends,
-                            bool bPerspective) {
+                            bool bPerspective, bool bSmall) {
     std::string defines = GetSceneDefines(lightNumber);
     const bool bCartoon = type == ShaderCtrl_cls::TYPE_CARTOON;
-    const bool bFar =
-        !bCartoon && AreLightsParallel(lightNumber) && HasRoomForLights(lightNumber, bEachBlends);
+    const bool bFar = !bCartoon && AreLightsParallel(lightNumber) &&
+                      HasRoomForLights(lightNumber, 12, bEachBlends ? 20 : 16);
+    const bool bNear = bSmall && !bFar && ShaderCtrl_cls::IsLitBySphere(type, lightNumber);
     if (bCartoon) defines += "#define CARTOON\n";
     if (bFar) defines += "#define FAR_LIGHTS\n";
-    if (!bFar || GetFogMode() != 0) defines += "#define BALL\n";
+    if (bNear) defines += "#define NEAR_LIGHTS\n";
+    if ((!bFar && !bNear) || GetFogMode() != 0) defines += "#define BALL\n";
     if (bMaterials) defines += "#define MATERIALS\n";
     if (bEachBlends) defines += "#define EACH_BLENDS\n";
     if (bPerspective) defines += "#define PERSPECTIVE\n";
@@ -288,17 +307,28 @@ const ShaderCtrl_cls::Source_st& ShaderCtrl_cls::GetExactSource(bool bNear) {
 
 bool ShaderCtrl_cls::HasExact() {
     if (!mbEnabled) return false;
-    const std::string defines = GetExactDefines(TYPE_ORIGINAL, CountLights(), false, false, true);
+    const std::string defines = GetExactDefines(TYPE_ORIGINAL, CountLights(), false, false, true, false);
     return GetForm(mExact[0], GetExactSource(false), defines, kExactAttributes) &&
            GetForm(mExact[1], GetExactSource(true), defines, kExactAttributes);
 }
 
-bool ShaderCtrl_cls::BeginExact(unsigned type, int lightNumber, bool bMaterials, bool bEachBlends, bool bNear,
-                                const Rays_st& rays) {
-    if (!mbEnabled) return false;
+int ShaderCtrl_cls::GetLights(unsigned type, int lightNumber) {
     const bool bFixed = type < TYPE_GOURAUD || type > TYPE_CARTOON;
-    const int lights = bFixed ? CountLights() : lightNumber;
-    const std::string defines = GetExactDefines(type, lights, bMaterials, bEachBlends, rays.bPerspective);
+    return bFixed ? CountLights() : lightNumber;
+}
+
+bool ShaderCtrl_cls::IsLitBySphere(unsigned type, int lightNumber) {
+    const int lights = GetLights(type, lightNumber);
+    return type != TYPE_CARTOON && lights > 0 && !AreLightsParallel(lights) && AreLightsGrey(lights) &&
+           HasRoomForLights(lights, 8, 32);
+}
+
+bool ShaderCtrl_cls::BeginExact(unsigned type, int lightNumber, bool bMaterials, bool bEachBlends, bool bNear,
+                                bool bSmall, const Rays_st& rays) {
+    if (!mbEnabled) return false;
+    const int lights = GetLights(type, lightNumber);
+    const std::string defines =
+        GetExactDefines(type, lights, bMaterials, bEachBlends, rays.bPerspective, bSmall && !bNear);
     const ShaderProgram_cls* pProgram =
         GetForm(mExact[bNear ? 1 : 0], GetExactSource(bNear), defines, kExactAttributes);
     if (!pProgram) return false;
@@ -311,5 +341,20 @@ bool ShaderCtrl_cls::BeginExact(unsigned type, int lightNumber, bool bMaterials,
     glUniform2fv(pProgram->GetUniform("depthMap"), 1, rays.depthMap);
     SetFloat(*pProgram, "scale", rays.modelScale);
     SetLightDirections(*pProgram, lights);
+    return true;
+}
+
+bool ShaderCtrl_cls::BeginShadows(bool bNear, const float* pLight, float start, float reach) {
+    if (!mbEnabled) return false;
+    if (mShadows.empty())
+        mShadowSource = {readShaderSource(FindRuntimeFile("GL/Shadow.vert")),
+                         readShaderSource(FindRuntimeFile("GL/Shadow.frag"))};
+    const std::string defines = bNear ? "#define NEAR_LIGHT\n" : "";
+    const ShaderProgram_cls* pProgram = GetForm(mShadows, mShadowSource, defines, kShadowAttributes);
+    if (!pProgram) return false;
+    glUseProgram(pProgram->mProgram);
+    if (bNear) glUniform3fv(pProgram->GetUniform("light"), 1, pLight);
+    if (bNear) SetFloat(*pProgram, "start", start);
+    if (bNear) SetFloat(*pProgram, "reach", reach);
     return true;
 }

@@ -72,14 +72,26 @@ public:
     /// Ray-cast spheres; with `bMaterials` each has its own, else that of glMaterial. Those that reach the
     /// plane of the eye or that near or far plane cut need `bNear`. `bEachBlends` is for those with
     /// materials. False: not here.
+    /// With `bSmall` all of them are so small beside the distance to near lights that these may be worked out
+    /// once a sphere (IsLitBySphere).
     bool BeginExact(unsigned type, int lightNumber, bool bMaterials, bool bEachBlends, bool bNear,
-                    const Rays_st& rays);
+                    bool bSmall, const Rays_st& rays);
+    /// Does `bSmall` matter with the lights that are set?
+    static bool IsLitBySphere(unsigned type, int lightNumber);
+    /// How many lights that are set a shader of this type sums.
+    static int GetLights(unsigned type, int lightNumber);
     /// Ray-cast spheres at all?
     bool HasExact();
 
     bool mbEnabled = false;
     ConfItemList_cls mCConfItemList;
     ConfItemFLOAT_cls mCCartoonBoldness; ///< of the outline, 0 to 1
+
+    /// Cylinders that are the shadows of spheres, by ATTRIBUTE_SPHERE. A vertex is the corner in radii or,
+    /// with `bNear`, cosine and sine of its place around and 0 or 1 for the end; then `pLight` is the light's
+    /// place among the spheres, and shadows lead from `start` to `reach` radii behind the circle on which it
+    /// touches them. False: not here.
+    bool BeginShadows(bool bNear, const float* pLight, float start, float reach);
 
 private:
     struct Source_st {
@@ -102,8 +114,10 @@ private:
     std::array<Source_st, kProgramNumber> mSources;
     std::array<Forms, kProgramNumber> mSpheres;
     std::array<Forms, 2> mExact; ///< plain and near
+    Forms mShadows;
     bool mbExactRead = false;
     std::array<Source_st, 2> mExactSources;
+    Source_st mShadowSource;
 };
 
 /// The text of a shader's file; empty, with the reason on stderr, when it can't be read.

@@ -22,4 +22,5 @@ private:
 
     DrawOption_cls* mpCDrawOption;
     int mRowShadow;
+    int mRowDarkness;
 };

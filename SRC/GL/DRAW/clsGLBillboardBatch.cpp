@@ -5,6 +5,7 @@
 #include <epoxy/gl.h>
 
 #include "GL/BASE/clsShaderProgram.h"
+#include "GL/DRAW/UnlitBlend.h"
 
 namespace {
 
@@ -73,7 +74,7 @@ GLBillboardBatch_cls::GLBillboardBatch_cls(std::vector<float>& storage, bool bCo
     glTexCoordPointer(2, GL_FLOAT, 0, GetTexCoords().data());
     if (mbEachBlends) {
         glUseProgram(GetBlendingProgram());
-        glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
+        SetUnlitBlend(false, true);
     }
     if (!mbColors) return;
     glEnableClientState(GL_COLOR_ARRAY);

@@ -7,6 +7,7 @@
 
 #include "GL/BASE/clsGLState.h"
 #include "GL/DRAW/PlaceMatrix.h"
+#include "GL/DRAW/UnlitBlend.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsDrawProgress.h"
 #include "GL/DRAW/clsGLAttribute.h"
@@ -50,8 +51,7 @@ void SetBillboardState(GLAttribute_cls& attribute) {
     attribute.BindTexture();
     glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_MODULATE);
     glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA,
-                attribute.mBlendType.mValue == BLEND_ADDITIVE ? GL_ONE : GL_ONE_MINUS_SRC_ALPHA);
+    SetUnlitBlend(attribute.mBlendType.mValue == BLEND_ADDITIVE);
     glEnable(GL_DEPTH_TEST);
     glDepthMask(GL_FALSE);
 }

@@ -51,12 +51,9 @@ void GLDrawData_cls::SetCameraPos(const PositionAndDirection_cls& camera, const 
     UnplacePoint(mPlace, camera.mPos, mCameraPos);
 }
 
-void GLDrawData_cls::SetLightSourceInfo(int lightCount, const float* pLightPos, double lengthA,
-                                        double lengthB) {
+void GLDrawData_cls::SetLightSourceInfo(int lightCount, const float* pLight) {
     mLightNumber = lightCount;
-    if (pLightPos) std::copy(pLightPos, pLightPos + 3, mLightPos);
-    mShadowLengthA = lengthA;
-    mShadowLengthB = lengthB;
+    if (pLight) std::copy(pLight, pLight + 4, mLight);
 }
 
 void GLDrawData_cls::ZSortAtFBO0(int count, int step, const float (*pPos)[3], unsigned sortOrder,

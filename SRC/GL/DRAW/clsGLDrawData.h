@@ -2,6 +2,7 @@
 // OpenGL in batches. One object per sequence; UI thread with a current context.
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include <wx/string.h>
@@ -24,7 +25,9 @@ public:
     /// Camera for sorting and billboards. `pPlace` is what moves the data in its scene, 4 by 4 numbers column
     /// by column; null: nothing does.
     void SetCameraPos(const PositionAndDirection_cls& camera, const double* pPlace = nullptr);
-    void SetLightSourceInfo(int lightCount, const float* pLightPos, double lengthA, double lengthB);
+    /// `lightCount` lights are set; `pLight` throws the shadows of a shadow pass, in eye coordinates: where
+    /// it comes from and 0, or its place and 1. Null: none does.
+    void SetLightSourceInfo(int lightCount, const float* pLight);
 
     /// The ways to draw; `face` 0 builds the list, other faces and passes use it again.
     void GLDrawPointArrayElement(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute);
@@ -55,6 +58,7 @@ public:
     static double msCurrentDoubleIndex;
     static int msThinning; ///< of what downsizing leaves every how many are drawn, while a hand drags; else 1
     static wxString msStrMessage; ///< lines for the view that is drawn; whoever shows them empties it
+    /// The ways to draw only draw the shadows of spheres, into the stencil (ShadowStencil_cls).
     bool mbShadowPass = false;
 
 private:
@@ -65,6 +69,9 @@ private:
     /// Corners of a quad of radius 1 in the plane of the view; false: none can face the eye.
     bool GetFlatCorners(float* pOut) const;
     void DrawFaded(const SnapData_cls* pSnap, int number, float size, const float* pColor, bool bAdditive);
+    /// `quality` is the coarsest; `radius` that of a particle's number, where 0 throws none.
+    void DrawShadows(int number, unsigned quality, const SnapData_cls& snap,
+                     const std::function<float(int)>& radius);
     void DrawStraight(const SnapData_cls* pSnap, int number, float size, bool bColors);
 
     /// Tell when an exact style can't be drawn so.
@@ -78,9 +85,7 @@ private:
     double mPlace[16] = {};
     double mEye[3] = {0, 0, 0};
     int mLightNumber = 0;
-    double mLightPos[3] = {0, 0, 0};
-    double mShadowLengthA = 0.0;
-    double mShadowLengthB = 0.0;
+    float mLight[4] = {0, 0, 1, 0};  ///< eye coordinates
     std::vector<unsigned> mVIndices; ///< indices of the list, as the element call wants them
     unsigned mIndicesOf = 0;         ///< msListSerial of that list
     std::vector<float> mVBatch;      ///< vertices of one batch

@@ -8,6 +8,7 @@
 
 #include "COLORCURVE/clsColorSegments.h"
 #include "GL/BASE/clsGLState.h"
+#include "GL/DRAW/UnlitBlend.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsDrawProgress.h"
 #include "GL/DRAW/clsGLAttribute.h"
@@ -26,8 +27,6 @@ void SetPointState() {
     glEnable(GL_DEPTH_TEST);
     glDepthMask(GL_TRUE);
 }
-
-void SetBlend(bool bAdditive) { glBlendFunc(GL_SRC_ALPHA, bAdditive ? GL_ONE : GL_ONE_MINUS_SRC_ALPHA); }
 
 // Alpha of one point whose colour hangs on a value: the curve's alpha, by the law of "AlphaType=".
 struct PointAlpha {
@@ -75,7 +74,7 @@ void GLDrawData_cls::DrawStraight(const SnapData_cls* pSnap, int number, float s
 void GLDrawData_cls::DrawFaded(const SnapData_cls* pSnap, int number, float size, const float* pColor,
                                bool bAdditive) {
     glPointSize(size);
-    SetBlend(bAdditive);
+    SetUnlitBlend(bAdditive);
     DrawProgress_cls progress(number, size);
     GLPointBatch_cls batch(mVBatch, false, !bAdditive);
     float color[4] = {pColor[0], pColor[1], pColor[2], pColor[3]};
@@ -91,7 +90,7 @@ void GLDrawData_cls::DrawFaded(const SnapData_cls* pSnap, int number, float size
 
 void GLDrawData_cls::GLDrawPointArrayElement(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute) {
     const int number = ZSort(face, pSnap, pAttribute);
-    if (number == 0) return;
+    if (number == 0 || mbShadowPass) return; // only spheres throw shadows
     const bool bFaded = IsFaded() && !msbListIsIdentity;
     if (!msbListIsIdentity && !bFaded && mIndicesOf != msListSerial) {
         mVIndices.resize(static_cast<size_t>(number));
@@ -109,10 +108,11 @@ void GLDrawData_cls::GLDrawPointArrayElement(int face, SnapData_cls* pSnap, GLAt
     const bool bAdditive = pAttribute->mBlendType.mValue == BLEND_ADDITIVE;
     if (color[3] < 1.0f || bAdditive) {
         glEnable(GL_BLEND);
-        SetBlend(bAdditive);
+        SetUnlitBlend(bAdditive);
         if (bAdditive) glDisable(GL_DEPTH_TEST);
     } else {
-        glDisable(GL_BLEND);
+        SetUnlitBlend(false);
+        EnableUnlitBlend(false);
     }
     glColor4fv(color);
     if (bFaded)
@@ -125,13 +125,13 @@ void GLDrawData_cls::GLDrawPointArrayElement(int face, SnapData_cls* pSnap, GLAt
 void GLDrawData_cls::GLDrawPointAll(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute) {
     const int number = ZSort(face, pSnap, pAttribute);
     const float* pValues = pSnap->GetDrivingValues(pAttribute->mColor.mDependType.mValue);
-    if (number == 0 || !pValues) return;
+    if (number == 0 || !pValues || mbShadowPass) return;
     const GLAttribScope_cls attributes;
     const bool bAdditive = pAttribute->mBlendType.mValue == BLEND_ADDITIVE;
     const float size = GetPointSize(*pAttribute);
     SetPointState();
     glPointSize(size);
-    SetBlend(bAdditive);
+    SetUnlitBlend(bAdditive);
     if (bAdditive) glDisable(GL_DEPTH_TEST);
 
     pAttribute->mColor.PreCalcScaleFactor();

@@ -7,6 +7,7 @@
 #include <epoxy/gl.h>
 
 #include "GL/BASE/clsGLState.h"
+#include "GL/DRAW/UnlitBlend.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsDrawProgress.h"
 #include "GL/DRAW/clsGLAttribute.h"
@@ -36,8 +37,8 @@ void SetPointState(const SnapData_cls& snap, bool bAdditive) {
     glDepthMask(GL_FALSE);
     glDisable(GL_LIGHTING);
     glDisable(GL_TEXTURE_2D);
-    SetBlend(bAdditive);
-    if (!bAdditive && IsOpaque(snap)) glDisable(GL_BLEND);
+    SetUnlitBlend(bAdditive);
+    if (!bAdditive && IsOpaque(snap)) EnableUnlitBlend(false);
 }
 
 // Keeps one batch open, and closes it where the next particle needs another one: the order of the list is
@@ -75,7 +76,7 @@ public:
             Close();
             glEnable(GL_TEXTURE_2D);
             if (mbUncull) glDisable(GL_CULL_FACE);
-            SetBlend(mbAdditive = look.bAdditive);
+            SetUnlitBlend(mbAdditive = look.bAdditive);
             mBillboards.emplace(mStorage, true, mbEachBlends);
         }
         mBillboards->Add(pPos, pCorners, radius, pColor, look.bAdditive);
@@ -177,13 +178,24 @@ void TakeMaterial(Kept& kept, const ArrayAndIndex_cls& entry, unsigned type, con
 
 void GLDrawData_cls::GLDrawSequential(int face, SnapData_cls* pSnap, GLAttribute_cls** ppAttribute) {
     const int number = ZSort(face, pSnap, ppAttribute[0]);
-    if (number == 0 || !pSnap->mpColor || mbShadowPass) return; // shadow volumes have a pass of their own
+    if (number == 0 || !pSnap->mpColor) return;
     const GLAttribScope_cls attributes;
     const int step = ppAttribute[0]->mpCDrawOption->GetDownSizing();
     const float stepping = static_cast<float>(GetSteppingAlphaFactor(step));
     const float widening = static_cast<float>(GetSteppingRadiusFactor(step));
     SequentialLooks_st looks = GatherSequentialLooks(*pSnap, ppAttribute, widening);
     if (IsFaded()) looks.bOneMaterial = false;
+    if (mbShadowPass) {
+        unsigned coarsest = GLSphereBatch_cls::kExact;
+        for (const ClassLook_st& look : looks.look)
+            if (look.drawType == DRAW_SPHERE) coarsest = std::min(coarsest, look.quality);
+        DrawShadows(number, coarsest, *pSnap, [&](int index) {
+            const ClassLook_st& look = looks.look[GetSequentialClass(*pSnap, index)];
+            if (look.drawType != DRAW_SPHERE) return 0.0f;
+            return look.bOneRadius ? look.radius : look.radius * pSnap->mpRadius[index];
+        });
+        return;
+    }
     const ViewScale_cls view;
 
     if (msbListIsIdentity && looks.bAllPoints && !looks.bMixedSize && !looks.bMixedBlend) {

@@ -10,6 +10,8 @@
 #include "GL/DRAW/clsDrawProgress.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLSphereBatch.h"
+#include "GL/DRAW/clsShadowStencil.h"
+#include "GL/DRAW/clsShadowVolume.h"
 #include "GL/DRAW/clsSnapData.h"
 
 wxString GLDrawData_cls::msStrMessage;
@@ -38,15 +40,37 @@ void GLDrawData_cls::CheckExact(bool bWanted, const ViewScale_cls& view) {
     if (msStrMessage.Find(text) == wxNOT_FOUND) msStrMessage += text + "\n";
 }
 
+void GLDrawData_cls::DrawShadows(int number, unsigned quality, const SnapData_cls& snap,
+                                 const std::function<float(int)>& radius) {
+    ShadowStencil_cls* pStencil = ShadowStencil_cls::Current();
+    if (!pStencil) return;
+    DrawProgress_cls progress(number);
+    const bool bExact = GLSphereBatch_cls::HasExact(ViewScale_cls());
+    ShadowVolume_cls volumes(mLight, ShadowVolume_cls::GetStart(quality, bExact), *pStencil);
+    for (int i = 0; i < number; ++i) {
+        const int index = mspIndexAndZ[i].mIndex;
+        if (!progress.AddCost(volumes.Add(snap.mpPos[index], radius(index)))) continue;
+        volumes.Flush();
+        if (!progress.Report(i + 1)) break;
+    }
+    volumes.Flush();
+    CheckGLErrors("shadows");
+}
+
 void GLDrawData_cls::GLDrawSphereAll(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute) {
     const int number = ZSort(face, pSnap, pAttribute);
-    if (number == 0 || mbShadowPass) return; // shadow volumes are drawn here in their pass
+    if (number == 0) return;
     if (!GLAttribute_cls::mspCShaderCtrl) return;
     const int step = pAttribute->mpCDrawOption->GetDownSizing();
     const float scale = static_cast<float>(GetSteppingRadiusFactor(step)) * pAttribute->GetRadiusFactor();
     const float alphaFactor =
         pAttribute->mAlphaFactor.mValue * static_cast<float>(GetSteppingAlphaFactor(step));
     const bool bOneRadius = pAttribute->mRadiusType.mValue == RADIUS_CONSTANT;
+    if (mbShadowPass) {
+        DrawShadows(number, pAttribute->mDrawQuality.mValue, *pSnap,
+                    [&](int i) { return bOneRadius ? scale : scale * pSnap->mpRadius[i]; });
+        return;
+    }
 
     const GLAttribScope_cls attributes;
     SetSphereState(*pAttribute);

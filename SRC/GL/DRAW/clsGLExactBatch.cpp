@@ -16,6 +16,7 @@ constexpr size_t kMaterial = 12;
 constexpr size_t kCorner = 2;
 constexpr uint32_t kTile = 16; // pixels
 // Keys beyond those of the screen's parts.
+constexpr uint32_t kLarge = 0xfffffffcu; // a point beside near lights
 constexpr uint32_t kSquare = 0xfffffffdu;
 constexpr uint32_t kNear = 0xfffffffeu;
 constexpr uint32_t kHidden = 0xffffffffu;
@@ -41,13 +42,15 @@ GLExactBatch_cls::GLExactBatch_cls(std::vector<float>& storage, unsigned shaderT
     : mStride(bMaterials ? kBall + kMaterial : kBall), mCapacity(kRoom / mStride), mShaderType(shaderType),
       mLightNumber(lightNumber), mbMaterials(bMaterials), mbEachBlends(bEachBlends), mView(view) {
     if (!GLAttribute_cls::mspCShaderCtrl || !GLAttribute_cls::mspCShaderCtrl->HasExact()) return;
-    if (!UseProgram(false)) return; // this OpenGL refuses the form for these spheres alone
+    if (!UseProgram(Kind::Points)) return; // this OpenGL refuses the form for these spheres alone
     const size_t room = 2 * kRoom + kSquareRun * 4 * (kBall + kMaterial + kCorner);
     if (storage.size() < room) storage.resize(room); // and never smaller: new room is filled
     mpData = storage.data();
     mpTaken = mpData + kRoom;
     mpSquares = mpTaken + kRoom;
     mMaxPoint = GetLargestPoint();
+    if (ShaderCtrl_cls::IsLitBySphere(mShaderType, mLightNumber))
+        mLights.emplace(ShaderCtrl_cls::GetLights(mShaderType, mLightNumber));
     mbMade = true;
     mbCulled = glIsEnabled(GL_CULL_FACE);
     glDisable(GL_CULL_FACE); // squares face the eye, also those of a mirrored box
@@ -74,10 +77,11 @@ void GLExactBatch_cls::CopyMaterial(const SphereMaterial_st& material, float* pO
     std::copy_n(material.mSpecular, 4, pOut + 8);
 }
 
-bool GLExactBatch_cls::UseProgram(bool bNear) {
-    mbNear = bNear;
+bool GLExactBatch_cls::UseProgram(Kind kind) {
+    mProgram = kind;
     return GLAttribute_cls::mspCShaderCtrl->BeginExact(mShaderType, mLightNumber, mbMaterials, mbEachBlends,
-                                                       bNear, mView.GetRays());
+                                                       kind == Kind::NearSquares, kind == Kind::SmallPoints,
+                                                       mView.GetRays());
 }
 
 // A point is cut off when its middle is off the screen, and has a limit to its size.
@@ -85,9 +89,11 @@ void GLExactBatch_cls::Locate() {
     mVKeys.resize(mCount);
     const uint32_t across = static_cast<uint32_t>(mView.GetRays().viewport[2]) / kTile + 1;
     ViewScale_cls::Silhouettes_st seen;
+    unsigned char small[ViewScale_cls::Silhouettes_st::kRoom];
     for (size_t first = 0; first < mCount; first += seen.kRoom) {
         const int count = static_cast<int>(std::min(mCount - first, static_cast<size_t>(seen.kRoom)));
         mView.GetSilhouettes(mpData + first * mStride, static_cast<int>(mStride), count, seen);
+        if (mLights) mLights->FindSmall(seen, count, small);
         for (int i = 0; i < count; ++i) {
             uint32_t& key = mVKeys[first + static_cast<size_t>(i)];
             const ViewScale_cls::Where where = mView.Locate(seen, i);
@@ -97,6 +103,8 @@ void GLExactBatch_cls::Locate() {
                 key = kNear;
             else if (where == ViewScale_cls::Where::Rim || 2.0f * seen.reach[i] > mMaxPoint)
                 key = kSquare;
+            else if (mLights && !small[i])
+                key = kLarge;
             else
                 key = static_cast<uint32_t>(seen.y[i]) / kTile * across +
                       static_cast<uint32_t>(seen.x[i]) / kTile;
@@ -118,7 +126,10 @@ void GLExactBatch_cls::TakeInOrder() {
     for (size_t i = 0; i < mCount; ++i) {
         const uint32_t key = mVKeys[i];
         if (key == kHidden) continue;
-        const Kind kind = key == kNear ? Kind::NearSquares : key == kSquare ? Kind::Squares : Kind::Points;
+        const Kind kind = key == kNear     ? Kind::NearSquares
+                          : key == kSquare ? Kind::Squares
+                          : key == kLarge  ? Kind::Points
+                                           : GetPoints();
         Take(i, taken++);
         if (mVRuns.empty() || mVRuns.back().kind != kind) mVRuns.push_back({kind, taken});
         mVRuns.back().end = taken;
@@ -132,9 +143,9 @@ void GLExactBatch_cls::TakeByPlace() {
     const size_t parts =
         (static_cast<size_t>(pViewport[2]) / kTile + 1) * (static_cast<size_t>(pViewport[3]) / kTile + 1);
     const auto slot = [parts](uint32_t key) {
-        return key < kSquare ? static_cast<size_t>(key) : parts + (key - kSquare);
+        return key < kLarge ? static_cast<size_t>(key) : parts + (key - kLarge);
     };
-    std::vector<uint32_t> places(parts + 3);
+    std::vector<uint32_t> places(parts + 4);
     for (const uint32_t key : mVKeys)
         ++places[slot(key)];
     uint32_t place = 0;
@@ -143,10 +154,13 @@ void GLExactBatch_cls::TakeByPlace() {
         one = place;
         place += number;
     }
-    const size_t ends[3] = {places[parts], places[parts + 1], places[parts + 2]};
+    const size_t ends[4] = {places[parts], places[parts + 1], places[parts + 2], places[parts + 3]};
     for (size_t i = 0; i < mCount; ++i)
         if (mVKeys[i] != kHidden) Take(i, places[slot(mVKeys[i])]++);
-    mVRuns = {{Kind::Points, ends[0]}, {Kind::Squares, ends[1]}, {Kind::NearSquares, ends[2]}};
+    mVRuns = {{GetPoints(), ends[0]},
+              {Kind::Points, ends[1]},
+              {Kind::Squares, ends[2]},
+              {Kind::NearSquares, ends[3]}};
 }
 
 void GLExactBatch_cls::Flush(bool bOrdered) {
@@ -160,9 +174,10 @@ void GLExactBatch_cls::Flush(bool bOrdered) {
     size_t first = 0;
     for (const Run_st& run : mVRuns) {
         if (run.end == first) continue;
-        const bool bNear = run.kind == Kind::NearSquares;
-        if (bNear != mbNear) UseProgram(bNear);
-        if (run.kind == Kind::Points)
+        // Points and squares share one.
+        const Kind program = run.kind == Kind::Squares ? Kind::Points : run.kind;
+        if (program != mProgram) UseProgram(program);
+        if (run.kind == Kind::Points || run.kind == Kind::SmallPoints)
             DrawPoints(first, run.end);
         else
             DrawSquares(first, run.end);

@@ -4,8 +4,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
+#include "GL/DRAW/clsNearLights.h"
 #include "GL/DRAW/clsSphereLook.h"
 #include "GL/DRAW/clsViewScale.h"
 
@@ -36,7 +38,8 @@ public:
     void Flush(bool bOrdered);
 
 private:
-    enum class Kind { Points, Squares, NearSquares };
+    // Points that are small beside their distance to the lights; others; squares; those around the eye.
+    enum class Kind { SmallPoints, Points, Squares, NearSquares };
     struct Run_st {
         Kind kind;
         size_t end;
@@ -47,7 +50,8 @@ private:
     void TakeInOrder();
     void TakeByPlace();
     void Take(size_t from, size_t to);
-    bool UseProgram(bool bNear);
+    Kind GetPoints() const { return mLights ? Kind::SmallPoints : Kind::Points; }
+    bool UseProgram(Kind kind);
     void BindArrays(const float* pFirst, size_t stride, bool bCorners);
     void DrawPoints(size_t first, size_t end);
     void DrawSquares(size_t first, size_t end);
@@ -63,9 +67,10 @@ private:
     bool mbMaterials;
     bool mbEachBlends;
     bool mbMade = false;
-    bool mbCulled = false;  ///< before
-    bool mbNear = false;    ///< the program in use
-    float mMaxPoint = 1.0f; ///< pixels
+    bool mbCulled = false;                 ///< before
+    Kind mProgram = Kind::Points;          ///< whose program is in use
+    std::optional<NearLights_cls> mLights; ///< where it matters how small spheres are
+    float mMaxPoint = 1.0f;                ///< pixels
     const ViewScale_cls& mView;
     std::vector<uint32_t> mVKeys; ///< part of the screen of each sphere, or why it is no point
     std::vector<Run_st> mVRuns;   ///< of what is taken

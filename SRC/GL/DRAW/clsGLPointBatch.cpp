@@ -4,6 +4,8 @@
 
 #include <cstdio>
 
+#include "GL/DRAW/UnlitBlend.h"
+
 namespace {
 
 // The fixed pipeline but for the point's size, which rides in the texture coordinate.
@@ -73,7 +75,7 @@ GLPointBatch_cls::~GLPointBatch_cls() {
 void GLPointBatch_cls::Flush() {
     if (mCount == 0) return;
     const bool bBlend = !mbOverwrites || mMinAlpha < 1.0f;
-    (bBlend ? glEnable : glDisable)(GL_BLEND);
+    EnableUnlitBlend(bBlend);
     glDrawArrays(GL_POINTS, 0, mCount);
     mCount = 0;
     mMinAlpha = 1.0f;

@@ -154,10 +154,10 @@ void GLSequence_cls::SetCameraInfo(const PositionAndDirection_cls& camera, const
     mpCGLDrawData->SetCameraPos(camera, pPlace);
 }
 
-void GLSequence_cls::GLDrawData(int face, int frame, double dt, int lightCount, float* pLightPos,
-                                double lengthA, double lengthB, bool bShadowPass, int /*panelIndex*/) {
+void GLSequence_cls::GLDrawData(int face, int frame, double dt, int lightCount, const float* pLight,
+                                bool bShadowPass) {
     mpCGLDrawData->mbShadowPass = bShadowPass;
-    mpCGLDrawData->SetLightSourceInfo(lightCount, pLightPos, lengthA, lengthB);
+    mpCGLDrawData->SetLightSourceInfo(lightCount, pLight);
     DrawSnapshot(face, *mSequence.GetSnap(frame), mpCGLDrawData, mpCGLAttribute, dt);
 }
 

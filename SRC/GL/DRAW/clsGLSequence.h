@@ -30,8 +30,8 @@ public:
     /// Camera for sorting and billboards, and what moves the data (GLDrawData_cls::SetCameraPos).
     void SetCameraInfo(const PositionAndDirection_cls& camera, const double* pPlace = nullptr);
     /// Draw snapshot `frame` (the last one when it lies past the end), `dt` behind its time. `face` 0 sorts.
-    void GLDrawData(int face, int frame, double dt, int lightCount, float* pLightPos, double lengthA,
-                    double lengthB, bool bShadowPass, int panelIndex);
+    /// Lights: GLDrawData_cls::SetLightSourceInfo. With `bShadowPass` only their shadows.
+    void GLDrawData(int face, int frame, double dt, int lightCount, const float* pLight, bool bShadowPass);
     /// The draw alone: `dt` behind the time of `snap`, which may be of no sequence. Rebuilds the draw-time
     /// snapshot when it no longer fits.
     static void DrawSnapshot(int face, PDataSnap_cls& snap, GLDrawData_cls* pDraw,

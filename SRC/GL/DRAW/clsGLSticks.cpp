@@ -13,6 +13,7 @@
 #include "GL/BASE/clsGLState.h"
 #include "GL/BASE/clsShaderCtrl.h"
 #include "GL/BASE/clsSphere.h"
+#include "GL/DRAW/UnlitBlend.h"
 #include "GL/DRAW/clsDrawProgress.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsSphereLook.h"
@@ -143,6 +144,7 @@ void GLSticks_cls::Begin(const StickStyle_st& style) {
     if (style.mType == STICK_LINE) {
         mForm = Form::Lines;
         glDisable(GL_LIGHTING);
+        SetUnlitBlend(false);
         glLineWidth(static_cast<float>(std::max(style.mWidth, 1)));
         glEnableClientState(GL_COLOR_ARRAY);
     } else {

@@ -6,6 +6,7 @@
 
 #include <epoxy/gl.h>
 
+#include "GL/DRAW/UnlitBlend.h"
 #include "GL/DRAW/clsGLPointBatch.h"
 #include "GL/DRAW/clsSequentialLooks.h"
 
@@ -20,9 +21,9 @@ public:
           mbAdditive(looks.bAdditive), mBatch(storage, mbSized, mbPremultiply || !mbAdditive) {
         glPointSize(mSize);
         if (mbPremultiply)
-            glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
+            SetUnlitBlend(false, true);
         else
-            SetBlend(mbAdditive);
+            SetUnlitBlend(mbAdditive);
     }
 
     SequentialPoints_cls(const SequentialPoints_cls&) = delete;
@@ -43,7 +44,7 @@ public:
         }
         if (look.bAdditive != mbAdditive) {
             mBatch.Flush();
-            SetBlend(mbAdditive = look.bAdditive);
+            SetUnlitBlend(mbAdditive = look.bAdditive);
             mBatch.SetOverwrites(!mbAdditive);
         }
         mBatch.Add(pPos, pColor, look.size);
@@ -51,10 +52,6 @@ public:
     void Flush() { mBatch.Flush(); }
 
 private:
-    static void SetBlend(bool bAdditive) {
-        glBlendFunc(GL_SRC_ALPHA, bAdditive ? GL_ONE : GL_ONE_MINUS_SRC_ALPHA);
-    }
-
     bool mbSized;
     bool mbPremultiply;
     float mSize;

@@ -59,10 +59,14 @@ double ViewScene_cls::GetGridUnit(double distance) {
     return unit;
 }
 
+ViewScene_cls::ViewScene_cls(const ViewContext_st& context) : mContext(context) {}
+ViewScene_cls::~ViewScene_cls() = default;
+
 void ViewScene_cls::DrawOnFBO() {
     FishEye_cls& faces = *mContext.mShared.mspCFishEyeCtrl;
     const double gridUnit = GetGridUnit(mContext.mMoment.distanceToAnchor);
     const int mode = mContext.mSettings.GetMultiPanelMode();
+    mShadows = CountShadows();
     PrepareObjects();
     for (int face = 0; face < FishEye_cls::GetFaceNumber(mode); ++face) {
         mContext.mMoment.face = face;
@@ -71,8 +75,8 @@ void ViewScene_cls::DrawOnFBO() {
         faces.MakeFishEyeProcessFH(face, &mCFaceCam, &mContext.mCGLPerspective, mode);
         DrawFace(gridUnit);
         faces.MakeFishEyeProcessLH(face);
-        // Each further light with shadows adds a picture of its own here.
     }
+    mpCLight.reset();
 }
 
 void ViewScene_cls::ModifyByDomeTilt(PositionAndDirection_cls* pCamera) const {
@@ -91,6 +95,8 @@ void ViewScene_cls::DrawFace(double gridUnit) {
     SetLineWidth();
     DrawDataMain();
     CheckGLErrors("data");
+    AddShadowedLights();
+    CheckGLErrors("lights with shadows");
     DrawOtherObjects(gridUnit);
     CheckGLErrors("other objects");
     DrawTags();

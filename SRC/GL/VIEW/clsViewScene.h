@@ -1,10 +1,14 @@
 // The scene of a view, drawn once for each face: particles, lights, and the items around them.
 #pragma once
 
+#include <memory>
+
 #include "GL/BASE/TagObject.h"
 #include "GL/BASE/clsPositionAndDirection.h"
 #include "GL/VIEW/clsViewContext.h"
 
+class DrawOption_cls;
+class FBO_cls;
 class FilterCopy_cls;
 class FilterDataBoxData_cls;
 class MarkPainter_cls;
@@ -12,7 +16,10 @@ struct StickParticles_st;
 
 class ViewScene_cls {
 public:
-    explicit ViewScene_cls(const ViewContext_st& context) : mContext(context) {}
+    explicit ViewScene_cls(const ViewContext_st& context);
+    ~ViewScene_cls();
+    ViewScene_cls(const ViewScene_cls&) = delete;
+    ViewScene_cls& operator=(const ViewScene_cls&) = delete;
 
     /// All faces of the view's geometry into their buffers. Needs a current context, a placed camera and
     /// buffers that are begun (`FishEye_cls::MakeFishEyeBegin`).
@@ -39,9 +46,9 @@ private:
     void SetLights();
     void SetFog();
     void DrawDataMain();
-    void DrawDataLitDiffuse(int lightIndex);
-    void DrawDataLit(bool bShadowPass);
-    void DrawDataCopyLoop(bool bShadowPass);
+    void DrawDataLit();
+    void DrawData();
+    void DrawDataCopyLoop();
     void PrepareObjects();
     void PrepareSticks(const StickParticles_st& particles);
     void DrawSticks(const FilterCopy_cls* pCopies, long long number);
@@ -49,8 +56,27 @@ private:
     FilterDataBoxData_cls* GetDataBox() const;
     const FilterCopy_cls* GetCopies(long long* pNumber) const;
 
+    // clsViewSceneShadow.cpp
+    const DrawOption_cls& GetOption() const;
+    int CountShadows() const;
+    void DrawShadowed();
+    void AddShadowedLights();
+    void DrawDataLitDiffuse(int lightIndex);
+    bool DrawVolumes(int lightIndex);
+
+    /// What the passes of a face draw.
+    struct Pass_st {
+        int lights = 0;                ///< that are set
+        bool bAgain = false;           ///< the list of particles and sticks stand from a pass before
+        bool bVolumes = false;         ///< only what spheres keep from `light`
+        float light[4] = {0, 0, 1, 0}; ///< eye coordinates
+    };
+
     ViewContext_st mContext;
-    unsigned long long mPrepared = 0;   ///< the particles whose sticks were made last
+    unsigned long long mPrepared = 0; ///< the particles whose sticks were made last
+    Pass_st mPass;
+    int mShadows = 0;                   ///< lights with shadows, as far as the options let them
+    std::unique_ptr<FBO_cls> mpCLight;  ///< one light alone
     Tags mVCTags;                       ///< labels of the face being drawn
     PositionAndDirection_cls mCFaceCam; ///< the camera as the face being drawn sees the scene
 };

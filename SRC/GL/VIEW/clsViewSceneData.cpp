@@ -26,13 +26,18 @@
 #include "PDATA/clsPDataSequence.h"
 #include "SCENE/clsLightSRCCtrl.h"
 
-// The camera stands in the model-view matrix. Lights that throw shadows are left to passes of their own
+// The camera stands in the model-view matrix. Lights that throw shadows are left to pictures of their own
 // when there are several.
 void ViewScene_cls::SetLights() {
     LightSRCCtrl_cls& lights = *mContext.mHost.GetPCLightSRCCtrl();
     lights.SetCamera(mContext.mCamera.mCCamPos);
     lights.UpdateCurrentObj(mContext.mMoment.doubleIndex);
-    lights.SetNonShadowLight(mContext.mMoment.doubleIndex);
+    if (mShadows > 1)
+        lights.SetBasicLight(mContext.mMoment.doubleIndex, true);
+    else
+        lights.SetNonShadowLight(mContext.mMoment.doubleIndex);
+    mPass = {};
+    mPass.lights = lights.GetLightNumber();
     glClear(GL_DEPTH_BUFFER_BIT);
 }
 
@@ -80,13 +85,14 @@ const FilterCopy_cls* ViewScene_cls::GetCopies(long long* pNumber) const {
     if (!copies) return nullptr;
     *pNumber = copies->GetNumber();
     if (mContext.mHost.MayDrawCopies(*pNumber)) return copies;
-    mContext.mMessage.Add(wxString::Format(_("%lld copies are not drawn"), *pNumber) + "\n");
+    if (!mPass.bAgain)
+        mContext.mMessage.Add(wxString::Format(_("%lld copies are not drawn"), *pNumber) + "\n");
     *pNumber = 1;
     return nullptr;
 }
 
-// Data, with objects and sticks, as the given lights show them.
-void ViewScene_cls::DrawDataLit(bool bShadowPass) {
+// Particles, objects and sticks, as the lights that are set show them; or the shadows of particles.
+void ViewScene_cls::DrawData() {
     FilterDataBoxData_cls* box = GetDataBox();
     double place[16];
     if (box) {
@@ -96,49 +102,41 @@ void ViewScene_cls::DrawDataLit(bool bShadowPass) {
     GLSequence_cls& data = GLSequence_cls::Of(*mContext.mHost.GetPCActiveFileSequence());
     data.SetCameraInfo(mCFaceCam, box ? place : nullptr);
     const BoxScope_cls inBox(box, box && GetPlaceDeterminant(place) < 0.0);
-    DrawRealObjectCopyLoop();
+    if (!mPass.bVolumes) DrawRealObjectCopyLoop();
     if (DrawProgress_cls::WasCut()) return;
-    if (mContext.mSettings.mShowData.mValue && mContext.mMoment.bData) DrawDataCopyLoop(bShadowPass);
+    if (mContext.mSettings.mShowData.mValue && mContext.mMoment.bData) DrawDataCopyLoop();
     if (!DrawProgress_cls::WasCut()) GDrawingPercentage.store(100);
+}
+
+void ViewScene_cls::DrawDataLit() {
+    glEnable(GL_LIGHTING);
+    glEnable(GL_DEPTH_TEST);
+    DrawData();
 }
 
 void ViewScene_cls::DrawDataMain() {
     SetFog();
-    glEnable(GL_LIGHTING);
-    glEnable(GL_DEPTH_TEST);
-    DrawDataLit(false);
-    // Shadow volumes follow: once into the stencil, once over what they hide.
+    DrawDataLit();
+    if (mShadows == 1) DrawShadowed();
     mContext.mMessage.Add(GLDrawData_cls::msStrMessage);
     GLDrawData_cls::msStrMessage.clear();
 }
 
-// One light alone, to be added to the picture of the others; what its shadows hide is blacked out here.
-void ViewScene_cls::DrawDataLitDiffuse(int lightIndex) {
-    mContext.mHost.GetPCLightSRCCtrl()->GLSetSingleDiffuse(lightIndex, mContext.mMoment.doubleIndex);
-    glEnable(GL_LIGHTING);
-    glEnable(GL_DEPTH_TEST);
-    DrawDataLit(false);
-}
-
-// The list of what is drawn is made for the first copy of the first face and serves all others: they are
-// drawn as another face is.
-void ViewScene_cls::DrawDataCopyLoop(bool bShadowPass) {
-    const LightSRCCtrl_cls& lights = *mContext.mHost.GetPCLightSRCCtrl();
-    float light[4];
-    float angles[2];
-    lights.GetLightInfo(mContext.mMoment.doubleIndex, light, angles, lights.GetFirstShadowedLight(), true,
-                        GetDataBox());
+// The list of what is drawn is made for the first copy of the first face and serves all others: they, and
+// further passes, are drawn as another face is.
+void ViewScene_cls::DrawDataCopyLoop() {
     PDataSequence_cls& sequence = *mContext.mHost.GetPCActiveFileSequence();
     long long number = 1;
     const FilterCopy_cls* copies = GetCopies(&number);
     const int frame = mContext.mMoment.dataFrame;
     const float cost = static_cast<float>(sequence.GetParticleNumber(frame)) * DrawProgress_cls::kCostVertex;
     DrawCopies(copies, number, cost, [&](long long copy) {
-        const int face = copy == 0 ? mContext.mMoment.face : mContext.mMoment.face + 1;
-        GLSequence_cls::Of(sequence).GLDrawData(face, frame, mContext.mMoment.dt, lights.GetLightNumber(),
-                                                light, 0.0, 0.0, bShadowPass, mContext.mSettings.mPanelIndex);
+        const bool bFirst = copy == 0 && !mPass.bAgain;
+        const int face = bFirst ? mContext.mMoment.face : mContext.mMoment.face + 1;
+        GLSequence_cls::Of(sequence).GLDrawData(face, frame, mContext.mMoment.dt, mPass.lights, mPass.light,
+                                                mPass.bVolumes);
     });
-    if (!DrawProgress_cls::WasCut()) DrawSticks(copies, number);
+    if (!mPass.bVolumes && !DrawProgress_cls::WasCut()) DrawSticks(copies, number);
 }
 
 namespace {
@@ -161,7 +159,7 @@ StickParticles_st ParticlesOf(const SnapData_cls& snap) {
 // Once a picture, not a copy or a face; but of what is drawn, which memory may have made anew between faces.
 void ViewScene_cls::PrepareSticks(const StickParticles_st& particles) {
     constexpr long kMillis = 50;
-    if (mContext.mMoment.face > 0 && particles.mVersion == mPrepared) return;
+    if ((mContext.mMoment.face > 0 || mPass.bAgain) && particles.mVersion == mPrepared) return;
     mPrepared = particles.mVersion;
     FilterLists_cls& filters = *mContext.mHost.GetPCFilters();
     BondFollower_cls* bonds = filters.mpCBonds.get();
@@ -215,9 +213,8 @@ void ViewScene_cls::DrawRealObjectCopyLoop() {
     const GLAttribScope_cls attributes;
     glDepthMask(GL_TRUE);
     glEnable(GL_DEPTH_TEST);
-    const int lights = mContext.mHost.GetPCLightSRCCtrl()->GetLightNumber();
     const auto draw = [&](bool bPerCopy) {
-        filters->GetObject().GLDrawRealObject(mContext.mMoment.doubleIndex, lights, bPerCopy);
+        filters->GetObject().GLDrawRealObject(mContext.mMoment.doubleIndex, mPass.lights, bPerCopy);
     };
     long long number = 1;
     const FilterCopy_cls* copies = GetCopies(&number);

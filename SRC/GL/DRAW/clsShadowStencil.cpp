@@ -1,0 +1,116 @@
+#include "GL/DRAW/clsShadowStencil.h"
+
+#include <epoxy/gl.h>
+
+#include "GL/BASE/clsGLState.h"
+
+ShadowStencil_cls* ShadowStencil_cls::mspCurrent = nullptr;
+
+namespace {
+
+constexpr GLuint kCounter = 0x7f;
+constexpr GLuint kFound = 0x80;
+constexpr GLuint kAll = 0xff;
+constexpr float kShownColor[3] = {0.35f, 0.45f, 0.8f};
+
+// Without it volumes end at the far plane and behind the eye's.
+bool HasDepthClamp() { return epoxy_gl_version() >= 32 || epoxy_has_gl_extension("GL_ARB_depth_clamp"); }
+
+/// All of the screen, at the far end of what can be seen.
+void DrawScreen() {
+    const GLMatrixScope_cls projection(GL_PROJECTION);
+    glLoadIdentity();
+    const GLMatrixScope_cls model;
+    glLoadIdentity();
+    glBegin(GL_QUADS);
+    glVertex3f(-1.0f, -1.0f, 1.0f);
+    glVertex3f(1.0f, -1.0f, 1.0f);
+    glVertex3f(1.0f, 1.0f, 1.0f);
+    glVertex3f(-1.0f, 1.0f, 1.0f);
+    glEnd();
+}
+
+// Where the volumes can't be told from the far plane's cut, only what lies in front of things counts.
+void SetCounting(bool bBehind) {
+    glStencilMask(kCounter);
+    glStencilFunc(GL_ALWAYS, 0, kAll);
+    if (bBehind) {
+        glStencilOpSeparate(GL_FRONT, GL_KEEP, GL_DECR_WRAP, GL_KEEP);
+        glStencilOpSeparate(GL_BACK, GL_KEEP, GL_INCR_WRAP, GL_KEEP);
+    } else {
+        glStencilOpSeparate(GL_FRONT, GL_KEEP, GL_KEEP, GL_INCR_WRAP);
+        glStencilOpSeparate(GL_BACK, GL_KEEP, GL_KEEP, GL_DECR_WRAP);
+    }
+}
+
+} // namespace
+
+ShadowStencil_cls::ShadowStencil_cls(bool bShow) : mbShown(bShow), mbClamped(HasDepthClamp()) {
+    mspCurrent = this;
+    glPushAttrib(GL_ALL_ATTRIB_BITS);
+    glStencilMask(kAll);
+    glClearStencil(0);
+    glClear(GL_STENCIL_BUFFER_BIT);
+    glEnable(GL_STENCIL_TEST);
+    SetCounting(mbClamped);
+    glDisable(GL_LIGHTING);
+    glDisable(GL_TEXTURE_2D);
+    glDisable(GL_BLEND);
+    glDisable(GL_CULL_FACE);
+    glDisable(GL_FOG);
+    glEnable(GL_DEPTH_TEST);
+    glDepthMask(GL_FALSE);
+    if (mbShown)
+        glColor3fv(kShownColor);
+    else
+        glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
+    if (mbClamped) glEnable(GL_DEPTH_CLAMP);
+}
+
+ShadowStencil_cls::~ShadowStencil_cls() {
+    if (mbClamped) glDisable(GL_DEPTH_CLAMP);
+    glPopAttrib();
+    mspCurrent = nullptr;
+}
+
+void ShadowStencil_cls::Fold() {
+    GLint program = 0;
+    glGetIntegerv(GL_CURRENT_PROGRAM, &program);
+    glUseProgram(0);
+    {
+        const GLAttribScope_cls attributes(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT |
+                                           GL_ENABLE_BIT);
+        glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
+        glDisable(GL_DEPTH_TEST);
+        glStencilMask(kAll);
+        glStencilFunc(GL_NOTEQUAL, kFound, kCounter); // compares the counter with zero
+        glStencilOp(GL_KEEP, GL_KEEP, GL_REPLACE);
+        DrawScreen();
+    }
+    glUseProgram(static_cast<GLuint>(program));
+    mCover.Clear();
+}
+
+void ShadowStencil_cls::SelectShadowed() {
+    glEnable(GL_STENCIL_TEST);
+    glStencilMask(0);
+    glStencilFunc(GL_NOTEQUAL, 0, kAll);
+    glStencilOp(GL_KEEP, GL_KEEP, GL_KEEP);
+}
+
+void ShadowStencil_cls::Fill(const float* pColor, bool bFar) {
+    const GLAttribScope_cls attributes(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_ENABLE_BIT |
+                                       GL_CURRENT_BIT);
+    glDisable(GL_LIGHTING);
+    glDisable(GL_TEXTURE_2D);
+    glDisable(GL_FOG);
+    glDisable(GL_CULL_FACE);
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_ALWAYS);
+    glDepthMask(bFar ? GL_TRUE : GL_FALSE);
+    // Covers as far as its alpha says.
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glColor4fv(pColor);
+    DrawScreen();
+}

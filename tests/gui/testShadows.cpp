@@ -1,0 +1,512 @@
+// Shadows in the views, against where they lie by plain geometry: what a ray from a point of a sphere to a
+// light meets.
+#include <cmath>
+#include <fstream>
+#include <functional>
+#include <limits>
+#include <utility>
+
+#include "APP/clsFrameMain.h"
+#include "APP/clsMain.h"
+#include "FILTER/clsFilterCopy.h"
+#include "FILTER/clsFilterDataBox.h"
+#include "FILTER/clsFilterObject.h"
+#include "FilterPictures.h"
+#include "GL/BASE/clsShaderCtrl.h"
+#include "GL/DRAW/clsDrawOption.h"
+#include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsGLSequence.h"
+#include "GL/DRAW/clsShadowVolume.h"
+#include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsSharedView.h"
+#include "PARAM/clsParamGroup.h"
+#include "PDATA/clsPDataSeqCtrl.h"
+#include "PDATA/clsPeriodicBoundary.h"
+#include "PictureTest.h"
+#include "SCENE/clsLightSRC.h"
+#include "SCENE/clsLightSRCCtrl.h"
+
+namespace {
+
+using Vector = std::array<double, 3>;
+
+Vector Minus(const Vector& a, const Vector& b) { return {a[0] - b[0], a[1] - b[1], a[2] - b[2]}; }
+Vector Plus(const Vector& a, const Vector& b, double f) {
+    return {a[0] + f * b[0], a[1] + f * b[1], a[2] + f * b[2]};
+}
+double Dot(const Vector& a, const Vector& b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
+double Length(const Vector& v) { return std::sqrt(Dot(v, v)); }
+Vector Unit(const Vector& v) { return Plus({0, 0, 0}, v, 1.0 / Length(v)); }
+
+constexpr double kAmbient = 0.1 * 1.2; // of the material under ambient light 1 and OpenGL's own 0.2
+constexpr double kDiffuse = 0.8;
+
+/// What stands between a point and a light, as a distance in radii from the nearest shadow's axis: below 1
+/// the point is dark. Spheres throw from the circle on which the light touches them, as far as shadows reach.
+double GetCover(const Vector& p, const Vector& thrower, double radius, const Vector& light, bool bNear,
+                double length) {
+    const Vector away = Unit(bNear ? Minus(thrower, light) : Plus({0, 0, 0}, light, -1.0));
+    const Vector way = Minus(p, thrower);
+    const double along = Dot(way, away);
+    const double sine = bNear ? radius / Length(Minus(thrower, light)) : 0.0;
+    const double cosine = std::sqrt(1.0 - sine * sine);
+    if (along < -sine * radius || along > (length - sine) * radius) return 100.0;
+    const double wide = radius * (cosine + (along / radius + sine) * sine / cosine);
+    return Length(Plus(way, away, -along)) / wide;
+}
+
+class Shadows : public PictureTest {
+protected:
+    void SetUp() override {
+        PictureTest::SetUp();
+        mLooks = Drawing().Serialize();
+        mLights = Lights().Serialize();
+        mBuffer = std::exchange(Shared().msCFBOSizeIndex.mValue, 2u);
+        ASSERT_TRUE(SizeView(480, 400));
+        Lights().SetToDefault();
+        Lights().mCLightNumber.mValue = 1;
+        Option().mClassify.mValue = 1;
+    }
+    void TearDown() override {
+        Option().mShadow.mValue = 0;
+        ShadowVolume_cls::SetToDefault();
+        Hub()->mpCFilters->ClearFilters();
+        Hub()->mpCPeriodicBoundary->SetToDefault();
+        Shared().msCFBOSizeIndex.mValue = mBuffer;
+        ReadAll(mLooks, [](auto& stream, const wxString& line) { Drawing().ReadStrLine(stream, line); });
+        ReadAll(mLights, [](auto& stream, const wxString& line) { Lights().ReadStrLine(stream, line); });
+        PictureTest::TearDown();
+    }
+    static void ReadAll(const wxString& text,
+                        const std::function<void(std::wistream&, const wxString&)>& read) {
+        std::wistringstream lines(text.ToStdWstring());
+        for (std::wstring line; std::getline(lines, line);)
+            read(lines, line);
+    }
+    static GLSequence_cls& Drawing() {
+        return GLSequence_cls::Of(*Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence());
+    }
+    static LightSRCCtrl_cls& Lights() { return *Hub()->mpCLightSRCCtrl; }
+    static DrawOption_cls& Option() { return *Hub()->mpCDrawOption; }
+
+    void Show(const std::vector<Vector>& spheres, double radius) {
+        mSpheres = spheres;
+        mRadius = radius;
+        ShowParticles(spheres, 5);
+        LookAlongX();
+        SetLooks(3, ShaderCtrl_cls::TYPE_PHONG);
+    }
+    void SetLooks(unsigned quality, unsigned shader, unsigned drawType = DRAW_SPHERE) {
+        for (GLAttribute_cls* a : Drawing().mpCGLAttribute) {
+            a->mDrawType.mValue = drawType;
+            a->mDrawQuality.mValue = quality;
+            a->mShaderType.mValue = shader;
+            a->mRadiusType.mValue = 1;
+            a->mRadiusFactorForConst.mValue = float(mRadius);
+            SetColor(a->mAmbient, 0.1f);
+            SetColor(a->mDiffuse, float(kDiffuse));
+            SetColor(a->mSpecular, 0.0f);
+        }
+    }
+    static void SetColor(ColorCurve_cls& curve, float grey) {
+        const float color[4] = {grey, grey, grey, 1};
+        std::copy_n(color, 4, curve.mConstantColor.mValue);
+    }
+    /// From a direction of the scene (parallel) or a place.
+    LightSRC_cls& SetLight(int i, int type, const Vector& from, double strength) {
+        LightSRC_cls& light = Lights().GetLight(i);
+        light.mCType.mValue = type;
+        light.mCFade.mValue = 0;
+        light.mCCastShadow.mValue = true;
+        light.mCSpotAngle.mValue = 90;
+        const Vector at = Unit(type == LightSRC_cls::TYPE_PARALLEL ? from : Minus(from, {10, 0, 0}));
+        const Vector angles = {0, std::asin(at[2]) * 180 / M_PI, std::atan2(at[1], at[0]) * 180 / M_PI + 180};
+        FilterScope_cls::Set(light.mpCTranslate, from);
+        FilterScope_cls::Set(light.mpCRotate, angles);
+        light.mpCStrength->SetKeyFrame(&strength, true, ParamGroup_cls::kCurrent);
+        Lights().mCLightNumber.mValue = std::max(Lights().mCLightNumber.mValue, i + 1);
+        return light;
+    }
+    static Picture_st Draw(unsigned shadow) {
+        Option().mShadow.mValue = shadow;
+        Repaint();
+        return Grab(0);
+    }
+    /// Every pixel that surely shows a lit or a dark part of a sphere does. At least `dark` are dark.
+    void ExpectShadows(const std::string& what, int dark, unsigned shadow = 1, double tolerance = 9.0) {
+        const Picture_st picture = Draw(shadow);
+        int seen = 0, seenDark = 0, bad = 0;
+        double worst = 0.0;
+        for (const Vector& sphere : mSpheres)
+            for (int a = 0; a < 60; ++a)
+                for (int b = 0; b < 120; ++b) {
+                    const double u = M_PI * (a + 0.5) / 60, v = M_PI * b / 60;
+                    const Vector n = {std::cos(u), std::sin(u) * std::cos(v), std::sin(u) * std::sin(v)};
+                    bool bDark = false;
+                    const double value = GetBrightness(sphere, n, shadow != 0, &bDark);
+                    double x = 0, y = 0;
+                    const Vector p = Plus(sphere, n, mRadius);
+                    const double at[3] = {p[0], p[1], p[2]};
+                    if (value < 0.0 || !ProjectToWindow(0, at, &x, &y)) continue;
+                    if (x < 2 || y < 2 || x > 477 || y > 397) continue;
+                    ++seen;
+                    seenDark += bDark;
+                    const double off = std::abs(picture.Brightness(int(x), int(y)) / 255.0 - value) * 255.0;
+                    worst = std::max(worst, off);
+                    bad += off > (bDark ? 3.0 : tolerance);
+                }
+        EXPECT_GT(seen, 100) << what;
+        EXPECT_GE(seenDark, dark) << what;
+        EXPECT_EQ(bad, 0) << what << ": of " << seen << " worst " << worst;
+        if (bad > 0) Snap("shadows_" + what);
+    }
+    /// -1 where a pixel may show anything.
+    double GetBrightness(const Vector& sphere, const Vector& n, bool bShadows, bool* pDark) const {
+        const Vector p = Plus(sphere, n, mRadius);
+        const Vector toEye = Plus({0, 0, 0}, p, -1.0); // the eye is the origin
+        if (Dot(n, Unit(toEye)) < 0.25) return -1.0;
+        for (const Vector& other : mSpheres) {
+            if (other == sphere) continue;
+            const double along = Dot(Minus(other, {0, 0, 0}), Unit(p));
+            if (along > 0 && along < Length(p) &&
+                Length(Minus(other, Plus({0, 0, 0}, Unit(p), along))) < 1.1 * mRadius)
+                return -1.0;
+        }
+        double value = kAmbient;
+        for (int i = 0; i < Lights().GetLightNumber(); ++i) {
+            LightSRC_cls& light = Lights().GetLight(i);
+            if (!light.mCVisible.mValue) continue;
+            float place[4], strength[4];
+            Lights().GetPosition(i, 0.0, place);
+            light.GetLightColor(0.0, strength);
+            const Vector from = {double(place[0]), double(place[1]), double(place[2])};
+            const bool bNear = place[3] != 0.0f;
+            const double facing = Dot(n, Unit(bNear ? Minus(from, p) : from));
+            if (std::abs(facing) < 0.08) return -1.0;
+            if (facing < 0.0) continue;
+            bool bDark = false;
+            for (const Vector& thrower : mSpheres) {
+                if (!bShadows || !light.mCCastShadow.mValue || thrower == sphere) continue;
+                const double cover =
+                    GetCover(p, thrower, mRadius, from, bNear, double(ShadowVolume_cls::GetLength()));
+                if (cover > 0.88 && cover < 1.12) return -1.0;
+                bDark = bDark || cover < 1.0;
+            }
+            *pDark = *pDark || bDark;
+            const double through = bDark ? 1.0 - double(ShadowVolume_cls::GetDarkness()) : 1.0;
+            value += through * kDiffuse * double(strength[0]) * facing;
+        }
+        return std::min(value, 1.0);
+    }
+    static int CountDifferent(const Picture_st& a, const Picture_st& b, int by) {
+        int count = 0;
+        for (size_t i = 0; i < a.mRGB.size() && i < b.mRGB.size(); ++i)
+            count += std::abs(int(a.mRGB[i]) - int(b.mRGB[i])) > by;
+        return count;
+    }
+
+    FilterScope_cls mFilters{*Hub()->mpCFilters};
+    std::vector<Vector> mSpheres;
+    double mRadius = 1.0;
+    wxString mLooks, mLights;
+    unsigned mBuffer = 0;
+};
+
+const Vector kFromFront = {-0.6, 0.3, 0.75}; // the light, behind the eye
+
+/// A sphere, and one half between it and the light.
+std::vector<Vector> Pair() { return {{10, 0, 0}, Plus({10, 0.7, -0.4}, Unit(kFromFront), 3.0)}; }
+
+TEST_F(Shadows, LieWhereTheyAreThrownOnEverySphere) {
+    Show(Pair(), 1.0);
+    SetLight(0, LightSRC_cls::TYPE_PARALLEL, kFromFront, 0.9);
+    ExpectShadows("off", 0, 0);
+    for (const int quality : {0, 1, 2}) {
+        ShadowVolume_cls::GetSettings().mQuality.mValue = quality;
+        ExpectShadows("quality " + std::to_string(quality), 50);
+    }
+    for (const unsigned classify : {0u, 1u}) {
+        Option().mClassify.mValue = classify;
+        for (const unsigned shader : {0u, 1u, 2u}) {
+            SetLooks(3, shader);
+            ExpectShadows("ray-cast, shader " + std::to_string(shader), 50);
+        }
+        SetLooks(2, ShaderCtrl_cls::TYPE_PHONG);
+        ExpectShadows("mesh", 50); // its surface lies a little below
+    }
+    // As far as they reach.
+    ShadowVolume_cls::GetSettings().mLength.mValue = 1.5f;
+    const Picture_st near = Draw(1);
+    EXPECT_EQ(CountDifferent(near, Draw(0), 2), 0);
+}
+
+TEST_F(Shadows, ComeFromEveryKindOfLight) {
+    Show({{10, 0, 0}, {8, 0.5, 1.2}, {9, -2, 0.6}}, 0.7);
+    for (const int type : {LightSRC_cls::TYPE_POINT, LightSRC_cls::TYPE_SPOT, LightSRC_cls::TYPE_CYLINDER}) {
+        SetLight(0, type, {5.5, 1.2, 2.5}, 0.9);
+        ExpectShadows("type " + std::to_string(type), 40);
+        SetLooks(2, ShaderCtrl_cls::TYPE_PHONG);
+        ExpectShadows("mesh, type " + std::to_string(type), 40);
+        SetLooks(3, ShaderCtrl_cls::TYPE_PHONG);
+    }
+    // A light in a sphere: that one throws none.
+    SetLight(0, LightSRC_cls::TYPE_POINT, {8, 0.5, 1.2}, 0.9);
+    mSpheres = {{10, 0, 0}};
+    const Picture_st inside = Draw(1);
+    EXPECT_EQ(CountDifferent(inside, Draw(0), 2), 0);
+}
+
+TEST_F(Shadows, SeveralLightsEachThrowTheirOwn) {
+    Show({{10, 0, 0}, Plus({10, 0.7, -0.4}, Unit(kFromFront), 3.0), {8.5, -1.6, 0.9}}, 1.0);
+    SetLight(0, LightSRC_cls::TYPE_PARALLEL, kFromFront, 0.4);
+    SetLight(1, LightSRC_cls::TYPE_PARALLEL, {-0.8, -0.5, 0.3}, 0.25);
+    ExpectShadows("two", 80);
+    SetLight(2, LightSRC_cls::TYPE_POINT, {4, 0, -3}, 0.2).mCCastShadow.mValue = false;
+    ExpectShadows("and one without", 80);
+    Lights().GetLight(0).mCVisible.mValue = false;
+    ExpectShadows("one off", 10);
+    Lights().GetLight(0).mCVisible.mValue = true;
+    ShadowVolume_cls::GetSettings().mDarkness.mValue = 0.4f;
+    ExpectShadows("darkness of two", 80);
+    Lights().mCLightNumber.mValue = 1;
+    ExpectShadows("darkness of one", 50);
+    // None that throws: nothing changes.
+    Lights().mCLightNumber.mValue = 3;
+    for (int i = 0; i < 3; ++i)
+        Lights().GetLight(i).mCCastShadow.mValue = false;
+    const Picture_st none = Draw(1);
+    EXPECT_EQ(CountDifferent(none, Draw(0), 0), 0);
+    Lights().mCLightNumber.mValue = 0;
+    EXPECT_EQ(CountDifferent(Draw(1), Draw(0), 0), 0);
+}
+
+// Lights that are added one after another give what they give together, unlit things included.
+TEST_F(Shadows, WhatLiesInNoneLooksTheSame) {
+    Show({{10, 0, 0}, {10, 3, 0}}, 1.0);
+    SetBackground(0.1f, 0.3f, 0.2f);
+    for (const int lights : {1, 2, 3}) {
+        for (int i = 0; i < lights; ++i)
+            SetLight(i, i == 2 ? LightSRC_cls::TYPE_SPOT : LightSRC_cls::TYPE_PARALLEL, {-1, 0.3 * i, 0.4},
+                     0.25);
+        for (const unsigned drawType : {DRAW_SPHERE, DRAW_BILLBOARD, DRAW_POINT})
+            for (const unsigned quality : {0u, 3u})
+                for (const unsigned classify : {0u, 1u}) {
+                    Option().mClassify.mValue = classify;
+                    SetLooks(quality, 0, drawType);
+                    EXPECT_EQ(CountDifferent(Draw(1), Draw(0), 2), 0)
+                        << lights << " lights, draw type " << drawType << ", quality " << quality;
+                }
+    }
+    // Points and billboards throw none on what stands behind them, which is nowhere as bright as can be.
+    for (int i = 0; i < 3; ++i)
+        SetLight(i, LightSRC_cls::TYPE_PARALLEL, {-1, 0.3 * i, 0.4}, 0.08);
+    mFilters.Add<FilterObject_cls>(FILTER_OBJECT).GetPCData()->mCObjectType.mValue =
+        FilterObjectData_cls::BOX;
+    FilterObjectData_cls& box =
+        *static_cast<FilterObject_cls&>(*Hub()->mpCFilters->GetObject().GetPCFilter(0)).GetPCData();
+    FilterScope_cls::Set(box.mpCTranslate, {13, 1.5, 0});
+    FilterScope_cls::Set(box.mpCScale, {1, 6, 6});
+    for (const unsigned drawType : {DRAW_BILLBOARD, DRAW_POINT}) {
+        SetLooks(0, 0, drawType);
+        EXPECT_EQ(CountDifferent(Draw(1), Draw(0), 2), 0) << drawType;
+    }
+}
+
+TEST_F(Shadows, ManyThatCoverAPixelLeaveNoHole) {
+    for (const int many : {127, 128, 254, 256, 257, 512}) {
+        std::vector<Vector> spheres = {{10, 0, 0}};
+        for (int i = 0; i < many; ++i)
+            spheres.push_back({10, 0.8, 3.5 + 0.01 * i});
+        Show(spheres, 1.0);
+        mSpheres = {spheres[0], spheres[1]};
+        SetLight(0, LightSRC_cls::TYPE_PARALLEL, {0, 0, 1}, 0.9);
+        SetLooks(0, ShaderCtrl_cls::TYPE_PHONG);
+        SetLooks(3, ShaderCtrl_cls::TYPE_PHONG);
+        mSpheres = {spheres[0], spheres[1]};
+        ExpectShadows(std::to_string(many), 60);
+    }
+}
+
+TEST_F(Shadows, TheEyeMayBeInThem) {
+    // From behind the eye, over it and past the far plane.
+    Show({{10, 0.9, 0}, {-4, 0, 0}, {-5, 0.1, 0}}, 1.0);
+    SetLight(0, LightSRC_cls::TYPE_PARALLEL, {-1, 0, 0}, 0.8);
+    ExpectShadows("eye inside", 60);
+    Canvas(0)->mGLDepthMax.mValue = 11.5f;
+    ExpectShadows("cut by the far plane", 60);
+    ShadowVolume_cls::GetSettings().mLength.mValue = 1e5f;
+    ExpectShadows("endless", 60);
+    SetLight(0, LightSRC_cls::TYPE_POINT, {-9, 0, 0}, 0.8);
+    ExpectShadows("a near light", 60);
+    Canvas(0)->mGLDepthMax.mValue = 5000.0f;
+    // A shadow towards the eye, which is dark to its end.
+    Show({{10, 0, 0}, {6, 0.9, 0}}, 1.0);
+    SetLight(0, LightSRC_cls::TYPE_PARALLEL, {1, 0, 0.02}, 0.8);
+    ExpectShadows("towards the eye", 0);
+}
+
+TEST_F(Shadows, MoveWithTheirDataAndAreCopied) {
+    Show(Pair(), 1.0);
+    SetLight(0, LightSRC_cls::TYPE_PARALLEL, kFromFront, 0.9);
+    FilterDataBoxData_cls& box = *mFilters.Add<FilterDataBox_cls>(FILTER_DATABOX).GetPCData();
+    FilterScope_cls::Set(box.mpCTranslate, {1, 0.5, -0.2});
+    const auto moved = [&](double scale, double mirror) {
+        for (Vector& p : mSpheres)
+            p = {scale * (p[0] + 1), mirror * scale * (p[1] + 0.5), scale * (p[2] - 0.2)};
+        mRadius = scale;
+    };
+    for (const double mirror : {1.0, -1.0}) {
+        mSpheres = Pair();
+        mRadius = 1.0;
+        FilterScope_cls::Set(box.mpCScale, {0.8, 0.8 * mirror, 0.8});
+        moved(0.8, mirror);
+        for (const int type : {LightSRC_cls::TYPE_PARALLEL, LightSRC_cls::TYPE_POINT}) {
+            SetLight(0, type, type == LightSRC_cls::TYPE_PARALLEL ? kFromFront : Vector{4, 0.8 * mirror, 3},
+                     0.9);
+            ExpectShadows("box", type == LightSRC_cls::TYPE_PARALLEL && mirror > 0 ? 30 : 0);
+        }
+    }
+    // Flat: nothing to see, nothing to throw.
+    FilterScope_cls::Set(box.mpCScale, {1, 0, 1});
+    Draw(1);
+    Hub()->mpCFilters->ClearFilters();
+    Show(Pair(), 1.0);
+    Hub()->mpCPeriodicBoundary->ReadStrLine("PeriodicBaseVector1=0 3.5 0");
+    FilterCopyData_cls& copies = *mFilters.Add<FilterCopy_cls>(FILTER_COPY).GetPCData();
+    copies.mCMin[1].mValue = -1;
+    copies.mCMax[1].mValue = 1;
+    for (int i = 0; i < 2; ++i)
+        mSpheres.push_back(Plus(mSpheres[size_t(i)], {0, -3.5, 0}, 1.0));
+    for (const int type : {LightSRC_cls::TYPE_PARALLEL, LightSRC_cls::TYPE_POINT}) {
+        SetLight(0, type, type == LightSRC_cls::TYPE_PARALLEL ? kFromFront : Vector{4, 0, 4}, 0.9);
+        ExpectShadows("copies", 60);
+    }
+}
+
+// On the floor, under the light from straight above.
+TEST_F(Shadows, FallOnObjects) {
+    Show({{10, 0.5, 0}}, 1.0);
+    FilterObjectData_cls& box = *mFilters.Add<FilterObject_cls>(FILTER_OBJECT).GetPCData();
+    box.mCObjectType.mValue = FilterObjectData_cls::BOX;
+    FilterScope_cls::Set(box.mpCTranslate, {10, 0, -2.5});
+    FilterScope_cls::Set(box.mpCScale, {8, 8, 1});
+    for (int k = 0; k < 3; ++k)
+        SetColor(*box.mvpCColorCurve[size_t(k)], k == 0 ? 0.1f : k == 1 ? float(kDiffuse) : 0.0f);
+    for (const int lights : {1, 2}) {
+        for (int i = 0; i < lights; ++i)
+            SetLight(i, LightSRC_cls::TYPE_PARALLEL, {0, 0, 1}, 0.4);
+        const Picture_st with = Draw(1);
+        const Picture_st without = Draw(0);
+        int dark = 0;
+        for (double dx = -2; dx <= 2; dx += 0.25)
+            for (double dy = -2; dy <= 2; dy += 0.25) {
+                const double far = std::hypot(dx, dy);
+                const double at[3] = {10 + dx, 0.5 + dy, -2.0};
+                double x = 0, y = 0;
+                if (std::abs(far - 1.0) < 0.15 || !ProjectToWindow(0, at, &x, &y)) continue;
+                const int seen = with.Brightness(int(x), int(y));
+                if (far > 1.0) {
+                    EXPECT_EQ(seen, without.Brightness(int(x), int(y))) << dx << " " << dy;
+                    continue;
+                }
+                ++dark;
+                EXPECT_NEAR(seen, 255 * kAmbient, 3.0) << dx << " " << dy;
+            }
+        EXPECT_GT(dark, 20);
+    }
+}
+
+// Marks in front and behind stay what they are.
+TEST_F(Shadows, VolumesCanBeShownAndMarksStay) {
+    Show(Pair(), 1.0);
+    SetLight(0, LightSRC_cls::TYPE_PARALLEL, kFromFront, 0.4);
+    const Picture_st plain = Draw(1);
+    const Picture_st shown = Draw(2);
+    EXPECT_GT(CountDifferent(plain, shown, 40), 3000);
+    SetLight(1, LightSRC_cls::TYPE_PARALLEL, {-0.8, -0.5, 0.3}, 0.3);
+    EXPECT_GT(CountDifferent(Draw(1), Draw(2), 40), 3000);
+    // With marks and grid: what differs is the light on the spheres.
+    const Picture_st bare[2] = {Draw(0), Draw(1)};
+    Canvas(0)->mShowItems.mValue = Canvas(0)->mShowGrid.mValue = true;
+    const Picture_st marked[2] = {Draw(0), Draw(1)};
+    int wrong = 0, marks = 0;
+    for (size_t i = 0; i < bare[0].mRGB.size(); ++i) {
+        const bool bMark = std::abs(int(marked[0].mRGB[i]) - int(bare[0].mRGB[i])) > 30;
+        marks += bMark;
+        wrong += bMark && bare[0].mRGB[i] == bare[1].mRGB[i] &&
+                 std::abs(int(marked[0].mRGB[i]) - int(marked[1].mRGB[i])) > 3;
+    }
+    Canvas(0)->mShowItems.mValue = Canvas(0)->mShowGrid.mValue = false;
+    EXPECT_GT(marks, 500);
+    EXPECT_EQ(wrong, 0);
+}
+
+TEST_F(Shadows, AreTheSameWithoutInstances) {
+    Show(Pair(), 1.0);
+    SetLooks(2, 0);
+    for (const int type : {LightSRC_cls::TYPE_PARALLEL, LightSRC_cls::TYPE_POINT}) {
+        SetLight(0, type, type == LightSRC_cls::TYPE_PARALLEL ? kFromFront : Vector{4, 1, 3}, 0.9);
+        const Picture_st with = Draw(1);
+        const Picture_st none = Draw(0);
+        GLAttribute_cls::mspCShaderCtrl->mbEnabled = false;
+        const Picture_st without = Draw(1);
+        GLAttribute_cls::mspCShaderCtrl->mbEnabled = true;
+        EXPECT_GT(CountDifferent(with, none, 10), 300);
+        EXPECT_LT(CountDifferent(with, without, 10), 60) << type;
+    }
+}
+
+TEST_F(Shadows, ValuesWithoutSenseChangeNothing) {
+    Show(Pair(), 1.0);
+    SetLight(0, LightSRC_cls::TYPE_PARALLEL, kFromFront, 0.9);
+    ShadowVolume_cls::Settings_st& settings = ShadowVolume_cls::GetSettings();
+    const Picture_st good = Draw(1);
+    for (const char* line :
+         {"ShadowQuality=-7", "ShadowQuality=99", "ShadowLength=nan", "ShadowLength=1e38",
+          "ShadowDarkness=nan", "ShadowDarkness=55", "ShadowDarkness=-3", "ShadowLength=-4"}) {
+        ShadowVolume_cls::SetToDefault();
+        ShadowVolume_cls::ReadStrLineStaticMember(line);
+        EXPECT_TRUE(settings.mQuality.mValue >= 0 && settings.mQuality.mValue <= 2) << line;
+        EXPECT_TRUE(settings.mLength.mValue >= 0.0f) << line;
+        EXPECT_TRUE(settings.mDarkness.mValue >= 0.0f && settings.mDarkness.mValue <= 1.0f) << line;
+        EXPECT_EQ(Draw(1).mRGB.size(), good.mRGB.size()) << line;
+    }
+    ShadowVolume_cls::SetToDefault();
+    constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+    for (int type = 0; type < 4; ++type) {
+        LightSRC_cls& light = SetLight(0, type, {0, 0, 1}, 0.9);
+        FilterScope_cls::Set(light.mpCTranslate, {kNaN, 0, kNaN});
+        FilterScope_cls::Set(light.mpCRotate, {kNaN, kNaN, 0});
+        light.mCFade.mValue = 2;
+        light.mCFadeDistance.mValue = 0.0f;
+        light.mCSpotAngle.mValue = -40;
+        EXPECT_GT(Draw(1).CountLit(3), 1000) << type;
+    }
+    EXPECT_EQ(Draw(77).mRGB.size(), good.mRGB.size()) << "any number but 0 is on";
+}
+
+TEST_F(Shadows, ProjectsKeepWhatIsSet) {
+    using Volume = ShadowVolume_cls;
+    EXPECT_EQ(Volume::SerializeStaticMember(), "ShadowQuality=1\nShadowLength=20.000000\n");
+    Volume::ReadStrLineStaticMember("ShadowQuality=2");
+    Volume::ReadStrLineStaticMember("ShadowLength=3.5");
+    Volume::ReadStrLineStaticMember("ShadowDarkness=0.25");
+    const wxString text = "ShadowQuality=2\nShadowLength=3.500000\nShadowDarkness=0.250000\n";
+    EXPECT_EQ(Volume::SerializeStaticMember(), text);
+    Option().mShadow.mValue = 2;
+    const wxString path = wxString::FromUTF8(mDir / "shadows.mrp");
+    ASSERT_TRUE(Hub()->SaveProjectFile(path, true));
+    Volume::SetToDefault();
+    Option().mShadow.mValue = 0;
+    Hub()->ReadProjectFile(path);
+    EXPECT_EQ(Volume::SerializeStaticMember(), text);
+    EXPECT_EQ(Option().mShadow.mValue, 2u);
+    // A project of a time before there were any isn't dark by the one before it.
+    const std::string old = mDir / "old.mrp";
+    std::ofstream(old) << "Shadow=1\n";
+    Hub()->ReadProjectFile(wxString::FromUTF8(old));
+    EXPECT_EQ(Option().mShadow.mValue, 1u);
+    EXPECT_EQ(Volume::SerializeStaticMember(), "ShadowQuality=1\nShadowLength=20.000000\n");
+}
+
+} // namespace
