@@ -32,6 +32,8 @@ private:
     void OnMenuRefreshColor(wxCommandEvent& event);
     void OnMenuLighgtSRC(wxCommandEvent& event);
     void OnMenuRefreshLight(wxCommandEvent& event);
+    void OnMenuStereogram(wxCommandEvent& event);
+    void OnMenuRefreshStereo(wxCommandEvent& event);
 
     FrameMain_cls& mFrame;
     Main_cls& mHub;

@@ -41,6 +41,7 @@
 #include "PARAM/clsParamGroup.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "SCENE/clsLightSRCCtrl.h"
+#include "SCENE/clsStereoGram.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/MessageBoxes.h"
 #include "WIDGET/MenuQueue.h"
@@ -80,6 +81,10 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
     mpCRefreshCommands = std::make_unique<RefreshCommands_cls>(*this);
 
     mpCSharedView = new SharedView_cls(pMain->mpCOverlay, pMain->mpCExposure, pMain->mpCInformation);
+    mpCSharedView->mspCStereogramLink = pMain->mpCStereoGram;
+    pMain->mpCStereoGram->mGetDistanceToFocus = [this] {
+        return GetPCOutputCanvas()->mCamera.GetDistanceToAnchor();
+    };
     mpCViewFit = std::make_unique<ViewFitCtrl_cls>(*this, *mpCSharedView);
     mpCCopyQuestion = std::make_unique<CopyQuestion_cls>(*this);
     mBtmHeight = pMain->mDisplayHeight > kHighDisplay ? 210 : 150;
@@ -296,6 +301,7 @@ void FrameMain_cls::ApplySettings() {
     PostMenuEvent(ID_FILTER_REFRESH);
     mpCMain->mpCColorCurveCtrl->UpdateItems(true);
     mpCMain->mpCLightSRCCtrl->UpdateItems(true);
+    mpCMain->mpCStereoGram->UpdateItems(true);
     mpCEditMenu->UpdatePreference();
 }
 

@@ -51,6 +51,7 @@
 #include "SCENE/clsAnchorPath.h"
 #include "SCENE/clsCameraPath.h"
 #include "SCENE/clsLightSRCCtrl.h"
+#include "SCENE/clsStereoGram.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/clsFontProvider.h"
 #include "WIDGET/clsMyArtProvider.h"
@@ -104,6 +105,7 @@ Main_cls::Main_cls(bool bWindow) {
     mpCCameraPath = new CameraPath_cls;
     mpCAnchorPath = new AnchorPath_cls;
     mpCLightSRCCtrl = new LightSRCCtrl_cls;
+    mpCStereoGram = new StereoGram_cls;
     mpCTimeCtrl = new TimeCtrl_cls(this);
     mpCFilters->mpCBonds = std::make_unique<BondFollower_cls>(*mpCFilters, *mpCPDataSeqCtrl, *mpCTimeCtrl);
     mpCImgSequence = new ImgSequence_cls(mpCTimeCtrl);
@@ -159,6 +161,7 @@ Main_cls::~Main_cls() {
     delete mpCImgSequence;
     delete mpCTimeCtrl;
     delete mpCScene;
+    delete mpCStereoGram;
     delete mpCRecentFiles;
     delete mpCRecovery;
     PDataBlock_cls::mspCDataLoaderLink = nullptr;

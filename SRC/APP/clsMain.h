@@ -32,6 +32,7 @@ class Preference_cls;
 class RecentFiles_cls;
 class Recovery_cls;
 class Scene_cls;
+class StereoGram_cls;
 class TexPropertyCtrl_cls;
 class TimeCtrl_cls;
 class wxWindow;
@@ -110,6 +111,7 @@ public:
     CameraPath_cls* mpCCameraPath = nullptr;
     AnchorPath_cls* mpCAnchorPath = nullptr;
     LightSRCCtrl_cls* mpCLightSRCCtrl = nullptr;
+    StereoGram_cls* mpCStereoGram = nullptr;
     /// Folder "Camera Path" of the time line: the curves of camera and anchor that files keep.
     ParamGroup_cls* mpCParamGroupCameraPath = nullptr;
     TimeCtrl_cls* mpCTimeCtrl = nullptr;

@@ -14,6 +14,7 @@
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "SCENE/clsLightSRCCtrl.h"
+#include "SCENE/clsStereoGram.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/Clipboard.h"
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
@@ -48,8 +49,8 @@ void Main_cls::MakeTimeLines() {
         lines->StripTimeDepend(pStrip, bTimeDepend);
     };
     GParamHooks.mStripRead = [lines](ParamTL_cls* pStrip) { lines->StripRead(pStrip); };
-    for (ParamGroup_cls* group :
-         {mpCTimeCtrl->mpCTimeRemapGroup, mpCParamGroupCameraPath, mpCLightSRCCtrl->mpCTopGroup}) {
+    for (ParamGroup_cls* group : {mpCTimeCtrl->mpCTimeRemapGroup, mpCParamGroupCameraPath,
+                                  mpCStereoGram->mpCParallax, mpCLightSRCCtrl->mpCTopGroup}) {
         lines->AddParamGroup(group);
         lines->FoldGroup(group, true);
     }
@@ -68,7 +69,7 @@ void Main_cls::MakeTimeLines() {
         mpCFilters->SelectObject(pObject);
         mpCLightSRCCtrl->ShowObject(pObject);
     };
-    mpCLightSRCCtrl->mOnRows = [lines] {
+    mpCStereoGram->mOnRows = mpCLightSRCCtrl->mOnRows = [lines] {
         lines->HideAndShow();
         lines->ResizeTL();
     };
@@ -95,7 +96,8 @@ void Main_cls::MakeTimeLines() {
 void Main_cls::UnlinkParamHooks() {
     mpCParamGUICtrl = nullptr; // went with the frame
     mpCFilters->mHooks = FilterHooks_st();
-    mpCLightSRCCtrl->mOnRows = nullptr;
+    mpCStereoGram->mOnRows = mpCLightSRCCtrl->mOnRows = nullptr;
+    mpCStereoGram->mGetDistanceToFocus = nullptr;
     mpCLightSRCCtrl->mOnSelect = nullptr;
     GCUndoList.Clear();
     UnlinkGuess();
@@ -112,6 +114,7 @@ void Main_cls::UnlinkParamHooks() {
 Parameters_cls* Main_cls::GetPCParamFromID(const wxString& id) {
     Parameters_cls* found = mpCFilters->GetPCParamFromID(id);
     if (!found) found = mpCLightSRCCtrl->GetPCParamFromID(id);
+    if (!found) found = mpCStereoGram->GetPCParamFromID(id);
     return found ? found : mpCTimeCtrl->mpCTimeRemapGroup->GetPCParamFromID(id);
 }
 

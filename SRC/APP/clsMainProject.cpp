@@ -27,6 +27,7 @@
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
 #include "SCENE/clsLightSRCCtrl.h"
+#include "SCENE/clsStereoGram.h"
 
 namespace {
 
@@ -99,6 +100,7 @@ void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder,
     if (!bConfigure) {
         acting->CopyFrom(*user);
         mpCLightSRCCtrl->SetToDefault(); // projects without lights are made for these
+        mpCStereoGram->Reset();
     }
     {
         const FlagScope_cls loading(GbGLLockProjectLoading);
@@ -113,6 +115,7 @@ void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder,
     }
     if (bConfigure) user->CopyFrom(*acting);
     mpCLightSRCCtrl->UpdateTLShown();
+    mpCStereoGram->UpdateTLShown();
     mpCFrameMain->ApplySettings();
     if (!bConfigure) mpCFrameMain->GetPCViewFit()->KeepCameras();
     GCUndoList.Clear(); // a project begins a history of its own

@@ -5,6 +5,7 @@
 #include <wx/stopwatch.h>
 #include <wx/string.h>
 
+#include "IMAGE/VideoFile.h"
 #include "IMAGE/clsVideoMaker.h"
 
 class ImgSequence_cls;
@@ -25,7 +26,10 @@ public:
 private:
     void TellFailure(const wxString& path, const wxString& reason);
 
+    void StartNext();
+
     VideoMaker_cls mCMaker;
-    wxString mStrDone; ///< the end of the last one
+    std::vector<VideoJob_st> mVWaiting; ///< of the other eye
+    wxString mStrDone;                  ///< the end of the last one
     wxStopWatch mDoneWatch;
 };

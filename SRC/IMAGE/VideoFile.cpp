@@ -8,6 +8,7 @@
 
 #include <wx/intl.h>
 
+#include "COMMON/Eye.h"
 #include "COMMON/clsSplitPath.h"
 
 namespace {
@@ -74,6 +75,12 @@ wxString MakeVideoPath(const wxString& pictures) {
         stem.RemoveLast();
     if (stem.empty()) stem = "film";
     return (split.mStrDir.empty() ? wxString() : split.mStrDir + "/") + stem + ".mp4";
+}
+
+wxString GetEyePath(const wxString& path, int eye) {
+    if (eye == EYE_NONE) return path;
+    const SplitPath_cls split(path);
+    return split.mStrNoExt + (eye == EYE_LEFT ? "L" : "R") + split.mStrExt;
 }
 
 std::vector<std::string> MakeVideoCommand(const std::string& tool, const std::string& folder,

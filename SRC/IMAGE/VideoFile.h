@@ -20,6 +20,8 @@ bool IsVideoRate(const wxString& text);
 wxString MakeVideoRate(float rate);
 /// Name of the video of a film whose pictures bear this name: "run/Preview%04d.png" gives "run/Preview.mp4".
 wxString MakeVideoPath(const wxString& pictures);
+/// Name of an Eye's file where each has its own: "film.mp4" gives "filmL.mp4".
+wxString GetEyePath(const wxString& path, int eye);
 
 struct VideoJob_st {
     std::vector<wxString> mFrames; ///< image files of one format and size, in their order

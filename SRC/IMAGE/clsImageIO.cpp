@@ -120,13 +120,12 @@ void ImageIO_cls::SaveImageFromGL(int w, int h, const wxString& path, int x, int
     Run(index, std::move(picture));
 }
 
-void ImageIO_cls::SaveImageFromTexture(const ImageBuffers_st& buffers, int w, int h, const wxString& path,
-                                       bool bSideBySide) {
+void ImageIO_cls::SaveImageFromTexture(const ImageBuffers_st& buffers, int w, int h, const wxString& path) {
     const int index = TakeSlot();
     SavePicture_st picture = MakePicture(w, h, path);
     picture.mSrcW = buffers.mpColor->GetWidth();
     picture.mSrcH = buffers.mpColor->GetHeight();
-    picture.mbSideBySide = bSideBySide;
+    picture.mbSideBySide = buffers.mbSideBySide;
     picture.mbHalfFloat = true;
     bool bRead = true;
     if (buffers.mpOverlay)

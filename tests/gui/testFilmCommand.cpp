@@ -15,7 +15,9 @@
 #include "IMAGE/VideoFile.h"
 #include "IMAGE/clsImageIO.h"
 #include "IMAGE/clsImgSequence.h"
+#include "PARAM/clsParamGroup.h"
 #include "RunFilm.h"
+#include "SCENE/clsStereoGram.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
@@ -92,6 +94,26 @@ TEST_F(FilmCommand, WritesTheSameMeshInAHighPicture) {
             "ImgSequenceOutW=96\nImgSequenceOutH=128\nTimeUseMotionBlur=1\nImgSequenceBlurSteps=2\n"
             "TimeWorkAreaMax=0\n",
             {false, true}, 1);
+}
+
+TEST_F(FilmCommand, WritesTheSameForTwoEyes) {
+    StereoGram_cls stereo;
+    const double parallax = 0.3;
+    Parameters_cls::msbUndoCommandMake = false;
+    stereo.mpCParallax->SetKeyFrame(&parallax, true, 0.0);
+    Parameters_cls::msbUndoCommandMake = true;
+    stereo.mCType.mValue = StereoGram_cls::TYPE_OFF_AXIS;
+    stereo.mCEye.mValue = StereoGram_cls::OUTPUT_LINE_BY_LINE;
+    const std::string blur = "TimeUseMotionBlur=1\nImgSequenceBlurSteps=2\nTimeWorkAreaMax=1\n";
+    Compare(blur + stereo.Serialize().ToStdString(), {false, true}, 4);
+    EXPECT_TRUE(fs::exists(mFolder / "command/fL0001.png"));
+    EXPECT_FALSE(mFolder.ReadAll("command").at("fL0000.png") == mFolder.ReadAll("command").at("fR0000.png"));
+    for (const char* folder : {"window", "command"})
+        for (const auto& [name, bytes] : mFolder.ReadAll(folder))
+            fs::remove(mFolder / (folder + ("/" + name)));
+    stereo.mCEye.mValue = StereoGram_cls::OUTPUT_SIDE_BY_SIDE;
+    stereo.mCDualOutput.mValue = 0;
+    Compare("Panel0GLGeometry=2\nTimeWorkAreaMax=0\n" + stereo.Serialize().ToStdString(), {false, true}, 1);
 }
 
 TEST_F(FilmCommand, KnowsTheEndingsThatCanBeWritten) {

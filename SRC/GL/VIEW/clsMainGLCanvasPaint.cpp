@@ -25,6 +25,7 @@
 #include "GL/VIEW/clsViewHost.h"
 #include "IMAGE/clsImgSequence.h"
 #include "PDATA/clsPDataSequence.h"
+#include "SCENE/clsStereoGram.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
@@ -113,7 +114,10 @@ void MainGLCanvas_cls::Paint() {
     mShownSize = GetPixelSize();
     if (mpCShared->mspCInformationLink) mpCShared->mspCInformationLink->Update();
     TellDrawnCounts(*mpCHost->GetPCActiveFileSequence(), mMoment.dataFrame, mMoment.dt);
-    // POV-Ray export takes its step; the dialogs of camera, lights and stereo follow the active view.
+    // POV-Ray export takes its step here.
+    if (GpCurrentGLPanel != this) return;
+    PostMenuEvent(ID_REFRESH_CAM_CONF);
+    PostMenuEvent(ID_REFRESH_STEREO);
 }
 
 bool MainGLCanvas_cls::IsPaintAllowed() const {
@@ -245,17 +249,31 @@ void MainGLCanvas_cls::NotePainted() {
     mPaintedBlurFactor = mFrameBlurFactor;
 }
 
+// A view along an axis has one eye.
+void MainGLCanvas_cls::SetEye(int pass) {
+    const StereoGram_cls* stereo = IsAlongAxis() ? nullptr : mpCShared->mspCStereogramLink;
+    mMoment.passes = stereo && stereo->IsStereo() ? 2 : 1;
+    mMoment.pass = pass;
+    mMoment.eye = stereo ? stereo->GetStereoEye(pass) : EYE_NONE;
+}
+
 // Two eyes with a stereogram; each is drawn, kept for an image if one is wanted, and shown.
 void MainGLCanvas_cls::DrawEyes() {
     const wxSize size = GetPixelSize();
-    const double angle = mCGLPerspective.mAngle;
     mImage.BeginPaint();
-    mScene.DrawOnFBO();
-    mCGLPerspective.SetModelOrProjectionViewOnGL(mCamera.mCCamPos, GL_MODELVIEW);
-    mCGLPerspective.SetClipSize(size.x, size.y);
-    mCGLPerspective.mAngle = static_cast<int>(angle); // the rest of the paint knows whole degrees only
-    mImage.TakeFaces({mFrameFrame, mFrameStep, mFrameBlurFactor}, mbLoading, angle, size);
-    if (!mMoment.bHidden) mGather.GatherFBOImages(size.x, size.y, false);
+    SetEye(0);
+    for (int pass = 0; pass < mMoment.passes; SetEye(++pass)) {
+        const double angle = mCGLPerspective.mAngle;
+        mScene.DrawOnFBO();
+        mCGLPerspective.SetModelOrProjectionViewOnGL(mCamera.mCCamPos, GL_MODELVIEW);
+        mCGLPerspective.SetClipSize(size.x, size.y);
+        mCGLPerspective.mAngle = static_cast<int>(angle); // the rest of the paint knows whole degrees only
+        mImage.TakeFaces({mFrameFrame, mFrameStep, mFrameBlurFactor}, mbLoading, angle, size);
+        if (mMoment.bHidden) continue;
+        mImage.TakeWindowEye(size, mbLoading);
+        mGather.GatherFBOImages(size.x, size.y, GatherTarget::Window);
+    }
+    SetEye(0);
 }
 
 // The memory of wide views is kept while there are any: fresh memory costs a paint several times what drawing

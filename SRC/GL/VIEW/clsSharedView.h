@@ -22,6 +22,7 @@ class GLTexture_cls;
 class ImgSequence_cls;
 class Information_cls;
 class Overlay_cls;
+class StereoGram_cls;
 
 class SharedView_cls {
 public:
@@ -64,6 +65,7 @@ public:
     std::unique_ptr<FBO_cls> mspCDome;  ///< the dome picture; kept for its memory
     Exposure_cls* mspCExposureLink;
     Information_cls* mspCInformationLink;
+    StereoGram_cls* mspCStereogramLink = nullptr; ///< null: every view has one eye
     ImgSequence_cls* mspCImgSeqLinked =
         nullptr; ///< told the active window's size; null before the first dialog
 };

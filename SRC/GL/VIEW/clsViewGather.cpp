@@ -16,6 +16,7 @@
 #include "GL/VIEW/clsViewHost.h"
 #include "GL/VIEW/clsViewMessage.h"
 #include "GL/VIEW/clsViewSettings.h"
+#include "SCENE/clsStereoGram.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
@@ -41,33 +42,69 @@ void SetPlainTexturing() {
 
 } // namespace
 
-void ViewGather_cls::GatherFBOImages(int w, int h, bool bToImage) {
-    const bool bAdditive = bToImage && mContext.mHost.GetPCTimeCtrl()->mCMotionBlur.mbBlur;
+/// Null: the picture has one eye.
+const StereoGram_cls* ViewGather_cls::GetStereo() const {
+    return mContext.mMoment.passes > 1 ? mContext.mShared.mspCStereogramLink : nullptr;
+}
+
+void ViewGather_cls::GatherFBOImages(int w, int h, GatherTarget target) {
+    const bool bBlur = target == GatherTarget::Image && mContext.mHost.GetPCTimeCtrl()->mCMotionBlur.mbBlur;
     mContext.mShared.SetGLBGColor(1, mContext.mMoment.plainGrey);
-    if (mContext.mSettings.GetMultiPanelMode() != FishEye_cls::MODE_FLAT) {
-        GatherFBOMultiPanel(w, h, bAdditive);
-    } else {
-        mContext.mShared.mspCExposureLink->Begin();
-        // The masks of a stereogram stand around these two.
-        FBO_cls::DrawOnScreenSet(mContext.mCGLPerspective, w, h, bAdditive);
-        FBO_cls::DrawOnScreenDraw(mContext.mShared.mspCFishEyeCtrl->GetFace(0), 0);
-        mContext.mShared.mspCExposureLink->End();
-    }
+    if (mContext.mSettings.GetMultiPanelMode() == FishEye_cls::MODE_FLAT)
+        GatherFlat(w, h, bBlur, target);
+    else if (const StereoGram_cls* stereo = GetStereo())
+        GatherWideEye(*stereo, w, h, bBlur, target);
+    else
+        GatherFBOMultiPanel(w, h, bBlur);
     CheckGLErrors("composition");
+}
+
+bool ViewGather_cls::JoinsFirstEye(GatherTarget target) const {
+    const StereoGram_cls* stereo = GetStereo();
+    if (!stereo || mContext.mMoment.pass == 0 || target == GatherTarget::WindowEye) return false;
+    return target == GatherTarget::Window || !stereo->IsDualOutput();
+}
+
+// State of the target that the present eye's picture is drawn with.
+void ViewGather_cls::BeginMasks(const StereoGram_cls& stereo, int w, int h, GatherTarget target) const {
+    stereo.SetColorMaskBegin(mContext.mMoment.pass, false, true);
+    if (target == GatherTarget::Window) stereo.SetStencilMaskBegin(w, h, mContext.mMoment.pass, false);
+}
+
+// Two eyes share no pixel's channel, so the second one replaces what is there.
+void ViewGather_cls::GatherFlat(int w, int h, bool bBlur, GatherTarget target) {
+    const StereoGram_cls* stereo = GetStereo();
+    const bool bJoins = JoinsFirstEye(target);
+    FBO_cls::DrawOnScreenSet(mContext.mCGLPerspective, w, h, bBlur || bJoins);
+    if (bJoins && !bBlur) glDisable(GL_BLEND);
+    if (stereo) BeginMasks(*stereo, w, h, target);
+    mContext.mShared.mspCExposureLink->Begin();
+    FBO_cls::DrawOnScreenDraw(mContext.mShared.mspCFishEyeCtrl->GetFace(0),
+                              stereo ? stereo->GetModeSideBySide(mContext.mMoment.pass) : 0);
+    mContext.mShared.mspCExposureLink->End();
+}
+
+void ViewGather_cls::GatherWideEye(const StereoGram_cls& stereo, int w, int h, bool bBlur,
+                                   GatherTarget target) {
+    const float alpha = bBlur ? mContext.mShared.mspCExposureLink->GetAlpha() : 1.0f;
+    FillStage(w, h);
+    mContext.mShared.SetGLBGColor(1, mContext.mMoment.plainGrey);
+    if (!bBlur && !JoinsFirstEye(target)) glClear(GL_COLOR_BUFFER_BIT);
+    const GLAttribScope_cls attributes;
+    const int side = stereo.GetModeSideBySide(mContext.mMoment.pass);
+    const int half = w / 2;
+    BeginMasks(stereo, w, h, target);
+    AddStage(side == 0 ? wxRect(0, 0, w, h) : wxRect(side == 1 ? 0 : half, 0, side == 1 ? half : w - half, h),
+             alpha * alpha, bBlur);
+    if (bBlur) mContext.mShared.mspCExposureLink->SetAccumulation(alpha);
 }
 
 // The grid and the mask change what is there already: a picture must be whole before it is added to others.
 void ViewGather_cls::GatherFBOMultiPanel(int w, int h, bool bAdditive) {
     if (bAdditive) {
         const float alpha = mContext.mShared.mspCExposureLink->GetAlpha();
-        mContext.mShared.mspCExposureLink->EndAccumulation();
-        MakeBuffer(mContext.mShared.mspCStage, w, h);
-        {
-            const FBOScope_cls target(*mContext.mShared.mspCStage, true);
-            mContext.mShared.SetGLBGColor(1, mContext.mMoment.plainGrey);
-            GatherFBOMultiPanel(w, h, false);
-        }
-        AddStage(w, h, alpha * alpha);
+        FillStage(w, h);
+        AddStage(wxRect(0, 0, w, h), alpha * alpha, true);
         mContext.mShared.mspCExposureLink->SetAccumulation(alpha);
     } else if (mContext.mSettings.IsFishEye()) {
         GatherDome(w, h);
@@ -78,14 +115,26 @@ void ViewGather_cls::GatherFBOMultiPanel(int w, int h, bool bAdditive) {
     }
 }
 
-void ViewGather_cls::AddStage(int w, int h, float weight) {
+// With its exposure, and of full weight.
+void ViewGather_cls::FillStage(int w, int h) {
+    mContext.mShared.mspCExposureLink->EndAccumulation();
+    MakeBuffer(mContext.mShared.mspCStage, w, h);
+    const FBOScope_cls target(*mContext.mShared.mspCStage, true);
+    mContext.mShared.SetGLBGColor(1, mContext.mMoment.plainGrey);
+    GatherFBOMultiPanel(w, h, false);
+}
+
+void ViewGather_cls::AddStage(const wxRect& place, float weight, bool bBlend) {
     const GLAttribScope_cls attributes;
-    glViewport(0, 0, w, h);
+    glViewport(place.x, place.y, place.width, place.height);
     SetPlainTexturing();
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE);
+    if (bBlend) {
+        glEnable(GL_BLEND);
+        glBlendFunc(GL_SRC_ALPHA, GL_ONE);
+    }
     glColor4f(1, 1, 1, weight);
-    mContext.mShared.mspCStage->DrawOnScreen2D(w, h, w, h, 0, 0, true);
+    mContext.mShared.mspCStage->DrawOnScreen2D(place.width, place.height, place.width, place.height, 0, 0,
+                                               true);
 }
 
 void ViewGather_cls::GatherDome(int w, int h) {
