@@ -26,6 +26,7 @@
 #include "IMAGE/clsImageIO.h"
 #include "IMAGE/clsImgSequence.h"
 #include "IMAGE/clsVideoMaker.h"
+#include "PARAM/clsParamGroup.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
 #include "SCENE/clsStereoGram.h"
@@ -53,7 +54,9 @@ FilmStatus FilmMaker_cls::Run() {
             Fail(FilmStatus::WrongArguments, "--write-project: " + mArgs.mWriteProject + " can't be written");
         return mStatus;
     }
-    if (!TakeView() || !TakeFrames() || !TakeOutput() || !TakeTargets()) return mStatus;
+    if (!TakeView() || !TakeFrames()) return mStatus;
+    TakeStereo();
+    if (!TakeOutput() || !TakeTargets()) return mStatus;
     TakeBlur();
     NoteOddities();
     MakeFrames();
@@ -142,11 +145,11 @@ bool FilmMaker_cls::TakeTargets() {
         if (!mArgs.mVideo.empty()) targets.push_back({"--video", GetEyePath(mArgs.mVideo, eye)});
     wxString error = CheckFilmTargets(inputs, targets);
     if (error.empty()) error = MakeFilmFolders(targets);
-    const ImgSequence_cls* size = mpCMain->mpCImgSequence;
+    const wxSize size = GetFileSize();
     const wxString ending = SplitPath_cls(mNames.mStrPath).mStrExt.Mid(1);
     if (error.empty())
-        error = CheckFilmSpace(
-            first, EstimateFilmBytes(ending, size->mOutW, size->mOutH, missing, mArgs.mbTransparent));
+        error =
+            CheckFilmSpace(first, EstimateFilmBytes(ending, size.x, size.y, missing, mArgs.mbTransparent));
     if (!error.empty()) return Fail(FilmStatus::WrongArguments, error);
     RemoveFilmLeftovers(targets);
     return true;
@@ -173,6 +176,37 @@ void FilmMaker_cls::TakeBlur() {
     }
     // Open for no time, it is the plain picture.
     blur.mbBlur = (mArgs.mbBlur || mpCTime->mbUseMotionBlur.mValue) && blur.mShutter > 0.0f;
+}
+
+// From the start of the work area, wherever this part of the film begins.
+void FilmMaker_cls::TakeStereo() {
+    if (mArgs.mStereo == FilmArgs_st::kProjectStereo) return;
+    StereoGram_cls& stereo = *mpCMain->mpCStereoGram;
+    if (mArgs.mStereo == FilmArgs_st::kStereoOff) {
+        stereo.mCType.mValue = StereoGram_cls::TYPE_MONOGRAM;
+        return;
+    }
+    if (stereo.GetType() == StereoGram_cls::TYPE_MONOGRAM)
+        stereo.mCType.mValue = StereoGram_cls::TYPE_OFF_AXIS;
+    stereo.mCEye.mValue = mArgs.mStereo;
+    stereo.mCDualOutput.mValue = mArgs.mbStereoSeparate;
+    mpCTime->SetFrameNative(mpCTime->GetWAMin(), 0);
+    const double begin = mpCTime->GetDoubleIndex();
+    if (stereo.mpCParallax->mVParams[0].mbTimeDepend.mValue || stereo.GetParallax(begin) != 0.0) return;
+    mpCCanvas->mCamera.EvaluatePaths(begin);
+    mpCCanvas->mCamera.UpdateCameraPos();
+    stereo.Fit(mpCCanvas->mCamera.GetDistanceToAnchor());
+    Note(wxString::Format("the eyes stand %g apart", stereo.GetParallax(begin)));
+}
+
+/// Of a picture file.
+wxSize FilmMaker_cls::GetFileSize() const {
+    const ImgSequence_cls* sequence = mpCMain->mpCImgSequence;
+    const StereoGram_cls& stereo = *mpCMain->mpCStereoGram;
+    wxSize size(sequence->mOutW, sequence->mOutH);
+    if (mpCCanvas->IsAlongAxis() || !stereo.IsFull() || stereo.IsDualOutput()) return size;
+    (stereo.IsAbove() ? size.y : size.x) *= 2;
+    return size;
 }
 
 // What the window would ask about.
@@ -234,10 +268,10 @@ void FilmMaker_cls::MakeFrame(size_t i) {
     const std::vector<wxString> paths = GetPictures(i);
     const std::vector<int> eyes = GetEyes();
     const wxString data = mArgs.mExport.empty() ? wxString() : GetFilmName(mDataNames, mFilm[i].mNumber);
-    const ImgSequence_cls* sequence = mpCMain->mpCImgSequence;
+    const wxSize size = GetFileSize();
     if (mArgs.mbResume && (data.empty() || wxFileName::FileExists(data)) &&
         std::all_of(paths.begin(), paths.end(), [&](const wxString& path) {
-            return IsWholeImage(path, sequence->mOutW, sequence->mOutH, mArgs.mbTransparent);
+            return IsWholeImage(path, size.x, size.y, mArgs.mbTransparent);
         })) {
         for (size_t k = 0; k < paths.size(); ++k)
             mVDone[eyes[k]].push_back(paths[k]);
@@ -369,7 +403,8 @@ void FilmMaker_cls::MakeVideoOf(int eye) {
         return;
     }
     VideoMaker_cls maker;
-    maker.Start({mVDone[eye], path, mArgs.mRate, mArgs.mbTransparent});
+    maker.Start({mVDone[eye], path, mArgs.mRate, mArgs.mbTransparent,
+                 mpCCanvas->IsAlongAxis() ? VideoStereo::None : GetVideoStereo(*mpCMain->mpCStereoGram)});
     maker.Wait([] { return IsFilmStopped(); });
     if (maker.GetError().empty())
         mpCProgress->Say("video " + path.utf8_string());

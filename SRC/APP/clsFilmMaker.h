@@ -56,6 +56,8 @@ private:
     bool TakeFrames();
     bool Fail(FilmStatus status, const wxString& text);
     void TakeBlur();
+    void TakeStereo();
+    wxSize GetFileSize() const;
     void NoteOddities() const;
 
     void MakeFrames();

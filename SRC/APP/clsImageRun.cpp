@@ -20,6 +20,7 @@
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsSharedView.h"
+#include "IMAGE/VideoFile.h"
 #include "IMAGE/clsImageIO.h"
 #include "IMAGE/clsImgSequence.h"
 #include "PARAM/clsUndoManager.h"
@@ -196,7 +197,8 @@ void ImageRun_cls::BeginVideo() {
     if (!mHub.mpCImgSequence->mbVideo) return;
     GCImgIO.Finish(); // the last picture
     TellImageFailures();
-    mpCSeriesVideo->Begin(*mHub.mpCImgSequence, mHub.mpCImgSequence->GetFailures());
+    const ImgSequence_cls& sequence = *mHub.mpCImgSequence;
+    mpCSeriesVideo->Begin(sequence, sequence.GetFailures(), GetVideoStereo(*mHub.mpCStereoGram));
     mFrame.UpdateStatusText();
 }
 

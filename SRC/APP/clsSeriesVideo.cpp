@@ -11,7 +11,7 @@ namespace {
 constexpr long kToldMillis = 10000; // long enough to be seen
 }
 
-void SeriesVideo_cls::Begin(const ImgSequence_cls& sequence, int failures) {
+void SeriesVideo_cls::Begin(const ImgSequence_cls& sequence, int failures, VideoStereo stereo) {
     Tick(); // what has ended meanwhile
     mStrDone.clear();
     if (!sequence.mbVideo) return;
@@ -28,6 +28,7 @@ void SeriesVideo_cls::Begin(const ImgSequence_cls& sequence, int failures) {
         job.mFrames = sequence.GetWritten(eye);
         job.mPath = GetEyePath(path, eye);
         job.mRate = MakeVideoRate(sequence.mVideoRate);
+        job.mStereo = eye == EYE_NONE ? stereo : VideoStereo::None;
         mVWaiting.push_back(std::move(job));
     }
     StartNext();

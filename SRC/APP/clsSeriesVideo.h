@@ -14,7 +14,7 @@ class SeriesVideo_cls {
 public:
     /// The series has ended with this many files missing. Begins if its settings want a video;
     /// one that is still being made is given up, and that is told.
-    void Begin(const ImgSequence_cls& sequence, int failures);
+    void Begin(const ImgSequence_cls& sequence, int failures, VideoStereo stereo);
     /// To be called a few times a second: true when GetStatusText changes.
     bool Tick();
     /// What is under way, or was a moment ago; else empty.

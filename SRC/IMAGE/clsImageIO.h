@@ -18,9 +18,10 @@ struct ImageBuffers_st {
     const FBO_cls* mpColor = nullptr;
     const FBO_cls* mpOnBlack = nullptr; ///< both or none of the two: see SavePicture_st
     const FBO_cls* mpOnWhite = nullptr;
-    const FBO_cls* mpOverlay = nullptr; ///< with alpha, as large as the file; null: none
-    bool mbSideBySide = false;          ///< two eyes in two halves: the overlay goes into both
-    int mEye = 0;                       ///< the Eye that the file is for
+    const FBO_cls* mpOverlay = nullptr;       ///< with alpha, as large as the file; null: none
+    Halves mHalves = HALVES_NONE;             ///< where the two eyes of the picture stand
+    const ImageBuffers_st* mpRight = nullptr; ///< the other eye in full size; null: the halves are squeezed
+    int mEye = 0;                             ///< the Eye that the file is for
 };
 
 /// A file that isn't there.

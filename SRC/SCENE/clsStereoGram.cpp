@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include <wx/intl.h>
+
 #include "COMMON/UpdateBits.h"
 #include "COMMON/clsMyVector.h"
 #include "GL/BASE/clsPositionAndDirection.h"
@@ -15,7 +17,7 @@
 namespace {
 
 const char* const kMarker = "--StereoGram";
-constexpr int kLastOutput = StereoGram_cls::OUTPUT_SIDE_BY_SIDE;
+constexpr int kLastOutput = StereoGram_cls::OUTPUT_NUMBER - 1;
 constexpr float kMaxToeIn = 89.0f;
 constexpr double kFitShare = 30.0; // of the distance, between the eyes
 
@@ -45,6 +47,44 @@ bool StereoGram_cls::IsStereo() const {
 
 bool StereoGram_cls::IsDualOutput() const {
     return IsStereo() && (mCDualOutput.mValue != 0 || mCEye.mValue == OUTPUT_LINE_BY_LINE);
+}
+
+bool StereoGram_cls::IsFull() const {
+    return IsStereo() && (mCEye.mValue == OUTPUT_SIDE_BY_SIDE_FULL || mCEye.mValue == OUTPUT_TOP_BOTTOM_FULL);
+}
+
+bool StereoGram_cls::IsAbove() const {
+    return IsStereo() && (mCEye.mValue == OUTPUT_TOP_BOTTOM || mCEye.mValue == OUTPUT_TOP_BOTTOM_FULL);
+}
+
+StereoGram_cls::Part_st StereoGram_cls::GetPart(int pass) const {
+    const double second = pass == 0 ? 0.0 : 0.5;
+    switch (IsStereo() ? mCEye.mValue : int(OUTPUT_NO_PARALLAX)) {
+    case OUTPUT_SIDE_BY_SIDE:
+        return {second, 0.0, 0.5, 1.0};
+    case OUTPUT_TOP_BOTTOM:
+        return {0.0, 0.5 - second, 1.0, 0.5};
+    case OUTPUT_SIDE_BY_SIDE_FULL:
+        return {second, 0.25, 0.5, 0.5};
+    case OUTPUT_TOP_BOTTOM_FULL:
+        return {0.25, 0.5 - second, 0.5, 0.5};
+    default:
+        return {};
+    }
+}
+
+std::vector<wxString> StereoGram_cls::GetOutputNames() {
+    return {_("No Parallax"),
+            _("LEFT"),
+            _("RIGHT"),
+            _("LINE BY LINE"),
+            _("RED-CYAN"),
+            _("YELLOW-BLUE"),
+            _("SIDE BY SIDE"),
+            _("TOP BOTTOM"),
+            _("SIDE BY SIDE (full)"),
+            _("TOP BOTTOM (full)"),
+            _("RED-CYAN (Dubois)")};
 }
 
 int StereoGram_cls::GetStereoEye(int pass) const {

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <istream>
+#include <vector>
 
 #include "COMMON/Eye.h"
 #include "COMMON/clsDialogControl.h"
@@ -28,6 +29,18 @@ public:
         OUTPUT_RED_CYAN,
         OUTPUT_YELLOW_BLUE,
         OUTPUT_SIDE_BY_SIDE, ///< each eye squeezed to half the width
+        OUTPUT_TOP_BOTTOM,   ///< to half the height, the left one on top
+        OUTPUT_SIDE_BY_SIDE_FULL,
+        OUTPUT_TOP_BOTTOM_FULL,
+        OUTPUT_RED_CYAN_DUBOIS, ///< in colours that both eyes agree about
+        OUTPUT_NUMBER
+    };
+    /// Where an eye's picture stands in that of both: shares of its sides, from the lower left corner.
+    struct Part_st {
+        double mX = 0.0;
+        double mY = 0.0;
+        double mW = 1.0;
+        double mH = 1.0;
     };
     static constexpr int kStored = -1; ///< for an eye: the one that the stored output shows
 
@@ -40,6 +53,16 @@ public:
     bool IsStereo() const;
     /// Do image files show an eye each? Lines of two eyes don't survive a change of size: they always do.
     bool IsDualOutput() const;
+
+    /// Are the eyes side by side or one above the other in full size? Files of both are twice as large.
+    bool IsFull() const;
+    bool IsAbove() const;
+    /// Do images of the two eyes know nothing of each other while they are drawn?
+    bool KeepsEyesApart() const { return IsDualOutput() || IsFull(); }
+    /// Is each pixel made of both eyes?
+    bool MixesEyes() const { return IsStereo() && mCEye.mValue == OUTPUT_RED_CYAN_DUBOIS; }
+    /// Of a picture of both eyes. The window shows those in full size at half their scale.
+    Part_st GetPart(int pass) const;
 
     int GetStereoEye(int pass) const;
     /// 1 left half, 2 right half, 0 the whole.
@@ -85,6 +108,9 @@ public:
     /// Reads on from the stream when `line` is the block's marker.
     void ReadStrLine(std::wistream& stream, const wxString& line);
     Parameters_cls* GetPCParamFromID(const wxString& id) const;
+
+    /// Names of the outputs, in their order.
+    static std::vector<wxString> GetOutputNames();
 
     static const long long kUpdateMask;
     ConfItemList_cls mConfItemList;

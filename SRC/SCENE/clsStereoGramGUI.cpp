@@ -40,9 +40,7 @@ void StereoGramGUI_cls::AddRows() {
     panel.AddChoice(
         _("Camera Setting"), &mStereo.mCType.mValue, {_("0: Monogram"), _("1: Off-Axis"), _("2: Toe-In")},
         _("One camera; two that look the same way; or two that turn to a point in front of them"));
-    panel.AddChoice(_("Stereogram Type"), &mStereo.mCEye.mValue,
-                    {_("No Parallax"), _("LEFT"), _("RIGHT"), _("LINE BY LINE"), _("RED-CYAN"),
-                     _("YELLOW-BLUE"), _("SIDE BY SIDE")},
+    panel.AddChoice(_("Stereogram Type"), &mStereo.mCEye.mValue, StereoGram_cls::GetOutputNames(),
                     _("What becomes of the pictures of the two eyes"));
     const int parallax =
         panel.AddParam(_("Parallax Distance"), mStereo.mpCParallax, RangeSpec(-1e30, 1e30, 0.01),

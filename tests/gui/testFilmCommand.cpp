@@ -116,6 +116,46 @@ TEST_F(FilmCommand, WritesTheSameForTwoEyes) {
     Compare("Panel0GLGeometry=2\nTimeWorkAreaMax=0\n" + stereo.Serialize().ToStdString(), {false, true}, 1);
 }
 
+TEST_F(FilmCommand, TheOptionTakesTwoEyesFromAnyProject) {
+    const std::string project = mFolder.MakeProject("film.mrp", "TimeWorkAreaMax=0\nPanel0ShowGrid=1\n");
+    const auto film = [&](const std::string& output, const std::string& name) {
+        const ChildRun_st run = RunFilm({"--quiet", "--size", "96x64", "--stereo", output, "--output",
+                                         mFolder / ("command/" + name + "%04d.png"), project});
+        EXPECT_EQ(run.mStatus, 0) << run.mErr;
+    };
+    const auto load = [&](const std::string& name) {
+        return wxImage(wxString::FromUTF8(mFolder / ("command/" + name + ".png")));
+    };
+    film("off", "one");
+    film("separate", "eye");
+    film("side-by-side-full", "beside");
+    film("top-bottom-full", "above");
+    film("red-cyan", "red");
+    const wxImage one = load("one0000"), left = load("eyeL0000"), right = load("eyeR0000");
+    const wxImage beside = load("beside0000"), above = load("above0000"), red = load("red0000");
+    ASSERT_EQ(left.GetSize(), wxSize(96, 64));
+    ASSERT_EQ(beside.GetSize(), wxSize(192, 64));
+    ASSERT_EQ(above.GetSize(), wxSize(96, 128));
+    const auto same = [](const wxImage& a, const wxImage& b) {
+        return a.GetSize() == b.GetSize() &&
+               std::equal(a.GetData(), a.GetData() + 3 * a.GetWidth() * a.GetHeight(), b.GetData());
+    };
+    EXPECT_FALSE(same(left, right));
+    EXPECT_FALSE(same(left, one));
+    EXPECT_TRUE(same(beside.GetSubImage(wxRect(0, 0, 96, 64)), left)) << "what the eye's own file shows";
+    EXPECT_TRUE(same(beside.GetSubImage(wxRect(96, 0, 96, 64)), right));
+    EXPECT_TRUE(same(above.GetSubImage(wxRect(0, 0, 96, 64)), left));
+    EXPECT_TRUE(same(above.GetSubImage(wxRect(0, 64, 96, 64)), right));
+    for (int i = 0; i < 96 * 64 * 3; i += 3) {
+        ASSERT_EQ(red.GetData()[i], left.GetData()[i]);
+        ASSERT_EQ(red.GetData()[i + 1], right.GetData()[i + 1]);
+    }
+    const ChildRun_st resumed = RunFilm({"--size", "96x64", "--stereo", "top-bottom-full", "--resume",
+                                         "--output", mFolder / "command/above%04d.png", project});
+    EXPECT_NE(resumed.mOut.find("1 were there"), std::string::npos) << resumed.mOut;
+    EXPECT_NE(resumed.mErr.find("note: the eyes stand"), std::string::npos) << resumed.mErr;
+}
+
 TEST_F(FilmCommand, KnowsTheEndingsThatCanBeWritten) {
     for (const std::string ending : {"png", "jpg", "jpeg", "tif", "tiff", "bmp"}) {
         const wxString path = wxString::FromUTF8(mFolder / ("ending." + ending));

@@ -96,6 +96,78 @@ TEST_F(Stereo, APointMovesBetweenTheEyesAsFarAsItMust) {
     EXPECT_NEAR(Place(beside, 1, wxRect(kW / 2, 0, kW / 2, kH)), -shift / 2, 0.5);
 }
 
+TEST_F(Stereo, EyesStandAboveEachOtherAndInFullSize) {
+    ShowParticles({{kFar, 0, 0}, {kFar, 0, 0.4}}, 20);
+    LookAlongX();
+    const double shift = Shift(kParallax / 2.0, kFar);
+    const double up = Shift(0.4, kFar); // of the second point
+    for (const int geometry : {0, 2}) {
+        Canvas(0)->SetGeometry(geometry);
+        const struct {
+            int mOutput;
+            wxRect mLeft, mRight; ///< parts of the window, from its top
+        } cases[] = {
+            {Eyes::OUTPUT_SIDE_BY_SIDE, {0, 0, kW / 2, kH}, {kW / 2, 0, kW / 2, kH}},
+            {Eyes::OUTPUT_TOP_BOTTOM, {0, 0, kW, kH / 2}, {0, kH / 2, kW, kH / 2}},
+            {Eyes::OUTPUT_SIDE_BY_SIDE_FULL, {0, kH / 4, kW / 2, kH / 2}, {kW / 2, kH / 4, kW / 2, kH / 2}},
+            {Eyes::OUTPUT_TOP_BOTTOM_FULL, {kW / 4, 0, kW / 2, kH / 2}, {kW / 4, kH / 2, kW / 2, kH / 2}}};
+        const Picture_st left = Show(Eyes::TYPE_OFF_AXIS, Eyes::OUTPUT_LEFT);
+        const Picture_st right = Show(Eyes::TYPE_OFF_AXIS, Eyes::OUTPUT_RIGHT);
+        const double places[2] = {Place(left, 0), Place(right, 0)};
+        if (geometry == 0) {
+            EXPECT_NEAR(places[0], shift, 0.5);
+        }
+        EXPECT_GT(places[0] - places[1], 5.0);
+        for (const auto& item : cases) {
+            const Picture_st both = Show(Eyes::TYPE_OFF_AXIS, item.mOutput);
+            int i = 0;
+            for (const wxRect& part : {item.mLeft, item.mRight})
+                EXPECT_NEAR(Place(both, 0, part), places[i++] * part.width / kW, 0.6)
+                    << item.mOutput << " in geometry " << geometry;
+            if (geometry != 0) continue;
+            const double middle = item.mLeft.y + item.mLeft.height / 2.0;
+            const double scale = double(item.mLeft.height) / kH;
+            const double x = item.mLeft.x + item.mLeft.width / 2.0 + shift * item.mLeft.width / kW;
+            EXPECT_TRUE(both.IsLit(x, middle - up * scale, 3, 200)) << item.mOutput;
+            // Outside of the two there is nothing.
+            Picture_st rest = both;
+            for (const wxRect& part : {item.mLeft, item.mRight})
+                for (int y = part.y; y < part.y + part.height; ++y)
+                    std::fill_n(rest.mRGB.begin() + 3 * (y * kW + part.x), 3 * part.width, 0);
+            EXPECT_EQ(rest.CountLit(0), 0) << item.mOutput;
+        }
+    }
+}
+
+TEST_F(Stereo, ColoursAreMixedAsTheGlassesNeedThem) {
+    ShowParticles({{-kFar, 0, 0}}, 1);
+    LookAlongX();
+    const double color[3] = {0.8, 0.5, 0.25};
+    SetBackground(float(color[0]), float(color[1]), float(color[2]));
+    // The sums of the two matrices: both eyes see the background.
+    const double sums[3][3] = {{0.413, 0.412, 0.174}, {0.338, 0.696, -0.034}, {-0.087, -0.134, 1.221}};
+    for (const int geometry : {0, 2}) {
+        Canvas(0)->SetGeometry(geometry);
+        const Picture_st picture = Show(Eyes::TYPE_OFF_AXIS, Eyes::OUTPUT_RED_CYAN_DUBOIS);
+        for (int c = 0; c < 3; ++c)
+            EXPECT_NEAR(Channel(picture, kW / 2, kH / 2, c),
+                        255 * (sums[c][0] * color[0] + sums[c][1] * color[1] + sums[c][2] * color[2]), 1.5)
+                << c;
+    }
+    // White points: what one eye sees is the sum of its rows, what is negative is none.
+    Canvas(0)->SetGeometry(0);
+    SetBackground(0, 0, 0);
+    ShowParticles({{kFar, 0, 0}}, 20);
+    LookAlongX();
+    const Picture_st picture = Show(Eyes::TYPE_OFF_AXIS, Eyes::OUTPUT_RED_CYAN_DUBOIS);
+    const int x = int(std::lround(Shift(kParallax / 2.0, kFar)));
+    const int left[3] = {255, 0, 0}, right[3] = {0, 255, 255}; // 1.132, 1.094 and 1.041 are cut
+    for (int c = 0; c < 3; ++c) {
+        EXPECT_EQ(Channel(picture, kW / 2 + x, kH / 2, c), left[c]) << c;
+        EXPECT_EQ(Channel(picture, kW / 2 - x, kH / 2, c), right[c]) << c;
+    }
+}
+
 TEST_F(Stereo, EyesThatTurnMeetAtTheFocus) {
     Ctrl().mCToeInAngle.mValue = 1.5f;
     Set(Eyes::TYPE_TOE_IN, Eyes::OUTPUT_RED_CYAN);

@@ -58,7 +58,9 @@ TEST_F(StereoGram, EachOutputHasItsEyesAndPasses) {
                  {Stereo::OUTPUT_LINE_BY_LINE, EYE_LEFT, EYE_RIGHT, true},
                  {Stereo::OUTPUT_RED_CYAN, EYE_LEFT, EYE_RIGHT, true},
                  {Stereo::OUTPUT_YELLOW_BLUE, EYE_LEFT, EYE_RIGHT, true},
-                 {Stereo::OUTPUT_SIDE_BY_SIDE, EYE_LEFT, EYE_RIGHT, true}};
+                 {Stereo::OUTPUT_SIDE_BY_SIDE, EYE_LEFT, EYE_RIGHT, true},
+                 {Stereo::OUTPUT_TOP_BOTTOM_FULL, EYE_LEFT, EYE_RIGHT, true},
+                 {Stereo::OUTPUT_RED_CYAN_DUBOIS, EYE_LEFT, EYE_RIGHT, true}};
     for (const int type : {Stereo::TYPE_MONOGRAM, Stereo::TYPE_OFF_AXIS, Stereo::TYPE_TOE_IN})
         for (const auto& item : cases) {
             SetMode(type, item.mOutput);

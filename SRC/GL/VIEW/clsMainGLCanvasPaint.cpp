@@ -282,6 +282,7 @@ void MainGLCanvas_cls::EndFaces() {
     const bool bKeep = IsAnyMultiPanel();
     mpCShared->mspCFishEyeCtrl->MakeFishEyeEnd(bKeep);
     if (!bKeep) mpCShared->mspCDome.reset();
+    if (mMoment.passes == 1) mpCShared->mspCLeftEye[size_t(GatherTarget::Window)].reset();
 }
 
 void MainGLCanvas_cls::CountPaint() {

@@ -11,6 +11,7 @@
 #include "CONFITEM/clsConfItem.h"
 #include "CONFITEM/clsConfItemList.h"
 
+class Anaglyph_cls;
 class ColorCurve_cls;
 class Distortion_cls;
 class DrawClrLegend_cls;
@@ -62,7 +63,9 @@ public:
     std::unique_ptr<FishEye_cls> mspCFishEyeCtrl;
     std::unique_ptr<Distortion_cls> mspCDistortion;
     std::unique_ptr<FBO_cls> mspCStage; ///< one finished picture before it is added to others of an image
-    std::unique_ptr<FBO_cls> mspCDome;  ///< the dome picture; kept for its memory
+    std::unique_ptr<Anaglyph_cls> mspCAnaglyph;
+    std::unique_ptr<FBO_cls> mspCLeftEye[4]; ///< waits to be mixed with the other: by GatherTarget
+    std::unique_ptr<FBO_cls> mspCDome;       ///< the dome picture; kept for its memory
     Exposure_cls* mspCExposureLink;
     Information_cls* mspCInformationLink;
     StereoGram_cls* mspCStereogramLink = nullptr; ///< null: every view has one eye

@@ -1,6 +1,7 @@
 #include "GL/VIEW/clsViewGather.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include <wx/intl.h>
 
@@ -9,6 +10,7 @@
 #include "GL/BASE/clsGLState.h"
 #include "GL/BASE/clsGLPerspective.h"
 #include "GL/BASE/clsGLTexture.h"
+#include "GL/VIEW/clsAnaglyph.h"
 #include "GL/VIEW/clsDistortion.h"
 #include "GL/VIEW/clsExposure.h"
 #include "GL/VIEW/clsFishEye.h"
@@ -40,6 +42,22 @@ void SetPlainTexturing() {
     glColor4f(1, 1, 1, 1);
 }
 
+/// State in which a picture goes to a place of the target: in place of what is there, or added with a weight.
+void SetTarget(const wxRect& place, float weight, bool bBlend) {
+    glViewport(place.x, place.y, place.width, place.height);
+    SetPlainTexturing();
+    if (bBlend) {
+        glEnable(GL_BLEND);
+        glBlendFunc(GL_SRC_ALPHA, GL_ONE);
+    }
+    glColor4f(1, 1, 1, weight);
+}
+
+bool IsImage(GatherTarget target) {
+    return target == GatherTarget::Image || target == GatherTarget::OnBlack ||
+           target == GatherTarget::OnWhite;
+}
+
 } // namespace
 
 /// Null: the picture has one eye.
@@ -48,21 +66,29 @@ const StereoGram_cls* ViewGather_cls::GetStereo() const {
 }
 
 void ViewGather_cls::GatherFBOImages(int w, int h, GatherTarget target) {
-    const bool bBlur = target == GatherTarget::Image && mContext.mHost.GetPCTimeCtrl()->mCMotionBlur.mbBlur;
+    const bool bBlur = IsImage(target) && mContext.mHost.GetPCTimeCtrl()->mCMotionBlur.mbBlur;
+    const StereoGram_cls* stereo = GetStereo();
     mContext.mShared.SetGLBGColor(1, mContext.mMoment.plainGrey);
-    if (mContext.mSettings.GetMultiPanelMode() == FishEye_cls::MODE_FLAT)
+    if (stereo && stereo->MixesEyes() && !IsEyeAlone(*stereo, target) &&
+        mContext.mShared.mspCAnaglyph->Initialize())
+        GatherMixed(w, h, bBlur, target);
+    else if (mContext.mSettings.GetMultiPanelMode() == FishEye_cls::MODE_FLAT)
         GatherFlat(w, h, bBlur, target);
-    else if (const StereoGram_cls* stereo = GetStereo())
+    else if (stereo)
         GatherWideEye(*stereo, w, h, bBlur, target);
     else
         GatherFBOMultiPanel(w, h, bBlur);
     CheckGLErrors("composition");
 }
 
+// Does the target hold nothing of the other eye?
+bool ViewGather_cls::IsEyeAlone(const StereoGram_cls& stereo, GatherTarget target) const {
+    return target == GatherTarget::WindowEye || (IsImage(target) && stereo.KeepsEyesApart());
+}
+
 bool ViewGather_cls::JoinsFirstEye(GatherTarget target) const {
     const StereoGram_cls* stereo = GetStereo();
-    if (!stereo || mContext.mMoment.pass == 0 || target == GatherTarget::WindowEye) return false;
-    return target == GatherTarget::Window || !stereo->IsDualOutput();
+    return stereo && mContext.mMoment.pass > 0 && !IsEyeAlone(*stereo, target);
 }
 
 // State of the target that the present eye's picture is drawn with.
@@ -71,39 +97,68 @@ void ViewGather_cls::BeginMasks(const StereoGram_cls& stereo, int w, int h, Gath
     if (target == GatherTarget::Window) stereo.SetStencilMaskBegin(w, h, mContext.mMoment.pass, false);
 }
 
+// Of the present eye in a target of w by h. An eye that has a file of its own fills it, but for its half of
+// what was meant to be laid side by side with the other's.
+wxRect ViewGather_cls::GetPlace(const StereoGram_cls& stereo, int w, int h, GatherTarget target) const {
+    if (IsEyeAlone(stereo, target) && stereo.GetModeSideBySide(0) == 0) return wxRect(0, 0, w, h);
+    const StereoGram_cls::Part_st part = stereo.GetPart(mContext.mMoment.pass);
+    const auto pixel = [](double share, int side) { return int(std::lround(share * side)); };
+    const int x = pixel(part.mX, w), y = pixel(part.mY, h);
+    return wxRect(x, y, pixel(part.mX + part.mW, w) - x, pixel(part.mY + part.mH, h) - y);
+}
+
 // Two eyes share no pixel's channel, so the second one replaces what is there.
 void ViewGather_cls::GatherFlat(int w, int h, bool bBlur, GatherTarget target) {
     const StereoGram_cls* stereo = GetStereo();
     const bool bJoins = JoinsFirstEye(target);
+    const int half = stereo ? stereo->GetModeSideBySide(mContext.mMoment.pass) : 0;
     FBO_cls::DrawOnScreenSet(mContext.mCGLPerspective, w, h, bBlur || bJoins);
     if (bJoins && !bBlur) glDisable(GL_BLEND);
     if (stereo) BeginMasks(*stereo, w, h, target);
+    if (stereo && half == 0) {
+        const wxRect place = GetPlace(*stereo, w, h, target);
+        glViewport(place.x, place.y, place.width, place.height);
+    }
     mContext.mShared.mspCExposureLink->Begin();
-    FBO_cls::DrawOnScreenDraw(mContext.mShared.mspCFishEyeCtrl->GetFace(0),
-                              stereo ? stereo->GetModeSideBySide(mContext.mMoment.pass) : 0);
+    FBO_cls::DrawOnScreenDraw(mContext.mShared.mspCFishEyeCtrl->GetFace(0), half);
     mContext.mShared.mspCExposureLink->End();
 }
 
 void ViewGather_cls::GatherWideEye(const StereoGram_cls& stereo, int w, int h, bool bBlur,
                                    GatherTarget target) {
     const float alpha = bBlur ? mContext.mShared.mspCExposureLink->GetAlpha() : 1.0f;
-    FillStage(w, h);
+    FillPicture(mContext.mShared.mspCStage, w, h);
     mContext.mShared.SetGLBGColor(1, mContext.mMoment.plainGrey);
     if (!bBlur && !JoinsFirstEye(target)) glClear(GL_COLOR_BUFFER_BIT);
-    const GLAttribScope_cls attributes;
-    const int side = stereo.GetModeSideBySide(mContext.mMoment.pass);
-    const int half = w / 2;
-    BeginMasks(stereo, w, h, target);
-    AddStage(side == 0 ? wxRect(0, 0, w, h) : wxRect(side == 1 ? 0 : half, 0, side == 1 ? half : w - half, h),
-             alpha * alpha, bBlur);
+    {
+        const GLAttribScope_cls attributes;
+        BeginMasks(stereo, w, h, target);
+        AddStage(GetPlace(stereo, w, h, target), alpha * alpha, bBlur);
+    }
     if (bBlur) mContext.mShared.mspCExposureLink->SetAccumulation(alpha);
+}
+
+// The first eye waits for the second one.
+void ViewGather_cls::GatherMixed(int w, int h, bool bBlur, GatherTarget target) {
+    SharedView_cls& shared = mContext.mShared;
+    const float alpha = bBlur ? shared.mspCExposureLink->GetAlpha() : 1.0f;
+    std::unique_ptr<FBO_cls>& pLeft = shared.mspCLeftEye[size_t(target)];
+    FillPicture(mContext.mMoment.pass == 0 ? pLeft : shared.mspCStage, w, h);
+    if (mContext.mMoment.pass > 0 && pLeft) {
+        if (target == GatherTarget::Window)
+            glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
+        const GLAttribScope_cls attributes;
+        SetTarget(wxRect(0, 0, w, h), alpha * alpha, bBlur);
+        shared.mspCAnaglyph->Draw(*pLeft, *shared.mspCStage);
+    }
+    if (bBlur) shared.mspCExposureLink->SetAccumulation(alpha);
 }
 
 // The grid and the mask change what is there already: a picture must be whole before it is added to others.
 void ViewGather_cls::GatherFBOMultiPanel(int w, int h, bool bAdditive) {
     if (bAdditive) {
         const float alpha = mContext.mShared.mspCExposureLink->GetAlpha();
-        FillStage(w, h);
+        FillPicture(mContext.mShared.mspCStage, w, h);
         AddStage(wxRect(0, 0, w, h), alpha * alpha, true);
         mContext.mShared.mspCExposureLink->SetAccumulation(alpha);
     } else if (mContext.mSettings.IsFishEye()) {
@@ -115,24 +170,26 @@ void ViewGather_cls::GatherFBOMultiPanel(int w, int h, bool bAdditive) {
     }
 }
 
-// With its exposure, and of full weight.
-void ViewGather_cls::FillStage(int w, int h) {
-    mContext.mShared.mspCExposureLink->EndAccumulation();
-    MakeBuffer(mContext.mShared.mspCStage, w, h);
-    const FBOScope_cls target(*mContext.mShared.mspCStage, true);
+// The present eye's whole picture with its exposure, of full weight. No steps of a blur add up from here on.
+void ViewGather_cls::FillPicture(std::unique_ptr<FBO_cls>& pPicture, int w, int h) {
+    const SharedView_cls& shared = mContext.mShared;
+    shared.mspCExposureLink->EndAccumulation();
+    MakeBuffer(pPicture, w, h);
+    const FBOScope_cls target(*pPicture, true);
     mContext.mShared.SetGLBGColor(1, mContext.mMoment.plainGrey);
-    GatherFBOMultiPanel(w, h, false);
+    if (mContext.mSettings.GetMultiPanelMode() != FishEye_cls::MODE_FLAT) {
+        GatherFBOMultiPanel(w, h, false);
+        return;
+    }
+    FBO_cls::DrawOnScreenSet(mContext.mCGLPerspective, w, h, false);
+    shared.mspCExposureLink->Begin();
+    FBO_cls::DrawOnScreenDraw(shared.mspCFishEyeCtrl->GetFace(0), 0);
+    shared.mspCExposureLink->End();
 }
 
 void ViewGather_cls::AddStage(const wxRect& place, float weight, bool bBlend) {
     const GLAttribScope_cls attributes;
-    glViewport(place.x, place.y, place.width, place.height);
-    SetPlainTexturing();
-    if (bBlend) {
-        glEnable(GL_BLEND);
-        glBlendFunc(GL_SRC_ALPHA, GL_ONE);
-    }
-    glColor4f(1, 1, 1, weight);
+    SetTarget(place, weight, bBlend);
     mContext.mShared.mspCStage->DrawOnScreen2D(place.width, place.height, place.width, place.height, 0, 0,
                                                true);
 }

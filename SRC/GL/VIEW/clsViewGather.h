@@ -2,15 +2,18 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
 #include <wx/gdicmn.h>
 
 #include "GL/VIEW/clsViewContext.h"
 
+class FBO_cls;
 class StereoGram_cls;
 
-/// What a picture is put together for: the window; an image of its own; the window's picture of one eye.
-enum class GatherTarget { Window, Image, WindowEye };
+/// What a picture is put together for: the window; an image of its own, and what tells its transparency;
+/// the window's picture of one eye.
+enum class GatherTarget { Window, Image, OnBlack, OnWhite, WindowEye };
 
 class ViewGather_cls {
 public:
@@ -22,12 +25,15 @@ public:
 
 private:
     const StereoGram_cls* GetStereo() const;
+    bool IsEyeAlone(const StereoGram_cls& stereo, GatherTarget target) const;
     bool JoinsFirstEye(GatherTarget target) const;
     void BeginMasks(const StereoGram_cls& stereo, int w, int h, GatherTarget target) const;
     void GatherFlat(int w, int h, bool bBlur, GatherTarget target);
     void GatherWideEye(const StereoGram_cls& stereo, int w, int h, bool bBlur, GatherTarget target);
     void GatherFBOMultiPanel(int w, int h, bool bAdditive);
-    void FillStage(int w, int h);
+    void GatherMixed(int w, int h, bool bBlur, GatherTarget target);
+    wxRect GetPlace(const StereoGram_cls& stereo, int w, int h, GatherTarget target) const;
+    void FillPicture(std::unique_ptr<FBO_cls>& pPicture, int w, int h);
     void GatherDome(int w, int h);
     void DrawDistorted(int w, int h);
     void DrawDomeSquare(int w, int h);

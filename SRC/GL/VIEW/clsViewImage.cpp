@@ -108,27 +108,33 @@ bool ViewImage_cls::IsDual() const {
     return mContext.mMoment.passes > 1 && mContext.mShared.mspCStereogramLink->IsDualOutput();
 }
 
+/// Two eyes, each in buffers of its own?
+bool ViewImage_cls::IsApart() const {
+    return mContext.mMoment.passes > 1 && mContext.mShared.mspCStereogramLink->KeepsEyesApart();
+}
+
 // The faces are drawn.
 void ViewImage_cls::BakeImage(double angle, wxSize window) {
-    EyeBuffers_st& eye = mEyes[IsDual() ? mContext.mMoment.pass : 0];
-    BakeResultToFBOForImage(eye.mpCFBOForImage, true, window);
+    EyeBuffers_st& eye = mEyes[IsApart() ? mContext.mMoment.pass : 0];
+    BakeResultToFBOForImage(eye.mpCFBOForImage, GatherTarget::Image, window);
     if (!mImageOrder.bTransparent) return;
     // The same scene over black, as it is drawn already, and over white tell what covers the background.
-    BakeResultToFBOForImage(eye.mpCFBOOnBlack, false, window);
+    BakeResultToFBOForImage(eye.mpCFBOOnBlack, GatherTarget::OnBlack, window);
     mContext.mMoment.plainGrey = 1.0f;
     mContext.mCGLPerspective.mAngle = angle;
     mScene.DrawOnFBO();
     mContext.mCGLPerspective.mAngle = static_cast<int>(angle);
-    BakeResultToFBOForImage(eye.mpCFBOOnWhite, false, window);
+    BakeResultToFBOForImage(eye.mpCFBOOnWhite, GatherTarget::OnWhite, window);
     mContext.mMoment.plainGrey = 0.0f;
 }
 
 // Steps of a motion blur add up, each with its share. Weight and blending both take the program's alpha, so
 // it is the root of that share. A flat view fills the square of its face, whose middle is written; a wide one
 // is put together in the picture's shape.
-void ViewImage_cls::BakeResultToFBOForImage(std::unique_ptr<FBO_cls>& pTarget, bool bExposed, wxSize window) {
+void ViewImage_cls::BakeResultToFBOForImage(std::unique_ptr<FBO_cls>& pTarget, GatherTarget what,
+                                            wxSize window) {
     const MotionBlurCtrl_cls& blur = mContext.mHost.GetPCTimeCtrl()->mCMotionBlur;
-    const bool bJoins = mContext.mMoment.pass > 0 && !IsDual(); // the eye that is there already
+    const bool bJoins = mContext.mMoment.pass > 0 && !IsApart(); // the eye that is there already
     const bool bClear = !bJoins && (!blur.mbBlur || blur.IsInitBluring());
     const wxSize size = mContext.mSettings.GetMultiPanelMode() == FishEye_cls::MODE_FLAT
                             ? wxSize(mContext.mMoment.fboSize, mContext.mMoment.fboSize)
@@ -136,12 +142,12 @@ void ViewImage_cls::BakeResultToFBOForImage(std::unique_ptr<FBO_cls>& pTarget, b
     if (!pTarget || pTarget->GetWidth() != size.x || pTarget->GetHeight() != size.y)
         pTarget = std::make_unique<FBO_cls>(size.x, size.y);
     pTarget->MakeFBO(false);
-    mContext.mShared.mspCExposureLink->SetBypassed(!bExposed);
+    mContext.mShared.mspCExposureLink->SetBypassed(what != GatherTarget::Image);
     mContext.mShared.mspCExposureLink->SetAccumulation(blur.mbBlur ? float(std::sqrt(blur.GetAlpha()))
                                                                    : 1.0f);
     {
         const FBOScope_cls target(*pTarget, bClear);
-        mGather.GatherFBOImages(size.x, size.y, GatherTarget::Image);
+        mGather.GatherFBOImages(size.x, size.y, what);
     }
     mContext.mShared.mspCExposureLink->EndAccumulation();
     mContext.mShared.mspCExposureLink->SetBypassed(false);
@@ -156,8 +162,11 @@ ImageBuffers_st ViewImage_cls::GetBuffers(int pass) const {
     }
     if (mContext.mMoment.passes == 1) return buffers;
     const StereoGram_cls& stereo = *mContext.mShared.mspCStereogramLink;
-    buffers.mbSideBySide = stereo.GetModeSideBySide(0) != 0;
-    if (stereo.IsDualOutput()) buffers.mEye = stereo.GetStereoEye(pass);
+    if (stereo.GetModeSideBySide(0) != 0 || stereo.IsFull()) buffers.mHalves = HALVES_BESIDE;
+    if (stereo.IsAbove()) buffers.mHalves = HALVES_ABOVE;
+    if (!stereo.IsDualOutput()) return buffers;
+    buffers.mEye = stereo.GetStereoEye(pass);
+    if (buffers.mHalves == HALVES_ABOVE || stereo.IsFull()) buffers.mHalves = HALVES_NONE;
     return buffers;
 }
 
@@ -175,6 +184,8 @@ void ViewImage_cls::FinishImage(wxSize window) {
     for (int pass = 0; pass < (IsDual() ? 2 : 1); ++pass) {
         ImageBuffers_st buffers = GetBuffers(pass);
         buffers.mpOverlay = pOverlay.get();
+        const ImageBuffers_st right = GetBuffers(1);
+        if (IsApart() && !IsDual()) buffers.mpRight = &right;
         if (mBake.IsSequence()) {
             const int offset = time.GetOffsetForImgSeq(-1, -1);
             mContext.mShared.mspCImgSeqLinked->SaveImageFromTexture(&GCImgIO, buffers, offset, buffers.mEye);
@@ -194,6 +205,8 @@ void ViewImage_cls::DropImage() {
     for (EyeBuffers_st& eye : mEyes)
         eye = EyeBuffers_st();
     mContext.mShared.mspCStage.reset();
+    for (const GatherTarget what : {GatherTarget::Image, GatherTarget::OnBlack, GatherTarget::OnWhite})
+        mContext.mShared.mspCLeftEye[size_t(what)].reset();
 }
 
 void ViewImage_cls::DropIfOver() {

@@ -13,6 +13,7 @@
 class FBO_cls;
 class ImgSequence_cls;
 class ViewGather_cls;
+enum class GatherTarget;
 class ViewOverlay_cls;
 class ViewScene_cls;
 struct ImageBuffers_st;
@@ -76,9 +77,10 @@ private:
         std::unique_ptr<FBO_cls> mpCFBOOnWhite;
     };
     bool IsDual() const;
+    bool IsApart() const;
     ImageBuffers_st GetBuffers(int pass) const;
     void BakeImage(double angle, wxSize window);
-    void BakeResultToFBOForImage(std::unique_ptr<FBO_cls>& pTarget, bool bExposed, wxSize window);
+    void BakeResultToFBOForImage(std::unique_ptr<FBO_cls>& pTarget, GatherTarget what, wxSize window);
     void DropImage();
 
     ViewContext_st mContext;
