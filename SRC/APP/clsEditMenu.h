@@ -32,6 +32,8 @@ private:
     void OnMenuRefreshColor(wxCommandEvent& event);
     void OnMenuLighgtSRC(wxCommandEvent& event);
     void OnMenuRefreshLight(wxCommandEvent& event);
+    void OnMenuCameraPath(wxCommandEvent& event);
+    void OnMenuRefreshCamConf(wxCommandEvent& event);
     void OnMenuStereogram(wxCommandEvent& event);
     void OnMenuRefreshStereo(wxCommandEvent& event);
 

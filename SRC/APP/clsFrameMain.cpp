@@ -30,6 +30,7 @@
 #include "FILTER/clsBondFollower.h"
 #include "FILTER/clsFilterLists.h"
 #include "GL/BASE/clsPreference.h"
+#include "GL/VIEW/clsCameraPathCtrl.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 #include "GL/VIEW/clsGLExtraFrame.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
@@ -185,6 +186,12 @@ CameraPath_cls* FrameMain_cls::GetPCCameraPath() const { return mpCMain->mpCCame
 
 AnchorPath_cls* FrameMain_cls::GetPCAnchorPath() const { return mpCMain->mpCAnchorPath; }
 
+// The camera dialog follows the active view.
+void FrameMain_cls::ReconnectCameraPathGUI() {
+    if (mpCMain->mpCCameraPathCtrl && GpCurrentGLPanel)
+        mpCMain->mpCCameraPathCtrl->ShowView(GpCurrentGLPanel->mPanelIndex);
+}
+
 LightSRCCtrl_cls* FrameMain_cls::GetPCLightSRCCtrl() const { return mpCMain->mpCLightSRCCtrl; }
 FilterLists_cls* FrameMain_cls::GetPCFilters() const { return mpCMain->mpCFilters; }
 
@@ -302,6 +309,7 @@ void FrameMain_cls::ApplySettings() {
     mpCMain->mpCColorCurveCtrl->UpdateItems(true);
     mpCMain->mpCLightSRCCtrl->UpdateItems(true);
     mpCMain->mpCStereoGram->UpdateItems(true);
+    if (mpCMain->mpCCameraPathCtrl) mpCMain->mpCCameraPathCtrl->UpdateItems(true);
     mpCEditMenu->UpdatePreference();
 }
 

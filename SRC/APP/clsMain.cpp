@@ -33,6 +33,7 @@
 #include "GL/DRAW/clsGLDrawData.h"
 #include "GL/DRAW/clsGLSequence.h"
 #include "GL/DRAW/clsSnapData.h"
+#include "GL/VIEW/clsCameraPathCtrl.h"
 #include "GL/VIEW/clsExposure.h"
 #include "GL/VIEW/clsInformation.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
@@ -126,6 +127,9 @@ Main_cls::Main_cls(bool bWindow) {
     mpCTexPropertyCtrl = new TexPropertyCtrl_cls;
     mpCRecentFiles = new RecentFiles_cls;
     mpCFrameMain = new FrameMain_cls("Morentis 3 v 0.80", this, FirstWindowRect(mDisplayHeight), bWindow);
+    mpCCameraPathCtrl =
+        new CameraPathCtrl_cls(*mpCFrameMain, *mpCFrameMain->GetPCSharedView(), mpCStereoGram);
+    mpCCameraPathCtrl->mGetRate = [this] { return double(mpCImgSequence->mVideoRate); };
     MakeCameraPathGroup();
     MakeTimeLines();
     mpCFrameMain->GetPCTopHalf()->ConnectFilters();
@@ -160,6 +164,7 @@ Main_cls::~Main_cls() {
     delete mpCColorCurveCtrl;
     delete mpCImgSequence;
     delete mpCTimeCtrl;
+    delete mpCCameraPathCtrl;
     delete mpCScene;
     delete mpCStereoGram;
     delete mpCRecentFiles;

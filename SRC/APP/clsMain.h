@@ -9,6 +9,7 @@
 #include "TIME/TimeHost.h"
 
 class AnchorPath_cls;
+class CameraPathCtrl_cls;
 class CameraPath_cls;
 class ColorCurveCtrl_cls;
 class DataExporter_cls;
@@ -119,6 +120,8 @@ public:
     ColorCurveCtrl_cls* mpCColorCurveCtrl = nullptr; ///< the colour curve editor
     ParamGUICtrl_cls* mpCParamGUICtrl = nullptr;     ///< the time lines, of the main frame
     Scene_cls* mpCScene = nullptr;
+    CameraPathCtrl_cls* mpCCameraPathCtrl =
+        nullptr; ///< dialog of views and camera; null until there are views
     TexPropertyCtrl_cls* mpCTexPropertyCtrl = nullptr; ///< the texture dialog
     FrameMain_cls* mpCFrameMain = nullptr;             ///< wxWidgets destroys windows
     RecentFiles_cls* mpCRecentFiles = nullptr;

@@ -150,6 +150,21 @@ TEST_F(FilmCommand, TheOptionTakesTwoEyesFromAnyProject) {
         ASSERT_EQ(red.GetData()[i], left.GetData()[i]);
         ASSERT_EQ(red.GetData()[i + 1], right.GetData()[i + 1]);
     }
+    // Squeezed to half, each shows the whole of its eye.
+    const auto light = [](const wxImage& image, int y) {
+        double sum = 0.0;
+        for (int x = 0; x < image.GetWidth(); ++x)
+            sum += image.GetGreen(x, y);
+        return sum;
+    };
+    film("top-bottom", "squeezed");
+    const wxImage squeezed = load("squeezed0000");
+    ASSERT_EQ(squeezed.GetSize(), wxSize(96, 64));
+    for (int y = 0; y < 64; ++y) {
+        const wxImage& eye = y < 32 ? left : right;
+        const int row = y % 32 * 2;
+        EXPECT_NEAR(light(squeezed, y), (light(eye, row) + light(eye, row + 1)) / 2.0, 300.0) << y;
+    }
     const ChildRun_st resumed = RunFilm({"--size", "96x64", "--stereo", "top-bottom-full", "--resume",
                                          "--output", mFolder / "command/above%04d.png", project});
     EXPECT_NE(resumed.mOut.find("1 were there"), std::string::npos) << resumed.mOut;

@@ -97,30 +97,52 @@ void ViewGather_cls::BeginMasks(const StereoGram_cls& stereo, int w, int h, Gath
     if (target == GatherTarget::Window) stereo.SetStencilMaskBegin(w, h, mContext.mMoment.pass, false);
 }
 
-// Of the present eye in a target of w by h. An eye that has a file of its own fills it, but for its half of
-// what was meant to be laid side by side with the other's.
+// Of the present eye. One that has a file of its own fills it, but for its half of what was meant to be laid
+// side by side with the other's.
+StereoGram_cls::Part_st ViewGather_cls::GetPart(const StereoGram_cls& stereo, GatherTarget target) const {
+    if (IsEyeAlone(stereo, target) && stereo.GetModeSideBySide(0) == 0) return {};
+    return stereo.GetPart(mContext.mMoment.pass);
+}
+
 wxRect ViewGather_cls::GetPlace(const StereoGram_cls& stereo, int w, int h, GatherTarget target) const {
-    if (IsEyeAlone(stereo, target) && stereo.GetModeSideBySide(0) == 0) return wxRect(0, 0, w, h);
-    const StereoGram_cls::Part_st part = stereo.GetPart(mContext.mMoment.pass);
+    const StereoGram_cls::Part_st part = GetPart(stereo, target);
     const auto pixel = [](double share, int side) { return int(std::lround(share * side)); };
     const int x = pixel(part.mX, w), y = pixel(part.mY, h);
     return wxRect(x, y, pixel(part.mX + part.mW, w) - x, pixel(part.mY + part.mH, h) - y);
+}
+
+// An image is cut out of the middle of its square: that middle is what an eye's place is a part of, and what
+// of the eye lies outside of it must not reach into the other's.
+void ViewGather_cls::SetEyeViewport(const StereoGram_cls& stereo, int w, int h, GatherTarget target) const {
+    double cutX = 0.0, cutY = 0.0; // on each side
+    if (IsImage(target)) {
+        const double aspect = mContext.mShared.mspCFishEyeCtrl->GetClipAspectRatio();
+        cutX = aspect < 1.0 ? w * (1.0 - aspect) / 2.0 : 0.0;
+        cutY = aspect > 1.0 ? h * (1.0 - 1.0 / aspect) / 2.0 : 0.0;
+    }
+    const auto pixel = [](double place) { return int(std::lround(place)); };
+    const StereoGram_cls::Part_st part = GetPart(stereo, target);
+    const double seenW = w - 2.0 * cutX, seenH = h - 2.0 * cutY;
+    const double x = cutX + part.mX * seenW, y = cutY + part.mY * seenH;
+    const double shiftX = x - part.mW * cutX, shiftY = y - part.mH * cutY;
+    glViewport(pixel(shiftX), pixel(shiftY), pixel(shiftX + part.mW * w) - pixel(shiftX),
+               pixel(shiftY + part.mH * h) - pixel(shiftY));
+    if (part.mW == 1.0 && part.mH == 1.0) return;
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(pixel(x), pixel(y), pixel(x + part.mW * seenW) - pixel(x),
+              pixel(y + part.mH * seenH) - pixel(y));
 }
 
 // Two eyes share no pixel's channel, so the second one replaces what is there.
 void ViewGather_cls::GatherFlat(int w, int h, bool bBlur, GatherTarget target) {
     const StereoGram_cls* stereo = GetStereo();
     const bool bJoins = JoinsFirstEye(target);
-    const int half = stereo ? stereo->GetModeSideBySide(mContext.mMoment.pass) : 0;
     FBO_cls::DrawOnScreenSet(mContext.mCGLPerspective, w, h, bBlur || bJoins);
     if (bJoins && !bBlur) glDisable(GL_BLEND);
     if (stereo) BeginMasks(*stereo, w, h, target);
-    if (stereo && half == 0) {
-        const wxRect place = GetPlace(*stereo, w, h, target);
-        glViewport(place.x, place.y, place.width, place.height);
-    }
+    if (stereo) SetEyeViewport(*stereo, w, h, target);
     mContext.mShared.mspCExposureLink->Begin();
-    FBO_cls::DrawOnScreenDraw(mContext.mShared.mspCFishEyeCtrl->GetFace(0), half);
+    FBO_cls::DrawOnScreenDraw(mContext.mShared.mspCFishEyeCtrl->GetFace(0), 0);
     mContext.mShared.mspCExposureLink->End();
 }
 

@@ -7,9 +7,9 @@
 #include <wx/gdicmn.h>
 
 #include "GL/VIEW/clsViewContext.h"
+#include "SCENE/clsStereoGram.h"
 
 class FBO_cls;
-class StereoGram_cls;
 
 /// What a picture is put together for: the window; an image of its own, and what tells its transparency;
 /// the window's picture of one eye.
@@ -32,6 +32,8 @@ private:
     void GatherWideEye(const StereoGram_cls& stereo, int w, int h, bool bBlur, GatherTarget target);
     void GatherFBOMultiPanel(int w, int h, bool bAdditive);
     void GatherMixed(int w, int h, bool bBlur, GatherTarget target);
+    StereoGram_cls::Part_st GetPart(const StereoGram_cls& stereo, GatherTarget target) const;
+    void SetEyeViewport(const StereoGram_cls& stereo, int w, int h, GatherTarget target) const;
     wxRect GetPlace(const StereoGram_cls& stereo, int w, int h, GatherTarget target) const;
     void FillPicture(std::unique_ptr<FBO_cls>& pPicture, int w, int h);
     void GatherDome(int w, int h);
