@@ -122,3 +122,10 @@ function(morentis_link_core target)
   string(REPLACE ";" "," group "${MORENTIS_CORE_LIBRARIES}")
   target_link_libraries(${target} PRIVATE "$<LINK_GROUP:RESCAN,${group}>" morentis_platform_core)
 endfunction()
+
+# Under a sanitizer the compiler warns of the library's own <regex>.
+function(morentis_uses_regex file)
+  if(MORENTIS_SANITIZE)
+    set_source_files_properties(${file} PROPERTIES COMPILE_OPTIONS -Wno-maybe-uninitialized)
+  endif()
+endfunction()

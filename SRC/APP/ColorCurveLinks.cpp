@@ -83,8 +83,8 @@ public:
                                   wxPD_APP_MODAL | wxPD_CAN_ABORT | wxPD_ESTIMATED_TIME | wxPD_AUTO_HIDE);
         for (int index = 0; index < length; ++index) {
             if (!LookAt(index, progress)) return false;
-            mHub.mpCPDataSeqCtrl->CleanUpMemory(mHub.mpCTimeCtrl->GetFrame(),
-                                                mHub.mpCTimeCtrl->GetAnimStep());
+            mHub.mpCPDataSeqCtrl->CleanUpMemory(mHub.mpCTimeCtrl->GetRemappedIndex(-1),
+                                                mHub.mpCTimeCtrl->GetDataStep());
         }
         *pLow = mLow;
         *pHigh = mHigh;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "APP/BindMenu.h"
+#include "APP/ProjectInputs.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "COMMON/EventIds.h"
@@ -30,12 +31,13 @@ int CountFrames(const TimeCtrl_cls& time) {
     return count;
 }
 
-/// A file of the open data that a run of the work area would write; empty for none.
-wxString FindReplacedInput(const DataExporter_cls& exporter, const PDataSequence_cls& sequence,
-                           const TimeCtrl_cls& time) {
+/// A file of the project that a run of the work area would write; empty for none.
+wxString FindReplacedInput(const Main_cls& hub) {
+    const DataExporter_cls& exporter = *hub.mpCDataExporter;
+    const TimeCtrl_cls& time = *hub.mpCTimeCtrl;
     FileSet_cls inputs;
-    for (int i = 0; i < std::min(sequence.GetSeqLength(), PDataSequence_cls::kMaxSnap); ++i)
-        inputs.Add(sequence.GetFilename(i));
+    for (const wxString& file : ListProjectInputs(hub))
+        inputs.Add(file);
     const int count = time.GetWAMax() - time.GetWAMin() + 1;
     for (int i = 0; i < count; ++i) {
         const wxString name = exporter.mCFileSequence.GetModifiedStr(exporter.mCInitNum.mValue + i, 0);
@@ -71,7 +73,7 @@ void ExportRun_cls::OnMenuExportDataBegin(wxCommandEvent&) {
         PostMenuEvent(ID_EXPORT_DATA_BEGIN);
         return;
     }
-    const wxString replaced = FindReplacedInput(*exporter, *sequence, *time);
+    const wxString replaced = FindReplacedInput(mHub);
     if (!replaced.empty() &&
         !MsgBoxYesno(
             wxString::Format(_("%s is a file of the data that are open. The export replaces it, and what "

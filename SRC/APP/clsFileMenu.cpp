@@ -1,5 +1,7 @@
 #include "APP/clsFileMenu.h"
 
+#include <utility>
+
 #include <wx/filename.h>
 #include <wx/menu.h>
 #include <wx/utils.h>
@@ -50,6 +52,13 @@ FileMenu_cls::FileMenu_cls(FrameMain_cls& frame, ConfItemList_cls& list)
     BindMenu(mFrame, this, ID_CLOSE_DATA, &FileMenu_cls::OnMenuCloseData);
     BindMenu(mFrame, this, ID_QUIT, &FileMenu_cls::OnQuit);
     mFrame.Bind(wxEVT_CLOSE_WINDOW, &FileMenu_cls::OnClose, this);
+    mFrame.Bind(wxEVT_IDLE, &FileMenu_cls::OnIdle, this);
+}
+
+void FileMenu_cls::OnIdle(wxIdleEvent& event) {
+    event.Skip();
+    if (!mWaitingProject.empty() && !GbGLLockDrawing.load())
+        OpenProjectAsked(std::exchange(mWaitingProject, wxString()));
 }
 
 void FileMenu_cls::UpdateTitle(const wxString& projectName) {
@@ -72,6 +81,11 @@ void FileMenu_cls::OnMenuOpenProject(wxCommandEvent&) {
 }
 
 void FileMenu_cls::OpenProjectAsked(const wxString& path) {
+    if (GbGLLockDrawing.load()) { // a project takes from the paint in progress what it draws
+        mWaitingProject = path;
+        wxWakeUpIdle();
+        return;
+    }
     std::wstring text;
     const bool bAsk = mHub.mpCRecovery->IsModified();
     // One that can't be opened is told and costs nothing.
@@ -244,11 +258,10 @@ void FileMenu_cls::OnMenuCloseData(wxCommandEvent&) {
 }
 
 void FileMenu_cls::OpenDroppedFile(const wxString& path) {
-    if (wxFileName(path).GetExt().Lower() == "mrp") {
+    if (wxFileName(path).GetExt().Lower() == "mrp")
         OpenProjectAsked(path);
-        return;
-    }
-    OpenWithLoader(path);
+    else
+        OpenWithLoader(path);
 }
 
 void FileMenu_cls::OpenWithLoader(const wxString& path) {

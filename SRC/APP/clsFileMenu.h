@@ -10,6 +10,7 @@ class FrameMain_cls;
 class Main_cls;
 class wxCloseEvent;
 class wxCommandEvent;
+class wxIdleEvent;
 
 class FileMenu_cls {
 public:
@@ -45,6 +46,7 @@ private:
     void OnMenuRecent(wxCommandEvent& event);
     void OnQuit(wxCommandEvent& event);
     void OnClose(wxCloseEvent& event);
+    void OnIdle(wxIdleEvent& event);
     bool SaveProject(const wxString& path); ///< false, told, when that failed
     bool SaveNamedProject();                ///< under its name, or under one that is asked for
     bool AskProjectName(wxString* pPath);
@@ -60,4 +62,5 @@ private:
     bool mbQuitAsked = false; ///< the end that comes is wanted
     bool mbShowsStar = false;
     wxString mStrTitleProject; ///< the project in the title
+    wxString mWaitingProject;  ///< opened when the paint in progress is over
 };

@@ -10,6 +10,7 @@
 #include "APP/FilmProgress.h"
 #include "APP/FilmStop.h"
 #include "APP/FilmTargets.h"
+#include "APP/ProjectInputs.h"
 #include "APP/clsCopyQuestion.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
@@ -126,10 +127,8 @@ bool FilmMaker_cls::TakeOutput() {
 
 // Nothing is written before all of this is settled.
 bool FilmMaker_cls::TakeTargets() {
-    const PDataSequence_cls* sequence = mpCFrame->GetPCActiveFileSequence();
-    std::vector<wxString> inputs = {mArgs.mProject};
-    for (int i = 0; i < std::min(sequence->GetSeqLength(), PDataSequence_cls::kMaxSnap); ++i)
-        inputs.push_back(sequence->GetFilename(i));
+    std::vector<wxString> inputs = ListProjectInputs(*mpCMain);
+    inputs.push_back(mArgs.mProject);
     std::vector<FilmTarget_st> targets;
     size_t missing = 0;
     for (const FilmFrame_st& frame : mFilm) {
@@ -318,7 +317,7 @@ bool FilmMaker_cls::DrawFrame(size_t i, const wxString& path) {
     mpCTime->SetInterpStepNative(mFilm[i].mStep, 0);
     mpCTime->SetFrameNative(mFilm[i].mFrame, 0);
     mpCFrame->TellPresent();
-    mpCMain->mpCPDataSeqCtrl->CleanUpMemory(mpCTime->GetRemappedIndex(-1), mpCTime->GetAnimStep());
+    mpCMain->mpCPDataSeqCtrl->CleanUpMemory(mpCTime->GetRemappedIndex(-1), mpCTime->GetDataStep());
     const ImgSequence_cls* sequence = mpCMain->mpCImgSequence;
     TakePictureFault(); // another frame's
     mpCCanvas->RequestImage(
@@ -346,6 +345,7 @@ bool FilmMaker_cls::DrawFrame(size_t i, const wxString& path) {
         FailFrame(path, fault);
         return true;
     }
+    NoteFilterFaults(mFilm[i].mFrame);
     return !IsFilmStopped();
 }
 

@@ -76,6 +76,7 @@ private:
     wxString FindMissing() const;
     std::pair<int, int> GetSnapshots() const;
     void NoteDamage(int frame);
+    void NoteFilterFaults(int frame);
     void TellDamage();
     wxString DrawStep();
     void TakeFailures();

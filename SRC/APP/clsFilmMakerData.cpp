@@ -116,6 +116,14 @@ void FilmMaker_cls::NoteDamage(int frame) {
     }
 }
 
+// Pictures without a mesh or bonds that the project names. What is wrong with the file is told already.
+void FilmMaker_cls::NoteFilterFaults(int frame) {
+    FilterLists_cls& filters = *mpCMain->mpCFilters;
+    for (int list = 0; list < kFilterLists; ++list)
+        for (int i = 0; i < filters.Get(list).GetCount(); ++i)
+            if (filters.Get(list).GetPCFilter(i)->HasBrokenFile()) mSDamagedFrames.insert(frame);
+}
+
 void FilmMaker_cls::TellDamage() {
     if (mSDamagedFrames.empty() || mArgs.mbDamagedOk) return;
     Fail(FilmStatus::SomeFailed,

@@ -1,5 +1,7 @@
 #include "APP/clsFrameMain.h"
 
+#include <utility>
+
 #include <wx/evtloop.h>
 #include <wx/filename.h>
 #include <wx/infobar.h>
@@ -292,8 +294,12 @@ void FrameMain_cls::OnExtraFrameClosed() {
 }
 
 void FrameMain_cls::ShowNotice(const wxString& text) {
-    // Notices may come from inside a paint: show them when it is over.
-    CallAfter([this, text] { mpCInfoBar->ShowMessage(text, wxICON_WARNING); });
+    // Notices may come from inside a paint: show them when it is over. Those that come together stay
+    // together.
+    const bool bFirst = mNotices.empty();
+    mNotices += (bFirst ? "" : "\n") + text;
+    if (bFirst)
+        CallAfter([this] { mpCInfoBar->ShowMessage(std::exchange(mNotices, wxString()), wxICON_WARNING); });
 }
 
 void FrameMain_cls::ApplySettings() {

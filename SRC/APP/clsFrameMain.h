@@ -138,6 +138,7 @@ private:
     BtmHalfPanel_cls* mpCBtmHalf = nullptr;
     GLExtraFrame_cls* mpCExtraFrame = nullptr;
     wxInfoBar* mpCInfoBar = nullptr;
+    wxString mNotices; ///< shown behind the present event
     wxTimer mTimer;
     Preference_cls* mpCPreference = nullptr;     ///< owned
     Preference_cls* mpCUserPreference = nullptr; ///< owned

@@ -93,7 +93,7 @@ void FrameMain_cls::OnIdle(wxIdleEvent& event) {
     TimeCtrl_cls* time = mpCMain->mpCTimeCtrl;
     PDataSeqCtrl_cls* store = mpCMain->mpCPDataSeqCtrl;
     TellPresent();
-    store->CleanUpMemory(time->GetFrame(), time->GetAnimStep());
+    store->CleanUpMemory(time->GetRemappedIndex(-1), time->GetDataStep());
     if (GpCThreadReader.load()) {
         if (mStatusWatch.Time() - mLastReaderPost >= kReaderPostMillis) {
             mLastReaderPost = mStatusWatch.Time();

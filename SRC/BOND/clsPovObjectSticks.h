@@ -33,6 +33,8 @@ public:
     /// are none, empty when all is well.
     wxString CalcFromData(const StickParticles_st& particles, int frame, const StickRule_st& rule,
                           const StickCell_st& cell = {}, const BondHistory_cls* pHistory = nullptr);
+    /// Is it what ReadListFromFile made of this file?
+    bool IsFromFile(const wxString& path) const { return path == mCurrentPath; }
     /// Read a file, with the frame's number in its name already, unless it is the one read last. Returns what
     /// is wrong with it, once; see ReadStickFile.
     wxString ReadListFromFile(const wxString& path);

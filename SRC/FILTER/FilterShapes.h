@@ -4,5 +4,5 @@
 
 // These need a current OpenGL context.
 void DrawSolidCube();
-void DrawSolidSquare(); ///< in the plane z = 0, seen from both sides
+void DrawSolidSquare(); ///< in the plane z = 0, facing +z
 void DrawSolidSphere();

@@ -44,11 +44,13 @@ public:
     virtual void GLDraw(double time) const;
     /// It left its list, maybe for good.
     virtual void OnRemoved() {}
+    /// Has something been wrong with the file that it shows? Then it shows less than the file should hold.
+    virtual bool HasBrokenFile() const { return false; }
 
     FilterCtrl_cls* mpCFilterCtrl = nullptr; ///< null while it is in no list
-    std::unique_ptr<FilterGUI_cls> mpCGUI;   ///< null without windows
     const std::unique_ptr<FilterData_cls> mpCData;
-    ConfItemINT_cls mCFilterType; ///< a FilterType
+    std::unique_ptr<FilterGUI_cls> mpCGUI; ///< null without windows; its fields edit the data
+    ConfItemINT_cls mCFilterType;          ///< a FilterType
 
 protected:
     FilterBase_cls(FilterType type, std::unique_ptr<FilterData_cls> pData);

@@ -12,6 +12,7 @@
 #include "FILTER/clsFilterObject.h"
 #include "FILTER/clsFilterStick.h"
 #include "PARAM/clsUndoManager.h"
+#include "PDATA/clsPDataSequence.h"
 
 namespace {
 
@@ -47,6 +48,7 @@ wxString FilterCtrl_cls::GetNewName(const wxString& format) const {
 FilterBase_cls* FilterCtrl_cls::AddFilter(int type, int position) {
     auto filter = GetFilterKind(type).mpMake();
     FilterBase_cls* added = filter.get();
+    added->mpCData->mStrFolder = PDataSequence_cls::msStrProjectDir; // as if it came from the project
     InsertFilter(std::move(filter), position < 0 ? GetCount() : position);
     return added;
 }

@@ -60,7 +60,7 @@ void FilterCtrl_cls::ReadStrLineFilter(std::wistream& stream, std::vector<wxStri
     if (!ReadParamLine(stream, &line) || IsForeign(stream, line, before)) return;
     ConfItemINT_cls type("FilterType=", "-1");
     if (!type.ReadStrLine(line) || !IsFilterType(type.mValue)) {
-        mLists.Tell(wxString::Format(_("A filter of an unknown kind was left out: %s"), line));
+        pUnread->push_back(wxString::Format(_("a filter of an unknown kind (%s)"), line));
         return; // its lines are passed over one by one
     }
     auto filter = GetFilterKind(type.mValue).mpMake();

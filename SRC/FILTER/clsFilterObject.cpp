@@ -80,10 +80,20 @@ void FilterObject_cls::Prepare(int frame) {
     if (!data.mCValid.mValue || data.mCObjectType.mValue != FilterObjectData_cls::IMPORT) return;
     data.mLastFrame = frame;
     const FramePath_cls path(data.mCImportPath.mStrValue, data.mStrFolder);
-    const wxString told = mLoader.Show(path.GetFile(frame), &mMesh);
+    const wxString file = path.GetFile(frame);
+    const wxString told = mLoader.Show(file, &mMesh);
     if (!told.empty()) mpCFilterCtrl->Tell(data.mCName.mStrValue + ": " + told);
-    // The film goes on to the next frame, mostly.
-    if (path.HasNumber()) mLoader.ReadAhead(path.GetFile(frame + 1));
+    if (!told.empty() || file != mStrShownFile) mbBrokenFile = !told.empty();
+    mStrShownFile = file;
+    // The film goes on as it came here: forwards or back, maybe by more than a snapshot.
+    if (frame != mShownFrame) mFrameStep = mShownFrame < 0 ? 1 : frame - mShownFrame;
+    mShownFrame = frame;
+    if (path.HasNumber() && frame + mFrameStep >= 0) mLoader.ReadAhead(path.GetFile(frame + mFrameStep));
+}
+
+bool FilterObject_cls::HasBrokenFile() const {
+    const FilterObjectData_cls& data = *GetPCData();
+    return data.mCValid.mValue && data.mCObjectType.mValue == FilterObjectData_cls::IMPORT && mbBrokenFile;
 }
 
 void FilterObject_cls::DrawMesh() {

@@ -27,6 +27,7 @@ class FilterObject_cls final : public FilterOf_cls<FilterObjectData_cls, FILTER_
 public:
     void GLDraw(double time) const override;
     void OnRemoved() override;
+    bool HasBrokenFile() const override;
     /// Once a picture, before any of its copies: the mesh of this frame.
     void Prepare(int frame);
     /// The thing itself, lit by the first `lightNumber` lights. Copies of the data repeat meshes
@@ -41,5 +42,9 @@ private:
 
     PovObjectMesh_cls mMesh;
     MeshLoader_cls mLoader;
+    wxString mStrShownFile;
+    bool mbBrokenFile = false;
+    int mShownFrame = -1;
+    int mFrameStep = 1; ///< from the frame before the one on show
     GLMesh_cls mGLMesh;
 };

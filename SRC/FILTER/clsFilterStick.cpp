@@ -106,13 +106,22 @@ wxString FilterStick_cls::MakeList(const StickParticles_st& particles, int frame
                                     bKeeps ? &mHistory : nullptr);
     }
     data.mLastFrame = frame;
-    if (data.mCStickPath.mStrValue != kNoPath) {
-        const wxString file = FramePath_cls(data.mCStickPath.mStrValue, data.mStrFolder).GetFile(frame);
-        const wxString told = mSticks.ReadListFromFile(file);
-        return told.empty() ? told : file + ": " + told;
+    const wxString& path = data.mCStickPath.mStrValue;
+    if (path.empty() || path == kNoPath) {
+        mSticks.ClearList();
+        mbBrokenFile = false;
+        return wxString();
     }
-    mSticks.ClearList();
-    return wxString();
+    const wxString file = FramePath_cls(path, data.mStrFolder).GetFile(frame);
+    if (mSticks.IsFromFile(file)) return wxString();
+    const wxString told = mSticks.ReadListFromFile(file);
+    mbBrokenFile = !told.empty();
+    return told.empty() ? told : file + ": " + told;
+}
+
+bool FilterStick_cls::HasBrokenFile() const {
+    const FilterStickData_cls& data = *GetPCData();
+    return data.mCValid.mValue && data.mCCalcType.mValue != FilterStickData_cls::CALCULATE && mbBrokenFile;
 }
 
 bool FilterStick_cls::Prepare(const StickParticles_st& particles, int frame, int filmFrame) {

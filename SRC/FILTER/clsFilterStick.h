@@ -40,6 +40,7 @@ public:
 class FilterStick_cls final : public FilterOf_cls<FilterStickData_cls, FILTER_STICK> {
 public:
     void OnRemoved() override;
+    bool HasBrokenFile() const override;
 
     /// Once a picture, before any of its copies: the sticks of snapshot `frame`, whose particles these are.
     /// `filmFrame`: the film's whole frame, by which kept bonds are followed. False: they aren't known there
@@ -70,4 +71,5 @@ private:
     PovObjectSticks_cls mSticks;
     BondHistory_cls mHistory{size_t(64) << 20}; ///< less than its own measure: many filters may have one
     GLSticks_cls mGLSticks;
+    bool mbBrokenFile = false;
 };

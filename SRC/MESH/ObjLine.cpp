@@ -109,7 +109,7 @@ MORENTIS_WIDE bool LayOut(uint64_t ends, uint64_t points, uint64_t minus, PlaceL
     size_t begin = 0;
     for (size_t k = 0; k < 3; ++k) {
         const size_t point = TakeFirst(&points), end = TakeFirst(&ends);
-        const uint32_t bMinus = begin < kRegisters ? minus >> begin & 1 : 0;
+        const uint32_t bMinus = begin < kRegisters ? uint32_t(minus >> begin & 1) : 0;
         begin += bMinus;
         // Where they don't follow each other, differences are huge.
         const size_t whole = point - begin, fraction = end - point - 1, number = whole + fraction;

@@ -31,10 +31,19 @@ struct Cubic_st {
     double mC3;
 };
 
-/// Takes whole periods off a distance that no loop should have to walk.
+constexpr double kFewPeriods = 4.0;
+
+double PeriodsBetween(double y0, double y1, double period) { return std::trunc((y1 - y0) / period); }
+
+/// Takes whole periods off a distance that no loop should have to walk. What the digits of a huge value lose
+/// in one go is many periods again.
 double NearTo(double y0, double y1, double period) {
-    const double periods = std::trunc((y1 - y0) / period);
-    return std::fabs(periods) > 4.0 ? y1 - period * periods : y1;
+    for (int round = 0; round < 64; ++round) {
+        const double periods = PeriodsBetween(y0, y1, period);
+        if (!(std::fabs(periods) > kFewPeriods)) break;
+        y1 -= period * periods;
+    }
+    return y1;
 }
 
 } // namespace
@@ -45,6 +54,7 @@ double KeyCurve_cls::GetValue1Periodic(double y0, double y1, double period) {
     y1 = NearTo(y0, y1, period);
     // Beyond the reach of a double's digits a period changes nothing.
     if (y1 - period == y1 || y0 - period == y0) return y0;
+    if (!(std::fabs(PeriodsBetween(y0, y1, period)) <= kFewPeriods)) return y0;
     if (bAbove) {
         double low = y1;
         while (low > y0)

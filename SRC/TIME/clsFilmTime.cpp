@@ -42,6 +42,8 @@ int FilmTime_cls::ToFrame(const ConfItemUINT_cls& item) {
     return int(std::min(item.mValue, kMostFrames));
 }
 
+int FilmTime_cls::GetDataStep() const { return mbUseTimeRemap.mValue ? 1 : GetAnimStep(); }
+
 int FilmTime_cls::GetAnimStep() const { return std::clamp(mAnimStep.mValue, 1, INT_MAX / 8); }
 
 int FilmTime_cls::GetAnimInterp() const { return std::clamp(mAnimInterp.mValue, 1, INT_MAX / 8); }

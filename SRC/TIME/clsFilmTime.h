@@ -28,6 +28,7 @@ public:
     int GetAAMin() const { return ToFrame(mAAMin); }
     int GetAAMax() const { return ToFrame(mAAMax); }
     int GetAnimStep() const;   ///< "Stepping", at least 1
+    int GetDataStep() const;   ///< between snapshots that playing comes to; 1 where a remap may come to any
     int GetAnimInterp() const; ///< "Interval", steps a frame, at least 1
     bool IsRepeat() const { return mbRepeat.mValue; }
     bool IsPlaying() const { return mbPlaying; }

@@ -109,6 +109,10 @@ TEST_F(KeyFrame, PeriodicValuesGoTheShorterWay) {
     EXPECT_EQ(nearest(3600, 20), 3620);
     EXPECT_EQ(nearest(20, 3650), 50);
     EXPECT_EQ(nearest(1e300, 3), 1e300) << "no digits left for a period";
+    // A distance whose digits don't hold the rest of a period is gone in a moment, too.
+    EXPECT_NEAR(nearest(-4e13, 7e29), -4e13, 180);
+    EXPECT_NEAR(nearest(4e13, -7e29), 4e13, 180);
+    EXPECT_TRUE(std::isfinite(nearest(-1e308, 1e308)));
 }
 
 TEST_F(KeyFrame, TextOfAKeyKeepsItsForm) {

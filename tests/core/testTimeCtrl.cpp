@@ -154,8 +154,12 @@ TEST_F(TimeCtrl, TextFormKeepsItsKeysAndTheirOrder) {
 TEST_F(TimeCtrl, MotionBlurStepsThroughOneFilmStep) {
     mTime.mbUseMotionBlur.mValue = true;
     mTime.SetMaxFrameNative(10);
-    mTime.BeginMotionBlur();
     MotionBlurCtrl_cls& blur = mTime.mCMotionBlur;
+    blur.mShutter = 0.0f;
+    mTime.BeginMotionBlur();
+    EXPECT_FALSE(blur.mbBlur) << "open for no time: the plain picture";
+    blur.mShutter = 0.5f;
+    mTime.BeginMotionBlur();
     EXPECT_FALSE(blur.Increment(1));
     EXPECT_TRUE(blur.IsInitBluring());
     EXPECT_FALSE(blur.IsOutputConditionOK());

@@ -1,16 +1,24 @@
-// Films of objects and sticks, by closed forms: which pixel a shape covers, which bond a frame and a copy
-// show, and that a slice of a film is that of the whole one.
+// Films with filters, by closed forms: who is in a region and where a box and copies put it, how much fog is
+// in front of it, which pixel a shape covers, which bond a frame and a copy show, and that a slice of a film
+// is that of the whole one.
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <fstream>
 
 #include <gtest/gtest.h>
 #include <wx/image.h>
 
+#include "FILTER/clsFilterBoolean.h"
 #include "FILTER/clsFilterCopy.h"
+#include "FILTER/clsFilterDataBox.h"
+#include "FILTER/clsFilterFiltering.h"
+#include "FILTER/clsFilterFog.h"
 #include "FILTER/clsFilterLists.h"
 #include "FILTER/clsFilterObject.h"
 #include "FILTER/clsFilterStick.h"
+#include "COLORCURVE/clsColorCurve.h"
 #include "PARAM/clsParameters.h"
 #include "RunFilm.h"
 
@@ -72,22 +80,24 @@ protected:
         for (const float d : distances)
             Write({{-d / 2, 0, 0}, {d / 2, 0, 0}});
     }
-    ChildRun_st Film(const std::string& out, const std::string& lines, std::vector<std::string> words = {}) {
+    ChildRun_st Film(const std::string& out, const std::string& lines, std::vector<std::string> words = {},
+                     int status = 0) {
         fs::create_directories(mFolder.mPath / out);
         const std::string project = mFolder.MakeProject(
             "film.mrp", kLooks + mLists.Serialize().ToStdString() + lines, mFolder / "d0000.bin");
         words.insert(words.end(), {"--output", mFolder / (out + "/f%04d.png"), project});
         ChildRun_st run = RunFilm(words);
-        EXPECT_EQ(run.mStatus, 0) << run.mErr;
+        EXPECT_EQ(run.mStatus, status) << run.mErr;
         return run;
     }
-    /// Does a picture show something at this place?
-    bool IsLit(const std::string& picture, double x, double y) {
+    /// Of a picture at this place, all channels together.
+    int Light(const std::string& picture, double x, double y) {
         if (mName != picture) mImage.LoadFile(wxString(mFolder / picture));
         mName = picture;
         const int px = int(kW / 2.0 + x * kW / kWidth), py = int(kH / 2.0 - y * kW / kWidth);
-        return mImage.GetRed(px, py) + mImage.GetGreen(px, py) + mImage.GetBlue(px, py) > 60;
+        return mImage.GetRed(px, py) + mImage.GetGreen(px, py) + mImage.GetBlue(px, py);
     }
+    bool IsLit(const std::string& picture, double x, double y) { return Light(picture, x, y) > 60; }
     /// B where a frame's picture has light in the middle.
     std::string Middles(const std::string& folder) {
         std::string seen;
@@ -200,11 +210,71 @@ TEST_F(FilmSticks, ShapesCoverTheirUnitsAndMeshesStandInEachCopy) {
             EXPECT_FALSE(IsLit(picture, copy - 0.3, -0.8));
         }
     }
-    // Of no frame that there is: told once, and the film is made.
-    mesh.mCImportPath.mStrValue = mFolder / "nothing%02d.obj";
-    const ChildRun_st run = Film("none", box);
-    EXPECT_NE(run.mErr.find("nothing00.obj"), std::string::npos) << run.mErr;
-    EXPECT_FALSE(IsLit("none/f0000.png", -0.8, -1.3));
+}
+
+TEST_F(FilmSticks, ParticlesAreCutPickedPlacedCopiedAndFogged) {
+    std::vector<Place> places;
+    for (int x = -3; x <= 2; ++x)
+        places.push_back({float(x), 0, 0});
+    Write(places);
+    FilterBooleanData_cls& cut = *Add<FilterBoolean_cls>(FILTER_BOOLEAN).GetPCData();
+    cut.mCBorderFactor.mValue = 0.0f;
+    Set(cut.mpCScale, {5, 2, 2});
+    FilterFilteringData_cls& pick = *Add<FilterFiltering_cls>(FILTER_FILTERING).GetPCData();
+    pick.mCFilteringType.mValue = FilterFilteringData_cls::HIDE;
+    pick.mCFilteringString.mStrValue = "3";
+    Set(Add<FilterDataBox_cls>(FILTER_DATABOX).GetPCData()->mpCTranslate, {0.5, -1, 0});
+    Add<FilterCopy_cls>(FILTER_COPY).GetPCData()->mCMax[1].mValue = 2;
+    const std::string looks = "TimeMaxFrame=0\nTimeWorkAreaMax=0\nSEQ0TYPE0PointSize=5\n";
+    Film("placed", looks + "PeriodicSize=1 1 1\nPeriodicBaseVector1=0 2 0\n");
+    for (const double y : {-1.0, 1.0})
+        for (int x = -3; x <= 2; ++x)
+            EXPECT_EQ(IsLit("placed/f0000.png", x + 0.5, y), x != -3 && x != 0) << x << " " << y;
+    EXPECT_FALSE(IsLit("placed/f0000.png", 1.0, 0.0));
+    for (FilterData_cls* data : {static_cast<FilterData_cls*>(&cut), static_cast<FilterData_cls*>(&pick)})
+        data->mCValid.mValue = false;
+    // Steps of fifty away from the eye: each is as much darker.
+    mLists.ClearFilters();
+    mSnapshots = 0;
+    Write({{-2, 0, -100}, {0, 0, -50}, {2, 0, 0}});
+    FilterFogData_cls& fog = *Add<FilterFog_cls>(FILTER_FOG).GetPCData();
+    const double density[2] = {0.02, 1.0};
+    fog.mpCFogParam->SetKeyFrame(density, true, 0.0);
+    std::fill_n(fog.mpCColor->mConstantColor.mValue, 3, 0.0f);
+    Film("fog", looks);
+    std::array<double, 3> light{};
+    for (int k = 0; k < 3; ++k)
+        light[size_t(k)] = Light("fog/f0000.png", 2.0 * k - 2.0, 0.0);
+    EXPECT_NEAR(light[0] / light[1], std::exp(-1.0), 0.03);
+    EXPECT_NEAR(light[1] / light[2], std::exp(-1.0), 0.03);
+}
+
+TEST_F(FilmSticks, AFrameHasItsOwnFilesAndMissingOnesCount) {
+    WriteApart({1, 1, 1});
+    const std::string length = "TimeMaxFrame=2\nTimeWorkAreaMax=2\n";
+    FilterStickData_cls& sticks = AddSticks(0.0f);
+    sticks.mCCalcType.mValue = FilterStickData_cls::LOAD_FILE;
+    sticks.mCStickPath.mStrValue = mFolder / "sticks%d.txt";
+    for (const int frame : {0, 1, 2})
+        std::ofstream(mFolder / ("sticks" + std::to_string(frame) + ".txt"))
+            << (frame == 1 ? "0 1\n" : "0 0\n");
+    Film("own", length);
+    EXPECT_EQ(Middles("own"), ".B.");
+    FilterObjectData_cls& mesh = *Add<FilterObject_cls>(FILTER_OBJECT).GetPCData();
+    mesh.mCObjectType.mValue = FilterObjectData_cls::IMPORT;
+    mesh.mCImportPath.mStrValue = mFolder / "mesh%d.obj";
+    for (const char* name : {"mesh0.obj", "mesh2.obj"})
+        std::ofstream(mFolder / name) << "v -1 -1 0\nv 1 -1 0\nv 0 1 0\nf 1 2 3\n";
+    fs::remove(mFolder.mPath / "sticks2.txt");
+    // Told, written all the same, and no success.
+    const ChildRun_st run = Film("some", length, {}, 3);
+    EXPECT_NE(run.mErr.find("mesh1.obj"), std::string::npos) << run.mErr;
+    EXPECT_NE(run.mErr.find("sticks2.txt"), std::string::npos) << run.mErr;
+    EXPECT_NE(run.mErr.find("damaged data are in frames 1, 2;"), std::string::npos) << run.mErr;
+    EXPECT_EQ(Middles("some"), "BBB");
+    Film("ok", length, {"--damaged", "ok"});
+    mesh.mCValid.mValue = sticks.mCValid.mValue = false;
+    Film("off", length);
 }
 
 } // namespace

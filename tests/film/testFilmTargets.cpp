@@ -53,7 +53,13 @@ protected:
 
 TEST_F(FilmTargets, NothingReplacesWhatTheFilmReadsOrWrites) {
     const std::string data = mFolder.CopyData("data");
-    mProject = mFolder.MakeProject("own.mrp", "", data);
+    std::ofstream(mFolder / "hull00.obj") << "v 0 0 0\n";
+    std::ofstream(mFolder / "grain00.png") << "no image";
+    mProject = mFolder.MakeProject("own.mrp",
+                                   "SEQ0TYPE1TexFileBillboard=" + mFolder / "grain00.png" +
+                                       "\n---FilterCtrl1Begin\n-FilterBegin\nFilterType=2\nImportPath=" +
+                                       mFolder / "hull%02d.obj" + "\n-FilterEnd\n---FilterCtrl1End\n",
+                                   data);
     fs::create_symlink(mFolder.mPath / "data", mFolder.mPath / "link");
     const auto before = mFolder.ReadAll("data");
     const std::string good = mFolder / "out/f%04d.png";
@@ -62,11 +68,13 @@ TEST_F(FilmTargets, NothingReplacesWhatTheFilmReadsOrWrites) {
         {mProject, "--output", good, "--export-data", mFolder / "link/galaxy%04d.bin"},
         {mProject, "--output", good, "--export-data", mFolder / "data/../data/./galaxy%04d.bin"},
         {mProject, "--output", good, "--export-data", good},
+        {mProject, "--output", good, "--export-data", mFolder / "hull%02d.obj"},
+        {mProject, "--output", mFolder / "grain%02d.png"},
     };
     for (const auto& words : cases) {
         const ChildRun_st run = RunFilm(words);
         EXPECT_EQ(run.mStatus, 2) << run.mErr;
-        EXPECT_NE(run.mErr.find("--export-data: "), std::string::npos) << run.mErr;
+        EXPECT_NE(run.mErr.find(words[words.size() - 2] + ": "), std::string::npos) << run.mErr;
         EXPECT_FALSE(fs::exists(mFolder.mPath / "out")) << "nothing is written before";
         EXPECT_TRUE(mFolder.ReadAll("data") == before);
     }

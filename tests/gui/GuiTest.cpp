@@ -229,9 +229,12 @@ wxTopLevelWindow* GuiTest::WaitForWindow(const wxString& title, int millis) {
             for (wxWindow* window : wxTopLevelWindows)
                 if (window->IsShown() && window->GetLabel() == title)
                     found = dynamic_cast<wxTopLevelWindow*>(window);
-            return found && found->IsActive();
+            return found != nullptr;
         },
         millis);
+    // Most are given the keys, too.
+    constexpr int kActivationMillis = 1000;
+    if (found) PumpUntil([found] { return found->IsActive(); }, kActivationMillis);
     Settle();
     return found;
 }

@@ -1,6 +1,11 @@
 // Starts the program as its main does, but runs the tests in place of the user.
+#include <execinfo.h>
+#include <unistd.h>
+
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
 
 #include <gtest/gtest.h>
 #include <wx/app.h>
@@ -27,6 +32,23 @@ void RemoveRecoveryProjects() {
         wxRemoveFile(path);
 }
 
+/// Where a test crashed; addr2line -Cfe reads the offsets.
+void PrintStack(int signal) {
+    void* frames[60];
+    backtrace_symbols_fd(frames, backtrace(frames, int(std::size(frames))), STDERR_FILENO);
+    raise(signal); // has its default meaning again
+}
+
+void PrintStackOfCrashes() {
+    void* frame;
+    backtrace(&frame, 1); // loads what it needs: not amid a crash
+    struct sigaction action = {};
+    action.sa_handler = PrintStack;
+    action.sa_flags = SA_RESETHAND | SA_NODEFER;
+    for (const int signal : {SIGSEGV, SIGABRT, SIGBUS, SIGFPE})
+        sigaction(signal, &action, nullptr);
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -43,6 +65,7 @@ int main(int argc, char** argv) {
     RemoveRecoveryProjects();
     if (!wxTheApp->CallOnInit()) return 1;
     wxSetAssertHandler(FailOnAssert);
+    PrintStackOfCrashes(); // behind the program's own words for a user
     int result = 1;
     {
         wxEventLoop loop;

@@ -11,6 +11,7 @@
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "COMMON/EventIds.h"
+#include "COMMON/Globals.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsSharedView.h"
 #include "GuiTest.h"
@@ -91,6 +92,20 @@ TEST_F(BadData, ADroppedProjectOpens) {
     EXPECT_EQ(Store()->GetActiveFileSequenceLength(), 20);
     EXPECT_TRUE(mVMessages.empty());
     EXPECT_TRUE(Frame()->GetTitle().Contains("lj_melt_bin.mrp"));
+}
+
+// A long paint lets the window breathe, and what it draws must stay meanwhile.
+TEST_F(BadData, AProjectDroppedDuringAPaintOpensBehindIt) {
+    ASSERT_FALSE(Frame()->GetTitle().Contains("lj_melt_text.mrp"));
+    {
+        const FlagScope_cls painting(GbGLLockDrawing);
+        const std::vector<wxString> path{
+            wxString::FromUTF8(Root() + "examples/lj_melt_text/lj_melt_text.mrp")};
+        DropTarget_cls(Frame()).OnDropFiles(10, 10, wxArrayString(1, path.data()));
+        PumpUntil([] { return false; }, 200);
+        EXPECT_FALSE(Frame()->GetTitle().Contains("lj_melt_text.mrp"));
+    }
+    EXPECT_TRUE(PumpUntil([] { return Frame()->GetTitle().Contains("lj_melt_text.mrp"); }));
 }
 
 TEST_F(BadData, ADroppedFileOpensWithThePresentGrammar) {

@@ -296,7 +296,7 @@ TEST_F(FilterPictures, FramesOfFiltersAreShownWithTheItems) {
 
 TEST_F(FilterPictures, AGreatManyCopiesAreAskedForOnce) {
     Show({{20, 0, 0}});
-    mAnswers = {false, true};
+    mAnswers = {false, false, true};
     FilterCopyData_cls& copies = AddCopies({0, 0, 0}, {100, 100, 100});
     Canvas(0)->mShowMessage.mValue = true;
     Repaint();
@@ -306,15 +306,23 @@ TEST_F(FilterPictures, AGreatManyCopiesAreAskedForOnce) {
     Repaint();
     EXPECT_EQ(mVMessages.size(), 1u) << "the answer was no";
     EXPECT_TRUE(Canvas(0)->GetMessageText().Contains("1000000 copies are not drawn"));
+    EXPECT_TRUE(Canvas(0)->GetMessageText().Contains(":PNum=1*1:")) << "what is drawn is counted";
     Canvas(0)->mShowMessage.mValue = false;
     ExpectDots({{20, 0, 0}});
+    // Who comes back to the number is asked again.
+    copies.mCValid.mValue = false;
+    Repaint();
+    copies.mCValid.mValue = true;
+    Repaint();
+    ASSERT_TRUE(PumpUntil([this] { return mVMessages.size() == 2u; }));
+    ASSERT_TRUE(Settle());
     // Nothing that could be drawn, so that many copies take no time.
     mFilters.AddCut(0, 0, 0.0f, {-1, 0, 0}, {0, 0, 0});
     copies.mCMax[2].mValue = 11;
     Repaint();
     ASSERT_TRUE(PumpUntil([this] { return WasTold("110000 copies"); }));
     ASSERT_TRUE(Settle(60000));
-    EXPECT_EQ(mVMessages.size(), 2u);
+    EXPECT_EQ(mVMessages.size(), 3u);
 }
 
 // The window lives on while copies are drawn, and the abort button stops them all: after half a second of

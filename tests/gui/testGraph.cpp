@@ -206,9 +206,13 @@ TEST_F(Graph, WheelAndKeysMoveTheView) {
     Wheel(mpPanel, point, 2);
     EXPECT_GT(mpPanel->GetValues().mLow, fitted.mLow);
     EXPECT_NEAR(mpPanel->GetValues().Span(), fitted.Span(), 1e-9);
+    GCUndoList.Clear();
     Hold(WXK_CONTROL, true);
     Wheel(mpPanel, point, 4);
     Hold(WXK_CONTROL, false);
+    GCUndoList.UndoCurrent();
+    EXPECT_FALSE(GCUndoList.IsUndoable()) << "a burst of zooms is one step";
+    GCUndoList.ExecCurrent();
     EXPECT_LT(Time()->GetAAMax() - Time()->GetAAMin(), 60);
     EXPECT_LE(std::abs(At(0.5, 20).x - point.x), 12) << "around the pointer, to whole frames";
     const int first = Time()->GetAAMin();
@@ -311,7 +315,7 @@ TEST_F(Graph, DeletedCurvesAndStrangeFilmsAreShown) {
         mpPanel->FitToView();
         for (const wxSize& size : {wxSize(900, 400), wxSize(1, 1), wxSize(300, 7)}) {
             mpPanel->SetSize(size);
-            PumpUntil([] { return false; }, 60);
+            Settle();
             Wheel(mpPanel, wxPoint(0, 0), 1);
         }
     }

@@ -99,7 +99,7 @@ TEST_F(Quiet, EveryDialogAndPageOpensWithoutAWordOfTheToolkit) {
     }
     std::set<wxWindow*> seen;
     for (const int id : {ID_LOAD_DATA, ID_EXPORT_DATA, ID_SAVE_IMAGE_SEQ, ID_SCENE, ID_PREFERENCE,
-                         ID_COLOR_CURVE, ID_PERIODIC_BOUNDARY}) {
+                         ID_COLOR_CURVE, ID_PERIODIC_BOUNDARY, ID_LIGHT_SOURCE, ID_TEX_PROPERTY}) {
         SCOPED_TRACE(Frame()->GetMenuBar()->GetLabel(id));
         Menu(id);
         wxDialogEXKey* opened = nullptr;

@@ -128,6 +128,9 @@ TEST_F(Recovery, WhatWasLeftIsOfferedAndOpensUnnamed) {
     EXPECT_EQ(Store()->GetActiveFileSequenceLength(), 3);
     EXPECT_EQ(Frame()->GetTitle(), "*Morentis 3 v 0.80") << "unnamed and modified";
     EXPECT_FALSE(Frame()->IsProjectNamed());
+    Answer("CANCEL");
+    Menu(ID_SAVE_PROJECT_AS);
+    EXPECT_EQ(GpCFileDialog->GetFilename(), "untitled.mrp");
     EXPECT_TRUE(fs::exists(left)) << "until it is saved";
     Answer(folder + "/saved.mrp");
     Menu(ID_SAVE_PROJECT);

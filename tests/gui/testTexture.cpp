@@ -84,8 +84,11 @@ TEST_F(Texture, RowsFollowTheirTypes) {
     Change(choice);
     Settle();
     EXPECT_EQ(dynamic_cast<wxChoice*>(panel->GetField(0))->GetSelection(), 0);
-    for (const int page : {1, 2, 3})
-        EXPECT_TRUE(mpGUI->GetPCPanel(page)->GetField(0)->GetToolTipText().Contains("POV-Ray") || page == 3);
+    for (const int page : {1, 2, 3}) {
+        wxWindow* field = mpGUI->GetPCPanel(page)->GetField(0);
+        if (auto* number = dynamic_cast<NumField_cls*>(field)) field = number->GetPCText();
+        EXPECT_TRUE(field->GetToolTipText().Contains("POV-Ray")) << page;
+    }
 }
 
 } // namespace

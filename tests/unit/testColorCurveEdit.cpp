@@ -148,6 +148,12 @@ TEST_F(ColorCurveEdit, KindsTangentsValuesAndStopsAreStepsToo) {
     EXPECT_FLOAT_EQ(float(Keys(1)[1].mValue), 0.2f);
     EXPECT_EQ(Keys(3)[1].mValue, 1.0) << "alpha stays";
     ExpectOneStep(before);
+    mEdit.ShowChannel(1, false);
+    const float other[4] = {0.5f, 0.9f, 0.6f, 0.4f};
+    ASSERT_TRUE(mEdit.SetStopColor(0.5, other, false));
+    EXPECT_FLOAT_EQ(float(Keys(0)[1].mValue), 0.5f);
+    EXPECT_FLOAT_EQ(float(Keys(1)[1].mValue), 0.2f) << "a hidden channel stays";
+    mEdit.ShowChannel(1, true);
     mEdit.SelectKey(0, 2, false, false);
     ASSERT_TRUE(mEdit.SetSelectedPosition(0.9, false));
     EXPECT_NEAR(Keys(0)[2].mDoubleIndex, 0.9, 1e-9);

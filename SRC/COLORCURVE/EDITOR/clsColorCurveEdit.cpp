@@ -253,6 +253,7 @@ bool ColorCurveEdit_cls::SetStopColor(double position, const float* pColor, bool
     if (!GetPCCurve()) return false;
     AllKeys keys = GetKeys();
     for (size_t c = 0; c < (bAlpha ? 4u : 3u); ++c) {
+        if (!mbShown[c]) continue; // what isn't seen isn't meant
         Keys& of = keys[c];
         const double value = static_cast<double>(pColor[c]);
         const auto same = std::find_if(of.begin(), of.end(), [position](const KeyFrame_cls& key) {

@@ -16,7 +16,7 @@ void FilterGridGUI_cls::SetMNumPanel(MultiInputPanel_cls& panel) {
     const int row = panel.AddNumber(_("Min/Max/Num"), &data.mCGridMin.mValue, 1, length,
                                     _("Lower coordinate, in units of the data"));
     panel.AddNumberTo(row, &data.mCGridMax.mValue, length, _("Upper coordinate, in units of the data"));
-    panel.AddNumberTo(row, &data.mCGridLineNum.mValue, IntegerSpec(1, 10000), _("Number of divisions"));
+    panel.AddNumberTo(row, &data.mCGridLineNum.mValue, IntegerSpec(1, 10000), _("Number of divisions; of a lattice at most 256"));
     AddColorCurve(panel, _("Color"), data.mpCColor, _("Colour of the lines; a click opens the editor"));
     SetMNumBasic(panel, data);
 }

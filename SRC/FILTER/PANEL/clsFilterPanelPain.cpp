@@ -129,6 +129,7 @@ void FilterPanelPain_cls::LayOutLater() {
 }
 
 void FilterPanelPain_cls::LayOut() {
+    if (!mVpCGone.empty()) return LayOutLater(); // hidden windows may not scroll
     mbLayOut = false;
     Freeze();
     Layout();

@@ -253,7 +253,7 @@ ViewMessage_cls::Facts_st MainGLCanvas_cls::GetFacts() const {
     facts.mParticles = sequence.GetParticleNumber(mMoment.dataFrame);
     if (FilterLists_cls* filters = mpCHost->GetPCFilters())
         if (const FilterCopy_cls* copies = filters->GetWorld().GetPCCopy())
-            facts.mCopies = copies->GetNumber();
+            facts.mCopies = mpCHost->MayDrawCopies(copies->GetNumber()) ? copies->GetNumber() : 1;
     facts.mMillis = mCStopWatch.Time();
     return facts;
 }

@@ -143,11 +143,11 @@ void TopHalfPanel_cls::CreateBooks(wxWindow* pParent) {
         mpCFilterBook->AddPage(mpCFilterPane[list], tabs[list]);
     }
     auto* sizer = new wxBoxSizer(wxVERTICAL);
-    // As the longest pages are to each other; in a low window all scroll.
+    // As the pages are to each other; in a low window all scroll.
     for (wxNotebook* pBook : {mpCAttribBook, mpCOptionBook, mpCFilterBook})
         pBook->SetMinSize(wxSize(-1, FromDIP(kLeastBook)));
-    sizer->Add(mpCAttribBook, 5, wxEXPAND | wxBOTTOM, 4);
-    sizer->Add(mpCOptionBook, 4, wxEXPAND | wxBOTTOM, 4);
+    sizer->Add(mpCAttribBook, 9, wxEXPAND | wxBOTTOM, 4);
+    sizer->Add(mpCOptionBook, 6, wxEXPAND | wxBOTTOM, 4);
     sizer->Add(mpCFilterBook, 5, wxEXPAND);
     side->SetSizer(sizer);
     mpCSides->SplitVertically(mpCOuter, side, -kBookWidth);

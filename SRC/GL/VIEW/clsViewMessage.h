@@ -23,7 +23,9 @@ public:
     static wxString MakeDataLine(const Facts_st& facts);
 
     /// A warning of this paint, whole lines; the next message shows it once.
-    void Add(const wxString& warning) { mWXStrMessage += warning; }
+    void Add(const wxString& warning) {
+        if (!mWXStrMessage.Contains(warning)) mWXStrMessage += warning; // faces say the same
+    }
     /// The size of the window that texts are drawn in, pixels.
     void SetWindowGeometry(int w, int h) { mCStrings.SetWindowGeometry(w, h); }
     /// All lines into a window of w by h; without `bShow` the warnings are dropped, too.
