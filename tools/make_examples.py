@@ -421,6 +421,20 @@ def shadow_lines(_folder):
     return lines + list_lines(1, [floor])
 
 
+def stereo_lines(folder):
+    """The copies of the cell for red-cyan glasses: eyes that meet in the middle of them."""
+    distance = 6.9
+    parallax = distance / 24
+    toe_in = math.degrees(math.atan(0.5 * parallax / distance))
+    return bond_lines(folder) + [
+        "--StereoGram", "StereogramType=2", "StereogramEye=10", f"StereoGramToeInAngle={toe_in:.6f}",
+        "SterogramDualOutput=0", "-ParamGroup=Stereogram", "dimension=1", "Start", "Parameter_Distance of Eye",
+        "timeDepend=0", "periodic=0", "itemnum 1", f"0.000000000 0 {parallax:.6f} 0.000000 0.000000 "]
+
+
+# For two eyes: one more project of a set.
+STEREO = {"public_pyscal_ni500": ("nickel_stereo", stereo_lines, "for red-cyan glasses")}
+
 # Behind a set: more projects of it.
 SCENES = {
     "lj_melt_text": ("melt_cut", cut_lines, "a cut that goes into the melt"),
@@ -436,6 +450,10 @@ def scene(name, setup):
     return project(name, setup) + "\n".join(lines(EXAMPLES / name)) + "\n"
 
 
+def stereo(name, setup):
+    return project(name, setup) + "\n".join(STEREO[name][1](EXAMPLES / name)) + "\n"
+
+
 def write_whole(folder, name, text):
     """From the folder itself: paths stay relative."""
     (folder / name).write_text(text)
@@ -446,6 +464,8 @@ def readme(name, setup):
     more = f" {setup['film']}.mrp is a film of it, with a camera that flies." if "film" in setup else ""
     if name in SCENES:
         more += f" {SCENES[name][0]}.mrp has filters: {SCENES[name][2]}."
+    if name in STEREO:
+        more += f" {STEREO[name][0]}.mrp is {STEREO[name][2]}."
     return (f"{setup['what']}\n"
             f"To open it: File, Open Project, {name}.mrp; FACTS.txt tells what every frame holds.{more}\n"
             f"{setup['origin']}\n")
@@ -461,6 +481,8 @@ def main():
             write_whole(folder, f"{setup['film']}.mrp", film(name, setup))
         if name in SCENES:
             write_whole(folder, f"{SCENES[name][0]}.mrp", scene(name, setup))
+        if name in STEREO:
+            write_whole(folder, f"{STEREO[name][0]}.mrp", stereo(name, setup))
         (folder / "README.md").write_text(readme(name, setup))
     print(f"{len(SETS)} projects written")
 

@@ -150,3 +150,4 @@ film_picture lj_melt_text melt_cut 15 filter_cut
 film_picture public_pyscal_ni500 nickel_bonds 5 filter_bonds
 film_picture deposit_text deposit_mesh 30 filter_mesh
 film_picture lj_melt_bin melt_shadows 6 shadows
+film_picture public_pyscal_ni500 nickel_stereo 5 stereo

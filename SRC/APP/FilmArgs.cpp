@@ -11,6 +11,7 @@
 #include "IMAGE/VideoFile.h"
 #include "IMAGE/clsImgSequence.h"
 #include "PDATA/clsFileSequence.h"
+#include "SCENE/clsStereoGram.h"
 
 namespace {
 
@@ -102,6 +103,37 @@ wxString ReadDamaged(const wxString& text, FilmArgs_st* pArgs) {
     return pArgs->mbDamagedOk ? wxString() : "--damaged: there is only \"ok\"";
 }
 
+struct StereoWord_st {
+    const char* mpWord;
+    int mOutput;
+};
+
+constexpr StereoWord_st kStereoWords[] = {
+    {"off", FilmArgs_st::kStereoOff},
+    {"left", StereoGram_cls::OUTPUT_LEFT},
+    {"right", StereoGram_cls::OUTPUT_RIGHT},
+    {"separate", StereoGram_cls::OUTPUT_LINE_BY_LINE}, // whose files hold an eye each
+    {"red-cyan", StereoGram_cls::OUTPUT_RED_CYAN},
+    {"red-cyan-dubois", StereoGram_cls::OUTPUT_RED_CYAN_DUBOIS},
+    {"yellow-blue", StereoGram_cls::OUTPUT_YELLOW_BLUE},
+    {"side-by-side", StereoGram_cls::OUTPUT_SIDE_BY_SIDE},
+    {"side-by-side-full", StereoGram_cls::OUTPUT_SIDE_BY_SIDE_FULL},
+    {"top-bottom", StereoGram_cls::OUTPUT_TOP_BOTTOM},
+    {"top-bottom-full", StereoGram_cls::OUTPUT_TOP_BOTTOM_FULL},
+};
+
+wxString ReadStereo(const wxString& text, FilmArgs_st* pArgs) {
+    wxString all;
+    for (const StereoWord_st& word : kStereoWords) {
+        all += (all.empty() ? "" : ", ") + wxString(word.mpWord);
+        if (text != word.mpWord) continue;
+        pArgs->mStereo = word.mOutput;
+        pArgs->mbStereoSeparate = word.mOutput == StereoGram_cls::OUTPUT_LINE_BY_LINE;
+        return wxString();
+    }
+    return "--stereo: " + Quote(text) + " is no output; there are " + all;
+}
+
 wxString ReadRate(const wxString& text, FilmArgs_st* pArgs) {
     pArgs->mRate = text;
     if (IsVideoRate(text)) return wxString();
@@ -136,6 +168,7 @@ const std::map<wxString, Option_st>& Options() {
         {"--output", Text<&FilmArgs_st::mOutput>()},
         {"--view", {true, ReadView}},
         {"--blur", {true, ReadBlur}},
+        {"--stereo", {true, ReadStereo}},
         {"--transparent", Flag<&FilmArgs_st::mbTransparent>()},
         {"--resume", Flag<&FilmArgs_st::mbResume>()},
         {"--video", {true, ReadVideo}},
@@ -299,6 +332,12 @@ isn't asked. Each step counts one.
   --blur LENGTH/STEPS
                    motion blur: the shutter is open for LENGTH (0 to 1) of a step, and STEPS pictures are
                    added up; else as the project has it
+  --stereo OUTPUT  two eyes, whatever the project has: red-cyan, red-cyan-dubois, yellow-blue, side-by-side,
+                   top-bottom (each eye squeezed to half), side-by-side-full, top-bottom-full (pictures twice
+                   as wide or high), separate (two files a picture, with L and R before the number), left,
+                   right, or off. A project that has one camera gets two that look the same way; eyes at one
+                   place are set apart by a thirtieth of the camera's distance from its anchor at the start of
+                   the work area.
   --transparent    no background: png or tif with an alpha channel
   --resume         keep pictures that are there already, whole, of this size, and with or without alpha
                    as this film

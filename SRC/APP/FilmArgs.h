@@ -25,9 +25,13 @@ struct FilmArgs_st {
     int mH = 0;
     wxString mOutput; ///< with a number field; empty: the project's
     int mView = 0;
-    bool mbBlur = false;      ///< the next two count; else the project's motion blur
-    float mBlurLength = 0.5f; ///< share of a step that the shutter is open, 0 to 1
-    int mBlurSteps = 4;       ///< pictures that are added up to one
+    bool mbBlur = false;          ///< the next two count; else the project's motion blur
+    float mBlurLength = 0.5f;     ///< share of a step that the shutter is open, 0 to 1
+    int mBlurSteps = 4;           ///< pictures that are added up to one
+    int mStereo = kProjectStereo; ///< a StereoGram_cls::Output, or one of these two
+    static constexpr int kProjectStereo = -1;
+    static constexpr int kStereoOff = -2;
+    bool mbStereoSeparate = false; ///< a file for each eye
     bool mbTransparent = false;
     bool mbResume = false;
     wxString mVideo;          ///< empty: none

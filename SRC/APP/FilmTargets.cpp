@@ -41,8 +41,8 @@ wxString TryToWrite(const wxString& folder) {
 
 } // namespace
 
-wxString GetFilmName(const FileSequence_cls& names, int number) {
-    if (number >= 0) return names.GetModifiedStr(number, 0);
+wxString GetFilmName(const FileSequence_cls& names, int number, int eye) {
+    if (number >= 0) return names.GetModifiedStr(number, eye);
     const long long missing = -static_cast<long long>(number);
     long long power = 1;
     int digits = 0;
@@ -50,7 +50,8 @@ wxString GetFilmName(const FileSequence_cls& names, int number) {
         power *= 10;
     const wxString tag = wxString::Format("%%0%dd", names.mDigits);
     wxString path = names.mStrPath;
-    path.Replace(tag, wxString::Format("-%0*lld", digits, power - missing), false);
+    const wxString letter = eye == EYE_NONE ? "" : eye == EYE_LEFT ? "L" : "R";
+    path.Replace(tag, letter + wxString::Format("-%0*lld", digits, power - missing), false);
     path.Replace("%%", "%");
     return path;
 }

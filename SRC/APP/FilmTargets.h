@@ -7,12 +7,13 @@
 
 #include <wx/string.h>
 
+#include "COMMON/Eye.h"
 #include "PDATA/clsFileSequence.h"
 
 /// Name of the file with this number. Numbers below 0 (frames before the work area) get names that sort
 /// before the others and among themselves: "-" and how much is missing to one more digit, -1 of four digits
 /// being "-9999".
-wxString GetFilmName(const FileSequence_cls& names, int number);
+wxString GetFilmName(const FileSequence_cls& names, int number, int eye = EYE_NONE);
 
 /// Everything that a film is going to write, by the option that asks for it.
 struct FilmTarget_st {

@@ -18,6 +18,7 @@
 #include "SCENE/clsAnchorPath.h"
 #include "SCENE/clsCameraPath.h"
 #include "SCENE/clsLightSRCCtrl.h"
+#include "SCENE/clsStereoGram.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
@@ -82,7 +83,7 @@ const std::vector<ProjectBlock_st>& GetProjectBlocks() {
         {13, "anchor path", false, Write<&Main_cls::mpCAnchorPath>, ReadBlock<&Main_cls::mpCAnchorPath>},
         {14, "light sources", false, Write<&Main_cls::mpCLightSRCCtrl>,
          ReadBlock<&Main_cls::mpCLightSRCCtrl>},
-        {15, "stereogram", false, nullptr, nullptr},
+        {15, "stereogram", false, Write<&Main_cls::mpCStereoGram>, ReadBlock<&Main_cls::mpCStereoGram>},
         {16, "scene export", false, nullptr, nullptr},
         {17, "preferences", false, WritePreference, ReadPreference},
         {18, "shared by all views", false, WriteCanvasStatics, ReadCanvasStatics},

@@ -13,10 +13,12 @@
 #include "COLORCURVE/EDITOR/clsColorCurveCtrl.h"
 #include "COMMON/EventIds.h"
 #include "FILTER/clsFilterLists.h"
+#include "GL/VIEW/clsCameraPathCtrl.h"
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPeriodicBoundary.h"
 #include "SCENE/clsLightSRCCtrl.h"
+#include "SCENE/clsStereoGram.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
 #include "WIDGET/TIMELINE/clsParamGUICtrl.h"
@@ -36,6 +38,10 @@ EditMenu_cls::EditMenu_cls(FrameMain_cls& frame) : mFrame(frame), mHub(*frame.Ge
     BindMenu(mFrame, this, ID_REFRESH_COLOR, &EditMenu_cls::OnMenuRefreshColor);
     BindMenu(mFrame, this, ID_LIGHT_SOURCE, &EditMenu_cls::OnMenuLighgtSRC);
     BindMenu(mFrame, this, ID_REFRESH_LIGHT, &EditMenu_cls::OnMenuRefreshLight);
+    BindMenu(mFrame, this, ID_CAMERA_PATH, &EditMenu_cls::OnMenuCameraPath);
+    BindMenu(mFrame, this, ID_REFRESH_CAM_CONF, &EditMenu_cls::OnMenuRefreshCamConf);
+    BindMenu(mFrame, this, ID_STEREOGRAM, &EditMenu_cls::OnMenuStereogram);
+    BindMenu(mFrame, this, ID_REFRESH_STEREO, &EditMenu_cls::OnMenuRefreshStereo);
     BindMenuStates();
 }
 
@@ -104,4 +110,15 @@ void EditMenu_cls::OnMenuLighgtSRC(wxCommandEvent&) { mHub.mpCLightSRCCtrl->Open
 void EditMenu_cls::OnMenuRefreshLight(wxCommandEvent&) {
     mHub.mpCLightSRCCtrl->UpdateTLShown();
     mHub.mpCLightSRCCtrl->UpdateItems(true);
+}
+
+void EditMenu_cls::OnMenuCameraPath(wxCommandEvent&) { mHub.mpCCameraPathCtrl->OpenWindow(&mFrame); }
+
+void EditMenu_cls::OnMenuRefreshCamConf(wxCommandEvent&) { mHub.mpCCameraPathCtrl->UpdateItems(true); }
+
+void EditMenu_cls::OnMenuStereogram(wxCommandEvent&) { mHub.mpCStereoGram->OpenWindow(&mFrame); }
+
+void EditMenu_cls::OnMenuRefreshStereo(wxCommandEvent&) {
+    mHub.mpCStereoGram->UpdateTLShown();
+    mHub.mpCStereoGram->UpdateItems(true);
 }

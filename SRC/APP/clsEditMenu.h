@@ -32,6 +32,10 @@ private:
     void OnMenuRefreshColor(wxCommandEvent& event);
     void OnMenuLighgtSRC(wxCommandEvent& event);
     void OnMenuRefreshLight(wxCommandEvent& event);
+    void OnMenuCameraPath(wxCommandEvent& event);
+    void OnMenuRefreshCamConf(wxCommandEvent& event);
+    void OnMenuStereogram(wxCommandEvent& event);
+    void OnMenuRefreshStereo(wxCommandEvent& event);
 
     FrameMain_cls& mFrame;
     Main_cls& mHub;

@@ -27,8 +27,10 @@
 #include "IMAGE/clsImageIO.h"
 #include "IMAGE/clsImgSequence.h"
 #include "IMAGE/clsVideoMaker.h"
+#include "PARAM/clsParamGroup.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
+#include "SCENE/clsStereoGram.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/Realize.h"
 
@@ -53,7 +55,9 @@ FilmStatus FilmMaker_cls::Run() {
             Fail(FilmStatus::WrongArguments, "--write-project: " + mArgs.mWriteProject + " can't be written");
         return mStatus;
     }
-    if (!TakeView() || !TakeFrames() || !TakeOutput() || !TakeTargets()) return mStatus;
+    if (!TakeView() || !TakeFrames()) return mStatus;
+    TakeStereo();
+    if (!TakeOutput() || !TakeTargets()) return mStatus;
     TakeBlur();
     NoteOddities();
     MakeFrames();
@@ -128,20 +132,23 @@ bool FilmMaker_cls::TakeTargets() {
     std::vector<FilmTarget_st> targets;
     size_t missing = 0;
     for (const FilmFrame_st& frame : mFilm) {
-        targets.push_back({"--output", GetFilmName(mNames, frame.mNumber)});
-        missing += !mArgs.mbResume || !wxFileName::FileExists(targets.back().mPath) ? 1 : 0;
+        for (const int eye : GetEyes()) {
+            targets.push_back({"--output", GetFilmName(mNames, frame.mNumber, eye)});
+            missing += !mArgs.mbResume || !wxFileName::FileExists(targets.back().mPath) ? 1 : 0;
+        }
         if (!mArgs.mExport.empty())
             targets.push_back({"--export-data", GetFilmName(mDataNames, frame.mNumber)});
     }
     const wxString first = targets.front().mPath;
-    if (!mArgs.mVideo.empty()) targets.push_back({"--video", mArgs.mVideo});
+    for (const int eye : GetEyes())
+        if (!mArgs.mVideo.empty()) targets.push_back({"--video", GetEyePath(mArgs.mVideo, eye)});
     wxString error = CheckFilmTargets(inputs, targets);
     if (error.empty()) error = MakeFilmFolders(targets);
-    const ImgSequence_cls* size = mpCMain->mpCImgSequence;
+    const wxSize size = GetFileSize();
     const wxString ending = SplitPath_cls(mNames.mStrPath).mStrExt.Mid(1);
     if (error.empty())
-        error = CheckFilmSpace(
-            first, EstimateFilmBytes(ending, size->mOutW, size->mOutH, missing, mArgs.mbTransparent));
+        error =
+            CheckFilmSpace(first, EstimateFilmBytes(ending, size.x, size.y, missing, mArgs.mbTransparent));
     if (!error.empty()) return Fail(FilmStatus::WrongArguments, error);
     RemoveFilmLeftovers(targets);
     return true;
@@ -168,6 +175,37 @@ void FilmMaker_cls::TakeBlur() {
     }
     // Open for no time, it is the plain picture.
     blur.mbBlur = (mArgs.mbBlur || mpCTime->mbUseMotionBlur.mValue) && blur.mShutter > 0.0f;
+}
+
+// From the start of the work area, wherever this part of the film begins.
+void FilmMaker_cls::TakeStereo() {
+    if (mArgs.mStereo == FilmArgs_st::kProjectStereo) return;
+    StereoGram_cls& stereo = *mpCMain->mpCStereoGram;
+    if (mArgs.mStereo == FilmArgs_st::kStereoOff) {
+        stereo.mCType.mValue = StereoGram_cls::TYPE_MONOGRAM;
+        return;
+    }
+    if (stereo.GetType() == StereoGram_cls::TYPE_MONOGRAM)
+        stereo.mCType.mValue = StereoGram_cls::TYPE_OFF_AXIS;
+    stereo.mCEye.mValue = mArgs.mStereo;
+    stereo.mCDualOutput.mValue = mArgs.mbStereoSeparate;
+    mpCTime->SetFrameNative(mpCTime->GetWAMin(), 0);
+    const double begin = mpCTime->GetDoubleIndex();
+    if (stereo.mpCParallax->mVParams[0].mbTimeDepend.mValue || stereo.GetParallax(begin) != 0.0) return;
+    mpCCanvas->mCamera.EvaluatePaths(begin);
+    mpCCanvas->mCamera.UpdateCameraPos();
+    stereo.Fit(mpCCanvas->mCamera.GetDistanceToAnchor());
+    Note(wxString::Format("the eyes stand %g apart", stereo.GetParallax(begin)));
+}
+
+/// Of a picture file.
+wxSize FilmMaker_cls::GetFileSize() const {
+    const ImgSequence_cls* sequence = mpCMain->mpCImgSequence;
+    const StereoGram_cls& stereo = *mpCMain->mpCStereoGram;
+    wxSize size(sequence->mOutW, sequence->mOutH);
+    if (mpCCanvas->IsAlongAxis() || !stereo.IsFull() || stereo.IsDualOutput()) return size;
+    (stereo.IsAbove() ? size.y : size.x) *= 2;
+    return size;
 }
 
 // What the window would ask about.
@@ -202,7 +240,7 @@ void FilmMaker_cls::MakeFrames() {
     TellWritten(mWriting);
     GCImgIO.DropSpare();
     mLoopMillis = mWatch.Time();
-    wxString text = wxString::Format("%d frames in %.1f s", mpCProgress->GetDrawn() - mLostPictures,
+    wxString text = wxString::Format("%d frames in %.1f s", mpCProgress->GetDrawn() - int(mSLost.size()),
                                      double(mLoopMillis) / 1000.0);
     if (mpCProgress->GetKept() > 0) text += wxString::Format(", %d were there", mpCProgress->GetKept());
     if (mFailures > 0) text += wxString::Format(", %d failed", mFailures);
@@ -212,23 +250,41 @@ void FilmMaker_cls::MakeFrames() {
     TellDamage();
 }
 
+/// The files of a frame are for these: one for both eyes, or one each.
+std::vector<int> FilmMaker_cls::GetEyes() const {
+    if (mpCCanvas->IsAlongAxis() || !mpCMain->mpCStereoGram->IsDualOutput()) return {EYE_NONE};
+    return {EYE_LEFT, EYE_RIGHT};
+}
+
+std::vector<wxString> FilmMaker_cls::GetPictures(size_t i) const {
+    std::vector<wxString> paths;
+    for (const int eye : GetEyes())
+        paths.push_back(GetFilmName(mNames, mFilm[i].mNumber, eye));
+    return paths;
+}
+
 void FilmMaker_cls::MakeFrame(size_t i) {
-    const wxString path = GetFilmName(mNames, mFilm[i].mNumber);
+    const std::vector<wxString> paths = GetPictures(i);
+    const std::vector<int> eyes = GetEyes();
     const wxString data = mArgs.mExport.empty() ? wxString() : GetFilmName(mDataNames, mFilm[i].mNumber);
-    const ImgSequence_cls* sequence = mpCMain->mpCImgSequence;
+    const wxSize size = GetFileSize();
     if (mArgs.mbResume && (data.empty() || wxFileName::FileExists(data)) &&
-        IsWholeImage(path, sequence->mOutW, sequence->mOutH, mArgs.mbTransparent)) {
-        mVDone.push_back(path);
+        std::all_of(paths.begin(), paths.end(), [&](const wxString& path) {
+            return IsWholeImage(path, size.x, size.y, mArgs.mbTransparent);
+        })) {
+        for (size_t k = 0; k < paths.size(); ++k)
+            mVDone[eyes[k]].push_back(paths[k]);
         mpCProgress->Count(false);
         TellGuardSettled(i);
         return;
     }
-    const size_t done = mVDone.size();
+    const std::vector<wxString>& whole = mVDone[eyes.back()];
+    const size_t done = whole.size();
     try {
         // Stopped; what was whole by then counts.
-        if (!DrawFrame(i, path) && mVDone.size() == done) return;
+        if (!DrawFrame(i, paths.front()) && whole.size() == done) return;
     } catch (const std::bad_alloc&) {
-        FailFrame(path, "memory is too short for it");
+        FailFrame(paths.front(), "memory is too short for it");
     }
     DropBehind(i);
     mpCProgress->Count(true);
@@ -244,16 +300,20 @@ void FilmMaker_cls::TellWritten(int i) const {
 
 // What the first picture takes tells more than any guess did before it.
 void FilmMaker_cls::NoteSpace(size_t pictures) {
-    if (mbSpaceNoted || mVDone.empty() || !wxFileName::FileExists(mVDone.front())) return;
+    const std::vector<int> eyes = GetEyes();
+    const std::vector<wxString>& done = mVDone[eyes.front()];
+    if (mbSpaceNoted || done.empty() || !wxFileName::FileExists(done.front())) return;
     mbSpaceNoted = true;
-    const double bytes = wxFileName::GetSize(mVDone.front()).ToDouble();
-    const wxString text = CheckFilmSpace(mVDone.front(), bytes * double(pictures));
+    const double bytes = wxFileName::GetSize(done.front()).ToDouble();
+    const wxString text = CheckFilmSpace(done.front(), bytes * double(pictures * eyes.size()));
     if (!text.empty()) Complain("note: " + text + ", going by the first picture");
 }
 
 bool FilmMaker_cls::DrawFrame(size_t i, const wxString& path) {
     const wxString data = mArgs.mExport.empty() ? wxString() : GetFilmName(mDataNames, mFilm[i].mNumber);
-    mMFrameOfPath[path] = mMFrameOfPath[data] = i;
+    mMFrameOfPath[data] = i;
+    for (const wxString& picture : GetPictures(i))
+        mMFrameOfPath[picture] = i;
     mpCTime->SetInterpStepNative(mFilm[i].mStep, 0);
     mpCTime->SetFrameNative(mFilm[i].mFrame, 0);
     mpCFrame->TellPresent();
@@ -261,7 +321,9 @@ bool FilmMaker_cls::DrawFrame(size_t i, const wxString& path) {
     const ImgSequence_cls* sequence = mpCMain->mpCImgSequence;
     TakePictureFault(); // another frame's
     mpCCanvas->RequestImage(
-        [this, path](const ImageBuffers_st& buffers, wxSize size) { Save(buffers, size, path); },
+        [this, i](const ImageBuffers_st& buffers, wxSize size) {
+            Save(buffers, size, GetFilmName(mNames, mFilm[i].mNumber, buffers.mEye));
+        },
         wxSize(sequence->mOutW, sequence->mOutH), mArgs.mbTransparent);
     MotionBlurCtrl_cls& blur = mpCTime->mCMotionBlur;
     const int steps = blur.mbBlur ? blur.mBlurSteps : 1;
@@ -300,15 +362,16 @@ wxString FilmMaker_cls::DrawStep() {
 // Of the picture that a paint has finished. What a stop has cut short is no picture.
 void FilmMaker_cls::Save(const ImageBuffers_st& buffers, wxSize size, const wxString& path) {
     if (HasGLRunOutOfMemory()) TellPictureFault("memory is too short for OpenGL");
-    if (IsFilmStopped() || HasPictureFault()) return;
+    if ((IsFilmStopped() && buffers.mEye != EYE_RIGHT) || HasPictureFault()) return;
     {
         const MillisScope_cls time(mWatch, &mFileMillis);
         GCImgIO.Finish();
     }
-    mWritten = mWriting;
-    mWriting = int(mMFrameOfPath[path]);
-    mVDone.push_back(path);
-    GCImgIO.SaveImageFromTexture(buffers, size.x, size.y, path, false);
+    const int frame = int(mMFrameOfPath[path]);
+    if (mWriting != frame) mWritten = mWriting; // the eyes of a frame are finished together
+    mWriting = frame;
+    mVDone[buffers.mEye].push_back(path);
+    GCImgIO.SaveImageFromTexture(buffers, size.x, size.y, path);
 }
 
 void FilmMaker_cls::TakeFailures() {
@@ -318,7 +381,7 @@ void FilmMaker_cls::TakeFailures() {
 
 void FilmMaker_cls::FailFrame(const wxString& path, const wxString& reason, bool bPicture) {
     ++mFailures;
-    if (bPicture) ++mLostPictures;
+    if (bPicture) mSLost.insert(mMFrameOfPath[path]);
     wxString line = reason;
     line.Replace("\n", " ");
     const FilmFrame_st& frame = mFilm[mMFrameOfPath[path]];
@@ -328,16 +391,23 @@ void FilmMaker_cls::FailFrame(const wxString& path, const wxString& reason, bool
 }
 
 void FilmMaker_cls::MakeVideo() {
-    const wxString what = "the video " + mArgs.mVideo + " isn't made: ";
-    if (mLostPictures > 0) {
+    for (const int eye : GetEyes())
+        if (!IsFilmStopped()) MakeVideoOf(eye);
+}
+
+void FilmMaker_cls::MakeVideoOf(int eye) {
+    const wxString path = GetEyePath(mArgs.mVideo, eye);
+    const wxString what = "the video " + path + " isn't made: ";
+    if (!mSLost.empty()) {
         Fail(FilmStatus::SomeFailed, what + "pictures are missing");
         return;
     }
     VideoMaker_cls maker;
-    maker.Start({mVDone, mArgs.mVideo, mArgs.mRate, mArgs.mbTransparent});
+    maker.Start({mVDone[eye], path, mArgs.mRate, mArgs.mbTransparent,
+                 mpCCanvas->IsAlongAxis() ? VideoStereo::None : GetVideoStereo(*mpCMain->mpCStereoGram)});
     maker.Wait([] { return IsFilmStopped(); });
     if (maker.GetError().empty())
-        mpCProgress->Say("video " + mArgs.mVideo.utf8_string());
+        mpCProgress->Say("video " + path.utf8_string());
     else
         Fail(FilmStatus::SomeFailed, what + maker.GetError());
 }

@@ -14,6 +14,7 @@
 
 #include "APP/FilmArgs.h"
 #include "APP/FilmFrames.h"
+#include "COMMON/Eye.h"
 #include "PDATA/clsFileSequence.h"
 
 class FilmProgress_cls;
@@ -55,6 +56,8 @@ private:
     bool TakeFrames();
     bool Fail(FilmStatus status, const wxString& text);
     void TakeBlur();
+    void TakeStereo();
+    wxSize GetFileSize() const;
     void NoteOddities() const;
 
     void MakeFrames();
@@ -66,6 +69,8 @@ private:
     void WaitForData();
     void ReadAhead(size_t i);
     void DropBehind(size_t i);
+    std::vector<int> GetEyes() const;
+    std::vector<wxString> GetPictures(size_t i) const;
     void NoteSpace(size_t pictures);
     void Save(const ImageBuffers_st& buffers, wxSize size, const wxString& path);
     wxString FindMissing() const;
@@ -78,6 +83,7 @@ private:
     void TellWritten(int i) const;
     void FailFrame(const wxString& path, const wxString& reason, bool bPicture = true);
     void MakeVideo();
+    void MakeVideoOf(int eye);
     void Note(const wxString& text) const;
     void Complain(const wxString& text) const;
 
@@ -91,15 +97,15 @@ private:
     FileSequence_cls mNames;
     FileSequence_cls mDataNames; ///< of exported data
     std::vector<FilmFrame_st> mFilm;
-    std::vector<wxString> mVDone;             ///< pictures that stand there, in their order
-    std::map<wxString, size_t> mMFrameOfPath; ///< of the files under way, in mFilm
-    std::set<wxString> mSDamagedFiles;        ///< told already
+    std::vector<wxString> mVDone[EYE_RIGHT + 1]; ///< pictures that stand there, in their order, by Eye
+    std::map<wxString, size_t> mMFrameOfPath;    ///< of the files under way, in mFilm
+    std::set<wxString> mSDamagedFiles;           ///< told already
     std::set<int> mSDamagedFrames;
-    int mWriting = -1; ///< in mFilm: whose file is being written
-    int mWritten = -1; ///< whose file was finished last
+    int mWriting = -1; ///< in mFilm: whose files are being written
+    int mWritten = -1; ///< whose files were finished last
     bool mbSpaceNoted = false;
     int mFailures = 0;
-    int mLostPictures = 0; ///< of the failures
+    std::set<size_t> mSLost; ///< of mFilm: pictures that failed
 
     // Milliseconds.
     wxStopWatch mWatch;

@@ -32,6 +32,7 @@
 #include "FILTER/clsBondFollower.h"
 #include "FILTER/clsFilterLists.h"
 #include "GL/BASE/clsPreference.h"
+#include "GL/VIEW/clsCameraPathCtrl.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 #include "GL/VIEW/clsGLExtraFrame.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
@@ -43,6 +44,7 @@
 #include "PARAM/clsParamGroup.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "SCENE/clsLightSRCCtrl.h"
+#include "SCENE/clsStereoGram.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/MessageBoxes.h"
 #include "WIDGET/MenuQueue.h"
@@ -82,6 +84,10 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
     mpCRefreshCommands = std::make_unique<RefreshCommands_cls>(*this);
 
     mpCSharedView = new SharedView_cls(pMain->mpCOverlay, pMain->mpCExposure, pMain->mpCInformation);
+    mpCSharedView->mspCStereogramLink = pMain->mpCStereoGram;
+    pMain->mpCStereoGram->mGetDistanceToFocus = [this] {
+        return GetPCOutputCanvas()->mCamera.GetDistanceToAnchor();
+    };
     mpCViewFit = std::make_unique<ViewFitCtrl_cls>(*this, *mpCSharedView);
     mpCCopyQuestion = std::make_unique<CopyQuestion_cls>(*this);
     mBtmHeight = pMain->mDisplayHeight > kHighDisplay ? 210 : 150;
@@ -181,6 +187,12 @@ TimeCtrl_cls* FrameMain_cls::GetPCTimeCtrl() const { return mpCMain->mpCTimeCtrl
 CameraPath_cls* FrameMain_cls::GetPCCameraPath() const { return mpCMain->mpCCameraPath; }
 
 AnchorPath_cls* FrameMain_cls::GetPCAnchorPath() const { return mpCMain->mpCAnchorPath; }
+
+// The camera dialog follows the active view.
+void FrameMain_cls::ReconnectCameraPathGUI() {
+    if (mpCMain->mpCCameraPathCtrl && GpCurrentGLPanel)
+        mpCMain->mpCCameraPathCtrl->ShowView(GpCurrentGLPanel->mPanelIndex);
+}
 
 LightSRCCtrl_cls* FrameMain_cls::GetPCLightSRCCtrl() const { return mpCMain->mpCLightSRCCtrl; }
 FilterLists_cls* FrameMain_cls::GetPCFilters() const { return mpCMain->mpCFilters; }
@@ -303,6 +315,8 @@ void FrameMain_cls::ApplySettings() {
     PostMenuEvent(ID_FILTER_REFRESH);
     mpCMain->mpCColorCurveCtrl->UpdateItems(true);
     mpCMain->mpCLightSRCCtrl->UpdateItems(true);
+    mpCMain->mpCStereoGram->UpdateItems(true);
+    if (mpCMain->mpCCameraPathCtrl) mpCMain->mpCCameraPathCtrl->UpdateItems(true);
     mpCEditMenu->UpdatePreference();
 }
 

@@ -83,7 +83,7 @@ public:
     void RefreshGL();
     void RefreshTL();
     void FitSplitterWindow(bool bForce);
-    void ReconnectCameraPathGUI() override {} ///< the camera dialog follows the active canvas
+    void ReconnectCameraPathGUI() override;
     void OpenProject(const wxString& path);
     /// Ask for a recovery project that a program left which ended without being asked.
     void OfferRecovery();

@@ -111,11 +111,11 @@ constexpr MenuEntry_st kView[] = {
 };
 
 constexpr MenuEntry_st kDialog[] = {
-    {Entry::Normal, "View and Camera Config", "U", "Ctrl-U", ID_CAMERA_PATH, "Camera", false},
+    {Entry::Normal, "View and Camera Config", "U", "Ctrl-U", ID_CAMERA_PATH, "Camera", true},
     {Entry::Normal, "Light Source Editor", "L", "Ctrl-L", ID_LIGHT_SOURCE, "LightSource", true},
     {Entry::Normal, "Color Curve Editor", "J", "Ctrl-J", ID_COLOR_CURVE, "Color", true},
     {Entry::Normal, "Texture Editor", "J", "Ctrl-T", ID_TEX_PROPERTY, "Texture", true},
-    {Entry::Normal, "Stereogram Config", "S", "Ctrl-M", ID_STEREOGRAM, "StereoGram", false},
+    {Entry::Normal, "Stereogram Config", "S", "Ctrl-M", ID_STEREOGRAM, "StereoGram", true},
     {Entry::Normal, "Periodic Boundary", "P", "Ctrl-B", ID_PERIODIC_BOUNDARY, "PeriodicBoundary", true},
 };
 

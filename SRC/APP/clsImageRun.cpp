@@ -11,6 +11,7 @@
 #include "APP/clsMain.h"
 #include "APP/clsSeriesVideo.h"
 #include "COMMON/EventIds.h"
+#include "COMMON/Eye.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
 #include "COMMON/MsgBox.h"
@@ -19,6 +20,7 @@
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsSharedView.h"
+#include "IMAGE/VideoFile.h"
 #include "IMAGE/clsImageIO.h"
 #include "IMAGE/clsImgSequence.h"
 #include "PARAM/clsUndoManager.h"
@@ -63,11 +65,15 @@ void ImageRun_cls::OnMenuSaveImageSnap(wxCommandEvent&) {
     mCItemLastIMG.mStrValue = GCImgIO.GetPath();
     ForgetNotices();
     mFrame.GetPCOutputCanvas()->RequestWindowPicture(
-        [](wxSize size) { GCImgIO.SaveImageFromGL(size.x, size.y); });
+        [](wxSize size, int eye) {
+            if (eye != EYE_NONE) GCImgIO.SetFilenameStereo(eye);
+            GCImgIO.SaveImageFromGL(size.x, size.y);
+        },
+        true);
 }
 
 void ImageRun_cls::OnMenuCopyView(wxCommandEvent&) {
-    mFrame.GetPCOutputCanvas()->RequestWindowPicture([this](wxSize size) {
+    const auto take = [this](wxSize size, int) {
         const wxImage image = ReadWindow(size);
         if (!image.IsOk()) return;
         // The clipboard's owner may want to talk to us: not in the middle of a paint.
@@ -75,7 +81,8 @@ void ImageRun_cls::OnMenuCopyView(wxCommandEvent&) {
             wxClipboardLocker clipboard;
             if (!!clipboard) wxTheClipboard->SetData(new wxBitmapDataObject(wxBitmap(image)));
         });
-    });
+    };
+    mFrame.GetPCOutputCanvas()->RequestWindowPicture(take, false);
 }
 
 void ImageRun_cls::OnMenuSaveImageSeq(wxCommandEvent&) {
@@ -190,7 +197,8 @@ void ImageRun_cls::BeginVideo() {
     if (!mHub.mpCImgSequence->mbVideo) return;
     GCImgIO.Finish(); // the last picture
     TellImageFailures();
-    mpCSeriesVideo->Begin(*mHub.mpCImgSequence, mHub.mpCImgSequence->GetFailures());
+    const ImgSequence_cls& sequence = *mHub.mpCImgSequence;
+    mpCSeriesVideo->Begin(sequence, sequence.GetFailures(), GetVideoStereo(*mHub.mpCStereoGram));
     mFrame.UpdateStatusText();
 }
 

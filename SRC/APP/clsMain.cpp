@@ -33,6 +33,7 @@
 #include "GL/DRAW/clsGLDrawData.h"
 #include "GL/DRAW/clsGLSequence.h"
 #include "GL/DRAW/clsSnapData.h"
+#include "GL/VIEW/clsCameraPathCtrl.h"
 #include "GL/VIEW/clsExposure.h"
 #include "GL/VIEW/clsInformation.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
@@ -51,6 +52,7 @@
 #include "SCENE/clsAnchorPath.h"
 #include "SCENE/clsCameraPath.h"
 #include "SCENE/clsLightSRCCtrl.h"
+#include "SCENE/clsStereoGram.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/clsFontProvider.h"
 #include "WIDGET/clsMyArtProvider.h"
@@ -104,6 +106,7 @@ Main_cls::Main_cls(bool bWindow) {
     mpCCameraPath = new CameraPath_cls;
     mpCAnchorPath = new AnchorPath_cls;
     mpCLightSRCCtrl = new LightSRCCtrl_cls;
+    mpCStereoGram = new StereoGram_cls;
     mpCTimeCtrl = new TimeCtrl_cls(this);
     mpCFilters->mpCBonds = std::make_unique<BondFollower_cls>(*mpCFilters, *mpCPDataSeqCtrl, *mpCTimeCtrl);
     mpCImgSequence = new ImgSequence_cls(mpCTimeCtrl);
@@ -124,6 +127,9 @@ Main_cls::Main_cls(bool bWindow) {
     mpCTexPropertyCtrl = new TexPropertyCtrl_cls;
     mpCRecentFiles = new RecentFiles_cls;
     mpCFrameMain = new FrameMain_cls("Morentis 3 v 0.80", this, FirstWindowRect(mDisplayHeight), bWindow);
+    mpCCameraPathCtrl =
+        new CameraPathCtrl_cls(*mpCFrameMain, *mpCFrameMain->GetPCSharedView(), mpCStereoGram);
+    mpCCameraPathCtrl->mGetRate = [this] { return double(mpCImgSequence->mVideoRate); };
     MakeCameraPathGroup();
     MakeTimeLines();
     mpCFrameMain->GetPCTopHalf()->ConnectFilters();
@@ -158,7 +164,9 @@ Main_cls::~Main_cls() {
     delete mpCColorCurveCtrl;
     delete mpCImgSequence;
     delete mpCTimeCtrl;
+    delete mpCCameraPathCtrl;
     delete mpCScene;
+    delete mpCStereoGram;
     delete mpCRecentFiles;
     delete mpCRecovery;
     PDataBlock_cls::mspCDataLoaderLink = nullptr;

@@ -9,6 +9,7 @@
 #include "TIME/TimeHost.h"
 
 class AnchorPath_cls;
+class CameraPathCtrl_cls;
 class CameraPath_cls;
 class ColorCurveCtrl_cls;
 class DataExporter_cls;
@@ -34,6 +35,7 @@ class RecentFiles_cls;
 class Recovery_cls;
 class SceneObj_cls;
 class Scene_cls;
+class StereoGram_cls;
 class TexPropertyCtrl_cls;
 class TimeCtrl_cls;
 class wxWindow;
@@ -124,6 +126,7 @@ public:
     CameraPath_cls* mpCCameraPath = nullptr;
     AnchorPath_cls* mpCAnchorPath = nullptr;
     LightSRCCtrl_cls* mpCLightSRCCtrl = nullptr;
+    StereoGram_cls* mpCStereoGram = nullptr;
     /// Folder "Camera Path" of the time line: the curves of camera and anchor that files keep.
     ParamGroup_cls* mpCParamGroupCameraPath = nullptr;
     TimeCtrl_cls* mpCTimeCtrl = nullptr;
@@ -131,6 +134,8 @@ public:
     ColorCurveCtrl_cls* mpCColorCurveCtrl = nullptr; ///< the colour curve editor
     ParamGUICtrl_cls* mpCParamGUICtrl = nullptr;     ///< the time lines, of the main frame
     Scene_cls* mpCScene = nullptr;
+    CameraPathCtrl_cls* mpCCameraPathCtrl =
+        nullptr; ///< dialog of views and camera; null until there are views
     TexPropertyCtrl_cls* mpCTexPropertyCtrl = nullptr; ///< the texture dialog
     FrameMain_cls* mpCFrameMain = nullptr;             ///< wxWidgets destroys windows
     RecentFiles_cls* mpCRecentFiles = nullptr;

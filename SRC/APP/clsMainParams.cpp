@@ -15,6 +15,7 @@
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "SCENE/clsLightSRCCtrl.h"
 #include "SCENE/clsMoveItem.h"
+#include "SCENE/clsStereoGram.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/Clipboard.h"
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
@@ -49,8 +50,8 @@ void Main_cls::MakeTimeLines() {
         lines->StripTimeDepend(pStrip, bTimeDepend);
     };
     GParamHooks.mStripRead = [lines](ParamTL_cls* pStrip) { lines->StripRead(pStrip); };
-    for (ParamGroup_cls* group :
-         {mpCTimeCtrl->mpCTimeRemapGroup, mpCParamGroupCameraPath, mpCLightSRCCtrl->mpCTopGroup}) {
+    for (ParamGroup_cls* group : {mpCTimeCtrl->mpCTimeRemapGroup, mpCParamGroupCameraPath,
+                                  mpCStereoGram->mpCParallax, mpCLightSRCCtrl->mpCTopGroup}) {
         lines->AddParamGroup(group);
         lines->FoldGroup(group, true);
     }
@@ -65,6 +66,10 @@ void Main_cls::MakeTimeLines() {
         lines->ResizeTL();
     };
     LinkSelection();
+    mpCStereoGram->mOnRows = [lines] {
+        lines->HideAndShow();
+        lines->ResizeTL();
+    };
     mpCFilters->mHooks.mConnectTexture = [this](SceneObjTexture_cls* pTexture, const wxString& name) {
         mpCTexPropertyCtrl->ReconnectTexture(pTexture, name);
     };
@@ -85,7 +90,8 @@ void Main_cls::UnlinkParamHooks() {
     MoveItem_cls::SetSelection(nullptr);
     mpCParamGUICtrl = nullptr; // went with the frame
     mpCFilters->mHooks = FilterHooks_st();
-    mpCLightSRCCtrl->mOnRows = nullptr;
+    mpCStereoGram->mOnRows = mpCLightSRCCtrl->mOnRows = nullptr;
+    mpCStereoGram->mGetDistanceToFocus = nullptr;
     mpCLightSRCCtrl->mOnSelect = nullptr;
     GCUndoList.Clear();
     UnlinkGuess();
@@ -102,6 +108,7 @@ void Main_cls::UnlinkParamHooks() {
 Parameters_cls* Main_cls::GetPCParamFromID(const wxString& id) {
     Parameters_cls* found = mpCFilters->GetPCParamFromID(id);
     if (!found) found = mpCLightSRCCtrl->GetPCParamFromID(id);
+    if (!found) found = mpCStereoGram->GetPCParamFromID(id);
     return found ? found : mpCTimeCtrl->mpCTimeRemapGroup->GetPCParamFromID(id);
 }
 

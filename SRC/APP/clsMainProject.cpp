@@ -29,6 +29,7 @@
 #include "PDATA/clsPDataSequence.h"
 #include "SCENE/clsLightSRCCtrl.h"
 #include "SCENE/clsMoveItem.h"
+#include "SCENE/clsStereoGram.h"
 
 namespace {
 
@@ -103,6 +104,7 @@ void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder,
         acting->CopyFrom(*user);
         mpCLightSRCCtrl->SetToDefault(); // projects without lights are made for these
         ShadowVolume_cls::SetToDefault();
+        mpCStereoGram->Reset();
     }
     {
         const FlagScope_cls loading(GbGLLockProjectLoading);
@@ -117,6 +119,7 @@ void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder,
     }
     if (bConfigure) user->CopyFrom(*acting);
     mpCLightSRCCtrl->UpdateTLShown();
+    mpCStereoGram->UpdateTLShown();
     mpCFrameMain->ApplySettings();
     if (!bConfigure) mpCFrameMain->GetPCViewFit()->KeepCameras();
     GCUndoList.Clear(); // a project begins a history of its own

@@ -2,6 +2,7 @@
 
 #include <wx/intl.h>
 
+#include "COMMON/Eye.h"
 #include "COMMON/MsgBox.h"
 #include "IMAGE/VideoFile.h"
 #include "IMAGE/clsImgSequence.h"
@@ -10,19 +11,34 @@ namespace {
 constexpr long kToldMillis = 10000; // long enough to be seen
 }
 
-void SeriesVideo_cls::Begin(const ImgSequence_cls& sequence, int failures) {
+void SeriesVideo_cls::Begin(const ImgSequence_cls& sequence, int failures, VideoStereo stereo) {
     Tick(); // what has ended meanwhile
     mStrDone.clear();
     if (!sequence.mbVideo) return;
-    VideoJob_st job;
-    job.mFrames = sequence.GetWritten();
-    job.mPath = MakeVideoPath(sequence.mCFileSequence.mStrPath);
-    job.mRate = MakeVideoRate(sequence.mVideoRate);
+    const wxString path = MakeVideoPath(sequence.mCFileSequence.mStrPath);
     if (failures > 0) {
-        TellFailure(job.mPath, wxString::Format(_("%d of its pictures could not be written"), failures));
+        TellFailure(path, wxString::Format(_("%d of its pictures could not be written"), failures));
         return;
     }
     if (IsRunning()) TellFailure(mCMaker.GetPath(), _("it was given up for that of the next series"));
+    mVWaiting.clear();
+    for (const int eye : {EYE_RIGHT, EYE_LEFT, EYE_NONE}) {
+        if (sequence.GetWritten(eye).empty()) continue;
+        VideoJob_st job;
+        job.mFrames = sequence.GetWritten(eye);
+        job.mPath = GetEyePath(path, eye);
+        job.mRate = MakeVideoRate(sequence.mVideoRate);
+        job.mStereo = eye == EYE_NONE ? stereo : VideoStereo::None;
+        mVWaiting.push_back(std::move(job));
+    }
+    StartNext();
+}
+
+// The last one that waits.
+void SeriesVideo_cls::StartNext() {
+    if (mVWaiting.empty()) return;
+    const VideoJob_st job = std::move(mVWaiting.back());
+    mVWaiting.pop_back();
     if (!mCMaker.Start(job).empty()) TellFailure(job.mPath, mCMaker.GetError());
 }
 
@@ -38,6 +54,7 @@ bool SeriesVideo_cls::Tick() {
         else
             TellFailure(mCMaker.GetPath(), mCMaker.GetError());
         mDoneWatch.Start();
+        StartNext();
         return true;
     }
     if (mStrDone.empty() || mDoneWatch.Time() < kToldMillis) return false;

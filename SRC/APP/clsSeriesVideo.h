@@ -5,6 +5,7 @@
 #include <wx/stopwatch.h>
 #include <wx/string.h>
 
+#include "IMAGE/VideoFile.h"
 #include "IMAGE/clsVideoMaker.h"
 
 class ImgSequence_cls;
@@ -13,7 +14,7 @@ class SeriesVideo_cls {
 public:
     /// The series has ended with this many files missing. Begins if its settings want a video;
     /// one that is still being made is given up, and that is told.
-    void Begin(const ImgSequence_cls& sequence, int failures);
+    void Begin(const ImgSequence_cls& sequence, int failures, VideoStereo stereo);
     /// To be called a few times a second: true when GetStatusText changes.
     bool Tick();
     /// What is under way, or was a moment ago; else empty.
@@ -25,7 +26,10 @@ public:
 private:
     void TellFailure(const wxString& path, const wxString& reason);
 
+    void StartNext();
+
     VideoMaker_cls mCMaker;
-    wxString mStrDone; ///< the end of the last one
+    std::vector<VideoJob_st> mVWaiting; ///< of the other eye
+    wxString mStrDone;                  ///< the end of the last one
     wxStopWatch mDoneWatch;
 };

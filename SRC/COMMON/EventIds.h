@@ -111,6 +111,8 @@ enum MenuEventId : int {
     ID_EXPORTER_REFERENCE = 6508,
     ID_EXPORTER_COPY = 6509,
 
+    ID_VIEW_DEFAULT = 6532, ///< of a tab of the camera dialog
+
     ID_LIGHT_ADD = 6523,
     ID_LIGHT_REMOVE = 6524,
 

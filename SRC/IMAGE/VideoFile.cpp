@@ -8,7 +8,9 @@
 
 #include <wx/intl.h>
 
+#include "COMMON/Eye.h"
 #include "COMMON/clsSplitPath.h"
+#include "SCENE/clsStereoGram.h"
 
 namespace {
 
@@ -20,7 +22,42 @@ bool ReadPositive(const wxString& text, double* pValue) {
            text.ToCDouble(pValue) && *pValue > 0.0;
 }
 
+/// Frame packing goes by the numbers of H.264.
+std::vector<const char*> GetStereoWords(VideoStereo stereo, const std::string& target) {
+    const bool bMatroska = wxString::FromUTF8(target).Lower().EndsWith(".mkv");
+    std::vector<const char*> words;
+    const char* mode = nullptr;
+    if (stereo == VideoStereo::SideBySide) {
+        words = {"-x264-params", "frame-packing=3"};
+        mode = "stereo_mode=left_right";
+    } else if (stereo == VideoStereo::TopBottom) {
+        words = {"-x264-params", "frame-packing=4"};
+        mode = "stereo_mode=top_bottom";
+    } else if (stereo == VideoStereo::RedCyan) {
+        mode = "stereo_mode=anaglyph_cyan_red";
+    }
+    if (mode && bMatroska) words.insert(words.end(), {"-metadata:s:v:0", mode});
+    return words;
+}
+
 } // namespace
+
+VideoStereo GetVideoStereo(const StereoGram_cls& stereo) {
+    if (!stereo.IsStereo() || stereo.IsDualOutput()) return VideoStereo::None;
+    switch (stereo.GetOutput()) {
+    case StereoGram_cls::OUTPUT_SIDE_BY_SIDE:
+    case StereoGram_cls::OUTPUT_SIDE_BY_SIDE_FULL:
+        return VideoStereo::SideBySide;
+    case StereoGram_cls::OUTPUT_TOP_BOTTOM:
+    case StereoGram_cls::OUTPUT_TOP_BOTTOM_FULL:
+        return VideoStereo::TopBottom;
+    case StereoGram_cls::OUTPUT_RED_CYAN:
+    case StereoGram_cls::OUTPUT_RED_CYAN_DUBOIS:
+        return VideoStereo::RedCyan;
+    default:
+        return VideoStereo::None;
+    }
+}
 
 wxString FindVideoTool() {
     const char* path = std::getenv("PATH");
@@ -76,44 +113,53 @@ wxString MakeVideoPath(const wxString& pictures) {
     return (split.mStrDir.empty() ? wxString() : split.mStrDir + "/") + stem + ".mp4";
 }
 
+wxString GetEyePath(const wxString& path, int eye) {
+    if (eye == EYE_NONE) return path;
+    const SplitPath_cls split(path);
+    return split.mStrNoExt + (eye == EYE_LEFT ? "L" : "R") + split.mStrExt;
+}
+
 std::vector<std::string> MakeVideoCommand(const std::string& tool, const std::string& folder,
                                           const std::string& ending, const std::string& target,
-                                          const std::string& rate, bool bTransparent) {
+                                          const std::string& rate, bool bTransparent, VideoStereo stereo) {
     std::string filter = bTransparent ? "format=gbrap,premultiply=inplace=1,format=gbrp," : "";
     filter += "pad=ceil(iw/2)*2:ceil(ih/2)*2,scale=out_color_matrix=bt709:out_range=tv,format=yuv420p";
-    return {tool,
-            "-hide_banner",
-            "-loglevel",
-            "error",
-            "-nostdin",
-            "-y",
-            "-framerate",
-            rate,
-            "-f",
-            "image2",
-            "-start_number",
-            "0",
-            "-i",
-            folder + "/%08d." + ending,
-            "-vf",
-            filter,
-            "-c:v",
-            "libx264",
-            "-crf",
-            "18",
-            "-preset",
-            "medium",
-            "-pix_fmt",
-            "yuv420p",
-            "-colorspace",
-            "bt709",
-            "-color_primaries",
-            "bt709",
-            "-color_trc",
-            "bt709",
-            "-color_range",
-            "tv",
-            "-movflags",
-            "+faststart",
-            target};
+    std::vector<std::string> words = {tool,
+                                      "-hide_banner",
+                                      "-loglevel",
+                                      "error",
+                                      "-nostdin",
+                                      "-y",
+                                      "-framerate",
+                                      rate,
+                                      "-f",
+                                      "image2",
+                                      "-start_number",
+                                      "0",
+                                      "-i",
+                                      folder + "/%08d." + ending,
+                                      "-vf",
+                                      filter,
+                                      "-c:v",
+                                      "libx264",
+                                      "-crf",
+                                      "18",
+                                      "-preset",
+                                      "medium",
+                                      "-pix_fmt",
+                                      "yuv420p",
+                                      "-colorspace",
+                                      "bt709",
+                                      "-color_primaries",
+                                      "bt709",
+                                      "-color_trc",
+                                      "bt709",
+                                      "-color_range",
+                                      "tv",
+                                      "-movflags",
+                                      "+faststart"};
+    for (const char* word : GetStereoWords(stereo, target))
+        words.emplace_back(word);
+    words.push_back(target);
+    return words;
 }

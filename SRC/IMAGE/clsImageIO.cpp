@@ -82,7 +82,8 @@ void ImageIO_cls::FreeSlot(int index) {
 SavePicture_st ImageIO_cls::MakePicture(int w, int h, const wxString& path) {
     SavePicture_st picture = std::move(mSpare);
     mSpare = SavePicture_st();
-    picture.mbHalfFloat = picture.mbSideBySide = false;
+    picture.mbHalfFloat = false;
+    picture.mHalves = HALVES_NONE;
     picture.mWXStrFilename = path;
     picture.mW = picture.mSrcW = w;
     picture.mH = picture.mSrcH = h;
@@ -108,7 +109,8 @@ void ImageIO_cls::SaveImageFromGL(int w, int h, const wxString& path, int x, int
     w = std::max(w / kColumns * kColumns, kColumns);
     const int index = TakeSlot();
     SavePicture_st picture = MakePicture(w, h, path);
-    for (PixelBuffer_cls* pUnused : {&picture.mOnBlack, &picture.mOnWhite, &picture.mOverlay})
+    for (PixelBuffer_cls* pUnused : {&picture.mOnBlack, &picture.mOnWhite, &picture.mOverlay,
+                                     &picture.mRightSource, &picture.mRightOnBlack, &picture.mRightOnWhite})
         pUnused->Free();
     if (picture.mSource.Allocate(w, h, 3)) {
         const GLClientScope_cls client;
@@ -120,13 +122,12 @@ void ImageIO_cls::SaveImageFromGL(int w, int h, const wxString& path, int x, int
     Run(index, std::move(picture));
 }
 
-void ImageIO_cls::SaveImageFromTexture(const ImageBuffers_st& buffers, int w, int h, const wxString& path,
-                                       bool bSideBySide) {
+void ImageIO_cls::SaveImageFromTexture(const ImageBuffers_st& buffers, int w, int h, const wxString& path) {
     const int index = TakeSlot();
     SavePicture_st picture = MakePicture(w, h, path);
     picture.mSrcW = buffers.mpColor->GetWidth();
     picture.mSrcH = buffers.mpColor->GetHeight();
-    picture.mbSideBySide = bSideBySide;
+    picture.mHalves = buffers.mHalves;
     picture.mbHalfFloat = true;
     bool bRead = true;
     if (buffers.mpOverlay)
@@ -136,6 +137,10 @@ void ImageIO_cls::SaveImageFromTexture(const ImageBuffers_st& buffers, int w, in
     bRead = ReadLight(buffers.mpColor, &picture.mSource) && bRead;
     bRead = ReadLight(buffers.mpOnBlack, &picture.mOnBlack) && bRead;
     bRead = ReadLight(buffers.mpOnWhite, &picture.mOnWhite) && bRead;
+    const ImageBuffers_st right = buffers.mpRight ? *buffers.mpRight : ImageBuffers_st();
+    bRead = ReadLight(right.mpColor, &picture.mRightSource) && bRead;
+    bRead = ReadLight(right.mpOnBlack, &picture.mRightOnBlack) && bRead;
+    bRead = ReadLight(right.mpOnWhite, &picture.mRightOnWhite) && bRead;
     if (!bRead) picture.mSource.Free(); // a part of a picture is none
     Run(index, std::move(picture));
 }

@@ -18,7 +18,10 @@ struct ImageBuffers_st {
     const FBO_cls* mpColor = nullptr;
     const FBO_cls* mpOnBlack = nullptr; ///< both or none of the two: see SavePicture_st
     const FBO_cls* mpOnWhite = nullptr;
-    const FBO_cls* mpOverlay = nullptr; ///< with alpha, as large as the file; null: none
+    const FBO_cls* mpOverlay = nullptr;       ///< with alpha, as large as the file; null: none
+    Halves mHalves = HALVES_NONE;             ///< where the two eyes of the picture stand
+    const ImageBuffers_st* mpRight = nullptr; ///< the other eye in full size; null: the halves are squeezed
+    int mEye = 0;                             ///< the Eye that the file is for
 };
 
 /// A file that isn't there.
@@ -39,8 +42,7 @@ public:
     void SaveImageFromGL(int w, int h);
     void SaveImageFromGL(int w, int h, const wxString& path, int x, int y);
     /// The middle of the buffers as a picture of w by h. Waits for the picture before it.
-    void SaveImageFromTexture(const ImageBuffers_st& buffers, int w, int h, const wxString& path,
-                              bool bSideBySide);
+    void SaveImageFromTexture(const ImageBuffers_st& buffers, int w, int h, const wxString& path);
 
     /// Ask for a file; true when one was chosen.
     bool SelectFile(const wxString& initialPath, wxWindow* pParent);

@@ -144,7 +144,8 @@ void ImgSequence_cls::Begin(bool bSnap) {
 void ImgSequence_cls::ForgetWritten() {
     mLastFrame = mLastEye = -1;
     mFailures = 0;
-    mVWritten.clear();
+    for (std::vector<wxString>& written : mVWritten)
+        written.clear();
     mProgress.Begin(mbSnap ? 1 : CountSteps());
 }
 
@@ -155,15 +156,16 @@ void ImgSequence_cls::OutputFinish() {
 }
 
 void ImgSequence_cls::SaveImageFromTexture(ImageIO_cls* pImageIO, const ImageBuffers_st& buffers, int offset,
-                                           int eye, bool bSideBySide) {
+                                           int eye) {
     if (eye == mLastEye && offset < mLastFrame) return;
     mLastEye = eye;
     mLastFrame = offset;
     const wxString path = mCFileSequence.GetModifiedStr(offset + mCInitNum.mValue, eye);
     pImageIO->mbSmallestPNG = mbSmallestPNG;
-    pImageIO->SaveImageFromTexture(buffers, mOutW, mOutH, path, bSideBySide);
-    if (mVWritten.empty() || mVWritten.back() != path) mVWritten.push_back(path);
-    mProgress.Done(int(mVWritten.size()));
+    pImageIO->SaveImageFromTexture(buffers, mOutW, mOutH, path);
+    std::vector<wxString>& written = mVWritten[eye];
+    if (written.empty() || written.back() != path) written.push_back(path);
+    if (eye != EYE_LEFT) mProgress.Done(int(written.size())); // the other eye's comes with it
     UpdateItems(true);
     if (!mbSnap) return;
     mbSnap = false;

@@ -7,6 +7,7 @@
 
 #include <wx/string.h>
 
+#include "COMMON/Eye.h"
 #include "COMMON/clsRunProgress.h"
 #include "CONFITEM/clsConfItem.h"
 #include "CONFITEM/clsConfItemList.h"
@@ -51,8 +52,7 @@ public:
     void OutputFinish();
     /// Write the picture of a step. `offset` counts the steps of the film; `eye` is an Eye. A step before the
     /// last written one is left as it is.
-    void SaveImageFromTexture(ImageIO_cls* pImageIO, const ImageBuffers_st& buffers, int offset, int eye,
-                              bool bSideBySide);
+    void SaveImageFromTexture(ImageIO_cls* pImageIO, const ImageBuffers_st& buffers, int offset, int eye);
     /// The outline of what the output keeps of a picture shown as a square as wide as w, in a window of w by
     /// h. A projection in pixels is set.
     void RenderFrameBoxInRender(int w, int h) const;
@@ -63,8 +63,8 @@ public:
     wxString GetProgressText() const;
     const RunProgress_cls& GetProgress() const { return mProgress; }
     TimeCtrl_cls* GetPCTimeCtrl() const { return mpCTimeCtrl; }
-    /// Files of the last run, in their order.
-    const std::vector<wxString>& GetWritten() const { return mVWritten; }
+    /// Files of the last run, in their order; those of an Eye where each has its own.
+    const std::vector<wxString>& GetWritten(int eye = EYE_NONE) const { return mVWritten[eye]; }
 
     wxString Serialize();
     void ReadStrLine(const wxString& line);
@@ -95,7 +95,7 @@ private:
     int mLastEye = -1;
     int mFailures = 0;
     RunProgress_cls mProgress;
-    std::vector<wxString> mVWritten;
+    std::vector<wxString> mVWritten[EYE_RIGHT + 1];
 
     // As the settings stand in files.
     ConfItemList_cls mConfList;

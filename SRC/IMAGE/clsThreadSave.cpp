@@ -34,19 +34,61 @@ wxThread::ExitCode ThreadSave_cls::Entry() {
 }
 
 void ThreadSave_cls::Save() {
+    mFileW = mPicture.mW;
+    mFileH = mPicture.mH;
+    if (!MakeEye() || (mPicture.mRightSource && !AddRightEye())) {
+        std::puts("Image Save Skipped!!");
+        mStrError = _("there is not enough memory for the picture, or OpenGL failed");
+        return;
+    }
+    Write();
+}
+
+// The picture, or the half of it that stands in the source.
+bool ThreadSave_cls::MakeEye() {
     const bool bAlpha = mPicture.mOnBlack && mPicture.mOnWhite;
     bool bFits = mPicture.mSource && mPicture.mW > 0 && mPicture.mH > 0 && Fit(mPicture.mSource, &mColor);
     if (bFits && bAlpha)
         bFits = Fit(mPicture.mOnBlack, &mOnBlack) && Fit(mPicture.mOnWhite, &mOnWhite) &&
                 mAlpha.Allocate(mPicture.mW, mPicture.mH, 1);
-    if (!bFits) {
-        std::puts("Image Save Skipped!!");
-        mStrError = _("there is not enough memory for the picture, or OpenGL failed");
-        return;
-    }
+    if (!bFits) return false;
     if (bAlpha) AddAlpha();
     if (mPicture.mOverlay) AddOverlay();
-    Write();
+    return true;
+}
+
+bool ThreadSave_cls::AddRightEye() {
+    const PixelBuffer_cls color = std::move(mColor);
+    const PixelBuffer_cls alpha = std::move(mAlpha);
+    mColor = PixelBuffer_cls();
+    mAlpha = PixelBuffer_cls();
+    std::swap(mPicture.mSource, mPicture.mRightSource);
+    std::swap(mPicture.mOnBlack, mPicture.mRightOnBlack);
+    std::swap(mPicture.mOnWhite, mPicture.mRightOnWhite);
+    if (!MakeEye()) return false;
+    (mPicture.mHalves == HALVES_ABOVE ? mFileH : mFileW) *= 2;
+    PixelBuffer_cls both;
+    if (!Join(color, mColor, 3, &both)) return false;
+    mColor = std::move(both);
+    if (!mAlpha) return true;
+    PixelBuffer_cls cover;
+    if (!Join(alpha, mAlpha, 1, &cover)) return false;
+    mAlpha = std::move(cover);
+    return true;
+}
+
+// Rows are from the bottom.
+bool ThreadSave_cls::Join(const PixelBuffer_cls& left, const PixelBuffer_cls& right, int pixelBytes,
+                          PixelBuffer_cls* pBoth) const {
+    if (!pBoth->Allocate(mFileW, mFileH, pixelBytes)) return false;
+    const size_t row = size_t(mPicture.mW) * size_t(pixelBytes);
+    const auto rows = size_t(mPicture.mH);
+    const bool bAbove = mPicture.mHalves == HALVES_ABOVE;
+    for (size_t y = 0; y < rows; ++y) {
+        std::copy_n(left.Get() + y * row, row, pBoth->Get() + (bAbove ? rows + y : 2 * y) * row);
+        std::copy_n(right.Get() + y * row, row, pBoth->Get() + (bAbove ? y : 2 * y + 1) * row);
+    }
+    return true;
 }
 
 // Bytes of the file's size.
@@ -109,25 +151,25 @@ void ThreadSave_cls::MergeOverlayRow(const unsigned char* pOverlay, int step, un
     }
 }
 
-// Text and legends on top. In two halves every second column of them serves.
+// Text and legends on top. In two halves every second column, or row, of them serves.
 void ThreadSave_cls::AddOverlay() {
-    const size_t w = size_t(mPicture.mW);
-    const size_t half = w / 2;
-    for (size_t y = 0; y < size_t(mPicture.mH); ++y) {
+    const auto w = size_t(mPicture.mW), h = size_t(mPicture.mH);
+    const Halves halves = mPicture.mRightSource ? HALVES_NONE : mPicture.mHalves;
+    const size_t half = halves == HALVES_ABOVE ? h / 2 * w : w / 2;
+    const bool bAbove = halves == HALVES_ABOVE;
+    for (size_t y = 0; y < h; y += bAbove ? 2 : 1) {
         const unsigned char* pOverlay = mPicture.mOverlay.Get() + y * w * 4;
-        unsigned char* pOut = mColor.Get() + y * w * 3;
-        unsigned char* pCover = mAlpha ? mAlpha.Get() + y * w : nullptr;
-        if (!mPicture.mbSideBySide) {
-            MergeOverlayRow(pOverlay, 1, pOut, pCover);
-            continue;
+        const size_t first = (bAbove ? y / 2 : y) * w;
+        for (const size_t begin : {first, first + half}) {
+            MergeOverlayRow(pOverlay, halves == HALVES_BESIDE ? 2 : 1, mColor.Get() + begin * 3,
+                            mAlpha ? mAlpha.Get() + begin : nullptr);
+            if (halves == HALVES_NONE) break;
         }
-        MergeOverlayRow(pOverlay, 2, pOut, pCover);
-        MergeOverlayRow(pOverlay, 2, pOut + half * 3, pCover ? pCover + half : nullptr);
     }
 }
 
 void ThreadSave_cls::Write() {
-    wxImage image(mPicture.mW, mPicture.mH, mColor.Get(), true);
+    wxImage image(mFileW, mFileH, mColor.Get(), true);
     if (mAlpha) image.SetAlpha(mAlpha.Get(), true);
     if (!mPicture.mbQuiet) std::puts("Saving");
     mStrError = WriteImageFile(image.Mirror(false), mPicture.mWXStrFilename, mPicture.mFormat);

@@ -9,6 +9,9 @@
 #include "IMAGE/ImageFile.h"
 #include "IMAGE/PixelBuffer.h"
 
+/// Where the two eyes of a picture stand in it.
+enum Halves { HALVES_NONE, HALVES_BESIDE, HALVES_ABOVE };
+
 /// Pixels as they came from OpenGL: rows from the bottom. Those of the source are bytes or half floats.
 struct SavePicture_st {
     wxString mWXStrFilename; ///< full path; without an ending it gets ".png"
@@ -22,8 +25,14 @@ struct SavePicture_st {
     /// background shows. Empty: the file has no alpha.
     PixelBuffer_cls mOnBlack;
     PixelBuffer_cls mOnWhite;
-    PixelBuffer_cls mOverlay;  ///< RGBA, w by h; empty: none
-    bool mbSideBySide = false; ///< the overlay stands in both halves, half as wide
+    PixelBuffer_cls mOverlay; ///< RGBA, w by h; empty: none
+    /// Two eyes, each in a half: the overlay stands in both. Without the following it is squeezed as they
+    /// are.
+    Halves mHalves = HALVES_NONE;
+    PixelBuffer_cls
+        mRightSource; ///< the other eye: the file is two pictures of w by h; the left one is on top
+    PixelBuffer_cls mRightOnBlack;
+    PixelBuffer_cls mRightOnWhite;
     ImageFormat_st mFormat;
     bool mbQuiet = false; ///< no words on standard output
 };
@@ -42,6 +51,10 @@ public:
 
 private:
     void Save();
+    bool MakeEye();
+    bool Join(const PixelBuffer_cls& left, const PixelBuffer_cls& right, int pixelBytes,
+              PixelBuffer_cls* pBoth) const;
+    bool AddRightEye();
     bool Fit(const PixelBuffer_cls& source, PixelBuffer_cls* pTarget) const;
     void AddAlpha();
     void AddOverlay();
@@ -54,6 +67,8 @@ private:
     PixelBuffer_cls mOnBlack;
     PixelBuffer_cls mOnWhite;
     PixelBuffer_cls mAlpha; ///< one byte a pixel; empty: none
+    int mFileW = 0;
+    int mFileH = 0;
     wxString mStrError;
     std::atomic<bool>& mbDone;
 };

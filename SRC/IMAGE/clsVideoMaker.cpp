@@ -109,8 +109,9 @@ wxString VideoMaker_cls::Spawn(const VideoJob_st& job) {
     if (file >= 0) close(file);
     mPartialInUse.Hold(mPartial);
     const std::string ending = NarrowPath(SplitPath_cls(job.mFrames.front()).mStrExt.Mid(1));
-    std::vector<std::string> words = MakeVideoCommand(NarrowPath(tool), mFolder, ending, "file:" + mPartial,
-                                                      job.mRate.utf8_string(), job.mbTransparent);
+    std::vector<std::string> words =
+        MakeVideoCommand(NarrowPath(tool), mFolder, ending, "file:" + mPartial, job.mRate.utf8_string(),
+                         job.mbTransparent, job.mStereo);
     std::vector<char*> pointers;
     for (std::string& word : words)
         pointers.push_back(word.data());

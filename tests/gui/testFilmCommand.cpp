@@ -15,7 +15,9 @@
 #include "IMAGE/VideoFile.h"
 #include "IMAGE/clsImageIO.h"
 #include "IMAGE/clsImgSequence.h"
+#include "PARAM/clsParamGroup.h"
 #include "RunFilm.h"
+#include "SCENE/clsStereoGram.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
@@ -92,6 +94,81 @@ TEST_F(FilmCommand, WritesTheSameMeshInAHighPicture) {
             "ImgSequenceOutW=96\nImgSequenceOutH=128\nTimeUseMotionBlur=1\nImgSequenceBlurSteps=2\n"
             "TimeWorkAreaMax=0\n",
             {false, true}, 1);
+}
+
+TEST_F(FilmCommand, WritesTheSameForTwoEyes) {
+    StereoGram_cls stereo;
+    const double parallax = 0.3;
+    Parameters_cls::msbUndoCommandMake = false;
+    stereo.mpCParallax->SetKeyFrame(&parallax, true, 0.0);
+    Parameters_cls::msbUndoCommandMake = true;
+    stereo.mCType.mValue = StereoGram_cls::TYPE_OFF_AXIS;
+    stereo.mCEye.mValue = StereoGram_cls::OUTPUT_LINE_BY_LINE;
+    const std::string blur = "TimeUseMotionBlur=1\nImgSequenceBlurSteps=2\nTimeWorkAreaMax=1\n";
+    Compare(blur + stereo.Serialize().ToStdString(), {false, true}, 4);
+    EXPECT_TRUE(fs::exists(mFolder / "command/fL0001.png"));
+    EXPECT_FALSE(mFolder.ReadAll("command").at("fL0000.png") == mFolder.ReadAll("command").at("fR0000.png"));
+    for (const char* folder : {"window", "command"})
+        for (const auto& [name, bytes] : mFolder.ReadAll(folder))
+            fs::remove(mFolder / (folder + ("/" + name)));
+    stereo.mCEye.mValue = StereoGram_cls::OUTPUT_SIDE_BY_SIDE;
+    stereo.mCDualOutput.mValue = 0;
+    Compare("Panel0GLGeometry=2\nTimeWorkAreaMax=0\n" + stereo.Serialize().ToStdString(), {false, true}, 1);
+}
+
+TEST_F(FilmCommand, TheOptionTakesTwoEyesFromAnyProject) {
+    const std::string project = mFolder.MakeProject("film.mrp", "TimeWorkAreaMax=0\nPanel0ShowGrid=1\n");
+    const auto film = [&](const std::string& output, const std::string& name) {
+        const ChildRun_st run = RunFilm({"--quiet", "--size", "96x64", "--stereo", output, "--output",
+                                         mFolder / ("command/" + name + "%04d.png"), project});
+        EXPECT_EQ(run.mStatus, 0) << run.mErr;
+    };
+    const auto load = [&](const std::string& name) {
+        return wxImage(wxString::FromUTF8(mFolder / ("command/" + name + ".png")));
+    };
+    film("off", "one");
+    film("separate", "eye");
+    film("side-by-side-full", "beside");
+    film("top-bottom-full", "above");
+    film("red-cyan", "red");
+    const wxImage one = load("one0000"), left = load("eyeL0000"), right = load("eyeR0000");
+    const wxImage beside = load("beside0000"), above = load("above0000"), red = load("red0000");
+    ASSERT_EQ(left.GetSize(), wxSize(96, 64));
+    ASSERT_EQ(beside.GetSize(), wxSize(192, 64));
+    ASSERT_EQ(above.GetSize(), wxSize(96, 128));
+    const auto same = [](const wxImage& a, const wxImage& b) {
+        return a.GetSize() == b.GetSize() &&
+               std::equal(a.GetData(), a.GetData() + 3 * a.GetWidth() * a.GetHeight(), b.GetData());
+    };
+    EXPECT_FALSE(same(left, right));
+    EXPECT_FALSE(same(left, one));
+    EXPECT_TRUE(same(beside.GetSubImage(wxRect(0, 0, 96, 64)), left)) << "what the eye's own file shows";
+    EXPECT_TRUE(same(beside.GetSubImage(wxRect(96, 0, 96, 64)), right));
+    EXPECT_TRUE(same(above.GetSubImage(wxRect(0, 0, 96, 64)), left));
+    EXPECT_TRUE(same(above.GetSubImage(wxRect(0, 64, 96, 64)), right));
+    for (int i = 0; i < 96 * 64 * 3; i += 3) {
+        ASSERT_EQ(red.GetData()[i], left.GetData()[i]);
+        ASSERT_EQ(red.GetData()[i + 1], right.GetData()[i + 1]);
+    }
+    // Squeezed to half, each shows the whole of its eye.
+    const auto light = [](const wxImage& image, int y) {
+        double sum = 0.0;
+        for (int x = 0; x < image.GetWidth(); ++x)
+            sum += image.GetGreen(x, y);
+        return sum;
+    };
+    film("top-bottom", "squeezed");
+    const wxImage squeezed = load("squeezed0000");
+    ASSERT_EQ(squeezed.GetSize(), wxSize(96, 64));
+    for (int y = 0; y < 64; ++y) {
+        const wxImage& eye = y < 32 ? left : right;
+        const int row = y % 32 * 2;
+        EXPECT_NEAR(light(squeezed, y), (light(eye, row) + light(eye, row + 1)) / 2.0, 300.0) << y;
+    }
+    const ChildRun_st resumed = RunFilm({"--size", "96x64", "--stereo", "top-bottom-full", "--resume",
+                                         "--output", mFolder / "command/above%04d.png", project});
+    EXPECT_NE(resumed.mOut.find("1 were there"), std::string::npos) << resumed.mOut;
+    EXPECT_NE(resumed.mErr.find("note: the eyes stand"), std::string::npos) << resumed.mErr;
 }
 
 TEST_F(FilmCommand, KnowsTheEndingsThatCanBeWritten) {

@@ -64,9 +64,9 @@ TEST_F(Menus, WhatIsNotThereYetIsGreyed) {
     GCUndoList.Clear(); // Undo and Redo have nothing to act on
     Bar()->GetMenu(1)->UpdateUI();
     Bar()->GetMenu(2)->UpdateUI(); // Up, Down and Delete need a selected filter
-    for (const int id : {ID_EXPORT_PATH_POV, ID_UNDO, ID_REDO, ID_FILTER_UP, ID_FILTER_DOWN, ID_FILTER_DELETE,
-                         ID_POVRAY, ID_POV_EXPORT_SNAP, ID_POV_EXPORT_ANIM, ID_POV_RENDER_SNAP,
-                         ID_POV_RENDER_ANIM, ID_CAMERA_PATH, ID_STEREOGRAM}) {
+    for (const int id :
+         {ID_EXPORT_PATH_POV, ID_UNDO, ID_REDO, ID_FILTER_UP, ID_FILTER_DOWN, ID_FILTER_DELETE, ID_POVRAY,
+          ID_POV_EXPORT_SNAP, ID_POV_EXPORT_ANIM, ID_POV_RENDER_SNAP, ID_POV_RENDER_ANIM}) {
         ASSERT_TRUE(Bar()->FindItem(id)) << id;
         EXPECT_FALSE(Bar()->IsEnabled(id)) << Bar()->GetLabel(id);
     }

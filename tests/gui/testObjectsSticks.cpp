@@ -285,7 +285,7 @@ TEST_F(ObjectsSticks, PicturesThatAreWrittenWaitForTheirBonds) {
     const std::string path = mDir / "kept.png";
     Canvas(0)->RequestImage(
         [&path](const ImageBuffers_st& buffers, wxSize size) {
-            GCImgIO.SaveImageFromTexture(buffers, size.x, size.y, path, false);
+            GCImgIO.SaveImageFromTexture(buffers, size.x, size.y, path);
         },
         wxSize(101, 101));
     Frame()->RefreshGL();

@@ -124,7 +124,7 @@ TEST_F(Snapshots, AClearBackgroundLetsThroughWhatNothingCovers) {
     bool bTaken = false;
     Canvas(0)->RequestImage(
         [&](const ImageBuffers_st& buffers, wxSize size) {
-            GCImgIO.SaveImageFromTexture(buffers, size.x, size.y, path, false);
+            GCImgIO.SaveImageFromTexture(buffers, size.x, size.y, path);
             bTaken = true;
         },
         wxSize(128, 128), true);

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "PDATA/clsFileSequence.h"
+#include "SCENE/clsStereoGram.h"
 #include "TempFolder.h"
 
 namespace {
@@ -20,6 +21,21 @@ FilmArgs_st ParseGood(Words words) {
     FilmArgs_st args;
     EXPECT_EQ(Parse(words, &args), "");
     return args;
+}
+
+TEST(FilmArgs, KnowsTheOutputsOfTwoEyes) {
+    EXPECT_EQ(ParseGood({}).mStereo, int(FilmArgs_st::kProjectStereo));
+    EXPECT_EQ(ParseGood({"--stereo", "off"}).mStereo, int(FilmArgs_st::kStereoOff));
+    const FilmArgs_st both = ParseGood({"--stereo=red-cyan-dubois"});
+    EXPECT_EQ(both.mStereo, StereoGram_cls::OUTPUT_RED_CYAN_DUBOIS);
+    EXPECT_FALSE(both.mbStereoSeparate);
+    const FilmArgs_st apart = ParseGood({"--stereo", "separate"});
+    EXPECT_EQ(apart.mStereo, StereoGram_cls::OUTPUT_LINE_BY_LINE) << "each file shows a whole eye";
+    EXPECT_TRUE(apart.mbStereoSeparate);
+    FilmArgs_st args;
+    EXPECT_EQ(Parse({"--stereo", "line-by-line", "a.mrp"}, &args),
+              "--stereo: \"line-by-line\" is no output; there are off, left, right, separate, red-cyan, "
+              "red-cyan-dubois, yellow-blue, side-by-side, side-by-side-full, top-bottom, top-bottom-full");
 }
 
 TEST(FilmArgs, TakesEveryOption) {

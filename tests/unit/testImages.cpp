@@ -233,7 +233,7 @@ TEST_F(ThreadSave, OverlayLiesOverThePicture) {
     for (const bool bSideBySide : {false, true}) {
         SavePicture_st picture = Make("o.png", 8, 4, source);
         Put(&picture.mOverlay, 8, 4, 4, overlay);
-        picture.mbSideBySide = bSideBySide;
+        picture.mHalves = bSideBySide ? HALVES_BESIDE : HALVES_NONE;
         ASSERT_EQ(Save(std::move(picture)), "");
         const wxImage image = Load("o.png");
         for (int x = 0; x < 8; ++x) {
@@ -243,6 +243,42 @@ TEST_F(ThreadSave, OverlayLiesOverThePicture) {
             EXPECT_EQ(image.GetRed(x, 0), 100);
         }
     }
+}
+
+TEST_F(ThreadSave, TwoEyesStandInOneFile) {
+    Bytes left(size_t(4) * 2 * 3, 50), right(size_t(4) * 2 * 3, 90), overlay(size_t(4) * 2 * 4, 0);
+    left[0] = right[0] = 200; // GL's first row is the lowest one
+    for (const size_t i : {4u, 7u})
+        overlay[i] = 255; // the second pixel of that row is red
+    for (const Halves halves : {HALVES_BESIDE, HALVES_ABOVE}) {
+        SavePicture_st picture = Make("two.png", 4, 2, left);
+        Put(&picture.mRightSource, 4, 2, 3, right);
+        Put(&picture.mOverlay, 4, 2, 4, overlay);
+        picture.mHalves = halves;
+        ASSERT_EQ(Save(std::move(picture)), "");
+        const wxImage image = Load("two.png");
+        const bool bAbove = halves == HALVES_ABOVE;
+        ASSERT_EQ(image.GetSize(), bAbove ? wxSize(4, 4) : wxSize(8, 2));
+        const wxPoint other = bAbove ? wxPoint(0, 2) : wxPoint(4, 0);
+        EXPECT_EQ(image.GetRed(2, 0), 50) << "the left eye is the upper one";
+        EXPECT_EQ(image.GetRed(other.x + 2, other.y), 90);
+        for (const wxPoint at : {wxPoint(0, 0), other}) {
+            EXPECT_EQ(image.GetRed(at.x, at.y + 1), 200);
+            EXPECT_EQ(image.GetRed(at.x + 1, at.y + 1), 255) << "what lies on top, in each";
+            EXPECT_EQ(image.GetGreen(at.x + 1, at.y + 1), 0);
+        }
+    }
+    // Squeezed on top of each other: every second row of the overlay, in both.
+    Bytes rows(size_t(2) * 4 * 4, 0);
+    for (const size_t i : {16u, 19u})
+        rows[i] = 255; // in the third row
+    SavePicture_st picture = Make("above.png", 2, 4, Bytes(size_t(2) * 4 * 3, 50));
+    Put(&picture.mOverlay, 2, 4, 4, rows);
+    picture.mHalves = HALVES_ABOVE;
+    ASSERT_EQ(Save(std::move(picture)), "");
+    const wxImage image = Load("above.png");
+    for (int y = 0; y < 4; ++y)
+        EXPECT_EQ(image.GetRed(0, y), y % 2 == 0 ? 255 : 50) << y;
 }
 
 // From left to right: nothing, a solid grey, half of red, light added to the background.

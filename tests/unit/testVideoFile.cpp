@@ -1,4 +1,5 @@
 // Names, rates and the command line of videos, and the tool at work where it is installed.
+#include "COMMON/Eye.h"
 #include "IMAGE/VideoFile.h"
 
 #include <sys/wait.h>
@@ -17,6 +18,7 @@
 #include "IMAGE/ImageCheck.h"
 #include "IMAGE/ImageFile.h"
 #include "IMAGE/clsVideoMaker.h"
+#include "SCENE/clsStereoGram.h"
 #include "TempFolder.h"
 
 namespace {
@@ -60,6 +62,28 @@ TEST(VideoFile, CommandLeavesNothingToChance) {
     }));
 }
 
+TEST(VideoFile, TwoEyesAreToldWhereTheContainerKnows) {
+    const auto words = [](VideoStereo stereo, const char* target) {
+        std::string all;
+        for (const std::string& word : MakeVideoCommand("f", "l", "png", target, "25", false, stereo))
+            all += word + " ";
+        return all;
+    };
+    EXPECT_EQ(words(VideoStereo::None, "o.mkv").find("stereo_mode"), std::string::npos);
+    EXPECT_NE(words(VideoStereo::RedCyan, "o.MKV").find("stereo_mode=anaglyph_cyan_red o.MKV"),
+              std::string::npos);
+    EXPECT_EQ(words(VideoStereo::RedCyan, "o.mp4").find("anaglyph"), std::string::npos);
+    EXPECT_NE(words(VideoStereo::TopBottom, "o.mp4").find("frame-packing=4 o.mp4"), std::string::npos);
+    StereoGram_cls stereo;
+    stereo.mCEye.mValue = StereoGram_cls::OUTPUT_SIDE_BY_SIDE_FULL;
+    EXPECT_EQ(GetVideoStereo(stereo), VideoStereo::None) << "one camera";
+    stereo.mCType.mValue = StereoGram_cls::TYPE_OFF_AXIS;
+    EXPECT_EQ(GetVideoStereo(stereo), VideoStereo::None) << "a video for each eye";
+    stereo.mCDualOutput.mValue = 0;
+    EXPECT_EQ(GetVideoStereo(stereo), VideoStereo::SideBySide);
+    EXPECT_EQ(GetEyePath("a/film.mp4", EYE_LEFT), "a/filmL.mp4");
+}
+
 class VideoMaker : public ::testing::Test {
 protected:
     VideoMaker() {
@@ -94,6 +118,34 @@ protected:
     TempFolder_cls mTemp{"video 50% "};
     const std::string mFolder = mTemp.GetPath();
 };
+
+TEST_F(VideoMaker, PlayersLearnOfTwoEyes) {
+    ASSERT_FALSE(FindVideoTool().empty()) << "install ffmpeg";
+    const auto probe = [](const wxString& path) {
+        const std::string command =
+            "ffprobe -v error -read_intervals '%+#1' -show_frames '" + path.ToStdString() + "'";
+        std::string said;
+        std::array<char, 200> line{};
+        std::FILE* pipe = popen(command.c_str(), "r");
+        while (std::fgets(line.data(), int(line.size()), pipe))
+            said += line.data();
+        pclose(pipe);
+        return said;
+    };
+    for (const char* ending : {"mkv", "mp4", "mov"})
+        for (const VideoStereo stereo :
+             {VideoStereo::None, VideoStereo::SideBySide, VideoStereo::TopBottom}) {
+            VideoJob_st job = MakeJob(2, 32, 32);
+            job.mPath = wxString(mFolder) + "/film." + ending;
+            job.mStereo = stereo;
+            VideoMaker_cls maker;
+            ASSERT_EQ(maker.Start(job), "");
+            maker.Wait([] { return false; });
+            ASSERT_EQ(maker.GetError(), "");
+            EXPECT_EQ(probe(job.mPath).find("Stereo 3D") != std::string::npos, stereo != VideoStereo::None)
+                << ending;
+        }
+}
 
 TEST_F(VideoMaker, MakesH264OfTheRateWithEvenSizes) {
     ASSERT_FALSE(FindVideoTool().empty()) << "install ffmpeg";

@@ -61,6 +61,7 @@ public:
     /// The strip across the whole width of the present target.
     void GatherCylinder(double angle, bool bAdditive, int w, int h);
 
+    double GetClipAspectRatio() const { return double(mClipW) / mClipH; } ///< of the picture
     const FBO_cls* GetFace(int face) const { return mpCFBO[face].get(); }
     /// How often the dome's lists were made; for tests.
     int GetListCount() const { return mListCount; }

@@ -28,3 +28,11 @@ ImageBake_cls::Step ImageBake_cls::Begin(const Paint_st& paint) {
     mbBaked = true;
     return Step::Bake;
 }
+
+ImageBake_cls::Step ImageBake_cls::GoOn(const Paint_st& paint) {
+    if (!mbBaked) return Step::None;
+    if (!paint.mbCut || paint.mbHidden) return Step::Bake;
+    mBaked = Moment_st(); // one eye is no picture
+    mbBaked = false;
+    return mbImageSequence ? Step::Stop : Step::None;
+}

@@ -35,6 +35,8 @@ public:
     bool StopSequence();
     /// Asked once a paint.
     Step Begin(const Paint_st& paint);
+    /// The same for the second eye of that paint.
+    Step GoOn(const Paint_st& paint);
     /// Is the image done with this paint? `bLastStep`: no further step of a blur will be added.
     bool IsComplete(bool bLastStep) const { return mbBaked && bLastStep; }
     /// The one image has been taken.

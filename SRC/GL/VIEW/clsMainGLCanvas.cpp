@@ -166,8 +166,8 @@ bool MainGLCanvas_cls::DrawImage() {
     return mImage.HasBaked();
 }
 
-void MainGLCanvas_cls::RequestWindowPicture(std::function<void(wxSize)> taker) {
-    mImage.RequestWindowPicture(std::move(taker));
+void MainGLCanvas_cls::RequestWindowPicture(ViewImage_cls::WindowTaker taker, bool bEyes) {
+    mImage.RequestWindowPicture(std::move(taker), bEyes);
     MarkStale();
     RefreshEX();
 }

@@ -75,8 +75,9 @@ public:
     /// for the data. False: there is nothing that could draw it.
     bool DrawImage();
     /// Called inside the next paint, when the window's picture with its overlays is complete and the messages
-    /// aren't there yet; the picture is GL's read buffer.
-    void RequestWindowPicture(std::function<void(wxSize size)> taker);
+    /// aren't there yet; the picture is GL's read buffer. With `bEyes` two eyes that have a file each are
+    /// taken one after the other.
+    void RequestWindowPicture(ViewImage_cls::WindowTaker taker, bool bEyes);
 
     // Other outputs than the window, driven from the frame's stop command.
     /// From the next paint on each new picture goes to the sequence, until the stop.
@@ -134,6 +135,7 @@ private:
     void SetViewFromSettings();
     void PlaceCamera();
     void NotePainted();
+    void SetEye(int pass);
     void DrawEyes();
     void EndFaces();
     void CountPaint();

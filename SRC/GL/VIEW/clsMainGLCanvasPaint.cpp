@@ -28,6 +28,7 @@
 #include "GL/VIEW/clsViewPick.h"
 #include "IMAGE/clsImgSequence.h"
 #include "PDATA/clsPDataSequence.h"
+#include "SCENE/clsStereoGram.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
@@ -118,7 +119,10 @@ void MainGLCanvas_cls::Paint() {
     NotePaintTime();
     if (mpCShared->mspCInformationLink) mpCShared->mspCInformationLink->Update();
     TellDrawnCounts(*mpCHost->GetPCActiveFileSequence(), mMoment.dataFrame, mMoment.dt);
-    // POV-Ray export takes its step; the dialogs of camera, lights and stereo follow the active view.
+    // POV-Ray export takes its step here.
+    if (GpCurrentGLPanel != this) return;
+    PostMenuEvent(ID_REFRESH_CAM_CONF);
+    PostMenuEvent(ID_REFRESH_STEREO);
 }
 
 bool MainGLCanvas_cls::IsPaintAllowed() const {
@@ -249,22 +253,36 @@ void MainGLCanvas_cls::NotePainted() {
     mPaintedBlurFactor = mFrameBlurFactor;
 }
 
+// A view along an axis has one eye.
+void MainGLCanvas_cls::SetEye(int pass) {
+    const StereoGram_cls* stereo = IsAlongAxis() ? nullptr : mpCShared->mspCStereogramLink;
+    mMoment.passes = stereo && stereo->IsStereo() ? 2 : 1;
+    mMoment.pass = pass;
+    mMoment.eye = stereo ? stereo->GetStereoEye(pass) : EYE_NONE;
+}
+
 // Two eyes with a stereogram; each is drawn, kept for an image if one is wanted, and shown.
 void MainGLCanvas_cls::DrawEyes() {
     const wxSize size = GetPixelSize();
-    const double angle = mCGLPerspective.mAngle;
     mImage.BeginPaint();
-    mScene.DrawOnFBO();
-    if (!mMoment.bHidden) {
-        PositionAndDirection_cls camera = mCamera.mCCamPos;
-        mScene.ModifyByDomeTilt(&camera);
-        mpCPick->GetGLMatrixInfo(camera, angle, size, GetContentScaleFactor());
+    SetEye(0);
+    for (int pass = 0; pass < mMoment.passes; SetEye(++pass)) {
+        const double angle = mCGLPerspective.mAngle;
+        mScene.DrawOnFBO();
+        if (pass == 0 && !mMoment.bHidden) {
+            PositionAndDirection_cls camera = mCamera.mCCamPos; // between the eyes
+            mScene.ModifyByDomeTilt(&camera);
+            mpCPick->GetGLMatrixInfo(camera, angle, size, GetContentScaleFactor());
+        }
+        mCGLPerspective.SetModelOrProjectionViewOnGL(mCamera.mCCamPos, GL_MODELVIEW);
+        mCGLPerspective.SetClipSize(size.x, size.y);
+        mCGLPerspective.mAngle = static_cast<int>(angle); // the rest of the paint knows whole degrees only
+        mImage.TakeFaces({mFrameFrame, mFrameStep, mFrameBlurFactor}, mbLoading, angle, size);
+        if (mMoment.bHidden) continue;
+        mImage.TakeWindowEye(size, mbLoading);
+        mGather.GatherFBOImages(size.x, size.y, GatherTarget::Window);
     }
-    mCGLPerspective.SetModelOrProjectionViewOnGL(mCamera.mCCamPos, GL_MODELVIEW);
-    mCGLPerspective.SetClipSize(size.x, size.y);
-    mCGLPerspective.mAngle = static_cast<int>(angle); // the rest of the paint knows whole degrees only
-    mImage.TakeFaces({mFrameFrame, mFrameStep, mFrameBlurFactor}, mbLoading, angle, size);
-    if (!mMoment.bHidden) mGather.GatherFBOImages(size.x, size.y, false);
+    SetEye(0);
 }
 
 // The memory of wide views is kept while there are any: fresh memory costs a paint several times what drawing
@@ -273,6 +291,7 @@ void MainGLCanvas_cls::EndFaces() {
     const bool bKeep = IsAnyMultiPanel();
     mpCShared->mspCFishEyeCtrl->MakeFishEyeEnd(bKeep);
     if (!bKeep) mpCShared->mspCDome.reset();
+    if (mMoment.passes == 1) mpCShared->mspCLeftEye[size_t(GatherTarget::Window)].reset();
 }
 
 void MainGLCanvas_cls::CountPaint() {

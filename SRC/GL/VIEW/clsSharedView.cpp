@@ -13,6 +13,7 @@
 #include "GL/BASE/clsGLTexture.h"
 #include "GL/BASE/clsNavigators.h"
 #include "GL/DRAW/clsGLAttribute.h"
+#include "GL/VIEW/clsAnaglyph.h"
 #include "GL/VIEW/clsDistortion.h"
 #include "GL/VIEW/clsDrawClrLegend.h"
 #include "GL/VIEW/clsDrawTimeIndex.h"
@@ -61,7 +62,8 @@ SharedView_cls::SharedView_cls(Overlay_cls* pOverlay, Exposure_cls* pExposure, I
       mspCDrawTimeIndex(std::make_unique<DrawTimeIndex_cls>(pOverlay)),
       mspCDrawClrLegend(std::make_unique<DrawClrLegend_cls>(pOverlay)),
       mspCFishEyeCtrl(std::make_unique<FishEye_cls>()), mspCDistortion(std::make_unique<Distortion_cls>()),
-      mspCExposureLink(pExposure), mspCInformationLink(pInformation) {
+      mspCAnaglyph(std::make_unique<Anaglyph_cls>()), mspCExposureLink(pExposure),
+      mspCInformationLink(pInformation) {
     msCConfListStatic.Add(&msCFBOSizeIndex, "FBOBufferSize=", "3");
     msCConfListStatic.Add(&msCTagFontIndex, "TagFontIndex=", "4");
     msCConfListStatic.Add(&msCLineWidth, "LineWidth=", "5");

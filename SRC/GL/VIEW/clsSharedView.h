@@ -13,6 +13,7 @@
 #include "CONFITEM/clsConfItemList.h"
 #include "GL/VIEW/clsDragThinning.h"
 
+class Anaglyph_cls;
 class ColorCurve_cls;
 class Distortion_cls;
 class DrawClrLegend_cls;
@@ -24,6 +25,7 @@ class GLTexture_cls;
 class ImgSequence_cls;
 class Information_cls;
 class Overlay_cls;
+class StereoGram_cls;
 
 class SharedView_cls {
 public:
@@ -69,9 +71,12 @@ public:
     std::unique_ptr<FishEye_cls> mspCFishEyeCtrl;
     std::unique_ptr<Distortion_cls> mspCDistortion;
     std::unique_ptr<FBO_cls> mspCStage; ///< one finished picture before it is added to others of an image
-    std::unique_ptr<FBO_cls> mspCDome;  ///< the dome picture; kept for its memory
+    std::unique_ptr<Anaglyph_cls> mspCAnaglyph;
+    std::unique_ptr<FBO_cls> mspCLeftEye[4]; ///< waits to be mixed with the other: by GatherTarget
+    std::unique_ptr<FBO_cls> mspCDome;       ///< the dome picture; kept for its memory
     Exposure_cls* mspCExposureLink;
     Information_cls* mspCInformationLink;
+    StereoGram_cls* mspCStereogramLink = nullptr; ///< null: every view has one eye
     ImgSequence_cls* mspCImgSeqLinked =
         nullptr; ///< told the active window's size; null before the first dialog
 };

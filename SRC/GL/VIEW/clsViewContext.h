@@ -22,6 +22,9 @@ struct ViewMoment_st {
     bool bHandles = false;        ///< handles and what the pointer is over are drawn, too
     int fboSize = 2048;
     int face = 0;                   ///< the one being drawn
+    int passes = 1;                 ///< pictures of a paint: 2 with two eyes
+    int pass = 0;                   ///< the one being drawn
+    int eye = 0;                    ///< the Eye that it is for
     bool bData = true;              ///< false: the data are still being read
     bool bHidden = false;           ///< for an image alone, not for the window
     std::optional<float> plainGrey; ///< stands for every background colour

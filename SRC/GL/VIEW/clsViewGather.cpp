@@ -1,6 +1,7 @@
 #include "GL/VIEW/clsViewGather.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include <wx/intl.h>
 
@@ -9,6 +10,7 @@
 #include "GL/BASE/clsGLState.h"
 #include "GL/BASE/clsGLPerspective.h"
 #include "GL/BASE/clsGLTexture.h"
+#include "GL/VIEW/clsAnaglyph.h"
 #include "GL/VIEW/clsDistortion.h"
 #include "GL/VIEW/clsExposure.h"
 #include "GL/VIEW/clsFishEye.h"
@@ -16,6 +18,7 @@
 #include "GL/VIEW/clsViewHost.h"
 #include "GL/VIEW/clsViewMessage.h"
 #include "GL/VIEW/clsViewSettings.h"
+#include "SCENE/clsStereoGram.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
@@ -39,35 +42,146 @@ void SetPlainTexturing() {
     glColor4f(1, 1, 1, 1);
 }
 
+/// State in which a picture goes to a place of the target: in place of what is there, or added with a weight.
+void SetTarget(const wxRect& place, float weight, bool bBlend) {
+    glViewport(place.x, place.y, place.width, place.height);
+    SetPlainTexturing();
+    if (bBlend) {
+        glEnable(GL_BLEND);
+        glBlendFunc(GL_SRC_ALPHA, GL_ONE);
+    }
+    glColor4f(1, 1, 1, weight);
+}
+
+bool IsImage(GatherTarget target) {
+    return target == GatherTarget::Image || target == GatherTarget::OnBlack ||
+           target == GatherTarget::OnWhite;
+}
+
 } // namespace
 
-void ViewGather_cls::GatherFBOImages(int w, int h, bool bToImage) {
-    const bool bAdditive = bToImage && mContext.mHost.GetPCTimeCtrl()->mCMotionBlur.mbBlur;
+/// Null: the picture has one eye.
+const StereoGram_cls* ViewGather_cls::GetStereo() const {
+    return mContext.mMoment.passes > 1 ? mContext.mShared.mspCStereogramLink : nullptr;
+}
+
+void ViewGather_cls::GatherFBOImages(int w, int h, GatherTarget target) {
+    const bool bBlur = IsImage(target) && mContext.mHost.GetPCTimeCtrl()->mCMotionBlur.mbBlur;
+    const StereoGram_cls* stereo = GetStereo();
     mContext.mShared.SetGLBGColor(1, mContext.mMoment.plainGrey);
-    if (mContext.mSettings.GetMultiPanelMode() != FishEye_cls::MODE_FLAT) {
-        GatherFBOMultiPanel(w, h, bAdditive);
-    } else {
-        mContext.mShared.mspCExposureLink->Begin();
-        // The masks of a stereogram stand around these two.
-        FBO_cls::DrawOnScreenSet(mContext.mCGLPerspective, w, h, bAdditive);
-        FBO_cls::DrawOnScreenDraw(mContext.mShared.mspCFishEyeCtrl->GetFace(0), 0);
-        mContext.mShared.mspCExposureLink->End();
-    }
+    if (stereo && stereo->MixesEyes() && !IsEyeAlone(*stereo, target) &&
+        mContext.mShared.mspCAnaglyph->Initialize())
+        GatherMixed(w, h, bBlur, target);
+    else if (mContext.mSettings.GetMultiPanelMode() == FishEye_cls::MODE_FLAT)
+        GatherFlat(w, h, bBlur, target);
+    else if (stereo)
+        GatherWideEye(*stereo, w, h, bBlur, target);
+    else
+        GatherFBOMultiPanel(w, h, bBlur);
     CheckGLErrors("composition");
+}
+
+// Does the target hold nothing of the other eye?
+bool ViewGather_cls::IsEyeAlone(const StereoGram_cls& stereo, GatherTarget target) const {
+    return target == GatherTarget::WindowEye || (IsImage(target) && stereo.KeepsEyesApart());
+}
+
+bool ViewGather_cls::JoinsFirstEye(GatherTarget target) const {
+    const StereoGram_cls* stereo = GetStereo();
+    return stereo && mContext.mMoment.pass > 0 && !IsEyeAlone(*stereo, target);
+}
+
+// State of the target that the present eye's picture is drawn with.
+void ViewGather_cls::BeginMasks(const StereoGram_cls& stereo, int w, int h, GatherTarget target) const {
+    stereo.SetColorMaskBegin(mContext.mMoment.pass, false, true);
+    if (target == GatherTarget::Window) stereo.SetStencilMaskBegin(w, h, mContext.mMoment.pass, false);
+}
+
+// Of the present eye. One that has a file of its own fills it, but for its half of what was meant to be laid
+// side by side with the other's.
+StereoGram_cls::Part_st ViewGather_cls::GetPart(const StereoGram_cls& stereo, GatherTarget target) const {
+    if (IsEyeAlone(stereo, target) && stereo.GetModeSideBySide(0) == 0) return {};
+    return stereo.GetPart(mContext.mMoment.pass);
+}
+
+wxRect ViewGather_cls::GetPlace(const StereoGram_cls& stereo, int w, int h, GatherTarget target) const {
+    const StereoGram_cls::Part_st part = GetPart(stereo, target);
+    const auto pixel = [](double share, int side) { return int(std::lround(share * side)); };
+    const int x = pixel(part.mX, w), y = pixel(part.mY, h);
+    return wxRect(x, y, pixel(part.mX + part.mW, w) - x, pixel(part.mY + part.mH, h) - y);
+}
+
+// An image is cut out of the middle of its square: that middle is what an eye's place is a part of, and what
+// of the eye lies outside of it must not reach into the other's.
+void ViewGather_cls::SetEyeViewport(const StereoGram_cls& stereo, int w, int h, GatherTarget target) const {
+    double cutX = 0.0, cutY = 0.0; // on each side
+    if (IsImage(target)) {
+        const double aspect = mContext.mShared.mspCFishEyeCtrl->GetClipAspectRatio();
+        cutX = aspect < 1.0 ? w * (1.0 - aspect) / 2.0 : 0.0;
+        cutY = aspect > 1.0 ? h * (1.0 - 1.0 / aspect) / 2.0 : 0.0;
+    }
+    const auto pixel = [](double place) { return int(std::lround(place)); };
+    const StereoGram_cls::Part_st part = GetPart(stereo, target);
+    const double seenW = w - 2.0 * cutX, seenH = h - 2.0 * cutY;
+    const double x = cutX + part.mX * seenW, y = cutY + part.mY * seenH;
+    const double shiftX = x - part.mW * cutX, shiftY = y - part.mH * cutY;
+    glViewport(pixel(shiftX), pixel(shiftY), pixel(shiftX + part.mW * w) - pixel(shiftX),
+               pixel(shiftY + part.mH * h) - pixel(shiftY));
+    if (part.mW == 1.0 && part.mH == 1.0) return;
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(pixel(x), pixel(y), pixel(x + part.mW * seenW) - pixel(x),
+              pixel(y + part.mH * seenH) - pixel(y));
+}
+
+// Two eyes share no pixel's channel, so the second one replaces what is there.
+void ViewGather_cls::GatherFlat(int w, int h, bool bBlur, GatherTarget target) {
+    const StereoGram_cls* stereo = GetStereo();
+    const bool bJoins = JoinsFirstEye(target);
+    FBO_cls::DrawOnScreenSet(mContext.mCGLPerspective, w, h, bBlur || bJoins);
+    if (bJoins && !bBlur) glDisable(GL_BLEND);
+    if (stereo) BeginMasks(*stereo, w, h, target);
+    if (stereo) SetEyeViewport(*stereo, w, h, target);
+    mContext.mShared.mspCExposureLink->Begin();
+    FBO_cls::DrawOnScreenDraw(mContext.mShared.mspCFishEyeCtrl->GetFace(0), 0);
+    mContext.mShared.mspCExposureLink->End();
+}
+
+void ViewGather_cls::GatherWideEye(const StereoGram_cls& stereo, int w, int h, bool bBlur,
+                                   GatherTarget target) {
+    const float alpha = bBlur ? mContext.mShared.mspCExposureLink->GetAlpha() : 1.0f;
+    FillPicture(mContext.mShared.mspCStage, w, h);
+    mContext.mShared.SetGLBGColor(1, mContext.mMoment.plainGrey);
+    if (!bBlur && !JoinsFirstEye(target)) glClear(GL_COLOR_BUFFER_BIT);
+    {
+        const GLAttribScope_cls attributes;
+        BeginMasks(stereo, w, h, target);
+        AddStage(GetPlace(stereo, w, h, target), alpha * alpha, bBlur);
+    }
+    if (bBlur) mContext.mShared.mspCExposureLink->SetAccumulation(alpha);
+}
+
+// The first eye waits for the second one.
+void ViewGather_cls::GatherMixed(int w, int h, bool bBlur, GatherTarget target) {
+    SharedView_cls& shared = mContext.mShared;
+    const float alpha = bBlur ? shared.mspCExposureLink->GetAlpha() : 1.0f;
+    std::unique_ptr<FBO_cls>& pLeft = shared.mspCLeftEye[size_t(target)];
+    FillPicture(mContext.mMoment.pass == 0 ? pLeft : shared.mspCStage, w, h);
+    if (mContext.mMoment.pass > 0 && pLeft) {
+        if (target == GatherTarget::Window)
+            glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
+        const GLAttribScope_cls attributes;
+        SetTarget(wxRect(0, 0, w, h), alpha * alpha, bBlur);
+        shared.mspCAnaglyph->Draw(*pLeft, *shared.mspCStage);
+    }
+    if (bBlur) shared.mspCExposureLink->SetAccumulation(alpha);
 }
 
 // The grid and the mask change what is there already: a picture must be whole before it is added to others.
 void ViewGather_cls::GatherFBOMultiPanel(int w, int h, bool bAdditive) {
     if (bAdditive) {
         const float alpha = mContext.mShared.mspCExposureLink->GetAlpha();
-        mContext.mShared.mspCExposureLink->EndAccumulation();
-        MakeBuffer(mContext.mShared.mspCStage, w, h);
-        {
-            const FBOScope_cls target(*mContext.mShared.mspCStage, true);
-            mContext.mShared.SetGLBGColor(1, mContext.mMoment.plainGrey);
-            GatherFBOMultiPanel(w, h, false);
-        }
-        AddStage(w, h, alpha * alpha);
+        FillPicture(mContext.mShared.mspCStage, w, h);
+        AddStage(wxRect(0, 0, w, h), alpha * alpha, true);
         mContext.mShared.mspCExposureLink->SetAccumulation(alpha);
     } else if (mContext.mSettings.IsFishEye()) {
         GatherDome(w, h);
@@ -78,14 +192,28 @@ void ViewGather_cls::GatherFBOMultiPanel(int w, int h, bool bAdditive) {
     }
 }
 
-void ViewGather_cls::AddStage(int w, int h, float weight) {
+// The present eye's whole picture with its exposure, of full weight. No steps of a blur add up from here on.
+void ViewGather_cls::FillPicture(std::unique_ptr<FBO_cls>& pPicture, int w, int h) {
+    const SharedView_cls& shared = mContext.mShared;
+    shared.mspCExposureLink->EndAccumulation();
+    MakeBuffer(pPicture, w, h);
+    const FBOScope_cls target(*pPicture, true);
+    mContext.mShared.SetGLBGColor(1, mContext.mMoment.plainGrey);
+    if (mContext.mSettings.GetMultiPanelMode() != FishEye_cls::MODE_FLAT) {
+        GatherFBOMultiPanel(w, h, false);
+        return;
+    }
+    FBO_cls::DrawOnScreenSet(mContext.mCGLPerspective, w, h, false);
+    shared.mspCExposureLink->Begin();
+    FBO_cls::DrawOnScreenDraw(shared.mspCFishEyeCtrl->GetFace(0), 0);
+    shared.mspCExposureLink->End();
+}
+
+void ViewGather_cls::AddStage(const wxRect& place, float weight, bool bBlend) {
     const GLAttribScope_cls attributes;
-    glViewport(0, 0, w, h);
-    SetPlainTexturing();
-    glEnable(GL_BLEND);
-    glBlendFunc(GL_SRC_ALPHA, GL_ONE);
-    glColor4f(1, 1, 1, weight);
-    mContext.mShared.mspCStage->DrawOnScreen2D(w, h, w, h, 0, 0, true);
+    SetTarget(place, weight, bBlend);
+    mContext.mShared.mspCStage->DrawOnScreen2D(place.width, place.height, place.width, place.height, 0, 0,
+                                               true);
 }
 
 void ViewGather_cls::GatherDome(int w, int h) {

@@ -23,6 +23,7 @@
 #include "GL/VIEW/WideImageSize.h"
 #include "IMAGE/clsImageIO.h"
 #include "IMAGE/clsImgSequence.h"
+#include "SCENE/clsStereoGram.h"
 #include "TIME/clsTimeCtrl.h"
 
 int GWideImageSize = 4096;
@@ -97,49 +98,79 @@ void ViewImage_cls::TakeFaces(const ImageBake_cls::Moment_st& moment, bool bLoad
     const ImageBake_cls::Paint_st paint = {
         moment,         bLoading,       DrawProgress_cls::WasCut(), mContext.mMoment.bHidden, blur.mbBlur,
         blur.mBlurStep, blur.mBlurSteps};
-    const ImageBake_cls::Step step = mBake.Begin(paint);
+    const ImageBake_cls::Step step = mContext.mMoment.pass == 0 ? mBake.Begin(paint) : mBake.GoOn(paint);
     if (step == ImageBake_cls::Step::Stop) PostMenuEvent(ID_PLAY_STOP);
     if (step == ImageBake_cls::Step::Bake) BakeImage(angle, window);
 }
 
+/// Two eyes, each in a file of its own?
+bool ViewImage_cls::IsDual() const {
+    return mContext.mMoment.passes > 1 && mContext.mShared.mspCStereogramLink->IsDualOutput();
+}
+
+/// Two eyes, each in buffers of its own?
+bool ViewImage_cls::IsApart() const {
+    return mContext.mMoment.passes > 1 && mContext.mShared.mspCStereogramLink->KeepsEyesApart();
+}
+
 // The faces are drawn.
 void ViewImage_cls::BakeImage(double angle, wxSize window) {
-    BakeResultToFBOForImage(mpCFBOForImage[0], true, window);
+    EyeBuffers_st& eye = mEyes[IsApart() ? mContext.mMoment.pass : 0];
+    BakeResultToFBOForImage(eye.mpCFBOForImage, GatherTarget::Image, window);
     if (!mImageOrder.bTransparent) return;
     // The same scene over black, as it is drawn already, and over white tell what covers the background.
-    BakeResultToFBOForImage(mpCFBOOnBlack, false, window);
+    BakeResultToFBOForImage(eye.mpCFBOOnBlack, GatherTarget::OnBlack, window);
     mContext.mMoment.plainGrey = 1.0f;
     mContext.mCGLPerspective.mAngle = angle;
     mScene.DrawOnFBO();
     mContext.mCGLPerspective.mAngle = static_cast<int>(angle);
-    BakeResultToFBOForImage(mpCFBOOnWhite, false, window);
+    BakeResultToFBOForImage(eye.mpCFBOOnWhite, GatherTarget::OnWhite, window);
     mContext.mMoment.plainGrey = 0.0f;
 }
 
 // Steps of a motion blur add up, each with its share. Weight and blending both take the program's alpha, so
 // it is the root of that share. A flat view fills the square of its face, whose middle is written; a wide one
 // is put together in the picture's shape.
-void ViewImage_cls::BakeResultToFBOForImage(std::unique_ptr<FBO_cls>& pTarget, bool bExposed, wxSize window) {
+void ViewImage_cls::BakeResultToFBOForImage(std::unique_ptr<FBO_cls>& pTarget, GatherTarget what,
+                                            wxSize window) {
     const MotionBlurCtrl_cls& blur = mContext.mHost.GetPCTimeCtrl()->mCMotionBlur;
-    const bool bClear = !blur.mbBlur || blur.IsInitBluring();
+    const bool bJoins = mContext.mMoment.pass > 0 && !IsApart(); // the eye that is there already
+    const bool bClear = !bJoins && (!blur.mbBlur || blur.IsInitBluring());
     const wxSize size = mContext.mSettings.GetMultiPanelMode() == FishEye_cls::MODE_FLAT
                             ? wxSize(mContext.mMoment.fboSize, mContext.mMoment.fboSize)
                             : GetWideSize(GetImageSize(window));
     if (!pTarget || pTarget->GetWidth() != size.x || pTarget->GetHeight() != size.y)
         pTarget = std::make_unique<FBO_cls>(size.x, size.y);
     pTarget->MakeFBO(false);
-    mContext.mShared.mspCExposureLink->SetBypassed(!bExposed);
+    mContext.mShared.mspCExposureLink->SetBypassed(what != GatherTarget::Image);
     mContext.mShared.mspCExposureLink->SetAccumulation(blur.mbBlur ? float(std::sqrt(blur.GetAlpha()))
                                                                    : 1.0f);
     {
         const FBOScope_cls target(*pTarget, bClear);
-        mGather.GatherFBOImages(size.x, size.y, true);
+        mGather.GatherFBOImages(size.x, size.y, what);
     }
     mContext.mShared.mspCExposureLink->EndAccumulation();
     mContext.mShared.mspCExposureLink->SetBypassed(false);
 }
 
-// The second eye of a stereogram brings an image of its own.
+ImageBuffers_st ViewImage_cls::GetBuffers(int pass) const {
+    ImageBuffers_st buffers;
+    buffers.mpColor = mEyes[pass].mpCFBOForImage.get();
+    if (mImageOrder.bTransparent) {
+        buffers.mpOnBlack = mEyes[pass].mpCFBOOnBlack.get();
+        buffers.mpOnWhite = mEyes[pass].mpCFBOOnWhite.get();
+    }
+    if (mContext.mMoment.passes == 1) return buffers;
+    const StereoGram_cls& stereo = *mContext.mShared.mspCStereogramLink;
+    if (stereo.GetModeSideBySide(0) != 0 || stereo.IsFull()) buffers.mHalves = HALVES_BESIDE;
+    if (stereo.IsAbove()) buffers.mHalves = HALVES_ABOVE;
+    if (!stereo.IsDualOutput()) return buffers;
+    buffers.mEye = stereo.GetStereoEye(pass);
+    if (buffers.mHalves == HALVES_ABOVE || stereo.IsFull()) buffers.mHalves = HALVES_NONE;
+    return buffers;
+}
+
+// Two eyes may bring an image each.
 void ViewImage_cls::FinishImage(wxSize window) {
     const TimeCtrl_cls& time = *mContext.mHost.GetPCTimeCtrl();
     if (!mBake.IsComplete(time.mCMotionBlur.IsOutputConditionOK())) return;
@@ -149,31 +180,33 @@ void ViewImage_cls::FinishImage(wxSize window) {
         const FBOScope_cls target(*pOverlay, true);
         mOverlay.DrawOverlays(size.x, size.y, true);
     }
-    ImageBuffers_st buffers;
-    buffers.mpColor = mpCFBOForImage[0].get();
-    buffers.mpOverlay = pOverlay.get();
-    if (mImageOrder.bTransparent) {
-        buffers.mpOnBlack = mpCFBOOnBlack.get();
-        buffers.mpOnWhite = mpCFBOOnWhite.get();
+    const ImageTaker taker = mBake.IsSequence() ? nullptr : std::move(mImageOrder.taker);
+    for (int pass = 0; pass < (IsDual() ? 2 : 1); ++pass) {
+        ImageBuffers_st buffers = GetBuffers(pass);
+        buffers.mpOverlay = pOverlay.get();
+        const ImageBuffers_st right = GetBuffers(1);
+        if (IsApart() && !IsDual()) buffers.mpRight = &right;
+        if (mBake.IsSequence()) {
+            const int offset = time.GetOffsetForImgSeq(-1, -1);
+            mContext.mShared.mspCImgSeqLinked->SaveImageFromTexture(&GCImgIO, buffers, offset, buffers.mEye);
+        } else if (taker) {
+            taker(buffers, size);
+        }
     }
-    if (mBake.IsSequence()) {
-        const int offset = time.GetOffsetForImgSeq(-1, -1);
-        mContext.mShared.mspCImgSeqLinked->SaveImageFromTexture(&GCImgIO, buffers, offset, 0, false);
-        return;
-    }
+    if (mBake.IsSequence()) return;
     mBake.FinishOne();
-    const ImageTaker taker = std::move(mImageOrder.taker);
     mImageOrder.taker = nullptr;
-    if (taker) taker(buffers, size);
     if (!mContext.mMoment.bHidden) DropImage(); // else the next one is made of them
 }
 
 // What one image leaves must not come into another. With this view's context.
 void ViewImage_cls::DropImage() {
     mBake.ForgetDrop();
-    for (std::unique_ptr<FBO_cls>* pBuffer : {&mpCFBOForImage[0], &mpCFBOForImage[1], &mpCFBOOnBlack,
-                                              &mpCFBOOnWhite, &mContext.mShared.mspCStage})
-        pBuffer->reset();
+    for (EyeBuffers_st& eye : mEyes)
+        eye = EyeBuffers_st();
+    mContext.mShared.mspCStage.reset();
+    for (const GatherTarget what : {GatherTarget::Image, GatherTarget::OnBlack, GatherTarget::OnWhite})
+        mContext.mShared.mspCLeftEye[size_t(what)].reset();
 }
 
 void ViewImage_cls::DropIfOver() {
@@ -182,10 +215,25 @@ void ViewImage_cls::DropIfOver() {
 
 void ViewImage_cls::TakeWindowPicture(wxSize window, bool bLoading) {
     if (!mWindowTaker || bLoading) return;
-    const std::function<void(wxSize)> taker = std::move(mWindowTaker);
+    const WindowTaker taker = std::move(mWindowTaker);
     mWindowTaker = nullptr;
     glReadBuffer(GL_BACK); // the front buffer of a window can't be read everywhere
-    taker(window);
+    taker(window, EYE_NONE);
+}
+
+// Beside the window, where the two eyes may share every pixel.
+void ViewImage_cls::TakeWindowEye(wxSize window, bool bLoading) {
+    if (!mWindowTaker || !mbWindowEyes || !IsDual() || bLoading) return;
+    FBO_cls picture(window.x, window.y);
+    picture.SetDepth(8);
+    picture.MakeFBO(false);
+    {
+        const FBOScope_cls target(picture, true);
+        mGather.GatherFBOImages(window.x, window.y, GatherTarget::WindowEye);
+        mOverlay.DrawOverlays(window.x, window.y, false);
+        mWindowTaker(window, mContext.mMoment.eye);
+    }
+    if (mContext.mMoment.pass > 0) mWindowTaker = nullptr;
 }
 
 // What the output keeps of what the window shows.

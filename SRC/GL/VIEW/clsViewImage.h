@@ -13,6 +13,7 @@
 class FBO_cls;
 class ImgSequence_cls;
 class ViewGather_cls;
+enum class GatherTarget;
 class ViewOverlay_cls;
 class ViewScene_cls;
 struct ImageBuffers_st;
@@ -21,8 +22,11 @@ class ViewImage_cls {
 public:
     /// Takes a finished image: squares of which the middle counts, or the whole in the shape of `size`; and
     /// what is written on top, `size` pixels.
-    /// Called inside the paint.
+    /// Called inside the paint, twice where two eyes have an image each.
     using ImageTaker = std::function<void(const ImageBuffers_st& buffers, wxSize size)>;
+
+    /// Takes a picture as large as the window, out of GL's read buffer; `eye` is the Eye that it is of.
+    using WindowTaker = std::function<void(wxSize size, int eye)>;
 
     /// The other parts of the view outlive this.
     ViewImage_cls(const ViewContext_st& context, ViewScene_cls& scene, ViewGather_cls& gather,
@@ -31,7 +35,11 @@ public:
 
     // Orders, for the paints that follow. A `size` that is empty means as large as the window.
     void RequestImage(ImageTaker taker, wxSize size, bool bTransparent);
-    void RequestWindowPicture(std::function<void(wxSize)> taker) { mWindowTaker = std::move(taker); }
+    /// With `bEyes` two eyes that have a file each are taken one after the other.
+    void RequestWindowPicture(WindowTaker taker, bool bEyes) {
+        mWindowTaker = std::move(taker);
+        mbWindowEyes = bEyes;
+    }
     void StartSaveImgSeqProcess(ImgSequence_cls* pSequence);
     bool StopSaveImgSeqProcess(); ///< false when none was running
 
@@ -47,6 +55,8 @@ public:
     void BeginPaint();
     /// The faces are drawn, with a view angle of `angle` degrees; a window of `window` pixels.
     void TakeFaces(const ImageBake_cls::Moment_st& moment, bool bLoading, double angle, wxSize window);
+    /// The window's picture of the present eye alone, where that is wanted.
+    void TakeWindowEye(wxSize window, bool bLoading);
     /// Hand on what is complete.
     void FinishImage(wxSize window);
     /// The window's picture with its overlays is complete, the messages aren't there yet.
@@ -60,8 +70,17 @@ private:
         wxSize size;
         bool bTransparent = false;
     };
+    /// Live while a motion blur runs.
+    struct EyeBuffers_st {
+        std::unique_ptr<FBO_cls> mpCFBOForImage;
+        std::unique_ptr<FBO_cls> mpCFBOOnBlack; ///< both of a transparent image
+        std::unique_ptr<FBO_cls> mpCFBOOnWhite;
+    };
+    bool IsDual() const;
+    bool IsApart() const;
+    ImageBuffers_st GetBuffers(int pass) const;
     void BakeImage(double angle, wxSize window);
-    void BakeResultToFBOForImage(std::unique_ptr<FBO_cls>& pTarget, bool bExposed, wxSize window);
+    void BakeResultToFBOForImage(std::unique_ptr<FBO_cls>& pTarget, GatherTarget what, wxSize window);
     void DropImage();
 
     ViewContext_st mContext;
@@ -70,8 +89,7 @@ private:
     ViewOverlay_cls& mOverlay;
     ImageBake_cls mBake;
     ImageOrder_st mImageOrder;
-    std::unique_ptr<FBO_cls> mpCFBOForImage[2]; ///< one an eye; live while a motion blur runs
-    std::unique_ptr<FBO_cls> mpCFBOOnBlack;     ///< both of a transparent image
-    std::unique_ptr<FBO_cls> mpCFBOOnWhite;
-    std::function<void(wxSize)> mWindowTaker;
+    EyeBuffers_st mEyes[2]; ///< the second one where two eyes have an image each
+    WindowTaker mWindowTaker;
+    bool mbWindowEyes = false;
 };

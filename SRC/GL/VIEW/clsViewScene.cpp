@@ -19,6 +19,7 @@
 #include "SCENE/clsAnchorPath.h"
 #include "SCENE/clsCameraPath.h"
 #include "SCENE/clsLightSRCCtrl.h"
+#include "SCENE/clsStereoGram.h"
 
 namespace {
 
@@ -67,10 +68,13 @@ void ViewScene_cls::DrawOnFBO() {
     const double gridUnit = GetGridUnit(mContext.mMoment.distanceToAnchor);
     const int mode = mContext.mSettings.GetMultiPanelMode();
     mShadows = CountShadows();
+    StereoGram_cls* stereo = mContext.mShared.mspCStereogramLink;
+    if (stereo) stereo->UpdateCurrent(mContext.mMoment.doubleIndex);
     PrepareObjects();
     for (int face = 0; face < FishEye_cls::GetFaceNumber(mode); ++face) {
         mContext.mMoment.face = face;
-        mCFaceCam = mContext.mCamera.mCCamPos; // which the stereogram shifts for the eye
+        mCFaceCam = mContext.mCamera.mCCamPos;
+        if (stereo) stereo->ModifyByStereogram(&mCFaceCam, mContext.mMoment.eye);
         ModifyByDomeTilt(&mCFaceCam);
         faces.MakeFishEyeProcessFH(face, &mCFaceCam, &mContext.mCGLPerspective, mode);
         DrawFace(gridUnit);
@@ -197,6 +201,8 @@ void ViewScene_cls::DrawCameraPath(MarkPainter_cls& painter) const {
         eye.Position_cls::operator==(camera.mCCurrent) && eye.Direction_cls::operator==(camera.mCCurrent);
     if (bInside) return;
     camera.GLDraw(painter);
+    if (!painter.IsPick() && camera.mCVisible.mValue && mContext.mShared.mspCStereogramLink)
+        mContext.mShared.mspCStereogramLink->DrawFocus(camera.mCCurrent);
     mContext.mSettings.GetPLinkedAnchorPath()->GLDraw(painter);
 }
 
