@@ -1,16 +1,24 @@
-// Films of objects and sticks, by closed forms: which pixel a shape covers, which bond a frame and a copy
-// show, and that a slice of a film is that of the whole one.
+// Films with filters, by closed forms: who is in a region and where a box and copies put it, how much fog is
+// in front of it, which pixel a shape covers, which bond a frame and a copy show, and that a slice of a film
+// is that of the whole one.
+#include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <fstream>
 
 #include <gtest/gtest.h>
 #include <wx/image.h>
 
+#include "FILTER/clsFilterBoolean.h"
 #include "FILTER/clsFilterCopy.h"
+#include "FILTER/clsFilterDataBox.h"
+#include "FILTER/clsFilterFiltering.h"
+#include "FILTER/clsFilterFog.h"
 #include "FILTER/clsFilterLists.h"
 #include "FILTER/clsFilterObject.h"
 #include "FILTER/clsFilterStick.h"
+#include "COLORCURVE/clsColorCurve.h"
 #include "PARAM/clsParameters.h"
 #include "RunFilm.h"
 
@@ -82,13 +90,14 @@ protected:
         EXPECT_EQ(run.mStatus, status) << run.mErr;
         return run;
     }
-    /// Does a picture show something at this place?
-    bool IsLit(const std::string& picture, double x, double y) {
+    /// Of a picture at this place, all channels together.
+    int Light(const std::string& picture, double x, double y) {
         if (mName != picture) mImage.LoadFile(wxString(mFolder / picture));
         mName = picture;
         const int px = int(kW / 2.0 + x * kW / kWidth), py = int(kH / 2.0 - y * kW / kWidth);
-        return mImage.GetRed(px, py) + mImage.GetGreen(px, py) + mImage.GetBlue(px, py) > 60;
+        return mImage.GetRed(px, py) + mImage.GetGreen(px, py) + mImage.GetBlue(px, py);
     }
+    bool IsLit(const std::string& picture, double x, double y) { return Light(picture, x, y) > 60; }
     /// B where a frame's picture has light in the middle.
     std::string Middles(const std::string& folder) {
         std::string seen;
@@ -201,6 +210,43 @@ TEST_F(FilmSticks, ShapesCoverTheirUnitsAndMeshesStandInEachCopy) {
             EXPECT_FALSE(IsLit(picture, copy - 0.3, -0.8));
         }
     }
+}
+
+TEST_F(FilmSticks, ParticlesAreCutPickedPlacedCopiedAndFogged) {
+    std::vector<Place> places;
+    for (int x = -3; x <= 2; ++x)
+        places.push_back({float(x), 0, 0});
+    Write(places);
+    FilterBooleanData_cls& cut = *Add<FilterBoolean_cls>(FILTER_BOOLEAN).GetPCData();
+    cut.mCBorderFactor.mValue = 0.0f;
+    Set(cut.mpCScale, {5, 2, 2});
+    FilterFilteringData_cls& pick = *Add<FilterFiltering_cls>(FILTER_FILTERING).GetPCData();
+    pick.mCFilteringType.mValue = FilterFilteringData_cls::HIDE;
+    pick.mCFilteringString.mStrValue = "3";
+    Set(Add<FilterDataBox_cls>(FILTER_DATABOX).GetPCData()->mpCTranslate, {0.5, -1, 0});
+    Add<FilterCopy_cls>(FILTER_COPY).GetPCData()->mCMax[1].mValue = 2;
+    const std::string looks = "TimeMaxFrame=0\nTimeWorkAreaMax=0\nSEQ0TYPE0PointSize=5\n";
+    Film("placed", looks + "PeriodicSize=1 1 1\nPeriodicBaseVector1=0 2 0\n");
+    for (const double y : {-1.0, 1.0})
+        for (int x = -3; x <= 2; ++x)
+            EXPECT_EQ(IsLit("placed/f0000.png", x + 0.5, y), x != -3 && x != 0) << x << " " << y;
+    EXPECT_FALSE(IsLit("placed/f0000.png", 1.0, 0.0));
+    for (FilterData_cls* data : {static_cast<FilterData_cls*>(&cut), static_cast<FilterData_cls*>(&pick)})
+        data->mCValid.mValue = false;
+    // Steps of fifty away from the eye: each is as much darker.
+    mLists.ClearFilters();
+    mSnapshots = 0;
+    Write({{-2, 0, -100}, {0, 0, -50}, {2, 0, 0}});
+    FilterFogData_cls& fog = *Add<FilterFog_cls>(FILTER_FOG).GetPCData();
+    const double density[2] = {0.02, 1.0};
+    fog.mpCFogParam->SetKeyFrame(density, true, 0.0);
+    std::fill_n(fog.mpCColor->mConstantColor.mValue, 3, 0.0f);
+    Film("fog", looks);
+    std::array<double, 3> light{};
+    for (int k = 0; k < 3; ++k)
+        light[size_t(k)] = Light("fog/f0000.png", 2.0 * k - 2.0, 0.0);
+    EXPECT_NEAR(light[0] / light[1], std::exp(-1.0), 0.03);
+    EXPECT_NEAR(light[1] / light[2], std::exp(-1.0), 0.03);
 }
 
 TEST_F(FilmSticks, AFrameHasItsOwnFilesAndMissingOnesCount) {

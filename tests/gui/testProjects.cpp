@@ -152,9 +152,11 @@ TEST_F(Projects, ASaveThatFailsIsToldAndKeepsAll) {
     Step();
     ASSERT_TRUE(PumpUntil(HasStar));
     Hub()->mpCTimeCtrl->SetWAMaxNative(5);
-    for (const std::string failing : {"open", "write", "sync", "rename"}) {
+    std::string failing;
+    GSafeFileStep = [&failing](const char* step) { return failing != step; };
+    for (const char* step : {"open", "write", "sync", "rename"}) {
+        failing = step;
         mVMessages.clear();
-        GSafeFileStep = [&failing](const char* step) { return failing != step; };
         Menu(ID_SAVE_PROJECT);
         // The recovery project's minute may come meanwhile, and fails too.
         EXPECT_EQ(std::count_if(mVMessages.begin(), mVMessages.end(),

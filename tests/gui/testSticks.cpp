@@ -41,7 +41,7 @@ protected:
         mList.SetPPeriodicBoundary(mCell);
         const int count = int(mPlaces.size());
         mList.CheckValidity(&count);
-        mDrawMore = [&] {
+        mDrawMore = [this, count, copyMask] {
             StickParticles_st particles;
             particles.mpPos = reinterpret_cast<const float(*)[3]>(mPlaces.data());
             particles.mCount = count;
