@@ -54,6 +54,7 @@ TEST_F(CameraSpeed, ATurnIsDegreesASecondOfFilm) {
 
 TEST_F(CameraSpeed, ACameraThatLooksAtTheAnchorTurnsWithIt) {
     mHost.mCamera.mCLookAnchor.mValue = true;
+    mHost.mCamera.SetInitValueRot(0, 0, 0); // upright
     const double right[3] = {0, -1, 1.5}, left[3] = {0, 1, 1.5};
     SceneObj_cls::SetKeyAt(mHost.mAnchor.mpCTranslate, right, 0.0);
     SceneObj_cls::SetKeyAt(mHost.mAnchor.mpCTranslate, left, 0.01); // from one picture to the next

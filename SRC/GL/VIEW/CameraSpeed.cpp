@@ -50,7 +50,7 @@ CameraTurn_st FindFastestTurn(CameraPath_cls& camera, AnchorPath_cls& anchor, co
 }
 
 bool EaseWholePath(CameraPath_cls& camera, AnchorPath_cls& anchor) {
-    const unsigned long long state = GCUndoList.GetStateId();
+    bool bChanged = false;
     const UndoBlock_cls block;
     for (ParamGroup_cls* group : {camera.mpCTranslate, camera.mpCRotate, anchor.mpCTranslate})
         for (Parameters_cls& param : group->mVParams) {
@@ -59,8 +59,9 @@ bool EaseWholePath(CameraPath_cls& camera, AnchorPath_cls& anchor) {
             for (KeyFrame_cls key : keys) {
                 if (key.mInterpType == INTERP_HERMITE_AUTO) continue;
                 key.mInterpType = INTERP_HERMITE_AUTO;
+                bChanged = true;
                 param.SetKey(key, Parameters_cls::kCurrent);
             }
         }
-    return GCUndoList.GetStateId() != state;
+    return bChanged;
 }

@@ -28,13 +28,13 @@ float GetOtherAngle(float angle, double aspect) {
 }
 
 /// As many digits as anybody reads.
-void Show(const double* from, float* to) {
+void ToField(const double* from, float* to) {
     for (int i = 0; i < 3; ++i)
         to[i] = static_cast<float>(from[i]);
 }
 
 /// What the user hasn't touched keeps the digits that aren't shown.
-void Take(const float* from, double* to) {
+void FromField(const float* from, double* to) {
     for (int i = 0; i < 3; ++i)
         if (static_cast<float>(to[i]) != from[i]) to[i] = double(from[i]);
 }
@@ -119,9 +119,9 @@ void ViewPage_cls::ShowView() {
     camera.UpdateYPR(true);
     mGeometry = mCanvas.IsCameraLinked() ? mCanvas.GetEffectiveGeometry() : mCanvas.GetGeometry();
     const double angles[3] = {camera.mRoll, camera.mPitch, camera.mYaw};
-    Show(camera.mPos, mTranslate);
-    Show(angles, mRotate);
-    Show(mCanvas.mCamera.GetPCAnchorPosition(), mPivot);
+    ToField(camera.mPos, mTranslate);
+    ToField(angles, mRotate);
+    ToField(mCanvas.mCamera.GetPCAnchorPosition(), mPivot);
     mAngle[0] = mCanvas.IsCameraLinked() ? static_cast<float>(mCanvas.GetPLinkedCameraPath()->mCVAngle.mValue)
                                          : mCanvas.mGLPersAngle.mValue;
     mShownWidth = mAngle[1] = GetOtherAngle(mAngle[0], GetAspect());
@@ -193,14 +193,14 @@ void ViewPage_cls::TakeRow(int row) {
         PostMenuEvent(ID_SYNC_GL_CTRL);
         break;
     case ROW_TRANSLATE:
-        Take(mTranslate, camera.mPos);
+        FromField(mTranslate, camera.mPos);
         camera.PointAt(mCanvas.mCamera.GetPCAnchorPosition());
         break;
     case ROW_ROTATE:
         TurnCamera();
         break;
     case ROW_PIVOT:
-        Take(mPivot, mCanvas.mCamera.GetPCAnchorPosition());
+        FromField(mPivot, mCanvas.mCamera.GetPCAnchorPosition());
         if (!mCanvas.IsAlongAxis()) camera.PointAt(mCanvas.mCamera.GetPCAnchorPosition());
         mCanvas.mCamera.UpdateAnc();
         break;
