@@ -178,7 +178,6 @@ void ImageRun_cls::StopOutputs() {
         if (!canvas) continue;
         canvas->StopSaveImgSeqProcess();
         canvas->StopExportDataProcess();
-        canvas->StopExportPovStringProcess();
     }
     TellImageFailures();
     if (bWhole) BeginVideo();

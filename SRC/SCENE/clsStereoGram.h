@@ -96,9 +96,8 @@ public:
     /// only get their weight.
     void SetColorMaskBegin(int pass, bool bSwap, bool bLastStep) const;
     void SetColorMaskEnd() const;
-    /// Let through the lines of one eye, in a window of w by h pixels.
+    /// Let through the lines of one eye, in a window of w by h pixels; for the scope of attributes around it.
     void SetStencilMaskBegin(int w, int h, int pass, bool bSwap) const;
-    void SetStencilMaskEnd() const;
     /// Ones in the stencil on every second line, from the lowest one or the one above it; else zeros.
     static void MakeStripePatternOnStencil(int w, int h, bool bOdd);
 

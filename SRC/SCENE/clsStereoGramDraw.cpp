@@ -70,10 +70,6 @@ void StereoGram_cls::SetStencilMaskBegin(int w, int h, int pass, bool bSwap) con
     glStencilOp(GL_KEEP, GL_KEEP, GL_KEEP);
 }
 
-void StereoGram_cls::SetStencilMaskEnd() const {
-    if (mCEye.mValue == OUTPUT_LINE_BY_LINE) glDisable(GL_STENCIL_TEST);
-}
-
 void StereoGram_cls::MakeStripePatternOnStencil(int w, int h, bool bOdd) {
     std::vector<GLfloat> ends;
     for (int y = bOdd ? 1 : 0; y < h; y += 2)

@@ -36,28 +36,13 @@ protected:
 
 TEST_F(Wiring, EveryBlockOfAProjectStandsInItsPlace) {
     // How the block of a place begins; null where nothing is written yet.
-    const char* const kBegins[] = {"DataLoadDataType=",
-                                   "DataExportDataType=",
-                                   "LastOpenedFileMRP=",
-                                   nullptr,
-                                   "PreviewPanelType=",
-                                   "TimeMaxFrame=",
-                                   "DownSizing=",
-                                   "OverLayTimePos=",
-                                   "ExposureLevel=",
-                                   "DataSequence0=0\n",
-                                   "PeriodicType=",
-                                   "---CameraPath\n",
-                                   "---AnchorPath\n",
-                                   "---AllLightSource\n",
-                                   nullptr,
-                                   nullptr,
-                                   "GUI_GYRATION=",
-                                   "FBOBufferSize=",
-                                   "ShadowQuality=",
-                                   "Panel0ShowMessage=",
-                                   "---FilterCtrl0Begin\n",
-                                   "ImgSequenceInitNum="};
+    const char* const kBegins[] = {
+        "DataLoadDataType=",     "DataExportDataType=", "LastOpenedFileMRP=", nullptr,
+        "PreviewPanelType=",     "TimeMaxFrame=",       "DownSizing=",        "OverLayTimePos=",
+        "ExposureLevel=",        "DataSequence0=0\n",   "PeriodicType=",      "---CameraPath\n",
+        "---AnchorPath\n",       "---AllLightSource\n", "--StereoGram\n",     nullptr,
+        "GUI_GYRATION=",         "FBOBufferSize=",      "ShadowQuality=",     "Panel0ShowMessage=",
+        "---FilterCtrl0Begin\n", "ImgSequenceInitNum="};
     const std::vector<ProjectBlock_st>& blocks = GetProjectBlocks();
     ASSERT_EQ(blocks.size(), std::size(kBegins));
     ASSERT_TRUE(Hub()->SaveProjectFile(mDir / "all.mrp", true));

@@ -86,7 +86,6 @@ public:
     /// From now on a paint writes its frame and draws nothing.
     void StartExportDataProcess(DataExporter_cls* pExporter);
     void StopExportDataProcess();
-    void StopExportPovStringProcess() {}
 
     wxString Serialize();
     void ReadStrLine(const wxString& line);
