@@ -167,6 +167,14 @@ TEST_F(CameraPath, UsersMoveStandsUntilTimeMoves) {
     GCUndoList.UndoCurrent();
     ASSERT_TRUE(Settle());
     EXPECT_LT(Apart(Eye().mPos, before.mPos), 1e-9) << "the path moved back, and the view with it";
+    wxWindow* both = FindByTip(Frame(), "Set keys of the camera's position and direction");
+    ASSERT_TRUE(both);
+    ClickOn(both);
+    ASSERT_TRUE(Settle());
+    EXPECT_EQ(KeyNumber(), 3);
+    EXPECT_EQ(Path().mpCRotate->mVParams[2].GetKeyNumber(), 3);
+    GCUndoList.UndoCurrent();
+    ASSERT_TRUE(Settle());
     Drag(Canvas(0), Spot(), Spot() + wxPoint(60, 20));
     Go(6);
     Go(5);

@@ -15,8 +15,10 @@
 
 #include "APP/clsMain.h"
 #include "COMMON/Globals.h"
+#include "COMMON/PictureFault.h"
 #include "COMMON/clsUpdateStatusBar.h"
 #include "DrawTest.h"
+#include "GL/VIEW/clsMainGLCanvas.h"
 #include "GoldenPicture.h"
 
 namespace {
@@ -383,6 +385,18 @@ TEST_F(Drawing, PicturesOfAllWays) {
         mAttribute[i]->mDrawType.mValue = i % 3;
     mOption.mDownSizing.mValue = 3;
     keep("mixed_downsized");
+}
+
+TEST_F(Drawing, ABufferThatOpenGLHasNotGotIsAFaultOfThePicture) {
+    ASSERT_TRUE(Canvas(0)->SetCurrent(*Canvas(0)->GetContext()));
+    TakePictureFault();
+    FBO_cls huge(1 << 20, 1 << 20);
+    huge.MakeFBO(false);
+    huge.Begin(true);
+    huge.End();
+    while (glGetError() != GL_NO_ERROR) {
+    }
+    EXPECT_TRUE(TakePictureFault().Contains("1048576 x 1048576"));
 }
 
 } // namespace
