@@ -349,7 +349,7 @@ isn't asked. Each step counts one.
   --write-project FILE
                    make no film; write the project as the window saves it, with all settings that it doesn't say
   --damaged ok     frames of damaged data (a file that is cut off, lines without numbers, meshes or bonds that
-                   can't be read) are no failure
+                   can't be read) are no failure, and those of a file that is no snapshot show no particles
   --memory MB      limit of the snapshots that are kept in memory, 768 without it
   --threads N      that read a text file, 4 without it
   --quiet          say nothing but what went wrong

@@ -137,6 +137,7 @@ wxString FilmMaker_cls::FindMissing() const {
     for (int snapshot = first; snapshot <= last && mpCCanvas->mShowData.mValue; ++snapshot) {
         const PDataSnap_cls& snap = *sequence->GetSnap(snapshot);
         if (snap.IsItLoaded() && IsShortOfMemory(snap.mStrDamage)) return wxString::FromUTF8(snap.mStrDamage);
+        if (mArgs.mbDamagedOk && snap.mbNoSnapshot) continue; // it shows no particles, and that is told
         if (sequence->GetFilenameStatus(snapshot) == FILE_UNUSABLE)
             return sequence->GetFilename(snapshot) +
                    " can't be read: " + sequence->GetSnap(snapshot)->mStrProblem;

@@ -69,7 +69,7 @@ bool PDataBlock_cls::LoadHeaderAscii(const wxString& path) { return LoadHeader(p
 bool PDataBlock_cls::LoadHeader(const wxString& path) {
     const SnapshotHeader_st header = ReadSnapshotHeader(*mspCDataLoaderLink, path);
     if (!header.mbOk) {
-        mpCSnap->SetUnusable(header.mStrError);
+        mpCSnap->SetUnusable(header.mStrError, true);
         return false;
     }
     mParticleNumber = header.mNumber;

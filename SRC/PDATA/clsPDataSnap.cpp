@@ -78,8 +78,9 @@ void PDataSnap_cls::LookForFile() {
     }
 }
 
-void PDataSnap_cls::SetUnusable(const wxString& text) {
+void PDataSnap_cls::SetUnusable(const wxString& text, bool bNoSnapshot) {
     mFileStatus = FILE_UNUSABLE;
+    mbNoSnapshot = bNoSnapshot;
     mStrProblem = text;
     Notice(mpCSequence->GetStrPath(), text);
 }

@@ -48,7 +48,8 @@ public:
     /// Wait for the running interpolator, whosever it is.
     static void WaitInterpolator();
     /// The user has to know that this snapshot's file can't be used; it counts as ready with no particles.
-    void SetUnusable(const wxString& text);
+    /// `bNoSnapshot`: the file is there, but holds none; else something is in the way of it.
+    void SetUnusable(const wxString& text, bool bNoSnapshot = false);
 
     PDataBlock_cls* mpCBlock; ///< owned
     PDataSequence_cls* mpCSequence;
@@ -64,8 +65,9 @@ public:
     bool mbInterpolateStarted = false;
     std::atomic<bool> mbInterpolated{false}; ///< set by the interpolator (release)
 
-    wxString mStrProblem;   ///< why the file can't be used
-    std::string mStrDamage; ///< what of the file is missing or no number; the reader's, with mbLoaded
+    wxString mStrProblem;      ///< why the file can't be used
+    bool mbNoSnapshot = false; ///< what makes the file unusable
+    std::string mStrDamage;    ///< what of the file is missing or no number; the reader's, with mbLoaded
 
     /// Grows when what was read of a snapshot is to be read anew, as from another file or with other
     /// settings; eviction leaves it.

@@ -140,6 +140,20 @@ TEST_F(FilmLimits, DamagedDataAreToldOnceAFileAndCount) {
     EXPECT_NE(ok.mErr.find(words), std::string::npos) << "told all the same";
     const ChildRun_st elsewhere = Film({project, "--frames", "3-4"}, {}, "elsewhere");
     EXPECT_EQ(elsewhere.mStatus, 0) << elsewhere.mErr;
+    // A count that can't be: no picture, or one without particles.
+    const int count = -5;
+    std::fstream file(mFolder / "data/galaxy0002.bin", std::ios::in | std::ios::out | std::ios::binary);
+    file.seekp(4);
+    file.write(reinterpret_cast<const char*>(&count), sizeof count);
+    file.close();
+    const ChildRun_st none = Film({project, "--quiet", "--frames", "2"}, {}, "none");
+    EXPECT_EQ(none.mStatus, 3) << none.mErr;
+    EXPECT_NE(none.mErr.find("galaxy0002.bin"), std::string::npos) << none.mErr;
+    EXPECT_EQ(Pictures("none").size(), 0u);
+    const ChildRun_st empty = Film({project, "--quiet", "--frames", "2", "--damaged", "ok"}, {}, "empty");
+    EXPECT_EQ(empty.mStatus, 0) << empty.mErr;
+    EXPECT_NE(empty.mErr.find("galaxy0002.bin"), std::string::npos) << empty.mErr;
+    EXPECT_EQ(Pictures("empty").size(), 2u) << "two steps";
 }
 
 } // namespace

@@ -293,6 +293,7 @@ TEST_F(UndoSteps, SceneDialogSetsLengthAndAreaInOneStep) {
     wxTopLevelWindow* dialog = open();
     ASSERT_TRUE(dialog);
     Snap("undo_scene");
+    EXPECT_TRUE(FindByTip(dialog, "Is kept with the project; keys are moved by neither"));
     put(FindField(dialog, "Number of the film's last"), "80");
     ClickOn(FindByLabel(dialog, "Cancel"));
     EXPECT_TRUE(PumpUntil([dialog] { return !dialog->IsShown(); }));
