@@ -15,6 +15,7 @@
 #include "FILTER/clsFilterDataBox.h"
 #include "FILTER/clsFilterFiltering.h"
 #include "FILTER/clsFilterFog.h"
+#include "FILTER/clsFilterGrid.h"
 #include "FILTER/clsFilterLists.h"
 #include "FILTER/clsFilterObject.h"
 #include "FILTER/clsFilterStick.h"
@@ -247,6 +248,23 @@ TEST_F(FilmSticks, ParticlesAreCutPickedPlacedCopiedAndFogged) {
         light[size_t(k)] = Light("fog/f0000.png", 2.0 * k - 2.0, 0.0);
     EXPECT_NEAR(light[0] / light[1], std::exp(-1.0), 0.03);
     EXPECT_NEAR(light[1] / light[2], std::exp(-1.0), 0.03);
+    // A flat grid of two by two.
+    mLists.ClearFilters();
+    FilterGridData_cls& grid = *Add<FilterGrid_cls>(FILTER_GRID).GetPCData();
+    grid.mCGridLineNum.mValue = 2;
+    grid.mCGridCoord.mValue = false;
+    std::fill_n(grid.mpCColor->mConstantColor.mValue, 4, 1.0f);
+    Film("grid", looks);
+    const auto isLine = [this](double x, double y) {
+        bool bLit = false;
+        for (const double pixels : {-0.05, 0.0, 0.05})
+            bLit = bLit || IsLit("grid/f0000.png", x + pixels, y + pixels);
+        return bLit;
+    };
+    for (const double across : {-1.0, 0.0, 1.0})
+        EXPECT_TRUE(isLine(0.6, across) && isLine(across, 0.6)) << across;
+    EXPECT_FALSE(isLine(0.5, 0.5));
+    EXPECT_FALSE(isLine(1.5, 1.0));
 }
 
 TEST_F(FilmSticks, AFrameHasItsOwnFilesAndMissingOnesCount) {
