@@ -18,6 +18,9 @@
 namespace {
 
 constexpr int kNames = 99;
+// What clicks know filters by.
+constexpr int kNamesBetween = 20;
+constexpr int kFarNames = 1000000;
 
 } // namespace
 
@@ -219,11 +222,22 @@ bool FilterCtrl_cls::IsBooleanChangeConstantColor() const {
     });
 }
 
+// From 20 on in the first list, from 40 on in the second one; what of the first doesn't fit between them has
+// names far behind.
+int FilterCtrl_cls::GetPickName(int position) const {
+    const bool bFar = mIndex == FILTER_LIST_BOOLEAN && position >= kNamesBetween;
+    return position + (bFar ? kFarNames : (mIndex + 1) * kNamesBetween);
+}
+
+int FilterCtrl_cls::FindPickName(int name) const {
+    const int position = name >= kFarNames ? name - kFarNames : name - (mIndex + 1) * kNamesBetween;
+    return position >= 0 && position < GetCount() && GetPickName(position) == name ? position : -1;
+}
+
 void FilterCtrl_cls::GLDraw(MarkPainter_cls& painter, double time) const {
-    int pick = GetFirstPickName();
-    for (const auto& filter : mlpCFilter) {
-        const MarkName_cls name(painter, pick++);
-        filter->GLDraw(painter, time);
+    for (int position = 0; position < GetCount(); ++position) {
+        const MarkName_cls name(painter, GetPickName(position));
+        GetPCFilter(position)->GLDraw(painter, time);
     }
 }
 

@@ -85,8 +85,10 @@ public:
 
     /// The frames of all filters, each known to clicks by its list and its position in that.
     void GLDraw(MarkPainter_cls& painter, double time) const;
-    /// Name of the filter at the first position; those behind it follow.
-    int GetFirstPickName() const { return (mIndex * 5 + 5) * 4; }
+    /// What a click knows the filter at a position by: numbers of its list's own, whatever their count.
+    int GetPickName(int position) const;
+    /// The other way round; -1: it is no name of this list.
+    int FindPickName(int name) const;
 
     // These need a current OpenGL context with the camera in the model-view matrix.
     /// Once a picture: what objects read for snapshot `frame`.

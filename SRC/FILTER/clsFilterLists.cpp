@@ -45,9 +45,9 @@ FilterBase_cls* FilterLists_cls::GetPCSelected() const {
 
 // More filters than there are names between the lists come under those of the next list.
 FilterBase_cls* FilterLists_cls::FindByPickName(int name) {
-    FilterCtrl_cls& list = name < GetObject().GetFirstPickName() ? GetBoolean() : GetObject();
-    const int position = name - list.GetFirstPickName();
-    return position >= 0 && position < list.GetCount() ? list.GetPCFilter(position) : nullptr;
+    for (const FilterCtrl_cls* list : {&GetBoolean(), &GetObject()})
+        if (const int position = list->FindPickName(name); position >= 0) return list->GetPCFilter(position);
+    return nullptr;
 }
 
 void FilterLists_cls::MoveSelectedFilter(int delta) {

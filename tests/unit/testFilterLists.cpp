@@ -70,6 +70,22 @@ TEST_F(FilterLists, NamesTakeTheFirstFreeNumberOfTheirList) {
     EXPECT_EQ(mLists.GetWorld().GetPCFilter(99)->mpCData->mCName.mStrValue, "Fog98");
 }
 
+TEST_F(FilterLists, AClickFindsEachFilterWhateverTheirNumber) {
+    for (int i = 0; i < 30; ++i) {
+        mLists.GetBoolean().AddFilter(FILTER_BOOLEAN);
+        mLists.GetObject().AddFilter(FILTER_GRID);
+    }
+    for (const int list : {FILTER_LIST_BOOLEAN, FILTER_LIST_OBJECT})
+        for (int i = 0; i < 30; ++i) {
+            const FilterCtrl_cls& filters = mLists.Get(list);
+            const int name = filters.GetPickName(i);
+            EXPECT_EQ(mLists.FindByPickName(name), filters.GetPCFilter(i)) << list << " " << i;
+            EXPECT_TRUE(i >= 20 || name == 20 * (list + 1) + i) << name;
+        }
+    for (const int name : {-1, 0, 19, 70, 999999, 1000019, 1000030})
+        EXPECT_EQ(mLists.FindByPickName(name), nullptr) << name;
+}
+
 TEST_F(FilterLists, StepsBringBackEveryByte) {
     const wxString empty = mLists.Serialize();
     auto& box = static_cast<FilterBoolean_cls&>(Add(FILTER_BOOLEAN));
