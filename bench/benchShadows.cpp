@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "BenchContext.h"
+#include "BenchTimes.h"
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLPerspective.h"
 #include "GL/BASE/clsGLState.h"
@@ -34,21 +35,6 @@ constexpr int kSize = 2048;
 constexpr int kSpheres = 100000;
 constexpr double kEye = 4.0;
 constexpr double kAngle = 35.0;
-
-struct Times_st {
-    std::vector<double> wall, work; ///< seconds; of all threads
-};
-
-double Median(std::vector<double> times) {
-    std::nth_element(times.begin(), times.begin() + long(times.size() / 2), times.end());
-    return times[times.size() / 2];
-}
-
-double GetWork() {
-    timespec now = {};
-    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return double(now.tv_sec) + 1e-9 * double(now.tv_nsec);
-}
 
 class ShadowScene {
 public:
