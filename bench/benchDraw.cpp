@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "BenchContext.h"
+#include "BenchTimes.h"
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLPerspective.h"
 #include "GL/BASE/clsPositionAndDirection.h"
@@ -138,11 +139,6 @@ private:
 };
 
 constexpr int kRounds = 5; // of both, in turn
-
-double Median(std::vector<double>& times) {
-    std::nth_element(times.begin(), times.begin() + long(times.size() / 2), times.end());
-    return times[times.size() / 2];
-}
 
 void DrawPoints(benchmark::State& state, Look look) {
     if (!MakeBenchContext()) {

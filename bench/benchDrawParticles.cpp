@@ -20,6 +20,7 @@
 #include <vector>
 
 #include "BenchContext.h"
+#include "BenchTimes.h"
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLPerspective.h"
 #include "GL/BASE/clsPositionAndDirection.h"
@@ -141,12 +142,6 @@ private:
         glLightfv(GL_LIGHT0, GL_POSITION, from);
         for (const GLenum color : {GL_AMBIENT, GL_DIFFUSE, GL_SPECULAR})
             glLightfv(GL_LIGHT0, color, white);
-    }
-
-    static double GetWork() {
-        timespec now = {};
-        clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-        return double(now.tv_sec) + 1e-9 * double(now.tv_nsec);
     }
 
     Case mCase;
@@ -272,11 +267,6 @@ void Scene::DrawLists(int number) {
         glCallList(mList);
         glPopMatrix();
     }
-}
-
-double Median(std::vector<double> times) {
-    std::nth_element(times.begin(), times.begin() + long(times.size() / 2), times.end());
-    return times[times.size() / 2];
 }
 
 void DrawAlternating(benchmark::State& state, Case what, Other other) {

@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "BenchContext.h"
+#include "BenchTimes.h"
 #include "COMMON/OnThreads.h"
 #include "FILTER/clsFilterBoolean.h"
 #include "FILTER/clsFilterCopy.h"
@@ -56,11 +57,6 @@ double GetWorkMs() {
     timespec now = {};
     clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
     return 1e3 * double(now.tv_sec) + 1e-6 * double(now.tv_nsec);
-}
-
-double Median(std::vector<double> times) {
-    std::nth_element(times.begin(), times.begin() + std::ptrdiff_t(times.size() / 2), times.end());
-    return times[times.size() / 2];
 }
 
 void Report(benchmark::State& state, const std::vector<double>& theirs, const std::vector<double>& ours) {

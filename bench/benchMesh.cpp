@@ -24,6 +24,7 @@
 #include <assimp/scene.h>
 
 #include "BenchContext.h"
+#include "BenchTimes.h"
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLPerspective.h"
 #include "GL/BASE/clsPositionAndDirection.h"
@@ -198,11 +199,6 @@ double TimeDraw(FBO_cls& target, unsigned shader, const std::function<void()>& d
     GLAttribute_cls::mspCShaderCtrl->EndShader(int(shader));
     glFinish();
     return Seconds(start);
-}
-
-double Median(std::vector<double> times) {
-    std::nth_element(times.begin(), times.begin() + long(times.size() / 2), times.end());
-    return times[times.size() / 2];
 }
 
 void DrawMesh(benchmark::State& state, unsigned shader, bool bCornerNormals) {

@@ -24,6 +24,7 @@
 #include "BOND/clsPairGrid.h"
 #include "BOND/clsPovObjectSticks.h"
 #include "BenchContext.h"
+#include "BenchTimes.h"
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLPerspective.h"
 #include "GL/BASE/clsPositionAndDirection.h"
@@ -39,11 +40,6 @@ double Seconds(const std::function<void()>& job) {
     const auto start = std::chrono::steady_clock::now();
     job();
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double Median(std::vector<double> times) {
-    std::nth_element(times.begin(), times.begin() + long(times.size() / 2), times.end());
-    return times[times.size() / 2];
 }
 
 /// Evenly in a cube in which each has 11.6 others within a distance of 1.
