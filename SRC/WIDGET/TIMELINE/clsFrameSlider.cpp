@@ -159,13 +159,11 @@ void FrameSlider_cls::DrawRuler(wxDC& dc, const FrameScale& scale) {
         const wxString text = wxString::Format("%d", frame);
         dc.DrawText(text, x - dc.GetTextExtent(text).x / 2, FromDIP(kFilmHeight - 1));
     }
-    if (scale.PixelsPerFrame() < FromDIP(kLeastTick) * mShown.mInterp) return;
     const int top = bottom - band - FromDIP(2);
-    for (int frame = scale.mFirst; frame < scale.mLast; ++frame)
-        for (int step = 1; step < mShown.mInterp && frame % mpCTime->GetAnimStep() == 0; ++step) {
-            const int x = int(std::lround(scale.ToPixelExact(frame + double(step) / mShown.mInterp)));
-            dc.DrawLine(x, top, x, bottom - band - 1);
-        }
+    for (const double tick : StepTicks(scale, mpCTime->GetAnimStep(), mShown.mInterp, FromDIP(kLeastTick))) {
+        const int x = int(std::lround(scale.ToPixelExact(tick)));
+        dc.DrawLine(x, top, x, bottom - band - 1);
+    }
 }
 
 void FrameSlider_cls::DrawMarker(wxDC& dc, const FrameScale& scale) {
