@@ -23,6 +23,7 @@
 #include "COMMON/clsSplitPath.h"
 #include "GL/BASE/clsPreference.h"
 #include "GL/DRAW/clsShadowVolume.h"
+#include "GL/VIEW/clsParticleWatch.h"
 #include "GL/VIEW/clsViewFitCtrl.h"
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsPDataSeqCtrl.h"
@@ -105,6 +106,7 @@ void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder,
         mpCLightSRCCtrl->SetToDefault(); // projects without lights are made for these
         ShadowVolume_cls::SetToDefault();
         mpCStereoGram->Reset();
+        mpCParticles->Reset();
     }
     {
         const FlagScope_cls loading(GbGLLockProjectLoading);

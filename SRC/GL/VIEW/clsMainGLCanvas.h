@@ -126,6 +126,8 @@ private:
     bool IsPaintAllowed() const;
     bool IsFrameLoading();
     bool LacksBonds() const;
+    bool LacksTrack() const;
+    bool LacksMark() const;
     bool KeepsLastPicture() const;
     void ReadTime();
     void DrawTextOnDC(wxDC& dc);

@@ -23,6 +23,7 @@
 #include "GL/DRAW/clsGLSequence.h"
 #include "GL/VIEW/clsFishEye.h"
 #include "GL/VIEW/clsInformation.h"
+#include "GL/VIEW/clsParticleWatch.h"
 #include "GL/VIEW/clsSharedView.h"
 #include "GL/VIEW/clsViewHost.h"
 #include "GL/VIEW/clsViewPick.h"
@@ -79,7 +80,7 @@ void MainGLCanvas_cls::Paint() {
         return;
     }
     const PaintLock_cls lock(mbPainting);
-    mbLoading = IsFrameLoading() || LacksBonds();
+    mbLoading = IsFrameLoading() || LacksBonds() || LacksTrack();
     if (mbLoading) {
         MarkStale();
         if (WritesOutput() || KeepsLastPicture()) return;
@@ -117,6 +118,7 @@ void MainGLCanvas_cls::Paint() {
     SwapBuffers();
     mShownSize = GetPixelSize();
     NotePaintTime();
+    if (LacksMark()) RefreshEX();
     if (mpCShared->mspCInformationLink) mpCShared->mspCInformationLink->Update();
     TellDrawnCounts(*mpCHost->GetPCActiveFileSequence(), mMoment.dataFrame, mMoment.dt);
     // POV-Ray export takes its step here.
@@ -144,6 +146,21 @@ bool MainGLCanvas_cls::LacksBonds() const {
         return false;
     const auto state = filters->mpCBonds->Follow(kMillis, BondFollower_cls::Source::Memory);
     return state == BondFollower_cls::State::More || state == BondFollower_cls::State::Reading;
+}
+
+/// What is written waits for the particle that the anchor follows, and for its trail.
+bool MainGLCanvas_cls::LacksTrack() const {
+    constexpr long kMillis = 50;
+    ParticleWatch_cls* watch = mpCShared->mspCParticles;
+    if (!watch || mExport.IsRunning() || !WritesOutput()) return false;
+    const auto state = watch->Learn(kMillis, ParticleWatch_cls::Source::Memory);
+    return state == ParticleWatch_cls::State::More || state == ParticleWatch_cls::State::Reading;
+}
+
+/// Of the picked particle, in a picture that is of the window alone from now on.
+bool MainGLCanvas_cls::LacksMark() const {
+    const ParticleWatch_cls* watch = mpCShared->mspCParticles;
+    return mMoment.bWritten && !WritesOutput() && watch && watch->IsMarked(false) && !watch->IsMarked(true);
 }
 
 bool MainGLCanvas_cls::KeepsLastPicture() const { return mShownSize == GetPixelSize(); }
@@ -327,6 +344,7 @@ void MainGLCanvas_cls::SetItemsFromWindow() {
         bWritten ? wxSize(int(kWritten), int(std::lround(kWritten / mCGLPerspective.GetClipAspectRatio())))
                  : GetPixelSize();
     mMoment.bHandles = !bWritten;
+    mMoment.bWritten = bWritten || mImage.TakesWindow();
     mMoment.pixelsAcross = ViewPick_cls::GetPixelsAcross(GetMultiPanelMode(), mCGLPerspective.mAngle, window,
                                                          bWritten ? 1.0 : GetContentScaleFactor());
     GLDrawData_cls::msThinning = bWritten ? 1 : mpCShared->mThinning.GetFactor();
