@@ -301,6 +301,26 @@ TEST_F(Particles, NothingComesOfAClickWithoutParticles) {
     Canvas(0)->mShowData.mValue = true;
     Repaint();
     EXPECT_EQ(PickAt(At({10, 0, 0})), 1);
+    // Its snapshot is being read again, and what was drawn has gone.
+    Hub()->mpCPDataSeqCtrl->ClearData(-1, 0, false);
+    Hold(WXK_CONTROL, true);
+    Click(Canvas(0), wxPoint(kW / 2, kH / 2));
+    Hold(WXK_CONTROL, false);
+    Repaint();
+    EXPECT_EQ(PickAt(At({10, 0, 0})), 1);
+    // Lines of a project that are no particle.
+    for (const char* line : {"PickedParticle=", "PickedParticle=1 2", "PickedParticle=x y z w",
+                             "PickedParticle=1 4 -7 0", "PickedMarks=1"}) {
+        Hub()->mpCParticles->ReadStrLine(line);
+        EXPECT_EQ(Picked(), 1) << line;
+    }
+    Hub()->mpCParticles->ReadStrLine("PickedParticle=1 99 2147483647 9223372036854775807");
+    Hub()->mpCParticles->ReadStrLine("PickedMarks=1 1 1");
+    Menu(ID_REFRESH_GL);
+    Settle();
+    EXPECT_FALSE(Hub()->mpCAnchorPath->mCCurrent.mPos[0] > 0.0) << "an ID that no file has";
+    Hub()->mpCParticles->Reset();
+    PickAt(At({10, 0, 0}));
     // Other data: what was picked is none of them.
     ShowRun({{{10, 0, 0, 1}}});
     EXPECT_EQ(Picked(), -1);
@@ -427,6 +447,7 @@ TEST_F(Particles, TheTrailIsALineInPicturesToo) {
     Settle();
     Key(WXK_ESCAPE); // the ring has the same colours
     Settle();
+    EXPECT_EQ(CountMark(Grab(0), At({10, 1, 0}, 25), 10), 0) << "the label has gone";
     EXPECT_GT(CountMark(Grab(0), At({10, 0.5, 0.25}), 4), 3);
     EXPECT_EQ(CountMark(Grab(0), At({10, -0.5, 0.5}), 4), 0) << "the gap";
     EXPECT_GT(CountMark(Grab(0), At({10, -1.5, 0.25}), 4), 3);

@@ -80,7 +80,7 @@ void MainGLCanvas_cls::Paint() {
         return;
     }
     const PaintLock_cls lock(mbPainting);
-    mbLoading = IsFrameLoading() || LacksBonds() || LacksTrack();
+    mbLoading = IsFrameLoading() || LacksFollowed();
     if (mbLoading) {
         MarkStale();
         if (WritesOutput() || KeepsLastPicture()) return;
@@ -118,7 +118,9 @@ void MainGLCanvas_cls::Paint() {
     SwapBuffers();
     mShownSize = GetPixelSize();
     NotePaintTime();
-    if (LacksMark()) RefreshEX();
+    // Of the picked particle, in a picture that is of the window alone from now on.
+    const ParticleWatch_cls* watch = mpCShared->mspCParticles;
+    if (mMoment.bWritten && !WritesOutput() && watch && watch->IsForWindow()) RefreshEX();
     if (mpCShared->mspCInformationLink) mpCShared->mspCInformationLink->Update();
     TellDrawnCounts(*mpCHost->GetPCActiveFileSequence(), mMoment.dataFrame, mMoment.dt);
     // POV-Ray export takes its step here.
@@ -138,29 +140,19 @@ bool MainGLCanvas_cls::IsFrameLoading() {
     return mWait.WaitForFrame(mMoment.bHidden) == FrameWait_cls::DataState::Loading;
 }
 
-/// What is written waits for the bonds that it shows; the window shows them when they are known.
-bool MainGLCanvas_cls::LacksBonds() const {
+/// What is written waits for the bonds that it shows, and for the particle that is followed through the film;
+/// the window shows them when they are known.
+bool MainGLCanvas_cls::LacksFollowed() const {
     constexpr long kMillis = 50;
+    if (mExport.IsRunning() || !WritesOutput()) return false;
+    ParticleWatch_cls* watch = mpCShared->mspCParticles;
+    const auto track =
+        watch ? watch->Learn(kMillis, ParticleWatch_cls::Source::Memory) : ParticleWatch_cls::State::Known;
+    if (track == ParticleWatch_cls::State::More || track == ParticleWatch_cls::State::Reading) return true;
     FilterLists_cls* filters = mpCHost->GetPCFilters();
-    if (!filters || !filters->mpCBonds || !mShowData.mValue || mExport.IsRunning() || !WritesOutput())
-        return false;
+    if (!filters || !filters->mpCBonds || !mShowData.mValue) return false;
     const auto state = filters->mpCBonds->Follow(kMillis, BondFollower_cls::Source::Memory);
     return state == BondFollower_cls::State::More || state == BondFollower_cls::State::Reading;
-}
-
-/// What is written waits for the particle that the anchor follows, and for its trail.
-bool MainGLCanvas_cls::LacksTrack() const {
-    constexpr long kMillis = 50;
-    ParticleWatch_cls* watch = mpCShared->mspCParticles;
-    if (!watch || mExport.IsRunning() || !WritesOutput()) return false;
-    const auto state = watch->Learn(kMillis, ParticleWatch_cls::Source::Memory);
-    return state == ParticleWatch_cls::State::More || state == ParticleWatch_cls::State::Reading;
-}
-
-/// Of the picked particle, in a picture that is of the window alone from now on.
-bool MainGLCanvas_cls::LacksMark() const {
-    const ParticleWatch_cls* watch = mpCShared->mspCParticles;
-    return mMoment.bWritten && !WritesOutput() && watch && watch->IsMarked(false) && !watch->IsMarked(true);
 }
 
 bool MainGLCanvas_cls::KeepsLastPicture() const { return mShownSize == GetPixelSize(); }

@@ -45,6 +45,8 @@ public:
     wxString GetText() const;
     /// Do views show it? `bWritten`: in pictures that are written.
     bool IsMarked(bool bWritten) const { return IsPicked() && (mbLabel || (mbShown && !bWritten)); }
+    /// Do windows show what written pictures don't?
+    bool IsForWindow() const { return IsMarked(false) && !IsMarked(true); }
     /// Where a block has it, -1: nowhere. `serial` tells contents of blocks apart.
     int FindIn(const PDataBlock_cls& block, unsigned long long serial) const;
     /// Where the drawn particle stands in the scene; false where it isn't drawn.
