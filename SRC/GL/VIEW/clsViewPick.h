@@ -54,6 +54,7 @@ private:
         StereoGram_cls::Part_st mPart; ///< of the window
     };
 
+    void FollowCamera() const;
     void TakeEyes();
     bool MakeRay(const Eye_st& eye, wxPoint place, PickRay_st* pRay) const;
     void SetFlatRay(const PositionAndDirection_cls& camera, const double mouse[2], PickRay_st* pRay) const;
