@@ -6,6 +6,8 @@
 
 #include <epoxy/gl.h>
 
+#include <GL/freeglut.h>
+
 #include "GL/BASE/clsGLPerspective.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/BASE/clsGLStrings2D.h"
@@ -21,8 +23,10 @@ namespace {
 
 // Units of the screen.
 constexpr double kRing = 9.0;
-constexpr double kTextRight = 13.0;
+constexpr double kTextRight = 15.0;
 constexpr double kTextDown = 5.0;
+constexpr double kTextHeight = 18.0; // of the font
+constexpr double kPad = 4.0;
 constexpr double kLine = 1.2;
 constexpr double kRim = 3.6;
 
@@ -43,6 +47,33 @@ void DrawRing(const double* pMiddle, double radius, int size) {
         glVertexPointer(2, GL_FLOAT, 0, points);
         glDrawArrays(GL_LINE_LOOP, 0, kRingPoints);
     }
+    GLPerspective_cls::Pop2DMatrix();
+}
+
+double GetTextWidth(const wxString& text) {
+    constexpr double kStrokeHeight = 152.4;
+    double width = 0.0;
+    for (const wxUniChar c : text)
+        width +=
+            glutStrokeWidth(GLUT_STROKE_ROMAN, c.GetValue() < 128 ? static_cast<int>(c.GetValue()) : '?');
+    return width * kTextHeight / kStrokeHeight;
+}
+
+/// Darkens what lies behind the name; a unit of the screen is `pixel` of the buffer's.
+void DrawTextBox(double x, double y, double width, double pixel, int size) {
+    const GLdouble left = x - kPad * pixel, right = x + (width + kPad) * pixel;
+    const GLdouble low = y - kPad * pixel, high = y + (0.8 * kTextHeight + kPad) * pixel;
+    const GLdouble corners[4][2] = {{left, low}, {right, low}, {right, high}, {left, high}};
+    const GLAttribScope_cls attributes;
+    const GLClientScope_cls client;
+    glEnable(GL_BLEND);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glDisable(GL_CULL_FACE);
+    glColor4f(0.0f, 0.0f, 0.0f, 0.7f);
+    GLPerspective_cls::Push2DMatrix(size, size);
+    glEnableClientState(GL_VERTEX_ARRAY);
+    glVertexPointer(2, GL_DOUBLE, 0, corners);
+    glDrawArrays(GL_QUADS, 0, 4);
     GLPerspective_cls::Pop2DMatrix();
 }
 
@@ -74,15 +105,16 @@ void ViewScene_cls::DrawPicked() {
     for (const GLenum what : {GL_DEPTH_TEST, GL_FOG, GL_LIGHTING, GL_TEXTURE_2D, GL_BLEND})
         glDisable(what);
     const double pixel = moment.fboSize / std::max(moment.pixelsAcross, 1.0);
+    const double x = middle[0] + kTextRight * pixel, y = middle[1] - kTextDown * pixel;
     GLStrings2D_cls strings;
     strings.SetWindowGeometry(moment.fboSize, moment.fboSize);
+    DrawTextBox(x, y, GetTextWidth(tag.mText), pixel, moment.fboSize);
     for (const bool bRim : {true, false}) {
         glLineWidth(std::max(float((bRim ? kRim : kLine) * pixel), bRim ? 3.0f : 1.0f));
         bRim ? glColor3f(0.0f, 0.0f, 0.0f) : glColor3f(1.0f, 0.9f, 0.4f);
         DrawRing(middle, kRing * pixel, moment.fboSize);
-        strings.DrawStrokes(GLStrings2D_cls::Font::Helvetica12, tag.mText, middle[0] + kTextRight * pixel,
-                            middle[1] - kTextDown * pixel, pixel);
     }
+    strings.DrawStrokes(GLStrings2D_cls::Font::Helvetica18, tag.mText, x, y, pixel);
 }
 
 // As thick as the lines of the scene, in pictures, too.
