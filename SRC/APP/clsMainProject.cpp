@@ -23,6 +23,7 @@
 #include "COMMON/clsSplitPath.h"
 #include "GL/BASE/clsPreference.h"
 #include "GL/DRAW/clsShadowVolume.h"
+#include "GL/VIEW/clsParticleWatch.h"
 #include "GL/VIEW/clsViewFitCtrl.h"
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsPDataSeqCtrl.h"
@@ -109,6 +110,7 @@ void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder,
         mpCAnchorPath->SetToDefault();
         ShadowVolume_cls::SetToDefault();
         mpCStereoGram->Reset();
+        mpCParticles->Reset();
     }
     {
         const FlagScope_cls loading(GbGLLockProjectLoading);
