@@ -27,6 +27,8 @@
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
+#include "SCENE/clsAnchorPath.h"
+#include "SCENE/clsCameraPath.h"
 #include "SCENE/clsLightSRCCtrl.h"
 #include "SCENE/clsMoveItem.h"
 #include "SCENE/clsStereoGram.h"
@@ -103,6 +105,8 @@ void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder,
     if (!bConfigure) {
         acting->CopyFrom(*user);
         mpCLightSRCCtrl->SetToDefault(); // projects without lights are made for these
+        mpCCameraPath->SetToDefault();
+        mpCAnchorPath->SetToDefault();
         ShadowVolume_cls::SetToDefault();
         mpCStereoGram->Reset();
     }
