@@ -2,6 +2,7 @@
 // that is what a ray from a point of a sphere to a light meets.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <fstream>
 #include <functional>
@@ -160,7 +161,11 @@ protected:
         EXPECT_GT(seen, 100) << what;
         EXPECT_GE(seenDark, dark) << what;
         EXPECT_LE(bad, mMayDiffer * seen) << what << ": of " << seen << " worst " << worst;
-        if (bad > mMayDiffer * seen) Snap("shadows_" + what);
+        if (bad > mMayDiffer * seen) {
+            std::string name = "shadows_" + what;
+            std::replace(name.begin(), name.end(), ' ', '_');
+            Snap(name);
+        }
     }
     /// Angles are radii there; the picture's side is the window's height.
     bool InFisheye(const Vector& p, double* pX, double* pY) const {
