@@ -8,6 +8,8 @@ namespace {
 constexpr size_t kMostBlocks = 128; // of one shadow
 constexpr float kAcross = 3.0f;     // edges of blocks, radii of the sphere in the middle by size
 constexpr float kLongest = 5.0f;    // a piece of a shadow that lies askew
+constexpr float kEdge = 3.5f;       // edges of blocks that fit in the shadow of a near light
+constexpr float kWidest = 6.0f;
 constexpr size_t kSample = 999;
 constexpr float kFarthest = 1e9f; // blocks from the origin
 
@@ -44,7 +46,7 @@ void ShadowGrid_cls::ChooseBlocks() {
     const float radius = std::max(*middle, 1e-30f);
     const float along = mShape.length - mShape.start;
     mSegments = mShape.bNear ? static_cast<int>(std::clamp(std::ceil(along / kLongest), 1.0f, 1e3f)) : 1;
-    const float wide = std::clamp(along / kLongest, kAcross, kLongest);
+    const float wide = std::clamp(along / kEdge, kAcross, kWidest);
     for (int i = 0; i < 3; ++i)
         mPerBlock[i] = 1.0f / (radius * (mShape.bNear ? wide : i < 2 ? kAcross : std::max(kAcross, along)));
     for (int i = 0; i < 3; ++i) {
@@ -53,7 +55,7 @@ void ShadowGrid_cls::ChooseBlocks() {
     }
 }
 
-// False: too many.
+// Without those of the box before, the piece's neighbour. False: too many.
 bool ShadowGrid_cls::ListBox(const float* pLow, const float* pHigh) {
     int32_t first[3], last[3];
     for (int i = 0; i < 3; ++i) {
@@ -68,18 +70,23 @@ bool ShadowGrid_cls::ListBox(const float* pLow, const float* pHigh) {
     if (size_t(last[0] - first[0] + 1) * size_t(last[1] - first[1] + 1) * size_t(last[2] - first[2] + 1) >
         kMostBlocks)
         return false;
+    const auto isIn = [this](int axis, int32_t at) { return at >= mFirst[axis] && at <= mLast[axis]; };
     for (int32_t z = first[2]; z <= last[2]; ++z)
         for (int32_t y = first[1]; y <= last[1]; ++y)
             for (int32_t x = first[0]; x <= last[0]; ++x) {
                 const int32_t place[3] = {x, y, z};
-                mvListed.push_back(GetBlock(place));
+                if (!isIn(0, x) || !isIn(1, y) || !isIn(2, z)) mvListed.push_back(GetBlock(place));
             }
+    std::copy_n(first, 3, mFirst);
+    std::copy_n(last, 3, mLast);
     return true;
 }
 
 // Boxes around pieces of the volume. False: too many blocks.
 bool ShadowGrid_cls::ListBlocks(const float* pPlace, float radius) {
     mvListed.clear();
+    std::fill_n(mFirst, 3, 1); // no box before
+    std::fill_n(mLast, 3, 0);
     float low[3], high[3];
     if (!mShape.bNear) {
         for (int i = 0; i < 3; ++i) {
@@ -104,8 +111,6 @@ bool ShadowGrid_cls::ListBlocks(const float* pPlace, float radius) {
         }
         if (!ListBox(low, high)) return false;
     }
-    std::sort(mvListed.begin(), mvListed.end());
-    mvListed.erase(std::unique(mvListed.begin(), mvListed.end()), mvListed.end());
     return mvListed.size() <= kMostBlocks;
 }
 

@@ -58,6 +58,7 @@ private:
     float mPerBlock[3] = {1, 1, 1};
     int mSegments = 1;              ///< pieces that are looked at one by one, as they lie askew
     std::vector<uint32_t> mvListed; ///< blocks of the sphere at hand
+    int32_t mFirst[3] = {0, 0, 0}, mLast[3] = {0, 0, 0}; ///< of the box listed last
     std::vector<int32_t> mvStarts;
     std::vector<float> mvEntries;
 };
