@@ -22,6 +22,7 @@
 #include "SCENE/clsLightSRC.h"
 #include "SCENE/clsLightSRCCtrl.h"
 #include "SCENE/clsMoveItem.h"
+#include "SCENE/clsStereoGram.h"
 #include "TIME/clsTimeCtrl.h"
 
 class PickingTest : public FilterTest {

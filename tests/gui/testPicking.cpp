@@ -96,6 +96,41 @@ TEST_F(Picking, AFollowingLightIsThatOfTheViewUnderThePointer) {
     light.mCFollowsCamera.mValue = false;
 }
 
+TEST_F(Picking, EachEyePicksWhatItShows) {
+    StereoGram_cls& stereo = *Hub()->mpCStereoGram;
+    stereo.mCType.mValue = StereoGram_cls::TYPE_OFF_AXIS;
+    const double parallax = 1.0;
+    stereo.mpCParallax->SetKeyFrame(&parallax, true, kNow);
+    Put(Light(0), 0.5, 0, 0.5);
+    stereo.mCEye.mValue = StereoGram_cls::OUTPUT_SIDE_BY_SIDE;
+    Menu(ID_REFRESH_GL);
+    const wxPoint left = At({0.5, 0, 0.5});
+    const int half = Canvas(0)->GetClientSize().x / 2;
+    EXPECT_LT(left.x, half);
+    Snap("pick_eyes");
+    for (const int output : {StereoGram_cls::OUTPUT_SIDE_BY_SIDE, StereoGram_cls::OUTPUT_LEFT}) {
+        stereo.mCEye.mValue = output;
+        Menu(ID_REFRESH_GL);
+        Hub()->SelectObject(nullptr);
+        PickAt(At({0.5, 0, 0.5}));
+        EXPECT_EQ(Selected(), &Light(0)) << output;
+    }
+    // The right eye sees it further to the left.
+    stereo.mCEye.mValue = StereoGram_cls::OUTPUT_RIGHT;
+    Menu(ID_REFRESH_GL);
+    const wxPoint whole = At({0.5, 0, 0.5});
+    stereo.mCEye.mValue = StereoGram_cls::OUTPUT_SIDE_BY_SIDE;
+    Menu(ID_REFRESH_GL);
+    Hub()->SelectObject(nullptr);
+    PickAt(wxPoint(half + whole.x / 2, whole.y));
+    EXPECT_EQ(Selected(), &Light(0)) << "in the other half";
+    Hub()->SelectObject(nullptr);
+    PickAt(wxPoint(left.x * 2, left.y));
+    EXPECT_EQ(Selected(), nullptr) << "where a single picture would have it";
+    stereo.Reset();
+    Menu(ID_REFRESH_GL);
+}
+
 TEST_F(Picking, PanelsRowsAndViewsAgree) {
     FilterBase_cls* cut = Add(ID_FILTER_BOOLEAN, FILTER_LIST_BOOLEAN);
     Lists().SelectFilter(cut, true);

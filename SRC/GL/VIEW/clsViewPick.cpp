@@ -57,7 +57,33 @@ void ViewPick_cls::GetGLMatrixInfo(const PositionAndDirection_cls& camera, doubl
 
 // A wide view puts the ways from the eye onto the window as its faces' meshes do.
 bool ViewPick_cls::Project(const double place[3], double out[2]) const {
-    return Project(mCamera, place, out);
+    if (!HasParts()) return Project(mEyes.size() == 1 ? mEyes[0].mCamera : mCamera, place, out);
+    const Eye_st& eye = mEyes[mEye];
+    if (!Project(eye.mCamera, place, out)) return false;
+    out[0] = 2.0 * eye.mPart.mX - 1.0 + (out[0] + 1.0) * eye.mPart.mW;
+    out[1] = 2.0 * eye.mPart.mY - 1.0 + (out[1] + 1.0) * eye.mPart.mH;
+    return true;
+}
+
+bool ViewPick_cls::HasParts() const {
+    return mEye < mEyes.size() && (mEyes[mEye].mPart.mW < 1.0 || mEyes[mEye].mPart.mH < 1.0);
+}
+
+// Eyes that share the window each have a part of it; two pictures over each other count as one, seen from
+// between the eyes.
+PositionAndDirection_cls ViewPick_cls::TakeEyeAt(double* pX, double* pY) const {
+    if (mEyes.size() == 1) return mEyes[0].mCamera;
+    for (mEye = 0; mEye < mEyes.size() && HasParts(); ++mEye) {
+        const StereoGram_cls::Part_st& part = mEyes[mEye].mPart;
+        const double x = (*pX - part.mX) / part.mW;
+        const double y = 1.0 - (1.0 - *pY - part.mY) / part.mH;
+        if (x < 0.0 || x > 1.0 || y < 0.0 || y > 1.0) continue;
+        *pX = x;
+        *pY = y;
+        return mEyes[mEye].mCamera;
+    }
+    mEye = 0;
+    return mCamera;
 }
 
 bool ViewPick_cls::Project(const PositionAndDirection_cls& camera, const double place[3],
@@ -119,14 +145,14 @@ PositionAndDirection_cls ViewPick_cls::AimAt(const PositionAndDirection_cls& cam
 }
 
 HitTest_cls ViewPick_cls::MakeHitTest(wxPoint place, PickRegion_st* pRegion) const {
-    const double x = double(place.x) / std::max(mWindow.x, 1), y = double(place.y) / std::max(mWindow.y, 1);
+    double x = double(place.x) / std::max(mWindow.x, 1), y = double(place.y) / std::max(mWindow.y, 1);
+    PositionAndDirection_cls camera = TakeEyeAt(&x, &y);
     const double across = GetPixelsAcross(mMode, mPerspective.mAngle, mWindow, mScale);
     *pRegion = PickRegion_st::Of(x, y, GetAspect(mWindow), mContext.mShared.GetFBOSize());
-    PositionAndDirection_cls camera = mCamera;
     GLPerspective_cls perspective = mPerspective;
     if (mMode != FishEye_cls::MODE_FLAT) {
         const double mouse[2] = {2.0 * x - 1.0, 1.0 - 2.0 * y};
-        camera = AimAt(mCamera, mouse);
+        camera = AimAt(camera, mouse);
         perspective.mbPerspective = true;
         perspective.mAngle = kFaceAngle;
         perspective.SetClipSize(1, 1);

@@ -55,6 +55,8 @@ private:
     };
 
     void FollowCamera() const;
+    bool HasParts() const;
+    PositionAndDirection_cls TakeEyeAt(double* pX, double* pY) const;
     void TakeEyes();
     bool MakeRay(const Eye_st& eye, wxPoint place, PickRay_st* pRay) const;
     void SetFlatRay(const PositionAndDirection_cls& camera, const double mouse[2], PickRay_st* pRay) const;
@@ -74,4 +76,5 @@ private:
     bool mbData = false; ///< particles were drawn
     int mBufferSize = 2048;
     std::vector<Eye_st> mEyes;
+    mutable size_t mEye = 0; ///< of the last place that was asked for
 };
