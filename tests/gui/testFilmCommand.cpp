@@ -75,8 +75,9 @@ TEST_F(FilmCommand, WritesWhatTheWindowWrites) {
 }
 
 TEST_F(FilmCommand, WritesTheSameOfAFollowedParticle) {
-    // The view turns to the anchor, and the trail and the label are seen; parts know nothing of the whole.
-    const std::string lines = "PickedParticle=1 40 40 0\nPickedMarks=1 1 1\nPanel0PivotMode=1\n";
+    // The camera looks at the anchor, and the trail and the label are seen; parts know nothing of the whole.
+    const std::string lines =
+        "PickedParticle=1 40 40 0\nPickedMarks=1 1 1\nPanel0DisplayMode=7\nCareraLookAnchor=1\n";
     Compare(lines, {false, true}, 5);
     const std::string project = mFolder.MakeProject("film.mrp", lines);
     const ChildRun_st part =
