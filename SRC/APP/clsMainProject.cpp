@@ -27,6 +27,7 @@
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
+#include "POVRAY/clsPovRayCtrl.h"
 #include "SCENE/clsLightSRCCtrl.h"
 #include "SCENE/clsMoveItem.h"
 #include "SCENE/clsStereoGram.h"
@@ -105,6 +106,7 @@ void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder,
         mpCLightSRCCtrl->SetToDefault(); // projects without lights are made for these
         ShadowVolume_cls::SetToDefault();
         mpCStereoGram->Reset();
+        mpCPovRayCtrl->ResetOwnSettings();
     }
     {
         const FlagScope_cls loading(GbGLLockProjectLoading);
