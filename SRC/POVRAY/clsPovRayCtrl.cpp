@@ -29,6 +29,7 @@ PovRayCtrl_cls::PovRayCtrl_cls() {
     mConfListOwn.Add(&mDigits, "PovDigits=", "0");
     mConfListOwn.Add(&mColorByParticle, "PovColorByParticle=", "1");
     mConfListOwn.Add(&mGroupMaterials, "PovGroupMaterials=", "1");
+    mConfListOwn.Add(&mLikeView, "PovLikeView=", "1");
 }
 
 PovRayCtrl_cls::~PovRayCtrl_cls() = default;
@@ -38,14 +39,14 @@ void PovRayCtrl_cls::SetToDefault() {
          std::initializer_list<PovSettings_cls*>{&mCRadiosity, &mCRender, &mCPhotons, &mCFormat, &mCAdvanced})
         settings->SetToDefault();
     for (ConfItem_cls* item :
-         std::initializer_list<ConfItem_cls*>{&mDigits, &mColorByParticle, &mGroupMaterials})
+         std::initializer_list<ConfItem_cls*>{&mDigits, &mColorByParticle, &mGroupMaterials, &mLikeView})
         mConfListOwn.SetToDefault(item);
     mConfListFile.SetToDefault(&mUseCommonSceneFile);
 }
 
 void PovRayCtrl_cls::ResetOwnSettings() {
     mDigits.mValue = 0;
-    mColorByParticle.mValue = mGroupMaterials.mValue = false;
+    mColorByParticle.mValue = mGroupMaterials.mValue = mLikeView.mValue = false;
 }
 
 wxString PovRayCtrl_cls::Serialize() {
@@ -112,6 +113,7 @@ PovTextOptions_st PovRayCtrl_cls::GetTextOptions() const {
     options.mDigits = mDigits.mValue;
     options.mbColorByParticle = mColorByParticle.mValue;
     options.mbGroupMaterials = mGroupMaterials.mValue;
+    options.mbLikeView = mLikeView.mValue;
     options.mbCommonScene = mUseCommonSceneFile.mValue;
     options.mPhotonsType = mCPhotons.mType.mValue;
     options.mStrWorkDir = GetWorkingDir();

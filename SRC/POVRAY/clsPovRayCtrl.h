@@ -71,6 +71,7 @@ public:
     ConfItemINT_cls mDigits; ///< decimals of coordinates; 0: as many as the data need
     ConfItemBOOL_cls mColorByParticle;
     ConfItemBOOL_cls mGroupMaterials;
+    ConfItemBOOL_cls mLikeView;
 
     int mSnapNumber = 0;     ///< of the next still
     int mAnimInitNumber = 0; ///< of an animation's first frame
