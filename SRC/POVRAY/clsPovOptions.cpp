@@ -85,6 +85,8 @@ void PovFormatPage_cls::SetMNumScene() {
         wxEmptyString, &mCtrl.mColorByParticle.mValue, _("Of each particle"),
         _("Colors of a curve differ from particle to particle, as the view shows them; else all of a set "
           "have one"));
+    AddCheck(_("Picture"), &mCtrl.mLikeView.mValue, _("Like the view"),
+             _("Angle, background and grids are the view's; without it they are as plain scenes have them"));
     AddCheck(_("Particles"), &mCtrl.mGroupMaterials.mValue, _("Share materials"),
              _("Particles that look alike share one texture: a large scene takes a third of the memory and "
                "time"));

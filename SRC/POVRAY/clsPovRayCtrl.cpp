@@ -34,6 +34,7 @@ PovRayCtrl_cls::PovRayCtrl_cls() {
     mConfListOwn.Add(&mDigits, "PovDigits=", "0");
     mConfListOwn.Add(&mColorByParticle, "PovColorByParticle=", "1");
     mConfListOwn.Add(&mGroupMaterials, "PovGroupMaterials=", "1");
+    mConfListOwn.Add(&mLikeView, "PovLikeView=", "1");
     mConfListOwn.Add(&mKeepFirstPretrace, "PovKeepFirstPretrace=", "0");
 }
 
@@ -43,8 +44,8 @@ void PovRayCtrl_cls::SetToDefault() {
     for (PovSettings_cls* settings :
          std::initializer_list<PovSettings_cls*>{&mCRadiosity, &mCRender, &mCPhotons, &mCFormat, &mCAdvanced})
         settings->SetToDefault();
-    for (ConfItem_cls* item : std::initializer_list<ConfItem_cls*>{&mDigits, &mColorByParticle,
-                                                                   &mGroupMaterials, &mKeepFirstPretrace})
+    for (ConfItem_cls* item : std::initializer_list<ConfItem_cls*>{
+             &mDigits, &mColorByParticle, &mGroupMaterials, &mLikeView, &mKeepFirstPretrace})
         mConfListOwn.SetToDefault(item);
     mConfListFile.SetToDefault(&mUseCommonSceneFile);
 }
@@ -82,7 +83,7 @@ void PovRayCtrl_cls::ChangeSettings(const std::function<void()>& change) {
 
 void PovRayCtrl_cls::ResetOwnSettings() {
     mDigits.mValue = 0;
-    mColorByParticle.mValue = mGroupMaterials.mValue = mKeepFirstPretrace.mValue = false;
+    mColorByParticle.mValue = mGroupMaterials.mValue = mLikeView.mValue = mKeepFirstPretrace.mValue = false;
 }
 
 wxString PovRayCtrl_cls::Serialize() {
@@ -160,12 +161,15 @@ void PovRayCtrl_cls::OpenWorkingDir() const {
         Notice("pov-ray folder", wxString::Format(_("%s can't be shown."), path));
 }
 
+wxString PovRayCtrl_cls::GetCommonScenePath() const { return GetWorkingDirWithSep(true) + kCommonScene; }
+
 PovTextOptions_st PovRayCtrl_cls::GetTextOptions() const {
     PovTextOptions_st options;
     options.mbFastColoring = mCFormat.mFastColoring.mValue;
     options.mDigits = mDigits.mValue;
     options.mbColorByParticle = mColorByParticle.mValue;
     options.mbGroupMaterials = mGroupMaterials.mValue;
+    options.mbLikeView = mLikeView.mValue;
     options.mbCommonScene = mUseCommonSceneFile.mValue;
     options.mPhotonsType = mCPhotons.mType.mValue;
     options.mStrWorkDir = GetWorkingDir();

@@ -50,6 +50,8 @@ public:
     /// Name of a file without its ending; of kind FILE_COMMON_SCENE with it, and without a folder unless
     /// files are named with theirs. `eye`: an Eye. `number` -1: the next one's.
     wxString GetFileStr(unsigned kind, unsigned eye, int number) const;
+    /// Where the particles stand that are the same in all frames.
+    wxString GetCommonScenePath() const;
     /// The working directory and "/", or "./".
     wxString GetWorkingDirWithSep(bool bAbsolute) const;
     /// How a scene in the working directory names another file.
@@ -134,6 +136,7 @@ public:
     ConfItemINT_cls mDigits; ///< decimals of coordinates; 0: as many as the data need
     ConfItemBOOL_cls mColorByParticle;
     ConfItemBOOL_cls mGroupMaterials;
+    ConfItemBOOL_cls mLikeView;          ///< see PovTextOptions_st
     ConfItemBOOL_cls mKeepFirstPretrace; ///< of an animation: light doesn't flicker
 
     int mSnapNumber = 0;     ///< of the next still

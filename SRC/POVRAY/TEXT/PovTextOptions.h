@@ -12,5 +12,8 @@ struct PovTextOptions_st {
     bool mbCommonScene = true;      ///< particles that are the same in all frames have a file of their own
     unsigned mPhotonsType = 0;      ///< 0: no photons, and no line about them in objects
     wxString mStrWorkDir;           ///< where scene files stand, without a separator at its end
-    bool mbFileAbsolute = false;    ///< files are named with their folders, instead of relative to mStrWorkDir
+    bool mbFileAbsolute = false; ///< files are named with their folders, instead of relative to mStrWorkDir
+    /// The picture is the view's where plain scenes differ from it: angle of pictures that aren't square,
+    /// scale of orthographic ones, background, place and colour of grids.
+    bool mbLikeView = false;
 };
