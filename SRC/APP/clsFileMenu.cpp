@@ -11,6 +11,7 @@
 #include "APP/clsFrameMain.h"
 #include "APP/clsImageRun.h"
 #include "APP/clsMain.h"
+#include "APP/clsPovExport.h"
 #include "APP/clsRecentFiles.h"
 #include "APP/clsRecovery.h"
 #include "COMMON/EventIds.h"
@@ -272,7 +273,8 @@ void FileMenu_cls::OpenWithLoader(const wxString& path) {
 
 bool FileMenu_cls::AskQuit() {
     if (GbGLLockModalDialog.load()) return false; // the question is up already
-    const wxString warning = mFrame.GetPCImageRun()->GetQuitWarning();
+    const wxString warning =
+        mFrame.GetPCImageRun()->GetQuitWarning() + mFrame.GetPovExport().GetQuitWarning();
     if (mHub.mpCRecovery->IsModified()) return AskForSteps(warning);
     const FlagScope_cls modal(GbGLLockModalDialog);
     return MsgBoxYesno(_("Really Quit ?") + warning, _("Query"));
@@ -296,6 +298,7 @@ void FileMenu_cls::OnClose(wxCloseEvent& event) {
     }
     if (!mbQuitAsked) SayLastWords();
     mFrame.GetPCImageRun()->StopOutputs();
+    mFrame.GetPovExport().Stop();
     mHub.WaitThreadFinish();
     mFrame.Destroy();
 }

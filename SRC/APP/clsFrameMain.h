@@ -29,6 +29,7 @@ class LightSRCCtrl_cls;
 class MainGLCanvas_cls;
 class PDataSeqCtrl_cls;
 class PDataSequence_cls;
+class PovExport_cls;
 class Preference_cls;
 class RefreshCommands_cls;
 class SharedView_cls;
@@ -108,6 +109,9 @@ public:
     bool MayDrawCopies(long long number) override;
     CopyQuestion_cls& GetCopyQuestion() const { return *mpCCopyQuestion; }
     void OnDataReady() override;
+    void OnPovFrameDrawn() override;
+    void OnPovRunStopped() override;
+    PovExport_cls& GetPovExport() const { return *mpCPovExport; }
     void OnExtraFrameClosed() override;
 
 private:
@@ -152,6 +156,7 @@ private:
     std::unique_ptr<FileMenu_cls> mpCFileMenu;
     std::unique_ptr<ImageRun_cls> mpCImageRun;
     std::unique_ptr<ExportRun_cls> mpCExportRun;
+    std::unique_ptr<PovExport_cls> mpCPovExport;
     std::unique_ptr<EditMenu_cls> mpCEditMenu;
     std::unique_ptr<FilterMenu_cls> mpCFilterMenu;
     std::unique_ptr<HelpMenu_cls> mpCHelpMenu;

@@ -10,6 +10,7 @@
 #include "APP/clsFileMenu.h"
 #include "APP/clsImageRun.h"
 #include "APP/clsMain.h"
+#include "APP/clsPovExport.h"
 #include "APP/clsRecovery.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
@@ -90,6 +91,7 @@ void FrameMain_cls::OnIdle(wxIdleEvent& event) {
         mbRecoveryOffered = true;
         CallAfter(&FrameMain_cls::OfferRecovery);
     }
+    mpCPovExport->ProcessRender();
     TimeCtrl_cls* time = mpCMain->mpCTimeCtrl;
     PDataSeqCtrl_cls* store = mpCMain->mpCPDataSeqCtrl;
     TellPresent();

@@ -60,7 +60,7 @@ bool PovJob_cls::Start(const wxString& exe, const wxString& base, const wxString
     const wxString folder = SplitPath_cls(base).mStrDir;
     const bool bCommand = !exe.Contains("/"); // to be looked for where commands are
     std::vector<std::string> words = {"nice", NarrowPath(bCommand ? exe : MakeAbsolutePath(exe))};
-    if (IsPlainPath(base)) {
+    if (IsPlainPath(base) && !mbWhole) {
         words.push_back(NarrowPath(base + ".ini"));
     } else if (MakeAlias(folder)) {
         const std::string name = NarrowPath(SplitPath_cls(mStrAlias + ".").mStrStem);
@@ -70,6 +70,7 @@ bool PovJob_cls::Start(const wxString& exe, const wxString& base, const wxString
         RemoveAlias();
         return false;
     }
+    if (mbOneThread) words.push_back("+WT1");
     mStrError = mProcess.Start(words, NarrowPath(folder));
     if (!mStrError.empty()) RemoveAlias();
     return mStrError.empty();

@@ -13,6 +13,12 @@ public:
     PovJob_cls(const PovJob_cls&) = delete;
     PovJob_cls& operator=(const PovJob_cls&) = delete;
 
+    /// From now on the picture gets its name only when it is whole, and is the same at every run: renderers
+    /// of radiosity and photons then have one thread.
+    void MakeReproducible(bool bOneThread) {
+        mbWhole = true;
+        mbOneThread = bOneThread;
+    }
     /// Render the scene of this absolute name without an ending, whose .ini says how; the picture gets
     /// `ending`. False: it couldn't be begun, and GetError says why.
     bool Start(const wxString& exe, const wxString& base, const wxString& ending);
@@ -41,6 +47,8 @@ private:
     wxStopWatch mWatch;
     long mMillis = 0;
     bool mbTimed = false;
+    bool mbWhole = false;
+    bool mbOneThread = false;
     wxString mStrBase;
     wxString mStrEnding;
     wxString mStrPicture;

@@ -193,6 +193,20 @@ void MainGLCanvas_cls::StopExportDataProcess() {
     if (mExport.Stop()) MarkStale(); // the picture shows another frame
 }
 
+void MainGLCanvas_cls::StartExportPovStringProcess() {
+    mbExportPov = true;
+    MarkStale();
+    RefreshEX();
+}
+
+void MainGLCanvas_cls::StopExportPovStringProcess() {
+    if (!mbExportPov) return;
+    mbExportPov = false;
+    MarkStale(); // the window shows what the hand may move again
+    RefreshEX();
+    mpCHost->OnPovRunStopped();
+}
+
 wxSize MainGLCanvas_cls::GetPixelSize() const {
     const wxSize size = GetClientSize() * GetContentScaleFactor();
     return wxSize(std::max(size.x, 1), std::max(size.y, 1));

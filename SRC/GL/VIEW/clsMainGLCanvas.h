@@ -51,7 +51,7 @@ public:
     /// Of the window, at least 1 by 1.
     wxSize GetPixelSize() const;
     /// An image or exported data are wanted: paints go on although nobody sees the view.
-    bool WritesOutput() const { return mImage.IsRequested() || mExport.IsRunning(); }
+    bool WritesOutput() const { return mImage.IsRequested() || mExport.IsRunning() || mbExportPov; }
     wxGLContext* GetContext() const { return mpCGLContext.get(); }
     /// Is there a picture at all, or only a text that tells why not?
     bool HasGL() const { return mpCGLContext != nullptr; }
@@ -86,6 +86,9 @@ public:
     /// From now on a paint writes its frame and draws nothing.
     void StartExportDataProcess(DataExporter_cls* pExporter);
     void StopExportDataProcess();
+    /// From now on the host is told of each whole picture that stands in the window, to write its scene.
+    void StartExportPovStringProcess();
+    void StopExportPovStringProcess();
 
     wxString Serialize();
     void ReadStrLine(const wxString& line);
@@ -166,6 +169,7 @@ private:
 
     bool mbPaintQueued = false; ///< a paint event has come whose picture is still to be drawn
     bool mbPainting = false;    ///< this canvas is the one that holds GbGLLockDrawing
+    bool mbExportPov = false;   ///< scenes are written of what is drawn
     bool mbLoading = false;     ///< the last paint gave up waiting for the reader
     int mPaintedFrame = -1;     ///< -1 when the view must be drawn anyway
     int mPaintedStep = -1;

@@ -42,6 +42,10 @@ public:
     virtual bool MayDrawCopies(long long) { return true; }
     /// The export of data has come to its end: the run ends behind the present event.
     virtual void EndExport() = 0;
+    /// A whole picture stands in the window of a view that scenes are written of.
+    virtual void OnPovFrameDrawn() {}
+    /// Such a view has been told to stop.
+    virtual void OnPovRunStopped() {}
     /// The camera's dialog follows the active view.
     virtual void ReconnectCameraPathGUI() = 0;
     /// The user has closed the Extra Panel's window.
