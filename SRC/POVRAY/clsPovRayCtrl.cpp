@@ -46,7 +46,8 @@ void PovRayCtrl_cls::SetToDefault() {
 
 void PovRayCtrl_cls::ResetOwnSettings() {
     mDigits.mValue = 0;
-    mColorByParticle.mValue = mGroupMaterials.mValue = mLikeView.mValue = false;
+    mColorByParticle.mValue = mGroupMaterials.mValue = false;
+    mLikeView.mValue = true;
 }
 
 wxString PovRayCtrl_cls::Serialize() {
