@@ -11,7 +11,6 @@
 #include "APP/clsFrameMain.h"
 #include "APP/clsImageRun.h"
 #include "APP/clsMain.h"
-#include "APP/clsPovExport.h"
 #include "APP/clsRecentFiles.h"
 #include "APP/clsRecovery.h"
 #include "COMMON/EventIds.h"
@@ -25,6 +24,7 @@
 #include "PDATA/clsPDataSequence.h"
 #include "PDATA/clsPeriodicBoundary.h"
 #include "TIME/clsTimeCtrl.h"
+#include "POVRAY/clsPovRayCtrl.h"
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
 #include "WIDGET/TIMELINE/clsGraphPanel.h"
 #include "WIDGET/TIMELINE/clsParamGUICtrl.h"
@@ -273,8 +273,7 @@ void FileMenu_cls::OpenWithLoader(const wxString& path) {
 
 bool FileMenu_cls::AskQuit() {
     if (GbGLLockModalDialog.load()) return false; // the question is up already
-    const wxString warning =
-        mFrame.GetPCImageRun()->GetQuitWarning() + mFrame.GetPovExport().GetQuitWarning();
+    const wxString warning = mFrame.GetPCImageRun()->GetQuitWarning() + mHub.mpCPovRayCtrl->GetQuitWarning();
     if (mHub.mpCRecovery->IsModified()) return AskForSteps(warning);
     const FlagScope_cls modal(GbGLLockModalDialog);
     return MsgBoxYesno(_("Really Quit ?") + warning, _("Query"));
@@ -298,7 +297,8 @@ void FileMenu_cls::OnClose(wxCloseEvent& event) {
     }
     if (!mbQuitAsked) SayLastWords();
     mFrame.GetPCImageRun()->StopOutputs();
-    mFrame.GetPovExport().Stop();
+    mHub.mpCPovRayCtrl->AbortRenderPovAnim();
+    mHub.mpCPovRayCtrl->StopRenderer();
     mHub.WaitThreadFinish();
     mFrame.Destroy();
 }

@@ -256,10 +256,6 @@ bool FrameMain_cls::MayDrawCopies(long long number) { return mpCCopyQuestion->Ma
 
 void FrameMain_cls::OnDataReady() { mpCViewFit->OnDataReady(); }
 
-void FrameMain_cls::OnPovFrameDrawn() { mpCPovExport->OnFrameDrawn(); }
-
-void FrameMain_cls::OnPovRunStopped() { mpCPovExport->OnRunStopped(); }
-
 void FrameMain_cls::EndExport() {
     CallAfter([this] { mpCExportRun->EndExport(); });
 }

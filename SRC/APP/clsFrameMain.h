@@ -109,9 +109,6 @@ public:
     bool MayDrawCopies(long long number) override;
     CopyQuestion_cls& GetCopyQuestion() const { return *mpCCopyQuestion; }
     void OnDataReady() override;
-    void OnPovFrameDrawn() override;
-    void OnPovRunStopped() override;
-    PovExport_cls& GetPovExport() const { return *mpCPovExport; }
     void OnExtraFrameClosed() override;
 
 private:

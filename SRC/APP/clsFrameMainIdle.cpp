@@ -10,7 +10,6 @@
 #include "APP/clsFileMenu.h"
 #include "APP/clsImageRun.h"
 #include "APP/clsMain.h"
-#include "APP/clsPovExport.h"
 #include "APP/clsRecovery.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
@@ -23,6 +22,7 @@
 #include "IMAGE/clsImageIO.h"
 #include "IMAGE/clsImgSequence.h"
 #include "PDATA/clsPDataSeqCtrl.h"
+#include "POVRAY/clsPovRayCtrl.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
@@ -91,7 +91,7 @@ void FrameMain_cls::OnIdle(wxIdleEvent& event) {
         mbRecoveryOffered = true;
         CallAfter(&FrameMain_cls::OfferRecovery);
     }
-    mpCPovExport->ProcessRender();
+    mpCMain->mpCPovRayCtrl->ProcessRenderPovAnim();
     TimeCtrl_cls* time = mpCMain->mpCTimeCtrl;
     PDataSeqCtrl_cls* store = mpCMain->mpCPDataSeqCtrl;
     TellPresent();

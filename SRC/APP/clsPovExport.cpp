@@ -53,6 +53,8 @@ private:
 } // namespace
 
 PovExport_cls::PovExport_cls(FrameMain_cls& frame) : mFrame(frame), mHub(*frame.GetPCMain()) {
+    mFrame.mOnPovFrameDrawn = [this] { OnFrameDrawn(); };
+    mFrame.mOnPovRunStopped = [this] { OnRunStopped(); };
     BindMenu(mFrame, this, ID_POVRAY, &PovExport_cls::OnMenuPovRay);
     BindMenu(mFrame, this, ID_POV_EXPORT_SNAP, &PovExport_cls::OnMenuPovExportSnap);
     BindMenu(mFrame, this, ID_POV_EXPORT_ANIM, &PovExport_cls::OnMenuPovExportAnim);
@@ -73,11 +75,6 @@ void PovExport_cls::OnMenuPovRenderAnim(wxCommandEvent&) { BeginAnim(true, ID_PO
 
 // The idle loop comes behind it, and with it the next frame.
 void PovExport_cls::OnMenuPovRenderEnd(wxCommandEvent&) { mFrame.UpdateStatusText(); }
-
-void PovExport_cls::ProcessRender() {
-    if (!mHub.mpCPovRayCtrl) return; // the hub is still being made
-    Ctrl().ProcessRenderPovAnim();
-}
 
 bool PovExport_cls::IsPovrayCondistionSatisfiled() {
     return mHub.mpCLightSRCCtrl->GetNumberLightVisible() > 0 ||
@@ -146,13 +143,13 @@ void PovExport_cls::BeginStill(Still still) {
     if (mStill != Still::None || !MayBegin(still != Still::Export)) return;
     ForgetNotices();
     mStill = still;
-    mFrame.GetPCGLCanvas(0)->StartExportPovStringProcess();
+    mFrame.GetPCGLCanvas(0)->mPov.StartExportPovStringProcess();
 }
 
 void PovExport_cls::EndStill() {
     const Still still = mStill;
     mStill = Still::None;
-    mFrame.GetPCGLCanvas(0)->StopExportPovStringProcess();
+    mFrame.GetPCGLCanvas(0)->mPov.StopExportPovStringProcess();
     if (still == Still::Try)
         TryStill();
     else if (ExportPovSnap(0, still == Still::Render) && still == Still::Render)
@@ -226,7 +223,7 @@ void PovExport_cls::BeginAnim(bool bRender, int id) {
     {
         const UndoBlock_cls block;
         SetTimeForPovAnim();
-        mFrame.GetPCGLCanvas(0)->StartExportPovStringProcess();
+        mFrame.GetPCGLCanvas(0)->mPov.StartExportPovStringProcess();
         const bool bCustom = time->mbCustomRange;
         const TimeState_st before = time->GetState();
         time->StartPlayCommand(1);
@@ -263,14 +260,4 @@ void PovExport_cls::OnRunStopped() {
 wxString PovExport_cls::GetStatus() const {
     const wxString text = mHub.mpCPovRayCtrl ? Ctrl().GetProgressText() : wxString();
     return text.empty() ? text : "POV-Ray: " + text;
-}
-
-wxString PovExport_cls::GetQuitWarning() const {
-    const wxString text = Ctrl().GetQuitWarning();
-    return text.empty() ? text : "\n" + text;
-}
-
-void PovExport_cls::Stop() {
-    Ctrl().AbortRenderPovAnim();
-    Ctrl().StopRenderer();
 }

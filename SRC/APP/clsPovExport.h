@@ -25,22 +25,15 @@ public:
     /// May a scene be written? One without a light is black: the user is asked.
     bool IsPovrayCondistionSatisfiled();
 
-    /// View 0 has drawn a frame that is to be written.
-    void OnFrameDrawn();
-    /// The run through the film has come to its end.
-    void OnRunStopped();
     /// For the status bar; empty when nothing runs.
     wxString GetStatus() const;
-    wxString GetQuitWarning() const;
-    /// From the idle loop.
-    void ProcessRender();
-    /// The program ends.
-    void Stop();
 
 private:
     enum class Still { None, Export, Render, Try };
 
     PovRayCtrl_cls& Ctrl() const;
+    void OnFrameDrawn();
+    void OnRunStopped();
     void OnMenuPovRay(wxCommandEvent& event);
     void OnMenuPovExportSnap(wxCommandEvent& event);
     void OnMenuPovExportAnim(wxCommandEvent& event);

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cmath>
 
 #include <wx/intl.h>
 
@@ -25,6 +26,7 @@
 #include "PDATA/clsPDataSequence.h"
 #include "POVRAY/clsPovRayCtrl.h"
 #include "SCENE/clsCameraPath.h"
+#include "SCENE/clsLightSRC.h"
 #include "SCENE/clsLightSRCCtrl.h"
 #include "SCENE/clsStereoGram.h"
 #include "TIME/clsTimeCtrl.h"
@@ -115,6 +117,34 @@ PovCamera_st PovScene_cls::GetCamera() const {
     return camera;
 }
 
+// Views have OpenGL's own ambient light, and that of the first light, which fades with it: here as it is
+// where the camera looks.
+double PovScene_cls::GetAmbientLight() const {
+    constexpr double kSurroundings = 0.2;
+    const int first = mMain.mpCLightSRCCtrl->GetFirstValidLight();
+    if (first < 0) return kSurroundings;
+    const LightSRC_cls& light = mMain.mpCLightSRCCtrl->GetLight(first);
+    if (light.mCFade.mValue == LightSRC_cls::FADE_NONE || light.mCType.mValue == LightSRC_cls::TYPE_PARALLEL)
+        return kSurroundings + 1.0;
+    float place[4];
+    mMain.mpCLightSRCCtrl->GetPosition(first, mTime, place);
+    const PositionAndDirection_cls& camera = mCanvas.mCamera.mCCamPos;
+    double way = 0.0;
+    for (size_t i = 0; i < 3; ++i)
+        way = std::hypot(way, double(place[i]) - camera.mAnc[i]);
+    way /= std::max(double(light.mCFadeDistance.mValue), 1e-6);
+    return kSurroundings + 1.0 / (1.0 + (light.mCFade.mValue == LightSRC_cls::FADE_POWER1 ? way : way * way));
+}
+
+std::string PovScene_cls::GetStrPovLikeView() const {
+    if (!mText.GetOptions().mbLikeView) return std::string();
+    std::string text = "global_settings { assumed_gamma 1";
+    const PovRadiosity_cls& radiosity = mMain.mpCPovRayCtrl->mCRadiosity;
+    if (radiosity.mType.mValue == 0 || !radiosity.mZeroAmbient.mValue)
+        text += " ambient_light rgb " + PovSerialize_cls::PovOutG(GetAmbientLight());
+    return text + " }\n";
+}
+
 // Behind a picture that shows what is behind it there is nothing.
 std::string PovScene_cls::GetStrPovBackground() const {
     const FilterFog_cls* fog = mFilters.GetWorld().GetPCFog();
@@ -201,6 +231,7 @@ bool PovScene_cls::OutputPovRayPov(const wxString& povPath, const wxString& incl
     if (!ConfirmMemory()) return false;
     const PovCamera_st camera = GetCamera();
     std::string text = mMain.mpCPovRayCtrl->GetStrPovGlobal().utf8_string();
+    text += GetStrPovLikeView();
     text += mText.GetStrPovCameraAngle(camera) + mText.GetStrPovCamera(camera);
     text += mMain.mpCLightSRCCtrl->GetStrPovLights(mTime, mText.GetDecimals(0));
     text += GetStrPovBackground();

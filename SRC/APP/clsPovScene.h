@@ -40,6 +40,8 @@ private:
     void TakeCopies();
     bool ConfirmMemory() const;
     PovCamera_st GetCamera() const;
+    double GetAmbientLight() const;
+    std::string GetStrPovLikeView() const;
     std::string GetStrPovBackground() const;
     /// Particles and sticks, declared.
     void AppendData(std::string* pText) const;

@@ -83,7 +83,8 @@ void PovRayCtrl_cls::ChangeSettings(const std::function<void()>& change) {
 
 void PovRayCtrl_cls::ResetOwnSettings() {
     mDigits.mValue = 0;
-    mColorByParticle.mValue = mGroupMaterials.mValue = mLikeView.mValue = mKeepFirstPretrace.mValue = false;
+    mColorByParticle.mValue = mGroupMaterials.mValue = mKeepFirstPretrace.mValue = false;
+    mLikeView.mValue = true;
 }
 
 wxString PovRayCtrl_cls::Serialize() {

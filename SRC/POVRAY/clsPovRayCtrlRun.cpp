@@ -188,5 +188,5 @@ wxString PovRayCtrl_cls::GetProgressText() const {
 }
 
 wxString PovRayCtrl_cls::GetQuitWarning() const {
-    return IsBusy() ? wxString(_("POV-Ray is at work; what it hasn't finished is lost.")) : wxString();
+    return IsBusy() ? "\n" + wxString(_("POV-Ray is at work; what it hasn't finished is lost.")) : wxString();
 }

@@ -17,7 +17,6 @@
 
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
-#include "APP/clsPovExport.h"
 #include "COMMON/EventIds.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsSharedView.h"
@@ -368,7 +367,8 @@ TEST_F(PovDialog, QuittingAsksAndLeavesNoRenderer) {
     EXPECT_TRUE(WasTold("POV-Ray is at work"));
     EXPECT_TRUE(Pov().IsBusy());
     const int pid = std::stoi(ReadFile("pid"));
-    Frame()->GetPovExport().Stop(); // as the closing window does
+    Pov().AbortRenderPovAnim(); // as the closing window does
+    Pov().StopRenderer();
     EXPECT_NE(kill(pid, 0), 0);
     EXPECT_FALSE(Pov().IsBusy());
 }

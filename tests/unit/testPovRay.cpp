@@ -146,7 +146,7 @@ TEST(PovSettings, ProjectsKeepAllAndOldOnesStayAsTheyWere) {
     EXPECT_EQ(other.Serialize(), text);
     other.ResetOwnSettings();
     EXPECT_FALSE(other.mColorByParticle.mValue || other.mGroupMaterials.mValue ||
-                 other.mKeepFirstPretrace.mValue || other.mLikeView.mValue);
+                 other.mKeepFirstPretrace.mValue);
     EXPECT_EQ(other.mDigits.mValue, 0);
     EXPECT_TRUE(text.StartsWith("PathPovRay=/usr/bin/povray\nPathPovWork="));
     EXPECT_TRUE(text.StartsWith(ctrl.SerializeForConfigure()));

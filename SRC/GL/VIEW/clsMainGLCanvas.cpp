@@ -54,7 +54,8 @@ MainGLCanvas_cls::MainGLCanvas_cls(wxWindow* pParent, GLCanvasCtrl_cls* pCtrl, c
     : wxGLCanvas(pParent, BeginQuietly(), wxID_ANY, wxDefaultPosition, wxDefaultSize,
                  wxWANTS_CHARS | wxFULL_REPAINT_ON_RESIZE, wxString::Format("View %d", panelIndex)),
       ViewSettings_cls(*links.mpCHost, panelIndex), mCamera(*this, *links.mpCShared, *links.mpCHost),
-      mpCCtrl(pCtrl), mpCHost(links.mpCHost), mpCShared(links.mpCShared), mpCDrawOption(links.mpCDrawOption),
+      mPov(*this, *links.mpCHost), mpCCtrl(pCtrl), mpCHost(links.mpCHost), mpCShared(links.mpCShared),
+      mpCDrawOption(links.mpCDrawOption),
       mWait(*mpCHost), mContext{*mpCHost, *mpCShared, *this, mCamera, mCGLPerspective, mMoment, mMessage},
       mScene(mContext), mGather(mContext), mOverlay(mContext), mImage(mContext, mScene, mGather, mOverlay),
       mExport(mContext), mpCPick(std::make_unique<ViewPick_cls>(mContext, mScene)), mMenu(*this, *pCtrl),
@@ -191,20 +192,6 @@ void MainGLCanvas_cls::StartExportDataProcess(DataExporter_cls* pExporter) {
 
 void MainGLCanvas_cls::StopExportDataProcess() {
     if (mExport.Stop()) MarkStale(); // the picture shows another frame
-}
-
-void MainGLCanvas_cls::StartExportPovStringProcess() {
-    mbExportPov = true;
-    MarkStale();
-    RefreshEX();
-}
-
-void MainGLCanvas_cls::StopExportPovStringProcess() {
-    if (!mbExportPov) return;
-    mbExportPov = false;
-    MarkStale(); // the window shows what the hand may move again
-    RefreshEX();
-    mpCHost->OnPovRunStopped();
 }
 
 wxSize MainGLCanvas_cls::GetPixelSize() const {

@@ -24,6 +24,7 @@
 #include "GL/VIEW/clsViewMessage.h"
 #include "GL/VIEW/clsViewMouse.h"
 #include "GL/VIEW/clsViewOverlay.h"
+#include "GL/VIEW/clsViewPov.h"
 #include "GL/VIEW/clsViewScene.h"
 #include "GL/VIEW/clsViewSettings.h"
 
@@ -51,7 +52,7 @@ public:
     /// Of the window, at least 1 by 1.
     wxSize GetPixelSize() const;
     /// An image or exported data are wanted: paints go on although nobody sees the view.
-    bool WritesOutput() const { return mImage.IsRequested() || mExport.IsRunning() || mbExportPov; }
+    bool WritesOutput() const { return mImage.IsRequested() || mExport.IsRunning() || mPov.IsRunning(); }
     wxGLContext* GetContext() const { return mpCGLContext.get(); }
     /// Is there a picture at all, or only a text that tells why not?
     bool HasGL() const { return mpCGLContext != nullptr; }
@@ -86,9 +87,6 @@ public:
     /// From now on a paint writes its frame and draws nothing.
     void StartExportDataProcess(DataExporter_cls* pExporter);
     void StopExportDataProcess();
-    /// From now on the host is told of each whole picture that stands in the window, to write its scene.
-    void StartExportPovStringProcess();
-    void StopExportPovStringProcess();
 
     wxString Serialize();
     void ReadStrLine(const wxString& line);
@@ -110,6 +108,7 @@ public:
 
     GLPerspective_cls mCGLPerspective;
     ViewCamera_cls mCamera;
+    ViewPov_cls mPov; ///< scenes for POV-Ray
 
 private:
     // clsMainGLCanvas.cpp
@@ -169,7 +168,6 @@ private:
 
     bool mbPaintQueued = false; ///< a paint event has come whose picture is still to be drawn
     bool mbPainting = false;    ///< this canvas is the one that holds GbGLLockDrawing
-    bool mbExportPov = false;   ///< scenes are written of what is drawn
     bool mbLoading = false;     ///< the last paint gave up waiting for the reader
     int mPaintedFrame = -1;     ///< -1 when the view must be drawn anyway
     int mPaintedStep = -1;

@@ -1,6 +1,8 @@
 // What the views ask of the program around them. The main frame answers; tests answer with less.
 #pragma once
 
+#include <functional>
+
 class AnchorPath_cls;
 class CameraPath_cls;
 class DrawOption_cls;
@@ -42,14 +44,15 @@ public:
     virtual bool MayDrawCopies(long long) { return true; }
     /// The export of data has come to its end: the run ends behind the present event.
     virtual void EndExport() = 0;
-    /// A whole picture stands in the window of a view that scenes are written of.
-    virtual void OnPovFrameDrawn() {}
-    /// Such a view has been told to stop.
-    virtual void OnPovRunStopped() {}
     /// The camera's dialog follows the active view.
     virtual void ReconnectCameraPathGUI() = 0;
     /// The user has closed the Extra Panel's window.
     virtual void OnExtraFrameClosed() = 0;
+
+    /// A whole picture stands in the window of a view that scenes for POV-Ray are written of; such a view has
+    /// been told to stop.
+    std::function<void()> mOnPovFrameDrawn;
+    std::function<void()> mOnPovRunStopped;
 };
 
 /// What a view is made with; nothing of it is owned.

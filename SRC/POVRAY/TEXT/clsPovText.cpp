@@ -83,10 +83,12 @@ std::string PovText_cls::GetStrPovCameraAngle(const PovCamera_st& camera) const 
             "180 * atan2( tan (pi*" + PovOutF(camera.mAngle) + "/180) * image_width / image_height, 1) / pi";
     text += ";\n#if (CameraAngle < 0)\n#declare CameraAngle = CameraAngle+180;\n#end\n\n";
     if (!mOptions.mbLikeView || (camera.mbFishEye && !camera.mbOrtho)) return text;
-    // An orthographic picture is as wide as a perspective one is at look_at, two distances away.
-    const double tangent = camera.mbOrtho ? 0.25 : std::tan(camera.mAngle * M_PI / 360.0);
-    text += "#declare CameraAngle = 2*degrees(atan2(" + PovOutF(tangent, 9);
-    return text + "*image_width/image_height,1));\n";
+    // A perspective view's angle is that of the height. The longer side of an orthographic one is as long as
+    // the anchor is far, and POV-Ray's as long as what a perspective one shows at look_at, twice as far away.
+    if (camera.mbOrtho)
+        return text + "#declare CameraAngle = 2*degrees(atan2(min(1,image_width/image_height),4));\n";
+    return text + "#declare CameraAngle = 2*degrees(atan2(" +
+           PovOutF(std::tan(camera.mAngle * M_PI / 360.0), 9) + "*image_width/image_height,1));\n";
 }
 
 std::string PovText_cls::GetStrPovCamera(const PovCamera_st& camera) const {

@@ -14,7 +14,7 @@ struct PovCamera_st {
     double mDistance = 1.0; ///< to the camera's anchor
     double mAngle = 35.0;   ///< degrees, of the picture's height; of a fisheye across all of it
     bool mbFishEye = false;
-    bool mbOrtho = false; ///< wins over mbFishEye; half of mDistance lies above the picture's middle
+    bool mbOrtho = false; ///< wins over mbFishEye; the picture's longer side is as long as mDistance
 };
 
 /// What one scene is written with. Indents are tabs that begin each line.
