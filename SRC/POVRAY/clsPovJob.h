@@ -30,6 +30,7 @@ public:
 
     /// Of the last one: why there is no picture, with the renderer's last words; empty when there is one.
     const wxString& GetError() const { return mStrError; }
+    int GetStatus() const { return mProcess.GetStatus(); }
     const wxString& GetBase() const { return mStrBase; }
     const wxString& GetPicture() const { return mStrPicture; } ///< its path
     int GetPercent() const { return mProcess.GetPercent(); }

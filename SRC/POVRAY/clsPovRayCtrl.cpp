@@ -115,12 +115,6 @@ wxString PovRayCtrl_cls::GetWorkingDirWithSep(bool bAbsolute) const {
     return bAbsolute ? GetWorkingDir() + "/" : wxString("./");
 }
 
-wxString PovRayCtrl_cls::GetStrRelativePath(const wxString& path) const {
-    wxFileName name(MakeAbsolutePath(path));
-    name.MakeRelativeTo(GetWorkingDir());
-    return name.GetFullPath();
-}
-
 wxString PovRayCtrl_cls::MakeWorkingDir() const {
     const wxString path = GetWorkingDir();
     if (wxFileName::DirExists(path)) return wxString();

@@ -54,8 +54,6 @@ public:
     wxString GetCommonScenePath() const;
     /// The working directory and "/", or "./".
     wxString GetWorkingDirWithSep(bool bAbsolute) const;
-    /// How a scene in the working directory names another file.
-    wxString GetStrRelativePath(const wxString& path) const;
     /// Have the working directory made where it isn't there. Empty on success, else why not.
     wxString MakeWorkingDir() const;
     /// What is wrong with this kind's pattern; empty when nothing is.

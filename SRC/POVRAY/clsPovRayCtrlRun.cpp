@@ -42,6 +42,7 @@ void PovRayCtrl_cls::TellChange() {
 
 bool PovRayCtrl_cls::StartJob(const wxString& base) {
     mbAborted = false;
+    std::printf("Commands=%s\n", static_cast<const char*>(GetPovRayCommand(base).utf8_str()));
     if (!mJob.Start(mPathPovRay.mStrValue, base, mCFormat.GetPictureEnding())) {
         NoteEnd();
         return false;
@@ -149,6 +150,7 @@ void PovRayCtrl_cls::Tick() {
 void PovRayCtrl_cls::NoteEnd() {
     const wxString name = SplitPath_cls(mJob.GetBase()).GetPathStr(12);
     const wxString& error = mJob.GetError();
+    std::printf("Return Value=%d\n", mJob.GetStatus());
     mbRenderDone = true;
     mbAborted = false;
     if (mpCTimer) mpCTimer->Stop();

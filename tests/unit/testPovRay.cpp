@@ -181,8 +181,6 @@ TEST(PovNames, PatternsAreFilledByNumberAndEye) {
     EXPECT_EQ(ctrl.GetWorkingDirWithSep(false), "./");
     ctrl.mCFormat.mFileAbsolute.mValue = true;
     EXPECT_EQ(ctrl.GetFileStr(PovRayCtrl_cls::FILE_COMMON_SCENE, 0, 0), "/scenes/CommonScene.pov");
-    EXPECT_EQ(ctrl.GetStrRelativePath("/scenes/mesh/a.pov"), "mesh/a.pov");
-    EXPECT_EQ(ctrl.GetStrRelativePath("/other/a.pov"), "../other/a.pov");
 }
 
 TEST(PovNames, OddPatternsAreTextAndAreTold) {
