@@ -286,6 +286,37 @@ TEST_F(PovPictures, ThePathIsACameraAtPovRaysClock) {
     Parameters_cls::msbUndoCommandMake = bUndo;
 }
 
+// The manual has a table of these, with these pictures.
+TEST_F(PovPictures, DifferWhereTheManualSaysSo) {
+    SetMaterial(0.15f, 0.8f, 0.3f);
+    SetOneLight(LightSRC_cls::TYPE_PARALLEL, {0, 0, 0}, {0, 40, 20});
+    ShowBalls({{0, 0, 0, 0.12f}, {0, 0.35f, 0, 0.12f}, {0, 0.7f, 0, 0.12f}});
+    const auto draw = [this](const std::string& name) {
+        const std::pair<wxImage, wxImage> both = {Draw(160, 160), (Write(), Render(160, 160))};
+        Keep(both.first, name + "_view");
+        Keep(both.second, name + "_pov");
+        return both;
+    };
+    FilterDataBoxData_cls& box = *mFilters.Add<FilterDataBox_cls>(FILTER_DATABOX).GetPCData();
+    FilterScope_cls::Set(box.mpCRotate, {90, 0, 0});
+    FilterScope_cls::Set(box.mpCAnchor.get(), {0, 0.7, 0});
+    const auto anchor = draw("1anchor");
+    EXPECT_LT(GetSimilarity(anchor.first, anchor.second), 0.9);
+    box.mCValid.mValue = false;
+    FilterObjectData_cls& object = *mFilters.Add<FilterObject_cls>(FILTER_OBJECT).GetPCData();
+    FilterScope_cls::Set(object.mpCTranslate, {0, -0.6, 0});
+    FilterScope_cls::Set(object.mpCRotate, {60, 0, 0});
+    FilterScope_cls::Set(object.mpCScale, {0.4, 0.8, 0.2});
+    const auto order = draw("2order");
+    EXPECT_LT(GetSimilarity(order.first, order.second), 0.9);
+    object.mCValid.mValue = false;
+    FilterGridData_cls& grid = *mFilters.Add<FilterGrid_cls>(FILTER_GRID).GetPCData();
+    grid.mCGridType.mValue = FilterGridData_cls::SPHERICAL;
+    const auto sphere = draw("3sphere");
+    EXPECT_GT(FindSpots(sphere.first, 40).size() + 0u, 0u);
+    EXPECT_LT(GetSimilarity(sphere.first, sphere.second), 0.9);
+}
+
 TEST_F(PovPictures, ManySpheresAreSimilar) {
     SetMaterial(0.2f, 0.8f, 0);
     std::mt19937 random(5);
