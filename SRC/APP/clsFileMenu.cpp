@@ -25,6 +25,7 @@
 #include "PDATA/clsPDataSequence.h"
 #include "PDATA/clsPeriodicBoundary.h"
 #include "TIME/clsTimeCtrl.h"
+#include "POVRAY/clsPovRayCtrl.h"
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
 #include "WIDGET/TIMELINE/clsGraphPanel.h"
 #include "WIDGET/TIMELINE/clsParamGUICtrl.h"
@@ -277,7 +278,7 @@ void FileMenu_cls::OpenWithLoader(const wxString& path) {
 
 bool FileMenu_cls::AskQuit() {
     if (GbGLLockModalDialog.load()) return false; // the question is up already
-    const wxString warning = mFrame.GetPCImageRun()->GetQuitWarning();
+    const wxString warning = mFrame.GetPCImageRun()->GetQuitWarning() + mHub.mpCPovRayCtrl->GetQuitWarning();
     if (mHub.mpCRecovery->IsModified()) return AskForSteps(warning);
     const FlagScope_cls modal(GbGLLockModalDialog);
     return MsgBoxYesno(_("Really Quit ?") + warning, _("Query"));
@@ -301,6 +302,8 @@ void FileMenu_cls::OnClose(wxCloseEvent& event) {
     }
     if (!mbQuitAsked) SayLastWords();
     mFrame.GetPCImageRun()->StopOutputs();
+    mHub.mpCPovRayCtrl->AbortRenderPovAnim();
+    mHub.mpCPovRayCtrl->StopRenderer();
     mHub.WaitThreadFinish();
     mFrame.Destroy();
 }

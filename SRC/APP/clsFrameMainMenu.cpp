@@ -86,16 +86,16 @@ constexpr MenuEntry_st kFilter[] = {
 };
 
 constexpr MenuEntry_st kPovRay[] = {
-    {Entry::Normal, "Pov-Ray Rendering Configure", "R", "Ctrl-R", ID_POVRAY, "PovRay", false},
+    {Entry::Normal, "Pov-Ray Rendering Configure", "R", "Ctrl-R", ID_POVRAY, "PovRay", true},
     kSeparator,
     {Entry::Normal, "Export Pov-Ray scene file (Snapshot)", nullptr, nullptr, ID_POV_EXPORT_SNAP, nullptr,
-     false},
+     true},
     {Entry::Normal, "Export Pov-Ray scene file (Animation)", nullptr, nullptr, ID_POV_EXPORT_ANIM, nullptr,
-     false},
+     true},
     {Entry::Normal, "Render scene using Pov-Ray (Snapshot)", nullptr, nullptr, ID_POV_RENDER_SNAP, nullptr,
-     false},
+     true},
     {Entry::Normal, "Render scene using Pov-Ray (Animation)", nullptr, nullptr, ID_POV_RENDER_ANIM, nullptr,
-     false},
+     true},
 };
 
 constexpr MenuEntry_st kView[] = {

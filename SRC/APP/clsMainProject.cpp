@@ -122,6 +122,7 @@ void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder,
     if (bConfigure) user->CopyFrom(*acting);
     mpCLightSRCCtrl->UpdateTLShown();
     mpCStereoGram->UpdateTLShown();
+    mpCPovRayCtrl->UpdateItems(true);
     mpCFrameMain->ApplySettings();
     if (!bConfigure) mpCFrameMain->GetPCViewFit()->KeepCameras();
     GCUndoList.Clear(); // a project begins a history of its own

@@ -75,7 +75,7 @@ void PovFormat_cls::Repair() {
     mBoundingMethod.mValue = std::min(mBoundingMethod.mValue, 1u);
 }
 
-wxString PovFormat_cls::GetStrPovFormat(const wxString& iniPath) const {
+wxString PovFormat_cls::GetStrPovFormat(const wxString& iniPath, bool bAbsolute) const {
     const Format_st& format = kFormats[mOutputFormat.mValue];
     wxString text = wxString::Format("width=%d\nheight=%d\n", mWidth.mValue, mHeight.mValue);
     text += "DISPLAY=" + OnOff(mDisplay.mValue) + "Pause_When_Done=" + OnOff(mPauseWhenDone.mValue);
@@ -92,9 +92,13 @@ wxString PovFormat_cls::GetStrPovFormat(const wxString& iniPath) const {
     if (format.mbJpeg) text += wxString::Format("Compression=%d\n", kJpegQuality);
     text += "Output_Alpha=" + ZeroOne(mOutputAlpha.mValue);
     const SplitPath_cls split(iniPath);
-    const wxString name = mFileAbsolute.mValue ? split.mStrNoExt : split.mStrStem;
+    const wxString name = bAbsolute ? split.mStrNoExt : split.mStrStem;
     text += "Input_File_Name=" + Quoted(name + ".pov") + "\n";
     return text + "Output_File_Name=" + Quoted(name) + "\n";
+}
+
+bool PovFormat_cls::IsReadableName(const wxString& path) {
+    return path.IsAscii() && path.find_first_of("\"'\\") == wxString::npos;
 }
 
 std::vector<wxString> PovFormat_cls::GetFormatNames() {

@@ -12,8 +12,11 @@ public:
     PovFormat_cls();
 
     void SetToDefault() override;
-    /// Their lines of an .ini file, which has this path or will have it.
-    wxString GetStrPovFormat(const wxString& iniPath) const;
+    /// Their lines of an .ini file, which has this path or will have it. With `bAbsolute` it names scene and
+    /// picture with their folder.
+    wxString GetStrPovFormat(const wxString& iniPath, bool bAbsolute) const;
+    /// Can POV-Ray read such a path in an .ini file? Of letters it knows those of English alone.
+    static bool IsReadableName(const wxString& path);
 
     /// Names of all output formats, in their order.
     static std::vector<wxString> GetFormatNames();

@@ -66,17 +66,27 @@ wxString PovRadiosity_cls::GetFileName() const {
     return mPath.mStrValue == kNoFile ? wxString() : SplitPath_cls(mPath.mStrValue).GetPathStr(12);
 }
 
-bool PovRadiosity_cls::IsRadiosityFormatOK(const wxString& folder, unsigned reuse) const {
+bool PovRadiosity_cls::IsRadiosityFormatOK(const wxString& folder) const {
     const wxString name = GetFileName();
-    if (mType.mValue == TYPE_NONE || reuse == REUSE_NONE || name.empty()) return false;
-    return reuse == REUSE_LOAD ? wxIsReadable(folder + name) : wxIsWritable(folder);
+    if (mType.mValue == TYPE_NONE || mReuse.mValue == REUSE_NONE || name.empty()) return false;
+    return mReuse.mValue == REUSE_LOAD ? wxIsReadable(folder + name) : wxIsWritable(folder);
 }
 
-wxString PovRadiosity_cls::GetStrPovIni(const wxString& folder, bool bAbsolute, unsigned reuse) const {
+wxString PovRadiosity_cls::GetStrPovIni(const wxString& folder, bool bAbsolute) const {
+    const wxString file =
+        IsRadiosityFormatOK(folder) ? (bAbsolute ? folder : wxString("./")) + GetFileName() : wxString();
+    return GetStrIni(file, mReuse.mValue);
+}
+
+wxString PovRadiosity_cls::GetStrPovIniOfFilm(const wxString& file, unsigned reuse) const {
+    return GetStrIni(file, reuse);
+}
+
+// A file that fails the check costs its own line alone.
+wxString PovRadiosity_cls::GetStrIni(const wxString& file, unsigned reuse) const {
     if (mType.mValue == TYPE_NONE) return wxString();
     wxString text;
-    if (IsRadiosityFormatOK(folder, reuse))
-        text += "Radiosity_File_Name=\"" + (bAbsolute ? folder : wxString("./")) + GetFileName() + "\"\n";
+    if (!file.empty()) text += "Radiosity_File_Name=\"" + file + "\"\n";
     if (reuse == REUSE_SAVE) text += "Radiosity_To_File=on\n";
     if (reuse == REUSE_LOAD) text += "Radiosity_From_File=on\n";
     text += "Radiosity_Vain_Pretrace=off\n";

@@ -15,10 +15,13 @@ public:
     /// Its block of a scene's global settings; empty without radiosity.
     wxString GetStrPovGlobal() const;
     /// Its lines of an .ini file; empty without radiosity. `folder` is where scenes stand, with its
-    /// separator; with `bAbsolute` files are named with it. `reuse`: a Reuse.
-    wxString GetStrPovIni(const wxString& folder, bool bAbsolute, unsigned reuse) const;
-    /// Can the pretrace file in this folder be read or written, as `reuse` wants it?
-    bool IsRadiosityFormatOK(const wxString& folder, unsigned reuse) const;
+    /// separator; with `bAbsolute` files are named with it.
+    wxString GetStrPovIni(const wxString& folder, bool bAbsolute) const;
+    /// The same for a film that has a pretrace file of its own in that folder: `reuse`, a Reuse, says what
+    /// its frame does with it.
+    wxString GetStrPovIniOfFilm(const wxString& file, unsigned reuse) const;
+    /// Can the pretrace file in this folder be read or written, as the settings want it?
+    bool IsRadiosityFormatOK(const wxString& folder) const;
     /// The file's name without its folder; empty when there is none.
     wxString GetFileName() const;
 
@@ -39,4 +42,5 @@ public:
 
 private:
     void Repair() override;
+    wxString GetStrIni(const wxString& file, unsigned reuse) const;
 };

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include <cairo.h>
+
 #include <wx/app.h>
 #include <wx/bitmap.h>
 #include <wx/dcmemory.h>
@@ -251,6 +253,10 @@ Picture_st GuiTest::Shoot(wxWindow* window) {
     {
         wxMemoryDC memory(bitmap);
         wxScreenDC screen;
+        // The drawing library keeps what it once read of the screen until it is told that others draw there
+        // too.
+        auto* root = static_cast<cairo_t*>(screen.GetImpl()->GetCairoContext());
+        cairo_surface_mark_dirty(cairo_get_target(root));
         memory.Blit(0, 0, rect.width, rect.height, &screen, rect.x, rect.y);
     }
     const wxImage image = bitmap.ConvertToImage();

@@ -267,6 +267,28 @@ TEST_F(Timeline, SliderDragAndWheelMoveTheFrame) {
     EXPECT_TRUE(Canvas(0)->GetMessageText().Contains("melt0017.bin"));
 }
 
+TEST_F(Timeline, RulerHasTicksForTheStepsThatPlay) {
+    FrameSlider_cls* slider = Half()->GetPCSlider();
+    const FrameScale scale = slider->GetScale();
+    // Red over the work area's band where a frame or a step stands, the first of the three without a tick.
+    // The screen shows a paint a little later than it was asked for.
+    const auto red = [&](double frame) {
+        const Picture_st picture = Shoot(slider);
+        const size_t row = size_t(picture.mH - slider->FromDIP(12) - 1);
+        const auto x = size_t(std::lround(scale.ToPixelExact(frame)));
+        return int(picture.mRGB[3 * (row * size_t(picture.mW) + x)]);
+    };
+    const int plain = red(11.4);
+    const auto ticked = [&](double frame) { return red(frame) < plain - 60; };
+    EXPECT_TRUE(ticked(11.0)) << "a frame";
+    EXPECT_FALSE(ticked(11.5));
+    Enter("Interpolation steps", "2");
+    EXPECT_TRUE(PumpUntil([&] { return ticked(11.5) && ticked(12.5); })) << "steps";
+    Enter("Only multiples", "3");
+    EXPECT_TRUE(PumpUntil([&] { return !ticked(11.5); })) << "frame 11 is left out";
+    EXPECT_TRUE(ticked(12.5));
+}
+
 TEST_F(Timeline, CacheBarShowsWhatIsInMemory) {
     CacheBar_cls* bar = Half()->GetPCCacheBar();
     ASSERT_TRUE(PumpUntil([] { return Store()->IsTheIndexLoaded(3); }));

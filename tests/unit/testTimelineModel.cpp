@@ -62,6 +62,31 @@ TEST(TimelineModel, NumbersOnTheRulerDontTouch) {
     EXPECT_EQ(TickLabelSpacing(Scale(0, 300, 0, 1000), 2, 30), 10);
 }
 
+TEST(TimelineModel, StepsHaveTicksWhereThereIsRoom) {
+    // 20 pixels a frame.
+    const FrameScale scale = Scale(2, 5, 0, 60);
+    EXPECT_EQ(StepTicks(scale, 1, 2, 4), (std::vector<double>{2.5, 3.5, 4.5}));
+    EXPECT_EQ(StepTicks(scale, 2, 4, 4), (std::vector<double>{2.25, 2.5, 2.75, 4.25, 4.5, 4.75}))
+        << "frames that playing leaves out have no steps";
+    EXPECT_EQ(StepTicks(scale, 1, 5, 4).size(), 12u);
+    EXPECT_TRUE(StepTicks(scale, 1, 6, 4).empty()) << "3.3 pixels a step";
+    EXPECT_TRUE(StepTicks(scale, 1, 1, 4).empty());
+    EXPECT_TRUE(StepTicks(scale, 0, 0, 4).empty());
+}
+
+TEST(TimelineModel, HintsAreAsWideAsTheirText) {
+    // A text of 50 x 12 over a row of 20, beside pixel 100 of a window of 400.
+    const HintBox_st over = PlaceHint(50, 12, 100, 90, 20, 4, 400);
+    EXPECT_EQ(over.mWidth, 58);
+    EXPECT_EQ(over.mLeft, 104);
+    EXPECT_LE(over.mTop + over.mHeight, 80) << "the row under the hand stays readable";
+    EXPECT_GE(PlaceHint(50, 12, 100, 10, 20, 4, 400).mTop, 20) << "no room above: under the row";
+    EXPECT_EQ(PlaceHint(50, 12, 390, 90, 20, 4, 400).mLeft, 342) << "whole at the right edge";
+    const HintBox_st narrow = PlaceHint(50, 12, 30, 90, 20, 4, 40);
+    EXPECT_EQ(narrow.mLeft, 0);
+    EXPECT_EQ(narrow.mWidth, 58) << "never narrower than the text";
+}
+
 TEST(TimelineModel, AWideFrameFillsItsCell) {
     const auto columns = BuildCacheColumns(
         Scale(0, 3, 0, 100), [](int f) { return f == 1 ? CacheState::Loaded : CacheState::Empty; });

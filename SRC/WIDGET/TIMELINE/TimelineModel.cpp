@@ -107,6 +107,25 @@ int TickLabelSpacing(const FrameScale& scale, int interval, int labelWidth) {
     return kLongest;
 }
 
+std::vector<double> StepTicks(const FrameScale& scale, int animStep, int interp, int leastPixels) {
+    std::vector<double> ticks;
+    if (interp < 2 || scale.PixelsPerFrame() < double(leastPixels) * interp) return ticks;
+    for (int frame = scale.mFirst; frame < scale.mLast; ++frame)
+        for (int step = 1; step < interp && frame % std::max(animStep, 1) == 0; ++step)
+            ticks.push_back(frame + double(step) / interp);
+    return ticks;
+}
+
+HintBox_st PlaceHint(int textWidth, int textHeight, int x, int y, int row, int pad, int windowWidth) {
+    HintBox_st box;
+    box.mWidth = textWidth + 2 * pad;
+    box.mHeight = textHeight + pad / 2;
+    box.mLeft = std::clamp(x + pad, 0, std::max(windowWidth - box.mWidth, 0));
+    const bool bAbove = y > textHeight + row;
+    box.mTop = bAbove ? y - row / 2 - textHeight - pad : y + row / 2 + pad;
+    return box;
+}
+
 namespace {
 
 CacheState Join(CacheState a, CacheState b) {

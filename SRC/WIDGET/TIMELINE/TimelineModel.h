@@ -70,6 +70,19 @@ struct RowScale {
 /// that leaves `labelWidth` pixels to each.
 int TickLabelSpacing(const FrameScale& scale, int interval, int labelWidth);
 
+/// Frames with a fraction where the steps between frames stand, `interp` to each frame that playing visits (a
+/// multiple of `animStep`) but the last one seen. None where a step has less than `leastPixels`.
+std::vector<double> StepTicks(const FrameScale& scale, int animStep, int interp, int leastPixels);
+
+/// Where a label beside a place goes, in pixels.
+struct HintBox_st {
+    int mLeft = 0, mTop = 0, mWidth = 0, mHeight = 0;
+};
+/// The label of a text of `textWidth` x `textHeight` beside the pixel `x`, over the row around `y` or, where
+/// there is no room, under it. It is as wide as its text and `pad` on each side, and stays in a window of
+/// `windowWidth` where it fits.
+HintBox_st PlaceHint(int textWidth, int textHeight, int x, int y, int row, int pad, int windowWidth);
+
 /// What is known of a snapshot, or of all those under one pixel.
 enum class CacheState : unsigned char {
     Empty,        ///< on disk only

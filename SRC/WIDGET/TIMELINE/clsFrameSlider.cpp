@@ -29,14 +29,15 @@ FrameSlider_cls::FrameSlider_cls(wxWindow* pParent, TimeCtrl_cls* pTime)
 }
 
 bool FrameSlider_cls::Shown::operator==(const Shown& o) const {
-    return std::tie(mFrame, mStep, mInterp, mFirst, mLast, mLow, mHigh, mMax) ==
-           std::tie(o.mFrame, o.mStep, o.mInterp, o.mFirst, o.mLast, o.mLow, o.mHigh, o.mMax);
+    return std::tie(mFrame, mStep, mAnimStep, mInterp, mFirst, mLast, mLow, mHigh, mMax) ==
+           std::tie(o.mFrame, o.mStep, o.mAnimStep, o.mInterp, o.mFirst, o.mLast, o.mLow, o.mHigh, o.mMax);
 }
 
 FrameSlider_cls::Shown FrameSlider_cls::Current() const {
     Shown now;
     now.mFrame = mpCTime->GetFrame();
     now.mStep = mpCTime->GetInterpStep();
+    now.mAnimStep = mpCTime->GetAnimStep();
     now.mInterp = mpCTime->GetAnimInterp();
     now.mFirst = mpCTime->GetAAMin();
     now.mLast = mpCTime->GetAAMax();
@@ -159,13 +160,11 @@ void FrameSlider_cls::DrawRuler(wxDC& dc, const FrameScale& scale) {
         const wxString text = wxString::Format("%d", frame);
         dc.DrawText(text, x - dc.GetTextExtent(text).x / 2, FromDIP(kFilmHeight - 1));
     }
-    if (scale.PixelsPerFrame() < FromDIP(kLeastTick) * mShown.mInterp) return;
     const int top = bottom - band - FromDIP(2);
-    for (int frame = scale.mFirst; frame < scale.mLast; ++frame)
-        for (int step = 1; step < mShown.mInterp && frame % mpCTime->GetAnimStep() == 0; ++step) {
-            const int x = int(std::lround(scale.ToPixelExact(frame + double(step) / mShown.mInterp)));
-            dc.DrawLine(x, top, x, bottom - band - 1);
-        }
+    for (const double tick : StepTicks(scale, mShown.mAnimStep, mShown.mInterp, FromDIP(kLeastTick))) {
+        const int x = int(std::lround(scale.ToPixelExact(tick)));
+        dc.DrawLine(x, top, x, bottom - band - 1);
+    }
 }
 
 void FrameSlider_cls::DrawMarker(wxDC& dc, const FrameScale& scale) {

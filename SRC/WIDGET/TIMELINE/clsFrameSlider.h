@@ -25,7 +25,8 @@ private:
     enum class Act { NONE, FRAME, ACTIVE, WORK };
     /// What the picture depends on.
     struct Shown {
-        int mFrame = -1, mStep = -1, mInterp = -1, mFirst = -1, mLast = -1, mLow = -1, mHigh = -1, mMax = -1;
+        int mFrame = -1, mStep = -1, mAnimStep = -1, mInterp = -1, mFirst = -1, mLast = -1, mLow = -1,
+            mHigh = -1, mMax = -1;
         bool operator==(const Shown& o) const;
     };
     /// A band that can be dragged, where a pixel is: -1 its lower end, 0 its middle, 1 its upper end, else

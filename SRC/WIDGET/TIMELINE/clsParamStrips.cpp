@@ -116,12 +116,10 @@ void ParamStrips_cls::DrawLabel(wxDC& dc, const wxSize& size, const wxString& te
     const wxSize extent = dc.GetTextExtent(text);
     const int pad = FromDIP(4);
     const int x = int(std::lround(ParamTL_cls::ToPixel(GetScale(), at)));
-    const int left = std::clamp(x + pad, 0, std::max(size.x - extent.x - 2 * pad, 0));
-    const bool bAbove = y > extent.y + look.mRow;
-    const int top = bAbove ? y - look.mRow / 2 - extent.y - pad : y + look.mRow / 2 + pad;
+    const HintBox_st box = PlaceHint(extent.x, extent.y, x, y, look.mRow, pad, size.x);
     dc.SetPen(wxPen(look.mHold));
     dc.SetBrush(wxBrush(look.mBack));
-    dc.DrawRoundedRectangle(left, top, extent.x + 2 * pad, extent.y + pad / 2, 3);
+    dc.DrawRoundedRectangle(box.mLeft, box.mTop, box.mWidth, box.mHeight, 3);
     dc.SetTextForeground(look.mText);
-    dc.DrawText(text, left + pad, top + pad / 4);
+    dc.DrawText(text, box.mLeft + pad, box.mTop + pad / 4);
 }
