@@ -11,6 +11,7 @@
 #include "APP/clsFrameMain.h"
 #include "APP/clsImageRun.h"
 #include "APP/clsMain.h"
+#include "APP/clsPovScene.h"
 #include "APP/clsRecentFiles.h"
 #include "APP/clsRecovery.h"
 #include "COMMON/EventIds.h"
@@ -29,6 +30,7 @@
 #include "WIDGET/TIMELINE/clsGraphPanel.h"
 #include "WIDGET/TIMELINE/clsParamGUICtrl.h"
 #include "WIDGET/clsFileDialogEX.h"
+#include "WIDGET/Clipboard.h"
 
 namespace {
 
@@ -51,6 +53,7 @@ FileMenu_cls::FileMenu_cls(FrameMain_cls& frame, ConfItemList_cls& list)
     BindMenu(mFrame, this, ID_LOAD_DATA, &FileMenu_cls::OnMenuLoadData);
     BindMenu(mFrame, this, ID_GUESS_DATA, &FileMenu_cls::OnMenuGuessData);
     BindMenu(mFrame, this, ID_CLOSE_DATA, &FileMenu_cls::OnMenuCloseData);
+    BindMenu(mFrame, this, ID_EXPORT_PATH_POV, &FileMenu_cls::OnMenuExportPathPov);
     BindMenu(mFrame, this, ID_QUIT, &FileMenu_cls::OnQuit);
     mFrame.Bind(wxEVT_CLOSE_WINDOW, &FileMenu_cls::OnClose, this);
     mFrame.Bind(wxEVT_IDLE, &FileMenu_cls::OnIdle, this);
@@ -172,6 +175,8 @@ void FileMenu_cls::FillRecentMenus() {
         mHub.mpCRecentFiles->FillMenu(RecentFiles_cls::Kind(kind),
                                       mFrame.GetMenuBar()->FindItem(menus[kind])->GetSubMenu());
 }
+
+void FileMenu_cls::OnMenuExportPathPov(wxCommandEvent&) { PutOnClipboard(GetPathPov(mHub)); }
 
 void FileMenu_cls::OnMenuRecent(wxCommandEvent& event) {
     const bool bProject = event.GetId() < ID_RECENT_DATA_0;

@@ -37,7 +37,7 @@ constexpr MenuEntry_st kFile[] = {
     {Entry::Normal, "Save Image Sequence", "A", "F8", ID_SAVE_IMAGE_SEQ, "ImgSequence", true},
     {Entry::SubBegin, "Export", "E", nullptr, ID_EXPORT_MENU, nullptr, true},
     {Entry::Normal, "Export Particle Data", "P", nullptr, ID_EXPORT_DATA, nullptr, true},
-    {Entry::Normal, "Export Path to Clipboard (.pov)", "C", nullptr, ID_EXPORT_PATH_POV, nullptr, false},
+    {Entry::Normal, "Export Path to Clipboard (.pov)", "C", nullptr, ID_EXPORT_PATH_POV, nullptr, true},
     kSubEnd,
     {Entry::Normal, "Close Particle Data", "W", "Ctrl-W", ID_CLOSE_DATA, nullptr, true},
     kSeparator,

@@ -142,6 +142,7 @@ void ImageRun_cls::OnMenuSaveImgSeqBegin(wxCommandEvent&) {
     if (!sequence->IsRendering()) return;
     ForgetNotices();
     mCItemLastIMG.mStrValue = sequence->mCFileSequence.mStrPath;
+    mVideoStereo = canvas->IsAlongAxis() ? VideoStereo::None : GetVideoStereo(*mHub.mpCStereoGram);
     canvas->StartSaveImgSeqProcess(sequence);
     const TimeState_st before = time->GetState();
     {
@@ -198,7 +199,7 @@ void ImageRun_cls::BeginVideo() {
     GCImgIO.Finish(); // the last picture
     TellImageFailures();
     const ImgSequence_cls& sequence = *mHub.mpCImgSequence;
-    mpCSeriesVideo->Begin(sequence, sequence.GetFailures(), GetVideoStereo(*mHub.mpCStereoGram));
+    mpCSeriesVideo->Begin(sequence, sequence.GetFailures(), mVideoStereo);
     mFrame.UpdateStatusText();
 }
 

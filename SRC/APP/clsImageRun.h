@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "CONFITEM/clsConfItem.h"
+#include "IMAGE/VideoFile.h"
 
 class ConfItemList_cls;
 class FrameMain_cls;
@@ -45,5 +46,6 @@ private:
     FrameMain_cls& mFrame;
     Main_cls& mHub;
     std::unique_ptr<SeriesVideo_cls> mpCSeriesVideo;
+    VideoStereo mVideoStereo{}; ///< of the series under way
     ConfItemSTR_cls mCItemLastIMG;
 };

@@ -28,6 +28,8 @@
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
 #include "POVRAY/clsPovRayCtrl.h"
+#include "SCENE/clsAnchorPath.h"
+#include "SCENE/clsCameraPath.h"
 #include "SCENE/clsLightSRCCtrl.h"
 #include "SCENE/clsMoveItem.h"
 #include "SCENE/clsStereoGram.h"
@@ -104,6 +106,8 @@ void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder,
     if (!bConfigure) {
         acting->CopyFrom(*user);
         mpCLightSRCCtrl->SetToDefault(); // projects without lights are made for these
+        mpCCameraPath->SetToDefault();
+        mpCAnchorPath->SetToDefault();
         ShadowVolume_cls::SetToDefault();
         mpCStereoGram->Reset();
         mpCPovRayCtrl->ResetOwnSettings();

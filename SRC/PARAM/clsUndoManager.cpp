@@ -52,6 +52,14 @@ void UndoManager_cls::RunUnrecorded() {
     }
 }
 
+void UndoManager_cls::ForgetRedo() {
+    for (unsigned i = mCurrent; i < GetStepCount(); ++i)
+        RemoveItem(i);
+    mVpCRedo.resize(mCurrent);
+    mVpCUndo.resize(mCurrent);
+    mVStateIds.resize(mCurrent);
+}
+
 void UndoManager_cls::PushNewCommand(CommandItem_cls* pRedo, CommandItem_cls* pUndo) {
     if (mbReplaying) {
         mVpCUnrecorded.push_back(pRedo);
@@ -62,11 +70,7 @@ void UndoManager_cls::PushNewCommand(CommandItem_cls* pRedo, CommandItem_cls* pU
         --mWaitingBlocks;
         OpenBlock();
     }
-    for (unsigned i = mCurrent; i < GetStepCount(); ++i)
-        RemoveItem(i);
-    mVpCRedo.resize(mCurrent);
-    mVpCUndo.resize(mCurrent);
-    mVStateIds.resize(mCurrent);
+    ForgetRedo();
     mVpCRedo.push_back(pRedo);
     mVpCUndo.push_back(pUndo);
     mVStateIds.push_back(++mLastStateId);
@@ -103,6 +107,12 @@ void UndoManager_cls::UndoCurrent() {
         Run(command, true);
     } while (mBlockDepth > 0);
     if (mBlockDepth == 0) ExecUpdate();
+}
+
+void UndoManager_cls::TakeBackCurrent() {
+    if (mbReplaying) return;
+    UndoCurrent();
+    ForgetRedo();
 }
 
 void UndoManager_cls::OpenBlock() {

@@ -28,6 +28,8 @@ public:
     void ExecCurrent();
     /// Take the last step back, with its whole block.
     void UndoCurrent();
+    /// The same, and nobody can redo it: a step that isn't to be.
+    void TakeBackCurrent();
     void OpenBlock();
     /// A block with nothing in it leaves no step.
     void CloseBlock();
@@ -65,6 +67,7 @@ private:
     void Run(CommandItem_cls* pCommand, bool bUndo);
     unsigned GetStepStart(unsigned end) const;
     void RunUnrecorded();
+    void ForgetRedo();
     void Discard(CommandItem_cls* pCommand);
 
     Commands mVpCRedo;                          ///< the forward command of each step

@@ -20,10 +20,15 @@ constexpr double kMostPixels = 30.0;
 AnchorPath_cls::AnchorPath_cls() : SceneObj_cls("Anchor", true, true) {
     mPickName = kPickName;
     mCConfItemListBase.Add(&mCVisible, "AnchorVisible=", "1");
-    const DirectEdit_cls direct;
-    SetInitValueTrans(0, 0, 0);
-    SetInitValueRot(0, 0, 0);
-    SetInitValueScale(1, 1, 1);
+    SetToDefault();
+}
+
+void AnchorPath_cls::SetToDefault() {
+    mCConfItemListBase.SetToDefault(&mCVisible);
+    const double none[3] = {0, 0, 0}, scale[3] = {1, 1, 1};
+    SetConstant(*mpCTranslate, none, INTERP_LINEAR);
+    SetConstant(*mpCRotate, none, INTERP_LINEAR);
+    SetConstant(*mpCScale, scale, INTERP_LINEAR);
 }
 
 void AnchorPath_cls::GLDraw(MarkPainter_cls& painter) const {

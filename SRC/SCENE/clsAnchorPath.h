@@ -9,6 +9,9 @@ public:
 
     AnchorPath_cls();
 
+    /// As it was made, without keys.
+    void SetToDefault();
+
     /// Mark and path as others see them; an anchor that rests in the origin stays out of the picture.
     /// What it draws on the screen needs a current OpenGL context.
     void GLDraw(MarkPainter_cls& painter) const;

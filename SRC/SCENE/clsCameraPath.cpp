@@ -23,10 +23,17 @@ CameraPath_cls::CameraPath_cls() : SceneObj_cls("Camera", true, true) {
     mCConfItemListBase.Add(&mCFishEyeOffset, "FishEyeOffset=", "0");
     mCConfItemListBase.Add(&mCLookAnchor, "CareraLookAnchor=", "0"); // files know it under this spelling
     mCConfItemListBase.Add(&mCVisible, "CameraVisible=", "1");
-    const DirectEdit_cls direct;
-    SetInitValueTrans(-1.5, 0, 1.5);
-    SetInitValueRot(0, 45, 0);
-    SetInitValueScale(1, 1, 1);
+    SetToDefault();
+}
+
+void CameraPath_cls::SetToDefault() {
+    for (ConfItem_cls* item : std::initializer_list<ConfItem_cls*>{&mCGeometry, &mCVAngle, &mCFishEyeOffset,
+                                                                   &mCLookAnchor, &mCVisible})
+        mCConfItemListBase.SetToDefault(item);
+    const double place[3] = {-1.5, 0, 1.5}, angles[3] = {0, 45, 0}, scale[3] = {1, 1, 1};
+    SetConstant(*mpCTranslate, place, INTERP_LINEAR);
+    SetConstant(*mpCRotate, angles, INTERP_LINEAR);
+    SetConstant(*mpCScale, scale, INTERP_LINEAR);
 }
 
 void CameraPath_cls::GLDraw(MarkPainter_cls& painter) const {

@@ -9,6 +9,9 @@ public:
 
     CameraPath_cls();
 
+    /// As it was made, without keys.
+    void SetToDefault();
+
     static constexpr int kPickName = 1;
 
     /// Camera and path as others see them; nothing while it isn't visible. What it draws on the screen needs

@@ -25,14 +25,6 @@ void Repair(const ConfItemList_cls& list, ITEM& item, T low, T high) {
     if (!(item.mValue >= low && item.mValue <= high)) list.SetToDefault(&item); // NaN, too
 }
 
-void SetConstant(ParamGroup_cls& group, const double* values) {
-    group.SetTimeDependent(false);
-    for (Parameters_cls& param : group.mVParams) {
-        param.ExecCommandInitSet(*values);
-        param.mCurrentValue = *values++;
-    }
-}
-
 } // namespace
 
 LightSRC_cls::LightSRC_cls(int number, const wxString& name, const PositionAndDirection_cls* pCCamera)
@@ -126,6 +118,14 @@ wxString LightSRC_cls::GetShownName() const { return wxString::Format(_("Light %
 
 std::array<double, 3> LightSRC_cls::GetDirectionInWorld(double time) {
     std::array<double, 3> direction = GetVDirectionVector(time);
+    if (mCFollowsCamera.mValue && mCTarget.mValue == TARGET_ORIGIN) {
+        // Its curves know the origin of the camera's coordinates alone.
+        double place[3];
+        GetTranslation(time, place);
+        ToScene(place);
+        const double way = std::hypot(place[0], place[1], place[2]);
+        if (std::isfinite(way) && way > 0.0) return {place[0] / way, place[1] / way, place[2] / way};
+    }
     if (!std::all_of(direction.begin(), direction.end(), [](double x) { return std::isfinite(x); }))
         direction = {-1.0, 0.0, 0.0}; // as without rotation
     ToWorld(direction.data(), true);

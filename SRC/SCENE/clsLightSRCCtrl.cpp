@@ -120,7 +120,12 @@ wxString LightSRCCtrl_cls::Serialize() {
 void LightSRCCtrl_cls::ReadLights(std::wistream& stream) {
     int read = 0;
     wxString line;
-    while (ReadParamLine(stream, &line) && line != kEnd) {
+    for (auto before = stream.tellg(); ReadParamLine(stream, &line) && line != kEnd;
+         before = stream.tellg()) {
+        if (line.StartsWith("---") && !line.StartsWith("---LightSRC")) {
+            GoBackTo(stream, before); // the end is missing: another block begins
+            return;
+        }
         if (line.Find("---LightSRC") != wxNOT_FOUND) {
             if (read < kLightNumber) GetLight(read).ReadStrLine(stream, line);
             ++read;

@@ -158,8 +158,8 @@ void LightSRC_cls::GLDraw(MarkPainter_cls& painter) const {
         DrawLine(painter, place, end);
     }
     // The handles of a selected light stand in its mark's place while a click picks among them.
-    if ((!painter.IsPick() || !mbSelected) && distance > 0.0)
-        GLDrawMark(painter, place, kMarkSize * distance);
+    if ((!painter.IsPick() || !mbSelected) && painter.GetPixel(place) > 0.0)
+        GLDrawMark(painter, place, kMarkSize * std::abs(distance));
     painter.SetDashes(kWholeLine);
     if (mbSelected && !mbDragging) GLDrawGuide(painter);
     if (!painter.IsPick()) GLDrawPath();

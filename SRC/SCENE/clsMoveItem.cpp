@@ -28,7 +28,8 @@ constexpr int kFree = SceneObj_cls::kNoDrag;
 constexpr double kSnapCells = 0.1;
 constexpr double kSnapDegrees = 5.0;
 constexpr double kSnapFactor = 0.1;
-constexpr double kOnItem = 0.005; // half windows: a press that near has no direction
+constexpr double kLeastFactor = 1e-3; // from nothing no factor leads back
+constexpr double kOnItem = 0.005;     // half windows: a press that near has no direction
 constexpr size_t kMostTyped = 16;
 
 // Where the hand is, before it snaps.
@@ -93,6 +94,7 @@ void MoveItem_cls::ChangeAxis(int mode) {
         }
     if (mode == GLGuides_cls::SCALE) MoveItemScale(sFactor, axis);
     Snap(View_st(), mode, axis);
+    if (!mspCSelectedObject->TakesMode(mode)) sTyped.clear();
     if (!sTyped.empty()) TakeTyped(mode);
 }
 
@@ -152,6 +154,7 @@ void MoveItem_cls::MoveItemRotate(double value, int axis) {
 
 void MoveItem_cls::MoveItemScale(double value, int axis) {
     if (!std::isfinite(value)) return;
+    if (std::fabs(value) < kLeastFactor) value = std::copysign(kLeastFactor, value);
     sFactor = value;
     for (int i = 0; i < 3; ++i)
         sFreeScale[i] = axis == kFree || axis == i ? value : 1.0;
@@ -178,7 +181,7 @@ void MoveItem_cls::Snap(const View_st& view, int mode, int axis) {
 }
 
 bool MoveItem_cls::TypeKey(int keycode, int mode) {
-    if (!IsDragging()) return false;
+    if (!IsDragging() || !mspCSelectedObject->TakesMode(mode)) return false;
     if (keycode >= WXK_NUMPAD0 && keycode <= WXK_NUMPAD9) keycode += '0' - WXK_NUMPAD0;
     if (keycode == WXK_NUMPAD_DECIMAL || keycode == ',') keycode = '.';
     if (keycode == WXK_NUMPAD_SUBTRACT) keycode = '-';
@@ -200,6 +203,7 @@ void MoveItem_cls::TakeTyped(int mode) {
     Restart();
     double value = 0.0;
     if (!sTyped.ToCDouble(&value) || !std::isfinite(value)) return; // as long as it is none yet
+    if (mode == GLGuides_cls::SCALE && value == 0.0) return;
     const int axis = mspCSelectedObject->mDragMode;
     if (mode == GLGuides_cls::TRANSLATE)
         sFreePos[std::max(axis, 0)] += value;
@@ -211,7 +215,7 @@ void MoveItem_cls::TakeTyped(int mode) {
 }
 
 wxString MoveItem_cls::GetDragText(int mode) {
-    if (!IsDragging()) return wxString();
+    if (!IsDragging() || !mspCSelectedObject->TakesMode(mode)) return wxString();
     const int axis = mspCSelectedObject->mDragMode;
     wxString text;
     const auto add = [&text, axis](const wxString& label, const double* values, const wxString& unit) {
@@ -258,14 +262,16 @@ void MoveItem_cls::FinishDragging() {
 void MoveItem_cls::EndDrag() {
     if (!IsDragging()) return;
     SceneObj_cls& item = *mspCSelectedObject;
-    const bool bMoved = !std::equal(msSelectedItemPos, msSelectedItemPos + 3, msSelectedItemPosOrg);
+    const bool bAim =
+        !std::equal(msSelectedItemPos, msSelectedItemPos + 3, msSelectedItemPosOrg) ||
+        std::any_of(msSelectedItemDRot, msSelectedItemDRot + 3, [](double a) { return a != 0.0; });
     const UndoBlock_cls block;
     FinishDragging();
     for (ParamGroup_cls* group : {item.mpCTranslate, item.mpCRotate, item.mpCScale})
         for (Parameters_cls& param : group->mVParams)
             if (std::isfinite(param.mCurrentValue) && param.IsValueChanged(SceneObj_cls::kCurrent))
                 param.SetChangedValueKey(SceneObj_cls::kCurrent, 0.0, 0.0, SceneObj_cls::kCurrent);
-    if (!bMoved) return;
+    if (!bAim) return;
     item.UpdateCurrentObj(SceneObj_cls::kCurrent);
     item.Targetting();
 }

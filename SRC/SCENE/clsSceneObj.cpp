@@ -151,6 +151,18 @@ void SceneObj_cls::SetInitValue(ParamGroup_cls* pGroup, double x, double y, doub
     if (pGroup) pGroup->SetKeyFrame(values, true, kCurrent);
 }
 
+void SceneObj_cls::SetConstant(ParamGroup_cls& group, const double* values, unsigned kind) {
+    const DirectEdit_cls direct;
+    group.SetTimeDependent(false);
+    for (Parameters_cls& param : group.mVParams) {
+        param.ExecCommandInitSet(*values);
+        KeyFrame_cls key = param.GetKeys()[0];
+        key.mInterpType = kind;
+        param.RestoreKey(0, key);
+        param.mCurrentValue = *values++;
+    }
+}
+
 void SceneObj_cls::SetKeyAt(ParamGroup_cls* pGroup, const double* pValues, double time) {
     const UndoBlock_cls block(Parameters_cls::msbUndoCommandMake);
     for (Parameters_cls& param : pGroup->mVParams) {

@@ -128,6 +128,9 @@ protected:
         bool mbOuter;
     };
 
+    /// All curves of a group as when they were made, with these values; no step.
+    static void SetConstant(ParamGroup_cls& group, const double* values, unsigned kind = INTERP_HERMITE_AUTO);
+
     // The block of an object in a file: a marker line, the items, then some of the groups.
     using Groups = std::initializer_list<ParamGroup_cls*>;
     wxString SerializeBlock(const wxString& marker, Groups groups);

@@ -1,5 +1,8 @@
 // A placed object in OpenGL.
+#include <algorithm>
+#include <array>
 #include <cmath>
+#include <vector>
 
 #include <epoxy/gl.h>
 
@@ -16,24 +19,49 @@ void SceneObj_cls::GLSetMatrix() const {
     glMultMatrixd(matrix);
 }
 
+namespace {
+
+constexpr GLfloat kPathPoint = 6.0f;
+constexpr GLfloat kKeyPoint = 10.0f;
+
+using PathPoints = std::vector<std::array<GLfloat, 3>>;
+
+void DrawPoints(const PathPoints& points, GLfloat size) {
+    glPointSize(size);
+    glVertexPointer(3, GL_FLOAT, 0, points.data());
+    glDrawArrays(GL_POINTS, 0, GLsizei(points.size()));
+}
+
+} // namespace
+
 // Evaluates past the cached values, which a panel may be editing.
 void SceneObj_cls::GLDrawPath() const {
     constexpr int kPoints = 100;
     if (!mCVisible.mValue || !mpCTranslate) return;
-    GLfloat points[kPoints][3];
-    int number = 0;
-    for (int i = 0; i < kPoints; ++i) {
+    const auto add = [this](PathPoints& points, double index) {
+        double p[3];
         for (size_t k = 0; k < 3; ++k)
-            points[number][k] = GLfloat(
-                mpCTranslate->mVParams[k].Evaluate(double(i) / kPoints, Parameters_cls::msResolution));
-        const GLfloat* p = points[number];
-        if (std::isfinite(p[0]) && std::isfinite(p[1]) && std::isfinite(p[2])) ++number;
+            p[k] = mpCTranslate->mVParams[k].Evaluate(index, Parameters_cls::msResolution);
+        ToScene(p);
+        const std::array<GLfloat, 3> point = {GLfloat(p[0]), GLfloat(p[1]), GLfloat(p[2])};
+        if (std::all_of(point.begin(), point.end(), [](GLfloat x) { return std::isfinite(x); }))
+            points.push_back(point);
+    };
+    PathPoints path, keys;
+    for (int i = 0; i < kPoints; ++i)
+        add(path, double(i) / kPoints);
+    for (const Parameters_cls& param : mpCTranslate->mVParams) {
+        if (!param.mbTimeDepend.mValue) continue;
+        for (const KeyFrame_cls& key : param.GetKeys())
+            add(keys, key.mDoubleIndex);
     }
     const GLClientScope_cls client;
-    glColor4f(0.2f, 1.0f, 0.2f, 1.0f);
     glEnableClientState(GL_VERTEX_ARRAY);
-    glVertexPointer(3, GL_FLOAT, 0, points);
-    glDrawArrays(GL_POINTS, 0, number);
+    glColor4f(0.2f, 1.0f, 0.2f, 1.0f);
+    DrawPoints(path, kPathPoint);
+    glColor4f(1.0f, 0.8f, 0.2f, 1.0f);
+    DrawPoints(keys, kKeyPoint);
+    glPointSize(kPathPoint);
 }
 
 void SceneObj_cls::GLDrawGuide(MarkPainter_cls& painter) const {

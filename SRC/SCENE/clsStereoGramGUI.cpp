@@ -83,7 +83,7 @@ void StereoGramGUI_cls::UpdateValues() {
 void StereoGramGUI_cls::OnChange(int row, bool bFinal) {
     if ((row == ROW_TYPE || row == ROW_FILE) && bFinal && mStereo.IsRefused()) {
         MsgBox(_("Saving LINE BY LINE images are not supported."), _("Warning"));
-        GCUndoList.UndoCurrent();
+        GCUndoList.TakeBackCurrent();
     }
     if (row == ROW_CAMERA) mStereo.UpdateTLShown();
     UpdateValues();

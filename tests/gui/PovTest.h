@@ -168,7 +168,7 @@ protected:
         env.cwd = from;
         const wxString command =
             wxString::Format("/usr/bin/povray +Iscene.pov +Orendered.png +FN +W%d +H%d -D -P +A0.1 +MV3.7 "
-                             "Display_Gamma=1 File_Gamma=1",
+                             "Bounding_Method=2 Display_Gamma=1 File_Gamma=1",
                              w, h);
         const long status = wxExecute(command, output, errors, wxEXEC_SYNC | wxEXEC_NODISABLE, &env);
         mWarnings.clear();

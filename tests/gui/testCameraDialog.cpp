@@ -123,6 +123,21 @@ TEST_F(CameraDialog, NumbersMoveTheViewsCamera) {
     EXPECT_EQ(TextOfView(), before);
 }
 
+TEST_F(CameraDialog, DefaultAlongAnAxisIsAStepOfTheFreeCamera) {
+    PositionAndDirection_cls& free = Canvas(0)->mCamera.GetFreeCamera();
+    free.Set(3, 4, 5);
+    Canvas(0)->ChooseDisplayMode(DISPLAY_TO_MINUS_Y);
+    Settle();
+    const unsigned steps = GCUndoList.GetCurrent();
+    mpGUI->GetPCPage(0)->SetViewToDefault();
+    EXPECT_NE(free.mPos[0], 3);
+    Menu(ID_UNDO);
+    EXPECT_EQ(free.mPos[0], 3);
+    EXPECT_EQ(GCUndoList.GetCurrent(), steps);
+    Menu(ID_REDO);
+    EXPECT_NE(free.mPos[0], 3);
+}
+
 TEST_F(CameraDialog, TabsAndRowsFollowTheViews) {
     EXPECT_EQ(mpGUI->GetPCNotebook()->GetSelection(), 0);
     EXPECT_EQ(mpGUI->GetPCNotebook()->GetPageText(4), "Extra");

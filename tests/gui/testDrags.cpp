@@ -122,6 +122,41 @@ TEST_F(Drags, KeysWhileTheHandHoldsIt) {
     EXPECT_EQ(Canvas(0)->GetDisplayMode(), 0) << "figures are no shortcuts meanwhile";
 }
 
+TEST_F(Drags, APressIsEnoughForKeysAndOneButtonHolds) {
+    Put(Light(0), 0.5, 0, 0.5);
+    Hub()->mpCLightSRCCtrl->SelectLight(0);
+    Menu(ID_REFRESH_GL);
+    const int mode = Canvas(0)->GetDisplayMode();
+    const wxPoint from = At({-0.4, 0, -0.4}), to = from + wxPoint(50, -20);
+    Hold(WXK_SHIFT, true);
+    MoveTo(Canvas(0), from);
+    Press(true);
+    Hold(WXK_SHIFT, false);
+    Key('Z');
+    Type("1");
+    EXPECT_EQ(Canvas(0)->GetDisplayMode(), mode) << "figures are no shortcuts";
+    Key(WXK_RETURN);
+    End();
+    EXPECT_EQ(PlaceOf(Light(0)), (Values{0.5, 0, 1.5}));
+    Menu(ID_UNDO);
+    // A lock from before the drag is there again behind one in it.
+    Canvas(0)->SetFocus();
+    Key('X');
+    Begin(from, to);
+    Key('Y');
+    EXPECT_EQ(Light(0).mDragMode, 1);
+    End();
+    EXPECT_EQ(Light(0).mDragMode, 0);
+    Key('X');
+    Menu(ID_UNDO);
+    // Another button's release doesn't let go.
+    Begin(from, to);
+    Click(Canvas(0), to, 3);
+    EXPECT_TRUE(MoveItem_cls::IsDragging());
+    End();
+    EXPECT_FALSE(MoveItem_cls::IsDragging());
+}
+
 TEST_F(Drags, CtrlSnapsToTenthsOfTheGrid) {
     Put(Light(0), 0.53, 0, 0.5);
     Hub()->mpCLightSRCCtrl->SelectLight(0);

@@ -55,6 +55,47 @@ TEST_F(Picking, AClickSelectsEveryKindOfItem) {
     Put(*Hub()->mpCCameraPath, -1.5, 0, 1.5);
 }
 
+TEST_F(Picking, KeysStandOnThePath) {
+    AnchorPath_cls& anchor = *Hub()->mpCAnchorPath;
+    const auto amber = [](const Values& place) {
+        const Picture_st picture = Grab(0);
+        const wxPoint at = At(place);
+        int count = 0;
+        for (int y = at.y - 6; y <= at.y + 6; ++y)
+            for (int x = at.x - 6; x <= at.x + 6; ++x) {
+                const size_t i = 3 * (size_t(y) * size_t(picture.mW) + size_t(x));
+                const unsigned char* p = &picture.mRGB[i];
+                count += p[0] > 240 && p[1] > 180 && p[1] < 230 && p[2] < 80;
+            }
+        return count;
+    };
+    const double first[3] = {-0.6, 0, 0.5}, last[3] = {0.6, 0, -0.5};
+    EXPECT_EQ(amber({-0.6, 0, 0.5}), 0);
+    SceneObj_cls::SetKeyAt(anchor.mpCTranslate, first, 0.0);
+    SceneObj_cls::SetKeyAt(anchor.mpCTranslate, last, 1.0);
+    Menu(ID_REFRESH_GL);
+    EXPECT_GT(amber({-0.6, 0, 0.5}) + amber({0.6, 0, -0.5}), 60);
+    EXPECT_EQ(amber({0, 0, 0}), 0) << "the way between has no key";
+    while (GCUndoList.IsUndoable())
+        Menu(ID_UNDO);
+    EXPECT_EQ(amber({0.6, 0, -0.5}), 0);
+}
+
+TEST_F(Picking, AFollowingLightIsThatOfTheViewUnderThePointer) {
+    LightSRC_cls& light = Light(0);
+    light.mCFollowsCamera.mValue = true;
+    Put(light, 4, -0.5, 0.5); // ahead, left, up
+    Menu(ID_VIEW_PANEL_TYPE_3);
+    Settle();
+    Canvas(1)->MarkStale();
+    Canvas(1)->RefreshEX();
+    Settle();
+    PickAt(At({0.5, 0, 0.5}));
+    EXPECT_EQ(Selected(), &light) << "another view was painted since";
+    Menu(ID_VIEW_PANEL_TYPE_0);
+    light.mCFollowsCamera.mValue = false;
+}
+
 TEST_F(Picking, PanelsRowsAndViewsAgree) {
     FilterBase_cls* cut = Add(ID_FILTER_BOOLEAN, FILTER_LIST_BOOLEAN);
     Lists().SelectFilter(cut, true);

@@ -11,6 +11,8 @@
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "ProjectTest.h"
+#include "SCENE/clsAnchorPath.h"
+#include "SCENE/clsCameraPath.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
@@ -122,6 +124,26 @@ TEST_F(Projects, EveryLineComesBackAsItWas) {
     EXPECT_EQ(Store()->GetActiveFileSequenceLength(), 3);
     EXPECT_TRUE(mVMessages.empty());
     Hub()->mpCDataLoader->mCItemLastOpened.mStrValue = "NONE";
+}
+
+// What was the project's before this one ends with it, also where the new one says nothing of it.
+TEST_F(Projects, OneWithoutCameraBlocksHasTheDefaults) {
+    std::string text;
+    bool bPath = false;
+    for (const std::string& line : Lines(ReadAll(mDefaults.ToStdString()))) {
+        if (line.rfind("---", 0) == 0) bPath = line == "---CameraPath" || line == "---AnchorPath";
+        if (!bPath) text += line + "\n";
+    }
+    ASSERT_LT(text.size(), ReadAll(mDefaults.ToStdString()).size());
+    const std::string bare = mDir / "bare.mrp";
+    std::ofstream(bare, std::ios::binary) << text;
+    const auto paths = [] { return Hub()->mpCCameraPath->Serialize() + Hub()->mpCAnchorPath->Serialize(); };
+    Frame()->OpenProject(mDefaults);
+    const wxString fresh = paths();
+    Frame()->OpenProject(wxString::FromUTF8(Root() + "examples/galaxy_small_bin/galaxy_film.mrp"));
+    ASSERT_NE(paths(), fresh);
+    Frame()->OpenProject(wxString::FromUTF8(bare));
+    EXPECT_EQ(paths().ToStdString(), fresh.ToStdString());
 }
 
 TEST_F(Projects, AMovedProjectKeepsItsText) {

@@ -119,6 +119,7 @@ TEST_F(StereoDialog, LinesInOneFileAreRefused) {
     EXPECT_EQ(mVMessages[0].mTitle, "Warning");
     EXPECT_EQ(mVMessages[0].mText, "Saving LINE BY LINE images are not supported.");
     EXPECT_EQ(Ctrl().GetOutput(), Eyes::OUTPUT_NO_PARALLAX);
+    EXPECT_FALSE(GCUndoList.IsRedoable()) << "nor can it be redone";
     EXPECT_EQ(static_cast<wxChoice*>(Field(GUI::ROW_TYPE))->GetSelection(), Eyes::OUTPUT_NO_PARALLAX);
     Choose(Field(GUI::ROW_FILE), 1);
     Choose(Field(GUI::ROW_TYPE), Eyes::OUTPUT_LINE_BY_LINE);

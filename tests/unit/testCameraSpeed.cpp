@@ -65,6 +65,26 @@ TEST_F(CameraSpeed, ACameraThatLooksAtTheAnchorTurnsWithIt) {
     EXPECT_TRUE(mHost.mCamera.mCCurrent.Direction_cls::operator==(before)) << "asking moves nothing";
 }
 
+TEST_F(CameraSpeed, AskingLeavesTheValuesThatPanelsShow) {
+    SetAngle(0.0, 0);
+    SetAngle(1.0, 80);
+    SetKind(mHost.mCamera.mpCRotate, INTERP_LINEAR);
+    Parameters_cls& yaw = mHost.mCamera.mpCRotate->mVParams[2];
+    EXPECT_NEAR(yaw.GetInterpolatedValue(0.5), 40.0, 1e-9);
+    Find();
+    EXPECT_NEAR(yaw.mCurrentValue, 40.0, 1e-9);
+}
+
+// More pictures than anybody waits for: frame by frame, then.
+TEST_F(CameraSpeed, LongFilmsAreJudgedByTheirFrames) {
+    SetAngle(0.0, 0);
+    SetAngle(0.5, 60);
+    SetAngle(1.0, 80);
+    SetKind(mHost.mCamera.mpCRotate, INTERP_LINEAR);
+    mHost.mTime.SetAnimInterpNative(100000000);
+    EXPECT_NEAR(Find(25.0 * 100000000).mDegrees, 30.0, 0.1);
+}
+
 TEST_F(CameraSpeed, EasingLeavesNoJumpOfSpeedAndIsOneStep) {
     EXPECT_FALSE(EaseWholePath(mHost.mCamera, mHost.mAnchor));
     EXPECT_FALSE(GCUndoList.IsUndoable());

@@ -310,6 +310,19 @@ TEST_F(LightSRC, OneThatFollowsTheCameraStandsInItsCoordinates) {
     const float lamp[4] = {0, 0, 1, 0};
     for (int k = 0; k < 4; ++k)
         EXPECT_NEAR(from[k], lamp[k], 1e-5f) << "from where the camera is";
+    // The origin is the scene's, wherever the camera goes.
+    light.mCTarget.mValue = SceneObj_cls::TARGET_ORIGIN;
+    mLights.GetLightInfo(0.0, from, angles, 0, true, nullptr);
+    const float far = std::sqrt(place[0] * place[0] + place[1] * place[1] + place[2] * place[2]);
+    for (int k = 0; k < 3; ++k)
+        EXPECT_NEAR(from[k], place[k] / far, 1e-5f) << k;
+}
+
+TEST_F(LightSRC, ABlockWithoutItsEndLeavesTheNextOneAlone) {
+    EXPECT_EQ(Read(mLights, "---AllLightSource\nLightNumber=1\n---LightSRC 0\nType=1\n"
+                            "---CameraPath\nCameraGeometry=1\n"),
+              "---CameraPath\nCameraGeometry=1\n");
+    EXPECT_EQ(mLights.GetLight(0).mCType.mValue, 1);
 }
 
 } // namespace

@@ -29,7 +29,8 @@ public:
         SetInitValueRot(10, 20, 30);
         SetInitValueScale(1, 2, 4);
     }
-    bool TakesMode(int) const override { return true; }
+    bool TakesMode(int mode) const override { return mode != mNoMode; }
+    int mNoMode = -1;
 };
 
 /// A view from (1, -8, 3) along y: x goes to the right, z up. It shows the item in its middle, from which
@@ -299,6 +300,52 @@ TEST_F(MoveItem, whatAimsAtTheOriginTurnsAlong) {
     }
     GCUndoList.UndoCurrent();
     EXPECT_EQ(Steps(), 0) << "place and rotation are one step";
+}
+
+TEST_F(MoveItem, whatAimsAtTheOriginAimsAfterATurn) {
+    mpThing->mCTarget.mValue = SceneObj_cls::TARGET_ORIGIN;
+    mpThing->mDragMode = 2;
+    Press(0.5, 0.0);
+    Move(0.5, 0.3, kRotate);
+    MoveItem_cls::EndDrag();
+    mpThing->UpdateCurrentObj(0.0);
+    const double far = std::sqrt(14.0), place[3] = {1, 2, 3};
+    for (int i = 0; i < 3; ++i)
+        EXPECT_NEAR(mpThing->mCCurrent.mFront[i], -place[i] / far, 1e-5) << i;
+    GCUndoList.UndoCurrent();
+    EXPECT_EQ(Steps(), 0);
+}
+
+TEST_F(MoveItem, whatCannotBeTurnedOrScaledTakesNoNumbers) {
+    for (const int mode : {kScale, kRotate}) {
+        mpThing->mNoMode = mode;
+        MoveItem_cls::InitializeMoveItem();
+        EXPECT_FALSE(MoveItem_cls::TypeKey('2', mode));
+        EXPECT_TRUE(MoveItem_cls::GetDragText(mode).empty());
+        MoveItem_cls::EndDrag();
+        // Typed for the way before, it has no say behind the change of mode.
+        MoveItem_cls::InitializeMoveItem();
+        EXPECT_TRUE(MoveItem_cls::TypeKey('2', kTranslate));
+        MoveItem_cls::Restart();
+        MoveItem_cls::ChangeAxis(mode);
+        MoveItem_cls::EndDrag();
+    }
+    EXPECT_EQ(Steps(), 0);
+    EXPECT_EQ(Angles(), (Values{10, 20, 30}));
+    EXPECT_EQ(Scale(), (Values{1, 2, 4}));
+}
+
+TEST_F(MoveItem, nothingIsScaledToNothing) {
+    Press(0.5, 0.0);
+    Move(0.0, 0.0, kScale);
+    MoveItem_cls::EndDrag();
+    for (const double factor : Scale())
+        EXPECT_GT(factor, 0.0) << "no later factor leads back from 0";
+    const Values small = Scale();
+    MoveItem_cls::InitializeMoveItem();
+    MoveItem_cls::TypeKey('0', kScale);
+    MoveItem_cls::EndDrag();
+    EXPECT_EQ(Scale(), small);
 }
 
 TEST_F(MoveItem, anAnchorIsOnlyMoved) {

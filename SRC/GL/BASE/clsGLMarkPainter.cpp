@@ -65,11 +65,15 @@ void GLMarkPainter_cls::SetDashes(unsigned pattern) {
 }
 
 void GLMarkPainter_cls::SetHandle(float width) {
+    if (width > 0.0f && !(mHandle > 0.0f)) mbCulls = glIsEnabled(GL_CULL_FACE) != GL_FALSE;
     mHandle = width;
-    if (width > 0.0f) // handles lie over everything
+    if (width > 0.0f) { // handles lie over everything and have no back
         glDisable(GL_DEPTH_TEST);
-    else
+        glDisable(GL_CULL_FACE);
+    } else {
         glEnable(GL_DEPTH_TEST);
+        if (mbCulls) glEnable(GL_CULL_FACE);
+    }
     glLineWidth(width > 0.0f ? std::max(width * mPixel, 1.0f) : mLineWidth);
 }
 

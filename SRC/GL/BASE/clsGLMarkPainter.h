@@ -33,5 +33,6 @@ private:
     float mLineWidth;
     float mPixel;
     float mHandle = 0.0f;
+    bool mbCulls = false; ///< outside handles
     float mColor[3] = {1, 1, 1};
 };

@@ -16,7 +16,7 @@ void MouseCtrl_cls::SetButtons(const wxMouseEvent& event) {
     mEventBTN[2] = event.RightIsDown() || event.RightDown() || event.RightDClick();
     std::copy(mEventBTN, mEventBTN + 4, mBTN);
     mModifiers[0] = event.ShiftDown();
-    mModifiers[1] = event.ControlDown();
+    mModifiers[1] = mbCtrl = event.ControlDown();
     mModifiers[2] = event.AltDown();
     mModifiers[3] = false;
     mpCPreference->ModulateBTN(mModifiers, mBTN);

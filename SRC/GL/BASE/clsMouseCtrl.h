@@ -13,6 +13,7 @@ public:
     bool mEventBTN[4] = {};        ///< left, middle, right as the event states them
     bool mBTN[4] = {};             ///< the same with an emulated middle button
     bool mModifiers[4] = {};       ///< shift, ctrl, alt, without the key that emulates
+    bool mbCtrl = false;           ///< also where it emulates
     int mCurX = 0, mCurY = 0;
     int mPrevX = 0, mPrevY = 0;
     int mPressX = 0, mPressY = 0;

@@ -21,31 +21,50 @@ double GetTurn(const Direction_cls& a, const Direction_cls& b) {
     return MyVector::ToDegrees(std::acos(std::clamp((trace - 1.0) / 2.0, -1.0, 1.0)));
 }
 
+/// Past the values that curves keep, which panels and handles show.
+void Evaluate(const ParamGroup_cls& group, double index, double out[3]) {
+    for (size_t i = 0; i < 3; ++i)
+        out[i] = group.mVParams[i].Evaluate(index, Parameters_cls::msResolution);
+}
+
+PositionAndDirection_cls PlaceAt(const CameraPath_cls& camera, const AnchorPath_cls& anchor, double index) {
+    static const double kFront[3] = {1, 0, 0}, kUp[3] = {0, 0, 1};
+    double place[3], angles[3];
+    Evaluate(*camera.mpCTranslate, index, place);
+    Evaluate(*camera.mpCRotate, index, angles);
+    PositionAndDirection_cls out;
+    out.Set(place);
+    out.Setv(kFront, kUp);
+    out.RotateYPR(angles[2], angles[1], angles[0]);
+    out.UpdateYPR(true);
+    if (camera.mCLookAnchor.mValue) {
+        Evaluate(*anchor.mpCTranslate, index, place);
+        out.PointAt(place);
+    }
+    return out;
+}
+
+constexpr long long kMostPictures = 20000; // of a film looked at step by step
+
 } // namespace
 
-CameraTurn_st FindFastestTurn(CameraPath_cls& camera, AnchorPath_cls& anchor, const TimeCtrl_cls& time,
-                              double rate) {
-    const PositionAndDirection_cls before = camera.mCCurrent;
-    const PositionAndDirection_cls anchorBefore = anchor.mCCurrent;
-    const int steps = std::max(time.GetAnimInterp(), 1);
+CameraTurn_st FindFastestTurn(const CameraPath_cls& camera, const AnchorPath_cls& anchor,
+                              const TimeCtrl_cls& time, double rate) {
+    const long long frames = static_cast<long long>(time.GetWAMax()) - time.GetWAMin();
+    const int interp = std::max(time.GetAnimInterp(), 1);
+    const int steps = frames * interp > kMostPictures ? 1 : interp;
+    const double perTurn = rate * steps / interp;
     CameraTurn_st fastest;
-    Direction_cls last;
+    PositionAndDirection_cls last;
     bool bFirst = true;
     for (int frame = time.GetWAMin(); frame <= time.GetWAMax(); ++frame)
         for (int step = 0; step < (frame < time.GetWAMax() ? steps : 1); ++step) {
-            const double index = time.GetDoubleIndex(frame, step);
-            camera.UpdateCurrentObj(index);
-            if (camera.mCLookAnchor.mValue) {
-                anchor.UpdateCurrentObj(index);
-                camera.mCCurrent.PointAt(anchor.mCCurrent.mPos);
-            }
-            const double turn = bFirst ? 0.0 : GetTurn(last, camera.mCCurrent) * rate;
+            const PositionAndDirection_cls now = PlaceAt(camera, anchor, time.GetDoubleIndex(frame, step));
+            const double turn = bFirst ? 0.0 : GetTurn(last, now) * perTurn;
             if (turn > fastest.mDegrees) fastest = {turn, frame};
-            last = camera.mCCurrent;
+            last = now;
             bFirst = false;
         }
-    camera.mCCurrent = before;
-    anchor.mCCurrent = anchorBefore;
     return fastest;
 }
 

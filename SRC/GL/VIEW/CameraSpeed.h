@@ -10,10 +10,10 @@ struct CameraTurn_st {
     int mFrame = 0;        ///< where that is
 };
 
-/// The fastest turn between two pictures of the work area, at `rate` pictures a second. The paths are as
-/// before afterwards, but for the time that they were last asked for.
-CameraTurn_st FindFastestTurn(CameraPath_cls& camera, AnchorPath_cls& anchor, const TimeCtrl_cls& time,
-                              double rate);
+/// The fastest turn between two pictures of the work area, at `rate` pictures a second; of very long films
+/// between two frames.
+CameraTurn_st FindFastestTurn(const CameraPath_cls& camera, const AnchorPath_cls& anchor,
+                              const TimeCtrl_cls& time, double rate);
 
 /// All keys of camera and anchor get automatic tangents, so that the curves have one slope on both sides of
 /// each; one step. False where there is nothing to change.

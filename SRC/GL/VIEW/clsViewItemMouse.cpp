@@ -19,6 +19,12 @@ namespace {
 
 SceneObj_cls* Selected() { return MoveItem_cls::mspCSelectedObject; }
 
+bool IsOfNumber(int keycode) {
+    return (keycode >= '0' && keycode <= '9') || (keycode >= WXK_NUMPAD0 && keycode <= WXK_NUMPAD9) ||
+           keycode == '-' || keycode == '.' || keycode == ',' || keycode == WXK_NUMPAD_DECIMAL ||
+           keycode == WXK_NUMPAD_SUBTRACT;
+}
+
 } // namespace
 
 ViewItemMouse_cls::ViewItemMouse_cls(MainGLCanvas_cls& canvas, ViewPick_cls& pick, ViewHost_cls& host,
@@ -44,7 +50,9 @@ void ViewItemMouse_cls::Press(const MouseCtrl_cls& mouse) {
     }
     mbPressed = true;
     mbBegun = false;
-    const bool bLocked = item->mDragMode != SceneObj_cls::kNoDrag; // by a key
+    mbCtrl = mouse.mbCtrl;
+    mpCPressed = item;
+    mAxisBefore = item->mDragMode; // locked by a key
     const HitTest_cls test = mPick.Pick(wxPoint(mouse.mCurX, mouse.mCurY));
     ViewPick_cls::msHitObject = test.GetFirstObject();
     ViewPick_cls::msHitSub = test.GetFirstObjectSub();
@@ -53,13 +61,10 @@ void ViewItemMouse_cls::Press(const MouseCtrl_cls& mouse) {
     for (const HitTest_cls::Names& names : test.GetVVHittedObject())
         if (axis < 0 && names.size() > 1 && mPick.FindObject(names.front()) == item) axis = names[1];
     item->SetDragMode(axis);
-    mbAxisByHand = !bLocked && axis >= 0;
 }
 
 // The gesture itself may ask for that key: then letting it go snaps.
-bool ViewItemMouse_cls::IsSnapping(const MouseCtrl_cls& mouse) const {
-    return mouse.mModifiers[1] != mouse.mpCPreference->mCItemMod.mValue[1];
-}
+bool ViewItemMouse_cls::IsSnapping(const MouseCtrl_cls& mouse) const { return mouse.mbCtrl != mbCtrl; }
 
 bool ViewItemMouse_cls::Drag(const MouseCtrl_cls& mouse, const MouseNormalized_cls& moved) {
     if (mbBegun && !MoveItem_cls::IsDragging()) { // it has ended otherwise, or its item has gone
@@ -84,21 +89,22 @@ void ViewItemMouse_cls::Release() {
 }
 
 void ViewItemMouse_cls::Stop() {
-    if (mbAxisByHand && Selected()) Selected()->mDragMode = SceneObj_cls::kNoDrag;
-    mbPressed = mbBegun = mbAxisByHand = false;
+    // What a handle or a key chose was for this drag alone.
+    if (Selected() && Selected() == mpCPressed) mpCPressed->mDragMode = mAxisBefore;
+    mpCPressed = nullptr;
+    mbPressed = mbBegun = false;
     Tell(wxString());
     RefreshAll();
 }
 
-void ViewItemMouse_cls::ToggleAxis(int axis) {
-    Selected()->ToggleDragMode(axis);
-    mbAxisByHand = true; // a lock of this drag alone
-}
-
 bool ViewItemMouse_cls::OnKey(int keycode) {
-    if (!mbBegun || !MoveItem_cls::IsDragging()) return false;
     const bool bMode = keycode == 'R' || keycode == 'S' || keycode == 'T';
     const bool bAxis = keycode >= 'X' && keycode <= 'Z';
+    if (mbPressed && !mbBegun && Selected() && (bMode || bAxis || IsOfNumber(keycode))) {
+        MoveItem_cls::InitializeMoveItem(); // the hand needn't move first
+        mbBegun = MoveItem_cls::IsDragging();
+    }
+    if (!mbBegun || !MoveItem_cls::IsDragging()) return false;
     if (keycode == WXK_ESCAPE) {
         MoveItem_cls::CancelDrag();
         Stop();
@@ -112,7 +118,7 @@ bool ViewItemMouse_cls::OnKey(int keycode) {
         if (keycode == 'R') Navigators_cls::RotationMode();
         if (keycode == 'S') Navigators_cls::ScaleMode();
         if (keycode == 'T') Navigators_cls::TranslationMode();
-        if (bAxis) ToggleAxis(keycode - 'X');
+        if (bAxis) Selected()->ToggleDragMode(keycode - 'X');
         if (bMode) MoveItem_cls::Restart();
         MoveItem_cls::ChangeAxis(Navigators_cls::msManipulatorMode);
     } else {

@@ -6,6 +6,7 @@
 class MainGLCanvas_cls;
 class MouseCtrl_cls;
 class MouseNormalized_cls;
+class SceneObj_cls;
 class SharedView_cls;
 class ViewHost_cls;
 class ViewPick_cls;
@@ -36,7 +37,6 @@ public:
 
 private:
     void Stop();
-    void ToggleAxis(int axis);
     void RefreshAll();
     void TellDrag();
     void Tell(const wxString& text) const;
@@ -47,8 +47,10 @@ private:
     ViewHost_cls& mHost;
     SharedView_cls& mShared;
     bool mbPressed = false;
-    bool mbBegun = false;      ///< the press has become a drag
-    bool mbAxisByHand = false; ///< the axis is that of the handle under the press
-    double mAt[2] = {0, 0};    ///< the mouse, half windows
-    int mHovered = -1;         ///< a pick's name
+    bool mbBegun = false;               ///< the press has become a drag
+    bool mbCtrl = false;                ///< was held at the press
+    SceneObj_cls* mpCPressed = nullptr; ///< what was selected at the press; it may have gone
+    int mAxisBefore = -1;               ///< its drag mode then
+    double mAt[2] = {0, 0};             ///< the mouse, half windows
+    int mHovered = -1;                  ///< a pick's name
 };

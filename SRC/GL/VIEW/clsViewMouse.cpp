@@ -41,7 +41,9 @@ void ViewMouse_cls::OnMouse(wxMouseEvent& event) {
         mMenu.Show();
         return;
     }
-    if (event.LeftDown() && OnNavigators()) return;
+    const bool bOther = event.LeftIsDown() || event.MiddleIsDown() || event.RightIsDown();
+    if (mItem.IsPressed() && mCMouse.IsButtonUp() && bOther) return; // not the one that holds the item
+    if ((event.LeftDown() || event.LeftDClick()) && OnNavigators()) return;
     bool bChanged = false;
     if (mCMouse.IsButtonUp()) OnButtonUp();
     if (mCMouse.IsMouseDragging() && !mbLockDragging) bChanged = ProcViewOrItemDragging();
@@ -65,9 +67,8 @@ void ViewMouse_cls::OnButtonUp() {
 bool ViewMouse_cls::OnNavigators() {
     const double scale = mCanvas.GetContentScaleFactor();
     const auto units = [scale](int pixels) { return static_cast<int>(pixels / scale); };
-    if (GpCurrentGLPanel != &mCanvas ||
-        !Navigators_cls::CheckGLButton(units(mCMouse.mCurX), units(mCMouse.mCurY),
-                                       units(mCanvas.GetPixelSize().x)))
+    if (!HasButtons() || !Navigators_cls::CheckGLButton(units(mCMouse.mCurX), units(mCMouse.mCurY),
+                                                        units(mCanvas.GetPixelSize().x)))
         return false;
     mCanvas.SetFocus();
     mbLockDragging = true;

@@ -151,10 +151,24 @@ bool ViewPage_cls::HideAndShowView() {
 
 void ViewPage_cls::SetViewToDefault() {
     if (mCanvas.IsCameraLinked()) return;
-    const State_st before = GetState(mCanvas);
+    // The free camera, also while the view looks along an axis.
+    const PositionAndDirection_cls before = mCanvas.mCamera.GetFreeCamera();
     mCanvas.mCamera.SetCameraToDefaultPos();
-    mCanvas.mCamera.GetFreeCamera().UpdateYPR(true);
-    LeaveStep(before);
+    PositionAndDirection_cls& now = mCanvas.mCamera.GetFreeCamera();
+    now.UpdateYPR(true);
+    const auto command = [&canvas = mCanvas](const PositionAndDirection_cls& camera) {
+        const auto set = [&canvas, camera] {
+            canvas.mCamera.GetFreeCamera() = camera;
+            canvas.mCamera.UpdateAnc();
+            canvas.MarkStale();
+            PostMenuEvent(ID_SYNC_GL_CTRL);
+        };
+        return new CommandCall_cls(set, UPDATE_CAM_CONF | UPDATE_GL);
+    };
+    if (now.Position_cls::operator!=(before) || !now.Direction_cls::operator==(before)) {
+        GCUndoList.PushNewCommand(command(now), command(before));
+        GCUndoList.ExecCurrent();
+    }
     mCanvas.MarkStale();
     PostMenuEvent(ID_REFRESH_CAM_CONF);
     PostMenuEvent(ID_REFRESH_GL);

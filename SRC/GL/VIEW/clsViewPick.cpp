@@ -138,15 +138,30 @@ HitTest_cls ViewPick_cls::Pick(wxPoint place) const {
     PickRegion_st region{};
     HitTest_cls test = MakeHitTest(place, &region);
     if (mWindow.x < 1 || mbWarped || !mContext.mSettings.mShowItems.mValue) return test;
+    FollowCamera();
     test.StartHitTest(region);
     mScene.PickItems(test);
     test.EndHitTest();
     return test;
 }
 
+// Another view may have been painted since this one, and lights may follow the camera of a view.
+void ViewPick_cls::FollowCamera() const {
+    if (LightSRCCtrl_cls* lights = mContext.mHost.GetPCLightSRCCtrl()) lights->SetCamera(mCamera);
+}
+
 MoveItem_cls::View_st ViewPick_cls::GetView(bool bSnap) const {
+    FollowCamera();
     MoveItem_cls::View_st view;
     view.mCamera = mCamera;
+    // A wide view shows items beside and behind its camera: hands move them as if it looked at them.
+    const SceneObj_cls* item = MoveItem_cls::mspCSelectedObject;
+    if (mMode != FishEye_cls::MODE_FLAT && item) {
+        double place[3];
+        item->GetTranslation(SceneObj_cls::kCurrent, place);
+        item->ToScene(place);
+        view.mCamera.PointAt(place);
+    }
     view.mAspect = GetAspect(mWindow);
     view.mProject = [this](const double place[3], double out[2]) { return Project(place, out); };
     view.mGridUnit = ViewScene_cls::GetGridUnit(mContext.mMoment.distanceToAnchor);

@@ -39,6 +39,7 @@ public:
     static double GetPixelsAcross(int multiPanelMode, double angle, wxSize window, double scale);
 
 private:
+    void FollowCamera() const;
     PositionAndDirection_cls AimAt(const double mouse[2]) const;
     HitTest_cls MakeHitTest(wxPoint place, PickRegion_st* pRegion) const;
 
