@@ -363,6 +363,7 @@ TEST_F(PovDialog, QuittingAsksAndLeavesNoRenderer) {
     PressButton("RenderSnap");
     ASSERT_TRUE(PumpUntil([&] { return !ReadFile("pid").empty(); }));
     mAnswers = {false};
+    mSaveAnswers = {MESSAGE_CANCEL};
     Menu(ID_QUIT);
     EXPECT_TRUE(WasTold("POV-Ray is at work"));
     EXPECT_TRUE(Pov().IsBusy());
