@@ -175,9 +175,9 @@ void PovRadiosityPage_cls::SetMNumRadiosity() {
     const int flags = AddCheck(wxEmptyString, &r.mZeroAmbient.mValue, _("ambient off"),
                                _("Surfaces have no light of their own"));
     AddCheckTo(flags, &r.mMedia.mValue, _("media on"), _("Fog and smoke count"));
-    AddCheckTo(flags, &r.mNormal.mValue, _("normal on"), _("Uneven surfaces count"));
-    AddCheck(wxEmptyString, &r.mHighReproduce.mValue, _("High Reproducibility"),
-             _("Less chance of the order in which parts of the picture are done"));
+    const int more = AddCheck(wxEmptyString, &r.mNormal.mValue, _("normal on"), _("Uneven surfaces count"));
+    AddCheckTo(more, &r.mHighReproduce.mValue, _("High Reproducibility"),
+               _("Less chance of the order in which parts of the picture are done"));
 }
 
 void PovRadiosityPage_cls::HideAndShow() {

@@ -158,9 +158,8 @@ TEST_F(PovDialog, RegionsChooseTheFrames) {
     EXPECT_EQ(Time()->GetFrame(), 6);
     Pov().mCRender.mRegion.mValue = PovRender_cls::REGION_ALL;
     PressButton("ExportAnim");
-    ASSERT_TRUE(PumpUntil([] { return Pov().mbExportingAnim; }));
-    ASSERT_TRUE(WaitForEnd());
-    EXPECT_EQ(int(Files(".pov").size()), Time()->GetMaxFrame() + 1);
+    const size_t all = size_t(Time()->GetMaxFrame()) + 1;
+    EXPECT_TRUE(PumpUntil([&] { return Files(".pov").size() == all && !Pov().IsBusy(); }));
 }
 
 TEST_F(PovDialog, AbortLetsTheFrameEndAndASecondPressStopsIt) {
@@ -338,7 +337,7 @@ TEST_F(PovDialog, PagesShowWhatCounts) {
     Hub()->Undo();
     EXPECT_FALSE(isShown("Rays that look for light")) << "pages follow the undo list";
     Choose(static_cast<wxChoice*>(mpGUI->GetPCPage(0)->GetField(0)), 2);
-    EXPECT_TRUE(FindByTip(mpGUI, "Choose another format"));
+    EXPECT_TRUE(FindByLabel(mpGUI, Pov().mCFormat.GetRefusal()));
     PressButton("Advanced");
     ASSERT_TRUE(WaitForWindow("Pov-Ray Advanced Settings"));
     TypeInto(dynamic_cast<NumField_cls*>(mpGUI->GetPCAdvanced()->GetField(0)), "33");
