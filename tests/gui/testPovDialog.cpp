@@ -151,8 +151,7 @@ TEST_F(PovDialog, RegionsChooseTheFrames) {
     Pov().mCRender.mCustomMin.mValue = 4;
     Pov().mCRender.mCustomMax.mValue = 6;
     PressButton("ExportAnim");
-    ASSERT_TRUE(PumpUntil([] { return Pov().mbExportingAnim; }));
-    ASSERT_TRUE(WaitForEnd());
+    ASSERT_TRUE(PumpUntil([&] { return Files(".pov").size() == 3 && !Pov().IsBusy(); }));
     EXPECT_EQ(Files(".pov"),
               (std::set<std::string>{"povanim0000.pov", "povanim0001.pov", "povanim0002.pov"}));
     EXPECT_EQ(Time()->GetFrame(), 6);
