@@ -195,7 +195,8 @@ def project(name, setup):
              + ["DataSequence0=0", facts["frames"][0]["file"]]
              + attribute_lines(setup, scale) + periodic_lines(setup, edges)
              # A path of the machine that writes this would stand there else.
-             + ["ImgSequenceFile=Preview%04d.png", "FBOBufferSize=3", "LineWidth=5.000000"])
+             + ["PathPovRay=/usr/bin/povray", "PathPovWork=POV", "PovColorByParticle=1",
+                "PovGroupMaterials=1", "ImgSequenceFile=Preview%04d.png", "FBOBufferSize=3", "LineWidth=5.000000"])
     return "\n".join(lines) + "\n"
 
 
@@ -432,6 +433,32 @@ def stereo_lines(folder):
         "timeDepend=0", "periodic=0", "itemnum 1", f"0.000000000 0 {parallax:.6f} 0.000000 0.000000 "]
 
 
+def ray_lines(_folder):
+    """The cut melt on a dark mirror, with the soft shadows of a large lamp, for POV-Ray."""
+    lines = cut_lines(_folder)
+    lines = lines[:lines.index("---FilterCtrl0Begin")]
+    lines += ["BGColorConstantColor=0.06 0.08 0.12 1"]
+    lines += camera_lines(around(5.2, 2.3, -80, -35), look=(0.0, 0.0, -0.28), angle=30)
+    lines += light_lines([
+        (["Type=0", "CastShadow=1", "LightArea=1", "LightAreaSize=1.5", "LightAreaQuality=5"],
+         [(1.5, -4.5, 5.0)] * 2, (0, 0, 0), 0.85),
+        ([f"Type={PARALLEL}", "CastShadow=0"], [(-4.0, -2.0, 2.0)] * 2, (0, 0, 0), 0.3)])
+    way = [(1.0, -1.0, 1.0)] * 2
+    cut = filter_lines(BOOLEAN, "Boolean00", ["OperatorType=1", "RegionType=0", "BorderFactor=0.000000"],
+                       translate=way, scale=[(1.5, 1.5, 1.5)] * 2)
+    floor = filter_lines(OBJECT, "Object00", [
+        "ObjectType=0", "ShaderType=2", "AmbientConstantColor=0.02 0.02 0.03 1",
+        "DiffuseConstantColor=0.10 0.11 0.14 1", "SpecularConstantColor=0.2 0.2 0.2 1",
+        "ReflectType=1", "ReflectMin=0.10", "ReflectMax=0.45"],
+        translate=[(0, 0, -1.06)] * 2, scale=[(14, 14, 0.1)] * 2)
+    lines += ["PovCameraWidth=960", "PovCameraHeight=540", "PovAntialias=1", "PovAntiAliasThreshold=0.1",
+              "PovDisplay=0", "TimeAnimInterp=1"]
+    return lines + list_lines(0, [cut]) + list_lines(1, [floor])
+
+
+# For POV-Ray: one more project of a set.
+RAY = {"lj_melt_text": ("melt_ray", ray_lines, "for POV-Ray: a cut melt on a mirror, with soft shadows")}
+
 # For two eyes: one more project of a set.
 STEREO = {"public_pyscal_ni500": ("nickel_stereo", stereo_lines, "for red-cyan glasses")}
 
@@ -454,6 +481,10 @@ def stereo(name, setup):
     return project(name, setup) + "\n".join(STEREO[name][1](EXAMPLES / name)) + "\n"
 
 
+def ray(name, setup):
+    return project(name, setup) + "\n".join(RAY[name][1](EXAMPLES / name)) + "\n"
+
+
 def write_whole(folder, name, text):
     """From the folder itself: paths stay relative."""
     (folder / name).write_text(text)
@@ -466,6 +497,8 @@ def readme(name, setup):
         more += f" {SCENES[name][0]}.mrp has filters: {SCENES[name][2]}."
     if name in STEREO:
         more += f" {STEREO[name][0]}.mrp is {STEREO[name][2]}."
+    if name in RAY:
+        more += f" {RAY[name][0]}.mrp is {RAY[name][2]}."
     return (f"{setup['what']}\n"
             f"To open it: File, Open Project, {name}.mrp; FACTS.txt tells what every frame holds.{more}\n"
             f"{setup['origin']}\n")
@@ -483,6 +516,8 @@ def main():
             write_whole(folder, f"{SCENES[name][0]}.mrp", scene(name, setup))
         if name in STEREO:
             write_whole(folder, f"{STEREO[name][0]}.mrp", stereo(name, setup))
+        if name in RAY:
+            write_whole(folder, f"{RAY[name][0]}.mrp", ray(name, setup))
         (folder / "README.md").write_text(readme(name, setup))
     print(f"{len(SETS)} projects written")
 

@@ -18,6 +18,7 @@ namespace {
 constexpr int kMaxFrame = 1000000000;
 constexpr int kMaxMemoryMB = 100000000;
 constexpr int kMaxThreads = 64;
+constexpr int kMaxJobs = 1024;
 
 wxString Quote(const wxString& text) { return "\"" + text + "\""; }
 
@@ -98,6 +99,11 @@ wxString ReadThreads(const wxString& text, FilmArgs_st* pArgs) {
     return wxString::Format("--threads: %s is no number of threads; give 1 to %d", Quote(text), kMaxThreads);
 }
 
+wxString ReadJobs(const wxString& text, FilmArgs_st* pArgs) {
+    if (ReadInt(text, 1, kMaxJobs, &pArgs->mJobs)) return wxString();
+    return wxString::Format("--jobs: %s is no number of frames; give 1 to %d", Quote(text), kMaxJobs);
+}
+
 wxString ReadDamaged(const wxString& text, FilmArgs_st* pArgs) {
     pArgs->mbDamagedOk = text == "ok";
     return pArgs->mbDamagedOk ? wxString() : "--damaged: there is only \"ok\"";
@@ -175,6 +181,9 @@ const std::map<wxString, Option_st>& Options() {
         {"--fps", {true, ReadRate}},
         {"--write-project", Text<&FilmArgs_st::mWriteProject>()},
         {"--export-data", Text<&FilmArgs_st::mExport>()},
+        {"--pov-export", Text<&FilmArgs_st::mPovExport>()},
+        {"--pov-render", Text<&FilmArgs_st::mPovRender>()},
+        {"--jobs", {true, ReadJobs}},
         {"--memory", {true, ReadMemory}},
         {"--threads", {true, ReadThreads}},
         {"--damaged", {true, ReadDamaged}},
@@ -206,6 +215,13 @@ wxString ReadOption(const std::vector<wxString>& words, size_t* pI, FilmArgs_st*
 wxString CheckTogether(const FilmArgs_st& args) {
     if (args.mProject.empty()) return "no project is named";
     if (!args.mRate.empty() && args.mVideo.empty()) return "--fps is for --video";
+    if (args.mJobs != 1 && args.mPovRender.empty()) return "--jobs is for --pov-render";
+    if (!IsPovFilm(args)) return wxString();
+    if (!args.mPovExport.empty() && !args.mPovRender.empty())
+        return "--pov-render writes the scenes too; leave --pov-export away";
+    if (!args.mOutput.empty()) return "--output is for drawn pictures; POV-Ray's bear their scenes' names";
+    if (args.mStereo != FilmArgs_st::kProjectStereo) return "--stereo is for drawn pictures";
+    if (!args.mVideo.empty() && args.mPovRender.empty()) return "--video needs pictures: give --pov-render";
     return wxString();
 }
 
@@ -286,6 +302,11 @@ wxString ParseFilmArgs(const std::vector<wxString>& words, FilmArgs_st* pArgs) {
     if (!error.empty()) return error;
     const wxString nowhere = CheckFolder("--video", pArgs->mVideo);
     if (!nowhere.empty()) return nowhere;
+    for (const auto& [option, folder] : {std::make_pair("--pov-export", pArgs->mPovExport),
+                                         std::make_pair("--pov-render", pArgs->mPovRender)}) {
+        const wxString wrong = folder.empty() ? wxString() : CheckFolder(option, folder + "/scene");
+        if (!wrong.empty()) return wrong;
+    }
     if (!pArgs->mExport.empty()) {
         const wxString wrong = CheckFilmExport(&pArgs->mExport);
         if (!wrong.empty()) return wrong;
@@ -346,6 +367,15 @@ isn't asked. Each step counts one.
   --export-data NAME
                    write the particles of each frame too, in the layout of the project's "Export Particle
                    Data", with %04d where the number goes
+  --pov-export FOLDER
+                   draw no pictures; write the scene of each frame for POV-Ray there (a .pov and an .ini), with
+                   the names that the project has for animations. Without --frames the frames are those of the
+                   project's "Region to render"
+  --pov-render FOLDER
+                   write the scenes there and render them, a process a frame; needs POV-Ray. --size, --blur,
+                   --transparent, --resume, --video and --fps act on these pictures
+  --jobs N         frames that are rendered at a time, 1 without it; one with radiosity or photons uses one
+                   processor
   --write-project FILE
                    make no film; write the project as the window saves it, with all settings that it doesn't say
   --damaged ok     frames of damaged data (a file that is cut off, lines without numbers, meshes or bonds that

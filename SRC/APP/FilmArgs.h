@@ -38,12 +38,20 @@ struct FilmArgs_st {
     wxString mRate;           ///< pictures a second, "25" or "30000/1001"; empty: the project's
     wxString mWriteProject;   ///< file for the whole project; empty: a film is made
     wxString mExport;         ///< name of data files with a number field; empty: none
+    wxString mPovExport;      ///< folder for scenes of POV-Ray; empty: none
+    wxString mPovRender;      ///< the same, and they are rendered there
+    int mJobs = 1;            ///< frames that POV-Ray renders at a time
     bool mbDamagedOk = false; ///< damaged data are no failure
     int mMemoryMB = 0;        ///< limit of the snapshots in memory; 0: the default
     int mThreads = 0;         ///< that read a text file; 0: the default
     bool mbQuiet = false;
     bool mbTiming = false;
 };
+
+/// Does the film go through POV-Ray?
+inline bool IsPovFilm(const FilmArgs_st& args) {
+    return !args.mPovExport.empty() || !args.mPovRender.empty();
+}
 
 /// Read the words behind the program's name. Empty on success, else what is wrong, in one line.
 wxString ParseFilmArgs(const std::vector<wxString>& words, FilmArgs_st* pArgs);

@@ -16,6 +16,7 @@
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPeriodicBoundary.h"
+#include "POVRAY/clsPovRayCtrl.h"
 #include "SCENE/clsAnchorPath.h"
 #include "SCENE/clsCameraPath.h"
 #include "SCENE/clsLightSRCCtrl.h"
@@ -41,6 +42,7 @@ void ReadBlock(Main_cls& hub, Stream& stream, const wxString& line) {
 }
 
 wxString WriteFramePaths(Main_cls& hub) { return hub.mpCFrameMain->SerializeForConfigure(); }
+wxString WritePovPaths(Main_cls& hub) { return hub.mpCPovRayCtrl->SerializeForConfigure(); }
 wxString WritePreference(Main_cls& hub) { return hub.mpCFrameMain->GetPCPreference()->Serialize(); }
 void ReadPreference(Main_cls& hub, Stream&, const wxString& line) {
     hub.mpCFrameMain->GetPCPreference()->ReadStrLine(line);
@@ -70,7 +72,7 @@ const std::vector<ProjectBlock_st>& GetProjectBlocks() {
         {1, "loader", true, Write<&Main_cls::mpCDataLoader>, ReadLine<&Main_cls::mpCDataLoader>},
         {2, "exporter", true, Write<&Main_cls::mpCDataExporter>, ReadLine<&Main_cls::mpCDataExporter>},
         {3, "last paths", true, WriteFramePaths, ReadLine<&Main_cls::mpCFrameMain>}, // reads block 5 too
-        {4, "scene export paths", true, nullptr, nullptr},
+        {4, "scene export paths", true, WritePovPaths, nullptr},
         {5, "layout and views", false, Write<&Main_cls::mpCFrameMain>, nullptr},
         {6, "time and time remap", false, Write<&Main_cls::mpCTimeCtrl>, ReadBlock<&Main_cls::mpCTimeCtrl>},
         {7, "draw options", false, Write<&Main_cls::mpCDrawOption>, ReadLine<&Main_cls::mpCDrawOption>},
@@ -85,7 +87,8 @@ const std::vector<ProjectBlock_st>& GetProjectBlocks() {
         {14, "light sources", false, Write<&Main_cls::mpCLightSRCCtrl>,
          ReadBlock<&Main_cls::mpCLightSRCCtrl>},
         {15, "stereogram", false, Write<&Main_cls::mpCStereoGram>, ReadBlock<&Main_cls::mpCStereoGram>},
-        {16, "scene export", false, nullptr, nullptr},
+        {16, "scene export", false, Write<&Main_cls::mpCPovRayCtrl>,
+         ReadLine<&Main_cls::mpCPovRayCtrl>}, // reads block 4 too,
         {17, "preferences", false, WritePreference, ReadPreference},
         {18, "shared by all views", false, WriteCanvasStatics, ReadCanvasStatics},
         {19, "shadow volumes", false, WriteShadows, ReadShadows},

@@ -11,6 +11,7 @@
 #include "APP/clsFrameMain.h"
 #include "APP/clsImageRun.h"
 #include "APP/clsMain.h"
+#include "APP/clsPovScene.h"
 #include "APP/clsRecentFiles.h"
 #include "APP/clsRecovery.h"
 #include "COMMON/EventIds.h"
@@ -24,10 +25,12 @@
 #include "PDATA/clsPDataSequence.h"
 #include "PDATA/clsPeriodicBoundary.h"
 #include "TIME/clsTimeCtrl.h"
+#include "POVRAY/clsPovRayCtrl.h"
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
 #include "WIDGET/TIMELINE/clsGraphPanel.h"
 #include "WIDGET/TIMELINE/clsParamGUICtrl.h"
 #include "WIDGET/clsFileDialogEX.h"
+#include "WIDGET/Clipboard.h"
 
 namespace {
 
@@ -50,6 +53,7 @@ FileMenu_cls::FileMenu_cls(FrameMain_cls& frame, ConfItemList_cls& list)
     BindMenu(mFrame, this, ID_LOAD_DATA, &FileMenu_cls::OnMenuLoadData);
     BindMenu(mFrame, this, ID_GUESS_DATA, &FileMenu_cls::OnMenuGuessData);
     BindMenu(mFrame, this, ID_CLOSE_DATA, &FileMenu_cls::OnMenuCloseData);
+    BindMenu(mFrame, this, ID_EXPORT_PATH_POV, &FileMenu_cls::OnMenuExportPathPov);
     BindMenu(mFrame, this, ID_QUIT, &FileMenu_cls::OnQuit);
     mFrame.Bind(wxEVT_CLOSE_WINDOW, &FileMenu_cls::OnClose, this);
     mFrame.Bind(wxEVT_IDLE, &FileMenu_cls::OnIdle, this);
@@ -172,6 +176,8 @@ void FileMenu_cls::FillRecentMenus() {
                                       mFrame.GetMenuBar()->FindItem(menus[kind])->GetSubMenu());
 }
 
+void FileMenu_cls::OnMenuExportPathPov(wxCommandEvent&) { PutOnClipboard(GetPathPov(mHub)); }
+
 void FileMenu_cls::OnMenuRecent(wxCommandEvent& event) {
     const bool bProject = event.GetId() < ID_RECENT_DATA_0;
     const auto kind = bProject ? RecentFiles_cls::Projects : RecentFiles_cls::Data;
@@ -272,7 +278,7 @@ void FileMenu_cls::OpenWithLoader(const wxString& path) {
 
 bool FileMenu_cls::AskQuit() {
     if (GbGLLockModalDialog.load()) return false; // the question is up already
-    const wxString warning = mFrame.GetPCImageRun()->GetQuitWarning();
+    const wxString warning = mFrame.GetPCImageRun()->GetQuitWarning() + mHub.mpCPovRayCtrl->GetQuitWarning();
     if (mHub.mpCRecovery->IsModified()) return AskForSteps(warning);
     const FlagScope_cls modal(GbGLLockModalDialog);
     return MsgBoxYesno(_("Really Quit ?") + warning, _("Query"));
@@ -296,6 +302,8 @@ void FileMenu_cls::OnClose(wxCloseEvent& event) {
     }
     if (!mbQuitAsked) SayLastWords();
     mFrame.GetPCImageRun()->StopOutputs();
+    mHub.mpCPovRayCtrl->AbortRenderPovAnim();
+    mHub.mpCPovRayCtrl->StopRenderer();
     mHub.WaitThreadFinish();
     mFrame.Destroy();
 }

@@ -43,6 +43,7 @@ private:
     void OnMenuLoadData(wxCommandEvent& event);
     void OnMenuGuessData(wxCommandEvent& event);
     void OnMenuCloseData(wxCommandEvent& event);
+    void OnMenuExportPathPov(wxCommandEvent& event);
     void OnMenuRecent(wxCommandEvent& event);
     void OnQuit(wxCommandEvent& event);
     void OnClose(wxCloseEvent& event);

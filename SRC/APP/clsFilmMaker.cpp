@@ -11,6 +11,7 @@
 #include "APP/FilmStop.h"
 #include "APP/FilmTargets.h"
 #include "APP/ProjectInputs.h"
+#include "APP/clsFilmPov.h"
 #include "APP/clsCopyQuestion.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
@@ -30,6 +31,7 @@
 #include "PARAM/clsParamGroup.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
+#include "POVRAY/clsPovRayCtrl.h"
 #include "SCENE/clsStereoGram.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/Realize.h"
@@ -47,6 +49,8 @@ FilmMaker_cls::FilmMaker_cls(Main_cls* pMain, const FilmArgs_st& args, FilmProgr
     mpCFrame->GetCopyQuestion().TellOnly();
 }
 
+FilmMaker_cls::~FilmMaker_cls() = default;
+
 FilmStatus FilmMaker_cls::Run() {
     // A stop is told by the caller.
     if (IsFilmStopped() || !Open() || IsFilmStopped()) return mStatus;
@@ -57,8 +61,8 @@ FilmStatus FilmMaker_cls::Run() {
     }
     if (!TakeView() || !TakeFrames()) return mStatus;
     TakeStereo();
-    if (!TakeOutput() || !TakeTargets()) return mStatus;
     TakeBlur();
+    if (!(IsPovFilm(mArgs) ? TakePov() : TakeOutput()) || !TakeTargets()) return mStatus;
     NoteOddities();
     MakeFrames();
     if (!mArgs.mVideo.empty() && !IsFilmStopped()) MakeVideo();
@@ -133,9 +137,12 @@ bool FilmMaker_cls::TakeTargets() {
     size_t missing = 0;
     for (const FilmFrame_st& frame : mFilm) {
         for (const int eye : GetEyes()) {
-            targets.push_back({"--output", GetFilmName(mNames, frame.mNumber, eye)});
+            targets.push_back({mpCPov ? (mpCPov->IsRender() ? "--pov-render" : "--pov-export") : "--output",
+                               GetPictureName(frame.mNumber, eye)});
             missing += !mArgs.mbResume || !wxFileName::FileExists(targets.back().mPath) ? 1 : 0;
         }
+        if (mpCPov && mpCPov->IsRender())
+            targets.push_back({"--pov-render", mpCPov->GetScene(frame.mNumber)});
         if (!mArgs.mExport.empty())
             targets.push_back({"--export-data", GetFilmName(mDataNames, frame.mNumber)});
     }
@@ -145,8 +152,8 @@ bool FilmMaker_cls::TakeTargets() {
     wxString error = CheckFilmTargets(inputs, targets);
     if (error.empty()) error = MakeFilmFolders(targets);
     const wxSize size = GetFileSize();
-    const wxString ending = SplitPath_cls(mNames.mStrPath).mStrExt.Mid(1);
-    if (error.empty())
+    const wxString ending = SplitPath_cls(first).mStrExt.Mid(1);
+    if (error.empty() && ending != "pov")
         error =
             CheckFilmSpace(first, EstimateFilmBytes(ending, size.x, size.y, missing, mArgs.mbTransparent));
     if (!error.empty()) return Fail(FilmStatus::WrongArguments, error);
@@ -156,6 +163,10 @@ bool FilmMaker_cls::TakeTargets() {
 
 bool FilmMaker_cls::TakeFrames() {
     wxString error;
+    if (IsPovFilm(mArgs) && !mArgs.mbFrames) {
+        TakePovRegion(&error);
+        return error.empty() || Fail(FilmStatus::NotOpened, error);
+    }
     if (!mArgs.mbFrames) {
         mFilm = ListFilm(*mpCTime, &error);
         return error.empty() || Fail(FilmStatus::NotOpened, error);
@@ -202,6 +213,8 @@ void FilmMaker_cls::TakeStereo() {
 wxSize FilmMaker_cls::GetFileSize() const {
     const ImgSequence_cls* sequence = mpCMain->mpCImgSequence;
     const StereoGram_cls& stereo = *mpCMain->mpCStereoGram;
+    const PovFormat_cls& format = mpCMain->mpCPovRayCtrl->mCFormat;
+    if (mpCPov) return wxSize(format.mWidth.mValue, format.mHeight.mValue);
     wxSize size(sequence->mOutW, sequence->mOutH);
     if (mpCCanvas->IsAlongAxis() || !stereo.IsFull() || stereo.IsDualOutput()) return size;
     (stereo.IsAbove() ? size.y : size.x) *= 2;
@@ -233,8 +246,10 @@ void FilmMaker_cls::MakeFrames() {
     TellGuard(GuardWord::Begun);
     mWatch.Start();
     mpCProgress->Begin(int(mFilm.size()));
-    for (size_t i = 0; i < mFilm.size() && !IsFilmStopped(); ++i)
+    const bool bLight = !mpCPov || !mpCPov->NeedsPretrace() || MakePovPretrace();
+    for (size_t i = 0; bLight && i < mFilm.size() && !IsFilmStopped(); ++i)
         MakeFrame(i);
+    if (mpCPov) EndPov();
     GCImgIO.Finish();
     TakeFailures();
     TellWritten(mWriting);
@@ -256,10 +271,16 @@ std::vector<int> FilmMaker_cls::GetEyes() const {
     return {EYE_LEFT, EYE_RIGHT};
 }
 
+/// What a frame ends as: a picture, or a scene.
+wxString FilmMaker_cls::GetPictureName(int number, int eye) const {
+    if (!mpCPov) return GetFilmName(mNames, number, eye);
+    return mpCPov->IsRender() ? mpCPov->GetPicture(number) : mpCPov->GetScene(number);
+}
+
 std::vector<wxString> FilmMaker_cls::GetPictures(size_t i) const {
     std::vector<wxString> paths;
     for (const int eye : GetEyes())
-        paths.push_back(GetFilmName(mNames, mFilm[i].mNumber, eye));
+        paths.push_back(GetPictureName(mFilm[i].mNumber, eye));
     return paths;
 }
 
@@ -270,16 +291,19 @@ void FilmMaker_cls::MakeFrame(size_t i) {
     const wxSize size = GetFileSize();
     if (mArgs.mbResume && (data.empty() || wxFileName::FileExists(data)) &&
         std::all_of(paths.begin(), paths.end(), [&](const wxString& path) {
-            return IsWholeImage(path, size.x, size.y, mArgs.mbTransparent);
+            return mpCPov ? mpCPov->IsFrameThere(mFilm[i].mNumber)
+                          : IsWholeImage(path, size.x, size.y, mArgs.mbTransparent);
         })) {
         for (size_t k = 0; k < paths.size(); ++k)
             mVDone[eyes[k]].push_back(paths[k]);
+        mSPovDone.insert(i);
         mpCProgress->Count(false);
         TellGuardSettled(i);
         return;
     }
     const std::vector<wxString>& whole = mVDone[eyes.back()];
     const size_t done = whole.size();
+    mbHandedOn = false;
     try {
         // Stopped; what was whole by then counts.
         if (!DrawFrame(i, paths.front()) && whole.size() == done) return;
@@ -287,6 +311,7 @@ void FilmMaker_cls::MakeFrame(size_t i) {
         FailFrame(paths.front(), "memory is too short for it");
     }
     DropBehind(i);
+    if (mbHandedOn) return; // it counts when it is rendered
     mpCProgress->Count(true);
     TakeFailures();
     TellWritten(mWritten);
@@ -318,13 +343,12 @@ bool FilmMaker_cls::DrawFrame(size_t i, const wxString& path) {
     mpCTime->SetFrameNative(mFilm[i].mFrame, 0);
     mpCFrame->TellPresent();
     mpCMain->mpCPDataSeqCtrl->CleanUpMemory(mpCTime->GetRemappedIndex(-1), mpCTime->GetDataStep());
-    const ImgSequence_cls* sequence = mpCMain->mpCImgSequence;
     TakePictureFault(); // another frame's
     mpCCanvas->RequestImage(
         [this, i](const ImageBuffers_st& buffers, wxSize size) {
-            Save(buffers, size, GetFilmName(mNames, mFilm[i].mNumber, buffers.mEye));
+            if (!mpCPov) Save(buffers, size, GetFilmName(mNames, mFilm[i].mNumber, buffers.mEye));
         },
-        wxSize(sequence->mOutW, sequence->mOutH), mArgs.mbTransparent);
+        GetDrawnSize(), mArgs.mbTransparent);
     MotionBlurCtrl_cls& blur = mpCTime->mCMotionBlur;
     const int steps = blur.mbBlur ? blur.mBlurSteps : 1;
     for (int step = 0; step < steps; ++step) {
@@ -340,12 +364,17 @@ bool FilmMaker_cls::DrawFrame(size_t i, const wxString& path) {
         if (step == 0 && !(FollowBonds(path) && FollowParticle(path))) return !IsFilmStopped();
         if (step == 0 && !data.empty()) ExportFrame(data);
         ReadAhead(i);
-        const wxString fault = DrawStep();
+        wxString fault = DrawStep();
+        if (fault.empty() && mpCPov && !IsFilmStopped())
+            fault = mpCPov->WriteStep(mpCCanvas, i, mFilm[i].mNumber, step);
         if (fault.empty()) continue;
         FailFrame(path, fault);
         return true;
     }
     NoteFilterFaults(mFilm[i].mFrame);
+    if (!mpCPov || IsFilmStopped()) return !IsFilmStopped();
+    mbHandedOn = true;
+    mpCPov->Render(i, mFilm[i].mNumber);
     return !IsFilmStopped();
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <utility>
@@ -17,6 +18,7 @@
 #include "COMMON/Eye.h"
 #include "PDATA/clsFileSequence.h"
 
+class FilmPov_cls;
 class FilmProgress_cls;
 class FrameMain_cls;
 class Main_cls;
@@ -43,6 +45,9 @@ class FilmMaker_cls {
 public:
     /// The hub's frame has never been shown.
     FilmMaker_cls(Main_cls* pMain, const FilmArgs_st& args, FilmProgress_cls* pProgress);
+    ~FilmMaker_cls();
+    FilmMaker_cls(const FilmMaker_cls&) = delete;
+    FilmMaker_cls& operator=(const FilmMaker_cls&) = delete;
     FilmStatus Run();
     /// One line for the tools: where the seconds went.
     std::string GetTiming() const;
@@ -71,6 +76,7 @@ private:
     void ReadAhead(size_t i);
     void DropBehind(size_t i);
     std::vector<int> GetEyes() const;
+    wxString GetPictureName(int number, int eye) const;
     std::vector<wxString> GetPictures(size_t i) const;
     void NoteSpace(size_t pictures);
     void Save(const ImageBuffers_st& buffers, wxSize size, const wxString& path);
@@ -83,6 +89,14 @@ private:
     void TakeFailures();
     void TellWritten(int i) const;
     void FailFrame(const wxString& path, const wxString& reason, bool bPicture = true);
+    // clsFilmMakerPov.cpp
+    bool TakePov();
+    void TakePovRegion(wxString* pError);
+    bool MakePovPretrace();
+    void EndPovFrame(size_t i, const wxString& error);
+    void EndPov();
+    wxSize GetDrawnSize() const;
+
     void MakeVideo();
     void MakeVideoOf(int eye);
     void Note(const wxString& text) const;
@@ -95,6 +109,9 @@ private:
     FilmArgs_st mArgs;
     FilmProgress_cls* mpCProgress;
     FilmStatus mStatus = FilmStatus::Done;
+    std::unique_ptr<FilmPov_cls> mpCPov; ///< null: pictures are drawn
+    bool mbHandedOn = false;             ///< the frame that is being made is a renderer's
+    std::set<size_t> mSPovDone;          ///< of mFilm
     FileSequence_cls mNames;
     FileSequence_cls mDataNames; ///< of exported data
     std::vector<FilmFrame_st> mFilm;

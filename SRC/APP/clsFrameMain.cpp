@@ -19,6 +19,7 @@
 #include "APP/clsHelpMenu.h"
 #include "APP/clsImageRun.h"
 #include "APP/clsMain.h"
+#include "APP/clsPovExport.h"
 #include "APP/clsRefreshCommands.h"
 #include "APP/clsShortcut.h"
 #include "APP/clsViewsMenu.h"
@@ -78,6 +79,7 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
     mpCFileMenu = std::make_unique<FileMenu_cls>(*this, mCConfList);
     mpCImageRun = std::make_unique<ImageRun_cls>(*this, mCConfList);
     mpCExportRun = std::make_unique<ExportRun_cls>(*this);
+    mpCPovExport = std::make_unique<PovExport_cls>(*this);
     mpCEditMenu = std::make_unique<EditMenu_cls>(*this);
     mpCFilterMenu = std::make_unique<FilterMenu_cls>(*this);
     mpCHelpMenu = std::make_unique<HelpMenu_cls>(*this);
@@ -129,6 +131,7 @@ FrameMain_cls::~FrameMain_cls() {
     mpCHelpMenu.reset();
     mpCFilterMenu.reset();
     mpCEditMenu.reset();
+    mpCPovExport.reset();
     mpCExportRun.reset();
     mpCImageRun.reset();
     mpCFileMenu.reset();
@@ -229,9 +232,10 @@ void FrameMain_cls::UpdateStatusText() {
         text[0] = _("No data: load particle data, or drop a file or a project here");
     }
     const auto& bonds = mpCMain->mpCFilters->mpCBonds;
-    for (const wxString& run : {GetStandstill(), bonds ? bonds->GetStatus() : wxString(),
-                                mpCMain->mpCParticles->GetStatus(), mpCImageRun->GetVideoStatus(),
-                                mpCMain->mpCImgSequence->GetProgressText(), mpCExportRun->GetExportStatus()})
+    for (const wxString& run :
+         {GetStandstill(), bonds ? bonds->GetStatus() : wxString(), mpCMain->mpCParticles->GetStatus(),
+          mpCImageRun->GetVideoStatus(), mpCMain->mpCImgSequence->GetProgressText(),
+          mpCExportRun->GetExportStatus(), mpCPovExport->GetStatus()})
         if (!run.empty()) text[0] = run;
     if (!mStrPointed.empty()) text[0] = mStrPointed;
     const int drawing = GDrawingPercentage.load();

@@ -29,6 +29,7 @@ class LightSRCCtrl_cls;
 class MainGLCanvas_cls;
 class PDataSeqCtrl_cls;
 class PDataSequence_cls;
+class PovExport_cls;
 class Preference_cls;
 class RefreshCommands_cls;
 class SharedView_cls;
@@ -152,6 +153,7 @@ private:
     std::unique_ptr<FileMenu_cls> mpCFileMenu;
     std::unique_ptr<ImageRun_cls> mpCImageRun;
     std::unique_ptr<ExportRun_cls> mpCExportRun;
+    std::unique_ptr<PovExport_cls> mpCPovExport;
     std::unique_ptr<EditMenu_cls> mpCEditMenu;
     std::unique_ptr<FilterMenu_cls> mpCFilterMenu;
     std::unique_ptr<HelpMenu_cls> mpCHelpMenu;

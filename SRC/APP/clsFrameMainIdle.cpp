@@ -23,6 +23,7 @@
 #include "IMAGE/clsImageIO.h"
 #include "IMAGE/clsImgSequence.h"
 #include "PDATA/clsPDataSeqCtrl.h"
+#include "POVRAY/clsPovRayCtrl.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
@@ -115,6 +116,7 @@ void FrameMain_cls::OnIdle(wxIdleEvent& event) {
         mbRecoveryOffered = true;
         CallAfter(&FrameMain_cls::OfferRecovery);
     }
+    mpCMain->mpCPovRayCtrl->ProcessRenderPovAnim();
     TimeCtrl_cls* time = mpCMain->mpCTimeCtrl;
     PDataSeqCtrl_cls* store = mpCMain->mpCPDataSeqCtrl;
     TellPresent();

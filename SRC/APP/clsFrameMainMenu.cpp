@@ -37,7 +37,7 @@ constexpr MenuEntry_st kFile[] = {
     {Entry::Normal, "Save Image Sequence", "A", "F8", ID_SAVE_IMAGE_SEQ, "ImgSequence", true},
     {Entry::SubBegin, "Export", "E", nullptr, ID_EXPORT_MENU, nullptr, true},
     {Entry::Normal, "Export Particle Data", "P", nullptr, ID_EXPORT_DATA, nullptr, true},
-    {Entry::Normal, "Export Path to Clipboard (.pov)", "C", nullptr, ID_EXPORT_PATH_POV, nullptr, false},
+    {Entry::Normal, "Export Path to Clipboard (.pov)", "C", nullptr, ID_EXPORT_PATH_POV, nullptr, true},
     kSubEnd,
     {Entry::Normal, "Close Particle Data", "W", "Ctrl-W", ID_CLOSE_DATA, nullptr, true},
     kSeparator,
@@ -86,16 +86,16 @@ constexpr MenuEntry_st kFilter[] = {
 };
 
 constexpr MenuEntry_st kPovRay[] = {
-    {Entry::Normal, "Pov-Ray Rendering Configure", "R", "Ctrl-R", ID_POVRAY, "PovRay", false},
+    {Entry::Normal, "Pov-Ray Rendering Configure", "R", "Ctrl-R", ID_POVRAY, "PovRay", true},
     kSeparator,
     {Entry::Normal, "Export Pov-Ray scene file (Snapshot)", nullptr, nullptr, ID_POV_EXPORT_SNAP, nullptr,
-     false},
+     true},
     {Entry::Normal, "Export Pov-Ray scene file (Animation)", nullptr, nullptr, ID_POV_EXPORT_ANIM, nullptr,
-     false},
+     true},
     {Entry::Normal, "Render scene using Pov-Ray (Snapshot)", nullptr, nullptr, ID_POV_RENDER_SNAP, nullptr,
-     false},
+     true},
     {Entry::Normal, "Render scene using Pov-Ray (Animation)", nullptr, nullptr, ID_POV_RENDER_ANIM, nullptr,
-     false},
+     true},
 };
 
 constexpr MenuEntry_st kView[] = {

@@ -179,6 +179,7 @@ void ImageRun_cls::StopOutputs() {
         if (!canvas) continue;
         canvas->StopSaveImgSeqProcess();
         canvas->StopExportDataProcess();
+        canvas->mPov.StopExportPovStringProcess();
     }
     TellImageFailures();
     if (bWhole) BeginVideo();

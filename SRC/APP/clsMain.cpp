@@ -50,6 +50,7 @@
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSnap.h"
 #include "PDATA/clsPeriodicBoundary.h"
+#include "POVRAY/clsPovRayCtrl.h"
 #include "SCENE/clsAnchorPath.h"
 #include "SCENE/clsCameraPath.h"
 #include "SCENE/clsLightSRCCtrl.h"
@@ -115,6 +116,7 @@ Main_cls::Main_cls(bool bWindow) {
     };
     mpCFilters->mpCBonds = std::make_unique<BondFollower_cls>(*mpCFilters, *mpCPDataSeqCtrl, *mpCTimeCtrl);
     mpCImgSequence = new ImgSequence_cls(mpCTimeCtrl);
+    mpCPovRayCtrl = new PovRayCtrl_cls;
     mpCColorCurveCtrl = new ColorCurveCtrl_cls;
     ColorCurveBtn_cls::mspCColorCurveCtrlLinked = mpCColorCurveCtrl;
     LinkColorCurveCtrl(*this, *mpCColorCurveCtrl);
@@ -166,6 +168,7 @@ Main_cls::~Main_cls() {
     delete mpCDataExporter;
     delete mpCParamGroupCameraPath;
     delete mpCCameraPath;
+    delete mpCPovRayCtrl;
     delete mpCAnchorPath;
     delete mpCLightSRCCtrl;
     ColorCurveBtn_cls::mspCColorCurveCtrlLinked = nullptr;

@@ -31,6 +31,7 @@ class PeriodicBoundaryCtrl_cls;
 class Parameters_cls;
 class FilterBase_cls;
 class FilterLists_cls;
+class PovRayCtrl_cls;
 class Preference_cls;
 class RecentFiles_cls;
 class Recovery_cls;
@@ -133,6 +134,7 @@ public:
     ParamGroup_cls* mpCParamGroupCameraPath = nullptr;
     TimeCtrl_cls* mpCTimeCtrl = nullptr;
     ImgSequence_cls* mpCImgSequence = nullptr;
+    PovRayCtrl_cls* mpCPovRayCtrl = nullptr;
     ColorCurveCtrl_cls* mpCColorCurveCtrl = nullptr; ///< the colour curve editor
     ParamGUICtrl_cls* mpCParamGUICtrl = nullptr;     ///< the time lines, of the main frame
     Scene_cls* mpCScene = nullptr;

@@ -28,6 +28,7 @@
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
+#include "POVRAY/clsPovRayCtrl.h"
 #include "SCENE/clsAnchorPath.h"
 #include "SCENE/clsCameraPath.h"
 #include "SCENE/clsLightSRCCtrl.h"
@@ -110,6 +111,7 @@ void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder,
         mpCAnchorPath->SetToDefault();
         ShadowVolume_cls::SetToDefault();
         mpCStereoGram->Reset();
+        mpCPovRayCtrl->ResetOwnSettings();
         mpCParticles->Reset();
     }
     {
@@ -126,6 +128,7 @@ void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder,
     if (bConfigure) user->CopyFrom(*acting);
     mpCLightSRCCtrl->UpdateTLShown();
     mpCStereoGram->UpdateTLShown();
+    mpCPovRayCtrl->UpdateItems(true);
     mpCFrameMain->ApplySettings();
     if (!bConfigure) mpCFrameMain->GetPCViewFit()->KeepCameras();
     GCUndoList.Clear(); // a project begins a history of its own

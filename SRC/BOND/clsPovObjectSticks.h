@@ -4,6 +4,7 @@
 
 #include <array>
 #include <functional>
+#include <string>
 
 #include <wx/string.h>
 
@@ -58,6 +59,12 @@ public:
             pSecond[i] = pPos[mvIndexB[k]][i] + maOffset[way.second][i];
         }
     }
+
+    /// For a scene for POV-Ray: STICKS0 to STICKS7, the sticks of each crossing mask as calls of the macro
+    /// CY, where they stand at `pPos`, with so many decimals. Sticks without a length are left out. With
+    /// `bAgain` those names are declared already, and keep what they have. Nothing while the list isn't
+    /// valid.
+    void AppendPovSticks(std::string* pText, const float (*pPos)[3], int decimals, bool bAgain) const;
 
     float maOffset[8][3] = {}; ///< of each crossing mask
     static const std::array<float, kCircle> maCircleCos;

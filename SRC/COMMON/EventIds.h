@@ -100,6 +100,7 @@ enum MenuEventId : int {
     ID_COPY_VIEW = 6720,
     ID_FIT_VIEW = 6721, ///< the active view
     ID_GUESS_DATA = 6730,
+    ID_POV_TRY = 6740, ///< the present frame, small, for its time
 
     ID_EXPORTER_HEAD_UP = 6501,
     ID_EXPORTER_HEAD_DOWN = 6502,

@@ -5,6 +5,7 @@
 #include "COMMON/clsMyVector.h"
 #include "FILTER/clsFilterData.h"
 #include "GL/BASE/clsMarkPainter.h"
+#include "POVRAY/TEXT/clsPovSerialize.h"
 
 void SetFrameColor(MarkPainter_cls& painter, const FilterData_cls& data) {
     if (data.mbSelected)
@@ -44,6 +45,23 @@ void FilterPlacement_st::Transform(float* p) const {
     MyVector::Rotate(v, mAngles[2], 2);
     for (int i = 0; i < 3; ++i)
         p[i] = float(v[i] + mPlace[i]);
+}
+
+std::string FilterPlacement_st::GetStrPovMatrix(int decimals) const {
+    using Text = PovSerialize_cls;
+    std::string text = "\tmatrix<";
+    for (int axis = 0; axis < 3; ++axis) {
+        double v[3] = {0, 0, 0};
+        v[axis] = mScale[axis];
+        MyVector::Rotate(v, mAngles[1], 1);
+        MyVector::Rotate(v, mAngles[0], 0);
+        MyVector::Rotate(v, mAngles[2], 2);
+        for (const double x : v)
+            text += Text::PovOutF(x, decimals) + ",";
+    }
+    for (int i = 0; i < 3; ++i)
+        text += Text::PovOutF(mPlace[i], decimals) + (i < 2 ? "," : ">\n");
+    return text;
 }
 
 void DrawUnitBox(MarkPainter_cls& painter) {

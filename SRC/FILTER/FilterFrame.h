@@ -1,6 +1,8 @@
 // The wire box that shows where a filter is.
 #pragma once
 
+#include <string>
+
 class FilterData_cls;
 class MarkPainter_cls;
 
@@ -18,6 +20,8 @@ struct FilterPlacement_st {
     void Multiply(MarkPainter_cls& painter) const;
     /// A point of the filter in the scene.
     void Transform(float* p) const;
+    /// The same as a line of a scene for POV-Ray.
+    std::string GetStrPovMatrix(int decimals) const;
 
     double mPlace[3];
     double mAngles[3]; ///< degrees

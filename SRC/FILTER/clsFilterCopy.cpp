@@ -9,6 +9,7 @@
 
 #include "FILTER/clsFilterCtrl.h"
 #include "PDATA/clsPeriodicBoundary.h"
+#include "POVRAY/TEXT/clsPovSerialize.h"
 
 FilterCopyData_cls::FilterCopyData_cls() : FilterData_cls(false, true) {
     for (int axis = 0; axis < 3; ++axis) {
@@ -72,6 +73,11 @@ std::vector<float> FilterCopy_cls::GetVTranslate(long long copy) const {
             place[i] += cell * vector[i];
     }
     return place;
+}
+
+std::string FilterCopy_cls::GetStrPovTranslate(long long copy, int decimals) const {
+    const std::vector<float> place = GetVTranslate(copy);
+    return place.empty() ? std::string() : PovSerialize_cls::PovOut3f("translate", place.data(), decimals);
 }
 
 void FilterCopy_cls::GLTranslate(long long copy) const {

@@ -1,6 +1,8 @@
 // Repeats particles, meshes and sticks over cells of the periodic box.
 #pragma once
 
+#include <string>
+
 #include "FILTER/clsFilterBase.h"
 #include "FILTER/clsFilterData.h"
 
@@ -22,6 +24,8 @@ public:
     /// Where a copy stands, data coordinates; empty when the filter is invalid. Cells may change with the
     /// frame.
     std::vector<float> GetVTranslate(long long copy) const;
+    /// The same as a transform of a scene for POV-Ray.
+    std::string GetStrPovTranslate(long long copy, int decimals) const;
     /// Moves the current OpenGL matrix there.
     void GLTranslate(long long copy) const;
 

@@ -3,6 +3,7 @@
 
 #include <istream>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include <wx/string.h>
@@ -20,6 +21,7 @@ class FilterStick_cls;
 class MarkPainter_cls;
 class Parameters_cls;
 class PeriodicBoundary_cls;
+class PovText_cls;
 class SceneObjTexture_cls;
 
 /// Positions count from 0. Nobody but its list owns a filter, or the undo list one that was deleted.
@@ -97,6 +99,14 @@ public:
     void GLDrawRealObject(double time, int lightNumber, bool bPerCopy);
     /// All grids; `pTags` takes their labels.
     void GLDrawRealGrid(double time, Tags* pTags) const;
+
+    // Of a scene for POV-Ray.
+    /// The meshes of its objects (FilterObject_cls::AppendPovInclude).
+    void AppendPovInclude(std::string* pText, const PovText_cls& pov);
+    /// All objects of one pass (FilterObject_cls::GetStrPovRealObject).
+    std::string GetStrPovRealObject(double time, bool bPerCopy, const std::string& extra,
+                                    const PovText_cls& pov) const;
+    std::string GetStrPovRealGrids(double time, const PovText_cls& pov) const;
 
     wxString Serialize();
     /// Reads this list's block from behind its marker line, `line`. True when it was that.

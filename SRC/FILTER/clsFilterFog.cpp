@@ -5,6 +5,7 @@
 #include <epoxy/gl.h>
 
 #include "COLORCURVE/clsColorCurve.h"
+#include "POVRAY/TEXT/clsPovSerialize.h"
 
 namespace {
 const wxString kSuffixes[2] = {"deinsity", "alpha"}; // as files have them
@@ -64,4 +65,19 @@ void FilterFog_cls::SetGLFog(double time) const {
     } else
         glFogf(GL_FOG_DENSITY, std::max(fog.mDensity * fog.mAlpha, 0.0f)); // less is an error of OpenGL
     glEnable(GL_FOG);
+}
+
+std::string FilterFog_cls::GetStrPovFog(double time) const {
+    using Text = PovSerialize_cls;
+    const FilterFogData_cls& data = *GetPCData();
+    if (!data.mCValid.mValue) return std::string();
+    const FilterFogData_cls::Values_st fog = data.GetValues(time);
+    const bool bLinear = data.mCFogType.mValue == FilterFogData_cls::LINEAR;
+    if (!bLinear && fog.mDensity == 0.0f) return std::string();
+    const double distance = bLinear ? 0.5 * double(data.mCFogEnd.mValue) : 1.0 / double(fog.mDensity);
+    const float* const c = fog.mColor;
+    const float behind[4] = {c[0], c[1], c[2], fog.mAlpha < 1.0f ? 1.0f : 1.0f - fog.mAlpha};
+    const float within[4] = {c[0], c[1], c[2], 1.0f - fog.mAlpha};
+    return Text::PovOut4f("background {rgbt ", behind, 4) + "}\nfog { \n\tdistance " +
+           Text::PovOutF(distance) + "\n" + Text::PovOut4f("\tcolor rgbt ", within, 4) + "\n}\n";
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "FILTER/clsFilterBase.h"
 #include "FILTER/clsFilterData.h"
@@ -32,6 +33,9 @@ public:
 
 class FilterFog_cls final : public FilterOf_cls<FilterFogData_cls, FILTER_FOG> {
 public:
+    /// Background and fog of a scene for POV-Ray, whose fog is of one kind; empty without density.
+    std::string GetStrPovFog(double time) const;
+
     // Both do nothing while the filter isn't valid, and need a current OpenGL context.
 
     /// The clear colour, from that of the background.

@@ -7,10 +7,13 @@
 #include "GL/BASE/clsGLState.h"
 #include "GL/BASE/clsGrid.h"
 #include "GL/BASE/clsSphere.h"
+#include "POVRAY/TEXT/clsPovObjectGrid.h"
+#include "POVRAY/TEXT/clsPovText.h"
 
 namespace {
 
 constexpr int kSphereLevel = 3;
+constexpr double kPovLine = 0.002; // half of a line's thickness
 
 } // namespace
 
@@ -70,5 +73,34 @@ void FilterGrid_cls::DrawShape(Tags* pTags) const {
         break;
     default:
         break;
+    }
+}
+
+// As a view shows it: switched off, moved, in its colour; a plain scene has all grids, grey, where they are.
+std::string FilterGrid_cls::GetStrPovRealGrid(double time, const PovText_cls& pov) const {
+    const FilterGridData_cls& data = *GetPCData();
+    const PovObjectGrid_cls::Span_st span = {double(data.mCGridMin.mValue), double(data.mCGridMax.mValue),
+                                             data.mCGridLineNum.mValue, kPovLine, pov.GetDecimals(6)};
+    float color[4] = {0.5f, 0.5f, 0.5f, 1.0f};
+    std::string placed;
+    if (pov.GetOptions().mbLikeView) {
+        if (!data.mCValid.mValue || !data.mCVisible.mValue) return std::string();
+        data.mpCColor->GetColor4fNormal(color, 0.0f);
+        placed = FilterPlacement_st(data, time).GetStrPovMatrix(pov.GetDecimals(6));
+    }
+    const std::string ending = PovObjectGrid_cls::GetStrPovTexture(color) + placed;
+    switch (data.mCGridType.mValue) {
+    case FilterGridData_cls::FLAT_XY:
+        return PovObjectGrid_cls::GetStrPovBasicGridZ(span, 0.0, ending);
+    case FilterGridData_cls::FLAT_YZ:
+        return PovObjectGrid_cls::GetStrPovBasicGridX(span, 0.0, ending);
+    case FilterGridData_cls::FLAT_XZ:
+        return PovObjectGrid_cls::GetStrPovBasicGridY(span, 0.0, ending);
+    case FilterGridData_cls::CUBIC:
+        return PovObjectGrid_cls::GetStrPovBasicGridCubic(span, ending);
+    case FilterGridData_cls::CIRCLE:
+        return PovObjectGrid_cls::GetStrPovGridCircular(span, ending);
+    default:
+        return std::string();
     }
 }

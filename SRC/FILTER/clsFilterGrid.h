@@ -1,11 +1,14 @@
 // A frame of reference in the scene: flat grids, a lattice, circles or a sphere.
 #pragma once
 
+#include <string>
+
 #include "FILTER/clsFilterBase.h"
 #include "FILTER/clsFilterData.h"
 #include "GL/BASE/TagObject.h"
 
 class ColorCurve_cls;
+class PovText_cls;
 
 class FilterGridData_cls final : public FilterData_cls {
 public:
@@ -28,6 +31,9 @@ public:
     /// The grid itself, in the current line width; `pTags`, if any, takes its labels. Needs a current OpenGL
     /// context with the camera in the model-view matrix.
     void GLDrawRealGrid(double time, Tags* pTags) const;
+
+    /// Its lines as solids of a scene for POV-Ray, whose picture has no sphere of them.
+    std::string GetStrPovRealGrid(double time, const PovText_cls& pov) const;
 
 private:
     void DrawShape(Tags* pTags) const;

@@ -1,12 +1,17 @@
 // Puts a solid thing beside the particles: a box, a plane, a sphere, or a mesh from a file.
 #pragma once
 
+#include <set>
+#include <string>
+
 #include "FILTER/clsFilterBase.h"
 #include "FILTER/clsFilterData.h"
 #include "FILTER/clsSceneObjTexture.h"
 #include "GL/DRAW/clsGLMesh.h"
 #include "MESH/clsMeshLoader.h"
 #include "MESH/clsPovObjectMesh.h"
+
+class PovText_cls;
 
 class FilterObjectData_cls final : public FilterData_cls {
 public:
@@ -35,7 +40,16 @@ public:
     /// the place of the copy, in the model-view matrix.
     void GLDrawRealObject(double time, int lightNumber, bool bPerCopy);
 
+    // Of a scene for POV-Ray.
+    /// A mesh's declaration (PovObjectMesh_cls::AppendPovInclude); nothing for the simple shapes.
+    void AppendPovInclude(std::string* pText, const PovText_cls& pov, std::set<std::string>* pUsed);
+    /// The thing itself, as GLDrawRealObject tells what is repeated. `extra` is the transform of a copy,
+    /// empty for none.
+    std::string GetStrPovRealObject(double time, const std::string& extra, bool bPerCopy,
+                                    const std::string& indent, const PovText_cls& pov) const;
+
 private:
+    std::string GetStrPovMatrix() const;
     void SetMaterial() const;
     void DrawShape() const;
     void DrawMesh();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 #include "BOND/clsBondHistory.h"
 #include "BOND/clsPovObjectSticks.h"
@@ -9,6 +10,8 @@
 #include "FILTER/clsFilterData.h"
 #include "FILTER/clsSceneObjTexture.h"
 #include "GL/DRAW/clsGLSticks.h"
+
+class PovText_cls;
 
 class FilterStickData_cls final : public FilterData_cls {
 public:
@@ -59,6 +62,11 @@ public:
     /// Particles of a needed frame; `isStopped` as of PairFinder_cls.
     void AddFrame(int frame, const StickParticles_st& particles, const std::function<bool()>& isStopped);
     void ForgetBonds() { mHistory.Clear(); }
+    // Of a scene for POV-Ray: the macro of a stick, and what was prepared
+    // (PovObjectSticks_cls::AppendPovSticks).
+    std::string GetStrPovCylinderMacro(const PovText_cls& pov) const;
+    void GetStrPovSticksRef(std::string* pText, const float (*pPos)[3], const PovText_cls& pov,
+                            bool bAgain) const;
     /// What was prepared last.
     const PovObjectSticks_cls& GetSticks() const { return mSticks; }
 

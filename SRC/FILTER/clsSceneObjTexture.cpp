@@ -1,6 +1,21 @@
 #include "FILTER/clsSceneObjTexture.h"
 
+#include <iterator>
+
 namespace {
+
+const char* const kPatterns[] = {"no normal pattern",
+                                 "agate",
+                                 "bozo",
+                                 "bumps",
+                                 "brick",
+                                 "cells",
+                                 "checker",
+                                 "crackle",
+                                 "dents",
+                                 "facets",
+                                 "marble",
+                                 "function { f_ridged_mf(x, y, z, 0.07, 2.2,  7, 0.6, 0.9, 1) }"};
 
 template <class ITEM>
 void AddLayers(ConfItemList_cls* pList, ITEM (&items)[SceneObjTexture_cls::kLayers], const char* pWord,
@@ -28,4 +43,34 @@ void SceneObjTexture_cls::AddTo(ConfItemList_cls* pList) {
 void SceneObjTexture_cls::GetAlphaInfo(float (*pColors)[4]) const {
     for (int color = 0; color < 3; ++color)
         pColors[color][3] = mCTransmitType.mValue == TRANSMIT_NONE ? 1.0f : mCAlpha.mValue;
+}
+
+std::string SceneObjTexture_cls::GetStrPovInteriorOptions() const {
+    return mCIOR.mValue == 1.0f ? std::string() : " ior " + PovOutF(double(mCIOR.mValue));
+}
+
+std::string SceneObjTexture_cls::GetStrPovFinishOptions() const {
+    if (mCReflectType.mValue == REFLECT_NONE) return std::string();
+    return " reflection{" + PovOutF(double(mCReflectMin.mValue)) + "," +
+           PovOutF(double(mCReflectMax.mValue)) + "}";
+}
+
+std::string SceneObjTexture_cls::GetStrPovNormalBase(int layer) const {
+    const float scale = mCNormalScale[layer].mValue;
+    const float scales[3] = {scale, scale, scale};
+    return PovOut3f(kPatterns[mCNormalPattern[layer].mValue] +
+                        (" " + PovOutF(double(mCNormalDegree[layer].mValue))) + " scale ",
+                    scales, 4);
+}
+
+std::string SceneObjTexture_cls::GetStrPovNormal() const {
+    const auto isSet = [this](int layer) {
+        return mCNormalPattern[layer].mValue > 0 && mCNormalPattern[layer].mValue < std::size(kPatterns);
+    };
+    if (!isSet(0) && !isSet(1)) return std::string();
+    if (isSet(0) != isSet(1)) return "\tnormal {" + GetStrPovNormalBase(isSet(0) ? 0 : 1) + " }\n";
+    std::string text = "\tnormal {\n\t\taverage\n\t\t\tnormal_map {\n";
+    for (int layer = 0; layer < kLayers; ++layer)
+        text += "\t\t\t [ 1.00 " + GetStrPovNormalBase(layer) + " ]\n";
+    return text + "\t\t}\n\t}\n";
 }

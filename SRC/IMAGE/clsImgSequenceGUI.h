@@ -1,7 +1,7 @@
 // The dialog "Save Image Sequence".
 #pragma once
 
-#include "IMAGE/clsImgSizeTemplate.h"
+#include "WIDGET/clsImgSizeTemplate.h"
 #include "WIDGET/clsDialogEXKey.h"
 
 class ImgSequence_cls;

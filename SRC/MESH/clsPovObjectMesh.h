@@ -4,6 +4,8 @@
 #include <atomic>
 #include <cstdint>
 #include <memory>
+#include <set>
+#include <string>
 #include <vector>
 
 #include <wx/string.h>
@@ -13,6 +15,7 @@
 using MeshInts = std::vector<int, BigAllocator_cls<int>>;
 using MeshFloats = std::vector<float, BigAllocator_cls<float>>;
 
+class PovText_cls;
 struct MeshCorners_st;
 
 class PovObjectMesh_cls {
@@ -47,12 +50,17 @@ public:
     /// It is made again when it is asked for again.
     void DropCorners() { mpCorners.reset(); }
 
+    /// For a scene for POV-Ray: the mesh, included or written out, and an empty union where there is none. It
+    /// is declared by the name in mStrPovName, which is none of `pUsed` and added to them.
+    void AppendPovInclude(std::string* pText, const PovText_cls& pov, std::set<std::string>* pUsed);
+
     MeshInts mvFaceVertex;     ///< places in mvVertex / 3, three a triangle; all of them stand there
     MeshInts mvFaceNormal;     ///< places in mvNormal / 3 in the same order, or empty
     MeshFloats mvVertex;       ///< x y z
     MeshFloats mvNormal;       ///< x y z, of the length that the file has
     wxString mCurrentPath;     ///< of the file that was read last
-    wxString mName;            ///< that a scene file knows it by
+    wxString mName;            ///< that its own file declares it by, when that is a scene's
+    std::string mStrPovName;   ///< that the last scene has it by
     long long mBufferSize = 0; ///< bytes of that file
 
 private:

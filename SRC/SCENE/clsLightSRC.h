@@ -33,6 +33,10 @@ public:
     /// and 1; in the coordinates of `pBox` if there is one. `pAngles`: azimuth and height in degrees.
     void GetLightInfo(double time, float* pPos, float* pAngles, bool bDirection, SceneObj_cls* pBox);
 
+    /// The light of a scene for POV-Ray; empty for one that is switched off. Coordinates have so many more
+    /// decimals than usual.
+    std::string GetStrPovLight(double time, int moreDecimals);
+
     // These need a current OpenGL context with the camera in the model-view matrix. Whatever stands in the
     // curves, OpenGL gets numbers that it can count with.
 
@@ -75,6 +79,8 @@ private:
     void ToWorld(double* p, bool bDirection) const;
     std::array<double, 3> GetDirectionInWorld(double time);
     void RepairItems();
+    std::string GetStrPovAttenuation() const;
+    std::string GetStrPovAreaLight(float factor) const;
     void GLSetPlace(unsigned light, double time);
     void GLSetAttenuation(unsigned light) const;
     void GLSetSpotEffect(unsigned light, double time);

@@ -188,6 +188,13 @@ void LightSRCCtrl_cls::GetLightInfo(double time, float* pPos, float* pAngles, in
     GetLight(std::clamp(index, 0, kLightNumber - 1)).GetLightInfo(time, pPos, pAngles, bDirection, pBox);
 }
 
+std::string LightSRCCtrl_cls::GetStrPovLights(double time, int moreDecimals) const {
+    std::string text;
+    for (int i = 0; i < GetLightNumber(); ++i)
+        text += GetLight(i).GetStrPovLight(time, moreDecimals);
+    return text;
+}
+
 void LightSRCCtrl_cls::UpdateCurrentObj(double time) {
     for (const auto& light : mapCLight)
         light->UpdateCurrentObj(time);

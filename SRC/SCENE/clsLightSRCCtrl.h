@@ -6,6 +6,7 @@
 #include <functional>
 #include <istream>
 #include <memory>
+#include <string>
 
 #include "COMMON/clsDialogControl.h"
 #include "CONFITEM/clsConfItem.h"
@@ -66,6 +67,8 @@ public:
                       SceneObj_cls* pBox) const;
     /// What lights that follow the camera follow from here on: that of a view, whatever its faces look at.
     void SetCamera(const PositionAndDirection_cls& camera) { mCCamera = camera; }
+    /// The lights in use, in their order, as a scene for POV-Ray has them (LightSRC_cls::GetStrPovLight).
+    std::string GetStrPovLights(double time, int moreDecimals) const;
     /// Place all of them for a time.
     void UpdateCurrentObj(double time);
 

@@ -230,6 +230,26 @@ std::array<double, 3> SceneObj_cls::GetVDirectionVector(double time) {
     return {std::cos(a) * std::cos(b), std::cos(a) * std::sin(b), std::sin(a)};
 }
 
+std::string SceneObj_cls::GetStrPovModelview(double time, const std::string& indent, int decimals) const {
+    if (!mpCTranslate) return std::string();
+    double place[3], angles[3], scale[3];
+    GetTranslation(time, place);
+    GetRotation(time, angles);
+    GetScaling(time, scale);
+    const auto areAll = [](const double* p, double value) {
+        return p[0] == value && p[1] == value && p[2] == value;
+    };
+    std::string text;
+    if (!areAll(scale, 1.0)) text += PovOut3d(indent + "\tscale", scale, decimals) + "\n";
+    if (!areAll(place, 0.0)) text += PovOut3d(indent + "\ttranslate", place, decimals) + "\n";
+    for (int axis = 0; axis < 3; ++axis) {
+        double turn[3] = {0, 0, 0};
+        turn[axis] = angles[axis];
+        if (!areAll(turn, 0.0)) text += PovOut3d(indent + "\trotate", turn, 4) + "\n";
+    }
+    return text;
+}
+
 void SceneObj_cls::Targetting() {
     if (mCTarget.mValue != TARGET_ORIGIN || !mpCRotate) return;
     static const double kOrigin[3] = {0, 0, 0};

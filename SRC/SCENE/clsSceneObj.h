@@ -12,12 +12,13 @@
 #include "CONFITEM/clsConfItemList.h"
 #include "GL/BASE/clsPositionAndDirection.h"
 #include "PARAM/clsParamGroup.h"
+#include "POVRAY/TEXT/clsPovSerialize.h"
 
 class MarkPainter_cls;
 
 /// Angles are degrees; times are double indices (PARAM/clsParameters.h). An object looks along x, its up
 /// is z, then it turns by z as yaw, y as pitch and x as roll. Main thread only.
-class SceneObj_cls {
+class SceneObj_cls : public PovSerialize_cls {
 public:
     static constexpr double kCurrent = Parameters_cls::kCurrent;
     enum TargetMode : unsigned { TARGET_NONE = 0, TARGET_ORIGIN = 1 };
@@ -58,6 +59,11 @@ public:
     std::array<double, 3> GetVDirectionVector(double time);
     /// In the mode TARGET_ORIGIN turn to the origin and key the rotation that it takes.
     void Targetting();
+
+    /// Scale, place and rotation as transforms of a scene for POV-Ray, in this order, which isn't that of
+    /// OpenGL: there the rotation acts last, on the place too. One a line, those that change nothing left
+    /// out.
+    std::string GetStrPovModelview(double time, const std::string& indent, int decimals) const;
 
     // Place, rotation in degrees and scale at a time; while a hand drags the object, as the hand holds it.
     void GetTranslation(double time, double out[3]) const;

@@ -1,5 +1,6 @@
 #include "WIDGET/clsFileDialogEX.h"
 
+#include <wx/dirdlg.h>
 #include <wx/filedlg.h>
 #include <wx/filename.h>
 
@@ -17,6 +18,24 @@ void wxFileDialogEX::SetParams(const wxString& message, const wxString& dir, con
 }
 
 int wxFileDialogEX::ShowModal() {
+    return Ask([this](wxString* pPath) {
+        wxFileDialog dialog(mpParent, mStrMessage, mStrDir, mStrName, mStrWildcard, mStyle);
+        const int answer = dialog.ShowModal();
+        *pPath = dialog.GetPath();
+        return answer;
+    });
+}
+
+int wxFileDialogEX::ShowModalFolder(const wxString& message, const wxString& dir) {
+    return Ask([&](wxString* pPath) {
+        wxDirDialog dialog(mpParent, message, dir);
+        const int answer = dialog.ShowModal();
+        *pPath = dialog.GetPath();
+        return answer;
+    });
+}
+
+int wxFileDialogEX::Ask(const std::function<int(wxString* pPath)>& show) {
     wxString path;
     if (!sStrTestAnswer.empty()) {
         path = sStrTestAnswer;
@@ -24,9 +43,7 @@ int wxFileDialogEX::ShowModal() {
         if (path == "CANCEL") return wxID_CANCEL;
     } else {
         const bool bWasLocked = GbGLLockModalDialog.exchange(true);
-        wxFileDialog dialog(mpParent, mStrMessage, mStrDir, mStrName, mStrWildcard, mStyle);
-        const int answer = dialog.ShowModal();
-        path = dialog.GetPath();
+        const int answer = show(&path);
         GbGLLockModalDialog.store(bWasLocked);
         if (answer != wxID_OK) return wxID_CANCEL;
     }

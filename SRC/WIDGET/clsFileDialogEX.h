@@ -1,6 +1,8 @@
 // The shared file dialog. It remembers the last folder and keeps the answer itself.
 #pragma once
 
+#include <functional>
+
 #include <wx/string.h>
 
 class wxWindow;
@@ -14,6 +16,8 @@ public:
                    const wxString& wildcard, long style);
     /// wxID_OK or wxID_CANCEL. Views keep still meanwhile.
     int ShowModal();
+    /// Ask for a folder: the same, and GetPath is the folder.
+    int ShowModalFolder(const wxString& message, const wxString& dir);
     /// The path of the last OK.
     wxString GetPath() const { return mStrPath; }
     wxString GetMessage() const { return mStrMessage; }
@@ -25,6 +29,8 @@ public:
     static wxString sStrTestAnswer;
 
 private:
+    int Ask(const std::function<int(wxString* pPath)>& show);
+
     wxWindow* mpParent;
     wxString mStrMessage;
     wxString mStrDir;

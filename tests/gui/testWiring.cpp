@@ -38,10 +38,10 @@ protected:
 TEST_F(Wiring, EveryBlockOfAProjectStandsInItsPlace) {
     // How the block of a place begins; null where nothing is written yet.
     const char* const kBegins[] = {
-        "DataLoadDataType=",     "DataExportDataType=", "LastOpenedFileMRP=", nullptr,
+        "DataLoadDataType=",     "DataExportDataType=", "LastOpenedFileMRP=", "PathPovRay=",
         "PreviewPanelType=",     "TimeMaxFrame=",       "DownSizing=",        "OverLayTimePos=",
         "ExposureLevel=",        "DataSequence0=0\n",   "PeriodicType=",      "---CameraPath\n",
-        "---AnchorPath\n",       "---AllLightSource\n", "--StereoGram\n",     nullptr,
+        "---AnchorPath\n",       "---AllLightSource\n", "--StereoGram\n",     "PathPovRay=",
         "GUI_GYRATION=",         "FBOBufferSize=",      "ShadowQuality=",     "Panel0ShowMessage=",
         "---FilterCtrl0Begin\n", "ImgSequenceInitNum=", "PickedParticle="};
     Hub()->mpCParticles->ReadStrLine("PickedParticle=1 7 6 0"); // stands there only in use

@@ -75,6 +75,18 @@ class FilmSbatch(unittest.TestCase):
         self.write(100, 6, 99, 3)
         self.assertEqual(self.run_task(1, 2).returncode, 0)
 
+    def test_renderers_get_the_processors_of_the_task(self):
+        self.write(100, 0, 99, 1)
+        env = {**os.environ, "MORENTIS_FILM": "echo", "SLURM_ARRAY_TASK_COUNT": "1", "SLURM_ARRAY_TASK_ID": "1",
+               "SLURM_CPUS_PER_TASK": "4"}
+
+        def words(*options):
+            return subprocess.run(["bash", SCRIPT, self.project, *options], env=env, text=True, capture_output=True,
+                                  check=True).stdout
+        self.assertIn("--jobs 4 --pov-render out", words("--pov-render", "out"))
+        self.assertNotIn("--jobs 4", words("--pov-render", "out", "--jobs", "2"))
+        self.assertNotIn("--jobs", words("--size", "64x48"))
+
     def test_wrong_uses_are_told(self):
         self.write(100, 0, 99, 1)
         self.assertEqual(self.run_task(None, 4).returncode, 2)

@@ -15,7 +15,7 @@
 #include "IMAGE/BoxFilter.h"
 #include "IMAGE/HalfFloat.h"
 #include "IMAGE/ImageFile.h"
-#include "IMAGE/clsImgSizeTemplate.h"
+#include "WIDGET/clsImgSizeTemplate.h"
 #include "TempFolder.h"
 
 namespace {

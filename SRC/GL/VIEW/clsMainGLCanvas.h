@@ -24,6 +24,7 @@
 #include "GL/VIEW/clsViewMessage.h"
 #include "GL/VIEW/clsViewMouse.h"
 #include "GL/VIEW/clsViewOverlay.h"
+#include "GL/VIEW/clsViewPov.h"
 #include "GL/VIEW/clsViewScene.h"
 #include "GL/VIEW/clsViewSettings.h"
 
@@ -51,7 +52,7 @@ public:
     /// Of the window, at least 1 by 1.
     wxSize GetPixelSize() const;
     /// An image or exported data are wanted: paints go on although nobody sees the view.
-    bool WritesOutput() const { return mImage.IsRequested() || mExport.IsRunning(); }
+    bool WritesOutput() const { return mImage.IsRequested() || mExport.IsRunning() || mPov.IsRunning(); }
     wxGLContext* GetContext() const { return mpCGLContext.get(); }
     /// Is there a picture at all, or only a text that tells why not?
     bool HasGL() const { return mpCGLContext != nullptr; }
@@ -107,6 +108,7 @@ public:
 
     GLPerspective_cls mCGLPerspective;
     ViewCamera_cls mCamera;
+    ViewPov_cls mPov; ///< scenes for POV-Ray
 
 private:
     // clsMainGLCanvas.cpp

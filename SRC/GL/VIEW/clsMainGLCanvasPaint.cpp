@@ -123,7 +123,7 @@ void MainGLCanvas_cls::Paint() {
     if (mMoment.bWritten && !WritesOutput() && watch && watch->IsForWindow()) RefreshEX();
     if (mpCShared->mspCInformationLink) mpCShared->mspCInformationLink->Update();
     TellDrawnCounts(*mpCHost->GetPCActiveFileSequence(), mMoment.dataFrame, mMoment.dt);
-    // POV-Ray export takes its step here.
+    if (!mbLoading) mPov.OnShown();
     if (GpCurrentGLPanel != this) return;
     PostMenuEvent(ID_REFRESH_CAM_CONF);
     PostMenuEvent(ID_REFRESH_STEREO);

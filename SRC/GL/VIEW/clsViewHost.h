@@ -1,6 +1,8 @@
 // What the views ask of the program around them. The main frame answers; tests answer with less.
 #pragma once
 
+#include <functional>
+
 class AnchorPath_cls;
 class CameraPath_cls;
 class DrawOption_cls;
@@ -46,6 +48,11 @@ public:
     virtual void ReconnectCameraPathGUI() = 0;
     /// The user has closed the Extra Panel's window.
     virtual void OnExtraFrameClosed() = 0;
+
+    /// A whole picture stands in the window of a view that scenes for POV-Ray are written of; such a view has
+    /// been told to stop.
+    std::function<void()> mOnPovFrameDrawn;
+    std::function<void()> mOnPovRunStopped;
 };
 
 /// What a view is made with; nothing of it is owned.

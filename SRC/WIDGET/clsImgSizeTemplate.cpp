@@ -1,4 +1,4 @@
-#include "IMAGE/clsImgSizeTemplate.h"
+#include "WIDGET/clsImgSizeTemplate.h"
 
 #include <wx/intl.h>
 

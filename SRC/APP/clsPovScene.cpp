@@ -1,0 +1,268 @@
+#include "APP/clsPovScene.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include <wx/intl.h>
+
+#include "APP/clsFrameMain.h"
+#include "APP/clsMain.h"
+#include "COLORCURVE/clsColorCurve.h"
+#include "COMMON/MsgBox.h"
+#include "COMMON/RuntimeFiles.h"
+#include "COMMON/SafeFile.h"
+#include "FILTER/clsFilterCopy.h"
+#include "FILTER/clsFilterDataBox.h"
+#include "FILTER/clsFilterFog.h"
+#include "FILTER/clsFilterLists.h"
+#include "FILTER/clsFilterStick.h"
+#include "GL/DRAW/clsGLDrawData.h"
+#include "GL/DRAW/clsGLSequence.h"
+#include "GL/DRAW/clsPovParticles.h"
+#include "GL/DRAW/clsSnapData.h"
+#include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsSharedView.h"
+#include "PDATA/clsPDataSequence.h"
+#include "POVRAY/clsPovRayCtrl.h"
+#include "SCENE/clsAnchorPath.h"
+#include "SCENE/clsCameraPath.h"
+#include "SCENE/clsLightSRC.h"
+#include "SCENE/clsLightSRCCtrl.h"
+#include "SCENE/clsStereoGram.h"
+#include "TIME/clsTimeCtrl.h"
+
+namespace {
+
+bool WriteScene(const wxString& path, const std::string& text) {
+    const wxString reason = WriteFileSafely(path, text, ToDisk::Later);
+    if (!reason.empty()) Notice("pov-ray", wxString::Format(_("%s could not be written: %s."), path, reason));
+    return reason.empty();
+}
+
+double GetMachineBytes() {
+    return static_cast<double>(sysconf(_SC_PHYS_PAGES)) * static_cast<double>(sysconf(_SC_PAGESIZE));
+}
+
+} // namespace
+
+PovScene_cls::PovScene_cls(Main_cls& main, MainGLCanvas_cls* pCanvas, int eye)
+    : mMain(main), mCanvas(pCanvas ? *pCanvas : *main.mpCFrameMain->GetPCOutputCanvas()),
+      mFilters(*main.mpCFilters), mEye(eye), mTime(main.mpCTimeCtrl->GetDoubleIndex()),
+      mText(main.mpCPovRayCtrl->GetTextOptions()) {
+    TakeParticles();
+    TakeCopies();
+    if (mpCParticles) mText.SetDecimals(mpCParticles->GetDecimals());
+}
+
+PovScene_cls::~PovScene_cls() = default;
+
+// The draw-time snapshot may be another frame's while the data of this one are missing.
+void PovScene_cls::TakeParticles() {
+    const TimeCtrl_cls& time = *mMain.mpCTimeCtrl;
+    PDataSequence_cls& sequence = *mMain.mpCFrameMain->GetPCActiveFileSequence();
+    const int frame = static_cast<int>(time.GetRemappedIndexDouble(-1, -1));
+    const double step = time.GetRemappedIndex(-1) - frame + time.GetRemappedInterpStepDouble(-1, -1);
+    SnapData_cls* const snap = GLDrawData_cls::mspCSnapShot;
+    if (!snap || !snap->mbAllocated || !mCanvas.mShowData.mValue) return;
+    if (!snap->IsOf(sequence.GetPCBlock(frame), sequence.GetDT(frame, step), snap->mStep)) return;
+    mpCSnap = snap;
+    GLAttribute_cls* const* const attributes = GLSequence_cls::Of(sequence).mpCGLAttribute;
+    mpCParticles = std::make_unique<PovParticles_cls>(
+        *snap, attributes, PovParticles_cls::GetDrawnList(attributes), mText.GetOptions());
+    for (const FilterStick_cls* stick : mFilters.GetObject().GetVpCSticks())
+        mStickLists += stick->GetSticks().mbValid ? 1 : 0;
+}
+
+// As views do: a number that the user doesn't want counts as no copies at all.
+void PovScene_cls::TakeCopies() {
+    mpCCopies = mFilters.GetWorld().GetPCCopy();
+    if (mpCCopies && !mMain.mpCFrameMain->MayDrawCopies(mpCCopies->GetNumber())) mpCCopies = nullptr;
+    if (mpCCopies) mCopies = mpCCopies->GetNumber();
+}
+
+// POV-Ray keeps a copy of every sphere for each place that it is referred from.
+bool PovScene_cls::ConfirmMemory() const {
+    constexpr double kShare = 0.8;
+    constexpr double kGigabyte = 1073741824.0;
+    static double sAllowed = 0.0; // asked about once
+    const double bytes =
+        mpCParticles ? mpCParticles->GetPovBytes() * static_cast<double>(std::max(mCopies, 1LL)) : 0.0;
+    const double machine = GetMachineBytes();
+    if (bytes <= kShare * machine || bytes <= sAllowed) return true;
+    const wxString text = wxString::Format(
+        _("POV-Ray will need about %.1f GB of memory for this scene; this machine has %.1f GB."),
+        bytes / kGigabyte, machine / kGigabyte);
+    if (!mMain.mpCFrameMain->IsShown()) // nobody is there to answer
+        Notice("pov-ray memory", text);
+    else if (!MsgBoxYesno(text + "\n" + _("Write it all the same?"), _("Output .pov file")))
+        return false;
+    sAllowed = 1.1 * bytes;
+    return true;
+}
+
+PovCamera_st PovScene_cls::GetCamera() const {
+    PositionAndDirection_cls at = mCanvas.mCamera.mCCamPos;
+    if (mMain.mpCStereoGram) mMain.mpCStereoGram->ModifyByStereogram(&at, mEye);
+    PovCamera_st camera;
+    camera.mbFishEye = mCanvas.IsFishEye();
+    camera.mbOrtho = !mCanvas.mCGLPerspective.mbPerspective && mCanvas.GetMultiPanelMode() == 0;
+    if (camera.mbFishEye && mCanvas.IsCameraLinked())
+        at.RotateYPR(0.0, double(mCanvas.GetPLinkedCameraPath()->mCFishEyeOffset.mValue), 0.0);
+    std::copy_n(at.mPos, 3, camera.mPos);
+    std::copy_n(at.mFront, 3, camera.mFront);
+    std::copy_n(at.mUp, 3, camera.mUp);
+    camera.mAngle = mCanvas.mCGLPerspective.mAngle;
+    const double distance = mCanvas.mCamera.mCCamPos.GetDistanceToAnc();
+    if (distance > 0.0) camera.mDistance = distance;
+    return camera;
+}
+
+// Views have OpenGL's own ambient light, and that of the first light, which fades with it: here as it is
+// where the camera looks.
+double PovScene_cls::GetAmbientLight() const {
+    constexpr double kSurroundings = 0.2;
+    const int first = mMain.mpCLightSRCCtrl->GetFirstValidLight();
+    if (first < 0) return kSurroundings;
+    const LightSRC_cls& light = mMain.mpCLightSRCCtrl->GetLight(first);
+    if (light.mCFade.mValue == LightSRC_cls::FADE_NONE || light.mCType.mValue == LightSRC_cls::TYPE_PARALLEL)
+        return kSurroundings + 1.0;
+    float place[4];
+    mMain.mpCLightSRCCtrl->GetPosition(first, mTime, place);
+    const PositionAndDirection_cls& camera = mCanvas.mCamera.mCCamPos;
+    double way = 0.0;
+    for (size_t i = 0; i < 3; ++i)
+        way = std::hypot(way, double(place[i]) - camera.mAnc[i]);
+    way /= std::max(double(light.mCFadeDistance.mValue), 1e-6);
+    return kSurroundings + 1.0 / (1.0 + (light.mCFade.mValue == LightSRC_cls::FADE_POWER1 ? way : way * way));
+}
+
+std::string PovScene_cls::GetStrPovLikeView() const {
+    if (!mText.GetOptions().mbLikeView) return std::string();
+    std::string text = "global_settings { assumed_gamma 1";
+    const PovRadiosity_cls& radiosity = mMain.mpCPovRayCtrl->mCRadiosity;
+    if (radiosity.mType.mValue == 0 || !radiosity.mZeroAmbient.mValue)
+        text += " ambient_light rgb " + PovSerialize_cls::PovOutG(GetAmbientLight());
+    return text + " }\n";
+}
+
+// Behind a picture that shows what is behind it there is nothing.
+std::string PovScene_cls::GetStrPovBackground() const {
+    const FilterFog_cls* fog = mFilters.GetWorld().GetPCFog();
+    const std::string fogText = fog ? fog->GetStrPovFog(mTime) : std::string();
+    if (!fogText.empty() || !mText.GetOptions().mbLikeView ||
+        mMain.mpCPovRayCtrl->mCFormat.mOutputAlpha.mValue)
+        return fogText;
+    float color[4];
+    mMain.mpCFrameMain->GetPCSharedView()->mspCClrCurveBG->GetColor4fScaled(color, 0.0f);
+    return PovSerialize_cls::PovOut3f("background {rgb ", color, 4) + "}\n";
+}
+
+void PovScene_cls::AppendData(std::string* pText) const {
+    mpCParticles->Append(pText, mText);
+    bool bAgain = false;
+    for (FilterStick_cls* stick : mFilters.GetObject().GetVpCSticks()) {
+        if (!stick->GetSticks().mbValid) continue;
+        *pText += stick->GetStrPovCylinderMacro(mText);
+        stick->GetStrPovSticksRef(pText, mpCSnap->mpPos, mText, bAgain);
+        bAgain = true;
+    }
+}
+
+bool PovScene_cls::OutputPovRayCommonScene(const wxString& path) {
+    std::string text;
+    AppendData(&text);
+    return WriteScene(path, text);
+}
+
+bool PovScene_cls::AppendDataReference(std::string* pText, const wxString& includeName,
+                                       const wxString& path) {
+    const PDataSequence_cls& sequence = *mMain.mpCFrameMain->GetPCActiveFileSequence();
+    if (!mText.GetOptions().mbCommonScene || sequence.GetSeqLength() != 1) {
+        AppendData(pText);
+        return true;
+    }
+    bool& bWritten = mMain.mpCPovRayCtrl->mbCommonSceneWritten;
+    if (!bWritten) bWritten = OutputPovRayCommonScene(path);
+    *pText += "#include \"" + includeName.utf8_string() + "\"\n";
+    return bWritten;
+}
+
+std::string PovScene_cls::GetStrPovCopyLoopRef() {
+    std::string text;
+    for (long long copy = 0; copy < mCopies; ++copy) {
+        if (mpCCopies) mText.mStrObjectTransform = mpCCopies->GetStrPovTranslate(copy, mText.GetDecimals(8));
+        text += mText.GetStrPovParticleObject("PARTICLES");
+        if (mStickLists == 0) continue;
+        text += mText.GetStrPovParticleObject("STICKS0");
+        const int mask = mpCCopies ? mpCCopies->GetBitBoundary(copy) : 0;
+        for (int k = 1; k < 8; ++k)
+            if ((k & mask) == k) text += mText.GetStrPovParticleObject("STICKS" + std::to_string(k));
+    }
+    mText.mStrObjectTransform.clear();
+    return text;
+}
+
+// Grids stand in the data's box here, though they don't in views, unless the picture is to be the view's.
+std::string PovScene_cls::GetStrPovCopyLoopRefObject() {
+    const FilterCtrl_cls& objects = mFilters.GetObject();
+    std::string text;
+    for (long long copy = 0; copy < mCopies; ++copy) {
+        const std::string extra =
+            mpCCopies ? mpCCopies->GetStrPovTranslate(copy, mText.GetDecimals(8)) : std::string();
+        text += objects.GetStrPovRealObject(mTime, true, extra, mText);
+    }
+    text += objects.GetStrPovRealObject(mTime, false, std::string(), mText);
+    if (!mText.GetOptions().mbLikeView) text += objects.GetStrPovRealGrids(mTime, mText);
+    return text;
+}
+
+template <class WRITE>
+std::string PovScene_cls::InDataBox(const WRITE& write) {
+    const FilterDataBoxData_cls* box = mFilters.GetObject().GetPCDataBox();
+    mText.mIndentDepth = box ? 1 : 0;
+    const std::string text = write();
+    mText.mIndentDepth = 0;
+    if (!box || text.empty()) return text;
+    return "union {\n" + text + box->GetStrPovModelview(mTime, "", mText.GetDecimals(4)) + "}\n";
+}
+
+bool PovScene_cls::OutputPovRayPov(const wxString& povPath, const wxString& includeName,
+                                   const wxString& commonScenePath) {
+    if (!ConfirmMemory()) return false;
+    const PovCamera_st camera = GetCamera();
+    std::string text = mMain.mpCPovRayCtrl->GetStrPovGlobal().utf8_string();
+    text += GetStrPovLikeView();
+    text += mText.GetStrPovCameraAngle(camera) + mText.GetStrPovCamera(camera);
+    text += mMain.mpCLightSRCCtrl->GetStrPovLights(mTime, mText.GetDecimals(0));
+    text += GetStrPovBackground();
+    std::string references;
+    if (mpCParticles) {
+        if (!AppendDataReference(&text, includeName, commonScenePath)) return false;
+        references = InDataBox([this] { return GetStrPovCopyLoopRef(); });
+    }
+    FilterCtrl_cls& objects = mFilters.GetObject();
+    objects.AppendPovInclude(&text, mText);
+    text += references;
+    if (objects.IsObjectExist()) {
+        text += InDataBox([this] { return GetStrPovCopyLoopRefObject(); });
+        if (mText.GetOptions().mbLikeView) text += objects.GetStrPovRealGrids(mTime, mText);
+    }
+    return WriteScene(povPath, text);
+}
+
+wxString GetPathPov(const Main_cls& main) {
+    constexpr size_t kMostTemplate = 1000000;
+    const bool bAnchor = main.mpCCameraPath->mCLookAnchor.mValue;
+    wxString text = "#declare t0 = clock;\n" + main.mpCCameraPath->mpCTranslate->GetStrExpression() +
+                    main.mpCCameraPath->mpCRotate->GetStrExpression();
+    if (bAnchor) text += main.mpCAnchorPath->mpCTranslate->GetStrExpression();
+    const wxString path =
+        FindRuntimeFile(bAnchor ? "Resource/cameratemplate.pov" : "Resource/cameratemplateNA.pov");
+    std::string camera;
+    if (ReadWholeFile(path, kMostTemplate, &camera) == ReadFileResult::Ok)
+        return text + wxString::FromUTF8(camera);
+    Notice("pov-ray template", wxString::Format(_("The camera's template %s can't be read."), path));
+    return text;
+}

@@ -1,0 +1,71 @@
+// A frame that a view has just drawn as a scene file for POV-Ray: camera, lights, fog, particles, sticks,
+// objects and grids, each written by its owner and put together here.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include <wx/string.h>
+
+#include "COMMON/Eye.h"
+#include "POVRAY/TEXT/clsPovText.h"
+
+class FilterCopy_cls;
+class FilterDataBoxData_cls;
+class FilterLists_cls;
+class MainGLCanvas_cls;
+class Main_cls;
+class PovParticles_cls;
+class SnapData_cls;
+struct PovCamera_st;
+
+/// For one frame, right behind its picture.
+class PovScene_cls {
+public:
+    /// `pCanvas`: the view that has drawn; null: the one that pictures are made of.
+    explicit PovScene_cls(Main_cls& main, MainGLCanvas_cls* pCanvas = nullptr, int eye = EYE_NONE);
+    ~PovScene_cls();
+    PovScene_cls(const PovScene_cls&) = delete;
+    PovScene_cls& operator=(const PovScene_cls&) = delete;
+
+    /// Write the frame to `povPath`. Particles that are the same in every frame go to `commonScenePath`,
+    /// unless it stands there already (PovRayCtrl_cls::mbCommonSceneWritten), and the scene includes it by
+    /// `includeName`. False when a file can't be written, which is told, or when the user thinks better of
+    /// it.
+    bool OutputPovRayPov(const wxString& povPath, const wxString& includeName,
+                         const wxString& commonScenePath);
+
+private:
+    void TakeParticles();
+    void TakeCopies();
+    bool ConfirmMemory() const;
+    PovCamera_st GetCamera() const;
+    double GetAmbientLight() const;
+    std::string GetStrPovLikeView() const;
+    std::string GetStrPovBackground() const;
+    /// Particles and sticks, declared.
+    void AppendData(std::string* pText) const;
+    bool OutputPovRayCommonScene(const wxString& path);
+    bool AppendDataReference(std::string* pText, const wxString& includeName, const wxString& path);
+    std::string GetStrPovCopyLoopRef();
+    std::string GetStrPovCopyLoopRefObject();
+    /// The same in the DataBox, where there is one.
+    template <class WRITE>
+    std::string InDataBox(const WRITE& write);
+
+    Main_cls& mMain;
+    MainGLCanvas_cls& mCanvas;
+    FilterLists_cls& mFilters;
+    const int mEye;
+    const double mTime; ///< double index
+    PovText_cls mText;
+    SnapData_cls* mpCSnap = nullptr;                ///< null: there is no frame of the data
+    std::unique_ptr<PovParticles_cls> mpCParticles; ///< null: as above
+    int mStickLists = 0;                            ///< that are declared
+    const FilterCopy_cls* mpCCopies = nullptr;      ///< null: the data stand there once
+    long long mCopies = 1;
+};
+
+/// The text of the film's camera for scenes that users write themselves: where camera and anchor are at
+/// POV-Ray's clock, 0 to 1, and a camera that is there.
+wxString GetPathPov(const Main_cls& main);

@@ -1,0 +1,318 @@
+#include "GL/DRAW/clsPovParticles.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "COMMON/OnThreads.h"
+#include "GL/DRAW/DrawListFilter.h"
+#include "GL/DRAW/ParticleChecks.h"
+#include "GL/DRAW/clsArrayAndIndex.h"
+#include "GL/DRAW/clsDrawOption.h"
+#include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsGLDrawData.h"
+#include "GL/DRAW/clsSnapData.h"
+#include "POVRAY/TEXT/PovNumber.h"
+
+namespace {
+
+using Text = PovSerialize_cls;
+constexpr int kSlices = 4;
+constexpr int kFewParticles = 20000; // that aren't worth a thread
+constexpr size_t kMostLine = 8 * 3 * kMostFixed;
+constexpr int kColorDecimals = 3;
+// Points and billboards have one colour, which is shared out to how a solid shows it.
+constexpr float kUnlitAmbient = 0.2f;
+constexpr float kUnlitDiffuse = 0.8f;
+
+char* PutText(char* p, const char* text) {
+    const size_t length = std::strlen(text);
+    std::memcpy(p, text, length);
+    return p + length;
+}
+
+char* PutVector(char* p, const float* v, int decimals) {
+    for (int i = 0; i < 3; ++i) {
+        *p++ = i == 0 ? '<' : ',';
+        p = PutFixed(p, v[i], decimals);
+    }
+    *p++ = '>';
+    return p;
+}
+
+bool IsFinite(const float* v) { return std::isfinite(v[0]) && std::isfinite(v[1]) && std::isfinite(v[2]); }
+
+unsigned char ToByte(float value) {
+    return static_cast<unsigned char>(std::lrint(std::clamp(value, 0.0f, 1.0f) * 255.0f));
+}
+
+unsigned short ToThousandths(float value) {
+    return static_cast<unsigned short>(std::lrint(std::clamp(value, 0.0f, 1.0f) * 1000.0f));
+}
+
+} // namespace
+
+PovParticles_cls::List_st PovParticles_cls::GetDrawnList(GLAttribute_cls* const* ppAttribute) {
+    const DrawOption_cls& option = *ppAttribute[0]->mpCDrawOption;
+    const DrawListFilter_cls* filter = GLDrawData_cls::mspCFilterCtrlBooleanLink;
+    List_st list;
+    list.mpEntries = GLDrawData_cls::mspIndexAndZ;
+    list.mNumber = GLDrawData_cls::msDownsizedAtFBO0;
+    list.mStep = option.GetDownSizing();
+    list.mbFaded = filter && filter->IsBooleanChangeConstantColor();
+    list.mbClasses = option.IsClassified();
+    return list;
+}
+
+PovParticles_cls::PovParticles_cls(SnapData_cls& snap, GLAttribute_cls* const* ppAttribute,
+                                   const List_st& list, const PovTextOptions_st& options)
+    : mSnap(snap), mList(list), mOptions(options) {
+    const int sets = list.mbClasses ? kParticleClasses : 1;
+    for (int k = 0; k < sets; ++k)
+        TakeSet(mSets[k], *ppAttribute[k]);
+}
+
+void PovParticles_cls::TakeSet(Set_st& set, GLAttribute_cls& attribute) {
+    const unsigned type = attribute.mDrawType.mValue;
+    set.mbDrawn = type <= DRAW_BOTH;
+    if (!set.mbDrawn) return;
+    set.mbConstantRadius = attribute.mRadiusType.mValue == RADIUS_CONSTANT;
+    set.mRadius = attribute.GetRadiusFactor() *
+                  static_cast<float>(GLDrawData_cls::GetSteppingRadiusFactorUnlimited(mList.mStep));
+    set.mAlphaFactor = attribute.mAlphaFactor.mValue;
+    set.mbAlphaByRadius = attribute.mAlphaType.mValue == ALPHA_BY_RADIUS;
+    set.mAlphaBase = attribute.mAlphaDependBase.mValue * attribute.mAlphaDependBase.mValue;
+    set.mAlphaMax = attribute.mAlphaMax.mValue;
+    ColorCurve_cls* const curves[3] = {&attribute.mAmbient, &attribute.mDiffuse, &attribute.mSpecular};
+    bool bCurves = false;
+    for (size_t k = 0; k < 3; ++k) {
+        curves[k]->PreCalcScaleFactor();
+        curves[k]->GetColor4fScaled(set.mSurface.mColors[k], 0.0f);
+        set.mSurface.mColors[k][3] = std::clamp(set.mAlphaFactor, 0.0f, 1.0f);
+        bCurves = bCurves || !curves[k]->IsConstant();
+    }
+    set.mbConstantColor = !bCurves && !mList.mbFaded;
+    if (!mOptions.mbColorByParticle) return;
+    set.mbUnlit = type == DRAW_POINT || type == DRAW_BILLBOARD;
+    set.mbOwnColors = set.mbUnlit ? mSnap.mpColor != nullptr : bCurves || set.mbAlphaByRadius;
+    if (set.mbOwnColors && !set.mbUnlit) set.mLook = SphereLook_cls(attribute, mSnap);
+}
+
+int PovParticles_cls::GetClass(int particle) const {
+    return mList.mbClasses && mSnap.mpType ? GetParticleClass(mSnap.mpType[particle]) : 0;
+}
+
+bool PovParticles_cls::IsDrawn(const ArrayAndIndex_cls& entry, int* pClass, float* pRadius) const {
+    *pClass = GetClass(entry.mIndex);
+    const Set_st& set = mSets[*pClass];
+    if (!set.mbDrawn || entry.mAlpha == 0.0f || !IsFinite(mSnap.mpPos[entry.mIndex])) return false;
+    *pRadius = set.mbConstantRadius ? set.mRadius : set.mRadius * mSnap.mpRadius[entry.mIndex];
+    return std::isfinite(*pRadius) && *pRadius > 0.0f;
+}
+
+int PovParticles_cls::GetDecimals() const {
+    constexpr float kNone = 3.0e38f;
+    if (mOptions.mDigits > 0) return std::clamp(mOptions.mDigits, 3, kMostDecimals);
+    float smallest = kNone;
+    float low[3] = {kNone, kNone, kNone}, high[3] = {-kNone, -kNone, -kNone};
+    for (int i = 0; i < mList.mNumber; ++i) {
+        int index;
+        float radius;
+        if (!IsDrawn(mList.mpEntries[i], &index, &radius)) continue;
+        smallest = std::min(smallest, radius);
+        const float* const place = mSnap.mpPos[mList.mpEntries[i].mIndex];
+        for (int k = 0; k < 3; ++k) {
+            low[k] = std::min(low[k], place[k]);
+            high[k] = std::max(high[k], place[k]);
+        }
+    }
+    double extent = 0.0;
+    for (int k = 0; k < 3; ++k)
+        extent = std::max(extent, static_cast<double>(high[k]) - static_cast<double>(low[k]));
+    return smallest < kNone ? GetNeededDecimals(static_cast<double>(smallest), extent) : 3;
+}
+
+double PovParticles_cls::GetPovBytes() const {
+    constexpr double kBytesOfSphere = 450.0;
+    constexpr double kBytesOfTexture = 1700.0;
+    return mList.mNumber * (mOptions.mbGroupMaterials ? kBytesOfSphere : kBytesOfSphere + kBytesOfTexture);
+}
+
+std::string PovParticles_cls::GetMacro(int index, const PovText_cls& pov) const {
+    const Set_st& set = mSets[index];
+    std::string text = "#macro SP" + std::to_string(index) + "(VPos";
+    if (!set.mbConstantRadius) text += ",Radi";
+    if (!set.mbConstantColor) text += ",FilterAlpha";
+    text += ")\nsphere{ VPos,";
+    text +=
+        set.mbConstantRadius ? Text::PovOutF(static_cast<double>(set.mRadius), pov.GetDecimals(6)) : " Radi";
+    return text + "\n" + pov.GetStrPovTextureColor("\t", set.mSurface, !set.mbConstantColor) + "}\n#end\n";
+}
+
+// Each particle tells its colours: ambient, diffuse, specular and opacity.
+std::string PovParticles_cls::GetColorMacro(int index, const PovText_cls& pov) const {
+    std::string text =
+        "#macro SP" + std::to_string(index) + "(VPos,Radi,Amb,Dif,Spec,Opac)\nsphere{ VPos, Radi\n";
+    const std::string roughness = Text::PovOutF(static_cast<double>(PovText_cls::kRoughness));
+    if (pov.GetOptions().mbFastColoring)
+        text +=
+            "\ttexture {\n\t\tpigment {rgb Dif transmit 1-Opac}\n\t\tfinish { ambient Amb diffuse 1 specular "
+            "vlength(Spec)/max(vlength(Dif),1e-6) metallic roughness " +
+            roughness + "}\n\t}\n";
+    else
+        text +=
+            "\ttexture {\n\t\taverage\n\t\ttexture_map {\n"
+            "\t\t\t\t[pigment {rgb Amb transmit 1-Opac} finish { ambient 3 diffuse 0 specular 0}]\n"
+            "\t\t\t\t[pigment {rgb Dif transmit 1-Opac} finish { ambient 0 diffuse 3 specular 0}]\n"
+            "\t\t\t\t[pigment {rgb Spec transmit 1-Opac} finish { ambient 0 diffuse 0 specular 3 metallic "
+            "roughness " +
+            roughness + "}]\n\t\t\t}\n\t\t}\n";
+    return text + "}\n#end\n";
+}
+
+PovMaterial_st PovParticles_cls::GetMaterial(int index, const ArrayAndIndex_cls& entry, float radius) const {
+    const Set_st& set = mSets[index];
+    PovMaterial_st material;
+    material.mSet = static_cast<unsigned char>(index);
+    if (!set.mbOwnColors) {
+        material.mAlpha = set.mbConstantColor ? 1000 : ToThousandths(entry.mAlpha);
+        return material;
+    }
+    SphereMaterial_st colors;
+    float alpha;
+    if (set.mbUnlit) {
+        const float* const color = mSnap.mpColor[entry.mIndex];
+        for (int c = 0; c < 3; ++c) {
+            colors.mAmbient[c] = color[c] * kUnlitAmbient;
+            colors.mDiffuse[c] = color[c] * kUnlitDiffuse;
+        }
+        std::copy_n(set.mSurface.mColors[2], 3, colors.mSpecular);
+        alpha = color[3];
+    } else {
+        set.mLook.Get(entry.mIndex, colors);
+        alpha = set.mbAlphaByRadius ? AlphaByRadius(colors.mDiffuse[3], radius, set.mAlphaBase, set.mAlphaMax)
+                                    : colors.mDiffuse[3] * set.mAlphaFactor;
+    }
+    for (int c = 0; c < 3; ++c) {
+        material.mColors[c] = ToByte(colors.mAmbient[c]);
+        material.mColors[3 + c] = ToByte(colors.mDiffuse[c]);
+        material.mColors[6 + c] = ToByte(colors.mSpecular[c]);
+    }
+    material.mAlpha = ToThousandths(alpha * entry.mAlpha);
+    return material;
+}
+
+PovText_cls::Surface_st PovParticles_cls::GetSurface(const PovMaterial_st& material) const {
+    PovText_cls::Surface_st surface = mSets[material.mSet].mSurface;
+    const float alpha = static_cast<float>(material.mAlpha) / 1000.0f;
+    const bool bOwn = mSets[material.mSet].mbOwnColors;
+    if (!bOwn) surface.mSpecularFactor = alpha;
+    for (int layer = 0; layer < 3; ++layer) {
+        float* const color = surface.mColors[layer];
+        for (int c = 0; c < 3 && bOwn; ++c)
+            color[c] = static_cast<float>(material.mColors[3 * layer + c]) / 255.0f;
+        color[3] = bOwn ? alpha : color[3] * alpha;
+    }
+    return surface;
+}
+
+// A macro's own radius has three more than coordinates, so a sphere that stands for its call has them, too.
+int PovParticles_cls::GetRadiusDecimals(int index, int decimals) const {
+    return mSets[index].mbConstantRadius ? std::min(decimals + 3, kMostDecimals) : decimals;
+}
+
+char* PovParticles_cls::PutCall(char* p, int index, const ArrayAndIndex_cls& entry, float radius,
+                                int decimals) const {
+    const Set_st& set = mSets[index];
+    p = PutText(p, "SP");
+    *p++ = static_cast<char>('0' + index);
+    *p++ = '(';
+    p = PutVector(p, mSnap.mpPos[entry.mIndex], decimals);
+    if (!set.mbConstantRadius || set.mbOwnColors) {
+        *p++ = ',';
+        p = PutFixed(p, radius, GetRadiusDecimals(index, decimals));
+    }
+    if (set.mbOwnColors) {
+        const PovMaterial_st material = GetMaterial(index, entry, radius);
+        for (int layer = 0; layer < 3; ++layer) {
+            float color[3];
+            for (int c = 0; c < 3; ++c)
+                color[c] = static_cast<float>(material.mColors[3 * layer + c]) / 255.0f;
+            *p++ = ',';
+            p = PutVector(p, color, kColorDecimals);
+        }
+        *p++ = ',';
+        p = PutFixed(p, static_cast<float>(material.mAlpha) / 1000.0f, kColorDecimals);
+    } else if (!set.mbConstantColor) {
+        *p++ = ',';
+        p = PutFixed(p, entry.mAlpha, kColorDecimals);
+    }
+    return PutText(p, ")\n");
+}
+
+char* PovParticles_cls::PutSphere(char* p, int index, const ArrayAndIndex_cls& entry, float radius,
+                                  int decimals) const {
+    p = PutText(p, "sphere{");
+    p = PutVector(p, mSnap.mpPos[entry.mIndex], decimals);
+    *p++ = ',';
+    p = PutFixed(p, radius, GetRadiusDecimals(index, decimals));
+    return PutText(p, "}\n");
+}
+
+void PovParticles_cls::WriteSlice(int first, int end, int decimals, Slice_st* pSlice) const {
+    PovGroups_cls groups(&pSlice->mGroups);
+    const bool bGroup = mOptions.mbGroupMaterials;
+    for (int i = first; i < end; ++i) {
+        const ArrayAndIndex_cls& entry = mList.mpEntries[i];
+        int index;
+        float radius;
+        if (!IsDrawn(entry, &index, &radius)) continue;
+        std::string& lines = groups.Get(bGroup ? GetMaterial(index, entry, radius) : PovMaterial_st()).mLines;
+        char line[kMostLine];
+        const char* const behind = bGroup ? PutSphere(line, index, entry, radius, decimals)
+                                          : PutCall(line, index, entry, radius, decimals);
+        lines.append(line, static_cast<size_t>(behind - line));
+    }
+}
+
+void PovParticles_cls::Append(std::string* pText, const PovText_cls& pov) const {
+    const int decimals = pov.GetDecimals(3);
+    Slice_st slices[kSlices];
+    const auto place = [this](int k) {
+        return static_cast<int>(static_cast<long long>(mList.mNumber) * k / kSlices);
+    };
+    const auto write = [&](int k) { WriteSlice(place(k), place(k + 1), decimals, &slices[k]); };
+    if (mList.mNumber < kFewParticles)
+        for (int k = 0; k < kSlices; ++k)
+            write(k);
+    else
+        OnThreads(kSlices, write);
+
+    for (int k = 0; k < kParticleClasses && !mOptions.mbGroupMaterials; ++k)
+        if (mSets[k].mbDrawn) *pText += mSets[k].mbOwnColors ? GetColorMacro(k, pov) : GetMacro(k, pov);
+    *pText += "#declare PARTICLES=\nunion{\n";
+    size_t bytes = pText->size();
+    for (const Slice_st& slice : slices)
+        for (const PovGroup_st& group : slice.mGroups)
+            bytes += group.mLines.size();
+    pText->reserve(bytes + bytes / 16);
+    if (mOptions.mbGroupMaterials) {
+        std::vector<PovGroup_st> all; // without text: where each material comes first
+        PovGroups_cls groups(&all);
+        std::unordered_map<PovMaterial_st, std::vector<const std::string*>, PovMaterialHash_st> lines;
+        for (const Slice_st& slice : slices)
+            for (const PovGroup_st& group : slice.mGroups) {
+                groups.Get(group.mMaterial);
+                lines[group.mMaterial].push_back(&group.mLines);
+            }
+        for (const PovGroup_st& group : all) {
+            *pText += "union{\n";
+            for (const std::string* text : lines[group.mMaterial])
+                *pText += *text;
+            *pText += pov.GetStrPovTextureColor("\t", GetSurface(group.mMaterial)) + "}\n";
+        }
+    } else
+        for (const Slice_st& slice : slices)
+            for (const PovGroup_st& group : slice.mGroups)
+                *pText += group.mLines;
+    *pText += "};\n\n";
+}

@@ -1,0 +1,115 @@
+#include "POVRAY/clsPovJob.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include <wx/filename.h>
+#include <wx/intl.h>
+
+#include "COMMON/FramePath.h"
+#include "COMMON/clsSplitPath.h"
+
+namespace {
+
+const char* const kState = ".pov-state"; // what POV-Ray would go on from
+const char* const kAliasName = "morentis-render-";
+
+bool Link(const wxString& to, const wxString& name) {
+    unlink(NarrowPath(name).c_str());
+    return symlink(NarrowPath(to).c_str(), NarrowPath(name).c_str()) == 0;
+}
+
+wxString Reason() { return wxString::FromUTF8(std::strerror(errno)); }
+
+} // namespace
+
+// POV-Ray takes a word with a blank for two, one with "=" for an option, "[" for a section, and of letters
+// it knows those of English alone.
+bool PovJob_cls::IsPlainPath(const wxString& path) {
+    static const wxString kPlain = "/._-+,~@%^";
+    for (const wxUniChar c : path)
+        if (!(c.IsAscii() && (wxIsalnum(c) || kPlain.Contains(wxString(c))))) return false;
+    return true;
+}
+
+// Plain names in the same folder, so that what the scene includes is found.
+bool PovJob_cls::MakeAlias(const wxString& folder) {
+    static int sNumber = 0;
+    mStrAlias = folder + "/" + kAliasName + wxString::Format("%ld-%d", long(getpid()), ++sNumber);
+    return Link(mStrBase + ".ini", mStrAlias + ".ini") && Link(mStrBase + ".pov", mStrAlias + ".pov");
+}
+
+void PovJob_cls::RemoveAlias() {
+    if (mStrAlias.empty()) return;
+    for (const wxString& ending : {wxString(".ini"), wxString(".pov"), wxString(kState), mStrEnding})
+        unlink(NarrowPath(mStrAlias + ending).c_str());
+    mStrAlias.clear();
+}
+
+bool PovJob_cls::Start(const wxString& exe, const wxString& base, const wxString& ending) {
+    Stop();
+    mStrBase = base;
+    mStrEnding = ending;
+    mStrPicture = base + ending;
+    mStrError.clear();
+    mbTimed = false;
+    mWatch.Start();
+    const wxString folder = SplitPath_cls(base).mStrDir;
+    const bool bCommand = !exe.Contains("/"); // to be looked for where commands are
+    std::vector<std::string> words = {"nice", NarrowPath(bCommand ? exe : MakeAbsolutePath(exe))};
+    if (IsPlainPath(base) && !mbWhole) {
+        words.push_back(NarrowPath(base + ".ini"));
+    } else if (MakeAlias(folder)) {
+        const std::string name = NarrowPath(SplitPath_cls(mStrAlias + ".").mStrStem);
+        words.insert(words.end(), {name + ".ini", "+I" + name + ".pov", "+O" + name});
+    } else {
+        mStrError = wxString::Format(_("nothing can be written in %s: %s"), folder, Reason());
+        RemoveAlias();
+        return false;
+    }
+    if (mbOneThread) words.push_back("+WT1");
+    mStrError = mProcess.Start(words, NarrowPath(folder));
+    if (!mStrError.empty()) RemoveAlias();
+    return mStrError.empty();
+}
+
+bool PovJob_cls::Poll() {
+    if (!mProcess.Poll()) return false;
+    End();
+    return true;
+}
+
+void PovJob_cls::End() {
+    mMillis = mWatch.Time();
+    mbTimed = true;
+    const int status = mProcess.GetStatus();
+    if (status == 0 && !mStrAlias.empty() &&
+        std::rename(NarrowPath(mStrAlias + mStrEnding).c_str(), NarrowPath(mStrPicture).c_str()) != 0)
+        mStrError = wxString::Format(_("%s could not be written: %s"), mStrPicture, Reason());
+    else if (status == 0 && !wxFileName::FileExists(mStrPicture))
+        mStrError = wxString::Format(_("there is no picture %s"), mStrPicture);
+    else if (status > 128)
+        mStrError = wxString::Format(_("it was ended by signal %d"), status - 128);
+    else if (status != 0)
+        mStrError = wxString::Format(_("it ended with %d"), status);
+    const wxString words = mStrError.empty() ? wxString() : mProcess.GetLastLines();
+    if (!words.empty()) mStrError += ":\n" + words;
+    RemoveAlias();
+}
+
+void PovJob_cls::Stop() {
+    if (!mProcess.IsRunning()) return;
+    mProcess.Stop();
+    mMillis = mWatch.Time();
+    mbTimed = true;
+    mStrError = _("it was given up");
+    // What it had begun to write.
+    if (mStrAlias.empty()) {
+        unlink(NarrowPath(mStrBase + kState).c_str());
+        unlink(NarrowPath(mStrPicture).c_str());
+    }
+    RemoveAlias();
+}

@@ -1,0 +1,156 @@
+// Films through POV-Ray: scenes and pictures of all frames, in parts and again, with blur, and what goes
+// wrong.
+#include <signal.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <chrono>
+#include <fstream>
+#include <set>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "RunFilm.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using Words = std::vector<std::string>;
+
+class FilmPov : public ::testing::Test {
+protected:
+    FilmPov() {
+        mProject = mFolder.MakeProject("film.mrp", "DownSizing=100\nPovCameraWidth=640\nPovDisplay=1\n");
+        fs::create_directory(mFolder.mPath / "out");
+    }
+    ChildRun_st Render(const std::string& out, Words words = {}) {
+        words.insert(words.end(), {"--size", "48x36", "--pov-render", mFolder / out, mProject});
+        return RunFilm(words);
+    }
+    std::set<std::string> Names(const std::string& folder, const std::string& ending) const {
+        std::set<std::string> names;
+        for (const auto& [name, bytes] : mFolder.ReadAll(folder))
+            if (fs::path(name).extension() == ending) names.insert(name);
+        return names;
+    }
+    std::map<std::string, std::string> Pictures(const std::string& folder) const {
+        std::map<std::string, std::string> pictures;
+        for (const auto& [name, bytes] : mFolder.ReadAll(folder))
+            if (fs::path(name).extension() == ".png") pictures[name] = bytes;
+        return pictures;
+    }
+    /// In the place of POV-Ray; $1 is the .ini, $2 "+Iscene.pov", $3 "+Oname".
+    void Pretend(const std::string& script) {
+        const std::string path = mFolder / "renderer";
+        std::ofstream(path) << "#!/bin/sh\nname=\"${3#+O}\"\n" << script << "\n";
+        chmod(path.c_str(), 0755);
+        mProject = mFolder.MakeProject("film.mrp", "DownSizing=100\nPathPovRay=" + path + "\n");
+    }
+    FilmFolder_cls mFolder;
+    std::string mProject;
+};
+
+TEST_F(FilmPov, ScenesAreWrittenWithTheProjectsNames) {
+    const ChildRun_st run = RunFilm({"--pov-export", mFolder / "out", "--frames", "1-3", mProject});
+    EXPECT_EQ(run.mStatus, 0) << run.mErr;
+    EXPECT_EQ(Names("out", ".pov"),
+              (std::set<std::string>{"povanim0001.pov", "povanim0002.pov", "povanim0003.pov"}));
+    const auto files = mFolder.ReadAll("out");
+    EXPECT_EQ(files.size(), 6u);
+    EXPECT_NE(files.at("povanim0001.ini").find("width=640\n"), std::string::npos);
+    EXPECT_NE(files.at("povanim0001.ini").find("DISPLAY=off\n"), std::string::npos);
+    EXPECT_NE(files.at("povanim0001.pov"), files.at("povanim0002.pov"));
+    EXPECT_EQ(files.at("povanim0001.pov").compare(0, 15, "global_settings"), 0);
+}
+
+TEST_F(FilmPov, PartsAreTheBytesOfOneRun) {
+    const ChildRun_st whole = Render("whole", {"--jobs", "2"});
+    ASSERT_EQ(whole.mStatus, 0) << whole.mErr;
+    EXPECT_EQ(Names("whole", ".png").size(), 5u);
+    EXPECT_EQ(mFolder.ReadAll("whole").size(), 15u) << "and nothing else is left";
+    for (const char* part : {"0-1", "2-4"})
+        EXPECT_EQ(Render("parts", {"--frames", part}).mStatus, 0);
+    EXPECT_TRUE(mFolder.ReadAll("whole") == mFolder.ReadAll("parts"));
+}
+
+TEST_F(FilmPov, ResumeKeepsWholePicturesAndMakesTheRest) {
+    ASSERT_EQ(Render("out", {"--frames", "0-2"}).mStatus, 0);
+    const auto before = Pictures("out");
+    fs::resize_file(mFolder.mPath / "out/povanim0001.png", 60);
+    fs::remove(mFolder.mPath / "out/povanim0002.png");
+    const ChildRun_st run = Render("out", {"--frames", "0-2", "--resume"});
+    EXPECT_EQ(run.mStatus, 0) << run.mErr;
+    EXPECT_NE(run.mOut.find("1 were there"), std::string::npos) << run.mOut;
+    EXPECT_TRUE(Pictures("out") == before);
+}
+
+TEST_F(FilmPov, BlurAddsPicturesOfMomentsUp) {
+    ASSERT_EQ(Render("sharp", {"--frames", "1"}).mStatus, 0);
+    const ChildRun_st run = Render("out", {"--frames", "1", "--blur", "1/3"});
+    EXPECT_EQ(run.mStatus, 0) << run.mErr;
+    EXPECT_EQ(Names("out", ".png"), (std::set<std::string>{"povanim0001.png"})) << "the moments are gone";
+    EXPECT_FALSE(Pictures("out") == Pictures("sharp"));
+}
+
+TEST_F(FilmPov, LightOfTheFirstFrameServesAllParts) {
+    const std::string light =
+        "DownSizing=100\nPovRadiosityType=1\nPovKeepFirstPretrace=1\nPovRadHighReproduce=1\n";
+    mProject = mFolder.MakeProject("film.mrp", light);
+    const ChildRun_st one = Render("whole", {"--frames", "1-2"});
+    EXPECT_EQ(one.mStatus, 0) << one.mErr;
+    EXPECT_EQ(Render("part", {"--frames", "2"}).mStatus, 0);
+    EXPECT_EQ(Names("part", ".rca"), (std::set<std::string>{"CommonLight.rca"}));
+    EXPECT_TRUE(Pictures("whole")["povanim0002.png"] == Pictures("part")["povanim0002.png"]);
+}
+
+TEST_F(FilmPov, FailedFramesAreNamedAndTheOthersMade) {
+    Pretend("case \"$(readlink \"$1\")\" in *2.ini) echo the lamp broke >&2; exit 1;; esac; echo x > "
+            "\"$name.png\"");
+    const ChildRun_st run = Render("out");
+    EXPECT_EQ(run.mStatus, 3);
+    EXPECT_NE(run.mErr.find("frame 2, " + mFolder / "out/povanim0002.png"), std::string::npos) << run.mErr;
+    EXPECT_NE(run.mErr.find("it ended with 1: the lamp broke"), std::string::npos) << run.mErr;
+    EXPECT_EQ(Names("out", ".png").size(), 4u);
+}
+
+TEST_F(FilmPov, StoppedFilmsLeaveNoRendererAndNoHalfPicture) {
+    Pretend("echo half > \"$name.png\"; echo $$ > pid; while :; do sleep 0.05; done");
+    std::vector<std::string> words = {"--size", "48x36", "--pov-render", mFolder / "out", mProject};
+    bool bStopped = false;
+    const ChildRun_st run = RunFilm(words, {}, [&](pid_t film) {
+        if (bStopped || !fs::exists(mFolder.mPath / "out/pid")) return;
+        bStopped = kill(film, SIGTERM) == 0;
+    });
+    EXPECT_EQ(run.mStatus, 128 + SIGTERM);
+    pid_t renderer = 0;
+    std::ifstream(mFolder / "out/pid") >> renderer;
+    ASSERT_GT(renderer, 0);
+    EXPECT_NE(kill(renderer, 0), 0);
+    EXPECT_TRUE(Names("out", ".png").empty());
+}
+
+TEST_F(FilmPov, WrongWordsAndMissingRenderersAreToldFirst) {
+    const auto told = [&](const Words& words, int status, const std::string& text) {
+        const ChildRun_st run = RunFilm(words);
+        EXPECT_EQ(run.mStatus, status) << run.mErr;
+        EXPECT_NE(run.mErr.find(text), std::string::npos) << run.mErr;
+    };
+    const std::string out = mFolder / "out";
+    told({"--pov-render", out, "--pov-export", out, mProject}, 2, "leave --pov-export away");
+    told({"--pov-render", out, "--output", out + "/a.png", mProject}, 2, "--output is for drawn pictures");
+    told({"--jobs", "4", mProject}, 2, "--jobs is for --pov-render");
+    told({"--pov-render", out, "--jobs", "0", mProject}, 2, "--jobs: \"0\"");
+    told({"--pov-render", mFolder / "no/where", mProject}, 2, "--pov-render: the folder");
+    told({"--pov-export", "/proc/self", mProject}, 2, "--pov-export: no file can be made");
+    mProject = mFolder.MakeProject("odd.mrp", "PovOutputFomat=3\n");
+    told({"--pov-render", out, mProject}, 2, "PovOutputFomat=: POV-Ray 3.7 refuses");
+    mProject = mFolder.MakeProject("odd.mrp", "FilePovAnim=%s\n");
+    told({"--pov-render", out, mProject}, 2, "FilePovAnim=: \"%s\" has no number");
+    mProject = mFolder.MakeProject("odd.mrp", "PathPovRay=/no/such/povray\n");
+    const ChildRun_st run = RunFilm({"--pov-render", out, mProject}, {{"PATH", "/nowhere"}, {"DISPLAY", ""}});
+    EXPECT_EQ(run.mStatus, 1) << run.mErr;
+    EXPECT_TRUE(fs::is_empty(out)) << "nothing was begun";
+}
+
+} // namespace

@@ -1,0 +1,225 @@
+// Base of tests that render a view's frame with the real POV-Ray: particles of one's own, the view's picture
+// of a small size, the scene of it, and POV-Ray's picture of that.
+#pragma once
+
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <wx/arrstr.h>
+#include <wx/image.h>
+#include <wx/utils.h>
+
+#include "APP/clsFrameMain.h"
+#include "APP/clsMain.h"
+#include "APP/clsPovScene.h"
+#include "FilterPictures.h"
+#include "GL/DRAW/clsDrawOption.h"
+#include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsGLSequence.h"
+#include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsSharedView.h"
+#include "IMAGE/clsImageIO.h"
+#include "PDATA/clsPDataSeqCtrl.h"
+#include "PDATA/clsPDataSequence.h"
+#include "PDATA/clsPeriodicBoundary.h"
+#include "POVRAY/clsPovRayCtrl.h"
+#include "PictureTest.h"
+#include "SCENE/clsLightSRC.h"
+#include "SCENE/clsLightSRCCtrl.h"
+
+class PovTest : public PictureTest {
+protected:
+    struct Ball_st {
+        float x, y, z;
+        float radius = 0.1f;
+        int type = 0;
+        float value = 0.0f;
+    };
+
+    void SetUp() override {
+        PictureTest::SetUp();
+        mLooks = Drawing().Serialize();
+        mLights = Lights().Serialize();
+        Shared().msCFBOSizeIndex.mValue = 1;
+        Hub()->mpCDrawOption->mClassify.mValue = 1;
+        PovRayCtrl_cls& pov = Pov();
+        pov.SetToDefault();
+        pov.ResetOwnSettings();
+        pov.mPathPovWork.mStrValue = wxString::FromUTF8(mDir.mPath.string());
+        pov.mUseCommonSceneFile.mValue = false;
+        pov.mCFormat.mFastColoring.mValue = false;
+        for (GLAttribute_cls* attribute : Drawing().mpCGLAttribute) {
+            attribute->mDrawType.mValue = DRAW_SPHERE;
+            attribute->mDrawQuality.mValue = QUALITY_EXACT;
+            attribute->mShaderType.mValue = 2;
+            attribute->mRadiusType.mValue = RADIUS_OF_DATA;
+            attribute->mRadiusFactor.mValue = 1.0f;
+        }
+        SetMaterial(1, 0, 0);
+        SetOneLight(LightSRC_cls::TYPE_PARALLEL, {-4, -2, 3}, {0, 30, 30});
+    }
+    void TearDown() override {
+        Hub()->mpCFilters->ClearFilters();
+        Hub()->mpCPeriodicBoundary->SetToDefault();
+        Pov().SetToDefault();
+        const auto read = [](const wxString& text, const auto& take) {
+            std::wistringstream lines(text.ToStdWstring());
+            for (std::wstring line; std::getline(lines, line);)
+                take(lines, line);
+        };
+        read(mLooks, [](std::wistream& s, const wxString& line) { Drawing().ReadStrLine(s, line); });
+        read(mLights, [](std::wistream& s, const wxString& line) { Lights().ReadStrLine(s, line); });
+        PictureTest::TearDown();
+    }
+
+    static PovRayCtrl_cls& Pov() { return *Hub()->mpCPovRayCtrl; }
+    static LightSRCCtrl_cls& Lights() { return *Hub()->mpCLightSRCCtrl; }
+    static GLSequence_cls& Drawing() {
+        return GLSequence_cls::Of(*Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence());
+    }
+    static void SetColor(ColorCurve_cls& curve, float r, float g, float b) {
+        const float color[4] = {r, g, b, 1.0f};
+        curve.mbUseColorCurve.mValue = false;
+        std::copy_n(color, 4, curve.mConstantColor.mValue);
+    }
+    /// Grey of all attributes: flat with ambient alone.
+    static void SetMaterial(float ambient, float diffuse, float specular) {
+        for (GLAttribute_cls* attribute : Drawing().mpCGLAttribute) {
+            SetColor(attribute->mAmbient, ambient, ambient, ambient);
+            SetColor(attribute->mDiffuse, diffuse, diffuse, diffuse);
+            SetColor(attribute->mSpecular, specular, specular, specular);
+        }
+    }
+    static LightSRC_cls& SetOneLight(int type, const FilterScope_cls::Values& place,
+                                     const FilterScope_cls::Values& angles, double strength = 1.0) {
+        const bool bUndo = std::exchange(Parameters_cls::msbUndoCommandMake, false);
+        Lights().mCLightNumber.mValue = 1;
+        LightSRC_cls& light = Lights().GetLight(0);
+        light.SetToDefault();
+        light.mCType.mValue = type;
+        light.mCCastShadow.mValue = false;
+        FilterScope_cls::Set(light.mpCTranslate, place);
+        FilterScope_cls::Set(light.mpCRotate, angles);
+        light.mpCStrength->SetKeyFrame(&strength, true, SceneObj_cls::kCurrent);
+        Parameters_cls::msbUndoCommandMake = bUndo;
+        return light;
+    }
+    void ShowBalls(const std::vector<Ball_st>& balls) {
+        const std::string path = mDir / "balls0000.bin";
+        {
+            std::ofstream file(path, std::ios::binary);
+            const auto put = [&file](const auto& value) {
+                file.write(reinterpret_cast<const char*>(&value), sizeof value);
+            };
+            put(0.0f);
+            put(int(balls.size()));
+            for (size_t i = 0; i < balls.size(); ++i) {
+                const Ball_st& ball = balls[i];
+                const float head[7] = {ball.x, ball.y, ball.z, 0, 0, 0, ball.radius};
+                put(head);
+                put(int(i));
+                put(ball.type);
+                put(ball.value);
+            }
+        }
+        ASSERT_TRUE(OpenAndPaint(path));
+        LookFrom({-4, 0, 0}, {1, 0, 0});
+    }
+    /// The free camera of view 0, its anchor `distance` in front of it.
+    static void LookFrom(const FilterScope_cls::Values& place, const FilterScope_cls::Values& front,
+                         double distance = 4.0) {
+        const double up[3] = {0, 0, 1};
+        PositionAndDirection_cls* camera = Canvas(0)->mCamera.GetPCCameraPosition();
+        camera->Set(place.data());
+        camera->Setv(front.data(), up);
+        for (size_t i = 0; i < 3; ++i)
+            Shared().msCAnchorPos[i] = camera->mPos[i] + distance * camera->mFront[i];
+        camera->SetAncPos(Shared().msCAnchorPos);
+    }
+    /// The view's picture of this size.
+    wxImage Draw(int w, int h) {
+        const wxString path = wxString::FromUTF8(mDir / "view.png");
+        Canvas(0)->RequestImage(
+            [&path](const ImageBuffers_st& buffers, wxSize size) {
+                GCImgIO.SaveImageFromTexture(buffers, size.x, size.y, path);
+            },
+            wxSize(w, h));
+        EXPECT_TRUE(Canvas(0)->DrawImage());
+        GCImgIO.Finish();
+        return wxImage(path);
+    }
+    /// The scene of the frame that was drawn last.
+    std::string Write() {
+        const wxString path = wxString::FromUTF8(mDir / "scene.pov");
+        EXPECT_TRUE(
+            PovScene_cls(*Hub(), Canvas(0))
+                .OutputPovRayPov(path, "CommonScene.pov", wxString::FromUTF8(mDir / "CommonScene.pov")));
+        std::ifstream file(mDir / "scene.pov", std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    }
+    /// POV-Ray's picture of the scene; not Ok when POV-Ray has refused it. What it warns of is in mWarnings.
+    wxImage Render(int w, int h) {
+        const wxString from = wxString::FromUTF8(mDir.mPath.string());
+        wxArrayString output, errors;
+        wxExecuteEnv env;
+        env.cwd = from;
+        const wxString command =
+            wxString::Format("/usr/bin/povray +Iscene.pov +Orendered.png +FN +W%d +H%d -D -P +A0.1 +MV3.7 "
+                             "Bounding_Method=2 Display_Gamma=1 File_Gamma=1",
+                             w, h);
+        const long status = wxExecute(command, output, errors, wxEXEC_SYNC | wxEXEC_NODISABLE, &env);
+        mWarnings.clear();
+        for (const wxString& line : errors) {
+            if (line.Contains("Warning:") || line.Contains("Error")) mWarnings.push_back(line.utf8_string());
+        }
+        EXPECT_EQ(status, 0);
+        for (size_t i = errors.size() > 12 && status != 0 ? errors.size() - 12 : errors.size();
+             i < errors.size(); ++i)
+            ADD_FAILURE() << errors[i];
+        return status == 0 ? wxImage(from + "/rendered.png") : wxImage();
+    }
+    /// A spot of connected lit pixels.
+    struct Spot_st {
+        double mX, mY; ///< middle
+        int mLeft, mRight, mTop, mBottom, mCount;
+    };
+    static std::vector<Spot_st> FindSpots(const wxImage& image, int level = 60);
+    /// Both pictures have the same spots: middles within 1 pixel, rims within 2.
+    static void ExpectSameSpots(const wxImage& view, const wxImage& rendered, size_t number);
+    static int GreyAt(const wxImage& image, double x, double y) {
+        return (image.GetRed(int(x), int(y)) + image.GetGreen(int(x), int(y)) +
+                image.GetBlue(int(x), int(y))) /
+               3;
+    }
+    /// Mean structural similarity of the brightness, of windows of 8 x 8 pixels.
+    static double GetSimilarity(const wxImage& a, const wxImage& b);
+    /// Draw, write, render.
+    void ExpectAlike(int w, int h, size_t number) {
+        const wxImage view = Draw(w, h);
+        ASSERT_TRUE(view.IsOk());
+        mScene = Write();
+        const wxImage rendered = Render(w, h);
+        ASSERT_TRUE(rendered.IsOk());
+        Keep(view, "view");
+        Keep(rendered, "pov");
+        ExpectSameSpots(view, rendered, number);
+    }
+    /// Into the folder that MORENTIS_GUI_PICTURES names, if it is set.
+    static void Keep(const wxImage& image, const std::string& name) {
+        const char* const folder = getenv("MORENTIS_GUI_PICTURES");
+        if (!folder) return;
+        const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
+        wxImage(image).SaveFile(
+            wxString::FromUTF8(std::string(folder) + "/" + info->name() + "_" + name + ".png"));
+    }
+
+    FilterScope_cls mFilters{*Hub()->mpCFilters};
+    std::string mScene;
+    std::vector<std::string> mWarnings;
+
+private:
+    wxString mLooks, mLights;
+};

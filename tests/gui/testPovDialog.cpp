@@ -1,0 +1,375 @@
+// The dialog "Pov-Ray Rendering Configure" by hand: every button and field, runs of the film with renderers
+// that work, hang and fail, and what is asked before.
+#include <signal.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <chrono>
+#include <fstream>
+#include <iterator>
+#include <set>
+
+#include <wx/button.h>
+#include <wx/choice.h>
+#include <wx/notebook.h>
+#include <wx/statbmp.h>
+#include <wx/textctrl.h>
+
+#include "APP/clsFrameMain.h"
+#include "APP/clsMain.h"
+#include "COMMON/EventIds.h"
+#include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsSharedView.h"
+#include "PARAM/clsUndoManager.h"
+#include "POVRAY/clsPovOptions.h"
+#include "POVRAY/clsPovRayCtrl.h"
+#include "POVRAY/clsPovRayGUI.h"
+#include "PictureTest.h"
+#include "SCENE/clsLightSRC.h"
+#include "SCENE/clsLightSRCCtrl.h"
+#include "TIME/clsTimeCtrl.h"
+#include "WIDGET/clsFileDialogEX.h"
+#include "WIDGET/clsNumField.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class PovDialog : public PictureTest {
+protected:
+    void SetUp() override {
+        PictureTest::SetUp();
+        ASSERT_TRUE(OpenProjectAndPaint(Root() + "examples/lj_melt_bin/lj_melt_bin.mrp"));
+        Shared().msCFBOSizeIndex.mValue = 0;
+        Time()->SetAnimInterpNative(1);
+        Time()->SetRepeatNative(0);
+        Time()->SetWAMinNative(0);
+        Time()->SetWAMaxNative(2);
+        Reset();
+        Menu(ID_POVRAY);
+        mpGUI = dynamic_cast<PovRayGUI_cls*>(WaitForWindow("Pov-Ray Rendering Configure"));
+        ASSERT_TRUE(mpGUI);
+        mpGUI->UpdateValues();
+        Settle();
+    }
+    void TearDown() override {
+        wxFileDialogEX::sStrTestAnswer.clear();
+        Pov().AbortRenderPovAnim();
+        Pov().StopRenderer();
+        if (Time()->IsPlaying()) Menu(ID_PLAY_STOP);
+        Reset();
+        mpGUI->CloseEXKey();
+        PictureTest::TearDown();
+    }
+    void Reset() {
+        Pov().SetToDefault();
+        Pov().mPathPovRay.mStrValue = "/usr/bin/povray";
+        Pov().mPathPovWork.mStrValue = wxString::FromUTF8(mDir.mPath.string());
+        Pov().mFilePovSnap.mStrValue = "povsnap%04d";
+        Pov().mFilePovAnim.mStrValue = "povanim%04d";
+        Pov().mSnapNumber = Pov().mAnimInitNumber = 0;
+        Pov().mCFormat.mWidth.mValue = 64;
+        Pov().mCFormat.mHeight.mValue = 48;
+        Pov().mCFormat.mDisplay.mValue = false;
+    }
+    static PovRayCtrl_cls& Pov() { return *Hub()->mpCPovRayCtrl; }
+    static TimeCtrl_cls* Time() { return Hub()->mpCTimeCtrl; }
+    void PressButton(const wxString& label) {
+        wxWindow* button = FindByLabel(mpGUI, label);
+        ASSERT_TRUE(button) << label;
+        ASSERT_TRUE(button->IsEnabled()) << label;
+        ClickOn(button);
+        Arrive(false);
+    }
+    bool HasButton(const wxString& label) const { return FindByLabel(mpGUI, label) != nullptr; }
+    static bool WaitForEnd() {
+        return PumpUntil([] { return !Pov().IsBusy(); }, 60000);
+    }
+    std::set<std::string> Files(const std::string& ending = "") const {
+        std::set<std::string> names;
+        for (const auto& entry : fs::directory_iterator(mDir.mPath))
+            if (ending.empty() || entry.path().extension() == ending)
+                names.insert(entry.path().filename().string());
+        return names;
+    }
+    std::string ReadFile(const std::string& name) const {
+        std::ifstream file(mDir / name, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(file), {});
+    }
+    /// In the place of POV-Ray; it runs in the folder and is given the .ini.
+    void Pretend(const std::string& script) {
+        const std::string path = mDir / "renderer";
+        std::ofstream(path) << "#!/bin/sh\nbase=\"${1%.ini}\"\n" << script << "\n";
+        chmod(path.c_str(), 0755);
+        Pov().mPathPovRay.mStrValue = wxString::FromUTF8(path);
+        mpGUI->UpdateValues();
+    }
+    void Go(const std::string& name) { std::ofstream(mDir / name) << "x"; }
+
+    PovRayGUI_cls* mpGUI = nullptr;
+};
+
+const std::string kWaits = "while [ ! -e go ]; do sleep 0.02; done; ";
+
+TEST_F(PovDialog, StillIsWrittenAndRendered) {
+    PressButton("ExportSnap");
+    ASSERT_TRUE(PumpUntil([&] { return Files().count("povsnap0000.pov") > 0; }));
+    EXPECT_EQ(Files().count("povsnap0000.ini"), 1u);
+    EXPECT_NE(ReadFile("povsnap0000.ini").find("Input_File_Name=\"povsnap0000.pov\""), std::string::npos);
+    EXPECT_EQ(ReadFile("povsnap0000.pov").compare(0, 17, "global_settings {"), 0);
+    TypeInto(FindField(mpGUI, "Number of the still"), "7");
+    PressButton("RenderSnap");
+    ASSERT_TRUE(PumpUntil([&] { return Files().count("povsnap0007.png") > 0 && !Pov().IsBusy(); }, 60000));
+    EXPECT_TRUE(Pov().GetFailures().empty());
+    EXPECT_TRUE(mVMessages.empty());
+    EXPECT_TRUE(FindByTip(mpGUI, wxString::FromUTF8(mDir / "povsnap0007.png"))) << "it is shown small";
+    EXPECT_NE(ReadFile("povsnap0007.ini").find("Input_File_Name=\"" + (mDir / "povsnap0007.pov")),
+              std::string::npos)
+        << "what is rendered is named whole";
+    Snap("pov_still");
+}
+
+TEST_F(PovDialog, AnimationIsWrittenThenRenderedFrameByFrame) {
+    TypeInto(FindField(mpGUI, "Number of the first frame"), "10");
+    Time()->SetRepeatNative(1);
+    PressButton("RenderAnim");
+    ASSERT_TRUE(PumpUntil([] { return Pov().IsBusy(); }));
+    ASSERT_TRUE(WaitForEnd());
+    const std::set<std::string> pictures = {"povanim0010.png", "povanim0011.png", "povanim0012.png"};
+    EXPECT_EQ(Files(".png"), pictures);
+    EXPECT_EQ(Files(".pov").size(), 3u);
+    EXPECT_NE(ReadFile("povanim0010.pov"), ReadFile("povanim0011.pov")) << "another frame";
+    EXPECT_FALSE(Time()->IsRepeat());
+    EXPECT_FALSE(Time()->mbCustomRange);
+    EXPECT_TRUE(HasButton("RenderAnim") && HasButton("ExportAnim") && HasButton("RenderSnap"));
+    EXPECT_TRUE(mVMessages.empty());
+}
+
+TEST_F(PovDialog, RegionsChooseTheFrames) {
+    Time()->SetWAMinNative(1);
+    Pov().mCRender.mRegion.mValue = PovRender_cls::REGION_CUSTOM;
+    Pov().mCRender.mCustomMin.mValue = 4;
+    Pov().mCRender.mCustomMax.mValue = 6;
+    PressButton("ExportAnim");
+    ASSERT_TRUE(PumpUntil([&] { return Files(".pov").size() == 3 && !Pov().IsBusy(); }));
+    EXPECT_EQ(Files(".pov"),
+              (std::set<std::string>{"povanim0000.pov", "povanim0001.pov", "povanim0002.pov"}));
+    EXPECT_EQ(Time()->GetFrame(), 6);
+    Pov().mCRender.mRegion.mValue = PovRender_cls::REGION_ALL;
+    PressButton("ExportAnim");
+    const size_t all = size_t(Time()->GetMaxFrame()) + 1;
+    EXPECT_TRUE(PumpUntil([&] { return Files(".pov").size() == all && !Pov().IsBusy(); }));
+}
+
+TEST_F(PovDialog, AbortLetsTheFrameEndAndASecondPressStopsIt) {
+    Pretend(kWaits + "echo x > \"$base.png\"");
+    PressButton("RenderAnim");
+    ASSERT_TRUE(PumpUntil([] { return !Pov().mbRenderDone; }));
+    EXPECT_TRUE(HasButton("Abort"));
+    EXPECT_TRUE(HasButton("Rendering.."));
+    Snap("pov_rendering");
+    // The fields can be used meanwhile, and nothing takes back what is typed.
+    auto* name = static_cast<wxTextCtrl*>(mpGUI->GetPCFiles()->GetField(2));
+    ASSERT_TRUE(name->IsEnabled());
+    name->SetFocus();
+    name->ChangeValue("half typ");
+    PressButton("Abort");
+    ASSERT_TRUE(PumpUntil([&] { return HasButton("Stop now"); }));
+    EXPECT_FALSE(Pov().mbRenderDone) << "the frame in work goes on";
+    Go("go");
+    ASSERT_TRUE(WaitForEnd());
+    EXPECT_EQ(Files(".png"), (std::set<std::string>{"povanim0000.png"}));
+
+    fs::remove(mDir / "go");
+    PressButton("RenderAnim");
+    ASSERT_TRUE(PumpUntil([] { return !Pov().mbRenderDone; }));
+    PressButton("Abort");
+    ASSERT_TRUE(PumpUntil([&] { return HasButton("Stop now"); }));
+    const auto begin = std::chrono::steady_clock::now();
+    PressButton("Stop now");
+    ASSERT_TRUE(WaitForEnd());
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(5000));
+    EXPECT_TRUE(HasButton("RenderAnim"));
+}
+
+TEST_F(PovDialog, AbortDuringTheExportRendersNothing) {
+    Time()->SetWAMaxNative(19);
+    Pretend("echo x > \"$base.png\"");
+    PressButton("RenderAnim");
+    ASSERT_TRUE(PumpUntil([] { return Pov().mbExportingAnim; }));
+    Menu(ID_POV_RENDER_ANIM); // as the button's press
+    ASSERT_TRUE(WaitForEnd());
+    EXPECT_TRUE(Files(".png").empty());
+    EXPECT_FALSE(Time()->IsPlaying());
+    Pov().ProcessRenderPovAnim();
+    EXPECT_FALSE(Pov().IsBusy()) << "an empty list only clears the flags";
+}
+
+TEST_F(PovDialog, FailuresAreListedAndTheRunGoesOn) {
+    Pretend("case \"$base\" in *1) echo the lamp broke >&2; exit 1;; esac; echo x > \"$base.png\"");
+    PressButton("RenderAnim");
+    ASSERT_TRUE(PumpUntil([] { return Pov().IsBusy(); }));
+    ASSERT_TRUE(WaitForEnd());
+    EXPECT_EQ(Files(".png"), (std::set<std::string>{"povanim0000.png", "povanim0002.png"}));
+    ASSERT_EQ(Pov().GetFailures().size(), 1u);
+    EXPECT_EQ(Pov().GetFailures()[0].mName, "povanim0001");
+    auto* list = dynamic_cast<wxTextCtrl*>(FindByTip(mpGUI, "Frames without a picture"));
+    ASSERT_TRUE(list);
+    EXPECT_TRUE(list->GetValue().Contains("povanim0001: it ended with 1")) << list->GetValue();
+    EXPECT_TRUE(list->GetValue().Contains("the lamp broke"));
+    EXPECT_TRUE(WasTold("povanim0001"));
+    Snap("pov_failures");
+}
+
+TEST_F(PovDialog, QuestionsComeFirst) {
+    mAnswers = {false};
+    Pov().mPathPovRay.mStrValue = "/no/such/povray";
+    mpGUI->UpdateValues();
+    EXPECT_TRUE(mpGUI->GetPCFiles()->GetField(0)->GetToolTipText().EndsWith("File dose not exist."));
+    EXPECT_TRUE(mpGUI->GetPCFiles()->GetField(1)->GetToolTipText().EndsWith("File exists."));
+    PressButton("RenderSnap");
+    EXPECT_TRUE(WasTold("Path discrepancy.\nAbove warnings detected. Continue?"));
+    Reset();
+    mVMessages.clear();
+    mAnswers = {false};
+    Pov().mFilePovAnim.mStrValue = "%s";
+    mpGUI->UpdateValues();
+    PressButton("ExportAnim");
+    EXPECT_TRUE(WasTold("\"%s\" has no number"));
+    Reset();
+    mVMessages.clear();
+    mAnswers = {false};
+    Pov().mCFormat.mOutputFormat.mValue = 2;
+    mpGUI->UpdateValues();
+    PressButton("RenderSnap");
+    ASSERT_TRUE(PumpUntil([&] { return WasTold("PNG(3x16bit)"); }));
+    mVMessages.clear();
+    mAnswers = {false};
+    Reset();
+    mpGUI->UpdateValues();
+    LightSRCCtrl_cls& lights = *Hub()->mpCLightSRCCtrl;
+    const int number = lights.mCLightNumber.mValue;
+    lights.mCLightNumber.mValue = 0;
+    PressButton("ExportSnap");
+    ASSERT_TRUE(PumpUntil([&] { return WasTold("No Light"); }));
+    lights.mCLightNumber.mValue = number;
+    Settle();
+    EXPECT_TRUE(Files(".pov").empty()) << "every answer was no";
+}
+
+TEST_F(PovDialog, FoldersAreMadeAndClosedOnesTold) {
+    Pov().mPathPovWork.mStrValue = wxString::FromUTF8(mDir / "new \xc3\xbc/deep");
+    mpGUI->UpdateValues();
+    PressButton("ExportSnap");
+    EXPECT_TRUE(WasTold("it will be made"));
+    ASSERT_TRUE(PumpUntil([&] { return fs::exists(mDir / "new \xc3\xbc/deep/povsnap0000.pov"); }));
+    mVMessages.clear();
+    Pov().mPathPovWork.mStrValue = "/proc/pov";
+    mpGUI->UpdateValues();
+    PressButton("ExportAnim");
+    ASSERT_TRUE(PumpUntil([&] { return WasTold("/proc/pov can't be made"); }));
+    ASSERT_TRUE(WaitForEnd());
+    EXPECT_FALSE(Time()->IsPlaying()) << "the other frames would fare no better";
+    mVMessages.clear();
+    Pov().mPathPovWork.mStrValue = "/proc/self";
+    mpGUI->UpdateValues();
+    PressButton("RenderSnap");
+    ASSERT_TRUE(PumpUntil([&] { return WasTold("povsnap0000.ini could not be written"); }));
+    EXPECT_FALSE(Pov().IsBusy());
+}
+
+TEST_F(PovDialog, TryTellsTheTimeOfTheFilm) {
+    Pov().mCFormat.mWidth.mValue = 128;
+    Pov().mCFormat.mHeight.mValue = 96;
+    PressButton("Try");
+    ASSERT_TRUE(PumpUntil([] { return !Pov().GetTrialText().empty(); }, 60000));
+    EXPECT_TRUE(Pov().GetTrialText().Contains("a film of 3 frames")) << Pov().GetTrialText();
+    wxImage picture(wxString::FromUTF8(mDir / "povtry.png"));
+    EXPECT_EQ(picture.GetSize(), wxSize(32, 24));
+    EXPECT_EQ(Pov().mCFormat.mWidth.mValue, 128);
+    EXPECT_EQ(mpGUI->GetStatusText(), Pov().GetTrialText());
+    Snap("pov_try");
+}
+
+TEST_F(PovDialog, PresetsDefaultsAndPathsAreSteps) {
+    const wxString before = Pov().Serialize();
+    PressButton("Film");
+    EXPECT_TRUE(Pov().mKeepFirstPretrace.mValue);
+    const wxString film = Pov().Serialize();
+    PressButton("Still");
+    EXPECT_NE(Pov().Serialize(), film);
+    EXPECT_EQ(Pov().mCRadiosity.mType.mValue, unsigned(PovRadiosity_cls::TYPE_FULL));
+    Snap("pov_preset");
+    Hub()->Undo();
+    EXPECT_EQ(Pov().Serialize(), film);
+    PressButton("Set to Defalt");
+    EXPECT_EQ(Pov().mCFormat.mWidth.mValue, 640);
+    Hub()->Undo();
+    Hub()->Undo();
+    EXPECT_EQ(Pov().Serialize(), before);
+    wxFileDialogEX::sStrTestAnswer = "/bin/true";
+    ClickOn(FindByTip(mpGUI, "Choose POV-Ray's program"));
+    Arrive(false);
+    EXPECT_EQ(Pov().mPathPovRay.mStrValue, "/bin/true");
+    wxFileDialogEX::sStrTestAnswer = "/tmp";
+    ClickOn(FindByTip(mpGUI, "Choose the folder"));
+    Arrive(false);
+    EXPECT_EQ(Pov().mPathPovWork.mStrValue, "/tmp");
+    Hub()->Undo();
+    Hub()->Undo();
+    EXPECT_EQ(Pov().Serialize(), before);
+}
+
+TEST_F(PovDialog, PagesShowWhatCounts) {
+    PovOptions_cls* radiosity = mpGUI->GetPCPage(2);
+    auto* type = static_cast<wxChoice*>(radiosity->GetField(0));
+    const auto isShown = [&](const wxString& tip) { return FindByTip(radiosity, tip) != nullptr; };
+    EXPECT_FALSE(isShown("Rays that look for light"));
+    Choose(type, 2);
+    EXPECT_EQ(Pov().mCRadiosity.mType.mValue, 2u);
+    EXPECT_TRUE(isShown("Rays that look for light"));
+    EXPECT_FALSE(isShown("Name of the file"));
+    Choose(static_cast<wxChoice*>(radiosity->GetField(1)), 1);
+    EXPECT_TRUE(isShown("Name of the file"));
+    Snap("pov_radiosity");
+    Hub()->Undo();
+    Hub()->Undo();
+    EXPECT_FALSE(isShown("Rays that look for light")) << "pages follow the undo list";
+    Choose(static_cast<wxChoice*>(mpGUI->GetPCPage(0)->GetField(0)), 2);
+    EXPECT_TRUE(FindByLabel(mpGUI, Pov().mCFormat.GetRefusal()));
+    PressButton("Advanced");
+    ASSERT_TRUE(WaitForWindow("Pov-Ray Advanced Settings"));
+    TypeInto(dynamic_cast<NumField_cls*>(mpGUI->GetPCAdvanced()->GetField(0)), "33");
+    EXPECT_EQ(Pov().mCAdvanced.mMaxTraceLevel.mValue, 33);
+    Snap("pov_advanced");
+    dynamic_cast<wxDialogEXKey*>(wxGetTopLevelParent(mpGUI->GetPCAdvanced()))->CloseEXKey();
+}
+
+TEST_F(PovDialog, FolderIsShownByTheDesktop) {
+    const std::string tool = mDir / "xdg-open";
+    std::ofstream(tool) << "#!/bin/sh\necho \"$1\" > " << (mDir / "shown") << "\n";
+    chmod(tool.c_str(), 0755);
+    const std::string path = getenv("PATH");
+    setenv("PATH", (mDir.mPath.string() + ":" + path).c_str(), 1);
+    PressButton("Open folder");
+    EXPECT_TRUE(PumpUntil([&] { return ReadFile("shown") == mDir.mPath.string() + "\n"; }));
+    setenv("PATH", path.c_str(), 1);
+}
+
+TEST_F(PovDialog, QuittingAsksAndLeavesNoRenderer) {
+    Pretend("echo $$ > pid; while :; do sleep 0.05; done");
+    PressButton("RenderSnap");
+    ASSERT_TRUE(PumpUntil([&] { return !ReadFile("pid").empty(); }));
+    mAnswers = {false};
+    mSaveAnswers = {MESSAGE_CANCEL};
+    Menu(ID_QUIT);
+    EXPECT_TRUE(WasTold("POV-Ray is at work"));
+    EXPECT_TRUE(Pov().IsBusy());
+    const int pid = std::stoi(ReadFile("pid"));
+    Pov().AbortRenderPovAnim(); // as the closing window does
+    Pov().StopRenderer();
+    EXPECT_NE(kill(pid, 0), 0);
+    EXPECT_FALSE(Pov().IsBusy());
+}
+
+} // namespace
