@@ -248,6 +248,7 @@ TEST_F(Particles, EveryGeometryViewAndEyePicksWhatItShows) {
     Canvas(0)->SetGeometry(ViewSettings_cls::GEOMETRY_PERSPECTIVE);
     Repaint();
     // Two eyes side by side: each half has its own picture; red and cyan lie over each other.
+    const wxPoint between = At({3, -1, 0.5});
     StereoGram_cls& stereo = *Hub()->mpCStereoGram;
     stereo.mCType.mValue = StereoGram_cls::TYPE_OFF_AXIS;
     stereo.mCEye.mValue = StereoGram_cls::OUTPUT_SIDE_BY_SIDE;
@@ -256,7 +257,6 @@ TEST_F(Particles, EveryGeometryViewAndEyePicksWhatItShows) {
     Menu(ID_REFRESH_GL);
     Settle();
     const wxSize size = Canvas(0)->GetClientSize();
-    const wxPoint between = At({3, -1, 0.5});
     const double shift = 0.2 / 3.0 / std::tan(20.0 * M_PI / 180.0) * size.y / 2.0; // of an eye, pixels
     const auto eye = [&](int which) {
         const double x = between.x + (which == 0 ? shift : -shift);
@@ -447,7 +447,7 @@ TEST_F(Particles, TheTrailIsALineInPicturesToo) {
     Settle();
     Key(WXK_ESCAPE); // the ring has the same colours
     Settle();
-    EXPECT_EQ(CountMark(Grab(0), At({10, 1, 0}, 25), 10), 0) << "the label has gone";
+    EXPECT_EQ(CountMark(Grab(0), At({10, 1, 0}, 25, 7), 6), 0) << "the label has gone";
     EXPECT_GT(CountMark(Grab(0), At({10, 0.5, 0.25}), 4), 3);
     EXPECT_EQ(CountMark(Grab(0), At({10, -0.5, 0.5}), 4), 0) << "the gap";
     EXPECT_GT(CountMark(Grab(0), At({10, -1.5, 0.25}), 4), 3);

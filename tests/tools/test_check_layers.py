@@ -54,9 +54,9 @@ class CheckLayers(unittest.TestCase):
         self.assertOneError("SRC/WIDGET/clsPanel.h:2", "not below")
 
     def testNestedFolderHasItsOwnFloor(self):
-        self.put("SRC/POVRAY/clsPov.h", HEADER)
-        self.put("SRC/POVRAY/TEXT/clsText.h", HEADER + '#include "POVRAY/clsPov.h"\n')
-        self.assertOneError("SRC/POVRAY/TEXT/clsText.h:2", "not below")
+        self.put("SRC/FILTER/PANEL/clsPanel.h", HEADER)
+        self.put("SRC/FILTER/clsFilter.h", HEADER + '#include "FILTER/PANEL/clsPanel.h"\n')
+        self.assertOneError("SRC/FILTER/clsFilter.h:2", "forward")
 
     def testSourceMayIncludeUpwardOnlyWhenListed(self):
         self.put("SRC/GL/VIEW/clsView.cpp", '#include "APP/clsMain.h"\n')
