@@ -19,6 +19,7 @@ using Text = PovSerialize_cls;
 constexpr int kSlices = 4;
 constexpr int kFewParticles = 20000; // that aren't worth a thread
 constexpr size_t kMostLine = 8 * 3 * kMostFixed;
+constexpr size_t kLineSlack = 2; // that other lines may be longer than the first
 constexpr int kColorDecimals = 3;
 // Points and billboards have one colour, which is shared out to how a solid shows it.
 constexpr float kUnlitAmbient = 0.2f;
@@ -132,9 +133,10 @@ int PovParticles_cls::GetDecimals() const {
 }
 
 double PovParticles_cls::GetPovBytes() const {
-    constexpr double kBytesOfSphere = 450.0;
-    constexpr double kBytesOfTexture = 1700.0;
-    return mList.mNumber * (mOptions.mbGroupMaterials ? kBytesOfSphere : kBytesOfSphere + kBytesOfTexture);
+    constexpr double kBytesOfSphere = 520.0;
+    constexpr double kBytesOfTexture = 1160.0;
+    const double textures = mOptions.mbGroupMaterials ? 0.0 : mOptions.mbFastColoring ? 1.0 : 3.0;
+    return mList.mNumber * (kBytesOfSphere + textures * kBytesOfTexture);
 }
 
 std::string PovParticles_cls::GetMacro(int index, const PovText_cls& pov) const {
@@ -270,7 +272,11 @@ void PovParticles_cls::WriteSlice(int first, int end, int decimals, Slice_st* pS
         char line[kMostLine];
         const char* const behind = bGroup ? PutSphere(line, index, entry, radius, decimals)
                                           : PutCall(line, index, entry, radius, decimals);
-        lines.append(line, static_cast<size_t>(behind - line));
+        const auto length = static_cast<size_t>(behind - line);
+        // Most often all are of one group, and its lines as long as the first one.
+        if (lines.empty() && pSlice->mGroups.size() == 1)
+            lines.reserve((length + kLineSlack) * static_cast<size_t>(end - first));
+        lines.append(line, length);
     }
 }
 
