@@ -195,7 +195,8 @@ def project(name, setup):
              + ["DataSequence0=0", facts["frames"][0]["file"]]
              + attribute_lines(setup, scale) + periodic_lines(setup, edges)
              # A path of the machine that writes this would stand there else.
-             + ["PathPovRay=/usr/bin/povray", "PathPovWork=POV", "ImgSequenceFile=Preview%04d.png", "FBOBufferSize=3", "LineWidth=5.000000"])
+             + ["PathPovRay=/usr/bin/povray", "PathPovWork=POV", "PovColorByParticle=1",
+                "PovGroupMaterials=1", "ImgSequenceFile=Preview%04d.png", "FBOBufferSize=3", "LineWidth=5.000000"])
     return "\n".join(lines) + "\n"
 
 
@@ -433,13 +434,13 @@ def stereo_lines(folder):
 
 
 def ray_lines(_folder):
-    """The cut melt on a dark mirror, in the light of a lamp and a bright sky, for POV-Ray."""
+    """The cut melt on a dark mirror, with the soft shadows of a large lamp, for POV-Ray."""
     lines = cut_lines(_folder)
     lines = lines[:lines.index("---FilterCtrl0Begin")]
-    lines += ["BGColorConstantColor=0.30 0.36 0.46 1", "AmbientConstantColor=0 0 0 1"]
+    lines += ["BGColorConstantColor=0.06 0.08 0.12 1"]
     lines += camera_lines(around(5.2, 2.3, -80, -35), look=(0.0, 0.0, -0.28), angle=30)
     lines += light_lines([
-        (["Type=0", "CastShadow=1", "LightArea=1", "LightAreaSize=1.5", "LightAreaQuality=6"],
+        (["Type=0", "CastShadow=1", "LightArea=1", "LightAreaSize=1.5", "LightAreaQuality=5"],
          [(1.5, -4.5, 5.0)] * 2, (0, 0, 0), 0.85),
         ([f"Type={PARALLEL}", "CastShadow=0"], [(-4.0, -2.0, 2.0)] * 2, (0, 0, 0), 0.3)])
     way = [(1.0, -1.0, 1.0)] * 2
@@ -448,18 +449,15 @@ def ray_lines(_folder):
     floor = filter_lines(OBJECT, "Object00", [
         "ObjectType=0", "ShaderType=2", "AmbientConstantColor=0.02 0.02 0.03 1",
         "DiffuseConstantColor=0.10 0.11 0.14 1", "SpecularConstantColor=0.2 0.2 0.2 1",
-        "ReflectType=1", "ReflectMin=0.25", "ReflectMax=0.55"],
+        "ReflectType=1", "ReflectMin=0.10", "ReflectMax=0.45"],
         translate=[(0, 0, -1.06)] * 2, scale=[(14, 14, 0.1)] * 2)
-    # As the dialog's "Film", with a recursion more for the mirror.
     lines += ["PovCameraWidth=960", "PovCameraHeight=540", "PovAntialias=1", "PovAntiAliasThreshold=0.1",
-              "PovDisplay=0", "PovRadiosityType=1", "PovRadiosityCount=120", "PovRadiosityError=0.7",
-              "PovRadiosityNearestCount=10", "PovRadiosityTraceEnd=0.01", "PovRadiosityZeroAmbient=1",
-              "PovRadHighReproduce=1", "PovKeepFirstPretrace=1", "TimeAnimInterp=1"]
+              "PovDisplay=0", "TimeAnimInterp=1"]
     return lines + list_lines(0, [cut]) + list_lines(1, [floor])
 
 
 # For POV-Ray: one more project of a set.
-RAY = {"lj_melt_text": ("melt_ray", ray_lines, "for POV-Ray: a cut melt on a mirror, with light from the sky")}
+RAY = {"lj_melt_text": ("melt_ray", ray_lines, "for POV-Ray: a cut melt on a mirror, with soft shadows")}
 
 # For two eyes: one more project of a set.
 STEREO = {"public_pyscal_ni500": ("nickel_stereo", stereo_lines, "for red-cyan glasses")}

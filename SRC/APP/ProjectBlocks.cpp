@@ -9,6 +9,7 @@
 #include "GL/VIEW/clsExposure.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsOverlay.h"
+#include "GL/VIEW/clsParticleWatch.h"
 #include "GL/VIEW/clsSharedView.h"
 #include "IMAGE/clsImgSequence.h"
 #include "PDATA/clsDataExporter.h"
@@ -94,6 +95,7 @@ const std::vector<ProjectBlock_st>& GetProjectBlocks() {
         {20, "views 0 to 3 once more", false, WriteViewsAgain, nullptr},
         {21, "filters", false, Write<&Main_cls::mpCFilters>, ReadBlock<&Main_cls::mpCFilters>},
         {22, "image sequence", false, Write<&Main_cls::mpCImgSequence>, ReadLine<&Main_cls::mpCImgSequence>},
+        {23, "picked particle", false, Write<&Main_cls::mpCParticles>, ReadLine<&Main_cls::mpCParticles>},
     };
     return sBlocks;
 }

@@ -361,7 +361,7 @@ bool FilmMaker_cls::DrawFrame(size_t i, const wxString& path) {
             return true;
         }
         NoteDamage(mFilm[i].mFrame);
-        if (step == 0 && !FollowBonds(path)) return !IsFilmStopped();
+        if (step == 0 && !(FollowBonds(path) && FollowParticle(path))) return !IsFilmStopped();
         if (step == 0 && !data.empty()) ExportFrame(data);
         ReadAhead(i);
         wxString fault = DrawStep();

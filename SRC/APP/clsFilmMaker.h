@@ -71,6 +71,7 @@ private:
     void ExportFrame(const wxString& path);
     bool NeedsSlopes() const;
     bool FollowBonds(const wxString& path);
+    bool FollowParticle(const wxString& path);
     void WaitForData();
     void ReadAhead(size_t i);
     void DropBehind(size_t i);

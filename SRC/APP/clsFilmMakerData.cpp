@@ -14,6 +14,7 @@
 #include "FILTER/clsFilterLists.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsParticleWatch.h"
 #include "PDATA/SnapshotBody.h"
 #include "PDATA/clsDataExporter.h"
 #include "PDATA/clsPDataBlock.h"
@@ -61,6 +62,19 @@ bool FilmMaker_cls::FollowBonds(const wxString& path) {
         state = bonds.Follow(kMillis, BondFollower_cls::Source::Wait);
     bonds.mIsStopped = nullptr;
     if (state == State::Stopped && !IsFilmStopped()) FailFrame(path, bonds.GetReason());
+    return state == State::Known;
+}
+
+// All that the frame's pictures show of it: the place where the anchor is held, and the whole trail.
+bool FilmMaker_cls::FollowParticle(const wxString& path) {
+    constexpr long kMillis = 1000;
+    const MillisScope_cls time(mWatch, &mDataMillis);
+    ParticleWatch_cls& watch = *mpCMain->mpCParticles;
+    using State = ParticleWatch_cls::State;
+    State state = State::More;
+    while (!IsFilmStopped() && (state == State::More || state == State::Reading))
+        state = watch.Learn(kMillis, ParticleWatch_cls::Source::Wait);
+    if (state == State::NoMemory && !IsFilmStopped()) FailFrame(path, watch.GetStatus());
     return state == State::Known;
 }
 

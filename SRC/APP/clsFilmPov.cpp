@@ -17,7 +17,7 @@
 #include "APP/clsMain.h"
 #include "APP/clsPovScene.h"
 #include "COMMON/clsSplitPath.h"
-#include "POVRAY/PngDate.h"
+#include "POVRAY/PngChunks.h"
 #include "POVRAY/clsPovRayCtrl.h"
 #include "SCENE/clsStereoGram.h"
 
@@ -217,7 +217,7 @@ void FilmPov_cls::EndFrame(Frame_st& frame) {
             for (const wxString& one : {wxString(".pov"), wxString(".ini"), ending})
                 Remove(base + one);
     } else if (frame.mError.empty() && ending == ".png") {
-        frame.mError = RemovePngDate(picture);
+        frame.mError = MakeLikeDrawn(picture);
     }
     mOnDone(frame.mIndex, frame.mError);
 }

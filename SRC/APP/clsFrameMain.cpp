@@ -37,6 +37,7 @@
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 #include "GL/VIEW/clsGLExtraFrame.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsParticleWatch.h"
 #include "GL/VIEW/clsSharedView.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
 #include "GL/VIEW/clsViewFitCtrl.h"
@@ -87,6 +88,7 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
 
     mpCSharedView = new SharedView_cls(pMain->mpCOverlay, pMain->mpCExposure, pMain->mpCInformation);
     mpCSharedView->mspCStereogramLink = pMain->mpCStereoGram;
+    mpCSharedView->mspCParticles = pMain->mpCParticles;
     pMain->mpCStereoGram->mGetDistanceToFocus = [this] {
         return GetPCOutputCanvas()->mCamera.GetDistanceToAnchor();
     };
@@ -230,9 +232,10 @@ void FrameMain_cls::UpdateStatusText() {
         text[0] = _("No data: load particle data, or drop a file or a project here");
     }
     const auto& bonds = mpCMain->mpCFilters->mpCBonds;
-    for (const wxString& run : {GetStandstill(), bonds ? bonds->GetStatus() : wxString(),
-                                mpCImageRun->GetVideoStatus(), mpCMain->mpCImgSequence->GetProgressText(),
-                                mpCExportRun->GetExportStatus(), mpCPovExport->GetStatus()})
+    for (const wxString& run :
+         {GetStandstill(), bonds ? bonds->GetStatus() : wxString(), mpCMain->mpCParticles->GetStatus(),
+          mpCImageRun->GetVideoStatus(), mpCMain->mpCImgSequence->GetProgressText(),
+          mpCExportRun->GetExportStatus(), mpCPovExport->GetStatus()})
         if (!run.empty()) text[0] = run;
     if (!mStrPointed.empty()) text[0] = mStrPointed;
     const int drawing = GDrawingPercentage.load();

@@ -70,7 +70,8 @@ void FrameMain_cls::OnCharHook(wxKeyEvent& event) {
     // Whoever edits text, or picks from a list by keys, has the key first.
     wxWindow* focus = wxWindow::FindFocus();
     const bool bNeedsKeys = dynamic_cast<wxTextEntryBase*>(focus) || dynamic_cast<wxChoice*>(focus) ||
-                            dynamic_cast<wxCheckBox*>(focus) || dynamic_cast<wxListCtrl*>(focus);
+                            (dynamic_cast<wxCheckBox*>(focus) && event.GetKeyCode() != WXK_ESCAPE) ||
+                            dynamic_cast<wxListCtrl*>(focus);
     const int modifier = (event.AltDown() ? 1 : 0) + (event.ControlDown() ? 2 : 0) +
                          (event.ShiftDown() ? 4 : 0) + (event.MetaDown() ? 8 : 0);
     if (bNeedsKeys || !mpCShortcut->ProcShortcutKey(modifier, event.GetKeyCode())) event.Skip();

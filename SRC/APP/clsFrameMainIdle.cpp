@@ -18,6 +18,7 @@
 #include "FILTER/clsBondFollower.h"
 #include "FILTER/clsFilterLists.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsParticleWatch.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
 #include "IMAGE/clsImageIO.h"
 #include "IMAGE/clsImgSequence.h"
@@ -80,6 +81,30 @@ bool FollowBonds(FrameMain_cls& frame, wxIdleEvent& event) {
     return bWorks;
 }
 
+/// The same for the picked particle's anchor and trail.
+bool FollowParticle(FrameMain_cls& frame, wxIdleEvent& event) {
+    constexpr long kMillis = 40;
+    constexpr long kTellMillis = 200;
+    static wxStopWatch sTold;
+    static wxString sToldText;
+    using State = ParticleWatch_cls::State;
+    ParticleWatch_cls& watch = *frame.GetPCMain()->mpCParticles;
+    if (GbGLLockDrawing.load() || GbGLLockForLoadingData.load() || GbGLLockProjectLoading.load())
+        return false;
+    if (watch.TakeAbort() && frame.GetPCTimeCtrl()->mbOutputRun) frame.StopRun();
+    const State state = watch.Learn(kMillis, ParticleWatch_cls::Source::Background);
+    const bool bWorks = state == State::More || state == State::Reading;
+    const wxString text = watch.GetStatus();
+    if (text != sToldText && (!bWorks || sTold.Time() > kTellMillis)) {
+        sTold.Start();
+        sToldText = text;
+        frame.UpdateStatusText();
+        frame.RefreshGL(); // the trail grows
+    }
+    if (state == State::More) event.RequestMore();
+    return bWorks;
+}
+
 } // namespace
 
 void FrameMain_cls::OnIdle(wxIdleEvent& event) {
@@ -101,7 +126,7 @@ void FrameMain_cls::OnIdle(wxIdleEvent& event) {
             mLastReaderPost = mStatusWatch.Time();
             PostMenuEvent(ID_REFRESH_SB);
         }
-    } else if (IsTheFrameReady(-1) && !FollowBonds(*this, event)) {
+    } else if (IsTheFrameReady(-1) && !FollowBonds(*this, event) && !FollowParticle(*this, event)) {
         PrepareFramesAhead(time->GetPrefetch());
     }
     if (GbGLLockPlayWait.load()) return;

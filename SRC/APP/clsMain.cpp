@@ -38,6 +38,7 @@
 #include "GL/VIEW/clsInformation.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsOverlay.h"
+#include "GL/VIEW/clsParticleWatch.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
 #include "GL/VIEW/clsViewFitCtrl.h"
 #include "IMAGE/clsImgSequence.h"
@@ -109,6 +110,10 @@ Main_cls::Main_cls(bool bWindow) {
     mpCLightSRCCtrl = new LightSRCCtrl_cls;
     mpCStereoGram = new StereoGram_cls;
     mpCTimeCtrl = new TimeCtrl_cls(this);
+    mpCParticles = new ParticleWatch_cls(*mpCPDataSeqCtrl, *mpCTimeCtrl, *mpCFilters, *mpCPeriodicBoundary);
+    mpCAnchorPath->mFollow = [this](double time, double out[3]) {
+        return mpCParticles->GetFollowed(time, out);
+    };
     mpCFilters->mpCBonds = std::make_unique<BondFollower_cls>(*mpCFilters, *mpCPDataSeqCtrl, *mpCTimeCtrl);
     mpCImgSequence = new ImgSequence_cls(mpCTimeCtrl);
     mpCPovRayCtrl = new PovRayCtrl_cls;
@@ -121,6 +126,7 @@ Main_cls::Main_cls(bool bWindow) {
         return IsTheIndexLoaded(index) ? mpCPDataSeqCtrl->GetPCActiveFileSequence()->GetPCBlock(index)
                                        : nullptr;
     });
+    mpCInformation->Connect(mpCParticles);
     mpCInformation->ConnectPlace([this](float* pPos) {
         FilterDataBoxData_cls* box = mpCFilters->GetObject().GetPCDataBox();
         if (box) box->PlaceNow(pPos);
@@ -148,6 +154,8 @@ Main_cls::~Main_cls() {
     WaitThreadFinish();
     UnlinkParamHooks();
     GLDrawData_cls::mspCFilterCtrlBooleanLink = nullptr;
+    mpCAnchorPath->mFollow = nullptr;
+    delete mpCParticles;
     delete mpCTexPropertyCtrl;
     delete mpCFilters;
     delete mpCDrawOption;
@@ -212,6 +220,7 @@ void Main_cls::WaitThreadFinish() {
 
 void Main_cls::OpenDataFile(const wxString& path) {
     mpCFrameMain->StopRun();
+    mpCParticles->End();
     mpCPDataSeqCtrl->OpenDataFile(path);
     int last = std::max(mpCPDataSeqCtrl->GetActiveFileSequenceLength() - 1, 0);
     if (last > kMaxLastIndex) {

@@ -21,6 +21,7 @@ class ImgSequence_cls;
 class Information_cls;
 class LightSRCCtrl_cls;
 class Overlay_cls;
+class ParticleWatch_cls;
 class PDataSeqCtrl_cls;
 class PDataSequence_cls;
 class ParamGUICtrl_cls;
@@ -119,6 +120,7 @@ public:
     FilterLists_cls* mpCFilters = nullptr;
     Exposure_cls* mpCExposure = nullptr;
     Information_cls* mpCInformation = nullptr;
+    ParticleWatch_cls* mpCParticles = nullptr;
     Overlay_cls* mpCOverlay = nullptr;
     PDataSeqCtrl_cls* mpCPDataSeqCtrl = nullptr;
     PeriodicBoundary_cls* mpCPeriodicBoundary = nullptr;

@@ -7,6 +7,8 @@
 #include "COMMON/MsgBox.h"
 #include "FILTER/PANEL/clsTexPropertyCtrl.h"
 #include "FILTER/clsFilterLists.h"
+#include "GL/VIEW/clsInformation.h"
+#include "GL/VIEW/clsParticleWatch.h"
 #include "PARAM/ParamHooks.h"
 #include "PARAM/clsKeyFrame.h"
 #include "PARAM/clsParamGroup.h"
@@ -90,6 +92,8 @@ void Main_cls::UnlinkParamHooks() {
     MoveItem_cls::SetSelection(nullptr);
     mpCParamGUICtrl = nullptr; // went with the frame
     mpCFilters->mHooks = FilterHooks_st();
+    mpCInformation->mToAnchor = nullptr;
+    mpCParticles->mOnPicked = mpCParticles->mOnChanged = nullptr;
     mpCStereoGram->mOnRows = mpCLightSRCCtrl->mOnRows = nullptr;
     mpCStereoGram->mGetDistanceToFocus = nullptr;
     mpCLightSRCCtrl->mOnSelect = nullptr;

@@ -23,6 +23,7 @@
 #include "COMMON/clsSplitPath.h"
 #include "GL/BASE/clsPreference.h"
 #include "GL/DRAW/clsShadowVolume.h"
+#include "GL/VIEW/clsParticleWatch.h"
 #include "GL/VIEW/clsViewFitCtrl.h"
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsPDataSeqCtrl.h"
@@ -111,6 +112,7 @@ void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder,
         ShadowVolume_cls::SetToDefault();
         mpCStereoGram->Reset();
         mpCPovRayCtrl->ResetOwnSettings();
+        mpCParticles->Reset();
     }
     {
         const FlagScope_cls loading(GbGLLockProjectLoading);

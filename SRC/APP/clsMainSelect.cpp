@@ -5,7 +5,11 @@
 #include "COMMON/EventIds.h"
 #include "COMMON/MenuEvent.h"
 #include "FILTER/clsFilterLists.h"
+#include "GL/VIEW/clsInformation.h"
+#include "GL/VIEW/clsParticleWatch.h"
 #include "GL/VIEW/clsSharedView.h"
+#include "GL/VIEW/clsTopHalfPanel.h"
+#include "GL/VIEW/clsViewFitCtrl.h"
 #include "SCENE/clsLightSRC.h"
 #include "SCENE/clsLightSRCCtrl.h"
 #include "SCENE/clsMoveItem.h"
@@ -27,6 +31,14 @@ void Main_cls::LinkSelection() {
         if (text == frame->mStrPointed) return;
         frame->mStrPointed = text;
         frame->UpdateStatusText();
+    };
+    mpCInformation->mToAnchor = [this] {
+        mpCFrameMain->GetPCViewFit()->MoveToAnchor(*mpCFrameMain->GetPCOutputCanvas());
+    };
+    mpCParticles->mOnPicked = [frame = mpCFrameMain] { frame->GetPCTopHalf()->ShowInformation(); };
+    mpCParticles->mOnChanged = [this] {
+        mpCInformation->Update();
+        PostMenuEvent(ID_REFRESH_GL);
     };
     mpCFilters->mHooks.mSelectObject = [lines](SceneObj_cls* pObject) {
         MoveItem_cls::SetSelection(lines->SelectObject(pObject));

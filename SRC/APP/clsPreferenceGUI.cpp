@@ -29,7 +29,7 @@ const std::vector<wxString>& ButtonLabels() {
 PreferenceGUI_cls::PreferenceGUI_cls(wxWindow* pParent, Preference_cls* pPreference, Preference_cls* pUser,
                                      PDataSeqCtrl_cls* pSeqCtrl)
     : wxDialogEXKey(pParent, _("Preference")), mpCPreference(pPreference), mpCUser(pUser),
-      mpCSeqCtrl(pSeqCtrl), mStrShown(pPreference->Serialize()) {
+      mpCSeqCtrl(pSeqCtrl), mStrShown(pPreference->SerializeWhole()) {
     auto* book = new wxNotebook(this, wxID_ANY);
     for (const bool bMouse : {true, false}) {
         auto* page = new wxPanel(book);
@@ -68,6 +68,7 @@ void PreferenceGUI_cls::SetMNumMouseParam(wxBoxSizer* pSizer) {
     AddActionRow(_("Move Item"), p.mCItem, p.mCItemMod);
     AddActionRow(_("Menu"), p.mCMenu, p.mCMenuMod);
     AddActionRow(_("Item Selection"), p.mCHitTest, p.mCHitTestMod);
+    AddActionRow(_("Pick Particle"), p.mCPick, p.mCPickMod);
     mpCMouse->AddChoice(_("MButton Emulate"), &p.mCMButtonEmulate.mValue,
                         {_("Left BTN + Shift"), _("Left BTN + Ctrl"), _("Left BTN + Alt"), _("Not Assigned")},
                         _("Key that makes the left button the middle one"));
@@ -130,12 +131,12 @@ void PreferenceGUI_cls::SetMNumMemParam(wxBoxSizer* pSizer) {
 void PreferenceGUI_cls::UpdateValues() {
     mpCMouse->UpdateValues();
     mpCPerformance->UpdateValues();
-    mStrShown = mpCPreference->Serialize();
+    mStrShown = mpCPreference->SerializeWhole();
 }
 
 // Only what was changed: the rest of what acts may be an open project's.
 void PreferenceGUI_cls::KeepForUser() {
-    const wxString now = mpCPreference->Serialize();
+    const wxString now = mpCPreference->SerializeWhole();
     const wxArrayString before = wxSplit(mStrShown, '\n', '\0');
     const wxArrayString after = wxSplit(now, '\n', '\0');
     for (size_t i = 0; i < after.size(); ++i)

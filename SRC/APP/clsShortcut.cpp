@@ -9,6 +9,7 @@
 #include "COMMON/MenuEvent.h"
 #include "GL/BASE/clsNavigators.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsParticleWatch.h"
 #include "SCENE/clsMoveItem.h"
 #include "SCENE/clsSceneObj.h"
 #include "TIME/clsTimeCtrl.h"
@@ -79,6 +80,8 @@ bool Shortcut_cls::ProcPlain(int keycode, bool bCtrl) {
     case WXK_NUMPAD_HOME:
         SetDisplayMode(DISPLAY_TO_MINUS_Z);
         return true;
+    case WXK_ESCAPE:
+        return mpCFrame->GetPCMain()->mpCParticles->End();
     case '5':
     case WXK_NUMPAD5:
     case WXK_NUMPAD_BEGIN:

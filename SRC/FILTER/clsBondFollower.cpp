@@ -6,7 +6,6 @@
 #include <wx/stopwatch.h>
 
 #include "COMMON/Globals.h"
-#include "COMMON/ThreadStates.h"
 #include "FILTER/clsFilterLists.h"
 #include "FILTER/clsFilterStick.h"
 #include "PDATA/clsPDataBlock.h"
@@ -47,7 +46,7 @@ void BondFollower_cls::ForgetIfOther() {
     bool bOther = sequence != mpCSequence || PDataSnap_cls::msContents != mContents;
     mpCSequence = sequence;
     mContents = PDataSnap_cls::msContents;
-    if (bOther) mpCOwn.reset();
+    if (bOther) mOwn.Drop();
     const bool bRemap = mTime.mbUseTimeRemap.mValue;
     bOther = bOther || bRemap == mVPlaces.empty();
     const int first = mTime.GetWAMin();
@@ -82,22 +81,21 @@ bool BondFollower_cls::FindNeeded() {
         const int needed = stick->GetNeededFrame(mTime.GetWAMin(), mTime.GetFrame());
         if (needed >= 0 && (mNeeded < 0 || needed < mNeeded)) mNeeded = needed;
     }
-    if (mNeeded < 0) mpCOwn.reset();
+    if (mNeeded < 0) mOwn.Drop();
     return mNeeded >= 0;
 }
 
 /// Null: not yet.
 PDataSnap_cls* BondFollower_cls::ReadOwn(const PDataSnap_cls& snap, Source source) {
-    if (!mpCOwn || mpCOwn->mIndex != snap.mIndex) {
-        if (source != Source::Wait && IsReaderBusy()) return nullptr;
-        mpCOwn = std::make_unique<PDataSnap_cls>(snap.mpCSequence, snap.mIndex);
-        mpCOwn->SetFilePath(snap.mStrFilePath);
-    }
-    if (mpCOwn->IsItLoaded() || !mpCOwn->IsFileValid()) return mpCOwn.get();
-    if (source == Source::Wait || !IsReaderBusy()) mpCOwn->PrepareData(false, source == Source::Wait);
-    if (mpCOwn->IsItLoaded() || !mpCOwn->IsFileValid()) return mpCOwn.get();
-    if (!mpCOwn->mbLoadStarted && !IsReaderBusy())
+    switch (mOwn.Read(snap, source == Source::Wait)) {
+    case AsideReader_cls::State::Read:
+        return mOwn.GetPCSnap();
+    case AsideReader_cls::State::NoMemory:
         Stop(_("Bonds can't be followed: memory is too short for another snapshot"));
+        break;
+    case AsideReader_cls::State::Reading:
+        break;
+    }
     return nullptr;
 }
 

@@ -3,13 +3,13 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <utility>
 #include <vector>
 
 #include <wx/string.h>
 
 #include "BOND/StickList.h"
+#include "PDATA/clsAsideReader.h"
 
 class FilmTime_cls;
 class FilterLists_cls;
@@ -71,7 +71,7 @@ private:
     FilterLists_cls& mFilters;
     const PDataSeqCtrl_cls& mStore;
     const FilmTime_cls& mTime;
-    std::unique_ptr<PDataSnap_cls> mpCOwn;    ///< the snapshot that was read last
+    AsideReader_cls mOwn;
     std::vector<FilterStick_cls*> mVpCSticks; ///< those that keep bonds
     int mNeeded = -1;                         ///< the first frame that any of them needs; -1: none
     // What was followed is good for these.

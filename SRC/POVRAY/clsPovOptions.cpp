@@ -18,12 +18,17 @@ constexpr int kNothingStale = 0;
 PovOptions_cls::PovOptions_cls(wxWindow* pParent) : MultiInputPanel_cls(pParent, 120) {
     SetUndo(kNothingStale);
     SetOnChange([this](int, bool bFinal) {
-        if (bFinal) UpdateOptions();
+        if (bFinal) UpdateValues();
     });
 }
 
-void PovOptions_cls::UpdateOptions() {
-    HideAndShow();
+void PovOptions_cls::ShowAllRows() {
+    for (int row = 0; row < GetRowCount(); ++row)
+        ShowRow(row, true);
+}
+
+void PovOptions_cls::FinishPage() {
+    AddRefresh(0, [this] { HideAndShow(); }); // whatever has values shown, an undone step too
     UpdateValues();
 }
 
@@ -61,7 +66,7 @@ PovFormatPage_cls::PovFormatPage_cls(wxWindow* pParent, PovRayCtrl_cls& ctrl)
                _("Pause when the rendering is finished"));
     AddCheck(_("Background"), &mFormat.mOutputAlpha.mValue, _("Alpha(+UA)"), _("Sets alpha output on"));
     SetMNumScene();
-    UpdateOptions();
+    FinishPage();
 }
 
 void PovFormatPage_cls::SetMNumSize() {
@@ -113,7 +118,7 @@ void PovFormatPage_cls::HookGeometry() {
         PushSetValue(&mFormat.mWidth.mValue, w, kNothingStale);
         PushSetValue(&mFormat.mHeight.mValue, h, kNothingStale);
     }
-    UpdateOptions();
+    UpdateValues();
 }
 
 // RenderType.
@@ -126,7 +131,7 @@ PovRenderPage_cls::PovRenderPage_cls(wxWindow* pParent, PovRender_cls& render)
     mRowCustom = AddNumber(_("Custom Region"), &mRender.mCustomMin.mValue, 1, frame,
                            _("First frame of the animation"));
     AddNumberTo(mRowCustom, &mRender.mCustomMax.mValue, frame, _("Last frame of the animation"));
-    UpdateOptions();
+    FinishPage();
 }
 
 void PovRenderPage_cls::HideAndShow() {
@@ -138,7 +143,7 @@ void PovRenderPage_cls::HideAndShow() {
 PovRadiosityPage_cls::PovRadiosityPage_cls(wxWindow* pParent, PovRayCtrl_cls& ctrl)
     : PovOptions_cls(pParent), mRadiosity(ctrl.mCRadiosity), mpKeepFirst(&ctrl.mKeepFirstPretrace.mValue) {
     SetMNumRadiosity();
-    UpdateOptions();
+    FinishPage();
 }
 
 void PovRadiosityPage_cls::SetMNumRadiosity() {
@@ -170,9 +175,9 @@ void PovRadiosityPage_cls::SetMNumRadiosity() {
     const int flags = AddCheck(wxEmptyString, &r.mZeroAmbient.mValue, _("ambient off"),
                                _("Surfaces have no light of their own"));
     AddCheckTo(flags, &r.mMedia.mValue, _("media on"), _("Fog and smoke count"));
-    AddCheckTo(flags, &r.mNormal.mValue, _("normal on"), _("Uneven surfaces count"));
-    AddCheck(wxEmptyString, &r.mHighReproduce.mValue, _("High Reproducibility"),
-             _("Less chance of the order in which parts of the picture are done"));
+    const int more = AddCheck(wxEmptyString, &r.mNormal.mValue, _("normal on"), _("Uneven surfaces count"));
+    AddCheckTo(more, &r.mHighReproduce.mValue, _("High Reproducibility"),
+               _("Less chance of the order in which parts of the picture are done"));
 }
 
 void PovRadiosityPage_cls::HideAndShow() {
@@ -189,7 +194,7 @@ void PovRadiosityPage_cls::HideAndShow() {
 PovPhotonsPage_cls::PovPhotonsPage_cls(wxWindow* pParent, PovPhotons_cls& photons)
     : PovOptions_cls(pParent), mPhotons(photons) {
     SetMNumPhotons();
-    UpdateOptions();
+    FinishPage();
 }
 
 void PovPhotonsPage_cls::SetMNumPhotons() {
@@ -218,5 +223,5 @@ PovAdvancedPage_cls::PovAdvancedPage_cls(wxWindow* pParent, PovRayCtrl_cls& ctrl
               _("Rays a side of a pixel that is smoothed"));
     AddChoice(_("Bounding Method"), &format.mBoundingMethod.mValue, {_("default"), _("Binary Partitioning")},
               _("How POV-Ray finds what a ray meets"));
-    UpdateOptions();
+    FinishPage();
 }

@@ -20,10 +20,13 @@ void CommitFields(MultiInputPanel_cls& panel);
 class PovOptions_cls : public MultiInputPanel_cls {
 public:
     explicit PovOptions_cls(wxWindow* pParent);
-    /// Show the rows that count with the settings as they are, and their values.
-    void UpdateOptions();
+    /// For the size that the page may need; UpdateValues hides what doesn't count.
+    void ShowAllRows();
 
 protected:
+    /// All rows are there.
+    void FinishPage();
+    /// Show the rows that count with the settings as they are.
     virtual void HideAndShow() {}
 };
 

@@ -10,6 +10,7 @@
 #include "COMMON/MenuEvent.h"
 #include "COMMON/MsgBox.h"
 #include "COMMON/clsSplitPath.h"
+#include "POVRAY/PngChunks.h"
 #include "POVRAY/clsPovRayCtrl.h"
 
 namespace {
@@ -156,6 +157,7 @@ void PovRayCtrl_cls::NoteEnd() {
     if (mpCTimer) mpCTimer->Stop();
     if (error.empty()) {
         mStrLastPicture = mJob.GetPicture();
+        if (mStrLastPicture.EndsWith(".png")) MakeLikeDrawn(mStrLastPicture);
         ++mFinished;
     } else {
         mVFailures.push_back({name, error});

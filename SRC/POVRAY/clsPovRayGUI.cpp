@@ -34,6 +34,8 @@ PovRayGUI_cls::PovRayGUI_cls(wxWindow* pParent, PovRayCtrl_cls* pCtrl)
     MakeBooks(sizer);
     MakeProgress(sizer);
     MakeButtons(sizer);
+    for (PovOptions_cls* page : mVPages)
+        page->ShowAllRows();
     SetSizerAndFit(sizer);
     mpHooks->mCommitFields = [this] { UpdateFromText(); };
     mpHooks->mOnTick = [this] {
@@ -69,6 +71,10 @@ void PovRayGUI_cls::MakeFiles(wxSizer* pSizer) {
             CheckFileExistencePov();
             CheckFileExistenceWorkdir();
         });
+    mpCFiles->AddRefresh(anim, [this] {
+        CheckFileExistencePov();
+        CheckFileExistenceWorkdir();
+    });
     mpCFiles->SetUndo(0);
     pSizer->Add(mpCFiles, 0, wxEXPAND | wxALL, FromDIP(kGap));
 }

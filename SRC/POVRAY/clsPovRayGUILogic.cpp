@@ -241,9 +241,7 @@ void PovRayGUI_cls::ShowRun() {
 void PovRayGUI_cls::UpdateValues() {
     mpCFiles->UpdateValues();
     for (PovOptions_cls* page : mVPages)
-        page->UpdateOptions();
-    if (mpCAdvancedPage) mpCAdvancedPage->UpdateOptions();
-    CheckFileExistencePov();
-    CheckFileExistenceWorkdir();
+        page->UpdateValues();
+    if (mpCAdvancedPage) mpCAdvancedPage->UpdateValues();
     ShowRun();
 }

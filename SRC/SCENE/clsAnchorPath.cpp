@@ -51,6 +51,12 @@ void AnchorPath_cls::GLDraw(MarkPainter_cls& painter) const {
     if (!painter.IsPick()) GLDrawPath();
 }
 
+void AnchorPath_cls::UpdateCurrentObj(double time) {
+    SceneObj_cls::UpdateCurrentObj(time);
+    double place[3];
+    if (!mbDragging && mFollow && mFollow(time, place)) mCCurrent.Set(place);
+}
+
 // Nobody sees how it is turned.
 bool AnchorPath_cls::TakesMode(int mode) const { return mode == GLGuides_cls::TRANSLATE; }
 

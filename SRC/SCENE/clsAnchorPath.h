@@ -1,6 +1,8 @@
 // The point that the camera's path can be told to look at, with keys of its own.
 #pragma once
 
+#include <functional>
+
 #include "SCENE/clsSceneObj.h"
 
 class AnchorPath_cls final : public SceneObj_cls {
@@ -15,9 +17,14 @@ public:
     /// Mark and path as others see them; an anchor that rests in the origin stays out of the picture.
     /// What it draws on the screen needs a current OpenGL context.
     void GLDraw(MarkPainter_cls& painter) const;
+    /// Where its curves have it, unless it follows something.
+    void UpdateCurrentObj(double time) override;
     bool TakesMode(int mode) const override;
     wxString GetShownName() const override;
     wxString Serialize();
     /// Reads on from the stream when `line` is the block's marker.
     void ReadStrLine(std::wistream& stream, const wxString& line);
+
+    /// Set by the hub: where what it follows is at a time; false: nothing is followed.
+    std::function<bool(double time, double out[3])> mFollow;
 };

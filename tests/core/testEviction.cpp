@@ -51,6 +51,15 @@ TEST_F(Eviction, SnapshotsWithAKeyGoAfterTheirFellows) {
     EXPECT_FALSE(Snap(18).mbSnipping);
 }
 
+// Among those with a key what lies behind counts double, too.
+TEST_F(Eviction, KeysBehindGoBeforeKeysLessThanTwiceAsFarAhead) {
+    for (int i = 0; i < 20; ++i) {
+        if (i != 7 && i != 10 && i != 15 && i != 17) Snap(i).ReleaseData();
+        mStore.SetSnipping(i);
+    }
+    EXPECT_EQ(Order(10, 1), (std::vector<int>{17, 7, 15}));
+}
+
 TEST_F(Eviction, SteppingByThreeDropsWhatIsNeverShown) {
     mStore.CleanUpMemory(0, 3);
     EXPECT_EQ(Loaded(), (std::vector<int>{0, 1, 3, 4, 6, 7, 9, 10, 12, 13, 15, 16, 18, 19}));

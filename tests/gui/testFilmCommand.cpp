@@ -74,6 +74,23 @@ TEST_F(FilmCommand, WritesWhatTheWindowWrites) {
     Compare("Panel0ShowGrid=1\nOverLayTimePos=2\n", {false, true}, 5);
 }
 
+TEST_F(FilmCommand, WritesTheSameOfAFollowedParticle) {
+    // The view turns to the anchor, and the trail and the label are seen; parts know nothing of the whole.
+    const std::string lines = "PickedParticle=1 40 40 0\nPickedMarks=1 1 1\nPanel0PivotMode=1\n";
+    Compare(lines, {false, true}, 5);
+    const std::string project = mFolder.MakeProject("film.mrp", lines);
+    const ChildRun_st part =
+        RunFilm({"--quiet", "--frames", "3-4", "--output", mFolder / "part/f%04d.png", project});
+    EXPECT_EQ(part.mStatus, 0) << part.mErr;
+    const auto whole = mFolder.ReadAll("command");
+    for (const auto& [name, bytes] : mFolder.ReadAll("part"))
+        EXPECT_TRUE(whole.at(name) == bytes) << name << " differs";
+    const std::string plain = mFolder.MakeProject("plain.mrp", "");
+    ASSERT_EQ(RunFilm({"--quiet", "--output", mFolder / "plain/f%04d.png", plain}).mStatus, 0);
+    for (const auto& [name, bytes] : mFolder.ReadAll("plain"))
+        EXPECT_FALSE(whole.at(name) == bytes) << name;
+}
+
 TEST_F(FilmCommand, WritesTheSameBlurAndSteps) {
     Compare(
         "Panel0DisplayMode=7\nTimeAnimInterp=2\nTimeUseMotionBlur=1\nImgSequenceBlurLength=0.7\n"

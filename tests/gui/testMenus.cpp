@@ -64,8 +64,7 @@ TEST_F(Menus, WhatIsNotThereYetIsGreyed) {
     GCUndoList.Clear(); // Undo and Redo have nothing to act on
     Bar()->GetMenu(1)->UpdateUI();
     Bar()->GetMenu(2)->UpdateUI(); // Up, Down and Delete need a selected filter
-    for (const int id :
-         {ID_EXPORT_PATH_POV, ID_UNDO, ID_REDO, ID_FILTER_UP, ID_FILTER_DOWN, ID_FILTER_DELETE}) {
+    for (const int id : {ID_UNDO, ID_REDO, ID_FILTER_UP, ID_FILTER_DOWN, ID_FILTER_DELETE}) {
         ASSERT_TRUE(Bar()->FindItem(id)) << id;
         EXPECT_FALSE(Bar()->IsEnabled(id)) << Bar()->GetLabel(id);
     }
@@ -91,6 +90,7 @@ TEST_F(Menus, WhatIsNotThereYetIsGreyed) {
                          ID_FILTER_FOG,
                          ID_TEX_PROPERTY,
                          ID_EXPORT_DATA,
+                         ID_EXPORT_PATH_POV,
                          ID_POVRAY,
                          ID_POV_EXPORT_SNAP,
                          ID_POV_EXPORT_ANIM,

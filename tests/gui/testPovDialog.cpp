@@ -151,16 +151,14 @@ TEST_F(PovDialog, RegionsChooseTheFrames) {
     Pov().mCRender.mCustomMin.mValue = 4;
     Pov().mCRender.mCustomMax.mValue = 6;
     PressButton("ExportAnim");
-    ASSERT_TRUE(PumpUntil([] { return Pov().mbExportingAnim; }));
-    ASSERT_TRUE(WaitForEnd());
+    ASSERT_TRUE(PumpUntil([&] { return Files(".pov").size() == 3 && !Pov().IsBusy(); }));
     EXPECT_EQ(Files(".pov"),
               (std::set<std::string>{"povanim0000.pov", "povanim0001.pov", "povanim0002.pov"}));
     EXPECT_EQ(Time()->GetFrame(), 6);
     Pov().mCRender.mRegion.mValue = PovRender_cls::REGION_ALL;
     PressButton("ExportAnim");
-    ASSERT_TRUE(PumpUntil([] { return Pov().mbExportingAnim; }));
-    ASSERT_TRUE(WaitForEnd());
-    EXPECT_EQ(int(Files(".pov").size()), Time()->GetMaxFrame() + 1);
+    const size_t all = size_t(Time()->GetMaxFrame()) + 1;
+    EXPECT_TRUE(PumpUntil([&] { return Files(".pov").size() == all && !Pov().IsBusy(); }));
 }
 
 TEST_F(PovDialog, AbortLetsTheFrameEndAndASecondPressStopsIt) {
@@ -338,7 +336,7 @@ TEST_F(PovDialog, PagesShowWhatCounts) {
     Hub()->Undo();
     EXPECT_FALSE(isShown("Rays that look for light")) << "pages follow the undo list";
     Choose(static_cast<wxChoice*>(mpGUI->GetPCPage(0)->GetField(0)), 2);
-    EXPECT_TRUE(FindByTip(mpGUI, "Choose another format"));
+    EXPECT_TRUE(FindByLabel(mpGUI, Pov().mCFormat.GetRefusal()));
     PressButton("Advanced");
     ASSERT_TRUE(WaitForWindow("Pov-Ray Advanced Settings"));
     TypeInto(dynamic_cast<NumField_cls*>(mpGUI->GetPCAdvanced()->GetField(0)), "33");
@@ -363,6 +361,7 @@ TEST_F(PovDialog, QuittingAsksAndLeavesNoRenderer) {
     PressButton("RenderSnap");
     ASSERT_TRUE(PumpUntil([&] { return !ReadFile("pid").empty(); }));
     mAnswers = {false};
+    mSaveAnswers = {MESSAGE_CANCEL};
     Menu(ID_QUIT);
     EXPECT_TRUE(WasTold("POV-Ray is at work"));
     EXPECT_TRUE(Pov().IsBusy());

@@ -5,6 +5,7 @@
 #include "APP/ProjectBlocks.h"
 #include "APP/clsShortcut.h"
 #include "COMMON/Globals.h"
+#include "GL/VIEW/clsParticleWatch.h"
 #include "PARAM/clsParamGroup.h"
 #include "PDATA/EDITOR/clsDataLoaderGUI.h"
 #include "PDATA/clsDataLoader.h"
@@ -42,7 +43,9 @@ TEST_F(Wiring, EveryBlockOfAProjectStandsInItsPlace) {
         "ExposureLevel=",        "DataSequence0=0\n",   "PeriodicType=",      "---CameraPath\n",
         "---AnchorPath\n",       "---AllLightSource\n", "--StereoGram\n",     "PathPovRay=",
         "GUI_GYRATION=",         "FBOBufferSize=",      "ShadowQuality=",     "Panel0ShowMessage=",
-        "---FilterCtrl0Begin\n", "ImgSequenceInitNum="};
+        "---FilterCtrl0Begin\n", "ImgSequenceInitNum=", "PickedParticle="};
+    Hub()->mpCParticles->ReadStrLine("PickedParticle=1 7 6 0"); // stands there only in use
+    Hub()->mpCParticles->ReadStrLine("PickedMarks=0 0 1");
     const std::vector<ProjectBlock_st>& blocks = GetProjectBlocks();
     ASSERT_EQ(blocks.size(), std::size(kBegins));
     ASSERT_TRUE(Hub()->SaveProjectFile(mDir / "all.mrp", true));

@@ -58,6 +58,27 @@ TEST(Preference, everyButtonAndKeyOfTheDefaults) {
     EXPECT_EQ(AllMeanings(preference), "G,I,,C,Z,,,|Z,,,,Z,,,|M,H,,,M,H,,|");
 }
 
+TEST(Preference, pickingHasKeysInFilesWhereTheyAreNotTheDefaults) {
+    Preference_cls preference;
+    const bool ctrl[4] = {false, true, false, false}, none[4] = {};
+    const bool left[4] = {true, false, false, false};
+    EXPECT_TRUE(preference.IsMouse4Pick(ctrl, left));
+    EXPECT_FALSE(preference.IsMouse4Pick(none, left));
+    const wxString plain = preference.Serialize();
+    EXPECT_FALSE(plain.Contains("GUI_PICK"));
+    preference.mCPick.mValue = 1;
+    EXPECT_EQ(preference.Serialize(), plain + "GUI_PICK=1\nGUI_PICK_MOD=0 1 0\n");
+    Preference_cls other;
+    other.ReadStrLine("GUI_PICK=1");
+    other.ReadStrLine("GUI_PICK_MOD=1 0 0");
+    EXPECT_EQ(other.mCPick.mValue, 1u);
+    EXPECT_TRUE(other.mCPickMod.mValue[0]);
+    other.SetToDefaultMouse(0);
+    EXPECT_EQ(other.Serialize(), plain);
+    other.CopyFrom(preference);
+    EXPECT_EQ(other.mCPick.mValue, 1u);
+}
+
 TEST(Preference, emulationByShiftTakesShiftOutOfAllTriples) {
     Preference_cls preference;
     EXPECT_TRUE(preference.ReadStrLine("GUI_MBUTTON_EMULATE=0"));

@@ -13,7 +13,7 @@
 
 #include "COMMON/Eye.h"
 #include "COMMON/clsSplitPath.h"
-#include "POVRAY/PngDate.h"
+#include "POVRAY/PngChunks.h"
 #include "POVRAY/clsPovJob.h"
 #include "POVRAY/clsPovRayCtrl.h"
 #include "TempFolder.h"
@@ -277,7 +277,7 @@ TEST_F(PovJobs, TheSamePictureHasTheSameBytes) {
         ASSERT_TRUE(job.Start("/usr/bin/povray", base, ".png"));
         ASSERT_TRUE(Wait(job));
         EXPECT_NE(ReadFile(base + ".png").find("Render Date"), std::string::npos);
-        EXPECT_EQ(RemovePngDate(base + ".png"), "");
+        EXPECT_EQ(MakeLikeDrawn(base + ".png"), "");
         one = ReadFile(base + ".png");
         std::this_thread::sleep_for(std::chrono::milliseconds(1001)); // the date counts seconds
     }
@@ -336,10 +336,10 @@ TEST_F(PovJobs, HangingRenderersEndAtOnceWithAllTheyStarted) {
     EXPECT_FALSE(std::filesystem::exists(mark)) << "its child still runs";
 }
 
-TEST(PngDate, OtherBytesStayAsTheyAre) {
+TEST(PngChunks, OtherBytesStayAsTheyAre) {
     for (const std::string& bytes :
          {std::string(), std::string("no picture"), std::string("\x89PNG\r\n\x1a\n\xff\xff\xff\xfftIME", 16)})
-        EXPECT_EQ(WithoutPngDate(bytes), bytes);
+        EXPECT_EQ(LikeDrawnPng(bytes), bytes);
 }
 
 } // namespace

@@ -13,3 +13,7 @@ struct TagObject_cls {
 };
 
 using Tags = std::vector<TagObject_cls>;
+
+/// The tags that are in sight, with their places in the window. The camera stands in OpenGL's present
+/// matrices.
+Tags FindInWindow(const Tags& tags);

@@ -59,6 +59,8 @@ bool MouseCtrl_cls::IsMoveItem() const { return mpCPreference->IsMouse4MoveItem(
 
 bool MouseCtrl_cls::IsHitTest() const { return mpCPreference->IsMouse4HitTest(mModifiers, mBTN); }
 
+bool MouseCtrl_cls::IsPick() const { return mpCPreference->IsMouse4Pick(mModifiers, mBTN); }
+
 bool MouseCtrl_cls::IsShowMenu() const {
     return mbButtonDown && mpCPreference->IsMouse4Menu(mModifiers, mBTN);
 }

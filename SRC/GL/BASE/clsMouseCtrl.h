@@ -36,6 +36,7 @@ public:
     bool IsMoveCenter() const;
     bool IsMoveItem() const;
     bool IsHitTest() const;
+    bool IsPick() const;
     /// True for the press alone, so that a drag does not open the menu again.
     bool IsShowMenu() const;
 

@@ -22,6 +22,9 @@ Preference_cls::Preference_cls() {
 
 void Preference_cls::SetToDefaultMouse(int mouseTemplate) {
     mCConfItemList.Clear();
+    mCConfItemListPick.Clear();
+    mCConfItemListPick.Add(&mCPick, "GUI_PICK=", "0");
+    mCConfItemListPick.Add(&mCPickMod, "GUI_PICK_MOD=", "0 1 0");
     if (mouseTemplate != 0) return;
     mCConfItemList.Add(&mCGyration, "GUI_GYRATION=", "0");
     mCConfItemList.Add(&mCGyrationMod, "GUI_GYRATION_MOD=", "0 0 0");
@@ -48,17 +51,27 @@ void Preference_cls::SetToDefaultParam() {
 }
 
 bool Preference_cls::ReadStrLine(const wxString& line) {
-    const bool bMouse = mCConfItemList.ReadStrLineAll(line);
+    bool bMouse = mCConfItemList.ReadStrLineAll(line);
+    bMouse = mCConfItemListPick.ReadStrLineAll(line) || bMouse;
     return mCConfItemListPref.ReadStrLineAll(line) || bMouse;
 }
 
 wxString Preference_cls::Serialize() {
-    return mCConfItemList.SerializeAll() + mCConfItemListPref.SerializeAll();
+    static const wxString kPick = Preference_cls().mCConfItemListPick.SerializeAll();
+    const wxString pick = mCConfItemListPick.SerializeAll();
+    return mCConfItemList.SerializeAll() + mCConfItemListPref.SerializeAll() +
+           (pick == kPick ? wxString() : pick);
+}
+
+wxString Preference_cls::SerializeWhole() {
+    return mCConfItemList.SerializeAll() + mCConfItemListPref.SerializeAll() +
+           mCConfItemListPick.SerializeAll();
 }
 
 void Preference_cls::CopyFrom(Preference_cls& other) {
     mCConfItemList.CopyListComponentFromP(&other.mCConfItemList);
     mCConfItemListPref.CopyListComponentFromP(&other.mCConfItemListPref);
+    mCConfItemListPick.CopyListComponentFromP(&other.mCConfItemListPick);
 }
 
 unsigned Preference_cls::GetEmulate() const { return std::min(mCMButtonEmulate.mValue, NOT_ASSIGNED); }
@@ -94,4 +107,8 @@ bool Preference_cls::IsMouse4Menu(const bool* pModifiers, const bool* pButtons) 
 
 bool Preference_cls::IsMouse4HitTest(const bool* pModifiers, const bool* pButtons) const {
     return IsGesture(mCHitTest, mCHitTestMod, GetEmulate(), pModifiers, pButtons);
+}
+
+bool Preference_cls::IsMouse4Pick(const bool* pModifiers, const bool* pButtons) const {
+    return IsGesture(mCPick, mCPickMod, GetEmulate(), pModifiers, pButtons);
 }

@@ -26,7 +26,11 @@ public:
     ConfItemBOOLARRAY_cls mCHitTestMod;
     ConfItemBOOL_cls mCZoomInvert;
     ConfItemBOOL_cls mCGyrationInvert;
-    ConfItemUINT_cls mCMButtonEmulate;   ///< the modifier that makes the left button the middle one
+    ConfItemUINT_cls mCMButtonEmulate; ///< the modifier that makes the left button the middle one
+    ConfItemList_cls
+        mCConfItemListPick;  ///< mouse keys of our own: files have them where they aren't the defaults
+    ConfItemUINT_cls mCPick; ///< pick a particle by clicking it
+    ConfItemBOOLARRAY_cls mCPickMod;
     ConfItemList_cls mCConfItemListPref; ///< the other keys
     ConfItemUINT_cls mCSortType;         ///< 0 precise, 1 to 3 approximate in 10, 100, 1000 steps
     ConfItemBOOL_cls mCFitFirst;         ///< views are fitted to data that are opened
@@ -41,6 +45,8 @@ public:
     void SetToDefaultParam();
     bool ReadStrLine(const wxString& line);
     wxString Serialize();
+    /// With the keys that Serialize leaves out.
+    wxString SerializeWhole();
     /// Take over all values.
     void CopyFrom(Preference_cls& other);
 
@@ -53,6 +59,7 @@ public:
     bool IsMouse4MoveItem(const bool* pModifiers, const bool* pButtons) const;
     bool IsMouse4Menu(const bool* pModifiers, const bool* pButtons) const;
     bool IsMouse4HitTest(const bool* pModifiers, const bool* pButtons) const;
+    bool IsMouse4Pick(const bool* pModifiers, const bool* pButtons) const;
 
 private:
     /// Position of the emulating key among the modifiers, 3 for none.

@@ -3,10 +3,13 @@
 #include <memory>
 #include <vector>
 
+#include "GL/DRAW/DrawListFilter.h"
 #include "GL/DRAW/clsDrawList.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLDrawData.h"
+#include "GL/DRAW/clsParticlePicker.h"
+#include "GL/DRAW/clsSnapData.h"
 #include "PDATA/ParticleArrays.h"
 
 static_assert(FitCloud_st::kClasses == kParticleClasses, "a class has one look");
@@ -37,6 +40,28 @@ FitCloud_st MakeDrawnCloud(const ParticleArrays_st& arrays, long long number,
         static_cast<float>(GLDrawData_cls::GetSteppingRadiusFactor(options.GetDownSizing()));
     for (int c = 0; c < kParticleClasses; ++c)
         TakeLook(*ppAttribute[bClasses ? c : 0], widening, cloud, c);
+    return cloud;
+}
+
+PickCloud_st MakePickCloud(const SnapData_cls& snap, const GLAttribute_cls* const* ppAttribute,
+                           double pixelsOfBuffer, double time) {
+    if (!snap.mbAllocated) return {};
+    ParticleArrays_st arrays;
+    arrays.mpPos = snap.mpPos;
+    arrays.mpRadius = snap.mpRadius;
+    arrays.mpType = snap.mpType;
+    PickCloud_st cloud;
+    static_cast<FitCloud_st&>(cloud) = MakeDrawnCloud(arrays, snap.mNumber, ppAttribute);
+    const DrawOption_cls& options = *ppAttribute[0]->mpCDrawOption;
+    for (int c = 0; c < kParticleClasses; ++c) {
+        const GLAttribute_cls& attribute = *ppAttribute[options.IsClassified() ? c : 0];
+        cloud.mbBall[c] = attribute.mDrawType.mValue == DRAW_SPHERE;
+        if (attribute.mDrawType.mValue == DRAW_POINT)
+            cloud.mPixels[c] = 0.5 * attribute.mPointSize.mValue * pixelsOfBuffer;
+    }
+    DrawListFilter_cls* filter = GLDrawData_cls::mspCFilterCtrlBooleanLink;
+    if (filter && filter->IsThinning()) cloud.mpCFilter = filter;
+    cloud.mTime = time;
     return cloud;
 }
 

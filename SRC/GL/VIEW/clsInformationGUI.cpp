@@ -1,8 +1,11 @@
 #include "GL/VIEW/clsInformationGUI.h"
 
 #include <wx/intl.h>
+#include <wx/panel.h>
+#include <wx/sizer.h>
 
 #include "COMMON/UpdateBits.h"
+#include "GL/VIEW/clsParticlePanel.h"
 
 InformationGUI_cls::InformationGUI_cls(wxWindow* pParent, Information_cls* pInformation)
     : MultiInputPanel_cls(pParent), mpCInformation(pInformation) {
@@ -26,6 +29,22 @@ InformationGUI_cls::InformationGUI_cls(wxWindow* pParent, Information_cls* pInfo
         [this] { return wxString::Format("%g / %g", double(mValues.mRadius), double(mValues.mValue1)); },
         _("Radius and Value1 of the particle"));
     AddStatic(
+        _("velocity"),
+        [this] {
+            return wxString::Format("%g, %g, %g", double(mValues.mVel[0]), double(mValues.mVel[1]),
+                                    double(mValues.mVel[2]));
+        },
+        _("Velocity of the particle: as read from its file, or the way to the next snapshot for a unit of "
+          "time "
+          "once that was needed"));
+    AddStatic(
+        _("Time"),
+        [this] {
+            if (mValues.mTime == Information_cls::kTimeUnset) return wxString(_("Not Defined"));
+            return wxString::Format("%g", mValues.mTime);
+        },
+        _("Time of these values, in the unit of the data"));
+    AddStatic(
         "", [this] { return mValues.mbThere ? wxString() : wxString(_("no such particle")); },
         _("Whether there is a particle of this index at this time"));
     SetUndo(UPDATE_DRAW_OPTIONS); // the handler looks at the particle again
@@ -47,9 +66,19 @@ void InformationGUI_cls::Show(const Information_cls::Values_st& values) {
 
 void InformationGUI_cls::FuncHookCombobox(int) { mpCInformation->Update(); }
 
-void InformationGUI_cls::FuncHookValue(int, bool) { mpCInformation->Update(); }
+void InformationGUI_cls::FuncHookValue(int, bool) { mpCInformation->OnIndex(); }
 
 wxWindow* Information_cls::InstantiateGUI(wxWindow* pParent) {
-    mpCGUI = new InformationGUI_cls(pParent, this);
-    return mpCGUI;
+    auto* page = new wxPanel(pParent);
+    auto* sizer = new wxBoxSizer(wxVERTICAL);
+    if (mpCParticles) {
+        mpCParticleGUI = new ParticlePanel_cls(page, *mpCParticles, [this] {
+            if (mToAnchor) mToAnchor();
+        });
+        sizer->Add(mpCParticleGUI, 0, wxEXPAND);
+    }
+    mpCGUI = new InformationGUI_cls(page, this);
+    sizer->Add(mpCGUI, 1, wxEXPAND);
+    page->SetSizer(sizer);
+    return page;
 }

@@ -127,7 +127,7 @@ private:
     void Paint();
     bool IsPaintAllowed() const;
     bool IsFrameLoading();
-    bool LacksBonds() const;
+    bool LacksFollowed() const;
     bool KeepsLastPicture() const;
     void ReadTime();
     void DrawTextOnDC(wxDC& dc);

@@ -23,6 +23,7 @@
 #include "GL/DRAW/clsGLSequence.h"
 #include "GL/VIEW/clsFishEye.h"
 #include "GL/VIEW/clsInformation.h"
+#include "GL/VIEW/clsParticleWatch.h"
 #include "GL/VIEW/clsSharedView.h"
 #include "GL/VIEW/clsViewHost.h"
 #include "GL/VIEW/clsViewPick.h"
@@ -79,7 +80,7 @@ void MainGLCanvas_cls::Paint() {
         return;
     }
     const PaintLock_cls lock(mbPainting);
-    mbLoading = IsFrameLoading() || LacksBonds();
+    mbLoading = IsFrameLoading() || LacksFollowed();
     if (mbLoading) {
         MarkStale();
         if (WritesOutput() || KeepsLastPicture()) return;
@@ -117,6 +118,9 @@ void MainGLCanvas_cls::Paint() {
     SwapBuffers();
     mShownSize = GetPixelSize();
     NotePaintTime();
+    // Of the picked particle, in a picture that is of the window alone from now on.
+    const ParticleWatch_cls* watch = mpCShared->mspCParticles;
+    if (mMoment.bWritten && !WritesOutput() && watch && watch->IsForWindow()) RefreshEX();
     if (mpCShared->mspCInformationLink) mpCShared->mspCInformationLink->Update();
     TellDrawnCounts(*mpCHost->GetPCActiveFileSequence(), mMoment.dataFrame, mMoment.dt);
     if (!mbLoading) mPov.OnShown();
@@ -136,12 +140,17 @@ bool MainGLCanvas_cls::IsFrameLoading() {
     return mWait.WaitForFrame(mMoment.bHidden) == FrameWait_cls::DataState::Loading;
 }
 
-/// What is written waits for the bonds that it shows; the window shows them when they are known.
-bool MainGLCanvas_cls::LacksBonds() const {
+/// What is written waits for the bonds that it shows, and for the particle that is followed through the film;
+/// the window shows them when they are known.
+bool MainGLCanvas_cls::LacksFollowed() const {
     constexpr long kMillis = 50;
+    if (mExport.IsRunning() || !WritesOutput()) return false;
+    ParticleWatch_cls* watch = mpCShared->mspCParticles;
+    const auto track =
+        watch ? watch->Learn(kMillis, ParticleWatch_cls::Source::Memory) : ParticleWatch_cls::State::Known;
+    if (track == ParticleWatch_cls::State::More || track == ParticleWatch_cls::State::Reading) return true;
     FilterLists_cls* filters = mpCHost->GetPCFilters();
-    if (!filters || !filters->mpCBonds || !mShowData.mValue || mExport.IsRunning() || !WritesOutput())
-        return false;
+    if (!filters || !filters->mpCBonds || !mShowData.mValue) return false;
     const auto state = filters->mpCBonds->Follow(kMillis, BondFollower_cls::Source::Memory);
     return state == BondFollower_cls::State::More || state == BondFollower_cls::State::Reading;
 }
@@ -327,6 +336,7 @@ void MainGLCanvas_cls::SetItemsFromWindow() {
         bWritten ? wxSize(int(kWritten), int(std::lround(kWritten / mCGLPerspective.GetClipAspectRatio())))
                  : GetPixelSize();
     mMoment.bHandles = !bWritten;
+    mMoment.bWritten = bWritten || mImage.TakesWindow();
     mMoment.pixelsAcross = ViewPick_cls::GetPixelsAcross(GetMultiPanelMode(), mCGLPerspective.mAngle, window,
                                                          bWritten ? 1.0 : GetContentScaleFactor());
     GLDrawData_cls::msThinning = bWritten ? 1 : mpCShared->mThinning.GetFactor();

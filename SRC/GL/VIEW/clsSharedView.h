@@ -25,6 +25,7 @@ class GLTexture_cls;
 class ImgSequence_cls;
 class Information_cls;
 class Overlay_cls;
+class ParticleWatch_cls;
 class StereoGram_cls;
 
 class SharedView_cls {
@@ -76,6 +77,7 @@ public:
     std::unique_ptr<FBO_cls> mspCDome;       ///< the dome picture; kept for its memory
     Exposure_cls* mspCExposureLink;
     Information_cls* mspCInformationLink;
+    ParticleWatch_cls* mspCParticles = nullptr;   ///< null: no particle can be picked
     StereoGram_cls* mspCStereogramLink = nullptr; ///< null: every view has one eye
     ImgSequence_cls* mspCImgSeqLinked =
         nullptr; ///< told the active window's size; null before the first dialog

@@ -153,6 +153,11 @@ void TopHalfPanel_cls::CreateBooks(wxWindow* pParent) {
     mpCSides->SplitVertically(mpCOuter, side, -kBookWidth);
 }
 
+void TopHalfPanel_cls::ShowInformation() {
+    constexpr size_t kPage = 3;
+    if (mpCOptionBook && mpCOptionBook->GetSelection() != int(kPage)) mpCOptionBook->SetSelection(kPage);
+}
+
 void TopHalfPanel_cls::ConnectFilters() {
     for (FilterPanelPain_cls* pPane : mpCFilterPane)
         if (pPane) pPane->Connect();

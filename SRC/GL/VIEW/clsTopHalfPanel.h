@@ -53,6 +53,8 @@ public:
     void RefreshFilterNotes();
     /// Panels for the filters, from now on.
     void ConnectFilters();
+    /// Bring the page "Info" to the front.
+    void ShowInformation();
     FilterPanelPain_cls* GetPCFilterPane(int list) const { return mpCFilterPane[list]; }
     /// Bring a filter's panel before the user's eyes, open.
     void ShowFilter(int list, int position);

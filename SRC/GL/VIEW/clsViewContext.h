@@ -19,6 +19,7 @@ struct ViewMoment_st {
     double dt = 0.0; ///< data time after the frame's snapshot
     double distanceToAnchor = 1.0;
     double pixelsAcross = 1000.0; ///< units of the screen that a face is as wide as
+    bool bWritten = false;        ///< the picture is written, too
     bool bHandles = false;        ///< handles and what the pointer is over are drawn, too
     int fboSize = 2048;
     int face = 0;                   ///< the one being drawn

@@ -18,6 +18,8 @@
 #include "PARAM/clsCommandCall.h"
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsPDataSequence.h"
+#include "SCENE/clsAnchorPath.h"
+#include "SCENE/clsCameraPath.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
@@ -115,13 +117,43 @@ void ViewFitCtrl_cls::Fit(MainGLCanvas_cls& view) {
     if (!reach.Measure(GetCloud())) return;
     const State_st before = GetState();
     Apply(job, reach);
+    PushChange(before);
+}
+
+/// A step from a state before to what is now.
+void ViewFitCtrl_cls::PushChange(const State_st& before) {
     const State_st after = GetState();
-    if (AreEqual(before, after)) return; // no step for what was fitted already
+    if (AreEqual(before, after)) return; // no step for what was so already
     const auto command = [this](const State_st& from, const State_st& to) {
         return new CommandCall_cls([this, from, to] { Change(from, to); }, UPDATE_GL);
     };
     GCUndoList.PushNewCommand(command(before, after), command(after, before));
     GCUndoList.ExecCurrent();
+}
+
+void ViewFitCtrl_cls::MoveToAnchor(MainGLCanvas_cls& view) {
+    const double* anchor = mHost.GetPCAnchorPath()->mCCurrent.mPos;
+    if (view.IsCameraLinked()) {
+        bool* pLook = &mHost.GetPCCameraPath()->mCLookAnchor.mValue;
+        if (*pLook) return;
+        const auto command = [pLook](bool bLook) {
+            return new CommandCall_cls([pLook, bLook] { *pLook = bLook; }, UPDATE_GL | UPDATE_CAM_CONF);
+        };
+        GCUndoList.PushNewCommand(command(true), command(false));
+        GCUndoList.ExecCurrent();
+        return;
+    }
+    const State_st before = GetState();
+    if (view.IsAlongAxis()) {
+        std::copy_n(anchor, 3, mShared.msCAnchorPosOrtho);
+    } else {
+        PositionAndDirection_cls& camera = view.mCamera.GetFreeCamera();
+        for (int i = 0; i < 3; ++i) {
+            camera.mPos[i] += anchor[i] - mShared.msCAnchorPos[i];
+            mShared.msCAnchorPos[i] = anchor[i];
+        }
+    }
+    PushChange(before);
 }
 
 // As a paint finds the present place.

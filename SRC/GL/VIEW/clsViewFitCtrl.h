@@ -23,6 +23,10 @@ public:
     /// are in its picture; one step of the undo list. Nothing without particles.
     void Fit(MainGLCanvas_cls& view);
 
+    /// Shift a view's camera so that it turns around the anchor path's place, and leave its direction and
+    /// distance; one that follows the camera path looks at it from now on. One step of the undo list.
+    void MoveToAnchor(MainGLCanvas_cls& view);
+
     /// The cameras stand as a fresh program's: whatever differs from now on is the user's.
     void NoteUntouched();
     /// The cameras are a project's: no fitting without command any more.
@@ -56,6 +60,7 @@ private:
     FitCloud_st GetCloud() const;
     bool PlaceCloud(FitPlace_st& place) const;
     Job_st MakeJob(MainGLCanvas_cls& view, int mode, CloudReach_cls& reach) const;
+    void PushChange(const State_st& before);
     void Apply(const Job_st& job, const CloudReach_cls& reach);
     bool FitAll();
 

@@ -44,6 +44,8 @@ public:
     bool StopSaveImgSeqProcess(); ///< false when none was running
 
     bool IsRequested() const { return mBake.IsRequested(); }
+    /// Is the window's picture wanted?
+    bool TakesWindow() const { return bool(mWindowTaker); }
     /// Has the last paint added to an image?
     bool HasBaked() const { return mBake.HasBaked(); }
     /// Of the image that is wanted; a window of `window` pixels.

@@ -8,7 +8,9 @@
 #include "GL/BASE/clsMouseNormalized.h"
 #include "GL/BASE/clsNavigators.h"
 #include "GL/BASE/clsPreference.h"
+#include "GL/VIEW/ParticleUnder.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsParticleWatch.h"
 #include "GL/VIEW/clsSharedView.h"
 #include "GL/VIEW/clsViewHost.h"
 #include "GL/VIEW/clsViewPick.h"
@@ -40,6 +42,11 @@ void ViewItemMouse_cls::Pick(const MouseCtrl_cls& mouse) {
     ViewPick_cls::msHitObject = test.GetFirstObject();
     ViewPick_cls::msHitSub = test.GetFirstObjectSub();
     if (ViewPick_cls::msHitObject >= 0 && mShared.mOnPicked) mShared.mOnPicked(ViewPick_cls::msHitObject);
+}
+
+void ViewItemMouse_cls::PickParticle(const MouseCtrl_cls& mouse) {
+    ParticleWatch_cls* watch = mShared.mspCParticles;
+    if (watch) watch->Pick(FindParticleUnder(mPick, mHost, wxPoint(mouse.mCurX, mouse.mCurY)));
 }
 
 void ViewItemMouse_cls::Press(const MouseCtrl_cls& mouse) {

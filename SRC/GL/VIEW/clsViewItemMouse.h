@@ -18,6 +18,8 @@ public:
 
     /// A click that selects: the item that is drawn first there. Where nothing is, nothing changes.
     void Pick(const MouseCtrl_cls& mouse);
+    /// A click that picks a particle. Where none is, none is picked any more.
+    void PickParticle(const MouseCtrl_cls& mouse);
     /// A press from which a drag of the selected item may begin; on a handle it is along that axis.
     void Press(const MouseCtrl_cls& mouse);
     /// From such a press to the release moves of the mouse drag the item, whatever keys are held meanwhile.

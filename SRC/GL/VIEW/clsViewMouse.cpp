@@ -132,6 +132,7 @@ void ViewMouse_cls::OnButtonDown() {
     mbLockDragging = false;
     mItem.Leave();
     if (mCMouse.IsHitTest()) mItem.Pick(mCMouse);
+    if (mCMouse.IsPick()) mItem.PickParticle(mCMouse);
     if (mCMouse.IsMoveItem()) mItem.Press(mCMouse);
     // The toolkit holds all keys back while the mouse is captured, and those of an item's drag count. A
     // pressed button keeps the pointer by itself.

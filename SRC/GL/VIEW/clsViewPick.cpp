@@ -49,25 +49,33 @@ void ViewPick_cls::GetGLMatrixInfo(const PositionAndDirection_cls& camera, doubl
     mWindow = window;
     mMode = mContext.mSettings.GetMultiPanelMode();
     mScale = scale;
+    mBufferSize = mContext.mMoment.fboSize;
+    mbData = mContext.mMoment.bData && mContext.mSettings.mShowData.mValue;
+    TakeEyes();
     mbWarped = mMode == FishEye_cls::MODE_FISHEYE && mContext.mSettings.mDistortion.mValue;
 }
 
 // A wide view puts the ways from the eye onto the window as its faces' meshes do.
 bool ViewPick_cls::Project(const double place[3], double out[2]) const {
+    return Project(mCamera, place, out);
+}
+
+bool ViewPick_cls::Project(const PositionAndDirection_cls& camera, const double place[3],
+                           double out[2]) const {
     if (mWindow.x < 1) return false;
     if (mMode == FishEye_cls::MODE_FLAT) {
         double square[3];
-        if (!mPerspective.Project(mCamera, place, square)) return false;
+        if (!mPerspective.Project(camera, place, square)) return false;
         out[0] = square[0];
         out[1] = square[1] * GetAspect(mWindow);
         return true;
     }
     double way[3];
     for (int i = 0; i < 3; ++i)
-        way[i] = place[i] - mCamera.mPos[i];
-    const double right = MyVector::GetScalarProduct<double>(way, mCamera.mRight);
-    const double up = MyVector::GetScalarProduct<double>(way, mCamera.mUp);
-    const double front = MyVector::GetScalarProduct<double>(way, mCamera.mFront);
+        way[i] = place[i] - camera.mPos[i];
+    const double right = MyVector::GetScalarProduct<double>(way, camera.mRight);
+    const double up = MyVector::GetScalarProduct<double>(way, camera.mUp);
+    const double front = MyVector::GetScalarProduct<double>(way, camera.mFront);
     const double angle = ToRadians(FishEye_cls::LimitAngle(mPerspective.mAngle));
     const double w = mWindow.x, h = mWindow.y;
     if (mMode == FishEye_cls::MODE_FISHEYE) {
@@ -83,7 +91,8 @@ bool ViewPick_cls::Project(const double place[3], double out[2]) const {
 }
 
 /// The camera turned to what a place of a wide view shows.
-PositionAndDirection_cls ViewPick_cls::AimAt(const double mouse[2]) const {
+PositionAndDirection_cls ViewPick_cls::AimAt(const PositionAndDirection_cls& camera,
+                                             const double mouse[2]) const {
     const double angle = ToRadians(FishEye_cls::LimitAngle(mPerspective.mAngle));
     const double w = mWindow.x, h = mWindow.y;
     double right, up, front;
@@ -101,11 +110,11 @@ PositionAndDirection_cls ViewPick_cls::AimAt(const double mouse[2]) const {
         up = std::sin(height);
         front = std::cos(longitude) * std::cos(height);
     }
-    PositionAndDirection_cls aimed = mCamera;
+    PositionAndDirection_cls aimed = camera;
     double way[3];
     for (int i = 0; i < 3; ++i)
-        way[i] = right * mCamera.mRight[i] + up * mCamera.mUp[i] + front * mCamera.mFront[i];
-    aimed.Setv(way, mCamera.mUp);
+        way[i] = right * camera.mRight[i] + up * camera.mUp[i] + front * camera.mFront[i];
+    aimed.Setv(way, camera.mUp);
     return aimed;
 }
 
@@ -117,7 +126,7 @@ HitTest_cls ViewPick_cls::MakeHitTest(wxPoint place, PickRegion_st* pRegion) con
     GLPerspective_cls perspective = mPerspective;
     if (mMode != FishEye_cls::MODE_FLAT) {
         const double mouse[2] = {2.0 * x - 1.0, 1.0 - 2.0 * y};
-        camera = AimAt(mouse);
+        camera = AimAt(mCamera, mouse);
         perspective.mbPerspective = true;
         perspective.mAngle = kFaceAngle;
         perspective.SetClipSize(1, 1);

@@ -1,6 +1,8 @@
 // What a view shows under a point of its window, and where it shows a point of the scene.
 #pragma once
 
+#include <vector>
+
 #include <wx/gdicmn.h>
 
 #include "GL/BASE/clsGLPerspective.h"
@@ -8,9 +10,11 @@
 #include "GL/BASE/clsPositionAndDirection.h"
 #include "GL/VIEW/clsViewContext.h"
 #include "SCENE/clsMoveItem.h"
+#include "SCENE/clsStereoGram.h"
 
 class SceneObj_cls;
 class ViewScene_cls;
+struct PickRay_st;
 
 /// By the picture that is on the screen, whatever is being read or drawn meanwhile. Places of the window are
 /// pixels from its upper left corner.
@@ -27,6 +31,11 @@ public:
     HitTest_cls Pick(wxPoint place) const;
     /// Where a point of the scene is, in half windows, y upward; false where it is behind the eye.
     bool Project(const double place[3], double out[2]) const;
+    /// How each eye whose picture is at a place sees what lies there. None in a picture that is warped for a
+    /// projector, nor where no particles were drawn.
+    std::vector<PickRay_st> GetRays(wxPoint place) const;
+    /// Units of the screen that a pixel of the off-screen buffer is as wide as, in the middle of the picture.
+    double GetPixelsOfBuffer() const;
     /// For drags of the selected item.
     MoveItem_cls::View_st GetView(bool bSnap) const;
     /// The item of a pick's name; null: none.
@@ -39,8 +48,19 @@ public:
     static double GetPixelsAcross(int multiPanelMode, double angle, wxSize window, double scale);
 
 private:
+    /// A picture of the last paint.
+    struct Eye_st {
+        PositionAndDirection_cls mCamera;
+        StereoGram_cls::Part_st mPart; ///< of the window
+    };
+
     void FollowCamera() const;
-    PositionAndDirection_cls AimAt(const double mouse[2]) const;
+    void TakeEyes();
+    bool MakeRay(const Eye_st& eye, wxPoint place, PickRay_st* pRay) const;
+    void SetFlatRay(const PositionAndDirection_cls& camera, const double mouse[2], PickRay_st* pRay) const;
+    void SetWideRay(const PositionAndDirection_cls& camera, const double mouse[2], PickRay_st* pRay) const;
+    bool Project(const PositionAndDirection_cls& camera, const double place[3], double out[2]) const;
+    PositionAndDirection_cls AimAt(const PositionAndDirection_cls& camera, const double mouse[2]) const;
     HitTest_cls MakeHitTest(wxPoint place, PickRegion_st* pRegion) const;
 
     ViewContext_st mContext;
@@ -51,4 +71,7 @@ private:
     int mMode = 0;       ///< of the faces
     double mScale = 1.0; ///< pixels a unit of the screen
     bool mbWarped = false;
+    bool mbData = false; ///< particles were drawn
+    int mBufferSize = 2048;
+    std::vector<Eye_st> mEyes;
 };

@@ -12,6 +12,7 @@ class FBO_cls;
 class FilterCopy_cls;
 class FilterDataBoxData_cls;
 class MarkPainter_cls;
+class SnapData_cls;
 struct StickParticles_st;
 
 class ViewScene_cls {
@@ -41,6 +42,11 @@ private:
     void SetLineWidth();
     void Clear();
     void DrawTags();
+
+    // clsViewSceneParticle.cpp
+    const SnapData_cls* GetDrawnSnap() const;
+    void DrawPicked();
+    void DrawTrail();
 
     // clsViewSceneData.cpp
     void SetLights();

@@ -1,4 +1,4 @@
-#include "POVRAY/PngDate.h"
+#include "POVRAY/PngChunks.h"
 
 #include <cstdint>
 
@@ -19,30 +19,31 @@ uint32_t ReadLength(const std::string& bytes, size_t at) {
     return value;
 }
 
-bool TellsDate(const std::string& bytes, size_t at, size_t length) {
+bool IsUnwanted(const std::string& bytes, size_t at, size_t length) {
     const std::string name = bytes.substr(at + 4, 4);
-    return name == "tIME" || (name == "tEXt" && length > 7 && bytes.compare(at + 8, 7, "Comment") == 0);
+    return name == "tIME" || name == "gAMA" ||
+           (name == "tEXt" && length > 7 && bytes.compare(at + 8, 7, "Comment") == 0);
 }
 
 } // namespace
 
-std::string WithoutPngDate(const std::string& bytes) {
+std::string LikeDrawnPng(const std::string& bytes) {
     if (bytes.compare(0, kHead, "\x89PNG\r\n\x1a\n") != 0) return bytes;
     std::string rest = bytes.substr(0, kHead);
     size_t at = kHead;
     while (at + kAround <= bytes.size()) {
         const size_t length = ReadLength(bytes, at);
         if (length > bytes.size() - at - kAround) return bytes; // it isn't whole
-        if (!TellsDate(bytes, at, length)) rest.append(bytes, at, length + kAround);
+        if (!IsUnwanted(bytes, at, length)) rest.append(bytes, at, length + kAround);
         at += length + kAround;
     }
     return at == bytes.size() ? rest : bytes;
 }
 
-wxString RemovePngDate(const wxString& path) {
+wxString MakeLikeDrawn(const wxString& path) {
     std::string bytes;
     if (ReadWholeFile(path, kMostBytes, &bytes) != ReadFileResult::Ok)
         return wxString::Format(_("%s can't be read"), path);
-    const std::string rest = WithoutPngDate(bytes);
+    const std::string rest = LikeDrawnPng(bytes);
     return rest.size() == bytes.size() ? wxString() : WriteFileSafely(path, rest, ToDisk::Later);
 }

@@ -1,0 +1,473 @@
+// Particles that are picked in the views: which one a click means, and what is shown of it.
+#include <cmath>
+#include <fstream>
+#include <sstream>
+
+#include <epoxy/gl.h>
+
+#include <wx/notebook.h>
+
+#include "APP/clsFrameMain.h"
+#include "APP/clsMain.h"
+#include "COMMON/EventIds.h"
+#include "FILTER/clsFilterCopy.h"
+#include "FILTER/clsFilterData.h"
+#include "FILTER/clsFilterLists.h"
+#include "GL/BASE/clsFBO.h"
+#include "GL/BASE/clsPreference.h"
+#include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsGLSequence.h"
+#include "GL/VIEW/clsInformation.h"
+#include "GL/VIEW/clsInformationGUI.h"
+#include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsParticlePanel.h"
+#include "GL/VIEW/clsParticleWatch.h"
+#include "GL/VIEW/clsSharedView.h"
+#include "GL/VIEW/clsViewPick.h"
+#include "IMAGE/clsImageIO.h"
+#include "PARAM/clsParamGroup.h"
+#include "PARAM/clsUndoManager.h"
+#include "PDATA/clsPDataSeqCtrl.h"
+#include "PDATA/clsPeriodicBoundary.h"
+#include "PictureTest.h"
+#include "SCENE/clsAnchorPath.h"
+#include "SCENE/clsStereoGram.h"
+#include "TIME/clsTimeCtrl.h"
+
+namespace {
+
+struct Dot_st {
+    float x, y, z;
+    int id;
+    float radius = 1.0f;
+};
+
+/// The eye in the origin looks along x: y goes to the left, z up.
+class Particles : public PictureTest {
+protected:
+    static constexpr int kW = 480, kH = 320;
+
+    void SetUp() override {
+        PictureTest::SetUp();
+        Frame()->GetPCPreference()->SetToDefaultMouse(0);
+        Hub()->mpCParticles->End();
+        Shared().msCFBOSizeIndex.mValue = 1;
+        ASSERT_TRUE(SizeView(kW, kH));
+        Canvas(0)->mGLPersAngle.mValue = 40.0f;
+        OptionBook()->SetSelection(0);
+    }
+    void TearDown() override {
+        Hub()->mpCParticles->Reset();
+        Hub()->mpCStereoGram->Reset();
+        Hub()->mpCFilters->ClearFilters();
+        Hub()->mpCTimeCtrl->SetAnimInterpNative(1);
+        for (GLAttribute_cls* attribute : Look().mpCGLAttribute)
+            attribute->mDrawType.mValue = DRAW_POINT;
+        PictureTest::TearDown();
+    }
+    static GLSequence_cls& Look() {
+        return GLSequence_cls::Of(*Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence());
+    }
+    static const ParticleWatch_cls& Watch() { return *Hub()->mpCParticles; }
+    static int Picked() { return Watch().IsPicked() ? Watch().GetName().mID : -1; }
+    /// Snapshots at times 0, 1 and so on.
+    void ShowRun(const std::vector<std::vector<Dot_st>>& run, int pointSize = 3) {
+        ShowParticles({{1, 0, 0}}, pointSize); // for the looks
+        for (size_t k = 0; k < run.size(); ++k) {
+            char name[32];
+            std::snprintf(name, sizeof name, "run%04d.bin", int(k));
+            std::ofstream file(mDir / name, std::ios::binary);
+            const auto put = [&file](const auto& value) {
+                file.write(reinterpret_cast<const char*>(&value), sizeof value);
+            };
+            put(float(k));
+            put(int(run[k].size()));
+            for (const Dot_st& dot : run[k]) {
+                const float head[7] = {dot.x, dot.y, dot.z, 0.5f, 0.25f, 0.125f, dot.radius};
+                put(head);
+                put(dot.id);
+                put(0);
+                put(7.0f);
+            }
+        }
+        ASSERT_TRUE(OpenAndPaint(mDir / "run0000.bin"));
+        LookAlongX();
+        Repaint();
+    }
+    static void GoTo(int frame, int step = 0) {
+        Hub()->mpCTimeCtrl->SetFrameNative(frame, 0);
+        Hub()->mpCTimeCtrl->SetInterpStepNative(step, 0);
+        Repaint();
+    }
+    /// Where a view shows a place, so many pixels beside it.
+    static wxPoint At(const Point& place, int right = 0, int down = 0, int view = 0) {
+        double at[2] = {9, 9};
+        EXPECT_TRUE(Canvas(view)->GetPick().Project(place.data(), at));
+        const wxSize size = Canvas(view)->GetClientSize();
+        return wxPoint(int(std::floor((at[0] + 1.0) * size.x / 2.0)) + right,
+                       int(std::floor((1.0 - at[1]) * size.y / 2.0)) + down);
+    }
+    static int PickAt(wxPoint point, int view = 0) {
+        Hold(WXK_CONTROL, true);
+        Click(Canvas(view), point);
+        Hold(WXK_CONTROL, false);
+        Settle();
+        return Picked();
+    }
+    /// Pixels of the mark's colour within a square around a place.
+    static int CountMark(const Picture_st& picture, wxPoint middle, int reach) {
+        int count = 0;
+        for (int y = middle.y - reach; y <= middle.y + reach; ++y)
+            for (int x = middle.x - reach; x <= middle.x + reach; ++x)
+                count += Channel(picture, x, y, 0) > Channel(picture, x, y, 2) + 60;
+        return count;
+    }
+    std::string Project() {
+        EXPECT_TRUE(Hub()->SaveProjectFile(mDir / "now.mrp", true));
+        std::ostringstream text;
+        text << std::ifstream(mDir / "now.mrp").rdbuf();
+        return text.str();
+    }
+    static InformationGUI_cls* Page() { return Hub()->mpCInformation->mpCGUI; }
+    static bool PageSays(const wxString& text) { return FindByLabel(Page(), text) != nullptr; }
+};
+
+TEST_F(Particles, AClickShowsThePageAndALabelAndEscapeEndsIt) {
+    ShowRun({{{10, 0, 0, 41}, {10, -1, 0.5f, 42}, {20, 0, 0, 43}}});
+    EXPECT_EQ(PickAt(At({10, -1, 0.5})), 42);
+    EXPECT_EQ(OptionBook()->GetSelection(), 3);
+    EXPECT_EQ(Hub()->mpCInformation->mIndex.mValue, 1);
+    EXPECT_TRUE(PageSays("0 / 42"));
+    EXPECT_TRUE(PageSays("0.5, 0.25, 0.125"));
+    EXPECT_TRUE(PageSays("1 / 7"));
+    EXPECT_GT(CountMark(Grab(0), At({10, -1, 0.5}), 12), 20) << "a ring";
+    EXPECT_GT(CountMark(Grab(0), At({10, -1, 0.5}, 30), 15), 10) << "and its name beside it";
+    EXPECT_EQ(CountMark(Grab(0), At({10, 0, 0}), 8), 0);
+    Snap("particle_picked");
+    EXPECT_EQ(PickAt(At({10, 0, 0}, 3, -3)), 41) << "the nearer of two, within five pixels";
+    EXPECT_EQ(PickAt(At({10, 0, 0}, 5, 5)), -1) << "empty space";
+    EXPECT_EQ(CountMark(Grab(0), At({10, 0, 0}), 12), 0);
+    PickAt(At({10, 0, 0}));
+    ASSERT_EQ(Picked(), 41);
+    Key(WXK_ESCAPE);
+    Settle();
+    EXPECT_EQ(Picked(), -1);
+    EXPECT_EQ(CountMark(Grab(0), At({10, 0, 0}), 12), 0);
+    // Without the key a click is something else.
+    Click(Canvas(0), At({10, 0, 0}));
+    Settle();
+    EXPECT_EQ(Picked(), -1);
+}
+
+TEST_F(Particles, APickFollowsItsIDFromFrameToFrame) {
+    ShowRun({{{10, 0, 0, 5}, {10, 1, 0, 6}}, {{10, 1, 0, 6}, {10, 0, 1, 5}}, {{10, 1, 0, 6}}});
+    PickAt(At({10, 0, 0}));
+    GoTo(1);
+    EXPECT_EQ(Hub()->mpCInformation->mIndex.mValue, 1);
+    EXPECT_TRUE(PageSays("0 / 5"));
+    EXPECT_GT(CountMark(Grab(0), At({10, 0, 1}), 12), 20);
+    GoTo(2);
+    EXPECT_EQ(Picked(), 5);
+    EXPECT_TRUE(PageSays("no such particle"));
+    EXPECT_EQ(CountMark(Grab(0), At({10, 0, 1}), 12), 0);
+    GoTo(0);
+    EXPECT_TRUE(PageSays("0 / 5"));
+    // Between snapshots it is where it is drawn.
+    ShowRun({{{10, 0, 0, 5}}, {{10, 0, 1, 5}}});
+    PickAt(At({10, 0, 0}));
+    Hub()->mpCTimeCtrl->SetAnimInterpNative(2);
+    GoTo(0, 1);
+    const Point drawn = {10.25, 0.125, 0.0625}; // its velocity goes for half of the time
+    EXPECT_GT(CountMark(Grab(0), At(drawn), 12), 20);
+    Key(WXK_ESCAPE);
+    EXPECT_EQ(PickAt(At(drawn, -10)), -1);
+    EXPECT_EQ(PickAt(At(drawn)), 5);
+}
+
+TEST_F(Particles, SpheresSpritesFiltersCopiesAndTheBoxCount) {
+    ShowRun({{{10, 0, 0, 1, 1.0f}, {20, 0, 0, 2, 6.0f}}});
+    GLAttribute_cls& look = *Look().mpCGLAttribute[0];
+    look.mRadiusType.mValue = RADIUS_OF_DATA;
+    for (const unsigned type : {DRAW_SPHERE, DRAW_BILLBOARD}) {
+        look.mDrawType.mValue = type;
+        Repaint();
+        const double scale = double(look.GetRadiusFactor());
+        ASSERT_GT(scale, 0.0);
+        EXPECT_EQ(PickAt(At({10, -0.95 * scale, 0})), 1) << type;
+        EXPECT_EQ(PickAt(At({20, -5.5 * scale, 0})), 2) << type;
+        EXPECT_EQ(PickAt(At({20, -6.5 * scale, 0}, 3)), -1) << type;
+    }
+    look.mDrawType.mValue = DRAW_POINT;
+    // Copies along y, five apart.
+    FilterLists_cls& lists = *Hub()->mpCFilters;
+    Menu(ID_FILTER_COPYBOX);
+    auto* copy = static_cast<FilterCopy_cls*>(lists.GetWorld().GetPCFilter(0));
+    copy->GetPCData()->mCMin[1].mValue = -1;
+    copy->GetPCData()->mCMax[1].mValue = 2;
+    for (int k = 0; k < 3; ++k)
+        Hub()->mpCPeriodicBoundary->mCPeriodicSize.mValue[k] = 1.0f;
+    Hub()->mpCPeriodicBoundary->mCPeriodicBaseVector1.mValue[1] = 2.0f;
+    Menu(ID_REFRESH_GL);
+    Settle();
+    EXPECT_EQ(PickAt(At({10, -2, 0})), 1);
+    EXPECT_EQ(Watch().GetName().mCopy, 0);
+    EXPECT_GT(CountMark(Grab(0), At({10, -2, 0}), 12), 20) << "the copy that was meant";
+    EXPECT_EQ(CountMark(Grab(0), At({10, 0, 0}), 8), 0);
+    EXPECT_EQ(PickAt(At({10, 2, 0})), 1);
+    EXPECT_EQ(Watch().GetName().mCopy, 2);
+    // A box that moves all of it up by one.
+    Menu(ID_FILTER_DATABOX);
+    FilterData_cls& box = *lists.GetObject().GetPCFilter(0)->mpCData;
+    const double up[3] = {0, 0, 1};
+    box.mpCTranslate->SetKeyFrame(up, true, SceneObj_cls::kCurrent);
+    Menu(ID_REFRESH_GL);
+    Settle();
+    EXPECT_EQ(PickAt(At({10, 2, 0})), -1);
+    EXPECT_EQ(PickAt(At({10, 2, 1})), 1);
+    EXPECT_GT(CountMark(Grab(0), At({10, 2, 1}), 12), 20);
+    Hub()->mpCPeriodicBoundary->SetToDefault();
+}
+
+TEST_F(Particles, EveryGeometryViewAndEyePicksWhatItShows) {
+    ShowRun({{{3, -1, 0.5f, 1}, {3, 1, 0.5f, 2}, {0.5f, -3, 0, 3}}});
+    Canvas(0)->SetGeometry(ViewSettings_cls::GEOMETRY_ORTHOGRAPHIC);
+    Repaint();
+    // In a parallel view the anchor's distance, here 1, is what the picture is high or wide.
+    EXPECT_EQ(PickAt(At({1, 0.2, 0})), -1);
+    Canvas(0)->mGLPersAngle.mValue = 180.0f;
+    for (const int geometry : {ViewSettings_cls::GEOMETRY_FISHEYE, ViewSettings_cls::GEOMETRY_PANORAMIC}) {
+        Canvas(0)->SetGeometry(geometry);
+        Repaint();
+        EXPECT_EQ(PickAt(At({3, -1, 0.5})), 1) << geometry;
+        EXPECT_GT(CountMark(Grab(0), At({3, -1, 0.5}), 12), 10) << geometry;
+        EXPECT_EQ(PickAt(At({0.5, -3, 0}, 2, 2)), 3) << geometry;
+        EXPECT_EQ(PickAt(At({0.5, -3, 0}, 6, 0)), -1) << geometry;
+        Snap("particle_wide" + std::to_string(geometry));
+    }
+    Canvas(0)->mGLPersAngle.mValue = 40.0f;
+    Canvas(0)->SetGeometry(ViewSettings_cls::GEOMETRY_PERSPECTIVE);
+    Repaint();
+    // Two eyes side by side: each half has its own picture; red and cyan lie over each other.
+    StereoGram_cls& stereo = *Hub()->mpCStereoGram;
+    stereo.mCType.mValue = StereoGram_cls::TYPE_OFF_AXIS;
+    stereo.mCEye.mValue = StereoGram_cls::OUTPUT_SIDE_BY_SIDE;
+    const double parallax = 0.4;
+    stereo.mpCParallax->SetKeyFrame(&parallax, false, ParamGroup_cls::kCurrent);
+    Menu(ID_REFRESH_GL);
+    Settle();
+    const wxSize size = Canvas(0)->GetClientSize();
+    const wxPoint between = At({3, -1, 0.5});
+    const double shift = 0.2 / 3.0 / std::tan(20.0 * M_PI / 180.0) * size.y / 2.0; // of an eye, pixels
+    const auto eye = [&](int which) {
+        const double x = between.x + (which == 0 ? shift : -shift);
+        return wxPoint(int(x / 2.0) + (which == 0 ? 0 : size.x / 2), between.y);
+    };
+    EXPECT_EQ(PickAt(eye(0)), 1);
+    EXPECT_EQ(PickAt(eye(1)), 1);
+    EXPECT_EQ(PickAt(between), -1);
+    Snap("particle_eyes");
+    stereo.mCEye.mValue = StereoGram_cls::OUTPUT_RED_CYAN;
+    Menu(ID_REFRESH_GL);
+    Settle();
+    EXPECT_EQ(PickAt(between), -1);
+    EXPECT_EQ(PickAt(wxPoint(int(between.x + shift), between.y)), 1);
+    EXPECT_EQ(PickAt(wxPoint(int(between.x - shift), between.y)), 1);
+    stereo.Reset();
+    // Four views: each by its own camera.
+    Menu(ID_VIEW_PANEL_TYPE_3);
+    for (const int view : {1, 2, 3})
+        Canvas(view)->mGLOrthoScale.mValue = 12.0f;
+    Menu(ID_REFRESH_GL);
+    Settle();
+    for (const int view : {0, 1, 2, 3}) {
+        Key(WXK_ESCAPE);
+        const wxPoint point = At({3, -1, 0.5}, 0, 0, view);
+        EXPECT_EQ(PickAt(point, view), 1) << view;
+    }
+    Snap("particle_four");
+    Menu(ID_VIEW_PANEL_TYPE_0);
+    Settle();
+}
+
+TEST_F(Particles, NothingComesOfAClickWithoutParticles) {
+    Hub()->CloseDataCommand();
+    Settle();
+    EXPECT_EQ(PickAt(wxPoint(100, 100)), -1);
+    EXPECT_TRUE(mVMessages.empty());
+    ShowRun({{{10, 0, 0, 1}}});
+    Canvas(0)->mShowData.mValue = false;
+    Repaint();
+    EXPECT_EQ(PickAt(At({10, 0, 0})), -1) << "what isn't shown isn't picked";
+    Canvas(0)->mShowData.mValue = true;
+    Repaint();
+    EXPECT_EQ(PickAt(At({10, 0, 0})), 1);
+    // Its snapshot is being read again, and what was drawn has gone.
+    Hub()->mpCPDataSeqCtrl->ClearData(-1, 0, false);
+    Hold(WXK_CONTROL, true);
+    Click(Canvas(0), wxPoint(kW / 2, kH / 2));
+    Hold(WXK_CONTROL, false);
+    Repaint();
+    EXPECT_EQ(PickAt(At({10, 0, 0})), 1);
+    // Lines of a project that are no particle.
+    for (const char* line : {"PickedParticle=", "PickedParticle=1 2", "PickedParticle=x y z w",
+                             "PickedParticle=1 4 -7 0", "PickedMarks=1"}) {
+        Hub()->mpCParticles->ReadStrLine(line);
+        EXPECT_EQ(Picked(), 1) << line;
+    }
+    Hub()->mpCParticles->ReadStrLine("PickedParticle=1 99 2147483647 9223372036854775807");
+    Hub()->mpCParticles->ReadStrLine("PickedMarks=1 1 1");
+    Menu(ID_REFRESH_GL);
+    Settle();
+    EXPECT_FALSE(Hub()->mpCAnchorPath->mCCurrent.mPos[0] > 0.0) << "an ID that no file has";
+    Hub()->mpCParticles->Reset();
+    PickAt(At({10, 0, 0}));
+    // Other data: what was picked is none of them.
+    ShowRun({{{10, 0, 0, 1}}});
+    EXPECT_EQ(Picked(), -1);
+}
+
+TEST_F(Particles, PicturesThatAreWrittenHaveNoLabel) {
+    ShowRun({{{10, 0, 0, 1}}});
+    PickAt(At({10, 0, 0}));
+    ASSERT_GT(CountMark(Grab(0), At({10, 0, 0}), 12), 20);
+    int lit = -1, count = -1;
+    Canvas(0)->RequestImage(
+        [&](const ImageBuffers_st& buffers, wxSize) {
+            const int size = buffers.mpColor->GetWidth();
+            std::vector<float> pixels(size_t(3 * size) * size_t(size));
+            buffers.mpColor->BindTexture();
+            glGetTexImage(GL_TEXTURE_2D, 0, GL_RGB, GL_FLOAT, pixels.data());
+            lit = count = 0;
+            for (size_t i = 0; i < pixels.size(); i += 3) {
+                lit += pixels[i] > 0.4f;
+                count += pixels[i] > pixels[i + 2] + 0.2f;
+            }
+        },
+        wxSize(256, 256));
+    Settle();
+    EXPECT_GT(lit, 0);
+    EXPECT_EQ(count, 0);
+    Settle();
+    EXPECT_GT(CountMark(Grab(0), At({10, 0, 0}), 12), 20) << "it is there again in the window";
+}
+
+TEST_F(Particles, TheAnchorFollowsAndTheCameraComesToIt) {
+    ShowRun(
+        {{{10, 0, 0, 5}, {12, 0, 0, 6}}, {{11, 0, 1, 5}, {12, 0, 0, 6}}, {{12, 0, 0, 6}}, {{13, 1, 0, 5}}});
+    const AnchorPath_cls& anchor = *Hub()->mpCAnchorPath;
+    const auto where = [&anchor] {
+        const double* p = anchor.mCCurrent.mPos;
+        return Point{p[0], p[1], p[2]};
+    };
+    const Point rest = where();
+    PickAt(At({10, 0, 0}));
+    ASSERT_EQ(Picked(), 5);
+    wxWindow* panel = Hub()->mpCInformation->mpCParticleGUI;
+    const std::string before = Project();
+    ClickOn(FindByLabel(panel, "Follow"));
+    Settle();
+    EXPECT_TRUE(Watch().mbFollow);
+    EXPECT_EQ(where(), (Point{10, 0, 0}));
+    GoTo(1);
+    EXPECT_EQ(where(), (Point{11, 0, 1}));
+    GoTo(2);
+    EXPECT_EQ(where(), (Point{11, 0, 1})) << "missing: it stays where it was";
+    GoTo(3);
+    EXPECT_EQ(where(), (Point{13, 1, 0}));
+    GoTo(0);
+    Hub()->mpCTimeCtrl->SetAnimInterpNative(4);
+    GoTo(0, 1);
+    EXPECT_EQ(where(), (Point{10.125, 0.0625, 0.03125})) << "as it is drawn: by its velocity";
+    Hub()->mpCTimeCtrl->SetAnimInterpNative(1);
+    GoTo(1);
+    // One click from there.
+    PositionAndDirection_cls eye = Canvas(0)->mCamera.GetFreeCamera();
+    ClickOn(FindByLabel(panel, "Camera to Anchor"));
+    Settle();
+    EXPECT_EQ((Point{Shared().msCAnchorPos[0], Shared().msCAnchorPos[1], Shared().msCAnchorPos[2]}),
+              (Point{11, 0, 1}));
+    const PositionAndDirection_cls& moved = Canvas(0)->mCamera.GetFreeCamera();
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_NEAR(moved.mFront[i], eye.mFront[i], 1e-12);
+        EXPECT_NEAR(moved.mPos[i] + moved.mFront[i], where()[size_t(i)], 1e-9) << "as far away as before";
+    }
+    Snap("particle_followed");
+    // Escape leaves the anchor with its particle; a step of the undo list each.
+    Key(WXK_ESCAPE);
+    Settle();
+    EXPECT_TRUE(Watch().mbFollow);
+    EXPECT_EQ(CountMark(Grab(0), At({11, 0, 1}), 12), 0);
+    const std::string project = Project();
+    EXPECT_NE(project.find("PickedParticle=1 5 0 0\n"), std::string::npos);
+    Hub()->Undo();
+    Hub()->Undo();
+    Settle();
+    EXPECT_FALSE(Watch().mbFollow);
+    EXPECT_EQ(where(), rest);
+    EXPECT_EQ(Project().find("Picked"), std::string::npos) << "not in use, not in the file";
+    EXPECT_EQ(before.find("Picked"), std::string::npos);
+    // A project brings it back, and one without it takes it away.
+    std::ofstream(mDir / "follow.mrp") << project;
+    ASSERT_TRUE(OpenProjectAndPaint(mDir / "follow.mrp"));
+    EXPECT_EQ(Picked(), 5);
+    EXPECT_EQ(where(), (Point{10, 0, 0}));
+    std::ofstream(mDir / "none.mrp") << "TimeMaxFrame=3\n";
+    Frame()->OpenProject(mDir / "none.mrp");
+    Settle();
+    EXPECT_FALSE(Watch().IsPicked());
+    EXPECT_EQ(where(), rest);
+}
+
+TEST_F(Particles, AFollowedParticleGivesWayToTheNextOneInOneStep) {
+    ShowRun({{{10, 0, 0, 5}, {10, -1, 0, 6}}});
+    PickAt(At({10, 0, 0}));
+    ClickOn(FindByLabel(Hub()->mpCInformation->mpCParticleGUI, "Follow"));
+    Settle();
+    const int steps = int(GCUndoList.GetCurrent());
+    EXPECT_EQ(PickAt(At({10, -1, 0})), 6);
+    EXPECT_EQ(int(GCUndoList.GetCurrent()), steps + 1);
+    EXPECT_EQ(Hub()->mpCAnchorPath->mCCurrent.mPos[1], -1.0);
+    Hub()->Undo();
+    Settle();
+    EXPECT_EQ(Picked(), 5);
+    EXPECT_EQ(Hub()->mpCAnchorPath->mCCurrent.mPos[1], 0.0);
+}
+
+TEST_F(Particles, TheTrailIsALineInPicturesToo) {
+    ShowRun({{{10, 1, 0, 5}}, {{10, 0, 0.5f, 5}}, {{10, 9, 0, 6}}, {{10, -1, 0.5f, 5}}, {{10, -2, 0, 5}}});
+    Hub()->mpCTimeCtrl->SetWAMaxNative(4);
+    PickAt(At({10, 1, 0}));
+    Key(WXK_ESCAPE);
+    PickAt(At({10, 1, 0}));
+    ClickOn(FindByLabel(Hub()->mpCInformation->mpCParticleGUI, "Trail"));
+    ASSERT_TRUE(PumpUntil([] {
+        const auto lines = Hub()->mpCParticles->GetTrail();
+        return lines.size() == 2 && lines[0].size() == 2 && lines[1].size() == 2;
+    })) << "broken where the particle is missing";
+    Settle();
+    Key(WXK_ESCAPE); // the ring has the same colours
+    Settle();
+    EXPECT_EQ(CountMark(Grab(0), At({10, 1, 0}, 25), 10), 0) << "the label has gone";
+    EXPECT_GT(CountMark(Grab(0), At({10, 0.5, 0.25}), 4), 3);
+    EXPECT_EQ(CountMark(Grab(0), At({10, -0.5, 0.5}), 4), 0) << "the gap";
+    EXPECT_GT(CountMark(Grab(0), At({10, -1.5, 0.25}), 4), 3);
+    Snap("particle_trail");
+    // The work area says how long it is.
+    Hub()->mpCTimeCtrl->SetWAMaxNative(1);
+    EXPECT_EQ(Hub()->mpCParticles->GetTrail().size(), 1u);
+    // Round a periodic box it leaves through one face and comes in through the other.
+    PeriodicBoundary_cls& box = *Hub()->mpCPeriodicBoundary;
+    box.mCPeriodicType.mValue = PERIODIC_XYZ;
+    for (ConfItemFLOATARRAY_cls* vector :
+         {&box.mCPeriodicBaseVector0, &box.mCPeriodicBaseVector1, &box.mCPeriodicBaseVector2})
+        std::fill_n(vector->mValue, 3, 0.0f);
+    box.mCPeriodicBaseVector0.mValue[0] = box.mCPeriodicBaseVector2.mValue[2] = 100.0f;
+    box.mCPeriodicBaseVector1.mValue[1] = 1.5f;
+    const auto lines = Hub()->mpCParticles->GetTrail();
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_FLOAT_EQ(lines[0][1][1], 1.5f);
+    EXPECT_FLOAT_EQ(lines[1][0][1], -0.5f);
+    box.SetToDefault();
+}
+
+} // namespace
