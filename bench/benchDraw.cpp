@@ -4,29 +4,17 @@
 
 #include <epoxy/gl.h>
 
-#include <algorithm>
-#include <chrono>
-#include <cstdlib>
-#include <memory>
-#include <random>
 #include <vector>
 
 #include "BenchContext.h"
-#include "BenchTimes.h"
-#include "GL/BASE/clsFBO.h"
-#include "GL/BASE/clsGLPerspective.h"
-#include "GL/BASE/clsPositionAndDirection.h"
-#include "GL/DRAW/clsDrawOption.h"
+#include "BenchScene.h"
 #include "GL/DRAW/clsGLAttribute.h"
-#include "GL/DRAW/clsGLDrawData.h"
 #include "GL/DRAW/clsSnapData.h"
 #include "PDATA/clsPDataBlock.h"
-#include "PDATA/clsPDataSnap.h"
 
 namespace {
 
 constexpr int kPoints = 1000000;
-constexpr int kSize = 2048;
 
 // How the points look in one case.
 struct Look {
@@ -36,28 +24,28 @@ struct Look {
     bool bMixedSize; ///< four classes in file order, each with a size of its own
 };
 
-class Scene {
+class Scene : BenchScene_cls {
 public:
     explicit Scene(const Look& look)
-        : mSnap(nullptr, 0), mTarget(kSize, kSize), mParts(look.bMixedSize ? 4 : 1) {
-        FillBlock(look.bMixedSize);
+        : BenchScene_cls(kPoints,
+                         [&look](PDataBlock_cls& block, int i, float random) {
+                             block.mpValue1[i] = random;
+                             block.mpType[i] = look.bMixedSize ? static_cast<unsigned char>(i % 4) : 0;
+                         }),
+          mParts(look.bMixedSize ? 4 : 1) {
         mOption.mClassify.mValue = look.bClassify ? 1 : 0;
         for (int i = 0; i < 4; ++i) {
-            mAttribute[i] = std::make_unique<GLAttribute_cls>(nullptr, 0, i, &mOption);
-            mAttribute[i]->mPointSize.mValue = look.pointSize + (look.bMixedSize ? i : 0);
-            mAttribute[i]->mColor.mbUseColorCurve.mValue = look.bCurve;
-            mpAttribute[i] = mAttribute[i].get();
-            mAttribute[i]->mColor.PreCalcScaleFactor();
+            mpAttribute[i]->mPointSize.mValue = look.pointSize + (look.bMixedSize ? i : 0);
+            mpAttribute[i]->mColor.mbUseColorCurve.mValue = look.bCurve;
+            mpAttribute[i]->mColor.PreCalcScaleFactor();
         }
-        mSnap.mTime = 0.0;
-        mDrawn = std::make_unique<SnapData_cls>(mSnap.mpCBlock, mpAttribute, 0.0, 1);
-        mTarget.MakeFBO(false);
+        MakeDrawn();
         MakeBareBuffer();
     }
     ~Scene() { glDeleteBuffers(2, mBuffer); }
 
     double TimeOurs() {
-        return Time([this] {
+        return TimeUnlit([this] {
             if (mOption.mClassify.mValue != 0)
                 mDraw.GLDrawSequential(0, mDrawn.get(), mpAttribute);
             else if (mpAttribute[0]->mColor.IsConstant())
@@ -67,7 +55,7 @@ public:
         });
     }
     double TimeBare() {
-        return Time([this] {
+        return TimeUnlit([this] {
             glDepthMask(mOption.mClassify.mValue == 0); // classes are drawn without depth writes
             glEnableClientState(GL_VERTEX_ARRAY);
             glEnableClientState(GL_COLOR_ARRAY);
@@ -87,20 +75,6 @@ public:
     }
 
 private:
-    void FillBlock(bool bMixed) {
-        PDataBlock_cls& block = *mSnap.mpCBlock;
-        block.mParticleNumber = kPoints;
-        if (!block.Allocate(kPoints)) std::abort();
-        std::mt19937 random(7);
-        std::uniform_real_distribution<float> side(-1.0f, 1.0f);
-        for (int i = 0; i < kPoints; ++i) {
-            for (int axis = 0; axis < 3; ++axis)
-                block.mpPos[i][axis] = side(random);
-            block.mpRadius[i] = 0.01f;
-            block.mpValue1[i] = 0.5f + 0.5f * side(random);
-            block.mpType[i] = bMixed ? static_cast<unsigned char>(i % 4) : 0;
-        }
-    }
     void MakeBareBuffer() {
         glGenBuffers(2, mBuffer);
         glBindBuffer(GL_ARRAY_BUFFER, mBuffer[0]);
@@ -110,30 +84,10 @@ private:
         glBindBuffer(GL_ARRAY_BUFFER, 0);
     }
 
-    template <class DRAW>
-    double Time(DRAW draw) {
-        const FBOScope_cls target(mTarget, true);
-        PositionAndDirection_cls camera;
-        camera.Set(0, 0, 4);
-        GLPerspective_cls perspective(kSize, kSize);
-        perspective.SetPerspectiveOnGL(camera);
-        perspective.SetModelOrProjectionViewOnGL(camera, GL_MODELVIEW);
-        glEnable(GL_DEPTH_TEST);
-        glDisable(GL_LIGHTING);
-        glFinish();
-        const auto start = std::chrono::steady_clock::now();
-        draw();
-        glFinish();
-        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    double TimeUnlit(const std::function<void()>& draw) {
+        return Time([] { glDisable(GL_LIGHTING); }, draw).wall;
     }
 
-    DrawOption_cls mOption;
-    std::unique_ptr<GLAttribute_cls> mAttribute[4];
-    GLAttribute_cls* mpAttribute[4] = {};
-    PDataSnap_cls mSnap;
-    std::unique_ptr<SnapData_cls> mDrawn;
-    GLDrawData_cls mDraw;
-    FBO_cls mTarget;
     int mParts; ///< calls of the bare program, one a point size
     GLuint mBuffer[2] = {0, 0};
 };

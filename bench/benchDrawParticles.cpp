@@ -10,33 +10,19 @@
 
 #include <epoxy/gl.h>
 
-#include <algorithm>
-#include <chrono>
-#include <cstdlib>
-#include <ctime>
 #include <functional>
-#include <memory>
-#include <random>
 #include <vector>
 
 #include "BenchContext.h"
-#include "BenchTimes.h"
-#include "GL/BASE/clsFBO.h"
-#include "GL/BASE/clsGLPerspective.h"
-#include "GL/BASE/clsPositionAndDirection.h"
+#include "BenchScene.h"
 #include "GL/BASE/clsShaderCtrl.h"
 #include "GL/BASE/clsSphere.h"
-#include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
-#include "GL/DRAW/clsGLDrawData.h"
 #include "GL/DRAW/clsSnapData.h"
 #include "PDATA/clsPDataBlock.h"
-#include "PDATA/clsPDataSnap.h"
 
 namespace {
 
-constexpr int kSize = 2048;
-constexpr double kEye = 4.0;
 constexpr float kPixel = 0.00125f; // about one pixel of the buffer where the particles are
 
 struct Case {
@@ -55,22 +41,23 @@ struct Other {
     unsigned blend;
 };
 
-class Scene {
+class Scene : BenchScene_cls {
 public:
     /// With `pOther` every second particle belongs to the second class.
     explicit Scene(const Case& what, const Other* pOther = nullptr)
-        : mCase(what), mSnap(nullptr, 0), mTarget(kSize, kSize) {
-        GLAttribute_cls::InitializeShader(nullptr, true);
-        FillBlock(pOther ? 2 : 1);
-        for (int i = 0; i < 4; ++i) {
-            mAttribute[i] = std::make_unique<GLAttribute_cls>(nullptr, 0, i, &mOption);
-            GLAttribute_cls& a = *mAttribute[i];
-            a.mDrawType.mValue = what.drawType;
-            a.mDrawQuality.mValue = what.quality;
-            a.mShaderType.mValue = what.shader;
-            for (ColorCurve_cls* pCurve : {&a.mColor, &a.mAmbient, &a.mDiffuse, &a.mSpecular})
+        : BenchScene_cls(what.number,
+                         [&](PDataBlock_cls& block, int i, float random) {
+                             block.mpRadius[i] = what.radius * kPixel;
+                             block.mpValue1[i] = random;
+                             block.mpType[i] = static_cast<unsigned char>(pOther ? i % 2 : 0);
+                         }),
+          mCase(what) {
+        for (GLAttribute_cls* a : mpAttribute) {
+            a->mDrawType.mValue = what.drawType;
+            a->mDrawQuality.mValue = what.quality;
+            a->mShaderType.mValue = what.shader;
+            for (ColorCurve_cls* pCurve : {&a->mColor, &a->mAmbient, &a->mDiffuse, &a->mSpecular})
                 pCurve->mbUseColorCurve.mValue = what.bCurve;
-            mpAttribute[i] = &a;
         }
         if (pOther) {
             mAttribute[1]->mDrawType.mValue = pOther->drawType;
@@ -78,9 +65,7 @@ public:
             mAttribute[1]->mBlendType.mValue = pOther->blend;
             mAttribute[1]->mRadiusFactor.mValue = 0.8f;
         }
-        mSnap.mTime = 0.0;
-        mDrawn = std::make_unique<SnapData_cls>(mSnap.mpCBlock, mpAttribute, 0.0, 1);
-        mTarget.MakeFBO(false);
+        MakeDrawn();
     }
     ~Scene() {
         if (mBuffer[0] != 0) glDeleteBuffers(3, mBuffer);
@@ -88,26 +73,17 @@ public:
     }
 
     double TimeOurs() {
-        return Time([this] { mDraw.GLDrawSequential(0, mDrawn.get(), mpAttribute); });
+        return TimeLit([this] { mDraw.GLDrawSequential(0, mDrawn.get(), mpAttribute); });
     }
-    double Time(const std::function<void()>& draw) {
-        const FBOScope_cls target(mTarget, true);
-        PositionAndDirection_cls camera;
-        camera.Set(0, 0, kEye);
-        GLPerspective_cls perspective(kSize, kSize);
-        perspective.SetPerspectiveOnGL(camera);
-        perspective.SetModelOrProjectionViewOnGL(camera, GL_MODELVIEW);
-        glEnable(GL_CULL_FACE);
-        glEnable(GL_DEPTH_TEST);
-        glEnable(GL_LIGHTING);
-        SetLights();
-        glFinish();
-        const double work = GetWork();
-        const auto start = std::chrono::steady_clock::now();
-        draw();
-        glFinish();
-        mWork = GetWork() - work;
-        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    double TimeLit(const std::function<void()>& draw) {
+        const Took_st took = Time(
+            [] {
+                glEnable(GL_LIGHTING);
+                SetLights();
+            },
+            draw);
+        mWork = took.work;
+        return took.wall;
     }
 
     double GetLastWork() const { return mWork; } ///< seconds that all threads worked
@@ -121,20 +97,6 @@ public:
     void DrawLists(int number);
 
 private:
-    void FillBlock(int classes) {
-        PDataBlock_cls& block = *mSnap.mpCBlock;
-        block.mParticleNumber = mCase.number;
-        if (!block.Allocate(mCase.number)) std::abort();
-        std::mt19937 random(7);
-        std::uniform_real_distribution<float> side(-1.0f, 1.0f);
-        for (int i = 0; i < mCase.number; ++i) {
-            for (int axis = 0; axis < 3; ++axis)
-                block.mpPos[i][axis] = side(random);
-            block.mpRadius[i] = mCase.radius * kPixel;
-            block.mpValue1[i] = 0.5f + 0.5f * side(random);
-            block.mpType[i] = static_cast<unsigned char>(i % classes);
-        }
-    }
     static void SetLights() {
         const float from[4] = {0.5f, 0.5f, 0.7f, 0.0f};
         const float white[4] = {1, 1, 1, 0};
@@ -146,13 +108,6 @@ private:
 
     Case mCase;
     double mWork = 0.0;
-    DrawOption_cls mOption;
-    std::unique_ptr<GLAttribute_cls> mAttribute[4];
-    GLAttribute_cls* mpAttribute[4] = {};
-    PDataSnap_cls mSnap;
-    std::unique_ptr<SnapData_cls> mDrawn;
-    GLDrawData_cls mDraw;
-    FBO_cls mTarget;
     GLuint mBuffer[3] = {0, 0, 0};
     GLuint mList = 0;
 };
@@ -295,11 +250,11 @@ void DrawAlternating(benchmark::State& state, Case what, Other other) {
 /// Both in turn, `rounds` times after one of each to warm up.
 void Compare(benchmark::State& state, Scene& scene, int rounds, const std::function<void()>& bare) {
     scene.TimeOurs();
-    scene.Time(bare);
+    scene.TimeLit(bare);
     std::vector<double> ours, theirs;
     for (auto _ : state)
         for (int round = 0; round < rounds; ++round) {
-            theirs.push_back(scene.Time(bare));
+            theirs.push_back(scene.TimeLit(bare));
             ours.push_back(scene.TimeOurs());
         }
     state.counters["bareMs"] = Median(theirs) * 1e3;
@@ -336,8 +291,8 @@ void DrawSpheresExact(benchmark::State& state, Case what) {
             work.push_back(scene.GetLastWork());
             for (int level = 1; level <= (round < 2 ? 3 : 1); ++level) {
                 scene.MakeList(level);
-                scene.Time(drawLists);
-                lists[level - 1].push_back(kPart * scene.Time(drawLists));
+                scene.TimeLit(drawLists);
+                lists[level - 1].push_back(kPart * scene.TimeLit(drawLists));
             }
         }
     }

@@ -1,98 +1,68 @@
 // What shadows cost: 100,000 spheres under one light, drawn as a view with "Shadow Volume" draws them,
 // against the same frame without. Counter "ratio" is with over without; "cpuRatio" the same of what all
-// threads worked. By quality: 0 to 2 meshes, 3 ray-cast; and by radius in pixels.
+// threads worked. By quality: 0 to 2 meshes, 3 ray-cast; by radius in pixels, and for a
+// far light or one that stands near.
 #include <benchmark/benchmark.h>
 
 #include <epoxy/gl.h>
 
-#include <algorithm>
-#include <chrono>
 #include <cmath>
-#include <cstdlib>
-#include <ctime>
-#include <memory>
-#include <random>
-#include <vector>
 
 #include "BenchContext.h"
-#include "BenchTimes.h"
-#include "GL/BASE/clsFBO.h"
-#include "GL/BASE/clsGLPerspective.h"
+#include "BenchScene.h"
 #include "GL/BASE/clsGLState.h"
-#include "GL/BASE/clsPositionAndDirection.h"
-#include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
-#include "GL/DRAW/clsGLDrawData.h"
 #include "GL/DRAW/clsShadowStencil.h"
 #include "GL/DRAW/clsSnapData.h"
 #include "PDATA/clsPDataBlock.h"
-#include "PDATA/clsPDataSnap.h"
+#include "PARAM/clsParamGroup.h"
+#include "SCENE/clsLightSRC.h"
 #include "SCENE/clsLightSRCCtrl.h"
 
 namespace {
 
-constexpr int kSize = 2048;
 constexpr int kSpheres = 100000;
-constexpr double kEye = 4.0;
-constexpr double kAngle = 35.0;
 
-class ShadowScene {
+class ShadowScene : BenchScene_cls {
 public:
-    ShadowScene(unsigned quality, float pixels) : mSnap(nullptr, 0), mTarget(kSize, kSize) {
-        GLAttribute_cls::InitializeShader(nullptr, true);
-        const double perPixel = 2.0 * kEye * std::tan(kAngle * M_PI / 360.0) / kSize;
-        PDataBlock_cls& block = *mSnap.mpCBlock;
-        block.mParticleNumber = kSpheres;
-        if (!block.Allocate(kSpheres)) std::abort();
-        std::mt19937 random(7);
-        std::uniform_real_distribution<float> side(-1.0f, 1.0f);
-        for (int i = 0; i < kSpheres; ++i) {
-            for (int axis = 0; axis < 3; ++axis)
-                block.mpPos[i][axis] = side(random);
-            block.mpRadius[i] = pixels * float(perPixel);
-            block.mpValue1[i] = 0.5f;
-            block.mpType[i] = 0;
+    ShadowScene(unsigned quality, float pixels, bool bNear)
+        : BenchScene_cls(kSpheres, [pixels](PDataBlock_cls& block, int i, float) {
+              block.mpRadius[i] = pixels * float(2.0 * kEye * std::tan(kAngle * M_PI / 360.0) / kSize);
+          }) {
+        for (GLAttribute_cls* a : mpAttribute) {
+            a->mDrawType.mValue = DRAW_SPHERE;
+            a->mDrawQuality.mValue = quality;
         }
-        for (int i = 0; i < 4; ++i) {
-            mAttribute[i] = std::make_unique<GLAttribute_cls>(nullptr, 0, i, &mOption);
-            mAttribute[i]->mDrawType.mValue = DRAW_SPHERE;
-            mAttribute[i]->mDrawQuality.mValue = quality;
-            mpAttribute[i] = mAttribute[i].get();
-        }
-        mSnap.mTime = 0.0;
-        mDrawn = std::make_unique<SnapData_cls>(mSnap.mpCBlock, mpAttribute, 0.0, 1);
-        mTarget.MakeFBO(false);
+        MakeDrawn();
         mLights.mCLightNumber.mValue = 1;
+        if (!bNear) return;
+        const double place[3] = {1.2, 1.5, 1.8};
+        LightSRC_cls& light = mLights.GetLight(0);
+        light.mCType.mValue = LightSRC_cls::TYPE_POINT;
+        light.mpCTranslate->SetKeyFrame(place, true, ParamGroup_cls::kCurrent);
     }
     void Draw(bool bShadows, Times_st* pTimes) {
-        const FBOScope_cls target(mTarget, true);
-        PositionAndDirection_cls camera;
-        camera.Set(0, 0, kEye);
-        GLPerspective_cls perspective(kSize, kSize, kAngle);
-        perspective.SetPerspectiveOnGL(camera);
-        perspective.SetModelOrProjectionViewOnGL(camera, GL_MODELVIEW);
-        glEnable(GL_CULL_FACE);
-        glEnable(GL_DEPTH_TEST);
-        glDepthFunc(GL_LEQUAL);
-        glEnable(GL_LIGHTING);
-        mLights.SetNonShadowLight(0.0);
-        glFinish();
-        const double work = GetWork();
-        const auto start = std::chrono::steady_clock::now();
-        DrawData(0);
-        if (bShadows) DrawShadowed();
-        glFinish();
+        const Took_st took = Time(
+            [this] {
+                glDepthFunc(GL_LEQUAL);
+                glEnable(GL_LIGHTING);
+                mLights.SetNonShadowLight(0.0);
+            },
+            [&] {
+                DrawData(0);
+                if (bShadows) DrawShadowed();
+            });
         if (!pTimes) return;
-        pTimes->work.push_back(GetWork() - work);
-        pTimes->wall.push_back(
-            std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+        pTimes->work.push_back(took.work);
+        pTimes->wall.push_back(took.wall);
     }
 
 private:
     void DrawData(int face) { mDraw.GLDrawSequential(face, mDrawn.get(), mpAttribute); }
     void DrawShadowed() {
         float light[4];
-        mLights.GetPosition(0, 0.0, light); // the camera looks along z
+        mLights.GetPosition(0, 0.0, light);
+        light[2] -= float(kEye) * light[3]; // the camera looks along z from there
         mDraw.SetLightSourceInfo(1, light);
         mDraw.mbShadowPass = true;
         {
@@ -108,19 +78,12 @@ private:
         DrawData(1);
     }
 
-    DrawOption_cls mOption;
-    std::unique_ptr<GLAttribute_cls> mAttribute[4];
-    GLAttribute_cls* mpAttribute[4] = {};
-    PDataSnap_cls mSnap;
-    std::unique_ptr<SnapData_cls> mDrawn;
-    GLDrawData_cls mDraw;
-    FBO_cls mTarget;
     LightSRCCtrl_cls mLights;
 };
 
 void DrawShadows(benchmark::State& state) {
     if (!MakeBenchContext()) return state.SkipWithError("no display");
-    ShadowScene scene(unsigned(state.range(0)), float(state.range(1)));
+    ShadowScene scene(unsigned(state.range(0)), float(state.range(1)), state.range(2) != 0);
     Times_st without, with;
     scene.Draw(false, nullptr);
     scene.Draw(true, nullptr);
@@ -136,12 +99,13 @@ void DrawShadows(benchmark::State& state) {
 }
 
 BENCHMARK(DrawShadows)
-    ->ArgNames({"quality", "pixels"})
-    ->Args({0, 4})
-    ->Args({1, 4})
-    ->Args({3, 4})
-    ->Args({0, 8})
-    ->Args({3, 8})
+    ->ArgNames({"quality", "pixels", "near"})
+    ->Args({0, 4, 0})
+    ->Args({1, 4, 0})
+    ->Args({3, 4, 0})
+    ->Args({3, 4, 1})
+    ->Args({0, 8, 0})
+    ->Args({3, 8, 0})
     ->Iterations(1)
     ->Unit(benchmark::kMillisecond);
 

@@ -34,7 +34,7 @@ start_display() {
   Xvfb -displayfd 3 -screen 0 1600x1200x24 -dpi 96 -nolisten tcp -noreset +extension GLX \
     3>"$STAGE/display" >"$STAGE/Xvfb.log" 2>&1 &
   children+=($!)
-  wait_for 20 test -s "$STAGE/display" || fail "The X server did not start."
+  wait_for 90 test -s "$STAGE/display" || fail "The X server did not start."
   mkdir -m 700 "$STAGE/runtime" "$STAGE/config" "$STAGE/home"
   unset WAYLAND_DISPLAY LC_ALL XAUTHORITY
   DISPLAY=:$(<"$STAGE/display")
@@ -42,18 +42,18 @@ start_display() {
     DBUS_SESSION_BUS_ADDRESS=disabled: NO_AT_BRIDGE=1 GSETTINGS_BACKEND=memory LIBGL_ALWAYS_SOFTWARE=1 LANG=C.UTF-8
   openbox --sm-disable >"$STAGE/openbox.log" 2>&1 &
   children+=($!)
-  wait_for 20 sh -c 'xprop -root _NET_SUPPORTING_WM_CHECK | grep -q "window id"' || fail "openbox did not start."
+  wait_for 90 sh -c 'xprop -root _NET_SUPPORTING_WM_CHECK | grep -q "window id"' || fail "openbox did not start."
 }
 
 # window TITLE: the id of the newest visible window whose title matches.
 window() { xdotool search --onlyvisible --name "$1" 2>/dev/null | tail -1; }
-wait_window() { wait_for 20 sh -c "xdotool search --onlyvisible --name '$1' | grep -q ." || fail "No window \"$1\"."; }
+wait_window() { wait_for 90 sh -c "xdotool search --onlyvisible --name '$1' | grep -q ." || fail "No window \"$1\"."; }
 
 # leave WINDOW: by Escape; keys that come before it is gone would be its own.
 leave() {
   focus "$1"
   key Escape
-  wait_for 20 sh -c "! xwininfo -id $1 | grep -q IsViewable" || fail "Escape leaves it open: $(xdotool getwindowname "$1")"
+  wait_for 90 sh -c "! xwininfo -id $1 | grep -q IsViewable" || fail "Escape leaves it open: $(xdotool getwindowname "$1")"
 }
 
 focus() { xdotool windowactivate --sync "$1" 2>/dev/null; }
@@ -104,7 +104,7 @@ start_program() {
   wait_window '^Morentis 3'
   MAIN=$(window '^Morentis 3')
   settle "$MAIN"
-  wait_for 20 set_size || fail "The window does not take its size."
+  wait_for 90 set_size || fail "The window does not take its size."
   focus "$MAIN"
   settle "$MAIN"
 }
@@ -135,7 +135,7 @@ open_project() {
   wait_window 'Select a project file'
   focus "$(window 'Select a project file')"
   type_path "$STAGE/examples/$1/${2:-$1}.mrp"
-  wait_for 20 sh -c "xdotool search --onlyvisible --name '^Query$|^Morentis3.*/${2:-$1}.mrp' | grep -q ."
+  wait_for 90 sh -c "xdotool search --onlyvisible --name '^Query$|^Morentis3.*/${2:-$1}.mrp' | grep -q ."
   dont_save
   wait_window "^Morentis3.*/${2:-$1}.mrp" # without the star of unsaved steps
   focus "$MAIN"

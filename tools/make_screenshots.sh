@@ -45,13 +45,18 @@ for example in examples/*/; do
   shoot "$MAIN" "$example"
 done
 
-# dialog KEYS TITLE NAME: open it, take its picture.
-dialog() {
+# open_dialog KEYS TITLE
+open_dialog() {
   focus "$MAIN"
   key "$1"
   wait_window "^$2\$"
   DIALOG=$(window "^$2\$")
   focus "$DIALOG"
+}
+
+# dialog KEYS TITLE NAME: open it, take its picture.
+dialog() {
+  open_dialog "$1" "$2"
   shoot "$DIALOG" "$3"
 }
 
@@ -92,6 +97,18 @@ key alt+4
 shoot "$MAIN" picking
 key alt+1
 key t
+open_project lj_melt_bin melt_shadows
+dialog ctrl+l 'Light Source Editor' lights
+leave "$DIALOG"
+open_project lj_melt_bin
+open_dialog ctrl+u 'View and Camera Config'
+settle "$DIALOG"
+xdotool mousemove --window "$DIALOG" 90 209 click 1 # unfolds "View Advanced Setting"
+shoot "$DIALOG" camera_dialog
+leave "$DIALOG"
+open_project public_pyscal_ni500 nickel_stereo
+dialog ctrl+m 'Stereogram Configure' stereo_dialog
+leave "$DIALOG"
 open_project galaxy_small_bin
 steps 5
 for i in 1 2 3 4 5 6 7 8 9; do click 500 400 5; done

@@ -739,6 +739,81 @@ void main()
 }
 """
 
+# Which pixels show a point that lies in the shadow of one of many small spheres.
+LOOKUP_VERT = """
+void main()
+{
+    gl_Position = gl_Vertex;
+}
+"""
+
+LOOKUP_FRAG = """
+#extension GL_EXT_gpu_shader4 : require
+
+uniform sampler2D depths;       // of what the pixels show
+uniform isamplerBuffer starts;  // of a block's spheres among all
+uniform samplerBuffer spheres;  // centre and radius, coordinates of the blocks
+uniform vec4 viewport;          // left, bottom, width, height in pixels
+uniform vec2 rayScale;          // from window coordinates to the plane at depth 1, or of a parallel view
+uniform vec2 rayOffset;
+uniform vec2 depthMap;          // depth = x + y / z, in a parallel view x + y * z
+uniform mat3 turn;              // from eye coordinates to those of the blocks
+uniform vec3 eye;
+uniform vec3 perBlock;          // one over the edges of a block
+uniform float start;            // where shadows begin and end, radii
+uniform float reach;
+
+// Blocks of the table; the first along an axis follows its last.
+#ifdef NEAR_LIGHT
+uniform vec3 light;
+const ivec3 size = ivec3(64, 64, 64);
+#else
+const ivec3 size = ivec3(128, 128, 16); // the last along the light's direction
+#endif
+
+bool holds(vec4 sphere, vec3 place)
+{
+    vec3 way = place - sphere.xyz;
+#ifdef NEAR_LIGHT
+    vec3 away = sphere.xyz - light;
+    float far = length(away);
+    away /= far;
+    float sine = min(sphere.w / far, 0.9995);
+    float cosine = sqrt(1.0 - sine * sine);
+    float along = dot(way, away);
+    float share = along / sphere.w + sine;
+    float wide = sphere.w * (cosine + share * sine / cosine);
+    vec3 across = way - along * away;
+    return share >= start && share <= reach && dot(across, across) < wide * wide;
+#else
+    return way.z >= start * sphere.w && way.z <= reach * sphere.w && dot(way.xy, way.xy) < sphere.w * sphere.w;
+#endif
+}
+
+void main()
+{
+    float depth = texelFetch2D(depths, ivec2(gl_FragCoord.xy - viewport.xy), 0).r;
+    if (depth >= 1.0) discard;
+    vec2 plane = gl_FragCoord.xy * rayScale + rayOffset;
+#ifdef PERSPECTIVE
+    float z = depthMap.y / (depth - depthMap.x);
+    vec3 seen = vec3(plane * -z, z);
+#else
+    vec3 seen = vec3(plane, (depth - depthMap.x) / depthMap.y);
+#endif
+    vec3 place = turn * seen + eye;
+    ivec3 block = ivec3(floor(clamp(place * perBlock, -1e9, 1e9))) & (size - 1);
+    int slot = (block.z * size.y + block.y) * size.x + block.x;
+    int end = texelFetchBuffer(starts, slot + 1).x;
+    for (int i = texelFetchBuffer(starts, slot).x; i < end; ++i) {
+        if (!holds(texelFetchBuffer(spheres, i), place)) continue;
+        gl_FragColor = vec4(1.0);
+        return;
+    }
+    discard;
+}
+"""
+
 FILES = {
     "Gouraud.vert": ("Light at the vertices.", GOURAUD_VERT),
     "Gouraud.frag": ("The colour between the vertices, and fog.", GOURAUD_FRAG),
@@ -752,6 +827,8 @@ FILES = {
     "ExactNear.frag": ("A sphere around the eye, or cut by the near or the far plane.", EXACT_NEAR_FRAG),
     "Shadow.vert": ("The volume that a sphere keeps from a light.", SHADOW_VERT),
     "Shadow.frag": ("Its colour where it is shown.", SHADOW_FRAG),
+    "ShadowLookup.vert": ("All of the screen.", LOOKUP_VERT),
+    "ShadowLookup.frag": ("Only what lies in the shadow of a sphere.", LOOKUP_FRAG),
 }
 
 

@@ -1,5 +1,7 @@
 #include "CONFITEM/clsConfItem.h"
 
+#include <cmath>
+
 #include "CONFITEM/ConfNumber.h"
 
 bool ConfItem_cls::ReadStrLineBase(const wxString& line) {
@@ -37,7 +39,9 @@ void ConfScalar_cls<T, TYPE>::SetItem(const wxString& key, const wxString& value
 template <class T, int TYPE>
 bool ConfScalar_cls<T, TYPE>::ReadStrLine(const wxString& line) {
     if (!ReadStrLineBase(line)) return false;
-    mValue = ConfNumberFromText<T>(mStrValue);
+    // What is endless or no number leaves the value as it was.
+    const T value = ConfNumberFromText<T>(mStrValue);
+    if (std::isfinite(static_cast<double>(value))) mValue = value;
     return true;
 }
 

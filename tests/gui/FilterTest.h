@@ -42,6 +42,14 @@ protected:
         Menu(id);
         return At(list, Lists().Get(list).GetCount() - 1);
     }
+    /// The dialog of a menu entry, as the user opens it; null when another comes or none.
+    template <class GUI>
+    static GUI* OpenDialog(int id, const wxString& title) {
+        Menu(id);
+        auto* pGUI = dynamic_cast<GUI*>(WaitForWindow(title));
+        EXPECT_TRUE(pGUI) << title;
+        return pGUI;
+    }
     /// Its panel is seen, open.
     static void Show(int list, int position) {
         Frame()->GetPCTopHalf()->ShowFilter(list, position);

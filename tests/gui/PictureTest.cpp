@@ -67,7 +67,9 @@ void PictureTest::ShowParticles(const std::vector<Point>& points, int size) {
         put(0.0f);
         put(int(points.size()));
         for (size_t i = 0; i < points.size(); ++i) {
-            const float head[7] = {float(points[i][0]), float(points[i][1]), float(points[i][2]), 0, 0, 0, 1};
+            const float radius = mRadii.empty() ? 1.0f : mRadii[i % mRadii.size()];
+            const float head[7] = {
+                float(points[i][0]), float(points[i][1]), float(points[i][2]), 0, 0, 0, radius};
             put(head);
             put(int(i));
             put(0);

@@ -32,5 +32,6 @@ protected:
     static wxNotebook* OptionBook(); ///< the lower book of pages
 
     TempDir_cls mDir;
+    std::vector<float> mRadii; ///< of what ShowParticles shows, by turns; none: all 1
     wxSize mSize;
 };

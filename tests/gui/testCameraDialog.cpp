@@ -1,6 +1,9 @@
 // The dialog "View and Camera Config": every control, with undo, and what it follows.
 #include <wx/stattext.h>
 
+#include "COLORCURVE/EDITOR/clsColorCurveBtn.h"
+#include "COLORCURVE/EDITOR/clsColorCurveCtrl.h"
+#include "COLORCURVE/EDITOR/clsColorCurveGUI.h"
 #include "FilterTest.h"
 #include "GL/VIEW/clsCameraPathCtrl.h"
 #include "GL/VIEW/clsCameraPathGUI.h"
@@ -12,6 +15,7 @@
 #include "SCENE/clsAnchorPath.h"
 #include "SCENE/clsCameraPath.h"
 #include "TIME/clsTimeCtrl.h"
+#include "WIDGET/clsColourDialogEX.h"
 
 namespace {
 
@@ -24,8 +28,7 @@ protected:
         FilterTest::SetUp();
         ResetViews();
         Canvas(0)->SetThisToBeActiveGL();
-        Menu(ID_CAMERA_PATH);
-        mpGUI = dynamic_cast<GUI*>(WaitForWindow("View and Camera Config"));
+        mpGUI = OpenDialog<GUI>(ID_CAMERA_PATH, "View and Camera Config");
         ASSERT_TRUE(mpGUI);
         EXPECT_EQ(mpGUI, GUI::mspCThis);
         mpGUI->Move(700, 60);
@@ -121,6 +124,44 @@ TEST_F(CameraDialog, NumbersMoveTheViewsCamera) {
     const wxString before = TextOfView();
     mpGUI->GetPCPage(0)->SetViewToDefault();
     EXPECT_EQ(TextOfView(), before);
+}
+
+TEST_F(CameraDialog, ColourButtonsPaintAllViews) {
+    OpenFold(0);
+    const wxColour other(255, 0, 51);
+    const wxString before = TextOfSettings();
+    int k = 0;
+    for (const auto* pCurve :
+         {&Shared().mspCClrCurveBG, &Shared().mspCClrCurveOut, &Shared().mspCClrCurveTag}) {
+        auto* button = dynamic_cast<ColorCurveBtn_cls*>(mpGUI->GetPCAdvanced()->GetField(0, k));
+        ASSERT_TRUE(button) << k;
+        ClickOn(button);
+        Arrive();
+        auto* editor = static_cast<ColorCurveGUI_cls*>(Hub()->mpCColorCurveCtrl->GetPCDialog());
+        ASSERT_TRUE(editor && PumpUntil([&] { return editor->IsShown(); })) << k;
+        EXPECT_EQ(Hub()->mpCColorCurveCtrl->GetPCCurve(), pCurve->get()) << k;
+        wxWindow* swatch = FindByTip(editor, "Color where no curve is in use");
+        ASSERT_TRUE(swatch) << k;
+        wxColourDialogEX::sTestAnswer = other;
+        ClickOn(swatch);
+        Arrive();
+        const float* color = (*pCurve)->mConstantColor.mValue;
+        EXPECT_NEAR(color[0], 1.0f, 1e-6) << k;
+        EXPECT_NEAR(color[2], 0.2f, 1e-6) << k;
+        if (k == 0) {
+            const Picture_st view = Grab(0);
+            const unsigned char* pCorner = &view.mRGB[size_t(3 * (5 * view.mW + 5))];
+            for (int c = 0; c < 3; ++c)
+                EXPECT_NEAR(pCorner[c], c == 0 ? other.Red() : c == 1 ? other.Green() : other.Blue(), 1) << c;
+        }
+        editor->CloseEXKey();
+        Arrive();
+        Snap("camera_colours");
+        ++k;
+    }
+    for (int step = 0; step < 3; ++step)
+        Menu(ID_UNDO);
+    EXPECT_EQ(TextOfSettings().ToStdString(), before.ToStdString());
 }
 
 TEST_F(CameraDialog, DefaultAlongAnAxisIsAStepOfTheFreeCamera) {

@@ -113,6 +113,19 @@ TEST_F(FilmCommand, WritesTheSameMeshInAHighPicture) {
             {false, true}, 1);
 }
 
+TEST_F(FilmCommand, WritesTheSameShadows) {
+    std::string spheres = "TimeWorkAreaMax=1\nPanel0GLGeometry=0\nClassify=0\n";
+    for (int type = 0; type < 4; ++type)
+        for (const char* line : {"DrawType=2", "DrawQuality=3", "RadiusType=1", "RadiusFactorForConst=0.04"})
+            spheres += "SEQ0TYPE" + std::to_string(type) + line + "\n";
+    Compare(spheres + "Shadow=1\nShadowLength=50\n", {false, true}, 2);
+    const auto dark = mFolder.ReadAll("command");
+    const ChildRun_st run = RunFilm({"--quiet", "--output", mFolder / "command/f%04d.png",
+                                     mFolder.MakeProject("lit.mrp", spheres + "Shadow=0\n")});
+    EXPECT_EQ(run.mStatus, 0) << run.mErr;
+    EXPECT_FALSE(mFolder.ReadAll("command") == dark) << "there were shadows";
+}
+
 TEST_F(FilmCommand, WritesTheSameForTwoEyes) {
     StereoGram_cls stereo;
     const double parallax = 0.3;

@@ -18,8 +18,7 @@ class Lights : public FilterTest {
 protected:
     void SetUp() override {
         FilterTest::SetUp();
-        Menu(ID_LIGHT_SOURCE);
-        mpGUI = dynamic_cast<LightSRCGUI_cls*>(WaitForWindow("Light Source Editor"));
+        mpGUI = OpenDialog<LightSRCGUI_cls>(ID_LIGHT_SOURCE, "Light Source Editor");
         ASSERT_TRUE(mpGUI);
         EXPECT_EQ(mpGUI, LightSRCGUI_cls::mspCThis);
     }

@@ -1,4 +1,7 @@
 // Shadows in the views, against where they lie by plain geometry.
+#include "BOND/StickList.h"
+#include "FILTER/clsFilterStick.h"
+#include "GL/DRAW/clsGLSticks.h"
 #include "ShadowTest.h"
 
 namespace {
@@ -206,6 +209,69 @@ TEST_F(Shadows, FallOnObjects) {
                 EXPECT_NEAR(seen, 255 * kAmbient, 3.0) << dx << " " << dy;
             }
         EXPECT_GT(dark, 20);
+    }
+}
+
+// Between two particles, in the light from above the eye: its brightest line is seen half way up.
+TEST_F(Shadows, FallOnSticks) {
+    const Vector from = Unit({-1, 0, 1});
+    mRadii = {0.1f, 0.1f, 0.6f};
+    Show({{10, -2, 0}, {10, 2, 0}, Plus({10, 0, 0}, from, 3.0)}, 1.0);
+    for (GLAttribute_cls* a : Drawing().mpCGLAttribute)
+        a->mRadiusType.mValue = RADIUS_OF_DATA;
+    FilterStickData_cls& stick = *mFilters.Add<FilterStick_cls>(FILTER_STICK).GetPCData();
+    stick.mCStickType.mValue = STICK_CYLINDER;
+    stick.mCStickRadius.mValue = 0.3f;
+    stick.mCCalcType.mValue = FilterStickData_cls::CALCULATE;
+    stick.mCCritType.mValue = STICK_STEP_BETWEEN;
+    stick.mCCritA.mValue = 3.9f;
+    stick.mCCritB.mValue = 4.1f;
+    for (const int type : {LightSRC_cls::TYPE_PARALLEL, LightSRC_cls::TYPE_POINT}) {
+        const bool bNear = type == LightSRC_cls::TYPE_POINT;
+        SetLight(0, type, bNear ? Plus({10, 0, 0}, from, 6.0) : from, 0.4);
+        const double half = bNear ? 1.2 : 0.6; // of the shadow on the line, from twice as far
+        const Picture_st with = Draw(1);
+        const Picture_st without = Draw(0);
+        int dark = 0, lit = 0;
+        for (double y = -1.6; y <= 1.6; y += 0.1) {
+            const double at[3] = {10 + 0.3 * from[0], y, 0.3 * from[2]};
+            double x = 0, row = 0;
+            if (std::abs(std::abs(y) - half) < 0.12 || !ProjectToWindow(0, at, &x, &row)) continue;
+            const int seen = with.Brightness(int(x), int(row));
+            const int bright = without.Brightness(int(x), int(row));
+            EXPECT_GT(bright, 60) << y;
+            if (std::abs(y) > half) {
+                ++lit;
+                EXPECT_EQ(seen, bright) << y;
+            } else {
+                ++dark;
+                EXPECT_LT(seen, bright * 2 / 3) << y;
+            }
+        }
+        EXPECT_GT(dark, 8);
+        EXPECT_GE(lit, 4);
+        if (HasFailure()) Snap("shadows_sticks");
+    }
+}
+
+// Over the seams of a dome's faces.
+TEST_F(Shadows, LieWhereTheyAreThrownInAFisheye) {
+    mMayDiffer = 0.01; // spheres are small there
+    for (const double turn : {0.0, 45.0, 70.0}) {
+        const double c = std::cos(turn * M_PI / 180), s = std::sin(turn * M_PI / 180);
+        const auto turned = [&](const Vector& p) {
+            return Vector{c * p[0] - s * p[1], s * p[0] + c * p[1], p[2]};
+        };
+        std::vector<Vector> spheres;
+        for (const Vector& p : Pair())
+            spheres.push_back(turned({p[0] - 6.5, p[1], p[2]}));
+        Show(spheres, 1.0);
+        Canvas(0)->SetGeometry(2);
+        Canvas(0)->mGLPersAngle.mValue = float(mFisheye = 180.0);
+        SetLight(0, LightSRC_cls::TYPE_PARALLEL, turned(kFromFront), 0.9);
+        ExpectShadows("fisheye " + std::to_string(int(turn)), 50);
+        Canvas(0)->SetGeometry(0);
+        Canvas(0)->mGLPersAngle.mValue = 35.0f;
     }
 }
 

@@ -12,6 +12,7 @@
 #include "IMAGE/clsImageIO.h"
 #include "PARAM/clsParamGroup.h"
 #include "PictureTest.h"
+#include "SCENE/clsCameraPath.h"
 #include "SCENE/clsStereoGram.h"
 #include "WIDGET/clsDialogEXKey.h"
 #include "WIDGET/clsFileDialogEX.h"
@@ -201,8 +202,63 @@ TEST_F(Stereo, LinesBelongToTheEyesInTurn) {
                 EXPECT_NEAR(lines.Brightness(x, y), own.Brightness(x, y), 3) << x << " " << y;
             }
         }
+        Snap("stereo_lines_" + std::to_string(geometry));
         EXPECT_GT(differ, shift * 4) << "the eyes see something else";
     }
+}
+
+// From beside a camera of the path: a line between its eyes, and where they look.
+TEST_F(Stereo, TheEyesOfThePathAreMarkedInOtherViews) {
+    ShowParticles({{-kFar, 0, 0}}, 1);
+    LookAlongX();
+    Canvas(0)->mShowItems.mValue = true;
+    CameraPath_cls& path = *Hub()->mpCCameraPath;
+    const wxString before = path.Serialize();
+    path.mCLookAnchor.mValue = false;
+    Ctrl().mCToeInAngle.mValue = 14.0f;
+    Set(Eyes::TYPE_TOE_IN, Eyes::OUTPUT_NO_PARALLAX, 0.5);
+    Parameters_cls::msbUndoCommandMake = false;
+    const double place[3] = {4, 0, -0.6}, angles[3] = {0, 0, 0}; // looks along x as well
+    path.mpCTranslate->SetKeyFrame(place, true, 0.0);
+    path.mpCRotate->SetKeyFrame(angles, true, 0.0);
+    Parameters_cls::msbUndoCommandMake = true;
+    Repaint();
+    Snap("stereo_focus");
+    const double focus = 0.25 / std::tan(14.0 * M_PI / 180.0);
+    const auto isMarked = [&](double x, double y, double z) {
+        const Picture_st picture = Grab(0);
+        double atX = 0, atY = 0;
+        const double at[3] = {x, y, z};
+        if (!ProjectToWindow(0, at, &atX, &atY)) return false;
+        for (int dy = -2; dy <= 2; ++dy)
+            for (int dx = -2; dx <= 2; ++dx) {
+                const auto color = [&](int c) { return Channel(picture, int(atX) + dx, int(atY) + dy, c); };
+                const int red = color(0);
+                if (red > 100 && std::abs(color(1) - 0.7 * red) < 12 && std::abs(color(2) - 0.2 * red) < 12)
+                    return true;
+            }
+        return false;
+    };
+    const double cross = 0.02 * focus;
+    const auto seen = [&](bool bTurned) {
+        int marks = isMarked(4, 0.2, -0.6) + isMarked(4, -0.2, -0.6);
+        for (const double side : {-1.0, 1.0})
+            marks += isMarked(4 + 0.5 * focus, 0.125 * side, -0.6) +
+                     isMarked(4 + focus, 0.8 * cross * side, -0.6) +
+                     isMarked(4 + focus, 0, -0.6 + 0.8 * cross * side);
+        EXPECT_FALSE(isMarked(4, 0.32, -0.6)) << "beyond the eye, " << bTurned;
+        return marks;
+    };
+    EXPECT_EQ(seen(true), 8);
+    Set(Eyes::TYPE_OFF_AXIS, Eyes::OUTPUT_NO_PARALLAX, 0.5);
+    Repaint();
+    EXPECT_EQ(seen(false), 2) << "these look straight ahead";
+    Set(Eyes::TYPE_MONOGRAM, Eyes::OUTPUT_NO_PARALLAX, 0.5);
+    Repaint();
+    EXPECT_EQ(seen(false), 0);
+    std::wistringstream lines(before.ToStdWstring());
+    for (std::wstring line; std::getline(lines, line);)
+        path.ReadStrLine(lines, line);
 }
 
 TEST_F(Stereo, OneEyeIsThePictureAsItWas) {

@@ -19,8 +19,7 @@ class StereoDialog : public FilterTest {
 protected:
     void SetUp() override {
         FilterTest::SetUp();
-        Menu(ID_STEREOGRAM);
-        mpGUI = dynamic_cast<GUI*>(WaitForWindow("Stereogram Configure"));
+        mpGUI = OpenDialog<GUI>(ID_STEREOGRAM, "Stereogram Configure");
         ASSERT_TRUE(mpGUI);
     }
     void TearDown() override {

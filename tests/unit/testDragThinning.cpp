@@ -29,6 +29,27 @@ TEST(DragThinning, theSecondPictureOfADragKeepsUpAndStays) {
     EXPECT_EQ(thinning.GetFactor(), 1);
 }
 
+// Where a paint takes long whatever is drawn, thinning on and on would leave nothing to see.
+TEST(DragThinning, whatParticlesDoNotCostTakesNoneAway) {
+    const auto cost = [](int factor) { return 36.0 + 300.0 / factor; };
+    DragThinning_cls thinning;
+    thinning.NotePaint(cost(1), kMany, 1);
+    thinning.Begin(true);
+    for (int k = 0; k < 30; ++k)
+        thinning.NotePaint(cost(thinning.GetFactor()), kMany, 1);
+    EXPECT_GE(thinning.GetFactor(), 20);
+    EXPECT_LE(thinning.GetFactor(), 32);
+    // One paint that something has held up is soon forgotten.
+    thinning.NotePaint(400.0, kMany, 1);
+    for (int k = 0; k < 6; ++k)
+        thinning.NotePaint(cost(thinning.GetFactor()), kMany, 1);
+    EXPECT_LE(thinning.GetFactor(), 32);
+    // The view comes nearer: each particle costs more.
+    for (int k = 0; k < 10; ++k)
+        thinning.NotePaint(36.0 + 900.0 / thinning.GetFactor(), kMany, 1);
+    EXPECT_GE(thinning.GetFactor(), 60);
+}
+
 TEST(DragThinning, viewsShareTheTimeAndFewParticlesStay) {
     DragThinning_cls one, four, few, unwanted;
     one.NotePaint(200.0, kMany, 1);

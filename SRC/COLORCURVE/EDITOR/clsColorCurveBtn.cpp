@@ -149,7 +149,13 @@ void ColorCurveBtn_cls::OnPaint(wxPaintEvent&) {
     const wxRect all(GetClientSize());
     dc.SetBackground(wxBrush(wxSystemSettings::GetColour(wxSYS_COLOUR_BTNFACE)));
     dc.Clear();
-    if (GetPCCurve()) GetPCCurve()->DrawOnDC(dc, all, FromDIP(kSquare));
+    if (GetPCCurve() && mbOpaque) {
+        wxImage image = GetPCCurve()->GetColorImage(all.width, all.height, false);
+        image.ClearAlpha();
+        dc.DrawBitmap(wxBitmap(image), 0, 0);
+    } else if (GetPCCurve()) {
+        GetPCCurve()->DrawOnDC(dc, all, FromDIP(kSquare));
+    }
     dc.SetBrush(*wxTRANSPARENT_BRUSH);
     const bool bMarked = IsEnabled() && (HasFocus() || mbHover);
     dc.SetPen(wxPen(wxSystemSettings::GetColour(bMarked ? wxSYS_COLOUR_HIGHLIGHT : wxSYS_COLOUR_BTNSHADOW)));
@@ -157,8 +163,9 @@ void ColorCurveBtn_cls::OnPaint(wxPaintEvent&) {
 }
 
 int AddColorCurve(MultiInputPanel_cls& panel, const wxString& label, ColorCurve_cls* pCurve,
-                  const wxString& tip) {
+                  const wxString& tip, bool bOpaque) {
     auto* button = new ColorCurveBtn_cls(&panel, pCurve);
+    if (bOpaque) button->ShowOpaque();
     button->SetToolTip(tip);
     const int row = panel.AddWindow(label, button);
     panel.AddRefresh(row, [button] { button->RefreshIfChanged(); });

@@ -14,6 +14,8 @@ public:
     /// The curve may go before the button.
     ColorCurveBtn_cls(wxWindow* pParent, ColorCurve_cls* pCurve);
 
+    /// Its alpha has no meaning.
+    void ShowOpaque() { mbOpaque = true; }
     ColorCurve_cls* GetPCCurve() const { return mpLife.expired() ? nullptr : mpCCurve; }
     /// Draw again if the colours are others than those shown.
     void RefreshIfChanged();
@@ -32,11 +34,12 @@ private:
     std::weak_ptr<const bool> mpLife;
     bool mbHover = false;
     bool mbPressed = false;
+    bool mbOpaque = false;
     size_t mShown = 0; ///< what was drawn last
 };
 
-/// A row with such a button; its number.
+/// A row with such a button; its number. `bOpaque`: as ShowOpaque.
 int AddColorCurve(MultiInputPanel_cls& panel, const wxString& label, ColorCurve_cls* pCurve,
-                  const wxString& tip);
+                  const wxString& tip, bool bOpaque = false);
 /// A row of buttons that set the curve's scaling to what occurs; its number. The curve outlives the panel.
 int AddFitRange(MultiInputPanel_cls& panel, ColorCurve_cls* pCurve);

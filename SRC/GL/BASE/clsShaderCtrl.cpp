@@ -264,7 +264,9 @@ const ShaderProgram_cls* ShaderCtrl_cls::GetForm(Forms& forms, const Source_st& 
         if (!program->Make(source.mVertex, source.mFragment, defines, attributes))
             std::printf("A shader was refused:\n%s\n", program->GetLog().c_str());
     }
-    return program->HasAttribute(attributes.front().second) ? program.get() : nullptr;
+    const bool bGood =
+        attributes.empty() ? program->IsMade() : program->HasAttribute(attributes.front().second);
+    return bGood ? program.get() : nullptr;
 }
 
 bool ShaderCtrl_cls::BeginSpheres(unsigned type, int lightNumber, bool bEachBlends) {
@@ -356,5 +358,32 @@ bool ShaderCtrl_cls::BeginShadows(bool bNear, const float* pLight, float start, 
     if (bNear) glUniform3fv(pProgram->GetUniform("light"), 1, pLight);
     if (bNear) SetFloat(*pProgram, "start", start);
     if (bNear) SetFloat(*pProgram, "reach", reach);
+    return true;
+}
+
+bool ShaderCtrl_cls::BeginShadowLookup(const Lookup_st& lookup, const Rays_st& rays) {
+    static const bool sbHere = epoxy_gl_version() >= 31 && epoxy_has_gl_extension("GL_EXT_gpu_shader4");
+    if (!mbEnabled || !sbHere) return false;
+    if (mLookups.empty())
+        mLookupSource = {readShaderSource(FindRuntimeFile("GL/ShadowLookup.vert")),
+                         readShaderSource(FindRuntimeFile("GL/ShadowLookup.frag"))};
+    std::string defines = lookup.bNear ? "#define NEAR_LIGHT\n" : "";
+    if (rays.bPerspective) defines += "#define PERSPECTIVE\n";
+    const ShaderProgram_cls* pProgram = GetForm(mLookups, mLookupSource, defines, {});
+    if (!pProgram) return false;
+    glUseProgram(pProgram->mProgram);
+    SetInt(*pProgram, "depths", 0);
+    SetInt(*pProgram, "starts", 1);
+    SetInt(*pProgram, "spheres", 2);
+    glUniform4fv(pProgram->GetUniform("viewport"), 1, rays.viewport);
+    glUniform2fv(pProgram->GetUniform("rayScale"), 1, rays.scale);
+    glUniform2fv(pProgram->GetUniform("rayOffset"), 1, rays.offset);
+    glUniform2fv(pProgram->GetUniform("depthMap"), 1, rays.depthMap);
+    glUniformMatrix3fv(pProgram->GetUniform("turn"), 1, GL_FALSE, lookup.turn);
+    glUniform3fv(pProgram->GetUniform("eye"), 1, lookup.eye);
+    glUniform3fv(pProgram->GetUniform("light"), 1, lookup.light);
+    glUniform3fv(pProgram->GetUniform("perBlock"), 1, lookup.perBlock);
+    SetFloat(*pProgram, "start", lookup.start);
+    SetFloat(*pProgram, "reach", lookup.reach);
     return true;
 }

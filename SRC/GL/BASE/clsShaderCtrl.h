@@ -93,6 +93,18 @@ public:
     /// touches them. False: not here.
     bool BeginShadows(bool bNear, const float* pLight, float start, float reach);
 
+    /// What leads from a pixel to the spheres whose shadows may lie there.
+    struct Lookup_st {
+        bool bNear = false; ///< of a light that has a place
+        float turn[9] = {}; ///< eye coordinates to those of the blocks, column by column
+        float eye[3] = {0, 0, 0}, light[3] = {0, 0, 0}; ///< in the latter
+        float perBlock[3] = {1, 1, 1};                  ///< one over the edges of a block
+        float start = 0.0f, reach = 0.0f;               ///< where shadows begin and end, radii
+    };
+    /// Pixels of vertices on the screen (-1 to 1) that show something in a shadow; all others are left out.
+    /// Depths are in texture unit 0, starts of blocks in 1, spheres in 2. False: not here.
+    bool BeginShadowLookup(const Lookup_st& lookup, const Rays_st& rays);
+
 private:
     struct Source_st {
         std::string mVertex;
@@ -115,9 +127,11 @@ private:
     std::array<Forms, kProgramNumber> mSpheres;
     std::array<Forms, 2> mExact; ///< plain and near
     Forms mShadows;
+    Forms mLookups;
     bool mbExactRead = false;
     std::array<Source_st, 2> mExactSources;
     Source_st mShadowSource;
+    Source_st mLookupSource;
 };
 
 /// The text of a shader's file; empty, with the reason on stderr, when it can't be read.

@@ -68,6 +68,7 @@ ShadowStencil_cls::ShadowStencil_cls(bool bShow) : mbShown(bShow), mbClamped(Has
 }
 
 ShadowStencil_cls::~ShadowStencil_cls() {
+    if (mDepths != 0) glDeleteTextures(1, &mDepths);
     if (mbClamped) glDisable(GL_DEPTH_CLAMP);
     glPopAttrib();
     mspCurrent = nullptr;
@@ -90,6 +91,33 @@ void ShadowStencil_cls::Fold() {
     glUseProgram(static_cast<GLuint>(program));
     mCover.Clear();
 }
+
+// Nothing writes depths while volumes are counted.
+void ShadowStencil_cls::BindDepths() {
+    if (mDepths != 0) {
+        glBindTexture(GL_TEXTURE_2D, mDepths);
+        return;
+    }
+    GLint viewport[4];
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    glGenTextures(1, &mDepths);
+    glBindTexture(GL_TEXTURE_2D, mDepths);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+    glCopyTexImage2D(GL_TEXTURE_2D, 0, GL_DEPTH_COMPONENT24, viewport[0], viewport[1], viewport[2],
+                     viewport[3], 0);
+}
+
+// A pixel that is known needn't be looked at again.
+ShadowStencil_cls::MarkScope_cls::MarkScope_cls() {
+    glPushAttrib(GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT | GL_ENABLE_BIT | GL_TEXTURE_BIT);
+    glDisable(GL_DEPTH_TEST);
+    glStencilMask(kFound);
+    glStencilFunc(GL_NOTEQUAL, kFound, kFound);
+    glStencilOp(GL_KEEP, GL_KEEP, GL_REPLACE);
+}
+
+ShadowStencil_cls::MarkScope_cls::~MarkScope_cls() { glPopAttrib(); }
 
 void ShadowStencil_cls::SelectShadowed() {
     glEnable(GL_STENCIL_TEST);

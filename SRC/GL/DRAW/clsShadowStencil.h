@@ -27,6 +27,16 @@ public:
     }
     /// Keep what the volumes drawn so far cover, and count on from zero. The program in use stays.
     void Fold();
+    /// A texture of the depths of what is in the picture, as large as the viewport; bound to the unit in use.
+    void BindDepths();
+    /// What is drawn in this scope marks the pixels it fills as in shadow.
+    class MarkScope_cls {
+    public:
+        MarkScope_cls();
+        ~MarkScope_cls();
+        MarkScope_cls(const MarkScope_cls&) = delete;
+        MarkScope_cls& operator=(const MarkScope_cls&) = delete;
+    };
 
     /// Later drawing reaches pixels in shadow alone.
     static void SelectShadowed();
@@ -38,5 +48,6 @@ private:
 
     bool mbShown;
     bool mbClamped = false;
+    unsigned mDepths = 0; ///< GL texture
     StencilCover_cls mCover;
 };

@@ -21,12 +21,13 @@ constexpr int kCapacity = 4096; // volumes a call
 constexpr int kPlainCapacity = 256;
 constexpr int kSides[] = {4, 6, 8, 16, 32};
 // Sides as many as leave half a pixel to a circle of so many pixels.
-constexpr float kPixels[] = {2.0f, 5.0f, 10.0f, 40.0f};
+constexpr float kPixels[] = {2.0f, 5.0f, 10.0f, 40.0f, 160.0f};
 constexpr int kFinest[] = {2, 3, 4}; // of a quality
 constexpr float kWidest = 1.26f;     // of all forms' corners, radii
-constexpr float kSteepest = 0.9995f; // radius over distance of a sphere that nearly touches the light
 constexpr float kCostCorner = 40.0f;
-constexpr float kCostPixel = 2.0f; // of both faces
+constexpr float kCostPixel = 2.0f;    // of both faces
+constexpr float kCostSorted = 400.0f; // of a sphere that is looked up
+constexpr float kCostLookup = 25.0f;  // of a pixel that is
 
 /// A circle's polygon of the same area.
 float GetCorner(int sides) {
@@ -66,16 +67,6 @@ std::vector<float> MakeTemplate(int sides) {
                                            reach * static_cast<float>(std::sin(angle)), end});
     }
     return corners;
-}
-
-void MakeAcross(const float* pAway, float* pSide, float* pUp) {
-    const float other[3] = {std::fabs(pAway[2]) < 0.9f ? 0.0f : 1.0f, 0.0f,
-                            std::fabs(pAway[2]) < 0.9f ? 1.0f : 0.0f};
-    MyVector::GetCrossedVector(pAway, other, pSide);
-    const float length = MyVector::GetNorm(pSide);
-    for (int i = 0; i < 3; ++i)
-        pSide[i] /= length;
-    MyVector::GetCrossedVector(pAway, pSide, pUp);
 }
 
 float Limited(float value, float low, float high, float other) {
@@ -123,17 +114,13 @@ float ShadowVolume_cls::GetStart(unsigned quality, bool bExact) {
 
 float ShadowVolume_cls::GetDarkness() { return Limited(GetSettings().mDarkness.mValue, 0.0f, 1.0f, 1.0f); }
 
-/// The circles at both ends, in the spheres' coordinates.
-struct ShadowVolume_cls::Ends_st {
-    float place[2][3];
-    float radius[2];
-};
-
 ShadowVolume_cls::ShadowVolume_cls(const float* pLight, float start, ShadowStencil_cls& stencil)
-    : mStencil(stencil), mStart(start), mLength(GetLength()), mFinest(kFinest[GetQuality()]) {
-    double model[16], projection[16];
+    : mStencil(stencil), mFinest(kFinest[GetQuality()]) {
+    mShape.start = start;
+    mShape.length = GetLength();
+    double projection[16];
     float viewport[4];
-    glGetDoublev(GL_MODELVIEW_MATRIX, model);
+    glGetDoublev(GL_MODELVIEW_MATRIX, mModel);
     glGetDoublev(GL_PROJECTION_MATRIX, projection);
     glGetFloatv(GL_VIEWPORT, viewport);
     mHalfScreen = 0.5f * std::max(viewport[2], viewport[3]);
@@ -142,28 +129,33 @@ ShadowVolume_cls::ShadowVolume_cls(const float* pLight, float start, ShadowStenc
         for (size_t column = 0; column < 4; ++column) {
             double sum = 0.0;
             for (size_t i = 0; i < 4; ++i)
-                sum += projection[4 * i + size_t(kRows[k])] * model[4 * column + i];
+                sum += projection[4 * i + size_t(kRows[k])] * mModel[4 * column + i];
             mClip[k][column] = static_cast<float>(sum);
         }
         mWide[k] = MyVector::GetNorm(mClip[k]);
     }
-    mbNear = pLight[3] != 0.0f;
+    const bool bNear = pLight[3] != 0.0f;
     // A direction is the way between two places.
     double there[3], light[3];
     for (int i = 0; i < 3; ++i)
-        there[i] = double(pLight[i]) + (mbNear ? 0.0 : model[12 + i]);
-    mbMade = mLength > mStart && GetPlaceDeterminant(model) != 0.0 && UnplacePoint(model, there, light);
-    if (mbMade && !mbNear) mbMade = MyVector::Normalize(light);
+        there[i] = double(pLight[i]) + (bNear ? 0.0 : mModel[12 + i]);
+    mbMade = mShape.length > mShape.start && GetPlaceDeterminant(mModel) != 0.0 &&
+             UnplacePoint(mModel, there, light);
+    if (mbMade && !bNear) mbMade = MyVector::Normalize(light);
     mbMade = mbMade && std::isfinite(light[0] + light[1] + light[2]);
     if (!mbMade) return;
-    SetAxes(light);
+    mShape.SetLight(bNear, light);
     glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
     glBindBuffer(GL_ARRAY_BUFFER, 0);
     glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
     glEnableClientState(GL_VERTEX_ARRAY);
     ShaderCtrl_cls* pShader = GLAttribute_cls::mspCShaderCtrl;
-    mbInstances =
-        Sphere_cls::HasInstances() && pShader && pShader->BeginShadows(mbNear, mLight, mStart, mLength);
+    mbInstances = Sphere_cls::HasInstances() && pShader &&
+                  pShader->BeginShadows(bNear, mShape.light, mShape.start, mShape.length);
+    if (mbInstances && !mStencil.IsShown()) {
+        mLookup.emplace(mShape, mModel);
+        if (!mLookup->IsHere()) mLookup.reset();
+    }
 }
 
 ShadowVolume_cls::~ShadowVolume_cls() {
@@ -171,38 +163,6 @@ ShadowVolume_cls::~ShadowVolume_cls() {
     Flush();
     if (mbInstances) glUseProgram(0);
     glPopClientAttrib();
-}
-
-void ShadowVolume_cls::SetAxes(double* pLight) {
-    for (int i = 0; i < 3; ++i) {
-        mLight[i] = static_cast<float>(pLight[i]);
-        mAxes[0][i] = -mLight[i];
-    }
-    if (!mbNear) MakeAcross(mAxes[0], mAxes[1], mAxes[2]);
-}
-
-// The light touches the sphere along a circle; a near one's lies before the middle.
-bool ShadowVolume_cls::GetEnds(const float* pPos, float radius, Ends_st& ends) const {
-    float away[3] = {mAxes[0][0], mAxes[0][1], mAxes[0][2]};
-    float sine = 0.0f;
-    float cosine = 1.0f;
-    if (mbNear) {
-        for (int i = 0; i < 3; ++i)
-            away[i] = pPos[i] - mLight[i];
-        const float far = MyVector::GetNorm(away);
-        if (!(far > radius)) return false;
-        for (float& a : away)
-            a /= far;
-        sine = std::min(radius / far, kSteepest);
-        cosine = std::sqrt(1.0f - sine * sine);
-    }
-    for (int end = 0; end < 2; ++end) {
-        const float way = end == 0 ? mStart : mLength;
-        for (int i = 0; i < 3; ++i)
-            ends.place[end][i] = pPos[i] + radius * (way - sine) * away[i];
-        ends.radius[end] = radius * (cosine + way * sine / cosine);
-    }
-    return true;
 }
 
 // Left, bottom, right, top, and the largest radius in pixels; false: out of sight.
@@ -253,14 +213,38 @@ int ShadowVolume_cls::GetForm(float pixels) const {
     return form;
 }
 
+float ShadowVolume_cls::GetCost(int form, const float* pBounds) const {
+    const float width = std::clamp(pBounds[2], -1.0f, 1.0f) - std::clamp(pBounds[0], -1.0f, 1.0f);
+    const float height = std::clamp(pBounds[3], -1.0f, 1.0f) - std::clamp(pBounds[1], -1.0f, 1.0f);
+    return static_cast<float>(2 * kSides[form]) * kCostCorner +
+           width * height * mHalfScreen * mHalfScreen * kCostPixel;
+}
+
 float ShadowVolume_cls::Add(const float* pPos, float radius) {
     radius = std::fabs(radius);
     Ends_st ends;
     float bounds[4];
     float pixels = 0.0f;
-    if (!mbMade || !IsDrawable(pPos, radius) || !GetEnds(pPos, radius, ends)) return 0.0f;
+    if (!mbMade || !IsDrawable(pPos, radius) || !mShape.GetEnds(pPos, radius, ends)) return 0.0f;
     if (!GetBounds(ends, bounds, &pixels)) return DrawProgress_cls::kCostVertex;
     const int form = GetForm(pixels);
+    const float cost = GetCost(form, bounds);
+    // As round as its sides make it.
+    if (mLookup && pixels < kPixels[form]) {
+        if (mLookup->mGrid.GetNumber() == 0) std::copy_n(bounds, 4, mLookupBounds);
+        for (int i = 0; i < 2; ++i) {
+            mLookupBounds[i] = std::min(mLookupBounds[i], bounds[i]);
+            mLookupBounds[2 + i] = std::max(mLookupBounds[2 + i], bounds[2 + i]);
+        }
+        mLookupSaves += cost;
+        mLookup->mGrid.Add(pPos, radius);
+        return kCostSorted;
+    }
+    AddVolume(pPos, radius, form, bounds);
+    return DrawProgress_cls::kCostVertex + cost;
+}
+
+void ShadowVolume_cls::AddVolume(const float* pPos, float radius, int form, const float* pBounds) {
     Batch_st& batch = mBatches[static_cast<size_t>(form)];
     const int capacity = mbInstances ? kCapacity : kPlainCapacity;
     if (batch.mData.empty()) batch.mData.resize(size_t(capacity) * 4);
@@ -268,17 +252,48 @@ float ShadowVolume_cls::Add(const float* pPos, float radius) {
     std::copy_n(pPos, 3, p);
     p[3] = radius;
     if (batch.mCount == capacity) FlushForm(form);
-    if (mStencil.Count(bounds[0], bounds[1], bounds[2], bounds[3])) {
-        Flush();
+    if (mStencil.Count(pBounds[0], pBounds[1], pBounds[2], pBounds[3])) {
+        FlushForms();
         mStencil.Fold();
     }
-    const float width = std::clamp(bounds[2], -1.0f, 1.0f) - std::clamp(bounds[0], -1.0f, 1.0f);
-    const float height = std::clamp(bounds[3], -1.0f, 1.0f) - std::clamp(bounds[1], -1.0f, 1.0f);
-    return DrawProgress_cls::kCostVertex + static_cast<float>(2 * kSides[form]) * kCostCorner +
-           width * height * mHalfScreen * mHalfScreen * kCostPixel;
+}
+
+void ShadowVolume_cls::AddVolume(const float* pBall) {
+    Ends_st ends;
+    float bounds[4];
+    float pixels = 0.0f;
+    if (mShape.GetEnds(pBall, pBall[3], ends) && GetBounds(ends, bounds, &pixels))
+        AddVolume(pBall, pBall[3], GetForm(pixels), bounds);
 }
 
 void ShadowVolume_cls::Flush() {
+    FlushLookup();
+    FlushForms();
+}
+
+// A look at all pixels is worth it for many.
+void ShadowVolume_cls::FlushLookup() {
+    if (!mLookup || mLookup->mGrid.GetNumber() == 0) return;
+    ShadowGrid_cls& grid = mLookup->mGrid;
+    float bounds[4];
+    for (int i = 0; i < 4; ++i)
+        bounds[i] = std::clamp(mLookupBounds[i], -1.0f, 1.0f);
+    const float pixels = (bounds[2] - bounds[0]) * (bounds[3] - bounds[1]) * mHalfScreen * mHalfScreen;
+    const size_t number = grid.GetNumber();
+    if (float(number) * kCostSorted + pixels * kCostLookup < mLookupSaves) {
+        const std::vector<size_t> large = grid.Sort();
+        if (large.size() < number) mLookup->Draw(mStencil, bounds);
+        for (const size_t i : large)
+            AddVolume(grid.GetBall(i));
+    } else {
+        for (size_t i = 0; i < number; ++i)
+            AddVolume(grid.GetBall(i));
+    }
+    grid.Clear();
+    mLookupSaves = 0.0f;
+}
+
+void ShadowVolume_cls::FlushForms() {
     for (int form = 0; form < kForms; ++form)
         FlushForm(form);
 }
@@ -298,10 +313,10 @@ void ShadowVolume_cls::FlushForm(int form) {
 void ShadowVolume_cls::DrawInstances(int form) {
     const Batch_st& batch = mBatches[static_cast<size_t>(form)];
     const std::vector<float> plain = mTemplate;
-    for (size_t k = 0; !mbNear && k < plain.size(); k += 3)
+    for (size_t k = 0; !mShape.bNear && k < plain.size(); k += 3)
         for (size_t i = 0; i < 3; ++i)
-            mTemplate[k + i] = plain[k] * mAxes[1][i] + plain[k + 1] * mAxes[2][i] +
-                               (plain[k + 2] > 0.0f ? mLength : mStart) * mAxes[0][i];
+            mTemplate[k + i] = plain[k] * mShape.axes[1][i] + plain[k + 1] * mShape.axes[2][i] +
+                               (plain[k + 2] > 0.0f ? mShape.length : mShape.start) * mShape.axes[0][i];
     if (mStencil.IsShown()) {
         glEnableClientState(GL_TEXTURE_COORD_ARRAY);
         glTexCoordPointer(1, GL_FLOAT, 3 * sizeof(float), plain.data() + 2);
@@ -325,12 +340,13 @@ void ShadowVolume_cls::DrawPlain(int form) {
     for (int n = 0; n < batch.mCount; ++n) {
         const float* p = batch.mData.data() + static_cast<ptrdiff_t>(n) * 4;
         Ends_st ends;
-        GetEnds(p, p[3], ends);
+        mShape.GetEnds(p, p[3], ends);
         float side[3], up[3], away[3];
         for (int i = 0; i < 3; ++i)
-            away[i] =
-                mbNear ? (ends.place[1][i] - ends.place[0][i]) / ((mLength - mStart) * p[3]) : mAxes[0][i];
-        MakeAcross(away, side, up);
+            away[i] = mShape.bNear
+                          ? (ends.place[1][i] - ends.place[0][i]) / ((mShape.length - mShape.start) * p[3])
+                          : mShape.axes[0][i];
+        ShadowShape_st::MakeAcross(away, side, up);
         for (size_t k = 0; k < mTemplate.size(); k += 3) {
             const int end = mTemplate[k + 2] > 0.0f ? 1 : 0;
             for (int i = 0; i < 3; ++i)

@@ -1,15 +1,19 @@
-// The shadows that spheres throw, as closed volumes: a cylinder along the light's direction, or the part of a
-// cone behind a light that stands near. They go out as instances of one cylinder, into the stencil that
-// ShadowStencil_cls has set up.
+// The shadows that spheres throw, as closed volumes (ShadowShape_st). They go out as instances of one
+// cylinder, into the stencil that ShadowStencil_cls has set up. Where they are many and too small for their
+// sides to be told, each pixel is looked up among them instead, which takes a small part of the time.
 #pragma once
 
 #include <array>
+#include <optional>
 #include <vector>
 
 #include <wx/string.h>
 
 #include "CONFITEM/clsConfItem.h"
 #include "CONFITEM/clsConfItemList.h"
+
+#include "GL/DRAW/ShadowShape.h"
+#include "GL/DRAW/clsShadowLookup.h"
 
 class ShadowStencil_cls;
 
@@ -61,28 +65,28 @@ public:
 
 private:
     static constexpr int kForms = 5; ///< numbers of sides
-    struct Ends_st;
+    using Ends_st = ShadowShape_st::Ends_st;
     struct Batch_st {
         std::vector<float> mData;
         int mCount = 0;
     };
 
-    void SetAxes(double* pLight);
-    bool GetEnds(const float* pPos, float radius, Ends_st& ends) const;
     bool GetBounds(const Ends_st& ends, float* pBounds, float* pPixels) const;
     int GetForm(float pixels) const;
+    float GetCost(int form, const float* pBounds) const;
+    void AddVolume(const float* pPos, float radius, int form, const float* pBounds);
+    void AddVolume(const float* pBall);
+    void FlushLookup();
+    void FlushForms();
     void FlushForm(int form);
     void DrawInstances(int form);
     void DrawPlain(int form);
 
     ShadowStencil_cls& mStencil;
     bool mbMade = false;
-    bool mbInstances = false;    ///< else corners are worked out here
-    bool mbNear = false;         ///< the light has a place
-    float mLight[3] = {0, 0, 0}; ///< of the spheres' coordinates: place, or direction of length 1
-    float mAxes[3][3] = {};      ///< of a far light: away from it, and across
-    float mStart;
-    float mLength;
+    bool mbInstances = false; ///< else corners are worked out here
+    ShadowShape_st mShape;
+    double mModel[16]; ///< matrix from the spheres to the eye
     int mFinest;
     float mClip[3][4];        ///< rows that lead to x, y and w of the screen
     float mWide[3];           ///< lengths of their first three numbers
@@ -90,4 +94,7 @@ private:
     std::array<Batch_st, kForms> mBatches;
     std::vector<float> mTemplate; ///< corners of the form drawn
     std::vector<float> mCorners;  ///< of many volumes
+    std::optional<ShadowLookup_cls> mLookup;
+    float mLookupBounds[4];    ///< of what is gathered for it
+    float mLookupSaves = 0.0f; ///< what that costs as volumes, ns
 };

@@ -83,8 +83,8 @@ ViewScale_cls::ViewScale_cls() {
     const bool bDeep = bPerspective ? p[14] < 0.0f : p[10] < 0.0f; // what is farther has the larger depth
     float window[2];
     glGetFloatv(GL_DEPTH_RANGE, window);
-    mbPlain = IsSimilarity(mModel, &mRays.modelScale) && bStraight && (bPerspective || bParallel) && bDeep &&
-              window[0] < window[1];
+    mbRays = bStraight && (bPerspective || bParallel) && bDeep && window[0] < window[1];
+    mbPlain = IsSimilarity(mModel, &mRays.modelScale) && mbRays;
     mRays.bPerspective = bPerspective;
     for (int axis = 0; axis < 2; ++axis) {
         // On the picture plane: window coordinate = (plane - offset) / scale.

@@ -14,6 +14,8 @@ public:
     /// Projection and model-view matrix have the forms that the silhouette below is exact for: a centred or
     /// shifted perspective or parallel view, and turns, shifts and one scale.
     bool IsPlain() const { return mbPlain; }
+    /// The projection alone has such a form, and GetRays holds for it.
+    bool HasRays() const { return mbRays; }
     const ShaderCtrl_cls::Rays_st& GetRays() const { return mRays; }
 
     /// Pixels that something of this radius (data units) covers at most.
@@ -51,5 +53,6 @@ private:
     float mPixels = 1.0f; ///< of a length of 1 at depth 1
     float mScreen = 1.0f; ///< pixels of the screen
     bool mbPlain = false;
+    bool mbRays = false;
     ShaderCtrl_cls::Rays_st mRays;
 };

@@ -94,10 +94,12 @@ void CameraPathGUI_cls::SetMNumAdv() {
     SharedView_cls& shared = mCtrl.mShared;
     mpCAdvanced = new MultiInputPanel_cls(this, kLabelWidth);
     MultiInputPanel_cls& panel = *mpCAdvanced;
-    const int colors = AddColorCurve(panel, _("Colors"), shared.mspCClrCurveBG.get(),
-                                     _("Behind the scene, around the picture and of tags, for all views"));
+    const int colors =
+        AddColorCurve(panel, _("Colors"), shared.mspCClrCurveBG.get(),
+                      _("Behind the scene, around the picture and of tags, for all views"), true);
     for (const auto* pCurve : {&shared.mspCClrCurveOut, &shared.mspCClrCurveTag}) {
         auto* button = new ColorCurveBtn_cls(&panel, pCurve->get());
+        if (pCurve == &shared.mspCClrCurveOut) button->ShowOpaque();
         panel.AddWindowTo(colors, button);
         panel.AddRefresh(colors, [button] { button->RefreshIfChanged(); });
     }

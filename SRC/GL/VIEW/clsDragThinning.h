@@ -20,4 +20,6 @@ public:
 private:
     bool mbActive = false;
     int mFactor = 1;
+    double mLastMillis = 0.0, mLastFactor = 1.0; ///< of the paint before
+    double mRest = 0.0;                          ///< ms of a paint beside the particles, as far as is known
 };
