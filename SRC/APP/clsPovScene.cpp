@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
 
 #include <wx/intl.h>
 
@@ -53,7 +54,7 @@ PovScene_cls::PovScene_cls(Main_cls& main, MainGLCanvas_cls* pCanvas, int eye)
       mText(main.mpCPovRayCtrl->GetTextOptions()) {
     TakeParticles();
     TakeCopies();
-    if (mpCParticles) mText.SetDecimals(mpCParticles->GetDecimals());
+    if (mpCParticles) mText.SetDecimals(mpCParticles->GetDecimals(mStickRadius));
 }
 
 PovScene_cls::~PovScene_cls() = default;
@@ -71,8 +72,18 @@ void PovScene_cls::TakeParticles() {
     GLAttribute_cls* const* const attributes = GLSequence_cls::Of(sequence).mpCGLAttribute;
     mpCParticles = std::make_unique<PovParticles_cls>(
         *snap, attributes, PovParticles_cls::GetDrawnList(attributes), mText.GetOptions());
-    for (const FilterStick_cls* stick : mFilters.GetObject().GetVpCSticks())
-        mStickLists += stick->GetSticks().mbValid ? 1 : 0;
+    TakeSticks();
+}
+
+// A list may be another frame's still.
+void PovScene_cls::TakeSticks() {
+    for (const FilterStick_cls* stick : mFilters.GetObject().GetVpCSticks()) {
+        if (!stick->GetSticks().Fits(mpCSnap->mNumber)) continue;
+        const float radius = std::fabs(stick->GetPCData()->mCStickRadius.mValue);
+        if (mStickLists == 0 || radius < mStickRadius) mStickRadius = radius;
+        mSticks += static_cast<double>(stick->GetSticks().GetNumber());
+        ++mStickLists;
+    }
 }
 
 // As views do: a number that the user doesn't want counts as no copies at all.
@@ -82,14 +93,23 @@ void PovScene_cls::TakeCopies() {
     if (mpCCopies) mCopies = mpCCopies->GetNumber();
 }
 
-// POV-Ray keeps a copy of every sphere for each place that it is referred from.
+// POV-Ray keeps a copy of every sphere and stick for each place that it is referred from, but a mesh once.
+double PovScene_cls::GetPovBytes(double enough) const {
+    constexpr double kBytesOfStick = 2460.0;
+    constexpr double kBytesOfTriangle = 220.0;
+    const auto copies = static_cast<double>(std::max(mCopies, 1LL));
+    const double bytes = static_cast<double>(mFilters.GetObject().GetPovTriangles()) * kBytesOfTriangle +
+                         mSticks * copies * kBytesOfStick;
+    if (!mpCParticles) return bytes;
+    return bytes + copies * mpCParticles->GetPovBytes((enough - bytes) / copies);
+}
+
 bool PovScene_cls::ConfirmMemory() const {
     constexpr double kShare = 0.8;
     constexpr double kGigabyte = 1073741824.0;
     static double sAllowed = 0.0; // asked about once
-    const double bytes =
-        mpCParticles ? mpCParticles->GetPovBytes() * static_cast<double>(std::max(mCopies, 1LL)) : 0.0;
     const double machine = GetMachineBytes();
+    const double bytes = GetPovBytes(kShare * machine);
     if (bytes <= kShare * machine || bytes <= sAllowed) return true;
     const wxString text = wxString::Format(
         _("POV-Ray will need about %.1f GB of memory for this scene; this machine has %.1f GB."),
@@ -156,6 +176,7 @@ std::string PovScene_cls::GetStrPovBackground() const {
         return fogText;
     float color[4];
     mMain.mpCFrameMain->GetPCSharedView()->mspCClrCurveBG->GetColor4fScaled(color, 0.0f);
+    if (fog) fog->MixClearColor(mTime, color); // it has no density
     return PovSerialize_cls::PovOut3f("background {rgb ", color, 4) + "}\n";
 }
 
@@ -163,9 +184,9 @@ void PovScene_cls::AppendData(std::string* pText) const {
     mpCParticles->Append(pText, mText);
     bool bAgain = false;
     for (FilterStick_cls* stick : mFilters.GetObject().GetVpCSticks()) {
-        if (!stick->GetSticks().mbValid) continue;
+        if (!stick->GetSticks().Fits(mpCSnap->mNumber)) continue;
         *pText += stick->GetStrPovCylinderMacro(mText);
-        stick->GetStrPovSticksRef(pText, mpCSnap->mpPos, mText, bAgain);
+        stick->GetStrPovSticksRef(pText, mpCSnap->mpPos, mpCSnap->mStep, mText, bAgain);
         bAgain = true;
     }
 }
@@ -231,6 +252,17 @@ std::string PovScene_cls::InDataBox(const WRITE& write) {
 bool PovScene_cls::OutputPovRayPov(const wxString& povPath, const wxString& includeName,
                                    const wxString& commonScenePath) {
     if (!ConfirmMemory()) return false;
+    try {
+        return WriteFrame(povPath, includeName, commonScenePath);
+    } catch (const std::bad_alloc&) {
+        Notice("pov-ray", wxString::Format(_("%s could not be written: %s."), povPath,
+                                           _("there is not enough memory for it")));
+        return false;
+    }
+}
+
+bool PovScene_cls::WriteFrame(const wxString& povPath, const wxString& includeName,
+                              const wxString& commonScenePath) {
     const PovCamera_st camera = GetCamera();
     std::string text = mMain.mpCPovRayCtrl->GetStrPovGlobal().utf8_string();
     text += GetStrPovLikeView();

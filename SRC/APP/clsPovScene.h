@@ -37,7 +37,9 @@ public:
 
 private:
     void TakeParticles();
+    void TakeSticks();
     void TakeCopies();
+    double GetPovBytes(double enough) const;
     bool ConfirmMemory() const;
     PovCamera_st GetCamera() const;
     double GetAmbientLight() const;
@@ -46,6 +48,7 @@ private:
     /// Particles and sticks, declared.
     void AppendData(std::string* pText) const;
     bool OutputPovRayCommonScene(const wxString& path);
+    bool WriteFrame(const wxString& povPath, const wxString& includeName, const wxString& commonScenePath);
     bool AppendDataReference(std::string* pText, const wxString& includeName, const wxString& path);
     std::string GetStrPovCopyLoopRef();
     std::string GetStrPovCopyLoopRefObject();
@@ -62,6 +65,8 @@ private:
     SnapData_cls* mpCSnap = nullptr;                ///< null: there is no frame of the data
     std::unique_ptr<PovParticles_cls> mpCParticles; ///< null: as above
     int mStickLists = 0;                            ///< that are declared
+    double mSticks = 0.0;                           ///< in all of them
+    float mStickRadius = 0.0f;                      ///< the smallest of theirs
     const FilterCopy_cls* mpCCopies = nullptr;      ///< null: the data stand there once
     long long mCopies = 1;
 };

@@ -1,4 +1,5 @@
 // Sticks as text of a scene for POV-Ray.
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstring>
@@ -31,14 +32,16 @@ size_t GetCoordString(const float* place, int decimals, char* pText) {
 
 class SlicesWriter_cls {
 public:
-    SlicesWriter_cls(const PovObjectSticks_cls& sticks, const float (*pPos)[3], int decimals)
-        : mSticks(sticks), mpPos(pPos), mDecimals(decimals), mbWeights(!sticks.IsConstantFactor()) {}
+    SlicesWriter_cls(const PovObjectSticks_cls& sticks, const float (*pPos)[3], unsigned step, int decimals)
+        : mSticks(sticks), mpPos(pPos), mStep(step), mDecimals(decimals),
+          mbWeights(!sticks.IsConstantFactor()) {}
 
     void Write(size_t first, size_t end, Slice_t* pSlice) const {
         for (size_t k = first; k < end; ++k) {
             const PovObjectSticks_cls::Crossing_st way = mSticks.GetCrossing(k);
             const unsigned mask = way.first | way.second;
-            if (mask < kMasks) Add(k, &(*pSlice)[mask]);
+            const bool bThere = mSticks.mvIndexA[k] % mStep == 0 && mSticks.mvIndexB[k] % mStep == 0;
+            if (mask < kMasks && bThere) Add(k, &(*pSlice)[mask]);
         }
     }
 
@@ -64,17 +67,18 @@ private:
 
     const PovObjectSticks_cls& mSticks;
     const float (*mpPos)[3];
+    const unsigned mStep;
     const int mDecimals;
     const bool mbWeights;
 };
 
 } // namespace
 
-void PovObjectSticks_cls::AppendPovSticks(std::string* pText, const float (*pPos)[3], int decimals,
+void PovObjectSticks_cls::AppendPovSticks(std::string* pText, const float (*pPos)[3], int step, int decimals,
                                           bool bAgain) const {
     if (!mbValid) return;
     const size_t number = GetNumber();
-    const SlicesWriter_cls writer(*this, pPos, decimals);
+    const SlicesWriter_cls writer(*this, pPos, static_cast<unsigned>(std::max(step, 1)), decimals);
     Slice_t slices[kSlices];
     const auto write = [&](int k) {
         const auto slice = static_cast<size_t>(k);

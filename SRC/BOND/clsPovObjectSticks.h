@@ -24,6 +24,8 @@ public:
     bool IsConstantFactor() const { return mbConstantFactor; }
     /// Does the list fit so many particles? Without a snapshot (`pCount` null) it doesn't.
     void CheckValidity(const int* pCount);
+    /// Was it last found to fit so many? A list may be that of another frame than the snapshot.
+    bool Fits(int count) const { return mbValid && mCheckedCount == count; }
     /// Offsets of the crossing masks. Lists that were calculated across faces join copies of the data, whose
     /// places they follow; others have their own rule, see StickCell_st.
     void SetPPeriodicBoundary(const StickCell_st& cell);
@@ -61,10 +63,11 @@ public:
     }
 
     /// For a scene for POV-Ray: STICKS0 to STICKS7, the sticks of each crossing mask as calls of the macro
-    /// CY, where they stand at `pPos`, with so many decimals. Sticks without a length are left out. With
-    /// `bAgain` those names are declared already, and keep what they have. Nothing while the list isn't
-    /// valid.
-    void AppendPovSticks(std::string* pText, const float (*pPos)[3], int decimals, bool bAgain) const;
+    /// CY, where they stand at `pPos`, with so many decimals. Sticks without a length are left out, and those
+    /// of particles between every `step`-th. With `bAgain` those names are declared already, and keep what
+    /// they have. Nothing while the list isn't valid.
+    void AppendPovSticks(std::string* pText, const float (*pPos)[3], int step, int decimals,
+                         bool bAgain) const;
 
     float maOffset[8][3] = {}; ///< of each crossing mask
     static const std::array<float, kCircle> maCircleCos;

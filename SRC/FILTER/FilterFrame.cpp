@@ -49,16 +49,15 @@ void FilterPlacement_st::Transform(float* p) const {
 
 std::string FilterPlacement_st::GetStrPovMatrix(int decimals) const {
     using Text = PovSerialize_cls;
-    std::string text = "\tmatrix<";
+    double rows[3][3] = {};
     for (int axis = 0; axis < 3; ++axis) {
-        double v[3] = {0, 0, 0};
+        double(&v)[3] = rows[axis];
         v[axis] = mScale[axis];
         MyVector::Rotate(v, mAngles[1], 1);
         MyVector::Rotate(v, mAngles[0], 0);
         MyVector::Rotate(v, mAngles[2], 2);
-        for (const double x : v)
-            text += Text::PovOutF(x, decimals) + ",";
     }
+    std::string text = Text::PovOutRows("\tmatrix<", rows, decimals);
     for (int i = 0; i < 3; ++i)
         text += Text::PovOutF(mPlace[i], decimals) + (i < 2 ? "," : ">\n");
     return text;

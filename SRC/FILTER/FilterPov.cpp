@@ -29,24 +29,31 @@ PovText_cls::Surface_st SurfaceOf(const FilterObjectData_cls& data) {
         data.mvpCColorCurve[k]->GetColor4fNormal(surface.mColors[k], 0.0f);
     data.mCTexture.GetAlphaInfo(surface.mColors);
     surface.mFinish = data.mCTexture.GetStrPovFinishOptions();
+    surface.mNormal = data.mCTexture.GetStrPovNormal();
     surface.mbFiltered = data.mCTexture.mCTransmitType.mValue == SceneObjTexture_cls::TRANSMIT_FILTERED;
     return surface;
 }
 
 } // namespace
 
-void FilterObject_cls::AppendPovInclude(std::string* pText, const PovText_cls& pov,
-                                        std::set<std::string>* pUsed) {
-    if (GetPCData()->mCObjectType.mValue == FilterObjectData_cls::IMPORT)
-        mMesh.AppendPovInclude(pText, pov, pUsed);
+bool FilterObject_cls::HasPovMesh() const {
+    const FilterObjectData_cls& data = *GetPCData();
+    return data.mCValid.mValue && data.mCObjectType.mValue == FilterObjectData_cls::IMPORT;
 }
 
+void FilterObject_cls::AppendPovInclude(std::string* pText, const PovText_cls& pov,
+                                        std::set<std::string>* pUsed) {
+    if (HasPovMesh()) mMesh.AppendPovInclude(pText, pov, pUsed);
+}
+
+size_t FilterObject_cls::GetPovTriangles() const { return HasPovMesh() ? mMesh.GetTriangleNumber() : 0; }
+
 std::string FilterObject_cls::GetStrPovMatrix() const {
-    std::string text = "\tmatrix<";
-    for (const ConfItemFLOATARRAY_cls& column : GetPCData()->mCArrayVector)
-        for (int row = 0; row < 3; ++row)
-            text += Text::PovOutF(double(column.mValue[row])) + ",";
-    return text + "0,0,0>";
+    double rows[3][3];
+    for (int k = 0; k < 3; ++k)
+        for (int i = 0; i < 3; ++i)
+            rows[k][i] = double(GetPCData()->mCArrayVector[k].mValue[i]);
+    return Text::PovOutRows("\tmatrix<", rows, 6) + "0,0,0>";
 }
 
 std::string FilterObject_cls::GetStrPovRealObject(double time, const std::string& extra, bool bPerCopy,
@@ -55,12 +62,13 @@ std::string FilterObject_cls::GetStrPovRealObject(double time, const std::string
     const unsigned type = data.mCObjectType.mValue;
     if (!data.mCValid.mValue || type > FilterObjectData_cls::IMPORT) return std::string();
     if ((type == FilterObjectData_cls::IMPORT) != bPerCopy) return std::string();
-    std::string text = bPerCopy ? "object {\n\t" + mMesh.mStrPovName + "\n" + GetStrPovMatrix() + "\n"
-                                : indent + OpeningOf(type) + "\n";
+    std::string text = data.mCTexture.GetStrPovFunction();
+    text += bPerCopy ? "object {\n\t" + mMesh.mStrPovName + "\n" + GetStrPovMatrix() + "\n"
+                     : indent + OpeningOf(type) + "\n";
     text += pov.GetStrPovTextureColor(indent + "\t", SurfaceOf(data));
     const std::string interior = data.mCTexture.GetStrPovInteriorOptions();
     if (!interior.empty()) text += indent + "\tinterior {" + interior + "}\n";
-    text += data.mCTexture.GetStrPovNormal();
+    if (pov.GetOptions().mbFastColoring) text += data.mCTexture.GetStrPovNormal();
     text += pov.GetStrPovPhotonSetting(1.0, double(data.mCTexture.mCReflectMin.mValue),
                                        double(data.mCTexture.mCReflectMax.mValue), false);
     text += data.GetStrPovModelview(time, indent, pov.GetDecimals(4));
@@ -74,7 +82,8 @@ std::string FilterStick_cls::GetStrPovCylinderMacro(const PovText_cls& pov) cons
     float colors[3][4];
     data.mCTexture.GetAlphaInfo(colors);
     const std::string alpha = Text::PovOutF(double(colors[0][3]));
-    std::string text = bWeights ? "#macro CY(VPos0,VPos1,Factor)\n" : "#macro CY(VPos0,VPos1)\n";
+    std::string text = data.mCTexture.GetStrPovFunction();
+    text += bWeights ? "#macro CY(VPos0,VPos1,Factor)\n" : "#macro CY(VPos0,VPos1)\n";
     text += "cylinder{ VPos0,VPos1," + Text::PovOutF(double(data.mCStickRadius.mValue), pov.GetDecimals(6)) +
             " open\n\ttexture {\n";
     text += bWeights ? "\t\tpigment {rgbt <1,1,1,1-" + alpha + "*Factor>}\n"
@@ -86,9 +95,9 @@ std::string FilterStick_cls::GetStrPovCylinderMacro(const PovText_cls& pov) cons
     return text + "\t}\n\tinterior {" + data.mCTexture.GetStrPovInteriorOptions() + "}\n}\n#end\n";
 }
 
-void FilterStick_cls::GetStrPovSticksRef(std::string* pText, const float (*pPos)[3], const PovText_cls& pov,
-                                         bool bAgain) const {
-    if (GetPCData()->mCValid.mValue) mSticks.AppendPovSticks(pText, pPos, pov.GetDecimals(3), bAgain);
+void FilterStick_cls::GetStrPovSticksRef(std::string* pText, const float (*pPos)[3], int step,
+                                         const PovText_cls& pov, bool bAgain) const {
+    if (GetPCData()->mCValid.mValue) mSticks.AppendPovSticks(pText, pPos, step, pov.GetDecimals(3), bAgain);
 }
 
 void FilterCtrl_cls::AppendPovInclude(std::string* pText, const PovText_cls& pov) {
@@ -96,6 +105,14 @@ void FilterCtrl_cls::AppendPovInclude(std::string* pText, const PovText_cls& pov
     for (const auto& filter : mlpCFilter)
         if (filter->GetType() == FILTER_OBJECT)
             static_cast<FilterObject_cls&>(*filter).AppendPovInclude(pText, pov, &used);
+}
+
+size_t FilterCtrl_cls::GetPovTriangles() const {
+    size_t triangles = 0;
+    for (const auto& filter : mlpCFilter)
+        if (filter->GetType() == FILTER_OBJECT)
+            triangles += static_cast<const FilterObject_cls&>(*filter).GetPovTriangles();
+    return triangles;
 }
 
 std::string FilterCtrl_cls::GetStrPovRealObject(double time, bool bPerCopy, const std::string& extra,

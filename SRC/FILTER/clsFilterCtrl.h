@@ -103,6 +103,8 @@ public:
     // Of a scene for POV-Ray.
     /// The meshes of its objects (FilterObject_cls::AppendPovInclude).
     void AppendPovInclude(std::string* pText, const PovText_cls& pov);
+    /// Triangles of those meshes.
+    size_t GetPovTriangles() const;
     /// All objects of one pass (FilterObject_cls::GetStrPovRealObject).
     std::string GetStrPovRealObject(double time, bool bPerCopy, const std::string& extra,
                                     const PovText_cls& pov) const;

@@ -41,13 +41,20 @@ FilterFogData_cls::Values_st FilterFogData_cls::GetValues(double time) const {
 }
 
 void FilterFog_cls::SetGLClearColor(double time, const float* background) const {
+    if (!GetPCData()->mCValid.mValue) return;
+    float color[3] = {background[0], background[1], background[2]};
+    MixClearColor(time, color);
+    glClearColor(color[0], color[1], color[2], 1.0f);
+}
+
+void FilterFog_cls::MixClearColor(double time, float* pBackground) const {
     const FilterFogData_cls& data = *GetPCData();
     if (!data.mCValid.mValue) return;
     const FilterFogData_cls::Values_st fog = data.GetValues(time);
     // The background's red stands for all three.
-    const float rest = (1.0f - fog.mAlpha) * background[0];
-    glClearColor(fog.mColor[0] * fog.mAlpha + rest, fog.mColor[1] * fog.mAlpha + rest,
-                 fog.mColor[2] * fog.mAlpha + rest, 1.0f);
+    const float rest = (1.0f - fog.mAlpha) * pBackground[0];
+    for (int i = 0; i < 3; ++i)
+        pBackground[i] = fog.mColor[i] * fog.mAlpha + rest;
 }
 
 void FilterFog_cls::SetGLFog(double time) const {

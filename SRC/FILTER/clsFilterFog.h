@@ -36,6 +36,10 @@ public:
     /// Background and fog of a scene for POV-Ray, whose fog is of one kind; empty without density.
     std::string GetStrPovFog(double time) const;
 
+    /// The colour behind everything, from that of the background: RGB, which stays while the filter isn't
+    /// valid.
+    void MixClearColor(double time, float* pBackground) const;
+
     // Both do nothing while the filter isn't valid, and need a current OpenGL context.
 
     /// The clear colour, from that of the background.

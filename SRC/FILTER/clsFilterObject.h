@@ -43,12 +43,15 @@ public:
     // Of a scene for POV-Ray.
     /// A mesh's declaration (PovObjectMesh_cls::AppendPovInclude); nothing for the simple shapes.
     void AppendPovInclude(std::string* pText, const PovText_cls& pov, std::set<std::string>* pUsed);
+    /// Triangles of that.
+    size_t GetPovTriangles() const;
     /// The thing itself, as GLDrawRealObject tells what is repeated. `extra` is the transform of a copy,
     /// empty for none.
     std::string GetStrPovRealObject(double time, const std::string& extra, bool bPerCopy,
                                     const std::string& indent, const PovText_cls& pov) const;
 
 private:
+    bool HasPovMesh() const;
     std::string GetStrPovMatrix() const;
     void SetMaterial() const;
     void DrawShape() const;

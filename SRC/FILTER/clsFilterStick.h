@@ -65,7 +65,7 @@ public:
     // Of a scene for POV-Ray: the macro of a stick, and what was prepared
     // (PovObjectSticks_cls::AppendPovSticks).
     std::string GetStrPovCylinderMacro(const PovText_cls& pov) const;
-    void GetStrPovSticksRef(std::string* pText, const float (*pPos)[3], const PovText_cls& pov,
+    void GetStrPovSticksRef(std::string* pText, const float (*pPos)[3], int step, const PovText_cls& pov,
                             bool bAgain) const;
     /// What was prepared last.
     const PovObjectSticks_cls& GetSticks() const { return mSticks; }

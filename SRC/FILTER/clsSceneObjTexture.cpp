@@ -16,6 +16,7 @@ const char* const kPatterns[] = {"no normal pattern",
                                  "facets",
                                  "marble",
                                  "function { f_ridged_mf(x, y, z, 0.07, 2.2,  7, 0.6, 0.9, 1) }"};
+constexpr unsigned kRidged = 11;
 
 template <class ITEM>
 void AddLayers(ConfItemList_cls* pList, ITEM (&items)[SceneObjTexture_cls::kLayers], const char* pWord,
@@ -55,6 +56,16 @@ std::string SceneObjTexture_cls::GetStrPovFinishOptions() const {
            PovOutF(double(mCReflectMax.mValue)) + "}";
 }
 
+bool SceneObjTexture_cls::HasPattern(int layer) const {
+    return mCNormalPattern[layer].mValue > 0 && mCNormalPattern[layer].mValue < std::size(kPatterns);
+}
+
+std::string SceneObjTexture_cls::GetStrPovFunction() const {
+    const bool bRidged = mCNormalPattern[0].mValue == kRidged || mCNormalPattern[1].mValue == kRidged;
+    if (!bRidged) return std::string();
+    return "#ifndef (f_ridged_mf)\n#declare f_ridged_mf = function { internal(59) }\n#end\n";
+}
+
 std::string SceneObjTexture_cls::GetStrPovNormalBase(int layer) const {
     const float scale = mCNormalScale[layer].mValue;
     const float scales[3] = {scale, scale, scale};
@@ -64,11 +75,9 @@ std::string SceneObjTexture_cls::GetStrPovNormalBase(int layer) const {
 }
 
 std::string SceneObjTexture_cls::GetStrPovNormal() const {
-    const auto isSet = [this](int layer) {
-        return mCNormalPattern[layer].mValue > 0 && mCNormalPattern[layer].mValue < std::size(kPatterns);
-    };
-    if (!isSet(0) && !isSet(1)) return std::string();
-    if (isSet(0) != isSet(1)) return "\tnormal {" + GetStrPovNormalBase(isSet(0) ? 0 : 1) + " }\n";
+    const bool bFirst = HasPattern(0);
+    if (!bFirst && !HasPattern(1)) return std::string();
+    if (bFirst != HasPattern(1)) return "\tnormal {" + GetStrPovNormalBase(bFirst ? 0 : 1) + " }\n";
     std::string text = "\tnormal {\n\t\taverage\n\t\t\tnormal_map {\n";
     for (int layer = 0; layer < kLayers; ++layer)
         text += "\t\t\t [ 1.00 " + GetStrPovNormalBase(layer) + " ]\n";

@@ -25,6 +25,8 @@ public:
     std::string GetStrPovFinishOptions() const;
     /// The block of bumps, on lines of its own.
     std::string GetStrPovNormal() const;
+    /// What must stand in front of a scene for that block.
+    std::string GetStrPovFunction() const;
 
     ConfItemUINT_cls mCShaderType; ///< original, Gouraud, Phong, toon
     ConfItemINT_cls mCShininess;
@@ -40,5 +42,6 @@ public:
     TexPropertyCtrl_cls* mpCDialogLink = nullptr; ///< edits this right now
 
 private:
+    bool HasPattern(int layer) const;
     std::string GetStrPovNormalBase(int layer) const;
 };

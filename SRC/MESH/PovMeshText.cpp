@@ -111,17 +111,29 @@ void AppendMesh2Blocks(std::string* pText, const PovMeshArrays_st& mesh, int mor
     AppendBlocks(pText, mesh, std::min(kVertexDecimals + moreDecimals, kMostDecimals));
 }
 
+// POV-Ray stops at a damaged file, which may be good enough for a view, and reads plain names alone.
+bool PovObjectMesh_cls::MayBeIncluded(const std::string& file) const {
+    const auto isPlain = [](char c) { return c >= ' ' && c <= '~' && c != '"' && c != '\\'; };
+    const auto isOfName = [](char c) {
+        return c == '_' || (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+    };
+    const std::string name = mName.utf8_string();
+    return !mvFaceVertex.empty() && mbWhole && mCurrentPath.Lower().EndsWith(".pov") && !name.empty() &&
+           std::all_of(name.begin(), name.end(), isOfName) && std::all_of(file.begin(), file.end(), isPlain);
+}
+
 void PovObjectMesh_cls::AppendPovInclude(std::string* pText, const PovText_cls& pov,
                                          std::set<std::string>* pUsed) {
     const std::string kName = "MESH_OBJECT";
-    const bool bIncluded = !mvFaceVertex.empty() && mCurrentPath.Lower().EndsWith(".pov") && !mName.empty();
+    const std::string file = pov.GetStrRelativePath(mCurrentPath);
+    const bool bIncluded = MayBeIncluded(file);
     const std::string declared = bIncluded ? mName.utf8_string() : kName;
     std::string name = declared;
     for (int k = 2; pUsed->count(name) > 0; ++k)
         name = kName + std::to_string(k);
     pUsed->insert(name);
     if (bIncluded) {
-        *pText += "#include \"" + pov.GetStrRelativePath(mCurrentPath) + "\"\n";
+        *pText += "#include \"" + file + "\"\n";
         // Another file may declare its mesh by the same name.
         if (name != declared) *pText += "#declare " + name + "=object{" + declared + "};\n";
     } else if (mvFaceVertex.empty())

@@ -85,6 +85,7 @@ wxString PovObjectMesh_cls::ReadMeshFromFile(const wxString& path, const std::at
                                 path);
     ClearArrays();
     const wxString reason = ReadInto(path, KindOf(path), this, pStop);
+    mbWhole = reason.empty();
     if (pStop && *pStop) {
         ClearMesh();
         return wxString();

@@ -60,11 +60,13 @@ public:
     MeshFloats mvNormal;       ///< x y z, of the length that the file has
     wxString mCurrentPath;     ///< of the file that was read last
     wxString mName;            ///< that its own file declares it by, when that is a scene's
+    bool mbWhole = true;       ///< nothing was wrong with that file
     std::string mStrPovName;   ///< that the last scene has it by
     long long mBufferSize = 0; ///< bytes of that file
 
 private:
     void ClearArrays();
+    bool MayBeIncluded(const std::string& file) const;
 
     uint64_t mContent;
     std::shared_ptr<MeshCorners_st> mpCorners;

@@ -83,8 +83,8 @@ void PovRayCtrl_cls::ChangeSettings(const std::function<void()>& change) {
 
 void PovRayCtrl_cls::ResetOwnSettings() {
     mDigits.mValue = 0;
-    mColorByParticle.mValue = mGroupMaterials.mValue = mKeepFirstPretrace.mValue = false;
-    mLikeView.mValue = true;
+    for (ConfItemBOOL_cls* item : {&mColorByParticle, &mGroupMaterials, &mLikeView, &mKeepFirstPretrace})
+        item->mValue = false;
 }
 
 wxString PovRayCtrl_cls::Serialize() {

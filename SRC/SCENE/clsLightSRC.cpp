@@ -171,6 +171,7 @@ void LightSRC_cls::RepairItems() {
     Repair(list, mCFadeDistance, 0.0f, 1e30f);
     Repair(list, mCLightAreaSize, 0.0f, 1e30f);
     mCSpotAngle.mValue = std::clamp(mCSpotAngle.mValue, 0, kMaxSpotAngle);
+    mCLightAreaQuality.mValue = std::clamp(mCLightAreaQuality.mValue, 1u, kMaxAreaQuality);
 }
 
 void LightSRC_cls::ReadStrLine(std::wistream& stream, const wxString& line) {

@@ -69,7 +69,8 @@ public:
     ConfItemBOOL_cls mCCastShadow;
     ConfItemBOOL_cls mCLightArea; ///< this and the next two matter to a ray tracer only
     ConfItemFLOAT_cls mCLightAreaSize;
-    ConfItemUINT_cls mCLightAreaQuality;
+    static constexpr unsigned kMaxAreaQuality = 100;
+    ConfItemUINT_cls mCLightAreaQuality; ///< lamps along a side, 1 to kMaxAreaQuality
     /// Place and rotation are the camera's: x is its front, y its left, z its up. Rotation 0 is a lamp
     /// on the camera.
     ConfItemTick_cls mCFollowsCamera;

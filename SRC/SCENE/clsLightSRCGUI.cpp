@@ -24,7 +24,6 @@ constexpr int kIconSize = 24;
 constexpr int kListWidth = 130;
 constexpr int kLabelWidth = 110;
 constexpr int kPanelWidth = 470;
-constexpr int kMaxQuality = 100;
 enum Icon { ICON_LIGHT, ICON_SPOT };
 
 } // namespace
@@ -108,7 +107,8 @@ void LightSRCGUI_cls::SetMNumParam(LightSRC_cls& light) {
                    _("Soft shadows.\nActs in POV-Ray pictures only."));
     const int area = panel.AddNumber(_("Size/Quality"), &light.mCLightAreaSize.mValue, 1,
                                      RangeSpec(0, 1000, 0.01), _("Width and height of the area"));
-    panel.AddNumberTo(area, &light.mCLightAreaQuality.mValue, IntegerSpec(1, kMaxQuality),
+    panel.AddNumberTo(area, &light.mCLightAreaQuality.mValue,
+                      IntegerSpec(1, int(LightSRC_cls::kMaxAreaQuality)),
                       _("Lights along a side of the area"));
 }
 

@@ -20,7 +20,8 @@ std::string LightSRC_cls::GetStrPovAreaLight(float factor) const {
     const std::string side = GetShortString(static_cast<double>(size));
     const std::string lamps = GetShortString(static_cast<double>(quality));
     return "\tarea_light \tx * " + side + ", y * " + side + "," + lamps + "," + lamps +
-           "\n\tcircular orient\n" + (quality < kFineQuality ? "\tadaptive 1\n" : "\tadaptive 2\n");
+           (quality > 1 ? "\n\tcircular orient\n" : "\n") +
+           (quality < kFineQuality ? "\tadaptive 1\n" : "\tadaptive 2\n");
 }
 
 std::string LightSRC_cls::GetStrPovLight(double time, int moreDecimals) {

@@ -240,7 +240,7 @@ std::string SceneObj_cls::GetStrPovModelview(double time, const std::string& ind
         return p[0] == value && p[1] == value && p[2] == value;
     };
     std::string text;
-    if (!areAll(scale, 1.0)) text += PovOut3d(indent + "\tscale", scale, decimals) + "\n";
+    if (!areAll(scale, 1.0)) text += PovOutScale(indent + "\tscale", scale, decimals) + "\n";
     if (!areAll(place, 0.0)) text += PovOut3d(indent + "\ttranslate", place, decimals) + "\n";
     for (int axis = 0; axis < 3; ++axis) {
         double turn[3] = {0, 0, 0};

@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cstdlib>
+#include <new>
 #include <system_error>
 #include <thread>
 
@@ -39,6 +40,16 @@ bool DoesEachOnce() {
 }
 
 } // namespace
+
+TEST(OnThreads, WhatAJobThrowsReachesTheCaller) {
+    std::atomic<int> done{0};
+    const auto job = [&done](int k) {
+        if (k % 2 == 1) throw std::bad_alloc();
+        ++done;
+    };
+    EXPECT_THROW(OnThreads(kJobs, job), std::bad_alloc);
+    EXPECT_EQ(done.load(), kJobs / 2) << "the others do theirs";
+}
 
 TEST(OnThreads, DoesAllWithThreadsAndWithout) {
     EXPECT_TRUE(DoesEachOnce());

@@ -18,7 +18,7 @@ const float kPlaces[6][3] = {{0, 0, 0},    {1, 0.5f, -0.25f}, {0, 0.0004f, 0},
                              {kNaN, 0, 0}, {1e30f, 0, 0},     {2, 2, 2}};
 
 /// {first, second, mask}
-std::string SticksOf(const std::vector<std::array<unsigned, 3>>& list, int decimals = 3) {
+std::string SticksOf(const std::vector<std::array<unsigned, 3>>& list, int decimals = 3, int step = 1) {
     PovObjectSticks_cls sticks;
     for (const auto& stick : list) {
         sticks.mvIndexA.push_back(stick[0]);
@@ -32,7 +32,7 @@ std::string SticksOf(const std::vector<std::array<unsigned, 3>>& list, int decim
     const int count = 6;
     sticks.CheckValidity(&count);
     std::string text;
-    sticks.AppendPovSticks(&text, kPlaces, decimals, false);
+    sticks.AppendPovSticks(&text, kPlaces, step, decimals, false);
     return text;
 }
 
@@ -68,6 +68,8 @@ TEST(PovGeometry, SticksThatPovRayRefusesAreLeftOut) {
     EXPECT_NE(SticksOf({{0, 4, 0}}).find("<1000000015047466219876688855040.000, 0.000, 0.000>"),
               std::string::npos);
     EXPECT_EQ(SticksOf({{0, 17, 0}}), "") << "a list of other data";
+    EXPECT_EQ(SticksOf({{0, 1, 0}, {1, 5, 0}}, 3, 2), Empty(0, 8)) << "downsizing leaves one end out";
+    EXPECT_EQ(SticksOf({{0, 5, 0}}, 3, 5), SticksOf({{0, 5, 0}}));
 }
 
 TEST(PovGeometry, SticksHaveWeightsAndASecondListKeepsTheFirst) {
@@ -80,7 +82,7 @@ TEST(PovGeometry, SticksHaveWeightsAndASecondListKeepsTheFirst) {
     ASSERT_EQ(sticks.CalcFromData(particles, 0, rule), "");
     sticks.CheckValidity(&particles.mCount);
     std::string text;
-    sticks.AppendPovSticks(&text, kPlaces, 3, true);
+    sticks.AppendPovSticks(&text, kPlaces, 1, 3, true);
     EXPECT_EQ(text.find("#declare STICKS0=\nunion{\nobject{STICKS0}\nCY(<0.000, 0.000, 0.000>,<1.000, 0.500, "
                         "-0.250>,0.854)\n};\n#declare STICKS1=\nunion{\nobject{STICKS1}\n};\n"),
               0u);
@@ -147,4 +149,19 @@ TEST(PovGeometry, MeshesOfASceneHaveNamesOfTheirOwn) {
         EXPECT_EQ(text, std::string("#include \"../meshes/hill.POV\"\n") + more);
     }
     EXPECT_EQ(included.mStrPovName, "MESH_OBJECT3");
+    // What POV-Ray wouldn't read stands in the scene itself.
+    const auto isIncluded = [&] {
+        std::string scene;
+        included.AppendPovInclude(&scene, pov, &used);
+        return scene.find("#include") != std::string::npos;
+    };
+    for (const wxString& path : {wxString::FromUTF8("/data/h\xc3\xbcgel.pov"), wxString("/data/a\"b.pov"),
+                                 wxString("/data/a\\b.pov")}) {
+        included.mCurrentPath = path;
+        EXPECT_FALSE(isIncluded()) << path;
+    }
+    included.mCurrentPath = "/data/hill's.pov";
+    EXPECT_TRUE(isIncluded());
+    included.mbWhole = false;
+    EXPECT_FALSE(isIncluded());
 }

@@ -122,6 +122,9 @@ TEST(PovText, Textures) {
               "roughness "
               "0.024336 reflection{0.2,0.5}}]\n"
               "\t\t}\n\t}\n");
+    surface.mNormal = "\tnormal {bumps 0.3 }\n";
+    EXPECT_TRUE(Holds(PovText_cls::GetStrPovTextureGLColor("", surface, false),
+                      "<1.0000,0.8000,0.2000>}\n\tnormal {bumps 0.3 }\nfinish { ambient 0 diffuse 3"));
 }
 
 TEST(PovText, Cameras) {
@@ -147,6 +150,39 @@ TEST(PovText, Cameras) {
     const std::string more = PovText_cls(options).GetStrPovCameraAngle(MakeCamera());
     EXPECT_EQ(more.find(plain.GetStrPovCameraAngle(MakeCamera())), 0u)
         << "lines beside those of plain scenes";
+}
+
+TEST(PovText, ACameraNeverLooksAtItsOwnPlace) {
+    const PovText_cls plain{PovTextOptions_st()};
+    PovCamera_st camera = MakeCamera();
+    camera.mDistance = 1e-7;
+    EXPECT_TRUE(Holds(plain.GetStrPovCamera(camera),
+                      "\tlocation<-4.00000,0.00000,0.00000>\n\tlook_at<-3.99990,0.00000,0.00000>\n"));
+    camera.mDistance = 0;
+    EXPECT_TRUE(Holds(plain.GetStrPovCamera(camera), "\tlook_at<-3.99990,0.00000,0.00000>\n"));
+    camera.mPos[0] = 1e20; // where a metre has no digit
+    const std::string text = plain.GetStrPovCamera(camera);
+    const size_t here = text.find('<'), there = text.find("look_at<") + 7;
+    EXPECT_NE(text.substr(here, text.find(',', here) - here),
+              text.substr(there, text.find(',', there) - there));
+    camera.mPos[0] = std::nan("");
+    EXPECT_TRUE(Holds(plain.GetStrPovCamera(camera), "\tlocation<0.00000,"));
+}
+
+TEST(PovText, NoMatrixIsFlat) {
+    using Text = PovSerialize_cls;
+    const double whole[3][3] = {{1, 0.5, 0}, {0, -2, 0}, {0, 0, 0.25}};
+    EXPECT_EQ(Text::PovOutRows("m<", whole, 2), "m<1.00,0.50,0.00,0.00,-2.00,0.00,0.00,0.00,0.25,");
+    const double flat[3][3] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 0}};
+    EXPECT_EQ(Text::PovOutRows("", flat, 4),
+              "1.0001,0.0000,0.0000,0.0000,1.0001,0.0000,0.0000,0.0000,0.0001,");
+    const double none[3][3] = {};
+    EXPECT_EQ(Text::PovOutRows("", none, 2), "0.01,0.00,0.00,0.00,0.01,0.00,0.00,0.00,0.01,");
+    const double thin[3][3] = {{-0.01, 0, 0}, {1, 1, 0}, {0, 0, 1e-9}};
+    EXPECT_EQ(Text::PovOutRows("", thin, 2), "0.01,0.00,0.00,1.00,1.02,0.00,0.00,0.00,0.02,")
+        << "and not by a step that makes it flat again";
+    const double scale[3] = {0, -1e-9, 2};
+    EXPECT_EQ(Text::PovOutScale("\tscale", scale, 4), "\tscale<0.0001,-0.0001,2.0000>");
 }
 
 TEST(PovText, PhotonsAndReferences) {

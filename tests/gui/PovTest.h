@@ -48,6 +48,7 @@ protected:
         PovRayCtrl_cls& pov = Pov();
         pov.SetToDefault();
         pov.ResetOwnSettings();
+        pov.mLikeView.mValue = true;
         pov.mPathPovWork.mStrValue = wxString::FromUTF8(mDir.mPath.string());
         pov.mUseCommonSceneFile.mValue = false;
         pov.mCFormat.mFastColoring.mValue = false;

@@ -132,6 +132,55 @@ TEST_F(PovPictures, ObjectsAndMeshes) {
     EXPECT_NE(mScene.find("#include \"roof.pov\"\n"), std::string::npos);
 }
 
+TEST_F(PovPictures, OddSettingsAreNoneThatPovRayRefuses) {
+    ShowBalls({{0, 0, 0, 0.1f}, {0, 0.5f, 0, 0.1f}});
+    std::ofstream(mDir / "roof.obj") << "v 0 -0.3 0\nv 0 0.3 0\nv 0 0 0.4\nf 1 2 3\n";
+    const auto add = [this](unsigned kind) -> FilterObjectData_cls& {
+        FilterObjectData_cls& data = *mFilters.Add<FilterObject_cls>(FILTER_OBJECT).GetPCData();
+        data.mCObjectType.mValue = kind;
+        data.mCImportPath.mStrValue = wxString::FromUTF8(mDir / "roof.obj");
+        for (int layer = 0; layer < SceneObjTexture_cls::kLayers; ++layer)
+            data.mCTexture.mCNormalPattern[layer].mValue = 11;
+        return data;
+    };
+    FilterScope_cls::Set(add(FilterObjectData_cls::BOX).mpCScale, {0, 0.3, 0.3});
+    FilterScope_cls::Set(add(FilterObjectData_cls::SPHERE).mpCScale, {0, 0, 0});
+    std::fill_n(add(FilterObjectData_cls::IMPORT).mCArrayVector[2].mValue, 3, 0.0f);
+    add(FilterObjectData_cls::IMPORT).mCValid.mValue = false;
+    FilterGridData_cls& grid = *mFilters.Add<FilterGrid_cls>(FILTER_GRID).GetPCData();
+    FilterScope_cls::Set(grid.mpCScale, {0, 1, 0});
+    LightSRC_cls& light = SetOneLight(LightSRC_cls::TYPE_POINT, {-4, 0.5, 1}, {0, 0, 0});
+    light.mCLightArea.mValue = true;
+    light.mCLightAreaQuality.mValue = 1;
+    LookFrom({-4, 0, 0.2}, {1, 0, 0}, 1e-7);
+    for (const bool bFast : {false, true}) {
+        Pov().mCFormat.mFastColoring.mValue = bFast;
+        Draw(64, 64);
+        mScene = Write();
+        EXPECT_TRUE(Render(64, 64).IsOk());
+        EXPECT_NE(mScene.find("internal(59)"), std::string::npos);
+    }
+    EXPECT_EQ(mScene.find("MESH_OBJECT2"), std::string::npos) << "of a filter that is switched off";
+}
+
+// A sphere of POV-Ray has a back, too, so that the numbers are compared instead of the pictures.
+TEST_F(PovPictures, OpacityIsTheViews) {
+    SetMaterial(0.8f, 0, 0);
+    SetBackground(0, 0, 0);
+    Pov().mColorByParticle.mValue = true;
+    GLAttribute_cls& first = *Drawing().mpCGLAttribute[0];
+    const float factor = first.mAlphaFactor.mValue;
+    ShowBalls({{0, 0, 0, 0.5f}});
+    const int whole = GreyAt(Draw(64, 64), 32, 32);
+    first.mAlphaFactor.mValue = 0.5f;
+    first.mDiffuse.mConstantColor.mValue[3] = 0.5f;
+    GbSnapDataRefresh = true;
+    EXPECT_NEAR(GreyAt(Draw(64, 64), 32, 32), whole / 4, 6);
+    mScene = Write();
+    EXPECT_NE(mScene.find("rgbt <0.8000,0.8000,0.8000,0.7500>"), std::string::npos);
+    first.mAlphaFactor.mValue = factor;
+}
+
 TEST_F(PovPictures, GridsStandWhereTheyAreInViews) {
     ShowBalls({{0, 0, 0, 0.02f}});
     FilterGridData_cls& grid = *mFilters.Add<FilterGrid_cls>(FILTER_GRID).GetPCData();
@@ -235,7 +284,7 @@ TEST_F(PovPictures, BadParticlesCostNoOthers) {
                {0, -1e30f, 1e30f},
                {0, -0.5f, 0},
                {0, 0, 0.5f, 0},
-               {0, 0, -0.5f, -1},
+               {0, 0, -0.5f, -0.1f}, // as large as above 0
                {0, 0, 0.2f, 0.1f, 3}});
     Drawing().mpCGLAttribute[3]->mDrawType.mValue = DRAW_HIDE;
     Draw(96, 96);
@@ -246,7 +295,7 @@ TEST_F(PovPictures, BadParticlesCostNoOthers) {
         EXPECT_EQ(mScene.find("#macro SP3"), std::string::npos) << "hidden";
         const wxImage rendered = Render(96, 96);
         ASSERT_TRUE(rendered.IsOk());
-        EXPECT_EQ(FindSpots(rendered).size(), 2u);
+        EXPECT_EQ(FindSpots(rendered).size(), 3u);
         Keep(rendered, bGroup ? "grouped" : "plain");
     }
     ShowBalls({});

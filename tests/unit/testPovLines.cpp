@@ -53,6 +53,14 @@ TEST_F(PovLines, Lights) {
     light.mCLightAreaQuality.mValue = 6;
     EXPECT_TRUE(Holds(lights.GetStrPovLights(0.0, 0),
                       "\tarea_light \tx * 200, y * 200,6,6\n\tcircular orient\n\tadaptive 2\n"));
+    light.mCLightAreaQuality.mValue = 1;
+    EXPECT_TRUE(Holds(lights.GetStrPovLights(0.0, 0), "\tarea_light \tx * 200, y * 200,1,1\n\tadaptive 1\n"));
+    for (const auto& [quality, wanted] : {std::pair("0", 1u), std::pair("4000000000", 100u)}) {
+        std::wistringstream lines(std::wstring(L"LightAreaQuality=") + wxString(quality).ToStdWstring() +
+                                  L"\n---End\n");
+        light.ReadStrLine(lines, "---LightSRC 0");
+        EXPECT_EQ(light.mCLightAreaQuality.mValue, wanted) << "of a project";
+    }
     light.mCVisible.mValue = false;
     EXPECT_EQ(lights.GetStrPovLights(0.0, 0), "");
 }
@@ -61,6 +69,9 @@ TEST_F(PovLines, FogKeepsToOneKind) {
     auto& filter = Add<FilterFog_cls>(FILTER_FOG);
     FilterFogData_cls& data = *filter.GetPCData();
     EXPECT_EQ(filter.GetStrPovFog(0.0), "") << "no density";
+    float background[4] = {0.25f, 0.5f, 1.0f, 1.0f};
+    filter.MixClearColor(0.0, background);
+    EXPECT_FLOAT_EQ(background[2], 0.5f) << "the fog's, as in views";
     data.mCFogType.mValue = FilterFogData_cls::LINEAR;
     data.mCFogEnd.mValue = 10.0f;
     EXPECT_EQ(filter.GetStrPovFog(0.0),
@@ -85,6 +96,8 @@ TEST_F(PovLines, PlacesOfObjectsAndCopies) {
     EXPECT_EQ(box.GetStrPovModelview(0.0, "\t", 4),
               "\t\tscale<1.0000,2.0000,1.0000>\n\t\ttranslate<1.0000,0.0000,-2.0000>\n"
               "\t\trotate<0.0000,30.0000,0.0000>\n\t\trotate<0.0000,0.0000,45.0000>\n");
+    SetValues(box.mpCScale, 1, 0, -0.00001);
+    EXPECT_TRUE(Holds(box.GetStrPovModelview(0.0, "", 4), "\tscale<1.0000,0.0001,-0.0001>\n"));
     PeriodicBoundary_cls periodic;
     mLists.mpCPeriodic = &periodic;
     auto& copies = Add<FilterCopy_cls>(FILTER_COPY);
@@ -133,6 +146,18 @@ TEST_F(PovLines, ObjectsAndSticks) {
     data.mCTexture.mCAlpha.mValue = 0.25f;
     EXPECT_TRUE(
         Holds(object.GetStrPovRealObject(0.0, "", false, "", mPov), "rgbf <1.0000,0.8000,0.2000,0.7500>"));
+    data.mCTexture.mCNormalPattern[0].mValue = 11;
+    const std::string fast = object.GetStrPovRealObject(0.0, "", false, "", mPov);
+    EXPECT_EQ(
+        fast.find("#ifndef (f_ridged_mf)\n#declare f_ridged_mf = function { internal(59) }\n#end\nbox {"),
+        0u);
+    EXPECT_TRUE(Holds(fast, "}\n\tnormal {function { f_ridged_mf("));
+    PovTextOptions_st averaged;
+    averaged.mbFastColoring = false;
+    const std::string slow = object.GetStrPovRealObject(0.0, "", false, "", PovText_cls(averaged));
+    EXPECT_FALSE(Holds(slow, "\t}\n\tnormal {")) << "POV-Ray takes none behind such a texture";
+    EXPECT_TRUE(Holds(slow, "}\n\tnormal {function { f_ridged_mf("));
+    data.mCTexture.mCNormalPattern[0].mValue = 0;
     data.mCObjectType.mValue = FilterObjectData_cls::IMPORT;
     std::string text;
     mLists.GetObject().AppendPovInclude(&text, mPov);
@@ -142,6 +167,12 @@ TEST_F(PovLines, ObjectsAndSticks) {
             .find("object {\n\tMESH_OBJECT\n\tmatrix<1.000000,0.000000,0.000000,0.000000,1.000000,0.000000,"
                   "0.000000,0.000000,1.000000,0,0,0>\n\t\ttexture {\n"),
         0u);
+    std::fill_n(data.mCArrayVector[2].mValue, 3, 0.0f);
+    EXPECT_TRUE(Holds(object.GetStrPovRealObject(0.0, "", true, "", mPov), "0.000000,0.000001,0,0,0>"));
+    data.mCValid.mValue = false;
+    text.clear();
+    mLists.GetObject().AppendPovInclude(&text, mPov);
+    EXPECT_EQ(text, "") << "nobody refers to it";
     auto& stick = Add<FilterStick_cls>(FILTER_STICK);
     EXPECT_EQ(stick.GetStrPovCylinderMacro(mPov),
               "#macro CY(VPos0,VPos1)\ncylinder{ VPos0,VPos1,0.500000 open\n\ttexture {\n"

@@ -137,7 +137,8 @@ TEST(PovSettings, FilmsSaveTheLightOfTheirFirstFrame) {
 
 TEST(PovSettings, ProjectsKeepAllAndOldOnesStayAsTheyWere) {
     PovRayCtrl_cls ctrl;
-    EXPECT_TRUE(ctrl.mColorByParticle.mValue && ctrl.mGroupMaterials.mValue) << "of a new project";
+    EXPECT_TRUE(ctrl.mColorByParticle.mValue && ctrl.mGroupMaterials.mValue && ctrl.mLikeView.mValue)
+        << "of a new project";
     ctrl.SetPreset(true);
     ReadAll(ctrl, "FilePovAnim=film%03d\nPovTweaks=7\nPovDigits=5\nPovMaxTraceLevel=20\n");
     const wxString text = ctrl.Serialize();
@@ -145,7 +146,7 @@ TEST(PovSettings, ProjectsKeepAllAndOldOnesStayAsTheyWere) {
     ReadAll(other, text);
     EXPECT_EQ(other.Serialize(), text);
     other.ResetOwnSettings();
-    EXPECT_FALSE(other.mColorByParticle.mValue || other.mGroupMaterials.mValue ||
+    EXPECT_FALSE(other.mColorByParticle.mValue || other.mGroupMaterials.mValue || other.mLikeView.mValue ||
                  other.mKeepFirstPretrace.mValue);
     EXPECT_EQ(other.mDigits.mValue, 0);
     EXPECT_TRUE(text.StartsWith("PathPovRay=/usr/bin/povray\nPathPovWork="));

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <unordered_set>
 
 #include "COMMON/OnThreads.h"
 #include "GL/DRAW/DrawListFilter.h"
@@ -19,6 +21,7 @@ using Text = PovSerialize_cls;
 constexpr int kSlices = 4;
 constexpr int kFewParticles = 20000; // that aren't worth a thread
 constexpr size_t kMostLine = 8 * 3 * kMostFixed;
+constexpr size_t kLineSlack = 2; // that other lines may be longer than the first
 constexpr int kColorDecimals = 3;
 // Points and billboards have one colour, which is shared out to how a solid shows it.
 constexpr float kUnlitAmbient = 0.2f;
@@ -41,12 +44,12 @@ char* PutVector(char* p, const float* v, int decimals) {
 
 bool IsFinite(const float* v) { return std::isfinite(v[0]) && std::isfinite(v[1]) && std::isfinite(v[2]); }
 
-unsigned char ToByte(float value) {
-    return static_cast<unsigned char>(std::lrint(std::clamp(value, 0.0f, 1.0f) * 255.0f));
-}
+float ToShare(float value) { return value >= 0.0f ? std::min(value, 1.0f) : 0.0f; }
+
+unsigned char ToByte(float value) { return static_cast<unsigned char>(std::lrint(ToShare(value) * 255.0f)); }
 
 unsigned short ToThousandths(float value) {
-    return static_cast<unsigned short>(std::lrint(std::clamp(value, 0.0f, 1.0f) * 1000.0f));
+    return static_cast<unsigned short>(std::lrint(ToShare(value) * 1000.0f));
 }
 
 } // namespace
@@ -76,7 +79,7 @@ void PovParticles_cls::TakeSet(Set_st& set, GLAttribute_cls& attribute) {
     set.mbDrawn = type <= DRAW_BOTH;
     if (!set.mbDrawn) return;
     set.mbConstantRadius = attribute.mRadiusType.mValue == RADIUS_CONSTANT;
-    set.mRadius = attribute.GetRadiusFactor() *
+    set.mRadius = std::fabs(attribute.GetRadiusFactor()) *
                   static_cast<float>(GLDrawData_cls::GetSteppingRadiusFactorUnlimited(mList.mStep));
     set.mAlphaFactor = attribute.mAlphaFactor.mValue;
     set.mbAlphaByRadius = attribute.mAlphaType.mValue == ALPHA_BY_RADIUS;
@@ -93,8 +96,56 @@ void PovParticles_cls::TakeSet(Set_st& set, GLAttribute_cls& attribute) {
     set.mbConstantColor = !bCurves && !mList.mbFaded;
     if (!mOptions.mbColorByParticle) return;
     set.mbUnlit = type == DRAW_POINT || type == DRAW_BILLBOARD;
+    TakeViewAlpha(set, attribute);
     set.mbOwnColors = set.mbUnlit ? mSnap.mpColor != nullptr : bCurves || set.mbAlphaByRadius;
     if (set.mbOwnColors && !set.mbUnlit) set.mLook = SphereLook_cls(attribute, mSnap);
+}
+
+// Each way of drawing has rules of its own.
+void PovParticles_cls::TakeViewAlpha(Set_st& set, GLAttribute_cls& attribute) {
+    using Draw = GLDrawData_cls;
+    const int step = mList.mStep;
+    const bool bUnlimited = set.mbUnlit && !mList.mbClasses;
+    set.mDrawType = attribute.mDrawType.mValue;
+    set.mStepping = static_cast<float>(bUnlimited ? Draw::GetSteppingAlphaFactorUnlimited(step)
+                                                  : Draw::GetSteppingAlphaFactor(step));
+    if (!bUnlimited)
+        set.mViewRadius = static_cast<float>(Draw::GetSteppingRadiusFactor(step) /
+                                             Draw::GetSteppingRadiusFactorUnlimited(step));
+    if (!set.mbUnlit) {
+        if (!mList.mbClasses) set.mbAlphaByRadius = false;
+        // Of a lit material the diffuse colour's alpha counts.
+        float diffuse[4];
+        attribute.mDiffuse.GetColor4fScaled(diffuse, 0.0f);
+        for (auto& color : set.mSurface.mColors)
+            color[3] = ToShare(diffuse[3] * set.mAlphaFactor * set.mStepping);
+        return;
+    }
+    attribute.mColor.PreCalcScaleFactor();
+    set.mCurve = ColorSegments_cls(attribute.mColor);
+    set.mbConstantCurve = attribute.mColor.IsConstant();
+    set.mpValues = mSnap.GetDrivingValues(attribute.mColor.mDependType.mValue);
+}
+
+// The snapshot's alpha has the factor in it, or the base of that by radius; the curve's hasn't.
+float PovParticles_cls::GetUnlitAlpha(const Set_st& set, int particle, float radius) const {
+    const bool bBillboard = set.mDrawType == DRAW_BILLBOARD;
+    const float snapshot = mSnap.mpColor[particle][3];
+    const float shown = radius * set.mViewRadius;
+    if (mList.mbClasses) {
+        const bool bByRadius = bBillboard && set.mbAlphaByRadius;
+        return (bByRadius ? AlphaByRadius(snapshot, shown, 1.0f, set.mAlphaMax) : snapshot) * set.mStepping;
+    }
+    const bool bConstant = set.mbConstantCurve || !set.mpValues;
+    float color[4];
+    set.mCurve.Get(color, bConstant ? 0.0f : set.mpValues[particle]);
+    if (!bBillboard) {
+        const bool bByRadius = set.mbAlphaByRadius && !bConstant;
+        const float own = bByRadius ? AlphaByRadius(color[3], set.mRadius, 1.0f, set.mAlphaMax) : color[3];
+        return own * set.mAlphaFactor * set.mStepping;
+    }
+    if (set.mbAlphaByRadius) return AlphaByRadius(snapshot, shown, set.mStepping, set.mAlphaMax);
+    return bConstant ? color[3] * set.mAlphaFactor : snapshot * set.mStepping * set.mAlphaFactor;
 }
 
 int PovParticles_cls::GetClass(int particle) const {
@@ -105,21 +156,24 @@ bool PovParticles_cls::IsDrawn(const ArrayAndIndex_cls& entry, int* pClass, floa
     *pClass = GetClass(entry.mIndex);
     const Set_st& set = mSets[*pClass];
     if (!set.mbDrawn || entry.mAlpha == 0.0f || !IsFinite(mSnap.mpPos[entry.mIndex])) return false;
-    *pRadius = set.mbConstantRadius ? set.mRadius : set.mRadius * mSnap.mpRadius[entry.mIndex];
+    *pRadius = set.mbConstantRadius ? set.mRadius : std::fabs(set.mRadius * mSnap.mpRadius[entry.mIndex]);
     return std::isfinite(*pRadius) && *pRadius > 0.0f;
 }
 
-int PovParticles_cls::GetDecimals() const {
-    constexpr float kNone = 3.0e38f;
+int PovParticles_cls::GetDecimals(float stickRadius) const {
+    constexpr float kNone = std::numeric_limits<float>::max();
     if (mOptions.mDigits > 0) return std::clamp(mOptions.mDigits, 3, kMostDecimals);
-    float smallest = kNone;
+    float smallest = stickRadius > 0.0f ? stickRadius : kNone;
     float low[3] = {kNone, kNone, kNone}, high[3] = {-kNone, -kNone, -kNone};
     for (int i = 0; i < mList.mNumber; ++i) {
         int index;
         float radius;
         if (!IsDrawn(mList.mpEntries[i], &index, &radius)) continue;
         smallest = std::min(smallest, radius);
-        const float* const place = mSnap.mpPos[mList.mpEntries[i].mIndex];
+    }
+    for (int i = 0; i < mSnap.mNumber; i += std::max(mSnap.mStep, 1)) {
+        const float* const place = mSnap.mpPos[i];
+        if (!IsFinite(place)) continue;
         for (int k = 0; k < 3; ++k) {
             low[k] = std::min(low[k], place[k]);
             high[k] = std::max(high[k], place[k]);
@@ -128,13 +182,29 @@ int PovParticles_cls::GetDecimals() const {
     double extent = 0.0;
     for (int k = 0; k < 3; ++k)
         extent = std::max(extent, static_cast<double>(high[k]) - static_cast<double>(low[k]));
-    return smallest < kNone ? GetNeededDecimals(static_cast<double>(smallest), extent) : 3;
+    return GetNeededDecimals(static_cast<double>(smallest), std::max(extent, 0.0));
 }
 
-double PovParticles_cls::GetPovBytes() const {
-    constexpr double kBytesOfSphere = 450.0;
-    constexpr double kBytesOfTexture = 1700.0;
-    return mList.mNumber * (mOptions.mbGroupMaterials ? kBytesOfSphere : kBytesOfSphere + kBytesOfTexture);
+double PovParticles_cls::GetPovBytes(double enough) const {
+    constexpr double kBytesOfSphere = 520.0;
+    constexpr double kBytesOfTexture = 1160.0;
+    const double ofTexture = kBytesOfTexture * (mOptions.mbFastColoring ? 1.0 : 3.0);
+    const double spheres = mList.mNumber * kBytesOfSphere;
+    const double most = spheres + mList.mNumber * ofTexture;
+    if (!mOptions.mbGroupMaterials) return most;
+    if (most <= enough || spheres > enough) return spheres;
+    return spheres + static_cast<double>(CountMaterials()) * ofTexture;
+}
+
+size_t PovParticles_cls::CountMaterials() const {
+    std::unordered_set<PovMaterial_st, PovMaterialHash_st> materials;
+    for (int i = 0; i < mList.mNumber; ++i) {
+        int index;
+        float radius;
+        if (IsDrawn(mList.mpEntries[i], &index, &radius))
+            materials.insert(GetMaterial(index, mList.mpEntries[i], radius));
+    }
+    return materials.size();
 }
 
 std::string PovParticles_cls::GetMacro(int index, const PovText_cls& pov) const {
@@ -186,11 +256,13 @@ PovMaterial_st PovParticles_cls::GetMaterial(int index, const ArrayAndIndex_cls&
             colors.mDiffuse[c] = color[c] * kUnlitDiffuse;
         }
         std::copy_n(set.mSurface.mColors[2], 3, colors.mSpecular);
-        alpha = color[3];
+        alpha = GetUnlitAlpha(set, entry.mIndex, radius);
     } else {
         set.mLook.Get(entry.mIndex, colors);
-        alpha = set.mbAlphaByRadius ? AlphaByRadius(colors.mDiffuse[3], radius, set.mAlphaBase, set.mAlphaMax)
+        alpha = set.mbAlphaByRadius ? AlphaByRadius(colors.mDiffuse[3], radius * set.mViewRadius,
+                                                    set.mAlphaBase, set.mAlphaMax)
                                     : colors.mDiffuse[3] * set.mAlphaFactor;
+        alpha *= set.mStepping;
     }
     for (int c = 0; c < 3; ++c) {
         material.mColors[c] = ToByte(colors.mAmbient[c]);
@@ -270,8 +342,27 @@ void PovParticles_cls::WriteSlice(int first, int end, int decimals, Slice_st* pS
         char line[kMostLine];
         const char* const behind = bGroup ? PutSphere(line, index, entry, radius, decimals)
                                           : PutCall(line, index, entry, radius, decimals);
-        lines.append(line, static_cast<size_t>(behind - line));
+        const auto length = static_cast<size_t>(behind - line);
+        // Most often all are of one group, and its lines as long as the first one.
+        if (lines.empty() && pSlice->mGroups.size() == 1)
+            lines.reserve((length + kLineSlack) * static_cast<size_t>(end - first));
+        lines.append(line, length);
     }
+}
+
+// POV-Ray warns of a union of one.
+void PovParticles_cls::AppendGroup(std::string* pText, const std::vector<const std::string*>& lines,
+                                   const std::string& texture) {
+    const std::string& first = *lines.front();
+    if (lines.size() == 1 && first.find('\n') + 1 == first.size()) {
+        pText->append(first, 0, first.size() - 2); // the brace that ends it
+        *pText += "\n" + texture + "}\n";
+        return;
+    }
+    *pText += "union{\n";
+    for (const std::string* text : lines)
+        *pText += *text;
+    *pText += texture + "}\n";
 }
 
 void PovParticles_cls::Append(std::string* pText, const PovText_cls& pov) const {
@@ -304,12 +395,9 @@ void PovParticles_cls::Append(std::string* pText, const PovText_cls& pov) const 
                 groups.Get(group.mMaterial);
                 lines[group.mMaterial].push_back(&group.mLines);
             }
-        for (const PovGroup_st& group : all) {
-            *pText += "union{\n";
-            for (const std::string* text : lines[group.mMaterial])
-                *pText += *text;
-            *pText += pov.GetStrPovTextureColor("\t", GetSurface(group.mMaterial)) + "}\n";
-        }
+        for (const PovGroup_st& group : all)
+            AppendGroup(pText, lines[group.mMaterial],
+                        pov.GetStrPovTextureColor("\t", GetSurface(group.mMaterial)));
     } else
         for (const Slice_st& slice : slices)
             for (const PovGroup_st& group : slice.mGroups)

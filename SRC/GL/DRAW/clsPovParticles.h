@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "COLORCURVE/clsColorSegments.h"
 #include "GL/DRAW/PovMaterial.h"
 #include "GL/DRAW/clsSphereLook.h"
 #include "PDATA/ParticleArrays.h"
@@ -15,7 +16,8 @@ class SnapData_cls;
 struct ArrayAndIndex_cls;
 
 /// UI thread, right behind the picture: draw-time snapshot and list must stand as long as this does.
-/// Particles whose place or radius is no finite number are left out, and those without any radius.
+/// Particles whose place or radius is no finite number are left out, and those without any radius; a radius
+/// below 0 is that above it.
 class PovParticles_cls {
 public:
     struct List_st {
@@ -32,10 +34,12 @@ public:
     PovParticles_cls(SnapData_cls& snap, GLAttribute_cls* const* ppAttribute, const List_st& list,
                      const PovTextOptions_st& options);
 
-    /// Decimals of coordinates and radii that the settings ask for, or the data (GetNeededDecimals).
-    int GetDecimals() const;
-    /// What POV-Ray takes to have them in memory, bytes, by measurement.
-    double GetPovBytes() const;
+    /// Decimals of coordinates and radii that the settings ask for, or the data (GetNeededDecimals), hidden
+    /// ones included. `stickRadius`: of the thinnest sticks that are written among them, 0: none.
+    int GetDecimals(float stickRadius = 0.0f) const;
+    /// What POV-Ray takes to have them in memory, bytes, by measurement. Where that is `enough` in any case,
+    /// textures of groups aren't counted.
+    double GetPovBytes(double enough) const;
     /// Macros of the attributes, and the declaration of PARTICLES.
     void Append(std::string* pText, const PovText_cls& pov) const;
 
@@ -47,13 +51,19 @@ private:
         bool mbConstantRadius = false;
         bool mbOwnColors = false; ///< particles have colours of their own
         bool mbUnlit = false;     ///< and those are of points and billboards
-        float mRadius = 0.0f;     ///< constant, or factor on the data's
+        float mRadius = 0.0f;     ///< constant, or factor on the data's; not negative
+        float mViewRadius = 1.0f; ///< how much of it views have
         float mAlphaFactor = 1.0f;
+        unsigned mDrawType = 0;
         bool mbAlphaByRadius = false;
+        float mStepping = 1.0f;  ///< share of opacity that downsizing leaves
         float mAlphaBase = 1.0f; ///< squared
         float mAlphaMax = 1.0f;
         PovText_cls::Surface_st mSurface;
         SphereLook_cls mLook;
+        bool mbConstantCurve = true; ///< of points and billboards
+        ColorSegments_cls mCurve;
+        const float* mpValues = nullptr; ///< that drive it
     };
     /// Text of a run of the list; one a material where materials are grouped.
     struct Slice_st {
@@ -61,6 +71,9 @@ private:
     };
 
     void TakeSet(Set_st& set, GLAttribute_cls& attribute);
+    void TakeViewAlpha(Set_st& set, GLAttribute_cls& attribute);
+    float GetUnlitAlpha(const Set_st& set, int particle, float radius) const;
+    size_t CountMaterials() const;
     int GetClass(int particle) const;
     bool IsDrawn(const ArrayAndIndex_cls& entry, int* pClass, float* pRadius) const;
     std::string GetMacro(int index, const PovText_cls& pov) const;
@@ -70,6 +83,8 @@ private:
     int GetRadiusDecimals(int index, int decimals) const;
     char* PutCall(char* p, int index, const ArrayAndIndex_cls& entry, float radius, int decimals) const;
     char* PutSphere(char* p, int index, const ArrayAndIndex_cls& entry, float radius, int decimals) const;
+    static void AppendGroup(std::string* pText, const std::vector<const std::string*>& lines,
+                            const std::string& texture);
     void WriteSlice(int first, int end, int decimals, Slice_st* pSlice) const;
 
     SnapData_cls& mSnap;

@@ -11,6 +11,9 @@ namespace {
 
 using Text = PovSerialize_cls;
 constexpr int kColorDecimals = 4;
+// A point to look at that is nearer POV-Ray takes for the camera's own place, and refuses it.
+constexpr double kNearest = 1.5e-5;
+constexpr double kFarthest = 1e30;
 enum Layer { AMBIENT = 0, DIFFUSE, SPECULAR, LAYERS };
 
 /// "rgb <...>", with transmission where there is any.
@@ -31,14 +34,21 @@ double LengthOf(const float* color) {
                       static_cast<double>(color[2]));
 }
 
+/// Between what is written of two coordinates.
+double GetShownDistance(double a, double b, int decimals) {
+    const double steps = std::pow(10.0, decimals);
+    return std::fabs(std::round(a * steps) - std::round(b * steps)) / steps;
+}
+
 /// The finish of one of the averaged layers, which are LAYERS times as bright for that.
-std::string GetStrPovTextureFinish(int layer, const std::string& suffix) {
+std::string GetStrPovTextureFinish(int layer, const PovText_cls::Surface_st& surface) {
     static const char* const kFinishes[LAYERS] = {"ambient 3 diffuse 0 specular 0",
                                                   "ambient 0 diffuse 3 specular 0",
                                                   "ambient 0 diffuse 0 specular 3 metallic roughness "};
-    std::string text = std::string("} finish { ") + kFinishes[layer];
+    std::string text = surface.mNormal.empty() ? "} " : "}\n" + surface.mNormal;
+    text += std::string("finish { ") + kFinishes[layer];
     if (layer == SPECULAR) text += Text::PovOutF(static_cast<double>(PovText_cls::kRoughness));
-    return text + suffix + "}]";
+    return text + surface.mFinish + "}]";
 }
 
 } // namespace
@@ -69,7 +79,7 @@ std::string PovText_cls::GetStrPovTextureGLColor(const std::string& indent, cons
     std::string text = indent + "texture {\n" + indent + "\taverage\n" + indent + "\ttexture_map {\n";
     for (int layer = 0; layer < LAYERS; ++layer)
         text += indent + "\t\t\t[pigment {" + PigmentOf(surface, layer, bFilterAlpha) +
-                GetStrPovTextureFinish(layer, surface.mFinish) + "\n";
+                GetStrPovTextureFinish(layer, surface) + "\n";
     return text + indent + "\t\t}\n" + indent + "\t}\n";
 }
 
@@ -92,13 +102,22 @@ std::string PovText_cls::GetStrPovCameraAngle(const PovCamera_st& camera) const 
 }
 
 std::string PovText_cls::GetStrPovCamera(const PovCamera_st& camera) const {
+    const int decimals = GetDecimals(5);
+    double way = 2.0 * camera.mDistance;
     double lookAt[3];
-    for (int i = 0; i < 3; ++i)
-        lookAt[i] = camera.mPos[i] + 2.0 * camera.mDistance * camera.mFront[i];
+    bool bNear;
+    do {
+        bNear = true;
+        for (int i = 0; i < 3; ++i) {
+            lookAt[i] = camera.mPos[i] + way * camera.mFront[i];
+            bNear = bNear && !(GetShownDistance(lookAt[i], camera.mPos[i], decimals) > kNearest);
+        }
+        way = std::max(10.0 * way, 1e-4);
+    } while (bNear && way < kFarthest);
     const char* const kind = camera.mbOrtho ? "orthographic" : camera.mbFishEye ? "fisheye" : "perspective";
     std::string text = std::string("camera {\n\t") + kind + "\n";
-    text += PovOut3d("\tlocation", camera.mPos, GetDecimals(5)) + "\n";
-    text += PovOut3d("\tlook_at", lookAt, GetDecimals(5)) + "\n";
+    text += PovOut3d("\tlocation", camera.mPos, decimals) + "\n";
+    text += PovOut3d("\tlook_at", lookAt, decimals) + "\n";
     text += PovOut3d("\tsky", camera.mUp, 8) + "\n";
     return text + "\tangle CameraAngle\n\n\tright -x*image_width/image_height\n}\n";
 }

@@ -33,6 +33,7 @@ public:
     struct Surface_st {
         float mColors[3][4] = {};     ///< RGBA: ambient, diffuse, specular
         std::string mFinish;          ///< what else stands in the finish
+        std::string mNormal;          ///< bumps of the averaged form, which takes none from outside
         float mSpecularFactor = 1.0f; ///< on the fast form's highlight
         bool mbFiltered = false;      ///< light that goes through takes the colour
     };
