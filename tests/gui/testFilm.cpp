@@ -134,7 +134,7 @@ TEST_F(Film, KeysAreSetPlayedUndoneSavedAndOpenedAgain) {
 
     std::ofstream(mDir / "plain.mrp") << "TimeMaxFrame=19\n";
     ASSERT_TRUE(OpenProjectAndPaint(mDir / "plain.mrp"));
-    EXPECT_EQ(Curve().GetKeyNumber(), 3) << "a project without the curve leaves it";
+    EXPECT_EQ(Curve().GetKeyNumber(), 1) << "a project without the curve has the default";
     Curve().ExecCommandInitSet(77.0);
     ASSERT_TRUE(OpenProjectAndPaint(mDir / "film.mrp"));
     EXPECT_EQ(Curve().GetKeyNumber(), 3);

@@ -219,7 +219,7 @@ TEST_F(Mouse, PreferencesChangeTheGestures) {
     };
     gather(dialog);
     ASSERT_GE(lists.size(), 7u);
-    ASSERT_EQ(shifts.size(), 6u);
+    ASSERT_EQ(shifts.size(), 7u);
     Choose(lists[0], 1); // turn with the middle button
     Choose(lists[1], 0); // zoom with the left one and shift
     ClickOn(shifts[1]);

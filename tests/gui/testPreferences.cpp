@@ -134,10 +134,12 @@ TEST_F(Preferences, EveryRowEditsItsOwnLine) {
                   {4, 1, -1, "GUI_MENU_MOD=1 0 0\n"},
                   {5, 0, 1, "GUI_HITTEST=1\n"},
                   {5, 2, -1, "GUI_HITTEST_MOD=1 1 0\n"},
-                  {6, 0, 1, "GUI_MBUTTON_EMULATE=1\n"},
-                  {7, 0, -1, "GUI_ZOOM_INVERT=1\n"},
-                  {7, 1, -1, "GUI_GYRATION_INVERT=1\n"},
-                  {8, 0, 1, ""}};
+                  {6, 0, 1, "GUI_PICK=1\nGUI_PICK_MOD=0 1 0\n"}, // not written before
+                  {6, 2, -1, "GUI_PICK_MOD=0 0 0\n"},
+                  {7, 0, 1, "GUI_MBUTTON_EMULATE=1\n"},
+                  {8, 0, -1, "GUI_ZOOM_INVERT=1\n"},
+                  {8, 1, -1, "GUI_GYRATION_INVERT=1\n"},
+                  {9, 0, 1, ""}};
     MultiInputPanel_cls* panel = mpGUI->GetPCMousePanel();
     for (const auto& step : kMouse) {
         SCOPED_TRACE(testing::Message() << "row " << step.mRow << " field " << step.mField);
@@ -153,7 +155,8 @@ TEST_F(Preferences, EveryRowEditsItsOwnLine) {
     for (const auto& [row, label] :
          {std::pair(0, "Gyration"), std::pair(1, "Zoom"), std::pair(2, "Move Center"),
           std::pair(3, "Move Item"), std::pair(4, "Menu"), std::pair(5, "Item Selection"),
-          std::pair(6, "MButton Emulate"), std::pair(7, "Invert"), std::pair(8, "Template")}) {
+          std::pair(6, "Pick Particle"), std::pair(7, "MButton Emulate"), std::pair(8, "Invert"),
+          std::pair(9, "Template")}) {
         const wxWindow* text = FindByLabel(panel, label);
         ASSERT_TRUE(text) << label;
         const wxRect line = panel->GetField(row)->GetRect();

@@ -21,8 +21,6 @@ using Projects = ProjectTest;
 
 /// Another value for every line of a project: numbers with many digits, names with foreign letters.
 std::string OtherValue(const std::string& key, const std::string& value, int seed) {
-    if (key.find("File") != std::string::npos)
-        return "/daten/\xC3\xBC\xC3\x9F \xE9\x9B\xAA/" + std::to_string(seed) + ".x";
     static const struct {
         const char* mpKey;
         const char* mpValue;
@@ -50,9 +48,23 @@ std::string OtherValue(const std::string& key, const std::string& value, int see
                   {"ImgSequenceOutH=", "1079"},
                   {"ImgSequenceBlurSteps=", "17"},
                   {"ImgSequenceVideoRate=", "23.976000"},
+                  {"UseCommonSceneFile=", "0"},
+                  {"PovRadiosityCount=", "77"},
+                  {"PovRadiosityRecursionLimit=", "7"},
+                  {"PovRadiosityNearestCount=", "9"},
+                  {"PovPhotonsCount=", "33"},
+                  {"PovPhotonsMaxTrace=", "8"},
+                  {"PovCameraWidth=", "321"},
+                  {"PovCameraHeight=", "123"},
+                  {"PovFileAbsolute=", "1"},
+                  {"PovAntiAliasDepth=", "4"},
+                  {"PovMaxTraceLevel=", "21"},
+                  {"LightAreaQuality=", "3"},
                   {"LightNumber=", "2"}}; // as many blocks follow
     for (const auto& fixed : kFixed)
         if (key == fixed.mpKey) return fixed.mpValue;
+    if (key.find("File") != std::string::npos)
+        return "/daten/\xC3\xBC\xC3\x9F \xE9\x9B\xAA/" + std::to_string(seed) + ".x";
     std::istringstream in(value);
     std::string out;
     for (std::string word; in >> word; ++seed) {
