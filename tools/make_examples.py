@@ -196,7 +196,8 @@ def project(name, setup):
              + attribute_lines(setup, scale) + periodic_lines(setup, edges)
              # A path of the machine that writes this would stand there else.
              + ["PathPovRay=/usr/bin/povray", "PathPovWork=POV", "PovColorByParticle=1",
-                "PovGroupMaterials=1", "ImgSequenceFile=Preview%04d.png", "FBOBufferSize=3", "LineWidth=5.000000"])
+                "PovGroupMaterials=1", "PovLikeView=1",
+                "ImgSequenceFile=Preview%04d.png", "FBOBufferSize=3", "LineWidth=5.000000"])
     return "\n".join(lines) + "\n"
 
 
