@@ -86,13 +86,13 @@ Offsets_st AppendBlocks(std::string* pText, const PovMeshArrays_st& mesh, int ve
     return offsets;
 }
 
-void FillOffset(std::string* pText, size_t place, size_t offset) {
+} // namespace
+
+static void FillOffset(std::string* pText, size_t place, size_t offset) {
     std::string digits = std::to_string(offset);
     digits.resize(std::max(digits.size(), kOffsetWidth), ' ');
     pText->replace(place, kOffsetWidth, digits.substr(0, kOffsetWidth));
 }
-
-} // namespace
 
 std::string GetMesh2FormatRef(const std::string& name, const PovMeshArrays_st& mesh) {
     const std::string blank(kOffsetWidth, '#');
