@@ -9,42 +9,11 @@
 #include <thread>
 #include <vector>
 
-#include "COMMON/OnThreads.h"
 #include "GL/BASE/ViewFit.h"
 #include "GL/BASE/clsPositionAndDirection.h"
+#include "ReadPlaces.h"
 
 namespace {
-
-struct Place_st {
-    float p[3];
-};
-
-double MillisSince(std::chrono::steady_clock::time_point start) {
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-}
-
-/// Each float is read and counts.
-double ReadOnce(const std::vector<Place_st>& places) {
-    const int threads = std::max(1, static_cast<int>(std::min(8u, std::thread::hardware_concurrency())));
-    std::vector<double> sums(static_cast<size_t>(threads));
-    const size_t count = places.size() * 3;
-    const float* pFloats = places[0].p;
-    OnThreads(threads, [&](int k) {
-        constexpr size_t kLanes = 16;
-        float lanes[kLanes] = {};
-        const size_t begin = count * static_cast<size_t>(k) / static_cast<size_t>(threads);
-        const size_t end = count * static_cast<size_t>(k + 1) / static_cast<size_t>(threads);
-        for (size_t i = begin; i + kLanes <= end; i += kLanes)
-            for (size_t j = 0; j < kLanes; ++j)
-                lanes[j] += pFloats[i + j];
-        for (const float lane : lanes)
-            sums[static_cast<size_t>(k)] += static_cast<double>(lane);
-    });
-    double sum = 0.0;
-    for (const double one : sums)
-        sum += one;
-    return sum;
-}
 
 void FitView(benchmark::State& state) {
     std::mt19937 random(3);
@@ -53,6 +22,7 @@ void FitView(benchmark::State& state) {
     for (Place_st& one : places)
         for (float& v : one.p)
             v = place(random);
+    const int threads = std::max(1, static_cast<int>(std::min(8u, std::thread::hardware_concurrency())));
     FitCloud_st cloud;
     cloud.mpPos = &places[0].p;
     cloud.mNumber = static_cast<long long>(places.size());
@@ -63,7 +33,7 @@ void FitView(benchmark::State& state) {
     double read = 1e9, fit = 1e9;
     for (auto _ : state) {
         auto start = std::chrono::steady_clock::now();
-        benchmark::DoNotOptimize(ReadOnce(places));
+        benchmark::DoNotOptimize(ReadOnce(places, threads));
         read = std::min(read, MillisSince(start));
         start = std::chrono::steady_clock::now();
         CloudReach_cls reach;

@@ -9,42 +9,11 @@
 #include <vector>
 
 #include "BenchTimes.h"
-#include "COMMON/OnThreads.h"
 #include "GL/DRAW/clsParticlePicker.h"
 #include "GL/DRAW/clsThreadSnapInterpolate.h"
+#include "ReadPlaces.h"
 
 namespace {
-
-struct Place_st {
-    float p[3];
-};
-
-double MillisSince(std::chrono::steady_clock::time_point start) {
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-}
-
-/// Each float is read and counts.
-double ReadOnce(const std::vector<Place_st>& places) {
-    const int threads = ThreadSnapInterpolate_cls::GetThreadCount(static_cast<long long>(places.size()));
-    std::vector<double> sums(static_cast<size_t>(threads));
-    const size_t count = places.size() * 3;
-    const float* pFloats = places[0].p;
-    OnThreads(threads, [&](int k) {
-        constexpr size_t kLanes = 16;
-        float lanes[kLanes] = {};
-        const size_t begin = count * static_cast<size_t>(k) / static_cast<size_t>(threads);
-        const size_t end = count * static_cast<size_t>(k + 1) / static_cast<size_t>(threads);
-        for (size_t i = begin; i + kLanes <= end; i += kLanes)
-            for (size_t j = 0; j < kLanes; ++j)
-                lanes[j] += pFloats[i + j];
-        for (const float lane : lanes)
-            sums[static_cast<size_t>(k)] += static_cast<double>(lane);
-    });
-    double sum = 0.0;
-    for (const double one : sums)
-        sum += one;
-    return sum;
-}
 
 /// The second argument: spheres with radii.
 void PickParticle(benchmark::State& state) {
@@ -57,6 +26,7 @@ void PickParticle(benchmark::State& state) {
             v = place(random);
     for (float& radius : radii)
         radius = 0.001f * (1.0f + place(random));
+    const int threads = ThreadSnapInterpolate_cls::GetThreadCount(state.range(0));
     PickCloud_st cloud;
     cloud.mpPos = &places[0].p;
     cloud.mNumber = static_cast<long long>(places.size());
@@ -72,7 +42,7 @@ void PickParticle(benchmark::State& state) {
     std::vector<double> read, pick;
     for (auto _ : state) {
         auto start = std::chrono::steady_clock::now();
-        benchmark::DoNotOptimize(ReadOnce(places));
+        benchmark::DoNotOptimize(ReadOnce(places, threads));
         read.push_back(MillisSince(start));
         ray.mSlope[0] = 0.1 * double(place(random));
         ray.mSlope[1] = 0.1 * double(place(random));
