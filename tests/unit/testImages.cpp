@@ -1,6 +1,7 @@
 // Pictures on their way into a file: size, overlay, alpha, format.
 #include "IMAGE/clsThreadSave.h"
 
+#include <array>
 #include <cmath>
 #include <cstring>
 #include <filesystem>
@@ -131,13 +132,15 @@ TEST(ImgSize, ListAndNumbersBelongTogether) {
 
 class ThreadSave : public ::testing::Test {
 protected:
-    /// A half float that becomes this byte.
-    static std::uint16_t HalfOf(unsigned char byte) {
-        for (std::uint16_t half = 0;; half = std::uint16_t(half + 16)) {
-            unsigned char back = 0;
-            ConvertHalfToBytes(&half, &back, 1);
-            if (back == byte) return half;
+    /// A half float for each byte that it becomes.
+    static std::array<std::uint16_t, 256> MakeHalves() {
+        std::array<std::uint16_t, 256> halves{};
+        for (std::uint16_t half = 0; half <= 0x3c00; ++half) {
+            unsigned char byte = 0;
+            ConvertHalfToBytes(&half, &byte, 1);
+            halves[byte] = half;
         }
+        return halves;
     }
     void SetUp() override {
         if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG)) wxInitAllImageHandlers();
@@ -332,6 +335,7 @@ TEST_F(ThreadSave, HalfFloatsOfAnySizeBecomeTheFile) {
 TEST_F(ThreadSave, HalfFloatsOfThePartThatIsShownAreEnough) {
     const int sizes[][3] = {{2048, 640, 480}, {2048, 480, 640}, {1000, 999, 7},
                             {999, 640, 360},  {64, 3, 200},     {97, 97, 97}};
+    const std::array<std::uint16_t, 256> halves = MakeHalves();
     for (const auto& size : sizes) {
         const int side = size[0], w = size[1], h = size[2];
         SavePicture_st picture;
@@ -347,7 +351,7 @@ TEST_F(ThreadSave, HalfFloatsOfThePartThatIsShownAreEnough) {
         for (int y = picture.mPart.mY; y < picture.mPart.mY + picture.mPart.mH; ++y)
             for (int x = picture.mPart.mX; x < picture.mPart.mX + picture.mPart.mW; ++x, pHalf += 4) {
                 for (size_t c = 0; c < 3; ++c)
-                    pHalf[c] = HalfOf(bytes[(size_t(y) * size_t(side) + size_t(x)) * 3 + c]);
+                    pHalf[c] = halves[bytes[(size_t(y) * size_t(side) + size_t(x)) * 3 + c]];
                 pHalf[3] = 0x7e00; // no number, and nobody asks
             }
         Bytes expected = bytes;
