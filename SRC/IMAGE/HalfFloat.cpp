@@ -1,7 +1,7 @@
 #include "IMAGE/HalfFloat.h"
 
-#include <array>
 #include <cmath>
+#include <cstring>
 
 namespace {
 
@@ -17,8 +17,8 @@ float ToFloat(std::uint16_t half) {
                          : std::ldexp(float(fraction + 0x400), exponent - 25);
 }
 
-std::array<unsigned char, 0x10000> MakeTable() {
-    std::array<unsigned char, 0x10000> table{};
+HalfBytes MakeTable() {
+    HalfBytes table{};
     for (std::uint16_t half = 0; half < kOne; ++half)
         table[half] = static_cast<unsigned char>(std::lround(ToFloat(half) * 255.0f));
     for (std::uint16_t half = kOne; half <= kInfinity; ++half)
@@ -29,13 +29,30 @@ std::array<unsigned char, 0x10000> MakeTable() {
 
 } // namespace
 
-void ConvertHalfToBytes(const std::uint16_t* pHalf, unsigned char* pBytes, size_t count) {
-    static const std::array<unsigned char, 0x10000> sTable = MakeTable();
-    for (size_t i = 0; i < count; ++i)
-        pBytes[i] = sTable[pHalf[i]];
+const HalfBytes& GetPlainBytes() {
+    static const HalfBytes sTable = MakeTable();
+    return sTable;
 }
 
-void ConvertHalfPixels(const std::uint16_t* pHalf, unsigned char* pBytes, size_t count) {
+void ConvertHalfToBytes(const std::uint16_t* pHalf, unsigned char* pBytes, size_t count) {
+    const HalfBytes& table = GetPlainBytes();
     for (size_t i = 0; i < count; ++i)
-        ConvertHalfToBytes(pHalf + 4 * i, pBytes + 3 * i, 3);
+        pBytes[i] = table[pHalf[i]];
+}
+
+// Most pixels are as their neighbour: the background.
+void ConvertHalfPixels(const std::uint16_t* pHalf, unsigned char* pBytes, size_t count,
+                       const HalfBytes& table) {
+    std::uint64_t last = 0;
+    unsigned char rgb[3] = {table[0], table[0], table[0]};
+    for (size_t i = 0; i < count; ++i, pHalf += 4, pBytes += 3) {
+        std::uint64_t pixel;
+        std::memcpy(&pixel, pHalf, sizeof pixel);
+        if (pixel != last) {
+            for (size_t c = 0; c < 3; ++c)
+                rgb[c] = table[pHalf[c]];
+            last = pixel;
+        }
+        std::memcpy(pBytes, rgb, 3);
+    }
 }

@@ -125,6 +125,8 @@ void ImageIO_cls::SaveImageFromTexture(const ImageBuffers_st& buffers, int w, in
     picture.mSrcW = buffers.mpColor->GetWidth();
     picture.mSrcH = buffers.mpColor->GetHeight();
     picture.mPart = buffers.mpColor->GetShown();
+    picture.mColorBytes = buffers.mColorBytes;
+    picture.mCoverBytes = buffers.mCoverBytes;
     picture.mHalves = buffers.mHalves;
     picture.mbHalfFloat = true;
     bool bRead = true;

@@ -18,6 +18,9 @@ struct ImageBuffers_st {
     const FBO_cls* mpColor = nullptr;
     const FBO_cls* mpOnBlack = nullptr; ///< both or none of the two: see SavePicture_st
     const FBO_cls* mpOnWhite = nullptr;
+    /// Of the half floats of colour, and of those over black and white; null: the plain ones.
+    std::shared_ptr<const HalfBytes> mColorBytes;
+    std::shared_ptr<const HalfBytes> mCoverBytes;
     const FBO_cls* mpOverlay = nullptr;       ///< with alpha, as large as the file; null: none
     Halves mHalves = HALVES_NONE;             ///< where the two eyes of the picture stand
     const ImageBuffers_st* mpRight = nullptr; ///< the other eye in full size; null: the halves are squeezed

@@ -47,9 +47,12 @@ void ThreadSave_cls::Save() {
 // The picture, or the half of it that stands in the source.
 bool ThreadSave_cls::MakeEye() {
     const bool bAlpha = mPicture.mOnBlack && mPicture.mOnWhite;
-    bool bFits = mPicture.mSource && mPicture.mW > 0 && mPicture.mH > 0 && Fit(mPicture.mSource, &mColor);
+    const HalfBytes* pColor = mPicture.mColorBytes.get();
+    const HalfBytes* pCover = mPicture.mCoverBytes.get();
+    bool bFits =
+        mPicture.mSource && mPicture.mW > 0 && mPicture.mH > 0 && Fit(mPicture.mSource, pColor, &mColor);
     if (bFits && bAlpha)
-        bFits = Fit(mPicture.mOnBlack, &mOnBlack) && Fit(mPicture.mOnWhite, &mOnWhite) &&
+        bFits = Fit(mPicture.mOnBlack, pCover, &mOnBlack) && Fit(mPicture.mOnWhite, pCover, &mOnWhite) &&
                 mAlpha.Allocate(mPicture.mW, mPicture.mH, 1);
     if (!bFits) return false;
     if (bAlpha) AddAlpha();
@@ -92,7 +95,8 @@ bool ThreadSave_cls::Join(const PixelBuffer_cls& left, const PixelBuffer_cls& ri
 }
 
 // Bytes of the file's size. Of half floats those that the file shows are there at least.
-bool ThreadSave_cls::Fit(const PixelBuffer_cls& source, PixelBuffer_cls* pTarget) const {
+bool ThreadSave_cls::Fit(const PixelBuffer_cls& source, const HalfBytes* pTable,
+                         PixelBuffer_cls* pTarget) const {
     const int w = mPicture.mSrcW, h = mPicture.mSrcH;
     const size_t count = size_t(w) * size_t(h) * 3;
     const bool bSame = w == mPicture.mW && h == mPicture.mH;
@@ -105,7 +109,8 @@ bool ThreadSave_cls::Fit(const PixelBuffer_cls& source, PixelBuffer_cls* pTarget
         const ShownPart_st part = mPicture.mPart.IsEmpty() ? ShownPart_st{0, 0, w, h} : mPicture.mPart;
         const auto* pFrom = reinterpret_cast<const std::uint16_t*>(source.Get());
         for (int y = part.mY; y < part.mY + part.mH; ++y, pFrom += size_t(part.mW) * 4)
-            ConvertHalfPixels(pFrom, pTo + (size_t(y) * size_t(w) + size_t(part.mX)) * 3, size_t(part.mW));
+            ConvertHalfPixels(pFrom, pTo + (size_t(y) * size_t(w) + size_t(part.mX)) * 3, size_t(part.mW),
+                              pTable ? *pTable : GetPlainBytes());
         pBytes = pTo;
     } else if (bSame) {
         std::copy_n(pBytes, count, pTarget->Get());

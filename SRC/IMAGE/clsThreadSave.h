@@ -2,11 +2,13 @@
 #pragma once
 
 #include <atomic>
+#include <memory>
 
 #include <wx/string.h>
 #include <wx/thread.h>
 
 #include "GL/BASE/ShownPart.h"
+#include "IMAGE/HalfFloat.h"
 #include "IMAGE/ImageFile.h"
 #include "IMAGE/PixelBuffer.h"
 
@@ -23,6 +25,8 @@ struct SavePicture_st {
     int mSrcH = 0;
     ShownPart_st mPart; ///< what of the source stands in the following buffers; empty: all
     bool mbHalfFloat = false;
+    std::shared_ptr<const HalfBytes> mColorBytes; ///< of the source's half floats; null: the plain ones
+    std::shared_ptr<const HalfBytes> mCoverBytes; ///< of those over black and over white
     PixelBuffer_cls mSource;
     /// The scene over black and over white, as the source: together they tell how much of the background
     /// shows. Empty: the file has no alpha.
@@ -58,7 +62,7 @@ private:
     bool Join(const PixelBuffer_cls& left, const PixelBuffer_cls& right, int pixelBytes,
               PixelBuffer_cls* pBoth) const;
     bool AddRightEye();
-    bool Fit(const PixelBuffer_cls& source, PixelBuffer_cls* pTarget) const;
+    bool Fit(const PixelBuffer_cls& source, const HalfBytes* pTable, PixelBuffer_cls* pTarget) const;
     void AddAlpha();
     void AddOverlay();
     void MergeOverlayRow(const unsigned char* pOverlay, int step, unsigned char* pOut, unsigned char* pAlpha);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
 
 #include <epoxy/gl.h>
 #include <wx/app.h>
@@ -10,6 +11,9 @@
 #include "COMMON/MsgBox.h"
 #include "COMMON/RuntimeFiles.h"
 #include "COMMON/UpdateBits.h"
+#include "GL/BASE/clsFBO.h"
+#include "GL/BASE/clsGLPerspective.h"
+#include "GL/BASE/clsGLState.h"
 #include "GL/BASE/clsShaderCtrl.h"
 #include "GL/BASE/clsShaderProgram.h"
 #include "GL/VIEW/clsExposureGUI.h"
@@ -109,6 +113,49 @@ void Exposure_cls::Begin() const {
 
 void Exposure_cls::End() const {
     if (mbEnabled) glUseProgram(0);
+}
+
+std::shared_ptr<const HalfBytes> Exposure_cls::GetBytes(bool bBypassed) {
+    if (!mbEnabled) return nullptr;
+    Bytes_st& found = mBytes[bBypassed ? 1 : 0];
+    const Levels levels =
+        bBypassed ? Levels{0.0, 1.0, 1.0} : Levels{mLevel.mValue[0], mLevel.mValue[1], double(mGamma.mValue)};
+    if (found.mBytes && found.mLevels == levels) return found.mBytes;
+    SetBypassed(bBypassed);
+    SetAccumulation(1.0f);
+    found = {levels, FindBytes()};
+    EndAccumulation();
+    SetBypassed(false);
+    return found.mBytes;
+}
+
+// The program's arithmetic is the driver's: a logarithm of this processor would differ in the last bit.
+std::shared_ptr<const HalfBytes> Exposure_cls::FindBytes() const {
+    constexpr int kSide = 256;
+    constexpr size_t kHalves = size_t(kSide) * kSide;
+    std::vector<std::uint16_t> pixels(kHalves * 4, 0x3c00);
+    for (size_t half = 0; half < kHalves; ++half)
+        std::fill_n(&pixels[4 * half], 3, std::uint16_t(half));
+    FBO_cls all(kSide, kSide), exposed(kSide, kSide);
+    all.MakeFBO(false);
+    exposed.MakeFBO(false);
+    {
+        const GLAttribScope_cls attributes;
+        const GLClientScope_cls client;
+        glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+        all.BindTexture();
+        glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, kSide, kSide, GL_RGBA, GL_HALF_FLOAT, pixels.data());
+        const FBOScope_cls target(exposed, false);
+        FBO_cls::DrawOnScreenSet(GLPerspective_cls(), kSide, kSide, false);
+        Begin();
+        FBO_cls::DrawOnScreenDraw(&all, GL_NEAREST);
+        End();
+    }
+    exposed.ReadShown(GL_RGBA, GL_HALF_FLOAT, pixels.data());
+    auto bytes = std::make_shared<HalfBytes>();
+    for (size_t half = 0; half < kHalves; ++half)
+        (*bytes)[half] = GetPlainBytes()[pixels[4 * half]];
+    return bytes;
 }
 
 void Exposure_cls::SetAccumulation(float alpha) {

@@ -2,12 +2,14 @@
 // that stands between every buffer and its target.
 #pragma once
 
+#include <array>
 #include <memory>
 
 #include <wx/string.h>
 
 #include "CONFITEM/clsConfItem.h"
 #include "CONFITEM/clsConfItemList.h"
+#include "IMAGE/HalfFloat.h"
 
 class ExposureGUI_cls;
 class ShaderProgram_cls;
@@ -39,6 +41,13 @@ public:
     /// Colours go through unchanged, whatever the page says; weights still count.
     void SetBypassed(bool bBypassed) { mbBypassed = bBypassed; }
 
+    /// Does each channel come out by itself, whatever the others are?
+    bool IsByChannel() const { return mHueOffset.mValue % 360 == 0 && mSaturation.mValue == 0; }
+    /// The bytes that half floats become in a picture of full weight, which needn't be drawn through the
+    /// program then. They are the program's own: all half floats are drawn through it once, when settings
+    /// have changed. Null: the plain ones. Needs a current context, and IsByChannel unless `bBypassed`.
+    std::shared_ptr<const HalfBytes> GetBytes(bool bBypassed);
+
     /// Pictures come out as they went in.
     bool IsNeutral() const;
     /// Back to that; one step of the undo list.
@@ -55,8 +64,14 @@ public:
     ConfItemINT_cls mSaturation;    ///< percent, -100 to 100
 
 private:
+    using Levels = std::array<double, 3>; ///< both levels and gamma
+    struct Bytes_st {
+        Levels mLevels{};
+        std::shared_ptr<const HalfBytes> mBytes;
+    };
     bool MakeProgram();
     void SetColors() const;
+    std::shared_ptr<const HalfBytes> FindBytes() const;
 
     bool mbBypassed = false;
     bool mbInitialized = false;
@@ -65,5 +80,6 @@ private:
     bool mbBlendMode = false; ///< steps of a motion blur are added up
     wxString mStrProblem;
     std::unique_ptr<ShaderProgram_cls> mpCProgram;
-    int mLocation[8]; ///< of the uniforms
+    Bytes_st mBytes[2]; ///< found last: with the settings, and bypassed
+    int mLocation[8];   ///< of the uniforms
 };

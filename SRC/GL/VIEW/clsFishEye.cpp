@@ -92,6 +92,12 @@ void FishEye_cls::MakeFishEyeProcessFH(int face, PositionAndDirection_cls* pCame
 
 void FishEye_cls::MakeFishEyeProcessLH(int face) { mpCFBO[face]->End(); }
 
+void FishEye_cls::SwapFace(std::unique_ptr<FBO_cls>& pOther) {
+    if (!pOther || pOther->GetWidth() != mSize) pOther = std::make_unique<FBO_cls>(mSize, mSize);
+    pOther->SetShown(mpCFBO[0]->GetShown());
+    std::swap(mpCFBO[0], pOther);
+}
+
 void FishEye_cls::MakeFishEyeEnd(bool bKeep) {
     for (int face = bKeep ? kFaces : 1; face < kFaces; ++face)
         mpCFBO[face].reset();

@@ -63,6 +63,10 @@ public:
     /// The strip across the whole width of the present target.
     void GatherCylinder(double angle, bool bAdditive, int w, int h);
 
+    /// Keep the first face's picture: the buffer, or a new one, takes its place and is drawn into next.
+    /// Between Begin and End.
+    void SwapFace(std::unique_ptr<FBO_cls>& pOther);
+
     double GetClipAspectRatio() const { return double(mClipW) / mClipH; } ///< of the picture
     const FBO_cls* GetFace(int face) const { return mpCFBO[face].get(); }
     /// How often the dome's lists were made; for tests.

@@ -119,18 +119,29 @@ bool ViewImage_cls::IsApart() const {
     return mContext.mMoment.passes > 1 && mContext.mShared.mspCStereogramLink->KeepsEyesApart();
 }
 
-// The faces are drawn.
+/// Is an image the face of its view, pixel for pixel?
+bool ViewImage_cls::ShowsFace() const {
+    return mContext.mSettings.GetMultiPanelMode() == FishEye_cls::MODE_FLAT && mContext.mMoment.passes == 1 &&
+           !mContext.mHost.GetPCTimeCtrl()->mCMotionBlur.mbBlur;
+}
+
+// The faces are drawn. A face that is the image is taken as it is, its exposure by bytes.
 void ViewImage_cls::BakeImage(double angle, wxSize window) {
     EyeBuffers_st& eye = mEyes[IsApart() ? mContext.mMoment.pass : 0];
-    BakeResultToFBOForImage(eye.mpCFBOForImage, GatherTarget::Image, window);
+    mbShowsFace = ShowsFace();
+    mbByBytes = mbShowsFace && mContext.mShared.mspCExposureLink->IsByChannel();
+    if (!mbByBytes) BakeResultToFBOForImage(eye.mpCFBOForImage, GatherTarget::Image, window);
     if (!mImageOrder.bTransparent) return;
     // The same scene over black, as it is drawn already, and over white tell what covers the background.
-    BakeResultToFBOForImage(eye.mpCFBOOnBlack, GatherTarget::OnBlack, window);
+    if (mbShowsFace)
+        mContext.mShared.mspCFishEyeCtrl->SwapFace(eye.mpCFBOOnBlack);
+    else
+        BakeResultToFBOForImage(eye.mpCFBOOnBlack, GatherTarget::OnBlack, window);
     mContext.mMoment.plainGrey = 1.0f;
     mContext.mCGLPerspective.mAngle = angle;
     mScene.DrawOnFBO();
     mContext.mCGLPerspective.mAngle = static_cast<int>(angle);
-    BakeResultToFBOForImage(eye.mpCFBOOnWhite, GatherTarget::OnWhite, window);
+    if (!mbShowsFace) BakeResultToFBOForImage(eye.mpCFBOOnWhite, GatherTarget::OnWhite, window);
     mContext.mMoment.plainGrey = 0.0f;
 }
 
@@ -162,10 +173,15 @@ void ViewImage_cls::BakeResultToFBOForImage(std::unique_ptr<FBO_cls>& pTarget, G
 
 ImageBuffers_st ViewImage_cls::GetBuffers(int pass) const {
     ImageBuffers_st buffers;
-    buffers.mpColor = mEyes[pass].mpCFBOForImage.get();
-    if (mImageOrder.bTransparent) {
-        buffers.mpOnBlack = mEyes[pass].mpCFBOOnBlack.get();
-        buffers.mpOnWhite = mEyes[pass].mpCFBOOnWhite.get();
+    const EyeBuffers_st& eye = mEyes[pass];
+    const FBO_cls* pFace = mContext.mShared.mspCFishEyeCtrl->GetFace(0);
+    const FBO_cls* pOnBlack = mImageOrder.bTransparent ? eye.mpCFBOOnBlack.get() : nullptr;
+    buffers.mpColor = !mbByBytes ? eye.mpCFBOForImage.get() : pOnBlack ? pOnBlack : pFace;
+    if (mbByBytes) buffers.mColorBytes = mContext.mShared.mspCExposureLink->GetBytes(false);
+    if (pOnBlack) {
+        buffers.mpOnBlack = pOnBlack;
+        buffers.mpOnWhite = mbShowsFace ? pFace : eye.mpCFBOOnWhite.get();
+        if (mbShowsFace) buffers.mCoverBytes = mContext.mShared.mspCExposureLink->GetBytes(true);
     }
     if (mContext.mMoment.passes == 1) return buffers;
     const StereoGram_cls& stereo = *mContext.mShared.mspCStereogramLink;

@@ -81,6 +81,7 @@ private:
         std::unique_ptr<FBO_cls> mpCFBOOnBlack; ///< both of a transparent image
         std::unique_ptr<FBO_cls> mpCFBOOnWhite;
     };
+    bool ShowsFace() const;
     bool IsDual() const;
     bool IsApart() const;
     ImageBuffers_st GetBuffers(int pass) const;
@@ -94,7 +95,9 @@ private:
     ViewOverlay_cls& mOverlay;
     ImageBake_cls mBake;
     ImageOrder_st mImageOrder;
-    EyeBuffers_st mEyes[2]; ///< the second one where two eyes have an image each
+    EyeBuffers_st mEyes[2];   ///< the second one where two eyes have an image each
+    bool mbShowsFace = false; ///< the paint's image has the pixels of its face, but for their exposure ...
+    bool mbByBytes = false;   ///< ... which is left to who makes bytes of them
     WindowTaker mWindowTaker;
     bool mbWindowEyes = false;
 };
