@@ -1,11 +1,13 @@
 #!/bin/bash
-# How much of a film's time is drawing? Makes snapshots of 100,000 points, a film of them at 1280x720 with
-# software rendering, and tells the share of the wall time, start and end included.
-#   tools/time_film.sh [frames]     300 without it
+# How much of a film's time is drawing? Makes snapshots of 100,000 points, a film of them with software
+# rendering, and tells the share of the wall time, start and end included; then the same film with the
+# particles hidden, and so the time of a frame that is fixed and the time of the particles.
+#   tools/time_film.sh [frames [WIDTHxHEIGHT]]     300 and 1280x720 without them
 set -euo pipefail
 cd -P "$(dirname "${BASH_SOURCE[0]}")/.."
 
 frames=${1:-300}
+size=${2:-1280x720}
 program=build/release/morentis-film
 [[ -x $program ]] || { echo "Build the program first: ./run" >&2; exit 1; }
 stage=$(mktemp -d)
@@ -39,15 +41,27 @@ with open(f"{stage}/points.mrp", "w") as file:
                "Classify=0\nDataSequence0=0\npoints0000.bin\nSEQ0TYPE0DrawType=0\nSEQ0TYPE0PointSize=2\n")
 PY
 
-mkdir "$stage/out"
-start=$(date +%s.%N)
-env -u DISPLAY LIBGL_ALWAYS_SOFTWARE=1 "$program" --quiet --timing --size 1280x720 --output "$stage/out/f%04d.png" \
-  "$stage/points.mrp" 2>"$stage/err" || { cat "$stage/err" >&2; exit 1; }
-end=$(date +%s.%N)
-count=$(find "$stage/out" -name 'f*.png' | wc -l)
-((count == frames)) || { echo "$count of $frames pictures were written" >&2; exit 1; }
-awk -v wall="$(echo "$end $start" | awk '{print $1 - $2}')" '/timing:/ {
-  for (i = 1; i <= NF; ++i) if (split($i, part, "=") == 2) value[part[1]] = part[2]
+sed 's/^Panel0ShowGrid=0$/&\nPanel0ShowData=0/' "$stage/points.mrp" >"$stage/hidden.mrp"
+
+make_film() { # NAME: its pictures in $stage/NAME_out, its timing and wall time in $stage/NAME
+  local start end count
+  mkdir "$stage/$1_out"
+  start=$(date +%s.%N)
+  env -u DISPLAY LIBGL_ALWAYS_SOFTWARE=1 "$program" --quiet --timing --size "$size" \
+    --output "$stage/$1_out/f%04d.png" "$stage/$1.mrp" 2>"$stage/err" || { cat "$stage/err" >&2; exit 1; }
+  end=$(date +%s.%N)
+  count=$(find "$stage/$1_out" -name 'f*.png' | wc -l)
+  ((count == frames)) || { echo "$count of $frames pictures were written" >&2; exit 1; }
+  { grep timing: "$stage/err"; echo "timing: wall=$(echo "$end $start" | awk '{print $1 - $2}')"; } >"$stage/$1"
+}
+make_film points
+make_film hidden
+awk '{ for (i = 1; i <= NF; ++i) if (split($i, part, "=") == 2) value[FILENAME == ARGV[1], part[1]] = part[2] }
+END {
+  wall = value[1, "wall"]
   printf "%d frames in %.1f s (%.1f a second): drawing %.1f s, waiting for data %.1f s, for files %.1f s, start and end %.1f s\n",
-    value["frames"], wall, value["frames"] / wall, value["draw"], value["data"], value["files"], wall - value["loop"]
-  printf "drawing: %.0f %% of the wall time\n", 100 * value["draw"] / wall }' "$stage/err"
+    value[1, "frames"], wall, value[1, "frames"] / wall, value[1, "draw"], value[1, "data"], value[1, "files"], wall - value[1, "loop"]
+  printf "drawing: %.0f %% of the wall time\n", 100 * value[1, "draw"] / wall
+  all = 1000 * value[1, "loop"] / value[1, "frames"]
+  fixed = 1000 * value[0, "loop"] / value[0, "frames"]
+  printf "a frame: %.1f ms, of which fixed %.1f ms, particles %.1f ms\n", all, fixed, all - fixed }' "$stage/points" "$stage/hidden"

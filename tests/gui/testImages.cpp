@@ -6,6 +6,8 @@
 #include <wx/statusbr.h>
 
 #include "COLORCURVE/clsColorCurve.h"
+#include "GL/BASE/clsFBO.h"
+#include "GL/VIEW/clsExposure.h"
 #include "GL/VIEW/clsSharedView.h"
 #include "GL/VIEW/WideImageSize.h"
 #include "PARAM/clsParameters.h"
@@ -62,6 +64,55 @@ TEST_F(Images, AFilmOfTheWindowsSizeShowsWhatTheWindowShows) {
     EXPECT_LT(2.0 * same, moved);
     EXPECT_GT(CountLit(image), 500);
     EXPECT_EQ(Time()->GetFrame(), 0);
+}
+
+// Of a face only the part that window or file show is cleared and drawn; what is left in the rest never
+// shows.
+TEST_F(Images, PartsOfAFaceMakeThePictureOfTheWhole) {
+    MotionBlurCtrl_cls& blur = Time()->mCMotionBlur;
+    const auto take = [this, &blur](wxSize size, bool bTransparent, bool bBlur, bool bWhole) {
+        const wxString path = wxString::FromUTF8(mDir / "part.png");
+        FBO_cls::msbWhole = bWhole;
+        blur.mbBlur = bBlur;
+        bool bTaken = false;
+        Canvas(0)->RequestImage(
+            [&](const ImageBuffers_st& buffers, wxSize taken) {
+                GCImgIO.SaveImageFromTexture(buffers, taken.x, taken.y, path);
+                bTaken = true;
+            },
+            size, bTransparent);
+        for (int step = 0; step < (bBlur ? blur.mBlurSteps : 1); ++step) {
+            blur.mBlurStep = bBlur ? step : 0;
+            Canvas(0)->MarkStale();
+            Repaint();
+        }
+        EXPECT_TRUE(PumpUntil([&bTaken] { return bTaken; }));
+        blur.mbBlur = false;
+        blur.mBlurStep = 0;
+        GCImgIO.Finish();
+        return wxImage(path);
+    };
+    blur.mBlurSteps = 2;
+    for (const wxString exposure : {"Gamma=1", "Gamma=1.7", "Saturation=40"}) {
+        Hub()->mpCExposure->ReadStrLine("Exposure" + exposure);
+        for (const wxSize size : {wxSize(96, 40), wxSize(40, 96)})
+            for (const int kind : {0, 1, 2}) {
+                SetBackground(0.9f, 0.7f, 0.8f);
+                take(wxSize(64, 64), kind == 1, kind == 2, true); // what must not show
+                SetBackground(0.1f, 0.2f, 0.05f);
+                const wxImage part = take(size, kind == 1, kind == 2, false);
+                const wxImage whole = take(size, kind == 1, kind == 2, true);
+                EXPECT_TRUE(AreEqual(part, whole)) << exposure << " " << size.x << " " << kind;
+                if (kind == 1) EXPECT_EQ(0, std::memcmp(part.GetAlpha(), whole.GetAlpha(), Bytes(part) / 3));
+                EXPECT_GT(CountLit(part), 100);
+            }
+        FBO_cls::msbWhole = true;
+        Repaint();
+        const Picture_st whole = Grab(0);
+        FBO_cls::msbWhole = false;
+        Repaint();
+        EXPECT_TRUE(Grab(0).mRGB == whole.mRGB) << exposure;
+    }
 }
 
 TEST_F(Images, NumbersFollowSteppingIntervalAndStart) {
