@@ -20,6 +20,7 @@
 #include "COMMON/PictureFault.h"
 #include "COMMON/ThreadStates.h"
 #include "COMMON/clsSplitPath.h"
+#include "GL/BASE/DrawWay.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
@@ -383,6 +384,8 @@ wxString FilmMaker_cls::DrawStep() {
     const MillisScope_cls time(mWatch, &mDrawMillis);
     if (!PDataSeqCtrl_cls::MakeRoom(kBytesOfPicture)) return "memory is too short for OpenGL";
     const bool bDrawn = mpCCanvas->DrawImage();
+    if (!mbWayTold) mpCProgress->Say(GetDrawWayText().utf8_string());
+    mbWayTold = true;
     const wxString fault = TakePictureFault();
     if (!fault.empty() || IsFilmStopped()) return fault;
     return bDrawn ? FindMissing() : wxString("it can't be drawn");

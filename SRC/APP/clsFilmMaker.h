@@ -127,6 +127,7 @@ private:
 
     // Milliseconds.
     wxStopWatch mWatch;
+    bool mbWayTold = false; ///< who draws particles
     long mDrawMillis = 0; ///< the paints, with what they wait for
     long mDataMillis = 0;
     long mFileMillis = 0; ///< of the paints

@@ -82,6 +82,8 @@ static void LocateFlat(const TileView_st& view, int count, TileSeen_st& seen) {
     }
 }
 
+LANES_INLINE float ToPlace(float v) { return static_cast<float>(static_cast<int>(v * 256.0f + 0.5f)) / 256.0f; }
+
 /// Left, bottom and edge of a point in pixels: one of an odd size lies around the middle of a pixel, one of an
 /// even size around a corner.
 static void LocatePoints(const TileScene_st& scene, const TileRun_st& run, const TileLook_st& look,
@@ -100,8 +102,9 @@ static void LocatePoints(const TileScene_st& scene, const TileRun_st& run, const
         const bool bIn = (cw > 0.0f) & (cx >= -cw) & (cx <= cw) & (cy >= -cw) & (cy <= cw) & (cz >= -cw) &
                          (cz <= cw);
         const float per = 0.5f / (bIn ? cw : 1.0f);
-        const float px = bIn ? (cx * per + 0.5f) * w : 0.0f;
-        const float py = bIn ? (cy * per + 0.5f) * h : 0.0f;
+        // OpenGL's drivers know 256 places in a pixel.
+        const float px = bIn ? ToPlace((cx * per + 0.5f) * w) : 0.0f;
+        const float py = bIn ? ToPlace((cy * per + 0.5f) * h) : 0.0f;
         const int left = static_cast<int>(px + shift) - edge / 2;
         const int bottom = static_cast<int>(py + shift) - edge / 2;
         seen.x[i] = static_cast<float>(left);

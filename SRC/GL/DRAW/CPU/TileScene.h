@@ -77,6 +77,7 @@ struct TileScene_st {
     float around[3] = {0.2f, 0.2f, 0.2f}; ///< light of the model
     float boldness = 0.3f;                ///< of the outline of cartoon spheres
     bool bLoneShadowLight = false;        ///< cartoon spheres are black where it doesn't reach
+    bool bPlainLight = false;             ///< of far lights alone, without fog; TileDraw_cls finds it
     TileTexture_st texture;
     TileLook_st look[kLooks];
 };

@@ -110,6 +110,9 @@ bool TileDraw_cls::Draw(const TileScene_st& scene, const TileSource_cls& source,
     if (mScene.lights.size() > 8) mScene.lights.resize(8); // as OpenGL has
     for (TileLight_st& light : mScene.lights)
         PrepareLight(light);
+    mScene.bPlainLight = mScene.fog.mode == TileFog_st::NONE;
+    for (const TileLight_st& light : mScene.lights)
+        mScene.bPlainLight &= light.place[3] == 0.0f && !light.bSpot;
     mbMaterials = false;
     for (const TileLook_st& look : scene.look)
         mbMaterials |= look.kind == TileLook_st::SPHERE && look.bMaterials;
