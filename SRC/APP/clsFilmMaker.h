@@ -128,7 +128,7 @@ private:
     // Milliseconds.
     wxStopWatch mWatch;
     bool mbWayTold = false; ///< who draws particles
-    long mDrawMillis = 0; ///< the paints, with what they wait for
+    long mDrawMillis = 0;   ///< the paints, with what they wait for
     long mDataMillis = 0;
     long mFileMillis = 0; ///< of the paints
     long mLoopMillis = 0; ///< from the first frame to the last file
