@@ -247,8 +247,8 @@ void FilmMaker_cls::MakeFrames() {
     TellGuard(GuardWord::Begun);
     mWatch.Start();
     mpCProgress->Begin(int(mFilm.size()));
-    const bool bLight = !mpCPov || !mpCPov->NeedsPretrace() || MakePovPretrace();
-    for (size_t i = 0; bLight && i < mFilm.size() && !IsFilmStopped(); ++i)
+    const bool bFirst = !mpCPov || MakePovFirst();
+    for (size_t i = 0; bFirst && i < mFilm.size() && !IsFilmStopped(); ++i)
         MakeFrame(i);
     if (mpCPov) EndPov();
     GCImgIO.Finish();

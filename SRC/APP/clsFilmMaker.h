@@ -92,7 +92,8 @@ private:
     // clsFilmMakerPov.cpp
     bool TakePov();
     void TakePovRegion(wxString* pError);
-    bool MakePovPretrace();
+    FilmFrame_st FindPovFirst();
+    bool MakePovFirst();
     void EndPovFrame(size_t i, const wxString& error);
     void EndPov();
     wxSize GetDrawnSize() const;
