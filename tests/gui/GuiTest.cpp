@@ -31,7 +31,10 @@
 #include "GL/VIEW/clsSharedView.h"
 #include "GuiEvents.h"
 #include "PDATA/clsDataLoader.h"
+#include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSeqCtrl.h"
+#include "PDATA/clsPDataSequence.h"
+#include "PDATA/clsPDataSnap.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/clsNumField.h"
 
@@ -71,6 +74,8 @@ FrameMain_cls* GuiTest::Frame() { return Hub()->mpCFrameMain; }
 MainGLCanvas_cls* GuiTest::Canvas(int view) { return Frame()->GetPCGLCanvas(view); }
 
 SharedView_cls& GuiTest::Shared() { return *Frame()->GetPCSharedView(); }
+
+TimeCtrl_cls* GuiTest::Time() { return Hub()->mpCTimeCtrl; }
 
 void GuiTest::SetUp() {
     SetMessageHandler([this](MessageKind kind, const wxString& text, const wxString& title) -> int {
@@ -161,6 +166,15 @@ bool GuiTest::OpenProjectAndPaint(const std::string& path) {
     return Settle();
 }
 
+void GuiTest::OpenMelt(int last) {
+    ASSERT_TRUE(OpenProjectAndPaint(Root() + "examples/lj_melt_bin/lj_melt_bin.mrp"));
+    Time()->SetAnimStepNative(1);
+    Time()->SetAnimInterpNative(1);
+    Time()->SetRepeatNative(0);
+    Time()->SetWAMinNative(0);
+    Time()->SetWAMaxNative(last);
+}
+
 Picture_st GuiTest::Grab(int view) {
     Picture_st picture;
     picture.mRGB = Canvas(view)->GetShownPicture(&picture.mW, &picture.mH);
@@ -179,6 +193,37 @@ bool GuiTest::ProjectToWindow(int view, const double (&pos)[3], double* pX, doub
     *pX = size.x / 2.0 + square[0] * side / 2.0;
     *pY = size.y / 2.0 - square[1] * side / 2.0;
     return true;
+}
+
+void GuiTest::PlayAll(int last) {
+    Time()->SetWAMinNative(0);
+    Time()->SetWAMaxNative(last);
+    Time()->SetAAMinNative(0);
+    Time()->SetAAMaxNative(last);
+}
+
+void GuiTest::HideAllButData(int view) {
+    MainGLCanvas_cls* canvas = Canvas(view);
+    canvas->mShowMessage.mValue = canvas->mShowItems.mValue = canvas->mShowGrid.mValue = false;
+}
+
+double GuiTest::ShareLit(int view, int snapshot, int* pInside, int radius) {
+    const Picture_st picture = Grab(view);
+    const PDataSequence_cls& sequence = *Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence();
+    const PDataBlock_cls& block = *sequence.mpCSnap[size_t(snapshot)]->mpCBlock;
+    int inside = 0;
+    int lit = 0;
+    for (int i = 0; i < block.mParticleNumber; ++i) {
+        const double pos[3] = {block.mpPos[i][0], block.mpPos[i][1], block.mpPos[i][2]};
+        double x = 0.0;
+        double y = 0.0;
+        if (!ProjectToWindow(view, pos, &x, &y)) continue;
+        if (x < 4 || y < 4 || x > picture.mW - 5 || y > picture.mH - 5) continue;
+        ++inside;
+        lit += picture.IsLit(x, y, radius, 60);
+    }
+    if (pInside) *pInside = inside;
+    return inside > 0 ? double(lit) / inside : 0.0;
 }
 
 TempDir_cls::TempDir_cls() {

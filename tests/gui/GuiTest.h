@@ -18,6 +18,7 @@ class FrameMain_cls;
 class Main_cls;
 class MainGLCanvas_cls;
 class SharedView_cls;
+class TimeCtrl_cls;
 class MultiInputPanel_cls;
 class NumField_cls;
 class wxDialog;
@@ -71,6 +72,7 @@ protected:
     static FrameMain_cls* Frame();
     static MainGLCanvas_cls* Canvas(int view);
     static SharedView_cls& Shared(); ///< of all views
+    static TimeCtrl_cls* Time();
 
     /// No limit of speed: the machine may be busy with something else.
     static constexpr int kPatience = 30000;
@@ -83,7 +85,16 @@ protected:
     /// Open the sequence of a file with the present grammar and wait for its first picture.
     static bool OpenAndPaint(const std::string& path);
     static bool OpenProjectAndPaint(const std::string& path);
+    /// The example of a melt in 20 snapshots, a frame each; frames 0 to `last` are worked on.
+    static void OpenMelt(int last = 19);
     static Picture_st Grab(int view);
+    /// Animation and work area: frames 0 to `last`.
+    static void PlayAll(int last);
+    /// No texts, items and ground grid in a view; the next paint shows it.
+    static void HideAllButData(int view);
+    /// Of the particles of a snapshot that lie inside a view's window, the share that is lit within `radius`
+    /// pixels of where the projection puts them; 0 where none is inside.
+    static double ShareLit(int view, int snapshot, int* pInside = nullptr, int radius = 4);
     /// Where a data point (loader's coordinates) lies in a view's window, in pixels from the top left.
     static bool ProjectToWindow(int view, const double (&pos)[3], double* pX, double* pY);
 

@@ -26,12 +26,7 @@ class ImageTest : public PictureTest {
 protected:
     void SetUp() override {
         PictureTest::SetUp();
-        ASSERT_TRUE(OpenProjectAndPaint(Root() + "examples/lj_melt_bin/lj_melt_bin.mrp"));
-        Shared().msCFBOSizeIndex.mValue = 0;
-        Time()->SetAnimInterpNative(1);
-        Time()->SetRepeatNative(0);
-        Time()->SetWAMinNative(0);
-        Time()->SetWAMaxNative(4);
+        OpenMelt(4);
         Canvas(0)->mShowItems.mValue = false;
         Canvas(0)->mShowMessage.mValue = false;
         OpenDialog();
@@ -46,7 +41,6 @@ protected:
         PictureTest::TearDown();
     }
 
-    static TimeCtrl_cls* Time() { return Hub()->mpCTimeCtrl; }
     static ImgSequence_cls* Sequence() { return Hub()->mpCImgSequence; }
     static wxDialogEXKey* Dialog() { return Sequence()->GetPCDialog(); }
     static void OpenDialog() {

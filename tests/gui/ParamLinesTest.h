@@ -81,7 +81,6 @@ protected:
         Time()->SetAAMaxNative(19);
     }
     static wxSplitterWindow* Splitter() { return dynamic_cast<wxSplitterWindow*>(Half()->GetParent()); }
-    static TimeCtrl_cls* Time() { return Hub()->mpCTimeCtrl; }
     static ParamTree_cls* Tree() { return Lines()->GetPCTree(); }
     std::vector<ParamGroup_cls*> Roots() const { return {mpPlace.get(), mpFade.get(), mpRig.get()}; }
     wxString Text() const { return mpPlace->Serialize() + mpFade->Serialize() + mpRig->Serialize(); }

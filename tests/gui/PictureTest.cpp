@@ -25,8 +25,7 @@ void PictureTest::SetUp() {
     mSize = Frame()->GetSize();
     Hub()->mpCDataLoader->SetToDefault(); // a project opened before may have moved and scaled the data
     ResetViews();
-    MainGLCanvas_cls* canvas = Canvas(0);
-    canvas->mShowMessage.mValue = canvas->mShowItems.mValue = canvas->mShowGrid.mValue = false;
+    HideAllButData(0);
 }
 
 void PictureTest::TearDown() {

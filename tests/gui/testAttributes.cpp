@@ -31,8 +31,7 @@ protected:
         ResetViews();
         ASSERT_TRUE(OpenProjectAndPaint(Root() + "examples/lj_melt_bin/lj_melt_bin.mrp"));
         ResetViews();
-        MainGLCanvas_cls* canvas = Canvas(0);
-        canvas->mShowMessage.mValue = canvas->mShowItems.mValue = canvas->mShowGrid.mValue = false;
+        HideAllButData(0);
         Menu(ID_REFRESH_GL);
         // All particles of this file are of type 1.
         Book()->SetSelection(1);

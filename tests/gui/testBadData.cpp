@@ -17,10 +17,8 @@
 #include "GuiTest.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/EDITOR/clsDataLoaderGUI.h"
-#include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
-#include "PDATA/clsPDataSnap.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
@@ -39,10 +37,9 @@ protected:
         loader->mCItemInterpolateType.mValue = 2;
         loader->SetToDefault();
         if (loader->mpCGUI) loader->mpCGUI->UpdateValues();
-        Canvas(0)->mShowMessage.mValue = Canvas(0)->mShowItems.mValue = Canvas(0)->mShowGrid.mValue = false;
+        HideAllButData(0);
         Time()->SetPrefetchNative(3);
     }
-    static TimeCtrl_cls* Time() { return Hub()->mpCTimeCtrl; }
     static PDataSeqCtrl_cls* Store() { return Hub()->mpCPDataSeqCtrl; }
     static std::string Bad(const std::string& name) { return Root() + "tests/data/bad/" + name; }
 

@@ -37,8 +37,7 @@ protected:
         ResetViews();
         ASSERT_TRUE(OpenProjectAndPaint(Root() + "examples/lj_melt_bin/lj_melt_bin.mrp"));
         ResetViews();
-        MainGLCanvas_cls* canvas = Canvas(0);
-        canvas->mShowMessage.mValue = canvas->mShowItems.mValue = canvas->mShowGrid.mValue = false;
+        HideAllButData(0);
         // All particles of this file are of type 1.
         Color().mbUseColorCurve.mValue = true;
         Color().mDependType.mValue = 0;

@@ -79,13 +79,6 @@ protected:
         ASSERT_EQ(Time()->GetMaxFrame(), kLong - 1);
     }
     static DataExporter_cls* Exporter() { return Hub()->mpCDataExporter; }
-    static TimeCtrl_cls* Time() { return Hub()->mpCTimeCtrl; }
-    static void PlayAll(int last) {
-        Time()->SetWAMinNative(0);
-        Time()->SetWAMaxNative(last);
-        Time()->SetAAMinNative(0);
-        Time()->SetAAMaxNative(last);
-    }
     static void ResetClock() {
         Time()->SetAnimInterpNative(1);
         Time()->SetAnimStepNative(1);

@@ -37,7 +37,6 @@ protected:
         SetWidth(mSize.x);
         GuiTest::TearDown();
     }
-    static TimeCtrl_cls* Time() { return Hub()->mpCTimeCtrl; }
     static void SetWidth(int width) {
         Frame()->SetSize(width, Frame()->GetSize().y);
         ASSERT_TRUE(PumpUntil([width] { return Frame()->GetSize().x == width; }));

@@ -60,13 +60,6 @@ protected:
         GCUndoList.Clear();
         GuiTest::TearDown();
     }
-    static TimeCtrl_cls* Time() { return Hub()->mpCTimeCtrl; }
-    static void PlayAll(int last) {
-        Time()->SetWAMinNative(0);
-        Time()->SetWAMaxNative(last);
-        Time()->SetAAMinNative(0);
-        Time()->SetAAMaxNative(last);
-    }
     Parameters_cls* Curve(int c) { return &mpGroup->mVParams[size_t(c)]; }
     const KeyFrame_cls& KeyOf(int c, int i) { return Curve(c)->GetKeys()[size_t(i)]; }
     wxPoint At(double t, double value) {

@@ -39,12 +39,7 @@ class PovDialog : public PictureTest {
 protected:
     void SetUp() override {
         PictureTest::SetUp();
-        ASSERT_TRUE(OpenProjectAndPaint(Root() + "examples/lj_melt_bin/lj_melt_bin.mrp"));
-        Shared().msCFBOSizeIndex.mValue = 0;
-        Time()->SetAnimInterpNative(1);
-        Time()->SetRepeatNative(0);
-        Time()->SetWAMinNative(0);
-        Time()->SetWAMaxNative(2);
+        OpenMelt(2);
         Reset();
         Menu(ID_POVRAY);
         mpGUI = dynamic_cast<PovRayGUI_cls*>(WaitForWindow("Pov-Ray Rendering Configure"));
@@ -73,7 +68,6 @@ protected:
         Pov().mCFormat.mDisplay.mValue = false;
     }
     static PovRayCtrl_cls& Pov() { return *Hub()->mpCPovRayCtrl; }
-    static TimeCtrl_cls* Time() { return Hub()->mpCTimeCtrl; }
     void PressButton(const wxString& label) {
         wxWindow* button = FindByLabel(mpGUI, label);
         ASSERT_TRUE(button) << label;

@@ -30,22 +30,14 @@ protected:
     void SetUp() override {
         GuiTest::SetUp();
         ResetViews();
-        ASSERT_TRUE(OpenProjectAndPaint(Root() + "examples/lj_melt_bin/lj_melt_bin.mrp"));
+        OpenMelt();
         Menu(ID_VIEW_PANEL_TYPE_0);
-        // The project brings settings of its own.
-        Time()->SetAnimStepNative(1);
-        Time()->SetAnimInterpNative(1);
-        Time()->SetRepeatNative(0);
         Time()->SetInterpStepNative(0, 0);
-        Time()->SetWAMinNative(0);
-        Time()->SetWAMaxNative(19);
-        Time()->SetAAMinNative(0);
-        Time()->SetAAMaxNative(19);
+        PlayAll(19);
         Time()->SetPrefetchNative(3);
         Canvas(0)->SetFocus();
         Menu(ID_REFRESH_TL);
     }
-    static TimeCtrl_cls* Time() { return Hub()->mpCTimeCtrl; }
     static BtmHalfPanel_cls* Half() { return Frame()->GetPCBtmHalf(); }
     static wxWindow* Play() { return Half()->GetPCPlayCtrl(); }
     static void Push(const wxString& tip) {
