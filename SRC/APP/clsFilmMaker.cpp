@@ -24,6 +24,7 @@
 #include "GL/BASE/clsGLState.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsSharedView.h"
 #include "IMAGE/ImageCheck.h"
 #include "IMAGE/VideoFile.h"
 #include "IMAGE/clsImageIO.h"
@@ -109,6 +110,7 @@ bool FilmMaker_cls::TakeView() {
                         "this display offers no OpenGL; install the packages libgl1 and libgl1-mesa-dri, or "
                         "unset DISPLAY");
     GpCurrentGLPanel = mpCCanvas;
+    mpCFrame->GetPCSharedView()->mbFilm = true;
     mpCCanvas->mShowItems.mValue = false;
     return true;
 }

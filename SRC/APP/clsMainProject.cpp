@@ -136,6 +136,14 @@ void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder,
     mpCPovRayCtrl->UpdateItems(true);
     mpCFrameMain->ApplySettings();
     if (!bConfigure) mpCFrameMain->GetPCViewFit()->KeepCameras();
+    const int lines = bConfigure ? 0 : CountNoNumbers(text);
+    if (lines > 0) {
+        const wxString words = wxString::Format(
+            wxPLURAL("%d line of the project has values that are no numbers: left out",
+                     "%d lines of the project have values that are no numbers: left out", lines),
+            lines);
+        Notice(words, words);
+    }
     GCUndoList.Clear(); // a project begins a history of its own
 }
 
