@@ -142,31 +142,34 @@ TEST_F(PovExport, GridsOfEveryKindStandWhereTheyAreInViews) {
     FilterScope_cls::Set(grid.mpCTranslate, {0, 0.1, 0.2});
     FilterScope_cls::Set(grid.mpCRotate, {20, 0, 0});
     LookFrom({-4, 1.5, 2}, {0.85, -0.3, -0.38});
-    for (const unsigned type : {FilterGridData_cls::FLAT_XY, FilterGridData_cls::FLAT_XZ,
-                                FilterGridData_cls::CUBIC, FilterGridData_cls::CIRCLE}) {
+    const unsigned types[] = {FilterGridData_cls::FLAT_XY, FilterGridData_cls::FLAT_XZ,
+                              FilterGridData_cls::CUBIC, FilterGridData_cls::CIRCLE};
+    std::vector<std::string> scenes;
+    std::vector<wxImage> views;
+    for (const unsigned type : types) {
         grid.mCGridType.mValue = type;
-        const bool bCircle = type == FilterGridData_cls::CIRCLE;
-        grid.mCGridMin.mValue = bCircle ? 0.2f : -0.5f;
+        grid.mCGridMin.mValue = type == FilterGridData_cls::CIRCLE ? 0.2f : -0.5f;
         FilterScope_cls::Set(grid.mpCScale, {1.5, 1.5, 1.5});
-        const wxImage view = Draw(128, 128);
-        Write();
-        const wxImage rendered = Render(128, 128);
-        ASSERT_TRUE(rendered.IsOk());
-        Keep(view, std::to_string(type) + "view");
-        Keep(rendered, std::to_string(type) + "pov");
-        const auto getReach = [](const wxImage& image, int level) {
-            std::array<int, 4> reach = {999, 999, 0, 0};
-            for (int y = 0; y < image.GetHeight(); ++y)
-                for (int x = 0; x < image.GetWidth(); ++x)
-                    if (GreyAt(image, x, y) > level)
-                        reach = {std::min(reach[0], x), std::min(reach[1], y), std::max(reach[2], x),
-                                 std::max(reach[3], y)};
-            return reach;
-        };
-        const std::array<int, 4> a = getReach(view, 20), b = getReach(rendered, 5);
-        EXPECT_GT(a[2], a[0]) << type;
+        views.push_back(Draw(128, 128));
+        scenes.push_back(Write());
+    }
+    const auto getReach = [](const wxImage& image, int level) {
+        std::array<int, 4> reach = {999, 999, 0, 0};
+        for (int y = 0; y < image.GetHeight(); ++y)
+            for (int x = 0; x < image.GetWidth(); ++x)
+                if (GreyAt(image, x, y) > level)
+                    reach = {std::min(reach[0], x), std::min(reach[1], y), std::max(reach[2], x),
+                             std::max(reach[3], y)};
+        return reach;
+    };
+    const std::vector<wxImage> rendered = RenderAll(scenes, 128, 128);
+    for (size_t i = 0; i < views.size(); ++i) {
+        Keep(views[i], std::to_string(types[i]) + "view");
+        Keep(rendered[i], std::to_string(types[i]) + "pov");
+        const std::array<int, 4> a = getReach(views[i], 20), b = getReach(rendered[i], 5);
+        EXPECT_GT(a[2], a[0]) << types[i];
         for (size_t side = 0; side < 4; ++side)
-            EXPECT_NEAR(a[side], b[side], 2) << type << " side " << side;
+            EXPECT_NEAR(a[side], b[side], 2) << types[i] << " side " << side;
     }
 }
 
