@@ -34,3 +34,8 @@ void ConvertHalfToBytes(const std::uint16_t* pHalf, unsigned char* pBytes, size_
     for (size_t i = 0; i < count; ++i)
         pBytes[i] = sTable[pHalf[i]];
 }
+
+void ConvertHalfPixels(const std::uint16_t* pHalf, unsigned char* pBytes, size_t count) {
+    for (size_t i = 0; i < count; ++i)
+        ConvertHalfToBytes(pHalf + 4 * i, pBytes + 3 * i, 3);
+}

@@ -34,22 +34,18 @@ bool TakeGLErrors() {
 }
 
 /// False: there is nothing to be shown.
-bool ReadTexture(const FBO_cls& buffer, GLenum format, GLenum type, int pixelBytes,
-                 PixelBuffer_cls* pPixels) {
-    if (!pPixels->Allocate(buffer.GetWidth(), buffer.GetHeight(), pixelBytes)) return false;
-    const GLAttribScope_cls attributes(GL_TEXTURE_BIT);
-    const GLClientScope_cls client;
-    glPixelStorei(GL_PACK_ALIGNMENT, 1);
-    buffer.BindTexture();
+bool ReadShown(const FBO_cls& buffer, GLenum type, int pixelBytes, PixelBuffer_cls* pPixels) {
+    const ShownPart_st& part = buffer.GetShown();
+    if (!pPixels->Allocate(part.mW, part.mH, pixelBytes)) return false;
     CheckGLErrors("what came before an image");
     TakeGLErrors();
-    glGetTexImage(GL_TEXTURE_2D, 0, format, type, pPixels->Get());
+    buffer.ReadShown(GL_RGBA, type, pPixels->Get());
     return !TakeGLErrors(); // memory that was never written may hold anything
 }
 
 /// As it is stored: to make bytes of it takes OpenGL several times as long as our thread.
 bool ReadLight(const FBO_cls* pBuffer, PixelBuffer_cls* pPixels) {
-    if (pBuffer) return ReadTexture(*pBuffer, GL_RGB, GL_HALF_FLOAT, 6, pPixels);
+    if (pBuffer) return ReadShown(*pBuffer, GL_HALF_FLOAT, 8, pPixels);
     pPixels->Free();
     return true;
 }
@@ -83,6 +79,7 @@ SavePicture_st ImageIO_cls::MakePicture(int w, int h, const wxString& path) {
     SavePicture_st picture = std::move(mSpare);
     mSpare = SavePicture_st();
     picture.mbHalfFloat = false;
+    picture.mPart = ShownPart_st();
     picture.mHalves = HALVES_NONE;
     picture.mWXStrFilename = path;
     picture.mW = picture.mSrcW = w;
@@ -127,11 +124,12 @@ void ImageIO_cls::SaveImageFromTexture(const ImageBuffers_st& buffers, int w, in
     SavePicture_st picture = MakePicture(w, h, path);
     picture.mSrcW = buffers.mpColor->GetWidth();
     picture.mSrcH = buffers.mpColor->GetHeight();
+    picture.mPart = buffers.mpColor->GetShown();
     picture.mHalves = buffers.mHalves;
     picture.mbHalfFloat = true;
     bool bRead = true;
     if (buffers.mpOverlay)
-        bRead = ReadTexture(*buffers.mpOverlay, GL_RGBA, GL_UNSIGNED_BYTE, 4, &picture.mOverlay);
+        bRead = ReadShown(*buffers.mpOverlay, GL_UNSIGNED_BYTE, 4, &picture.mOverlay);
     else
         picture.mOverlay.Free();
     bRead = ReadLight(buffers.mpColor, &picture.mSource) && bRead;

@@ -13,7 +13,7 @@
 class FBO_cls;
 class wxWindow;
 
-/// The buffers of one picture, squares of one size.
+/// The buffers of one picture, squares of one size; all show the same part.
 struct ImageBuffers_st {
     const FBO_cls* mpColor = nullptr;
     const FBO_cls* mpOnBlack = nullptr; ///< both or none of the two: see SavePicture_st

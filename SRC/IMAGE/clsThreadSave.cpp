@@ -91,25 +91,21 @@ bool ThreadSave_cls::Join(const PixelBuffer_cls& left, const PixelBuffer_cls& ri
     return true;
 }
 
-// Bytes of the file's size.
+// Bytes of the file's size. Of half floats those that the file shows are there at least.
 bool ThreadSave_cls::Fit(const PixelBuffer_cls& source, PixelBuffer_cls* pTarget) const {
     const int w = mPicture.mSrcW, h = mPicture.mSrcH;
     const size_t count = size_t(w) * size_t(h) * 3;
-    if (!pTarget->Allocate(mPicture.mW, mPicture.mH, 3)) return false;
     const bool bSame = w == mPicture.mW && h == mPicture.mH;
+    if (!pTarget->Allocate(mPicture.mW, mPicture.mH, 3)) return false;
     PixelBuffer_cls bytes;
     const unsigned char* pBytes = source.Get();
     if (mPicture.mbHalfFloat) {
         if (!bSame && !bytes.Allocate(w, h, 3)) return false;
         unsigned char* pTo = bSame ? pTarget->Get() : bytes.Get();
-        // Above and below the part of the file's shape nothing is looked at; a row more, where its edge is
-        // rounded.
-        const double edge = bSame ? 0.0 : GetMiddlePart(w, h, mPicture.mW, mPicture.mH).mY;
-        const int first = std::max(int(std::floor(edge)) - 1, 0);
-        const int end = std::min(int(std::ceil(h - edge)) + 1, h);
-        const size_t skip = size_t(first) * size_t(w) * 3;
-        ConvertHalfToBytes(reinterpret_cast<const std::uint16_t*>(source.Get()) + skip, pTo + skip,
-                           size_t(end - first) * size_t(w) * 3);
+        const ShownPart_st part = mPicture.mPart.IsEmpty() ? ShownPart_st{0, 0, w, h} : mPicture.mPart;
+        const auto* pFrom = reinterpret_cast<const std::uint16_t*>(source.Get());
+        for (int y = part.mY; y < part.mY + part.mH; ++y, pFrom += size_t(part.mW) * 4)
+            ConvertHalfPixels(pFrom, pTo + (size_t(y) * size_t(w) + size_t(part.mX)) * 3, size_t(part.mW));
         pBytes = pTo;
     } else if (bSame) {
         std::copy_n(pBytes, count, pTarget->Get());

@@ -6,23 +6,26 @@
 #include <wx/string.h>
 #include <wx/thread.h>
 
+#include "GL/BASE/ShownPart.h"
 #include "IMAGE/ImageFile.h"
 #include "IMAGE/PixelBuffer.h"
 
 /// Where the two eyes of a picture stand in it.
 enum Halves { HALVES_NONE, HALVES_BESIDE, HALVES_ABOVE };
 
-/// Pixels as they came from OpenGL: rows from the bottom. Those of the source are bytes or half floats.
+/// Pixels as they came from OpenGL: rows from the bottom. Those of the source are bytes of RGB or half floats
+/// of RGBA, whose alpha doesn't count.
 struct SavePicture_st {
     wxString mWXStrFilename; ///< full path; without an ending it gets ".png"
     int mW = 0;              ///< of the file
     int mH = 0;
     int mSrcW = 0; ///< of the source; another size is resampled
     int mSrcH = 0;
+    ShownPart_st mPart; ///< what of the source stands in the following buffers; empty: all
     bool mbHalfFloat = false;
-    PixelBuffer_cls mSource; ///< RGB
-    /// The scene over black and over white, RGB of the source's size: together they tell how much of the
-    /// background shows. Empty: the file has no alpha.
+    PixelBuffer_cls mSource;
+    /// The scene over black and over white, as the source: together they tell how much of the background
+    /// shows. Empty: the file has no alpha.
     PixelBuffer_cls mOnBlack;
     PixelBuffer_cls mOnWhite;
     PixelBuffer_cls mOverlay; ///< RGBA, w by h; empty: none

@@ -11,6 +11,7 @@ wxString GLInfo_cls::msStrVersion = "0.0";
 wxString GLInfo_cls::msStrVendor;
 wxString GLInfo_cls::msStrRenderer;
 wxString GLInfo_cls::msStrGLSL = "GLSL Not Implemented";
+bool GLInfo_cls::msbSoftware = false;
 int GLInfo_cls::msMaxVertices = 0;
 int GLInfo_cls::msMaxIndices = 0;
 int GLInfo_cls::msMaxTexture = 0;
@@ -30,6 +31,9 @@ void GLInfo_cls::Initialize() {
     msStrVersion = ReadGLText(GL_VERSION);
     msStrVendor = ReadGLText(GL_VENDOR);
     msStrRenderer = ReadGLText(GL_RENDERER);
+    const wxString driver = msStrRenderer.Lower();
+    for (const char* pName : {"llvmpipe", "softpipe", "swrast", "software rasterizer"})
+        msbSoftware = msbSoftware || driver.Contains(pName);
     int major = 0;
     int minor = 0;
     const wxString glsl = ReadGLText(GL_SHADING_LANGUAGE_VERSION);
@@ -38,6 +42,11 @@ void GLInfo_cls::Initialize() {
     glGetIntegerv(GL_MAX_ELEMENTS_VERTICES, &msMaxVertices);
     glGetIntegerv(GL_MAX_ELEMENTS_INDICES, &msMaxIndices);
     glGetIntegerv(GL_MAX_TEXTURE_SIZE, &msMaxTexture);
+}
+
+bool GLInfo_cls::IsSoftware() {
+    Initialize();
+    return msbSoftware;
 }
 
 wxString GLInfo_cls::GetGLMaxElementsVertices() {

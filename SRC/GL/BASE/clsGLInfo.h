@@ -9,6 +9,8 @@ public:
     static void Initialize();
 
     static wxString GetGLVersionStr() { return msStrVersion; }
+    /// Is the driver one of software, so that the processor draws? The first call needs a current context.
+    static bool IsSoftware();
     static wxString GetGLMaxElementsVertices();
     static wxString GetGLMaxElementsIndices();
     /// One fact a line, for a box.
@@ -20,6 +22,7 @@ private:
     static wxString msStrVendor;
     static wxString msStrRenderer;
     static wxString msStrGLSL;
+    static bool msbSoftware;
     static int msMaxVertices;
     static int msMaxIndices;
     static int msMaxTexture;

@@ -31,6 +31,13 @@ void DrawScreen() {
     glEnd();
 }
 
+// The whole, as drivers of software fill a rectangle in several times the time.
+void ClearStencil() {
+    const GLAttribScope_cls attributes(GL_SCISSOR_BIT);
+    glDisable(GL_SCISSOR_TEST);
+    glClear(GL_STENCIL_BUFFER_BIT);
+}
+
 void SetCounting() {
     glStencilMask(kCounter);
     glStencilFunc(GL_ALWAYS, 0, kAll);
@@ -45,7 +52,7 @@ ShadowStencil_cls::ShadowStencil_cls(bool bShow) : mbShown(bShow), mbClamped(Has
     glPushAttrib(GL_ALL_ATTRIB_BITS);
     glStencilMask(kAll);
     glClearStencil(0);
-    glClear(GL_STENCIL_BUFFER_BIT);
+    ClearStencil();
     glEnable(GL_STENCIL_TEST);
     SetCounting();
     glDisable(GL_LIGHTING);

@@ -62,12 +62,14 @@ FishEye_cls::~FishEye_cls() {
         if (list != 0) glDeleteLists(list, kFaces);
 }
 
-void FishEye_cls::MakeFishEyeBegin(int clipW, int clipH, int size) {
+void FishEye_cls::MakeFishEyeBegin(int clipW, int clipH, int size, const ShownPart_st& shown) {
     mClipW = clipW;
     mClipH = clipH;
     mSize = size;
-    for (auto& pFace : mpCFBO)
+    for (auto& pFace : mpCFBO) {
         if (!pFace || pFace->GetWidth() != size) pFace = std::make_unique<FBO_cls>(size, size);
+        pFace->SetShown(shown);
+    }
 }
 
 void FishEye_cls::MakeFishEyeProcessFH(int face, PositionAndDirection_cls* pCamera,
@@ -96,6 +98,7 @@ void FishEye_cls::MakeFishEyeEnd(bool bKeep) {
 }
 
 void FishEye_cls::GatherGLSetting(bool bAdditive, int w, int h) {
+    if (!bAdditive) FBO_cls::ClearTarget(GL_COLOR_BUFFER_BIT);
     FBO_cls::DrawOnScreenSet(GLPerspective_cls(), w, h, bAdditive);
 }
 
@@ -144,7 +147,7 @@ void FishEye_cls::GatherFishEye(double angle, bool bAdditive, int w, int h) {
         const StencilShape_cls disc(DrawDisc);
         DrawFaces(MODE_FISHEYE, LimitAngle(angle));
     }
-    FBO_cls::DrawOnScreenDraw(nullptr, 0);
+    FBO_cls::DrawOnScreenDraw(nullptr, GL_LINEAR);
 }
 
 void FishEye_cls::GatherCylinder(double angle, bool bAdditive, int w, int h) {
@@ -155,5 +158,5 @@ void FishEye_cls::GatherCylinder(double angle, bool bAdditive, int w, int h) {
         if (!bAdditive) FillWithBlack();
         DrawFaces(MODE_PANORAMA, LimitAngle(angle));
     }
-    FBO_cls::DrawOnScreenDraw(nullptr, 0);
+    FBO_cls::DrawOnScreenDraw(nullptr, GL_LINEAR);
 }

@@ -13,6 +13,7 @@
 class FBO_cls;
 class GLPerspective_cls;
 class PositionAndDirection_cls;
+struct ShownPart_st;
 
 class FishEye_cls {
 public:
@@ -46,8 +47,9 @@ public:
     // One paint: Begin, then for each face FH (the buffer is the target and the projection is set) and LH
     // (the buffer is finished), then the gathering, then End. All need a current context.
 
-    /// Faces of `size` pixels; `clipW` and `clipH` are the picture's shape in a flat view.
-    void MakeFishEyeBegin(int clipW, int clipH, int size);
+    /// Faces of `size` pixels, of which `shown` is looked at; `clipW` and `clipH` are the picture's shape in
+    /// a flat view.
+    void MakeFishEyeBegin(int clipW, int clipH, int size, const ShownPart_st& shown);
     /// The camera is turned to the face; the perspective becomes the face's.
     void MakeFishEyeProcessFH(int face, PositionAndDirection_cls* pCamera, GLPerspective_cls* pPerspective,
                               int mode);

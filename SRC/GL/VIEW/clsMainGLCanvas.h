@@ -32,6 +32,7 @@ class DrawOption_cls;
 class GLCanvasCtrl_cls;
 class wxDC;
 class ViewPick_cls;
+struct ShownPart_st;
 struct ViewLinks_st;
 
 class MainGLCanvas_cls : public wxGLCanvas, public ViewSettings_cls {
@@ -137,6 +138,7 @@ private:
     void PlaceCamera();
     void NotePainted();
     void SetEye(int pass);
+    ShownPart_st GetShownPart() const;
     void DrawEyes();
     void EndFaces();
     void CountPaint();

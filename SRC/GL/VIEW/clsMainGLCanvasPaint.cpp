@@ -13,6 +13,7 @@
 #include "COMMON/ThreadStates.h"
 #include "FILTER/clsBondFollower.h"
 #include "FILTER/clsFilterLists.h"
+#include "GL/BASE/ShownPart.h"
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLInfo.h"
 #include "GL/BASE/clsGLState.h"
@@ -107,7 +108,7 @@ void MainGLCanvas_cls::Paint() {
     mCStopWatch.Start();
     DrawProgress_cls::ForgetCut();
     mpCShared->mspCFishEyeCtrl->MakeFishEyeBegin(mCGLPerspective.mClipW, mCGLPerspective.mClipH,
-                                                 mMoment.fboSize);
+                                                 mMoment.fboSize, GetShownPart());
     DrawEyes();
     EndFaces();
     mImage.FinishImage(GetPixelSize());
@@ -271,6 +272,15 @@ void MainGLCanvas_cls::SetEye(int pass) {
     mMoment.passes = stereo && stereo->IsStereo() ? 2 : 1;
     mMoment.pass = pass;
     mMoment.eye = stereo ? stereo->GetStereoEye(pass) : EYE_NONE;
+}
+
+/// What window and image show of a face. Those of wide views are put together by meshes, which look anywhere.
+ShownPart_st MainGLCanvas_cls::GetShownPart() const {
+    const int side = mMoment.fboSize;
+    if (GetMultiPanelMode() != FishEye_cls::MODE_FLAT) return {0, 0, side, side};
+    const wxSize window = GetPixelSize();
+    const ShownPart_st image = mImage.GetShownPart(side, window);
+    return mMoment.bHidden ? image : JoinParts(GetPartInWindow(side, window.x, window.y), image);
 }
 
 // Two eyes with a stereogram; each is drawn, kept for an image if one is wanted, and shown.

@@ -133,25 +133,33 @@ void ViewGather_cls::SetEyeViewport(const StereoGram_cls& stereo, int w, int h, 
               pixel(y + part.mH * seenH) - pixel(y));
 }
 
-// Two eyes share no pixel's channel, so the second one replaces what is there.
+// Two eyes share no pixel's channel, so the second one replaces what is there. The face fills an image's
+// square, pixel on pixel, and a window that isn't higher than wide.
 void ViewGather_cls::GatherFlat(int w, int h, bool bBlur, GatherTarget target) {
     const StereoGram_cls* stereo = GetStereo();
     const bool bJoins = JoinsFirstEye(target);
+    const bool bFills = !stereo && (IsImage(target) || w >= h);
+    if (!bBlur && !bJoins && !bFills) FBO_cls::ClearTarget(GL_COLOR_BUFFER_BIT);
     FBO_cls::DrawOnScreenSet(mContext.mCGLPerspective, w, h, bBlur || bJoins);
     if (bJoins && !bBlur) glDisable(GL_BLEND);
     if (stereo) BeginMasks(*stereo, w, h, target);
     if (stereo) SetEyeViewport(*stereo, w, h, target);
+    DrawExposedFace(!stereo && IsImage(target));
+}
+
+void ViewGather_cls::DrawExposedFace(bool bPixelOnPixel) {
+    const FBO_cls* pFace = mContext.mShared.mspCFishEyeCtrl->GetFace(0);
     mContext.mShared.mspCExposureLink->Begin();
-    FBO_cls::DrawOnScreenDraw(mContext.mShared.mspCFishEyeCtrl->GetFace(0), 0);
+    FBO_cls::DrawOnScreenDraw(pFace, bPixelOnPixel ? GL_NEAREST : GL_LINEAR);
     mContext.mShared.mspCExposureLink->End();
 }
 
 void ViewGather_cls::GatherWideEye(const StereoGram_cls& stereo, int w, int h, bool bBlur,
                                    GatherTarget target) {
     const float alpha = bBlur ? mContext.mShared.mspCExposureLink->GetAlpha() : 1.0f;
-    FillPicture(mContext.mShared.mspCStage, w, h);
+    FillPicture(mContext.mShared.mspCStage, w, h, IsImage(target));
     mContext.mShared.SetGLBGColor(1, mContext.mMoment.plainGrey);
-    if (!bBlur && !JoinsFirstEye(target)) glClear(GL_COLOR_BUFFER_BIT);
+    if (!bBlur && !JoinsFirstEye(target)) FBO_cls::ClearTarget(GL_COLOR_BUFFER_BIT);
     {
         const GLAttribScope_cls attributes;
         BeginMasks(stereo, w, h, target);
@@ -165,10 +173,8 @@ void ViewGather_cls::GatherMixed(int w, int h, bool bBlur, GatherTarget target) 
     SharedView_cls& shared = mContext.mShared;
     const float alpha = bBlur ? shared.mspCExposureLink->GetAlpha() : 1.0f;
     std::unique_ptr<FBO_cls>& pLeft = shared.mspCLeftEye[size_t(target)];
-    FillPicture(mContext.mMoment.pass == 0 ? pLeft : shared.mspCStage, w, h);
+    FillPicture(mContext.mMoment.pass == 0 ? pLeft : shared.mspCStage, w, h, IsImage(target));
     if (mContext.mMoment.pass > 0 && pLeft) {
-        if (target == GatherTarget::Window)
-            glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
         const GLAttribScope_cls attributes;
         SetTarget(wxRect(0, 0, w, h), alpha * alpha, bBlur);
         shared.mspCAnaglyph->Draw(*pLeft, *shared.mspCStage);
@@ -180,7 +186,7 @@ void ViewGather_cls::GatherMixed(int w, int h, bool bBlur, GatherTarget target) 
 void ViewGather_cls::GatherFBOMultiPanel(int w, int h, bool bAdditive) {
     if (bAdditive) {
         const float alpha = mContext.mShared.mspCExposureLink->GetAlpha();
-        FillPicture(mContext.mShared.mspCStage, w, h);
+        FillPicture(mContext.mShared.mspCStage, w, h, true);
         AddStage(wxRect(0, 0, w, h), alpha * alpha, true);
         mContext.mShared.mspCExposureLink->SetAccumulation(alpha);
     } else if (mContext.mSettings.IsFishEye()) {
@@ -193,20 +199,19 @@ void ViewGather_cls::GatherFBOMultiPanel(int w, int h, bool bAdditive) {
 }
 
 // The present eye's whole picture with its exposure, of full weight. No steps of a blur add up from here on.
-void ViewGather_cls::FillPicture(std::unique_ptr<FBO_cls>& pPicture, int w, int h) {
-    const SharedView_cls& shared = mContext.mShared;
-    shared.mspCExposureLink->EndAccumulation();
+void ViewGather_cls::FillPicture(std::unique_ptr<FBO_cls>& pPicture, int w, int h, bool bImage) {
+    mContext.mShared.mspCExposureLink->EndAccumulation();
     MakeBuffer(pPicture, w, h);
-    const FBOScope_cls target(*pPicture, true);
+    pPicture->SetShown(FBO_cls::GetTargetShown());
+    const FBOScope_cls target(*pPicture, false);
     mContext.mShared.SetGLBGColor(1, mContext.mMoment.plainGrey);
     if (mContext.mSettings.GetMultiPanelMode() != FishEye_cls::MODE_FLAT) {
         GatherFBOMultiPanel(w, h, false);
         return;
     }
+    if (!bImage && w < h) FBO_cls::ClearTarget(GL_COLOR_BUFFER_BIT);
     FBO_cls::DrawOnScreenSet(mContext.mCGLPerspective, w, h, false);
-    shared.mspCExposureLink->Begin();
-    FBO_cls::DrawOnScreenDraw(shared.mspCFishEyeCtrl->GetFace(0), 0);
-    shared.mspCExposureLink->End();
+    DrawExposedFace(bImage);
 }
 
 void ViewGather_cls::AddStage(const wxRect& place, float weight, bool bBlend) {
@@ -219,11 +224,11 @@ void ViewGather_cls::AddStage(const wxRect& place, float weight, bool bBlend) {
 void ViewGather_cls::GatherDome(int w, int h) {
     MakeBuffer(mContext.mShared.mspCDome, kDomeSize, kDomeSize);
     {
-        const FBOScope_cls target(*mContext.mShared.mspCDome, true);
+        const FBOScope_cls target(*mContext.mShared.mspCDome, false); // cleared by the gathering
         mContext.mShared.mspCFishEyeCtrl->GatherFishEye(mContext.mCGLPerspective.mAngle, false, kDomeSize,
                                                         kDomeSize);
     }
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
+    FBO_cls::ClearTarget(GL_COLOR_BUFFER_BIT);
     const GLAttribScope_cls attributes;
     glViewport(0, 0, w, h);
     SetPlainTexturing();

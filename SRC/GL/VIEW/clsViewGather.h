@@ -35,7 +35,8 @@ private:
     StereoGram_cls::Part_st GetPart(const StereoGram_cls& stereo, GatherTarget target) const;
     void SetEyeViewport(const StereoGram_cls& stereo, int w, int h, GatherTarget target) const;
     wxRect GetPlace(const StereoGram_cls& stereo, int w, int h, GatherTarget target) const;
-    void FillPicture(std::unique_ptr<FBO_cls>& pPicture, int w, int h);
+    void FillPicture(std::unique_ptr<FBO_cls>& pPicture, int w, int h, bool bImage);
+    void DrawExposedFace(bool bPixelOnPixel);
     void GatherDome(int w, int h);
     void DrawDistorted(int w, int h);
     void DrawDomeSquare(int w, int h);

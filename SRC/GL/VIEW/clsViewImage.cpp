@@ -87,6 +87,12 @@ wxSize ViewImage_cls::GetImageSize(wxSize window) const {
     return size.x > 0 && size.y > 0 ? size : window;
 }
 
+ShownPart_st ViewImage_cls::GetShownPart(int side, wxSize window) const {
+    if (!mBake.IsRequested()) return ShownPart_st();
+    const wxSize size = GetImageSize(window);
+    return GetMiddleOfSquare(side, size.x, size.y);
+}
+
 void ViewImage_cls::BeginPaint() {
     mContext.mMoment.plainGrey.reset();
     if (mBake.IsRequested() && mImageOrder.bTransparent) mContext.mMoment.plainGrey = 0.0f;
@@ -134,14 +140,15 @@ void ViewImage_cls::BakeImage(double angle, wxSize window) {
 void ViewImage_cls::BakeResultToFBOForImage(std::unique_ptr<FBO_cls>& pTarget, GatherTarget what,
                                             wxSize window) {
     const MotionBlurCtrl_cls& blur = mContext.mHost.GetPCTimeCtrl()->mCMotionBlur;
-    const bool bJoins = mContext.mMoment.pass > 0 && !IsApart(); // the eye that is there already
-    const bool bClear = !bJoins && (!blur.mbBlur || blur.IsInitBluring());
-    const wxSize size = mContext.mSettings.GetMultiPanelMode() == FishEye_cls::MODE_FLAT
-                            ? wxSize(mContext.mMoment.fboSize, mContext.mMoment.fboSize)
-                            : GetWideSize(GetImageSize(window));
+    const bool bJoins = mContext.mMoment.pass > 0 && !IsApart();        // the eye that is there already
+    const bool bClear = !bJoins && blur.mbBlur && blur.IsInitBluring(); // else the picture covers all of it
+    const int side = mContext.mMoment.fboSize;
+    const bool bFlat = mContext.mSettings.GetMultiPanelMode() == FishEye_cls::MODE_FLAT;
+    const wxSize size = bFlat ? wxSize(side, side) : GetWideSize(GetImageSize(window));
     if (!pTarget || pTarget->GetWidth() != size.x || pTarget->GetHeight() != size.y)
         pTarget = std::make_unique<FBO_cls>(size.x, size.y);
     pTarget->MakeFBO(false);
+    pTarget->SetShown(bFlat ? GetShownPart(side, window) : ShownPart_st());
     mContext.mShared.mspCExposureLink->SetBypassed(what != GatherTarget::Image);
     mContext.mShared.mspCExposureLink->SetAccumulation(blur.mbBlur ? float(std::sqrt(blur.GetAlpha()))
                                                                    : 1.0f);

@@ -17,6 +17,7 @@ enum class GatherTarget;
 class ViewOverlay_cls;
 class ViewScene_cls;
 struct ImageBuffers_st;
+struct ShownPart_st;
 
 class ViewImage_cls {
 public:
@@ -50,6 +51,8 @@ public:
     bool HasBaked() const { return mBake.HasBaked(); }
     /// Of the image that is wanted; a window of `window` pixels.
     wxSize GetImageSize(wxSize window) const;
+    /// What the image that is wanted shows of a flat view's face of `side` pixels; empty where none is.
+    ShownPart_st GetShownPart(int side, wxSize window) const;
 
     // The steps of a paint, in this order; all but the second need the view's context.
     void DropIfOver();

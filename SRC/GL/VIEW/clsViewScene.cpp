@@ -85,7 +85,7 @@ void ViewScene_cls::Clear() {
     FilterLists_cls* filters = mContext.mHost.GetPCFilters();
     const FilterFog_cls* fog = filters ? filters->GetWorld().GetPCFog() : nullptr;
     if (fog) fog->SetGLClearColor(mContext.mMoment.doubleIndex, background);
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
+    FBO_cls::ClearTarget(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
 }
 
 // As large as their share of the picture, whatever the buffer's size.

@@ -40,7 +40,6 @@ void ViewScene_cls::SetLights() {
         lights.SetNonShadowLight(mContext.mMoment.doubleIndex);
     mPass = {};
     mPass.lights = lights.GetLightNumber();
-    glClear(GL_DEPTH_BUFFER_BIT);
 }
 
 void ViewScene_cls::SetFog() {

@@ -113,6 +113,7 @@ void ViewScene_cls::AddShadowedLights() {
         if (!mpCLight) {
             mpCLight = std::make_unique<FBO_cls>(mContext.mMoment.fboSize, mContext.mMoment.fboSize);
             mpCLight->MakeFBO(false);
+            mpCLight->SetShown(FBO_cls::GetTargetShown());
         }
         {
             const FBOScope_cls target(*mpCLight, true);
