@@ -5,7 +5,7 @@
 #extension GL_EXT_gpu_shader4 : require
 
 uniform sampler2D depths;       // of what the pixels show
-uniform isamplerBuffer starts;  // of a block's spheres among all
+uniform isamplerBuffer ranges;  // first and one past the last of a block's spheres among all
 uniform samplerBuffer spheres;  // centre and radius, coordinates of the blocks
 uniform vec4 viewport;          // left, bottom, width, height in pixels
 uniform vec2 rayScale;          // from window coordinates to the plane at depth 1, or of a parallel view
@@ -17,11 +17,13 @@ uniform vec3 perBlock;          // one over the edges of a block
 uniform float start;            // where shadows begin and end, radii
 uniform float reach;
 
-// Blocks of the table; the first along an axis follows its last.
 #ifdef NEAR_LIGHT
+// Blocks are directions away from the light and shells around it, scattered over the table.
 uniform vec3 light;
-const ivec3 size = ivec3(64, 64, 64);
+const int size = 262144;
+const ivec4 scatter = ivec4(1, 601, 360001, 215640599);
 #else
+// Blocks of the table; the first along an axis follows its last.
 const ivec3 size = ivec3(128, 128, 16); // the last along the light's direction
 #endif
 
@@ -30,7 +32,13 @@ bool holds(vec4 sphere, vec3 place)
     vec3 way = place - sphere.xyz;
 #ifdef NEAR_LIGHT
     vec3 away = sphere.xyz - light;
-    float far = length(away);
+    // The cone around the sphere without roots: most are ruled out by that.
+    float square = dot(away, away);
+    float past = dot(way, away) / square;
+    vec3 off = way - past * away;
+    float ball = sphere.w * sphere.w;
+    if (dot(off, off) * (square - ball) > 1.001 * ball * square * (1.0 + past) * (1.0 + past)) return false;
+    float far = sqrt(square);
     away /= far;
     float sine = min(sphere.w / far, 0.9995);
     float cosine = sqrt(1.0 - sine * sine);
@@ -56,10 +64,17 @@ void main()
     vec3 seen = vec3(plane, (depth - depthMap.x) / depthMap.y);
 #endif
     vec3 place = turn * seen + eye;
+#ifdef NEAR_LIGHT
+    vec3 away = place - light;
+    float far = length(away);
+    ivec4 block = ivec4(floor(vec4(away / far * perBlock.xxx, clamp(far * perBlock.z, 0.0, 1e9)))) * scatter;
+    int slot = (block.x + block.y + block.z + block.w) & (size - 1);
+#else
     ivec3 block = ivec3(floor(clamp(place * perBlock, -1e9, 1e9))) & (size - 1);
     int slot = (block.z * size.y + block.y) * size.x + block.x;
-    int end = texelFetchBuffer(starts, slot + 1).x;
-    for (int i = texelFetchBuffer(starts, slot).x; i < end; ++i) {
+#endif
+    ivec2 range = texelFetchBuffer(ranges, slot).xy;
+    for (int i = range.x; i < range.y; ++i) {
         if (!holds(texelFetchBuffer(spheres, i), place)) continue;
         gl_FragColor = vec4(1.0);
         return;

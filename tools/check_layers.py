@@ -26,7 +26,7 @@ FLOORS = [
     ["BOND", "COLORCURVE", "MESH", "TIME", "WIDGET"],
     ["COLORCURVE/EDITOR", "PDATA"],
     ["GL/BASE", "PDATA/EDITOR"],
-    ["SCENE"],
+    ["GL/DRAW/CPU", "SCENE"],
     ["GL/DRAW"],
     ["FILTER"],
     ["FILTER/PANEL", "IMAGE", "POVRAY"],
@@ -37,7 +37,7 @@ FLOORS = [
 FLOOR_OF = {folder: floor for floor, folders in enumerate(FLOORS) for folder in folders}
 
 # Folders that compile and link without a window system (tests/core links them and proves it).
-FENCED = {"COMMON", "CONFITEM", "POVRAY/TEXT", "PARAM", "BOND", "COLORCURVE", "MESH", "TIME", "PDATA"}
+FENCED = {"COMMON", "CONFITEM", "POVRAY/TEXT", "PARAM", "BOND", "COLORCURVE", "MESH", "TIME", "PDATA", "GL/DRAW/CPU"}
 FENCED_PCH = "cmake/pch_core.h"
 # What they may include in angle brackets, besides C++'s own headers, which have neither slash nor ".h":
 # C, the system, and of wxWidgets what its base library has. Add what you need, if it is of that kind.

@@ -99,6 +99,11 @@ wxString ReadThreads(const wxString& text, FilmArgs_st* pArgs) {
     return wxString::Format("--threads: %s is no number of threads; give 1 to %d", Quote(text), kMaxThreads);
 }
 
+wxString ReadDraw(const wxString& text, FilmArgs_st* pArgs) {
+    if (ReadDrawWay(text, pArgs->mDraw)) return wxString();
+    return "--draw: " + Quote(text) + " is no way to draw; there are auto, gl and cpu";
+}
+
 wxString ReadJobs(const wxString& text, FilmArgs_st* pArgs) {
     if (ReadInt(text, 1, kMaxJobs, &pArgs->mJobs)) return wxString();
     return wxString::Format("--jobs: %s is no number of frames; give 1 to %d", Quote(text), kMaxJobs);
@@ -185,6 +190,7 @@ const std::map<wxString, Option_st>& Options() {
         {"--pov-render", Text<&FilmArgs_st::mPovRender>()},
         {"--jobs", {true, ReadJobs}},
         {"--memory", {true, ReadMemory}},
+        {"--draw", {true, ReadDraw}},
         {"--threads", {true, ReadThreads}},
         {"--damaged", {true, ReadDamaged}},
         {"--quiet", Flag<&FilmArgs_st::mbQuiet>()},
@@ -380,6 +386,8 @@ isn't asked. Each step counts one.
                    make no film; write the project as the window saves it, with all settings that it doesn't say
   --damaged ok     frames of damaged data (a file that is cut off, lines without numbers, meshes or bonds that
                    can't be read) are no failure, and those of a file that is no snapshot show no particles
+  --draw WAY       who draws particles: gl or auto (OpenGL), or cpu (the processor, which is faster where OpenGL
+                   is a software driver; what it can't draw OpenGL does)
   --memory MB      limit of the snapshots that are kept in memory, 768 without it
   --threads N      that read a text file, 4 without it
   --quiet          say nothing but what went wrong

@@ -5,6 +5,8 @@
 
 #include <wx/string.h>
 
+#include "GL/BASE/DrawWay.h"
+
 /// What the film maker ends with.
 enum class FilmStatus {
     Done = 0,           ///< every frame is written
@@ -34,16 +36,17 @@ struct FilmArgs_st {
     bool mbStereoSeparate = false; ///< a file for each eye
     bool mbTransparent = false;
     bool mbResume = false;
-    wxString mVideo;          ///< empty: none
-    wxString mRate;           ///< pictures a second, "25" or "30000/1001"; empty: the project's
-    wxString mWriteProject;   ///< file for the whole project; empty: a film is made
-    wxString mExport;         ///< name of data files with a number field; empty: none
-    wxString mPovExport;      ///< folder for scenes of POV-Ray; empty: none
-    wxString mPovRender;      ///< the same, and they are rendered there
-    int mJobs = 1;            ///< frames that POV-Ray renders at a time
-    bool mbDamagedOk = false; ///< damaged data are no failure
-    int mMemoryMB = 0;        ///< limit of the snapshots in memory; 0: the default
-    int mThreads = 0;         ///< that read a text file; 0: the default
+    wxString mVideo;               ///< empty: none
+    wxString mRate;                ///< pictures a second, "25" or "30000/1001"; empty: the project's
+    wxString mWriteProject;        ///< file for the whole project; empty: a film is made
+    wxString mExport;              ///< name of data files with a number field; empty: none
+    wxString mPovExport;           ///< folder for scenes of POV-Ray; empty: none
+    wxString mPovRender;           ///< the same, and they are rendered there
+    int mJobs = 1;                 ///< frames that POV-Ray renders at a time
+    bool mbDamagedOk = false;      ///< damaged data are no failure
+    int mMemoryMB = 0;             ///< limit of the snapshots in memory; 0: the default
+    int mThreads = 0;              ///< that read a text file; 0: the default
+    DrawWay mDraw = DrawWay::Auto; ///< who draws particles
     bool mbQuiet = false;
     bool mbTiming = false;
 };

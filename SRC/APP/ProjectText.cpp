@@ -1,6 +1,7 @@
 #include "APP/ProjectText.h"
 
 #include <wx/strconv.h>
+#include <wx/tokenzr.h>
 
 #include "COMMON/TextSplit.h"
 
@@ -11,7 +12,38 @@ const wxMBConvUTF8& FileConv() {
     return sConv;
 }
 
+/// `lower`: in small letters.
+bool IsNoNumber(const wxString& lower) {
+    const wxString word = lower.StartsWith("-") || lower.StartsWith("+") ? lower.Mid(1) : lower;
+    return word == "nan" || word == "inf" || word == "infinity" || word.StartsWith("nan(");
+}
+
+/// Values behind the key, all of them numbers but some that are none: else it is a text.
+bool HasNoNumber(const wxString& line) {
+    bool bFound = false;
+    wxStringTokenizer words(line.AfterFirst('=').Lower(), " \t,;\r", wxTOKEN_STRTOK);
+    while (words.HasMoreTokens()) {
+        const wxString word = words.GetNextToken();
+        double value = 0.0;
+        if (IsNoNumber(word))
+            bFound = true;
+        else if (!word.ToCDouble(&value))
+            return false;
+    }
+    return bFound;
+}
+
 } // namespace
+
+int CountNoNumbers(const std::wstring& text) {
+    int count = 0;
+    TextStream_cls stream(text);
+    wxString line;
+    while (NextProjectLine(stream, &line))
+        if (line.Find('=') != wxNOT_FOUND && line.find_first_of("nN") != wxString::npos && HasNoNumber(line))
+            ++count;
+    return count;
+}
 
 std::wstring DecodeProject(const std::string& bytes) {
     if (bytes.empty()) return std::wstring();

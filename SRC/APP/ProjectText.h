@@ -45,5 +45,8 @@ protected:
     }
 };
 
+/// Lines with values that are no numbers or have no end ("nan", "inf"), which readers leave as they were.
+int CountNoNumbers(const std::wstring& text);
+
 /// The next line without its end, of Windows too; false at the end of the text.
 bool NextProjectLine(std::wistream& stream, wxString* pLine);

@@ -20,9 +20,11 @@
 #include "COMMON/PictureFault.h"
 #include "COMMON/ThreadStates.h"
 #include "COMMON/clsSplitPath.h"
+#include "GL/BASE/DrawWay.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsSharedView.h"
 #include "IMAGE/ImageCheck.h"
 #include "IMAGE/VideoFile.h"
 #include "IMAGE/clsImageIO.h"
@@ -108,6 +110,7 @@ bool FilmMaker_cls::TakeView() {
                         "this display offers no OpenGL; install the packages libgl1 and libgl1-mesa-dri, or "
                         "unset DISPLAY");
     GpCurrentGLPanel = mpCCanvas;
+    mpCFrame->GetPCSharedView()->mbFilm = true;
     mpCCanvas->mShowItems.mValue = false;
     return true;
 }
@@ -246,8 +249,8 @@ void FilmMaker_cls::MakeFrames() {
     TellGuard(GuardWord::Begun);
     mWatch.Start();
     mpCProgress->Begin(int(mFilm.size()));
-    const bool bLight = !mpCPov || !mpCPov->NeedsPretrace() || MakePovPretrace();
-    for (size_t i = 0; bLight && i < mFilm.size() && !IsFilmStopped(); ++i)
+    const bool bFirst = !mpCPov || MakePovFirst();
+    for (size_t i = 0; bFirst && i < mFilm.size() && !IsFilmStopped(); ++i)
         MakeFrame(i);
     if (mpCPov) EndPov();
     GCImgIO.Finish();
@@ -383,6 +386,8 @@ wxString FilmMaker_cls::DrawStep() {
     const MillisScope_cls time(mWatch, &mDrawMillis);
     if (!PDataSeqCtrl_cls::MakeRoom(kBytesOfPicture)) return "memory is too short for OpenGL";
     const bool bDrawn = mpCCanvas->DrawImage();
+    if (!mbWayTold) mpCProgress->Say(GetDrawWayText().utf8_string());
+    mbWayTold = true;
     const wxString fault = TakePictureFault();
     if (!fault.empty() || IsFilmStopped()) return fault;
     return bDrawn ? FindMissing() : wxString("it can't be drawn");

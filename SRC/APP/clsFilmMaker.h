@@ -92,7 +92,8 @@ private:
     // clsFilmMakerPov.cpp
     bool TakePov();
     void TakePovRegion(wxString* pError);
-    bool MakePovPretrace();
+    FilmFrame_st FindPovFirst();
+    bool MakePovFirst();
     void EndPovFrame(size_t i, const wxString& error);
     void EndPov();
     wxSize GetDrawnSize() const;
@@ -127,7 +128,8 @@ private:
 
     // Milliseconds.
     wxStopWatch mWatch;
-    long mDrawMillis = 0; ///< the paints, with what they wait for
+    bool mbWayTold = false; ///< who draws particles
+    long mDrawMillis = 0;   ///< the paints, with what they wait for
     long mDataMillis = 0;
     long mFileMillis = 0; ///< of the paints
     long mLoopMillis = 0; ///< from the first frame to the last file

@@ -65,28 +65,44 @@ wxSize FilmMaker_cls::GetDrawnSize() const {
                   std::max(int(std::lround(format.mHeight.mValue * scale)), 1));
 }
 
-// Of the film's first frame, whichever part of it is made here.
-bool FilmMaker_cls::MakePovPretrace() {
+// Of the whole film, whichever part of it is made here.
+FilmFrame_st FilmMaker_cls::FindPovFirst() {
     wxString error;
     const std::vector<FilmFrame_st> part = mFilm;
     TakePovRegion(&error);
-    if (mFilm.empty()) mFilm = {part.front()};
-    mFilm.resize(1);
-    mpCTime->SetInterpStepNative(mFilm[0].mStep, 0);
-    mpCTime->SetFrameNative(mFilm[0].mFrame, 0);
+    const FilmFrame_st first = mFilm.empty() ? part.front() : mFilm.front();
+    mFilm = part;
+    return first;
+}
+
+bool FilmMaker_cls::MakePovFirst() {
+    if (mFilm.empty()) return true;
+    const std::vector<FilmFrame_st> part = mFilm;
+    const FilmFrame_st first = FindPovFirst();
+    mpCPov->SetFirst(first.mNumber);
+    const bool bThere = std::any_of(part.begin(), part.end(), [&first](const FilmFrame_st& frame) {
+        return frame.mNumber == first.mNumber;
+    });
+    if (mpCPov->IsLightKept() && !mpCPov->IsRender() && !bThere)
+        Note(wxString::Format("rendering these scenes needs the light that the scene of frame %d leaves",
+                              first.mNumber));
+    if (!mpCPov->NeedsFirst()) return true;
+    mFilm = {first};
+    mpCTime->SetInterpStepNative(first.mStep, 0);
+    mpCTime->SetFrameNative(first.mFrame, 0);
     mpCFrame->TellPresent();
     const bool bBlur = std::exchange(mpCTime->mCMotionBlur.mbBlur, false);
     mpCCanvas->RequestImage([](const ImageBuffers_st&, wxSize) {}, GetDrawnSize(), mArgs.mbTransparent);
     WaitForData();
-    error = FindMissing();
-    if (error.empty() && FollowBonds(GetPictureName(mFilm[0].mNumber, EYE_NONE))) error = DrawStep();
-    if (error.empty() && !IsFilmStopped()) error = mpCPov->MakePretrace(mpCCanvas);
+    wxString error = FindMissing();
+    if (error.empty() && FollowBonds(GetPictureName(first.mNumber, EYE_NONE))) error = DrawStep();
+    if (error.empty() && !IsFilmStopped()) error = mpCPov->MakeFirst(mpCCanvas);
     mpCTime->mCMotionBlur.mbBlur = bBlur;
     mFilm = part;
     if (error.empty() || IsFilmStopped()) return !IsFilmStopped();
     ++mFailures;
     error.Replace("\n", " ");
-    Complain("the light of the film's first frame can't be made, and the others need it: " + error);
+    Complain("what the other frames need of the film's first one can't be made: " + error);
     return false;
 }
 

@@ -14,9 +14,11 @@
 #include "APP/FilmArgs.h"
 #include "APP/FilmPovFiles.h"
 #include "APP/FilmStop.h"
+#include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "APP/clsPovScene.h"
 #include "COMMON/clsSplitPath.h"
+#include "PDATA/clsPDataSequence.h"
 #include "POVRAY/PngChunks.h"
 #include "POVRAY/clsPovRayCtrl.h"
 #include "SCENE/clsStereoGram.h"
@@ -96,8 +98,8 @@ bool FilmPov_cls::IsFrameThere(int number) const {
 
 wxString FilmPov_cls::WriteScene(MainGLCanvas_cls* pCanvas, const wxString& base, int pretrace) {
     const wxString failed = base + ".pov can't be written";
-    if (!mCtrl.OutputPovRayIni(base + ".ini", pretrace)) return failed;
     PovScene_cls scene(mHub, pCanvas);
+    if (!scene.ConfirmMemory() || !mCtrl.OutputPovRayIni(base + ".ini", pretrace)) return failed;
     const wxString include = mCtrl.GetFileStr(PovRayCtrl_cls::FILE_COMMON_SCENE, 0, -1);
     return scene.OutputPovRayPov(base + ".pov", include, mCtrl.GetCommonScenePath()) ? wxString() : failed;
 }
@@ -109,6 +111,22 @@ bool FilmPov_cls::NeedsOneThread() const {
 
 bool FilmPov_cls::NeedsPretrace() const {
     return mbRender && mbPretrace && !(mArgs.mbResume && wxFileName::FileExists(mCtrl.GetPretracePath()));
+}
+
+bool FilmPov_cls::NeedsCommonScene() const {
+    return mCtrl.mUseCommonSceneFile.mValue &&
+           mHub.mpCFrameMain->GetPCActiveFileSequence()->GetSeqLength() == 1;
+}
+
+bool FilmPov_cls::NeedsFirst() const { return NeedsPretrace() || NeedsCommonScene(); }
+
+void FilmPov_cls::SetFirst(int number) { mCtrl.mAnimInitNumber = number; }
+
+wxString FilmPov_cls::MakeFirst(MainGLCanvas_cls* pCanvas) {
+    const wxString common = mCtrl.GetCommonScenePath();
+    if (NeedsCommonScene() && !PovScene_cls(mHub, pCanvas).OutputPovRayCommonScene(common))
+        return common + " can't be written";
+    return NeedsPretrace() ? MakePretrace(pCanvas) : wxString();
 }
 
 // Other parts of the film may be doing the same at this moment: a name of its own until it is whole.
@@ -124,7 +142,6 @@ wxString FilmPov_cls::MakePretrace(MainGLCanvas_cls* pCanvas) {
     mCtrl.mKeepFirstPretrace.mValue = bFilm;
     mCtrl.mCRadiosity.mReuse.mValue = reuse;
     mCtrl.mCRadiosity.mPath.mStrValue = path;
-    mCtrl.mbCommonSceneWritten = false;
     PovJob_cls job;
     job.MakeReproducible(true);
     const wxString ending = mCtrl.mCFormat.GetPictureEnding();

@@ -30,10 +30,14 @@ public:
     /// What a frame's number leads to.
     wxString GetScene(int number) const;
     wxString GetPicture(int number) const;
-    /// Does a film keep the light of its first frame, and isn't it there yet?
-    bool NeedsPretrace() const;
-    /// Of the scene that has just been drawn: render it for its light, and wait. Empty, or why there is none.
-    wxString MakePretrace(MainGLCanvas_cls* pCanvas);
+    /// Do frames name what the film's first one leaves: its light, data that are in all of them?
+    bool NeedsFirst() const;
+    bool IsLightKept() const { return mbPretrace; } ///< frames load that of the first one
+    /// The film's first frame has this number.
+    void SetFirst(int number);
+    /// Of the first frame, which has just been drawn: what the others need of it. Empty, or why there is
+    /// none.
+    wxString MakeFirst(MainGLCanvas_cls* pCanvas);
     bool IsFrameThere(int number) const;
     /// Write the scene that has just been drawn, step `step` of frame `i`. Empty, or why not.
     wxString WriteStep(MainGLCanvas_cls* pCanvas, size_t i, int number, int step);
@@ -61,6 +65,10 @@ private:
     wxString GetBase(int number, int step) const;
     wxString WriteScene(MainGLCanvas_cls* pCanvas, const wxString& base, int pretrace);
     bool NeedsOneThread() const;
+    bool NeedsPretrace() const;
+    bool NeedsCommonScene() const;
+    /// Render the scene for its light, and wait.
+    wxString MakePretrace(MainGLCanvas_cls* pCanvas);
     void StartJobs();
     void PollJobs();
     void EndJob(Work_st& work);

@@ -22,6 +22,7 @@
 #include "APP/clsPovExport.h"
 #include "APP/clsRefreshCommands.h"
 #include "APP/clsShortcut.h"
+#include "APP/clsToolBar.h"
 #include "APP/clsViewsMenu.h"
 #include "COLORCURVE/EDITOR/clsColorCurveCtrl.h"
 #include "COMMON/EventIds.h"
@@ -97,6 +98,7 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
     mBtmHeight = pMain->mDisplayHeight > kHighDisplay ? 210 : 150;
     CreateHalves(bShown);
     CreateMenus();
+    if (bShown) mpCToolBar = std::make_unique<ToolBar_cls>(*this);
     CreateStatusBar(4);
     const int widths[] = {-1, -1, 180, 180};
     GetStatusBar()->SetStatusWidths(4, widths);
@@ -126,6 +128,7 @@ FrameMain_cls::~FrameMain_cls() {
     UpdateStatusBar_cls::Connect({});
     SetMessageHandler({});
     QueueMenuEventsTo(nullptr);
+    mpCToolBar.reset();
     mpCRefreshCommands.reset();
     mpCViewsMenu.reset();
     mpCHelpMenu.reset();

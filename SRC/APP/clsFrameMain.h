@@ -35,6 +35,7 @@ class RefreshCommands_cls;
 class SharedView_cls;
 class Shortcut_cls;
 class TimeCtrl_cls;
+class ToolBar_cls;
 class TopHalfPanel_cls;
 class ViewFitCtrl_cls;
 class ViewsMenu_cls;
@@ -68,6 +69,8 @@ public:
     MainGLCanvas_cls* GetPCOutputCanvas() const;
     FileMenu_cls* GetPCFileMenu() const { return mpCFileMenu.get(); }
     ImageRun_cls* GetPCImageRun() const { return mpCImageRun.get(); }
+    /// Null without a screen.
+    ToolBar_cls* GetPCToolBar() const { return mpCToolBar.get(); }
     TopHalfPanel_cls* GetPCTopHalf() const { return mpCTopHalf; }
     BtmHalfPanel_cls* GetPCBtmHalf() const { return mpCBtmHalf; }
     GLExtraFrame_cls* GetPCExtraFrame() const { return mpCExtraFrame; }
@@ -159,6 +162,7 @@ private:
     std::unique_ptr<HelpMenu_cls> mpCHelpMenu;
     std::unique_ptr<ViewsMenu_cls> mpCViewsMenu;
     std::unique_ptr<RefreshCommands_cls> mpCRefreshCommands;
+    std::unique_ptr<ToolBar_cls> mpCToolBar;
     bool mbPlaced = false; ///< the sashes stand where they do at a start
     int mBtmFitted = -1;   ///< height at which the bottom half was fitted last
     int mBtmHeight = 150;  ///< height given to the bottom half, pixels

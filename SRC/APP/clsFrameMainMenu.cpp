@@ -18,113 +18,109 @@ struct MenuEntry_st {
     const char* mShortcut; ///< accelerator text, null for none
     int mId;
     const char* mIcon; ///< file under ICONS, null for none
-    bool mbAvailable;  ///< false: greyed until what it opens exists
 };
 
 constexpr int kIconSize = 24;
 
-constexpr MenuEntry_st kSeparator = {Entry::Separator, nullptr, nullptr, nullptr, 0, nullptr, true};
-constexpr MenuEntry_st kSubEnd = {Entry::SubEnd, nullptr, nullptr, nullptr, 0, nullptr, true};
+constexpr MenuEntry_st kSeparator = {Entry::Separator, nullptr, nullptr, nullptr, 0, nullptr};
+constexpr MenuEntry_st kSubEnd = {Entry::SubEnd, nullptr, nullptr, nullptr, 0, nullptr};
 
 constexpr MenuEntry_st kFile[] = {
-    {Entry::Normal, "Open Project", "O", "Ctrl-O", ID_OPEN_PROJECT, nullptr, true},
-    {Entry::Normal, "Save Project", "S", "Ctrl-S", ID_SAVE_PROJECT, nullptr, true},
-    {Entry::Normal, "Save Project As", "S", "Ctrl-Shift-S", ID_SAVE_PROJECT_AS, nullptr, true},
+    {Entry::Normal, "Open Project", "O", "Ctrl-O", ID_OPEN_PROJECT, nullptr},
+    {Entry::Normal, "Save Project", "S", "Ctrl-S", ID_SAVE_PROJECT, nullptr},
+    {Entry::Normal, "Save Project As", "S", "Ctrl-Shift-S", ID_SAVE_PROJECT_AS, nullptr},
     kSeparator,
-    {Entry::Normal, "Load Particle Data", "L", "Ctrl-Alt-O", ID_LOAD_DATA, nullptr, true},
-    {Entry::Normal, "Guess and Open Data", "G", "Ctrl-Alt-G", ID_GUESS_DATA, "Guess", true},
-    {Entry::Normal, "Save Snapshot", "I", "F7", ID_SAVE_IMAGE_SNAP, nullptr, true},
-    {Entry::Normal, "Save Image Sequence", "A", "F8", ID_SAVE_IMAGE_SEQ, "ImgSequence", true},
-    {Entry::SubBegin, "Export", "E", nullptr, ID_EXPORT_MENU, nullptr, true},
-    {Entry::Normal, "Export Particle Data", "P", nullptr, ID_EXPORT_DATA, nullptr, true},
-    {Entry::Normal, "Export Path to Clipboard (.pov)", "C", nullptr, ID_EXPORT_PATH_POV, nullptr, true},
+    {Entry::Normal, "Load Particle Data", "L", "Ctrl-Alt-O", ID_LOAD_DATA, nullptr},
+    {Entry::Normal, "Guess and Open Data", "G", "Ctrl-Alt-G", ID_GUESS_DATA, "Guess"},
+    {Entry::Normal, "Save Snapshot", "I", "F7", ID_SAVE_IMAGE_SNAP, nullptr},
+    {Entry::Normal, "Save Image Sequence", "A", "F8", ID_SAVE_IMAGE_SEQ, "ImgSequence"},
+    {Entry::SubBegin, "Export", "E", nullptr, ID_EXPORT_MENU, nullptr},
+    {Entry::Normal, "Export Particle Data", "P", nullptr, ID_EXPORT_DATA, nullptr},
+    {Entry::Normal, "Export Path to Clipboard (.pov)", "C", nullptr, ID_EXPORT_PATH_POV, nullptr},
     kSubEnd,
-    {Entry::Normal, "Close Particle Data", "W", "Ctrl-W", ID_CLOSE_DATA, nullptr, true},
+    {Entry::Normal, "Close Particle Data", "W", "Ctrl-W", ID_CLOSE_DATA, nullptr},
     kSeparator,
-    {Entry::SubBegin, "Recent Projects", "R", nullptr, ID_RECENT_PROJECTS_MENU, nullptr, true},
+    {Entry::SubBegin, "Recent Projects", "R", nullptr, ID_RECENT_PROJECTS_MENU, nullptr},
     kSubEnd,
-    {Entry::SubBegin, "Recent Data", "D", nullptr, ID_RECENT_DATA_MENU, nullptr, true},
+    {Entry::SubBegin, "Recent Data", "D", nullptr, ID_RECENT_DATA_MENU, nullptr},
     kSubEnd,
     kSeparator,
-    {Entry::Normal, "Quit", "Q", "Q", ID_QUIT, nullptr, true},
+    {Entry::Normal, "Quit", "Q", "Q", ID_QUIT, nullptr},
 };
 
 constexpr MenuEntry_st kEdit[] = {
-    {Entry::Normal, "Undo", "U", "Ctrl-Z", ID_UNDO, nullptr, true},
-    {Entry::Normal, "Redo", "R", "Ctrl-Y", ID_REDO, nullptr, true},
-    {Entry::Normal, "Copy View", "C", "Ctrl-Shift-C", ID_COPY_VIEW, nullptr, true},
-    {Entry::Normal, "Move Frame", "G", "Ctrl-G", ID_GO, nullptr, true},
-    {Entry::Check, "Time Remap", "R", nullptr, ID_TIME_REMAP, nullptr, true},
-    {Entry::SubBegin, "Remove Cache", "D", nullptr, ID_REMOVE_CACHE_MENU, nullptr, true},
-    {Entry::Normal, "Snapshot", nullptr, "F5", ID_REMOVE_CACHE_SNAP, nullptr, true},
-    {Entry::Normal, "All Cache", nullptr, "Ctrl-Alt-F5", ID_REMOVE_CACHE_ALL, nullptr, true},
+    {Entry::Normal, "Undo", "U", "Ctrl-Z", ID_UNDO, nullptr},
+    {Entry::Normal, "Redo", "R", "Ctrl-Y", ID_REDO, nullptr},
+    {Entry::Normal, "Copy View", "C", "Ctrl-Shift-C", ID_COPY_VIEW, nullptr},
+    {Entry::Normal, "Move Frame", "G", "Ctrl-G", ID_GO, nullptr},
+    {Entry::Check, "Time Remap", "R", nullptr, ID_TIME_REMAP, nullptr},
+    {Entry::SubBegin, "Remove Cache", "D", nullptr, ID_REMOVE_CACHE_MENU, nullptr},
+    {Entry::Normal, "Snapshot", nullptr, "F5", ID_REMOVE_CACHE_SNAP, nullptr},
+    {Entry::Normal, "All Cache", nullptr, "Ctrl-Alt-F5", ID_REMOVE_CACHE_ALL, nullptr},
     kSubEnd,
     kSeparator,
-    {Entry::Normal, "Scene Config", "S", "Ctrl-K", ID_SCENE, "Scene", true},
-    {Entry::Normal, "Preference", "P", "Ctrl-Alt-P", ID_PREFERENCE, "Preference", true},
+    {Entry::Normal, "Scene Config", "S", "Ctrl-K", ID_SCENE, "Scene"},
+    {Entry::Normal, "Preference", "P", "Ctrl-Alt-P", ID_PREFERENCE, "Preference"},
 };
 
 constexpr MenuEntry_st kFilter[] = {
-    {Entry::SubBegin, "Bool", "B", nullptr, ID_FILTER_BOOL_MENU, nullptr, true},
-    {Entry::Normal, "Boolean", "B", nullptr, ID_FILTER_BOOLEAN, nullptr, true},
-    {Entry::Normal, "Filtering", "T", nullptr, ID_FILTER_FILTERING, nullptr, true},
+    {Entry::SubBegin, "Bool", "B", nullptr, ID_FILTER_BOOL_MENU, nullptr},
+    {Entry::Normal, "Boolean", "B", nullptr, ID_FILTER_BOOLEAN, nullptr},
+    {Entry::Normal, "Filtering", "T", nullptr, ID_FILTER_FILTERING, nullptr},
     kSubEnd,
-    {Entry::SubBegin, "Object", "B", nullptr, ID_FILTER_OBJECT_MENU, nullptr, true},
-    {Entry::Normal, "DataBox", "C", nullptr, ID_FILTER_DATABOX, nullptr, true},
-    {Entry::Normal, "Object", "O", nullptr, ID_FILTER_OBJECT, nullptr, true},
-    {Entry::Normal, "Stick", "S", nullptr, ID_FILTER_STICK, nullptr, true},
-    {Entry::Normal, "Grid", "G", nullptr, ID_FILTER_GRID, nullptr, true},
+    {Entry::SubBegin, "Object", "B", nullptr, ID_FILTER_OBJECT_MENU, nullptr},
+    {Entry::Normal, "DataBox", "C", nullptr, ID_FILTER_DATABOX, nullptr},
+    {Entry::Normal, "Object", "O", nullptr, ID_FILTER_OBJECT, nullptr},
+    {Entry::Normal, "Stick", "S", nullptr, ID_FILTER_STICK, nullptr},
+    {Entry::Normal, "Grid", "G", nullptr, ID_FILTER_GRID, nullptr},
     kSubEnd,
-    {Entry::SubBegin, "World", "W", nullptr, ID_FILTER_WORLD_MENU, nullptr, true},
-    {Entry::Normal, "CopyBox", "C", nullptr, ID_FILTER_COPYBOX, nullptr, true},
-    {Entry::Normal, "Fog", "F", nullptr, ID_FILTER_FOG, nullptr, true},
+    {Entry::SubBegin, "World", "W", nullptr, ID_FILTER_WORLD_MENU, nullptr},
+    {Entry::Normal, "CopyBox", "C", nullptr, ID_FILTER_COPYBOX, nullptr},
+    {Entry::Normal, "Fog", "F", nullptr, ID_FILTER_FOG, nullptr},
     kSubEnd,
     kSeparator,
-    {Entry::Normal, "Up", "U", nullptr, ID_FILTER_UP, nullptr, true},
-    {Entry::Normal, "Down", "D", nullptr, ID_FILTER_DOWN, nullptr, true},
-    {Entry::Normal, "Delete", "X", nullptr, ID_FILTER_DELETE, nullptr, true},
+    {Entry::Normal, "Up", "U", nullptr, ID_FILTER_UP, nullptr},
+    {Entry::Normal, "Down", "D", nullptr, ID_FILTER_DOWN, nullptr},
+    {Entry::Normal, "Delete", "X", nullptr, ID_FILTER_DELETE, nullptr},
 };
 
 constexpr MenuEntry_st kPovRay[] = {
-    {Entry::Normal, "Pov-Ray Rendering Configure", "R", "Ctrl-R", ID_POVRAY, "PovRay", true},
+    {Entry::Normal, "Pov-Ray Rendering Configure", "R", "Ctrl-R", ID_POVRAY, "PovRay"},
     kSeparator,
-    {Entry::Normal, "Export Pov-Ray scene file (Snapshot)", nullptr, nullptr, ID_POV_EXPORT_SNAP, nullptr,
-     true},
-    {Entry::Normal, "Export Pov-Ray scene file (Animation)", nullptr, nullptr, ID_POV_EXPORT_ANIM, nullptr,
-     true},
-    {Entry::Normal, "Render scene using Pov-Ray (Snapshot)", nullptr, nullptr, ID_POV_RENDER_SNAP, nullptr,
-     true},
-    {Entry::Normal, "Render scene using Pov-Ray (Animation)", nullptr, nullptr, ID_POV_RENDER_ANIM, nullptr,
-     true},
+    {Entry::Normal, "Export Pov-Ray scene file (Snapshot)", nullptr, nullptr, ID_POV_EXPORT_SNAP, nullptr},
+    {Entry::Normal, "Export Pov-Ray scene file (Animation)", nullptr, nullptr, ID_POV_EXPORT_ANIM, nullptr},
+    {Entry::Normal, "Render scene using Pov-Ray (Snapshot)", nullptr, nullptr, ID_POV_RENDER_SNAP, nullptr},
+    {Entry::Normal, "Render scene using Pov-Ray (Animation)", nullptr, nullptr, ID_POV_RENDER_ANIM, nullptr},
 };
 
 constexpr MenuEntry_st kView[] = {
-    {Entry::Radio, "1 panel", nullptr, "Alt-1", ID_VIEW_PANEL_TYPE_0, nullptr, true},
-    {Entry::Radio, "2 panels (vertical)", nullptr, "Alt-2", ID_VIEW_PANEL_TYPE_1, "splitV", true},
-    {Entry::Radio, "2 panels (horizontal)", nullptr, "Alt-3", ID_VIEW_PANEL_TYPE_2, "splitH", true},
-    {Entry::Radio, "4 panelsA", nullptr, "Alt-4", ID_VIEW_PANEL_TYPE_3, "split4", true},
-    {Entry::Radio, "4 panelsB", nullptr, "Alt-5", ID_VIEW_PANEL_TYPE_4, "split4", true},
+    {Entry::Radio, "1 panel", nullptr, "Alt-1", ID_VIEW_PANEL_TYPE_0, nullptr},
+    {Entry::Radio, "2 panels (vertical)", nullptr, "Alt-2", ID_VIEW_PANEL_TYPE_1, "splitV"},
+    {Entry::Radio, "2 panels (horizontal)", nullptr, "Alt-3", ID_VIEW_PANEL_TYPE_2, "splitH"},
+    {Entry::Radio, "4 panelsA", nullptr, "Alt-4", ID_VIEW_PANEL_TYPE_3, "split4"},
+    {Entry::Radio, "4 panelsB", nullptr, "Alt-5", ID_VIEW_PANEL_TYPE_4, "split4"},
     kSeparator,
-    {Entry::Check, "Extra Panel", "0", "Alt-0", ID_VIEW_EXTRA, nullptr, true},
+    {Entry::Check, "Extra Panel", "0", "Alt-0", ID_VIEW_EXTRA, nullptr},
+    {Entry::Check, "Tool Bar", "T", nullptr, ID_TOOL_BAR, nullptr},
     kSeparator,
-    {Entry::Normal, "Fit View", "F", "Home", ID_FIT_VIEW, "FitView", true},
+    {Entry::Normal, "Fit View", "F", "Home", ID_FIT_VIEW, "FitView"},
 };
 
 constexpr MenuEntry_st kDialog[] = {
-    {Entry::Normal, "View and Camera Config", "U", "Ctrl-U", ID_CAMERA_PATH, "Camera", true},
-    {Entry::Normal, "Light Source Editor", "L", "Ctrl-L", ID_LIGHT_SOURCE, "LightSource", true},
-    {Entry::Normal, "Color Curve Editor", "J", "Ctrl-J", ID_COLOR_CURVE, "Color", true},
-    {Entry::Normal, "Texture Editor", "J", "Ctrl-T", ID_TEX_PROPERTY, "Texture", true},
-    {Entry::Normal, "Stereogram Config", "S", "Ctrl-M", ID_STEREOGRAM, "StereoGram", true},
-    {Entry::Normal, "Periodic Boundary", "P", "Ctrl-B", ID_PERIODIC_BOUNDARY, "PeriodicBoundary", true},
+    {Entry::Normal, "View and Camera Config", "U", "Ctrl-U", ID_CAMERA_PATH, "Camera"},
+    {Entry::Normal, "Light Source Editor", "L", "Ctrl-L", ID_LIGHT_SOURCE, "LightSource"},
+    {Entry::Normal, "Color Curve Editor", "J", "Ctrl-J", ID_COLOR_CURVE, "Color"},
+    {Entry::Normal, "Texture Editor", "J", "Ctrl-T", ID_TEX_PROPERTY, "Texture"},
+    {Entry::Normal, "Stereogram Config", "S", "Ctrl-M", ID_STEREOGRAM, "StereoGram"},
+    {Entry::Normal, "Periodic Boundary", "P", "Ctrl-B", ID_PERIODIC_BOUNDARY, "PeriodicBoundary"},
 };
 
 constexpr MenuEntry_st kHelp[] = {
-    {Entry::Normal, "About", "A", nullptr, ID_ABOUT, nullptr, true},
-    {Entry::Normal, "About Open GL", "G", nullptr, ID_ABOUT_GL, nullptr, true},
+    {Entry::Normal, "About", "A", nullptr, ID_ABOUT, nullptr},
+    {Entry::Normal, "About Open GL", "G", nullptr, ID_ABOUT_GL, nullptr},
     kSeparator,
-    {Entry::Normal, "Unlock (for Debug)", "U", nullptr, ID_UNLOCK, nullptr, true},
-    {Entry::Normal, "Special (for Debug)", "S", nullptr, ID_SPECIAL, nullptr, true},
+    {Entry::Normal, "Unlock (for Debug)", "U", nullptr, ID_UNLOCK, nullptr},
+    {Entry::Normal, "Special (for Debug)", "S", nullptr, ID_SPECIAL, nullptr},
 };
 
 wxString LabelOf(const MenuEntry_st& entry) {
@@ -144,7 +140,6 @@ void AddBitmapMenu(wxMenu* menu, const MenuEntry_st& entry) {
     if (entry.mIcon && entry.mKind == Entry::Normal)
         item->SetBitmap(MyArtProvider::GetIcon(entry.mIcon, kIconSize)); // none where the file is missing
     menu->Append(item);
-    item->Enable(entry.mbAvailable);
 }
 
 template <size_t N>
@@ -156,7 +151,7 @@ wxMenu* MakeMenu(const MenuEntry_st (&entries)[N]) {
             target->AppendSeparator();
         } else if (entry.mKind == Entry::SubBegin) {
             target = new wxMenu;
-            menu->Append(entry.mId, LabelOf(entry), target)->Enable(entry.mbAvailable);
+            menu->Append(entry.mId, LabelOf(entry), target);
         } else if (entry.mKind == Entry::SubEnd) {
             target = menu;
         } else {

@@ -114,6 +114,7 @@ Main_cls::Main_cls(bool bWindow) {
     mpCAnchorPath->mFollow = [this](double time, double out[3]) {
         return mpCParticles->GetFollowed(time, out);
     };
+    mpCAnchorPath->mFollowState = [this] { return mpCParticles->GetFollowState(); };
     mpCFilters->mpCBonds = std::make_unique<BondFollower_cls>(*mpCFilters, *mpCPDataSeqCtrl, *mpCTimeCtrl);
     mpCImgSequence = new ImgSequence_cls(mpCTimeCtrl);
     mpCPovRayCtrl = new PovRayCtrl_cls;
@@ -122,7 +123,8 @@ Main_cls::Main_cls(bool bWindow) {
     LinkColorCurveCtrl(*this, *mpCColorCurveCtrl);
     LinkParamHooks();
     mpCInformation->Connect([this]() -> const PDataBlock_cls* {
-        const int index = mpCTimeCtrl->GetRemappedIndex(-1);
+        // As paints have it: steps of a frame may pass several snapshots.
+        const int index = static_cast<int>(mpCTimeCtrl->GetRemappedIndexDouble(-1, -1));
         return IsTheIndexLoaded(index) ? mpCPDataSeqCtrl->GetPCActiveFileSequence()->GetPCBlock(index)
                                        : nullptr;
     });

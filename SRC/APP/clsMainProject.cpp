@@ -16,6 +16,7 @@
 #include "APP/clsFrameMain.h"
 #include "APP/clsRecentFiles.h"
 #include "APP/clsRecovery.h"
+#include "APP/clsToolBar.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
 #include "COMMON/RuntimeFiles.h"
@@ -66,7 +67,9 @@ wxString FolderOfProject(const wxString& path) {
 wxString Main_cls::SerializeAll(bool bFull) {
     wxString text = WriteProjectBlocks(*this, bFull);
     // The configure file goes on with what only it keeps between runs.
-    if (!bFull) text += mpCFrameMain->GetPCUserPreference()->Serialize() + mpCRecentFiles->Serialize();
+    if (bFull) return text;
+    text += mpCFrameMain->GetPCUserPreference()->Serialize() + mpCRecentFiles->Serialize();
+    if (const ToolBar_cls* bar = mpCFrameMain->GetPCToolBar()) text += bar->Serialize();
     return text;
 }
 
@@ -118,10 +121,12 @@ void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder,
         const FlagScope_cls loading(GbGLLockProjectLoading);
         const ProjectFolderScope_cls projectFolder(folder);
         TextStream_cls stream(text);
+        ToolBar_cls* bar = bConfigure ? mpCFrameMain->GetPCToolBar() : nullptr;
         wxString line;
         while (NextProjectLine(stream, &line)) {
             // A path of these lists may hold anything, another object's key too.
             if (bConfigure && mpCRecentFiles->ReadStrLine(line)) continue;
+            if (bar && bar->ReadStrLine(line)) continue;
             ReadProjectBlocks(*this, stream, line);
         }
     }
@@ -131,6 +136,14 @@ void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder,
     mpCPovRayCtrl->UpdateItems(true);
     mpCFrameMain->ApplySettings();
     if (!bConfigure) mpCFrameMain->GetPCViewFit()->KeepCameras();
+    const int lines = bConfigure ? 0 : CountNoNumbers(text);
+    if (lines > 0) {
+        const wxString words = wxString::Format(
+            wxPLURAL("%d line of the project has values that are no numbers: left out",
+                     "%d lines of the project have values that are no numbers: left out", lines),
+            lines);
+        Notice(words, words);
+    }
     GCUndoList.Clear(); // a project begins a history of its own
 }
 

@@ -108,9 +108,9 @@ bool PovExport_cls::WriteScene(const wxString& base, int pretrace) {
         Notice("pov-ray", problem);
         return false;
     }
-    if (!ctrl.OutputPovRayIni(base + ".ini", pretrace)) return false;
-    const wxString include = ctrl.GetFileStr(PovRayCtrl_cls::FILE_COMMON_SCENE, 0, -1);
     PovScene_cls scene(mHub, mFrame.GetPCGLCanvas(0));
+    if (!scene.ConfirmMemory() || !ctrl.OutputPovRayIni(base + ".ini", pretrace)) return false;
+    const wxString include = ctrl.GetFileStr(PovRayCtrl_cls::FILE_COMMON_SCENE, 0, -1);
     return scene.OutputPovRayPov(base + ".pov", include, ctrl.GetCommonScenePath());
 }
 

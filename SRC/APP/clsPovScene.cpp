@@ -1,10 +1,13 @@
 #include "APP/clsPovScene.h"
 
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <new>
+#include <string_view>
 
 #include <wx/intl.h>
 
@@ -26,6 +29,7 @@
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsSharedView.h"
 #include "PDATA/clsPDataSequence.h"
+#include "POVRAY/TEXT/PovNumber.h"
 #include "POVRAY/clsPovRayCtrl.h"
 #include "SCENE/clsAnchorPath.h"
 #include "SCENE/clsCameraPath.h"
@@ -42,8 +46,13 @@ bool WriteScene(const wxString& path, const std::string& text) {
     return reason.empty();
 }
 
+// A limit of addresses is the renderer's, too.
 double GetMachineBytes() {
-    return static_cast<double>(sysconf(_SC_PHYS_PAGES)) * static_cast<double>(sysconf(_SC_PAGESIZE));
+    const double machine =
+        static_cast<double>(sysconf(_SC_PHYS_PAGES)) * static_cast<double>(sysconf(_SC_PAGESIZE));
+    rlimit limit = {RLIM_INFINITY, RLIM_INFINITY};
+    if (getrlimit(RLIMIT_AS, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY) return machine;
+    return std::min(machine, static_cast<double>(limit.rlim_cur));
 }
 
 } // namespace
@@ -54,7 +63,11 @@ PovScene_cls::PovScene_cls(Main_cls& main, MainGLCanvas_cls* pCanvas, int eye)
       mText(main.mpCPovRayCtrl->GetTextOptions()) {
     TakeParticles();
     TakeCopies();
-    if (mpCParticles) mText.SetDecimals(mpCParticles->GetDecimals(mStickRadius));
+    const int digits = mText.GetOptions().mDigits;
+    if (mpCParticles)
+        mText.SetDecimals(mpCParticles->GetDecimals(mStickRadius));
+    else if (digits > 0)
+        mText.SetDecimals(std::clamp(digits, 3, kMostDecimals));
 }
 
 PovScene_cls::~PovScene_cls() = default;
@@ -180,8 +193,9 @@ std::string PovScene_cls::GetStrPovBackground() const {
     return PovSerialize_cls::PovOut3f("background {rgb ", color, 4) + "}\n";
 }
 
-void PovScene_cls::AppendData(std::string* pText) const {
-    mpCParticles->Append(pText, mText);
+void PovScene_cls::AppendData(std::string* pText, uint64_t* pPrint) const {
+    mpCParticles->Append(pText, mText, pPrint);
+    const size_t particles = pText->size();
     bool bAgain = false;
     for (FilterStick_cls* stick : mFilters.GetObject().GetVpCSticks()) {
         if (!stick->GetSticks().Fits(mpCSnap->mNumber)) continue;
@@ -189,25 +203,41 @@ void PovScene_cls::AppendData(std::string* pText) const {
         stick->GetStrPovSticksRef(pText, mpCSnap->mpPos, mpCSnap->mStep, mText, bAgain);
         bAgain = true;
     }
+    if (pPrint) *pPrint ^= std::hash<std::string_view>()(std::string_view(*pText).substr(particles));
+}
+
+bool PovScene_cls::HasCommonScene() const {
+    return mpCParticles && mText.GetOptions().mbCommonScene &&
+           mMain.mpCFrameMain->GetPCActiveFileSequence()->GetSeqLength() == 1;
 }
 
 bool PovScene_cls::OutputPovRayCommonScene(const wxString& path) {
+    if (!HasCommonScene()) return true;
     std::string text;
-    AppendData(&text);
-    return WriteScene(path, text);
+    PovRayCtrl_cls& ctrl = *mMain.mpCPovRayCtrl;
+    AppendData(&text, &ctrl.mCommonScenePrint);
+    return ctrl.mbCommonSceneWritten = WriteScene(path, text);
 }
 
+// One snapshot may look otherwise all the same: filters and attributes have keys.
 bool PovScene_cls::AppendDataReference(std::string* pText, const wxString& includeName,
                                        const wxString& path) {
-    const PDataSequence_cls& sequence = *mMain.mpCFrameMain->GetPCActiveFileSequence();
-    if (!mText.GetOptions().mbCommonScene || sequence.GetSeqLength() != 1) {
-        AppendData(pText);
+    if (!HasCommonScene()) {
+        AppendData(pText, nullptr);
         return true;
     }
-    bool& bWritten = mMain.mpCPovRayCtrl->mbCommonSceneWritten;
-    if (!bWritten) bWritten = OutputPovRayCommonScene(path);
+    const PovRayCtrl_cls& ctrl = *mMain.mpCPovRayCtrl;
+    if (ctrl.mbCommonSceneWritten) {
+        const size_t before = pText->size();
+        uint64_t print = 0;
+        AppendData(pText, &print);
+        if (print != ctrl.mCommonScenePrint) return true;
+        pText->resize(before);
+    } else if (!OutputPovRayCommonScene(path)) {
+        return false;
+    }
     *pText += "#include \"" + includeName.utf8_string() + "\"\n";
-    return bWritten;
+    return true;
 }
 
 std::string PovScene_cls::GetStrPovCopyLoopRef() {

@@ -2,6 +2,7 @@
 // objects and grids, each written by its owner and put together here.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -28,26 +29,30 @@ public:
     PovScene_cls(const PovScene_cls&) = delete;
     PovScene_cls& operator=(const PovScene_cls&) = delete;
 
-    /// Write the frame to `povPath`. Particles that are the same in every frame go to `commonScenePath`,
-    /// unless it stands there already (PovRayCtrl_cls::mbCommonSceneWritten), and the scene includes it by
-    /// `includeName`. False when a file can't be written, which is told, or when the user thinks better of
-    /// it.
+    /// Write the frame to `povPath`. Data of a sequence of one snapshot go to `commonScenePath`, unless that
+    /// is there already (PovRayCtrl_cls::mbCommonSceneWritten), and the scene includes it by `includeName`;
+    /// but where this frame shows them otherwise than that file does, they stand in the scene. False when a
+    /// file can't be written, which is told, or when the user thinks better of it.
     bool OutputPovRayPov(const wxString& povPath, const wxString& includeName,
                          const wxString& commonScenePath);
+    /// Does the frame's data stand in a common scene, as far as they are the same as there?
+    bool HasCommonScene() const;
+    /// Write it, if there is to be one. False, told: it can't be written.
+    bool OutputPovRayCommonScene(const wxString& path);
+    /// Will POV-Ray have the memory for this scene? If not, the user is asked, once.
+    bool ConfirmMemory() const;
 
 private:
     void TakeParticles();
     void TakeSticks();
     void TakeCopies();
     double GetPovBytes(double enough) const;
-    bool ConfirmMemory() const;
     PovCamera_st GetCamera() const;
     double GetAmbientLight() const;
     std::string GetStrPovLikeView() const;
     std::string GetStrPovBackground() const;
-    /// Particles and sticks, declared.
-    void AppendData(std::string* pText) const;
-    bool OutputPovRayCommonScene(const wxString& path);
+    /// Particles and sticks, declared; `pPrint` as PovParticles_cls::Append has it.
+    void AppendData(std::string* pText, uint64_t* pPrint) const;
     bool WriteFrame(const wxString& povPath, const wxString& includeName, const wxString& commonScenePath);
     bool AppendDataReference(std::string* pText, const wxString& includeName, const wxString& path);
     std::string GetStrPovCopyLoopRef();

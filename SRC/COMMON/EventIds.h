@@ -99,6 +99,7 @@ enum MenuEventId : int {
 
     ID_COPY_VIEW = 6720,
     ID_FIT_VIEW = 6721, ///< the active view
+    ID_TOOL_BAR = 6722,
     ID_GUESS_DATA = 6730,
     ID_POV_TRY = 6740, ///< the present frame, small, for its time
 

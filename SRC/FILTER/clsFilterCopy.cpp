@@ -75,6 +75,34 @@ std::vector<float> FilterCopy_cls::GetVTranslate(long long copy) const {
     return place;
 }
 
+std::array<int, 3> FilterCopy_cls::GetCell(long long copy) const {
+    std::array<int, 3> cell = {0, 0, 0};
+    if (!GetPCData()->mCValid.mValue) return cell;
+    const Steps_st steps = GetSteps(copy);
+    for (size_t axis = 0; axis < 3; ++axis)
+        cell[axis] = static_cast<int>(steps.mStep[axis] + GetPCData()->mCMin[axis].mValue);
+    return cell;
+}
+
+void FilterCopy_cls::GetCellPlace(const std::array<int, 3>& cell, float out[3]) const {
+    std::fill_n(out, 3, 0.0f);
+    for (int axis = 0; axis < 3; ++axis) {
+        float vector[3];
+        GetVector(axis, vector);
+        for (int i = 0; i < 3; ++i)
+            out[i] += static_cast<float>(cell[static_cast<size_t>(axis)]) * vector[i];
+    }
+}
+
+bool FilterCopy_cls::HasCell(const std::array<int, 3>& cell) const {
+    for (int axis = 0; axis < 3; ++axis) {
+        const Cells_st cells = GetCells(axis);
+        const double at = cell[static_cast<size_t>(axis)];
+        if (at < cells.mFirst || at > cells.mLast) return false;
+    }
+    return GetNumber() > 0;
+}
+
 std::string FilterCopy_cls::GetStrPovTranslate(long long copy, int decimals) const {
     const std::vector<float> place = GetVTranslate(copy);
     return place.empty() ? std::string() : PovSerialize_cls::PovOut3f("translate", place.data(), decimals);

@@ -1,6 +1,7 @@
 // Repeats particles, meshes and sticks over cells of the periodic box.
 #pragma once
 
+#include <array>
 #include <string>
 
 #include "FILTER/clsFilterBase.h"
@@ -24,7 +25,12 @@ public:
     /// Where a copy stands, data coordinates; empty when the filter is invalid. Cells may change with the
     /// frame.
     std::vector<float> GetVTranslate(long long copy) const;
-    /// The same as a transform of a scene for POV-Ray.
+    /// The cell it stands in, steps along the cell vectors; zeros when the filter is invalid.
+    std::array<int, 3> GetCell(long long copy) const;
+    /// Where such a cell is, data coordinates; whether a copy stands there.
+    void GetCellPlace(const std::array<int, 3>& cell, float out[3]) const;
+    bool HasCell(const std::array<int, 3>& cell) const;
+    /// GetVTranslate as a transform of a scene for POV-Ray.
     std::string GetStrPovTranslate(long long copy, int decimals) const;
     /// Moves the current OpenGL matrix there.
     void GLTranslate(long long copy) const;

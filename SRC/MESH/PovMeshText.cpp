@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "MESH/MeshCorners.h"
+#include "MESH/MeshFile.h"
 #include "POVRAY/TEXT/PovNumber.h"
 #include "POVRAY/TEXT/clsPovText.h"
 
@@ -111,14 +112,16 @@ void AppendMesh2Blocks(std::string* pText, const PovMeshArrays_st& mesh, int mor
     AppendBlocks(pText, mesh, std::min(kVertexDecimals + moreDecimals, kMostDecimals));
 }
 
-// POV-Ray stops at a damaged file, which may be good enough for a view, and reads plain names alone.
+// POV-Ray stops at a damaged file, which may be good enough for a view, and reads plain names alone. The file
+// may be gone by now, or another one.
 bool PovObjectMesh_cls::MayBeIncluded(const std::string& file) const {
     const auto isPlain = [](char c) { return c >= ' ' && c <= '~' && c != '"' && c != '\\'; };
     const auto isOfName = [](char c) {
         return c == '_' || (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
     };
     const std::string name = mName.utf8_string();
-    return !mvFaceVertex.empty() && mbWhole && mCurrentPath.Lower().EndsWith(".pov") && !name.empty() &&
+    return !mvFaceVertex.empty() && mbWhole && mbStrict && GetFileStamp(mCurrentPath).mSize == mBufferSize &&
+           mCurrentPath.Lower().EndsWith(".pov") && !name.empty() &&
            std::all_of(name.begin(), name.end(), isOfName) && std::all_of(file.begin(), file.end(), isPlain);
 }
 

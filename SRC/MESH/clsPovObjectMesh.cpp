@@ -65,6 +65,7 @@ void PovObjectMesh_cls::ClearArrays() {
     mvVertex = MeshFloats();
     mvNormal = MeshFloats();
     mBufferSize = 0;
+    mbStrict = false;
     ChangeContent();
 }
 

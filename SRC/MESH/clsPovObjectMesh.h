@@ -61,6 +61,7 @@ public:
     wxString mCurrentPath;     ///< of the file that was read last
     wxString mName;            ///< that its own file declares it by, when that is a scene's
     bool mbWhole = true;       ///< nothing was wrong with that file
+    bool mbStrict = false;     ///< and POV-Ray, which reads it differently, finds nothing wrong either
     std::string mStrPovName;   ///< that the last scene has it by
     long long mBufferSize = 0; ///< bytes of that file
 

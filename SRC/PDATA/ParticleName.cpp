@@ -11,14 +11,14 @@ bool HasIDs(const PDataBlock_cls& block) { return block.mbHasID && block.mpID; }
 } // namespace
 
 bool ParticleName_st::operator==(const ParticleName_st& other) const {
-    return mbID == other.mbID && mID == other.mID && mIndex == other.mIndex && mCopy == other.mCopy;
+    return mbID == other.mbID && mID == other.mID && mIndex == other.mIndex && mCell == other.mCell;
 }
 
-ParticleName_st NameParticle(const PDataBlock_cls& block, int index, long long copy) {
+ParticleName_st NameParticle(const PDataBlock_cls& block, int index, const std::array<int, 3>& cell) {
     ParticleName_st name;
     if (!block.mbAllocated || index < 0 || index >= block.mParticleNumber) return name;
     name.mIndex = index;
-    name.mCopy = copy;
+    name.mCell = cell;
     name.mbID = HasIDs(block);
     if (name.mbID) name.mID = block.mpID[index];
     return name;

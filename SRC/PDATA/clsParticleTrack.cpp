@@ -10,15 +10,19 @@
 void ParticleTrack_cls::SetName(const ParticleName_st& name) {
     if (name == mName) return;
     mName = name;
+    ++mNames;
+    mbNoMemory = false;
     mVPlaces.clear();
     mAside.Drop();
 }
 
 void ParticleTrack_cls::ForgetIfOther() {
     const PDataSequence_cls* sequence = mStore.GetPCActiveFileSequence();
-    const auto length = static_cast<size_t>(std::max(sequence->GetSeqLength(), 0));
+    const auto length =
+        static_cast<size_t>(std::clamp(sequence->GetSeqLength(), 0, int(PDataSequence_cls::kMaxSnap)));
     if (sequence != mpCSequence || PDataSnap_cls::msContents != mContents || mVPlaces.size() != length) {
         mVPlaces.assign(length, Place_st());
+        mbNoMemory = false;
         mAside.Drop();
     }
     mpCSequence = sequence;
@@ -50,9 +54,11 @@ ParticleTrack_cls::State ParticleTrack_cls::LearnOne(int index, Source source) {
     PDataSnap_cls& snap = *mpCSequence->GetSnap(index);
     if (source == Source::Wait) PDataSnap_cls::WaitThreadReading(&snap, true); // it may be on its way
     if (LookInMemory(index)) return State::More;
-    if (source == Source::Memory) return State::Reading;
+    if (source == Source::Memory) return mbNoMemory ? State::NoMemory : State::Reading;
     if (source == Source::Background && snap.mbLoadStarted) return State::Reading;
-    switch (mAside.Read(snap, source == Source::Wait)) {
+    const AsideReader_cls::State state = mAside.Read(snap, source == Source::Wait);
+    mbNoMemory = state == AsideReader_cls::State::NoMemory;
+    switch (state) {
     case AsideReader_cls::State::Read:
         Take(*mAside.GetPCSnap());
         return State::More;

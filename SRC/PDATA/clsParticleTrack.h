@@ -22,6 +22,7 @@ public:
     /// Another particle, or none: what is known is forgotten.
     void SetName(const ParticleName_st& name);
     const ParticleName_st& GetName() const { return mName; }
+    unsigned long long GetNameCount() const { return mNames; } ///< how many it has had
 
     enum class State {
         Known,    ///< all that was asked for
@@ -35,7 +36,7 @@ public:
         Background, ///< what lacks is read, when no other one is
         Wait,       ///< the same, waiting for it
     };
-    /// Get to know all snapshots from `first` to `last`.
+    /// Get to know all snapshots from `first` to `last`, one that isn't known yet a call.
     State Learn(int first, int last, Source source);
     /// Get to know where it is held in snapshot `index` (GetHeld).
     State LearnHeld(int index, Source source);
@@ -51,6 +52,8 @@ public:
     /// Where it stays in a snapshot that lacks it: where it was in the last one before that has it, or where
     /// it appears first. Null: nowhere, or that isn't known yet.
     const Place_st* GetHeld(int index);
+    /// What had no memory is tried anew; until then it is said again (Source::Memory).
+    void TryAgain() { mbNoMemory = false; }
     /// No longer needed: gives its memory back, and keeps what is known.
     void DropSnapshot() { mAside.Drop(); }
 
@@ -63,6 +66,8 @@ private:
 
     const PDataSeqCtrl_cls& mStore;
     ParticleName_st mName;
+    unsigned long long mNames = 0;
+    bool mbNoMemory = false;
     AsideReader_cls mAside;
     std::vector<Place_st> mVPlaces;
     // What is known is good for these.

@@ -45,7 +45,9 @@ std::string Trim(const std::string& line) {
 
 /// A word of the renderer that says nothing to who looks for a reason.
 bool IsIdle(const std::string& line) {
-    return line.find_first_not_of("-=") == std::string::npos ||
+    const bool bProgress = line.compare(0, 9, "Rendered ") == 0 && line.back() == ')';
+    return bProgress || line.find_first_not_of("-=") == std::string::npos ||
+           line.find("Should have at least 2 objects in csg") != std::string::npos ||
            line.find("cannot open the user configuration file") != std::string::npos;
 }
 

@@ -2,6 +2,7 @@
 // that are made of them one after the other. The scene's text and the playing of the film come from above.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -141,7 +142,8 @@ public:
     int mAnimInitNumber = 0; ///< of an animation's first frame
     int mAnimNumber = 0;     ///< of the next frame of an animation
     bool mbCommonSceneWritten = false;
-    bool mbForRender = false; ///< what is exported now will be rendered here
+    uint64_t mCommonScenePrint = 0; ///< of what stands in it
+    bool mbForRender = false;       ///< what is exported now will be rendered here
 
     bool mbRenderDone = true;            ///< no renderer runs
     bool mbExportingAnim = false;        ///< scenes are written while the film plays

@@ -22,6 +22,7 @@ constexpr int kPathWidth = 300;
 constexpr int kPictureWidth = 160;
 constexpr int kPictureHeight = 120;
 constexpr int kFailuresHeight = 60;
+constexpr int kProgressLines = 3; // as many as a trial's words need in the narrowest dialog
 
 } // namespace
 
@@ -101,7 +102,8 @@ void PovRayGUI_cls::MakeProgress(wxSizer* pSizer) {
     auto* words = new wxBoxSizer(wxVERTICAL);
     mpCGauge = new wxGauge(this, wxID_ANY, 1);
     mpCProgress = new wxStaticText(this, wxID_ANY, wxEmptyString, wxDefaultPosition, wxDefaultSize,
-                                   wxST_NO_AUTORESIZE | wxST_ELLIPSIZE_END);
+                                   wxST_NO_AUTORESIZE); // breaks lines by itself
+    mpCProgress->SetMinSize(wxSize(-1, kProgressLines * mpCProgress->GetCharHeight()));
     mpCFailures = new wxTextCtrl(this, wxID_ANY, wxEmptyString, wxDefaultPosition,
                                  FromDIP(wxSize(-1, kFailuresHeight)), wxTE_MULTILINE | wxTE_READONLY);
     mpCFailures->SetToolTip(_("Frames without a picture, with POV-Ray's last words"));

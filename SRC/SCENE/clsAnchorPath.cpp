@@ -54,11 +54,16 @@ void AnchorPath_cls::GLDraw(MarkPainter_cls& painter) const {
 void AnchorPath_cls::UpdateCurrentObj(double time) {
     SceneObj_cls::UpdateCurrentObj(time);
     double place[3];
-    if (!mbDragging && mFollow && mFollow(time, place)) mCCurrent.Set(place);
+    mbHeld = mFollow && mFollow(time, place) != NOTHING;
+    if (mbHeld) mCCurrent.Set(place);
 }
 
 // Nobody sees how it is turned.
-bool AnchorPath_cls::TakesMode(int mode) const { return mode == GLGuides_cls::TRANSLATE; }
+bool AnchorPath_cls::TakesMode(int mode) const { return mode == GLGuides_cls::TRANSLATE && !mbHeld; }
+
+wxString AnchorPath_cls::GetWhyHeld() const {
+    return mbHeld ? wxString(_("The anchor follows a particle: untick \"Follow\" to move it")) : wxString();
+}
 
 wxString AnchorPath_cls::GetShownName() const { return _("Anchor"); }
 

@@ -19,12 +19,22 @@ public:
     void GLDraw(MarkPainter_cls& painter) const;
     /// Where its curves have it, unless it follows something.
     void UpdateCurrentObj(double time) override;
+    /// None while it follows something.
     bool TakesMode(int mode) const override;
+    wxString GetWhyHeld() const override;
     wxString GetShownName() const override;
     wxString Serialize();
     /// Reads on from the stream when `line` is the block's marker.
     void ReadStrLine(std::wistream& stream, const wxString& line);
 
-    /// Set by the hub: where what it follows is at a time; false: nothing is followed.
-    std::function<bool(double time, double out[3])> mFollow;
+    /// What is known of the thing it follows: LATE is where it was last, as long as its place has to be
+    /// looked for.
+    enum Followed { NOTHING, LATE, PRESENT };
+    /// Set by the hub: where what it follows is at a time.
+    std::function<Followed(double time, double out[3])> mFollow;
+    /// Set by the hub: another number whenever mFollow has other answers; 0: nothing is followed.
+    std::function<unsigned long long()> mFollowState;
+
+private:
+    bool mbHeld = false; ///< by what it follows
 };

@@ -54,6 +54,12 @@ void SetFields(ParamGroup_cls* pGroup, const double values[3]) {
         if (std::isfinite(values[i])) pGroup->mVParams[i].mCurrentValue = values[i];
 }
 
+void SetFactor(double value, int axis, double out[3]) {
+    if (std::fabs(value) < kLeastFactor) value = std::copysign(kLeastFactor, value);
+    for (int i = 0; i < 3; ++i)
+        out[i] = axis == kFree || axis == i ? value : 1.0;
+}
+
 } // namespace
 
 void MoveItem_cls::SetSelection(SceneObj_cls* pObject) {
@@ -108,10 +114,11 @@ bool MoveItem_cls::IsAxisFlipped(const PositionAndDirection_cls& camera) {
 bool MoveItem_cls::MoveItem(const View_st& view, const MouseNormalized_cls& mouse, int mode, bool bInvert) {
     if (!mspCSelectedObject || !mspCSelectedObject->TakesMode(mode)) return false;
     if (!mspCSelectedObject->mbDragging) InitializeMoveItem();
-    if (!sTyped.empty()) return false; // the number counts
     const int axis = mspCSelectedObject->mDragMode;
-    const double dx = double(mouse.mCurX) - double(mouse.mPrevX);
-    const double dy = double(mouse.mCurY) - double(mouse.mPrevY);
+    // As ways in a picture that fills the window.
+    const double wide = 1.0 / view.mPart[0], high = 1.0 / view.mPart[1];
+    const double dx = wide * (double(mouse.mCurX) - double(mouse.mPrevX));
+    const double dy = high * (double(mouse.mCurY) - double(mouse.mPrevY));
     if (mode == GLGuides_cls::TRANSLATE) {
         MoveItemTranslate(view, dx, dy, axis);
     } else {
@@ -119,14 +126,17 @@ bool MoveItem_cls::MoveItem(const View_st& view, const MouseNormalized_cls& mous
         std::copy_n(msSelectedItemPos, 3, place);
         mspCSelectedObject->ToScene(place);
         if (!view.mProject || !view.mProject(place, item)) return false;
-        const double rx = double(mouse.mCurX) - item[0], ry = double(mouse.mCurY) - item[1];
+        const double rx = wide * (double(mouse.mCurX) - item[0]);
+        const double ry = high * (double(mouse.mCurY) - item[1]);
         const double way = rx * rx + ry * ry;
-        const double start = std::hypot(double(mouse.mPressX) - item[0], double(mouse.mPressY) - item[1]);
+        const double start =
+            std::hypot(wide * (double(mouse.mPressX) - item[0]), high * (double(mouse.mPressY) - item[1]));
         if (mode == GLGuides_cls::SCALE)
             MoveItemScale(start < kOnItem ? 1.0 : std::sqrt(way) / start, axis);
         else if (way > 0.0)
             MoveItemRotate((bInvert ? -1.0 : 1.0) * (dx * ry - dy * rx) / way, axis);
     }
+    if (!sTyped.empty()) return false; // the number counts as long as there is one
     Snap(view, mode, axis);
     return true;
 }
@@ -154,10 +164,8 @@ void MoveItem_cls::MoveItemRotate(double value, int axis) {
 
 void MoveItem_cls::MoveItemScale(double value, int axis) {
     if (!std::isfinite(value)) return;
-    if (std::fabs(value) < kLeastFactor) value = std::copysign(kLeastFactor, value);
     sFactor = value;
-    for (int i = 0; i < 3; ++i)
-        sFreeScale[i] = axis == kFree || axis == i ? value : 1.0;
+    SetFactor(value, axis, sFreeScale);
 }
 
 // Places and angles to round ones of their own, so that items meet; factors are of the drag.
@@ -199,19 +207,22 @@ bool MoveItem_cls::TypeKey(int keycode, int mode) {
     return true;
 }
 
+// What the hand has done meanwhile stays, for when the number is taken back.
 void MoveItem_cls::TakeTyped(int mode) {
-    Restart();
+    const int axis = mspCSelectedObject->mDragMode;
+    if (sTyped.empty()) return Snap(View_st(), mode, axis);
+    std::copy_n(msSelectedItemPosOrg, 3, msSelectedItemPos);
+    std::fill_n(msSelectedItemDRot, 3, 0.0);
+    std::fill_n(msSelectedItemScale, 3, 1.0);
     double value = 0.0;
     if (!sTyped.ToCDouble(&value) || !std::isfinite(value)) return; // as long as it is none yet
     if (mode == GLGuides_cls::SCALE && value == 0.0) return;
-    const int axis = mspCSelectedObject->mDragMode;
     if (mode == GLGuides_cls::TRANSLATE)
-        sFreePos[std::max(axis, 0)] += value;
+        msSelectedItemPos[std::max(axis, 0)] += value;
     else if (mode == GLGuides_cls::ROTATE)
-        sFreeDRot[axis == kFree ? 2 : axis] = value;
+        msSelectedItemDRot[axis == kFree ? 2 : axis] = value;
     else
-        MoveItemScale(value, axis);
-    Snap(View_st(), mode, axis);
+        SetFactor(value, axis, msSelectedItemScale);
 }
 
 wxString MoveItem_cls::GetDragText(int mode) {

@@ -19,6 +19,8 @@ public:
     struct View_st {
         PositionAndDirection_cls mCamera;
         double mAspect = 1.0; ///< width / height
+        /// Parts of the window that the picture under the hand takes: a half of it for an eye that has one.
+        double mPart[2] = {1.0, 1.0};
         /// Where a place of the scene is seen, in half windows (MouseNormalized_cls); false: nowhere.
         std::function<bool(const double place[3], double out[2])> mProject;
         double mGridUnit = 1.0; ///< a cell of the ground grid
@@ -48,7 +50,8 @@ public:
     /// Another axis: what the drag did so far goes along that.
     static void ChangeAxis(int mode);
     /// Figures, point, sign and Backspace set the amount of the drag: a way, degrees, a factor. Without an
-    /// axis a way goes along x and a turn is about z. False for other keys.
+    /// axis a way goes along x and a turn is about z. Once the last figure is gone the hand counts again,
+    /// from where it is. False for other keys.
     static bool TypeKey(int keycode, int mode);
     /// The amount of the drag, for the user.
     static wxString GetDragText(int mode);

@@ -74,6 +74,8 @@ public:
     virtual void FromScene(double* pPlace) const;
     /// Can hands move it in this way (GLGuides_cls::Type)? Not where nothing would come of it.
     virtual bool TakesMode(int mode) const;
+    /// Why hands can't move it at all just now; empty: they can.
+    virtual wxString GetWhyHeld() const { return wxString(); }
     /// Unit vectors, a row each, of what x, y and z of its curves do in the scene in such a way.
     virtual void GetGuideAxes(int mode, double out[3][3]) const;
     /// What the user knows it by.

@@ -207,6 +207,41 @@ TEST_F(MeshFiles, BrokenMesh2IsTold) {
     EXPECT_EQ("The mesh e.pov is not whole: 1 triangles have corners that are not in it.",
               Problem("e.pov", vertices + "face_indices{2,<0,1,3>,<0,1,2>}}"));
     EXPECT_NE("", Problem("f.pov", "#declare A=mesh2{vertex_vectors{-5,<<<<>>>>}face_indices{1,<,,>}"));
+    const std::string counts = "is not whole: it has not as many vectors as it tells.";
+    const std::string face = "face_indices{1,<0,1,2>}}";
+    for (const std::string& text :
+         {"#declare A=mesh2{vertex_vectors{5,<0,0,0>,<1,0,0>,<0,1,0>}" + face,
+          "#declare A=mesh2{vertex_vectors{3,<0,0,0>,<1,0,0>,<0,1,0>,<1,1,0>}" + face,
+          vertices + "face_indices{3,<0,1,2>}}", vertices + "face_indices{1,<0,1,2>,<2,1,0>}}",
+          vertices + "normal_vectors{2,<0,0,1>,<0,0,1>}" + face}) {
+        mMesh.ClearMesh();
+        EXPECT_EQ("The mesh g.pov " + counts, Problem("g.pov", text)) << text;
+        EXPECT_EQ((Ints{0, 1, 2}), Ints(mMesh.mvFaceVertex.begin(), mMesh.mvFaceVertex.begin() + 3));
+    }
+}
+
+// What POV-Ray would stop at, or read otherwise than we do.
+TEST_F(MeshFiles, Mesh2IsIncludedOnlyWherePovRayReadsItAlike) {
+    const auto isStrict = [this](const std::string& vertices, const std::string& rest) {
+        mMesh.ClearMesh();
+        EXPECT_EQ("", Read("a.pov", "#declare A=mesh2{vertex_vectors{3," + vertices + "}" + rest))
+            << vertices;
+        return mMesh.mbStrict;
+    };
+    const std::string good = "<0,0,0>, <1.5,-1.123456789012,0>\n\t<0,+1,.5>",
+                      face = "face_indices{1,<0,1,2>}}";
+    EXPECT_TRUE(isStrict(good, face));
+    EXPECT_TRUE(isStrict(good, "normal_vectors{3,<0,0,1>,<0,0,1>,<0,0,1>}" + face));
+    EXPECT_TRUE(isStrict(good, "texture_list{1,texture{T}}face_indices{1,<0,1,2>,0}}"));
+    EXPECT_TRUE(isStrict(good, "normal_vectors{1,<0,0,1>}" + face.substr(0, face.size() - 1) +
+                                   "normal_indices{1,<0,0,0>}}"));
+    EXPECT_FALSE(isStrict(good, "face_indices{1,<0,1,2>,0}}"));
+    EXPECT_FALSE(isStrict(good, face.substr(0, face.size() - 1))) << "the last brace is missing";
+    EXPECT_FALSE(isStrict(good, "face_indices{1,<0,1,2>"));
+    for (const char* odd :
+         {"<0,0,0><1,nan,0><0,1,0>", "<0,0,0><1,1e3,0><0,1,0>", "<0,0,0><1,,0><0,1,0>",
+          "<0,0,0>//\n<1,0,0><0,1,0>", "<0,0,0>;<1,0,0>,<0,1,0>", "<0,0,0,0>,<1,0,0>,<0,1,0>"})
+        EXPECT_FALSE(isStrict(odd, face)) << odd;
 }
 
 TEST(MeshCorners, AVertexStandsOnceForEachOfItsNormals) {

@@ -61,22 +61,20 @@ TEST_F(ParticleTrack, NamesSurviveAnotherOrderAndRepeats) {
     int* pID = hand.mBlock.mpID;
     const int ids[4] = {7, 5, 7, -2};
     std::copy_n(ids, 4, pID);
-    const ParticleName_st second = NameParticle(hand.mBlock, 2, 3);
-    EXPECT_TRUE(second == [] {
-        ParticleName_st name = WithID(7, 2);
-        name.mCopy = 3;
-        return name;
-    }());
+    const ParticleName_st second = NameParticle(hand.mBlock, 2, {3, 0, -1});
+    ParticleName_st expected = WithID(7, 2);
+    expected.mCell = {3, 0, -1};
+    EXPECT_TRUE(second == expected);
     EXPECT_EQ(FindParticle(hand.mBlock, second), 2) << "its own place first";
     pID[2] = 9;
     EXPECT_EQ(FindParticle(hand.mBlock, second), 0) << "then the first";
     EXPECT_EQ(FindParticle(hand.mBlock, WithID(-2, 50)), 3);
     EXPECT_EQ(FindParticle(hand.mBlock, WithID(8, 1)), -1);
-    EXPECT_TRUE(NameParticle(hand.mBlock, 4, 0).IsNone());
-    EXPECT_TRUE(NameParticle(hand.mBlock, -1, 0).IsNone());
+    EXPECT_TRUE(NameParticle(hand.mBlock, 4, {}).IsNone());
+    EXPECT_TRUE(NameParticle(hand.mBlock, -1, {}).IsNone());
     // Without IDs the place is all there is.
     hand.mBlock.mbHasID = false;
-    const ParticleName_st place = NameParticle(hand.mBlock, 3, 0);
+    const ParticleName_st place = NameParticle(hand.mBlock, 3, {});
     EXPECT_FALSE(place.mbID);
     EXPECT_EQ(FindParticle(hand.mBlock, place), 3);
     EXPECT_EQ(FindParticle(hand.mBlock, WithID(7, 1)), 1) << "nor for those that were named by one";

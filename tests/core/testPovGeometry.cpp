@@ -10,6 +10,7 @@
 #include "MESH/PovMeshText.h"
 #include "MESH/clsPovObjectMesh.h"
 #include "POVRAY/TEXT/clsPovText.h"
+#include "TempFolder.h"
 
 namespace {
 
@@ -123,8 +124,9 @@ TEST(PovGeometry, AMeshFileTellsWhereItsBlocksBegin) {
 }
 
 TEST(PovGeometry, MeshesOfASceneHaveNamesOfTheirOwn) {
+    const TempFolder_cls folder;
     PovTextOptions_st options;
-    options.mStrWorkDir = "/data/POV";
+    options.mStrWorkDir = wxString::FromUTF8(folder.GetPath() + "/POV");
     const PovText_cls pov(options);
     const Square_st square;
     std::set<std::string> used;
@@ -140,9 +142,11 @@ TEST(PovGeometry, MeshesOfASceneHaveNamesOfTheirOwn) {
     written.AppendPovInclude(&text, pov, &used);
     EXPECT_EQ(text.find("#declare MESH_OBJECT2=mesh2{\n\tvertex_vectors{\n\t\t4,\n"), 0u);
     EXPECT_EQ(written.mStrPovName, "MESH_OBJECT2");
-    included.mvFaceVertex.assign(square.face, square.face + 6);
-    included.mCurrentPath = "/data/meshes/hill.POV";
-    included.mName = "MESH2OBJ_hill";
+    const std::string hill = GetMesh2FormatRef("hill", square.Get());
+    const auto read = [&](const std::string& name) {
+        return included.ReadMeshFromFile(wxString::FromUTF8(folder.Write(name, hill)));
+    };
+    EXPECT_EQ(read("meshes/hill.POV"), "");
     for (const char* more : {"", "#declare MESH_OBJECT3=object{MESH2OBJ_hill};\n"}) {
         text.clear();
         included.AppendPovInclude(&text, pov, &used);
@@ -153,14 +157,21 @@ TEST(PovGeometry, MeshesOfASceneHaveNamesOfTheirOwn) {
     const auto isIncluded = [&] {
         std::string scene;
         included.AppendPovInclude(&scene, pov, &used);
+        EXPECT_NE(scene.find("#include") == std::string::npos,
+                  scene.find("face_indices") == std::string::npos);
         return scene.find("#include") != std::string::npos;
     };
-    for (const wxString& path : {wxString::FromUTF8("/data/h\xc3\xbcgel.pov"), wxString("/data/a\"b.pov"),
-                                 wxString("/data/a\\b.pov")}) {
-        included.mCurrentPath = path;
-        EXPECT_FALSE(isIncluded()) << path;
+    for (const char* name : {"h\xc3\xbcgel.pov", "a\"b.pov", "a\\b.pov"}) {
+        EXPECT_EQ(read(name), "");
+        EXPECT_FALSE(isIncluded()) << name;
     }
-    included.mCurrentPath = "/data/hill's.pov";
+    EXPECT_EQ(read("hill's.pov"), "");
+    EXPECT_TRUE(isIncluded());
+    folder.Write("hill's.pov", hill.substr(0, 100));
+    EXPECT_FALSE(isIncluded()) << "another file by now";
+    std::filesystem::remove(folder.GetPath() + "/hill's.pov");
+    EXPECT_FALSE(isIncluded()) << "gone by now";
+    EXPECT_EQ(read("good.pov"), "");
     EXPECT_TRUE(isIncluded());
     included.mbWhole = false;
     EXPECT_FALSE(isIncluded());

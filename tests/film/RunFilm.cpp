@@ -86,6 +86,11 @@ private:
         const rlimit limit = {bytes, bytes};
         setrlimit(RLIMIT_AS, &limit);
     }
+    if (limits.mFileBytes > 0) {
+        const rlimit limit = {rlim_t(limits.mFileBytes), rlim_t(limits.mFileBytes)};
+        signal(SIGXFSZ, SIG_IGN);
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
     dup2(open((folder + "/out").c_str(), O_WRONLY | O_CREAT, 0600), 1);
     dup2(open((folder + "/err").c_str(), O_WRONLY | O_CREAT, 0600), 2);
     std::vector<char*> pointers = {const_cast<char*>(limits.mProgram.c_str())};
@@ -141,7 +146,7 @@ ChildRun_st RunFilm(const std::vector<std::string>& words, const Environment& en
                     const std::function<void(pid_t)>& meanwhile, const Limits_st& limits) {
     const FilmFolder_cls folder;
     static const SharedDisplay_cls shared;
-    const bool bPlain = environment.empty() && !meanwhile && limits.mMegabytes == 0;
+    const bool bPlain = environment.empty() && !meanwhile && limits.mMegabytes == 0 && limits.mFileBytes == 0;
     const Environment plain = {{"DISPLAY", shared.mName}};
     const pid_t child = fork();
     if (child == 0) Become(words, bPlain ? plain : environment, folder.mPath.string(), limits);

@@ -42,6 +42,7 @@ using Environment = std::map<std::string, std::string>; ///< an empty value take
 /// What the system gives it; 0: as much as there is.
 struct Limits_st {
     int mMegabytes = 0;                   ///< of addresses
+    int mFileBytes = 0;                   ///< of each file, as in a full folder
     std::string mProgram = MORENTIS_FILM; ///< another copy of it
 };
 

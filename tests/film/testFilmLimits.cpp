@@ -97,6 +97,31 @@ TEST_F(FilmLimits, ShortMemoryNeverLeavesEmptyPictures) {
     }
 }
 
+// A texture a sphere, and the machine has what the limit leaves; with the smaller one the text has no room.
+TEST_F(FilmLimits, ScenesTooLargeForPovRayAreTold) {
+    const std::string project =
+        mFolder.MakeProject("big.mrp", "DownSizing=1\nPovGroupMaterials=0\n", MakeBigData(1000000));
+    int written = 0;
+    for (const int megabytes : {1450, 1900}) {
+        const std::string out = "scenes" + std::to_string(megabytes);
+        fs::create_directory(mFolder.mPath / out);
+        Limits_st limits;
+        limits.mMegabytes = megabytes;
+        const ChildRun_st run =
+            RunFilm({"--pov-export", mFolder / out, "--frames", "0", project}, {}, {}, limits);
+        EXPECT_NE(run.mErr.find("1.6 GB of memory for this scene; this machine has 1."), std::string::npos)
+            << run.mErr;
+        const bool bWhole = run.mStatus == 0;
+        written += bWhole ? 1 : 0;
+        EXPECT_EQ(fs::exists(mFolder.mPath / out / "povanim0000.pov"), bWhole) << run.mErr;
+        if (bWhole) continue;
+        EXPECT_EQ(run.mStatus, 3) << run.mErr;
+        EXPECT_NE(run.mErr.find("could not be written: there is not enough memory"), std::string::npos)
+            << run.mErr;
+    }
+    EXPECT_GE(written, 1);
+}
+
 TEST_F(FilmLimits, AKilledFilmHasAStatusAndAReason) {
     const std::string project = mFolder.MakeProject("long.mrp", "TimeAnimInterp=250\n");
     bool bSent = false;

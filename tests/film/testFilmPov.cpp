@@ -6,7 +6,9 @@
 #include <algorithm>
 #include <chrono>
 #include <fstream>
+#include <iterator>
 #include <set>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -65,13 +67,84 @@ TEST_F(FilmPov, ScenesAreWrittenWithTheProjectsNames) {
 }
 
 TEST_F(FilmPov, PartsAreTheBytesOfOneRun) {
-    const ChildRun_st whole = Render("whole", {"--jobs", "2"});
+    const std::string video = mFolder / "film.mp4";
+    const ChildRun_st whole = Render("whole", {"--jobs", "2", "--frames", "0-2", "--video", video});
     ASSERT_EQ(whole.mStatus, 0) << whole.mErr;
-    EXPECT_EQ(Names("whole", ".png").size(), 5u);
-    EXPECT_EQ(mFolder.ReadAll("whole").size(), 15u) << "and nothing else is left";
-    for (const char* part : {"0-1", "2-4"})
+    EXPECT_EQ(Names("whole", ".png").size(), 3u);
+    EXPECT_EQ(mFolder.ReadAll("whole").size(), 9u) << "and nothing else is left";
+    EXPECT_GT(fs::file_size(video), 1000u);
+    for (const char* part : {"0-1", "2-2"})
         EXPECT_EQ(Render("parts", {"--frames", part}).mStatus, 0);
     EXPECT_TRUE(mFolder.ReadAll("whole") == mFolder.ReadAll("parts"));
+}
+
+// The cut's keys change what is drawn of the one snapshot.
+TEST_F(FilmPov, OneSnapshotsDataAreTheSameInAllParts) {
+    const std::string melt = std::string(MORENTIS_TEST_ROOT) + "/examples/lj_melt_text/";
+    fs::create_directory(mFolder.mPath / "one");
+    fs::copy_file(melt + "melt0000.txt", mFolder / "one/melt0000.txt");
+    std::ifstream file(melt + "melt_cut.mrp");
+    std::string text(std::istreambuf_iterator<char>(file), {});
+    const auto getData = [](const std::string& scene) { return scene.find("#declare PARTICLES"); };
+    for (const bool bCut : {true, false}) {
+        const size_t valid = text.find("FilterValid=1");
+        ASSERT_NE(valid, std::string::npos);
+        if (!bCut) text[valid + 12] = '0';
+        mProject = mFolder / "one/melt.mrp";
+        std::ofstream(mProject) << text << "\nTimeAnimInterp=1\n";
+        const std::string sort = bCut ? "cut" : "plain";
+        for (const auto& [folder, frames] : {std::pair("whole", "4-5"), {"parts", "4"}, {"parts", "5"}}) {
+            if (!bCut && std::string(folder) == "parts") continue;
+            fs::create_directories(mFolder / (sort + folder));
+            const ChildRun_st run =
+                RunFilm({"--pov-export", mFolder / (sort + folder), "--frames", frames, mProject});
+            EXPECT_EQ(run.mStatus, 0) << run.mErr;
+        }
+        auto files = mFolder.ReadAll(sort + "whole");
+        if (bCut) {
+            EXPECT_TRUE(files == mFolder.ReadAll("cutparts"));
+        }
+        EXPECT_NE(getData(files["CommonScene.pov"]), std::string::npos);
+        for (const char* name : {"povanim0004.pov", "povanim0005.pov"}) {
+            EXPECT_EQ(getData(files[name]) != std::string::npos, bCut) << name;
+            EXPECT_EQ(files[name].find("#include \"CommonScene.pov\"") == std::string::npos, bCut) << name;
+        }
+    }
+}
+
+TEST_F(FilmPov, FullFoldersAreToldAndKeepNoHalfFiles) {
+    mProject = mFolder.MakeProject("full.mrp", "DownSizing=1\n");
+    Limits_st limits;
+    limits.mFileBytes = 65536; // which Xvfb needs for its own
+    const ChildRun_st run =
+        RunFilm({"--pov-export", mFolder / "out", "--frames", "0-1", mProject}, {}, {}, limits);
+    EXPECT_EQ(run.mStatus, 3) << run.mErr;
+    EXPECT_NE(run.mErr.find("frame 1, " + mFolder / "out/povanim0001.pov"), std::string::npos) << run.mErr;
+    EXPECT_NE(run.mErr.find("File too large"), std::string::npos) << run.mErr;
+    EXPECT_TRUE(Names("out", ".pov").empty());
+    Pretend("trap '' XFSZ; ulimit -f 2; exec /usr/bin/povray \"$@\"");
+    const ChildRun_st render =
+        RunFilm({"--size", "160x120", "--frames", "0-1", "--pov-render", mFolder / "out", mProject});
+    EXPECT_EQ(render.mStatus, 3) << render.mErr;
+    EXPECT_NE(render.mErr.find("frame 1, " + mFolder / "out/povanim0001.png"), std::string::npos)
+        << render.mErr;
+    EXPECT_EQ(render.mErr.find("Rendered "), std::string::npos) << "progress is no reason: " << render.mErr;
+    EXPECT_TRUE(Names("out", ".png").empty());
+}
+
+TEST_F(FilmPov, TheLightIsThatOfTheFilmsFirstFrame) {
+    mProject =
+        mFolder.MakeProject("film.mrp", "DownSizing=100\nPovRadiosityType=1\nPovKeepFirstPretrace=1\n"
+                                        "PovRenderRegion=2\nPovRegionCustomMin=2\nPovRegionCustomMax=3\n");
+    const ChildRun_st run = RunFilm({"--pov-export", mFolder / "out", mProject});
+    EXPECT_EQ(run.mStatus, 0) << run.mErr;
+    auto files = mFolder.ReadAll("out");
+    EXPECT_NE(files["povanim0002.ini"].find("Radiosity_To_File=on"), std::string::npos);
+    EXPECT_NE(files["povanim0003.ini"].find("Radiosity_From_File=on"), std::string::npos);
+    fs::create_directory(mFolder.mPath / "part");
+    const ChildRun_st part = RunFilm({"--pov-export", mFolder / "part", "--frames", "3", mProject});
+    EXPECT_NE(part.mErr.find("the light that the scene of frame 2 leaves"), std::string::npos) << part.mErr;
+    EXPECT_TRUE(mFolder.ReadAll("part")["povanim0003.ini"] == files["povanim0003.ini"]);
 }
 
 TEST_F(FilmPov, ResumeKeepsWholePicturesAndMakesTheRest) {

@@ -176,3 +176,28 @@ bool GuiEvents_cls::HasPopup() {
            gdk_display_device_is_grabbed(display,
                                          gdk_seat_get_keyboard(gdk_display_get_default_seat(display)));
 }
+
+namespace {
+
+void FindToolBar(GtkWidget* widget, void* pFound) {
+    auto** found = static_cast<GtkWidget**>(pFound);
+    if (GTK_IS_TOOLBAR(widget))
+        *found = widget;
+    else if (GTK_IS_CONTAINER(widget))
+        gtk_container_forall(GTK_CONTAINER(widget), FindToolBar, pFound);
+}
+
+} // namespace
+
+wxPoint GuiEvents_cls::GetToolMiddle(void* pBar, int place) {
+    auto* bar = static_cast<GtkWidget*>(pBar);
+    GtkWidget* tools = nullptr;
+    FindToolBar(bar, &tools);
+    GtkToolItem* item = tools ? gtk_toolbar_get_nth_item(GTK_TOOLBAR(tools), place) : nullptr;
+    int x = -1, y = -1;
+    if (item)
+        gtk_widget_translate_coordinates(GTK_WIDGET(item), bar,
+                                         gtk_widget_get_allocated_width(GTK_WIDGET(item)) / 2,
+                                         gtk_widget_get_allocated_height(GTK_WIDGET(item)) / 2, &x, &y);
+    return wxPoint(x, y);
+}

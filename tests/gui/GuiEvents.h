@@ -30,4 +30,7 @@ public:
     static bool HadFrame();
     /// Does a menu or a list stand open and have the keyboard?
     static bool HasPopup();
+    /// Middle of the button at a place of a tool bar, pixels of the bar, which comes as the toolkit's own
+    /// handle; gaps count as places.
+    static wxPoint GetToolMiddle(void* pBar, int place);
 };

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include <wx/arrstr.h>
+#include <wx/filefn.h>
 #include <wx/image.h>
 #include <wx/utils.h>
 
@@ -181,6 +182,29 @@ protected:
              i < errors.size(); ++i)
             ADD_FAILURE() << errors[i];
         return status == 0 ? wxImage(from + "/rendered.png") : wxImage();
+    }
+    /// Several scenes at once: POV-Ray waits more than it works on small ones.
+    std::vector<wxImage> RenderAll(const std::vector<std::string>& scenes, int w, int h) {
+        const wxString from = wxString::FromUTF8(mDir.mPath.string());
+        std::string script = "cd " + mDir.mPath.string() + "\n";
+        for (size_t i = 0; i < scenes.size(); ++i) {
+            const std::string name = "scene" + std::to_string(i);
+            std::ofstream(mDir / (name + ".pov")) << scenes[i];
+            script += "/usr/bin/povray +I" + name + ".pov +O" + name + ".png +FN +W" + std::to_string(w) +
+                      " +H" + std::to_string(h) +
+                      " -D -P +A0.1 +MV3.7 Bounding_Method=2 Display_Gamma=1 File_Gamma=1 2>" + name +
+                      ".txt &\n";
+        }
+        std::ofstream(mDir / "all.sh") << script << "wait\n";
+        wxArrayString output, errors;
+        wxExecute("sh " + from + "/all.sh", output, errors, wxEXEC_SYNC | wxEXEC_NODISABLE);
+        std::vector<wxImage> pictures;
+        for (size_t i = 0; i < scenes.size(); ++i) {
+            const wxString name = from + wxString::Format("/scene%zu.png", i);
+            EXPECT_TRUE(wxFileExists(name)) << "refused: scene " << i;
+            pictures.push_back(wxFileExists(name) ? wxImage(name) : wxImage(w, h));
+        }
+        return pictures;
     }
     /// A spot of connected lit pixels.
     struct Spot_st {

@@ -86,6 +86,19 @@ TEST_F(FilmCommand, WritesTheSameOfAFollowedParticle) {
     const auto whole = mFolder.ReadAll("command");
     for (const auto& [name, bytes] : mFolder.ReadAll("part"))
         EXPECT_TRUE(whole.at(name) == bytes) << name << " differs";
+    // The free camera turns to the particle: from where the film began, not from the picture before.
+    const std::string turning = mFolder.MakeProject(
+        "turning.mrp", "PickedParticle=1 40 40 0\nPickedMarks=1 0 0\nPanel0PivotMode=1\n");
+    for (const char* frames : {"0-4", "3-4"})
+        ASSERT_EQ(RunFilm({"--quiet", "--frames", frames, "--output",
+                           mFolder / (std::string("turn") + frames + "/f%04d.png"), turning})
+                      .mStatus,
+                  0);
+    const auto turned = mFolder.ReadAll("turn0-4");
+    const auto slice = mFolder.ReadAll("turn3-4");
+    EXPECT_EQ(slice.size(), 2u);
+    for (const auto& [name, bytes] : slice)
+        EXPECT_TRUE(turned.at(name) == bytes) << name << " differs";
     const std::string plain = mFolder.MakeProject("plain.mrp", "");
     ASSERT_EQ(RunFilm({"--quiet", "--output", mFolder / "plain/f%04d.png", plain}).mStatus, 0);
     for (const auto& [name, bytes] : mFolder.ReadAll("plain"))

@@ -11,8 +11,10 @@
 
 #include <wx/button.h>
 #include <wx/choice.h>
+#include <wx/gauge.h>
 #include <wx/notebook.h>
 #include <wx/statbmp.h>
+#include <wx/stattext.h>
 #include <wx/textctrl.h>
 
 #include "APP/clsFrameMain.h"
@@ -156,9 +158,15 @@ TEST_F(PovDialog, RegionsChooseTheFrames) {
 }
 
 TEST_F(PovDialog, AbortLetsTheFrameEndAndASecondPressStopsIt) {
-    Pretend(kWaits + "echo x > \"$base.png\"");
+    Pretend("echo 'Rendered 5 of 10 pixels (50%)' >&2; " + kWaits + "echo x > \"$base.png\"");
     PressButton("RenderAnim");
     ASSERT_TRUE(PumpUntil([] { return !Pov().mbRenderDone; }));
+    EXPECT_TRUE(PumpUntil([&] { return mpGUI->GetStatusText().Contains("50 %"); })) << mpGUI->GetStatusText();
+    for (wxWindow* window : mpGUI->GetChildren())
+        if (auto* gauge = dynamic_cast<wxGauge*>(window)) {
+            EXPECT_EQ(gauge->GetRange(), 300) << "three frames";
+            EXPECT_EQ(gauge->GetValue(), 50);
+        }
     EXPECT_TRUE(HasButton("Abort"));
     EXPECT_TRUE(HasButton("Rendering.."));
     Snap("pov_rendering");
@@ -282,7 +290,35 @@ TEST_F(PovDialog, TryTellsTheTimeOfTheFilm) {
     EXPECT_EQ(picture.GetSize(), wxSize(32, 24));
     EXPECT_EQ(Pov().mCFormat.mWidth.mValue, 128);
     EXPECT_EQ(mpGUI->GetStatusText(), Pov().GetTrialText());
+    Settle();
+    auto* words = dynamic_cast<wxStaticText*>(FindByLabel(mpGUI, Pov().GetTrialText()));
+    ASSERT_TRUE(words);
+    const wxSize all = words->GetTextExtent(words->GetLabel());
+    const int lines = all.x / words->GetClientSize().x + 1;
+    EXPECT_LE(lines * all.y, words->GetClientSize().y) << "nothing is cut off";
     Snap("pov_try");
+}
+
+TEST_F(PovDialog, AStillIsGivenUpAndTheDialogClosed) {
+    Pretend("echo 'Rendered 5 of 20 pixels (25%)' >&2; " + kWaits);
+    PressButton("RenderSnap");
+    ASSERT_TRUE(PumpUntil([&] { return mpGUI->GetStatusText().StartsWith("25 %, "); }))
+        << mpGUI->GetStatusText();
+    EXPECT_TRUE(mpGUI->GetStatusText().EndsWith(" left"));
+    PressButton("Rendering..");
+    ASSERT_TRUE(PumpUntil([] { return !Pov().IsBusy(); }));
+    EXPECT_TRUE(WasTold("it was given up"));
+    EXPECT_TRUE(Files(".png").empty());
+    const wxColour there = mpGUI->GetPCFiles()->GetField(0)->GetBackgroundColour();
+    Pov().mPathPovRay.mStrValue = "/no/such/povray";
+    mpGUI->UpdateValues();
+    const wxColour missing = mpGUI->GetPCFiles()->GetField(0)->GetBackgroundColour();
+    EXPECT_GT(there.Green(), there.Red());
+    EXPECT_GT(missing.Red(), missing.Green());
+    PressButton("Close");
+    EXPECT_TRUE(PumpUntil([&] { return !mpGUI->IsShown(); }));
+    Menu(ID_POVRAY);
+    EXPECT_TRUE(PumpUntil([&] { return mpGUI->IsShown(); }));
 }
 
 TEST_F(PovDialog, PresetsDefaultsAndPathsAreSteps) {

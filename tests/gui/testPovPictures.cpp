@@ -48,6 +48,8 @@ TEST_F(PovPictures, FisheyePictures) {
 TEST_F(PovPictures, LitSpheresAreAsBright) {
     SetMaterial(0.2f, 0.7f, 0);
     ShowBalls({{0, 0.5f, 0, 0.35f}, {0, -0.5f, 0, 0.35f}});
+    std::vector<std::string> names, scenes;
+    std::vector<wxImage> views;
     for (const int type : {LightSRC_cls::TYPE_PARALLEL, LightSRC_cls::TYPE_POINT, LightSRC_cls::TYPE_SPOT,
                            LightSRC_cls::TYPE_CYLINDER}) {
         for (const int fade : {0, 1, 2}) {
@@ -56,16 +58,17 @@ TEST_F(PovPictures, LitSpheresAreAsBright) {
             light.mCFade.mValue = fade;
             light.mCFadeDistance.mValue = 3.0f;
             light.mCSpotAngle.mValue = 60;
-            const wxImage view = Draw(96, 96);
-            Write();
-            const wxImage rendered = Render(96, 96);
-            ASSERT_TRUE(rendered.IsOk());
-            for (const double x : {34.0, 61.0})
-                EXPECT_NEAR(GreyAt(view, x, 48), GreyAt(rendered, x, 48), 8)
-                    << "type " << type << " fade " << fade;
-            Keep(view, std::to_string(type) + std::to_string(fade) + "view");
-            Keep(rendered, std::to_string(type) + std::to_string(fade) + "pov");
+            names.push_back("type " + std::to_string(type) + " fade " + std::to_string(fade));
+            views.push_back(Draw(96, 96));
+            scenes.push_back(Write());
         }
+    }
+    const std::vector<wxImage> rendered = RenderAll(scenes, 96, 96);
+    for (size_t i = 0; i < names.size(); ++i) {
+        for (const double x : {34.0, 61.0})
+            EXPECT_NEAR(GreyAt(views[i], x, 48), GreyAt(rendered[i], x, 48), 8) << names[i];
+        Keep(views[i], names[i] + " view");
+        Keep(rendered[i], names[i] + " pov");
     }
 }
 
@@ -249,15 +252,16 @@ TEST_F(PovPictures, ColoursOfACurveAndGroupsOfMaterials) {
     curve.mScalingMax.mValue = 1;
     GbSnapDataRefresh = true;
     const wxImage view = Draw(128, 128);
-    wxImage rendered[4];
+    std::vector<std::string> scenes;
     for (int way = 0; way < 4; ++way) {
         Pov().mColorByParticle.mValue = way < 2;
         Pov().mGroupMaterials.mValue = way % 2 == 0;
-        mScene = Write();
-        rendered[way] = Render(128, 128);
-        ASSERT_TRUE(rendered[way].IsOk());
-        Keep(rendered[way], std::to_string(way));
+        scenes.push_back(Write());
     }
+    mScene = scenes.back();
+    const std::vector<wxImage> rendered = RenderAll(scenes, 128, 128);
+    for (size_t way = 0; way < 4; ++way)
+        Keep(rendered[way], std::to_string(way));
     Keep(view, "view");
     EXPECT_GE(GetSimilarity(rendered[0], rendered[1]), 0.999) << "in groups or one by one";
     EXPECT_GE(GetSimilarity(rendered[2], rendered[3]), 0.999);

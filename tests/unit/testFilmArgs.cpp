@@ -39,11 +39,31 @@ TEST(FilmArgs, KnowsTheOutputsOfTwoEyes) {
 }
 
 TEST(FilmArgs, TakesEveryOption) {
-    const FilmArgs_st args = ParseGood(
-        {"--frames",   "10-20:5", "--size=1280x720", "--output", "/tmp/f.png", "--view",   "4",
-         "--blur",     "0.25/8",  "--transparent",   "--resume", "--video",    "film.MKV", "--fps",
-         "30000/1001", "--quiet", "--damaged",       "ok",       "--memory",   "4000",     "--threads",
-         "8"});
+    const FilmArgs_st args = ParseGood({"--frames",
+                                        "10-20:5",
+                                        "--size=1280x720",
+                                        "--output",
+                                        "/tmp/f.png",
+                                        "--view",
+                                        "4",
+                                        "--blur",
+                                        "0.25/8",
+                                        "--transparent",
+                                        "--resume",
+                                        "--video",
+                                        "film.MKV",
+                                        "--fps",
+                                        "30000/1001",
+                                        "--quiet",
+                                        "--damaged",
+                                        "ok",
+                                        "--memory",
+                                        "4000",
+                                        "--threads",
+                                        "8",
+                                        "--draw",
+                                        "cpu"});
+    EXPECT_EQ(args.mDraw, DrawWay::CPU);
     EXPECT_EQ(args.mProject, "a.mrp");
     EXPECT_TRUE(args.mbFrames && args.mbBlur && args.mbTransparent && args.mbResume && args.mbQuiet);
     EXPECT_TRUE(args.mbDamagedOk);
@@ -67,7 +87,10 @@ TEST(FilmArgs, TakesEveryOption) {
     EXPECT_EQ(plain.mW, 0);
     EXPECT_EQ(ParseGood({"--frames", "7"}).mLast, 7) << "one frame";
     EXPECT_EQ(ParseGood({"--frames", "7"}).mStep, 0);
+    EXPECT_EQ(plain.mDraw, DrawWay::Auto);
     FilmArgs_st odd;
+    EXPECT_EQ(Parse({"--draw", "fast", "a.mrp"}, &odd),
+              "--draw: \"fast\" is no way to draw; there are auto, gl and cpu");
     EXPECT_EQ(Parse({"--", "--odd.mrp"}, &odd), "");
     EXPECT_EQ(odd.mProject, "--odd.mrp");
 }

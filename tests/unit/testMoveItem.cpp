@@ -99,6 +99,16 @@ TEST_F(MoveItem, theHandTakesItAcrossTheView) {
     Expect(Place(), 1.6, 2.0, 3.6);
 }
 
+// An eye beside another has half the window: the hand's way there is twice as long in its picture.
+TEST_F(MoveItem, aPictureInHalfTheWindowFollowsTheHand) {
+    mView.mPart[0] = 0.5;
+    Press(0.1, -0.5);
+    Move(0.2, -0.5);
+    Move(0.2, -0.3);
+    Expect(Values(MoveItem_cls::msSelectedItemPos, MoveItem_cls::msSelectedItemPos + 3), 2.2, 2.0, 3.6);
+    MoveItem_cls::CancelDrag();
+}
+
 TEST_F(MoveItem, anAxisHoldsTheOtherTwo) {
     mpThing->SetDragMode(2);
     mpThing->SetDragMode(0);
@@ -233,6 +243,18 @@ TEST_F(MoveItem, typedNumbersCountExactly) {
     EXPECT_FALSE(MoveItem_cls::TypeKey('Q', kTranslate));
     MoveItem_cls::EndDrag();
     Expect(Place(), 1, 0.8, 3);
+    // Without its last figure the number is gone, and the hand counts from where it is.
+    mpThing->mDragMode = 0;
+    Press(0, 0);
+    Move(0.1, 0);
+    type("7", kTranslate);
+    EXPECT_FALSE(Move(0.2, 0));
+    EXPECT_NEAR(MoveItem_cls::msSelectedItemPos[0], 8.0, 1e-9);
+    MoveItem_cls::TypeKey(WXK_BACK, kTranslate);
+    EXPECT_NEAR(MoveItem_cls::msSelectedItemPos[0], 2.056, 1e-5);
+    Move(0.3, 0);
+    EXPECT_NEAR(MoveItem_cls::msSelectedItemPos[0], 2.584, 1e-5);
+    MoveItem_cls::CancelDrag();
     mpThing->mDragMode = -1;
     Press(0.3, 0.4);
     Move(0.4, 0.4, kScale);

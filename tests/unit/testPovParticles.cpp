@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -34,7 +35,7 @@ protected:
             mEntries.push_back({i, 0.0f, 1.0f});
         }
     }
-    std::string Write(PovParticles_cls::List_st list = {}) {
+    std::string Write(PovParticles_cls::List_st list = {}, uint64_t* pPrint = nullptr) {
         SnapData_cls snap(&mHand.mBlock, mAttribute, 0.0, 1);
         list.mpEntries = mEntries.data();
         list.mNumber = int(mEntries.size());
@@ -42,7 +43,7 @@ protected:
         PovText_cls pov(mOptions);
         pov.SetDecimals(particles.GetDecimals(mStickRadius));
         std::string text;
-        particles.Append(&text, pov);
+        particles.Append(&text, pov, pPrint);
         return text;
     }
     static bool Holds(const std::string& text, const std::string& part) {
@@ -135,6 +136,53 @@ TEST_F(PovParticles, GroupsHaveATextureAMaterial) {
     mEntries[3].mAlpha = 0.25f;
     EXPECT_TRUE(Holds(Write(list), "}\nsphere{<50.000,0.001,-1.000>,1.500\n\ttexture {\n"))
         << "one needs no union";
+}
+
+TEST_F(PovParticles, AllOfOneMaterialAreOneUnion) {
+    mOptions.mbGroupMaterials = true;
+    PovParticles_cls::List_st list;
+    list.mbClasses = false;
+    const std::string text = Write(list);
+    EXPECT_EQ(text.find("#declare PARTICLES=\nunion{\nsphere{<0.000,0.001,-1.000>,0.500}\n"), 0u);
+    EXPECT_FALSE(Holds(text, "union{\nunion{")) << "of which POV-Ray warns";
+    EXPECT_TRUE(Holds(text, "sphere{<150.000,0.001,-1.000>,3.500}\n\ttexture {\n"));
+    EXPECT_EQ(text.substr(text.size() - 7), "\t}\n};\n\n");
+    mEntries.resize(1);
+    EXPECT_TRUE(Holds(Write(list), "union{\nsphere{<0.000,0.001,-1.000>,0.500\n\ttexture {\n"));
+}
+
+TEST_F(PovParticles, ThePrintIsOfWhatIsThereInAnyOrder) {
+    PovParticles_cls::List_st list;
+    list.mbFaded = true;
+    for (const bool bGroup : {false, true}) {
+        mOptions.mbGroupMaterials = bGroup;
+        const auto print = [&] {
+            uint64_t value = 0;
+            Write(list, &value);
+            return value;
+        };
+        const uint64_t first = print();
+        std::swap(mEntries[0], mEntries[3]);
+        std::swap(mEntries[1], mEntries[2]);
+        EXPECT_EQ(print(), first);
+        mEntries[1].mAlpha = 0.5f;
+        EXPECT_NE(print(), first) << "a weight";
+        mEntries[1].mAlpha = 1.0f;
+        mHand.mBlock.mpRadius[2] *= 2.0f;
+        EXPECT_NE(print(), first) << "a radius";
+        mHand.mBlock.mpRadius[2] *= 0.5f;
+        float& red = mAttribute[1]->mDiffuse.mConstantColor.mValue[0];
+        const float before = std::exchange(red, 0.125f);
+        EXPECT_NE(print(), first) << "a colour";
+        red = before;
+        std::swap(mHand.mBlock.mpType[0], mHand.mBlock.mpType[1]);
+        EXPECT_NE(print(), first) << "which has which";
+        std::swap(mHand.mBlock.mpType[0], mHand.mBlock.mpType[1]);
+        mEntries.pop_back();
+        EXPECT_NE(print(), first) << "one less";
+        mEntries.push_back({0, 0.0f, 1.0f});
+        std::swap(mEntries[1], mEntries[2]);
+    }
 }
 
 // The opacity of the second particle, radius 1.5, whose curve has 0.8.

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <set>
 #include <sstream>
 #include <thread>
@@ -255,16 +256,19 @@ protected:
     TempFolder_cls mFolder;
 };
 
+// POV-Ray waits more than it works on such pictures, so all are made at once.
 TEST_F(PovJobs, NamesOfAnyKindAreRendered) {
-    for (const char* name : {"plain", "a b", "-x", "\xc3\xa4\xc3\xb6", "it's", "qu\"ote", "br[a]ck", "e=q",
-                             "#h", "deep \xc3\xbc 'x'/-y z"}) {
-        PovJob_cls job;
-        const wxString base = wxString::FromUTF8(Scene(name));
-        ASSERT_TRUE(job.Start("/usr/bin/povray", base, ".png")) << name;
-        ASSERT_TRUE(Wait(job));
-        EXPECT_EQ(job.GetError(), "") << name;
-        EXPECT_EQ(ReadFile(base + ".png").substr(1, 3), "PNG") << name;
-        EXPECT_EQ(job.GetPercent(), 100);
+    const std::string names[] = {"plain",   "a b", "-x", "\xc3\xa4\xc3\xb6",      "it's", "qu\"ote",
+                                 "br[a]ck", "e=q", "#h", "deep \xc3\xbc 'x'/-y z"};
+    PovJob_cls jobs[std::size(names)];
+    for (size_t i = 0; i < std::size(names); ++i)
+        ASSERT_TRUE(jobs[i].Start("/usr/bin/povray", wxString::FromUTF8(Scene(names[i])), ".png"))
+            << names[i];
+    for (size_t i = 0; i < std::size(names); ++i) {
+        ASSERT_TRUE(Wait(jobs[i]));
+        EXPECT_EQ(jobs[i].GetError(), "") << names[i];
+        EXPECT_EQ(ReadFile(jobs[i].GetPicture()).substr(1, 3), "PNG") << names[i];
+        EXPECT_EQ(jobs[i].GetPercent(), 100);
     }
     EXPECT_TRUE(HasOnly(mFolder.GetPath(), {".pov", ".ini", ".png", ""})) << "no other names are left";
 }
@@ -284,6 +288,39 @@ TEST_F(PovJobs, TheSamePictureHasTheSameBytes) {
     }
     EXPECT_EQ(bytes[0], bytes[1]);
     EXPECT_EQ(bytes[0].find("Render Date"), std::string::npos);
+}
+
+// Which rows POV-Ray 3.7 takes, and that GetRefusal knows those that it doesn't.
+TEST_F(PovJobs, FormatsAreRenderedOrRefused) {
+    PovFormat_cls formats[9];
+    PovJob_cls jobs[9];
+    for (unsigned row = 0; row < 9; ++row) {
+        const std::string name = "row" + std::to_string(row);
+        const wxString base = Scene(name);
+        PovFormat_cls& format = formats[row];
+        format.mOutputFormat.mValue = row;
+        format.mWidth.mValue = 16;
+        format.mHeight.mValue = 12;
+        format.mDisplay.mValue = false;
+        mFolder.Write(name + ".ini", format.GetStrPovFormat(base + ".ini", false).utf8_string());
+        ASSERT_TRUE(jobs[row].Start("/usr/bin/povray", base, format.GetPictureEnding()));
+    }
+    for (unsigned row = 0; row < 9; ++row) {
+        ASSERT_TRUE(Wait(jobs[row]));
+        EXPECT_EQ(jobs[row].GetError().empty(), formats[row].GetRefusal().empty())
+            << row << ": " << jobs[row].GetError();
+    }
+    EXPECT_EQ(ReadFile(jobs[8].GetPicture()).substr(24, 1), "\x10") << "bits of a channel";
+}
+
+TEST_F(PovJobs, FullFoldersAreToldByTheirReasonAlone) {
+    const wxString base = Scene("a");
+    mFolder.Write("a.ini", ReadFile(base + ".ini") + "width=160\nheight=120\n");
+    PovJob_cls job;
+    ASSERT_TRUE(job.Start(Program("trap '' XFSZ; ulimit -f 2; exec /usr/bin/povray \"$@\""), base, ".png"));
+    ASSERT_TRUE(Wait(job));
+    EXPECT_NE(job.GetError(), "");
+    EXPECT_FALSE(job.GetError().Contains("Rendered ")) << job.GetError();
 }
 
 TEST_F(PovJobs, FailuresAreToldWithTheLastWords) {

@@ -255,4 +255,10 @@ TEST(RecentFiles, NewestFirstEachOnceNineAtMost) {
     EXPECT_TRUE(longLabel.StartsWith("&1 /begin/") && longLabel.EndsWith("/end.mrp"));
 }
 
+TEST_F(ProjectText, CountsLinesWithValuesThatAreNoNumbers) {
+    EXPECT_EQ(CountNoNumbers(L""), 0);
+    EXPECT_EQ(CountNoNumbers(L"Value=1.5\nName=nan of the sea\nTitle=Nancy\nPath=/inf/x\nnan\n"), 0);
+    EXPECT_EQ(CountNoNumbers(L"Value=nan\nKey=0.5 -NaN 1\r\nSize=1, inf, 2\nLast=-nan(ind)"), 4);
+}
+
 } // namespace

@@ -40,14 +40,14 @@ bool Holds(const ShadowShape_st& shape, const float* pBall, const double* p) {
 bool IsListed(const ShadowGrid_cls& grid, const double* p, const float* pBall) {
     double turn[3][3];
     grid.GetTurn(turn);
-    int32_t place[3];
+    float place[3];
     for (int row = 0; row < 3; ++row) {
         double q = 0.0;
         for (int i = 0; i < 3; ++i)
             q += turn[row][i] * (p[i] - grid.GetOrigin()[i]);
-        place[row] = static_cast<int32_t>(std::floor(static_cast<float>(q) * grid.GetPerBlock()[row]));
+        place[row] = static_cast<float>(q);
     }
-    const uint32_t block = grid.GetBlock(place);
+    const uint32_t block = grid.GetBlockAt(place);
     const float* pEntry = nullptr;
     for (int32_t k = grid.GetStarts()[block]; k < grid.GetStarts()[block + 1]; ++k) {
         pEntry = grid.GetEntries().data() + 4 * static_cast<size_t>(k);
@@ -119,7 +119,7 @@ INSTANTIATE_TEST_SUITE_P(Lights, ShadowGrid,
                                          Case_st{true, 0.1, 0.1, 0.1, 20.0f, 0.0, true},
                                          Case_st{true, 40, 1, 3, 20.0f, 100.0, true}));
 
-// A light within a sphere, shadows without end: nothing is lost, nothing is endless.
+// A light within a sphere or beside one, shadows without end: nothing is lost, nothing is endless.
 TEST(ShadowGridLimits, LeavesOutWhatIsNotWorthIt) {
     ShadowGrid_cls endless(MakeShape(true, 5, 0, 0, 1e6f));
     ShadowGrid_cls inside(MakeShape(true, 0, 0, 0, 20.0f));
@@ -128,9 +128,17 @@ TEST(ShadowGridLimits, LeavesOutWhatIsNotWorthIt) {
         endless.Add(p, 0.1f);
         inside.Add(p, 0.1f);
     }
-    EXPECT_EQ(endless.Sort().size(), 2u);
+    EXPECT_TRUE(endless.Sort().empty());
+    EXPECT_LT(endless.GetEntries().size(), 4u * 200u);
     EXPECT_TRUE(inside.Sort().empty());
     EXPECT_EQ(endless.GetBall(1)[3], 0.1f);
+
+    ShadowGrid_cls beside(MakeShape(true, 0, 0, 0.2, 20.0f));
+    const float small[3][3] = {{5, 0, 0}, {0, 5, 0}, {3, 4, 0}};
+    beside.Add(balls[0], 0.15f);
+    for (const float* p : small)
+        beside.Add(p, 0.02f);
+    EXPECT_EQ(beside.Sort(), std::vector<size_t>{0});
 }
 
 } // namespace

@@ -373,7 +373,7 @@ bool ShaderCtrl_cls::BeginShadowLookup(const Lookup_st& lookup, const Rays_st& r
     if (!pProgram) return false;
     glUseProgram(pProgram->mProgram);
     SetInt(*pProgram, "depths", 0);
-    SetInt(*pProgram, "starts", 1);
+    SetInt(*pProgram, "ranges", 1);
     SetInt(*pProgram, "spheres", 2);
     glUniform4fv(pProgram->GetUniform("viewport"), 1, rays.viewport);
     glUniform2fv(pProgram->GetUniform("rayScale"), 1, rays.scale);

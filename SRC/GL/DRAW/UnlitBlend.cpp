@@ -9,6 +9,8 @@ bool sbLightAlone = false; // UI thread
 LightAloneScope_cls::LightAloneScope_cls() { sbLightAlone = true; }
 LightAloneScope_cls::~LightAloneScope_cls() { sbLightAlone = false; }
 
+bool IsLightAlone() { return sbLightAlone; }
+
 void SetUnlitBlend(bool bAdditive, bool bMultiplied) {
     const GLenum source = sbLightAlone ? GL_ZERO : bMultiplied ? GL_ONE : GL_SRC_ALPHA;
     glBlendFunc(source, bAdditive ? GL_ONE : GL_ONE_MINUS_SRC_ALPHA);

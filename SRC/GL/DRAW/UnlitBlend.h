@@ -11,6 +11,8 @@ public:
     LightAloneScope_cls& operator=(const LightAloneScope_cls&) = delete;
 };
 
+/// Is there one?
+bool IsLightAlone();
 /// The blend function for colours with their alpha, or, `bMultiplied`, already multiplied by it.
 void SetUnlitBlend(bool bAdditive, bool bMultiplied = false);
 /// Blending is needed, or opaque things simply overwrite.

@@ -7,7 +7,9 @@
 #include <epoxy/gl.h>
 
 #include "GL/BASE/clsGLState.h"
+#include "GL/BASE/clsShaderCtrl.h"
 #include "GL/DRAW/UnlitBlend.h"
+#include "GL/DRAW/clsCpuDraw.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsDrawProgress.h"
 #include "GL/DRAW/clsGLAttribute.h"
@@ -174,6 +176,120 @@ void TakeMaterial(Kept& kept, const ArrayAndIndex_cls& entry, unsigned type, con
     kept.type = type;
 }
 
+/// The list for the processor: the same particles with the same looks.
+class SequentialSource_cls : public TileSource_cls {
+public:
+    SequentialSource_cls(const SnapData_cls& snap, const ArrayAndIndex_cls* pList, int number,
+                         const SequentialLooks_st& looks, float stepping, bool bFaded)
+        : mSnap(snap), mpList(pList), mNumber(number), mLooks(looks), mStepping(stepping), mbFaded(bFaded) {}
+    long long GetNumber() const override { return mNumber; }
+    void Fill(long long first, int count, TileRun_st& out) const override {
+        Kept kept(mbFaded);
+        int n = 0;
+        for (const ArrayAndIndex_cls* p = mpList + first; p < mpList + first + count; ++p)
+            n += Add(*p, kept, out, n) ? 1 : 0;
+        out.count = n;
+    }
+    /// That of all spheres where they are alike.
+    void GetMaterial(const ArrayAndIndex_cls& entry, unsigned type, SphereMaterial_st& out) const {
+        Kept kept(mbFaded);
+        TakeMaterial(kept, entry, type, mLooks.look[type], 1.0f, mStepping);
+        out = kept.material;
+    }
+
+private:
+    bool Add(const ArrayAndIndex_cls& entry, Kept& kept, TileRun_st& out, int n) const {
+        const unsigned type = GetSequentialClass(mSnap, entry.mIndex);
+        const ClassLook_st& look = mLooks.look[type];
+        if (look.drawType != DRAW_POINT && look.drawType != DRAW_BILLBOARD && look.drawType != DRAW_SPHERE)
+            return false;
+        const float* pPos = mSnap.mpPos[entry.mIndex];
+        const float radius = look.bOneRadius ? look.radius : look.radius * mSnap.mpRadius[entry.mIndex];
+        if (!IsDrawable(pPos, look.drawType == DRAW_POINT ? 1.0f : radius)) return false;
+        if (look.drawType == DRAW_SPHERE) {
+            if (out.pMaterial) {
+                TakeMaterial(kept, entry, type, look, radius, mStepping);
+                std::copy_n(kept.material.mAmbient, 4, out.pMaterial[n]);
+                std::copy_n(kept.material.mDiffuse, 4, out.pMaterial[n] + 4);
+                std::copy_n(kept.material.mSpecular, 4, out.pMaterial[n] + 8);
+            }
+        } else {
+            TakeColor(kept, mSnap, entry, type, look, radius, mStepping);
+            if (look.drawType == DRAW_BILLBOARD && !(kept.color[3] >= kFaint)) return false;
+            std::copy_n(kept.color, 4, out.color[n]);
+        }
+        out.x[n] = pPos[0], out.y[n] = pPos[1], out.z[n] = pPos[2];
+        out.radius[n] = radius;
+        out.look[n] = static_cast<uint8_t>(type);
+        return true;
+    }
+
+    const SnapData_cls& mSnap;
+    const ArrayAndIndex_cls* mpList;
+    int mNumber;
+    const SequentialLooks_st& mLooks;
+    float mStepping;
+    bool mbFaded;
+};
+
+/// How the processor draws a class; false: it can't.
+bool SetTileLook(CpuDraw_cls& cpu, unsigned type, const SequentialLooks_st& looks, bool bOwnBlending,
+                 int lightNumber) {
+    const ClassLook_st& look = looks.look[type];
+    TileLook_st& tile = cpu.GetLook(type);
+    tile.blend = look.bAdditive ? TileLook_st::ADDS : TileLook_st::COVERS;
+    if (look.drawType == DRAW_POINT) {
+        tile.kind = TileLook_st::POINT;
+        tile.size = look.size;
+        tile.bMultiplied = looks.bMixedBlend && !cpu.HasFog();
+    } else if (look.drawType == DRAW_BILLBOARD) {
+        tile.kind = TileLook_st::SPRITE;
+        tile.bFacing = look.quality != QUALITY_LOW;
+        tile.bMultiplied = bOwnBlending;
+    } else if (look.drawType == DRAW_SPHERE) {
+        if (look.quality < GLSphereBatch_cls::kExact) return false; // meshes
+        tile.kind = TileLook_st::SPHERE;
+        tile.bWrite = true;
+        tile.bMultiplied = looks.bMixedSpheres;
+        tile.bCartoon = look.shaderType == ShaderCtrl_cls::TYPE_CARTOON;
+        tile.bMaterials = !looks.bOneMaterial;
+        return cpu.TakeLights(look.shaderType, lightNumber);
+    }
+    return true;
+}
+
+/// False: OpenGL must draw them.
+bool DrawByProcessor(const SnapData_cls& snap, const ArrayAndIndex_cls* pList, int number,
+                     const SequentialLooks_st& looks, float stepping, bool bFaded, const ViewScale_cls& view,
+                     int lightNumber, bool bFlat) {
+    CpuDraw_cls cpu(view);
+    if (!cpu.IsPossible() || (looks.bBillboards && !bFlat)) return false;
+    if (looks.bExact && !GLSphereBatch_cls::HasExact(view)) return false;
+    bool bOccurs[kSequentialClasses] = {};
+    const ArrayAndIndex_cls* pFirst[kSequentialClasses] = {};
+    for (const ArrayAndIndex_cls* p = pList; p < pList + number; ++p) {
+        const unsigned type = GetSequentialClass(snap, p->mIndex);
+        if (!bOccurs[type]) pFirst[type] = p;
+        bOccurs[type] = true;
+    }
+    const bool bOwnBlending = looks.bMixedBillboards && GLBillboardBatch_cls::HasOwnBlending();
+    const SequentialSource_cls source(snap, pList, number, looks, stepping, bFaded);
+    for (unsigned type = 0; type < kSequentialClasses; ++type) {
+        if (!bOccurs[type]) continue;
+        if (!SetTileLook(cpu, type, looks, bOwnBlending, lightNumber)) return false;
+        TileLook_st& tile = cpu.GetLook(type);
+        if (tile.kind != TileLook_st::SPHERE || tile.bMaterials) continue;
+        SphereMaterial_st material;
+        source.GetMaterial(*pFirst[type], type, material);
+        std::copy_n(material.mAmbient, 4, tile.ambient);
+        std::copy_n(material.mDiffuse, 4, tile.diffuse);
+        std::copy_n(material.mSpecular, 4, tile.specular);
+    }
+    if (looks.bBillboards) cpu.TakeTexture();
+    cpu.Draw(source);
+    return true;
+}
+
 } // namespace
 
 void GLDrawData_cls::GLDrawSequential(int face, SnapData_cls* pSnap, GLAttribute_cls** ppAttribute) {
@@ -198,6 +314,11 @@ void GLDrawData_cls::GLDrawSequential(int face, SnapData_cls* pSnap, GLAttribute
     }
     const ViewScale_cls view;
 
+    if (looks.bBillboards) ppAttribute[0]->BindTexture(); // one for all classes
+    if (DrawByProcessor(*pSnap, mspIndexAndZ, number, looks, stepping, IsFaded(), view, mLightNumber,
+                        !mbPlaced))
+        return;
+
     if (msbListIsIdentity && looks.bAllPoints && !looks.bMixedSize && !looks.bMixedBlend) {
         SetPointState(*pSnap, looks.bAdditive);
         DrawStraight(pSnap, number, looks.size, true);
@@ -206,7 +327,6 @@ void GLDrawData_cls::GLDrawSequential(int face, SnapData_cls* pSnap, GLAttribute
     }
 
     CheckExact(looks.bExact, view);
-    if (looks.bBillboards) ppAttribute[0]->BindTexture(); // one for all classes
     float flat[12];
     float facing[12];
     const bool bQuads = GetFlatCorners(flat);

@@ -2,12 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <limits>
+#include <string_view>
 #include <unordered_set>
 
 #include "COMMON/OnThreads.h"
 #include "GL/DRAW/DrawListFilter.h"
-#include "GL/DRAW/ParticleChecks.h"
 #include "GL/DRAW/clsArrayAndIndex.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
@@ -18,14 +19,10 @@
 namespace {
 
 using Text = PovSerialize_cls;
-constexpr int kSlices = 4;
 constexpr int kFewParticles = 20000; // that aren't worth a thread
 constexpr size_t kMostLine = 8 * 3 * kMostFixed;
 constexpr size_t kLineSlack = 2; // that other lines may be longer than the first
 constexpr int kColorDecimals = 3;
-// Points and billboards have one colour, which is shared out to how a solid shows it.
-constexpr float kUnlitAmbient = 0.2f;
-constexpr float kUnlitDiffuse = 0.8f;
 
 char* PutText(char* p, const char* text) {
     const size_t length = std::strlen(text);
@@ -44,12 +41,19 @@ char* PutVector(char* p, const float* v, int decimals) {
 
 bool IsFinite(const float* v) { return std::isfinite(v[0]) && std::isfinite(v[1]) && std::isfinite(v[2]); }
 
-float ToShare(float value) { return value >= 0.0f ? std::min(value, 1.0f) : 0.0f; }
+/// One line alone.
+bool IsSingle(const std::vector<const std::string*>& lines) {
+    const std::string& first = *lines.front();
+    return lines.size() == 1 && first.find('\n') + 1 == first.size();
+}
 
-unsigned char ToByte(float value) { return static_cast<unsigned char>(std::lrint(ToShare(value) * 255.0f)); }
+uint64_t HashText(std::string_view text) { return std::hash<std::string_view>()(text); }
 
-unsigned short ToThousandths(float value) {
-    return static_cast<unsigned short>(std::lrint(ToShare(value) * 1000.0f));
+/// Sums of it tell sets apart, in whatever order.
+uint64_t MixPrint(uint64_t hash) {
+    hash ^= hash >> 32;
+    hash *= 0xD6E8FEB86659FD93ull;
+    return hash ^ (hash >> 32);
 }
 
 } // namespace
@@ -72,80 +76,6 @@ PovParticles_cls::PovParticles_cls(SnapData_cls& snap, GLAttribute_cls* const* p
     const int sets = list.mbClasses ? kParticleClasses : 1;
     for (int k = 0; k < sets; ++k)
         TakeSet(mSets[k], *ppAttribute[k]);
-}
-
-void PovParticles_cls::TakeSet(Set_st& set, GLAttribute_cls& attribute) {
-    const unsigned type = attribute.mDrawType.mValue;
-    set.mbDrawn = type <= DRAW_BOTH;
-    if (!set.mbDrawn) return;
-    set.mbConstantRadius = attribute.mRadiusType.mValue == RADIUS_CONSTANT;
-    set.mRadius = std::fabs(attribute.GetRadiusFactor()) *
-                  static_cast<float>(GLDrawData_cls::GetSteppingRadiusFactorUnlimited(mList.mStep));
-    set.mAlphaFactor = attribute.mAlphaFactor.mValue;
-    set.mbAlphaByRadius = attribute.mAlphaType.mValue == ALPHA_BY_RADIUS;
-    set.mAlphaBase = attribute.mAlphaDependBase.mValue * attribute.mAlphaDependBase.mValue;
-    set.mAlphaMax = attribute.mAlphaMax.mValue;
-    ColorCurve_cls* const curves[3] = {&attribute.mAmbient, &attribute.mDiffuse, &attribute.mSpecular};
-    bool bCurves = false;
-    for (size_t k = 0; k < 3; ++k) {
-        curves[k]->PreCalcScaleFactor();
-        curves[k]->GetColor4fScaled(set.mSurface.mColors[k], 0.0f);
-        set.mSurface.mColors[k][3] = std::clamp(set.mAlphaFactor, 0.0f, 1.0f);
-        bCurves = bCurves || !curves[k]->IsConstant();
-    }
-    set.mbConstantColor = !bCurves && !mList.mbFaded;
-    if (!mOptions.mbColorByParticle) return;
-    set.mbUnlit = type == DRAW_POINT || type == DRAW_BILLBOARD;
-    TakeViewAlpha(set, attribute);
-    set.mbOwnColors = set.mbUnlit ? mSnap.mpColor != nullptr : bCurves || set.mbAlphaByRadius;
-    if (set.mbOwnColors && !set.mbUnlit) set.mLook = SphereLook_cls(attribute, mSnap);
-}
-
-// Each way of drawing has rules of its own.
-void PovParticles_cls::TakeViewAlpha(Set_st& set, GLAttribute_cls& attribute) {
-    using Draw = GLDrawData_cls;
-    const int step = mList.mStep;
-    const bool bUnlimited = set.mbUnlit && !mList.mbClasses;
-    set.mDrawType = attribute.mDrawType.mValue;
-    set.mStepping = static_cast<float>(bUnlimited ? Draw::GetSteppingAlphaFactorUnlimited(step)
-                                                  : Draw::GetSteppingAlphaFactor(step));
-    if (!bUnlimited)
-        set.mViewRadius = static_cast<float>(Draw::GetSteppingRadiusFactor(step) /
-                                             Draw::GetSteppingRadiusFactorUnlimited(step));
-    if (!set.mbUnlit) {
-        if (!mList.mbClasses) set.mbAlphaByRadius = false;
-        // Of a lit material the diffuse colour's alpha counts.
-        float diffuse[4];
-        attribute.mDiffuse.GetColor4fScaled(diffuse, 0.0f);
-        for (auto& color : set.mSurface.mColors)
-            color[3] = ToShare(diffuse[3] * set.mAlphaFactor * set.mStepping);
-        return;
-    }
-    attribute.mColor.PreCalcScaleFactor();
-    set.mCurve = ColorSegments_cls(attribute.mColor);
-    set.mbConstantCurve = attribute.mColor.IsConstant();
-    set.mpValues = mSnap.GetDrivingValues(attribute.mColor.mDependType.mValue);
-}
-
-// The snapshot's alpha has the factor in it, or the base of that by radius; the curve's hasn't.
-float PovParticles_cls::GetUnlitAlpha(const Set_st& set, int particle, float radius) const {
-    const bool bBillboard = set.mDrawType == DRAW_BILLBOARD;
-    const float snapshot = mSnap.mpColor[particle][3];
-    const float shown = radius * set.mViewRadius;
-    if (mList.mbClasses) {
-        const bool bByRadius = bBillboard && set.mbAlphaByRadius;
-        return (bByRadius ? AlphaByRadius(snapshot, shown, 1.0f, set.mAlphaMax) : snapshot) * set.mStepping;
-    }
-    const bool bConstant = set.mbConstantCurve || !set.mpValues;
-    float color[4];
-    set.mCurve.Get(color, bConstant ? 0.0f : set.mpValues[particle]);
-    if (!bBillboard) {
-        const bool bByRadius = set.mbAlphaByRadius && !bConstant;
-        const float own = bByRadius ? AlphaByRadius(color[3], set.mRadius, 1.0f, set.mAlphaMax) : color[3];
-        return own * set.mAlphaFactor * set.mStepping;
-    }
-    if (set.mbAlphaByRadius) return AlphaByRadius(snapshot, shown, set.mStepping, set.mAlphaMax);
-    return bConstant ? color[3] * set.mAlphaFactor : snapshot * set.mStepping * set.mAlphaFactor;
 }
 
 int PovParticles_cls::GetClass(int particle) const {
@@ -239,54 +169,6 @@ std::string PovParticles_cls::GetColorMacro(int index, const PovText_cls& pov) c
     return text + "}\n#end\n";
 }
 
-PovMaterial_st PovParticles_cls::GetMaterial(int index, const ArrayAndIndex_cls& entry, float radius) const {
-    const Set_st& set = mSets[index];
-    PovMaterial_st material;
-    material.mSet = static_cast<unsigned char>(index);
-    if (!set.mbOwnColors) {
-        material.mAlpha = set.mbConstantColor ? 1000 : ToThousandths(entry.mAlpha);
-        return material;
-    }
-    SphereMaterial_st colors;
-    float alpha;
-    if (set.mbUnlit) {
-        const float* const color = mSnap.mpColor[entry.mIndex];
-        for (int c = 0; c < 3; ++c) {
-            colors.mAmbient[c] = color[c] * kUnlitAmbient;
-            colors.mDiffuse[c] = color[c] * kUnlitDiffuse;
-        }
-        std::copy_n(set.mSurface.mColors[2], 3, colors.mSpecular);
-        alpha = GetUnlitAlpha(set, entry.mIndex, radius);
-    } else {
-        set.mLook.Get(entry.mIndex, colors);
-        alpha = set.mbAlphaByRadius ? AlphaByRadius(colors.mDiffuse[3], radius * set.mViewRadius,
-                                                    set.mAlphaBase, set.mAlphaMax)
-                                    : colors.mDiffuse[3] * set.mAlphaFactor;
-        alpha *= set.mStepping;
-    }
-    for (int c = 0; c < 3; ++c) {
-        material.mColors[c] = ToByte(colors.mAmbient[c]);
-        material.mColors[3 + c] = ToByte(colors.mDiffuse[c]);
-        material.mColors[6 + c] = ToByte(colors.mSpecular[c]);
-    }
-    material.mAlpha = ToThousandths(alpha * entry.mAlpha);
-    return material;
-}
-
-PovText_cls::Surface_st PovParticles_cls::GetSurface(const PovMaterial_st& material) const {
-    PovText_cls::Surface_st surface = mSets[material.mSet].mSurface;
-    const float alpha = static_cast<float>(material.mAlpha) / 1000.0f;
-    const bool bOwn = mSets[material.mSet].mbOwnColors;
-    if (!bOwn) surface.mSpecularFactor = alpha;
-    for (int layer = 0; layer < 3; ++layer) {
-        float* const color = surface.mColors[layer];
-        for (int c = 0; c < 3 && bOwn; ++c)
-            color[c] = static_cast<float>(material.mColors[3 * layer + c]) / 255.0f;
-        color[3] = bOwn ? alpha : color[3] * alpha;
-    }
-    return surface;
-}
-
 // A macro's own radius has three more than coordinates, so a sphere that stands for its call has them, too.
 int PovParticles_cls::GetRadiusDecimals(int index, int decimals) const {
     return mSets[index].mbConstantRadius ? std::min(decimals + 3, kMostDecimals) : decimals;
@@ -338,11 +220,14 @@ void PovParticles_cls::WriteSlice(int first, int end, int decimals, Slice_st* pS
         int index;
         float radius;
         if (!IsDrawn(entry, &index, &radius)) continue;
-        std::string& lines = groups.Get(bGroup ? GetMaterial(index, entry, radius) : PovMaterial_st()).mLines;
+        const PovMaterial_st material = bGroup ? GetMaterial(index, entry, radius) : PovMaterial_st();
+        std::string& lines = groups.Get(material).mLines;
         char line[kMostLine];
         const char* const behind = bGroup ? PutSphere(line, index, entry, radius, decimals)
                                           : PutCall(line, index, entry, radius, decimals);
         const auto length = static_cast<size_t>(behind - line);
+        if (pSlice->mbPrint)
+            pSlice->mPrint += MixPrint(HashText({line, length}) ^ PovMaterialHash_st()(material));
         // Most often all are of one group, and its lines as long as the first one.
         if (lines.empty() && pSlice->mGroups.size() == 1)
             lines.reserve((length + kLineSlack) * static_cast<size_t>(end - first));
@@ -353,8 +238,8 @@ void PovParticles_cls::WriteSlice(int first, int end, int decimals, Slice_st* pS
 // POV-Ray warns of a union of one.
 void PovParticles_cls::AppendGroup(std::string* pText, const std::vector<const std::string*>& lines,
                                    const std::string& texture) {
-    const std::string& first = *lines.front();
-    if (lines.size() == 1 && first.find('\n') + 1 == first.size()) {
+    if (IsSingle(lines)) {
+        const std::string& first = *lines.front();
         pText->append(first, 0, first.size() - 2); // the brace that ends it
         *pText += "\n" + texture + "}\n";
         return;
@@ -365,9 +250,11 @@ void PovParticles_cls::AppendGroup(std::string* pText, const std::vector<const s
     *pText += texture + "}\n";
 }
 
-void PovParticles_cls::Append(std::string* pText, const PovText_cls& pov) const {
+void PovParticles_cls::Append(std::string* pText, const PovText_cls& pov, uint64_t* pPrint) const {
     const int decimals = pov.GetDecimals(3);
     Slice_st slices[kSlices];
+    for (Slice_st& slice : slices)
+        slice.mbPrint = pPrint != nullptr;
     const auto place = [this](int k) {
         return static_cast<int>(static_cast<long long>(mList.mNumber) * k / kSlices);
     };
@@ -378,29 +265,52 @@ void PovParticles_cls::Append(std::string* pText, const PovText_cls& pov) const 
     else
         OnThreads(kSlices, write);
 
-    for (int k = 0; k < kParticleClasses && !mOptions.mbGroupMaterials; ++k)
-        if (mSets[k].mbDrawn) *pText += mSets[k].mbOwnColors ? GetColorMacro(k, pov) : GetMacro(k, pov);
-    *pText += "#declare PARTICLES=\nunion{\n";
+    std::string macros; // or the textures, where the lines are of materials
+    for (int k = 0; k < kParticleClasses; ++k)
+        if (mSets[k].mbDrawn && !mOptions.mbGroupMaterials)
+            macros += mSets[k].mbOwnColors ? GetColorMacro(k, pov) : GetMacro(k, pov);
+    *pText += macros + "#declare PARTICLES=\nunion{\n";
+    uint64_t print = HashText(macros);
     size_t bytes = pText->size();
-    for (const Slice_st& slice : slices)
+    for (const Slice_st& slice : slices) {
+        print += slice.mPrint;
         for (const PovGroup_st& group : slice.mGroups)
             bytes += group.mLines.size();
+    }
     pText->reserve(bytes + bytes / 16);
-    if (mOptions.mbGroupMaterials) {
-        std::vector<PovGroup_st> all; // without text: where each material comes first
-        PovGroups_cls groups(&all);
-        std::unordered_map<PovMaterial_st, std::vector<const std::string*>, PovMaterialHash_st> lines;
-        for (const Slice_st& slice : slices)
-            for (const PovGroup_st& group : slice.mGroups) {
-                groups.Get(group.mMaterial);
-                lines[group.mMaterial].push_back(&group.mLines);
-            }
-        for (const PovGroup_st& group : all)
-            AppendGroup(pText, lines[group.mMaterial],
-                        pov.GetStrPovTextureColor("\t", GetSurface(group.mMaterial)));
-    } else
+    if (mOptions.mbGroupMaterials)
+        print += AppendGroups(pText, slices, pov);
+    else
         for (const Slice_st& slice : slices)
             for (const PovGroup_st& group : slice.mGroups)
                 *pText += group.mLines;
     *pText += "};\n\n";
+    if (pPrint) *pPrint = print;
+}
+
+// All of one material need no union of their own.
+uint64_t PovParticles_cls::AppendGroups(std::string* pText, const Slice_st (&slices)[kSlices],
+                                        const PovText_cls& pov) const {
+    std::vector<PovGroup_st> all; // without text: where each material comes first
+    PovGroups_cls groups(&all);
+    std::unordered_map<PovMaterial_st, std::vector<const std::string*>, PovMaterialHash_st> lines;
+    for (const Slice_st& slice : slices)
+        for (const PovGroup_st& group : slice.mGroups) {
+            groups.Get(group.mMaterial);
+            lines[group.mMaterial].push_back(&group.mLines);
+        }
+    uint64_t print = 0;
+    for (const PovGroup_st& group : all) {
+        const std::string texture = pov.GetStrPovTextureColor("\t", GetSurface(group.mMaterial));
+        print += MixPrint(HashText(texture) ^ PovMaterialHash_st()(group.mMaterial));
+        const std::vector<const std::string*>& ofGroup = lines[group.mMaterial];
+        if (all.size() > 1 || IsSingle(ofGroup)) {
+            AppendGroup(pText, ofGroup, texture);
+            continue;
+        }
+        for (const std::string* text : ofGroup)
+            *pText += *text;
+        *pText += texture;
+    }
+    return print;
 }

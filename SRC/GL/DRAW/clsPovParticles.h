@@ -2,6 +2,7 @@
 // downsizing and order included.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -40,8 +41,9 @@ public:
     /// What POV-Ray takes to have them in memory, bytes, by measurement. Where that is `enough` in any case,
     /// textures of groups aren't counted.
     double GetPovBytes(double enough) const;
-    /// Macros of the attributes, and the declaration of PARTICLES.
-    void Append(std::string* pText, const PovText_cls& pov) const;
+    /// Macros of the attributes, and the declaration of PARTICLES. `pPrint`: what is the same for the same
+    /// particles in whichever order, and different for others.
+    void Append(std::string* pText, const PovText_cls& pov, uint64_t* pPrint = nullptr) const;
 
 private:
     /// An attribute.
@@ -68,7 +70,10 @@ private:
     /// Text of a run of the list; one a material where materials are grouped.
     struct Slice_st {
         std::vector<PovGroup_st> mGroups;
+        bool mbPrint = false;
+        uint64_t mPrint = 0;
     };
+    static constexpr int kSlices = 4;
 
     void TakeSet(Set_st& set, GLAttribute_cls& attribute);
     void TakeViewAlpha(Set_st& set, GLAttribute_cls& attribute);
@@ -85,6 +90,8 @@ private:
     char* PutSphere(char* p, int index, const ArrayAndIndex_cls& entry, float radius, int decimals) const;
     static void AppendGroup(std::string* pText, const std::vector<const std::string*>& lines,
                             const std::string& texture);
+    uint64_t AppendGroups(std::string* pText, const Slice_st (&slices)[kSlices],
+                          const PovText_cls& pov) const;
     void WriteSlice(int first, int end, int decimals, Slice_st* pSlice) const;
 
     SnapData_cls& mSnap;

@@ -3,13 +3,16 @@
 #include <algorithm>
 #include <cmath>
 
+#include "COMMON/clsMyVector.h"
+
 namespace {
 
 constexpr size_t kMostBlocks = 128; // of one shadow
-constexpr float kAcross = 3.0f;     // edges of blocks, radii of the sphere in the middle by size
-constexpr float kLongest = 5.0f;    // a piece of a shadow that lies askew
-constexpr float kEdge = 3.5f;       // edges of blocks that fit in the shadow of a near light
-constexpr float kWidest = 6.0f;
+constexpr float kAcross = 2.5f;     // edges of blocks, radii of the sphere in the middle by size
+constexpr float kAlong = 0.6f;      // the same along a far light's direction, lengths of its shadow
+constexpr float kShell = 2.0f;      // the same of a near light: fewer and longer lists are read faster there
+constexpr float kCone = 3.5f;       // edges of blocks of directions, angular radii of that sphere
+constexpr float kNarrowest = 1e-4f; // what directions as floats still tell apart well
 constexpr size_t kSample = 999;
 constexpr float kFarthest = 1e9f; // blocks from the origin
 
@@ -27,35 +30,81 @@ void ShadowGrid_cls::GetTurn(double (*pRows)[3]) const {
             pRows[row][i] = mShape.bNear ? (row == i ? 1.0 : 0.0) : double(mShape.axes[(row + 1) % 3][i]);
 }
 
-uint32_t ShadowGrid_cls::GetBlock(const int32_t* pPlace) const {
-    const auto& size = mShape.bNear ? kNearSize : kFarSize;
-    return static_cast<uint32_t>(((pPlace[2] & (size[2] - 1)) * size[1] + (pPlace[1] & (size[1] - 1))) *
-                                     size[0] +
-                                 (pPlace[0] & (size[0] - 1)));
+namespace {
+
+float Clamped(float block) { return std::clamp(block, -kFarthest, kFarthest); }
+
+uint32_t GetFarBlock(const int32_t* pBlock) {
+    constexpr auto kSize = ShadowGrid_cls::kFarSize;
+    return static_cast<uint32_t>(((pBlock[2] & (kSize[2] - 1)) * kSize[1] + (pBlock[1] & (kSize[1] - 1))) *
+                                     kSize[0] +
+                                 (pBlock[0] & (kSize[0] - 1)));
+}
+
+uint32_t GetNearBlock(const int32_t* pBlock) {
+    uint32_t sum = 0;
+    for (size_t i = 0; i < 4; ++i)
+        sum += static_cast<uint32_t>(pBlock[i]) * ShadowGrid_cls::kScatter[i];
+    return sum & (ShadowGrid_cls::kNearSize - 1);
+}
+
+} // namespace
+
+size_t ShadowGrid_cls::GetSize() const {
+    return mShape.bNear ? size_t{kNearSize} : size_t{kFarSize[0]} * size_t{kFarSize[1]} * size_t{kFarSize[2]};
+}
+
+uint32_t ShadowGrid_cls::GetBlockAt(const float* pPlace) const {
+    int32_t block[4];
+    if (!mShape.bNear) {
+        for (int i = 0; i < 3; ++i)
+            block[i] = static_cast<int32_t>(std::floor(Clamped(pPlace[i] * mPerBlock[i])));
+        return GetFarBlock(block);
+    }
+    float away[3];
+    for (int i = 0; i < 3; ++i)
+        away[i] = pPlace[i] - mTurned.light[i];
+    const float far = MyVector::GetNorm(away);
+    for (int i = 0; i < 3; ++i)
+        block[i] = static_cast<int32_t>(std::floor(away[i] / far * mPerBlock[0]));
+    block[3] = static_cast<int32_t>(std::floor(Clamped(far * mPerBlock[2])));
+    return GetNearBlock(block);
 }
 
 // As fits the sphere in the middle by size.
 void ShadowGrid_cls::ChooseBlocks() {
     const size_t number = GetNumber();
     const size_t step = number / kSample + 1;
-    std::vector<float> radii;
-    for (size_t i = 0; i < number; i += step)
-        radii.push_back(GetBall(i)[3]);
-    const auto middle = radii.begin() + static_cast<ptrdiff_t>(radii.size() / 2);
-    std::nth_element(radii.begin(), middle, radii.end());
-    const float radius = std::max(*middle, 1e-30f);
-    const float along = mShape.length - mShape.start;
-    mSegments = mShape.bNear ? static_cast<int>(std::clamp(std::ceil(along / kLongest), 1.0f, 1e3f)) : 1;
-    const float wide = std::clamp(along / kEdge, kAcross, kWidest);
-    for (int i = 0; i < 3; ++i)
-        mPerBlock[i] = 1.0f / (radius * (mShape.bNear ? wide : i < 2 ? kAcross : std::max(kAcross, along)));
     for (int i = 0; i < 3; ++i) {
         mOrigin[i] = double(GetBall(0)[i]);
         mTurned.light[i] = static_cast<float>(double(mShape.light[i]) - mOrigin[i]);
     }
+    const auto getMiddle = [number, step](const auto& getSize) {
+        std::vector<float> sizes;
+        for (size_t i = 0; i < number; i += step)
+            sizes.push_back(getSize(i));
+        const auto middle = sizes.begin() + static_cast<ptrdiff_t>(sizes.size() / 2);
+        std::nth_element(sizes.begin(), middle, sizes.end());
+        return *middle;
+    };
+    const float radius = std::max(getMiddle([this](size_t i) { return GetBall(i)[3]; }), 1e-30f);
+    const float along = std::max(kAcross, (mShape.bNear ? kShell : kAlong) * (mShape.length - mShape.start));
+    if (!mShape.bNear) {
+        for (int i = 0; i < 3; ++i)
+            mPerBlock[i] = 1.0f / (radius * (i < 2 ? kAcross : along));
+        return;
+    }
+    const float angle = getMiddle([this](size_t i) {
+        float away[3];
+        for (int k = 0; k < 3; ++k)
+            away[k] = GetBall(i)[k] - mShape.light[k];
+        return GetBall(i)[3] / std::max(MyVector::GetNorm(away), GetBall(i)[3]);
+    });
+    mPerBlock[0] = mPerBlock[1] = 1.0f / std::clamp(kCone * angle, kNarrowest, 1.0f);
+    mPerBlock[2] = 1.0f / (radius * along);
 }
 
-// Without those of the box before, the piece's neighbour. False: too many.
+// False: too many.
 bool ShadowGrid_cls::ListBox(const float* pLow, const float* pHigh) {
     int32_t first[3], last[3];
     for (int i = 0; i < 3; ++i) {
@@ -70,55 +119,95 @@ bool ShadowGrid_cls::ListBox(const float* pLow, const float* pHigh) {
     if (size_t(last[0] - first[0] + 1) * size_t(last[1] - first[1] + 1) * size_t(last[2] - first[2] + 1) >
         kMostBlocks)
         return false;
-    const auto isIn = [this](int axis, int32_t at) { return at >= mFirst[axis] && at <= mLast[axis]; };
     for (int32_t z = first[2]; z <= last[2]; ++z)
         for (int32_t y = first[1]; y <= last[1]; ++y)
             for (int32_t x = first[0]; x <= last[0]; ++x) {
-                const int32_t place[3] = {x, y, z};
-                if (!isIn(0, x) || !isIn(1, y) || !isIn(2, z)) mvListed.push_back(GetBlock(place));
+                const int32_t block[3] = {x, y, z};
+                mvListed.push_back(GetFarBlock(block));
             }
-    std::copy_n(first, 3, mFirst);
-    std::copy_n(last, 3, mLast);
     return true;
 }
 
-// Boxes around pieces of the volume. False: too many blocks.
-bool ShadowGrid_cls::ListBlocks(const float* pPlace, float radius) {
-    mvListed.clear();
-    std::fill_n(mFirst, 3, 1); // no box before
-    std::fill_n(mLast, 3, 0);
-    float low[3], high[3];
-    if (!mShape.bNear) {
-        for (int i = 0; i < 3; ++i) {
-            const bool bAlong = i == 2;
-            low[i] = pPlace[i] + radius * (bAlong ? mShape.start : -1.0f);
-            high[i] = pPlace[i] + radius * (bAlong ? mShape.length : 1.0f);
-        }
-        return ListBox(low, high);
-    }
+// The light looks at the sphere along a cone; its directions lie on a cap of the unit sphere, and of the
+// blocks around the cap only those count that it touches. False: too many.
+bool ShadowGrid_cls::ListCone(const float* pPlace, float radius) {
     ShadowShape_st::Ends_st ends;
     if (!mTurned.GetEnds(pPlace, radius, ends)) return true; // throws none
-    for (int k = 0; k < mSegments; ++k) {
-        const float part[2] = {float(k) / float(mSegments), float(k + 1) / float(mSegments)};
-        for (int i = 0; i < 3; ++i) {
-            const auto at = [&](int end, float sign) {
-                const float f = part[end];
-                return ends.place[0][i] + f * (ends.place[1][i] - ends.place[0][i]) +
-                       sign * (ends.radius[0] + f * (ends.radius[1] - ends.radius[0]));
-            };
-            low[i] = std::min(at(0, -1.0f), at(1, -1.0f));
-            high[i] = std::max(at(0, 1.0f), at(1, 1.0f));
-        }
-        if (!ListBox(low, high)) return false;
+    float away[3], to[3];
+    for (int i = 0; i < 3; ++i) {
+        away[i] = pPlace[i] - mTurned.light[i];
+        to[i] = ends.place[1][i] - mTurned.light[i];
     }
-    return mvListed.size() <= kMostBlocks;
+    const float far = MyVector::GetNorm(away);
+    const float last = MyVector::GetNorm(to);
+    const float nearest = last - radius * (mShape.length - mShape.start);
+    const float farthest = std::hypot(last, ends.radius[1]);
+    // What the way from the screen back rounds, here of distances.
+    const float rounded =
+        2e-6f * std::max({far, std::fabs(pPlace[0]), std::fabs(pPlace[1]), std::fabs(pPlace[2])});
+    const float shells[2] = {std::floor(std::max(nearest - rounded - 1e-6f * farthest, 0.0f) * mPerBlock[2]),
+                             std::floor((farthest * 1.000002f + rounded) * mPerBlock[2])};
+    // Twice the sine of half the cone's angle is what the cap reaches.
+    const float ratio = ends.radius[1] / last;
+    const float cosine = 1.0f / std::sqrt(1.0f + ratio * ratio);
+    const float reach = ratio * cosine / std::sqrt(0.5f * (1.0f + cosine)) + 2e-6f +
+                        2.0f * rounded / std::max(nearest, radius);
+    if (!(shells[1] < kFarthest && shells[1] - shells[0] < float(kMostBlocks))) return false;
+    int32_t first[3];
+    int number[3];
+    for (int i = 0; i < 3; ++i) {
+        away[i] /= far;
+        const float low = std::floor((away[i] - reach) * mPerBlock[0]);
+        const float high = std::floor((away[i] + reach) * mPerBlock[0]);
+        if (!(high - low < 16.0f)) return false;
+        first[i] = static_cast<int32_t>(low);
+        number[i] = static_cast<int>(high - low) + 1;
+    }
+    // Of each axis and block: its nearest and farthest squares from the cap's middle and from the light.
+    float off[3][17], inner[3][17], outer[3][17];
+    const float edge = 1.0f / mPerBlock[0];
+    for (int i = 0; i < 3; ++i)
+        for (int k = 0; k < number[i]; ++k) {
+            const float low = edge * float(first[i] + k), high = low + edge;
+            const float way = std::max({low - away[i], away[i] - high, 0.0f});
+            const float in = std::max({low, -high, 0.0f}), out = std::max(-low, high);
+            off[i][k] = way * way;
+            inner[i][k] = in * in;
+            outer[i][k] = out * out;
+        }
+    constexpr float kRound = 1e-5f;
+    for (int z = 0; z < number[2]; ++z)
+        for (int y = 0; y < number[1]; ++y)
+            for (int x = 0; x < number[0]; ++x) {
+                if (off[0][x] + off[1][y] + off[2][z] > reach * reach * (1.0f + kRound) ||
+                    inner[0][x] + inner[1][y] + inner[2][z] > 1.0f + kRound ||
+                    outer[0][x] + outer[1][y] + outer[2][z] < 1.0f - kRound)
+                    continue;
+                for (auto shell = int32_t(shells[0]); shell <= int32_t(shells[1]); ++shell) {
+                    const int32_t block[4] = {first[0] + x, first[1] + y, first[2] + z, shell};
+                    mvListed.push_back(GetNearBlock(block));
+                }
+                if (mvListed.size() > kMostBlocks) return false;
+            }
+    return true;
+}
+
+// False: too many blocks.
+bool ShadowGrid_cls::ListBlocks(const float* pPlace, float radius) {
+    mvListed.clear();
+    if (mShape.bNear) return ListCone(pPlace, radius);
+    float low[3], high[3];
+    for (int i = 0; i < 3; ++i) {
+        const bool bAlong = i == 2;
+        low[i] = pPlace[i] + radius * (bAlong ? mShape.start : -1.0f);
+        high[i] = pPlace[i] + radius * (bAlong ? mShape.length : 1.0f);
+    }
+    return ListBox(low, high);
 }
 
 std::vector<size_t> ShadowGrid_cls::Sort() {
     std::vector<size_t> out;
-    const auto& size = mShape.bNear ? kNearSize : kFarSize;
-    mvStarts.assign(
-        static_cast<size_t>(size[0]) * static_cast<size_t>(size[1]) * static_cast<size_t>(size[2]) + 1, 0);
+    mvStarts.assign(GetSize() + 1, 0);
     mvEntries.clear();
     if (mvBalls.empty()) return out;
     ChooseBlocks();

@@ -1,6 +1,9 @@
 // Shadows of many small spheres, sorted by blocks of space: whether a point lies in one of them is found by
 // looking at those that touch the point's block. Blocks far apart may share a place in the table, so what
 // lies far out costs no memory.
+//
+// Blocks of a far light are boxes along its direction. Those of a near one are shells of directions away from
+// it, as there a shadow is a short piece of a narrow cone.
 #pragma once
 
 #include <array>
@@ -12,10 +15,11 @@
 
 class ShadowGrid_cls {
 public:
-    /// Blocks of the table along each axis of a far light, across it and along it; of a near light.
-    /// GL/ShadowLookup.frag has the same.
+    /// Blocks of the table: along each axis of a far light, across it and along it; of a near light, whose
+    /// blocks' numbers are scattered by these factors. GL/ShadowLookup.frag has the same.
     static constexpr std::array<int, 3> kFarSize = {128, 128, 16};
-    static constexpr std::array<int, 3> kNearSize = {64, 64, 64};
+    static constexpr uint32_t kNearSize = 1u << 18;
+    static constexpr std::array<uint32_t, 4> kScatter = {1, 601, 360001, 215640599};
     static constexpr size_t kMostEntries = size_t{4} << 20; ///< of the table
 
     explicit ShadowGrid_cls(const ShadowShape_st& shape) : mShape(shape), mTurned(shape) {}
@@ -38,9 +42,11 @@ public:
     const ShadowShape_st& GetShape() const { return mTurned; }
     const double* GetOrigin() const { return mOrigin; }
     void GetTurn(double (*pRows)[3]) const; ///< rows that lead from the spheres' coordinates to the table's
-    const float* GetPerBlock() const { return mPerBlock; } ///< 1 / edge
-    /// The table's place of a block.
-    uint32_t GetBlock(const int32_t* pPlace) const;
+    /// 1 / edge along each axis; of a near light: of directions, as parts of the unit sphere's radius, twice,
+    /// and of distances.
+    const float* GetPerBlock() const { return mPerBlock; }
+    /// The table's place of the block that holds a point of the table's coordinates.
+    uint32_t GetBlockAt(const float* pPlace) const;
     /// Of each block, and one past the last: the first of those in it, into GetEntries.
     const std::vector<int32_t>& GetStarts() const { return mvStarts; }
     /// Four numbers each: centre in the table's coordinates, and radius.
@@ -50,15 +56,15 @@ private:
     void ChooseBlocks();
     bool ListBlocks(const float* pPlace, float radius);
     bool ListBox(const float* pLow, const float* pHigh);
+    bool ListCone(const float* pPlace, float radius);
+    size_t GetSize() const;
 
     ShadowShape_st mShape;
     ShadowShape_st mTurned; ///< its near light from the origin
     std::vector<float> mvBalls;
     double mOrigin[3] = {0, 0, 0};
     float mPerBlock[3] = {1, 1, 1};
-    int mSegments = 1;              ///< pieces that are looked at one by one, as they lie askew
     std::vector<uint32_t> mvListed; ///< blocks of the sphere at hand
-    int32_t mFirst[3] = {0, 0, 0}, mLast[3] = {0, 0, 0}; ///< of the box listed last
     std::vector<int32_t> mvStarts;
     std::vector<float> mvEntries;
 };

@@ -46,6 +46,16 @@ size_t BytesOf(const std::vector<T>& values) {
     return values.size() * sizeof(T);
 }
 
+/// First and one past the last of each block: one look at a texture gives both.
+std::vector<int32_t> PairUp(const std::vector<int32_t>& starts) {
+    std::vector<int32_t> pairs(2 * (starts.size() - 1));
+    for (size_t i = 0; i + 1 < starts.size(); ++i) {
+        pairs[2 * i] = starts[i];
+        pairs[2 * i + 1] = starts[i + 1];
+    }
+    return pairs;
+}
+
 } // namespace
 
 ShadowLookup_cls::ShadowLookup_cls(const ShadowShape_st& shape, const double* pModel) : mGrid(shape) {
@@ -108,8 +118,8 @@ void ShadowLookup_cls::Draw(ShadowStencil_cls& stencil, const float* pBounds) {
     glGetIntegerv(GL_CURRENT_PROGRAM, &program);
     {
         const ShadowStencil_cls::MarkScope_cls mark;
-        const BufferTexture_cls starts(GL_TEXTURE1, GL_R32I, mGrid.GetStarts().data(),
-                                       BytesOf(mGrid.GetStarts()));
+        const std::vector<int32_t> ranges = PairUp(mGrid.GetStarts());
+        const BufferTexture_cls starts(GL_TEXTURE1, GL_RG32I, ranges.data(), BytesOf(ranges));
         const BufferTexture_cls spheres(GL_TEXTURE2, GL_RGBA32F, mGrid.GetEntries().data(),
                                         BytesOf(mGrid.GetEntries()));
         glActiveTexture(GL_TEXTURE0);

@@ -13,7 +13,8 @@ constexpr GLuint kFound = 0x80;
 constexpr GLuint kAll = 0xff;
 constexpr float kShownColor[3] = {0.35f, 0.45f, 0.8f};
 
-// Without it volumes end at the far plane and behind the eye's.
+// Without it volumes that reach beyond the far plane lose what they hide before it; the eye may still be in
+// any of them.
 bool HasDepthClamp() { return epoxy_gl_version() >= 32 || epoxy_has_gl_extension("GL_ARB_depth_clamp"); }
 
 /// All of the screen, at the far end of what can be seen.
@@ -37,17 +38,11 @@ void ClearStencil() {
     glClear(GL_STENCIL_BUFFER_BIT);
 }
 
-// Where the volumes can't be told from the far plane's cut, only what lies in front of things counts.
-void SetCounting(bool bBehind) {
+void SetCounting() {
     glStencilMask(kCounter);
     glStencilFunc(GL_ALWAYS, 0, kAll);
-    if (bBehind) {
-        glStencilOpSeparate(GL_FRONT, GL_KEEP, GL_DECR_WRAP, GL_KEEP);
-        glStencilOpSeparate(GL_BACK, GL_KEEP, GL_INCR_WRAP, GL_KEEP);
-    } else {
-        glStencilOpSeparate(GL_FRONT, GL_KEEP, GL_KEEP, GL_INCR_WRAP);
-        glStencilOpSeparate(GL_BACK, GL_KEEP, GL_KEEP, GL_DECR_WRAP);
-    }
+    glStencilOpSeparate(GL_FRONT, GL_KEEP, GL_DECR_WRAP, GL_KEEP);
+    glStencilOpSeparate(GL_BACK, GL_KEEP, GL_INCR_WRAP, GL_KEEP);
 }
 
 } // namespace
@@ -59,7 +54,7 @@ ShadowStencil_cls::ShadowStencil_cls(bool bShow) : mbShown(bShow), mbClamped(Has
     glClearStencil(0);
     ClearStencil();
     glEnable(GL_STENCIL_TEST);
-    SetCounting(mbClamped);
+    SetCounting();
     glDisable(GL_LIGHTING);
     glDisable(GL_TEXTURE_2D);
     glDisable(GL_BLEND);

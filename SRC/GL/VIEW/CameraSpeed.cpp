@@ -27,21 +27,24 @@ void Evaluate(const ParamGroup_cls& group, double index, double out[3]) {
         out[i] = group.mVParams[i].Evaluate(index, Parameters_cls::msResolution);
 }
 
-PositionAndDirection_cls PlaceAt(const CameraPath_cls& camera, const AnchorPath_cls& anchor, double index) {
+/// False: what the anchor follows isn't known there.
+bool PlaceAt(const CameraPath_cls& camera, const AnchorPath_cls& anchor, double index,
+             PositionAndDirection_cls& out) {
     static const double kFront[3] = {1, 0, 0}, kUp[3] = {0, 0, 1};
     double place[3], angles[3];
     Evaluate(*camera.mpCTranslate, index, place);
     Evaluate(*camera.mpCRotate, index, angles);
-    PositionAndDirection_cls out;
     out.Set(place);
     out.Setv(kFront, kUp);
     out.RotateYPR(angles[2], angles[1], angles[0]);
     out.UpdateYPR(true);
-    if (camera.mCLookAnchor.mValue) {
-        Evaluate(*anchor.mpCTranslate, index, place);
-        out.PointAt(place);
-    }
-    return out;
+    if (!camera.mCLookAnchor.mValue) return true;
+    const AnchorPath_cls::Followed followed =
+        anchor.mFollow ? anchor.mFollow(index, place) : AnchorPath_cls::NOTHING;
+    if (followed == AnchorPath_cls::LATE) return false;
+    if (followed == AnchorPath_cls::NOTHING) Evaluate(*anchor.mpCTranslate, index, place);
+    out.PointAt(place);
+    return true;
 }
 
 constexpr long long kMostPictures = 20000; // of a film looked at step by step
@@ -59,7 +62,8 @@ CameraTurn_st FindFastestTurn(const CameraPath_cls& camera, const AnchorPath_cls
     bool bFirst = true;
     for (int frame = time.GetWAMin(); frame <= time.GetWAMax(); ++frame)
         for (int step = 0; step < (frame < time.GetWAMax() ? steps : 1); ++step) {
-            const PositionAndDirection_cls now = PlaceAt(camera, anchor, time.GetDoubleIndex(frame, step));
+            PositionAndDirection_cls now;
+            if (!PlaceAt(camera, anchor, time.GetDoubleIndex(frame, step), now)) return {};
             const double turn = bFirst ? 0.0 : GetTurn(last, now) * perTurn;
             if (turn > fastest.mDegrees) fastest = {turn, frame};
             last = now;

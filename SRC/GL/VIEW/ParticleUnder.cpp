@@ -3,6 +3,7 @@
 #include "FILTER/clsFilterCopy.h"
 #include "FILTER/clsFilterDataBox.h"
 #include "FILTER/clsFilterLists.h"
+#include "GL/DRAW/DrawListFilter.h"
 #include "GL/DRAW/DrawnCloud.h"
 #include "GL/DRAW/PlaceMatrix.h"
 #include "GL/DRAW/clsGLDrawData.h"
@@ -21,9 +22,14 @@ const FilterCopy_cls* GetCopies(FilterLists_cls* pFilters) {
     return pFilters ? pFilters->GetWorld().GetPCCopy() : nullptr;
 }
 
-ParticlePicker_cls::Shifts_t GetShifts(ViewHost_cls& host) {
+/// Null as well where the user doesn't want so many.
+const FilterCopy_cls* GetDrawnCopies(ViewHost_cls& host) {
     const FilterCopy_cls* copies = GetCopies(host.GetPCFilters());
-    if (!copies || !host.MayDrawCopies(copies->GetNumber())) return {{0, 0, 0}};
+    return copies && host.MayDrawCopies(copies->GetNumber()) ? copies : nullptr;
+}
+
+ParticlePicker_cls::Shifts_t GetShifts(const FilterCopy_cls* copies) {
+    if (!copies) return {{0, 0, 0}};
     ParticlePicker_cls::Shifts_t shifts;
     for (long long copy = 0; copy < copies->GetNumber(); ++copy)
         shifts.push_back(copies->GetVTranslate(copy));
@@ -49,23 +55,39 @@ ParticleName_st FindParticleUnder(const ViewPick_cls& pick, ViewHost_cls& host, 
     const GLSequence_cls& drawing = GLSequence_cls::Of(*host.GetPCActiveFileSequence());
     const PickCloud_st cloud = MakePickCloud(*snap, drawing.mpCGLAttribute, pick.GetPixelsOfBuffer(),
                                              GLDrawData_cls::msCurrentDoubleIndex);
+    const FilterCopy_cls* copies = GetDrawnCopies(host);
     PickedParticle_st nearest;
     for (const PickRay_st& ray : pick.GetRays(place)) {
         const PickedParticle_st hit =
-            ParticlePicker_cls(cloud, ray, box ? matrix : nullptr, GetShifts(host)).Find();
+            ParticlePicker_cls(cloud, ray, box ? matrix : nullptr, GetShifts(copies)).Find();
         if (hit.mIndex >= 0 && (nearest.mIndex < 0 || hit.mDepth < nearest.mDepth)) nearest = hit;
     }
-    return NameParticle(*snap->mpCBlock, nearest.mIndex, nearest.mCopy);
+    return NameParticle(*snap->mpCBlock, nearest.mIndex,
+                        copies ? copies->GetCell(nearest.mCopy) : std::array<int, 3>{0, 0, 0});
 }
 
-bool PlaceParticle(FilterLists_cls* pFilters, long long copy, const float* pPos, double out[3]) {
-    float place[3] = {pPos[0], pPos[1], pPos[2]};
-    const FilterCopy_cls* copies = GetCopies(pFilters);
-    if (copies && copy >= 0 && copy < copies->GetNumber()) {
-        const std::vector<float> shift = copies->GetVTranslate(copy);
-        for (size_t i = 0; i < shift.size(); ++i)
-            place[i] += shift[i];
-    }
+bool IsParticleDrawn(ViewHost_cls& host, const SnapData_cls& snap, int index,
+                     const std::array<int, 3>& cell) {
+    const GLSequence_cls& drawing = GLSequence_cls::Of(*host.GetPCActiveFileSequence());
+    const PickCloud_st cloud =
+        MakePickCloud(snap, drawing.mpCGLAttribute, 1.0, GLDrawData_cls::msCurrentDoubleIndex);
+    if (index < 0 || index >= cloud.mNumber) return false;
+    if (!cloud.mbDrawn[cloud.mpType ? GetParticleClass(cloud.mpType[index]) : 0]) return false;
+    const FilterCopy_cls* copies = GetDrawnCopies(host);
+    if (copies ? !copies->HasCell(cell) : cell != std::array<int, 3>{0, 0, 0}) return false;
+    if (!cloud.mpCFilter) return true;
+    DrawList_t list;
+    list.push_back({index, 0.0f, 1.0f});
+    cloud.mpCFilter->Thin(list, cloud.mNumber, cloud.mpPos, cloud.mTime);
+    return !list.empty();
+}
+
+bool PlaceParticle(FilterLists_cls* pFilters, const std::array<int, 3>& cell, const float* pPos,
+                   double out[3]) {
+    float place[3] = {0, 0, 0};
+    if (const FilterCopy_cls* copies = GetCopies(pFilters)) copies->GetCellPlace(cell, place);
+    for (int i = 0; i < 3; ++i)
+        place[i] += pPos[i];
     for (int i = 0; i < 3; ++i)
         out[i] = double(place[i]);
     FilterDataBoxData_cls* box = pFilters ? pFilters->GetObject().GetPCDataBox() : nullptr;

@@ -83,7 +83,7 @@ bool Information_cls::FollowPicked(const PDataBlock_cls* pBlock) {
 void Information_cls::OnIndex() {
     const PDataBlock_cls* pBlock = mGetBlock ? mGetBlock() : nullptr;
     if (pBlock && mpCParticles && mpCParticles->IsPicked())
-        mpCParticles->Pick(NameParticle(*pBlock, mIndex.mValue, mpCParticles->GetName().mCopy));
+        mpCParticles->Pick(NameParticle(*pBlock, mIndex.mValue, mpCParticles->GetName().mCell));
     Update();
 }
 

@@ -128,7 +128,7 @@ private:
     void Paint();
     bool IsPaintAllowed() const;
     bool IsFrameLoading();
-    bool LacksFollowed() const;
+    bool LacksFollowed();
     bool KeepsLastPicture() const;
     void ReadTime();
     void DrawTextOnDC(wxDC& dc);
@@ -170,6 +170,7 @@ private:
 
     bool mbPaintQueued = false; ///< a paint event has come whose picture is still to be drawn
     bool mbPainting = false;    ///< this canvas is the one that holds GbGLLockDrawing
+    bool mbWaits = false;       ///< the last paint was for a picture that is written
     bool mbLoading = false;     ///< the last paint gave up waiting for the reader
     int mPaintedFrame = -1;     ///< -1 when the view must be drawn anyway
     int mPaintedStep = -1;

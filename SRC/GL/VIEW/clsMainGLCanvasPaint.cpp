@@ -143,10 +143,13 @@ bool MainGLCanvas_cls::IsFrameLoading() {
 
 /// What is written waits for the bonds that it shows, and for the particle that is followed through the film;
 /// the window shows them when they are known.
-bool MainGLCanvas_cls::LacksFollowed() const {
+bool MainGLCanvas_cls::LacksFollowed() {
     constexpr long kMillis = 50;
-    if (mExport.IsRunning() || !WritesOutput()) return false;
+    const bool bBefore = mbWaits;
+    mbWaits = !mExport.IsRunning() && WritesOutput();
+    if (!mbWaits) return false;
     ParticleWatch_cls* watch = mpCShared->mspCParticles;
+    if (watch && !bBefore) watch->Resume();
     const auto track =
         watch ? watch->Learn(kMillis, ParticleWatch_cls::Source::Memory) : ParticleWatch_cls::State::Known;
     if (track == ParticleWatch_cls::State::More || track == ParticleWatch_cls::State::Reading) return true;

@@ -32,10 +32,14 @@ void ParticleWatch_cls::Tell() const {
     if (mOnChanged) mOnChanged();
 }
 
-void ParticleWatch_cls::SetName(const ParticleName_st& name) {
-    mTrack.SetName(name);
-    mFound = Found_st();
-    mbStopped = false;
+// Ticks come and go with undo and redo, and the name with them.
+ParticleTrack_cls& ParticleWatch_cls::GetTrack() {
+    if (mTrack.GetName() != GetName()) {
+        mTrack.SetName(GetName());
+        mHeld = Held_st();
+        mbStopped = false;
+    }
+    return mTrack;
 }
 
 void ParticleWatch_cls::Pick(const ParticleName_st& name) {
@@ -43,37 +47,43 @@ void ParticleWatch_cls::Pick(const ParticleName_st& name) {
         End();
         return;
     }
-    const ParticleName_st before = GetName();
     mbShown = true;
-    if (IsKept() && !before.IsNone() && !(before == name)) {
-        const auto command = [this](const ParticleName_st& other) {
-            return new CommandCall_cls([this, other] { SetName(other); }, UPDATE_GL | UPDATE_DRAW_OPTIONS);
-        };
-        GCUndoList.PushNewCommand(command(name), command(before));
-        GCUndoList.ExecCurrent();
-    }
-    SetName(name);
+    mShown = name;
+    if (IsKept() && mKept != name) KeepShown();
     if (mOnPicked) mOnPicked();
     Tell();
+}
+
+/// The project's is the session's from now on.
+void ParticleWatch_cls::KeepShown() {
+    const auto command = [this](const ParticleName_st& other) {
+        return new CommandCall_cls([this, other] { mKept = other; }, UPDATE_GL | UPDATE_DRAW_OPTIONS);
+    };
+    GCUndoList.PushNewCommand(command(mShown), command(mKept));
+    GCUndoList.ExecCurrent();
 }
 
 bool ParticleWatch_cls::End() {
     if (!mbShown) return false;
     mbShown = false;
-    if (!IsKept()) SetName(ParticleName_st());
+    mShown = ParticleName_st();
     Tell();
     return true;
 }
 
 void ParticleWatch_cls::Reset() {
     mbFollow = mbTrail = mbLabel = mbShown = false;
-    SetName(ParticleName_st());
+    mKept = mShown = ParticleName_st();
+    GetTrack();
     Tell();
 }
 
 void ParticleWatch_cls::OnTick() {
     mbStopped = false;
-    if (!mbShown && !IsKept()) SetName(ParticleName_st());
+    if (IsKept() && mbShown && mKept != mShown) {
+        KeepShown();
+        GCUndoList.JoinLastTwo();
+    }
     Tell();
 }
 
@@ -84,8 +94,8 @@ wxString ParticleWatch_cls::GetText() const {
 }
 
 int ParticleWatch_cls::FindIn(const PDataBlock_cls& block, unsigned long long serial) const {
-    if (mFound.mpCBlock != &block || mFound.mSerial != serial)
-        mFound = {&block, serial, FindParticle(block, GetName())};
+    if (mFound.mpCBlock != &block || mFound.mSerial != serial || mFound.mName != GetName())
+        mFound = {&block, serial, GetName(), FindParticle(block, GetName())};
     return mFound.mIndex;
 }
 
@@ -93,7 +103,7 @@ bool ParticleWatch_cls::GetPlace(const SnapData_cls& snap, double out[3]) const 
     if (!IsPicked() || !snap.mbAllocated || !snap.mpCBlock) return false;
     const int index = FindIn(*snap.mpCBlock, snap.mSerial);
     if (index < 0 || index >= snap.mNumber || index % snap.mStep != 0) return false;
-    return PlaceParticle(&mFilters, GetName().mCopy, snap.mpPos[index], out);
+    return PlaceParticle(&mFilters, GetName().mCell, snap.mpPos[index], out);
 }
 
 /// Data coordinates. As it is drawn, as far as the snapshot is in memory.
@@ -111,7 +121,7 @@ bool ParticleWatch_cls::GetDataPlace(double time, float out[3]) {
         step = index - std::floor(index);
     }
     const int snapshot = static_cast<int>(index);
-    const ParticleTrack_cls::Place_st place = mTrack.GetPlace(snapshot);
+    const ParticleTrack_cls::Place_st place = GetTrack().GetPlace(snapshot);
     if (place.mKnown != ParticleTrack_cls::Place_st::THERE) {
         const ParticleTrack_cls::Place_st* held = mTrack.GetHeld(snapshot);
         if (held) std::copy_n(held->mPos, 3, out);
@@ -134,12 +144,29 @@ bool ParticleWatch_cls::GetDataPlace(double time, float out[3]) {
     return true;
 }
 
-bool ParticleWatch_cls::GetFollowed(double time, double out[3]) {
+AnchorPath_cls::Followed ParticleWatch_cls::GetFollowed(double time, double out[3]) {
+    if (!mbFollow || !IsPicked()) return AnchorPath_cls::NOTHING;
     float place[3];
-    if (!mbFollow || !IsPicked() || !GetDataPlace(time, place)) return false;
+    const bool bKnown = GetDataPlace(time, place);
+    if (bKnown && time == mTime.GetDoubleIndex()) {
+        mHeld.mbThere = true;
+        std::copy_n(place, 3, mHeld.mPos);
+    } else if (!bKnown) {
+        if (!mHeld.mbThere) return AnchorPath_cls::NOTHING;
+        std::copy_n(mHeld.mPos, 3, place);
+    }
     if (FilterDataBoxData_cls* box = mFilters.GetObject().GetPCDataBox()) box->UpdateCurrentObj(time);
-    return PlaceParticle(&mFilters, GetName().mCopy, place, out) &&
-           std::all_of(out, out + 3, [](double v) { return std::isfinite(v); });
+    if (!PlaceParticle(&mFilters, GetName().mCell, place, out) ||
+        !std::all_of(out, out + 3, [](double v) { return std::isfinite(v); }))
+        return AnchorPath_cls::NOTHING;
+    return bKnown ? AnchorPath_cls::PRESENT : AnchorPath_cls::LATE;
+}
+
+unsigned long long ParticleWatch_cls::GetFollowState() {
+    if (!mbFollow || !IsPicked()) return 0;
+    const int length = mStore.GetPCActiveFileSequence()->GetSeqLength();
+    const auto unknown = static_cast<unsigned long long>(GetTrack().CountUnknown(0, length - 1));
+    return 1 + unknown + (mTrack.GetNameCount() << 20) + (PDataSnap_cls::msContents << 40);
 }
 
 /// Snapshots that the work area shows.
@@ -184,14 +211,14 @@ std::vector<std::vector<ParticleWatch_cls::Point_st>> ParticleWatch_cls::GetTrai
     float before[3] = {0, 0, 0};
     const auto add = [&](const float* pPos) {
         double place[3];
-        if (!PlaceParticle(&mFilters, GetName().mCopy, pPos, place)) return;
+        if (!PlaceParticle(&mFilters, GetName().mCell, pPos, place)) return;
         if (!bOpen) lines.emplace_back();
         bOpen = true;
         lines.back().push_back({float(place[0]), float(place[1]), float(place[2])});
     };
     const Range_st range = GetTrailRange();
     for (int i = range.mFirst; i <= range.mLast; ++i) {
-        const ParticleTrack_cls::Place_st place = mTrack.GetPlace(i);
+        const ParticleTrack_cls::Place_st place = GetTrack().GetPlace(i);
         if (place.mKnown != ParticleTrack_cls::Place_st::THERE) {
             bOpen = false;
             continue;
@@ -216,16 +243,19 @@ ParticleWatch_cls::State ParticleWatch_cls::LearnSome(Source source) {
     State state = State::Known;
     if (mbFollow) {
         const int snapshot = static_cast<int>(mTime.GetRemappedIndexDouble(-1, -1));
-        state = mTrack.LearnHeld(snapshot, source);
+        state = GetTrack().LearnHeld(snapshot, source);
     }
     if (state != State::Known || !mbTrail || mbStopped) return state;
     const Range_st range = GetTrailRange();
-    return mTrack.Learn(range.mFirst, range.mLast, source);
+    return GetTrack().Learn(range.mFirst, range.mLast, source);
 }
 
 ParticleWatch_cls::State ParticleWatch_cls::Learn(long millis, Source source) {
     mState = State::Known;
     if (!IsPicked() || !(mbFollow || mbTrail)) return mState;
+    const int present = static_cast<int>(mTime.GetRemappedIndexDouble(-1, -1));
+    if (present != mPresent) mTrack.TryAgain(); // what another frame holds in memory is another
+    mPresent = present;
     const wxStopWatch watch;
     do {
         mState = LearnSome(source);
@@ -242,12 +272,16 @@ bool ParticleWatch_cls::TakeAbort() {
 }
 
 wxString ParticleWatch_cls::GetStatus() {
-    if (!IsPicked() || mState == State::Known) return wxString();
+    if (!IsPicked()) return wxString();
+    if (mState == State::Known && !(mbTrail && mbStopped)) return wxString();
     if (mState == State::NoMemory)
         return _("The picked particle can't be followed: memory is too short for another snapshot");
     const Range_st range = GetTrailRange();
     const int number = range.mLast - range.mFirst + 1;
-    const int unknown = mbTrail ? mTrack.CountUnknown(range.mFirst, range.mLast) : 0;
+    const int unknown = mbTrail ? GetTrack().CountUnknown(range.mFirst, range.mLast) : 0;
+    if (mbStopped && unknown == 0) return wxString();
+    if (mbStopped)
+        return wxString::Format(_("Trail stopped at %d of %d snapshots"), number - unknown, number);
     if (!mbTrail || unknown == 0) return _("Looking for the followed particle in other snapshots");
     return wxString::Format(_("Trail: %d of %d snapshots"), number - unknown, number);
 }
@@ -263,8 +297,9 @@ const char* const kMarks = "PickedMarks=";
 wxString ParticleWatch_cls::Serialize() const {
     if (!IsKept() || !IsPicked()) return wxString();
     const ParticleName_st& name = GetName();
-    return wxString::Format("%s%d %d %d %lld\n%s%d %d %d\n", kParticle, int(name.mbID), name.mID, name.mIndex,
-                            name.mCopy, kMarks, int(mbFollow), int(mbTrail), int(mbLabel));
+    return wxString::Format("%s%d %d %d %d %d %d\n%s%d %d %d\n", kParticle, int(name.mbID), name.mID,
+                            name.mIndex, name.mCell[0], name.mCell[1], name.mCell[2], kMarks, int(mbFollow),
+                            int(mbTrail), int(mbLabel));
 }
 
 void ParticleWatch_cls::ReadStrLine(const wxString& line) {
@@ -272,10 +307,11 @@ void ParticleWatch_cls::ReadStrLine(const wxString& line) {
     if (line.StartsWith(kParticle, &values)) {
         int bID = 0;
         ParticleName_st name;
-        const int count =
-            std::sscanf(values.utf8_str(), "%d %d %d %lld", &bID, &name.mID, &name.mIndex, &name.mCopy);
+        const int count = std::sscanf(values.utf8_str(), "%d %d %d %d %d %d", &bID, &name.mID, &name.mIndex,
+                                      &name.mCell[0], &name.mCell[1], &name.mCell[2]);
         name.mbID = bID != 0;
-        if (count == 4 && name.mIndex >= 0) SetName(name);
+        if (count < 6) name.mCell = {0, 0, 0}; // once copies had numbers here
+        if (count >= 4 && name.mIndex >= 0) mKept = name;
     } else if (line.StartsWith(kMarks, &values)) {
         int marks[3] = {0, 0, 0};
         if (std::sscanf(values.utf8_str(), "%d %d %d", marks, marks + 1, marks + 2) != 3) return;

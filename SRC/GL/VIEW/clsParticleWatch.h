@@ -9,6 +9,7 @@
 #include <wx/string.h>
 
 #include "PDATA/clsParticleTrack.h"
+#include "SCENE/clsAnchorPath.h"
 
 class FilmTime_cls;
 class FilterLists_cls;
@@ -20,7 +21,8 @@ class SnapData_cls;
 /// One for all views. Main thread only.
 ///
 /// Picking is the session's: it is no step of the undo list, and no file keeps it. As soon as the particle is
-/// followed, leaves a trail or has its label in pictures, it is a part of the project.
+/// followed, leaves a trail or has its label in pictures, it is a part of the project; its name is a step
+/// together with the first of these ticks, so that undo and redo find it whatever was picked meanwhile.
 class ParticleWatch_cls {
 public:
     /// All live longer.
@@ -40,7 +42,7 @@ public:
     void Reset();
     /// Is there a particle, picked or a part of the project?
     bool IsPicked() const { return !GetName().IsNone(); }
-    const ParticleName_st& GetName() const { return mTrack.GetName(); }
+    const ParticleName_st& GetName() const { return IsKept() ? mKept : mShown; }
     /// What the user knows it by; empty: there is none.
     wxString GetText() const;
     /// Do views show it? `bWritten`: in pictures that are written.
@@ -52,9 +54,11 @@ public:
     /// Where the drawn particle stands in the scene; false where it isn't drawn.
     bool GetPlace(const SnapData_cls& snap, double out[3]) const;
 
-    /// Where the anchor is held that follows it, at a double index; false: nothing is followed, or it isn't
-    /// known yet.
-    bool GetFollowed(double time, double out[3]);
+    /// Where the anchor is held that follows it, at a double index. As long as a snapshot has to come first
+    /// it stays where it was before (AnchorPath_cls::LATE).
+    AnchorPath_cls::Followed GetFollowed(double time, double out[3]);
+    /// Another number whenever GetFollowed has other answers; 0: nothing is followed.
+    unsigned long long GetFollowState();
     /// The way over the work area in the scene, as the data stand in it now: pieces of a line, broken where
     /// the particle isn't there, isn't known yet, or goes round the periodic box.
     using Point_st = std::array<float, 3>;
@@ -66,6 +70,8 @@ public:
     State Learn(long millis, Source source);
     /// The trail stays as far as it is known, where the user has pressed "Abort" meanwhile; true: he has.
     bool TakeAbort();
+    /// A trail that was stopped goes on: a picture that is to be written has all of it.
+    void Resume() { mbStopped = false; }
     /// One line for the user while there is something to learn; else empty.
     wxString GetStatus();
 
@@ -90,8 +96,9 @@ private:
     };
 
     bool IsKept() const { return mbFollow || mbTrail || mbLabel; }
-    void SetName(const ParticleName_st& name);
     void Tell() const;
+    void KeepShown();
+    ParticleTrack_cls& GetTrack();
     Range_st GetTrailRange() const;
     State LearnSome(Source source);
     bool GetDataPlace(double time, float out[3]);
@@ -100,7 +107,9 @@ private:
     const FilmTime_cls& mTime;
     FilterLists_cls& mFilters;
     const PeriodicBoundary_cls& mBox;
-    ParticleTrack_cls mTrack;
+    ParticleTrack_cls mTrack; ///< GetTrack: of the particle's present name
+    ParticleName_st mKept;    ///< the project's
+    ParticleName_st mShown;   ///< the session's, as long as mbShown
     bool mbShown = false;
     bool mbStopped = false; ///< the trail, by the user
     State mState = State::Known;
@@ -108,7 +117,14 @@ private:
     struct Found_st {
         const PDataBlock_cls* mpCBlock = nullptr;
         unsigned long long mSerial = 0;
+        ParticleName_st mName;
         int mIndex = -1;
     };
     mutable Found_st mFound;
+    /// Where the anchor was held last.
+    struct Held_st {
+        bool mbThere = false;
+        float mPos[3] = {0, 0, 0}; ///< data coordinates
+    } mHeld;
+    int mPresent = -1; ///< snapshot of the last Learn
 };

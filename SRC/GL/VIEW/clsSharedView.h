@@ -47,6 +47,7 @@ public:
     /// The clear colour: behind the scene (0) or around the picture (1), unless a grey stands for both.
     void SetGLBGColor(int which, const std::optional<float>& plainGrey);
 
+    bool mbFilm = false;         ///< all pictures from now on are those of one film
     bool msbKeepPicture = false; ///< read every picture back before it is shown, for tests; slow
     ConfItemUINT_cls msCFBOSizeIndex;
     ConfItemFLOAT_cls msCLineWidth;

@@ -105,6 +105,16 @@ void ViewCamera_cls::FollowPath() {
     mCCamPos.SetAncPos(anchor);
 }
 
+void ViewCamera_cls::KeepFilmStart() {
+    const bool bBefore = mbFilm;
+    mbFilm = mSettings.mPivotMode.mValue && (mShared.mbFilm || mHost.GetPCTimeCtrl()->mbOutputRun);
+    if (!mbFilm) return;
+    if (bBefore)
+        static_cast<Direction_cls&>(mCCamFree) = mFilmStart;
+    else
+        mFilmStart = mCCamFree;
+}
+
 void ViewCamera_cls::UpdateCameraPos() {
     if (mSettings.mPivotMode.mValue)
         std::copy_n(mSettings.GetPLinkedAnchorPath()->mCCurrent.mPos, 3, mShared.msCAnchorPos);
@@ -115,6 +125,7 @@ void ViewCamera_cls::UpdateCameraPos() {
     } else if (mSettings.IsCameraLinked()) {
         FollowPath();
     } else if (mode == DISPLAY_FREE) {
+        KeepFilmStart();
         mCCamFree.SetAncPos(mShared.msCAnchorPos);
         mCCamFree.PointAt(mShared.msCAnchorPos);
         mCCamPos = mCCamFree;

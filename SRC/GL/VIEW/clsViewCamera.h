@@ -47,6 +47,7 @@ public:
 private:
     void ModifyOrthoCamera();
     void FollowPath();
+    void KeepFilmStart();
     bool HasPathMoved();
     const PositionAndDirection_cls& GetModeCamera();
 
@@ -54,6 +55,10 @@ private:
     SharedView_cls& mShared;
     const ViewHost_cls& mHost;
     PositionAndDirection_cls mCCamFree;
+    /// How it looked as the film began that is being written; each picture turns to the anchor from there, so
+    /// that a part of a film is the same as in the whole.
+    Direction_cls mFilmStart;
+    bool mbFilm = false;
     PositionAndDirection_cls mCCamLinked;
     PositionAndDirection_cls mCCamOrtho;
     bool mbForceUpdateCameraPos = false;

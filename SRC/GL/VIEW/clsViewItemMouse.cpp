@@ -85,7 +85,11 @@ bool ViewItemMouse_cls::Drag(const MouseCtrl_cls& mouse, const MouseNormalized_c
     mAt[0] = double(moved.mCurX);
     mAt[1] = double(moved.mCurY);
     if (bMoved) RefreshAll();
-    TellDrag();
+    const wxString why = !bMoved && Selected() ? Selected()->GetWhyHeld() : wxString();
+    if (why.empty())
+        TellDrag();
+    else
+        Tell(why);
     return bMoved;
 }
 
@@ -146,7 +150,14 @@ void ViewItemMouse_cls::Hover(const MouseCtrl_cls& mouse, bool bCheap) {
     const bool bShown = SceneObj_cls::mspCHovered != nullptr;
     SceneObj_cls::mspCHovered = bCheap ? item : nullptr;
     Tell(item ? item->GetShownName() : wxString());
-    if (bShown || SceneObj_cls::mspCHovered) mCanvas.RefreshEX();
+    if (bShown || SceneObj_cls::mspCHovered) RefreshAll();
+}
+
+void ViewItemMouse_cls::StretchWay(MouseNormalized_cls& mouse) const {
+    double part[2];
+    mPick.GetPart(part);
+    mouse.mCurX = mouse.mPrevX + (mouse.mCurX - mouse.mPrevX) / static_cast<float>(part[0]);
+    mouse.mCurY = mouse.mPrevY + (mouse.mCurY - mouse.mPrevY) / static_cast<float>(part[1]);
 }
 
 void ViewItemMouse_cls::Leave() {
@@ -155,7 +166,7 @@ void ViewItemMouse_cls::Leave() {
     Tell(wxString());
     if (!SceneObj_cls::mspCHovered) return;
     SceneObj_cls::mspCHovered = nullptr;
-    mCanvas.RefreshEX();
+    RefreshAll();
 }
 
 void ViewItemMouse_cls::RefreshAll() {

@@ -30,9 +30,12 @@ public:
     void Release();
     /// Keys while the item is dragged: false for those that mean the same as ever.
     bool OnKey(int keycode);
-    /// The pointer moves, without a button. `bCheap`: painting takes no time that a hand would feel.
+    /// The pointer moves, without a button. `bCheap`: painting takes no time that a hand would feel, or the
+    /// hand rests.
     void Hover(const MouseCtrl_cls& mouse, bool bCheap);
     void Leave();
+    /// A way of the mouse as one in a picture that fills the window (ViewPick_cls::GetPart).
+    void StretchWay(MouseNormalized_cls& mouse) const;
 
     /// The line to the mouse, into the window. Needs a current OpenGL context.
     void DrawGuide(int w, int h) const;

@@ -32,6 +32,9 @@ ViewMouse_cls::ViewMouse_cls(MainGLCanvas_cls& canvas, ViewMenu_cls& menu, ViewP
         mCanvas.Bind(type, &ViewMouse_cls::OnMouse, this);
     mCanvas.Bind(wxEVT_MOUSE_CAPTURE_LOST, &ViewMouse_cls::OnCaptureLost, this);
     mRest.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Rest(); });
+    mHover.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
+        if (!mItem.IsPressed()) mItem.Hover(mCMouse, true);
+    });
 }
 
 void ViewMouse_cls::OnMouse(wxMouseEvent& event) {
@@ -78,7 +81,7 @@ bool ViewMouse_cls::OnNavigators() {
     return true;
 }
 
-// What the pointer is over; a picture that takes long isn't made anew for that.
+// What the pointer is over; a picture that takes long isn't made anew for that before the pointer rests.
 void ViewMouse_cls::OnPointer(bool bLeaving) {
     const double scale = mCanvas.GetContentScaleFactor();
     const auto units = [scale, bLeaving](int pixels) {
@@ -88,10 +91,10 @@ void ViewMouse_cls::OnPointer(bool bLeaving) {
         HasButtons() && Navigators_cls::UpdateStatus(units(mCMouse.mCurX), units(mCMouse.mCurY),
                                                      units(mCanvas.GetPixelSize().x));
     if (bButtons && IsPaintCheap()) mCanvas.RefreshEX();
-    if (bLeaving)
-        mItem.Leave();
-    else
-        mItem.Hover(mCMouse, IsPaintCheap());
+    mHover.Stop();
+    if (bLeaving) return mItem.Leave();
+    mItem.Hover(mCMouse, IsPaintCheap());
+    if (!IsPaintCheap()) mHover.StartOnce(kRestMillis);
 }
 
 // What is picked and moved isn't seen without items.
@@ -130,6 +133,7 @@ void ViewMouse_cls::OnCaptureLost(wxMouseCaptureLostEvent&) {
 void ViewMouse_cls::OnButtonDown() {
     mCanvas.SetFocus();
     mbLockDragging = false;
+    mHover.Stop();
     mItem.Leave();
     if (mCMouse.IsHitTest()) mItem.Pick(mCMouse);
     if (mCMouse.IsPick()) mItem.PickParticle(mCMouse);
@@ -180,8 +184,10 @@ bool ViewMouse_cls::ProcViewOrItemDragging() {
         bChanged = mCDolly.Gyration(pCamera);
     else if (mCMouse.IsZoom())
         bChanged = mCDolly.Zoom(pCamera, &mCanvas.mGLOrthoScale.mValue);
-    else if (mCMouse.IsMoveCenter() || mCMouse.IsGyration())
+    else if (mCMouse.IsMoveCenter() || mCMouse.IsGyration()) {
+        mItem.StretchWay(mouse);
         bChanged = MoveCenter(pCamera);
+    }
     mCMouse.SetPreviousPosition();
     if (bChanged) Thin();
     return bChanged;

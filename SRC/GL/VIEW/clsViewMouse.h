@@ -60,6 +60,7 @@ private:
     ViewItemMouse_cls mItem;
     Dolly_cls mCDolly;
     MouseCtrl_cls mCMouse;
-    wxTimer mRest; ///< from the last move of the hand to the whole picture
+    wxTimer mRest;  ///< from the last move of the hand to the whole picture
+    wxTimer mHover; ///< from the last move of the pointer to the brighter mark, where paints take long
     bool mbLockDragging = false;
 };

@@ -69,6 +69,12 @@ bool ViewPick_cls::HasParts() const {
     return mEye < mEyes.size() && (mEyes[mEye].mPart.mW < 1.0 || mEyes[mEye].mPart.mH < 1.0);
 }
 
+void ViewPick_cls::GetPart(double out[2]) const {
+    const bool bParts = HasParts();
+    out[0] = bParts ? mEyes[mEye].mPart.mW : 1.0;
+    out[1] = bParts ? mEyes[mEye].mPart.mH : 1.0;
+}
+
 // Eyes that share the window each have a part of it; two pictures over each other count as one, seen from
 // between the eyes.
 PositionAndDirection_cls ViewPick_cls::TakeEyeAt(double* pX, double* pY) const {
@@ -198,6 +204,7 @@ MoveItem_cls::View_st ViewPick_cls::GetView(bool bSnap) const {
         view.mCamera.PointAt(place);
     }
     view.mAspect = GetAspect(mWindow);
+    GetPart(view.mPart);
     view.mProject = [this](const double place[3], double out[2]) { return Project(place, out); };
     view.mGridUnit = ViewScene_cls::GetGridUnit(mContext.mMoment.distanceToAnchor);
     view.mbSnap = bSnap;

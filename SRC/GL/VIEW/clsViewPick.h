@@ -36,6 +36,9 @@ public:
     std::vector<PickRay_st> GetRays(wxPoint place) const;
     /// Units of the screen that a pixel of the off-screen buffer is as wide as, in the middle of the picture.
     double GetPixelsOfBuffer() const;
+    /// Parts of the window that the picture takes which the last pick was in: halves, where two eyes share
+    /// it.
+    void GetPart(double out[2]) const;
     /// For drags of the selected item.
     MoveItem_cls::View_st GetView(bool bSnap) const;
     /// The item of a pick's name; null: none.

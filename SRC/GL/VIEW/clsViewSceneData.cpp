@@ -18,6 +18,8 @@
 #include "GL/DRAW/clsGLSequence.h"
 #include "GL/DRAW/clsSnapData.h"
 #include "GL/VIEW/DrawCopies.h"
+#include "GL/VIEW/clsParticleWatch.h"
+#include "GL/VIEW/clsSharedView.h"
 #include "GL/VIEW/clsViewCamera.h"
 #include "GL/VIEW/clsViewHost.h"
 #include "GL/VIEW/clsViewMessage.h"
@@ -202,7 +204,9 @@ void ViewScene_cls::PrepareObjects() {
     FilterLists_cls* filters = mContext.mHost.GetPCFilters();
     if (!filters) return;
     filters->GetObject().PrepareObjects(mContext.mMoment.dataFrame);
-    if (filters->mpCBonds) filters->mpCBonds->TakeAbort(); // drawing would take the press for an old one
+    // Drawing would take the press for an old one.
+    if (filters->mpCBonds) filters->mpCBonds->TakeAbort();
+    if (mContext.mShared.mspCParticles) mContext.mShared.mspCParticles->TakeAbort();
 }
 
 // Meshes stand in each copy, simple shapes once.

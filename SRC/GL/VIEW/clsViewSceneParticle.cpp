@@ -13,6 +13,7 @@
 #include "GL/BASE/clsGLStrings2D.h"
 #include "GL/DRAW/clsGLDrawData.h"
 #include "GL/DRAW/clsSnapData.h"
+#include "GL/VIEW/ParticleUnder.h"
 #include "GL/VIEW/clsParticleWatch.h"
 #include "GL/VIEW/clsSharedView.h"
 #include "GL/VIEW/clsViewHost.h"
@@ -97,6 +98,8 @@ void ViewScene_cls::DrawPicked() {
     const SnapData_cls* snap = GetDrawnSnap();
     double place[3];
     if (!snap || !watch->GetPlace(*snap, place)) return;
+    const int index = watch->FindIn(*snap->mpCBlock, snap->mSerial);
+    if (!IsParticleDrawn(mContext.mHost, *snap, index, watch->GetName().mCell)) return;
     const TagObject_cls tag = {watch->GetText(), {float(place[0]), float(place[1]), float(place[2])}};
     const Tags seen = FindInWindow({tag});
     if (seen.empty()) return;

@@ -24,10 +24,13 @@ namespace {
 /// The word of the status bar.
 class StageScope_cls {
 public:
-    explicit StageScope_cls(int stage) { GDrawingStage.store(stage); }
-    ~StageScope_cls() { GDrawingStage.store(0); }
+    explicit StageScope_cls(int stage) : mBefore(GDrawingStage.exchange(stage)) {}
+    ~StageScope_cls() { GDrawingStage.store(mBefore); }
     StageScope_cls(const StageScope_cls&) = delete;
     StageScope_cls& operator=(const StageScope_cls&) = delete;
+
+private:
+    int mBefore;
 };
 
 /// The buffer's picture on top of what is there, pixel by pixel.
@@ -121,6 +124,7 @@ void ViewScene_cls::AddShadowedLights() {
 }
 
 void ViewScene_cls::DrawDataLitDiffuse(int lightIndex) {
+    const StageScope_cls stage(2);
     constexpr float kNone[4] = {0, 0, 0, 1};
     const GLAttribScope_cls attributes;
     const LightAloneScope_cls alone;

@@ -1,0 +1,56 @@
+// The loops over particles and pixels, in two forms with the same results: for any processor, and for one
+// with registers of 32 bytes.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "GL/DRAW/CPU/TileScene.h"
+#include "GL/DRAW/CPU/clsTileCanvas.h"
+
+/// A particle as the tiles that it touches draw it.
+struct TileRecord_st {
+    // The middle, eye coordinates; of a point: left and bottom pixel, and depth.
+    float x, y, z;
+    float radius;      ///< eye coordinates; of a point: edge in pixels
+    uint32_t color[2]; ///< RGBA, 16 bits each; of a sphere the first is the number of its material
+    uint32_t what;     ///< look, then kNear, then place in the order of its batch
+
+    static constexpr uint32_t kLookMask = 3;
+    static constexpr uint32_t kNear = 4; ///< a sphere around the eye, or cut by the near or far plane
+    static constexpr uint32_t kOrderShift = 3;
+};
+
+/// Where on the screen the particles of a run may show, pixels; none where x1 < x0.
+struct TileSeen_st {
+    int x0[TileRun_st::kRoom], y0[TileRun_st::kRoom], x1[TileRun_st::kRoom], y1[TileRun_st::kRoom];
+    uint8_t bNear[TileRun_st::kRoom];
+    // As in TileRecord_st.
+    float x[TileRun_st::kRoom], y[TileRun_st::kRoom], z[TileRun_st::kRoom], radius[TileRun_st::kRoom];
+};
+
+/// The pixels of one tile while it is worked on, a plane a channel.
+struct alignas(64) TilePixels_st {
+    static constexpr int kStride = TileCanvas_cls::kTileW;
+    static constexpr int kRoom = kStride * (TileCanvas_cls::kTileH + 1) + 4; ///< written in blocks of 4 x 2
+    float c[4][kRoom];
+    int32_t z[kRoom]; ///< 24 bits
+    uint8_t stencil[kRoom];
+    int left, bottom, width, height;
+};
+
+struct TileKernels_st {
+    /// Where the particles of a run show; points and sprites take the fog into their colours here where it
+    /// is the same for all of one.
+    void (*pLocate)(const TileScene_st& scene, TileRun_st& run, TileSeen_st& seen);
+    /// Take a tile of the picture, or begin it anew; and give it back.
+    void (*pLoad)(TileCanvas_cls& canvas, int tile, TilePixels_st& pixels);
+    void (*pStore)(TileCanvas_cls& canvas, const TilePixels_st& pixels);
+    void (*pDraw)(const TileScene_st& scene, TilePixels_st& pixels, const TileRecord_st* pFirst,
+                  const TileRecord_st* pEnd, const float* pMaterials);
+};
+
+/// Those that this processor runs fastest.
+const TileKernels_st& GetTileKernels();
+/// Those that every processor runs.
+const TileKernels_st& GetPlainTileKernels();

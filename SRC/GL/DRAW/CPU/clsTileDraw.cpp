@@ -1,0 +1,251 @@
+#include "GL/DRAW/CPU/clsTileDraw.h"
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <thread>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
+
+#include "COMMON/OnThreads.h"
+
+/// What a batch of the list becomes.
+struct TileDraw_cls::Batch_st {
+    std::vector<TileRecord_st> records; ///< by tiles, in each in the order of the list
+    std::vector<uint32_t> starts;       ///< of each tile's, and the end
+    /// What touches many tiles, in the order of the list.
+    struct Large_st {
+        TileRecord_st record;
+        int16_t x0, y0, x1, y1; ///< tiles
+    };
+    std::vector<Large_st> large;
+    std::vector<float> materials; ///< 12 a sphere
+};
+
+/// What a thread works with.
+struct TileDraw_cls::Worker_st {
+    struct Found_st {
+        TileRecord_st record;
+        int16_t x0, y0, x1, y1; ///< tiles
+    };
+    TileRun_st run;
+    TileSeen_st seen;
+    TilePixels_st pixels;
+    std::vector<Found_st> found;
+    std::vector<uint32_t> next; ///< free place of each tile
+    std::vector<float> material;
+};
+
+namespace {
+
+void Normalize(float* v) {
+    const float length = std::sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2]);
+    for (int k = 0; k < 3 && length > 0.0f; ++k)
+        v[k] /= length;
+}
+
+/// Directions of length 1; a far light's `along` leads half way to the viewer.
+void PrepareLight(TileLight_st& light) {
+    const bool bFar = light.place[3] == 0.0f;
+    if (bFar) Normalize(light.place);
+    Normalize(light.along);
+    if (!bFar || light.bSpot) return;
+    std::copy_n(light.place, 3, light.along);
+    light.along[2] += 1.0f;
+    Normalize(light.along);
+}
+
+uint32_t Pack(float a, float b) {
+    const auto bits = [](float v) {
+        return static_cast<uint32_t>(v > 0.0f ? v < 1.0f ? v * 65535.0f + 0.5f : 65535.0f : 0.0f);
+    };
+    return bits(a) | bits(b) << 16;
+}
+
+/// Numbers next to zero count as zero: a processor takes a hundred times as long for them.
+class NoTinyScope_cls {
+public:
+#ifdef __SSE2__
+    NoTinyScope_cls() : mBefore(_mm_getcsr()) { _mm_setcsr(mBefore | 0x8040u); }
+    ~NoTinyScope_cls() { _mm_setcsr(mBefore); }
+#else
+    NoTinyScope_cls() = default;
+    ~NoTinyScope_cls() {}
+#endif
+    NoTinyScope_cls(const NoTinyScope_cls&) = delete;
+    NoTinyScope_cls& operator=(const NoTinyScope_cls&) = delete;
+
+private:
+    unsigned mBefore = 0;
+};
+
+bool IsUnseen(const TileSeen_st& seen, int i) { return seen.x1[i] < seen.x0[i] || seen.y1[i] < seen.y0[i]; }
+
+} // namespace
+
+TileDraw_cls::TileDraw_cls(int threads, const TileKernels_st& kernels) : mKernels(kernels) {
+    const int cores = std::max(static_cast<int>(std::thread::hardware_concurrency()), 1);
+    for (int k = 0; k < (threads > 0 ? threads : std::min(cores, 32)); ++k)
+        mVWorkers.push_back(std::make_unique<Worker_st>());
+}
+
+TileDraw_cls::~TileDraw_cls() = default;
+
+void TileDraw_cls::OnAll(const std::vector<std::unique_ptr<Worker_st>>& workers, int jobs,
+                         void (*pJob)(TileDraw_cls*, int, Worker_st&, void*), void* pWhat) {
+    std::atomic<int> next{0};
+    const int threads = std::min(static_cast<int>(workers.size()), jobs);
+    OnThreads(threads, [&](int k) {
+        const NoTinyScope_cls noTiny;
+        for (int job = next.fetch_add(1); job < jobs; job = next.fetch_add(1))
+            pJob(this, job, *workers[static_cast<size_t>(k)], pWhat);
+    });
+}
+
+bool TileDraw_cls::Draw(const TileScene_st& scene, const TileSource_cls& source, TileCanvas_cls& canvas,
+                        Report report, void* pWho) {
+    mScene = scene;
+    if (mScene.lights.size() > 8) mScene.lights.resize(8); // as OpenGL has
+    for (TileLight_st& light : mScene.lights)
+        PrepareLight(light);
+    mScene.bPlainLight = mScene.fog.mode == TileFog_st::NONE;
+    for (const TileLight_st& light : mScene.lights)
+        mScene.bPlainLight &= light.place[3] == 0.0f && !light.bSpot;
+    mbMaterials = false;
+    for (const TileLook_st& look : scene.look)
+        mbMaterials |= look.kind == TileLook_st::SPHERE && look.bMaterials;
+    mAcross = canvas.GetTilesAcross();
+    mTiles = canvas.GetTiles();
+    const long long number = source.GetNumber();
+    for (long long first = 0; first < number; first += kRound) {
+        const long long end = std::min(first + kRound, number);
+        struct What_st {
+            const TileSource_cls& source;
+            TileCanvas_cls& canvas;
+            long long first, end;
+            int batches;
+        } what = {source, canvas, first, end, static_cast<int>((end - first + kBatch - 1) / kBatch)};
+        while (static_cast<int>(mVBatches.size()) < what.batches)
+            mVBatches.push_back(std::make_unique<Batch_st>());
+        OnAll(
+            mVWorkers, what.batches,
+            [](TileDraw_cls* self, int job, Worker_st& worker, void* pWhat) {
+                const What_st& w = *static_cast<What_st*>(pWhat);
+                const long long from = w.first + static_cast<long long>(job) * kBatch;
+                const int count = static_cast<int>(std::min<long long>(kBatch, w.end - from));
+                self->Bin(w.source, from, count, worker, *self->mVBatches[static_cast<size_t>(job)]);
+            },
+            &what);
+        OnAll(
+            mVWorkers, mTiles,
+            [](TileDraw_cls* self, int job, Worker_st& worker, void* pWhat) {
+                const What_st& w = *static_cast<What_st*>(pWhat);
+                self->DrawTile(job, w.batches, w.canvas, worker);
+            },
+            &what);
+        if (report && !report(pWho, end)) return false;
+    }
+    return true;
+}
+
+void TileDraw_cls::TakeRun(const TileRun_st& run, const TileSeen_st& seen, int& order, Worker_st& worker,
+                           Batch_st& batch) const {
+    for (int i = 0; i < run.count; ++i, ++order) {
+        if (IsUnseen(seen, i)) continue;
+        Worker_st::Found_st found;
+        const TileLook_st& look = mScene.look[run.look[i]];
+        TileRecord_st& record = found.record;
+        record.x = seen.x[i], record.y = seen.y[i], record.z = seen.z[i], record.radius = seen.radius[i];
+        record.what = run.look[i] | static_cast<uint32_t>(order) << TileRecord_st::kOrderShift;
+        if (look.kind == TileLook_st::SPHERE) {
+            if (seen.bNear[i]) record.what |= TileRecord_st::kNear;
+            record.color[0] = static_cast<uint32_t>(batch.materials.size() / 12);
+            record.color[1] = 0;
+            if (look.bMaterials)
+                batch.materials.insert(batch.materials.end(), run.pMaterial[i], run.pMaterial[i] + 12);
+        } else {
+            record.color[0] = Pack(run.color[i][0], run.color[i][1]);
+            record.color[1] = Pack(run.color[i][2], run.color[i][3]);
+        }
+        found.x0 = static_cast<int16_t>(seen.x0[i] / TileCanvas_cls::kTileW);
+        found.x1 = static_cast<int16_t>(seen.x1[i] / TileCanvas_cls::kTileW);
+        found.y0 = static_cast<int16_t>(seen.y0[i] / TileCanvas_cls::kTileH);
+        found.y1 = static_cast<int16_t>(seen.y1[i] / TileCanvas_cls::kTileH);
+        const int tiles = (found.x1 - found.x0 + 1) * (found.y1 - found.y0 + 1);
+        if (tiles > kManyTiles)
+            batch.large.push_back({record, found.x0, found.y0, found.x1, found.y1});
+        else
+            worker.found.push_back(found);
+    }
+}
+
+void TileDraw_cls::Bin(const TileSource_cls& source, long long first, int count, Worker_st& worker,
+                       Batch_st& batch) {
+    worker.found.clear();
+    batch.large.clear();
+    batch.materials.clear();
+    TileRun_st& run = worker.run;
+    if (mbMaterials) worker.material.resize(12 * static_cast<size_t>(TileRun_st::kRoom));
+    run.pMaterial = mbMaterials ? reinterpret_cast<float(*)[12]>(worker.material.data()) : nullptr;
+    int order = 0;
+    for (int done = 0; done < count; done += TileRun_st::kRoom) {
+        run.count = 0;
+        source.Fill(first + done, std::min(TileRun_st::kRoom, count - done), run);
+        if (run.count == 0) continue;
+        mKernels.pLocate(mScene, run, worker.seen);
+        TakeRun(run, worker.seen, order, worker, batch);
+    }
+    batch.starts.assign(static_cast<size_t>(mTiles) + 1, 0);
+    uint32_t* pStarts = batch.starts.data();
+    for (const Worker_st::Found_st& found : worker.found)
+        for (int y = found.y0; y <= found.y1; ++y)
+            for (int x = found.x0; x <= found.x1; ++x)
+                ++pStarts[y * mAcross + x + 1];
+    for (int tile = 0; tile < mTiles; ++tile)
+        pStarts[tile + 1] += pStarts[tile];
+    const size_t total = pStarts[mTiles];
+    if (batch.records.size() < total) batch.records.resize(total);
+    worker.next.assign(batch.starts.begin(), batch.starts.end() - 1);
+    TileRecord_st* const pRecords = batch.records.data();
+    uint32_t* const pNext = worker.next.data();
+    for (const Worker_st::Found_st& found : worker.found)
+        for (int y = found.y0; y <= found.y1; ++y)
+            for (int x = found.x0; x <= found.x1; ++x)
+                pRecords[pNext[y * mAcross + x]++] = found.record;
+}
+
+// What touches many tiles comes in between by its place in the order.
+void TileDraw_cls::DrawBatch(int tile, const Batch_st& batch, Worker_st& worker, bool& bLoaded,
+                             TileCanvas_cls& canvas) const {
+    const TileRecord_st* p = batch.records.data() + batch.starts[static_cast<size_t>(tile)];
+    const TileRecord_st* const pEnd = batch.records.data() + batch.starts[static_cast<size_t>(tile) + 1];
+    const auto draw = [&](const TileRecord_st* pFirst, const TileRecord_st* pLast) {
+        if (pFirst == pLast) return;
+        if (!bLoaded) mKernels.pLoad(canvas, tile, worker.pixels);
+        bLoaded = true;
+        mKernels.pDraw(mScene, worker.pixels, pFirst, pLast, batch.materials.data());
+    };
+    const int tx = tile % mAcross, ty = tile / mAcross;
+    for (const Batch_st::Large_st& large : batch.large) {
+        if (tx < large.x0 || tx > large.x1 || ty < large.y0 || ty > large.y1) continue;
+        const uint32_t order = large.record.what >> TileRecord_st::kOrderShift;
+        const TileRecord_st* pBefore = p;
+        while (pBefore < pEnd && (pBefore->what >> TileRecord_st::kOrderShift) < order)
+            ++pBefore;
+        draw(p, pBefore);
+        draw(&large.record, &large.record + 1);
+        p = pBefore;
+    }
+    draw(p, pEnd);
+}
+
+void TileDraw_cls::DrawTile(int tile, int batches, TileCanvas_cls& canvas, Worker_st& worker) {
+    bool bLoaded = false;
+    for (int k = 0; k < batches; ++k)
+        DrawBatch(tile, *mVBatches[static_cast<size_t>(k)], worker, bLoaded, canvas);
+    if (!bLoaded) return;
+    mKernels.pStore(canvas, worker.pixels);
+    canvas.MarkFilled(tile);
+}

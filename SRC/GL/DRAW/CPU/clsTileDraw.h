@@ -1,0 +1,56 @@
+// Draws the particles of a list into a picture in memory, in the order of the list, on all cores. The result
+// doesn't depend on how many those are.
+//
+// Batches of the list are located and sorted by the tiles that they touch, each on one thread; then each tile
+// is drawn by one thread from all batches, in their order. Memory is kept from one picture to the next.
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "GL/DRAW/CPU/TileKernels.h"
+
+class TileDraw_cls {
+public:
+    /// `threads` 0: as many as there are cores.
+    explicit TileDraw_cls(int threads = 0, const TileKernels_st& kernels = GetTileKernels());
+    ~TileDraw_cls();
+    TileDraw_cls(const TileDraw_cls&) = delete;
+    TileDraw_cls& operator=(const TileDraw_cls&) = delete;
+
+    /// Called on the caller's thread between parts of a long list, with how many particles are done; false
+    /// ends the drawing.
+    using Report = bool (*)(void* pWho, long long done);
+
+    /// The canvas is as large as the view. False: was told to stop.
+    bool Draw(const TileScene_st& scene, const TileSource_cls& source, TileCanvas_cls& canvas,
+              Report report = nullptr, void* pWho = nullptr);
+
+    static constexpr int kBatch = 32768;           ///< particles
+    static constexpr long long kRound = 1LL << 22; ///< particles between two reports
+    static constexpr int kManyTiles = 64;          ///< what touches more isn't sorted by tiles
+
+private:
+    struct Batch_st;
+    struct Worker_st;
+
+    void Bin(const TileSource_cls& source, long long first, int count, Worker_st& worker, Batch_st& batch);
+    void TakeRun(const TileRun_st& run, const TileSeen_st& seen, int& order, Worker_st& worker,
+                 Batch_st& batch) const;
+    void DrawTile(int tile, int batches, TileCanvas_cls& canvas, Worker_st& worker);
+    void DrawBatch(int tile, const Batch_st& batch, Worker_st& worker, bool& bLoaded,
+                   TileCanvas_cls& canvas) const;
+    void OnAll(const std::vector<std::unique_ptr<Worker_st>>& workers, int jobs,
+               void (*pJob)(TileDraw_cls*, int, Worker_st&, void*), void* pWhat);
+
+    const TileKernels_st& mKernels;
+    TileScene_st mScene; ///< with lights as the kernels want them
+    int mAcross = 0;
+    int mTiles = 0;
+    bool mbMaterials = false;
+    std::vector<std::unique_ptr<Worker_st>> mVWorkers;
+    std::vector<std::unique_ptr<Batch_st>> mVBatches;
+};

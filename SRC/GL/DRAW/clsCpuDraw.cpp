@@ -1,0 +1,198 @@
+#include "GL/DRAW/clsCpuDraw.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <epoxy/gl.h>
+
+#include "GL/BASE/DrawWay.h"
+#include "GL/BASE/clsGLState.h"
+#include "GL/BASE/clsShaderCtrl.h"
+#include "GL/DRAW/CPU/clsTileDraw.h"
+#include "GL/DRAW/UnlitBlend.h"
+#include "GL/DRAW/clsDrawProgress.h"
+#include "GL/DRAW/clsGLAttribute.h"
+#include "GL/DRAW/clsViewScale.h"
+
+namespace {
+
+// Memory and threads' places stay from picture to picture.
+TileDraw_cls& GetDraw() {
+    static TileDraw_cls sDraw;
+    return sDraw;
+}
+TileCanvas_cls& GetCanvas() {
+    static TileCanvas_cls sCanvas;
+    return sCanvas;
+}
+
+GLint GetAttachment(GLenum which, GLenum what) {
+    GLint value = 0;
+    glGetFramebufferAttachmentParameteriv(GL_DRAW_FRAMEBUFFER, which, what, &value);
+    return value;
+}
+
+bool ReportTo(void* pProgress, long long done) {
+    return static_cast<DrawProgress_cls*>(pProgress)->Report(static_cast<int>(done));
+}
+
+} // namespace
+
+long long CpuDraw_cls::msPasses = 0;
+
+CpuDraw_cls::CpuDraw_cls(const ViewScale_cls& view) {
+    mbPossible = IsDrawnByProcessor() && TakeTarget() && TakeState(view);
+    if (mbPossible) TakeFog();
+}
+
+// Off-screen buffers of half floats, and depth with stencil, as views have them.
+bool CpuDraw_cls::TakeTarget() {
+    GLint framebuffer = 0;
+    glGetIntegerv(GL_DRAW_FRAMEBUFFER_BINDING, &framebuffer);
+    if (framebuffer == 0) return false;
+    if (GetAttachment(GL_COLOR_ATTACHMENT0, GL_FRAMEBUFFER_ATTACHMENT_OBJECT_TYPE) != GL_TEXTURE)
+        return false;
+    if (GetAttachment(GL_DEPTH_ATTACHMENT, GL_FRAMEBUFFER_ATTACHMENT_OBJECT_TYPE) == GL_NONE ||
+        GetAttachment(GL_DEPTH_ATTACHMENT, GL_FRAMEBUFFER_ATTACHMENT_DEPTH_SIZE) != 24)
+        return false;
+    mTexture =
+        static_cast<unsigned>(GetAttachment(GL_COLOR_ATTACHMENT0, GL_FRAMEBUFFER_ATTACHMENT_OBJECT_NAME));
+    const GLAttribScope_cls attributes(GL_TEXTURE_BIT);
+    glBindTexture(GL_TEXTURE_2D, mTexture);
+    GLint format = 0;
+    glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_INTERNAL_FORMAT, &format);
+    glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &mWidth);
+    glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_HEIGHT, &mHeight);
+    return format == GL_RGB16F || format == GL_RGBA16F;
+}
+
+bool CpuDraw_cls::TakeState(const ViewScale_cls& view) {
+    GLint viewport[4], depthFunction = 0;
+    GLboolean mask[4];
+    GLfloat range[2];
+    glGetIntegerv(GL_VIEWPORT, viewport);
+    glGetIntegerv(GL_DEPTH_FUNC, &depthFunction);
+    glGetBooleanv(GL_COLOR_WRITEMASK, mask);
+    glGetFloatv(GL_DEPTH_RANGE, range);
+    const bool bPlain = viewport[0] == 0 && viewport[1] == 0 && viewport[2] == mWidth &&
+                        viewport[3] == mHeight && depthFunction == GL_LEQUAL && mask[0] && mask[1] &&
+                        mask[2] && mask[3] && range[0] == 0.0f && range[1] == 1.0f;
+    if (!bPlain || !view.IsPlain() || IsLightAlone() || glIsEnabled(GL_STENCIL_TEST) ||
+        glIsEnabled(GL_CLIP_PLANE0))
+        return false;
+    std::copy_n(viewport, 4, mClip);
+    if (glIsEnabled(GL_SCISSOR_TEST)) {
+        GLint box[4];
+        glGetIntegerv(GL_SCISSOR_BOX, box);
+        for (int k = 0; k < 2; ++k) {
+            const int end = std::min(mClip[2 + k], box[k] + box[2 + k]);
+            mClip[k] = std::max(box[k], 0);
+            mClip[2 + k] = std::max(end - mClip[k], 0);
+        }
+    }
+    float model[16], projection[16];
+    glGetFloatv(GL_MODELVIEW_MATRIX, model);
+    glGetFloatv(GL_PROJECTION_MATRIX, projection);
+    return mScene.view.Set(model, projection, mWidth, mHeight);
+}
+
+void CpuDraw_cls::TakeFog() {
+    if (!glIsEnabled(GL_FOG)) return;
+    TileFog_st& fog = mScene.fog;
+    GLint mode = 0;
+    float color[4];
+    glGetIntegerv(GL_FOG_MODE, &mode);
+    glGetFloatv(GL_FOG_COLOR, color);
+    fog.mode = mode == GL_EXP ? TileFog_st::EXP : mode == GL_EXP2 ? TileFog_st::EXP2 : TileFog_st::LINEAR;
+    std::copy_n(color, 3, fog.color);
+    glGetFloatv(GL_FOG_DENSITY, &fog.density);
+    glGetFloatv(GL_FOG_START, &fog.start);
+    glGetFloatv(GL_FOG_END, &fog.end);
+}
+
+bool CpuDraw_cls::TakeLights(unsigned shaderType, int lightNumber) {
+    const int lights = ShaderCtrl_cls::GetLights(shaderType, lightNumber);
+    if (mLights >= 0) return lights == mLights;
+    mLights = lights;
+    float color[4];
+    glGetFloatv(GL_LIGHT_MODEL_AMBIENT, color);
+    std::copy_n(color, 3, mScene.around);
+    for (int i = 0; i < lights; ++i) {
+        const GLenum name = GL_LIGHT0 + static_cast<GLenum>(i);
+        TileLight_st light;
+        const auto take = [&](GLenum what, float* pOut) {
+            glGetLightfv(name, what, color);
+            std::copy_n(color, 3, pOut);
+        };
+        take(GL_AMBIENT, light.ambient);
+        take(GL_DIFFUSE, light.diffuse);
+        take(GL_SPECULAR, light.specular);
+        take(GL_SPOT_DIRECTION, light.along);
+        glGetLightfv(name, GL_POSITION, light.place);
+        glGetLightfv(name, GL_CONSTANT_ATTENUATION, &light.fades[0]);
+        glGetLightfv(name, GL_LINEAR_ATTENUATION, &light.fades[1]);
+        glGetLightfv(name, GL_QUADRATIC_ATTENUATION, &light.fades[2]);
+        float cutoff = 180.0f;
+        glGetLightfv(name, GL_SPOT_CUTOFF, &cutoff);
+        glGetLightfv(name, GL_SPOT_EXPONENT, &light.exponent);
+        light.bSpot = cutoff <= 90.0f;
+        light.cosCutoff = static_cast<float>(std::cos(static_cast<double>(cutoff) * M_PI / 180.0));
+        mScene.lights.push_back(light);
+    }
+    mScene.bLoneShadowLight = lights == 1 && mScene.lights[0].ambient[0] == 0.0f;
+    if (GLAttribute_cls::mspCShaderCtrl)
+        mScene.boldness = GLAttribute_cls::mspCShaderCtrl->mCCartoonBoldness.mValue;
+    return lights <= 8;
+}
+
+void CpuDraw_cls::TakeTexture() {
+    GLint width = 0, height = 0;
+    glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &width);
+    glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_HEIGHT, &height);
+    if (width < 1 || height < 1) return; // plain squares
+    const GLClientScope_cls client;
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    std::vector<unsigned char> bytes(4 * static_cast<size_t>(width) * static_cast<size_t>(height));
+    glGetTexImage(GL_TEXTURE_2D, 0, GL_RGBA, GL_UNSIGNED_BYTE, bytes.data());
+    mScene.texture.Set(bytes.data(), width, height);
+}
+
+void CpuDraw_cls::Draw(const TileSource_cls& source) {
+    TileCanvas_cls& canvas = GetCanvas();
+    ++msPasses;
+    canvas.Clear(mWidth, mHeight);
+    const GLAttribScope_cls attributes(GL_TEXTURE_BIT | GL_ENABLE_BIT | GL_DEPTH_BUFFER_BIT |
+                                       GL_COLOR_BUFFER_BIT | GL_CURRENT_BIT | GL_TRANSFORM_BIT);
+    const GLClientScope_cls client;
+    glPixelStorei(GL_PACK_ROW_LENGTH, 0);
+    glPixelStorei(GL_PACK_SKIP_PIXELS, 0);
+    glPixelStorei(GL_PACK_SKIP_ROWS, 0);
+    glPixelStorei(GL_PACK_ALIGNMENT, 4);
+    glReadPixels(0, 0, mWidth, mHeight, GL_RGBA, GL_HALF_FLOAT, canvas.GetColor());
+    glReadPixels(0, 0, mWidth, mHeight, GL_DEPTH_STENCIL, GL_UNSIGNED_INT_24_8, canvas.GetDepth());
+    canvas.SetFilled();
+    DrawProgress_cls progress(static_cast<int>(source.GetNumber()));
+    GetDraw().Draw(mScene, source, canvas, ReportTo, &progress);
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
+    glPixelStorei(GL_UNPACK_ROW_LENGTH, mWidth);
+    glPixelStorei(GL_UNPACK_SKIP_PIXELS, mClip[0]);
+    glPixelStorei(GL_UNPACK_SKIP_ROWS, mClip[1]);
+    glBindTexture(GL_TEXTURE_2D, mTexture);
+    glTexSubImage2D(GL_TEXTURE_2D, 0, mClip[0], mClip[1], mClip[2], mClip[3], GL_RGBA, GL_HALF_FLOAT,
+                    canvas.GetColor());
+    bool bWrites = false;
+    for (const TileLook_st& look : mScene.look)
+        bWrites |= look.kind != TileLook_st::HIDDEN && look.bWrite;
+    if (!bWrites) return;
+    glBindTexture(GL_TEXTURE_2D, 0);
+    for (const GLenum what : {GL_LIGHTING, GL_FOG, GL_TEXTURE_2D, GL_BLEND, GL_CULL_FACE})
+        glDisable(what);
+    glEnable(GL_DEPTH_TEST);
+    glDepthFunc(GL_ALWAYS);
+    glDepthMask(GL_TRUE);
+    glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
+    glWindowPos2i(mClip[0], mClip[1]);
+    glPixelZoom(1.0f, 1.0f);
+    glDrawPixels(mClip[2], mClip[3], GL_DEPTH_STENCIL, GL_UNSIGNED_INT_24_8, canvas.GetDepth());
+    CheckGLErrors("particles by the processor");
+}

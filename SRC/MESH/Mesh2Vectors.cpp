@@ -1,0 +1,241 @@
+#include "MESH/Mesh2Vectors.h"
+
+#include <algorithm>
+#include <cstring>
+#include <type_traits>
+
+#include "COMMON/DigitScan.h"
+#include "COMMON/clsAsciiReader.h"
+
+namespace {
+
+constexpr size_t kPiece = size_t(1) << 18; // bytes: small enough to be read twice from near the processor
+constexpr int kExactDigits = 9;            // that AsciiReader_cls takes whole
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+/// Is it one that POV-Ray, too, takes for a number, and for the same?
+bool IsNumber(const char* p, const char* end) {
+    bool bDigit = false;
+    for (; p < end; ++p) {
+        bDigit = bDigit || IsDigit(*p);
+        if (!IsDigit(*p) && !std::strchr(" \t\r\n.+-", *p)) return false;
+    }
+    return bDigit;
+}
+
+/// Behind the terminator, if nothing stands before it that ends or begins a vector; else null.
+inline const char* Pass(const char* p, const char* end, char terminator) {
+    for (; p < end; ++p) {
+        if (*p == terminator) return p + 1;
+        if (*p == '<' || *p == '>' || *p == '\0') break;
+    }
+    return nullptr;
+}
+
+const char* PassOdd(const char* p, const char* end, char terminator, bool& bStrict) {
+    const char* const behind = Pass(p, end, terminator);
+    bStrict = bStrict && behind && IsNumber(p, behind - 1);
+    return behind;
+}
+
+/// A number as AsciiReader_cls reads it, and what stands behind its terminator; null: nothing may be there.
+inline const char* Take(const char* p, const char* end, char terminator, float& value, bool& bStrict) {
+    static constexpr double kPower[] = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
+    const char* const from = p;
+    while (*p == ' ')
+        ++p;
+    const double sign = *p == '-' ? -1.0 : 1.0;
+    p += *p == '-' ? 1 : 0;
+    uint64_t digits = 0;
+    const char* const first = p;
+    p = ScanDigits(p, digits);
+    auto number = p - first;
+    const char* point = p;
+    if (*p == '.') {
+        point = ++p;
+        p = ScanDigits(p, digits);
+        number += p - point;
+    }
+    if (*p == terminator && number > 0 && number <= kExactDigits && p < end) {
+        value = static_cast<float>(sign * (static_cast<double>(digits) / kPower[p - point]));
+        return p + 1;
+    }
+    value = AsciiReader_cls::fast_atof32(from);
+    return PassOdd(from, end, terminator, bStrict);
+}
+
+inline const char* Take(const char* p, const char* end, char terminator, int& value, bool& bStrict) {
+    const char* const from = p;
+    while (*p == ' ')
+        ++p;
+    uint64_t digits = 0;
+    const char* const first = p;
+    p = ScanDigits(p, digits);
+    if (*p == terminator && p > first && p - first <= kExactDigits && p < end) {
+        value = static_cast<int>(digits);
+        return p + 1;
+    }
+    value = AsciiReader_cls::fast_atoi(from);
+    return PassOdd(from, end, terminator, bStrict);
+}
+
+/// Up to the next bracket. What stands there is strict where it is what may stand between vectors.
+inline const char* PassGap(const char* p, const char* end, bool bDigits, bool& bStrict) {
+    for (; p < end && *p != '<' && *p != '>'; ++p)
+        if (*p != ',' && *p != '\n' && *p != '\t' && *p != ' ' && *p != '\r')
+            bStrict = bStrict && bDigits && IsDigit(*p);
+    return p;
+}
+
+/// So many vectors of [p, end) to `pTo`. False: brackets don't stand in pairs with three numbers each.
+template <class T>
+bool TakeVectors(const char* p, const char* end, size_t vectors, T* pTo, bool bDigits, bool& bStrict) {
+    for (size_t i = 0; i < vectors; ++i, pTo += 3) {
+        p = PassGap(p, end, bDigits, bStrict);
+        if (p == end || *p != '<') return false;
+        p = Take(p + 1, end, ',', pTo[0], bStrict);
+        if (p) p = Take(p, end, ',', pTo[1], bStrict);
+        if (p) p = Take(p, end, '>', pTo[2], bStrict);
+        if (!p) return false;
+    }
+    bStrict = PassGap(p, end, bDigits, bStrict) == end && bStrict;
+    return true;
+}
+
+/// How many closing brackets stand there, eight characters at a time.
+size_t CountBrackets(const char* p, const char* end) {
+    constexpr uint64_t kLow = 0x7f7f7f7f7f7f7f7f, kOnes = 0x0101010101010101;
+    size_t number = 0;
+    while (end - p >= 8) {
+        uint64_t found = 0; // a count in each byte
+        for (int i = 0; i < 255 && end - p >= 8; ++i, p += 8) {
+            uint64_t eight;
+            std::memcpy(&eight, p, sizeof eight);
+            eight ^= kOnes * '>';
+            found += ~(((eight & kLow) + kLow) | eight | kLow) >> 7;
+        }
+        for (; found > 0; found >>= 8)
+            number += found & 0xff;
+    }
+    return number + static_cast<size_t>(std::count(p, end, '>'));
+}
+
+unsigned FindMost(const int* begin, const int* end) {
+    unsigned most = 0;
+    for (const int* p = begin; p < end; ++p)
+        most = std::max(most, unsigned(*p));
+    return most;
+}
+
+} // namespace
+
+bool IsMesh2Separator(char c) { return c != '\0' && std::strchr(" \t\r\n=,{}", c); }
+
+void Mesh2Vectors_cls::Set(const char* begin, const char* end, MeshFloats* pFloats) {
+    mpFloats = pFloats;
+    Cut(begin, end);
+}
+
+void Mesh2Vectors_cls::Set(const char* begin, const char* end, MeshInts* pInts, bool bDigits) {
+    mpInts = pInts;
+    mbDigits = bDigits;
+    Cut(begin, end);
+}
+
+void Mesh2Vectors_cls::Cut(const char* begin, const char* end) {
+    if (!begin) return;
+    const char* p = begin;
+    while (p < end && IsMesh2Separator(*p))
+        ++p;
+    mNumber = static_cast<size_t>(std::max(AsciiReader_cls::fast_atoi(p), 0));
+    while (p < end && IsDigit(*p))
+        ++p;
+    while (p < end) {
+        Piece_st piece;
+        piece.mpBegin = p;
+        const char* const from = p + std::min(kPiece, static_cast<size_t>(end - p));
+        const void* const close = std::memchr(from, '>', static_cast<size_t>(end - from));
+        piece.mpEnd = p = close ? static_cast<const char*>(close) + 1 : end;
+        mvPieces.push_back(piece);
+    }
+}
+
+void Mesh2Vectors_cls::CountPiece(size_t k) {
+    Piece_st& piece = mvPieces[k];
+    piece.mVectors = CountBrackets(piece.mpBegin, piece.mpEnd);
+}
+
+void Mesh2Vectors_cls::MakeRoom() {
+    size_t first = 0;
+    for (Piece_st& piece : mvPieces) {
+        piece.mFirst = first;
+        mbRest = mbRest || piece.mVectors > mNumber - first;
+        piece.mVectors = std::min(piece.mVectors, mNumber - first);
+        first += piece.mVectors;
+    }
+    if (mpFloats) mpFloats->resize(3 * first);
+    if (mpInts) mpInts->resize(3 * first);
+}
+
+void Mesh2Vectors_cls::ReadPiece(size_t k) {
+    Piece_st& piece = mvPieces[k];
+    if (mpFloats) {
+        piece.mbPlain = TakeVectors(piece.mpBegin, piece.mpEnd, piece.mVectors,
+                                    mpFloats->data() + 3 * piece.mFirst, mbDigits, piece.mbStrict);
+        return;
+    }
+    int* const to = mpInts->data() + 3 * piece.mFirst;
+    piece.mbPlain = TakeVectors(piece.mpBegin, piece.mpEnd, piece.mVectors, to, mbDigits, piece.mbStrict);
+    piece.mMost = FindMost(to, to + 3 * piece.mVectors);
+}
+
+template <class T, class LIST>
+void Mesh2Vectors_cls::FinishList(LIST& list) {
+    const auto bad =
+        std::find_if(mvPieces.begin(), mvPieces.end(), [](const Piece_st& piece) { return !piece.mbPlain; });
+    if (bad == mvPieces.end()) return;
+    list.resize(3 * bad->mFirst);
+    const char* p = bad->mpBegin;
+    const char* const end = mvPieces.back().mpEnd;
+    // A vector has its own ">" within the block, or it isn't whole.
+    for (size_t i = bad->mFirst; i < mNumber && AsciiReader_cls::SearchChar(&p, '<', end); ++i) {
+        const char* close = ++p;
+        if (!AsciiReader_cls::SearchChar(&close, '>', end)) return;
+        T values[3];
+        for (int k = 0; k < 3; ++k) {
+            values[k] = T();
+            if (p > close) continue;
+            if constexpr (std::is_same_v<T, int>)
+                values[k] = AsciiReader_cls::ReadInt(&p, k < 2 ? ',' : '>');
+            else
+                values[k] = AsciiReader_cls::ReadFloat(&p, k < 2 ? ',' : '>');
+        }
+        p = close;
+        list.insert(list.end(), values, values + 3);
+    }
+}
+
+void Mesh2Vectors_cls::Finish() {
+    if (mpFloats) FinishList<float>(*mpFloats);
+    if (mpInts) FinishList<int>(*mpInts);
+}
+
+bool Mesh2Vectors_cls::HasCount() const {
+    const size_t there = mpFloats ? mpFloats->size() : mpInts ? mpInts->size() : 0;
+    return there == 3 * mNumber && !mbRest;
+}
+
+bool Mesh2Vectors_cls::IsStrict() const {
+    return std::all_of(mvPieces.begin(), mvPieces.end(),
+                       [](const Piece_st& piece) { return piece.mbPlain && piece.mbStrict; });
+}
+
+unsigned Mesh2Vectors_cls::GetMost() const {
+    unsigned most = 0;
+    for (const Piece_st& piece : mvPieces) {
+        if (!piece.mbPlain) return FindMost(mpInts->data(), mpInts->data() + mpInts->size());
+        most = std::max(most, piece.mMost);
+    }
+    return most;
+}
