@@ -13,6 +13,7 @@
 #include "APP/ProjectInputs.h"
 #include "APP/clsFilmPov.h"
 #include "APP/clsCopyQuestion.h"
+#include "APP/clsFileMenu.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "COMMON/Globals.h"
@@ -90,7 +91,8 @@ bool FilmMaker_cls::Open() {
     if (!mArgs.mVideo.empty() && FindVideoTool().empty())
         return Fail(FilmStatus::NotOpened, GetVideoToolHint());
     mpCFrame->OpenProject(mArgs.mProject);
-    if (!mpCFrame->IsProjectNamed()) return Fail(FilmStatus::NotOpened, mArgs.mProject + " can't be opened");
+    if (!mpCFrame->GetPCFileMenu()->IsProjectNamed())
+        return Fail(FilmStatus::NotOpened, mArgs.mProject + " can't be opened");
     const PDataSequence_cls* sequence = mpCFrame->GetPCActiveFileSequence();
     if (sequence->GetStrPath().empty())
         return Fail(FilmStatus::NotOpened, mArgs.mProject + " names no particle data; is it a project?");

@@ -254,8 +254,6 @@ void FrameMain_cls::OpenProject(const wxString& path) { mpCFileMenu->OpenProject
 
 void FrameMain_cls::OfferRecovery() { mpCFileMenu->OfferRecovery(); }
 
-bool FrameMain_cls::IsProjectNamed() const { return mpCFileMenu->IsProjectNamed(); }
-
 void FrameMain_cls::StopRun() { mpCImageRun->StopRun(); }
 
 bool FrameMain_cls::MayDrawCopies(long long number) { return mpCCopyQuestion->MayDraw(number); }

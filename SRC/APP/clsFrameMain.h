@@ -101,8 +101,6 @@ public:
     static FrameMain_cls* mspCThis;
     wxString mStrPointed; ///< what the pointer is over in a view; the status bar shows it
 
-    /// A project was opened or saved under a name in this run.
-    bool IsProjectNamed() const;
     /// Bring menus, views and panels in line with settings that were just read.
     void ApplySettings();
     /// The data or the clock of a run that writes something go: it ends.

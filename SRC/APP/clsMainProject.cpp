@@ -155,7 +155,7 @@ void Main_cls::ReadProjectFile(const wxString& path) {
 std::string Main_cls::MakeRecoveryText() {
     // Paths stay as they lead from the project's folder, where it has one; else they become whole: the next
     // start may be from another folder, and nothing lies below this one.
-    const bool bNamed = mpCFrameMain->IsProjectNamed();
+    const bool bNamed = mpCFrameMain->GetPCFileMenu()->IsProjectNamed();
     const ProjectFolderScope_cls projectFolder(
         bNamed ? FolderOfProject(mpCFrameMain->GetPCFileMenu()->GetLastProject()) : wxString("/dev/null"));
     return EncodeProject(SerializeAll(true));

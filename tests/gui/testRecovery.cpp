@@ -6,6 +6,7 @@
 
 #include <wx/menu.h>
 
+#include "APP/clsFileMenu.h"
 #include "APP/clsRecentFiles.h"
 #include "COMMON/Globals.h"
 #include "GL/BASE/clsPreference.h"
@@ -127,7 +128,7 @@ TEST_F(Recovery, WhatWasLeftIsOfferedAndOpensUnnamed) {
     ASSERT_TRUE(Settle());
     EXPECT_EQ(Store()->GetActiveFileSequenceLength(), 3);
     EXPECT_EQ(Frame()->GetTitle(), "*Morentis 3 v 0.80") << "unnamed and modified";
-    EXPECT_FALSE(Frame()->IsProjectNamed());
+    EXPECT_FALSE(Frame()->GetPCFileMenu()->IsProjectNamed());
     Answer("CANCEL");
     Menu(ID_SAVE_PROJECT_AS);
     EXPECT_EQ(GpCFileDialog->GetFilename(), "untitled.mrp");

@@ -129,7 +129,6 @@ private:
     bool IsPaintAllowed() const;
     bool IsFrameLoading();
     bool LacksFollowed();
-    bool KeepsLastPicture() const;
     void ReadTime();
     void DrawTextOnDC(wxDC& dc);
     bool BeginGL();

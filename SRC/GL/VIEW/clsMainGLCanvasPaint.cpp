@@ -84,7 +84,7 @@ void MainGLCanvas_cls::Paint() {
     mbLoading = IsFrameLoading() || LacksFollowed();
     if (mbLoading) {
         MarkStale();
-        if (WritesOutput() || KeepsLastPicture()) return;
+        if (WritesOutput() || mShownSize == GetPixelSize()) return; // the last picture stays
         mMessage.Add(_("Loading ...") + wxString("\n"));
     } else if (mShowData.mValue && !IsReaderBusy()) {
         mpCHost->PrepareFramesAhead(mpCHost->GetPCTimeCtrl()->GetPrefetch());
@@ -158,8 +158,6 @@ bool MainGLCanvas_cls::LacksFollowed() {
     const auto state = filters->mpCBonds->Follow(kMillis, BondFollower_cls::Source::Memory);
     return state == BondFollower_cls::State::More || state == BondFollower_cls::State::Reading;
 }
-
-bool MainGLCanvas_cls::KeepsLastPicture() const { return mShownSize == GetPixelSize(); }
 
 void MainGLCanvas_cls::ReadTime() {
     const TimeCtrl_cls& time = *mpCHost->GetPCTimeCtrl();

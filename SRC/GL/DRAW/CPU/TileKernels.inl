@@ -144,7 +144,8 @@ static void DrawRecords(const TileScene_st& scene, TilePixels_st& pixels, const 
         const uint32_t which = p->what & TileRecord_st::kLookMask;
         const TileLook_st& look = scene.look[which];
         if (look.kind == TileLook_st::SPHERE) {
-            const float* pOwn = look.bMaterials ? pMaterials + 12 * static_cast<size_t>(p->color[0]) : nullptr;
+            const float* pOwn =
+                look.bMaterials ? pMaterials + 12 * static_cast<size_t>(p->color[0]) : nullptr;
             if (pOwn)
                 PrepareLit(scene, pOwn, pOwn + 4, pOwn + 8, lit);
             else if (litLook != which)

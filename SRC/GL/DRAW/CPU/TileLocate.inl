@@ -82,10 +82,12 @@ static void LocateFlat(const TileView_st& view, int count, TileSeen_st& seen) {
     }
 }
 
-LANES_INLINE float ToPlace(float v) { return static_cast<float>(static_cast<int>(v * 256.0f + 0.5f)) / 256.0f; }
+LANES_INLINE float ToPlace(float v) {
+    return static_cast<float>(static_cast<int>(v * 256.0f + 0.5f)) / 256.0f;
+}
 
-/// Left, bottom and edge of a point in pixels: one of an odd size lies around the middle of a pixel, one of an
-/// even size around a corner.
+/// Left, bottom and edge of a point in pixels: one of an odd size lies around the middle of a pixel, one of
+/// an even size around a corner.
 static void LocatePoints(const TileScene_st& scene, const TileRun_st& run, const TileLook_st& look,
                          TileSeen_st& seen) {
     const TileView_st& view = scene.view;
@@ -99,8 +101,8 @@ static void LocatePoints(const TileScene_st& scene, const TileRun_st& run, const
         const float cy = m[1] * x + m[5] * y + m[9] * z + m[13];
         const float cz = m[2] * x + m[6] * y + m[10] * z + m[14];
         const float cw = m[3] * x + m[7] * y + m[11] * z + m[15];
-        const bool bIn = (cw > 0.0f) & (cx >= -cw) & (cx <= cw) & (cy >= -cw) & (cy <= cw) & (cz >= -cw) &
-                         (cz <= cw);
+        const bool bIn =
+            (cw > 0.0f) & (cx >= -cw) & (cx <= cw) & (cy >= -cw) & (cy <= cw) & (cz >= -cw) & (cz <= cw);
         const float per = 0.5f / (bIn ? cw : 1.0f);
         // OpenGL's drivers know 256 places in a pixel.
         const float px = bIn ? ToPlace((cx * per + 0.5f) * w) : 0.0f;

@@ -55,8 +55,8 @@ LANES_INLINE F8 Reach(const TileLight_st& light, const V8& place, V8& to, V8& be
         const float w = 1.0f / light.place[3];
         to = {to.x * w - place.x, to.y * w - place.y, to.z * w - place.z};
         const F8 far = Root(Dot(to, to));
-        share = Splat(1.0f) / (Splat(light.fades[0]) +
-                               far * (Splat(light.fades[1]) + far * Splat(light.fades[2])));
+        share = Splat(1.0f) /
+                (Splat(light.fades[0]) + far * (Splat(light.fades[1]) + far * Splat(light.fades[2])));
         const F8 per = Splat(1.0f) / Max(far, Splat(1e-30f));
         to = {to.x * per, to.y * per, to.z * per};
     }
@@ -96,8 +96,8 @@ LANES_INLINE void LightSmooth(const TileScene_st& scene, const Lit_st& lit, cons
         const F8 direct = share * Max(facing, none);
         const F8 bright = facing > none ? share * Gloss(Max(Dot(normal, between), none)) : none;
         for (int k = 0; k < 3; ++k)
-            pColor[k] = pColor[k] + share * lit.around[n][k] + direct * lit.direct[n][k] +
-                        bright * lit.bright[n][k];
+            pColor[k] =
+                pColor[k] + share * lit.around[n][k] + direct * lit.direct[n][k] + bright * lit.bright[n][k];
     }
 }
 
@@ -163,8 +163,8 @@ LANES_INLINE void PaintSphere(const TileScene_st& scene, TilePixels_st& pixels, 
     }
 }
 
-/// The same for what is opaque, under far lights without fog. It asks nothing on the way: a branch that is taken
-/// otherwise than the last time would cost more than what it saves.
+/// The same for what is opaque, under far lights without fog. It asks nothing on the way: a branch that is
+/// taken otherwise than the last time would cost more than what it saves.
 LANES_INLINE void PaintPlainSphere(const TileScene_st& scene, TilePixels_st& pixels, const Lit_st& lit,
                                    int at, I8 mask, F8 depth, const V8& normal) {
     const I8 z = ToDepth(depth);
@@ -274,7 +274,8 @@ LANES_INLINE Cast_st CastSphere(const TileView_st& view, const TilePixels_st& pi
     return cast;
 }
 
-// Of small spheres that are far away what is quadratic in closeness doesn't count, and nothing need be divided.
+// Of small spheres that are far away what is quadratic in closeness doesn't count, and nothing need be
+// divided.
 template <bool FAR, bool PLAIN>
 static void DrawFarSphere(const TileScene_st& scene, TilePixels_st& pixels, const TileLook_st& look,
                           const Lit_st& lit, const TileRecord_st& ball, const Cast_st& cast) {

@@ -65,14 +65,12 @@ static void DrawPoint(TilePixels_st& pixels, const TileLook_st& look, const Tile
             PaintDot<BLEND>(pixels, look, bottom * TilePixels_st::kStride + left, z, tint);
         return;
     }
-    const Part_st part = {left < 0 ? 0 : left,
-                          left + edge > pixels.width ? pixels.width - 1 : left + edge - 1,
-                          bottom < 0 ? 0 : bottom,
-                          bottom + edge > pixels.height ? pixels.height - 1 : bottom + edge - 1};
+    const Part_st part = {
+        left < 0 ? 0 : left, left + edge > pixels.width ? pixels.width - 1 : left + edge - 1,
+        bottom < 0 ? 0 : bottom, bottom + edge > pixels.height ? pixels.height - 1 : bottom + edge - 1};
     const F8 alpha = Splat(tint.c[3]);
-    const Source8 source = {{Splat(tint.c[0]), Splat(tint.c[1]), Splat(tint.c[2])},
-                            alpha,
-                            GetBuffered(look, alpha)};
+    const Source8 source = {
+        {Splat(tint.c[0]), Splat(tint.c[1]), Splat(tint.c[2])}, alpha, GetBuffered(look, alpha)};
     for (int row = part.y0; row <= part.y1; row += 2)
         for (int x = part.x0; x <= part.x1; x += 4)
             PaintFlat<BLEND>(pixels, look, row * TilePixels_st::kStride + x, InPart(x, row, part),
@@ -125,9 +123,8 @@ static void DrawFlatSprite(const TileScene_st& scene, TilePixels_st& pixels, con
     const float wideX = halfX < 0.0f ? -halfX : halfX, wideY = halfY < 0.0f ? -halfY : halfY;
     const Part_st part = PartOf(pixels, middleX - wideX, middleX + wideX, middleY - wideY, middleY + wideY);
     if (part.IsEmpty()) return;
-    const float depth =
-        view.bPerspective ? view.depthMap[0] + view.depthMap[1] / record.z
-                          : view.depthMap[0] + view.depthMap[1] * record.z;
+    const float depth = view.bPerspective ? view.depthMap[0] + view.depthMap[1] / record.z
+                                          : view.depthMap[0] + view.depthMap[1] * record.z;
     const I8 z = ToDepth(Splat(depth));
     if (scene.fog.mode != TileFog_st::NONE) tint.clear = GetClear(scene.fog, Splat(-record.z));
     const float w = static_cast<float>(texture.width), h = static_cast<float>(texture.height);
@@ -147,8 +144,8 @@ static void DrawFlatSprite(const TileScene_st& scene, TilePixels_st& pixels, con
     }
 }
 
-// Faces the eye: its sides are the part of the first axis of the data's coordinates that is at right angles to
-// the line of sight, and what is at right angles to both.
+// Faces the eye: its sides are the part of the first axis of the data's coordinates that is at right angles
+// to the line of sight, and what is at right angles to both.
 struct Facing_st {
     float right[3], up[3];
 };
@@ -181,8 +178,8 @@ LANES_INLINE Facing_st FaceEye(const TileView_st& view, const TileRecord_st& rec
     return f;
 }
 
-// With the ray q through a pixel, the quad's plane lies t = far / (q . sight) along it; the place on the quad is
-// t * q . right / radius, as the middle itself is at right angles to `right`.
+// With the ray q through a pixel, the quad's plane lies t = far / (q . sight) along it; the place on the quad
+// is t * q . right / radius, as the middle itself is at right angles to `right`.
 template <TileLook_st::Blend BLEND>
 static void DrawFacingSprite(const TileScene_st& scene, TilePixels_st& pixels, const TileLook_st& look,
                              const TileRecord_st& record) {
@@ -218,8 +215,7 @@ static void DrawFacingSprite(const TileScene_st& scene, TilePixels_st& pixels, c
             const F8 a = DotWith(place, f.right) * perRadius;
             const F8 b = DotWith(place, f.up) * perRadius;
             const I8 mask = (a >= -one) & (a <= one) & (b >= -one) & (b <= one) &
-                            (place.z <= view.zRange[0]) & (place.z >= view.zRange[1]) &
-                            InPart(x, row, part);
+                            (place.z <= view.zRange[0]) & (place.z >= view.zRange[1]) & InPart(x, row, part);
             if (!IsAny(mask)) continue;
             const F8 depth = view.bPerspective ? view.depthMap[0] + view.depthMap[1] / place.z
                                                : view.depthMap[0] + view.depthMap[1] * place.z;
