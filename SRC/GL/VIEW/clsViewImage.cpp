@@ -128,12 +128,11 @@ bool ViewImage_cls::ShowsFace() const {
 // The faces are drawn. A face that is the image is taken as it is, its exposure by bytes.
 void ViewImage_cls::BakeImage(double angle, wxSize window) {
     EyeBuffers_st& eye = mEyes[IsApart() ? mContext.mMoment.pass : 0];
-    mbShowsFace = ShowsFace();
-    mbByBytes = mbShowsFace && mContext.mShared.mspCExposureLink->IsByChannel();
+    mbByBytes = ShowsFace() && mContext.mShared.mspCExposureLink->IsByChannel();
     if (!mbByBytes) BakeResultToFBOForImage(eye.mpCFBOForImage, GatherTarget::Image, window);
     if (!mImageOrder.bTransparent) return;
     // The same scene over black, as it is drawn already, and over white tell what covers the background.
-    if (mbShowsFace)
+    if (mbByBytes)
         mContext.mShared.mspCFishEyeCtrl->SwapFace(eye.mpCFBOOnBlack);
     else
         BakeResultToFBOForImage(eye.mpCFBOOnBlack, GatherTarget::OnBlack, window);
@@ -141,7 +140,7 @@ void ViewImage_cls::BakeImage(double angle, wxSize window) {
     mContext.mCGLPerspective.mAngle = angle;
     mScene.DrawOnFBO();
     mContext.mCGLPerspective.mAngle = static_cast<int>(angle);
-    if (!mbShowsFace) BakeResultToFBOForImage(eye.mpCFBOOnWhite, GatherTarget::OnWhite, window);
+    if (!mbByBytes) BakeResultToFBOForImage(eye.mpCFBOOnWhite, GatherTarget::OnWhite, window);
     mContext.mMoment.plainGrey = 0.0f;
 }
 
@@ -180,8 +179,8 @@ ImageBuffers_st ViewImage_cls::GetBuffers(int pass) const {
     if (mbByBytes) buffers.mColorBytes = mContext.mShared.mspCExposureLink->GetBytes(false);
     if (pOnBlack) {
         buffers.mpOnBlack = pOnBlack;
-        buffers.mpOnWhite = mbShowsFace ? pFace : eye.mpCFBOOnWhite.get();
-        if (mbShowsFace) buffers.mCoverBytes = mContext.mShared.mspCExposureLink->GetBytes(true);
+        buffers.mpOnWhite = mbByBytes ? pFace : eye.mpCFBOOnWhite.get();
+        if (mbByBytes) buffers.mCoverBytes = mContext.mShared.mspCExposureLink->GetBytes(true);
     }
     if (mContext.mMoment.passes == 1) return buffers;
     const StereoGram_cls& stereo = *mContext.mShared.mspCStereogramLink;

@@ -95,9 +95,10 @@ private:
     ViewOverlay_cls& mOverlay;
     ImageBake_cls mBake;
     ImageOrder_st mImageOrder;
-    EyeBuffers_st mEyes[2];   ///< the second one where two eyes have an image each
-    bool mbShowsFace = false; ///< the paint's image has the pixels of its face, but for their exposure ...
-    bool mbByBytes = false;   ///< ... which is left to who makes bytes of them
+    EyeBuffers_st mEyes[2]; ///< the second one where two eyes have an image each
+    /// The paint's image has the pixels of its face, but for their exposure, which is left to who makes
+    /// bytes of them.
+    bool mbByBytes = false;
     WindowTaker mWindowTaker;
     bool mbWindowEyes = false;
 };
