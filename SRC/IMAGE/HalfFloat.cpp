@@ -34,12 +34,6 @@ const HalfBytes& GetPlainBytes() {
     return sTable;
 }
 
-void ConvertHalfToBytes(const std::uint16_t* pHalf, unsigned char* pBytes, size_t count) {
-    const HalfBytes& table = GetPlainBytes();
-    for (size_t i = 0; i < count; ++i)
-        pBytes[i] = table[pHalf[i]];
-}
-
 // Most pixels are as their neighbour: the background.
 void ConvertHalfPixels(const std::uint16_t* pHalf, unsigned char* pBytes, size_t count,
                        const HalfBytes& table) {

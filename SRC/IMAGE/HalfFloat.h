@@ -5,12 +5,10 @@
 #include <cstddef>
 #include <cstdint>
 
-/// 0 and less become 0, 1 and more 255, between them the nearest byte; what is no number becomes 0. Half
-/// floats of 1 sign, 5 exponent and 10 fraction bits (IEEE 754).
-void ConvertHalfToBytes(const std::uint16_t* pHalf, unsigned char* pBytes, size_t count);
-
-/// The byte of each half float, as ConvertHalfToBytes has it or as a picture's exposure wants it.
+/// The byte of each half float (1 sign, 5 exponent and 10 fraction bits, IEEE 754), as the plain ones or as
+/// a picture's exposure want it.
 using HalfBytes = std::array<unsigned char, 0x10000>;
+/// 0 and less become 0, 1 and more 255, between them the nearest byte; what is no number becomes 0.
 const HalfBytes& GetPlainBytes();
 /// `count` pixels of RGBA, of which RGB become bytes.
 void ConvertHalfPixels(const std::uint16_t* pHalf, unsigned char* pBytes, size_t count,

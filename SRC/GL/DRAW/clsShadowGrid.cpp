@@ -32,8 +32,6 @@ void ShadowGrid_cls::GetTurn(double (*pRows)[3]) const {
 
 namespace {
 
-float Clamped(float block) { return std::clamp(block, -kFarthest, kFarthest); }
-
 uint32_t GetFarBlock(const int32_t* pBlock) {
     constexpr auto kSize = ShadowGrid_cls::kFarSize;
     return static_cast<uint32_t>(((pBlock[2] & (kSize[2] - 1)) * kSize[1] + (pBlock[1] & (kSize[1] - 1))) *
@@ -58,7 +56,8 @@ uint32_t ShadowGrid_cls::GetBlockAt(const float* pPlace) const {
     int32_t block[4];
     if (!mShape.bNear) {
         for (int i = 0; i < 3; ++i)
-            block[i] = static_cast<int32_t>(std::floor(Clamped(pPlace[i] * mPerBlock[i])));
+            block[i] =
+                static_cast<int32_t>(std::floor(std::clamp(pPlace[i] * mPerBlock[i], -kFarthest, kFarthest)));
         return GetFarBlock(block);
     }
     float away[3];
@@ -67,7 +66,7 @@ uint32_t ShadowGrid_cls::GetBlockAt(const float* pPlace) const {
     const float far = MyVector::GetNorm(away);
     for (int i = 0; i < 3; ++i)
         block[i] = static_cast<int32_t>(std::floor(away[i] / far * mPerBlock[0]));
-    block[3] = static_cast<int32_t>(std::floor(Clamped(far * mPerBlock[2])));
+    block[3] = static_cast<int32_t>(std::floor(std::clamp(far * mPerBlock[2], -kFarthest, kFarthest)));
     return GetNearBlock(block);
 }
 
