@@ -19,6 +19,7 @@ public:
     static constexpr int kSize = 2048;  ///< pixels of the buffer
     static constexpr double kEye = 4.0; ///< the camera's distance from the middle of the cube
     static constexpr double kAngle = 35.0;
+    static constexpr float kPixel = 0.00125f; ///< about one pixel of the buffer, where the particles are
 
     /// Seconds.
     struct Took_st {

@@ -23,8 +23,6 @@
 
 namespace {
 
-constexpr float kPixel = 0.00125f; // about one pixel of the buffer where the particles are
-
 struct Case {
     int number;
     unsigned drawType;

@@ -17,9 +17,9 @@
 #include <string>
 #include <vector>
 
+#include "FourAttributes.h"
 #include "BenchTimes.h"
 #include "GL/DRAW/clsArrayAndIndex.h"
-#include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsPovParticles.h"
 #include "GL/DRAW/clsSnapData.h"
@@ -60,15 +60,11 @@ void WriteBytes(const std::string& path, const std::string& text) {
 
 void PovParticles(benchmark::State& state) {
     constexpr int kNumber = 1000000;
-    DrawOption_cls option;
-    std::unique_ptr<GLAttribute_cls> owned[4];
-    GLAttribute_cls* attributes[4];
-    for (int k = 0; k < 4; ++k) {
-        owned[k] = std::make_unique<GLAttribute_cls>(nullptr, 0, k, &option);
-        attributes[k] = owned[k].get();
-        attributes[k]->mDrawType.mValue = DRAW_SPHERE;
-        attributes[k]->mRadiusType.mValue = state.range(0) == 1 ? RADIUS_CONSTANT : RADIUS_OF_DATA;
-        attributes[k]->mRadiusFactorForConst.mValue = 0.5f;
+    FourAttributes_st attributes;
+    for (GLAttribute_cls* one : attributes.mp) {
+        one->mDrawType.mValue = DRAW_SPHERE;
+        one->mRadiusType.mValue = state.range(0) == 1 ? RADIUS_CONSTANT : RADIUS_OF_DATA;
+        one->mRadiusFactorForConst.mValue = 0.5f;
     }
     PDataSnap_cls holder(nullptr, 0);
     PDataBlock_cls& block = *holder.mpCBlock;
@@ -80,7 +76,7 @@ void PovParticles(benchmark::State& state) {
             v = side(random);
         block.mpRadius[i] = 0.5f;
     }
-    SnapData_cls snap(&block, attributes, 0.0, 1);
+    SnapData_cls snap(&block, attributes.mp, 0.0, 1);
     std::vector<ArrayAndIndex_cls> entries;
     for (int i = 0; i < kNumber; ++i)
         entries.push_back({i, 0.0f, 1.0f});
@@ -95,7 +91,7 @@ void PovParticles(benchmark::State& state) {
         std::string text;
         const double before = GetWork();
         ours = std::min(ours, Time([&] {
-                            const PovParticles_cls particles(snap, attributes, list, options);
+                            const PovParticles_cls particles(snap, attributes.mp, list, options);
                             PovText_cls pov(options);
                             pov.SetDecimals(particles.GetDecimals());
                             particles.Append(&text, pov);

@@ -12,7 +12,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include "GL/DRAW/clsDrawOption.h"
+#include "FourAttributes.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsSnapData.h"
 #include "GL/DRAW/clsThreadSnapInterpolate.h"
@@ -127,20 +127,15 @@ void SetColoring(ColorCurve_cls& color, int coloring) {
 /// that is off, 4 the same in use.
 void Evaluate(benchmark::State& state) {
     Block_st block(0);
-    DrawOption_cls option;
-    std::unique_ptr<GLAttribute_cls> owned[4];
-    GLAttribute_cls* attributes[4];
-    for (int k = 0; k < 4; ++k) {
-        owned[k] = std::make_unique<GLAttribute_cls>(nullptr, 0, k, &option);
-        attributes[k] = owned[k].get();
-        SetColoring(attributes[k]->mColor, static_cast<int>(state.range(0)));
-    }
+    FourAttributes_st attributes;
+    for (GLAttribute_cls* one : attributes.mp)
+        SetColoring(one->mColor, static_cast<int>(state.range(0)));
     // 41 bytes of a particle are read and 36 written.
     StreamCopy_cls copy(size_t(kNumber) * 77);
     const int threads = ThreadSnapInterpolate_cls::GetThreadCount(kNumber);
     for (auto _ : state) {
         const double limit = Median([&] { copy(threads); });
-        Report(state, limit, Median([&] { const SnapData_cls snap(&block.mBlock, attributes, 0.5, 1); }));
+        Report(state, limit, Median([&] { const SnapData_cls snap(&block.mBlock, attributes.mp, 0.5, 1); }));
     }
 }
 BENCHMARK(Evaluate)->DenseRange(COLOR_CONSTANT, COLOR_SPEED)->Iterations(1)->Unit(benchmark::kMillisecond);

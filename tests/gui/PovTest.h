@@ -16,6 +16,7 @@
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "APP/clsPovScene.h"
+#include "FILTER/clsFilterGrid.h"
 #include "FilterPictures.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
@@ -108,6 +109,19 @@ protected:
         light.mpCStrength->SetKeyFrame(&strength, true, SceneObj_cls::kCurrent);
         Parameters_cls::msbUndoCommandMake = bUndo;
         return light;
+    }
+    /// A white grid of two cells a side, turned, beside a small ball.
+    FilterGridData_cls& AddGrid() {
+        ShowBalls({{0, 0, 0, 0.02f}});
+        FilterGridData_cls& grid = *mFilters.Add<FilterGrid_cls>(FILTER_GRID).GetPCData();
+        grid.mCGridMin.mValue = -0.5f;
+        grid.mCGridMax.mValue = 0.5f;
+        grid.mCGridLineNum.mValue = 2;
+        grid.mCGridCoord.mValue = false;
+        SetColor(*grid.mpCColor, 1, 1, 1);
+        FilterScope_cls::Set(grid.mpCTranslate, {0, 0.1, 0.2});
+        FilterScope_cls::Set(grid.mpCRotate, {20, 0, 0});
+        return grid;
     }
     void ShowBalls(const std::vector<Ball_st>& balls) {
         const std::string path = mDir / "balls0000.bin";

@@ -132,15 +132,7 @@ TEST_F(PovExport, FilmsOfAStillSceneDontFlicker) {
 }
 
 TEST_F(PovExport, GridsOfEveryKindStandWhereTheyAreInViews) {
-    ShowBalls({{0, 0, 0, 0.02f}});
-    FilterGridData_cls& grid = *mFilters.Add<FilterGrid_cls>(FILTER_GRID).GetPCData();
-    grid.mCGridMin.mValue = -0.5f;
-    grid.mCGridMax.mValue = 0.5f;
-    grid.mCGridLineNum.mValue = 2;
-    grid.mCGridCoord.mValue = false;
-    SetColor(*grid.mpCColor, 1, 1, 1);
-    FilterScope_cls::Set(grid.mpCTranslate, {0, 0.1, 0.2});
-    FilterScope_cls::Set(grid.mpCRotate, {20, 0, 0});
+    FilterGridData_cls& grid = AddGrid();
     LookFrom({-4, 1.5, 2}, {0.85, -0.3, -0.38});
     const unsigned types[] = {FilterGridData_cls::FLAT_XY, FilterGridData_cls::FLAT_XZ,
                               FilterGridData_cls::CUBIC, FilterGridData_cls::CIRCLE};

@@ -185,16 +185,8 @@ TEST_F(PovPictures, OpacityIsTheViews) {
 }
 
 TEST_F(PovPictures, GridsStandWhereTheyAreInViews) {
-    ShowBalls({{0, 0, 0, 0.02f}});
-    FilterGridData_cls& grid = *mFilters.Add<FilterGrid_cls>(FILTER_GRID).GetPCData();
+    FilterGridData_cls& grid = AddGrid();
     grid.mCGridType.mValue = FilterGridData_cls::FLAT_YZ;
-    grid.mCGridMin.mValue = -0.5f;
-    grid.mCGridMax.mValue = 0.5f;
-    grid.mCGridLineNum.mValue = 2;
-    grid.mCGridCoord.mValue = false;
-    SetColor(*grid.mpCColor, 1, 1, 1);
-    FilterScope_cls::Set(grid.mpCTranslate, {0, 0.1, 0.2});
-    FilterScope_cls::Set(grid.mpCRotate, {20, 0, 0});
     FilterScope_cls::Set(grid.mpCScale, {4, 1.3, 1.3}); // lines of 2 pixels need to be seen in both
     const wxImage view = Draw(128, 128);
     Write();

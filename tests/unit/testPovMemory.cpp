@@ -13,8 +13,8 @@
 
 #include <gtest/gtest.h>
 
+#include "FourAttributes.h"
 #include "GL/DRAW/clsArrayAndIndex.h"
-#include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsPovParticles.h"
 #include "GL/DRAW/clsSnapData.h"
@@ -59,14 +59,9 @@ Cost_st Render(const TempFolder_cls& folder, const std::string& data) {
 TEST(PovMemory, GroupsTakeAThirdOfTimeAndMemory) {
     constexpr int kNumber = 30000;
     HandBlock_st hand(kNumber, 1);
-    DrawOption_cls option;
-    std::unique_ptr<GLAttribute_cls> owned[4];
-    GLAttribute_cls* attributes[4];
-    for (int k = 0; k < 4; ++k) {
-        owned[k] = std::make_unique<GLAttribute_cls>(nullptr, 0, k, &option);
-        attributes[k] = owned[k].get();
-        attributes[k]->mDrawType.mValue = DRAW_SPHERE;
-    }
+    FourAttributes_st attributes;
+    for (GLAttribute_cls* one : attributes.mp)
+        one->mDrawType.mValue = DRAW_SPHERE;
     std::mt19937 random(3);
     std::uniform_real_distribution<float> side(-50, 50);
     std::vector<ArrayAndIndex_cls> entries;
@@ -77,7 +72,7 @@ TEST(PovMemory, GroupsTakeAThirdOfTimeAndMemory) {
         hand.mBlock.mpType[i] = static_cast<unsigned char>(i % 4);
         entries.push_back({i, 0.0f, 1.0f});
     }
-    SnapData_cls snap(&hand.mBlock, attributes, 0.0, 1);
+    SnapData_cls snap(&hand.mBlock, attributes.mp, 0.0, 1);
     PovParticles_cls::List_st list;
     list.mpEntries = entries.data();
     list.mNumber = kNumber;
@@ -87,7 +82,7 @@ TEST(PovMemory, GroupsTakeAThirdOfTimeAndMemory) {
     for (const bool bGroup : {false, true}) {
         PovTextOptions_st options;
         options.mbGroupMaterials = bGroup;
-        const PovParticles_cls particles(snap, attributes, list, options);
+        const PovParticles_cls particles(snap, attributes.mp, list, options);
         std::string text;
         particles.Append(&text, PovText_cls(options));
         costs[bGroup] = Render(folder, text + "object{PARTICLES}\n");
