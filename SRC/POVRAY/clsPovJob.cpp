@@ -18,7 +18,6 @@ const char* const kState = ".pov-state"; // what POV-Ray would go on from
 const char* const kAliasName = "morentis-render-";
 
 bool Link(const wxString& to, const wxString& name) {
-    unlink(NarrowPath(name).c_str());
     return symlink(NarrowPath(to).c_str(), NarrowPath(name).c_str()) == 0;
 }
 
@@ -35,16 +34,25 @@ bool PovJob_cls::IsPlainPath(const wxString& path) {
     return true;
 }
 
-// Plain names in the same folder, so that what the scene includes is found.
+// Plain names in the same folder, so that what the scene includes is found. Where several machines share it,
+// a process of the same number may have taken a name, by its .ini: then it is the next one.
 bool PovJob_cls::MakeAlias(const wxString& folder) {
     static int sNumber = 0;
-    mStrAlias = folder + "/" + kAliasName + wxString::Format("%ld-%d", long(getpid()), ++sNumber);
-    return Link(mStrBase + ".ini", mStrAlias + ".ini") && Link(mStrBase + ".pov", mStrAlias + ".pov");
+    while (true) {
+        const wxString name =
+            folder + "/" + kAliasName + wxString::Format("%ld-%d", long(getpid()), ++sNumber);
+        if (Link(mStrBase + ".ini", name + ".ini")) {
+            mStrAlias = name;
+            unlink(NarrowPath(name + ".pov").c_str()); // of nobody any more
+            return Link(mStrBase + ".pov", name + ".pov");
+        }
+        if (errno != EEXIST) return false;
+    }
 }
 
 void PovJob_cls::RemoveAlias() {
     if (mStrAlias.empty()) return;
-    for (const wxString& ending : {wxString(".ini"), wxString(".pov"), wxString(kState), mStrEnding})
+    for (const wxString& ending : {wxString(".pov"), wxString(kState), mStrEnding, wxString(".ini")})
         unlink(NarrowPath(mStrAlias + ending).c_str());
     mStrAlias.clear();
 }

@@ -1,5 +1,6 @@
 // The settings of POV-Ray and the texts that they become; renderers as processes, well and badly behaved.
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <filesystem>
@@ -8,6 +9,7 @@
 #include <set>
 #include <sstream>
 #include <thread>
+#include <vector>
 
 #include <gtest/gtest.h>
 #include <wx/arrstr.h>
@@ -271,6 +273,23 @@ TEST_F(PovJobs, NamesOfAnyKindAreRendered) {
         EXPECT_EQ(jobs[i].GetPercent(), 100);
     }
     EXPECT_TRUE(HasOnly(mFolder.GetPath(), {".pov", ".ini", ".png", ""})) << "no other names are left";
+}
+
+TEST_F(PovJobs, NamesOfOtherMachinesAreLeftAlone) {
+    // As a process of this number would have them that shares the folder.
+    std::vector<std::string> taken;
+    for (int number = 1; number <= 200; ++number)
+        taken.push_back(mFolder.GetPath() + "/morentis-render-" + std::to_string(getpid()) + "-" +
+                        std::to_string(number) + ".ini");
+    for (const std::string& name : taken)
+        std::filesystem::create_symlink("elsewhere.ini", name);
+    PovJob_cls job;
+    ASSERT_TRUE(job.Start("/usr/bin/povray", wxString::FromUTF8(Scene("a b")), ".png"));
+    ASSERT_TRUE(Wait(job));
+    EXPECT_EQ(job.GetError(), "");
+    EXPECT_EQ(ReadFile(job.GetPicture()).substr(1, 3), "PNG");
+    for (const std::string& name : taken)
+        EXPECT_TRUE(std::filesystem::is_symlink(name)) << name;
 }
 
 TEST_F(PovJobs, TheSamePictureHasTheSameBytes) {
