@@ -423,11 +423,34 @@ TEST_F(AnyList, LeavesOutWhatIsNoNumber) {
         }
 }
 
-TEST_F(AnyList, EndsWhereItIsTold) {
-    MakeList(10, false);
+// All that is large lies in all tiles, so each tile is laid down and taken up again.
+TEST_F(AnyList, TellsOnTheWayAndEndsWhereItIsTold) {
+    MakeList(1500, false);
+    for (TileParticle_st& p : mSource.mList)
+        p.radius *= 40.0f;
+    Draw(2);
+    const std::vector<float> whole = Colors();
+    struct Told_st {
+        std::vector<long long> done;
+        size_t limit;
+    } told = {{}, 1000000};
+    const auto tell = [](void* pWho, long long done) {
+        Told_st& to = *static_cast<Told_st*>(pWho);
+        to.done.push_back(done);
+        return to.done.size() < to.limit;
+    };
+    TileDraw_cls draw(2);
     mCanvas.Clear(mSize, mSize);
-    TileDraw_cls draw(1);
-    EXPECT_FALSE(draw.Draw(mScene, mSource, mCanvas, [](void*, long long) { return false; }));
+    EXPECT_TRUE(draw.Draw(mScene, mSource, mCanvas, tell, &told));
+    mCanvas.FillBounds();
+    EXPECT_EQ(Colors(), whole);
+    EXPECT_GE(told.done.size(), 2u);
+    EXPECT_TRUE(std::is_sorted(told.done.begin(), told.done.end()));
+    EXPECT_LT(told.done.back(), 1500);
+    told = {{}, 1};
+    mCanvas.Clear(mSize, mSize);
+    EXPECT_FALSE(draw.Draw(mScene, mSource, mCanvas, tell, &told));
+    EXPECT_EQ(told.done.size(), 1u);
 }
 
 } // namespace

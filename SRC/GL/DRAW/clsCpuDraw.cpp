@@ -33,7 +33,7 @@ GLint GetAttachment(GLenum which, GLenum what) {
 }
 
 bool ReportTo(void* pProgress, long long done) {
-    return static_cast<DrawProgress_cls*>(pProgress)->Report(static_cast<int>(done));
+    return static_cast<DrawProgress_cls*>(pProgress)->Tell(static_cast<int>(done));
 }
 
 } // namespace
