@@ -4,6 +4,7 @@
 
 #include "GL/DRAW/CPU/TileScene.h"
 
+class TileCanvas_cls;
 class ViewScale_cls;
 
 class CpuDraw_cls {
@@ -29,6 +30,7 @@ private:
     bool TakeTarget();
     bool TakeState(const ViewScale_cls& view);
     void TakeFog();
+    void HandBack(TileCanvas_cls& canvas) const;
 
     static long long msPasses;
 
@@ -38,5 +40,6 @@ private:
     int mWidth = 0;
     int mHeight = 0;
     unsigned mTexture = 0;       ///< the buffer's colours
+    unsigned mDepthTexture = 0;  ///< with stencil
     int mClip[4] = {0, 0, 0, 0}; ///< what may be changed: left, bottom, width, height
 };

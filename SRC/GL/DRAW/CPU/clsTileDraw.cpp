@@ -22,6 +22,7 @@ struct TileDraw_cls::Batch_st {
     };
     std::vector<Large_st> large;
     std::vector<float> materials; ///< 12 a sphere
+    TileCanvas_cls::Range_st touched;
 };
 
 /// What a thread works with.
@@ -104,6 +105,26 @@ private:
     unsigned mBefore = 0;
 };
 
+/// The tiles within the limits that a particle touches; false: none.
+template <class FOUND>
+bool Place(const TileSeen_st& seen, int i, const TileCanvas_cls::Range_st& limits, FOUND& out) {
+    out.x0 = static_cast<int16_t>(std::max(seen.x0[i] / TileCanvas_cls::kTileW, limits.x0));
+    out.x1 = static_cast<int16_t>(std::min(seen.x1[i] / TileCanvas_cls::kTileW, limits.x1 - 1));
+    out.y0 = static_cast<int16_t>(std::max(seen.y0[i] / TileCanvas_cls::kTileH, limits.y0));
+    out.y1 = static_cast<int16_t>(std::min(seen.y1[i] / TileCanvas_cls::kTileH, limits.y1 - 1));
+    return out.x0 <= out.x1 && out.y0 <= out.y1;
+}
+
+template <class FOUND>
+void Widen(TileCanvas_cls::Range_st& range, const FOUND& found) {
+    range.x0 = std::min<int>(range.x0, found.x0);
+    range.y0 = std::min<int>(range.y0, found.y0);
+    range.x1 = std::max(range.x1, found.x1 + 1);
+    range.y1 = std::max(range.y1, found.y1 + 1);
+}
+
+constexpr TileCanvas_cls::Range_st kNowhere = {1 << 20, 1 << 20, 0, 0};
+
 bool IsUnseen(const TileSeen_st& seen, int i) { return seen.x1[i] < seen.x0[i] || seen.y1[i] < seen.y0[i]; }
 
 } // namespace
@@ -148,6 +169,7 @@ void TileDraw_cls::Prepare(const TileScene_st& scene, const TileCanvas_cls& canv
     mbMaterials = false;
     for (const TileLook_st& look : scene.look)
         mbMaterials |= look.kind == TileLook_st::SPHERE && look.bMaterials;
+    mLimits = canvas.GetLimits();
     mAcross = canvas.GetTilesAcross();
     mTiles = canvas.GetTiles();
 }
@@ -166,9 +188,21 @@ bool TileDraw_cls::Draw(const TileScene_st& scene, const TileSource_cls& source,
         while (static_cast<int>(mVBatches.size()) < round.batches)
             mVBatches.push_back(std::make_unique<Batch_st>());
         if (!OnAll(round, round.batches, &TileDraw_cls::BinBatch)) return false;
+        canvas.Take(FindTouched(round.batches));
         if (!OnAll(round, mTiles, &TileDraw_cls::DrawTile)) return false;
     }
     return true;
+}
+
+TileCanvas_cls::Range_st TileDraw_cls::FindTouched(int batches) const {
+    TileCanvas_cls::Range_st all = kNowhere;
+    for (int k = 0; k < batches; ++k) {
+        const TileCanvas_cls::Range_st& own = mVBatches[static_cast<size_t>(k)]->touched;
+        if (own.IsEmpty()) continue;
+        all = {std::min(all.x0, own.x0), std::min(all.y0, own.y0), std::max(all.x1, own.x1),
+               std::max(all.y1, own.y1)};
+    }
+    return all;
 }
 
 void TileDraw_cls::BinBatch(Round_st& round, int batch, Worker_st& worker) {
@@ -186,6 +220,8 @@ void TileDraw_cls::TakeRun(const TileRun_st& run, const TileSeen_st& seen, int& 
     for (int i = 0; i < run.count; ++i, ++order) {
         if (IsUnseen(seen, i)) continue;
         Worker_st::Found_st found;
+        if (!Place(seen, i, mLimits, found)) continue;
+        Widen(batch.touched, found);
         const TileLook_st& look = mScene.look[run.look[i]];
         TileRecord_st& record = found.record;
         record.x = seen.x[i], record.y = seen.y[i], record.z = seen.z[i], record.radius = seen.radius[i];
@@ -200,10 +236,6 @@ void TileDraw_cls::TakeRun(const TileRun_st& run, const TileSeen_st& seen, int& 
             record.color[0] = Pack(run.color[i][0], run.color[i][1]);
             record.color[1] = Pack(run.color[i][2], run.color[i][3]);
         }
-        found.x0 = static_cast<int16_t>(seen.x0[i] / TileCanvas_cls::kTileW);
-        found.x1 = static_cast<int16_t>(seen.x1[i] / TileCanvas_cls::kTileW);
-        found.y0 = static_cast<int16_t>(seen.y0[i] / TileCanvas_cls::kTileH);
-        found.y1 = static_cast<int16_t>(seen.y1[i] / TileCanvas_cls::kTileH);
         const int tiles = (found.x1 - found.x0 + 1) * (found.y1 - found.y0 + 1);
         if (tiles > kManyTiles)
             batch.large.push_back({record, found.x0, found.y0, found.x1, found.y1});
@@ -217,6 +249,7 @@ void TileDraw_cls::Bin(const TileSource_cls& source, long long first, int count,
     worker.found.clear();
     batch.large.clear();
     batch.materials.clear();
+    batch.touched = kNowhere;
     TileRun_st& run = worker.run;
     if (mbMaterials) worker.material.resize(12 * static_cast<size_t>(TileRun_st::kRoom));
     run.pMaterial = mbMaterials ? reinterpret_cast<float(*)[12]>(worker.material.data()) : nullptr;

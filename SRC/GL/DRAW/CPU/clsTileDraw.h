@@ -47,10 +47,12 @@ private:
     void DrawTile(Round_st& round, int tile, Worker_st& worker);
     void DrawBatch(int tile, const Batch_st& batch, Worker_st& worker, bool& bLoaded,
                    TileCanvas_cls& canvas) const;
+    TileCanvas_cls::Range_st FindTouched(int batches) const;
     bool OnAll(Round_st& round, int jobs, Job job);
 
     const TileKernels_st& mKernels;
     TileScene_st mScene; ///< with lights as the kernels want them
+    TileCanvas_cls::Range_st mLimits;
     int mAcross = 0;
     int mTiles = 0;
     bool mbMaterials = false;
