@@ -385,6 +385,23 @@ TEST_F(Points, FadeInFog) {
     EXPECT_NEAR(At(10, 10).c[0], clear + 0.25f * (1 - clear), 0.001f);
 }
 
+// Of an alpha that 16 bits can't hold.
+TEST_F(Points, AddUpHoweverFaint) {
+    mScene.look[0].blend = TileLook_st::ADDS;
+    for (const float alpha : {2.4e-5f, 1e-4f}) {
+        mSource.mList.clear();
+        float sum = 0.0f; // a half float has 11 bits
+        for (int i = 0; i < 200; ++i) {
+            Add(10.5, 10.5, 4, 1.0f);
+            mSource.mList.back().color[3] = alpha;
+            const float unit = std::ldexp(1.0f, std::max(std::ilogb(sum + alpha), -14) - 10);
+            sum = std::floor((sum + alpha) / unit) * unit;
+        }
+        Draw();
+        EXPECT_EQ(At(10, 10).c[0], sum);
+    }
+}
+
 // All kinds in one list, with any numbers in it.
 class AnyList : public TileDrawTest {
 protected:
@@ -463,6 +480,21 @@ TEST_F(AnyList, LeavesOutWhatIsNoNumber) {
             mSource.mList = {p};
             Draw();
             EXPECT_EQ(CountLit(), 0) << look << ", " << which;
+        }
+}
+
+// Depth ends at 1, which most of a wide view is near to.
+TEST_F(AnyList, ShowsWhatIsVeryFar) {
+    float projection[16] = {};
+    projection[0] = projection[5] = 2.0f;
+    projection[10] = -1.0f, projection[11] = -1.0f, projection[14] = -0.02f; // to 1e9
+    mScene.fog.mode = TileFog_st::NONE;
+    ASSERT_TRUE(mScene.view.Set(mScene.view.model, projection, mSize, mSize));
+    for (int look = 0; look < 4; ++look)
+        for (const float z : {-2e5f, -9e5f, -1e7f}) {
+            mSource.mList = {{{0, 0, z}, -0.1f * z, {1, 1, 1, 1}, look}};
+            Draw();
+            EXPECT_GT(CountLit(), 20) << look << ", " << z;
         }
 }
 

@@ -47,6 +47,7 @@ struct TileDraw_cls::Round_st {
     void* pWho;
     long long first, end; ///< of the list
     int batches = 0;
+    std::atomic<long long> records{0};
     std::atomic<long long> steps{0}; ///< done, of both kinds of jobs
     long long allSteps = 0;
     std::chrono::steady_clock::time_point pause{}; ///< when the caller wants to hear of it
@@ -81,10 +82,10 @@ void PrepareLight(TileLight_st& light) {
     Normalize(light.along);
 }
 
+float Bound(float v) { return v > 0.0f ? v < 1.0f ? v : 1.0f : 0.0f; }
+
 uint32_t Pack(float a, float b) {
-    const auto bits = [](float v) {
-        return static_cast<uint32_t>(v > 0.0f ? v < 1.0f ? v * 65535.0f + 0.5f : 65535.0f : 0.0f);
-    };
+    const auto bits = [](float v) { return static_cast<uint32_t>(Bound(v) * 65535.0f + 0.5f); };
     return bits(a) | bits(b) << 16;
 }
 
@@ -183,11 +184,13 @@ bool TileDraw_cls::Draw(const TileScene_st& scene, const TileSource_cls& source,
     for (; round.first < number; round.first = round.end) {
         round.end = std::min(round.first + kRound, number);
         round.batches = static_cast<int>((round.end - round.first + kBatch - 1) / kBatch);
-        round.steps = 0;
+        round.steps = 0, round.records = 0;
         round.allSteps = 2LL * round.batches * mTiles;
         while (static_cast<int>(mVBatches.size()) < round.batches)
             mVBatches.push_back(std::make_unique<Batch_st>());
         if (!OnAll(round, round.batches, &TileDraw_cls::BinBatch)) return false;
+        round.batches = static_cast<int>(std::find(mVDone.begin(), mVDone.end(), 0) - mVDone.begin());
+        round.end = std::min(round.first + static_cast<long long>(round.batches) * kBatch, round.end);
         canvas.Take(FindTouched(round.batches));
         if (!OnAll(round, mTiles, &TileDraw_cls::DrawTile)) return false;
     }
@@ -207,11 +210,12 @@ TileCanvas_cls::Range_st TileDraw_cls::FindTouched(int batches) const {
 
 void TileDraw_cls::BinBatch(Round_st& round, int batch, Worker_st& worker) {
     int& done = mVDone[static_cast<size_t>(batch)];
-    if (done != 0) return;
+    if (done != 0 || round.records > kMostRecords) return;
     const long long from = round.first + static_cast<long long>(batch) * kBatch;
     const int count = static_cast<int>(std::min<long long>(kBatch, round.end - from));
     Bin(round.source, from, count, worker, *mVBatches[static_cast<size_t>(batch)]);
     done = 1;
+    round.records += mVBatches[static_cast<size_t>(batch)]->starts.back();
     round.steps += mTiles; // about as much work as its drawing
 }
 
@@ -229,12 +233,13 @@ void TileDraw_cls::TakeRun(const TileRun_st& run, const TileSeen_st& seen, int& 
         if (look.kind == TileLook_st::SPHERE) {
             if (seen.bNear[i]) record.what |= TileRecord_st::kNear;
             record.color[0] = static_cast<uint32_t>(batch.materials.size() / 12);
-            record.color[1] = 0;
+            record.color[1] = 0, record.alpha = 1.0f;
             if (look.bMaterials)
                 batch.materials.insert(batch.materials.end(), run.pMaterial[i], run.pMaterial[i] + 12);
         } else {
             record.color[0] = Pack(run.color[i][0], run.color[i][1]);
-            record.color[1] = Pack(run.color[i][2], run.color[i][3]);
+            record.color[1] = Pack(run.color[i][2], 0.0f);
+            record.alpha = Bound(run.color[i][3]);
         }
         const int tiles = (found.x1 - found.x0 + 1) * (found.y1 - found.y0 + 1);
         if (tiles > kManyTiles)

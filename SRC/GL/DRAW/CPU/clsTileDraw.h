@@ -29,9 +29,10 @@ public:
     bool Draw(const TileScene_st& scene, const TileSource_cls& source, TileCanvas_cls& canvas,
               Report report = nullptr, void* pWho = nullptr);
 
-    static constexpr int kBatch = 32768;           ///< particles
-    static constexpr long long kRound = 1LL << 22; ///< particles that are sorted by tiles at a time
-    static constexpr int kManyTiles = 64;          ///< what touches more isn't sorted by tiles
+    static constexpr int kBatch = 32768;               ///< particles
+    static constexpr long long kRound = 1LL << 22;     ///< particles that are sorted by tiles at a time
+    static constexpr long long kMostRecords = 6000000; ///< about, 32 bytes each; a round ends there
+    static constexpr int kManyTiles = 64;              ///< what touches more isn't sorted by tiles
 
 private:
     struct Batch_st;
