@@ -35,6 +35,8 @@ public:
     ConfItemUINT_cls mCSortType;         ///< 0 precise, 1 to 3 approximate in 10, 100, 1000 steps
     ConfItemBOOL_cls mCFitFirst;         ///< views are fitted to data that are opened
     ConfItemBOOL_cls mCThinDrags;        ///< fewer particles while a hand drags, so that the picture keeps up
+    ConfItemList_cls mCConfItemListDraw; ///< keys that files have where they aren't the defaults
+    ConfItemUINT_cls mCDrawWay;          ///< who draws particles, a DrawWay
 
     Preference_cls();
     Preference_cls(const Preference_cls&) = delete; // the lists point into the object

@@ -20,6 +20,8 @@ public:
     /// What is bound as the texture of billboards.
     void TakeTexture();
     TileLook_st& GetLook(unsigned which) { return mScene.look[which]; }
+    /// Of the buffer, that may be changed.
+    long long GetPixels() const { return static_cast<long long>(mClip[2]) * mClip[3]; }
     bool HasFog() const { return mScene.fog.mode != TileFog_st::NONE; }
 
     void Draw(const TileSource_cls& source);
