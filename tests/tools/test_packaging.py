@@ -99,6 +99,12 @@ class Packaging(unittest.TestCase):
         page = (PACKAGING / "morentis-film.1.in").read_text().replace("\\", "")
         self.assertEqual([option for option in sorted(options) if option not in page], [])
 
+    def test_version_stands_in_one_place(self):
+        version = re.search(r"^project\(morentis VERSION (\S+) ", (ROOT / "CMakeLists.txt").read_text(), re.MULTILINE)[1]
+        self.assertIn(f"\nversion: {version}\n", (ROOT / "CITATION.cff").read_text())
+        newest = re.search(r"^## (\S+)", (ROOT / "CHANGELOG.md").read_text(encoding="utf-8"), re.MULTILINE)[1]
+        self.assertEqual(newest, version)
+
     def test_icons_have_their_sizes(self):
         for picture in PACKAGING.glob("icons/morentis-*.png"):
             size = int(picture.stem.split("-")[1])
