@@ -18,7 +18,7 @@ protected:
         Frame()->GetPCFileMenu()->GetOpener().Open(paths, false);
         EXPECT_TRUE(Settle());
     }
-    static bool HasMelt() { return Store()->GetStrActiveFileSequencePath().Contains("lj_melt_bin/melt"); }
+    static bool HasMelt() { return Store()->GetStrActiveFileSequencePath().Contains("melt00"); }
     static FilterCtrl_cls& Objects() { return Hub()->mpCFilters->GetObject(); }
 };
 
