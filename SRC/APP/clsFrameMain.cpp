@@ -255,7 +255,10 @@ void FrameMain_cls::UpdateStatusText() {
 
 void FrameMain_cls::OpenProject(const wxString& path) { mpCFileMenu->OpenProject(path); }
 
-void FrameMain_cls::OfferRecovery() { mpCFileMenu->OfferRecovery(); }
+void FrameMain_cls::OfferRecovery() {
+    mpCFileMenu->OfferRecovery();
+    mpCFileMenu->OpenFirstFiles();
+}
 
 void FrameMain_cls::StopRun() { mpCImageRun->StopRun(); }
 

@@ -28,7 +28,7 @@ public:
     ConfItemBOOL_cls mCGyrationInvert;
     ConfItemUINT_cls mCMButtonEmulate; ///< the modifier that makes the left button the middle one
     ConfItemList_cls
-        mCConfItemListPick;  ///< mouse keys of our own: files have them where they aren't the defaults
+        mCConfItemListPick;  ///< mouse keys that came later: files have them where they aren't the defaults
     ConfItemUINT_cls mCPick; ///< pick a particle by clicking it
     ConfItemBOOLARRAY_cls mCPickMod;
     ConfItemList_cls mCConfItemListPref; ///< the other keys
