@@ -21,8 +21,8 @@ cp "$packages"/morentis_*.deb "$packages"/morentis-doc_*.deb "$root/packages/"
 files() { (cd "$root" && find usr etc var/lib -path var/lib/dpkg -prune -o -type f -print | sort); }
 
 inside apt-get update > /dev/null
-inside apt-get install -y --no-install-recommends --no-install-suggests \
-  /packages/morentis_*.deb /packages/morentis-doc_*.deb > "$root/install.log" 2>&1 || { tail -20 "$root/install.log"; exit 1; }
+inside sh -c 'apt-get install -y --no-install-recommends --no-install-suggests /packages/*.deb' \
+  > "$root/install.log" 2>&1 || { tail -20 "$root/install.log"; exit 1; }
 inside dpkg -V morentis morentis-doc
 inside morentis --version
 inside morentis-film --version
