@@ -142,8 +142,11 @@ TEST_F(VideoMaker, PlayersLearnOfTwoEyes) {
             ASSERT_EQ(maker.Start(job), "");
             maker.Wait([] { return false; });
             ASSERT_EQ(maker.GetError(), "");
-            EXPECT_EQ(probe(job.mPath).find("Stereo 3D") != std::string::npos, stereo != VideoStereo::None)
-                << ending;
+            const std::string said = probe(job.mPath);
+            const auto says = [&said](const char* words) { return said.find(words) != std::string::npos; };
+            EXPECT_EQ(says("Stereo 3D"), stereo != VideoStereo::None) << ending;
+            EXPECT_EQ(says("type=side by side"), stereo == VideoStereo::SideBySide) << ending << said;
+            EXPECT_EQ(says("type=top and bottom"), stereo == VideoStereo::TopBottom) << ending << said;
         }
 }
 
