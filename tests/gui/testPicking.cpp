@@ -1,7 +1,9 @@
 // What a click in a view selects, and what the pointer tells.
 #include "PickingTest.h"
 
+#include "COLORCURVE/clsColorCurve.h"
 #include "GL/BASE/DisplayMode.h"
+#include "GL/VIEW/clsSharedView.h"
 
 namespace {
 
@@ -53,6 +55,40 @@ TEST_F(Picking, AClickSelectsEveryKindOfItem) {
     PickAt(At({0.5, 0, 0.8}));
     EXPECT_EQ(Selected(), nullptr) << "what isn't shown isn't picked";
     EXPECT_FALSE(Grab(0).IsLit(16, 64, 8, 60)) << "nor are there buttons for it";
+    Put(*Hub()->mpCAnchorPath, 0, 0, 0);
+    Put(*Hub()->mpCCameraPath, -1.5, 0, 1.5);
+}
+
+TEST_F(Picking, MarksAndHandlesAreSeenOverLightAndDark) {
+    Put(Light(0), 0.5, 0, 0.5);
+    Put(*Hub()->mpCAnchorPath, -0.5, 0, 0.5);
+    Put(*Hub()->mpCCameraPath, 0, 0, -0.5);
+    float* back = Shared().mspCClrCurveBG->mConstantColor.mValue;
+    for (const float grey : {0.0f, 0.5f, 1.0f}) {
+        std::fill_n(back, 3, grey);
+        // Pixels that stand out.
+        const auto count = [grey](const Values& place) {
+            Menu(ID_REFRESH_GL);
+            const Picture_st picture = Grab(0);
+            const wxPoint at = At(place);
+            int seen = 0;
+            for (int y = -24; y <= 24; ++y)
+                for (int x = -24; x <= 24; ++x) {
+                    const unsigned char* p =
+                        &picture.mRGB[3 * (size_t(at.y + y) * size_t(picture.mW) + size_t(at.x + x))];
+                    seen += std::any_of(p, p + 3,
+                                        [grey](int value) { return std::abs(value - int(255 * grey)) > 60; });
+                }
+            return seen;
+        };
+        for (const Values& place : {Values{0.5, 0, 0.5}, Values{-0.5, 0, 0.5}, Values{0, 0, -0.5}})
+            EXPECT_GT(count(place), 25) << place[0] << " over " << grey;
+        Hub()->SelectObject(&Light(0));
+        EXPECT_GT(count({0.5, 0, 0.5}), 150) << "handles over " << grey;
+        Snap("pick_over_" + std::to_string(int(100 * grey)));
+        Hub()->SelectObject(nullptr);
+    }
+    std::fill_n(back, 3, 0.0f);
     Put(*Hub()->mpCAnchorPath, 0, 0, 0);
     Put(*Hub()->mpCCameraPath, -1.5, 0, 1.5);
 }

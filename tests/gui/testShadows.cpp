@@ -205,6 +205,7 @@ TEST_F(Shadows, FallOnObjects) {
                 const int seen = with.Brightness(int(x), int(y));
                 if (far > 1.0) {
                     EXPECT_EQ(seen, without.Brightness(int(x), int(y))) << dx << " " << dy;
+                    EXPECT_NEAR(seen, 255 * (kAmbient + kDiffuse * 0.4 * lights), 2.0) << dx << " " << dy;
                     continue;
                 }
                 ++dark;
