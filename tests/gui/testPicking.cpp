@@ -294,8 +294,10 @@ TEST_F(Picking, ThePointerNamesWhatItIsOver) {
     };
     const int plain = sumLight();
     // A picture that takes long isn't made anew before the pointer rests.
-    MoveTo(Canvas(0), at);
     EXPECT_TRUE(PumpUntil([&] {
+        MoveTo(Canvas(0), at + wxPoint(1, 0));
+        MoveTo(Canvas(0), at);
+        Settle();
         return Status() == "Light 0" && SceneObj_cls::mspCHovered == &Light(0) &&
                sumLight() > plain + plain / 20;
     })) << Status();
