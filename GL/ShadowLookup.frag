@@ -27,26 +27,16 @@ const ivec4 scatter = ivec4(1, 601, 360001, 215640599);
 const ivec3 size = ivec3(128, 128, 16); // the last along the light's direction
 #endif
 
-bool holds(vec4 sphere, vec3 place)
+bool holds(vec4 sphere, vec3 place, vec3 ray) // ray: of a near light
 {
     vec3 way = place - sphere.xyz;
 #ifdef NEAR_LIGHT
+    // The light's ray to the place meets the sphere, and the place lies between the shadow's ends.
+    vec3 off = way - dot(way, ray) * ray;
     vec3 away = sphere.xyz - light;
-    // The cone around the sphere without roots: most are ruled out by that.
-    float square = dot(away, away);
-    float past = dot(way, away) / square;
-    vec3 off = way - past * away;
-    float ball = sphere.w * sphere.w;
-    if (dot(off, off) * (square - ball) > 1.001 * ball * square * (1.0 + past) * (1.0 + past)) return false;
-    float far = sqrt(square);
-    away /= far;
-    float sine = min(sphere.w / far, 0.9995);
-    float cosine = sqrt(1.0 - sine * sine);
-    float along = dot(way, away);
-    float share = along / sphere.w + sine;
-    float wide = sphere.w * (cosine + share * sine / cosine);
-    vec3 across = way - along * away;
-    return share >= start && share <= reach && dot(across, across) < wide * wide;
+    float far = length(away) * sphere.w;
+    float along = dot(way, away) + sphere.w * sphere.w;
+    return dot(off, off) < sphere.w * sphere.w && along >= start * far && along <= reach * far;
 #else
     return way.z >= start * sphere.w && way.z <= reach * sphere.w && dot(way.xy, way.xy) < sphere.w * sphere.w;
 #endif
@@ -67,15 +57,17 @@ void main()
 #ifdef NEAR_LIGHT
     vec3 away = place - light;
     float far = length(away);
-    ivec4 block = ivec4(floor(vec4(away / far * perBlock.xxx, clamp(far * perBlock.z, 0.0, 1e9)))) * scatter;
+    vec3 ray = away / far;
+    ivec4 block = ivec4(floor(vec4(ray * perBlock.xxx, clamp(far * perBlock.z, 0.0, 1e9)))) * scatter;
     int slot = (block.x + block.y + block.z + block.w) & (size - 1);
 #else
+    vec3 ray = vec3(0.0);
     ivec3 block = ivec3(floor(clamp(place * perBlock, -1e9, 1e9))) & (size - 1);
     int slot = (block.z * size.y + block.y) * size.x + block.x;
 #endif
     ivec2 range = texelFetchBuffer(ranges, slot).xy;
     for (int i = range.x; i < range.y; ++i) {
-        if (!holds(texelFetchBuffer(spheres, i), place)) continue;
+        if (!holds(texelFetchBuffer(spheres, i), place, ray)) continue;
         gl_FragColor = vec4(1.0);
         return;
     }

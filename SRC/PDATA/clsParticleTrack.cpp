@@ -75,9 +75,13 @@ ParticleTrack_cls::State ParticleTrack_cls::Learn(int first, int last, Source so
     if (mName.IsNone() || mVPlaces.empty()) return State::Known;
     first = Clamp(first);
     last = Clamp(last);
+    // What is in memory first, one by one: each is a look through all its particles.
     int lacking = -1;
-    for (int i = last; i >= first; --i)
-        if (!LookInMemory(i)) lacking = i;
+    for (int i = last; i >= first; --i) {
+        if (mVPlaces[static_cast<size_t>(i)].mKnown != Place_st::UNKNOWN) continue;
+        if (LookInMemory(i)) return State::More;
+        lacking = i;
+    }
     return lacking < 0 ? State::Known : LearnOne(lacking, source);
 }
 
@@ -100,6 +104,11 @@ ParticleTrack_cls::Place_st ParticleTrack_cls::GetPlace(int index) {
     if (mVPlaces.empty() || mName.IsNone()) return Place_st();
     LookInMemory(Clamp(index));
     return mVPlaces[static_cast<size_t>(Clamp(index))];
+}
+
+ParticleTrack_cls::Place_st ParticleTrack_cls::GetKnownPlace(int index) {
+    ForgetIfOther();
+    return mVPlaces.empty() || mName.IsNone() ? Place_st() : mVPlaces[static_cast<size_t>(Clamp(index))];
 }
 
 int ParticleTrack_cls::CountUnknown(int first, int last) {

@@ -47,6 +47,8 @@ public:
     };
     /// In the nearest snapshot there is.
     Place_st GetPlace(int index);
+    /// The same without a look at what is in memory.
+    Place_st GetKnownPlace(int index);
     /// Snapshots from `first` to `last` that aren't known yet.
     int CountUnknown(int first, int last);
     /// Where it stays in a snapshot that lacks it: where it was in the last one before that has it, or where

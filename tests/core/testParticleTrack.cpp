@@ -128,6 +128,24 @@ TEST_F(ParticleTrack, WhereItIsMissingItIsHeld) {
     EXPECT_EQ(HeldX(never, 2), -1.0f);
 }
 
+TEST_F(ParticleTrack, SaysThatMemoryIsShortUntilItIsTriedAgain) {
+    OpenIDs({{1}, {1}, {1}});
+    mStore.PrepareIndex(0, 0.0, false, true);
+    mStore.SetPresent(0, 0.0, false);
+    ParticleTrack_cls track(mStore);
+    track.SetName(WithID(1, 0));
+    EXPECT_EQ(track.Learn(0, 2, Source::Background), State::More) << "one of memory a call";
+    EXPECT_EQ(track.GetKnownPlace(0).mKnown, Place::THERE);
+    PDataSeqCtrl_cls::RefuseAhead();
+    EXPECT_EQ(track.Learn(0, 2, Source::Wait), State::NoMemory);
+    EXPECT_EQ(track.Learn(0, 2, Source::Memory), State::NoMemory) << "a picture doesn't wait for ever";
+    mStore.SetPresent(1, 0.0, false); // gives memory another chance
+    track.TryAgain();
+    EXPECT_EQ(track.Learn(0, 2, Source::Memory), State::Reading);
+    EXPECT_EQ(LearnAll(track, 2), State::Known);
+    EXPECT_EQ(track.CountUnknown(0, 2), 0);
+}
+
 TEST_F(ParticleTrack, BrokenFilesAreSnapshotsWithoutIt) {
     OpenIDs({{1}, {1}, {1}});
     std::ofstream(PathOf(1), std::ios::binary) << "x";

@@ -1,4 +1,11 @@
 // What drags make of items of the scene, with real mouse and keys.
+#include "GL/VIEW/clsInformation.h"
+#include "GL/VIEW/clsParticlePanel.h"
+#include "GL/VIEW/clsParticleWatch.h"
+#include "PDATA/clsPDataBlock.h"
+#include "PDATA/clsPDataSeqCtrl.h"
+#include "PDATA/clsPDataSequence.h"
+#include "PDATA/clsPDataSnap.h"
 #include "PickingTest.h"
 
 namespace {
@@ -219,6 +226,10 @@ TEST_F(Drags, ARandomWalkIsUndoneToTheByte) {
     Put(Light(1), -0.4, 0.3, 0.4);
     Light(0).mCTarget.mValue = SceneObj_cls::TARGET_ORIGIN;
     GCUndoList.Clear();
+    ASSERT_TRUE(OpenAndPaint(Root() + "examples/lj_melt_bin/melt0000.bin"));
+    const PDataBlock_cls* pBlock = Store()->GetPCActiveFileSequence()->GetSnap(0)->mpCBlock;
+    Hub()->mpCStereoGram->mCType.mValue = StereoGram_cls::TYPE_OFF_AXIS;
+    GCUndoList.Clear();
     const std::string start = Hub()->MakeRecoveryText();
     std::mt19937 random(20);
     const auto pick = [&random](int n) { return int(random() % unsigned(n)); };
@@ -230,9 +241,20 @@ TEST_F(Drags, ARandomWalkIsUndoneToTheByte) {
                                               Hub()->mpCAnchorPath,
                                               FilterTest::At(FILTER_LIST_BOOLEAN, 0)->mpCData.get(),
                                               FilterTest::At(FILTER_LIST_OBJECT, 0)->mpCData.get()};
-    for (int act = 0; act < 50; ++act) {
-        const int what = pick(8);
-        if (what == 0) {
+    wxWindow* page = Hub()->mpCInformation->mpCParticleGUI;
+    for (int act = 0; act < 70; ++act) {
+        const int what = pick(11);
+        if (what == 8) {
+            pick(2) == 0 ? Hub()->mpCLightSRCCtrl->AddLight() : Hub()->mpCLightSRCCtrl->RemoveLight();
+        } else if (what == 9) {
+            const double parallax = 0.1 * pick(5);
+            Hub()->mpCStereoGram->mpCParallax->SetKeyFrame(&parallax, true, kNow);
+        } else if (what == 10) {
+            Hub()->mpCParticles->Pick(NameParticle(*pBlock, pick(50), {}));
+            auto* tick = static_cast<wxCheckBox*>(FindByLabel(page, pick(2) == 0 ? "Follow" : "In Pictures"));
+            Change(tick);
+            Settle();
+        } else if (what == 0) {
             PickAt(anywhere());
         } else if (what == 1) {
             Hub()->SelectObject(items[size_t(pick(6))]);
@@ -256,6 +278,8 @@ TEST_F(Drags, ARandomWalkIsUndoneToTheByte) {
         Hub()->Undo();
     Settle();
     EXPECT_TRUE(Hub()->MakeRecoveryText() == start);
+    Hub()->mpCParticles->Reset();
+    Hub()->mpCStereoGram->Reset();
     Light(0).mCTarget.mValue = SceneObj_cls::TARGET_NONE;
 }
 

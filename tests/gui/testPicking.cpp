@@ -1,6 +1,10 @@
 // What a click in a view selects, and what the pointer tells.
 #include "PickingTest.h"
 
+#include "COLORCURVE/clsColorCurve.h"
+#include "GL/BASE/DisplayMode.h"
+#include "GL/VIEW/clsSharedView.h"
+
 namespace {
 
 using Picking = PickingTest;
@@ -51,6 +55,40 @@ TEST_F(Picking, AClickSelectsEveryKindOfItem) {
     PickAt(At({0.5, 0, 0.8}));
     EXPECT_EQ(Selected(), nullptr) << "what isn't shown isn't picked";
     EXPECT_FALSE(Grab(0).IsLit(16, 64, 8, 60)) << "nor are there buttons for it";
+    Put(*Hub()->mpCAnchorPath, 0, 0, 0);
+    Put(*Hub()->mpCCameraPath, -1.5, 0, 1.5);
+}
+
+TEST_F(Picking, MarksAndHandlesAreSeenOverLightAndDark) {
+    Put(Light(0), 0.5, 0, 0.5);
+    Put(*Hub()->mpCAnchorPath, -0.5, 0, 0.5);
+    Put(*Hub()->mpCCameraPath, 0, 0, -0.5);
+    float* back = Shared().mspCClrCurveBG->mConstantColor.mValue;
+    for (const float grey : {0.0f, 0.5f, 1.0f}) {
+        std::fill_n(back, 3, grey);
+        // Pixels that stand out.
+        const auto count = [grey](const Values& place) {
+            Menu(ID_REFRESH_GL);
+            const Picture_st picture = Grab(0);
+            const wxPoint at = At(place);
+            int seen = 0;
+            for (int y = -24; y <= 24; ++y)
+                for (int x = -24; x <= 24; ++x) {
+                    const unsigned char* p =
+                        &picture.mRGB[3 * (size_t(at.y + y) * size_t(picture.mW) + size_t(at.x + x))];
+                    seen += std::any_of(p, p + 3,
+                                        [grey](int value) { return std::abs(value - int(255 * grey)) > 60; });
+                }
+            return seen;
+        };
+        for (const Values& place : {Values{0.5, 0, 0.5}, Values{-0.5, 0, 0.5}, Values{0, 0, -0.5}})
+            EXPECT_GT(count(place), 25) << place[0] << " over " << grey;
+        Hub()->SelectObject(&Light(0));
+        EXPECT_GT(count({0.5, 0, 0.5}), 150) << "handles over " << grey;
+        Snap("pick_over_" + std::to_string(int(100 * grey)));
+        Hub()->SelectObject(nullptr);
+    }
+    std::fill_n(back, 3, 0.0f);
     Put(*Hub()->mpCAnchorPath, 0, 0, 0);
     Put(*Hub()->mpCCameraPath, -1.5, 0, 1.5);
 }
@@ -202,6 +240,31 @@ TEST_F(Picking, AClickDuringAReadGoesByThePictureOnTheScreen) {
     Settle();
 }
 
+// No picture comes of the angle 0, and half a world of 180; numbers stay numbers.
+TEST_F(Picking, ViewsWithoutAnAngleTakeNoHarm) {
+    Put(Light(0), 0.5, 0, 0.5);
+    const wxPoint middle(Canvas(0)->GetClientSize().x / 2, Canvas(0)->GetClientSize().y / 2);
+    const float angle = std::exchange(Canvas(0)->mGLPersAngle.mValue, 35.0f);
+    for (const int mode : {int(DISPLAY_FREE), int(DISPLAY_PATH)})
+        for (const float wide : {0.0f, 180.0f}) {
+            Canvas(0)->SetDisplayMode(mode);
+            Canvas(0)->mGLPersAngle.mValue = wide;
+            Menu(ID_REFRESH_GL);
+            PickAt(middle);
+            Hub()->SelectObject(&Light(0));
+            ShiftDrag(middle, middle + wxPoint(40, 30));
+            Drag(Canvas(0), middle, middle + wxPoint(-30, 20));
+            for (const double value : PlaceOf(Light(0)))
+                EXPECT_TRUE(std::isfinite(value)) << wide << " in mode " << mode;
+            EXPECT_TRUE(std::isfinite(Canvas(0)->mCamera.GetFreeCamera().mPos[0])) << wide;
+            while (GCUndoList.IsUndoable())
+                Hub()->Undo();
+        }
+    Canvas(0)->SetDisplayMode(DISPLAY_FREE);
+    Canvas(0)->mGLPersAngle.mValue = angle;
+    Menu(ID_REFRESH_GL);
+}
+
 TEST_F(Picking, ButtonsInTheViewChooseTheMode) {
     Canvas(0)->SetThisToBeActiveGL();
     Menu(ID_REFRESH_GL);
@@ -230,12 +293,13 @@ TEST_F(Picking, ThePointerNamesWhatItIsOver) {
         return sum;
     };
     const int plain = sumLight();
-    // A picture that takes long isn't made anew for the pointer: the next move asks again.
+    // A picture that takes long isn't made anew before the pointer rests.
     EXPECT_TRUE(PumpUntil([&] {
         MoveTo(Canvas(0), at + wxPoint(1, 0));
         MoveTo(Canvas(0), at);
         Settle();
-        return Status() == "Light 0" && sumLight() > plain + plain / 20;
+        return Status() == "Light 0" && SceneObj_cls::mspCHovered == &Light(0) &&
+               sumLight() > plain + plain / 20;
     })) << Status();
     Snap("pick_hover");
     MoveTo(Canvas(0), wxPoint(60, 300));

@@ -2,6 +2,8 @@
 #include "BOND/StickList.h"
 #include "FILTER/clsFilterStick.h"
 #include "GL/DRAW/clsGLSticks.h"
+#include "GL/DRAW/clsShadowStencil.h"
+#include "SCENE/clsStereoGram.h"
 #include "ShadowTest.h"
 
 namespace {
@@ -203,6 +205,7 @@ TEST_F(Shadows, FallOnObjects) {
                 const int seen = with.Brightness(int(x), int(y));
                 if (far > 1.0) {
                     EXPECT_EQ(seen, without.Brightness(int(x), int(y))) << dx << " " << dy;
+                    EXPECT_NEAR(seen, 255 * (kAmbient + kDiffuse * 0.4 * lights), 2.0) << dx << " " << dy;
                     continue;
                 }
                 ++dark;
@@ -298,6 +301,49 @@ TEST_F(Shadows, VolumesCanBeShownAndMarksStay) {
     Canvas(0)->mShowItems.mValue = Canvas(0)->mShowGrid.mValue = false;
     EXPECT_GT(marks, 500);
     EXPECT_EQ(wrong, 0);
+}
+
+// Each eye sees the shadows that its own place shows; a driver without depth clamp draws the same.
+TEST_F(Shadows, ForTwoEyesAndWithoutDepthClamp) {
+    Show(Pair(), 1.0);
+    SetLight(0, LightSRC_cls::TYPE_PARALLEL, kFromFront, 0.4);
+    const Picture_st clamped = Draw(1);
+    ShadowStencil_cls::msbClamps = false;
+    EXPECT_EQ(CountDifferent(Draw(1), clamped, 2), 0);
+    ExpectShadows("no clamp", 50);
+    ShadowStencil_cls::msbClamps = true;
+    StereoGram_cls& stereo = *Hub()->mpCStereoGram;
+    stereo.mCType.mValue = StereoGram_cls::TYPE_OFF_AXIS;
+    const double parallax = 0.8;
+    Parameters_cls::msbUndoCommandMake = false;
+    stereo.mpCParallax->SetKeyFrame(&parallax, true, 0.0);
+    Parameters_cls::msbUndoCommandMake = true;
+    const Vector near = {4, 1, 3};
+    SetLight(1, LightSRC_cls::TYPE_POINT, near, 0.4);
+    stereo.mCEye.mValue = StereoGram_cls::OUTPUT_RED_CYAN;
+    const Picture_st both = Draw(1);
+    Snap("shadows_eyes");
+    stereo.mCEye.mValue = StereoGram_cls::OUTPUT_LEFT;
+    const Picture_st left = Draw(1);
+    stereo.mCEye.mValue = StereoGram_cls::OUTPUT_RIGHT;
+    const Picture_st right = Draw(1);
+    int wrong = 0;
+    for (size_t i = 0; i < both.mRGB.size(); ++i)
+        wrong += std::abs(int(both.mRGB[i]) - int((i % 3 == 0 ? left : right).mRGB[i])) > 8;
+    EXPECT_LT(wrong, 60);
+    // An eye aside sees what one in the middle does of a scene that stands the other way; y is to the left.
+    stereo.mCEye.mValue = StereoGram_cls::OUTPUT_NO_PARALLAX;
+    for (const Picture_st* seen : {&left, &right}) {
+        const Vector aside = {0, seen == &left ? -0.4 : 0.4, 0};
+        std::vector<Vector> spheres = Pair();
+        for (Vector& p : spheres)
+            p = Plus(p, aside, 1.0);
+        Show(spheres, 1.0);
+        SetLight(1, LightSRC_cls::TYPE_POINT, Plus(near, aside, 1.0), 0.4);
+        EXPECT_LT(CountDifferent(Draw(1), *seen, 8), 300) << aside[1];
+        EXPECT_GT(CountDifferent(Draw(0), *seen, 8), 1000);
+    }
+    stereo.Reset();
 }
 
 TEST_F(Shadows, AreTheSameWithoutInstances) {

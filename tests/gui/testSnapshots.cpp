@@ -104,7 +104,11 @@ TEST_F(Snapshots, ASnapshotIsTheWindowWithoutMessages) {
 }
 
 TEST_F(Snapshots, TheViewGoesToTheClipboard) {
-    Canvas(0)->SetFocus();
+    // An earlier dialog may still be going, and would take the keys.
+    ASSERT_TRUE(PumpUntil([] {
+        Canvas(0)->SetFocus();
+        return Frame()->IsActive() && wxWindow::FindFocus() == Canvas(0);
+    }));
     Key('C', wxMOD_CONTROL | wxMOD_SHIFT);
     wxBitmapDataObject data;
     ASSERT_TRUE(PumpUntil([&data] {

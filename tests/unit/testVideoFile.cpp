@@ -123,7 +123,7 @@ TEST_F(VideoMaker, PlayersLearnOfTwoEyes) {
     ASSERT_FALSE(FindVideoTool().empty()) << "install ffmpeg";
     const auto probe = [](const wxString& path) {
         const std::string command =
-            "ffprobe -v error -read_intervals '%+#1' -show_frames '" + path.ToStdString() + "'";
+            "ffmpeg -nostdin -v info -i '" + path.ToStdString() + "' -frames:v 1 -vf showinfo -f null - 2>&1";
         std::string said;
         std::array<char, 200> line{};
         std::FILE* pipe = popen(command.c_str(), "r");
@@ -142,8 +142,11 @@ TEST_F(VideoMaker, PlayersLearnOfTwoEyes) {
             ASSERT_EQ(maker.Start(job), "");
             maker.Wait([] { return false; });
             ASSERT_EQ(maker.GetError(), "");
-            EXPECT_EQ(probe(job.mPath).find("Stereo 3D") != std::string::npos, stereo != VideoStereo::None)
-                << ending;
+            const std::string said = probe(job.mPath);
+            const auto says = [&said](const char* words) { return said.find(words) != std::string::npos; };
+            EXPECT_EQ(says("stereoscopic information"), stereo != VideoStereo::None) << ending;
+            EXPECT_EQ(says("type - side by side"), stereo == VideoStereo::SideBySide) << ending << said;
+            EXPECT_EQ(says("type - top and bottom"), stereo == VideoStereo::TopBottom) << ending << said;
         }
 }
 

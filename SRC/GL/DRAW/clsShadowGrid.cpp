@@ -11,8 +11,9 @@ constexpr size_t kMostBlocks = 128; // of one shadow
 constexpr float kAcross = 2.5f;     // edges of blocks, radii of the sphere in the middle by size
 constexpr float kAlong = 0.6f;      // the same along a far light's direction, lengths of its shadow
 constexpr float kShell = 2.0f;      // the same of a near light: fewer and longer lists are read faster there
-constexpr float kCone = 3.5f;       // edges of blocks of directions, angular radii of that sphere
+constexpr float kCone = 5.0f;       // edges of blocks of directions, angular radii of that sphere
 constexpr float kNarrowest = 1e-4f; // what directions as floats still tell apart well
+constexpr float kNextToLight = 0.999f; // radius over distance of a sphere whose cone is nearly flat
 constexpr size_t kSample = 999;
 constexpr float kFarthest = 1e9f; // blocks from the origin
 
@@ -138,6 +139,7 @@ bool ShadowGrid_cls::ListCone(const float* pPlace, float radius) {
         to[i] = ends.place[1][i] - mTurned.light[i];
     }
     const float far = MyVector::GetNorm(away);
+    if (radius > kNextToLight * far) return false;
     const float last = MyVector::GetNorm(to);
     const float nearest = last - radius * (mShape.length - mShape.start);
     const float farthest = std::hypot(last, ends.radius[1]);

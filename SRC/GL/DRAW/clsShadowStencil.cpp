@@ -5,6 +5,7 @@
 #include "GL/BASE/clsGLState.h"
 
 ShadowStencil_cls* ShadowStencil_cls::mspCurrent = nullptr;
+bool ShadowStencil_cls::msbClamps = true;
 
 namespace {
 
@@ -15,7 +16,10 @@ constexpr float kShownColor[3] = {0.35f, 0.45f, 0.8f};
 
 // Without it volumes that reach beyond the far plane lose what they hide before it; the eye may still be in
 // any of them.
-bool HasDepthClamp() { return epoxy_gl_version() >= 32 || epoxy_has_gl_extension("GL_ARB_depth_clamp"); }
+bool HasDepthClamp() {
+    return ShadowStencil_cls::msbClamps &&
+           (epoxy_gl_version() >= 32 || epoxy_has_gl_extension("GL_ARB_depth_clamp"));
+}
 
 /// All of the screen, at the far end of what can be seen.
 void DrawScreen() {

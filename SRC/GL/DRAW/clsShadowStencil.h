@@ -38,6 +38,8 @@ public:
         MarkScope_cls& operator=(const MarkScope_cls&) = delete;
     };
 
+    static bool msbClamps; ///< does it use OpenGL's depth clamp where that is there?
+
     /// Later drawing reaches pixels in shadow alone.
     static void SelectShadowed();
     /// Pixels that are selected get this colour and, with `bFar`, nothing in front of it.

@@ -281,6 +281,7 @@ void ShadowVolume_cls::FlushLookup() {
     const float pixels = (bounds[2] - bounds[0]) * (bounds[3] - bounds[1]) * mHalfScreen * mHalfScreen;
     const size_t number = grid.GetNumber();
     if (float(number) * kCostSorted + pixels * kCostLookup < mLookupSaves) {
+        glFlush(); // what is drawn already goes on meanwhile
         const std::vector<size_t> large = grid.Sort();
         if (large.size() < number) mLookup->Draw(mStencil, bounds);
         for (const size_t i : large)

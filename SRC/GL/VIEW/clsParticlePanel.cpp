@@ -31,13 +31,14 @@ ParticlePanel_cls::ParticlePanel_cls(wxWindow* pParent, ParticleWatch_cls& parti
 
 void ParticlePanel_cls::UpdateParticle() {
     UpdateValues();
+    mTicks = mParticles.CountTicks();
     for (const int row : {mMarks, mLabel})
         EnableRow(row, mParticles.IsPicked());
 }
 
 void ParticlePanel_cls::FuncHookClick(int row) {
     if (row != mButton)
-        mParticles.OnTick();
+        mParticles.OnTick(mTicks == 0);
     else if (mToAnchor)
         mToAnchor();
 }

@@ -18,6 +18,7 @@ protected:
 private:
     ParticleWatch_cls& mParticles;
     std::function<void()> mToAnchor;
+    int mTicks = 0; ///< as last seen
     int mMarks = 0; ///< rows
     int mLabel = 0;
     int mButton = 0;

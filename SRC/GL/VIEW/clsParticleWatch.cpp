@@ -49,15 +49,19 @@ void ParticleWatch_cls::Pick(const ParticleName_st& name) {
     }
     mbShown = true;
     mShown = name;
-    if (IsKept() && mKept != name) KeepShown();
+    if (IsKept() && mKept != name) KeepShown(true);
     if (mOnPicked) mOnPicked();
     Tell();
 }
 
-/// The project's is the session's from now on.
-void ParticleWatch_cls::KeepShown() {
-    const auto command = [this](const ParticleName_st& other) {
-        return new CommandCall_cls([this, other] { mKept = other; }, UPDATE_GL | UPDATE_DRAW_OPTIONS);
+/// The project's is the session's from now on. `bBefore`: there was one, which undo shows as well.
+void ParticleWatch_cls::KeepShown(bool bBefore) {
+    const auto command = [this, bBefore](const ParticleName_st& other) {
+        const auto call = [this, bBefore, other] {
+            mKept = other;
+            if (mbShown && bBefore) mShown = other;
+        };
+        return new CommandCall_cls(call, UPDATE_GL | UPDATE_DRAW_OPTIONS);
     };
     GCUndoList.PushNewCommand(command(mShown), command(mKept));
     GCUndoList.ExecCurrent();
@@ -78,10 +82,10 @@ void ParticleWatch_cls::Reset() {
     Tell();
 }
 
-void ParticleWatch_cls::OnTick() {
+void ParticleWatch_cls::OnTick(bool bFirst) {
     mbStopped = false;
-    if (IsKept() && mbShown && mKept != mShown) {
-        KeepShown();
+    if (bFirst && IsKept() && mbShown && mKept != mShown) {
+        KeepShown(false);
         GCUndoList.JoinLastTwo();
     }
     Tell();
@@ -218,7 +222,7 @@ std::vector<std::vector<ParticleWatch_cls::Point_st>> ParticleWatch_cls::GetTrai
     };
     const Range_st range = GetTrailRange();
     for (int i = range.mFirst; i <= range.mLast; ++i) {
-        const ParticleTrack_cls::Place_st place = GetTrack().GetPlace(i);
+        const ParticleTrack_cls::Place_st place = GetTrack().GetKnownPlace(i);
         if (place.mKnown != ParticleTrack_cls::Place_st::THERE) {
             bOpen = false;
             continue;

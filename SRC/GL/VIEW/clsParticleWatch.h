@@ -83,8 +83,9 @@ public:
     bool mbTrail = false;  ///< its way over the work area is a line in the scene
     bool mbLabel = false;  ///< pictures have its label
 
-    /// What was ticked is another: stopped work begins anew, and all is told.
-    void OnTick();
+    int CountTicks() const { return mbFollow + mbTrail + mbLabel; }
+    /// What was ticked is another: stopped work begins anew, and all is told. `bFirst`: there was no tick.
+    void OnTick(bool bFirst);
     /// Set by the hub; empty ones do nothing. A click has found one: its page is to be seen.
     std::function<void()> mOnPicked;
     /// Views and pages show something else now.
@@ -95,9 +96,9 @@ private:
         int mFirst, mLast;
     };
 
-    bool IsKept() const { return mbFollow || mbTrail || mbLabel; }
+    bool IsKept() const { return CountTicks() > 0; }
     void Tell() const;
-    void KeepShown();
+    void KeepShown(bool bBefore);
     ParticleTrack_cls& GetTrack();
     Range_st GetTrailRange() const;
     State LearnSome(Source source);
