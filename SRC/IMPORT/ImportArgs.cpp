@@ -6,7 +6,7 @@
 
 namespace {
 
-const char* const kFormats[] = {"xyz", "dump", "csv"};
+const char* const kFormats[] = {"hdf5", "xyz", "dump", "csv"};
 const char* const kRoles[] = {"x", "y", "z", "vx", "vy", "vz", "radius", "id", "type", "value", "time"};
 
 template <size_t N>
@@ -102,20 +102,23 @@ Makes snapshots that Morentis opens of other programs' files, and a project with
 and length of the film. Files are taken in the order of the numbers in their names.
 
   --from FORMAT    what the files are; without it their contents tell:
+                   hdf5   snapshots of N-body and SPH codes: groups PartType0 to PartType5, one file a snapshot
+                          or several (name any of them)
                    xyz    XYZ files, plain or extended, with any number of frames
                    dump   LAMMPS-style dumps in text with any columns and any number of time steps
                    csv    tables with a header line; rows of one time are a snapshot
-                   All may be gzipped.
+                   Text may be gzipped.
   --output FOLDER  for snap0000.bin, snap0001.bin, ... and the project, which is named after the folder; it is
                    made where its own folder is there
   --columns ROLE=NAME,...
                    what the files call a column; the roles are x, y, z, vx, vy, vz, radius, id, type, value and
-                   time. No name leaves a column out (value=).
+                   time. No name leaves a column out (value=). Of HDF5 files value and radius can be chosen,
+                   such as value=InternalEnergy
   --resume         keep snapshots that are there already, whole, and of this time and number of particles
   --quiet          say nothing but what went wrong
   --help, --version
 
-Numbers are rounded to the nearest float. IDs that
+Numbers of four bytes come through bit for bit, longer ones and text rounded to the nearest float. IDs that
 don't fit into 31 bits become negative ones, the same in all snapshots; of more than four types the last ones
 become type 3. Lengths stay as they are; the project moves and scales them to what its views show.
 

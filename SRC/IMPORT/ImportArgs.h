@@ -16,7 +16,7 @@ enum class ImportStatus {
 
 struct ImportArgs_st {
     std::vector<std::string> mFiles;
-    std::string mFrom; ///< xyz, dump or csv; empty: by the files' contents
+    std::string mFrom; ///< hdf5, xyz, dump or csv; empty: by the files' contents
     std::string mOutput;
     ImportChoice_st mChoice;
     std::string mColumnText; ///< as it was given

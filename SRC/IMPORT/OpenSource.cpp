@@ -1,11 +1,12 @@
 #include "IMPORT/OpenSource.h"
 
 #include <algorithm>
-#include <set>
 
 #include "IMPORT/ImportText.h"
 #include "IMPORT/clsCsvReader.h"
 #include "IMPORT/clsDumpReader.h"
+#include "IMPORT/clsHdf5File.h"
+#include "IMPORT/clsHdf5Snapshot.h"
 #include "IMPORT/clsXyzReader.h"
 
 namespace {
@@ -50,6 +51,7 @@ std::vector<std::string> OrderImportFiles(const std::vector<std::string>& files)
 }
 
 std::string GuessImportFormat(const std::string& path) {
+    if (Hdf5File_cls::IsHdf5(path)) return "hdf5";
     LineReader_cls reader(path);
     std::string_view line;
     std::string first;
@@ -66,6 +68,7 @@ std::unique_ptr<ParticleSource_cls> OpenImportSource(const std::string& path, co
                                                      const ImportChoice_st& choice) {
     const std::string kind = format.empty() ? GuessImportFormat(path) : format;
     if (kind == "dump") return std::make_unique<DumpReader_cls>(path, choice);
+    if (kind == "hdf5") return std::make_unique<Hdf5Snapshot_cls>(path, choice);
     if (kind == "xyz") return std::make_unique<XyzReader_cls>(path, choice);
     if (kind == "csv") return std::make_unique<CsvReader_cls>(path, choice);
     throw ImportError_cls(path + ": this format can't be read");

@@ -72,4 +72,6 @@ public:
     virtual bool NextHead(ImportSnapshot_st* pSnap) = 0;
     /// The columns of the snapshot whose head was read.
     virtual void ReadBody(ImportSnapshot_st* pSnap) = 0;
+    /// All files of a snapshot in several; empty: the one that was named.
+    virtual std::vector<std::string> GetFiles() const { return {}; }
 };

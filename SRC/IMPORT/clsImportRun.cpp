@@ -54,7 +54,7 @@ ImportStatus ImportRun_cls::Run() {
         mFiles = files.size();
         for (const std::string& file : files) {
             ++mFile;
-            TakeFile(file);
+            if (mUsed.count(file) == 0) TakeFile(file);
         }
         if (mFacts.mSnapshots == 0) {
             Complain("there is no snapshot in " + (files.size() == 1 ? files[0] : "these files"));
@@ -74,6 +74,8 @@ void ImportRun_cls::TakeFile(const std::string& path) {
     int here = 0;
     try {
         const std::unique_ptr<ParticleSource_cls> source = OpenImportSource(path, mArgs.mFrom, mArgs.mChoice);
+        for (const std::string& part : source->GetFiles())
+            mUsed.insert(part);
         for (; source->NextHead(&mSnap); ++here) {
             TakeSnapshot(source.get());
             ShowProgress();

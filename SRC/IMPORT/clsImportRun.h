@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdio>
+#include <set>
 #include <string>
 
 #include <wx/stopwatch.h>
@@ -41,6 +42,7 @@ private:
     ImportSnapshot_st mSnap;
     size_t mFile = 0; ///< the one at work, from 1
     size_t mFiles = 0;
+    std::set<std::string> mUsed; ///< parts of a snapshot in several files
     int mKept = 0;
     int mFailed = 0;
     bool mbTimeMissing = false;
