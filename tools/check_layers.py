@@ -21,7 +21,7 @@ import sys
 # Low to high. Folders that share a floor don't include each other.
 FLOORS = [
     ["COMMON"],
-    ["CONFITEM", "POVRAY/TEXT"],
+    ["CONFITEM", "IMPORT", "POVRAY/TEXT"],
     ["PARAM"],
     ["BOND", "COLORCURVE", "MESH", "TIME", "WIDGET"],
     ["COLORCURVE/EDITOR", "PDATA"],
@@ -37,15 +37,15 @@ FLOORS = [
 FLOOR_OF = {folder: floor for floor, folders in enumerate(FLOORS) for folder in folders}
 
 # Folders that compile and link without a window system (tests/core links them and proves it).
-FENCED = {"COMMON", "CONFITEM", "POVRAY/TEXT", "PARAM", "BOND", "COLORCURVE", "MESH", "TIME", "PDATA", "GL/DRAW/CPU"}
+FENCED = {"COMMON", "CONFITEM", "IMPORT", "POVRAY/TEXT", "PARAM", "BOND", "COLORCURVE", "MESH", "TIME", "PDATA", "GL/DRAW/CPU"}
 FENCED_PCH = "cmake/pch_core.h"
 # What they may include in angle brackets, besides C++'s own headers, which have neither slash nor ".h":
 # C, the system, and of wxWidgets what its base library has. Add what you need, if it is of that kind.
 OUTSIDE = {
     "assimp/Importer.hpp", "assimp/ProgressHandler.hpp", "assimp/scene.h",
-    "emmintrin.h", "fcntl.h", "immintrin.h", "locale.h", "unistd.h", "sys/file.h", "sys/mman.h", "sys/stat.h",
+    "emmintrin.h", "fcntl.h", "hdf5.h", "immintrin.h", "locale.h", "unistd.h", "sys/file.h", "sys/mman.h", "sys/stat.h",
     "wx/defs.h", "wx/filefn.h", "wx/filename.h", "wx/intl.h", "wx/log.h", "wx/stdpaths.h", "wx/stopwatch.h",
-    "wx/strconv.h", "wx/string.h", "wx/thread.h", "wx/utils.h",
+    "wx/strconv.h", "wx/string.h", "wx/thread.h", "wx/utils.h", "zlib.h",
 }
 
 OUTSIDE_INCLUDE = re.compile(r"^\s*#\s*include\s*<([^>]+)>")

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""List functions of ours that neither program can ever call.
+"""List functions of ours that no program can ever call.
 
-Both programs are built without inlining, a section a function, and linked so
+The programs are built without inlining, a section a function, and linked so
 that the linker drops every section that nothing refers to. What our objects
-define and neither program keeps is unreachable; so are functions in headers
+define and no program keeps is unreachable; so are functions in headers
 that no object needed. What only tests call is unreachable too.
 
 tools/unreachable.txt names what may stay for a while, with the reason.
@@ -20,7 +20,7 @@ import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 BUILD = ROOT / "build/reach"
-PROGRAMS = ("morentis", "morentis-film")
+PROGRAMS = ("morentis", "morentis-film", "morentis-import")
 ENTRY = re.compile(r"^(\S.*?)\s+:\s+(\S.*)$")
 
 # Of the libraries, also what their macros and templates leave in our objects.

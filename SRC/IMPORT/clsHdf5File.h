@@ -1,0 +1,33 @@
+// A file of HDF5 in a few calls: sizes are checked, handles are closed, numbers become ours.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+class Hdf5File_cls {
+public:
+    using Handle = int64_t; // the library's hid_t
+
+    /// Throws ImportError_cls, as all calls do.
+    explicit Hdf5File_cls(const std::string& path);
+    ~Hdf5File_cls();
+    Hdf5File_cls(const Hdf5File_cls&) = delete;
+    Hdf5File_cls& operator=(const Hdf5File_cls&) = delete;
+    static bool IsHdf5(const std::string& path);
+
+    bool Has(const std::string& name) const;
+    /// Numbers of an attribute; empty: there is none.
+    std::vector<double> ReadAttribute(const std::string& group, const std::string& name) const;
+    /// Rows of `width` numbers each; there must be `rows` of them. Four bytes come bit for bit, eight
+    /// rounded.
+    void ReadFloats(const std::string& name, size_t rows, size_t width, float* pOut) const;
+    void ReadIntegers(const std::string& name, size_t rows, long long* pOut) const;
+
+private:
+    Handle Open(const std::string& name, size_t rows, size_t width) const;
+    [[noreturn]] void Fail(const std::string& text) const;
+
+    std::string mPath;
+    Handle mFile = -1;
+};

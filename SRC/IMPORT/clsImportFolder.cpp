@@ -1,0 +1,192 @@
+#include "IMPORT/clsImportFolder.h"
+
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+
+#include <wx/strconv.h>
+#include <wx/string.h>
+
+#include "COMMON/SafeFile.h"
+#include "IMPORT/ParticleSource.h"
+#include "IMPORT/clsImportRanges.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const char* const kNote = ".morentis-import";
+constexpr size_t kPiece = 16384; // records: some hundred KB, which stay in the cache
+constexpr size_t kHead = 8;
+
+wxString WidePath(const std::string& path) { return wxString(path.c_str(), *wxConvFileName); }
+
+/// Fill a column of the records with words of a source that has `width` a particle.
+template <class T>
+void PutWords(unsigned* pOut, size_t stride, const T* pIn, size_t width, size_t count) {
+    static_assert(sizeof(T) == sizeof(unsigned), "a record has words of four bytes");
+    for (size_t i = 0; i < count; ++i, pOut += stride, pIn += width)
+        std::memcpy(pOut, pIn, width * sizeof(unsigned));
+}
+
+bool HasSnapshots(const std::string& path) {
+    std::error_code error;
+    for (fs::directory_iterator file(path, error), end; !error && file != end; file.increment(error)) {
+        const std::string name = file->path().filename().string();
+        if (name.rfind("snap", 0) == 0 && file->path().extension() == ".bin") return true;
+    }
+    return false;
+}
+
+} // namespace
+
+std::string ImportFolder_cls::Check(bool bResume, const std::string& note) const {
+    struct stat facts {};
+    if (stat(mPath.c_str(), &facts) != 0) {
+        const fs::path above = fs::path(mPath + "/").parent_path().parent_path();
+        std::error_code ignored;
+        if (errno == ENOENT && (above.empty() || fs::is_directory(above, ignored))) return std::string();
+        return "--output: the folder \"" + above.string() + "\" is not there; make it first";
+    }
+    if (!S_ISDIR(facts.st_mode)) return "--output: \"" + mPath + "\" is no folder";
+    std::ifstream file(PathOf(kNote));
+    std::string there;
+    std::getline(file, there);
+    if (bResume) {
+        if (!there.empty() && there != note)
+            return "--resume: \"" + mPath + "\" comes from other options (" + there + ")";
+        if (!there.empty() || !HasSnapshots(mPath)) return std::string();
+        return "--resume: \"" + mPath + "\" holds snapshots that are from elsewhere";
+    }
+    std::error_code ignored;
+    if (HasSnapshots(mPath) || fs::exists(PathOf(GetProjectName()), ignored))
+        return "--output: \"" + mPath + "\" holds snapshots or a project; give another folder" +
+               (there == note ? ", or --resume to go on" : "");
+    return std::string();
+}
+
+void ImportFolder_cls::Begin(const std::string& note) const {
+    std::error_code error;
+    if (!fs::is_directory(mPath, error) && !fs::create_directory(mPath, error) && error)
+        throw ImportWriteError_cls(mPath + ": " + error.message());
+    WriteText(kNote, note + "\n");
+}
+
+void ImportFolder_cls::SetColumns(unsigned columns) {
+    mColumns = columns;
+    mBuffer.resize(kPiece * GetRecordWords());
+}
+
+std::string ImportFolder_cls::GetBody() const {
+    std::string body = "0";
+    if (mColumns & IMPORT_VEL) body += " 1";
+    if (mColumns & IMPORT_RADIUS) body += " 5";
+    if (mColumns & IMPORT_ID) body += " 6";
+    if (mColumns & IMPORT_TYPE) body += " 7";
+    if (mColumns & IMPORT_VALUE) body += " 8";
+    return body;
+}
+
+size_t ImportFolder_cls::GetRecordWords() const {
+    size_t words = mColumns & IMPORT_VEL ? 6 : 3;
+    for (const unsigned column : {IMPORT_RADIUS, IMPORT_ID, IMPORT_TYPE, IMPORT_VALUE})
+        words += mColumns & column ? 1 : 0;
+    return words;
+}
+
+std::string ImportFolder_cls::GetName(int index) const {
+    char name[40];
+    std::snprintf(name, sizeof name, "snap%04d.bin", index);
+    return name;
+}
+
+std::string ImportFolder_cls::GetProjectName() const {
+    std::error_code error;
+    const fs::path whole = fs::weakly_canonical(fs::absolute(mPath, error), error);
+    const std::string name = (whole.has_filename() ? whole : whole.parent_path()).filename().string();
+    return (name.empty() || error ? "import" : name) + ".mrp";
+}
+
+// In the order of the codes; a column that this snapshot lacks is 0.
+void ImportFolder_cls::Pack(const ImportSnapshot_st& snap, size_t begin, size_t end) {
+    const size_t stride = GetRecordWords();
+    const size_t count = end - begin;
+    unsigned* pOut = mBuffer.data();
+    if (mColumns & ~snap.mColumns) std::fill(pOut, pOut + count * stride, 0u);
+    PutWords(pOut, stride, snap.mPos.data() + 3 * begin, 3, count);
+    pOut += 3;
+    if (mColumns & IMPORT_VEL) {
+        if (snap.mColumns & IMPORT_VEL) PutWords(pOut, stride, snap.mVel.data() + 3 * begin, 3, count);
+        pOut += 3;
+    }
+    if (mColumns & IMPORT_RADIUS) {
+        if (snap.mColumns & IMPORT_RADIUS) PutWords(pOut, stride, snap.mRadius.data() + begin, 1, count);
+        ++pOut;
+    }
+    if (mColumns & IMPORT_ID) {
+        for (size_t i = 0; i < count && (snap.mColumns & IMPORT_ID); ++i)
+            pOut[i * stride] = static_cast<unsigned>(snap.mID[begin + i]);
+        ++pOut;
+    }
+    if (mColumns & IMPORT_TYPE) {
+        if (snap.mColumns & IMPORT_TYPE) PutWords(pOut, stride, snap.mType.data() + begin, 1, count);
+        ++pOut;
+    }
+    if (mColumns & snap.mColumns & IMPORT_VALUE) PutWords(pOut, stride, snap.mValue.data() + begin, 1, count);
+}
+
+void ImportFolder_cls::Write(int index, const ImportSnapshot_st& snap, float time) {
+    const std::string path = PathOf(GetName(index));
+    const auto number = static_cast<size_t>(snap.mNumber);
+    char head[kHead];
+    const int count = static_cast<int>(snap.mNumber);
+    std::memcpy(head, &time, sizeof time);
+    std::memcpy(head + sizeof time, &count, sizeof count);
+    SafeFile_cls file(WidePath(path));
+    bool bDone = file.IsOpen() && file.Write(head, sizeof head);
+    for (size_t begin = 0; bDone && begin < number; begin += kPiece) {
+        const size_t end = std::min(begin + kPiece, number);
+        Pack(snap, begin, end);
+        bDone = file.Write(reinterpret_cast<const char*>(mBuffer.data()),
+                           (end - begin) * GetRecordWords() * sizeof(unsigned));
+    }
+    if (!bDone || !file.Commit(ToDisk::Later))
+        throw ImportWriteError_cls(path + ": " + file.GetReason().utf8_string());
+}
+
+bool ImportFolder_cls::IsWhole(int index, const ImportSnapshot_st& snap, float time,
+                               ImportRanges_cls* pRanges, bool* pNewIDs) const {
+    const size_t words = GetRecordWords();
+    std::ifstream file(PathOf(GetName(index)), std::ios::binary | std::ios::ate);
+    if (!file ||
+        file.tellg() != static_cast<long long>(kHead + 4 * words * static_cast<size_t>(snap.mNumber)))
+        return false;
+    char head[kHead];
+    int count = 0;
+    file.seekg(0).read(head, sizeof head);
+    std::memcpy(&count, head + 4, sizeof count);
+    if (!file || std::memcmp(head, &time, 4) != 0 || count != snap.mNumber) return false;
+    std::vector<unsigned> piece(kPiece * words);
+    const size_t id = (mColumns & IMPORT_VEL ? 6u : 3u) + (mColumns & IMPORT_RADIUS ? 1u : 0u);
+    for (size_t left = static_cast<size_t>(count); left > 0;) {
+        const size_t here = std::min(left, kPiece);
+        if (!file.read(reinterpret_cast<char*>(piece.data()), static_cast<long>(4 * words * here)))
+            return false;
+        const auto* pFloats = reinterpret_cast<const float*>(piece.data());
+        pRanges->Add(pFloats, static_cast<long>(words),
+                     mColumns & IMPORT_VALUE ? pFloats + words - 1 : nullptr, static_cast<long>(words),
+                     static_cast<long long>(here));
+        for (size_t i = 0; i < here && (mColumns & IMPORT_ID); ++i)
+            *pNewIDs = *pNewIDs || static_cast<int>(piece[i * words + id]) < 0;
+        left -= here;
+    }
+    return true;
+}
+
+void ImportFolder_cls::WriteText(const std::string& name, const std::string& text) const {
+    const wxString reason = WriteFileSafely(WidePath(PathOf(name)), text, ToDisk::Later);
+    if (!reason.empty()) throw ImportWriteError_cls(PathOf(name) + ": " + reason.utf8_string());
+}

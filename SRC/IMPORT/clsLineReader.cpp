@@ -1,0 +1,97 @@
+#include "IMPORT/clsLineReader.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <zlib.h>
+
+#include <cerrno>
+#include <cstring>
+
+#include "IMPORT/ParticleSource.h"
+
+namespace {
+
+constexpr size_t kBuffer = size_t(1) << 20;
+constexpr size_t kLongestLine = size_t(64) << 20;
+constexpr long long kMostDeflated = 1032; // bytes that one compressed byte can stand for
+
+} // namespace
+
+LineReader_cls::LineReader_cls(const std::string& path) : mPath(path), mBuffer(kBuffer) {
+    // A pipe would hold us until somebody writes.
+    const int file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    struct stat facts {};
+    if (file < 0 || fstat(file, &facts) != 0) {
+        const std::string reason = std::strerror(errno);
+        if (file >= 0) close(file);
+        throw ImportError_cls(path + ": " + reason);
+    }
+    mpFile = S_ISREG(facts.st_mode) ? gzdopen(file, "rb") : nullptr;
+    if (!mpFile) {
+        close(file);
+        throw ImportError_cls(path + ": is no plain file");
+    }
+    gzbuffer(mpFile, 1 << 18);
+    mMostBytes = facts.st_size;
+    if (!gzdirect(mpFile)) mMostBytes *= kMostDeflated;
+}
+
+LineReader_cls::~LineReader_cls() { gzclose(mpFile); }
+
+bool LineReader_cls::Fill() {
+    if (mbEnd) return false;
+    // The last line stays, so that it can come once more.
+    std::memmove(mBuffer.data(), mBuffer.data() + mLast, mEnd - mLast);
+    mEnd -= mLast;
+    mBegin -= mLast;
+    mLast = 0;
+    if (mEnd == mBuffer.size()) {
+        if (mBuffer.size() >= kLongestLine) Fail("has a line that is too long for text");
+        mBuffer.resize(2 * mBuffer.size());
+    }
+    const int count = gzread(mpFile, mBuffer.data() + mEnd, static_cast<unsigned>(mBuffer.size() - mEnd));
+    int error = Z_OK;
+    const char* text = gzerror(mpFile, &error);
+    if (count < 0 || error == Z_BUF_ERROR)
+        Fail(error == Z_BUF_ERROR ? "the compressed file is cut off" : std::string(text));
+    mEnd += static_cast<size_t>(count);
+    mbEnd = count == 0;
+    return count > 0;
+}
+
+bool LineReader_cls::Next(std::string_view* pLine) {
+    mLast = mBegin;
+    size_t looked = 0;
+    for (;;) {
+        const char* begin = mBuffer.data() + mBegin;
+        const auto* end = static_cast<const char*>(std::memchr(begin + looked, '\n', mEnd - mBegin - looked));
+        if (end) {
+            *pLine = std::string_view(begin, static_cast<size_t>(end - begin));
+            mBegin += pLine->size() + 1;
+            mbWhole = true;
+            break;
+        }
+        looked = mEnd - mBegin;
+        if (Fill()) continue;
+        if (mBegin == mEnd) return false;
+        *pLine = std::string_view(mBuffer.data() + mBegin, mEnd - mBegin);
+        mBegin = mEnd;
+        mbWhole = false;
+        break;
+    }
+    if (!pLine->empty() && pLine->back() == '\r') pLine->remove_suffix(1);
+    ++mLine;
+    return true;
+}
+
+void LineReader_cls::Back() {
+    mBegin = mLast;
+    --mLine;
+}
+
+bool LineReader_cls::CanHold(long long lines, long long least) const { return lines <= mMostBytes / least; }
+
+void LineReader_cls::Fail(const std::string& text) const {
+    throw ImportError_cls(mPath + ", line " + std::to_string(mLine) + ": " + text);
+}

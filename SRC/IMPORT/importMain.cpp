@@ -1,0 +1,28 @@
+#include <csignal>
+#include <cstdio>
+#include <exception>
+
+#include "COMMON/clsSplitPath.h"
+#include "IMPORT/ImportArgs.h"
+#include "IMPORT/clsImportRun.h"
+
+int main(int argc, char** argv) {
+    UseAnyFileName();
+    std::signal(SIGXFSZ, SIG_IGN); // a limit of the system is a full disk, and told
+    ImportArgs_st args;
+    const std::string wrong = ParseImportArgs({argv + 1, argv + argc}, &args);
+    if (!wrong.empty()) {
+        std::fprintf(stderr, "morentis-import: %s\nTry morentis-import --help.\n", wrong.c_str());
+        return int(ImportStatus::WrongArguments);
+    }
+    if (args.mbHelp || args.mbVersion) {
+        std::fputs(args.mbHelp ? GetImportHelp().c_str() : "morentis-import " MORENTIS_VERSION "\n", stdout);
+        return std::fflush(stdout) == 0 ? int(ImportStatus::Done) : int(ImportStatus::SomeFailed);
+    }
+    try {
+        return int(ImportRun_cls(args, stderr).Run());
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "morentis-import: %s\n", error.what());
+        return int(ImportStatus::SomeFailed);
+    }
+}

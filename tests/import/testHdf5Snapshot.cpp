@@ -1,0 +1,135 @@
+// HDF5 snapshots that the tests write with the library itself.
+#include <hdf5.h>
+
+#include <cstring>
+
+#include <gtest/gtest.h>
+
+#include "RunImport.h"
+
+namespace {
+
+using Floats = std::vector<float>;
+using Ints = std::vector<int>;
+
+/// A file to which attributes and datasets are added; it closes with the object.
+class Writer_cls {
+public:
+    explicit Writer_cls(const std::string& path)
+        : mFile(H5Fcreate(path.c_str(), H5F_ACC_TRUNC, H5P_DEFAULT, H5P_DEFAULT)) {}
+    ~Writer_cls() { H5Fclose(mFile); }
+    Writer_cls(const Writer_cls&) = delete;
+    Writer_cls& operator=(const Writer_cls&) = delete;
+
+    void Group(const std::string& name) {
+        H5Gclose(H5Gcreate2(mFile, name.c_str(), H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT));
+    }
+    template <class T>
+    void Attribute(const std::string& name, hid_t type, const std::vector<T>& values) {
+        const hsize_t size = values.size();
+        const hid_t space = size == 1 ? H5Screate(H5S_SCALAR) : H5Screate_simple(1, &size, nullptr);
+        const hid_t id = H5Acreate_by_name(mFile, "Header", name.c_str(), type, space, H5P_DEFAULT,
+                                           H5P_DEFAULT, H5P_DEFAULT);
+        H5Awrite(id, type, values.data());
+        H5Aclose(id);
+        H5Sclose(space);
+    }
+    /// Stored as `stored`, which may have another order of bytes.
+    template <class T>
+    void Data(const std::string& name, hid_t memory, hid_t stored, hsize_t width,
+              const std::vector<T>& values) {
+        const hsize_t sizes[2] = {values.size() / width, width};
+        const hid_t space = H5Screate_simple(width > 1 ? 2 : 1, sizes, nullptr);
+        const hid_t id =
+            H5Dcreate2(mFile, name.c_str(), stored, space, H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT);
+        H5Dwrite(id, memory, H5S_ALL, H5S_ALL, H5P_DEFAULT, values.data());
+        H5Dclose(id);
+        H5Sclose(space);
+    }
+    void Header(const std::vector<int>& here, const std::vector<int>& total, int files) {
+        Group("Header");
+        Attribute("NumPart_ThisFile", H5T_NATIVE_INT, here);
+        Attribute("NumPart_Total", H5T_NATIVE_INT, total);
+        Attribute("NumFilesPerSnapshot", H5T_NATIVE_INT, std::vector<int>{files});
+        Attribute("Time", H5T_NATIVE_DOUBLE, std::vector<double>{0.1});
+        Attribute("BoxSize", H5T_NATIVE_DOUBLE, std::vector<double>{8.0});
+    }
+
+private:
+    hid_t mFile;
+};
+
+} // namespace
+
+TEST(ImportHdf5, FloatsKeepTheirBitsAndDoublesAreRoundedOnce) {
+    const ImportFolder_st folder;
+    float odd = 0; // not a number, with bits of its own
+    const unsigned bits = 0x7fc0dead;
+    std::memcpy(&odd, &bits, 4);
+    const double between = 1.0 + 0x1.000001p-24; // just above the middle of two floats
+    {
+        Writer_cls file(folder / "s.hdf5");
+        file.Header({2, 1, 0, 0, 0, 1}, {2, 1, 0, 0, 0, 1}, 1);
+        for (const char* group : {"PartType0", "PartType1", "PartType5"})
+            file.Group(group);
+        file.Data("PartType0/Coordinates", H5T_NATIVE_FLOAT, H5T_NATIVE_FLOAT, 3,
+                  Floats{1, odd, 1e-45f, 4, 5, 6});
+        file.Data("PartType1/Coordinates", H5T_NATIVE_DOUBLE, H5T_IEEE_F64BE, 3,
+                  std::vector<double>{between, 0.1, 1e300});
+        file.Data("PartType5/Coordinates", H5T_NATIVE_FLOAT, H5T_IEEE_F32BE, 3, Floats{7, 7.5f, 0});
+        file.Data("PartType0/Velocities", H5T_NATIVE_FLOAT, H5T_NATIVE_FLOAT, 3, Floats{1, 2, 3, 4, 5, 6});
+        file.Data("PartType0/Density", H5T_NATIVE_FLOAT, H5T_NATIVE_FLOAT, 1, Floats{10, 20});
+        file.Data("PartType0/InternalEnergy", H5T_NATIVE_FLOAT, H5T_NATIVE_FLOAT, 1, Floats{3, 4});
+        file.Data("PartType0/ParticleIDs", H5T_NATIVE_ULLONG, H5T_STD_U64LE, 1,
+                  std::vector<unsigned long long>{5, ~0ull});
+        file.Data("PartType1/ParticleIDs", H5T_NATIVE_UINT, H5T_STD_U32BE, 1, std::vector<unsigned>{6});
+        file.Data("PartType5/ParticleIDs", H5T_NATIVE_ULLONG, H5T_STD_U64LE, 1,
+                  std::vector<unsigned long long>{~1ull});
+    }
+    const ImportRunResult_st run = folder.Run({folder / "s.hdf5"});
+    ASSERT_EQ(run.mStatus, 0) << run.mErr;
+    const ReadSnapshot_st snap = folder.ReadSnapshot(0);
+    ASSERT_EQ(snap.mPos.size(), 12u);
+    EXPECT_EQ(std::memcmp(&snap.mPos[1], &bits, 4), 0);
+    EXPECT_EQ(snap.mPos[2], 1e-45f);
+    EXPECT_EQ(snap.mPos[6], 1.00000011920928955f);
+    EXPECT_EQ(snap.mPos[7], 0.1f);
+    EXPECT_EQ(snap.mPos[8], HUGE_VALF);
+    EXPECT_EQ(snap.mPos[10], 7.5f);
+    EXPECT_EQ(snap.mTime, 0.1f);
+    EXPECT_EQ(snap.mVel, (Floats{1, 2, 3, 4, 5, 6, 0, 0, 0, 0, 0, 0}));
+    EXPECT_EQ(snap.mValue, (Floats{10, 20, 0, 0}));
+    EXPECT_EQ(snap.mID, (Ints{5, -1, 6, -2}));
+    EXPECT_EQ(snap.mType, (Ints{0, 0, 1, 3}));
+    EXPECT_EQ(folder.ReadProject()["PeriodicType"], "2");
+}
+
+TEST(ImportHdf5, PartsMakeOneSnapshotAndWrongCountsAreTold) {
+    const ImportFolder_st folder;
+    for (int part = 0; part < 2; ++part) {
+        Writer_cls file(folder / ("snap_005." + std::to_string(part) + ".hdf5"));
+        file.Header({0, 1 + part, 0, 0, 0, 0}, {0, 3, 0, 0, 0, 0}, 2);
+        file.Group("PartType1");
+        file.Data("PartType1/Coordinates", H5T_NATIVE_FLOAT, H5T_NATIVE_FLOAT, 3,
+                  part == 0 ? Floats{-1, 2, 3} : Floats{4, 5, 60, 7, 8, 9});
+    }
+    {
+        Writer_cls file(folder / "wrong.hdf5");
+        file.Header({3, 0, 0, 0, 0, 0}, {3, 0, 0, 0, 0, 0}, 1);
+        file.Group("PartType0");
+        file.Data("PartType0/Coordinates", H5T_NATIVE_FLOAT, H5T_NATIVE_FLOAT, 3, Floats{1, 2, 3});
+    }
+    { Writer_cls(folder / "x.hdf5").Group("Elsewhere"); }
+    const std::string cut = ReadBytes(folder / "wrong.hdf5");
+    folder.Write("cut.hdf5", cut.substr(0, cut.size() / 2));
+    const ImportRunResult_st run =
+        folder.Run({folder / "snap_005.1.hdf5", folder / "snap_005.0.hdf5", folder / "wrong.hdf5",
+                    folder / "x.hdf5", folder / "cut.hdf5"});
+    EXPECT_EQ(run.mStatus, 3);
+    ASSERT_EQ(folder.CountSnapshots(), 1) << run.mErr;
+    EXPECT_EQ(folder.ReadSnapshot(0).mPos, (Floats{-1, 2, 3, 4, 5, 60, 7, 8, 9}));
+    EXPECT_EQ(folder.ReadProject()["PeriodicType"], "0") << "particles lie far out of the box";
+    for (const char* reason : {"wrong.hdf5: PartType0/Coordinates should have 3 x 3 numbers",
+                               "x.hdf5: the group Header is missing", "cut.hdf5: can't be opened as HDF5"})
+        EXPECT_NE(run.mErr.find(reason), std::string::npos) << run.mErr;
+}
