@@ -35,7 +35,8 @@ protected:
             mEntries.push_back({i, 0.0f, 1.0f});
         }
     }
-    std::string Write(PovParticles_cls::List_st list = {}, uint64_t* pPrint = nullptr) {
+    std::string Write(PovParticles_cls::List_st list = {}, uint64_t* pPrint = nullptr,
+                      bool bInPlace = false) {
         SnapData_cls snap(&mHand.mBlock, mAttribute, 0.0, 1);
         list.mpEntries = mEntries.data();
         list.mNumber = int(mEntries.size());
@@ -43,7 +44,7 @@ protected:
         PovText_cls pov(mOptions);
         pov.SetDecimals(particles.GetDecimals(mStickRadius));
         std::string text;
-        particles.Append(&text, pov, pPrint);
+        particles.Append(&text, pov, pPrint, bInPlace);
         return text;
     }
     static bool Holds(const std::string& text, const std::string& part) {
@@ -147,6 +148,7 @@ TEST_F(PovParticles, AllOfOneMaterialAreOneUnion) {
     EXPECT_FALSE(Holds(text, "union{\nunion{")) << "of which POV-Ray warns";
     EXPECT_TRUE(Holds(text, "sphere{<150.000,0.001,-1.000>,3.500}\n\ttexture {\n"));
     EXPECT_EQ(text.substr(text.size() - 7), "\t}\n};\n\n");
+    EXPECT_EQ(Write(list, nullptr, true), text.substr(20, text.size() - 23) + "\n") << "where it stands";
     mEntries.resize(1);
     EXPECT_TRUE(Holds(Write(list), "union{\nsphere{<0.000,0.001,-1.000>,0.500\n\ttexture {\n"));
 }
