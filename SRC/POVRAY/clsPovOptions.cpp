@@ -156,6 +156,8 @@ void PovRadiosityPage_cls::SetMNumRadiosity() {
                           _("Keep what the first look at the scene finds of it"));
     mRowFile = AddText(_("pretrace file"), &r.mPath.mStrValue,
                        _("Name of the file in the working directory that keeps it"));
+    mRowName = AddStatic(
+        wxEmptyString, [&r] { return r.GetNameProblem(); }, _("The light is found anew in each picture"));
     AddCheck(
         _("film"), mpKeepFirst, _("First frame's pretrace"),
         _("All frames of an animation use the pretrace of the first one, so that light doesn't flicker"));
@@ -186,7 +188,9 @@ void PovRadiosityPage_cls::HideAndShow() {
         ShowRow(row, bOn);
     if (!bOn) return;
     ShowRow(mRowReuse, !*mpKeepFirst);
-    ShowRow(mRowFile, !*mpKeepFirst && mRadiosity.mReuse.mValue != PovRadiosity_cls::REUSE_NONE);
+    const bool bFile = !*mpKeepFirst && mRadiosity.mReuse.mValue != PovRadiosity_cls::REUSE_NONE;
+    ShowRow(mRowFile, bFile);
+    ShowRow(mRowName, bFile && !mRadiosity.GetNameProblem().empty());
 }
 
 // Photons.

@@ -72,6 +72,7 @@ private:
     bool* mpKeepFirst;
     int mRowReuse = 0;
     int mRowFile = 0;
+    int mRowName = 0; ///< what is wrong with it
 };
 
 class PovPhotonsPage_cls final : public PovOptions_cls {

@@ -64,6 +64,12 @@ TEST_F(FilmPov, ScenesAreWrittenWithTheProjectsNames) {
     EXPECT_NE(files.at("povanim0001.ini").find("DISPLAY=off\n"), std::string::npos);
     EXPECT_NE(files.at("povanim0001.pov"), files.at("povanim0002.pov"));
     EXPECT_EQ(files.at("povanim0001.pov").compare(0, 15, "global_settings"), 0);
+    // Frames before the work area have numbers below those of the film.
+    mProject = mFolder.MakeProject("late.mrp", "DownSizing=100\nTimeWorkAreaMin=3\nTimeAnimInterp=2\n");
+    fs::create_directory(mFolder.mPath / "late");
+    const ChildRun_st late = RunFilm({"--pov-export", mFolder / "late", "--frames", "1", mProject});
+    EXPECT_EQ(late.mStatus, 0) << late.mErr;
+    EXPECT_EQ(Names("late", ".pov"), (std::set<std::string>{"povanim-001.pov", "povanim0000.pov"}));
 }
 
 TEST_F(FilmPov, PartsAreTheBytesOfOneRun) {
@@ -85,7 +91,7 @@ TEST_F(FilmPov, OneSnapshotsDataAreTheSameInAllParts) {
     fs::copy_file(melt + "melt0000.txt", mFolder / "one/melt0000.txt");
     std::ifstream file(melt + "melt_cut.mrp");
     std::string text(std::istreambuf_iterator<char>(file), {});
-    const auto getData = [](const std::string& scene) { return scene.find("#declare PARTICLES"); };
+    const auto getData = [](const std::string& scene) { return scene.find("sphere{"); };
     for (const bool bCut : {true, false}) {
         const size_t valid = text.find("FilterValid=1");
         ASSERT_NE(valid, std::string::npos);
@@ -189,7 +195,7 @@ TEST_F(FilmPov, FailedFramesAreNamedAndTheOthersMade) {
 
 TEST_F(FilmPov, StoppedFilmsLeaveNoRendererAndNoHalfPicture) {
     Pretend("echo half > \"$name.png\"; echo $$ > pid; while :; do sleep 0.05; done");
-    std::vector<std::string> words = {"--size", "48x36", "--pov-render", mFolder / "out", mProject};
+    const Words words = {"--size", "48x36", "--blur", "1/2", "--pov-render", mFolder / "out", mProject};
     bool bStopped = false;
     const ChildRun_st run = RunFilm(words, {}, [&](pid_t film) {
         if (bStopped || !fs::exists(mFolder.mPath / "out/pid")) return;
@@ -200,7 +206,7 @@ TEST_F(FilmPov, StoppedFilmsLeaveNoRendererAndNoHalfPicture) {
     std::ifstream(mFolder / "out/pid") >> renderer;
     ASSERT_GT(renderer, 0);
     EXPECT_NE(kill(renderer, 0), 0);
-    EXPECT_TRUE(Names("out", ".png").empty());
+    EXPECT_EQ(mFolder.ReadAll("out").size(), 1u) << "and no scene of a moment";
 }
 
 TEST_F(FilmPov, WrongWordsAndMissingRenderersAreToldFirst) {
@@ -218,6 +224,8 @@ TEST_F(FilmPov, WrongWordsAndMissingRenderersAreToldFirst) {
     told({"--pov-export", "/proc/self", mProject}, 2, "--pov-export: no file can be made");
     mProject = mFolder.MakeProject("odd.mrp", "PovOutputFomat=3\n");
     told({"--pov-render", out, mProject}, 2, "PovOutputFomat=: POV-Ray 3.7 refuses");
+    mProject = mFolder.MakeProject("odd.mrp", "PovOutputFomat=5\n");
+    told({"--pov-render", out, "--transparent", mProject}, 2, "\"jpg\" files keep no transparency");
     mProject = mFolder.MakeProject("odd.mrp", "FilePovAnim=%s\n");
     told({"--pov-render", out, mProject}, 2, "FilePovAnim=: \"%s\" has no number");
     mProject = mFolder.MakeProject("odd.mrp", "PathPovRay=/no/such/povray\n");

@@ -129,8 +129,12 @@ TEST_F(PovDialog, AnimationIsWrittenThenRenderedFrameByFrame) {
     TypeInto(FindField(mpGUI, "Number of the first frame"), "10");
     Time()->SetRepeatNative(1);
     PressButton("RenderAnim");
-    ASSERT_TRUE(PumpUntil([] { return Pov().IsBusy(); }));
+    ASSERT_TRUE(PumpUntil([] { return Pov().mbRenderingAnim && !Pov().mbRenderDone; }));
+    Pov().mCFormat.mOutputFormat.mValue = 5; // what is written stays what it is
+    Pov().mPathPovRay.mStrValue = "/no/such/povray";
     ASSERT_TRUE(WaitForEnd());
+    EXPECT_TRUE(Pov().GetFailures().empty());
+    EXPECT_TRUE(FindByTip(mpGUI, wxString::FromUTF8(mDir / "povanim0012.png"))) << "it is shown small";
     const std::set<std::string> pictures = {"povanim0010.png", "povanim0011.png", "povanim0012.png"};
     EXPECT_EQ(Files(".png"), pictures);
     EXPECT_EQ(Files(".pov").size(), 3u);
@@ -283,11 +287,19 @@ TEST_F(PovDialog, FoldersAreMadeAndClosedOnesTold) {
 TEST_F(PovDialog, TryTellsTheTimeOfTheFilm) {
     Pov().mCFormat.mWidth.mValue = 128;
     Pov().mCFormat.mHeight.mValue = 96;
+    Pov().mCFormat.mOutputFormat.mValue = 4; // which no dialog of pictures knows
+    Pov().mCRadiosity.mType.mValue = PovRadiosity_cls::TYPE_PRETRACE;
+    Pov().mCRadiosity.mReuse.mValue = PovRadiosity_cls::REUSE_SAVE;
+    Pov().mCRadiosity.mPath.mStrValue = "light.rca";
+    Go("light.rca");
+    const std::string light = ReadFile("light.rca");
     PressButton("Try");
     ASSERT_TRUE(PumpUntil([] { return !Pov().GetTrialText().empty(); }, 60000));
     EXPECT_TRUE(Pov().GetTrialText().Contains("a film of 3 frames")) << Pov().GetTrialText();
-    wxImage picture(wxString::FromUTF8(mDir / "povtry.png"));
-    EXPECT_EQ(picture.GetSize(), wxSize(32, 24));
+    EXPECT_TRUE(FindByTip(mpGUI, wxString::FromUTF8(mDir / "povtry.ppm"))) << "it is shown small";
+    EXPECT_EQ(ReadFile("povtry.ppm").substr(3, 6), "32 24\n");
+    EXPECT_EQ(ReadFile("light.rca"), light) << "what a whole picture found stays";
+    EXPECT_EQ(Pov().mCRadiosity.mReuse.mValue, unsigned(PovRadiosity_cls::REUSE_SAVE));
     EXPECT_EQ(Pov().mCFormat.mWidth.mValue, 128);
     EXPECT_EQ(mpGUI->GetStatusText(), Pov().GetTrialText());
     Settle();
