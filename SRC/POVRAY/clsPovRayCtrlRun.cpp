@@ -184,7 +184,13 @@ void PovRayCtrl_cls::NoteEnd() {
 wxString PovRayCtrl_cls::GetProgressText() const {
     if (mbExportingAnim) return wxString::Format(_("Scenes written: %d"), mAnimNumber - mAnimInitNumber);
     if (mbRenderDone && !mbRenderingAnim) return wxString();
-    wxString text = mbAnimRun ? mProgress.GetText() : wxString();
+    wxString text;
+    if (mbAnimRun) { // the frame in work, not how many there are
+        const int total = mProgress.GetTotal();
+        text = wxString::Format(_("Frame %d of %d"), std::min(mProgress.GetDone() + 1, total), total);
+        const long long left = mProgress.GetLeftMillis();
+        if (left > 0) text += wxString::Format(_(", %s left"), Duration(left));
+    }
     const int percent = mJob.GetPercent();
     if (!mbRenderDone && percent >= 0) {
         text += (text.empty() ? "" : ", ") + wxString::Format("%d %%", percent);
