@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "GL/DRAW/ParticleChecks.h"
 #include "GL/DRAW/clsArrayAndIndex.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
@@ -232,6 +233,15 @@ TEST_F(PovParticles, OpacityIsTheViews) {
     first.mDrawType.mValue = DRAW_SPHERE;
     EXPECT_NEAR(getAlpha(), std::min(0.4 * GLDrawData_cls::GetSteppingAlphaFactor(4), 1.0), 0.0011);
     EXPECT_NE(GLDrawData_cls::GetSteppingAlphaFactor(4), 1.0);
+    // Of many billboards the own radius counts, though they are drawn with one.
+    list.mStep = 1;
+    first.mDrawType.mValue = DRAW_BILLBOARD;
+    first.mAlphaType.mValue = ALPHA_BY_RADIUS;
+    first.mRadiusType.mValue = RADIUS_CONSTANT;
+    first.mRadiusFactorForConst.mValue = 0.5f;
+    EXPECT_NEAR(getAlpha(), 0.8 * 0.25 / 0.25, 0.0011);
+    mEntries.resize(kManyBillboards + 1, mEntries[1]);
+    EXPECT_NEAR(getAlpha(), 0.8 * 0.25 / (0.5 * 1.5 * 0.5 * 1.5), 0.0011);
 }
 
 TEST_F(PovParticles, EachParticleMayHaveItsColour) {

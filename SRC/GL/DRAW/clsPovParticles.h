@@ -60,6 +60,7 @@ private:
         float mAlphaFactor = 1.0f;
         unsigned mDrawType = 0;
         bool mbAlphaByRadius = false;
+        bool mbOwnRadius = false; ///< the particle's own counts there, whatever it is drawn with
         float mStepping = 1.0f;  ///< share of opacity that downsizing leaves
         float mAlphaBase = 1.0f; ///< squared
         float mAlphaMax = 1.0f;
