@@ -296,6 +296,7 @@ TEST_F(PovDialog, TryTellsTheTimeOfTheFilm) {
     Pov().mCRadiosity.mType.mValue = PovRadiosity_cls::TYPE_PRETRACE;
     Pov().mCRadiosity.mReuse.mValue = PovRadiosity_cls::REUSE_SAVE;
     Pov().mCRadiosity.mPath.mStrValue = "light.rca";
+    mpGUI->UpdateValues();
     Go("light.rca");
     const std::string light = ReadFile("light.rca");
     PressButton("Try");
@@ -378,7 +379,13 @@ TEST_F(PovDialog, PagesShowWhatCounts) {
     EXPECT_FALSE(isShown("Name of the file"));
     Choose(static_cast<wxChoice*>(radiosity->GetField(1)), 1);
     EXPECT_TRUE(isShown("Name of the file"));
+    EXPECT_FALSE(FindByLabel(mpGUI, "POV-Ray reads no such name."));
+    static_cast<wxTextCtrl*>(FindByTip(radiosity, "Name of the file"))->ChangeValue("li\"ght");
+    mpGUI->UpdateFromText();
+    Settle();
+    EXPECT_TRUE(FindByLabel(mpGUI, "POV-Ray reads no such name."));
     Snap("pov_radiosity");
+    Hub()->Undo();
     Hub()->Undo();
     Hub()->Undo();
     EXPECT_FALSE(isShown("Rays that look for light")) << "pages follow the undo list";
@@ -390,7 +397,11 @@ TEST_F(PovDialog, PagesShowWhatCounts) {
     EXPECT_TRUE(mpGUI->GetPCPage(0)->GetField(2)->IsEnabled()) << "for any other";
     EXPECT_EQ(Pov().mCFormat.mWidth.mValue, 320);
     Choose(static_cast<wxChoice*>(mpGUI->GetPCPage(0)->GetField(0)), 2);
-    EXPECT_TRUE(FindByLabel(mpGUI, Pov().mCFormat.GetRefusal()));
+    EXPECT_TRUE(FindByLabel(mpGUI, "POV-Ray 3.7 refuses this."));
+    Settle();
+    EXPECT_TRUE(mpGUI->GetPCPage(0)->GetBestSize().y <= mpGUI->GetPCPage(0)->GetSize().y)
+        << "all rows have room";
+    Snap("pov_refusal");
     PressButton("Advanced");
     ASSERT_TRUE(WaitForWindow("Pov-Ray Advanced Settings"));
     TypeInto(dynamic_cast<NumField_cls*>(mpGUI->GetPCAdvanced()->GetField(0)), "33");
