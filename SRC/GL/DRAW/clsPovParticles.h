@@ -61,8 +61,8 @@ private:
         unsigned mDrawType = 0;
         bool mbAlphaByRadius = false;
         bool mbOwnRadius = false; ///< the particle's own counts there, whatever it is drawn with
-        float mStepping = 1.0f;  ///< share of opacity that downsizing leaves
-        float mAlphaBase = 1.0f; ///< squared
+        float mStepping = 1.0f;   ///< share of opacity that downsizing leaves
+        float mAlphaBase = 1.0f;  ///< squared
         float mAlphaMax = 1.0f;
         PovText_cls::Surface_st mSurface;
         SphereLook_cls mLook;
