@@ -39,7 +39,7 @@ save_as() {
 
 # look_through_camera_path: the view's first choice, last entry.
 look_through_camera_path() {
-  click 60 45
+  click 60 70
   key End Return
   settle "$MAIN"
 }

@@ -7,10 +7,11 @@ PROGRAM=$BUILD/morentis
 ASSUME_YES=0
 
 RUN_PACKAGES=(g++ cmake ninja-build pkg-config ccache mold libwxgtk3.2-dev libepoxy-dev libgl-dev
-  libglu1-mesa-dev freeglut3-dev libx11-dev libassimp-dev libgl1-mesa-dri xvfb)
+  libglu1-mesa-dev freeglut3-dev libx11-dev libassimp-dev libgl1-mesa-dri xvfb python3)
 # Without these a tree with tests and benchmarks can't be configured.
 TEST_LIBRARIES=(libgtest-dev libbenchmark-dev libgtk-3-dev libxtst-dev)
-TEST_PACKAGES=("${TEST_LIBRARIES[@]}" clang-format python3 openbox povray ffmpeg binutils)
+TEST_PACKAGES=("${TEST_LIBRARIES[@]}" clang-format openbox povray ffmpeg binutils
+  appstream desktop-file-utils shared-mime-info libglib2.0-bin man-db bash-completion)
 
 say() { printf '%s\n' "$*" >&2; }
 fail() { say "$@"; exit 1; }

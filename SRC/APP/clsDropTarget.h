@@ -1,4 +1,4 @@
-// Files dropped on the main window: a project opens, and so does any one file of a sequence.
+// Files dropped on the main window: a project opens, any one file of a sequence, or a mesh.
 #pragma once
 
 #include <wx/dnd.h>

@@ -41,7 +41,7 @@ wxString FolderOf(const wxString& path) { return path == "None" ? wxString() : w
 } // namespace
 
 FileMenu_cls::FileMenu_cls(FrameMain_cls& frame, ConfItemList_cls& list)
-    : mFrame(frame), mHub(*frame.GetPCMain()) {
+    : mFrame(frame), mHub(*frame.GetPCMain()), mOpener(frame) {
     list.Add(&mCItemLastMRP, "LastOpenedFileMRP=", "None");
     BindMenu(mFrame, this, ID_OPEN_PROJECT, &FileMenu_cls::OnMenuOpenProject);
     BindMenu(mFrame, this, ID_SAVE_PROJECT, &FileMenu_cls::OnMenuSaveProject);
@@ -63,6 +63,7 @@ void FileMenu_cls::OnIdle(wxIdleEvent& event) {
     event.Skip();
     if (!mWaitingProject.empty() && !GbGLLockDrawing.load())
         OpenProjectAsked(std::exchange(mWaitingProject, wxString()));
+    mOpener.OpenWaiting();
 }
 
 void FileMenu_cls::UpdateTitle(const wxString& projectName) {
@@ -263,11 +264,8 @@ void FileMenu_cls::OnMenuCloseData(wxCommandEvent&) {
     mFrame.UpdateStatusText();
 }
 
-void FileMenu_cls::OpenDroppedFile(const wxString& path) {
-    if (wxFileName(path).GetExt().Lower() == "mrp")
-        OpenProjectAsked(path);
-    else
-        OpenWithLoader(path);
+void FileMenu_cls::OpenFirstFiles() {
+    if (!mVFirstFiles.empty()) mOpener.Open(std::exchange(mVFirstFiles, {}), true);
 }
 
 void FileMenu_cls::OpenWithLoader(const wxString& path) {

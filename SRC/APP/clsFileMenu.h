@@ -2,7 +2,9 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
+#include "APP/clsFileOpener.h"
 #include "CONFITEM/clsConfItem.h"
 
 class ConfItemList_cls;
@@ -24,8 +26,11 @@ public:
     void OpenProjectAsked(const wxString& path);
     /// Ask for a recovery project that a program left which ended without being asked.
     void OfferRecovery();
-    /// A project opens; any other file opens with the present grammar, through the dialog's check.
-    void OpenDroppedFile(const wxString& path);
+    /// For files that are handed over from outside.
+    FileOpener_cls& GetOpener() { return mOpener; }
+    /// Files of the command line: opened behind the question about recovery, when there is a picture.
+    void SetFirstFiles(const std::vector<wxString>& paths) { mVFirstFiles = paths; }
+    void OpenFirstFiles();
     void FillRecentMenus();
     /// Empty: no project is named. A star before the title tells of unsaved steps.
     void UpdateTitle(const wxString& projectName);
@@ -58,6 +63,8 @@ private:
 
     FrameMain_cls& mFrame;
     Main_cls& mHub;
+    FileOpener_cls mOpener;
+    std::vector<wxString> mVFirstFiles;
     ConfItemSTR_cls mCItemLastMRP;
     bool mbProjectNamed = false;
     bool mbQuitAsked = false; ///< the end that comes is wanted

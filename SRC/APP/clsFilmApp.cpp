@@ -16,6 +16,7 @@
 #include "APP/FilmGuard.h"
 #include "APP/FilmProgress.h"
 #include "APP/FilmStop.h"
+#include "APP/WindowArgs.h"
 #include "APP/clsFilmMaker.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
@@ -30,9 +31,6 @@
 namespace {
 
 void Complain(const std::string& text) { std::fprintf(stderr, "morentis-film: %s\n", text.c_str()); }
-
-/// A word of the command line: paths are bytes of any kind, and come out as they went in.
-wxString ToText(const char* word) { return wxString(word, *wxConvFileName); }
 
 /// The program's own words go nowhere; ours go where they did.
 std::FILE* TakeStandardOutput() {
@@ -166,7 +164,7 @@ int RunMorentisFilm(int argc, char** argv) {
     UseAnyFileName();
     std::vector<wxString> words;
     for (int i = 1; i < argc; ++i)
-        words.push_back(ToText(argv[i]));
+        words.push_back(FromCommandLine(argv[i]));
     FilmArgs_st args;
     const wxString error = ParseFilmArgs(words, &args);
     if (!error.empty()) {
@@ -174,7 +172,10 @@ int RunMorentisFilm(int argc, char** argv) {
         return int(FilmStatus::WrongArguments);
     }
     if (args.mbHelp || args.mbVersion) {
-        std::fputs(args.mbHelp ? GetFilmHelp().utf8_str() : "morentis-film 0.80\n", stdout);
+        if (args.mbHelp)
+            std::fputs(GetFilmHelp().utf8_str(), stdout);
+        else
+            std::printf("morentis-film %s\n", GetVersion());
         return 0;
     }
     return RunGuarded([&args, argv] { return MakeFilm(args, argv); });

@@ -10,6 +10,7 @@
 #include "FILTER/PANEL/clsFilterPanelPain.h"
 #include "FILTER/PANEL/clsTexPropertyCtrl.h"
 #include "FILTER/clsFilterLists.h"
+#include "FILTER/clsFilterObject.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
 
@@ -101,10 +102,24 @@ void FilterMenu_cls::OnMenuFilterAdd(wxCommandEvent& event) {
     for (const Entry_st& entry : kAdd) {
         if (entry.mId != event.GetId()) continue;
         const int index = GetFilterKind(entry.mType).mList;
-        FilterCtrl_cls& list = mHub.mpCFilters->Get(index);
-        list.AddFilterCommand(entry.mType);
-        mFrame.GetPCTopHalf()->ShowFilter(index, list.GetCount() - 1);
+        mHub.mpCFilters->Get(index).AddFilterCommand(entry.mType);
+        ShowLastOf(index);
     }
+}
+
+void FilterMenu_cls::AddMesh(const wxString& path) {
+    FinishEdits();
+    const int index = GetFilterKind(FILTER_OBJECT).mList;
+    mHub.mpCFilters->Get(index).AddFilterCommand(FILTER_OBJECT, [&path](FilterData_cls& data) {
+        auto& object = static_cast<FilterObjectData_cls&>(data);
+        object.mCObjectType.mValue = FilterObjectData_cls::IMPORT;
+        object.mCImportPath.mStrValue = path;
+    });
+    ShowLastOf(index);
+}
+
+void FilterMenu_cls::ShowLastOf(int list) {
+    mFrame.GetPCTopHalf()->ShowFilter(list, mHub.mpCFilters->Get(list).GetCount() - 1);
 }
 
 void FilterMenu_cls::OnMenuFilterUp(wxCommandEvent&) {

@@ -6,6 +6,7 @@
 class FrameMain_cls;
 class Main_cls;
 class wxCommandEvent;
+class wxString;
 
 class FilterMenu_cls {
 public:
@@ -13,6 +14,9 @@ public:
     explicit FilterMenu_cls(FrameMain_cls& frame);
     FilterMenu_cls(const FilterMenu_cls&) = delete;
     FilterMenu_cls& operator=(const FilterMenu_cls&) = delete;
+
+    /// A new Object that shows the mesh of a file, as a step of the undo list.
+    void AddMesh(const wxString& path);
 
 private:
     void OnMenuFilterPopup(wxCommandEvent& event);
@@ -26,6 +30,7 @@ private:
     void OnMenuTexProperty(wxCommandEvent& event);
     void OnMenuRefreshTexture(wxCommandEvent& event);
     void FinishEdits();
+    void ShowLastOf(int list);
 
     FrameMain_cls& mFrame;
     Main_cls& mHub;

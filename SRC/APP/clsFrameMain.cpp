@@ -33,6 +33,7 @@
 #include "COMMON/clsUpdateStatusBar.h"
 #include "FILTER/clsBondFollower.h"
 #include "FILTER/clsFilterLists.h"
+#include "GL/BASE/DrawWay.h"
 #include "GL/BASE/clsPreference.h"
 #include "GL/VIEW/clsCameraPathCtrl.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
@@ -76,6 +77,7 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
     mpCShortcut = new Shortcut_cls(this);
     mpCPreference = new Preference_cls;
     mpCUserPreference = new Preference_cls;
+    SetDrawPreference(&mpCPreference->mCDrawWay.mValue);
     mTimer.Start(kTimerMillis);
     mpCFileMenu = std::make_unique<FileMenu_cls>(*this, mCConfList);
     mpCImageRun = std::make_unique<ImageRun_cls>(*this, mCConfList);
@@ -138,6 +140,7 @@ FrameMain_cls::~FrameMain_cls() {
     mpCExportRun.reset();
     mpCImageRun.reset();
     mpCFileMenu.reset();
+    SetDrawPreference(nullptr);
     delete mpCPreference;
     delete mpCUserPreference;
     delete mpCShortcut;
@@ -252,7 +255,10 @@ void FrameMain_cls::UpdateStatusText() {
 
 void FrameMain_cls::OpenProject(const wxString& path) { mpCFileMenu->OpenProject(path); }
 
-void FrameMain_cls::OfferRecovery() { mpCFileMenu->OfferRecovery(); }
+void FrameMain_cls::OfferRecovery() {
+    mpCFileMenu->OfferRecovery();
+    mpCFileMenu->OpenFirstFiles();
+}
 
 void FrameMain_cls::StopRun() { mpCImageRun->StopRun(); }
 

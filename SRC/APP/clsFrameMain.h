@@ -68,6 +68,7 @@ public:
     /// The view that was used last: the one that pictures are taken of.
     MainGLCanvas_cls* GetPCOutputCanvas() const;
     FileMenu_cls* GetPCFileMenu() const { return mpCFileMenu.get(); }
+    FilterMenu_cls* GetPCFilterMenu() const { return mpCFilterMenu.get(); }
     ImageRun_cls* GetPCImageRun() const { return mpCImageRun.get(); }
     /// Null without a screen.
     ToolBar_cls* GetPCToolBar() const { return mpCToolBar.get(); }

@@ -1,20 +1,48 @@
 #include "APP/clsMyApp.h"
 
+#include <clocale>
+#include <cstdio>
 #include <exception>
 #include <new>
 
-#include <wx/filename.h>
-
 #include "APP/AppSetup.h"
 #include "APP/UnaskedEnd.h"
+#include "APP/WindowArgs.h"
+#include "APP/clsFileMenu.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "COMMON/MsgBox.h"
+#include "COMMON/clsSplitPath.h"
 #include "WIDGET/Realize.h"
 
 wxIMPLEMENT_APP_NO_MAIN(MyApp);
 
-int RunMorentis(int argc, char** argv) { return wxEntry(argc, argv); }
+namespace {
+constexpr int kWrongArguments = 2;
+std::vector<wxString> sVFirstFiles; ///< of the command line
+} // namespace
+
+int RunMorentis(int argc, char** argv) {
+    std::setlocale(LC_CTYPE, "");
+    UseAnyFileName();
+    std::vector<wxString> words;
+    for (int i = 1; i < argc; ++i)
+        words.push_back(FromCommandLine(argv[i]));
+    WindowArgs_st args;
+    const wxString error = ParseWindowArgs(words, &args);
+    if (!error.empty()) {
+        std::fprintf(stderr, "morentis: %s (--help tells all options)\n", error.utf8_string().c_str());
+        return kWrongArguments;
+    }
+    if (args.mbHelp || args.mbVersion) {
+        std::printf("%s", args.mbHelp ? GetWindowHelp().utf8_string().c_str() : "morentis ");
+        if (!args.mbHelp) std::printf("%s\n", GetVersion());
+        return 0;
+    }
+    sVFirstFiles = args.mVFiles;
+    int one = 1; // the toolkit takes no options
+    return wxEntry(one, argv);
+}
 
 bool MyApp::OnInit() {
     SetAppName("morentis");
@@ -23,6 +51,7 @@ bool MyApp::OnInit() {
     SetFirstSize(mpCMain->mpCFrameMain);
     mpCMain->mpCFrameMain->Show(true);
     SetTopWindow(mpCMain->mpCFrameMain);
+    mpCMain->mpCFrameMain->GetPCFileMenu()->SetFirstFiles(sVFirstFiles);
     WatchUnaskedEnds([this] { mpCMain->LastWords(); });
     Bind(wxEVT_QUERY_END_SESSION, &MyApp::OnEndSession, this);
     Bind(wxEVT_END_SESSION, &MyApp::OnEndSession, this);

@@ -23,5 +23,5 @@ private:
 
 wxDECLARE_APP(MyApp);
 
-/// Run the program until its window closes; command-line arguments are not looked at.
+/// Run the program until its window closes, with the files of its command line (WindowArgs.h).
 int RunMorentis(int argc, char** argv);

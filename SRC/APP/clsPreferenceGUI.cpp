@@ -121,9 +121,13 @@ void PreferenceGUI_cls::SetMNumMemParam(wxBoxSizer* pSizer) {
         _("Dragging"), &mpCPreference->mCThinDrags.mValue, _("Fewer particles meanwhile"),
         _("While a drag turns a view or moves an item, only as many particles are drawn as keep the picture "
           "moving; pictures and films always have all"));
-    mpCPerformance->SetOnChange([this, sort](int row, bool) {
+    const int way = mpCPerformance->AddChoice(
+        _("Draw particles"), &mpCPreference->mCDrawWay.mValue, {_("Auto"), _("OpenGL"), _("Processor")},
+        _("Who draws points, billboards and Exact spheres. Auto: the processor itself where OpenGL is a "
+          "software driver, as there it is faster"));
+    mpCPerformance->SetOnChange([this, sort, way](int row, bool) {
         KeepForUser();
-        if (row == sort) PostMenuEvent(ID_REFRESH_GL);
+        if (row == sort || row == way) PostMenuEvent(ID_REFRESH_GL);
     });
     pSizer->Add(mpCPerformance, 1, wxEXPAND);
 }

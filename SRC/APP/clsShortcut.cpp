@@ -29,12 +29,18 @@ bool Shortcut_cls::ProcShortcutKey(int modifier, int keycode) {
 bool Shortcut_cls::ProcCtrl(int keycode) {
     switch (keycode) {
     case '1':
+    case WXK_NUMPAD1:
+    case WXK_NUMPAD_END:
         SetDisplayMode(DISPLAY_TO_MINUS_X);
         return true;
     case '3':
+    case WXK_NUMPAD3:
+    case WXK_NUMPAD_PAGEDOWN:
         SetDisplayMode(DISPLAY_TO_MINUS_Y);
         return true;
     case '7':
+    case WXK_NUMPAD7:
+    case WXK_NUMPAD_HOME:
         SetDisplayMode(DISPLAY_TO_PLUS_Z);
         return true;
     case 'Y':

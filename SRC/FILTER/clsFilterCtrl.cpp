@@ -123,9 +123,10 @@ void FilterCtrl_cls::MoveFilterExe(int position, int delta) {
     }
 }
 
-void FilterCtrl_cls::AddFilterCommand(int type) {
+void FilterCtrl_cls::AddFilterCommand(int type, const std::function<void(FilterData_cls&)>& set) {
     auto filter = GetFilterKind(type).mpMake();
     filter->mpCData->InitNew();
+    if (set) set(*filter->mpCData);
     CommandFilterMake_cls::PushAdd(*this, std::move(filter), GetCount());
 }
 

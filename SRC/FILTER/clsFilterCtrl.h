@@ -1,6 +1,7 @@
 // One of the three ordered lists of filters. Its order is that of its panes and in which filters act.
 #pragma once
 
+#include <functional>
 #include <istream>
 #include <memory>
 #include <string>
@@ -40,8 +41,8 @@ public:
     Parameters_cls* GetPCParamFromID(const wxString& id) const;
 
     // The user's edits, a step of the undo list each.
-    /// A new filter of this kind at the end, with scale 1.
-    void AddFilterCommand(int type);
+    /// A new filter of this kind at the end, with scale 1. `set` changes its data before it is there.
+    void AddFilterCommand(int type, const std::function<void(FilterData_cls&)>& set = nullptr);
     /// The first selected filter; false when there is none.
     bool DeleteSelectedFilter();
     /// The first selected filter that can move so far; false when there is none.

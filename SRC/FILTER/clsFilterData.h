@@ -59,7 +59,7 @@ protected:
     FilterData_cls(bool bShowOnTimeLine, bool bWithParams);
     /// `color` as text: red, green, blue, alpha.
     ColorCurve_cls* AddColorCurve(const wxString& id, const wxString& color);
-    /// An item of our own making: projects have its line only where it isn't as it is at first, so that those
+    /// An item that came later: projects have its line only where it isn't as it is at first, so that those
     /// without it stay as they were.
     void AddOptional(ConfItem_cls* pItem, const wxString& key, const wxString& value);
     /// One more animated group, behind the others on the time line and in files. The caller owns it.

@@ -58,7 +58,6 @@ protected:
         TileDraw_cls draw(threads, kernels);
         mCanvas.Clear(mSize, mSize);
         draw.Draw(mScene, mSource, mCanvas);
-        mCanvas.FillBounds();
     }
     static float FromHalf(uint16_t half) {
         const int exponent = (half >> 10) & 31;

@@ -2,6 +2,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "PDATA/LayoutFit.h"
 #include "ReaderTestTools.h"
 
 namespace {
@@ -127,4 +128,29 @@ TEST_F(SnapshotHeader, WorksBeyondTwoGigabytes) {
     ReadSnapshotBody(job);
     EXPECT_EQ(0.0f, arrays->mpPos[1][2]);
     EXPECT_EQ(9.0f, arrays->mpPos[2][2]);
+}
+
+TEST_F(SnapshotHeader, LayoutsThatFitAFile) {
+    const auto fits = [this](int dataType, const std::vector<int>& body, const std::string& bytes) {
+        testing::internal::CaptureStdout();
+        const TestLoader_cls loader(dataType, {1}, body);
+        const bool bFits = FitsLayout(loader, wxString::FromUTF8(mDir.Write("fit.dat", bytes).c_str()));
+        testing::internal::GetCapturedStdout();
+        return bFits;
+    };
+    const std::string two = Pack(2, 1.0f, 2.0f, 3.0f, 4.0f, 5.0f, 6.0f);
+    EXPECT_TRUE(fits(0, {0}, two));
+    EXPECT_FALSE(fits(0, {0}, two + "rest")) << "a word more a record would be another layout";
+    EXPECT_FALSE(fits(0, {0, 5}, two)) << "cut off";
+    EXPECT_TRUE(fits(0, {0}, Pack(0)));
+    EXPECT_FALSE(fits(0, {0}, ""));
+    EXPECT_TRUE(fits(1, {2, 0}, "1\nHe 1 2e0 nan 7\r\n"));
+    EXPECT_TRUE(fits(1, {0}, "1\n1 2 3")) << "no line end behind the last record";
+    EXPECT_FALSE(fits(1, {0}, "1\nHe 1 2 3\n"));
+    EXPECT_FALSE(fits(1, {0}, "1\n1 2,5 3\n"));
+    EXPECT_FALSE(fits(1, {0, 5}, "1\n1 2 3\n"));
+    EXPECT_FALSE(fits(1, {0}, "ITEM: TIMESTEP\n1 2 3\n"));
+    EXPECT_TRUE(fits(1, {0}, "0\n"));
+    const TestLoader_cls loader(0, {1}, {0});
+    EXPECT_FALSE(FitsLayout(loader, "/nowhere/at.all"));
 }

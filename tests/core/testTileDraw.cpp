@@ -263,21 +263,64 @@ TEST_F(Sprites, BlendInTheOrderOfTheListAcrossTilesAndBatches) {
     EXPECT_NEAR(At(500, 500).c[0], expected, 0.001f);
 }
 
+/// A picture that was there before: a quarter grey, the lower half near, with a stencil.
+class GreyOrigin_cls : public TileOrigin_cls {
+public:
+    static constexpr uint32_t kNear = static_cast<uint32_t>(0.5 * 16777215.0) << 8 | 0x5a;
+    static constexpr uint32_t kFar = 0xffffff5au;
+    void Read(TileCanvas_cls& canvas, const TileCanvas_cls::Rect_st& part) override {
+        for (int y = part.bottom; y < part.bottom + part.height; ++y)
+            for (int x = part.left; x < part.left + part.width; ++x) {
+                const size_t at =
+                    static_cast<size_t>(y) * static_cast<size_t>(canvas.GetWidth()) + static_cast<size_t>(x);
+                canvas.GetDepth()[at] = y < canvas.GetHeight() / 2 ? kNear : kFar;
+                std::fill_n(canvas.GetColor() + 4 * at, 4, uint16_t{0x3400});
+                ++mRead;
+            }
+    }
+    int mRead = 0;
+};
+
 TEST_F(Sprites, AreHiddenByWhatThePictureHolds) {
+    GreyOrigin_cls origin;
     mSource.mList = {{{0, 0, -kMiddle}, 0.5f}};
-    mCanvas.Clear(mSize, mSize);
-    mCanvas.SetFilled();
-    const size_t pixels = static_cast<size_t>(mSize) * static_cast<size_t>(mSize);
-    const uint32_t near = static_cast<uint32_t>(0.5 * 16777215.0) << 8 | 0x5a;
-    std::fill_n(mCanvas.GetDepth(), pixels / 2, near); // below the middle, with a stencil
-    std::fill_n(mCanvas.GetDepth() + pixels / 2, pixels / 2, 0xffffff5au);
-    std::fill_n(mCanvas.GetColor(), 4 * pixels, uint16_t{0x3400}); // 0.25
+    mCanvas.Clear(mSize, mSize, &origin);
     TileDraw_cls(2).Draw(mScene, mSource, mCanvas);
     EXPECT_EQ(At(50, 45).c[2], 0.25f);
     EXPECT_NEAR(At(50, 55).c[2], 40.0f / 255.0f, 0.001f);
     EXPECT_EQ(At(2, 55).c[2], 0.25f);
-    EXPECT_EQ(mCanvas.GetDepth()[0], near);
-    EXPECT_EQ(mCanvas.GetDepth()[pixels - 1] & 0xff, 0x5au);
+    EXPECT_EQ(mCanvas.GetDepth()[40 * 100 + 50], GreyOrigin_cls::kNear);
+    EXPECT_EQ(mCanvas.GetDepth()[60 * 100 + 50], GreyOrigin_cls::kFar);
+}
+
+// Of the picture no more is read than the tiles that are touched, each pixel once, and nothing beyond limits.
+TEST_F(Sprites, TakeTheTilesThatTheyTouch) {
+    mSize = 400;
+    SetView(true);
+    const auto at = [&](double x, double y) {
+        mSource.mList.push_back(
+            {{float((x - mSize / 2.0) * GetPixel()), float((y - mSize / 2.0) * GetPixel()), -kMiddle},
+             float(3 * GetPixel())});
+    };
+    at(100, 100);
+    GreyOrigin_cls origin;
+    mCanvas.Clear(mSize, mSize, &origin);
+    TileDraw_cls draw(2);
+    draw.Draw(mScene, mSource, mCanvas);
+    EXPECT_EQ(origin.mRead, 64 * 32); // rows 97 to 103
+    mSource.mList.clear();
+    at(170, 170);
+    at(20, 20);
+    draw.Draw(mScene, mSource, mCanvas);
+    EXPECT_EQ(origin.mRead, mCanvas.GetTaken().width * mCanvas.GetTaken().height);
+    EXPECT_EQ(mCanvas.GetTaken().left, 0);
+    EXPECT_EQ(mCanvas.GetTaken().height, 192);
+    origin.mRead = 0;
+    mCanvas.Clear(mSize, mSize, &origin);
+    mCanvas.SetLimits({64, 0, 200, 400});
+    draw.Draw(mScene, mSource, mCanvas);
+    EXPECT_EQ(origin.mRead, 64 * 32);
+    EXPECT_EQ(mCanvas.GetTaken().left, 128);
 }
 
 class Points : public TileDrawTest {
@@ -340,6 +383,23 @@ TEST_F(Points, FadeInFog) {
     Draw();
     const float clear = std::exp(-0.81f);
     EXPECT_NEAR(At(10, 10).c[0], clear + 0.25f * (1 - clear), 0.001f);
+}
+
+// Of an alpha that 16 bits can't hold.
+TEST_F(Points, AddUpHoweverFaint) {
+    mScene.look[0].blend = TileLook_st::ADDS;
+    for (const float alpha : {2.4e-5f, 1e-4f}) {
+        mSource.mList.clear();
+        float sum = 0.0f; // a half float has 11 bits
+        for (int i = 0; i < 200; ++i) {
+            Add(10.5, 10.5, 4, 1.0f);
+            mSource.mList.back().color[3] = alpha;
+            const float unit = std::ldexp(1.0f, std::max(std::ilogb(sum + alpha), -14) - 10);
+            sum = std::floor((sum + alpha) / unit) * unit;
+        }
+        Draw();
+        EXPECT_EQ(At(10, 10).c[0], sum);
+    }
 }
 
 // All kinds in one list, with any numbers in it.
@@ -423,11 +483,48 @@ TEST_F(AnyList, LeavesOutWhatIsNoNumber) {
         }
 }
 
-TEST_F(AnyList, EndsWhereItIsTold) {
-    MakeList(10, false);
+// Depth ends at 1, which most of a wide view is near to.
+TEST_F(AnyList, ShowsWhatIsVeryFar) {
+    float projection[16] = {};
+    projection[0] = projection[5] = 2.0f;
+    projection[10] = -1.0f, projection[11] = -1.0f, projection[14] = -0.02f; // to 1e9
+    mScene.fog.mode = TileFog_st::NONE;
+    ASSERT_TRUE(mScene.view.Set(mScene.view.model, projection, mSize, mSize));
+    for (int look = 0; look < 4; ++look)
+        for (const float z : {-2e5f, -9e5f, -1e7f}) {
+            mSource.mList = {{{0, 0, z}, -0.1f * z, {1, 1, 1, 1}, look}};
+            Draw();
+            EXPECT_GT(CountLit(), 20) << look << ", " << z;
+        }
+}
+
+// All that is large lies in all tiles, so each tile is laid down and taken up again.
+TEST_F(AnyList, TellsOnTheWayAndEndsWhereItIsTold) {
+    MakeList(5000, false);
+    for (TileParticle_st& p : mSource.mList)
+        p.radius *= 40.0f;
+    Draw(2);
+    const std::vector<float> whole = Colors();
+    struct Told_st {
+        std::vector<long long> done;
+        size_t limit;
+    } told = {{}, 1000000};
+    const auto tell = [](void* pWho, long long done) {
+        Told_st& to = *static_cast<Told_st*>(pWho);
+        to.done.push_back(done);
+        return to.done.size() < to.limit;
+    };
+    TileDraw_cls draw(2);
     mCanvas.Clear(mSize, mSize);
-    TileDraw_cls draw(1);
-    EXPECT_FALSE(draw.Draw(mScene, mSource, mCanvas, [](void*, long long) { return false; }));
+    EXPECT_TRUE(draw.Draw(mScene, mSource, mCanvas, tell, &told));
+    EXPECT_EQ(Colors(), whole);
+    EXPECT_GE(told.done.size(), 2u);
+    EXPECT_TRUE(std::is_sorted(told.done.begin(), told.done.end()));
+    EXPECT_LE(told.done.back(), 5000);
+    told = {{}, 1};
+    mCanvas.Clear(mSize, mSize);
+    EXPECT_FALSE(draw.Draw(mScene, mSource, mCanvas, tell, &told));
+    EXPECT_EQ(told.done.size(), 1u);
 }
 
 } // namespace

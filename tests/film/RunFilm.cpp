@@ -94,6 +94,9 @@ private:
     dup2(open((folder + "/out").c_str(), O_WRONLY | O_CREAT, 0600), 1);
     dup2(open((folder + "/err").c_str(), O_WRONLY | O_CREAT, 0600), 2);
     std::vector<char*> pointers = {const_cast<char*>(limits.mProgram.c_str())};
+    char draw[] = "--draw";
+    if (char* way = getenv("MORENTIS_TEST_DRAW"); way && limits.mProgram == MORENTIS_FILM)
+        pointers.insert(pointers.end(), {draw, way});
     for (const std::string& word : words)
         pointers.push_back(const_cast<char*>(word.c_str()));
     pointers.push_back(nullptr);

@@ -158,7 +158,7 @@ TEST_F(FilmCommand, TellsWrongArgumentsBeforeItBegins) {
     const ChildRun_st missing = RunFilm(cases[2]);
     EXPECT_NE(missing.mErr.find(mFolder / "missing"), std::string::npos) << missing.mErr;
     const Environment nothing = {{"PATH", "/nonexistent"}};
-    EXPECT_EQ(RunFilm({"--version"}, nothing).mOut, "morentis-film 0.80\n");
+    EXPECT_EQ(RunFilm({"--version"}, nothing).mOut, "morentis-film 0.80.0\n");
     const ChildRun_st help = RunFilm({"--help"}, nothing);
     EXPECT_EQ(help.mStatus, 0);
     EXPECT_NE(help.mOut.find("--frames FIRST-LAST"), std::string::npos);

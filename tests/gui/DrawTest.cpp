@@ -132,6 +132,7 @@ void DrawTest::Draw(const std::vector<Particle_st>& particles) {
     else
         SetLights();
     mDraw.SetCameraPos(camera);
+    glTranslatef(mShift, 0.0f, 0.0f);
     mDraw.SetLightSourceInfo(mLightNumber, nullptr);
     GLAttribute_cls* attributes[4];
     for (size_t i = 0; i < 4; ++i)

@@ -58,6 +58,7 @@ protected:
     bool mbParallel = false;
     bool mbSpot = false; ///< the main light is near, fades and is a spot
     bool mbFog = false;
+    float mShift = 0.0f;              ///< of what is drawn, behind the camera's setting
     std::function<void()> mDrawMore;  ///< behind the particles, with their lights
     std::function<void()> mSetLights; ///< in place of the lights above; the camera stands in the matrix
     int mLightNumber = 2;

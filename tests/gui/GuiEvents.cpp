@@ -68,7 +68,8 @@ const struct {
     {WXK_BACK, GDK_KEY_BackSpace},     {WXK_DELETE, GDK_KEY_Delete}, {WXK_LEFT, GDK_KEY_Left},
     {WXK_RIGHT, GDK_KEY_Right},        {WXK_UP, GDK_KEY_Up},         {WXK_DOWN, GDK_KEY_Down},
     {WXK_HOME, GDK_KEY_Home},          {WXK_END, GDK_KEY_End},       {WXK_PAGEUP, GDK_KEY_Page_Up},
-    {WXK_PAGEDOWN, GDK_KEY_Page_Down}, {WXK_F5, GDK_KEY_F5}};
+    {WXK_PAGEDOWN, GDK_KEY_Page_Down}, {WXK_F5, GDK_KEY_F5},         {WXK_NUMPAD_END, GDK_KEY_KP_End},
+    {WXK_NUMPAD_HOME, GDK_KEY_KP_Home}};
 
 void PressCode(guint code, bool bDown) {
     ++sSent.mKeys;

@@ -15,6 +15,7 @@
 
 #include "APP/clsMyApp.h"
 #include "COMMON/RuntimeFiles.h"
+#include "GL/BASE/DrawWay.h"
 #include "GtkWords.h"
 
 namespace {
@@ -65,6 +66,8 @@ int main(int argc, char** argv) {
     RemoveRecoveryProjects();
     if (!wxTheApp->CallOnInit()) return 1;
     wxSetAssertHandler(FailOnAssert);
+    DrawWay way;
+    if (const char* draw = std::getenv("MORENTIS_TEST_DRAW"); draw && ReadDrawWay(draw, way)) SetDrawWay(way);
     PrintStackOfCrashes(); // behind the program's own words for a user
     int result = 1;
     {

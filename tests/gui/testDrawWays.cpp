@@ -172,6 +172,26 @@ TEST_F(DrawWays, DrawTheSameAmongEachOther) {
     ExpectSame("all kinds");
 }
 
+// Quads of a copy turn to where the eye is seen from what was copied: only OpenGL draws those.
+TEST_F(DrawWays, LeaveFacingQuadsOfCopiesAlone) {
+    for (unsigned quality = 0; quality < 2; ++quality) {
+        SetAll(1, quality);
+        mShift = 0.5f;
+        const long long passes = CpuDraw_cls::GetPasses();
+        DrawBy(DrawWay::CPU, mParticles);
+        EXPECT_EQ(CpuDraw_cls::GetPasses(), passes + (quality == 0 ? 1 : 0));
+    }
+}
+
+TEST_F(DrawWays, LeaveAFewToOpenGLByThemselves) {
+    SetAll(0);
+    const long long passes = CpuDraw_cls::GetPasses();
+    DrawBy(DrawWay::Auto, mParticles);
+    EXPECT_EQ(CpuDraw_cls::GetPasses(), passes);
+    DrawBy(DrawWay::Auto, std::vector<Particle_st>(20000, mParticles[0]));
+    EXPECT_EQ(CpuDraw_cls::GetPasses(), passes + 1);
+}
+
 TEST_F(DrawWays, KnowASoftwareDriver) {
     EXPECT_TRUE(IsSoftwareRenderer("llvmpipe (LLVM 15.0.6, 256 bits)"));
     EXPECT_TRUE(IsSoftwareRenderer("Software Rasterizer"));

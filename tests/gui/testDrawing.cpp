@@ -18,6 +18,7 @@
 #include "COMMON/PictureFault.h"
 #include "COMMON/clsUpdateStatusBar.h"
 #include "DrawTest.h"
+#include "GL/BASE/DrawWay.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GoldenPicture.h"
 
@@ -298,7 +299,8 @@ TEST_F(Drawing, ThePercentageMovesWhileDrawing) {
     std::vector<int> told;
     const std::function<void()> own =
         UpdateStatusBar_cls::Connect([&told] { told.push_back(GDrawingPercentage.load()); });
-    Draw(std::vector<Particle_st>(400000, {{0, 0, 0}, 0.06f})); // seconds, of which each fifth is told
+    const float radius = IsDrawnByProcessor() ? 0.2f : 0.06f;
+    Draw(std::vector<Particle_st>(400000, {{0, 0, 0}, radius})); // seconds, of which each fifth is told
     UpdateStatusBar_cls::Connect(own);
     EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
     EXPECT_GE(std::set<int>(told.begin(), told.end()).size(), 3u);

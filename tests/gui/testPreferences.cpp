@@ -8,6 +8,7 @@
 
 #include "APP/clsPreferenceGUI.h"
 #include "COMMON/Globals.h"
+#include "GL/BASE/DrawWay.h"
 #include "GL/BASE/clsPreference.h"
 #include "IMAGE/clsImageIO.h"
 #include "ProjectTest.h"
@@ -183,6 +184,13 @@ TEST_F(Preferences, EveryRowEditsItsOwnLine) {
     EXPECT_EQ(ImageIO_cls::msJPEGQuality, 77);
     EXPECT_EQ(Changes(before, Acting()->Serialize()), "PREF_SORT_TYPE=2\n");
     EXPECT_EQ(User()->mCSortType.mValue, 2u);
+    const wxString sorted = Acting()->Serialize();
+    Pick(dynamic_cast<wxChoice*>(panel->GetField(10)), 1);
+    EXPECT_EQ(Changes(sorted, Acting()->Serialize()), "PREF_DRAW_WAY=1\n"); // not written before
+    EXPECT_EQ(GetDrawWay(), DrawWay::GL);
+    Pick(dynamic_cast<wxChoice*>(panel->GetField(10)), 0);
+    EXPECT_EQ(Acting()->Serialize(), sorted);
+    EXPECT_EQ(User()->mCDrawWay.mValue, 0u);
     Store()->mLimitMB = limit;
     GThreadNumberReadAscii.store(threads);
     ImageIO_cls::msJPEGQuality = quality;

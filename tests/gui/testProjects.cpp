@@ -290,7 +290,7 @@ TEST_F(Projects, UnsavedStepsAreAskedAboutBeforeTheyGo) {
     const auto open = [&next](int way) {
         if (way == 0) Answer(next);
         if (way == 0) Menu(ID_OPEN_PROJECT);
-        if (way == 1) Frame()->GetPCFileMenu()->OpenDroppedFile(next);
+        if (way == 1) Frame()->GetPCFileMenu()->GetOpener().Open({next}, false);
         if (way == 2) Hub()->mpCRecentFiles->Add(RecentFiles_cls::Projects, next);
         if (way == 2) Menu(ID_RECENT_PROJECT_0);
         Settle();

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <iterator>
 #include <memory>
 #include <regex>
 #include <sstream>
@@ -186,6 +187,12 @@ private:
     std::unique_ptr<Child_cls> mServer;
 };
 
+/// A process' command line; empty when it is over.
+std::string GetWords(pid_t pid) {
+    std::ifstream file("/proc/" + std::to_string(pid) + "/cmdline");
+    return std::string((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+}
+
 class Start : public ::testing::Test {
 protected:
     Start() {
@@ -200,11 +207,14 @@ protected:
     /// Start it on this display, let it come to rest, do something with it and end it; the toolkit's
     /// complaints.
     std::string Run(const std::string& display,
-                    const std::function<void(Screen_cls&, const Child_cls&)>& use = {}) {
+                    const std::function<void(Screen_cls&, const Child_cls&)>& use = {},
+                    const std::vector<std::string>& files = {}) {
         const std::string words = mFolder / "words";
         Screen_cls screen(display);
         EXPECT_TRUE(screen.IsThere());
-        Child_cls program({(mFolder / "morentis").string()}, [&] {
+        std::vector<std::string> command{(mFolder / "morentis").string()};
+        command.insert(command.end(), files.begin(), files.end());
+        Child_cls program(command, [&] {
             setenv("DISPLAY", display.c_str(), 1);
             dup2(open(words.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), 2);
         });
@@ -250,6 +260,31 @@ TEST_F(Start, ComesToTheScreenWithoutAWordOfTheToolkit) {
     }
     for (int round = 0; round < 2; ++round)
         EXPECT_EQ(Run(bare.mName), "") << "without a window manager";
+}
+
+TEST_F(Start, OpensEachProjectOfItsCommandLineInAWindow) {
+    const std::string second = MORENTIS_TEST_ROOT "/examples/deposit_text/deposit_text.mrp";
+    pid_t other = -1;
+    const auto find = [&other, this] {
+        for (const auto& entry : fs::directory_iterator("/proc")) {
+            const pid_t pid = std::atoi(entry.path().filename().c_str());
+            // Of the first one's words the second project isn't the third.
+            if (GetWords(pid).rfind((mFolder / "morentis").string() + '\0' + "--", 0) == 0) other = pid;
+        }
+        return other > 0;
+    };
+    Run(std::getenv("DISPLAY"),
+        [&](Screen_cls& screen, const Child_cls& program) {
+            const std::string title = "Morentis3 - " MORENTIS_TEST_ROOT;
+            EXPECT_TRUE(
+                WaitUntil([&] { return screen.HasWindow(program.mPid, title + kProject, kLeastWidth); }));
+            ASSERT_TRUE(WaitUntil(find));
+            EXPECT_TRUE(
+                WaitUntil([&] { return screen.HasWindow(other, "Morentis3 - " + second, kLeastWidth); }));
+        },
+        {MORENTIS_TEST_ROOT + std::string(kProject), second});
+    if (other > 0) kill(other, SIGTERM);
+    EXPECT_TRUE(WaitUntil([&] { return other <= 0 || GetWords(other).empty(); })) << "it ends by itself";
 }
 
 } // namespace

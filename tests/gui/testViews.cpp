@@ -91,6 +91,8 @@ TEST_F(Views, KeysPickTheSideOfTheActiveView) {
                 {'1', wxMOD_CONTROL, 2},
                 {'3', wxMOD_CONTROL, 4},
                 {'7', wxMOD_CONTROL, 5},
+                {WXK_NUMPAD_END, wxMOD_CONTROL, 2},
+                {WXK_NUMPAD_HOME, wxMOD_CONTROL, 5},
                 {'0', 0, 0}};
     for (const auto& key : keys) {
         Key(key.mKey, key.mModifier);

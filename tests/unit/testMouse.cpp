@@ -116,6 +116,9 @@ TEST(Preference, writesItsKeysInOrder) {
     EXPECT_FALSE(preference.ReadStrLine("PREF_OTHER=2"));
     preference.SetToDefaultMouse(1);
     EXPECT_EQ(preference.Serialize(), "PREF_SORT_TYPE=2\nPREF_FIT_FIRST=1\nPREF_THIN_DRAGS=1\n");
+    EXPECT_TRUE(preference.ReadStrLine("PREF_DRAW_WAY=2"));
+    EXPECT_EQ(preference.Serialize(),
+              "PREF_SORT_TYPE=2\nPREF_FIT_FIRST=1\nPREF_THIN_DRAGS=1\nPREF_DRAW_WAY=2\n");
 }
 
 TEST(Mouse, placesArePhysicalPixelsAndUnitsOfTheHalfWindow) {

@@ -1,25 +1,28 @@
 #include "GL/BASE/DrawWay.h"
 
-#include <epoxy/gl.h>
+#include <optional>
 
 #include <wx/intl.h>
 
+#include "GL/BASE/clsGLInfo.h"
+
 namespace {
 
-DrawWay sWay = DrawWay::Auto; // UI thread
-
-const wxString& GetRenderer() {
-    static wxString sRenderer;
-    if (!sRenderer.empty()) return sRenderer;
-    const GLubyte* pName = glGetString(GL_RENDERER);
-    if (pName) sRenderer = wxString::FromUTF8(reinterpret_cast<const char*>(pName));
-    return sRenderer;
-}
+// UI thread.
+std::optional<DrawWay> sWay;
+const unsigned* spPreference = nullptr;
 
 } // namespace
 
 void SetDrawWay(DrawWay way) { sWay = way; }
-DrawWay GetDrawWay() { return sWay; }
+void SetDrawPreference(const unsigned* pWay) { spPreference = pWay; }
+
+DrawWay GetDrawWay() {
+    if (sWay) return *sWay;
+    return spPreference && *spPreference <= static_cast<unsigned>(DrawWay::CPU)
+               ? static_cast<DrawWay>(*spPreference)
+               : DrawWay::Auto;
+}
 
 bool ReadDrawWay(const wxString& word, DrawWay& out) {
     if (word == "auto")
@@ -40,16 +43,20 @@ bool IsSoftwareRenderer(const wxString& renderer) {
     return false;
 }
 
-bool IsDrawnByProcessor() { return sWay == DrawWay::CPU; }
+bool IsDrawnByProcessor() {
+    const DrawWay way = GetDrawWay();
+    return way == DrawWay::CPU || (way == DrawWay::Auto && GLInfo_cls::IsSoftware());
+}
 
 wxString GetDrawWayText() {
-    const wxString name = GetRenderer().BeforeFirst('(').Trim();
-    if (sWay == DrawWay::GL)
+    const bool bSoftware = GLInfo_cls::IsSoftware();
+    const wxString name = GLInfo_cls::GetRenderer().BeforeFirst('(').Trim();
+    const DrawWay way = GetDrawWay();
+    if (way == DrawWay::GL)
         return wxString::Format(_("as you chose, particles are drawn by OpenGL (%s)"), name);
-    if (sWay == DrawWay::CPU)
+    if (way == DrawWay::CPU)
         return _("as you chose, particles are drawn by the processor where it can, else by OpenGL");
-    if (IsSoftwareRenderer(name))
-        return wxString::Format(_("software driver %s: particles are drawn by OpenGL; --draw cpu is faster"),
-                                name);
+    if (bSoftware)
+        return wxString::Format(_("software driver %s: particles are drawn by the processor"), name);
     return wxString::Format(_("graphics driver %s: particles are drawn by OpenGL"), name);
 }

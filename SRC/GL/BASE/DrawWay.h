@@ -4,14 +4,17 @@
 
 #include <wx/string.h>
 
-enum class DrawWay {
-    Auto, ///< OpenGL, as long as the processor's way isn't proved in whole films
+/// As a preference keeps it.
+enum class DrawWay : unsigned {
+    Auto, ///< where OpenGL is a software driver as CPU, but for few particles; else as GL
     GL,
     CPU ///< what it can: passes of all attributes with points, billboards and Exact spheres
 };
 
-/// As the user wants it; Auto at first.
+/// As the user wants it, whatever the preference says.
 void SetDrawWay(DrawWay way);
+/// Where the preference stands that counts otherwise, as long as it is there; null: Auto counts.
+void SetDrawPreference(const unsigned* pWay);
 DrawWay GetDrawWay();
 /// "auto", "gl" or "cpu"; false: none of them.
 bool ReadDrawWay(const wxString& word, DrawWay& out);

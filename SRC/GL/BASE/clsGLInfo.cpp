@@ -6,6 +6,8 @@
 
 #include <wx/intl.h>
 
+#include "GL/BASE/DrawWay.h"
+
 bool GLInfo_cls::msbInitialized = false;
 wxString GLInfo_cls::msStrVersion = "0.0";
 wxString GLInfo_cls::msStrVendor;
@@ -31,9 +33,7 @@ void GLInfo_cls::Initialize() {
     msStrVersion = ReadGLText(GL_VERSION);
     msStrVendor = ReadGLText(GL_VENDOR);
     msStrRenderer = ReadGLText(GL_RENDERER);
-    const wxString driver = msStrRenderer.Lower();
-    for (const char* pName : {"llvmpipe", "softpipe", "swrast", "software rasterizer"})
-        msbSoftware = msbSoftware || driver.Contains(pName);
+    msbSoftware = IsSoftwareRenderer(msStrRenderer);
     int major = 0;
     int minor = 0;
     const wxString glsl = ReadGLText(GL_SHADING_LANGUAGE_VERSION);
@@ -65,6 +65,7 @@ wxString GLInfo_cls::GetText() {
          << msStrVendor << "\n"
          << msStrRenderer << "\n";
     text << GetGLMaxElementsVertices() << "\n" << GetGLMaxElementsIndices() << "\n";
-    text << wxString::Format("Max Texture Size: %d", msMaxTexture);
+    text << wxString::Format("Max Texture Size: %d", msMaxTexture) << "\n";
+    text << GetDrawWayText();
     return text;
 }

@@ -11,9 +11,10 @@ public:
     static wxString GetGLVersionStr() { return msStrVersion; }
     /// Is the driver one of software, so that the processor draws? The first call needs a current context.
     static bool IsSoftware();
+    static wxString GetRenderer() { return msStrRenderer; }
     static wxString GetGLMaxElementsVertices();
     static wxString GetGLMaxElementsIndices();
-    /// One fact a line, for a box.
+    /// One fact a line, for a box; the last says who draws particles, and why.
     static wxString GetText();
 
 private:

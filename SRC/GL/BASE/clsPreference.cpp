@@ -48,11 +48,14 @@ void Preference_cls::SetToDefaultParam() {
     mCConfItemListPref.Add(&mCSortType, "PREF_SORT_TYPE=", "0");
     mCConfItemListPref.Add(&mCFitFirst, "PREF_FIT_FIRST=", "1");
     mCConfItemListPref.Add(&mCThinDrags, "PREF_THIN_DRAGS=", "1");
+    mCConfItemListDraw.Clear();
+    mCConfItemListDraw.Add(&mCDrawWay, "PREF_DRAW_WAY=", "0");
 }
 
 bool Preference_cls::ReadStrLine(const wxString& line) {
     bool bMouse = mCConfItemList.ReadStrLineAll(line);
     bMouse = mCConfItemListPick.ReadStrLineAll(line) || bMouse;
+    bMouse = mCConfItemListDraw.ReadStrLineAll(line) || bMouse;
     return mCConfItemListPref.ReadStrLineAll(line) || bMouse;
 }
 
@@ -60,17 +63,19 @@ wxString Preference_cls::Serialize() {
     static const wxString kPick = Preference_cls().mCConfItemListPick.SerializeAll();
     const wxString pick = mCConfItemListPick.SerializeAll();
     return mCConfItemList.SerializeAll() + mCConfItemListPref.SerializeAll() +
-           (pick == kPick ? wxString() : pick);
+           (pick == kPick ? wxString() : pick) +
+           (mCDrawWay.mValue == 0 ? wxString() : mCConfItemListDraw.SerializeAll());
 }
 
 wxString Preference_cls::SerializeWhole() {
     return mCConfItemList.SerializeAll() + mCConfItemListPref.SerializeAll() +
-           mCConfItemListPick.SerializeAll();
+           mCConfItemListDraw.SerializeAll() + mCConfItemListPick.SerializeAll();
 }
 
 void Preference_cls::CopyFrom(Preference_cls& other) {
     mCConfItemList.CopyListComponentFromP(&other.mCConfItemList);
     mCConfItemListPref.CopyListComponentFromP(&other.mCConfItemListPref);
+    mCConfItemListDraw.CopyListComponentFromP(&other.mCConfItemListDraw);
     mCConfItemListPick.CopyListComponentFromP(&other.mCConfItemListPick);
 }
 

@@ -28,13 +28,15 @@ public:
     ConfItemBOOL_cls mCGyrationInvert;
     ConfItemUINT_cls mCMButtonEmulate; ///< the modifier that makes the left button the middle one
     ConfItemList_cls
-        mCConfItemListPick;  ///< mouse keys of our own: files have them where they aren't the defaults
+        mCConfItemListPick;  ///< mouse keys that came later: files have them where they aren't the defaults
     ConfItemUINT_cls mCPick; ///< pick a particle by clicking it
     ConfItemBOOLARRAY_cls mCPickMod;
     ConfItemList_cls mCConfItemListPref; ///< the other keys
     ConfItemUINT_cls mCSortType;         ///< 0 precise, 1 to 3 approximate in 10, 100, 1000 steps
     ConfItemBOOL_cls mCFitFirst;         ///< views are fitted to data that are opened
     ConfItemBOOL_cls mCThinDrags;        ///< fewer particles while a hand drags, so that the picture keeps up
+    ConfItemList_cls mCConfItemListDraw; ///< keys that files have where they aren't the defaults
+    ConfItemUINT_cls mCDrawWay;          ///< who draws particles, a DrawWay
 
     Preference_cls();
     Preference_cls(const Preference_cls&) = delete; // the lists point into the object

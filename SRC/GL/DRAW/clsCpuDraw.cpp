@@ -32,8 +32,31 @@ GLint GetAttachment(GLenum which, GLenum what) {
     return value;
 }
 
+/// What OpenGL's buffer holds.
+class BufferOrigin_cls : public TileOrigin_cls {
+public:
+    void Read(TileCanvas_cls& canvas, const TileCanvas_cls::Rect_st& part) override {
+        const GLClientScope_cls client;
+        glPixelStorei(GL_PACK_ROW_LENGTH, canvas.GetWidth());
+        glPixelStorei(GL_PACK_SKIP_PIXELS, part.left);
+        glPixelStorei(GL_PACK_SKIP_ROWS, part.bottom);
+        glPixelStorei(GL_PACK_ALIGNMENT, 4);
+        glReadPixels(part.left, part.bottom, part.width, part.height, GL_RGBA, GL_HALF_FLOAT,
+                     canvas.GetColor());
+        glReadPixels(part.left, part.bottom, part.width, part.height, GL_DEPTH_STENCIL, GL_UNSIGNED_INT_24_8,
+                     canvas.GetDepth());
+    }
+};
+
+/// Bounds of both.
+TileCanvas_cls::Rect_st Cut(const TileCanvas_cls::Rect_st& a, const TileCanvas_cls::Rect_st& b) {
+    const int left = std::max(a.left, b.left), bottom = std::max(a.bottom, b.bottom);
+    return {left, bottom, std::min(a.left + a.width, b.left + b.width) - left,
+            std::min(a.bottom + a.height, b.bottom + b.height) - bottom};
+}
+
 bool ReportTo(void* pProgress, long long done) {
-    return static_cast<DrawProgress_cls*>(pProgress)->Report(static_cast<int>(done));
+    return static_cast<DrawProgress_cls*>(pProgress)->Tell(static_cast<int>(done));
 }
 
 } // namespace
@@ -52,11 +75,13 @@ bool CpuDraw_cls::TakeTarget() {
     if (framebuffer == 0) return false;
     if (GetAttachment(GL_COLOR_ATTACHMENT0, GL_FRAMEBUFFER_ATTACHMENT_OBJECT_TYPE) != GL_TEXTURE)
         return false;
-    if (GetAttachment(GL_DEPTH_ATTACHMENT, GL_FRAMEBUFFER_ATTACHMENT_OBJECT_TYPE) == GL_NONE ||
+    if (GetAttachment(GL_DEPTH_ATTACHMENT, GL_FRAMEBUFFER_ATTACHMENT_OBJECT_TYPE) != GL_TEXTURE ||
         GetAttachment(GL_DEPTH_ATTACHMENT, GL_FRAMEBUFFER_ATTACHMENT_DEPTH_SIZE) != 24)
         return false;
     mTexture =
         static_cast<unsigned>(GetAttachment(GL_COLOR_ATTACHMENT0, GL_FRAMEBUFFER_ATTACHMENT_OBJECT_NAME));
+    mDepthTexture =
+        static_cast<unsigned>(GetAttachment(GL_DEPTH_ATTACHMENT, GL_FRAMEBUFFER_ATTACHMENT_OBJECT_NAME));
     const GLAttribScope_cls attributes(GL_TEXTURE_BIT);
     glBindTexture(GL_TEXTURE_2D, mTexture);
     GLint format = 0;
@@ -159,40 +184,34 @@ void CpuDraw_cls::TakeTexture() {
 
 void CpuDraw_cls::Draw(const TileSource_cls& source) {
     TileCanvas_cls& canvas = GetCanvas();
+    BufferOrigin_cls origin;
     ++msPasses;
-    canvas.Clear(mWidth, mHeight);
-    const GLAttribScope_cls attributes(GL_TEXTURE_BIT | GL_ENABLE_BIT | GL_DEPTH_BUFFER_BIT |
-                                       GL_COLOR_BUFFER_BIT | GL_CURRENT_BIT | GL_TRANSFORM_BIT);
-    const GLClientScope_cls client;
-    glPixelStorei(GL_PACK_ROW_LENGTH, 0);
-    glPixelStorei(GL_PACK_SKIP_PIXELS, 0);
-    glPixelStorei(GL_PACK_SKIP_ROWS, 0);
-    glPixelStorei(GL_PACK_ALIGNMENT, 4);
-    glReadPixels(0, 0, mWidth, mHeight, GL_RGBA, GL_HALF_FLOAT, canvas.GetColor());
-    glReadPixels(0, 0, mWidth, mHeight, GL_DEPTH_STENCIL, GL_UNSIGNED_INT_24_8, canvas.GetDepth());
-    canvas.SetFilled();
+    canvas.Clear(mWidth, mHeight, &origin);
+    canvas.SetLimits({mClip[0], mClip[1], mClip[2], mClip[3]});
     DrawProgress_cls progress(static_cast<int>(source.GetNumber()));
     GetDraw().Draw(mScene, source, canvas, ReportTo, &progress);
+    HandBack(canvas);
+    CheckGLErrors("particles by the processor");
+}
+
+// As textures: a software driver copies them, while it would draw pixels one by one.
+void CpuDraw_cls::HandBack(TileCanvas_cls& canvas) const {
+    const TileCanvas_cls::Rect_st part = Cut(canvas.GetTaken(), {mClip[0], mClip[1], mClip[2], mClip[3]});
+    if (part.IsEmpty()) return;
+    const GLAttribScope_cls attributes(GL_TEXTURE_BIT);
+    const GLClientScope_cls client;
     glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
     glPixelStorei(GL_UNPACK_ROW_LENGTH, mWidth);
-    glPixelStorei(GL_UNPACK_SKIP_PIXELS, mClip[0]);
-    glPixelStorei(GL_UNPACK_SKIP_ROWS, mClip[1]);
+    glPixelStorei(GL_UNPACK_SKIP_PIXELS, part.left);
+    glPixelStorei(GL_UNPACK_SKIP_ROWS, part.bottom);
     glBindTexture(GL_TEXTURE_2D, mTexture);
-    glTexSubImage2D(GL_TEXTURE_2D, 0, mClip[0], mClip[1], mClip[2], mClip[3], GL_RGBA, GL_HALF_FLOAT,
+    glTexSubImage2D(GL_TEXTURE_2D, 0, part.left, part.bottom, part.width, part.height, GL_RGBA, GL_HALF_FLOAT,
                     canvas.GetColor());
     bool bWrites = false;
     for (const TileLook_st& look : mScene.look)
         bWrites |= look.kind != TileLook_st::HIDDEN && look.bWrite;
     if (!bWrites) return;
-    glBindTexture(GL_TEXTURE_2D, 0);
-    for (const GLenum what : {GL_LIGHTING, GL_FOG, GL_TEXTURE_2D, GL_BLEND, GL_CULL_FACE})
-        glDisable(what);
-    glEnable(GL_DEPTH_TEST);
-    glDepthFunc(GL_ALWAYS);
-    glDepthMask(GL_TRUE);
-    glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_FALSE);
-    glWindowPos2i(mClip[0], mClip[1]);
-    glPixelZoom(1.0f, 1.0f);
-    glDrawPixels(mClip[2], mClip[3], GL_DEPTH_STENCIL, GL_UNSIGNED_INT_24_8, canvas.GetDepth());
-    CheckGLErrors("particles by the processor");
+    glBindTexture(GL_TEXTURE_2D, mDepthTexture);
+    glTexSubImage2D(GL_TEXTURE_2D, 0, part.left, part.bottom, part.width, part.height, GL_DEPTH_STENCIL,
+                    GL_UNSIGNED_INT_24_8, canvas.GetDepth());
 }

@@ -4,6 +4,7 @@
 
 #include "GL/DRAW/CPU/TileScene.h"
 
+class TileCanvas_cls;
 class ViewScale_cls;
 
 class CpuDraw_cls {
@@ -19,6 +20,8 @@ public:
     /// What is bound as the texture of billboards.
     void TakeTexture();
     TileLook_st& GetLook(unsigned which) { return mScene.look[which]; }
+    /// Of the buffer, that may be changed.
+    long long GetPixels() const { return static_cast<long long>(mClip[2]) * mClip[3]; }
     bool HasFog() const { return mScene.fog.mode != TileFog_st::NONE; }
 
     void Draw(const TileSource_cls& source);
@@ -29,6 +32,7 @@ private:
     bool TakeTarget();
     bool TakeState(const ViewScale_cls& view);
     void TakeFog();
+    void HandBack(TileCanvas_cls& canvas) const;
 
     static long long msPasses;
 
@@ -38,5 +42,6 @@ private:
     int mWidth = 0;
     int mHeight = 0;
     unsigned mTexture = 0;       ///< the buffer's colours
+    unsigned mDepthTexture = 0;  ///< with stencil
     int mClip[4] = {0, 0, 0, 0}; ///< what may be changed: left, bottom, width, height
 };

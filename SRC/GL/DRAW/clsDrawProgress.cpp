@@ -64,6 +64,10 @@ void DrawProgress_cls::SetPart(long long part, long long parts) {
 
 bool DrawProgress_cls::Report(int done) {
     WaitForLastRun();
+    return Tell(done);
+}
+
+bool DrawProgress_cls::Tell(int done) {
     msCost = 0.0f;
     const long long told = done / mInterval * static_cast<long long>(mInterval);
     const long long percent =

@@ -19,6 +19,8 @@ public:
     /// Publish the percentage, which moves every 100,000 or, above 2,000,000, in twentieths; five times a
     /// second, whatever loops there are, let the window breathe. False: stop.
     bool Report(int done);
+    /// The same where nothing waits in OpenGL.
+    bool Tell(int done);
     /// What is drawn several times, of which loops that follow draw number `part` (from 0): percentages are
     /// those of all parts.
     static void SetPart(long long part, long long parts);

@@ -103,6 +103,20 @@ bool GLDrawData_cls::GetFlatCorners(float* pOut) const {
     return GetFacingCorners(matrix, pOut);
 }
 
+bool GLDrawData_cls::IsShifted() const {
+    constexpr double kTolerance = 1e-5; // OpenGL keeps floats
+    double m[16];
+    glGetDoublev(GL_MODELVIEW_MATRIX, m);
+    double square = 0.0, limit = 0.0;
+    for (int axis = 0; axis < 3; ++axis) {
+        const double eye = m[axis] * mCameraPos[0] + m[4 + axis] * mCameraPos[1] +
+                           m[8 + axis] * mCameraPos[2] + m[12 + axis];
+        square += eye * eye;
+        limit += m[12 + axis] * m[12 + axis];
+    }
+    return square > kTolerance * kTolerance * limit;
+}
+
 void GLDrawData_cls::GLDrawBillboardAll(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute) {
     const int number = ZSort(face, pSnap, pAttribute);
     if (number == 0 || !pSnap->mpColor || mbShadowPass) return;

@@ -68,6 +68,8 @@ private:
     static bool IsFaded();
     /// Corners of a quad of radius 1 in the plane of the view; false: none can face the eye.
     bool GetFlatCorners(float* pOut) const;
+    /// What is drawn was shifted, as a copy is, since the camera was set: quads turn to where the eye was.
+    bool IsShifted() const;
     void DrawFaded(const SnapData_cls* pSnap, int number, float size, const float* pColor, bool bAdditive);
     /// `quality` is the coarsest; `radius` that of a particle's number, where 0 throws none.
     void DrawShadows(int number, unsigned quality, const SnapData_cls& snap,

@@ -6,6 +6,7 @@
 
 #include <epoxy/gl.h>
 
+#include "GL/BASE/DrawWay.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/BASE/clsShaderCtrl.h"
 #include "GL/DRAW/UnlitBlend.h"
@@ -258,12 +259,39 @@ bool SetTileLook(CpuDraw_cls& cpu, unsigned type, const SequentialLooks_st& look
     return true;
 }
 
+/// Do these take OpenGL longer than handing the buffer over? Asked of some of the list; a driver on the
+/// processor is as slow as DrawProgress_cls takes OpenGL for.
+bool IsWorthHandingOver(const SnapData_cls& snap, const ArrayAndIndex_cls* pList, int number,
+                        const SequentialLooks_st& looks, const ViewScale_cls& view, long long pixels) {
+    constexpr int kSome = 64;
+    constexpr double kCostHandOver = 6.0; // ns a pixel
+    const int step = std::max(number / kSome, 1);
+    double cost = 0.0;
+    for (int i = 0; i < number; i += step) {
+        const int index = pList[i].mIndex;
+        const ClassLook_st& look = looks.look[GetSequentialClass(snap, index)];
+        const float radius = look.bOneRadius ? look.radius : look.radius * snap.mpRadius[index];
+        const bool bPoint = look.drawType == DRAW_POINT;
+        const float area = bPoint ? look.size * look.size : view.GetArea(snap.mpPos[index], radius);
+        const float perPixel =
+            look.drawType == DRAW_SPHERE ? DrawProgress_cls::kCostExactPixel : DrawProgress_cls::kCostPixel;
+        const double seen =
+            area >= 0.0f ? std::min(static_cast<double>(area), static_cast<double>(pixels)) : 0.0;
+        cost += step * (static_cast<double>(DrawProgress_cls::kCostVertex) * (bPoint ? 1.0 : 4.0) +
+                        static_cast<double>(perPixel) * seen);
+    }
+    return cost > kCostHandOver * static_cast<double>(pixels);
+}
+
 /// False: OpenGL must draw them.
 bool DrawByProcessor(const SnapData_cls& snap, const ArrayAndIndex_cls* pList, int number,
                      const SequentialLooks_st& looks, float stepping, bool bFaded, const ViewScale_cls& view,
-                     int lightNumber, bool bFlat) {
+                     int lightNumber, bool bFlat, bool bShifted) {
     CpuDraw_cls cpu(view);
     if (!cpu.IsPossible() || (looks.bBillboards && !bFlat)) return false;
+    if (GetDrawWay() == DrawWay::Auto &&
+        !IsWorthHandingOver(snap, pList, number, looks, view, cpu.GetPixels()))
+        return false;
     if (looks.bExact && !GLSphereBatch_cls::HasExact(view)) return false;
     bool bOccurs[kSequentialClasses] = {};
     const ArrayAndIndex_cls* pFirst[kSequentialClasses] = {};
@@ -276,6 +304,9 @@ bool DrawByProcessor(const SnapData_cls& snap, const ArrayAndIndex_cls* pList, i
     const SequentialSource_cls source(snap, pList, number, looks, stepping, bFaded);
     for (unsigned type = 0; type < kSequentialClasses; ++type) {
         if (!bOccurs[type]) continue;
+        if (bShifted && looks.look[type].drawType == DRAW_BILLBOARD &&
+            looks.look[type].quality != QUALITY_LOW)
+            return false;
         if (!SetTileLook(cpu, type, looks, bOwnBlending, lightNumber)) return false;
         TileLook_st& tile = cpu.GetLook(type);
         if (tile.kind != TileLook_st::SPHERE || tile.bMaterials) continue;
@@ -316,7 +347,7 @@ void GLDrawData_cls::GLDrawSequential(int face, SnapData_cls* pSnap, GLAttribute
 
     if (looks.bBillboards) ppAttribute[0]->BindTexture(); // one for all classes
     if (DrawByProcessor(*pSnap, mspIndexAndZ, number, looks, stepping, IsFaded(), view, mLightNumber,
-                        !mbPlaced))
+                        !mbPlaced, IsShifted()))
         return;
 
     if (msbListIsIdentity && looks.bAllPoints && !looks.bMixedSize && !looks.bMixedBlend) {

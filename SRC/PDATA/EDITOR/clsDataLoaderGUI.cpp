@@ -180,7 +180,11 @@ void DataLoaderGUI_cls::OnBtnGuess() {
 
 void DataLoaderGUI_cls::GuessAnyFile() {
     wxString path;
-    if (!AskForFile(&path)) return;
+    if (AskForFile(&path)) GuessFile(path);
+}
+
+void DataLoaderGUI_cls::GuessFile(const wxString& path) {
+    mStrLastChosen = path;
     if (Guess(path) == GuessDialog_cls::Use) OpenWindow(); // to see it, and to go on from there
 }
 

@@ -26,6 +26,8 @@ public:
     void OnBtnGuess();
     /// Ask for a file and guess at it, also while the dialog is hidden.
     void GuessAnyFile();
+    /// Guess at this file, also while the dialog is hidden.
+    void GuessFile(const wxString& path);
     void OnBtnPeriodic();
 
 protected:

@@ -13,7 +13,8 @@ struct TileRecord_st {
     // The middle, eye coordinates; of a point: left and bottom pixel, and depth.
     float x, y, z;
     float radius;      ///< eye coordinates; of a point: edge in pixels
-    uint32_t color[2]; ///< RGBA, 16 bits each; of a sphere the first is the number of its material
+    uint32_t color[2]; ///< RGB, 16 bits each; of a sphere the first is the number of its material
+    float alpha;       ///< 0 to 1; a sum of many faint ones needs all its bits
     uint32_t what;     ///< look, then kNear, then place in the order of its batch
 
     static constexpr uint32_t kLookMask = 3;

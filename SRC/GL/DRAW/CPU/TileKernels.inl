@@ -6,11 +6,10 @@
 #include "GL/DRAW/CPU/TileSprites.inl"
 
 #ifdef TILE_WIDE
-LANES_INLINE void FromHalves(const uint16_t* p, float* pOut) {
+LANES_INLINE F8 FromHalves(const uint16_t* p) {
     __m128i bits;
     __builtin_memcpy(&bits, p, sizeof bits);
-    const F8 v = (F8)_mm256_cvtph_ps(bits);
-    __builtin_memcpy(pOut, &v, sizeof v);
+    return (F8)_mm256_cvtph_ps(bits);
 }
 LANES_INLINE void ToHalves(F8 v, uint16_t* p) {
     const __m128i bits = _mm256_cvtps_ph((__m256)v, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC);
@@ -40,9 +39,11 @@ LANES_INLINE uint16_t ToHalf(float v) {
     const float absolute = v < 0.0f ? -v : v;
     return static_cast<uint16_t>(sign | static_cast<uint32_t>(absolute * 16777216.0f));
 }
-LANES_INLINE void FromHalves(const uint16_t* p, float* pOut) {
+LANES_INLINE F8 FromHalves(const uint16_t* p) {
+    F8 v;
     for (int k = 0; k < 8; ++k)
-        pOut[k] = FromHalf(p[k]);
+        v[k] = FromHalf(p[k]);
+    return v;
 }
 LANES_INLINE void ToHalves(F8 v, uint16_t* p) {
     for (int k = 0; k < 8; ++k)
@@ -50,38 +51,51 @@ LANES_INLINE void ToHalves(F8 v, uint16_t* p) {
 }
 #endif
 
-/// Four pixels at a time: from one plane a channel to one pixel behind the other, or back.
-LANES_INLINE void Turn(F4& a, F4& b, F4& c, F4& d) {
-    const F4 ab0 = __builtin_shufflevector(a, b, 0, 4, 1, 5), ab1 = __builtin_shufflevector(a, b, 2, 6, 3, 7);
-    const F4 cd0 = __builtin_shufflevector(c, d, 0, 4, 1, 5), cd1 = __builtin_shufflevector(c, d, 2, 6, 3, 7);
-    a = __builtin_shufflevector(ab0, cd0, 0, 1, 4, 5);
-    b = __builtin_shufflevector(ab0, cd0, 2, 3, 6, 7);
-    c = __builtin_shufflevector(ab1, cd1, 0, 1, 4, 5);
-    d = __builtin_shufflevector(ab1, cd1, 2, 3, 6, 7);
+// Eight pixels at a time: from one pixel behind the other to one plane a channel, and back.
+LANES_INLINE void LoadEight(const uint16_t* p, TilePixels_st& pixels, int at) {
+    F8 half[2][2]; // four pixels: red and green, blue and alpha
+    for (int k = 0; k < 2; ++k) {
+        const F8 a = FromHalves(p + 16 * k), b = FromHalves(p + 16 * k + 8);
+        half[k][0] = __builtin_shufflevector(a, b, 0, 4, 8, 12, 1, 5, 9, 13);
+        half[k][1] = __builtin_shufflevector(a, b, 2, 6, 10, 14, 3, 7, 11, 15);
+    }
+    for (int k = 0; k < 2; ++k) {
+        const F8 low = __builtin_shufflevector(half[0][k], half[1][k], 0, 1, 2, 3, 8, 9, 10, 11);
+        const F8 high = __builtin_shufflevector(half[0][k], half[1][k], 4, 5, 6, 7, 12, 13, 14, 15);
+        __builtin_memcpy(pixels.c[2 * k] + at, &low, sizeof low);
+        __builtin_memcpy(pixels.c[2 * k + 1] + at, &high, sizeof high);
+    }
+}
+LANES_INLINE void StoreEight(const TilePixels_st& pixels, int at, uint16_t* p) {
+    F8 c[4];
+    for (int k = 0; k < 4; ++k)
+        __builtin_memcpy(&c[k], pixels.c[k] + at, sizeof c[k]);
+    for (int k = 0; k < 2; ++k) {
+        const F8 a = k == 0 ? __builtin_shufflevector(c[0], c[1], 0, 1, 2, 3, 8, 9, 10, 11)
+                            : __builtin_shufflevector(c[0], c[1], 4, 5, 6, 7, 12, 13, 14, 15);
+        const F8 b = k == 0 ? __builtin_shufflevector(c[2], c[3], 0, 1, 2, 3, 8, 9, 10, 11)
+                            : __builtin_shufflevector(c[2], c[3], 4, 5, 6, 7, 12, 13, 14, 15);
+        ToHalves(__builtin_shufflevector(a, b, 0, 4, 8, 12, 1, 5, 9, 13), p + 16 * k);
+        ToHalves(__builtin_shufflevector(a, b, 2, 6, 10, 14, 3, 7, 11, 15), p + 16 * k + 8);
+    }
 }
 
-/// `count` pixels, 1 to 4.
-LANES_INLINE void LoadFour(const uint16_t* p, int count, TilePixels_st& pixels, int at) {
-    uint16_t halves[16] = {};
-    __builtin_memcpy(halves, p, 8 * static_cast<size_t>(count));
-    float values[16];
-    FromHalves(halves, values);
-    FromHalves(halves + 8, values + 8);
-    F4 v[4];
-    __builtin_memcpy(v, values, sizeof v);
-    Turn(v[0], v[1], v[2], v[3]);
-    for (int k = 0; k < 4; ++k)
-        __builtin_memcpy(pixels.c[k] + at, &v[k], sizeof v[k]);
+typedef uint8_t B8 __attribute__((vector_size(8)));
+LANES_INLINE void LoadDepth(const uint32_t* p, TilePixels_st& pixels, int at) {
+    U8 bits;
+    __builtin_memcpy(&bits, p, sizeof bits);
+    const U8 z = bits >> 8;
+    const B8 stencil = __builtin_convertvector(bits & 0xff, B8);
+    __builtin_memcpy(pixels.z + at, &z, sizeof z);
+    __builtin_memcpy(pixels.stencil + at, &stencil, sizeof stencil);
 }
-LANES_INLINE void StoreFour(const TilePixels_st& pixels, int at, int count, uint16_t* p) {
-    F4 v[4];
-    for (int k = 0; k < 4; ++k)
-        __builtin_memcpy(&v[k], pixels.c[k] + at, sizeof v[k]);
-    Turn(v[0], v[1], v[2], v[3]);
-    uint16_t halves[16];
-    ToHalves(__builtin_shufflevector(v[0], v[1], 0, 1, 2, 3, 4, 5, 6, 7), halves);
-    ToHalves(__builtin_shufflevector(v[2], v[3], 0, 1, 2, 3, 4, 5, 6, 7), halves + 8);
-    __builtin_memcpy(p, halves, 8 * static_cast<size_t>(count));
+LANES_INLINE void StoreDepth(const TilePixels_st& pixels, int at, uint32_t* p) {
+    U8 z;
+    B8 stencil;
+    __builtin_memcpy(&z, pixels.z + at, sizeof z);
+    __builtin_memcpy(&stencil, pixels.stencil + at, sizeof stencil);
+    const U8 bits = z << 8 | __builtin_convertvector(stencil, U8);
+    __builtin_memcpy(p, &bits, sizeof bits);
 }
 
 static void LoadTile(TileCanvas_cls& canvas, int tile, TilePixels_st& pixels) {
@@ -102,12 +116,15 @@ static void LoadTile(TileCanvas_cls& canvas, int tile, TilePixels_st& pixels) {
         const int to = row * TilePixels_st::kStride;
         const uint16_t* pColor = canvas.GetColor() + 4 * from;
         const uint32_t* pDepth = canvas.GetDepth() + from;
-        for (int x = 0; x < rect.width; x += 4)
-            LoadFour(pColor + 4 * x, rect.width - x < 4 ? rect.width - x : 4, pixels, to + x);
-        for (int x = 0; x < rect.width; ++x) {
-            pixels.z[to + x] = static_cast<int32_t>(pDepth[x] >> 8);
-            pixels.stencil[to + x] = static_cast<uint8_t>(pDepth[x]);
-        }
+        int x = 0;
+        for (; x + 8 <= rect.width; x += 8)
+            LoadEight(pColor + 4 * x, pixels, to + x), LoadDepth(pDepth + x, pixels, to + x);
+        if (x == rect.width) continue;
+        uint16_t halves[32] = {};
+        uint32_t depths[8] = {};
+        __builtin_memcpy(halves, pColor + 4 * x, 8 * static_cast<size_t>(rect.width - x));
+        __builtin_memcpy(depths, pDepth + x, 4 * static_cast<size_t>(rect.width - x));
+        LoadEight(halves, pixels, to + x), LoadDepth(depths, pixels, to + x);
     }
 }
 
@@ -118,10 +135,15 @@ static void StoreTile(TileCanvas_cls& canvas, const TilePixels_st& pixels) {
         const int from = row * TilePixels_st::kStride;
         uint16_t* pColor = canvas.GetColor() + 4 * to;
         uint32_t* pDepth = canvas.GetDepth() + to;
-        for (int x = 0; x < pixels.width; x += 4)
-            StoreFour(pixels, from + x, pixels.width - x < 4 ? pixels.width - x : 4, pColor + 4 * x);
-        for (int x = 0; x < pixels.width; ++x)
-            pDepth[x] = static_cast<uint32_t>(pixels.z[from + x]) << 8 | pixels.stencil[from + x];
+        int x = 0;
+        for (; x + 8 <= pixels.width; x += 8)
+            StoreEight(pixels, from + x, pColor + 4 * x), StoreDepth(pixels, from + x, pDepth + x);
+        if (x == pixels.width) continue;
+        uint16_t halves[32];
+        uint32_t depths[8];
+        StoreEight(pixels, from + x, halves), StoreDepth(pixels, from + x, depths);
+        __builtin_memcpy(pColor + 4 * x, halves, 8 * static_cast<size_t>(pixels.width - x));
+        __builtin_memcpy(pDepth + x, depths, 4 * static_cast<size_t>(pixels.width - x));
     }
 }
 

@@ -139,7 +139,12 @@ LANES_INLINE void Blend(TilePixels_st& pixels, int at, I8 mask, const Source8& s
     }
 }
 
-LANES_INLINE I8 ToDepth(F8 depth) { return ToInt(Clamp01(depth) * Splat(16777215.0f) + Splat(0.5f)); }
+/// Depth of 24 bits. The larger half of them are whole numbers already, and a half added to those would
+/// count as one.
+LANES_INLINE I8 ToDepth(F8 depth) {
+    const F8 v = Clamp01(depth) * Splat(16777215.0f);
+    return ToInt(v + (v < 8388608.0f ? Splat(0.5f) : Splat(0.0f)));
+}
 
 /// A record's first and last pixel in a tile, by its columns and rows.
 struct Part_st {

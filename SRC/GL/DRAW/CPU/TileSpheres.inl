@@ -274,6 +274,14 @@ LANES_INLINE Cast_st CastSphere(const TileView_st& view, const TilePixels_st& pi
     return cast;
 }
 
+/// The depth that no pixel of a sphere comes before.
+LANES_INLINE int32_t FindNearest(const Cast_st& cast) {
+    const float most = 1.001f; // of its thickness; with room for rounding
+    const float depth = cast.middleDepth - cast.thickness * most / (1.0f - cast.closeness * most);
+    const int32_t z = ToDepth(Splat(depth))[0];
+    return cast.closeness * most < 1.0f && z > 1 ? z - 1 : 0;
+}
+
 // Of small spheres that are far away what is quadratic in closeness doesn't count, and nothing need be
 // divided.
 template <bool FAR, bool PLAIN>
@@ -283,11 +291,15 @@ static void DrawFarSphere(const TileScene_st& scene, TilePixels_st& pixels, cons
     const float firstX = static_cast<float>(pixels.left) + 0.5f - cast.screenX;
     const float firstY = static_cast<float>(pixels.bottom) + 0.5f - cast.screenY;
     const F8 one = Splat(1.0f);
+    const bool bTest = PLAIN || look.bTest;
+    const int32_t nearest = FindNearest(cast);
     for (int x = part.x0; x <= part.x1; x += 4) {
         const F8 acrossX = (ToFloat(Columns() + x) + firstX) * cast.perX;
         const F8 forwardX = acrossX * cast.to[0];
         const F8 squareX = acrossX * acrossX;
         for (int row = part.y0; row <= part.y1; row += 2) {
+            const int at = row * TilePixels_st::kStride + x;
+            if (bTest && !IsAny(LoadDepths(pixels.z + at) >= nearest)) continue;
             const F8 acrossY = (ToFloat(Rows() + row) + firstY) * cast.perY;
             const F8 forward = forwardX + acrossY * cast.to[1];
             const F8 square = squareX + acrossY * acrossY;
@@ -303,7 +315,6 @@ static void DrawFarSphere(const TileScene_st& scene, TilePixels_st& pixels, cons
             const V8 normal = {share * acrossX - depth * cast.to[0], share * acrossY - depth * cast.to[1],
                                -(depth * cast.to[2])};
             const F8 z = cast.middleDepth - (FAR ? thick + thick * deep : thick / share);
-            const int at = row * TilePixels_st::kStride + x;
             if (PLAIN) {
                 PaintPlainSphere(scene, pixels, lit, at, mask, z, normal);
                 continue;

@@ -7,8 +7,7 @@ struct Tint_st {
 };
 
 LANES_INLINE Tint_st TintOf(const TileRecord_st& record) {
-    return {{Unpack(record.color[0]), Unpack(record.color[0] >> 16), Unpack(record.color[1]),
-             Unpack(record.color[1] >> 16)},
+    return {{Unpack(record.color[0]), Unpack(record.color[0] >> 16), Unpack(record.color[1]), record.alpha},
             Splat(1.0f)};
 }
 
@@ -55,8 +54,7 @@ LANES_INLINE void PaintDot(TilePixels_st& pixels, const TileLook_st& look, int a
 template <TileLook_st::Blend BLEND>
 static void DrawPoint(TilePixels_st& pixels, const TileLook_st& look, const TileRecord_st& record) {
     const Tint_st tint = TintOf(record);
-    const float bounded = record.z > 0.0f ? record.z < 1.0f ? record.z : 1.0f : 0.0f;
-    const int32_t z = static_cast<int32_t>(bounded * 16777215.0f + 0.5f);
+    const int32_t z = ToDepth(Splat(record.z))[0];
     const int left = static_cast<int>(record.x) - pixels.left;
     const int bottom = static_cast<int>(record.y) - pixels.bottom;
     const int edge = static_cast<int>(record.radius);

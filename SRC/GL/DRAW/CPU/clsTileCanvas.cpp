@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-void TileCanvas_cls::Clear(int width, int height) {
+void TileCanvas_cls::Clear(int width, int height, TileOrigin_cls* pOrigin) {
     mWidth = std::max(width, 0);
     mHeight = std::max(height, 0);
     const size_t pixels = static_cast<size_t>(mWidth) * static_cast<size_t>(mHeight);
@@ -11,52 +11,47 @@ void TileCanvas_cls::Clear(int width, int height) {
         mVColor.resize(4 * pixels);
     }
     mVFilled.assign(static_cast<size_t>(GetTiles()), 0);
+    mpOrigin = pOrigin;
+    mLimits = {0, 0, GetTilesAcross(), GetTilesUp()};
+    mTaken = {};
 }
 
-void TileCanvas_cls::SetFilled() { std::fill(mVFilled.begin(), mVFilled.end(), uint8_t{1}); }
+void TileCanvas_cls::SetLimits(const Rect_st& limits) {
+    mLimits.x0 = std::max(limits.left, 0) / kTileW;
+    mLimits.y0 = std::max(limits.bottom, 0) / kTileH;
+    mLimits.x1 = std::min((limits.left + limits.width + kTileW - 1) / kTileW, GetTilesAcross());
+    mLimits.y1 = std::min((limits.bottom + limits.height + kTileH - 1) / kTileH, GetTilesUp());
+}
+
+TileCanvas_cls::Rect_st TileCanvas_cls::GetRect(const Range_st& tiles) const {
+    if (tiles.IsEmpty()) return {};
+    const int left = tiles.x0 * kTileW, bottom = tiles.y0 * kTileH;
+    return {left, bottom, std::min(tiles.x1 * kTileW, mWidth) - left,
+            std::min(tiles.y1 * kTileH, mHeight) - bottom};
+}
 
 TileCanvas_cls::Rect_st TileCanvas_cls::GetTileRect(int tile) const {
-    const int across = GetTilesAcross();
-    Rect_st rect;
-    rect.left = tile % across * kTileW;
-    rect.bottom = tile / across * kTileH;
-    rect.width = std::min(kTileW, mWidth - rect.left);
-    rect.height = std::min(kTileH, mHeight - rect.bottom);
-    return rect;
+    const int x = tile % GetTilesAcross(), y = tile / GetTilesAcross();
+    return GetRect({x, y, x + 1, y + 1});
 }
 
-void TileCanvas_cls::ClearTile(int tile) {
-    const Rect_st rect = GetTileRect(tile);
-    for (int row = rect.bottom; row < rect.bottom + rect.height; ++row) {
-        const size_t first =
-            static_cast<size_t>(row) * static_cast<size_t>(mWidth) + static_cast<size_t>(rect.left);
-        std::fill_n(mVColor.data() + 4 * first, 4 * rect.width, uint16_t{0});
-        std::fill_n(mVDepth.data() + first, rect.width, 0xffffff00u);
-    }
+void TileCanvas_cls::Read(const Range_st& tiles) {
+    if (tiles.IsEmpty() || !mpOrigin) return;
+    mpOrigin->Read(*this, GetRect(tiles));
+    for (int y = tiles.y0; y < tiles.y1; ++y)
+        for (int x = tiles.x0; x < tiles.x1; ++x)
+            MarkFilled(y * GetTilesAcross() + x);
 }
 
-TileCanvas_cls::Rect_st TileCanvas_cls::FillBounds() {
-    const int across = GetTilesAcross();
-    int low[2] = {across, GetTilesUp()};
-    int high[2] = {0, 0};
-    for (int tile = 0; tile < GetTiles(); ++tile) {
-        if (!IsFilled(tile)) continue;
-        const int at[2] = {tile % across, tile / across};
-        for (int k = 0; k < 2; ++k) {
-            low[k] = std::min(low[k], at[k]);
-            high[k] = std::max(high[k], at[k] + 1);
-        }
-    }
-    Rect_st bounds;
-    if (low[0] >= high[0]) return bounds;
-    for (int y = low[1]; y < high[1]; ++y)
-        for (int x = low[0]; x < high[0]; ++x) {
-            const int tile = y * across + x;
-            if (!IsFilled(tile)) ClearTile(tile), MarkFilled(tile);
-        }
-    bounds.left = low[0] * kTileW;
-    bounds.bottom = low[1] * kTileH;
-    bounds.width = std::min(high[0] * kTileW, mWidth) - bounds.left;
-    bounds.height = std::min(high[1] * kTileH, mHeight) - bounds.bottom;
-    return bounds;
+// What was taken is a rectangle: it grows by what lies below and above of it, then by what lies beside.
+void TileCanvas_cls::Take(const Range_st& tiles) {
+    if (tiles.IsEmpty()) return;
+    const Range_st old = mTaken.IsEmpty() ? Range_st{tiles.x0, tiles.y0, tiles.x0, tiles.y0} : mTaken;
+    const Range_st all = {std::min(old.x0, tiles.x0), std::min(old.y0, tiles.y0), std::max(old.x1, tiles.x1),
+                          std::max(old.y1, tiles.y1)};
+    Read({all.x0, all.y0, all.x1, old.y0});
+    Read({all.x0, old.y1, all.x1, all.y1});
+    Read({all.x0, old.y0, old.x0, old.y1});
+    Read({old.x1, old.y0, all.x1, old.y1});
+    mTaken = all;
 }

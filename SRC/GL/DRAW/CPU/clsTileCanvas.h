@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <vector>
 
+class TileOrigin_cls;
+
 class TileCanvas_cls {
 public:
     static constexpr int kTileW = 64; ///< pixels; a tile's planes stay in the second-level cache
@@ -15,12 +17,24 @@ public:
     /// Pixels from left, bottom on.
     struct Rect_st {
         int left = 0, bottom = 0, width = 0, height = 0;
+        bool IsEmpty() const { return width <= 0 || height <= 0; }
+    };
+    /// Columns and rows of tiles, ends not counted.
+    struct Range_st {
+        int x0 = 0, y0 = 0, x1 = 0, y1 = 0;
+        bool IsEmpty() const { return x1 <= x0 || y1 <= y0; }
     };
 
-    /// All black and clear, at far depth. Memory is kept for the next time.
-    void Clear(int width, int height);
-    /// The same size, but what the buffer holds is in GetColor and GetDepth now.
-    void SetFilled();
+    /// All black and clear, at far depth. Memory is kept for the next time. `pOrigin`: where what the picture
+    /// holds comes from instead, as far as it is needed; it lives as long as the picture is worked on.
+    void Clear(int width, int height, TileOrigin_cls* pOrigin = nullptr);
+    /// Nothing is drawn into tiles that lie wholly outside.
+    void SetLimits(const Rect_st& limits);
+    const Range_st& GetLimits() const { return mLimits; }
+    /// These tiles are going to be drawn into.
+    void Take(const Range_st& tiles);
+    /// All that was taken.
+    Rect_st GetTaken() const { return GetRect(mTaken); }
 
     int GetWidth() const { return mWidth; }
     int GetHeight() const { return mHeight; }
@@ -35,15 +49,25 @@ public:
     uint32_t* GetDepth() { return mVDepth.data(); }
     bool IsFilled(int tile) const { return mVFilled[static_cast<size_t>(tile)] != 0; }
     void MarkFilled(int tile) { mVFilled[static_cast<size_t>(tile)] = 1; }
-    /// The smallest rectangle of tiles with all that hold something; those in it that don't are cleared.
-    Rect_st FillBounds();
 
 private:
-    void ClearTile(int tile);
+    Rect_st GetRect(const Range_st& tiles) const;
+    void Read(const Range_st& tiles);
 
+    TileOrigin_cls* mpOrigin = nullptr;
+    Range_st mLimits;
+    Range_st mTaken;
     int mWidth = 0;
     int mHeight = 0;
     std::vector<uint16_t> mVColor;
     std::vector<uint32_t> mVDepth;
     std::vector<uint8_t> mVFilled; ///< a tile each; written by the thread that has the tile
+};
+
+/// What a picture held before.
+class TileOrigin_cls {
+public:
+    virtual ~TileOrigin_cls() = default;
+    /// Put it into this part of the canvas.
+    virtual void Read(TileCanvas_cls& canvas, const TileCanvas_cls::Rect_st& part) = 0;
 };

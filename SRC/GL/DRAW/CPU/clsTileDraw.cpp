@@ -1,8 +1,8 @@
 #include "GL/DRAW/CPU/clsTileDraw.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
-#include <functional>
 #include <thread>
 
 #ifdef __SSE2__
@@ -22,6 +22,7 @@ struct TileDraw_cls::Batch_st {
     };
     std::vector<Large_st> large;
     std::vector<float> materials; ///< 12 a sphere
+    TileCanvas_cls::Range_st touched;
 };
 
 /// What a thread works with.
@@ -36,6 +37,30 @@ struct TileDraw_cls::Worker_st {
     std::vector<Found_st> found;
     std::vector<uint32_t> next; ///< free place of each tile
     std::vector<float> material;
+};
+
+/// Some of the list on its way into the picture.
+struct TileDraw_cls::Round_st {
+    const TileSource_cls& source;
+    TileCanvas_cls& canvas;
+    Report report;
+    void* pWho;
+    long long first, end; ///< of the list
+    int batches = 0;
+    std::atomic<long long> records{0};
+    std::atomic<long long> steps{0}; ///< done, of both kinds of jobs
+    long long allSteps = 0;
+    std::chrono::steady_clock::time_point pause{}; ///< when the caller wants to hear of it
+
+    bool IsPaused() const { return report && std::chrono::steady_clock::now() >= pause; }
+    bool Tell() {
+        if (!report) return true;
+        const double share = static_cast<double>(steps.load()) / static_cast<double>(allSteps);
+        const bool bGoOn =
+            report(pWho, first + static_cast<long long>(share * static_cast<double>(end - first)));
+        pause = std::chrono::steady_clock::now() + std::chrono::milliseconds(100);
+        return bGoOn;
+    }
 };
 
 namespace {
@@ -57,10 +82,10 @@ void PrepareLight(TileLight_st& light) {
     Normalize(light.along);
 }
 
+float Bound(float v) { return v > 0.0f ? v < 1.0f ? v : 1.0f : 0.0f; }
+
 uint32_t Pack(float a, float b) {
-    const auto bits = [](float v) {
-        return static_cast<uint32_t>(v > 0.0f ? v < 1.0f ? v * 65535.0f + 0.5f : 65535.0f : 0.0f);
-    };
+    const auto bits = [](float v) { return static_cast<uint32_t>(Bound(v) * 65535.0f + 0.5f); };
     return bits(a) | bits(b) << 16;
 }
 
@@ -81,6 +106,26 @@ private:
     unsigned mBefore = 0;
 };
 
+/// The tiles within the limits that a particle touches; false: none.
+template <class FOUND>
+bool Place(const TileSeen_st& seen, int i, const TileCanvas_cls::Range_st& limits, FOUND& out) {
+    out.x0 = static_cast<int16_t>(std::max(seen.x0[i] / TileCanvas_cls::kTileW, limits.x0));
+    out.x1 = static_cast<int16_t>(std::min(seen.x1[i] / TileCanvas_cls::kTileW, limits.x1 - 1));
+    out.y0 = static_cast<int16_t>(std::max(seen.y0[i] / TileCanvas_cls::kTileH, limits.y0));
+    out.y1 = static_cast<int16_t>(std::min(seen.y1[i] / TileCanvas_cls::kTileH, limits.y1 - 1));
+    return out.x0 <= out.x1 && out.y0 <= out.y1;
+}
+
+template <class FOUND>
+void Widen(TileCanvas_cls::Range_st& range, const FOUND& found) {
+    range.x0 = std::min<int>(range.x0, found.x0);
+    range.y0 = std::min<int>(range.y0, found.y0);
+    range.x1 = std::max(range.x1, found.x1 + 1);
+    range.y1 = std::max(range.y1, found.y1 + 1);
+}
+
+constexpr TileCanvas_cls::Range_st kNowhere = {1 << 20, 1 << 20, 0, 0};
+
 bool IsUnseen(const TileSeen_st& seen, int i) { return seen.x1[i] < seen.x0[i] || seen.y1[i] < seen.y0[i]; }
 
 } // namespace
@@ -93,19 +138,28 @@ TileDraw_cls::TileDraw_cls(int threads, const TileKernels_st& kernels) : mKernel
 
 TileDraw_cls::~TileDraw_cls() = default;
 
-void TileDraw_cls::OnAll(const std::vector<std::unique_ptr<Worker_st>>& workers, int jobs,
-                         void (*pJob)(TileDraw_cls*, int, Worker_st&, void*), void* pWhat) {
-    std::atomic<int> next{0};
-    const int threads = std::min(static_cast<int>(workers.size()), jobs);
-    OnThreads(threads, [&](int k) {
-        const NoTinyScope_cls noTiny;
-        for (int job = next.fetch_add(1); job < jobs; job = next.fetch_add(1))
-            pJob(this, job, *workers[static_cast<size_t>(k)], pWhat);
-    });
+// From time to time all threads lay down their work, and the caller hears how far it is.
+bool TileDraw_cls::OnAll(Round_st& round, int jobs, Job job) {
+    mVDone.assign(static_cast<size_t>(jobs), 0);
+    for (;;) {
+        std::atomic<int> next{0};
+        std::atomic<bool> bLeft{false};
+        const int threads = std::min(static_cast<int>(mVWorkers.size()), jobs);
+        OnThreads(threads, [&](int k) {
+            const NoTinyScope_cls noTiny;
+            while (!round.IsPaused()) {
+                const int number = next.fetch_add(1);
+                if (number >= jobs) return;
+                (this->*job)(round, number, *mVWorkers[static_cast<size_t>(k)]);
+            }
+            bLeft.store(true);
+        });
+        if (!bLeft.load()) return true;
+        if (!round.Tell()) return false;
+    }
 }
 
-bool TileDraw_cls::Draw(const TileScene_st& scene, const TileSource_cls& source, TileCanvas_cls& canvas,
-                        Report report, void* pWho) {
+void TileDraw_cls::Prepare(const TileScene_st& scene, const TileCanvas_cls& canvas) {
     mScene = scene;
     if (mScene.lights.size() > 8) mScene.lights.resize(8); // as OpenGL has
     for (TileLight_st& light : mScene.lights)
@@ -116,38 +170,53 @@ bool TileDraw_cls::Draw(const TileScene_st& scene, const TileSource_cls& source,
     mbMaterials = false;
     for (const TileLook_st& look : scene.look)
         mbMaterials |= look.kind == TileLook_st::SPHERE && look.bMaterials;
+    mLimits = canvas.GetLimits();
     mAcross = canvas.GetTilesAcross();
     mTiles = canvas.GetTiles();
+}
+
+bool TileDraw_cls::Draw(const TileScene_st& scene, const TileSource_cls& source, TileCanvas_cls& canvas,
+                        Report report, void* pWho) {
+    Prepare(scene, canvas);
+    Round_st round = {source, canvas, report, pWho, 0, 0};
+    round.pause = std::chrono::steady_clock::now() + std::chrono::milliseconds(100);
     const long long number = source.GetNumber();
-    for (long long first = 0; first < number; first += kRound) {
-        const long long end = std::min(first + kRound, number);
-        struct What_st {
-            const TileSource_cls& source;
-            TileCanvas_cls& canvas;
-            long long first, end;
-            int batches;
-        } what = {source, canvas, first, end, static_cast<int>((end - first + kBatch - 1) / kBatch)};
-        while (static_cast<int>(mVBatches.size()) < what.batches)
+    for (; round.first < number; round.first = round.end) {
+        round.end = std::min(round.first + kRound, number);
+        round.batches = static_cast<int>((round.end - round.first + kBatch - 1) / kBatch);
+        round.steps = 0, round.records = 0;
+        round.allSteps = 2LL * round.batches * mTiles;
+        while (static_cast<int>(mVBatches.size()) < round.batches)
             mVBatches.push_back(std::make_unique<Batch_st>());
-        OnAll(
-            mVWorkers, what.batches,
-            [](TileDraw_cls* self, int job, Worker_st& worker, void* pWhat) {
-                const What_st& w = *static_cast<What_st*>(pWhat);
-                const long long from = w.first + static_cast<long long>(job) * kBatch;
-                const int count = static_cast<int>(std::min<long long>(kBatch, w.end - from));
-                self->Bin(w.source, from, count, worker, *self->mVBatches[static_cast<size_t>(job)]);
-            },
-            &what);
-        OnAll(
-            mVWorkers, mTiles,
-            [](TileDraw_cls* self, int job, Worker_st& worker, void* pWhat) {
-                const What_st& w = *static_cast<What_st*>(pWhat);
-                self->DrawTile(job, w.batches, w.canvas, worker);
-            },
-            &what);
-        if (report && !report(pWho, end)) return false;
+        if (!OnAll(round, round.batches, &TileDraw_cls::BinBatch)) return false;
+        round.batches = static_cast<int>(std::find(mVDone.begin(), mVDone.end(), 0) - mVDone.begin());
+        round.end = std::min(round.first + static_cast<long long>(round.batches) * kBatch, round.end);
+        canvas.Take(FindTouched(round.batches));
+        if (!OnAll(round, mTiles, &TileDraw_cls::DrawTile)) return false;
     }
     return true;
+}
+
+TileCanvas_cls::Range_st TileDraw_cls::FindTouched(int batches) const {
+    TileCanvas_cls::Range_st all = kNowhere;
+    for (int k = 0; k < batches; ++k) {
+        const TileCanvas_cls::Range_st& own = mVBatches[static_cast<size_t>(k)]->touched;
+        if (own.IsEmpty()) continue;
+        all = {std::min(all.x0, own.x0), std::min(all.y0, own.y0), std::max(all.x1, own.x1),
+               std::max(all.y1, own.y1)};
+    }
+    return all;
+}
+
+void TileDraw_cls::BinBatch(Round_st& round, int batch, Worker_st& worker) {
+    int& done = mVDone[static_cast<size_t>(batch)];
+    if (done != 0 || round.records > kMostRecords) return;
+    const long long from = round.first + static_cast<long long>(batch) * kBatch;
+    const int count = static_cast<int>(std::min<long long>(kBatch, round.end - from));
+    Bin(round.source, from, count, worker, *mVBatches[static_cast<size_t>(batch)]);
+    done = 1;
+    round.records += mVBatches[static_cast<size_t>(batch)]->starts.back();
+    round.steps += mTiles; // about as much work as its drawing
 }
 
 void TileDraw_cls::TakeRun(const TileRun_st& run, const TileSeen_st& seen, int& order, Worker_st& worker,
@@ -155,6 +224,8 @@ void TileDraw_cls::TakeRun(const TileRun_st& run, const TileSeen_st& seen, int& 
     for (int i = 0; i < run.count; ++i, ++order) {
         if (IsUnseen(seen, i)) continue;
         Worker_st::Found_st found;
+        if (!Place(seen, i, mLimits, found)) continue;
+        Widen(batch.touched, found);
         const TileLook_st& look = mScene.look[run.look[i]];
         TileRecord_st& record = found.record;
         record.x = seen.x[i], record.y = seen.y[i], record.z = seen.z[i], record.radius = seen.radius[i];
@@ -162,17 +233,14 @@ void TileDraw_cls::TakeRun(const TileRun_st& run, const TileSeen_st& seen, int& 
         if (look.kind == TileLook_st::SPHERE) {
             if (seen.bNear[i]) record.what |= TileRecord_st::kNear;
             record.color[0] = static_cast<uint32_t>(batch.materials.size() / 12);
-            record.color[1] = 0;
+            record.color[1] = 0, record.alpha = 1.0f;
             if (look.bMaterials)
                 batch.materials.insert(batch.materials.end(), run.pMaterial[i], run.pMaterial[i] + 12);
         } else {
             record.color[0] = Pack(run.color[i][0], run.color[i][1]);
-            record.color[1] = Pack(run.color[i][2], run.color[i][3]);
+            record.color[1] = Pack(run.color[i][2], 0.0f);
+            record.alpha = Bound(run.color[i][3]);
         }
-        found.x0 = static_cast<int16_t>(seen.x0[i] / TileCanvas_cls::kTileW);
-        found.x1 = static_cast<int16_t>(seen.x1[i] / TileCanvas_cls::kTileW);
-        found.y0 = static_cast<int16_t>(seen.y0[i] / TileCanvas_cls::kTileH);
-        found.y1 = static_cast<int16_t>(seen.y1[i] / TileCanvas_cls::kTileH);
         const int tiles = (found.x1 - found.x0 + 1) * (found.y1 - found.y0 + 1);
         if (tiles > kManyTiles)
             batch.large.push_back({record, found.x0, found.y0, found.x1, found.y1});
@@ -186,6 +254,7 @@ void TileDraw_cls::Bin(const TileSource_cls& source, long long first, int count,
     worker.found.clear();
     batch.large.clear();
     batch.materials.clear();
+    batch.touched = kNowhere;
     TileRun_st& run = worker.run;
     if (mbMaterials) worker.material.resize(12 * static_cast<size_t>(TileRun_st::kRoom));
     run.pMaterial = mbMaterials ? reinterpret_cast<float(*)[12]>(worker.material.data()) : nullptr;
@@ -241,11 +310,24 @@ void TileDraw_cls::DrawBatch(int tile, const Batch_st& batch, Worker_st& worker,
     draw(p, pEnd);
 }
 
-void TileDraw_cls::DrawTile(int tile, int batches, TileCanvas_cls& canvas, Worker_st& worker) {
+// A tile can be laid down between two batches. The clock is only asked where there was work.
+void TileDraw_cls::DrawTile(Round_st& round, int tile, Worker_st& worker) {
+    constexpr size_t kWork = 2048;
+    int& done = mVDone[static_cast<size_t>(tile)];
     bool bLoaded = false;
-    for (int k = 0; k < batches; ++k)
-        DrawBatch(tile, *mVBatches[static_cast<size_t>(k)], worker, bLoaded, canvas);
+    const int before = done;
+    size_t work = 0;
+    while (done < round.batches) {
+        const Batch_st& batch = *mVBatches[static_cast<size_t>(done++)];
+        DrawBatch(tile, batch, worker, bLoaded, round.canvas);
+        work += batch.starts[static_cast<size_t>(tile) + 1] - batch.starts[static_cast<size_t>(tile)] +
+                batch.large.size();
+        if (work < kWork) continue;
+        if (round.IsPaused()) break;
+        work = 0;
+    }
+    round.steps += done - before;
     if (!bLoaded) return;
-    mKernels.pStore(canvas, worker.pixels);
-    canvas.MarkFilled(tile);
+    mKernels.pStore(round.canvas, worker.pixels);
+    round.canvas.MarkFilled(tile);
 }

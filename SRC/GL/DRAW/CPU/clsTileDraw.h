@@ -21,36 +21,43 @@ public:
     TileDraw_cls(const TileDraw_cls&) = delete;
     TileDraw_cls& operator=(const TileDraw_cls&) = delete;
 
-    /// Called on the caller's thread between parts of a long list, with how many particles are done; false
-    /// ends the drawing.
+    /// Called on the caller's thread, some ten times a second, while no other one works, so that it may
+    /// change what the source reads; with about how many particles are done. False ends the drawing.
     using Report = bool (*)(void* pWho, long long done);
 
-    /// The canvas is as large as the view. False: was told to stop.
+    /// The canvas is as large as the view. False: was told to stop; the canvas holds what was drawn.
     bool Draw(const TileScene_st& scene, const TileSource_cls& source, TileCanvas_cls& canvas,
               Report report = nullptr, void* pWho = nullptr);
 
-    static constexpr int kBatch = 32768;           ///< particles
-    static constexpr long long kRound = 1LL << 22; ///< particles between two reports
-    static constexpr int kManyTiles = 64;          ///< what touches more isn't sorted by tiles
+    static constexpr int kBatch = 32768;               ///< particles
+    static constexpr long long kRound = 1LL << 22;     ///< particles that are sorted by tiles at a time
+    static constexpr long long kMostRecords = 6000000; ///< about, 32 bytes each; a round ends there
+    static constexpr int kManyTiles = 64;              ///< what touches more isn't sorted by tiles
 
 private:
     struct Batch_st;
     struct Worker_st;
+    struct Round_st;
+    using Job = void (TileDraw_cls::*)(Round_st& round, int job, Worker_st& worker);
 
+    void Prepare(const TileScene_st& scene, const TileCanvas_cls& canvas);
+    void BinBatch(Round_st& round, int batch, Worker_st& worker);
     void Bin(const TileSource_cls& source, long long first, int count, Worker_st& worker, Batch_st& batch);
     void TakeRun(const TileRun_st& run, const TileSeen_st& seen, int& order, Worker_st& worker,
                  Batch_st& batch) const;
-    void DrawTile(int tile, int batches, TileCanvas_cls& canvas, Worker_st& worker);
+    void DrawTile(Round_st& round, int tile, Worker_st& worker);
     void DrawBatch(int tile, const Batch_st& batch, Worker_st& worker, bool& bLoaded,
                    TileCanvas_cls& canvas) const;
-    void OnAll(const std::vector<std::unique_ptr<Worker_st>>& workers, int jobs,
-               void (*pJob)(TileDraw_cls*, int, Worker_st&, void*), void* pWhat);
+    TileCanvas_cls::Range_st FindTouched(int batches) const;
+    bool OnAll(Round_st& round, int jobs, Job job);
 
     const TileKernels_st& mKernels;
     TileScene_st mScene; ///< with lights as the kernels want them
+    TileCanvas_cls::Range_st mLimits;
     int mAcross = 0;
     int mTiles = 0;
     bool mbMaterials = false;
     std::vector<std::unique_ptr<Worker_st>> mVWorkers;
     std::vector<std::unique_ptr<Batch_st>> mVBatches;
+    std::vector<int> mVDone; ///< of each job of a round: nothing, or all, or of a tile how many batches
 };

@@ -1,0 +1,36 @@
+// Opens what a user hands over as files: words of the command line, and what is dropped on the window.
+#pragma once
+
+#include <vector>
+
+#include <wx/string.h>
+
+class FrameMain_cls;
+class Main_cls;
+
+enum class FileKind { Project, Mesh, Picture, Data };
+/// By the name's ending, in small or capital letters.
+FileKind GetFileKind(const wxString& path);
+
+class FileOpener_cls {
+public:
+    /// A part of the frame.
+    explicit FileOpener_cls(FrameMain_cls& frame);
+    FileOpener_cls(const FileOpener_cls&) = delete;
+    FileOpener_cls& operator=(const FileOpener_cls&) = delete;
+
+    /// The first project, or without one the first snapshot, and all meshes beside it. `bMoreWindows`:
+    /// further projects get windows of their own. Waits until the paint in progress is over.
+    void Open(const std::vector<wxString>& paths, bool bMoreWindows);
+    /// What waited, as soon as it can be.
+    void OpenWaiting();
+
+private:
+    void OpenData(const wxString& path);
+    void OpenWindow(const wxString& path) const;
+
+    FrameMain_cls& mFrame;
+    Main_cls& mHub;
+    std::vector<wxString> mVWaiting;
+    bool mbMoreWindows = false;
+};
