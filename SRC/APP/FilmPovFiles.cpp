@@ -2,17 +2,19 @@
 
 #include <cmath>
 
-#include <wx/filename.h>
 #include <wx/image.h>
 #include <wx/log.h>
 
+#include "COMMON/SafeFile.h"
 #include "COMMON/clsSplitPath.h"
 #include "IMAGE/ImageCheck.h"
 #include "IMAGE/ImageFile.h"
+#include "POVRAY/PictureHead.h"
 
 namespace {
 
 constexpr size_t kChannels = 4;
+constexpr size_t kMostBytes = size_t(1) << 32; // of a picture
 
 /// Colours count by how much of them is there.
 class Sum_cls {
@@ -73,5 +75,8 @@ wxString AveragePictures(const std::vector<wxString>& pictures, const wxString& 
 bool IsWholePovPicture(const wxString& path, int w, int h, bool bAlpha) {
     const wxString ending = SplitPath_cls(path).mStrExt;
     if (ending == ".png" || ending == ".jpg") return IsWholeImage(path, w, h, bAlpha);
-    return wxFileName::FileExists(path) && wxFileName::GetSize(path) > 0;
+    std::string bytes;
+    if (ReadWholeFile(path, kMostBytes, &bytes) != ReadFileResult::Ok) return false;
+    const PictureHead_st head = ReadWholePicture(bytes);
+    return head.mW == w && head.mH == h && head.mbAlpha == bAlpha;
 }

@@ -9,6 +9,5 @@
 /// it. Written as `path`, whose ending names the format. Empty on success, else why not.
 wxString AveragePictures(const std::vector<wxString>& pictures, const wxString& path);
 
-/// A picture that stands there, whole and of this size; of formats that we can't look into: one that stands
-/// there.
+/// A picture that stands there, whole and of this size, with alpha or without.
 bool IsWholePovPicture(const wxString& path, int w, int h, bool bAlpha);

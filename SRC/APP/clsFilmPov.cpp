@@ -17,9 +17,10 @@
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "APP/clsPovScene.h"
+#include "COMMON/MsgBox.h"
 #include "COMMON/clsSplitPath.h"
 #include "PDATA/clsPDataSequence.h"
-#include "POVRAY/PngChunks.h"
+#include "POVRAY/LikeDrawn.h"
 #include "POVRAY/clsPovRayCtrl.h"
 #include "SCENE/clsStereoGram.h"
 
@@ -37,6 +38,17 @@ wxString FindOnPath(const wxString& name) {
 }
 
 void Remove(const wxString& path) { unlink(NarrowPath(path).c_str()); }
+
+/// "NAME-LETTERS" that no other process has, on whichever machine: by its .ini, which is there then. Empty:
+/// nothing can be made there.
+wxString MakeOwnName(const wxString& folder, const std::string& name) {
+    std::string path = NarrowPath(folder) + name + "-XXXXXX.ini";
+    const int file = mkstemps(path.data(), 4);
+    if (file < 0) return wxString();
+    close(file);
+    const size_t at = path.rfind('/') + 1;
+    return path.substr(at, path.size() - at - 4);
+}
 
 } // namespace
 
@@ -60,9 +72,11 @@ wxString FilmPov_cls::Prepare(int steps, bool* pbMissing) {
     if (!name.empty()) return "FilePovAnim=: " + name;
     mbPretrace = mCtrl.GetPretraceOfFrame() >= 0;
     mCtrl.mbCommonSceneWritten = false;
+    const wxString ending = format.GetPictureEnding();
+    if (mArgs.mbTransparent && !format.HasAlpha())
+        return "--transparent: \"" + ending.Mid(1) + "\" files keep no transparency (PovOutputFomat=)";
     if (!mbRender) return wxString();
     if (!format.GetRefusal().empty()) return "PovOutputFomat=: " + format.GetRefusal();
-    const wxString ending = format.GetPictureEnding();
     if (mSteps > 1 && ending != ".png" && ending != ".jpg")
         return "motion blur needs pictures as PNG or JPEG; the project has " + ending.Mid(1) +
                " (PovOutputFomat=)";
@@ -75,16 +89,14 @@ wxString FilmPov_cls::Prepare(int steps, bool* pbMissing) {
 }
 
 wxString FilmPov_cls::GetBase(int number, int step) const {
-    const wxString base = mCtrl.GetFileStr(PovRayCtrl_cls::FILE_ANIM, 0, number);
+    const wxString base = mCtrl.GetFrameFileStr(0, number);
     return mSteps > 1 ? base + wxString::Format("-blur%03d", step) : base;
 }
 
-wxString FilmPov_cls::GetScene(int number) const {
-    return mCtrl.GetFileStr(PovRayCtrl_cls::FILE_ANIM, 0, number) + ".pov";
-}
+wxString FilmPov_cls::GetScene(int number) const { return mCtrl.GetFrameFileStr(0, number) + ".pov"; }
 
 wxString FilmPov_cls::GetPicture(int number) const {
-    return mCtrl.GetFileStr(PovRayCtrl_cls::FILE_ANIM, 0, number) + mCtrl.mCFormat.GetPictureEnding();
+    return mCtrl.GetFrameFileStr(0, number) + mCtrl.mCFormat.GetPictureEnding();
 }
 
 bool FilmPov_cls::IsFrameThere(int number) const {
@@ -93,13 +105,18 @@ bool FilmPov_cls::IsFrameThere(int number) const {
         return wxFileName::FileExists(GetScene(number)) &&
                wxFileName::FileExists(GetBase(number, 0) + ".ini");
     return IsWholePovPicture(GetPicture(number), format.mWidth.mValue, format.mHeight.mValue,
-                             format.mOutputAlpha.mValue);
+                             format.mOutputAlpha.mValue && format.HasAlpha());
 }
 
 wxString FilmPov_cls::WriteScene(MainGLCanvas_cls* pCanvas, const wxString& base, int pretrace) {
     const wxString failed = base + ".pov can't be written";
     PovScene_cls scene(mHub, pCanvas);
-    if (!scene.ConfirmMemory() || !mCtrl.OutputPovRayIni(base + ".ini", pretrace)) return failed;
+    const wxString question = scene.GetMemoryQuestion();
+    if (!question.empty()) { // nobody is there to answer
+        Notice("pov-ray memory", question);
+        scene.AllowMemory();
+    }
+    if (!mCtrl.OutputPovRayIni(base + ".ini", pretrace)) return failed;
     const wxString include = mCtrl.GetFileStr(PovRayCtrl_cls::FILE_COMMON_SCENE, 0, -1);
     return scene.OutputPovRayPov(base + ".pov", include, mCtrl.GetCommonScenePath()) ? wxString() : failed;
 }
@@ -132,7 +149,8 @@ wxString FilmPov_cls::MakeFirst(MainGLCanvas_cls* pCanvas) {
 // Other parts of the film may be doing the same at this moment: a name of its own until it is whole.
 wxString FilmPov_cls::MakePretrace(MainGLCanvas_cls* pCanvas) {
     const wxString folder = mCtrl.GetWorkingDirWithSep(true);
-    const wxString name = wxString::Format("pretrace-%ld", long(getpid()));
+    const wxString name = MakeOwnName(folder, "pretrace");
+    if (name.empty()) return "nothing can be written in " + folder;
     const wxString light = folder + name + ".rca";
     const bool bFilm = std::exchange(mCtrl.mKeepFirstPretrace.mValue, false);
     const unsigned reuse =
@@ -167,7 +185,9 @@ wxString FilmPov_cls::WriteStep(MainGLCanvas_cls* pCanvas, size_t, int number, i
         mCtrl.mAnimNumber = number;
         pretrace = mCtrl.GetPretraceOfFrame();
     }
-    return WriteScene(pCanvas, GetBase(number, step), pretrace);
+    const wxString base = GetBase(number, step);
+    if (mSteps > 1) mSSteps.insert(base);
+    return WriteScene(pCanvas, base, pretrace);
 }
 
 void FilmPov_cls::Render(size_t i, int number) {
@@ -231,9 +251,8 @@ void FilmPov_cls::EndFrame(Frame_st& frame) {
             pictures.push_back(base + ending);
         if (frame.mError.empty()) frame.mError = AveragePictures(pictures, picture);
         for (const wxString& base : frame.mBases)
-            for (const wxString& one : {wxString(".pov"), wxString(".ini"), ending})
-                Remove(base + one);
-    } else if (frame.mError.empty() && ending == ".png") {
+            RemoveStep(base);
+    } else if (frame.mError.empty()) {
         frame.mError = MakeLikeDrawn(picture);
     }
     mOnDone(frame.mIndex, frame.mError);
@@ -244,17 +263,21 @@ void FilmPov_cls::Finish() {
         wxMilliSleep(kPollMillis);
         PollJobs();
     }
-    if (IsFilmStopped()) StopAll();
+    StopAll();
 }
 
+void FilmPov_cls::RemoveStep(const wxString& base) {
+    for (const wxString& one : {wxString(".pov"), wxString(".ini"), mCtrl.mCFormat.GetPictureEnding()})
+        Remove(base + one);
+    mSSteps.erase(base);
+}
+
+// Scenes of steps are left of frames that weren't rendered to their end.
 void FilmPov_cls::StopAll() {
     mWaiting.clear();
-    for (Work_st& work : mRunning) {
+    for (Work_st& work : mRunning)
         work.mpJob->Stop();
-        for (size_t k = 0; mSteps > 1 && k < work.mpFrame->mBases.size(); ++k)
-            for (const wxString& one :
-                 {wxString(".pov"), wxString(".ini"), mCtrl.mCFormat.GetPictureEnding()})
-                Remove(work.mpFrame->mBases[k] + one);
-    }
     mRunning.clear();
+    while (!mSSteps.empty())
+        RemoveStep(wxString(*mSSteps.begin()));
 }

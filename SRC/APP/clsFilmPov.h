@@ -5,6 +5,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <set>
 #include <vector>
 
 #include <wx/string.h>
@@ -74,6 +75,7 @@ private:
     void EndJob(Work_st& work);
     void EndFrame(Frame_st& frame);
     void StopAll();
+    void RemoveStep(const wxString& base);
 
     Main_cls& mHub;
     PovRayCtrl_cls& mCtrl;
@@ -83,4 +85,5 @@ private:
     bool mbPretrace = false; ///< frames load the light of the first one
     std::deque<Work_st> mWaiting;
     std::vector<Work_st> mRunning;
+    std::set<wxString> mSSteps; ///< scenes that are there only until their pictures are one
 };

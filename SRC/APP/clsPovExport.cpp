@@ -26,26 +26,32 @@ constexpr int kMostFrames = 10000000; // of a count that would never end
 /// Settings that a scope changes and puts back.
 class TrialScope_cls {
 public:
-    explicit TrialScope_cls(PovFormat_cls& format)
-        : mFormat(format), mW(format.mWidth.mValue), mH(format.mHeight.mValue),
-          mbDisplay(format.mDisplay.mValue), mbPause(format.mPauseWhenDone.mValue) {
-        format.mWidth.mValue = std::max(mW / kTrialScale, 1);
-        format.mHeight.mValue = std::max(mH / kTrialScale, 1);
-        format.mDisplay.mValue = format.mPauseWhenDone.mValue = false;
+    explicit TrialScope_cls(PovRayCtrl_cls& ctrl)
+        : mFormat(ctrl.mCFormat), mRadiosity(ctrl.mCRadiosity), mW(mFormat.mWidth.mValue),
+          mH(mFormat.mHeight.mValue), mReuse(mRadiosity.mReuse.mValue), mbDisplay(mFormat.mDisplay.mValue),
+          mbPause(mFormat.mPauseWhenDone.mValue) {
+        mFormat.mWidth.mValue = std::max(mW / kTrialScale, 1);
+        mFormat.mHeight.mValue = std::max(mH / kTrialScale, 1);
+        mFormat.mDisplay.mValue = mFormat.mPauseWhenDone.mValue = false;
+        // Its coarse light doesn't take the place of a picture's.
+        if (mReuse == PovRadiosity_cls::REUSE_SAVE) mRadiosity.mReuse.mValue = PovRadiosity_cls::REUSE_NONE;
     }
     ~TrialScope_cls() {
         mFormat.mWidth.mValue = mW;
         mFormat.mHeight.mValue = mH;
         mFormat.mDisplay.mValue = mbDisplay;
         mFormat.mPauseWhenDone.mValue = mbPause;
+        mRadiosity.mReuse.mValue = mReuse;
     }
     TrialScope_cls(const TrialScope_cls&) = delete;
     TrialScope_cls& operator=(const TrialScope_cls&) = delete;
 
 private:
     PovFormat_cls& mFormat;
+    PovRadiosity_cls& mRadiosity;
     int mW;
     int mH;
+    unsigned mReuse;
     bool mbDisplay;
     bool mbPause;
 };
@@ -109,7 +115,7 @@ bool PovExport_cls::WriteScene(const wxString& base, int pretrace) {
         return false;
     }
     PovScene_cls scene(mHub, mFrame.GetPCGLCanvas(0));
-    if (!scene.ConfirmMemory() || !ctrl.OutputPovRayIni(base + ".ini", pretrace)) return false;
+    if (!ctrl.OutputPovRayIni(base + ".ini", pretrace)) return false;
     const wxString include = ctrl.GetFileStr(PovRayCtrl_cls::FILE_COMMON_SCENE, 0, -1);
     return scene.OutputPovRayPov(base + ".pov", include, ctrl.GetCommonScenePath());
 }
@@ -128,6 +134,7 @@ bool PovExport_cls::ExportPovAnim(int eye) {
     const wxString base = ctrl.GetFileStr(PovRayCtrl_cls::FILE_ANIM, unsigned(eye), -1);
     const int pretrace = ctrl.GetPretraceOfFrame();
     ++ctrl.mAnimNumber;
+    ctrl.mVPictures.push_back(ctrl.mCFormat.GetPicture());
     // A renderer that waits for a hand would hold the frames behind it up.
     bool& bPause = ctrl.mCFormat.mPauseWhenDone.mValue;
     const bool bWasPause = std::exchange(bPause, bPause && !ctrl.mbForRender);
@@ -158,7 +165,7 @@ void PovExport_cls::EndStill() {
 
 void PovExport_cls::TryStill() {
     PovRayCtrl_cls& ctrl = Ctrl();
-    const TrialScope_cls trial(ctrl.mCFormat);
+    const TrialScope_cls trial(ctrl);
     ctrl.mbCommonSceneWritten = false;
     ctrl.mbForRender = true;
     const wxString base = ctrl.GetWorkingDirWithSep(true) + "povtry";
@@ -233,23 +240,52 @@ void PovExport_cls::BeginAnim(bool bRender, int id) {
     mFrame.RefreshGL();
 }
 
-// A paint that only repeats a frame writes nothing.
+// A paint that only repeats a frame writes nothing. A question waits for the paint's end; until it is
+// answered the film stands still.
 void PovExport_cls::OnFrameDrawn() {
+    const TimeCtrl_cls& time = *mHub.mpCTimeCtrl;
+    if (mbAsking) return;
+    if (mStill == Still::None) {
+        if (!Ctrl().mbExportingAnim) return;
+        if (time.GetFrame() == mLastFrame && time.GetInterpStep() == mLastStep) return;
+        mLastFrame = time.GetFrame();
+        mLastStep = time.GetInterpStep();
+    }
+    const wxString question = PovScene_cls(mHub, mFrame.GetPCGLCanvas(0)).GetMemoryQuestion();
+    mbAsking = !question.empty();
+    if (mbAsking)
+        mFrame.CallAfter([this, question] { AskMemory(question); });
+    else
+        WriteDrawn();
+}
+
+void PovExport_cls::AskMemory(const wxString& question) {
+    const bool bGo = MsgBoxYesno(question + "\n" + _("Write it all the same?"), _("Output .pov file"));
+    mbAsking = false;
+    if (bGo) {
+        PovScene_cls(mHub, mFrame.GetPCGLCanvas(0)).AllowMemory();
+        WriteDrawn();
+    } else if (mStill != Still::None) {
+        mFrame.GetPCGLCanvas(0)->mPov.StopExportPovStringProcess();
+        mStill = Still::None;
+    } else {
+        StopAnim();
+    }
+}
+
+void PovExport_cls::WriteDrawn() {
     if (mStill != Still::None) {
         EndStill();
         return;
     }
     if (!Ctrl().mbExportingAnim) return;
-    const TimeCtrl_cls& time = *mHub.mpCTimeCtrl;
-    if (time.GetFrame() == mLastFrame && time.GetInterpStep() == mLastStep) return;
-    mLastFrame = time.GetFrame();
-    mLastStep = time.GetInterpStep();
-    if (!ExportPovAnim(0)) {
-        // The next frames would fare no better.
-        Ctrl().AbortRenderPovAnim();
-        PostMenuEvent(ID_PLAY_STOP);
-    }
+    if (!ExportPovAnim(0)) StopAnim(); // the next frames would fare no better
     mFrame.UpdateStatusText();
+}
+
+void PovExport_cls::StopAnim() {
+    Ctrl().AbortRenderPovAnim();
+    PostMenuEvent(ID_PLAY_STOP);
 }
 
 void PovExport_cls::OnRunStopped() {

@@ -33,6 +33,9 @@ private:
 
     PovRayCtrl_cls& Ctrl() const;
     void OnFrameDrawn();
+    void AskMemory(const wxString& question);
+    void WriteDrawn();
+    void StopAnim();
     void OnRunStopped();
     void OnMenuPovRay(wxCommandEvent& event);
     void OnMenuPovExportSnap(wxCommandEvent& event);
@@ -52,6 +55,7 @@ private:
     FrameMain_cls& mFrame;
     Main_cls& mHub;
     Still mStill = Still::None; ///< wanted of the next picture
+    bool mbAsking = false;      ///< for the memory of what has been drawn
     int mLastFrame = -1;        ///< of the run: what was written last
     int mLastStep = -1;
 };

@@ -8,6 +8,7 @@
 #include <functional>
 #include <new>
 #include <string_view>
+#include <utility>
 
 #include <wx/intl.h>
 
@@ -39,6 +40,9 @@
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
+
+constexpr double kMemoryShare = 0.8; // of the machine's that a renderer may have unasked
+double GAllowedBytes = 0.0;          // that the user has been asked about
 
 bool WriteScene(const wxString& path, const std::string& text) {
     const wxString reason = WriteFileSafely(path, text, ToDisk::Later);
@@ -117,22 +121,18 @@ double PovScene_cls::GetPovBytes(double enough) const {
     return bytes + copies * mpCParticles->GetPovBytes((enough - bytes) / copies);
 }
 
-bool PovScene_cls::ConfirmMemory() const {
-    constexpr double kShare = 0.8;
+wxString PovScene_cls::GetMemoryQuestion() const {
     constexpr double kGigabyte = 1073741824.0;
-    static double sAllowed = 0.0; // asked about once
     const double machine = GetMachineBytes();
-    const double bytes = GetPovBytes(kShare * machine);
-    if (bytes <= kShare * machine || bytes <= sAllowed) return true;
-    const wxString text = wxString::Format(
+    const double bytes = GetPovBytes(kMemoryShare * machine);
+    if (bytes <= kMemoryShare * machine || bytes <= GAllowedBytes) return wxString();
+    return wxString::Format(
         _("POV-Ray will need about %.1f GB of memory for this scene; this machine has %.1f GB."),
         bytes / kGigabyte, machine / kGigabyte);
-    if (!mMain.mpCFrameMain->IsShown()) // nobody is there to answer
-        Notice("pov-ray memory", text);
-    else if (!MsgBoxYesno(text + "\n" + _("Write it all the same?"), _("Output .pov file")))
-        return false;
-    sAllowed = 1.1 * bytes;
-    return true;
+}
+
+void PovScene_cls::AllowMemory() const {
+    GAllowedBytes = 1.1 * GetPovBytes(kMemoryShare * GetMachineBytes());
 }
 
 PovCamera_st PovScene_cls::GetCamera() const {
@@ -194,7 +194,7 @@ std::string PovScene_cls::GetStrPovBackground() const {
 }
 
 void PovScene_cls::AppendData(std::string* pText, uint64_t* pPrint) const {
-    mpCParticles->Append(pText, mText, pPrint);
+    mpCParticles->Append(pText, mText, pPrint, IsInPlace());
     const size_t particles = pText->size();
     bool bAgain = false;
     for (FilterStick_cls* stick : mFilters.GetObject().GetVpCSticks()) {
@@ -203,8 +203,12 @@ void PovScene_cls::AppendData(std::string* pText, uint64_t* pPrint) const {
         stick->GetStrPovSticksRef(pText, mpCSnap->mpPos, mpCSnap->mStep, mText, bAgain);
         bAgain = true;
     }
+    if (pPrint && IsInPlace()) ++*pPrint; // another text
     if (pPrint) *pPrint ^= std::hash<std::string_view>()(std::string_view(*pText).substr(particles));
 }
+
+// Declared they take the memory of all particles once more, which one copy can do without.
+bool PovScene_cls::IsInPlace() const { return mText.GetOptions().mbGroupMaterials && !mpCCopies; }
 
 bool PovScene_cls::HasCommonScene() const {
     return mpCParticles && mText.GetOptions().mbCommonScene &&
@@ -244,7 +248,7 @@ std::string PovScene_cls::GetStrPovCopyLoopRef() {
     std::string text;
     for (long long copy = 0; copy < mCopies; ++copy) {
         if (mpCCopies) mText.mStrObjectTransform = mpCCopies->GetStrPovTranslate(copy, mText.GetDecimals(8));
-        text += mText.GetStrPovParticleObject("PARTICLES");
+        if (!IsInPlace()) text += mText.GetStrPovParticleObject("PARTICLES");
         if (mStickLists == 0) continue;
         text += mText.GetStrPovParticleObject("STICKS0");
         const int mask = mpCCopies ? mpCCopies->GetBitBoundary(copy) : 0;
@@ -281,7 +285,6 @@ std::string PovScene_cls::InDataBox(const WRITE& write) {
 
 bool PovScene_cls::OutputPovRayPov(const wxString& povPath, const wxString& includeName,
                                    const wxString& commonScenePath) {
-    if (!ConfirmMemory()) return false;
     try {
         return WriteFrame(povPath, includeName, commonScenePath);
     } catch (const std::bad_alloc&) {
@@ -301,8 +304,10 @@ bool PovScene_cls::WriteFrame(const wxString& povPath, const wxString& includeNa
     text += GetStrPovBackground();
     std::string references;
     if (mpCParticles) {
-        if (!AppendDataReference(&text, includeName, commonScenePath)) return false;
-        references = InDataBox([this] { return GetStrPovCopyLoopRef(); });
+        std::string data;
+        if (!AppendDataReference(&data, includeName, commonScenePath)) return false;
+        if (!IsInPlace()) text += std::exchange(data, std::string());
+        references = InDataBox([this, &data] { return data + GetStrPovCopyLoopRef(); });
     }
     FilterCtrl_cls& objects = mFilters.GetObject();
     objects.AppendPovInclude(&text, mText);

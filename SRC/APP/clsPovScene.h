@@ -31,16 +31,19 @@ public:
 
     /// Write the frame to `povPath`. Data of a sequence of one snapshot go to `commonScenePath`, unless that
     /// is there already (PovRayCtrl_cls::mbCommonSceneWritten), and the scene includes it by `includeName`;
-    /// but where this frame shows them otherwise than that file does, they stand in the scene. False when a
-    /// file can't be written, which is told, or when the user thinks better of it.
+    /// but where this frame shows them otherwise than that file does, they stand in the scene. False, told: a
+    /// file can't be written.
     bool OutputPovRayPov(const wxString& povPath, const wxString& includeName,
                          const wxString& commonScenePath);
     /// Does the frame's data stand in a common scene, as far as they are the same as there?
     bool HasCommonScene() const;
     /// Write it, if there is to be one. False, told: it can't be written.
     bool OutputPovRayCommonScene(const wxString& path);
-    /// Will POV-Ray have the memory for this scene? If not, the user is asked, once.
-    bool ConfirmMemory() const;
+    /// What to ask when POV-Ray won't have the memory for this scene; empty where it will, or where as much
+    /// has been allowed before.
+    wxString GetMemoryQuestion() const;
+    /// Scenes as large as this one may be written.
+    void AllowMemory() const;
 
 private:
     void TakeParticles();
@@ -51,6 +54,8 @@ private:
     double GetAmbientLight() const;
     std::string GetStrPovLikeView() const;
     std::string GetStrPovBackground() const;
+    /// Are the particles written where they stand, not declared?
+    bool IsInPlace() const;
     /// Particles and sticks, declared; `pPrint` as PovParticles_cls::Append has it.
     void AppendData(std::string* pText, uint64_t* pPrint) const;
     bool WriteFrame(const wxString& povPath, const wxString& includeName, const wxString& commonScenePath);

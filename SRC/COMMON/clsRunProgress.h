@@ -17,10 +17,10 @@ public:
     wxString GetText() const;
 
     static wxString MakeText(int done, int total, long long leftMillis);
-
-private:
+    /// 0 while there is no estimate.
     long long GetLeftMillis() const;
 
+private:
     wxStopWatch mCWatch;
     int mTotal = 0;
     int mDone = 0;

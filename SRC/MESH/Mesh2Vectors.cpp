@@ -1,6 +1,8 @@
 #include "MESH/Mesh2Vectors.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <type_traits>
 
@@ -11,6 +13,7 @@ namespace {
 
 constexpr size_t kPiece = size_t(1) << 18; // bytes: small enough to be read twice from near the processor
 constexpr int kExactDigits = 9;            // that AsciiReader_cls takes whole
+constexpr double kPower[] = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
@@ -39,9 +42,34 @@ const char* PassOdd(const char* p, const char* end, char terminator, bool& bStri
     return behind;
 }
 
+// Of most numbers eight characters hold the digits, the point among them and what ends them, so that nothing
+// hangs on a number's length: the point is taken out, and the digits are put together as ScanDigits does.
+/// A number of a few digits with a point; null: it is another, and nothing was done.
+inline const char* TakeShort(const char* p, const char* end, char terminator, float& value) {
+    static constexpr double kSign[] = {1.0, -1.0}; // as good as random: no branch
+    const auto sign = static_cast<size_t>(*p == '-');
+    p += sign;
+    uint64_t eight;
+    std::memcpy(&eight, p, sizeof eight);
+    eight ^= 0x3030303030303030; // digits become 0 to 9
+    const uint64_t others = (eight | (eight + 0x7676767676767676)) & 0x8080808080808080;
+    const uint64_t behind = others & (others - 1);
+    if (others == 0) return nullptr;
+    const int point = __builtin_ctzll(others) / 8;
+    const int last = behind == 0 ? 8 : __builtin_ctzll(behind) / 8;
+    if (p[point] != '.' || p[last] != terminator || p + last >= end || last < 2) return nullptr;
+    const uint64_t whole = ((others ^ behind) >> 7) - 1;
+    eight = ((eight & whole) | ((eight >> 8) & ~whole)) << 8 * (9 - last);
+    eight = 10 * eight + (eight >> 8);
+    eight = ((eight & 0x000000ff000000ff) * 0x000f424000000064 +
+             ((eight >> 16) & 0x000000ff000000ff) * 0x0000271000000001) >>
+            32;
+    value = static_cast<float>(kSign[sign] * (static_cast<double>(eight) / kPower[last - point - 1]));
+    return p + last + 1;
+}
+
 /// A number as AsciiReader_cls reads it, and what stands behind its terminator; null: nothing may be there.
-inline const char* Take(const char* p, const char* end, char terminator, float& value, bool& bStrict) {
-    static constexpr double kPower[] = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
+const char* TakeAny(const char* p, const char* end, char terminator, float& value, bool& bStrict) {
     const char* const from = p;
     while (*p == ' ')
         ++p;
@@ -65,7 +93,7 @@ inline const char* Take(const char* p, const char* end, char terminator, float& 
     return PassOdd(from, end, terminator, bStrict);
 }
 
-inline const char* Take(const char* p, const char* end, char terminator, int& value, bool& bStrict) {
+const char* TakeAny(const char* p, const char* end, char terminator, int& value, bool& bStrict) {
     const char* const from = p;
     while (*p == ' ')
         ++p;
@@ -80,6 +108,20 @@ inline const char* Take(const char* p, const char* end, char terminator, int& va
     return PassOdd(from, end, terminator, bStrict);
 }
 
+inline const char* Take(const char* p, const char* end, char terminator, float& value, bool& bStrict) {
+    const char* const behind = TakeShort(p, end, terminator, value);
+    return behind ? behind : TakeAny(p, end, terminator, value, bStrict);
+}
+
+inline const char* Take(const char* p, const char* end, char terminator, int& value, bool& bStrict) {
+    uint64_t digits = 0;
+    const char* const behind = ScanDigits(p, digits);
+    if (*behind != terminator || behind == p || behind - p > kExactDigits || behind >= end)
+        return TakeAny(p, end, terminator, value, bStrict);
+    value = static_cast<int>(digits);
+    return behind + 1;
+}
+
 /// Up to the next bracket. What stands there is strict where it is what may stand between vectors.
 inline const char* PassGap(const char* p, const char* end, bool bDigits, bool& bStrict) {
     for (; p < end && *p != '<' && *p != '>'; ++p)
@@ -88,12 +130,44 @@ inline const char* PassGap(const char* p, const char* end, bool bDigits, bool& b
     return p;
 }
 
+/// What stands between two vectors is most often what stood there before.
+class Gap_cls {
+public:
+    /// From `p` to the bracket at `to`.
+    void Learn(const char* p, const char* to) {
+        mLength = to - p;
+        mMask = mLength < 8 ? ~uint64_t(0) >> 8 * (7 - mLength) : 0; // with the bracket
+        mText = Load(p) & mMask;
+    }
+    /// The bracket behind the same; null: there is something else.
+    const char* Pass(const char* p, const char* end) const {
+        return mMask != 0 && (Load(p) & mMask) == mText && p + mLength < end ? p + mLength : nullptr;
+    }
+
+private:
+    static uint64_t Load(const char* p) {
+        uint64_t eight;
+        std::memcpy(&eight, p, sizeof eight);
+        return eight;
+    }
+    uint64_t mText = 0;
+    uint64_t mMask = 0; ///< 0: none is known
+    std::ptrdiff_t mLength = 0;
+};
+
 /// So many vectors of [p, end) to `pTo`. False: brackets don't stand in pairs with three numbers each.
 template <class T>
 bool TakeVectors(const char* p, const char* end, size_t vectors, T* pTo, bool bDigits, bool& bStrict) {
+    Gap_cls gap;
     for (size_t i = 0; i < vectors; ++i, pTo += 3) {
-        p = PassGap(p, end, bDigits, bStrict);
-        if (p == end || *p != '<') return false;
+        if (const char* const same = gap.Pass(p, end)) {
+            p = same;
+        } else {
+            const char* const from = p;
+            p = PassGap(p, end, bDigits, bStrict);
+            if (p == end || *p != '<') return false;
+            if (!bDigits) gap.Learn(from, p);
+        }
         p = Take(p + 1, end, ',', pTo[0], bStrict);
         if (p) p = Take(p, end, ',', pTo[1], bStrict);
         if (p) p = Take(p, end, '>', pTo[2], bStrict);

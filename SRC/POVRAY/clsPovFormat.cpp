@@ -16,7 +16,7 @@ struct Format_st {
     bool mbJpeg;
     const char* mEnding;
     bool mbRefused; ///< POV-Ray takes no such line
-    bool mbReadable;
+    bool mbAlpha;   ///< keeps transparency
 };
 
 // The numbers of the rows stand in projects.
@@ -24,10 +24,10 @@ constexpr Format_st kFormats[] = {
     {"PNG(3x8bit)", "N", 0, false, ".png", false, true},
     {"PNG(3x12bit)", "N", 12, false, ".png", false, true},
     {"PNG(3x16bit)", "", 0, false, ".png", true, true},
-    {"SYS(BMP/PICT)", "S", 16, false, ".bmp", true, true},
-    {"PPM", "P", 0, false, ".ppm", false, true},
-    {"JPEG", "J", 0, true, ".jpg", false, true},
-    {"EXR", "E", 0, false, ".exr", false, false},
+    {"SYS(BMP/PICT)", "S", 16, false, ".bmp", true, false},
+    {"PPM", "P", 0, false, ".ppm", false, false},
+    {"JPEG", "J", 0, true, ".jpg", false, false},
+    {"EXR", "E", 0, false, ".exr", false, true},
     {"HDR", "H", 0, false, ".hdr", false, false},
     {wxTRANSLATE("PNG, 16 bits a channel"), "N", 16, false, ".png", false, true},
 };
@@ -116,4 +116,4 @@ wxString PovFormat_cls::GetRefusal() const {
 
 wxString PovFormat_cls::GetPictureEnding() const { return kFormats[mOutputFormat.mValue].mEnding; }
 
-bool PovFormat_cls::IsReadable() const { return kFormats[mOutputFormat.mValue].mbReadable; }
+bool PovFormat_cls::HasAlpha() const { return kFormats[mOutputFormat.mValue].mbAlpha; }

@@ -5,6 +5,13 @@
 
 #include "POVRAY/clsPovSettings.h"
 
+/// What an .ini file makes of its scene.
+struct PovPicture_st {
+    wxString mEnding; ///< with its dot
+    int mW = 0;       ///< pixels
+    int mH = 0;
+};
+
 class PovFormat_cls : public PovSettings_cls {
 public:
     static constexpr int kMaxSize = 16384; ///< pixels of a side
@@ -24,8 +31,9 @@ public:
     wxString GetRefusal() const;
     /// What POV-Ray puts behind a picture's name, with its dot.
     wxString GetPictureEnding() const;
-    /// Can we look into such pictures?
-    bool IsReadable() const;
+    PovPicture_st GetPicture() const { return {GetPictureEnding(), mWidth.mValue, mHeight.mValue}; }
+    /// Can such pictures show what is behind them?
+    bool HasAlpha() const;
 
     ConfItemUINT_cls mOutputFormat; ///< index in the table of formats
     ConfItemINT_cls mWidth;         ///< pixels

@@ -27,8 +27,24 @@ void PovOptions_cls::ShowAllRows() {
         ShowRow(row, true);
 }
 
+int PovOptions_cls::AddWarning(const wxString& text, const wxString& tip) {
+    return AddStatic(
+        wxEmptyString, [text] { return text; }, tip);
+}
+
+// Rows that have come up make the dialog higher, not one another unseen.
+void PovOptions_cls::GiveRoom() {
+    if (!IsShownOnScreen() || GetBestSize().y <= GetSize().y) return;
+    wxWindow* dialog = wxGetTopLevelParent(this);
+    const wxSize size = dialog->GetSize();
+    dialog->SetSize(wxSize(size.x, size.y + GetBestSize().y - GetSize().y));
+}
+
 void PovOptions_cls::FinishPage() {
-    AddRefresh(0, [this] { HideAndShow(); }); // whatever has values shown, an undone step too
+    AddRefresh(0, [this] { // whatever has values shown, an undone step too
+        HideAndShow();
+        GiveRoom();
+    });
     UpdateValues();
 }
 
@@ -51,8 +67,8 @@ PovFormatPage_cls::PovFormatPage_cls(wxWindow* pParent, PovRayCtrl_cls& ctrl)
     : PovOptions_cls(pParent), mCtrl(ctrl), mFormat(ctrl.mCFormat) {
     AddChoice(_("Output Format"), &mFormat.mOutputFormat.mValue, PovFormat_cls::GetFormatNames(),
               _("Format of the pictures"));
-    mRowRefusal = AddStatic(
-        wxEmptyString, [this] { return mFormat.GetRefusal(); }, _("Choose another format to render"));
+    mRowRefusal =
+        AddWarning(_("POV-Ray 3.7 refuses this."), _("It makes no picture; choose another format to render"));
     SetMNumSize();
     AddCheck(_("Files"), &mFormat.mFileAbsolute.mValue, _("Absolute path"), _("Use absolute file path"));
     const int edges = AddCheck(_("Edges"), &mFormat.mAntialias.mValue, _("Antialias(+A)"),
@@ -156,6 +172,8 @@ void PovRadiosityPage_cls::SetMNumRadiosity() {
                           _("Keep what the first look at the scene finds of it"));
     mRowFile = AddText(_("pretrace file"), &r.mPath.mStrValue,
                        _("Name of the file in the working directory that keeps it"));
+    mRowName = AddWarning(_("POV-Ray reads no such name."),
+                          _("The light is found anew in each picture: take English letters, and no quotes"));
     AddCheck(
         _("film"), mpKeepFirst, _("First frame's pretrace"),
         _("All frames of an animation use the pretrace of the first one, so that light doesn't flicker"));
@@ -175,9 +193,9 @@ void PovRadiosityPage_cls::SetMNumRadiosity() {
     const int flags = AddCheck(wxEmptyString, &r.mZeroAmbient.mValue, _("ambient off"),
                                _("Surfaces have no light of their own"));
     AddCheckTo(flags, &r.mMedia.mValue, _("media on"), _("Fog and smoke count"));
-    const int more = AddCheck(wxEmptyString, &r.mNormal.mValue, _("normal on"), _("Uneven surfaces count"));
-    AddCheckTo(more, &r.mHighReproduce.mValue, _("High Reproducibility"),
-               _("Less chance of the order in which parts of the picture are done"));
+    AddCheck(wxEmptyString, &r.mNormal.mValue, _("normal on"), _("Uneven surfaces count"));
+    AddCheck(wxEmptyString, &r.mHighReproduce.mValue, _("High Reproducibility"),
+             _("Less chance of the order in which parts of the picture are done"));
 }
 
 void PovRadiosityPage_cls::HideAndShow() {
@@ -186,7 +204,9 @@ void PovRadiosityPage_cls::HideAndShow() {
         ShowRow(row, bOn);
     if (!bOn) return;
     ShowRow(mRowReuse, !*mpKeepFirst);
-    ShowRow(mRowFile, !*mpKeepFirst && mRadiosity.mReuse.mValue != PovRadiosity_cls::REUSE_NONE);
+    const bool bFile = !*mpKeepFirst && mRadiosity.mReuse.mValue != PovRadiosity_cls::REUSE_NONE;
+    ShowRow(mRowFile, bFile);
+    ShowRow(mRowName, bFile && !mRadiosity.GetNameProblem().empty());
 }
 
 // Photons.

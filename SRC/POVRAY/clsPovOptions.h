@@ -24,8 +24,11 @@ public:
     void ShowAllRows();
 
 protected:
+    /// A line for ShowRow to show; one of a field's width.
+    int AddWarning(const wxString& text, const wxString& tip);
     /// All rows are there.
     void FinishPage();
+    void GiveRoom();
     /// Show the rows that count with the settings as they are.
     virtual void HideAndShow() {}
 };
@@ -72,6 +75,7 @@ private:
     bool* mpKeepFirst;
     int mRowReuse = 0;
     int mRowFile = 0;
+    int mRowName = 0; ///< what is wrong with it
 };
 
 class PovPhotonsPage_cls final : public PovOptions_cls {

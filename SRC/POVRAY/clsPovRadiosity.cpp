@@ -4,8 +4,10 @@
 #include <cmath>
 
 #include <wx/filefn.h>
+#include <wx/intl.h>
 
 #include "COMMON/clsSplitPath.h"
+#include "POVRAY/clsPovFormat.h"
 
 namespace {
 
@@ -66,9 +68,15 @@ wxString PovRadiosity_cls::GetFileName() const {
     return mPath.mStrValue == kNoFile ? wxString() : SplitPath_cls(mPath.mStrValue).GetPathStr(12);
 }
 
+wxString PovRadiosity_cls::GetNameProblem() const {
+    if (PovFormat_cls::IsReadableName(GetFileName())) return wxString();
+    return _("POV-Ray reads no such name; take English letters, and no quotes.");
+}
+
 bool PovRadiosity_cls::IsRadiosityFormatOK(const wxString& folder) const {
     const wxString name = GetFileName();
     if (mType.mValue == TYPE_NONE || mReuse.mValue == REUSE_NONE || name.empty()) return false;
+    if (!GetNameProblem().empty()) return false;
     return mReuse.mValue == REUSE_LOAD ? wxIsReadable(folder + name) : wxIsWritable(folder);
 }
 

@@ -22,6 +22,8 @@ public:
     wxString GetStrPovIniOfFilm(const wxString& file, unsigned reuse) const;
     /// Can the pretrace file in this folder be read or written, as the settings want it?
     bool IsRadiosityFormatOK(const wxString& folder) const;
+    /// Why POV-Ray wouldn't read the file's name; empty where it would.
+    wxString GetNameProblem() const;
     /// The file's name without its folder; empty when there is none.
     wxString GetFileName() const;
 

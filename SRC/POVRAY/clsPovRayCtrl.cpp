@@ -127,12 +127,20 @@ wxString PovRayCtrl_cls::GetFileStr(unsigned kind, unsigned eye, int number) con
     if (mpHooks->mCommitFields) mpHooks->mCommitFields();
     if (kind == FILE_COMMON_SCENE)
         return IsFileAbsolute() ? GetWorkingDirWithSep(true) + kCommonScene : wxString(kCommonScene);
-    wxString pattern = kind == FILE_ANIM ? mFilePovAnim.mStrValue : mFilePovSnap.mStrValue;
+    if (kind == FILE_ANIM) return GetFrameFileStr(eye, number == -1 ? mAnimNumber : number);
+    return GetNumberedFile(mFilePovSnap.mStrValue, eye, number == -1 ? mSnapNumber : number);
+}
+
+wxString PovRayCtrl_cls::GetFrameFileStr(unsigned eye, int number) const {
+    return GetNumberedFile(mFilePovAnim.mStrValue, eye, number);
+}
+
+wxString PovRayCtrl_cls::GetNumberedFile(const wxString& name, unsigned eye, int number) const {
+    wxString pattern = name;
     if (eye == EYE_LEFT || eye == EYE_RIGHT) {
         const wxString letter = eye == EYE_LEFT ? "L" : "R";
         if (pattern.Replace("%", letter + "%", false) == 0) pattern += letter;
     }
-    if (number == -1) number = kind == FILE_ANIM ? mAnimNumber : mSnapNumber;
     return GetWorkingDirWithSep(true) + FramePath_cls(pattern).GetText(number);
 }
 

@@ -51,6 +51,8 @@ public:
     /// Name of a file without its ending; of kind FILE_COMMON_SCENE with it, and without a folder unless
     /// files are named with theirs. `eye`: an Eye. `number` -1: the next one's.
     wxString GetFileStr(unsigned kind, unsigned eye, int number) const;
+    /// The same of the frame of an animation that has this number, -1 like any other.
+    wxString GetFrameFileStr(unsigned eye, int number) const;
     /// Where the particles stand that are the same in all frames.
     wxString GetCommonScenePath() const;
     /// The working directory and "/", or "./".
@@ -111,6 +113,7 @@ public:
     const std::vector<PovFailure_st>& GetFailures() const { return mVFailures; }
     /// The last picture that was finished; empty before the first.
     const wxString& GetLastPicture() const { return mStrLastPicture; }
+    const PovPicture_st& GetLastShape() const { return mShape; }
     /// What a trial told; empty before the first.
     const wxString& GetTrialText() const { return mStrTrial; }
     /// What quitting would cut short; empty when nothing runs.
@@ -142,8 +145,9 @@ public:
     int mAnimInitNumber = 0; ///< of an animation's first frame
     int mAnimNumber = 0;     ///< of the next frame of an animation
     bool mbCommonSceneWritten = false;
-    uint64_t mCommonScenePrint = 0; ///< of what stands in it
-    bool mbForRender = false;       ///< what is exported now will be rendered here
+    uint64_t mCommonScenePrint = 0;        ///< of what stands in it
+    std::vector<PovPicture_st> mVPictures; ///< of the animation's scenes, as these are written
+    bool mbForRender = false;              ///< what is exported now will be rendered here
 
     bool mbRenderDone = true;            ///< no renderer runs
     bool mbExportingAnim = false;        ///< scenes are written while the film plays
@@ -164,7 +168,8 @@ protected:
 
 private:
     wxString GetWorkingDir() const;
-    bool StartJob(const wxString& base);
+    wxString GetNumberedFile(const wxString& pattern, unsigned eye, int number) const;
+    bool StartJob(const wxString& base, const wxString& exe, const PovPicture_st& picture);
     void NoteEnd();
     void TellChange();
 
@@ -173,6 +178,8 @@ private:
     ConfItemList_cls mConfListOwn;
 
     PovJob_cls mJob;
+    PovPicture_st mShape; ///< of its picture
+    wxString mStrAnimExe; ///< the animation's renderer
     std::unique_ptr<wxTimer> mpCTimer;
     RunProgress_cls mProgress;
     bool mbAnimRun = false; ///< the job is a frame of an animation

@@ -10,7 +10,7 @@
 #include "COMMON/MenuEvent.h"
 #include "COMMON/MsgBox.h"
 #include "COMMON/clsSplitPath.h"
-#include "POVRAY/PngChunks.h"
+#include "POVRAY/LikeDrawn.h"
 #include "POVRAY/clsPovRayCtrl.h"
 
 namespace {
@@ -41,10 +41,11 @@ void PovRayCtrl_cls::TellChange() {
     if (mpHooks->mOnState) mpHooks->mOnState();
 }
 
-bool PovRayCtrl_cls::StartJob(const wxString& base) {
+bool PovRayCtrl_cls::StartJob(const wxString& base, const wxString& exe, const PovPicture_st& picture) {
     mbAborted = false;
+    mShape = picture;
     std::printf("Commands=%s\n", static_cast<const char*>(GetPovRayCommand(base).utf8_str()));
-    if (!mJob.Start(mPathPovRay.mStrValue, base, mCFormat.GetPictureEnding())) {
+    if (!mJob.Start(exe, base, picture.mEnding)) {
         NoteEnd();
         return false;
     }
@@ -65,7 +66,8 @@ bool PovRayCtrl_cls::RenderByPovSnap(unsigned eye) {
     mbAnimRun = false;
     mTrialFrames = 0;
     mProgress.Begin(1);
-    const bool bStarted = StartJob(GetFileStr(FILE_SNAP, eye, -1));
+    const bool bStarted =
+        StartJob(GetFileStr(FILE_SNAP, eye, -1), mPathPovRay.mStrValue, mCFormat.GetPicture());
     TellChange();
     return bStarted;
 }
@@ -77,7 +79,7 @@ bool PovRayCtrl_cls::RenderTrial(const wxString& base, int frames) {
     mTrialFrames = std::max(frames, 1);
     mStrTrial.clear();
     mProgress.Begin(1);
-    const bool bStarted = StartJob(base);
+    const bool bStarted = StartJob(base, mPathPovRay.mStrValue, mCFormat.GetPicture());
     TellChange();
     return bStarted;
 }
@@ -91,6 +93,7 @@ bool PovRayCtrl_cls::StartExportPovAnim(int bRender) {
     }
     mbCommonSceneWritten = false;
     mAnimNumber = mAnimInitNumber;
+    mVPictures.clear();
     mbExportingAnim = true;
     mbRenderingAnim = bRender != 0;
     TellChange();
@@ -109,6 +112,8 @@ void PovRayCtrl_cls::StartRenderPovAnim() {
     mVStrCommands.clear();
     mVFailures.clear();
     PushBackCommands(FILE_ANIM, 0);
+    mStrAnimExe = mPathPovRay.mStrValue;
+    mVPictures.resize(mVStrCommands.size(), mCFormat.GetPicture());
     mAnimNumber = 0;
     mProgress.Begin(int(mVStrCommands.size()));
 }
@@ -119,7 +124,8 @@ void PovRayCtrl_cls::ProcessRenderPovAnim() {
     if (mAnimNumber < number) {
         mbAnimRun = true;
         mTrialFrames = 0;
-        StartJob(mVStrCommands[size_t(mAnimNumber++)]);
+        const auto i = size_t(mAnimNumber++);
+        StartJob(mVStrCommands[i], mStrAnimExe, mVPictures[i]);
     }
     // The buttons come back while the last frame still renders.
     if (mAnimNumber >= number) mbRenderingAnim = mbExportingAnim = false;
@@ -128,8 +134,8 @@ void PovRayCtrl_cls::ProcessRenderPovAnim() {
 }
 
 void PovRayCtrl_cls::AbortRenderPovAnim() {
+    mbAborted = mbRenderingAnim && !mbRenderDone; // a still has nothing to do with it
     mbExportingAnim = mbRenderingAnim = mbForRender = false;
-    mbAborted = !mbRenderDone;
     TellChange();
 }
 
@@ -150,14 +156,14 @@ void PovRayCtrl_cls::Tick() {
 // Whatever became of a scene.
 void PovRayCtrl_cls::NoteEnd() {
     const wxString name = SplitPath_cls(mJob.GetBase()).GetPathStr(12);
-    const wxString& error = mJob.GetError();
+    wxString error = mJob.GetError();
+    if (error.empty()) error = MakeLikeDrawn(mJob.GetPicture());
     std::printf("Return Value=%d\n", mJob.GetStatus());
     mbRenderDone = true;
     mbAborted = false;
     if (mpCTimer) mpCTimer->Stop();
     if (error.empty()) {
         mStrLastPicture = mJob.GetPicture();
-        if (mStrLastPicture.EndsWith(".png")) MakeLikeDrawn(mStrLastPicture);
         ++mFinished;
     } else {
         mVFailures.push_back({name, error});
@@ -178,7 +184,13 @@ void PovRayCtrl_cls::NoteEnd() {
 wxString PovRayCtrl_cls::GetProgressText() const {
     if (mbExportingAnim) return wxString::Format(_("Scenes written: %d"), mAnimNumber - mAnimInitNumber);
     if (mbRenderDone && !mbRenderingAnim) return wxString();
-    wxString text = mbAnimRun ? mProgress.GetText() : wxString();
+    wxString text;
+    if (mbAnimRun) { // the frame in work, not how many there are
+        const int total = mProgress.GetTotal();
+        text = wxString::Format(_("Frame %d of %d"), std::min(mProgress.GetDone() + 1, total), total);
+        const long long left = mProgress.GetLeftMillis();
+        if (left > 0) text += wxString::Format(_(", %s left"), Duration(left));
+    }
     const int percent = mJob.GetPercent();
     if (!mbRenderDone && percent >= 0) {
         text += (text.empty() ? "" : ", ") + wxString::Format("%d %%", percent);

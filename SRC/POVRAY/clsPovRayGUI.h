@@ -17,6 +17,7 @@ class wxSizer;
 class wxStaticBitmap;
 class wxStaticText;
 class wxTextCtrl;
+class wxImage;
 class wxWindow;
 
 class PovRayGUI_cls : public wxDialogEXKey {
@@ -28,9 +29,9 @@ public:
     /// Does the field name a program that can be run? Its colour and tip say so too.
     bool CheckFileExistencePov();
     bool CheckFileExistenceWorkdir();
-    /// Ask about what is wrong with the settings before a run: bits of NEEDS_. True to go on.
-    bool CheckConsistency(int needs);
-    enum Needs { NEEDS_RENDERER = 1, NEEDS_NUMBER = 2 };
+    /// Ask about what is wrong with the settings before a run that makes files of this kind, FILE_SNAP or
+    /// FILE_ANIM. True to go on.
+    bool CheckConsistency(unsigned kind);
     /// What is being typed counts as it stands.
     void UpdateFromText();
 
@@ -57,6 +58,7 @@ private:
     void ShowProgress();
     void ShowFailures();
     void ShowPicture();
+    void ShowSmall(wxImage image, const wxString& path);
     void UpdateButtonLabel();
     void EnableButtons(bool bFields);
 

@@ -5,6 +5,7 @@
 #include <wx/filename.h>
 #include <wx/gauge.h>
 #include <wx/image.h>
+#include <wx/imagpnm.h>
 #include <wx/intl.h>
 #include <wx/log.h>
 #include <wx/notebook.h>
@@ -12,6 +13,7 @@
 #include <wx/statbmp.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
+#include <wx/wfstream.h>
 
 #include "COMMON/EventIds.h"
 #include "COMMON/FramePath.h"
@@ -84,7 +86,7 @@ bool PovRayGUI_cls::CheckFileExistenceWorkdir() {
     return bThere;
 }
 
-bool PovRayGUI_cls::CheckConsistency(int needs) {
+bool PovRayGUI_cls::CheckConsistency(unsigned kind) {
     UpdateFromText();
     wxString warnings;
     if (!CheckFileExistencePov()) warnings += _("Path discrepancy.") + wxString("\n");
@@ -92,11 +94,8 @@ bool PovRayGUI_cls::CheckConsistency(int needs) {
         warnings += wxString::Format(_("The folder %s is not there; it will be made."),
                                      mpCCtrl->mPathPovWork.mStrValue) +
                     "\n";
-    for (const unsigned kind : {PovRayCtrl_cls::FILE_SNAP, PovRayCtrl_cls::FILE_ANIM}) {
-        if (kind == PovRayCtrl_cls::FILE_ANIM && !(needs & NEEDS_NUMBER)) continue;
-        const wxString odd = mpCCtrl->GetNameProblem(kind);
-        if (!odd.empty()) warnings += odd + "\n";
-    }
+    const wxString odd = mpCCtrl->GetNameProblem(kind);
+    if (!odd.empty()) warnings += odd + "\n";
     return warnings.empty() || MsgBoxYesno(warnings + _("Above warnings detected. Continue?"), _("Warning"));
 }
 
@@ -112,7 +111,8 @@ void PovRayGUI_cls::OnButtonSnap(bool bRender) {
         mpCCtrl->StopRenderer();
         return;
     }
-    if (CheckConsistency(0)) PostMenuEvent(bRender ? ID_POV_RENDER_SNAP : ID_POV_EXPORT_SNAP);
+    if (CheckConsistency(PovRayCtrl_cls::FILE_SNAP))
+        PostMenuEvent(bRender ? ID_POV_RENDER_SNAP : ID_POV_EXPORT_SNAP);
 }
 
 void PovRayGUI_cls::OnButtonAnim(bool bRender) {
@@ -121,12 +121,12 @@ void PovRayGUI_cls::OnButtonAnim(bool bRender) {
         return;
     }
     const bool bStop = mpCCtrl->mbExportingAnim || mpCCtrl->mbRenderingAnim;
-    if (bStop || CheckConsistency(NEEDS_NUMBER))
+    if (bStop || CheckConsistency(PovRayCtrl_cls::FILE_ANIM))
         PostMenuEvent(bRender ? ID_POV_RENDER_ANIM : ID_POV_EXPORT_ANIM);
 }
 
 void PovRayGUI_cls::OnButtonTry() {
-    if (CheckConsistency(0)) PostMenuEvent(ID_POV_TRY);
+    if (CheckConsistency(PovRayCtrl_cls::FILE_SNAP)) PostMenuEvent(ID_POV_TRY);
 }
 
 void PovRayGUI_cls::ApplyPreset(bool bFilm) {
@@ -176,11 +176,20 @@ void PovRayGUI_cls::ShowPicture() {
     const wxString stamp = path + wxString::Format("%d", mpCCtrl->GetFinished());
     if (path.empty() || mStrShownPicture == stamp) return;
     mStrShownPicture = stamp;
-    const PovFormat_cls& format = mpCCtrl->mCFormat;
-    if (!format.IsReadable() || (long long)format.mWidth.mValue * format.mHeight.mValue > kMostPixels) return;
-    wxLogNull quiet;
-    wxImage image(path);
-    if (!image.IsOk()) return;
+    const PovPicture_st& shape = mpCCtrl->GetLastShape();
+    if ((long long)shape.mW * shape.mH > kMostPixels) return;
+    const wxLogNull quiet;
+    wxImage image;
+    if (shape.mEnding == ".ppm") { // no format of the file dialogs
+        wxFFileInputStream file(path);
+        wxPNMHandler().LoadFile(&image, file, false);
+    } else if (wxImage::FindHandler(shape.mEnding.Mid(1), wxBITMAP_TYPE_ANY)) {
+        image.LoadFile(path);
+    }
+    if (image.IsOk()) ShowSmall(image, path);
+}
+
+void PovRayGUI_cls::ShowSmall(wxImage image, const wxString& path) {
     const wxSize room = mpCPicture->GetClientSize();
     const double scale = std::min(double(room.x) / image.GetWidth(), double(room.y) / image.GetHeight());
     image.Rescale(std::max(int(image.GetWidth() * scale), 1), std::max(int(image.GetHeight() * scale), 1),

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <wx/image.h>
 
 #include "RunFilm.h"
 
@@ -23,7 +24,8 @@ using Words = std::vector<std::string>;
 class FilmPov : public ::testing::Test {
 protected:
     FilmPov() {
-        mProject = mFolder.MakeProject("film.mrp", "DownSizing=100\nPovCameraWidth=640\nPovDisplay=1\n");
+        mProject = mFolder.MakeProject(
+            "film.mrp", "DownSizing=100\nPovCameraWidth=640\nPovDisplay=1\nPovPauseWhenDone=1\n");
         fs::create_directory(mFolder.mPath / "out");
     }
     ChildRun_st Render(const std::string& out, Words words = {}) {
@@ -61,9 +63,23 @@ TEST_F(FilmPov, ScenesAreWrittenWithTheProjectsNames) {
     const auto files = mFolder.ReadAll("out");
     EXPECT_EQ(files.size(), 6u);
     EXPECT_NE(files.at("povanim0001.ini").find("width=640\n"), std::string::npos);
-    EXPECT_NE(files.at("povanim0001.ini").find("DISPLAY=off\n"), std::string::npos);
+    EXPECT_NE(files.at("povanim0001.ini").find("DISPLAY=off\nPause_When_Done=off\n"), std::string::npos);
+    fs::remove(mFolder.mPath / "out/povanim0002.ini");
+    const ChildRun_st again =
+        RunFilm({"--pov-export", mFolder / "out", "--frames", "1-3", "--resume", mProject});
+    EXPECT_NE(again.mOut.find("2 were there"), std::string::npos) << again.mOut;
+    EXPECT_TRUE(mFolder.ReadAll("out") == files);
     EXPECT_NE(files.at("povanim0001.pov"), files.at("povanim0002.pov"));
     EXPECT_EQ(files.at("povanim0001.pov").compare(0, 15, "global_settings"), 0);
+    // Frames before the work area have numbers below those of the film.
+    mProject = mFolder.MakeProject(
+        "late.mrp", "DownSizing=100\nTimeWorkAreaMin=3\nTimeAnimInterp=2\nPovRenderRegion=1\n");
+    fs::create_directory(mFolder.mPath / "late");
+    const ChildRun_st late = RunFilm({"--pov-export", mFolder / "late", mProject});
+    EXPECT_EQ(late.mStatus, 0) << late.mErr;
+    const std::set<std::string> names = Names("late", ".pov");
+    EXPECT_EQ(names.size(), 9u) << "of the whole film";
+    EXPECT_TRUE(names.count("povanim-001.pov") && names.count("povanim0000.pov"));
 }
 
 TEST_F(FilmPov, PartsAreTheBytesOfOneRun) {
@@ -85,7 +101,7 @@ TEST_F(FilmPov, OneSnapshotsDataAreTheSameInAllParts) {
     fs::copy_file(melt + "melt0000.txt", mFolder / "one/melt0000.txt");
     std::ifstream file(melt + "melt_cut.mrp");
     std::string text(std::istreambuf_iterator<char>(file), {});
-    const auto getData = [](const std::string& scene) { return scene.find("#declare PARTICLES"); };
+    const auto getData = [](const std::string& scene) { return scene.find("sphere{"); };
     for (const bool bCut : {true, false}) {
         const size_t valid = text.find("FilterValid=1");
         ASSERT_NE(valid, std::string::npos);
@@ -158,12 +174,28 @@ TEST_F(FilmPov, ResumeKeepsWholePicturesAndMakesTheRest) {
     EXPECT_TRUE(Pictures("out") == before);
 }
 
-TEST_F(FilmPov, BlurAddsPicturesOfMomentsUp) {
-    ASSERT_EQ(Render("sharp", {"--frames", "1"}).mStatus, 0);
+TEST_F(FilmPov, BlurIsTheMeanOfPicturesOfMoments) {
+    if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG)) wxImage::AddHandler(new wxPNGHandler);
+    for (const auto& [moment, grey] : {std::pair("000", 20), {"001", 50}, {"002", 200}}) {
+        wxImage image(48, 36);
+        std::fill_n(image.GetData(), 48 * 36 * 3, static_cast<unsigned char>(grey));
+        ASSERT_TRUE(image.SaveFile(wxString(mFolder / (std::string(moment) + ".png"))));
+    }
+    Pretend("scene=$(basename \"$(readlink \"$name.pov\")\" .pov); cp \"$scene.pov\" ..; "
+            "cp \"../${scene#*-blur}.png\" \"$name.png\"");
     const ChildRun_st run = Render("out", {"--frames", "1", "--blur", "1/3"});
     EXPECT_EQ(run.mStatus, 0) << run.mErr;
-    EXPECT_EQ(Names("out", ".png"), (std::set<std::string>{"povanim0001.png"})) << "the moments are gone";
-    EXPECT_FALSE(Pictures("out") == Pictures("sharp"));
+    EXPECT_EQ(mFolder.ReadAll("out").size(), 1u) << "the moments are gone";
+    const wxImage mean(wxString(mFolder / "out/povanim0001.png"));
+    ASSERT_TRUE(mean.IsOk());
+    EXPECT_TRUE(std::all_of(mean.GetData(), mean.GetData() + 48 * 36 * 3, [](int v) { return v == 90; }))
+        << "(20 + 50 + 200) / 3";
+    std::set<std::string> scenes;
+    for (const char* moment : {"000", "001", "002"}) {
+        std::ifstream file(mFolder / ("povanim0001-blur" + std::string(moment) + ".pov"));
+        scenes.insert(std::string(std::istreambuf_iterator<char>(file), {}));
+    }
+    EXPECT_EQ(scenes.size(), 3u) << "particles move between the snapshots";
 }
 
 TEST_F(FilmPov, LightOfTheFirstFrameServesAllParts) {
@@ -189,7 +221,7 @@ TEST_F(FilmPov, FailedFramesAreNamedAndTheOthersMade) {
 
 TEST_F(FilmPov, StoppedFilmsLeaveNoRendererAndNoHalfPicture) {
     Pretend("echo half > \"$name.png\"; echo $$ > pid; while :; do sleep 0.05; done");
-    std::vector<std::string> words = {"--size", "48x36", "--pov-render", mFolder / "out", mProject};
+    const Words words = {"--size", "48x36", "--blur", "1/2", "--pov-render", mFolder / "out", mProject};
     bool bStopped = false;
     const ChildRun_st run = RunFilm(words, {}, [&](pid_t film) {
         if (bStopped || !fs::exists(mFolder.mPath / "out/pid")) return;
@@ -200,7 +232,7 @@ TEST_F(FilmPov, StoppedFilmsLeaveNoRendererAndNoHalfPicture) {
     std::ifstream(mFolder / "out/pid") >> renderer;
     ASSERT_GT(renderer, 0);
     EXPECT_NE(kill(renderer, 0), 0);
-    EXPECT_TRUE(Names("out", ".png").empty());
+    EXPECT_EQ(mFolder.ReadAll("out").size(), 1u) << "and no scene of a moment";
 }
 
 TEST_F(FilmPov, WrongWordsAndMissingRenderersAreToldFirst) {
@@ -218,6 +250,8 @@ TEST_F(FilmPov, WrongWordsAndMissingRenderersAreToldFirst) {
     told({"--pov-export", "/proc/self", mProject}, 2, "--pov-export: no file can be made");
     mProject = mFolder.MakeProject("odd.mrp", "PovOutputFomat=3\n");
     told({"--pov-render", out, mProject}, 2, "PovOutputFomat=: POV-Ray 3.7 refuses");
+    mProject = mFolder.MakeProject("odd.mrp", "PovOutputFomat=5\n");
+    told({"--pov-render", out, "--transparent", mProject}, 2, "\"jpg\" files keep no transparency");
     mProject = mFolder.MakeProject("odd.mrp", "FilePovAnim=%s\n");
     told({"--pov-render", out, mProject}, 2, "FilePovAnim=: \"%s\" has no number");
     mProject = mFolder.MakeProject("odd.mrp", "PathPovRay=/no/such/povray\n");

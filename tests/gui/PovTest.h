@@ -2,6 +2,7 @@
 // of a small size, the scene of it, and POV-Ray's picture of that.
 #pragma once
 
+#include <cstdio>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -65,6 +66,7 @@ protected:
         SetOneLight(LightSRC_cls::TYPE_PARALLEL, {-4, -2, 3}, {0, 30, 30});
     }
     void TearDown() override {
+        CompareWaiting();
         Hub()->mpCFilters->ClearFilters();
         Hub()->mpCPeriodicBoundary->SetToDefault();
         Pov().SetToDefault();
@@ -168,57 +170,64 @@ protected:
         return wxImage(path);
     }
     /// The scene of the frame that was drawn last.
-    std::string Write() {
+    std::string Write(int eye = EYE_NONE) {
         const wxString path = wxString::FromUTF8(mDir / "scene.pov");
         EXPECT_TRUE(
-            PovScene_cls(*Hub(), Canvas(0))
+            PovScene_cls(*Hub(), Canvas(0), eye)
                 .OutputPovRayPov(path, "CommonScene.pov", wxString::FromUTF8(mDir / "CommonScene.pov")));
         std::ifstream file(mDir / "scene.pov", std::ios::binary);
         return std::string(std::istreambuf_iterator<char>(file), {});
     }
-    /// POV-Ray's picture of the scene; not Ok when POV-Ray has refused it. What it warns of is in mWarnings.
-    wxImage Render(int w, int h) {
-        const wxString from = wxString::FromUTF8(mDir.mPath.string());
-        wxArrayString output, errors;
-        wxExecuteEnv env;
-        env.cwd = from;
-        const wxString command =
-            wxString::Format("/usr/bin/povray +Iscene.pov +Orendered.png +FN +W%d +H%d -D -P +A0.1 +MV3.7 "
-                             "Bounding_Method=2 Display_Gamma=1 File_Gamma=1",
-                             w, h);
-        const long status = wxExecute(command, output, errors, wxEXEC_SYNC | wxEXEC_NODISABLE, &env);
-        mWarnings.clear();
-        for (const wxString& line : errors) {
-            if (line.Contains("Warning:") || line.Contains("Error")) mWarnings.push_back(line.utf8_string());
-        }
-        EXPECT_EQ(status, 0);
-        for (size_t i = errors.size() > 12 && status != 0 ? errors.size() - 12 : errors.size();
-             i < errors.size(); ++i)
-            ADD_FAILURE() << errors[i];
-        return status == 0 ? wxImage(from + "/rendered.png") : wxImage();
-    }
-    /// Several scenes at once: POV-Ray waits more than it works on small ones.
-    std::vector<wxImage> RenderAll(const std::vector<std::string>& scenes, int w, int h) {
-        const wxString from = wxString::FromUTF8(mDir.mPath.string());
-        std::string script = "cd " + mDir.mPath.string() + "\n";
+    /// A scene that POV-Ray is to make a picture of.
+    struct Scene_st {
+        std::string mText;
+        int mW, mH;
+        double mClock = 0.0;
+    };
+    /// POV-Ray's pictures of scenes, all at once: it waits more than it works on small ones. A refused one is
+    /// told and black. What it warns of is in mWarnings.
+    std::vector<wxImage> RenderAll(const std::vector<Scene_st>& scenes) {
+        const std::string folder = mDir.mPath.string();
+        std::string script = "cd " + folder + "\n";
         for (size_t i = 0; i < scenes.size(); ++i) {
             const std::string name = "scene" + std::to_string(i);
-            std::ofstream(mDir / (name + ".pov")) << scenes[i];
-            script += "/usr/bin/povray +I" + name + ".pov +O" + name + ".png +FN +W" + std::to_string(w) +
-                      " +H" + std::to_string(h) +
+            std::remove((mDir / (name + ".png")).c_str());
+            std::ofstream(mDir / (name + ".pov")) << scenes[i].mText;
+            script += "/usr/bin/povray +I" + name + ".pov +O" + name + ".png +FN +W" +
+                      std::to_string(scenes[i].mW) + " +H" + std::to_string(scenes[i].mH) + " +K" +
+                      std::to_string(scenes[i].mClock) +
                       " -D -P +A0.1 +MV3.7 Bounding_Method=2 Display_Gamma=1 File_Gamma=1 2>" + name +
                       ".txt &\n";
         }
         std::ofstream(mDir / "all.sh") << script << "wait\n";
         wxArrayString output, errors;
-        wxExecute("sh " + from + "/all.sh", output, errors, wxEXEC_SYNC | wxEXEC_NODISABLE);
+        wxExecute("sh " + wxString::FromUTF8(folder) + "/all.sh", output, errors,
+                  wxEXEC_SYNC | wxEXEC_NODISABLE);
         std::vector<wxImage> pictures;
+        mWarnings.clear();
         for (size_t i = 0; i < scenes.size(); ++i) {
-            const wxString name = from + wxString::Format("/scene%zu.png", i);
-            EXPECT_TRUE(wxFileExists(name)) << "refused: scene " << i;
-            pictures.push_back(wxFileExists(name) ? wxImage(name) : wxImage(w, h));
+            const std::string name = mDir / ("scene" + std::to_string(i));
+            std::ifstream words(name + ".txt");
+            std::string said;
+            for (std::string line; std::getline(words, line); said += line + "\n")
+                if (line.find("Warning:") != std::string::npos) mWarnings.push_back(line);
+            const bool bMade = wxFileExists(name + ".png");
+            EXPECT_TRUE(bMade) << "scene " << i << ":\n"
+                               << said.substr(said.size() - std::min(said.size(), size_t(900)));
+            pictures.push_back(bMade ? wxImage(name + ".png") : wxImage(scenes[i].mW, scenes[i].mH));
         }
         return pictures;
+    }
+    std::vector<wxImage> RenderAll(const std::vector<std::string>& texts, int w, int h) {
+        std::vector<Scene_st> scenes;
+        for (const std::string& text : texts)
+            scenes.push_back({text, w, h});
+        return RenderAll(scenes);
+    }
+    /// Of the scene that was written last.
+    wxImage Render(int w, int h) {
+        std::ifstream file(mDir / "scene.pov", std::ios::binary);
+        return RenderAll({std::string(std::istreambuf_iterator<char>(file), {})}, w, h).front();
     }
     /// A spot of connected lit pixels.
     struct Spot_st {
@@ -235,16 +244,27 @@ protected:
     }
     /// Mean structural similarity of the brightness, of windows of 8 x 8 pixels.
     static double GetSimilarity(const wxImage& a, const wxImage& b);
-    /// Draw, write, render.
-    void ExpectAlike(int w, int h, size_t number) {
+    /// Draw and write; POV-Ray's picture has as many spots in the same places (CompareWaiting).
+    void ExpectAlike(int w, int h, size_t number, int eye = EYE_NONE) {
         const wxImage view = Draw(w, h);
         ASSERT_TRUE(view.IsOk());
-        mScene = Write();
-        const wxImage rendered = Render(w, h);
-        ASSERT_TRUE(rendered.IsOk());
-        Keep(view, "view");
-        Keep(rendered, "pov");
-        ExpectSameSpots(view, rendered, number);
+        mScene = Write(eye);
+        mWaiting.push_back({view, {mScene, w, h}, number});
+    }
+    /// The comparisons of a test, at its end: what a scene includes must stand till then.
+    void CompareWaiting() {
+        std::vector<Scene_st> scenes;
+        for (const Waiting_st& one : mWaiting)
+            scenes.push_back(one.mScene);
+        if (scenes.empty()) return;
+        const std::vector<wxImage> rendered = RenderAll(scenes);
+        for (size_t i = 0; i < rendered.size(); ++i) {
+            SCOPED_TRACE("comparison " + std::to_string(i));
+            Keep(mWaiting[i].mView, std::to_string(i) + "view");
+            Keep(rendered[i], std::to_string(i) + "pov");
+            ExpectSameSpots(mWaiting[i].mView, rendered[i], mWaiting[i].mNumber);
+        }
+        mWaiting.clear();
     }
     /// Into the folder that MORENTIS_GUI_PICTURES names, if it is set.
     static void Keep(const wxImage& image, const std::string& name) {
@@ -260,5 +280,11 @@ protected:
     std::vector<std::string> mWarnings;
 
 private:
+    struct Waiting_st {
+        wxImage mView;
+        Scene_st mScene;
+        size_t mNumber;
+    };
+    std::vector<Waiting_st> mWaiting;
     wxString mLooks, mLights;
 };

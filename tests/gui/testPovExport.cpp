@@ -83,10 +83,11 @@ TEST_F(PovExport, OneSnapshotsDataStandInACommonScene) {
     const wxImage view = Draw(120, 120);
     Keep(view, "view");
     RenderFilm(2, 120);
-    EXPECT_TRUE(Has("CommonScene.pov", "#declare PARTICLES=\nunion{\n"));
+    EXPECT_EQ(ReadFile("CommonScene.pov").compare(0, 14, "union{\nsphere{"), 0)
+        << "it stands where it is included";
     for (const std::string name : {"povanim0000", "povanim0001"}) {
         EXPECT_TRUE(Has(name + ".pov", "#include \"" + (mDir / "CommonScene.pov") + "\"\n"));
-        EXPECT_FALSE(Has(name + ".pov", "#declare PARTICLES"));
+        EXPECT_FALSE(Has(name + ".pov", "sphere{"));
         const wxImage picture = Picture(name + ".png");
         ASSERT_TRUE(picture.IsOk());
         Keep(picture, name);
@@ -101,7 +102,7 @@ TEST_F(PovExport, OneSnapshotsDataStandInACommonScene) {
     const std::string common = ReadFile("CommonScene.pov");
     EXPECT_TRUE(Export());
     EXPECT_FALSE(Has("scene.pov", "#include"));
-    EXPECT_TRUE(Has("scene.pov", "#declare PARTICLES"));
+    EXPECT_TRUE(Has("scene.pov", "sphere{"));
     EXPECT_EQ(ReadFile("CommonScene.pov"), common);
 }
 
@@ -243,22 +244,26 @@ TEST_F(PovExport, SticksOfOtherDataAreLeftOut) {
 
 TEST_F(PovExport, MemoryIsAskedForOnce) {
     ShowMany(1000);
-    Draw(32, 32);
+    for (GLAttribute_cls* attribute : Drawing().mpCGLAttribute)
+        attribute->mDrawType.mValue = DRAW_HIDE; // so many copies would take their time
     FilterCopyData_cls& copies = *mFilters.Add<FilterCopy_cls>(FILTER_COPY).GetPCData();
     for (ConfItemINT_cls& most : copies.mCMax)
         most.mValue = kMostOfAxis;
-    const auto confirm = [this](bool bAnswer) {
+    const std::string text = "GB of memory for this scene; this machine has";
+    mAnswers = {false};
+    for (const int id : {ID_POV_EXPORT_SNAP, ID_POV_EXPORT_ANIM}) {
         mVMessages.clear();
-        mAnswers = {bAnswer};
-        return PovScene_cls(*Hub(), Canvas(0)).ConfirmMemory();
-    };
-    EXPECT_FALSE(confirm(false));
-    EXPECT_TRUE(WasTold("GB of memory for this scene; this machine has"));
-    EXPECT_TRUE(confirm(true));
-    EXPECT_TRUE(WasTold("GB of memory for this scene"));
-    EXPECT_TRUE(confirm(false)) << "who has said yes isn't asked again";
-    EXPECT_FALSE(WasTold("GB of memory for this scene"));
-    mAnswers.clear();
+        mAnswers = {false};
+        Menu(id);
+        ASSERT_TRUE(PumpUntil([&] { return WasTold(text) && !Pov().IsBusy(); }));
+        EXPECT_FALSE(Canvas(0)->WritesOutput());
+        EXPECT_FALSE(Hub()->mpCTimeCtrl->IsPlaying());
+        EXPECT_FALSE(fs::exists(mDir / "povsnap0000.ini") || fs::exists(mDir / "povanim0000.ini"));
+    }
+    const PovScene_cls scene(*Hub(), Canvas(0));
+    EXPECT_FALSE(scene.GetMemoryQuestion().empty());
+    scene.AllowMemory();
+    EXPECT_TRUE(scene.GetMemoryQuestion().empty()) << "who has said yes isn't asked again";
 }
 
 TEST_F(PovExport, FullFoldersLeaveTheOldFiles) {

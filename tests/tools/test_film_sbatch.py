@@ -86,6 +86,13 @@ class FilmSbatch(unittest.TestCase):
         self.assertIn("--jobs 4 --pov-render out", words("--pov-render", "out"))
         self.assertNotIn("--jobs 4", words("--pov-render", "out", "--jobs", "2"))
         self.assertNotIn("--jobs", words("--size", "64x48"))
+        with self.project.open("a") as file:
+            file.write("PovRenderRegion=2\nPovRegionCustomMin=8\nPovRegionCustomMax=12\n")
+        self.assertIn("--frames 8-12", words("--pov-export", "out"))
+        self.assertIn("--frames 0-99", words("--output", "f%04d.png"))
+        with self.project.open("a") as file:
+            file.write("PovRenderRegion=1\n")
+        self.assertIn("--frames 0-100", words("--pov-render", "out"))
 
     def test_wrong_uses_are_told(self):
         self.write(100, 0, 99, 1)

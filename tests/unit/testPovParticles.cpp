@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "GL/DRAW/ParticleChecks.h"
 #include "GL/DRAW/clsArrayAndIndex.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
@@ -35,7 +36,8 @@ protected:
             mEntries.push_back({i, 0.0f, 1.0f});
         }
     }
-    std::string Write(PovParticles_cls::List_st list = {}, uint64_t* pPrint = nullptr) {
+    std::string Write(PovParticles_cls::List_st list = {}, uint64_t* pPrint = nullptr,
+                      bool bInPlace = false) {
         SnapData_cls snap(&mHand.mBlock, mAttribute, 0.0, 1);
         list.mpEntries = mEntries.data();
         list.mNumber = int(mEntries.size());
@@ -43,7 +45,7 @@ protected:
         PovText_cls pov(mOptions);
         pov.SetDecimals(particles.GetDecimals(mStickRadius));
         std::string text;
-        particles.Append(&text, pov, pPrint);
+        particles.Append(&text, pov, pPrint, bInPlace);
         return text;
     }
     static bool Holds(const std::string& text, const std::string& part) {
@@ -147,6 +149,7 @@ TEST_F(PovParticles, AllOfOneMaterialAreOneUnion) {
     EXPECT_FALSE(Holds(text, "union{\nunion{")) << "of which POV-Ray warns";
     EXPECT_TRUE(Holds(text, "sphere{<150.000,0.001,-1.000>,3.500}\n\ttexture {\n"));
     EXPECT_EQ(text.substr(text.size() - 7), "\t}\n};\n\n");
+    EXPECT_EQ(Write(list, nullptr, true), text.substr(20, text.size() - 23) + "\n") << "where it stands";
     mEntries.resize(1);
     EXPECT_TRUE(Holds(Write(list), "union{\nsphere{<0.000,0.001,-1.000>,0.500\n\ttexture {\n"));
 }
@@ -230,6 +233,15 @@ TEST_F(PovParticles, OpacityIsTheViews) {
     first.mDrawType.mValue = DRAW_SPHERE;
     EXPECT_NEAR(getAlpha(), std::min(0.4 * GLDrawData_cls::GetSteppingAlphaFactor(4), 1.0), 0.0011);
     EXPECT_NE(GLDrawData_cls::GetSteppingAlphaFactor(4), 1.0);
+    // Of many billboards the own radius counts, though they are drawn with one.
+    list.mStep = 1;
+    first.mDrawType.mValue = DRAW_BILLBOARD;
+    first.mAlphaType.mValue = ALPHA_BY_RADIUS;
+    first.mRadiusType.mValue = RADIUS_CONSTANT;
+    first.mRadiusFactorForConst.mValue = 0.5f;
+    EXPECT_NEAR(getAlpha(), 0.8 * 0.25 / 0.25, 0.0011);
+    mEntries.resize(kManyBillboards + 1, mEntries[1]);
+    EXPECT_NEAR(getAlpha(), 0.8 * 0.25 / (0.5 * 1.5 * 0.5 * 1.5), 0.0011);
 }
 
 TEST_F(PovParticles, EachParticleMayHaveItsColour) {

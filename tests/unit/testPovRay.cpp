@@ -13,10 +13,14 @@
 
 #include <gtest/gtest.h>
 #include <wx/arrstr.h>
+#include <wx/datetime.h>
+#include <wx/image.h>
 
 #include "COMMON/Eye.h"
 #include "COMMON/clsSplitPath.h"
-#include "POVRAY/PngChunks.h"
+#include "IMAGE/ImageCheck.h"
+#include "POVRAY/LikeDrawn.h"
+#include "POVRAY/PictureHead.h"
 #include "POVRAY/clsPovJob.h"
 #include "POVRAY/clsPovRayCtrl.h"
 #include "TempFolder.h"
@@ -204,6 +208,40 @@ TEST(PovNames, OddPatternsAreTextAndAreTold) {
     }
 }
 
+TEST(PovNames, LightOfOddNamesIsFoundAnew) {
+    const TempFolder_cls folder;
+    PovRayCtrl_cls ctrl;
+    ctrl.mPathPovWork.mStrValue = folder.GetPath();
+    ctrl.mCRadiosity.mType.mValue = PovRadiosity_cls::TYPE_FULL;
+    ctrl.mCRadiosity.mReuse.mValue = PovRadiosity_cls::REUSE_SAVE;
+    for (const char* name : {"light.rca", "li\"ght", "it's", "back\\slash", "l\xc3\xbcght"}) {
+        ctrl.mCRadiosity.mPath.mStrValue = wxString::FromUTF8(name);
+        const wxString ini = ctrl.GetStrPovIni("/a.ini", -1);
+        EXPECT_EQ(ini.Contains("Radiosity_File_Name"), ctrl.mCRadiosity.GetNameProblem().empty()) << name;
+        EXPECT_EQ(ini.Contains("Radiosity_File_Name"), std::string(name) == "light.rca") << name;
+        EXPECT_TRUE(Has(ini, "Radiosity_To_File=on")) << name;
+    }
+}
+
+TEST(PovNames, NumbersBelowZeroAreNamesLikeOthers) {
+    PovRayCtrl_cls ctrl;
+    ctrl.mAnimNumber = 7;
+    EXPECT_TRUE(ctrl.GetFileStr(PovRayCtrl_cls::FILE_ANIM, EYE_NONE, -1).EndsWith("povanim0007"));
+    EXPECT_TRUE(ctrl.GetFrameFileStr(EYE_NONE, -1).EndsWith("povanim-001"));
+}
+
+TEST(PovRuns, AbortingAnExportLeavesARenderedStillAlone) {
+    PovRayCtrl_cls ctrl;
+    ctrl.mbRenderDone = false;
+    ctrl.mbExportingAnim = true;
+    EXPECT_FALSE(ctrl.StartExportPovAnim(0)) << "a second press";
+    EXPECT_FALSE(ctrl.mbAborted);
+    ctrl.mbRenderingAnim = true;
+    EXPECT_FALSE(ctrl.StartExportPovAnim(1));
+    EXPECT_TRUE(ctrl.mbAborted);
+    ctrl.mbRenderDone = true;
+}
+
 // POV-Ray reads no letter but English ones in the names of an .ini file: there they stay bare.
 TEST(PovNames, FoldersThatPovRayCantReadAreLeftAway) {
     PovRayCtrl_cls ctrl;
@@ -292,23 +330,6 @@ TEST_F(PovJobs, NamesOfOtherMachinesAreLeftAlone) {
         EXPECT_TRUE(std::filesystem::is_symlink(name)) << name;
 }
 
-TEST_F(PovJobs, TheSamePictureHasTheSameBytes) {
-    const wxString base = Scene("a");
-    std::string bytes[2];
-    for (std::string& one : bytes) {
-        PovJob_cls job;
-        job.MakeReproducible(false);
-        ASSERT_TRUE(job.Start("/usr/bin/povray", base, ".png"));
-        ASSERT_TRUE(Wait(job));
-        EXPECT_NE(ReadFile(base + ".png").find("Render Date"), std::string::npos);
-        EXPECT_EQ(MakeLikeDrawn(base + ".png"), "");
-        one = ReadFile(base + ".png");
-        std::this_thread::sleep_for(std::chrono::milliseconds(1001)); // the date counts seconds
-    }
-    EXPECT_EQ(bytes[0], bytes[1]);
-    EXPECT_EQ(bytes[0].find("Render Date"), std::string::npos);
-}
-
 // Which rows POV-Ray 3.7 takes, and that GetRefusal knows those that it doesn't.
 TEST_F(PovJobs, FormatsAreRenderedOrRefused) {
     PovFormat_cls formats[9];
@@ -321,6 +342,7 @@ TEST_F(PovJobs, FormatsAreRenderedOrRefused) {
         format.mWidth.mValue = 16;
         format.mHeight.mValue = 12;
         format.mDisplay.mValue = false;
+        format.mOutputAlpha.mValue = row == 6;
         mFolder.Write(name + ".ini", format.GetStrPovFormat(base + ".ini", false).utf8_string());
         ASSERT_TRUE(jobs[row].Start("/usr/bin/povray", base, format.GetPictureEnding()));
     }
@@ -330,6 +352,25 @@ TEST_F(PovJobs, FormatsAreRenderedOrRefused) {
             << row << ": " << jobs[row].GetError();
     }
     EXPECT_EQ(ReadFile(jobs[8].GetPicture()).substr(24, 1), "\x10") << "bits of a channel";
+    // Pictures of two days are the same bytes, and of each it can be told whether it is whole.
+    if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG)) wxImage::AddHandler(new wxPNGHandler);
+    if (!wxImage::FindHandler(wxBITMAP_TYPE_JPEG)) wxImage::AddHandler(new wxJPEGHandler);
+    const std::string year = wxDateTime::Now().Format("20%y-").utf8_string();
+    for (const unsigned row : {0u, 1u, 4u, 5u, 6u, 7u, 8u}) {
+        const wxString path = jobs[row].GetPicture();
+        EXPECT_NE(ReadFile(path).substr(0, 600).find(year), std::string::npos) << row;
+        EXPECT_EQ(MakeLikeDrawn(path), "");
+        const std::string bytes = ReadFile(path);
+        EXPECT_EQ(bytes.find(year), std::string::npos) << row;
+        if (row == 4 || row == 6 || row == 7) {
+            const PictureHead_st head = ReadWholePicture(bytes);
+            EXPECT_TRUE(head.mW == 16 && head.mH == 12 && head.mbAlpha == (row == 6)) << row;
+            for (size_t length = 0; length < bytes.size(); ++length)
+                EXPECT_EQ(ReadWholePicture(bytes.substr(0, length)).mW, 0) << row << " of " << length;
+        } else {
+            EXPECT_TRUE(IsWholeImage(path, 16, 12, false)) << row;
+        }
+    }
 }
 
 TEST_F(PovJobs, FullFoldersAreToldByTheirReasonAlone) {
@@ -393,10 +434,12 @@ TEST_F(PovJobs, HangingRenderersEndAtOnceWithAllTheyStarted) {
     EXPECT_FALSE(std::filesystem::exists(mark)) << "its child still runs";
 }
 
-TEST(PngChunks, OtherBytesStayAsTheyAre) {
+TEST(LikeDrawn, OtherBytesStayAsTheyAre) {
     for (const std::string& bytes :
-         {std::string(), std::string("no picture"), std::string("\x89PNG\r\n\x1a\n\xff\xff\xff\xfftIME", 16)})
-        EXPECT_EQ(LikeDrawnPng(bytes), bytes);
+         {std::string(), std::string("no picture"), std::string("\x89PNG\r\n\x1a\n\xff\xff\xff\xfftIME", 16),
+          std::string("\xff\xd8\xff\xfe\xff\xff"), std::string("P6\n#"),
+          std::string("#?RADIANCE\nCREATION_TIME"), std::string("v/1\x01\x02\0\0\0creation\0string\0", 24)})
+        EXPECT_EQ(LikeDrawn(bytes), bytes);
 }
 
 } // namespace

@@ -9,6 +9,9 @@ inline bool IsDrawable(const float* pPos, float radius) {
     return sum - sum == 0.0f && radius != 0.0f;
 }
 
+/// With more billboards than this of one look their opacity follows other rules (clsGLDrawBillboard.cpp).
+constexpr int kManyBillboards = 600000;
+
 /// alpha / radius^2 * scale, at most `limit`; the limit as well where the radius is too small to divide by.
 inline float AlphaByRadius(float alpha, float radius, float scale, float limit) {
     const float value = alpha / (radius * radius) * scale;

@@ -19,8 +19,6 @@ namespace {
 
 // An alpha that can't change a pixel of eight bits.
 constexpr float kFaint = 0.0035f;
-// With more billboards than this their colours follow other rules, see BillboardAlpha.
-constexpr int kManyBillboards = 600000;
 
 // How the alpha of a billboard comes about. Two old ways of drawing few and many differ in details that
 // pictures hang on: many leave out what is too faint whatever the rule, and count a particle's own radius

@@ -250,7 +250,8 @@ void PovParticles_cls::AppendGroup(std::string* pText, const std::vector<const s
     *pText += texture + "}\n";
 }
 
-void PovParticles_cls::Append(std::string* pText, const PovText_cls& pov, uint64_t* pPrint) const {
+void PovParticles_cls::Append(std::string* pText, const PovText_cls& pov, uint64_t* pPrint,
+                              bool bInPlace) const {
     const int decimals = pov.GetDecimals(3);
     Slice_st slices[kSlices];
     for (Slice_st& slice : slices)
@@ -269,7 +270,7 @@ void PovParticles_cls::Append(std::string* pText, const PovText_cls& pov, uint64
     for (int k = 0; k < kParticleClasses; ++k)
         if (mSets[k].mbDrawn && !mOptions.mbGroupMaterials)
             macros += mSets[k].mbOwnColors ? GetColorMacro(k, pov) : GetMacro(k, pov);
-    *pText += macros + "#declare PARTICLES=\nunion{\n";
+    *pText += macros + (bInPlace ? "union{\n" : "#declare PARTICLES=\nunion{\n");
     uint64_t print = HashText(macros);
     size_t bytes = pText->size();
     for (const Slice_st& slice : slices) {
@@ -284,7 +285,7 @@ void PovParticles_cls::Append(std::string* pText, const PovText_cls& pov, uint64
         for (const Slice_st& slice : slices)
             for (const PovGroup_st& group : slice.mGroups)
                 *pText += group.mLines;
-    *pText += "};\n\n";
+    *pText += bInPlace ? "}\n" : "};\n\n";
     if (pPrint) *pPrint = print;
 }
 

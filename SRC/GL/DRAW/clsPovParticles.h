@@ -42,8 +42,10 @@ public:
     /// textures of groups aren't counted.
     double GetPovBytes(double enough) const;
     /// Macros of the attributes, and the declaration of PARTICLES. `pPrint`: what is the same for the same
-    /// particles in whichever order, and different for others.
-    void Append(std::string* pText, const PovText_cls& pov, uint64_t* pPrint = nullptr) const;
+    /// particles in whichever order, and different for others. `bInPlace`: the particles themselves instead,
+    /// which stand where they are wanted; POV-Ray copies what is declared.
+    void Append(std::string* pText, const PovText_cls& pov, uint64_t* pPrint = nullptr,
+                bool bInPlace = false) const;
 
 private:
     /// An attribute.
@@ -58,8 +60,9 @@ private:
         float mAlphaFactor = 1.0f;
         unsigned mDrawType = 0;
         bool mbAlphaByRadius = false;
-        float mStepping = 1.0f;  ///< share of opacity that downsizing leaves
-        float mAlphaBase = 1.0f; ///< squared
+        bool mbOwnRadius = false; ///< the particle's own counts there, whatever it is drawn with
+        float mStepping = 1.0f;   ///< share of opacity that downsizing leaves
+        float mAlphaBase = 1.0f;  ///< squared
         float mAlphaMax = 1.0f;
         PovText_cls::Surface_st mSurface;
         SphereLook_cls mLook;

@@ -76,6 +76,7 @@ void PovParticles_cls::TakeViewAlpha(Set_st& set, GLAttribute_cls& attribute) {
     attribute.mColor.PreCalcScaleFactor();
     set.mCurve = ColorSegments_cls(attribute.mColor);
     set.mbConstantCurve = attribute.mColor.IsConstant();
+    set.mbOwnRadius = set.mDrawType == DRAW_BILLBOARD && bUnlimited && mList.mNumber > kManyBillboards;
     set.mpValues = mSnap.GetDrivingValues(attribute.mColor.mDependType.mValue);
 }
 
@@ -83,7 +84,8 @@ void PovParticles_cls::TakeViewAlpha(Set_st& set, GLAttribute_cls& attribute) {
 float PovParticles_cls::GetUnlitAlpha(const Set_st& set, int particle, float radius) const {
     const bool bBillboard = set.mDrawType == DRAW_BILLBOARD;
     const float snapshot = mSnap.mpColor[particle][3];
-    const float shown = radius * set.mViewRadius;
+    const float own = set.mbOwnRadius ? set.mRadius * mSnap.mpRadius[particle] : radius;
+    const float shown = own * set.mViewRadius;
     if (mList.mbClasses) {
         const bool bByRadius = bBillboard && set.mbAlphaByRadius;
         return (bByRadius ? AlphaByRadius(snapshot, shown, 1.0f, set.mAlphaMax) : snapshot) * set.mStepping;
@@ -93,8 +95,8 @@ float PovParticles_cls::GetUnlitAlpha(const Set_st& set, int particle, float rad
     set.mCurve.Get(color, bConstant ? 0.0f : set.mpValues[particle]);
     if (!bBillboard) {
         const bool bByRadius = set.mbAlphaByRadius && !bConstant;
-        const float own = bByRadius ? AlphaByRadius(color[3], set.mRadius, 1.0f, set.mAlphaMax) : color[3];
-        return own * set.mAlphaFactor * set.mStepping;
+        const float alpha = bByRadius ? AlphaByRadius(color[3], set.mRadius, 1.0f, set.mAlphaMax) : color[3];
+        return alpha * set.mAlphaFactor * set.mStepping;
     }
     if (set.mbAlphaByRadius) return AlphaByRadius(snapshot, shown, set.mStepping, set.mAlphaMax);
     return bConstant ? color[3] * set.mAlphaFactor : snapshot * set.mStepping * set.mAlphaFactor;
