@@ -147,6 +147,11 @@ void FileMenu_cls::TakeProject(const std::wstring& text, const wxString& folder)
     mFrame.UpdateStatusText();
 }
 
+void FileMenu_cls::Begin() {
+    OfferRecovery();
+    if (!mVFirstFiles.empty()) mOpener.Open(std::exchange(mVFirstFiles, {}), true);
+}
+
 void FileMenu_cls::OfferRecovery() {
     Recovery_cls* recovery = mHub.mpCRecovery;
     Recovery_cls::Found_st found;
@@ -262,10 +267,6 @@ void FileMenu_cls::OnMenuCloseData(wxCommandEvent&) {
     mFrame.GetPCTopHalf()->RefreshGLPanels();
     mFrame.GetPCBtmHalf()->RefreshTLPanels();
     mFrame.UpdateStatusText();
-}
-
-void FileMenu_cls::OpenFirstFiles() {
-    if (!mVFirstFiles.empty()) mOpener.Open(std::exchange(mVFirstFiles, {}), true);
 }
 
 void FileMenu_cls::OpenWithLoader(const wxString& path) {

@@ -24,13 +24,13 @@ public:
     void OpenProject(const wxString& path);
     /// As the user asks for it: unsaved steps are asked about first.
     void OpenProjectAsked(const wxString& path);
-    /// Ask for a recovery project that a program left which ended without being asked.
-    void OfferRecovery();
+    /// Once there is a picture: offer what was kept of a program that ended without being asked, then open the
+    /// first files.
+    void Begin();
     /// For files that are handed over from outside.
     FileOpener_cls& GetOpener() { return mOpener; }
-    /// Files of the command line: opened behind the question about recovery, when there is a picture.
+    /// Files of the command line, for Begin.
     void SetFirstFiles(const std::vector<wxString>& paths) { mVFirstFiles = paths; }
-    void OpenFirstFiles();
     void FillRecentMenus();
     /// Empty: no project is named. A star before the title tells of unsaved steps.
     void UpdateTitle(const wxString& projectName);
@@ -60,6 +60,7 @@ private:
     void TakeProject(const std::wstring& text, const wxString& folder);
     void OpenWithLoader(const wxString& path);
     bool AskQuit();
+    void OfferRecovery();
 
     FrameMain_cls& mFrame;
     Main_cls& mHub;

@@ -255,11 +255,6 @@ void FrameMain_cls::UpdateStatusText() {
 
 void FrameMain_cls::OpenProject(const wxString& path) { mpCFileMenu->OpenProject(path); }
 
-void FrameMain_cls::OfferRecovery() {
-    mpCFileMenu->OfferRecovery();
-    mpCFileMenu->OpenFirstFiles();
-}
-
 void FrameMain_cls::StopRun() { mpCImageRun->StopRun(); }
 
 bool FrameMain_cls::MayDrawCopies(long long number) { return mpCCopyQuestion->MayDraw(number); }

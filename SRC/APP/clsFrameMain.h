@@ -90,8 +90,6 @@ public:
     void FitSplitterWindow(bool bForce);
     void ReconnectCameraPathGUI() override;
     void OpenProject(const wxString& path);
-    /// Ask for a recovery project that a program left which ended without being asked.
-    void OfferRecovery();
     /// Tell something beside the work, in a bar above the views.
     void ShowNotice(const wxString& text);
 

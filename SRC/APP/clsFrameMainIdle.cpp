@@ -114,7 +114,7 @@ void FrameMain_cls::OnIdle(wxIdleEvent& event) {
     // Views keep still while a question is up: not before there is a picture.
     if (mbPlaced && !mbRecoveryOffered && (mpCMainCanvas->GetPaintCount() > 0 || !mpCMainCanvas->HasGL())) {
         mbRecoveryOffered = true;
-        CallAfter(&FrameMain_cls::OfferRecovery);
+        CallAfter([this] { mpCFileMenu->Begin(); });
     }
     mpCMain->mpCPovRayCtrl->ProcessRenderPovAnim();
     TimeCtrl_cls* time = mpCMain->mpCTimeCtrl;

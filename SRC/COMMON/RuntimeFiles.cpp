@@ -23,7 +23,8 @@ wxString FindRuntimeFile(const wxString& name) {
 
 wxString GetConfigureFilePath() {
     const wxString dir = GetExecutableDir();
-    if (wxFileName::IsDirWritable(dir)) return dir + "/" + kConfigureFileName;
+    // What packages own stays as it is, also where root starts the program.
+    if (!dir.StartsWith("/usr/") && wxFileName::IsDirWritable(dir)) return dir + "/" + kConfigureFileName;
     wxString config;
     if (!wxGetEnv("XDG_CONFIG_HOME", &config) || config.empty())
         config = wxFileName::GetHomeDir() + "/.config";

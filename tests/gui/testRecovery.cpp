@@ -114,17 +114,17 @@ TEST_F(Recovery, WhatWasLeftIsOfferedAndOpensUnnamed) {
     const std::string left = ConfigFolder() + "/Morentis3Recovery-1.mrp";
     fs::copy(folder + "/p.mrp", left);
     mAnswers = {false};
-    Frame()->OfferRecovery();
+    Frame()->GetPCFileMenu()->Begin();
     ASSERT_EQ(mVMessages.size(), 1u);
     EXPECT_EQ(mVMessages[0].mKind, MessageKind::Question);
     EXPECT_TRUE(WasTold(wxDateTime::Now().Format("%Y-%m-%d"))) << "with the file's time";
     EXPECT_FALSE(fs::exists(left)) << "no throws it away";
-    Frame()->OfferRecovery();
+    Frame()->GetPCFileMenu()->Begin();
     EXPECT_EQ(mVMessages.size(), 1u) << "once";
 
     fs::copy(folder + "/p.mrp", left);
     mAnswers = {true};
-    Frame()->OfferRecovery();
+    Frame()->GetPCFileMenu()->Begin();
     ASSERT_TRUE(Settle());
     EXPECT_EQ(Store()->GetActiveFileSequenceLength(), 3);
     EXPECT_EQ(Frame()->GetTitle(), "*Morentis 3 v 0.80") << "unnamed and modified";
