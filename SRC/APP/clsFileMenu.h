@@ -24,8 +24,8 @@ public:
     void OpenProject(const wxString& path);
     /// As the user asks for it: unsaved steps are asked about first.
     void OpenProjectAsked(const wxString& path);
-    /// Once there is a picture: offer what was kept of a program that ended without being asked, then open the
-    /// first files.
+    /// Once there is a picture: offer what was kept of a program that ended without being asked, then open
+    /// the first files.
     void Begin();
     /// For files that are handed over from outside.
     FileOpener_cls& GetOpener() { return mOpener; }

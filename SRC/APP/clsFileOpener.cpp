@@ -40,9 +40,9 @@ FileKind GetFileKind(const wxString& path) {
 
 FileOpener_cls::FileOpener_cls(FrameMain_cls& frame) : mFrame(frame), mHub(*frame.GetPCMain()) {}
 
-void FileOpener_cls::Open(const std::vector<wxString>& paths, bool bMoreWindows) {
+void FileOpener_cls::Open(const std::vector<wxString>& paths, bool bAtStart) {
     mVWaiting = paths;
-    mbMoreWindows = bMoreWindows;
+    mbAtStart = bAtStart;
     OpenWaiting();
     if (!mVWaiting.empty()) wxWakeUpIdle();
 }
@@ -60,7 +60,7 @@ void FileOpener_cls::OpenWaiting() {
         OpenData(data[0]);
     for (const wxString& path : of[size_t(FileKind::Mesh)])
         mFrame.GetPCFilterMenu()->AddMesh(path);
-    for (size_t i = 1; i < projects.size() && mbMoreWindows; ++i)
+    for (size_t i = 1; i < projects.size() && mbAtStart; ++i)
         OpenWindow(projects[i]);
     if (!of[size_t(FileKind::Picture)].empty())
         MsgBox(wxString::Format(_("%s is a picture. Morentis opens projects, snapshots and meshes."),
@@ -76,7 +76,8 @@ void FileOpener_cls::OpenData(const wxString& path) {
         _("%s doesn't look like a file of the present layout.\n\nShall Morentis look at it and "
           "propose a layout? \"No\" opens it as it is."),
         first);
-    if (wxFileName::FileExists(first) && !FitsLayout(*loader, first) && MsgBoxYesno(question, _("Guess")))
+    if (mbAtStart && wxFileName::FileExists(first) && !FitsLayout(*loader, first) &&
+        MsgBoxYesno(question, _("Guess")))
         loader->mpCGUI->GuessFile(path);
     else
         loader->mpCGUI->OpenWithCheck(path);

@@ -11,11 +11,11 @@ namespace {
 
 class FileOpener : public ProjectTest {
 protected:
-    void Hand(const std::vector<std::string>& files) {
+    void Hand(const std::vector<std::string>& files, bool bAtStart = false) {
         std::vector<wxString> paths;
         for (const std::string& file : files)
             paths.push_back(wxString::FromUTF8(Root() + file));
-        Frame()->GetPCFileMenu()->GetOpener().Open(paths, false);
+        Frame()->GetPCFileMenu()->GetOpener().Open(paths, bAtStart);
         EXPECT_TRUE(Settle());
     }
     static bool HasMelt() { return Store()->GetStrActiveFileSequencePath().Contains("melt00"); }
@@ -41,19 +41,19 @@ TEST_F(FileOpener, MeshesComeBesideTheFirstProjectAsStepsOfTheirOwn) {
 
 TEST_F(FileOpener, AFileOfAnotherLayoutIsAskedAbout) {
     Hub()->mpCDataLoader->SetToDefault();
-    Hand({"examples/lj_melt_bin/melt0000.bin"});
+    Hand({"examples/lj_melt_bin/melt0000.bin"}, true);
     EXPECT_TRUE(mVMessages.empty()) << "it has the present layout";
     EXPECT_TRUE(HasMelt());
 
     mAnswers = {false};
-    Hand({"examples/lj_melt_text/melt0000.txt"});
+    Hand({"examples/lj_melt_text/melt0000.txt"}, true);
     EXPECT_TRUE(WasTold("doesn't look like a file of the present layout"));
     EXPECT_EQ(Hub()->mpCDataLoader->mCItemLastOpened.mStrValue,
               Root() + "examples/lj_melt_text/melt0000.txt");
 
     mVMessages.clear();
     Later({{HasDialog, [] { KeyNow(WXK_ESCAPE); }}});
-    Hand({"examples/lj_unsorted_text/unsorted001.txt"}); // yes, and the proposal is cancelled
+    Hand({"examples/lj_unsorted_text/unsorted001.txt"}, true); // yes, and the proposal is cancelled
     EXPECT_EQ(mVMessages.size(), 1u);
     EXPECT_NE(Hub()->mpCDataLoader->mCItemLastOpened.mStrValue,
               Root() + "examples/lj_unsorted_text/unsorted001.txt");
@@ -66,7 +66,7 @@ TEST_F(FileOpener, WhatCantBeOpenedIsTold) {
     Hand({"examples/nothing.mrp"});
     EXPECT_TRUE(WasTold("nothing.mrp"));
     mVMessages.clear();
-    Hand({"examples/nothing.dat"});
+    Hand({"examples/nothing.dat"}, true);
     EXPECT_TRUE(WasTold("nothing.dat"));
     EXPECT_EQ(mVMessages.size(), 1u) << "no layout is proposed for a file that isn't there";
 }
