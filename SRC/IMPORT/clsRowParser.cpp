@@ -133,13 +133,6 @@ std::string RowParser_cls::TakeType(std::string_view text, int* pType) {
     return std::string();
 }
 
-std::vector<std::string> RowParser_cls::GetTypeNames() const {
-    std::vector<std::string> names(mTypeNames.size());
-    for (const auto& [name, number] : mTypeNames)
-        names[static_cast<size_t>(number)] = name;
-    return names;
-}
-
 // What is missing is 0; the first fault counts.
 std::string RowParser_cls::ParseRow(const std::vector<std::string_view>& fields, size_t i,
                                     ImportSnapshot_st* pSnap) {

@@ -24,8 +24,6 @@ public:
     int GetTimeColumn() const { return mTime; }
     /// Are types words? They are numbered as they appear.
     bool HasTypeNames() const { return !mTypeNames.empty(); }
-    /// Words that types are, in their order.
-    std::vector<std::string> GetTypeNames() const;
 
     /// One row as particle `i`; empty, or what is wrong with it. There may be more fields than columns.
     std::string ParseRow(const std::vector<std::string_view>& fields, size_t i, ImportSnapshot_st* pSnap);

@@ -299,8 +299,9 @@ TEST_F(Drawing, ThePercentageMovesWhileDrawing) {
     std::vector<int> told;
     const std::function<void()> own =
         UpdateStatusBar_cls::Connect([&told] { told.push_back(GDrawingPercentage.load()); });
-    const float radius = IsDrawnByProcessor() ? 0.2f : 0.06f;
-    Draw(std::vector<Particle_st>(400000, {{0, 0, 0}, radius})); // seconds, of which each fifth is told
+    // Seconds, of which some parts are told.
+    const bool bProcessor = IsDrawnByProcessor();
+    Draw(std::vector<Particle_st>(bProcessor ? 800000 : 400000, {{0, 0, 0}, bProcessor ? 0.2f : 0.06f}));
     UpdateStatusBar_cls::Connect(own);
     EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
     EXPECT_GE(std::set<int>(told.begin(), told.end()).size(), 3u);

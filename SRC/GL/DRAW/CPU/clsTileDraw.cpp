@@ -48,14 +48,18 @@ struct TileDraw_cls::Round_st {
     long long first, end; ///< of the list
     int batches = 0;
     std::atomic<long long> records{0};
-    std::atomic<long long> steps{0}; ///< done, of both kinds of jobs
-    long long allSteps = 0;
+    std::atomic<int> binned{0};     ///< batches
+    std::atomic<long long> work{0}; ///< of drawing: a particle in a tile each
+    std::atomic<long long> drawn{0};
     std::chrono::steady_clock::time_point pause{}; ///< when the caller wants to hear of it
 
     bool IsPaused() const { return report && std::chrono::steady_clock::now() >= pause; }
     bool Tell() {
         if (!report) return true;
-        const double share = static_cast<double>(steps.load()) / static_cast<double>(allSteps);
+        // Binning is about as much work as drawing.
+        const double share = 0.5 * std::min(1.0, static_cast<double>(binned.load()) / std::max(batches, 1)) +
+                             0.5 * std::min(1.0, static_cast<double>(drawn.load()) /
+                                                     std::max(static_cast<double>(work.load()), 1.0));
         const bool bGoOn =
             report(pWho, first + static_cast<long long>(share * static_cast<double>(end - first)));
         pause = std::chrono::steady_clock::now() + std::chrono::milliseconds(100);
@@ -184,8 +188,7 @@ bool TileDraw_cls::Draw(const TileScene_st& scene, const TileSource_cls& source,
     for (; round.first < number; round.first = round.end) {
         round.end = std::min(round.first + kRound, number);
         round.batches = static_cast<int>((round.end - round.first + kBatch - 1) / kBatch);
-        round.steps = 0, round.records = 0;
-        round.allSteps = 2LL * round.batches * mTiles;
+        round.binned = 0, round.records = 0, round.work = 0, round.drawn = 0;
         while (static_cast<int>(mVBatches.size()) < round.batches)
             mVBatches.push_back(std::make_unique<Batch_st>());
         if (!OnAll(round, round.batches, &TileDraw_cls::BinBatch)) return false;
@@ -215,8 +218,10 @@ void TileDraw_cls::BinBatch(Round_st& round, int batch, Worker_st& worker) {
     const int count = static_cast<int>(std::min<long long>(kBatch, round.end - from));
     Bin(round.source, from, count, worker, *mVBatches[static_cast<size_t>(batch)]);
     done = 1;
-    round.records += mVBatches[static_cast<size_t>(batch)]->starts.back();
-    round.steps += mTiles; // about as much work as its drawing
+    const Batch_st& binned = *mVBatches[static_cast<size_t>(batch)];
+    round.records += binned.starts.back();
+    round.work += binned.starts.back() + static_cast<long long>(binned.large.size()) * mTiles;
+    ++round.binned;
 }
 
 void TileDraw_cls::TakeRun(const TileRun_st& run, const TileSeen_st& seen, int& order, Worker_st& worker,
@@ -315,18 +320,20 @@ void TileDraw_cls::DrawTile(Round_st& round, int tile, Worker_st& worker) {
     constexpr size_t kWork = 2048;
     int& done = mVDone[static_cast<size_t>(tile)];
     bool bLoaded = false;
-    const int before = done;
     size_t work = 0;
+    long long all = 0;
     while (done < round.batches) {
         const Batch_st& batch = *mVBatches[static_cast<size_t>(done++)];
         DrawBatch(tile, batch, worker, bLoaded, round.canvas);
-        work += batch.starts[static_cast<size_t>(tile) + 1] - batch.starts[static_cast<size_t>(tile)] +
-                batch.large.size();
+        const size_t now = batch.starts[static_cast<size_t>(tile) + 1] -
+                           batch.starts[static_cast<size_t>(tile)] + batch.large.size();
+        work += now;
+        all += static_cast<long long>(now);
         if (work < kWork) continue;
         if (round.IsPaused()) break;
         work = 0;
     }
-    round.steps += done - before;
+    round.drawn += all;
     if (!bLoaded) return;
     mKernels.pStore(round.canvas, worker.pixels);
     round.canvas.MarkFilled(tile);
