@@ -65,6 +65,12 @@ std::string_view TakeWord(std::string_view* pText) {
     return word;
 }
 
+void TakeWords(std::string_view text, std::vector<std::string_view>* pWords) {
+    pWords->clear();
+    for (std::string_view word = TakeWord(&text); !word.empty(); word = TakeWord(&text))
+        pWords->push_back(word);
+}
+
 std::string_view Trim(std::string_view text) {
     while (!text.empty() && IsBlank(text.front()))
         text.remove_prefix(1);

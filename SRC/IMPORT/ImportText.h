@@ -13,6 +13,8 @@ bool ReadNumber(std::string_view text, long long* pValue);
 
 /// The next word between blanks; empty at the end. The text loses it.
 std::string_view TakeWord(std::string_view* pText);
+/// All words of it, in place of what the list holds; they point into the text.
+void TakeWords(std::string_view text, std::vector<std::string_view>* pWords);
 std::string_view Trim(std::string_view text);
 std::vector<std::string> WordsOf(std::string_view text);
 /// Fields between separators, blanks and quotes around them taken away.

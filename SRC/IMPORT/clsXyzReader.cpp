@@ -133,9 +133,7 @@ void XyzReader_cls::ReadBody(ImportSnapshot_st* pSnap) {
         if (!mReader.Next(&line))
             mReader.Fail("the file ends after " + std::to_string(i) + " of " +
                          std::to_string(pSnap->mNumber) + " atoms");
-        fields.clear();
-        for (std::string_view word = TakeWord(&line); !word.empty(); word = TakeWord(&line))
-            fields.push_back(word);
+        TakeWords(line, &fields);
         const std::string wrong = mParser.ParseRow(fields, i, pSnap);
         if (!wrong.empty()) mReader.Fail(wrong);
     }
