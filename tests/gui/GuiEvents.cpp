@@ -25,7 +25,7 @@ struct Count_st {
 
 Count_st sSent, sCame;
 wxStopWatch sAsked;
-constexpr int kFrameMillis = 100; // a window behind all others may have none
+constexpr int kFrameMillis = 1000; // a window behind all others may have none
 wxPoint sTarget, sPointer;
 bool sbMoving = false;
 
