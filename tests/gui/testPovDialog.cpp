@@ -21,6 +21,7 @@
 #include "APP/clsMain.h"
 #include "APP/clsRecovery.h"
 #include "COMMON/EventIds.h"
+#include "COMMON/SafeFile.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsSharedView.h"
 #include "PARAM/clsUndoManager.h"
@@ -40,6 +41,7 @@ namespace fs = std::filesystem;
 
 class PovDialog : public PictureTest {
 protected:
+    static void SetUpTestSuite() { Frame()->SetSize(Frame()->GetMinSize()); } // little to paint
     void SetUp() override {
         PictureTest::SetUp();
         OpenMelt(2);
@@ -200,7 +202,10 @@ TEST_F(PovDialog, AbortLetsTheFrameEndAndASecondPressStopsIt) {
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(500));
     EXPECT_FALSE(Pov().IsBusy()) << "it has ended by then";
     Settle();
-    EXPECT_TRUE(HasButton("RenderAnim"));
+    wxWindow* again = FindByLabel(mpGUI, "RenderAnim");
+    ASSERT_TRUE(again);
+    EXPECT_EQ(again->GetBackgroundColour(), wxButton::GetClassDefaultAttributes().colBg) << "as a fresh one";
+    EXPECT_EQ(again->GetForegroundColour(), wxButton::GetClassDefaultAttributes().colFg);
 }
 
 TEST_F(PovDialog, AbortDuringTheExportRendersNothing) {
@@ -217,12 +222,17 @@ TEST_F(PovDialog, AbortDuringTheExportRendersNothing) {
 }
 
 TEST_F(PovDialog, FailuresAreListedAndTheRunGoesOn) {
-    Pretend("case \"$base\" in *1) echo the lamp broke >&2; exit 1;; esac; echo x > \"$base.png\"");
+    Pretend("case \"$base\" in *1) echo the lamp broke >&2; exit 1;; *2) " + kWaits +
+            "printf 'P6\\n# today\\n1 1\\n255\\nrgb' > \"$base.png\"; exit 0;; esac; echo x > \"$base.png\"");
     PressButton("RenderAnim");
-    ASSERT_TRUE(PumpUntil([] { return Pov().IsBusy(); }));
+    ASSERT_TRUE(PumpUntil([] { return Pov().GetFailures().size() == 1; }));
+    GSafeFileStep = [](const char* step) { return std::string(step) != "write"; };
+    Go("go");
     ASSERT_TRUE(WaitForEnd());
+    GSafeFileStep = nullptr;
     EXPECT_EQ(Files(".png"), (std::set<std::string>{"povanim0000.png", "povanim0002.png"}));
-    ASSERT_EQ(Pov().GetFailures().size(), 1u);
+    ASSERT_EQ(Pov().GetFailures().size(), 2u);
+    EXPECT_TRUE(Pov().GetFailures()[1].mWords.Contains("povanim0002.png")) << "its date can't be taken out";
     EXPECT_EQ(Pov().GetFailures()[0].mName, "povanim0001");
     auto* list = dynamic_cast<wxTextCtrl*>(FindByTip(mpGUI, "Frames without a picture"));
     ASSERT_TRUE(list);

@@ -15,7 +15,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kMostOfAxis = 46; // copies, of whose number nobody is asked
+constexpr int kBallsOfMemory = 100000; // a thousand copies are more than any machine holds
+constexpr int kMostOfAxis = 9;
 
 class PovExport : public PovTest {
 protected:
@@ -243,7 +244,7 @@ TEST_F(PovExport, SticksOfOtherDataAreLeftOut) {
 }
 
 TEST_F(PovExport, MemoryIsAskedForOnce) {
-    ShowMany(1000);
+    ShowMany(kBallsOfMemory);
     for (GLAttribute_cls* attribute : Drawing().mpCGLAttribute)
         attribute->mDrawType.mValue = DRAW_HIDE; // so many copies would take their time
     FilterCopyData_cls& copies = *mFilters.Add<FilterCopy_cls>(FILTER_COPY).GetPCData();
