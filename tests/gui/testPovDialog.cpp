@@ -41,7 +41,7 @@ namespace fs = std::filesystem;
 
 class PovDialog : public PictureTest {
 protected:
-    static void SetUpTestSuite() { Frame()->SetSize(Frame()->GetMinSize()); } // little to paint
+    static void SetUpTestSuite() { Frame()->SetSize(900, 700); } // little to paint
     void SetUp() override {
         PictureTest::SetUp();
         OpenMelt(2);
@@ -380,6 +380,7 @@ TEST_F(PovDialog, PresetsDefaultsAndPathsAreSteps) {
 
 TEST_F(PovDialog, PagesShowWhatCounts) {
     PovOptions_cls* radiosity = mpGUI->GetPCPage(2);
+    const wxSize size = mpGUI->GetSize();
     auto* type = static_cast<wxChoice*>(radiosity->GetField(0));
     const auto isShown = [&](const wxString& tip) { return FindByTip(radiosity, tip) != nullptr; };
     EXPECT_FALSE(isShown("Rays that look for light"));
@@ -411,6 +412,7 @@ TEST_F(PovDialog, PagesShowWhatCounts) {
     Settle();
     EXPECT_TRUE(mpGUI->GetPCPage(0)->GetBestSize().y <= mpGUI->GetPCPage(0)->GetSize().y)
         << "all rows have room";
+    EXPECT_EQ(mpGUI->GetSize(), size) << "as they had from the first";
     Snap("pov_refusal");
     PressButton("Advanced");
     ASSERT_TRUE(WaitForWindow("Pov-Ray Advanced Settings"));
