@@ -220,7 +220,7 @@ TEST_F(FilmPov, FailedFramesAreNamedAndTheOthersMade) {
 }
 
 TEST_F(FilmPov, StoppedFilmsLeaveNoRendererAndNoHalfPicture) {
-    Pretend("echo half > \"$name.png\"; echo $$ > pid; while :; do sleep 0.05; done");
+    Pretend("echo half > \"$name.png\"; echo $$ > new; mv new pid; while :; do sleep 0.05; done");
     const Words words = {"--size", "48x36", "--blur", "1/2", "--pov-render", mFolder / "out", mProject};
     bool bStopped = false;
     const ChildRun_st run = RunFilm(words, {}, [&](pid_t film) {

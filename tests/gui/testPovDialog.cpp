@@ -219,7 +219,7 @@ TEST_F(PovDialog, AbortDuringTheExportRendersNothing) {
 TEST_F(PovDialog, FailuresAreListedAndTheRunGoesOn) {
     Pretend("case \"$base\" in *1) echo the lamp broke >&2; exit 1;; esac; echo x > \"$base.png\"");
     PressButton("RenderAnim");
-    ASSERT_TRUE(PumpUntil([] { return Pov().IsBusy(); }));
+    ASSERT_TRUE(PumpUntil([] { return Pov().IsBusy() || !Pov().GetFailures().empty(); }));
     ASSERT_TRUE(WaitForEnd());
     EXPECT_EQ(Files(".png"), (std::set<std::string>{"povanim0000.png", "povanim0002.png"}));
     ASSERT_EQ(Pov().GetFailures().size(), 1u);
