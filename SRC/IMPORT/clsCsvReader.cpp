@@ -32,6 +32,8 @@ CsvReader_cls::CsvReader_cls(const std::string& path, const ImportChoice_st& cho
     } catch (const ImportError_cls& error) {
         mReader.Fail(error.what());
     }
+    if (mParser.GetPosition() == RowParser_cls::Position::Scaled)
+        mReader.Fail("positions are scaled, but there is no box; name others with --columns x=NAME,...");
 }
 
 bool CsvReader_cls::NextRow() {
@@ -63,7 +65,6 @@ bool CsvReader_cls::NextHead(ImportSnapshot_st* pSnap) {
     pSnap->mbTime = mParser.GetTimeColumn() >= 0;
     pSnap->mColumns = mParser.GetColumns();
     pSnap->mbTypesFromOne = false;
-    pSnap->mbStateful = false;
     size_t rows = 0;
     size_t room = 0;
     while (NextRow()) {

@@ -70,7 +70,6 @@ bool Hdf5Snapshot_cls::NextHead(ImportSnapshot_st* pSnap) {
     mbDone = true;
     pSnap->mBox = ImportBox_st();
     pSnap->mNumber = 0;
-    pSnap->mbStateful = false;
     pSnap->mbTypesFromOne = false;
     double total = 0;
     for (const std::string& path : mFiles) {

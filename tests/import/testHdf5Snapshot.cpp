@@ -90,17 +90,19 @@ TEST(ImportHdf5, FloatsKeepTheirBitsAndDoublesAreRoundedOnce) {
     ASSERT_EQ(run.mStatus, 0) << run.mErr;
     const ReadSnapshot_st snap = folder.ReadSnapshot(0);
     ASSERT_EQ(snap.mPos.size(), 12u);
-    EXPECT_EQ(std::memcmp(&snap.mPos[1], &bits, 4), 0);
-    EXPECT_EQ(snap.mPos[2], 1e-45f);
-    EXPECT_EQ(snap.mPos[6], 1.00000011920928955f);
-    EXPECT_EQ(snap.mPos[7], 0.1f);
-    EXPECT_EQ(snap.mPos[8], HUGE_VALF);
-    EXPECT_EQ(snap.mPos[10], 7.5f);
+    // By their IDs: the last one of type 0, and that of type 5, are long ones.
+    EXPECT_EQ(snap.mID, (Ints{-2, -1, 5, 6}));
+    EXPECT_EQ(snap.mPos[1], 7.5f);
+    EXPECT_EQ(snap.mPos[3], 4.0f);
+    EXPECT_EQ(std::memcmp(&snap.mPos[7], &bits, 4), 0);
+    EXPECT_EQ(snap.mPos[8], 1e-45f);
+    EXPECT_EQ(snap.mPos[9], 1.00000011920928955f);
+    EXPECT_EQ(snap.mPos[10], 0.1f);
+    EXPECT_EQ(snap.mPos[11], HUGE_VALF);
     EXPECT_EQ(snap.mTime, 0.1f);
-    EXPECT_EQ(snap.mVel, (Floats{1, 2, 3, 4, 5, 6, 0, 0, 0, 0, 0, 0}));
-    EXPECT_EQ(snap.mValue, (Floats{10, 20, 0, 0}));
-    EXPECT_EQ(snap.mID, (Ints{5, -1, 6, -2}));
-    EXPECT_EQ(snap.mType, (Ints{0, 0, 1, 3}));
+    EXPECT_EQ(snap.mVel, (Floats{0, 0, 0, 4, 5, 6, 1, 2, 3, 0, 0, 0}));
+    EXPECT_EQ(snap.mValue, (Floats{0, 20, 10, 0}));
+    EXPECT_EQ(snap.mType, (Ints{3, 0, 0, 1}));
     EXPECT_EQ(folder.ReadProject()["PeriodicType"], "2");
 }
 
