@@ -86,6 +86,9 @@ bool CsvReader_cls::NextHead(ImportSnapshot_st* pSnap) {
     // A table without rows is a snapshot without particles; behind others it is the end.
     if (rows == 0 && !mbFirst) return false;
     if (rows == 0) pSnap->mbTime = false;
+    if (pSnap->mbTime && !mbFirst && !(pSnap->mTime > mLastTime))
+        mReader.Fail("the rows must be sorted by time");
+    mLastTime = pSnap->mTime;
     mbFirst = false;
     Reserve(rows, pSnap);
     pSnap->mNumber = static_cast<long long>(rows);
