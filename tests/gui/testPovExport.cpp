@@ -103,6 +103,13 @@ TEST_F(PovExport, OneSnapshotsDataStandInACommonScene) {
     EXPECT_FALSE(Has("scene.pov", "#include"));
     EXPECT_TRUE(Has("scene.pov", "sphere{"));
     EXPECT_EQ(ReadFile("CommonScene.pov"), common);
+    // Nor does a still write over what frames that wait for their turn include.
+    Pov().mbRenderingAnim = true;
+    Menu(ID_POV_EXPORT_SNAP);
+    Pov().mbRenderingAnim = false;
+    EXPECT_EQ(ReadFile("CommonScene.pov"), common);
+    Menu(ID_POV_EXPORT_SNAP);
+    EXPECT_NE(ReadFile("CommonScene.pov"), common);
 }
 
 TEST_F(PovExport, FilmsOfAStillSceneDontFlicker) {
