@@ -3,6 +3,6 @@
 
 #include <string>
 
-/// ASCII letters, digits and "_", not a digit first; no word of POV-Ray's language, and nothing that our scenes
-/// declare for themselves.
+/// ASCII letters, digits and "_", not a digit first; no word of POV-Ray's language, and nothing that our
+/// scenes declare for themselves.
 bool IsFreePovName(const std::string& name);

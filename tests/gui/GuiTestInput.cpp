@@ -21,7 +21,7 @@
 namespace {
 
 constexpr int kPatienceMillis = 10000;
-constexpr int kDoubleClickMillis = 500; // longer and farther than the clicks of one may be apart
+constexpr int kDoubleClickMillis = 310; // longer and farther than the clicks of one may be apart
 constexpr int kDoubleClickPixels = 10;
 
 /// The keyboard belongs to none of our windows while the window manager hands it on.
@@ -38,6 +38,23 @@ using TopRef = wxWeakRef<wxTopLevelWindow>;
 std::function<bool()> ActiveOrGone(const TopRef& top) {
     return [top] { return !top || !top->IsShown() || top->IsActive(); };
 }
+
+/// Else a click could be the second or third of those before it.
+class ClicksApart_cls {
+public:
+    explicit ClicksApart_cls(wxPoint place)
+        : mbNear(std::abs(place.x - sLast.x) < kDoubleClickPixels &&
+                 std::abs(place.y - sLast.y) < kDoubleClickPixels) {
+        sLast = place;
+    }
+    bool MayClick() const { return !mbNear || sSince.Time() > kDoubleClickMillis; }
+    ~ClicksApart_cls() { sSince.Start(); }
+
+private:
+    const bool mbNear;
+    static inline wxPoint sLast;
+    static inline wxStopWatch sSince;
+};
 
 /// A page that is higher than its book shows the point, as the user would turn it there.
 void ScrollTo(wxWindow* window, wxPoint point) {
@@ -84,6 +101,8 @@ void GuiTest::Click(wxWindow* window, wxPoint point, int button) {
     const TopRef top = dynamic_cast<wxTopLevelWindow*>(wxGetTopLevelParent(window));
     const bool bWasActive = !top || top->IsActive();
     MoveTo(window, point);
+    const ClicksApart_cls apart(window->ClientToScreen(point));
+    PumpUntil([&apart] { return apart.MayClick(); });
     GuiEvents_cls::Button(button, true);
     GuiEvents_cls::Button(button, false);
     Arrive();
@@ -92,18 +111,13 @@ void GuiTest::Click(wxWindow* window, wxPoint point, int button) {
 
 // Both clicks are sent at once: what comes between them would make two single ones of them.
 void GuiTest::DoubleClick(wxWindow* window, wxPoint point) {
-    static wxPoint sLast;
-    static wxStopWatch sSince;
-    const wxPoint place = window->ClientToScreen(point);
-    if (std::abs(place.x - sLast.x) < kDoubleClickPixels && std::abs(place.y - sLast.y) < kDoubleClickPixels)
-        PumpUntil([] { return sSince.Time() > kDoubleClickMillis; }); // else it could be the third click
-    sLast = place;
     MoveTo(window, point);
+    const ClicksApart_cls apart(window->ClientToScreen(point));
+    PumpUntil([&apart] { return apart.MayClick(); });
     for (int click = 0; click < 2; ++click)
         for (const bool bDown : {true, false})
             GuiEvents_cls::Button(1, bDown);
     Arrive();
-    sSince.Start();
 }
 
 void GuiTest::Press(bool bDown, int button) {

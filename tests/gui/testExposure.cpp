@@ -13,6 +13,7 @@
 #include "GL/BASE/clsFBO.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLSequence.h"
+#include "GL/VIEW/WideImageSize.h"
 #include "GL/VIEW/clsExposure.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsOverlay.h"
@@ -31,6 +32,9 @@ namespace {
 
 class Exposure : public PictureTest {
 protected:
+    // Software rendering: light is the same in a quarter of the side that users get.
+    Exposure() { GWideImageSize /= 4; }
+    ~Exposure() override { GWideImageSize *= 4; }
     static Exposure_cls* Settings() { return Hub()->mpCExposure; }
     static void Set(const wxString& lines) {
         for (const wxString& line : wxSplit(lines, ';'))
@@ -169,7 +173,7 @@ TEST_F(Exposure, StepsOfAMotionBlurAddUpToTheirMean) {
         EXPECT_EQ(image.mMiddle[1], 0.0f);
         if (geometry == 2) {
             const wxSize window = Canvas(0)->GetPixelSize();
-            EXPECT_EQ(std::max(image.mSize.x, image.mSize.y), 4096) << "in the shape of the window";
+            EXPECT_EQ(std::max(image.mSize.x, image.mSize.y), GWideImageSize) << "in the shape of the window";
             EXPECT_NEAR(double(image.mSize.x) / image.mSize.y, double(window.x) / window.y, 1e-3);
         } else {
             EXPECT_EQ(image.mSize, wxSize(Shared().GetFBOSize(), Shared().GetFBOSize()));

@@ -59,8 +59,9 @@ protected:
         const std::string again = mDir / "again.mrp";
         ASSERT_TRUE(Hub()->SaveProjectFile(wxString::FromUTF8(again), true));
         std::istringstream lines(ReadAll(again));
+        const std::regex none("(^|[ =])-?(nan|inf)($| )");
         for (std::string line; std::getline(lines, line);)
-            EXPECT_FALSE(std::regex_search(line, std::regex("(^|[ =])-?(nan|inf)($| )")))
+            EXPECT_FALSE(std::regex_search(line, none))
                 << what << ": " << line;
         // What is drawn, picked and keyed comes from numbers, too.
         Menu(ID_REFRESH_GL);
@@ -74,7 +75,7 @@ TEST_F(OddNumbers, NoKeyHasThem) {
     // Time, kind, value and two slopes.
     const std::regex key("(-?[0-9]+\\.[0-9]{9}) ([0-9]) (-?[0-9]+\\.[0-9]+) (-?[0-9.]+) (-?[0-9.]+) *\\n");
     ASSERT_TRUE(std::regex_search(text, key));
-    for (const char* odd : {"nan", "-inf", "1e999", "x"})
+    for (const char* odd : {"nan", "-1e999", "x"})
         for (const std::string& line :
              {std::string("$1 $2 ") + odd + " $4 $5\n", std::string(odd) + " $2 $3 $4 $5\n",
               std::string("$1 5 $3 ") + odd + " " + odd + "\n"})
@@ -85,7 +86,7 @@ TEST_F(OddNumbers, NorHasASetting) {
     const std::string text = MakeText();
     const std::regex number("=(-?[0-9]+\\.[0-9]{6})(?=[ \\n])");
     ASSERT_TRUE(std::regex_search(text, number));
-    for (const char* odd : {"nan", "-inf", "1e999", "-1e30", "0"})
+    for (const char* odd : {"nan", "-inf", "-1e30", "0"})
         ExpectNumbers(std::regex_replace(text, number, std::string("=") + odd), odd);
 }
 
