@@ -61,8 +61,7 @@ protected:
         std::istringstream lines(ReadAll(again));
         const std::regex none("(^|[ =])-?(nan|inf)($| )");
         for (std::string line; std::getline(lines, line);)
-            EXPECT_FALSE(std::regex_search(line, none))
-                << what << ": " << line;
+            EXPECT_FALSE(std::regex_search(line, none)) << what << ": " << line;
         // What is drawn, picked and keyed comes from numbers, too.
         Menu(ID_REFRESH_GL);
         Settle();
