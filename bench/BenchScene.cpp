@@ -49,6 +49,7 @@ BenchScene_cls::Took_st BenchScene_cls::Time(const std::function<void()>& prepar
     GLPerspective_cls perspective(kSize, kSize, kAngle);
     perspective.SetPerspectiveOnGL(camera);
     perspective.SetModelOrProjectionViewOnGL(camera, GL_MODELVIEW);
+    mDraw.SetCameraPos(camera, nullptr);
     glEnable(GL_CULL_FACE);
     glEnable(GL_DEPTH_TEST);
     prepare();

@@ -26,6 +26,10 @@ inside sh -c 'apt-get install -y --no-install-recommends --no-install-suggests /
 inside dpkg -V morentis morentis-doc
 inside morentis --version
 inside morentis-film --version
+inside morentis-import --version
+printf 'id,x,y,z\n2,1,1,1\n1,0,0,0\n' > "$root/tmp/table.csv"
+inside morentis-import /tmp/table.csv --output /tmp/table
+[[ -s $root/tmp/table/snap0000.bin && -s $root/tmp/table/table.mrp ]] || { echo "The import is missing."; exit 1; }
 
 # A film, without any display.
 inside morentis-film --frames 0-0 --size 320x240 --output /tmp/f%04d.png \

@@ -123,7 +123,8 @@ bool PovExport_cls::WriteScene(const wxString& base, int pretrace) {
 bool PovExport_cls::ExportPovSnap(int eye, bool bForRender) {
     PovRayCtrl_cls& ctrl = Ctrl();
     ctrl.mbForRender = bForRender;
-    ctrl.mbCommonSceneWritten = false;
+    // Frames that are still to be rendered include the one that stands there.
+    if (!ctrl.mbExportingAnim && !ctrl.mbRenderingAnim) ctrl.mbCommonSceneWritten = false;
     const bool bDone = WriteScene(ctrl.GetFileStr(PovRayCtrl_cls::FILE_SNAP, unsigned(eye), -1), -1);
     ctrl.mbForRender = false;
     return bDone;

@@ -39,6 +39,8 @@
 #include "SCENE/clsStereoGram.h"
 #include "TIME/clsTimeCtrl.h"
 
+double GPovMachineBytes = 0.0;
+
 namespace {
 
 constexpr double kMemoryShare = 0.8; // of the machine's that a renderer may have unasked
@@ -52,6 +54,7 @@ bool WriteScene(const wxString& path, const std::string& text) {
 
 // A limit of addresses is the renderer's, too.
 double GetMachineBytes() {
+    if (GPovMachineBytes > 0.0) return GPovMachineBytes;
     const double machine =
         static_cast<double>(sysconf(_SC_PHYS_PAGES)) * static_cast<double>(sysconf(_SC_PAGESIZE));
     rlimit limit = {RLIM_INFINITY, RLIM_INFINITY};

@@ -20,6 +20,9 @@ class PovParticles_cls;
 class SnapData_cls;
 struct PovCamera_st;
 
+/// Bytes of memory that a renderer is thought to have; 0: as many as the machine has. Tests set it.
+extern double GPovMachineBytes;
+
 /// For one frame, right behind its picture.
 class PovScene_cls {
 public:

@@ -2,7 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
+#include <thread>
 #include <vector>
+
+#include "COMMON/OnThreads.h"
 
 namespace {
 
@@ -50,30 +54,110 @@ MiddlePart_st GetMiddlePart(int srcW, int srcH, int w, int h) {
     return {(1.0 - double(w) / h) / 2.0 * srcW, 0.0, scale, scale};
 }
 
-void ResampleMiddle(const unsigned char* pSource, int srcW, int srcH, unsigned char* pTarget, int w, int h) {
+namespace {
+
+typedef float F4 __attribute__((vector_size(16)));
+typedef int I4 __attribute__((vector_size(16)));
+
+/// The rows of a source, asked for by one thread; a row stays as it is until the next one is asked for.
+class ByteRows_cls {
+public:
+    ByteRows_cls(const unsigned char* pSource, int srcW) : mpSource(pSource), mBytes(size_t(srcW) * 3) {}
+    const unsigned char* Get(int row) { return mpSource + size_t(row) * mBytes; }
+
+private:
+    const unsigned char* mpSource;
+    size_t mBytes;
+};
+
+class HalfRows_cls {
+public:
+    HalfRows_cls(const std::uint16_t* pSource, const ShownPart_st& part, int srcW, const HalfBytes& table)
+        : mpSource(pSource), mPart(part), mTable(table), mVRow(size_t(srcW) * 3) {}
+    // The last row under one target row is often the first under the next.
+    const unsigned char* Get(int row) {
+        if (row == mRow) return mVRow.data();
+        mRow = row;
+        if (row >= mPart.mY && row < mPart.mY + mPart.mH)
+            ConvertHalfPixels(mpSource + size_t(row - mPart.mY) * size_t(mPart.mW) * 4,
+                              mVRow.data() + size_t(mPart.mX) * 3, size_t(mPart.mW), mTable);
+        else
+            std::fill(mVRow.begin(), mVRow.end(), static_cast<unsigned char>(0));
+        return mVRow.data();
+    }
+
+private:
+    const std::uint16_t* mpSource;
+    ShownPart_st mPart;
+    const HalfBytes& mTable;
+    std::vector<unsigned char> mVRow;
+    int mRow = -1;
+};
+
+/// Means along a row: `pSum` holds a float for each channel of a source pixel, and one more.
+void MeanOfColumns(const Spans_st& columns, const float* pSum, size_t w, unsigned char* pOut) {
+    for (size_t x = 0; x < w; ++x, pOut += 3) {
+        const float* pIn = pSum + size_t(columns.mFirst[x]) * 3;
+        F4 mean = {kRounding, kRounding, kRounding, 0.0f};
+        for (int k = columns.mBegin[x]; k < columns.mBegin[x + 1]; ++k, pIn += 3) {
+            F4 in;
+            std::memcpy(&in, pIn, sizeof in);
+            mean += columns.mWeight[size_t(k)] * in;
+        }
+        const I4 bytes =
+            __builtin_convertvector(mean < 255.0f ? mean : F4{255.0f, 255.0f, 255.0f, 255.0f}, I4);
+        for (int c = 0; c < 3; ++c)
+            pOut[c] = static_cast<unsigned char>(bytes[c]);
+    }
+}
+
+template <class ROWS>
+void ResampleRows(ROWS& source, const Spans_st& columns, const Spans_st& rows, size_t sourceW, int first,
+                  int end, unsigned char* pTarget) {
+    const size_t w = columns.mFirst.size();
+    const size_t from = size_t(columns.mFirst.front()) * 3; // what lies outside isn't asked for
+    const size_t to =
+        std::min(size_t(columns.mFirst.back() + columns.mBegin[w] - columns.mBegin[w - 1]) * 3, sourceW * 3);
+    std::vector<float> sum(sourceW * 3 + 1);
+    for (int y = first; y < end; ++y) {
+        const auto row = size_t(y);
+        std::fill(sum.begin(), sum.end(), 0.0f);
+        for (int k = rows.mBegin[row]; k < rows.mBegin[row + 1]; ++k) {
+            const unsigned char* pRow = source.Get(rows.mFirst[row] + k - rows.mBegin[row]);
+            const float weight = rows.mWeight[size_t(k)];
+            float* pSum = sum.data();
+            for (size_t i = from; i < to; ++i)
+                pSum[i] += weight * float(pRow[i]);
+        }
+        MeanOfColumns(columns, sum.data(), w, pTarget + row * w * 3);
+    }
+}
+
+/// Runs of target rows in threads; each row is made as if alone, so their number doesn't show.
+template <class MAKE>
+void Resample(MAKE makeRows, int srcW, int srcH, unsigned char* pTarget, int w, int h) {
     const MiddlePart_st part = GetMiddlePart(srcW, srcH, w, h);
     const Spans_st columns = MakeSpans(part.mX, part.mScaleX, w, srcW);
     const Spans_st rows = MakeSpans(part.mY, part.mScaleY, h, srcH);
-    const size_t rowBytes = size_t(srcW) * 3;
-    std::vector<float> sum(rowBytes);
-    for (int y = 0; y < h; ++y) {
-        const size_t row = size_t(y);
-        std::fill(sum.begin(), sum.end(), 0.0f);
-        const unsigned char* pRow = pSource + size_t(rows.mFirst[row]) * rowBytes;
-        for (int k = rows.mBegin[row]; k < rows.mBegin[row + 1]; ++k, pRow += rowBytes) {
-            const float weight = rows.mWeight[size_t(k)];
-            for (size_t i = 0; i < rowBytes; ++i)
-                sum[i] += weight * float(pRow[i]);
-        }
-        unsigned char* pOut = pTarget + row * size_t(w) * 3;
-        for (size_t x = 0; x < size_t(w); ++x, pOut += 3) {
-            const float* pIn = sum.data() + size_t(columns.mFirst[x]) * 3;
-            float mean[3] = {kRounding, kRounding, kRounding};
-            for (int k = columns.mBegin[x]; k < columns.mBegin[x + 1]; ++k, pIn += 3)
-                for (int c = 0; c < 3; ++c)
-                    mean[c] += columns.mWeight[size_t(k)] * pIn[c];
-            for (int c = 0; c < 3; ++c)
-                pOut[c] = static_cast<unsigned char>(std::min(mean[c], 255.0f));
-        }
-    }
+    constexpr double kPixelsOfThread = 250000.0; // of the source; less isn't worth one
+    const int cores = std::max(static_cast<int>(std::thread::hardware_concurrency()), 1);
+    const double pixels = std::min(part.mScaleY * h, double(srcH)) * srcW;
+    const int threads =
+        std::clamp(static_cast<int>(pixels / kPixelsOfThread), 1, std::clamp(h, 1, std::min(cores, 16)));
+    OnThreads(threads, [&](int k) {
+        const auto start = [&](int i) { return static_cast<int>(static_cast<long long>(h) * i / threads); };
+        auto source = makeRows();
+        ResampleRows(source, columns, rows, size_t(srcW), start(k), start(k + 1), pTarget);
+    });
+}
+
+} // namespace
+
+void ResampleMiddle(const unsigned char* pSource, int srcW, int srcH, unsigned char* pTarget, int w, int h) {
+    Resample([&] { return ByteRows_cls(pSource, srcW); }, srcW, srcH, pTarget, w, h);
+}
+
+void ResampleHalves(const std::uint16_t* pSource, const ShownPart_st& shown, int srcW, int srcH,
+                    const HalfBytes& table, unsigned char* pTarget, int w, int h) {
+    Resample([&] { return HalfRows_cls(pSource, shown, srcW, table); }, srcW, srcH, pTarget, w, h);
 }

@@ -98,24 +98,25 @@ bool ThreadSave_cls::Join(const PixelBuffer_cls& left, const PixelBuffer_cls& ri
 bool ThreadSave_cls::Fit(const PixelBuffer_cls& source, const HalfBytes* pTable,
                          PixelBuffer_cls* pTarget) const {
     const int w = mPicture.mSrcW, h = mPicture.mSrcH;
-    const size_t count = size_t(w) * size_t(h) * 3;
     const bool bSame = w == mPicture.mW && h == mPicture.mH;
     if (!pTarget->Allocate(mPicture.mW, mPicture.mH, 3)) return false;
-    PixelBuffer_cls bytes;
-    const unsigned char* pBytes = source.Get();
-    if (mPicture.mbHalfFloat) {
-        if (!bSame && !bytes.Allocate(w, h, 3)) return false;
-        unsigned char* pTo = bSame ? pTarget->Get() : bytes.Get();
-        const ShownPart_st part = mPicture.mPart.IsEmpty() ? ShownPart_st{0, 0, w, h} : mPicture.mPart;
-        const auto* pFrom = reinterpret_cast<const std::uint16_t*>(source.Get());
-        for (int y = part.mY; y < part.mY + part.mH; ++y, pFrom += size_t(part.mW) * 4)
-            ConvertHalfPixels(pFrom, pTo + (size_t(y) * size_t(w) + size_t(part.mX)) * 3, size_t(part.mW),
-                              pTable ? *pTable : GetPlainBytes());
-        pBytes = pTo;
-    } else if (bSame) {
-        std::copy_n(pBytes, count, pTarget->Get());
+    if (!mPicture.mbHalfFloat) {
+        if (bSame)
+            std::copy_n(source.Get(), size_t(w) * size_t(h) * 3, pTarget->Get());
+        else
+            ResampleMiddle(source.Get(), w, h, pTarget->Get(), mPicture.mW, mPicture.mH);
+        return true;
     }
-    if (!bSame) ResampleMiddle(pBytes, w, h, pTarget->Get(), mPicture.mW, mPicture.mH);
+    const HalfBytes& table = pTable ? *pTable : GetPlainBytes();
+    const ShownPart_st part = mPicture.mPart.IsEmpty() ? ShownPart_st{0, 0, w, h} : mPicture.mPart;
+    const auto* pFrom = reinterpret_cast<const std::uint16_t*>(source.Get());
+    if (!bSame) {
+        ResampleHalves(pFrom, part, w, h, table, pTarget->Get(), mPicture.mW, mPicture.mH);
+        return true;
+    }
+    for (int y = part.mY; y < part.mY + part.mH; ++y, pFrom += size_t(part.mW) * 4)
+        ConvertHalfPixels(pFrom, pTarget->Get() + (size_t(y) * size_t(w) + size_t(part.mX)) * 3,
+                          size_t(part.mW), table);
     return true;
 }
 

@@ -114,7 +114,8 @@ and length of the film. Files are taken in the order of the numbers in their nam
                    what the files call a column; the roles are x, y, z, vx, vy, vz, radius, id, type, value and
                    time. No name leaves a column out (value=). Of HDF5 files value and radius can be chosen,
                    such as value=InternalEnergy
-  --resume         keep snapshots that are there already, whole, and of this time and number of particles
+  --resume         keep snapshots that are there already, whole, and whose source hasn't changed; a project
+                   that was changed stays, and the new one is NAME-import.mrp
   --quiet          say nothing but what went wrong
   --help, --version
 

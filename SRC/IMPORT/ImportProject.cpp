@@ -20,7 +20,7 @@ const char* const kColors[] = {"0.93 0.75 0.46 1", "0.36 0.66 0.92 1", "0.92 0.4
 const std::pair<long long, int> kPointSizes[] = {{3000, 14}, {30000, 10}, {300000, 6}, {3000000, 3}};
 
 enum InterpolateType { LINEAR = 0, NO_INTERPOLATION = 2 };
-enum VariableNumber { CONSTANT = 0, VARIABLE = 1, SORT_BY_ID = 2 };
+enum VariableNumber { CONSTANT = 0, VARIABLE = 1 };
 
 __attribute__((format(printf, 2, 3))) void Put(std::string* pText, const char* format, ...) {
     char line[400];
@@ -85,13 +85,14 @@ Place_st FindPlace(const ImportFacts_st& facts, const ImportRanges_cls& ranges) 
 }
 
 void PutLoader(const ImportFacts_st& facts, const Place_st& place, bool bLogarithm, std::string* pText) {
-    const bool bIDs = (facts.mColumns & IMPORT_ID) != 0;
+    const bool bIDs = (facts.mColumns & IMPORT_ID) != 0 && facts.mbUniqueIDs;
     Put(pText, "DataLoadDataType=0");
     Put(pText, "DataLoadGrammerHead=0 1");
     Put(pText, "DataLoadGrammerBody=%s", facts.mBody.c_str());
     // Velocities and times of other programs have units of their own.
     Put(pText, "InterpolateType=%d", bIDs || facts.mbSameNumber ? LINEAR : NO_INTERPOLATION);
-    Put(pText, "VariableNumber=%d", !bIDs ? CONSTANT : facts.mbSameNumber ? SORT_BY_ID : VARIABLE);
+    // The window's own sorting by ID would leave all columns but the positions where they are.
+    Put(pText, "VariableNumber=%d", bIDs && !facts.mbSameIDs ? VARIABLE : CONSTANT);
     Put(pText, "LoaderTranslate=%.9g %.9g %.9g", 0.0 - place.mCenter[0], 0.0 - place.mCenter[1],
         0.0 - place.mCenter[2]);
     Put(pText, "LoaderScale=%.9g", place.mScale);
@@ -139,8 +140,9 @@ void PutLooks(const ImportFacts_st& facts, const Place_st& place, const float* p
 void PutBox(const ImportFacts_st& facts, const Place_st& place, std::string* pText) {
     const ImportBox_st& box = facts.mBox;
     const bool bUse = box.mbThere && (box.mbSure || place.mbInBox);
-    const bool bFlat = box.mbPeriodic[0] || box.mbPeriodic[1];
-    Put(pText, "PeriodicType=%d", !bUse ? 0 : box.mbPeriodic[2] ? 2 : bFlat ? 1 : 0);
+    // There is no way for a wire: rather long ways across than short ones through a wall.
+    const bool bFlat = box.mbPeriodic[0] && box.mbPeriodic[1];
+    Put(pText, "PeriodicType=%d", !bUse || !bFlat ? 0 : box.mbPeriodic[2] ? 2 : 1);
     Put(pText, "PeriodicSize=1 1 1");
     for (int k = 0; k < 3 && bUse; ++k)
         Put(pText, "PeriodicBaseVector%d=%.9g %.9g %.9g", k, place.mScale * box.mEdge[k][0],

@@ -16,6 +16,8 @@ struct ImportFacts_st {
     ImportBox_st mBox;     ///< of the first snapshot that has one
     bool mbTime = false;   ///< snapshots have times of their own
     bool mbSameNumber = true;
+    bool mbUniqueIDs = true; ///< in each snapshot, whose particles stand in the order of their IDs
+    bool mbSameIDs = true;   ///< in all snapshots
     long long mMostParticles = 0;
 };
 

@@ -13,9 +13,7 @@ float Strto(const char* p, float) { return std::strtof(p, nullptr); }
 double Strto(const char* p, double) { return std::strtod(p, nullptr); }
 
 template <class T>
-bool ReadReal(std::string_view text, T* pValue) {
-    if (!text.empty() && text.front() == '+') text.remove_prefix(1);
-    if (text.empty()) return false;
+bool ReadPlain(std::string_view text, T* pValue) {
     const char* end = text.data() + text.size();
     const auto [rest, error] = std::from_chars(text.data(), end, *pValue);
     if (error == std::errc() && rest == end) return true;
@@ -23,12 +21,20 @@ bool ReadReal(std::string_view text, T* pValue) {
         *pValue = Strto(std::string(text).c_str(), T());
         return rest == end;
     }
+    return false;
+}
+
+template <class T>
+bool ReadReal(std::string_view text, T* pValue) {
+    if (!text.empty() && text.front() == '+') text.remove_prefix(1);
+    if (text.empty()) return false;
+    if (ReadPlain(text, pValue)) return true;
     const size_t exponent = text.find_first_of("dD");
     if (exponent == std::string_view::npos || text.find_first_of("nN") != std::string_view::npos)
         return false;
     std::string plain(text);
     plain[exponent] = 'e';
-    return ReadReal(std::string_view(plain), pValue);
+    return ReadPlain(std::string_view(plain), pValue);
 }
 
 } // namespace

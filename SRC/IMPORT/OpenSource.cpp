@@ -1,6 +1,7 @@
 #include "IMPORT/OpenSource.h"
 
 #include <algorithm>
+#include <filesystem>
 
 #include "IMPORT/ImportText.h"
 #include "IMPORT/clsCsvReader.h"
@@ -44,7 +45,9 @@ bool IsBefore(const std::string& a, const std::string& b) {
 } // namespace
 
 std::vector<std::string> OrderImportFiles(const std::vector<std::string>& files) {
-    std::vector<std::string> ordered = files;
+    std::vector<std::string> ordered;
+    for (const std::string& file : files) // "./a" is "a"
+        ordered.push_back(std::filesystem::path(file).lexically_normal().string());
     std::stable_sort(ordered.begin(), ordered.end(), IsBefore);
     ordered.erase(std::unique(ordered.begin(), ordered.end()), ordered.end());
     return ordered;
@@ -68,6 +71,7 @@ std::unique_ptr<ParticleSource_cls> OpenImportSource(const std::string& path, co
                                                      const ImportChoice_st& choice) {
     const std::string kind = format.empty() ? GuessImportFormat(path) : format;
     if (kind == "dump") return std::make_unique<DumpReader_cls>(path, choice);
+    if (kind == "hdf5") Hdf5Snapshot_cls::LookFirst(path, choice);
     if (kind == "hdf5") return std::make_unique<Hdf5Snapshot_cls>(path, choice);
     if (kind == "xyz") return std::make_unique<XyzReader_cls>(path, choice);
     if (kind == "csv") return std::make_unique<CsvReader_cls>(path, choice);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -45,7 +46,6 @@ struct ImportSnapshot_st {
     double mTime = 0.0;
     ImportBox_st mBox;
     unsigned mColumns = 0;       ///< ImportColumn
-    bool mbStateful = false;     ///< what a later body gives depends on this one: it may not be left out
     bool mbTypesFromOne = false; ///< types count from 1 unless there is a 0
     Column<float> mPos;          ///< three each
     Column<float> mVel;          ///< three each
@@ -55,10 +55,14 @@ struct ImportSnapshot_st {
     Column<int> mType;
 };
 
-/// What the user chose.
+/// Words that types are, of all files of an import, with their numbers: in the order in which they appear.
+using TypeNames = std::map<std::string, int, std::less<>>;
+
+/// What the user chose. Copies share the names of types.
 struct ImportChoice_st {
     /// Role (x, y, z, vx, vy, vz, radius, id, type, value, time) to the file's name for it; empty: none.
     std::map<std::string, std::string> mColumns;
+    std::shared_ptr<TypeNames> mpTypeNames = std::make_shared<TypeNames>();
     /// The name for a role; null: not chosen.
     const std::string* Find(const std::string& role) const;
 };

@@ -32,6 +32,8 @@ CsvReader_cls::CsvReader_cls(const std::string& path, const ImportChoice_st& cho
     } catch (const ImportError_cls& error) {
         mReader.Fail(error.what());
     }
+    if (mParser.GetPosition() == RowParser_cls::Position::Scaled)
+        mReader.Fail("positions are scaled, but there is no box; name others with --columns x=NAME,...");
 }
 
 bool CsvReader_cls::NextRow() {
@@ -63,7 +65,6 @@ bool CsvReader_cls::NextHead(ImportSnapshot_st* pSnap) {
     pSnap->mbTime = mParser.GetTimeColumn() >= 0;
     pSnap->mColumns = mParser.GetColumns();
     pSnap->mbTypesFromOne = false;
-    pSnap->mbStateful = false;
     size_t rows = 0;
     size_t room = 0;
     while (NextRow()) {
@@ -85,6 +86,9 @@ bool CsvReader_cls::NextHead(ImportSnapshot_st* pSnap) {
     // A table without rows is a snapshot without particles; behind others it is the end.
     if (rows == 0 && !mbFirst) return false;
     if (rows == 0) pSnap->mbTime = false;
+    if (pSnap->mbTime && !mbFirst && !(pSnap->mTime > mLastTime))
+        mReader.Fail("the rows must be sorted by time");
+    mLastTime = pSnap->mTime;
     mbFirst = false;
     Reserve(rows, pSnap);
     pSnap->mNumber = static_cast<long long>(rows);

@@ -22,6 +22,7 @@ private:
     char mSeparator = ',';
     std::vector<std::string_view> mFields;
     bool mbFirst = true;
+    double mLastTime = 0; ///< of the snapshot before
 };
 
 /// The separator of a header line; 0: there is none.

@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <climits>
+#include <cmath>
 
 #include "IMPORT/ImportText.h"
 
 namespace {
 
-constexpr long long kLeastRow = 4; // "1 2\n"
+constexpr long long kLeastRow = 4;    // "1 2\n"
+constexpr double kLongestEdge = 1e30; // of a box; longer ones are a mark for none
 
 // Bounds of a tilted box are those of its corners; the origin lies further in.
 void MakeTilted(const double bounds[3][3], ImportBox_st* pBox) {
@@ -56,7 +58,9 @@ void DumpReader_cls::ReadBounds(std::string_view words, ImportSnapshot_st* pSnap
         std::string_view line = NeedLine("the box");
         double numbers[4] = {};
         for (size_t i = 0; i < needed; ++i)
-            if (!ReadNumber(TakeWord(&line), &numbers[i])) mReader.Fail("is no line of a box");
+            if (!ReadNumber(TakeWord(&line), &numbers[i]) || !(std::fabs(numbers[i]) < kLongestEdge))
+                mReader.Fail("is no line of a box");
+        if (!bVectors && numbers[1] < numbers[0]) mReader.Fail("is no line of a box");
         std::copy_n(numbers, 3, bVectors ? box.mEdge[k] : bounds[k]);
         if (bVectors) box.mOrigin[k] = numbers[3];
     }
@@ -70,6 +74,8 @@ bool DumpReader_cls::NextHead(ImportSnapshot_st* pSnap) {
     pSnap->mbTime = false;
     bool bBegun = false;
     bool bNumber = false;
+    bool bStep = false;
+    bool bPhysical = false; // a time was given besides the step's number
     for (std::string_view line; mReader.Next(&line); bBegun = true) {
         if (Trim(line).empty()) continue;
         if (!StartsWith(line, "ITEM:")) mReader.Fail("is no \"ITEM:\" of a dump");
@@ -78,8 +84,11 @@ bool DumpReader_cls::NextHead(ImportSnapshot_st* pSnap) {
         if (item == "TIMESTEP" || item == "TIME") {
             double time = 0;
             if (!ReadNumber(Trim(NeedLine("the time")), &time)) mReader.Fail("is no time");
-            if (item == "TIME" || !pSnap->mbTime)
-                pSnap->mTime = time; // the physical one before the step's number
+            // A second step's number begins a new head: the one before was cut.
+            if (item == "TIMESTEP" && bStep) bPhysical = bNumber = false;
+            if (item == "TIMESTEP") bStep = true;
+            if (item == "TIME" || !bPhysical) pSnap->mTime = time;
+            bPhysical = bPhysical || item == "TIME";
             pSnap->mbTime = true;
         } else if (item == "NUMBER OF ATOMS") {
             bNumber = ReadNumber(Trim(NeedLine("the number of atoms")), &pSnap->mNumber);
@@ -102,7 +111,6 @@ bool DumpReader_cls::NextHead(ImportSnapshot_st* pSnap) {
                 mReader.Fail("positions are scaled, but there is no box");
             pSnap->mColumns = mParser.GetColumns();
             pSnap->mbTypesFromOne = true;
-            pSnap->mbStateful = mParser.HasTypeNames();
             mRowsLeft = pSnap->mNumber;
             return true;
         } else {
@@ -126,5 +134,4 @@ void DumpReader_cls::ReadBody(ImportSnapshot_st* pSnap) {
         if (!wrong.empty()) mReader.Fail(wrong);
         --mRowsLeft;
     }
-    pSnap->mbStateful = mParser.HasTypeNames();
 }

@@ -22,6 +22,8 @@ public:
     /// Rows of `width` numbers each; there must be `rows` of them. Four bytes come bit for bit, eight
     /// rounded.
     void ReadFloats(const std::string& name, size_t rows, size_t width, float* pOut) const;
+    /// Is there a dataset of this size? Throws where ReadFloats would, before its memory is taken.
+    void Check(const std::string& name, size_t rows, size_t width) const;
     void ReadIntegers(const std::string& name, size_t rows, long long* pOut) const;
 
 private:

@@ -1,6 +1,11 @@
 #include "IMPORT/clsHdf5Snapshot.h"
 
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <climits>
 
 #include "IMPORT/clsHdf5File.h"
@@ -58,7 +63,7 @@ void Hdf5Snapshot_cls::FindColumns(const Hdf5File_cls& file, const std::string& 
             if (pName->empty() && !name.empty() && file.Has(group + "/" + name)) *pName = name;
     };
     choose("radius", {"SmoothingLength", "SmoothingLengths"}, &mRadius);
-    choose("value", {"Density", "Densities", "InternalEnergy", "InternalEnergies"}, &mValue);
+    choose("value", {"Density", "Densities", "InternalEnergy", "InternalEnergies", "Masses"}, &mValue);
     if (!mRadius.empty()) mColumns |= IMPORT_RADIUS;
     if (!mValue.empty()) mColumns |= IMPORT_VALUE;
     if (file.Has(group + "/Velocities")) mColumns |= IMPORT_VEL;
@@ -70,7 +75,6 @@ bool Hdf5Snapshot_cls::NextHead(ImportSnapshot_st* pSnap) {
     mbDone = true;
     pSnap->mBox = ImportBox_st();
     pSnap->mNumber = 0;
-    pSnap->mbStateful = false;
     pSnap->mbTypesFromOne = false;
     double total = 0;
     for (const std::string& path : mFiles) {
@@ -127,7 +131,47 @@ void Hdf5Snapshot_cls::ReadGroup(const Hdf5File_cls& file, int type, size_t rows
         std::fill_n(pSnap->mID.data() + first, rows, 0LL);
 }
 
+// Before memory is taken for what a few bytes claim.
+void Hdf5Snapshot_cls::CheckData() const {
+    for (const std::string& path : mFiles) {
+        const Hdf5File_cls file(path);
+        const std::vector<size_t> counts = ReadCounts(file, path);
+        for (size_t type = 0; type < counts.size() && type < kTypes; ++type) {
+            const std::string group = GroupOf(static_cast<int>(type)) + "/";
+            if (counts[type] == 0) continue;
+            file.Check(group + "Coordinates", counts[type], 3);
+            for (const std::string& name :
+                 {std::string("Velocities"), mRadius, mValue, std::string("ParticleIDs")})
+                if (!name.empty() && file.Has(group + name))
+                    file.Check(group + name, counts[type], name == "Velocities" ? 3 : 1);
+        }
+    }
+}
+
+void Hdf5Snapshot_cls::LookFirst(const std::string& path, const ImportChoice_st& choice) {
+    const pid_t child = fork();
+    if (child < 0) return;
+    if (child == 0) {
+        const rlimit none = {0, 0};
+        setrlimit(RLIMIT_CORE, &none);
+        close(STDERR_FILENO); // what the C library says of it would be all that the user sees
+        try {
+            Hdf5Snapshot_cls source(path, choice);
+            ImportSnapshot_st snap;
+            source.NextHead(&snap);
+            source.CheckData();
+        } catch (...) { // the reader tells it
+        }
+        _exit(0);
+    }
+    int status = 0;
+    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
+    }
+    if (WIFSIGNALED(status)) throw ImportError_cls(path + ": is damaged; the HDF5 library can't read it");
+}
+
 void Hdf5Snapshot_cls::ReadBody(ImportSnapshot_st* pSnap) {
+    CheckData();
     pSnap->MakeRoom();
     size_t first = 0;
     for (const std::string& path : mFiles) {

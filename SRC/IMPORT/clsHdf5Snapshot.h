@@ -11,11 +11,15 @@ public:
     Hdf5Snapshot_cls(const std::string& path, const ImportChoice_st& choice);
     bool NextHead(ImportSnapshot_st* pSnap) override;
     void ReadBody(ImportSnapshot_st* pSnap) override;
+    /// Throws ImportError_cls where the library ends the program over a damaged file: a child looks first at
+    /// all that a reader will look at, but for the numbers. The caller has no threads.
+    static void LookFirst(const std::string& path, const ImportChoice_st& choice);
     std::vector<std::string> GetFiles() const override { return mFiles; }
 
 private:
     static constexpr int kTypes = 6;
 
+    void CheckData() const;
     void FindColumns(const Hdf5File_cls& file, const std::string& group);
     void ReadGroup(const Hdf5File_cls& file, int type, size_t rows, size_t first,
                    ImportSnapshot_st* pSnap) const;

@@ -3,15 +3,18 @@
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 
 #include <wx/strconv.h>
 #include <wx/string.h>
 
 #include "COMMON/SafeFile.h"
 #include "IMPORT/ParticleSource.h"
+#include "IMPORT/SortByID.h"
 #include "IMPORT/clsImportRanges.h"
 
 namespace fs = std::filesystem;
@@ -32,6 +35,11 @@ void PutWords(unsigned* pOut, size_t stride, const T* pIn, size_t width, size_t 
         std::memcpy(pOut, pIn, width * sizeof(unsigned));
 }
 
+std::string ReadAll(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
 bool HasSnapshots(const std::string& path) {
     std::error_code error;
     for (fs::directory_iterator file(path, error), end; !error && file != end; file.increment(error)) {
@@ -43,7 +51,8 @@ bool HasSnapshots(const std::string& path) {
 
 } // namespace
 
-std::string ImportFolder_cls::Check(bool bResume, const std::string& note) const {
+std::string ImportFolder_cls::Check(bool bResume, const std::string& options) {
+    mNote.mOptions = options;
     struct stat facts {};
     if (stat(mPath.c_str(), &facts) != 0) {
         const fs::path above = fs::path(mPath + "/").parent_path().parent_path();
@@ -52,32 +61,74 @@ std::string ImportFolder_cls::Check(bool bResume, const std::string& note) const
         return "--output: the folder \"" + above.string() + "\" is not there; make it first";
     }
     if (!S_ISDIR(facts.st_mode)) return "--output: \"" + mPath + "\" is no folder";
-    std::ifstream file(PathOf(kNote));
-    std::string there;
-    std::getline(file, there);
-    if (bResume) {
-        if (!there.empty() && there != note)
-            return "--resume: \"" + mPath + "\" comes from other options (" + there + ")";
-        if (!there.empty() || !HasSnapshots(mPath)) return std::string();
-        return "--resume: \"" + mPath + "\" holds snapshots that are from elsewhere";
-    }
+    ImportNote_cls there;
+    there.Read(ReadAll(PathOf(kNote)));
     std::error_code ignored;
-    if (HasSnapshots(mPath) || fs::exists(PathOf(GetProjectName()), ignored))
-        return "--output: \"" + mPath + "\" holds snapshots or a project; give another folder" +
-               (there == note ? ", or --resume to go on" : "");
+    const bool bTaken = HasSnapshots(mPath) || fs::exists(PathOf(GetProjectName()), ignored);
+    if (!bResume)
+        return !bTaken ? std::string()
+                       : "--output: \"" + mPath + "\" holds snapshots or a project; give another folder" +
+                             (there.mOptions == options ? ", or --resume to go on" : "");
+    if (!there.mOptions.empty() && there.mOptions != options)
+        return "--resume: \"" + mPath + "\" comes from other options (" + there.mOptions + ")";
+    if (there.mOptions.empty() && bTaken)
+        return "--resume: \"" + mPath + "\" holds snapshots or a project that are from elsewhere";
+    mNote = there;
+    mNote.mOptions = options;
     return std::string();
 }
 
-void ImportFolder_cls::Begin(const std::string& note) const {
+void ImportFolder_cls::Begin() {
     std::error_code error;
-    if (!fs::is_directory(mPath, error) && !fs::create_directory(mPath, error) && error)
-        throw ImportWriteError_cls(mPath + ": " + error.message());
-    WriteText(kNote, note + "\n");
+    mbMade = !fs::is_directory(mPath, error) && fs::create_directory(mPath, error);
+    if (!fs::is_directory(mPath, error)) throw ImportWriteError_cls(mPath + ": " + error.message());
+    WriteNote();
+}
+
+void ImportFolder_cls::Undo() const {
+    std::error_code ignored;
+    if (!HasSnapshots(mPath)) fs::remove(PathOf(kNote), ignored);
+    if (mbMade) fs::remove(mPath, ignored); // an empty one alone
+}
+
+namespace {
+
+long NowSeconds() {
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return static_cast<long>(std::chrono::duration_cast<std::chrono::seconds>(now).count());
+}
+
+} // namespace
+
+void ImportFolder_cls::WriteNote() {
+    mNoteWritten = NowSeconds();
+    WriteText(kNote, mNote.GetText());
+}
+
+// Thousands of small snapshots cost one note a second; what has no line is made anew.
+void ImportFolder_cls::NoteSnapshot(int index, uint64_t source) {
+    mNote.mSources[index] = source;
+    if (NowSeconds() != mNoteWritten) WriteNote();
+}
+
+std::string ImportFolder_cls::WriteProject(const std::string& text) {
+    std::string name = GetProjectName();
+    std::error_code ignored;
+    if (fs::exists(PathOf(name), ignored) && HashBytes(ReadAll(PathOf(name))) != mNote.mProject) {
+        name.insert(name.size() - 4, "-import");
+    } else {
+        mNote.mProject = HashBytes(text);
+        WriteNote();
+    }
+    WriteText(name, text);
+    return name;
 }
 
 void ImportFolder_cls::SetColumns(unsigned columns) {
     mColumns = columns;
     mBuffer.resize(kPiece * GetRecordWords());
+    if (mNote.mBody != GetBody()) mNote.mSources.clear(); // of another layout
+    mNote.mBody = GetBody();
 }
 
 std::string ImportFolder_cls::GetBody() const {
@@ -138,7 +189,8 @@ void ImportFolder_cls::Pack(const ImportSnapshot_st& snap, size_t begin, size_t 
     if (mColumns & snap.mColumns & IMPORT_VALUE) PutWords(pOut, stride, snap.mValue.data() + begin, 1, count);
 }
 
-void ImportFolder_cls::Write(int index, const ImportSnapshot_st& snap, float time) {
+void ImportFolder_cls::Write(int index, const ImportSnapshot_st& snap, float time, uint64_t source) {
+    if (mNote.mSources.erase(index) > 0) WriteNote(); // whatever stops us, the line doesn't tell a lie
     const std::string path = PathOf(GetName(index));
     const auto number = static_cast<size_t>(snap.mNumber);
     char head[kHead];
@@ -155,10 +207,13 @@ void ImportFolder_cls::Write(int index, const ImportSnapshot_st& snap, float tim
     }
     if (!bDone || !file.Commit(ToDisk::Later))
         throw ImportWriteError_cls(path + ": " + file.GetReason().utf8_string());
+    NoteSnapshot(index, source);
 }
 
-bool ImportFolder_cls::IsWhole(int index, const ImportSnapshot_st& snap, float time,
-                               ImportRanges_cls* pRanges, bool* pNewIDs) const {
+bool ImportFolder_cls::IsWhole(int index, const ImportSnapshot_st& snap, float time, uint64_t source,
+                               ImportRanges_cls* pRanges, IDPrint_cls* pIDs, bool* pNewIDs) const {
+    const auto noted = mNote.mSources.find(index);
+    if (noted == mNote.mSources.end() || noted->second != source) return false;
     const size_t words = GetRecordWords();
     std::ifstream file(PathOf(GetName(index)), std::ios::binary | std::ios::ate);
     if (!file ||
@@ -179,8 +234,10 @@ bool ImportFolder_cls::IsWhole(int index, const ImportSnapshot_st& snap, float t
         pRanges->Add(pFloats, static_cast<long>(words),
                      mColumns & IMPORT_VALUE ? pFloats + words - 1 : nullptr, static_cast<long>(words),
                      static_cast<long long>(here));
-        for (size_t i = 0; i < here && (mColumns & IMPORT_ID); ++i)
+        for (size_t i = 0; i < here && (mColumns & IMPORT_ID); ++i) {
+            pIDs->Add(static_cast<int>(piece[i * words + id]));
             *pNewIDs = *pNewIDs || static_cast<int>(piece[i * words + id]) < 0;
+        }
         left -= here;
     }
     return true;

@@ -49,6 +49,8 @@ ImportStatus ImportRun_cls::Run() {
         Complain(wrong);
         return ImportStatus::WrongArguments;
     }
+    for (const std::string& name : mFolder.GetNote().mTypeNames)
+        mArgs.mChoice.mpTypeNames->emplace(name, static_cast<int>(mArgs.mChoice.mpTypeNames->size()));
     try {
         const std::vector<std::string> files = OrderImportFiles(mArgs.mFiles);
         mFiles = files.size();
@@ -60,13 +62,39 @@ ImportStatus ImportRun_cls::Run() {
             Complain("there is no snapshot in " + (files.size() == 1 ? files[0] : "these files"));
             return ImportStatus::NotOpened;
         }
-        mFolder.WriteText(mFolder.GetProjectName(), MakeImportProject(mFacts, mRanges));
     } catch (const ImportWriteError_cls& error) {
         Complain(error.what());
-        return mFacts.mSnapshots == 0 ? ImportStatus::WrongArguments : ImportStatus::SomeFailed;
+        ++mFailed;
+        if (mFacts.mSnapshots == 0) {
+            mFolder.Undo();
+            return ImportStatus::WrongArguments;
+        }
+    }
+    try {
+        Finish();
+    } catch (const ImportWriteError_cls& error) {
+        Complain(error.what());
+        return ImportStatus::SomeFailed;
     }
     TellNumbers();
     return mFailed > 0 ? ImportStatus::SomeFailed : ImportStatus::Done;
+}
+
+// Also of an import whose disk became full: what is there can be looked at.
+void ImportRun_cls::Finish() {
+    mProject = mFolder.WriteProject(MakeImportProject(mFacts, mRanges));
+    mFolder.WriteNote();
+    if (mProject != mFolder.GetProjectName())
+        Complain(mFolder.GetProjectName() + " was changed since it was written and stays; the new one is " +
+                 mProject);
+}
+
+// Numbers of the words go on where an earlier run left them.
+void ImportRun_cls::NoteTypeNames() {
+    std::vector<std::string>& names = mFolder.GetNote().mTypeNames;
+    names.resize(mArgs.mChoice.mpTypeNames->size());
+    for (const auto& [name, number] : *mArgs.mChoice.mpTypeNames)
+        names[static_cast<size_t>(number)] = name;
 }
 
 // What can't be read costs the rest of its file, and nothing else.
@@ -76,8 +104,10 @@ void ImportRun_cls::TakeFile(const std::string& path) {
         const std::unique_ptr<ParticleSource_cls> source = OpenImportSource(path, mArgs.mFrom, mArgs.mChoice);
         for (const std::string& part : source->GetFiles())
             mUsed.insert(part);
+        std::vector<std::string> parts = source->GetFiles();
+        if (parts.empty()) parts = {path};
         for (; source->NextHead(&mSnap); ++here) {
-            TakeSnapshot(source.get());
+            TakeSnapshot(source.get(), HashSource(parts, here));
             ShowProgress();
         }
         if (here == 0) throw ImportError_cls(path + ": there is no snapshot in it");
@@ -91,19 +121,22 @@ void ImportRun_cls::TakeFile(const std::string& path) {
 }
 
 // A kept one is read all the same where later ones depend on it.
-bool ImportRun_cls::KeepOld(ParticleSource_cls* pSource, float time) {
+bool ImportRun_cls::KeepOld(ParticleSource_cls* pSource, float time, uint64_t source, IDPrint_cls* pIDs) {
     bool bNewIDs = false;
-    if (!mArgs.mbResume || !mFolder.IsWhole(mFacts.mSnapshots, mSnap, time, &mRanges, &bNewIDs)) return false;
-    if (bNewIDs || mSnap.mbStateful || mNumbers.NeedsTypes(mSnap)) {
-        pSource->ReadBody(&mSnap);
-        mNumbers.MapIDs(&mSnap);
-        mNumbers.MapTypes(&mSnap);
-    }
+    if (!mArgs.mbResume || !mFolder.IsWhole(mFacts.mSnapshots, mSnap, time, source, &mRanges, pIDs, &bNewIDs))
+        return false;
+    if (bNewIDs || mNumbers.NeedsTypes(mSnap)) ReadColumns(pSource);
     ++mKept;
     return true;
 }
 
-void ImportRun_cls::TakeSnapshot(ParticleSource_cls* pSource) {
+void ImportRun_cls::ReadColumns(ParticleSource_cls* pSource) {
+    pSource->ReadBody(&mSnap);
+    mNumbers.MapIDs(&mSnap);
+    mNumbers.MapTypes(&mSnap);
+}
+
+void ImportRun_cls::TakeSnapshot(ParticleSource_cls* pSource, uint64_t source) {
     if (mFacts.mSnapshots == 0) mFolder.SetColumns(mSnap.mColumns);
     if (mSnap.mColumns != mFolder.GetColumns() && !mbColumnsTold) {
         Complain("the columns change at snapshot " + std::to_string(mFacts.mSnapshots) +
@@ -111,29 +144,36 @@ void ImportRun_cls::TakeSnapshot(ParticleSource_cls* pSource) {
         mbColumnsTold = true;
     }
     const float time = mSnap.mbTime ? static_cast<float>(mSnap.mTime) : static_cast<float>(mFacts.mSnapshots);
-    if (!KeepOld(pSource, time)) {
-        pSource->ReadBody(&mSnap);
-        mNumbers.MapIDs(&mSnap);
-        mNumbers.MapTypes(&mSnap);
+    IDPrint_cls ids;
+    if (!KeepOld(pSource, time, source, &ids)) {
+        ids = IDPrint_cls();
+        ReadColumns(pSource);
+        SortByID(&mSnap);
+        for (const long long id : mSnap.mID)
+            ids.Add(static_cast<int>(id));
+        NoteTypeNames();
         mRanges.Add(mSnap.mPos.data(), 3, mSnap.mValue.empty() ? nullptr : mSnap.mValue.data(), 1,
                     mSnap.mNumber);
-        if (mFacts.mSnapshots == 0) mFolder.Begin(MakeNote(mArgs));
-        mFolder.Write(mFacts.mSnapshots, mSnap, time);
+        if (mFacts.mSnapshots == 0) mFolder.Begin();
+        mFolder.Write(mFacts.mSnapshots, mSnap, time, source);
     }
     if (mRanges.GetOdd() > 0)
         Complain(mFolder.GetName(mFacts.mSnapshots) + ": " + std::to_string(mRanges.GetOdd()) +
                  " coordinates are no finite numbers; they stay as they are");
     mRanges.EndSnapshot();
-    NoteFacts();
+    NoteFacts(ids);
 }
 
-void ImportRun_cls::NoteFacts() {
+void ImportRun_cls::NoteFacts(const IDPrint_cls& ids) {
     if (mFacts.mSnapshots == 0) {
         mFacts.mFirst = mFolder.GetName(0);
         mFacts.mBody = mFolder.GetBody();
         mFacts.mColumns = mFolder.GetColumns();
         mFacts.mMostParticles = mSnap.mNumber;
+        mFirstIDs = ids;
     }
+    mFacts.mbUniqueIDs = mFacts.mbUniqueIDs && ids.IsUnique();
+    mFacts.mbSameIDs = mFacts.mbSameIDs && ids == mFirstIDs;
     if (mSnap.mNumber != mFacts.mMostParticles) mFacts.mbSameNumber = false;
     mFacts.mMostParticles = std::max(mFacts.mMostParticles, mSnap.mNumber);
     if (mSnap.mBox.mbThere && !mFacts.mBox.mbThere) mFacts.mBox = mSnap.mBox;
@@ -149,8 +189,13 @@ void ImportRun_cls::TellNumbers() {
         std::fputs("IDs that don't fit into 31 bits became -1, -2, ..., the same in all snapshots.\n", mpErr);
     if (mNumbers.GetFirstType() > 0)
         std::fputs("Types count from 1 in these files: type 1 became 0, and so on.\n", mpErr);
+    std::string names;
+    for (const std::string& name : mFolder.GetNote().mTypeNames)
+        names += (names.empty() ? "Types: " : ", ") + name + " " +
+                 std::to_string(std::min<size_t>(ImportNumbers_cls::kLastType,
+                                                 size_t(&name - mFolder.GetNote().mTypeNames.data())));
+    if (!names.empty()) std::fprintf(mpErr, "%s.\n", names.c_str());
     if (mNumbers.HasTypesBeyond()) std::fputs("Types beyond the fourth became type 3.\n", mpErr);
     std::fprintf(mpErr, "%d snapshots, %d of them kept, and %s stand in %s (%.1f s).\n", mFacts.mSnapshots,
-                 mKept, mFolder.GetProjectName().c_str(), mArgs.mOutput.c_str(),
-                 double(mWatch.Time()) / 1000.0);
+                 mKept, mProject.c_str(), mArgs.mOutput.c_str(), double(mWatch.Time()) / 1000.0);
 }

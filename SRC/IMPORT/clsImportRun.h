@@ -12,6 +12,7 @@
 #include "IMPORT/clsImportFolder.h"
 #include "IMPORT/clsImportNumbers.h"
 #include "IMPORT/clsImportRanges.h"
+#include "IMPORT/SortByID.h"
 
 class ImportRun_cls {
 public:
@@ -21,9 +22,12 @@ public:
 
 private:
     void TakeFile(const std::string& path);
-    void TakeSnapshot(ParticleSource_cls* pSource);
-    bool KeepOld(ParticleSource_cls* pSource, float time);
-    void NoteFacts();
+    void TakeSnapshot(ParticleSource_cls* pSource, uint64_t source);
+    bool KeepOld(ParticleSource_cls* pSource, float time, uint64_t source, IDPrint_cls* pIDs);
+    void ReadColumns(ParticleSource_cls* pSource);
+    void NoteTypeNames();
+    void NoteFacts(const IDPrint_cls& ids);
+    void Finish();
     void Complain(const std::string& text);
     void ShowProgress();
     void EndProgress();
@@ -39,6 +43,8 @@ private:
     ImportNumbers_cls mNumbers;
     ImportRanges_cls mRanges;
     ImportFacts_st mFacts;
+    IDPrint_cls mFirstIDs;
+    std::string mProject; ///< its name, as it was written
     ImportSnapshot_st mSnap;
     size_t mFile = 0; ///< the one at work, from 1
     size_t mFiles = 0;

@@ -5,6 +5,7 @@
 #include <unistd.h>
 #include <zlib.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
@@ -40,6 +41,7 @@ LineReader_cls::LineReader_cls(const std::string& path) : mPath(path), mBuffer(k
 LineReader_cls::~LineReader_cls() { gzclose(mpFile); }
 
 bool LineReader_cls::Fill() {
+    if (!mWrong.empty()) Fail(mWrong);
     if (mbEnd) return false;
     // The last line stays, so that it can come once more.
     std::memmove(mBuffer.data(), mBuffer.data() + mLast, mEnd - mLast);
@@ -54,9 +56,10 @@ bool LineReader_cls::Fill() {
     int error = Z_OK;
     const char* text = gzerror(mpFile, &error);
     if (count < 0 || error == Z_BUF_ERROR)
-        Fail(error == Z_BUF_ERROR ? "the compressed file is cut off" : std::string(text));
-    mEnd += static_cast<size_t>(count);
-    mbEnd = count == 0;
+        mWrong = error == Z_BUF_ERROR ? "the compressed file is cut off" : std::string(text);
+    mEnd += static_cast<size_t>(std::max(count, 0));
+    mbEnd = count <= 0;
+    if (mbEnd && !mWrong.empty()) Fail(mWrong);
     return count > 0;
 }
 

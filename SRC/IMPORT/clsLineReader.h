@@ -38,6 +38,7 @@ private:
     size_t mEnd = 0;
     size_t mLast = 0; ///< where the last line began
     bool mbEnd = false;
+    std::string mWrong; ///< told once the lines before it are given
     bool mbWhole = true;
     long long mLine = 0;
 };

@@ -4,7 +4,6 @@
 #include <climits>
 
 #include "IMPORT/ImportText.h"
-#include "IMPORT/ParticleSource.h"
 
 namespace {
 
@@ -21,19 +20,15 @@ const std::vector<std::string> kValue = {"value1",      "value", "density", "rho
                                          "temperature", "temp",  "energy",  "pe",  "pressure",
                                          "charge",      "q",     "mass",    "m"};
 
-struct PositionNames_st {
-    RowParser_cls::Position mKind;
-    const char* mpNames[3];
-};
-const PositionNames_st kPositions[] = {
-    {RowParser_cls::Position::Plain, {"x", "y", "z"}},
-    {RowParser_cls::Position::Scaled, {"xs", "ys", "zs"}},
-    {RowParser_cls::Position::Plain, {"xu", "yu", "zu"}},
-    {RowParser_cls::Position::Scaled, {"xsu", "ysu", "zsu"}},
-    {RowParser_cls::Position::Plain, {"pos:0", "pos:1", "pos:2"}},
-    {RowParser_cls::Position::Plain, {"points:0", "points:1", "points:2"}},
-    {RowParser_cls::Position::Plain, {"pos_x", "pos_y", "pos_z"}},
-    {RowParser_cls::Position::Plain, {"position_x", "position_y", "position_z"}},
+const char* const kPositions[][3] = {
+    {"x", "y", "z"},
+    {"xs", "ys", "zs"},
+    {"xu", "yu", "zu"},
+    {"xsu", "ysu", "zsu"},
+    {"pos:0", "pos:1", "pos:2"},
+    {"points:0", "points:1", "points:2"},
+    {"pos_x", "pos_y", "pos_z"},
+    {"position_x", "position_y", "position_z"},
 };
 
 std::string Listed(const std::vector<std::string>& names) {
@@ -81,22 +76,35 @@ int RowParser_cls::FindValue(const ImportChoice_st& choice) const {
     return -1;
 }
 
+// A share of the box, whoever chose the column.
+bool RowParser_cls::IsScaled(size_t axis) const {
+    if (mPos[axis] < 0) return false;
+    const std::string name = LowerCase(mNames[static_cast<size_t>(mPos[axis])]);
+    return name.size() >= 2 && name.size() <= 3 && name[0] >= 'x' && name[0] <= 'z' && name[1] == 's' &&
+           (name.size() == 2 || name[2] == 'u');
+}
+
 void RowParser_cls::FindPosition(const ImportChoice_st& choice) {
     static const char* const kAxes[] = {"x", "y", "z"};
-    for (const PositionNames_st& names : kPositions) {
+    for (const auto& names : kPositions) {
         for (int axis = 0; axis < 3; ++axis)
-            mPos[axis] = FindRole(choice, kAxes[axis], {names.mpNames[axis]});
-        mPosition = names.mKind;
+            mPos[axis] = FindRole(choice, kAxes[axis], {names[axis]});
+        mPosition = IsScaled(0) && IsScaled(1) && IsScaled(2) ? Position::Scaled : Position::Plain;
         if (mPos[0] >= 0 && mPos[1] >= 0) break;
     }
+    if (mPosition == Position::Plain && (IsScaled(0) || IsScaled(1) || IsScaled(2)) && mPos[0] >= 0 &&
+        mPos[1] >= 0)
+        throw ImportError_cls("some of the positions are scaled, others aren't; name them with --columns "
+                              "x=NAME,y=NAME,z=NAME");
     // Two dimensions are a flat set.
-    if (mPos[0] < 0 || mPos[1] < 0 || (mPos[2] < 0 && mPosition == Position::Scaled))
+    if (mPos[0] < 0 || mPos[1] < 0)
         throw ImportError_cls("no columns with positions (x, y, z); there are " + Listed(mNames) +
                               "; name them with --columns x=NAME,y=NAME,z=NAME");
 }
 
 void RowParser_cls::SetColumns(const std::vector<std::string>& names, const ImportChoice_st& choice) {
     mNames = names;
+    mpTypeNames = choice.mpTypeNames;
     FindPosition(choice);
     mVel[0] = FindRole(choice, "vx", kVel[0]);
     mVel[1] = FindRole(choice, "vy", kVel[1]);
@@ -126,9 +134,9 @@ std::string RowParser_cls::TakeType(std::string_view text, int* pType) {
         return std::string();
     }
     if (text.empty()) return "the type is empty";
-    auto found = mTypeNames.find(text);
-    if (found == mTypeNames.end())
-        found = mTypeNames.emplace(std::string(text), static_cast<int>(mTypeNames.size())).first;
+    auto found = mpTypeNames->find(text);
+    if (found == mpTypeNames->end())
+        found = mpTypeNames->emplace(std::string(text), static_cast<int>(mpTypeNames->size())).first;
     *pType = found->second;
     return std::string();
 }

@@ -1,13 +1,12 @@
 // Which column of a table means what, and its rows to particles: for all formats that are tables of text.
 #pragma once
 
-#include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
-struct ImportChoice_st;
-struct ImportSnapshot_st;
+#include "IMPORT/ParticleSource.h"
 
 class RowParser_cls {
 public:
@@ -22,8 +21,6 @@ public:
     size_t GetCount() const { return mNames.size(); }
     /// Column of the time; -1: none.
     int GetTimeColumn() const { return mTime; }
-    /// Are types words? They are numbered as they appear.
-    bool HasTypeNames() const { return !mTypeNames.empty(); }
 
     /// One row as particle `i`; empty, or what is wrong with it. There may be more fields than columns.
     std::string ParseRow(const std::vector<std::string_view>& fields, size_t i, ImportSnapshot_st* pSnap);
@@ -32,6 +29,7 @@ private:
     int FindRole(const ImportChoice_st& choice, const std::string& role,
                  const std::vector<std::string>& usual) const;
     int FindValue(const ImportChoice_st& choice) const;
+    bool IsScaled(size_t axis) const;
     void FindPosition(const ImportChoice_st& choice);
     template <class T>
     std::string Take(const std::vector<std::string_view>& fields, int column, T* pValue) const;
@@ -48,5 +46,5 @@ private:
     int mType = -1;
     int mValue = -1;
     int mTime = -1;
-    std::map<std::string, int, std::less<>> mTypeNames;
+    std::shared_ptr<TypeNames> mpTypeNames;
 };

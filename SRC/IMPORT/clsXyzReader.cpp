@@ -1,6 +1,7 @@
 #include "IMPORT/clsXyzReader.h"
 
 #include <climits>
+#include <cmath>
 
 #include "COMMON/TextSplit.h"
 #include "IMPORT/ImportText.h"
@@ -65,7 +66,8 @@ void XyzReader_cls::SetProperties(const std::string& properties) {
     std::vector<std::string> names;
     for (size_t i = 0; i < parts.size(); i += 3) {
         long long count = 0;
-        if (i + 2 >= parts.size() || !ReadNumber(parts[i + 2], &count) || count < 1 || count > 1000)
+        if (i + 2 >= parts.size() || !ReadNumber(parts[i + 2], &count) || count < 1 ||
+            count > 1000 - static_cast<long long>(names.size()))
             mReader.Fail("\"Properties=" + properties + "\" can't be read");
         AddColumns(std::string(parts[i]), count, &names);
     }
@@ -90,7 +92,8 @@ void XyzReader_cls::ReadComment(std::string_view comment, ImportSnapshot_st* pSn
     if (pairs.count("lattice")) {
         const std::vector<std::string> words = WordsOf(pairs["lattice"]);
         for (size_t i = 0; i < 9; ++i)
-            if (words.size() != 9 || !ReadNumber(words[i], &box.mEdge[i / 3][i % 3]))
+            if (words.size() != 9 || !ReadNumber(words[i], &box.mEdge[i / 3][i % 3]) ||
+                !std::isfinite(box.mEdge[i / 3][i % 3]))
                 mReader.Fail("\"Lattice=\" must have nine numbers");
         box.mbThere = true;
     }
@@ -101,6 +104,8 @@ void XyzReader_cls::ReadComment(std::string_view comment, ImportSnapshot_st* pSn
     for (size_t i = 0; i < periodic.size() && i < 3; ++i)
         box.mbPeriodic[i] = periodic[i][0] == 'T' || periodic[i][0] == 't' || periodic[i][0] == '1';
     SetProperties(pairs.count("properties") ? pairs["properties"] : kPlain);
+    if (mParser.GetPosition() == RowParser_cls::Position::Scaled && !box.mbThere)
+        mReader.Fail("positions are scaled, but there is no box");
 }
 
 bool XyzReader_cls::NextHead(ImportSnapshot_st* pSnap) {
@@ -118,8 +123,6 @@ bool XyzReader_cls::NextHead(ImportSnapshot_st* pSnap) {
     if (!mReader.Next(&line)) mReader.Fail("the file ends where a comment should stand");
     ReadComment(line, pSnap);
     pSnap->mColumns = mParser.GetColumns();
-    // Words that types are get their numbers in the order in which they appear.
-    pSnap->mbStateful = (pSnap->mColumns & IMPORT_TYPE) != 0;
     pSnap->mbTypesFromOne = false;
     mRowsLeft = pSnap->mNumber;
     return true;

@@ -8,6 +8,7 @@
 
 int main(int argc, char** argv) {
     UseAnyFileName();
+    std::signal(SIGPIPE, SIG_IGN); // who reads the progress may go
     std::signal(SIGXFSZ, SIG_IGN); // a limit of the system is a full disk, and told
     ImportArgs_st args;
     const std::string wrong = ParseImportArgs({argv + 1, argv + argc}, &args);

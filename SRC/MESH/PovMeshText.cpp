@@ -6,6 +6,7 @@
 
 #include "MESH/MeshCorners.h"
 #include "MESH/MeshFile.h"
+#include "MESH/PovWords.h"
 #include "POVRAY/TEXT/PovNumber.h"
 #include "POVRAY/TEXT/clsPovText.h"
 
@@ -116,29 +117,23 @@ void AppendMesh2Blocks(std::string* pText, const PovMeshArrays_st& mesh, int mor
 // may be gone by now, or another one.
 bool PovObjectMesh_cls::MayBeIncluded(const std::string& file) const {
     const auto isPlain = [](char c) { return c >= ' ' && c <= '~' && c != '"' && c != '\\'; };
-    const auto isOfName = [](char c) {
-        return c == '_' || (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-    };
-    const std::string name = mName.utf8_string();
     return !mvFaceVertex.empty() && mbWhole && mbStrict && GetFileStamp(mCurrentPath).mSize == mBufferSize &&
-           mCurrentPath.Lower().EndsWith(".pov") && !name.empty() &&
-           std::all_of(name.begin(), name.end(), isOfName) && std::all_of(file.begin(), file.end(), isPlain);
+           mCurrentPath.Lower().EndsWith(".pov") && IsFreePovName(mName.utf8_string()) &&
+           std::all_of(file.begin(), file.end(), isPlain);
 }
 
 void PovObjectMesh_cls::AppendPovInclude(std::string* pText, const PovText_cls& pov,
                                          std::set<std::string>* pUsed) {
     const std::string kName = "MESH_OBJECT";
     const std::string file = pov.GetStrRelativePath(mCurrentPath);
-    const bool bIncluded = MayBeIncluded(file);
-    const std::string declared = bIncluded ? mName.utf8_string() : kName;
-    std::string name = declared;
+    // Of two files that declare one name the later would be both: its mesh is written in place.
+    const bool bIncluded = MayBeIncluded(file) && pUsed->count(mName.utf8_string()) == 0;
+    std::string name = bIncluded ? mName.utf8_string() : kName;
     for (int k = 2; pUsed->count(name) > 0; ++k)
         name = kName + std::to_string(k);
     pUsed->insert(name);
     if (bIncluded) {
         *pText += "#include \"" + file + "\"\n";
-        // Another file may declare its mesh by the same name.
-        if (name != declared) *pText += "#declare " + name + "=object{" + declared + "};\n";
     } else if (mvFaceVertex.empty())
         *pText += "#declare " + name + "=union{};\n";
     else {

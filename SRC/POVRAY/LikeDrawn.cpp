@@ -104,5 +104,6 @@ wxString MakeLikeDrawn(const wxString& path) {
     if (ReadWholeFile(path, kMostBytes, &bytes) != ReadFileResult::Ok)
         return wxString::Format(_("%s can't be read"), path);
     const std::string rest = LikeDrawn(bytes);
-    return rest == bytes ? wxString() : WriteFileSafely(path, rest, ToDisk::Later);
+    const wxString reason = rest == bytes ? wxString() : WriteFileSafely(path, rest, ToDisk::Later);
+    return reason.empty() ? reason : wxString::Format(_("%s could not be written: %s"), path, reason);
 }

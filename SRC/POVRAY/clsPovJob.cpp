@@ -1,5 +1,6 @@
 #include "POVRAY/clsPovJob.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -11,6 +12,7 @@
 
 #include "COMMON/FramePath.h"
 #include "COMMON/clsSplitPath.h"
+#include "POVRAY/clsPovFormat.h"
 
 namespace {
 
@@ -19,6 +21,13 @@ const char* const kAliasName = "morentis-render-";
 
 bool Link(const wxString& to, const wxString& name) {
     return symlink(NarrowPath(to).c_str(), NarrowPath(name).c_str()) == 0;
+}
+
+/// When a file was written, in nanoseconds; 0 where there is none.
+long long GetWritten(const wxString& path) {
+    struct stat facts;
+    if (stat(NarrowPath(path).c_str(), &facts) != 0) return 0;
+    return facts.st_mtim.tv_sec * 1000000000LL + facts.st_mtim.tv_nsec;
 }
 
 wxString Reason() { return wxString::FromUTF8(std::strerror(errno)); }
@@ -52,7 +61,12 @@ bool PovJob_cls::MakeAlias(const wxString& folder) {
 
 void PovJob_cls::RemoveAlias() {
     if (mStrAlias.empty()) return;
-    for (const wxString& ending : {wxString(".pov"), wxString(kState), mStrEnding, wxString(".ini")})
+    PovFormat_cls format; // who changes an .ini may get a picture of any other
+    for (unsigned row = 0; row < PovFormat_cls::GetFormatNames().size(); ++row) {
+        format.mOutputFormat.mValue = row;
+        unlink(NarrowPath(mStrAlias + format.GetPictureEnding()).c_str());
+    }
+    for (const wxString& ending : {wxString(".pov"), wxString(kState), wxString(".ini")})
         unlink(NarrowPath(mStrAlias + ending).c_str());
     mStrAlias.clear();
 }
@@ -62,6 +76,7 @@ bool PovJob_cls::Start(const wxString& exe, const wxString& base, const wxString
     mStrBase = base;
     mStrEnding = ending;
     mStrPicture = base + ending;
+    mOldPicture = GetWritten(mStrPicture);
     mStrError.clear();
     mbTimed = false;
     mWatch.Start();
@@ -90,15 +105,22 @@ bool PovJob_cls::Poll() {
     return true;
 }
 
+// One of an earlier run isn't this one's: the .ini may have been changed to a picture of another kind.
+void PovJob_cls::TakePicture() {
+    const wxString made = mStrAlias.empty() ? mStrPicture : mStrAlias + mStrEnding;
+    if (GetWritten(made) == (mStrAlias.empty() ? mOldPicture : 0))
+        mStrError = wxString::Format(_("there is no new picture %s"), mStrPicture);
+    else if (!mStrAlias.empty() &&
+             std::rename(NarrowPath(made).c_str(), NarrowPath(mStrPicture).c_str()) != 0)
+        mStrError = wxString::Format(_("%s could not be written: %s"), mStrPicture, Reason());
+}
+
 void PovJob_cls::End() {
     mMillis = mWatch.Time();
     mbTimed = true;
     const int status = mProcess.GetStatus();
-    if (status == 0 && !mStrAlias.empty() &&
-        std::rename(NarrowPath(mStrAlias + mStrEnding).c_str(), NarrowPath(mStrPicture).c_str()) != 0)
-        mStrError = wxString::Format(_("%s could not be written: %s"), mStrPicture, Reason());
-    else if (status == 0 && !wxFileName::FileExists(mStrPicture))
-        mStrError = wxString::Format(_("there is no picture %s"), mStrPicture);
+    if (status == 0)
+        TakePicture();
     else if (status > 128)
         mStrError = wxString::Format(_("it was ended by signal %d"), status - 128);
     else if (status != 0)

@@ -43,6 +43,7 @@ private:
     bool MakeAlias(const wxString& folder);
     void RemoveAlias();
     void End();
+    void TakePicture();
 
     PovProcess_cls mProcess;
     wxStopWatch mWatch;
@@ -53,6 +54,7 @@ private:
     wxString mStrBase;
     wxString mStrEnding;
     wxString mStrPicture;
-    wxString mStrAlias; ///< stands for the base where that is no name for a command line; else empty
+    long long mOldPicture = 0; ///< when the one that stood there was written; 0: there was none
+    wxString mStrAlias;        ///< stands for the base where that is no name for a command line; else empty
     wxString mStrError;
 };

@@ -37,6 +37,8 @@ PovRayGUI_cls::PovRayGUI_cls(wxWindow* pParent, PovRayCtrl_cls* pCtrl)
     MakeButtons(sizer);
     for (PovOptions_cls* page : mVPages)
         page->ShowAllRows();
+    for (wxNotebook* book : mpCBooks) // the dialog is fitted again when it is shown, with rows hidden
+        book->SetMinSize(book->GetBestSize());
     SetSizerAndFit(sizer);
     mpHooks->mCommitFields = [this] { UpdateFromText(); };
     mpHooks->mOnTick = [this] {
@@ -60,11 +62,11 @@ void PovRayGUI_cls::MakeFiles(wxSizer* pSizer) {
     const NumSpec number = IntegerSpec(0, 1000000);
     const int snap = mpCFiles->AddText(_("SnapFile"), &mpCCtrl->mFilePovSnap.mStrValue,
                                        _("Name of a still, with %04d where its number goes"));
-    mpCFiles->AddWindowTo(snap, new wxStaticText(mpCFiles, wxID_ANY, _("current")));
+    AddWord(snap, _("current"));
     mpCFiles->AddNumberTo(snap, &mpCCtrl->mSnapNumber, number, _("Number of the still"));
     const int anim = mpCFiles->AddText(_("AnimFile"), &mpCCtrl->mFilePovAnim.mStrValue,
                                        _("Name of an animation's frames, with %04d where the number goes"));
-    mpCFiles->AddWindowTo(anim, new wxStaticText(mpCFiles, wxID_ANY, _("initnum")));
+    AddWord(anim, _("initnum"));
     mpCFiles->AddNumberTo(anim, &mpCCtrl->mAnimInitNumber, number, _("Number of the first frame"));
     for (const int row : {mRowExe, mRowWork})
         mpCFiles->GetField(row)->Bind(wxEVT_TEXT, [this](wxCommandEvent& event) {
@@ -78,6 +80,13 @@ void PovRayGUI_cls::MakeFiles(wxSizer* pSizer) {
     });
     mpCFiles->SetUndo(0);
     pSizer->Add(mpCFiles, 0, wxEXPAND | wxALL, FromDIP(kGap));
+}
+
+// In the middle of the row: a field's height would have it at the top.
+void PovRayGUI_cls::AddWord(int row, const wxString& word) {
+    auto* text = new wxStaticText(mpCFiles, wxID_ANY, word);
+    mpCFiles->AddWindowTo(row, text);
+    text->SetMinSize(wxDefaultSize);
 }
 
 void PovRayGUI_cls::MakeBooks(wxSizer* pSizer) {

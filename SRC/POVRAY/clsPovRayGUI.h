@@ -42,6 +42,7 @@ public:
 
 private:
     void MakeFiles(wxSizer* pSizer);
+    void AddWord(int row, const wxString& word);
     void MakeBooks(wxSizer* pSizer);
     void MakeProgress(wxSizer* pSizer);
     void MakeButtons(wxSizer* pSizer);

@@ -147,16 +147,20 @@ TEST(PovGeometry, MeshesOfASceneHaveNamesOfTheirOwn) {
         return included.ReadMeshFromFile(wxString::FromUTF8(folder.Write(name, hill)));
     };
     EXPECT_EQ(read("meshes/hill.POV"), "");
-    for (const char* more : {"", "#declare MESH_OBJECT3=object{MESH2OBJ_hill};\n"}) {
-        text.clear();
-        included.AppendPovInclude(&text, pov, &used);
-        EXPECT_EQ(text, std::string("#include \"../meshes/hill.POV\"\n") + more);
-    }
+    text.clear();
+    included.AppendPovInclude(&text, pov, &used);
+    EXPECT_EQ(text, "#include \"../meshes/hill.POV\"\n");
+    EXPECT_EQ(included.mStrPovName, "MESH2OBJ_hill");
+    // A second file of that name would change the first one's mesh.
+    text.clear();
+    included.AppendPovInclude(&text, pov, &used);
+    EXPECT_EQ(text.find("#declare MESH_OBJECT3=mesh2{\n"), 0u);
     EXPECT_EQ(included.mStrPovName, "MESH_OBJECT3");
     // What POV-Ray wouldn't read stands in the scene itself.
     const auto isIncluded = [&] {
         std::string scene;
-        included.AppendPovInclude(&scene, pov, &used);
+        std::set<std::string> fresh;
+        included.AppendPovInclude(&scene, pov, &fresh);
         EXPECT_NE(scene.find("#include") == std::string::npos,
                   scene.find("face_indices") == std::string::npos);
         return scene.find("#include") != std::string::npos;
@@ -173,6 +177,14 @@ TEST(PovGeometry, MeshesOfASceneHaveNamesOfTheirOwn) {
     EXPECT_FALSE(isIncluded()) << "gone by now";
     EXPECT_EQ(read("good.pov"), "");
     EXPECT_TRUE(isIncluded());
+    for (const char* name : {"union", "x", "1abc", "PARTICLES", "STICKS3", "MESH_OBJECT2", "h.l"}) {
+        included.mName = name;
+        EXPECT_FALSE(isIncluded()) << name;
+    }
+    for (const char* name : {"unions", "X", "hill_2", "_1"}) {
+        included.mName = name;
+        EXPECT_TRUE(isIncluded()) << name;
+    }
     included.mbWhole = false;
     EXPECT_FALSE(isIncluded());
 }

@@ -8,7 +8,9 @@
 
 #include <X11/extensions/XTest.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <vector>
 
 #include <wx/defs.h>
 #include <wx/stopwatch.h>
@@ -22,9 +24,8 @@ struct Count_st {
 };
 
 Count_st sSent, sCame;
-int sFramesToCome = 0;
 wxStopWatch sAsked;
-constexpr int kFrameMillis = 100; // a window that is gone from the screen may have none
+constexpr int kFrameMillis = 1000; // a window behind all others may have none
 wxPoint sTarget, sPointer;
 bool sbMoving = false;
 
@@ -51,14 +52,25 @@ GdkDevice* Pointer() { return gdk_seat_get_pointer(gdk_display_get_default_seat(
 
 const char* const kAsked = "morentis-test-asked";
 
-void LoseClock(void*, GObject*) { --sFramesToCome; }
-
 void EndFrame(GdkFrameClock* clock, void*) {
-    --sFramesToCome;
     g_object_set_data(G_OBJECT(clock), kAsked, nullptr);
-    g_object_weak_unref(G_OBJECT(clock), LoseClock, nullptr);
     g_signal_handlers_disconnect_by_func(clock, reinterpret_cast<void*>(EndFrame), nullptr);
 }
+
+/// Of the windows on the screen: one that was closed before its frame came has none any more.
+std::vector<GdkFrameClock*> GetClocks() {
+    std::vector<GdkFrameClock*> clocks;
+    GList* windows = gtk_window_list_toplevels();
+    for (const GList* item = windows; item; item = item->next) {
+        auto* window = static_cast<GtkWidget*>(item->data);
+        GdkFrameClock* clock = gtk_widget_get_mapped(window) ? gtk_widget_get_frame_clock(window) : nullptr;
+        if (clock) clocks.push_back(clock);
+    }
+    g_list_free(windows);
+    return clocks;
+}
+
+bool IsAsked(GdkFrameClock* clock) { return g_object_get_data(G_OBJECT(clock), kAsked) != nullptr; }
 
 const struct {
     int mWX;
@@ -154,21 +166,17 @@ void GuiEvents_cls::RoundTrip() { gdk_display_sync(gdk_display_get_default()); }
 
 void GuiEvents_cls::AskForFrame() {
     sAsked.Start();
-    GList* windows = gtk_window_list_toplevels();
-    for (const GList* item = windows; item; item = item->next) {
-        auto* window = static_cast<GtkWidget*>(item->data);
-        GdkFrameClock* clock = gtk_widget_get_mapped(window) ? gtk_widget_get_frame_clock(window) : nullptr;
-        if (!clock || g_object_get_data(G_OBJECT(clock), kAsked)) continue;
-        ++sFramesToCome;
+    for (GdkFrameClock* clock : GetClocks()) {
+        if (!IsAsked(clock)) g_signal_connect(clock, "after-paint", G_CALLBACK(EndFrame), nullptr);
         g_object_set_data(G_OBJECT(clock), kAsked, clock);
-        g_signal_connect(clock, "after-paint", G_CALLBACK(EndFrame), nullptr);
-        g_object_weak_ref(G_OBJECT(clock), LoseClock, nullptr);
         gdk_frame_clock_request_phase(clock, GDK_FRAME_CLOCK_PHASE_AFTER_PAINT);
     }
-    g_list_free(windows);
 }
 
-bool GuiEvents_cls::HadFrame() { return sFramesToCome == 0 || sAsked.Time() > kFrameMillis; }
+bool GuiEvents_cls::HadFrame() {
+    const std::vector<GdkFrameClock*> clocks = GetClocks();
+    return std::none_of(clocks.begin(), clocks.end(), IsAsked) || sAsked.Time() > kFrameMillis;
+}
 
 bool GuiEvents_cls::HasPopup() {
     GdkDisplay* display = gdk_display_get_default();

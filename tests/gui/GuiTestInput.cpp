@@ -20,7 +20,7 @@
 
 namespace {
 
-constexpr int kPatienceMillis = 2000;
+constexpr int kPatienceMillis = 10000;
 constexpr int kDoubleClickMillis = 500; // longer and farther than the clicks of one may be apart
 constexpr int kDoubleClickPixels = 10;
 

@@ -42,6 +42,7 @@ protected:
         float value = 0.0f;
     };
 
+    static void SetUpTestSuite() { Frame()->SetSize(900, 700); } // little to paint
     void SetUp() override {
         PictureTest::SetUp();
         mLooks = Drawing().Serialize();

@@ -116,13 +116,9 @@ TEST_F(FilmCommand, WritesTheSameOfAnotherView) {
     Compare("PreviewPanelType=3\nPanel2ShowMessage=1\n", {false, true}, 5, 2);
 }
 
-TEST_F(FilmCommand, WritesTheSameDome) {
-    Compare("Panel0GLGeometry=2\nPanel0GLPersAngle=180\nTimeWorkAreaMax=0\n", {false, true}, 1);
-}
-
 TEST_F(FilmCommand, WritesTheSameMeshInAHighPicture) {
     Compare("Panel0GLGeometry=2\nPanel0GLPersAngle=180\nPanel0Distortion1\nPanel0FisheyeGrid1\n"
-            "ImgSequenceOutW=96\nImgSequenceOutH=128\nTimeUseMotionBlur=1\nImgSequenceBlurSteps=2\n"
+            "ImgSequenceOutW=48\nImgSequenceOutH=64\nTimeUseMotionBlur=1\nImgSequenceBlurSteps=2\n"
             "TimeWorkAreaMax=0\n",
             {false, true}, 1);
 }

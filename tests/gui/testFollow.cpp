@@ -184,7 +184,10 @@ TEST_F(Follow, AClickWhileAReaderWorksPicksWhatIsSeen) {
     const wxPoint at = At({10, 0, 0});
     GbGLLockForLoadingData.store(true); // no paint comes through
     Hub()->mpCTimeCtrl->SetFrameNative(1, 0);
-    EXPECT_EQ(PickAt(at), 5);
+    Hold(WXK_CONTROL, true);
+    Click(Canvas(0), at);
+    Hold(WXK_CONTROL, false);
+    EXPECT_EQ(Picked(), 5);
     GbGLLockForLoadingData.store(false);
     Repaint();
     EXPECT_EQ(CountMark(Grab(0), At({10, 0, 0}), 12), 0) << "the frame in sight lacks it";

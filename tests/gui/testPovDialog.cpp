@@ -21,6 +21,7 @@
 #include "APP/clsMain.h"
 #include "APP/clsRecovery.h"
 #include "COMMON/EventIds.h"
+#include "COMMON/SafeFile.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsSharedView.h"
 #include "PARAM/clsUndoManager.h"
@@ -40,6 +41,7 @@ namespace fs = std::filesystem;
 
 class PovDialog : public PictureTest {
 protected:
+    static void SetUpTestSuite() { Frame()->SetSize(900, 700); } // little to paint
     void SetUp() override {
         PictureTest::SetUp();
         OpenMelt(2);
@@ -200,7 +202,10 @@ TEST_F(PovDialog, AbortLetsTheFrameEndAndASecondPressStopsIt) {
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(500));
     EXPECT_FALSE(Pov().IsBusy()) << "it has ended by then";
     Settle();
-    EXPECT_TRUE(HasButton("RenderAnim"));
+    wxWindow* again = FindByLabel(mpGUI, "RenderAnim");
+    ASSERT_TRUE(again);
+    EXPECT_EQ(again->GetBackgroundColour(), wxButton::GetClassDefaultAttributes().colBg) << "as a fresh one";
+    EXPECT_EQ(again->GetForegroundColour(), wxButton::GetClassDefaultAttributes().colFg);
 }
 
 TEST_F(PovDialog, AbortDuringTheExportRendersNothing) {
@@ -217,12 +222,17 @@ TEST_F(PovDialog, AbortDuringTheExportRendersNothing) {
 }
 
 TEST_F(PovDialog, FailuresAreListedAndTheRunGoesOn) {
-    Pretend("case \"$base\" in *1) echo the lamp broke >&2; exit 1;; esac; echo x > \"$base.png\"");
+    Pretend("case \"$base\" in *1) echo the lamp broke >&2; exit 1;; *2) " + kWaits +
+            "printf 'P6\\n# today\\n1 1\\n255\\nrgb' > \"$base.png\"; exit 0;; esac; echo x > \"$base.png\"");
     PressButton("RenderAnim");
-    ASSERT_TRUE(PumpUntil([] { return Pov().IsBusy(); }));
+    ASSERT_TRUE(PumpUntil([] { return Pov().GetFailures().size() == 1; }));
+    GSafeFileStep = [](const char* step) { return std::string(step) != "write"; };
+    Go("go");
     ASSERT_TRUE(WaitForEnd());
+    GSafeFileStep = nullptr;
     EXPECT_EQ(Files(".png"), (std::set<std::string>{"povanim0000.png", "povanim0002.png"}));
-    ASSERT_EQ(Pov().GetFailures().size(), 1u);
+    ASSERT_EQ(Pov().GetFailures().size(), 2u);
+    EXPECT_TRUE(Pov().GetFailures()[1].mWords.Contains("povanim0002.png")) << "its date can't be taken out";
     EXPECT_EQ(Pov().GetFailures()[0].mName, "povanim0001");
     auto* list = dynamic_cast<wxTextCtrl*>(FindByTip(mpGUI, "Frames without a picture"));
     ASSERT_TRUE(list);
@@ -370,6 +380,7 @@ TEST_F(PovDialog, PresetsDefaultsAndPathsAreSteps) {
 
 TEST_F(PovDialog, PagesShowWhatCounts) {
     PovOptions_cls* radiosity = mpGUI->GetPCPage(2);
+    const wxSize size = mpGUI->GetSize();
     auto* type = static_cast<wxChoice*>(radiosity->GetField(0));
     const auto isShown = [&](const wxString& tip) { return FindByTip(radiosity, tip) != nullptr; };
     EXPECT_FALSE(isShown("Rays that look for light"));
@@ -401,6 +412,7 @@ TEST_F(PovDialog, PagesShowWhatCounts) {
     Settle();
     EXPECT_TRUE(mpGUI->GetPCPage(0)->GetBestSize().y <= mpGUI->GetPCPage(0)->GetSize().y)
         << "all rows have room";
+    EXPECT_EQ(mpGUI->GetSize(), size) << "as they had from the first";
     Snap("pov_refusal");
     PressButton("Advanced");
     ASSERT_TRUE(WaitForWindow("Pov-Ray Advanced Settings"));

@@ -15,12 +15,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kMostOfAxis = 46; // copies, of whose number nobody is asked
-
 class PovExport : public PovTest {
 protected:
     void TearDown() override {
         GSafeFileStep = nullptr;
+        GPovMachineBytes = 0.0;
         Pov().AbortRenderPovAnim();
         Pov().StopRenderer();
         PovTest::TearDown();
@@ -104,6 +103,13 @@ TEST_F(PovExport, OneSnapshotsDataStandInACommonScene) {
     EXPECT_FALSE(Has("scene.pov", "#include"));
     EXPECT_TRUE(Has("scene.pov", "sphere{"));
     EXPECT_EQ(ReadFile("CommonScene.pov"), common);
+    // Nor does a still write over what frames that wait for their turn include.
+    Pov().mbRenderingAnim = true;
+    Menu(ID_POV_EXPORT_SNAP);
+    Pov().mbRenderingAnim = false;
+    EXPECT_EQ(ReadFile("CommonScene.pov"), common);
+    Menu(ID_POV_EXPORT_SNAP);
+    EXPECT_NE(ReadFile("CommonScene.pov"), common);
 }
 
 TEST_F(PovExport, FilmsOfAStillSceneDontFlicker) {
@@ -243,12 +249,17 @@ TEST_F(PovExport, SticksOfOtherDataAreLeftOut) {
 }
 
 TEST_F(PovExport, MemoryIsAskedForOnce) {
-    ShowMany(1000);
-    for (GLAttribute_cls* attribute : Drawing().mpCGLAttribute)
-        attribute->mDrawType.mValue = DRAW_HIDE; // so many copies would take their time
-    FilterCopyData_cls& copies = *mFilters.Add<FilterCopy_cls>(FILTER_COPY).GetPCData();
-    for (ConfItemINT_cls& most : copies.mCMax)
-        most.mValue = kMostOfAxis;
+    ShowMany(100); // 520 bytes each, and a texture
+    Pov().mGroupMaterials.mValue = true;
+    GPovMachineBytes = 1e5;
+    EXPECT_TRUE(PovScene_cls(*Hub(), Canvas(0)).GetMemoryQuestion().empty());
+    mFilters.Add<FilterCopy_cls>(FILTER_COPY).GetPCData()->mCMax[0].mValue = 3;
+    for (const bool bHide : {true, false}) {
+        Drawing().mpCGLAttribute[0]->mDrawType.mValue = bHide ? DRAW_HIDE : DRAW_SPHERE;
+        GbSnapDataRefresh = true;
+        Draw(32, 32);
+        EXPECT_EQ(PovScene_cls(*Hub(), Canvas(0)).GetMemoryQuestion().empty(), bHide);
+    }
     const std::string text = "GB of memory for this scene; this machine has";
     mAnswers = {false};
     for (const int id : {ID_POV_EXPORT_SNAP, ID_POV_EXPORT_ANIM}) {

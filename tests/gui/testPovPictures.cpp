@@ -69,6 +69,7 @@ TEST_F(PovPictures, OrthographicPicturesFromTheCameraAndAlongAxes) {
 }
 
 TEST_F(PovPictures, FisheyePictures) {
+    Shared().msCFBOSizeIndex.mValue = 0; // of each face
     ShowBalls({{0, 0, 0, 0.4f}, {-4, 3, 0, 0.4f}, {-4, 0, 3, 0.4f}, {-2, -2, -2, 0.3f}});
     Canvas(0)->SetGeometry(ViewSettings_cls::GEOMETRY_FISHEYE);
     Canvas(0)->mGLPersAngle.mValue = 180.0f;

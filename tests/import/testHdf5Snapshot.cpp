@@ -46,6 +46,18 @@ public:
         H5Dclose(id);
         H5Sclose(space);
     }
+    void Huge(const std::string& name, hsize_t rows) {
+        const hsize_t sizes[2] = {rows, 3};
+        const hsize_t chunk[2] = {1024, 3};
+        const hid_t space = H5Screate_simple(2, sizes, nullptr);
+        const hid_t list = H5Pcreate(H5P_DATASET_CREATE);
+        H5Pset_chunk(list, 2, chunk);
+        const hid_t id =
+            H5Dcreate2(mFile, name.c_str(), H5T_NATIVE_FLOAT, space, H5P_DEFAULT, list, H5P_DEFAULT);
+        H5Dclose(id);
+        H5Pclose(list);
+        H5Sclose(space);
+    }
     void Header(const std::vector<int>& here, const std::vector<int>& total, int files) {
         Group("Header");
         Attribute("NumPart_ThisFile", H5T_NATIVE_INT, here);
@@ -90,17 +102,19 @@ TEST(ImportHdf5, FloatsKeepTheirBitsAndDoublesAreRoundedOnce) {
     ASSERT_EQ(run.mStatus, 0) << run.mErr;
     const ReadSnapshot_st snap = folder.ReadSnapshot(0);
     ASSERT_EQ(snap.mPos.size(), 12u);
-    EXPECT_EQ(std::memcmp(&snap.mPos[1], &bits, 4), 0);
-    EXPECT_EQ(snap.mPos[2], 1e-45f);
-    EXPECT_EQ(snap.mPos[6], 1.00000011920928955f);
-    EXPECT_EQ(snap.mPos[7], 0.1f);
-    EXPECT_EQ(snap.mPos[8], HUGE_VALF);
-    EXPECT_EQ(snap.mPos[10], 7.5f);
+    // By their IDs: the last one of type 0, and that of type 5, are long ones.
+    EXPECT_EQ(snap.mID, (Ints{-2, -1, 5, 6}));
+    EXPECT_EQ(snap.mPos[1], 7.5f);
+    EXPECT_EQ(snap.mPos[3], 4.0f);
+    EXPECT_EQ(std::memcmp(&snap.mPos[7], &bits, 4), 0);
+    EXPECT_EQ(snap.mPos[8], 1e-45f);
+    EXPECT_EQ(snap.mPos[9], 1.00000011920928955f);
+    EXPECT_EQ(snap.mPos[10], 0.1f);
+    EXPECT_EQ(snap.mPos[11], HUGE_VALF);
     EXPECT_EQ(snap.mTime, 0.1f);
-    EXPECT_EQ(snap.mVel, (Floats{1, 2, 3, 4, 5, 6, 0, 0, 0, 0, 0, 0}));
-    EXPECT_EQ(snap.mValue, (Floats{10, 20, 0, 0}));
-    EXPECT_EQ(snap.mID, (Ints{5, -1, 6, -2}));
-    EXPECT_EQ(snap.mType, (Ints{0, 0, 1, 3}));
+    EXPECT_EQ(snap.mVel, (Floats{0, 0, 0, 4, 5, 6, 1, 2, 3, 0, 0, 0}));
+    EXPECT_EQ(snap.mValue, (Floats{0, 20, 10, 0}));
+    EXPECT_EQ(snap.mType, (Ints{3, 0, 0, 1}));
     EXPECT_EQ(folder.ReadProject()["PeriodicType"], "2");
 }
 
@@ -120,16 +134,24 @@ TEST(ImportHdf5, PartsMakeOneSnapshotAndWrongCountsAreTold) {
         file.Data("PartType0/Coordinates", H5T_NATIVE_FLOAT, H5T_NATIVE_FLOAT, 3, Floats{1, 2, 3});
     }
     { Writer_cls(folder / "x.hdf5").Group("Elsewhere"); }
+    { // 10^8 rows that were never written
+        Writer_cls file(folder / "huge.hdf5");
+        file.Header({100000000, 0, 0, 0, 0, 0}, {100000000, 0, 0, 0, 0, 0}, 1);
+        file.Group("PartType0");
+        file.Huge("PartType0/Coordinates", 100000000);
+    }
     const std::string cut = ReadBytes(folder / "wrong.hdf5");
     folder.Write("cut.hdf5", cut.substr(0, cut.size() / 2));
     const ImportRunResult_st run =
         folder.Run({folder / "snap_005.1.hdf5", folder / "snap_005.0.hdf5", folder / "wrong.hdf5",
-                    folder / "x.hdf5", folder / "cut.hdf5"});
+                    folder / "x.hdf5", folder / "cut.hdf5", folder / "huge.hdf5"});
+    EXPECT_LT(run.mPeakKB, 200000);
     EXPECT_EQ(run.mStatus, 3);
     ASSERT_EQ(folder.CountSnapshots(), 1) << run.mErr;
     EXPECT_EQ(folder.ReadSnapshot(0).mPos, (Floats{-1, 2, 3, 4, 5, 60, 7, 8, 9}));
     EXPECT_EQ(folder.ReadProject()["PeriodicType"], "0") << "particles lie far out of the box";
     for (const char* reason : {"wrong.hdf5: PartType0/Coordinates should have 3 x 3 numbers",
-                               "x.hdf5: the group Header is missing", "cut.hdf5: can't be opened as HDF5"})
+                               "x.hdf5: the group Header is missing", "Coordinates was never written",
+                               "cut.hdf5: can't be opened as HDF5"})
         EXPECT_NE(run.mErr.find(reason), std::string::npos) << run.mErr;
 }

@@ -79,3 +79,21 @@ TEST(ImportFolder, FullDiskIsToldAndLosesNothing) {
     EXPECT_EQ(folder.Run({small, large, "--resume"}).mStatus, 0);
     EXPECT_EQ(folder.CountSnapshots(), 2);
 }
+
+TEST(ImportFolder, ResumeLooksAtTheSourcesAndLeavesTheUsersProject) {
+    const ImportFolder_st folder;
+    const std::vector<std::string> files = {folder.Write("b1.csv", "x,y,z\n1,1,1\n"),
+                                            folder.Write("b2.csv", "x,y,z\nbad,1,1\n"),
+                                            folder.Write("b3.csv", "x,y,z\n3,1,1\n"), "--resume"};
+    EXPECT_EQ(folder.Run(files).mStatus, 3);
+    folder.Write("b2.csv", "x,y,z\n2,1,1\n");
+    const std::string mine = ReadBytes(folder / "out/out.mrp") + "Classify=0\n";
+    folder.Write("out/out.mrp", mine);
+    const ImportRunResult_st run = folder.Run(files);
+    EXPECT_EQ(run.mStatus, 0) << run.mErr;
+    ASSERT_EQ(folder.CountSnapshots(), 3);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(folder.ReadSnapshot(i).mPos[0], float(i + 1));
+    EXPECT_EQ(ReadBytes(folder / "out/out.mrp"), mine);
+    EXPECT_NE(ReadBytes(folder / "out/out-import.mrp").find("TimeMaxFrame=2"), std::string::npos);
+}

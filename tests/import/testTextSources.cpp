@@ -1,4 +1,6 @@
 // Dumps, XYZ files and tables: what every column becomes, to the last bit.
+#include <sys/stat.h>
+
 #include <cmath>
 #include <cstdio>
 #include <random>
@@ -38,11 +40,11 @@ TEST(ImportDump, ManyStepsAndFilesInTheirOrder) {
     ASSERT_EQ(folder.CountSnapshots(), 3);
     const ReadSnapshot_st snap = folder.ReadSnapshot(0);
     EXPECT_EQ(snap.mTime, 100.0f);
-    EXPECT_EQ(snap.mPos, (Floats{1.5f, 2, 3, 4, 5, 6}));
-    EXPECT_EQ(snap.mVel, (Floats{.1f, .2f, .3f, 0, 0, 1e-3f}));
-    EXPECT_EQ(snap.mID, (Ints{7, 5}));
-    EXPECT_EQ(snap.mType, (Ints{0, 3})) << "types count from 1, and there are four";
-    EXPECT_EQ(snap.mValue, (Floats{-4, -40}));
+    EXPECT_EQ(snap.mID, (Ints{5, 7})) << "in the order of IDs, with all columns";
+    EXPECT_EQ(snap.mPos, (Floats{4, 5, 6, 1.5f, 2, 3}));
+    EXPECT_EQ(snap.mVel, (Floats{0, 0, 1e-3f, .1f, .2f, .3f}));
+    EXPECT_EQ(snap.mType, (Ints{3, 0})) << "types count from 1, and there are four";
+    EXPECT_EQ(snap.mValue, (Floats{-40, -4}));
     EXPECT_EQ(folder.ReadSnapshot(1).mType, Ints{1});
     EXPECT_EQ(folder.ReadSnapshot(2).mTime, 0.0f);
     auto project = folder.ReadProject();
@@ -53,6 +55,35 @@ TEST(ImportDump, ManyStepsAndFilesInTheirOrder) {
     EXPECT_EQ(project["LoaderTranslate"], "-5 -5 -5");
     EXPECT_EQ(project["TimeWorkAreaMax"], "2");
     EXPECT_EQ(project["SEQ0TYPE2ColScalingMin"], "-40");
+}
+
+// The window's own sorting moves positions and IDs alone, so it is never asked for.
+TEST(ImportDump, ParticlesStandByTheirIDsWhateverTheDumpsOrder) {
+    const std::string columns = "id type x y z";
+    // The same, another one, and one twice, which no way of telling particles by their IDs fits.
+    const std::pair<std::string, std::string> cases[] = {
+        {"3 2 3 3 3", "0"}, {"4 2 3 3 3", "1"}, {"2 2 3 3 3", "0"}};
+    for (const auto& [third, number] : cases) {
+        const ImportFolder_st folder;
+        const std::string text = Dump("1", kCube, columns, {"3 2 3 3 3", "1 1 1 1 1", "2 3 2 2 2"}) +
+                                 Dump("2", kCube, columns, {"2 3 2 2 2", third, "1 1 1 1 1"});
+        ASSERT_EQ(folder.Run({folder.Write("a", text)}).mStatus, 0);
+        EXPECT_EQ(folder.ReadProject()["VariableNumber"], number) << third;
+        EXPECT_EQ(folder.ReadSnapshot(0).mType, (Ints{0, 2, 1}));
+        EXPECT_EQ(folder.ReadSnapshot(1).mType, (Ints{0, 2, 1}));
+    }
+}
+
+TEST(ImportDump, HeadsThatBeginAnewAndWiresAndMixedPositions) {
+    const ImportFolder_st folder;
+    const std::string cut = "ITEM: TIMESTEP\n100\nITEM: NUMBER OF ATOMS\n7\n";
+    const std::string file =
+        folder.Write("a", cut + Dump("200", "ff ff pp\n0 10\n0 10\n0 10", "xs ys zs h", {".1 .1 .1 7"}));
+    ASSERT_EQ(folder.Run({file}).mStatus, 0);
+    EXPECT_EQ(folder.ReadSnapshot(0).mTime, 200.0f);
+    EXPECT_EQ(folder.ReadProject()["PeriodicType"], "0");
+    const ImportRunResult_st mixed = folder.Run({file, "--columns", "z=h"}, 0, folder / "mixed");
+    EXPECT_NE(mixed.mErr.find("some of the positions are scaled"), std::string::npos) << mixed.mErr;
 }
 
 TEST(ImportDump, ScaledPositionsInTiltedBoxes) {
@@ -80,7 +111,8 @@ TEST(ImportXyz, FramesWithLatticeWordsAndPlainOnes) {
     EXPECT_EQ(snap.mVel, (Floats{4, 5, 6, 0, 0, 0}));
     EXPECT_EQ(snap.mType, (Ints{0, 1}));
     EXPECT_EQ(snap.mValue, (Floats{7, 8}));
-    EXPECT_EQ(folder.ReadSnapshot(1).mType.size(), 1u);
+    EXPECT_EQ(folder.ReadSnapshot(1).mType, Ints{1}) << "a word is the same type in all files";
+    EXPECT_EQ(folder.ReadSnapshot(2).mType, Ints{2});
     EXPECT_EQ(folder.ReadProject()["PeriodicType"], "1");
 }
 
@@ -132,6 +164,10 @@ TEST(ImportText, DamageCostsTheRestOfItsFileAlone) {
         {"2\nno frame\nH 1 1 1\n", "the file ends after 1 of 2 atoms"},
         {"x,y,z\n1,2\n", "has 2 columns, the header 3"},
         {"", "no known format"},
+        {"x,y,z\n1,2," + std::string(200000, 'd') + "\n", "in column z is no number"},
+        {"1\nProperties=pos:R:3:a:R:900:b:R:900\n0 0 0\n", "can't be read"},
+        {"xs,ys,zs\n0,0,0\n", "there is no box"},
+        {Dump("1", "pp pp pp\n-inf inf\n0 1\n0 1", "id x y z", {"1 1 1 1"}), "is no line of a box"},
     };
     for (const auto& [bad, reason] : cases) {
         const ImportFolder_st folder;
@@ -143,4 +179,21 @@ TEST(ImportText, DamageCostsTheRestOfItsFileAlone) {
         EXPECT_EQ(folder.CountSnapshots(), 2);
         EXPECT_EQ(folder.ReadSnapshot(1).mID, (Ints{1, 2}));
     }
+}
+
+// What came before the cut is good; a pipe is told, not waited for.
+TEST(ImportText, CutFilesGiveWhatTheyHaveAndPipesNothing) {
+    const ImportFolder_st folder;
+    std::string frames;
+    std::mt19937 random(3);
+    for (int i = 0; i < 40; ++i)
+        frames += Dump(std::to_string(i), kCube, "id x y z", {"1 1 " + std::to_string(random()) + " 1"});
+    const std::string packed = Gzip(frames);
+    const std::string pipe = folder / "pipe";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    const ImportRunResult_st run =
+        folder.Run({folder.Write("a.gz", packed.substr(0, packed.size() - 20)), pipe});
+    EXPECT_EQ(run.mStatus, 3);
+    EXPECT_GE(folder.CountSnapshots(), 38) << run.mErr;
+    EXPECT_NE(run.mErr.find("is no plain file"), std::string::npos) << run.mErr;
 }

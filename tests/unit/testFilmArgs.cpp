@@ -162,6 +162,11 @@ TEST(FilmArgs, TellsWhatIsWrongInOneLine) {
         {{"--output", "/nowhere/at/all/f%04d.png", "a.mrp"}, "\"/nowhere/at/all\""},
         {{"--transparent", "--output", "f%04d.jpg", "a.mrp"}, "--transparent"},
         {{"--transparent", "--output", "f%04d.bmp", "a.mrp"}, "png, tif, tiff"},
+        {{"--pov-render", "/tmp", "--pov-export", "/tmp", "a.mrp"}, "leave --pov-export away"},
+        {{"--pov-render", "/tmp", "--output", "a.png", "a.mrp"}, "--output is for drawn pictures"},
+        {{"--jobs", "4", "a.mrp"}, "--jobs is for --pov-render"},
+        {{"--pov-render", "/tmp", "--jobs", "0", "a.mrp"}, "--jobs: \"0\""},
+        {{"--pov-render", "/nowhere/at/all", "a.mrp"}, "--pov-render: the folder"},
     };
     for (const Wrong_st& one : cases) {
         FilmArgs_st args;

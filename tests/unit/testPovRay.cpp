@@ -17,6 +17,7 @@
 #include <wx/image.h>
 
 #include "COMMON/Eye.h"
+#include "COMMON/SafeFile.h"
 #include "COMMON/clsSplitPath.h"
 #include "IMAGE/ImageCheck.h"
 #include "POVRAY/LikeDrawn.h"
@@ -381,6 +382,30 @@ TEST_F(PovJobs, FullFoldersAreToldByTheirReasonAlone) {
     ASSERT_TRUE(Wait(job));
     EXPECT_NE(job.GetError(), "");
     EXPECT_FALSE(job.GetError().Contains("Rendered ")) << job.GetError();
+    // And of a picture whose date is to be taken out.
+    mFolder.Write("a.ppm", "P6\n# Render Date: today\n1 1\n255\nrgb");
+    GSafeFileStep = [](const char* step) { return std::string(step) != "write"; };
+    EXPECT_TRUE(MakeLikeDrawn(mFolder.GetPath() + "/a.ppm").Contains("a.ppm"));
+    GSafeFileStep = nullptr;
+    EXPECT_EQ(MakeLikeDrawn(mFolder.GetPath() + "/a.ppm"), "");
+    EXPECT_EQ(ReadFile(mFolder.GetPath() + "/a.ppm"), "P6\n1 1\n255\nrgb");
+}
+
+TEST_F(PovJobs, OldPicturesArentTakenForNewOnes) {
+    PovJob_cls jobs[2];
+    const wxString bases[] = {Scene("a"), Scene("b c")};
+    for (size_t i = 0; i < 2; ++i) { // as somebody has changed it
+        mFolder.Write(i == 0 ? "a.ini" : "b c.ini", ReadFile(bases[i] + ".ini") + "Output_File_Type=J\n");
+        mFolder.Write(i == 0 ? "a.png" : "b c.png", "old");
+        ASSERT_TRUE(jobs[i].Start("/usr/bin/povray", bases[i], ".png"));
+    }
+    for (size_t i = 0; i < 2; ++i) {
+        ASSERT_TRUE(Wait(jobs[i]));
+        EXPECT_TRUE(jobs[i].GetError().StartsWith("there is no new picture")) << jobs[i].GetError();
+        EXPECT_EQ(ReadFile(bases[i] + ".png"), "old");
+    }
+    for (const auto& entry : std::filesystem::directory_iterator(mFolder.GetPath()))
+        EXPECT_EQ(entry.path().filename().string().find("morentis"), std::string::npos);
 }
 
 TEST_F(PovJobs, FailuresAreToldWithTheLastWords) {
@@ -394,7 +419,7 @@ TEST_F(PovJobs, FailuresAreToldWithTheLastWords) {
     };
     EXPECT_EQ(error(Program("echo the lamp broke >&2; exit 1")), "it ended with 1:\nthe lamp broke");
     EXPECT_EQ(error(Program("kill -9 $$")), "it was ended by signal 9");
-    EXPECT_EQ(error(Program("exit 0")), "there is no picture " + base + ".png");
+    EXPECT_EQ(error(Program("exit 0")), "there is no new picture " + base + ".png");
     EXPECT_TRUE(error("/no/such/povray").Contains("/no/such/povray")) << error("/no/such/povray");
     mFolder.Write("a.pov", "sphere{0,1\nthis is no scene");
     EXPECT_TRUE(error("/usr/bin/povray").Contains("Parse Error")) << error("/usr/bin/povray");

@@ -295,10 +295,13 @@ bool DrawByProcessor(const SnapData_cls& snap, const ArrayAndIndex_cls* pList, i
     if (looks.bExact && !GLSphereBatch_cls::HasExact(view)) return false;
     bool bOccurs[kSequentialClasses] = {};
     const ArrayAndIndex_cls* pFirst[kSequentialClasses] = {};
-    for (const ArrayAndIndex_cls* p = pList; p < pList + number; ++p) {
+    auto missing = std::count(looks.bOccurs, looks.bOccurs + kSequentialClasses, true);
+    for (const ArrayAndIndex_cls* p = pList; p < pList + number && missing > 0; ++p) {
         const unsigned type = GetSequentialClass(snap, p->mIndex);
-        if (!bOccurs[type]) pFirst[type] = p;
+        if (bOccurs[type]) continue;
+        pFirst[type] = p;
         bOccurs[type] = true;
+        --missing;
     }
     const bool bOwnBlending = looks.bMixedBillboards && GLBillboardBatch_cls::HasOwnBlending();
     const SequentialSource_cls source(snap, pList, number, looks, stepping, bFaded);

@@ -119,22 +119,24 @@ double PovParticles_cls::GetPovBytes(double enough) const {
     constexpr double kBytesOfSphere = 520.0;
     constexpr double kBytesOfTexture = 1160.0;
     const double ofTexture = kBytesOfTexture * (mOptions.mbFastColoring ? 1.0 : 3.0);
-    const double spheres = mList.mNumber * kBytesOfSphere;
-    const double most = spheres + mList.mNumber * ofTexture;
-    if (!mOptions.mbGroupMaterials) return most;
-    if (most <= enough || spheres > enough) return spheres;
-    return spheres + static_cast<double>(CountMaterials()) * ofTexture;
+    const double most = mList.mNumber * (kBytesOfSphere + ofTexture);
+    if (most <= enough) return mOptions.mbGroupMaterials ? mList.mNumber * kBytesOfSphere : most;
+    const auto [spheres, materials] = CountDrawn();
+    const size_t textures = mOptions.mbGroupMaterials ? materials : spheres;
+    return static_cast<double>(spheres) * kBytesOfSphere + static_cast<double>(textures) * ofTexture;
 }
 
-size_t PovParticles_cls::CountMaterials() const {
+std::pair<size_t, size_t> PovParticles_cls::CountDrawn() const {
     std::unordered_set<PovMaterial_st, PovMaterialHash_st> materials;
+    size_t spheres = 0;
     for (int i = 0; i < mList.mNumber; ++i) {
         int index;
         float radius;
-        if (IsDrawn(mList.mpEntries[i], &index, &radius))
-            materials.insert(GetMaterial(index, mList.mpEntries[i], radius));
+        if (!IsDrawn(mList.mpEntries[i], &index, &radius)) continue;
+        ++spheres;
+        if (mOptions.mbGroupMaterials) materials.insert(GetMaterial(index, mList.mpEntries[i], radius));
     }
-    return materials.size();
+    return {spheres, materials.size()};
 }
 
 std::string PovParticles_cls::GetMacro(int index, const PovText_cls& pov) const {

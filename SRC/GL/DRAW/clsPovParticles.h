@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "COLORCURVE/clsColorSegments.h"
@@ -38,8 +39,8 @@ public:
     /// Decimals of coordinates and radii that the settings ask for, or the data (GetNeededDecimals), hidden
     /// ones included. `stickRadius`: of the thinnest sticks that are written among them, 0: none.
     int GetDecimals(float stickRadius = 0.0f) const;
-    /// What POV-Ray takes to have them in memory, bytes, by measurement. Where that is `enough` in any case,
-    /// textures of groups aren't counted.
+    /// What POV-Ray takes to have them in memory, bytes, by measurement. Where no more than `enough` can come
+    /// of it, hidden ones count, too, and shared textures don't.
     double GetPovBytes(double enough) const;
     /// Macros of the attributes, and the declaration of PARTICLES. `pPrint`: what is the same for the same
     /// particles in whichever order, and different for others. `bInPlace`: the particles themselves instead,
@@ -81,7 +82,8 @@ private:
     void TakeSet(Set_st& set, GLAttribute_cls& attribute);
     void TakeViewAlpha(Set_st& set, GLAttribute_cls& attribute);
     float GetUnlitAlpha(const Set_st& set, int particle, float radius) const;
-    size_t CountMaterials() const;
+    /// Spheres that are written, and how many different materials they have.
+    std::pair<size_t, size_t> CountDrawn() const;
     int GetClass(int particle) const;
     bool IsDrawn(const ArrayAndIndex_cls& entry, int* pClass, float* pRadius) const;
     std::string GetMacro(int index, const PovText_cls& pov) const;

@@ -1,6 +1,7 @@
 #include "GL/DRAW/clsSequentialLooks.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLSphereBatch.h"
@@ -27,13 +28,23 @@ ClassLook_st TakeLook(GLAttribute_cls& attribute, SnapData_cls& snap, bool bOccu
     return look;
 }
 
+// Types are bytes, and there are often millions of one class.
+void FindClasses(const SnapData_cls& snap, bool* pOccurs) {
+    if (!snap.mpType) pOccurs[0] = snap.mNumber > 0;
+    if (!snap.mpType || snap.mNumber <= 0) return;
+    const auto number = static_cast<size_t>(snap.mNumber);
+    for (unsigned c = 1; c < kSequentialClasses; ++c)
+        pOccurs[c] = std::memchr(snap.mpType, static_cast<int>(c), number) != nullptr;
+    pOccurs[0] = std::any_of(snap.mpType, snap.mpType + number,
+                             [](unsigned char type) { return GetParticleClass(type) == 0; });
+}
+
 } // namespace
 
 SequentialLooks_st GatherSequentialLooks(SnapData_cls& snap, GLAttribute_cls** ppAttribute, float widening) {
-    bool bOccurs[kSequentialClasses] = {};
-    for (int i = 0; i < snap.mNumber; ++i)
-        bOccurs[GetSequentialClass(snap, i)] = true;
     SequentialLooks_st looks;
+    bool* const bOccurs = looks.bOccurs;
+    FindClasses(snap, bOccurs);
     bool bFirst = true;
     int sphereClasses = 0;
     bool bVaried = false;

@@ -27,6 +27,7 @@ struct ClassLook_st {
 /// The classes, and what those that occur among the particles have in common.
 struct SequentialLooks_st {
     ClassLook_st look[kSequentialClasses];
+    bool bOccurs[kSequentialClasses] = {}; ///< in the snapshot
     bool bAllPoints = true;
     bool bBillboards = false;
     bool bMixedBillboards = false; ///< some cover, some add
