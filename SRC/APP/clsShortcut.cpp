@@ -18,7 +18,12 @@
 bool Shortcut_cls::ProcShortcutKey(int modifier, int keycode) {
     if (modifier == 1) return false; // Alt belongs to the menus
     // What a hand holds has the keys first, but for undo and redo.
-    const bool bUndo = modifier == 2 && (keycode == 'Y' || keycode == 'Z');
+    bool bUndo = modifier == 2 && (keycode == 'Y' || keycode == 'Z');
+    if (GpCurrentGLPanel && MoveItem_cls::IsDragging() && (keycode == 'Y' || keycode == 'Z')) {
+        // Shift may be held for the gesture, and Ctrl to snap: then the letter is an axis.
+        bUndo = (modifier == 2 || modifier == 6) && !MoveItem_cls::IsSnapping();
+        if (bUndo) modifier = 2;
+    }
     if (GpCurrentGLPanel && !bUndo && GpCurrentGLPanel->OnDragKey(keycode)) return true;
     if (modifier != 2) return ProcPlain(keycode, (modifier & 2) != 0);
     if (!ProcCtrl(keycode)) return false;
@@ -44,14 +49,22 @@ bool Shortcut_cls::ProcCtrl(int keycode) {
         SetDisplayMode(DISPLAY_TO_PLUS_Z);
         return true;
     case 'Y':
-        mpCFrame->GetPCMain()->Redo();
-        return true;
     case 'Z':
-        mpCFrame->GetPCMain()->Undo();
+        ChangeHistory(keycode == 'Z');
         return true;
     default:
         return false;
     }
+}
+
+// What is being drawn isn't taken away: the menu's command waits for the paint.
+void Shortcut_cls::ChangeHistory(bool bUndo) {
+    if (GbGLLockDrawing.load())
+        PostMenuEvent(bUndo ? ID_UNDO : ID_REDO);
+    else if (bUndo)
+        mpCFrame->GetPCMain()->Undo();
+    else
+        mpCFrame->GetPCMain()->Redo();
 }
 
 void Shortcut_cls::SetDisplayMode(int mode) {

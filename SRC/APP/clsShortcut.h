@@ -15,6 +15,7 @@ private:
     bool ProcPlain(int keycode, bool bCtrl);
     bool ProcItem(int keycode);
     bool ProcTime(int keycode);
+    void ChangeHistory(bool bUndo);
     /// Display mode of the active view.
     void SetDisplayMode(int mode);
 

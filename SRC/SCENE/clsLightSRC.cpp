@@ -79,6 +79,8 @@ void LightSRC_cls::CopyFromP(LightSRC_cls* pSrc) {
     PushSetValue(&mCFade.mValue, pSrc->mCFade.mValue, mUpdateMask);
     PushSetValue(&mCSpotAngle.mValue, pSrc->mCSpotAngle.mValue, mUpdateMask);
     mpCStrength->CopyFromP(pSrc->mpCStrength);
+    // What the numbers of its place mean.
+    PushSetValue(&mCFollowsCamera.mValue, pSrc->mCFollowsCamera.mValue, mUpdateMask);
 }
 
 void LightSRC_cls::GetLightColor(double time, float* pOut) {

@@ -35,7 +35,10 @@ constexpr size_t kMostTyped = 16;
 // Where the hand is, before it snaps.
 double sFreePos[3], sFreeDRot[3], sFreeScale[3];
 double sFactor = 1.0; // of the last scale
-wxString sTyped;      // of a number; empty: the mouse tells
+// How the hand moved last; keys that change the drag keep to it.
+double sGridUnit = 1.0;
+bool sbSnap = false;
+wxString sTyped; // of a number; empty: the mouse tells
 
 double RoundTo(double value, double step) { return std::round(value / step) * step; }
 
@@ -71,11 +74,14 @@ void MoveItem_cls::SetSelection(SceneObj_cls* pObject) {
 
 bool MoveItem_cls::IsDragging() { return mspCSelectedObject && mspCSelectedObject->mbDragging; }
 
+bool MoveItem_cls::IsSnapping() { return IsDragging() && sbSnap; }
+
 void MoveItem_cls::InitializeMoveItem() {
     if (!mspCSelectedObject) return;
     GetNow(mspCSelectedObject->mpCTranslate, msSelectedItemPos);
     std::copy_n(msSelectedItemPos, 3, msSelectedItemPosOrg);
     sTyped.clear();
+    sbSnap = false;
     Restart();
     mspCSelectedObject->mbDragging = true;
 }
@@ -99,7 +105,7 @@ void MoveItem_cls::ChangeAxis(int mode) {
             sFreeDRot[i] = 0.0;
         }
     if (mode == GLGuides_cls::SCALE) MoveItemScale(sFactor, axis);
-    Snap(View_st(), mode, axis);
+    Snap(mode, axis);
     if (!mspCSelectedObject->TakesMode(mode)) sTyped.clear();
     if (!sTyped.empty()) TakeTyped(mode);
 }
@@ -114,6 +120,8 @@ bool MoveItem_cls::IsAxisFlipped(const PositionAndDirection_cls& camera) {
 bool MoveItem_cls::MoveItem(const View_st& view, const MouseNormalized_cls& mouse, int mode, bool bInvert) {
     if (!mspCSelectedObject || !mspCSelectedObject->TakesMode(mode)) return false;
     if (!mspCSelectedObject->mbDragging) InitializeMoveItem();
+    sGridUnit = view.mGridUnit;
+    sbSnap = view.mbSnap;
     const int axis = mspCSelectedObject->mDragMode;
     // As ways in a picture that fills the window.
     const double wide = 1.0 / view.mPart[0], high = 1.0 / view.mPart[1];
@@ -137,7 +145,7 @@ bool MoveItem_cls::MoveItem(const View_st& view, const MouseNormalized_cls& mous
             MoveItemRotate((bInvert ? -1.0 : 1.0) * (dx * ry - dy * rx) / way, axis);
     }
     if (!sTyped.empty()) return false; // the number counts as long as there is one
-    Snap(view, mode, axis);
+    Snap(mode, axis);
     return true;
 }
 
@@ -169,13 +177,13 @@ void MoveItem_cls::MoveItemScale(double value, int axis) {
 }
 
 // Places and angles to round ones of their own, so that items meet; factors are of the drag.
-void MoveItem_cls::Snap(const View_st& view, int mode, int axis) {
+void MoveItem_cls::Snap(int mode, int axis) {
     std::copy_n(sFreePos, 3, msSelectedItemPos);
     std::copy_n(sFreeDRot, 3, msSelectedItemDRot);
     std::copy_n(sFreeScale, 3, msSelectedItemScale);
-    if (!view.mbSnap) return;
+    if (!sbSnap) return;
     if (mode == GLGuides_cls::TRANSLATE) {
-        const double step = kSnapCells * view.mGridUnit;
+        const double step = kSnapCells * sGridUnit;
         for (int i = 0; i < 3; ++i)
             if (sFreePos[i] != msSelectedItemPosOrg[i]) msSelectedItemPos[i] = RoundTo(sFreePos[i], step);
     } else if (mode == GLGuides_cls::ROTATE && axis >= 0) {
@@ -210,7 +218,7 @@ bool MoveItem_cls::TypeKey(int keycode, int mode) {
 // What the hand has done meanwhile stays, for when the number is taken back.
 void MoveItem_cls::TakeTyped(int mode) {
     const int axis = mspCSelectedObject->mDragMode;
-    if (sTyped.empty()) return Snap(View_st(), mode, axis);
+    if (sTyped.empty()) return Snap(mode, axis);
     std::copy_n(msSelectedItemPosOrg, 3, msSelectedItemPos);
     std::fill_n(msSelectedItemDRot, 3, 0.0);
     std::fill_n(msSelectedItemScale, 3, 1.0);

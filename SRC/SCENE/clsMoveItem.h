@@ -37,6 +37,8 @@ public:
     static void SetSelection(SceneObj_cls* pObject);
     /// Is the hand holding the selected item?
     static bool IsDragging();
+    /// To round values, as of the hand's last move?
+    static bool IsSnapping();
     /// The hand takes over: the item as it is now.
     static void InitializeMoveItem();
 
@@ -70,6 +72,6 @@ private:
     static void MoveItemTranslate(const View_st& view, double dx, double dy, int axis);
     static void MoveItemRotate(double value, int axis);
     static void MoveItemScale(double value, int axis);
-    static void Snap(const View_st& view, int mode, int axis);
+    static void Snap(int mode, int axis);
     static void TakeTyped(int mode);
 };

@@ -1,4 +1,5 @@
 // What drags make of items of the scene, with real mouse and keys.
+#include "APP/clsShortcut.h"
 #include "GL/VIEW/clsInformation.h"
 #include "GL/VIEW/clsParticlePanel.h"
 #include "GL/VIEW/clsParticleWatch.h"
@@ -172,6 +173,11 @@ TEST_F(Drags, CtrlSnapsToTenthsOfTheGrid) {
     Begin(from, from + wxPoint(40, -30));
     Hold(WXK_CONTROL, true);
     MoveTo(Canvas(0), from + wxPoint(44, -33));
+    Shortcut_cls(Frame()).ProcShortcutKey(2, 'Y'); // an axis, and none again: not redo
+    EXPECT_EQ(Selected()->mDragMode, 1);
+    Shortcut_cls(Frame()).ProcShortcutKey(6, 'Y');
+    EXPECT_TRUE(MoveItem_cls::IsDragging());
+    MoveTo(Canvas(0), from + wxPoint(88, -66)); // the way to here was that of the axis
     End();
     Hold(WXK_CONTROL, false);
     const Values place = PlaceOf(Light(0)); // the eye is 4 away: cells are 1 wide
@@ -188,10 +194,13 @@ TEST_F(Drags, UndoAndDeletionUnderTheHand) {
     const wxPoint from = At({-0.2, 0, -0.2}), to = from + wxPoint(50, -20);
     const int steps = Steps();
     // What the hand holds is the latest step: undo takes it back, redo brings it.
-    Begin(from, to);
-    Key('Z', wxMOD_CONTROL);
-    EXPECT_FALSE(MoveItem_cls::IsDragging());
-    EXPECT_EQ(Text().ToStdString(), before.ToStdString());
+    for (const int held : {0, int(wxMOD_SHIFT)}) { // the gesture's own key
+        Begin(from, to);
+        Key('Z', wxMOD_CONTROL | held);
+        EXPECT_FALSE(MoveItem_cls::IsDragging());
+        EXPECT_EQ(Text().ToStdString(), before.ToStdString());
+        if (held == 0) End();
+    }
     MoveTo(Canvas(0), to + wxPoint(30, 0));
     End();
     EXPECT_EQ(Text().ToStdString(), before.ToStdString()) << "the rest of the way moves nothing";

@@ -8,6 +8,7 @@
 #include "DrawTest.h"
 #include "GL/BASE/DrawWay.h"
 #include "GL/DRAW/clsCpuDraw.h"
+#include "GL/DRAW/clsShadowStencil.h"
 
 namespace {
 
@@ -170,6 +171,38 @@ TEST_F(DrawWays, DrawTheSameAmongEachOther) {
     mAttribute[3]->mDrawQuality.mValue = 1;
     mAttribute[3]->mBlendType.mValue = 1;
     ExpectSame("all kinds");
+    // What lies in shadow is drawn anew, and nothing else, colours and depths.
+    mSetLights = [] {
+        const float ahead[4] = {0.6f, 0, 0.8f, 0};
+        glEnable(GL_LIGHT0);
+        glLightfv(GL_LIGHT0, GL_POSITION, ahead);
+        glEnable(GL_SCISSOR_TEST);
+        for (const int part : {1, 2}) { // of either mark
+            glScissor(16 + 70 * part, 40, 60, 200);
+            glClearStencil(part == 1 ? 0x80 : 1);
+            glClear(GL_STENCIL_BUFFER_BIT);
+        }
+        glClearStencil(0);
+        glDisable(GL_SCISSOR_TEST);
+        ShadowStencil_cls::SelectShadowed();
+    };
+    mDrawMore = [] {
+        glDisable(GL_STENCIL_TEST);
+        glStencilMask(0xff);
+    };
+    mLightNumber = 1;
+    ExpectSame("all kinds in shadow");
+    const Picture_st picture = Picture();
+    const auto count = [&](int left, int right) {
+        int lit = 0;
+        for (int y = 0; y < mSize; ++y)
+            for (int x = left; x < right; ++x)
+                lit += picture.mRGB[3 * (size_t(y) * size_t(mSize) + size_t(x)) + 1] > 8;
+        return lit;
+    };
+    EXPECT_GT(count(86, 146), 500);
+    EXPECT_EQ(count(0, 86), 0);
+    EXPECT_EQ(count(146, 156), 0);
 }
 
 // Quads of a copy turn to where the eye is seen from what was copied: only OpenGL draws those.

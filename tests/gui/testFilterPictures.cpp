@@ -9,6 +9,7 @@
 
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
+#include "APP/clsShortcut.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/clsUpdateStatusBar.h"
@@ -27,6 +28,7 @@
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsSharedView.h"
 #include "GL/VIEW/clsViewFitCtrl.h"
+#include "PARAM/clsCommandCall.h"
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsDataExporter.h"
 #include "PDATA/clsPDataSeqCtrl.h"
@@ -350,6 +352,16 @@ TEST_F(FilterPictures, CommandsDuringAPaintComeBehindIt) {
     FilterStick_cls& stick = mFilters.Add<FilterStick_cls>(FILTER_STICK);
     Hub()->mpCFilters->SelectFilter(&stick, true);
     FilterCtrl_cls& objects = Hub()->mpCFilters->GetObject();
+    // Keys as well as the menu.
+    bool bDone = false;
+    const auto set = [&bDone](bool b) { return new CommandCall_cls([&bDone, b] { bDone = b; }, 0); };
+    GCUndoList.PushNewCommand(set(true), set(false));
+    GCUndoList.ExecCurrent();
+    AbortAPaint([&bDone] {
+        EXPECT_TRUE(Shortcut_cls(Frame()).ProcShortcutKey(2, 'Z'));
+        EXPECT_TRUE(bDone);
+    });
+    ASSERT_TRUE(PumpUntil([&bDone] { return !bDone; }));
     AbortAPaint([&objects] {
         for (const int id : {ID_FILTER_DELETE, ID_FILTER_GRID}) {
             wxCommandEvent command(wxEVT_MENU, id);

@@ -169,10 +169,13 @@ TEST_F(Follow, ATrailThatIsStoppedStaysAndPicturesHaveAllOfIt) {
     EXPECT_LT(points, 12u);
     EXPECT_EQ(watch.Learn(0, Source::Background), State::Known) << "and no more is read";
     bool bDone = false;
-    Canvas(0)->RequestImage([&bDone](const ImageBuffers_st&, wxSize) { bDone = true; }, wxSize(64, 64));
+    const auto take = [&](wxSize, int) {
+        bDone = true;
+        EXPECT_EQ(watch.GetTrail()[0].size(), 12u) << "pictures have all of it";
+    };
+    Canvas(0)->RequestWindowPicture(take, false);
     ASSERT_TRUE(PumpUntil([&bDone] { return bDone; }));
     ASSERT_EQ(watch.GetTrail().size(), 1u);
-    EXPECT_EQ(watch.GetTrail()[0].size(), 12u) << "pictures have all of it";
     EXPECT_TRUE(watch.GetStatus().empty());
 }
 

@@ -15,6 +15,7 @@
 #include "FILTER/clsFilterLists.h"
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsPreference.h"
+#include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLSequence.h"
 #include "GL/VIEW/clsInformation.h"
@@ -104,8 +105,23 @@ TEST_F(Particles, SpheresSpritesFiltersCopiesAndTheBoxCount) {
         EXPECT_EQ(PickAt(At({20, -6.5 * scale, 0}, 3)), -1) << type;
     }
     look.mDrawType.mValue = DRAW_POINT;
-    // Copies along y, five apart.
+    // What the list leaves out isn't picked, and with near first it leaves nothing out.
     FilterLists_cls& lists = *Hub()->mpCFilters;
+    Menu(ID_FILTER_BOOLEAN);
+    FilterData_cls& cut = *lists.GetBoolean().GetPCFilter(0)->mpCData;
+    const double centre[3] = {20, 0, 0}, size[3] = {1, 9, 9};
+    cut.mpCTranslate->SetKeyFrame(centre, true, SceneObj_cls::kCurrent);
+    cut.mpCScale->SetKeyFrame(size, true, SceneObj_cls::kCurrent);
+    DrawOption_cls& options = *Hub()->mpCDrawOption;
+    for (const unsigned order : {SORT_NONE, SORT_FAR_FIRST, SORT_NEAR_FIRST}) {
+        options.mSortOrder.mValue = order;
+        Repaint();
+        EXPECT_EQ(PickAt(At({10, 0, 0})), order == SORT_NEAR_FIRST ? 1 : 2) << order;
+        EXPECT_GT(CountMark(Grab(0), At({10, 0, 0}), 12), 20) << order;
+    }
+    options.mSortOrder.mValue = SORT_NONE;
+    lists.GetBoolean().ClearFilters();
+    // Copies along y, five apart.
     Menu(ID_FILTER_COPYBOX);
     auto* copy = static_cast<FilterCopy_cls*>(lists.GetWorld().GetPCFilter(0));
     copy->GetPCData()->mCMin[1].mValue = -1;
@@ -297,6 +313,15 @@ TEST_F(Particles, TheAnchorFollowsAndTheCameraComesToIt) {
         EXPECT_NEAR(moved.mFront[i], eye.mFront[i], 1e-12);
         EXPECT_NEAR(moved.mPos[i] + moved.mFront[i], where()[size_t(i)], 1e-9) << "as far away as before";
     }
+    // And the camera stays with it; a step of the undo list brings back the view that was.
+    GoTo(3);
+    EXPECT_EQ((Point{Shared().msCAnchorPos[0], Shared().msCAnchorPos[1], Shared().msCAnchorPos[2]}),
+              (Point{13, 1, 0}));
+    GoTo(1);
+    Hub()->Undo();
+    EXPECT_FALSE(Canvas(0)->mPivotMode.mValue);
+    Hub()->Redo();
+    Settle();
     Snap("particle_followed");
     // Escape leaves the anchor with its particle; a step of the undo list each.
     Key(WXK_ESCAPE);

@@ -130,6 +130,20 @@ TEST_F(Picking, AFollowingLightIsThatOfTheViewUnderThePointer) {
     Settle();
     PickAt(At({0.5, 0, 0.5}));
     EXPECT_EQ(Selected(), &light) << "another view was painted since";
+    // A pointer that passes by in the middle of another view's paint turns nothing there.
+    Canvas(1)->MarkStale();
+    Canvas(1)->RefreshEX();
+    Settle();
+    const auto where = [] {
+        std::array<float, 4> place{};
+        Hub()->mpCLightSRCCtrl->GetPosition(0, 0.0, place.data());
+        return place;
+    };
+    const auto before = where();
+    GbGLLockDrawing.store(true);
+    Canvas(0)->GetPick().Pick(wxPoint(10, 10));
+    GbGLLockDrawing.store(false);
+    EXPECT_EQ(where(), before);
     Menu(ID_VIEW_PANEL_TYPE_0);
     light.mCFollowsCamera.mValue = false;
 }

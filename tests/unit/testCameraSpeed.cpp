@@ -47,6 +47,9 @@ TEST_F(CameraSpeed, ATurnIsDegreesASecondOfFilm) {
     mHost.mTime.SetAnimInterpNative(2); // twice as many pictures
     EXPECT_NEAR(Find().mDegrees, 15.0, 0.1);
     mHost.mTime.SetAnimInterpNative(1);
+    mHost.mTime.SetAnimStepNative(4); // a quarter of them
+    EXPECT_NEAR(Find().mDegrees, 120.0, 0.4);
+    mHost.mTime.SetAnimStepNative(1);
     mHost.mTime.SetWAMinNative(60);
     EXPECT_NEAR(Find().mDegrees, 10.0, 0.1) << "outside the work area nobody sees it";
     EXPECT_GT(Find().mFrame, 60);

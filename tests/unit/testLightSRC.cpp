@@ -144,6 +144,7 @@ TEST_F(LightSRC, TheNextLightMovesDownWithWhatIsItsPlaceAndLook) {
     third.mCSpotAngle.mValue = 12;
     third.mCTarget.mValue = 2;
     third.mCVisible.mValue = false;
+    third.mCFollowsCamera.mValue = true;
     third.mCFadeDistance.mValue = 7;
     third.mCCastShadow.mValue = false;
     third.mCLightArea.mValue = true;
@@ -163,6 +164,7 @@ TEST_F(LightSRC, TheNextLightMovesDownWithWhatIsItsPlaceAndLook) {
     EXPECT_EQ(second.mCSpotAngle.mValue, 12);
     EXPECT_EQ(second.mCTarget.mValue, 2u);
     EXPECT_FALSE(second.mCVisible.mValue);
+    EXPECT_TRUE(second.mCFollowsCamera.mValue) << "its place is one of the camera's";
     EXPECT_EQ(GetGroupValue(second.mpCTranslate, 0.0), (std::vector<double>{4, 5, 6}));
     EXPECT_EQ(GetGroupValue(second.mpCRotate, 0.0), (std::vector<double>{7, 8, 9}));
     EXPECT_FLOAT_EQ(Strength(mLights, 1), 0.7f);

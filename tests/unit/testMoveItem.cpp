@@ -206,7 +206,17 @@ TEST_F(MoveItem, ctrlSnapsWhatIsShownAndTheHandGoesOn) {
     MoveItem_cls::EndDrag();
     EXPECT_DOUBLE_EQ(Place()[0], 1.3);
     EXPECT_EQ(Place()[1], 2.0) << "what didn't move isn't moved onto the grid";
+    // An axis that is chosen behind the last move, and a number that is taken back, keep to it.
+    Press(0, 0.2);
+    Move(0.04, 0.23);
     mpThing->mDragMode = 0;
+    MoveItem_cls::ChangeAxis(kTranslate);
+    MoveItem_cls::TypeKey('4', kTranslate);
+    MoveItem_cls::TypeKey(WXK_BACK, kTranslate);
+    EXPECT_NE(MoveItem_cls::msSelectedItemPos[0], 1.3);
+    EXPECT_NEAR(std::remainder(MoveItem_cls::msSelectedItemPos[0], 0.1), 0.0, 1e-9);
+    EXPECT_EQ(MoveItem_cls::msSelectedItemPos[2], 3.0);
+    MoveItem_cls::CancelDrag();
     Press(0.5, 0.0);
     Move(0.5, 0.1, kRotate);
     MoveItem_cls::EndDrag();

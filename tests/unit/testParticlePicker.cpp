@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "GL/DRAW/DrawListFilter.h"
+#include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsParticlePicker.h"
 
 namespace {
@@ -210,6 +211,17 @@ TEST(ParticlePicker, FiltersClassesAndThinningLeaveOut) {
     EXPECT_EQ(cloud.Find(Through(0, 0)), 0);
     cloud.points[0].p[2] = 9.0f;
     EXPECT_EQ(cloud.Find(Through(0, 0)), 2);
+    cloud.points[2].p[0] = 9.0f;
+    cloud.cloud.mStep = 3; // 0 and 3, and far first leaves out the last that has no full step behind it
+    EXPECT_EQ(cloud.Find(Through(0, 0)), 3);
+    cloud.cloud.mSortOrder = SORT_FAR_FIRST;
+    EXPECT_EQ(cloud.Find(Through(0, 0)), 0);
+    // A curve's alpha hides discs and points, not balls.
+    Cloud_st faded({P(0, 0, 1), P(0, 0, 2)});
+    const float colors[2][4] = {{1, 1, 1, 0}, {1, 1, 1, 0.1f}};
+    faded.cloud.mpColor = colors;
+    EXPECT_EQ(faded.Find(Through(0, 0)), 1);
+    EXPECT_EQ(faded.Balls(0.1f).Find(Through(0, 0)), 0);
     // More than a filter looks at once.
     Cloud_st many(std::vector<Point_st>(3000, P(0, 0, 5)));
     std::vector<int> gone(2500);

@@ -60,7 +60,10 @@ PickCloud_st MakePickCloud(const SnapData_cls& snap, const GLAttribute_cls* cons
             cloud.mPixels[c] = 0.5 * attribute.mPointSize.mValue * pixelsOfBuffer;
     }
     DrawListFilter_cls* filter = GLDrawData_cls::mspCFilterCtrlBooleanLink;
-    if (filter && filter->IsThinning()) cloud.mpCFilter = filter;
+    const unsigned sortOrder = options.mSortOrder.mValue;
+    if (filter && filter->IsThinning() && IsListThinned(sortOrder)) cloud.mpCFilter = filter;
+    cloud.mSortOrder = sortOrder;
+    cloud.mpColor = snap.mpColor;
     cloud.mTime = time;
     return cloud;
 }

@@ -32,9 +32,61 @@ GLint GetAttachment(GLenum which, GLenum what) {
     return value;
 }
 
+/// Does the stencil let those pixels through that aren't 0, and stays as it is?
+bool SelectsMarked() {
+    const auto get = [](GLenum what) {
+        GLint value = 0;
+        glGetIntegerv(what, &value);
+        return value;
+    };
+    return get(GL_STENCIL_FUNC) == GL_NOTEQUAL && get(GL_STENCIL_REF) == 0 &&
+           (get(GL_STENCIL_VALUE_MASK) & 0xff) == 0xff && (get(GL_STENCIL_WRITEMASK) & 0xff) == 0;
+}
+
+/// Pixels whose stencil is 0 stay as they are: while particles are drawn they have the nearest depth there
+/// is, behind which all of them are.
+class StencilScreen_cls {
+public:
+    void Hide(TileCanvas_cls& canvas, const TileCanvas_cls::Rect_st& part) {
+        mVDepth.resize(static_cast<size_t>(canvas.GetWidth()) * static_cast<size_t>(canvas.GetHeight()));
+        ForEachRow(canvas, part, [](uint32_t& depth, uint32_t& own) {
+            own = depth;
+            depth = (depth & kStencil) != 0 ? depth : 0;
+        });
+    }
+    void Restore(TileCanvas_cls& canvas, const TileCanvas_cls::Rect_st& part) {
+        ForEachRow(canvas, part, [](uint32_t& depth, const uint32_t& own) {
+            depth = (depth & kStencil) != 0 ? depth : own;
+        });
+    }
+
+private:
+    static constexpr uint32_t kStencil = 0xff;
+
+    template <class DO>
+    void ForEachRow(TileCanvas_cls& canvas, const TileCanvas_cls::Rect_st& part, DO each) {
+        for (int row = part.bottom; row < part.bottom + part.height; ++row) {
+            const size_t from = static_cast<size_t>(row) * static_cast<size_t>(canvas.GetWidth()) +
+                                static_cast<size_t>(part.left);
+            uint32_t* const pDepth = canvas.GetDepth() + from;
+            uint32_t* const pOwn = mVDepth.data() + from;
+            for (int x = 0; x < part.width; ++x)
+                each(pDepth[x], pOwn[x]);
+        }
+    }
+
+    std::vector<uint32_t> mVDepth;
+};
+
+StencilScreen_cls& GetScreen() {
+    static StencilScreen_cls sScreen;
+    return sScreen;
+}
+
 /// What OpenGL's buffer holds.
 class BufferOrigin_cls : public TileOrigin_cls {
 public:
+    explicit BufferOrigin_cls(bool bStencil) : mbStencil(bStencil) {}
     void Read(TileCanvas_cls& canvas, const TileCanvas_cls::Rect_st& part) override {
         const GLClientScope_cls client;
         glPixelStorei(GL_PACK_ROW_LENGTH, canvas.GetWidth());
@@ -45,7 +97,11 @@ public:
                      canvas.GetColor());
         glReadPixels(part.left, part.bottom, part.width, part.height, GL_DEPTH_STENCIL, GL_UNSIGNED_INT_24_8,
                      canvas.GetDepth());
+        if (mbStencil) GetScreen().Hide(canvas, part);
     }
+
+private:
+    bool mbStencil;
 };
 
 /// Bounds of both.
@@ -102,9 +158,9 @@ bool CpuDraw_cls::TakeState(const ViewScale_cls& view) {
     const bool bPlain = viewport[0] == 0 && viewport[1] == 0 && viewport[2] == mWidth &&
                         viewport[3] == mHeight && depthFunction == GL_LEQUAL && mask[0] && mask[1] &&
                         mask[2] && mask[3] && range[0] == 0.0f && range[1] == 1.0f;
-    if (!bPlain || !view.IsPlain() || IsLightAlone() || glIsEnabled(GL_STENCIL_TEST) ||
-        glIsEnabled(GL_CLIP_PLANE0))
-        return false;
+    if (!bPlain || !view.IsPlain() || IsLightAlone() || glIsEnabled(GL_CLIP_PLANE0)) return false;
+    mbStencil = glIsEnabled(GL_STENCIL_TEST) != 0;
+    if (mbStencil && !SelectsMarked()) return false;
     std::copy_n(viewport, 4, mClip);
     if (glIsEnabled(GL_SCISSOR_TEST)) {
         GLint box[4];
@@ -184,7 +240,7 @@ void CpuDraw_cls::TakeTexture() {
 
 void CpuDraw_cls::Draw(const TileSource_cls& source) {
     TileCanvas_cls& canvas = GetCanvas();
-    BufferOrigin_cls origin;
+    BufferOrigin_cls origin(mbStencil);
     ++msPasses;
     canvas.Clear(mWidth, mHeight, &origin);
     canvas.SetLimits({mClip[0], mClip[1], mClip[2], mClip[3]});
@@ -198,6 +254,7 @@ void CpuDraw_cls::Draw(const TileSource_cls& source) {
 void CpuDraw_cls::HandBack(TileCanvas_cls& canvas) const {
     const TileCanvas_cls::Rect_st part = Cut(canvas.GetTaken(), {mClip[0], mClip[1], mClip[2], mClip[3]});
     if (part.IsEmpty()) return;
+    if (mbStencil) GetScreen().Restore(canvas, part);
     const GLAttribScope_cls attributes(GL_TEXTURE_BIT);
     const GLClientScope_cls client;
     glPixelStorei(GL_UNPACK_ALIGNMENT, 4);

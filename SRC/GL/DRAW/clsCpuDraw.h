@@ -37,7 +37,8 @@ private:
     static long long msPasses;
 
     bool mbPossible = false;
-    int mLights = -1; ///< none asked for yet
+    bool mbStencil = false; ///< only where the stencil isn't 0
+    int mLights = -1;       ///< none asked for yet
     TileScene_st mScene;
     int mWidth = 0;
     int mHeight = 0;

@@ -16,6 +16,12 @@ struct DrawListOrder {
     const double* pPlace = nullptr;
 };
 
+/// Does a list in this order (a SortOrder) leave out what the list filter does?
+bool IsListThinned(unsigned sortOrder);
+
+/// How many of `count` particles are in a list of every `step`-th, before any filter.
+long long GetListLength(long long count, long long step, unsigned sortOrder);
+
 /// Every `step`-th of `count` particles; far first leaves out a last one that has no full step behind
 /// it. Keys that are no numbers come last. `pFilter` thins the list before it is sorted, but not with near
 /// first; at double index `time`, null: nothing does.

@@ -208,7 +208,7 @@ FitCloud_st GLSequence_cls::GetDrawnCloud(int frame, double dt, double time) con
     }
     FitCloud_st cloud = MakeDrawnCloud(arrays, snap.GetParticleNumber(), mpCGLAttribute);
     DrawListFilter_cls* filter = GLDrawData_cls::mspCFilterCtrlBooleanLink;
-    const bool bThins = mpCGLAttribute[0]->mpCDrawOption->mSortOrder.mValue != 2;
+    const bool bThins = IsListThinned(mpCGLAttribute[0]->mpCDrawOption->mSortOrder.mValue);
     if (bThins && filter && filter->IsThinning()) ThinCloud(cloud, *filter, time);
     return cloud;
 }

@@ -9,6 +9,7 @@
 #include "COMMON/clsMyVector.h"
 #include "GL/DRAW/DrawListFilter.h"
 #include "GL/DRAW/PlaceMatrix.h"
+#include "GL/DRAW/clsDrawList.h"
 #include "GL/DRAW/clsThreadSnapInterpolate.h"
 #include "PDATA/ParticleArrays.h"
 
@@ -97,6 +98,14 @@ bool MayBeNear(const Extent_st& run, const double shift[3], const Reach_st& reac
 }
 
 } // namespace
+
+long long PickCloud_st::CountListed() const { return GetListLength(mNumber, mStep, mSortOrder); }
+
+bool PickCloud_st::IsSeen(long long index) const {
+    const int c = mpType ? GetParticleClass(mpType[index]) : 0;
+    if (!mbDrawn[c]) return false;
+    return mbBall[c] || !mpColor || mpColor[index][3] > 0.0f;
+}
 
 bool ParticlePicker_cls::Hit_st::operator<(const Hit_st& other) const {
     if (mDepth != other.mDepth) return mDepth < other.mDepth;
@@ -187,7 +196,7 @@ void ParticlePicker_cls::SetReach() {
 }
 
 PickedParticle_st ParticlePicker_cls::Find() const {
-    const long long number = mCloud.mpPos ? mCloud.mNumber / std::max(mCloud.mStep, 1LL) : 0;
+    const long long number = mCloud.mpPos ? mCloud.CountListed() : 0;
     if (number < 1 || mCopies.empty()) return {};
     const int count = ThreadSnapInterpolate_cls::GetThreadCount(number);
     std::vector<Hits_t> found(static_cast<size_t>(count));
@@ -256,8 +265,8 @@ void ParticlePicker_cls::Test(long long index, size_t copy, Hits_t& hits) const 
 /// Does the ray meet a particle, or pass it within some pixels, no deeper than `limit`?
 bool ParticlePicker_cls::Meet(long long index, const Copy_st& copy, double limit, double* pDepth) const {
     const int c = mCloud.mpType ? GetParticleClass(mCloud.mpType[index]) : 0;
-    if (!mCloud.mbDrawn[c]) return false;
-    double point[3], seen[3]; // from the origin, data units; right of the ray, above it, depth
+    if (!mCloud.mbDrawn[c]) return false; // the quick way out; all of IsSeen comes behind the place
+    double point[3], seen[3];             // from the origin, data units; right of the ray, above it, depth
     for (int i = 0; i < 3; ++i)
         point[i] = double(mCloud.mpPos[index][i]) + copy.mSum[i] - mOrigin[i];
     for (int k = 0; k < 3; ++k)
@@ -267,6 +276,7 @@ bool ParticlePicker_cls::Meet(long long index, const Copy_st& copy, double limit
     const double radius = std::fabs(own + double(mCloud.mRadiusConstant[c]));
     if (!std::isfinite(radius)) return false; // nor is it drawn
     if (!(seen[2] - radius * mStretch <= limit)) return false;
+    if (!mCloud.IsSeen(index)) return false;
     if (mCloud.mbBall[c] && mbSolid && MeetBall(point, radius, pDepth)) return *pDepth <= limit;
     if (!(seen[2] >= mRay.mNear && seen[2] <= mRay.mFar && seen[2] <= limit)) return false;
     *pDepth = seen[2];

@@ -33,6 +33,12 @@ struct PickCloud_st : FitCloud_st {
     double mPixels[kClasses] = {};           ///< half the size of points, pixels
     DrawListFilter_cls* mpCFilter = nullptr; ///< leaves some of them out; null: none
     double mTime = 0.0;                      ///< double index for the filter
+    unsigned mSortOrder = 0;                 ///< a SortOrder: may leave out the last of every mStep-th
+    /// RGBA of each, as they are drawn: of discs and points what has no alpha isn't seen. Null: all are.
+    const float (*mpColor)[4] = nullptr;
+
+    long long CountListed() const; ///< of every mStep-th, before any filter
+    bool IsSeen(long long index) const;
 };
 
 struct PickedParticle_st {

@@ -53,15 +53,17 @@ constexpr long long kMostPictures = 20000; // of a film looked at step by step
 
 CameraTurn_st FindFastestTurn(const CameraPath_cls& camera, const AnchorPath_cls& anchor,
                               const TimeCtrl_cls& time, double rate) {
-    const long long frames = static_cast<long long>(time.GetWAMax()) - time.GetWAMin();
+    const int stepping = std::max(time.GetAnimStep(), 1); // pictures of the frames between aren't made
+    const long long frames = (static_cast<long long>(time.GetWAMax()) - time.GetWAMin()) / stepping;
     const int interp = std::max(time.GetAnimInterp(), 1);
     const int steps = frames * interp > kMostPictures ? 1 : interp;
     const double perTurn = rate * steps / interp;
     CameraTurn_st fastest;
     PositionAndDirection_cls last;
     bool bFirst = true;
-    for (int frame = time.GetWAMin(); frame <= time.GetWAMax(); ++frame)
-        for (int step = 0; step < (frame < time.GetWAMax() ? steps : 1); ++step) {
+    for (long long k = 0; k <= frames; ++k)
+        for (int step = 0; step < (k < frames ? steps : 1); ++step) {
+            const int frame = time.GetWAMin() + static_cast<int>(k * stepping);
             PositionAndDirection_cls now;
             if (!PlaceAt(camera, anchor, time.GetDoubleIndex(frame, step), now)) return {};
             const double turn = bFirst ? 0.0 : GetTurn(last, now) * perTurn;

@@ -1,5 +1,7 @@
 #include "GL/VIEW/ParticleUnder.h"
 
+#include <algorithm>
+
 #include "FILTER/clsFilterCopy.h"
 #include "FILTER/clsFilterDataBox.h"
 #include "FILTER/clsFilterLists.h"
@@ -71,8 +73,9 @@ bool IsParticleDrawn(ViewHost_cls& host, const SnapData_cls& snap, int index,
     const GLSequence_cls& drawing = GLSequence_cls::Of(*host.GetPCActiveFileSequence());
     const PickCloud_st cloud =
         MakePickCloud(snap, drawing.mpCGLAttribute, 1.0, GLDrawData_cls::msCurrentDoubleIndex);
-    if (index < 0 || index >= cloud.mNumber) return false;
-    if (!cloud.mbDrawn[cloud.mpType ? GetParticleClass(cloud.mpType[index]) : 0]) return false;
+    if (index < 0 || index >= cloud.mNumber || index / std::max(cloud.mStep, 1LL) >= cloud.CountListed() ||
+        !cloud.IsSeen(index))
+        return false;
     const FilterCopy_cls* copies = GetDrawnCopies(host);
     if (copies ? !copies->HasCell(cell) : cell != std::array<int, 3>{0, 0, 0}) return false;
     if (!cloud.mpCFilter) return true;

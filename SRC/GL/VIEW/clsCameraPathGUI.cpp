@@ -173,10 +173,10 @@ wxString CameraPathGUI_cls::GetWarning() {
     AnchorPath_cls& anchor = *mCtrl.mHost.GetPCAnchorPath();
     const TimeCtrl_cls& time = *mCtrl.mHost.GetPCTimeCtrl();
     const double rate = mCtrl.mGetRate ? mCtrl.mGetRate() : kUsualRate;
-    const wxString judged =
-        camera.Serialize() + anchor.Serialize() +
-        wxString::Format("%d %d %d %d %g %llu", time.GetWAMin(), time.GetWAMax(), time.GetMaxFrame(),
-                         time.GetAnimInterp(), rate, anchor.mFollowState ? anchor.mFollowState() : 0);
+    const wxString judged = camera.Serialize() + anchor.Serialize() +
+                            wxString::Format("%d %d %d %d %d %g %llu", time.GetWAMin(), time.GetWAMax(),
+                                             time.GetMaxFrame(), time.GetAnimStep(), time.GetAnimInterp(),
+                                             rate, anchor.mFollowState ? anchor.mFollowState() : 0);
     if (judged == mStrJudged) return mStrWarning;
     mStrJudged = judged;
     const CameraTurn_st turn = FindFastestTurn(camera, anchor, time, rate);

@@ -146,7 +146,7 @@ bool MainGLCanvas_cls::IsFrameLoading() {
 bool MainGLCanvas_cls::LacksFollowed() {
     constexpr long kMillis = 50;
     const bool bBefore = mbWaits;
-    mbWaits = !mExport.IsRunning() && WritesOutput();
+    mbWaits = !mExport.IsRunning() && (WritesOutput() || mImage.TakesWindow());
     if (!mbWaits) return false;
     ParticleWatch_cls* watch = mpCShared->mspCParticles;
     if (watch && !bBefore) watch->Resume();
@@ -350,7 +350,7 @@ void MainGLCanvas_cls::SetItemsFromWindow() {
     mMoment.bWritten = bWritten || mImage.TakesWindow();
     mMoment.pixelsAcross = ViewPick_cls::GetPixelsAcross(GetMultiPanelMode(), mCGLPerspective.mAngle, window,
                                                          bWritten ? 1.0 : GetContentScaleFactor());
-    GLDrawData_cls::msThinning = bWritten ? 1 : mpCShared->mThinning.GetFactor();
+    GLDrawData_cls::msThinning = mMoment.bWritten ? 1 : mpCShared->mThinning.GetFactor();
     mLastPaint.mbThinned = GLDrawData_cls::msThinning > 1;
 }
 

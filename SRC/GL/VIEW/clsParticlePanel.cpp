@@ -24,7 +24,7 @@ ParticlePanel_cls::ParticlePanel_cls(wxWindow* pParent, ParticleWatch_cls& parti
     mButton =
         AddButton("", _("Camera to Anchor"),
                   _("The active view's camera turns around the anchor from now on; one that follows the "
-                    "camera path looks at it"));
+                    "camera path looks at it; one along an axis comes there once"));
     SetUndo(UPDATE_GL | UPDATE_DRAW_OPTIONS);
     UpdateParticle();
 }

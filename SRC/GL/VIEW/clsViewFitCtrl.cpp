@@ -4,6 +4,8 @@
 #include <cmath>
 #include <vector>
 
+#include "COMMON/EventIds.h"
+#include "COMMON/MenuEvent.h"
 #include "COMMON/UpdateBits.h"
 #include "COMMON/clsMyVector.h"
 #include "FILTER/clsFilterCopy.h"
@@ -72,7 +74,8 @@ ViewFitCtrl_cls::State_st ViewFitCtrl_cls::GetState() const {
     for (int i = 0; i < kViews; ++i)
         if (MainGLCanvas_cls* pView = mHost.GetPCGLCanvas(i))
             state.mView[size_t(i)] = {pView->mCamera.GetFreeCamera(), pView->mGLOrthoScale.mValue,
-                                      pView->mGLDepthMin.mValue, pView->mGLDepthMax.mValue};
+                                      pView->mGLDepthMin.mValue, pView->mGLDepthMax.mValue,
+                                      pView->mPivotMode.mValue};
     std::copy_n(mShared.msCAnchorPos, 3, state.mAnchor);
     std::copy_n(mShared.msCAnchorPosOrtho, 3, state.mAnchorOrtho);
     return state;
@@ -80,7 +83,7 @@ ViewFitCtrl_cls::State_st ViewFitCtrl_cls::GetState() const {
 
 bool ViewFitCtrl_cls::Differ(const View_st& a, const View_st& b) {
     return a.mFree.Position_cls::operator!=(b.mFree) || a.mScale != b.mScale || a.mNear != b.mNear ||
-           a.mFar != b.mFar;
+           a.mFar != b.mFar || a.mbPivot != b.mbPivot;
 }
 
 bool ViewFitCtrl_cls::AreEqual(const State_st& a, const State_st& b) {
@@ -103,6 +106,9 @@ void ViewFitCtrl_cls::Change(const State_st& from, const State_st& to) {
         pView->mGLOrthoScale.mValue = target.mScale;
         pView->mGLDepthMin.mValue = target.mNear;
         pView->mGLDepthMax.mValue = target.mFar;
+        if (pView->mPivotMode.mValue == target.mbPivot) continue;
+        pView->mPivotMode.mValue = target.mbPivot;
+        PostMenuEvent(ID_SYNC_GL_CTRL);
     }
     if (!std::equal(from.mAnchor, from.mAnchor + 3, to.mAnchor))
         std::copy_n(to.mAnchor, 3, mShared.msCAnchorPos);
@@ -133,6 +139,9 @@ void ViewFitCtrl_cls::PushChange(const State_st& before) {
 
 void ViewFitCtrl_cls::MoveToAnchor(MainGLCanvas_cls& view) {
     const double* anchor = mHost.GetPCAnchorPath()->mCCurrent.mPos;
+    if (MainGLCanvas_cls* pShown = mHost.GetPCGLCanvas(0);
+        view.GetDisplayMode() == DISPLAY_COPY && pShown && pShown != &view)
+        return MoveToAnchor(*pShown);
     if (view.IsCameraLinked()) {
         bool* pLook = &mHost.GetPCCameraPath()->mCLookAnchor.mValue;
         if (*pLook) return;
@@ -152,6 +161,7 @@ void ViewFitCtrl_cls::MoveToAnchor(MainGLCanvas_cls& view) {
             camera.mPos[i] += anchor[i] - mShared.msCAnchorPos[i];
             mShared.msCAnchorPos[i] = anchor[i];
         }
+        view.mPivotMode.mValue = true;
     }
     PushChange(before);
 }

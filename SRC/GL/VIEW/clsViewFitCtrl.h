@@ -23,8 +23,9 @@ public:
     /// are in its picture; one step of the undo list. Nothing without particles.
     void Fit(MainGLCanvas_cls& view);
 
-    /// Shift a view's camera so that it turns around the anchor path's place, and leave its direction and
-    /// distance; one that follows the camera path looks at it from now on. One step of the undo list.
+    /// Shift a view's camera so that it turns around the anchor path's place, from now on, and leave its
+    /// direction and distance; one that follows the camera path looks at it from now on; that of a view along
+    /// an axis comes there once. A copy of view 0 means that. One step of the undo list.
     void MoveToAnchor(MainGLCanvas_cls& view);
 
     /// The cameras stand as a fresh program's: whatever differs from now on is the user's.
@@ -43,6 +44,7 @@ private:
         float mScale = 1.0f;
         float mNear = 0.0f;
         float mFar = 0.0f;
+        bool mbPivot = false;
     };
     struct State_st {
         std::array<View_st, kViews> mView;

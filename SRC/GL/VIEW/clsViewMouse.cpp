@@ -20,6 +20,8 @@ namespace {
 constexpr int kRestMillis = 250;
 constexpr double kCheapMillis = 100.0; // a picture for a pointer that only passes by
 
+bool sbButtonsStale = false; // their look has changed since they were painted; there is one pointer
+
 } // namespace
 
 ViewMouse_cls::ViewMouse_cls(MainGLCanvas_cls& canvas, ViewMenu_cls& menu, ViewPick_cls& pick,
@@ -33,7 +35,10 @@ ViewMouse_cls::ViewMouse_cls(MainGLCanvas_cls& canvas, ViewMenu_cls& menu, ViewP
     mCanvas.Bind(wxEVT_MOUSE_CAPTURE_LOST, &ViewMouse_cls::OnCaptureLost, this);
     mRest.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Rest(); });
     mHover.Bind(wxEVT_TIMER, [this](wxTimerEvent&) {
-        if (!mItem.IsPressed()) mItem.Hover(mCMouse, true);
+        if (mItem.IsPressed()) return;
+        if (sbButtonsStale) mCanvas.RefreshEX();
+        sbButtonsStale = false;
+        mItem.Hover(mCMouse, true);
     });
 }
 
@@ -90,7 +95,11 @@ void ViewMouse_cls::OnPointer(bool bLeaving) {
     const bool bButtons =
         HasButtons() && Navigators_cls::UpdateStatus(units(mCMouse.mCurX), units(mCMouse.mCurY),
                                                      units(mCanvas.GetPixelSize().x));
-    if (bButtons && IsPaintCheap()) mCanvas.RefreshEX();
+    sbButtonsStale |= bButtons;
+    if (sbButtonsStale && (IsPaintCheap() || bLeaving)) {
+        mCanvas.RefreshEX();
+        sbButtonsStale = false;
+    }
     mHover.Stop();
     if (bLeaving) return mItem.Leave();
     mItem.Hover(mCMouse, IsPaintCheap());

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "COMMON/Globals.h"
 #include "COMMON/clsMyVector.h"
 #include "FILTER/clsFilterCtrl.h"
 #include "FILTER/clsFilterData.h"
@@ -186,8 +187,10 @@ HitTest_cls ViewPick_cls::Pick(wxPoint place) const {
     return test;
 }
 
-// Another view may have been painted since this one, and lights may follow the camera of a view.
+// Another view may have been painted since this one, and lights may follow the camera of a view. In the
+// middle of a paint they are that view's.
 void ViewPick_cls::FollowCamera() const {
+    if (GbGLLockDrawing.load()) return;
     if (LightSRCCtrl_cls* lights = mContext.mHost.GetPCLightSRCCtrl()) lights->SetCamera(mCamera);
 }
 
