@@ -43,7 +43,7 @@ protected:
 };
 
 TEST_F(ShadowLookup, IsWhatVolumesAre) {
-    ShowCloud(5000, 0.07);
+    ShowCloud(3000, 0.08);
     SetLight(0, LightSRC_cls::TYPE_PARALLEL, {-0.6, 0.5, 0.6}, 0.9);
     ExpectSame("far");
     SetLooks(2, ShaderCtrl_cls::TYPE_PHONG);
@@ -66,10 +66,10 @@ TEST_F(ShadowLookup, IsWhatVolumesAre) {
 }
 
 TEST_F(ShadowLookup, TakesEveryViewAndBox) {
-    ShowCloud(5000, 0.07);
+    ShowCloud(3000, 0.08);
     SetLight(0, LightSRC_cls::TYPE_PARALLEL, {-0.6, 0.5, 0.6}, 0.9);
     Canvas(0)->SetGeometry(1);
-    ExpectSame("parallel view");
+    ExpectSame("parallel view", 0);
     for (const int geometry : {2, 3}) {
         Canvas(0)->SetGeometry(geometry);
         ExpectSame("geometry " + std::to_string(geometry), 0);
@@ -92,7 +92,7 @@ TEST_F(ShadowLookup, MayStandBesideLargeOnes) {
     mRadii.assign(500, 0.05f);
     for (size_t i = 0; i < 500; i += 50)
         mRadii[i] = i == 0 ? 0.5f : 0.2f;
-    ShowCloud(5000, 0.07);
+    ShowCloud(3000, 0.08);
     for (GLAttribute_cls* a : Drawing().mpCGLAttribute)
         a->mRadiusType.mValue = RADIUS_OF_DATA;
     SetLight(0, LightSRC_cls::TYPE_PARALLEL, {-0.6, 0.5, 0.6}, 0.9);
