@@ -21,7 +21,7 @@
 namespace {
 
 constexpr int kPatienceMillis = 10000;
-constexpr int kDoubleClickMillis = 310; // longer and farther than the clicks of one may be apart
+constexpr int kDoubleClickMillis = 450; // longer and farther than the clicks of one may be apart
 constexpr int kDoubleClickPixels = 10;
 
 /// The keyboard belongs to none of our windows while the window manager hands it on.

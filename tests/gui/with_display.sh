@@ -50,11 +50,9 @@ for start in {1..6}; do
 done
 exec {ready}<>"$private/ready"
 
-# Nothing moves by itself: buttons that fade and carets that blink draw sixty times a second. Clicks at one
-# place are soon single ones again.
+# Nothing moves by itself: buttons that fade and carets that blink draw sixty times a second.
 mkdir "$private/config/gtk-3.0"
-printf '%s\n' '[Settings]' gtk-enable-animations=false gtk-cursor-blink=false \
-  gtk-double-click-time=300 >"$private/config/gtk-3.0/settings.ini"
+printf '%s\n' '[Settings]' gtk-enable-animations=false gtk-cursor-blink=false >"$private/config/gtk-3.0/settings.ini"
 
 # The program meets no session, settings or bus of the user.
 unset WAYLAND_DISPLAY LC_ALL XAUTHORITY
