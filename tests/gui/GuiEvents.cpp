@@ -162,6 +162,10 @@ void GuiEvents_cls::GiveUp() {
     sbMoving = false;
 }
 
+void GuiEvents_cls::SetDoubleClickMillis(int millis) {
+    g_object_set(gtk_settings_get_default(), "gtk-double-click-time", millis, nullptr);
+}
+
 void GuiEvents_cls::RoundTrip() { gdk_display_sync(gdk_display_get_default()); }
 
 void GuiEvents_cls::AskForFrame() {

@@ -22,6 +22,9 @@ public:
     static void Tell(); ///< prints what was sent and what came
     /// Don't wait for what hasn't come so far.
     static void GiveUp();
+    /// How long two presses at one place may be apart to make a double click. A window manager that is slow
+    /// holds the second one back.
+    static void SetDoubleClickMillis(int millis);
     /// Everything that the server had for the program is in the program's queue.
     static void RoundTrip();
     /// Windows are laid out and painted by a clock that ticks 60 times a second: ask for the next tick, and

@@ -21,8 +21,10 @@
 namespace {
 
 constexpr int kPatienceMillis = 10000;
-constexpr int kDoubleClickMillis = 450; // longer and farther than the clicks of one may be apart
+constexpr int kDoubleClickMillis = 1500; // longer and farther than the clicks of one may be apart
 constexpr int kDoubleClickPixels = 10;
+wxPoint sLastClick;
+wxStopWatch sSinceClick;
 
 /// The keyboard belongs to none of our windows while the window manager hands it on.
 bool HasFocus() {
@@ -38,23 +40,6 @@ using TopRef = wxWeakRef<wxTopLevelWindow>;
 std::function<bool()> ActiveOrGone(const TopRef& top) {
     return [top] { return !top || !top->IsShown() || top->IsActive(); };
 }
-
-/// Else a click could be the second or third of those before it.
-class ClicksApart_cls {
-public:
-    explicit ClicksApart_cls(wxPoint place)
-        : mbNear(std::abs(place.x - sLast.x) < kDoubleClickPixels &&
-                 std::abs(place.y - sLast.y) < kDoubleClickPixels) {
-        sLast = place;
-    }
-    bool MayClick() const { return !mbNear || sSince.Time() > kDoubleClickMillis; }
-    ~ClicksApart_cls() { sSince.Start(); }
-
-private:
-    const bool mbNear;
-    static inline wxPoint sLast;
-    static inline wxStopWatch sSince;
-};
 
 /// A page that is higher than its book shows the point, as the user would turn it there.
 void ScrollTo(wxWindow* window, wxPoint point) {
@@ -101,23 +86,28 @@ void GuiTest::Click(wxWindow* window, wxPoint point, int button) {
     const TopRef top = dynamic_cast<wxTopLevelWindow*>(wxGetTopLevelParent(window));
     const bool bWasActive = !top || top->IsActive();
     MoveTo(window, point);
-    const ClicksApart_cls apart(window->ClientToScreen(point));
-    PumpUntil([&apart] { return apart.MayClick(); });
+    sLastClick = window->ClientToScreen(point);
+    GuiEvents_cls::SetDoubleClickMillis(0); // two of these at one place are no double one
     GuiEvents_cls::Button(button, true);
     GuiEvents_cls::Button(button, false);
     Arrive();
+    sSinceClick.Start();
     if (!bWasActive) PumpUntil(ActiveOrGone(top), kPatienceMillis);
 }
 
 // Both clicks are sent at once: what comes between them would make two single ones of them.
 void GuiTest::DoubleClick(wxWindow* window, wxPoint point) {
     MoveTo(window, point);
-    const ClicksApart_cls apart(window->ClientToScreen(point));
-    PumpUntil([&apart] { return apart.MayClick(); });
+    const wxPoint place = window->ClientToScreen(point), way = place - sLastClick;
+    if (std::abs(way.x) < kDoubleClickPixels && std::abs(way.y) < kDoubleClickPixels)
+        PumpUntil([] { return sSinceClick.Time() > kDoubleClickMillis; }); // else it could be the third click
+    sLastClick = place;
+    GuiEvents_cls::SetDoubleClickMillis(kDoubleClickMillis);
     for (int click = 0; click < 2; ++click)
         for (const bool bDown : {true, false})
             GuiEvents_cls::Button(1, bDown);
     Arrive();
+    sSinceClick.Start();
 }
 
 void GuiTest::Press(bool bDown, int button) {

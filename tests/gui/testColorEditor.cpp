@@ -80,10 +80,6 @@ protected:
         const wxRect rect = Gui()->GetPCTemplate()->GetCell(cell);
         return wxPoint(rect.x + rect.width / 2, rect.y + rect.height / 2);
     }
-    static void DoubleClick(wxWindow* window, wxPoint point) {
-        Click(window, point);
-        Click(window, point);
-    }
     static void Undo() {
         Menu(ID_UNDO);
         EXPECT_TRUE(Settle());
