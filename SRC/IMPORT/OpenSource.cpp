@@ -46,8 +46,11 @@ bool IsBefore(const std::string& a, const std::string& b) {
 
 std::vector<std::string> OrderImportFiles(const std::vector<std::string>& files) {
     std::vector<std::string> ordered;
-    for (const std::string& file : files) // "./a" is "a"
-        ordered.push_back(std::filesystem::path(file).lexically_normal().string());
+    for (const std::string& file : files) { // "./a" is "a"; but "b/../a" is another where b is a link
+        const std::filesystem::path path(file);
+        const bool bUp = std::find(path.begin(), path.end(), "..") != path.end();
+        ordered.push_back(bUp ? file : path.lexically_normal().string());
+    }
     std::stable_sort(ordered.begin(), ordered.end(), IsBefore);
     ordered.erase(std::unique(ordered.begin(), ordered.end()), ordered.end());
     return ordered;

@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <filesystem>
 #include <random>
 
 #include <gtest/gtest.h>
@@ -128,6 +129,18 @@ TEST(ImportCsv, ColumnsByNameChoiceAndTime) {
     EXPECT_EQ(folder.ReadSnapshot(0).mID, (Ints{-1, 7})) << "a long ID becomes a short one";
     EXPECT_EQ(folder.ReadSnapshot(1).mID, Ints{-1}) << "the same in all snapshots";
     EXPECT_EQ(folder.ReadSnapshot(1).mTime, 0.5f);
+}
+
+TEST(ImportCsv, OneFileByTwoNamesIsReadOnceAndLinksAreFollowed) {
+    const ImportFolder_st folder;
+    const std::string file = folder.Write("t.csv", "x,y,z\n1,2,3\n");
+    folder.Write("real/t.csv", "x,y,z\n4,5,6\n");
+    folder.Write("real/deep/empty", "");
+    std::filesystem::create_directory_symlink(folder / "real/deep", folder / "link");
+    ASSERT_EQ(folder.Run({file, folder / "./t.csv"}).mStatus, 0);
+    EXPECT_EQ(folder.CountSnapshots(), 1);
+    ASSERT_EQ(folder.Run({folder / "link/../t.csv"}, 0, folder / "behind").mStatus, 0);
+    EXPECT_NE(ReadBytes(folder / "behind/snap0000.bin"), ReadBytes(folder / "out/snap0000.bin"));
 }
 
 // A number between two floats that a double in between would round the wrong way, among thousands.
