@@ -78,6 +78,8 @@ protected:
     static constexpr int kPatience = 30000;
     /// Let events run until `done` holds; false after `millis`.
     static bool PumpUntil(const std::function<bool()>& done, int millis = kPatience);
+    /// The same for what the server or the window manager does, named in a message if it never comes.
+    static void Await(const std::function<bool()>& done, const char* what);
     /// Let events run until nothing is pending and every shown view is painted.
     static bool Settle(int millis = kPatience);
     /// Post a menu command as the menu would, and settle.

@@ -36,9 +36,9 @@ bool HasFocus() {
 
 using TopRef = wxWeakRef<wxTopLevelWindow>;
 
-/// The window manager makes a window active that was clicked into.
+/// The window manager makes a window active that was clicked into, but for a list that opened there.
 std::function<bool()> ActiveOrGone(const TopRef& top) {
-    return [top] { return !top || !top->IsShown() || top->IsActive(); };
+    return [top] { return !top || !top->IsShown() || top->IsActive() || GuiEvents_cls::HasPopup(); };
 }
 
 /// A page that is higher than its book shows the point, as the user would turn it there.
@@ -61,6 +61,10 @@ void ScrollTo(wxWindow* window, wxPoint point) {
 
 } // namespace
 
+void GuiTest::Await(const std::function<bool()>& done, const char* what) {
+    if (!PumpUntil(done, kPatienceMillis)) std::printf("waited in vain for %s\n", what);
+}
+
 void GuiTest::Arrive(bool bFrame) {
     const bool bArrived = PumpUntil(GuiEvents_cls::AllArrived, kPatienceMillis);
     if (!bArrived) GuiEvents_cls::Tell();
@@ -68,12 +72,12 @@ void GuiTest::Arrive(bool bFrame) {
     if (bFrame) GuiEvents_cls::AskForFrame();
     // Work that goes on by itself, such as an export, is not waited for.
     int passes = 0;
-    PumpUntil(
+    Await(
         [&passes] {
             GuiEvents_cls::RoundTrip();
             return ++passes > 2 && GuiEvents_cls::HadFrame();
         },
-        kPatienceMillis);
+        "a frame");
 }
 
 void GuiTest::MoveTo(wxWindow* window, wxPoint point) {
@@ -92,7 +96,7 @@ void GuiTest::Click(wxWindow* window, wxPoint point, int button) {
     GuiEvents_cls::Button(button, false);
     Arrive();
     sSinceClick.Start();
-    if (!bWasActive) PumpUntil(ActiveOrGone(top), kPatienceMillis);
+    if (!bWasActive) Await(ActiveOrGone(top), "the window that was clicked into");
 }
 
 // Both clicks are sent at once: what comes between them would make two single ones of them.
@@ -125,7 +129,7 @@ void GuiTest::Drag(wxWindow* window, wxPoint from, wxPoint to, int button, int s
     MoveTo(window, from);
     GuiEvents_cls::Button(button, true);
     Arrive();
-    PumpUntil(ActiveOrGone(top), kPatienceMillis);
+    Await(ActiveOrGone(top), "the window that was pressed into");
     for (int k = 1; k <= steps; ++k)
         MoveTo(window, from + wxPoint((to.x - from.x) * k / steps, (to.y - from.y) * k / steps));
     GuiEvents_cls::Button(button, false);
@@ -133,13 +137,13 @@ void GuiTest::Drag(wxWindow* window, wxPoint from, wxPoint to, int button, int s
 }
 
 void GuiTest::Key(int keycode, int modifiers) {
-    PumpUntil(HasFocus, kPatienceMillis);
+    Await(HasFocus, "the keyboard");
     GuiEvents_cls::Char(keycode, modifiers);
     Arrive();
 }
 
 void GuiTest::Type(const std::string& text) {
-    PumpUntil(HasFocus, kPatienceMillis);
+    Await(HasFocus, "the keyboard");
     GuiEvents_cls::Text(text);
     Arrive();
 }
@@ -168,7 +172,11 @@ public:
                      ? mReady + 1
                      : 0;
         if (mReady < 2 && mWatch.Time() < kPatienceMillis) return;
-        if (mReady == 0) GuiEvents_cls::GiveUp();
+        if (mReady == 0) {
+            std::printf("waited in vain for what act %zu needs\n", mNext);
+            GuiEvents_cls::Tell();
+            GuiEvents_cls::GiveUp();
+        }
         mReady = 0;
         ++mNext;
         act.mDo();
