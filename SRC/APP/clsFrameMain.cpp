@@ -55,6 +55,7 @@
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
 #include "WIDGET/clsColourDialogEX.h"
 #include "WIDGET/clsFileDialogEX.h"
+#include "WIDGET/clsStatusBar.h"
 
 FrameMain_cls* FrameMain_cls::mspCThis = nullptr;
 
@@ -101,9 +102,10 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
     CreateHalves(bShown);
     CreateMenus();
     if (bShown) mpCToolBar = std::make_unique<ToolBar_cls>(*this);
-    CreateStatusBar(4);
     const int widths[] = {-1, -1, 180, 180};
-    GetStatusBar()->SetStatusWidths(4, widths);
+    auto* bar = new StatusBar_cls(this);
+    bar->SetFieldsCount(4, widths);
+    SetStatusBar(bar);
     for (int field = 0; field < 4; ++field)
         SetStatusText(wxString::Format("field_%d", field), field);
 
@@ -116,6 +118,7 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
     BindHandlers();
     UpdateStatusBar_cls::Connect([this] {
         UpdateStatusText();
+        GetStatusBar()->Update(); // long work goes on behind it
         if (!UpdateStatusBar_cls::sbAllowDispach) return;
         if (wxEventLoopBase* loop = wxEventLoopBase::GetActive())
             loop->YieldFor(wxEVT_CATEGORY_UI | wxEVT_CATEGORY_USER_INPUT);
