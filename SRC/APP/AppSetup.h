@@ -3,5 +3,6 @@
 
 class wxLocale;
 
-/// Signals of writes that fail, language, numbers that never follow the locale, image formats.
-void SetUpApp(wxLocale* pLocale);
+/// Signals of writes that fail, language (English where not `bTranslated`), numbers that never follow the
+/// locale, image formats.
+void SetUpApp(wxLocale* pLocale, bool bTranslated);

@@ -67,11 +67,7 @@ void SetQuietToolkit() {
 bool FilmApp_cls::OnInit() {
     SetAppName("morentis");
     delete wxLog::SetActiveTarget(new wxLogStderr);
-    {
-        // A locale that isn't installed is no fault of the film.
-        std::unique_ptr<wxLogNull> quiet(mArgs.mbQuiet ? new wxLogNull : nullptr);
-        SetUpApp(&mLocale);
-    }
+    SetUpApp(&mLocale, false); // schedulers and scripts read what it says
     UseAnyFileName(); // the toolkit has set its own way meanwhile
     SetMessageHandler([this](MessageKind kind, const wxString& text, const wxString&) {
         return TellOnStderr(mpCProgress, kind, text);

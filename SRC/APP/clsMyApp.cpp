@@ -46,7 +46,7 @@ int RunMorentis(int argc, char** argv) {
 
 bool MyApp::OnInit() {
     SetAppName("morentis");
-    SetUpApp(&mLocale);
+    SetUpApp(&mLocale, true);
     mpCMain = new Main_cls;
     SetFirstSize(mpCMain->mpCFrameMain);
     mpCMain->mpCFrameMain->Show(true);

@@ -14,7 +14,8 @@ public:
     void SetWindowGeometry(int w, int h);
     /// Text in the current colour with its left end at x. y counts from the bottom edge to the baseline;
     /// with `bFromTop` from the top edge, 12 pixels lower than the number says. A line feed goes 24 pixels
-    /// down. Characters that the font lacks show as "?".
+    /// down. Characters that the font lacks show as "?": what is drawn is Latin, so it stays English, also so
+    /// that pictures are the same in every language.
     void Draw(Font font, const wxString& text, int x, int y, bool bFromTop) const;
     /// A line of text in strokes of the current line width, as high as the font but for a factor, so that it
     /// keeps its share of pictures of any size. Left end and baseline from the lower left corner.

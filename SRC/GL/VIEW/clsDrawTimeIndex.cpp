@@ -5,7 +5,6 @@
 #include <wx/bitmap.h>
 #include <wx/dcmemory.h>
 #include <wx/image.h>
-#include <wx/intl.h>
 
 #include "GL/VIEW/clsOverlay.h"
 
@@ -18,7 +17,7 @@ constexpr int kIndent = 2;
 
 wxString DrawTimeIndex_cls::GetTimeText(double time) const {
     const wxString tag = mpCOverlay->mTimeTag.mStrValue;
-    return time == kTimeUnset ? tag + _("Not Defined") : tag + wxString::Format("%g", time);
+    return time == kTimeUnset ? tag + "Not Defined" : tag + wxString::Format("%g", time);
 }
 
 wxImage DrawTimeIndex_cls::GetTimeOnBitmap(const wxString& text) const {

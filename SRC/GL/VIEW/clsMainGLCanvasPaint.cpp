@@ -85,7 +85,7 @@ void MainGLCanvas_cls::Paint() {
     if (mbLoading) {
         MarkStale();
         if (WritesOutput() || mShownSize == GetPixelSize()) return; // the last picture stays
-        mMessage.Add(_("Loading ...") + wxString("\n"));
+        mMessage.Add("Loading ...\n");
     } else if (mShowData.mValue && !IsReaderBusy()) {
         mpCHost->PrepareFramesAhead(mpCHost->GetPCTimeCtrl()->GetPrefetch());
     }

@@ -94,7 +94,7 @@ void ParticleWatch_cls::OnTick(bool bFirst) {
 wxString ParticleWatch_cls::GetText() const {
     const ParticleName_st& name = GetName();
     if (name.IsNone()) return wxString();
-    return name.mbID ? wxString::Format(_("ID %d"), name.mID) : wxString::Format(_("No. %d"), name.mIndex);
+    return name.mbID ? wxString::Format("ID %d", name.mID) : wxString::Format("No. %d", name.mIndex);
 }
 
 int ParticleWatch_cls::FindIn(const PDataBlock_cls& block, unsigned long long serial) const {

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include <wx/intl.h>
-
 #include "COMMON/clsMyVector.h"
 #include "GL/BASE/clsGLPerspective.h"
 #include "GL/VIEW/clsSharedView.h"
@@ -155,7 +153,7 @@ wxString ViewCamera_cls::SetAngleIfLinked(GLPerspective_cls* pPerspective) const
         return wxString();
     pPerspective->mAngle = limit;
     if (geometry != ViewSettings_cls::GEOMETRY_PERSPECTIVE) return wxString();
-    return _("View angle is limited to 120 deg in perspective view.") + wxString("\n");
+    return "View angle is limited to 120 deg in perspective view.\n";
 }
 
 // In a copy of another view that view's camera counts.

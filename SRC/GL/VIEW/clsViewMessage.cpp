@@ -4,8 +4,6 @@
 
 #include <epoxy/gl.h>
 
-#include <wx/intl.h>
-
 namespace {
 
 // Memory figures of one vendor's driver, in KB.
@@ -23,7 +21,7 @@ wxString ViewMessage_cls::MakeStatusLine(const Facts_st& facts) {
 
 wxString ViewMessage_cls::MakeDataLine(const Facts_st& facts) {
     wxString text = "Time=";
-    text += facts.mTime == kTimeUnset ? wxString(_("Not Defined")) : wxString::Format("%g", facts.mTime);
+    text += facts.mTime == kTimeUnset ? wxString("Not Defined") : wxString::Format("%g", facts.mTime);
     text += wxString::Format(":PNum=%d*%lld", facts.mParticles, facts.mCopies);
     long long all = 0;
     if (__builtin_mul_overflow(static_cast<long long>(facts.mParticles), facts.mCopies, &all))

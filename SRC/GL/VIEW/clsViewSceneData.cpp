@@ -1,7 +1,6 @@
 // Particles of a view, lit.
 #include "GL/VIEW/clsViewScene.h"
 
-#include <wx/intl.h>
 
 #include "COMMON/Globals.h"
 #include "FILTER/clsBondFollower.h"
@@ -87,7 +86,7 @@ const FilterCopy_cls* ViewScene_cls::GetCopies(long long* pNumber) const {
     *pNumber = copies->GetNumber();
     if (mContext.mHost.MayDrawCopies(*pNumber)) return copies;
     if (!mPass.bAgain)
-        mContext.mMessage.Add(wxString::Format(_("%lld copies are not drawn"), *pNumber) + "\n");
+        mContext.mMessage.Add(wxString::Format("%lld copies are not drawn", *pNumber) + "\n");
     *pNumber = 1;
     return nullptr;
 }

@@ -249,6 +249,7 @@ void PlayCtrlGUI_cls::MakeSettings() {
                            [this](int value) { mpCTime->SetAnimInterpCommand(value); });
     mpCPrefetch =
         AddField(mSettings, _("Prefetch"), 0, kMaxPrefetch,
+                 // xgettext:no-c-format
                  _("Frames read ahead; over 3 at most 60% of what fits the memory"), [this](int value) {
                      mpCTime->SetPrefetchCommand(LimitPrefetch(value, mpCTime->GetExpectedPrefetchMax()));
                      mpCPrefetch->SetValue(mpCTime->GetPrefetch());
