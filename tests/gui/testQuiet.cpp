@@ -1,9 +1,14 @@
-// Nothing that a user opens makes the toolkit complain, and no button cuts its text.
+// Nothing that a user opens makes the toolkit complain or cuts its text, in any language.
 #include <set>
 
 #include <wx/button.h>
+#include <wx/checkbox.h>
+#include <wx/choice.h>
+#include <wx/control.h>
+#include <wx/intl.h>
 #include <wx/menu.h>
 #include <wx/notebook.h>
+#include <wx/stattext.h>
 #include <wx/tglbtn.h>
 
 #include "APP/clsFrameMain.h"
@@ -16,6 +21,7 @@
 #include "WIDGET/TIMELINE/clsKeyDialog.h"
 #include "WIDGET/clsDialogEXKey.h"
 #include "WIDGET/clsFileDialogEX.h"
+#include "WIDGET/clsGripLabel.h"
 
 namespace {
 
@@ -33,24 +39,38 @@ protected:
             ForEach(child, visit);
         }
     }
-    /// A text has at least this many pixels on each side, the border among them.
-    static void CheckButtons(wxWindow* root) {
+    /// A button's text has at least this many pixels on each side, the border among them; what only shows a
+    /// text holds it, in whatever language.
+    static void CheckTexts(wxWindow* root) {
         constexpr int kRoom = 4;
         ForEach(root, [](wxWindow* window) {
             if (!window->IsShownOnScreen()) return;
-            auto* button = dynamic_cast<wxAnyButton*>(window);
-            if (!button || button->GetLabelText().empty()) return;
+            const wxString text = wxControl::RemoveMnemonics(window->GetLabel());
             int w = 0;
             int h = 0;
-            button->GetTextExtent(button->GetLabelText(), &w, &h);
-            const int bitmap = button->GetBitmap().IsOk() ? button->GetBitmap().GetWidth() : 0;
-            EXPECT_GE(button->GetSize().x, w + bitmap + 2 * kRoom) << button->GetLabelText();
-            EXPECT_GE(button->GetSize().y, h) << button->GetLabelText();
+            if (auto* button = dynamic_cast<wxAnyButton*>(window)) {
+                if (text.empty()) return;
+                button->GetTextExtent(text, &w, &h);
+                const int bitmap = button->GetBitmap().IsOk() ? button->GetBitmap().GetWidth() : 0;
+                EXPECT_GE(button->GetSize().x, w + bitmap + 2 * kRoom) << text;
+                EXPECT_GE(button->GetSize().y, h) << text;
+            } else if (dynamic_cast<GripLabel_cls*>(window) || dynamic_cast<wxCheckBox*>(window) ||
+                       dynamic_cast<wxChoice*>(window)) {
+                EXPECT_GE(window->GetSize().x, window->GetBestSize().x) << text;
+            } else if (dynamic_cast<wxStaticText*>(window) && !window->HasFlag(wxST_ELLIPSIZE_END)) {
+                EXPECT_GE(window->GetSize().x, window->GetBestSize().x) << text;
+            } else {
+                return;
+            }
+            const int right = window->ClientToScreen(wxPoint(window->GetClientSize().x, 0)).x;
+            for (wxWindow* pane = window->GetParent(); pane && !pane->IsTopLevel(); pane = pane->GetParent())
+                EXPECT_LE(right, pane->ClientToScreen(wxPoint(pane->GetClientSize().x, 0)).x + kRoom)
+                    << text << " leaves its pane";
         });
     }
     /// Every page of every book, one after the other.
     static void TurnPages(wxWindow* root) {
-        CheckButtons(root);
+        CheckTexts(root);
         std::vector<wxNotebook*> books;
         ForEach(root, [&books](wxWindow* window) {
             if (auto* book = dynamic_cast<wxNotebook*>(window)) books.push_back(book);
@@ -59,7 +79,7 @@ protected:
             for (size_t page = 0; page < book->GetPageCount(); ++page) {
                 book->SetSelection(page);
                 Settle();
-                CheckButtons(root);
+                CheckTexts(root);
             }
             book->SetSelection(0);
         }
@@ -72,7 +92,7 @@ protected:
             for (wxWindow* window : wxTopLevelWindows)
                 if (window->IsShown() && window->GetLabel() == title) {
                     bSeen = true;
-                    CheckButtons(window);
+                    CheckTexts(window);
                 }
         };
         const auto leave = [] {
@@ -91,15 +111,17 @@ protected:
 
 TEST_F(Quiet, EveryDialogAndPageOpensWithoutAWordOfTheToolkit) {
     ASSERT_TRUE(OpenProjectAndPaint(Root() + "examples/lj_melt_bin/lj_melt_bin.mrp"));
+    Snap("window");
     TurnPages(Frame());
     for (const int id : {ID_VIEW_PANEL_TYPE_1, ID_VIEW_PANEL_TYPE_2, ID_VIEW_PANEL_TYPE_3,
                          ID_VIEW_PANEL_TYPE_4, ID_VIEW_PANEL_TYPE_0}) {
         Menu(id);
-        CheckButtons(Frame());
+        CheckTexts(Frame());
     }
     std::set<wxWindow*> seen;
-    for (const int id : {ID_LOAD_DATA, ID_EXPORT_DATA, ID_SAVE_IMAGE_SEQ, ID_SCENE, ID_PREFERENCE,
-                         ID_COLOR_CURVE, ID_PERIODIC_BOUNDARY, ID_LIGHT_SOURCE, ID_TEX_PROPERTY}) {
+    for (const int id :
+         {ID_LOAD_DATA, ID_EXPORT_DATA, ID_SAVE_IMAGE_SEQ, ID_SCENE, ID_PREFERENCE, ID_COLOR_CURVE,
+          ID_PERIODIC_BOUNDARY, ID_LIGHT_SOURCE, ID_TEX_PROPERTY, ID_CAMERA_PATH, ID_STEREOGRAM, ID_POVRAY}) {
         SCOPED_TRACE(Frame()->GetMenuBar()->GetLabel(id));
         Menu(id);
         wxDialogEXKey* opened = nullptr;
@@ -111,13 +133,14 @@ TEST_F(Quiet, EveryDialogAndPageOpensWithoutAWordOfTheToolkit) {
         }));
         Settle();
         TurnPages(opened);
+        Snap(("dialog_" + wxString::Format("%d", id)).ToStdString());
         seen.insert(opened);
         opened->CloseEXKey();
         Settle();
     }
     wxFileDialogEX::sStrTestAnswer = Root() + "examples/lj_unsorted_text/unsorted001.txt";
-    LookAtModal("Guess", [] { Menu(ID_GUESS_DATA); });
-    LookAtModal("Move Frame", [] { Menu(ID_GO); });
+    LookAtModal(_("Guess"), [] { Menu(ID_GUESS_DATA); });
+    LookAtModal(_("Move Frame"), [] { Menu(ID_GO); });
     const wxString axes[] = {"X", "Y", "Z"};
     ParamGroup_cls group("Place", 3, axes, 6, false);
     std::vector<Parameters_cls*> curves;
@@ -126,7 +149,7 @@ TEST_F(Quiet, EveryDialogAndPageOpensWithoutAWordOfTheToolkit) {
         curve.SelectKeyFrameRegion(0.0, 1.0, 0.0, 2.0, false);
         curves.push_back(&curve);
     }
-    LookAtModal("Key Settings", [&curves] { KeyDialog_cls::Open(Frame(), curves); });
+    LookAtModal(_("Key Settings"), [&curves] { KeyDialog_cls::Open(Frame(), curves); });
     Menu(ID_VIEW_EXTRA, true);
     Menu(ID_VIEW_EXTRA, false);
     Menu(ID_TIME_REMAP, true);

@@ -58,7 +58,7 @@ printf '%s\n' '[Settings]' gtk-enable-animations=false gtk-cursor-blink=false >"
 unset WAYLAND_DISPLAY LC_ALL XAUTHORITY
 export DISPLAY=:$display XDG_RUNTIME_DIR=$private/runtime XDG_CONFIG_HOME=$private/config \
   XDG_DATA_HOME=$private/data DBUS_SESSION_BUS_ADDRESS=disabled: NO_AT_BRIDGE=1 \
-  GSETTINGS_BACKEND=memory GDK_BACKEND=x11 LIBGL_ALWAYS_SOFTWARE=1 LANG=C.UTF-8
+  GSETTINGS_BACKEND=memory GDK_BACKEND=x11 LIBGL_ALWAYS_SOFTWARE=1 LANG=C.UTF-8 LANGUAGE=${MORENTIS_TEST_LANGUAGE:-en}
 READY=$private/ready owned TERM openbox --sm-disable --config-file "$manager_settings" \
   --startup 'sh -c "echo openbox >\"$READY\""' >"$private/openbox.log" 2>&1 &
 children+=($!)
@@ -67,6 +67,9 @@ read -r -t 30 _ <&$ready || { cat "$private/openbox.log" >&2; fail "the window m
 # The program keeps its settings and recovery projects beside itself.
 program=$private/bin/$(basename "$1")
 ln "$1" "$program" 2>/dev/null || cp "$1" "$program" || exit 1
+for catalogues in locale ../../locale; do # beside the program or two folders above
+  [[ -d $(dirname "$1")/$catalogues ]] && ln -sfn "$(realpath "$(dirname "$1")/$catalogues")" "$private/bin/locale"
+done
 shift
 owned KILL "$program" "$@" &
 children+=($!)

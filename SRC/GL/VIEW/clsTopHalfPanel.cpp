@@ -29,6 +29,8 @@
 
 namespace {
 
+constexpr int kWidestBook = 420;
+constexpr int kBookBorder = 8;
 constexpr int kBookWidth = 310; // leaves four views room for their controls in the first window
 constexpr int kMinPane = 40;
 constexpr int kScrollStep = 8;
@@ -150,7 +152,13 @@ void TopHalfPanel_cls::CreateBooks(wxWindow* pParent) {
     sizer->Add(mpCOptionBook, 6, wxEXPAND | wxBOTTOM, 4);
     sizer->Add(mpCFilterBook, 5, wxEXPAND);
     side->SetSizer(sizer);
-    mpCSides->SplitVertically(mpCOuter, side, -kBookWidth);
+    // Labels of other languages may be longer.
+    for (const wxNotebook* pBook : {mpCAttribBook, mpCOptionBook})
+        for (size_t page = 0; page < pBook->GetPageCount(); ++page)
+            mBookWidth =
+                std::max(mBookWidth, pBook->GetPage(page)->GetSizer()->CalcMin().x + FromDIP(kBookBorder));
+    mBookWidth = std::min(mBookWidth, std::max(kBookWidth, FromDIP(kWidestBook)));
+    mpCSides->SplitVertically(mpCOuter, side, -mBookWidth);
 }
 
 void TopHalfPanel_cls::ShowInformation() {
