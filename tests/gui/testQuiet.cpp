@@ -14,9 +14,13 @@
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "COMMON/EventIds.h"
+#include "FILTER/clsFilterLists.h"
 #include "GtkWords.h"
 #include "GuiTest.h"
 #include "PARAM/clsParamGroup.h"
+#include "PARAM/clsUndoManager.h"
+#include "ProjectTest.h"
+#include "RunFilm.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/TIMELINE/clsKeyDialog.h"
 #include "WIDGET/clsDialogEXKey.h"
@@ -159,6 +163,28 @@ TEST_F(Quiet, EveryDialogAndPageOpensWithoutAWordOfTheToolkit) {
     for (const std::string& word : GetGtkWords())
         ADD_FAILURE() << word;
     EXPECT_TRUE(mVMessages.empty());
+}
+
+// Words for the kinds of filters are translated on the screen alone.
+TEST_F(Quiet, ProjectsAreTheSameInEveryLanguage) {
+    FilmFolder_cls folder;
+    ASSERT_TRUE(OpenProjectAndPaint(Root() + "examples/lj_melt_bin/lj_melt_bin.mrp"));
+    for (int id = ID_FILTER_BOOLEAN; id <= ID_FILTER_STICK; ++id)
+        if (id != ID_FILTER_OBJECT_MENU && id != ID_FILTER_WORLD_MENU) Menu(id);
+    const wxString window = wxString::FromUTF8(folder / "window.mrp");
+    const std::string command = folder / "command.mrp";
+    ASSERT_TRUE(Hub()->SaveProjectFile(window, true));
+    const std::string text = ReadAll(window.utf8_string());
+    for (const char* word : {"FilterName=Boolean00", "FilterName=DataBox00", "FilterName=Stick00"})
+        EXPECT_NE(text.find(word), std::string::npos) << word;
+    const ChildRun_st run = RunFilm({"--write-project", command, window.utf8_string()}); // speaks English
+    ASSERT_EQ(run.mStatus, 0) << run.mErr;
+    EXPECT_EQ(ReadAll(command), text);
+    ASSERT_TRUE(OpenProjectAndPaint(command));
+    ASSERT_TRUE(Hub()->SaveProjectFile(window, true));
+    EXPECT_EQ(ReadAll(window.utf8_string()), text);
+    Hub()->mpCFilters->ClearFilters();
+    GCUndoList.Clear();
 }
 
 } // namespace
