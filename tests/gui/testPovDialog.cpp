@@ -419,7 +419,10 @@ TEST_F(PovDialog, PagesShowWhatCounts) {
     TypeInto(dynamic_cast<NumField_cls*>(mpGUI->GetPCAdvanced()->GetField(0)), "33");
     EXPECT_EQ(Pov().mCAdvanced.mMaxTraceLevel.mValue, 33);
     Snap("pov_advanced");
-    dynamic_cast<wxDialogEXKey*>(wxGetTopLevelParent(mpGUI->GetPCAdvanced()))->CloseEXKey();
+    wxWindow* advanced = wxGetTopLevelParent(mpGUI->GetPCAdvanced());
+    ClickOn(FindByLabel(advanced, "Close"));
+    EXPECT_TRUE(PumpUntil([&] { return !advanced->IsShown(); }));
+    EXPECT_TRUE(mpGUI->IsShown());
 }
 
 TEST_F(PovDialog, FolderIsShownByTheDesktop) {
