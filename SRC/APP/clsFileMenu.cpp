@@ -7,11 +7,11 @@
 #include <wx/utils.h>
 
 #include "APP/BindMenu.h"
+#include "APP/PovPath.h"
 #include "APP/UnaskedEnd.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsImageRun.h"
 #include "APP/clsMain.h"
-#include "APP/clsPovScene.h"
 #include "APP/clsRecentFiles.h"
 #include "APP/clsRecovery.h"
 #include "COMMON/EventIds.h"

@@ -16,7 +16,6 @@
 #include "APP/clsMain.h"
 #include "COLORCURVE/clsColorCurve.h"
 #include "COMMON/MsgBox.h"
-#include "COMMON/RuntimeFiles.h"
 #include "COMMON/SafeFile.h"
 #include "FILTER/clsFilterCopy.h"
 #include "FILTER/clsFilterDataBox.h"
@@ -32,7 +31,6 @@
 #include "PDATA/clsPDataSequence.h"
 #include "POVRAY/TEXT/PovNumber.h"
 #include "POVRAY/clsPovRayCtrl.h"
-#include "SCENE/clsAnchorPath.h"
 #include "SCENE/clsCameraPath.h"
 #include "SCENE/clsLightSRC.h"
 #include "SCENE/clsLightSRCCtrl.h"
@@ -320,19 +318,4 @@ bool PovScene_cls::WriteFrame(const wxString& povPath, const wxString& includeNa
         if (mText.GetOptions().mbLikeView) text += objects.GetStrPovRealGrids(mTime, mText);
     }
     return WriteScene(povPath, text);
-}
-
-wxString GetPathPov(const Main_cls& main) {
-    constexpr size_t kMostTemplate = 1000000;
-    const bool bAnchor = main.mpCCameraPath->mCLookAnchor.mValue;
-    wxString text = "#declare t0 = clock;\n" + main.mpCCameraPath->mpCTranslate->GetStrExpression() +
-                    main.mpCCameraPath->mpCRotate->GetStrExpression();
-    if (bAnchor) text += main.mpCAnchorPath->mpCTranslate->GetStrExpression();
-    const wxString path =
-        FindRuntimeFile(bAnchor ? "Resource/cameratemplate.pov" : "Resource/cameratemplateNA.pov");
-    std::string camera;
-    if (ReadWholeFile(path, kMostTemplate, &camera) == ReadFileResult::Ok)
-        return text + wxString::FromUTF8(camera);
-    Notice("pov-ray template", wxString::Format(_("The camera's template %s can't be read."), path));
-    return text;
 }

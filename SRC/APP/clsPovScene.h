@@ -83,7 +83,3 @@ private:
     const FilterCopy_cls* mpCCopies = nullptr;      ///< null: the data stand there once
     long long mCopies = 1;
 };
-
-/// The text of the film's camera for scenes that users write themselves: where camera and anchor are at
-/// POV-Ray's clock, 0 to 1, and a camera that is there.
-wxString GetPathPov(const Main_cls& main);

@@ -122,7 +122,8 @@ private:
                 for (; block < 3 && k >= mVectors[block].GetPieces(); ++block)
                     k -= mVectors[block].GetPieces();
                 if (block == 3) return;
-                (mVectors[block].*job)(k);
+                Mesh2Vectors_cls& vectors = mVectors[block];
+                (vectors.*job)(k);
             }
         });
     }

@@ -177,16 +177,22 @@ void PovRayGUI_cls::ShowPicture() {
     if (path.empty() || mStrShownPicture == stamp) return;
     mStrShownPicture = stamp;
     const PovPicture_st& shape = mpCCtrl->GetLastShape();
-    if ((long long)shape.mW * shape.mH > kMostPixels) return;
     const wxLogNull quiet;
     wxImage image;
-    if (shape.mEnding == ".ppm") { // no format of the file dialogs
-        wxFFileInputStream file(path);
-        wxPNMHandler().LoadFile(&image, file, false);
-    } else if (wxImage::FindHandler(shape.mEnding.Mid(1), wxBITMAP_TYPE_ANY)) {
-        image.LoadFile(path);
+    if ((long long)shape.mW * shape.mH <= kMostPixels) {
+        if (shape.mEnding == ".ppm") { // no format of the file dialogs
+            wxFFileInputStream file(path);
+            wxPNMHandler().LoadFile(&image, file, false);
+        } else if (wxImage::FindHandler(shape.mEnding.Mid(1), wxBITMAP_TYPE_ANY)) {
+            image.LoadFile(path);
+        }
     }
-    if (image.IsOk()) ShowSmall(image, path);
+    if (image.IsOk()) {
+        ShowSmall(image, path);
+        return;
+    }
+    mpCPicture->SetBitmap(wxNullBitmap); // not an older one
+    mpCPicture->SetToolTip(path + "\n" + _("Such a picture can't be shown here."));
 }
 
 void PovRayGUI_cls::ShowSmall(wxImage image, const wxString& path) {

@@ -39,11 +39,11 @@ protected:
         return names;
     }
     /// In the place of POV-Ray; $1 is the .ini, $2 "+Iscene.pov", $3 "+Oname".
-    void Pretend(const std::string& script) {
+    void Pretend(const std::string& script, const std::string& lines = "") {
         const std::string path = mFolder / "renderer";
         std::ofstream(path) << "#!/bin/sh\nname=\"${3#+O}\"\n" << script << "\n";
         chmod(path.c_str(), 0755);
-        mProject = mFolder.MakeProject("film.mrp", "DownSizing=100\nPathPovRay=" + path + "\n");
+        mProject = mFolder.MakeProject("film.mrp", "DownSizing=100\nPathPovRay=" + path + "\n" + lines);
     }
     FilmFolder_cls mFolder;
     std::string mProject;
@@ -159,6 +159,28 @@ TEST_F(FilmPov, TheLightIsThatOfTheFilmsFirstFrame) {
     const ChildRun_st part = RunFilm({"--pov-export", mFolder / "part", "--frames", "3", mProject});
     EXPECT_NE(part.mErr.find("the light that the scene of frame 2 leaves"), std::string::npos) << part.mErr;
     EXPECT_TRUE(mFolder.ReadAll("part")["povanim0003.ini"] == files["povanim0003.ini"]);
+}
+
+// Other machines may be at the same film in the same folder.
+TEST_F(FilmPov, TheLightIsFoundUnderANameOfItsOwn) {
+    Pretend("readlink \"$1\" >> ../names; echo x > \"$name.png\"",
+            "PovRadiosityType=1\nPovKeepFirstPretrace=1\n---AllLightSource\nLightNumber=0\n");
+    fs::create_directories(mFolder / "out");
+    std::ofstream(mFolder / "out/pretrace.ini") << "another's";
+    for (int run = 0; run < 2; ++run) {
+        const ChildRun_st film = Render("out");
+        EXPECT_EQ(film.mStatus, 3);
+        EXPECT_NE(film.mErr.find("there is no light in the scene"), std::string::npos) << film.mErr;
+        EXPECT_NE(film.mErr.find("can't be made: " + (mFolder / "out/CommonLight.rca") + " is not there"),
+                  std::string::npos)
+            << film.mErr;
+        EXPECT_EQ(mFolder.ReadAll("out").size(), 1u) << "no frame was begun, nothing is left";
+    }
+    std::ifstream file(mFolder / "names");
+    std::set<std::string> names;
+    for (std::string name; std::getline(file, name);)
+        names.insert(name);
+    EXPECT_EQ(names.size(), 2u) << "a name for each";
 }
 
 TEST_F(FilmPov, BlurIsTheMeanOfPicturesOfMoments) {

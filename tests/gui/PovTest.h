@@ -126,17 +126,18 @@ protected:
         FilterScope_cls::Set(grid.mpCRotate, {20, 0, 0});
         return grid;
     }
-    void ShowBalls(const std::vector<Ball_st>& balls) {
-        const std::string path = mDir / "balls0000.bin";
-        {
-            std::ofstream file(path, std::ios::binary);
+    void ShowBalls(const std::vector<Ball_st>& balls) { ShowRun({balls}); }
+    /// A snapshot each.
+    void ShowRun(const std::vector<std::vector<Ball_st>>& run) {
+        for (size_t k = 0; k < run.size(); ++k) {
+            std::ofstream file(mDir / ("balls000" + std::to_string(k) + ".bin"), std::ios::binary);
             const auto put = [&file](const auto& value) {
                 file.write(reinterpret_cast<const char*>(&value), sizeof value);
             };
-            put(0.0f);
-            put(int(balls.size()));
-            for (size_t i = 0; i < balls.size(); ++i) {
-                const Ball_st& ball = balls[i];
+            put(float(k));
+            put(int(run[k].size()));
+            for (size_t i = 0; i < run[k].size(); ++i) {
+                const Ball_st& ball = run[k][i];
                 const float head[7] = {ball.x, ball.y, ball.z, 0, 0, 0, ball.radius};
                 put(head);
                 put(int(i));
@@ -144,7 +145,7 @@ protected:
                 put(ball.value);
             }
         }
-        ASSERT_TRUE(OpenAndPaint(path));
+        ASSERT_TRUE(OpenAndPaint(mDir / "balls0000.bin"));
         LookFrom({-4, 0, 0}, {1, 0, 0});
     }
     /// The free camera of view 0, its anchor `distance` in front of it.

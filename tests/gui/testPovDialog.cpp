@@ -239,6 +239,10 @@ TEST_F(PovDialog, FailuresAreListedAndTheRunGoesOn) {
     EXPECT_TRUE(list->GetValue().Contains("povanim0001: it ended with 1")) << list->GetValue();
     EXPECT_TRUE(list->GetValue().Contains("the lamp broke"));
     EXPECT_TRUE(WasTold("povanim0001"));
+    auto* small =
+        dynamic_cast<wxStaticBitmap*>(FindByTip(mpGUI, wxString::FromUTF8(mDir / "povanim0000.png")));
+    ASSERT_TRUE(small);
+    EXPECT_FALSE(small->GetBitmap().IsOk()) << "it is no picture, and no older one takes its place";
     Snap("pov_failures");
 }
 
@@ -419,7 +423,10 @@ TEST_F(PovDialog, PagesShowWhatCounts) {
     TypeInto(dynamic_cast<NumField_cls*>(mpGUI->GetPCAdvanced()->GetField(0)), "33");
     EXPECT_EQ(Pov().mCAdvanced.mMaxTraceLevel.mValue, 33);
     Snap("pov_advanced");
-    dynamic_cast<wxDialogEXKey*>(wxGetTopLevelParent(mpGUI->GetPCAdvanced()))->CloseEXKey();
+    wxWindow* advanced = wxGetTopLevelParent(mpGUI->GetPCAdvanced());
+    ClickOn(FindByLabel(advanced, "Close"));
+    EXPECT_TRUE(PumpUntil([&] { return !advanced->IsShown(); }));
+    EXPECT_TRUE(mpGUI->IsShown());
 }
 
 TEST_F(PovDialog, FolderIsShownByTheDesktop) {

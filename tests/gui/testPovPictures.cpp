@@ -14,6 +14,7 @@
 #include "FILTER/clsFilterGrid.h"
 #include "FILTER/clsFilterObject.h"
 #include "FILTER/clsFilterStick.h"
+#include "GL/VIEW/clsParticleWatch.h"
 #include "MESH/PovMeshText.h"
 #include "PovTest.h"
 #include "SCENE/clsAnchorPath.h"
@@ -37,6 +38,11 @@ protected:
         Canvas(0)->LinkageConnect();
         Hub()->mpCCameraPath->mCGeometry.mValue = geometry;
         return *Hub()->mpCCameraPath;
+    }
+    static std::string GetClipboard() {
+        wxTextDataObject data;
+        const wxClipboardLocker lock;
+        return wxTheClipboard->GetData(data) ? data.GetText().utf8_string() : std::string();
     }
     /// Keys of its place along x and of its turn.
     static void SetPath(double x, double turn, double when = SceneObj_cls::kCurrent) {
@@ -447,11 +453,6 @@ TEST_F(PovPictures, ThePathIsACameraAtPovRaysClock) {
                 key.mInterpType = INTERP_HERMITE_AUTO;
             param.ExecCommandSetKeys(keys);
         }
-    const auto clipboard = [] {
-        wxTextDataObject data;
-        const wxClipboardLocker lock;
-        return wxTheClipboard->GetData(data) ? data.GetText() : wxString();
-    };
     std::vector<Scene_st> scenes;
     std::vector<wxImage> views;
     for (const bool bAnchor : {false, true}) {
@@ -462,7 +463,7 @@ TEST_F(PovPictures, ThePathIsACameraAtPovRaysClock) {
             Canvas(0)->mCamera.ForceUpdateCameraPos();
             ExpectAlike(128, 96, 3); // the scene of the frame
             Menu(ID_EXPORT_PATH_POV);
-            const std::string text = clipboard().utf8_string();
+            const std::string text = GetClipboard();
             EXPECT_EQ(text.find("#declare t0 = clock;\n#if (t0 <= 1)\n"), 0u) << text;
             views.push_back(Draw(128, 96));
             scenes.push_back(
@@ -488,6 +489,58 @@ TEST_F(PovPictures, ThePathIsACameraAtPovRaysClock) {
             param.ExecCommandSetKeys({key});
             param.mbTimeDepend.mValue = false;
         }
+}
+
+TEST_F(PovPictures, ThePathGoesWithAFollowedParticle) {
+    const std::vector<std::vector<Ball_st>> run = {{{0, 0, 0}, {1, -1.2f, -0.4f, 0.15f}},
+                                                   {{0, 0.6f, 0.3f}, {1, -1.2f, -0.4f, 0.15f}},
+                                                   {{0, -0.5f, 0.7f}, {1, -1.2f, -0.4f, 0.15f}}};
+    ShowRun(run);
+    CameraPath_cls& path = LinkPath(0);
+    path.mCLookAnchor.mValue = true;
+    SetPath(-5, 0);
+    TimeCtrl_cls& time = *Hub()->mpCTimeCtrl;
+    ParticleWatch_cls& watch = *Hub()->mpCParticles;
+    watch.ReadStrLine("PickedParticle=1 0 0 0 0 0");
+    watch.ReadStrLine("PickedMarks=1 0 0");
+    ASSERT_TRUE(watch.mbFollow);
+    ASSERT_EQ(time.GetMaxFrame(), 2);
+    std::vector<Scene_st> scenes;
+    std::vector<wxImage> views;
+    for (const int frame : {0, 1, 2}) {
+        time.SetFrameNative(frame, 0);
+        Repaint();
+        while (watch.Learn(100, ParticleWatch_cls::Source::Wait) != ParticleWatch_cls::State::Known) {
+        }
+        Canvas(0)->mCamera.ForceUpdateCameraPos();
+        views.push_back(Draw(128, 96));
+    }
+    Menu(ID_EXPORT_PATH_POV);
+    const std::string text = GetClipboard();
+    EXPECT_TRUE(mVMessages.empty()) << "all of its way is known";
+    for (size_t k = 0; k < 3; ++k) {
+        std::string balls = "#default { finish { ambient 1 diffuse 0 } }\n";
+        for (const Ball_st& ball : run[k])
+            balls += "sphere { <" + std::to_string(ball.x) + "," + std::to_string(ball.y) + "," +
+                     std::to_string(ball.z) + ">, " + std::to_string(ball.radius) + " pigment { rgb 1 } }\n";
+        scenes.push_back({"global_settings { assumed_gamma 1 }\n" + text + balls, 128, 96, double(k) / 2.0});
+    }
+    const std::vector<wxImage> rendered = RenderAll(scenes);
+    for (size_t k = 0; k < 3; ++k) {
+        SCOPED_TRACE("frame " + std::to_string(k));
+        ExpectSameSpots(views[k], rendered[k], 2);
+    }
+    AnchorPath_cls& anchor = *Hub()->mpCAnchorPath;
+    const auto follow = anchor.mFollow;
+    anchor.mFollow = [&follow](double index, double out[3]) {
+        return index == 0.5 ? AnchorPath_cls::LATE : follow(index, out);
+    };
+    Menu(ID_EXPORT_PATH_POV);
+    anchor.mFollow = follow;
+    EXPECT_TRUE(WasTold("isn't known yet in 1 of 3 pictures"));
+    EXPECT_EQ(GetClipboard().find("\t0.5, <"), std::string::npos);
+    watch.Reset();
+    path.SetToDefault();
 }
 
 // The manual has a table of these, with these pictures.

@@ -58,6 +58,9 @@ Cost_st Render(const TempFolder_cls& folder, const std::string& data) {
 
 // Of a hundred thousand spheres, with the 15 MB that POV-Ray takes for an empty scene.
 TEST(PovMemory, GroupsTakeAThirdOfTimeAndMemory) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "the memory of who starts a process counts as its own";
+#endif
     constexpr int kNumber = 30000;
     HandBlock_st hand(kNumber, 1);
     FourAttributes_st attributes;
