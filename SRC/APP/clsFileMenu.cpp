@@ -34,7 +34,7 @@
 
 namespace {
 
-const char* const kProjectWildcard = "Project file (*.mrp)|*.mrp";
+wxString GetProjectWildcard() { return _("Project file") + wxString(" (*.mrp)|*.mrp"); }
 
 wxString FolderOf(const wxString& path) { return path == "None" ? wxString() : wxFileName(path).GetPath(); }
 
@@ -81,7 +81,7 @@ void FileMenu_cls::ShowModified() {
 
 void FileMenu_cls::OnMenuOpenProject(wxCommandEvent&) {
     GpCFileDialog->SetParams(_("Select a project file"), FolderOf(mCItemLastMRP.mStrValue), "",
-                             kProjectWildcard, wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+                             GetProjectWildcard(), wxFD_OPEN | wxFD_FILE_MUST_EXIST);
     if (GpCFileDialog->ShowModal() == wxID_OK) OpenProjectAsked(GpCFileDialog->GetPath());
 }
 
@@ -242,7 +242,7 @@ bool FileMenu_cls::AskProjectName(wxString* pPath) {
     wxString name = mbProjectNamed ? wxFileName(last).GetFullName() : wxString("untitled.mrp");
     while (true) {
         // The dialog would ask about the name as typed; what counts is the one with its ending.
-        GpCFileDialog->SetParams(_("Select a file"), folder, name, kProjectWildcard, wxFD_SAVE);
+        GpCFileDialog->SetParams(_("Select a file"), folder, name, GetProjectWildcard(), wxFD_SAVE);
         if (GpCFileDialog->ShowModal() != wxID_OK) return false;
         *pPath = GpCFileDialog->GetPath();
         if (!pPath->EndsWith(".mrp")) *pPath += ".mrp";

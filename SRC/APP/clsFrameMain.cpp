@@ -227,7 +227,8 @@ wxString FrameMain_cls::GetStandstill() const {
 }
 
 void FrameMain_cls::UpdateStatusText() {
-    static const char* const kStages[] = {"Drawing ", "Shadow ", "Drawing LH"};
+    static const char* const kStages[] = {wxTRANSLATE("Drawing "), wxTRANSLATE("Shadow "),
+                                          wxTRANSLATE("Drawing LH")};
     const PDataSequence_cls* sequence = GetPCActiveFileSequence();
     wxString text[4];
     if (!sequence->GetStrPath().empty() && sequence->GetSeqLength() > 0) {
@@ -248,10 +249,11 @@ void FrameMain_cls::UpdateStatusText() {
         if (!run.empty()) text[0] = run;
     if (!mStrPointed.empty()) text[0] = mStrPointed;
     const int drawing = GDrawingPercentage.load();
-    if (drawing != 100) text[2] = wxString::Format("%s%d%%", kStages[GDrawingStage.load() % 3], drawing);
+    if (drawing != 100)
+        text[2] = wxGetTranslation(kStages[GDrawingStage.load() % 3]) + wxString::Format("%d%%", drawing);
     const int reading = GThreadReaderPercentage.load();
     if (reading != 100)
-        text[3] = wxString::Format("index:%d- Loading%d%%", GThreadReaderIndex.load(), reading);
+        text[3] = wxString::Format(_("index:%d- Loading%d%%"), GThreadReaderIndex.load(), reading);
     for (int field = 0; field < 4; ++field)
         if (GetStatusBar()->GetStatusText(field) != text[field]) SetStatusText(text[field], field);
 }

@@ -7,6 +7,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <wx/intl.h>
+
 #include "COMMON/Eye.h"
 #include "COMMON/MsgBox.h"
 #include "COMMON/clsSplitPath.h"
@@ -175,7 +177,7 @@ void FileSequence_cls::CalcMaxOffset() {
     }
     mMaxOffset = 0;
     if (!DoesTheIndexOpen(0)) {
-        MsgBoxf("Can not open file", L"FileSequence_cls::CalcMaxOffset\n%ls\nFile open fails",
+        MsgBoxf(_("Can not open file"), L"FileSequence_cls::CalcMaxOffset\n%ls\nFile open fails",
                 static_cast<const wchar_t*>(GetModifiedStr(0, 0).wc_str()));
         return;
     }

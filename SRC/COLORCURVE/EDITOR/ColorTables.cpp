@@ -8,6 +8,8 @@
 // Coolwarm: Kenneth Moreland, "Diverging Color Maps for Scientific Visualization", 2009.
 #include "COLORCURVE/EDITOR/ColorTables.h"
 
+#include <wx/intl.h>
+
 namespace {
 
 constexpr double kLastEntry = 255.0;
@@ -77,12 +79,12 @@ ColorTable_st Published(const char* pName, const Entry_st (&entries)[N]) {
 
 const std::vector<ColorTable_st>& GetClassicTables() {
     static const std::vector<ColorTable_st> sTables = {
-        {"Red Yellow", {{0, 1, 0, 0, 1}, {1, 1, 1, 0, 1}}},
-        {"Green Red", {{0, 0, 1, 0, 1}, {1, 1, 0, 0, 1}}},
-        {"Black White", {{0, 0, 0, 0, 1}, {1, 1, 1, 1, 1}}},
-        {"Cold Color", {{0, 0, 0, 1, 1}, {1, 0, 1, 1, 1}}},
-        {"Moderate Gray", {{0, 0.5, 0.5, 0.5, 1}, {1, 0.75, 0.75, 0.75, 1}}},
-        {"Spectrum",
+        {wxTRANSLATE("Red Yellow"), {{0, 1, 0, 0, 1}, {1, 1, 1, 0, 1}}},
+        {wxTRANSLATE("Green Red"), {{0, 0, 1, 0, 1}, {1, 1, 0, 0, 1}}},
+        {wxTRANSLATE("Black White"), {{0, 0, 0, 0, 1}, {1, 1, 1, 1, 1}}},
+        {wxTRANSLATE("Cold Color"), {{0, 0, 0, 1, 1}, {1, 0, 1, 1, 1}}},
+        {wxTRANSLATE("Moderate Gray"), {{0, 0.5, 0.5, 0.5, 1}, {1, 0.75, 0.75, 0.75, 1}}},
+        {wxTRANSLATE("Spectrum"),
          {{0, 0.03, 0, 0.07, 1},
           {0.167, 0.32, 0, 0.77, 1},
           {0.333, 0, 0.31, 0.59, 1},
@@ -90,19 +92,19 @@ const std::vector<ColorTable_st>& GetClassicTables() {
           {0.666, 0.82, 0.56, 0, 1},
           {0.833, 0.84, 0, 0, 1},
           {1, 0.26, 0, 0, 1}}},
-        {"SpectrumRGB",
+        {wxTRANSLATE("SpectrumRGB"),
          {{0, 1, 0, 0, 1},
           {0.25, 0.5, 0, 0.5, 1},
           {0.5, 0, 0, 1, 1},
           {0.75, 0, 0.5, 0.5, 1},
           {1, 0, 1, 0, 1}}},
-        {"Incandescent",
+        {wxTRANSLATE("Incandescent"),
          {{0, 0, 0, 0, 1},
           {0.594, 0.73, 0, 0, 1},
           {0.809, 1, 0.55, 0.2, 1},
           {0.9, 0.97, 0.94, 0.07, 1},
           {1, 0.97, 0.97, 0.83, 1}}},
-        {"ColdSteel", {{0, 1, 1, 1, 1}, {0.645, 0.05, 0.02, 0.14, 1}, {1, 0.36, 0.73, 0.76, 1}}},
+        {wxTRANSLATE("ColdSteel"), {{0, 1, 1, 1, 1}, {0.645, 0.05, 0.02, 0.14, 1}, {1, 0.36, 0.73, 0.76, 1}}},
     };
     return sTables;
 }

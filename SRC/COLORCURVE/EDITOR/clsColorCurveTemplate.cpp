@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <wx/dcbuffer.h>
+#include <wx/intl.h>
 #include <wx/settings.h>
 
 #include "COLORCURVE/EDITOR/ColorTables.h"
@@ -16,7 +17,8 @@ constexpr int kLeastWidth = 36;
 ColorCurveTemplate_cls::ColorCurveTemplate_cls(wxWindow* pParent) {
     for (const auto* tables : {&GetClassicTables(), &GetEvenTables()})
         for (const ColorTable_st& table : *tables) {
-            mVCurves.push_back(std::make_unique<ColorCurve_cls>("Template", table.mStrName, "1 0.8 0.6 1"));
+            mVCurves.push_back(std::make_unique<ColorCurve_cls>("Template", wxGetTranslation(table.mStrName),
+                                                                "1 0.8 0.6 1"));
             mVCurves.back()->SetKeys(table.mVKeys);
             mVCurves.back()->mbUseColorCurve.mValue = true;
         }
