@@ -68,7 +68,7 @@ bool FilmApp_cls::OnInit() {
     SetAppName("morentis");
     delete wxLog::SetActiveTarget(new wxLogStderr);
     SetUpApp(&mLocale, false); // schedulers and scripts read what it says
-    UseAnyFileName(); // the toolkit has set its own way meanwhile
+    UseAnyFileName();          // the toolkit has set its own way meanwhile
     SetMessageHandler([this](MessageKind kind, const wxString& text, const wxString&) {
         return TellOnStderr(mpCProgress, kind, text);
     });

@@ -1,7 +1,6 @@
 // Particles of a view, lit.
 #include "GL/VIEW/clsViewScene.h"
 
-
 #include "COMMON/Globals.h"
 #include "FILTER/clsBondFollower.h"
 #include "FILTER/clsFilterCopy.h"
@@ -85,8 +84,7 @@ const FilterCopy_cls* ViewScene_cls::GetCopies(long long* pNumber) const {
     if (!copies) return nullptr;
     *pNumber = copies->GetNumber();
     if (mContext.mHost.MayDrawCopies(*pNumber)) return copies;
-    if (!mPass.bAgain)
-        mContext.mMessage.Add(wxString::Format("%lld copies are not drawn", *pNumber) + "\n");
+    if (!mPass.bAgain) mContext.mMessage.Add(wxString::Format("%lld copies are not drawn", *pNumber) + "\n");
     *pNumber = 1;
     return nullptr;
 }
