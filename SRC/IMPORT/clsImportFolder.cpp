@@ -16,6 +16,7 @@
 #include "IMPORT/ParticleSource.h"
 #include "IMPORT/SortByID.h"
 #include "IMPORT/clsImportRanges.h"
+#include "IMPORT/StopSignal.h"
 
 namespace fs = std::filesystem;
 
@@ -200,6 +201,7 @@ void ImportFolder_cls::Write(int index, const ImportSnapshot_st& snap, float tim
     SafeFile_cls file(WidePath(path));
     bool bDone = file.IsOpen() && file.Write(head, sizeof head);
     for (size_t begin = 0; bDone && begin < number; begin += kPiece) {
+        ThrowIfStopped();
         const size_t end = std::min(begin + kPiece, number);
         Pack(snap, begin, end);
         bDone = file.Write(reinterpret_cast<const char*>(mBuffer.data()),

@@ -6,6 +6,7 @@
 #include <new>
 
 #include "IMPORT/OpenSource.h"
+#include "IMPORT/StopSignal.h"
 
 namespace {
 
@@ -62,6 +63,13 @@ ImportStatus ImportRun_cls::Run() {
             Complain("there is no snapshot in " + (files.size() == 1 ? files[0] : "these files"));
             return ImportStatus::NotOpened;
         }
+    } catch (const ImportStop_cls&) {
+        Complain("stopped; the same words with --resume go on from here");
+        ++mFailed;
+        if (mFacts.mSnapshots == 0) {
+            mFolder.Undo();
+            return ImportStatus::NotOpened;
+        }
     } catch (const ImportWriteError_cls& error) {
         Complain(error.what());
         ++mFailed;
@@ -107,6 +115,7 @@ void ImportRun_cls::TakeFile(const std::string& path) {
         std::vector<std::string> parts = source->GetFiles();
         if (parts.empty()) parts = {path};
         for (; source->NextHead(&mSnap); ++here) {
+            ThrowIfStopped();
             TakeSnapshot(source.get(), HashSource(parts, here));
             ShowProgress();
         }

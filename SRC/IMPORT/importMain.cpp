@@ -4,6 +4,7 @@
 
 #include "COMMON/clsSplitPath.h"
 #include "IMPORT/ImportArgs.h"
+#include "IMPORT/StopSignal.h"
 #include "IMPORT/clsImportRun.h"
 
 int main(int argc, char** argv) {
@@ -20,8 +21,13 @@ int main(int argc, char** argv) {
         std::fputs(args.mbHelp ? GetImportHelp().c_str() : "morentis-import " MORENTIS_VERSION "\n", stdout);
         return std::fflush(stdout) == 0 ? int(ImportStatus::Done) : int(ImportStatus::SomeFailed);
     }
+    CatchStopSignals();
     try {
-        return int(ImportRun_cls(args, stderr).Run());
+        const ImportStatus status = ImportRun_cls(args, stderr).Run();
+        if (GetStopSignal() == 0) return int(status);
+        // As whoever waits for us expects of a program that a signal ended.
+        std::signal(GetStopSignal(), SIG_DFL);
+        return std::raise(GetStopSignal());
     } catch (const std::exception& error) {
         std::fprintf(stderr, "morentis-import: %s\n", error.what());
         return int(ImportStatus::SomeFailed);

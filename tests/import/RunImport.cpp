@@ -28,7 +28,8 @@ std::string Gzip(const std::string& bytes) {
 }
 
 ImportRunResult_st ImportFolder_st::Run(const std::vector<std::string>& words, long fileBytes,
-                                        const std::string& output) const {
+                                        const std::string& output,
+                                        const std::function<void(int pid)>& meanwhile) const {
     std::vector<std::string> all = {MORENTIS_IMPORT};
     all.insert(all.end(), words.begin(), words.end());
     all.insert(all.end(), {"--output", output.empty() ? *this / "out" : output});
@@ -45,6 +46,7 @@ ImportRunResult_st ImportFolder_st::Run(const std::vector<std::string>& words, l
         execv(MORENTIS_IMPORT, pointers.data());
         _exit(126);
     }
+    if (meanwhile) meanwhile(pid);
     ImportRunResult_st result;
     int status = 0;
     rusage usage{};

@@ -1,6 +1,7 @@
 // Runs the importer as a child, and reads what it has written.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -32,7 +33,8 @@ public:
     /// Import these words into the folder "out", or `output`. `fileBytes`: the most that a file may get, 0:
     /// no limit.
     ImportRunResult_st Run(const std::vector<std::string>& words, long fileBytes = 0,
-                           const std::string& output = "") const;
+                           const std::string& output = "",
+                           const std::function<void(int pid)>& meanwhile = {}) const;
     /// Lines of the project by their keys.
     std::map<std::string, std::string> ReadProject() const;
     ReadSnapshot_st ReadSnapshot(int index) const;

@@ -1,6 +1,9 @@
 // The folder that is written: arguments, existing files, taking up an import, full disks.
+#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <filesystem>
 
 #include <gtest/gtest.h>
 
@@ -96,4 +99,33 @@ TEST(ImportFolder, ResumeLooksAtTheSourcesAndLeavesTheUsersProject) {
         EXPECT_EQ(folder.ReadSnapshot(i).mPos[0], float(i + 1));
     EXPECT_EQ(ReadBytes(folder / "out/out.mrp"), mine);
     EXPECT_NE(ReadBytes(folder / "out/out-import.mrp").find("TimeMaxFrame=2"), std::string::npos);
+}
+
+TEST(ImportFolder, SignalsLeaveWholeFilesThatResumeTakesUp) {
+    const ImportFolder_st folder;
+    constexpr int kFrames = 400, kAtoms = 3000;
+    std::string text;
+    for (int frame = 0; frame < kFrames; ++frame) {
+        text += std::to_string(kAtoms) + "\nframe\n";
+        for (int i = 0; i < kAtoms; ++i)
+            text += "Ar " + std::to_string(frame) + " 2 " + std::to_string(i) + "\n";
+    }
+    std::vector<std::string> words = {folder.Write("long.xyz", text)};
+    const ImportRunResult_st run = folder.Run(words, 0, "", [&folder](int pid) {
+        while (folder.CountSnapshots() < 3 && kill(pid, 0) == 0)
+            usleep(500);
+        kill(pid, SIGTERM);
+    });
+    EXPECT_EQ(run.mStatus, 128 + SIGTERM);
+    EXPECT_NE(run.mErr.find("with --resume go on"), std::string::npos) << run.mErr;
+    const int whole = folder.CountSnapshots();
+    EXPECT_LT(whole, kFrames);
+    for (const auto& entry : std::filesystem::directory_iterator(folder / "out"))
+        EXPECT_EQ(entry.path().string().find(".saving"), std::string::npos) << entry.path();
+    EXPECT_EQ(folder.ReadSnapshot(whole - 1).mPos.size(), size_t(3 * kAtoms));
+    words.push_back("--resume");
+    const ImportRunResult_st resumed = folder.Run(words);
+    ASSERT_EQ(resumed.mStatus, 0) << resumed.mErr;
+    EXPECT_NE(resumed.mErr.find(std::to_string(whole) + " of them kept"), std::string::npos) << resumed.mErr;
+    EXPECT_EQ(folder.CountSnapshots(), kFrames);
 }
