@@ -256,6 +256,9 @@ TEST_F(BadData, ImpossiblePositionsPaint) {
         // Turning and zooming such data must not end anything either.
         Drag(Canvas(0), wxPoint(100, 100), wxPoint(130, 110), 1, 2);
         EXPECT_TRUE(Settle()) << name;
+        const bool bTold =
+            Canvas(0)->GetMessageText().Contains("100 particles have a place that is no number");
+        EXPECT_EQ(bTold, std::string(name) == "all_nan") << name;
     }
     ResetViews();
     const TempDir_cls dir;

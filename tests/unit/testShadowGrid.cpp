@@ -71,9 +71,9 @@ struct Case_st {
     bool bMixed;
 };
 
-class ShadowGrid : public testing::TestWithParam<Case_st> {};
+class ShadowGridBlocks : public testing::TestWithParam<Case_st> {};
 
-TEST_P(ShadowGrid, ListsWhoeverHoldsAPoint) {
+TEST_P(ShadowGridBlocks, ListsWhoeverHoldsAPoint) {
     const Case_st& c = GetParam();
     const double far = c.bNear ? c.offset : 0.0;
     const ShadowShape_st shape = MakeShape(c.bNear, c.x + far, c.y + far, c.z + far, c.length);
@@ -106,12 +106,40 @@ TEST_P(ShadowGrid, ListsWhoeverHoldsAPoint) {
     }
     EXPECT_GT(held, 300u);
     EXPECT_EQ(missing, 0u);
+    // Whoever does the work.
+    const std::vector<int32_t> starts = grid.GetStarts();
+    const std::vector<float> entries = grid.GetEntries();
+    for (const int threads : {1, 2, 7}) {
+        EXPECT_EQ(grid.Sort(threads), out);
+        EXPECT_EQ(grid.GetStarts(), starts);
+        EXPECT_EQ(grid.GetEntries(), entries);
+    }
     grid.Clear();
     EXPECT_TRUE(grid.Sort().empty());
     EXPECT_EQ(grid.GetStarts().back(), 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Lights, ShadowGrid,
+TEST(ShadowGrid, LeavesOutWhatThereIsNoRoomFor) {
+    ShadowGrid_cls grid(MakeShape(false, 0.3, 0.5, 0.8, 20.0f));
+    std::mt19937 random(5);
+    std::uniform_real_distribution<float> side(-1.0f, 1.0f);
+    for (int i = 0; i < 700000; ++i) {
+        const float place[3] = {side(random), side(random), side(random)};
+        grid.Add(place, 0.01f);
+    }
+    const std::vector<size_t> out = grid.Sort(1);
+    const std::vector<int32_t> starts = grid.GetStarts();
+    const std::vector<float> entries = grid.GetEntries();
+    EXPECT_LT(out.size(), 600000u);
+    EXPECT_GT(out.size(), 1000u);
+    EXPECT_LE(entries.size(), 4 * ShadowGrid_cls::kMostEntries);
+    EXPECT_GT(entries.size(), 4 * ShadowGrid_cls::kMostEntries - 1000);
+    EXPECT_EQ(grid.Sort(3), out);
+    EXPECT_TRUE(grid.GetStarts() == starts);
+    EXPECT_TRUE(grid.GetEntries() == entries);
+}
+
+INSTANTIATE_TEST_SUITE_P(Lights, ShadowGridBlocks,
                          testing::Values(Case_st{false, 0.3, 0.5, 0.8, 20.0f, 0.0, false},
                                          Case_st{false, 0, 0, 1, 20.0f, 100.0, true},
                                          Case_st{false, -1, 0.2, 0, 3000.0f, 0.0, false},
