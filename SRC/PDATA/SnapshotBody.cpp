@@ -90,7 +90,7 @@ std::string ReadSnapshotBody(const SnapshotBody_st& job, long long* pPlaceless) 
                   " particles by ID";
     if (!damage.empty()) std::puts(damage.c_str());
     if (placeless > 0)
-        std::printf("%s: %lld of %d particles have a place that is no number, they aren't drawn\n",
+        std::printf("%s: %lld of %d particles aren't drawn, their place is no number or too far\n",
                     job.mPath.c_str(), placeless, job.mNumber);
     if (pPlaceless) *pPlaceless = placeless;
     return damage;

@@ -135,7 +135,7 @@ TEST(BadSnapshots, BinaryOnesThatEndEarlyKeepWhatIsThere) {
 TEST(BadSnapshots, ParticlesWithoutAPlaceAreTold) {
     const auto told = [](int number, int all) {
         return std::to_string(number) + " of " + std::to_string(all) +
-               " particles have a place that is no number, they aren't drawn\n";
+               " particles aren't drawn, their place is no number or too far\n";
     };
     EXPECT_EQ(told(10, 100), ReadBinary("nan_positions").mWords);
     EXPECT_EQ(told(10, 100), ReadBinary("inf_positions").mWords);

@@ -57,12 +57,22 @@ size_t ShadowGrid_cls::GetSize() const {
     return mShape.bNear ? size_t{kNearSize} : size_t{kFarSize[0]} * size_t{kFarSize[1]} * size_t{kFarSize[2]};
 }
 
+namespace {
+
+/// Downwards; what is no number goes to an end.
+int32_t ToBlock(float value) {
+    const float limited = value > -kFarthest ? (value < kFarthest ? value : kFarthest) : -kFarthest;
+    const auto whole = static_cast<int32_t>(limited);
+    return whole - (limited < static_cast<float>(whole) ? 1 : 0);
+}
+
+} // namespace
+
 uint32_t ShadowGrid_cls::GetBlockAt(const float* pPlace) const {
     int32_t block[4];
     if (!mShape.bNear) {
         for (int i = 0; i < 3; ++i)
-            block[i] =
-                static_cast<int32_t>(std::floor(std::clamp(pPlace[i] * mPerBlock[i], -kFarthest, kFarthest)));
+            block[i] = ToBlock(pPlace[i] * mPerBlock[i]);
         return GetFarBlock(block);
     }
     float away[3];
@@ -70,9 +80,46 @@ uint32_t ShadowGrid_cls::GetBlockAt(const float* pPlace) const {
         away[i] = pPlace[i] - mTurned.light[i];
     const float far = MyVector::GetNorm(away);
     for (int i = 0; i < 3; ++i)
-        block[i] = static_cast<int32_t>(std::floor(away[i] / far * mPerBlock[0]));
-    block[3] = static_cast<int32_t>(std::floor(std::clamp(far * mPerBlock[2], -kFarthest, kFarthest)));
+        block[i] = ToBlock(away[i] / far * mPerBlock[0]);
+    block[3] = ToBlock(far * mPerBlock[2]);
     return GetNearBlock(block);
+}
+
+bool ShadowGrid_cls::IsInShadow(const float* pPlace) const {
+    const uint32_t block = GetBlockAt(pPlace);
+    const float* const pEnd = mvEntries.data() + 4 * static_cast<size_t>(mvStarts[block + 1]);
+    const float* p = mvEntries.data() + 4 * static_cast<size_t>(mvStarts[block]);
+    if (!mShape.bNear) {
+        for (; p < pEnd; p += 4) {
+            const float x = pPlace[0] - p[0], y = pPlace[1] - p[1], z = pPlace[2] - p[2];
+            if (x * x + y * y < p[3] * p[3] && z >= mShape.start * p[3] && z <= mShape.length * p[3])
+                return true;
+        }
+        return false;
+    }
+    if (p == pEnd) return false;
+    // The light's ray to the place meets the sphere, and the place lies between the shadow's ends.
+    float ray[3];
+    for (int i = 0; i < 3; ++i)
+        ray[i] = pPlace[i] - mTurned.light[i];
+    const float length = MyVector::GetNorm(ray);
+    for (float& r : ray)
+        r /= length;
+    for (; p < pEnd; p += 4) {
+        float way[3], away[3], off[3];
+        for (int i = 0; i < 3; ++i) {
+            way[i] = pPlace[i] - p[i];
+            away[i] = p[i] - mTurned.light[i];
+        }
+        const float ahead = MyVector::GetScalarProduct(way, ray);
+        for (int i = 0; i < 3; ++i)
+            off[i] = way[i] - ahead * ray[i];
+        if (!(MyVector::GetScalarProduct(off, off) < p[3] * p[3])) continue;
+        const float far = MyVector::GetNorm(away) * p[3];
+        const float along = MyVector::GetScalarProduct(way, away) + p[3] * p[3];
+        if (along >= mShape.start * far && along <= mShape.length * far) return true;
+    }
+    return false;
 }
 
 // As fits the sphere in the middle by size.

@@ -131,7 +131,9 @@ void ViewScene_cls::TellPlaceless() {
     const PDataSnap_cls* snap = mContext.mHost.GetPCActiveFileSequence()->GetSnap(mContext.mMoment.dataFrame);
     if (snap && snap->IsItLoaded() && snap->mPlaceless > 0)
         mContext.mMessage.Add(
-            wxString::Format(_("%lld particles have a place that is no number"), snap->mPlaceless) + "\n");
+            wxString::Format(_("%lld particles aren't drawn: their place is no number or too far"),
+                             snap->mPlaceless) +
+            "\n");
 }
 
 // The list of what is drawn is made for the first copy of the first face and serves all others: they, and
