@@ -72,20 +72,57 @@ private:
     const ShaderCtrl_cls::Rays_st& mRays;
 };
 
+/// Some pixels of a row. The table is far larger than the cache, so that what all of them need is asked for
+/// before the first one is looked up.
+class Pixels_cls {
+public:
+    Pixels_cls(const ShadowGrid_cls& grid, uint32_t bit) : mGrid(grid), mBit(bit) {}
+    bool IsFull() const { return mNumber == kMost; }
+    float* Add(uint32_t* pPixel) {
+        mPixels[mNumber] = pPixel;
+        return mPlaces[mNumber++];
+    }
+    /// True: some were marked.
+    bool Mark() {
+        const int32_t* const pStarts = mGrid.GetStarts().data();
+        const float* const pEntries = mGrid.GetEntries().data();
+        for (int i = 0; i < mNumber; ++i) {
+            mBlocks[i] = mGrid.GetBlockAt(mPlaces[i]);
+            __builtin_prefetch(pStarts + mBlocks[i]);
+        }
+        for (int i = 0; i < mNumber; ++i)
+            __builtin_prefetch(pEntries + 4 * static_cast<ptrdiff_t>(pStarts[mBlocks[i]]));
+        bool bAny = false;
+        for (int i = 0; i < mNumber; ++i) {
+            if (!mGrid.IsInShadow(mPlaces[i], mBlocks[i])) continue;
+            *mPixels[i] |= mBit;
+            bAny = true;
+        }
+        mNumber = 0;
+        return bAny;
+    }
+
+private:
+    static constexpr int kMost = 64;
+    const ShadowGrid_cls& mGrid;
+    uint32_t mBit;
+    int mNumber = 0;
+    uint32_t* mPixels[kMost];
+    float mPlaces[kMost][3];
+    uint32_t mBlocks[kMost];
+};
+
 /// True: some were marked.
-bool MarkRow(const ShadowGrid_cls& grid, const Places_cls& places, const Rect_st& part, int row, uint32_t bit,
+bool MarkRow(Pixels_cls& some, const Places_cls& places, const Rect_st& part, int row, uint32_t bit,
              uint32_t* pPixels) {
     bool bAny = false;
     for (int x = 0; x < part.width; ++x) {
         const uint32_t pixel = pPixels[x];
         if (pixel >> 8 == kFarthest || (pixel & bit) != 0) continue;
-        float place[3];
-        places.Get(part.left + x, part.bottom + row, pixel >> 8, place);
-        if (!grid.IsInShadow(place)) continue;
-        pPixels[x] = pixel | bit;
-        bAny = true;
+        places.Get(part.left + x, part.bottom + row, pixel >> 8, some.Add(pPixels + x));
+        if (some.IsFull()) bAny |= some.Mark();
     }
-    return bAny;
+    return some.Mark() || bAny;
 }
 
 } // namespace
@@ -110,9 +147,10 @@ void MarkShadows(const ShadowGrid_cls& grid, const ShaderCtrl_cls::Lookup_st& lo
     std::atomic<bool> bMarked{false};
     const int cores = std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1, kMostThreads);
     OnThreads(std::min(cores, part.height / kRows + 1), [&](int) {
+        Pixels_cls some(grid, bit);
         for (int first = next.fetch_add(kRows); first < part.height; first = next.fetch_add(kRows))
             for (int row = first; row < std::min(first + kRows, part.height); ++row)
-                if (MarkRow(grid, places, part, row, bit, pixels.data() + width * static_cast<size_t>(row)))
+                if (MarkRow(some, places, part, row, bit, pixels.data() + width * static_cast<size_t>(row)))
                     bMarked.store(true, std::memory_order_relaxed);
     });
     if (!bMarked.load()) return;

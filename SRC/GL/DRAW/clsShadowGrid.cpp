@@ -85,8 +85,7 @@ uint32_t ShadowGrid_cls::GetBlockAt(const float* pPlace) const {
     return GetNearBlock(block);
 }
 
-bool ShadowGrid_cls::IsInShadow(const float* pPlace) const {
-    const uint32_t block = GetBlockAt(pPlace);
+bool ShadowGrid_cls::IsInShadow(const float* pPlace, uint32_t block) const {
     const float* const pEnd = mvEntries.data() + 4 * static_cast<size_t>(mvStarts[block + 1]);
     const float* p = mvEntries.data() + 4 * static_cast<size_t>(mvStarts[block]);
     if (!mShape.bNear) {

@@ -49,7 +49,8 @@ public:
     /// The table's place of the block that holds a point of the table's coordinates.
     uint32_t GetBlockAt(const float* pPlace) const;
     /// Does a point of the table's coordinates lie in a shadow? Of those that are in the table.
-    bool IsInShadow(const float* pPlace) const;
+    bool IsInShadow(const float* pPlace) const { return IsInShadow(pPlace, GetBlockAt(pPlace)); }
+    bool IsInShadow(const float* pPlace, uint32_t block) const;
     /// Of each block, and one past the last: the first of those in it, into GetEntries.
     const std::vector<int32_t>& GetStarts() const { return mvStarts; }
     /// Four numbers each: centre in the table's coordinates, and radius.
