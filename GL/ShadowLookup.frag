@@ -24,7 +24,7 @@ const int size = 262144;
 const ivec4 scatter = ivec4(1, 601, 360001, 215640599);
 #else
 // Blocks of the table; the first along an axis follows its last.
-const ivec3 size = ivec3(256, 256, 16); // the last along the light's direction
+const ivec3 size = ivec3(128, 128, 16); // the last along the light's direction
 #endif
 
 bool holds(vec4 sphere, vec3 place, vec3 ray) // ray: of a near light

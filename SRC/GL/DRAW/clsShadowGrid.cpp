@@ -10,8 +10,8 @@
 namespace {
 
 constexpr size_t kMostBlocks = 128; // of one shadow
-constexpr float kAcross = 2.5f;     // edges of blocks, radii of the sphere in the middle by size
-constexpr float kAlong = 0.6f;      // the same along a far light's direction, lengths of its shadow
+constexpr float kAcross = 4.0f;     // edges of blocks, radii of the sphere in the middle by size
+constexpr float kAlong = 1.0f;      // the same along a far light's direction, lengths of its shadow
 constexpr float kShell = 2.0f;      // the same of a near light: fewer and longer lists are read faster there
 constexpr float kCone = 5.0f;       // edges of blocks of directions, angular radii of that sphere
 constexpr float kNarrowest = 1e-4f; // what directions as floats still tell apart well

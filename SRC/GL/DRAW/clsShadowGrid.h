@@ -17,7 +17,7 @@ class ShadowGrid_cls {
 public:
     /// Blocks of the table: along each axis of a far light, across it and along it; of a near light, whose
     /// blocks' numbers are scattered by these factors. GL/ShadowLookup.frag has the same.
-    static constexpr std::array<int, 3> kFarSize = {256, 256, 16};
+    static constexpr std::array<int, 3> kFarSize = {128, 128, 16};
     static constexpr uint32_t kNearSize = 1u << 18;
     static constexpr std::array<uint32_t, 4> kScatter = {1, 601, 360001, 215640599};
     static constexpr size_t kMostEntries = size_t{4} << 20; ///< of the table
