@@ -99,3 +99,14 @@ void FinishStreams() {
     _mm_sfence();
 #endif
 }
+
+size_t CountPlaceless(const unsigned char* pFrom, size_t stride, size_t number) {
+    size_t count = 0;
+    for (size_t i = 0; i < number; ++i) {
+        float place[3];
+        std::memcpy(place, pFrom + stride * i, sizeof place);
+        const float sum = place[0] + place[1] + place[2];
+        count += !(sum - sum == 0.0f);
+    }
+    return count;
+}

@@ -1,4 +1,4 @@
-// Taking one item out of packed records into an array of its own.
+// Taking one item out of packed records into an array of its own, and a look at what it holds.
 #pragma once
 
 #include <cstddef>
@@ -9,3 +9,7 @@
 void CopyScalars(const unsigned char* pFrom, size_t stride, void* pTo, size_t number, bool bStream);
 void CopyVectors(const unsigned char* pFrom, size_t stride, void* pTo, size_t number, bool bStream);
 void FinishStreams();
+
+/// Of `number` records, `stride` bytes apart and with a place in front, those whose place is no number or
+/// without end: nothing draws them.
+size_t CountPlaceless(const unsigned char* pFrom, size_t stride, size_t number);

@@ -42,6 +42,14 @@ void Clear(T* array, size_t first, size_t last) {
     if (array) std::memset(static_cast<void*>(array + first), 0, (last - first) * sizeof(T));
 }
 
+template <class READER>
+std::string ReadWith(const SnapshotBody_st& job, long long& placeless) {
+    READER reader(job);
+    std::string damage = reader.Read();
+    placeless = reader.GetPlaceless();
+    return damage;
+}
+
 } // namespace
 
 SnapshotBody_st MakeSnapshotBody(const DataLoader_cls& loader, const wxString& path, int number,
@@ -64,12 +72,15 @@ SnapshotBody_st MakeSnapshotBody(const DataLoader_cls& loader, const wxString& p
     return job;
 }
 
-std::string ReadSnapshotBody(const SnapshotBody_st& job) {
+std::string ReadSnapshotBody(const SnapshotBody_st& job, long long* pPlaceless) {
+    if (pPlaceless) *pPlaceless = 0;
     if (job.mNumber <= 0) return std::string();
+    long long placeless = 0;
     const size_t number = static_cast<size_t>(job.mNumber);
     std::string damage;
     try {
-        damage = job.mDataType == DATA_TEXT ? TextReader_cls(job).Read() : BinaryReader_cls(job).Read();
+        damage = job.mDataType == DATA_TEXT ? ReadWith<TextReader_cls>(job, placeless)
+                                            : ReadWith<BinaryReader_cls>(job, placeless);
     } catch (const std::bad_alloc&) {
         ClearParticles(job.mArrays, ~0u, 0, number);
         damage = job.mPath + ": No memory to read the file, its particles are zero";
@@ -78,6 +89,10 @@ std::string ReadSnapshotBody(const SnapshotBody_st& job) {
         damage += (damage.empty() ? "" : "\n") + job.mPath + ": No memory to sort " + std::to_string(number) +
                   " particles by ID";
     if (!damage.empty()) std::puts(damage.c_str());
+    if (placeless > 0)
+        std::printf("%s: %lld of %d particles aren't drawn, their place is no number or too far\n",
+                    job.mPath.c_str(), placeless, job.mNumber);
+    if (pPlaceless) *pPlaceless = placeless;
     return damage;
 }
 

@@ -31,8 +31,10 @@ SnapshotBody_st MakeSnapshotBody(const DataLoader_cls& loader, const wxString& p
 
 /// Fill the arrays, adjust them and, if wanted, sort positions and IDs by ID. A file that ends early, a
 /// line that doesn't fit: what was read stays, the rest is zero before adjusting, and the answer tells it, as
-/// standard output does, in a line or two; empty where all is well. Keeps GThreadReaderPercentage up to date.
-std::string ReadSnapshotBody(const SnapshotBody_st& job);
+/// standard output does, in a line or two; empty where all is well. Standard output tells of particles whose
+/// place can't be drawn as well, which is no damage; *pPlaceless is their number. Keeps
+/// GThreadReaderPercentage up to date.
+std::string ReadSnapshotBody(const SnapshotBody_st& job, long long* pPlaceless = nullptr);
 /// Does such an answer tell that memory was short? The file may be whole then.
 bool IsShortOfMemory(const std::string& damage);
 

@@ -112,7 +112,10 @@ void BinaryReader_cls::ReadRange(int file, size_t first, size_t last, ReadProgre
     while (first < last) {
         const size_t number = std::min(pieceNumber, last - first);
         const size_t filled = bEnd ? 0 : ReadPiece(file, buffer.get(), first, number);
-        if (filled > 0) Unpack(buffer.get(), first, filled);
+        if (filled > 0) {
+            Unpack(buffer.get(), first, filled);
+            CountPlaces(buffer.get(), filled);
+        }
         bEnd = bEnd || filled < number;
         ClearParticles(mJob.mArrays, mClearBits, first, first + number);
         ClearParticles(mJob.mArrays, mTailBits, first + filled, first + number);
@@ -145,6 +148,14 @@ size_t BinaryReader_cls::ReadPiece(int file, unsigned char* pBuffer, size_t firs
     const size_t cut = whole % record == 0 ? whole : whole - whole % record + record;
     std::memset(pBuffer + whole, 0, cut - whole);
     return cut / record;
+}
+
+// Of the records, as they are in the cache and the arrays may not be.
+void BinaryReader_cls::CountPlaces(const unsigned char* pRecords, size_t number) {
+    for (const Item_st& item : mItems)
+        if (item.mCode == BODY_XYZ)
+            mPlaceless +=
+                static_cast<long long>(CountPlaceless(pRecords + item.mOffset, mRecordBytes, number));
 }
 
 void BinaryReader_cls::Unpack(const unsigned char* pRecords, size_t first, size_t number) const {

@@ -121,8 +121,8 @@ bool PDataBlock_cls::StartLoadingData(const wxString& path) {
     GThreadReaderIndex.store(mpCSnap->mIndex);
     ThreadFileReader_cls* pReader = new ThreadFileReader_cls;
     GpCThreadReader.store(pReader);
-    pReader->SetParameters(&mpCSnap->mbLoaded, &mpCSnap->mStrDamage, mspCDataLoaderLink, path,
-                           mParticleNumber, *this, mbHasID);
+    pReader->SetParameters(&mpCSnap->mbLoaded, &mpCSnap->mStrDamage, &mpCSnap->mPlaceless, mspCDataLoaderLink,
+                           path, mParticleNumber, *this, mbHasID);
     pReader->Start();
     return true;
 }

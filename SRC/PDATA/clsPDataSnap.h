@@ -68,6 +68,7 @@ public:
     wxString mStrProblem;      ///< why the file can't be used
     bool mbNoSnapshot = false; ///< what makes the file unusable
     std::string mStrDamage;    ///< what of the file is missing or no number; the reader's, with mbLoaded
+    long long mPlaceless = 0;  ///< its particles whose place is no number; the reader's as well
 
     /// Grows when what was read of a snapshot is to be read anew, as from another file or with other
     /// settings; eviction leaves it.

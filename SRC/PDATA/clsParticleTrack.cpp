@@ -1,11 +1,18 @@
 #include "PDATA/clsParticleTrack.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
 #include "PDATA/clsPDataSnap.h"
+
+namespace {
+
+bool IsNumber(float x) { return std::isfinite(x); }
+
+} // namespace
 
 void ParticleTrack_cls::SetName(const ParticleName_st& name) {
     if (name == mName) return;
@@ -37,8 +44,11 @@ void ParticleTrack_cls::Take(const PDataSnap_cls& snap) {
     Place_st& place = mVPlaces[static_cast<size_t>(snap.mIndex)];
     const PDataBlock_cls& block = *snap.mpCBlock;
     const int index = snap.IsItLoaded() ? FindParticle(block, mName) : -1;
-    place.mKnown = index < 0 ? Place_st::MISSING : Place_st::THERE;
-    if (index >= 0) std::copy_n(block.mpPos[index], 3, place.mPos);
+    place.mKnown = Place_st::MISSING;
+    // One whose place is no number is nowhere.
+    if (index < 0 || !std::all_of(block.mpPos[index], block.mpPos[index] + 3, IsNumber)) return;
+    place.mKnown = Place_st::THERE;
+    std::copy_n(block.mpPos[index], 3, place.mPos);
 }
 
 /// True when the snapshot is known now.

@@ -17,6 +17,7 @@
 
 #include "COMMON/Globals.h"
 #include "PDATA/NumberScan.h"
+#include "PDATA/RecordCopy.h"
 #include "PDATA/clsGrammerBase.h"
 
 /// A stretch of the file in memory, with the whole of the last line that begins in it and a NUL behind.
@@ -227,6 +228,11 @@ void TextReader_cls::ReadLines(const Chunk_st& chunk, long long firstLine) {
         if (ReadLine(line, i, &rest) < mColumns.size() && shortLines++ == 0)
             firstShort = static_cast<long long>(i) + head;
         line = skip(rest);
+    }
+    if (first < last) {
+        const auto* const places = reinterpret_cast<const unsigned char*>(mJob.mArrays.mpPos + first);
+        mPlaceless +=
+            static_cast<long long>(CountPlaceless(places, sizeof *mJob.mArrays.mpPos, last - first));
     }
     mJob.mAdjust.Apply(mJob.mArrays, first, last);
     mProgress.Add(static_cast<long long>(last - first));

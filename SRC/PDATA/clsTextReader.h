@@ -21,6 +21,8 @@ public:
     /// stays zero. Of a type the lowest byte counts, and over 4 it is 4. Tells what the file lacks; empty:
     /// nothing.
     std::string Read();
+    /// Particles read that have no place (CountPlaceless).
+    long long GetPlaceless() const { return mPlaceless; }
 
 private:
     /// One number of a line; all targets null: a float that is thrown away.
@@ -51,7 +53,8 @@ private:
     std::atomic<int> mWorkers{0}; ///< threads that had memory to work with
     /// Lines that begin before chunk k, plus one; 0 while unknown (release / acquire).
     std::unique_ptr<std::atomic<long long>[]> mLinesBefore;
-    std::atomic<long long> mShortLines{0};  ///< lines that lack a number
+    std::atomic<long long> mShortLines{0}; ///< lines that lack a number
+    std::atomic<long long> mPlaceless{0};
     std::atomic<long long> mFirstShort{-1}; ///< the first of these, from 0
     ReadProgress_cls mProgress;
 };

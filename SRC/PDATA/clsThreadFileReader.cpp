@@ -8,10 +8,11 @@
 #include "PDATA/clsDataLoader.h"
 
 void ThreadFileReader_cls::SetParameters(std::atomic<bool>* pbFinished, std::string* pDamage,
-                                         DataLoader_cls* pLoader, const wxString& path, int number,
-                                         const ParticleArrays_st& arrays, bool bHasID) {
+                                         long long* pPlaceless, DataLoader_cls* pLoader, const wxString& path,
+                                         int number, const ParticleArrays_st& arrays, bool bHasID) {
     mpbFinished = pbFinished;
     mpDamage = pDamage;
+    mpPlaceless = pPlaceless;
     mBody = MakeSnapshotBody(*pLoader, path, number, arrays, bHasID);
 }
 
@@ -24,7 +25,7 @@ void ThreadFileReader_cls::Start() {
 
 wxThread::ExitCode ThreadFileReader_cls::Entry() {
     GThreadReaderPercentage.store(0, std::memory_order_relaxed);
-    *mpDamage = ReadSnapshotBody(mBody);
+    *mpDamage = ReadSnapshotBody(mBody, mpPlaceless);
     mpbFinished->store(true, std::memory_order_release);
     GThreadReaderPercentage.store(100, std::memory_order_relaxed);
     PostMenuEvent(ID_REFRESH_SB);

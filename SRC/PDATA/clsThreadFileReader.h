@@ -19,10 +19,11 @@ class ThreadFileReader_cls : public wxThread {
 public:
     ThreadFileReader_cls() : wxThread(wxTHREAD_DETACHED) {}
 
-    /// Take the arguments and the loader's present settings. `number` counts particles; *pDamage gets what
-    /// ReadSnapshotBody tells, before *pbFinished is set.
-    void SetParameters(std::atomic<bool>* pbFinished, std::string* pDamage, DataLoader_cls* pLoader,
-                       const wxString& path, int number, const ParticleArrays_st& arrays, bool bHasID);
+    /// Take the arguments and the loader's present settings. `number` counts particles; *pDamage and
+    /// *pPlaceless get what ReadSnapshotBody tells, before *pbFinished is set.
+    void SetParameters(std::atomic<bool>* pbFinished, std::string* pDamage, long long* pPlaceless,
+                       DataLoader_cls* pLoader, const wxString& path, int number,
+                       const ParticleArrays_st& arrays, bool bHasID);
     /// Begin. Where the system gives no more threads, the file is read here and now.
     void Start();
 
@@ -32,5 +33,6 @@ protected:
 private:
     std::atomic<bool>* mpbFinished = nullptr; ///< the snapshot's mbLoaded
     std::string* mpDamage = nullptr;          ///< the snapshot's
+    long long* mpPlaceless = nullptr;
     SnapshotBody_st mBody;
 };

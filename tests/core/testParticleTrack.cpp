@@ -1,6 +1,9 @@
 // A particle that is named once and looked for in every snapshot.
 #include <fstream>
+#include <limits>
+#include <numeric>
 
+#include "PDATA/clsArrayPool.h"
 #include "PDATA/clsParticleTrack.h"
 #include "StoreFixture.h"
 
@@ -123,6 +126,14 @@ TEST_F(ParticleTrack, WhereItIsMissingItIsHeld) {
     near.SetName(WithID(3, 0));
     EXPECT_EQ(HeldX(near, 5), 403.0f);
     EXPECT_EQ(near.CountUnknown(0, 5), 4) << "no more is read than that takes";
+    // One without a place is missing, too.
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    std::fstream(PathOf(4), std::ios::in | std::ios::out | std::ios::binary)
+        .seekp(8)
+        .write(reinterpret_cast<const char*>(&nan), sizeof nan);
+    ParticleTrack_cls placeless(mStore);
+    placeless.SetName(WithID(3, 0));
+    EXPECT_EQ(HeldX(placeless, 5), 103.0f);
     ParticleTrack_cls never(mStore);
     never.SetName(WithID(77, 0));
     EXPECT_EQ(HeldX(never, 2), -1.0f);
@@ -144,6 +155,26 @@ TEST_F(ParticleTrack, SaysThatMemoryIsShortUntilItIsTriedAgain) {
     EXPECT_EQ(track.Learn(0, 2, Source::Memory), State::Reading);
     EXPECT_EQ(LearnAll(track, 2), State::Known);
     EXPECT_EQ(track.CountUnknown(0, 2), 0);
+}
+
+TEST_F(ParticleTrack, ALongWayTakesTheMemoryOfOneSnapshot) {
+    std::vector<int> ids(300000); // so many that the pool keeps what is given back
+    std::iota(ids.begin(), ids.end(), 0);
+    OpenIDs(std::vector<std::vector<int>>(8, ids));
+    ArrayPool_cls& pool = ArrayPool_cls::Shared();
+    // What was given back is kept there.
+    const auto learn = [&](int last) {
+        pool.Trim();
+        ParticleTrack_cls track(mStore);
+        track.SetName(WithID(3, 3));
+        EXPECT_EQ(LearnAll(track, last), State::Known);
+        EXPECT_EQ(track.GetPlace(last).mPos[0], float(100 * last + 3));
+        track.DropSnapshot();
+        return pool.GetCachedBytes();
+    };
+    const size_t one = learn(0);
+    EXPECT_GT(one, 12 * ids.size());
+    EXPECT_LT(learn(7), one + one / 2);
 }
 
 TEST_F(ParticleTrack, BrokenFilesAreSnapshotsWithoutIt) {

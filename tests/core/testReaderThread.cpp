@@ -42,12 +42,14 @@ TEST(ReaderThread, FillsTheArraysThenRaisesItsFlags) {
         auto* reader = new ThreadFileReader_cls;
         GpCThreadReader.store(reader);
         std::string damage = "an older one";
-        reader->SetParameters(&bFinished, &damage, &loader, path, 200000, arrays.mArrays, true);
+        long long placeless = 7;
+        reader->SetParameters(&bFinished, &damage, &placeless, &loader, path, 200000, arrays.mArrays, true);
         reader->Start();
         while (!GbThreadReaderFinished.load(std::memory_order_acquire))
             wxMilliSleep(1);
         EXPECT_TRUE(bFinished.load());
         EXPECT_EQ(damage, "");
+        EXPECT_EQ(placeless, 0);
         EXPECT_EQ(-1, GThreadReaderIndex.load());
         EXPECT_EQ(100, GThreadReaderPercentage.load());
         for (int i = 0; i < 200000; i += 777)

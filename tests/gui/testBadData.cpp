@@ -249,6 +249,7 @@ TEST_F(BadData, AnEmptyFrameIsNoFault) {
 }
 
 TEST_F(BadData, ImpossiblePositionsPaint) {
+    Canvas(0)->mShowMessage.mValue = true;
     for (const char* name : {"nan_positions", "inf_positions", "all_nan", "huge_positions", "nan_time",
                              "type_out_of_range", "id_extreme", "radius_bad", "random_bytes"}) {
         Drop(Bad(std::string("binary/") + name + "/snap0000.bin"));
@@ -256,7 +257,10 @@ TEST_F(BadData, ImpossiblePositionsPaint) {
         // Turning and zooming such data must not end anything either.
         Drag(Canvas(0), wxPoint(100, 100), wxPoint(130, 110), 1, 2);
         EXPECT_TRUE(Settle()) << name;
+        const bool bTold = Canvas(0)->GetMessageText().Contains("100 particles aren't drawn: their place");
+        EXPECT_EQ(bTold, std::string(name) == "all_nan") << name;
     }
+    Canvas(0)->mShowMessage.mValue = false;
     ResetViews();
     const TempDir_cls dir;
     Write(dir / Name(0), kParticles);

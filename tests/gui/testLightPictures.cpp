@@ -218,6 +218,17 @@ TEST_F(LightPictures, EachTypeFadeAndConeIsWhatItsFormulaSays) {
     }
 }
 
+// It takes light away from where others shine, and none from where there is none.
+TEST_F(LightPictures, NegativeStrengthsTakeLightAway) {
+    SetLight(0, LightSRC_cls::TYPE_PARALLEL, 0, 0.9, {0, 0, 0}, {0, 65, 215});
+    for (int type = 0; type < 4; ++type) {
+        SetLight(1, type, 0, -0.4, {0.8, 0.5, 2.2}, {0, 65, 215}).mCSpotAngle.mValue = 16;
+        ExpectAllSurfaces("beside another, type " + std::to_string(type));
+    }
+    SetLight(0, LightSRC_cls::TYPE_PARALLEL, 0, -1e30, {0, 0, 0}, {0, 65, 215});
+    ExpectAllSurfaces("as dark as can be");
+}
+
 TEST_F(LightPictures, SevenLightsAddUpOnEverySurface) {
     SetSevenLights();
     ExpectAllSurfaces("seven");

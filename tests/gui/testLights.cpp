@@ -173,6 +173,8 @@ TEST_F(Lights, TheDialogKeepsItsPlace) {
 TEST_F(Lights, ProjectsBringTheirs) {
     Ctrl().AddLight();
     Ctrl().GetLight(2).mCType.mValue = LightSRC_cls::TYPE_SPOT;
+    const double negative = -0.75;
+    Ctrl().GetLight(2).mpCStrength->SetKeyFrame(&negative, true, ParamGroup_cls::kCurrent);
     const wxString three = TextOfLights();
     const std::string path = mDir / "three.mrp";
     ASSERT_TRUE(Hub()->SaveProjectFile(path, true));
@@ -183,6 +185,7 @@ TEST_F(Lights, ProjectsBringTheirs) {
     EXPECT_FALSE(IsOnTimeLines(Ctrl().GetLight(2).mpCObjectGroup));
     Open(path);
     EXPECT_EQ(TextOfLights(), three);
+    EXPECT_EQ(GetGroupValue(Ctrl().GetLight(2).mpCStrength, 0.0)[0], negative);
     EXPECT_EQ(mpGUI->GetPCList()->GetItemCount(), 3);
     EXPECT_EQ(IconOf(2), 1);
     const std::string again = mDir / "again.mrp";

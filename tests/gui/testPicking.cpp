@@ -4,6 +4,7 @@
 #include "COLORCURVE/clsColorCurve.h"
 #include "GL/BASE/DisplayMode.h"
 #include "GL/VIEW/clsSharedView.h"
+#include "GL/VIEW/clsViewMouse.h"
 
 namespace {
 
@@ -320,6 +321,17 @@ TEST_F(Picking, ThePointerNamesWhatItIsOver) {
     Settle();
     EXPECT_NE(Status(), "Light 0");
     EXPECT_EQ(sumLight(), plain);
+    // Where paints take long, one that passes by is named and no more; brighter it is once the pointer rests.
+    const double cheap = std::exchange(ViewMouse_cls::msCheapMillis, 0.0);
+    const int paints = Canvas(0)->GetPaintCount();
+    MoveTo(Canvas(0), at);
+    EXPECT_EQ(Status(), "Light 0");
+    EXPECT_EQ(SceneObj_cls::mspCHovered, nullptr);
+    EXPECT_EQ(Canvas(0)->GetPaintCount(), paints);
+    EXPECT_TRUE(PumpUntil([&] { return SceneObj_cls::mspCHovered == &Light(0); }));
+    Settle();
+    EXPECT_GT(sumLight(), plain + plain / 20);
+    ViewMouse_cls::msCheapMillis = cheap;
 }
 
 TEST_F(Picking, PicturesOfTheSceneKnowNoHandles) {

@@ -2,6 +2,7 @@
 #include <random>
 
 #include "GL/BASE/DisplayMode.h"
+#include "GL/BASE/DrawWay.h"
 #include "GL/DRAW/clsShadowLookup.h"
 #include "ShadowTest.h"
 
@@ -15,6 +16,7 @@ protected:
     }
     void TearDown() override {
         ShadowLookup_cls::msbUsed = true;
+        SetDrawWay(DrawWay::Auto);
         Canvas(0)->SetGeometry(0);
         ShadowTest::TearDown();
     }
@@ -30,6 +32,9 @@ protected:
     void ExpectSame(const std::string& what, int differ = 1, int share = 12) {
         const Picture_st lit = Draw(0);
         const Picture_st seen = Draw(1);
+        SetDrawWay(DrawWay::GL);
+        const Picture_st shader = Draw(1);
+        SetDrawWay(DrawWay::Auto);
         ShadowLookup_cls::msbUsed = false;
         const Picture_st volumes = Draw(1);
         ShadowLookup_cls::msbUsed = true;
@@ -38,6 +43,7 @@ protected:
         EXPECT_GT(dark, 1000) << what;
         EXPECT_GE(wrong, differ) << what << ": was it looked up?";
         EXPECT_LT(wrong, dark / share) << what;
+        EXPECT_LT(CountDifferent(seen, shader, 10), dark / 50) << what << ": the shader and the processor";
         if (HasFailure()) Snap("lookup_" + what);
     }
 };

@@ -37,17 +37,23 @@ bool Holds(const ShadowShape_st& shape, const float* pBall, const double* p) {
            0.999 * (double(ends.radius[0]) + share * (double(ends.radius[1]) - double(ends.radius[0])));
 }
 
-bool IsListed(const ShadowGrid_cls& grid, const double* p, const float* pBall) {
+std::array<float, 3> ToTable(const ShadowGrid_cls& grid, const double* p) {
     double turn[3][3];
     grid.GetTurn(turn);
-    float place[3];
-    for (int row = 0; row < 3; ++row) {
+    std::array<float, 3> place;
+    for (size_t row = 0; row < 3; ++row) {
         double q = 0.0;
         for (int i = 0; i < 3; ++i)
             q += turn[row][i] * (p[i] - grid.GetOrigin()[i]);
         place[row] = static_cast<float>(q);
     }
-    const uint32_t block = grid.GetBlockAt(place);
+    return place;
+}
+
+bool IsListed(const ShadowGrid_cls& grid, const double* p, const float* pBall) {
+    double turn[3][3];
+    grid.GetTurn(turn);
+    const uint32_t block = grid.GetBlockAt(ToTable(grid, p).data());
     const float* pEntry = nullptr;
     for (int32_t k = grid.GetStarts()[block]; k < grid.GetStarts()[block + 1]; ++k) {
         pEntry = grid.GetEntries().data() + 4 * static_cast<size_t>(k);
@@ -71,9 +77,9 @@ struct Case_st {
     bool bMixed;
 };
 
-class ShadowGrid : public testing::TestWithParam<Case_st> {};
+class ShadowGridBlocks : public testing::TestWithParam<Case_st> {};
 
-TEST_P(ShadowGrid, ListsWhoeverHoldsAPoint) {
+TEST_P(ShadowGridBlocks, ListsWhoeverHoldsAPoint) {
     const Case_st& c = GetParam();
     const double far = c.bNear ? c.offset : 0.0;
     const ShadowShape_st shape = MakeShape(c.bNear, c.x + far, c.y + far, c.z + far, c.length);
@@ -94,7 +100,7 @@ TEST_P(ShadowGrid, ListsWhoeverHoldsAPoint) {
     for (const size_t i : out)
         bOut[i] = true;
     EXPECT_LT(out.size(), balls.size() / (c.bNear && c.bMixed ? 4 : 10));
-    size_t held = 0, missing = 0;
+    size_t held = 0, missing = 0, unseen = 0;
     for (int n = 0; n < 4000; ++n) {
         const double p[3] = {1.3 * side(random) + c.offset, 1.3 * side(random) + c.offset,
                              1.3 * side(random) + c.offset};
@@ -102,16 +108,46 @@ TEST_P(ShadowGrid, ListsWhoeverHoldsAPoint) {
             if (bOut[i] || !Holds(shape, balls[i].data(), p)) continue;
             ++held;
             missing += !IsListed(grid, p, balls[i].data());
+            unseen += !grid.IsInShadow(ToTable(grid, p).data());
         }
     }
     EXPECT_GT(held, 300u);
     EXPECT_EQ(missing, 0u);
+    EXPECT_LE(unseen, held / 50) << "but for what floats round, as the first sphere is far out";
+    // Whoever does the work.
+    const std::vector<int32_t> starts = grid.GetStarts();
+    const std::vector<float> entries = grid.GetEntries();
+    for (const int threads : {1, 2, 7}) {
+        EXPECT_EQ(grid.Sort(threads), out);
+        EXPECT_EQ(grid.GetStarts(), starts);
+        EXPECT_EQ(grid.GetEntries(), entries);
+    }
     grid.Clear();
     EXPECT_TRUE(grid.Sort().empty());
     EXPECT_EQ(grid.GetStarts().back(), 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Lights, ShadowGrid,
+TEST(ShadowGrid, LeavesOutWhatThereIsNoRoomFor) {
+    ShadowGrid_cls grid(MakeShape(false, 0.3, 0.5, 0.8, 20.0f));
+    std::mt19937 random(5);
+    std::uniform_real_distribution<float> side(-1.0f, 1.0f);
+    for (int i = 0; i < 1200000; ++i) {
+        const float place[3] = {side(random), side(random), side(random)};
+        grid.Add(place, 0.01f);
+    }
+    const std::vector<size_t> out = grid.Sort(1);
+    const std::vector<int32_t> starts = grid.GetStarts();
+    const std::vector<float> entries = grid.GetEntries();
+    EXPECT_LT(out.size(), 1000000u);
+    EXPECT_GT(out.size(), 1000u);
+    EXPECT_LE(entries.size(), 4 * ShadowGrid_cls::kMostEntries);
+    EXPECT_GT(entries.size(), 4 * ShadowGrid_cls::kMostEntries - 1000);
+    EXPECT_EQ(grid.Sort(3), out);
+    EXPECT_TRUE(grid.GetStarts() == starts);
+    EXPECT_TRUE(grid.GetEntries() == entries);
+}
+
+INSTANTIATE_TEST_SUITE_P(Lights, ShadowGridBlocks,
                          testing::Values(Case_st{false, 0.3, 0.5, 0.8, 20.0f, 0.0, false},
                                          Case_st{false, 0, 0, 1, 20.0f, 100.0, true},
                                          Case_st{false, -1, 0.2, 0, 3000.0f, 0.0, false},

@@ -9,6 +9,7 @@
 #include "GL/BASE/clsGLState.h"
 #include "GL/BASE/clsShaderCtrl.h"
 #include "GL/DRAW/CPU/clsTileDraw.h"
+#include "GL/DRAW/DepthTarget.h"
 #include "GL/DRAW/UnlitBlend.h"
 #include "GL/DRAW/clsDrawProgress.h"
 #include "GL/DRAW/clsGLAttribute.h"
@@ -26,9 +27,9 @@ TileCanvas_cls& GetCanvas() {
     return sCanvas;
 }
 
-GLint GetAttachment(GLenum which, GLenum what) {
+GLint GetColorTarget(GLenum what) {
     GLint value = 0;
-    glGetFramebufferAttachmentParameteriv(GL_DRAW_FRAMEBUFFER, which, what, &value);
+    glGetFramebufferAttachmentParameteriv(GL_DRAW_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, what, &value);
     return value;
 }
 
@@ -126,18 +127,10 @@ CpuDraw_cls::CpuDraw_cls(const ViewScale_cls& view) {
 
 // Off-screen buffers of half floats, and depth with stencil, as views have them.
 bool CpuDraw_cls::TakeTarget() {
-    GLint framebuffer = 0;
-    glGetIntegerv(GL_DRAW_FRAMEBUFFER_BINDING, &framebuffer);
-    if (framebuffer == 0) return false;
-    if (GetAttachment(GL_COLOR_ATTACHMENT0, GL_FRAMEBUFFER_ATTACHMENT_OBJECT_TYPE) != GL_TEXTURE)
+    mDepthTexture = GetDepthTarget();
+    if (mDepthTexture == 0 || GetColorTarget(GL_FRAMEBUFFER_ATTACHMENT_OBJECT_TYPE) != GL_TEXTURE)
         return false;
-    if (GetAttachment(GL_DEPTH_ATTACHMENT, GL_FRAMEBUFFER_ATTACHMENT_OBJECT_TYPE) != GL_TEXTURE ||
-        GetAttachment(GL_DEPTH_ATTACHMENT, GL_FRAMEBUFFER_ATTACHMENT_DEPTH_SIZE) != 24)
-        return false;
-    mTexture =
-        static_cast<unsigned>(GetAttachment(GL_COLOR_ATTACHMENT0, GL_FRAMEBUFFER_ATTACHMENT_OBJECT_NAME));
-    mDepthTexture =
-        static_cast<unsigned>(GetAttachment(GL_DEPTH_ATTACHMENT, GL_FRAMEBUFFER_ATTACHMENT_OBJECT_NAME));
+    mTexture = static_cast<unsigned>(GetColorTarget(GL_FRAMEBUFFER_ATTACHMENT_OBJECT_NAME));
     const GLAttribScope_cls attributes(GL_TEXTURE_BIT);
     glBindTexture(GL_TEXTURE_2D, mTexture);
     GLint format = 0;

@@ -2,20 +2,24 @@
 
 #include <algorithm>
 #include <cmath>
+#include <thread>
 
+#include "COMMON/OnThreads.h"
 #include "COMMON/clsMyVector.h"
 
 namespace {
 
 constexpr size_t kMostBlocks = 128; // of one shadow
-constexpr float kAcross = 2.5f;     // edges of blocks, radii of the sphere in the middle by size
-constexpr float kAlong = 0.6f;      // the same along a far light's direction, lengths of its shadow
+constexpr float kAcross = 4.0f;     // edges of blocks, radii of the sphere in the middle by size
+constexpr float kAlong = 1.0f;      // the same along a far light's direction, lengths of its shadow
 constexpr float kShell = 2.0f;      // the same of a near light: fewer and longer lists are read faster there
 constexpr float kCone = 5.0f;       // edges of blocks of directions, angular radii of that sphere
 constexpr float kNarrowest = 1e-4f; // what directions as floats still tell apart well
 constexpr float kNextToLight = 0.999f; // radius over distance of a sphere whose cone is nearly flat
 constexpr size_t kSample = 999;
-constexpr float kFarthest = 1e9f; // blocks from the origin
+constexpr float kFarthest = 1e9f;  // blocks from the origin
+constexpr int kMostThreads = 8;    // each has a table of counts
+constexpr uint32_t kLeftOut = ~0u; // in place of a count
 
 } // namespace
 
@@ -53,12 +57,22 @@ size_t ShadowGrid_cls::GetSize() const {
     return mShape.bNear ? size_t{kNearSize} : size_t{kFarSize[0]} * size_t{kFarSize[1]} * size_t{kFarSize[2]};
 }
 
+namespace {
+
+/// Downwards; what is no number goes to an end.
+int32_t ToBlock(float value) {
+    const float limited = value > -kFarthest ? (value < kFarthest ? value : kFarthest) : -kFarthest;
+    const auto whole = static_cast<int32_t>(limited);
+    return whole - (limited < static_cast<float>(whole) ? 1 : 0);
+}
+
+} // namespace
+
 uint32_t ShadowGrid_cls::GetBlockAt(const float* pPlace) const {
     int32_t block[4];
     if (!mShape.bNear) {
         for (int i = 0; i < 3; ++i)
-            block[i] =
-                static_cast<int32_t>(std::floor(std::clamp(pPlace[i] * mPerBlock[i], -kFarthest, kFarthest)));
+            block[i] = ToBlock(pPlace[i] * mPerBlock[i]);
         return GetFarBlock(block);
     }
     float away[3];
@@ -66,9 +80,45 @@ uint32_t ShadowGrid_cls::GetBlockAt(const float* pPlace) const {
         away[i] = pPlace[i] - mTurned.light[i];
     const float far = MyVector::GetNorm(away);
     for (int i = 0; i < 3; ++i)
-        block[i] = static_cast<int32_t>(std::floor(away[i] / far * mPerBlock[0]));
-    block[3] = static_cast<int32_t>(std::floor(std::clamp(far * mPerBlock[2], -kFarthest, kFarthest)));
+        block[i] = ToBlock(away[i] / far * mPerBlock[0]);
+    block[3] = ToBlock(far * mPerBlock[2]);
     return GetNearBlock(block);
+}
+
+bool ShadowGrid_cls::IsInShadow(const float* pPlace, uint32_t block) const {
+    const float* const pEnd = mvEntries.data() + 4 * static_cast<size_t>(mvStarts[block + 1]);
+    const float* p = mvEntries.data() + 4 * static_cast<size_t>(mvStarts[block]);
+    if (!mShape.bNear) {
+        for (; p < pEnd; p += 4) {
+            const float x = pPlace[0] - p[0], y = pPlace[1] - p[1], z = pPlace[2] - p[2];
+            if (x * x + y * y < p[3] * p[3] && z >= mShape.start * p[3] && z <= mShape.length * p[3])
+                return true;
+        }
+        return false;
+    }
+    if (p == pEnd) return false;
+    // The light's ray to the place meets the sphere, and the place lies between the shadow's ends.
+    float ray[3];
+    for (int i = 0; i < 3; ++i)
+        ray[i] = pPlace[i] - mTurned.light[i];
+    const float length = MyVector::GetNorm(ray);
+    for (float& r : ray)
+        r /= length;
+    for (; p < pEnd; p += 4) {
+        float way[3], away[3], off[3];
+        for (int i = 0; i < 3; ++i) {
+            way[i] = pPlace[i] - p[i];
+            away[i] = p[i] - mTurned.light[i];
+        }
+        const float ahead = MyVector::GetScalarProduct(way, ray);
+        for (int i = 0; i < 3; ++i)
+            off[i] = way[i] - ahead * ray[i];
+        if (!(MyVector::GetScalarProduct(off, off) < p[3] * p[3])) continue;
+        const float far = MyVector::GetNorm(away) * p[3];
+        const float along = MyVector::GetScalarProduct(way, away) + p[3] * p[3];
+        if (along >= mShape.start * far && along <= mShape.length * far) return true;
+    }
+    return false;
 }
 
 // As fits the sphere in the middle by size.
@@ -105,7 +155,7 @@ void ShadowGrid_cls::ChooseBlocks() {
 }
 
 // False: too many.
-bool ShadowGrid_cls::ListBox(const float* pLow, const float* pHigh) {
+bool ShadowGrid_cls::ListBox(const float* pLow, const float* pHigh, std::vector<uint32_t>& listed) const {
     int32_t first[3], last[3];
     for (int i = 0; i < 3; ++i) {
         // What the way from the screen back rounds.
@@ -123,14 +173,14 @@ bool ShadowGrid_cls::ListBox(const float* pLow, const float* pHigh) {
         for (int32_t y = first[1]; y <= last[1]; ++y)
             for (int32_t x = first[0]; x <= last[0]; ++x) {
                 const int32_t block[3] = {x, y, z};
-                mvListed.push_back(GetFarBlock(block));
+                listed.push_back(GetFarBlock(block));
             }
     return true;
 }
 
 // The light looks at the sphere along a cone; its directions lie on a cap of the unit sphere, and of the
 // blocks around the cap only those count that it touches. False: too many.
-bool ShadowGrid_cls::ListCone(const float* pPlace, float radius) {
+bool ShadowGrid_cls::ListCone(const float* pPlace, float radius, std::vector<uint32_t>& listed) const {
     ShadowShape_st::Ends_st ends;
     if (!mTurned.GetEnds(pPlace, radius, ends)) return true; // throws none
     float away[3], to[3];
@@ -186,66 +236,140 @@ bool ShadowGrid_cls::ListCone(const float* pPlace, float radius) {
                     continue;
                 for (auto shell = int32_t(shells[0]); shell <= int32_t(shells[1]); ++shell) {
                     const int32_t block[4] = {first[0] + x, first[1] + y, first[2] + z, shell};
-                    mvListed.push_back(GetNearBlock(block));
+                    listed.push_back(GetNearBlock(block));
                 }
-                if (mvListed.size() > kMostBlocks) return false;
+                if (listed.size() > kMostBlocks) return false;
             }
     return true;
 }
 
 // False: too many blocks.
-bool ShadowGrid_cls::ListBlocks(const float* pPlace, float radius) {
-    mvListed.clear();
-    if (mShape.bNear) return ListCone(pPlace, radius);
+bool ShadowGrid_cls::ListBlocks(const float* pPlace, float radius, std::vector<uint32_t>& listed) const {
+    listed.clear();
+    if (mShape.bNear) return ListCone(pPlace, radius, listed);
     float low[3], high[3];
     for (int i = 0; i < 3; ++i) {
         const bool bAlong = i == 2;
         low[i] = pPlace[i] + radius * (bAlong ? mShape.start : -1.0f);
         high[i] = pPlace[i] + radius * (bAlong ? mShape.length : 1.0f);
     }
-    return ListBox(low, high);
+    return ListBox(low, high, listed);
 }
 
-std::vector<size_t> ShadowGrid_cls::Sort() {
-    std::vector<size_t> out;
-    mvStarts.assign(GetSize() + 1, 0);
-    mvEntries.clear();
-    if (mvBalls.empty()) return out;
-    ChooseBlocks();
-    double turn[3][3];
-    GetTurn(turn);
-    // Into the table's coordinates, and the blocks of each.
-    std::vector<float> places(mvBalls.size());
-    std::vector<uint32_t> blocks;
-    std::vector<uint32_t> counts(GetNumber());
-    blocks.reserve(GetNumber() * 8);
-    for (size_t n = 0; n < GetNumber(); ++n) {
+/// A run of spheres, worked on by one thread, with what it lists.
+struct ShadowGrid_cls::Run_st {
+    size_t first = 0, last = 0;   ///< spheres
+    std::vector<uint32_t> blocks; ///< of all of them
+    std::vector<int32_t> next;    ///< of each block of the table: how many, then the place of the next
+};
+
+// Into the table's coordinates, and the blocks of each.
+void ShadowGrid_cls::ListRun(const double (*pTurn)[3], Run_st& run) {
+    std::vector<uint32_t> listed; // blocks of the sphere at hand
+    run.next.assign(GetSize(), 0);
+    run.blocks.reserve((run.last - run.first) * 9);
+    for (size_t n = run.first; n < run.last; ++n) {
         const float* pBall = GetBall(n);
-        float* pPlace = places.data() + 4 * n;
+        float* pPlace = mvPlaces.data() + 4 * n;
         double way[3];
         for (int i = 0; i < 3; ++i)
             way[i] = double(pBall[i]) - mOrigin[i];
         for (int i = 0; i < 3; ++i)
-            pPlace[i] = static_cast<float>(turn[i][0] * way[0] + turn[i][1] * way[1] + turn[i][2] * way[2]);
+            pPlace[i] =
+                static_cast<float>(pTurn[i][0] * way[0] + pTurn[i][1] * way[1] + pTurn[i][2] * way[2]);
         pPlace[3] = pBall[3];
-        if (!ListBlocks(pPlace, pBall[3]) || blocks.size() + mvListed.size() > kMostEntries) {
-            out.push_back(n);
+        if (!ListBlocks(pPlace, pBall[3], listed)) {
+            mvCounts[n] = kLeftOut;
             continue;
         }
-        counts[n] = static_cast<uint32_t>(mvListed.size());
-        blocks.insert(blocks.end(), mvListed.begin(), mvListed.end());
+        mvCounts[n] = static_cast<uint32_t>(listed.size());
+        run.blocks.insert(run.blocks.end(), listed.begin(), listed.end());
+        for (const uint32_t block : listed)
+            ++run.next[block];
     }
-    for (const uint32_t block : blocks)
-        ++mvStarts[block + 1];
-    for (size_t k = 1; k < mvStarts.size(); ++k)
-        mvStarts[k] += mvStarts[k - 1];
-    std::vector<int32_t> next(mvStarts.begin(), mvStarts.end() - 1);
-    mvEntries.resize(4 * blocks.size());
-    size_t taken = 0;
-    for (size_t n = 0; n < GetNumber(); ++n)
-        for (uint32_t k = 0; k < counts[n]; ++k) {
-            const int32_t slot = next[blocks[taken++]]++;
-            std::copy_n(places.data() + 4 * n, 4, mvEntries.data() + 4 * static_cast<size_t>(slot));
+}
+
+// What there is no room for is forgotten again, in the order of the spheres.
+void ShadowGrid_cls::LimitRuns(std::vector<Run_st>& runs) {
+    size_t all = 0;
+    for (const Run_st& run : runs)
+        all += run.blocks.size();
+    if (all <= kMostEntries) return;
+    size_t kept = 0;
+    for (Run_st& run : runs) {
+        size_t from = 0, to = 0;
+        for (size_t n = run.first; n < run.last; ++n) {
+            if (mvCounts[n] == kLeftOut) continue;
+            const size_t count = mvCounts[n];
+            const bool bKeep = kept + count <= kMostEntries;
+            for (size_t k = 0; k < count; ++k)
+                if (bKeep)
+                    run.blocks[to++] = run.blocks[from + k];
+                else
+                    --run.next[run.blocks[from + k]];
+            from += count;
+            if (bKeep)
+                kept += count;
+            else
+                mvCounts[n] = kLeftOut;
         }
+        run.blocks.resize(to);
+    }
+}
+
+// Of each block, the spheres of the first run before those of the second.
+void ShadowGrid_cls::FindStarts(std::vector<Run_st>& runs) {
+    int32_t start = 0;
+    for (size_t block = 0; block < GetSize(); ++block) {
+        mvStarts[block] = start;
+        for (Run_st& run : runs) {
+            const int32_t count = run.next[block];
+            run.next[block] = start;
+            start += count;
+        }
+    }
+    mvStarts[GetSize()] = start;
+}
+
+void ShadowGrid_cls::FillRun(Run_st& run) {
+    const uint32_t* pBlock = run.blocks.data();
+    for (size_t n = run.first; n < run.last; ++n)
+        for (uint32_t k = 0; mvCounts[n] != kLeftOut && k < mvCounts[n]; ++k) {
+            const int32_t slot = run.next[*pBlock++]++;
+            std::copy_n(mvPlaces.data() + 4 * n, 4, mvEntries.data() + 4 * static_cast<size_t>(slot));
+        }
+}
+
+// How many threads there are changes nothing in the table.
+std::vector<size_t> ShadowGrid_cls::Sort(int threads) {
+    constexpr size_t kForThread = 5000;
+    std::vector<size_t> out;
+    const size_t number = GetNumber();
+    mvStarts.assign(GetSize() + 1, 0);
+    mvEntries.clear();
+    if (number == 0) return out;
+    ChooseBlocks();
+    double turn[3][3];
+    GetTurn(turn);
+    mvPlaces.resize(mvBalls.size());
+    mvCounts.resize(number);
+    if (threads < 1)
+        threads = std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1,
+                             std::min(kMostThreads, static_cast<int>(number / kForThread) + 1));
+    std::vector<Run_st> runs(static_cast<size_t>(threads));
+    const auto onAll = [&runs, threads](const auto& job) {
+        OnThreads(threads, [&](int k) { job(runs[static_cast<size_t>(k)]); });
+    };
+    for (size_t k = 0; k < runs.size(); ++k) {
+        runs[k].first = number * k / runs.size();
+        runs[k].last = number * (k + 1) / runs.size();
+    }
+    onAll([&](Run_st& run) { ListRun(turn, run); });
+    LimitRuns(runs);
+    FindStarts(runs);
+    mvEntries.resize(4 * static_cast<size_t>(mvStarts.back()));
+    onAll([&](Run_st& run) { FillRun(run); });
+    for (size_t n = 0; n < number; ++n)
+        if (mvCounts[n] == kLeftOut) out.push_back(n);
     return out;
 }

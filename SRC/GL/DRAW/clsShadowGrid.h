@@ -33,8 +33,9 @@ public:
     void Clear();
 
     /// Make the table of what has been added. The spheres left out, by number, are those whose shadows reach
-    /// through more blocks than is worth it, and what there is no room for.
-    std::vector<size_t> Sort();
+    /// through more blocks than is worth it, and what there is no room for. `threads` 0: as many as are worth
+    /// it; the table is the same.
+    std::vector<size_t> Sort(int threads = 0);
 
     // The table's own coordinates: across a far light's direction and along it, or those of the spheres; from
     // the origin.
@@ -47,16 +48,25 @@ public:
     const float* GetPerBlock() const { return mPerBlock; }
     /// The table's place of the block that holds a point of the table's coordinates.
     uint32_t GetBlockAt(const float* pPlace) const;
+    /// Does a point of the table's coordinates lie in a shadow? Of those that are in the table.
+    bool IsInShadow(const float* pPlace) const { return IsInShadow(pPlace, GetBlockAt(pPlace)); }
+    bool IsInShadow(const float* pPlace, uint32_t block) const;
     /// Of each block, and one past the last: the first of those in it, into GetEntries.
     const std::vector<int32_t>& GetStarts() const { return mvStarts; }
     /// Four numbers each: centre in the table's coordinates, and radius.
     const std::vector<float>& GetEntries() const { return mvEntries; }
 
 private:
+    struct Run_st;
+
     void ChooseBlocks();
-    bool ListBlocks(const float* pPlace, float radius);
-    bool ListBox(const float* pLow, const float* pHigh);
-    bool ListCone(const float* pPlace, float radius);
+    bool ListBlocks(const float* pPlace, float radius, std::vector<uint32_t>& listed) const;
+    bool ListBox(const float* pLow, const float* pHigh, std::vector<uint32_t>& listed) const;
+    bool ListCone(const float* pPlace, float radius, std::vector<uint32_t>& listed) const;
+    void ListRun(const double (*pTurn)[3], Run_st& run);
+    void LimitRuns(std::vector<Run_st>& runs);
+    void FindStarts(std::vector<Run_st>& runs);
+    void FillRun(Run_st& run);
     size_t GetSize() const;
 
     ShadowShape_st mShape;
@@ -64,7 +74,8 @@ private:
     std::vector<float> mvBalls;
     double mOrigin[3] = {0, 0, 0};
     float mPerBlock[3] = {1, 1, 1};
-    std::vector<uint32_t> mvListed; ///< blocks of the sphere at hand
+    std::vector<float> mvPlaces;    ///< as mvBalls, in the table's coordinates
+    std::vector<uint32_t> mvCounts; ///< blocks of each sphere
     std::vector<int32_t> mvStarts;
     std::vector<float> mvEntries;
 };

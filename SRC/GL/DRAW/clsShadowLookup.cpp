@@ -5,6 +5,7 @@
 #include <epoxy/gl.h>
 
 #include "GL/DRAW/PlaceMatrix.h"
+#include "GL/DRAW/ShadowMarks.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsShadowStencil.h"
 #include "GL/DRAW/clsViewScale.h"
@@ -114,6 +115,10 @@ ShaderCtrl_cls::Lookup_st ShadowLookup_cls::GetLookup() const {
 }
 
 void ShadowLookup_cls::Draw(ShadowStencil_cls& stencil, const float* pBounds) {
+    if (CanMarkShadows()) {
+        MarkShadows(mGrid, GetLookup(), mRays, pBounds, ShadowStencil_cls::kFound);
+        return;
+    }
     GLint program = 0;
     glGetIntegerv(GL_CURRENT_PROGRAM, &program);
     {

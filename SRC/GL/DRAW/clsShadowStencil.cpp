@@ -10,7 +10,6 @@ bool ShadowStencil_cls::msbClamps = true;
 namespace {
 
 constexpr GLuint kCounter = 0x7f;
-constexpr GLuint kFound = 0x80;
 constexpr GLuint kAll = 0xff;
 constexpr float kShownColor[3] = {0.35f, 0.45f, 0.8f};
 

@@ -38,7 +38,8 @@ public:
         MarkScope_cls& operator=(const MarkScope_cls&) = delete;
     };
 
-    static bool msbClamps; ///< does it use OpenGL's depth clamp where that is there?
+    static constexpr unsigned kFound = 0x80; ///< the bit of a pixel that lies in shadow
+    static bool msbClamps;                   ///< does it use OpenGL's depth clamp where that is there?
 
     /// Later drawing reaches pixels in shadow alone.
     static void SelectShadowed();

@@ -49,16 +49,20 @@ void ViewMessage_cls::DrawMessage(const Facts_st& facts, bool bShow, int w, int 
         return;
     }
     mCStrings.SetWindowGeometry(w, h);
-    const auto show = [&](const wxString& text, int x, int y, bool bFromTop) {
+    // Light with a dark rim: read on any background.
+    const auto show = [&](const wxString& text, int x, int y, bool bFromTop, float otherChannels) {
+        glColor4f(0, 0, 0, 1);
+        for (const int right : {-1, 1})
+            for (const int down : {-1, 1})
+                mCStrings.Draw(font, text, x + right, y + down, bFromTop);
+        glColor4f(1.0f, otherChannels, otherChannels, 1.0f);
         mCStrings.Draw(font, text, x, y, bFromTop);
         mStrMessageShown += text + "\n";
     };
-    glColor4f(1, 1, 1, 1);
-    show(MakeStatusLine(facts), 30, 10, false);
-    show(MakeDataLine(facts), facts.mLeft, 10, true);
-    show(MakeMemoryLine(), facts.mLeft, 28, true);
-    glColor4f(1.0f, 0.5f, 0.5f, 1.0f);
-    show(mWXStrMessage, 5, 28, false);
+    show(MakeStatusLine(facts), 30, 10, false, 1.0f);
+    show(MakeDataLine(facts), facts.mLeft, 10, true, 1.0f);
+    show(MakeMemoryLine(), facts.mLeft, 28, true, 1.0f);
+    show(mWXStrMessage, 5, 28, false, 0.5f);
     mWXStrMessage.clear();
     glColor4f(1, 1, 1, 1);
 }

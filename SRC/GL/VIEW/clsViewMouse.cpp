@@ -18,11 +18,12 @@
 namespace {
 
 constexpr int kRestMillis = 250;
-constexpr double kCheapMillis = 100.0; // a picture for a pointer that only passes by
 
 bool sbButtonsStale = false; // their look has changed since they were painted; there is one pointer
 
 } // namespace
+
+double ViewMouse_cls::msCheapMillis = 100.0;
 
 ViewMouse_cls::ViewMouse_cls(MainGLCanvas_cls& canvas, ViewMenu_cls& menu, ViewPick_cls& pick,
                              ViewHost_cls& host, Preference_cls* pPreference, SharedView_cls& shared)
@@ -109,7 +110,7 @@ void ViewMouse_cls::OnPointer(bool bLeaving) {
 // What is picked and moved isn't seen without items.
 bool ViewMouse_cls::HasButtons() const { return GpCurrentGLPanel == &mCanvas && mCanvas.mShowItems.mValue; }
 
-bool ViewMouse_cls::IsPaintCheap() const { return mCanvas.GetLastPaint().mMillis < kCheapMillis; }
+bool ViewMouse_cls::IsPaintCheap() const { return mCanvas.GetLastPaint().mMillis < msCheapMillis; }
 
 bool ViewMouse_cls::OnDragKey(int keycode) {
     if (!mItem.OnKey(keycode)) return false;

@@ -34,6 +34,9 @@ public:
     /// ViewItemMouse_cls::DrawGuide.
     void DrawGuide(int w, int h) const { mItem.DrawGuide(w, h); }
 
+    /// What a paint may take to be made anew for a pointer that only passes by.
+    static double msCheapMillis;
+
 private:
     void OnMouse(wxMouseEvent& event);
     void OnCaptureLost(wxMouseCaptureLostEvent& event);

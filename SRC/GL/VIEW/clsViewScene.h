@@ -52,6 +52,7 @@ private:
     void SetLights();
     void SetFog();
     void DrawDataMain();
+    void TellPlaceless();
     void DrawDataLit();
     void DrawData();
     void DrawDataCopyLoop();

@@ -24,6 +24,7 @@
 #include "GL/VIEW/clsViewSettings.h"
 #include "PDATA/clsPDataBlock.h"
 #include "PDATA/clsPDataSequence.h"
+#include "PDATA/clsPDataSnap.h"
 #include "SCENE/clsLightSRCCtrl.h"
 
 // The camera stands in the model-view matrix. Lights that throw shadows are left to pictures of their own
@@ -118,6 +119,18 @@ void ViewScene_cls::DrawDataMain() {
     if (mShadows == 1) DrawShadowed();
     mContext.mMessage.Add(GLDrawData_cls::msStrMessage);
     GLDrawData_cls::msStrMessage.clear();
+    TellPlaceless();
+}
+
+// What a file holds and no picture can show.
+void ViewScene_cls::TellPlaceless() {
+    if (!mContext.mSettings.mShowData.mValue || !mContext.mMoment.bData) return;
+    const PDataSnap_cls* snap = mContext.mHost.GetPCActiveFileSequence()->GetSnap(mContext.mMoment.dataFrame);
+    if (snap && snap->IsItLoaded() && snap->mPlaceless > 0)
+        mContext.mMessage.Add(
+            wxString::Format(_("%lld particles aren't drawn: their place is no number or too far"),
+                             snap->mPlaceless) +
+            "\n");
 }
 
 // The list of what is drawn is made for the first copy of the first face and serves all others: they, and
