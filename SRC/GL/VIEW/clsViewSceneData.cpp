@@ -128,7 +128,7 @@ void ViewScene_cls::TellPlaceless() {
     const PDataSnap_cls* snap = mContext.mHost.GetPCActiveFileSequence()->GetSnap(mContext.mMoment.dataFrame);
     if (snap && snap->IsItLoaded() && snap->mPlaceless > 0)
         mContext.mMessage.Add(
-            wxString::Format(_("%lld particles aren't drawn: their place is no number or too far"),
+            wxString::Format("%lld particles aren't drawn: their place is no number or too far",
                              snap->mPlaceless) +
             "\n");
 }
