@@ -85,7 +85,7 @@ TEST_F(Snapshots, ASnapshotIsTheWindowWithoutMessages) {
     const wxImage image = Load("snapshot.png");
     ASSERT_EQ(image.GetSize(), wxSize(shown.mW / 8 * 8, shown.mH));
     int differ = 0;
-    for (int y = 40; y < shown.mH - 40; ++y) // messages stand above and below
+    for (int y = 42; y < shown.mH - 42; ++y) // messages and their rims stand above and below
         for (int x = 0; x < image.GetWidth(); ++x)
             differ += image.GetGreen(x, y) != shown.mRGB[size_t(y * shown.mW + x) * 3 + 1];
     EXPECT_EQ(differ, 0);
