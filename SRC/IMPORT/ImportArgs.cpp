@@ -6,8 +6,9 @@
 
 namespace {
 
-const char* const kFormats[] = {"hdf5", "xyz", "dump", "csv"};
-const char* const kRoles[] = {"x", "y", "z", "vx", "vy", "vz", "radius", "id", "type", "value", "time"};
+const char* const kFormats[] = {"hdf5", "h5md", "xyz", "dump", "csv", "vtk"};
+const char* const kRoles[] = {"x",      "y",  "z",    "vx",    "vy",   "vz",
+                              "radius", "id", "type", "value", "time", "group"};
 
 template <size_t N>
 std::string CheckWord(const std::string& word, const char* const (&words)[N], const std::string& what) {

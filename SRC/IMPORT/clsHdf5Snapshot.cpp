@@ -1,11 +1,6 @@
 #include "IMPORT/clsHdf5Snapshot.h"
 
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <climits>
 
 #include "IMPORT/clsHdf5File.h"
@@ -148,26 +143,11 @@ void Hdf5Snapshot_cls::CheckData() const {
     }
 }
 
-void Hdf5Snapshot_cls::LookFirst(const std::string& path, const ImportChoice_st& choice) {
-    const pid_t child = fork();
-    if (child < 0) return;
-    if (child == 0) {
-        const rlimit none = {0, 0};
-        setrlimit(RLIMIT_CORE, &none);
-        close(STDERR_FILENO); // what the C library says of it would be all that the user sees
-        try {
-            Hdf5Snapshot_cls source(path, choice);
-            ImportSnapshot_st snap;
-            source.NextHead(&snap);
-            source.CheckData();
-        } catch (...) { // the reader tells it
-        }
-        _exit(0);
-    }
-    int status = 0;
-    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
-    }
-    if (WIFSIGNALED(status)) throw ImportError_cls(path + ": is damaged; the HDF5 library can't read it");
+void Hdf5Snapshot_cls::Look(const std::string& path, const ImportChoice_st& choice) {
+    Hdf5Snapshot_cls source(path, choice);
+    ImportSnapshot_st snap;
+    source.NextHead(&snap);
+    source.CheckData();
 }
 
 void Hdf5Snapshot_cls::ReadBody(ImportSnapshot_st* pSnap) {
