@@ -10,6 +10,7 @@
 #include "IMPORT/clsH5mdReader.h"
 #include "IMPORT/clsHdf5File.h"
 #include "IMPORT/clsHdf5Snapshot.h"
+#include "IMPORT/clsVtkReader.h"
 #include "IMPORT/clsXyzReader.h"
 
 namespace {
@@ -76,6 +77,7 @@ std::string GuessImportFormat(const std::string& path) {
     while (first.empty() && reader.Next(&line))
         first = std::string(Trim(line.substr(0, 1000)));
     if (StartsWith(first, "ITEM:")) return "dump";
+    if (VtkReader_cls::IsVtk(first)) return "vtk";
     long long number = 0;
     if (ReadNumber(first, &number)) return "xyz";
     if (FindCsvSeparator(first) != 0) return "csv";
@@ -90,5 +92,6 @@ std::unique_ptr<ParticleSource_cls> OpenImportSource(const std::string& path, co
     if (kind == "h5md") return OpenHdf5<H5mdReader_cls>(path, choice);
     if (kind == "xyz") return std::make_unique<XyzReader_cls>(path, choice);
     if (kind == "csv") return std::make_unique<CsvReader_cls>(path, choice);
+    if (kind == "vtk") return std::make_unique<VtkReader_cls>(path, choice);
     throw ImportError_cls(path + ": this format can't be read");
 }

@@ -76,6 +76,6 @@ public:
     virtual bool NextHead(ImportSnapshot_st* pSnap) = 0;
     /// The columns of the snapshot whose head was read.
     virtual void ReadBody(ImportSnapshot_st* pSnap) = 0;
-    /// All files of a snapshot in several; empty: the one that was named.
+    /// All files of the snapshot whose head was read, where it is in several; empty: the one that was named.
     virtual std::vector<std::string> GetFiles() const { return {}; }
 };

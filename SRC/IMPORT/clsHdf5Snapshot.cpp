@@ -8,6 +8,7 @@
 namespace {
 
 const std::string kHeader = "Header";
+const std::string kMasses = "Masses";
 
 std::string GroupOf(int type) { return "PartType" + std::to_string(type); }
 
@@ -58,7 +59,9 @@ void Hdf5Snapshot_cls::FindColumns(const Hdf5File_cls& file, const std::string& 
             if (pName->empty() && !name.empty() && file.Has(group + "/" + name)) *pName = name;
     };
     choose("radius", {"SmoothingLength", "SmoothingLengths"}, &mRadius);
-    choose("value", {"Density", "Densities", "InternalEnergy", "InternalEnergies", "Masses"}, &mValue);
+    choose("value", {"Density", "Densities", "InternalEnergy", "InternalEnergies", kMasses}, &mValue);
+    const std::string* pValue = mChoice.Find("value");
+    if (pValue && *pValue == kMasses && !file.ReadAttribute(kHeader, "MassTable").empty()) mValue = kMasses;
     if (!mRadius.empty()) mColumns |= IMPORT_RADIUS;
     if (!mValue.empty()) mColumns |= IMPORT_VALUE;
     if (file.Has(group + "/Velocities")) mColumns |= IMPORT_VEL;
@@ -119,6 +122,12 @@ void Hdf5Snapshot_cls::ReadGroup(const Hdf5File_cls& file, int type, size_t rows
     read("Velocities", IMPORT_VEL, 3, pSnap->mVel.data());
     read(mRadius, IMPORT_RADIUS, 1, pSnap->mRadius.data());
     read(mValue, IMPORT_VALUE, 1, pSnap->mValue.data());
+    if (mValue == kMasses && !file.Has(group + kMasses)) { // of equal ones the header tells one
+        const std::vector<double> masses = file.ReadAttribute(kHeader, "MassTable");
+        if (static_cast<size_t>(type) < masses.size())
+            std::fill_n(pSnap->mValue.data() + first, rows,
+                        static_cast<float>(masses[static_cast<size_t>(type)]));
+    }
     if (!(mColumns & IMPORT_ID)) return;
     if (file.Has(group + "ParticleIDs"))
         file.ReadIntegers(group + "ParticleIDs", rows, pSnap->mID.data() + first);

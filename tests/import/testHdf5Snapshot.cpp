@@ -95,3 +95,17 @@ TEST(ImportHdf5, PartsMakeOneSnapshotAndWrongCountsAreTold) {
                                "cut.hdf5: can't be opened as HDF5"})
         EXPECT_NE(run.mErr.find(reason), std::string::npos) << run.mErr;
 }
+
+TEST(ImportHdf5, MassesOfTypesWithoutADatasetStandInTheHeader) {
+    const ImportFolder_st folder;
+    {
+        Hdf5Writer_cls file(folder / "s.hdf5");
+        file.Header({1, 2, 0, 0, 0, 0}, {1, 2, 0, 0, 0, 0}, 1);
+        file.Attribute("MassTable", H5T_NATIVE_DOUBLE, std::vector<double>{9, 0.1, 0, 0, 0, 0});
+        file.Data("PartType0/Coordinates", H5T_NATIVE_FLOAT, {1, 3}, Floats{1, 2, 3});
+        file.Data("PartType0/Masses", H5T_NATIVE_FLOAT, {1}, Floats{7});
+        file.Data("PartType1/Coordinates", H5T_NATIVE_FLOAT, {2, 3}, Floats{1, 2, 3, 4, 5, 6});
+    }
+    ASSERT_EQ(folder.Run({folder / "s.hdf5"}).mStatus, 0);
+    EXPECT_EQ(folder.ReadSnapshot(0).mValue, (Floats{7, 0.1f, 0.1f}));
+}

@@ -1,0 +1,115 @@
+#include "APP/clsForeignImport.h"
+
+#include <algorithm>
+
+#include <wx/filename.h>
+#include <wx/intl.h>
+#include <wx/progdlg.h>
+#include <wx/stdpaths.h>
+#include <wx/tokenzr.h>
+#include <wx/utils.h>
+
+#include "APP/clsFileMenu.h"
+#include "APP/clsFrameMain.h"
+#include "APP/clsImportQuestion.h"
+#include "COMMON/FlagScope.h"
+#include "COMMON/Globals.h"
+#include "COMMON/MsgBox.h"
+#include "POVRAY/clsPovProcess.h"
+
+namespace {
+
+const char* const kProgram = "morentis-import";
+constexpr int kPollMillis = 40;
+constexpr long kPatienceMillis = 10000; // with one that was asked to stop
+constexpr size_t kMostComplaints = 8;
+
+/// Beside this program, else wherever the system looks.
+std::string FindProgram() {
+    const wxFileName here(wxPathOnly(wxStandardPaths::Get().GetExecutablePath()), kProgram);
+    return here.IsFileExecutable() ? std::string(here.GetFullPath().fn_str()) : kProgram;
+}
+
+} // namespace
+
+bool ForeignImport_cls::Offer(const std::vector<wxString>& files) {
+    if (GbGLLockModalDialog.load()) return true; // a question is up already
+    std::vector<wxString> chosen;
+    wxString folder;
+    {
+        ImportQuestion_cls question(&mFrame, files);
+        const auto answer = question.Ask();
+        if (answer != ImportQuestion_cls::Import) return answer == ImportQuestion_cls::Cancel;
+        chosen = question.GetFiles();
+        folder = question.GetFolder();
+    }
+    Import(chosen, folder);
+    return true;
+}
+
+// What it says line by line: how far it is, and what went wrong.
+void ForeignImport_cls::TakeLines(const PovProcess_cls& process) {
+    wxStringTokenizer lines(process.GetLastLines(), "\n");
+    while (lines.HasMoreTokens()) {
+        wxString line = lines.GetNextToken();
+        wxString text;
+        if (line.StartsWith("Snapshot ")) mProgress = line;
+        if (!line.StartsWith(wxString(kProgram) + ": ", &text) || mComplaints.size() >= kMostComplaints)
+            continue;
+        if (std::find(mComplaints.begin(), mComplaints.end(), text) == mComplaints.end())
+            mComplaints.push_back(text);
+    }
+}
+
+bool ForeignImport_cls::Wait(PovProcess_cls* pProcess) {
+    const FlagScope_cls modal(GbGLLockModalDialog);
+    wxProgressDialog bar(_("Import"), _("Reading the files"), 100, &mFrame,
+                         wxPD_APP_MODAL | wxPD_CAN_ABORT | wxPD_ELAPSED_TIME | wxPD_AUTO_HIDE);
+    bool bStopped = false;
+    long waited = 0;
+    while (!pProcess->Poll()) {
+        TakeLines(*pProcess);
+        unsigned file = 0;
+        unsigned files = 0;
+        const bool bKnown =
+            wxSscanf(mProgress, "Snapshot %*d, file %u of %u", &file, &files) == 2 && files > 1;
+        const int percent = bKnown ? int(100.0 * (file - 1) / files) : 0;
+        const bool bGoOn = bKnown ? bar.Update(std::min(percent, 99), mProgress) : bar.Pulse(mProgress);
+        if (!bGoOn && !bStopped) pProcess->AskToEnd();
+        bStopped = bStopped || !bGoOn;
+        waited += bStopped ? kPollMillis : 0;
+        if (waited > kPatienceMillis) pProcess->Stop();
+        if (!pProcess->IsRunning()) break;
+        wxMilliSleep(kPollMillis);
+    }
+    TakeLines(*pProcess);
+    return !bStopped;
+}
+
+void ForeignImport_cls::Import(const std::vector<wxString>& files, const wxString& folder) {
+    std::vector<std::string> words = {FindProgram(), "--progress", "--output", std::string(folder.fn_str()),
+                                      "--"};
+    for (const wxString& file : files)
+        words.emplace_back(file.fn_str());
+    mComplaints.clear();
+    mProgress.clear();
+    PovProcess_cls process;
+    const wxString wrong = process.Start(words, "/");
+    const bool bToEnd = wrong.empty() && Wait(&process);
+    wxString complaints = wrong;
+    for (const wxString& one : mComplaints)
+        complaints += (complaints.empty() ? "" : "\n") + one;
+    const wxString project = wxFileName(folder, wxFileName(folder).GetFullName() + ".mrp").GetFullPath();
+    const bool bThere = wrong.empty() && process.GetStatus() != 1 && process.GetStatus() != 2 &&
+                        wxFileName::FileExists(project);
+    if (!bThere && !bToEnd && wrong.empty()) return; // stopped before there was anything
+    if (!bThere) {
+        if (complaints.empty()) complaints = process.GetLastLines();
+        MsgBox(_("The files couldn't be imported.") + "\n\n" + complaints, _("Import"));
+        return;
+    }
+    if (!bToEnd && !MsgBoxYesno(_("The import was stopped. Open what is there?"), _("Import"))) return;
+    if (bToEnd && process.GetStatus() != 0)
+        MsgBox(_("Not all of it could be imported.") + "\n\n" + complaints, _("Import"));
+    mFrame.GetPCFileMenu()->OpenProjectAsked(project);
+}
