@@ -12,7 +12,6 @@
 #include "APP/clsFileMenu.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsImportQuestion.h"
-#include "COMMON/FlagScope.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
 #include "POVRAY/clsPovProcess.h"

@@ -9,7 +9,6 @@
 #include <wx/textctrl.h>
 
 #include "APP/ForeignFile.h"
-#include "COMMON/FlagScope.h"
 #include "COMMON/Globals.h"
 #include "WIDGET/clsFileDialogEX.h"
 

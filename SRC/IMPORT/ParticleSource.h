@@ -53,6 +53,8 @@ struct ImportSnapshot_st {
     Column<float> mValue;
     Column<long long> mID; ///< 64 bits, with or without sign
     Column<int> mType;
+    /// Where the particles stand in all columns but mID, in the order of IDs; empty: as they are.
+    Column<unsigned> mOrder;
 };
 
 /// Words that types are, of all files of an import, with their numbers: in the order in which they appear.
