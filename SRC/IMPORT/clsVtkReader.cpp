@@ -72,12 +72,11 @@ VtkReader_cls::VtkReader_cls(const std::string& path, const ImportChoice_st& cho
 
 VtkReader_cls::~VtkReader_cls() = default;
 
+// A collection itself may get further snapshots without a change of those that it has.
 std::vector<std::string> VtkReader_cls::GetFiles() const {
-    std::vector<std::string> files = {mPath};
+    std::vector<std::string> files;
     for (const auto& part : mParts)
         files.push_back(part->mPath);
-    std::sort(files.begin(), files.end());
-    files.erase(std::unique(files.begin(), files.end()), files.end());
     return files;
 }
 
