@@ -179,7 +179,7 @@ TEST(ImportH5md, WhatDoesntFitIsTold) {
     files.push_back("--from=h5md");
     const ImportRunResult_st run = folder.Run(files);
     EXPECT_EQ(run.mStatus, 1);
-    EXPECT_LT(run.mPeakKB, 100000);
+    EXPECT_LT(run.mPeakKB, 200000);
     for (size_t i = 0; i < std::size(cases); ++i)
         EXPECT_NE(run.mErr.find("f" + std::to_string(i) + ".h5: "), std::string::npos) << i;
     for (const auto& [make, reason] : cases)
