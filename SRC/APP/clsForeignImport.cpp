@@ -68,12 +68,14 @@ bool ForeignImport_cls::Wait(PovProcess_cls* pProcess) {
     long waited = 0;
     while (!pProcess->Poll()) {
         TakeLines(*pProcess);
-        unsigned file = 0;
-        unsigned files = 0;
-        const bool bKnown =
-            wxSscanf(mProgress, "Snapshot %*d, file %u of %u", &file, &files) == 2 && files > 1;
-        const int percent = bKnown ? int(100.0 * (file - 1) / files) : 0;
-        const bool bGoOn = bKnown ? bar.Update(std::min(percent, 99), mProgress) : bar.Pulse(mProgress);
+        int snapshot = 0;
+        int file = 0;
+        int number = 0;
+        wxString text;
+        if (wxSscanf(mProgress, "Snapshot %d, file %d of %d", &snapshot, &file, &number) == 3)
+            text = wxString::Format(_("Snapshot %d, file %d of %d"), snapshot, file, number);
+        const bool bGoOn =
+            number > 1 ? bar.Update(std::clamp(100 * (file - 1) / number, 0, 99), text) : bar.Pulse(text);
         if (!bGoOn && !bStopped) pProcess->AskToEnd();
         bStopped = bStopped || !bGoOn;
         waited += bStopped ? kPollMillis : 0;
