@@ -20,6 +20,7 @@ namespace {
 
 const char* const kProgram = "morentis-import";
 constexpr int kPollMillis = 40;
+constexpr int kBeginMillis = 200;       // views paint where the question was; they keep still afterwards
 constexpr long kPatienceMillis = 10000; // with one that was asked to stop
 constexpr size_t kMostComplaints = 8;
 
@@ -31,18 +32,18 @@ std::string FindProgram() {
 
 } // namespace
 
+ForeignImport_cls::ForeignImport_cls(FrameMain_cls& frame) : mFrame(frame) {
+    mBegin.Bind(wxEVT_TIMER, [this](wxTimerEvent&) { Import(); });
+}
+
 bool ForeignImport_cls::Offer(const std::vector<wxString>& files) {
-    if (GbGLLockModalDialog.load()) return true; // a question is up already
-    std::vector<wxString> chosen;
-    wxString folder;
-    {
-        ImportQuestion_cls question(&mFrame, files);
-        const auto answer = question.Ask();
-        if (answer != ImportQuestion_cls::Import) return answer == ImportQuestion_cls::Cancel;
-        chosen = question.GetFiles();
-        folder = question.GetFolder();
-    }
-    Import(chosen, folder);
+    if (GbGLLockModalDialog.load() || mBegin.IsRunning()) return true; // a question is up already
+    ImportQuestion_cls question(&mFrame, files);
+    const auto answer = question.Ask();
+    if (answer != ImportQuestion_cls::Import) return answer == ImportQuestion_cls::Cancel;
+    mFiles = question.GetFiles();
+    mFolder = question.GetFolder();
+    mBegin.StartOnce(kBeginMillis);
     return true;
 }
 
@@ -87,10 +88,14 @@ bool ForeignImport_cls::Wait(PovProcess_cls* pProcess) {
     return !bStopped;
 }
 
-void ForeignImport_cls::Import(const std::vector<wxString>& files, const wxString& folder) {
-    std::vector<std::string> words = {FindProgram(), "--progress", "--output", std::string(folder.fn_str()),
+void ForeignImport_cls::Import() {
+    if (GbGLLockModalDialog.load() || GbGLLockDrawing.load()) { // somebody was faster
+        mBegin.StartOnce(kBeginMillis);
+        return;
+    }
+    std::vector<std::string> words = {FindProgram(), "--progress", "--output", std::string(mFolder.fn_str()),
                                       "--"};
-    for (const wxString& file : files)
+    for (const wxString& file : mFiles)
         words.emplace_back(file.fn_str());
     mComplaints.clear();
     mProgress.clear();
@@ -100,7 +105,7 @@ void ForeignImport_cls::Import(const std::vector<wxString>& files, const wxStrin
     wxString complaints = wrong;
     for (const wxString& one : mComplaints)
         complaints += (complaints.empty() ? "" : "\n") + one;
-    const wxString project = wxFileName(folder, wxFileName(folder).GetFullName() + ".mrp").GetFullPath();
+    const wxString project = wxFileName(mFolder, wxFileName(mFolder).GetFullName() + ".mrp").GetFullPath();
     const bool bThere = wrong.empty() && process.GetStatus() != 1 && process.GetStatus() != 2 &&
                         wxFileName::FileExists(project);
     if (!bThere && !bToEnd && wrong.empty()) return; // stopped before there was anything

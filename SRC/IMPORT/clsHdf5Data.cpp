@@ -1,5 +1,7 @@
 #include "IMPORT/clsHdf5Data.h"
 
+#include <hdf5.h>
+
 #include <algorithm>
 #include <vector>
 

@@ -1,5 +1,6 @@
 #include "IMPORT/clsHdf5File.h"
 
+#include <hdf5.h>
 #include <sys/stat.h>
 
 #include <algorithm>

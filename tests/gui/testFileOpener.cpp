@@ -89,6 +89,8 @@ TEST_F(FileOpener, OtherProgramsFilesAreImportedAndOpened) {
                 KeyNow(WXK_RETURN);
             }}});
     Hand({first});
+    EXPECT_TRUE(PumpUntil([] { return Frame()->GetTitle().EndsWith("run_9_import.mrp"); }));
+    EXPECT_TRUE(Settle());
     EXPECT_TRUE(mVMessages.empty());
     EXPECT_EQ(Store()->GetPCActiveFileSequence()->GetSeqLength(), 2) << "all that are numbered like it";
     EXPECT_TRUE(fs::exists(mDir / "run_9_import/run_9_import.mrp"));
@@ -100,7 +102,7 @@ TEST_F(FileOpener, OtherProgramsFilesAreImportedAndOpened) {
     EXPECT_TRUE(mVMessages.empty());
     Later({{HasDialog, [] { KeyNow(WXK_RETURN); }}});
     Hand({broken});
-    EXPECT_TRUE(WasTold("couldn't be imported"));
+    EXPECT_TRUE(PumpUntil([this] { return WasTold("couldn't be imported"); }));
     EXPECT_TRUE(WasTold("s.hdf5: can't be opened as HDF5"));
     EXPECT_FALSE(fs::exists(mDir / "s_import"));
 
