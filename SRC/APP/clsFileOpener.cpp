@@ -6,6 +6,7 @@
 #include <wx/stdpaths.h>
 #include <wx/utils.h>
 
+#include "APP/ForeignFile.h"
 #include "APP/clsFileMenu.h"
 #include "APP/clsFilterMenu.h"
 #include "APP/clsFrameMain.h"
@@ -13,6 +14,7 @@
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
 #include "PDATA/EDITOR/clsDataLoaderGUI.h"
+#include "PDATA/GrammarGuess.h"
 #include "PDATA/LayoutFit.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsFileSequence.h"
@@ -38,7 +40,10 @@ FileKind GetFileKind(const wxString& path) {
     return IsOneOf(ending, kPictures) ? FileKind::Picture : FileKind::Data;
 }
 
-FileOpener_cls::FileOpener_cls(FrameMain_cls& frame) : mFrame(frame), mHub(*frame.GetPCMain()) {}
+FileOpener_cls::FileOpener_cls(FrameMain_cls& frame)
+    : mFrame(frame), mHub(*frame.GetPCMain()), mImport(frame) {
+    mHub.mpCDataLoader->mTakeFile = [this](const wxString& path) { return TakeForeign({path}, false); };
+}
 
 void FileOpener_cls::Open(const std::vector<wxString>& paths, bool bAtStart) {
     mVWaiting = paths;
@@ -57,7 +62,7 @@ void FileOpener_cls::OpenWaiting() {
     if (!projects.empty())
         mFrame.GetPCFileMenu()->OpenProjectAsked(projects[0]);
     else if (!data.empty())
-        OpenData(data[0]);
+        OpenData(data);
     for (const wxString& path : of[size_t(FileKind::Mesh)])
         mFrame.GetPCFilterMenu()->AddMesh(path);
     for (size_t i = 1; i < projects.size() && mbAtStart; ++i)
@@ -68,7 +73,24 @@ void FileOpener_cls::OpenWaiting() {
                _("Warning"));
 }
 
-void FileOpener_cls::OpenData(const wxString& path) {
+// Text may be of the present layout. Where a layout can be guessed, "Guess" is offered at the start, and who
+// opens it by hand has chosen one.
+bool FileOpener_cls::TakeForeign(const std::vector<wxString>& paths, bool bDropped) {
+    const ForeignKind kind = GetForeignKind(paths[0]);
+    bool bOffer = kind == ForeignKind::Sure;
+    if (kind == ForeignKind::Likely)
+        bOffer = !FitsLayout(*mHub.mpCDataLoader, paths[0]) &&
+                 (bDropped || !GuessGrammar(paths[0], *mHub.mpCDataLoader).mbFound);
+    return bOffer && mImport.Offer(paths);
+}
+
+void FileOpener_cls::OpenData(const std::vector<wxString>& data) {
+    std::vector<wxString> foreign;
+    for (const wxString& other : data)
+        if (GetForeignKind(other) != ForeignKind::None) foreign.push_back(other);
+    const wxString path = data[0];
+    const bool bFirst = !foreign.empty() && foreign[0] == path;
+    if (bFirst && TakeForeign(foreign, !mbAtStart)) return;
     DataLoader_cls* loader = mHub.mpCDataLoader;
     loader->InitGUI(&mFrame);
     const wxString first = FileSequence_cls(path).GetModifiedStr(0, 0);

@@ -6,8 +6,9 @@
 
 namespace {
 
-const char* const kFormats[] = {"hdf5", "xyz", "dump", "csv"};
-const char* const kRoles[] = {"x", "y", "z", "vx", "vy", "vz", "radius", "id", "type", "value", "time"};
+const char* const kFormats[] = {"hdf5", "h5md", "xyz", "dump", "csv", "vtk"};
+const char* const kRoles[] = {"x",      "y",  "z",    "vx",    "vy",   "vz",
+                              "radius", "id", "type", "value", "time", "group"};
 
 template <size_t N>
 std::string CheckWord(const std::string& word, const char* const (&words)[N], const std::string& what) {
@@ -51,6 +52,7 @@ std::string TakeValue(const std::string& name, const std::string& value, ImportA
 bool* FindFlag(const std::string& name, ImportArgs_st* pArgs) {
     if (name == "--resume") return &pArgs->mbResume;
     if (name == "--quiet") return &pArgs->mbQuiet;
+    if (name == "--progress") return &pArgs->mbProgress;
     if (name == "--help") return &pArgs->mbHelp;
     if (name == "--version") return &pArgs->mbVersion;
     return nullptr;
@@ -104,19 +106,23 @@ and length of the film. Files are taken in the order of the numbers in their nam
   --from FORMAT    what the files are; without it their contents tell:
                    hdf5   snapshots of N-body and SPH codes: groups PartType0 to PartType5, one file a snapshot
                           or several (name any of them)
+                   h5md   HDF5 trajectories of the H5MD layout: the group "all", else all groups with positions
                    xyz    XYZ files, plain or extended, with any number of frames
                    dump   LAMMPS-style dumps in text with any columns and any number of time steps
                    csv    tables with a header line; rows of one time are a snapshot
-                   Text may be gzipped.
+                   vtk    points of VTK files, legacy (.vtk) and XML (.vtp, .vtu, .pvtp, .pvtu, .pvd)
+                   All but HDF5 may be gzipped.
   --output FOLDER  for snap0000.bin, snap0001.bin, ... and the project, which is named after the folder; it is
                    made where its own folder is there
   --columns ROLE=NAME,...
                    what the files call a column; the roles are x, y, z, vx, vy, vz, radius, id, type, value and
-                   time. No name leaves a column out (value=). Of HDF5 files value and radius can be chosen,
-                   such as value=InternalEnergy
+                   time. No name leaves a column out (value=). Of HDF5 snapshots value and radius can be chosen,
+                   such as value=InternalEnergy, and group=NAME takes one group of an H5MD file. Parts of a
+                   vector are force:0, force:1 and so on
   --resume         keep snapshots that are there already, whole, and whose source hasn't changed; a project
                    that was changed stays, and the new one is NAME-import.mrp
   --quiet          say nothing but what went wrong
+  --progress       say how far it is twice a second, in lines
   --help, --version
 
 Numbers of four bytes come through bit for bit, longer ones and text rounded to the nearest float. IDs that

@@ -22,6 +22,7 @@ struct ImportArgs_st {
     std::string mColumnText; ///< as it was given
     bool mbResume = false;
     bool mbQuiet = false;
+    bool mbProgress = false; ///< in lines, and often
     bool mbHelp = false;
     bool mbVersion = false;
 };

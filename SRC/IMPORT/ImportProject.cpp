@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdarg>
 #include <cstdio>
+#include <iterator>
 
 #include "IMPORT/clsImportRanges.h"
 
@@ -58,7 +59,8 @@ Place_st FindPlace(const ImportFacts_st& facts, const ImportRanges_cls& ranges) 
     place.mbInBox = facts.mBox.mbThere;
     for (int axis = 0; axis < 3; ++axis) {
         const double slack = kInside * (box[axis][1] - box[axis][0]);
-        if (!(box[axis][1] > box[axis][0])) place.mbInBox = false;
+        // A box of two dimensions is flat.
+        if (!(box[axis][1] > box[axis][0]) && axis < 2) place.mbInBox = false;
         if (bData && (data[axis][0] < box[axis][0] - slack || data[axis][1] > box[axis][1] + slack))
             place.mbInBox = false;
     }
@@ -144,7 +146,10 @@ void PutBox(const ImportFacts_st& facts, const Place_st& place, std::string* pTe
     const bool bFlat = box.mbPeriodic[0] && box.mbPeriodic[1];
     Put(pText, "PeriodicType=%d", !bUse || !bFlat ? 0 : box.mbPeriodic[2] ? 2 : 1);
     Put(pText, "PeriodicSize=1 1 1");
-    for (int k = 0; k < 3 && bUse; ++k)
+    const bool bThick = std::any_of(std::begin(box.mEdge[2]), std::end(box.mEdge[2]),
+                                    [](double length) { return length != 0.0; });
+    if (bUse && !bThick) Put(pText, "PeriodicBaseVector2=0 0 1");
+    for (int k = 0; k < (bThick ? 3 : 2) && bUse; ++k)
         Put(pText, "PeriodicBaseVector%d=%.9g %.9g %.9g", k, place.mScale * box.mEdge[k][0],
             place.mScale * box.mEdge[k][1], place.mScale * box.mEdge[k][2]);
 }

@@ -3,11 +3,14 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "IMPORT/Hdf5Guard.h"
 #include "IMPORT/ImportText.h"
 #include "IMPORT/clsCsvReader.h"
 #include "IMPORT/clsDumpReader.h"
+#include "IMPORT/clsH5mdReader.h"
 #include "IMPORT/clsHdf5File.h"
 #include "IMPORT/clsHdf5Snapshot.h"
+#include "IMPORT/clsVtkReader.h"
 #include "IMPORT/clsXyzReader.h"
 
 namespace {
@@ -42,6 +45,15 @@ bool IsBefore(const std::string& a, const std::string& b) {
     return a.size() - i < b.size() - k;
 }
 
+template <class READER>
+std::unique_ptr<ParticleSource_cls> OpenHdf5(const std::string& path, const ImportChoice_st& choice) {
+    LookFirst(path, [&] {
+        READER::Look(path, choice);
+        return true;
+    });
+    return std::make_unique<READER>(path, choice);
+}
+
 } // namespace
 
 std::vector<std::string> OrderImportFiles(const std::vector<std::string>& files) {
@@ -57,13 +69,15 @@ std::vector<std::string> OrderImportFiles(const std::vector<std::string>& files)
 }
 
 std::string GuessImportFormat(const std::string& path) {
-    if (Hdf5File_cls::IsHdf5(path)) return "hdf5";
+    if (Hdf5File_cls::IsHdf5(path))
+        return LookFirst(path, [&] { return H5mdReader_cls::IsH5md(path); }) ? "h5md" : "hdf5";
     LineReader_cls reader(path);
     std::string_view line;
     std::string first;
     while (first.empty() && reader.Next(&line))
         first = std::string(Trim(line.substr(0, 1000)));
     if (StartsWith(first, "ITEM:")) return "dump";
+    if (VtkReader_cls::IsVtk(first)) return "vtk";
     long long number = 0;
     if (ReadNumber(first, &number)) return "xyz";
     if (FindCsvSeparator(first) != 0) return "csv";
@@ -74,9 +88,10 @@ std::unique_ptr<ParticleSource_cls> OpenImportSource(const std::string& path, co
                                                      const ImportChoice_st& choice) {
     const std::string kind = format.empty() ? GuessImportFormat(path) : format;
     if (kind == "dump") return std::make_unique<DumpReader_cls>(path, choice);
-    if (kind == "hdf5") Hdf5Snapshot_cls::LookFirst(path, choice);
-    if (kind == "hdf5") return std::make_unique<Hdf5Snapshot_cls>(path, choice);
+    if (kind == "hdf5") return OpenHdf5<Hdf5Snapshot_cls>(path, choice);
+    if (kind == "h5md") return OpenHdf5<H5mdReader_cls>(path, choice);
     if (kind == "xyz") return std::make_unique<XyzReader_cls>(path, choice);
     if (kind == "csv") return std::make_unique<CsvReader_cls>(path, choice);
+    if (kind == "vtk") return std::make_unique<VtkReader_cls>(path, choice);
     throw ImportError_cls(path + ": this format can't be read");
 }

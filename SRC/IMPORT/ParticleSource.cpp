@@ -18,6 +18,7 @@ void ImportSnapshot_st::MakeRoom() {
     Size(&mRadius, (mColumns & IMPORT_RADIUS) != 0, number);
     Size(&mValue, (mColumns & IMPORT_VALUE) != 0, number);
     Size(&mID, (mColumns & IMPORT_ID) != 0, number);
+    mOrder.clear();
     Size(&mType, (mColumns & IMPORT_TYPE) != 0, number);
 }
 

@@ -53,6 +53,8 @@ struct ImportSnapshot_st {
     Column<float> mValue;
     Column<long long> mID; ///< 64 bits, with or without sign
     Column<int> mType;
+    /// Where the particles stand in all columns but mID, in the order of IDs; empty: as they are.
+    Column<unsigned> mOrder;
 };
 
 /// Words that types are, of all files of an import, with their numbers: in the order in which they appear.
@@ -76,6 +78,6 @@ public:
     virtual bool NextHead(ImportSnapshot_st* pSnap) = 0;
     /// The columns of the snapshot whose head was read.
     virtual void ReadBody(ImportSnapshot_st* pSnap) = 0;
-    /// All files of a snapshot in several; empty: the one that was named.
+    /// All files of the snapshot whose head was read, where it is in several; empty: the one that was named.
     virtual std::vector<std::string> GetFiles() const { return {}; }
 };

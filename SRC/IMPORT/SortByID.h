@@ -5,8 +5,9 @@
 
 struct ImportSnapshot_st;
 
-/// All columns of the snapshot in ascending order of mID; what has none stays as it is. Equal IDs keep their
-/// order. Takes four bytes a particle and one more column for the while.
+/// The snapshot's mOrder, by which all columns stand in ascending order of mID; mID itself is sorted. IDs
+/// have 31 bits and a sign (ImportNumbers_cls::MapIDs). Equal ones keep their order. Takes 16 bytes a
+/// particle for the while.
 void SortByID(ImportSnapshot_st* pSnap);
 
 /// What IDs, in their order, are the same as: compared from snapshot to snapshot.

@@ -32,7 +32,7 @@ CsvReader_cls::CsvReader_cls(const std::string& path, const ImportChoice_st& cho
     } catch (const ImportError_cls& error) {
         mReader.Fail(error.what());
     }
-    if (mParser.GetPosition() == RowParser_cls::Position::Scaled)
+    if (mParser.AreScaled())
         mReader.Fail("positions are scaled, but there is no box; name others with --columns x=NAME,...");
 }
 

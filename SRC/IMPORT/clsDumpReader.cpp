@@ -107,7 +107,7 @@ bool DumpReader_cls::NextHead(ImportSnapshot_st* pSnap) {
                 }
                 mNames = item;
             }
-            if (mParser.GetPosition() == RowParser_cls::Position::Scaled && !pSnap->mBox.mbThere)
+            if (mParser.AreScaled() && !pSnap->mBox.mbThere)
                 mReader.Fail("positions are scaled, but there is no box");
             pSnap->mColumns = mParser.GetColumns();
             pSnap->mbTypesFromOne = true;

@@ -7,51 +7,20 @@
 #include <cerrno>
 #include <cstring>
 
+#include "IMPORT/Hdf5Held.h"
 #include "IMPORT/ParticleSource.h"
-
-static_assert(sizeof(hid_t) == sizeof(Hdf5File_cls::Handle), "handles go through our header as numbers");
+#include "IMPORT/clsHdf5Data.h"
 
 namespace {
 
-constexpr double kLibraryCache = 1 << 19;
-constexpr double kMostCache = 256 << 20;
-constexpr double kMostDeflated = 1100;     // bytes that one compressed byte can stand for
-constexpr hsize_t kPieceNumbers = 1 << 16; // doubles on their way to floats
+constexpr hssize_t kMostValues = 1000; // of an attribute
+constexpr hsize_t kMostLinks = 10000;  // of a group
 
 // A pipe would hold us until somebody writes.
 std::string WhyNotPlain(const std::string& path) {
     struct stat facts {};
     if (stat(path.c_str(), &facts) != 0) return std::strerror(errno);
     return S_ISREG(facts.st_mode) ? "" : "is no plain file";
-}
-
-/// Closes what it holds.
-class Held_cls {
-public:
-    Held_cls(hid_t id, herr_t (*pClose)(hid_t)) : mID(id), mpClose(pClose) {}
-    ~Held_cls() {
-        if (mID >= 0) mpClose(mID);
-    }
-    Held_cls(const Held_cls&) = delete;
-    Held_cls& operator=(const Held_cls&) = delete;
-    operator hid_t() const { return mID; }
-
-private:
-    hid_t mID;
-    herr_t (*mpClose)(hid_t);
-};
-
-/// The dataset, opened with room for one chunk: pieces of one that didn't fit would each unpack it anew. The
-/// library's own cache holds 1 MB.
-hid_t WithChunkCache(hid_t file, hid_t data, hid_t list, const std::string& name, size_t rowBytes) {
-    hsize_t chunk[2] = {0, 0};
-    if (H5Pget_layout(list) != H5D_CHUNKED || H5Pget_chunk(list, 2, chunk) < 1) return data;
-    const double wanted = static_cast<double>(chunk[0]) * static_cast<double>(rowBytes);
-    if (wanted <= kLibraryCache || wanted > kMostCache) return data;
-    const Held_cls access(H5Pcreate(H5P_DATASET_ACCESS), H5Pclose);
-    H5Pset_chunk_cache(access, 521, static_cast<size_t>(2 * wanted), 1.0); // one, and the next
-    H5Dclose(data);
-    return H5Dopen2(file, name.c_str(), access);
 }
 
 } // namespace
@@ -82,76 +51,81 @@ bool Hdf5File_cls::Has(const std::string& name) const {
     return H5Lexists(mFile, name.c_str(), H5P_DEFAULT) > 0;
 }
 
+bool Hdf5File_cls::IsGroup(const std::string& name) const {
+    if (!Has(name)) return false;
+    const Hdf5Held_cls object(H5Oopen(mFile, name.c_str(), H5P_DEFAULT), H5Oclose);
+    return object >= 0 && H5Iget_type(object) == H5I_GROUP;
+}
+
+std::vector<std::string> Hdf5File_cls::ListGroup(const std::string& name) const {
+    const Hdf5Held_cls group(H5Gopen2(mFile, name.c_str(), H5P_DEFAULT), H5Gclose);
+    H5G_info_t info{};
+    if (group < 0 || H5Gget_info(group, &info) < 0) Fail(name + " is no group");
+    std::vector<std::string> names;
+    for (hsize_t i = 0; i < std::min(info.nlinks, kMostLinks); ++i) {
+        char link[256] = "";
+        const ssize_t length =
+            H5Lget_name_by_idx(group, ".", H5_INDEX_NAME, H5_ITER_INC, i, link, sizeof link, H5P_DEFAULT);
+        if (length > 0 && length < ssize_t(sizeof link)) names.emplace_back(link);
+    }
+    return names;
+}
+
 std::vector<double> Hdf5File_cls::ReadAttribute(const std::string& group, const std::string& name) const {
     if (H5Aexists_by_name(mFile, group.c_str(), name.c_str(), H5P_DEFAULT) <= 0) return {};
-    const Held_cls attribute(H5Aopen_by_name(mFile, group.c_str(), name.c_str(), H5P_DEFAULT, H5P_DEFAULT),
-                             H5Aclose);
-    const Held_cls space(H5Aget_space(attribute), H5Sclose);
+    const Hdf5Held_cls attribute(
+        H5Aopen_by_name(mFile, group.c_str(), name.c_str(), H5P_DEFAULT, H5P_DEFAULT), H5Aclose);
+    const Hdf5Held_cls space(H5Aget_space(attribute), H5Sclose);
     const hssize_t count = H5Sget_simple_extent_npoints(space);
-    if (count < 0 || count > 1000) Fail("attribute " + name + " can't be read");
+    if (count < 0 || count > kMostValues) Fail("attribute " + name + " can't be read");
     std::vector<double> values(static_cast<size_t>(count));
     if (count > 0 && H5Aread(attribute, H5T_NATIVE_DOUBLE, values.data()) < 0)
         Fail("attribute " + name + " holds no numbers");
     return values;
 }
 
-Hdf5File_cls::Handle Hdf5File_cls::Open(const std::string& name, size_t rows, size_t width) const {
-    if (!Has(name)) Fail(name + " is missing");
-    hid_t data = H5Dopen2(mFile, name.c_str(), H5P_DEFAULT);
-    if (data < 0) Fail(name + " is no dataset");
-    const Held_cls space(H5Dget_space(data), H5Sclose);
-    hsize_t sizes[2] = {0, 1};
-    const int rank = H5Sget_simple_extent_ndims(space);
-    if (rank == 1 || rank == 2) H5Sget_simple_extent_dims(space, sizes, nullptr);
-    const Held_cls type(H5Dget_type(data), H5Tclose);
-    const Held_cls list(H5Dget_create_plist(data), H5Pclose);
-    const bool bElsewhere = H5Pget_layout(list) == H5D_VIRTUAL; // its bytes are other datasets'
-    const double stored = static_cast<double>(H5Dget_storage_size(data));
-    const double needed = static_cast<double>(rows) * static_cast<double>(width * H5Tget_size(type));
-    const bool bShape = (rank == 1 || rank == 2) && sizes[0] == rows && sizes[1] == width;
-    if (bShape && (bElsewhere || needed <= kMostDeflated * stored)) {
-        data = WithChunkCache(mFile, data, list, name, width * H5Tget_size(type));
-        if (data < 0) Fail(name + " is no dataset");
-        return data;
+// Of a fixed length, or of any.
+std::vector<std::string> Hdf5File_cls::ReadWords(const std::string& group, const std::string& name) const {
+    constexpr size_t kLongest = 1000;
+    if (H5Aexists_by_name(mFile, group.c_str(), name.c_str(), H5P_DEFAULT) <= 0) return {};
+    const Hdf5Held_cls attribute(
+        H5Aopen_by_name(mFile, group.c_str(), name.c_str(), H5P_DEFAULT, H5P_DEFAULT), H5Aclose);
+    const Hdf5Held_cls space(H5Aget_space(attribute), H5Sclose);
+    const Hdf5Held_cls stored(H5Aget_type(attribute), H5Tclose);
+    const hssize_t count = H5Sget_simple_extent_npoints(space);
+    if (H5Tget_class(stored) != H5T_STRING || count < 1 || count > kMostValues) return {};
+    std::vector<std::string> words;
+    if (H5Tis_variable_str(stored) > 0) {
+        const Hdf5Held_cls type(H5Tget_native_type(stored, H5T_DIR_DEFAULT), H5Tclose);
+        std::vector<char*> texts(static_cast<size_t>(count));
+        if (H5Aread(attribute, type, texts.data()) < 0) return {};
+        for (char* text : texts) {
+            words.emplace_back(text ? text : "");
+            H5free_memory(text);
+        }
+        return words;
     }
-    H5Dclose(data);
-    if (bShape) Fail(name + " was never written, or not all of it");
-    Fail(name + " should have " + std::to_string(rows) + " x " + std::to_string(width) + " numbers");
+    const size_t size = H5Tget_size(stored);
+    if (size == 0 || size > kLongest) return {};
+    std::vector<char> bytes(size * static_cast<size_t>(count));
+    if (H5Aread(attribute, stored, bytes.data()) < 0) return {};
+    for (size_t i = 0; i < static_cast<size_t>(count); ++i)
+        words.emplace_back(bytes.data() + i * size, strnlen(bytes.data() + i * size, size));
+    return words;
 }
 
 void Hdf5File_cls::Check(const std::string& name, size_t rows, size_t width) const {
-    H5Dclose(Open(name, rows, width));
+    Hdf5Data_cls(*this, name, false).Need(rows, width);
 }
 
 void Hdf5File_cls::ReadFloats(const std::string& name, size_t rows, size_t width, float* pOut) const {
-    const Held_cls data(Open(name, rows, width), H5Dclose);
-    const Held_cls type(H5Dget_type(data), H5Tclose);
-    if (H5Tget_class(type) == H5T_FLOAT && H5Tget_size(type) <= sizeof(float)) {
-        if (H5Dread(data, H5T_NATIVE_FLOAT, H5S_ALL, H5S_ALL, H5P_DEFAULT, pOut) < 0)
-            Fail(name + " can't be read");
-        return;
-    }
-    const Held_cls space(H5Dget_space(data), H5Sclose);
-    const int rank = H5Sget_simple_extent_ndims(space);
-    std::vector<double> piece(kPieceNumbers * width);
-    for (hsize_t begin = 0; begin < rows; begin += kPieceNumbers) {
-        const hsize_t start[2] = {begin, 0};
-        const hsize_t count[2] = {std::min<hsize_t>(kPieceNumbers, rows - begin), width};
-        const Held_cls here(H5Screate_simple(rank, count, nullptr), H5Sclose);
-        if (H5Sselect_hyperslab(space, H5S_SELECT_SET, start, nullptr, count, nullptr) < 0 ||
-            H5Dread(data, H5T_NATIVE_DOUBLE, here, space, H5P_DEFAULT, piece.data()) < 0)
-            Fail(name + " can't be read");
-        for (size_t i = 0; i < count[0] * width; ++i)
-            *pOut++ = static_cast<float>(piece[i]);
-    }
+    const Hdf5Data_cls data(*this, name, false);
+    data.Need(rows, width);
+    data.ReadFloats(0, pOut);
 }
 
-// Large numbers without sign keep their bits.
 void Hdf5File_cls::ReadIntegers(const std::string& name, size_t rows, long long* pOut) const {
-    const Held_cls data(Open(name, rows, 1), H5Dclose);
-    const Held_cls type(H5Dget_type(data), H5Tclose);
-    const bool bUnsigned = H5Tget_class(type) == H5T_INTEGER && H5Tget_sign(type) == H5T_SGN_NONE;
-    if (H5Dread(data, bUnsigned ? H5T_NATIVE_ULLONG : H5T_NATIVE_LLONG, H5S_ALL, H5S_ALL, H5P_DEFAULT, pOut) <
-        0)
-        Fail(name + " can't be read");
+    const Hdf5Data_cls data(*this, name, false);
+    data.Need(rows, 1);
+    data.ReadIntegers(0, pOut);
 }

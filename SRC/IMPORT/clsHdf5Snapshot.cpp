@@ -1,11 +1,6 @@
 #include "IMPORT/clsHdf5Snapshot.h"
 
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <climits>
 
 #include "IMPORT/clsHdf5File.h"
@@ -13,6 +8,7 @@
 namespace {
 
 const std::string kHeader = "Header";
+const std::string kMasses = "Masses";
 
 std::string GroupOf(int type) { return "PartType" + std::to_string(type); }
 
@@ -63,7 +59,9 @@ void Hdf5Snapshot_cls::FindColumns(const Hdf5File_cls& file, const std::string& 
             if (pName->empty() && !name.empty() && file.Has(group + "/" + name)) *pName = name;
     };
     choose("radius", {"SmoothingLength", "SmoothingLengths"}, &mRadius);
-    choose("value", {"Density", "Densities", "InternalEnergy", "InternalEnergies", "Masses"}, &mValue);
+    choose("value", {"Density", "Densities", "InternalEnergy", "InternalEnergies", kMasses}, &mValue);
+    const std::string* pValue = mChoice.Find("value");
+    if (pValue && *pValue == kMasses && !file.ReadAttribute(kHeader, "MassTable").empty()) mValue = kMasses;
     if (!mRadius.empty()) mColumns |= IMPORT_RADIUS;
     if (!mValue.empty()) mColumns |= IMPORT_VALUE;
     if (file.Has(group + "/Velocities")) mColumns |= IMPORT_VEL;
@@ -124,6 +122,12 @@ void Hdf5Snapshot_cls::ReadGroup(const Hdf5File_cls& file, int type, size_t rows
     read("Velocities", IMPORT_VEL, 3, pSnap->mVel.data());
     read(mRadius, IMPORT_RADIUS, 1, pSnap->mRadius.data());
     read(mValue, IMPORT_VALUE, 1, pSnap->mValue.data());
+    if (mValue == kMasses && !file.Has(group + kMasses)) { // of equal ones the header tells one
+        const std::vector<double> masses = file.ReadAttribute(kHeader, "MassTable");
+        if (static_cast<size_t>(type) < masses.size())
+            std::fill_n(pSnap->mValue.data() + first, rows,
+                        static_cast<float>(masses[static_cast<size_t>(type)]));
+    }
     if (!(mColumns & IMPORT_ID)) return;
     if (file.Has(group + "ParticleIDs"))
         file.ReadIntegers(group + "ParticleIDs", rows, pSnap->mID.data() + first);
@@ -148,26 +152,11 @@ void Hdf5Snapshot_cls::CheckData() const {
     }
 }
 
-void Hdf5Snapshot_cls::LookFirst(const std::string& path, const ImportChoice_st& choice) {
-    const pid_t child = fork();
-    if (child < 0) return;
-    if (child == 0) {
-        const rlimit none = {0, 0};
-        setrlimit(RLIMIT_CORE, &none);
-        close(STDERR_FILENO); // what the C library says of it would be all that the user sees
-        try {
-            Hdf5Snapshot_cls source(path, choice);
-            ImportSnapshot_st snap;
-            source.NextHead(&snap);
-            source.CheckData();
-        } catch (...) { // the reader tells it
-        }
-        _exit(0);
-    }
-    int status = 0;
-    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
-    }
-    if (WIFSIGNALED(status)) throw ImportError_cls(path + ": is damaged; the HDF5 library can't read it");
+void Hdf5Snapshot_cls::Look(const std::string& path, const ImportChoice_st& choice) {
+    Hdf5Snapshot_cls source(path, choice);
+    ImportSnapshot_st snap;
+    source.NextHead(&snap);
+    source.CheckData();
 }
 
 void Hdf5Snapshot_cls::ReadBody(ImportSnapshot_st* pSnap) {

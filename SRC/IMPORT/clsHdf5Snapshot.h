@@ -11,9 +11,8 @@ public:
     Hdf5Snapshot_cls(const std::string& path, const ImportChoice_st& choice);
     bool NextHead(ImportSnapshot_st* pSnap) override;
     void ReadBody(ImportSnapshot_st* pSnap) override;
-    /// Throws ImportError_cls where the library ends the program over a damaged file: a child looks first at
-    /// all that a reader will look at, but for the numbers. The caller has no threads.
-    static void LookFirst(const std::string& path, const ImportChoice_st& choice);
+    /// All that a reader will look at, but for the numbers. Throws ImportError_cls.
+    static void Look(const std::string& path, const ImportChoice_st& choice);
     std::vector<std::string> GetFiles() const override { return mFiles; }
 
 private:

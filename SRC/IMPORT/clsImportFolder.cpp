@@ -28,13 +28,41 @@ constexpr size_t kHead = 8;
 
 wxString WidePath(const std::string& path) { return wxString(path.c_str(), *wxConvFileName); }
 
-/// Fill a column of the records with words of a source that has `width` a particle.
-template <class T>
-void PutWords(unsigned* pOut, size_t stride, const T* pIn, size_t width, size_t count) {
-    static_assert(sizeof(T) == sizeof(unsigned), "a record has words of four bytes");
-    for (size_t i = 0; i < count; ++i, pOut += stride, pIn += width)
-        std::memcpy(pOut, pIn, width * sizeof(unsigned));
-}
+/// Fills columns of the records from `begin` to `end` with words of columns of the snapshot.
+class Packer_cls {
+public:
+    Packer_cls(unsigned* pOut, size_t stride, const ImportSnapshot_st& snap, size_t begin, size_t end)
+        : mpOut(pOut), mStride(stride), mpOrder(snap.mOrder.empty() ? nullptr : snap.mOrder.data()),
+          mBegin(begin), mEnd(end) {}
+
+    /// The next WIDTH words of a record; without `bThere` they stay as they are.
+    template <size_t WIDTH, class COLUMN>
+    void Put(const COLUMN& column, bool bThere) {
+        static_assert(sizeof(column[0]) == sizeof(unsigned), "a record has words of four bytes");
+        if (bThere && mpOrder)
+            Copy<WIDTH>(column.data(), [this](size_t i) { return mpOrder[i]; });
+        else if (bThere)
+            Copy<WIDTH>(column.data(), [](size_t i) { return i; });
+        mpOut += WIDTH;
+    }
+
+    /// The next word is somebody else's.
+    void Skip() { ++mpOut; }
+
+private:
+    template <size_t WIDTH, class T, class WHERE>
+    void Copy(const T* pIn, const WHERE& where) const {
+        unsigned* pOut = mpOut;
+        for (size_t i = mBegin; i < mEnd; ++i, pOut += mStride)
+            std::memcpy(pOut, pIn + WIDTH * where(i), WIDTH * sizeof(unsigned));
+    }
+
+    unsigned* mpOut;
+    size_t mStride;
+    const unsigned* mpOrder;
+    size_t mBegin;
+    size_t mEnd;
+};
 
 std::string ReadAll(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
@@ -168,26 +196,18 @@ void ImportFolder_cls::Pack(const ImportSnapshot_st& snap, size_t begin, size_t 
     const size_t count = end - begin;
     unsigned* pOut = mBuffer.data();
     if (mColumns & ~snap.mColumns) std::fill(pOut, pOut + count * stride, 0u);
-    PutWords(pOut, stride, snap.mPos.data() + 3 * begin, 3, count);
-    pOut += 3;
-    if (mColumns & IMPORT_VEL) {
-        if (snap.mColumns & IMPORT_VEL) PutWords(pOut, stride, snap.mVel.data() + 3 * begin, 3, count);
-        pOut += 3;
-    }
-    if (mColumns & IMPORT_RADIUS) {
-        if (snap.mColumns & IMPORT_RADIUS) PutWords(pOut, stride, snap.mRadius.data() + begin, 1, count);
-        ++pOut;
-    }
-    if (mColumns & IMPORT_ID) {
+    Packer_cls packer(pOut, stride, snap, begin, end);
+    packer.Put<3>(snap.mPos, true);
+    if (mColumns & IMPORT_VEL) packer.Put<3>(snap.mVel, (snap.mColumns & IMPORT_VEL) != 0);
+    if (mColumns & IMPORT_RADIUS) packer.Put<1>(snap.mRadius, (snap.mColumns & IMPORT_RADIUS) != 0);
+    if (mColumns & IMPORT_ID) { // which are sorted, and longer
+        pOut += (mColumns & IMPORT_VEL ? 6u : 3u) + (mColumns & IMPORT_RADIUS ? 1u : 0u);
         for (size_t i = 0; i < count && (snap.mColumns & IMPORT_ID); ++i)
             pOut[i * stride] = static_cast<unsigned>(snap.mID[begin + i]);
-        ++pOut;
+        packer.Skip();
     }
-    if (mColumns & IMPORT_TYPE) {
-        if (snap.mColumns & IMPORT_TYPE) PutWords(pOut, stride, snap.mType.data() + begin, 1, count);
-        ++pOut;
-    }
-    if (mColumns & snap.mColumns & IMPORT_VALUE) PutWords(pOut, stride, snap.mValue.data() + begin, 1, count);
+    if (mColumns & IMPORT_TYPE) packer.Put<1>(snap.mType, (snap.mColumns & IMPORT_TYPE) != 0);
+    if (mColumns & IMPORT_VALUE) packer.Put<1>(snap.mValue, (snap.mColumns & IMPORT_VALUE) != 0);
 }
 
 void ImportFolder_cls::Write(int index, const ImportSnapshot_st& snap, float time, uint64_t source) {

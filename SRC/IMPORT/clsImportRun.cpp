@@ -12,6 +12,7 @@ namespace {
 
 constexpr long kBarMillis = 200;
 constexpr long kLogMillis = 10000;
+constexpr long kOftenMillis = 500;
 constexpr int kMostSnapshots = 10000; // of one sequence
 
 std::string MakeNote(const ImportArgs_st& args) {
@@ -21,7 +22,11 @@ std::string MakeNote(const ImportArgs_st& args) {
 } // namespace
 
 ImportRun_cls::ImportRun_cls(const ImportArgs_st& args, std::FILE* pErr)
-    : mArgs(args), mpErr(pErr), mbTerminal(isatty(fileno(pErr)) != 0), mFolder(args.mOutput) {}
+    : mArgs(args), mpErr(pErr), mbTerminal(isatty(fileno(pErr)) != 0 && !args.mbProgress),
+      mInterval(args.mbProgress ? kOftenMillis
+                : mbTerminal    ? kBarMillis
+                                : kLogMillis),
+      mFolder(args.mOutput) {}
 
 void ImportRun_cls::EndProgress() {
     if (mbBar) std::fputs("\r\033[K", mpErr);
@@ -35,7 +40,7 @@ void ImportRun_cls::Complain(const std::string& text) {
 
 void ImportRun_cls::ShowProgress() {
     const long now = mWatch.Time();
-    if (mArgs.mbQuiet || now - mLastShown < (mbTerminal ? kBarMillis : kLogMillis)) return;
+    if (mArgs.mbQuiet || now - mLastShown < mInterval) return;
     mLastShown = now;
     std::fprintf(mpErr,
                  mbTerminal ? "\r\033[KSnapshot %d, file %zu of %zu" : "Snapshot %d, file %zu of %zu\n",
@@ -112,10 +117,11 @@ void ImportRun_cls::TakeFile(const std::string& path) {
         const std::unique_ptr<ParticleSource_cls> source = OpenImportSource(path, mArgs.mFrom, mArgs.mChoice);
         for (const std::string& part : source->GetFiles())
             mUsed.insert(part);
-        std::vector<std::string> parts = source->GetFiles();
-        if (parts.empty()) parts = {path};
         for (; source->NextHead(&mSnap); ++here) {
             ThrowIfStopped();
+            std::vector<std::string> parts = source->GetFiles();
+            mUsed.insert(parts.begin(), parts.end());
+            if (parts.empty()) parts = {path};
             TakeSnapshot(source.get(), HashSource(parts, here));
             ShowProgress();
         }

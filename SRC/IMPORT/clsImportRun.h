@@ -36,6 +36,7 @@ private:
     ImportArgs_st mArgs;
     std::FILE* mpErr;
     bool mbTerminal;
+    long mInterval; ///< milliseconds between two words of how far it is
     bool mbBar = false;
     wxStopWatch mWatch;
     long mLastShown = 0;

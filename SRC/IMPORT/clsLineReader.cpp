@@ -1,41 +1,30 @@
 #include "IMPORT/clsLineReader.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 #include <zlib.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
 
 #include "IMPORT/ParticleSource.h"
+#include "IMPORT/PlainFile.h"
 
 namespace {
 
 constexpr size_t kBuffer = size_t(1) << 20;
 constexpr size_t kLongestLine = size_t(64) << 20;
-constexpr long long kMostDeflated = 1032; // bytes that one compressed byte can stand for
 
 } // namespace
 
 LineReader_cls::LineReader_cls(const std::string& path) : mPath(path), mBuffer(kBuffer) {
-    // A pipe would hold us until somebody writes.
-    const int file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-    struct stat facts {};
-    if (file < 0 || fstat(file, &facts) != 0) {
-        const std::string reason = std::strerror(errno);
-        if (file >= 0) close(file);
-        throw ImportError_cls(path + ": " + reason);
-    }
-    mpFile = S_ISREG(facts.st_mode) ? gzdopen(file, "rb") : nullptr;
+    const int file = OpenPlainFile(path, &mMostBytes);
+    mpFile = gzdopen(file, "rb");
     if (!mpFile) {
         close(file);
-        throw ImportError_cls(path + ": is no plain file");
+        throw ImportError_cls(path + ": memory is too short to open it");
     }
     gzbuffer(mpFile, 1 << 18);
-    mMostBytes = facts.st_size;
-    if (!gzdirect(mpFile)) mMostBytes *= kMostDeflated;
+    if (!gzdirect(mpFile)) mMostBytes *= kMostInflated;
 }
 
 LineReader_cls::~LineReader_cls() { gzclose(mpFile); }

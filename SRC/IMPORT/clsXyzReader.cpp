@@ -11,22 +11,6 @@ namespace {
 constexpr long long kLeastRow = 4; // "1 2\n"
 const char* const kPlain = "species:S:1:pos:R:3";
 
-/// Names of a property's columns: "pos" with three becomes x, y, z, "force" force:0 and so on.
-void AddColumns(const std::string& name, long long count, std::vector<std::string>* pNames) {
-    static const char* const kPos[] = {"x", "y", "z"};
-    static const char* const kVel[] = {"vx", "vy", "vz"};
-    const std::string lower = LowerCase(name);
-    const bool bPos = count == 3 && (lower == "pos" || lower == "positions" || lower == "position");
-    const bool bVel = count == 3 && (lower == "velo" || lower == "vel" || lower == "velocities" ||
-                                     lower == "velocity" || lower == "v");
-    for (long long k = 0; k < count; ++k) {
-        if (bPos || bVel)
-            pNames->push_back((bPos ? kPos : kVel)[k]);
-        else
-            pNames->push_back(count == 1 ? name : name + ":" + std::to_string(k));
-    }
-}
-
 } // namespace
 
 std::map<std::string, std::string> ReadXyzComment(std::string_view text) {
@@ -69,7 +53,7 @@ void XyzReader_cls::SetProperties(const std::string& properties) {
         if (i + 2 >= parts.size() || !ReadNumber(parts[i + 2], &count) || count < 1 ||
             count > 1000 - static_cast<long long>(names.size()))
             mReader.Fail("\"Properties=" + properties + "\" can't be read");
-        AddColumns(std::string(parts[i]), count, &names);
+        AddColumnNames(std::string(parts[i]), static_cast<size_t>(count), &names);
     }
     try {
         mParser.SetColumns(names, mChoice);
@@ -104,8 +88,7 @@ void XyzReader_cls::ReadComment(std::string_view comment, ImportSnapshot_st* pSn
     for (size_t i = 0; i < periodic.size() && i < 3; ++i)
         box.mbPeriodic[i] = periodic[i][0] == 'T' || periodic[i][0] == 't' || periodic[i][0] == '1';
     SetProperties(pairs.count("properties") ? pairs["properties"] : kPlain);
-    if (mParser.GetPosition() == RowParser_cls::Position::Scaled && !box.mbThere)
-        mReader.Fail("positions are scaled, but there is no box");
+    if (mParser.AreScaled() && !box.mbThere) mReader.Fail("positions are scaled, but there is no box");
 }
 
 bool XyzReader_cls::NextHead(ImportSnapshot_st* pSnap) {

@@ -44,6 +44,7 @@ public:
     PeriodicBoundary_cls* mpCPeriodic = nullptr; ///< set by the hub
     DataLoaderGUI_cls* mpCGUI = nullptr;         ///< null until first opened
     LoaderDialogHooks_st mDialogHooks;
+    std::function<bool(const wxString& path)> mTakeFile; ///< somebody else opens this file: true
 
     ConfItemSTR_cls mCItemLastOpened;       ///< "NONE" or the last path opened
     ConfItemUINT_cls mCItemInterpolateType; ///< an InterpolateType

@@ -111,6 +111,10 @@ bool PovProcess_cls::Poll() {
     return true;
 }
 
+void PovProcess_cls::AskToEnd() {
+    if (mPid > 0) kill(mPid, SIGTERM);
+}
+
 void PovProcess_cls::Stop() {
     if (mPid > 0) {
         kill(-mPid, SIGKILL);

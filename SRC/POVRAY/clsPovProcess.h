@@ -1,5 +1,6 @@
-// A program that renders, as a process of its own that this one looks at from time to time. It runs without a
-// shell, and what it says is read without waiting. It ends when this program does, however that ends.
+// A program that works for this one (renders, imports), as a process of its own that this one looks at from
+// time to time. It runs without a shell, and what it says is read without waiting. It ends when this program
+// does, however that ends.
 #pragma once
 
 #include <sys/types.h>
@@ -21,6 +22,8 @@ public:
     bool IsRunning() const { return mPid > 0; }
     /// Take what it said, and look whether it is done: true once, when it ended.
     bool Poll();
+    /// Ask it to end; Poll tells when it has.
+    void AskToEnd();
     /// End it now, and what it started.
     void Stop();
 

@@ -1,4 +1,7 @@
 // Files that are handed over from outside: dropped on the window, or named on the command line.
+#include <cstdlib>
+
+#include "APP/ForeignFile.h"
 #include "APP/WindowArgs.h"
 #include "APP/clsFileMenu.h"
 #include "FILTER/clsFilterLists.h"
@@ -14,7 +17,7 @@ protected:
     void Hand(const std::vector<std::string>& files, bool bAtStart = false) {
         std::vector<wxString> paths;
         for (const std::string& file : files)
-            paths.push_back(wxString::FromUTF8(Root() + file));
+            paths.push_back(wxString::FromUTF8(file[0] == '/' ? file : Root() + file));
         Frame()->GetPCFileMenu()->GetOpener().Open(paths, bAtStart);
         EXPECT_TRUE(Settle());
     }
@@ -69,6 +72,47 @@ TEST_F(FileOpener, WhatCantBeOpenedIsTold) {
     Hand({"examples/nothing.dat"}, true);
     EXPECT_TRUE(WasTold("nothing.dat"));
     EXPECT_EQ(mVMessages.size(), 1u) << "no layout is proposed for a file that isn't there";
+}
+
+TEST_F(FileOpener, OtherProgramsFilesAreImportedAndOpened) {
+    const std::string path = std::getenv("PATH");
+    setenv("PATH", (fs::path(MORENTIS_PROGRAM).parent_path().string() + ":" + path).c_str(), 1);
+    const auto write = [this](const std::string& name, const std::string& bytes) {
+        std::ofstream(mDir / name, std::ios::binary) << bytes;
+        return mDir / name;
+    };
+    const std::string head = "# vtk DataFile Version 3.0\nt\nASCII\nDATASET POLYDATA\nPOINTS 2 float\n";
+    const std::string second = write("run_10.vtk", head + "0 0 0 2 2 2\n");
+    const std::string first = write("run_9.vtk", head + "0 0 0 1 1 1\n");
+    Later({{HasDialog, [] {
+                Snap("import");
+                KeyNow(WXK_RETURN);
+            }}});
+    Hand({first});
+    EXPECT_TRUE(PumpUntil([] { return Frame()->GetTitle().EndsWith("run_9_import.mrp"); }));
+    EXPECT_TRUE(Settle());
+    EXPECT_TRUE(mVMessages.empty());
+    EXPECT_EQ(Store()->GetPCActiveFileSequence()->GetSeqLength(), 2) << "all that are numbered like it";
+    EXPECT_TRUE(fs::exists(mDir / "run_9_import/run_9_import.mrp"));
+
+    // Escape: as it was. What can't be read is told.
+    const std::string broken = write("s.hdf5", "\x89HDF\r\n\x1a\n and no more");
+    Later({{HasDialog, [] { KeyNow(WXK_ESCAPE); }}});
+    Hand({broken}, true);
+    EXPECT_TRUE(mVMessages.empty());
+    Later({{HasDialog, [] { KeyNow(WXK_RETURN); }}});
+    Hand({broken});
+    EXPECT_TRUE(PumpUntil([this] { return WasTold("couldn't be imported"); }));
+    EXPECT_TRUE(WasTold("s.hdf5: can't be opened as HDF5"));
+    EXPECT_FALSE(fs::exists(mDir / "s_import"));
+
+    EXPECT_EQ(GetForeignKind(write("a.csv", "x,y\n1,2\n")), ForeignKind::Likely);
+    EXPECT_EQ(GetForeignKind(write("a.txt", "x,y\n1,2\n")), ForeignKind::None);
+    EXPECT_EQ(GetForeignKind(write("a.dump", "ITEM: TIMESTEP\n")), ForeignKind::Likely);
+    EXPECT_EQ(GetForeignKind(write("a.pvd", "<?xml version=\"1.0\"?>\n<VTKFile type")), ForeignKind::Sure);
+    EXPECT_EQ(GetForeignKind(mDir.mPath.string()), ForeignKind::None);
+    EXPECT_EQ(ProposeImportFolder(first), mDir / "run_9_import2");
+    setenv("PATH", path.c_str(), 1);
 }
 
 TEST_F(FileOpener, WordsOfTheCommandLine) {

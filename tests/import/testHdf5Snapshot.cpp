@@ -1,75 +1,15 @@
 // HDF5 snapshots that the tests write with the library itself.
-#include <hdf5.h>
-
 #include <cstring>
 
 #include <gtest/gtest.h>
 
+#include "Hdf5Writer.h"
 #include "RunImport.h"
 
 namespace {
 
 using Floats = std::vector<float>;
 using Ints = std::vector<int>;
-
-/// A file to which attributes and datasets are added; it closes with the object.
-class Writer_cls {
-public:
-    explicit Writer_cls(const std::string& path)
-        : mFile(H5Fcreate(path.c_str(), H5F_ACC_TRUNC, H5P_DEFAULT, H5P_DEFAULT)) {}
-    ~Writer_cls() { H5Fclose(mFile); }
-    Writer_cls(const Writer_cls&) = delete;
-    Writer_cls& operator=(const Writer_cls&) = delete;
-
-    void Group(const std::string& name) {
-        H5Gclose(H5Gcreate2(mFile, name.c_str(), H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT));
-    }
-    template <class T>
-    void Attribute(const std::string& name, hid_t type, const std::vector<T>& values) {
-        const hsize_t size = values.size();
-        const hid_t space = size == 1 ? H5Screate(H5S_SCALAR) : H5Screate_simple(1, &size, nullptr);
-        const hid_t id = H5Acreate_by_name(mFile, "Header", name.c_str(), type, space, H5P_DEFAULT,
-                                           H5P_DEFAULT, H5P_DEFAULT);
-        H5Awrite(id, type, values.data());
-        H5Aclose(id);
-        H5Sclose(space);
-    }
-    /// Stored as `stored`, which may have another order of bytes.
-    template <class T>
-    void Data(const std::string& name, hid_t memory, hid_t stored, hsize_t width,
-              const std::vector<T>& values) {
-        const hsize_t sizes[2] = {values.size() / width, width};
-        const hid_t space = H5Screate_simple(width > 1 ? 2 : 1, sizes, nullptr);
-        const hid_t id =
-            H5Dcreate2(mFile, name.c_str(), stored, space, H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT);
-        H5Dwrite(id, memory, H5S_ALL, H5S_ALL, H5P_DEFAULT, values.data());
-        H5Dclose(id);
-        H5Sclose(space);
-    }
-    void Huge(const std::string& name, hsize_t rows) {
-        const hsize_t sizes[2] = {rows, 3};
-        const hsize_t chunk[2] = {1024, 3};
-        const hid_t space = H5Screate_simple(2, sizes, nullptr);
-        const hid_t list = H5Pcreate(H5P_DATASET_CREATE);
-        H5Pset_chunk(list, 2, chunk);
-        const hid_t id =
-            H5Dcreate2(mFile, name.c_str(), H5T_NATIVE_FLOAT, space, H5P_DEFAULT, list, H5P_DEFAULT);
-        H5Dclose(id);
-        H5Pclose(list);
-        H5Sclose(space);
-    }
-    void Header(const std::vector<int>& here, const std::vector<int>& total, int files) {
-        Group("Header");
-        Attribute("NumPart_ThisFile", H5T_NATIVE_INT, here);
-        Attribute("NumPart_Total", H5T_NATIVE_INT, total);
-        Attribute("NumFilesPerSnapshot", H5T_NATIVE_INT, std::vector<int>{files});
-        Attribute("Time", H5T_NATIVE_DOUBLE, std::vector<double>{0.1});
-        Attribute("BoxSize", H5T_NATIVE_DOUBLE, std::vector<double>{8.0});
-    }
-
-private:
-    hid_t mFile;
-};
 
 } // namespace
 
@@ -80,7 +20,7 @@ TEST(ImportHdf5, FloatsKeepTheirBitsAndDoublesAreRoundedOnce) {
     std::memcpy(&odd, &bits, 4);
     const double between = 1.0 + 0x1.000001p-24; // just above the middle of two floats
     {
-        Writer_cls file(folder / "s.hdf5");
+        Hdf5Writer_cls file(folder / "s.hdf5");
         file.Header({2, 1, 0, 0, 0, 1}, {2, 1, 0, 0, 0, 1}, 1);
         for (const char* group : {"PartType0", "PartType1", "PartType5"})
             file.Group(group);
@@ -121,21 +61,21 @@ TEST(ImportHdf5, FloatsKeepTheirBitsAndDoublesAreRoundedOnce) {
 TEST(ImportHdf5, PartsMakeOneSnapshotAndWrongCountsAreTold) {
     const ImportFolder_st folder;
     for (int part = 0; part < 2; ++part) {
-        Writer_cls file(folder / ("snap_005." + std::to_string(part) + ".hdf5"));
+        Hdf5Writer_cls file(folder / ("snap_005." + std::to_string(part) + ".hdf5"));
         file.Header({0, 1 + part, 0, 0, 0, 0}, {0, 3, 0, 0, 0, 0}, 2);
         file.Group("PartType1");
         file.Data("PartType1/Coordinates", H5T_NATIVE_FLOAT, H5T_NATIVE_FLOAT, 3,
                   part == 0 ? Floats{-1, 2, 3} : Floats{4, 5, 60, 7, 8, 9});
     }
     {
-        Writer_cls file(folder / "wrong.hdf5");
+        Hdf5Writer_cls file(folder / "wrong.hdf5");
         file.Header({3, 0, 0, 0, 0, 0}, {3, 0, 0, 0, 0, 0}, 1);
         file.Group("PartType0");
         file.Data("PartType0/Coordinates", H5T_NATIVE_FLOAT, H5T_NATIVE_FLOAT, 3, Floats{1, 2, 3});
     }
-    { Writer_cls(folder / "x.hdf5").Group("Elsewhere"); }
+    { Hdf5Writer_cls(folder / "x.hdf5").Group("Elsewhere"); }
     { // 10^8 rows that were never written
-        Writer_cls file(folder / "huge.hdf5");
+        Hdf5Writer_cls file(folder / "huge.hdf5");
         file.Header({100000000, 0, 0, 0, 0, 0}, {100000000, 0, 0, 0, 0, 0}, 1);
         file.Group("PartType0");
         file.Huge("PartType0/Coordinates", 100000000);
@@ -154,4 +94,18 @@ TEST(ImportHdf5, PartsMakeOneSnapshotAndWrongCountsAreTold) {
                                "x.hdf5: the group Header is missing", "Coordinates was never written",
                                "cut.hdf5: can't be opened as HDF5"})
         EXPECT_NE(run.mErr.find(reason), std::string::npos) << run.mErr;
+}
+
+TEST(ImportHdf5, MassesOfTypesWithoutADatasetStandInTheHeader) {
+    const ImportFolder_st folder;
+    {
+        Hdf5Writer_cls file(folder / "s.hdf5");
+        file.Header({1, 2, 0, 0, 0, 0}, {1, 2, 0, 0, 0, 0}, 1);
+        file.Attribute("MassTable", H5T_NATIVE_DOUBLE, std::vector<double>{9, 0.1, 0, 0, 0, 0});
+        file.Data("PartType0/Coordinates", H5T_NATIVE_FLOAT, {1, 3}, Floats{1, 2, 3});
+        file.Data("PartType0/Masses", H5T_NATIVE_FLOAT, {1}, Floats{7});
+        file.Data("PartType1/Coordinates", H5T_NATIVE_FLOAT, {2, 3}, Floats{1, 2, 3, 4, 5, 6});
+    }
+    ASSERT_EQ(folder.Run({folder / "s.hdf5"}).mStatus, 0);
+    EXPECT_EQ(folder.ReadSnapshot(0).mValue, (Floats{7, 0.1f, 0.1f}));
 }

@@ -162,7 +162,8 @@ void DataLoaderGUI_cls::OnBtnOpenFile() {
     if (!CheckLists()) return;
     wxString path;
     if (!AskForFile(&path)) return;
-    if (OpenWithCheck(path)) CloseEXKey();
+    const bool bTaken = mpCLoader->mTakeFile && mpCLoader->mTakeFile(path);
+    if (bTaken || OpenWithCheck(path)) CloseEXKey();
 }
 
 void DataLoaderGUI_cls::OnBtnDefault() {
