@@ -181,7 +181,7 @@ TEST(FilmArgs, TellsWhatIsWrongInOneLine) {
 
 TEST(FilmArgs, OutputNamesFollowTheImageSequence) {
     const auto check = [](wxString name) {
-        EXPECT_EQ(CheckFilmOutput(&name, false), "");
+        EXPECT_EQ(CheckFilmOutput(&name, {}), "");
         return name;
     };
     EXPECT_EQ(check("/tmp/f%04d.png"), "/tmp/f%04d.png");
@@ -208,7 +208,9 @@ TEST(FilmArgs, OutputNamesFollowTheImageSequence) {
     }
     EXPECT_EQ(check(wxString(base) + "/50%/f%04d.png"), wxString(base) + "/50%/f%04d.png");
     wxString alpha = "f%04d.tiff";
-    EXPECT_EQ(CheckFilmOutput(&alpha, true), "");
+    FilmArgs_st rich;
+    rich.mbTransparent = rich.mbProvenance = true;
+    EXPECT_EQ(CheckFilmOutput(&alpha, rich), "");
 }
 
 } // namespace
