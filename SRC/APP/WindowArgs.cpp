@@ -33,6 +33,7 @@ wxString GetWindowHelp() {
            "A project (.mrp) is opened; further ones get windows of their own. Any other file is taken for\n"
            "the first one of a sequence of snapshots in the present layout, and where it doesn't look like\n"
            "one, a layout is proposed. Meshes (.obj, .pov, .stl, .ply, .glb) come beside the particles.\n"
+           "A picture that carries its project opens it at its frame.\n"
            "\n"
            "  -h, --help   this text\n"
            "  --version    the program's version\n"

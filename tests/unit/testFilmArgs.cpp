@@ -162,6 +162,8 @@ TEST(FilmArgs, TellsWhatIsWrongInOneLine) {
         {{"--output", "/nowhere/at/all/f%04d.png", "a.mrp"}, "\"/nowhere/at/all\""},
         {{"--transparent", "--output", "f%04d.jpg", "a.mrp"}, "--transparent"},
         {{"--transparent", "--output", "f%04d.bmp", "a.mrp"}, "png, tif, tiff"},
+        {{"--provenance", "--output", "f%04d.jpg", "a.mrp"}, "carry no project"},
+        {{"--provenance", "--pov-render", "/tmp", "a.mrp"}, "--provenance is for drawn pictures"},
         {{"--pov-render", "/tmp", "--pov-export", "/tmp", "a.mrp"}, "leave --pov-export away"},
         {{"--pov-render", "/tmp", "--output", "a.png", "a.mrp"}, "--output is for drawn pictures"},
         {{"--jobs", "4", "a.mrp"}, "--jobs is for --pov-render"},
