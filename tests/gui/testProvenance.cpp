@@ -1,13 +1,14 @@
 // Pictures that carry their project: what the window writes, and what it makes of one that is opened.
 #include <wx/image.h>
 
-#include "APP/ProjectText.h"
 #include "APP/clsFileMenu.h"
+#include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
 #include "IMAGE/ImageFile.h"
 #include "IMAGE/PictureOrigin.h"
 #include "IMAGE/clsImageIO.h"
 #include "IMAGE/clsImgSequence.h"
+#include "PDATA/clsPDataSequence.h"
 #include "ProjectTest.h"
 #include "TIME/clsTimeCtrl.h"
 
@@ -78,8 +79,11 @@ TEST_F(Provenance, ADroppedPictureOpensTheSameProjectAtItsFrame) {
     Drop(mFolder + "/f0001.png");
     EXPECT_TRUE(mVMessages.empty());
     EXPECT_TRUE(HasFrame(0, 1));
-    EXPECT_TRUE(EncodeProject(Hub()->SerializeAll(true)) == text);
-    EXPECT_EQ(Store()->GetStrActiveFileSequencePath(), mFolder + "/melt0000.bin");
+    std::string opened = Hub()->MakeProjectText();
+    const size_t data = opened.find("\n" + mFolder + "/melt"); // whole, as it has no folder of its own yet
+    ASSERT_NE(data, std::string::npos);
+    EXPECT_TRUE(opened.erase(data + 1, mFolder.size() + 1) == text);
+    EXPECT_EQ(Frame()->GetPCActiveFileSequence()->GetFilename(0), mFolder + "/melt0000.bin");
     // It has no name: the picture and its project stay as they are.
     EXPECT_FALSE(Frame()->GetPCFileMenu()->IsProjectNamed());
     EXPECT_FALSE(HasStar());
@@ -99,7 +103,7 @@ TEST_F(Provenance, ADroppedPictureOpensTheSameProjectAtItsFrame) {
         fs::rename(mFolder + "/melt000" + std::to_string(i) + ".bin",
                    mDir / ("there/melt000" + std::to_string(i) + ".bin"));
     Drop(mDir / "there/f.png");
-    EXPECT_EQ(Store()->GetStrActiveFileSequencePath(), mDir / "there/melt0000.bin");
+    EXPECT_EQ(Frame()->GetPCActiveFileSequence()->GetFilename(0), mDir / "there/melt0000.bin");
     EXPECT_TRUE(HasFrame(1, 0));
 }
 
@@ -109,7 +113,7 @@ TEST_F(Provenance, SnapshotsCarryItUnlessTheProjectSaysNo) {
     EXPECT_EQ(Read(mDir / "a.tif", OriginFound::Whole).mFrame, "1");
     Snap(mDir / "a.jpg");
     Read(mDir / "a.jpg", OriginFound::None);
-    EXPECT_EQ(Hub()->SerializeAll(true).Find("ImgSequenceKeepProject="), wxNOT_FOUND);
+    EXPECT_EQ(Hub()->MakeProjectText().find("ImgSequenceKeepProject="), std::string::npos);
     Sequence()->mbKeepProject = false;
     Snap(mDir / "b.tif");
     Read(mDir / "b.tif", OriginFound::None);
@@ -138,7 +142,7 @@ TEST_F(Provenance, WhatIsNoProjectChangesNothingAndAWrongFrameIsTold) {
         Drop(WritePicture("wrong.png", text, "1"));
         EXPECT_TRUE(WasTold("wrong.png can't be opened: it is no project"));
         EXPECT_TRUE(HasFrame(1, 0));
-        EXPECT_EQ(Store()->GetStrActiveFileSequencePath(), mFolder + "/melt0000.bin");
+        EXPECT_EQ(Frame()->GetPCActiveFileSequence()->GetFilename(0), mFolder + "/melt0000.bin");
     }
     const std::string project = ReadAll(mFolder + "/film.mrp");
     const std::string whole = WritePicture("whole.png", project, "1+1/2");
