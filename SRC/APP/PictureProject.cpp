@@ -28,12 +28,14 @@ bool HasData(const std::wstring& text, const wxString& folder) {
     return false;
 }
 
-/// The folder of the project that the picture was made of, where that is still there with its data; else the
-/// picture's.
+/// The folder with the data: that of the project which the picture was made of, else the picture's or the one
+/// above it, as films often have a folder beside their project. The picture's where there are none.
 wxString FindFolder(const std::wstring& text, const wxString& picture) {
+    const wxString beside = wxFileName(picture).GetPath();
     const wxString made = Main_cls::GetFolderOfRecovered(text);
-    const bool bThere = made.StartsWith("/") && wxFileName::DirExists(made);
-    return bThere && HasData(text, made) ? made : wxFileName(picture).GetPath();
+    for (const wxString& folder : {made, beside, wxFileName(beside).GetPath()})
+        if (folder.StartsWith("/") && HasData(text, folder)) return folder;
+    return beside;
 }
 
 } // namespace

@@ -105,6 +105,11 @@ TEST_F(Provenance, ADroppedPictureOpensTheSameProjectAtItsFrame) {
     Drop(mDir / "there/f.png");
     EXPECT_EQ(Frame()->GetPCActiveFileSequence()->GetFilename(0), mDir / "there/melt0000.bin");
     EXPECT_TRUE(HasFrame(1, 0));
+    fs::create_directory(fs::path(mDir / "there/out"));
+    fs::rename(mDir / "there/f.png", mDir / "there/out/f.png");
+    Frame()->OpenProject(mDefaults);
+    Drop(mDir / "there/out/f.png");
+    EXPECT_EQ(Frame()->GetPCActiveFileSequence()->GetFilename(0), mDir / "there/melt0000.bin");
 }
 
 TEST_F(Provenance, SnapshotsCarryItUnlessTheProjectSaysNo) {
