@@ -182,6 +182,7 @@ const std::map<wxString, Option_st>& Options() {
         {"--stereo", {true, ReadStereo}},
         {"--transparent", Flag<&FilmArgs_st::mbTransparent>()},
         {"--resume", Flag<&FilmArgs_st::mbResume>()},
+        {"--provenance", Flag<&FilmArgs_st::mbProvenance>()},
         {"--video", {true, ReadVideo}},
         {"--fps", {true, ReadRate}},
         {"--write-project", Text<&FilmArgs_st::mWriteProject>()},
@@ -227,13 +228,15 @@ wxString CheckTogether(const FilmArgs_st& args) {
         return "--pov-render writes the scenes too; leave --pov-export away";
     if (!args.mOutput.empty()) return "--output is for drawn pictures; POV-Ray's bear their scenes' names";
     if (args.mStereo != FilmArgs_st::kProjectStereo) return "--stereo is for drawn pictures";
+    if (args.mbProvenance) return "--provenance is for drawn pictures";
     if (!args.mVideo.empty() && args.mPovRender.empty()) return "--video needs pictures: give --pov-render";
     return wxString();
 }
 
 /// Endings that the program's image writers know.
 const char* const kEndings[] = {"png", "jpg", "jpeg", "tif", "tiff", "bmp"};
-const char* const kAlphaEndings[] = {"png", "tif", "tiff"};
+/// Of those, the ones with room for alpha, and for texts.
+const char* const kRichEndings[] = {"png", "tif", "tiff"};
 
 template <size_t N>
 bool IsOneOf(const wxString& ending, const char* const (&endings)[N]) {
@@ -317,17 +320,21 @@ wxString ParseFilmArgs(const std::vector<wxString>& words, FilmArgs_st* pArgs) {
         const wxString wrong = CheckFilmExport(&pArgs->mExport);
         if (!wrong.empty()) return wrong;
     }
-    return pArgs->mOutput.empty() ? wxString() : CheckFilmOutput(&pArgs->mOutput, pArgs->mbTransparent);
+    return pArgs->mOutput.empty() ? wxString() : CheckFilmOutput(&pArgs->mOutput, *pArgs);
 }
 
-wxString CheckFilmOutput(wxString* pOutput, bool bTransparent) {
+wxString CheckFilmOutput(wxString* pOutput, const FilmArgs_st& args) {
     if (!pOutput->empty() && SplitPath_cls(*pOutput).mStrExt.empty()) *pOutput += ".png";
     const wxString ending = SplitPath_cls(*pOutput).mStrExt.Mid(1);
     if (!IsOneOf(ending, kEndings))
         return "--output: " + Quote(*pOutput) + " has no ending of a picture; there are " + Join(kEndings);
-    if (bTransparent && !IsOneOf(ending, kAlphaEndings))
+    const bool bRich = IsOneOf(ending, kRichEndings);
+    if (args.mbTransparent && !bRich)
         return "--transparent: " + Quote(ending) + " files keep no transparency; give --output one of " +
-               Join(kAlphaEndings);
+               Join(kRichEndings);
+    if (args.mbProvenance && !bRich)
+        return "--provenance: " + Quote(ending) + " files carry no project; give --output one of " +
+               Join(kRichEndings);
     return CheckName("--output", pOutput);
 }
 
@@ -367,7 +374,10 @@ isn't asked. Each step counts one.
                    the work area.
   --transparent    no background: png or tif with an alpha channel
   --resume         keep pictures that are there already, whole, of this size, and with or without alpha
-                   as this film
+                   as this film; with --provenance, those that carry a project
+  --provenance     png and tif pictures carry the project's text, their frame, the names of the data and the
+                   program's version: dropped on the window they open the project at their frame. The text
+                   holds the paths of the data as the project file does
   --video FILE     make a video (H.264) of the pictures too: mp4, mov or mkv; needs ffmpeg
   --fps N          pictures a second of the video, such as 25, 23.976 or 30000/1001; else the project's
   --export-data NAME

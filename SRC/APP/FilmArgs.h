@@ -36,6 +36,7 @@ struct FilmArgs_st {
     bool mbStereoSeparate = false; ///< a file for each eye
     bool mbTransparent = false;
     bool mbResume = false;
+    bool mbProvenance = false;     ///< pictures carry the project
     wxString mVideo;               ///< empty: none
     wxString mRate;                ///< pictures a second, "25" or "30000/1001"; empty: the project's
     wxString mWriteProject;        ///< file for the whole project; empty: a film is made
@@ -60,9 +61,9 @@ inline bool IsPovFilm(const FilmArgs_st& args) {
 wxString ParseFilmArgs(const std::vector<wxString>& words, FilmArgs_st* pArgs);
 
 /// Bring the name of the pictures into the form with a number field, giving it one where it has none. Empty
-/// on success, else what is wrong with it: an ending that no picture can have, or a folder that
-/// neither is there nor can be made in one that is.
-wxString CheckFilmOutput(wxString* pOutput, bool bTransparent);
+/// on success, else what is wrong with it: an ending that no picture can have, or none that holds what
+/// `args` want in it, or a folder that neither is there nor can be made in one that is.
+wxString CheckFilmOutput(wxString* pOutput, const FilmArgs_st& args);
 /// The same for data files, whatever their ending.
 wxString CheckFilmExport(wxString* pOutput);
 

@@ -12,6 +12,13 @@ const wxMBConvUTF8& FileConv() {
     return sConv;
 }
 
+/// "DataSequence0=" and what follows; the path stands on the next line.
+bool BeginsData(const wxString& line) {
+    const wxString key = "DataSequence";
+    return line.length() > key.length() + 1 && line.StartsWith(key) && wxIsdigit(line[key.length()]) &&
+           line[key.length() + 1] == '=';
+}
+
 /// `lower`: in small letters.
 bool IsNoNumber(const wxString& lower) {
     const wxString word = lower.StartsWith("-") || lower.StartsWith("+") ? lower.Mid(1) : lower;
@@ -43,6 +50,23 @@ int CountNoNumbers(const std::wstring& text) {
         if (line.Find('=') != wxNOT_FOUND && line.find_first_of("nN") != wxString::npos && HasNoNumber(line))
             ++count;
     return count;
+}
+
+std::vector<wxString> ListProjectData(const std::wstring& text) {
+    std::vector<wxString> paths;
+    TextStream_cls stream(text);
+    wxString line;
+    while (NextProjectLine(stream, &line))
+        if (BeginsData(line) && NextProjectLine(stream, &line) && !line.empty()) paths.push_back(line);
+    return paths;
+}
+
+bool IsProjectText(const std::wstring& text) {
+    TextStream_cls stream(text);
+    wxString line;
+    while (NextProjectLine(stream, &line))
+        if (BeginsData(line)) return true;
+    return false;
 }
 
 std::wstring DecodeProject(const std::string& bytes) {

@@ -5,6 +5,7 @@
 #include <istream>
 #include <streambuf>
 #include <string>
+#include <vector>
 
 #include <wx/string.h>
 
@@ -47,6 +48,12 @@ protected:
 
 /// Lines with values that are no numbers or have no end ("nan", "inf"), which readers leave as they were.
 int CountNoNumbers(const std::wstring& text);
+
+/// The paths of the data as they stand in a project's text; empty ones are left out.
+std::vector<wxString> ListProjectData(const std::wstring& text);
+
+/// Any project says which data it has, were it none.
+bool IsProjectText(const std::wstring& text);
 
 /// The next line without its end, of Windows too; false at the end of the text.
 bool NextProjectLine(std::wistream& stream, wxString* pLine);

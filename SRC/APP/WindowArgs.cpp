@@ -34,6 +34,7 @@ wxString GetWindowHelp() {
            "the first one of a sequence of snapshots in the present layout, and where it doesn't look like\n"
            "one, a layout is proposed. HDF5, VTK and other programs' tables are offered to be imported.\n"
            "Meshes (.obj, .pov, .stl, .ply, .glb) come beside the particles.\n"
+           "A picture that carries its project opens it at its frame.\n"
            "\n"
            "  -h, --help   this text\n"
            "  --version    the program's version\n"

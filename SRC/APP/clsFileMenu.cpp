@@ -7,6 +7,7 @@
 #include <wx/utils.h>
 
 #include "APP/BindMenu.h"
+#include "APP/PictureProject.h"
 #include "APP/PovPath.h"
 #include "APP/UnaskedEnd.h"
 #include "APP/clsFrameMain.h"
@@ -35,6 +36,10 @@
 namespace {
 
 wxString GetProjectWildcard() { return _("Project file") + wxString(" (*.mrp)|*.mrp"); }
+
+wxString GetPictureWildcard() {
+    return _("Picture that carries its project") + wxString(" (*.png;*.tif;*.tiff)|*.png;*.tif;*.tiff");
+}
 
 wxString FolderOf(const wxString& path) { return path == "None" ? wxString() : wxFileName(path).GetPath(); }
 
@@ -81,7 +86,8 @@ void FileMenu_cls::ShowModified() {
 
 void FileMenu_cls::OnMenuOpenProject(wxCommandEvent&) {
     GpCFileDialog->SetParams(_("Select a project file"), FolderOf(mCItemLastMRP.mStrValue), "",
-                             GetProjectWildcard(), wxFD_OPEN | wxFD_FILE_MUST_EXIST);
+                             GetProjectWildcard() + "|" + GetPictureWildcard(),
+                             wxFD_OPEN | wxFD_FILE_MUST_EXIST);
     if (GpCFileDialog->ShowModal() == wxID_OK) OpenProjectAsked(GpCFileDialog->GetPath());
 }
 
@@ -89,6 +95,10 @@ void FileMenu_cls::OpenProjectAsked(const wxString& path) {
     if (GbGLLockDrawing.load()) { // a project takes from the paint in progress what it draws
         mWaitingProject = path;
         wxWakeUpIdle();
+        return;
+    }
+    if (GetFileKind(path) == FileKind::Picture) {
+        OpenPictureProject(path);
         return;
     }
     std::wstring text;
@@ -124,6 +134,20 @@ void FileMenu_cls::OpenProject(const wxString& path) {
     UpdateTitle(path);
 }
 
+// The picture holds it: nothing is lost when it goes again, and saving asks where to.
+void FileMenu_cls::OpenPictureProject(const wxString& path) {
+    PictureProject_st project;
+    if (!LoadPictureProject(path, &project)) return; // told, and nothing else changes
+    if (mHub.mpCRecovery->IsModified() && !AskForSteps(wxString())) return;
+    TakeProject(project.mText, project.mFolder);
+    GoToPictureFrame(path, project.mFrame, mHub.mpCTimeCtrl);
+    ShowProject();
+    mbProjectNamed = false;
+    mStrSuggested = project.mSuggestedPath;
+    mHub.mpCRecovery->MarkSaved();
+    UpdateTitle(wxString());
+}
+
 void FileMenu_cls::TakeProject(const std::wstring& text, const wxString& folder) {
     mFrame.GetPCImageRun()->StopRun();
     TimeCtrl_cls* time = mHub.mpCTimeCtrl;
@@ -133,6 +157,13 @@ void FileMenu_cls::TakeProject(const std::wstring& text, const wxString& folder)
     mHub.CloseData();
     mHub.ClearFilters();
     mHub.ReadProjectText(text, folder.empty() ? wxString(".") : folder, false);
+    mStrSuggested.clear();
+    ShowProject();
+}
+
+// All that the project before it may have left in sight.
+void FileMenu_cls::ShowProject() {
+    const TimeCtrl_cls* time = mHub.mpCTimeCtrl;
     mFrame.GetPCTopHalf()->ClearStatusGLPanels();
     mFrame.GetPCTopHalf()->RefreshGLPanels();
     mFrame.GetPCBtmHalf()->RefreshTLPanels();
@@ -240,6 +271,10 @@ bool FileMenu_cls::AskProjectName(wxString* pPath) {
     const wxString last = mCItemLastMRP.mStrValue;
     wxString folder = FolderOf(last);
     wxString name = mbProjectNamed ? wxFileName(last).GetFullName() : wxString("untitled.mrp");
+    if (!mbProjectNamed && !mStrSuggested.empty()) {
+        folder = wxFileName(mStrSuggested).GetPath();
+        name = wxFileName(mStrSuggested).GetFullName();
+    }
     while (true) {
         // The dialog would ask about the name as typed; what counts is the one with its ending.
         GpCFileDialog->SetParams(_("Select a file"), folder, name, GetProjectWildcard(), wxFD_SAVE);

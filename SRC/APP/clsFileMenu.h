@@ -22,7 +22,8 @@ public:
     FileMenu_cls& operator=(const FileMenu_cls&) = delete;
 
     void OpenProject(const wxString& path);
-    /// As the user asks for it: unsaved steps are asked about first.
+    /// As the user asks for it: unsaved steps are asked about first. A picture's project is opened at its
+    /// frame, and has no name.
     void OpenProjectAsked(const wxString& path);
     /// Once there is a picture: offer what was kept of a program that ended without being asked, then open
     /// the first files.
@@ -57,7 +58,9 @@ private:
     bool SaveNamedProject();                ///< under its name, or under one that is asked for
     bool AskProjectName(wxString* pPath);
     bool AskForSteps(const wxString& about);
+    void OpenPictureProject(const wxString& path);
     void TakeProject(const std::wstring& text, const wxString& folder);
+    void ShowProject();
     void OpenWithLoader(const wxString& path);
     bool AskQuit();
     void OfferRecovery();
@@ -70,6 +73,7 @@ private:
     bool mbProjectNamed = false;
     bool mbQuitAsked = false; ///< the end that comes is wanted
     bool mbShowsStar = false;
+    wxString mStrSuggested;    ///< path that a project without a name is saved under; empty: any
     wxString mStrTitleProject; ///< the project in the title
     wxString mWaitingProject;  ///< opened when the paint in progress is over
 };

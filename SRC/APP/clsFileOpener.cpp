@@ -7,6 +7,7 @@
 #include <wx/utils.h>
 
 #include "APP/ForeignFile.h"
+#include "APP/PictureProject.h"
 #include "APP/clsFileMenu.h"
 #include "APP/clsFilterMenu.h"
 #include "APP/clsFrameMain.h"
@@ -55,8 +56,11 @@ void FileOpener_cls::Open(const std::vector<wxString>& paths, bool bAtStart) {
 void FileOpener_cls::OpenWaiting() {
     if (mVWaiting.empty() || GbGLLockDrawing.load()) return;
     std::vector<wxString> of[4];
-    for (const wxString& path : std::exchange(mVWaiting, {}))
-        of[size_t(GetFileKind(path))].push_back(path);
+    for (const wxString& path : std::exchange(mVWaiting, {})) {
+        const FileKind kind = GetFileKind(path);
+        const bool bCarries = kind == FileKind::Picture && IsPictureWithProject(path);
+        of[size_t(bCarries ? FileKind::Project : kind)].push_back(path);
+    }
     const std::vector<wxString>& projects = of[size_t(FileKind::Project)];
     const std::vector<wxString>& data = of[size_t(FileKind::Data)];
     if (!projects.empty())

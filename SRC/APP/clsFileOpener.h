@@ -21,10 +21,10 @@ public:
     FileOpener_cls(const FileOpener_cls&) = delete;
     FileOpener_cls& operator=(const FileOpener_cls&) = delete;
 
-    /// The first project, or without one the first snapshot, and all meshes beside it; another
-    /// program's files are offered to be imported. `bAtStart`: further projects get windows of their own, and
-    /// a snapshot of another layout is asked about. Waits until the
-    /// paint in progress is over.
+    /// The first project, or picture that carries one, or without one the first snapshot, and all meshes
+    /// beside it; another program's files are offered to be imported. `bAtStart`: further projects get
+    /// windows of their own, and a snapshot of another layout is asked about. Waits until the paint in
+    /// progress is over.
     void Open(const std::vector<wxString>& paths, bool bAtStart);
     /// What waited, as soon as it can be.
     void OpenWaiting();

@@ -10,7 +10,9 @@
 #include "APP/FilmProgress.h"
 #include "APP/FilmStop.h"
 #include "APP/FilmTargets.h"
+#include "APP/PictureProject.h"
 #include "APP/ProjectInputs.h"
+#include "APP/ProjectText.h"
 #include "APP/clsFilmPov.h"
 #include "APP/clsCopyQuestion.h"
 #include "APP/clsFileMenu.h"
@@ -120,7 +122,7 @@ bool FilmMaker_cls::TakeView() {
 bool FilmMaker_cls::TakeOutput() {
     ImgSequence_cls* sequence = mpCMain->mpCImgSequence;
     wxString output = mArgs.mOutput.empty() ? sequence->mCFileSequence.mStrPath : mArgs.mOutput;
-    const wxString error = CheckFilmOutput(&output, mArgs.mbTransparent);
+    const wxString error = CheckFilmOutput(&output, mArgs);
     if (!error.empty()) return Fail(FilmStatus::WrongArguments, error);
     mNames.Set(output);
     mDataNames.Set(mArgs.mExport);
@@ -131,6 +133,16 @@ bool FilmMaker_cls::TakeOutput() {
     if (mArgs.mRate.empty()) mArgs.mRate = MakeVideoRate(sequence->mVideoRate);
     GCImgIO.mbQuiet = true;
     GCImgIO.mbSmallestPNG = sequence->mbSmallestPNG;
+    return TakeOrigin();
+}
+
+// The project as its file has it: the same in all parts of the film, wherever they are made.
+bool FilmMaker_cls::TakeOrigin() {
+    std::wstring text;
+    if (!mArgs.mbProvenance) return true;
+    if (!mpCMain->LoadProjectText(mArgs.mProject, &text))
+        return Fail(FilmStatus::NotOpened, mArgs.mProject + " can't be read again");
+    mpOrigin = PackProject(EncodeProject(text));
     return true;
 }
 
@@ -289,15 +301,19 @@ std::vector<wxString> FilmMaker_cls::GetPictures(size_t i) const {
     return paths;
 }
 
+bool FilmMaker_cls::IsPictureThere(const wxString& path) const {
+    const wxSize size = GetFileSize();
+    return IsWholeImage(path, size.x, size.y, mArgs.mbTransparent) &&
+           (!mpOrigin || IsPictureWithProject(path));
+}
+
 void FilmMaker_cls::MakeFrame(size_t i) {
     const std::vector<wxString> paths = GetPictures(i);
     const std::vector<int> eyes = GetEyes();
     const wxString data = mArgs.mExport.empty() ? wxString() : GetFilmName(mDataNames, mFilm[i].mNumber);
-    const wxSize size = GetFileSize();
     if (mArgs.mbResume && (data.empty() || wxFileName::FileExists(data)) &&
         std::all_of(paths.begin(), paths.end(), [&](const wxString& path) {
-            return mpCPov ? mpCPov->IsFrameThere(mFilm[i].mNumber)
-                          : IsWholeImage(path, size.x, size.y, mArgs.mbTransparent);
+            return mpCPov ? mpCPov->IsFrameThere(mFilm[i].mNumber) : IsPictureThere(path);
         })) {
         for (size_t k = 0; k < paths.size(); ++k)
             mVDone[eyes[k]].push_back(paths[k]);
@@ -407,7 +423,7 @@ void FilmMaker_cls::Save(const ImageBuffers_st& buffers, wxSize size, const wxSt
     if (mWriting != frame) mWritten = mWriting; // the eyes of a frame are finished together
     mWriting = frame;
     mVDone[buffers.mEye].push_back(path);
-    GCImgIO.SaveImageFromTexture(buffers, size.x, size.y, path);
+    GCImgIO.SaveImageFromTexture(buffers, size.x, size.y, path, MakeImageOrigin(mpOrigin, *mpCTime));
 }
 
 void FilmMaker_cls::TakeFailures() {

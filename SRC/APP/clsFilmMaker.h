@@ -23,6 +23,7 @@ class FilmProgress_cls;
 class FrameMain_cls;
 class Main_cls;
 class MainGLCanvas_cls;
+class OriginPack_cls;
 class TimeCtrl_cls;
 struct ImageBuffers_st;
 
@@ -58,6 +59,7 @@ private:
     bool TakeView();
     bool TakeOutput();
     bool TakeTargets();
+    bool TakeOrigin();
     bool TakeFrames();
     bool Fail(FilmStatus status, const wxString& text);
     void TakeBlur();
@@ -78,6 +80,7 @@ private:
     std::vector<int> GetEyes() const;
     wxString GetPictureName(int number, int eye) const;
     std::vector<wxString> GetPictures(size_t i) const;
+    bool IsPictureThere(const wxString& path) const;
     void NoteSpace(size_t pictures);
     void Save(const ImageBuffers_st& buffers, wxSize size, const wxString& path);
     wxString FindMissing() const;
@@ -114,7 +117,8 @@ private:
     bool mbHandedOn = false;             ///< the frame that is being made is a renderer's
     std::set<size_t> mSPovDone;          ///< of mFilm
     FileSequence_cls mNames;
-    FileSequence_cls mDataNames; ///< of exported data
+    FileSequence_cls mDataNames;                    ///< of exported data
+    std::shared_ptr<const OriginPack_cls> mpOrigin; ///< null: pictures carry nothing
     std::vector<FilmFrame_st> mFilm;
     std::vector<wxString> mVDone[EYE_RIGHT + 1]; ///< pictures that stand there, in their order, by Eye
     std::map<wxString, size_t> mMFrameOfPath;    ///< of the files under way, in mFilm

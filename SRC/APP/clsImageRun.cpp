@@ -7,6 +7,7 @@
 
 #include "APP/BindMenu.h"
 #include "APP/FilmFrames.h"
+#include "APP/PictureProject.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "APP/clsSeriesVideo.h"
@@ -20,6 +21,7 @@
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsSharedView.h"
+#include "IMAGE/PictureOrigin.h"
 #include "IMAGE/VideoFile.h"
 #include "IMAGE/clsImageIO.h"
 #include "IMAGE/clsImgSequence.h"
@@ -60,14 +62,19 @@ wxString ImageRun_cls::GetVideoStatus() const { return mpCSeriesVideo->GetStatus
 
 wxString ImageRun_cls::GetQuitWarning() const { return mpCSeriesVideo->GetQuitWarning(); }
 
+// As it stands now; null where pictures shall carry nothing.
+std::shared_ptr<const OriginPack_cls> ImageRun_cls::PackOrigin() const {
+    return mHub.mpCImgSequence->mbKeepProject ? PackProject(mHub.MakeProjectText()) : nullptr;
+}
+
 void ImageRun_cls::OnMenuSaveImageSnap(wxCommandEvent&) {
     if (!GCImgIO.SelectFile(mCItemLastIMG.mStrValue, &mFrame)) return;
     mCItemLastIMG.mStrValue = GCImgIO.GetPath();
     ForgetNotices();
     mFrame.GetPCOutputCanvas()->RequestWindowPicture(
-        [](wxSize size, int eye) {
+        [this, pPack = PackOrigin()](wxSize size, int eye) {
             if (eye != EYE_NONE) GCImgIO.SetFilenameStereo(eye);
-            GCImgIO.SaveImageFromGL(size.x, size.y);
+            GCImgIO.SaveImageFromGL(size.x, size.y, MakeImageOrigin(pPack, *mHub.mpCTimeCtrl));
         },
         true);
 }
@@ -142,6 +149,7 @@ void ImageRun_cls::OnMenuSaveImgSeqBegin(wxCommandEvent&) {
     if (!sequence->IsRendering()) return;
     ForgetNotices();
     mCItemLastIMG.mStrValue = sequence->mCFileSequence.mStrPath;
+    sequence->mpOrigin = PackOrigin();
     mVideoStereo = canvas->IsAlongAxis() ? VideoStereo::None : GetVideoStereo(*mHub.mpCStereoGram);
     canvas->StartSaveImgSeqProcess(sequence);
     const TimeState_st before = time->GetState();

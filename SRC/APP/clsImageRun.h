@@ -11,6 +11,7 @@ class ConfItemList_cls;
 class FrameMain_cls;
 class MainGLCanvas_cls;
 class Main_cls;
+class OriginPack_cls;
 class SeriesVideo_cls;
 class wxCommandEvent;
 
@@ -42,6 +43,7 @@ private:
     void OnMenuPlayStop(wxCommandEvent& event);
     void AskBeforeSequence(MainGLCanvas_cls* pCanvas);
     void BeginVideo();
+    std::shared_ptr<const OriginPack_cls> PackOrigin() const;
 
     FrameMain_cls& mFrame;
     Main_cls& mHub;

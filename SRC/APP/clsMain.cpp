@@ -146,7 +146,7 @@ Main_cls::Main_cls(bool bWindow) {
     if (bWindow) ReadProjectFile(GetConfigureFilePath());
     mpCFrameMain->GetPCViewFit()->NoteUntouched();
     mpCRecovery =
-        new Recovery_cls(wxFileName(GetConfigureFilePath()).GetPath(), [this] { return MakeRecoveryText(); });
+        new Recovery_cls(wxFileName(GetConfigureFilePath()).GetPath(), [this] { return MakeProjectText(); });
     mpCFrameMain->GetPCFileMenu()->FillRecentMenus();
     PostMenuEvent(ID_REFRESH_TL);
     PostMenuEvent(ID_REFRESH_GL);

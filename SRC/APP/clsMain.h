@@ -105,8 +105,8 @@ public:
     void ReadProjectText(const std::wstring& text, const wxString& folder, bool bConfigure);
     /// Writes the configure file; quiet when that can't be done.
     void QuitProcess();
-    /// What is unsaved, as a project's bytes.
-    std::string MakeRecoveryText();
+    /// What is there now, saved or not, as a project's bytes.
+    std::string MakeProjectText();
     /// The folder of the project that a recovery project was made from.
     static wxString GetFolderOfRecovered(const std::wstring& text);
     /// Keep what can be kept: the program ends without being asked. Doesn't touch the display.

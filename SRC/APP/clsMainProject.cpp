@@ -26,6 +26,7 @@
 #include "GL/DRAW/clsShadowVolume.h"
 #include "GL/VIEW/clsParticleWatch.h"
 #include "GL/VIEW/clsViewFitCtrl.h"
+#include "IMAGE/clsImgSequence.h"
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
@@ -116,6 +117,7 @@ void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder,
         mpCStereoGram->Reset();
         mpCPovRayCtrl->ResetOwnSettings();
         mpCParticles->Reset();
+        mpCImgSequence->ResetOwnSettings();
     }
     {
         const FlagScope_cls loading(GbGLLockProjectLoading);
@@ -152,7 +154,7 @@ void Main_cls::ReadProjectFile(const wxString& path) {
     if (LoadProjectText(path, &text)) ReadProjectText(text, FolderOfProject(path), IsConfigureFile(path));
 }
 
-std::string Main_cls::MakeRecoveryText() {
+std::string Main_cls::MakeProjectText() {
     // Paths stay as they lead from the project's folder, where it has one; else they become whole: the next
     // start may be from another folder, and nothing lies below this one.
     const bool bNamed = mpCFrameMain->GetPCFileMenu()->IsProjectNamed();

@@ -9,6 +9,7 @@
 
 #include "COMMON/SafeFile.h"
 #include "COMMON/clsSplitPath.h"
+#include "IMAGE/PictureOrigin.h"
 
 namespace {
 
@@ -74,6 +75,12 @@ void MarkStraightAlpha(std::string* pBytes) {
     }
 }
 
+void AddOrigin(const ImageOrigin_st& origin, wxBitmapType type, std::string* pBytes) {
+    if (!origin.mpPack) return;
+    if (type == wxBITMAP_TYPE_PNG) origin.mpPack->AddToPNG(origin.mFrame, pBytes);
+    if (type == wxBITMAP_TYPE_TIFF) origin.mpPack->AddToTIFF(origin.mFrame, pBytes);
+}
+
 } // namespace
 
 wxString GetWritableImageEndings() {
@@ -97,5 +104,6 @@ wxString WriteImageFile(wxImage picture, const wxString& path, const ImageFormat
                            : Encode(picture, pWriter->GetType(), &bytes);
     if (!bDone) return _("the picture can't be put into this format");
     if (pWriter->GetType() == wxBITMAP_TYPE_TIFF) MarkStraightAlpha(&bytes);
+    AddOrigin(format.mOrigin, pWriter->GetType(), &bytes);
     return WriteFileSafely(path, bytes, format.mbForceToDisk ? ToDisk::Force : ToDisk::Later);
 }

@@ -3,12 +3,15 @@
 
 #include <wx/string.h>
 
+#include "IMAGE/PictureOrigin.h"
+
 class wxImage;
 
 struct ImageFormat_st {
     int mJPEGQuality = 95;      ///< 0 to 100
     bool mbSmallestPNG = false; ///< take the time for small PNG files
     bool mbForceToDisk = false; ///< wait until the disk has it
+    ImageOrigin_st mOrigin;     ///< PNG and TIFF files carry it
 };
 
 /// Endings that can be written, for messages: "png, jpg, ...".

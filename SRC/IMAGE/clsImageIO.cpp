@@ -75,7 +75,7 @@ void ImageIO_cls::FreeSlot(int index) {
     mbDone[index].store(false);
 }
 
-SavePicture_st ImageIO_cls::MakePicture(int w, int h, const wxString& path) {
+SavePicture_st ImageIO_cls::MakePicture(int w, int h, const wxString& path, const ImageOrigin_st& origin) {
     SavePicture_st picture = std::move(mSpare);
     mSpare = SavePicture_st();
     picture.mbHalfFloat = false;
@@ -86,6 +86,7 @@ SavePicture_st ImageIO_cls::MakePicture(int w, int h, const wxString& path) {
     picture.mH = picture.mSrcH = h;
     picture.mFormat.mJPEGQuality = msJPEGQuality;
     picture.mFormat.mbSmallestPNG = mbSmallestPNG;
+    picture.mFormat.mOrigin = origin;
     picture.mbQuiet = mbQuiet;
     return picture;
 }
@@ -100,12 +101,15 @@ void ImageIO_cls::Run(int index, SavePicture_st picture) {
     FreeSlot(index);
 }
 
-void ImageIO_cls::SaveImageFromGL(int w, int h) { SaveImageFromGL(w, h, mWXStrPath, 0, 0); }
+void ImageIO_cls::SaveImageFromGL(int w, int h, const ImageOrigin_st& origin) {
+    SaveImageFromGL(w, h, mWXStrPath, 0, 0, origin);
+}
 
-void ImageIO_cls::SaveImageFromGL(int w, int h, const wxString& path, int x, int y) {
+void ImageIO_cls::SaveImageFromGL(int w, int h, const wxString& path, int x, int y,
+                                  const ImageOrigin_st& origin) {
     w = std::max(w / kColumns * kColumns, kColumns);
     const int index = TakeSlot();
-    SavePicture_st picture = MakePicture(w, h, path);
+    SavePicture_st picture = MakePicture(w, h, path, origin);
     for (PixelBuffer_cls* pUnused : {&picture.mOnBlack, &picture.mOnWhite, &picture.mOverlay,
                                      &picture.mRightSource, &picture.mRightOnBlack, &picture.mRightOnWhite})
         pUnused->Free();
@@ -119,9 +123,10 @@ void ImageIO_cls::SaveImageFromGL(int w, int h, const wxString& path, int x, int
     Run(index, std::move(picture));
 }
 
-void ImageIO_cls::SaveImageFromTexture(const ImageBuffers_st& buffers, int w, int h, const wxString& path) {
+void ImageIO_cls::SaveImageFromTexture(const ImageBuffers_st& buffers, int w, int h, const wxString& path,
+                                       const ImageOrigin_st& origin) {
     const int index = TakeSlot();
-    SavePicture_st picture = MakePicture(w, h, path);
+    SavePicture_st picture = MakePicture(w, h, path, origin);
     picture.mSrcW = buffers.mpColor->GetWidth();
     picture.mSrcH = buffers.mpColor->GetHeight();
     picture.mPart = buffers.mpColor->GetShown();

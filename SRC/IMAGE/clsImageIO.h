@@ -42,10 +42,11 @@ public:
 
     /// The current read buffer, from its lower left corner, into the chosen file. The width is rounded down
     /// to a multiple of 8.
-    void SaveImageFromGL(int w, int h);
-    void SaveImageFromGL(int w, int h, const wxString& path, int x, int y);
+    void SaveImageFromGL(int w, int h, const ImageOrigin_st& origin = {});
+    void SaveImageFromGL(int w, int h, const wxString& path, int x, int y, const ImageOrigin_st& origin = {});
     /// The middle of the buffers as a picture of w by h. Waits for the picture before it.
-    void SaveImageFromTexture(const ImageBuffers_st& buffers, int w, int h, const wxString& path);
+    void SaveImageFromTexture(const ImageBuffers_st& buffers, int w, int h, const wxString& path,
+                              const ImageOrigin_st& origin = {});
 
     /// Ask for a file; true when one was chosen.
     bool SelectFile(const wxString& initialPath, wxWindow* pParent);
@@ -71,7 +72,7 @@ private:
     int TakeSlot();
     void FreeSlot(int index);
     void Run(int index, SavePicture_st picture);
-    SavePicture_st MakePicture(int w, int h, const wxString& path);
+    SavePicture_st MakePicture(int w, int h, const wxString& path, const ImageOrigin_st& origin);
 
     int mIndex = 0;
     std::atomic<bool> mbDone[kThreads] = {};

@@ -12,6 +12,7 @@
 #include "COMMON/MsgBox.h"
 #include "COMMON/clsSplitPath.h"
 #include "GL/BASE/clsGLState.h"
+#include "IMAGE/PictureOrigin.h"
 #include "IMAGE/clsImageIO.h"
 #include "IMAGE/clsImgSequenceGUI.h"
 #include "TIME/clsTimeCtrl.h"
@@ -39,6 +40,8 @@ void ImgSequence_cls::SetToDefault() {
     mConfList.Add(&mItemSmallest, "ImgSequenceSmallestPNG=", "0");
     mConfList.Add(&mItemVideo, "ImgSequenceVideo=", "0");
     mConfList.Add(&mItemRate, "ImgSequenceVideoRate=", "25");
+    mConfListOwn.Clear();
+    mConfListOwn.Add(&mItemKeepProject, "ImgSequenceKeepProject=", "1");
     TakeItems();
 }
 
@@ -51,6 +54,7 @@ void ImgSequence_cls::TakeItems() {
     blur.mBlurSteps = std::clamp(mItemBlurSteps.mValue, 1, kMaxBlurSteps);
     mbSmallestPNG = mItemSmallest.mValue;
     mbVideo = mItemVideo.mValue;
+    mbKeepProject = mItemKeepProject.mValue;
     mVideoRate = std::clamp(FiniteOr(mItemRate.mValue, 25.0f), 0.01f, kMaxRate);
     if (!mItemFile.mStrValue.empty() && mItemFile.mStrValue != "!!SKIP!!")
         mCFileSequence.Set(mItemFile.mStrValue);
@@ -66,13 +70,14 @@ wxString ImgSequence_cls::Serialize() {
     mItemSmallest.mValue = mbSmallestPNG;
     mItemVideo.mValue = mbVideo;
     mItemRate.mValue = mVideoRate;
-    return mConfList.SerializeAll();
+    mItemKeepProject.mValue = mbKeepProject;
+    return mConfList.SerializeAll() + (mbKeepProject ? wxString() : mConfListOwn.SerializeAll());
 }
 
 void ImgSequence_cls::ReadStrLine(const wxString& line) {
     if (!line.Contains("ImgSequence")) return;
     Serialize(); // what the line doesn't hold stays as it is
-    if (!mConfList.ReadStrLineAll(line)) return;
+    if (!mConfList.ReadStrLineAll(line) && !mConfListOwn.ReadStrLineAll(line)) return;
     TakeItems();
     UpdateItems(true);
 }
@@ -162,7 +167,8 @@ void ImgSequence_cls::SaveImageFromTexture(ImageIO_cls* pImageIO, const ImageBuf
     mLastFrame = offset;
     const wxString path = mCFileSequence.GetModifiedStr(offset + mCInitNum.mValue, eye);
     pImageIO->mbSmallestPNG = mbSmallestPNG;
-    pImageIO->SaveImageFromTexture(buffers, mOutW, mOutH, path);
+    const ImageOrigin_st origin = MakeImageOrigin(mpOrigin, *mpCTimeCtrl);
+    pImageIO->SaveImageFromTexture(buffers, mOutW, mOutH, path, origin);
     std::vector<wxString>& written = mVWritten[eye];
     if (written.empty() || written.back() != path) written.push_back(path);
     if (eye != EYE_LEFT) mProgress.Done(int(written.size())); // the other eye's comes with it

@@ -3,6 +3,7 @@
 // stops the run, and the view hands in the pictures.
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include <wx/string.h>
@@ -16,6 +17,7 @@
 
 class ImageIO_cls;
 class ImgSequenceGUI_cls;
+class OriginPack_cls;
 class TimeCtrl_cls;
 struct ImageBuffers_st;
 
@@ -27,6 +29,8 @@ public:
     explicit ImgSequence_cls(TimeCtrl_cls* pTimeCtrl);
 
     void SetToDefault();
+    /// Settings that a project says only where they aren't the default, as it is before one is read.
+    void ResetOwnSettings() { mbKeepProject = true; }
     /// Size and angle of the window that the output is seen in beforehand; with `bSetOutput` the size of the
     /// output too.
     void SetGeom(int w, int h, float angle, bool bSetOutput);
@@ -77,8 +81,10 @@ public:
     int mOutW = 640;
     int mOutH = 480;
     bool mbSmallestPNG = false;
-    bool mbVideo = false;     ///< make a video of a finished series
-    float mVideoRate = 25.0f; ///< pictures a second
+    bool mbVideo = false;                           ///< make a video of a finished series
+    float mVideoRate = 25.0f;                       ///< pictures a second
+    bool mbKeepProject = true;                      ///< pictures carry the project, snapshots of windows too
+    std::shared_ptr<const OriginPack_cls> mpOrigin; ///< of the run; null: its pictures carry nothing
 
 protected:
     OwnedDialog_cls* MakeDialog(wxWindow* pParent) override;
@@ -107,4 +113,6 @@ private:
     ConfItemBOOL_cls mItemSmallest;
     ConfItemBOOL_cls mItemVideo;
     ConfItemFLOAT_cls mItemRate;
+    ConfItemList_cls mConfListOwn; ///< only what isn't the default is written
+    ConfItemBOOL_cls mItemKeepProject;
 };

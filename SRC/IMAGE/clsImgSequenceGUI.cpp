@@ -61,6 +61,9 @@ void ImgSequenceGUI_cls::MakePanel() {
     MakeVideoRow();
     mpCPanel->AddCheck(_("PNG"), &mpCSequence->mbSmallestPNG, _("Smallest files"),
                        _("Compress PNG files as well as can be; this takes several times as long"));
+    mpCPanel->AddCheck(_("Project"), &mpCSequence->mbKeepProject, _("Kept in the pictures"),
+                       _("PNG and TIFF pictures, snapshots too, carry the project, with the paths of its "
+                         "data: dropped on the window, they open it at their frame"));
     mpCPanel->SetUndo(UPDATE_IMGSEQ);
 }
 

@@ -11,6 +11,7 @@
 #include <wx/image.h>
 #include <wx/log.h>
 
+#include "IMAGE/PictureOrigin.h"
 #include "IMAGE/VideoFile.h"
 #include "RunFilm.h"
 
@@ -105,6 +106,36 @@ TEST_F(FilmCommand, ResumeKeepsWholeFrames) {
         const bool bKept = fs::last_write_time(mFolder.mPath / "out" / name) < old + std::chrono::hours(1);
         EXPECT_EQ(bKept, name != "f0001.png" && name != "f0003.png") << name;
     }
+}
+
+TEST_F(FilmCommand, PicturesCarryTheProjectOnRequest) {
+    mProject = mFolder.MakeProject("film.mrp", "TimeAnimInterp=2\n");
+    ASSERT_EQ(Film({"--quiet", "--frames", "1-2"}, {}, "plain").mStatus, 0);
+    ASSERT_EQ(Film({"--quiet", "--provenance", "--frames", "1-2"}).mStatus, 0);
+    EXPECT_EQ(Film({"--quiet", "--provenance", "--frames", "2-2"}, {}, "slice").mStatus, 0);
+    auto whole = mFolder.ReadAll("out");
+    const auto slice = mFolder.ReadAll("slice");
+    ASSERT_EQ(slice.size(), 2u);
+    for (const auto& [name, bytes] : slice)
+        EXPECT_TRUE(whole.at(name) == bytes) << name;
+    std::ifstream file(mProject);
+    const std::string text(std::istreambuf_iterator<char>(file), {});
+    PictureOrigin_st origin;
+    wxString reason;
+    ASSERT_EQ(ReadPictureOrigin(mFolder / "out/f0003.png", &origin, &reason), OriginFound::Whole) << reason;
+    EXPECT_TRUE(origin.mProject == text);
+    EXPECT_EQ(origin.mFrame, "1+1/2");
+    for (const auto& [name, bytes] : mFolder.ReadAll("plain")) {
+        EXPECT_EQ(ReadPictureOrigin(mFolder / ("plain/" + name), &origin, &reason), OriginFound::None);
+        const size_t more = whole.at(name).size() - bytes.size();
+        EXPECT_TRUE(whole.at(name).erase(33, more) == bytes) << name << ": the rest is the plain picture";
+    }
+    // Pictures of a film that was begun without it are made again.
+    fs::copy_file(mFolder / "plain/f0002.png", mFolder / "out/f0002.png",
+                  fs::copy_options::overwrite_existing);
+    const ChildRun_st run = Film({"--provenance", "--resume", "--frames", "1-2"});
+    EXPECT_NE(run.mOut.find("3 were there"), std::string::npos) << run.mOut;
+    EXPECT_EQ(ReadPictureOrigin(mFolder / "out/f0002.png", &origin, &reason), OriginFound::Whole);
 }
 
 class FilmStop : public FilmCommand, public ::testing::WithParamInterface<int> {};

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <vector>
 
+#include "IMAGE/PictureOrigin.h"
 #include "MESH/Mesh2Reader.h"
 #include "MESH/MeshCorners.h"
 #include "MESH/MeshFile.h"
@@ -125,4 +126,15 @@ void FuzzMesh(const std::string& bytes) {
         Promise(mesh.HasCornerNormals() || mesh.mvNormal.size() == mesh.mvVertex.size(), "a normal a vertex");
         if (mesh.GetCorners()) Promise(mesh.GetCorners()->mvIndex.size() == corners, "all corners are drawn");
     }
+}
+
+void FuzzPicture(const std::string& bytes) {
+    const FuzzFile_cls file(bytes);
+    PictureOrigin_st origin;
+    wxString reason;
+    const OriginFound found = ReadPictureOrigin(file.GetPath(), &origin, &reason);
+    Promise((found == OriginFound::Broken) == !reason.empty(), "what is broken says why");
+    Promise(found != OriginFound::Whole ||
+                (!origin.mProject.empty() && origin.mProject.size() <= bytes.size() * 1100),
+            "a project has a text, and no bomb goes off");
 }

@@ -14,3 +14,5 @@ void FuzzGuess(const std::string& bytes);
 void FuzzProject(const std::string& bytes);
 /// The readers of meshes in text.
 void FuzzMesh(const std::string& bytes);
+/// Whether a picture carries a project.
+void FuzzPicture(const std::string& bytes);

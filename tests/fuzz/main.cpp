@@ -10,11 +10,14 @@
 #include <string>
 #include <vector>
 
+#include <wx/image.h>
 #include <wx/init.h>
 #include <wx/log.h>
+#include <wx/mstream.h>
 
 #include "COMMON/MsgBox.h"
 #include "FuzzTargets.h"
+#include "IMAGE/PictureOrigin.h"
 #include "MeshInputs.h"
 #include "ProjectInputs.h"
 
@@ -34,6 +37,31 @@ std::vector<std::string> ReadSeeds() {
             seeds.push_back(bytes);
         }
     return seeds;
+}
+
+/// One of each kind that carries a project.
+std::vector<std::string> MakePictures() {
+    wxInitAllImageHandlers();
+    std::vector<std::string> pictures;
+    PictureOrigin_st origin;
+    origin.mProject = "DataSequence0=0\nmelt0000.bin\n";
+    origin.mSoftware = "Morentis 1";
+    for (const wxBitmapType type : {wxBITMAP_TYPE_PNG, wxBITMAP_TYPE_TIFF}) {
+        wxMemoryOutputStream stream;
+        if (!wxImage(2, 2).SaveFile(stream, type)) continue;
+        std::string bytes(stream.GetSize(), '\0');
+        stream.CopyTo(bytes.data(), bytes.size());
+        for (const size_t more : {0, 2000}) { // short texts and compressed ones
+            origin.mProject += std::string(more, 'x');
+            const OriginPack_cls pack(origin);
+            pictures.push_back(bytes);
+            if (type == wxBITMAP_TYPE_PNG)
+                pack.AddToPNG("1+1/2", &pictures.back());
+            else
+                pack.AddToTIFF("1+1/2", &pictures.back());
+        }
+    }
+    return pictures;
 }
 
 void MutateOnce(std::string& bytes, std::mt19937& random) {
@@ -94,12 +122,14 @@ int main(int argc, char** argv) {
         if (std::strcmp(argv[i], "guess") == 0) target = FuzzGuess;
         if (std::strcmp(argv[i], "project") == 0) target = FuzzProject;
         if (std::strcmp(argv[i], "mesh") == 0) target = FuzzMesh;
+        if (std::strcmp(argv[i], "picture") == 0) target = FuzzPicture;
         if (std::strcmp(argv[i], "--runs") == 0 && i + 1 < argc) runs = std::atol(argv[++i]);
         if (std::strcmp(argv[i], "--seed") == 0 && i + 1 < argc) seed = unsigned(std::atol(argv[++i]));
     }
-    const std::vector<std::string> seeds = ReadSeeds();
+    const std::vector<std::string> seeds = target == FuzzPicture ? MakePictures() : ReadSeeds();
     if (!target || seeds.empty() || !initializer.IsOk()) {
-        std::fprintf(stderr, "usage: morentis_fuzz snapshot|guess|project|mesh [--runs N] [--seed S]\n");
+        std::fprintf(stderr,
+                     "usage: morentis_fuzz snapshot|guess|project|mesh|picture [--runs N] [--seed S]\n");
         return 2;
     }
     std::mt19937 random(seed);

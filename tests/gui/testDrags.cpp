@@ -239,7 +239,7 @@ TEST_F(Drags, ARandomWalkIsUndoneToTheByte) {
     const PDataBlock_cls* pBlock = Store()->GetPCActiveFileSequence()->GetSnap(0)->mpCBlock;
     Hub()->mpCStereoGram->mCType.mValue = StereoGram_cls::TYPE_OFF_AXIS;
     GCUndoList.Clear();
-    const std::string start = Hub()->MakeRecoveryText();
+    const std::string start = Hub()->MakeProjectText();
     std::mt19937 random(20);
     const auto pick = [&random](int n) { return int(random() % unsigned(n)); };
     const wxSize size = Canvas(0)->GetClientSize();
@@ -286,7 +286,7 @@ TEST_F(Drags, ARandomWalkIsUndoneToTheByte) {
     while (GCUndoList.IsUndoable())
         Hub()->Undo();
     Settle();
-    EXPECT_TRUE(Hub()->MakeRecoveryText() == start);
+    EXPECT_TRUE(Hub()->MakeProjectText() == start);
     Hub()->mpCParticles->Reset();
     Hub()->mpCStereoGram->Reset();
     Light(0).mCTarget.mValue = SceneObj_cls::TARGET_NONE;

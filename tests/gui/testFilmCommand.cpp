@@ -51,7 +51,7 @@ protected:
         GCImgIO.Finish();
     }
     void Compare(const std::string& lines, std::deque<bool> answers, size_t files, int view = 0) {
-        const std::string project = mFolder.MakeProject("film.mrp", lines);
+        const std::string project = mFolder.MakeProject("film.mrp", lines + "ImgSequenceKeepProject=0\n");
         ASSERT_TRUE(OpenProjectAndPaint(project));
         Canvas(view)->SetThisToBeActiveGL();
         RenderAnim(std::move(answers));

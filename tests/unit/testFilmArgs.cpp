@@ -162,6 +162,8 @@ TEST(FilmArgs, TellsWhatIsWrongInOneLine) {
         {{"--output", "/nowhere/at/all/f%04d.png", "a.mrp"}, "\"/nowhere/at/all\""},
         {{"--transparent", "--output", "f%04d.jpg", "a.mrp"}, "--transparent"},
         {{"--transparent", "--output", "f%04d.bmp", "a.mrp"}, "png, tif, tiff"},
+        {{"--provenance", "--output", "f%04d.jpg", "a.mrp"}, "carry no project"},
+        {{"--provenance", "--pov-render", "/tmp", "a.mrp"}, "--provenance is for drawn pictures"},
         {{"--pov-render", "/tmp", "--pov-export", "/tmp", "a.mrp"}, "leave --pov-export away"},
         {{"--pov-render", "/tmp", "--output", "a.png", "a.mrp"}, "--output is for drawn pictures"},
         {{"--jobs", "4", "a.mrp"}, "--jobs is for --pov-render"},
@@ -181,7 +183,7 @@ TEST(FilmArgs, TellsWhatIsWrongInOneLine) {
 
 TEST(FilmArgs, OutputNamesFollowTheImageSequence) {
     const auto check = [](wxString name) {
-        EXPECT_EQ(CheckFilmOutput(&name, false), "");
+        EXPECT_EQ(CheckFilmOutput(&name, {}), "");
         return name;
     };
     EXPECT_EQ(check("/tmp/f%04d.png"), "/tmp/f%04d.png");
@@ -208,7 +210,9 @@ TEST(FilmArgs, OutputNamesFollowTheImageSequence) {
     }
     EXPECT_EQ(check(wxString(base) + "/50%/f%04d.png"), wxString(base) + "/50%/f%04d.png");
     wxString alpha = "f%04d.tiff";
-    EXPECT_EQ(CheckFilmOutput(&alpha, true), "");
+    FilmArgs_st rich;
+    rich.mbTransparent = rich.mbProvenance = true;
+    EXPECT_EQ(CheckFilmOutput(&alpha, rich), "");
 }
 
 } // namespace
