@@ -13,6 +13,7 @@
 #include "APP/ProjectBlocks.h"
 #include "APP/ProjectText.h"
 #include "APP/clsFileMenu.h"
+#include "APP/clsFollowRun.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsRecentFiles.h"
 #include "APP/clsRecovery.h"
@@ -116,6 +117,7 @@ void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder,
         mpCStereoGram->Reset();
         mpCPovRayCtrl->ResetOwnSettings();
         mpCParticles->Reset();
+        if (FollowRun_cls* follow = mpCFrameMain->GetPCFollowRun()) follow->Reset();
     }
     {
         const FlagScope_cls loading(GbGLLockProjectLoading);
