@@ -56,7 +56,7 @@ FollowRun_cls::~FollowRun_cls() = default;
 bool FollowRun_cls::IsFollowable() const {
     const PDataSequence_cls& sequence = *mFrame.GetPCActiveFileSequence();
     return !sequence.GetStrPath().empty() && sequence.GetSeqLength() >= 1 &&
-           sequence.mCFileSequence.mDigits >= 0;
+           sequence.GetSeqLength() < PDataSequence_cls::kMaxSnap && sequence.mCFileSequence.mDigits >= 0;
 }
 
 void FollowRun_cls::Begin() {
@@ -85,15 +85,23 @@ void FollowRun_cls::Reset() {
     mbNewest = false;
 }
 
+// With the number of snapshots, by which one knows later whether the film's end stood at theirs.
 wxString FollowRun_cls::Serialize() const {
-    return wxString(mpCWatch ? wxString(kFollow) + "1\n" : wxString()) +
-           (mbNewest ? wxString(kNewest) + "1\n" : wxString());
+    wxString text;
+    if (mpCWatch) text << kFollow << mFrame.GetPCActiveFileSequence()->GetSeqLength() << "\n";
+    if (mbNewest) text << kNewest << "1\n";
+    return text;
 }
 
 void FollowRun_cls::ReadStrLine(const wxString& line) {
     wxString value;
-    if (line.StartsWith(kFollow, &value) && value.Trim() == "1") SetFollow(true);
-    if (line.StartsWith(kNewest, &value) && value.Trim() == "1") mbNewest = true;
+    long before = 0;
+    if (line.StartsWith(kFollow, &value) && value.ToLong(&before) && before >= 1) {
+        SetFollow(true);
+        const int length = mFrame.GetPCActiveFileSequence()->GetSeqLength();
+        if (mpCWatch && length > before) GrowFilm(int(before), length);
+    }
+    if (line.StartsWith(kNewest, &value) && value.Trim() == "1") SetNewest(true);
 }
 
 void FollowRun_cls::OnMenuFollow(wxCommandEvent& event) {
@@ -194,10 +202,12 @@ void FollowRun_cls::Take(const SequenceNews_st& news) {
 /// share of the film, as with any change of its length.
 void FollowRun_cls::GrowFilm(int before, int length) {
     TimeCtrl_cls* time = mHub.mpCTimeCtrl;
-    if (time->mbUseTimeRemap.mValue || time->GetMaxFrame() != before - 1) {
-        ++PDataSnap_cls::msContents; // frames past the data showed the last snapshot that there was
-        return;
-    }
+    // Frames past the data showed the last snapshot that there was; what was made of them is no longer so.
+    int frame = 0;
+    while (frame <= time->GetMaxFrame() && time->GetRemappedIndexDouble(frame, 0) <= before - 1)
+        ++frame;
+    if (frame <= time->GetMaxFrame()) ++PDataSnap_cls::msContents;
+    if (time->mbUseTimeRemap.mValue || time->GetMaxFrame() != before - 1) return;
     time->SetMaxFrameNative(length - 1);
     if (mbNewest && !time->IsPlaying()) GoToNewest();
 }
