@@ -1,8 +1,7 @@
 #include "PDATA/WholeSnapshot.h"
 
 #include <algorithm>
-#include <string>
-#include <vector>
+#include <array>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -23,7 +22,7 @@ Lines_st CountLines(const wxString& path) {
     Lines_st lines;
     const int file = open(NarrowPath(path).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (file < 0) return lines;
-    std::vector<char> buffer(size_t(1) << 20);
+    std::array<char, 65536> buffer; // not filled first: there may be many small files
     ssize_t got = 0;
     while ((got = read(file, buffer.data(), buffer.size())) > 0) {
         lines.mEnds += std::count(buffer.begin(), buffer.begin() + got, '\n');

@@ -85,9 +85,13 @@ int SequenceLook_cls::FindLength() {
     const int end = std::min(mMost, FileSequence_cls::CountBySteps([this](int index) {
                                  return index < mLength || (index < mMost && IsWhole(index));
                              }));
-    for (int i = mLength; i < end; ++i)
-        if (IsInTheMaking(i)) return i;
-    return std::max(mLength, end);
+    int length = mLength; // no sequence ends with a hole
+    bool bMaking = false;
+    for (int i = mLength; i < end; ++i) { // to the end: what is seen now may count at the next look
+        bMaking = IsInTheMaking(i) || bMaking;
+        if (!bMaking && IsWhole(i)) length = i + 1;
+    }
+    return length;
 }
 
 /// Of a file of the sequence; -1 for others.

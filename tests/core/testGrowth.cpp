@@ -116,6 +116,7 @@ TEST_F(Growth, HolesAreTreatedAsWhenTheSequenceIsOpened) {
     for (const int index : {4, 5, 10, 11})
         WriteSnap(index, 6, 10);
     Length();
+    EXPECT_EQ(Length(), 3) << "4 was seen once";
     EXPECT_EQ(Length(), 12) << "a step of ten leads over 3 and 6 to 9";
     FileSequence_cls opened(PathOf(0));
     opened.CalcMaxOffset();

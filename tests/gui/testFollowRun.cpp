@@ -132,11 +132,11 @@ TEST_F(FollowRun, EndAreaAndClockMoveOnlyWhereTheyShould) {
 }
 
 TEST_F(FollowRun, AProjectKeepsItAndGrowsWhenItIsOpenedAgain) {
-    const std::string plain = ReadAll(mDefaults);
+    const std::string plain = ReadAll(mDefaults.ToStdString());
     EXPECT_EQ(plain.find("Follow"), std::string::npos);
     Menu(ID_FOLLOW_NEWEST, true);
     EXPECT_NE(Project().find("FollowRun=6\nFollowNewest=1\n"), std::string::npos);
-    ASSERT_TRUE(OpenProjectAndPaint(mDefaults));
+    ASSERT_TRUE(OpenProjectAndPaint(mDefaults.ToStdString()));
     EXPECT_FALSE(IsFollowing());
     EXPECT_EQ(Status(), "Following ended: its data are closed");
     EXPECT_FALSE(Is(ID_FOLLOW, &wxMenuBar::IsEnabled)) << "no data";
