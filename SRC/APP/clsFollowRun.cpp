@@ -64,24 +64,29 @@ void FollowRun_cls::Begin() {
     mStrPath = sequence.mCFileSequence.mStrPath;
     mpCWatch = std::make_unique<FolderWatch_cls>(sequence.mCFileSequence, sequence.GetSeqLength(),
                                                  int(PDataSequence_cls::kMaxSnap));
+    mbResume = false;
     mTimer.Start(kTickMillis);
 }
 
 void FollowRun_cls::End(const wxString& words) {
     mpCWatch.reset();
+    mbResume = false;
     Tell(words);
 }
 
 void FollowRun_cls::OnData() {
-    if (!mpCWatch) return;
-    if (IsFollowable() && mFrame.GetPCActiveFileSequence()->mCFileSequence.mStrPath == mStrPath)
-        Begin();
-    else
-        End(_("Following ended: its data are closed"));
+    const PDataSequence_cls& sequence = *mFrame.GetPCActiveFileSequence();
+    const bool bSame = IsFollowable() && sequence.mCFileSequence.mStrPath == mStrPath;
+    if (bSame && (mpCWatch || mbResume)) return SetFollow(true);
+    const bool bClosed = sequence.GetStrPath().empty();
+    const bool bResume = bClosed && (mpCWatch || mbResume);
+    if (mpCWatch) End(_("Following ended: its data are closed"));
+    mbResume = bResume;
 }
 
 void FollowRun_cls::Reset() {
     mpCWatch.reset();
+    mbResume = false;
     mbNewest = false;
 }
 
@@ -118,9 +123,8 @@ void FollowRun_cls::OnMenuNewest(wxCommandEvent& event) {
 }
 
 void FollowRun_cls::SetFollow(bool bFollow) {
-    if (bFollow == (mpCWatch != nullptr)) return;
-    if (!bFollow) return End(_("Following ended"));
-    if (!IsFollowable()) return; // an undone step, of data that aren't open any more
+    if (!bFollow && mpCWatch) End(_("Following ended"));
+    if (!bFollow || !IsFollowable()) return; // an undone step may be of data that aren't open any more
     Begin();
     const FileSequence_cls& files = mFrame.GetPCActiveFileSequence()->mCFileSequence;
     Tell(wxString::Format(_("Following: waiting for %s"),

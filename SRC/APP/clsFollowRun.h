@@ -22,7 +22,8 @@ public:
     FollowRun_cls(const FollowRun_cls&) = delete;
     FollowRun_cls& operator=(const FollowRun_cls&) = delete;
 
-    /// Data were opened or closed: following goes on with the same sequence, and ends with any other.
+    /// Data were opened or closed: following ends with its sequence, and goes on when that is the next one to
+    /// be opened, as the loader and steps of the undo list do it.
     void OnData();
     /// Before a project is read.
     void Reset();
@@ -50,6 +51,7 @@ private:
     Main_cls& mHub;
     std::unique_ptr<FolderWatch_cls> mpCWatch; ///< while it follows
     wxString mStrPath;                         ///< of the sequence that is followed
+    bool mbResume = false;                     ///< it was followed when it was closed
     bool mbNewest = false;                     ///< the clock goes to each snapshot that comes
     wxTimer mTimer;
     wxString mStrWords; ///< shown for a while

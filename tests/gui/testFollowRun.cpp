@@ -127,6 +127,7 @@ TEST_F(FollowRun, EndAreaAndClockMoveOnlyWhereTheyShould) {
     EXPECT_EQ(Time()->GetMaxFrame(), 4) << "a film that shows a part of the data";
     Hub()->Undo();
     EXPECT_EQ(Time()->GetMaxFrame(), 7);
+    Hub()->Undo(); // the tick
     Hub()->Undo();
     EXPECT_EQ(Time()->GetWAMax(), 5) << "as it was";
 }
@@ -152,6 +153,10 @@ TEST_F(FollowRun, AProjectKeepsItAndGrowsWhenItIsOpenedAgain) {
     Hub()->mpCDataLoader->OpenDataFile(PathOf(0));
     EXPECT_TRUE(IsFollowing()) << "the same sequence, opened anew";
     ASSERT_TRUE(Grow(9));
+    Menu(ID_CLOSE_DATA);
+    EXPECT_FALSE(IsFollowing());
+    Hub()->Undo();
+    EXPECT_TRUE(IsFollowing());
     fs::copy_file(PathOf(0), mDir / "single.bin");
     Hub()->mpCDataLoader->OpenDataFile(mDir / "single.bin");
     EXPECT_FALSE(IsFollowing());
