@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include <wx/filename.h>
+#include <wx/utils.h>
 
 #include "APP/BindMenu.h"
 #include "APP/clsFrameMain.h"
@@ -149,7 +150,7 @@ bool FollowRun_cls::MayGrow() const {
     const TimeCtrl_cls& time = *mHub.mpCTimeCtrl;
     return !GbGLLockDrawing.load() && !GbGLLockForLoadingData.load() && !GbGLLockForInterplateData.load() &&
            !GbGLLockProjectLoading.load() && !GbGLLockModalDialog.load() && !time.mbOutputRun &&
-           !time.mbCustomRange && !time.IsGesture();
+           !time.mbCustomRange && !time.IsGesture() && !wxGetMouseState().ButtonIsDown(wxMOUSE_BTN_ANY);
 }
 
 void FollowRun_cls::OnTimer(wxTimerEvent&) {
