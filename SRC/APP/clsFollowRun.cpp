@@ -212,8 +212,8 @@ void FollowRun_cls::GrowFilm(int before, int length) {
     while (frame <= time->GetMaxFrame() && time->GetRemappedIndexDouble(frame, 0) <= before - 1)
         ++frame;
     if (frame <= time->GetMaxFrame()) ++PDataSnap_cls::msContents;
-    if (time->mbUseTimeRemap.mValue || time->GetMaxFrame() != before - 1) return;
-    time->SetMaxFrameNative(length - 1);
+    if (!time->mbUseTimeRemap.mValue && time->GetMaxFrame() == before - 1)
+        time->SetMaxFrameNative(length - 1);
     if (mbNewest && !time->IsPlaying()) GoToNewest();
 }
 

@@ -127,7 +127,11 @@ TEST_F(FollowRun, EndAreaAndClockMoveOnlyWhereTheyShould) {
     EXPECT_EQ(Time()->GetMaxFrame(), 4) << "a film that shows a part of the data";
     Hub()->Undo();
     EXPECT_EQ(Time()->GetMaxFrame(), 7);
+    Time()->SetMaxFrameNative(20);
     Hub()->Undo(); // the tick
+    ASSERT_TRUE(Grow(10));
+    EXPECT_EQ(Time()->GetMaxFrame(), 20);
+    EXPECT_EQ(Time()->GetFrame(), 9) << "a film that goes on behind them";
     Hub()->Undo();
     EXPECT_EQ(Time()->GetWAMax(), 5) << "as it was";
 }
