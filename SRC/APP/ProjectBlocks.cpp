@@ -1,5 +1,6 @@
 #include "APP/ProjectBlocks.h"
 
+#include "APP/clsFileMenu.h"
 #include "APP/clsFollowRun.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
@@ -59,11 +60,11 @@ void ReadShadows(Main_cls&, Stream&, const wxString& line) {
     ShadowVolume_cls::ReadStrLineStaticMember(line);
 }
 wxString WriteFollow(Main_cls& hub) {
-    const FollowRun_cls* follow = hub.mpCFrameMain->GetPCFollowRun();
+    const FollowRun_cls* follow = hub.mpCFrameMain->GetPCFileMenu()->GetFollow();
     return follow ? follow->Serialize() : wxString();
 }
 void ReadFollow(Main_cls& hub, Stream&, const wxString& line) {
-    if (FollowRun_cls* follow = hub.mpCFrameMain->GetPCFollowRun()) follow->ReadStrLine(line);
+    if (FollowRun_cls* follow = hub.mpCFrameMain->GetPCFileMenu()->GetFollow()) follow->ReadStrLine(line);
 }
 // Files keep their shape: the reader takes the views from block 5.
 wxString WriteViewsAgain(Main_cls& hub) {

@@ -103,7 +103,7 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
     CreateHalves(bShown);
     CreateMenus();
     if (bShown) mpCToolBar = std::make_unique<ToolBar_cls>(*this);
-    if (bShown) mpCFollowRun = std::make_unique<FollowRun_cls>(*this);
+    if (bShown) mpCFileMenu->MakeFollow();
     const int widths[] = {-1, -1, 180, 180};
     auto* bar = new StatusBar_cls(this);
     bar->SetFieldsCount(4, widths);
@@ -135,7 +135,6 @@ FrameMain_cls::~FrameMain_cls() {
     UpdateStatusBar_cls::Connect({});
     SetMessageHandler({});
     QueueMenuEventsTo(nullptr);
-    mpCFollowRun.reset();
     mpCToolBar.reset();
     mpCRefreshCommands.reset();
     mpCViewsMenu.reset();
@@ -245,7 +244,8 @@ void FrameMain_cls::UpdateStatusText() {
         text[0] = _("No data: load particle data, or drop a file or a project here");
     }
     const auto& bonds = mpCMain->mpCFilters->mpCBonds;
-    for (const wxString& run : {mpCFollowRun ? mpCFollowRun->GetStatus() : wxString(), GetStandstill(),
+    const FollowRun_cls* follow = mpCFileMenu->GetFollow();
+    for (const wxString& run : {follow ? follow->GetStatus() : wxString(), GetStandstill(),
                                 bonds ? bonds->GetStatus() : wxString(), mpCMain->mpCParticles->GetStatus(),
                                 mpCImageRun->GetVideoStatus(), mpCMain->mpCImgSequence->GetProgressText(),
                                 mpCExportRun->GetExportStatus(), mpCPovExport->GetStatus()})

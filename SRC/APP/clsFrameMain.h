@@ -20,7 +20,6 @@ class EditMenu_cls;
 class ExportRun_cls;
 class FileMenu_cls;
 class FilterMenu_cls;
-class FollowRun_cls;
 class GLCanvasCtrl_cls;
 class GLExtraFrame_cls;
 class HelpMenu_cls;
@@ -70,8 +69,6 @@ public:
     MainGLCanvas_cls* GetPCOutputCanvas() const;
     FileMenu_cls* GetPCFileMenu() const { return mpCFileMenu.get(); }
     FilterMenu_cls* GetPCFilterMenu() const { return mpCFilterMenu.get(); }
-    /// Null without a screen.
-    FollowRun_cls* GetPCFollowRun() const { return mpCFollowRun.get(); }
     ImageRun_cls* GetPCImageRun() const { return mpCImageRun.get(); }
     /// Null without a screen.
     ToolBar_cls* GetPCToolBar() const { return mpCToolBar.get(); }
@@ -163,7 +160,6 @@ private:
     std::unique_ptr<ViewsMenu_cls> mpCViewsMenu;
     std::unique_ptr<RefreshCommands_cls> mpCRefreshCommands;
     std::unique_ptr<ToolBar_cls> mpCToolBar;
-    std::unique_ptr<FollowRun_cls> mpCFollowRun;
     bool mbPlaced = false; ///< the sashes stand where they do at a start
     int mBtmFitted = -1;   ///< height at which the bottom half was fitted last
     int mBtmHeight = 150;  ///< height given to the bottom half, pixels

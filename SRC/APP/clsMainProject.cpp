@@ -117,7 +117,7 @@ void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder,
         mpCStereoGram->Reset();
         mpCPovRayCtrl->ResetOwnSettings();
         mpCParticles->Reset();
-        if (FollowRun_cls* follow = mpCFrameMain->GetPCFollowRun()) follow->Reset();
+        if (FollowRun_cls* follow = mpCFrameMain->GetPCFileMenu()->GetFollow()) follow->Reset();
     }
     {
         const FlagScope_cls loading(GbGLLockProjectLoading);
