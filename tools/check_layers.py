@@ -43,8 +43,8 @@ FENCED_PCH = "cmake/pch_core.h"
 # C, the system, and of wxWidgets what its base library has. Add what you need, if it is of that kind.
 OUTSIDE = {
     "assimp/Importer.hpp", "assimp/ProgressHandler.hpp", "assimp/scene.h",
-    "emmintrin.h", "expat.h", "fcntl.h", "hdf5.h", "immintrin.h", "locale.h", "unistd.h", "sys/file.h", "sys/mman.h",
-    "sys/resource.h", "sys/stat.h", "sys/wait.h",
+    "emmintrin.h", "expat.h", "fcntl.h", "hdf5.h", "immintrin.h", "locale.h", "unistd.h", "sys/file.h", "sys/inotify.h",
+    "sys/mman.h", "sys/resource.h", "sys/stat.h", "sys/vfs.h", "sys/wait.h",
     "wx/defs.h", "wx/filefn.h", "wx/filename.h", "wx/intl.h", "wx/log.h", "wx/stdpaths.h", "wx/stopwatch.h",
     "wx/strconv.h", "wx/string.h", "wx/thread.h", "wx/utils.h", "zlib.h",
 }

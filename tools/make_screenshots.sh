@@ -138,6 +138,18 @@ for place in '730 250' '230 600' '730 600'; do # the first view is near already
 done
 shoot "$MAIN" views_wide
 
+# The last snapshots come while the window is open.
+FOLLOWED=$STAGE/examples/galaxy_small_bin
+mkdir "$STAGE/later"
+mv "$FOLLOWED"/galaxy001[01].bin "$STAGE/later/"
+variant galaxy_small_bin running 'TimeMaxFrame=9' 'TimeWorkAreaMax=9' 'TImeActiveAreaMax=9' 'FollowRun=10' \
+  'FollowNewest=1'
+open_project galaxy_small_bin running
+for i in 1 2 3 4 5 6 7 8 9; do click 500 400 5; done
+mv "$STAGE"/later/* "$FOLLOWED"
+sleep 2 # two of the program's looks at the folder
+shoot "$MAIN" follow
+
 variant galaxy_small_bin film 'ImgSequenceFile=/home/you/films/galaxy%04d.png' 'ImgSequenceOutW=1920' \
   'ImgSequenceOutH=1080' 'ImgSequenceVideo=1' 'TimeUseMotionBlur=1'
 open_project galaxy_small_bin film

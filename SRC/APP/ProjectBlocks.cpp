@@ -1,5 +1,7 @@
 #include "APP/ProjectBlocks.h"
 
+#include "APP/clsFileMenu.h"
+#include "APP/clsFollowRun.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "FILTER/clsFilterLists.h"
@@ -57,6 +59,13 @@ wxString WriteShadows(Main_cls&) { return ShadowVolume_cls::SerializeStaticMembe
 void ReadShadows(Main_cls&, Stream&, const wxString& line) {
     ShadowVolume_cls::ReadStrLineStaticMember(line);
 }
+wxString WriteFollow(Main_cls& hub) {
+    const FollowRun_cls* follow = hub.mpCFrameMain->GetPCFileMenu()->GetFollow();
+    return follow ? follow->Serialize() : wxString();
+}
+void ReadFollow(Main_cls& hub, Stream&, const wxString& line) {
+    if (FollowRun_cls* follow = hub.mpCFrameMain->GetPCFileMenu()->GetFollow()) follow->ReadStrLine(line);
+}
 // Files keep their shape: the reader takes the views from block 5.
 wxString WriteViewsAgain(Main_cls& hub) {
     wxString text;
@@ -96,6 +105,7 @@ const std::vector<ProjectBlock_st>& GetProjectBlocks() {
         {21, "filters", false, Write<&Main_cls::mpCFilters>, ReadBlock<&Main_cls::mpCFilters>},
         {22, "image sequence", false, Write<&Main_cls::mpCImgSequence>, ReadLine<&Main_cls::mpCImgSequence>},
         {23, "picked particle", false, Write<&Main_cls::mpCParticles>, ReadLine<&Main_cls::mpCParticles>},
+        {24, "following", false, WriteFollow, ReadFollow},
     };
     return sBlocks;
 }

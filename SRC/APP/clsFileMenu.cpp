@@ -10,6 +10,7 @@
 #include "APP/PictureProject.h"
 #include "APP/PovPath.h"
 #include "APP/UnaskedEnd.h"
+#include "APP/clsFollowRun.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsImageRun.h"
 #include "APP/clsMain.h"
@@ -63,6 +64,10 @@ FileMenu_cls::FileMenu_cls(FrameMain_cls& frame, ConfItemList_cls& list)
     mFrame.Bind(wxEVT_CLOSE_WINDOW, &FileMenu_cls::OnClose, this);
     mFrame.Bind(wxEVT_IDLE, &FileMenu_cls::OnIdle, this);
 }
+
+FileMenu_cls::~FileMenu_cls() = default;
+
+void FileMenu_cls::MakeFollow() { mpCFollow = std::make_unique<FollowRun_cls>(mFrame); }
 
 void FileMenu_cls::OnIdle(wxIdleEvent& event) {
     event.Skip();

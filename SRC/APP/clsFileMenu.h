@@ -1,6 +1,7 @@
 // Projects, data files, quitting: the frame's "File" menu but for pictures and exports.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -8,6 +9,7 @@
 #include "CONFITEM/clsConfItem.h"
 
 class ConfItemList_cls;
+class FollowRun_cls;
 class FrameMain_cls;
 class Main_cls;
 class wxCloseEvent;
@@ -18,6 +20,7 @@ class FileMenu_cls {
 public:
     /// Takes the frame's commands about files from here on. A part of the frame; `list` gets its setting.
     FileMenu_cls(FrameMain_cls& frame, ConfItemList_cls& list);
+    ~FileMenu_cls();
     FileMenu_cls(const FileMenu_cls&) = delete;
     FileMenu_cls& operator=(const FileMenu_cls&) = delete;
 
@@ -30,6 +33,10 @@ public:
     void Begin();
     /// For files that are handed over from outside.
     FileOpener_cls& GetOpener() { return mOpener; }
+    /// Where there is a screen: somebody to show a running simulation to.
+    void MakeFollow();
+    /// Null without a screen.
+    FollowRun_cls* GetFollow() const { return mpCFollow.get(); }
     /// Files of the command line, for Begin.
     void SetFirstFiles(const std::vector<wxString>& paths) { mVFirstFiles = paths; }
     void FillRecentMenus();
@@ -68,6 +75,7 @@ private:
     FrameMain_cls& mFrame;
     Main_cls& mHub;
     FileOpener_cls mOpener;
+    std::unique_ptr<FollowRun_cls> mpCFollow;
     std::vector<wxString> mVFirstFiles;
     ConfItemSTR_cls mCItemLastMRP;
     bool mbProjectNamed = false;

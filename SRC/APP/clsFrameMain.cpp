@@ -16,6 +16,7 @@
 #include "APP/clsExportRun.h"
 #include "APP/clsFileMenu.h"
 #include "APP/clsFilterMenu.h"
+#include "APP/clsFollowRun.h"
 #include "APP/clsHelpMenu.h"
 #include "APP/clsImageRun.h"
 #include "APP/clsMain.h"
@@ -102,6 +103,7 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
     CreateHalves(bShown);
     CreateMenus();
     if (bShown) mpCToolBar = std::make_unique<ToolBar_cls>(*this);
+    if (bShown) mpCFileMenu->MakeFollow();
     const int widths[] = {-1, -1, 180, 180};
     auto* bar = new StatusBar_cls(this);
     bar->SetFieldsCount(4, widths);
@@ -242,10 +244,11 @@ void FrameMain_cls::UpdateStatusText() {
         text[0] = _("No data: load particle data, or drop a file or a project here");
     }
     const auto& bonds = mpCMain->mpCFilters->mpCBonds;
-    for (const wxString& run :
-         {GetStandstill(), bonds ? bonds->GetStatus() : wxString(), mpCMain->mpCParticles->GetStatus(),
-          mpCImageRun->GetVideoStatus(), mpCMain->mpCImgSequence->GetProgressText(),
-          mpCExportRun->GetExportStatus(), mpCPovExport->GetStatus()})
+    const FollowRun_cls* follow = mpCFileMenu->GetFollow();
+    for (const wxString& run : {follow ? follow->GetStatus() : wxString(), GetStandstill(),
+                                bonds ? bonds->GetStatus() : wxString(), mpCMain->mpCParticles->GetStatus(),
+                                mpCImageRun->GetVideoStatus(), mpCMain->mpCImgSequence->GetProgressText(),
+                                mpCExportRun->GetExportStatus(), mpCPovExport->GetStatus()})
         if (!run.empty()) text[0] = run;
     if (!mStrPointed.empty()) text[0] = mStrPointed;
     const int drawing = GDrawingPercentage.load();

@@ -39,6 +39,8 @@ constexpr MenuEntry_st kFile[] = {
     {Entry::Normal, wxTRANSLATE("Export Path to Clipboard (.pov)"), "C", nullptr, ID_EXPORT_PATH_POV,
      nullptr},
     kSubEnd,
+    {Entry::Check, wxTRANSLATE("Follow"), "F", nullptr, ID_FOLLOW, nullptr},
+    {Entry::Check, wxTRANSLATE("Stay at the Newest"), "N", nullptr, ID_FOLLOW_NEWEST, nullptr},
     {Entry::Normal, wxTRANSLATE("Close Particle Data"), "W", "Ctrl-W", ID_CLOSE_DATA, nullptr},
     kSeparator,
     {Entry::SubBegin, wxTRANSLATE("Recent Projects"), "R", nullptr, ID_RECENT_PROJECTS_MENU, nullptr},

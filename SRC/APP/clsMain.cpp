@@ -11,6 +11,7 @@
 
 #include "APP/ColorCurveLinks.h"
 #include "APP/clsFileMenu.h"
+#include "APP/clsFollowRun.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsRecentFiles.h"
 #include "APP/clsRecovery.h"
@@ -232,6 +233,7 @@ void Main_cls::OpenDataFile(const wxString& path) {
     }
     mpCTimeCtrl->SetMaxFrameNative(last);
     CheckAreas();
+    if (FollowRun_cls* follow = mpCFrameMain->GetPCFileMenu()->GetFollow()) follow->OnData();
     if (mpCFrameMain->GetPCPreference()->mCFitFirst.mValue) mpCFrameMain->GetPCViewFit()->ExpectData();
     PostMenuEvent(ID_REFRESH_GL);
 }
@@ -247,6 +249,7 @@ void Main_cls::CloseData() {
     mpCFrameMain->StopRun();
     WaitThreadFinish();
     mpCPDataSeqCtrl->ClearData(-1, -2, true);
+    if (FollowRun_cls* follow = mpCFrameMain->GetPCFileMenu()->GetFollow()) follow->OnData();
     if (GbGLLockDrawing.load()) return; // a paint that let this through is reading it; the next one drops it
     delete GLDrawData_cls::mspCSnapShot;
     GLDrawData_cls::mspCSnapShot = nullptr;

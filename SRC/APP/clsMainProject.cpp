@@ -13,6 +13,7 @@
 #include "APP/ProjectBlocks.h"
 #include "APP/ProjectText.h"
 #include "APP/clsFileMenu.h"
+#include "APP/clsFollowRun.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsRecentFiles.h"
 #include "APP/clsRecovery.h"
@@ -118,6 +119,7 @@ void Main_cls::ReadProjectText(const std::wstring& text, const wxString& folder,
         mpCPovRayCtrl->ResetOwnSettings();
         mpCParticles->Reset();
         mpCImgSequence->ResetOwnSettings();
+        if (FollowRun_cls* follow = mpCFrameMain->GetPCFileMenu()->GetFollow()) follow->Reset();
     }
     {
         const FlagScope_cls loading(GbGLLockProjectLoading);

@@ -181,10 +181,15 @@ void FileSequence_cls::CalcMaxOffset() {
                 static_cast<const wchar_t*>(GetModifiedStr(0, 0).wc_str()));
         return;
     }
+    mMaxOffset = CountBySteps([this](int index) { return DoesTheIndexOpen(index); });
+}
+
+int FileSequence_cls::CountBySteps(const std::function<bool(int)>& opens) {
+    int last = 0;
     for (int step = 100; step >= 1; step /= 10)
-        while (mMaxOffset < INT_MAX - step && DoesTheIndexOpen(mMaxOffset + step))
-            mMaxOffset += step;
-    mMaxOffset += 1;
+        while (last < INT_MAX - step && opens(last + step))
+            last += step;
+    return last + 1;
 }
 
 wxString FileSequence_cls::GetInfoStr() const {

@@ -2,6 +2,8 @@
 // into a name for each index. Names output files as well.
 #pragma once
 
+#include <functional>
+
 #include <wx/string.h>
 
 class FileSequence_cls {
@@ -20,6 +22,9 @@ public:
     /// Find the length by probing for files in steps of 100, 10 and 1. Shows a message and leaves the
     /// length 0 when the first one doesn't open; a directory isn't a file.
     void CalcMaxOffset();
+    /// The same of what `opens` says of each index; index 0 is taken to open. A hole ends the sequence,
+    /// unless a step leads over it.
+    static int CountBySteps(const std::function<bool(int)>& opens);
     wxString GetFormat() const { return mStrFormat; }
     /// File name of an index; eye 1 and 2 put "L" or "R" before the number (without a number: before
     /// the extension). Numbers past INT_MAX stay there.

@@ -76,6 +76,33 @@ void PDataSequence_cls::SetIndividualFilenames() {
         mpCSnap[i]->SetFilePath(mCFileSequence.GetModifiedStr(i, 0));
 }
 
+bool PDataSequence_cls::Grow(int length, const std::vector<int>& late) {
+    const int old = GetSeqLength();
+    length = std::min(length, kMaxSnap);
+    // What stands before a new file had none to move towards.
+    std::vector<PDataSnap_cls*> before;
+    if (old >= 1 && length > old) before.push_back(mpCSnap[old - 1]);
+    for (const int index : late)
+        if (index > 0 && index < old) before.push_back(mpCSnap[index - 1]);
+    for (PDataSnap_cls* pSnap : before)
+        if (pSnap->mpCBlock->IsUnderInterpolation()) return false;
+    for (PDataSnap_cls* pSnap : before)
+        pSnap->ForgetSlopes();
+    for (const int index : late)
+        if (index >= 0 && index < old) mpCSnap[index]->Clear(false);
+    for (int i = old; i < length; ++i)
+        mpCSnap[i]->SetFilePath(mCFileSequence.GetModifiedStr(i, 0));
+    SetSeqLength(std::max(old, length));
+    return true;
+}
+
+std::vector<int> PDataSequence_cls::GetUnusable() const {
+    std::vector<int> indices;
+    for (int i = 0; i < std::min(GetSeqLength(), kMaxSnap); ++i)
+        if (mpCSnap[i]->mFileStatus == FILE_UNUSABLE) indices.push_back(i);
+    return indices;
+}
+
 void PDataSequence_cls::Clear(int index, bool bForget) {
     if (index != -2) {
         GetSnap(index)->Clear(bForget);

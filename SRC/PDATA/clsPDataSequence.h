@@ -35,6 +35,12 @@ public:
     PDataSnap_cls* GetSnap(int index) const; ///< the nearest one there is
     int GetSeqLength() const { return mCFileSequence.mMaxOffset; }
     void SetSeqLength(int length) { mCFileSequence.mMaxOffset = length; }
+    /// Files have come behind the last one, up to a length of `length` (at most kMaxSnap), and the files of
+    /// `late`, which were missing: as if the sequence were opened now, but what was read stays. False,
+    /// nothing changed: slopes that depend on them are being made just now.
+    bool Grow(int length, const std::vector<int>& late);
+    /// Indices below the length whose files couldn't be used when they were asked for.
+    std::vector<int> GetUnusable() const;
 
     wxString GetFilename(int index) const;
     int GetFilenameStatus(int index) const; ///< a SnapFileStatus

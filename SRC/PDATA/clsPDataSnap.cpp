@@ -160,6 +160,13 @@ void PDataSnap_cls::InterpolateData(bool bWait) {
     mbInterpolateStarted = mpCBlock->InterpolateData(bNext ? mpCNext->mpCBlock : mpCBlock);
 }
 
+bool PDataSnap_cls::ForgetSlopes() {
+    if (mpCBlock->IsUnderInterpolation()) return false;
+    mbInterpolateStarted = false;
+    mbInterpolated.store(false);
+    return true;
+}
+
 bool PDataSnap_cls::ExportData(DataExporter_cls* pExporter, double dt, int step, int frame) {
     if (IsUnderRead()) return false;
     // Velocities that are just becoming slopes are neither.

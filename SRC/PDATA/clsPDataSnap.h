@@ -34,6 +34,9 @@ public:
     bool IsItLoaded() const;
     void LoadData();
     void InterpolateData(bool bWait);
+    /// The next snapshot is another one: the slopes towards it are to be made anew. False, nothing changed:
+    /// they are being made just now.
+    bool ForgetSlopes();
     /// Wait for the own read, free the arrays, clear the flags. The head is read again next time.
     void ReleaseData();
     /// ReleaseData; with `bForget` path, time and file status go too.

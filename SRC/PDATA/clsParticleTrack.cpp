@@ -27,11 +27,12 @@ void ParticleTrack_cls::ForgetIfOther() {
     const PDataSequence_cls* sequence = mStore.GetPCActiveFileSequence();
     const auto length =
         static_cast<size_t>(std::clamp(sequence->GetSeqLength(), 0, int(PDataSequence_cls::kMaxSnap)));
-    if (sequence != mpCSequence || PDataSnap_cls::msContents != mContents || mVPlaces.size() != length) {
+    if (sequence != mpCSequence || PDataSnap_cls::msContents != mContents || mVPlaces.size() > length) {
         mVPlaces.assign(length, Place_st());
         mbNoMemory = false;
         mAside.Drop();
     }
+    mVPlaces.resize(length); // what is known of a sequence that grows stays
     mpCSequence = sequence;
     mContents = PDataSnap_cls::msContents;
 }
