@@ -14,6 +14,7 @@
 #include "APP/clsMain.h"
 #include "APP/clsRecentFiles.h"
 #include "APP/clsRecovery.h"
+#include "COMMON/Confined.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
@@ -148,7 +149,7 @@ void FileMenu_cls::TakeProject(const std::wstring& text, const wxString& folder)
 }
 
 void FileMenu_cls::Begin() {
-    OfferRecovery();
+    if (!IsConfined()) OfferRecovery(); // who replays a record throws nothing away
     if (!mVFirstFiles.empty()) mOpener.Open(std::exchange(mVFirstFiles, {}), true);
 }
 

@@ -10,8 +10,10 @@
 #include "APP/clsFilterMenu.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
+#include "COMMON/Confined.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
+#include "COMMON/UserActs.h"
 #include "PDATA/EDITOR/clsDataLoaderGUI.h"
 #include "PDATA/LayoutFit.h"
 #include "PDATA/clsDataLoader.h"
@@ -41,6 +43,8 @@ FileKind GetFileKind(const wxString& path) {
 FileOpener_cls::FileOpener_cls(FrameMain_cls& frame) : mFrame(frame), mHub(*frame.GetPCMain()) {}
 
 void FileOpener_cls::Open(const std::vector<wxString>& paths, bool bAtStart) {
+    for (const wxString& path : paths)
+        NoteUserAct("open", path);
     mVWaiting = paths;
     mbAtStart = bAtStart;
     OpenWaiting();
@@ -87,6 +91,6 @@ void FileOpener_cls::OpenData(const wxString& path) {
 void FileOpener_cls::OpenWindow(const wxString& path) const {
     const wxString program = wxStandardPaths::Get().GetExecutablePath();
     const wchar_t* const argv[] = {program.wc_str(), L"--", path.wc_str(), nullptr};
-    if (wxExecute(argv, wxEXEC_ASYNC | wxEXEC_MAKE_GROUP_LEADER) == 0)
+    if (!WhyNoProgram().empty() || wxExecute(argv, wxEXEC_ASYNC | wxEXEC_MAKE_GROUP_LEADER) == 0)
         MsgBox(wxString::Format(_("No window could be opened for %s."), path), _("Warning"));
 }

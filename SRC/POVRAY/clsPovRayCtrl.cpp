@@ -8,6 +8,7 @@
 #include <wx/log.h>
 #include <wx/utils.h>
 
+#include "COMMON/Confined.h"
 #include "COMMON/Eye.h"
 #include "COMMON/FramePath.h"
 #include "COMMON/MsgBox.h"
@@ -160,7 +161,7 @@ wxString PovRayCtrl_cls::GetNameProblem(unsigned kind) const {
 
 void PovRayCtrl_cls::OpenWorkingDir() const {
     const wxString path = GetWorkingDir();
-    if (!wxFileName::DirExists(path) || !wxLaunchDefaultApplication(path))
+    if (!WhyNoProgram().empty() || !wxFileName::DirExists(path) || !wxLaunchDefaultApplication(path))
         Notice("pov-ray folder", wxString::Format(_("%s can't be shown."), path));
 }
 

@@ -2,13 +2,17 @@
 
 #include <wx/timer.h>
 
+#include "COMMON/UserActs.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
 
 class BurstTimer_cls : public wxTimer {
 public:
-    void Notify() override { Finish(); }
+    void Notify() override {
+        NoteUserAct("rest", wxString());
+        Finish();
+    }
     void Finish() {
         Stop();
         if (TimeCtrl_cls* time = mpCTime) time->EndGesture();
@@ -44,5 +48,5 @@ void TimeGesture_cls::Burst(TimeCtrl_cls* pTime) {
     if (pTime->IsGesture() && Timer().mpCTime != pTime) return; // a hand is at it
     pTime->BeginGesture();
     Timer().mpCTime = pTime;
-    Timer().StartOnce(kBurstEnd);
+    if (!IsReplaying()) Timer().StartOnce(kBurstEnd); // a record says when the hand rested
 }
