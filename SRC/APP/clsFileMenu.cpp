@@ -14,6 +14,7 @@
 #include "APP/clsMain.h"
 #include "APP/clsRecentFiles.h"
 #include "APP/clsRecovery.h"
+#include "APP/clsReplay.h"
 #include "COMMON/Confined.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
@@ -151,6 +152,7 @@ void FileMenu_cls::TakeProject(const std::wstring& text, const wxString& folder)
 void FileMenu_cls::Begin() {
     if (!IsConfined()) OfferRecovery(); // who replays a record throws nothing away
     if (!mVFirstFiles.empty()) mOpener.Open(std::exchange(mVFirstFiles, {}), true);
+    if (mpCReplay) mpCReplay->Begin();
 }
 
 void FileMenu_cls::OfferRecovery() {

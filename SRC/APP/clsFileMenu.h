@@ -10,6 +10,7 @@
 class ConfItemList_cls;
 class FrameMain_cls;
 class Main_cls;
+class Replay_cls;
 class wxCloseEvent;
 class wxCommandEvent;
 class wxIdleEvent;
@@ -31,6 +32,8 @@ public:
     FileOpener_cls& GetOpener() { return mOpener; }
     /// Files of the command line, for Begin.
     void SetFirstFiles(const std::vector<wxString>& paths) { mVFirstFiles = paths; }
+    /// Begins once there is a picture, behind the first files.
+    void SetReplay(Replay_cls* pReplay) { mpCReplay = pReplay; }
     void FillRecentMenus();
     /// Empty: no project is named. A star before the title tells of unsaved steps.
     void UpdateTitle(const wxString& projectName);
@@ -67,6 +70,7 @@ private:
     FileOpener_cls mOpener;
     std::vector<wxString> mVFirstFiles;
     ConfItemSTR_cls mCItemLastMRP;
+    Replay_cls* mpCReplay = nullptr;
     bool mbProjectNamed = false;
     bool mbQuitAsked = false; ///< the end that comes is wanted
     bool mbShowsStar = false;

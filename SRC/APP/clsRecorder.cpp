@@ -57,8 +57,8 @@ wxString Describe(const wxWindow* pWindow) {
     const auto* field = dynamic_cast<const NumField_cls*>(pWindow);
     const wxWindow* shown = field ? field->GetPCText() : pWindow;
     wxString text = shown->GetToolTipText();
-    if (text.empty() && dynamic_cast<const wxControl*>(pWindow) && !IsText(pWindow))
-        text = pWindow->GetLabelText();
+    const auto* control = dynamic_cast<const wxControl*>(pWindow);
+    if (text.empty() && control && !IsText(pWindow)) text = control->GetLabelText();
     text.Replace("\n", " ");
     return text.length() > kLongestRemark ? text.Left(kLongestRemark) + "..." : text;
 }
@@ -114,9 +114,7 @@ wxString Recorder_cls::BeginFile(const wxString& path) {
     return wxString();
 }
 
-wxString Recorder_cls::GetHead() const {
-    return wxString(kRecordStart) + "\nversion " + GetVersion() + "\n";
-}
+wxString Recorder_cls::GetHead() const { return wxString(kRecordStart) + "\nversion " + GetVersion() + "\n"; }
 
 wxString Recorder_cls::GetText() const {
     wxString text = GetHead();
@@ -167,11 +165,12 @@ void Recorder_cls::OnMouse(wxMouseEvent& event, const wxWindow* pWindow) {
     if (event.ButtonUp()) mpPressed = nullptr;
     if (mPressedPath.empty()) return;
     const wxSize size = pWindow->GetClientSize();
-    Words words = {"mouse", mPressedPath, name, Fraction(event.GetX(), size.x), Fraction(event.GetY(), size.y)};
-    for (const auto& [bIs, word] : {std::pair(event.ShiftDown(), "shift"), std::pair(event.ControlDown(), "ctrl"),
-                                    std::pair(event.AltDown(), "alt"), std::pair(event.LeftIsDown(), "left"),
-                                    std::pair(event.MiddleIsDown(), "mid"),
-                                    std::pair(event.RightIsDown(), "right")})
+    Words words = {"mouse", mPressedPath, name, Fraction(event.GetX(), size.x),
+                   Fraction(event.GetY(), size.y)};
+    for (const auto& [bIs, word] :
+         {std::pair(event.ShiftDown(), "shift"), std::pair(event.ControlDown(), "ctrl"),
+          std::pair(event.AltDown(), "alt"), std::pair(event.LeftIsDown(), "left"),
+          std::pair(event.MiddleIsDown(), "mid"), std::pair(event.RightIsDown(), "right")})
         if (bIs) words.push_back(word);
     if (event.GetEventType() == wxEVT_MOUSEWHEEL)
         words.push_back((event.GetWheelAxis() == wxMOUSE_WHEEL_HORIZONTAL ? "across:" : "turn:") +
@@ -181,7 +180,8 @@ void Recorder_cls::OnMouse(wxMouseEvent& event, const wxWindow* pWindow) {
 
 void Recorder_cls::OnKey(const wxKeyEvent& event, const wxWindow* pWindow) {
     const int key = event.GetKeyCode();
-    if (IsText(pWindow) || key == WXK_SHIFT || key == WXK_CONTROL || key == WXK_ALT || key == WXK_NONE) return;
+    if (IsText(pWindow) || key == WXK_SHIFT || key == WXK_CONTROL || key == WXK_ALT || key == WXK_NONE)
+        return;
     wxString remark = wxAcceleratorEntry(event.GetModifiers() & 7, key).ToRawString();
     Add("key", pWindow, {Int(key), Int(event.GetModifiers())}, remark);
 }
@@ -280,7 +280,8 @@ void Recorder_cls::NoteState() {
     mStep = step;
 }
 
-void Recorder_cls::Add(const char* verb, const wxWindow* pWindow, const Words& words, const wxString& remark) {
+void Recorder_cls::Add(const char* verb, const wxWindow* pWindow, const Words& words,
+                       const wxString& remark) {
     const wxString path = GetWindowPath(pWindow);
     if (path.empty()) return;
     NoteState();

@@ -1,6 +1,6 @@
-// Keeps what the user does as lines of text, always the last of them in memory and all of them in a file where
-// one was asked for. It listens to the toolkit's events as they come to windows, and to COMMON/UserActs.h.
-// What is typed into a field is kept as the field's value, once it has one.
+// Keeps what the user does as lines of text, always the last of them in memory and all of them in a file
+// where one was asked for. It listens to the toolkit's events as they come to windows, and to
+// COMMON/UserActs.h. What is typed into a field is kept as the field's value, once it has one.
 #pragma once
 
 #include <cstdio>
@@ -36,8 +36,8 @@ public:
     Recorder_cls(const Recorder_cls&) = delete;
     Recorder_cls& operator=(const Recorder_cls&) = delete;
 
-    /// Into a file as well, from here on, a line at once, so that a crash leaves all of them. One that is there
-    /// is left alone. \return empty, or the reason in the system's words.
+    /// Into a file as well, from here on, a line at once, so that a crash leaves all of them. One that is
+    /// there is left alone. \return empty, or the reason in the system's words.
     wxString BeginFile(const wxString& path);
     /// A whole record: its head and the lines in memory.
     wxString GetText() const;

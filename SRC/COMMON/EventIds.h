@@ -101,6 +101,7 @@ enum MenuEventId : int {
     ID_FIT_VIEW = 6721, ///< the active view
     ID_TOOL_BAR = 6722,
     ID_GUESS_DATA = 6730,
+    ID_SAVE_REPORT = 6731,
     ID_POV_TRY = 6740, ///< the present frame, small, for its time
 
     ID_EXPORTER_HEAD_UP = 6501,

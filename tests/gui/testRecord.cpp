@@ -1,0 +1,222 @@
+// A session is recorded and replayed to the same project.
+#include <cstdlib>
+#include <random>
+
+#include <wx/checkbox.h>
+#include <wx/choice.h>
+#include <wx/menu.h>
+#include <wx/wfstream.h>
+#include <wx/zipstrm.h>
+
+#include "APP/MenuNames.h"
+#include "APP/Report.h"
+#include "APP/WindowPath.h"
+#include "APP/clsRecorder.h"
+#include "APP/clsReplay.h"
+#include "COMMON/ActLine.h"
+#include "COMMON/UserActs.h"
+#include "FILTER/clsFilterLists.h"
+#include "ProjectTest.h"
+#include "SCENE/clsLightSRCCtrl.h"
+#include "TIME/clsTimeCtrl.h"
+#include "WIDGET/TIMELINE/clsParamStrips.h"
+#include "WIDGET/clsNumField.h"
+#include "WIDGET/clsColourDialogEX.h"
+
+namespace {
+
+class Record : public ProjectTest {
+protected:
+    void SetUp() override {
+        ProjectTest::SetUp();
+        Fresh();
+    }
+    void TearDown() override {
+        Fresh();
+        ProjectTest::TearDown();
+    }
+    /// As a start leaves it: nothing of a session is left.
+    void Fresh() {
+        Hub()->EndGestures();
+        for (wxWindow* window : wxTopLevelWindows)
+            if (auto* dialog = dynamic_cast<wxDialog*>(window)) dialog->Hide();
+        Frame()->OpenProject(mDefaults);
+        ResetViews();
+        Hub()->SelectObject(nullptr);
+        Hub()->mpCLightSRCCtrl->SelectLight(0);
+        Canvas(0)->SetThisToBeActiveGL();
+        Shared().msCFBOSizeIndex.mValue = 0;
+        GCUndoList.Clear();
+        Time()->SetFrameNative(0, 0);
+        Settle();
+    }
+    /// What a project would hold, but for the name of the file.
+    static std::string Text() {
+        std::string text;
+        for (const std::string& line : Lines(Hub()->MakeRecoveryText()))
+            if (line.rfind("LastOpenedFileMRP=", 0) != 0) text += line + "\n";
+        return text;
+    }
+    /// As the menu does it when its item is chosen.
+    static void Choose(int id) {
+        wxMenu* menu = nullptr;
+        wxMenuItem* item = Frame()->GetMenuBar()->FindItem(id, &menu);
+        ASSERT_TRUE(item) << id;
+        menu->UpdateUI();
+        if (!item->IsEnabled()) return;
+        if (item->IsCheckable()) item->Check(item->GetKind() == wxITEM_RADIO || !item->IsChecked());
+        menu->SendEvent(id, item->IsCheckable() ? int(item->IsChecked()) : -1);
+        Settle();
+    }
+    /// All mistakes, a line each.
+    std::string Replay(const wxString& record) {
+        Replay_cls replay(*Hub(), ReadActFile(record.utf8_string()), mDir / "a.record", mDir / "files");
+        fs::create_directory(mDir / "files");
+        replay.Begin();
+        EXPECT_TRUE(PumpUntil([&] { return replay.IsDone(); }, 20 * kPatience));
+        Settle();
+        std::string mistakes;
+        for (const wxString& mistake : replay.GetMistakes())
+            mistakes += mistake.utf8_string() + "\n";
+        return mistakes;
+    }
+    static wxString Recorded() { return Hub()->mpCRecorder->GetText(); }
+    /// Without what only a reader wants.
+    static std::string Bare(const wxString& record) {
+        std::string text;
+        for (ActLine_st line : ReadActFile(record.utf8_string()).mLines) {
+            line.mRemark.clear();
+            text += WriteActLine(line).utf8_string() + "\n";
+        }
+        return text;
+    }
+};
+
+/// All shown windows of a class.
+template <class T>
+void Collect(wxWindow* pRoot, std::vector<T*>* pFound) {
+    if (!pRoot->IsShown() || !pRoot->IsEnabled()) return;
+    if (auto* found = dynamic_cast<T*>(pRoot)) pFound->push_back(found);
+    for (wxWindow* child : pRoot->GetChildren())
+        Collect(child, pFound);
+}
+
+/// Is the middle of a window seen, and on top there?
+bool IsInReach(wxWindow* pWindow) {
+    const wxPoint middle = pWindow->ClientToScreen(wxPoint(0, 0)) + pWindow->GetClientSize() / 2;
+    return pWindow->IsShownOnScreen() && wxFindWindowAtPoint(middle) == pWindow;
+}
+
+constexpr int kMenus[] = {ID_UNDO,
+                          ID_UNDO,
+                          ID_UNDO,
+                          ID_REDO,
+                          ID_REDO,
+                          ID_TIME_REMAP,
+                          ID_FILTER_DATABOX,
+                          ID_FILTER_BOOLEAN,
+                          ID_FILTER_UP,
+                          ID_FILTER_DELETE,
+                          ID_VIEW_PANEL_TYPE_0,
+                          ID_VIEW_PANEL_TYPE_1,
+                          ID_LIGHT_SOURCE,
+                          ID_SCENE,
+                          ID_STEREOGRAM,
+                          ID_PERIODIC_BOUNDARY,
+                          ID_DESELECT,
+                          ID_FIT_VIEW,
+                          ID_FILTER_FOG,
+                          ID_CAMERA_PATH};
+
+/// A user without any plan.
+class Hands_cls {
+public:
+    explicit Hands_cls(unsigned seed) : mRandom(seed) {}
+    int Pick(size_t n) { return n == 0 ? 0 : int(mRandom() % n); }
+    template <class T>
+    T* PickOf(const std::vector<wxWindow*>& roots) {
+        std::vector<T*> all;
+        for (wxWindow* root : roots)
+            Collect(root, &all);
+        T* window = all.empty() ? nullptr : all[size_t(Pick(all.size()))];
+        return window && IsInReach(window) ? window : nullptr;
+    }
+    wxPoint Anywhere(wxWindow* pWindow) {
+        const wxSize size = pWindow->GetClientSize();
+        return {5 + Pick(size_t(std::max(size.x - 10, 1))), 5 + Pick(size_t(std::max(size.y - 10, 1)))};
+    }
+
+private:
+    std::mt19937 mRandom;
+};
+
+TEST_F(Record, ARandomSessionIsReplayedToTheSameProject) {
+    const char* more = std::getenv("MORENTIS_RECORD_ACTS");
+    const int acts = more ? std::atoi(more) : 120;
+    const char* seed = std::getenv("MORENTIS_RECORD_SEED");
+    Hands_cls hands(seed ? unsigned(std::atoi(seed)) : 18);
+    Hub()->mpCRecorder->Restart();
+    Frame()->GetPCFileMenu()->GetOpener().Open({Root() + "examples/lj_melt_bin/lj_melt_bin.mrp"}, false);
+    Settle();
+    const std::string start = Text();
+    for (int act = 0; act < acts; ++act) {
+        std::vector<wxWindow*> roots;
+        for (wxWindow* window : wxTopLevelWindows)
+            if (window->IsShown()) roots.push_back(window);
+        switch (hands.Pick(10)) {
+        case 0:
+        case 1:
+            Choose(kMenus[hands.Pick(std::size(kMenus))]);
+            break;
+        case 2:
+            Drag(Canvas(0), hands.Anywhere(Canvas(0)), hands.Anywhere(Canvas(0)), 1 + hands.Pick(2), 4);
+            break;
+        case 3:
+            Wheel(Canvas(0), hands.Anywhere(Canvas(0)), hands.Pick(2) == 0 ? 2 : -1);
+            break;
+        case 4:
+            ClickOn(Canvas(0));
+            Key(std::vector<int>{WXK_LEFT, WXK_RIGHT, 'R', 'S', 'T', 'B', 'N', '5', '-',
+                                 '\''}[size_t(hands.Pick(10))]);
+            break;
+        case 5:
+            if (auto* strips = hands.PickOf<ParamStrips_cls>(roots))
+                Drag(strips, hands.Anywhere(strips), hands.Anywhere(strips), 1, 3);
+            break;
+        case 6:
+            if (auto* tick = hands.PickOf<wxCheckBox>(roots)) ClickOn(tick);
+            break;
+        case 7:
+            if (auto* choice = hands.PickOf<wxChoice>(roots); choice && choice->GetCount() > 1)
+                GuiTest::Choose(choice, hands.Pick(choice->GetCount()));
+            break;
+        case 8:
+            Choose(ID_LIGHT_SOURCE);
+            [[fallthrough]];
+        default:
+            if (auto* field = hands.PickOf<NumField_cls>(roots); field && IsInReach(field->GetPCText()))
+                TypeInto(field, std::to_string(hands.Pick(40)) + "." + std::to_string(hands.Pick(10)));
+        }
+        if (HasFatalFailure()) return;
+    }
+    Settle();
+    Hub()->EndGestures();
+    const std::string end = Text();
+    const wxString record = Recorded();
+    if (const char* keep = std::getenv("MORENTIS_RECORD_KEEP")) {
+        std::ofstream(std::string(keep) + ".record") << record.utf8_string();
+        std::ofstream(std::string(keep) + ".mrp") << end;
+    }
+    EXPECT_NE(end, start) << "something has been done";
+    Fresh();
+    Hub()->mpCRecorder->Restart();
+    EXPECT_EQ(Replay(record), "");
+    const std::string replayed = Text();
+    if (const char* keep = std::getenv("MORENTIS_RECORD_KEEP")) {
+        std::ofstream(std::string(keep) + "2.record") << Recorded().utf8_string();
+        std::ofstream(std::string(keep) + "2.mrp") << replayed;
+    }
+    EXPECT_TRUE(replayed == end);
+}
+
+} // namespace
