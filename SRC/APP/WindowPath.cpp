@@ -28,9 +28,7 @@ wxString ClassOf(const wxWindow* pWindow) {
 }
 
 /// Panels that only hold others say nothing to a reader.
-bool IsPlumbing(const wxString& name) {
-    return name == "wxPanel" || name == "wxWindow" || name.Contains("Scrolled") || name.Contains("<");
-}
+bool IsPlumbing(const wxString& name) { return name.StartsWith("wx"); }
 
 /// Counts the windows of a class below `root` until `stop`, or until as many as `number`.
 struct Search_st {

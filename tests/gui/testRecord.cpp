@@ -11,6 +11,7 @@
 #include "APP/MenuNames.h"
 #include "APP/Report.h"
 #include "APP/WindowPath.h"
+#include "APP/clsFileMenu.h"
 #include "APP/clsRecorder.h"
 #include "APP/clsReplay.h"
 #include "COMMON/ActLine.h"
@@ -24,6 +25,64 @@
 #include "WIDGET/clsColourDialogEX.h"
 
 namespace {
+
+/// All shown windows of a class.
+template <class T>
+void Collect(wxWindow* pRoot, std::vector<T*>* pFound) {
+    if (!pRoot->IsShown() || !pRoot->IsEnabled()) return;
+    if (auto* found = dynamic_cast<T*>(pRoot)) pFound->push_back(found);
+    for (wxWindow* child : pRoot->GetChildren())
+        Collect(child, pFound);
+}
+
+bool IsOnTop(wxWindow* pWindow, wxPoint point) {
+    return pWindow->IsShownOnScreen() && wxFindWindowAtPoint(pWindow->ClientToScreen(point)) == pWindow;
+}
+
+bool IsInReach(wxWindow* pWindow) { return IsOnTop(pWindow, wxPoint(0, 0) + pWindow->GetClientSize() / 2); }
+
+constexpr int kMenus[] = {ID_UNDO,
+                          ID_UNDO,
+                          ID_UNDO,
+                          ID_REDO,
+                          ID_REDO,
+                          ID_TIME_REMAP,
+                          ID_FILTER_DATABOX,
+                          ID_FILTER_BOOLEAN,
+                          ID_FILTER_UP,
+                          ID_FILTER_DELETE,
+                          ID_VIEW_PANEL_TYPE_0,
+                          ID_VIEW_PANEL_TYPE_1,
+                          ID_LIGHT_SOURCE,
+                          ID_SCENE,
+                          ID_STEREOGRAM,
+                          ID_PERIODIC_BOUNDARY,
+                          ID_COLOR_CURVE,
+                          ID_FIT_VIEW,
+                          ID_FILTER_FOG,
+                          ID_CAMERA_PATH};
+
+/// A user without any plan.
+class Hands_cls {
+public:
+    explicit Hands_cls(unsigned seed) : mRandom(seed) {}
+    int Pick(size_t n) { return n == 0 ? 0 : int(mRandom() % n); }
+    template <class T>
+    T* PickOf(const std::vector<wxWindow*>& roots) {
+        std::vector<T*> all;
+        for (wxWindow* root : roots)
+            Collect(root, &all);
+        T* window = all.empty() ? nullptr : all[size_t(Pick(all.size()))];
+        return window && IsInReach(window) ? window : nullptr;
+    }
+    wxPoint Anywhere(wxWindow* pWindow) {
+        const wxSize size = pWindow->GetClientSize();
+        return {5 + Pick(size_t(std::max(size.x - 10, 1))), 5 + Pick(size_t(std::max(size.y - 10, 1)))};
+    }
+
+private:
+    std::mt19937 mRandom;
+};
 
 class Record : public ProjectTest {
 protected:
@@ -58,7 +117,7 @@ protected:
         return text;
     }
     /// As the menu does it when its item is chosen.
-    static void Choose(int id) {
+    static void ChooseMenu(int id) {
         wxMenu* menu = nullptr;
         wxMenuItem* item = Frame()->GetMenuBar()->FindItem(id, &menu);
         ASSERT_TRUE(item) << id;
@@ -68,6 +127,8 @@ protected:
         menu->SendEvent(id, item->IsCheckable() ? int(item->IsChecked()) : -1);
         Settle();
     }
+    static void DragOver(Hands_cls& hands, wxWindow* pWindow, int button);
+    static void Act(Hands_cls& hands, const std::vector<wxWindow*>& roots);
     /// All mistakes, a line each.
     std::string Replay(const wxString& record) {
         Replay_cls replay(*Hub(), ReadActFile(record.utf8_string()), mDir / "a.record", mDir / "files");
@@ -92,63 +153,50 @@ protected:
     }
 };
 
-/// All shown windows of a class.
-template <class T>
-void Collect(wxWindow* pRoot, std::vector<T*>* pFound) {
-    if (!pRoot->IsShown() || !pRoot->IsEnabled()) return;
-    if (auto* found = dynamic_cast<T*>(pRoot)) pFound->push_back(found);
-    for (wxWindow* child : pRoot->GetChildren())
-        Collect(child, pFound);
+void Record::DragOver(Hands_cls& hands, wxWindow* pWindow, int button) {
+    const wxPoint from = hands.Anywhere(pWindow);
+    const wxPoint to = hands.Anywhere(pWindow);
+    if (IsOnTop(pWindow, from)) Drag(pWindow, from, to, button, 3);
 }
 
-/// Is the middle of a window seen, and on top there?
-bool IsInReach(wxWindow* pWindow) {
-    const wxPoint middle = pWindow->ClientToScreen(wxPoint(0, 0)) + pWindow->GetClientSize() / 2;
-    return pWindow->IsShownOnScreen() && wxFindWindowAtPoint(middle) == pWindow;
+void Record::Act(Hands_cls& hands, const std::vector<wxWindow*>& roots) {
+    constexpr int kKeys[] = {WXK_LEFT, WXK_RIGHT, 'R', 'S', 'T', 'B', 'N', '5', '-', '\''};
+    const wxPoint point = hands.Anywhere(Canvas(0));
+    switch (hands.Pick(11)) {
+    case 0:
+    case 1:
+        return ChooseMenu(kMenus[hands.Pick(std::size(kMenus))]);
+    case 2:
+        return DragOver(hands, Canvas(0), 1 + hands.Pick(2));
+    case 3:
+        if (IsOnTop(Canvas(0), point)) Wheel(Canvas(0), point, hands.Pick(2) == 0 ? 2 : -1);
+        return;
+    case 4:
+        if (!IsOnTop(Canvas(0), point)) return;
+        Click(Canvas(0), point);
+        return Key(kKeys[hands.Pick(std::size(kKeys))]);
+    case 5:
+        if (auto* strips = hands.PickOf<ParamStrips_cls>(roots)) DragOver(hands, strips, 1);
+        return;
+    case 6:
+        if (auto* tick = hands.PickOf<wxCheckBox>(roots)) ClickOn(tick);
+        return;
+    case 7:
+        if (auto* choice = hands.PickOf<wxChoice>(roots); choice && choice->GetCount() > 1)
+            Choose(choice, hands.Pick(choice->GetCount()));
+        return;
+    case 8:
+        if (auto* dialog = dynamic_cast<wxDialog*>(roots[size_t(hands.Pick(roots.size()))])) dialog->Close();
+        Settle();
+        return;
+    case 9:
+        ChooseMenu(ID_LIGHT_SOURCE);
+        [[fallthrough]];
+    default:
+        if (auto* field = hands.PickOf<NumField_cls>(roots); field && IsInReach(field->GetPCText()))
+            TypeInto(field, std::to_string(hands.Pick(40)) + "." + std::to_string(hands.Pick(10)));
+    }
 }
-
-constexpr int kMenus[] = {ID_UNDO,
-                          ID_UNDO,
-                          ID_UNDO,
-                          ID_REDO,
-                          ID_REDO,
-                          ID_TIME_REMAP,
-                          ID_FILTER_DATABOX,
-                          ID_FILTER_BOOLEAN,
-                          ID_FILTER_UP,
-                          ID_FILTER_DELETE,
-                          ID_VIEW_PANEL_TYPE_0,
-                          ID_VIEW_PANEL_TYPE_1,
-                          ID_LIGHT_SOURCE,
-                          ID_SCENE,
-                          ID_STEREOGRAM,
-                          ID_PERIODIC_BOUNDARY,
-                          ID_DESELECT,
-                          ID_FIT_VIEW,
-                          ID_FILTER_FOG,
-                          ID_CAMERA_PATH};
-
-/// A user without any plan.
-class Hands_cls {
-public:
-    explicit Hands_cls(unsigned seed) : mRandom(seed) {}
-    int Pick(size_t n) { return n == 0 ? 0 : int(mRandom() % n); }
-    template <class T>
-    T* PickOf(const std::vector<wxWindow*>& roots) {
-        std::vector<T*> all;
-        for (wxWindow* root : roots)
-            Collect(root, &all);
-        T* window = all.empty() ? nullptr : all[size_t(Pick(all.size()))];
-        return window && IsInReach(window) ? window : nullptr;
-    }
-    wxPoint Anywhere(wxWindow* pWindow) {
-        const wxSize size = pWindow->GetClientSize();
-        return {5 + Pick(size_t(std::max(size.x - 10, 1))), 5 + Pick(size_t(std::max(size.y - 10, 1)))};
-    }
-
-private:
-    std::mt19937 mRandom;
-};
 
 TEST_F(Record, ARandomSessionIsReplayedToTheSameProject) {
     const char* more = std::getenv("MORENTIS_RECORD_ACTS");
@@ -163,40 +211,7 @@ TEST_F(Record, ARandomSessionIsReplayedToTheSameProject) {
         std::vector<wxWindow*> roots;
         for (wxWindow* window : wxTopLevelWindows)
             if (window->IsShown()) roots.push_back(window);
-        switch (hands.Pick(10)) {
-        case 0:
-        case 1:
-            Choose(kMenus[hands.Pick(std::size(kMenus))]);
-            break;
-        case 2:
-            Drag(Canvas(0), hands.Anywhere(Canvas(0)), hands.Anywhere(Canvas(0)), 1 + hands.Pick(2), 4);
-            break;
-        case 3:
-            Wheel(Canvas(0), hands.Anywhere(Canvas(0)), hands.Pick(2) == 0 ? 2 : -1);
-            break;
-        case 4:
-            ClickOn(Canvas(0));
-            Key(std::vector<int>{WXK_LEFT, WXK_RIGHT, 'R', 'S', 'T', 'B', 'N', '5', '-',
-                                 '\''}[size_t(hands.Pick(10))]);
-            break;
-        case 5:
-            if (auto* strips = hands.PickOf<ParamStrips_cls>(roots))
-                Drag(strips, hands.Anywhere(strips), hands.Anywhere(strips), 1, 3);
-            break;
-        case 6:
-            if (auto* tick = hands.PickOf<wxCheckBox>(roots)) ClickOn(tick);
-            break;
-        case 7:
-            if (auto* choice = hands.PickOf<wxChoice>(roots); choice && choice->GetCount() > 1)
-                GuiTest::Choose(choice, hands.Pick(choice->GetCount()));
-            break;
-        case 8:
-            Choose(ID_LIGHT_SOURCE);
-            [[fallthrough]];
-        default:
-            if (auto* field = hands.PickOf<NumField_cls>(roots); field && IsInReach(field->GetPCText()))
-                TypeInto(field, std::to_string(hands.Pick(40)) + "." + std::to_string(hands.Pick(10)));
-        }
+        Act(hands, roots);
         if (HasFatalFailure()) return;
     }
     Settle();
