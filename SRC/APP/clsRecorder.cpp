@@ -158,7 +158,14 @@ void Recorder_cls::OnMouse(wxMouseEvent& event, const wxWindow* pWindow) {
         if (known.mType == event.GetEventType()) name = known.mName;
     const bool bMove = event.GetEventType() == wxEVT_MOTION;
     if (!name || (bMove && (mpPressed != pWindow || !event.Dragging()))) return;
-    if (!bMove && !HasRawMouse(pWindow)) return;
+    if (!bMove && !HasRawMouse(pWindow)) {
+        // What comes of it is told by the control, but a panel may be chosen by a press on what it holds.
+        const auto* field = dynamic_cast<const NumField_cls*>(pWindow->GetParent());
+        const bool bRight = event.RightDown();
+        if (bRight || event.LeftDown())
+            Add("touch", field ? field : pWindow, {bRight ? "right" : "left"}, "");
+        return;
+    }
     if (!mpPressed) NoteState();
     if (!bMove || mPressedPath.empty()) mPressedPath = GetWindowPath(pWindow);
     if (event.ButtonDown() || event.ButtonDClick()) mpPressed = pWindow;

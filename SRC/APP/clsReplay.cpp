@@ -35,15 +35,15 @@ bool HasModalDialog() {
 const std::map<wxString, Replay_cls::Verb_st>& Replay_cls::GetVerbs() {
     using R = Replay_cls;
     static const std::map<wxString, Verb_st> kVerbs = {
-        {"menu", {&R::DoMenu, false, false, 2}},       {"mouse", {&R::DoMouse, true, true, 5}},
-        {"key", {&R::DoKey, true, false, 4}},          {"shortcut", {&R::DoShortcut, false, false, 3}},
-        {"set", {&R::DoSet, true, true, 3}},           {"text", {&R::DoText, true, true, 3}},
-        {"press", {&R::DoPress, true, true, 2}},       {"check", {&R::DoCheck, true, true, 3}},
-        {"choose", {&R::DoChoose, true, true, 3}},     {"page", {&R::DoPage, true, true, 3}},
-        {"scroll", {&R::DoScroll, true, true, 3}},     {"close", {&R::DoClose, true, false, 2}},
-        {"frame", {&R::DoFrame, false, false, 3}},     {"window", {&R::DoSize, false, false, 3}},
-        {"open", {&R::DoOpen, false, false, 2}},       {"rest", {&R::DoRest, false, false, 1}},
-        {"version", {&R::DoNothing, false, false, 1}},
+        {"menu", {&R::DoMenu, false, false, 2}},         {"mouse", {&R::DoMouse, true, true, 5}},
+        {"touch", {&R::DoTouch, true, true, 3}},         {"key", {&R::DoKey, true, false, 4}},
+        {"shortcut", {&R::DoShortcut, false, false, 3}}, {"set", {&R::DoSet, true, true, 3}},
+        {"text", {&R::DoText, true, true, 3}},           {"press", {&R::DoPress, true, true, 2}},
+        {"check", {&R::DoCheck, true, true, 3}},         {"choose", {&R::DoChoose, true, true, 3}},
+        {"page", {&R::DoPage, true, true, 3}},           {"scroll", {&R::DoScroll, true, true, 3}},
+        {"close", {&R::DoClose, true, false, 2}},        {"frame", {&R::DoFrame, false, false, 3}},
+        {"window", {&R::DoSize, false, false, 3}},       {"open", {&R::DoOpen, false, false, 2}},
+        {"rest", {&R::DoRest, false, false, 1}},         {"version", {&R::DoNothing, false, false, 1}},
     };
     return kVerbs;
 }

@@ -58,6 +58,7 @@ private:
     // clsReplayActs.cpp; each answers what was wrong, empty for nothing.
     wxString DoMenu(const ActLine_st& line, wxWindow* pWindow);
     wxString DoMouse(const ActLine_st& line, wxWindow* pWindow);
+    wxString DoTouch(const ActLine_st& line, wxWindow* pWindow);
     wxString DoKey(const ActLine_st& line, wxWindow* pWindow);
     wxString DoShortcut(const ActLine_st& line, wxWindow* pWindow);
     wxString DoSet(const ActLine_st& line, wxWindow* pWindow);

@@ -114,6 +114,16 @@ wxString Replay_cls::DoMouse(const ActLine_st& line, wxWindow* pWindow) {
     return wxString();
 }
 
+wxString Replay_cls::DoTouch(const ActLine_st& line, wxWindow* pWindow) {
+    const bool bRight = line.GetWord(2) == "right";
+    for (const wxEventType type :
+         {bRight ? wxEVT_RIGHT_DOWN : wxEVT_LEFT_DOWN, bRight ? wxEVT_RIGHT_UP : wxEVT_LEFT_UP}) {
+        wxMouseEvent event = MakeMouse({}, type, pWindow, wxPoint(1, 1));
+        pWindow->HandleWindowEvent(event);
+    }
+    return wxString();
+}
+
 // As the toolkit: first for who wants it before the window, then for the window.
 wxString Replay_cls::DoKey(const ActLine_st& line, wxWindow* pWindow) {
     long code = 0;
