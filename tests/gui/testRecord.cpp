@@ -1,5 +1,7 @@
 // A session is recorded and replayed to the same project.
 #include <cstdlib>
+#include <map>
+#include <memory>
 #include <random>
 
 #include <wx/checkbox.h>
@@ -8,21 +10,18 @@
 #include <wx/wfstream.h>
 #include <wx/zipstrm.h>
 
-#include "APP/MenuNames.h"
-#include "APP/Report.h"
-#include "APP/WindowPath.h"
 #include "APP/clsFileMenu.h"
 #include "APP/clsRecorder.h"
 #include "APP/clsReplay.h"
 #include "COMMON/ActLine.h"
 #include "COMMON/UserActs.h"
+#include "FILTER/clsFilterCtrl.h"
 #include "FILTER/clsFilterLists.h"
 #include "ProjectTest.h"
 #include "SCENE/clsLightSRCCtrl.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/TIMELINE/clsParamStrips.h"
 #include "WIDGET/clsNumField.h"
-#include "WIDGET/clsColourDialogEX.h"
 
 namespace {
 
@@ -232,6 +231,96 @@ TEST_F(Record, ARandomSessionIsReplayedToTheSameProject) {
         std::ofstream(std::string(keep) + "2.mrp") << replayed;
     }
     EXPECT_TRUE(replayed == end);
+}
+
+// What goes around the windows' own events: files, questions, popups, colours, text.
+TEST_F(Record, QuestionsAndPopupsAreAnsweredInTheUsersPlace) {
+    const std::string saved = mDir / "saved.mrp";
+    Hub()->mpCRecorder->Restart();
+    const std::string melt = Root() + "examples/lj_melt_bin/lj_melt_bin.mrp";
+    Answer(melt);
+    ChooseMenu(ID_OPEN_PROJECT);
+    ClickPopup(Canvas(0), wxPoint(50, 50), {WXK_DOWN, WXK_RETURN});
+    ChooseMenu(ID_FILTER_DATABOX);
+    Answer(saved);
+    ChooseMenu(ID_SAVE_PROJECT_AS);
+    ChooseMenu(ID_FILTER_DATABOX);
+    mSaveAnswers = {MESSAGE_CANCEL};
+    Answer(melt);
+    ChooseMenu(ID_OPEN_PROJECT);
+    const wxString record = Recorded();
+    for (const char* part : {"\nfile ", "\npopup 0", "\nsave ", "\nanswer cancel"})
+        EXPECT_TRUE(record.Contains(part)) << part << "\n" << record;
+    fs::remove(saved);
+    Fresh();
+    EXPECT_EQ(Replay(record), "") << record;
+    EXPECT_EQ(Hub()->mpCFilters->GetObject().GetCount(), 2) << "the project with the unsaved step stays";
+    EXPECT_FALSE(fs::exists(saved)) << "a replay saves into its own folder";
+    EXPECT_TRUE(fs::exists(mDir / "files/saved.mrp"));
+}
+
+// A record may come from anyone: each line that can't be done is told, and the last one is still done.
+TEST_F(Record, WrongLinesAreToldAndTheNextOnesDone) {
+    const std::vector<std::string> wrong = {"fly away",
+                                            "menu",
+                                            "menu ID_NOTHING",
+                                            "menu 6011",
+                                            "set Nowhere 1",
+                                            "set FrameMain 1",
+                                            "set FrameMain/NumField nan",
+                                            "set FrameMain/NumField.99999999999 1",
+                                            "press FrameMain/MainGLCanvas",
+                                            "mouse FrameMain/MainGLCanvas jump 0 0",
+                                            "mouse FrameMain/MainGLCanvas left-down 1e300 0",
+                                            "mouse FrameMain/MainGLCanvas wheel 0.5 0.5 turn:99999999999",
+                                            "key FrameMain -1 0",
+                                            "shortcut 5 99999",
+                                            "choose FrameMain/wxChoice -1",
+                                            "page FrameMain/wxNotebook 7000",
+                                            "frame 100000 0",
+                                            "frame -1 0",
+                                            "window 0 1000000",
+                                            "close FrameMain/MainGLCanvas",
+                                            "file /etc/passwd",
+                                            "text FrameMain/NumField/wxTextCtrl 5",
+                                            "menu ID_OPEN_PROJECT",
+                                            std::string(300, '/') + " 1"};
+    std::string record = "morentis-record 1\n";
+    for (const std::string& line : wrong)
+        record += line + "\n";
+    record += "mouse FrameMain/MainGLCanvas left-up 0.5 0.5\nclose FrameMain\nmenu ID_QUIT\n" +
+              std::string("menu ID_FILTER_DATABOX\n");
+    const std::vector<std::string> mistakes = Lines(Replay(record));
+    EXPECT_EQ(mistakes.size(), wrong.size());
+    for (size_t i = 0; i < std::min(wrong.size(), mistakes.size()); ++i)
+        EXPECT_EQ(mistakes[i].rfind(std::to_string(i + 2) + ": ", 0), 0u)
+            << mistakes[i] << " for " << wrong[i];
+    EXPECT_EQ(Hub()->mpCFilters->GetObject().GetCount(), 1);
+}
+
+TEST_F(Record, AReportHoldsNoHomeFolder) {
+    const std::string path = mDir / "report.zip";
+    Hub()->mpCRecorder->Restart();
+    GUserActs.mTold(wxGetHomeDir() + "/secret is gone");
+    Frame()->GetPCFileMenu()->GetOpener().Open({wxGetHomeDir() + "/nothing.mrp"}, false);
+    Answer(path);
+    ChooseMenu(ID_SAVE_REPORT);
+    EXPECT_TRUE(WasTold("report.txt"));
+    wxFFileInputStream file(path);
+    wxZipInputStream zip(file);
+    std::map<wxString, std::string> parts;
+    while (const std::unique_ptr<wxZipEntry> entry{zip.GetNextEntry()}) {
+        std::string& bytes = parts[entry->GetName()];
+        for (int c = zip.GetC(); zip.LastRead() > 0; c = zip.GetC())
+            bytes += char(c);
+    }
+    ASSERT_EQ(parts.size(), 3u);
+    EXPECT_NE(parts["report.txt"].find("~/secret is gone"), std::string::npos) << parts["report.txt"];
+    EXPECT_NE(parts["report.txt"].find("GL"), std::string::npos);
+    EXPECT_NE(parts["record.txt"].find("open ~/nothing.mrp"), std::string::npos) << parts["record.txt"];
+    EXPECT_FALSE(ReadActFile(parts["record.txt"]).mLines.empty());
+    for (const auto& [name, bytes] : parts)
+        EXPECT_EQ(bytes.find(wxGetHomeDir().utf8_string() + "/"), std::string::npos) << name;
 }
 
 } // namespace
