@@ -21,6 +21,7 @@
 #include "COMMON/MenuEvent.h"
 #include "COMMON/MsgBox.h"
 #include "PARAM/clsCommandSetValue.h"
+#include "POVRAY/LinearPicture.h"
 #include "POVRAY/clsPovOptions.h"
 #include "POVRAY/clsPovRayGUI.h"
 #include "WIDGET/clsFileDialogEX.h"
@@ -183,6 +184,8 @@ void PovRayGUI_cls::ShowPicture() {
         if (shape.mEnding == ".ppm") { // no format of the file dialogs
             wxFFileInputStream file(path);
             wxPNMHandler().LoadFile(&image, file, false);
+        } else if (shape.mEnding == ".exr" || shape.mEnding == ".hdr") {
+            image = ReadLinearPicture(path, kMostPixels);
         } else if (wxImage::FindHandler(shape.mEnding.Mid(1), wxBITMAP_TYPE_ANY)) {
             image.LoadFile(path);
         }

@@ -116,12 +116,20 @@ TEST_F(PovDialog, StillIsWrittenAndRendered) {
     EXPECT_EQ(Files().count("povsnap0000.ini"), 1u);
     EXPECT_NE(ReadFile("povsnap0000.ini").find("Input_File_Name=\"povsnap0000.pov\""), std::string::npos);
     EXPECT_EQ(ReadFile("povsnap0000.pov").compare(0, 17, "global_settings {"), 0);
+    Pov().mCFormat.mOutputFormat.mValue = 6; // light that no toolkit reads
     TypeInto(FindField(mpGUI, "Number of the still"), "7");
     PressButton("RenderSnap");
-    ASSERT_TRUE(PumpUntil([&] { return Files().count("povsnap0007.png") > 0 && !Pov().IsBusy(); }, 60000));
+    ASSERT_TRUE(PumpUntil([&] { return Files().count("povsnap0007.exr") > 0 && !Pov().IsBusy(); }, 60000));
     EXPECT_TRUE(Pov().GetFailures().empty());
     EXPECT_TRUE(mVMessages.empty());
-    EXPECT_TRUE(FindByTip(mpGUI, wxString::FromUTF8(mDir / "povsnap0007.png"))) << "it is shown small";
+    auto* small =
+        dynamic_cast<wxStaticBitmap*>(FindByTip(mpGUI, wxString::FromUTF8(mDir / "povsnap0007.exr")));
+    ASSERT_TRUE(small && small->GetBitmap().IsOk());
+    const wxImage shown = small->GetBitmap().ConvertToImage();
+    EXPECT_GT(std::count_if(shown.GetData(),
+                            shown.GetData() + size_t(shown.GetWidth()) * shown.GetHeight() * 3,
+                            [](unsigned char c) { return c > 64; }),
+              100);
     EXPECT_NE(ReadFile("povsnap0007.ini").find("Input_File_Name=\"" + (mDir / "povsnap0007.pov")),
               std::string::npos)
         << "what is rendered is named whole";

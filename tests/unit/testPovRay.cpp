@@ -21,6 +21,7 @@
 #include "COMMON/clsSplitPath.h"
 #include "IMAGE/ImageCheck.h"
 #include "POVRAY/LikeDrawn.h"
+#include "POVRAY/LinearPicture.h"
 #include "POVRAY/PictureHead.h"
 #include "POVRAY/clsPovJob.h"
 #include "POVRAY/clsPovRayCtrl.h"
@@ -353,8 +354,25 @@ TEST_F(PovJobs, FormatsAreRenderedOrRefused) {
             << row << ": " << jobs[row].GetError();
     }
     EXPECT_EQ(ReadFile(jobs[8].GetPicture()).substr(24, 1), "\x10") << "bits of a channel";
-    // Pictures of two days are the same bytes, and of each it can be told whether it is whole.
+    // Numbers are the colours of PNG; a damaged file is no picture.
     if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG)) wxImage::AddHandler(new wxPNGHandler);
+    const wxImage plain(jobs[0].GetPicture());
+    ASSERT_TRUE(plain.IsOk());
+    for (const unsigned row : {6u, 7u}) {
+        const wxString path = jobs[row].GetPicture();
+        const wxImage light = ReadLinearPicture(path, 16 * 12);
+        ASSERT_TRUE(light.IsOk() && light.GetSize() == wxSize(16, 12)) << row;
+        for (int i = 0; i < 16 * 12 * 3; ++i)
+            ASSERT_NEAR(light.GetData()[i], plain.GetData()[i], 3) << row << " at " << i;
+        EXPECT_FALSE(ReadLinearPicture(path, 16 * 12 - 1).IsOk()) << "too large";
+        const std::string bytes = ReadFile(path);
+        for (size_t length = 0; length < bytes.size(); length += 7) {
+            const wxString cut = wxString::FromUTF8(mFolder.Write("cut", bytes.substr(0, length)));
+            const wxImage part = ReadLinearPicture(cut, 16 * 12);
+            EXPECT_TRUE(!part.IsOk() || part.GetSize() == wxSize(16, 12)) << row << " of " << length;
+        }
+    }
+    // Pictures of two days are the same bytes, and of each it can be told whether it is whole.
     if (!wxImage::FindHandler(wxBITMAP_TYPE_JPEG)) wxImage::AddHandler(new wxJPEGHandler);
     const std::string year = wxDateTime::Now().Format("20%y-").utf8_string();
     for (const unsigned row : {0u, 1u, 4u, 5u, 6u, 7u, 8u}) {

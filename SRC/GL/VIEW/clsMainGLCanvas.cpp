@@ -263,7 +263,8 @@ ViewMessage_cls::Facts_st MainGLCanvas_cls::GetFacts() const {
     facts.mHitObject = ViewPick_cls::msHitObject;
     facts.mHitSub = ViewPick_cls::msHitSub;
     facts.mSelected = static_cast<long long>(reinterpret_cast<intptr_t>(MoveItem_cls::mspCSelectedObject));
+    facts.mScale = GetContentScaleFactor();
     constexpr int kBesideButtons = 34;
-    if (mMouse.HasButtons()) facts.mLeft = int(kBesideButtons * GetContentScaleFactor());
+    facts.mLeft = int((mMouse.HasButtons() ? kBesideButtons : 5) * facts.mScale);
     return facts;
 }

@@ -42,7 +42,9 @@ wxString ViewMessage_cls::MakeMemoryLine() {
 }
 
 void ViewMessage_cls::DrawMessage(const Facts_st& facts, bool bShow, int w, int h) {
-    const GLStrings2D_cls::Font font = GLStrings2D_cls::Font::Helvetica12;
+    using Font = GLStrings2D_cls::Font;
+    const Font font = facts.mScale < 1.5 ? Font::Helvetica12 : Font::Helvetica18; // there is none larger
+    const auto at = [&facts](int pixels) { return int(pixels * facts.mScale); };
     mStrMessageShown.clear();
     if (!bShow) {
         mWXStrMessage.clear();
@@ -59,10 +61,10 @@ void ViewMessage_cls::DrawMessage(const Facts_st& facts, bool bShow, int w, int 
         mCStrings.Draw(font, text, x, y, bFromTop);
         mStrMessageShown += text + "\n";
     };
-    show(MakeStatusLine(facts), 30, 10, false, 1.0f);
-    show(MakeDataLine(facts), facts.mLeft, 10, true, 1.0f);
-    show(MakeMemoryLine(), facts.mLeft, 28, true, 1.0f);
-    show(mWXStrMessage, 5, 28, false, 0.5f);
+    show(MakeStatusLine(facts), at(30), at(10), false, 1.0f);
+    show(MakeDataLine(facts), facts.mLeft, at(10), true, 1.0f);
+    show(MakeMemoryLine(), facts.mLeft, at(28), true, 1.0f);
+    show(mWXStrMessage, at(5), at(28), false, 0.5f);
     mWXStrMessage.clear();
     glColor4f(1, 1, 1, 1);
 }

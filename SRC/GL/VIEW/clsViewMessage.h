@@ -20,6 +20,7 @@ public:
         int mHitObject = -1;   ///< names of what a click found last (HitTest_cls)
         int mHitSub = -1;
         long long mSelected = 0; ///< address of the selected object
+        double mScale = 1.0;     ///< pixels of the screen for one of a plain one
         int mLeft = 5;           ///< where the upper lines begin, pixels: beside the buttons
     };
 
