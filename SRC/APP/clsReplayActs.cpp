@@ -21,6 +21,7 @@
 #include "COMMON/EventIds.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/ShortcutKeys.h"
+#include "WIDGET/TIMELINE/TimeGesture.h"
 #include "WIDGET/clsNumField.h"
 
 namespace {
@@ -272,7 +273,7 @@ wxString Replay_cls::DoOpen(const ActLine_st& line, wxWindow*) {
 }
 
 wxString Replay_cls::DoRest(const ActLine_st&, wxWindow*) {
-    mHub.EndGestures();
+    TimeGesture_cls::EndBurst(); // and nothing else: a hand may be dragging meanwhile
     return wxString();
 }
 

@@ -44,6 +44,8 @@ void TimeGesture_cls::Begin(TimeCtrl_cls* pTime) {
 
 void TimeGesture_cls::End(TimeCtrl_cls* pTime) { pTime->EndGesture(); }
 
+void TimeGesture_cls::EndBurst() { Timer().Finish(); }
+
 void TimeGesture_cls::Burst(TimeCtrl_cls* pTime) {
     if (pTime->IsGesture() && Timer().mpCTime != pTime) return; // a hand is at it
     pTime->BeginGesture();
