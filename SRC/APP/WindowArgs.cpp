@@ -4,10 +4,32 @@
 
 wxString FromCommandLine(const char* word) { return wxString(word, *wxConvFileName); }
 
+namespace {
+
+wxString WholePath(const wxString& word) {
+    wxFileName name(word);
+    name.MakeAbsolute();
+    return name.GetFullPath();
+}
+
+/// Where the path of an option goes, null for a word that is no such option.
+wxString* FindPathOption(const wxString& word, WindowArgs_st* pArgs) {
+    if (word == "--record") return &pArgs->mStrRecord;
+    if (word == "--replay") return &pArgs->mStrReplay;
+    return word == "--replay-folder" ? &pArgs->mStrReplayFolder : nullptr;
+}
+
+} // namespace
+
 wxString ParseWindowArgs(const std::vector<wxString>& words, WindowArgs_st* pArgs) {
     bool bOptions = true;
-    for (const wxString& word : words) {
-        if (bOptions && word == "--") {
+    for (size_t i = 0; i < words.size(); ++i) {
+        const wxString& word = words[i];
+        wxString* path = bOptions ? FindPathOption(word, pArgs) : nullptr;
+        if (path) {
+            if (++i == words.size() || words[i].empty()) return "\"" + word + "\" wants a name behind it";
+            *path = WholePath(words[i]);
+        } else if (bOptions && word == "--") {
             bOptions = false;
         } else if (bOptions && (word == "--help" || word == "-h")) {
             pArgs->mbHelp = true;
@@ -18,11 +40,11 @@ wxString ParseWindowArgs(const std::vector<wxString>& words, WindowArgs_st* pArg
         } else if (word.empty()) {
             return "a file's name is empty";
         } else {
-            wxFileName name(word);
-            name.MakeAbsolute();
-            pArgs->mVFiles.push_back(name.GetFullPath());
+            pArgs->mVFiles.push_back(WholePath(word));
         }
     }
+    if (!pArgs->mStrReplayFolder.empty() && pArgs->mStrReplay.empty())
+        return "\"--replay-folder\" goes with --replay";
     return wxString();
 }
 
@@ -38,6 +60,12 @@ wxString GetWindowHelp() {
            "\n"
            "  -h, --help   this text\n"
            "  --version    the program's version\n"
+           "  --record FILE\n"
+           "               write what you do into a new file, a line at a time\n"
+           "  --replay FILE\n"
+           "               do again what such a file says; no other program is started\n"
+           "  --replay-folder FOLDER\n"
+           "               an empty folder for what the replay saves (FILE.files)\n"
            "  --           all that follows are files\n"
            "\n"
            "Films without a window are made by morentis-film.\n";

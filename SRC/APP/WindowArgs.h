@@ -8,6 +8,9 @@
 struct WindowArgs_st {
     bool mbHelp = false;
     bool mbVersion = false;
+    wxString mStrRecord; ///< whole paths of what --record and --replay name; empty without
+    wxString mStrReplay;
+    wxString mStrReplayFolder;     ///< empty: one beside the record
     std::vector<wxString> mVFiles; ///< whole paths, in the order in which they were given
 };
 

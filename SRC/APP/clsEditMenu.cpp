@@ -3,7 +3,6 @@
 #include <functional>
 
 #include <wx/intl.h>
-#include <wx/numdlg.h>
 
 #include "APP/BindMenu.h"
 #include "APP/clsFrameMain.h"
@@ -20,6 +19,7 @@
 #include "SCENE/clsLightSRCCtrl.h"
 #include "SCENE/clsStereoGram.h"
 #include "TIME/clsTimeCtrl.h"
+#include "WIDGET/AskNumber.h"
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
 #include "WIDGET/TIMELINE/clsParamGUICtrl.h"
 
@@ -70,8 +70,8 @@ void EditMenu_cls::BindMenuStates() {
 
 void EditMenu_cls::OnMenuGo(wxCommandEvent&) {
     TimeCtrl_cls* time = mHub.mpCTimeCtrl;
-    const long frame = wxGetNumberFromUser(wxEmptyString, _("Frame"), _("Move Frame"), time->GetFrame(), 0,
-                                           time->GetMaxFrame(), &mFrame);
+    const long frame = AskNumber(&mFrame, wxEmptyString, _("Frame"), _("Move Frame"), time->GetFrame(), 0,
+                                 time->GetMaxFrame());
     if (frame >= 0) time->SetFrameCommand(int(frame), -1);
 }
 

@@ -16,6 +16,8 @@
 #include "APP/clsMain.h"
 #include "APP/clsRecentFiles.h"
 #include "APP/clsRecovery.h"
+#include "APP/clsReplay.h"
+#include "COMMON/Confined.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
@@ -184,8 +186,9 @@ void FileMenu_cls::ShowProject() {
 }
 
 void FileMenu_cls::Begin() {
-    OfferRecovery();
+    if (!IsConfined()) OfferRecovery(); // who replays a record throws nothing away
     if (!mVFirstFiles.empty()) mOpener.Open(std::exchange(mVFirstFiles, {}), true);
+    if (mpCReplay) mpCReplay->Begin();
 }
 
 void FileMenu_cls::OfferRecovery() {

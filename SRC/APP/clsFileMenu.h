@@ -12,6 +12,7 @@ class ConfItemList_cls;
 class FollowRun_cls;
 class FrameMain_cls;
 class Main_cls;
+class Replay_cls;
 class wxCloseEvent;
 class wxCommandEvent;
 class wxIdleEvent;
@@ -39,6 +40,8 @@ public:
     FollowRun_cls* GetFollow() const { return mpCFollow.get(); }
     /// Files of the command line, for Begin.
     void SetFirstFiles(const std::vector<wxString>& paths) { mVFirstFiles = paths; }
+    /// Begins once there is a picture, behind the first files.
+    void SetReplay(Replay_cls* pReplay) { mpCReplay = pReplay; }
     void FillRecentMenus();
     /// Empty: no project is named. A star before the title tells of unsaved steps.
     void UpdateTitle(const wxString& projectName);
@@ -78,6 +81,7 @@ private:
     std::unique_ptr<FollowRun_cls> mpCFollow;
     std::vector<wxString> mVFirstFiles;
     ConfItemSTR_cls mCItemLastMRP;
+    Replay_cls* mpCReplay = nullptr;
     bool mbProjectNamed = false;
     bool mbQuitAsked = false; ///< the end that comes is wanted
     bool mbShowsStar = false;

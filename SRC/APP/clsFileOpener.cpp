@@ -12,8 +12,10 @@
 #include "APP/clsFilterMenu.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
+#include "COMMON/Confined.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
+#include "COMMON/UserActs.h"
 #include "PDATA/EDITOR/clsDataLoaderGUI.h"
 #include "PDATA/GrammarGuess.h"
 #include "PDATA/LayoutFit.h"
@@ -47,6 +49,8 @@ FileOpener_cls::FileOpener_cls(FrameMain_cls& frame)
 }
 
 void FileOpener_cls::Open(const std::vector<wxString>& paths, bool bAtStart) {
+    for (const wxString& path : paths)
+        NoteUserAct("open", path);
     mVWaiting = paths;
     mbAtStart = bAtStart;
     OpenWaiting();
@@ -113,6 +117,6 @@ void FileOpener_cls::OpenData(const std::vector<wxString>& data) {
 void FileOpener_cls::OpenWindow(const wxString& path) const {
     const wxString program = wxStandardPaths::Get().GetExecutablePath();
     const wchar_t* const argv[] = {program.wc_str(), L"--", path.wc_str(), nullptr};
-    if (wxExecute(argv, wxEXEC_ASYNC | wxEXEC_MAKE_GROUP_LEADER) == 0)
+    if (!WhyNoProgram().empty() || wxExecute(argv, wxEXEC_ASYNC | wxEXEC_MAKE_GROUP_LEADER) == 0)
         MsgBox(wxString::Format(_("No window could be opened for %s."), path), _("Warning"));
 }

@@ -13,6 +13,7 @@
 #include "FILTER/clsFilterObject.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
+#include "WIDGET/PopUp.h"
 
 namespace {
 
@@ -64,7 +65,7 @@ void FilterMenu_cls::OnMenuFilterPopup(wxCommandEvent& event) {
     wxMenu menu;
     for (const wxMenuItem* item : sub->GetSubMenu()->GetMenuItems())
         AppendCopy(menu, item);
-    mFrame.PopupMenu(&menu);
+    PopUpMenu(&mFrame, menu);
 }
 
 void FilterMenu_cls::OnMenuFilterManipulate(wxCommandEvent&) {
@@ -73,7 +74,7 @@ void FilterMenu_cls::OnMenuFilterManipulate(wxCommandEvent&) {
     AppendCopy(menu, mFrame.GetMenuBar()->FindItem(ID_FILTER_DOWN));
     menu.AppendSeparator();
     AppendCopy(menu, mFrame.GetMenuBar()->FindItem(ID_FILTER_DELETE));
-    mFrame.PopupMenu(&menu);
+    PopUpMenu(&mFrame, menu);
 }
 
 void FilterMenu_cls::OnMenuFilterRefresh(wxCommandEvent&) {

@@ -126,6 +126,7 @@ constexpr MenuEntry_st kDialog[] = {
 constexpr MenuEntry_st kHelp[] = {
     {Entry::Normal, wxTRANSLATE("About"), "A", nullptr, ID_ABOUT, nullptr},
     {Entry::Normal, wxTRANSLATE("About Open GL"), "G", nullptr, ID_ABOUT_GL, nullptr},
+    {Entry::Normal, wxTRANSLATE("Save Report..."), "R", nullptr, ID_SAVE_REPORT, nullptr},
     kSeparator,
     {Entry::Normal, wxTRANSLATE("Unlock (for Debug)"), "U", nullptr, ID_UNLOCK, nullptr},
     {Entry::Normal, wxTRANSLATE("Special (for Debug)"), "S", nullptr, ID_SPECIAL, nullptr},

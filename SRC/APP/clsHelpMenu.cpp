@@ -1,5 +1,6 @@
 #include "APP/clsHelpMenu.h"
 
+#include <wx/filedlg.h>
 #include <wx/intl.h>
 #include <wx/platinfo.h>
 #include <wx/thread.h>
@@ -7,18 +8,22 @@
 #include <wx/versioninfo.h>
 
 #include "APP/BindMenu.h"
+#include "APP/Report.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MsgBox.h"
+#include "COMMON/SafeFile.h"
 #include "GL/BASE/clsGLInfo.h"
+#include "WIDGET/clsFileDialogEX.h"
 
 HelpMenu_cls::HelpMenu_cls(FrameMain_cls& frame)
     : mHub(*frame.GetPCMain()), mpCGLInfo(std::make_unique<GLInfo_cls>()) {
     BindMenu(frame, this, ID_UNLOCK, &HelpMenu_cls::OnMenuUnlock);
     BindMenu(frame, this, ID_SPECIAL, &HelpMenu_cls::OnMenuSpecial);
     BindMenu(frame, this, ID_ABOUT, &HelpMenu_cls::OnAbout);
+    BindMenu(frame, this, ID_SAVE_REPORT, &HelpMenu_cls::OnMenuSaveReport);
     BindMenu(frame, this, ID_ABOUT_GL, &HelpMenu_cls::OnMenuAboutGL);
 }
 
@@ -47,3 +52,28 @@ void HelpMenu_cls::OnAbout(wxCommandEvent&) {
 }
 
 void HelpMenu_cls::OnMenuAboutGL(wxCommandEvent&) { MsgBox(mpCGLInfo->GetText(), _("About Open GL")); }
+
+// Made before the name is asked for: asking is an act that would be recorded.
+void HelpMenu_cls::OnMenuSaveReport(wxCommandEvent&) {
+    const std::string bytes = ZipReport(MakeReport(mHub));
+    GpCFileDialog->SetParams(_("Save Report"), "", "morentis-report.zip",
+                             _("Zip archive") + wxString(" (*.zip)|*.zip"),
+                             wxFD_SAVE | wxFD_OVERWRITE_PROMPT);
+    if (GpCFileDialog->ShowModal() != wxID_OK) return;
+    const wxString path = GpCFileDialog->GetPath();
+    if (const wxString reason = WriteFileSafely(path, bytes); !reason.empty()) {
+        MsgBox(wxString::Format(_("%s could not be written: %s"), path, reason), _("Warning"));
+        return;
+    }
+    MsgBox(
+        wxString::Format(_("The report is in %s. It holds:\n\n"
+                           "report.txt: the versions of program and system, what OpenGL says about itself, "
+                           "the last messages\n"
+                           "record.txt: what you did in this window (menus, values, clicks, names of "
+                           "files)\n"
+                           "project.mrp: the project as it is now\n\n"
+                           "None of your data is in it, and your home folder is written as \"~\". All "
+                           "three are plain text: look at them before you send the report."),
+                         path),
+        _("Save Report"));
+}

@@ -20,6 +20,7 @@ private:
     void OnMenuUnlock(wxCommandEvent& event);
     void OnMenuSpecial(wxCommandEvent& event);
     void OnAbout(wxCommandEvent& event);
+    void OnMenuSaveReport(wxCommandEvent& event);
     void OnMenuAboutGL(wxCommandEvent& event);
 
     Main_cls& mHub;

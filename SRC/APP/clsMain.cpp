@@ -14,6 +14,7 @@
 #include "APP/clsFollowRun.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsRecentFiles.h"
+#include "APP/clsRecorder.h"
 #include "APP/clsRecovery.h"
 #include "APP/clsScene.h"
 #include "COLORCURVE/EDITOR/clsColorCurveBtn.h"
@@ -151,9 +152,11 @@ Main_cls::Main_cls(bool bWindow) {
     mpCFrameMain->GetPCFileMenu()->FillRecentMenus();
     PostMenuEvent(ID_REFRESH_TL);
     PostMenuEvent(ID_REFRESH_GL);
+    if (bWindow) mpCRecorder = new Recorder_cls(*this);
 }
 
 Main_cls::~Main_cls() {
+    delete mpCRecorder;
     WaitThreadFinish();
     UnlinkParamHooks();
     GLDrawData_cls::mspCFilterCtrlBooleanLink = nullptr;

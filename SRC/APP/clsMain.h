@@ -34,6 +34,7 @@ class FilterLists_cls;
 class PovRayCtrl_cls;
 class Preference_cls;
 class RecentFiles_cls;
+class Recorder_cls;
 class Recovery_cls;
 class SceneObj_cls;
 class Scene_cls;
@@ -144,7 +145,8 @@ public:
     FrameMain_cls* mpCFrameMain = nullptr;             ///< wxWidgets destroys windows
     RecentFiles_cls* mpCRecentFiles = nullptr;
     Recovery_cls* mpCRecovery = nullptr;
-    wxString mStrExeDir; ///< directory of the executable, no trailing slash
+    Recorder_cls* mpCRecorder = nullptr; ///< null without a window
+    wxString mStrExeDir;                 ///< directory of the executable, no trailing slash
     unsigned long mPid = 0;
     int mDisplayWidth = 0;
     int mDisplayHeight = 0;

@@ -1,13 +1,18 @@
 // The application object: locale, image handlers, the hub.
 #pragma once
 
+#include <memory>
+
 #include <wx/app.h>
 #include <wx/intl.h>
 
 class Main_cls;
+class Replay_cls;
 
 class MyApp : public wxApp {
 public:
+    MyApp();
+    ~MyApp() override;
     bool OnInit() override;
     int OnExit() override;
     bool OnExceptionInMainLoop() override;
@@ -19,6 +24,7 @@ private:
 
     wxLocale mLocale;
     Main_cls* mpCMain = nullptr;
+    std::unique_ptr<Replay_cls> mpCReplay;
 };
 
 wxDECLARE_APP(MyApp);

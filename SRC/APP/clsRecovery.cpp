@@ -12,6 +12,7 @@
 
 #include <wx/intl.h>
 
+#include "COMMON/Confined.h"
 #include "COMMON/MsgBox.h"
 #include "COMMON/SafeFile.h"
 #include "COMMON/clsSplitPath.h"
@@ -107,6 +108,7 @@ void Recovery_cls::Tick(bool bMayWrite) {
         Discard();
         return;
     }
+    if (IsConfined()) return;
     const auto now = std::chrono::steady_clock::now();
     if (!bMayWrite || (mbEverWritten && now - mLastWrite < mGap)) return;
     if (Write(false)) return;

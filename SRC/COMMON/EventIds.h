@@ -103,6 +103,7 @@ enum MenuEventId : int {
     ID_GUESS_DATA = 6730,
     ID_FOLLOW = 6731, ///< new snapshots of a simulation that is still running
     ID_FOLLOW_NEWEST = 6732,
+    ID_SAVE_REPORT = 6733,
     ID_POV_TRY = 6740, ///< the present frame, small, for its time
 
     ID_EXPORTER_HEAD_UP = 6501,

@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <set>
 
+#include "COMMON/UserActs.h"
+
 namespace {
 
 MessageHandler& Handler() {
@@ -23,10 +25,28 @@ void Print(const wxString& text, const wxString& title) {
     std::fflush(stdout);
 }
 
-int Show(MessageKind kind, const wxString& text, const wxString& title) {
+int Ask(MessageKind kind, const wxString& text, const wxString& title) {
     if (Handler()) return Handler()(kind, text, title);
     Print(text, title);
     return kind == MessageKind::Question || kind == MessageKind::Save ? MESSAGE_NO : MESSAGE_YES;
+}
+
+int Show(MessageKind kind, const wxString& text, const wxString& title) {
+    if (GUserActs.mTold) GUserActs.mTold(text);
+    const bool bQuestion = kind == MessageKind::Question || kind == MessageKind::Save;
+    if (!bQuestion && kind != MessageKind::Fatal && IsReplaying()) { // nobody is there to press OK
+        Print(text, title);
+        return MESSAGE_YES;
+    }
+    if (!bQuestion) return Ask(kind, text, title);
+    static const wxString kWords[] = {"no", "yes", "cancel"};
+    const wxString word = AskUser("answer", [&] {
+        const int answer = Ask(kind, text, title);
+        return kWords[answer >= MESSAGE_NO && answer <= MESSAGE_CANCEL ? answer : MESSAGE_CANCEL];
+    });
+    if (word == kWords[MESSAGE_YES]) return MESSAGE_YES;
+    const bool bNo = word == kWords[MESSAGE_NO] || kind == MessageKind::Question;
+    return bNo ? MESSAGE_NO : MESSAGE_CANCEL;
 }
 
 } // namespace
@@ -62,6 +82,7 @@ void MsgBoxExit(const wxString& text, const wxString& title, int status) {
 void Notice(const wxString& about, const wxString& text) {
     const bool bNew = ToldMatters().insert(about).second;
     Print(text, "Notice");
+    if (bNew && GUserActs.mTold) GUserActs.mTold(text);
     if (bNew && Handler()) Handler()(MessageKind::Notice, text, "Notice");
 }
 

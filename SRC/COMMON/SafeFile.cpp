@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "COMMON/Confined.h"
 #include "COMMON/clsSplitPath.h"
 
 std::function<bool(const char* step)> GSafeFileStep;
@@ -155,6 +156,11 @@ private:
 
 SafeFile_cls::SafeFile_cls(const wxString& path) : mTarget(FollowLinks(NarrowPath(path))) {
     if (mTarget.empty()) {
+        Fail();
+        return;
+    }
+    if (!MayWriteFile(mTarget)) {
+        errno = EPERM;
         Fail();
         return;
     }

@@ -17,6 +17,7 @@
 #include <wx/intl.h>
 #include <wx/utils.h>
 
+#include "COMMON/Confined.h"
 #include "COMMON/Leftovers.h"
 #include "COMMON/clsSplitPath.h"
 #include "IMAGE/VideoFile.h"
@@ -72,7 +73,8 @@ wxString ReadWords(const std::string& file) {
 wxString VideoMaker_cls::Start(const VideoJob_st& job) {
     Stop();
     mStrPath = job.mPath;
-    mStrError = MakeLinks(job);
+    mStrError = WhyNoProgram();
+    if (mStrError.empty()) mStrError = MakeLinks(job);
     if (mStrError.empty()) mStrError = Spawn(job);
     if (!mStrError.empty()) CleanUp();
     return mStrError;

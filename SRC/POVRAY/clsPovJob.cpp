@@ -11,6 +11,7 @@
 #include <wx/intl.h>
 
 #include "COMMON/FramePath.h"
+#include "COMMON/Confined.h"
 #include "COMMON/clsSplitPath.h"
 #include "POVRAY/clsPovFormat.h"
 
@@ -77,8 +78,9 @@ bool PovJob_cls::Start(const wxString& exe, const wxString& base, const wxString
     mStrEnding = ending;
     mStrPicture = base + ending;
     mOldPicture = GetWritten(mStrPicture);
-    mStrError.clear();
+    mStrError = WhyNoProgram();
     mbTimed = false;
+    if (!mStrError.empty()) return false;
     mWatch.Start();
     const wxString folder = SplitPath_cls(base).mStrDir;
     const bool bCommand = !exe.Contains("/"); // to be looked for where commands are

@@ -1,4 +1,5 @@
 #include "POVRAY/clsPovProcess.h"
+#include "COMMON/Confined.h"
 
 #include <fcntl.h>
 #include <signal.h>
@@ -55,6 +56,7 @@ bool IsIdle(const std::string& line) {
 
 wxString PovProcess_cls::Start(const std::vector<std::string>& words, const std::string& folder) {
     Stop();
+    if (const wxString reason = WhyNoProgram(); !reason.empty()) return reason;
     mSaid.clear();
     mPercent = -1;
     mStatus = 0;

@@ -1,6 +1,7 @@
 #include "POVRAY/clsPovRayCtrl.h"
 
 #include <algorithm>
+#include <cerrno>
 
 #include <wx/arrstr.h>
 #include <wx/filename.h>
@@ -8,10 +9,12 @@
 #include <wx/log.h>
 #include <wx/utils.h>
 
+#include "COMMON/Confined.h"
 #include "COMMON/Eye.h"
 #include "COMMON/FramePath.h"
 #include "COMMON/MsgBox.h"
 #include "COMMON/SafeFile.h"
+#include "COMMON/clsSplitPath.h"
 #include "PARAM/clsCommandCall.h"
 #include "PARAM/clsUndoManager.h"
 #include "POVRAY/clsPovRayGUI.h"
@@ -118,8 +121,10 @@ wxString PovRayCtrl_cls::GetWorkingDirWithSep(bool bAbsolute) const {
 wxString PovRayCtrl_cls::MakeWorkingDir() const {
     const wxString path = GetWorkingDir();
     if (wxFileName::DirExists(path)) return wxString();
-    wxLogNull quiet;
-    if (wxFileName::Mkdir(path, wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL)) return wxString();
+    const wxLogNull quiet;
+    const bool bMay = MayWriteFile(NarrowPath(path)); // else it is told as any other reason
+    if (!bMay) errno = EPERM;
+    if (bMay && wxFileName::Mkdir(path, wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL)) return wxString();
     return wxString::Format(_("The folder %s can't be made: %s."), path, wxSysErrorMsgStr());
 }
 
@@ -160,7 +165,7 @@ wxString PovRayCtrl_cls::GetNameProblem(unsigned kind) const {
 
 void PovRayCtrl_cls::OpenWorkingDir() const {
     const wxString path = GetWorkingDir();
-    if (!wxFileName::DirExists(path) || !wxLaunchDefaultApplication(path))
+    if (!WhyNoProgram().empty() || !wxFileName::DirExists(path) || !wxLaunchDefaultApplication(path))
         Notice("pov-ray folder", wxString::Format(_("%s can't be shown."), path));
 }
 

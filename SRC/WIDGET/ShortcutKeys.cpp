@@ -13,6 +13,7 @@
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
+#include "COMMON/UserActs.h"
 #include "WIDGET/clsNumField.h"
 
 namespace {
@@ -89,6 +90,12 @@ void PostItem(wxMenuItem* pItem) {
     PostMenuEvent(pItem->GetId(), pItem->IsCheckable() && pItem->IsChecked() ? 1 : 0);
 }
 
+/// What is typed into a field isn't recorded, but what it hands back is.
+void NoteKey(FieldKind kind, const wxKeyEvent& event) {
+    if (kind != FieldKind::None)
+        NoteUserAct("shortcut", wxString::Format("%d %d", event.GetKeyCode(), event.GetModifiers()));
+}
+
 bool IsClipboardKey(int key) { return key == 'A' || key == 'C' || key == 'V' || key == 'X'; }
 
 } // namespace
@@ -117,15 +124,18 @@ FieldKind GetFocusedFieldKind() {
 bool HandBackShortcut(const wxKeyEvent& event) {
     const int key = event.GetKeyCode();
     const int modifier = event.GetModifiers();
-    if (IsFieldKey(GetFocusedFieldKind(), key, modifier)) return false;
+    const FieldKind kind = GetFocusedFieldKind();
+    if (IsFieldKey(kind, key, modifier)) return false;
     const wxFrame* frame = wxTheApp ? dynamic_cast<wxFrame*>(wxTheApp->GetTopWindow()) : nullptr;
     if (wxMenuItem* item = FindAccelerated(frame, key, modifier)) {
         // The frame's own menu bar sees the key, but a plain letter the field would see first.
         const bool bPlain = (modifier & ~wxMOD_SHIFT) == 0 && key < WXK_START;
         if (wxGetTopLevelParent(wxWindow::FindFocus()) == frame && !bPlain) return false;
+        NoteKey(kind, event);
         PostItem(item);
         return true;
     }
+    NoteKey(kind, event);
     GShortcutKeycode = key;
     GShortcutModifier = modifier;
     PostMenuEvent(ID_SHORTCUT);

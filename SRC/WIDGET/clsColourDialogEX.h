@@ -19,6 +19,8 @@ public:
     static wxColour sTestAnswer;
 
 private:
+    int Ask();
+
     wxWindow* mpParent;
     wxColourData mData; ///< keeps the user's own colours
 };

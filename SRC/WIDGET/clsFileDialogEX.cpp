@@ -1,10 +1,13 @@
 #include "WIDGET/clsFileDialogEX.h"
 
+#include <utility>
+
 #include <wx/dirdlg.h>
 #include <wx/filedlg.h>
 #include <wx/filename.h>
 
 #include "COMMON/Globals.h"
+#include "COMMON/UserActs.h"
 
 wxString wxFileDialogEX::sStrTestAnswer;
 
@@ -18,7 +21,7 @@ void wxFileDialogEX::SetParams(const wxString& message, const wxString& dir, con
 }
 
 int wxFileDialogEX::ShowModal() {
-    return Ask([this](wxString* pPath) {
+    return Ask((mStyle & wxFD_SAVE) != 0 ? "save" : "file", [this](wxString* pPath) {
         wxFileDialog dialog(mpParent, mStrMessage, mStrDir, mStrName, mStrWildcard, mStyle);
         const int answer = dialog.ShowModal();
         *pPath = dialog.GetPath();
@@ -27,7 +30,7 @@ int wxFileDialogEX::ShowModal() {
 }
 
 int wxFileDialogEX::ShowModalFolder(const wxString& message, const wxString& dir) {
-    return Ask([&](wxString* pPath) {
+    return Ask("folder", [&](wxString* pPath) {
         wxDirDialog dialog(mpParent, message, dir);
         const int answer = dialog.ShowModal();
         *pPath = dialog.GetPath();
@@ -35,18 +38,16 @@ int wxFileDialogEX::ShowModalFolder(const wxString& message, const wxString& dir
     });
 }
 
-int wxFileDialogEX::Ask(const std::function<int(wxString* pPath)>& show) {
-    wxString path;
-    if (!sStrTestAnswer.empty()) {
-        path = sStrTestAnswer;
-        sStrTestAnswer.clear();
-        if (path == "CANCEL") return wxID_CANCEL;
-    } else {
+int wxFileDialogEX::Ask(const char* verb, const std::function<int(wxString* pPath)>& show) {
+    const wxString path = AskUser(verb, [&show] {
+        wxString chosen = std::exchange(sStrTestAnswer, wxString());
+        if (!chosen.empty()) return chosen == "CANCEL" ? wxString() : chosen;
         const bool bWasLocked = GbGLLockModalDialog.exchange(true);
-        const int answer = show(&path);
+        const int answer = show(&chosen);
         GbGLLockModalDialog.store(bWasLocked);
-        if (answer != wxID_OK) return wxID_CANCEL;
-    }
+        return answer == wxID_OK ? chosen : wxString();
+    });
+    if (path.empty()) return wxID_CANCEL;
     mStrPath = path;
     mStrLastDir = wxFileName(path).GetPath();
     return wxID_OK;

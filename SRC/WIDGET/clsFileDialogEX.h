@@ -29,7 +29,7 @@ public:
     static wxString sStrTestAnswer;
 
 private:
-    int Ask(const std::function<int(wxString* pPath)>& show);
+    int Ask(const char* verb, const std::function<int(wxString* pPath)>& show);
 
     wxWindow* mpParent;
     wxString mStrMessage;

@@ -7,6 +7,7 @@
 #include <wx/settings.h>
 
 #include "PARAM/clsParamGroup.h"
+#include "WIDGET/PopUp.h"
 #include "WIDGET/clsNumField.h"
 
 namespace {
@@ -94,7 +95,7 @@ void KeyButton_cls::OpenMenu() {
     wxMenu menu;
     const int id = wxWindow::NewControlId();
     menu.Append(id, bAnimated ? _("Don't animate") : _("Animate"));
-    if (GetPopupMenuSelectionFromUser(menu) == id) Animate(!bAnimated);
+    if (AskPopUpMenu(this, menu) == id) Animate(!bAnimated);
 }
 
 void KeyButton_cls::OnPaint(wxPaintEvent&) {

@@ -19,6 +19,8 @@ constexpr int kHoldRepeat = 60;
 constexpr int kBurstEnd = 400; // milliseconds without another turn of the wheel
 } // namespace
 
+wxDEFINE_EVENT(EVT_FIELD_SET, wxCommandEvent);
+
 NumField_cls* NumField_cls::mspCActive = nullptr;
 
 NumField_cls::~NumField_cls() {
@@ -104,7 +106,16 @@ void NumField_cls::Change(double value, bool bFinal) {
         if (mspCActive != this) EndAnyGesture();
         mspCActive = this;
     }
-    if (bTell && mOnChange) mOnChange(mValue, bFinal);
+    if (bTell) Tell(bFinal);
+}
+
+void NumField_cls::Tell(bool bFinal) {
+    if (bFinal) { // before it acts: what follows from it comes behind
+        wxCommandEvent event(EVT_FIELD_SET);
+        event.SetEventObject(this);
+        ProcessWindowEventLocally(event);
+    }
+    if (mOnChange) mOnChange(mValue, bFinal);
 }
 
 void NumField_cls::Commit() {
@@ -216,7 +227,7 @@ void NumField_cls::EndGesture() {
     mbPressed = mbDragging = false;
     if (mspCActive == this) mspCActive = nullptr;
     if (!std::exchange(mbChanged, false)) return;
-    if (mOnChange) mOnChange(mValue, true); // the text stays: the user may be typing already
+    Tell(true); // the text stays: the user may be typing already
 }
 
 void NumField_cls::PaintArrows() {

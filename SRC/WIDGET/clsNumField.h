@@ -13,6 +13,9 @@
 
 class wxTextCtrl;
 
+/// The user has set a field, which is the event's object; at the end of each gesture.
+wxDECLARE_EVENT(EVT_FIELD_SET, wxCommandEvent);
+
 class NumField_cls : public wxPanel {
 public:
     /// Called with the new value; bFinal is false while a drag, a held arrow or a burst of the wheel is under
@@ -28,6 +31,8 @@ public:
     double GetValue() const { return mValue; }
     /// Show a value without telling the handler; an edit under way stays.
     void SetValue(double value);
+    /// As if it had been typed.
+    void Enter(double value) { Change(value, true); }
     /// Give the handler what stands in the field now, if it changed.
     void Commit();
     void SetSpec(const NumSpec& spec);
@@ -40,6 +45,7 @@ public:
 
 private:
     void ShowText();
+    void Tell(bool bFinal);
     void Change(double value, bool bFinal);
     void OnTextKey(wxKeyEvent& event);
     void OnWheel(wxMouseEvent& event);

@@ -11,6 +11,7 @@
 
 #include "COLORCURVE/EDITOR/clsColorCurveCtrl.h"
 #include "COLORCURVE/clsColorCurve.h"
+#include "WIDGET/PopUp.h"
 #include "WIDGET/clsMultiInputPanel.h"
 
 ColorCurveCtrl_cls* ColorCurveBtn_cls::mspCColorCurveCtrlLinked = nullptr;
@@ -119,7 +120,7 @@ void ColorCurveBtn_cls::OnMenu() {
     menu.AppendSeparator();
     menu.Append(ID_FIT_FRAME, _("Fit range to the frame"))->Enable(bRange);
     menu.Append(ID_FIT_SEQUENCE, _("Fit range to the sequence"))->Enable(bRange);
-    switch (GetPopupMenuSelectionFromUser(menu)) {
+    switch (AskPopUpMenu(this, menu)) {
     case ID_EDIT:
         Open();
         break;

@@ -10,6 +10,7 @@
 #include "COLORCURVE/clsColorCurve.h"
 #include "PARAM/clsKeyFrame.h"
 #include "PARAM/clsParamGroup.h"
+#include "WIDGET/PopUp.h"
 
 namespace {
 
@@ -239,7 +240,7 @@ void ColorCurveGraph_cls::OnRightUp(wxMouseEvent& event) {
         item->Enable(bAny);
         if (bAny && kind == present) item->Check();
     }
-    const int answer = GetPopupMenuSelectionFromUser(menu, point);
+    const int answer = AskPopUpMenu(this, menu, point);
     if (answer >= ID_KIND && answer < ID_KIND + static_cast<int>(KeyFrame_cls::INTERP_COUNT))
         mpCEdit->SetKind(static_cast<unsigned>(answer - ID_KIND));
     else if (answer == ID_INSERT)

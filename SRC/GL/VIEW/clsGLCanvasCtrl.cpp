@@ -15,6 +15,7 @@
 #include "PARAM/clsCommandCall.h"
 #include "PARAM/clsUndoManager.h"
 #include "WIDGET/DenseStyle.h"
+#include "WIDGET/PopUp.h"
 #include "WIDGET/clsMyArtProvider.h"
 
 namespace {
@@ -286,7 +287,7 @@ void GLCanvasCtrl_cls::OnRightUp(wxMouseEvent&) {
     wxMenu menu;
     const int id = wxWindow::NewControlId();
     menu.Append(id, _("Hide this row"));
-    if (GetPopupMenuSelectionFromUser(menu) == id) OnMenuHide();
+    if (AskPopUpMenu(this, menu) == id) OnMenuHide();
 }
 
 void GLCanvasCtrl_cls::OnMenuHide() {

@@ -6,6 +6,7 @@
 
 #include "COMMON/Globals.h"
 #include "COMMON/UpdateBits.h"
+#include "COMMON/UserActs.h"
 #include "GL/VIEW/clsOverlayGUI.h"
 #include "PARAM/clsCommandSetValue.h"
 #include "PARAM/clsUndoManager.h"
@@ -54,12 +55,14 @@ void Overlay_cls::SetCustomFont(wxWindow* pParent) {
     wxFontData data;
     data.SetInitialFont(GetTimeFont());
     data.EnableEffects(false);
-    wxFontDialog dialog(pParent, data);
-    {
+    const wxString chosen = AskUser("font", [&] {
+        wxFontDialog dialog(pParent, data);
         const FlagScope_cls modal(GbGLLockModalDialog);
-        if (dialog.ShowModal() != wxID_OK) return;
-    }
-    const wxFont font = dialog.GetFontData().GetChosenFont();
+        if (dialog.ShowModal() != wxID_OK) return wxString();
+        return dialog.GetFontData().GetChosenFont().GetNativeFontInfoDesc();
+    });
+    if (chosen.empty()) return;
+    const wxFont font(chosen);
     if (!font.IsOk()) return;
     const UndoBlock_cls block;
     PushSetValue(&mTimeFontFamily.mValue, kCustomFont, kUpdateMask);

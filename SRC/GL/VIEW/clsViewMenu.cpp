@@ -2,12 +2,13 @@
 
 #include <wx/intl.h>
 #include <wx/menu.h>
-#include <wx/numdlg.h>
 
 #include "COMMON/EventIds.h"
 #include "COMMON/MenuEvent.h"
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "WIDGET/AskNumber.h"
+#include "WIDGET/PopUp.h"
 
 ViewMenu_cls::ViewMenu_cls(MainGLCanvas_cls& canvas, GLCanvasCtrl_cls& ctrl) : mCanvas(canvas), mCtrl(ctrl) {
     mCanvas.Bind(wxEVT_MENU, &ViewMenu_cls::OnMenu, this, ID_CANVAS_MOVE_TO_CAM, ID_CANVAS_FIT_VIEW);
@@ -49,7 +50,7 @@ void ViewMenu_cls::Show() {
     }
     mCanvas.SetFocus();
     mCanvas.SetThisToBeActiveGL();
-    mCanvas.PopupMenu(&menu);
+    PopUpMenu(&mCanvas, menu);
 }
 
 void ViewMenu_cls::OnMenu(wxCommandEvent& event) {
@@ -92,9 +93,9 @@ void ViewMenu_cls::OnMenu(wxCommandEvent& event) {
 }
 
 void ViewMenu_cls::OnMenuViewAngle() {
-    const long angle = wxGetNumberFromUser(
-        _("Degrees: of a fisheye from rim to rim, of a panorama half of what its width shows"), _("Angle"),
-        _("View Angle"), long(mCanvas.mGLPersAngle.mValue), 1, 360, &mCanvas);
+    const long angle = AskNumber(
+        &mCanvas, _("Degrees: of a fisheye from rim to rim, of a panorama half of what its width shows"), _("Angle"),
+        _("View Angle"), long(mCanvas.mGLPersAngle.mValue), 1, 360);
     if (angle > 0) mCtrl.ChangeBy([this, angle] { mCanvas.mGLPersAngle.mValue = float(angle); });
 }
 

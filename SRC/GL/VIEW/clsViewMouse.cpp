@@ -162,8 +162,12 @@ void ViewMouse_cls::OnButtonDown() {
 }
 
 bool ViewMouse_cls::OnWheel() {
-    if (!mCanvas.GetScreenRect().Contains(wxGetMousePosition())) {
-        SetOtherCanvasToBeActiveGL();
+    // The toolkit sends the wheel of another view to the one with the focus.
+    const double scale = mCanvas.GetContentScaleFactor();
+    const wxPoint pointer =
+        mCanvas.ClientToScreen(wxPoint(int(mCMouse.mCurX / scale), int(mCMouse.mCurY / scale)));
+    if (!mCanvas.GetScreenRect().Contains(pointer)) {
+        SetOtherCanvasToBeActiveGL(pointer);
         return false;
     }
     mCanvas.mCamera.UpdateAnc();
@@ -221,8 +225,7 @@ void ViewMouse_cls::OnChangedByMouse() {
     mCanvas.RefreshEX();
 }
 
-void ViewMouse_cls::SetOtherCanvasToBeActiveGL() {
-    const wxPoint pointer = wxGetMousePosition();
+void ViewMouse_cls::SetOtherCanvasToBeActiveGL(wxPoint pointer) {
     for (int view = 0; view < MainGLCanvas_cls::kViewNumber; ++view) {
         MainGLCanvas_cls* pOther = mHost.GetPCGLCanvas(view);
         if (!pOther || pOther == &mCanvas || !pOther->IsShownOnScreen()) continue;

@@ -51,7 +51,7 @@ private:
     bool IsPaintCheap() const;
     void Thin();
     void Rest();
-    void SetOtherCanvasToBeActiveGL();
+    void SetOtherCanvasToBeActiveGL(wxPoint pointer); ///< on the screen
     /// Those along an axis, or those that aren't: they share an anchor.
     void RefreshOthers(bool bAlongAxis);
 

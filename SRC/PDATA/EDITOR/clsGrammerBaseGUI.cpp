@@ -11,6 +11,7 @@
 
 #include "COMMON/MsgBox.h"
 #include "PDATA/clsGrammerBase.h"
+#include "WIDGET/PopUp.h"
 #include "WIDGET/clsMyArtProvider.h"
 
 namespace {
@@ -145,7 +146,7 @@ void GrammerBaseGUI_cls::ShowPopup(wxListCtrl* pList) {
     mpCMenu[which]->Enable(ID_SWAP_UP, row > 0);
     mpCMenu[which]->Enable(ID_SWAP_DOWN, row >= 0 && row + 1 < pList->GetItemCount());
     mpCMenu[which]->Enable(ID_DELETE_ITEM, pList->GetSelectedItemCount() > 0);
-    pList->PopupMenu(mpCMenu[which]);
+    PopUpMenu(pList, *mpCMenu[which]);
 }
 
 void GrammerBaseGUI_cls::OnMenu(wxListCtrl* pList, int id) {

@@ -2,13 +2,17 @@
 
 #include <wx/timer.h>
 
+#include "COMMON/UserActs.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
 
 class BurstTimer_cls : public wxTimer {
 public:
-    void Notify() override { Finish(); }
+    void Notify() override {
+        NoteUserAct("rest", wxString());
+        Finish();
+    }
     void Finish() {
         Stop();
         if (TimeCtrl_cls* time = mpCTime) time->EndGesture();
@@ -40,9 +44,11 @@ void TimeGesture_cls::Begin(TimeCtrl_cls* pTime) {
 
 void TimeGesture_cls::End(TimeCtrl_cls* pTime) { pTime->EndGesture(); }
 
+void TimeGesture_cls::EndBurst() { Timer().Finish(); }
+
 void TimeGesture_cls::Burst(TimeCtrl_cls* pTime) {
     if (pTime->IsGesture() && Timer().mpCTime != pTime) return; // a hand is at it
     pTime->BeginGesture();
     Timer().mpCTime = pTime;
-    Timer().StartOnce(kBurstEnd);
+    if (!IsReplaying()) Timer().StartOnce(kBurstEnd); // a record says when the hand rested
 }

@@ -17,6 +17,8 @@ public:
     /// Before each of several quick turns of the wheel or presses of a key: they are one step, left when no
     /// other one came for kBurstEnd milliseconds.
     static void Burst(TimeCtrl_cls* pTime);
+    /// The hand rested: what such a burst did so far is its step.
+    static void EndBurst();
     static constexpr int kBurstEnd = 400;
 
 private:

@@ -7,6 +7,7 @@
 #include "PARAM/clsParamGroup.h"
 #include "PARAM/clsUndoManager.h"
 #include "TIME/clsTimeCtrl.h"
+#include "WIDGET/PopUp.h"
 #include "WIDGET/TIMELINE/TimeGesture.h"
 #include "WIDGET/TIMELINE/clsGraphPanel.h"
 #include "WIDGET/TIMELINE/clsKeyDialog.h"
@@ -334,7 +335,7 @@ void GraphPanel_cls::OnMenu(const wxPoint& point) {
     menu.Append(kSettings + 2, _("Fit"));
     for (int id = kFirst; id <= kSettings + 1; ++id)
         menu.Enable(id, bAny);
-    const int chosen = GetPopupMenuSelectionFromUser(menu, point);
+    const int chosen = AskPopUpMenu(this, menu, point);
     bool bEdited = false;
     if (chosen >= kFirst && chosen < kSettings)
         bEdited = SetSelectedKinds(GetCurves(), unsigned(chosen - kFirst));

@@ -12,6 +12,7 @@
 #include "PARAM/clsParameters.h"
 #include "PARAM/clsUndoManager.h"
 #include "TIME/clsTimeCtrl.h"
+#include "WIDGET/PopUp.h"
 #include "WIDGET/TIMELINE/GraphEdit.h"
 #include "WIDGET/TIMELINE/clsGraphPanel.h"
 #include "WIDGET/TIMELINE/clsKeyDialog.h"
@@ -140,7 +141,7 @@ void KeyActions_cls::ShowMenu(wxWindow* pWindow, const wxPoint& position, double
             mpCCtrl->RefreshAll();
         });
     }
-    pWindow->PopupMenu(&menu, position);
+    PopUpMenu(pWindow, menu, position);
 }
 
 void KeyActions_cls::ShowRowMenu(wxWindow* pWindow, int row, const wxPoint& position) {
@@ -200,5 +201,5 @@ void KeyActions_cls::ShowRowMenu(wxWindow* pWindow, int row, const wxPoint& posi
         menu.AppendSeparator();
         menu.Append(wxID_ANY, wxString::Format(_("Period: %d"), curves[0]->mPeriodic.mValue))->Enable(false);
     }
-    pWindow->PopupMenu(&menu, position);
+    PopUpMenu(pWindow, menu, position);
 }

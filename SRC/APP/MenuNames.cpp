@@ -1,0 +1,82 @@
+#include "APP/MenuNames.h"
+
+#include "COMMON/EventIds.h"
+
+namespace {
+
+struct Name_st {
+    int mId;
+    const char* mName;
+};
+
+constexpr Name_st kNames[] = {
+    {ID_OPEN_PROJECT, "ID_OPEN_PROJECT"},
+    {ID_SAVE_PROJECT, "ID_SAVE_PROJECT"},
+    {ID_SAVE_PROJECT_AS, "ID_SAVE_PROJECT_AS"},
+    {ID_LOAD_DATA, "ID_LOAD_DATA"},
+    {ID_GUESS_DATA, "ID_GUESS_DATA"},
+    {ID_SAVE_IMAGE_SNAP, "ID_SAVE_IMAGE_SNAP"},
+    {ID_SAVE_IMAGE_SEQ, "ID_SAVE_IMAGE_SEQ"},
+    {ID_EXPORT_DATA, "ID_EXPORT_DATA"},
+    {ID_EXPORT_PATH_POV, "ID_EXPORT_PATH_POV"},
+    {ID_CLOSE_DATA, "ID_CLOSE_DATA"},
+    {ID_QUIT, "ID_QUIT"},
+    {ID_UNDO, "ID_UNDO"},
+    {ID_REDO, "ID_REDO"},
+    {ID_COPY_VIEW, "ID_COPY_VIEW"},
+    {ID_GO, "ID_GO"},
+    {ID_TIME_REMAP, "ID_TIME_REMAP"},
+    {ID_REMOVE_CACHE_SNAP, "ID_REMOVE_CACHE_SNAP"},
+    {ID_REMOVE_CACHE_ALL, "ID_REMOVE_CACHE_ALL"},
+    {ID_SCENE, "ID_SCENE"},
+    {ID_PREFERENCE, "ID_PREFERENCE"},
+    {ID_FILTER_BOOLEAN, "ID_FILTER_BOOLEAN"},
+    {ID_FILTER_FILTERING, "ID_FILTER_FILTERING"},
+    {ID_FILTER_DATABOX, "ID_FILTER_DATABOX"},
+    {ID_FILTER_OBJECT, "ID_FILTER_OBJECT"},
+    {ID_FILTER_STICK, "ID_FILTER_STICK"},
+    {ID_FILTER_GRID, "ID_FILTER_GRID"},
+    {ID_FILTER_COPYBOX, "ID_FILTER_COPYBOX"},
+    {ID_FILTER_FOG, "ID_FILTER_FOG"},
+    {ID_FILTER_UP, "ID_FILTER_UP"},
+    {ID_FILTER_DOWN, "ID_FILTER_DOWN"},
+    {ID_FILTER_DELETE, "ID_FILTER_DELETE"},
+    {ID_POVRAY, "ID_POVRAY"},
+    {ID_POV_EXPORT_SNAP, "ID_POV_EXPORT_SNAP"},
+    {ID_POV_EXPORT_ANIM, "ID_POV_EXPORT_ANIM"},
+    {ID_POV_RENDER_SNAP, "ID_POV_RENDER_SNAP"},
+    {ID_POV_RENDER_ANIM, "ID_POV_RENDER_ANIM"},
+    {ID_VIEW_PANEL_TYPE_0, "ID_VIEW_PANEL_TYPE_0"},
+    {ID_VIEW_PANEL_TYPE_1, "ID_VIEW_PANEL_TYPE_1"},
+    {ID_VIEW_PANEL_TYPE_2, "ID_VIEW_PANEL_TYPE_2"},
+    {ID_VIEW_PANEL_TYPE_3, "ID_VIEW_PANEL_TYPE_3"},
+    {ID_VIEW_PANEL_TYPE_4, "ID_VIEW_PANEL_TYPE_4"},
+    {ID_VIEW_EXTRA, "ID_VIEW_EXTRA"},
+    {ID_TOOL_BAR, "ID_TOOL_BAR"},
+    {ID_FIT_VIEW, "ID_FIT_VIEW"},
+    {ID_CAMERA_PATH, "ID_CAMERA_PATH"},
+    {ID_LIGHT_SOURCE, "ID_LIGHT_SOURCE"},
+    {ID_COLOR_CURVE, "ID_COLOR_CURVE"},
+    {ID_TEX_PROPERTY, "ID_TEX_PROPERTY"},
+    {ID_STEREOGRAM, "ID_STEREOGRAM"},
+    {ID_PERIODIC_BOUNDARY, "ID_PERIODIC_BOUNDARY"},
+    {ID_ABOUT, "ID_ABOUT"},
+    {ID_ABOUT_GL, "ID_ABOUT_GL"},
+    {ID_UNLOCK, "ID_UNLOCK"},
+    {ID_SPECIAL, "ID_SPECIAL"},
+    {ID_SAVE_REPORT, "ID_SAVE_REPORT"},
+};
+
+} // namespace
+
+wxString GetMenuName(int id) {
+    for (const Name_st& name : kNames)
+        if (name.mId == id) return name.mName;
+    return wxString();
+}
+
+int GetMenuId(const wxString& name) {
+    for (const Name_st& known : kNames)
+        if (name == known.mName) return known.mId;
+    return -1;
+}
