@@ -41,7 +41,7 @@ std::vector<std::pair<wxString, std::string>> MakeReport(Main_cls& hub) {
     wxString report = MakeSystemText() + "\nThe last messages:\n";
     for (const wxString& told : hub.mpCRecorder->GetTold())
         report += "- " + told + "\n";
-    const wxString project = wxString::FromUTF8(hub.MakeRecoveryText());
+    const wxString project = wxString::FromUTF8(hub.MakeProjectText());
     return {{"report.txt", WithoutHome(report).utf8_string()},
             {"record.txt", WithoutHome(hub.mpCRecorder->GetText()).utf8_string()},
             {"project.mrp", WithoutHome(project).utf8_string()}};
