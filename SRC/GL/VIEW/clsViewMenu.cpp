@@ -94,8 +94,8 @@ void ViewMenu_cls::OnMenu(wxCommandEvent& event) {
 
 void ViewMenu_cls::OnMenuViewAngle() {
     const long angle = AskNumber(
-        &mCanvas, _("Degrees: of a fisheye from rim to rim, of a panorama half of what its width shows"), _("Angle"),
-        _("View Angle"), long(mCanvas.mGLPersAngle.mValue), 1, 360);
+        &mCanvas, _("Degrees: of a fisheye from rim to rim, of a panorama half of what its width shows"),
+        _("Angle"), _("View Angle"), long(mCanvas.mGLPersAngle.mValue), 1, 360);
     if (angle > 0) mCtrl.ChangeBy([this, angle] { mCanvas.mGLPersAngle.mValue = float(angle); });
 }
 
