@@ -111,7 +111,7 @@ protected:
     /// What a project would hold, but for the name of the file.
     static std::string Text() {
         std::string text;
-        for (const std::string& line : Lines(Hub()->MakeRecoveryText()))
+        for (const std::string& line : Lines(Hub()->MakeProjectText()))
             if (line.rfind("LastOpenedFileMRP=", 0) != 0) text += line + "\n";
         return text;
     }
