@@ -135,6 +135,8 @@ wxString Recorder_cls::GetTimeStamp() const {
 }
 
 int Recorder_cls::FilterEvent(wxEvent& event) {
+    // Those that come all the time are no user's.
+    if (event.GetEventType() == wxEVT_UPDATE_UI || event.GetEventType() == wxEVT_IDLE) return Event_Skip;
     const auto* window = dynamic_cast<const wxWindow*>(event.GetEventObject());
     if (event.GetEventType() == wxEVT_MENU) {
         OnMenu(static_cast<const wxCommandEvent&>(event));
@@ -237,7 +239,7 @@ void Recorder_cls::OnCommand(wxEvent& event, const wxWindow* pWindow) {
     const auto* command = dynamic_cast<const wxCommandEvent*>(&event);
     if (type == wxEVT_CLOSE_WINDOW) {
         Add("close", pWindow, {}, wxString());
-    } else if (!command || GetWindowPath(pWindow).empty()) {
+    } else if (!command) {
         return;
     } else if (type == EVT_FIELD_SET) {
         const double value = static_cast<const NumField_cls*>(pWindow)->GetValue();

@@ -3,6 +3,8 @@
 #include <wx/choice.h>
 
 #include "APP/ProjectBlocks.h"
+#include "APP/clsFileMenu.h"
+#include "APP/clsFollowRun.h"
 #include "APP/clsShortcut.h"
 #include "COMMON/Globals.h"
 #include "GL/VIEW/clsParticleWatch.h"
@@ -43,9 +45,10 @@ TEST_F(Wiring, EveryBlockOfAProjectStandsInItsPlace) {
         "ExposureLevel=",        "DataSequence0=0\n",   "PeriodicType=",      "---CameraPath\n",
         "---AnchorPath\n",       "---AllLightSource\n", "--StereoGram\n",     "PathPovRay=",
         "GUI_GYRATION=",         "FBOBufferSize=",      "ShadowQuality=",     "Panel0ShowMessage=",
-        "---FilterCtrl0Begin\n", "ImgSequenceInitNum=", "PickedParticle="};
+        "---FilterCtrl0Begin\n", "ImgSequenceInitNum=", "PickedParticle=",    "FollowNewest=1"};
     Hub()->mpCParticles->ReadStrLine("PickedParticle=1 7 6 0"); // stands there only in use
     Hub()->mpCParticles->ReadStrLine("PickedMarks=0 0 1");
+    Frame()->GetPCFileMenu()->GetFollow()->ReadStrLine("FollowNewest=1");
     const std::vector<ProjectBlock_st>& blocks = GetProjectBlocks();
     ASSERT_EQ(blocks.size(), std::size(kBegins));
     ASSERT_TRUE(Hub()->SaveProjectFile(mDir / "all.mrp", true));

@@ -211,7 +211,7 @@ TEST_F(ProjectText, MovedDataAreFoundByTheEndOfTheirPath) {
 
 TEST(ProjectBlocks, EveryBlockHasItsPlace) {
     const auto& blocks = GetProjectBlocks();
-    ASSERT_EQ(blocks.size(), 23u);
+    ASSERT_EQ(blocks.size(), 24u);
     for (size_t i = 0; i < blocks.size(); ++i) {
         EXPECT_EQ(blocks[i].mPlace, int(i) + 1);
         EXPECT_EQ(blocks[i].mbConfigure, i < 4) << "the configure file is the same text cut short";
