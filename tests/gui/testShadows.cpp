@@ -310,10 +310,21 @@ TEST_F(Shadows, VolumesCanBeShownAndMarksStay) {
     EXPECT_EQ(wrong, 0);
 }
 
-// Each eye sees the shadows that its own place shows, whatever becomes of the two pictures.
-TEST_F(Shadows, ForTwoEyes) {
+// Each eye sees the shadows that its own place shows, whatever becomes of the two pictures; a driver without
+// depth clamp draws the same.
+TEST_F(Shadows, ForTwoEyesAndWithoutDepthClamp) {
     Show(Pair(), 1.0);
     SetLight(0, LightSRC_cls::TYPE_PARALLEL, kFromFront, 0.4);
+    // The spheres stand before the far plane, and then their shadows end behind it.
+    for (const float farthest : {5000.0f, 13.0f}) {
+        Canvas(0)->mGLDepthMax.mValue = farthest;
+        const Picture_st clamped = Draw(1);
+        ShadowStencil_cls::msbClamps = false;
+        EXPECT_EQ(CountDifferent(Draw(1), clamped, 2), 0) << farthest;
+        ExpectShadows("no clamp", 50);
+        ShadowStencil_cls::msbClamps = true;
+    }
+    Canvas(0)->mGLDepthMax.mValue = 5000.0f;
     StereoGram_cls& stereo = *Hub()->mpCStereoGram;
     stereo.mCType.mValue = StereoGram_cls::TYPE_OFF_AXIS;
     const double parallax = 0.8;
