@@ -320,7 +320,7 @@ TEST_F(Shadows, ForTwoEyesAndWithoutDepthClamp) {
         Canvas(0)->mGLDepthMax.mValue = farthest;
         const Picture_st clamped = Draw(1);
         ShadowStencil_cls::msbClamps = false;
-        EXPECT_EQ(CountDifferent(Draw(1), clamped, 2), 0) << farthest;
+        EXPECT_LE(CountDifferent(Draw(1), clamped, 2), 3 * 3) << farthest << ": but for pixels on an edge";
         ExpectShadows("no clamp", 50);
         ShadowStencil_cls::msbClamps = true;
     }
