@@ -8,6 +8,9 @@ uniform vec3 light;    // its place among the spheres
 uniform float start;   // where shadows begin and end, radii
 uniform float reach;
 #endif
+#ifdef NO_CLAMP
+varying vec2 depth;    // over each other: what the far plane would cut stays
+#endif
 
 // gl_Vertex: of a far light the corner itself, radii; of a near one cosine and sine of the place around, and
 // which end. gl_MultiTexCoord0: which end.
@@ -27,6 +30,10 @@ void main()
     vec3 corner = gl_Vertex.xyz;
 #endif
     gl_Position = gl_ModelViewProjectionMatrix * vec4(sphere.xyz + sphere.w * corner, 1.0);
+#ifdef NO_CLAMP
+    depth = gl_Position.zw;
+    gl_Position.z = 0.0;
+#endif
     gl_FrontColor = vec4(gl_Color.rgb * (1.0 - 0.7 * gl_MultiTexCoord0.x), 1.0);
     gl_BackColor = gl_FrontColor;
 }

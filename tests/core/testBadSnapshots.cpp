@@ -1,9 +1,13 @@
 // Malformed and odd snapshots: each file through head and body; the words for those that are refused.
+#include <algorithm>
 #include <cmath>
 #include <fstream>
+#include <limits>
 #include <map>
 #include <sstream>
+#include <vector>
 
+#include "PDATA/RecordCopy.h"
 #include "ReaderTestTools.h"
 
 namespace {
@@ -143,6 +147,30 @@ TEST(BadSnapshots, ParticlesWithoutAPlaceAreTold) {
     EXPECT_EQ(told(15, 100), ReadText("nan_inf").mWords);
     EXPECT_EQ(told(1, 100), ReadText("overflow_numbers").mWords);
     EXPECT_EQ("", ReadBinary("radius_bad").mWords) << "the place is what counts";
+}
+
+// As many are looked at together, of which few are none.
+TEST(BadSnapshots, ParticlesWithoutAPlaceAreFoundAmongMany) {
+    const float none = std::numeric_limits<float>::quiet_NaN(), far = 2e38f;
+    for (const size_t stride : {3u, 7u})
+        for (const size_t number : {255u, 256u, 257u, 512u, 513u, 1000u}) {
+            std::vector<float> records(stride * number, 3e37f);
+            for (size_t i = 0; stride > 3 && i < number; ++i)
+                records[stride * i + 3] = none; // no part of the place
+            size_t expected = 0;
+            const auto count = [&] {
+                return CountPlaceless(reinterpret_cast<const unsigned char*>(records.data()),
+                                      stride * sizeof(float), number);
+            };
+            for (const size_t i : {size_t(0), size_t(255), size_t(256), number - 1}) {
+                float* const place = &records[stride * std::min(i, number - 1)];
+                EXPECT_EQ(count(), expected) << stride << " " << number;
+                if (place[0] == 3e37f) ++expected;
+                if (i % 2 == 0) std::fill_n(place, 2, far); // numbers, but their sum isn't
+                if (i % 2 != 0) place[0] = place[2] = none;
+            }
+            EXPECT_EQ(count(), expected) << stride << " " << number;
+        }
 }
 
 TEST(BadSnapshots, TextOnesAreRefusedWithTheseWords) {

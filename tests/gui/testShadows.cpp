@@ -131,11 +131,18 @@ TEST_F(Shadows, TheEyeMayBeInThem) {
     SetLight(0, LightSRC_cls::TYPE_PARALLEL, {-1, 0, 0}, 0.8);
     ExpectShadows("eye inside", 60);
     Canvas(0)->mGLDepthMax.mValue = 11.5f;
-    ExpectShadows("cut by the far plane", 60);
-    ShadowVolume_cls::GetSettings().mLength.mValue = 1e5f;
-    ExpectShadows("endless", 60);
-    SetLight(0, LightSRC_cls::TYPE_POINT, {-9, 0, 0}, 0.8);
-    ExpectShadows("a near light", 60);
+    for (const bool bClamps : {true, false}) {
+        ShadowStencil_cls::msbClamps = bClamps;
+        const std::string how = bClamps ? "" : " without depth clamp";
+        ShadowVolume_cls::GetSettings().mLength.mValue = 20.0f;
+        SetLight(0, LightSRC_cls::TYPE_PARALLEL, {-1, 0, 0}, 0.8);
+        ExpectShadows("cut by the far plane" + how, 60);
+        ShadowVolume_cls::GetSettings().mLength.mValue = 1e5f;
+        ExpectShadows("endless" + how, 60);
+        SetLight(0, LightSRC_cls::TYPE_POINT, {-9, 0, 0}, 0.8);
+        ExpectShadows("a near light" + how, 60);
+    }
+    ShadowStencil_cls::msbClamps = true;
     Canvas(0)->mGLDepthMax.mValue = 5000.0f;
     // A shadow towards the eye, which is dark to its end.
     Show({{10, 0, 0}, {6, 0.9, 0}}, 1.0);
@@ -303,7 +310,8 @@ TEST_F(Shadows, VolumesCanBeShownAndMarksStay) {
     EXPECT_EQ(wrong, 0);
 }
 
-// Each eye sees the shadows that its own place shows; a driver without depth clamp draws the same.
+// Each eye sees the shadows that its own place shows, whatever becomes of the two pictures; a driver without
+// depth clamp draws the same.
 TEST_F(Shadows, ForTwoEyesAndWithoutDepthClamp) {
     Show(Pair(), 1.0);
     SetLight(0, LightSRC_cls::TYPE_PARALLEL, kFromFront, 0.4);
@@ -312,7 +320,7 @@ TEST_F(Shadows, ForTwoEyesAndWithoutDepthClamp) {
         Canvas(0)->mGLDepthMax.mValue = farthest;
         const Picture_st clamped = Draw(1);
         ShadowStencil_cls::msbClamps = false;
-        EXPECT_EQ(CountDifferent(Draw(1), clamped, 2), 0) << farthest;
+        EXPECT_LE(CountDifferent(Draw(1), clamped, 2), 3 * 3) << farthest << ": but for pixels on an edge";
         ExpectShadows("no clamp", 50);
         ShadowStencil_cls::msbClamps = true;
     }
@@ -336,6 +344,23 @@ TEST_F(Shadows, ForTwoEyesAndWithoutDepthClamp) {
     for (size_t i = 0; i < both.mRGB.size(); ++i)
         wrong += std::abs(int(both.mRGB[i]) - int((i % 3 == 0 ? left : right).mRGB[i])) > 8;
     EXPECT_LT(wrong, 60);
+    stereo.mCEye.mValue = StereoGram_cls::OUTPUT_LINE_BY_LINE;
+    const Picture_st lines = Draw(1);
+    stereo.mCEye.mValue = StereoGram_cls::OUTPUT_SIDE_BY_SIDE;
+    const Picture_st beside = Draw(1);
+    int wrongLines = 0, wrongHalves = 0;
+    for (int y = 0; y < both.mH; ++y)
+        for (int x = 0; x < both.mW; ++x) {
+            const Picture_st& own = (both.mH - 1 - y) % 2 == 0 ? left : right; // from the lowest one
+            wrongLines += std::abs(lines.Brightness(x, y) - own.Brightness(x, y)) > 3;
+            const Picture_st& eye = x < both.mW / 2 ? left : right;
+            const int there = 2 * x % both.mW; // two pixels become one
+            const int pair[2] = {eye.Brightness(there, y), eye.Brightness(there + 1, y)};
+            const int seen = beside.Brightness(x, y);
+            wrongHalves += seen < std::min(pair[0], pair[1]) - 8 || seen > std::max(pair[0], pair[1]) + 8;
+        }
+    EXPECT_EQ(wrongLines, 0);
+    EXPECT_LT(wrongHalves, 200);
     // An eye aside sees what one in the middle does of a scene that stands the other way; y is to the left.
     stereo.mCEye.mValue = StereoGram_cls::OUTPUT_NO_PARALLAX;
     for (const Picture_st* seen : {&left, &right}) {

@@ -346,12 +346,13 @@ bool ShaderCtrl_cls::BeginExact(unsigned type, int lightNumber, bool bMaterials,
     return true;
 }
 
-bool ShaderCtrl_cls::BeginShadows(bool bNear, const float* pLight, float start, float reach) {
+bool ShaderCtrl_cls::BeginShadows(bool bNear, const float* pLight, float start, float reach, bool bClamped) {
     if (!mbEnabled) return false;
     if (mShadows.empty())
         mShadowSource = {readShaderSource(FindRuntimeFile("GL/Shadow.vert")),
                          readShaderSource(FindRuntimeFile("GL/Shadow.frag"))};
-    const std::string defines = bNear ? "#define NEAR_LIGHT\n" : "";
+    const std::string defines =
+        std::string(bNear ? "#define NEAR_LIGHT\n" : "") + (bClamped ? "" : "#define NO_CLAMP\n");
     const ShaderProgram_cls* pProgram = GetForm(mShadows, mShadowSource, defines, kShadowAttributes);
     if (!pProgram) return false;
     glUseProgram(pProgram->mProgram);

@@ -90,8 +90,9 @@ public:
     /// Cylinders that are the shadows of spheres, by ATTRIBUTE_SPHERE. A vertex is the corner in radii or,
     /// with `bNear`, cosine and sine of its place around and 0 or 1 for the end; then `pLight` is the light's
     /// place among the spheres, and shadows lead from `start` to `reach` radii behind the circle on which it
-    /// touches them. False: not here.
-    bool BeginShadows(bool bNear, const float* pLight, float start, float reach);
+    /// touches them. Without OpenGL's depth clamp (`bClamped`) the shader does its work, as volumes are not
+    /// to be cut by the far plane. False: not here.
+    bool BeginShadows(bool bNear, const float* pLight, float start, float reach, bool bClamped);
 
     /// What leads from a pixel to the spheres whose shadows may lie there.
     struct Lookup_st {

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 #include <thread>
+#include <utility>
 
 #include "COMMON/OnThreads.h"
 #include "COMMON/clsMyVector.h"
@@ -23,11 +25,39 @@ constexpr uint32_t kLeftOut = ~0u; // in place of a count
 
 } // namespace
 
-void ShadowGrid_cls::Clear() {
-    mvBalls.clear();
-    mvStarts.clear();
-    mvEntries.clear();
+/// A run of spheres, worked on by one thread, with what it lists.
+struct ShadowGrid_cls::Run_st {
+    size_t first = 0, last = 0;   ///< spheres
+    std::vector<uint32_t> blocks; ///< of all of them
+    std::vector<int32_t> next;    ///< of each block of the table: how many, then the place of the next
+};
+
+struct ShadowGrid_cls::Memory_st {
+    std::vector<float> places; ///< as the spheres, in the table's coordinates
+    std::vector<float> entries;
+    std::vector<uint32_t> counts; ///< blocks of each sphere
+    std::vector<int32_t> starts;
+    std::vector<Run_st> runs;
+};
+
+// New memory of that size takes longer than what is then done with it.
+std::unique_ptr<ShadowGrid_cls::Memory_st>& ShadowGrid_cls::GetSpare() {
+    static std::unique_ptr<Memory_st> spSpare;
+    return spSpare;
 }
+
+ShadowGrid_cls::ShadowGrid_cls(const ShadowShape_st& shape)
+    : mShape(shape), mTurned(shape), mpMemory(std::move(GetSpare())) {
+    if (!mpMemory) mpMemory = std::make_unique<Memory_st>();
+}
+
+ShadowGrid_cls::~ShadowGrid_cls() { GetSpare() = std::move(mpMemory); }
+
+void ShadowGrid_cls::Clear() { mvBalls.clear(); }
+
+const std::vector<int32_t>& ShadowGrid_cls::GetStarts() const { return mpMemory->starts; }
+
+const std::vector<float>& ShadowGrid_cls::GetEntries() const { return mpMemory->entries; }
 
 void ShadowGrid_cls::GetTurn(double (*pRows)[3]) const {
     for (int row = 0; row < 3; ++row)
@@ -86,8 +116,8 @@ uint32_t ShadowGrid_cls::GetBlockAt(const float* pPlace) const {
 }
 
 bool ShadowGrid_cls::IsInShadow(const float* pPlace, uint32_t block) const {
-    const float* const pEnd = mvEntries.data() + 4 * static_cast<size_t>(mvStarts[block + 1]);
-    const float* p = mvEntries.data() + 4 * static_cast<size_t>(mvStarts[block]);
+    const float* const pEnd = mpMemory->entries.data() + 4 * static_cast<size_t>(mpMemory->starts[block + 1]);
+    const float* p = mpMemory->entries.data() + 4 * static_cast<size_t>(mpMemory->starts[block]);
     if (!mShape.bNear) {
         for (; p < pEnd; p += 4) {
             const float x = pPlace[0] - p[0], y = pPlace[1] - p[1], z = pPlace[2] - p[2];
@@ -160,11 +190,11 @@ bool ShadowGrid_cls::ListBox(const float* pLow, const float* pHigh, std::vector<
     for (int i = 0; i < 3; ++i) {
         // What the way from the screen back rounds.
         const float slack = 1e-6f * std::max(std::fabs(pLow[i]), std::fabs(pHigh[i]));
-        const float low = std::floor((pLow[i] - slack) * mPerBlock[i]);
-        const float high = std::floor((pHigh[i] + slack) * mPerBlock[i]);
+        const float low = (pLow[i] - slack) * mPerBlock[i];
+        const float high = (pHigh[i] + slack) * mPerBlock[i];
         if (!(low > -kFarthest && high < kFarthest && high - low < float(kMostBlocks))) return false;
-        first[i] = static_cast<int32_t>(low);
-        last[i] = static_cast<int32_t>(high);
+        first[i] = ToBlock(low);
+        last[i] = ToBlock(high);
     }
     if (size_t(last[0] - first[0] + 1) * size_t(last[1] - first[1] + 1) * size_t(last[2] - first[2] + 1) >
         kMostBlocks)
@@ -192,27 +222,28 @@ bool ShadowGrid_cls::ListCone(const float* pPlace, float radius, std::vector<uin
     if (radius > kNextToLight * far) return false;
     const float last = MyVector::GetNorm(to);
     const float nearest = last - radius * (mShape.length - mShape.start);
-    const float farthest = std::hypot(last, ends.radius[1]);
+    const float farthest = std::sqrt(last * last + ends.radius[1] * ends.radius[1]);
     // What the way from the screen back rounds, here of distances.
     const float rounded =
         2e-6f * std::max({far, std::fabs(pPlace[0]), std::fabs(pPlace[1]), std::fabs(pPlace[2])});
-    const float shells[2] = {std::floor(std::max(nearest - rounded - 1e-6f * farthest, 0.0f) * mPerBlock[2]),
-                             std::floor((farthest * 1.000002f + rounded) * mPerBlock[2])};
+    const float shells[2] = {std::max(nearest - rounded - 1e-6f * farthest, 0.0f) * mPerBlock[2],
+                             (farthest * 1.000002f + rounded) * mPerBlock[2]};
     // Twice the sine of half the cone's angle is what the cap reaches.
     const float ratio = ends.radius[1] / last;
     const float cosine = 1.0f / std::sqrt(1.0f + ratio * ratio);
     const float reach = ratio * cosine / std::sqrt(0.5f * (1.0f + cosine)) + 2e-6f +
                         2.0f * rounded / std::max(nearest, radius);
     if (!(shells[1] < kFarthest && shells[1] - shells[0] < float(kMostBlocks))) return false;
+    const int32_t shell = ToBlock(shells[0]), lastShell = ToBlock(shells[1]);
     int32_t first[3];
     int number[3];
     for (int i = 0; i < 3; ++i) {
         away[i] /= far;
-        const float low = std::floor((away[i] - reach) * mPerBlock[0]);
-        const float high = std::floor((away[i] + reach) * mPerBlock[0]);
+        const float low = (away[i] - reach) * mPerBlock[0];
+        const float high = (away[i] + reach) * mPerBlock[0];
         if (!(high - low < 16.0f)) return false;
-        first[i] = static_cast<int32_t>(low);
-        number[i] = static_cast<int>(high - low) + 1;
+        first[i] = ToBlock(low);
+        number[i] = ToBlock(high) - first[i] + 1;
     }
     // Of each axis and block: its nearest and farthest squares from the cap's middle and from the light.
     float off[3][17], inner[3][17], outer[3][17];
@@ -234,10 +265,10 @@ bool ShadowGrid_cls::ListCone(const float* pPlace, float radius, std::vector<uin
                     inner[0][x] + inner[1][y] + inner[2][z] > 1.0f + kRound ||
                     outer[0][x] + outer[1][y] + outer[2][z] < 1.0f - kRound)
                     continue;
-                for (auto shell = int32_t(shells[0]); shell <= int32_t(shells[1]); ++shell) {
-                    const int32_t block[4] = {first[0] + x, first[1] + y, first[2] + z, shell};
-                    listed.push_back(GetNearBlock(block));
-                }
+                const int32_t block[4] = {first[0] + x, first[1] + y, first[2] + z, shell};
+                const uint32_t inFirst = GetNearBlock(block);
+                for (int32_t k = 0; k <= lastShell - shell; ++k)
+                    listed.push_back((inFirst + static_cast<uint32_t>(k) * kScatter[3]) & (kNearSize - 1));
                 if (listed.size() > kMostBlocks) return false;
             }
     return true;
@@ -256,21 +287,15 @@ bool ShadowGrid_cls::ListBlocks(const float* pPlace, float radius, std::vector<u
     return ListBox(low, high, listed);
 }
 
-/// A run of spheres, worked on by one thread, with what it lists.
-struct ShadowGrid_cls::Run_st {
-    size_t first = 0, last = 0;   ///< spheres
-    std::vector<uint32_t> blocks; ///< of all of them
-    std::vector<int32_t> next;    ///< of each block of the table: how many, then the place of the next
-};
-
 // Into the table's coordinates, and the blocks of each.
 void ShadowGrid_cls::ListRun(const double (*pTurn)[3], Run_st& run) {
     std::vector<uint32_t> listed; // blocks of the sphere at hand
     run.next.assign(GetSize(), 0);
+    run.blocks.clear();
     run.blocks.reserve((run.last - run.first) * 9);
     for (size_t n = run.first; n < run.last; ++n) {
         const float* pBall = GetBall(n);
-        float* pPlace = mvPlaces.data() + 4 * n;
+        float* pPlace = mpMemory->places.data() + 4 * n;
         double way[3];
         for (int i = 0; i < 3; ++i)
             way[i] = double(pBall[i]) - mOrigin[i];
@@ -279,10 +304,10 @@ void ShadowGrid_cls::ListRun(const double (*pTurn)[3], Run_st& run) {
                 static_cast<float>(pTurn[i][0] * way[0] + pTurn[i][1] * way[1] + pTurn[i][2] * way[2]);
         pPlace[3] = pBall[3];
         if (!ListBlocks(pPlace, pBall[3], listed)) {
-            mvCounts[n] = kLeftOut;
+            mpMemory->counts[n] = kLeftOut;
             continue;
         }
-        mvCounts[n] = static_cast<uint32_t>(listed.size());
+        mpMemory->counts[n] = static_cast<uint32_t>(listed.size());
         run.blocks.insert(run.blocks.end(), listed.begin(), listed.end());
         for (const uint32_t block : listed)
             ++run.next[block];
@@ -299,8 +324,8 @@ void ShadowGrid_cls::LimitRuns(std::vector<Run_st>& runs) {
     for (Run_st& run : runs) {
         size_t from = 0, to = 0;
         for (size_t n = run.first; n < run.last; ++n) {
-            if (mvCounts[n] == kLeftOut) continue;
-            const size_t count = mvCounts[n];
+            if (mpMemory->counts[n] == kLeftOut) continue;
+            const size_t count = mpMemory->counts[n];
             const bool bKeep = kept + count <= kMostEntries;
             for (size_t k = 0; k < count; ++k)
                 if (bKeep)
@@ -311,7 +336,7 @@ void ShadowGrid_cls::LimitRuns(std::vector<Run_st>& runs) {
             if (bKeep)
                 kept += count;
             else
-                mvCounts[n] = kLeftOut;
+                mpMemory->counts[n] = kLeftOut;
         }
         run.blocks.resize(to);
     }
@@ -321,23 +346,30 @@ void ShadowGrid_cls::LimitRuns(std::vector<Run_st>& runs) {
 void ShadowGrid_cls::FindStarts(std::vector<Run_st>& runs) {
     int32_t start = 0;
     for (size_t block = 0; block < GetSize(); ++block) {
-        mvStarts[block] = start;
+        mpMemory->starts[block] = start;
         for (Run_st& run : runs) {
             const int32_t count = run.next[block];
             run.next[block] = start;
             start += count;
         }
     }
-    mvStarts[GetSize()] = start;
+    mpMemory->starts[GetSize()] = start;
 }
 
 void ShadowGrid_cls::FillRun(Run_st& run) {
+    constexpr size_t kAhead = 16;
     const uint32_t* pBlock = run.blocks.data();
-    for (size_t n = run.first; n < run.last; ++n)
-        for (uint32_t k = 0; mvCounts[n] != kLeftOut && k < mvCounts[n]; ++k) {
-            const int32_t slot = run.next[*pBlock++]++;
-            std::copy_n(mvPlaces.data() + 4 * n, 4, mvEntries.data() + 4 * static_cast<size_t>(slot));
+    const uint32_t* const pLast = pBlock + run.blocks.size();
+    float* const pEntries = mpMemory->entries.data();
+    for (size_t n = run.first; n < run.last; ++n) {
+        const uint32_t count = mpMemory->counts[n] != kLeftOut ? mpMemory->counts[n] : 0;
+        const float* pPlace = mpMemory->places.data() + 4 * n;
+        for (uint32_t k = 0; k < count; ++k, ++pBlock) {
+            if (pLast - pBlock > static_cast<ptrdiff_t>(kAhead))
+                __builtin_prefetch(pEntries + 4 * static_cast<size_t>(run.next[pBlock[kAhead]]), 1);
+            std::copy_n(pPlace, 4, pEntries + 4 * static_cast<size_t>(run.next[*pBlock]++));
         }
+    }
 }
 
 // How many threads there are changes nothing in the table.
@@ -345,18 +377,22 @@ std::vector<size_t> ShadowGrid_cls::Sort(int threads) {
     constexpr size_t kForThread = 5000;
     std::vector<size_t> out;
     const size_t number = GetNumber();
-    mvStarts.assign(GetSize() + 1, 0);
-    mvEntries.clear();
-    if (number == 0) return out;
+    if (number == 0) {
+        mpMemory->starts.assign(GetSize() + 1, 0);
+        mpMemory->entries.clear();
+        return out;
+    }
+    mpMemory->starts.resize(GetSize() + 1);
     ChooseBlocks();
     double turn[3][3];
     GetTurn(turn);
-    mvPlaces.resize(mvBalls.size());
-    mvCounts.resize(number);
+    mpMemory->places.resize(mvBalls.size());
+    mpMemory->counts.resize(number);
     if (threads < 1)
         threads = std::clamp(static_cast<int>(std::thread::hardware_concurrency()), 1,
                              std::min(kMostThreads, static_cast<int>(number / kForThread) + 1));
-    std::vector<Run_st> runs(static_cast<size_t>(threads));
+    std::vector<Run_st>& runs = mpMemory->runs;
+    runs.resize(static_cast<size_t>(threads));
     const auto onAll = [&runs, threads](const auto& job) {
         OnThreads(threads, [&](int k) { job(runs[static_cast<size_t>(k)]); });
     };
@@ -367,9 +403,9 @@ std::vector<size_t> ShadowGrid_cls::Sort(int threads) {
     onAll([&](Run_st& run) { ListRun(turn, run); });
     LimitRuns(runs);
     FindStarts(runs);
-    mvEntries.resize(4 * static_cast<size_t>(mvStarts.back()));
+    mpMemory->entries.resize(4 * static_cast<size_t>(mpMemory->starts.back()));
     onAll([&](Run_st& run) { FillRun(run); });
     for (size_t n = 0; n < number; ++n)
-        if (mvCounts[n] == kLeftOut) out.push_back(n);
+        if (mpMemory->counts[n] == kLeftOut) out.push_back(n);
     return out;
 }

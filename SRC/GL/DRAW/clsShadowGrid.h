@@ -9,6 +9,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 #include "GL/DRAW/ShadowShape.h"
@@ -22,7 +23,11 @@ public:
     static constexpr std::array<uint32_t, 4> kScatter = {1, 601, 360001, 215640599};
     static constexpr size_t kMostEntries = size_t{4} << 20; ///< of the table
 
-    explicit ShadowGrid_cls(const ShadowShape_st& shape) : mShape(shape), mTurned(shape) {}
+    /// One after another take over each other's memory: for one thread alone.
+    explicit ShadowGrid_cls(const ShadowShape_st& shape);
+    ~ShadowGrid_cls();
+    ShadowGrid_cls(const ShadowGrid_cls&) = delete;
+    ShadowGrid_cls& operator=(const ShadowGrid_cls&) = delete;
 
     void Add(const float* pPos, float radius) {
         mvBalls.insert(mvBalls.end(), {pPos[0], pPos[1], pPos[2], radius});
@@ -52,12 +57,15 @@ public:
     bool IsInShadow(const float* pPlace) const { return IsInShadow(pPlace, GetBlockAt(pPlace)); }
     bool IsInShadow(const float* pPlace, uint32_t block) const;
     /// Of each block, and one past the last: the first of those in it, into GetEntries.
-    const std::vector<int32_t>& GetStarts() const { return mvStarts; }
+    const std::vector<int32_t>& GetStarts() const;
     /// Four numbers each: centre in the table's coordinates, and radius.
-    const std::vector<float>& GetEntries() const { return mvEntries; }
+    const std::vector<float>& GetEntries() const;
 
 private:
     struct Run_st;
+    struct Memory_st;
+
+    static std::unique_ptr<Memory_st>& GetSpare();
 
     void ChooseBlocks();
     bool ListBlocks(const float* pPlace, float radius, std::vector<uint32_t>& listed) const;
@@ -74,8 +82,5 @@ private:
     std::vector<float> mvBalls;
     double mOrigin[3] = {0, 0, 0};
     float mPerBlock[3] = {1, 1, 1};
-    std::vector<float> mvPlaces;    ///< as mvBalls, in the table's coordinates
-    std::vector<uint32_t> mvCounts; ///< blocks of each sphere
-    std::vector<int32_t> mvStarts;
-    std::vector<float> mvEntries;
+    std::unique_ptr<Memory_st> mpMemory; ///< the table, and what it is made with
 };

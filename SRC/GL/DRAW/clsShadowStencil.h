@@ -25,6 +25,7 @@ public:
     bool Count(float left, float bottom, float right, float top) {
         return mCover.Add(left, bottom, right, top);
     }
+    bool IsClamped() const { return mbClamped; } ///< OpenGL keeps what lies beyond the far plane
     /// Keep what the volumes drawn so far cover, and count on from zero. The program in use stays.
     void Fold();
     /// A texture of the depths of what is in the picture, as large as the viewport; bound to the unit in use.

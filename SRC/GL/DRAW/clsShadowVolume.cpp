@@ -150,8 +150,9 @@ ShadowVolume_cls::ShadowVolume_cls(const float* pLight, float start, ShadowStenc
     glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
     glEnableClientState(GL_VERTEX_ARRAY);
     ShaderCtrl_cls* pShader = GLAttribute_cls::mspCShaderCtrl;
-    mbInstances = Sphere_cls::HasInstances() && pShader &&
-                  pShader->BeginShadows(bNear, mShape.light, mShape.start, mShape.length);
+    mbInstances =
+        Sphere_cls::HasInstances() && pShader &&
+        pShader->BeginShadows(bNear, mShape.light, mShape.start, mShape.length, mStencil.IsClamped());
     if (mbInstances && !mStencil.IsShown()) {
         mLookup.emplace(mShape, mModel);
         if (!mLookup->IsHere()) mLookup.reset();
