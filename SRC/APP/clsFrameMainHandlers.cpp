@@ -17,6 +17,7 @@
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsTopHalfPanel.h"
 #include "TIME/clsTimeCtrl.h"
+#include "WIDGET/ShortcutKeys.h"
 #include "WIDGET/TIMELINE/clsBtmHalfPanel.h"
 #include "WIDGET/clsMultiInputPanel.h"
 
@@ -68,7 +69,7 @@ void FrameMain_cls::OnMenuShortcut(wxCommandEvent&) {
 
 void FrameMain_cls::OnCharHook(wxKeyEvent& event) {
     // Whoever edits text, or picks from a list by keys, has the key first.
-    wxWindow* focus = wxWindow::FindFocus();
+    wxWindow* focus = FindKeyTarget();
     const bool bNeedsKeys = dynamic_cast<wxTextEntryBase*>(focus) || dynamic_cast<wxChoice*>(focus) ||
                             (dynamic_cast<wxCheckBox*>(focus) && event.GetKeyCode() != WXK_ESCAPE) ||
                             dynamic_cast<wxListCtrl*>(focus);

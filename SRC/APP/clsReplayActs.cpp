@@ -19,6 +19,7 @@
 #include "APP/clsMain.h"
 #include "APP/clsRecorder.h"
 #include "COMMON/EventIds.h"
+#include "COMMON/UserActs.h"
 #include "TIME/clsTimeCtrl.h"
 #include "WIDGET/ShortcutKeys.h"
 #include "WIDGET/TIMELINE/TimeGesture.h"
@@ -139,7 +140,10 @@ wxString Replay_cls::DoKey(const ActLine_st& line, wxWindow* pWindow) {
         event.SetShiftDown((modifiers & wxMOD_SHIFT) != 0);
         event.SetControlDown((modifiers & wxMOD_CONTROL) != 0);
         event.SetAltDown((modifiers & wxMOD_ALT) != 0);
-        if (pWindow->HandleWindowEvent(event)) break;
+        GUserActs.mpKeyTarget = pWindow;
+        const bool bDone = pWindow->HandleWindowEvent(event);
+        GUserActs.mpKeyTarget = nullptr;
+        if (bDone) break;
     }
     return wxString();
 }
@@ -155,7 +159,7 @@ wxString Replay_cls::DoShortcut(const ActLine_st& line, wxWindow*) {
     event.SetShiftDown((modifiers & wxMOD_SHIFT) != 0);
     event.SetControlDown((modifiers & wxMOD_CONTROL) != 0);
     event.SetAltDown((modifiers & wxMOD_ALT) != 0);
-    HandBackShortcut(event);
+    GiveShortcut(event); // its field didn't need it
     return wxString();
 }
 

@@ -10,6 +10,7 @@
 #include "PARAM/clsCommandSetValue.h"
 #include "PARAM/clsUndoManager.h"
 #include "TIME/clsTimeCtrl.h"
+#include "WIDGET/ShortcutKeys.h"
 #include "WIDGET/clsMultiInputPanel.h"
 #include "WIDGET/clsNumField.h"
 
@@ -99,7 +100,8 @@ void SceneGUI_cls::TakeValues() {
 bool SceneGUI_cls::OnKeyDown(wxKeyEvent& event) {
     const bool bEnter = event.GetKeyCode() == WXK_RETURN || event.GetKeyCode() == WXK_NUMPAD_ENTER;
     // A button that has the focus is pressed.
-    if (!bEnter || event.GetModifiers() != wxMOD_NONE || dynamic_cast<wxButton*>(FindFocus())) return false;
+    if (!bEnter || event.GetModifiers() != wxMOD_NONE || dynamic_cast<wxButton*>(FindKeyTarget()))
+        return false;
     Close(true);
     return true;
 }

@@ -6,6 +6,8 @@
 
 #include <wx/string.h>
 
+class wxWindow;
+
 struct UserActs_st {
     /// A line of a record: its verb (ActLine.h) and what goes with it.
     std::function<void(const char* verb, const wxString& what)> mNote;
@@ -13,6 +15,8 @@ struct UserActs_st {
     std::function<wxString(const char* verb)> mAnswer;
     /// A message that was shown, or would have been.
     std::function<void(const wxString& text)> mTold;
+    /// Whom a replayed key is for: no focus tells. Null while none is replayed.
+    wxWindow* mpKeyTarget = nullptr;
 };
 extern UserActs_st GUserActs;
 

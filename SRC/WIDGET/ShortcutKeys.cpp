@@ -82,6 +82,10 @@ wxMenuItem* FindAccelerated(const wxFrame* pFrame, int key, int modifier) {
     return nullptr;
 }
 
+const wxFrame* FindMainFrame() {
+    return wxTheApp ? dynamic_cast<wxFrame*>(wxTheApp->GetTopWindow()) : nullptr;
+}
+
 /// What choosing the item would do.
 void PostItem(wxMenuItem* pItem) {
     pItem->GetMenu()->UpdateUI(); // what follows the program's state may be behind it
@@ -113,8 +117,10 @@ bool IsFieldKey(FieldKind kind, int key, int modifier) {
     return key < WXK_F1 || key > WXK_F24;
 }
 
+wxWindow* FindKeyTarget() { return GUserActs.mpKeyTarget ? GUserActs.mpKeyTarget : wxWindow::FindFocus(); }
+
 FieldKind GetFocusedFieldKind() {
-    wxWindow* focus = wxWindow::FindFocus();
+    wxWindow* focus = FindKeyTarget();
     if (!focus) return FieldKind::None;
     if (dynamic_cast<NumField_cls*>(focus->GetParent())) return FieldKind::Number;
     if (dynamic_cast<wxTextCtrl*>(focus) || dynamic_cast<wxComboBox*>(focus)) return FieldKind::Text;
@@ -126,18 +132,20 @@ bool HandBackShortcut(const wxKeyEvent& event) {
     const int modifier = event.GetModifiers();
     const FieldKind kind = GetFocusedFieldKind();
     if (IsFieldKey(kind, key, modifier)) return false;
-    const wxFrame* frame = wxTheApp ? dynamic_cast<wxFrame*>(wxTheApp->GetTopWindow()) : nullptr;
-    if (wxMenuItem* item = FindAccelerated(frame, key, modifier)) {
-        // The frame's own menu bar sees the key, but a plain letter the field would see first.
-        const bool bPlain = (modifier & ~wxMOD_SHIFT) == 0 && key < WXK_START;
-        if (wxGetTopLevelParent(wxWindow::FindFocus()) == frame && !bPlain) return false;
-        NoteKey(kind, event);
-        PostItem(item);
-        return true;
-    }
+    // The frame's own menu bar sees the key, but a plain letter the field would see first.
+    const wxFrame* frame = FindMainFrame();
+    const bool bPlain = (modifier & ~wxMOD_SHIFT) == 0 && key < WXK_START;
+    if (!bPlain && FindAccelerated(frame, key, modifier) && wxGetTopLevelParent(FindKeyTarget()) == frame)
+        return false;
     NoteKey(kind, event);
-    GShortcutKeycode = key;
-    GShortcutModifier = modifier;
-    PostMenuEvent(ID_SHORTCUT);
+    GiveShortcut(event);
     return true;
+}
+
+void GiveShortcut(const wxKeyEvent& event) {
+    if (wxMenuItem* item = FindAccelerated(FindMainFrame(), event.GetKeyCode(), event.GetModifiers()))
+        return PostItem(item);
+    GShortcutKeycode = event.GetKeyCode();
+    GShortcutModifier = event.GetModifiers();
+    PostMenuEvent(ID_SHORTCUT);
 }

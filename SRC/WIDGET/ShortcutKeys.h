@@ -2,6 +2,7 @@
 #pragma once
 
 class wxKeyEvent;
+class wxWindow;
 
 enum class FieldKind {
     None,   ///< no field has the focus
@@ -13,9 +14,15 @@ enum class FieldKind {
 /// 4 Shift, 8 Meta, added up.
 bool IsFieldKey(FieldKind kind, int keycode, int modifier);
 
-/// What the focused window edits.
+/// The window that a key goes to first: the focused one, or whom a replayed key is for.
+wxWindow* FindKeyTarget();
+
+/// What the window edits that keys go to.
 FieldKind GetFocusedFieldKind();
 
 /// Offer a key to the main frame unless the focused field needs it: to its menu, when that bears the key,
 /// else as ID_SHORTCUT. True when it was handed on.
 bool HandBackShortcut(const wxKeyEvent& event);
+
+/// The same without asking who else needs the key.
+void GiveShortcut(const wxKeyEvent& event);

@@ -7,6 +7,7 @@
 #include <wx/sizer.h>
 
 #include "PARAM/clsParamGroup.h"
+#include "WIDGET/ShortcutKeys.h"
 #include "WIDGET/TIMELINE/GraphEdit.h"
 #include "WIDGET/clsMultiInputPanel.h"
 
@@ -179,7 +180,7 @@ void KeyDialog_cls::UpdateValues() { mpCPanel->UpdateValues(); }
 bool KeyDialog_cls::OnKeyDown(wxKeyEvent& event) {
     const int key = event.GetKeyCode();
     if ((key != WXK_RETURN && key != WXK_NUMPAD_ENTER) || event.GetModifiers() != wxMOD_NONE) return false;
-    if (dynamic_cast<wxButton*>(FindFocus())) return false; // Enter presses the button with the focus
+    if (dynamic_cast<wxButton*>(FindKeyTarget())) return false; // Enter presses the button with the focus
     // The field under the caret takes what was typed when it loses the focus.
     wxWindow* ok = FindWindow(wxID_OK);
     if (ok) ok->SetFocus();
