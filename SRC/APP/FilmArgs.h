@@ -69,5 +69,3 @@ wxString CheckFilmExport(wxString* pOutput);
 
 /// Make the folder of a file if it isn't there yet. Empty on success.
 wxString MakeFilmFolder(const wxString& path);
-
-wxString GetFilmHelp();

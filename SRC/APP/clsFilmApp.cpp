@@ -14,6 +14,7 @@
 
 #include "APP/AppSetup.h"
 #include "APP/FilmGuard.h"
+#include "APP/FilmHelp.h"
 #include "APP/FilmProgress.h"
 #include "APP/FilmStop.h"
 #include "APP/WindowArgs.h"

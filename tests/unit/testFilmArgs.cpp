@@ -1,5 +1,6 @@
 // The film maker's command line: each wrong form is told in one line, each right one is understood.
 #include "APP/FilmArgs.h"
+#include "APP/FilmHelp.h"
 
 #include <cstdlib>
 #include <filesystem>

@@ -1,0 +1,6 @@
+// What morentis-film --help prints.
+#pragma once
+
+#include <wx/string.h>
+
+wxString GetFilmHelp();
