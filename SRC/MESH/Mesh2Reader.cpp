@@ -2,14 +2,14 @@
 
 #include <algorithm>
 #include <atomic>
-#include <cstring>
-#include <string>
+#include <vector>
 
 #include <wx/intl.h>
 
 #include "COMMON/OnThreads.h"
 #include "MESH/Mesh2Vectors.h"
 #include "MESH/MeshFile.h"
+#include "MESH/clsMesh2Text.h"
 #include "MESH/clsPovObjectMesh.h"
 
 namespace {
@@ -21,37 +21,20 @@ struct Range_st {
     bool mbClosed = false; ///< a brace ends it
 };
 
-const char* FindWord(const char* from, const char* end, const char* word) {
-    const size_t length = std::strlen(word);
-    while (from < end) {
-        const auto* found =
-            static_cast<const char*>(memmem(from, static_cast<size_t>(end - from), word, length));
-        if (!found) return nullptr;
-        if (IsMesh2Separator(found[length])) return found + length;
-        from = found + length;
-    }
-    return nullptr;
-}
-
-/// What stands between the braces behind a word.
-Range_st FindBlock(const char* from, const char* end, const char* word) {
-    Range_st block;
-    const char* const found = FindWord(from, end, word);
-    if (!found) return block;
-    block.mpBegin = found;
-    const void* const brace = std::memchr(found, '}', static_cast<size_t>(end - found));
-    block.mpEnd = brace ? static_cast<const char*>(brace) : end;
-    block.mbClosed = brace != nullptr;
-    return block;
-}
-
 class Mesh2Reader_cls {
 public:
-    Mesh2Reader_cls(const MeshText_st& text, PovObjectMesh_cls* pMesh) : mText(text), mpMesh(pMesh) {}
+    Mesh2Reader_cls(MeshSource_cls& source, PovObjectMesh_cls* pMesh, const std::atomic<bool>* pStop)
+        : mSource(source), mText(source), mpMesh(pMesh), mpStop(pStop) {}
 
     wxString Read() {
+        if (!mText.Scan(mpStop)) return mSource.GetReason();
         if (!FindBlocks()) return _("no mesh2 is declared in it");
         ReadBlocks();
+        const wxString reason = mSource.GetReason(); // since it was gone through
+        if (!reason.empty() || (mpStop && *mpStop)) {
+            mpMesh->mvFaceVertex = MeshInts(); // parts of it may be anything
+            return reason;
+        }
         LeaveOutBadTriangles();
         if (mpMesh->mvFaceVertex.empty()) return _("there are no triangles in it");
         const bool bCounts = HasCounts();
@@ -64,6 +47,30 @@ public:
     }
 
 private:
+    const char* FindWord(const char* from, const char* to, const char* word) const {
+        return mText.FindWord(from, to, word);
+    }
+
+    /// What stands between the braces behind a word.
+    Range_st FindBlock(const char* from, const char* end, const char* word) const {
+        Range_st block;
+        const char* const found = FindWord(from, end, word);
+        if (!found) return block;
+        block.mpBegin = found;
+        const char* const brace = mText.FindBrace(found, end);
+        block.mpEnd = brace ? brace : end;
+        block.mbClosed = brace != nullptr;
+        return block;
+    }
+
+    /// Its number is to be kept, whatever stands in front of it.
+    void KeepNumber(const Range_st& block) {
+        const char* p = block.mpBegin;
+        while (p && p < block.mpEnd && (IsMesh2Separator(*p) || (*p >= '0' && *p <= '9')))
+            ++p;
+        if (p && p < block.mpEnd && p == mText.GetKeptEnd(p)) mText.Keep(block.mpBegin, block.mpEnd);
+    }
+
     bool FindBlocks() {
         const char* const end = mText.End();
         const char* p = FindWord(mText.Begin(), end, "#declare");
@@ -102,28 +109,29 @@ private:
     }
 
     void ReadBlocks() {
-        mVectors[0].Set(mBlocks[0].mpBegin, mBlocks[0].mpEnd, &mpMesh->mvVertex);
-        mVectors[1].Set(mBlocks[1].mpBegin, mBlocks[1].mpEnd, &mpMesh->mvNormal);
-        mVectors[2].Set(mBlocks[2].mpBegin, mBlocks[2].mpEnd, &mpMesh->mvFaceVertex, HasTextures());
-        ForPieces(&Mesh2Vectors_cls::CountPiece);
+        for (const Range_st& block : mBlocks)
+            KeepNumber(block);
+        mVectors[0].Set(mText, mBlocks[0].mpBegin, mBlocks[0].mpEnd, &mpMesh->mvVertex);
+        mVectors[1].Set(mText, mBlocks[1].mpBegin, mBlocks[1].mpEnd, &mpMesh->mvNormal);
+        mVectors[2].Set(mText, mBlocks[2].mpBegin, mBlocks[2].mpEnd, &mpMesh->mvFaceVertex, HasTextures());
         for (Mesh2Vectors_cls& vectors : mVectors)
             vectors.MakeRoom();
-        ForPieces(&Mesh2Vectors_cls::ReadPiece);
+        ReadPieces();
         for (Mesh2Vectors_cls& vectors : mVectors)
             vectors.Finish();
     }
 
     /// Of all blocks, by several threads.
-    void ForPieces(void (Mesh2Vectors_cls::*job)(size_t)) {
+    void ReadPieces() {
         std::atomic<size_t> next{0};
-        OnThreads(GetMeshThreads(mText.mLength), [&](int) {
-            for (size_t at = next++;; at = next++) {
+        OnThreads(GetMeshThreads(mText.GetLength()), [&](int) {
+            std::vector<char> buffer;
+            for (size_t at = next++; !(mpStop && *mpStop); at = next++) {
                 size_t k = at, block = 0;
                 for (; block < 3 && k >= mVectors[block].GetPieces(); ++block)
                     k -= mVectors[block].GetPieces();
                 if (block == 3) return;
-                Mesh2Vectors_cls& vectors = mVectors[block];
-                (vectors.*job)(k);
+                mVectors[block].ReadPiece(k, &buffer);
             }
         });
     }
@@ -140,8 +148,7 @@ private:
     bool IsStrict() const {
         for (int k = 0; k < 3; ++k)
             if (mBlocks[k].mpBegin && (!mBlocks[k].mbClosed || !mVectors[k].IsStrict())) return false;
-        const char* const behind = mBlocks[2].mpEnd + 1;
-        return std::memchr(behind, '}', static_cast<size_t>(mText.End() - behind)) != nullptr;
+        return mText.FindBrace(mBlocks[2].mpEnd + 1, mText.End()) != nullptr;
     }
 
     void LeaveOutBadTriangles() {
@@ -160,8 +167,10 @@ private:
         corners.resize(to);
     }
 
-    const MeshText_st& mText;
+    MeshSource_cls& mSource;
+    Mesh2Text_cls mText;
     PovObjectMesh_cls* const mpMesh;
+    const std::atomic<bool>* const mpStop;
     Range_st mBlocks[3]; ///< vertices, normals, triangles
     Mesh2Vectors_cls mVectors[3];
     size_t mLeftOut = 0;
@@ -169,6 +178,6 @@ private:
 
 } // namespace
 
-wxString ReadMesh2(const MeshText_st& text, PovObjectMesh_cls* pMesh) {
-    return Mesh2Reader_cls(text, pMesh).Read();
+wxString ReadMesh2(MeshSource_cls& source, PovObjectMesh_cls* pMesh, const std::atomic<bool>* pStop) {
+    return Mesh2Reader_cls(source, pMesh, pStop).Read();
 }

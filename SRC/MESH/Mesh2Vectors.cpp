@@ -8,11 +8,11 @@
 
 #include "COMMON/DigitScan.h"
 #include "COMMON/clsAsciiReader.h"
+#include "MESH/clsMesh2Text.h"
 
 namespace {
 
-constexpr size_t kPiece = size_t(1) << 18; // bytes: small enough to be read twice from near the processor
-constexpr int kExactDigits = 9;            // that AsciiReader_cls takes whole
+constexpr int kExactDigits = 9; // that AsciiReader_cls takes whole
 constexpr double kPower[] = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
@@ -177,24 +177,6 @@ bool TakeVectors(const char* p, const char* end, size_t vectors, T* pTo, bool bD
     return true;
 }
 
-/// How many closing brackets stand there, eight characters at a time.
-size_t CountBrackets(const char* p, const char* end) {
-    constexpr uint64_t kLow = 0x7f7f7f7f7f7f7f7f, kOnes = 0x0101010101010101;
-    size_t number = 0;
-    while (end - p >= 8) {
-        uint64_t found = 0; // a count in each byte
-        for (int i = 0; i < 255 && end - p >= 8; ++i, p += 8) {
-            uint64_t eight;
-            std::memcpy(&eight, p, sizeof eight);
-            eight ^= kOnes * '>';
-            found += ~(((eight & kLow) + kLow) | eight | kLow) >> 7;
-        }
-        for (; found > 0; found >>= 8)
-            number += found & 0xff;
-    }
-    return number + static_cast<size_t>(std::count(p, end, '>'));
-}
-
 unsigned FindMost(const int* begin, const int* end) {
     unsigned most = 0;
     for (const int* p = begin; p < end; ++p)
@@ -204,21 +186,21 @@ unsigned FindMost(const int* begin, const int* end) {
 
 } // namespace
 
-bool IsMesh2Separator(char c) { return c != '\0' && std::strchr(" \t\r\n=,{}", c); }
-
-void Mesh2Vectors_cls::Set(const char* begin, const char* end, MeshFloats* pFloats) {
+void Mesh2Vectors_cls::Set(Mesh2Text_cls& text, const char* begin, const char* end, MeshFloats* pFloats) {
     mpFloats = pFloats;
-    Cut(begin, end);
+    Cut(text, begin, end);
 }
 
-void Mesh2Vectors_cls::Set(const char* begin, const char* end, MeshInts* pInts, bool bDigits) {
+void Mesh2Vectors_cls::Set(Mesh2Text_cls& text, const char* begin, const char* end, MeshInts* pInts,
+                           bool bDigits) {
     mpInts = pInts;
     mbDigits = bDigits;
-    Cut(begin, end);
+    Cut(text, begin, end);
 }
 
-void Mesh2Vectors_cls::Cut(const char* begin, const char* end) {
+void Mesh2Vectors_cls::Cut(Mesh2Text_cls& text, const char* begin, const char* end) {
     if (!begin) return;
+    mpText = &text;
     const char* p = begin;
     while (p < end && IsMesh2Separator(*p))
         ++p;
@@ -228,16 +210,11 @@ void Mesh2Vectors_cls::Cut(const char* begin, const char* end) {
     while (p < end) {
         Piece_st piece;
         piece.mpBegin = p;
-        const char* const from = p + std::min(kPiece, static_cast<size_t>(end - p));
-        const void* const close = std::memchr(from, '>', static_cast<size_t>(end - from));
-        piece.mpEnd = p = close ? static_cast<const char*>(close) + 1 : end;
+        const char* const behind = text.PassBracketFarFrom(p);
+        piece.mpEnd = p = behind && behind <= end ? behind : end;
+        piece.mVectors = text.CountBrackets(piece.mpBegin, piece.mpEnd);
         mvPieces.push_back(piece);
     }
-}
-
-void Mesh2Vectors_cls::CountPiece(size_t k) {
-    Piece_st& piece = mvPieces[k];
-    piece.mVectors = CountBrackets(piece.mpBegin, piece.mpEnd);
 }
 
 void Mesh2Vectors_cls::MakeRoom() {
@@ -252,15 +229,17 @@ void Mesh2Vectors_cls::MakeRoom() {
     if (mpInts) mpInts->resize(3 * first);
 }
 
-void Mesh2Vectors_cls::ReadPiece(size_t k) {
+void Mesh2Vectors_cls::ReadPiece(size_t k, std::vector<char>* pBuffer) {
     Piece_st& piece = mvPieces[k];
+    const char* const begin = mpText->Get(piece.mpBegin, piece.mpEnd, pBuffer);
+    const char* const end = begin + (piece.mpEnd - piece.mpBegin);
     if (mpFloats) {
-        piece.mbPlain = TakeVectors(piece.mpBegin, piece.mpEnd, piece.mVectors,
-                                    mpFloats->data() + 3 * piece.mFirst, mbDigits, piece.mbStrict);
+        piece.mbPlain = TakeVectors(begin, end, piece.mVectors, mpFloats->data() + 3 * piece.mFirst, mbDigits,
+                                    piece.mbStrict);
         return;
     }
     int* const to = mpInts->data() + 3 * piece.mFirst;
-    piece.mbPlain = TakeVectors(piece.mpBegin, piece.mpEnd, piece.mVectors, to, mbDigits, piece.mbStrict);
+    piece.mbPlain = TakeVectors(begin, end, piece.mVectors, to, mbDigits, piece.mbStrict);
     piece.mMost = FindMost(to, to + 3 * piece.mVectors);
 }
 
@@ -272,6 +251,7 @@ void Mesh2Vectors_cls::FinishList(LIST& list) {
     list.resize(3 * bad->mFirst);
     const char* p = bad->mpBegin;
     const char* const end = mvPieces.back().mpEnd;
+    mpText->Keep(p, end);
     // A vector has its own ">" within the block, or it isn't whole.
     for (size_t i = bad->mFirst; i < mNumber && AsciiReader_cls::SearchChar(&p, '<', end); ++i) {
         const char* close = ++p;

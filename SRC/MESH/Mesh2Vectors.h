@@ -9,23 +9,22 @@
 
 #include "MESH/clsPovObjectMesh.h"
 
-/// What stands between the words of a file.
-bool IsMesh2Separator(char c);
+class Mesh2Text_cls;
 
 /// A block of floats or of ints. What it throws is std::bad_alloc.
 class Mesh2Vectors_cls {
 public:
-    /// Text from the number of vectors to the brace behind them, null for no block at all. Behind `end` stand
-    /// zeros or line feeds (EndMeshText).
-    void Set(const char* begin, const char* end, MeshFloats* pFloats);
+    /// Text from the number of vectors to the brace behind them, null for no block at all. The number is
+    /// kept.
+    void Set(Mesh2Text_cls& text, const char* begin, const char* end, MeshFloats* pFloats);
     /// `bDigits`: numbers of textures may stand between the vectors.
-    void Set(const char* begin, const char* end, MeshInts* pInts, bool bDigits);
+    void Set(Mesh2Text_cls& text, const char* begin, const char* end, MeshInts* pInts, bool bDigits);
 
     /// In this order; pieces by several threads at a time.
     size_t GetPieces() const { return mvPieces.size(); }
-    void CountPiece(size_t k);
     void MakeRoom();
-    void ReadPiece(size_t k);
+    /// `pBuffer`: a thread's own.
+    void ReadPiece(size_t k, std::vector<char>* pBuffer);
     /// Read on from the first piece that isn't plain.
     void Finish();
 
@@ -47,10 +46,11 @@ private:
         bool mbStrict = true;
     };
 
-    void Cut(const char* begin, const char* end);
+    void Cut(Mesh2Text_cls& text, const char* begin, const char* end);
     template <class T, class LIST>
     void FinishList(LIST& list);
 
+    Mesh2Text_cls* mpText = nullptr;
     std::vector<Piece_st> mvPieces;
     size_t mNumber = 0; ///< of vectors, as the file tells
     MeshFloats* mpFloats = nullptr;

@@ -23,17 +23,18 @@ bool IsImported(const wxString& kind) { return kind == "stl" || kind == "ply" ||
 wxString ReadInto(const wxString& path, const wxString& kind, PovObjectMesh_cls* pMesh,
                   const std::atomic<bool>* pStop) {
     try {
-        if (kind == "obj") {
+        if (kind == "obj" || kind == "pov") {
             MeshSource_cls source(path);
             pMesh->mBufferSize = static_cast<long long>(source.GetLength());
             const wxString reason = source.GetReason();
-            return reason.empty() ? ReadObj(source, pMesh, pStop) : reason;
+            if (!reason.empty()) return reason;
+            return kind == "obj" ? ReadObj(source, pMesh, pStop) : ReadMesh2(source, pMesh, pStop);
         }
         MeshText_st text;
         const wxString reason = ReadMeshText(path, &text, pStop);
         pMesh->mBufferSize = static_cast<long long>(text.mLength);
         if (!reason.empty() || (pStop && *pStop)) return reason;
-        return kind == "pov" ? ReadMesh2(text, pMesh) : ImportMesh(text, kind, pMesh, pStop);
+        return ImportMesh(text, kind, pMesh, pStop);
     } catch (const std::bad_alloc&) {
         return _("there is not enough memory for it");
     }

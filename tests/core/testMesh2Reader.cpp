@@ -33,14 +33,15 @@ std::vector<T> ReadOneByOne(const std::string& block, int number, T (*read)(cons
     return list;
 }
 
-class Mesh2Text_cls {
+class Mesh2Maker_cls {
 public:
-    std::string MakeFloats(int number) {
+    /// `bExponents`: they have letters, by which the text is kept, and not read again.
+    std::string MakeFloats(int number, bool bExponents) {
         std::string text;
         for (int i = 0; i < number; ++i) {
             text += "\t\t<";
             for (int k = 0; k < 3; ++k)
-                text += MakeFloat() + (k < 2 ? "," : i + 1 < number ? ">,\n" : ">\n");
+                text += MakeFloat(bExponents) + (k < 2 ? "," : i + 1 < number ? ">,\n" : ">\n");
         }
         return text;
     }
@@ -57,12 +58,12 @@ public:
     unsigned Below(unsigned limit) { return static_cast<unsigned>(mRandom() % limit); }
 
 private:
-    std::string MakeFloat() {
-        static constexpr const char* kForms[] = {"%.5f", "%.3f", "%.0f", "%.9f", "%g", " %f", "%+.2f", "%e"};
+    std::string MakeFloat(bool bExponents) {
+        static constexpr const char* kForms[] = {"%.5f", "%.3f", "%.0f", "%.9f", " %f", "%+.2f", "%g", "%e"};
         const double size = std::pow(10.0, Below(9)) * 1e-4;
         char number[64];
         const double value = size * (static_cast<double>(mRandom()) / double(std::mt19937::max()) - 0.5);
-        std::snprintf(number, sizeof number, kForms[Below(8) * (Below(3) == 0)], value);
+        std::snprintf(number, sizeof number, kForms[Below(bExponents ? 8 : 6) * (Below(3) == 0)], value);
         return number;
     }
 
@@ -77,8 +78,9 @@ void ExpectSame(const std::vector<T>& expected, const LIST& list, const std::str
 
 TEST(Mesh2Reader, LongFilesAreReadAsShortOnes) {
     constexpr int kNumber = 60000; // several pieces a block
-    Mesh2Text_cls make;
-    const std::string vertices = make.MakeFloats(kNumber), normals = make.MakeFloats(kNumber);
+    Mesh2Maker_cls make;
+    const std::string vertices = make.MakeFloats(kNumber, false);
+    const std::string normals = make.MakeFloats(kNumber, true);
     const std::string faces = make.MakeInts(2 * kNumber, kNumber);
     // What stands in for a piece of a block somewhere: nothing, and all that isn't three numbers in a pair of
     // brackets.
@@ -96,7 +98,9 @@ TEST(Mesh2Reader, LongFilesAreReadAsShortOnes) {
                                      "}normal_vectors{" + tellNumber + ",\n" + blocks[1] + "}face_indices{" +
                                      tellFaces + ",\n" + blocks[2] + "}}";
             PovObjectMesh_cls mesh;
-            ReadMesh2(MakeMeshText(text), &mesh);
+            const MeshText_st bytes = MakeMeshText(text);
+            MeshSource_cls source(bytes);
+            ReadMesh2(source, &mesh);
             const std::string hint = std::string(what) + " of " + tellNumber;
             ExpectSame(ReadOneByOne<float>(blocks[0], told, AsciiReader_cls::ReadFloat), mesh.mvVertex, hint);
             const auto expected = ReadOneByOne<float>(blocks[1], told, AsciiReader_cls::ReadFloat);

@@ -113,7 +113,9 @@ TEST(PovGeometry, AMeshFileTellsWhereItsBlocksBegin) {
     blank.replace(blank.find("index_start_at=") + 15, 10, "##########");
     for (const std::string& bytes : {text, blank}) {
         PovObjectMesh_cls mesh;
-        EXPECT_EQ(ReadMesh2(MakeMeshText(bytes), &mesh), "");
+        const MeshText_st meshText = MakeMeshText(bytes);
+        MeshSource_cls source(meshText);
+        EXPECT_EQ(ReadMesh2(source, &mesh), "");
         EXPECT_EQ(mesh.mName, "MESH2OBJ_hill");
         EXPECT_EQ(std::vector<float>(mesh.mvVertex.begin(), mesh.mvVertex.end()),
                   std::vector<float>(square.vertex, square.vertex + 12));

@@ -112,7 +112,7 @@ void FuzzMesh(const std::string& bytes) {
     for (const bool bObj : {true, false}) {
         PovObjectMesh_cls mesh;
         MeshSource_cls source(text);
-        const wxString reason = bObj ? ReadObj(source, &mesh) : ReadMesh2(text, &mesh);
+        const wxString reason = bObj ? ReadObj(source, &mesh) : ReadMesh2(source, &mesh);
         const size_t corners = mesh.mvFaceVertex.size();
         Promise(corners > 0 || !reason.empty(), "no triangles without a reason");
         Promise(corners % 3 == 0, "triangles have three corners");
