@@ -183,16 +183,16 @@ TEST_F(PovExport, FadedGroupsFarFromTheOriginAreTheSamePicture) {
     mFilters.AddCut(FilterBooleanData_cls::INTERSECT, FilterBooleanData_cls::BOX, 3.0f, {1000, 499.3, -200},
                     {4, 1, 4});
     Pov().mColorByParticle.mValue = true;
-    wxImage rendered[2];
     const wxImage view = Draw(128, 96);
     Keep(view, "view");
+    std::vector<std::string> scenes;
     for (const bool bGroup : {false, true}) {
         Pov().mGroupMaterials.mValue = bGroup;
-        mScene = Write();
-        rendered[bGroup] = Render(128, 96);
-        ASSERT_TRUE(rendered[bGroup].IsOk());
-        Keep(rendered[bGroup], bGroup ? "grouped" : "plain");
+        scenes.push_back(mScene = Write());
     }
+    const std::vector<wxImage> rendered = RenderAll(scenes, 128, 96);
+    Keep(rendered[0], "plain");
+    Keep(rendered[1], "grouped");
     EXPECT_NE(mScene.find("rgbt <"), std::string::npos) << "some are faded";
     EXPECT_GE(GetSimilarity(rendered[0], rendered[1]), 0.999);
     const std::vector<Spot_st> spots = FindSpots(view, 20);
@@ -217,23 +217,24 @@ TEST_F(PovExport, MeshesWhoseCountsLieAreWrittenInPlace) {
     data.mCObjectType.mValue = FilterObjectData_cls::IMPORT;
     for (const size_t c : {0u, 1u, 2u})
         SetColor(*data.mvpCColorCurve[c], c == 0, c == 0, c == 0);
-    int i = 0;
+    std::vector<std::string> scenes;
+    std::vector<wxImage> views;
     for (const std::string& text :
          {"#declare M=mesh2{vertex_vectors{5," + vertices + face,
           "#declare M=mesh2{vertex_vectors{2," + vertices + "face_indices{9,<0,1,1>}}",
           "#declare M=mesh2{vertex_vectors{3," + vertices + "normal_vectors{2,<1,0,0>,<1,0,0>}" + face}) {
-        const std::string path = mDir / ("lie" + std::to_string(i++) + ".pov");
+        const std::string path = mDir / ("lie" + std::to_string(scenes.size()) + ".pov");
         std::ofstream(path) << text;
         data.mCImportPath.mStrValue = wxString::FromUTF8(path);
-        const wxImage view = Draw(64, 64);
-        mScene = Write();
-        EXPECT_EQ(mScene.find("#include"), std::string::npos) << text;
-        const wxImage rendered = Render(64, 64);
-        ASSERT_TRUE(rendered.IsOk()) << text;
-        EXPECT_EQ(FindSpots(rendered, 20).size(), FindSpots(view, 20).size()) << text;
+        views.push_back(Draw(64, 64));
+        scenes.push_back(Write());
+        EXPECT_EQ(scenes.back().find("#include"), std::string::npos) << text;
         EXPECT_TRUE(WasTold("not as many vectors as it tells")) << text;
         mVMessages.clear();
     }
+    const std::vector<wxImage> rendered = RenderAll(scenes, 64, 64);
+    for (size_t i = 0; i < views.size(); ++i)
+        EXPECT_EQ(FindSpots(rendered[i], 20).size(), FindSpots(views[i], 20).size()) << i;
 }
 
 TEST_F(PovExport, SticksOfOtherDataAreLeftOut) {
