@@ -8,6 +8,7 @@
 #include <set>
 #include <string>
 
+#include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "COMMON/EventIds.h"
 #include "GL/VIEW/clsMainGLCanvas.h"

@@ -10,9 +10,9 @@
 #include <wx/statbmp.h>
 #include <wx/textctrl.h>
 
-#include "APP/clsFrameMain.h"
 #include "APP/clsRecovery.h"
 #include "COMMON/SafeFile.h"
+#include "POVRAY/clsPovOptions.h"
 #include "PovDialogTest.h"
 
 namespace {
