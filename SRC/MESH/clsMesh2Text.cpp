@@ -48,7 +48,8 @@ bool IsMesh2Separator(char c) { return c != '\0' && std::strchr(" \t\r\n=,{}", c
 Mesh2Text_cls::Mesh2Text_cls(MeshSource_cls& source)
     : mSource(source), mLength(source.GetLength()),
       mpBytes(static_cast<char*>(std::calloc(mLength + kMeshPad, 1))), mvChunks(mLength / kChunk + 1) {
-    if (!mpBytes || !IsMemoryFree(mLength)) throw std::bad_alloc(); // what is read of it takes half as much
+    if (!mpBytes || !IsMemoryFree(mLength + kMeshPad))
+        throw std::bad_alloc(); // what is read of it takes half as much
     EndMeshText(mpBytes.get() + mLength);
 }
 
