@@ -13,7 +13,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-class DragThinningView : public PictureTest {
+class DragThinning : public PictureTest {
 protected:
     static constexpr int kPoints = 1000000;
 
@@ -38,7 +38,7 @@ protected:
 };
 
 // How many pictures a second there are is told, not judged: the machine may be busy.
-TEST_F(DragThinningView, AMillionPointsKeepUpAndComeBack) {
+TEST_F(DragThinning, AMillionPointsKeepUpAndComeBack) {
     MainGLCanvas_cls& canvas = *Canvas(0);
     EXPECT_FALSE(canvas.GetLastPaint().mbThinned);
     const Picture_st before = Grab(0);
