@@ -42,6 +42,11 @@ inline Vector Unit(const Vector& v) { return Plus({0, 0, 0}, v, 1.0 / Length(v))
 constexpr double kAmbient = 0.1 * 1.2; // of the material under ambient light 1 and OpenGL's own 0.2
 constexpr double kDiffuse = 0.8;
 
+const Vector kFromFront = {-0.6, 0.3, 0.75}; ///< a light, behind the eye
+
+/// A sphere, and one half between it and that light.
+inline std::vector<Vector> Pair() { return {{10, 0, 0}, Plus({10, 0.7, -0.4}, Unit(kFromFront), 3.0)}; }
+
 /// What stands between a point and a light, as a distance in radii from the nearest shadow's axis: below 1
 /// the point is dark. Spheres throw from the circle on which the light touches them, as far as shadows reach.
 inline double GetCover(const Vector& p, const Vector& thrower, double radius, const Vector& light, bool bNear,

@@ -1,29 +1,20 @@
-// Where copies and the data box put the particles of a view, what films make of filters, and who else knows
-// of them: messages, fits of views, the Info page, exports.
-#include <cmath>
-#include <ctime>
+// Where copies and the data box put the particles of a view, and who else knows of filters: messages, fits of
+// views, the Info page, exports.
 #include <fstream>
 #include <functional>
-#include <thread>
 #include <utility>
 
 #include "APP/clsFrameMain.h"
-#include "APP/clsMain.h"
 #include "APP/clsShortcut.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
-#include "COMMON/clsUpdateStatusBar.h"
 #include "FILTER/clsFilterCopy.h"
-#include "FILTER/clsFilterDataBox.h"
-#include "FILTER/clsFilterFog.h"
 #include "FILTER/clsFilterGrid.h"
 #include "FILTER/clsFilterObject.h"
 #include "FILTER/clsFilterStick.h"
-#include "FilterPictures.h"
+#include "FilterPictureTest.h"
 #include "GL/DRAW/clsDrawOption.h"
-#include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLDrawData.h"
-#include "GL/DRAW/clsGLSequence.h"
 #include "GL/VIEW/clsInformation.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsSharedView.h"
@@ -31,130 +22,12 @@
 #include "PARAM/clsCommandCall.h"
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsDataExporter.h"
-#include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
-#include "PDATA/clsPeriodicBoundary.h"
-#include "PictureTest.h"
-#include "RunFilm.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
 
-const int kCores = std::max(1, int(std::thread::hardware_concurrency())); // OpenGL may work on all of them
-
-class FilterPictures : public PictureTest {
-protected:
-    using Values = FilterScope_cls::Values;
-
-    void SetUp() override {
-        PictureTest::SetUp();
-        mLooks = Drawing().Serialize();
-        ASSERT_TRUE(SizeView(480, 400));
-    }
-    void TearDown() override {
-        Hub()->mpCFilters->ClearFilters();
-        Hub()->mpCPeriodicBoundary->SetToDefault();
-        Hub()->mpCDrawOption->mClassify.mValue = 1;
-        Canvas(0)->mShowItems.mValue = Canvas(0)->mShowMessage.mValue = false;
-        std::wistringstream lines(mLooks.ToStdWstring());
-        for (std::wstring line; std::getline(lines, line);)
-            Drawing().ReadStrLine(lines, line);
-        PictureTest::TearDown();
-    }
-    static GLSequence_cls& Drawing() {
-        return GLSequence_cls::Of(*Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence());
-    }
-    void Show(const std::vector<Point>& points) {
-        ShowParticles(points, 5);
-        LookAlongX();
-        Repaint();
-    }
-    FilterCopyData_cls& AddCopies(std::array<int, 3> from, std::array<int, 3> to) {
-        FilterCopyData_cls& data = *mFilters.Add<FilterCopy_cls>(FILTER_COPY).GetPCData();
-        for (size_t k = 0; k < 3; ++k) {
-            data.mCMin[k].mValue = from[k];
-            data.mCMax[k].mValue = to[k];
-        }
-        return data;
-    }
-    FilterDataBoxData_cls& AddBox(const Values& t, const Values& r, const Values& s, const Values& a) {
-        FilterDataBoxData_cls& box = *mFilters.Add<FilterDataBox_cls>(FILTER_DATABOX).GetPCData();
-        mFilters.Set(box.mpCTranslate, t);
-        mFilters.Set(box.mpCRotate, r);
-        mFilters.Set(box.mpCScale, s);
-        mFilters.Set(box.mpCAnchor.get(), a);
-        return box;
-    }
-    /// Dots at these places and nothing else.
-    void ExpectDots(const std::vector<Point>& places) {
-        Repaint();
-        const Picture_st picture = Grab(0);
-        int near = 0;
-        for (const Point& place : places) {
-            const double at[3] = {place[0], place[1], place[2]};
-            double x = 0, y = 0;
-            ASSERT_TRUE(ProjectToWindow(0, at, &x, &y));
-            const auto light = LightNear(picture, x, y, 8);
-            EXPECT_NEAR(light[0], x, 1.5) << place[0] << " " << place[1] << " " << place[2];
-            EXPECT_NEAR(light[1], y, 1.5);
-            for (int py = int(y) - 8; py <= int(y) + 8; ++py)
-                for (int px = int(x) - 8; px <= int(x) + 8; ++px)
-                    near += picture.Brightness(px, py) > 40;
-        }
-        EXPECT_EQ(picture.CountLit(40), near) << "elsewhere is nothing";
-    }
-    /// Turned by the z axis, then about an anchor, moved, and all that scaled.
-    static Point Boxed(const Point& p, const Values& t, double degrees, const Values& s, const Values& a) {
-        const double c = std::cos(degrees * M_PI / 180), n = std::sin(degrees * M_PI / 180);
-        const double x = p[0] - a[0], y = p[1] - a[1];
-        return {s[0] * (c * x - n * y + a[0] + t[0]), s[1] * (n * x + c * y + a[1] + t[1]),
-                s[2] * (p[2] + t[2])};
-    }
-    void SetAttribute(unsigned drawType, unsigned quality, float radius) {
-        GLAttribute_cls& attribute =
-            *GLSequence_cls::Of(*Hub()->mpCPDataSeqCtrl->GetPCActiveFileSequence()).mpCGLAttribute[0];
-        attribute.mDrawType.mValue = drawType;
-        attribute.mDrawQuality.mValue = quality;
-        attribute.mRadiusType.mValue = 1;
-        attribute.mRadiusFactorForConst.mValue = radius;
-        std::fill_n(attribute.mAmbient.mConstantColor.mValue, 4, 1.0f); // bright all over
-    }
-
-    /// Paints until the window breathes for the third time, does that, and keeps the abort button pressed.
-    struct Aborted_st {
-        double mWork = 0.0;   ///< processor time from there to the end, seconds
-        double mBreath = 0.0; ///< the longest between two breaths before
-    };
-    static Aborted_st AbortAPaint(const std::function<void()>& act = {}) {
-        Aborted_st result;
-        int breaths = 0;
-        std::clock_t last = std::clock();
-        const auto connected = UpdateStatusBar_cls::Connect([&] {
-            if (++breaths > 3) return GbAbort.store(true);
-            const std::clock_t now = std::clock();
-            result.mBreath = std::max(result.mBreath, double(now - last) / CLOCKS_PER_SEC);
-            last = now;
-            if (breaths < 3) return;
-            if (act) act();
-            GbAbort.store(true);
-        });
-        Repaint();
-        UpdateStatusBar_cls::Connect(connected);
-        result.mWork = double(std::clock() - last) / CLOCKS_PER_SEC;
-        EXPECT_GE(breaths, 3) << "the paint was too short to be stopped";
-        GbAbort.store(false);
-        return result;
-    }
-    static void ExpectSoon(const Aborted_st& aborted) {
-        std::printf("aborted: %.3f s of work, breaths every %.3f s of it\n", aborted.mWork, aborted.mBreath);
-        // Waiting for others on the machine is no work; OpenGL may do it on all cores.
-        EXPECT_LT(aborted.mWork, 0.5 * kCores);
-        EXPECT_LT(aborted.mBreath, 0.5 * kCores);
-    }
-
-    FilterScope_cls mFilters{*Hub()->mpCFilters};
-    wxString mLooks;
-};
+using FilterPictures = FilterPictureTest;
 
 TEST_F(FilterPictures, CopiesStandInTheirCells) {
     Show({{20, 1, -1}});
@@ -450,77 +323,6 @@ TEST_F(FilterPictures, ExportsAreFilteredOnlyWhereTicked) {
     std::wistringstream lines(settings.ToStdWstring());
     for (std::wstring line; std::getline(lines, line);)
         exporter.ReadStrLine(line);
-}
-
-class FilterFilms : public ::testing::Test {
-protected:
-    void SetUp() override {
-        for (const char* folder : {"whole", "slices", "plain", "many", "data"})
-            std::filesystem::create_directory(mFolder.mPath / folder);
-    }
-    ChildRun_st Film(const std::string& lines, const std::string& out, std::vector<std::string> words) {
-        const std::string project = mFolder.MakeProject(out + ".mrp", lines);
-        words.insert(words.end(), {"--output", mFolder / (out + "/f%04d.png"), project});
-        return RunFilm(words);
-    }
-    static std::string Blocks(FilterLists_cls& lists) {
-        return lists.Serialize().ToStdString() + "PeriodicBaseVector1=0 1 0\n";
-    }
-    FilmFolder_cls mFolder;
-};
-
-// A cut that sweeps through the film with key frames, a turning box and copies, and all that filters add.
-TEST_F(FilterFilms, SlicesAreThoseOfOneRun) {
-    FilterLists_cls lists;
-    std::string blocks;
-    std::ofstream(mFolder / "sheet0002.obj") << "v 0 0 0\nv 0 1 0\nv 0 0 1\nf 1 2 3\n";
-    {
-        FilterScope_cls filters(lists);
-        FilterBooleanData_cls& cut = filters.AddCut(0, 0, 0.2f, {0, 0, 0}, {1, 100, 100});
-        FilterDataBoxData_cls& box = *filters.Add<FilterDataBox_cls>(FILTER_DATABOX).GetPCData();
-        filters.Add<FilterCopy_cls>(FILTER_COPY).GetPCData()->mCMax[1].mValue = 2;
-        FilterObjectData_cls& mesh = *filters.Add<FilterObject_cls>(FILTER_OBJECT).GetPCData();
-        mesh.mCObjectType.mValue = FilterObjectData_cls::IMPORT;
-        mesh.mCImportPath.mStrValue = "sheet%04d.obj";
-        filters.Add<FilterObject_cls>(FILTER_OBJECT);
-        filters.Add<FilterGrid_cls>(FILTER_GRID);
-        filters.Add<FilterFog_cls>(FILTER_FOG);
-        FilterStickData_cls& stick = *filters.Add<FilterStick_cls>(FILTER_STICK).GetPCData();
-        stick.mCCalcType.mValue = FilterStickData_cls::CALCULATE;
-        stick.mCCritA.mValue = 0.03f;
-        stick.mCStickWidth.mValue = 1;
-        for (const double time : {0.0, 1.0}) {
-            const double place[3] = {time - 0.5, 0, 0}, turn[3] = {0, 0, 90 * time};
-            SceneObj_cls::SetKeyAt(cut.mpCTranslate, place, time);
-            SceneObj_cls::SetKeyAt(box.mpCRotate, turn, time);
-        }
-        blocks = Blocks(lists);
-    }
-    ASSERT_EQ(Film(blocks, "whole", {"--quiet"}).mStatus, 0);
-    ASSERT_EQ(Film(blocks, "slices", {"--quiet", "--frames", "3-4"}).mStatus, 0);
-    ASSERT_EQ(Film(blocks, "slices", {"--quiet", "--frames", "0-2"}).mStatus, 0);
-    const auto whole = mFolder.ReadAll("whole");
-    EXPECT_EQ(whole.size(), 5u);
-    EXPECT_TRUE(mFolder.ReadAll("slices") == whole);
-    ASSERT_EQ(Film("", "plain", {"--quiet", "--frames", "2"}).mStatus, 0);
-    EXPECT_FALSE(mFolder.ReadAll("plain").at("f0002.png") == whole.at("f0002.png"));
-}
-
-TEST_F(FilterFilms, ManyCopiesAreToldAndDrawnAndDataStayWhole) {
-    FilterLists_cls lists;
-    std::string blocks;
-    {
-        FilterScope_cls filters(lists);
-        filters.AddCut(1, 0, 0.0f, {0, 0, 0}, {1e9, 1e9, 1e9});
-        filters.Add<FilterCopy_cls>(FILTER_COPY).GetPCData()->mCMax[0].mValue = 100001;
-        blocks = Blocks(lists);
-    }
-    const ChildRun_st run = Film(blocks + "DataExportFiltered=1\n", "many",
-                                 {"--quiet", "--frames", "0", "--export-data", mFolder / "data/d%04d.bin"});
-    EXPECT_EQ(run.mStatus, 0) << run.mErr;
-    EXPECT_NE(run.mErr.find("100001 times"), std::string::npos) << run.mErr;
-    EXPECT_EQ(mFolder.ReadAll("many").size(), 1u);
-    EXPECT_GT(mFolder.ReadAll("data").at("d0000.bin").size(), 1000u) << "filters have no part in that";
 }
 
 } // namespace

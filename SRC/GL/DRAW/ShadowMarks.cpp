@@ -80,21 +80,21 @@ public:
     bool IsFull() const { return mNumber == kMost; }
     float* Add(uint32_t* pPixel) {
         mPixels[mNumber] = pPixel;
-        return mPlaces[mNumber++];
+        return mPoints[mNumber++].place;
     }
     /// True: some were marked.
     bool Mark() {
         const int32_t* const pStarts = mGrid.GetStarts().data();
         const float* const pEntries = mGrid.GetEntries().data();
         for (int i = 0; i < mNumber; ++i) {
-            mBlocks[i] = mGrid.GetBlockAt(mPlaces[i]);
-            __builtin_prefetch(pStarts + mBlocks[i]);
+            mGrid.Locate(mPoints[i]);
+            __builtin_prefetch(pStarts + mPoints[i].block);
         }
         for (int i = 0; i < mNumber; ++i)
-            __builtin_prefetch(pEntries + 4 * static_cast<ptrdiff_t>(pStarts[mBlocks[i]]));
+            __builtin_prefetch(pEntries + 4 * static_cast<ptrdiff_t>(pStarts[mPoints[i].block]));
         bool bAny = false;
         for (int i = 0; i < mNumber; ++i) {
-            if (!mGrid.IsInShadow(mPlaces[i], mBlocks[i])) continue;
+            if (!mGrid.IsInShadow(mPoints[i])) continue;
             *mPixels[i] |= mBit;
             bAny = true;
         }
@@ -108,8 +108,7 @@ private:
     uint32_t mBit;
     int mNumber = 0;
     uint32_t* mPixels[kMost];
-    float mPlaces[kMost][3];
-    uint32_t mBlocks[kMost];
+    ShadowGrid_cls::Point_st mPoints[kMost];
 };
 
 /// True: some were marked.

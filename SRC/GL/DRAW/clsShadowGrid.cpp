@@ -8,6 +8,7 @@
 
 #include "COMMON/OnThreads.h"
 #include "COMMON/clsMyVector.h"
+#include "GL/DRAW/ShadowBlocks.h"
 
 namespace {
 
@@ -19,9 +20,10 @@ constexpr float kCone = 5.0f;       // edges of blocks of directions, angular ra
 constexpr float kNarrowest = 1e-4f; // what directions as floats still tell apart well
 constexpr float kNextToLight = 0.999f; // radius over distance of a sphere whose cone is nearly flat
 constexpr size_t kSample = 999;
-constexpr float kFarthest = 1e9f;  // blocks from the origin
 constexpr int kMostThreads = 8;    // each has a table of counts
 constexpr uint32_t kLeftOut = ~0u; // in place of a count
+
+using namespace ShadowBlocks;
 
 } // namespace
 
@@ -65,90 +67,8 @@ void ShadowGrid_cls::GetTurn(double (*pRows)[3]) const {
             pRows[row][i] = mShape.bNear ? (row == i ? 1.0 : 0.0) : double(mShape.axes[(row + 1) % 3][i]);
 }
 
-namespace {
-
-uint32_t GetFarBlock(const int32_t* pBlock) {
-    constexpr auto kSize = ShadowGrid_cls::kFarSize;
-    return static_cast<uint32_t>(((pBlock[2] & (kSize[2] - 1)) * kSize[1] + (pBlock[1] & (kSize[1] - 1))) *
-                                     kSize[0] +
-                                 (pBlock[0] & (kSize[0] - 1)));
-}
-
-uint32_t GetNearBlock(const int32_t* pBlock) {
-    uint32_t sum = 0;
-    for (size_t i = 0; i < 4; ++i)
-        sum += static_cast<uint32_t>(pBlock[i]) * ShadowGrid_cls::kScatter[i];
-    return sum & (ShadowGrid_cls::kNearSize - 1);
-}
-
-} // namespace
-
 size_t ShadowGrid_cls::GetSize() const {
     return mShape.bNear ? size_t{kNearSize} : size_t{kFarSize[0]} * size_t{kFarSize[1]} * size_t{kFarSize[2]};
-}
-
-namespace {
-
-/// Downwards; what is no number goes to an end.
-int32_t ToBlock(float value) {
-    const float limited = value > -kFarthest ? (value < kFarthest ? value : kFarthest) : -kFarthest;
-    const auto whole = static_cast<int32_t>(limited);
-    return whole - (limited < static_cast<float>(whole) ? 1 : 0);
-}
-
-} // namespace
-
-uint32_t ShadowGrid_cls::GetBlockAt(const float* pPlace) const {
-    int32_t block[4];
-    if (!mShape.bNear) {
-        for (int i = 0; i < 3; ++i)
-            block[i] = ToBlock(pPlace[i] * mPerBlock[i]);
-        return GetFarBlock(block);
-    }
-    float away[3];
-    for (int i = 0; i < 3; ++i)
-        away[i] = pPlace[i] - mTurned.light[i];
-    const float far = MyVector::GetNorm(away);
-    for (int i = 0; i < 3; ++i)
-        block[i] = ToBlock(away[i] / far * mPerBlock[0]);
-    block[3] = ToBlock(far * mPerBlock[2]);
-    return GetNearBlock(block);
-}
-
-bool ShadowGrid_cls::IsInShadow(const float* pPlace, uint32_t block) const {
-    const float* const pEnd = mpMemory->entries.data() + 4 * static_cast<size_t>(mpMemory->starts[block + 1]);
-    const float* p = mpMemory->entries.data() + 4 * static_cast<size_t>(mpMemory->starts[block]);
-    if (!mShape.bNear) {
-        for (; p < pEnd; p += 4) {
-            const float x = pPlace[0] - p[0], y = pPlace[1] - p[1], z = pPlace[2] - p[2];
-            if (x * x + y * y < p[3] * p[3] && z >= mShape.start * p[3] && z <= mShape.length * p[3])
-                return true;
-        }
-        return false;
-    }
-    if (p == pEnd) return false;
-    // The light's ray to the place meets the sphere, and the place lies between the shadow's ends.
-    float ray[3];
-    for (int i = 0; i < 3; ++i)
-        ray[i] = pPlace[i] - mTurned.light[i];
-    const float length = MyVector::GetNorm(ray);
-    for (float& r : ray)
-        r /= length;
-    for (; p < pEnd; p += 4) {
-        float way[3], away[3], off[3];
-        for (int i = 0; i < 3; ++i) {
-            way[i] = pPlace[i] - p[i];
-            away[i] = p[i] - mTurned.light[i];
-        }
-        const float ahead = MyVector::GetScalarProduct(way, ray);
-        for (int i = 0; i < 3; ++i)
-            off[i] = way[i] - ahead * ray[i];
-        if (!(MyVector::GetScalarProduct(off, off) < p[3] * p[3])) continue;
-        const float far = MyVector::GetNorm(away) * p[3];
-        const float along = MyVector::GetScalarProduct(way, away) + p[3] * p[3];
-        if (along >= mShape.start * far && along <= mShape.length * far) return true;
-    }
-    return false;
 }
 
 // As fits the sphere in the middle by size.
@@ -379,7 +299,7 @@ std::vector<size_t> ShadowGrid_cls::Sort(int threads) {
     const size_t number = GetNumber();
     if (number == 0) {
         mpMemory->starts.assign(GetSize() + 1, 0);
-        mpMemory->entries.clear();
+        mpMemory->entries.assign(4 * kSpareEntries, 0.0f);
         return out;
     }
     mpMemory->starts.resize(GetSize() + 1);
@@ -403,7 +323,9 @@ std::vector<size_t> ShadowGrid_cls::Sort(int threads) {
     onAll([&](Run_st& run) { ListRun(turn, run); });
     LimitRuns(runs);
     FindStarts(runs);
-    mpMemory->entries.resize(4 * static_cast<size_t>(mpMemory->starts.back()));
+    const size_t listed = 4 * static_cast<size_t>(mpMemory->starts.back());
+    mpMemory->entries.resize(listed + 4 * kSpareEntries);
+    std::fill_n(mpMemory->entries.begin() + static_cast<ptrdiff_t>(listed), 4 * kSpareEntries, 0.0f);
     onAll([&](Run_st& run) { FillRun(run); });
     for (size_t n = 0; n < number; ++n)
         if (mpMemory->counts[n] == kLeftOut) out.push_back(n);

@@ -22,6 +22,7 @@ public:
     static constexpr uint32_t kNearSize = 1u << 18;
     static constexpr std::array<uint32_t, 4> kScatter = {1, 601, 360001, 215640599};
     static constexpr size_t kMostEntries = size_t{4} << 20; ///< of the table
+    static constexpr size_t kSpareEntries = 3;              ///< behind them
 
     /// One after another take over each other's memory: for one thread alone.
     explicit ShadowGrid_cls(const ShadowShape_st& shape);
@@ -51,14 +52,19 @@ public:
     /// 1 / edge along each axis; of a near light: of directions, as parts of the unit sphere's radius, twice,
     /// and of distances.
     const float* GetPerBlock() const { return mPerBlock; }
-    /// The table's place of the block that holds a point of the table's coordinates.
-    uint32_t GetBlockAt(const float* pPlace) const;
-    /// Does a point of the table's coordinates lie in a shadow? Of those that are in the table.
-    bool IsInShadow(const float* pPlace) const { return IsInShadow(pPlace, GetBlockAt(pPlace)); }
-    bool IsInShadow(const float* pPlace, uint32_t block) const;
+    /// A point that is looked up.
+    struct Point_st {
+        float place[3]; ///< in the table's coordinates
+        float ray[3];   ///< unit vector from a near light
+        uint32_t block; ///< place in the table of the block that holds it
+    };
+    void Locate(Point_st& point) const; ///< all but its place
+    /// Does a located point lie in a shadow? Of those that are in the table.
+    bool IsInShadow(const Point_st& point) const;
     /// Of each block, and one past the last: the first of those in it, into GetEntries.
     const std::vector<int32_t>& GetStarts() const;
-    /// Four numbers each: centre in the table's coordinates, and radius.
+    /// Four numbers each: centre in the table's coordinates, and radius. Behind the last one are some more
+    /// that throw none.
     const std::vector<float>& GetEntries() const;
 
 private:

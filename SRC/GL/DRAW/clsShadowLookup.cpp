@@ -70,7 +70,7 @@ bool ShadowLookup_cls::IsHere() {
     static const bool sbRoom = [] {
         GLint most = 0;
         glGetIntegerv(GL_MAX_TEXTURE_BUFFER_SIZE, &most);
-        return most > int(ShadowGrid_cls::kMostEntries);
+        return most >= int(ShadowGrid_cls::kMostEntries + ShadowGrid_cls::kSpareEntries);
     }();
     if (!msbUsed || !mbRays || !sbRoom || !GLAttribute_cls::mspCShaderCtrl) return false;
     GLint program = 0;
