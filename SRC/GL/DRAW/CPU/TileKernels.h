@@ -37,6 +37,12 @@ struct alignas(64) TilePixels_st {
     float c[4][kRoom];
     int32_t z[kRoom]; ///< 24 bits
     uint8_t stencil[kRoom];
+    // Of opaque spheres whose light waits: where they face, and which material they have (batch, then number).
+    static constexpr float kNoNormal = 2.0f; ///< as z: none waits in this pixel
+    static constexpr int kMaterialBits = 15;
+    float normal[3][kRoom];
+    int32_t material[kRoom];
+    int waiting; ///< of which look; -1: of none
     int left, bottom, width, height;
 };
 
@@ -47,8 +53,10 @@ struct TileKernels_st {
     /// Take a tile of the picture, or begin it anew; and give it back.
     void (*pLoad)(TileCanvas_cls& canvas, int tile, TilePixels_st& pixels);
     void (*pStore)(TileCanvas_cls& canvas, const TilePixels_st& pixels);
+    /// Records of a batch; `ppMaterials`: of each batch, 12 numbers a sphere. The last call for a tile has
+    /// none, and lights what waits.
     void (*pDraw)(const TileScene_st& scene, TilePixels_st& pixels, const TileRecord_st* pFirst,
-                  const TileRecord_st* pEnd, const float* pMaterials);
+                  const TileRecord_st* pEnd, const float* const* ppMaterials, uint32_t batch);
 };
 
 /// Those that this processor runs fastest.

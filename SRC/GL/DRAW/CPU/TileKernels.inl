@@ -102,6 +102,9 @@ static void LoadTile(TileCanvas_cls& canvas, int tile, TilePixels_st& pixels) {
     const TileCanvas_cls::Rect_st rect = canvas.GetTileRect(tile);
     pixels.left = rect.left, pixels.bottom = rect.bottom;
     pixels.width = rect.width, pixels.height = rect.height;
+    pixels.waiting = -1;
+    for (float& z : pixels.normal[2])
+        z = TilePixels_st::kNoNormal;
     if (!canvas.IsFilled(tile)) {
         for (auto& plane : pixels.c)
             __builtin_memset(plane, 0, sizeof plane);
@@ -149,38 +152,35 @@ static void StoreTile(TileCanvas_cls& canvas, const TilePixels_st& pixels) {
 
 template <TileLook_st::Blend BLEND>
 static void DrawUnlit(const TileScene_st& scene, TilePixels_st& pixels, const TileLook_st& look,
-                      const TileRecord_st& record) {
-    if (look.kind == TileLook_st::POINT)
-        DrawPoint<BLEND>(pixels, look, record);
-    else if (look.bFacing)
-        DrawFacingSprite<BLEND>(scene, pixels, look, record);
-    else
-        DrawFlatSprite<BLEND>(scene, pixels, look, record);
+                      const TileRecord_st* pFirst, const TileRecord_st* pEnd) {
+    for (const TileRecord_st* p = pFirst; p < pEnd; ++p)
+        if (look.kind == TileLook_st::POINT)
+            DrawPoint<BLEND>(pixels, look, *p);
+        else if (look.bFacing)
+            DrawFacingSprite<BLEND>(scene, pixels, look, *p);
+        else
+            DrawFlatSprite<BLEND>(scene, pixels, look, *p);
 }
 
 static void DrawRecords(const TileScene_st& scene, TilePixels_st& pixels, const TileRecord_st* pFirst,
-                        const TileRecord_st* pEnd, const float* pMaterials) {
-    Lit_st lit;
-    uint32_t litLook = TileScene_st::kLooks; // whose material it is
-    for (const TileRecord_st* p = pFirst; p < pEnd; ++p) {
+                        const TileRecord_st* pEnd, const float* const* ppMaterials, uint32_t batch) {
+    if (pFirst == pEnd) LightWaiting(scene, pixels, ppMaterials);
+    for (const TileRecord_st *p = pFirst, *pNext = p; p < pEnd; p = pNext) {
         const uint32_t which = p->what & TileRecord_st::kLookMask;
         const TileLook_st& look = scene.look[which];
+        while (pNext < pEnd && (pNext->what & TileRecord_st::kLookMask) == which)
+            ++pNext;
         if (look.kind == TileLook_st::SPHERE) {
-            const float* pOwn =
-                look.bMaterials ? pMaterials + 12 * static_cast<size_t>(p->color[0]) : nullptr;
-            if (pOwn)
-                PrepareLit(scene, pOwn, pOwn + 4, pOwn + 8, lit);
-            else if (litLook != which)
-                PrepareLit(scene, look.ambient, look.diffuse, look.specular, lit);
-            litLook = pOwn ? static_cast<uint32_t>(TileScene_st::kLooks) : which;
-            DrawSphere(scene, pixels, look, lit, *p);
-        } else if (look.blend == TileLook_st::ADDS) {
-            DrawUnlit<TileLook_st::ADDS>(scene, pixels, look, *p);
-        } else if (look.blend == TileLook_st::COVERS) {
-            DrawUnlit<TileLook_st::COVERS>(scene, pixels, look, *p);
-        } else {
-            DrawUnlit<TileLook_st::OVERWRITES>(scene, pixels, look, *p);
+            DrawSpheres(scene, pixels, which, p, pNext, ppMaterials, batch);
+            continue;
         }
+        LightWaiting(scene, pixels, ppMaterials);
+        if (look.blend == TileLook_st::ADDS)
+            DrawUnlit<TileLook_st::ADDS>(scene, pixels, look, p, pNext);
+        else if (look.blend == TileLook_st::COVERS)
+            DrawUnlit<TileLook_st::COVERS>(scene, pixels, look, p, pNext);
+        else
+            DrawUnlit<TileLook_st::OVERWRITES>(scene, pixels, look, p, pNext);
     }
 }
 

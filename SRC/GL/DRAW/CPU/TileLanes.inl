@@ -178,4 +178,30 @@ LANES_INLINE Part_st PartOf(const TilePixels_st& pixels, float lowX, float highX
     return part;
 }
 
+/// The same for eight of them.
+struct Part8 {
+    I8 x0, x1, y0, y1;
+};
+LANES_INLINE F8 Bounded(F8 v) { return Min(Max(v, Splat(-1e6f)), Splat(1e6f)); }
+LANES_INLINE I8 Floor(F8 v) {
+    const I8 i = ToInt(v);
+    return i + (v < ToFloat(i)); // true is -1
+}
+LANES_INLINE I8 Ceil(F8 v) { return -Floor(-v); }
+LANES_INLINE Part8 PartsOf(const TilePixels_st& pixels, F8 lowX, F8 highX, F8 lowY, F8 highY) {
+    Part8 part;
+    part.x0 = Ceil(Bounded(lowX) - 0.5f) - pixels.left;
+    part.x1 = Floor(Bounded(highX) - 0.5f) - pixels.left;
+    part.y0 = Ceil(Bounded(lowY) - 0.5f) - pixels.bottom;
+    part.y1 = Floor(Bounded(highY) - 0.5f) - pixels.bottom;
+    part.x0 = part.x0 < 0 ? SplatInt(0) : part.x0;
+    part.y0 = part.y0 < 0 ? SplatInt(0) : part.y0;
+    part.x1 = part.x1 >= pixels.width ? SplatInt(pixels.width - 1) : part.x1;
+    part.y1 = part.y1 >= pixels.height ? SplatInt(pixels.height - 1) : part.y1;
+    return part;
+}
+LANES_INLINE Part_st GetPart(const Part8& parts, int lane) {
+    return {parts.x0[lane], parts.x1[lane], parts.y0[lane], parts.y1[lane]};
+}
+
 LANES_INLINE float Unpack(uint32_t bits) { return static_cast<float>(bits & 0xffffu) * (1.0f / 65535.0f); }

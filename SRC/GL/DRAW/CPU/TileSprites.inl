@@ -192,9 +192,11 @@ static void DrawFacingSprite(const TileScene_st& scene, TilePixels_st& pixels, c
     const F8 one = Splat(1.0f);
     Part_st part = {0, pixels.width - 1, 0, pixels.height - 1};
     const float wide = (record.radius < 0.0f ? -record.radius : record.radius) * 1.4143f;
-    TileRecord_st ball = record;
-    ball.radius = wide;
-    if (!view.bPerspective || -record.z > wide * 1.0001f) part = CastSphere(view, pixels, ball).part;
+    if (!view.bPerspective || -record.z > wide * 1.0001f) {
+        Cast8 cast;
+        CastSpheres(view, pixels, {Splat(record.x), Splat(record.y), Splat(record.z)}, Splat(wide), cast);
+        part = GetPart(cast.part, 0);
+    }
     if (part.IsEmpty()) return;
     for (int row = part.y0; row <= part.y1; row += 2)
         for (int x = part.x0; x <= part.x1; x += 4) {

@@ -194,6 +194,9 @@ bool TileDraw_cls::Draw(const TileScene_st& scene, const TileSource_cls& source,
         if (!OnAll(round, round.batches, &TileDraw_cls::BinBatch)) return false;
         round.batches = static_cast<int>(std::find(mVDone.begin(), mVDone.end(), 0) - mVDone.begin());
         round.end = std::min(round.first + static_cast<long long>(round.batches) * kBatch, round.end);
+        mVpMaterials.clear();
+        for (const auto& batch : mVBatches)
+            mVpMaterials.push_back(batch->materials.data());
         canvas.Take(FindTouched(round.batches));
         if (!OnAll(round, mTiles, &TileDraw_cls::DrawTile)) return false;
     }
@@ -291,15 +294,16 @@ void TileDraw_cls::Bin(const TileSource_cls& source, long long first, int count,
 }
 
 // What touches many tiles comes in between by its place in the order.
-void TileDraw_cls::DrawBatch(int tile, const Batch_st& batch, Worker_st& worker, bool& bLoaded,
+void TileDraw_cls::DrawBatch(int tile, int number, Worker_st& worker, bool& bLoaded,
                              TileCanvas_cls& canvas) const {
+    const Batch_st& batch = *mVBatches[static_cast<size_t>(number)];
     const TileRecord_st* p = batch.records.data() + batch.starts[static_cast<size_t>(tile)];
     const TileRecord_st* const pEnd = batch.records.data() + batch.starts[static_cast<size_t>(tile) + 1];
     const auto draw = [&](const TileRecord_st* pFirst, const TileRecord_st* pLast) {
         if (pFirst == pLast) return;
         if (!bLoaded) mKernels.pLoad(canvas, tile, worker.pixels);
         bLoaded = true;
-        mKernels.pDraw(mScene, worker.pixels, pFirst, pLast, batch.materials.data());
+        mKernels.pDraw(mScene, worker.pixels, pFirst, pLast, mVpMaterials.data(), static_cast<uint32_t>(number));
     };
     const int tx = tile % mAcross, ty = tile / mAcross;
     for (const Batch_st::Large_st& large : batch.large) {
@@ -323,8 +327,8 @@ void TileDraw_cls::DrawTile(Round_st& round, int tile, Worker_st& worker) {
     size_t work = 0;
     long long all = 0;
     while (done < round.batches) {
-        const Batch_st& batch = *mVBatches[static_cast<size_t>(done++)];
-        DrawBatch(tile, batch, worker, bLoaded, round.canvas);
+        const Batch_st& batch = *mVBatches[static_cast<size_t>(done)];
+        DrawBatch(tile, done++, worker, bLoaded, round.canvas);
         const size_t now = batch.starts[static_cast<size_t>(tile) + 1] -
                            batch.starts[static_cast<size_t>(tile)] + batch.large.size();
         work += now;
@@ -335,6 +339,7 @@ void TileDraw_cls::DrawTile(Round_st& round, int tile, Worker_st& worker) {
     }
     round.drawn += all;
     if (!bLoaded) return;
+    mKernels.pDraw(mScene, worker.pixels, nullptr, nullptr, mVpMaterials.data(), 0);
     mKernels.pStore(round.canvas, worker.pixels);
     round.canvas.MarkFilled(tile);
 }

@@ -29,7 +29,7 @@ public:
     bool Draw(const TileScene_st& scene, const TileSource_cls& source, TileCanvas_cls& canvas,
               Report report = nullptr, void* pWho = nullptr);
 
-    static constexpr int kBatch = 32768;               ///< particles
+    static constexpr int kBatch = 1 << TilePixels_st::kMaterialBits; ///< particles
     static constexpr long long kRound = 1LL << 22;     ///< particles that are sorted by tiles at a time
     static constexpr long long kMostRecords = 6000000; ///< about, 32 bytes each; a round ends there
     static constexpr int kManyTiles = 64;              ///< what touches more isn't sorted by tiles
@@ -46,8 +46,7 @@ private:
     void TakeRun(const TileRun_st& run, const TileSeen_st& seen, int& order, Worker_st& worker,
                  Batch_st& batch) const;
     void DrawTile(Round_st& round, int tile, Worker_st& worker);
-    void DrawBatch(int tile, const Batch_st& batch, Worker_st& worker, bool& bLoaded,
-                   TileCanvas_cls& canvas) const;
+    void DrawBatch(int tile, int number, Worker_st& worker, bool& bLoaded, TileCanvas_cls& canvas) const;
     TileCanvas_cls::Range_st FindTouched(int batches) const;
     bool OnAll(Round_st& round, int jobs, Job job);
 
@@ -59,5 +58,6 @@ private:
     bool mbMaterials = false;
     std::vector<std::unique_ptr<Worker_st>> mVWorkers;
     std::vector<std::unique_ptr<Batch_st>> mVBatches;
+    std::vector<const float*> mVpMaterials; ///< of each batch
     std::vector<int> mVDone; ///< of each job of a round: nothing, or all, or of a tile how many batches
 };
