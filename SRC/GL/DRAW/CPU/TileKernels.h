@@ -36,6 +36,7 @@ struct alignas(64) TilePixels_st {
     static constexpr int kRoom = kStride * (TileCanvas_cls::kTileH + 1) + 4; ///< written in blocks of 4 x 2
     float c[4][kRoom];
     int32_t z[kRoom]; ///< 24 bits
+    int32_t nearest;  ///< none in the tile is nearer
     uint8_t stencil[kRoom];
     // Of opaque spheres whose light waits: where they face, and which material they have (batch, then number).
     static constexpr float kNoNormal = 2.0f; ///< as z: none waits in this pixel

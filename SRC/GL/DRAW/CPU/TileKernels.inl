@@ -111,6 +111,7 @@ static void LoadTile(TileCanvas_cls& canvas, int tile, TilePixels_st& pixels) {
         __builtin_memset(pixels.stencil, 0, sizeof pixels.stencil);
         for (int32_t& z : pixels.z)
             z = 0xffffff;
+        pixels.nearest = 0xffffff;
         return;
     }
     for (int row = 0; row < rect.height; ++row) {
@@ -128,6 +129,12 @@ static void LoadTile(TileCanvas_cls& canvas, int tile, TilePixels_st& pixels) {
         __builtin_memcpy(halves, pColor + 4 * x, 8 * static_cast<size_t>(rect.width - x));
         __builtin_memcpy(depths, pDepth + x, 4 * static_cast<size_t>(rect.width - x));
         LoadEight(halves, pixels, to + x), LoadDepth(depths, pixels, to + x);
+    }
+    pixels.nearest = 0xffffff;
+    for (int row = 0; row < rect.height; ++row) {
+        const int32_t* const p = pixels.z + row * TilePixels_st::kStride;
+        for (int x = 0; x < rect.width; ++x)
+            pixels.nearest = pixels.nearest < p[x] ? pixels.nearest : p[x];
     }
 }
 
@@ -153,13 +160,13 @@ static void StoreTile(TileCanvas_cls& canvas, const TilePixels_st& pixels) {
 template <TileLook_st::Blend BLEND>
 static void DrawUnlit(const TileScene_st& scene, TilePixels_st& pixels, const TileLook_st& look,
                       const TileRecord_st* pFirst, const TileRecord_st* pEnd) {
+    if (look.kind == TileLook_st::SPRITE && !look.bFacing)
+        return DrawFlatSprites<BLEND>(scene, pixels, look, pFirst, pEnd);
     for (const TileRecord_st* p = pFirst; p < pEnd; ++p)
         if (look.kind == TileLook_st::POINT)
             DrawPoint<BLEND>(pixels, look, *p);
-        else if (look.bFacing)
-            DrawFacingSprite<BLEND>(scene, pixels, look, *p);
         else
-            DrawFlatSprite<BLEND>(scene, pixels, look, *p);
+            DrawFacingSprite<BLEND>(scene, pixels, look, *p);
 }
 
 static void DrawRecords(const TileScene_st& scene, TilePixels_st& pixels, const TileRecord_st* pFirst,
@@ -168,6 +175,7 @@ static void DrawRecords(const TileScene_st& scene, TilePixels_st& pixels, const 
     for (const TileRecord_st *p = pFirst, *pNext = p; p < pEnd; p = pNext) {
         const uint32_t which = p->what & TileRecord_st::kLookMask;
         const TileLook_st& look = scene.look[which];
+        if (look.bWrite) pixels.nearest = 0;
         while (pNext < pEnd && (pNext->what & TileRecord_st::kLookMask) == which)
             ++pNext;
         if (look.kind == TileLook_st::SPHERE) {

@@ -47,6 +47,26 @@ LANES_INLINE I8 Gather(const uint32_t* p, I8 index) {
 }
 #endif
 
+/// Of four columns of two rows; one by one they come faster than by Gather.
+LANES_INLINE I8 TakeBytes(const uint8_t* pLow, const uint8_t* pHigh, const int32_t* pColumns) {
+#ifdef TILE_WIDE
+    __m128i bytes = _mm_cvtsi32_si128(pLow[pColumns[0]]);
+    bytes = _mm_insert_epi8(bytes, pLow[pColumns[1]], 1);
+    bytes = _mm_insert_epi8(bytes, pLow[pColumns[2]], 2);
+    bytes = _mm_insert_epi8(bytes, pLow[pColumns[3]], 3);
+    bytes = _mm_insert_epi8(bytes, pHigh[pColumns[0]], 4);
+    bytes = _mm_insert_epi8(bytes, pHigh[pColumns[1]], 5);
+    bytes = _mm_insert_epi8(bytes, pHigh[pColumns[2]], 6);
+    bytes = _mm_insert_epi8(bytes, pHigh[pColumns[3]], 7);
+    return (I8)_mm256_cvtepu8_epi32(bytes);
+#else
+    I8 v;
+    for (int k = 0; k < 4; ++k)
+        v[k] = pLow[pColumns[k]], v[k + 4] = pHigh[pColumns[k]];
+    return v;
+#endif
+}
+
 LANES_INLINE bool IsAny(I8 mask) { return GetLanes(mask) != 0; }
 // Eight pixels are four columns of two rows: what is drawn is small, and leaves few of them unused.
 LANES_INLINE I8 Columns() { return I8{0, 1, 2, 3, 0, 1, 2, 3}; }
@@ -205,3 +225,14 @@ LANES_INLINE Part_st GetPart(const Part8& parts, int lane) {
 }
 
 LANES_INLINE float Unpack(uint32_t bits) { return static_cast<float>(bits & 0xffffu) * (1.0f / 65535.0f); }
+
+struct V8 {
+    F8 x, y, z;
+};
+/// Eight records, or fewer, as lanes; the last one stands for those that lack.
+LANES_INLINE void TakeRecords(const TileRecord_st* pFirst, int count, V8& place, F8& radius) {
+    for (int k = 0; k < 8; ++k) {
+        const TileRecord_st& record = pFirst[k < count ? k : count - 1];
+        place.x[k] = record.x, place.y[k] = record.y, place.z[k] = record.z, radius[k] = record.radius;
+    }
+}

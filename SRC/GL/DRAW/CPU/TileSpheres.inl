@@ -41,9 +41,6 @@ LANES_INLINE F8 Gloss(F8 x) {
     return x8 * x8 * x4;
 }
 
-struct V8 {
-    F8 x, y, z;
-};
 LANES_INLINE F8 Dot(const V8& a, const V8& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
 LANES_INLINE F8 DotWith(const V8& a, const float* b) {
     return a.x * Splat(b[0]) + a.y * Splat(b[1]) + a.z * Splat(b[2]);
@@ -425,14 +422,6 @@ private:
     bool mbReady = false;
     Lit_st mLit;
 };
-
-/// Eight records, or fewer, as lanes; the last one stands for those that lack.
-LANES_INLINE void TakeRecords(const TileRecord_st* pFirst, int count, V8& place, F8& radius) {
-    for (int k = 0; k < 8; ++k) {
-        const TileRecord_st& record = pFirst[k < count ? k : count - 1];
-        place.x[k] = record.x, place.y[k] = record.y, place.z[k] = record.z, radius[k] = record.radius;
-    }
-}
 
 /// What comes in a row and has the same look.
 static void DrawSpheres(const TileScene_st& scene, TilePixels_st& pixels, uint32_t which,
