@@ -38,7 +38,8 @@ struct alignas(64) TilePixels_st {
     int32_t z[kRoom]; ///< 24 bits
     int32_t nearest;  ///< none in the tile is nearer
     uint8_t stencil[kRoom];
-    // Of opaque spheres whose light waits: where they face, and which material they have (batch, then number).
+    // Of opaque spheres whose light waits: where they face, and which material they have (batch, then
+    // number).
     static constexpr float kNoNormal = 2.0f; ///< as z: none waits in this pixel
     static constexpr int kMaterialBits = 15;
     float normal[3][kRoom];

@@ -429,8 +429,8 @@ static void DrawSpheres(const TileScene_st& scene, TilePixels_st& pixels, uint32
                         const float* const* ppMaterials, uint32_t batch) {
     constexpr float kFarCloseness = 0.003f;
     const TileLook_st& look = scene.look[which];
-    const bool bPlainLook = scene.bPlainLight && !look.bCartoon && look.bTest && look.bWrite &&
-                            look.blend != TileLook_st::ADDS;
+    const bool bPlainLook =
+        scene.bPlainLight && !look.bCartoon && look.bTest && look.bWrite && look.blend != TileLook_st::ADDS;
     LitKeeper_cls keeper(scene, look);
     for (const TileRecord_st* p = pFirst; p < pEnd; p += 8) {
         const int count = pEnd - p < 8 ? static_cast<int>(pEnd - p) : 8;
@@ -449,7 +449,8 @@ static void DrawSpheres(const TileScene_st& scene, TilePixels_st& pixels, uint32
             const float* pOwn =
                 look.bMaterials ? ppMaterials[batch] + 12 * static_cast<size_t>(ball.color[0]) : nullptr;
             const bool bPlain = bPlainLook && !bNear && (pOwn ? pOwn[7] : look.diffuse[3]) >= 1.0f;
-            if (!bPlain || pixels.waiting != static_cast<int>(which)) LightWaiting(scene, pixels, ppMaterials);
+            if (!bPlain || pixels.waiting != static_cast<int>(which))
+                LightWaiting(scene, pixels, ppMaterials);
             if (bPlain) {
                 static const Lit_st sNone = {};
                 const uint32_t material = batch << TilePixels_st::kMaterialBits | ball.color[0];

@@ -136,8 +136,8 @@ LANES_INLINE Squares8 LaySquares(const TileScene_st& scene, const TilePixels_st&
     return squares;
 }
 
-/// Which texels a sprite's columns or rows show, `first` to `last` of the tile; `scale` leads from one of them
-/// on to the next one's place in memory.
+/// Which texels a sprite's columns or rows show, `first` to `last` of the tile; `scale` leads from one of
+/// them on to the next one's place in memory.
 LANES_INLINE void FindTexels(F8 step, F8 start, int texels, int scale, int first, int last, int32_t* pOut) {
     const I8 along = {0, 1, 2, 3, 4, 5, 6, 7};
     const F8 end = Splat(static_cast<float>(texels) - 1.0f);
@@ -163,8 +163,8 @@ LANES_INLINE void DrawPlainSprite(const TileScene_st& scene, TilePixels_st& pixe
     const F8 alpha = Splat(tint.c[3] * perByte);
     // With room for the last eight, and for the blocks' ends.
     int32_t columns[TileCanvas_cls::kTileW + 8], lines[TileCanvas_cls::kTileH + 8];
-    FindTexels(Splat(squares.stepS[lane]), Splat(squares.firstS[lane]), texture.width, 1, part.x0, part.x1 + 3,
-               columns);
+    FindTexels(Splat(squares.stepS[lane]), Splat(squares.firstS[lane]), texture.width, 1, part.x0,
+               part.x1 + 3, columns);
     FindTexels(Splat(squares.stepT[lane]), Splat(squares.firstT[lane]), texture.height, texture.width,
                part.y0, part.y1 + 1, lines);
     const uint8_t* const pAlphas = texture.alphas.data();
@@ -212,8 +212,8 @@ LANES_INLINE void DrawFlatSprite(const TileScene_st& scene, TilePixels_st& pixel
 template <TileLook_st::Blend BLEND>
 static void DrawFlatSprites(const TileScene_st& scene, TilePixels_st& pixels, const TileLook_st& look,
                             const TileRecord_st* pFirst, const TileRecord_st* pEnd) {
-    const bool bPlain = scene.fog.mode == TileFog_st::NONE && scene.texture.width > 0 &&
-                        scene.texture.bWhite && !look.bWrite;
+    const bool bPlain =
+        scene.fog.mode == TileFog_st::NONE && scene.texture.width > 0 && scene.texture.bWhite && !look.bWrite;
     for (const TileRecord_st* p = pFirst; p < pEnd; p += 8) {
         const int count = pEnd - p < 8 ? static_cast<int>(pEnd - p) : 8;
         const Squares8 squares = LaySquares(scene, pixels, p, count);

@@ -34,8 +34,9 @@ struct TileDraw_cls::Worker_st {
     TileRun_st run;
     TileSeen_st seen;
     TilePixels_st pixels;
-    std::vector<Found_st> found;
-    std::vector<uint32_t> next; ///< free place of each tile
+    std::vector<Found_st> found; ///< room for a batch
+    size_t count = 0;            ///< of those
+    std::vector<uint32_t> next;  ///< free place of each tile
     std::vector<float> material;
 };
 
@@ -110,14 +111,20 @@ private:
     unsigned mBefore = 0;
 };
 
-/// The tiles within the limits that a particle touches; false: none.
+/// The tiles within the limits that a particle touches, which shows somewhere; false: none.
 template <class FOUND>
 bool Place(const TileSeen_st& seen, int i, const TileCanvas_cls::Range_st& limits, FOUND& out) {
-    out.x0 = static_cast<int16_t>(std::max(seen.x0[i] / TileCanvas_cls::kTileW, limits.x0));
-    out.x1 = static_cast<int16_t>(std::min(seen.x1[i] / TileCanvas_cls::kTileW, limits.x1 - 1));
-    out.y0 = static_cast<int16_t>(std::max(seen.y0[i] / TileCanvas_cls::kTileH, limits.y0));
-    out.y1 = static_cast<int16_t>(std::min(seen.y1[i] / TileCanvas_cls::kTileH, limits.y1 - 1));
-    return out.x0 <= out.x1 && out.y0 <= out.y1;
+    constexpr unsigned kW = TileCanvas_cls::kTileW, kH = TileCanvas_cls::kTileH;
+    const auto first = [](int at, unsigned size) {
+        return static_cast<int>(static_cast<unsigned>(at) / size);
+    };
+    const int x0 = std::max(first(seen.x0[i], kW), limits.x0),
+              x1 = std::min(first(seen.x1[i], kW), limits.x1 - 1);
+    const int y0 = std::max(first(seen.y0[i], kH), limits.y0),
+              y1 = std::min(first(seen.y1[i], kH), limits.y1 - 1);
+    out.x0 = static_cast<int16_t>(x0), out.x1 = static_cast<int16_t>(x1);
+    out.y0 = static_cast<int16_t>(y0), out.y1 = static_cast<int16_t>(y1);
+    return x0 <= x1 && y0 <= y1;
 }
 
 template <class FOUND>
@@ -227,42 +234,58 @@ void TileDraw_cls::BinBatch(Round_st& round, int batch, Worker_st& worker) {
     ++round.binned;
 }
 
+// Tiles count what they get; most particles lie in one.
 void TileDraw_cls::TakeRun(const TileRun_st& run, const TileSeen_st& seen, int& order, Worker_st& worker,
                            Batch_st& batch) const {
-    for (int i = 0; i < run.count; ++i, ++order) {
-        if (IsUnseen(seen, i)) continue;
-        Worker_st::Found_st found;
-        if (!Place(seen, i, mLimits, found)) continue;
-        Widen(batch.touched, found);
+    const TileCanvas_cls::Range_st limits = mLimits;
+    const int across = mAcross;
+    uint32_t* const pCounts = batch.starts.data() + 1;
+    uint32_t materials = static_cast<uint32_t>(batch.materials.size() / 12);
+    Worker_st::Found_st* pFound = worker.found.data() + worker.count;
+    uint32_t place = static_cast<uint32_t>(order);
+    order += run.count;
+    for (int i = 0; i < run.count; ++i, ++place) {
+        Worker_st::Found_st& found = *pFound;
+        if (IsUnseen(seen, i) || !Place(seen, i, limits, found)) continue;
         const TileLook_st& look = mScene.look[run.look[i]];
         TileRecord_st& record = found.record;
         record.x = seen.x[i], record.y = seen.y[i], record.z = seen.z[i], record.radius = seen.radius[i];
-        record.what = run.look[i] | static_cast<uint32_t>(order) << TileRecord_st::kOrderShift;
+        record.what = run.look[i] | place << TileRecord_st::kOrderShift;
         if (look.kind == TileLook_st::SPHERE) {
             if (seen.bNear[i]) record.what |= TileRecord_st::kNear;
-            record.color[0] = static_cast<uint32_t>(batch.materials.size() / 12);
+            record.color[0] = materials;
             record.color[1] = 0, record.alpha = 1.0f;
-            if (look.bMaterials)
+            if (look.bMaterials) {
                 batch.materials.insert(batch.materials.end(), run.pMaterial[i], run.pMaterial[i] + 12);
+                ++materials;
+            }
         } else {
             record.color[0] = Pack(run.color[i][0], run.color[i][1]);
             record.color[1] = Pack(run.color[i][2], 0.0f);
             record.alpha = Bound(run.color[i][3]);
         }
-        const int tiles = (found.x1 - found.x0 + 1) * (found.y1 - found.y0 + 1);
-        if (tiles > kManyTiles)
+        if (found.x0 == found.x1 && found.y0 == found.y1) {
+            ++pCounts[found.y0 * across + found.x0];
+        } else if ((found.x1 - found.x0 + 1) * (found.y1 - found.y0 + 1) > kManyTiles) {
             batch.large.push_back({record, found.x0, found.y0, found.x1, found.y1});
-        else
-            worker.found.push_back(found);
+            continue;
+        } else {
+            for (int y = found.y0; y <= found.y1; ++y)
+                for (int x = found.x0; x <= found.x1; ++x)
+                    ++pCounts[y * across + x];
+        }
+        ++pFound;
     }
+    worker.count = static_cast<size_t>(pFound - worker.found.data());
 }
 
 void TileDraw_cls::Bin(const TileSource_cls& source, long long first, int count, Worker_st& worker,
                        Batch_st& batch) {
-    worker.found.clear();
+    worker.found.resize(static_cast<size_t>(kBatch) + 1); // one is begun behind the last
+    worker.count = 0;
     batch.large.clear();
     batch.materials.clear();
-    batch.touched = kNowhere;
+    batch.starts.assign(static_cast<size_t>(mTiles) + 1, 0);
     TileRun_st& run = worker.run;
     if (mbMaterials) worker.material.resize(12 * static_cast<size_t>(TileRun_st::kRoom));
     run.pMaterial = mbMaterials ? reinterpret_cast<float(*)[12]>(worker.material.data()) : nullptr;
@@ -274,23 +297,36 @@ void TileDraw_cls::Bin(const TileSource_cls& source, long long first, int count,
         mKernels.pLocate(mScene, run, worker.seen);
         TakeRun(run, worker.seen, order, worker, batch);
     }
-    batch.starts.assign(static_cast<size_t>(mTiles) + 1, 0);
+    batch.touched = kNowhere;
+    for (const Batch_st::Large_st& large : batch.large)
+        Widen(batch.touched, large);
     uint32_t* pStarts = batch.starts.data();
-    for (const Worker_st::Found_st& found : worker.found)
-        for (int y = found.y0; y <= found.y1; ++y)
-            for (int x = found.x0; x <= found.x1; ++x)
-                ++pStarts[y * mAcross + x + 1];
-    for (int tile = 0; tile < mTiles; ++tile)
-        pStarts[tile + 1] += pStarts[tile];
+    for (int y = 0, tile = 0; tile < mTiles; ++y)
+        for (int x = 0; x < mAcross; ++x, ++tile) {
+            if (pStarts[tile + 1] != 0)
+                Widen(batch.touched, Batch_st::Large_st{{}, int16_t(x), int16_t(y), int16_t(x), int16_t(y)});
+            pStarts[tile + 1] += pStarts[tile];
+        }
     const size_t total = pStarts[mTiles];
     if (batch.records.size() < total) batch.records.resize(total);
     worker.next.assign(batch.starts.begin(), batch.starts.end() - 1);
+    Scatter(worker, batch);
+}
+
+void TileDraw_cls::Scatter(Worker_st& worker, Batch_st& batch) const {
     TileRecord_st* const pRecords = batch.records.data();
     uint32_t* const pNext = worker.next.data();
-    for (const Worker_st::Found_st& found : worker.found)
-        for (int y = found.y0; y <= found.y1; ++y)
-            for (int x = found.x0; x <= found.x1; ++x)
-                pRecords[pNext[y * mAcross + x]++] = found.record;
+    const Worker_st::Found_st* const pEnd = worker.found.data() + worker.count;
+    const int across = mAcross;
+    for (const Worker_st::Found_st* p = worker.found.data(); p < pEnd; ++p) {
+        if (p->x0 == p->x1 && p->y0 == p->y1) {
+            pRecords[pNext[p->y0 * across + p->x0]++] = p->record;
+            continue;
+        }
+        for (int y = p->y0; y <= p->y1; ++y)
+            for (int x = p->x0; x <= p->x1; ++x)
+                pRecords[pNext[y * across + x]++] = p->record;
+    }
 }
 
 // What touches many tiles comes in between by its place in the order.
@@ -303,7 +339,8 @@ void TileDraw_cls::DrawBatch(int tile, int number, Worker_st& worker, bool& bLoa
         if (pFirst == pLast) return;
         if (!bLoaded) mKernels.pLoad(canvas, tile, worker.pixels);
         bLoaded = true;
-        mKernels.pDraw(mScene, worker.pixels, pFirst, pLast, mVpMaterials.data(), static_cast<uint32_t>(number));
+        mKernels.pDraw(mScene, worker.pixels, pFirst, pLast, mVpMaterials.data(),
+                       static_cast<uint32_t>(number));
     };
     const int tx = tile % mAcross, ty = tile / mAcross;
     for (const Batch_st::Large_st& large : batch.large) {

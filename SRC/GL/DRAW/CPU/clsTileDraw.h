@@ -45,6 +45,7 @@ private:
     void Bin(const TileSource_cls& source, long long first, int count, Worker_st& worker, Batch_st& batch);
     void TakeRun(const TileRun_st& run, const TileSeen_st& seen, int& order, Worker_st& worker,
                  Batch_st& batch) const;
+    void Scatter(Worker_st& worker, Batch_st& batch) const;
     void DrawTile(Round_st& round, int tile, Worker_st& worker);
     void DrawBatch(int tile, int number, Worker_st& worker, bool& bLoaded, TileCanvas_cls& canvas) const;
     TileCanvas_cls::Range_st FindTouched(int batches) const;
