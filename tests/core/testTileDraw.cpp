@@ -293,6 +293,32 @@ TEST_F(Sprites, AreHiddenByWhatThePictureHolds) {
     EXPECT_EQ(mCanvas.GetDepth()[60 * 100 + 50], GreyOrigin_cls::kFar);
 }
 
+TEST_F(Sprites, AreDrawnOverWhatThePictureWasClearedWith) {
+    const uint16_t grey[4] = {0x3400, 0x3400, 0x3400, 0x3c00};
+    mScene.texture = {};
+    mSize = 400;
+    SetView(true);
+    mSource.mList = {{{0, 0, -kMiddle}, float(3 * GetPixel()), {1, 1, 1, 0.5f}}};
+    for (const double x : {100.0, 350.0})
+        mSource.mList.push_back({{float((x - mSize / 2.0) * GetPixel()), 0, -kMiddle}, float(GetPixel())});
+    mCanvas.Clear(mSize, mSize);
+    mCanvas.SetBlank(grey, TileCanvas_cls::kFarDepth | 7);
+    TileDraw_cls(2).Draw(mScene, mSource, mCanvas);
+    mCanvas.FillTaken();
+    EXPECT_NEAR(At(200, 200).c[0], 0.625f, 0.001f);
+    for (const int x : {10, 150, 210, 290}) { // in tiles with and without particles
+        EXPECT_EQ(At(x, 195).c[1], 0.25f) << x;
+        EXPECT_EQ(At(x, 195).c[3], 1.0f) << x;
+        EXPECT_EQ(mCanvas.GetDepth()[195 * mSize + x], TileCanvas_cls::kFarDepth | 7) << x;
+    }
+    // What stops early leaves nothing that was never drawn.
+    mCanvas.Clear(mSize, mSize);
+    mCanvas.SetBlank(grey, TileCanvas_cls::kFarDepth);
+    mCanvas.Take({0, 0, 7, 13});
+    mCanvas.FillTaken();
+    EXPECT_EQ(At(399, 399).c[2], 0.25f);
+}
+
 // Of the picture no more is read than the tiles that are touched, each pixel once, and nothing beyond limits.
 TEST_F(Sprites, TakeTheTilesThatTheyTouch) {
     mSize = 400;

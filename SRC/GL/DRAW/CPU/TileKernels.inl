@@ -106,12 +106,17 @@ static void LoadTile(TileCanvas_cls& canvas, int tile, TilePixels_st& pixels) {
     for (float& z : pixels.normal[2])
         z = TilePixels_st::kNoNormal;
     if (!canvas.IsFilled(tile)) {
-        for (auto& plane : pixels.c)
-            __builtin_memset(plane, 0, sizeof plane);
-        __builtin_memset(pixels.stencil, 0, sizeof pixels.stencil);
+        uint16_t halves[8] = {};
+        __builtin_memcpy(halves, canvas.GetBlankColor(), 8);
+        const F8 color = FromHalves(halves);
+        for (int k = 0; k < 4; ++k)
+            for (float& c : pixels.c[k])
+                c = color[k];
+        __builtin_memset(pixels.stencil, static_cast<int>(canvas.GetBlankDepth() & 0xff),
+                         sizeof pixels.stencil);
+        pixels.nearest = static_cast<int32_t>(canvas.GetBlankDepth() >> 8);
         for (int32_t& z : pixels.z)
-            z = 0xffffff;
-        pixels.nearest = 0xffffff;
+            z = pixels.nearest;
         return;
     }
     for (int row = 0; row < rect.height; ++row) {
