@@ -306,7 +306,7 @@ TEST_F(Sprites, AreDrawnOverWhatThePictureWasClearedWith) {
     TileDraw_cls(2).Draw(mScene, mSource, mCanvas);
     mCanvas.FillTaken();
     EXPECT_NEAR(At(200, 200).c[0], 0.625f, 0.001f);
-    for (const int x : {10, 150, 210, 290}) { // in tiles with and without particles
+    for (const int x : {70, 150, 210, 290}) { // in tiles with and without particles
         EXPECT_EQ(At(x, 195).c[1], 0.25f) << x;
         EXPECT_EQ(At(x, 195).c[3], 1.0f) << x;
         EXPECT_EQ(mCanvas.GetDepth()[195 * mSize + x], TileCanvas_cls::kFarDepth | 7) << x;
