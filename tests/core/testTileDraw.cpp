@@ -509,6 +509,30 @@ TEST_F(AnyList, LeavesOutWhatIsNoNumber) {
         }
 }
 
+// Lists of nothing but points of one pixel take a way of their own; a look that doesn't occur closes it.
+TEST_F(AnyList, HasTheSamePointsOfOnePixelOnBothWays) {
+    for (int k = 0; k < 3; ++k) {
+        mScene.look[k].kind = TileLook_st::POINT;
+        mScene.look[k].size = 1;
+        mScene.look[k].bWrite = k == 0;
+        mScene.look[k].blend = k == 2 ? TileLook_st::OVERWRITES : mScene.look[k].blend;
+    }
+    for (const bool bOdd : {false, true}) {
+        MakeList(3 * TileDraw_cls::kBatch / 2, bOdd);
+        for (TileParticle_st& p : mSource.mList)
+            p.look %= 3;
+        mScene.look[3].kind = TileLook_st::SPHERE;
+        Draw(1);
+        const std::vector<float> ordinary = Colors();
+        EXPECT_GT(CountLit(), 1000);
+        mScene.look[3].kind = TileLook_st::HIDDEN;
+        Draw(2);
+        EXPECT_EQ(Colors(), ordinary);
+        Draw(3, GetPlainTileKernels());
+        EXPECT_EQ(Colors(), ordinary);
+    }
+}
+
 // Depth ends at 1, which most of a wide view is near to.
 TEST_F(AnyList, ShowsWhatIsVeryFar) {
     float projection[16] = {};

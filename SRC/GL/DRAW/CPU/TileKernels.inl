@@ -5,6 +5,8 @@
 #include "GL/DRAW/CPU/TileSpheres.inl"
 #include "GL/DRAW/CPU/TileSprites.inl"
 
+#include "GL/DRAW/CPU/TileDots.inl"
+
 #ifdef TILE_WIDE
 LANES_INLINE F8 FromHalves(const uint16_t* p) {
     __m128i bits;
@@ -197,4 +199,4 @@ static void DrawRecords(const TileScene_st& scene, TilePixels_st& pixels, const 
     }
 }
 
-static constexpr TileKernels_st kKernels = {Locate, LoadTile, StoreTile, DrawRecords};
+static constexpr TileKernels_st kKernels = {Locate, MakeDots, DrawDots, LoadTile, StoreTile, DrawRecords};

@@ -14,6 +14,7 @@
 /// What a batch of the list becomes.
 struct TileDraw_cls::Batch_st {
     std::vector<TileRecord_st> records; ///< by tiles, in each in the order of the list
+    std::vector<TileDot_st> dots;       ///< in place of them where all are dots
     std::vector<uint32_t> starts;       ///< of each tile's, and the end
     /// What touches many tiles, in the order of the list.
     struct Large_st {
@@ -34,6 +35,9 @@ struct TileDraw_cls::Worker_st {
     TileRun_st run;
     TileSeen_st seen;
     TilePixels_st pixels;
+    TileDots_st dots;                  ///< of a run
+    std::vector<TileDot_st> batchDots; ///< of a batch
+    std::vector<uint32_t> dotTiles;
     std::vector<Found_st> found; ///< room for a batch
     size_t count = 0;            ///< of those
     std::vector<uint32_t> next;  ///< free place of each tile
@@ -181,6 +185,9 @@ void TileDraw_cls::Prepare(const TileScene_st& scene, const TileCanvas_cls& canv
     mbMaterials = false;
     for (const TileLook_st& look : scene.look)
         mbMaterials |= look.kind == TileLook_st::SPHERE && look.bMaterials;
+    mbDots = true;
+    for (const TileLook_st& look : scene.look)
+        mbDots &= look.kind == TileLook_st::HIDDEN || (look.kind == TileLook_st::POINT && look.size < 2.0f);
     mLimits = canvas.GetLimits();
     mAcross = canvas.GetTilesAcross();
     mTiles = canvas.GetTiles();
@@ -281,7 +288,8 @@ void TileDraw_cls::TakeRun(const TileRun_st& run, const TileSeen_st& seen, int& 
 
 void TileDraw_cls::Bin(const TileSource_cls& source, long long first, int count, Worker_st& worker,
                        Batch_st& batch) {
-    worker.found.resize(static_cast<size_t>(kBatch) + 1); // one is begun behind the last
+    if (!mbDots) worker.found.resize(static_cast<size_t>(kBatch) + 1); // one is begun behind the last
+    if (mbDots) worker.batchDots.resize(kBatch), worker.dotTiles.resize(kBatch);
     worker.count = 0;
     batch.large.clear();
     batch.materials.clear();
@@ -295,7 +303,10 @@ void TileDraw_cls::Bin(const TileSource_cls& source, long long first, int count,
         source.Fill(first + done, std::min(TileRun_st::kRoom, count - done), run);
         if (run.count == 0) continue;
         mKernels.pLocate(mScene, run, worker.seen);
-        TakeRun(run, worker.seen, order, worker, batch);
+        if (mbDots)
+            TakeDots(worker, batch);
+        else
+            TakeRun(run, worker.seen, order, worker, batch);
     }
     batch.touched = kNowhere;
     for (const Batch_st::Large_st& large : batch.large)
@@ -308,9 +319,31 @@ void TileDraw_cls::Bin(const TileSource_cls& source, long long first, int count,
             pStarts[tile + 1] += pStarts[tile];
         }
     const size_t total = pStarts[mTiles];
-    if (batch.records.size() < total) batch.records.resize(total);
+    if (!mbDots && batch.records.size() < total) batch.records.resize(total);
+    if (mbDots && batch.dots.size() < total) batch.dots.resize(total);
     worker.next.assign(batch.starts.begin(), batch.starts.end() - 1);
-    Scatter(worker, batch);
+    if (mbDots)
+        ScatterDots(worker, batch);
+    else
+        Scatter(worker, batch);
+}
+
+void TileDraw_cls::TakeDots(Worker_st& worker, Batch_st& batch) const {
+    TileDots_st& dots = worker.dots;
+    mKernels.pMakeDots(worker.run, worker.seen, mLimits, mAcross, dots);
+    uint32_t* const pCounts = batch.starts.data() + 1;
+    for (int i = 0; i < dots.count; ++i)
+        ++pCounts[dots.tile[i]];
+    std::copy_n(dots.dot, dots.count, worker.batchDots.data() + worker.count);
+    std::copy_n(dots.tile, dots.count, worker.dotTiles.data() + worker.count);
+    worker.count += static_cast<size_t>(dots.count);
+}
+
+void TileDraw_cls::ScatterDots(Worker_st& worker, Batch_st& batch) const {
+    TileDot_st* const pDots = batch.dots.data();
+    uint32_t* const pNext = worker.next.data();
+    for (size_t i = 0; i < worker.count; ++i)
+        pDots[pNext[worker.dotTiles[i]]++] = worker.batchDots[i];
 }
 
 void TileDraw_cls::Scatter(Worker_st& worker, Batch_st& batch) const {
@@ -333,8 +366,16 @@ void TileDraw_cls::Scatter(Worker_st& worker, Batch_st& batch) const {
 void TileDraw_cls::DrawBatch(int tile, int number, Worker_st& worker, bool& bLoaded,
                              TileCanvas_cls& canvas) const {
     const Batch_st& batch = *mVBatches[static_cast<size_t>(number)];
-    const TileRecord_st* p = batch.records.data() + batch.starts[static_cast<size_t>(tile)];
-    const TileRecord_st* const pEnd = batch.records.data() + batch.starts[static_cast<size_t>(tile) + 1];
+    const size_t start = batch.starts[static_cast<size_t>(tile)];
+    const size_t end = batch.starts[static_cast<size_t>(tile) + 1];
+    if (mbDots && start < end) {
+        if (!bLoaded) mKernels.pLoad(canvas, tile, worker.pixels);
+        bLoaded = true;
+        mKernels.pDrawDots(mScene, worker.pixels, batch.dots.data() + start, batch.dots.data() + end);
+    }
+    if (mbDots) return;
+    const TileRecord_st* p = batch.records.data() + start;
+    const TileRecord_st* const pEnd = batch.records.data() + end;
     const auto draw = [&](const TileRecord_st* pFirst, const TileRecord_st* pLast) {
         if (pFirst == pLast) return;
         if (!bLoaded) mKernels.pLoad(canvas, tile, worker.pixels);

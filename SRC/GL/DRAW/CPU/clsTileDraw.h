@@ -45,6 +45,8 @@ private:
     void Bin(const TileSource_cls& source, long long first, int count, Worker_st& worker, Batch_st& batch);
     void TakeRun(const TileRun_st& run, const TileSeen_st& seen, int& order, Worker_st& worker,
                  Batch_st& batch) const;
+    void TakeDots(Worker_st& worker, Batch_st& batch) const;
+    void ScatterDots(Worker_st& worker, Batch_st& batch) const;
     void Scatter(Worker_st& worker, Batch_st& batch) const;
     void DrawTile(Round_st& round, int tile, Worker_st& worker);
     void DrawBatch(int tile, int number, Worker_st& worker, bool& bLoaded, TileCanvas_cls& canvas) const;
@@ -57,6 +59,7 @@ private:
     int mAcross = 0;
     int mTiles = 0;
     bool mbMaterials = false;
+    bool mbDots = false; ///< nothing but points of one pixel
     std::vector<std::unique_ptr<Worker_st>> mVWorkers;
     std::vector<std::unique_ptr<Batch_st>> mVBatches;
     std::vector<const float*> mVpMaterials; ///< of each batch
