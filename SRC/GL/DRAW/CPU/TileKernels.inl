@@ -1,6 +1,7 @@
 // One form of the kernels, included into a namespace of its own.
 
 #include "GL/DRAW/CPU/TileLanes.inl"
+#include "GL/DRAW/CPU/TileLight.inl"
 #include "GL/DRAW/CPU/TileLocate.inl"
 #include "GL/DRAW/CPU/TileSpheres.inl"
 #include "GL/DRAW/CPU/TileSprites.inl"
