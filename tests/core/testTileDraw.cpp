@@ -293,6 +293,32 @@ TEST_F(Sprites, AreHiddenByWhatThePictureHolds) {
     EXPECT_EQ(mCanvas.GetDepth()[60 * 100 + 50], GreyOrigin_cls::kFar);
 }
 
+TEST_F(Sprites, AreDrawnOverWhatThePictureWasClearedWith) {
+    const uint16_t grey[4] = {0x3400, 0x3400, 0x3400, 0x3c00};
+    mScene.texture = {};
+    mSize = 400;
+    SetView(true);
+    mSource.mList = {{{0, 0, -kMiddle}, float(3 * GetPixel()), {1, 1, 1, 0.5f}}};
+    for (const double x : {100.0, 350.0})
+        mSource.mList.push_back({{float((x - mSize / 2.0) * GetPixel()), 0, -kMiddle}, float(GetPixel())});
+    mCanvas.Clear(mSize, mSize);
+    mCanvas.SetBlank(grey, TileCanvas_cls::kFarDepth | 7);
+    TileDraw_cls(2).Draw(mScene, mSource, mCanvas);
+    mCanvas.FillTaken();
+    EXPECT_NEAR(At(200, 200).c[0], 0.625f, 0.001f);
+    for (const int x : {70, 150, 210, 290}) { // in tiles with and without particles
+        EXPECT_EQ(At(x, 195).c[1], 0.25f) << x;
+        EXPECT_EQ(At(x, 195).c[3], 1.0f) << x;
+        EXPECT_EQ(mCanvas.GetDepth()[195 * mSize + x], TileCanvas_cls::kFarDepth | 7) << x;
+    }
+    // What stops early leaves nothing that was never drawn.
+    mCanvas.Clear(mSize, mSize);
+    mCanvas.SetBlank(grey, TileCanvas_cls::kFarDepth);
+    mCanvas.Take({0, 0, 7, 13});
+    mCanvas.FillTaken();
+    EXPECT_EQ(At(399, 399).c[2], 0.25f);
+}
+
 // Of the picture no more is read than the tiles that are touched, each pixel once, and nothing beyond limits.
 TEST_F(Sprites, TakeTheTilesThatTheyTouch) {
     mSize = 400;
@@ -481,6 +507,30 @@ TEST_F(AnyList, LeavesOutWhatIsNoNumber) {
             Draw();
             EXPECT_EQ(CountLit(), 0) << look << ", " << which;
         }
+}
+
+// Lists of nothing but points of one pixel take a way of their own; a look that doesn't occur closes it.
+TEST_F(AnyList, HasTheSamePointsOfOnePixelOnBothWays) {
+    for (int k = 0; k < 3; ++k) {
+        mScene.look[k].kind = TileLook_st::POINT;
+        mScene.look[k].size = 1;
+        mScene.look[k].bWrite = k == 0;
+        mScene.look[k].blend = k == 2 ? TileLook_st::OVERWRITES : mScene.look[k].blend;
+    }
+    for (const bool bOdd : {false, true}) {
+        MakeList(3 * TileDraw_cls::kBatch / 2, bOdd);
+        for (TileParticle_st& p : mSource.mList)
+            p.look %= 3;
+        mScene.look[3].kind = TileLook_st::SPHERE;
+        Draw(1);
+        const std::vector<float> ordinary = Colors();
+        EXPECT_GT(CountLit(), 1000);
+        mScene.look[3].kind = TileLook_st::HIDDEN;
+        Draw(2);
+        EXPECT_EQ(Colors(), ordinary);
+        Draw(3, GetPlainTileKernels());
+        EXPECT_EQ(Colors(), ordinary);
+    }
 }
 
 // Depth ends at 1, which most of a wide view is near to.

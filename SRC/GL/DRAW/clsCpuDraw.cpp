@@ -119,6 +119,7 @@ bool ReportTo(void* pProgress, long long done) {
 } // namespace
 
 long long CpuDraw_cls::msPasses = 0;
+bool CpuDraw_cls::msbBlank = false;
 
 CpuDraw_cls::CpuDraw_cls(const ViewScale_cls& view) {
     mbPossible = IsDrawnByProcessor() && TakeTarget() && TakeState(view);
@@ -231,14 +232,28 @@ void CpuDraw_cls::TakeTexture() {
     mScene.texture.Set(bytes.data(), width, height);
 }
 
+// One pixel tells of all.
+void CpuDraw_cls::TakeBlank(TileCanvas_cls& canvas) const {
+    const GLClientScope_cls client;
+    uint16_t color[4] = {0, 0, 0, 0};
+    uint32_t depth = TileCanvas_cls::kFarDepth;
+    glReadPixels(mClip[0], mClip[1], 1, 1, GL_RGBA, GL_HALF_FLOAT, color);
+    glReadPixels(mClip[0], mClip[1], 1, 1, GL_DEPTH_STENCIL, GL_UNSIGNED_INT_24_8, &depth);
+    canvas.SetBlank(color, depth);
+}
+
 void CpuDraw_cls::Draw(const TileSource_cls& source) {
     TileCanvas_cls& canvas = GetCanvas();
     BufferOrigin_cls origin(mbStencil);
     ++msPasses;
-    canvas.Clear(mWidth, mHeight, &origin);
+    const bool bBlank = msbBlank && !mbStencil && mClip[2] > 0 && mClip[3] > 0;
+    msbBlank = false;
+    canvas.Clear(mWidth, mHeight, bBlank ? nullptr : &origin);
+    if (bBlank) TakeBlank(canvas);
     canvas.SetLimits({mClip[0], mClip[1], mClip[2], mClip[3]});
     DrawProgress_cls progress(static_cast<int>(source.GetNumber()));
     GetDraw().Draw(mScene, source, canvas, ReportTo, &progress);
+    canvas.FillTaken();
     HandBack(canvas);
     CheckGLErrors("particles by the processor");
 }

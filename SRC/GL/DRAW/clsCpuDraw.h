@@ -24,6 +24,9 @@ public:
     long long GetPixels() const { return static_cast<long long>(mClip[2]) * mClip[3]; }
     bool HasFog() const { return mScene.fog.mode != TileFog_st::NONE; }
 
+    /// Until the next Draw: the target holds nothing but what it was cleared with, and needn't be read.
+    static void SetBlank(bool bBlank) { msbBlank = bBlank; }
+
     void Draw(const TileSource_cls& source);
     /// Passes that were drawn so, of the run.
     static long long GetPasses() { return msPasses; }
@@ -34,7 +37,10 @@ private:
     void TakeFog();
     void HandBack(TileCanvas_cls& canvas) const;
 
+    void TakeBlank(TileCanvas_cls& canvas) const;
+
     static long long msPasses;
+    static bool msbBlank;
 
     bool mbPossible = false;
     bool mbStencil = false; ///< only where the stencil isn't 0

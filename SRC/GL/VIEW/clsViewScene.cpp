@@ -63,6 +63,7 @@ void ViewScene_cls::DrawFace(double gridUnit) {
     const GLAttribScope_cls attributes;
     mVCTags.clear();
     Clear();
+    mbBlank = true;
     SetLights();
     SetLineWidth();
     DrawDataMain();

@@ -82,6 +82,7 @@ private:
     ViewContext_st mContext;
     unsigned long long mPrepared = 0; ///< the particles whose sticks were made last
     Pass_st mPass;
+    bool mbBlank = false;               ///< nothing was drawn since the face was cleared
     int mShadows = 0;                   ///< lights with shadows, as far as the options let them
     std::unique_ptr<FBO_cls> mpCLight;  ///< one light alone
     Tags mVCTags;                       ///< labels of the face being drawn

@@ -1,6 +1,8 @@
 // Particles of a view, lit.
 #include "GL/VIEW/clsViewScene.h"
 
+#include <utility>
+
 #include "COMMON/Globals.h"
 #include "FILTER/clsBondFollower.h"
 #include "FILTER/clsFilterCopy.h"
@@ -10,6 +12,7 @@
 #include "FILTER/clsFilterStick.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/DRAW/PlaceMatrix.h"
+#include "GL/DRAW/clsCpuDraw.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsDrawProgress.h"
 #include "GL/DRAW/clsGLDrawData.h"
@@ -143,9 +146,11 @@ void ViewScene_cls::DrawDataCopyLoop() {
     const float cost = static_cast<float>(sequence.GetParticleNumber(frame)) * DrawProgress_cls::kCostVertex;
     DrawCopies(copies, number, cost, [&](long long copy) {
         const bool bFirst = copy == 0 && !mPass.bAgain;
+        CpuDraw_cls::SetBlank(std::exchange(mbBlank, false));
         const int face = bFirst ? mContext.mMoment.face : mContext.mMoment.face + 1;
         GLSequence_cls::Of(sequence).GLDrawData(face, frame, mContext.mMoment.dt, mPass.lights, mPass.light,
                                                 mPass.bVolumes);
+        CpuDraw_cls::SetBlank(false);
     });
     if (!mPass.bVolumes && !DrawProgress_cls::WasCut()) DrawSticks(copies, number);
 }
@@ -224,6 +229,7 @@ void ViewScene_cls::DrawRealObjectCopyLoop() {
     FilterLists_cls* filters = mContext.mHost.GetPCFilters();
     if (!filters || !filters->GetObject().IsObjectExist()) return;
     const GLAttribScope_cls attributes;
+    mbBlank = false;
     glDepthMask(GL_TRUE);
     glEnable(GL_DEPTH_TEST);
     const auto draw = [&](bool bPerCopy) {

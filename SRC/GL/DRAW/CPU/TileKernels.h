@@ -22,6 +22,21 @@ struct TileRecord_st {
     static constexpr uint32_t kOrderShift = 3;
 };
 
+/// A point of one pixel, where all of the list are such: half of a TileRecord_st.
+struct TileDot_st {
+    uint32_t place;    ///< depth in 24 bits, then the tile's column in 6 and the look in 2
+    uint32_t color[2]; ///< RGB, 16 bits each, then the tile's row
+    float alpha;
+};
+static_assert(TileCanvas_cls::kTileW <= 64 && TileScene_st::kLooks <= 4, "what TileDot_st has room for");
+
+/// The dots of a run on their way into tiles.
+struct TileDots_st {
+    int count = 0;
+    TileDot_st dot[TileRun_st::kRoom + 1]; ///< one may be begun behind the last
+    uint32_t tile[TileRun_st::kRoom + 1];
+};
+
 /// Where on the screen the particles of a run may show, pixels; none where x1 < x0.
 struct TileSeen_st {
     int x0[TileRun_st::kRoom], y0[TileRun_st::kRoom], x1[TileRun_st::kRoom], y1[TileRun_st::kRoom];
@@ -36,7 +51,15 @@ struct alignas(64) TilePixels_st {
     static constexpr int kRoom = kStride * (TileCanvas_cls::kTileH + 1) + 4; ///< written in blocks of 4 x 2
     float c[4][kRoom];
     int32_t z[kRoom]; ///< 24 bits
+    int32_t nearest;  ///< none in the tile is nearer
     uint8_t stencil[kRoom];
+    // Of opaque spheres whose light waits: where they face, and which material they have (batch, then
+    // number).
+    static constexpr float kNoNormal = 2.0f; ///< as z: none waits in this pixel
+    static constexpr int kMaterialBits = 15;
+    float normal[3][kRoom];
+    int32_t material[kRoom];
+    int waiting; ///< of which look; -1: of none
     int left, bottom, width, height;
 };
 
@@ -44,11 +67,18 @@ struct TileKernels_st {
     /// Where the particles of a run show; points and sprites take the fog into their colours here where it
     /// is the same for all of one.
     void (*pLocate)(const TileScene_st& scene, TileRun_st& run, TileSeen_st& seen);
+    /// Behind pLocate: those within the limits, of a canvas with so many tiles across.
+    void (*pMakeDots)(const TileRun_st& run, const TileSeen_st& seen, const TileCanvas_cls::Range_st& limits,
+                      int across, TileDots_st& out);
+    void (*pDrawDots)(const TileScene_st& scene, TilePixels_st& pixels, const TileDot_st* pFirst,
+                      const TileDot_st* pEnd);
     /// Take a tile of the picture, or begin it anew; and give it back.
     void (*pLoad)(TileCanvas_cls& canvas, int tile, TilePixels_st& pixels);
     void (*pStore)(TileCanvas_cls& canvas, const TilePixels_st& pixels);
+    /// Records of a batch; `ppMaterials`: of each batch, 12 numbers a sphere. The last call for a tile has
+    /// none, and lights what waits.
     void (*pDraw)(const TileScene_st& scene, TilePixels_st& pixels, const TileRecord_st* pFirst,
-                  const TileRecord_st* pEnd, const float* pMaterials);
+                  const TileRecord_st* pEnd, const float* const* ppMaterials, uint32_t batch);
 };
 
 /// Those that this processor runs fastest.

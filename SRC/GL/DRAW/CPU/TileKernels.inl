@@ -1,9 +1,12 @@
 // One form of the kernels, included into a namespace of its own.
 
 #include "GL/DRAW/CPU/TileLanes.inl"
+#include "GL/DRAW/CPU/TileLight.inl"
 #include "GL/DRAW/CPU/TileLocate.inl"
 #include "GL/DRAW/CPU/TileSpheres.inl"
 #include "GL/DRAW/CPU/TileSprites.inl"
+
+#include "GL/DRAW/CPU/TileDots.inl"
 
 #ifdef TILE_WIDE
 LANES_INLINE F8 FromHalves(const uint16_t* p) {
@@ -102,12 +105,21 @@ static void LoadTile(TileCanvas_cls& canvas, int tile, TilePixels_st& pixels) {
     const TileCanvas_cls::Rect_st rect = canvas.GetTileRect(tile);
     pixels.left = rect.left, pixels.bottom = rect.bottom;
     pixels.width = rect.width, pixels.height = rect.height;
+    pixels.waiting = -1;
+    for (float& z : pixels.normal[2])
+        z = TilePixels_st::kNoNormal;
     if (!canvas.IsFilled(tile)) {
-        for (auto& plane : pixels.c)
-            __builtin_memset(plane, 0, sizeof plane);
-        __builtin_memset(pixels.stencil, 0, sizeof pixels.stencil);
+        uint16_t halves[8] = {};
+        __builtin_memcpy(halves, canvas.GetBlankColor(), 8);
+        const F8 color = FromHalves(halves);
+        for (int k = 0; k < 4; ++k)
+            for (float& c : pixels.c[k])
+                c = color[k];
+        __builtin_memset(pixels.stencil, static_cast<int>(canvas.GetBlankDepth() & 0xff),
+                         sizeof pixels.stencil);
+        pixels.nearest = static_cast<int32_t>(canvas.GetBlankDepth() >> 8);
         for (int32_t& z : pixels.z)
-            z = 0xffffff;
+            z = pixels.nearest;
         return;
     }
     for (int row = 0; row < rect.height; ++row) {
@@ -125,6 +137,12 @@ static void LoadTile(TileCanvas_cls& canvas, int tile, TilePixels_st& pixels) {
         __builtin_memcpy(halves, pColor + 4 * x, 8 * static_cast<size_t>(rect.width - x));
         __builtin_memcpy(depths, pDepth + x, 4 * static_cast<size_t>(rect.width - x));
         LoadEight(halves, pixels, to + x), LoadDepth(depths, pixels, to + x);
+    }
+    pixels.nearest = 0xffffff;
+    for (int row = 0; row < rect.height; ++row) {
+        const int32_t* const p = pixels.z + row * TilePixels_st::kStride;
+        for (int x = 0; x < rect.width; ++x)
+            pixels.nearest = pixels.nearest < p[x] ? pixels.nearest : p[x];
     }
 }
 
@@ -149,39 +167,37 @@ static void StoreTile(TileCanvas_cls& canvas, const TilePixels_st& pixels) {
 
 template <TileLook_st::Blend BLEND>
 static void DrawUnlit(const TileScene_st& scene, TilePixels_st& pixels, const TileLook_st& look,
-                      const TileRecord_st& record) {
-    if (look.kind == TileLook_st::POINT)
-        DrawPoint<BLEND>(pixels, look, record);
-    else if (look.bFacing)
-        DrawFacingSprite<BLEND>(scene, pixels, look, record);
-    else
-        DrawFlatSprite<BLEND>(scene, pixels, look, record);
+                      const TileRecord_st* pFirst, const TileRecord_st* pEnd) {
+    if (look.kind == TileLook_st::SPRITE && !look.bFacing)
+        return DrawFlatSprites<BLEND>(scene, pixels, look, pFirst, pEnd);
+    for (const TileRecord_st* p = pFirst; p < pEnd; ++p)
+        if (look.kind == TileLook_st::POINT)
+            DrawPoint<BLEND>(pixels, look, *p);
+        else
+            DrawFacingSprite<BLEND>(scene, pixels, look, *p);
 }
 
 static void DrawRecords(const TileScene_st& scene, TilePixels_st& pixels, const TileRecord_st* pFirst,
-                        const TileRecord_st* pEnd, const float* pMaterials) {
-    Lit_st lit;
-    uint32_t litLook = TileScene_st::kLooks; // whose material it is
-    for (const TileRecord_st* p = pFirst; p < pEnd; ++p) {
+                        const TileRecord_st* pEnd, const float* const* ppMaterials, uint32_t batch) {
+    if (pFirst == pEnd) LightWaiting(scene, pixels, ppMaterials);
+    for (const TileRecord_st *p = pFirst, *pNext = p; p < pEnd; p = pNext) {
         const uint32_t which = p->what & TileRecord_st::kLookMask;
         const TileLook_st& look = scene.look[which];
+        if (look.bWrite) pixels.nearest = 0;
+        while (pNext < pEnd && (pNext->what & TileRecord_st::kLookMask) == which)
+            ++pNext;
         if (look.kind == TileLook_st::SPHERE) {
-            const float* pOwn =
-                look.bMaterials ? pMaterials + 12 * static_cast<size_t>(p->color[0]) : nullptr;
-            if (pOwn)
-                PrepareLit(scene, pOwn, pOwn + 4, pOwn + 8, lit);
-            else if (litLook != which)
-                PrepareLit(scene, look.ambient, look.diffuse, look.specular, lit);
-            litLook = pOwn ? static_cast<uint32_t>(TileScene_st::kLooks) : which;
-            DrawSphere(scene, pixels, look, lit, *p);
-        } else if (look.blend == TileLook_st::ADDS) {
-            DrawUnlit<TileLook_st::ADDS>(scene, pixels, look, *p);
-        } else if (look.blend == TileLook_st::COVERS) {
-            DrawUnlit<TileLook_st::COVERS>(scene, pixels, look, *p);
-        } else {
-            DrawUnlit<TileLook_st::OVERWRITES>(scene, pixels, look, *p);
+            DrawSpheres(scene, pixels, which, p, pNext, ppMaterials, batch);
+            continue;
         }
+        LightWaiting(scene, pixels, ppMaterials);
+        if (look.blend == TileLook_st::ADDS)
+            DrawUnlit<TileLook_st::ADDS>(scene, pixels, look, p, pNext);
+        else if (look.blend == TileLook_st::COVERS)
+            DrawUnlit<TileLook_st::COVERS>(scene, pixels, look, p, pNext);
+        else
+            DrawUnlit<TileLook_st::OVERWRITES>(scene, pixels, look, p, pNext);
     }
 }
 
-static constexpr TileKernels_st kKernels = {Locate, LoadTile, StoreTile, DrawRecords};
+static constexpr TileKernels_st kKernels = {Locate, MakeDots, DrawDots, LoadTile, StoreTile, DrawRecords};

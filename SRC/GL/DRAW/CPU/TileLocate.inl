@@ -1,90 +1,99 @@
 // Where particles show on the screen. Included into a namespace once for each form of the kernels.
 
+// Eight at a time; what lies behind the last of a run is worked on too, and nobody looks at it.
+
+LANES_INLINE F8 Take(const float* p) {
+    F8 v;
+    __builtin_memcpy(&v, p, sizeof v);
+    return v;
+}
+LANES_INLINE void Put(float* p, F8 v) { __builtin_memcpy(p, &v, sizeof v); }
+LANES_INLINE void Put(int* p, I8 v) { __builtin_memcpy(p, &v, sizeof v); }
+LANES_INLINE void Put(uint8_t* p, I8 mask) {
+    typedef uint8_t B8 __attribute__((vector_size(8)));
+    const B8 bytes = __builtin_convertvector(mask & 1, B8);
+    __builtin_memcpy(p, &bytes, sizeof bytes);
+}
+
+/// A row of a matrix on a place, as GL has it.
+LANES_INLINE F8 Apply(const float* m, F8 x, F8 y, F8 z) { return m[0] * x + m[4] * y + m[8] * z + m[12]; }
+
 static void ToEye(const TileView_st& view, const TileRun_st& run, TileSeen_st& seen) {
-    const float* m = view.model;
-    for (int i = 0; i < run.count; ++i) {
-        const float x = run.x[i], y = run.y[i], z = run.z[i];
-        seen.x[i] = m[0] * x + m[4] * y + m[8] * z + m[12];
-        seen.y[i] = m[1] * x + m[5] * y + m[9] * z + m[13];
-        seen.z[i] = m[2] * x + m[6] * y + m[10] * z + m[14];
-        seen.radius[i] = run.radius[i] * view.modelScale;
+    for (int i = 0; i < run.count; i += 8) {
+        const F8 x = Take(run.x + i), y = Take(run.y + i), z = Take(run.z + i);
+        Put(seen.x + i, Apply(view.model, x, y, z));
+        Put(seen.y + i, Apply(view.model + 1, x, y, z));
+        Put(seen.z + i, Apply(view.model + 2, x, y, z));
+        Put(seen.radius + i, Take(run.radius + i) * view.modelScale);
     }
 }
 
 /// The pixels whose middles lie in a square around a place; none where it isn't on the screen.
-LANES_INLINE void SetBounds(TileSeen_st& seen, int i, float x, float y, float reachX, float reachY, float w,
-                            float h, bool bSeen) {
-    const float x0 = x - reachX + 0.5f, x1 = x + reachX + 0.5f; // of the first pixel, and behind the last
-    const float y0 = y - reachY + 0.5f, y1 = y + reachY + 0.5f;
-    const bool bIn = bSeen & (x1 >= 1.0f) & (x0 < w) & (y1 >= 1.0f) & (y0 < h);
-    const float a = x0 > 0.0f ? x0 : 0.0f, b = x1 < w ? x1 : w;
-    const float c = y0 > 0.0f ? y0 : 0.0f, d = y1 < h ? y1 : h;
-    seen.x0[i] = bIn ? static_cast<int>(a) : 1;
-    seen.x1[i] = bIn ? static_cast<int>(b) - 1 : 0;
-    seen.y0[i] = bIn ? static_cast<int>(c) : 1;
-    seen.y1[i] = bIn ? static_cast<int>(d) - 1 : 0;
+LANES_INLINE void SetBounds(TileSeen_st& seen, int i, F8 x, F8 y, F8 reachX, F8 reachY,
+                            const TileView_st& view, I8 seenAtAll) {
+    const F8 w = Splat(static_cast<float>(view.width)), h = Splat(static_cast<float>(view.height));
+    const F8 zero = Splat(0.0f);
+    const F8 x0 = x - reachX + 0.5f, x1 = x + reachX + 0.5f; // of the first pixel, and behind the last
+    const F8 y0 = y - reachY + 0.5f, y1 = y + reachY + 0.5f;
+    const I8 in = seenAtAll & (x1 >= 1.0f) & (x0 < w) & (y1 >= 1.0f) & (y0 < h);
+    Put(seen.x0 + i, in ? ToInt(Max(x0, zero)) : SplatInt(1));
+    Put(seen.x1 + i, in ? ToInt(Min(x1, w)) - 1 : SplatInt(0));
+    Put(seen.y0 + i, in ? ToInt(Max(y0, zero)) : SplatInt(1));
+    Put(seen.y1 + i, in ? ToInt(Min(y1, h)) - 1 : SplatInt(0));
 }
 
 // With depth d and rest = d * d - r * r the silhouette reaches r * sqrt(x * x + rest) / rest across.
 template <bool PERSPECTIVE>
 static void LocateBalls(const TileView_st& view, int count, float widening, TileSeen_st& seen) {
     const float perX = 1.0f / view.scale[0], perY = 1.0f / view.scale[1];
-    const float w = static_cast<float>(view.width), h = static_cast<float>(view.height);
+    const F8 w = Splat(static_cast<float>(view.width)), h = Splat(static_cast<float>(view.height));
     const float margin = 0.0625f;
-    const float nearest = view.zRange[0], farthest = view.zRange[1];
-    for (int i = 0; i < count; ++i) {
-        const float x = seen.x[i], y = seen.y[i], z = seen.z[i];
-        const float own = seen.radius[i];
-        const float r = (own < 0.0f ? -own : own) * widening;
-        const bool bBetween = (z - r <= nearest) & (z + r >= farthest);
-        const bool bCut = (z + r > nearest) | (z - r < farthest);
-        float middleX, middleY, reachX, reachY;
-        bool bAtEye = false;
+    const F8 one = Splat(1.0f), none = Splat(0.0f);
+    for (int i = 0; i < count; i += 8) {
+        const F8 x = Take(seen.x + i), y = Take(seen.y + i), z = Take(seen.z + i);
+        const F8 own = Take(seen.radius + i);
+        const F8 r = (own < 0.0f ? -own : own) * widening;
+        const I8 between = (z - r <= view.zRange[0]) & (z + r >= view.zRange[1]);
+        const I8 cut = (z + r > view.zRange[0]) | (z - r < view.zRange[1]);
+        F8 middleX, middleY, reachX, reachY;
+        I8 atEye = SplatInt(0);
         if (PERSPECTIVE) {
-            const float depth = -z;
-            bAtEye = depth <= r * 1.0001f;
-            const float rest = depth * depth - r * r;
-            const float per = 1.0f / (bAtEye ? 1.0f : rest);
+            const F8 depth = -z;
+            atEye = depth <= r * 1.0001f;
+            const F8 rest = depth * depth - r * r;
+            const F8 per = 1.0f / (atEye ? one : rest);
             middleX = (x * depth * per - view.offset[0]) * perX;
             middleY = (y * depth * per - view.offset[1]) * perY;
-            const float squareX = x * x + rest, squareY = y * y + rest;
-            reachX = r * __builtin_sqrtf(squareX < 0.0f ? 0.0f : squareX) * per * perX + margin;
-            reachY = r * __builtin_sqrtf(squareY < 0.0f ? 0.0f : squareY) * per * perY + margin;
+            reachX = r * Root(Max(x * x + rest, none)) * per * perX + margin;
+            reachY = r * Root(Max(y * y + rest, none)) * per * perY + margin;
         } else {
             middleX = (x - view.offset[0]) * perX;
             middleY = (y - view.offset[1]) * perY;
             reachX = r * perX + margin;
             reachY = r * perY + margin;
         }
-        middleX = bAtEye ? 0.5f * w : middleX;
-        middleY = bAtEye ? 0.5f * h : middleY;
-        reachX = bAtEye ? w : reachX;
-        reachY = bAtEye ? h : reachY;
-        SetBounds(seen, i, middleX, middleY, reachX, reachY, w, h, bBetween);
-        seen.bNear[i] = static_cast<uint8_t>(bCut | bAtEye);
+        SetBounds(seen, i, atEye ? 0.5f * w : middleX, atEye ? 0.5f * h : middleY, atEye ? w : reachX,
+                  atEye ? h : reachY, view, between);
+        Put(seen.bNear + i, cut | atEye);
     }
 }
 
 // A quad in the plane of the view lies wholly at one depth.
 template <bool PERSPECTIVE>
 static void LocateFlat(const TileView_st& view, int count, TileSeen_st& seen) {
-    const float w = static_cast<float>(view.width), h = static_cast<float>(view.height);
-    for (int i = 0; i < count; ++i) {
-        const float z = seen.z[i];
-        const float own = seen.radius[i];
-        const float r = own < 0.0f ? -own : own;
-        const bool bBetween = (z <= view.zRange[0]) & (z >= view.zRange[1]);
-        const float per = PERSPECTIVE ? -1.0f / (bBetween ? z : -1.0f) : 1.0f;
-        SetBounds(seen, i, (seen.x[i] * per - view.offset[0]) / view.scale[0],
-                  (seen.y[i] * per - view.offset[1]) / view.scale[1], r * per / view.scale[0],
-                  r * per / view.scale[1], w, h, bBetween);
-        seen.bNear[i] = 0;
+    for (int i = 0; i < count; i += 8) {
+        const F8 z = Take(seen.z + i), own = Take(seen.radius + i);
+        const F8 r = own < 0.0f ? -own : own;
+        const I8 between = (z <= view.zRange[0]) & (z >= view.zRange[1]);
+        const F8 per = PERSPECTIVE ? -1.0f / (between ? z : Splat(-1.0f)) : Splat(1.0f);
+        SetBounds(seen, i, (Take(seen.x + i) * per - view.offset[0]) / view.scale[0],
+                  (Take(seen.y + i) * per - view.offset[1]) / view.scale[1], r * per / view.scale[0],
+                  r * per / view.scale[1], view, between);
+        Put(seen.bNear + i, SplatInt(0));
     }
 }
 
-LANES_INLINE float ToPlace(float v) {
-    return static_cast<float>(static_cast<int>(v * 256.0f + 0.5f)) / 256.0f;
-}
+LANES_INLINE F8 ToPlace(F8 v) { return ToFloat(ToInt(v * 256.0f + 0.5f)) / 256.0f; }
 
 /// Left, bottom and edge of a point in pixels: one of an odd size lies around the middle of a pixel, one of
 /// an even size around a corner.
@@ -95,30 +104,30 @@ static void LocatePoints(const TileScene_st& scene, const TileRun_st& run, const
     const float w = static_cast<float>(view.width), h = static_cast<float>(view.height);
     const int edge = static_cast<int>(look.size < 1.0f ? 1.0f : look.size > 4096.0f ? 4096.0f : look.size);
     const float shift = edge % 2 == 0 ? 0.5f : 0.0f;
-    for (int i = 0; i < run.count; ++i) {
-        const float x = run.x[i], y = run.y[i], z = run.z[i];
-        const float cx = m[0] * x + m[4] * y + m[8] * z + m[12];
-        const float cy = m[1] * x + m[5] * y + m[9] * z + m[13];
-        const float cz = m[2] * x + m[6] * y + m[10] * z + m[14];
-        const float cw = m[3] * x + m[7] * y + m[11] * z + m[15];
-        const bool bIn =
+    const I8 zero = SplatInt(0), one = SplatInt(1);
+    for (int i = 0; i < run.count; i += 8) {
+        const F8 x = Take(run.x + i), y = Take(run.y + i), z = Take(run.z + i);
+        const F8 cx = Apply(m, x, y, z), cy = Apply(m + 1, x, y, z);
+        const F8 cz = Apply(m + 2, x, y, z), cw = Apply(m + 3, x, y, z);
+        const I8 in =
             (cw > 0.0f) & (cx >= -cw) & (cx <= cw) & (cy >= -cw) & (cy <= cw) & (cz >= -cw) & (cz <= cw);
-        const float per = 0.5f / (bIn ? cw : 1.0f);
+        const F8 per = 0.5f / (in ? cw : Splat(1.0f));
         // OpenGL's drivers know 256 places in a pixel.
-        const float px = bIn ? ToPlace((cx * per + 0.5f) * w) : 0.0f;
-        const float py = bIn ? ToPlace((cy * per + 0.5f) * h) : 0.0f;
-        const int left = static_cast<int>(px + shift) - edge / 2;
-        const int bottom = static_cast<int>(py + shift) - edge / 2;
-        seen.x[i] = static_cast<float>(left);
-        seen.y[i] = static_cast<float>(bottom);
-        seen.z[i] = bIn ? cz * per + 0.5f : 1.0f;
-        seen.radius[i] = static_cast<float>(edge);
-        const int x1 = left + edge - 1, y1 = bottom + edge - 1;
-        seen.x0[i] = !bIn ? 1 : left < 0 ? 0 : left;
-        seen.y0[i] = !bIn ? 1 : bottom < 0 ? 0 : bottom;
-        seen.x1[i] = !bIn ? 0 : x1 < view.width ? x1 : view.width - 1;
-        seen.y1[i] = !bIn ? 0 : y1 < view.height ? y1 : view.height - 1;
-        seen.bNear[i] = 0;
+        const F8 px = in ? ToPlace((cx * per + 0.5f) * w) : Splat(0.0f);
+        const F8 py = in ? ToPlace((cy * per + 0.5f) * h) : Splat(0.0f);
+        const I8 left = ToInt(px + shift) - edge / 2;
+        const I8 bottom = ToInt(py + shift) - edge / 2;
+        Put(seen.x + i, ToFloat(left));
+        Put(seen.y + i, ToFloat(bottom));
+        Put(seen.z + i, in ? cz * per + 0.5f : Splat(1.0f));
+        Put(seen.radius + i, Splat(static_cast<float>(edge)));
+        const I8 x1 = left + (edge - 1), y1 = bottom + (edge - 1);
+        const I8 lastX = SplatInt(view.width - 1), lastY = SplatInt(view.height - 1);
+        Put(seen.x0 + i, in ? (left < 0 ? zero : left) : one);
+        Put(seen.y0 + i, in ? (bottom < 0 ? zero : bottom) : one);
+        Put(seen.x1 + i, in ? (x1 < view.width ? x1 : lastX) : zero);
+        Put(seen.y1 + i, in ? (y1 < view.height ? y1 : lastY) : zero);
+        Put(seen.bNear + i, zero);
     }
 }
 
@@ -168,11 +177,12 @@ static void Locate(const TileScene_st& scene, TileRun_st& run, TileSeen_st& seen
     bool bOccurs[TileScene_st::kLooks] = {};
     for (int i = 0; i < run.count; ++i)
         bOccurs[run.look[i]] = true;
-    ToEye(scene.view, run, seen);
-    if (scene.fog.mode != TileFog_st::NONE) FogPoints(scene, seen, run);
     int kinds = 0, last = 0;
     for (int k = 0; k < TileScene_st::kLooks; ++k)
         if (bOccurs[k]) ++kinds, last = k;
+    const bool bPoints = kinds == 1 && scene.look[last].kind == TileLook_st::POINT;
+    if (!bPoints || scene.fog.mode != TileFog_st::NONE) ToEye(scene.view, run, seen);
+    if (scene.fog.mode != TileFog_st::NONE) FogPoints(scene, seen, run);
     if (kinds <= 1) return LocateKind(scene, run, scene.look[last], seen);
     TileSeen_st one;
     const TileSeen_st eye = seen;

@@ -68,10 +68,12 @@ bool TileView_st::Set(const float* pModel, const float* pProjection, int w, int 
 void TileTexture_st::Set(const unsigned char* pRGBA, int w, int h) {
     width = w, height = h;
     texels.resize(static_cast<size_t>(w) * static_cast<size_t>(h));
+    alphas.clear();
     bWhite = true;
     for (uint32_t& texel : texels) {
         texel = static_cast<uint32_t>(pRGBA[0]) | static_cast<uint32_t>(pRGBA[1]) << 8 |
                 static_cast<uint32_t>(pRGBA[2]) << 16 | static_cast<uint32_t>(pRGBA[3]) << 24;
+        alphas.push_back(pRGBA[3]);
         bWhite = bWhite && (texel & 0xffffffu) == 0xffffffu;
         pRGBA += 4;
     }

@@ -47,6 +47,7 @@ struct TileFog_st {
 struct TileTexture_st {
     int width = 0, height = 0;    ///< 0: plain squares
     std::vector<uint32_t> texels; ///< red in the lowest byte, then green, blue, alpha; bottom row first
+    std::vector<uint8_t> alphas;  ///< of the same
     bool bWhite = false;          ///< only alpha differs
     /// `pRGBA`: four bytes a texel.
     void Set(const unsigned char* pRGBA, int w, int h);

@@ -1,134 +1,6 @@
 // Ray-cast spheres. Included into a namespace once for each form of the kernels. The arithmetic is that of
 // GL/Exact.frag and GL/ExactNear.frag.
 
-/// What the lights do to one material.
-struct Lit_st {
-    static constexpr int kLights = 8;
-    const float* ambient;
-    const float* diffuse;
-    const float* specular;
-    float always[3];
-    float around[kLights][3], direct[kLights][3], bright[kLights][3];
-};
-
-LANES_INLINE bool IsFar(const TileLight_st& light) { return light.place[3] == 0.0f && !light.bSpot; }
-
-LANES_INLINE void PrepareLit(const TileScene_st& scene, const float* ambient, const float* diffuse,
-                             const float* specular, Lit_st& lit) {
-    lit.ambient = ambient, lit.diffuse = diffuse, lit.specular = specular;
-    float around[3] = {scene.around[0], scene.around[1], scene.around[2]};
-    int n = 0;
-    for (const TileLight_st& light : scene.lights) {
-        for (int k = 0; k < 3; ++k) {
-            if (IsFar(light)) around[k] += light.ambient[k];
-            lit.around[n][k] = light.ambient[k] * ambient[k];
-            lit.direct[n][k] = light.diffuse[k] * diffuse[k];
-            lit.bright[n][k] = light.specular[k] * specular[k];
-        }
-        ++n;
-    }
-    for (int k = 0; k < 3; ++k)
-        lit.always[k] = around[k] * ambient[k];
-}
-
-/// All particles have a shininess of 20.
-LANES_INLINE F8 Gloss(F8 x) {
-    const F8 x2 = x * x;
-    const F8 x4 = x2 * x2;
-    const F8 x8 = x4 * x4;
-    return x8 * x8 * x4;
-}
-
-struct V8 {
-    F8 x, y, z;
-};
-LANES_INLINE F8 Dot(const V8& a, const V8& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
-LANES_INLINE F8 DotWith(const V8& a, const float* b) {
-    return a.x * Splat(b[0]) + a.y * Splat(b[1]) + a.z * Splat(b[2]);
-}
-
-/// Direction to a light, half way from there to a viewer far away, and how much of it arrives.
-LANES_INLINE F8 Reach(const TileLight_st& light, const V8& place, V8& to, V8& between) {
-    to = {Splat(light.place[0]), Splat(light.place[1]), Splat(light.place[2])};
-    F8 share = Splat(1.0f);
-    if (light.place[3] != 0.0f) {
-        const float w = 1.0f / light.place[3];
-        to = {to.x * w - place.x, to.y * w - place.y, to.z * w - place.z};
-        const F8 far = Root(Dot(to, to));
-        share = Splat(1.0f) /
-                (Splat(light.fades[0]) + far * (Splat(light.fades[1]) + far * Splat(light.fades[2])));
-        const F8 per = Splat(1.0f) / Max(far, Splat(1e-30f));
-        to = {to.x * per, to.y * per, to.z * per};
-    }
-    between = {to.x, to.y, to.z + 1.0f};
-    const F8 per = Splat(1.0f) / Max(Root(Dot(between, between)), Splat(1e-30f));
-    between = {between.x * per, between.y * per, between.z * per};
-    if (light.bSpot) {
-        const F8 along = -DotWith(to, light.along);
-        F8 inside = Splat(1.0f);
-        if (light.exponent != 0.0f)
-            inside = PowerOfTwo(LogOfTwo(Max(along, Splat(1e-6f))) * Splat(light.exponent));
-        share = along < light.cosCutoff ? Splat(0.0f) : share * inside;
-    }
-    return share;
-}
-
-LANES_INLINE void LightSmooth(const TileScene_st& scene, const Lit_st& lit, const V8& place, const V8& normal,
-                              F8* pColor) {
-    const F8 none = Splat(0.0f);
-    for (int k = 0; k < 3; ++k)
-        pColor[k] = Splat(lit.always[k]);
-    int n = -1;
-    for (const TileLight_st& light : scene.lights) {
-        ++n;
-        if (IsFar(light)) {
-            const F8 facing = DotWith(normal, light.place);
-            const F8 shine = DotWith(normal, light.along); // half way to the viewer
-            const F8 direct = Max(facing, none);
-            const F8 bright = facing > none ? Gloss(Max(shine, none)) : none;
-            for (int k = 0; k < 3; ++k)
-                pColor[k] = pColor[k] + direct * lit.direct[n][k] + bright * lit.bright[n][k];
-            continue;
-        }
-        V8 to, between;
-        const F8 share = Reach(light, place, to, between);
-        const F8 facing = Dot(normal, to);
-        const F8 direct = share * Max(facing, none);
-        const F8 bright = facing > none ? share * Gloss(Max(Dot(normal, between), none)) : none;
-        for (int k = 0; k < 3; ++k)
-            pColor[k] =
-                pColor[k] + share * lit.around[n][k] + direct * lit.direct[n][k] + bright * lit.bright[n][k];
-    }
-}
-
-// In three flat tones without highlights, with an outline.
-LANES_INLINE void LightCartoon(const TileScene_st& scene, const Lit_st& lit, const V8& place,
-                               const V8& normal, F8* pColor) {
-    const F8 none = Splat(0.0f);
-    F8 towards = normal.z;
-    if (scene.view.bPerspective) towards = -Dot(normal, place) / Root(Dot(place, place));
-    const I8 outline = towards < scene.boldness;
-    const F8 dark = Splat(scene.bLoneShadowLight ? 0.0f : 0.25f);
-    F8 around[3], direct[3];
-    for (int k = 0; k < 3; ++k)
-        around[k] = Splat(scene.around[k]), direct[k] = none;
-    for (const TileLight_st& light : scene.lights) {
-        V8 to, between;
-        const F8 share = Reach(light, place, to, between);
-        const F8 strength = share * Max(Dot(normal, to), none);
-        const F8 tone = strength > 0.75f   ? Splat(1.0f)
-                        : strength > 0.35f ? Splat(0.75f)
-                        : strength > 0.02f ? Splat(0.5f)
-                                           : dark * Min(share, Splat(1.0f));
-        for (int k = 0; k < 3; ++k) {
-            around[k] = around[k] + share * Splat(light.ambient[k]);
-            direct[k] = direct[k] + tone * Splat(light.diffuse[k]);
-        }
-    }
-    for (int k = 0; k < 3; ++k)
-        pColor[k] = outline ? none : around[k] * Splat(lit.ambient[k]) + direct[k] * Splat(lit.diffuse[k]);
-}
-
 /// Depth, light, fog and blending of eight pixels of a sphere that shows at `place`.
 LANES_INLINE void PaintSphere(const TileScene_st& scene, TilePixels_st& pixels, const TileLook_st& look,
                               const Lit_st& lit, int at, I8 mask, F8 depth, const V8& place,
@@ -163,39 +35,11 @@ LANES_INLINE void PaintSphere(const TileScene_st& scene, TilePixels_st& pixels, 
     }
 }
 
-/// The same for what is opaque, under far lights without fog. It asks nothing on the way: a branch that is
-/// taken otherwise than the last time would cost more than what it saves.
-LANES_INLINE void PaintPlainSphere(const TileScene_st& scene, TilePixels_st& pixels, const Lit_st& lit,
-                                   int at, I8 mask, F8 depth, const V8& normal) {
-    const I8 z = ToDepth(depth);
-    const I8 old = LoadDepths(pixels.z + at);
-    mask = mask & (z <= old);
-    StoreDepths(pixels.z + at, mask ? z : old);
-    const F8 none = Splat(0.0f);
-    F8 color[3] = {Splat(lit.always[0]), Splat(lit.always[1]), Splat(lit.always[2])};
-    int n = 0;
-    for (const TileLight_st& light : scene.lights) {
-        const F8 facing = DotWith(normal, light.place);
-        const F8 direct = Max(facing, none);
-        F8 bright = Gloss(Max(DotWith(normal, light.along), none));
-        bright = facing > none ? bright : none;
-        for (int k = 0; k < 3; ++k)
-            color[k] = color[k] + direct * lit.direct[n][k] + bright * lit.bright[n][k];
-        ++n;
-    }
-    for (int k = 0; k < 3; ++k) {
-        float* p = pixels.c[k] + at;
-        StorePixels(p, mask ? CutToHalf(Clamp01(color[k])) : LoadPixels(p));
-    }
-    float* p = pixels.c[3] + at;
-    StorePixels(p, mask ? Splat(1.0f) : LoadPixels(p));
-}
-
 // Around the eye, or cut by the near or far plane: what lies outside of those isn't drawn.
 static void DrawNearSphere(const TileScene_st& scene, TilePixels_st& pixels, const TileLook_st& look,
                            const Lit_st& lit, const TileRecord_st& ball) {
     const TileView_st& view = scene.view;
-    const float perRadius = 1.0f / ball.radius;
+    const float perRadius = 1.0f / (ball.radius < 0.0f ? -ball.radius : ball.radius);
     const Part_st part = {0, pixels.width - 1, 0, pixels.height - 1};
     for (int row = 0; row < pixels.height; row += 2)
         for (int x = 0; x < pixels.width; x += 4) {
@@ -227,122 +71,185 @@ static void DrawNearSphere(const TileScene_st& scene, TilePixels_st& pixels, con
         }
 }
 
-/// The square of a sphere on the screen and its rays; lengths in radii.
-struct Cast_st {
-    float screenX, screenY, perX, perY; ///< middle, pixels; radii a pixel
-    float to[3];                        ///< direction from the eye
-    float closeness;                    ///< radius over distance
-    float middleDepth, thickness;
-    Part_st part;
+/// The squares of eight spheres on the screen and their rays; lengths in radii.
+struct Cast8 {
+    F8 screenX, screenY, perX, perY; ///< middle, pixels; radii a pixel
+    F8 to[3];                        ///< direction from the eye
+    F8 closeness;                    ///< radius over distance
+    F8 middleDepth, thickness;
+    I8 nearest; ///< the depth that no pixel comes before
+    Part8 part;
 };
 
-LANES_INLINE Cast_st CastSphere(const TileView_st& view, const TilePixels_st& pixels,
-                                const TileRecord_st& ball) {
-    Cast_st cast;
-    float middleX = ball.x, middleY = ball.y, reachX = ball.radius, reachY = ball.radius;
+/// The depth that no pixel of a sphere comes before.
+LANES_INLINE I8 FindNearest(const Cast8& cast) {
+    const float most = 1.001f; // of its thickness; with room for rounding
+    const F8 close = cast.closeness * most;
+    const I8 z = ToDepth(cast.middleDepth - cast.thickness * most / (1.0f - close));
+    return (close < 1.0f) & (z > 1) ? z - 1 : SplatInt(0);
+}
+
+LANES_INLINE void CastSpheres(const TileView_st& view, const TilePixels_st& pixels, const V8& ball, F8 radius,
+                              Cast8& cast) {
+    F8 middleX = ball.x, middleY = ball.y, reachX = radius, reachY = radius;
     if (view.bPerspective) {
-        const float depth = -ball.z;
-        const float far = __builtin_sqrtf(ball.x * ball.x + ball.y * ball.y + ball.z * ball.z);
-        const float per = 1.0f / far;
+        const F8 depth = -ball.z;
+        const F8 far = Root(ball.x * ball.x + ball.y * ball.y + ball.z * ball.z);
+        const F8 per = 1.0f / far;
         cast.to[0] = ball.x * per, cast.to[1] = ball.y * per, cast.to[2] = ball.z * per;
-        cast.closeness = ball.radius * per;
-        const float inverse = 1.0f / depth;
+        cast.closeness = radius * per;
+        const F8 inverse = 1.0f / depth;
         cast.screenX = ball.x * inverse, cast.screenY = ball.y * inverse;
-        const float turn = depth / ball.radius;
+        const F8 turn = depth / radius;
         cast.perX = view.scale[0] * turn, cast.perY = view.scale[1] * turn;
-        const float rest = depth * depth - ball.radius * ball.radius;
-        const float perRest = 1.0f / rest;
+        const F8 rest = depth * depth - radius * radius;
+        const F8 perRest = 1.0f / rest;
         middleX = ball.x * depth * perRest, middleY = ball.y * depth * perRest;
-        reachX = ball.radius * __builtin_sqrtf(ball.x * ball.x + rest) * perRest;
-        reachY = ball.radius * __builtin_sqrtf(ball.y * ball.y + rest) * perRest;
+        reachX = radius * Root(ball.x * ball.x + rest) * perRest;
+        reachY = radius * Root(ball.y * ball.y + rest) * perRest;
         cast.middleDepth = view.depthMap[0] - view.depthMap[1] * inverse;
         cast.thickness = view.depthMap[1] * cast.closeness * inverse;
     } else {
-        cast.to[0] = cast.to[1] = 0.0f, cast.to[2] = -1.0f;
-        cast.closeness = 0.0f;
+        cast.to[0] = cast.to[1] = Splat(0.0f), cast.to[2] = Splat(-1.0f);
+        cast.closeness = Splat(0.0f);
         cast.screenX = ball.x, cast.screenY = ball.y;
-        cast.perX = view.scale[0] / ball.radius, cast.perY = view.scale[1] / ball.radius;
+        cast.perX = view.scale[0] / radius, cast.perY = view.scale[1] / radius;
         cast.middleDepth = view.depthMap[0] + view.depthMap[1] * ball.z;
-        cast.thickness = -view.depthMap[1] * ball.radius;
+        cast.thickness = -view.depthMap[1] * radius;
     }
     const float pixelX = 1.0f / view.scale[0], pixelY = 1.0f / view.scale[1];
     cast.screenX = (cast.screenX - view.offset[0]) * pixelX;
     cast.screenY = (cast.screenY - view.offset[1]) * pixelY;
     middleX = (middleX - view.offset[0]) * pixelX, middleY = (middleY - view.offset[1]) * pixelY;
     reachX = reachX * pixelX + 0.0625f, reachY = reachY * pixelY + 0.0625f;
-    cast.part = PartOf(pixels, middleX - reachX, middleX + reachX, middleY - reachY, middleY + reachY);
-    return cast;
-}
-
-/// The depth that no pixel of a sphere comes before.
-LANES_INLINE int32_t FindNearest(const Cast_st& cast) {
-    const float most = 1.001f; // of its thickness; with room for rounding
-    const float depth = cast.middleDepth - cast.thickness * most / (1.0f - cast.closeness * most);
-    const int32_t z = ToDepth(Splat(depth))[0];
-    return cast.closeness * most < 1.0f && z > 1 ? z - 1 : 0;
+    cast.part = PartsOf(pixels, middleX - reachX, middleX + reachX, middleY - reachY, middleY + reachY);
+    cast.nearest = FindNearest(cast);
 }
 
 // Of small spheres that are far away what is quadratic in closeness doesn't count, and nothing need be
 // divided.
-template <bool FAR, bool PLAIN>
+enum class Paint { ANY, PLAIN, PLAIN_WITH_MATERIAL };
+template <bool FAR, Paint PAINT>
 static void DrawFarSphere(const TileScene_st& scene, TilePixels_st& pixels, const TileLook_st& look,
-                          const Lit_st& lit, const TileRecord_st& ball, const Cast_st& cast) {
-    const Part_st& part = cast.part;
-    const float firstX = static_cast<float>(pixels.left) + 0.5f - cast.screenX;
-    const float firstY = static_cast<float>(pixels.bottom) + 0.5f - cast.screenY;
+                          const Lit_st& lit, const TileRecord_st& ball, uint32_t material, const Cast8& cast,
+                          int lane) {
+    const Part_st part = GetPart(cast.part, lane);
+    const float radius = ball.radius < 0.0f ? -ball.radius : ball.radius;
+    const F8 firstX = Splat(static_cast<float>(pixels.left) + 0.5f - cast.screenX[lane]);
+    const F8 firstY = Splat(static_cast<float>(pixels.bottom) + 0.5f - cast.screenY[lane]);
+    const F8 perX = Splat(cast.perX[lane]), perY = Splat(cast.perY[lane]);
+    const V8 to = {Splat(cast.to[0][lane]), Splat(cast.to[1][lane]), Splat(cast.to[2][lane])};
+    const F8 closeness = Splat(cast.closeness[lane]), thickness = Splat(cast.thickness[lane]);
+    const F8 middleDepth = Splat(cast.middleDepth[lane]);
     const F8 one = Splat(1.0f);
-    const bool bTest = PLAIN || look.bTest;
-    const int32_t nearest = FindNearest(cast);
+    const bool bTest = PAINT != Paint::ANY || look.bTest;
+    const I8 nearest = SplatInt(cast.nearest[lane]);
     for (int x = part.x0; x <= part.x1; x += 4) {
-        const F8 acrossX = (ToFloat(Columns() + x) + firstX) * cast.perX;
-        const F8 forwardX = acrossX * cast.to[0];
+        const F8 acrossX = (ToFloat(Columns() + x) + firstX) * perX;
+        const F8 forwardX = acrossX * to.x;
         const F8 squareX = acrossX * acrossX;
         for (int row = part.y0; row <= part.y1; row += 2) {
             const int at = row * TilePixels_st::kStride + x;
             if (bTest && !IsAny(LoadDepths(pixels.z + at) >= nearest)) continue;
-            const F8 acrossY = (ToFloat(Rows() + row) + firstY) * cast.perY;
-            const F8 forward = forwardX + acrossY * cast.to[1];
+            const F8 acrossY = (ToFloat(Rows() + row) + firstY) * perY;
+            const F8 forward = forwardX + acrossY * to.y;
             const F8 square = squareX + acrossY * acrossY;
-            const F8 turned = forward + cast.closeness * square;
-            const F8 longer = cast.closeness * (forward + turned);
+            const F8 turned = forward + closeness * square;
+            const F8 longer = closeness * (forward + turned);
             const F8 shorter = FAR ? one - longer : one / (one + longer);
             const F8 rest = one - (square - forward * forward) * shorter;
             const I8 mask = (rest >= 0.0f) & InPart(x, row, part);
             const F8 depth = turned * shorter + Root(Max(rest * shorter, Splat(0.0f)));
-            const F8 deep = cast.closeness * depth;
+            const F8 deep = closeness * depth;
             const F8 share = one - deep;
-            const F8 thick = cast.thickness * depth;
-            const V8 normal = {share * acrossX - depth * cast.to[0], share * acrossY - depth * cast.to[1],
-                               -(depth * cast.to[2])};
-            const F8 z = cast.middleDepth - (FAR ? thick + thick * deep : thick / share);
-            if (PLAIN) {
-                PaintPlainSphere(scene, pixels, lit, at, mask, z, normal);
+            const F8 thick = thickness * depth;
+            const V8 normal = {share * acrossX - depth * to.x, share * acrossY - depth * to.y,
+                               -(depth * to.z)};
+            const F8 z = middleDepth - (FAR ? thick + thick * deep : thick / share);
+            if (PAINT != Paint::ANY) {
+                PutPlainSphere<PAINT == Paint::PLAIN_WITH_MATERIAL>(pixels, at, mask, z, normal, material);
                 continue;
             }
-            const V8 place = {ball.x + ball.radius * normal.x, ball.y + ball.radius * normal.y,
-                              ball.z + ball.radius * normal.z};
+            const V8 place = {ball.x + radius * normal.x, ball.y + radius * normal.y,
+                              ball.z + radius * normal.z};
             PaintSphere(scene, pixels, look, lit, at, mask, z, place, normal);
         }
     }
 }
 
-static void DrawSphere(const TileScene_st& scene, TilePixels_st& pixels, const TileLook_st& look,
-                       const Lit_st& lit, const TileRecord_st& record) {
+/// One material at a time.
+class LitKeeper_cls {
+public:
+    LitKeeper_cls(const TileScene_st& scene, const TileLook_st& look) : mScene(scene), mLook(look) {}
+    const Lit_st& Get(const float* pMaterial) {
+        if (mbReady && pMaterial == mpOf) return mLit;
+        if (pMaterial)
+            PrepareLit(mScene, pMaterial, pMaterial + 4, pMaterial + 8, mLit);
+        else
+            PrepareLit(mScene, mLook.ambient, mLook.diffuse, mLook.specular, mLit);
+        mpOf = pMaterial, mbReady = true;
+        return mLit;
+    }
+
+private:
+    const TileScene_st& mScene;
+    const TileLook_st& mLook;
+    const float* mpOf = nullptr;
+    bool mbReady = false;
+    Lit_st mLit;
+};
+
+/// What comes in a row and has the same look.
+static void DrawSpheres(const TileScene_st& scene, TilePixels_st& pixels, uint32_t which,
+                        const TileRecord_st* pFirst, const TileRecord_st* pEnd,
+                        const float* const* ppMaterials, uint32_t batch) {
     constexpr float kFarCloseness = 0.003f;
-    TileRecord_st ball = record;
-    if (ball.radius < 0.0f) ball.radius = -ball.radius;
-    if (record.what & TileRecord_st::kNear) return DrawNearSphere(scene, pixels, look, lit, ball);
-    const Cast_st cast = CastSphere(scene.view, pixels, ball);
-    if (cast.part.IsEmpty()) return;
-    const bool bPlain = scene.bPlainLight && !look.bCartoon && look.bTest && look.bWrite &&
-                        look.blend != TileLook_st::ADDS && lit.diffuse[3] >= 1.0f;
-    const bool bFar = cast.closeness < kFarCloseness;
-    if (bPlain && bFar)
-        DrawFarSphere<true, true>(scene, pixels, look, lit, ball, cast);
-    else if (bPlain)
-        DrawFarSphere<false, true>(scene, pixels, look, lit, ball, cast);
-    else if (bFar)
-        DrawFarSphere<true, false>(scene, pixels, look, lit, ball, cast);
-    else
-        DrawFarSphere<false, false>(scene, pixels, look, lit, ball, cast);
+    const TileLook_st& look = scene.look[which];
+    const bool bPlainLook =
+        scene.bPlainLight && !look.bCartoon && look.bTest && look.bWrite && look.blend != TileLook_st::ADDS;
+    LitKeeper_cls keeper(scene, look);
+    for (const TileRecord_st* p = pFirst; p < pEnd; p += 8) {
+        const int count = pEnd - p < 8 ? static_cast<int>(pEnd - p) : 8;
+        V8 place;
+        F8 radius;
+        Cast8 cast;
+        TakeRecords(p, count, place, radius);
+        CastSpheres(scene.view, pixels, place, radius < 0.0f ? -radius : radius, cast);
+        const int empty = GetLanes((cast.part.x1 < cast.part.x0) | (cast.part.y1 < cast.part.y0));
+        const int far = GetLanes(cast.closeness < kFarCloseness);
+        for (int lane = 0; lane < count; ++lane) {
+            const TileRecord_st& ball = p[lane];
+            const bool bNear = (ball.what & TileRecord_st::kNear) != 0;
+            if (!bNear && (empty >> lane & 1)) continue;
+            const bool bFar = far >> lane & 1;
+            const float* pOwn =
+                look.bMaterials ? ppMaterials[batch] + 12 * static_cast<size_t>(ball.color[0]) : nullptr;
+            const bool bPlain = bPlainLook && !bNear && (pOwn ? pOwn[7] : look.diffuse[3]) >= 1.0f;
+            if (!bPlain || pixels.waiting != static_cast<int>(which))
+                LightWaiting(scene, pixels, ppMaterials);
+            if (bPlain) {
+                static const Lit_st sNone = {};
+                const uint32_t material = batch << TilePixels_st::kMaterialBits | ball.color[0];
+                pixels.waiting = static_cast<int>(which);
+                if (pOwn && bFar)
+                    DrawFarSphere<true, Paint::PLAIN_WITH_MATERIAL>(scene, pixels, look, sNone, ball,
+                                                                    material, cast, lane);
+                else if (pOwn)
+                    DrawFarSphere<false, Paint::PLAIN_WITH_MATERIAL>(scene, pixels, look, sNone, ball,
+                                                                     material, cast, lane);
+                else if (bFar)
+                    DrawFarSphere<true, Paint::PLAIN>(scene, pixels, look, sNone, ball, 0, cast, lane);
+                else
+                    DrawFarSphere<false, Paint::PLAIN>(scene, pixels, look, sNone, ball, 0, cast, lane);
+                continue;
+            }
+            const Lit_st& lit = keeper.Get(pOwn);
+            if (bNear)
+                DrawNearSphere(scene, pixels, look, lit, ball);
+            else if (bFar)
+                DrawFarSphere<true, Paint::ANY>(scene, pixels, look, lit, ball, 0, cast, lane);
+            else
+                DrawFarSphere<false, Paint::ANY>(scene, pixels, look, lit, ball, 0, cast, lane);
+        }
+    }
 }

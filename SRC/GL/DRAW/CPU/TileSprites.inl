@@ -105,39 +105,123 @@ LANES_INLINE I8 TexelsOf(const TileTexture_st& texture, F8 s, F8 t) {
     return row * texture.width + column;
 }
 
-// In the plane of the view: an upright square on the screen, at one depth.
-template <TileLook_st::Blend BLEND>
-static void DrawFlatSprite(const TileScene_st& scene, TilePixels_st& pixels, const TileLook_st& look,
-                           const TileRecord_st& record) {
+/// Eight upright squares on the screen, each at one depth, and how their texels lie in the tile.
+struct Squares8 {
+    F8 stepS, stepT, firstS, firstT;
+    I8 z;
+    Part8 part;
+};
+
+LANES_INLINE Squares8 LaySquares(const TileScene_st& scene, const TilePixels_st& pixels,
+                                 const TileRecord_st* pFirst, int count) {
     const TileView_st& view = scene.view;
+    V8 place;
+    F8 radius;
+    TakeRecords(pFirst, count, place, radius);
+    const F8 per = view.bPerspective ? Splat(-1.0f) / place.z : Splat(1.0f);
+    const float pixelX = 1.0f / view.scale[0], pixelY = 1.0f / view.scale[1];
+    const F8 middleX = (place.x * per - view.offset[0]) * pixelX;
+    const F8 middleY = (place.y * per - view.offset[1]) * pixelY;
+    // A negative radius turns the picture by half a turn.
+    const F8 halfX = radius * per * pixelX, halfY = radius * per * pixelY;
+    const F8 wideX = halfX < 0.0f ? -halfX : halfX, wideY = halfY < 0.0f ? -halfY : halfY;
+    Squares8 squares;
+    squares.part = PartsOf(pixels, middleX - wideX, middleX + wideX, middleY - wideY, middleY + wideY);
+    squares.z = ToDepth(view.bPerspective ? view.depthMap[0] + view.depthMap[1] / place.z
+                                          : view.depthMap[0] + view.depthMap[1] * place.z);
+    const float w = static_cast<float>(scene.texture.width), h = static_cast<float>(scene.texture.height);
+    squares.stepS = 0.5f * w / halfX, squares.stepT = 0.5f * h / halfY;
+    squares.firstS = (static_cast<float>(pixels.left) + 0.5f - middleX) * squares.stepS + 0.5f * w;
+    squares.firstT = (static_cast<float>(pixels.bottom) + 0.5f - middleY) * squares.stepT + 0.5f * h;
+    return squares;
+}
+
+/// Which texels a sprite's columns or rows show, `first` to `last` of the tile; `scale` leads from one of
+/// them on to the next one's place in memory.
+LANES_INLINE void FindTexels(F8 step, F8 start, int texels, int scale, int first, int last, int32_t* pOut) {
+    const I8 along = {0, 1, 2, 3, 4, 5, 6, 7};
+    const F8 end = Splat(static_cast<float>(texels) - 1.0f);
+    for (int k = first; k <= last; k += 8) {
+        const F8 place = ToFloat(along + k) * step + start;
+        const I8 out = ToInt(Min(Max(place, Splat(0.0f)), end)) * scale;
+        __builtin_memcpy(pOut + (k - first), &out, sizeof out);
+    }
+}
+
+/// Of a picture of which only alpha counts, without fog, and which hides nothing.
+template <TileLook_st::Blend BLEND>
+LANES_INLINE void DrawPlainSprite(const TileScene_st& scene, TilePixels_st& pixels, const TileLook_st& look,
+                                  const TileRecord_st& record, const Squares8& squares, int lane) {
+    const TileTexture_st& texture = scene.texture;
+    const Part_st part = GetPart(squares.part, lane);
+    if (part.IsEmpty()) return;
+    const Tint_st tint = TintOf(record);
+    const I8 z = SplatInt(squares.z[lane]);
+    const bool bTest = look.bTest && squares.z[lane] > pixels.nearest;
+    const float perByte = 1.0f / 255.0f;
+    Source8 source = {{Splat(tint.c[0]), Splat(tint.c[1]), Splat(tint.c[2])}, Splat(0.0f), Splat(0.0f)};
+    const F8 alpha = Splat(tint.c[3] * perByte);
+    // With room for the last eight, and for the blocks' ends.
+    int32_t columns[TileCanvas_cls::kTileW + 8], lines[TileCanvas_cls::kTileH + 8];
+    FindTexels(Splat(squares.stepS[lane]), Splat(squares.firstS[lane]), texture.width, 1, part.x0,
+               part.x1 + 3, columns);
+    FindTexels(Splat(squares.stepT[lane]), Splat(squares.firstT[lane]), texture.height, texture.width,
+               part.y0, part.y1 + 1, lines);
+    const uint8_t* const pAlphas = texture.alphas.data();
+    for (int x = part.x0; x <= part.x1; x += 4)
+        for (int row = part.y0; row <= part.y1; row += 2) {
+            const int at = row * TilePixels_st::kStride + x;
+            I8 mask = InPart(x, row, part);
+            if (bTest) {
+                mask = mask & (z <= LoadDepths(pixels.z + at));
+                if (!IsAny(mask)) continue;
+            }
+            const int32_t* const pLine = lines + (row - part.y0);
+            source.alpha =
+                ToFloat(TakeBytes(pAlphas + pLine[0], pAlphas + pLine[1], columns + (x - part.x0))) * alpha;
+            source.buffered = GetBuffered(look, source.alpha);
+            Blend<BLEND>(pixels, at, mask, source);
+        }
+}
+
+template <TileLook_st::Blend BLEND>
+LANES_INLINE void DrawFlatSprite(const TileScene_st& scene, TilePixels_st& pixels, const TileLook_st& look,
+                                 const TileRecord_st& record, const Squares8& squares, int lane) {
     const TileTexture_st& texture = scene.texture;
     Tint_st tint = TintOf(record);
-    const float per = view.bPerspective ? -1.0f / record.z : 1.0f;
-    const float pixelX = 1.0f / view.scale[0], pixelY = 1.0f / view.scale[1];
-    const float middleX = (record.x * per - view.offset[0]) * pixelX;
-    const float middleY = (record.y * per - view.offset[1]) * pixelY;
-    // A negative radius turns the picture by half a turn.
-    const float halfX = record.radius * per * pixelX, halfY = record.radius * per * pixelY;
-    const float wideX = halfX < 0.0f ? -halfX : halfX, wideY = halfY < 0.0f ? -halfY : halfY;
-    const Part_st part = PartOf(pixels, middleX - wideX, middleX + wideX, middleY - wideY, middleY + wideY);
-    if (part.IsEmpty()) return;
-    const float depth = view.bPerspective ? view.depthMap[0] + view.depthMap[1] / record.z
-                                          : view.depthMap[0] + view.depthMap[1] * record.z;
-    const I8 z = ToDepth(Splat(depth));
     if (scene.fog.mode != TileFog_st::NONE) tint.clear = GetClear(scene.fog, Splat(-record.z));
-    const float w = static_cast<float>(texture.width), h = static_cast<float>(texture.height);
-    const float stepS = 0.5f * w / halfX, stepT = 0.5f * h / halfY;
-    const float firstS = (static_cast<float>(pixels.left) + 0.5f - middleX) * stepS + 0.5f * w;
-    const float firstT = (static_cast<float>(pixels.bottom) + 0.5f - middleY) * stepT + 0.5f * h;
+    const Part_st part = GetPart(squares.part, lane);
+    const F8 stepS = Splat(squares.stepS[lane]), stepT = Splat(squares.stepT[lane]);
+    const F8 firstS = Splat(squares.firstS[lane]), firstT = Splat(squares.firstT[lane]);
+    const I8 z = SplatInt(squares.z[lane]);
     const F8 zero = Splat(0.0f);
+    const F8 lastS = Splat(static_cast<float>(texture.width) - 1.0f);
+    const F8 lastT = Splat(static_cast<float>(texture.height) - 1.0f);
     for (int x = part.x0; x <= part.x1; x += 4) {
         const F8 s = ToFloat(Columns() + x) * stepS + firstS;
-        const I8 column = ToInt(Min(Max(s, zero), Splat(w - 1.0f)));
+        const I8 column = ToInt(Min(Max(s, zero), lastS));
         for (int row = part.y0; row <= part.y1; row += 2) {
             const F8 t = ToFloat(Rows() + row) * stepT + firstT;
-            const I8 line = ToInt(Min(Max(t, zero), Splat(h - 1.0f)));
+            const I8 line = ToInt(Min(Max(t, zero), lastT));
             PaintTexels<BLEND>(scene, pixels, look, tint, row * TilePixels_st::kStride + x,
                                InPart(x, row, part), z, column + line * texture.width);
+        }
+    }
+}
+
+template <TileLook_st::Blend BLEND>
+static void DrawFlatSprites(const TileScene_st& scene, TilePixels_st& pixels, const TileLook_st& look,
+                            const TileRecord_st* pFirst, const TileRecord_st* pEnd) {
+    const bool bPlain =
+        scene.fog.mode == TileFog_st::NONE && scene.texture.width > 0 && scene.texture.bWhite && !look.bWrite;
+    for (const TileRecord_st* p = pFirst; p < pEnd; p += 8) {
+        const int count = pEnd - p < 8 ? static_cast<int>(pEnd - p) : 8;
+        const Squares8 squares = LaySquares(scene, pixels, p, count);
+        for (int lane = 0; lane < count; ++lane) {
+            if (bPlain)
+                DrawPlainSprite<BLEND>(scene, pixels, look, p[lane], squares, lane);
+            else
+                DrawFlatSprite<BLEND>(scene, pixels, look, p[lane], squares, lane);
         }
     }
 }
@@ -192,9 +276,11 @@ static void DrawFacingSprite(const TileScene_st& scene, TilePixels_st& pixels, c
     const F8 one = Splat(1.0f);
     Part_st part = {0, pixels.width - 1, 0, pixels.height - 1};
     const float wide = (record.radius < 0.0f ? -record.radius : record.radius) * 1.4143f;
-    TileRecord_st ball = record;
-    ball.radius = wide;
-    if (!view.bPerspective || -record.z > wide * 1.0001f) part = CastSphere(view, pixels, ball).part;
+    if (!view.bPerspective || -record.z > wide * 1.0001f) {
+        Cast8 cast;
+        CastSpheres(view, pixels, {Splat(record.x), Splat(record.y), Splat(record.z)}, Splat(wide), cast);
+        part = GetPart(cast.part, 0);
+    }
     if (part.IsEmpty()) return;
     for (int row = part.y0; row <= part.y1; row += 2)
         for (int x = part.x0; x <= part.x1; x += 4) {

@@ -13,6 +13,7 @@ class TileCanvas_cls {
 public:
     static constexpr int kTileW = 64; ///< pixels; a tile's planes stay in the second-level cache
     static constexpr int kTileH = 32;
+    static constexpr uint32_t kFarDepth = 0xffffff00; ///< no stencil
 
     /// Pixels from left, bottom on.
     struct Rect_st {
@@ -28,6 +29,12 @@ public:
     /// All black and clear, at far depth. Memory is kept for the next time. `pOrigin`: where what the picture
     /// holds comes from instead, as far as it is needed; it lives as long as the picture is worked on.
     void Clear(int width, int height, TileOrigin_cls* pOrigin = nullptr);
+    /// After Clear: the picture was cleared with this pixel, four halves, and depth and stencil.
+    void SetBlank(const uint16_t* pColor, uint32_t depth);
+    const uint16_t* GetBlankColor() const { return mBlankColor; }
+    uint32_t GetBlankDepth() const { return mBlankDepth; }
+    /// Tiles that were taken, and nothing was drawn into, become blank.
+    void FillTaken();
     /// Nothing is drawn into tiles that lie wholly outside.
     void SetLimits(const Rect_st& limits);
     const Range_st& GetLimits() const { return mLimits; }
@@ -59,6 +66,8 @@ private:
     Range_st mTaken;
     int mWidth = 0;
     int mHeight = 0;
+    uint16_t mBlankColor[4] = {0, 0, 0, 0};
+    uint32_t mBlankDepth = kFarDepth;
     std::vector<uint16_t> mVColor;
     std::vector<uint32_t> mVDepth;
     std::vector<uint8_t> mVFilled; ///< a tile each; written by the thread that has the tile

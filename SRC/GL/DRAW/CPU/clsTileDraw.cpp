@@ -10,34 +10,7 @@
 #endif
 
 #include "COMMON/OnThreads.h"
-
-/// What a batch of the list becomes.
-struct TileDraw_cls::Batch_st {
-    std::vector<TileRecord_st> records; ///< by tiles, in each in the order of the list
-    std::vector<uint32_t> starts;       ///< of each tile's, and the end
-    /// What touches many tiles, in the order of the list.
-    struct Large_st {
-        TileRecord_st record;
-        int16_t x0, y0, x1, y1; ///< tiles
-    };
-    std::vector<Large_st> large;
-    std::vector<float> materials; ///< 12 a sphere
-    TileCanvas_cls::Range_st touched;
-};
-
-/// What a thread works with.
-struct TileDraw_cls::Worker_st {
-    struct Found_st {
-        TileRecord_st record;
-        int16_t x0, y0, x1, y1; ///< tiles
-    };
-    TileRun_st run;
-    TileSeen_st seen;
-    TilePixels_st pixels;
-    std::vector<Found_st> found;
-    std::vector<uint32_t> next; ///< free place of each tile
-    std::vector<float> material;
-};
+#include "GL/DRAW/CPU/TileBatch.h"
 
 /// Some of the list on its way into the picture.
 struct TileDraw_cls::Round_st {
@@ -86,13 +59,6 @@ void PrepareLight(TileLight_st& light) {
     Normalize(light.along);
 }
 
-float Bound(float v) { return v > 0.0f ? v < 1.0f ? v : 1.0f : 0.0f; }
-
-uint32_t Pack(float a, float b) {
-    const auto bits = [](float v) { return static_cast<uint32_t>(Bound(v) * 65535.0f + 0.5f); };
-    return bits(a) | bits(b) << 16;
-}
-
 /// Numbers next to zero count as zero: a processor takes a hundred times as long for them.
 class NoTinyScope_cls {
 public:
@@ -109,28 +75,6 @@ public:
 private:
     unsigned mBefore = 0;
 };
-
-/// The tiles within the limits that a particle touches; false: none.
-template <class FOUND>
-bool Place(const TileSeen_st& seen, int i, const TileCanvas_cls::Range_st& limits, FOUND& out) {
-    out.x0 = static_cast<int16_t>(std::max(seen.x0[i] / TileCanvas_cls::kTileW, limits.x0));
-    out.x1 = static_cast<int16_t>(std::min(seen.x1[i] / TileCanvas_cls::kTileW, limits.x1 - 1));
-    out.y0 = static_cast<int16_t>(std::max(seen.y0[i] / TileCanvas_cls::kTileH, limits.y0));
-    out.y1 = static_cast<int16_t>(std::min(seen.y1[i] / TileCanvas_cls::kTileH, limits.y1 - 1));
-    return out.x0 <= out.x1 && out.y0 <= out.y1;
-}
-
-template <class FOUND>
-void Widen(TileCanvas_cls::Range_st& range, const FOUND& found) {
-    range.x0 = std::min<int>(range.x0, found.x0);
-    range.y0 = std::min<int>(range.y0, found.y0);
-    range.x1 = std::max(range.x1, found.x1 + 1);
-    range.y1 = std::max(range.y1, found.y1 + 1);
-}
-
-constexpr TileCanvas_cls::Range_st kNowhere = {1 << 20, 1 << 20, 0, 0};
-
-bool IsUnseen(const TileSeen_st& seen, int i) { return seen.x1[i] < seen.x0[i] || seen.y1[i] < seen.y0[i]; }
 
 } // namespace
 
@@ -174,6 +118,9 @@ void TileDraw_cls::Prepare(const TileScene_st& scene, const TileCanvas_cls& canv
     mbMaterials = false;
     for (const TileLook_st& look : scene.look)
         mbMaterials |= look.kind == TileLook_st::SPHERE && look.bMaterials;
+    mbDots = true;
+    for (const TileLook_st& look : scene.look)
+        mbDots &= look.kind == TileLook_st::HIDDEN || (look.kind == TileLook_st::POINT && look.size < 2.0f);
     mLimits = canvas.GetLimits();
     mAcross = canvas.GetTilesAcross();
     mTiles = canvas.GetTiles();
@@ -194,6 +141,9 @@ bool TileDraw_cls::Draw(const TileScene_st& scene, const TileSource_cls& source,
         if (!OnAll(round, round.batches, &TileDraw_cls::BinBatch)) return false;
         round.batches = static_cast<int>(std::find(mVDone.begin(), mVDone.end(), 0) - mVDone.begin());
         round.end = std::min(round.first + static_cast<long long>(round.batches) * kBatch, round.end);
+        mVpMaterials.clear();
+        for (const auto& batch : mVBatches)
+            mVpMaterials.push_back(batch->materials.data());
         canvas.Take(FindTouched(round.batches));
         if (!OnAll(round, mTiles, &TileDraw_cls::DrawTile)) return false;
     }
@@ -201,7 +151,7 @@ bool TileDraw_cls::Draw(const TileScene_st& scene, const TileSource_cls& source,
 }
 
 TileCanvas_cls::Range_st TileDraw_cls::FindTouched(int batches) const {
-    TileCanvas_cls::Range_st all = kNowhere;
+    TileCanvas_cls::Range_st all = Batch_st::kNowhere;
     for (int k = 0; k < batches; ++k) {
         const TileCanvas_cls::Range_st& own = mVBatches[static_cast<size_t>(k)]->touched;
         if (own.IsEmpty()) continue;
@@ -224,82 +174,26 @@ void TileDraw_cls::BinBatch(Round_st& round, int batch, Worker_st& worker) {
     ++round.binned;
 }
 
-void TileDraw_cls::TakeRun(const TileRun_st& run, const TileSeen_st& seen, int& order, Worker_st& worker,
-                           Batch_st& batch) const {
-    for (int i = 0; i < run.count; ++i, ++order) {
-        if (IsUnseen(seen, i)) continue;
-        Worker_st::Found_st found;
-        if (!Place(seen, i, mLimits, found)) continue;
-        Widen(batch.touched, found);
-        const TileLook_st& look = mScene.look[run.look[i]];
-        TileRecord_st& record = found.record;
-        record.x = seen.x[i], record.y = seen.y[i], record.z = seen.z[i], record.radius = seen.radius[i];
-        record.what = run.look[i] | static_cast<uint32_t>(order) << TileRecord_st::kOrderShift;
-        if (look.kind == TileLook_st::SPHERE) {
-            if (seen.bNear[i]) record.what |= TileRecord_st::kNear;
-            record.color[0] = static_cast<uint32_t>(batch.materials.size() / 12);
-            record.color[1] = 0, record.alpha = 1.0f;
-            if (look.bMaterials)
-                batch.materials.insert(batch.materials.end(), run.pMaterial[i], run.pMaterial[i] + 12);
-        } else {
-            record.color[0] = Pack(run.color[i][0], run.color[i][1]);
-            record.color[1] = Pack(run.color[i][2], 0.0f);
-            record.alpha = Bound(run.color[i][3]);
-        }
-        const int tiles = (found.x1 - found.x0 + 1) * (found.y1 - found.y0 + 1);
-        if (tiles > kManyTiles)
-            batch.large.push_back({record, found.x0, found.y0, found.x1, found.y1});
-        else
-            worker.found.push_back(found);
-    }
-}
-
-void TileDraw_cls::Bin(const TileSource_cls& source, long long first, int count, Worker_st& worker,
-                       Batch_st& batch) {
-    worker.found.clear();
-    batch.large.clear();
-    batch.materials.clear();
-    batch.touched = kNowhere;
-    TileRun_st& run = worker.run;
-    if (mbMaterials) worker.material.resize(12 * static_cast<size_t>(TileRun_st::kRoom));
-    run.pMaterial = mbMaterials ? reinterpret_cast<float(*)[12]>(worker.material.data()) : nullptr;
-    int order = 0;
-    for (int done = 0; done < count; done += TileRun_st::kRoom) {
-        run.count = 0;
-        source.Fill(first + done, std::min(TileRun_st::kRoom, count - done), run);
-        if (run.count == 0) continue;
-        mKernels.pLocate(mScene, run, worker.seen);
-        TakeRun(run, worker.seen, order, worker, batch);
-    }
-    batch.starts.assign(static_cast<size_t>(mTiles) + 1, 0);
-    uint32_t* pStarts = batch.starts.data();
-    for (const Worker_st::Found_st& found : worker.found)
-        for (int y = found.y0; y <= found.y1; ++y)
-            for (int x = found.x0; x <= found.x1; ++x)
-                ++pStarts[y * mAcross + x + 1];
-    for (int tile = 0; tile < mTiles; ++tile)
-        pStarts[tile + 1] += pStarts[tile];
-    const size_t total = pStarts[mTiles];
-    if (batch.records.size() < total) batch.records.resize(total);
-    worker.next.assign(batch.starts.begin(), batch.starts.end() - 1);
-    TileRecord_st* const pRecords = batch.records.data();
-    uint32_t* const pNext = worker.next.data();
-    for (const Worker_st::Found_st& found : worker.found)
-        for (int y = found.y0; y <= found.y1; ++y)
-            for (int x = found.x0; x <= found.x1; ++x)
-                pRecords[pNext[y * mAcross + x]++] = found.record;
-}
-
 // What touches many tiles comes in between by its place in the order.
-void TileDraw_cls::DrawBatch(int tile, const Batch_st& batch, Worker_st& worker, bool& bLoaded,
+void TileDraw_cls::DrawBatch(int tile, int number, Worker_st& worker, bool& bLoaded,
                              TileCanvas_cls& canvas) const {
-    const TileRecord_st* p = batch.records.data() + batch.starts[static_cast<size_t>(tile)];
-    const TileRecord_st* const pEnd = batch.records.data() + batch.starts[static_cast<size_t>(tile) + 1];
+    const Batch_st& batch = *mVBatches[static_cast<size_t>(number)];
+    const size_t start = batch.starts[static_cast<size_t>(tile)];
+    const size_t end = batch.starts[static_cast<size_t>(tile) + 1];
+    if (mbDots && start < end) {
+        if (!bLoaded) mKernels.pLoad(canvas, tile, worker.pixels);
+        bLoaded = true;
+        mKernels.pDrawDots(mScene, worker.pixels, batch.dots.data() + start, batch.dots.data() + end);
+    }
+    if (mbDots) return;
+    const TileRecord_st* p = batch.records.data() + start;
+    const TileRecord_st* const pEnd = batch.records.data() + end;
     const auto draw = [&](const TileRecord_st* pFirst, const TileRecord_st* pLast) {
         if (pFirst == pLast) return;
         if (!bLoaded) mKernels.pLoad(canvas, tile, worker.pixels);
         bLoaded = true;
-        mKernels.pDraw(mScene, worker.pixels, pFirst, pLast, batch.materials.data());
+        mKernels.pDraw(mScene, worker.pixels, pFirst, pLast, mVpMaterials.data(),
+                       static_cast<uint32_t>(number));
     };
     const int tx = tile % mAcross, ty = tile / mAcross;
     for (const Batch_st::Large_st& large : batch.large) {
@@ -323,8 +217,8 @@ void TileDraw_cls::DrawTile(Round_st& round, int tile, Worker_st& worker) {
     size_t work = 0;
     long long all = 0;
     while (done < round.batches) {
-        const Batch_st& batch = *mVBatches[static_cast<size_t>(done++)];
-        DrawBatch(tile, batch, worker, bLoaded, round.canvas);
+        const Batch_st& batch = *mVBatches[static_cast<size_t>(done)];
+        DrawBatch(tile, done++, worker, bLoaded, round.canvas);
         const size_t now = batch.starts[static_cast<size_t>(tile) + 1] -
                            batch.starts[static_cast<size_t>(tile)] + batch.large.size();
         work += now;
@@ -335,6 +229,7 @@ void TileDraw_cls::DrawTile(Round_st& round, int tile, Worker_st& worker) {
     }
     round.drawn += all;
     if (!bLoaded) return;
+    mKernels.pDraw(mScene, worker.pixels, nullptr, nullptr, mVpMaterials.data(), 0);
     mKernels.pStore(round.canvas, worker.pixels);
     round.canvas.MarkFilled(tile);
 }

@@ -29,7 +29,7 @@ public:
     bool Draw(const TileScene_st& scene, const TileSource_cls& source, TileCanvas_cls& canvas,
               Report report = nullptr, void* pWho = nullptr);
 
-    static constexpr int kBatch = 32768;               ///< particles
+    static constexpr int kBatch = 1 << TilePixels_st::kMaterialBits; ///< particles
     static constexpr long long kRound = 1LL << 22;     ///< particles that are sorted by tiles at a time
     static constexpr long long kMostRecords = 6000000; ///< about, 32 bytes each; a round ends there
     static constexpr int kManyTiles = 64;              ///< what touches more isn't sorted by tiles
@@ -45,9 +45,11 @@ private:
     void Bin(const TileSource_cls& source, long long first, int count, Worker_st& worker, Batch_st& batch);
     void TakeRun(const TileRun_st& run, const TileSeen_st& seen, int& order, Worker_st& worker,
                  Batch_st& batch) const;
+    void TakeDots(Worker_st& worker, Batch_st& batch) const;
+    void ScatterDots(Worker_st& worker, Batch_st& batch) const;
+    void Scatter(Worker_st& worker, Batch_st& batch) const;
     void DrawTile(Round_st& round, int tile, Worker_st& worker);
-    void DrawBatch(int tile, const Batch_st& batch, Worker_st& worker, bool& bLoaded,
-                   TileCanvas_cls& canvas) const;
+    void DrawBatch(int tile, int number, Worker_st& worker, bool& bLoaded, TileCanvas_cls& canvas) const;
     TileCanvas_cls::Range_st FindTouched(int batches) const;
     bool OnAll(Round_st& round, int jobs, Job job);
 
@@ -57,7 +59,9 @@ private:
     int mAcross = 0;
     int mTiles = 0;
     bool mbMaterials = false;
+    bool mbDots = false; ///< nothing but points of one pixel
     std::vector<std::unique_ptr<Worker_st>> mVWorkers;
     std::vector<std::unique_ptr<Batch_st>> mVBatches;
+    std::vector<const float*> mVpMaterials; ///< of each batch
     std::vector<int> mVDone; ///< of each job of a round: nothing, or all, or of a tile how many batches
 };
