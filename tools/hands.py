@@ -8,6 +8,7 @@ import subprocess
 import sys
 import tempfile
 import time
+import zlib
 
 TOOLS = ("Xvfb", "openbox", "xdotool", "xprop")
 WAIT = 90.0  # seconds until something that should happen counts as broken
@@ -31,6 +32,25 @@ def wait_for(what, condition, seconds=WAIT):
 
 def is_running(process):
     return process is not None and process.poll() is None
+
+
+def check_png(path):
+    with open(path, "rb") as file:
+        data = file.read()
+    if data[:8] != b"\x89PNG\r\n\x1a\n":
+        raise Broken(f"{path} is no PNG file")
+    at, pixels = 8, b""
+    while at + 12 <= len(data):
+        length = int.from_bytes(data[at:at + 4], "big")
+        kind, body = data[at + 4:at + 8], data[at + 8:at + 8 + length]
+        if zlib.crc32(kind + body) != int.from_bytes(data[at + 8 + length:at + 12 + length], "big"):
+            break
+        pixels += body if kind == b"IDAT" else b""
+        if kind == b"IEND":
+            zlib.decompress(pixels)
+            return
+        at += 12 + length
+    raise Broken(f"{path} is not a whole picture")
 
 
 class Stage:
@@ -103,6 +123,13 @@ class Stage:
         wait_for("the window manager", lambda: "window id" in subprocess.run(
             ["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], env=self.env, capture_output=True, text=True,
             check=False).stdout)
+
+    def keep(self, folder):
+        """A screenshot and all files, for whoever looks for what went wrong; `folder` may be None."""
+        if not folder:
+            return
+        shutil.copytree(self.folder, folder, dirs_exist_ok=True, ignore_dangling_symlinks=True)
+        subprocess.run(["import", "-window", "root", os.path.join(folder, "screen.png")], env=self.env, check=False)
 
     def forget(self, process):
         """One that has ended."""

@@ -19,9 +19,8 @@ import statistics
 import subprocess
 import sys
 import time
-import zlib
 
-from hands import Broken, Hands, Stage, is_running, wait_for
+from hands import Broken, Hands, Stage, check_png, is_running, wait_for
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 EXAMPLES = (("lj_melt_bin", "lj_melt_bin"), ("lj_melt_bin", "melt_shadows"), ("deposit_text", "deposit_mesh"),
@@ -44,25 +43,6 @@ DIALOGS = ("ctrl+l", "ctrl+j", "ctrl+u", "ctrl+k", "ctrl+b", "ctrl+m", "ctrl+t",
 STEPS = ("b", "n", "apostrophe", "minus", "0", "1", "3", "7", "5", "alt+1", "alt+2", "alt+3", "alt+4", "alt+5", "Home")
 # Down in the menu of filters, then right and down in the submenu.
 FILTERS = ((0, 0), (0, 1), (1, 0), (1, 3), (2, 0), (2, 1))
-
-
-def check_png(path):
-    with open(path, "rb") as file:
-        data = file.read()
-    if data[:8] != b"\x89PNG\r\n\x1a\n":
-        raise Broken(f"{path} is no PNG file")
-    at, pixels = 8, b""
-    while at + 12 <= len(data):
-        length = int.from_bytes(data[at:at + 4], "big")
-        kind, body = data[at + 4:at + 8], data[at + 8:at + 8 + length]
-        if zlib.crc32(kind + body) != int.from_bytes(data[at + 8 + length:at + 12 + length], "big"):
-            break
-        pixels += body if kind == b"IDAT" else b""
-        if kind == b"IEND":
-            zlib.decompress(pixels)
-            return
-        at += 12 + length
-    raise Broken(f"{path} is not a whole picture")
 
 
 def read_process(pid):
@@ -356,14 +336,9 @@ def soak(stage, options):
             wrong.append(f"left over after the end: {left}")
     except (Broken, OSError, subprocess.TimeoutExpired) as error:
         wrong.append(str(error))
-        if options.keep:
-            shutil.copytree(stage.folder, options.keep, dirs_exist_ok=True, ignore_dangling_symlinks=True)
-            subprocess.run(["import", "-window", "root", os.path.join(options.keep, "screen.png")], env=stage.env,
-                           check=False)
-    with open(stage.path("program.log"), encoding="utf-8", errors="replace") as file:
-        said = file.read()[-2000:].strip()
-    if said:
-        tell("The program said:\n" + said)
+        stage.keep(options.keep)
+        with open(stage.path("program.log"), encoding="utf-8", errors="replace") as file:
+            tell("The program's last words:\n" + file.read()[-1000:].strip())
     return wrong + judge(samples, seconds)
 
 
