@@ -102,11 +102,11 @@ class Stage:
         for name in ("GL", "ICONS", "Resource", "Texture"):
             shutil.copytree(os.path.join(root, name), os.path.join(bin_folder, name))
 
-    def run(self, words, log):
-        """A child of ours, with its words in a file of the stage."""
+    def run(self, words, log, own_group=False):
+        """A child of ours, with its words in a file of the stage; with `own_group`, its children end with it."""
         with open(self.path(log), "ab") as file:
             process = subprocess.Popen(words, env=self.env, stdout=file, stderr=subprocess.STDOUT,
-                                       stdin=subprocess.DEVNULL, cwd=self.folder)
+                                       stdin=subprocess.DEVNULL, cwd=self.folder, start_new_session=own_group)
         self.processes.append(process)
         return process
 

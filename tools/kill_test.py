@@ -180,11 +180,20 @@ def end_film_command(stage, chance, number):
     os.makedirs(folder)
     project = stage.path("data", EXAMPLE + ".mrp")
     process = stage.run([stage.path("bin/morentis-film"), "--quiet", "--frames", "0-3", "--size", "320x240",
-                         "--output", os.path.join(folder, "f%04d.png"), project], "program.log")
+                         "--output", os.path.join(folder, "f%04d.png"), project], "program.log", own_group=True)
     try:
         process.wait(chance.uniform(0.2, 3.0))
     except subprocess.TimeoutExpired:
-        process.kill()
+        pass
+
+    def is_gone():  # the process that makes the film as well as the one that watches it
+        try:
+            os.killpg(process.pid, signal.SIGKILL)
+        except ProcessLookupError:
+            return True
+        process.poll()
+        return False
+    wait_for("the command's end", is_gone)
     stage.forget(process)
     names = [name for name in os.listdir(folder) if not name.startswith(".")]
     for name in names:
