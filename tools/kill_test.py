@@ -165,12 +165,14 @@ class Session(Hands):
             raise Broken(f"the work of {age:.1f} s is lost: kept {kept}, typed {self.typed[-1][1]}")
         for name in os.listdir(self.films):
             path = os.path.join(self.films, name)
-            if name.startswith("."):
+            if name.startswith(".") or ".part." in name:
                 continue  # what was being written; the next one of that name takes it up
             if name.endswith(".png"):
                 check_png(path)
             elif subprocess.run(["ffprobe", "-v", "error", path], capture_output=True, check=False).returncode != 0:
                 raise Broken(f"{path} is not whole")
+        if len([name for name in os.listdir(self.films) if ".part." in name]) > 2:
+            raise Broken(f"videos that were begun pile up in {self.films}")
         return newest, age
 
 
