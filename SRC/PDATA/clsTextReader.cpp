@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -133,6 +134,15 @@ std::string TextReader_cls::Read() {
     return Finish(file >= 0);
 }
 
+// Counting takes less than a thread's sleep, but a slow disk far longer.
+void TextReader_cls::WaitTurn(int turn) {
+    constexpr int kYields = 100;
+    if (turn < kYields)
+        std::this_thread::yield();
+    else
+        std::this_thread::sleep_for(std::chrono::microseconds(100));
+}
+
 void TextReader_cls::Work(int file) {
     const NumberLocale_cls locale;
     const long long linesNeeded = static_cast<long long>(mJob.mHeaderLines) + mJob.mNumber;
@@ -149,8 +159,8 @@ void TextReader_cls::Work(int file) {
         LoadChunk(file, index, &chunk);
         long long before;
         // The thread with the chunk before this one only has to count its lines.
-        while ((before = mLinesBefore[index].load(std::memory_order_acquire)) == 0)
-            std::this_thread::yield();
+        for (int turn = 0; (before = mLinesBefore[index].load(std::memory_order_acquire)) == 0; ++turn)
+            WaitTurn(turn);
         mLinesBefore[index + 1].store(before + static_cast<long long>(chunk.mLines),
                                       std::memory_order_release);
         const long long firstLine = before - 1;

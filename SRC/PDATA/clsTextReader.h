@@ -37,6 +37,7 @@ private:
 
     void AddColumns(int code);
     void Work(int file);
+    static void WaitTurn(int turn);
     void LoadChunk(int file, size_t index, Chunk_st* pChunk) const;
     void LoadLineEnd(int file, Chunk_st* pChunk) const;
     void ReadLines(const Chunk_st& chunk, long long firstLine);

@@ -11,8 +11,10 @@
 class TempFolder_cls {
 public:
     /// `stem`: how the folder's name begins.
-    explicit TempFolder_cls(const std::string& stem = "morentis_")
-        : mPath((std::filesystem::temp_directory_path() / (stem + "XXXXXX")).string()) {
+    /// `place`: the folder that it is made in.
+    explicit TempFolder_cls(const std::string& stem = "morentis_",
+                            const std::filesystem::path& place = std::filesystem::temp_directory_path())
+        : mPath((place / (stem + "XXXXXX")).string()) {
         if (!mkdtemp(mPath.data())) std::abort();
     }
     ~TempFolder_cls() {

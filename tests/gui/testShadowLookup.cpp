@@ -72,7 +72,7 @@ TEST_F(ShadowLookup, IsWhatVolumesAre) {
 }
 
 TEST_F(ShadowLookup, TakesEveryViewAndBox) {
-    ShowCloud(3000, 0.08);
+    ShowCloud(1500, 0.08);
     SetLight(0, LightSRC_cls::TYPE_PARALLEL, {-0.6, 0.5, 0.6}, 0.9);
     Canvas(0)->SetGeometry(1);
     ExpectSame("parallel view", 0);
