@@ -58,6 +58,9 @@ if(MORENTIS_SANITIZE)
                          -fno-sanitize-recover=all)
   target_link_options(morentis_flags INTERFACE -fsanitize=${MORENTIS_SANITIZE})
 endif()
+if(MORENTIS_TRACE) # each stretch of code calls tests/fuzz/Trace.cpp: nothing else links then
+  target_compile_options(morentis_flags INTERFACE -fsanitize-coverage=trace-pc)
+endif()
 
 # Two precompiled headers, each compiled once: one for the fenced floors, one for all others.
 foreach(kind "" "_core")

@@ -108,10 +108,6 @@ void RemoveFilmLeftovers(const std::vector<FilmTarget_st>& targets) {
             const size_t saving = name.rfind(".saving");
             if (name.size() > 8 && name[0] == '.' && saving == name.size() - 7)
                 return files.count(name.substr(1, saving - 1)) > 0;
-            // "film.1234.part.mp4"
-            const size_t part = name.find(".part.");
-            if (part == std::string::npos) return name.rfind(".morentis-try-", 0) == 0;
-            const size_t dot = name.rfind('.', part - 1);
-            return dot != std::string::npos && files.count(name.substr(0, dot) + name.substr(part + 5)) > 0;
+            return name.rfind(".morentis-try-", 0) == 0 || files.count(NameOfPart(name)) > 0;
         });
 }

@@ -4,7 +4,6 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include <wx/dialog.h>
 #include <wx/utils.h>
 
 #include "APP/clsFileMenu.h"
@@ -151,12 +150,9 @@ void FrameMain_cls::OnTimer(wxTimerEvent&) {
 
 void FrameMain_cls::TickRecovery() {
     if (!mpCMain->mpCRecovery) return; // the hub is still being made
-    bool bBusy = GbGLLockModalDialog.load() || GbGLLockProjectLoading.load() || GbGLLockDrawing.load() ||
-                 GbGLLockForLoadingData.load() || GbGLLockForInterplateData.load();
-    for (const wxWindow* window : wxTopLevelWindows) {
-        const auto* dialog = dynamic_cast<const wxDialog*>(window);
-        bBusy = bBusy || (dialog && dialog->IsModal());
-    }
+    // A question or a file dialog may stay for hours: only half read settings and data aren't written.
+    const bool bBusy = GbGLLockProjectLoading.load() || GbGLLockDrawing.load() ||
+                       GbGLLockForLoadingData.load() || GbGLLockForInterplateData.load();
     mpCMain->mpCRecovery->Tick(!bBusy);
 }
 

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <charconv>
 #include <climits>
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -189,7 +190,8 @@ int ReadStickLine(const char* pBegin, const char* pEnd, TextStick_st* pStick) {
         pStick->bit = 0; // and the weight of the line before
         return 2;
     }
-    if (scan.ReadFloat(&pStick->factor)) return 4;
+    // What is no number has no place in a picture, nor in a scene for POV-Ray.
+    if (scan.ReadFloat(&pStick->factor) && !std::isnan(pStick->factor)) return 4;
     pStick->factor = 1.0f;
     return 3;
 }

@@ -24,29 +24,34 @@ wxString Quote(const wxString& word) {
         if (c == '"' || c == '\\') quoted += '\\';
         if (c == '\n')
             quoted += "\\n";
-        else if (!IsControl(wchar_t(c)))
+        else if (!IsControl(wchar_t(c)) || c == '\t')
             quoted += c;
     }
     return quoted + "\"";
 }
 
-/// The word in quotes behind `at`, which goes to the place behind it; false where it has no end.
-bool ReadQuoted(const std::wstring& text, size_t& at, wxString* pWord) {
+wxString TellNoText() { return _("the line holds bytes that are no text"); }
+
+/// The word in quotes behind `at`, which goes to the place behind it. Answers what is wrong with it.
+wxString ReadQuoted(const std::wstring& text, size_t& at, wxString* pWord) {
     std::wstring word;
     for (++at; at < text.size(); ++at) {
         if (text[at] == L'"') {
             ++at;
             *pWord = word;
-            return true;
+            return wxString();
         }
         if (text[at] == L'\\' && at + 1 < text.size()) {
             ++at;
-            word += text[at] == L'n' ? L'\n' : text[at];
-        } else {
-            word += text[at];
+            if (text[at] == L'n') {
+                word += L'\n';
+                continue;
+            }
         }
+        if (IsControl(text[at]) && text[at] != L'\t') return TellNoText();
+        word += text[at];
     }
-    return false;
+    return _("a quote has no end");
 }
 
 } // namespace
@@ -75,14 +80,15 @@ wxString ReadActLine(const wxString& line, ActLine_st* pLine) {
             pLine->mRemark = wxString(text.substr(at + 1)).Trim(false).Trim();
             return wxString();
         } else if (IsControl(c)) {
-            return _("the line holds bytes that are no text");
+            return TellNoText();
         } else if (c == L'"') {
             wxString word;
-            if (!ReadQuoted(text, at, &word)) return _("a quote has no end");
+            if (const wxString mistake = ReadQuoted(text, at, &word); !mistake.empty()) return mistake;
             pLine->mWords.push_back(word);
         } else {
             const size_t begin = at;
-            while (at < text.size() && text[at] != L'"' && text[at] != L'#' && text[at] > L' ')
+            while (at < text.size() && text[at] != L'"' && text[at] != L'#' && text[at] != L' ' &&
+                   !IsControl(text[at]))
                 ++at;
             pLine->mWords.push_back(text.substr(begin, at - begin));
         }

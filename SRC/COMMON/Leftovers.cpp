@@ -64,3 +64,13 @@ void RemoveLeftovers(const std::string& folder, const std::function<bool(const s
         close(file);
     }
 }
+
+std::string NameOfPart(const std::string& name) {
+    const size_t part = name.find(".part.");
+    if (part == std::string::npos || part == 0) return std::string();
+    const size_t dot = name.rfind('.', part - 1);
+    if (dot == std::string::npos) return std::string();
+    const std::string number = name.substr(dot + 1, part - dot - 1);
+    const bool bNumber = !number.empty() && number.find_first_not_of("0123456789") == std::string::npos;
+    return bNumber ? name.substr(0, dot) + name.substr(part + 5) : std::string();
+}

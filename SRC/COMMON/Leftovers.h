@@ -25,3 +25,7 @@ private:
 /// Remove what of `folder` bears a name of ours, belongs to this user, is older than a moment and in nobody's
 /// use. Where the file system knows no locks nothing is removed.
 void RemoveLeftovers(const std::string& folder, const std::function<bool(const std::string& name)>& isOurs);
+
+/// Of "film.1234.part.mp4", a file that the process 1234 writes, the name "film.mp4" that it will have; empty
+/// for other names.
+std::string NameOfPart(const std::string& name);

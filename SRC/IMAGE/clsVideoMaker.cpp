@@ -39,6 +39,15 @@ std::string MakePartialName(const wxString& path) {
     return NarrowPath(split.mStrNoExt + wxString::Format(".%ld.part", long(getpid())) + split.mStrExt);
 }
 
+/// Those of this video whose makers were killed.
+void RemoveOldParts(const wxString& path) {
+    const SplitPath_cls split(path);
+    const std::string folder = NarrowPath(split.mStrDir);
+    const std::string whole = fs::path(NarrowPath(path)).filename().string();
+    RemoveLeftovers(folder.empty() ? "." : folder,
+                    [&whole](const std::string& name) { return NameOfPart(name) == whole; });
+}
+
 /// What the tool complained of, from the first line on, which is the reason: the last one only says that it
 /// gave up.
 wxString ReadWords(const std::string& file) {
@@ -105,6 +114,7 @@ wxString VideoMaker_cls::MakeLinks(const VideoJob_st& job) {
 wxString VideoMaker_cls::Spawn(const VideoJob_st& job) {
     const wxString tool = FindVideoTool();
     if (tool.empty()) return GetVideoToolHint();
+    RemoveOldParts(job.mPath);
     mPartial = MakePartialName(job.mPath);
     // Made here, so that it can be marked; where it can't be, the tool says why.
     const int file = open(mPartial.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666);

@@ -119,28 +119,29 @@ size_t AddScene(const aiScene& scene, PovObjectMesh_cls* pMesh) {
     return leftOut;
 }
 
-/// Does the head of a PLY file tell of more elements than the file has bytes? The library would take the
-/// memory for them first.
-bool IsBeyondFile(const MeshText_st& text) {
+/// What is wrong with the head of a PLY file, as the end of a sentence; else empty. The library would take
+/// the memory for more elements than the file has bytes first, and look for the end of a head forever.
+wxString CheckPlyHead(const MeshText_st& text) {
     const char* p = text.Begin();
     for (int lines = 0; p < text.End() && lines < 1000; ++lines) {
         const auto* const end = static_cast<const char*>(std::memchr(p, '\n', size_t(text.End() + 1 - p)));
         const std::vector<std::string> words =
             SplitWords(std::string(p, size_t(std::min<ptrdiff_t>(end - p, 200))));
-        if (!words.empty() && words[0] == "end_header") break;
+        if (!words.empty() && words[0] == "end_header") return wxString();
         if (words.size() == 3 && words[0] == "element" &&
             std::strtoull(words[2].c_str(), nullptr, 10) > text.mLength)
-            return true;
+            return _("its head tells of more than is in it");
         p = end + 1;
     }
-    return false;
+    return _("its head has no end");
 }
 
 } // namespace
 
 wxString ImportMesh(const MeshText_st& text, const wxString& kind, PovObjectMesh_cls* pMesh,
                     const std::atomic<bool>* pStop) {
-    if (kind == "ply" && IsBeyondFile(text)) return _("its head tells of more than is in it");
+    if (kind == "ply")
+        if (const wxString reason = CheckPlyHead(text); !reason.empty()) return reason;
     size_t leftOut = 0;
     try {
         Assimp::Importer importer;

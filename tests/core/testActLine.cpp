@@ -20,14 +20,15 @@ ActLine_st Read(const wxString& text) {
 
 TEST(ActLine, WordsComeBackAsTheyWent) {
     ActLine_st line;
-    line.mWords = {"text",       "A/B.2",        "", "two words", "a \"quote\" \\ and\nline",
+    line.mWords = {"text",       "A/B.2",        "", "two words", "a \"quote\" \\ and\nline", "a\ttab",
                    "#no remark", L"\u00e9\u65e5"};
     line.mRemark = "label\nof two lines";
     const ActLine_st back = Read(WriteActLine(line));
     EXPECT_EQ(back.mWords, line.mWords);
     EXPECT_EQ(back.mRemark, "label of two lines");
     EXPECT_EQ(Read("  menu \t ID_UNDO  #  why ").mWords, (std::vector<wxString>{"menu", "ID_UNDO"}));
-    for (const wxString& bad : {wxString("text A \"no end"), wxString("a\x01 b"), wxString("\"\\")})
+    // What can't be written isn't read either.
+    for (const char* bad : {"text A \"no end", "a\x01 b", "\"\\", "\"a\x01\"", "\"a\rb\"", "a\x7f"})
         EXPECT_NE(ReadActLine(bad, &line), "") << bad;
     EXPECT_NE(ReadActLine(wxString('a', kLongestActLine + 1), &line), "");
 }

@@ -160,6 +160,9 @@ TEST_F(MeshFiles, PlySharesItsVertices) {
               Problem("c.ply", "ply\nformat binary_little_endian 1.0\nelement vertex 4000000000\n"
                                "property float x\nend_header\n"));
     mMesh.ClearMesh();
+    EXPECT_EQ("The mesh e.ply can't be read: its head has no end.", // the library would look for it forever
+              Problem("e.ply", "ply\nformat ascii 1.1 1 0\n0 1 2\n3 0 1 2\n"));
+    mMesh.ClearMesh();
     EXPECT_EQ("The mesh d.ply is not whole: 1 triangles have corners that are not in it.",
               Problem("d.ply", kPlyHead + "0 0 0\n1 0 0\n1 1 0\n0 1 0\n4 0 1 2 7\n"));
     EXPECT_EQ((Ints{0, 1, 2}), Faces());

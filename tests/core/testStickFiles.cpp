@@ -110,6 +110,7 @@ TEST_F(StickFiles, TextLinesHaveTwoToFourFields) {
     EXPECT_EQ(ReadText("1 2\r\n \t\r\nwords"), (Sticks{{1, 2, 0, 0, 1.0f}}));
     EXPECT_EQ(ReadText("\xef\xbb\xbf\t+1\t2 \n"), (Sticks{{1, 2, 0, 0, 1.0f}}));
     EXPECT_EQ(ReadText(""), Sticks());
+    EXPECT_EQ(ReadText("1 2 3 nan\n"), (Sticks{{1, 2, 0, 3, 1.0f}}));
     // The numbers of scanf: nothing need stand between two of them.
     EXPECT_EQ(ReadText("3-7 1.5\n"), (Sticks{{3, unsigned(-7), 0, 1, 0.5f}}));
     EXPECT_EQ(ReadText("3 7 x 4"), (Sticks{{3, 7, 0, 0, 1.0f}}));

@@ -7,6 +7,7 @@
 #include <wx/arrstr.h>
 
 #include "APP/ProjectText.h"
+#include "APP/clsRecentFiles.h"
 #include "FILTER/clsFilterCopy.h"
 #include "FILTER/clsFilterDataBox.h"
 #include "FILTER/clsFilterLists.h"
@@ -15,13 +16,23 @@
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLSequence.h"
+#include "GL/DRAW/clsShadowVolume.h"
+#include "GL/VIEW/clsExposure.h"
+#include "GL/VIEW/clsOverlay.h"
+#include "GL/VIEW/clsParticleWatch.h"
+#include "GL/VIEW/clsSharedView.h"
+#include "IMAGE/clsImgSequence.h"
 #include "PARAM/clsParamGroup.h"
+#include "PDATA/clsDataExporter.h"
 #include "PDATA/clsDataLoader.h"
 #include "PDATA/clsPDataSeqCtrl.h"
 #include "PDATA/clsPDataSequence.h"
 #include "PDATA/clsPeriodicBoundary.h"
+#include "POVRAY/clsPovRayCtrl.h"
 #include "SCENE/clsAnchorPath.h"
 #include "SCENE/clsCameraPath.h"
+#include "SCENE/clsLightSRCCtrl.h"
+#include "SCENE/clsStereoGram.h"
 #include "TIME/clsTimeCtrl.h"
 
 namespace {
@@ -31,15 +42,24 @@ const wxString kTime[] = {"Time"};
 /// What a project sets, in the order of its blocks. Made once: the store alone has 40,000 slots.
 struct Settings_st {
     DataLoader_cls mLoader{nullptr};
+    DataExporter_cls mExporter{&mLoader};
     TimeCtrl_cls mTime{nullptr};
     ParamGroup_cls mRemap{"Time Remap", 1, kTime, 0, true};
     DrawOption_cls mOption;
+    Overlay_cls mOverlay;
+    Exposure_cls mExposure;
     PDataSeqCtrl_cls mStore{GLSequence_cls::GetMaker(&mOption), false};
     PeriodicBoundary_cls mPeriodic;
     CameraPath_cls mCamera;
     AnchorPath_cls mAnchor;
+    LightSRCCtrl_cls mLights;
+    StereoGram_cls mStereo;
+    PovRayCtrl_cls mPov;
     FilterLists_cls mFilters;
     Preference_cls mPreference;
+    SharedView_cls mViews{&mOverlay, &mExposure, nullptr};
+    ImgSequence_cls mImages{&mTime};
+    ParticleWatch_cls mWatch{mStore, mTime, mFilters, mPeriodic};
 
     void Read(const std::wstring& text) {
         mFilters.ClearFilters(); // as opening a project does
@@ -47,21 +67,34 @@ struct Settings_st {
         wxString line;
         while (NextProjectLine(stream, &line)) {
             mLoader.ReadStrLine(line);
+            mExporter.ReadStrLine(line);
             mTime.ReadStrLine(stream, line);
             mRemap.ReadStrLine(stream, line);
             mOption.ReadStrLine(line);
+            mOverlay.ReadStrLine(line);
+            mExposure.ReadStrLine(line);
             mStore.ReadStrLine(stream, line);
             mPeriodic.ReadStrLine(line);
             mCamera.ReadStrLine(stream, line);
             mAnchor.ReadStrLine(stream, line);
+            mLights.ReadStrLine(stream, line);
+            mStereo.ReadStrLine(stream, line);
+            mPov.ReadStrLine(line);
             mFilters.ReadStrLine(stream, line);
             mPreference.ReadStrLine(line);
+            mViews.ReadStrLineStaticMember(stream, line);
+            ShadowVolume_cls::ReadStrLineStaticMember(line);
+            mImages.ReadStrLine(line);
+            mWatch.ReadStrLine(line);
         }
     }
     wxString Write() {
-        return mLoader.Serialize() + mTime.Serialize() + mRemap.Serialize() + mOption.Serialize() +
-               mStore.Serialize() + mPeriodic.Serialize() + mCamera.Serialize() + mAnchor.Serialize() +
-               mFilters.Serialize() + mPreference.Serialize();
+        return mLoader.Serialize() + mExporter.Serialize() + mTime.Serialize() + mRemap.Serialize() +
+               mOption.Serialize() + mOverlay.Serialize() + mExposure.Serialize() + mStore.Serialize() +
+               mPeriodic.Serialize() + mCamera.Serialize() + mAnchor.Serialize() + mLights.Serialize() +
+               mStereo.Serialize() + mPov.Serialize() + mFilters.Serialize() + mPreference.Serialize() +
+               mViews.SerializeStaticMember() + ShadowVolume_cls::SerializeStaticMember() +
+               mImages.Serialize() + mWatch.Serialize();
     }
 };
 
@@ -126,6 +159,26 @@ void CheckSame(const wxString& first, const wxString& second) {
 }
 
 } // namespace
+
+void FuzzConfigure(const std::string& bytes) {
+    RecentFiles_cls recent;
+    const std::wstring text = DecodeProject(bytes);
+    TextStream_cls stream(text);
+    std::string others;
+    wxString line;
+    while (NextProjectLine(stream, &line))
+        if (!recent.ReadStrLine(line)) others += EncodeProject(line + "\n");
+    for (const auto kind : {RecentFiles_cls::Projects, RecentFiles_cls::Data}) {
+        Promise(recent.Get(kind).size() <= RecentFiles_cls::kMost, "a menu has a digit a line");
+        for (const wxString& path : recent.Get(kind))
+            RecentFiles_cls::MakeLabel(0, path);
+    }
+    RecentFiles_cls again;
+    for (const wxString& written : wxSplit(recent.Serialize(), '\n', '\0'))
+        again.ReadStrLine(written);
+    Promise(again.Serialize() == recent.Serialize(), "paths are read as they were");
+    FuzzProject(others);
+}
 
 void FuzzProject(const std::string& bytes) {
     static Settings_st sSettings;

@@ -1,17 +1,10 @@
 #include "FuzzTargets.h"
 
-#include <unistd.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <vector>
 
-#include "IMAGE/PictureOrigin.h"
-#include "MESH/Mesh2Reader.h"
-#include "MESH/MeshCorners.h"
-#include "MESH/MeshFile.h"
-#include "MESH/ObjReader.h"
-#include "MESH/clsPovObjectMesh.h"
+#include "FuzzFile.h"
 #include "PDATA/GrammarGuess.h"
 #include "PDATA/SnapshotBody.h"
 #include "PDATA/SnapshotHeader.h"
@@ -19,25 +12,6 @@
 #include "PDATA/clsDataLoader.h"
 
 namespace {
-
-/// The bytes as a file that goes at the end of the scope.
-class FuzzFile_cls {
-public:
-    explicit FuzzFile_cls(const std::string& bytes) {
-        char name[] = "/tmp/morentis_fuzz_XXXXXX";
-        const int file = mkstemp(name);
-        if (file < 0 || write(file, bytes.data(), bytes.size()) != ssize_t(bytes.size())) std::exit(2);
-        close(file);
-        mPath = name;
-    }
-    ~FuzzFile_cls() { unlink(mPath.c_str()); }
-    FuzzFile_cls(const FuzzFile_cls&) = delete;
-    FuzzFile_cls& operator=(const FuzzFile_cls&) = delete;
-    wxString GetPath() const { return wxString::FromUTF8(mPath); }
-
-private:
-    std::string mPath;
-};
 
 struct Grammar_st {
     std::vector<int> mHead;
@@ -105,36 +79,4 @@ void FuzzGuess(const std::string& bytes) {
     present.SetHeaderGrammer(guess.mHead);
     present.SetBodyGrammer(guess.mBody);
     ReadBoth(present, file.GetPath(), bytes.size());
-}
-
-void FuzzMesh(const std::string& bytes) {
-    const MeshText_st text = MakeMeshText(bytes);
-    for (const bool bObj : {true, false}) {
-        PovObjectMesh_cls mesh;
-        MeshSource_cls source(text);
-        const wxString reason = bObj ? ReadObj(source, &mesh) : ReadMesh2(source, &mesh);
-        const size_t corners = mesh.mvFaceVertex.size();
-        Promise(corners > 0 || !reason.empty(), "no triangles without a reason");
-        Promise(corners % 3 == 0, "triangles have three corners");
-        if (corners == 0) continue;
-        for (const int corner : mesh.mvFaceVertex)
-            Promise(size_t(unsigned(corner)) < mesh.GetVertexNumber(), "a corner is a vertex");
-        Promise(mesh.mvFaceNormal.empty() || mesh.mvFaceNormal.size() == corners,
-                "a normal a corner or none");
-        for (const int normal : mesh.mvFaceNormal)
-            Promise(3 * size_t(unsigned(normal)) < mesh.mvNormal.size(), "a corner's normal is there");
-        Promise(mesh.HasCornerNormals() || mesh.mvNormal.size() == mesh.mvVertex.size(), "a normal a vertex");
-        if (mesh.GetCorners()) Promise(mesh.GetCorners()->mvIndex.size() == corners, "all corners are drawn");
-    }
-}
-
-void FuzzPicture(const std::string& bytes) {
-    const FuzzFile_cls file(bytes);
-    PictureOrigin_st origin;
-    wxString reason;
-    const OriginFound found = ReadPictureOrigin(file.GetPath(), &origin, &reason);
-    Promise((found == OriginFound::Broken) == !reason.empty(), "what is broken says why");
-    Promise(found != OriginFound::Whole ||
-                (!origin.mProject.empty() && origin.mProject.size() <= bytes.size() * 1100),
-            "a project has a text, and no bomb goes off");
 }

@@ -71,10 +71,7 @@ std::string MakeMesh2Text(std::mt19937& random) {
     return text + "}\n";
 }
 
-} // namespace
-
-std::string MakeMeshInput(std::mt19937& random) {
-    std::string text = random() % 3 ? MakeObjText(random) : MakeMesh2Text(random);
+std::string Cut(std::string text, std::mt19937& random) {
     for (auto cuts = random() % 3; cuts > 0 && !text.empty(); --cuts) {
         const size_t at = random() % text.size();
         if (random() % 4 == 0)
@@ -84,3 +81,8 @@ std::string MakeMeshInput(std::mt19937& random) {
     }
     return text;
 }
+
+} // namespace
+
+std::string MakeObjInput(std::mt19937& random) { return Cut(MakeObjText(random), random); }
+std::string MakeMesh2Input(std::mt19937& random) { return Cut(MakeMesh2Text(random), random); }

@@ -4,4 +4,5 @@
 #include <random>
 #include <string>
 
-std::string MakeMeshInput(std::mt19937& random);
+std::string MakeObjInput(std::mt19937& random);
+std::string MakeMesh2Input(std::mt19937& random);

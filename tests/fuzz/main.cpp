@@ -1,9 +1,11 @@
-// A small mutating driver: takes the shipped examples and malformed files as seeds.
+// A mutating driver. Its inputs are made from shipped examples, malformed files and small files of each
+// format; those that reach something new, where the code tells that, are seeds as well from then on.
+#include <unistd.h>
+
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <random>
@@ -13,99 +15,129 @@
 #include <wx/image.h>
 #include <wx/init.h>
 #include <wx/log.h>
-#include <wx/mstream.h>
 
 #include "COMMON/MsgBox.h"
 #include "FuzzTargets.h"
-#include "IMAGE/PictureOrigin.h"
 #include "MeshInputs.h"
+#include "Mutator.h"
 #include "ProjectInputs.h"
+#include "Seeds.h"
+#include "Trace.h"
 
 namespace {
 
-constexpr size_t kLongestSeed = 20000;
+using Folders = std::vector<std::string>;
+constexpr size_t kLongestKept = 1 << 16;
+constexpr size_t kMostKept = 20000;
+constexpr unsigned kPatience = 120; ///< seconds that an input may take
 
-std::vector<std::string> ReadSeeds() {
-    const std::string root = MORENTIS_TEST_ROOT;
-    std::vector<std::string> seeds;
-    for (const char* folder : {"/tests/data/bad", "/examples", "/tests/data/small"})
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(root + folder)) {
-            if (!entry.is_regular_file()) continue;
-            std::ifstream file(entry.path(), std::ios::binary);
-            std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-            bytes.resize(std::min(bytes.size(), kLongestSeed));
+struct Target_st {
+    const char* mName;
+    void (*mpTake)(const std::string& bytes);
+    Folders mFolders;     ///< of seeds
+    unsigned mMadeOf = 0; ///< one of so many inputs is a changed seed, the others are made whole; 0: all are
+    bool mbPictures = false; ///< pictures are seeds, too
+};
+
+const std::vector<Target_st>& GetTargets() {
+    static const Folders kAll = {"tests/data/bad", "examples", "tests/data/small"};
+    static const std::vector<Target_st> kTargets = {
+        {"snapshot", FuzzSnapshot, kAll},
+        {"guess", FuzzGuess, kAll},
+        {"project", FuzzProject, kAll, 200},
+        {"configure", FuzzConfigure, kAll, 200},
+        {"obj", FuzzObj, {"tests/data/fuzz/obj"}, 3},
+        {"mesh2", FuzzMesh2, {"tests/data/fuzz/mesh2"}, 3},
+        {"stl", FuzzStl, {"tests/data/fuzz/stl"}},
+        {"ply", FuzzPly, {"tests/data/fuzz/ply"}},
+        {"glb", FuzzGlb, {"tests/data/fuzz/glb"}},
+        {"bond", FuzzBond, {"tests/data/fuzz/bond"}},
+        {"sticks", FuzzSticks, {"tests/data/fuzz/sticks"}},
+        {"record", FuzzRecord, {"tests/data/fuzz/record"}},
+        {"xyz", FuzzXyz, {"tests/data/fuzz/xyz"}},
+        {"dump", FuzzDump, {"tests/data/fuzz/dump", "tests/data/bad/lammps"}},
+        {"csv", FuzzCsv, {"tests/data/fuzz/csv"}},
+        {"vtk", FuzzVtk, {"tests/data/fuzz/vtk"}},
+        {"hdf5", FuzzHdf5, {"tests/data/fuzz/hdf5"}},
+        {"h5md", FuzzH5md, {"tests/data/fuzz/h5md"}},
+        {"note", FuzzNote, {"tests/data/fuzz/note"}},
+        {"picture", FuzzPicture, {}, 0, true},
+        {"linear", FuzzLinear, {"tests/data/fuzz/linear"}},
+    };
+    return kTargets;
+}
+
+struct Options_st {
+    const Target_st* mpTarget = nullptr;
+    long mRuns = 1000;
+    double mSeconds = 1e9;
+    unsigned mSeed = 1;
+    const char* mpKeep = nullptr;  ///< a file that has the input at work
+    const char* mpInput = nullptr; ///< a file to take, and no others
+};
+
+Options_st ReadOptions(int argc, char** argv) {
+    Options_st options;
+    for (int i = 1; i < argc; ++i) {
+        for (const Target_st& target : GetTargets())
+            if (std::strcmp(argv[i], target.mName) == 0) options.mpTarget = &target;
+        if (i + 1 == argc) break;
+        if (std::strcmp(argv[i], "--runs") == 0) options.mRuns = std::atol(argv[++i]);
+        if (std::strcmp(argv[i], "--seconds") == 0) options.mSeconds = std::atof(argv[++i]);
+        if (std::strcmp(argv[i], "--seed") == 0) options.mSeed = unsigned(std::atol(argv[++i]));
+        if (std::strcmp(argv[i], "--keep") == 0) options.mpKeep = argv[++i];
+        if (std::strcmp(argv[i], "--input") == 0) options.mpInput = argv[++i];
+    }
+    return options;
+}
+
+std::string MakeInput(const Target_st& target, const std::vector<std::string>& seeds, std::mt19937& random) {
+    static const ProjectInputs_cls sProjects;
+    // Few of a format with an order of lines are a whole file with a few bytes changed; most of those would
+    // not reach what a line does.
+    if (target.mMadeOf > 0 && random() % target.mMadeOf != 0) {
+        if (target.mpTake == FuzzObj) return MakeObjInput(random);
+        if (target.mpTake == FuzzMesh2) return MakeMesh2Input(random);
+        return sProjects.Make(random);
+    }
+    std::string bytes = seeds[random() % seeds.size()];
+    if (random() % 10 == 0) bytes = Splice(bytes, seeds[random() % seeds.size()], random);
+    for (auto k = random() % 8; k > 0; --k)
+        MutateOnce(bytes, random);
+    return bytes;
+}
+
+/// For whoever looks for what ended us.
+void Keep(const Options_st& options, const std::string& bytes) {
+    if (!options.mpKeep) return;
+    std::ofstream(options.mpKeep, std::ios::binary) << bytes;
+}
+
+int TakeFile(const Options_st& options) {
+    std::ifstream file(options.mpInput, std::ios::binary);
+    options.mpTarget->mpTake({std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()});
+    return file.is_open() ? 0 : 2;
+}
+
+void Fuzz(const Options_st& options, std::vector<std::string> seeds) {
+    std::mt19937 random(options.mSeed);
+    const size_t given = seeds.size();
+    const auto start = std::chrono::steady_clock::now();
+    std::chrono::duration<double> seconds{};
+    long run = 0;
+    for (; run < options.mRuns && seconds.count() < options.mSeconds; ++run) {
+        const std::string bytes =
+            size_t(run) < given ? seeds[size_t(run)] : MakeInput(*options.mpTarget, seeds, random);
+        Keep(options, bytes);
+        alarm(kPatience);
+        BeginTrace();
+        options.mpTarget->mpTake(bytes);
+        if (EndTrace() && size_t(run) >= given && bytes.size() <= kLongestKept && seeds.size() < kMostKept)
             seeds.push_back(bytes);
-        }
-    return seeds;
-}
-
-/// One of each kind that carries a project.
-std::vector<std::string> MakePictures() {
-    wxInitAllImageHandlers();
-    std::vector<std::string> pictures;
-    PictureOrigin_st origin;
-    origin.mProject = "DataSequence0=0\nmelt0000.bin\n";
-    origin.mSoftware = "Morentis 1";
-    for (const wxBitmapType type : {wxBITMAP_TYPE_PNG, wxBITMAP_TYPE_TIFF}) {
-        wxMemoryOutputStream stream;
-        if (!wxImage(2, 2).SaveFile(stream, type)) continue;
-        std::string bytes(stream.GetSize(), '\0');
-        stream.CopyTo(bytes.data(), bytes.size());
-        for (const size_t more : {0, 2000}) { // short texts and compressed ones
-            origin.mProject += std::string(more, 'x');
-            const OriginPack_cls pack(origin);
-            pictures.push_back(bytes);
-            if (type == wxBITMAP_TYPE_PNG)
-                pack.AddToPNG("1+1/2", &pictures.back());
-            else
-                pack.AddToTIFF("1+1/2", &pictures.back());
-        }
+        seconds = std::chrono::steady_clock::now() - start;
     }
-    return pictures;
-}
-
-void MutateOnce(std::string& bytes, std::mt19937& random) {
-    static const char* const kTokens[] = {"-1",
-                                          "2147483647",
-                                          "99999999999",
-                                          "nan",
-                                          "inf",
-                                          "1e400",
-                                          "0x1p3",
-                                          "\n",
-                                          "\r\n",
-                                          "\t",
-                                          "=",
-                                          " ",
-                                          "-",
-                                          "TimeAnimStep=",
-                                          "DataLoadGrammerBody=",
-                                          "DataSequence0=0\n",
-                                          "\xff\xfe",
-                                          "%s%n"};
-    const size_t at = bytes.empty() ? 0 : random() % bytes.size();
-    switch (random() % 6) {
-    case 0:
-        if (!bytes.empty()) bytes[at] = char(random());
-        break;
-    case 1:
-        bytes.resize(at);
-        break;
-    case 2:
-        bytes.insert(at, kTokens[random() % (sizeof kTokens / sizeof kTokens[0])]);
-        break;
-    case 3:
-        bytes.erase(at, random() % 20);
-        break;
-    case 4:
-        bytes.insert(at, bytes.substr(at / 2, random() % 200));
-        break;
-    default:
-        if (bytes.size() >= 8) { // where binary heads keep their count
-            const auto count = unsigned(random() >> (random() % 32));
-            std::memcpy(&bytes[4 * (random() % 2)], &count, 4);
-        }
-    }
+    std::printf("%s: %ld inputs taken in %.1f s, %zu of them new seeds\n", options.mpTarget->mName, run,
+                seconds.count(), seeds.size() - given);
 }
 
 } // namespace
@@ -114,43 +146,19 @@ int main(int argc, char** argv) {
     const wxInitializer initializer;
     wxLog::EnableLogging(false);
     SetMessageHandler([](MessageKind, const wxString&, const wxString&) { return true; });
-    long runs = 1000;
-    unsigned seed = 1;
-    void (*target)(const std::string&) = nullptr;
-    for (int i = 1; i < argc; ++i) {
-        if (std::strcmp(argv[i], "snapshot") == 0) target = FuzzSnapshot;
-        if (std::strcmp(argv[i], "guess") == 0) target = FuzzGuess;
-        if (std::strcmp(argv[i], "project") == 0) target = FuzzProject;
-        if (std::strcmp(argv[i], "mesh") == 0) target = FuzzMesh;
-        if (std::strcmp(argv[i], "picture") == 0) target = FuzzPicture;
-        if (std::strcmp(argv[i], "--runs") == 0 && i + 1 < argc) runs = std::atol(argv[++i]);
-        if (std::strcmp(argv[i], "--seed") == 0 && i + 1 < argc) seed = unsigned(std::atol(argv[++i]));
-    }
-    const std::vector<std::string> seeds = target == FuzzPicture ? MakePictures() : ReadSeeds();
-    if (!target || seeds.empty() || !initializer.IsOk()) {
-        std::fprintf(stderr,
-                     "usage: morentis_fuzz snapshot|guess|project|mesh|picture [--runs N] [--seed S]\n");
+    const Options_st options = ReadOptions(argc, argv);
+    if (!options.mpTarget || !initializer.IsOk()) {
+        std::fprintf(stderr, "usage: morentis_fuzz TARGET [--runs N] [--seconds S] [--seed S] [--keep FILE] "
+                             "[--input FILE]\ntargets:");
+        for (const Target_st& target : GetTargets())
+            std::fprintf(stderr, " %s", target.mName);
+        std::fprintf(stderr, "\n");
         return 2;
     }
-    std::mt19937 random(seed);
-    const ProjectInputs_cls projects;
-    const auto start = std::chrono::steady_clock::now();
-    for (long run = 0; run < runs; ++run) {
-        std::string bytes;
-        // Few inputs are a whole file with a few bytes changed; most of those would not reach what a line
-        // does.
-        if (target == FuzzProject && random() % 200 != 0) {
-            bytes = projects.Make(random);
-        } else if (target == FuzzMesh && random() % 50 != 0) {
-            bytes = MakeMeshInput(random);
-        } else {
-            bytes = seeds[random() % seeds.size()];
-            for (auto k = random() % 8; k > 0; --k)
-                MutateOnce(bytes, random);
-        }
-        target(bytes);
-    }
-    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
-    std::printf("%ld inputs taken in %.1f s\n", runs, seconds.count());
+    if (options.mpInput) return TakeFile(options);
+    std::vector<std::string> seeds = ReadSeeds(options.mpTarget->mFolders);
+    if (options.mpTarget->mbPictures) seeds = MakePictures();
+    if (seeds.empty()) return 2;
+    Fuzz(options, std::move(seeds));
     return 0;
 }

@@ -85,10 +85,9 @@ TEST_F(Recovery, UnsavedStepsAreKeptBesideTheConfigureFile) {
     {
         const FlagScope_cls modal(GbGLLockModalDialog);
         Step();
-        PumpUntil([] { return false; }, 1200);
-        EXPECT_TRUE(recovery->GetPath().empty()) << "not while a question is up";
+        ASSERT_TRUE(PumpUntil([recovery] { return !recovery->GetPath().empty(); }))
+            << "a question may stay up for hours";
     }
-    ASSERT_TRUE(PumpUntil([recovery] { return !recovery->GetPath().empty(); }));
     const std::string path = recovery->GetPath().ToStdString();
     EXPECT_EQ(fs::path(path).parent_path(), fs::path(ConfigFolder()));
     const std::string text = ReadAll(path);

@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <chrono>
 #include <fstream>
 
 #include <gtest/gtest.h>
@@ -154,6 +155,11 @@ TEST_F(VideoMaker, MakesH264OfTheRateWithEvenSizes) {
     ASSERT_FALSE(FindVideoTool().empty()) << "install ffmpeg";
     VideoJob_st job = MakeJob(7, 33, 31);
     job.mRate = "30000/1001";
+    // One whose maker was killed, and a user's own.
+    for (const char* name : {"/film.12.part.mp4", "/film.cut.part.mp4"}) {
+        std::ofstream(mFolder + name) << "a";
+        fs::last_write_time(mFolder + name, fs::file_time_type::clock::now() - std::chrono::minutes(1));
+    }
     VideoMaker_cls maker;
     ASSERT_EQ(maker.Start(job), "");
     maker.Wait([] { return false; });
@@ -163,6 +169,7 @@ TEST_F(VideoMaker, MakesH264OfTheRateWithEvenSizes) {
     EXPECT_EQ(Probe("width,height"), "34,32");
     EXPECT_EQ(Probe("r_frame_rate"), "30000/1001");
     EXPECT_EQ(Probe("nb_read_frames"), "7");
+    EXPECT_TRUE(fs::remove(mFolder + "/film.cut.part.mp4"));
     EXPECT_EQ(CountFiles(), 8u) << "nothing but pictures and video";
 }
 
