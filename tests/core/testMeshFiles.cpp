@@ -160,8 +160,19 @@ TEST_F(MeshFiles, PlySharesItsVertices) {
               Problem("c.ply", "ply\nformat binary_little_endian 1.0\nelement vertex 4000000000\n"
                                "property float x\nend_header\n"));
     mMesh.ClearMesh();
-    EXPECT_EQ("The mesh e.ply can't be read: its head has no end.", // the library would look for it forever
-              Problem("e.ply", "ply\nformat ascii 1.1 1 0\n0 1 2\n3 0 1 2\n"));
+    // The library would look for what is missing forever.
+    for (const char* head : {"format ascii 1.1 1 0\n0 1 2\n3 0 1 2\n", "element face 17\nend_header\n",
+                             "element face 1\nerty lis\nend_header\n", "property ft x\nend_header\n"}) {
+        EXPECT_EQ("The mesh e.ply can't be read: its head isn't whole.",
+                  Problem("e.ply", std::string("ply\n") + head));
+        mMesh.ClearMesh();
+    }
+    EXPECT_EQ("",
+              Read("f.ply",
+                   "ply\r\nformat ascii 1.0\r\ncomment a word\r\nelement vertex 3\r\nproperty double x\r\n"
+                   "property float32 y\r\nproperty float z\r\nelement face 1\r\nproperty list uint8 uint "
+                   "vertex_index\r\n"
+                   "end_header\r\n0 0 0\r\n1 0 0\r\n1 1 0\r\n3 0 1 2\r\n"));
     mMesh.ClearMesh();
     EXPECT_EQ("The mesh d.ply is not whole: 1 triangles have corners that are not in it.",
               Problem("d.ply", kPlyHead + "0 0 0\n1 0 0\n1 1 0\n0 1 0\n4 0 1 2 7\n"));
