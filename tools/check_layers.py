@@ -44,7 +44,7 @@ FENCED_PCH = "cmake/pch_core.h"
 OUTSIDE = {
     "assimp/Importer.hpp", "assimp/ProgressHandler.hpp", "assimp/scene.h",
     "emmintrin.h", "expat.h", "fcntl.h", "hdf5.h", "immintrin.h", "locale.h", "unistd.h", "sys/file.h", "sys/inotify.h",
-    "sys/mman.h", "sys/resource.h", "sys/stat.h", "sys/vfs.h", "sys/wait.h",
+    "sys/mman.h", "sys/prctl.h", "sys/resource.h", "sys/stat.h", "sys/vfs.h", "sys/wait.h",
     "wx/defs.h", "wx/filefn.h", "wx/filename.h", "wx/intl.h", "wx/log.h", "wx/stdpaths.h", "wx/stopwatch.h",
     "wx/strconv.h", "wx/string.h", "wx/thread.h", "wx/utils.h", "zlib.h",
 }
