@@ -177,7 +177,7 @@ wxString Main_cls::GetFolderOfRecovered(const std::wstring& text) {
 }
 
 void Main_cls::LastWords() {
-    // Half read settings are nobody's work: then the last minute's file is what there is.
+    // Half read settings are nobody's work: then the latest file is what there is.
     if (GbGLLockProjectLoading.load()) return;
     mpCRecovery->WriteNow();
     QuitProcess();

@@ -67,7 +67,8 @@ public:
 
     wxString GetPath() const { return mStrPath; } ///< empty while there is none
 
-    std::chrono::milliseconds mGap = std::chrono::minutes(1);
+    /// Half of the minute that may be lost: a picture that takes long comes before it.
+    std::chrono::milliseconds mGap = std::chrono::seconds(30);
 
 private:
     bool MakeOwn();

@@ -114,7 +114,7 @@ TEST_F(Recovery, ItIsWrittenOnceInAWhileAndGoesWithTheNeed) {
     text = "two";
     Step();
     recovery.Tick(true);
-    EXPECT_EQ(Read(path), "one") << "within the minute";
+    EXPECT_EQ(Read(path), "one") << "too soon";
     recovery.mGap = std::chrono::milliseconds(0);
     recovery.Tick(true);
     EXPECT_EQ(Read(path), "two");
