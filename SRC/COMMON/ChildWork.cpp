@@ -4,6 +4,7 @@
 #include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -70,6 +71,11 @@ bool SharedFile_cls::Read(void* pBytes, size_t length) {
         length -= size_t(count);
     }
     return true;
+}
+
+size_t SharedFile_cls::GetLeft() const {
+    struct stat facts {};
+    return fstat(mFile, &facts) == 0 ? size_t(std::max<long long>(facts.st_size - mRead, 0)) : 0;
 }
 
 ChildEnd RunInChild(const std::function<void()>& work, unsigned long seconds,

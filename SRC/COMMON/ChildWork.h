@@ -25,6 +25,8 @@ public:
     bool Write(const void* pBytes, size_t length);
     /// From its start on; false where there are fewer.
     bool Read(void* pBytes, size_t length);
+    /// Bytes that can still be read.
+    size_t GetLeft() const;
 
 private:
     int mFile;

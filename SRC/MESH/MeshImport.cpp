@@ -201,7 +201,7 @@ bool Send(SharedFile_cls& file, const List& list) {
 template <class List>
 bool Receive(SharedFile_cls& file, List* pList) {
     std::uint64_t length = 0;
-    if (!file.Read(&length, sizeof length)) return false;
+    if (!file.Read(&length, sizeof length) || length > file.GetLeft() / sizeof(*pList)[0]) return false;
     pList->resize(length);
     return file.Read(pList->data(), pList->size() * sizeof(*pList)[0]);
 }
@@ -228,7 +228,11 @@ ChildEnd ImportApart(const MeshText_st& text, const std::string& kind, PovObject
     if (!file.IsOpen()) return ChildEnd::NoChild;
     const ChildEnd end = RunInChild([&] { SendAll(file, ImportHere(text, kind, pMesh, nullptr), *pMesh); },
                                     kSeconds + text.mLength / kSlowest, pStop);
-    return end == ChildEnd::Done && !ReceiveAll(file, pOutcome, pMesh) ? ChildEnd::Fault : end;
+    if (end != ChildEnd::Done || ReceiveAll(file, pOutcome, pMesh)) return end;
+    pMesh->mvFaceVertex.clear(); // part of a mesh would be shown
+    pMesh->mvVertex.clear();
+    pMesh->mvNormal.clear();
+    return ChildEnd::Fault;
 }
 
 } // namespace
