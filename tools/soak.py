@@ -28,6 +28,7 @@ EXAMPLES = (("lj_melt_bin", "lj_melt_bin"), ("lj_melt_bin", "melt_shadows"), ("d
             ("public_pyscal_ni500", "nickel_bonds"))
 GROWTH = 1.05  # of memory, that counts as flat
 LONG_PICTURE = 600.0  # seconds that views full of huge spheres with shadows may take without a graphics card
+GIVEN_BACK = 4.0  # seconds after the last picture, by which the program has given memory back
 LEAST_ROUNDS = 20  # tenths of fewer say nothing
 
 # Places in a window of 1320 x 900, from its left and upper edge.
@@ -264,6 +265,7 @@ class User(Hands):
         self.open(self.data.rest)
         self.key("alt+1", "ctrl+alt+F5")
         self.rest()
+        time.sleep(GIVEN_BACK)
         pictures = self.check_films()
         self.data.mend()
         return pictures
