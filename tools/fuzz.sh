@@ -23,7 +23,9 @@ fuzz=build/fuzz/tests/fuzz/morentis_fuzz
 cmake --preset fuzz >/dev/null && cmake --build --preset fuzz || exit 1
 ((${#targets[@]})) || targets=($($fuzz 2>&1 | sed -n 's/^targets://p'))
 mkdir -p build/fuzz/found
-export ASAN_OPTIONS=hard_rss_limit_mb=6000:detect_leaks=1:$(printenv ASAN_OPTIONS) UBSAN_OPTIONS=print_stacktrace=1
+# What can't be had is told by an error, as without the sanitizer: libhdf5 believes any size that a file tells.
+export ASAN_OPTIONS=hard_rss_limit_mb=6000:detect_leaks=1:allocator_may_return_null=1:$(printenv ASAN_OPTIONS)
+export UBSAN_OPTIONS=print_stacktrace=1 LSAN_OPTIONS=suppressions=tests/lsan.supp:print_suppressions=0
 broken=0
 for target in "${targets[@]}"; do
   found=build/fuzz/found/$target-$seed

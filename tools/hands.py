@@ -11,6 +11,7 @@ import time
 import zlib
 
 TOOLS = ("Xvfb", "openbox", "xdotool", "xprop")
+SIZE = (1320, 900)  # of the window
 WAIT = 90.0  # seconds until something that should happen counts as broken
 
 
@@ -28,6 +29,13 @@ def wait_for(what, condition, seconds=WAIT):
         if time.monotonic() > end:
             raise Broken(f"waited {seconds:.0f} s for {what}")
         time.sleep(0.05)
+
+
+def read_processor_time(pid):
+    """Seconds of processor time."""
+    with open(f"/proc/{pid}/stat", encoding="ascii") as file:
+        fields = file.read().rsplit(")", 1)[1].split()
+    return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
 
 
 def is_running(process):
@@ -171,18 +179,32 @@ class Hands:
         """The program, until its window is there and has its size."""
         self.program = self.stage.run([*words], "program.log")
         self.main = self.wait_window("Morentis 3", "Morentis3")
-        self.do("windowsize", self.main, 1320, 900, "windowmove", self.main, 60, 60)
+        self.do("windowsize", self.main, *SIZE, "windowmove", self.main, 60, 60)
         self.do("windowactivate", "--sync", self.main)
 
-    def wait_window(self, *parts):
+    def wait_window(self, *parts, seconds=WAIT):
         def look():
             if not is_running(self.program):
                 raise Broken(f"the program ended by itself: {self.program.returncode}")
             return self.find(*parts)
-        return wait_for(f'a window "{parts[0]}"', look)
+        return wait_for(f'a window "{parts[0]}"', look, seconds)
 
     def title(self):
         return self.do("getwindowname", self.main).strip()
+
+    def fit(self):
+        """The window has the size that all places are told for, which it may have left while it was placed first."""
+        wait_for("the window's size", lambda: self.size(self.main) == SIZE or self.do("windowsize", self.main, *SIZE))
+
+    def rest(self):
+        """Until the program has nothing to do."""
+        def quiet():
+            if not is_running(self.program):
+                raise Broken(f"the program ended by itself: {self.program.returncode}")
+            before = read_processor_time(self.program.pid)
+            time.sleep(0.5)
+            return read_processor_time(self.program.pid) - before < 0.1
+        wait_for("the program to rest", quiet)
 
     def key(self, *keys):
         self.do("key", "--clearmodifiers", "--delay", 20, *keys)

@@ -88,6 +88,8 @@ class Session(Hands):
                 self.answer(question, 1 / 6)
             return self.title() == "Morentis3 - " + self.project
         wait_for("the project", opened)
+        self.fit()
+        self.rest()  # what is clicked before the panels stand in their places goes beside them
         if self.recovery():
             raise Broken(f"left over after its project was opened: {self.recovery()}")
 

@@ -20,13 +20,15 @@ import subprocess
 import sys
 import time
 
-from hands import Broken, Hands, Stage, check_png, is_running, wait_for
+from hands import Broken, Hands, Stage, check_png, is_running, read_processor_time, wait_for
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 EXAMPLES = (("lj_melt_bin", "lj_melt_bin"), ("lj_melt_bin", "melt_shadows"), ("deposit_text", "deposit_mesh"),
             ("galaxy_small_bin", "galaxy_film"), ("lj_melt_text", "melt_cut"), ("lj_unsorted_text", "lj_unsorted_text"),
             ("public_pyscal_ni500", "nickel_bonds"))
 GROWTH = 1.05  # of memory, that counts as flat
+LONG_PICTURE = 600.0  # seconds that views full of huge spheres with shadows may take without a graphics card
+GIVEN_BACK = 4.0  # seconds after the last picture, by which the program has given memory back
 LEAST_ROUNDS = 20  # tenths of fewer say nothing
 
 # Places in a window of 1320 x 900, from its left and upper edge.
@@ -53,10 +55,8 @@ def read_process(pid):
             words = line.split()
             if words[0] in ("Rss:", "Pss:"):
                 facts[words[0]] = int(words[1])
-    with open(f"/proc/{pid}/stat", encoding="ascii") as file:
-        fields = file.read().rsplit(")", 1)[1].split()
     return (facts["Rss:"], facts["Pss:"], len(os.listdir(f"/proc/{pid}/fd")), len(os.listdir(f"/proc/{pid}/task")),
-            (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK"))
+            read_processor_time(pid))
 
 
 class Data:
@@ -149,19 +149,10 @@ class User(Hands):
             raise Broken(f"windows don't close: {self.windows()}")
         self.do("windowactivate", "--sync", self.main)
 
-    def rest(self):
-        """Until the program has nothing to do."""
-        def quiet():
-            self.look_after()
-            before = read_process(self.program.pid)[4]
-            time.sleep(0.5)
-            return read_process(self.program.pid)[4] - before < 0.1
-        wait_for("the program to rest", quiet)
-
     def open(self, path):
         self.tidy()
         self.key("ctrl+o")
-        window = self.wait_window("Select a project file")
+        window = self.wait_window("Select a project file", seconds=LONG_PICTURE)
         self.do("windowactivate", "--sync", window)
         self.type_path(path)
 
@@ -171,7 +162,7 @@ class User(Hands):
             if question:
                 self.answer(question, 1 / 6)
             return self.title() == "Morentis3 - " + path and not self.find("Query", "Select a project file")
-        wait_for(f"{path} to be opened", opened)
+        wait_for(f"{path} to be opened", opened, LONG_PICTURE)
         self.acts += 1
 
     def seek(self):
@@ -274,6 +265,7 @@ class User(Hands):
         self.open(self.data.rest)
         self.key("alt+1", "ctrl+alt+F5")
         self.rest()
+        time.sleep(GIVEN_BACK)
         pictures = self.check_films()
         self.data.mend()
         return pictures
@@ -315,6 +307,7 @@ def soak(stage, options):
     data = Data(stage, chance)
     user = User(stage, data, chance)
     user.start(stage.path("bin/morentis"), data.rest)
+    user.fit()
     tell(f"process {user.program.pid}, seed {options.seed}, {options.hours:g} hours, display {stage.env['DISPLAY']}")
     tell("   hours round    acts pictures  resident KiB  share KiB  handles  threads  processor s")
     samples, wrong, pictures = [], [], 0

@@ -8,6 +8,7 @@
 #include <wx/stopwatch.h>
 #include <wx/timer.h>
 
+#include "COMMON/clsQuietMoment.h"
 #include "CONFITEM/clsConfItem.h"
 #include "CONFITEM/clsConfItemList.h"
 #include "GL/VIEW/clsViewHost.h"
@@ -127,6 +128,7 @@ private:
     void OnTimer(wxTimerEvent& event);
     bool PrepareAhead(int frame);
     void TickRecovery();
+    void GiveMemoryBack();
 
     // clsFrameMainHandlers.cpp
     void OnMenuResizedTL(wxCommandEvent& event);
@@ -142,6 +144,7 @@ private:
     wxInfoBar* mpCInfoBar = nullptr;
     wxString mNotices; ///< shown behind the present event
     wxTimer mTimer;
+    QuietMoment_cls mQuietMoment;                ///< of paints
     Preference_cls* mpCPreference = nullptr;     ///< owned
     Preference_cls* mpCUserPreference = nullptr; ///< owned
     SharedView_cls* mpCSharedView = nullptr;     ///< owned; made before the views

@@ -1,6 +1,8 @@
 // The idle loop: evict, read ahead, refresh what is behind, advance playing by one frame a paint.
 #include "APP/clsFrameMain.h"
 
+#include <malloc.h>
+
 #include <cstdio>
 #include <cstdlib>
 
@@ -110,6 +112,8 @@ void FrameMain_cls::OnIdle(wxIdleEvent& event) {
     event.Skip();
     if (!mbPlaced) PlaceAtStart();
     mpCFileMenu->ShowModified();
+    // Between long pictures, which let the clock strike only while they are drawn.
+    if (mpCMain->mpCRecovery && mpCMain->mpCRecovery->IsLate()) TickRecovery();
     // Views keep still while a question is up: not before there is a picture.
     if (mbPlaced && !mbRecoveryOffered && (mpCMainCanvas->GetPaintCount() > 0 || !mpCMainCanvas->HasGL())) {
         mbRecoveryOffered = true;
@@ -146,6 +150,14 @@ void FrameMain_cls::OnTimer(wxTimerEvent&) {
     if (!mpCMain->mpCImgSequence->IsRendering()) GCImgIO.DropSpare(); // up to a gigabyte
     mpCImageRun->TickVideo();
     TickRecovery();
+    GiveMemoryBack();
+}
+
+// A film of a scene with many small parts (sticks, names, shaders that are compiled) leaves a hundred
+// megabytes of holes in the heap, which the C library keeps for as long as the last block above them stays.
+void FrameMain_cls::GiveMemoryBack() {
+    if (GpCThreadReader.load() || mpCMain->mpCImgSequence->IsRendering()) return;
+    if (mQuietMoment.Strike(mpCMainCanvas->GetPaintCount())) malloc_trim(0);
 }
 
 void FrameMain_cls::TickRecovery() {

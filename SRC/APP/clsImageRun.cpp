@@ -10,6 +10,7 @@
 #include "APP/PictureProject.h"
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
+#include "APP/clsRecovery.h"
 #include "APP/clsSeriesVideo.h"
 #include "COMMON/EventIds.h"
 #include "COMMON/Eye.h"
@@ -148,6 +149,7 @@ void ImageRun_cls::OnMenuSaveImgSeqBegin(wxCommandEvent&) {
     AskBeforeSequence(canvas);
     if (!sequence->IsRendering()) return;
     ForgetNotices();
+    mHub.mpCRecovery->WriteNow(); // a picture may take minutes, in which nothing is written
     mCItemLastIMG.mStrValue = sequence->mCFileSequence.mStrPath;
     sequence->mpOrigin = PackOrigin();
     mVideoStereo = canvas->IsAlongAxis() ? VideoStereo::None : GetVideoStereo(*mHub.mpCStereoGram);

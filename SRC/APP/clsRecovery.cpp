@@ -104,14 +104,16 @@ void Recovery_cls::MarkSaved() {
 bool Recovery_cls::IsModified() const { return GCUndoList.GetStateId() != mSavedState; }
 
 void Recovery_cls::Tick(bool bMayWrite) {
+    mbLate = false;
     if (!IsModified()) {
         Discard();
         return;
     }
     if (IsConfined()) return;
     const auto now = std::chrono::steady_clock::now();
-    if (!bMayWrite || (mbEverWritten && now - mLastWrite < mGap)) return;
-    if (Write(false)) return;
+    if (mbEverWritten && now - mLastWrite < mGap) return;
+    mbLate = !bMayWrite;
+    if (mbLate || Write(false)) return;
     Notice("recovery",
            wxString::Format(_("No recovery project could be written in %s: save your project often."),
                             mStrFolder));

@@ -53,6 +53,9 @@ public:
     /// To be called a few times a second. Writes at most once in mGap, and only what is new; removes the file
     /// when undo has led back to what a project holds.
     void Tick(bool bMayWrite);
+    /// The last tick found that it was time to write, but not allowed: the next moment that is should be
+    /// used.
+    bool IsLate() const { return mbLate; }
     /// Write now if anything is unsaved: the program ends. \return false when that failed.
     bool WriteNow();
     /// Remove our own recovery project.
@@ -82,6 +85,7 @@ private:
     std::string mLastText;
     std::chrono::steady_clock::time_point mLastWrite;
     bool mbEverWritten = false;
+    bool mbLate = false;
     wxString mStrOrphan;
     OwnerLock_cls mOrphanLock;
 };

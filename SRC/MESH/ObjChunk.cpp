@@ -156,6 +156,13 @@ inline const char* ReadIndex(const char* p, size_t above, size_t& guess, int* pI
 
 void ObjChunk_cls::Parse(const char* begin, const char* end) {
     mpEnd = end;
+    const auto most = size_t(end - begin);
+    mVertex.Expect(most);
+    mNormal.Expect(most);
+    mFaceVertex.Expect(most);
+    mFaceNormal.Expect(most);
+    mBackVertex.Expect(most);
+    mBackNormal.Expect(most);
     for (const char* p = begin; p < end;) {
         while (IsLineBlank(*p))
             ++p;

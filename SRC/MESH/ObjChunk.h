@@ -10,6 +10,7 @@
 // backslash at the end lets such a line go on. All other lines are passed over.
 #pragma once
 
+#include <algorithm>
 #include <climits>
 #include <vector>
 
@@ -22,11 +23,13 @@ class ObjList_cls {
 public:
     /// Places for `more` numbers, which count from now on.
     T* Add(size_t more) {
-        if (mNumber + more > mvData.size()) mvData.resize(2 * mvData.size() + more + kFirst);
+        if (mNumber + more > mvData.size()) mvData.resize(2 * mvData.size() + more + GetRoom());
         T* p = mvData.data() + mNumber;
         mNumber += more;
         return p;
     }
+    /// A short text has few numbers: no more than that many come next.
+    void Expect(size_t most) { mExpected = most; }
     void Cut(size_t number) { mNumber = number; }
     size_t GetNumber() const { return mNumber; }
     T* Data() { return mvData.data(); }
@@ -36,7 +39,10 @@ public:
 private:
     static constexpr size_t kFirst = 1 << 18; ///< pages that aren't touched cost nothing
 
+    size_t GetRoom() const { return mvData.empty() ? std::min(kFirst, mExpected) : kFirst; }
+
     std::vector<T, BigAllocator_cls<T>> mvData;
+    size_t mExpected = kFirst;
     size_t mNumber = 0;
 };
 

@@ -108,13 +108,17 @@ TEST_F(Recovery, ItIsWrittenOnceInAWhileAndGoesWithTheNeed) {
     Step();
     recovery.Tick(false);
     EXPECT_TRUE(recovery.GetPath().empty()) << "not now";
+    EXPECT_TRUE(recovery.IsLate()) << "but as soon as it can be";
     recovery.Tick(true);
+    EXPECT_FALSE(recovery.IsLate());
     const wxString path = recovery.GetPath();
     EXPECT_EQ(Read(path), "one");
     text = "two";
     Step();
     recovery.Tick(true);
     EXPECT_EQ(Read(path), "one") << "too soon";
+    recovery.Tick(false);
+    EXPECT_FALSE(recovery.IsLate());
     recovery.mGap = std::chrono::milliseconds(0);
     recovery.Tick(true);
     EXPECT_EQ(Read(path), "two");

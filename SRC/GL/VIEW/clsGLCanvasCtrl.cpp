@@ -1,5 +1,7 @@
 #include "GL/VIEW/clsGLCanvasCtrl.h"
 
+#include <utility>
+
 #include <wx/bmpbuttn.h>
 #include <wx/checkbox.h>
 #include <wx/choice.h>
@@ -77,9 +79,9 @@ ConfItemBOOL_cls& GetToggleItem(MainGLCanvas_cls* pCanvas, int which) {
 } // namespace
 
 GLCanvasCtrl_cls::GLCanvasCtrl_cls(wxWindow* pParent, const ViewLinks_st& links, const wxString& name,
-                                   int panelIndex, int displayMode, wxGLContext* pShare)
+                                   int panelIndex, int displayMode, std::shared_ptr<wxGLContext> pContext)
     : wxPanel(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL, name) {
-    mpCCanvas = new MainGLCanvas_cls(this, this, links, panelIndex, displayMode, pShare);
+    mpCCanvas = new MainGLCanvas_cls(this, this, links, panelIndex, displayMode, std::move(pContext));
     MakeControls();
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(mpCSizerRow, 0, wxEXPAND);

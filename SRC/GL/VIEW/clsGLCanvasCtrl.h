@@ -3,6 +3,7 @@
 
 #include <array>
 #include <functional>
+#include <memory>
 
 #include <wx/panel.h>
 
@@ -19,7 +20,7 @@ class GLCanvasCtrl_cls : public wxPanel {
 public:
     /// `name` as "MainGLCanvas 0"; index 4 is the Extra Panel's.
     GLCanvasCtrl_cls(wxWindow* pParent, const ViewLinks_st& links, const wxString& name, int panelIndex,
-                     int displayMode, wxGLContext* pShare);
+                     int displayMode, std::shared_ptr<wxGLContext> pContext);
 
     MainGLCanvas_cls* GetPCCanvas() const { return mpCCanvas; }
     /// Controls from the canvas's settings.

@@ -1,5 +1,7 @@
 #include "GL/VIEW/clsGLExtraFrame.h"
 
+#include <utility>
+
 #include <wx/sizer.h>
 
 #include "COMMON/clsUpdateStatusBar.h"
@@ -8,11 +10,13 @@
 #include "GL/VIEW/clsViewHost.h"
 #include "SCENE/clsMoveItem.h"
 
-GLExtraFrame_cls::GLExtraFrame_cls(wxWindow* pParent, const ViewLinks_st& links, wxGLContext* pShare)
+GLExtraFrame_cls::GLExtraFrame_cls(wxWindow* pParent, const ViewLinks_st& links,
+                                   std::shared_ptr<wxGLContext> pContext)
     : wxFrame(pParent, wxID_ANY, "Extra", wxDefaultPosition, wxSize(640, 520),
               wxDEFAULT_FRAME_STYLE | wxFRAME_NO_TASKBAR),
       mpCHost(links.mpCHost) {
-    mpCCtrl = new GLCanvasCtrl_cls(this, links, "Extra", MainGLCanvas_cls::kExtraPanel, DISPLAY_FREE, pShare);
+    mpCCtrl = new GLCanvasCtrl_cls(this, links, "Extra", MainGLCanvas_cls::kExtraPanel, DISPLAY_FREE,
+                                   std::move(pContext));
     auto* sizer = new wxBoxSizer(wxVERTICAL);
     sizer->Add(mpCCtrl, 1, wxEXPAND);
     SetSizer(sizer);

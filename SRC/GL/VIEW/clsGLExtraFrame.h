@@ -1,6 +1,8 @@
 // The fifth view in a window of its own, for a second monitor or a projector.
 #pragma once
 
+#include <memory>
+
 #include <wx/frame.h>
 
 class GLCanvasCtrl_cls;
@@ -10,7 +12,7 @@ struct ViewLinks_st;
 
 class GLExtraFrame_cls : public wxFrame {
 public:
-    GLExtraFrame_cls(wxWindow* pParent, const ViewLinks_st& links, wxGLContext* pShare);
+    GLExtraFrame_cls(wxWindow* pParent, const ViewLinks_st& links, std::shared_ptr<wxGLContext> pContext);
     GLCanvasCtrl_cls* GetPCCanvasCtrl() const { return mpCCtrl; }
 
 private:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 
 #include <wx/intl.h>
 #include <wx/toplevel.h>
@@ -50,19 +51,20 @@ wxGLContextAttrs MakeContextAttributes() {
 } // namespace
 
 MainGLCanvas_cls::MainGLCanvas_cls(wxWindow* pParent, GLCanvasCtrl_cls* pCtrl, const ViewLinks_st& links,
-                                   int panelIndex, int displayMode, wxGLContext* pShare)
+                                   int panelIndex, int displayMode, std::shared_ptr<wxGLContext> pContext)
     : wxGLCanvas(pParent, BeginQuietly(), wxID_ANY, wxDefaultPosition, wxDefaultSize,
                  wxWANTS_CHARS | wxFULL_REPAINT_ON_RESIZE, wxString::Format("View %d", panelIndex)),
       ViewSettings_cls(*links.mpCHost, panelIndex), mCamera(*this, *links.mpCShared, *links.mpCHost),
       mPov(*this, *links.mpCHost), mpCCtrl(pCtrl), mpCHost(links.mpCHost), mpCShared(links.mpCShared),
-      mpCDrawOption(links.mpCDrawOption),
+      mpCDrawOption(links.mpCDrawOption), mpCGLContext(std::move(pContext)),
       mWait(*mpCHost), mContext{*mpCHost, *mpCShared, *this, mCamera, mCGLPerspective, mMoment, mMessage},
       mScene(mContext), mGather(mContext), mOverlay(mContext), mImage(mContext, mScene, mGather, mOverlay),
       mExport(mContext), mpCPick(std::make_unique<ViewPick_cls>(mContext, mScene)), mMenu(*this, *pCtrl),
       mMouse(*this, mMenu, *mpCPick, *mpCHost, links.mpCPreference, *mpCShared) {
     // A window that GL can't draw into still stands in its place and says why it is empty.
     const bool bGL = GetHandle() != nullptr;
-    if (bGL) MakeContext(pShare);
+    if (!bGL) mpCGLContext.reset();
+    if (bGL && !mpCGLContext) MakeContext();
     EndQuietly();
     if (!bGL) {
         m_noExpose = m_nativeSizeEvent = false; // which the failed attempt has left as a GL window needs them
@@ -79,10 +81,11 @@ MainGLCanvas_cls::~MainGLCanvas_cls() {
     if (GpCurrentGLPanel == this) GpCurrentGLPanel = nullptr;
 }
 
-void MainGLCanvas_cls::MakeContext(wxGLContext* pShare) {
+// One for all views: a driver of software compiles each way of drawing once for each context, and keeps it.
+void MainGLCanvas_cls::MakeContext() {
     const wxGLContextAttrs attributes = MakeContextAttributes();
-    mpCGLContext = std::make_unique<wxGLContext>(this, pShare, &attributes);
-    if (!mpCGLContext->IsOK()) mpCGLContext = std::make_unique<wxGLContext>(this, pShare);
+    mpCGLContext = std::make_shared<wxGLContext>(this, nullptr, &attributes);
+    if (!mpCGLContext->IsOK()) mpCGLContext = std::make_shared<wxGLContext>(this);
     if (!mpCGLContext->IsOK()) mpCGLContext.reset();
 }
 

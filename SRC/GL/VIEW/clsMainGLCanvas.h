@@ -39,7 +39,7 @@ class MainGLCanvas_cls : public wxGLCanvas, public ViewSettings_cls {
 public:
     /// `pShare` is the context of panel 0, null for panel 0 itself.
     MainGLCanvas_cls(wxWindow* pParent, GLCanvasCtrl_cls* pCtrl, const ViewLinks_st& links, int panelIndex,
-                     int displayMode, wxGLContext* pShare);
+                     int displayMode, std::shared_ptr<wxGLContext> pContext);
     ~MainGLCanvas_cls() override;
 
     /// Queue a paint; with panel 0 also one of an Extra Panel that copies it.
@@ -54,7 +54,8 @@ public:
     wxSize GetPixelSize() const;
     /// An image or exported data are wanted: paints go on although nobody sees the view.
     bool WritesOutput() const { return mImage.IsRequested() || mExport.IsRunning() || mPov.IsRunning(); }
-    wxGLContext* GetContext() const { return mpCGLContext.get(); }
+    /// Null: no OpenGL here.
+    std::shared_ptr<wxGLContext> GetContext() const { return mpCGLContext; }
     /// Is there a picture at all, or only a text that tells why not?
     bool HasGL() const { return mpCGLContext != nullptr; }
 
@@ -113,7 +114,7 @@ public:
 
 private:
     // clsMainGLCanvas.cpp
-    void MakeContext(wxGLContext* pShare);
+    void MakeContext();
     void TellNoGL();
     bool MakeContextCurrent();
     MainGLCanvas_cls* GetOther(int view) const;
@@ -150,7 +151,7 @@ private:
     ViewHost_cls* mpCHost;
     SharedView_cls* mpCShared;
     DrawOption_cls* mpCDrawOption;
-    std::unique_ptr<wxGLContext> mpCGLContext; ///< null: no OpenGL here
+    std::shared_ptr<wxGLContext> mpCGLContext; ///< of all views; null: no OpenGL here
     bool mbGLInitialized = false;
     ViewMoment_st mMoment;
     ViewMessage_cls mMessage;

@@ -96,11 +96,12 @@ void TopHalfPanel_cls::CreateViews(wxWindow* pParent, const ViewLinks_st& links)
     mpCOuter = MakeSplitter(pParent, 0.5);
     for (wxSplitterWindow*& pInner : mpCInner)
         pInner = MakeSplitter(mpCOuter, 0.5);
-    wxGLContext* pShare = nullptr;
+    std::shared_ptr<wxGLContext> pContext;
     for (int view = 0; view < kViews; ++view) {
-        mpCCtrl[view] = new GLCanvasCtrl_cls(
-            mpCInner[view / 2], links, wxString::Format("MainGLCanvas %d", view), view, kModes[view], pShare);
-        if (view == 0) pShare = mpCCtrl[0]->GetPCCanvas()->GetContext();
+        mpCCtrl[view] =
+            new GLCanvasCtrl_cls(mpCInner[view / 2], links, wxString::Format("MainGLCanvas %d", view), view,
+                                 kModes[view], pContext);
+        if (view == 0) pContext = mpCCtrl[0]->GetPCCanvas()->GetContext();
         if (view > 0) mpCCtrl[view]->Hide();
     }
     mpCInner[1]->Hide();
