@@ -56,7 +56,7 @@ struct alignas(64) TilePixels_st {
     // Of opaque spheres whose light waits: where they face, and which material they have (batch, then
     // number).
     static constexpr float kNoNormal = 2.0f; ///< as z: none waits in this pixel
-    static constexpr int kMaterialBits = 15;
+    static constexpr int kMaterialBits = 16;
     float normal[3][kRoom];
     int32_t material[kRoom];
     int waiting; ///< of which look; -1: of none

@@ -72,6 +72,16 @@ LANES_INLINE bool IsAny(I8 mask) { return GetLanes(mask) != 0; }
 LANES_INLINE I8 Columns() { return I8{0, 1, 2, 3, 0, 1, 2, 3}; }
 LANES_INLINE I8 Rows() { return I8{0, 0, 0, 0, 1, 1, 1, 1}; }
 typedef float F4 __attribute__((vector_size(16)));
+#ifdef TILE_WIDE
+LANES_INLINE F8 LoadPixels(const float* p) {
+    return (F8)_mm256_insertf128_ps(_mm256_castps128_ps256(_mm_loadu_ps(p)),
+                                    _mm_loadu_ps(p + TilePixels_st::kStride), 1);
+}
+LANES_INLINE void StorePixels(float* p, F8 v) {
+    _mm_storeu_ps(p, _mm256_castps256_ps128((__m256)v));
+    _mm_storeu_ps(p + TilePixels_st::kStride, _mm256_extractf128_ps((__m256)v, 1));
+}
+#else
 LANES_INLINE F8 LoadPixels(const float* p) {
     F4 low, high;
     __builtin_memcpy(&low, p, sizeof low);
@@ -84,6 +94,7 @@ LANES_INLINE void StorePixels(float* p, F8 v) {
     __builtin_memcpy(p, &low, sizeof low);
     __builtin_memcpy(p + TilePixels_st::kStride, &high, sizeof high);
 }
+#endif
 LANES_INLINE I8 LoadDepths(const int32_t* p) { return (I8)LoadPixels(reinterpret_cast<const float*>(p)); }
 LANES_INLINE void StoreDepths(int32_t* p, I8 v) { StorePixels(reinterpret_cast<float*>(p), (F8)v); }
 

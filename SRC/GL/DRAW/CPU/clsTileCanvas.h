@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "COMMON/BigAllocator.h"
+
 class TileOrigin_cls;
 
 class TileCanvas_cls {
@@ -71,8 +73,8 @@ private:
     int mHeight = 0;
     uint16_t mBlankColor[4] = {0, 0, 0, 0};
     uint32_t mBlankDepth = kFarDepth;
-    std::vector<uint16_t> mVColor;
-    std::vector<uint32_t> mVDepth;
+    std::vector<uint16_t, BigAllocator_cls<uint16_t>> mVColor;
+    std::vector<uint32_t, BigAllocator_cls<uint32_t>> mVDepth;
     std::vector<uint8_t> mVFilled; ///< a tile each; written by the thread that has the tile
 };
 

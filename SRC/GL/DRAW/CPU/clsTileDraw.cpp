@@ -231,6 +231,21 @@ void TileDraw_cls::DrawBatch(int tile, int number, Worker_st& worker, bool& bLoa
     draw(p, pEnd);
 }
 
+// Each batch has what a tile needs of it in one piece, which the processor can't guess. A piece of more lines
+// it comes to know on the way.
+void TileDraw_cls::Expect(int tile, int number) const {
+    constexpr size_t kLine = 64, kMostLines = 16;
+    const Batch_st& batch = *mVBatches[static_cast<size_t>(number)];
+    const size_t start = batch.starts[static_cast<size_t>(tile)];
+    const size_t size = mbDots ? sizeof(TileDot_st) : sizeof(TileRecord_st);
+    const size_t bytes = (batch.starts[static_cast<size_t>(tile) + 1] - start) * size;
+    const char* const p = (mbDots ? reinterpret_cast<const char*>(batch.dots.data())
+                                  : reinterpret_cast<const char*>(batch.records.data())) +
+                          start * size;
+    for (size_t at = 0; at < std::min(bytes, kLine * kMostLines); at += kLine)
+        __builtin_prefetch(p + at);
+}
+
 // A tile can be laid down between two batches. The clock is only asked where there was work.
 void TileDraw_cls::DrawTile(Round_st& round, int tile, Worker_st& worker) {
     constexpr size_t kWork = 2048;
@@ -240,6 +255,7 @@ void TileDraw_cls::DrawTile(Round_st& round, int tile, Worker_st& worker) {
     size_t work = 0;
     long long all = 0;
     while (done < round.batches) {
+        if (done + 1 < round.batches) Expect(tile, done + 1);
         const Batch_st& batch = *mVBatches[static_cast<size_t>(done)];
         DrawBatch(tile, done++, worker, bLoaded, round.canvas);
         const size_t now = batch.starts[static_cast<size_t>(tile) + 1] -

@@ -50,6 +50,7 @@ private:
     void ScatterDots(Worker_st& worker, Batch_st& batch) const;
     void Scatter(Worker_st& worker, Batch_st& batch) const;
     void DrawTile(Round_st& round, int tile, Worker_st& worker);
+    void Expect(int tile, int number) const;
     void DrawBatch(int tile, int number, Worker_st& worker, bool& bLoaded, TileCanvas_cls& canvas) const;
     TileCanvas_cls::Range_st FindTouched(int batches) const;
     bool OnAll(Round_st& round, int jobs, Job job);
