@@ -50,6 +50,7 @@ struct alignas(64) TilePixels_st {
     static constexpr int kStride = TileCanvas_cls::kTileW;
     static constexpr int kRoom = kStride * (TileCanvas_cls::kTileH + 1) + 4; ///< written in blocks of 4 x 2
     float c[4][kRoom];
+    bool bTogether;   ///< of dots alone: all channels of a pixel behind each other, from c[0] on
     int32_t z[kRoom]; ///< 24 bits
     int32_t nearest;  ///< none in the tile is nearer
     uint8_t stencil[kRoom];

@@ -57,6 +57,9 @@ LANES_INLINE void ToHalves(F8 v, uint16_t* p) {
 // Eight pixels at a time: from one pixel behind the other to one plane a channel, and back.
 typedef uint16_t H8 __attribute__((vector_size(16)));
 LANES_INLINE void LoadEight(const uint16_t* p, TilePixels_st& pixels, int at) {
+    for (int k = 0; pixels.bTogether && k < 8; k += 2)
+        Put(pixels.c[0] + 4 * (at + k), FromHalves(p + 4 * k));
+    if (pixels.bTogether) return;
     H8 two[4]; // pixels, one behind the other
     __builtin_memcpy(two, p, sizeof two);
     H8 redGreen[2], blueAlpha[2]; // four pixels each
@@ -78,6 +81,9 @@ LANES_INLINE void LoadEight(const uint16_t* p, TilePixels_st& pixels, int at) {
     }
 }
 LANES_INLINE void StoreEight(const TilePixels_st& pixels, int at, uint16_t* p) {
+    for (int k = 0; pixels.bTogether && k < 8; k += 2)
+        ToHalves(Take(pixels.c[0] + 4 * (at + k)), p + 4 * k);
+    if (pixels.bTogether) return;
     H8 c[4];
     for (int k = 0; k < 4; ++k) {
         F8 v;
@@ -133,10 +139,15 @@ static void LoadTile(TileCanvas_cls& canvas, int tile, TilePixels_st& pixels) {
     if (!canvas.IsFilled(tile)) {
         uint16_t halves[8] = {};
         __builtin_memcpy(halves, canvas.GetBlankColor(), 8);
-        const F8 color = FromHalves(halves);
-        for (int k = 0; k < 4; ++k)
-            for (float& c : pixels.c[k])
-                c = color[k];
+        __builtin_memcpy(halves + 4, halves, 8);
+        const F8 color = FromHalves(halves); // twice
+        if (pixels.bTogether)
+            for (int i = 0; i < TilePixels_st::kRoom; i += 2)
+                __builtin_memcpy(pixels.c[0] + 4 * i, &color, sizeof color);
+        else
+            for (int k = 0; k < 4; ++k)
+                for (float& c : pixels.c[k])
+                    c = color[k];
         __builtin_memset(pixels.stencil, static_cast<int>(canvas.GetBlankDepth() & 0xff),
                          sizeof pixels.stencil);
         pixels.nearest = static_cast<int32_t>(canvas.GetBlankDepth() >> 8);

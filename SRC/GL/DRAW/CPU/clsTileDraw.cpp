@@ -137,7 +137,7 @@ bool TileDraw_cls::Draw(const TileScene_st& scene, const TileSource_cls& source,
     round.pause = std::chrono::steady_clock::now() + std::chrono::milliseconds(100);
     const long long number = source.GetNumber();
     for (; round.first < number; round.first = round.end) {
-        round.end = std::min(round.first + kRound, number);
+        round.end = std::min(round.first + (mbDots ? kDotRound : kRound), number);
         round.batches = static_cast<int>((round.end - round.first + kBatch - 1) / kBatch);
         round.binned = 0, round.records = 0, round.work = 0, round.drawn = 0;
         while (static_cast<int>(mVBatches.size()) < round.batches)
@@ -185,7 +185,7 @@ TileCanvas_cls::Range_st TileDraw_cls::FindTouched(int batches) const {
 
 void TileDraw_cls::BinBatch(Round_st& round, int batch, Worker_st& worker) {
     int& done = mVDone[static_cast<size_t>(batch)];
-    if (done != 0 || round.records > kMostRecords) return;
+    if (done != 0 || round.records > (mbDots ? kMostDots : kMostRecords)) return;
     const long long from = round.first + static_cast<long long>(batch) * kBatch;
     const int count = static_cast<int>(std::min<long long>(kBatch, round.end - from));
     Bin(round.source, from, count, worker, *mVBatches[static_cast<size_t>(batch)]);
@@ -202,6 +202,7 @@ void TileDraw_cls::DrawBatch(int tile, int number, Worker_st& worker, bool& bLoa
     const Batch_st& batch = *mVBatches[static_cast<size_t>(number)];
     const size_t start = batch.starts[static_cast<size_t>(tile)];
     const size_t end = batch.starts[static_cast<size_t>(tile) + 1];
+    worker.pixels.bTogether = mbDots;
     if (mbDots && start < end) {
         if (!bLoaded) mKernels.pLoad(canvas, tile, worker.pixels);
         bLoaded = true;

@@ -32,7 +32,9 @@ public:
 
     static constexpr int kBatch = 1 << TilePixels_st::kMaterialBits; ///< particles
     static constexpr long long kRound = 1LL << 22;     ///< particles that are sorted by tiles at a time
+    static constexpr long long kDotRound = 1LL << 24;  ///< the same of points of one pixel
     static constexpr long long kMostRecords = 6000000; ///< about, 32 bytes each; a round ends there
+    static constexpr long long kMostDots = 12000000;   ///< about, 16 bytes each
     static constexpr int kManyTiles = 64;              ///< what touches more isn't sorted by tiles
 
 private:
