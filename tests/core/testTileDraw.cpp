@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <limits>
 #include <random>
+#include <utility>
 
 #include "TileDrawTest.h"
 
@@ -473,7 +474,7 @@ protected:
 };
 
 TEST_F(AnyList, IsTheSamePictureWithAnyThreadsAndRegisters) {
-    MakeList(3 * TileDraw_cls::kBatch / 2, false);
+    MakeList(TileDraw_cls::kBatch + 2000, false);
     Draw(1);
     const std::vector<float> one = Colors();
     EXPECT_GT(CountLit(), mSize * mSize / 2);
@@ -518,7 +519,7 @@ TEST_F(AnyList, HasTheSamePointsOfOnePixelOnBothWays) {
         mScene.look[k].blend = k == 2 ? TileLook_st::OVERWRITES : mScene.look[k].blend;
     }
     for (const bool bOdd : {false, true}) {
-        MakeList(3 * TileDraw_cls::kBatch / 2, bOdd);
+        MakeList(TileDraw_cls::kBatch + 2000, bOdd);
         for (TileParticle_st& p : mSource.mList)
             p.look %= 3;
         mScene.look[3].kind = TileLook_st::SPHERE;
@@ -571,6 +572,25 @@ TEST_F(AnyList, TellsOnTheWayAndEndsWhereItIsTold) {
     EXPECT_GE(told.done.size(), 2u);
     EXPECT_TRUE(std::is_sorted(told.done.begin(), told.done.end()));
     EXPECT_LE(told.done.back(), 5000);
+    // What is handed over on the way is as it stays.
+    struct Goal : TileGoal_cls {
+        int end = 0;
+        std::vector<uint16_t> color;
+        void TakeUpTo(TileCanvas_cls& canvas, int rows) override {
+            EXPECT_GT(rows, std::exchange(end, rows));
+            const int lines = std::min(rows * TileCanvas_cls::kTileH, canvas.GetHeight());
+            for (size_t i = color.size(); i < 4 * size_t(lines * canvas.GetWidth()); ++i)
+                color.push_back(canvas.GetColor()[i]);
+        }
+    };
+    for (const int threads : {1, 3}) {
+        Goal goal;
+        mCanvas.Clear(mSize, mSize);
+        EXPECT_TRUE(TileDraw_cls(threads).Draw(mScene, mSource, mCanvas, tell, &told, &goal));
+        EXPECT_EQ(Colors(), whole);
+        EXPECT_TRUE(std::equal(goal.color.begin(), goal.color.end(), mCanvas.GetColor()));
+        if (threads == 1) EXPECT_EQ(goal.end, mCanvas.GetTilesUp());
+    }
     told = {{}, 1};
     mCanvas.Clear(mSize, mSize);
     EXPECT_FALSE(draw.Draw(mScene, mSource, mCanvas, tell, &told));

@@ -267,6 +267,54 @@ TEST_F(FilmSticks, ParticlesAreCutPickedPlacedCopiedAndFogged) {
     EXPECT_FALSE(isLine(1.5, 1.0));
 }
 
+// A box that turns, copies, steps of a blur and a clear background at once.
+TEST_F(FilmSticks, ParticlesByTheProcessorAreThoseOfOpenGL) {
+    for (const float shift : {0.0f, 0.6f}) {
+        std::vector<Place> places;
+        for (int i = 0; i < 40; ++i)
+            places.push_back({float(i % 8) - 3.5f + shift, float(i / 8) - 3.5f, 0.3f * float(i % 5)});
+        Write(places);
+    }
+    FilterDataBoxData_cls& box = *Add<FilterDataBox_cls>(FILTER_DATABOX).GetPCData();
+    Set(box.mpCRotate, {0, 0, 20});
+    Set(box.mpCScale, {0.8, 0.8, 0.8});
+    Add<FilterCopy_cls>(FILTER_COPY).GetPCData()->mCMax[1].mValue = 2;
+    const std::string lines =
+        "TimeMaxFrame=1\nTimeWorkAreaMax=1\nTimeAnimInterp=2\nTimeUseMotionBlur=1\nImgSequenceBlurLength=1\n"
+        "ImgSequenceBlurSteps=2\nPeriodicSize=1 1 1\nPeriodicBaseVector1=0 4.5 0\nClassify=0\n"
+        "SEQ0TYPE0RadiusType=1\nSEQ0TYPE0RadiusFactorForConst=0.35\nSEQ0TYPE0AlphaFactro=1\n"
+        "SEQ0TYPE0DrawQuality=3\n";
+    for (const char* kind : {"0\nSEQ0TYPE0PointSize=9\n", "1\nSEQ0TYPE0DrawQuality=0\n", "2\n"}) {
+        wxImage images[2];
+        for (int way = 0; way < 2; ++way) {
+            const std::string name = way == 0 ? "gl" : "cpu";
+            const ChildRun_st run = Film(name, lines + "SEQ0TYPE0DrawType=" + kind,
+                                         {"--transparent", "--frames", "0", "--draw", name});
+            EXPECT_NE(run.mOut.find(way == 0 ? "OpenGL" : "processor"), std::string::npos) << run.mOut;
+            ASSERT_TRUE(images[way].LoadFile(wxString(mFolder / (name + "/f0000.png"))));
+            ASSERT_TRUE(images[way].HasAlpha());
+        }
+        double sum = 0.0;
+        int half = 0, clear = 0, far = 0;
+        for (int i = 0; i < kW * kH; ++i) {
+            const int alpha = images[0].GetAlpha()[i];
+            half += alpha > 20 && alpha < 235;
+            clear += alpha == 0;
+            int most = std::abs(alpha - images[1].GetAlpha()[i]);
+            for (int k = 0; k < 3; ++k)
+                most =
+                    std::max(most, std::abs(images[0].GetData()[3 * i + k] - images[1].GetData()[3 * i + k]) *
+                                       alpha / 255);
+            sum += most;
+            far += most > 3;
+        }
+        EXPECT_LE(sum / (kW * kH), 0.3) << kind;
+        EXPECT_LE(far, kW * kH / 500) << kind;
+        EXPECT_GT(half, 200) << kind << ": no blur";
+        EXPECT_GT(clear, 1000) << kind;
+    }
+}
+
 TEST_F(FilmSticks, AFrameHasItsOwnFilesAndMissingOnesCount) {
     WriteApart({1, 1, 1});
     const std::string length = "TimeMaxFrame=2\nTimeWorkAreaMax=2\n";

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include <epoxy/gl.h>
 
@@ -242,6 +243,20 @@ void CpuDraw_cls::TakeBlank(TileCanvas_cls& canvas) const {
     canvas.SetBlank(color, depth);
 }
 
+/// OpenGL's buffer, from below.
+class CpuDraw_cls::Goal_cls : public TileGoal_cls {
+public:
+    explicit Goal_cls(const CpuDraw_cls& draw) : mDraw(draw) {}
+    void TakeUpTo(TileCanvas_cls& canvas, int end) override {
+        mDraw.HandBack(canvas, std::exchange(mRow, end * TileCanvas_cls::kTileH),
+                       end * TileCanvas_cls::kTileH);
+    }
+
+private:
+    const CpuDraw_cls& mDraw;
+    int mRow = 0; ///< handed back up to here
+};
+
 void CpuDraw_cls::Draw(const TileSource_cls& source) {
     TileCanvas_cls& canvas = GetCanvas();
     BufferOrigin_cls origin(mbStencil);
@@ -252,15 +267,17 @@ void CpuDraw_cls::Draw(const TileSource_cls& source) {
     if (bBlank) TakeBlank(canvas);
     canvas.SetLimits({mClip[0], mClip[1], mClip[2], mClip[3]});
     DrawProgress_cls progress(static_cast<int>(source.GetNumber()));
-    GetDraw().Draw(mScene, source, canvas, ReportTo, &progress);
+    Goal_cls goal(*this);
+    GetDraw().Draw(mScene, source, canvas, ReportTo, &progress, &goal);
     canvas.FillTaken();
-    HandBack(canvas);
+    goal.TakeUpTo(canvas, canvas.GetTilesUp());
     CheckGLErrors("particles by the processor");
 }
 
 // As textures: a software driver copies them, while it would draw pixels one by one.
-void CpuDraw_cls::HandBack(TileCanvas_cls& canvas) const {
-    const TileCanvas_cls::Rect_st part = Cut(canvas.GetTaken(), {mClip[0], mClip[1], mClip[2], mClip[3]});
+void CpuDraw_cls::HandBack(TileCanvas_cls& canvas, int firstRow, int endRow) const {
+    const TileCanvas_cls::Rect_st part = Cut(Cut(canvas.GetTaken(), {mClip[0], mClip[1], mClip[2], mClip[3]}),
+                                             {0, firstRow, mWidth, endRow - firstRow});
     if (part.IsEmpty()) return;
     if (mbStencil) GetScreen().Restore(canvas, part);
     const GLAttribScope_cls attributes(GL_TEXTURE_BIT);

@@ -35,9 +35,9 @@ private:
     bool TakeTarget();
     bool TakeState(const ViewScale_cls& view);
     void TakeFog();
-    void HandBack(TileCanvas_cls& canvas) const;
-
+    void HandBack(TileCanvas_cls& canvas, int firstRow, int endRow) const;
     void TakeBlank(TileCanvas_cls& canvas) const;
+    class Goal_cls;
 
     static long long msPasses;
     static bool msbBlank;

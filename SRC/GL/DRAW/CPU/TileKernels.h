@@ -50,13 +50,14 @@ struct alignas(64) TilePixels_st {
     static constexpr int kStride = TileCanvas_cls::kTileW;
     static constexpr int kRoom = kStride * (TileCanvas_cls::kTileH + 1) + 4; ///< written in blocks of 4 x 2
     float c[4][kRoom];
+    bool bTogether;   ///< of dots alone: all channels of a pixel behind each other, from c[0] on
     int32_t z[kRoom]; ///< 24 bits
     int32_t nearest;  ///< none in the tile is nearer
     uint8_t stencil[kRoom];
     // Of opaque spheres whose light waits: where they face, and which material they have (batch, then
     // number).
     static constexpr float kNoNormal = 2.0f; ///< as z: none waits in this pixel
-    static constexpr int kMaterialBits = 15;
+    static constexpr int kMaterialBits = 16;
     float normal[3][kRoom];
     int32_t material[kRoom];
     int waiting; ///< of which look; -1: of none

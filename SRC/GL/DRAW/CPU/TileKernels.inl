@@ -55,35 +55,65 @@ LANES_INLINE void ToHalves(F8 v, uint16_t* p) {
 #endif
 
 // Eight pixels at a time: from one pixel behind the other to one plane a channel, and back.
+typedef uint16_t H8 __attribute__((vector_size(16)));
 LANES_INLINE void LoadEight(const uint16_t* p, TilePixels_st& pixels, int at) {
-    F8 half[2][2]; // four pixels: red and green, blue and alpha
+    for (int k = 0; pixels.bTogether && k < 8; k += 2)
+        Put(pixels.c[0] + 4 * (at + k), FromHalves(p + 4 * k));
+    if (pixels.bTogether) return;
+    H8 two[4]; // pixels, one behind the other
+    __builtin_memcpy(two, p, sizeof two);
+    H8 redGreen[2], blueAlpha[2]; // four pixels each
     for (int k = 0; k < 2; ++k) {
-        const F8 a = FromHalves(p + 16 * k), b = FromHalves(p + 16 * k + 8);
-        half[k][0] = __builtin_shufflevector(a, b, 0, 4, 8, 12, 1, 5, 9, 13);
-        half[k][1] = __builtin_shufflevector(a, b, 2, 6, 10, 14, 3, 7, 11, 15);
+        const H8 low = __builtin_shufflevector(two[2 * k], two[2 * k + 1], 0, 8, 1, 9, 2, 10, 3, 11);
+        const H8 high = __builtin_shufflevector(two[2 * k], two[2 * k + 1], 4, 12, 5, 13, 6, 14, 7, 15);
+        redGreen[k] = __builtin_shufflevector(low, high, 0, 8, 1, 9, 2, 10, 3, 11);
+        blueAlpha[k] = __builtin_shufflevector(low, high, 4, 12, 5, 13, 6, 14, 7, 15);
     }
-    for (int k = 0; k < 2; ++k) {
-        const F8 low = __builtin_shufflevector(half[0][k], half[1][k], 0, 1, 2, 3, 8, 9, 10, 11);
-        const F8 high = __builtin_shufflevector(half[0][k], half[1][k], 4, 5, 6, 7, 12, 13, 14, 15);
-        __builtin_memcpy(pixels.c[2 * k] + at, &low, sizeof low);
-        __builtin_memcpy(pixels.c[2 * k + 1] + at, &high, sizeof high);
+    const H8 channels[4] = {__builtin_shufflevector(redGreen[0], redGreen[1], 0, 1, 2, 3, 8, 9, 10, 11),
+                            __builtin_shufflevector(redGreen[0], redGreen[1], 4, 5, 6, 7, 12, 13, 14, 15),
+                            __builtin_shufflevector(blueAlpha[0], blueAlpha[1], 0, 1, 2, 3, 8, 9, 10, 11),
+                            __builtin_shufflevector(blueAlpha[0], blueAlpha[1], 4, 5, 6, 7, 12, 13, 14, 15)};
+    for (int k = 0; k < 4; ++k) {
+        uint16_t halves[8];
+        __builtin_memcpy(halves, &channels[k], sizeof halves);
+        const F8 v = FromHalves(halves);
+        __builtin_memcpy(pixels.c[k] + at, &v, sizeof v);
     }
 }
 LANES_INLINE void StoreEight(const TilePixels_st& pixels, int at, uint16_t* p) {
-    F8 c[4];
-    for (int k = 0; k < 4; ++k)
-        __builtin_memcpy(&c[k], pixels.c[k] + at, sizeof c[k]);
+    for (int k = 0; pixels.bTogether && k < 8; k += 2)
+        ToHalves(Take(pixels.c[0] + 4 * (at + k)), p + 4 * k);
+    if (pixels.bTogether) return;
+    H8 c[4];
+    for (int k = 0; k < 4; ++k) {
+        F8 v;
+        uint16_t halves[8];
+        __builtin_memcpy(&v, pixels.c[k] + at, sizeof v);
+        ToHalves(v, halves);
+        __builtin_memcpy(&c[k], halves, sizeof halves);
+    }
+    const H8 redGreen[2] = {__builtin_shufflevector(c[0], c[1], 0, 8, 1, 9, 2, 10, 3, 11),
+                            __builtin_shufflevector(c[0], c[1], 4, 12, 5, 13, 6, 14, 7, 15)};
+    const H8 blueAlpha[2] = {__builtin_shufflevector(c[2], c[3], 0, 8, 1, 9, 2, 10, 3, 11),
+                             __builtin_shufflevector(c[2], c[3], 4, 12, 5, 13, 6, 14, 7, 15)};
     for (int k = 0; k < 2; ++k) {
-        const F8 a = k == 0 ? __builtin_shufflevector(c[0], c[1], 0, 1, 2, 3, 8, 9, 10, 11)
-                            : __builtin_shufflevector(c[0], c[1], 4, 5, 6, 7, 12, 13, 14, 15);
-        const F8 b = k == 0 ? __builtin_shufflevector(c[2], c[3], 0, 1, 2, 3, 8, 9, 10, 11)
-                            : __builtin_shufflevector(c[2], c[3], 4, 5, 6, 7, 12, 13, 14, 15);
-        ToHalves(__builtin_shufflevector(a, b, 0, 4, 8, 12, 1, 5, 9, 13), p + 16 * k);
-        ToHalves(__builtin_shufflevector(a, b, 2, 6, 10, 14, 3, 7, 11, 15), p + 16 * k + 8);
+        const H8 low = __builtin_shufflevector(redGreen[k], blueAlpha[k], 0, 1, 8, 9, 2, 3, 10, 11);
+        const H8 high = __builtin_shufflevector(redGreen[k], blueAlpha[k], 4, 5, 12, 13, 6, 7, 14, 15);
+        __builtin_memcpy(p + 16 * k, &low, sizeof low);
+        __builtin_memcpy(p + 16 * k + 8, &high, sizeof high);
     }
 }
 
 typedef uint8_t B8 __attribute__((vector_size(8)));
+LANES_INLINE U8 TakeStencil(const uint8_t* p) {
+#ifdef TILE_WIDE
+    return (U8)_mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
+#else
+    B8 stencil;
+    __builtin_memcpy(&stencil, p, sizeof stencil);
+    return __builtin_convertvector(stencil, U8);
+#endif
+}
 LANES_INLINE void LoadDepth(const uint32_t* p, TilePixels_st& pixels, int at) {
     U8 bits;
     __builtin_memcpy(&bits, p, sizeof bits);
@@ -94,10 +124,8 @@ LANES_INLINE void LoadDepth(const uint32_t* p, TilePixels_st& pixels, int at) {
 }
 LANES_INLINE void StoreDepth(const TilePixels_st& pixels, int at, uint32_t* p) {
     U8 z;
-    B8 stencil;
     __builtin_memcpy(&z, pixels.z + at, sizeof z);
-    __builtin_memcpy(&stencil, pixels.stencil + at, sizeof stencil);
-    const U8 bits = z << 8 | __builtin_convertvector(stencil, U8);
+    const U8 bits = z << 8 | TakeStencil(pixels.stencil + at);
     __builtin_memcpy(p, &bits, sizeof bits);
 }
 
@@ -111,10 +139,15 @@ static void LoadTile(TileCanvas_cls& canvas, int tile, TilePixels_st& pixels) {
     if (!canvas.IsFilled(tile)) {
         uint16_t halves[8] = {};
         __builtin_memcpy(halves, canvas.GetBlankColor(), 8);
-        const F8 color = FromHalves(halves);
-        for (int k = 0; k < 4; ++k)
-            for (float& c : pixels.c[k])
-                c = color[k];
+        __builtin_memcpy(halves + 4, halves, 8);
+        const F8 color = FromHalves(halves); // twice
+        if (pixels.bTogether)
+            for (int i = 0; i < TilePixels_st::kRoom; i += 2)
+                __builtin_memcpy(pixels.c[0] + 4 * i, &color, sizeof color);
+        else
+            for (int k = 0; k < 4; ++k)
+                for (float& c : pixels.c[k])
+                    c = color[k];
         __builtin_memset(pixels.stencil, static_cast<int>(canvas.GetBlankDepth() & 0xff),
                          sizeof pixels.stencil);
         pixels.nearest = static_cast<int32_t>(canvas.GetBlankDepth() >> 8);

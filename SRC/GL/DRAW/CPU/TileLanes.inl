@@ -72,6 +72,16 @@ LANES_INLINE bool IsAny(I8 mask) { return GetLanes(mask) != 0; }
 LANES_INLINE I8 Columns() { return I8{0, 1, 2, 3, 0, 1, 2, 3}; }
 LANES_INLINE I8 Rows() { return I8{0, 0, 0, 0, 1, 1, 1, 1}; }
 typedef float F4 __attribute__((vector_size(16)));
+#ifdef TILE_WIDE
+LANES_INLINE F8 LoadPixels(const float* p) {
+    return (F8)_mm256_insertf128_ps(_mm256_castps128_ps256(_mm_loadu_ps(p)),
+                                    _mm_loadu_ps(p + TilePixels_st::kStride), 1);
+}
+LANES_INLINE void StorePixels(float* p, F8 v) {
+    _mm_storeu_ps(p, _mm256_castps256_ps128((__m256)v));
+    _mm_storeu_ps(p + TilePixels_st::kStride, _mm256_extractf128_ps((__m256)v, 1));
+}
+#else
 LANES_INLINE F8 LoadPixels(const float* p) {
     F4 low, high;
     __builtin_memcpy(&low, p, sizeof low);
@@ -84,6 +94,7 @@ LANES_INLINE void StorePixels(float* p, F8 v) {
     __builtin_memcpy(p, &low, sizeof low);
     __builtin_memcpy(p + TilePixels_st::kStride, &high, sizeof high);
 }
+#endif
 LANES_INLINE I8 LoadDepths(const int32_t* p) { return (I8)LoadPixels(reinterpret_cast<const float*>(p)); }
 LANES_INLINE void StoreDepths(int32_t* p, I8 v) { StorePixels(reinterpret_cast<float*>(p), (F8)v); }
 
@@ -229,10 +240,22 @@ LANES_INLINE float Unpack(uint32_t bits) { return static_cast<float>(bits & 0xff
 struct V8 {
     F8 x, y, z;
 };
+static_assert(offsetof(TileRecord_st, radius) == 3 * sizeof(float), "place and radius are taken at once");
 /// Eight records, or fewer, as lanes; the last one stands for those that lack.
 LANES_INLINE void TakeRecords(const TileRecord_st* pFirst, int count, V8& place, F8& radius) {
-    for (int k = 0; k < 8; ++k) {
-        const TileRecord_st& record = pFirst[k < count ? k : count - 1];
-        place.x[k] = record.x, place.y[k] = record.y, place.z[k] = record.z, radius[k] = record.radius;
+    F4 row[8];
+    for (int k = 0; k < 8; ++k)
+        __builtin_memcpy(&row[k], &pFirst[k < count ? k : count - 1].x, sizeof row[k]);
+    F8 pair[4]; // each with the one four behind
+    for (int k = 0; k < 4; ++k)
+        pair[k] = __builtin_shufflevector(row[k], row[k + 4], 0, 1, 2, 3, 4, 5, 6, 7);
+    F8 xy[2], zr[2]; // x, x, y, y and z, z, radius, radius
+    for (int k = 0; k < 2; ++k) {
+        xy[k] = __builtin_shufflevector(pair[2 * k], pair[2 * k + 1], 0, 8, 1, 9, 4, 12, 5, 13);
+        zr[k] = __builtin_shufflevector(pair[2 * k], pair[2 * k + 1], 2, 10, 3, 11, 6, 14, 7, 15);
     }
+    place.x = __builtin_shufflevector(xy[0], xy[1], 0, 1, 8, 9, 4, 5, 12, 13);
+    place.y = __builtin_shufflevector(xy[0], xy[1], 2, 3, 10, 11, 6, 7, 14, 15);
+    place.z = __builtin_shufflevector(zr[0], zr[1], 0, 1, 8, 9, 4, 5, 12, 13);
+    radius = __builtin_shufflevector(zr[0], zr[1], 2, 3, 10, 11, 6, 7, 14, 15);
 }

@@ -37,9 +37,9 @@ LANES_INLINE void SetBounds(TileSeen_st& seen, int i, F8 x, F8 y, F8 reachX, F8 
     const F8 y0 = y - reachY + 0.5f, y1 = y + reachY + 0.5f;
     const I8 in = seenAtAll & (x1 >= 1.0f) & (x0 < w) & (y1 >= 1.0f) & (y0 < h);
     Put(seen.x0 + i, in ? ToInt(Max(x0, zero)) : SplatInt(1));
-    Put(seen.x1 + i, in ? ToInt(Min(x1, w)) - 1 : SplatInt(0));
+    Put(seen.x1 + i, in ? ToInt(Max(Min(x1, w), zero)) - 1 : SplatInt(0));
     Put(seen.y0 + i, in ? ToInt(Max(y0, zero)) : SplatInt(1));
-    Put(seen.y1 + i, in ? ToInt(Min(y1, h)) - 1 : SplatInt(0));
+    Put(seen.y1 + i, in ? ToInt(Max(Min(y1, h), zero)) - 1 : SplatInt(0));
 }
 
 // With depth d and rest = d * d - r * r the silhouette reaches r * sqrt(x * x + rest) / rest across.

@@ -177,6 +177,86 @@ static void DrawFarSphere(const TileScene_st& scene, TilePixels_st& pixels, cons
     }
 }
 
+// Where eight spheres in a row only leave their normals, and are small, all their blocks of pixels are listed
+// first, those behind what stands already left out: one loop then draws them, whose length the processor need
+// not guess for each sphere.
+struct Blocks_st {
+    static constexpr int kColumns = 2, kRows = 4; ///< of a sphere at most
+    int count = 0;
+    uint32_t place[8 * kColumns * kRows]; ///< in the tile, and the lane above it
+};
+constexpr int kBlockLane = 16; ///< its first bit
+
+/// False: one of them is too large. Blocks don't reach beyond a row's end: what a sphere holds twice becomes
+/// the same both times.
+LANES_INLINE bool ListBlocks(const TilePixels_st& pixels, const Cast8& cast, int count, Blocks_st& blocks) {
+    const I8 columns = (cast.part.x1 - cast.part.x0) >> 2, rows = (cast.part.y1 - cast.part.y0) >> 1;
+    const I8 shown = (cast.part.x1 >= cast.part.x0) & (cast.part.y1 >= cast.part.y0);
+    if (IsAny(shown & ((columns >= Blocks_st::kColumns) | (rows >= Blocks_st::kRows)))) return false;
+    // Four bits a column, a byte a sphere.
+    const I8 column = (SplatInt(2) << (rows & 3)) - 1;
+    const I8 each = shown & (columns > 0 ? column | column << 4 : column);
+    typedef uint8_t B8 __attribute__((vector_size(8)));
+    const B8 bytes = __builtin_convertvector(each & 0xff, B8);
+    uint64_t bits;
+    __builtin_memcpy(&bits, &bytes, sizeof bits);
+    if (count < 8) bits &= (uint64_t{1} << (8 * count)) - 1;
+    const I8 last = SplatInt(TilePixels_st::kStride - 4);
+    int32_t base[2][8];
+    for (int k = 0; k < 2; ++k) {
+        const I8 x = cast.part.x0 + 4 * k;
+        const I8 at = (x > last ? last : x) + cast.part.y0 * TilePixels_st::kStride;
+        __builtin_memcpy(base[k], &at, sizeof at);
+    }
+    int32_t nearest[8];
+    __builtin_memcpy(nearest, &cast.nearest, sizeof nearest);
+    int n = 0;
+    for (; bits != 0; bits &= bits - 1) {
+        const uint32_t bit = static_cast<uint32_t>(__builtin_ctzll(bits));
+        const uint32_t lane = bit >> 3;
+        const int at = base[bit >> 2 & 1][lane] + static_cast<int>(bit & 3) * (2 * TilePixels_st::kStride);
+        blocks.place[n] = static_cast<uint32_t>(at) | lane << kBlockLane;
+        n += IsAny(LoadDepths(pixels.z + at) >= nearest[lane]) ? 1 : 0;
+    }
+    blocks.count = n;
+    return true;
+}
+
+/// As DrawFarSphere has it.
+template <bool FAR, bool MATERIALS>
+static void DrawBlocks(TilePixels_st& pixels, const TileRecord_st* pFirst, uint32_t batch, const Cast8& cast,
+                       const Blocks_st& blocks) {
+    const F8 one = Splat(1.0f);
+    const F8 along = ToFloat(Columns()), up = ToFloat(Rows());
+    const F8 fromX = Splat(static_cast<float>(pixels.left) + 0.5f) - cast.screenX;
+    const F8 fromY = Splat(static_cast<float>(pixels.bottom) + 0.5f) - cast.screenY;
+    for (int i = 0; i < blocks.count; ++i) {
+        const uint32_t lane = blocks.place[i] >> kBlockLane;
+        const int at = static_cast<int>(blocks.place[i] & ((1u << kBlockLane) - 1u));
+        const float x = static_cast<float>(at % TilePixels_st::kStride);
+        const float row = static_cast<float>(at / TilePixels_st::kStride);
+        const F8 toX = Splat(cast.to[0][lane]), toY = Splat(cast.to[1][lane]), toZ = Splat(cast.to[2][lane]);
+        const F8 closeness = Splat(cast.closeness[lane]);
+        const F8 acrossX = (along + x + Splat(fromX[lane])) * Splat(cast.perX[lane]);
+        const F8 acrossY = (up + row + Splat(fromY[lane])) * Splat(cast.perY[lane]);
+        const F8 forward = acrossX * toX + acrossY * toY;
+        const F8 square = acrossX * acrossX + acrossY * acrossY;
+        const F8 turned = forward + closeness * square;
+        const F8 longer = closeness * (forward + turned);
+        const F8 shorter = FAR ? one - longer : one / (one + longer);
+        const F8 rest = one - (square - forward * forward) * shorter;
+        const F8 depth = turned * shorter + Root(Max(rest * shorter, Splat(0.0f)));
+        const F8 deep = closeness * depth;
+        const F8 share = one - deep;
+        const F8 thick = Splat(cast.thickness[lane]) * depth;
+        const V8 normal = {share * acrossX - depth * toX, share * acrossY - depth * toY, -(depth * toZ)};
+        const F8 z = Splat(cast.middleDepth[lane]) - (FAR ? thick + thick * deep : thick / share);
+        PutPlainSphere<MATERIALS>(pixels, at, rest >= 0.0f, z, normal,
+                                  MATERIALS ? batch << TilePixels_st::kMaterialBits | pFirst[lane].color[0]
+                                            : 0);
+    }
+}
+
 /// One material at a time.
 class LitKeeper_cls {
 public:
@@ -199,6 +279,19 @@ private:
     Lit_st mLit;
 };
 
+/// Opaque, and none is cut or around the eye.
+LANES_INLINE bool AreAllPlain(const TileLook_st& look, const TileRecord_st* pFirst, int count,
+                              const float* const* ppMaterials, uint32_t batch) {
+    uint32_t what = 0;
+    bool bOpaque = look.bMaterials || look.diffuse[3] >= 1.0f;
+    for (int k = 0; k < count; ++k) {
+        what |= pFirst[k].what;
+        if (look.bMaterials)
+            bOpaque &= ppMaterials[batch][12 * static_cast<size_t>(pFirst[k].color[0]) + 7] >= 1.0f;
+    }
+    return bOpaque && (what & TileRecord_st::kNear) == 0;
+}
+
 /// What comes in a row and has the same look.
 static void DrawSpheres(const TileScene_st& scene, TilePixels_st& pixels, uint32_t which,
                         const TileRecord_st* pFirst, const TileRecord_st* pEnd,
@@ -217,6 +310,20 @@ static void DrawSpheres(const TileScene_st& scene, TilePixels_st& pixels, uint32
         CastSpheres(scene.view, pixels, place, radius < 0.0f ? -radius : radius, cast);
         const int empty = GetLanes((cast.part.x1 < cast.part.x0) | (cast.part.y1 < cast.part.y0));
         const int far = GetLanes(cast.closeness < kFarCloseness);
+        if (bPlainLook && (far == 0 || far == 0xff) && AreAllPlain(look, p, count, ppMaterials, batch)) {
+            if (pixels.waiting != static_cast<int>(which)) LightWaiting(scene, pixels, ppMaterials);
+            Blocks_st blocks;
+            if (ListBlocks(pixels, cast, count, blocks)) {
+                pixels.waiting = static_cast<int>(which);
+                if (look.bMaterials)
+                    far ? DrawBlocks<true, true>(pixels, p, batch, cast, blocks)
+                        : DrawBlocks<false, true>(pixels, p, batch, cast, blocks);
+                else
+                    far ? DrawBlocks<true, false>(pixels, p, batch, cast, blocks)
+                        : DrawBlocks<false, false>(pixels, p, batch, cast, blocks);
+                continue;
+            }
+        }
         for (int lane = 0; lane < count; ++lane) {
             const TileRecord_st& ball = p[lane];
             const bool bNear = (ball.what & TileRecord_st::kNear) != 0;

@@ -27,17 +27,20 @@ void TileCanvas_cls::FillTaken() {
     for (int y = mTaken.y0; y < mTaken.y1; ++y)
         for (int x = mTaken.x0; x < mTaken.x1; ++x) {
             const int tile = y * GetTilesAcross() + x;
-            if (IsFilled(tile)) continue;
-            const Rect_st rect = GetTileRect(tile);
-            for (int row = rect.bottom; row < rect.bottom + rect.height; ++row) {
-                const size_t at =
-                    static_cast<size_t>(row) * static_cast<size_t>(mWidth) + static_cast<size_t>(rect.left);
-                for (size_t k = 0; k < static_cast<size_t>(rect.width); ++k)
-                    std::copy_n(mBlankColor, 4, mVColor.data() + 4 * (at + k));
-                std::fill_n(mVDepth.data() + at, rect.width, mBlankDepth);
-            }
-            MarkFilled(tile);
+            if (!IsFilled(tile)) Fill(tile);
         }
+}
+
+void TileCanvas_cls::Fill(int tile) {
+    const Rect_st rect = GetTileRect(tile);
+    for (int row = rect.bottom; row < rect.bottom + rect.height; ++row) {
+        const size_t at =
+            static_cast<size_t>(row) * static_cast<size_t>(mWidth) + static_cast<size_t>(rect.left);
+        for (size_t k = 0; k < static_cast<size_t>(rect.width); ++k)
+            std::copy_n(mBlankColor, 4, mVColor.data() + 4 * (at + k));
+        std::fill_n(mVDepth.data() + at, rect.width, mBlankDepth);
+    }
+    MarkFilled(tile);
 }
 
 void TileCanvas_cls::SetLimits(const Rect_st& limits) {

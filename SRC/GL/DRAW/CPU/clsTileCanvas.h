@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <vector>
 
+#include "COMMON/BigAllocator.h"
+
 class TileOrigin_cls;
 
 class TileCanvas_cls {
@@ -35,6 +37,8 @@ public:
     uint32_t GetBlankDepth() const { return mBlankDepth; }
     /// Tiles that were taken, and nothing was drawn into, become blank.
     void FillTaken();
+    /// One of them.
+    void Fill(int tile);
     /// Nothing is drawn into tiles that lie wholly outside.
     void SetLimits(const Rect_st& limits);
     const Range_st& GetLimits() const { return mLimits; }
@@ -42,6 +46,7 @@ public:
     void Take(const Range_st& tiles);
     /// All that was taken.
     Rect_st GetTaken() const { return GetRect(mTaken); }
+    const Range_st& GetTakenTiles() const { return mTaken; }
 
     int GetWidth() const { return mWidth; }
     int GetHeight() const { return mHeight; }
@@ -68,8 +73,8 @@ private:
     int mHeight = 0;
     uint16_t mBlankColor[4] = {0, 0, 0, 0};
     uint32_t mBlankDepth = kFarDepth;
-    std::vector<uint16_t> mVColor;
-    std::vector<uint32_t> mVDepth;
+    std::vector<uint16_t, BigAllocator_cls<uint16_t>> mVColor;
+    std::vector<uint32_t, BigAllocator_cls<uint32_t>> mVDepth;
     std::vector<uint8_t> mVFilled; ///< a tile each; written by the thread that has the tile
 };
 
@@ -79,4 +84,12 @@ public:
     virtual ~TileOrigin_cls() = default;
     /// Put it into this part of the canvas.
     virtual void Read(TileCanvas_cls& canvas, const TileCanvas_cls::Rect_st& part) = 0;
+};
+
+/// Where a picture goes while it is still drawn.
+class TileGoal_cls {
+public:
+    virtual ~TileGoal_cls() = default;
+    /// The rows of tiles below `end` are done: nothing changes them any more.
+    virtual void TakeUpTo(TileCanvas_cls& canvas, int end) = 0;
 };

@@ -18,6 +18,7 @@ struct TileDraw_cls::Round_st {
     TileCanvas_cls& canvas;
     Report report;
     void* pWho;
+    TileGoal_cls* pGoal;
     long long first, end; ///< of the list
     int batches = 0;
     std::atomic<long long> records{0};
@@ -25,6 +26,8 @@ struct TileDraw_cls::Round_st {
     std::atomic<long long> work{0}; ///< of drawing: a particle in a tile each
     std::atomic<long long> drawn{0};
     std::chrono::steady_clock::time_point pause{}; ///< when the caller wants to hear of it
+    bool bLast = false;                            ///< tiles that are drawn are done
+    int handed = 0;                                ///< rows of tiles, of those that were taken
 
     bool IsPaused() const { return report && std::chrono::steady_clock::now() >= pause; }
     bool Tell() {
@@ -99,6 +102,7 @@ bool TileDraw_cls::OnAll(Round_st& round, int jobs, Job job) {
                 const int number = next.fetch_add(1);
                 if (number >= jobs) return;
                 (this->*job)(round, number, *mVWorkers[static_cast<size_t>(k)]);
+                if (k == 0 && round.bLast) HandOver(round);
             }
             bLeft.store(true);
         });
@@ -127,13 +131,13 @@ void TileDraw_cls::Prepare(const TileScene_st& scene, const TileCanvas_cls& canv
 }
 
 bool TileDraw_cls::Draw(const TileScene_st& scene, const TileSource_cls& source, TileCanvas_cls& canvas,
-                        Report report, void* pWho) {
+                        Report report, void* pWho, TileGoal_cls* pGoal) {
     Prepare(scene, canvas);
-    Round_st round = {source, canvas, report, pWho, 0, 0};
+    Round_st round = {source, canvas, report, pWho, pGoal, 0, 0};
     round.pause = std::chrono::steady_clock::now() + std::chrono::milliseconds(100);
     const long long number = source.GetNumber();
     for (; round.first < number; round.first = round.end) {
-        round.end = std::min(round.first + kRound, number);
+        round.end = std::min(round.first + (mbDots ? kDotRound : kRound), number);
         round.batches = static_cast<int>((round.end - round.first + kBatch - 1) / kBatch);
         round.binned = 0, round.records = 0, round.work = 0, round.drawn = 0;
         while (static_cast<int>(mVBatches.size()) < round.batches)
@@ -145,9 +149,27 @@ bool TileDraw_cls::Draw(const TileScene_st& scene, const TileSource_cls& source,
         for (const auto& batch : mVBatches)
             mVpMaterials.push_back(batch->materials.data());
         canvas.Take(FindTouched(round.batches));
+        if (pGoal && round.end == number) StartHandingOver(round);
         if (!OnAll(round, mTiles, &TileDraw_cls::DrawTile)) return false;
     }
     return true;
+}
+
+// The caller's thread hands over while the others draw; what it hands over is still in the caches.
+void TileDraw_cls::StartHandingOver(Round_st& round) {
+    const int rows = round.canvas.GetTilesUp();
+    if (mRows < rows) mpLeft = std::make_unique<std::atomic<int>[]>(static_cast<size_t>(mRows = rows));
+    for (int y = 0; y < rows; ++y)
+        mpLeft[static_cast<size_t>(y)] = mAcross;
+    round.handed = round.canvas.GetTakenTiles().y0;
+    round.bLast = true;
+}
+
+void TileDraw_cls::HandOver(Round_st& round) const {
+    const int from = round.handed, end = round.canvas.GetTakenTiles().y1;
+    while (round.handed < end && mpLeft[static_cast<size_t>(round.handed)] == 0)
+        ++round.handed;
+    if (round.handed > from) round.pGoal->TakeUpTo(round.canvas, round.handed);
 }
 
 TileCanvas_cls::Range_st TileDraw_cls::FindTouched(int batches) const {
@@ -163,7 +185,7 @@ TileCanvas_cls::Range_st TileDraw_cls::FindTouched(int batches) const {
 
 void TileDraw_cls::BinBatch(Round_st& round, int batch, Worker_st& worker) {
     int& done = mVDone[static_cast<size_t>(batch)];
-    if (done != 0 || round.records > kMostRecords) return;
+    if (done != 0 || round.records > (mbDots ? kMostDots : kMostRecords)) return;
     const long long from = round.first + static_cast<long long>(batch) * kBatch;
     const int count = static_cast<int>(std::min<long long>(kBatch, round.end - from));
     Bin(round.source, from, count, worker, *mVBatches[static_cast<size_t>(batch)]);
@@ -180,6 +202,7 @@ void TileDraw_cls::DrawBatch(int tile, int number, Worker_st& worker, bool& bLoa
     const Batch_st& batch = *mVBatches[static_cast<size_t>(number)];
     const size_t start = batch.starts[static_cast<size_t>(tile)];
     const size_t end = batch.starts[static_cast<size_t>(tile) + 1];
+    worker.pixels.bTogether = mbDots;
     if (mbDots && start < end) {
         if (!bLoaded) mKernels.pLoad(canvas, tile, worker.pixels);
         bLoaded = true;
@@ -209,14 +232,31 @@ void TileDraw_cls::DrawBatch(int tile, int number, Worker_st& worker, bool& bLoa
     draw(p, pEnd);
 }
 
+// Each batch has what a tile needs of it in one piece, which the processor can't guess. A piece of more lines
+// it comes to know on the way.
+void TileDraw_cls::Expect(int tile, int number) const {
+    constexpr size_t kLine = 64, kMostLines = 16;
+    const Batch_st& batch = *mVBatches[static_cast<size_t>(number)];
+    const size_t start = batch.starts[static_cast<size_t>(tile)];
+    const size_t size = mbDots ? sizeof(TileDot_st) : sizeof(TileRecord_st);
+    const size_t bytes = (batch.starts[static_cast<size_t>(tile) + 1] - start) * size;
+    const char* const p = (mbDots ? reinterpret_cast<const char*>(batch.dots.data())
+                                  : reinterpret_cast<const char*>(batch.records.data())) +
+                          start * size;
+    for (size_t at = 0; at < std::min(bytes, kLine * kMostLines); at += kLine)
+        __builtin_prefetch(p + at);
+}
+
 // A tile can be laid down between two batches. The clock is only asked where there was work.
 void TileDraw_cls::DrawTile(Round_st& round, int tile, Worker_st& worker) {
     constexpr size_t kWork = 2048;
     int& done = mVDone[static_cast<size_t>(tile)];
+    if (done == round.batches) return;
     bool bLoaded = false;
     size_t work = 0;
     long long all = 0;
     while (done < round.batches) {
+        if (done + 1 < round.batches) Expect(tile, done + 1);
         const Batch_st& batch = *mVBatches[static_cast<size_t>(done)];
         DrawBatch(tile, done++, worker, bLoaded, round.canvas);
         const size_t now = batch.starts[static_cast<size_t>(tile) + 1] -
@@ -228,8 +268,15 @@ void TileDraw_cls::DrawTile(Round_st& round, int tile, Worker_st& worker) {
         work = 0;
     }
     round.drawn += all;
-    if (!bLoaded) return;
-    mKernels.pDraw(mScene, worker.pixels, nullptr, nullptr, mVpMaterials.data(), 0);
-    mKernels.pStore(round.canvas, worker.pixels);
-    round.canvas.MarkFilled(tile);
+    if (bLoaded) {
+        mKernels.pDraw(mScene, worker.pixels, nullptr, nullptr, mVpMaterials.data(), 0);
+        mKernels.pStore(round.canvas, worker.pixels);
+        round.canvas.MarkFilled(tile);
+    }
+    if (!round.bLast || done < round.batches) return;
+    const int x = tile % mAcross, y = tile / mAcross;
+    const TileCanvas_cls::Range_st& taken = round.canvas.GetTakenTiles();
+    const bool bTaken = x >= taken.x0 && x < taken.x1 && y >= taken.y0 && y < taken.y1;
+    if (bTaken && !round.canvas.IsFilled(tile)) round.canvas.Fill(tile);
+    --mpLeft[static_cast<size_t>(y)];
 }

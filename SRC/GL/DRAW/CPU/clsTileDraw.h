@@ -25,13 +25,16 @@ public:
     /// change what the source reads; with about how many particles are done. False ends the drawing.
     using Report = bool (*)(void* pWho, long long done);
 
-    /// The canvas is as large as the view. False: was told to stop; the canvas holds what was drawn.
+    /// The canvas is as large as the view. False: was told to stop; the canvas holds what was drawn. `pGoal`
+    /// hears on the caller's thread of what is done while others still draw; not of all in the end.
     bool Draw(const TileScene_st& scene, const TileSource_cls& source, TileCanvas_cls& canvas,
-              Report report = nullptr, void* pWho = nullptr);
+              Report report = nullptr, void* pWho = nullptr, TileGoal_cls* pGoal = nullptr);
 
     static constexpr int kBatch = 1 << TilePixels_st::kMaterialBits; ///< particles
     static constexpr long long kRound = 1LL << 22;     ///< particles that are sorted by tiles at a time
+    static constexpr long long kDotRound = 1LL << 24;  ///< the same of points of one pixel
     static constexpr long long kMostRecords = 6000000; ///< about, 32 bytes each; a round ends there
+    static constexpr long long kMostDots = 12000000;   ///< about, 16 bytes each
     static constexpr int kManyTiles = 64;              ///< what touches more isn't sorted by tiles
 
 private:
@@ -49,9 +52,12 @@ private:
     void ScatterDots(Worker_st& worker, Batch_st& batch) const;
     void Scatter(Worker_st& worker, Batch_st& batch) const;
     void DrawTile(Round_st& round, int tile, Worker_st& worker);
+    void Expect(int tile, int number) const;
     void DrawBatch(int tile, int number, Worker_st& worker, bool& bLoaded, TileCanvas_cls& canvas) const;
     TileCanvas_cls::Range_st FindTouched(int batches) const;
     bool OnAll(Round_st& round, int jobs, Job job);
+    void StartHandingOver(Round_st& round);
+    void HandOver(Round_st& round) const;
 
     const TileKernels_st& mKernels;
     TileScene_st mScene; ///< with lights as the kernels want them
@@ -64,4 +70,6 @@ private:
     std::vector<std::unique_ptr<Batch_st>> mVBatches;
     std::vector<const float*> mVpMaterials; ///< of each batch
     std::vector<int> mVDone; ///< of each job of a round: nothing, or all, or of a tile how many batches
+    std::unique_ptr<std::atomic<int>[]> mpLeft; ///< of each row of tiles: those that aren't done
+    int mRows = 0;                              ///< that there is room for
 };
