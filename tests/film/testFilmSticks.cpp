@@ -126,7 +126,7 @@ TEST_F(FilmSticks, KeptBondsAreThoseOfTheWholeFilmInEachSlice) {
     sticks.mCKeepUntil.mValue = 1.5f;
     Film("whole", length);
     EXPECT_EQ(Middles("whole"), ".BBB..B");
-    for (const char* part : {"5-6", "3-4", "2", "0-1"})
+    for (const char* part : {"4-6", "3", "0-2"})
         Film("slices", length, {"--frames", part});
     EXPECT_TRUE(mFolder.ReadAll("slices") == mFolder.ReadAll("whole"));
     Film("backward", length, {"--frames", "3", "--resume"});
@@ -137,7 +137,7 @@ TEST_F(FilmSticks, KeptBondsAreThoseOfTheWholeFilmInEachSlice) {
     const std::string steps = length + "TimeAnimInterp=4\nInterpolateType=0\n";
     Film("steps", steps);
     EXPECT_EQ(Middles("steps").substr(0, 14), "....BBBBBBBBBB");
-    for (const char* part : {"2-3", "4-6", "0-1"})
+    for (const char* part : {"3-6", "0-2"})
         Film("parts", steps, {"--frames", part});
     EXPECT_TRUE(mFolder.ReadAll("parts") == mFolder.ReadAll("steps"));
     // Every file is looked at, also where nothing of it is drawn: a missing one changes nothing.

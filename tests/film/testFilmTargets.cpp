@@ -310,29 +310,4 @@ TEST_F(FilmTargets, ProjectsThatCantBeReadAreNamedWithTheReason) {
     EXPECT_NE(folder.mErr.find("folder.mrp: it is a folder"), std::string::npos) << folder.mErr;
 }
 
-// Every setting that the program knows stands in the examples: nothing of what was open before shows in them.
-TEST_F(FilmTargets, ExamplesAreComplete) {
-    const auto keys = [](const fs::path& path) {
-        std::set<std::string> found;
-        std::ifstream file(path);
-        for (std::string line; std::getline(file, line);)
-            if (line.rfind("---", 0) == 0 || line.find('=') != std::string::npos)
-                found.insert(line.rfind("-ParamGroup=", 0) == 0 ? line : line.substr(0, line.find('=')));
-        return found;
-    };
-    int count = 0;
-    for (const fs::directory_entry& entry :
-         fs::recursive_directory_iterator(MORENTIS_TEST_ROOT "/examples")) {
-        if (entry.path().extension() != ".mrp") continue;
-        ++count;
-        const fs::path written = mFolder.mPath / "written.mrp";
-        const ChildRun_st run = RunFilm({"--write-project", written.string(), entry.path().string()});
-        ASSERT_EQ(run.mStatus, 0) << run.mErr;
-        const std::set<std::string> has = keys(entry.path());
-        for (const std::string& key : keys(written))
-            EXPECT_TRUE(has.count(key) > 0) << entry.path() << " lacks " << key;
-    }
-    EXPECT_GE(count, 10);
-}
-
 } // namespace

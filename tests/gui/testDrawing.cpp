@@ -6,12 +6,9 @@
 #include <cmath>
 #include <cstdio>
 #include <ctime>
-#include <fstream>
 #include <random>
 #include <set>
 #include <thread>
-
-#include <wx/image.h>
 
 #include "APP/clsMain.h"
 #include "COMMON/Globals.h"
@@ -223,28 +220,6 @@ TEST_F(Drawing, TypesThatDrawNothing) {
     mAttribute[0]->mDrawType.mValue = 0;
     Draw({{{0, 0, 0}, 0.5f, 3}});
     EXPECT_GT(CountLit(), 0);
-}
-
-TEST_F(Drawing, TexturesThatCannotBeReadAreNamed) {
-    SetAll(1);
-    SetColor(mAttribute[0]->mColor, 1, 1, 1, 1);
-    const std::string missing = mDir / "nothing.png";
-    const std::string broken = mDir / "broken.png";
-    std::ofstream(broken) << "This is no picture.";
-    for (const std::string& path : {missing, broken, mDir.mPath.string()}) {
-        mVMessages.clear();
-        mAttribute[0]->mTexFileBillboard.mStrValue = wxString::FromUTF8(path);
-        Draw({{{0, 0, 0}, 0.5f}});
-        Draw({{{0, 0, 0}, 0.5f}});
-        ASSERT_EQ(mVMessages.size(), 1u) << path;
-        EXPECT_EQ(mVMessages[0].mText, "The texture " + wxString::FromUTF8(path) +
-                                           " can't be read as an image. Billboards of attribute 0 are plain "
-                                           "squares.");
-        ExpectMiddle(1, 1, 1, "a plain square");
-    }
-    mAttribute[0]->mTexFileBillboard.mStrValue = "Texture/ParticleA.png";
-    Draw({{{0, 0, 0}, 0.5f}});
-    EXPECT_LT(At(mSize / 2 + int(0.45 * PixelsPerUnit()), mSize / 2).r, 0.2f) << "soft again";
 }
 
 // What all threads worked, as time on the wall says little on a busy machine.

@@ -298,8 +298,11 @@ TEST_F(Filters, FiltersOfOneNameAreEditedEachForItself) {
         Menu(ID_UNDO);
     EXPECT_EQ(Text(), text);
     // The 25th of a list is pressed as the first one is.
-    for (int i = 0; i < 23; ++i)
-        Add(ID_FILTER_BOOLEAN, 0);
+    for (int i = 0; i < 23; ++i) {
+        wxCommandEvent add(wxEVT_MENU, ID_FILTER_BOOLEAN);
+        Frame()->ProcessWindowEvent(add);
+    }
+    ASSERT_EQ(Lists().GetBoolean().GetCount(), 25);
     Show(0, 24);
     Click(Panel(At(0, 24)).GetPCPanel(), wxPoint(2, 2));
     Settle();

@@ -1,9 +1,6 @@
 // Particles that are picked in the views: which one a click means, and what is shown of it.
 #include <cmath>
 #include <fstream>
-#include <sstream>
-
-#include <epoxy/gl.h>
 
 #include <wx/notebook.h>
 
@@ -13,7 +10,6 @@
 #include "FILTER/clsFilterCopy.h"
 #include "FILTER/clsFilterData.h"
 #include "FILTER/clsFilterLists.h"
-#include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsPreference.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsGLAttribute.h"
@@ -25,7 +21,6 @@
 #include "GL/VIEW/clsParticleWatch.h"
 #include "GL/VIEW/clsSharedView.h"
 #include "GL/VIEW/clsViewPick.h"
-#include "IMAGE/clsImageIO.h"
 #include "PARAM/clsParamGroup.h"
 #include "PARAM/clsUndoManager.h"
 #include "PDATA/clsPDataSeqCtrl.h"
@@ -248,31 +243,6 @@ TEST_F(Particles, NothingComesOfAClickWithoutParticles) {
     EXPECT_EQ(Picked(), -1);
 }
 
-TEST_F(Particles, PicturesThatAreWrittenHaveNoLabel) {
-    ShowRun({{{10, 0, 0, 1}}});
-    PickAt(At({10, 0, 0}));
-    ASSERT_GT(CountMark(Grab(0), At({10, 0, 0}), 12), 20);
-    int lit = -1, count = -1;
-    Canvas(0)->RequestImage(
-        [&](const ImageBuffers_st& buffers, wxSize) {
-            const int size = buffers.mpColor->GetWidth();
-            std::vector<float> pixels(size_t(3 * size) * size_t(size));
-            buffers.mpColor->BindTexture();
-            glGetTexImage(GL_TEXTURE_2D, 0, GL_RGB, GL_FLOAT, pixels.data());
-            lit = count = 0;
-            for (size_t i = 0; i < pixels.size(); i += 3) {
-                lit += pixels[i] > 0.4f;
-                count += pixels[i] > pixels[i + 2] + 0.2f;
-            }
-        },
-        wxSize(256, 256));
-    Settle();
-    EXPECT_GT(lit, 0);
-    EXPECT_EQ(count, 0);
-    Settle();
-    EXPECT_GT(CountMark(Grab(0), At({10, 0, 0}), 12), 20) << "it is there again in the window";
-}
-
 TEST_F(Particles, TheAnchorFollowsAndTheCameraComesToIt) {
     ShowRun(
         {{{10, 0, 0, 5}, {12, 0, 0, 6}}, {{11, 0, 1, 5}, {12, 0, 0, 6}}, {{12, 0, 0, 6}}, {{13, 1, 0, 5}}});
@@ -362,43 +332,6 @@ TEST_F(Particles, AFollowedParticleGivesWayToTheNextOneInOneStep) {
     Settle();
     EXPECT_EQ(Picked(), 5);
     EXPECT_EQ(Hub()->mpCAnchorPath->mCCurrent.mPos[1], 0.0);
-}
-
-TEST_F(Particles, TheTrailIsALineInPicturesToo) {
-    ShowRun({{{10, 1, 0, 5}}, {{10, 0, 0.5f, 5}}, {{10, 9, 0, 6}}, {{10, -1, 0.5f, 5}}, {{10, -2, 0, 5}}});
-    Hub()->mpCTimeCtrl->SetWAMaxNative(4);
-    PickAt(At({10, 1, 0}));
-    Key(WXK_ESCAPE);
-    PickAt(At({10, 1, 0}));
-    ClickOn(FindByLabel(Hub()->mpCInformation->mpCParticleGUI, "Trail"));
-    ASSERT_TRUE(PumpUntil([] {
-        const auto lines = Hub()->mpCParticles->GetTrail();
-        return lines.size() == 2 && lines[0].size() == 2 && lines[1].size() == 2;
-    })) << "broken where the particle is missing";
-    Settle();
-    Key(WXK_ESCAPE); // the ring has the same colours
-    Settle();
-    EXPECT_EQ(CountMark(Grab(0), At({10, 1, 0}, 25, 7), 6), 0) << "the label has gone";
-    EXPECT_GT(CountMark(Grab(0), At({10, 0.5, 0.25}), 4), 3);
-    EXPECT_EQ(CountMark(Grab(0), At({10, -0.5, 0.5}), 4), 0) << "the gap";
-    EXPECT_GT(CountMark(Grab(0), At({10, -1.5, 0.25}), 4), 3);
-    Snap("particle_trail");
-    // The work area says how long it is.
-    Hub()->mpCTimeCtrl->SetWAMaxNative(1);
-    EXPECT_EQ(Hub()->mpCParticles->GetTrail().size(), 1u);
-    // Round a periodic box it leaves through one face and comes in through the other.
-    PeriodicBoundary_cls& box = *Hub()->mpCPeriodicBoundary;
-    box.mCPeriodicType.mValue = PERIODIC_XYZ;
-    for (ConfItemFLOATARRAY_cls* vector :
-         {&box.mCPeriodicBaseVector0, &box.mCPeriodicBaseVector1, &box.mCPeriodicBaseVector2})
-        std::fill_n(vector->mValue, 3, 0.0f);
-    box.mCPeriodicBaseVector0.mValue[0] = box.mCPeriodicBaseVector2.mValue[2] = 100.0f;
-    box.mCPeriodicBaseVector1.mValue[1] = 1.5f;
-    const auto lines = Hub()->mpCParticles->GetTrail();
-    ASSERT_EQ(lines.size(), 2u);
-    EXPECT_FLOAT_EQ(lines[0][1][1], 1.5f);
-    EXPECT_FLOAT_EQ(lines[1][0][1], -0.5f);
-    box.SetToDefault();
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // Projects in the real program: what is saved comes back as it was, and bad files end nothing.
 #include <algorithm>
 #include <map>
+#include <set>
 
 #include <sys/stat.h>
 
@@ -337,6 +338,30 @@ TEST_F(Projects, UnsavedStepsAreAskedAboutBeforeTheyGo) {
     Menu(ID_OPEN_PROJECT);
     ASSERT_EQ(mVMessages.size(), 1u);
     EXPECT_EQ(mVMessages[0].mKind, MessageKind::Inform);
+}
+
+// Every setting that the program knows stands in the examples: nothing of what was open before shows in them.
+TEST_F(Projects, ExamplesAreComplete) {
+    const auto keys = [](const std::string& path) {
+        std::set<std::string> found;
+        for (const std::string& line : Lines(ReadAll(path)))
+            if (line.rfind("---", 0) == 0 || line.find('=') != std::string::npos)
+                found.insert(line.rfind("-ParamGroup=", 0) == 0 ? line : line.substr(0, line.find('=')));
+        return found;
+    };
+    int count = 0;
+    const std::string written = mDir / "written.mrp";
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(Root() + "examples")) {
+        if (entry.path().extension() != ".mrp") continue;
+        ++count;
+        Frame()->OpenProject(wxString::FromUTF8(entry.path().string()));
+        ASSERT_TRUE(Hub()->SaveProjectFile(written, true));
+        const std::set<std::string> has = keys(entry.path().string());
+        for (const std::string& key : keys(written))
+            EXPECT_TRUE(has.count(key) > 0) << entry.path() << " lacks " << key;
+    }
+    EXPECT_GE(count, 10);
+    EXPECT_TRUE(mVMessages.empty()) << mVMessages.front().mText;
 }
 
 } // namespace

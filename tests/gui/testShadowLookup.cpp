@@ -63,7 +63,7 @@ TEST_F(ShadowLookup, IsWhatVolumesAre) {
     Canvas(0)->mGLDepthMax.mValue = 10.0f;
     ExpectSame("cut by the far plane");
     Canvas(0)->mGLDepthMax.mValue = 5000.0f;
-    for (const Vector& place : {Vector{5, 1, 3}, Vector{10, 0, 0}, Vector{-200, 50, 90}}) {
+    for (const Vector& place : {Vector{10, 0, 0}, Vector{-200, 50, 90}}) {
         SetLight(0, LightSRC_cls::TYPE_POINT, place, 0.9);
         ExpectSame("near " + std::to_string(place[0]));
     }
@@ -72,7 +72,7 @@ TEST_F(ShadowLookup, IsWhatVolumesAre) {
 }
 
 TEST_F(ShadowLookup, TakesEveryViewAndBox) {
-    ShowCloud(1500, 0.08);
+    ShowCloud(700, 0.12);
     SetLight(0, LightSRC_cls::TYPE_PARALLEL, {-0.6, 0.5, 0.6}, 0.9);
     Canvas(0)->SetGeometry(1);
     ExpectSame("parallel view", 0);
@@ -82,15 +82,14 @@ TEST_F(ShadowLookup, TakesEveryViewAndBox) {
     }
     Canvas(0)->SetGeometry(0);
     FilterDataBoxData_cls& box = *mFilters.Add<FilterDataBox_cls>(FILTER_DATABOX).GetPCData();
-    for (const Vector& scale : {Vector{0.8, 0.8, 0.8}, Vector{0.8, -0.8, 0.8}, Vector{0.9, 0.6, 1.2}}) {
+    const Vector far = {-0.6, 0.5, 0.6}, near = {4, 1, 3}, mirrored = {0.8, -0.8, 0.8},
+                 uneven = {0.9, 0.6, 1.2};
+    for (const auto& [scale, type, from] : {std::tuple(mirrored, LightSRC_cls::TYPE_PARALLEL, far),
+                                            {mirrored, LightSRC_cls::TYPE_POINT, near},
+                                            {uneven, LightSRC_cls::TYPE_POINT, near}}) {
         FilterScope_cls::Set(box.mpCScale, scale);
-        for (const int type : {LightSRC_cls::TYPE_PARALLEL, LightSRC_cls::TYPE_POINT}) {
-            if (type == LightSRC_cls::TYPE_POINT && scale[1] == 0.8) continue;
-            const Vector from =
-                type == LightSRC_cls::TYPE_PARALLEL ? Vector{-0.6, 0.5, 0.6} : Vector{4, 1, 3};
-            SetLight(0, type, from, 0.9);
-            ExpectSame("box " + std::to_string(scale[1]));
-        }
+        SetLight(0, type, from, 0.9);
+        ExpectSame("box " + std::to_string(scale[1]));
     }
 }
 

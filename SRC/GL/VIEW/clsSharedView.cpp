@@ -94,10 +94,17 @@ void SharedView_cls::InitializeGL() {
     if (mspCMask) return;
     const GLAttribScope_cls attributes;
     mspCMask = std::make_unique<GLTexture_cls>();
-    mspCFisheyeGrid = std::make_unique<GLTexture_cls>();
     mspCMask->LoadImage(FindRuntimeFile("Resource/DefaultMask.png"), true);
-    MakeFisheyeGridTexture(mspCFisheyeGrid.get());
     Navigators_cls::InitializeStaticMembers();
+}
+
+const GLTexture_cls* SharedView_cls::GetFisheyeGrid() {
+    if (mspCMask && !mFisheyeGrid) {
+        const GLAttribScope_cls attributes;
+        mFisheyeGrid = std::make_unique<GLTexture_cls>();
+        MakeFisheyeGridTexture(mFisheyeGrid.get());
+    }
+    return mFisheyeGrid.get();
 }
 
 void SharedView_cls::SetGLBGColor(int which, const std::optional<float>& plainGrey) {

@@ -42,8 +42,10 @@ public:
     void ReadStrLineStaticMember(std::wistream& stream, const wxString& line);
     /// Pixels of a face's side.
     int GetFBOSize() const;
-    /// Exposure, mask and grid, with the first view that has a context; needs it to be current.
+    /// Exposure and mask, with the first view that has a context; needs it to be current.
     void InitializeGL();
+    /// Made when it is first drawn; null before InitializeGL.
+    const GLTexture_cls* GetFisheyeGrid();
     /// The clear colour: behind the scene (0) or around the picture (1), unless a grey stands for both.
     void SetGLBGColor(int which, const std::optional<float>& plainGrey);
 
@@ -67,7 +69,6 @@ public:
 
     // Members go in the reverse order of their making: GL objects of views' pictures first.
     std::unique_ptr<GLTexture_cls> mspCMask; ///< null until the first view has a context
-    std::unique_ptr<GLTexture_cls> mspCFisheyeGrid;
     std::unique_ptr<DrawTimeIndex_cls> mspCDrawTimeIndex;
     std::unique_ptr<DrawClrLegend_cls> mspCDrawClrLegend;
     std::unique_ptr<FishEye_cls> mspCFishEyeCtrl;
@@ -82,4 +83,7 @@ public:
     StereoGram_cls* mspCStereogramLink = nullptr; ///< null: every view has one eye
     ImgSequence_cls* mspCImgSeqLinked =
         nullptr; ///< told the active window's size; null before the first dialog
+
+private:
+    std::unique_ptr<GLTexture_cls> mFisheyeGrid;
 };

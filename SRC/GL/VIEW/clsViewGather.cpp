@@ -242,12 +242,14 @@ void ViewGather_cls::GatherDome(int w, int h) {
 
 // Half of what is drawn there gives way to reddish lines.
 void ViewGather_cls::DrawFisheyeGrid(const std::function<void()>& draw) {
-    if (!mContext.mSettings.mFisheyeGrid.mValue || !mContext.mShared.mspCFisheyeGrid) return;
+    if (!mContext.mSettings.mFisheyeGrid.mValue) return;
+    const GLTexture_cls* grid = mContext.mShared.GetFisheyeGrid();
+    if (!grid) return;
     glEnable(GL_BLEND);
     glBlendColor(1.0f, 0.5f, 0.5f, 1.0f);
     glBlendFunc(GL_CONSTANT_COLOR, GL_ONE_MINUS_SRC_ALPHA);
     glColor4f(1, 1, 1, 0.5f);
-    mContext.mShared.mspCFisheyeGrid->BindTexture();
+    grid->BindTexture();
     draw();
     glColor4f(1, 1, 1, 1);
 }
@@ -258,7 +260,7 @@ void ViewGather_cls::DrawDomeSquare(int w, int h) {
         texture.DrawOnScreen2D(w, h, side, side, (w - side) / 2, (h - side) / 2, true);
     };
     draw(*mContext.mShared.mspCDome);
-    DrawFisheyeGrid([this, &draw] { draw(*mContext.mShared.mspCFisheyeGrid); });
+    DrawFisheyeGrid([this, &draw] { draw(*mContext.mShared.GetFisheyeGrid()); });
 }
 
 void ViewGather_cls::DrawDistorted(int w, int h) {
