@@ -17,13 +17,12 @@
 
 namespace {
 
-constexpr int kRestMillis = 250;
-
 bool sbButtonsStale = false; // their look has changed since they were painted; there is one pointer
 
 } // namespace
 
 double ViewMouse_cls::msCheapMillis = 100.0;
+int ViewMouse_cls::msRestMillis = 250;
 
 ViewMouse_cls::ViewMouse_cls(MainGLCanvas_cls& canvas, ViewMenu_cls& menu, ViewPick_cls& pick,
                              ViewHost_cls& host, Preference_cls* pPreference, SharedView_cls& shared)
@@ -104,7 +103,7 @@ void ViewMouse_cls::OnPointer(bool bLeaving) {
     mHover.Stop();
     if (bLeaving) return mItem.Leave();
     mItem.Hover(mCMouse, IsPaintCheap());
-    if (!IsPaintCheap()) mHover.StartOnce(kRestMillis);
+    if (!IsPaintCheap()) mHover.StartOnce(msRestMillis);
 }
 
 // What is picked and moved isn't seen without items.
@@ -122,7 +121,7 @@ bool ViewMouse_cls::OnDragKey(int keycode) {
 // From here the picture keeps up with the hand, until that rests.
 void ViewMouse_cls::Thin() {
     mThinning.Begin(mpCPreference->mCThinDrags.mValue);
-    mRest.StartOnce(kRestMillis);
+    mRest.StartOnce(msRestMillis);
 }
 
 void ViewMouse_cls::Rest() {

@@ -36,6 +36,8 @@ public:
 
     /// What a paint may take to be made anew for a pointer that only passes by.
     static double msCheapMillis;
+    /// A hand or pointer that stays for so long rests.
+    static int msRestMillis;
 
 private:
     void OnMouse(wxMouseEvent& event);
