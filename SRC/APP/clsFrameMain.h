@@ -128,7 +128,6 @@ private:
     void OnTimer(wxTimerEvent& event);
     bool PrepareAhead(int frame);
     void TickRecovery();
-    void GiveMemoryBack();
 
     // clsFrameMainHandlers.cpp
     void OnMenuResizedTL(wxCommandEvent& event);

@@ -150,14 +150,11 @@ void FrameMain_cls::OnTimer(wxTimerEvent&) {
     if (!mpCMain->mpCImgSequence->IsRendering()) GCImgIO.DropSpare(); // up to a gigabyte
     mpCImageRun->TickVideo();
     TickRecovery();
-    GiveMemoryBack();
-}
-
-// A film of a scene with many small parts (sticks, names, shaders that are compiled) leaves a hundred
-// megabytes of holes in the heap, which the C library keeps for as long as the last block above them stays.
-void FrameMain_cls::GiveMemoryBack() {
-    if (GpCThreadReader.load() || mpCMain->mpCImgSequence->IsRendering()) return;
-    if (mQuietMoment.Strike(mpCMainCanvas->GetPaintCount())) malloc_trim(0);
+    // A film of a scene with many small parts (sticks, names, shaders that are compiled) leaves a hundred
+    // megabytes of holes in the heap, which the C library keeps for as long as the last block above them
+    // stays.
+    const bool bBusy = GpCThreadReader.load() || mpCMain->mpCImgSequence->IsRendering();
+    if (!bBusy && mQuietMoment.Strike(mpCMainCanvas->GetPaintCount())) malloc_trim(0);
 }
 
 void FrameMain_cls::TickRecovery() {

@@ -9,6 +9,16 @@
 
 #include "GL/DRAW/CPU/clsTileDraw.h"
 
+struct V3 {
+    double x, y, z;
+};
+inline V3 operator+(V3 a, V3 b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
+inline V3 operator-(V3 a, V3 b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
+inline V3 operator*(V3 a, double s) { return {a.x * s, a.y * s, a.z * s}; }
+inline double Dot(V3 a, V3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
+inline V3 Unit(V3 a) { return a * (1.0 / std::sqrt(Dot(a, a))); }
+inline V3 From(const float* p) { return {p[0], p[1], p[2]}; }
+
 struct TileParticle_st {
     float pos[3];
     float radius;

@@ -4,6 +4,7 @@
 #include <random>
 
 #include "APP/clsMain.h"
+#include "GL/BASE/DrawWay.h"
 #include "GL/DRAW/clsGLDrawData.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
 #include "GL/VIEW/clsSharedView.h"
@@ -22,6 +23,8 @@ protected:
         PictureTest::SetUp();
         mBuffer = std::exchange(Shared().msCFBOSizeIndex.mValue, 3u); // as at first
         mRest = ViewMouse_cls::msRestMillis;
+        mWay = GetDrawWay();
+        SetDrawWay(DrawWay::GL); // the processor's own keeps up with all of them
         ASSERT_TRUE(SizeView(700, 500));
         std::mt19937 random(2);
         std::uniform_real_distribution<double> side(-1.0, 1.0);
@@ -35,10 +38,12 @@ protected:
     void TearDown() override {
         Shared().msCFBOSizeIndex.mValue = mBuffer;
         ViewMouse_cls::msRestMillis = mRest;
+        SetDrawWay(mWay);
         PictureTest::TearDown();
     }
     unsigned mBuffer = 0;
     int mRest = 0;
+    DrawWay mWay = DrawWay::Auto;
 };
 
 // How many pictures a second there are is told, not judged: the machine may be busy.

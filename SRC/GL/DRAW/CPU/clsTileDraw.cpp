@@ -1,7 +1,6 @@
 #include "GL/DRAW/CPU/clsTileDraw.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <thread>
 
@@ -19,6 +18,7 @@ struct TileDraw_cls::Round_st {
     Report report;
     void* pWho;
     TileGoal_cls* pGoal;
+    std::chrono::milliseconds every;
     long long first, end; ///< of the list
     int batches = 0;
     std::atomic<long long> records{0};
@@ -38,7 +38,7 @@ struct TileDraw_cls::Round_st {
                                                      std::max(static_cast<double>(work.load()), 1.0));
         const bool bGoOn =
             report(pWho, first + static_cast<long long>(share * static_cast<double>(end - first)));
-        pause = std::chrono::steady_clock::now() + std::chrono::milliseconds(100);
+        pause = std::chrono::steady_clock::now() + every;
         return bGoOn;
     }
 };
@@ -133,8 +133,8 @@ void TileDraw_cls::Prepare(const TileScene_st& scene, const TileCanvas_cls& canv
 bool TileDraw_cls::Draw(const TileScene_st& scene, const TileSource_cls& source, TileCanvas_cls& canvas,
                         Report report, void* pWho, TileGoal_cls* pGoal) {
     Prepare(scene, canvas);
-    Round_st round = {source, canvas, report, pWho, pGoal, 0, 0};
-    round.pause = std::chrono::steady_clock::now() + std::chrono::milliseconds(100);
+    Round_st round = {source, canvas, report, pWho, pGoal, mPause, 0, 0};
+    round.pause = std::chrono::steady_clock::now() + mPause;
     const long long number = source.GetNumber();
     for (; round.first < number; round.first = round.end) {
         round.end = std::min(round.first + (mbDots ? kDotRound : kRound), number);

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -29,6 +30,9 @@ public:
     /// hears on the caller's thread of what is done while others still draw; not of all in the end.
     bool Draw(const TileScene_st& scene, const TileSource_cls& source, TileCanvas_cls& canvas,
               Report report = nullptr, void* pWho = nullptr, TileGoal_cls* pGoal = nullptr);
+
+    /// Another pause between two reports.
+    void TellEvery(std::chrono::milliseconds pause) { mPause = pause; }
 
     static constexpr int kBatch = 1 << TilePixels_st::kMaterialBits; ///< particles
     static constexpr long long kRound = 1LL << 22;     ///< particles that are sorted by tiles at a time
@@ -60,6 +64,7 @@ private:
     void HandOver(Round_st& round) const;
 
     const TileKernels_st& mKernels;
+    std::chrono::milliseconds mPause{100};
     TileScene_st mScene; ///< with lights as the kernels want them
     TileCanvas_cls::Range_st mLimits;
     int mAcross = 0;
