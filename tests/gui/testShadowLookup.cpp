@@ -81,8 +81,8 @@ TEST_F(ShadowLookup, TakesEveryViewAndBox) {
     FilterDataBoxData_cls& box = *mFilters.Add<FilterDataBox_cls>(FILTER_DATABOX).GetPCData();
     const Vector far = {-0.6, 0.5, 0.6}, near = {4, 1, 3}, mirrored = {0.8, -0.8, 0.8},
                  uneven = {0.9, 0.6, 1.2};
-    for (const auto& [scale, type, from] : {std::tuple(mirrored, LightSRC_cls::TYPE_PARALLEL, far),
-                                            {uneven, LightSRC_cls::TYPE_POINT, near}}) {
+    for (const auto& [scale, type, from] :
+         {std::tuple(mirrored, LightSRC_cls::TYPE_PARALLEL, far), {uneven, LightSRC_cls::TYPE_POINT, near}}) {
         FilterScope_cls::Set(box.mpCScale, scale);
         SetLight(0, type, from, 0.9);
         ExpectSame("box " + std::to_string(scale[1]));
