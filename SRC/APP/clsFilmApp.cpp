@@ -74,7 +74,7 @@ bool FilmApp_cls::OnInit() {
         return TellOnStderr(mpCProgress, kind, text);
     });
     // A film is the same on every machine: the window's configure file has no part in it.
-    mpCMain = new Main_cls(false);
+    mpCMain = new Main_cls(mArgs.mView);
     if (mArgs.mMemoryMB > 0) mpCMain->mpCPDataSeqCtrl->mLimitMB = mArgs.mMemoryMB;
     SetDrawWay(mArgs.mDraw);
     if (mArgs.mThreads > 0) GThreadNumberReadAscii.store(mArgs.mThreads);

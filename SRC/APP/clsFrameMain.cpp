@@ -67,8 +67,10 @@ constexpr long kStartMillis = 300; // by then the window stands
 constexpr int kHighDisplay = 1050;
 } // namespace
 
-FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRect& rect, bool bShown)
-    : wxFrame(nullptr, wxID_ANY, title, rect.GetPosition(), rect.GetSize()), mpCMain(pMain), mTimer(this) {
+FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRect& rect, int filmView)
+    : wxFrame(nullptr, wxID_ANY, title, rect.GetPosition(), rect.GetSize()), mpCMain(pMain),
+      mFilmView(filmView), mTimer(this) {
+    const bool bShown = filmView < 0;
     mspCThis = GpCMainFrameCLS = this;
     QueueMenuEventsTo(this);
     // Without a screen somebody else takes the words.
@@ -115,7 +117,7 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
     GpCClrDialog = new wxColourDialogEX(this);
     mpCMainCanvas = GetPCGLCanvas(0);
     GpCurrentGLPanel = mpCMainCanvas;
-    mpCExtraFrame = new GLExtraFrame_cls(this, GetViewLinks(bShown), mpCMainCanvas->GetContext());
+    mpCExtraFrame = new GLExtraFrame_cls(this, GetViewLinks(), mpCMainCanvas->GetContext());
     SetDropTarget(new DropTarget_cls(this));
     BindHandlers();
     UpdateStatusBar_cls::Connect([this] {
@@ -159,8 +161,8 @@ FrameMain_cls::~FrameMain_cls() {
     GpCurrentGLPanel = nullptr;
 }
 
-ViewLinks_st FrameMain_cls::GetViewLinks(bool bShown) {
-    return {this, mpCSharedView, mpCMain->mpCDrawOption, mpCPreference, bShown};
+ViewLinks_st FrameMain_cls::GetViewLinks() {
+    return {this, mpCSharedView, mpCMain->mpCDrawOption, mpCPreference, mFilmView};
 }
 
 void FrameMain_cls::CreateHalves(bool bShown) {
@@ -173,7 +175,7 @@ void FrameMain_cls::CreateHalves(bool bShown) {
     const TopHalfPanel_cls::Pages_st pages = {mpCMain->mpCDrawOption, mpCMain->mpCOverlay,
                                               mpCMain->mpCExposure,   mpCMain->mpCInformation,
                                               mpCMain->mpCFilters,    bShown};
-    mpCTopHalf = new TopHalfPanel_cls(mpCSplitter, GetViewLinks(bShown), GetPCActiveFileSequence(), pages);
+    mpCTopHalf = new TopHalfPanel_cls(mpCSplitter, GetViewLinks(), GetPCActiveFileSequence(), pages);
     mpCBtmHalf = new BtmHalfPanel_cls(mpCSplitter, mpCMain->mpCTimeCtrl, mpCMain->mpCPDataSeqCtrl);
     mpCSplitter->SplitHorizontally(mpCTopHalf, mpCBtmHalf, -mBtmHeight);
     auto* sizer = new wxBoxSizer(wxVERTICAL);

@@ -46,8 +46,8 @@ class wxSplitterWindow;
 
 class FrameMain_cls : public wxFrame, public ViewHost_cls {
 public:
-    /// bShown: false for one that never comes to the screen and needs no panels.
-    FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRect& rect, bool bShown);
+    /// filmView: see ViewLinks_st; a frame that never comes to the screen needs no panels either.
+    FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRect& rect, int filmView);
     ~FrameMain_cls() override;
 
     Main_cls* GetPCMain() const { return mpCMain; }
@@ -117,7 +117,7 @@ private:
     wxString GetStandstill() const;
     void CreateMenus();
     void CreateHalves(bool bShown);
-    ViewLinks_st GetViewLinks(bool bShown);
+    ViewLinks_st GetViewLinks();
     /// Sashes and focus, while the window comes to the screen.
     void PlaceAtStart();
     void LimitIdleEvents();
@@ -136,6 +136,7 @@ private:
     void OnSash(wxSplitterEvent& event);
 
     Main_cls* mpCMain;
+    const int mFilmView;
     wxSplitterWindow* mpCSplitter = nullptr;
     TopHalfPanel_cls* mpCTopHalf = nullptr;
     BtmHalfPanel_cls* mpCBtmHalf = nullptr;

@@ -84,7 +84,8 @@ wxRect FirstWindowRect(int displayHeight) {
 
 } // namespace
 
-Main_cls::Main_cls(bool bWindow) {
+Main_cls::Main_cls(int filmView) {
+    const bool bWindow = filmView < 0;
     mStrExeDir = GetExecutableDir();
     mPid = static_cast<unsigned long>(getpid());
     wxDisplaySize(&mDisplayWidth, &mDisplayHeight);
@@ -138,7 +139,7 @@ Main_cls::Main_cls(bool bWindow) {
     mpCScene = new Scene_cls(mpCTimeCtrl);
     mpCTexPropertyCtrl = new TexPropertyCtrl_cls;
     mpCRecentFiles = new RecentFiles_cls;
-    mpCFrameMain = new FrameMain_cls("Morentis 3 v 0.80", this, FirstWindowRect(mDisplayHeight), bWindow);
+    mpCFrameMain = new FrameMain_cls("Morentis 3 v 0.80", this, FirstWindowRect(mDisplayHeight), filmView);
     mpCCameraPathCtrl =
         new CameraPathCtrl_cls(*mpCFrameMain, *mpCFrameMain->GetPCSharedView(), mpCStereoGram);
     mpCCameraPathCtrl->mGetRate = [this] { return double(mpCImgSequence->mVideoRate); };

@@ -46,9 +46,10 @@ class wxWindow;
 class Main_cls : public TimeHost_cls, public DataOpener_cls {
 public:
     /// Builds all objects and the main frame (not yet shown) and reads the configure file.
-    /// bWindow: false without a window that is ever shown; then no panels are made, and the program's
-    /// defaults say what no project does in place of the user's configure file.
-    explicit Main_cls(bool bWindow = true);
+    /// filmView: the view that a film is made of, without a window that is ever shown; then no panels are
+    /// made, and the program's defaults say what no project does in place of the user's configure file. -1: a
+    /// window.
+    explicit Main_cls(int filmView = -1);
     ~Main_cls() override;
     Main_cls(const Main_cls&) = delete;
     Main_cls& operator=(const Main_cls&) = delete;

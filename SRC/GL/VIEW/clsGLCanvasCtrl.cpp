@@ -84,7 +84,7 @@ GLCanvasCtrl_cls::GLCanvasCtrl_cls(wxWindow* pParent, const ViewLinks_st& links,
     : wxPanel(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL, name) {
     mpCCanvas = new MainGLCanvas_cls(this, this, links, panelIndex, displayMode, std::move(pContext));
     auto* sizer = new wxBoxSizer(wxVERTICAL);
-    if (links.mbShown) {
+    if (links.IsShown()) {
         MakeControls();
         sizer->Add(mpCSizerRow, 0, wxEXPAND);
     }

@@ -29,11 +29,11 @@ namespace {
 wxAssertHandler_t sOuterAssert = nullptr;
 std::unique_ptr<XErrorScope_cls> spErrors;
 
-wxGLAttributes BeginQuietly() {
+wxGLAttributes BeginQuietly(bool bWanted) {
     sOuterAssert = wxSetAssertHandler(nullptr);
     spErrors = std::make_unique<XErrorScope_cls>();
-    wxGLAttributes attributes;
-    attributes.PlatformDefaults().RGBA().DoubleBuffer().Depth(24).Stencil(8).EndList();
+    wxGLAttributes attributes; // empty ones are refused before they are looked for, which takes long
+    if (bWanted) attributes.PlatformDefaults().RGBA().DoubleBuffer().Depth(24).Stencil(8).EndList();
     return attributes;
 }
 
@@ -52,7 +52,7 @@ wxGLContextAttrs MakeContextAttributes() {
 
 MainGLCanvas_cls::MainGLCanvas_cls(wxWindow* pParent, GLCanvasCtrl_cls* pCtrl, const ViewLinks_st& links,
                                    int panelIndex, int displayMode, std::shared_ptr<wxGLContext> pContext)
-    : wxGLCanvas(pParent, BeginQuietly(), wxID_ANY, wxDefaultPosition, wxDefaultSize,
+    : wxGLCanvas(pParent, BeginQuietly(links.IsDrawn(panelIndex)), wxID_ANY, wxDefaultPosition, wxDefaultSize,
                  wxWANTS_CHARS | wxFULL_REPAINT_ON_RESIZE, wxString::Format("View %d", panelIndex)),
       ViewSettings_cls(*links.mpCHost, panelIndex), mCamera(*this, *links.mpCShared, *links.mpCHost),
       mPov(*this, *links.mpCHost), mpCCtrl(pCtrl), mpCHost(links.mpCHost), mpCShared(links.mpCShared),
@@ -71,7 +71,7 @@ MainGLCanvas_cls::MainGLCanvas_cls(wxWindow* pParent, GLCanvasCtrl_cls* pCtrl, c
         wxWindow::Create(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxWANTS_CHARS);
     }
     SetBackgroundStyle(wxBG_STYLE_PAINT);
-    if (!mpCGLContext) TellNoGL();
+    if (!mpCGLContext && links.IsDrawn(panelIndex)) TellNoGL();
     SetDisplayMode(displayMode);
     Bind(wxEVT_PAINT, &MainGLCanvas_cls::OnPaint, this);
 }

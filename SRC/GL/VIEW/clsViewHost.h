@@ -61,5 +61,9 @@ struct ViewLinks_st {
     SharedView_cls* mpCShared;
     DrawOption_cls* mpCDrawOption;
     Preference_cls* mpCPreference;
-    bool mbShown; ///< false: nobody will see the views, which need no controls
+    /// A film's: nobody will see the views, which need no controls, and but for this one and the first they
+    /// need no OpenGL. -1: all views.
+    int mOnlyView;
+    bool IsShown() const { return mOnlyView < 0; }
+    bool IsDrawn(int view) const { return IsShown() || view == 0 || view == mOnlyView; }
 };
