@@ -161,6 +161,9 @@ class User(Hands):
             question = self.find("Query")
             if question:
                 self.answer(question, 1 / 6)
+            late = self.find("Save Image Sequence")  # of a film that was begun before its dialog was closed
+            if late:
+                self.answer(late, 1 / 4)
             return self.title() == "Morentis3 - " + path and not self.find("Query", "Select a project file")
         wait_for(f"{path} to be opened", opened, LONG_PICTURE)
         self.acts += 1

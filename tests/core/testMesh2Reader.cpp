@@ -88,8 +88,10 @@ TEST(Mesh2Reader, LongFilesAreReadAsShortOnes) {
         "",       ">",      "<",     "<1,2>",       "<1,2,<3,4,5>",         "<1,2,3,4>",
         "<1,,3>", "<1,2,3", "/*<*/", "<-.5,.5,5.>", "<1e5,99999999999,-1>", "<,,>",
         "<1 2 3>"};
+    int turn = 0;
     for (const char* what : odd)
         for (const int told : {kNumber, kNumber - 1, kNumber / 2, 3 * kNumber}) {
+            if (*what && told != kNumber && ++turn % 3 != 0) continue;
             std::string blocks[3] = {vertices, normals, faces};
             for (std::string& block : blocks)
                 if (*what) block.insert(block.find('\n', make.Below(unsigned(block.size() - 200))), what);

@@ -74,7 +74,7 @@ TEST_F(FilmLimits, ShortMemoryNeverLeavesEmptyPictures) {
     const auto whole = Pictures("plain");
     ASSERT_EQ(whole.size(), 2u);
     // Too little for the toolkit, for OpenGL's compiler, for the data, for what draws them.
-    for (const int megabytes : {600, 750, 1000, 1150, 1300}) {
+    for (const int megabytes : {600, 1000, 1150}) {
         const std::string out = "m" + std::to_string(megabytes);
         Limits_st limits;
         limits.mMegabytes = megabytes;

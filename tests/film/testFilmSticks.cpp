@@ -129,8 +129,6 @@ TEST_F(FilmSticks, KeptBondsAreThoseOfTheWholeFilmInEachSlice) {
     for (const char* part : {"4-6", "3", "0-2"})
         Film("slices", length, {"--frames", part});
     EXPECT_TRUE(mFolder.ReadAll("slices") == mFolder.ReadAll("whole"));
-    Film("backward", length, {"--frames", "3", "--resume"});
-    EXPECT_TRUE(mFolder.ReadAll("backward").at("f0003.png") == mFolder.ReadAll("whole").at("f0003.png"));
     // Work areas begin anew, and steps between frames have the bonds of the frame before.
     Film("late", length + "TimeWorkAreaMin=2\n");
     EXPECT_EQ(Middles("late"), "....B");

@@ -249,7 +249,7 @@ TEST_F(Drawing, AbortEndsALongDrawing) {
             while (!bDone.load() && GDrawingPercentage.load() == 100)
                 pause();
             // In the middle of it: the beginning clears what came before.
-            for (const double start = SecondsOfWork(); !bDone.load() && SecondsOfWork() < start + 0.5;)
+            for (const double start = SecondsOfWork(); !bDone.load() && SecondsOfWork() < start + 0.2;)
                 pause();
             if (bDone.load()) return;
             asked.store(SecondsOfWork());
@@ -280,11 +280,11 @@ TEST_F(Drawing, ThePercentageMovesWhileDrawing) {
     const std::function<void()> own =
         UpdateStatusBar_cls::Connect([&told] { told.push_back(GDrawingPercentage.load()); });
     // All over the picture, and so large that they take a good part of a second here. Counted by the 100,000.
-    std::vector<Particle_st> particles(1500000);
+    std::vector<Particle_st> particles(700000);
     for (size_t i = 0; i < particles.size(); ++i)
         particles[i] = {{float(i % 101) / 50.0f - 1.0f, float(i % 97) / 48.0f - 1.0f, 0}, 0};
     const auto parts = [&told] { return std::set<int>(told.begin(), told.end()).size(); };
-    for (float radius = 0.01f; radius < 0.3f && parts() < 3; radius *= 1.5f) {
+    for (float radius = 0.03f; radius < 0.3f && parts() < 3; radius *= 1.8f) {
         told.clear();
         for (Particle_st& particle : particles)
             particle.radius = radius;

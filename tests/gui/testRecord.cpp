@@ -199,7 +199,7 @@ void Record::Act(Hands_cls& hands, const std::vector<wxWindow*>& roots) {
 
 TEST_F(Record, ARandomSessionIsReplayedToTheSameProject) {
     const char* more = std::getenv("MORENTIS_RECORD_ACTS");
-    const int acts = more ? std::atoi(more) : 80;
+    const int acts = more ? std::atoi(more) : 45;
     const char* seed = std::getenv("MORENTIS_RECORD_SEED");
     Hands_cls hands(seed ? unsigned(std::atoi(seed)) : 18);
     Hub()->mpCRecorder->Restart();
