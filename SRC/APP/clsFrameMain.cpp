@@ -115,7 +115,7 @@ FrameMain_cls::FrameMain_cls(const wxString& title, Main_cls* pMain, const wxRec
     GpCClrDialog = new wxColourDialogEX(this);
     mpCMainCanvas = GetPCGLCanvas(0);
     GpCurrentGLPanel = mpCMainCanvas;
-    mpCExtraFrame = new GLExtraFrame_cls(this, GetViewLinks(), mpCMainCanvas->GetContext());
+    mpCExtraFrame = new GLExtraFrame_cls(this, GetViewLinks(bShown), mpCMainCanvas->GetContext());
     SetDropTarget(new DropTarget_cls(this));
     BindHandlers();
     UpdateStatusBar_cls::Connect([this] {
@@ -159,8 +159,8 @@ FrameMain_cls::~FrameMain_cls() {
     GpCurrentGLPanel = nullptr;
 }
 
-ViewLinks_st FrameMain_cls::GetViewLinks() {
-    return {this, mpCSharedView, mpCMain->mpCDrawOption, mpCPreference};
+ViewLinks_st FrameMain_cls::GetViewLinks(bool bShown) {
+    return {this, mpCSharedView, mpCMain->mpCDrawOption, mpCPreference, bShown};
 }
 
 void FrameMain_cls::CreateHalves(bool bShown) {
@@ -173,7 +173,7 @@ void FrameMain_cls::CreateHalves(bool bShown) {
     const TopHalfPanel_cls::Pages_st pages = {mpCMain->mpCDrawOption, mpCMain->mpCOverlay,
                                               mpCMain->mpCExposure,   mpCMain->mpCInformation,
                                               mpCMain->mpCFilters,    bShown};
-    mpCTopHalf = new TopHalfPanel_cls(mpCSplitter, GetViewLinks(), GetPCActiveFileSequence(), pages);
+    mpCTopHalf = new TopHalfPanel_cls(mpCSplitter, GetViewLinks(bShown), GetPCActiveFileSequence(), pages);
     mpCBtmHalf = new BtmHalfPanel_cls(mpCSplitter, mpCMain->mpCTimeCtrl, mpCMain->mpCPDataSeqCtrl);
     mpCSplitter->SplitHorizontally(mpCTopHalf, mpCBtmHalf, -mBtmHeight);
     auto* sizer = new wxBoxSizer(wxVERTICAL);

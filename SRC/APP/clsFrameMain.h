@@ -117,7 +117,7 @@ private:
     wxString GetStandstill() const;
     void CreateMenus();
     void CreateHalves(bool bShown);
-    ViewLinks_st GetViewLinks();
+    ViewLinks_st GetViewLinks(bool bShown);
     /// Sashes and focus, while the window comes to the screen.
     void PlaceAtStart();
     void LimitIdleEvents();

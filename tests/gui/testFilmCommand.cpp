@@ -151,7 +151,7 @@ TEST_F(FilmCommand, WritesTheSameForTwoEyes) {
             fs::remove(mFolder / (folder + ("/" + name)));
     stereo.mCEye.mValue = StereoGram_cls::OUTPUT_SIDE_BY_SIDE;
     stereo.mCDualOutput.mValue = 0;
-    Compare("Panel0GLGeometry=2\nTimeWorkAreaMax=0\n" + stereo.Serialize().ToStdString(), {false, true}, 1);
+    Compare("TimeWorkAreaMax=0\n" + stereo.Serialize().ToStdString(), {false, true}, 1);
 }
 
 TEST_F(FilmCommand, TheOptionTakesTwoEyesFromAnyProject) {

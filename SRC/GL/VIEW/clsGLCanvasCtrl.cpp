@@ -14,6 +14,7 @@
 #include "COMMON/MenuEvent.h"
 #include "COMMON/UpdateBits.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
+#include "GL/VIEW/clsViewHost.h"
 #include "PARAM/clsCommandCall.h"
 #include "PARAM/clsUndoManager.h"
 #include "WIDGET/DenseStyle.h"
@@ -82,9 +83,11 @@ GLCanvasCtrl_cls::GLCanvasCtrl_cls(wxWindow* pParent, const ViewLinks_st& links,
                                    int panelIndex, int displayMode, std::shared_ptr<wxGLContext> pContext)
     : wxPanel(pParent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxTAB_TRAVERSAL, name) {
     mpCCanvas = new MainGLCanvas_cls(this, this, links, panelIndex, displayMode, std::move(pContext));
-    MakeControls();
     auto* sizer = new wxBoxSizer(wxVERTICAL);
-    sizer->Add(mpCSizerRow, 0, wxEXPAND);
+    if (links.mbShown) {
+        MakeControls();
+        sizer->Add(mpCSizerRow, 0, wxEXPAND);
+    }
     sizer->Add(mpCCanvas, 1, wxEXPAND);
     SetSizer(sizer);
     UpdateWindow();
@@ -157,6 +160,7 @@ void GLCanvasCtrl_cls::UpdateWindow() {
 }
 
 void GLCanvasCtrl_cls::SyncComboboxToDisplayMode() {
+    if (!mpCSizerRow) return;
     mpCComboDisplayMode->SetSelection(mpCCanvas->GetDisplayMode());
     const bool bLinked = mpCCanvas->IsCameraLinked(); // the camera path brings its own geometry
     mpCComboGeometry->SetSelection(bLinked ? mpCCanvas->GetEffectiveGeometry() : mpCCanvas->GetGeometry());
@@ -181,11 +185,12 @@ void GLCanvasCtrl_cls::SyncDisplayModeToCombobox() {
 }
 
 void GLCanvasCtrl_cls::UpdateToggleButtonsAndParams() {
+    mpCCanvas->mCGLPerspective.mbPerspective = !mpCCanvas->IsOrthographic();
+    if (!mpCSizerRow) return;
     for (int which = 0; which < 4; ++which)
         mpCToggle[which]->SetValue(GetToggleItem(mpCCanvas, which).mValue);
     mpCButtonFit->Enable(mpCCanvas->HasOwnCamera());
     mpCCheckPivot->SetValue(mpCCanvas->mPivotMode.mValue);
-    mpCCanvas->mCGLPerspective.mbPerspective = !mpCCanvas->IsOrthographic();
 }
 
 bool GLCanvasCtrl_cls::Settings_st::operator==(const Settings_st& other) const {
@@ -255,6 +260,7 @@ void GLCanvasCtrl_cls::OnToggle(int which) {
 // there is room beside the others, the short label counted in. The label of the check box takes the longest
 // form that has room, down to the box alone, which tells by its tooltip what it is.
 void GLCanvasCtrl_cls::FitControls(int width) {
+    if (!mpCSizerRow) return;
     const bool bRow = mbPanelShown;
     mpCComboGeometry->Show(bRow && width >= 420);
     mpCCheckPivot->Show(bRow && width >= 300);

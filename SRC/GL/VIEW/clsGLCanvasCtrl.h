@@ -61,7 +61,7 @@ private:
     void FitControls(int width);
 
     MainGLCanvas_cls* mpCCanvas = nullptr;
-    wxBoxSizer* mpCSizerRow = nullptr; ///< the controls and the space around them
+    wxBoxSizer* mpCSizerRow = nullptr; ///< the controls and the space around them; null where nobody sees any
     wxBoxSizer* mpCSizerControls = nullptr;
     wxChoice* mpCComboDisplayMode = nullptr;
     wxChoice* mpCComboGeometry = nullptr;

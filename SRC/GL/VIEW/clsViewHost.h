@@ -61,4 +61,5 @@ struct ViewLinks_st {
     SharedView_cls* mpCShared;
     DrawOption_cls* mpCDrawOption;
     Preference_cls* mpCPreference;
+    bool mbShown; ///< false: nobody will see the views, which need no controls
 };
