@@ -7,7 +7,7 @@ PROGRAM=$BUILD/morentis
 ASSUME_YES=0
 
 RUN_PACKAGES=(g++ cmake ninja-build pkg-config ccache mold libwxgtk3.2-dev libepoxy-dev libgl-dev
-  libglu1-mesa-dev freeglut3-dev libx11-dev libassimp-dev libhdf5-dev zlib1g-dev libexpat1-dev libopenexr-dev
+  libglu1-mesa-dev freeglut3-dev libx11-dev libassimp-dev libhdf5-dev zlib1g-dev libdeflate-dev libexpat1-dev libopenexr-dev
   gettext libgl1-mesa-dri xvfb python3)
 # Without these a tree with tests and benchmarks can't be configured.
 TEST_LIBRARIES=(libgtest-dev libbenchmark-dev libgtk-3-dev libxtst-dev)

@@ -16,6 +16,7 @@
 #include "APP/clsFrameMain.h"
 #include "APP/clsMain.h"
 #include "COMMON/PictureFault.h"
+#include "COMMON/WorkTimes.h"
 #include "GL/BASE/DrawWay.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/VIEW/clsMainGLCanvas.h"
@@ -287,5 +288,5 @@ std::string FilmMaker_cls::GetTiming() const {
     std::snprintf(text, sizeof(text), "timing: frames=%d loop=%.3f draw=%.3f data=%.3f files=%.3f",
                   mpCProgress->GetDrawn(), seconds(mLoopMillis), seconds(mDrawMillis - mFileMillis),
                   seconds(mDataMillis), seconds(mFileMillis));
-    return text;
+    return text + (" " + GetWorkTimes());
 }

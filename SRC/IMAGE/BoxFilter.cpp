@@ -64,6 +64,7 @@ class ByteRows_cls {
 public:
     ByteRows_cls(const unsigned char* pSource, int srcW) : mpSource(pSource), mBytes(size_t(srcW) * 3) {}
     const unsigned char* Get(int row) { return mpSource + size_t(row) * mBytes; }
+    static bool Halve(int, size_t, unsigned char*) { return false; }
 
 private:
     const unsigned char* mpSource;
@@ -85,6 +86,15 @@ public:
             std::fill(mVRow.begin(), mVRow.end(), static_cast<unsigned char>(0));
         return mVRow.data();
     }
+    /// Means of two pixels each of this row and of the next, `count` of them; false: not all are there.
+    bool Halve(int row, size_t count, unsigned char* pOut) const {
+        const bool bThere = mPart.mX == 0 && size_t(mPart.mW) >= 2 * count && row >= mPart.mY &&
+                            row + 1 < mPart.mY + mPart.mH;
+        if (!bThere) return false;
+        const std::uint16_t* const pRow = mpSource + size_t(row - mPart.mY) * size_t(mPart.mW) * 4;
+        HalveHalfPixels(pRow, pRow + size_t(mPart.mW) * 4, pOut, count, mTable);
+        return true;
+    }
 
 private:
     const std::uint16_t* mpSource;
@@ -94,9 +104,11 @@ private:
     int mRow = -1;
 };
 
-/// Means along a row: `pSum` holds a float for each channel of a source pixel, and one more.
-void MeanOfColumns(const Spans_st& columns, const float* pSum, size_t w, unsigned char* pOut) {
-    for (size_t x = 0; x < w; ++x, pOut += 3) {
+/// Means along a row, from a target pixel on: `pSum` holds a float for each channel of a source pixel, and
+/// one more.
+void MeanOfColumns(const Spans_st& columns, const float* pSum, size_t first, size_t w, unsigned char* pOut) {
+    pOut += 3 * first;
+    for (size_t x = first; x < w; ++x, pOut += 3) {
         const float* pIn = pSum + size_t(columns.mFirst[x]) * 3;
         F4 mean = {kRounding, kRounding, kRounding, 0.0f};
         for (int k = columns.mBegin[x]; k < columns.mBegin[x + 1]; ++k, pIn += 3) {
@@ -111,17 +123,34 @@ void MeanOfColumns(const Spans_st& columns, const float* pSum, size_t w, unsigne
     }
 }
 
+/// The first spans that are two whole pixels each, one behind the other from the first source pixel on.
+size_t CountPairs(const Spans_st& spans) {
+    size_t i = 0;
+    while (i < spans.mFirst.size() && spans.mFirst[i] == int(2 * i) &&
+           spans.mBegin[i + 1] == int(2 * i + 2) && spans.mWeight[2 * i] == 0.5f &&
+           spans.mWeight[2 * i + 1] == 0.5f)
+        ++i;
+    return i;
+}
+
 template <class ROWS>
 void ResampleRows(ROWS& source, const Spans_st& columns, const Spans_st& rows, size_t sourceW, int first,
                   int end, unsigned char* pTarget) {
     const size_t w = columns.mFirst.size();
-    const size_t from = size_t(columns.mFirst.front()) * 3; // what lies outside isn't asked for
     const size_t to =
         std::min(size_t(columns.mFirst.back() + columns.mBegin[w] - columns.mBegin[w - 1]) * 3, sourceW * 3);
     std::vector<float> sum(sourceW * 3 + 1);
+    const size_t pairs = CountPairs(columns);
     for (int y = first; y < end; ++y) {
         const auto row = size_t(y);
-        std::fill(sum.begin(), sum.end(), 0.0f);
+        // A square of four pixels each, in whole numbers: their mean has no more than two binary places.
+        const bool bHalf = rows.mBegin[row + 1] - rows.mBegin[row] == 2 &&
+                           rows.mWeight[size_t(rows.mBegin[row])] == 0.5f && pairs > 0 &&
+                           source.Halve(rows.mFirst[row], pairs, pTarget + row * w * 3);
+        const size_t done = bHalf ? pairs : 0;
+        if (done == w) continue;
+        const size_t from = size_t(columns.mFirst[done]) * 3; // what lies outside isn't asked for
+        std::fill(sum.begin() + std::ptrdiff_t(from), sum.end(), 0.0f);
         for (int k = rows.mBegin[row]; k < rows.mBegin[row + 1]; ++k) {
             const unsigned char* pRow = source.Get(rows.mFirst[row] + k - rows.mBegin[row]);
             const float weight = rows.mWeight[size_t(k)];
@@ -129,7 +158,7 @@ void ResampleRows(ROWS& source, const Spans_st& columns, const Spans_st& rows, s
             for (size_t i = from; i < to; ++i)
                 pSum[i] += weight * float(pRow[i]);
         }
-        MeanOfColumns(columns, sum.data(), w, pTarget + row * w * 3);
+        MeanOfColumns(columns, sum.data(), done, w, pTarget + row * w * 3);
     }
 }
 

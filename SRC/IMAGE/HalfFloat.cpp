@@ -50,3 +50,27 @@ void ConvertHalfPixels(const std::uint16_t* pHalf, unsigned char* pBytes, size_t
         std::memcpy(pBytes, rgb, 3);
     }
 }
+
+// Where all four are one as well, nothing is to be added.
+void HalveHalfPixels(const std::uint16_t* pRow, const std::uint16_t* pNext, unsigned char* pBytes,
+                     size_t count, const HalfBytes& table) {
+    std::uint64_t last = 0;
+    unsigned char rgb[3] = {table[0], table[0], table[0]};
+    for (size_t i = 0; i < count; ++i, pRow += 8, pNext += 8, pBytes += 3) {
+        std::uint64_t upper[2], lower[2];
+        std::memcpy(upper, pRow, sizeof upper);
+        std::memcpy(lower, pNext, sizeof lower);
+        const bool bOne = ((upper[0] ^ upper[1]) | (lower[0] ^ lower[1]) | (upper[0] ^ lower[0])) == 0;
+        if (!bOne) {
+            for (size_t c = 0; c < 3; ++c)
+                pBytes[c] = static_cast<unsigned char>(
+                    (table[pRow[c]] + table[pRow[4 + c]] + table[pNext[c]] + table[pNext[4 + c]]) >> 2);
+            continue;
+        }
+        if (upper[0] != last)
+            for (size_t c = 0; c < 3; ++c)
+                rgb[c] = table[pRow[c]];
+        last = upper[0];
+        std::memcpy(pBytes, rgb, 3);
+    }
+}

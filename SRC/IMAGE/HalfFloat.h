@@ -13,3 +13,6 @@ const HalfBytes& GetPlainBytes();
 /// `count` pixels of RGBA, of which RGB become bytes.
 void ConvertHalfPixels(const std::uint16_t* pHalf, unsigned char* pBytes, size_t count,
                        const HalfBytes& table);
+/// Means, cut to whole numbers, of `count` squares of two by two pixels of RGBA in two rows.
+void HalveHalfPixels(const std::uint16_t* pRow, const std::uint16_t* pNext, unsigned char* pBytes,
+                     size_t count, const HalfBytes& table);

@@ -8,8 +8,10 @@
 #include <wx/mstream.h>
 
 #include "COMMON/SafeFile.h"
+#include "COMMON/WorkTimes.h"
 #include "COMMON/clsSplitPath.h"
 #include "IMAGE/PictureOrigin.h"
+#include "IMAGE/PngPack.h"
 
 namespace {
 
@@ -39,16 +41,23 @@ bool Encode(wxImage& picture, wxBitmapType type, std::string* pBytes) {
 }
 
 bool EncodePNG(wxImage& picture, bool bSmallest, std::string* pBytes) {
+    const bool bPacked = !picture.HasMask() && !picture.HasPalette() &&
+                         PackPNG(picture.GetData(), picture.HasAlpha() ? picture.GetAlpha() : nullptr,
+                                 picture.GetWidth(), picture.GetHeight(), pBytes);
+    if (bPacked && !bSmallest) return true;
     picture.SetOption(wxIMAGE_OPTION_PNG_COMPRESSION_BUFFER_SIZE, kPieceBytes);
     picture.SetOption(wxIMAGE_OPTION_PNG_COMPRESSION_LEVEL, bSmallest ? kSmallLevel : kFastLevel);
-    picture.SetOption(wxIMAGE_OPTION_PNG_FILTER, kNoFilter);
-    if (!Encode(picture, wxBITMAP_TYPE_PNG, pBytes)) return false;
-    if (!bSmallest) return true;
-    std::string filtered;
-    picture.SetOption(wxIMAGE_OPTION_PNG_FILTER, kAllFilters);
-    if (Encode(picture, wxBITMAP_TYPE_PNG, &filtered) && filtered.size() < pBytes->size())
-        pBytes->swap(filtered);
-    return true;
+    bool bDone = bPacked;
+    for (const int filter : {kNoFilter, kAllFilters}) {
+        std::string bytes;
+        picture.SetOption(wxIMAGE_OPTION_PNG_FILTER, filter);
+        if (Encode(picture, wxBITMAP_TYPE_PNG, &bytes) && (!bDone || bytes.size() < pBytes->size())) {
+            pBytes->swap(bytes);
+            bDone = true;
+        }
+        if (!bSmallest) break;
+    }
+    return bDone;
 }
 
 /// The library leaves open what a TIFF's fourth sample is. Ours is alpha that the colours aren't multiplied
@@ -99,11 +108,14 @@ wxString WriteImageFile(wxImage picture, const wxString& path, const ImageFormat
     picture.SetOption(wxIMAGE_OPTION_QUALITY, format.mJPEGQuality);
     picture.SetOption(wxIMAGE_OPTION_TIFF_COMPRESSION, kLZW);
     std::string bytes;
-    const bool bDone = pWriter->GetType() == wxBITMAP_TYPE_PNG
-                           ? EncodePNG(picture, format.mbSmallestPNG, &bytes)
-                           : Encode(picture, pWriter->GetType(), &bytes);
-    if (!bDone) return _("the picture can't be put into this format");
+    const auto pack = [&] {
+        const WorkScope_cls work(Work::Pack);
+        return pWriter->GetType() == wxBITMAP_TYPE_PNG ? EncodePNG(picture, format.mbSmallestPNG, &bytes)
+                                                       : Encode(picture, pWriter->GetType(), &bytes);
+    };
+    if (!pack()) return _("the picture can't be put into this format");
     if (pWriter->GetType() == wxBITMAP_TYPE_TIFF) MarkStraightAlpha(&bytes);
     AddOrigin(format.mOrigin, pWriter->GetType(), &bytes);
+    const WorkScope_cls work(Work::Write);
     return WriteFileSafely(path, bytes, format.mbForceToDisk ? ToDisk::Force : ToDisk::Later);
 }

@@ -1,6 +1,7 @@
 #include "IMAGE/clsImageIO.h"
 
 #include <cstdio>
+#include <optional>
 
 #include <epoxy/gl.h>
 #include <wx/filedlg.h>
@@ -10,6 +11,7 @@
 
 #include "COMMON/Eye.h"
 #include "COMMON/Globals.h"
+#include "COMMON/WorkTimes.h"
 #include "COMMON/clsSplitPath.h"
 #include "GL/BASE/clsFBO.h"
 #include "GL/BASE/clsGLState.h"
@@ -134,6 +136,7 @@ void ImageIO_cls::SaveImageFromTexture(const ImageBuffers_st& buffers, int w, in
     picture.mCoverBytes = buffers.mCoverBytes;
     picture.mHalves = buffers.mHalves;
     picture.mbHalfFloat = true;
+    std::optional<WorkScope_cls> work(Work::Fetch);
     bool bRead = true;
     if (buffers.mpOverlay)
         bRead = ReadShown(*buffers.mpOverlay, GL_UNSIGNED_BYTE, 4, &picture.mOverlay);
@@ -146,6 +149,7 @@ void ImageIO_cls::SaveImageFromTexture(const ImageBuffers_st& buffers, int w, in
     bRead = ReadLight(right.mpColor, &picture.mRightSource) && bRead;
     bRead = ReadLight(right.mpOnBlack, &picture.mRightOnBlack) && bRead;
     bRead = ReadLight(right.mpOnWhite, &picture.mRightOnWhite) && bRead;
+    work.reset();
     if (!bRead) picture.mSource.Free(); // a part of a picture is none
     Run(index, std::move(picture));
 }

@@ -8,6 +8,7 @@
 #include <wx/image.h>
 #include <wx/intl.h>
 
+#include "COMMON/WorkTimes.h"
 #include "COMMON/clsSplitPath.h"
 #include "IMAGE/BoxFilter.h"
 #include "IMAGE/HalfFloat.h"
@@ -36,12 +37,17 @@ wxThread::ExitCode ThreadSave_cls::Entry() {
 void ThreadSave_cls::Save() {
     mFileW = mPicture.mW;
     mFileH = mPicture.mH;
-    if (!MakeEye() || (mPicture.mRightSource && !AddRightEye())) {
+    if (!MakeEyes()) {
         std::puts("Image Save Skipped!!");
         mStrError = _("there is not enough memory for the picture, or OpenGL failed");
         return;
     }
     Write();
+}
+
+bool ThreadSave_cls::MakeEyes() {
+    const WorkScope_cls work(Work::Convert);
+    return MakeEye() && (!mPicture.mRightSource || AddRightEye());
 }
 
 // The picture, or the half of it that stands in the source.

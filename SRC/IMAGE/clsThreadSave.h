@@ -58,6 +58,7 @@ public:
 
 private:
     void Save();
+    bool MakeEyes();
     bool MakeEye();
     bool Join(const PixelBuffer_cls& left, const PixelBuffer_cls& right, int pixelBytes,
               PixelBuffer_cls* pBoth) const;

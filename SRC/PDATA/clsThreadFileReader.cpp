@@ -5,6 +5,7 @@
 #include "COMMON/EventIds.h"
 #include "COMMON/Globals.h"
 #include "COMMON/MenuEvent.h"
+#include "COMMON/WorkTimes.h"
 #include "PDATA/clsDataLoader.h"
 
 void ThreadFileReader_cls::SetParameters(std::atomic<bool>* pbFinished, std::string* pDamage,
@@ -25,7 +26,10 @@ void ThreadFileReader_cls::Start() {
 
 wxThread::ExitCode ThreadFileReader_cls::Entry() {
     GThreadReaderPercentage.store(0, std::memory_order_relaxed);
-    *mpDamage = ReadSnapshotBody(mBody, mpPlaceless);
+    {
+        const WorkScope_cls work(Work::Read);
+        *mpDamage = ReadSnapshotBody(mBody, mpPlaceless);
+    }
     mpbFinished->store(true, std::memory_order_release);
     GThreadReaderPercentage.store(100, std::memory_order_relaxed);
     PostMenuEvent(ID_REFRESH_SB);

@@ -205,6 +205,29 @@ TEST_F(DrawWays, DrawTheSameAmongEachOther) {
     EXPECT_EQ(count(146, 156), 0);
 }
 
+// Where types don't count, points hide what is farther, and colours have rules of their own.
+TEST_F(DrawWays, DrawTheSameOfOneAttributeForAll) {
+    mOption.mClassify.mValue = 0;
+    GLAttribute_cls& all = *mAttribute[0];
+    const char* const kinds[] = {"points", "billboards", "spheres"};
+    for (unsigned kind = 0; kind < 3; ++kind)
+        for (const bool bByValue : {false, true})
+            for (unsigned blend = 0; blend < 2; ++blend) {
+                SetAll(kind, kind == 2 ? 3 : 0);
+                all.mPointSize.mValue = 4;
+                all.mBlendType.mValue = blend;
+                all.mAlphaFactor.mValue = blend == 0 && !bByValue ? 1.0f : 0.5f;
+                all.mAlphaType.mValue = kind == 1 && bByValue ? ALPHA_BY_RADIUS : ALPHA_CONSTANT;
+                for (ColorCurve_cls* curve : {&all.mColor, &all.mDiffuse})
+                    curve->mbUseColorCurve.mValue = bByValue;
+                if (kind == 0 && !bByValue) SetColor(all.mColor, 0.9f, 0.3f, 0.6f, 1.0f);
+                mOption.mSortOrder.mValue = bByValue ? SORT_FAR_FIRST : SORT_NONE;
+                ExpectSame((std::string(kinds[kind]) + (bByValue ? " by value" : "") +
+                            (blend == 1 ? " additive" : ""))
+                               .c_str());
+            }
+}
+
 // Quads of a copy turn to where the eye is seen from what was copied: only OpenGL draws those.
 TEST_F(DrawWays, LeaveFacingQuadsOfCopiesAlone) {
     for (unsigned quality = 0; quality < 2; ++quality) {

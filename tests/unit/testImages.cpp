@@ -327,8 +327,8 @@ TEST_F(ThreadSave, HalfFloatsOfAnySizeBecomeTheFile) {
 
 // The part of a square that a picture shows is enough for it, whatever the rounding of its edges.
 TEST_F(ThreadSave, HalfFloatsOfThePartThatIsShownAreEnough) {
-    const int sizes[][3] = {{2048, 640, 480}, {2048, 480, 640}, {1000, 999, 7},
-                            {999, 640, 360},  {64, 3, 200},     {97, 97, 97}};
+    const int sizes[][3] = {{2048, 640, 480}, {2048, 480, 640}, {1000, 999, 7}, {999, 640, 360}, {64, 3, 200},
+                            {97, 97, 97},     {64, 32, 32},     {64, 32, 18},   {64, 18, 32}};
     const std::array<std::uint16_t, 256> halves = MakeHalves();
     for (const auto& size : sizes) {
         const int side = size[0], w = size[1], h = size[2];
@@ -339,7 +339,9 @@ TEST_F(ThreadSave, HalfFloatsOfThePartThatIsShownAreEnough) {
         picture.mSrcW = picture.mSrcH = side;
         picture.mPart = GetMiddleOfSquare(side, w, h);
         picture.mbHalfFloat = picture.mbQuiet = true;
-        const Bytes bytes = MakeNoise(side, side, 3, 5);
+        Bytes bytes = MakeNoise(side, side, 3, 5);
+        std::fill_n(bytes.begin() + side * side, side * side,
+                    static_cast<unsigned char>(7)); // as backgrounds
         ASSERT_TRUE(picture.mSource.Allocate(picture.mPart.mW, picture.mPart.mH, 8));
         auto* pHalf = reinterpret_cast<std::uint16_t*>(picture.mSource.Get());
         for (int y = picture.mPart.mY; y < picture.mPart.mY + picture.mPart.mH; ++y)

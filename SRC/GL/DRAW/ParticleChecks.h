@@ -9,6 +9,9 @@ inline bool IsDrawable(const float* pPos, float radius) {
     return sum - sum == 0.0f && radius != 0.0f;
 }
 
+/// Of a billboard: an alpha that can't change a pixel of eight bits.
+constexpr float kFaint = 0.0035f;
+
 /// With more billboards than this of one look their opacity follows other rules (clsGLDrawBillboard.cpp).
 constexpr int kManyBillboards = 600000;
 

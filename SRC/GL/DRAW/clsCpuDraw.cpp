@@ -6,6 +6,7 @@
 
 #include <epoxy/gl.h>
 
+#include "COMMON/WorkTimes.h"
 #include "GL/BASE/DrawWay.h"
 #include "GL/BASE/clsGLState.h"
 #include "GL/BASE/clsShaderCtrl.h"
@@ -258,6 +259,7 @@ private:
 };
 
 void CpuDraw_cls::Draw(const TileSource_cls& source) {
+    const WorkScope_cls work(Work::Particles);
     TileCanvas_cls& canvas = GetCanvas();
     BufferOrigin_cls origin(mbStencil);
     ++msPasses;

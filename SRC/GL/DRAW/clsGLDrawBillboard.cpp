@@ -1,11 +1,14 @@
 // Billboards of one attribute: textured quads in the plane of the view.
 #include "GL/DRAW/clsGLDrawData.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include <epoxy/gl.h>
 
 #include "GL/BASE/clsGLState.h"
+#include "GL/DRAW/DrawByProcessor.h"
+#include "GL/DRAW/ParticleChecks.h"
 #include "GL/DRAW/PlaceMatrix.h"
 #include "GL/DRAW/UnlitBlend.h"
 #include "GL/DRAW/clsDrawOption.h"
@@ -16,9 +19,6 @@
 #include "GL/DRAW/clsViewScale.h"
 
 namespace {
-
-// An alpha that can't change a pixel of eight bits.
-constexpr float kFaint = 0.0035f;
 
 // How the alpha of a billboard comes about. Two old ways of drawing few and many differ in details that
 // pictures hang on: many leave out what is too faint whatever the rule, and count a particle's own radius
@@ -141,25 +141,36 @@ void GLDrawData_cls::GLDrawBillboardAll(int face, SnapData_cls* pSnap, GLAttribu
     const bool bOneRadius = pAttribute->mRadiusType.mValue == RADIUS_CONSTANT;
     const bool bColors = !pAttribute->mColor.IsConstant() || pAttribute->mAlphaType.mValue == ALPHA_BY_RADIUS;
     const bool bFaded = IsFaded();
-    const float constantAlpha = color[3];
     const BillboardAlpha alpha(*pAttribute, bColors && number > kManyBillboards, bOneRadius,
                                static_cast<float>(GetSteppingAlphaFactorUnlimited(step)));
+    const auto getColor = [&](const ArrayAndIndex_cls& entry, float* pOut) {
+        std::copy_n(color, 4, pOut);
+        if (bColors) {
+            std::copy_n(pSnap->mpColor[entry.mIndex], 3, pOut);
+            pOut[3] =
+                alpha(pSnap->mpColor[entry.mIndex][3], pSnap->mpRadius[entry.mIndex], scale) * entry.mAlpha;
+            return !alpha.IsSkipped(pOut[3]);
+        }
+        if (bFaded) pOut[3] *= entry.mAlpha;
+        return true;
+    };
     const ViewScale_cls view;
+    SequentialLooks_st looks =
+        GatherOneLook(*pSnap, *pAttribute, static_cast<float>(GetSteppingRadiusFactorUnlimited(step)));
+    looks.look[0].quality = QUALITY_LOW; // always in the plane of the view
+    if (DrawByProcessor(
+            {*pSnap, mspIndexAndZ, number, looks, 1.0f, bFaded, mLightNumber, !mbPlaced, false, getColor},
+            view))
+        return;
     DrawProgress_cls progress(number);
     GLBillboardBatch_cls batch(mVBatch, bColors || bFaded);
     for (int i = 0; i < number; ++i) {
         const int index = mspIndexAndZ[i].mIndex;
         const float* pPos = pSnap->mpPos[index];
         const float radius = bOneRadius ? scale : scale * pSnap->mpRadius[index];
-        if (bColors) {
-            const float* pColor = pSnap->mpColor[index];
-            color[0] = pColor[0], color[1] = pColor[1], color[2] = pColor[2];
-            color[3] = alpha(pColor[3], pSnap->mpRadius[index], scale) * mspIndexAndZ[i].mAlpha;
-            if (alpha.IsSkipped(color[3])) continue;
-        } else if (bFaded) {
-            color[3] = constantAlpha * mspIndexAndZ[i].mAlpha;
-        }
-        batch.Add(pPos, corners, radius, color);
+        float own[4];
+        if (!getColor(mspIndexAndZ[i], own)) continue;
+        batch.Add(pPos, corners, radius, own);
         const float cost =
             4.0f * DrawProgress_cls::kCostVertex + view.GetArea(pPos, radius) * DrawProgress_cls::kCostPixel;
         if (!progress.AddCost(cost)) continue;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "COMMON/WorkTimes.h"
 #include "GL/BASE/clsPositionAndDirection.h"
 #include "GL/DRAW/DrawListFilter.h"
 #include "GL/DRAW/PlaceMatrix.h"
@@ -77,6 +78,7 @@ int GLDrawData_cls::ZSort(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttri
     if (face == 0 || pSnap != spListSnap || pSnap->mNumber != sListNumber) {
         spListSnap = pSnap;
         sListNumber = pSnap->mNumber;
+        const WorkScope_cls work(Work::Sort);
         const DrawOption_cls& option = *pAttribute->mpCDrawOption;
         const bool bFacesEye = pAttribute->mDrawType.mValue == DRAW_BILLBOARD &&
                                pAttribute->mDrawQuality.mValue == QUALITY_MEDIUM;

@@ -74,6 +74,9 @@ private:
     /// `quality` is the coarsest; `radius` that of a particle's number, where 0 throws none.
     void DrawShadows(int number, unsigned quality, const SnapData_cls& snap,
                      const std::function<float(int)>& radius);
+    using PointColor = std::function<void(const ArrayAndIndex_cls& entry, float* pColor)>;
+    bool DrawPointsByProcessor(SnapData_cls* pSnap, GLAttribute_cls* pAttribute, int number,
+                               const PointColor& color);
     void DrawStraight(const SnapData_cls* pSnap, int number, float size, bool bColors);
 
     /// Tell when an exact style can't be drawn so.

@@ -8,12 +8,14 @@
 
 #include "COLORCURVE/clsColorSegments.h"
 #include "GL/BASE/clsGLState.h"
+#include "GL/DRAW/DrawByProcessor.h"
 #include "GL/DRAW/UnlitBlend.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsDrawProgress.h"
 #include "GL/DRAW/clsGLAttribute.h"
 #include "GL/DRAW/clsGLPointBatch.h"
 #include "GL/DRAW/clsSnapData.h"
+#include "GL/DRAW/clsViewScale.h"
 
 namespace {
 
@@ -88,10 +90,34 @@ void GLDrawData_cls::DrawFaded(const SnapData_cls* pSnap, int number, float size
     }
 }
 
+// Covering points hide what is farther; additive ones show whatever is before them.
+bool GLDrawData_cls::DrawPointsByProcessor(SnapData_cls* pSnap, GLAttribute_cls* pAttribute, int number,
+                                           const PointColor& color) {
+    SequentialLooks_st looks = GatherOneLook(*pSnap, *pAttribute, 1.0f);
+    looks.look[0].bTested = looks.look[0].bHides = !looks.bAdditive;
+    const auto getColor = [&color](const ArrayAndIndex_cls& entry, float* pColor) {
+        color(entry, pColor);
+        return true;
+    };
+    return DrawByProcessor(
+        {*pSnap, mspIndexAndZ, number, looks, 1.0f, true, mLightNumber, true, false, getColor},
+        ViewScale_cls());
+}
+
 void GLDrawData_cls::GLDrawPointArrayElement(int face, SnapData_cls* pSnap, GLAttribute_cls* pAttribute) {
     const int number = ZSort(face, pSnap, pAttribute);
     if (number == 0 || mbShadowPass) return; // only spheres throw shadows
     const bool bFaded = IsFaded() && !msbListIsIdentity;
+    float color[4];
+    pAttribute->mColor.PreCalcScaleFactor();
+    pAttribute->mColor.GetColor4fScaled(color, 0.0f);
+    const double stepping = GetSteppingAlphaFactorUnlimited(pAttribute->mpCDrawOption->GetDownSizing());
+    color[3] = static_cast<float>(color[3] * pAttribute->mAlphaFactor.mValue * stepping);
+    if (DrawPointsByProcessor(pSnap, pAttribute, number, [&](const ArrayAndIndex_cls& entry, float* pColor) {
+            std::copy_n(color, 4, pColor);
+            if (bFaded) pColor[3] *= entry.mAlpha;
+        }))
+        return;
     if (!msbListIsIdentity && !bFaded && mIndicesOf != msListSerial) {
         mVIndices.resize(static_cast<size_t>(number));
         for (size_t i = 0; i < mVIndices.size(); ++i)
@@ -100,11 +126,6 @@ void GLDrawData_cls::GLDrawPointArrayElement(int face, SnapData_cls* pSnap, GLAt
     }
     const GLAttribScope_cls attributes;
     SetPointState();
-    float color[4];
-    pAttribute->mColor.PreCalcScaleFactor();
-    pAttribute->mColor.GetColor4fScaled(color, 0.0f);
-    const double stepping = GetSteppingAlphaFactorUnlimited(pAttribute->mpCDrawOption->GetDownSizing());
-    color[3] = static_cast<float>(color[3] * pAttribute->mAlphaFactor.mValue * stepping);
     const bool bAdditive = pAttribute->mBlendType.mValue == BLEND_ADDITIVE;
     if (color[3] < 1.0f || bAdditive) {
         glEnable(GL_BLEND);
@@ -126,6 +147,14 @@ void GLDrawData_cls::GLDrawPointAll(int face, SnapData_cls* pSnap, GLAttribute_c
     const int number = ZSort(face, pSnap, pAttribute);
     const float* pValues = pSnap->GetDrivingValues(pAttribute->mColor.mDependType.mValue);
     if (number == 0 || !pValues || mbShadowPass) return;
+    pAttribute->mColor.PreCalcScaleFactor();
+    const ColorSegments_cls curve(pAttribute->mColor);
+    const PointAlpha alpha(*pAttribute, pAttribute->mpCDrawOption->GetDownSizing());
+    const auto getColor = [&](const ArrayAndIndex_cls& entry, float* pColor) {
+        curve.Get(pColor, pValues[entry.mIndex]);
+        pColor[3] = alpha(pColor[3]) * entry.mAlpha;
+    };
+    if (DrawPointsByProcessor(pSnap, pAttribute, number, getColor)) return;
     const GLAttribScope_cls attributes;
     const bool bAdditive = pAttribute->mBlendType.mValue == BLEND_ADDITIVE;
     const float size = GetPointSize(*pAttribute);
@@ -134,18 +163,13 @@ void GLDrawData_cls::GLDrawPointAll(int face, SnapData_cls* pSnap, GLAttribute_c
     SetUnlitBlend(bAdditive);
     if (bAdditive) glDisable(GL_DEPTH_TEST);
 
-    pAttribute->mColor.PreCalcScaleFactor();
-    const ColorSegments_cls curve(pAttribute->mColor);
-    const PointAlpha alpha(*pAttribute, pAttribute->mpCDrawOption->GetDownSizing());
     DrawProgress_cls progress(number, size);
     GLPointBatch_cls batch(mVBatch, false, !bAdditive);
     float color[4];
     for (int i = 0; i < number;) {
         for (const int end = std::min(number, i + progress.GetRun()); i < end; ++i) {
-            const int index = mspIndexAndZ[i].mIndex;
-            curve.Get(color, pValues[index]);
-            color[3] = alpha(color[3]) * mspIndexAndZ[i].mAlpha;
-            batch.Add(pSnap->mpPos[index], color, 1.0f);
+            getColor(mspIndexAndZ[i], color);
+            batch.Add(pSnap->mpPos[mspIndexAndZ[i].mIndex], color, 1.0f);
         }
         batch.Flush();
         if (!progress.Report(i)) break;

@@ -6,6 +6,7 @@
 #include <wx/intl.h>
 
 #include "GL/BASE/clsGLState.h"
+#include "GL/DRAW/DrawByProcessor.h"
 #include "GL/DRAW/clsDrawOption.h"
 #include "GL/DRAW/clsDrawProgress.h"
 #include "GL/DRAW/clsGLAttribute.h"
@@ -73,6 +74,15 @@ void GLDrawData_cls::GLDrawSphereAll(int face, SnapData_cls* pSnap, GLAttribute_
     }
 
     const GLAttribScope_cls attributes;
+    const ViewScale_cls view;
+    SequentialLooks_st looks =
+        GatherOneLook(*pSnap, *pAttribute, static_cast<float>(GetSteppingRadiusFactor(step)));
+    if (IsFaded()) looks.bOneMaterial = false;
+    if (DrawByProcessor({*pSnap, mspIndexAndZ, number, looks,
+                         static_cast<float>(GetSteppingAlphaFactor(step)), IsFaded(), mLightNumber, true,
+                         false},
+                        view))
+        return;
     SetSphereState(*pAttribute);
     const SphereLook_cls look(*pAttribute, *pSnap);
     SphereMaterial_st material;
@@ -80,7 +90,6 @@ void GLDrawData_cls::GLDrawSphereAll(int face, SnapData_cls* pSnap, GLAttribute_
     material.ChangeAlpha([&](float alpha) { return alpha * alphaFactor; });
     SetGLMaterial(material);
 
-    const ViewScale_cls view;
     const SphereStyle_st style = {pAttribute->mShaderType.mValue, pAttribute->mDrawQuality.mValue,
                                   mLightNumber, !look.IsConstant() || IsFaded(),
                                   pAttribute->mBlendType.mValue == BLEND_ADDITIVE};

@@ -6,6 +6,7 @@
 #include <new>
 
 #include "COMMON/Globals.h"
+#include "COMMON/WorkTimes.h"
 #include "GL/DRAW/DrawListFilter.h"
 #include "GL/DRAW/DrawnCloud.h"
 #include "GL/DRAW/clsDrawList.h"
@@ -51,6 +52,7 @@ bool TakeAlphaSettings(GLAttribute_cls** ppAttribute) {
 }
 
 void MakeSnapshot(PDataBlock_cls* pBlock, GLAttribute_cls** ppAttribute, double dt, int step) {
+    const WorkScope_cls work(Work::Evaluate);
     std::puts("MakeSnapshot");
     delete GLDrawData_cls::mspCSnapShot;
     GLDrawData_cls::mspCSnapShot = nullptr; // making one may evict, which looks at it

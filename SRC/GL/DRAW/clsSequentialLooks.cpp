@@ -78,3 +78,19 @@ SequentialLooks_st GatherSequentialLooks(SnapData_cls& snap, GLAttribute_cls** p
     looks.bOneMaterial = sphereClasses == 1 && !bVaried;
     return looks;
 }
+
+SequentialLooks_st GatherOneLook(SnapData_cls& snap, GLAttribute_cls& attribute, float widening) {
+    SequentialLooks_st looks;
+    ClassLook_st& look = looks.look[0];
+    look = TakeLook(attribute, snap, true, widening);
+    const bool bSphere = look.drawType == DRAW_SPHERE;
+    if (bSphere) look.bAlphaByRadius = false;
+    looks.bOneClass = looks.bOccurs[0] = true;
+    looks.bAllPoints = look.drawType == DRAW_POINT;
+    looks.bBillboards = look.drawType == DRAW_BILLBOARD;
+    looks.bExact = bSphere && look.quality >= GLSphereBatch_cls::kExact;
+    looks.bOneMaterial = look.spheres.IsConstant();
+    looks.size = look.size;
+    looks.bAdditive = look.bAdditive;
+    return looks;
+}

@@ -19,10 +19,17 @@ struct ClassLook_st {
     float alphaMax = 1.0f;
     float alphaBase = 1.0f;   ///< squared
     float alphaFactor = 1.0f; ///< of spheres
+    bool bTested = true;      ///< of points: hidden by what is nearer
+    bool bHides = false;      ///< of points: they hide what is farther
     unsigned quality = 0;
     unsigned shaderType = 0;
     SphereLook_cls spheres;
 };
+
+/// Types past the last class count as the first.
+inline unsigned GetSequentialClass(const SnapData_cls& snap, int index) {
+    return snap.mpType ? static_cast<unsigned>(GetParticleClass(snap.mpType[index])) : 0u;
+}
 
 /// The classes, and what those that occur among the particles have in common.
 struct SequentialLooks_st {
@@ -34,17 +41,19 @@ struct SequentialLooks_st {
     bool bMixedSpheres = false;    ///< some cover, some add
     bool bExact = false;
     bool bOneMaterial = false; ///< of all spheres
+    bool bOneClass = false;    ///< all particles count as the first
     // Of points.
     bool bMixedSize = false;
     bool bMixedBlend = false;
     float size = 1.0f;
     bool bAdditive = false;
-};
 
-/// Types past the last class count as the first.
-inline unsigned GetSequentialClass(const SnapData_cls& snap, int index) {
-    return snap.mpType ? static_cast<unsigned>(GetParticleClass(snap.mpType[index])) : 0u;
-}
+    unsigned GetClass(const SnapData_cls& snap, int index) const {
+        return bOneClass ? 0u : GetSequentialClass(snap, index);
+    }
+};
 
 /// `widening` is what downsizing does to radii.
 SequentialLooks_st GatherSequentialLooks(SnapData_cls& snap, GLAttribute_cls** ppAttribute, float widening);
+/// Of one attribute for all particles; the spheres' alpha follows one rule whatever their radius is.
+SequentialLooks_st GatherOneLook(SnapData_cls& snap, GLAttribute_cls& attribute, float widening);
