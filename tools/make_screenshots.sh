@@ -52,6 +52,9 @@ dialog() {
   shoot "$DIALOG" "$3"
 }
 
+{ cat "$STAGE/examples/lj_melt_text/lj_melt_text.mrp"
+  echo 'DataExportLastSavedFile=/data/thinned/melt%04d.dat'; } >"$STAGE/lj_melt_text.mrp"
+mv "$STAGE/lj_melt_text.mrp" "$STAGE/examples/lj_melt_text/"
 open_project lj_melt_text
 steps 6
 dialog ctrl+alt+o 'Data Loader' loader
@@ -72,6 +75,16 @@ key Right
 shoot "$DIALOG" preference_performance
 leave "$DIALOG"
 dialog ctrl+b 'Periodic Boundary' periodic
+leave "$DIALOG"
+# It has no key of its own: the menu "File", its part "Export".
+focus "$MAIN"
+key alt+f
+key e
+key p
+wait_window '^Data Exporter$'
+DIALOG=$(window '^Data Exporter$')
+focus "$DIALOG"
+shoot "$DIALOG" exporter
 leave "$DIALOG"
 open_project lj_unsorted_text
 steps 6

@@ -67,7 +67,8 @@ wxString FilmPov_cls::Prepare(int steps, bool* pbMissing) {
         format.mHeight.mValue = mArgs.mH;
     }
     if (mArgs.mbTransparent) format.mOutputAlpha.mValue = true;
-    mHub.mpCStereoGram->mCType.mValue = StereoGram_cls::TYPE_MONOGRAM;
+    StereoGram_cls& stereo = *mHub.mpCStereoGram;
+    if (stereo.IsStereo()) stereo.mCType.mValue = StereoGram_cls::TYPE_MONOGRAM; // a file a frame
     const wxString name = mCtrl.GetNameProblem(PovRayCtrl_cls::FILE_ANIM);
     if (!name.empty()) return "FilePovAnim=: " + name;
     mbPretrace = mCtrl.GetPretraceOfFrame() >= 0;

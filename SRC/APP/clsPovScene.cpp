@@ -62,9 +62,9 @@ double GetMachineBytes() {
 
 } // namespace
 
-PovScene_cls::PovScene_cls(Main_cls& main, MainGLCanvas_cls* pCanvas, int eye)
+PovScene_cls::PovScene_cls(Main_cls& main, MainGLCanvas_cls* pCanvas)
     : mMain(main), mCanvas(pCanvas ? *pCanvas : *main.mpCFrameMain->GetPCOutputCanvas()),
-      mFilters(*main.mpCFilters), mEye(eye), mTime(main.mpCTimeCtrl->GetDoubleIndex()),
+      mFilters(*main.mpCFilters), mTime(main.mpCTimeCtrl->GetDoubleIndex()),
       mText(main.mpCPovRayCtrl->GetTextOptions()) {
     TakeParticles();
     TakeCopies();
@@ -136,9 +136,12 @@ void PovScene_cls::AllowMemory() const {
     GAllowedBytes = 1.1 * GetPovBytes(kMemoryShare * GetMachineBytes());
 }
 
+// Of two eyes a picture shows what lies between them, unless the view shows one alone.
 PovCamera_st PovScene_cls::GetCamera() const {
     PositionAndDirection_cls at = mCanvas.mCamera.mCCamPos;
-    if (mMain.mpCStereoGram) mMain.mpCStereoGram->ModifyByStereogram(&at, mEye);
+    const StereoGram_cls* stereo = mMain.mpCStereoGram;
+    if (stereo && !stereo->IsStereo() && !mCanvas.IsAlongAxis())
+        stereo->ModifyByStereogram(&at, stereo->GetStereoEye(0));
     PovCamera_st camera;
     camera.mbFishEye = mCanvas.IsFishEye();
     camera.mbOrtho = !mCanvas.mCGLPerspective.mbPerspective && mCanvas.GetMultiPanelMode() == 0;

@@ -8,7 +8,6 @@
 
 #include <wx/string.h>
 
-#include "COMMON/Eye.h"
 #include "POVRAY/TEXT/clsPovText.h"
 
 class FilterCopy_cls;
@@ -27,7 +26,7 @@ extern double GPovMachineBytes;
 class PovScene_cls {
 public:
     /// `pCanvas`: the view that has drawn; null: the one that pictures are made of.
-    explicit PovScene_cls(Main_cls& main, MainGLCanvas_cls* pCanvas = nullptr, int eye = EYE_NONE);
+    explicit PovScene_cls(Main_cls& main, MainGLCanvas_cls* pCanvas = nullptr);
     ~PovScene_cls();
     PovScene_cls(const PovScene_cls&) = delete;
     PovScene_cls& operator=(const PovScene_cls&) = delete;
@@ -72,7 +71,6 @@ private:
     Main_cls& mMain;
     MainGLCanvas_cls& mCanvas;
     FilterLists_cls& mFilters;
-    const int mEye;
     const double mTime; ///< double index
     PovText_cls mText;
     SnapData_cls* mpCSnap = nullptr;                ///< null: there is no frame of the data

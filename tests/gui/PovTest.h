@@ -172,10 +172,10 @@ protected:
         return wxImage(path);
     }
     /// The scene of the frame that was drawn last.
-    std::string Write(int eye = EYE_NONE) {
+    std::string Write() {
         const wxString path = wxString::FromUTF8(mDir / "scene.pov");
         EXPECT_TRUE(
-            PovScene_cls(*Hub(), Canvas(0), eye)
+            PovScene_cls(*Hub(), Canvas(0))
                 .OutputPovRayPov(path, "CommonScene.pov", wxString::FromUTF8(mDir / "CommonScene.pov")));
         std::ifstream file(mDir / "scene.pov", std::ios::binary);
         return std::string(std::istreambuf_iterator<char>(file), {});
@@ -247,10 +247,10 @@ protected:
     /// Mean structural similarity of the brightness, of windows of 8 x 8 pixels.
     static double GetSimilarity(const wxImage& a, const wxImage& b);
     /// Draw and write; POV-Ray's picture has as many spots in the same places (CompareWaiting).
-    void ExpectAlike(int w, int h, size_t number, int eye = EYE_NONE) {
+    void ExpectAlike(int w, int h, size_t number) {
         const wxImage view = Draw(w, h);
         ASSERT_TRUE(view.IsOk());
-        mScene = Write(eye);
+        mScene = Write();
         mWaiting.push_back({view, {mScene, w, h}, number});
     }
     /// The comparisons of a test, at its end: what a scene includes must stand till then.

@@ -87,9 +87,9 @@ TEST_F(PovCameras, EyesHaveCamerasOfTheirOwn) {
     Parameters_cls::msbUndoCommandMake = bUndo;
     stereo.mCType.mValue = StereoGram_cls::TYPE_TOE_IN;
     stereo.mCToeInAngle.mValue = 2.0f;
-    for (const int eye : {EYE_LEFT, EYE_RIGHT}) {
-        stereo.mCEye.mValue = eye == EYE_LEFT ? StereoGram_cls::OUTPUT_LEFT : StereoGram_cls::OUTPUT_RIGHT;
-        ExpectAlike(128, 96, 3, eye);
+    for (const int output : {StereoGram_cls::OUTPUT_LEFT, StereoGram_cls::OUTPUT_RIGHT}) {
+        stereo.mCEye.mValue = output;
+        ExpectAlike(128, 96, 3);
     }
     stereo.Reset();
 }
