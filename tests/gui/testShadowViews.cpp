@@ -5,6 +5,7 @@
 #include <fstream>
 #include <limits>
 
+#include "GL/BASE/clsSphere.h"
 #include "GL/DRAW/clsShadowStencil.h"
 #include "SCENE/clsStereoGram.h"
 #include "ShadowTest.h"

