@@ -29,12 +29,14 @@ ViewsMenu_cls::ViewsMenu_cls(FrameMain_cls& frame) : mFrame(frame) {
 
 void ViewsMenu_cls::OnMenuViewPanelType(wxCommandEvent& event) {
     mFrame.GetPCTopHalf()->SplitPanel(event.GetId() - ID_VIEW_PANEL_TYPE_0);
+    mFrame.LeaveHiddenView();
     mFrame.GetMenuBar()->Check(event.GetId(), true);
 }
 
 void ViewsMenu_cls::OnMenuViewExtra(wxCommandEvent& event) {
     mFrame.GetPCExtraFrame()->Show(event.IsChecked());
     UpdateStatusBar_cls::sbAllowDispach = !event.IsChecked();
+    mFrame.LeaveHiddenView();
 }
 
 void ViewsMenu_cls::OnMenuFitView(wxCommandEvent&) {

@@ -208,6 +208,16 @@ TEST_F(Drags, UndoAndDeletionUnderTheHand) {
     Menu(ID_REDO);
     EXPECT_NE(Text().ToStdString(), before.ToStdString());
     Menu(ID_UNDO);
+    // The view goes under the hand, which has moved the item.
+    Menu(ID_VIEW_PANEL_TYPE_1);
+    Begin(wxPoint(90, 90), wxPoint(120, 110), 1);
+    EXPECT_TRUE(MoveItem_cls::IsDragging());
+    Menu(ID_VIEW_PANEL_TYPE_0);
+    EXPECT_FALSE(MoveItem_cls::IsDragging());
+    End();
+    EXPECT_NE(Text().ToStdString(), before.ToStdString());
+    Menu(ID_UNDO);
+    EXPECT_EQ(Steps(), steps);
     // The filter goes, and comes back as it was.
     Begin(from, to);
     EXPECT_TRUE(MoveItem_cls::IsDragging());

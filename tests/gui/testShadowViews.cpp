@@ -5,6 +5,7 @@
 #include <fstream>
 #include <limits>
 
+#include "GL/BASE/clsSphere.h"
 #include "GL/DRAW/clsShadowStencil.h"
 #include "SCENE/clsStereoGram.h"
 #include "ShadowTest.h"
@@ -87,9 +88,13 @@ TEST_F(ShadowViews, ForTwoEyesAndWithoutDepthClamp) {
         Canvas(0)->mGLDepthMax.mValue = farthest;
         const Picture_st clamped = Draw(1);
         ShadowStencil_cls::msbClamps = false;
-        EXPECT_LE(CountDifferent(Draw(1), clamped, 2), 3 * 3) << farthest << ": but for pixels on an edge";
-        ExpectShadows("no clamp", 50);
-        ShadowStencil_cls::msbClamps = true;
+        for (const bool bInstances : {true, false}) {
+            Sphere_cls::msbInstances = bInstances;
+            EXPECT_LE(CountDifferent(Draw(1), clamped, 2), bInstances ? 3 * 3 : 60)
+                << farthest << ": but for pixels on an edge";
+            ExpectShadows("no clamp", 50);
+        }
+        ShadowStencil_cls::msbClamps = Sphere_cls::msbInstances = true;
     }
     Canvas(0)->mGLDepthMax.mValue = 5000.0f;
     StereoGram_cls& stereo = *Hub()->mpCStereoGram;

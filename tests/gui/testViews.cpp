@@ -74,9 +74,12 @@ TEST_F(Views, FiveLayoutsByTheirKeys) {
     }
     for (int view = 0; view < 4; ++view)
         EXPECT_GT(Grab(view).CountLit(60), 100) << "every view has a picture";
+    Click(Canvas(2), wxPoint(90, 90));
+    EXPECT_EQ(GpCurrentGLPanel, Canvas(2));
     Key('1', wxMOD_ALT);
     ASSERT_TRUE(Settle());
     EXPECT_EQ(CountShown(), 1);
+    EXPECT_EQ(GpCurrentGLPanel, Canvas(0)) << "keys and dialogs are those of a view that is seen";
     EXPECT_TRUE(Frame()->GetMenuBar()->IsChecked(ID_VIEW_PANEL_TYPE_0));
     EXPECT_EQ(Canvas(2)->GetDisplayMode(), 1) << "hidden views keep their settings";
 }
@@ -224,8 +227,10 @@ TEST_F(Views, ExtraPanelCopiesViewNought) {
     Key(WXK_ESCAPE);
     ASSERT_TRUE(PumpUntil([extra] { return !extra->IsFullScreen(); }));
     EXPECT_TRUE(FindByTip(Frame()->GetPCGLCanvasCtrl(4), "Show/Hide Data"));
+    canvas->SetThisToBeActiveGL();
     extra->Close();
     ASSERT_TRUE(PumpUntil([extra] { return !extra->IsShown(); }));
+    EXPECT_EQ(GpCurrentGLPanel, Canvas(0));
     EXPECT_FALSE(Frame()->GetMenuBar()->IsChecked(ID_VIEW_EXTRA));
 }
 

@@ -133,7 +133,9 @@ void Sphere_cls::Draw(int level) const {
     EndArrays();
 }
 
+bool Sphere_cls::msbInstances = true;
+
 bool Sphere_cls::HasInstances() {
-    return epoxy_gl_version() >= 33 || (epoxy_has_gl_extension("GL_ARB_draw_instanced") &&
-                                        epoxy_has_gl_extension("GL_ARB_instanced_arrays"));
+    return msbInstances && (epoxy_gl_version() >= 33 || (epoxy_has_gl_extension("GL_ARB_draw_instanced") &&
+                                                         epoxy_has_gl_extension("GL_ARB_instanced_arrays")));
 }

@@ -29,6 +29,7 @@ public:
     void EndArrays() const;
     /// Can DrawInstances be used?
     static bool HasInstances();
+    static bool msbInstances; ///< are they used where they are there?
 
 private:
     std::array<unsigned, kLevelNumber> mVertexBuffer = {};

@@ -13,8 +13,8 @@ constexpr GLuint kCounter = 0x7f;
 constexpr GLuint kAll = 0xff;
 constexpr float kShownColor[3] = {0.35f, 0.45f, 0.8f};
 
-// Without it a shader keeps what lies beyond the far plane; drivers that have neither lose what volumes that
-// reach so far hide before it. The eye may still be in any of them.
+// Without it a shader keeps what lies beyond the far plane; where that can't be made either, what volumes
+// that reach so far hide before it is lost. The eye may still be in any of them.
 bool HasDepthClamp() {
     return ShadowStencil_cls::msbClamps &&
            (epoxy_gl_version() >= 32 || epoxy_has_gl_extension("GL_ARB_depth_clamp"));

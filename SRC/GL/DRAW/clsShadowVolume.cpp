@@ -149,20 +149,29 @@ ShadowVolume_cls::ShadowVolume_cls(const float* pLight, float start, ShadowStenc
     glBindBuffer(GL_ARRAY_BUFFER, 0);
     glBindBuffer(GL_ELEMENT_ARRAY_BUFFER, 0);
     glEnableClientState(GL_VERTEX_ARRAY);
-    ShaderCtrl_cls* pShader = GLAttribute_cls::mspCShaderCtrl;
-    mbInstances =
-        Sphere_cls::HasInstances() && pShader &&
-        pShader->BeginShadows(bNear, mShape.light, mShape.start, mShape.length, mStencil.IsClamped());
+    BeginShader();
     if (mbInstances && !mStencil.IsShown()) {
         mLookup.emplace(mShape, mModel);
         if (!mLookup->IsHere()) mLookup.reset();
     }
 }
 
+// Corners that are worked out here are as those of a far light's shadow of a sphere of radius 1 at the
+// origin: where the driver would cut volumes off at the far plane, the shader keeps all of these, too.
+void ShadowVolume_cls::BeginShader() {
+    ShaderCtrl_cls* pShader = GLAttribute_cls::mspCShaderCtrl;
+    const bool bInstances = Sphere_cls::HasInstances(), bClamped = mStencil.IsClamped();
+    mbShader = pShader && (bInstances || !bClamped) &&
+               pShader->BeginShadows(bInstances && mShape.bNear, mShape.light, mShape.start, mShape.length,
+                                     bClamped);
+    mbInstances = mbShader && bInstances;
+    if (mbShader && !bInstances) glVertexAttrib4f(ShaderCtrl_cls::ATTRIBUTE_SPHERE, 0.0f, 0.0f, 0.0f, 1.0f);
+}
+
 ShadowVolume_cls::~ShadowVolume_cls() {
     if (!mbMade) return;
     Flush();
-    if (mbInstances) glUseProgram(0);
+    if (mbShader) glUseProgram(0);
     glPopClientAttrib();
 }
 

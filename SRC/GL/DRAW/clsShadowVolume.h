@@ -71,6 +71,7 @@ private:
         int mCount = 0;
     };
 
+    void BeginShader();
     bool GetBounds(const Ends_st& ends, float* pBounds, float* pPixels) const;
     int GetForm(float pixels) const;
     float GetCost(int form, const float* pBounds) const;
@@ -84,6 +85,7 @@ private:
 
     ShadowStencil_cls& mStencil;
     bool mbMade = false;
+    bool mbShader = false;
     bool mbInstances = false; ///< else corners are worked out here
     ShadowShape_st mShape;
     double mModel[16]; ///< matrix from the spheres to the eye

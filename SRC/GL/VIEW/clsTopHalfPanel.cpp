@@ -101,7 +101,7 @@ void TopHalfPanel_cls::CreateViews(wxWindow* pParent, const ViewLinks_st& links)
         mpCCtrl[view] =
             new GLCanvasCtrl_cls(mpCInner[view / 2], links, wxString::Format("MainGLCanvas %d", view), view,
                                  kModes[view], pContext);
-        if (view == 0) pContext = mpCCtrl[0]->GetPCCanvas()->GetContext();
+        if (!pContext) pContext = mpCCtrl[view]->GetPCCanvas()->GetContext();
         if (view > 0) mpCCtrl[view]->Hide();
     }
     mpCInner[1]->Hide();
