@@ -280,16 +280,6 @@ MainGLCanvas_cls* FrameMain_cls::GetPCOutputCanvas() const {
     return bSeen ? GpCurrentGLPanel : mpCMainCanvas;
 }
 
-// Keys and dialogs act on the active view.
-void FrameMain_cls::LeaveHiddenView() {
-    MainGLCanvas_cls* canvas = GetPCOutputCanvas();
-    if (canvas == GpCurrentGLPanel || !canvas->IsShownOnScreen()) return;
-    if (GpCurrentGLPanel) GpCurrentGLPanel->OnDragKey(WXK_RETURN); // the hand has lost what it held there
-    canvas->SetThisToBeActiveGL();
-    canvas->SetFocus();
-    canvas->RefreshEX();
-}
-
 void FrameMain_cls::FitSplitterWindow(bool bForce) {
     const int height = mpCSplitter->GetClientSize().y;
     const int fitting = height - mBtmHeight - mpCSplitter->GetSashSize();
@@ -320,7 +310,7 @@ void FrameMain_cls::PlaceAtStart() {
 
 void FrameMain_cls::OnExtraFrameClosed() {
     if (wxMenuBar* bar = GetMenuBar()) bar->Check(ID_VIEW_EXTRA, false);
-    LeaveHiddenView();
+    LeaveHiddenView(*this);
 }
 
 void FrameMain_cls::ShowNotice(const wxString& text) {
@@ -335,7 +325,7 @@ void FrameMain_cls::ShowNotice(const wxString& text) {
 void FrameMain_cls::ApplySettings() {
     mpCMain->CheckAreas(); // a file may hold anything
     mpCTopHalf->SplitPanel(mpCTopHalf->GetSplit());
-    LeaveHiddenView();
+    LeaveHiddenView(*this);
     if (wxMenuBar* bar = GetMenuBar()) bar->Check(ID_VIEW_PANEL_TYPE_0 + mpCTopHalf->GetSplit(), true);
     for (int view = 0; view < MainGLCanvas_cls::kViewNumber; ++view)
         if (GLCanvasCtrl_cls* ctrl = GetPCGLCanvasCtrl(view)) ctrl->UpdateWindow();

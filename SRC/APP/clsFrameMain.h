@@ -68,8 +68,6 @@ public:
     ViewFitCtrl_cls* GetPCViewFit() const { return mpCViewFit.get(); }
     /// The view that was used last: the one that pictures are taken of.
     MainGLCanvas_cls* GetPCOutputCanvas() const;
-    /// Makes the first view the active one where that went out of sight.
-    void LeaveHiddenView();
     FileMenu_cls* GetPCFileMenu() const { return mpCFileMenu.get(); }
     FilterMenu_cls* GetPCFilterMenu() const { return mpCFilterMenu.get(); }
     ImageRun_cls* GetPCImageRun() const { return mpCImageRun.get(); }

@@ -27,16 +27,26 @@ ViewsMenu_cls::ViewsMenu_cls(FrameMain_cls& frame) : mFrame(frame) {
         ID_FIT_VIEW);
 }
 
+// Keys and dialogs act on the active view.
+void LeaveHiddenView(const FrameMain_cls& frame) {
+    MainGLCanvas_cls* canvas = frame.GetPCOutputCanvas();
+    if (canvas == GpCurrentGLPanel || !canvas->IsShownOnScreen()) return;
+    if (GpCurrentGLPanel) GpCurrentGLPanel->OnDragKey(WXK_RETURN); // the hand has lost what it held there
+    canvas->SetThisToBeActiveGL();
+    canvas->SetFocus();
+    canvas->RefreshEX();
+}
+
 void ViewsMenu_cls::OnMenuViewPanelType(wxCommandEvent& event) {
     mFrame.GetPCTopHalf()->SplitPanel(event.GetId() - ID_VIEW_PANEL_TYPE_0);
-    mFrame.LeaveHiddenView();
+    LeaveHiddenView(mFrame);
     mFrame.GetMenuBar()->Check(event.GetId(), true);
 }
 
 void ViewsMenu_cls::OnMenuViewExtra(wxCommandEvent& event) {
     mFrame.GetPCExtraFrame()->Show(event.IsChecked());
     UpdateStatusBar_cls::sbAllowDispach = !event.IsChecked();
-    mFrame.LeaveHiddenView();
+    LeaveHiddenView(mFrame);
 }
 
 void ViewsMenu_cls::OnMenuFitView(wxCommandEvent&) {

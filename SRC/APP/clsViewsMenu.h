@@ -20,3 +20,6 @@ private:
 
     FrameMain_cls& mFrame;
 };
+
+/// Makes the first view the active one where that went out of sight.
+void LeaveHiddenView(const FrameMain_cls& frame);
